@@ -1,0 +1,12 @@
+# Finds the uchardet library and defines Uchardet::Uchardet.
+find_path(Uchardet_INCLUDE_DIR uchardet.h PATH_SUFFIXES uchardet)
+find_library(Uchardet_LIBRARY NAMES uchardet libuchardet)
+include(FindPackageHandleStandardArgs)
+find_package_handle_standard_args(Uchardet REQUIRED_VARS Uchardet_LIBRARY Uchardet_INCLUDE_DIR)
+if(Uchardet_FOUND AND NOT TARGET Uchardet::Uchardet)
+    add_library(Uchardet::Uchardet UNKNOWN IMPORTED)
+    set_target_properties(Uchardet::Uchardet PROPERTIES
+        IMPORTED_LOCATION "${Uchardet_LIBRARY}"
+        INTERFACE_INCLUDE_DIRECTORIES "${Uchardet_INCLUDE_DIR}")
+endif()
+mark_as_advanced(Uchardet_INCLUDE_DIR Uchardet_LIBRARY)

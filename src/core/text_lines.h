@@ -1,0 +1,54 @@
+#pragma once
+
+#include "core/cancel_flag.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <string_view>
+#include <vector>
+
+namespace velmora {
+
+/// The bytes that end one line.
+enum class LineEnd : quint8 { None, Lf, CrLf };
+
+/// A text cut into lines: immutable, cheap to copy (the bytes and the line table are shared), usable from any thread.
+///
+/// The text is UTF-8 without a byte-order mark. A line ends at a line feed; neither that nor one carriage return before it
+/// belongs to the line. A line feed at the very end of the text opens no further line, and an empty text has no lines.
+/// Indices are 0-based; sizes and offsets count bytes. Costs 4 bytes a line beside the text.
+class TextLines {
+public:
+    /// The largest text that fits the 32-bit offsets of the line table.
+    static constexpr qsizetype maximumSize = 0xFFFF'FFFE;
+
+    TextLines();
+
+    /// Cuts `utf8`, from byte `begin` on, into lines; the bytes before `begin` (a mark) stay out of the text.
+    /// Preconditions: the rest is valid UTF-8 and at most `maximumSize` bytes. When `cancel` is set on the way, what was cut
+    /// so far is returned.
+    [[nodiscard]] static TextLines split(const QByteArray &utf8, qsizetype begin = 0, const CancelFlag &cancel = {});
+
+    [[nodiscard]] qsizetype count() const noexcept { return m_table ? qsizetype(m_table->size()) - 1 : 0; }
+    [[nodiscard]] bool isEmpty() const noexcept { return count() == 0; }
+
+    /// The bytes of line `index`, valid as long as a copy of this object lives. Precondition: 0 <= index < count().
+    [[nodiscard]] std::string_view line(qsizetype index) const noexcept;
+    [[nodiscard]] LineEnd lineEnd(qsizetype index) const noexcept;
+    [[nodiscard]] QString text(qsizetype index) const;
+
+    /// True when every byte of the text is below 0x80, so that bytes, code points and UTF-16 units are the same.
+    [[nodiscard]] bool isAscii() const noexcept { return m_ascii; }
+
+    /// All bytes of the text, line ends included.
+    [[nodiscard]] std::string_view bytes() const noexcept;
+
+private:
+    QByteArray m_bytes;
+    /// Where each line starts in m_bytes, and behind the last one where the text ends.
+    std::shared_ptr<const std::vector<quint32>> m_table;
+    bool m_ascii = true;
+};
+
+} // namespace velmora

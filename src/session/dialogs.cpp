@@ -1,0 +1,144 @@
+#include "session/dialogs.h"
+
+#include "session/translate.h"
+
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+
+namespace velmora {
+
+namespace {
+
+Dialogs *installed = nullptr;
+
+QMessageBox::Icon iconFor(Dialogs::Tone tone)
+{
+    switch (tone) {
+    case Dialogs::Tone::Information:
+        return QMessageBox::Information;
+    case Dialogs::Tone::Warning:
+        return QMessageBox::Warning;
+    case Dialogs::Tone::Critical:
+        return QMessageBox::Critical;
+    }
+    return QMessageBox::NoIcon;
+}
+
+void askForPath(QWidget *parent, const QString &title, const QString &start, const Dialogs::PathAnswer &chosen,
+                const std::function<void(QFileDialog &)> &prepare)
+{
+    auto *dialog = new QFileDialog(parent, title);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    const QFileInfo info(start);
+    if (info.isDir()) {
+        dialog->setDirectory(start);
+    } else if (!start.isEmpty()) {
+        // A bare name proposes a file in the folder that the dialog opens in.
+        if (start.contains(u'/'))
+            dialog->setDirectory(info.absolutePath());
+        dialog->selectFile(info.fileName());
+    }
+    prepare(*dialog);
+    QObject::connect(dialog, &QFileDialog::fileSelected, parent, chosen);
+    dialog->open();
+}
+
+} // namespace
+
+Dialogs::~Dialogs() = default;
+
+Dialogs &Dialogs::instance()
+{
+    static Dialogs windows;
+    return installed ? *installed : windows;
+}
+
+void Dialogs::install(Dialogs *dialogs)
+{
+    installed = dialogs;
+}
+
+void Dialogs::tell(QWidget *parent, Tone tone, const QString &title, const QString &text, std::function<void()> closed)
+{
+    auto *box = new QMessageBox(iconFor(tone), title, text, QMessageBox::Ok, parent);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    if (closed)
+        QObject::connect(box, &QDialog::finished, parent, [closed = std::move(closed)] { closed(); });
+    box->open();
+}
+
+void Dialogs::ask(QWidget *parent, Tone tone, const QString &title, const QString &text, const QList<Choice> &choices,
+                  ChoiceAnswer answered)
+{
+    auto *box = new QMessageBox(iconFor(tone), title, text, QMessageBox::NoButton, parent);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    QHash<QAbstractButton *, int> answers;
+    int escape = 0;
+    for (const Choice &choice : choices) {
+        auto *button = box->addButton(choice.text, choice.isEscape ? QMessageBox::RejectRole : QMessageBox::AcceptRole);
+        answers.insert(button, choice.answer);
+        if (choice.isDefault)
+            box->setDefaultButton(button);
+        if (choice.isEscape) {
+            box->setEscapeButton(button);
+            escape = choice.answer;
+        }
+    }
+    QObject::connect(box, &QDialog::finished, parent, [box, answers, escape, answered = std::move(answered)] {
+        answered(answers.value(box->clickedButton(), escape));
+    });
+    box->open();
+}
+
+void Dialogs::askYesNo(QWidget *parent, const QString &title, const QString &text, bool yesIsDefault,
+                       YesNoAnswer answered)
+{
+    ask(parent, Tone::Information, title, text,
+        {{Velmora::tr("&Yes"), 1, yesIsDefault, false}, {Velmora::tr("&No"), 0, !yesIsDefault, true}},
+        [answered = std::move(answered)](int answer) { answered(answer == 1); });
+}
+
+void Dialogs::openFile(QWidget *parent, const QString &title, const QString &start, const QString &filter,
+                       PathAnswer chosen)
+{
+    askForPath(parent, title, start, chosen, [&filter](QFileDialog &dialog) {
+        dialog.setFileMode(QFileDialog::ExistingFile);
+        if (!filter.isEmpty())
+            dialog.setNameFilters(filter.split(QStringLiteral(";;")));
+    });
+}
+
+void Dialogs::openFolder(QWidget *parent, const QString &title, const QString &start, PathAnswer chosen)
+{
+    askForPath(parent, title, start, chosen, [](QFileDialog &dialog) {
+        dialog.setFileMode(QFileDialog::Directory);
+        dialog.setOption(QFileDialog::ShowDirsOnly);
+    });
+}
+
+void Dialogs::saveFile(QWidget *parent, const QString &title, const QString &start, const QString &filter,
+                       PathAnswer chosen)
+{
+    askForPath(parent, title, start, chosen, [&filter](QFileDialog &dialog) {
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+        if (!filter.isEmpty())
+            dialog.setNameFilters(filter.split(QStringLiteral(";;")));
+    });
+}
+
+void Dialogs::askNumber(QWidget *parent, const QString &title, const QString &label, int value, int minimum, int maximum,
+                        NumberAnswer answered)
+{
+    auto *dialog = new QInputDialog(parent);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowTitle(title);
+    dialog->setLabelText(label);
+    dialog->setInputMode(QInputDialog::IntInput);
+    dialog->setIntRange(minimum, maximum);
+    dialog->setIntValue(value);
+    QObject::connect(dialog, &QInputDialog::intValueSelected, parent, std::move(answered));
+    dialog->open();
+}
+
+} // namespace velmora

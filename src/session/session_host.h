@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+namespace velmora {
+
+struct SessionPaths;
+
+/// What a session may ask of the window that holds it. Sessions know neither the window nor each other.
+class SessionHost {
+public:
+    SessionHost() = default;
+    SessionHost(const SessionHost &) = delete;
+    SessionHost &operator=(const SessionHost &) = delete;
+    virtual ~SessionHost() = default;
+
+    /// Opens a session of `kind` on `paths` in a new tab and starts it. An unknown kind becomes "folder" when both sides
+    /// are folders, and "text" otherwise.
+    virtual void openSession(const QString &kind, const SessionPaths &paths) = 0;
+
+    /// Shows `message` in the status bar, for `milliseconds` or, when 0, until the next one.
+    virtual void showStatus(const QString &message, int milliseconds = 0) = 0;
+};
+
+} // namespace velmora

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "session/session_record.h"
+
+#include <QWidget>
+
+namespace velmora {
+
+class SessionHost;
+
+/// The commands of the Edit menu, which a session carries out when it can.
+enum class EditCommand { Undo, Redo, UndoLeft, RedoLeft, UndoRight, RedoRight };
+
+/// One session in one tab: what the main window knows of it.
+///
+/// A session builds its own controls, takes its inputs as `SessionPaths` and runs its work on a `Runner`. It knows the
+/// window only as `SessionHost`, which outlives it. A kind overrides what it has; the defaults stand for "does not".
+class SessionWidget : public QWidget {
+    Q_OBJECT
+public:
+    explicit SessionWidget(SessionHost &host, QWidget *parent = nullptr);
+    ~SessionWidget() override;
+
+    /// The session kind identifier, as the table of kinds has it.
+    [[nodiscard]] virtual QString kind() const = 0;
+
+    [[nodiscard]] virtual SessionPaths paths() const = 0;
+    /// Fills the inputs; starts nothing.
+    virtual void setPaths(const SessionPaths &paths) = 0;
+
+    /// Starts the comparison, scan or computation on the current inputs.
+    virtual void start() = 0;
+
+    /// The options as session files hold them, empty when the kind has none.
+    [[nodiscard]] virtual QJsonObject options() const { return {}; }
+    virtual void setOptions(const QJsonObject & /*options*/) {}
+
+    /// Takes the path of a report that is written once, when the next comparison has completed. False when the kind writes
+    /// no report.
+    virtual bool setPendingReport(const QString & /*path*/) { return false; }
+
+    [[nodiscard]] virtual bool canEdit(EditCommand /*command*/) const { return false; }
+    virtual void edit(EditCommand /*command*/) {}
+
+    /// Whether the inputs can be unlocked for editing, and whether they are.
+    [[nodiscard]] virtual bool canEnableEditing() const { return false; }
+    [[nodiscard]] virtual bool isEditingEnabled() const { return false; }
+    virtual void setEditingEnabled(bool /*enabled*/) {}
+
+    /// True when closing the tab would lose something; the window then asks `confirmClose` before it destroys the widget.
+    [[nodiscard]] virtual bool hasUnsavedChanges() const { return false; }
+
+    /// True when local files or folders may be dropped anywhere on the session; `dropPaths` then takes their paths.
+    [[nodiscard]] virtual bool acceptsDroppedPaths() const { return false; }
+    virtual void dropPaths(const QStringList & /*paths*/, QPoint /*position*/) {}
+
+    /// Takes up a changed theme: icons and colours that are not read from the palette.
+    virtual void refreshTheme() {}
+
+    /// The session as it would be remembered now, without a name.
+    [[nodiscard]] SessionRecord record() const;
+
+    [[nodiscard]] SessionHost &host() const noexcept { return m_host; }
+
+Q_SIGNALS:
+    void tabTitleChanged(const QString &title);
+    void statusMessage(const QString &message);
+    void comparisonFinished(const QString &leftPath, const QString &rightPath);
+    /// What `canEdit`, `canEnableEditing` or `isEditingEnabled` answers has changed.
+    void editStateChanged();
+
+private:
+    SessionHost &m_host;
+};
+
+} // namespace velmora

@@ -1,0 +1,79 @@
+#include "session/theme.h"
+
+#include <QApplication>
+#include <QImageReader>
+#include <QPalette>
+#include <QStyle>
+#include <QStyleFactory>
+
+namespace velmora {
+
+namespace {
+
+constexpr char darkProperty[] = "appDarkTheme";
+constexpr int menuIconSize = 20;
+
+QPalette darkPalette()
+{
+    const QColor window(53, 53, 53);
+    const QColor accent(42, 130, 218);
+    const QColor disabled(127, 127, 127);
+    QPalette palette;
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::WindowText, Qt::white);
+    palette.setColor(QPalette::Base, QColor(35, 35, 35));
+    palette.setColor(QPalette::AlternateBase, window);
+    palette.setColor(QPalette::ToolTipBase, window);
+    palette.setColor(QPalette::ToolTipText, Qt::white);
+    palette.setColor(QPalette::Text, Qt::white);
+    palette.setColor(QPalette::Button, window);
+    palette.setColor(QPalette::ButtonText, Qt::white);
+    palette.setColor(QPalette::BrightText, Qt::red);
+    palette.setColor(QPalette::Link, accent);
+    palette.setColor(QPalette::Highlight, accent);
+    palette.setColor(QPalette::HighlightedText, Qt::black);
+    palette.setColor(QPalette::Disabled, QPalette::Text, disabled);
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, disabled);
+    return palette;
+}
+
+} // namespace
+
+void applyTheme(bool dark)
+{
+    if (QStyleFactory::keys().contains(QLatin1String("Fusion")))
+        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    qApp->setProperty(darkProperty, dark);
+    qApp->setStyleSheet(QString());
+    const QPalette palette = dark ? darkPalette() : QApplication::style()->standardPalette();
+    QApplication::setPalette(palette);
+    const QWidgetList widgets = QApplication::allWidgets();
+    for (QWidget *widget : widgets)
+        widget->setPalette(palette);
+}
+
+bool isDarkTheme()
+{
+    return qApp && qApp->property(darkProperty).toBool();
+}
+
+QString themedIconPath(const QString &name)
+{
+    const QString bare = name.startsWith(QLatin1String("icons/")) ? name.mid(6) : name;
+    const auto themed =
+        QStringLiteral(":/icons/%1/%2").arg(isDarkTheme() ? QStringLiteral("dark") : QStringLiteral("light"), bare);
+    if (QImageReader(themed).canRead())
+        return themed;
+    const auto plain = QStringLiteral(":/icons/%1").arg(bare);
+    return QImageReader(plain).canRead() ? plain : themed;
+}
+
+QIcon themedIcon(const QString &name)
+{
+    // A file is added rather than a scaled picture, so that the icon engine picks the resolution of the screen.
+    QIcon icon;
+    icon.addFile(themedIconPath(name), QSize(menuIconSize, menuIconSize));
+    return icon;
+}
+
+} // namespace velmora
