@@ -1,0 +1,89 @@
+# shellcheck shell=bash disable=SC2034
+# Shared by ./run and ./test: installs what the build needs on Debian and Ubuntu, configures and builds.
+# Sourced from the root folder of the project by bash with "set -euo pipefail". Messages go to the standard error output, so that
+# the standard output belongs to the program that is run.
+
+# For every build: compiler, build tools, Qt with its translation compiler, the OpenGL headers that Qt Gui asks for, and the
+# detection of encodings.
+velmora_build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-l10n-tools libgl-dev libuchardet-dev)
+# For anything that shows or measures text: one font with Latin and one with Chinese letters.
+velmora_font_packages=(fonts-dejavu-core fonts-wqy-microhei)
+
+say() { printf '%s\n' "$*" >&2; }
+
+# fail LINE…: says the lines and ends the script.
+fail() {
+    printf '%s\n' "$@" >&2
+    exit 1
+}
+
+is_installed() {
+    [[ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" == installed ]]
+}
+
+# The build needs this much; an older Qt would stop it halfway with errors that do not name the cause.
+refuse_old_qt() {
+    local version=$1
+    [[ "$(printf '%s\n' 6.4 "$version" | sort -V | head -n 1)" == 6.4 ]] ||
+        fail "Qt 6.4 or newer is needed; this system has Qt $version." \
+            "Debian 12, Ubuntu 23.04 and what came after them have it."
+}
+
+# quietly WHAT COMMAND…: runs the command and shows what it printed only when it fails.
+quietly() {
+    local what=$1 log
+    shift
+    log=$(mktemp)
+    if ! "$@" </dev/null >"$log" 2>&1; then
+        cat "$log" >&2
+        rm -f "$log"
+        fail "$what failed."
+    fi
+    rm -f "$log"
+}
+
+apt_get() {
+    local as_root=()
+    ((EUID == 0)) || as_root=(sudo)
+    quietly "apt-get $1" "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q "$@"
+}
+
+# need_packages NAME…: installs those that are missing; looks up nothing on the network when none is.
+need_packages() {
+    if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
+        say "This is not Debian or Ubuntu: nothing is installed, the build takes what it finds."
+        return
+    fi
+    local missing=() name
+    for name in "$@"; do
+        is_installed "$name" || missing+=("$name")
+    done
+    if ((${#missing[@]} == 0)); then
+        return
+    fi
+    if ((EUID != 0)) && ! command -v sudo >/dev/null; then
+        fail "Packages are missing, and there is no sudo to install them with. As root:" \
+            "  apt-get install --no-install-recommends ${missing[*]}"
+    fi
+
+    say "Installing ${missing[*]}"
+    apt_get update
+    local offered
+    offered=$(apt-cache policy qt6-base-dev | awk '$1 == "Candidate:" && $2 != "(none)" {print $2}')
+    [[ -z $offered ]] || refuse_old_qt "$offered"
+    apt_get install -y --no-install-recommends "${missing[@]}"
+}
+
+# build PRESET: configures when needed and builds everything that the preset names.
+build() {
+    local preset=$1 folder=build/$1 qmake=/usr/lib/qt6/bin/qmake
+    if [[ -x $qmake ]]; then
+        refuse_old_qt "$("$qmake" -query QT_VERSION)"
+    fi
+    # A build folder knows where its sources lie; one that was copied along with them is of no use.
+    if [[ -f $folder/CMakeCache.txt ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "$folder/CMakeCache.txt"; then
+        rm -rf "$folder"
+    fi
+    quietly "Configuring" cmake --preset "$preset"
+    cmake --build --preset "$preset" >&2
+}
