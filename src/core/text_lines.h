@@ -5,30 +5,46 @@
 #include <QByteArray>
 #include <QString>
 
+#include <memory>
 #include <string_view>
 #include <vector>
 
 namespace velmora {
 
+struct ByteCounts;
+
 /// The bytes that end one line.
-enum class LineEnd : quint8 { None, Lf, CrLf };
+enum class LineEnd : quint8 {
+    None, ///< the last line only
+    Lf,
+    CrLf,
+    Cr, ///< the last line only: a carriage return that no line feed follows
+};
+
+/// The bytes that `end` stands for.
+[[nodiscard]] std::string_view lineEndBytes(LineEnd end) noexcept;
 
 /// A text cut into lines: immutable, cheap to copy (the bytes and the line table are shared), usable from any thread.
 ///
-/// The text is UTF-8 without a byte-order mark. A line ends at a line feed; neither that nor one carriage return before it
-/// belongs to the line. A line feed at the very end of the text opens no further line, and an empty text has no lines.
-/// Indices are 0-based; sizes and offsets count bytes. Costs 4 bytes a line beside the text.
+/// The text is UTF-8 without a byte-order mark. A line ends at a line feed or at the end of the text; neither the line
+/// feed nor one carriage return before that end belongs to the line. A line feed at the very end of the text opens no
+/// further line, and an empty text has no lines. Indices are 0-based; sizes and offsets count bytes. Costs 4 bytes a
+/// line beside the text.
 class TextLines {
 public:
     /// The largest text that fits the 32-bit offsets of the line table.
     static constexpr qsizetype maximumSize = 0xFFFF'FFFE;
 
-    TextLines();
+    TextLines() = default;
 
     /// Cuts `utf8`, from byte `begin` on, into lines; the bytes before `begin` (a mark) stay out of the text.
-    /// Preconditions: the rest is valid UTF-8 and at most `maximumSize` bytes. When `cancel` is set on the way, what was cut
-    /// so far is returned.
+    /// Preconditions: the rest is valid UTF-8 and at most `maximumSize` bytes. When `cancel` is set on the way, what
+    /// was cut so far is returned.
     [[nodiscard]] static TextLines split(const QByteArray &utf8, qsizetype begin = 0, const CancelFlag &cancel = {});
+
+    /// The same for a caller that has counted the bytes from `begin` on already.
+    [[nodiscard]] static TextLines split(const QByteArray &utf8, qsizetype begin, const ByteCounts &counts,
+                                         const CancelFlag &cancel);
 
     [[nodiscard]] qsizetype count() const noexcept { return m_table ? qsizetype(m_table->size()) - 1 : 0; }
     [[nodiscard]] bool isEmpty() const noexcept { return count() == 0; }
@@ -44,7 +60,12 @@ public:
     /// All bytes of the text, line ends included.
     [[nodiscard]] std::string_view bytes() const noexcept;
 
+    /// The line that holds the byte at `offset` of `bytes()`. Precondition: 0 <= offset < bytes().size().
+    [[nodiscard]] qsizetype lineAt(qsizetype offset) const noexcept;
+
 private:
+    [[nodiscard]] std::string_view lineWithEnd(qsizetype index) const noexcept;
+
     QByteArray m_bytes;
     /// Where each line starts in m_bytes, and behind the last one where the text ends.
     std::shared_ptr<const std::vector<quint32>> m_table;

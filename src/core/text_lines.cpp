@@ -1,0 +1,109 @@
+#include "core/text_lines.h"
+
+#include "core/text_scan.h"
+
+#include <algorithm>
+
+namespace velmora {
+
+namespace {
+
+constexpr size_t cancelInterval = 4 * 1024 * 1024;
+
+LineEnd endOf(std::string_view lineWithEnd) noexcept {
+    if (lineWithEnd.ends_with('\n'))
+        return lineWithEnd.size() >= 2 && lineWithEnd[lineWithEnd.size() - 2] == '\r' ? LineEnd::CrLf : LineEnd::Lf;
+    return lineWithEnd.ends_with('\r') ? LineEnd::Cr : LineEnd::None;
+}
+
+} // namespace
+
+std::string_view lineEndBytes(LineEnd end) noexcept {
+    switch (end) {
+    case LineEnd::None:
+        break;
+    case LineEnd::Lf:
+        return "\n";
+    case LineEnd::CrLf:
+        return "\r\n";
+    case LineEnd::Cr:
+        return "\r";
+    }
+    return {};
+}
+
+TextLines TextLines::split(const QByteArray &utf8, qsizetype begin, const CancelFlag &cancel) {
+    const std::string_view text(utf8.constData(), size_t(utf8.size()));
+    ByteCounts counts;
+    for (size_t at = size_t(begin); at < text.size() && !cancel.isCancelled(); at += cancelInterval)
+        counts += countBytes(text, at, std::min(at + cancelInterval, text.size()));
+    // A cancelled count is too low to size the table by.
+    return cancel.isCancelled() ? TextLines() : split(utf8, begin, counts, cancel);
+}
+
+TextLines TextLines::split(const QByteArray &utf8, qsizetype begin, const ByteCounts &counts,
+                           const CancelFlag &cancel) {
+    const std::string_view text(utf8.constData(), size_t(utf8.size()));
+    const size_t first = size_t(begin);
+    TextLines lines;
+    if (first >= text.size())
+        return lines;
+
+    // Every line's start, and one end for the last line.
+    const size_t unended = text.back() == '\n' ? 0 : 1;
+    auto table = std::make_shared<std::vector<quint32>>(size_t(counts.lineFeeds) + unended + 1);
+    quint32 *next = table->data();
+    *next++ = quint32(first);
+    size_t cut = first;
+    while (cut < text.size() && !cancel.isCancelled()) {
+        const size_t end = std::min(cut + cancelInterval, text.size());
+        forEachLineFeed(text, cut, end, [&next](size_t offset) { *next++ = quint32(offset) + 1; });
+        cut = end;
+    }
+    if (cut < text.size())
+        table->resize(size_t(next - table->data()));
+    else if (unended)
+        *next = quint32(text.size());
+
+    lines.m_bytes = utf8;
+    lines.m_table = std::move(table);
+    lines.m_ascii = counts.ascii;
+    return lines;
+}
+
+std::string_view TextLines::lineWithEnd(qsizetype index) const noexcept {
+    const quint32 *start = m_table->data() + index;
+    return {m_bytes.constData() + start[0], size_t(start[1] - start[0])};
+}
+
+std::string_view TextLines::line(qsizetype index) const noexcept {
+    std::string_view line = lineWithEnd(index);
+    if (line.ends_with('\n'))
+        line.remove_suffix(1);
+    if (line.ends_with('\r'))
+        line.remove_suffix(1);
+    return line;
+}
+
+LineEnd TextLines::lineEnd(qsizetype index) const noexcept {
+    return endOf(lineWithEnd(index));
+}
+
+QString TextLines::text(qsizetype index) const {
+    const std::string_view utf8 = line(index);
+    const auto size = qsizetype(utf8.size());
+    return m_ascii ? QString::fromLatin1(utf8.data(), size) : QString::fromUtf8(utf8.data(), size);
+}
+
+std::string_view TextLines::bytes() const noexcept {
+    if (isEmpty())
+        return {};
+    return {m_bytes.constData() + m_table->front(), size_t(m_table->back() - m_table->front())};
+}
+
+qsizetype TextLines::lineAt(qsizetype offset) const noexcept {
+    const quint32 absolute = m_table->front() + quint32(offset);
+    return std::upper_bound(m_table->cbegin(), m_table->cend(), absolute) - m_table->cbegin() - 1;
+}
+
+} // namespace velmora
