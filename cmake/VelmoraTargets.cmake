@@ -76,16 +76,3 @@ function(velmora_test name)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen" TIMEOUT 300)
 endfunction()
-
-# velmora_translations(TARGET): compiles the translations into `target` as ":/i18n/velmora_LOCALE.qm". Only the translation
-# compiler itself is needed, not the development files of Qt's tools.
-function(velmora_translations target)
-    find_program(VELMORA_LRELEASE lrelease HINTS /usr/lib/qt6/bin "${QT6_INSTALL_PREFIX}/bin" REQUIRED)
-    set(source "${CMAKE_SOURCE_DIR}/resources/i18n/velmora_zh_CN.ts")
-    set(compiled "${CMAKE_CURRENT_BINARY_DIR}/velmora_zh_CN.qm")
-    add_custom_command(OUTPUT "${compiled}"
-        COMMAND "${VELMORA_LRELEASE}" -silent "${source}" -qm "${compiled}"
-        DEPENDS "${source}"
-        VERBATIM)
-    qt_add_resources(${target} ${target}_translations PREFIX /i18n BASE "${CMAKE_CURRENT_BINARY_DIR}" FILES "${compiled}")
-endfunction()
