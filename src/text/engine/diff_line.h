@@ -26,8 +26,8 @@ struct DiffLine {
 
 /// One aligned row without its texts, for callers that hold the lines themselves.
 ///
-/// Line numbers are as in `DiffLine`. An `Equal` row with only one line number is a one-sided line that does not matter: it
-/// shows that line's text on both sides.
+/// Line numbers are as in `DiffLine`. An `Equal` row with only one line number is a one-sided line that does not
+/// matter: it shows that line's text on both sides.
 struct AlignedRow {
     DiffLineKind kind = Equal;
     qint32 leftLine = -1;
@@ -50,8 +50,7 @@ struct DiffCounts {
 
 /// Counts any list of `DiffLine` or `AlignedRow`.
 template <typename Rows>
-[[nodiscard]] DiffCounts countRows(const Rows &rows)
-{
+[[nodiscard]] DiffCounts countRows(const Rows &rows) {
     DiffCounts counts;
     for (const auto &row : rows) {
         counts.added += row.kind == Added;

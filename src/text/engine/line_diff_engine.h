@@ -33,8 +33,8 @@ struct CharRange {
 
 /// Compares two texts given line by line under `options` and returns the aligned rows in display order.
 ///
-/// Lines come without their line feeds; they may end in a carriage return. Reentrant. When `cancel` is set the call ends
-/// within 100 ms and returns an empty list.
+/// Lines come without their line feeds; they may end in a carriage return. Reentrant. When `cancel` is set the call
+/// ends within 100 ms and returns an empty list.
 [[nodiscard]] QList<DiffLine> compareTextLines(const QStringList &left, const QStringList &right,
                                                const TextSessionOptions &options, const CancelFlag &cancel = {});
 
