@@ -3,5 +3,529 @@
 <TS version="2.1" language="zh_CN">
 <context>
     <name>Velmora</name>
+    <message>
+        <source>Text compare mode</source>
+        <translation>文本比较模式</translation>
+    </message>
+    <message>
+        <source>Folder compare mode</source>
+        <translation>文件夹比较模式</translation>
+    </message>
+    <message>
+        <source>Folder sync mode</source>
+        <translation>文件夹同步模式</translation>
+    </message>
+    <message>
+        <source>Binary compare mode</source>
+        <translation>二进制比较模式</translation>
+    </message>
+    <message>
+        <source>Table compare mode</source>
+        <translation>表格比较模式</translation>
+    </message>
+    <message>
+        <source>Image compare mode</source>
+        <translation>图像比较模式</translation>
+    </message>
+    <message>
+        <source>Git repository compare mode</source>
+        <translation>Git 仓库比较模式</translation>
+    </message>
+    <message>
+        <source>Archive compare mode</source>
+        <translation>压缩包比较模式</translation>
+    </message>
+    <message>
+        <source>Checksum verification mode</source>
+        <translation>校验和验证模式</translation>
+    </message>
+    <message>
+        <source>Version info compare mode</source>
+        <translation>版本信息比较模式</translation>
+    </message>
+    <message>
+        <source>Velmora — file and folder comparison</source>
+        <translation>Velmora — 文件与文件夹比较</translation>
+    </message>
+    <message>
+        <source>UI language: en (default) or zh</source>
+        <translation>界面语言：en（默认）或 zh</translation>
+    </message>
+    <message>
+        <source>UI theme: light (default) or dark</source>
+        <translation>界面主题：light（浅色，默认）或 dark（深色）</translation>
+    </message>
+    <message>
+        <source>Export diff report to HTML after compare</source>
+        <translation>比较后将差异报告导出为 HTML</translation>
+    </message>
+    <message>
+        <source>Treat path as left side (shell context menu)</source>
+        <translation>将路径作为左侧（资源管理器右键菜单）</translation>
+    </message>
+    <message>
+        <source>Treat path as right side; pairs with prior --as-left</source>
+        <translation>将路径作为右侧，与之前的 --as-left 配对</translation>
+    </message>
+    <message>
+        <source>Left file or folder path</source>
+        <translation>左侧文件或文件夹路径</translation>
+    </message>
+    <message>
+        <source>Right file or folder path</source>
+        <translation>右侧文件或文件夹路径</translation>
+    </message>
+    <message>
+        <source>This session is not part of this version yet.</source>
+        <translation>当前版本尚未提供此会话。</translation>
+    </message>
+    <message>
+        <source>Folder compare(&amp;F)</source>
+        <translation>文件夹比较(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Folder compare</source>
+        <translation>文件夹比较</translation>
+    </message>
+    <message>
+        <source>Folder compare %1</source>
+        <translation>文件夹比较 %1</translation>
+    </message>
+    <message>
+        <source>See which files two folders share, lack or hold in different versions.</source>
+        <translation>查看两个文件夹中哪些文件相同、缺失或版本不同。</translation>
+    </message>
+    <message>
+        <source>Text compare(&amp;I)</source>
+        <translation>文本比较(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Text compare</source>
+        <translation>文本比较</translation>
+    </message>
+    <message>
+        <source>Text compare %1</source>
+        <translation>文本比较 %1</translation>
+    </message>
+    <message>
+        <source>Compare two text files line by line and edit them side by side.</source>
+        <translation>逐行比较两个文本文件，并可并排编辑。</translation>
+    </message>
+    <message>
+        <source>Text edit</source>
+        <translation>文本编辑</translation>
+    </message>
+    <message>
+        <source>Text edit %1</source>
+        <translation>文本编辑 %1</translation>
+    </message>
+    <message>
+        <source>Open, edit and save one text file.</source>
+        <translation>打开、编辑并保存单个文本文件。</translation>
+    </message>
+    <message>
+        <source>Text merge(&amp;E)</source>
+        <translation>文本合并(&amp;E)</translation>
+    </message>
+    <message>
+        <source>Text merge</source>
+        <translation>文本合并</translation>
+    </message>
+    <message>
+        <source>Three-way merge %1</source>
+        <translation>三方合并 %1</translation>
+    </message>
+    <message>
+        <source>Merge two versions of a text file that come from one base.</source>
+        <translation>合并源自同一基准的两个文本文件版本。</translation>
+    </message>
+    <message>
+        <source>Table compare(&amp;T)</source>
+        <translation>表格比较(&amp;T)</translation>
+    </message>
+    <message>
+        <source>Table compare</source>
+        <translation>表格比较</translation>
+    </message>
+    <message>
+        <source>Table compare %1</source>
+        <translation>表格比较 %1</translation>
+    </message>
+    <message>
+        <source>Compare two CSV or TSV tables cell by cell.</source>
+        <translation>逐个单元格比较两个 CSV 或 TSV 表格。</translation>
+    </message>
+    <message>
+        <source>Hex compare(&amp;H)</source>
+        <translation>十六进制比较(&amp;H)</translation>
+    </message>
+    <message>
+        <source>Hex compare</source>
+        <translation>十六进制比较</translation>
+    </message>
+    <message>
+        <source>Binary compare %1</source>
+        <translation>二进制比较 %1</translation>
+    </message>
+    <message>
+        <source>Compare two files of any kind byte by byte.</source>
+        <translation>逐字节比较任意类型的两个文件。</translation>
+    </message>
+    <message>
+        <source>Image compare(&amp;P)</source>
+        <translation>图像比较(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Image compare</source>
+        <translation>图像比较</translation>
+    </message>
+    <message>
+        <source>Image compare %1</source>
+        <translation>图像比较 %1</translation>
+    </message>
+    <message>
+        <source>Compare two pictures pixel by pixel, with a tolerance.</source>
+        <translation>按设定的容差逐像素比较两幅图像。</translation>
+    </message>
+    <message>
+        <source>MP3 compare(&amp;M)</source>
+        <translation>MP3 比较(&amp;M)</translation>
+    </message>
+    <message>
+        <source>MP3 compare</source>
+        <translation>MP3 比较</translation>
+    </message>
+    <message>
+        <source>MP3 compare %1</source>
+        <translation>MP3 比较 %1</translation>
+    </message>
+    <message>
+        <source>Compare the tags of two MP3 files.</source>
+        <translation>比较两个 MP3 文件的标签信息。</translation>
+    </message>
+    <message>
+        <source>Folder merge(&amp;O)</source>
+        <translation>文件夹合并(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Folder merge</source>
+        <translation>文件夹合并</translation>
+    </message>
+    <message>
+        <source>Folder merge %1</source>
+        <translation>文件夹合并 %1</translation>
+    </message>
+    <message>
+        <source>Merge two versions of a folder that come from one base.</source>
+        <translation>合并源自同一基准的两个文件夹版本。</translation>
+    </message>
+    <message>
+        <source>Folder sync(&amp;Y)</source>
+        <translation>文件夹同步(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>Folder sync</source>
+        <translation>文件夹同步</translation>
+    </message>
+    <message>
+        <source>Folder sync %1</source>
+        <translation>文件夹同步 %1</translation>
+    </message>
+    <message>
+        <source>Sync %1 &lt;-&gt; %2</source>
+        <translation>同步 %1 &lt;-&gt; %2</translation>
+    </message>
+    <message>
+        <source>Bring two folders to the same state, after a look at the plan.</source>
+        <translation>先预览同步计划，再使两个文件夹保持一致。</translation>
+    </message>
+    <message>
+        <source>Registry compare(&amp;R)</source>
+        <translation>注册表比较(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Registry compare</source>
+        <translation>注册表比较</translation>
+    </message>
+    <message>
+        <source>Registry compare %1</source>
+        <translation>注册表比较 %1</translation>
+    </message>
+    <message>
+        <source>Compare the keys and values of two registry trees.</source>
+        <translation>比较两棵注册表树的键和值。</translation>
+    </message>
+    <message>
+        <source>Version compare(&amp;V)</source>
+        <translation>版本信息比较(&amp;V)</translation>
+    </message>
+    <message>
+        <source>Version compare</source>
+        <translation>版本信息比较</translation>
+    </message>
+    <message>
+        <source>Version compare %1</source>
+        <translation>版本信息比较 %1</translation>
+    </message>
+    <message>
+        <source>Compare the version information of two programs or libraries.</source>
+        <translation>比较两个程序或库文件的版本信息。</translation>
+    </message>
+    <message>
+        <source>Git compare(&amp;G)</source>
+        <translation>Git 比较(&amp;G)</translation>
+    </message>
+    <message>
+        <source>Git compare</source>
+        <translation>Git 比较</translation>
+    </message>
+    <message>
+        <source>Git compare %1</source>
+        <translation>Git 比较 %1</translation>
+    </message>
+    <message>
+        <source>Git: %1</source>
+        <translation>Git：%1</translation>
+    </message>
+    <message>
+        <source>Compare two states of a Git repository.</source>
+        <translation>比较 Git 仓库的两个状态。</translation>
+    </message>
+    <message>
+        <source>Archive compare(&amp;A)</source>
+        <translation>压缩包比较(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Archive compare</source>
+        <translation>压缩包比较</translation>
+    </message>
+    <message>
+        <source>Archive compare %1</source>
+        <translation>压缩包比较 %1</translation>
+    </message>
+    <message>
+        <source>Compare the contents of two archives.</source>
+        <translation>比较两个压缩包的内容。</translation>
+    </message>
+    <message>
+        <source>Archive browse</source>
+        <translation>压缩包浏览</translation>
+    </message>
+    <message>
+        <source>Archive browse %1</source>
+        <translation>压缩包浏览 %1</translation>
+    </message>
+    <message>
+        <source>Browse: %1</source>
+        <translation>浏览：%1</translation>
+    </message>
+    <message>
+        <source>Look into an archive without unpacking it.</source>
+        <translation>无需解压即可查看压缩包内容。</translation>
+    </message>
+    <message>
+        <source>Checksum(&amp;K)</source>
+        <translation>校验和(&amp;K)</translation>
+    </message>
+    <message>
+        <source>Checksum</source>
+        <translation>校验和</translation>
+    </message>
+    <message>
+        <source>Checksum %1</source>
+        <translation>校验和 %1</translation>
+    </message>
+    <message>
+        <source>Compute the checksums of a file and match them with an expected value.</source>
+        <translation>计算文件的校验和，并与预期值核对。</translation>
+    </message>
+    <message>
+        <source>Duplicate finder(&amp;D)</source>
+        <translation>重复文件查找(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Duplicates</source>
+        <translation>重复文件</translation>
+    </message>
+    <message>
+        <source>Duplicate finder %1</source>
+        <translation>重复文件查找 %1</translation>
+    </message>
+    <message>
+        <source>Duplicates: %1</source>
+        <translation>重复文件：%1</translation>
+    </message>
+    <message>
+        <source>Find the files of a folder tree that are there more than once.</source>
+        <translation>查找文件夹树中重复出现的文件。</translation>
+    </message>
+    <message>
+        <source>Folder snapshot(&amp;N)</source>
+        <translation>文件夹快照(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Snapshot</source>
+        <translation>快照</translation>
+    </message>
+    <message>
+        <source>Folder snapshot %1</source>
+        <translation>文件夹快照 %1</translation>
+    </message>
+    <message>
+        <source>Record the state of a folder and see later what has changed.</source>
+        <translation>记录文件夹的状态，以便日后查看变化。</translation>
+    </message>
+    <message>
+        <source>Environment compare(&amp;E)</source>
+        <translation>环境变量比较(&amp;E)</translation>
+    </message>
+    <message>
+        <source>Environment</source>
+        <translation>环境变量</translation>
+    </message>
+    <message>
+        <source>Environment compare %1</source>
+        <translation>环境变量比较 %1</translation>
+    </message>
+    <message>
+        <source>Record the environment variables and compare them with a record.</source>
+        <translation>记录环境变量，并与以往的记录比较。</translation>
+    </message>
+    <message>
+        <source>Disk usage(&amp;U)</source>
+        <translation>磁盘占用(&amp;U)</translation>
+    </message>
+    <message>
+        <source>Disk usage</source>
+        <translation>磁盘占用</translation>
+    </message>
+    <message>
+        <source>Disk usage %1</source>
+        <translation>磁盘占用 %1</translation>
+    </message>
+    <message>
+        <source>Disk usage: %1</source>
+        <translation>磁盘占用：%1</translation>
+    </message>
+    <message>
+        <source>See which files and folders take up the space of a folder tree.</source>
+        <translation>查看文件夹树中哪些文件和文件夹占用了空间。</translation>
+    </message>
+    <message>
+        <source>Services snapshot(&amp;S)</source>
+        <translation>服务快照(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Services</source>
+        <translation>服务</translation>
+    </message>
+    <message>
+        <source>Services snapshot %1</source>
+        <translation>服务快照 %1</translation>
+    </message>
+    <message>
+        <source>Record the system&apos;s services and compare them with a record.</source>
+        <translation>记录系统服务，并与以往的记录比较。</translation>
+    </message>
+    <message>
+        <source>Startup items(&amp;T)</source>
+        <translation>启动项(&amp;T)</translation>
+    </message>
+    <message>
+        <source>Startup</source>
+        <translation>启动项</translation>
+    </message>
+    <message>
+        <source>Startup items %1</source>
+        <translation>启动项 %1</translation>
+    </message>
+    <message>
+        <source>Record what starts with the system and compare it with a record.</source>
+        <translation>记录随系统启动的项目，并与以往的记录比较。</translation>
+    </message>
+    <message>
+        <source>SFTP/SSH folder compare(&amp;H)</source>
+        <translation>SFTP/SSH 文件夹比较(&amp;H)</translation>
+    </message>
+    <message>
+        <source>SFTP compare</source>
+        <translation>SFTP 比较</translation>
+    </message>
+    <message>
+        <source>SFTP compare %1</source>
+        <translation>SFTP 比较 %1</translation>
+    </message>
+    <message>
+        <source>Compare a local folder with one on a remote host over SSH.</source>
+        <translation>通过 SSH 比较本地文件夹与远程主机上的文件夹。</translation>
+    </message>
+    <message>
+        <source>%1 &lt;-&gt; %2</source>
+        <translation>%1 &lt;-&gt; %2</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>是(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>否(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Strict (all significant)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ignore whitespace</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ignore case</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Relaxed (ws, case, EOL, blank lines)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>identical</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>added</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>removed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>modified</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No line here, %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Line %1, %2: %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Overview of all differences; press or drag to go there</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Overview of differences</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>
