@@ -473,59 +473,67 @@
     </message>
     <message>
         <source>Strict (all significant)</source>
-        <translation type="unfinished"></translation>
+        <translation>严格（所有差异均重要）</translation>
     </message>
     <message>
         <source>Ignore whitespace</source>
-        <translation type="unfinished"></translation>
+        <translation>忽略空白</translation>
     </message>
     <message>
         <source>Ignore case</source>
-        <translation type="unfinished"></translation>
+        <translation>忽略大小写</translation>
     </message>
     <message>
         <source>Relaxed (ws, case, EOL, blank lines)</source>
-        <translation type="unfinished"></translation>
+        <translation>宽松（空白、大小写、行尾、空行）</translation>
     </message>
     <message>
         <source>identical</source>
-        <translation type="unfinished"></translation>
+        <translation>相同</translation>
     </message>
     <message>
         <source>added</source>
-        <translation type="unfinished"></translation>
+        <translation>新增</translation>
     </message>
     <message>
         <source>removed</source>
-        <translation type="unfinished"></translation>
+        <translation>删除</translation>
     </message>
     <message>
         <source>modified</source>
-        <translation type="unfinished"></translation>
+        <translation>修改</translation>
     </message>
     <message>
         <source>Left text</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧文本</translation>
     </message>
     <message>
         <source>Right text</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧文本</translation>
     </message>
     <message>
         <source>No line here, %1</source>
-        <translation type="unfinished"></translation>
+        <translation>此处无行，%1</translation>
     </message>
     <message>
         <source>Line %1, %2: %3</source>
-        <translation type="unfinished"></translation>
+        <translation>第 %1 行，%2：%3</translation>
     </message>
     <message>
         <source>Overview of all differences; press or drag to go there</source>
-        <translation type="unfinished"></translation>
+        <translation>所有差异的概览；按下或拖动可跳转</translation>
     </message>
     <message>
         <source>Overview of differences</source>
-        <translation type="unfinished"></translation>
+        <translation>差异概览</translation>
+    </message>
+    <message>
+        <source>Velmora</source>
+        <translation>Velmora</translation>
+    </message>
+    <message>
+        <source>Drag folders or files onto a session icon, or click a session icon to begin:</source>
+        <translation>将文件夹或文件拖到会话图标上，或单击会话图标开始：</translation>
     </message>
 </context>
 </TS>
