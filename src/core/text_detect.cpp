@@ -20,7 +20,8 @@ struct Utf16Evidence {
     size_t ascii = 0;    ///< printable ASCII characters, tabs and line ends
     bool broken = false; ///< holds what no text holds
 
-    Utf16Evidence(std::string_view bytes, bool bigEndian) {
+    Utf16Evidence(std::string_view bytes, bool bigEndian)
+    {
         bool highPending = false;
         for (size_t at = 0; at + 1 < bytes.size() && !broken; at += 2) {
             const auto first = static_cast<unsigned char>(bytes[at]);
@@ -38,7 +39,8 @@ struct Utf16Evidence {
 };
 
 /// The lines from the one with the first byte above 0x7F on: what comes before says nothing.
-std::string_view tellingPart(std::string_view bytes) {
+std::string_view tellingPart(std::string_view bytes)
+{
     const auto isHigh = [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; };
     const auto first = size_t(std::find_if(bytes.begin(), bytes.end(), isHigh) - bytes.begin());
     const size_t lineFeed = bytes.substr(0, first).rfind('\n');
@@ -48,7 +50,8 @@ std::string_view tellingPart(std::string_view bytes) {
 }
 
 /// Damaged UTF-8: of the sequences above ASCII all but a few are well-formed. By chance next to none would be.
-bool isNearlyUtf8(std::string_view bytes) {
+bool isNearlyUtf8(std::string_view bytes)
+{
     size_t damaged = 0;
     size_t wellFormed = 0;
     for (size_t at = 0; at < bytes.size();) {
@@ -64,7 +67,8 @@ bool isNearlyUtf8(std::string_view bytes) {
     return damaged * 20 <= wellFormed;
 }
 
-QByteArray charsetByUchardet(std::string_view bytes) {
+QByteArray charsetByUchardet(std::string_view bytes)
+{
     const std::unique_ptr<uchardet, void (*)(uchardet_t)> detector(uchardet_new(), uchardet_delete);
     if (!detector || uchardet_handle_data(detector.get(), bytes.data(), bytes.size()) != 0)
         return {};
@@ -74,7 +78,8 @@ QByteArray charsetByUchardet(std::string_view bytes) {
 
 /// Whether `bytes`, which may end within a character, are text in `charset`: a wrong guess shows by what it cannot
 /// decode.
-bool fits(std::string_view bytes, const QByteArray &charset) {
+bool fits(std::string_view bytes, const QByteArray &charset)
+{
     const auto high =
         std::count_if(bytes.begin(), bytes.end(), [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; });
     const Utf8Output output = transcodeToUtf8(bytes, charset, {});
@@ -83,7 +88,8 @@ bool fits(std::string_view bytes, const QByteArray &charset) {
 
 } // namespace
 
-std::optional<TextEncoding> encodingByMark(std::string_view bytes) {
+std::optional<TextEncoding> encodingByMark(std::string_view bytes)
+{
     // The mark of UTF-32 LE starts with that of UTF-16 LE, and its length is always a multiple of four.
     const bool couldBeUtf32 = bytes.size() % 4 == 0;
     for (const char *charset : {"UTF-32LE", "UTF-32BE", "UTF-8", "UTF-16LE", "UTF-16BE"}) {
@@ -96,7 +102,8 @@ std::optional<TextEncoding> encodingByMark(std::string_view bytes) {
     return std::nullopt;
 }
 
-std::optional<TextEncoding> encodingByZeros(std::string_view bytes, bool validUtf8) {
+std::optional<TextEncoding> encodingByZeros(std::string_view bytes, bool validUtf8)
+{
     if (bytes.size() % 2 != 0)
         return std::nullopt;
     const std::string_view sample = bytes.substr(0, zerosSample);
@@ -111,7 +118,8 @@ std::optional<TextEncoding> encodingByZeros(std::string_view bytes, bool validUt
     return TextEncoding::ofCharset(isBig ? "UTF-16BE" : "UTF-16LE", false);
 }
 
-TextEncoding encodingByStatistics(std::string_view bytes) {
+TextEncoding encodingByStatistics(std::string_view bytes)
+{
     const TextEncoding latin1 = TextEncoding::ofCharset("ISO-8859-1", false);
     const std::string_view sample = tellingPart(bytes);
     if (isNearlyUtf8(sample))

@@ -45,26 +45,30 @@ constexpr std::array aliases{
 };
 
 /// What names are compared by.
-QByteArray plainName(const QString &name) {
+QByteArray plainName(const QString &name)
+{
     QByteArray plain = name.trimmed().toLower().toUtf8();
     plain.removeIf([](char character) { return character == ' ' || character == '-' || character == '_'; });
     return plain;
 }
 
-bool meansAutomatic(const QString &name) {
+bool meansAutomatic(const QString &name)
+{
     const QByteArray plain = plainName(name);
     return plain.isEmpty() || plain == "auto" || plain == "autodetect" || plain == QByteArrayLiteral("自动检测");
 }
 
 /// The system's own charsets under the name that was asked for, in capitals so that one charset has one spelling.
-std::optional<TextEncoding> systemEncoding(const QString &name) {
+std::optional<TextEncoding> systemEncoding(const QString &name)
+{
     const QByteArray charset = name.trimmed().toUpper().toLatin1();
     if (!TextCodec::open(charset))
         return std::nullopt;
     return TextEncoding::ofCharset(charset, false);
 }
 
-std::optional<TextEncoding> encodingOfName(const QString &name) {
+std::optional<TextEncoding> encodingOfName(const QString &name)
+{
     const QByteArray plain = plainName(name);
     for (const NamedEncoding &entry : namedEncodings) {
         if (plain == plainName(QString::fromLatin1(entry.name)))
@@ -79,26 +83,31 @@ std::optional<TextEncoding> encodingOfName(const QString &name) {
 
 } // namespace
 
-TextEncoding TextEncoding::fromName(const QString &name) {
+TextEncoding TextEncoding::fromName(const QString &name)
+{
     return meansAutomatic(name) ? TextEncoding() : encodingOfName(name).value_or(TextEncoding());
 }
 
-TextEncoding TextEncoding::ofCharset(const QByteArray &charset, bool mark) {
+TextEncoding TextEncoding::ofCharset(const QByteArray &charset, bool mark)
+{
     return TextEncoding(charset, mark);
 }
 
-QStringList TextEncoding::offeredNames() {
+QStringList TextEncoding::offeredNames()
+{
     QStringList names{QString::fromLatin1(autoDetect)};
     for (size_t index = 0; index < offeredCount; ++index)
         names.append(QString::fromLatin1(namedEncodings[index].name));
     return names;
 }
 
-bool TextEncoding::isKnownName(const QString &name) {
+bool TextEncoding::isKnownName(const QString &name)
+{
     return meansAutomatic(name) || encodingOfName(name).has_value();
 }
 
-QString TextEncoding::name() const {
+QString TextEncoding::name() const
+{
     if (isAutomatic())
         return QStringLiteral("auto");
     // Only UTF-8 has a name of its own for each of the two forms.
@@ -109,7 +118,8 @@ QString TextEncoding::name() const {
     return QString::fromLatin1(entry != namedEncodings.end() ? QByteArray(entry->name) : m_charset);
 }
 
-QByteArray TextEncoding::markBytes() const {
+QByteArray TextEncoding::markBytes() const
+{
     if (m_charset == "UTF-8")
         return QByteArrayLiteral("\xEF\xBB\xBF");
     if (m_charset == "UTF-16LE")

@@ -16,15 +16,18 @@ namespace {
 /// Reading stops for a cancel request, and a file that turns out longer than it said grows the buffer, in this step.
 constexpr qsizetype readStep = 8 * 1024 * 1024;
 
-QString systemWords(std::errc error) {
+QString systemWords(std::errc error)
+{
     return QString::fromStdString(std::make_error_code(error).message());
 }
 
-std::string_view viewOf(const QByteArray &bytes) {
+std::string_view viewOf(const QByteArray &bytes)
+{
     return {bytes.constData(), size_t(bytes.size())};
 }
 
-LineEndStyle styleOf(const ByteCounts &counts) {
+LineEndStyle styleOf(const ByteCounts &counts)
+{
     const bool crLf = counts.crLfPairs > 0;
     const bool lf = counts.lineFeeds > counts.crLfPairs;
     const bool cr = counts.carriageReturns > counts.crLfPairs;
@@ -33,11 +36,13 @@ LineEndStyle styleOf(const ByteCounts &counts) {
     return crLf ? LineEndStyle::CrLf : cr ? LineEndStyle::Cr : LineEndStyle::Lf;
 }
 
-bool isWide(const QByteArray &charset) {
+bool isWide(const QByteArray &charset)
+{
     return charset.startsWith("UTF-16") || charset.startsWith("UTF-32");
 }
 
-TextEncoding detect(std::string_view bytes, const TextScan &scan) {
+TextEncoding detect(std::string_view bytes, const TextScan &scan)
+{
     const bool zeros = scan.counts.zeros > 0;
     if (scan.validUtf8 && !zeros)
         return TextEncoding::ofCharset("UTF-8", false);
@@ -49,13 +54,15 @@ TextEncoding detect(std::string_view bytes, const TextScan &scan) {
 }
 
 /// True when the bytes of a text of `charset` are its UTF-8 form already.
-bool isUtf8AsItStands(const QByteArray &charset, const TextScan &scan) {
+bool isUtf8AsItStands(const QByteArray &charset, const TextScan &scan)
+{
     return scan.validUtf8 && (charset == "UTF-8" || (scan.counts.ascii && charset == "US-ASCII"));
 }
 
 } // namespace
 
-QString lineEndStyleName(LineEndStyle style) {
+QString lineEndStyleName(LineEndStyle style)
+{
     switch (style) {
     case LineEndStyle::CrLf:
         return QStringLiteral("CRLF");
@@ -69,7 +76,8 @@ QString lineEndStyleName(LineEndStyle style) {
     return QStringLiteral("LF");
 }
 
-DecodedText decodeText(const QByteArray &raw, const TextEncoding &encoding, const CancelFlag &cancel) {
+DecodedText decodeText(const QByteArray &raw, const TextEncoding &encoding, const CancelFlag &cancel)
+{
     DecodedText text;
     text.encoding = encoding;
     text.tooLarge = raw.size() > TextLines::maximumSize;
@@ -110,7 +118,8 @@ DecodedText decodeText(const QByteArray &raw, const TextEncoding &encoding, cons
     return text;
 }
 
-FileContents readFile(const QString &path, const CancelFlag &cancel) {
+FileContents readFile(const QString &path, const CancelFlag &cancel)
+{
     FileContents contents;
     // Opening a pipe would wait for its other end, and opening a device can make it act.
     const QFileInfo info(path);

@@ -3,6 +3,7 @@
 #include "core/text_scan.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace velmora {
 
@@ -10,7 +11,8 @@ namespace {
 
 constexpr size_t cancelInterval = 4 * 1024 * 1024;
 
-LineEnd endOf(std::string_view lineWithEnd) noexcept {
+LineEnd endOf(std::string_view lineWithEnd) noexcept
+{
     if (lineWithEnd.ends_with('\n'))
         return lineWithEnd.size() >= 2 && lineWithEnd[lineWithEnd.size() - 2] == '\r' ? LineEnd::CrLf : LineEnd::Lf;
     return lineWithEnd.ends_with('\r') ? LineEnd::Cr : LineEnd::None;
@@ -18,7 +20,8 @@ LineEnd endOf(std::string_view lineWithEnd) noexcept {
 
 } // namespace
 
-std::string_view lineEndBytes(LineEnd end) noexcept {
+std::string_view lineEndBytes(LineEnd end) noexcept
+{
     switch (end) {
     case LineEnd::None:
         break;
@@ -32,7 +35,8 @@ std::string_view lineEndBytes(LineEnd end) noexcept {
     return {};
 }
 
-TextLines TextLines::split(const QByteArray &utf8, qsizetype begin, const CancelFlag &cancel) {
+TextLines TextLines::split(const QByteArray &utf8, qsizetype begin, const CancelFlag &cancel)
+{
     const std::string_view text(utf8.constData(), size_t(utf8.size()));
     ByteCounts counts;
     for (size_t at = size_t(begin); at < text.size() && !cancel.isCancelled(); at += cancelInterval)
@@ -41,8 +45,8 @@ TextLines TextLines::split(const QByteArray &utf8, qsizetype begin, const Cancel
     return cancel.isCancelled() ? TextLines() : split(utf8, begin, counts, cancel);
 }
 
-TextLines TextLines::split(const QByteArray &utf8, qsizetype begin, const ByteCounts &counts,
-                           const CancelFlag &cancel) {
+TextLines TextLines::split(const QByteArray &utf8, qsizetype begin, const ByteCounts &counts, const CancelFlag &cancel)
+{
     const std::string_view text(utf8.constData(), size_t(utf8.size()));
     const size_t first = size_t(begin);
     TextLines lines;
@@ -71,12 +75,14 @@ TextLines TextLines::split(const QByteArray &utf8, qsizetype begin, const ByteCo
     return lines;
 }
 
-std::string_view TextLines::lineWithEnd(qsizetype index) const noexcept {
+std::string_view TextLines::lineWithEnd(qsizetype index) const noexcept
+{
     const quint32 *start = m_table->data() + index;
     return {m_bytes.constData() + start[0], size_t(start[1] - start[0])};
 }
 
-std::string_view TextLines::line(qsizetype index) const noexcept {
+std::string_view TextLines::line(qsizetype index) const noexcept
+{
     std::string_view line = lineWithEnd(index);
     if (line.ends_with('\n'))
         line.remove_suffix(1);
@@ -85,25 +91,52 @@ std::string_view TextLines::line(qsizetype index) const noexcept {
     return line;
 }
 
-LineEnd TextLines::lineEnd(qsizetype index) const noexcept {
+LineEnd TextLines::lineEnd(qsizetype index) const noexcept
+{
     return endOf(lineWithEnd(index));
 }
 
-QString TextLines::text(qsizetype index) const {
+QString TextLines::text(qsizetype index) const
+{
     const std::string_view utf8 = line(index);
     const auto size = qsizetype(utf8.size());
     return m_ascii ? QString::fromLatin1(utf8.data(), size) : QString::fromUtf8(utf8.data(), size);
 }
 
-std::string_view TextLines::bytes() const noexcept {
+std::string_view TextLines::bytes() const noexcept
+{
     if (isEmpty())
         return {};
     return {m_bytes.constData() + m_table->front(), size_t(m_table->back() - m_table->front())};
 }
 
-qsizetype TextLines::lineAt(qsizetype offset) const noexcept {
+qsizetype TextLines::lineAt(qsizetype offset) const noexcept
+{
     const quint32 absolute = m_table->front() + quint32(offset);
     return std::upper_bound(m_table->cbegin(), m_table->cend(), absolute) - m_table->cbegin() - 1;
+}
+
+void TextLinesBuilder::reserve(qsizetype bytes, qsizetype lines)
+{
+    m_bytes.reserve(bytes);
+    m_table.reserve(size_t(lines) + 1);
+}
+
+void TextLinesBuilder::append(std::string_view line, LineEnd end)
+{
+    const std::string_view ending = lineEndBytes(end);
+    m_bytes.append(line.data(), qsizetype(line.size()));
+    m_bytes.append(ending.data(), qsizetype(ending.size()));
+    m_table.push_back(quint32(m_bytes.size()));
+}
+
+TextLines TextLinesBuilder::take()
+{
+    TextLines lines;
+    lines.m_ascii = countBytes({m_bytes.constData(), size_t(m_bytes.size())}, 0, size_t(m_bytes.size())).ascii;
+    lines.m_bytes = std::exchange(m_bytes, {});
+    lines.m_table = std::make_shared<const std::vector<quint32>>(std::exchange(m_table, {0}));
+    return lines;
 }
 
 } // namespace velmora

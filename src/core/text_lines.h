@@ -64,12 +64,32 @@ public:
     [[nodiscard]] qsizetype lineAt(qsizetype offset) const noexcept;
 
 private:
+    friend class TextLinesBuilder;
+
     [[nodiscard]] std::string_view lineWithEnd(qsizetype index) const noexcept;
 
     QByteArray m_bytes;
     /// Where each line starts in m_bytes, and behind the last one where the text ends.
     std::shared_ptr<const std::vector<quint32>> m_table;
     bool m_ascii = true;
+};
+
+/// Puts a text together line by line, for texts that are not the bytes of a file as they stand.
+///
+/// A line may hold line feeds; it stays one line. Used by one thread.
+class TextLinesBuilder {
+public:
+    void reserve(qsizetype bytes, qsizetype lines);
+
+    /// Precondition: `line` is valid UTF-8 and the text stays below `TextLines::maximumSize`.
+    void append(std::string_view line, LineEnd end);
+
+    /// The text so far; the builder is empty afterwards.
+    [[nodiscard]] TextLines take();
+
+private:
+    QByteArray m_bytes;
+    std::vector<quint32> m_table{0};
 };
 
 } // namespace velmora

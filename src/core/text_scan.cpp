@@ -12,13 +12,15 @@ constexpr size_t cancelInterval = 32 * blockSize;
 
 constexpr quint64 highBits = 0x8080'8080'8080'8080;
 
-quint64 loadWord(const char *bytes) noexcept {
+quint64 loadWord(const char *bytes) noexcept
+{
     quint64 word;
     std::memcpy(&word, bytes, sizeof word);
     return word;
 }
 
-void countPlain(ByteCounts &counts, std::string_view text, size_t begin, size_t end) noexcept {
+void countPlain(ByteCounts &counts, std::string_view text, size_t begin, size_t end) noexcept
+{
     for (size_t at = begin; at < end; ++at) {
         const char byte = text[at];
         counts.lineFeeds += byte == '\n';
@@ -31,13 +33,15 @@ void countPlain(ByteCounts &counts, std::string_view text, size_t begin, size_t 
 
 #if VELMORA_SSE2
 
-qsizetype sumOfBytes(__m128i bytes) noexcept {
+qsizetype sumOfBytes(__m128i bytes) noexcept
+{
     const __m128i sums = _mm_sad_epu8(bytes, _mm_setzero_si128());
     return qsizetype(_mm_cvtsi128_si64(sums)) + qsizetype(_mm_cvtsi128_si64(_mm_srli_si128(sums, 8)));
 }
 
 /// Counts whole vectors from `begin` on and returns where it stopped, in front of the last 17 bytes of the range.
-size_t countVectors(ByteCounts &counts, std::string_view text, size_t begin, size_t end) noexcept {
+size_t countVectors(ByteCounts &counts, std::string_view text, size_t begin, size_t end) noexcept
+{
     const __m128i zero = _mm_setzero_si128();
     const __m128i lineFeed = _mm_set1_epi8('\n');
     const __m128i carriageReturn = _mm_set1_epi8('\r');
@@ -71,12 +75,14 @@ size_t countVectors(ByteCounts &counts, std::string_view text, size_t begin, siz
 
 #endif
 
-bool isContinuation(unsigned char byte) noexcept {
+bool isContinuation(unsigned char byte) noexcept
+{
     return (byte & 0xC0) == 0x80;
 }
 
 /// The length of the well-formed sequence of two or more bytes at `bytes`, 0 when it is none. `left` bytes are there.
-size_t sequenceLength(const unsigned char *bytes, size_t left) noexcept {
+size_t sequenceLength(const unsigned char *bytes, size_t left) noexcept
+{
     const unsigned char lead = bytes[0];
     if (lead >= 0xE0 && lead < 0xF0) {
         if (left < 3 || !isContinuation(bytes[1]) || !isContinuation(bytes[2]))
@@ -99,7 +105,8 @@ size_t sequenceLength(const unsigned char *bytes, size_t left) noexcept {
 
 } // namespace
 
-ByteCounts &ByteCounts::operator+=(const ByteCounts &other) noexcept {
+ByteCounts &ByteCounts::operator+=(const ByteCounts &other) noexcept
+{
     lineFeeds += other.lineFeeds;
     carriageReturns += other.carriageReturns;
     crLfPairs += other.crLfPairs;
@@ -108,7 +115,8 @@ ByteCounts &ByteCounts::operator+=(const ByteCounts &other) noexcept {
     return *this;
 }
 
-ByteCounts countBytes(std::string_view text, size_t begin, size_t end) noexcept {
+ByteCounts countBytes(std::string_view text, size_t begin, size_t end) noexcept
+{
     ByteCounts counts;
 #if VELMORA_SSE2
     begin = countVectors(counts, text, begin, end);
@@ -117,7 +125,8 @@ ByteCounts countBytes(std::string_view text, size_t begin, size_t end) noexcept 
     return counts;
 }
 
-size_t validUtf8Until(std::string_view text, size_t begin, size_t end) noexcept {
+size_t validUtf8Until(std::string_view text, size_t begin, size_t end) noexcept
+{
     const auto *bytes = reinterpret_cast<const unsigned char *>(text.data());
     const size_t size = text.size();
     size_t at = begin;
@@ -136,7 +145,8 @@ size_t validUtf8Until(std::string_view text, size_t begin, size_t end) noexcept 
     return at;
 }
 
-size_t damagedUtf8Length(std::string_view text, size_t at) noexcept {
+size_t damagedUtf8Length(std::string_view text, size_t at) noexcept
+{
     // Padding a cut sequence with each continuation byte that could follow shows how much of it is a good start.
     const auto *bytes = reinterpret_cast<const unsigned char *>(text.data()) + at;
     const size_t left = text.size() - at;
@@ -155,7 +165,8 @@ size_t damagedUtf8Length(std::string_view text, size_t at) noexcept {
     return length;
 }
 
-TextScan scanText(std::string_view text, size_t begin, const CancelFlag &cancel) {
+TextScan scanText(std::string_view text, size_t begin, const CancelFlag &cancel)
+{
     TextScan scan;
     size_t checked = begin;
     for (size_t block = begin; block < text.size(); block += blockSize) {

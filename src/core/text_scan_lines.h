@@ -16,7 +16,8 @@
 namespace velmora {
 
 template <typename Found>
-void forEachLineFeed(std::string_view text, size_t begin, size_t end, Found found) {
+void forEachLineFeed(std::string_view text, size_t begin, size_t end, Found found)
+{
     size_t at = begin;
 #if VELMORA_SSE2
     // Short lines make a search per line slow; one mask for 64 bytes costs the same however many line feeds it holds.

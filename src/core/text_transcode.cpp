@@ -22,14 +22,16 @@ public:
     Utf8Writer &operator=(const Utf8Writer &) = delete;
 
     /// Precondition of the writing functions: together they write at most `bytes` bytes until the next call.
-    void makeRoom(size_t bytes) {
+    void makeRoom(size_t bytes)
+    {
         close();
         const qsizetype filled = m_output.bytes.size();
         m_output.bytes.resize(filled + qsizetype(bytes));
         m_next = m_output.bytes.data() + filled;
     }
 
-    void append(char32_t codePoint) {
+    void append(char32_t codePoint)
+    {
         if (codePoint < 0x80) {
             put(codePoint);
         } else if (codePoint < 0x800) {
@@ -49,7 +51,8 @@ public:
 
     void appendBytes(std::string_view bytes) { m_next = std::copy(bytes.begin(), bytes.end(), m_next); }
 
-    void appendReplacement() {
+    void appendReplacement()
+    {
         if (m_output.undecodable++ == 0)
             m_output.firstUndecodable = m_next - m_output.bytes.constData();
         append(replacement);
@@ -58,7 +61,8 @@ public:
 private:
     void put(char32_t byte) { *m_next++ = static_cast<char>(byte); }
 
-    void close() {
+    void close()
+    {
         if (m_next)
             m_output.bytes.resize(m_next - m_output.bytes.constData());
         m_next = nullptr;
@@ -70,7 +74,8 @@ private:
 
 /// Runs `convert(writer, begin, end)` over all blocks of `size` units; each writes at most `worst` bytes for a unit.
 template <typename Convert>
-void convertBlocks(Utf8Output &output, size_t size, size_t worst, const CancelFlag &cancel, Convert convert) {
+void convertBlocks(Utf8Output &output, size_t size, size_t worst, const CancelFlag &cancel, Convert convert)
+{
     Utf8Writer writer(output);
     for (size_t begin = 0; begin < size && !cancel.isCancelled();) {
         const size_t end = std::min(begin + blockSize, size);
@@ -81,7 +86,8 @@ void convertBlocks(Utf8Output &output, size_t size, size_t worst, const CancelFl
 }
 
 template <int unitBytes, bool bigEndian>
-char32_t unitAt(std::string_view bytes, size_t unit) {
+char32_t unitAt(std::string_view bytes, size_t unit)
+{
     char32_t value = 0;
     for (int index = 0; index < unitBytes; ++index) {
         const int shift = 8 * (bigEndian ? unitBytes - 1 - index : index);
@@ -90,24 +96,28 @@ char32_t unitAt(std::string_view bytes, size_t unit) {
     return value;
 }
 
-bool isSurrogate(char32_t unit) {
+bool isSurrogate(char32_t unit)
+{
     return unit >= 0xD800 && unit < 0xE000;
 }
 
-void appendReplacementTo(Utf8Output &output) {
+void appendReplacementTo(Utf8Output &output)
+{
     Utf8Writer writer(output);
     writer.makeRoom(4);
     writer.appendReplacement();
 }
 
 /// One replacement for the bytes at the end that are too few for a unit.
-void appendCutUnit(Utf8Output &output, std::string_view bytes, size_t unitBytes, const CancelFlag &cancel) {
+void appendCutUnit(Utf8Output &output, std::string_view bytes, size_t unitBytes, const CancelFlag &cancel)
+{
     if (bytes.size() % unitBytes != 0 && !cancel.isCancelled())
         appendReplacementTo(output);
 }
 
 template <bool bigEndian>
-void decodeUtf16(Utf8Output &output, std::string_view bytes, const CancelFlag &cancel) {
+void decodeUtf16(Utf8Output &output, std::string_view bytes, const CancelFlag &cancel)
+{
     const size_t units = bytes.size() / 2;
     convertBlocks(output, units, 3, cancel, [&](Utf8Writer &writer, size_t at, size_t end) {
         while (at < end) {
@@ -130,7 +140,8 @@ void decodeUtf16(Utf8Output &output, std::string_view bytes, const CancelFlag &c
 }
 
 template <bool bigEndian>
-void decodeUtf32(Utf8Output &output, std::string_view bytes, const CancelFlag &cancel) {
+void decodeUtf32(Utf8Output &output, std::string_view bytes, const CancelFlag &cancel)
+{
     convertBlocks(output, bytes.size() / 4, 4, cancel, [&](Utf8Writer &writer, size_t at, size_t end) {
         for (; at < end; ++at) {
             const char32_t unit = unitAt<4, bigEndian>(bytes, at);
@@ -144,7 +155,8 @@ void decodeUtf32(Utf8Output &output, std::string_view bytes, const CancelFlag &c
     appendCutUnit(output, bytes, 4, cancel);
 }
 
-void decodeLatin1(Utf8Output &output, std::string_view bytes, const CancelFlag &cancel) {
+void decodeLatin1(Utf8Output &output, std::string_view bytes, const CancelFlag &cancel)
+{
     convertBlocks(output, bytes.size(), 2, cancel, [&](Utf8Writer &writer, size_t at, size_t end) {
         for (; at < end; ++at)
             writer.append(static_cast<unsigned char>(bytes[at]));
@@ -152,7 +164,8 @@ void decodeLatin1(Utf8Output &output, std::string_view bytes, const CancelFlag &
     });
 }
 
-void decodeAscii(Utf8Output &output, std::string_view bytes, const CancelFlag &cancel) {
+void decodeAscii(Utf8Output &output, std::string_view bytes, const CancelFlag &cancel)
+{
     convertBlocks(output, bytes.size(), 3, cancel, [&](Utf8Writer &writer, size_t at, size_t end) {
         for (; at < end; ++at) {
             const auto byte = static_cast<unsigned char>(bytes[at]);
@@ -165,7 +178,8 @@ void decodeAscii(Utf8Output &output, std::string_view bytes, const CancelFlag &c
     });
 }
 
-void repairUtf8(Utf8Output &output, std::string_view bytes, const CancelFlag &cancel) {
+void repairUtf8(Utf8Output &output, std::string_view bytes, const CancelFlag &cancel)
+{
     convertBlocks(output, bytes.size(), 3, cancel, [&](Utf8Writer &writer, size_t at, size_t end) {
         while (at < end) {
             const size_t valid = validUtf8Until(bytes, at, end);
@@ -180,7 +194,8 @@ void repairUtf8(Utf8Output &output, std::string_view bytes, const CancelFlag &ca
     });
 }
 
-void decodeWithCodec(Utf8Output &output, std::string_view bytes, TextCodec &codec, const CancelFlag &cancel) {
+void decodeWithCodec(Utf8Output &output, std::string_view bytes, TextCodec &codec, const CancelFlag &cancel)
+{
     size_t at = 0;
     while (at < bytes.size() && !cancel.isCancelled()) {
         const std::string_view part = bytes.substr(at, blockSize);
@@ -199,7 +214,8 @@ void decodeWithCodec(Utf8Output &output, std::string_view bytes, TextCodec &code
 
 using Decoder = void (*)(Utf8Output &, std::string_view, const CancelFlag &);
 
-Decoder builtInDecoder(const QByteArray &charset) {
+Decoder builtInDecoder(const QByteArray &charset)
+{
     struct Entry {
         const char *charset;
         Decoder decoder;
@@ -219,11 +235,13 @@ Decoder builtInDecoder(const QByteArray &charset) {
 
 } // namespace
 
-bool canTranscode(const QByteArray &charset) {
+bool canTranscode(const QByteArray &charset)
+{
     return builtInDecoder(charset) || TextCodec::open(charset);
 }
 
-Utf8Output transcodeToUtf8(std::string_view bytes, const QByteArray &charset, const CancelFlag &cancel) {
+Utf8Output transcodeToUtf8(std::string_view bytes, const QByteArray &charset, const CancelFlag &cancel)
+{
     Utf8Output output;
     if (const Decoder decoder = builtInDecoder(charset))
         decoder(output, bytes, cancel);

@@ -17,8 +17,8 @@ enum class AlignAlgorithm : qint32 {
 
 /// The options of a text comparison: what counts as a difference, how lines are aligned, and the format of each side.
 ///
-/// A value type. The three legacy switches always follow from the importance flags (`deriveLegacySwitches`); they exist for
-/// session files of earlier versions.
+/// A value type. The three legacy switches always follow from the importance flags (`deriveLegacySwitches`); they exist
+/// for session files of earlier versions.
 struct TextSessionOptions {
     QString leftPath;
     QString rightPath;
@@ -49,7 +49,7 @@ struct TextSessionOptions {
     QString rightEol = QStringLiteral("PC");
     bool sameAsLeftFileFormat = true;
 
-    qint32 alignAlgorithm = 0;       ///< an `AlignAlgorithm`; files may hold any number
+    qint32 alignAlgorithm = 0;        ///< an `AlignAlgorithm`; files may hold any number
     qint32 curvatureTolerance = 2000; ///< lines by which a pairing may drift from the last anchor
     bool useNearbyMatches = true;
     bool neverAlignDifferences = false;
@@ -68,8 +68,9 @@ void deriveLegacySwitches(TextSessionOptions &options);
 /// The record as session files hold it; the paths and the description are not part of it.
 [[nodiscard]] QJsonObject toJson(const TextSessionOptions &options);
 
-/// Reads `object` over `options`. A missing or mistyped key leaves its field alone; an object without the importance flags
-/// is of an earlier version, and sets them from its legacy switches. False, and nothing changed, for an empty object.
+/// Reads `object` over `options`. A missing or mistyped key leaves its field alone; an object without the importance
+/// flags is of an earlier version, and sets them from its legacy switches. False, and nothing changed, for an empty
+/// object.
 [[nodiscard]] bool fromJson(const QJsonObject &object, TextSessionOptions &options);
 
 } // namespace velmora

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+
+class QIODevice;
+
+namespace velmora {
+
+/// How a file was saved.
+struct SaveResult {
+    QString error; ///< the system's own words, empty when the file was saved whole
+    [[nodiscard]] bool ok() const noexcept { return error.isEmpty(); }
+};
+
+/// Writes a file so that it is there whole or not touched: `write` fills a file beside the target, which is brought to
+/// the disk and then takes the target's place in one step. The target's permissions stay, and a symbolic link stays a
+/// link to the replaced file. When `write` returns false (a cancelled export) the target is left alone and the error is
+/// that of the device, if it has one. What exists and is no regular file, a terminal or a pipe, is written to as it is.
+[[nodiscard]] SaveResult saveFile(const QString &path, const std::function<bool(QIODevice &)> &write);
+
+/// The same for bytes that are there already.
+[[nodiscard]] SaveResult saveFile(const QString &path, const QByteArray &bytes);
+
+} // namespace velmora

@@ -1,0 +1,189 @@
+#include "core/text_encode.h"
+
+#include "platform/text_codec.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace velmora {
+
+namespace {
+
+constexpr size_t blockSize = 256 * 1024;
+
+struct CodePoint {
+    char32_t value;
+    size_t length;
+};
+
+/// The character at `at` of valid UTF-8.
+CodePoint codePointAt(std::string_view utf8, size_t at)
+{
+    const auto byteAt = [&](size_t index) { return char32_t(static_cast<unsigned char>(utf8[at + index])); };
+    const auto tail = [&](size_t index) { return byteAt(index) & 0x3F; };
+    const char32_t lead = byteAt(0);
+    if (lead < 0x80)
+        return {lead, 1};
+    if (lead < 0xE0)
+        return {(lead & 0x1F) << 6 | tail(1), 2};
+    if (lead < 0xF0)
+        return {(lead & 0x0F) << 12 | tail(1) << 6 | tail(2), 3};
+    return {(lead & 0x07) << 18 | tail(1) << 12 | tail(2) << 6 | tail(3), 4};
+}
+
+/// Encodes characters until one does not fit: returns its offset, or the size of the text.
+template <typename Append>
+size_t encodeEach(std::string_view utf8, const CancelFlag &cancel, Append append)
+{
+    size_t nextCheck = blockSize;
+    for (size_t at = 0; at < utf8.size();) {
+        const CodePoint character = codePointAt(utf8, at);
+        if (!append(character.value))
+            return at;
+        at += character.length;
+        if (at >= nextCheck) {
+            if (cancel.isCancelled())
+                break;
+            nextCheck = at + blockSize;
+        }
+    }
+    return utf8.size();
+}
+
+template <int unitBytes, bool bigEndian>
+void appendUnit(QByteArray &bytes, char32_t unit)
+{
+    char stored[unitBytes];
+    for (int index = 0; index < unitBytes; ++index)
+        stored[index] = static_cast<char>(unit >> 8 * (bigEndian ? unitBytes - 1 - index : index));
+    bytes.append(stored, unitBytes);
+}
+
+template <bool bigEndian>
+size_t encodeUtf16(std::string_view utf8, QByteArray &bytes, const CancelFlag &cancel)
+{
+    return encodeEach(utf8, cancel, [&bytes](char32_t character) {
+        if (character >= 0x10000) {
+            appendUnit<2, bigEndian>(bytes, 0xD800 + ((character - 0x10000) >> 10));
+            character = 0xDC00 + ((character - 0x10000) & 0x3FF);
+        }
+        appendUnit<2, bigEndian>(bytes, character);
+        return true;
+    });
+}
+
+template <bool bigEndian>
+size_t encodeUtf32(std::string_view utf8, QByteArray &bytes, const CancelFlag &cancel)
+{
+    return encodeEach(utf8, cancel, [&bytes](char32_t character) {
+        appendUnit<4, bigEndian>(bytes, character);
+        return true;
+    });
+}
+
+template <char32_t limit>
+size_t encodeBytes(std::string_view utf8, QByteArray &bytes, const CancelFlag &cancel)
+{
+    return encodeEach(utf8, cancel, [&bytes](char32_t character) {
+        if (character < limit)
+            bytes.append(static_cast<char>(character));
+        return character < limit;
+    });
+}
+
+size_t encodeWithCodec(std::string_view utf8, QByteArray &bytes, const QByteArray &charset, const CancelFlag &cancel)
+{
+    const auto codec = TextCodec::open(charset);
+    size_t at = 0;
+    while (codec && at < utf8.size() && !cancel.isCancelled()) {
+        const TextCodec::Step step = codec->encode(utf8.substr(at, blockSize), bytes);
+        at += step.consumed;
+        // A block may end within a character; whole text cannot.
+        if (step.stop == TextCodec::Stop::Invalid || (step.stop == TextCodec::Stop::Incomplete && step.consumed == 0))
+            return at;
+    }
+    if (codec)
+        codec->finishEncoding(bytes);
+    return codec ? utf8.size() : 0;
+}
+
+using Encoder = size_t (*)(std::string_view, QByteArray &, const CancelFlag &);
+
+Encoder builtInEncoder(const QByteArray &charset)
+{
+    struct Entry {
+        const char *charset;
+        Encoder encoder;
+    };
+    static constexpr Entry entries[] = {
+        {"UTF-16LE", encodeUtf16<false>}, {"UTF-16BE", encodeUtf16<true>},    {"UTF-32LE", encodeUtf32<false>},
+        {"UTF-32BE", encodeUtf32<true>},  {"ISO-8859-1", encodeBytes<0x100>}, {"US-ASCII", encodeBytes<0x80>},
+    };
+    for (const Entry &entry : entries) {
+        if (charset == entry.charset)
+            return entry.encoder;
+    }
+    return nullptr;
+}
+
+QString fromUtf8(std::string_view utf8)
+{
+    return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+}
+
+void noteFailure(EncodedText &text, std::string_view utf8, size_t at)
+{
+    const size_t lineFeed = at == 0 ? std::string_view::npos : utf8.rfind('\n', at - 1);
+    const size_t lineStart = lineFeed == std::string_view::npos ? 0 : lineFeed + 1;
+    text.failedCharacter = fromUtf8(utf8.substr(at, codePointAt(utf8, at).length));
+    text.failedLine = std::count(utf8.begin(), utf8.begin() + qsizetype(at), '\n');
+    text.failedColumn = fromUtf8(utf8.substr(lineStart, at - lineStart)).size();
+}
+
+/// The place of the first surrogate without its partner, -1 when there is none.
+qsizetype loneSurrogate(QStringView text)
+{
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        if (!text[at].isSurrogate())
+            continue;
+        if (!text[at].isHighSurrogate() || at + 1 == text.size() || !text[at + 1].isLowSurrogate())
+            return at;
+        ++at;
+    }
+    return -1;
+}
+
+} // namespace
+
+EncodedText encodeText(std::string_view utf8, const TextEncoding &encoding, const CancelFlag &cancel)
+{
+    EncodedText text;
+    if (encoding.hasMark())
+        text.bytes = encoding.markBytes();
+    if (encoding.isAutomatic() || encoding.charset() == "UTF-8") {
+        text.bytes.append(utf8.data(), qsizetype(utf8.size()));
+        return text;
+    }
+    const Encoder encoder = builtInEncoder(encoding.charset());
+    const size_t done =
+        encoder ? encoder(utf8, text.bytes, cancel) : encodeWithCodec(utf8, text.bytes, encoding.charset(), cancel);
+    if (done < utf8.size())
+        noteFailure(text, utf8, done);
+    return text;
+}
+
+EncodedText encodeText(QStringView text, const TextEncoding &encoding, const CancelFlag &cancel)
+{
+    const qsizetype lone = loneSurrogate(text);
+    if (lone < 0) {
+        const QByteArray utf8 = text.toUtf8();
+        return encodeText(std::string_view(utf8.constData(), size_t(utf8.size())), encoding, cancel);
+    }
+    EncodedText failed;
+    failed.failedCharacter = text.sliced(lone, 1).toString();
+    failed.failedLine = text.first(lone).count(u'\n');
+    failed.failedColumn = lone - (text.first(lone).lastIndexOf(u'\n') + 1);
+    return failed;
+}
+
+} // namespace velmora
