@@ -1,0 +1,114 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace velmora {
+
+/// Tells two files or folders apart whatever the paths that lead to them.
+struct FileIdentity {
+    quint64 volume = 0;
+    quint64 number = 0;
+
+    friend bool operator==(const FileIdentity &, const FileIdentity &) = default;
+};
+
+/// What an entry is once links are followed.
+enum class EntryKind : quint8 {
+    File,
+    Folder,
+    Special, ///< reached by a link: a pipe, a socket or a device, which nobody may open
+};
+
+/// One entry of a folder as a listing sees it.
+struct FolderEntry {
+    QString name;
+    qint64 size = 0;                      ///< bytes; of a folder whatever the file system says
+    qint64 modifiedMs = 0;                ///< milliseconds since 1970-01-01 UTC
+    std::optional<FileIdentity> identity; ///< where the file system gives it away with the listing
+    EntryKind kind = EntryKind::File;
+    bool isLink = false;
+};
+
+/// How reading a folder ended.
+enum class FolderRead : quint8 {
+    Complete,
+    Stopped,    ///< the sink wanted no more
+    Missing,    ///< there is no folder of this path
+    Unreadable, ///< there is one, and it cannot be listed, or not to its end
+};
+
+/// What one read brought.
+struct FilePiece {
+    qint64 length = 0;   ///< bytes read, fewer than asked for when the file ended or failed
+    bool failed = false; ///< the byte after them could not be read
+
+    friend bool operator==(const FilePiece &, const FilePiece &) = default;
+};
+
+/// An open regular file. Used by one thread at a time; closed by the destructor.
+class OpenFile {
+public:
+    OpenFile() = default;
+    virtual ~OpenFile() = default;
+    OpenFile(const OpenFile &) = delete;
+    OpenFile &operator=(const OpenFile &) = delete;
+
+    /// Reads from `offset` on until `length` bytes are there, the file ends or a byte cannot be read.
+    [[nodiscard]] virtual FilePiece readAt(qint64 offset, char *buffer, qint64 length) = 0;
+
+    /// Tells the system that the range will be read soon. May do nothing.
+    virtual void expect(qint64 offset, qint64 length) = 0;
+
+    [[nodiscard]] virtual FileIdentity identity() const = 0;
+};
+
+/// What a caller of `FileAccess::open` already knows about the path.
+enum class OpenHint : quint8 {
+    Unknown,
+    ListedAsFile, ///< a listing showed it as a regular file a moment ago
+};
+
+/// The file system as the folder tools see it. Stateless and usable from any thread at once.
+///
+/// Paths are absolute and use "/". They may be longer than the system takes in one call, and names may hold bytes that
+/// are no text: see `nativeName`. `native()` is the real one; tests put others in its place.
+class FileAccess {
+public:
+    FileAccess() = default;
+    virtual ~FileAccess() = default;
+    FileAccess(const FileAccess &) = delete;
+    FileAccess &operator=(const FileAccess &) = delete;
+
+    /// Takes one entry; false stops the reading.
+    using Sink = std::function<bool(FolderEntry &&)>;
+
+    /// Gives `sink` the entries of a folder in no order: files, folders and working links, classed as what they point
+    /// to. Left out are hidden entries, broken links, entries that vanish meanwhile, and pipes, sockets and devices,
+    /// unless a link leads to one. Costs one system call for each entry.
+    [[nodiscard]] virtual FolderRead readFolder(const QString &path, const Sink &sink) const = 0;
+
+    /// Opens a regular file for reading; null when that fails or the path leads to anything else, which is never
+    /// opened.
+    [[nodiscard]] virtual std::unique_ptr<OpenFile> open(const QString &path, OpenHint hint) const = 0;
+
+    /// Who the file or folder at `path` is, links followed; nothing when there is none.
+    [[nodiscard]] virtual std::optional<FileIdentity> identity(const QString &path) const = 0;
+
+    [[nodiscard]] static const FileAccess &native();
+};
+
+/// The bytes that stand for a path or name in system calls and in the output of programs. On Unix names are bytes:
+/// those that are valid UTF-8 are text, and every other byte b appears in strings as the lone surrogate U+DC00 + b,
+/// which no text holds. So each name survives the way through a string, and names that differ stay different. On
+/// Windows this is UTF-8.
+[[nodiscard]] std::string nativeName(QStringView name);
+
+/// The string form of the bytes of a name; the reverse of `nativeName`.
+[[nodiscard]] QString nameFromNative(std::string_view bytes);
+
+} // namespace velmora

@@ -1,0 +1,349 @@
+#include "platform/file_access.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstring>
+#include <utility>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace velmora {
+
+namespace {
+
+constexpr char16_t escapedByteBase = 0xDC00;
+
+class Descriptor {
+public:
+    explicit Descriptor(int fd = -1) noexcept : m_fd(fd) {}
+    Descriptor(Descriptor &&other) noexcept : m_fd(std::exchange(other.m_fd, -1)) {}
+    Descriptor &operator=(Descriptor &&other) noexcept
+    {
+        std::swap(m_fd, other.m_fd);
+        return *this;
+    }
+    ~Descriptor()
+    {
+        if (m_fd >= 0)
+            ::close(m_fd);
+    }
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+
+    [[nodiscard]] int get() const noexcept { return m_fd; }
+    [[nodiscard]] int release() noexcept { return std::exchange(m_fd, -1); }
+    [[nodiscard]] bool isOpen() const noexcept { return m_fd >= 0; }
+
+private:
+    int m_fd;
+};
+
+int openAgain(int base, const char *path, int flags)
+{
+    int fd = -1;
+    do {
+        fd = ::openat(base, path, flags | O_CLOEXEC);
+    } while (fd < 0 && errno == EINTR);
+    return fd;
+}
+
+/// A path in the form that one system call takes: a name seen from a folder that is held open. Short paths need none.
+class ReachablePath {
+public:
+    explicit ReachablePath(QStringView path) : m_bytes(nativeName(path))
+    {
+        if (m_bytes.find('\0') != std::string::npos) { // the system would take what stands before it for the whole path
+            errno = ENOENT;
+            m_failed = true;
+            return;
+        }
+        while (m_bytes.size() - m_begin >= PATH_MAX) {
+            const std::size_t cut = m_bytes.rfind('/', m_begin + PATH_MAX - 1);
+            if (cut == std::string::npos || cut <= m_begin) { // a single name beyond what any file system holds
+                errno = ENAMETOOLONG;
+                m_failed = true;
+                return;
+            }
+            m_bytes[cut] = '\0';
+            Descriptor next(openAgain(base(), m_bytes.data() + m_begin, passThroughFlags));
+            m_bytes[cut] = '/';
+            if (!next.isOpen()) {
+                m_failed = true;
+                return;
+            }
+            m_folder = std::move(next);
+            m_begin = cut + 1;
+        }
+    }
+
+    /// False when a folder on the way could not be passed; errno says why.
+    [[nodiscard]] bool isReachable() const noexcept { return !m_failed; }
+    [[nodiscard]] int base() const noexcept { return m_folder.isOpen() ? m_folder.get() : AT_FDCWD; }
+    [[nodiscard]] const char *name() const noexcept { return m_bytes.c_str() + m_begin; }
+
+private:
+#ifdef O_PATH
+    static constexpr int passThroughFlags = O_PATH | O_DIRECTORY;
+#else
+    static constexpr int passThroughFlags = O_RDONLY | O_DIRECTORY;
+#endif
+
+    std::string m_bytes;
+    std::size_t m_begin = 0;
+    Descriptor m_folder;
+    bool m_failed = false;
+};
+
+FileIdentity identityOf(const struct stat &status)
+{
+    return {quint64(status.st_dev), quint64(status.st_ino)};
+}
+
+qint64 modifiedMs(const struct stat &status)
+{
+#ifdef __APPLE__
+    const timespec &time = status.st_mtimespec;
+#else
+    const timespec &time = status.st_mtim;
+#endif
+    return qint64(time.tv_sec) * 1000 + time.tv_nsec / 1'000'000;
+}
+
+class UnixFile final : public OpenFile {
+public:
+    UnixFile(Descriptor descriptor, const struct stat &status)
+        : m_descriptor(std::move(descriptor)), m_identity(identityOf(status))
+    {}
+
+    FilePiece readAt(qint64 offset, char *buffer, qint64 length) override
+    {
+        qint64 total = 0;
+        while (total < length) {
+            const ssize_t count =
+                ::pread(m_descriptor.get(), buffer + total, std::size_t(length - total), offset + total);
+            if (count < 0 && errno == EINTR)
+                continue;
+            if (count < 0)
+                return {total, true};
+            if (count == 0)
+                break;
+            total += count;
+        }
+        return {total, false};
+    }
+
+    void expect([[maybe_unused]] qint64 offset, [[maybe_unused]] qint64 length) override
+    {
+#ifdef POSIX_FADV_WILLNEED
+        (void)::posix_fadvise(m_descriptor.get(), offset, length, POSIX_FADV_WILLNEED);
+#endif
+    }
+
+    FileIdentity identity() const override
+    {
+        return m_identity;
+    }
+
+private:
+    Descriptor m_descriptor;
+    FileIdentity m_identity;
+};
+
+struct DirCloser {
+    void operator()(DIR *dir) const { ::closedir(dir); }
+};
+
+/// Fills `entry` with what `name` in the folder `fd` is once links are followed; false when it does not count.
+bool describe(int fd, const dirent &raw, FolderEntry &entry)
+{
+    bool isLink = false;
+#ifdef DT_UNKNOWN
+    if (raw.d_type == DT_FIFO || raw.d_type == DT_SOCK || raw.d_type == DT_CHR || raw.d_type == DT_BLK)
+        return false;
+    isLink = raw.d_type == DT_LNK;
+    const bool typeKnown = raw.d_type != DT_UNKNOWN;
+#else
+    const bool typeKnown = false;
+#endif
+    struct stat status {};
+    if (!typeKnown) {
+        if (::fstatat(fd, raw.d_name, &status, AT_SYMLINK_NOFOLLOW) != 0)
+            return false;
+        isLink = S_ISLNK(status.st_mode);
+    }
+    if ((typeKnown || isLink) && ::fstatat(fd, raw.d_name, &status, 0) != 0)
+        return false;
+
+    if (S_ISDIR(status.st_mode))
+        entry.kind = EntryKind::Folder;
+    else if (S_ISREG(status.st_mode))
+        entry.kind = EntryKind::File;
+    else if (isLink)
+        entry.kind = EntryKind::Special;
+    else
+        return false;
+    entry.name = nameFromNative(raw.d_name);
+    entry.size = status.st_size;
+    entry.modifiedMs = modifiedMs(status);
+    entry.identity = identityOf(status);
+    entry.isLink = isLink;
+    return true;
+}
+
+class UnixAccess final : public FileAccess {
+public:
+    FolderRead readFolder(const QString &path, const Sink &sink) const override
+    {
+        const ReachablePath place(path);
+        Descriptor folder;
+        if (place.isReachable())
+            folder = Descriptor(openAgain(place.base(), place.name(), O_RDONLY | O_DIRECTORY | O_NONBLOCK));
+        if (!folder.isOpen())
+            return errno == ENOENT || errno == ENOTDIR ? FolderRead::Missing : FolderRead::Unreadable;
+        const std::unique_ptr<DIR, DirCloser> dir(::fdopendir(folder.get()));
+        if (!dir)
+            return FolderRead::Unreadable;
+        const int fd = folder.release(); // the stream closes it
+
+        for (;;) {
+            errno = 0;
+            const dirent *raw = ::readdir(dir.get());
+            if (!raw)
+                return errno == 0 ? FolderRead::Complete : FolderRead::Unreadable;
+            FolderEntry entry;
+            if (raw->d_name[0] == '.' || !describe(fd, *raw, entry))
+                continue;
+            if (!sink(std::move(entry)))
+                return FolderRead::Stopped;
+        }
+    }
+
+    std::unique_ptr<OpenFile> open(const QString &path, OpenHint hint) const override
+    {
+        const ReachablePath place(path);
+        if (!place.isReachable())
+            return nullptr;
+        struct stat status {};
+        // Opening alone already does things to a pipe or a device.
+        if (hint == OpenHint::Unknown &&
+            (::fstatat(place.base(), place.name(), &status, 0) != 0 || !S_ISREG(status.st_mode)))
+            return nullptr;
+        // Non-blocking for the case that a pipe has taken the file's place in the meantime.
+        Descriptor file(openAgain(place.base(), place.name(), O_RDONLY | O_NONBLOCK | O_NOCTTY));
+        if (!file.isOpen() || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
+            return nullptr;
+        return std::make_unique<UnixFile>(std::move(file), status);
+    }
+
+    std::optional<FileIdentity> identity(const QString &path) const override
+    {
+        const ReachablePath place(path);
+        struct stat status {};
+        if (!place.isReachable() || ::fstatat(place.base(), place.name(), &status, 0) != 0)
+            return std::nullopt;
+        return identityOf(status);
+    }
+};
+
+/// The length of the well-formed UTF-8 sequence at the begin of `bytes`, whose code point goes to `point`; 0 when there
+/// is none. Table 3-7 of the Unicode Standard.
+int utf8Sequence(std::string_view bytes, char32_t &point)
+{
+    const auto byteAt = [&](std::size_t i) { return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U; };
+    const auto continues = [&](std::size_t i) { return (byteAt(i) & 0xC0U) == 0x80U; };
+    const unsigned lead = byteAt(0);
+    if (lead < 0x80) {
+        point = lead;
+        return 1;
+    }
+    if (lead >= 0xC2 && lead <= 0xDF && continues(1)) {
+        point = (lead & 0x1FU) << 6U | (byteAt(1) & 0x3FU);
+        return 2;
+    }
+    if ((lead & 0xF0U) == 0xE0U && continues(1) && continues(2)) {
+        point = (lead & 0x0FU) << 12U | (byteAt(1) & 0x3FU) << 6U | (byteAt(2) & 0x3FU);
+        return point >= 0x800 && (point < 0xD800 || point > 0xDFFF) ? 3 : 0;
+    }
+    if (lead >= 0xF0 && lead <= 0xF4 && continues(1) && continues(2) && continues(3)) {
+        point = (lead & 0x07U) << 18U | (byteAt(1) & 0x3FU) << 12U | (byteAt(2) & 0x3FU) << 6U | (byteAt(3) & 0x3FU);
+        return point >= 0x10000 && point <= 0x10FFFF ? 4 : 0;
+    }
+    return 0;
+}
+
+void appendUtf8(std::string &bytes, char32_t point)
+{
+    const auto append = [&bytes](char32_t value) {
+        bytes.push_back(static_cast<char>(static_cast<unsigned char>(value)));
+    };
+    if (point < 0x80) {
+        append(point);
+    } else if (point < 0x800) {
+        append(0xC0U | point >> 6U);
+        append(0x80U | (point & 0x3FU));
+    } else if (point < 0x10000) {
+        append(0xE0U | point >> 12U);
+        append(0x80U | (point >> 6U & 0x3FU));
+        append(0x80U | (point & 0x3FU));
+    } else {
+        append(0xF0U | point >> 18U);
+        append(0x80U | (point >> 12U & 0x3FU));
+        append(0x80U | (point >> 6U & 0x3FU));
+        append(0x80U | (point & 0x3FU));
+    }
+}
+
+} // namespace
+
+const FileAccess &FileAccess::native()
+{
+    static const UnixAccess access;
+    return access;
+}
+
+std::string nativeName(QStringView name)
+{
+    std::string bytes;
+    bytes.reserve(std::size_t(name.size()) + 8);
+    for (qsizetype i = 0; i < name.size(); ++i) {
+        const char16_t unit = name[i].unicode();
+        if (unit < 0x80) {
+            bytes.push_back(static_cast<char>(unit));
+        } else if (QChar::isHighSurrogate(unit) && i + 1 < name.size() && name[i + 1].isLowSurrogate()) {
+            appendUtf8(bytes, QChar::surrogateToUcs4(unit, name[i + 1].unicode()));
+            ++i;
+        } else if (unit >= escapedByteBase + 0x80 && unit <= escapedByteBase + 0xFF) {
+            bytes.push_back(static_cast<char>(static_cast<unsigned char>(unit - escapedByteBase)));
+        } else {
+            appendUtf8(bytes, unit);
+        }
+    }
+    return bytes;
+}
+
+QString nameFromNative(std::string_view bytes)
+{
+    const auto isAscii = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
+    if (std::all_of(bytes.begin(), bytes.end(), isAscii))
+        return QString::fromLatin1(bytes.data(), qsizetype(bytes.size()));
+
+    QString name;
+    name.reserve(qsizetype(bytes.size()));
+    while (!bytes.empty()) {
+        char32_t point = 0;
+        const int length = utf8Sequence(bytes, point);
+        if (length == 0)
+            name.append(QChar(char16_t(escapedByteBase + static_cast<unsigned char>(bytes.front()))));
+        else if (QChar::requiresSurrogates(point))
+            name.append(QChar(QChar::highSurrogate(point))).append(QChar(QChar::lowSurrogate(point)));
+        else
+            name.append(QChar(char16_t(point)));
+        bytes.remove_prefix(std::size_t(std::max(length, 1)));
+    }
+    return name;
+}
+
+} // namespace velmora

@@ -1,0 +1,201 @@
+#include "platform/file_access.h"
+#include "platform/long_path_win.h"
+
+#include <windows.h>
+
+namespace velmora {
+
+namespace {
+
+/// 1601-01-01 to 1970-01-01 in units of 100 ns.
+constexpr qint64 unixEpoch = 116'444'736'000'000'000;
+
+class Handle {
+public:
+    explicit Handle(HANDLE handle) noexcept : m_handle(handle) {}
+    ~Handle()
+    {
+        if (isOpen())
+            ::CloseHandle(m_handle);
+    }
+    Handle(const Handle &) = delete;
+    Handle &operator=(const Handle &) = delete;
+
+    [[nodiscard]] HANDLE get() const noexcept { return m_handle; }
+    [[nodiscard]] bool isOpen() const noexcept { return m_handle != INVALID_HANDLE_VALUE; }
+
+private:
+    HANDLE m_handle;
+};
+
+qint64 modifiedMs(const FILETIME &time)
+{
+    const qint64 ticks = qint64(quint64(time.dwHighDateTime) << 32U | time.dwLowDateTime);
+    const qint64 sinceEpoch = ticks - unixEpoch;
+    // Rounded down also before 1970, as the integral part of a time is elsewhere.
+    return sinceEpoch >= 0 ? sinceEpoch / 10'000 : -((-sinceEpoch + 9'999) / 10'000);
+}
+
+qint64 joined(DWORD high, DWORD low)
+{
+    return qint64(quint64(high) << 32U | low);
+}
+
+FileIdentity identityOf(const BY_HANDLE_FILE_INFORMATION &information)
+{
+    return {information.dwVolumeSerialNumber, quint64(joined(information.nFileIndexHigh, information.nFileIndexLow))};
+}
+
+/// Opens what links at `path` lead to, for its attributes only.
+HANDLE openForAttributes(const std::wstring &path)
+{
+    return ::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                         nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+}
+
+class WindowsFile final : public OpenFile {
+public:
+    WindowsFile(HANDLE handle, const FileIdentity &identity) : m_handle(handle), m_identity(identity) {}
+
+    FilePiece readAt(qint64 offset, char *buffer, qint64 length) override
+    {
+        qint64 total = 0;
+        while (total < length) {
+            const quint64 position = quint64(offset + total);
+            OVERLAPPED place{};
+            place.Offset = DWORD(position & 0xFFFF'FFFFU);
+            place.OffsetHigh = DWORD(position >> 32U);
+            DWORD count = 0;
+            const DWORD wanted = DWORD(std::min<qint64>(length - total, 1 << 30));
+            if (!::ReadFile(m_handle.get(), buffer + total, wanted, &count, &place)) {
+                if (::GetLastError() == ERROR_HANDLE_EOF)
+                    break;
+                return {total, true};
+            }
+            if (count == 0)
+                break;
+            total += count;
+        }
+        return {total, false};
+    }
+
+    void expect(qint64, qint64) override {} // the sequential flag of the handle says it already
+
+    FileIdentity identity() const override { return m_identity; }
+
+private:
+    Handle m_handle;
+    FileIdentity m_identity;
+};
+
+/// Takes over what the target of the link at `path` is; false for a broken link.
+bool followLink(const QString &path, FolderEntry &entry)
+{
+    const Handle target(openForAttributes(longPath(path)));
+    BY_HANDLE_FILE_INFORMATION information{};
+    if (!target.isOpen() || !::GetFileInformationByHandle(target.get(), &information))
+        return false;
+    entry.kind = (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? EntryKind::Folder : EntryKind::File;
+    entry.size = joined(information.nFileSizeHigh, information.nFileSizeLow);
+    entry.modifiedMs = modifiedMs(information.ftLastWriteTime);
+    entry.identity = identityOf(information);
+    entry.isLink = true;
+    return true;
+}
+
+bool describe(const QString &folder, const WIN32_FIND_DATAW &raw, FolderEntry &entry)
+{
+    entry.name = QString::fromWCharArray(raw.cFileName);
+    if (entry.name == QLatin1String(".") || entry.name == QLatin1String("..") ||
+        (raw.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0)
+        return false;
+    entry.kind = (raw.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? EntryKind::Folder : EntryKind::File;
+    entry.size = joined(raw.nFileSizeHigh, raw.nFileSizeLow);
+    entry.modifiedMs = modifiedMs(raw.ftLastWriteTime);
+    const bool isLink = (raw.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+                        (raw.dwReserved0 == IO_REPARSE_TAG_SYMLINK || raw.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
+    return !isLink || followLink(folder + u'/' + entry.name, entry);
+}
+
+class WindowsAccess final : public FileAccess {
+public:
+    FolderRead readFolder(const QString &path, const Sink &sink) const override
+    {
+        std::wstring pattern = longPath(path);
+        if (pattern.empty() || pattern.back() != L'\\')
+            pattern += L'\\';
+        pattern += L'*';
+        WIN32_FIND_DATAW raw{};
+        const HANDLE search = ::FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &raw, FindExSearchNameMatch, nullptr,
+                                                 FIND_FIRST_EX_LARGE_FETCH);
+        if (search == INVALID_HANDLE_VALUE) {
+            switch (::GetLastError()) {
+            case ERROR_FILE_NOT_FOUND: // the root of an empty volume
+                return identity(path) ? FolderRead::Complete : FolderRead::Missing;
+            case ERROR_PATH_NOT_FOUND:
+            case ERROR_DIRECTORY:
+            case ERROR_INVALID_NAME:
+                return FolderRead::Missing;
+            default:
+                return FolderRead::Unreadable;
+            }
+        }
+        FolderRead result = FolderRead::Complete;
+        do {
+            FolderEntry entry;
+            if (describe(path, raw, entry) && !sink(std::move(entry))) {
+                result = FolderRead::Stopped;
+                break;
+            }
+        } while (::FindNextFileW(search, &raw));
+        if (result == FolderRead::Complete && ::GetLastError() != ERROR_NO_MORE_FILES)
+            result = FolderRead::Unreadable;
+        ::FindClose(search);
+        return result;
+    }
+
+    std::unique_ptr<OpenFile> open(const QString &path, OpenHint) const override
+    {
+        // Everything that the device names stand for is out of reach of a path in the long form.
+        const HANDLE handle =
+            ::CreateFileW(longPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                          nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+        if (handle == INVALID_HANDLE_VALUE)
+            return nullptr;
+        BY_HANDLE_FILE_INFORMATION information{};
+        if (::GetFileType(handle) != FILE_TYPE_DISK || !::GetFileInformationByHandle(handle, &information)) {
+            ::CloseHandle(handle);
+            return nullptr;
+        }
+        return std::make_unique<WindowsFile>(handle, identityOf(information));
+    }
+
+    std::optional<FileIdentity> identity(const QString &path) const override
+    {
+        const Handle target(openForAttributes(longPath(path)));
+        BY_HANDLE_FILE_INFORMATION information{};
+        if (!target.isOpen() || !::GetFileInformationByHandle(target.get(), &information))
+            return std::nullopt;
+        return identityOf(information);
+    }
+};
+
+} // namespace
+
+const FileAccess &FileAccess::native()
+{
+    static const WindowsAccess access;
+    return access;
+}
+
+std::string nativeName(QStringView name)
+{
+    return name.toUtf8().toStdString();
+}
+
+QString nameFromNative(std::string_view bytes)
+{
+    return QString::fromUtf8(bytes.data(), qsizetype(bytes.size()));
+}
+
+} // namespace velmora

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+#include <string>
+
+namespace velmora {
+
+/// The form of an absolute path that is not bound to 260 characters and is taken as it stands.
+[[nodiscard]] inline std::wstring longPath(const QString &path)
+{
+    QString native = path;
+    native.replace(u'/', u'\\');
+    if (!native.startsWith(QLatin1String("\\\\?\\")) && !native.startsWith(QLatin1String("\\\\.\\"))) {
+        if (native.startsWith(QLatin1String("\\\\")))
+            native = QLatin1String("\\\\?\\UNC\\") + QStringView(native).mid(2);
+        else
+            native.prepend(QLatin1String("\\\\?\\"));
+    }
+    return native.toStdWString();
+}
+
+} // namespace velmora

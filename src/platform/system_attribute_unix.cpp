@@ -1,0 +1,10 @@
+#include "platform/system_attribute.h"
+
+namespace velmora {
+
+bool isSystemFile(const QString &)
+{
+    return false;
+}
+
+} // namespace velmora
