@@ -1,0 +1,161 @@
+#include "core/content_compare.h"
+
+#include "core/crc32.h"
+
+#include <chrono>
+#include <cstring>
+
+namespace velmora {
+
+namespace {
+
+/// Two of them stay in the second-level cache of one core, where the copy that reading makes is compared.
+constexpr qint64 pieceSize = 256 * 1024;
+
+/// The block of the binary method, a multiple of pieceSize.
+constexpr qint64 blockSize = 1024 * 1024;
+static_assert(blockSize % pieceSize == 0);
+
+bool sameBytes(const AlignedBuffer &left, const AlignedBuffer &right, qint64 length)
+{
+    return std::memcmp(left.data(), right.data(), std::size_t(length)) == 0;
+}
+
+/// Where the first difference is; precondition: there is one.
+std::size_t firstDifference(const AlignedBuffer &left, const AlignedBuffer &right, qint64 length)
+{
+    char *const end = left.data() + length;
+    return std::size_t(std::mismatch(left.data(), end, right.data()).first - left.data());
+}
+
+bool holdsZero(const AlignedBuffer &buffer, std::size_t length)
+{
+    return std::memchr(buffer.data(), 0, length) != nullptr;
+}
+
+} // namespace
+
+/// Watches how fast the files of a pair come, and changes the way they are read when they come from a slow device.
+class ContentComparer::Pace {
+public:
+    explicit Pace(SlowDeviceGate *gate) : m_gate(gate) {}
+
+    /// Called before the piece at `offset` is read. Blocks while another pair streams from a slow device.
+    void before(qint64 offset, OpenFile &left, OpenFile &right, const CancelFlag &cancel)
+    {
+        if (offset == 0)
+            m_start = std::chrono::steady_clock::now();
+        else if (offset == probeSize)
+            judge(cancel);
+        if (m_slow && offset % windowSize == 0) {
+            left.expect(offset, windowSize);
+            right.expect(offset, windowSize);
+        }
+    }
+
+private:
+    static constexpr qint64 probeSize = 8 * 1024 * 1024;
+    /// What is asked from one file before the other gets its turn.
+    static constexpr qint64 windowSize = 2 * 1024 * 1024;
+    /// Of one file of the pair: more than a disk gives, less than any memory does.
+    static constexpr qint64 slowBytesPerSecond = 300'000'000;
+
+    void judge(const CancelFlag &cancel)
+    {
+        const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - m_start;
+        m_slow = double(probeSize) < elapsed.count() * double(slowBytesPerSecond);
+        if (!m_slow || !m_gate)
+            return;
+        m_turn = std::unique_lock(*m_gate, std::defer_lock);
+        while (!cancel.isCancelled() && !m_turn.try_lock_for(std::chrono::milliseconds(20))) {
+        }
+    }
+
+    SlowDeviceGate *m_gate;
+    std::unique_lock<SlowDeviceGate> m_turn;
+    std::chrono::steady_clock::time_point m_start;
+    bool m_slow = false;
+};
+
+ContentComparer::ContentComparer(const FileAccess &files, CancelFlag cancel, SlowDeviceGate *gate)
+    : m_files(files), m_cancel(std::move(cancel)), m_gate(gate), m_left(pieceSize), m_right(pieceSize)
+{}
+
+bool ContentComparer::sameByRule(const QString &left, const QString &right, OpenHint hint, const BlockRule &sameBlock)
+{
+    const std::unique_ptr<OpenFile> leftFile = m_files.open(left, hint);
+    if (!leftFile)
+        return false;
+    const std::unique_ptr<OpenFile> rightFile = m_files.open(right, hint);
+    if (!rightFile || m_cancel.isCancelled())
+        return false;
+    if (leftFile->identity() == rightFile->identity())
+        return true;
+
+    Pace pace(m_gate);
+    for (qint64 offset = 0;; offset += pieceSize) {
+        pace.before(offset, *leftFile, *rightFile, m_cancel);
+        if (m_cancel.isCancelled())
+            return false;
+        const FilePiece leftPiece = leftFile->readAt(offset, m_left.data(), pieceSize);
+        const FilePiece rightPiece = rightFile->readAt(offset, m_right.data(), pieceSize);
+        if (leftPiece != rightPiece || !sameBlock(offset, leftPiece.length))
+            return false;
+        count(leftPiece.length);
+        if (leftPiece.length < pieceSize)
+            return true;
+    }
+}
+
+bool ContentComparer::sameByDigest(const QString &left, const QString &right, OpenHint hint)
+{
+    return sameByRule(left, right, hint, [this](qint64, qint64 length) { return sameBytes(m_left, m_right, length); });
+}
+
+bool ContentComparer::sameByBlocks(const QString &left, const QString &right, OpenHint hint)
+{
+    bool zeroSeen = false; // in the current block, at the same place of both files
+    return sameByRule(left, right, hint, [this, &zeroSeen](qint64 offset, qint64 length) {
+        if (offset % blockSize == 0)
+            zeroSeen = false;
+        if (zeroSeen)
+            return true;
+        if (sameBytes(m_left, m_right, length)) {
+            zeroSeen = holdsZero(m_left, std::size_t(length));
+            return true;
+        }
+        zeroSeen = holdsZero(m_left, firstDifference(m_left, m_right, length));
+        return zeroSeen;
+    });
+}
+
+bool ContentComparer::sameByCrc32(const QString &left, const QString &right, OpenHint hint)
+{
+    return crc32(left, hint) == crc32(right, hint);
+}
+
+QByteArray ContentComparer::crc32(const QString &path, OpenHint hint)
+{
+    const std::unique_ptr<OpenFile> file = m_files.open(path, hint);
+    return file ? crc32(*file) : QByteArray();
+}
+
+QByteArray ContentComparer::crc32(OpenFile &file)
+{
+    Crc32 crc;
+    for (qint64 offset = 0;; offset += pieceSize) {
+        if (m_cancel.isCancelled())
+            return {};
+        const FilePiece piece = file.readAt(offset, m_left.data(), pieceSize);
+        crc.update(QByteArrayView(m_left.data(), piece.length));
+        count(piece.length);
+        if (piece.length < pieceSize)
+            break;
+    }
+    QByteArray bytes;
+    for (int shift = 24; shift >= 0; shift -= 8)
+        bytes.append(static_cast<char>(static_cast<unsigned char>(crc.value() >> unsigned(shift) & 0xFFU)));
+    return bytes;
+}
+
+} // namespace velmora

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "core/aligned_buffer.h"
+#include "core/cancel_flag.h"
+#include "platform/file_access.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+#include <mutex>
+
+namespace velmora {
+
+/// Lets one pair of large files at a time stream from a device that is slow: heads that jump between four files read
+/// less than heads that jump between two. Shared by the comparers of one run; files in memory never meet it.
+using SlowDeviceGate = std::timed_mutex;
+
+/// Compares the contents of files. Owns the buffers that it reads into (512 KiB), so one object serves one thread for
+/// many files. Obeys its cancel flag within the time that reading 256 KiB takes. Paths are absolute.
+class ContentComparer {
+public:
+    /// `files` must outlive the object; `gate`, where there is one, too.
+    ContentComparer(const FileAccess &files, CancelFlag cancel, SlowDeviceGate *gate = nullptr);
+
+    /// Called with the number of bytes of one side whenever that many more have been compared.
+    void setBytesListener(std::function<void(qint64)> listener) { m_listener = std::move(listener); }
+
+    /// True when both files have the same bytes, which is when a digest of each would agree. False when one cannot be
+    /// opened or the run is cancelled. A read error ends a file there, and counts as a difference when the other does
+    /// not end in one at the same place. Stops at the first block that differs.
+    [[nodiscard]] bool sameByDigest(const QString &left, const QString &right, OpenHint hint = OpenHint::Unknown);
+
+    /// As `sameByDigest`, but in each block of 1 MiB of the files what comes after the first zero byte that both hold
+    /// at the same place is not compared: blocks are equal as strings are.
+    [[nodiscard]] bool sameByBlocks(const QString &left, const QString &right, OpenHint hint = OpenHint::Unknown);
+
+    /// True when `crc32` gives the same for both: also when neither can be opened.
+    [[nodiscard]] bool sameByCrc32(const QString &left, const QString &right, OpenHint hint = OpenHint::Unknown);
+
+    /// See `fileCrc32`.
+    [[nodiscard]] QByteArray crc32(const QString &path, OpenHint hint = OpenHint::Unknown);
+
+private:
+    class Pace;
+    using BlockRule = std::function<bool(qint64 offset, qint64 length)>;
+
+    [[nodiscard]] bool sameByRule(const QString &left, const QString &right, OpenHint hint, const BlockRule &sameBlock);
+    [[nodiscard]] QByteArray crc32(OpenFile &file);
+    void count(qint64 bytes) const
+    {
+        if (m_listener)
+            m_listener(bytes);
+    }
+
+    const FileAccess &m_files;
+    CancelFlag m_cancel;
+    SlowDeviceGate *m_gate;
+    std::function<void(qint64)> m_listener;
+    AlignedBuffer m_left;
+    AlignedBuffer m_right;
+};
+
+} // namespace velmora
