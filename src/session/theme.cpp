@@ -1,8 +1,10 @@
 #include "session/theme.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QImageReader>
 #include <QPalette>
+#include <QPixmap>
 #include <QStyle>
 #include <QStyleFactory>
 
@@ -59,7 +61,10 @@ bool isDarkTheme()
 
 QString themedIconPath(const QString &name)
 {
-    const QString bare = name.startsWith(QLatin1String("icons/")) ? name.mid(6) : name;
+    // The kinds of session and some callers know the whole resource path.
+    QString bare = name.startsWith(QLatin1String(":/")) ? name.mid(2) : name;
+    if (bare.startsWith(QLatin1String("icons/")))
+        bare.remove(0, 6);
     const auto themed =
         QStringLiteral(":/icons/%1/%2").arg(isDarkTheme() ? QStringLiteral("dark") : QStringLiteral("light"), bare);
     if (QImageReader(themed).canRead())
@@ -70,9 +75,19 @@ QString themedIconPath(const QString &name)
 
 QIcon themedIcon(const QString &name)
 {
-    // A file is added rather than a scaled picture, so that the icon engine picks the resolution of the screen.
-    QIcon icon;
-    icon.addFile(themedIconPath(name), QSize(menuIconSize, menuIconSize));
+    // A file is added rather than a scaled picture, so that the icon engine picks the resolution of the screen; it
+    // finds the pictures of whole factors ("@2x") itself, but not those drawn for the factors between.
+    const QString path = themedIconPath(name);
+    QIcon icon(path);
+    for (const int pixels : {25, 30}) {
+        QString between = path;
+        between.replace(QLatin1String(".png"), QStringLiteral("-%1.png").arg(pixels));
+        QPixmap picture;
+        if (between == path || !QFile::exists(between) || !picture.load(between))
+            continue;
+        picture.setDevicePixelRatio(qreal(pixels) / menuIconSize);
+        icon.addPixmap(picture);
+    }
     return icon;
 }
 

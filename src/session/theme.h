@@ -11,8 +11,8 @@ void applyTheme(bool dark);
 /// Whether the application wears the dark theme.
 [[nodiscard]] bool isDarkTheme();
 
-/// The resource that `name` ("compare.png", "icons/compare.png") stands for under the current theme: the themed image if it
-/// loads, else the plain one if that does, else the themed path.
+/// The resource that `name` ("compare.png", "icons/compare.png", ":/icons/compare.png") stands for under the current
+/// theme: the themed image if it loads, else the plain one if that does, else the themed path.
 [[nodiscard]] QString themedIconPath(const QString &name);
 
 /// That image as an icon for menus and tool buttons (20 x 20) in the device's resolution.
