@@ -5,8 +5,8 @@
   render.py --all     render everything again
   render.py --check   say which rendered files are stale; needs no renderer, ends with 1 if any is
 
-Every rendered file is recorded in rendered.sums with the digest of what it was made from (drawing, colours, sizes) and its
-own digest, so that a changed drawing and a changed picture are both noticed.
+Every rendered file is recorded in rendered.sums with the digest of what it was made from (drawing, colours, sizes) and
+its own digest, so that a changed drawing and a changed picture are both noticed.
 """
 
 import hashlib
@@ -98,7 +98,8 @@ def staleness(name, recipe, record):
 
 def rendered_files():
     folders = (ICONS, ICONS / "sessions", *(ICONS / theme for theme in THEMES))
-    return {str(path.relative_to(ICONS)) for folder in folders for kind in ("*.png", "*.ico") for path in folder.glob(kind)}
+    paths = (path for folder in folders for pattern in ("*.png", "*.ico") for path in folder.glob(pattern))
+    return {str(path.relative_to(ICONS)) for path in paths}
 
 
 def png(drawing, size):
@@ -154,8 +155,8 @@ def main(arguments):
         render(name, all_recipes[name])
     for name in rendered_files() - set(all_recipes):
         (ICONS / name).unlink()
-    rows = (f"{recipe_digest(recipe)} {file_digest(ICONS / name)} {name}\n" for name, recipe in sorted(all_recipes.items()))
-    SUMS.write_text("".join(rows))
+    SUMS.write_text("".join(
+        f"{recipe_digest(recipe)} {file_digest(ICONS / name)} {name}\n" for name, recipe in sorted(all_recipes.items())))
     QRC.write_text(resource_list(sorted(all_recipes)))
     print(f"rendered {len(stale)} of {len(all_recipes)} files")
     return 0

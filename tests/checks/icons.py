@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks that the rendered icons belong to their drawings, and that every icon that the sources name is there in each theme.
+"""Checks that rendered icons belong to their drawings, and that every icon the sources name is there in each theme.
 
     icons.py RESOURCE_FOLDER SOURCE_FOLDER
 """
