@@ -1,0 +1,66 @@
+#include "session/path_edit.h"
+
+#include "session/theme.h"
+#include "session/translate.h"
+
+#include <QBoxLayout>
+#include <QDir>
+#include <QToolButton>
+
+namespace velmora {
+
+PathEdit::PathEdit(const QString &placeholder, const QString &browseHint, QWidget *parent)
+    : QWidget(parent), m_line(new QLineEdit(this)), m_browse(new QToolButton(this))
+{
+    m_line->setPlaceholderText(placeholder);
+    m_line->setAccessibleName(placeholder);
+    m_line->setClearButtonEnabled(true);
+    m_line->setAcceptDrops(false);
+    m_browse->setObjectName(QStringLiteral("pathBrowseBtn"));
+    m_browse->setToolTip(browseHint);
+    m_browse->setAccessibleName(browseHint);
+    m_browse->setFocusPolicy(Qt::TabFocus);
+
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(2);
+    row->addWidget(m_line, 1);
+    row->addWidget(m_browse);
+    setFocusProxy(m_line);
+
+    connect(m_browse, &QToolButton::clicked, this, &PathEdit::browseRequested);
+    connect(m_line, &QLineEdit::textEdited, this, &PathEdit::pathEdited);
+    connect(m_line, &QLineEdit::returnPressed, this, &PathEdit::submitted);
+    refreshTheme();
+}
+
+QString PathEdit::path() const
+{
+    QString text = m_line->text().trimmed();
+    // Copied from a file manager, a path often comes in quotes.
+    if (text.size() >= 2 && text.startsWith(u'"') && text.endsWith(u'"'))
+        text = text.mid(1, text.size() - 2);
+    return QDir::fromNativeSeparators(text);
+}
+
+void PathEdit::setPath(const QString &path)
+{
+    m_line->setText(QDir::toNativeSeparators(path));
+    m_line->setToolTip(m_line->text());
+}
+
+void PathEdit::setReadOnly(bool readOnly)
+{
+    m_line->setReadOnly(readOnly);
+    m_line->setClearButtonEnabled(!readOnly);
+}
+
+void PathEdit::refreshTheme()
+{
+    const QIcon icon = themedIcon(QStringLiteral("open.png"));
+    m_browse->setIcon(icon);
+    if (icon.availableSizes().isEmpty())
+        m_browse->setText(QStringLiteral("..."));
+}
+
+} // namespace velmora

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QLineEdit>
+#include <QWidget>
+
+class QToolButton;
+
+namespace velmora {
+
+/// The line for the path of one input, with the button beside it that asks for a file or folder.
+///
+/// Shows paths with the system's own separators and hands them out with "/". Drops land on the session behind it, not
+/// here.
+class PathEdit final : public QWidget {
+    Q_OBJECT
+public:
+    /// `placeholder` stands in the empty line, `browseHint` names the button.
+    PathEdit(const QString &placeholder, const QString &browseHint, QWidget *parent = nullptr);
+
+    /// The path without surrounding blanks or quotes, empty when there is none.
+    [[nodiscard]] QString path() const;
+    /// Replaces the path without a signal.
+    void setPath(const QString &path);
+
+    void setReadOnly(bool readOnly);
+
+    [[nodiscard]] QLineEdit &lineEdit() { return *m_line; }
+
+    /// Takes up a changed theme.
+    void refreshTheme();
+
+Q_SIGNALS:
+    void browseRequested();
+    /// A person has changed the path.
+    void pathEdited();
+    /// A person has pressed Return in the line.
+    void submitted();
+
+private:
+    QLineEdit *m_line;
+    QToolButton *m_browse;
+};
+
+} // namespace velmora

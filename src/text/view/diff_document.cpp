@@ -1,0 +1,81 @@
+#include "text/view/diff_document.h"
+
+#include "text/view/line_segments.h"
+
+namespace velmora {
+
+namespace {
+
+qint64 widestLineOf(const LineSource &source, int tabWidth)
+{
+    qint64 widest = 0;
+    for (qsizetype line = 0; line < source.count(); ++line) {
+        const std::string_view utf8 = source.bytes(line);
+        // No byte takes more columns than a tab, so that most lines need no look at their bytes.
+        if (qint64(utf8.size()) * tabWidth > widest)
+            widest = std::max(widest, columnCount(utf8, tabWidth));
+    }
+    return widest;
+}
+
+} // namespace
+
+DiffDocument::DiffDocument(QList<AlignedRow> rows, std::shared_ptr<const LineSource> left,
+                           std::shared_ptr<const LineSource> right, int tabWidth)
+    : m_rows(std::move(rows)),
+      m_left(std::move(left)),
+      m_right(std::move(right)),
+      m_tabWidth(tabWidth),
+      m_widest(std::max(widestLineOf(*m_left, tabWidth), widestLineOf(*m_right, tabWidth)))
+{}
+
+qint32 DiffDocument::lineNumber(qsizetype row, Side side) const
+{
+    const AlignedRow &aligned = m_rows.at(row);
+    return side == Side::Left ? aligned.leftLine : aligned.rightLine;
+}
+
+DiffDocument::Cell DiffDocument::cell(qsizetype row, Side side) const
+{
+    const auto cellOf = [this, row](Side from, bool own) {
+        const LineSource &lines = source(from);
+        const qsizetype line = lineNumber(row, from) - 1;
+        return line >= 0 && line < lines.count() ? Cell{&lines, line, own} : Cell{};
+    };
+    const Cell own = cellOf(side, true);
+    if (own.source || kind(row) != Equal)
+        return own;
+    return cellOf(otherSide(side), false);
+}
+
+QString DiffDocument::text(qsizetype row, Side side) const
+{
+    const Cell shown = cell(row, side);
+    return shown.source ? shown.source->text(shown.line) : QString();
+}
+
+bool DiffDocument::differsUnimportantly(qsizetype row) const
+{
+    if (kind(row) != Equal)
+        return false;
+    const Cell left = cell(row, Side::Left);
+    const Cell right = cell(row, Side::Right);
+    if (!left.source || !right.source)
+        return false;
+    return !left.own || !right.own || left.source->bytes(left.line) != right.source->bytes(right.line);
+}
+
+qsizetype DiffDocument::rowOfLine(Side side, qint32 number) const
+{
+    qsizetype found = -1;
+    for (qsizetype row = 0; row < m_rows.size(); ++row) {
+        const qint32 here = lineNumber(row, side);
+        if (here > number)
+            break;
+        if (here >= 1)
+            found = row;
+    }
+    return found;
+}
+
+} // namespace velmora

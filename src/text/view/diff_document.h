@@ -1,0 +1,60 @@
+#pragma once
+
+#include "text/engine/diff_line.h"
+#include "text/view/line_source.h"
+#include "text/view/side.h"
+
+#include <QList>
+
+#include <memory>
+
+namespace velmora {
+
+/// A finished comparison as the view shows it: the aligned rows and the lines that they refer to.
+///
+/// Immutable, shared between the view and its workers, usable from any thread. Rows are addressed by their 0-based
+/// position in the result.
+class DiffDocument {
+public:
+    /// The text that a row shows on one side.
+    struct Cell {
+        const LineSource *source = nullptr; ///< null where only the other side has a line
+        qsizetype line = -1;                ///< 0-based in `source`
+        bool own = false;                   ///< false for a line of the other side, shown because it does not matter
+    };
+
+    /// `tabWidth` is the distance of tab stops in columns.
+    DiffDocument(QList<AlignedRow> rows, std::shared_ptr<const LineSource> left,
+                 std::shared_ptr<const LineSource> right, int tabWidth = 4);
+
+    [[nodiscard]] const QList<AlignedRow> &rows() const noexcept { return m_rows; }
+    [[nodiscard]] qsizetype rowCount() const noexcept { return m_rows.size(); }
+    [[nodiscard]] DiffLineKind kind(qsizetype row) const { return m_rows.at(row).kind; }
+    [[nodiscard]] const LineSource &source(Side side) const { return side == Side::Left ? *m_left : *m_right; }
+    [[nodiscard]] int tabWidth() const noexcept { return m_tabWidth; }
+
+    /// The line number, 1-based, or -1.
+    [[nodiscard]] qint32 lineNumber(qsizetype row, Side side) const;
+    [[nodiscard]] Cell cell(qsizetype row, Side side) const;
+    /// The text of a cell, empty without one.
+    [[nodiscard]] QString text(qsizetype row, Side side) const;
+
+    /// True for an equal row whose two lines are not the same text: they differ in a way that does not matter.
+    [[nodiscard]] bool differsUnimportantly(qsizetype row) const;
+
+    /// The row that shows line `number` (1-based) of `side`, or the nearest row before it that shows a line; -1 when no
+    /// row does. Takes a step for each row.
+    [[nodiscard]] qsizetype rowOfLine(Side side, qint32 number) const;
+
+    /// Columns of the widest line of both sides. Computed at construction, in one pass over the long lines.
+    [[nodiscard]] qint64 widestLine() const noexcept { return m_widest; }
+
+private:
+    QList<AlignedRow> m_rows;
+    std::shared_ptr<const LineSource> m_left;
+    std::shared_ptr<const LineSource> m_right;
+    int m_tabWidth;
+    qint64 m_widest = 0;
+};
+
+} // namespace velmora

@@ -1,0 +1,366 @@
+#include "text/view/diff_pane.h"
+
+#include "session/translate.h"
+#include "text/view/pane_painter.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyleHints>
+
+#include <cmath>
+
+namespace velmora {
+
+namespace {
+
+constexpr int fewestDigits = 3;
+constexpr auto dragScrollInterval = std::chrono::milliseconds(40);
+
+int digitsOf(qsizetype number)
+{
+    int digits = 1;
+    for (; number >= 10; number /= 10)
+        ++digits;
+    return digits;
+}
+
+QString describeKind(DiffLineKind kind)
+{
+    switch (kind) {
+    case Equal:
+        return Velmora::tr("identical");
+    case Added:
+        return Velmora::tr("added");
+    case Removed:
+        return Velmora::tr("removed");
+    case Modified:
+        return Velmora::tr("modified");
+    }
+    return {};
+}
+
+} // namespace
+
+DiffPane::DiffPane(DiffScene &scene, Side side, QWidget *parent) : QWidget(parent), m_scene(scene), m_side(side)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setCursor(Qt::IBeamCursor);
+    setObjectName(side == Side::Left ? QStringLiteral("leftPane") : QStringLiteral("rightPane"));
+    setAccessibleName(side == Side::Left ? Velmora::tr("Left text") : Velmora::tr("Right text"));
+    const auto repaint = [this] { update(); };
+    connect(&scene, &DiffScene::documentChanged, this, repaint);
+    connect(&scene, &DiffScene::metricsChanged, this, repaint);
+    connect(&scene, &DiffScene::scrolled, this, repaint);
+    connect(&scene, &DiffScene::caretMoved, this, repaint);
+    connect(&scene, &DiffScene::currentBlockChanged, this, repaint);
+    connect(&scene, &DiffScene::repaintWanted, this, repaint);
+    m_dragTimer.setInterval(dragScrollInterval);
+    connect(&m_dragTimer, &QTimer::timeout, this, &DiffPane::extendByDrag);
+    m_clickTimer.setSingleShot(true);
+    connect(&m_clickTimer, &QTimer::timeout, this, [this] { m_clicks = 0; });
+}
+
+int DiffPane::gutterWidth() const
+{
+    const DiffDocument *document = m_scene.document();
+    const qsizetype lines =
+        document ? std::max(document->source(Side::Left).count(), document->source(Side::Right).count()) : 0;
+    const qreal cell = m_scene.renderer(m_side).cellWidth();
+    const int digits = std::max(digitsOf(lines), fewestDigits);
+    return paneMetrics::marker + 3 * paneMetrics::padding + int(std::ceil((digits + 1) * cell));
+}
+
+QRect DiffPane::textArea() const
+{
+    return rect().adjusted(gutterWidth(), 0, 0, 0);
+}
+
+QSize DiffPane::sizeHint() const
+{
+    return {500, 400};
+}
+
+QSize DiffPane::minimumSizeHint() const
+{
+    return {160, 80};
+}
+
+QString DiffPane::describeCurrentRow() const
+{
+    const DiffDocument *document = m_scene.document();
+    const qsizetype row = m_scene.caret().position.row;
+    if (!document || row >= document->rowCount())
+        return {};
+    const qint32 number = document->lineNumber(row, m_side);
+    const QString kind = describeKind(document->kind(row));
+    if (number < 1)
+        return Velmora::tr("No line here, %1").arg(kind);
+    // An assistive tool would read for hours at the longest lines.
+    constexpr qsizetype longest = 2000;
+    return Velmora::tr("Line %1, %2: %3").arg(QString::number(number), kind, document->text(row, m_side).left(longest));
+}
+
+void DiffPane::paintEvent(QPaintEvent *event)
+{
+    QPainter painter(this);
+    const int gutter = gutterWidth();
+    painter.fillRect(event->rect(), diffColour(DiffColour::Background));
+    painter.fillRect(QRect(0, 0, gutter, height()), diffColour(DiffColour::Gutter));
+    if (m_scene.document()) {
+        PanePainter frame(painter, m_scene, {m_side, QRect(0, 0, gutter, height()), textArea(), hasFocus()});
+        frame.paint(event->rect());
+    }
+    painter.fillRect(QRect(gutter - 1, 0, 1, height()), diffColour(DiffColour::Rule));
+    if (hasFocus())
+        painter.fillRect(QRect(0, 0, width(), 2), diffColour(DiffColour::Accent));
+}
+
+void DiffPane::resizeEvent(QResizeEvent *)
+{
+    Q_EMIT resized();
+}
+
+void DiffPane::focusInEvent(QFocusEvent *)
+{
+    TextCaret caret = m_scene.caret();
+    if (caret.side != m_side) {
+        const TextPosition here{caret.position.row, 0};
+        caret = {m_side, here, here};
+        m_scene.setCaret(caret);
+    }
+    update();
+}
+
+void DiffPane::focusOutEvent(QFocusEvent *)
+{
+    update();
+}
+
+void DiffPane::contextMenuEvent(QContextMenuEvent *event)
+{
+    Q_EMIT contextMenuWanted(event->globalPos());
+}
+
+// Positions ---------------------------------------------------------------------------------------------------------
+
+TextPosition DiffPane::position() const
+{
+    const TextCaret &caret = m_scene.caret();
+    return hasCaret() ? caret.position : TextPosition{caret.position.row, 0};
+}
+
+TextPosition DiffPane::positionAt(QPoint point) const
+{
+    const RowLayout &layout = m_scene.layout();
+    const qsizetype index = layout.indexAtY(point.y(), m_scene.top());
+    if (index < 0)
+        return {};
+    const qsizetype row = layout.rowAt(index);
+    const DiffDocument::Cell cell = m_scene.document()->cell(row, m_side);
+    if (!cell.source)
+        return {row, 0};
+    const qreal x = point.x() - textArea().left() - paneMetrics::textIndent + m_scene.scrolledX();
+    return {row, m_scene.rendererOf(cell, m_side).unitAt(cell.line, x)};
+}
+
+TextPosition DiffPane::lineStart(qsizetype index) const
+{
+    return {m_scene.layout().rowAt(index), 0};
+}
+
+TextPosition DiffPane::lineEnd(qsizetype index) const
+{
+    const qsizetype row = m_scene.layout().rowAt(index);
+    const DiffDocument::Cell cell = m_scene.document()->cell(row, m_side);
+    return {row, cell.source ? m_scene.rendererOf(cell, m_side).length(cell.line) : 0};
+}
+
+TextPosition DiffPane::stepped(TextPosition from, Step step) const
+{
+    const RowLayout &layout = m_scene.layout();
+    const qsizetype index = layout.indexOf(from.row);
+    const bool back = step == Step::Previous || step == Step::PreviousWord;
+    const bool byWord = step == Step::PreviousWord || step == Step::NextWord;
+    const TextPosition start = lineStart(index);
+    if (step == Step::LineStart || (back && from == start))
+        return step == Step::LineStart || index == 0 ? start : lineEnd(index - 1);
+    if (step == Step::LineEnd)
+        return lineEnd(index);
+    const DiffDocument::Cell cell = m_scene.document()->cell(from.row, m_side);
+    const auto mode = byWord ? QTextLayout::SkipWords : QTextLayout::SkipCharacters;
+    if (cell.source) {
+        LineRenderer &renderer = m_scene.rendererOf(cell, m_side);
+        const qsizetype unit =
+            back ? renderer.previous(cell.line, from.unit, mode) : renderer.next(cell.line, from.unit, mode);
+        if (unit != from.unit)
+            return {from.row, unit};
+    }
+    return index + 1 < layout.count() ? lineStart(index + 1) : from;
+}
+
+// Moving ------------------------------------------------------------------------------------------------------------
+
+void DiffPane::moveTo(TextPosition position, bool selecting)
+{
+    const TextPosition anchor = selecting && hasCaret() ? m_scene.caret().anchor : position;
+    m_scene.setCaret({m_side, anchor, position});
+    m_scene.showCaret();
+}
+
+void DiffPane::moveRows(qsizetype rows, bool selecting)
+{
+    const RowLayout &layout = m_scene.layout();
+    const TextPosition from = position();
+    const DiffDocument::Cell here = m_scene.document()->cell(from.row, m_side);
+    if (m_wantedX < 0)
+        m_wantedX = here.source ? m_scene.rendererOf(here, m_side).xOf(here.line, from.unit) : 0;
+    const qsizetype index = std::clamp<qsizetype>(layout.indexOf(from.row) + rows, 0, layout.count() - 1);
+    TextPosition to = lineStart(index);
+    const DiffDocument::Cell there = m_scene.document()->cell(to.row, m_side);
+    if (there.source)
+        to.unit = m_scene.rendererOf(there, m_side).unitAt(there.line, m_wantedX);
+    const qreal wantedX = m_wantedX;
+    moveTo(to, selecting);
+    m_wantedX = wantedX;
+}
+
+bool DiffPane::moveByKey(const QKeyEvent &event)
+{
+    const RowLayout &layout = m_scene.layout();
+    const bool selecting = event.modifiers().testFlag(Qt::ShiftModifier);
+    const bool control = event.modifiers().testFlag(Qt::ControlModifier);
+    const qsizetype page = std::max<qsizetype>(layout.rowsPerPage(height()) - 1, 1);
+    const auto stepBy = [&](Step step) {
+        m_wantedX = -1;
+        moveTo(stepped(position(), step), selecting);
+        return true;
+    };
+    const auto rowsBy = [&](qsizetype rows) {
+        moveRows(rows, selecting);
+        return true;
+    };
+    switch (event.key()) {
+    case Qt::Key_Left:
+        return stepBy(control ? Step::PreviousWord : Step::Previous);
+    case Qt::Key_Right:
+        return stepBy(control ? Step::NextWord : Step::Next);
+    case Qt::Key_Up:
+        if (!control)
+            return rowsBy(-1);
+        m_scene.scrollToTop(m_scene.top() - 1);
+        return true;
+    case Qt::Key_Down:
+        if (!control)
+            return rowsBy(1);
+        m_scene.scrollToTop(m_scene.top() + 1);
+        return true;
+    case Qt::Key_PageUp:
+        m_scene.scrollToTop(m_scene.top() - page);
+        return rowsBy(-page);
+    case Qt::Key_PageDown:
+        m_scene.scrollToTop(m_scene.top() + page);
+        return rowsBy(page);
+    case Qt::Key_Home:
+        if (!control)
+            return stepBy(Step::LineStart);
+        moveTo(lineStart(0), selecting);
+        return true;
+    case Qt::Key_End:
+        if (!control)
+            return stepBy(Step::LineEnd);
+        moveTo(lineEnd(layout.count() - 1), selecting);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void DiffPane::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Copy)) {
+        copy();
+    } else if (event->matches(QKeySequence::SelectAll)) {
+        selectAll();
+    } else if (event->modifiers().testFlag(Qt::AltModifier) || m_scene.layout().count() == 0 || !moveByKey(*event)) {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void DiffPane::copy()
+{
+    const QString text = m_scene.selectedText();
+    if (!text.isEmpty())
+        QApplication::clipboard()->setText(text);
+}
+
+void DiffPane::selectAll()
+{
+    const qsizetype count = m_scene.layout().count();
+    if (count > 0)
+        m_scene.setCaret({m_side, lineStart(0), lineEnd(count - 1)});
+}
+
+// Mouse -------------------------------------------------------------------------------------------------------------
+
+void DiffPane::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton || m_scene.layout().count() == 0)
+        return;
+    m_wantedX = -1;
+    const QPoint point = event->position().toPoint();
+    const bool third = m_clicks == 2 && m_clickTimer.isActive();
+    if (third || point.x() < gutterWidth()) {
+        const qsizetype index = m_scene.layout().indexAtY(point.y(), m_scene.top());
+        m_scene.setCaret({m_side, lineStart(index), lineEnd(index)});
+    } else {
+        const bool selecting = event->modifiers().testFlag(Qt::ShiftModifier);
+        moveTo(positionAt(point), selecting);
+        m_dragging = true;
+    }
+    m_clicks = 1;
+    m_clickTimer.start(QApplication::doubleClickInterval());
+}
+
+void DiffPane::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton || m_scene.layout().count() == 0)
+        return;
+    const TextPosition at = positionAt(event->position().toPoint());
+    const DiffDocument::Cell cell = m_scene.document()->cell(at.row, m_side);
+    if (!cell.source)
+        return;
+    const CharRange word = m_scene.rendererOf(cell, m_side).wordAt(cell.line, at.unit);
+    m_scene.setCaret({m_side, {at.row, word.start}, {at.row, word.start + word.length}});
+    m_clicks = 2;
+    m_clickTimer.start(QApplication::doubleClickInterval());
+}
+
+void DiffPane::mouseMoveEvent(QMouseEvent *event)
+{
+    const QPoint point = event->position().toPoint();
+    setCursor(point.x() < gutterWidth() ? Qt::ArrowCursor : Qt::IBeamCursor);
+    if (!m_dragging)
+        return;
+    m_dragPoint = point;
+    moveTo(positionAt(point), true);
+    if (rect().contains(point))
+        m_dragTimer.stop();
+    else if (!m_dragTimer.isActive())
+        m_dragTimer.start();
+}
+
+void DiffPane::extendByDrag()
+{
+    moveTo(positionAt(m_dragPoint), true);
+}
+
+void DiffPane::mouseReleaseEvent(QMouseEvent *)
+{
+    m_dragging = false;
+    m_dragTimer.stop();
+}
+
+} // namespace velmora

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "text/view/diff_scene.h"
+
+#include <QTimer>
+#include <QWidget>
+
+namespace velmora {
+
+/// One side of a comparison: line numbers, a sign for each kind of row, the texts, the caret and the selection.
+///
+/// Paints what is in sight and nothing else: the cost of a frame depends neither on the number of rows nor on the
+/// length of lines that reach beyond the window. Takes the keys and the mouse that move the caret and select; scrolling
+/// is the view's.
+class DiffPane final : public QWidget {
+    Q_OBJECT
+public:
+    /// `scene` outlives the pane.
+    DiffPane(DiffScene &scene, Side side, QWidget *parent = nullptr);
+
+    [[nodiscard]] Side side() const noexcept { return m_side; }
+    [[nodiscard]] DiffScene &scene() noexcept { return m_scene; }
+
+    /// The width of line numbers and signs.
+    [[nodiscard]] int gutterWidth() const;
+    /// The part that shows text.
+    [[nodiscard]] QRect textArea() const;
+
+    /// The row of the caret as an assistive tool reads it: line number, kind and text.
+    [[nodiscard]] QString describeCurrentRow() const;
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+public Q_SLOTS:
+    void copy();
+    void selectAll();
+
+Q_SIGNALS:
+    void resized();
+    void contextMenuWanted(QPoint globalPosition);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+
+private:
+    enum class Step { Previous, Next, PreviousWord, NextWord, LineStart, LineEnd };
+
+    [[nodiscard]] bool hasCaret() const { return m_scene.caret().side == m_side; }
+    /// The caret's place on this side, also while the other side has it.
+    [[nodiscard]] TextPosition position() const;
+    [[nodiscard]] TextPosition positionAt(QPoint point) const;
+    [[nodiscard]] TextPosition stepped(TextPosition from, Step step) const;
+    [[nodiscard]] TextPosition lineStart(qsizetype index) const;
+    [[nodiscard]] TextPosition lineEnd(qsizetype index) const;
+    void moveTo(TextPosition position, bool selecting);
+    void moveRows(qsizetype rows, bool selecting);
+    [[nodiscard]] bool moveByKey(const QKeyEvent &event);
+    void extendByDrag();
+
+    DiffScene &m_scene;
+    Side m_side;
+    qreal m_wantedX = -1; ///< the x that moving up and down keeps to, -1 for the caret's own
+    bool m_dragging = false;
+    QPoint m_dragPoint;
+    QTimer m_dragTimer; ///< scrolls on while the mouse is held outside
+    int m_clicks = 0;
+    QTimer m_clickTimer; ///< runs while a further click counts as one of several
+};
+
+} // namespace velmora

@@ -1,0 +1,180 @@
+#include "text/view/diff_scene.h"
+
+#include <algorithm>
+
+namespace velmora {
+
+namespace {
+
+// Columns of air behind the widest line, and around the caret when it is scrolled into sight.
+constexpr qint64 columnsToSpare = 4;
+
+} // namespace
+
+DiffScene::DiffScene(QObject *parent) : QObject(parent)
+{
+    connect(&m_changes, &IntraLineChanges::arrived, this, &DiffScene::repaintWanted);
+}
+
+void DiffScene::setDocument(std::shared_ptr<const DiffDocument> document)
+{
+    m_document = std::move(document);
+    const DiffDocument *shown = m_document.get();
+    m_left.setSource(shown ? &shown->source(Side::Left) : nullptr, shown ? shown->tabWidth() : 4);
+    m_right.setSource(shown ? &shown->source(Side::Right) : nullptr, shown ? shown->tabWidth() : 4);
+    m_changes.setDocument(m_document);
+    m_layout.setRows(shown ? shown->rows() : QList<AlignedRow>());
+    m_caret = {m_caret.side, {}, {}};
+    m_currentBlock = -1;
+    m_top = 0;
+    m_column = 0;
+    Q_EMIT documentChanged();
+    Q_EMIT currentBlockChanged();
+    Q_EMIT caretMoved();
+}
+
+LineRenderer &DiffScene::rendererOf(const DiffDocument::Cell &cell, Side side)
+{
+    return renderer(cell.own ? side : otherSide(side));
+}
+
+void DiffScene::setFilter(RowFilter filter)
+{
+    if (filter == m_layout.filter())
+        return;
+    const qsizetype before = m_layout.indexOf(m_caret.position.row) - m_top;
+    const bool caretWasInSight = before >= 0 && before < m_layout.rowsPerPage(m_height);
+    m_layout.setFilter(filter);
+    const qsizetype index = m_layout.indexOf(m_caret.position.row);
+    if (index >= 0) {
+        const TextPosition position{m_layout.rowAt(index), 0};
+        if (position.row != m_caret.position.row)
+            m_caret = {m_caret.side, position, position};
+        m_top = std::clamp<qsizetype>(index - (caretWasInSight ? before : 0), 0, maximumTop());
+    } else {
+        m_top = 0;
+    }
+    Q_EMIT documentChanged();
+    Q_EMIT caretMoved();
+}
+
+void DiffScene::setFont(const QFont &font)
+{
+    m_font = font;
+    m_left.setFont(font);
+    m_right.setFont(font);
+    m_layout.setRowHeight(m_left.rowHeight());
+    scrollTo(m_top, m_column);
+    Q_EMIT metricsChanged();
+}
+
+void DiffScene::setViewport(int height, int textWidth)
+{
+    if (height == m_height && textWidth == m_textWidth)
+        return;
+    m_height = height;
+    m_textWidth = textWidth;
+    scrollTo(m_top, m_column);
+    Q_EMIT metricsChanged();
+}
+
+qint64 DiffScene::columnsPerPage() const
+{
+    return std::max<qint64>(qint64(m_textWidth / m_left.cellWidth()), 1);
+}
+
+qint64 DiffScene::maximumColumn() const
+{
+    const qint64 widest = m_document ? m_document->widestLine() : 0;
+    return widest > columnsPerPage() ? widest + columnsToSpare - columnsPerPage() : 0;
+}
+
+void DiffScene::scrollTo(qsizetype top, qint64 column)
+{
+    const qsizetype newTop = std::clamp<qsizetype>(top, 0, maximumTop());
+    const qint64 newColumn = std::clamp<qint64>(column, 0, std::max<qint64>(maximumColumn(), 0));
+    if (newTop == m_top && newColumn == m_column)
+        return;
+    m_top = newTop;
+    m_column = newColumn;
+    Q_EMIT scrolled();
+}
+
+void DiffScene::setCaret(const TextCaret &caret)
+{
+    if (!m_document || caret == m_caret)
+        return;
+    m_caret = caret;
+    const qsizetype block = m_layout.blockOf(caret.position.row);
+    if (block >= 0)
+        setCurrentBlock(block);
+    Q_EMIT caretMoved();
+}
+
+void DiffScene::showCaret()
+{
+    const qsizetype index = m_layout.indexOf(m_caret.position.row);
+    if (index < 0)
+        return;
+    qint64 column = m_column;
+    const DiffDocument::Cell cell = m_document->cell(m_caret.position.row, m_caret.side);
+    if (cell.source) {
+        LineRenderer &drawn = rendererOf(cell, m_caret.side);
+        const auto at = qint64(drawn.xOf(cell.line, m_caret.position.unit) / drawn.cellWidth());
+        if (at < column)
+            column = std::max<qint64>(at - columnsToSpare, 0);
+        else if (at > column + columnsPerPage() - 1)
+            column = at + columnsToSpare - columnsPerPage();
+    }
+    scrollTo(m_layout.topToShow(index, m_top, m_height), column);
+}
+
+void DiffScene::setCurrentBlock(qsizetype block)
+{
+    if (block == m_currentBlock)
+        return;
+    m_currentBlock = block;
+    Q_EMIT currentBlockChanged();
+}
+
+void DiffScene::goToBlock(qsizetype block)
+{
+    if (block < 0 || block >= m_layout.blockCount())
+        return;
+    const RowRange rows = m_layout.block(block);
+    setCurrentBlock(block);
+    const qsizetype first = m_layout.indexOf(rows.first);
+    if (first < 0)
+        return;
+    if (m_layout.isShown(rows.first)) {
+        const TextPosition start{rows.first, 0};
+        setCaret({m_caret.side, start, start});
+    }
+    const qsizetype count = m_layout.isShown(rows.first) ? rows.count : 1;
+    scrollTo(m_layout.topToReveal({first, count}, m_top, m_height), 0);
+    Q_EMIT repaintWanted();
+}
+
+QString DiffScene::selectedText() const
+{
+    if (!m_document || !m_caret.hasSelection())
+        return {};
+    const TextPosition start = m_caret.selectionStart();
+    const TextPosition end = m_caret.selectionEnd();
+    QStringList lines;
+    for (qsizetype index = m_layout.indexOf(start.row); index < m_layout.count(); ++index) {
+        const qsizetype row = m_layout.rowAt(index);
+        if (row > end.row)
+            break;
+        const DiffDocument::Cell cell = m_document->cell(row, m_caret.side);
+        if (!cell.source || !cell.own)
+            continue;
+        const QString text = cell.source->text(cell.line);
+        const qsizetype first = row == start.row ? start.unit : 0;
+        const qsizetype last = row == end.row ? end.unit : text.size();
+        lines.append(text.mid(first, last - first));
+    }
+    return lines.join(u'\n');
+}
+
+} // namespace velmora

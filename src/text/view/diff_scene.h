@@ -1,0 +1,96 @@
+#pragma once
+
+#include "text/view/diff_document.h"
+#include "text/view/intra_line_changes.h"
+#include "text/view/line_renderer.h"
+#include "text/view/row_layout.h"
+#include "text/view/text_caret.h"
+
+#include <QFont>
+#include <QObject>
+
+#include <memory>
+
+namespace velmora {
+
+/// What the parts of a side-by-side view share: the document, which of it is in sight, the caret, the current
+/// difference and the font. The parts read it, change it through its functions and repaint on its signals.
+///
+/// Lives on the interface thread. Vertical positions are indices of shown rows (`RowLayout`), the horizontal one is a
+/// column of the text grid; both panes always show the same ones.
+class DiffScene final : public QObject {
+    Q_OBJECT
+public:
+    explicit DiffScene(QObject *parent = nullptr);
+
+    /// Shows another document, or nothing, from its top.
+    void setDocument(std::shared_ptr<const DiffDocument> document);
+    [[nodiscard]] const DiffDocument *document() const noexcept { return m_document.get(); }
+    [[nodiscard]] const RowLayout &layout() const noexcept { return m_layout; }
+    [[nodiscard]] LineRenderer &renderer(Side side) { return side == Side::Left ? m_left : m_right; }
+    /// The renderer that holds the text of a cell of `side`.
+    [[nodiscard]] LineRenderer &rendererOf(const DiffDocument::Cell &cell, Side side);
+    [[nodiscard]] IntraLineChanges &changes() noexcept { return m_changes; }
+
+    /// Keeps the row of the caret in sight, or the nearest one that is still shown.
+    void setFilter(RowFilter filter);
+
+    [[nodiscard]] const QFont &font() const noexcept { return m_font; }
+    void setFont(const QFont &font);
+
+    /// The height of the panes, in pixels, and the narrower one's room for text.
+    void setViewport(int height, int textWidth);
+    [[nodiscard]] int viewportHeight() const noexcept { return m_height; }
+
+    [[nodiscard]] qsizetype top() const noexcept { return m_top; }
+    [[nodiscard]] qint64 column() const noexcept { return m_column; }
+    [[nodiscard]] qsizetype maximumTop() const { return m_layout.maximumTop(m_height); }
+    [[nodiscard]] qint64 maximumColumn() const;
+    /// Columns that fit into the narrower pane, at least one.
+    [[nodiscard]] qint64 columnsPerPage() const;
+    /// Clamped, as all scrolling is.
+    void scrollTo(qsizetype top, qint64 column);
+    void scrollToTop(qsizetype top) { scrollTo(top, m_column); }
+    /// The x of the texts, in pixels, that stands at the left edge of the panes.
+    [[nodiscard]] qreal scrolledX() const { return qreal(m_column) * m_left.cellWidth(); }
+
+    [[nodiscard]] const TextCaret &caret() const noexcept { return m_caret; }
+    /// Moves the caret and takes no care that it is in sight. A caret in a difference makes that the current one.
+    void setCaret(const TextCaret &caret);
+    /// Scrolls as little as brings the caret into sight.
+    void showCaret();
+
+    /// The current difference as a block of the layout, -1 for none.
+    [[nodiscard]] qsizetype currentBlock() const noexcept { return m_currentBlock; }
+    /// Makes `block` the current one, puts the caret at its start and brings it into sight.
+    void goToBlock(qsizetype block);
+
+    /// What is selected, lines joined by line feeds; rows without a line of their own count for nothing.
+    [[nodiscard]] QString selectedText() const;
+
+Q_SIGNALS:
+    void documentChanged(); ///< document or filter: everything has to be laid out anew
+    void metricsChanged();  ///< font or viewport: sizes have changed, the content has not
+    void scrolled();
+    void caretMoved();
+    void currentBlockChanged();
+    void repaintWanted(); ///< what is in sight looks different
+
+private:
+    void setCurrentBlock(qsizetype block);
+
+    std::shared_ptr<const DiffDocument> m_document;
+    RowLayout m_layout;
+    LineRenderer m_left;
+    LineRenderer m_right;
+    IntraLineChanges m_changes;
+    QFont m_font;
+    TextCaret m_caret;
+    qsizetype m_currentBlock = -1;
+    qsizetype m_top = 0;
+    qint64 m_column = 0;
+    int m_height = 0;
+    int m_textWidth = 0;
+};
+
+} // namespace velmora

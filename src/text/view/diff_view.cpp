@@ -1,0 +1,221 @@
+#include "text/view/diff_view.h"
+
+#include "session/diff_colours.h"
+#include "text/view/diff_pane.h"
+#include "text/view/overview_strip.h"
+#include "text/view/pane_notice.h"
+#include "text/view/pane_painter.h"
+
+#include <QFontDatabase>
+#include <QGridLayout>
+#include <QLabel>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QSplitter>
+#include <QWheelEvent>
+
+namespace velmora {
+
+namespace {
+
+constexpr qreal usualPointSize = 10;
+constexpr qreal smallestPointSize = 6;
+constexpr qreal largestPointSize = 40;
+constexpr int wheelRows = 3;
+constexpr int wheelColumns = 6;
+constexpr int wheelStep = 120; // eighths of a degree
+
+QFont textFont(qreal pointSize)
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (!QFontInfo(font).fixedPitch()) {
+        font.setFamilies(
+            {QStringLiteral("Consolas"), QStringLiteral("DejaVu Sans Mono"), QStringLiteral("Courier New")});
+        font.setStyleHint(QFont::Monospace);
+    }
+    font.setFixedPitch(true);
+    font.setPointSizeF(pointSize);
+    return font;
+}
+
+} // namespace
+
+DiffView::DiffView(QWidget *parent)
+    : QWidget(parent),
+      m_left(new DiffPane(m_scene, Side::Left)),
+      m_right(new DiffPane(m_scene, Side::Right)),
+      m_splitter(new QSplitter(Qt::Horizontal)),
+      m_overview(new OverviewStrip(m_scene, this)),
+      m_vertical(new QScrollBar(Qt::Vertical, this)),
+      m_horizontal(new QScrollBar(Qt::Horizontal, this)),
+      m_banner(new QLabel(this)),
+      m_leftNotice(new PaneNotice(m_left)),
+      m_rightNotice(new PaneNotice(m_right))
+{
+    m_splitter->addWidget(m_left);
+    m_splitter->addWidget(m_right);
+    m_splitter->setChildrenCollapsible(false);
+    m_splitter->setStretchFactor(0, 1);
+    m_splitter->setStretchFactor(1, 1);
+    m_splitter->setObjectName(QStringLiteral("diffSplitter"));
+
+    m_banner->setObjectName(QStringLiteral("diffBanner"));
+    m_banner->setAlignment(Qt::AlignCenter);
+    m_banner->setContentsMargins(8, 5, 8, 5);
+    m_banner->setAutoFillBackground(true);
+    m_banner->hide();
+
+    auto *grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(0);
+    grid->addWidget(m_banner, 0, 0, 1, 3);
+    grid->addWidget(m_splitter, 1, 0);
+    grid->addWidget(m_overview, 1, 1);
+    grid->addWidget(m_vertical, 1, 2);
+    grid->addWidget(m_horizontal, 2, 0);
+    grid->setRowStretch(1, 1);
+    grid->setColumnStretch(0, 1);
+
+    connect(m_vertical, &QScrollBar::valueChanged, this, [this](int top) { m_scene.scrollToTop(top); });
+    connect(m_horizontal, &QScrollBar::valueChanged, this,
+            [this](int column) { m_scene.scrollTo(m_scene.top(), column); });
+    connect(&m_scene, &DiffScene::documentChanged, this, &DiffView::fitViewport);
+    connect(&m_scene, &DiffScene::documentChanged, this, &DiffView::fitScrollBars);
+    connect(&m_scene, &DiffScene::metricsChanged, this, &DiffView::fitScrollBars);
+    connect(&m_scene, &DiffScene::scrolled, this, &DiffView::followScene);
+    for (DiffPane *shown : {m_left, m_right}) {
+        shown->installEventFilter(this);
+        connect(shown, &DiffPane::resized, this, &DiffView::fitViewport);
+        connect(shown, &DiffPane::contextMenuWanted, this,
+                [this, shown](QPoint at) { Q_EMIT contextMenuWanted(shown->side(), at); });
+    }
+    m_leftNotice->hide();
+    m_rightNotice->hide();
+    setFocusProxy(m_left);
+    setFontPointSize(usualPointSize);
+    refreshTheme();
+}
+
+DiffView::~DiffView() = default;
+
+void DiffView::switchPane()
+{
+    const Side side = m_left->hasFocus() || m_right->hasFocus() ? otherSide(activeSide()) : activeSide();
+    pane(side).setFocus(Qt::ShortcutFocusReason);
+}
+
+void DiffView::showNotice(Side side, bool shown)
+{
+    notice(side).setVisible(shown);
+    placeNotices();
+}
+
+void DiffView::setBanner(const QString &text)
+{
+    m_banner->setText(text);
+    m_banner->setVisible(!text.isEmpty());
+}
+
+qreal DiffView::fontPointSize() const
+{
+    return m_scene.font().pointSizeF();
+}
+
+void DiffView::setFontPointSize(qreal size)
+{
+    m_scene.setFont(textFont(std::clamp(size, smallestPointSize, largestPointSize)));
+    fitViewport();
+}
+
+void DiffView::zoomBy(int steps)
+{
+    setFontPointSize(fontPointSize() + steps);
+}
+
+void DiffView::resetZoom()
+{
+    setFontPointSize(usualPointSize);
+}
+
+void DiffView::refreshTheme()
+{
+    QPalette palette = m_banner->palette();
+    palette.setColor(QPalette::Window, diffColour(DiffColour::Unimportant));
+    palette.setColor(QPalette::WindowText, diffColour(DiffColour::Text));
+    m_banner->setPalette(palette);
+    m_leftNotice->refresh();
+    m_rightNotice->refresh();
+    m_overview->refresh();
+    update();
+}
+
+void DiffView::fitViewport()
+{
+    const int room = std::min(m_left->textArea().width(), m_right->textArea().width()) - paneMetrics::textIndent;
+    m_scene.setViewport(m_left->height(), std::max(room, 1));
+    placeNotices();
+}
+
+void DiffView::fitScrollBars()
+{
+    const QSignalBlocker verticalBlocker(m_vertical);
+    const QSignalBlocker horizontalBlocker(m_horizontal);
+    m_vertical->setRange(0, int(m_scene.maximumTop()));
+    m_vertical->setPageStep(int(m_scene.layout().rowsPerPage(m_scene.viewportHeight())));
+    m_horizontal->setRange(0, int(m_scene.maximumColumn()));
+    m_horizontal->setPageStep(int(m_scene.columnsPerPage()));
+    m_horizontal->setSingleStep(wheelColumns);
+    followScene();
+}
+
+void DiffView::followScene()
+{
+    const QSignalBlocker verticalBlocker(m_vertical);
+    const QSignalBlocker horizontalBlocker(m_horizontal);
+    m_vertical->setValue(int(m_scene.top()));
+    m_horizontal->setValue(int(m_scene.column()));
+}
+
+void DiffView::placeNotices()
+{
+    for (PaneNotice *card : {m_leftNotice, m_rightNotice}) {
+        const QRect pane = card->parentWidget()->rect();
+        const int width = std::min(std::max(card->sizeHint().width(), 260), pane.width() - 16);
+        const int height = card->hasHeightForWidth() ? card->heightForWidth(width) : card->sizeHint().height();
+        card->setGeometry((pane.width() - width) / 2, std::max((pane.height() - height) * 2 / 5, 8), width, height);
+    }
+}
+
+bool DiffView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::LayoutRequest)
+        placeNotices();
+    return QWidget::eventFilter(watched, event);
+}
+
+void DiffView::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::PaletteChange)
+        m_overview->refresh();
+    QWidget::changeEvent(event);
+}
+
+void DiffView::wheelEvent(QWheelEvent *event)
+{
+    QPoint angle = event->angleDelta();
+    if (event->modifiers().testFlag(Qt::ShiftModifier) && angle.x() == 0)
+        angle = angle.transposed();
+    m_wheelRest += angle;
+    if (event->modifiers().testFlag(Qt::ControlModifier)) {
+        zoomBy(m_wheelRest.y() / wheelStep);
+        m_wheelRest.ry() %= wheelStep;
+    } else {
+        const int rows = m_wheelRest.y() * wheelRows / wheelStep;
+        const int columns = m_wheelRest.x() * wheelColumns / wheelStep;
+        m_scene.scrollTo(m_scene.top() - rows, m_scene.column() - columns);
+        m_wheelRest -= QPoint(columns * wheelStep / wheelColumns, rows * wheelStep / wheelRows);
+    }
+    event->accept();
+}
+
+} // namespace velmora

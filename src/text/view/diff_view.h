@@ -1,0 +1,78 @@
+#pragma once
+
+#include "text/view/diff_scene.h"
+
+#include <QWidget>
+
+class QLabel;
+class QScrollBar;
+class QSplitter;
+
+namespace velmora {
+
+class DiffPane;
+class OverviewStrip;
+class PaneNotice;
+
+/// Two texts side by side, row by row: the panes, a splitter between them, one pair of scroll bars for both, the
+/// overview of all differences, and a banner and cards for what is to be said about a side.
+///
+/// Holds no text: shows a `DiffDocument` that it is given.
+class DiffView final : public QWidget {
+    Q_OBJECT
+public:
+    explicit DiffView(QWidget *parent = nullptr);
+    ~DiffView() override;
+
+    [[nodiscard]] DiffScene &scene() noexcept { return m_scene; }
+    [[nodiscard]] DiffPane &pane(Side side) { return side == Side::Left ? *m_left : *m_right; }
+
+    /// The side with the keyboard focus, or the one that had it last.
+    [[nodiscard]] Side activeSide() const { return m_scene.caret().side; }
+    /// Moves the keyboard focus to the other pane, or to a pane when none has it.
+    void switchPane();
+
+    /// The card on a side; hidden until shown.
+    [[nodiscard]] PaneNotice &notice(Side side) { return side == Side::Left ? *m_leftNotice : *m_rightNotice; }
+    void showNotice(Side side, bool shown);
+
+    /// A line of text above the panes; none when empty.
+    void setBanner(const QString &text);
+
+    /// The size of the texts in points, between 6 and 40.
+    [[nodiscard]] qreal fontPointSize() const;
+    void zoomBy(int steps);
+    void resetZoom();
+
+    /// Takes up a changed theme.
+    void refreshTheme();
+
+Q_SIGNALS:
+    void contextMenuWanted(Side side, QPoint globalPosition);
+
+protected:
+    void wheelEvent(QWheelEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void setFontPointSize(qreal size);
+    void fitViewport();
+    void fitScrollBars();
+    void followScene();
+    void placeNotices();
+
+    DiffScene m_scene;
+    DiffPane *m_left;
+    DiffPane *m_right;
+    QSplitter *m_splitter;
+    OverviewStrip *m_overview;
+    QScrollBar *m_vertical;
+    QScrollBar *m_horizontal;
+    QLabel *m_banner;
+    PaneNotice *m_leftNotice;
+    PaneNotice *m_rightNotice;
+    QPoint m_wheelRest; ///< angle that did not yet make a row or a column
+};
+
+} // namespace velmora

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "core/runner.h"
+#include "text/engine/line_diff_engine.h"
+#include "text/view/diff_document.h"
+
+#include <QHash>
+
+#include <memory>
+
+namespace velmora {
+
+/// The changed characters of one modified row, on each side.
+struct RowChanges {
+    QList<CharRange> left;
+    QList<CharRange> right;
+
+    [[nodiscard]] const QList<CharRange> &of(Side side) const { return side == Side::Left ? left : right; }
+};
+
+/// Finds the changed characters of the row's two lines by `intraLineChanges`.
+///
+/// Lines too long for that are first relieved of what they have in common at both ends; when the rest is still too
+/// long, it is one change. Usable from any thread; empty when cancelled.
+[[nodiscard]] RowChanges findRowChanges(const DiffDocument &document, qsizetype row, const CancelFlag &cancel = {});
+
+/// Keeps the changed characters of the modified rows that were in sight.
+///
+/// Short rows are answered at once, as many as fit into one frame; the others are worked out on a worker, for the rows
+/// of the latest frame only, and `arrived` says when there is more to paint. Lives on the interface thread.
+class IntraLineChanges final : public QObject {
+    Q_OBJECT
+public:
+    explicit IntraLineChanges(QObject *parent = nullptr);
+
+    /// Forgets everything. Null when there is nothing to show.
+    void setDocument(std::shared_ptr<const DiffDocument> document);
+
+    /// Starts a frame that shows rows from `first` to `last`: other rows that nobody has begun are forgotten.
+    void beginFrame(qsizetype first, qsizetype last);
+    /// The changes of `row`, which is `Modified`; null while they are not known. Valid until the next call.
+    [[nodiscard]] const RowChanges *changesOf(qsizetype row);
+    /// Ends a frame: the worker gets the rows that had no answer.
+    void endFrame();
+
+Q_SIGNALS:
+    void arrived();
+
+private:
+    using Answers = QHash<qsizetype, RowChanges>;
+
+    void startWorker();
+
+    std::shared_ptr<const DiffDocument> m_document;
+    Answers m_known;
+    QList<qsizetype> m_waiting; ///< rows in sight that were asked for and not yet begun
+    QList<qsizetype> m_begun;   ///< rows the worker is at
+    qint64 m_frameCost = 0;
+    Runner m_runner;
+};
+
+} // namespace velmora

@@ -1,0 +1,235 @@
+#include "text/view/pane_painter.h"
+
+#include <QPainter>
+
+#include <cmath>
+
+namespace velmora {
+
+namespace {
+
+constexpr int hatchSize = 8;
+
+/// A tile of thin diagonals, drawn in the pixels of the device.
+QPixmap hatchTile(const QColor &back, const QColor &line, qreal pixelRatio)
+{
+    QPixmap tile(QSize(hatchSize, hatchSize) * pixelRatio);
+    tile.setDevicePixelRatio(pixelRatio);
+    tile.fill(back);
+    QPainter painter(&tile);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(line, 1));
+    for (int shift = -hatchSize; shift <= hatchSize; shift += hatchSize)
+        painter.drawLine(QPointF(shift, hatchSize), QPointF(shift + hatchSize, 0));
+    return tile;
+}
+
+DiffColour backgroundRole(DiffLineKind kind)
+{
+    switch (kind) {
+    case Added:
+        return DiffColour::Added;
+    case Removed:
+        return DiffColour::Removed;
+    case Modified:
+        return DiffColour::Modified;
+    case Equal:
+        break;
+    }
+    return DiffColour::Background;
+}
+
+} // namespace
+
+QString signOf(const DiffDocument &document, qsizetype row, Side side)
+{
+    const bool hasLine = document.lineNumber(row, side) >= 1;
+    switch (document.kind(row)) {
+    case Added:
+        return hasLine ? QStringLiteral("+") : QString();
+    case Removed:
+        return hasLine ? QStringLiteral("-") : QString();
+    case Modified:
+        return QStringLiteral("~");
+    case Equal:
+        break;
+    }
+    return document.differsUnimportantly(row) ? QStringLiteral("\u2248") : QString();
+}
+
+PanePainter::PanePainter(QPainter &painter, DiffScene &scene, const PaneLook &look)
+    : m_painter(painter), m_scene(scene), m_look(look), m_document(*scene.document())
+{
+    for (int role = 0; role < diffColourCount; ++role)
+        m_colours[std::size_t(role)] = diffColour(DiffColour(role));
+}
+
+void PanePainter::paint(const QRect &exposed)
+{
+    const RowLayout &layout = m_scene.layout();
+    const RowRange inSight = layout.inSight(m_scene.top(), exposed.bottom() + 1);
+    if (inSight.count == 0)
+        return;
+    m_scene.changes().beginFrame(layout.rowAt(inSight.first), layout.rowAt(inSight.end() - 1));
+    for (qsizetype index = inSight.first; index < inSight.end(); ++index) {
+        const int y = int(layout.yOf(index, m_scene.top()));
+        if (y + layout.rowHeight() <= exposed.top())
+            continue;
+        const qsizetype row = layout.rowAt(index);
+        const auto strip = [y, &layout](const QRect &area) {
+            return QRect(area.left(), y, area.width(), layout.rowHeight());
+        };
+        paintRow({row, index, m_document.kind(row), m_document.cell(row, m_look.side), strip(m_look.gutter),
+                  strip(m_look.text)});
+    }
+    m_scene.changes().endFrame();
+}
+
+void PanePainter::paintRow(const Row &row)
+{
+    paintBackground(row);
+    paintGutter(row);
+    if (row.cell.source) {
+        m_painter.save();
+        m_painter.setClipRect(row.text, Qt::IntersectClip);
+        const QRectF area = QRectF(row.text).adjusted(paneMetrics::textIndent, 0, 0, 0);
+        if (row.kind == Modified)
+            paintChanges(row);
+        const auto tints = paintSelection(row);
+        const QColor text = colour(row.cell.own ? DiffColour::Text : DiffColour::MutedText);
+        m_scene.rendererOf(row.cell, m_look.side)
+            .draw(m_painter, row.cell.line, area, m_scene.scrolledX(), text, tints);
+        m_painter.restore();
+    }
+    if (m_scene.layout().hidesRowsBefore(row.index)) {
+        m_painter.fillRect(QRect(row.gutter.left(), row.text.top(), row.text.right() - row.gutter.left() + 1, 1),
+                           colour(DiffColour::MutedText));
+    }
+    if (m_scene.caret().position.row == row.row)
+        paintCaretRow(row);
+}
+
+QColor PanePainter::backgroundOf(const Row &row) const
+{
+    if (row.kind == Equal && m_document.differsUnimportantly(row.row))
+        return colour(DiffColour::Unimportant);
+    return colour(backgroundRole(row.kind));
+}
+
+void PanePainter::paintBackground(const Row &row)
+{
+    if (row.cell.source)
+        m_painter.fillRect(row.text, backgroundOf(row));
+    else
+        paintFiller(row.text);
+}
+
+void PanePainter::paintFiller(const QRect &area)
+{
+    if (m_hatch.isNull()) {
+        m_hatch = hatchTile(colour(DiffColour::Filler), colour(DiffColour::FillerHatch),
+                            m_painter.device()->devicePixelRatioF());
+    }
+    // The pattern belongs to the content, so that it moves with it.
+    const qint64 contentY = m_scene.layout().yOf(m_scene.top(), 0);
+    m_painter.drawTiledPixmap(area, m_hatch, QPointF(area.left(), qreal((contentY + area.top()) % hatchSize)));
+}
+
+void PanePainter::paintGutter(const Row &row)
+{
+    const bool isDifference = row.kind != Equal && row.cell.source;
+    m_painter.fillRect(row.gutter, isDifference ? backgroundOf(row) : colour(DiffColour::Gutter));
+    const qsizetype block = m_scene.layout().blockOf(row.row);
+    if (block >= 0 && block == m_scene.currentBlock()) {
+        QRect bar = row.gutter;
+        bar.setWidth(paneMetrics::marker);
+        m_painter.fillRect(bar, colour(DiffColour::Accent));
+    }
+    LineRenderer &labels = m_scene.renderer(m_look.side);
+    const int signWidth = int(std::ceil(labels.cellWidth()));
+    const QRectF signs(row.gutter.right() + 1 - signWidth - paneMetrics::padding, row.gutter.top(),
+                       signWidth + paneMetrics::padding, row.gutter.height());
+    m_painter.setPen(colour(DiffColour::Text));
+    labels.drawLabel(m_painter, signs, Qt::AlignLeft, signOf(m_document, row.row, m_look.side));
+    const qint32 number = m_document.lineNumber(row.row, m_look.side);
+    if (number >= 1) {
+        QRectF numbers = row.gutter;
+        numbers.setRight(signs.left() - paneMetrics::padding);
+        m_painter.setPen(colour(isDifference ? DiffColour::Text : DiffColour::MutedText));
+        labels.drawLabel(m_painter, numbers, Qt::AlignRight, QString::number(number));
+    }
+}
+
+void PanePainter::paintUnits(const Row &row, qsizetype first, qsizetype end, const QColor &colour)
+{
+    LineRenderer &renderer = m_scene.rendererOf(row.cell, m_look.side);
+    const qreal origin = row.text.left() + paneMetrics::textIndent - m_scene.scrolledX();
+    const qreal left = origin + renderer.xOf(row.cell.line, first);
+    const qreal right = origin + renderer.xOf(row.cell.line, end);
+    const QRectF area(std::min(left, right), row.text.top(), std::abs(right - left), row.text.height());
+    m_painter.fillRect(area.intersected(QRectF(row.text)), colour);
+}
+
+void PanePainter::paintChanges(const Row &row)
+{
+    const RowChanges *changes = m_scene.changes().changesOf(row.row);
+    if (!changes)
+        return;
+    LineRenderer &renderer = m_scene.rendererOf(row.cell, m_look.side);
+    const qsizetype first = renderer.unitAt(row.cell.line, m_scene.scrolledX() - paneMetrics::textIndent);
+    const qsizetype last = renderer.unitAt(row.cell.line, m_scene.scrolledX() + row.text.width());
+    const QList<CharRange> &ranges = changes->of(m_look.side);
+    const auto inSight = std::partition_point(
+        ranges.begin(), ranges.end(), [first](const CharRange &range) { return range.start + range.length < first; });
+    for (auto range = inSight; range != ranges.end() && range->start <= last; ++range) {
+        paintUnits(row, std::max<qsizetype>(range->start, first - 1),
+                   std::min<qsizetype>(range->start + range->length, last + 1), colour(DiffColour::ModifiedStrong));
+    }
+}
+
+QList<LineRenderer::Tint> PanePainter::paintSelection(const Row &row)
+{
+    const TextCaret &caret = m_scene.caret();
+    if (caret.side != m_look.side || !caret.hasSelection() || !row.cell.own)
+        return {};
+    const TextPosition start = caret.selectionStart();
+    const TextPosition end = caret.selectionEnd();
+    if (row.row < start.row || row.row > end.row)
+        return {};
+    LineRenderer &renderer = m_scene.renderer(m_look.side);
+    const qsizetype firstInSight = renderer.unitAt(row.cell.line, m_scene.scrolledX() - paneMetrics::textIndent);
+    const qsizetype lastInSight = renderer.unitAt(row.cell.line, m_scene.scrolledX() + row.text.width());
+    const qsizetype first = row.row == start.row ? start.unit : 0;
+    const qsizetype shownFirst = std::max(first, firstInSight - 1);
+    const qsizetype shownEnd = row.row == end.row ? std::min(end.unit, lastInSight + 1) : lastInSight + 1;
+    if (shownFirst < shownEnd)
+        paintUnits(row, shownFirst, shownEnd, colour(DiffColour::Selection));
+    if (row.row < end.row) {
+        // A selected line end is shown as half a cell.
+        const qreal x = row.text.left() + paneMetrics::textIndent - m_scene.scrolledX() +
+                        renderer.xOf(row.cell.line, lastInSight + 1);
+        m_painter.fillRect(QRectF(x, row.text.top(), renderer.cellWidth() / 2, row.text.height()),
+                           colour(DiffColour::Selection));
+    }
+    return {{shownFirst, std::max(shownFirst, shownEnd), colour(DiffColour::SelectedText)}};
+}
+
+void PanePainter::paintCaretRow(const Row &row)
+{
+    const QColor frame = colour(DiffColour::Accent);
+    const int left = row.gutter.left();
+    const int width = row.text.right() - left + 1;
+    m_painter.fillRect(QRect(left, row.text.top(), width, 1), frame);
+    m_painter.fillRect(QRect(left, row.text.bottom(), width, 1), frame);
+    const TextCaret &caret = m_scene.caret();
+    if (!m_look.focused || caret.side != m_look.side)
+        return;
+    qreal x = row.text.left() + paneMetrics::textIndent - m_scene.scrolledX();
+    if (row.cell.source)
+        x += m_scene.rendererOf(row.cell, m_look.side).xOf(row.cell.line, caret.position.unit);
+    if (x >= row.text.left())
+        m_painter.fillRect(QRectF(std::round(x), row.text.top() + 1, 2, row.text.height() - 2),
+                           colour(DiffColour::Text));
+}
+
+} // namespace velmora

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "session/diff_colours.h"
+#include "text/view/diff_scene.h"
+
+#include <QColor>
+#include <QPixmap>
+#include <QRect>
+
+#include <array>
+
+class QPainter;
+
+namespace velmora {
+
+/// What differs between the panes in how they are painted.
+struct PaneLook {
+    Side side = Side::Left;
+    QRect gutter;
+    QRect text;
+    bool focused = false;
+};
+
+/// Paints one frame of a pane, row by row.
+class PanePainter {
+public:
+    PanePainter(QPainter &painter, DiffScene &scene, const PaneLook &look);
+
+    /// Paints the rows that touch `exposed`.
+    void paint(const QRect &exposed);
+
+private:
+    struct Row {
+        qsizetype row;
+        qsizetype index;
+        DiffLineKind kind;
+        DiffDocument::Cell cell;
+        QRect gutter;
+        QRect text;
+    };
+
+    void paintRow(const Row &row);
+    void paintGutter(const Row &row);
+    void paintBackground(const Row &row);
+    void paintFiller(const QRect &area);
+    void paintChanges(const Row &row);
+    [[nodiscard]] QList<LineRenderer::Tint> paintSelection(const Row &row);
+    void paintCaretRow(const Row &row);
+    void paintUnits(const Row &row, qsizetype first, qsizetype end, const QColor &colour);
+    [[nodiscard]] QColor colour(DiffColour role) const { return m_colours[std::size_t(role)]; }
+    [[nodiscard]] QColor backgroundOf(const Row &row) const;
+
+    QPainter &m_painter;
+    DiffScene &m_scene;
+    const PaneLook m_look;
+    const DiffDocument &m_document;
+    std::array<QColor, diffColourCount> m_colours;
+    QPixmap m_hatch; ///< null until a row needs it
+};
+
+/// The sign beside a row on `side`: "+", "-", "~", "≈" for differences that do not matter, or nothing.
+[[nodiscard]] QString signOf(const DiffDocument &document, qsizetype row, Side side);
+
+/// The distance from the edge of a pane to its sign column, its text and so on.
+namespace paneMetrics {
+inline constexpr int marker = 3;  ///< the bar beside the current difference
+inline constexpr int padding = 6; ///< around line numbers
+inline constexpr int textIndent = 5;
+} // namespace paneMetrics
+
+} // namespace velmora
