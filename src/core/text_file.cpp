@@ -121,6 +121,10 @@ DecodedText decodeText(const QByteArray &raw, const TextEncoding &encoding, cons
 FileContents readFile(const QString &path, const CancelFlag &cancel)
 {
     FileContents contents;
+    if (path.isEmpty()) {
+        contents.error = systemWords(std::errc::no_such_file_or_directory);
+        return contents;
+    }
     // Opening a pipe would wait for its other end, and opening a device can make it act.
     const QFileInfo info(path);
     if (info.isDir()) {

@@ -1,5 +1,6 @@
 #include "platform/text_codec.h"
 
+#include <algorithm>
 #include <cerrno>
 
 #include <iconv.h>
@@ -12,7 +13,8 @@ namespace {
 class IconvHandle {
 public:
     IconvHandle(const char *to, const char *from) : m_handle(iconv_open(to, from)) {}
-    ~IconvHandle() {
+    ~IconvHandle()
+    {
         if (isOpen())
             iconv_close(m_handle);
     }
@@ -21,7 +23,8 @@ public:
 
     [[nodiscard]] bool isOpen() const { return m_handle != iconv_t(-1); }
 
-    TextCodec::Step convert(std::string_view input, QByteArray &output) {
+    TextCodec::Step convert(std::string_view input, QByteArray &output)
+    {
         // The library takes the input by a pointer to non-const and leaves it alone.
         char *in = const_cast<char *>(input.data());
         size_t inLeft = input.size();
@@ -43,7 +46,8 @@ public:
         }
     }
 
-    void finish(QByteArray &output) {
+    void finish(QByteArray &output)
+    {
         char rest[64];
         char *out = rest;
         size_t outLeft = sizeof rest;
@@ -58,7 +62,8 @@ private:
 class IconvCodec final : public TextCodec {
 public:
     explicit IconvCodec(const QByteArray &charset)
-        : m_decoder("UTF-8", charset.constData()), m_encoder(charset.constData(), "UTF-8") {}
+        : m_decoder("UTF-8", charset.constData()), m_encoder(charset.constData(), "UTF-8")
+    {}
 
     [[nodiscard]] bool isOpen() const { return m_decoder.isOpen() && m_encoder.isOpen(); }
 
@@ -71,11 +76,26 @@ private:
     IconvHandle m_encoder;
 };
 
+/// The C library reads a name of nothing but punctuation as the locale's charset, and a slash as a request for
+/// substitutes.
+bool isPlainName(const QByteArray &charset)
+{
+    const auto isLetterOrDigit = [](char character) {
+        return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z') ||
+               (character >= '0' && character <= '9');
+    };
+    return std::any_of(charset.begin(), charset.end(), isLetterOrDigit) &&
+           std::all_of(charset.begin(), charset.end(), [&](char character) {
+               return isLetterOrDigit(character) ||
+                      std::string_view("-_.:()+").find(character) != std::string_view::npos;
+           });
+}
+
 } // namespace
 
-std::unique_ptr<TextCodec> TextCodec::open(const QByteArray &charset) {
-    // A slash would start a request for substitutes.
-    if (charset.isEmpty() || charset.contains('/'))
+std::unique_ptr<TextCodec> TextCodec::open(const QByteArray &charset)
+{
+    if (!isPlainName(charset))
         return nullptr;
     auto codec = std::make_unique<IconvCodec>(charset);
     return codec->isOpen() ? std::move(codec) : nullptr;

@@ -1,0 +1,329 @@
+#include "core/text_encode.h"
+#include "core/text_file.h"
+#include "core/text_scan.h"
+#include "support/test_main.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QStringDecoder>
+#include <QStringEncoder>
+#include <QTemporaryDir>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
+using namespace velmora;
+
+namespace {
+
+QString wholeText(const DecodedText &text)
+{
+    const std::string_view bytes = text.lines.bytes();
+    return QString::fromUtf8(bytes.data(), qsizetype(bytes.size()));
+}
+
+TextEncoding named(const char *name)
+{
+    return TextEncoding::fromName(QString::fromUtf8(name));
+}
+
+QByteArray inUtf16(const QString &text, bool bigEndian)
+{
+    QStringEncoder encoder(bigEndian ? QStringConverter::Utf16BE : QStringConverter::Utf16LE);
+    return encoder(text);
+}
+
+QByteArray encodedBySystem(const QString &text, const QString &charset)
+{
+    const EncodedText encoded = encodeText(text, TextEncoding::fromName(charset));
+    return encoded.ok() ? encoded.bytes : QByteArray();
+}
+
+/// "name mark undecodable firstLine text" with what is not ASCII escaped, so that a failure can be read.
+QString described(const DecodedText &text)
+{
+    return QStringLiteral("%1%2 bad=%3@%4 %5")
+        .arg(text.encoding.name(), text.encoding.hasMark() ? QStringLiteral("+mark") : QString())
+        .arg(text.undecodable)
+        .arg(text.firstUndecodableLine)
+        .arg(wholeText(text));
+}
+
+} // namespace
+
+class TextFileTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void detects_data()
+    {
+        QTest::addColumn<QByteArray>("raw");
+        QTest::addColumn<QString>("expected");
+        QTest::addColumn<bool>("binary");
+        const auto row = [](const char *name, const QByteArray &raw, const char *expected, bool binary = false) {
+            QTest::newRow(name) << raw << QString::fromUtf8(expected) << binary;
+        };
+        const QString chinese = QStringLiteral("第一行\n第二行\n");
+        row("empty", "", "UTF-8 bad=0@-1 ");
+        row("ascii", "plain", "UTF-8 bad=0@-1 plain");
+        row("utf-8", "gr\xC3\xBC\xC3\x9F", "UTF-8 bad=0@-1 grüß");
+        row("utf-8 mark", "\xEF\xBB\xBFx", "UTF-8 BOM+mark bad=0@-1 x");
+        row("mark alone", "\xEF\xBB\xBF", "UTF-8 BOM+mark bad=0@-1 ");
+        row("damaged utf-8 after a mark",
+            "\xEF\xBB\xBF"
+            "a\n\xC3",
+            "UTF-8 BOM+mark bad=1@1 a\n\uFFFD");
+        row("utf-16 le mark",
+            QByteArray("\xFF\xFE"
+                       "a\0",
+                       4),
+            "UTF-16 LE+mark bad=0@-1 a");
+        row("utf-16 be mark",
+            QByteArray("\xFE\xFF"
+                       "\0a",
+                       4),
+            "UTF-16 BE+mark bad=0@-1 a");
+        row("utf-16 odd",
+            QByteArray("\xFF\xFE"
+                       "a\0b",
+                       5),
+            "UTF-16 LE+mark bad=1@0 a\uFFFD");
+        row("utf-32 le mark", QByteArray("\xFF\xFE\0\0a\0\0\0", 8), "UTF-32 LE+mark bad=0@-1 a");
+        row("utf-32 be mark", QByteArray("\0\0\xFE\xFF\0\1\xF6\0", 8), "UTF-32 BE+mark bad=0@-1 😀");
+        row("utf-16 le, no mark", inUtf16(chinese, false), "UTF-16 LE bad=0@-1 第一行\n第二行\n");
+        row("utf-16 be, no mark", inUtf16(chinese, true), "UTF-16 BE bad=0@-1 第一行\n第二行\n");
+        row("utf-16 ascii, no mark", inUtf16(QStringLiteral("int main()\n"), false), "UTF-16 LE bad=0@-1 int main()\n");
+        row("zero byte in ascii", QByteArray("ab\0cd", 5), "UTF-8 bad=0@-1 ab\0cd", true);
+        row("names between zeros", QByteArray("./src/core\0./src/text\0./tests\0./a\0", 34), "", true);
+        row("one damaged place in much utf-8", QByteArray("\xC3\xA9\n").repeated(50) + "\xE9\n", "");
+        row("latin-1 by despair", "\xE9", "");
+    }
+
+    void detects()
+    {
+        QFETCH(QByteArray, raw);
+        QFETCH(QString, expected);
+        QFETCH(bool, binary);
+        const DecodedText text = decodeText(raw, {});
+        if (!expected.isEmpty() && !expected.contains(u"ab"))
+            QCOMPARE(described(text), expected);
+        QCOMPARE(text.binary, binary);
+        QVERIFY(!text.encoding.isAutomatic());
+    }
+
+    void aFewDamagedPlacesLeaveUtf8Utf8()
+    {
+        const DecodedText text = decodeText(QByteArray("\xC3\xA9\n").repeated(50) + "\xE9\n", {});
+        QCOMPARE(text.encoding, named("UTF-8"));
+        QCOMPARE(text.undecodable, 1);
+        QCOMPARE(text.firstUndecodableLine, 50);
+    }
+
+    void detectsByStatistics_data()
+    {
+        QTest::addColumn<QString>("charset");
+        QTest::addColumn<QString>("sentence");
+        QTest::newRow("GB18030") << QStringLiteral("GB18030")
+                                 << QStringLiteral(
+                                        "比较两个文件夹，并把不同之处并排显示出来。用户可以复制、合并或同步文件。\n");
+        QTest::newRow("Big5") << QStringLiteral("Big5")
+                              << QStringLiteral(
+                                     "比較兩個資料夾，並把不同之處並排顯示出來。使用者可以複製、合併檔案。\n");
+        QTest::newRow("Shift-JIS")
+            << QStringLiteral("Shift-JIS")
+            << QStringLiteral("二つのフォルダーを比較して、違いを並べて表示します。ファイルをコピーできます。\n");
+        QTest::newRow("EUC-KR") << QStringLiteral("EUC-KR")
+                                << QStringLiteral(
+                                       "두 폴더를 비교하여 다른 점을 나란히 보여 줍니다. 파일을 복사할 수 있습니다.\n");
+        QTest::newRow("windows-1251") << QStringLiteral("windows-1251")
+                                      << QStringLiteral(
+                                             "Сравнивает две папки и показывает различия рядом друг с другом.\n");
+    }
+
+    void detectsByStatistics()
+    {
+        QFETCH(QString, charset);
+        QFETCH(QString, sentence);
+        const QString whole = QStringLiteral("# ASCII only\n").repeated(30) + sentence.repeated(5);
+        const QByteArray raw = encodedBySystem(whole, charset);
+        QVERIFY(!raw.isEmpty());
+        const DecodedText text = decodeText(raw, {});
+        QCOMPARE(wholeText(text), whole);
+        QCOMPARE(text.undecodable, 0);
+    }
+
+    void obeysAnExplicitEncoding()
+    {
+        QCOMPARE(described(decodeText("a\xE9"
+                                      "b",
+                                      named("UTF-8"))),
+                 QStringLiteral("UTF-8 bad=1@0 a\uFFFDb"));
+        QCOMPARE(described(decodeText("a\n\xC3\xA9", named("ASCII"))), QStringLiteral("ASCII bad=2@1 a\n\uFFFD\uFFFD"));
+        QCOMPARE(described(decodeText("\xEF\xBB\xBFx", named("UTF-8"))), QStringLiteral("UTF-8 bad=0@-1 x"));
+        QCOMPARE(described(decodeText("\xFF\xFEx", named("ISO-8859-1"))), QStringLiteral("ISO-8859-1 bad=0@-1 ÿþx"));
+        QCOMPARE(described(decodeText("\xA4\xA4\xA4\xE5", named("big5"))), QStringLiteral("Big5 bad=0@-1 中文"));
+        QCOMPARE(described(decodeText("\x93\xFA\\", named("Shift_JIS"))), QStringLiteral("Shift-JIS bad=0@-1 日\\"));
+        // The last character of the text is cut off.
+        QCOMPARE(described(decodeText("\xA4\xA4\n\xA4", named("Big5"))), QStringLiteral("Big5 bad=1@1 中\n\uFFFD"));
+        QCOMPARE(described(decodeText("\xD6\xD0\xFF\n", named("gb18030"))),
+                 QStringLiteral("GB18030 bad=1@0 中\uFFFD\n"));
+    }
+
+    void replacesLoneSurrogates()
+    {
+        // High, high + low, low, and a high one at the end of the text.
+        const QByteArray raw("\x3D\xD8\x3D\xD8\x00\xDE\x00\xDE\x0A\x00\x3D\xD8", 12);
+        const DecodedText text = decodeText(raw, named("UTF-16 LE"));
+        QCOMPARE(wholeText(text), QString::fromUtf8("\uFFFD😀\uFFFD\n\uFFFD"));
+        QCOMPARE(text.undecodable, 3);
+        QCOMPARE(text.firstUndecodableLine, 0);
+        QVERIFY(decodeText(QByteArray("\0\0\x11\0", 4), named("UTF-32 LE")).undecodable == 1);
+    }
+
+    void agreesWithTheToolkitOnRandomUtf8()
+    {
+        // Bytes that make every kind of well-formed and ill-formed sequence likely.
+        constexpr QByteArrayView alphabet("a\n\x80\xBF\x9F\xA0\xC1\xC2\xDF\xE0\xED\xEF\xF0\xF4\xF5\x8F\x90");
+        QRandomGenerator random(3);
+        for (int round = 0; round < 20000; ++round) {
+            QByteArray raw(random.bounded(24), Qt::Uninitialized);
+            for (char &byte : raw)
+                byte = alphabet[random.bounded(alphabet.size())];
+            QStringDecoder toolkit(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
+            const QString expected = toolkit(raw);
+            const TextScan scan = scanText({raw.constData(), size_t(raw.size())}, 0, {});
+            QCOMPARE(scan.validUtf8, !toolkit.hasError());
+            const DecodedText text = decodeText(raw, named("UTF-8"));
+            QCOMPARE(text.undecodable == 0, scan.validUtf8);
+            if (scan.validUtf8)
+                QCOMPARE(wholeText(text), expected);
+            else
+                QCOMPARE(wholeText(text).count(QChar::ReplacementCharacter), text.undecodable);
+        }
+    }
+
+    void checksUtf8AcrossBlocks()
+    {
+        for (int shift = 0; shift < 4; ++shift) {
+            QByteArray raw = QByteArray(shift, 'x') + QByteArray("\xF0\x9F\x98\x80").repeated(40000);
+            QCOMPARE(decodeText(raw, {}).encoding, named("UTF-8"));
+            raw.chop(1);
+            QCOMPARE(decodeText(raw, {}).undecodable, 1);
+            raw[65536] = 'x';
+            QVERIFY(!scanText({raw.constData(), size_t(raw.size())}, 0, {}).validUtf8);
+        }
+    }
+
+    void decodesAcrossBlocks_data()
+    {
+        QTest::addColumn<QString>("charset");
+        for (const char *charset : {"GB18030", "Big5", "Shift-JIS", "EUC-JP", "ISO-2022-JP", "UTF-16 BE", "UTF-32 LE"})
+            QTest::newRow(charset) << QString::fromLatin1(charset);
+    }
+
+    void decodesAcrossBlocks()
+    {
+        QFETCH(QString, charset);
+        const TextEncoding encoding = TextEncoding::fromName(charset);
+        QVERIFY(!encoding.isAutomatic());
+        // A period that is no power of two puts the ends of blocks at every place of a character.
+        const QString whole = QStringLiteral("中文 a日本\n").repeated(120'000);
+        const DecodedText text = decodeText(encodedBySystem(whole, QString::fromLatin1(encoding.charset())), encoding);
+        QCOMPARE(text.undecodable, 0);
+        QVERIFY(wholeText(text) == whole);
+        QCOMPARE(text.lines.count(), 120'000);
+    }
+
+    void randomBytesNeverHarm()
+    {
+        QRandomGenerator random(99);
+        QByteArray raw(1024 * 1024 + 1, Qt::Uninitialized);
+        for (char &byte : raw)
+            byte = static_cast<char>(random.bounded(256));
+        QStringList names = TextEncoding::offeredNames();
+        names << QStringLiteral("UTF-32 BE") << QStringLiteral("GB18030") << QStringLiteral("EUC-JP")
+              << QStringLiteral("windows-1252") << QStringLiteral("ISO-2022-JP");
+        for (const QString &name : std::as_const(names)) {
+            const DecodedText text = decodeText(raw, TextEncoding::fromName(name));
+            const std::string_view bytes = text.lines.bytes();
+            QVERIFY2(validUtf8Until(bytes, 0, bytes.size()) == bytes.size(), qPrintable(name));
+            QVERIFY(text.lines.count() > 0);
+            QVERIFY(text.undecodable == 0 || text.firstUndecodableLine >= 0);
+        }
+    }
+
+    void namesTheLineEnds_data()
+    {
+        QTest::addColumn<QByteArray>("raw");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("none") << QByteArray("abc") << QStringLiteral("LF");
+        QTest::newRow("lf") << QByteArray("a\nb\n") << QStringLiteral("LF");
+        QTest::newRow("crlf") << QByteArray("a\r\nb\r\n") << QStringLiteral("CRLF");
+        QTest::newRow("cr") << QByteArray("a\rb\r") << QStringLiteral("CR");
+        QTest::newRow("lf, crlf") << QByteArray("a\nb\r\n") << QStringLiteral("Mixed");
+        QTest::newRow("crlf, cr") << QByteArray("a\r\r\n") << QStringLiteral("Mixed");
+        QTest::newRow("utf-16 crlf") << QByteArray("\xFF\xFE"
+                                                   "a\0\r\0\n\0",
+                                                   8)
+                                     << QStringLiteral("CRLF");
+    }
+
+    void namesTheLineEnds()
+    {
+        QFETCH(QByteArray, raw);
+        QTEST(lineEndStyleName(decodeText(raw, {}).lineEnds), "name");
+    }
+
+    void knowsEncodingNames()
+    {
+        QCOMPARE(TextEncoding::offeredNames().join(u'|'),
+                 QStringLiteral("Auto detect|UTF-8|UTF-8 BOM|UTF-16 LE|UTF-16 BE|ASCII|Big5|Shift-JIS"));
+        for (const QString &name : TextEncoding::offeredNames().mid(1))
+            QCOMPARE(TextEncoding::fromName(name).name(), name);
+        for (const char *automatic : {"auto", "自动检测", "", "Auto detect", "AUTO"}) {
+            QVERIFY(named(automatic).isAutomatic());
+            QVERIFY(TextEncoding::isKnownName(QString::fromUtf8(automatic)));
+        }
+        QCOMPARE(named("utf_16le"), named("UTF-16 LE"));
+        QCOMPARE(named("GB18030").name(), QStringLiteral("GB18030"));
+        QCOMPARE(named("Windows-1252"), named("WINDOWS-1252"));
+        for (const char *unknown : {"no such charset", "ASCII//TRANSLIT", "中文"}) {
+            QVERIFY(!TextEncoding::isKnownName(QString::fromUtf8(unknown)));
+            QVERIFY(named(unknown).isAutomatic());
+        }
+    }
+
+    void readsRegularFilesOnly()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("file"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        const QByteArray bytes = QByteArray("0123456789").repeated(2'000'000);
+        QCOMPARE(file.write(bytes), bytes.size());
+        file.close();
+        QVERIFY(readFile(path).bytes == bytes);
+
+        CancelFlag cancel;
+        cancel.cancel();
+        QVERIFY(readFile(path, cancel).bytes.isEmpty());
+
+        QVERIFY(!readFile(folder.filePath(QStringLiteral("missing"))).ok());
+        QVERIFY(!readFile(folder.path()).ok());
+        QVERIFY(!readFile(QString()).ok());
+#ifdef Q_OS_UNIX
+        // Opening the pipe would wait for a writer for ever.
+        const QString pipe = folder.filePath(QStringLiteral("pipe"));
+        QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+        QVERIFY(!readFile(pipe).ok());
+        QVERIFY(!readFile(QStringLiteral("/dev/zero")).ok());
+        if (QFile::exists(QStringLiteral("/proc/self/status")))
+            QVERIFY(readFile(QStringLiteral("/proc/self/status")).bytes.contains("Name:"));
+#endif
+    }
+};
+
+VELMORA_TEST(TextFileTest)
+#include "text_file_test.moc"
