@@ -8,6 +8,8 @@
 #include <QStyle>
 #include <QStyleFactory>
 
+#include <cmath>
+
 namespace velmora {
 
 namespace {
@@ -34,6 +36,7 @@ QPalette darkPalette()
     palette.setColor(QPalette::Link, accent);
     palette.setColor(QPalette::Highlight, accent);
     palette.setColor(QPalette::HighlightedText, Qt::black);
+    palette.setColor(QPalette::PlaceholderText, QColor(255, 255, 255, 150));
     palette.setColor(QPalette::Disabled, QPalette::Text, disabled);
     palette.setColor(QPalette::Disabled, QPalette::ButtonText, disabled);
     return palette;
@@ -89,6 +92,12 @@ QIcon themedIcon(const QString &name)
         icon.addPixmap(picture);
     }
     return icon;
+}
+
+QColor blended(const QColor &over, const QColor &under, double share)
+{
+    const auto mixed = [share](int a, int b) { return static_cast<int>(std::lround(a * share + b * (1.0 - share))); };
+    return {mixed(over.red(), under.red()), mixed(over.green(), under.green()), mixed(over.blue(), under.blue())};
 }
 
 } // namespace velmora

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QIcon>
 #include <QString>
 
@@ -17,5 +18,8 @@ void applyTheme(bool dark);
 
 /// That image as an icon for menus and tool buttons (20 x 20) in the device's resolution.
 [[nodiscard]] QIcon themedIcon(const QString &name);
+
+/// `over` laid on `under` with `share` (0 to 1) of its own colour.
+[[nodiscard]] QColor blended(const QColor &over, const QColor &under, double share);
 
 } // namespace velmora
