@@ -50,7 +50,8 @@ struct DiffCounts {
 
 /// Counts any list of `DiffLine` or `AlignedRow`.
 template <typename Rows>
-[[nodiscard]] DiffCounts countRows(const Rows &rows) {
+[[nodiscard]] DiffCounts countRows(const Rows &rows)
+{
     DiffCounts counts;
     for (const auto &row : rows) {
         counts.added += row.kind == Added;

@@ -14,7 +14,8 @@ namespace velmora {
 
 namespace {
 
-std::vector<MatchPair> tableMatch(const std::vector<qint32> &a, const std::vector<qint32> &b) {
+std::vector<MatchPair> tableMatch(const std::vector<qint32> &a, const std::vector<qint32> &b)
+{
     const size_t n = a.size();
     const size_t m = b.size();
     std::vector<std::vector<qint32>> table(n + 1, std::vector<qint32>(m + 1, 0));
@@ -46,7 +47,8 @@ struct BlockSearch {
     std::map<qint32, std::vector<qint32>> positions;
     std::vector<MatchPair> pairs;
 
-    void visit(qint32 alo, qint32 ahi, qint32 blo, qint32 bhi) {
+    void visit(qint32 alo, qint32 ahi, qint32 blo, qint32 bhi)
+    {
         while (alo < ahi && blo < bhi) {
             qint32 bestI = 0;
             qint32 bestJ = 0;
@@ -85,7 +87,8 @@ struct BlockSearch {
     }
 };
 
-std::vector<MatchPair> blockMatch(const std::vector<qint32> &a, const std::vector<qint32> &b) {
+std::vector<MatchPair> blockMatch(const std::vector<qint32> &a, const std::vector<qint32> &b)
+{
     BlockSearch search{a, {}, {}};
     for (size_t j = 0; j < b.size(); ++j)
         search.positions[b[j]].push_back(qint32(j));
@@ -93,11 +96,13 @@ std::vector<MatchPair> blockMatch(const std::vector<qint32> &a, const std::vecto
     return search.pairs;
 }
 
-std::vector<MatchPair> match(const std::vector<qint32> &a, const std::vector<qint32> &b, qint64 tableLimit) {
+std::vector<MatchPair> match(const std::vector<qint32> &a, const std::vector<qint32> &b, qint64 tableLimit)
+{
     return qint64(a.size()) * qint64(b.size()) <= tableLimit ? tableMatch(a, b) : blockMatch(a, b);
 }
 
-double similarity(const QString &left, const QString &right) {
+double similarity(const QString &left, const QString &right)
+{
     if (left == right)
         return 1.0;
     const qsizetype shorter = std::min(left.size(), right.size());
@@ -110,7 +115,8 @@ double similarity(const QString &left, const QString &right) {
     return double(prefix + suffix) / double(std::max(left.size(), right.size()));
 }
 
-QString key(QString line, const TextSessionOptions &options) {
+QString key(QString line, const TextSessionOptions &options)
+{
     if (!options.importantLeadingWhitespace) {
         while (!line.isEmpty() && line.front().isSpace())
             line.remove(0, 1);
@@ -143,7 +149,8 @@ QString key(QString line, const TextSessionOptions &options) {
     return line;
 }
 
-bool unimportant(const QString &line, const TextSessionOptions &options) {
+bool unimportant(const QString &line, const TextSessionOptions &options)
+{
     for (const QString &entry : options.unimportantText) {
         const QString text = entry.trimmed();
         if (text.isEmpty())
@@ -160,9 +167,11 @@ bool unimportant(const QString &line, const TextSessionOptions &options) {
 class Aligner {
 public:
     Aligner(const QStringList &left, const QStringList &right, const AlignParams &params)
-        : m_left(left), m_right(right), m_params(params) {}
+        : m_left(left), m_right(right), m_params(params)
+    {}
 
-    QList<DiffLine> run(const std::vector<MatchPair> &anchors) {
+    QList<DiffLine> run(const std::vector<MatchPair> &anchors)
+    {
         for (const MatchPair &anchor : anchors) {
             fill(anchor.i, anchor.j);
             emitRow(Equal, m_i++, m_j++);
@@ -173,14 +182,16 @@ public:
     }
 
 private:
-    bool pairs(qsizetype i, qsizetype c) const {
+    bool pairs(qsizetype i, qsizetype c) const
+    {
         if (similarity(m_left[i], m_right[c]) < m_params.threshold)
             return false;
         const qsizetype drift = (c - i) - m_offset;
         return m_params.skewTolerance > 0 ? std::abs(drift) <= m_params.skewTolerance : drift == 0;
     }
 
-    void fill(qsizetype aEnd, qsizetype bEnd) {
+    void fill(qsizetype aEnd, qsizetype bEnd)
+    {
         while (m_i < aEnd && m_j < bEnd) {
             const qsizetype width = std::max(m_params.lookahead, std::min(m_params.skewTolerance, 512));
             qsizetype c = m_j;
@@ -202,7 +213,8 @@ private:
             emitRow(Removed, m_i++, -1);
     }
 
-    void emitRow(DiffLineKind kind, qsizetype i, qsizetype j) {
+    void emitRow(DiffLineKind kind, qsizetype i, qsizetype j)
+    {
         DiffLine row;
         row.kind = kind;
         if (i >= 0) {
@@ -225,8 +237,8 @@ private:
     qsizetype m_offset = 0;
 };
 
-QList<DiffLine> aligned(const QStringList &left, const QStringList &right, const AlignParams &params,
-                        qint64 tableLimit) {
+QList<DiffLine> aligned(const QStringList &left, const QStringList &right, const AlignParams &params, qint64 tableLimit)
+{
     QHash<QString, qint32> ids;
     const auto intern = [&ids](const QStringList &lines) {
         std::vector<qint32> result;
@@ -239,7 +251,8 @@ QList<DiffLine> aligned(const QStringList &left, const QStringList &right, const
     return Aligner(left, right, params).run(match(a, b, tableLimit));
 }
 
-QList<DiffLine> byIndex(const QStringList &left, const QStringList &right) {
+QList<DiffLine> byIndex(const QStringList &left, const QStringList &right)
+{
     QList<DiffLine> rows;
     for (qsizetype k = 0; k < std::max(left.size(), right.size()); ++k) {
         DiffLine row;
@@ -267,7 +280,8 @@ struct Side {
     QList<qint32> indices;
 };
 
-Side normalize(const QStringList &lines, const TextSessionOptions &options) {
+Side normalize(const QStringList &lines, const TextSessionOptions &options)
+{
     Side side;
     for (qsizetype index = 0; index < lines.size(); ++index) {
         QString line = lines[index];
@@ -282,7 +296,8 @@ Side normalize(const QStringList &lines, const TextSessionOptions &options) {
 }
 
 void mapBack(qint32 &number, QString &text, const Side &side, const QStringList &lines,
-             const TextSessionOptions &options) {
+             const TextSessionOptions &options)
+{
     if (number <= 0)
         return;
     number = side.indices[number - 1] + 1;
@@ -292,7 +307,8 @@ void mapBack(qint32 &number, QString &text, const Side &side, const QStringList 
 }
 
 QList<DiffLine> compare(const QStringList &left, const QStringList &right, const TextSessionOptions &options,
-                        qint64 tableLimit) {
+                        qint64 tableLimit)
+{
     const bool allImportant = options.importantLeadingWhitespace && options.importantEmbeddedWhitespace &&
                               options.importantTrailingWhitespace && options.importantCharacterCase &&
                               options.importantEverythingElse && options.compareLineEndings;
@@ -326,7 +342,8 @@ QList<DiffLine> compare(const QStringList &left, const QStringList &right, const
     return rows;
 }
 
-QList<CharRange> intraLine(const QString &a, const QString &b, qint64 tableLimit) {
+QList<CharRange> intraLine(const QString &a, const QString &b, qint64 tableLimit)
+{
     const auto units = [](const QString &text) {
         std::vector<qint32> result;
         for (const QChar unit : text)
@@ -349,12 +366,8 @@ QList<CharRange> intraLine(const QString &a, const QString &b, qint64 tableLimit
 
 } // namespace
 
-std::vector<MatchPair> matchSequences(const std::vector<qint32> &a, const std::vector<qint32> &b, qint64 tableLimit,
-                                      const CancelFlag &) {
-    return match(a, b, tableLimit);
-}
-
-AlignParams alignParams(const TextSessionOptions &options) {
+AlignParams alignParams(const TextSessionOptions &options)
+{
     const bool myers = options.alignAlgorithm == qint32(AlignAlgorithm::Myers);
     const bool patience = options.alignAlgorithm == qint32(AlignAlgorithm::Patience);
     AlignParams params;
@@ -366,20 +379,24 @@ AlignParams alignParams(const TextSessionOptions &options) {
 }
 
 QList<DiffLine> diffLinesAligned(const QStringList &left, const QStringList &right, const AlignParams &params,
-                                 const CancelFlag &) {
+                                 const CancelFlag &)
+{
     return aligned(left, right, params, lineTableLimit);
 }
 
-QList<DiffLine> diffLinesByIndex(const QStringList &left, const QStringList &right) {
+QList<DiffLine> diffLinesByIndex(const QStringList &left, const QStringList &right)
+{
     return byIndex(left, right);
 }
 
 QList<DiffLine> compareTextLines(const QStringList &left, const QStringList &right, const TextSessionOptions &options,
-                                 const CancelFlag &) {
+                                 const CancelFlag &)
+{
     return compare(left, right, options, lineTableLimit);
 }
 
-static QStringList textsOf(const TextLines &lines) {
+static QStringList textsOf(const TextLines &lines)
+{
     QStringList texts;
     for (qsizetype index = 0; index < lines.count(); ++index)
         texts.append(lines.text(index));
@@ -387,14 +404,16 @@ static QStringList textsOf(const TextLines &lines) {
 }
 
 QList<AlignedRow> compareTexts(const TextLines &left, const TextLines &right, const TextSessionOptions &options,
-                               const CancelFlag &, Progress &) {
+                               const CancelFlag &, Progress &)
+{
     QList<AlignedRow> rows;
     for (const DiffLine &row : compare(textsOf(left), textsOf(right), options, lineTableLimit))
         rows.append({row.kind, row.leftLine, row.rightLine});
     return rows;
 }
 
-static QString textAt(const TextLines &lines, qint32 number, const TextSessionOptions &options) {
+static QString textAt(const TextLines &lines, qint32 number, const TextSessionOptions &options)
+{
     if (number < 1 || number > lines.count())
         return {};
     QString text = lines.text(number - 1);
@@ -404,7 +423,8 @@ static QString textAt(const TextLines &lines, qint32 number, const TextSessionOp
 }
 
 QList<DiffLine> withTexts(const QList<AlignedRow> &rows, const TextLines &left, const TextLines &right,
-                          const TextSessionOptions &options) {
+                          const TextSessionOptions &options)
+{
     QList<DiffLine> result;
     result.reserve(rows.size());
     for (const AlignedRow &row : rows) {
@@ -419,7 +439,8 @@ QList<DiffLine> withTexts(const QList<AlignedRow> &rows, const TextLines &left, 
     return result;
 }
 
-QList<CharRange> intraLineChanges(QStringView a, QStringView b, const CancelFlag &) {
+QList<CharRange> intraLineChanges(QStringView a, QStringView b, const CancelFlag &)
+{
     return intraLine(a.toString(), b.toString(), characterTableLimit);
 }
 

@@ -4,9 +4,12 @@
 
 #include <QtGlobal>
 
+#include <span>
 #include <vector>
 
 namespace velmora {
+
+struct MatchTuning;
 
 /// One matched element: index `i` of the first sequence, index `j` of the second, both 0-based.
 struct MatchPair {
@@ -21,8 +24,16 @@ inline constexpr qint64 lineTableLimit = 400000;
 /// The same for the characters of two lines.
 inline constexpr qint64 characterTableLimit = 200000;
 
-/// Matches two sequences; the pairs rise strictly in both indices. Empty when cancelled.
-[[nodiscard]] std::vector<MatchPair> matchSequences(const std::vector<qint32> &a, const std::vector<qint32> &b,
+/// Matches two sequences of any values; the pairs rise strictly in both indices.
+///
+/// Up to `tableLimit` pairs of positions the result is a longest common subsequence (see `longestCommonSubsequence`),
+/// above that the chain of longest common blocks (see `matchBlocks`). Empty when cancelled.
+[[nodiscard]] std::vector<MatchPair> matchSequences(std::span<const qint32> a, std::span<const qint32> b,
                                                     qint64 tableLimit, const CancelFlag &cancel = {});
+
+/// The same with other sizes for the choice of means; the result is the same.
+[[nodiscard]] std::vector<MatchPair> matchSequences(std::span<const qint32> a, std::span<const qint32> b,
+                                                    qint64 tableLimit, const MatchTuning &tuning,
+                                                    const CancelFlag &cancel);
 
 } // namespace velmora

@@ -1,0 +1,82 @@
+#include "text/engine/sequence_matcher.h"
+
+#include "text/engine/block_matcher.h"
+#include "text/engine/lcs_table.h"
+#include "text/engine/value_numbers.h"
+
+#include <algorithm>
+
+namespace velmora {
+
+namespace {
+
+/// Values this small index tables whatever the length of the sequences; UTF-16 units are.
+constexpr qint32 smallAlphabet = 0x10000;
+
+/// One more than the greatest value of both sequences; -1 when there are values below 0.
+qint64 alphabetOf(std::span<const qint32> a, std::span<const qint32> b)
+{
+    qint32 greatest = 0;
+    qint32 least = 0;
+    for (const std::span<const qint32> sequence : {a, b}) {
+        for (const qint32 value : sequence) {
+            greatest = std::max(greatest, value);
+            least = std::min(least, value);
+        }
+    }
+    return least < 0 ? -1 : qint64(greatest) + 1;
+}
+
+std::vector<qint32> numbered(std::span<const qint32> sequence, ValueNumbers &numbers)
+{
+    std::vector<qint32> result;
+    result.reserve(sequence.size());
+    for (const qint32 value : sequence)
+        result.push_back(numbers.add(value));
+    return result;
+}
+
+std::vector<MatchPair> matchedByBlocks(const MatchInput &input, const MatchTuning &tuning, CancelPoll &poll)
+{
+    BlockChain chain(qint32(input.a.size()));
+    matchBlocks(input, tuning, chain, poll);
+    if (poll.stopped())
+        return {};
+    std::vector<MatchPair> pairs;
+    pairs.reserve(size_t(chain.matched()));
+    chain.forEachBlock([&pairs](const MatchBlock &block) {
+        for (qint32 k = 0; k < block.length; ++k)
+            pairs.push_back({block.a + k, block.b + k});
+    });
+    return pairs;
+}
+
+} // namespace
+
+std::vector<MatchPair> matchSequences(std::span<const qint32> a, std::span<const qint32> b, qint64 tableLimit,
+                                      const CancelFlag &cancel)
+{
+    return matchSequences(a, b, tableLimit, defaultMatchTuning(), cancel);
+}
+
+std::vector<MatchPair> matchSequences(std::span<const qint32> a, std::span<const qint32> b, qint64 tableLimit,
+                                      const MatchTuning &tuning, const CancelFlag &cancel)
+{
+    if (a.empty() || b.empty())
+        return {};
+    CancelPoll poll(cancel);
+    if (qint64(a.size()) * qint64(b.size()) <= tableLimit) {
+        std::vector<MatchPair> pairs = longestCommonSubsequence(a, b, poll);
+        return poll.stopped() ? std::vector<MatchPair>() : pairs;
+    }
+    const size_t total = a.size() + b.size();
+    const qint64 alphabet = alphabetOf(a, b);
+    if (alphabet >= 0 && alphabet <= std::max<qint64>(smallAlphabet, qint64(total)))
+        return matchedByBlocks({a, b, qint32(alphabet)}, tuning, poll);
+    ValueNumbers numbers(total);
+    const std::vector<qint32> first = numbered(a, numbers);
+    const std::vector<qint32> second = numbered(b, numbers);
+    return matchedByBlocks({first, second, numbers.count()}, tuning, poll);
+}
+
+} // namespace velmora

@@ -1,0 +1,146 @@
+#include "support/test_main.h"
+#include "text/engine/match_input.h"
+#include "text/engine/sequence_matcher.h"
+#include "text_engine/plain_engine.h"
+#include "text_engine/sequences.h"
+
+#include <QElapsedTimer>
+
+#include <thread>
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+constexpr qint64 neverTable = 0;
+constexpr qint64 alwaysTable = std::numeric_limits<qint64>::max();
+
+/// Sizes that bring every stage of the block matcher to bear on small inputs.
+struct NamedTuning {
+    const char *name;
+    std::vector<qint32> longRuns;
+    qint64 pairsPerElement;
+    qint64 stepsPerElement;
+    qint64 markShare;
+
+    [[nodiscard]] MatchTuning tuning() const
+    {
+        MatchTuning result = defaultMatchTuning();
+        result.longRuns = longRuns;
+        result.pairsPerElement = pairsPerElement;
+        result.stepsPerElement = stepsPerElement;
+        result.markShare = markShare;
+        return result;
+    }
+};
+
+const std::vector<NamedTuning> &tunings()
+{
+    static const std::vector<NamedTuning> list{
+        {"pairs only", {}, 1000000, 24, 8},
+        {"sweep only, sorting", {}, 0, 24, 0},
+        {"sweep only, marking", {}, 0, 24, 1000},
+        {"long runs, then sweep", {6, 3, 2}, 0, 1000000, 2},
+        {"long runs, then pairs", {5, 2}, 1, 1000000, 2},
+        {"long runs given up", {16, 4}, 1, 3, 4},
+        {"as delivered", {32, 8}, 4, 24, 8},
+    };
+    return list;
+}
+
+QByteArray dump(const std::vector<qint32> &a, const std::vector<qint32> &b)
+{
+    QByteArray text;
+    for (const std::vector<qint32> *sequence : {&a, &b}) {
+        for (const qint32 value : *sequence)
+            text += QByteArray::number(value) + ' ';
+        text += '|';
+    }
+    return text;
+}
+
+/// Checks every form of the block matcher against the plain one; false, and a message, at the first difference.
+bool blocksAgree(const std::vector<qint32> &a, const std::vector<qint32> &b)
+{
+    const std::vector<MatchPair> expected = plain::blockMatch(a, b);
+    for (const NamedTuning &named : tunings()) {
+        if (matchSequences(a, b, neverTable, named.tuning(), {}) != expected) {
+            qWarning("%s differs: %s", named.name, dump(a, b).constData());
+            return false;
+        }
+    }
+    return true;
+}
+
+bool tableAgrees(const std::vector<qint32> &a, const std::vector<qint32> &b)
+{
+    if (matchSequences(a, b, alwaysTable) == plain::tableMatch(a, b))
+        return true;
+    qWarning("the table differs: %s", dump(a, b).constData());
+    return false;
+}
+
+} // namespace
+
+class SequenceMatcherTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyPairOfShortSequences()
+    {
+        const std::vector<std::vector<qint32>> all = allSequences(3, 5);
+        for (const std::vector<qint32> &a : all) {
+            for (const std::vector<qint32> &b : all) {
+                QVERIFY(tableAgrees(a, b));
+                QVERIFY(blocksAgree(a, b));
+            }
+        }
+    }
+
+    void randomSequences()
+    {
+        Random random(20240601);
+        for (int round = 0; round < 3000; ++round) {
+            const qint32 alphabet = 1 + qint32(random.below(8));
+            const qint32 longest = round % 50 == 0 ? 300 : 60;
+            const std::vector<qint32> a = random.sequence(longest, alphabet);
+            const std::vector<qint32> b = random.sequence(longest, alphabet);
+            QVERIFY(tableAgrees(a, b));
+            QVERIFY(blocksAgree(a, b));
+        }
+    }
+
+    void randomEdits()
+    {
+        Random random(77);
+        for (int round = 0; round < 1500; ++round) {
+            const qint32 alphabet = round % 3 == 0 ? 1000 : 2 + qint32(random.below(20));
+            const std::vector<qint32> a = random.sequence(150, alphabet);
+            const std::vector<qint32> b = random.edited(a, 1 + qint32(random.below(12)), alphabet);
+            QVERIFY(tableAgrees(a, b));
+            QVERIFY(blocksAgree(a, b));
+        }
+    }
+
+    void repetitiveShapes_data()
+    {
+        QTest::addColumn<int>("shape");
+        for (int shape = 0; shape < shapeCount; ++shape)
+            QTest::newRow(shapeName(shape)) << shape;
+    }
+
+    void repetitiveShapes()
+    {
+        QFETCH(int, shape);
+        for (const qint32 size : {40, 97, 210}) {
+            const SequencePair pair = shapedPair(shape, size);
+            QVERIFY(tableAgrees(pair.a, pair.b));
+            QVERIFY(blocksAgree(pair.a, pair.b));
+            QVERIFY(blocksAgree(pair.b, pair.a));
+        }
+    }
+};
+
+VELMORA_TEST(SequenceMatcherTest)
+#include "sequence_matcher_test.moc"
