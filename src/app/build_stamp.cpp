@@ -1,0 +1,10 @@
+#include "app/build_stamp.h"
+
+namespace velmora {
+
+QString buildStamp()
+{
+    return QStringLiteral(__DATE__ " " __TIME__);
+}
+
+} // namespace velmora

@@ -1,0 +1,70 @@
+#include "app/main_menu.h"
+
+#include "app/edit_menu.h"
+#include "app/session_kinds.h"
+#include "app/session_tabs.h"
+#include "app/tarnwick.h"
+#include "session/translate.h"
+
+#include <QMenuBar>
+
+namespace velmora {
+
+namespace {
+
+/// Adds an entry for each kind that has a text, with a separator between groups.
+template <typename Text>
+void addKinds(QMenu *menu, Tarnwick &window, Text textOf)
+{
+    std::optional<KindGroup> group;
+    for (const SessionKindRow &kind : sessionKinds()) {
+        const QString text = textOf(kind);
+        if (text.isEmpty())
+            continue;
+        if (group && *group != kind.group)
+            menu->addSeparator();
+        group = kind.group;
+        QAction *action = menu->addAction(sessionKindIcon(kind.id), text);
+        QObject::connect(action, &QAction::triggered, &window, [&window, &kind] { window.openEmpty(kind); });
+    }
+}
+
+void addSessionMenu(QMenuBar *bar, Tarnwick &window, SessionTabs &tabs)
+{
+    QMenu *menu = bar->addMenu(Velmora::tr("Session(&S)"));
+    addKinds(menu->addMenu(Velmora::tr("New session(&N)")), window,
+             [](const SessionKindRow &kind) { return kind.menuText ? Velmora::tr(kind.menuText) : QString(); });
+    QAction *home = menu->addAction(Velmora::tr("New tab(&I)"), &tabs, &SessionTabs::showHome);
+    home->setShortcut(Qt::CTRL | Qt::Key_T);
+    menu->addSeparator();
+    QAction *close = menu->addAction(Velmora::tr("Close tab"), &window, &Tarnwick::onCloseCurrentTab);
+    close->setShortcut(Qt::CTRL | Qt::Key_W);
+    QAction *exit = menu->addAction(Velmora::tr("E&xit"), &window, &QWidget::close);
+    exit->setShortcut(Qt::CTRL | Qt::Key_Q);
+}
+
+void addToolsMenu(QMenuBar *bar, Tarnwick &window)
+{
+    QMenu *menu = bar->addMenu(Velmora::tr("&Tools"));
+    addKinds(menu, window,
+             [](const SessionKindRow &kind) { return kind.inTools ? Velmora::tr(kind.displayName) : QString(); });
+}
+
+void addHelpMenu(QMenuBar *bar, Tarnwick &window)
+{
+    QMenu *menu = bar->addMenu(Velmora::tr("&Help"));
+    menu->addAction(Velmora::tr("&About"), &window, &Tarnwick::onAbout);
+}
+
+} // namespace
+
+void buildMainMenu(Tarnwick &window, SessionTabs &tabs)
+{
+    QMenuBar *bar = window.menuBar();
+    addSessionMenu(bar, window, tabs);
+    new EditMenu(bar->addMenu(Velmora::tr("&Edit")), &tabs);
+    addToolsMenu(bar, window);
+    addHelpMenu(bar, window);
+}
+
+} // namespace velmora

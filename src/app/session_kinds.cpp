@@ -1,0 +1,333 @@
+#include "app/session_kinds.h"
+
+#include "app/pending_session.h"
+#include "session/session_record.h"
+#include "session/theme.h"
+#include "session/translate.h"
+
+namespace velmora {
+
+namespace {
+
+SessionWidget *pending(SessionHost &host, const SessionKindRow &row, QWidget *parent)
+{
+    return new PendingSession(host, row, parent);
+}
+
+using enum KindGroup;
+
+// The order is that of the "New session" and "Tools" menus, where the kinds that a menu lacks are left out.
+constexpr SessionKindRow rows[] = {
+    {.id = QLatin1String("folder"),
+     .group = Compare,
+     .sides = 2,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Folder compare(&F)"),
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Folder compare"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Folder compare %1"),
+     .opensPairs = true,
+     .icon = ":/icons/sessions/FolderCompare.ico",
+     .slot = "onNewFolderCompare",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "See which files two folders share, lack or hold in different versions."),
+     .create = pending},
+    {.id = QLatin1String("text"),
+     .alias = QLatin1String("diff"),
+     .group = Compare,
+     .sides = 2,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Text compare(&I)"),
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Text compare"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Text compare %1"),
+     .opensPairs = true,
+     .icon = ":/icons/sessions/TextCompare.ico",
+     .slot = "onNewTextCompare",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Compare two text files line by line and edit them side by side."),
+     .create = pending},
+    {.id = QLatin1String("textedit"),
+     .group = Compare,
+     .sides = 1,
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Text edit"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Text edit %1"),
+     .icon = ":/icons/sessions/TextCompare.ico",
+     .slot = "onNewTextCompareEdit",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Open, edit and save one text file."),
+     .create = pending},
+    {.id = QLatin1String("merge"),
+     .group = Compare,
+     .sides = 3,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Text merge(&E)"),
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Text merge"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Three-way merge %1"),
+     .icon = ":/icons/sessions/TextMerge.ico",
+     .slot = "onNewThreeWayMerge",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Merge two versions of a text file that come from one base."),
+     .create = pending},
+    {.id = QLatin1String("table"),
+     .group = Compare,
+     .sides = 2,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Table compare(&T)"),
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Table compare"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Table compare %1"),
+     .opensPairs = true,
+     .icon = ":/icons/sessions/TableCompare.ico",
+     .slot = "onNewTableCompare",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Compare two CSV or TSV tables cell by cell."),
+     .create = pending},
+    {.id = QLatin1String("binary"),
+     .group = Compare,
+     .sides = 2,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Hex compare(&H)"),
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Hex compare"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Binary compare %1"),
+     .opensPairs = true,
+     .icon = ":/icons/sessions/HexCompare.ico",
+     .slot = "onNewBinaryCompare",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Compare two files of any kind byte by byte."),
+     .create = pending},
+    {.id = QLatin1String("image"),
+     .group = Compare,
+     .sides = 2,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Image compare(&P)"),
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Image compare"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Image compare %1"),
+     .opensPairs = true,
+     .icon = ":/icons/sessions/ImageCompare.ico",
+     .slot = "onNewImageCompare",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Compare two pictures pixel by pixel, with a tolerance."),
+     .create = pending},
+    {.id = QLatin1String("mp3"),
+     .group = Compare,
+     .sides = 2,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "MP3 compare(&M)"),
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "MP3 compare"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "MP3 compare %1"),
+     .icon = ":/icons/sessions/MP3Compare.ico",
+     .slot = "onNewMp3Compare",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Compare the tags of two MP3 files."),
+     .create = pending},
+    {.id = QLatin1String("foldermerge"),
+     .group = MergeAndSync,
+     .sides = 3,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Folder merge(&O)"),
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Folder merge"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Folder merge %1"),
+     .icon = ":/icons/sessions/FolderMerge.ico",
+     .slot = "onNewFolderMerge",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Merge two versions of a folder that come from one base."),
+     .create = pending},
+    {.id = QLatin1String("sync"),
+     .group = MergeAndSync,
+     .sides = 2,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Folder sync(&Y)"),
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Folder sync"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Folder sync %1"),
+     .pairTitle = QT_TRANSLATE_NOOP("Velmora", "Sync %1 <-> %2"),
+     .opensPairs = true,
+     .icon = ":/icons/sessions/FolderSync.ico",
+     .slot = "onNewFolderSync",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Bring two folders to the same state, after a look at the plan."),
+     .create = pending},
+    {.id = QLatin1String("registry"),
+     .group = System,
+     .sides = 2,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Registry compare(&R)"),
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Registry compare"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Registry compare %1"),
+     .opensPairs = true,
+     .icon = ":/icons/sessions/RegistryCompare.ico",
+     .slot = "onNewRegistryCompare",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Compare the keys and values of two registry trees."),
+     .create = pending},
+    {.id = QLatin1String("version"),
+     .group = System,
+     .sides = 2,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Version compare(&V)"),
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Version compare"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Version compare %1"),
+     .opensPairs = true,
+     .icon = ":/icons/sessions/VersionCompare.ico",
+     .slot = "onNewVersionCompare",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Compare the version information of two programs or libraries."),
+     .create = pending},
+    {.id = QLatin1String("git"),
+     .group = Contents,
+     .sides = 2,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Git compare(&G)"),
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Git compare"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Git compare %1"),
+     .pairTitle = QT_TRANSLATE_NOOP("Velmora", "Git: %1"),
+     .loneTitle = QT_TRANSLATE_NOOP("Velmora", "Git: %1"),
+     .opensPairs = true,
+     .lonePath = LonePath::Any,
+     .icon = ":/icons/sessions/git.png",
+     .slot = "onNewGitCompare",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Compare two states of a Git repository."),
+     .create = pending},
+    {.id = QLatin1String("archive"),
+     .group = Contents,
+     .sides = 2,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Archive compare(&A)"),
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Archive compare"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Archive compare %1"),
+     .opensPairs = true,
+     .icon = ":/icons/sessions/archive.png",
+     .slot = "onNewArchiveCompare",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Compare the contents of two archives."),
+     .create = pending},
+    {.id = QLatin1String("archivebrowse"),
+     .alias = QLatin1String("archbrowse"),
+     .group = Contents,
+     .sides = 1,
+     .inTools = true,
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Archive browse"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Archive browse %1"),
+     .loneTitle = QT_TRANSLATE_NOOP("Velmora", "Browse: %1"),
+     .lonePath = LonePath::File,
+     .icon = ":/icons/sessions/archive.png",
+     .slot = "onNewArchiveBrowse",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Look into an archive without unpacking it."),
+     .create = pending},
+    {.id = QLatin1String("checksum"),
+     .group = Contents,
+     .sides = 1,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Checksum(&K)"),
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Checksum"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Checksum %1"),
+     .opensPairs = true,
+     .lonePath = LonePath::Any,
+     .icon = ":/icons/sessions/checksum.png",
+     .slot = "onNewChecksumTool",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Compute the checksums of a file and match them with an expected value."),
+     .create = pending},
+    {.id = QLatin1String("duplicate"),
+     .group = Tools,
+     .sides = 1,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Duplicate finder(&D)"),
+     .inTools = true,
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Duplicates"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Duplicate finder %1"),
+     .loneTitle = QT_TRANSLATE_NOOP("Velmora", "Duplicates: %1"),
+     .lonePath = LonePath::Folder,
+     .icon = ":/icons/sessions/duplicate.png",
+     .slot = "onNewDuplicateFinder",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Find the files of a folder tree that are there more than once."),
+     .create = pending},
+    {.id = QLatin1String("snapshot"),
+     .group = Tools,
+     .sides = 1,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Folder snapshot(&N)"),
+     .inTools = true,
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Snapshot"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Folder snapshot %1"),
+     .icon = ":/icons/sessions/snapshot.png",
+     .slot = "onNewFolderSnapshot",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Record the state of a folder and see later what has changed."),
+     .create = pending},
+    {.id = QLatin1String("env"),
+     .group = Tools,
+     .sides = 2,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Environment compare(&E)"),
+     .inTools = true,
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Environment"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Environment compare %1"),
+     .icon = ":/icons/sessions/env.png",
+     .slot = "onNewEnvSnapshot",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Record the environment variables and compare them with a record."),
+     .create = pending},
+    {.id = QLatin1String("diskusage"),
+     .group = Tools,
+     .sides = 1,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Disk usage(&U)"),
+     .inTools = true,
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Disk usage"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Disk usage %1"),
+     .loneTitle = QT_TRANSLATE_NOOP("Velmora", "Disk usage: %1"),
+     .lonePath = LonePath::Folder,
+     .icon = ":/icons/sessions/disk.png",
+     .slot = "onNewDiskUsage",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "See which files and folders take up the space of a folder tree."),
+     .create = pending},
+    {.id = QLatin1String("service"),
+     .group = Tools,
+     .sides = 2,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Services snapshot(&S)"),
+     .inTools = true,
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Services"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Services snapshot %1"),
+     .icon = ":/icons/sessions/services.png",
+     .slot = "onNewServiceSnapshot",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Record the system's services and compare them with a record."),
+     .create = pending},
+    {.id = QLatin1String("startup"),
+     .group = Tools,
+     .sides = 2,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "Startup items(&T)"),
+     .inTools = true,
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "Startup"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Startup items %1"),
+     .icon = ":/icons/sessions/startup.png",
+     .slot = "onNewStartupSnapshot",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Record what starts with the system and compare it with a record."),
+     .create = pending},
+    {.id = QLatin1String("sftp"),
+     .group = Tools,
+     .sides = 2,
+     .menuText = QT_TRANSLATE_NOOP("Velmora", "SFTP/SSH folder compare(&H)"),
+     .inTools = true,
+     .displayName = QT_TRANSLATE_NOOP("Velmora", "SFTP compare"),
+     .tabTitle = QT_TRANSLATE_NOOP("Velmora", "SFTP compare %1"),
+     .icon = ":/icons/sessions/sftp.png",
+     .slot = "onNewSftpCompare",
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Compare a local folder with one on a remote host over SSH."),
+     .create = pending},
+};
+
+} // namespace
+
+std::span<const SessionKindRow> sessionKinds()
+{
+    return rows;
+}
+
+const SessionKindRow *findSessionKind(const QString &kind)
+{
+    const QString id = kind.trimmed().toLower();
+    if (id.isEmpty())
+        return nullptr;
+    const auto *row = std::find_if(std::begin(rows), std::end(rows),
+                                   [&id](const SessionKindRow &r) { return r.id == id || r.alias == id; });
+    return row == std::end(rows) ? nullptr : row;
+}
+
+const SessionKindRow &sessionKind(QLatin1String id)
+{
+    const SessionKindRow *row = findSessionKind(id);
+    if (!row)
+        qFatal("no session kind %s", id.data());
+    return *row;
+}
+
+QIcon sessionKindIcon(const QString &kind)
+{
+    const SessionKindRow *row = findSessionKind(kind);
+    return row ? QIcon(themedIconPath(QString::fromLatin1(row->icon))) : QIcon();
+}
+
+QString sessionTitle(const SessionKindRow &kind, const SessionPaths &paths)
+{
+    if (paths.left.isEmpty() || paths.right.isEmpty()) {
+        const QString &only = paths.left.isEmpty() ? paths.right : paths.left;
+        return Velmora::tr(kind.loneTitle).arg(pathName(only));
+    }
+    const QString format = Velmora::tr(kind.pairTitle);
+    // All at once: a name may itself hold what looks like a placeholder. A format with one place takes the left name.
+    return format.contains(QLatin1String("%2")) ? format.arg(pathName(paths.left), pathName(paths.right))
+                                                : format.arg(pathName(paths.left));
+}
+
+QString pathName(const QString &path)
+{
+    const QString clean = QDir::cleanPath(QDir::fromNativeSeparators(path));
+    const QString name = QFileInfo(clean).fileName();
+    return name.isEmpty() ? path : name;
+}
+
+} // namespace velmora

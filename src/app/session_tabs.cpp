@@ -1,0 +1,165 @@
+#include "app/session_tabs.h"
+
+#include "app/session_kinds.h"
+#include "session/dialogs.h"
+#include "session/session_widget.h"
+#include "session/translate.h"
+
+#include <QTabBar>
+
+namespace velmora {
+
+namespace {
+
+constexpr int widestTab = 280;
+
+/// Keeps tabs with long titles from pushing the others out of sight, and closes a tab by its middle button.
+class SessionTabBar final : public QTabBar {
+public:
+    using QTabBar::QTabBar;
+
+protected:
+    [[nodiscard]] QSize tabSizeHint(int index) const override
+    {
+        const QSize hint = QTabBar::tabSizeHint(index);
+        return {std::min(hint.width(), widestTab), hint.height()};
+    }
+
+    void mousePressEvent(QMouseEvent *event) override
+    {
+        if (event->button() == Qt::MiddleButton)
+            m_middlePressed = tabAt(event->position().toPoint());
+        else
+            QTabBar::mousePressEvent(event);
+    }
+
+    void mouseReleaseEvent(QMouseEvent *event) override
+    {
+        if (event->button() != Qt::MiddleButton) {
+            QTabBar::mouseReleaseEvent(event);
+            return;
+        }
+        const int index = tabAt(event->position().toPoint());
+        if (index >= 0 && index == std::exchange(m_middlePressed, -1))
+            Q_EMIT tabCloseRequested(index);
+    }
+
+private:
+    int m_middlePressed = -1;
+};
+
+} // namespace
+
+SessionTabs::SessionTabs(QWidget *parent) : QTabWidget(parent)
+{
+    setObjectName(QStringLiteral("tabHost"));
+    setTabBar(new SessionTabBar(this));
+    setTabsClosable(true);
+    setMovable(true);
+    setDocumentMode(true);
+    setElideMode(Qt::ElideRight);
+    connect(this, &QTabWidget::currentChanged, this, [this] { Q_EMIT currentSessionChanged(currentSession()); });
+}
+
+void SessionTabs::addHome(QWidget *page, const QIcon &icon, const QString &title)
+{
+    addTab(page, icon, title);
+    const int index = homeIndex();
+    tabBar()->setTabButton(index, QTabBar::LeftSide, nullptr);
+    tabBar()->setTabButton(index, QTabBar::RightSide, nullptr);
+}
+
+int SessionTabs::homeIndex() const
+{
+    for (int i = 0; i < count(); ++i) {
+        if (widget(i)->objectName() == QLatin1String("homePage"))
+            return i;
+    }
+    return -1;
+}
+
+void SessionTabs::showHome()
+{
+    setCurrentIndex(homeIndex());
+}
+
+void SessionTabs::addSession(SessionWidget *session, const QIcon &icon, const QString &title)
+{
+    const int index = addTab(session, icon, {});
+    setTitle(index, title);
+    connect(session, &SessionWidget::tabTitleChanged, this, [this, session](const QString &changed) {
+        const int at = indexOf(session);
+        if (at >= 0)
+            setTitle(at, changed);
+    });
+    setCurrentIndex(index);
+}
+
+SessionWidget *SessionTabs::sessionAt(int index) const
+{
+    return qobject_cast<SessionWidget *>(widget(index));
+}
+
+QList<SessionWidget *> SessionTabs::sessions() const
+{
+    QList<SessionWidget *> result;
+    for (int i = 0; i < count(); ++i) {
+        if (SessionWidget *session = sessionAt(i))
+            result.append(session);
+    }
+    return result;
+}
+
+QString SessionTabs::titleAt(int index) const
+{
+    return tabBar()->tabData(index).toString();
+}
+
+void SessionTabs::closeTab(int index)
+{
+    SessionWidget *session = sessionAt(index);
+    if (!session)
+        return;
+    if (!session->hasUnsavedChanges()) {
+        removeSession(session);
+        return;
+    }
+    Dialogs::instance().askYesNo(this, Velmora::tr("Close tab"),
+                                 Velmora::tr("\"%1\" has unsaved changes. Close it anyway?").arg(titleAt(index)), false,
+                                 [this, session = QPointer(session)](bool yes) {
+                                     if (yes && session)
+                                         removeSession(session);
+                                 });
+}
+
+void SessionTabs::refreshTheme()
+{
+    for (int i = 0; i < count(); ++i) {
+        if (SessionWidget *session = sessionAt(i)) {
+            setTabIcon(i, sessionKindIcon(session->kind()));
+            session->refreshTheme();
+        }
+    }
+}
+
+void SessionTabs::setTitle(int index, const QString &title)
+{
+    tabBar()->setTabData(index, title);
+    // In a tab's text an ampersand marks the key of the next letter; in a file name it is a letter.
+    setTabText(index, QString(title).replace(u'&', QLatin1String("&&")));
+    setTabToolTip(index, title);
+}
+
+void SessionTabs::removeSession(SessionWidget *session)
+{
+    const int index = indexOf(session);
+    if (index < 0)
+        return;
+    removeTab(index);
+    // It may be in the middle of a signal that led here.
+    session->hide();
+    session->disconnect(this);
+    session->deleteLater();
+}
+
+} // namespace velmora

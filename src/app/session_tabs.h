@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QTabWidget>
+
+namespace velmora {
+
+class SessionWidget;
+
+/// The tab host: the home page and one tab for each session.
+///
+/// Owns the sessions, which are destroyed with their tabs. The home page's tab cannot be closed.
+class SessionTabs final : public QTabWidget {
+    Q_OBJECT
+public:
+    explicit SessionTabs(QWidget *parent = nullptr);
+
+    /// The home page's object name must be "homePage".
+    void addHome(QWidget *page, const QIcon &icon, const QString &title);
+    [[nodiscard]] int homeIndex() const;
+    void showHome();
+
+    /// Adds a session behind the other tabs and makes it current. From then on its `tabTitleChanged` retitles the tab.
+    void addSession(SessionWidget *session, const QIcon &icon, const QString &title);
+
+    /// The session of a tab; null for the home page or when there is no such tab.
+    [[nodiscard]] SessionWidget *sessionAt(int index) const;
+    [[nodiscard]] SessionWidget *currentSession() const { return sessionAt(currentIndex()); }
+    [[nodiscard]] QList<SessionWidget *> sessions() const;
+
+    /// The title of a tab as it was set; on the tab it may be shortened.
+    [[nodiscard]] QString titleAt(int index) const;
+
+    /// Closes a session's tab; asks first when something would be lost.
+    void closeTab(int index);
+
+    void refreshTheme();
+
+Q_SIGNALS:
+    /// Another tab is current; null when it is no session.
+    void currentSessionChanged(velmora::SessionWidget *session);
+
+private:
+    void setTitle(int index, const QString &title);
+    void removeSession(SessionWidget *session);
+};
+
+} // namespace velmora

@@ -1,0 +1,351 @@
+#include "app/tarnwick.h"
+
+#include "app/about.h"
+#include "app/build_stamp.h"
+#include "app/command_line.h"
+#include "app/drop_router.h"
+#include "app/home_page.h"
+#include "app/main_menu.h"
+#include "app/session_kinds.h"
+#include "app/session_panel.h"
+#include "app/session_tabs.h"
+#include "app/window_fit.h"
+#include "core/settings_store.h"
+#include "platform/window_chrome.h"
+#include "session/dialogs.h"
+#include "session/session_widget.h"
+#include "session/theme.h"
+#include "session/translate.h"
+
+#include <QHBoxLayout>
+#include <QLoggingCategory>
+#include <QScreen>
+#include <QStatusBar>
+#include <QTreeWidgetItem>
+
+namespace velmora {
+
+namespace {
+
+Q_LOGGING_CATEGORY(shellLog, "velmora.shell")
+
+constexpr QSize leastSize(1280, 800);
+constexpr QSize firstSize(1280, 600);
+constexpr int briefly = 3000;
+
+QString absoluteForm(const QString &path)
+{
+    return QFileInfo(path).absoluteFilePath();
+}
+
+/// The kind in which two paths are compared when nobody said which.
+const SessionKindRow &kindForPair(const SessionPaths &paths)
+{
+    const bool folders = QFileInfo(paths.left).isDir() && QFileInfo(paths.right).isDir();
+    return sessionKind(folders ? QLatin1String("folder") : QLatin1String("text"));
+}
+
+bool storedDarkTheme()
+{
+    return InterfaceSettings().value(QStringLiteral("theme"), 0).toInt() == 1;
+}
+
+/// The dropped paths as the sides of a session: left, right; or base, left, right where the kind has a base and three
+/// came.
+SessionPaths sidesOf(const SessionKindRow &kind, const QStringList &paths)
+{
+    if (kind.sides == 3 && paths.size() >= 3)
+        return {.left = paths[1], .right = paths[2], .base = paths[0]};
+    return {.left = paths.value(0), .right = kind.sides > 1 ? paths.value(1) : QString(), .base = {}};
+}
+
+} // namespace
+
+Tarnwick::Tarnwick(std::optional<bool> darkThisRun, QWidget *parent)
+    : QMainWindow(parent), m_tabs(new SessionTabs), m_home(new HomePage), m_panel(new SessionPanel)
+{
+    setWindowTitle(QStringLiteral("%1 %2").arg(QGuiApplication::applicationDisplayName(), applicationVersion()));
+    setAcceptDrops(true);
+    buildCentre();
+    buildMainMenu(*this, *m_tabs);
+    applyWindowTheme(darkThisRun.value_or(storedDarkTheme()));
+    showStatus(Velmora::tr("Ready"));
+
+    connect(&m_instances, &SingleInstanceServer::instanceConnected, this, &Tarnwick::onInstanceConnected);
+    if (!m_instances.listen(singleInstanceServerName()))
+        qCDebug(shellLog, "SingleInstance: QLocalServer listen failed");
+    new DropRouter(*m_tabs, this);
+    qCDebug(shellLog, "build %s | Qt %s | exe %s", qPrintable(buildStamp()), qVersion(),
+            qPrintable(QCoreApplication::applicationFilePath()));
+
+    setMinimumSize(leastSize);
+    resize(firstSize);
+}
+
+Tarnwick::~Tarnwick()
+{
+    // Sessions may report to the window for as long as they live, so they go while it is still whole.
+    const QList<SessionWidget *> sessions = m_tabs->sessions();
+    m_tabs->disconnect();
+    qDeleteAll(sessions);
+}
+
+void Tarnwick::buildCentre()
+{
+    auto *centre = new QWidget(this);
+    auto *row = new QHBoxLayout(centre);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    row->addWidget(m_panel);
+    row->addWidget(m_tabs, 1);
+    setCentralWidget(centre);
+
+    m_tabs->addHome(m_home, QApplication::windowIcon(), Velmora::tr("Home"));
+    connect(m_tabs, &QTabWidget::tabCloseRequested, this, &Tarnwick::onCloseTab);
+    connect(m_home, &HomePage::kindChosen, this, &Tarnwick::openEmpty);
+    connect(m_home, &HomePage::pathsDropped, this, &Tarnwick::openDropped);
+    connect(m_panel, &SessionPanel::itemChosen, this, &Tarnwick::onSessionItemClicked);
+}
+
+void Tarnwick::handleArguments(const QStringList &arguments)
+{
+    const CommandLine line = parseCommandLine(arguments);
+    if (!line.report.isEmpty())
+        m_pendingReport = absoluteForm(line.report);
+    for (const ExplorerPick &pick : line.picks) {
+        if (pick.side == ExplorerPick::Side::Left)
+            setExplorerLeft(absoluteForm(pick.path));
+        else
+            setExplorerRight(absoluteForm(pick.path));
+    }
+    if (line.paths.size() == 2) {
+        openCompare(line.mode, absoluteForm(line.paths[0]), absoluteForm(line.paths[1]));
+        m_explorerLeft.clear();
+    } else if (line.paths.size() == 1) {
+        openLonePath(line.mode, absoluteForm(line.paths[0]));
+    }
+}
+
+void Tarnwick::openLonePath(const QString &mode, const QString &path)
+{
+    const SessionKindRow *kind = findSessionKind(mode);
+    const LonePath wanted = kind ? kind->lonePath : LonePath::None;
+    const QFileInfo info(path);
+    if (wanted == LonePath::Any || (wanted == LonePath::Folder && info.isDir()) ||
+        (wanted == LonePath::File && info.isFile()))
+        openSession(kind->id, {.left = path, .right = {}, .base = {}});
+    else
+        setExplorerLeft(path);
+}
+
+void Tarnwick::openCompare(const QString &kind, const QString &leftPath, const QString &rightPath)
+{
+    const SessionPaths paths{.left = leftPath, .right = rightPath, .base = {}};
+    const SessionKindRow *known = findSessionKind(kind);
+    const SessionKindRow &row = known && known->opensPairs ? *known : kindForPair(paths);
+    SessionWidget *session = addSession(row, sessionTitle(row, paths), paths);
+    // The report belongs to this comparison; a kind that writes none must not leave it to a later one.
+    if (!m_pendingReport.isEmpty())
+        session->setPendingReport(std::exchange(m_pendingReport, {}));
+    session->start();
+}
+
+void Tarnwick::openSession(const QString &kind, const SessionPaths &paths)
+{
+    const SessionKindRow *known = findSessionKind(kind);
+    const SessionKindRow &row = known ? *known : kindForPair(paths);
+    openRecord({.name = sessionTitle(row, paths), .type = row.id, .paths = paths, .options = {}, .timestamp = {}});
+}
+
+void Tarnwick::openRecord(const SessionRecord &record)
+{
+    const SessionKindRow *known = findSessionKind(record.type);
+    const SessionKindRow &row = known ? *known : kindForPair(record.paths);
+    SessionWidget *session = addSession(row, record.name, record.paths);
+    if (!record.options.isEmpty())
+        session->setOptions(record.options);
+    session->start();
+}
+
+void Tarnwick::openEmpty(const SessionKindRow &kind)
+{
+    addSession(kind, Velmora::tr(kind.tabTitle).arg(++m_tabCounter));
+}
+
+void Tarnwick::openEmptyOf(const char *kind)
+{
+    openEmpty(sessionKind(QLatin1String(kind)));
+}
+
+void Tarnwick::openDropped(const SessionKindRow &kind, const QStringList &paths)
+{
+    const SessionPaths sides = sidesOf(kind, paths);
+    SessionWidget *session = addSession(kind, sessionTitle(kind, sides), sides);
+    if (paths.size() > kind.sides)
+        showStatus(Velmora::tr("%1 paths dropped; this session takes %2").arg(paths.size()).arg(kind.sides));
+    if (kind.sides == 1 || kind.lonePath == LonePath::Any || !sides.right.isEmpty())
+        session->start();
+}
+
+SessionWidget *Tarnwick::addSession(const SessionKindRow &kind, const QString &title, const SessionPaths &paths)
+{
+    SessionWidget *session = kind.create(*this, kind, nullptr);
+    m_tabs->addSession(session, sessionKindIcon(kind.id), title);
+    if (paths != SessionPaths())
+        session->setPaths(paths);
+    hookSession(session);
+    return session;
+}
+
+void Tarnwick::hookSession(SessionWidget *session)
+{
+    connect(session, &SessionWidget::statusMessage, this, [this, session](const QString &message) {
+        if (m_tabs->currentSession() == session)
+            showStatus(message);
+    });
+}
+
+void Tarnwick::setExplorerLeft(const QString &path)
+{
+    m_explorerLeft = path;
+    m_explorerLeftIsFolder = QFileInfo(path).isDir();
+    showStatus(
+        m_explorerLeftIsFolder
+            ? Velmora::tr("Left folder selected: %1 — right-click another item and choose Velmora: set as right side")
+                  .arg(path)
+            : Velmora::tr("Left file selected: %1 — right-click another item and choose Velmora: set as right side")
+                  .arg(path));
+}
+
+void Tarnwick::setExplorerRight(const QString &path)
+{
+    if (m_explorerLeft.isEmpty()) {
+        setExplorerLeft(path);
+        return;
+    }
+    const bool folders = m_explorerLeftIsFolder && QFileInfo(path).isDir();
+    openCompare(folders ? QStringLiteral("folder") : QStringLiteral("text"), std::exchange(m_explorerLeft, {}), path);
+    showStatus(Velmora::tr("Compare opened"), briefly);
+}
+
+void Tarnwick::showStatus(const QString &message, int milliseconds)
+{
+    statusBar()->showMessage(message, milliseconds);
+}
+
+void Tarnwick::onCloseTab(int index)
+{
+    m_tabs->closeTab(index);
+}
+
+void Tarnwick::onCloseCurrentTab()
+{
+    onCloseTab(m_tabs->currentIndex());
+}
+
+void Tarnwick::onOpenTextCompare(const QString &leftPath, const QString &rightPath)
+{
+    openCompare(QStringLiteral("text"), leftPath, rightPath);
+}
+
+void Tarnwick::onOpenBinaryCompare(const QString &leftPath, const QString &rightPath)
+{
+    openCompare(QStringLiteral("binary"), leftPath, rightPath);
+}
+
+void Tarnwick::onOpenFolderCompare(const QString &leftPath, const QString &rightPath)
+{
+    openCompare(QStringLiteral("folder"), leftPath, rightPath);
+}
+
+void Tarnwick::onOpenFolderSync(const QString &leftPath, const QString &rightPath)
+{
+    openCompare(QStringLiteral("sync"), leftPath, rightPath);
+}
+
+void Tarnwick::onAbout()
+{
+    showAbout(this);
+}
+
+void Tarnwick::onSessionItemClicked(QTreeWidgetItem *item, int /*column*/)
+{
+    const QString id = item->data(0, SessionPanel::idRole).toString();
+    if (!id.startsWith(QLatin1String("new_")))
+        return;
+    if (const SessionKindRow *kind = findSessionKind(id.mid(4)))
+        openEmpty(*kind);
+}
+
+void Tarnwick::onInstanceConnected()
+{
+    const QStringList arguments = m_instances.takeArguments();
+    if (!arguments.isEmpty())
+        handleArguments(arguments);
+    // A maximised window stays so.
+    setWindowState((windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
+    show();
+    raise();
+    activateWindow();
+}
+
+bool Tarnwick::event(QEvent *event)
+{
+    // A menu that passes under the mouse would wipe the message in the status bar, as no entry has a tip for it.
+    if (event->type() == QEvent::StatusTip)
+        return true;
+    return QMainWindow::event(event);
+}
+
+void Tarnwick::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+    if (std::exchange(m_shown, true))
+        return;
+    fitToScreen();
+    setDarkTitleBar(winId(), m_darkTheme);
+}
+
+void Tarnwick::closeEvent(QCloseEvent *event)
+{
+    const QList<SessionWidget *> sessions = m_tabs->sessions();
+    const auto unsaved = std::count_if(sessions.begin(), sessions.end(),
+                                       [](const SessionWidget *session) { return session->hasUnsavedChanges(); });
+    if (m_closing || unsaved == 0) {
+        QMainWindow::closeEvent(event);
+        return;
+    }
+    event->ignore();
+    Dialogs::instance().askYesNo(this, Velmora::tr("Exit"),
+                                 Velmora::tr("Tabs with unsaved changes: %1. Exit anyway?").arg(unsaved), false,
+                                 [this](bool yes) {
+                                     m_closing = yes;
+                                     if (yes)
+                                         close();
+                                 });
+}
+
+void Tarnwick::fitToScreen()
+{
+    const QRect available = screen()->availableGeometry();
+    const QSize borders = frameGeometry().size() - size();
+    setMinimumSize(minimumSize().boundedTo(available.size() - borders));
+    const QRect fitted = fittedInto(frameGeometry(), available);
+    if (fitted.size() != frameGeometry().size())
+        resize(fitted.size() - borders);
+    if (fitted.topLeft() != frameGeometry().topLeft())
+        move(fitted.topLeft());
+}
+
+void Tarnwick::applyWindowTheme(bool dark)
+{
+    m_darkTheme = dark;
+    applyTheme(dark);
+    m_home->refreshTheme();
+    m_panel->refreshTheme();
+    m_tabs->refreshTheme();
+    if (m_shown)
+        setDarkTitleBar(winId(), dark);
+}
+
+} // namespace velmora

@@ -1,0 +1,118 @@
+#pragma once
+
+#include "app/single_instance.h"
+#include "session/session_host.h"
+#include "session/session_record.h"
+
+#include <QMainWindow>
+
+#include <optional>
+
+class QTreeWidgetItem;
+
+namespace velmora {
+
+class HomePage;
+class SessionPanel;
+class SessionTabs;
+class SessionWidget;
+struct SessionKindRow;
+
+/// The main window: tabs, panel, menus and status bar, and the ways in which a session comes to be opened.
+///
+/// There is one for the whole life of the process; it listens for later starts. It knows sessions as `SessionWidget`
+/// and kinds as rows of the table, never by name.
+class Tarnwick final : public QMainWindow, public SessionHost {
+    Q_OBJECT
+public:
+    /// `darkThisRun` overrules the stored theme for this run.
+    explicit Tarnwick(std::optional<bool> darkThisRun = {}, QWidget *parent = nullptr);
+    ~Tarnwick() override;
+
+    /// Does what a command line asks for, this process's own or that of a later start. The first argument is a
+    /// program's path and is passed over.
+    void handleArguments(const QStringList &arguments);
+
+    /// Opens a session on two paths in a new tab and starts it. A kind that does not open pairs becomes "folder" when
+    /// both are existing folders, and "text" otherwise. A pending report path goes to this session.
+    void openCompare(const QString &kind, const QString &leftPath, const QString &rightPath);
+
+    /// Opens a remembered session in a new tab under its name and starts it.
+    void openRecord(const SessionRecord &record);
+
+    /// Remembers `path` as the left side of the comparison that the next right side opens.
+    void setExplorerLeft(const QString &path);
+    /// Opens the comparison with the remembered left side; without one, `path` becomes the left side.
+    void setExplorerRight(const QString &path);
+
+    /// Opens a session without inputs in a new tab, numbered across all kinds.
+    void openEmpty(const SessionKindRow &kind);
+    /// Opens a session on paths that were dropped for its kind; starts it when they suffice.
+    void openDropped(const SessionKindRow &kind, const QStringList &paths);
+
+    void openSession(const QString &kind, const SessionPaths &paths) override;
+    void showStatus(const QString &message, int milliseconds = 0) override;
+
+public Q_SLOTS:
+    void onNewTextCompare() { openEmptyOf("text"); }
+    void onNewTextCompareEdit() { openEmptyOf("textedit"); }
+    void onNewFolderCompare() { openEmptyOf("folder"); }
+    void onNewBinaryCompare() { openEmptyOf("binary"); }
+    void onNewThreeWayMerge() { openEmptyOf("merge"); }
+    void onNewTableCompare() { openEmptyOf("table"); }
+    void onNewImageCompare() { openEmptyOf("image"); }
+    void onNewFolderSync() { openEmptyOf("sync"); }
+    void onNewRegistryCompare() { openEmptyOf("registry"); }
+    void onNewFolderMerge() { openEmptyOf("foldermerge"); }
+    void onNewVersionCompare() { openEmptyOf("version"); }
+    void onNewMp3Compare() { openEmptyOf("mp3"); }
+    void onNewGitCompare() { openEmptyOf("git"); }
+    void onNewArchiveCompare() { openEmptyOf("archive"); }
+    void onNewArchiveBrowse() { openEmptyOf("archivebrowse"); }
+    void onNewChecksumTool() { openEmptyOf("checksum"); }
+    void onNewDuplicateFinder() { openEmptyOf("duplicate"); }
+    void onNewFolderSnapshot() { openEmptyOf("snapshot"); }
+    void onNewEnvSnapshot() { openEmptyOf("env"); }
+    void onNewDiskUsage() { openEmptyOf("diskusage"); }
+    void onNewServiceSnapshot() { openEmptyOf("service"); }
+    void onNewStartupSnapshot() { openEmptyOf("startup"); }
+    void onNewSftpCompare() { openEmptyOf("sftp"); }
+    void onCloseTab(int index);
+    void onOpenTextCompare(const QString &leftPath, const QString &rightPath);
+    void onOpenBinaryCompare(const QString &leftPath, const QString &rightPath);
+    void onOpenFolderCompare(const QString &leftPath, const QString &rightPath);
+    void onOpenFolderSync(const QString &leftPath, const QString &rightPath);
+    void onAbout();
+    void onSessionItemClicked(QTreeWidgetItem *item, int column);
+    void onCloseCurrentTab();
+    /// Carries out what a later start has handed over and comes to the front.
+    void onInstanceConnected();
+
+protected:
+    bool event(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void buildCentre();
+    void openEmptyOf(const char *kind);
+    void openLonePath(const QString &mode, const QString &path);
+    SessionWidget *addSession(const SessionKindRow &kind, const QString &title, const SessionPaths &paths = {});
+    void hookSession(SessionWidget *session);
+    void fitToScreen();
+    void applyWindowTheme(bool dark);
+
+    SessionTabs *m_tabs;
+    HomePage *m_home;
+    SessionPanel *m_panel;
+    SingleInstanceServer m_instances;
+    QString m_explorerLeft;
+    QString m_pendingReport;
+    int m_tabCounter = 0;
+    bool m_explorerLeftIsFolder = false;
+    bool m_darkTheme = false;
+    bool m_shown = false;
+    bool m_closing = false;
+};
+
+} // namespace velmora
