@@ -37,6 +37,12 @@ QPalette darkPalette()
     palette.setColor(QPalette::Highlight, accent);
     palette.setColor(QPalette::HighlightedText, Qt::black);
     palette.setColor(QPalette::PlaceholderText, QColor(255, 255, 255, 150));
+    // Edges and bevels, which would otherwise keep the light theme's near-white.
+    palette.setColor(QPalette::Light, QColor(78, 78, 78));
+    palette.setColor(QPalette::Midlight, QColor(66, 66, 66));
+    palette.setColor(QPalette::Mid, QColor(44, 44, 44));
+    palette.setColor(QPalette::Dark, QColor(32, 32, 32));
+    palette.setColor(QPalette::Shadow, QColor(18, 18, 18));
     palette.setColor(QPalette::Disabled, QPalette::Text, disabled);
     palette.setColor(QPalette::Disabled, QPalette::ButtonText, disabled);
     return palette;
