@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QDateTime>
+#include <QList>
+#include <QString>
+
+namespace velmora {
+
+/// How an entry of one folder stands to its partner in the other (the numbers are stored in items).
+enum class FolderDiffStatus : qint32 {
+    Same = 0,      ///< both present and equal
+    LeftOnly = 1,  ///< present on the left only; of a folder on both sides: everything in it is
+    RightOnly = 2, ///< the mirror case
+    Different = 3, ///< both present and different, or a folder on one side and a file on the other
+};
+
+/// One compared entry. A value; in lists every folder comes directly before what is in it.
+///
+/// Paths are absolute with "/" between their parts. Names and paths of Unix may hold bytes that are no text, in the
+/// form of `nameFromNative`. Times are in UTC, to the millisecond: what shows them turns them into local time, which
+/// costs a look at the system's clock settings each and is for the entries that are seen.
+struct FolderDiffItem {
+    QString name;         ///< bare, or relative to the compared folders with "/" between the parts
+    QString leftPath;     ///< empty when the left side has none
+    QString rightPath;    ///< empty when the right side has none
+    qint32 status = 0;    ///< a `FolderDiffStatus`
+    qint64 leftSize = 0;  ///< bytes; of a rolled-up folder the total of its contents; 0 when absent
+    qint64 rightSize = 0; ///< the same for the right side
+    QDateTime leftTime;   ///< last modification, of a rolled-up folder the latest in it; invalid when absent
+    QDateTime rightTime;  ///< the same for the right side
+    bool isDir = false;
+
+    [[nodiscard]] FolderDiffStatus diffStatus() const noexcept { return FolderDiffStatus(status); }
+    void setDiffStatus(FolderDiffStatus value) noexcept { status = qint32(value); }
+
+    friend bool operator==(const FolderDiffItem &, const FolderDiffItem &) = default;
+};
+
+/// What lies under a folder.
+struct FolderTotals {
+    quint32 files = 0;
+    quint32 folders = 0;
+    quint64 bytes = 0;
+
+    friend bool operator==(const FolderTotals &, const FolderTotals &) = default;
+};
+
+/// Something that a run could not look at, or did not go into.
+struct FolderProblem {
+    enum class Kind : quint8 {
+        UnreadableFolder, ///< listed as empty, or as far as it could be read
+        LinkCycle,        ///< a link to a folder that contains it; its contents are not listed
+    };
+
+    Kind kind = Kind::UnreadableFolder;
+    QString path;
+
+    friend bool operator==(const FolderProblem &, const FolderProblem &) = default;
+    friend auto operator<=>(const FolderProblem &left, const FolderProblem &right)
+    {
+        return left.path == right.path
+                   ? left.kind <=> right.kind
+                   : (left.path < right.path ? std::strong_ordering::less : std::strong_ordering::greater);
+    }
+};
+
+} // namespace velmora

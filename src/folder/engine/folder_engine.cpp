@@ -1,0 +1,304 @@
+#include "folder/engine/folder_engine.h"
+
+#include "core/content_compare.h"
+#include "core/crew.h"
+#include "folder/engine/folder_engine_internal.h"
+#include "folder/engine/folder_walk.h"
+#include "folder/engine/item_list.h"
+#include "folder/engine/name_pairing.h"
+#include "folder/engine/pair_decisions.h"
+
+#include <QDir>
+#include <QStringBuilder>
+
+namespace velmora {
+
+namespace {
+
+/// Which sides of an entry are looked into.
+struct Descent {
+    bool left = false;
+    bool right = false;
+};
+
+/// Gives `item` its status and folder flag, and may change its sizes, which are those of the entries before.
+using EntryRule = std::function<Descent(const PairedEntry &pair, FolderDiffItem &item)>;
+
+bool isFolder(const FolderEntry *entry)
+{
+    return entry && entry->kind == EntryKind::Folder;
+}
+
+FolderDiffStatus oneSidedStatus(const PairedEntry &pair)
+{
+    return pair.left ? FolderDiffStatus::LeftOnly : FolderDiffStatus::RightOnly;
+}
+
+/// The status of two files, or what stands for it until their contents have been read.
+qint32 statusOfFiles(const PairedEntry &pair, CompareMethod method, qint32 toleranceSec)
+{
+    const FolderEntry &left = *pair.left;
+    const FolderEntry &right = *pair.right;
+    const std::optional<FolderDiffStatus> status =
+        statusByAttributes(method, left.size, right.size, left.modifiedMs, right.modifiedMs, toleranceSec);
+    if (status)
+        return qint32(*status);
+    const bool regular = left.kind == EntryKind::File && right.kind == EntryKind::File;
+    return regular ? UndecidedFiles : UndecidedSpecial;
+}
+
+EntryRule treeRule(CompareMethod method, qint32 toleranceSec)
+{
+    return [method, toleranceSec](const PairedEntry &pair, FolderDiffItem &item) {
+        const Descent folders{isFolder(pair.left), isFolder(pair.right)};
+        item.isDir = folders.left || folders.right;
+        if (pair.left && pair.right && folders.left != folders.right) {
+            item.setDiffStatus(FolderDiffStatus::Different);
+            return Descent{};
+        }
+        if (item.isDir) {
+            item.leftSize = 0;
+            item.rightSize = 0;
+        }
+        if (!pair.left || !pair.right)
+            item.setDiffStatus(oneSidedStatus(pair));
+        else
+            item.status = item.isDir ? qint32(UndecidedFolder) : statusOfFiles(pair, method, toleranceSec);
+        return folders;
+    };
+}
+
+EntryRule levelRule(CompareMethod method, qint32 toleranceSec)
+{
+    return [method, toleranceSec](const PairedEntry &pair, FolderDiffItem &item) {
+        item.isDir = isFolder(pair.left ? pair.left : pair.right);
+        if (!pair.left || !pair.right)
+            item.setDiffStatus(oneSidedStatus(pair));
+        else if (isFolder(pair.left) != isFolder(pair.right))
+            item.setDiffStatus(FolderDiffStatus::Different);
+        else if (item.isDir)
+            item.setDiffStatus(FolderDiffStatus::Same);
+        else
+            item.status = statusOfFiles(pair, method, toleranceSec);
+        return Descent{};
+    };
+}
+
+EntryRule structureRule(bool recursive)
+{
+    return [recursive](const PairedEntry &pair, FolderDiffItem &item) {
+        const Descent folders{isFolder(pair.left), isFolder(pair.right)};
+        item.isDir = folders.left || folders.right;
+        item.setDiffStatus(pair.left && pair.right ? FolderDiffStatus::Same : oneSidedStatus(pair));
+        return recursive ? folders : Descent{};
+    };
+}
+
+void fillSide(const WalkSide &folder, const FolderEntry *entry, QString &path, qint64 &size, QDateTime &time)
+{
+    if (!entry)
+        return;
+    path = FolderWalk::joined(folder.path, entry->name);
+    size = entry->size;
+    time = QDateTime::fromMSecsSinceEpoch(entry->modifiedMs, Qt::UTC);
+}
+
+/// Turns the entries of each folder pair into items.
+FolderWalk::Visitor itemVisitor(const NamePairing &pairing, const EntryRule &rule, const CancelFlag &cancel)
+{
+    return [&pairing, &rule, &cancel](WalkNode &node, FolderWalk::Entries &left, FolderWalk::Entries &right) {
+        std::vector<WalkDescent> descents;
+        const std::vector<PairedEntry> pairs = pairing.pair(left, right, cancel);
+        node.items.reserve(pairs.size());
+        for (const PairedEntry &pair : pairs) {
+            if (cancel.isCancelled())
+                return descents;
+            FolderDiffItem item;
+            item.name = node.name.isEmpty() ? pair.name : QString(node.name % u'/' % pair.name);
+            fillSide(node.left, pair.left, item.leftPath, item.leftSize, item.leftTime);
+            fillSide(node.right, pair.right, item.rightPath, item.rightSize, item.rightTime);
+            const Descent descent = rule(pair, item);
+            if (descent.left || descent.right)
+                descents.push_back({item.name, descent.left ? pair.left : nullptr, descent.right ? pair.right : nullptr,
+                                    node.items.size()});
+            node.items.push_back(std::move(item));
+        }
+        node.complete = !cancel.isCancelled();
+        return descents;
+    };
+}
+
+/// The form in which a folder goes into a run; empty for "none".
+QString rootPath(const QString &path)
+{
+    return path.isEmpty() ? QString() : QDir::cleanPath(QDir(path).absolutePath());
+}
+
+ItemList listItems(const FolderRunResources &resources, const QString &left, const QString &right,
+                   const QString &prefix, const EntryRule &rule, const QList<ManualAlignRule> &alignRules,
+                   const CancelFlag &cancel, const FolderRunReport &report)
+{
+    const NamePairing pairing(alignRules);
+    FolderWalk walk(resources.files, cancel, itemVisitor(pairing, rule, cancel), resources.threads);
+    return takeItems(*walk.run(rootPath(left), rootPath(right), prefix, report), cancel);
+}
+
+struct FileAttributes {
+    qint64 size = 0;
+    qint64 modifiedMs = 0;
+};
+
+/// What `info` says of a file, or, of one whose name or path is beyond it, what the system says.
+FileAttributes attributesOf(const QFileInfo &info)
+{
+    if (!info.exists()) {
+        const std::optional<FolderEntry> entry = FileAccess::native().describe(info.absoluteFilePath());
+        return entry ? FileAttributes{entry->size, entry->modifiedMs} : FileAttributes{};
+    }
+    const QDateTime time = info.lastModified();
+    return {info.size(), time.isValid() ? time.toMSecsSinceEpoch() : 0};
+}
+
+std::optional<FolderDiffStatus> statusByInfo(const QFileInfo &left, const QFileInfo &right, CompareMethod method,
+                                             qint32 toleranceSec)
+{
+    if (method == CompareMethod::Crc)
+        return std::nullopt;
+    const FileAttributes l = attributesOf(left);
+    const FileAttributes r = attributesOf(right);
+    return statusByAttributes(method, l.size, r.size, l.modifiedMs, r.modifiedMs, toleranceSec);
+}
+
+bool sameContentOf(const QFileInfo &left, const QFileInfo &right, CompareMethod method, const CancelFlag &cancel)
+{
+    ContentComparer comparer(FileAccess::native(), cancel);
+    return sameContent(comparer, method, left.absoluteFilePath(), right.absoluteFilePath(), OpenHint::Unknown);
+}
+
+} // namespace
+
+FolderRunResources FolderRunResources::standard()
+{
+    return {FileAccess::native(), crewSize()};
+}
+
+QList<FolderDiffItem> compareFolderTree(const FolderRunResources &resources, const QString &leftRoot,
+                                        const QString &rightRoot, const QString &relativePrefix, CompareMethod method,
+                                        const CancelFlag &cancel, qint32 toleranceSec,
+                                        const QList<ManualAlignRule> &alignRules, const FolderRunReport &report)
+{
+    ItemList list = listItems(resources, leftRoot, rightRoot, relativePrefix, treeRule(method, toleranceSec),
+                              alignRules, cancel, report);
+    decidePairs(list.items, method, resources.files, cancel, resources.threads, report);
+    cutAtUndecided(list);
+    rollUpStatuses(list);
+    addChildTotals(list);
+    return list.items;
+}
+
+QList<FolderDiffItem> compareFolderLevel(const FolderRunResources &resources, const QString &leftFolder,
+                                         const QString &rightFolder, CompareMethod method, const CancelFlag &cancel,
+                                         qint32 toleranceSec, const QList<ManualAlignRule> &alignRules,
+                                         const FolderRunReport &report)
+{
+    ItemList list =
+        listItems(resources, leftFolder, rightFolder, {}, levelRule(method, toleranceSec), alignRules, cancel, report);
+    decidePairs(list.items, method, resources.files, cancel, resources.threads, report);
+    cutAtUndecided(list);
+    return list.items;
+}
+
+QList<FolderDiffItem> listFolderStructure(const FolderRunResources &resources, const QString &leftFolder,
+                                          const QString &rightFolder, bool recursive, const CancelFlag &cancel,
+                                          const QList<ManualAlignRule> &alignRules, const FolderRunReport &report)
+{
+    return listItems(resources, leftFolder, rightFolder, {}, structureRule(recursive), alignRules, cancel, report)
+        .items;
+}
+
+FolderTotals countFolderContents(const FolderRunResources &resources, const QString &folder, const CancelFlag &cancel,
+                                 const FolderRunReport &report)
+{
+    std::atomic<quint32> files{0};
+    std::atomic<quint32> folders{0};
+    std::atomic<quint64> bytes{0};
+    const auto visitor = [&](WalkNode &, FolderWalk::Entries &entries, FolderWalk::Entries &) {
+        std::vector<WalkDescent> descents;
+        for (const FolderEntry &entry : entries) {
+            if (entry.kind == EntryKind::Folder) {
+                ++folders;
+                descents.push_back({{}, &entry, nullptr, 0});
+            } else {
+                ++files;
+                bytes += quint64(entry.size);
+            }
+        }
+        return descents;
+    };
+    FolderWalk(resources.files, cancel, visitor, resources.threads).run(rootPath(folder), {}, {}, report);
+    return {files, folders, bytes};
+}
+
+QList<FolderDiffItem> compareFolderTree(const QString &leftRoot, const QString &rightRoot,
+                                        const QString &relativePrefix, CompareMethod method, const CancelFlag &cancel,
+                                        qint32 toleranceSec, const QList<ManualAlignRule> &alignRules,
+                                        const FolderRunReport &report)
+{
+    return compareFolderTree(FolderRunResources::standard(), leftRoot, rightRoot, relativePrefix, method, cancel,
+                             toleranceSec, alignRules, report);
+}
+
+QList<FolderDiffItem> compareFolderLevel(const QString &leftFolder, const QString &rightFolder, CompareMethod method,
+                                         const CancelFlag &cancel, qint32 toleranceSec,
+                                         const QList<ManualAlignRule> &alignRules, const FolderRunReport &report)
+{
+    return compareFolderLevel(FolderRunResources::standard(), leftFolder, rightFolder, method, cancel, toleranceSec,
+                              alignRules, report);
+}
+
+QList<FolderDiffItem> listFolderStructure(const QString &leftFolder, const QString &rightFolder, bool recursive,
+                                          const CancelFlag &cancel, const QList<ManualAlignRule> &alignRules,
+                                          const FolderRunReport &report)
+{
+    return listFolderStructure(FolderRunResources::standard(), leftFolder, rightFolder, recursive, cancel, alignRules,
+                               report);
+}
+
+FolderTotals countFolderContents(const QString &folder, const CancelFlag &cancel, const FolderRunReport &report)
+{
+    return countFolderContents(FolderRunResources::standard(), folder, cancel, report);
+}
+
+bool compareFilePair(const QFileInfo &left, const QFileInfo &right, CompareMethod method, const CancelFlag &cancel,
+                     qint32 toleranceSec)
+{
+    const std::optional<FolderDiffStatus> status = statusByInfo(left, right, method, toleranceSec);
+    // Under the rules the contents decide even when the sizes differ: they may be those of an earlier moment.
+    const bool decided = status == FolderDiffStatus::Same || (status && method == CompareMethod::Binary);
+    return decided ? status == FolderDiffStatus::Same : sameContentOf(left, right, method, cancel);
+}
+
+FolderDiffStatus fileStatus(const QFileInfo &left, const QFileInfo &right, CompareMethod method,
+                            const CancelFlag &cancel, qint32 toleranceSec)
+{
+    if (const std::optional<FolderDiffStatus> status = statusByInfo(left, right, method, toleranceSec))
+        return *status;
+    return sameContentOf(left, right, method, cancel) ? FolderDiffStatus::Same : FolderDiffStatus::Different;
+}
+
+bool timestampsMatch(const QFileInfo &left, const QFileInfo &right, qint32 toleranceSec)
+{
+    return timesMatch(attributesOf(left).modifiedMs, attributesOf(right).modifiedMs, toleranceSec);
+}
+
+bool sameContentByDigest(const QString &left, const QString &right, const CancelFlag &cancel)
+{
+    return ContentComparer(FileAccess::native(), cancel).sameByDigest(left, right);
+}
+
+bool sameContentByBlocks(const QString &left, const QString &right, const CancelFlag &cancel)
+{
+    return ContentComparer(FileAccess::native(), cancel).sameByBlocks(left, right);
+}
+
+} // namespace velmora

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "core/cancel_flag.h"
+#include "core/crc32.h"
+#include "core/progress.h"
+#include "folder/engine/folder_diff_item.h"
+#include "settings/options/folder_session_options.h"
+
+#include <QFileInfo>
+
+namespace velmora {
+
+/// The folder comparison: plain, reentrant operations over the file system. They read and never write.
+///
+/// Entries are paired by names that are equal with case, unless a `ManualAlignRule` joins them, and come in the order
+/// of the UTF-16 code units of their names. Hidden entries, broken links, and pipes, sockets and devices are left out.
+/// A folder that does not exist contributes nothing, one that cannot be read as much as it lets see. A link to a folder
+/// that contains it is an entry without contents. Only regular files are ever opened.
+///
+/// No operation throws anything but what lack of memory throws. Setting `cancel` ends each within 100 ms with what it
+/// has by then: the entries before the first that is undecided, in their order, folders rolled up over what is there of
+/// them.
+///
+/// Helper threads are used where there are processors for them; the result does not depend on it.
+
+/// The phases that the operations report. Units of `Reading` are entries, their total is not known; units of
+/// `Comparing` are bytes of file pairs, and one for each pair.
+enum class FolderPhase : int {
+    Reading = 0,
+    Comparing = 1,
+};
+
+/// Where an operation tells what its result does not say. Either may be null.
+struct FolderRunReport {
+    Progress *progress = nullptr;
+    QList<FolderProblem> *problems = nullptr; ///< those of this run are appended, ordered by path
+};
+
+/// Compares two trees. `relativePrefix` is put before all names, with a "/" between; empty for the roots of a
+/// comparison. The result is in pre-order. A folder on both sides has the status that its contents have together; every
+/// folder's sizes and times are the totals and the latest of what is in it. Costs about 0.5 KiB an entry.
+[[nodiscard]] QList<FolderDiffItem> compareFolderTree(const QString &leftRoot, const QString &rightRoot,
+                                                      const QString &relativePrefix, CompareMethod method,
+                                                      const CancelFlag &cancel = {}, qint32 toleranceSec = 0,
+                                                      const QList<ManualAlignRule> &alignRules = {},
+                                                      const FolderRunReport &report = {});
+
+/// Compares one level of two folders. A folder on both sides is `Same`, whatever is in it; sizes of folders are what
+/// the file system says.
+[[nodiscard]] QList<FolderDiffItem> compareFolderLevel(const QString &leftFolder, const QString &rightFolder,
+                                                       CompareMethod method, const CancelFlag &cancel = {},
+                                                       qint32 toleranceSec = 0,
+                                                       const QList<ManualAlignRule> &alignRules = {},
+                                                       const FolderRunReport &report = {});
+
+/// Lists which names exist on which side. No contents are compared: what exists on both sides is `Same`.
+[[nodiscard]] QList<FolderDiffItem> listFolderStructure(const QString &leftFolder, const QString &rightFolder,
+                                                        bool recursive, const CancelFlag &cancel = {},
+                                                        const QList<ManualAlignRule> &alignRules = {},
+                                                        const FolderRunReport &report = {});
+
+/// Counts what lies under `folder`.
+[[nodiscard]] FolderTotals countFolderContents(const QString &folder, const CancelFlag &cancel = {},
+                                               const FolderRunReport &report = {});
+
+/// True when two present files are equal under `method`.
+[[nodiscard]] bool compareFilePair(const QFileInfo &left, const QFileInfo &right, CompareMethod method,
+                                   const CancelFlag &cancel = {}, qint32 toleranceSec = 0);
+
+/// `Same` or `Different`, as `compareFilePair`, save that under `Rules` files of different size are never read.
+[[nodiscard]] FolderDiffStatus fileStatus(const QFileInfo &left, const QFileInfo &right, CompareMethod method,
+                                          const CancelFlag &cancel = {}, qint32 toleranceSec = 0);
+
+/// True when the modification times are at most `toleranceSec` whole seconds apart, or exactly equal when it is not
+/// above 0.
+[[nodiscard]] bool timestampsMatch(const QFileInfo &left, const QFileInfo &right, qint32 toleranceSec);
+
+/// True when both files can be read and have the same bytes. See `ContentComparer::sameByDigest`.
+[[nodiscard]] bool sameContentByDigest(const QString &left, const QString &right, const CancelFlag &cancel = {});
+
+/// True when both files can be read and agree block by block up to a common zero byte. See
+/// `ContentComparer::sameByBlocks`: bytes after such a zero within a block of 1 MiB are deliberately not compared.
+[[nodiscard]] bool sameContentByBlocks(const QString &left, const QString &right, const CancelFlag &cancel = {});
+
+} // namespace velmora

@@ -1,0 +1,221 @@
+#include "folder/engine/folder_walk.h"
+
+#include "core/crew.h"
+#include "core/progress.h"
+#include "folder/engine/folder_engine.h"
+
+#include <QStringBuilder>
+
+#include <chrono>
+#include <condition_variable>
+
+namespace velmora {
+
+namespace {
+
+/// Folders that are read before other threads are called in: what is quickly done alone is.
+constexpr int foldersReadAlone = 16;
+
+} // namespace
+
+/// The folders still to be read. The latest found comes first, so that reading goes about in the order of the result.
+class FolderWalk::Stack {
+public:
+    void push(const std::vector<WalkNode *> &nodes)
+    {
+        if (nodes.empty())
+            return;
+        const std::lock_guard lock(m_mutex);
+        m_waiting.insert(m_waiting.end(), nodes.rbegin(), nodes.rend());
+        m_changed.notify_all();
+    }
+
+    /// The next folder; null when there will be none. While others may still find some, waits, calling `tick` at times.
+    WalkNode *next(const std::function<void()> &tick)
+    {
+        std::unique_lock lock(m_mutex);
+        while (!m_closed) {
+            if (!m_waiting.empty()) {
+                WalkNode *const node = m_waiting.back();
+                m_waiting.pop_back();
+                ++m_inWork;
+                return node;
+            }
+            if (m_inWork == 0)
+                return nullptr;
+            if (m_changed.wait_for(lock, std::chrono::milliseconds(100)) == std::cv_status::timeout) {
+                lock.unlock();
+                tick();
+                lock.lock();
+            }
+        }
+        return nullptr;
+    }
+
+    void finishOne()
+    {
+        const std::lock_guard lock(m_mutex);
+        if (--m_inWork == 0 && m_waiting.empty())
+            m_changed.notify_all();
+    }
+
+    void close()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_closed = true;
+        m_changed.notify_all();
+    }
+
+    [[nodiscard]] bool isEmpty()
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_waiting.empty();
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::vector<WalkNode *> m_waiting;
+    int m_inWork = 0;
+    bool m_closed = false;
+};
+
+FolderWalk::FolderWalk(const FileAccess &files, CancelFlag cancel, Visitor visitor, int threads)
+    : m_files(files), m_cancel(std::move(cancel)), m_visitor(std::move(visitor)), m_threads(threads)
+{}
+
+QString FolderWalk::joined(const QString &folder, const QString &name)
+{
+    return folder.endsWith(u'/') ? QString(folder % name) : QString(folder % u'/' % name);
+}
+
+WalkNode *FolderWalk::run(const QString &leftRoot, const QString &rightRoot, const QString &name,
+                          const FolderRunReport &report)
+{
+    const auto rootSide = [this](const QString &path) {
+        return WalkSide{path, path.isEmpty() ? std::nullopt : m_files.identity(path)};
+    };
+    WalkNode *const root = &m_nodes.emplace_back();
+    root->name = name;
+    root->left = rootSide(leftRoot);
+    root->right = rootSide(rightRoot);
+
+    const auto tell = [&](const QString &path) {
+        if (report.progress)
+            report.progress->report(int(FolderPhase::Reading), m_entries, 0, path);
+    };
+    Stack stack;
+    stack.push({root});
+    const auto work = [&](int worker, int limit) {
+        try {
+            QString latest;
+            for (int count = 0; count < limit; ++count) {
+                WalkNode *const node = stack.next([&] {
+                    if (worker == 0)
+                        tell(latest);
+                });
+                if (!node)
+                    return;
+                if (worker == 0)
+                    tell(latest = node->left.isThere() ? node->left.path : node->right.path);
+                process(*node, stack);
+                stack.finishOne();
+            }
+        } catch (...) {
+            stack.close();
+            throw;
+        }
+    };
+    constexpr int noLimit = std::numeric_limits<int>::max();
+    work(0, m_threads > 1 ? foldersReadAlone : noLimit);
+    if (!stack.isEmpty())
+        runCrew(
+            m_threads, [&work](int worker) { work(worker, noLimit); }, [&tell] { tell({}); });
+
+    if (report.problems) {
+        std::sort(m_problems.begin(), m_problems.end());
+        report.problems->append(m_problems);
+    }
+    return root;
+}
+
+void FolderWalk::process(WalkNode &node, Stack &stack)
+{
+    if (m_cancel.isCancelled())
+        return;
+    Entries left = read(node.left);
+    Entries right = read(node.right);
+    if (m_cancel.isCancelled())
+        return;
+    m_entries += qint64(left.size() + right.size());
+
+    const std::vector<WalkDescent> descents = m_visitor(node, left, right);
+    std::vector<WalkNode *> found;
+    found.reserve(descents.size());
+    node.children.reserve(descents.size());
+    for (const WalkDescent &descent : descents) {
+        WalkNode next;
+        next.parent = &node;
+        next.name = descent.name;
+        next.left = descend(node, &WalkNode::left, descent.left);
+        next.right = descend(node, &WalkNode::right, descent.right);
+        if (!next.left.isThere() && !next.right.isThere())
+            continue;
+        const std::lock_guard lock(m_mutex);
+        WalkNode *const kept = &m_nodes.emplace_back(std::move(next));
+        node.children.push_back({descent.item, kept});
+        found.push_back(kept);
+    }
+    stack.push(found);
+}
+
+FolderWalk::Entries FolderWalk::read(const WalkSide &side)
+{
+    Entries entries;
+    if (!side.isThere())
+        return entries;
+    const FolderRead result = m_files.readFolder(side.path, [&](FolderEntry &&entry) {
+        entries.push_back(std::move(entry));
+        return !m_cancel.isCancelled();
+    });
+    if (result == FolderRead::Unreadable)
+        note(FolderProblem::Kind::UnreadableFolder, side.path);
+    return entries;
+}
+
+WalkSide FolderWalk::descend(const WalkNode &node, WalkSide WalkNode::*side, const FolderEntry *entry)
+{
+    if (!entry)
+        return {};
+    WalkSide next{joined((node.*side).path, entry->name), entry->identity};
+    if (!closesCycle(node, side, next, entry->isLink))
+        return next;
+    note(FolderProblem::Kind::LinkCycle, next.path);
+    return {};
+}
+
+bool FolderWalk::closesCycle(const WalkNode &node, WalkSide WalkNode::*side, const WalkSide &next, bool isLink) const
+{
+    // Where the listing gives no identities, only a link is worth asking for them.
+    if (!next.identity && !isLink)
+        return false;
+    const auto identityOf = [this](const WalkSide &place) {
+        return place.identity ? place.identity : m_files.identity(place.path);
+    };
+    const std::optional<FileIdentity> identity = identityOf(next);
+    if (!identity)
+        return false;
+    for (const WalkNode *ancestor = &node; ancestor && (ancestor->*side).isThere(); ancestor = ancestor->parent) {
+        if (identityOf(ancestor->*side) == identity)
+            return true;
+    }
+    return false;
+}
+
+void FolderWalk::note(FolderProblem::Kind kind, const QString &path)
+{
+    const std::lock_guard lock(m_mutex);
+    m_problems.append({kind, path});
+}
+
+} // namespace velmora
