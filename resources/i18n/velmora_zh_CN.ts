@@ -535,5 +535,451 @@
         <source>Drag folders or files onto a session icon, or click a session icon to begin:</source>
         <translation>将文件夹或文件拖到会话图标上，或单击会话图标开始：</translation>
     </message>
+    <message>
+        <source>&lt;h2&gt;Velmora&lt;/h2&gt;&lt;p&gt;File and folder comparison for Windows.&lt;/p&gt;&lt;ul&gt;&lt;li&gt;Text compare with syntax highlighting&lt;/li&gt;&lt;li&gt;Folder structure and content compare&lt;/li&gt;&lt;li&gt;Binary hex compare&lt;/li&gt;&lt;li&gt;Table (CSV/TSV) compare&lt;/li&gt;&lt;li&gt;Image compare&lt;/li&gt;&lt;li&gt;Folder sync and three-way merge&lt;/li&gt;&lt;li&gt;Git, archives, SFTP/SSH&lt;/li&gt;&lt;li&gt;Registry, version info, checksums&lt;/li&gt;&lt;li&gt;Duplicates, snapshots, disk usage&lt;/li&gt;&lt;li&gt;Environment, services, startup items&lt;/li&gt;&lt;/ul&gt;</source>
+        <translation>&lt;h2&gt;Velmora&lt;/h2&gt;&lt;p&gt;适用于 Windows 的文件与文件夹比较工具。&lt;/p&gt;&lt;ul&gt;&lt;li&gt;带语法高亮的文本比较&lt;/li&gt;&lt;li&gt;文件夹结构与内容比较&lt;/li&gt;&lt;li&gt;二进制十六进制比较&lt;/li&gt;&lt;li&gt;表格 (CSV/TSV) 比较&lt;/li&gt;&lt;li&gt;图像比较&lt;/li&gt;&lt;li&gt;文件夹同步与三方合并&lt;/li&gt;&lt;li&gt;Git、压缩包、SFTP/SSH&lt;/li&gt;&lt;li&gt;注册表、版本信息、校验和&lt;/li&gt;&lt;li&gt;重复文件、快照、磁盘占用&lt;/li&gt;&lt;li&gt;环境变量、服务、启动项&lt;/li&gt;&lt;/ul&gt;</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>版本</translation>
+    </message>
+    <message>
+        <source>build %1</source>
+        <translation>构建于 %1</translation>
+    </message>
+    <message>
+        <source>About Velmora</source>
+        <translation>关于 Velmora</translation>
+    </message>
+    <message>
+        <source>Enable editing</source>
+        <translation>启用编辑</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>撤销</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>重做</translation>
+    </message>
+    <message>
+        <source>Undo left</source>
+        <translation>撤销左侧</translation>
+    </message>
+    <message>
+        <source>Redo left</source>
+        <translation>重做左侧</translation>
+    </message>
+    <message>
+        <source>Undo right</source>
+        <translation>撤销右侧</translation>
+    </message>
+    <message>
+        <source>Redo right</source>
+        <translation>重做右侧</translation>
+    </message>
+    <message>
+        <source>Session(&amp;S)</source>
+        <translation>会话(&amp;S)</translation>
+    </message>
+    <message>
+        <source>New session(&amp;N)</source>
+        <translation>新建会话(&amp;N)</translation>
+    </message>
+    <message>
+        <source>New tab(&amp;I)</source>
+        <translation>新建标签页(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Close tab</source>
+        <translation>关闭标签页</translation>
+    </message>
+    <message>
+        <source>E&amp;xit</source>
+        <translation>退出(&amp;X)</translation>
+    </message>
+    <message>
+        <source>&amp;Tools</source>
+        <translation>工具(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>帮助(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;About</source>
+        <translation>关于(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>编辑(&amp;E)</translation>
+    </message>
+    <message>
+        <source>Sessions</source>
+        <translation>会话</translation>
+    </message>
+    <message>
+        <source>New</source>
+        <translation>新建</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has unsaved changes. Close it anyway?</source>
+        <translation>“%1”有未保存的更改。仍要关闭吗？</translation>
+    </message>
+    <message>
+        <source>Ready</source>
+        <translation>就绪</translation>
+    </message>
+    <message>
+        <source>Home</source>
+        <translation>主页</translation>
+    </message>
+    <message>
+        <source>%1 paths dropped; this session takes %2</source>
+        <translation>拖放了 %1 个路径；此会话只接受 %2 个</translation>
+    </message>
+    <message>
+        <source>Left folder selected: %1 — right-click another item and choose Velmora: set as right side</source>
+        <translation>已选择左侧文件夹：%1 — 请右键单击另一个项目，然后选择“用 Velmora 选为比较右侧”</translation>
+    </message>
+    <message>
+        <source>Left file selected: %1 — right-click another item and choose Velmora: set as right side</source>
+        <translation>已选择左侧文件：%1 — 请右键单击另一个项目，然后选择“用 Velmora 选为比较右侧”</translation>
+    </message>
+    <message>
+        <source>Compare opened</source>
+        <translation>已打开比较</translation>
+    </message>
+    <message>
+        <source>Exit</source>
+        <translation>退出</translation>
+    </message>
+    <message>
+        <source>Tabs with unsaved changes: %1. Exit anyway?</source>
+        <translation>有未保存更改的标签页：%1 个。仍要退出吗？</translation>
+    </message>
+    <message>
+        <source>Date and size (rules)</source>
+        <translation>日期和大小（规则）</translation>
+    </message>
+    <message>
+        <source>CRC content compare</source>
+        <translation>CRC 内容比较</translation>
+    </message>
+    <message>
+        <source>Binary content compare</source>
+        <translation>二进制内容比较</translation>
+    </message>
+    <message>
+        <source>Files on disk were modified externally:
+</source>
+        <translation>磁盘上的文件已被外部修改：
+</translation>
+    </message>
+    <message>
+        <source>  · Left: %1
+</source>
+        <translation>  · 左侧：%1
+</translation>
+    </message>
+    <message>
+        <source>  · Right: %1
+</source>
+        <translation>  · 右侧：%1
+</translation>
+    </message>
+    <message>
+        <source>
+Reload from disk before comparing?</source>
+        <translation>
+比较之前要从磁盘重新加载吗？</translation>
+    </message>
+    <message>
+        <source>
+The editor has unsaved changes; re-comparing without reloading may discard disk changes.</source>
+        <translation>
+编辑器中有未保存的更改；不重新加载就再次比较，可能会丢失磁盘上的更改。</translation>
+    </message>
+    <message>
+        <source>External file changed</source>
+        <translation>文件被外部修改</translation>
+    </message>
+    <message>
+        <source>&amp;Reload</source>
+        <translation>重新加载(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Compare &amp;without reloading</source>
+        <translation>不重新加载直接比较(&amp;W)</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>binary</source>
+        <translation>二进制</translation>
+    </message>
+    <message>
+        <source>%1 undecodable, first in line %2</source>
+        <translation>%1 处无法解码，首处在第 %2 行</translation>
+    </message>
+    <message>
+        <source>Missing</source>
+        <translation>缺失</translation>
+    </message>
+    <message>
+        <source>Left: %1 [%2] | Right: %3 [%4]</source>
+        <translation>左侧：%1 [%2] | 右侧：%3 [%4]</translation>
+    </message>
+    <message>
+        <source>No differences under the rules of this comparison</source>
+        <translation>按本次比较的规则没有差异</translation>
+    </message>
+    <message>
+        <source>The texts are identical; only their encodings differ</source>
+        <translation>文本相同，仅编码不同</translation>
+    </message>
+    <message>
+        <source>The texts are identical</source>
+        <translation>文本相同</translation>
+    </message>
+    <message>
+        <source>Left file path (drop a file here)...</source>
+        <translation>左侧文件路径（可将文件拖放到此处）...</translation>
+    </message>
+    <message>
+        <source>Right file path (drop a file here)...</source>
+        <translation>右侧文件路径（可将文件拖放到此处）...</translation>
+    </message>
+    <message>
+        <source>Select left file</source>
+        <translation>选择左侧文件</translation>
+    </message>
+    <message>
+        <source>Select right file</source>
+        <translation>选择右侧文件</translation>
+    </message>
+    <message>
+        <source>Encoding of the left file</source>
+        <translation>左侧文件的编码</translation>
+    </message>
+    <message>
+        <source>Encoding of the right file</source>
+        <translation>右侧文件的编码</translation>
+    </message>
+    <message>
+        <source>Auto detect</source>
+        <translation>自动检测</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>Compare</source>
+        <translation>比较</translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation>重新加载</translation>
+    </message>
+    <message>
+        <source>Reload both sides from disk</source>
+        <translation>从磁盘重新加载两侧</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <translation>上一处</translation>
+    </message>
+    <message>
+        <source>Previous difference</source>
+        <translation>上一处差异</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>下一处</translation>
+    </message>
+    <message>
+        <source>Next difference</source>
+        <translation>下一处差异</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>全部</translation>
+    </message>
+    <message>
+        <source>Show all lines</source>
+        <translation>显示所有行</translation>
+    </message>
+    <message>
+        <source>Differences</source>
+        <translation>差异</translation>
+    </message>
+    <message>
+        <source>Show lines that differ</source>
+        <translation>显示有差异的行</translation>
+    </message>
+    <message>
+        <source>Identical</source>
+        <translation>相同</translation>
+    </message>
+    <message>
+        <source>Show lines that are identical</source>
+        <translation>显示相同的行</translation>
+    </message>
+    <message>
+        <source>Swap</source>
+        <translation>交换</translation>
+    </message>
+    <message>
+        <source>Swap left and right</source>
+        <translation>交换左右两侧</translation>
+    </message>
+    <message>
+        <source>Report</source>
+        <translation>报告</translation>
+    </message>
+    <message>
+        <source>Export an HTML report of the differences</source>
+        <translation>将差异导出为 HTML 报告</translation>
+    </message>
+    <message>
+        <source>Switch to the other side</source>
+        <translation>切换到另一侧</translation>
+    </message>
+    <message>
+        <source>Larger text</source>
+        <translation>放大文字</translation>
+    </message>
+    <message>
+        <source>Smaller text</source>
+        <translation>缩小文字</translation>
+    </message>
+    <message>
+        <source>Usual text size</source>
+        <translation>默认文字大小</translation>
+    </message>
+    <message>
+        <source>Cancel the comparison</source>
+        <translation>取消比较</translation>
+    </message>
+    <message>
+        <source>Diff %1/%2</source>
+        <translation>差异 %1/%2</translation>
+    </message>
+    <message>
+        <source>Folders are not supported here — use the Folder compare tab.</source>
+        <translation>此处不支持文件夹 — 请使用“文件夹比较”标签页。</translation>
+    </message>
+    <message>
+        <source>Cancelling...</source>
+        <translation>正在取消...</translation>
+    </message>
+    <message>
+        <source>Select at least one file to compare</source>
+        <translation>请至少选择一个要比较的文件</translation>
+    </message>
+    <message>
+        <source>Neither file exists</source>
+        <translation>两个文件都不存在</translation>
+    </message>
+    <message>
+        <source>File too large (limit %1 MB). Use folder compare or split the file first.</source>
+        <translation>文件过大（上限 %1 MB）。请使用文件夹比较，或先拆分文件。</translation>
+    </message>
+    <message>
+        <source>Comparing...</source>
+        <translation>正在比较...</translation>
+    </message>
+    <message>
+        <source>Not enough memory to compare these files</source>
+        <translation>内存不足，无法比较这些文件</translation>
+    </message>
+    <message>
+        <source>Cannot open left file: %1</source>
+        <translation>无法打开左侧文件：%1</translation>
+    </message>
+    <message>
+        <source>Cannot open right file: %1</source>
+        <translation>无法打开右侧文件：%1</translation>
+    </message>
+    <message>
+        <source>Compare cancelled</source>
+        <translation>比较已取消</translation>
+    </message>
+    <message>
+        <source>Compare done: %1 diffs (added %2, removed %3, modified %4) | Left: %5 lines, Right: %6 lines</source>
+        <translation>比较完成：%1 处差异（新增 %2，删除 %3，修改 %4） | 左侧：%5 行，右侧：%6 行</translation>
+    </message>
+    <message>
+        <source>Reading lines: %1 of %2</source>
+        <translation>正在读取行：%1 / %2</translation>
+    </message>
+    <message>
+        <source>Matching lines: %1 of %2</source>
+        <translation>正在匹配行：%1 / %2</translation>
+    </message>
+    <message>
+        <source>Drop a file here</source>
+        <translation>将文件拖放到此处</translation>
+    </message>
+    <message>
+        <source>or choose one above, then press Compare (F5)</source>
+        <translation>或在上方选择文件，然后按“比较”(F5)</translation>
+    </message>
+    <message>
+        <source>Not shown</source>
+        <translation>不显示</translation>
+    </message>
+    <message>
+        <source>The other side is no text.</source>
+        <translation>另一侧不是文本。</translation>
+    </message>
+    <message>
+        <source>No file on this side</source>
+        <translation>此侧没有文件</translation>
+    </message>
+    <message>
+        <source>The other side is compared with an empty text.</source>
+        <translation>另一侧将与空文本比较。</translation>
+    </message>
+    <message>
+        <source>Binary content</source>
+        <translation>二进制内容</translation>
+    </message>
+    <message>
+        <source>This file holds bytes that no text has. Hex compare shows them one by one.</source>
+        <translation>此文件含有文本中不会出现的字节。“十六进制比较”可逐字节显示。</translation>
+    </message>
+    <message>
+        <source>Open in Hex compare</source>
+        <translation>在“十六进制比较”中打开</translation>
+    </message>
+    <message>
+        <source>Show as text</source>
+        <translation>显示为文本</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>复制</translation>
+    </message>
+    <message>
+        <source>Select all</source>
+        <translation>全选</translation>
+    </message>
+    <message>
+        <source>Compare the clipboard&apos;s text as this side</source>
+        <translation>将剪贴板中的文本作为此侧进行比较</translation>
+    </message>
+    <message>
+        <source>No comparison result to export</source>
+        <translation>没有可导出的比较结果</translation>
+    </message>
+    <message>
+        <source>Export diff report</source>
+        <translation>导出差异报告</translation>
+    </message>
 </context>
 </TS>
