@@ -13,7 +13,7 @@ namespace velmora {
     native.replace(u'/', u'\\');
     if (!native.startsWith(QLatin1String("\\\\?\\")) && !native.startsWith(QLatin1String("\\\\.\\"))) {
         if (native.startsWith(QLatin1String("\\\\")))
-            native = QLatin1String("\\\\?\\UNC\\") + QStringView(native).mid(2);
+            native = QLatin1String("\\\\?\\UNC\\") + native.mid(2);
         else
             native.prepend(QLatin1String("\\\\?\\"));
     }
