@@ -78,15 +78,20 @@ private:
 };
 
 ContentComparer::ContentComparer(const FileAccess &files, CancelFlag cancel, SlowDeviceGate *gate)
-    : m_files(files), m_cancel(std::move(cancel)), m_gate(gate), m_left(pieceSize), m_right(pieceSize)
+    : m_leftOpener(files.makeOpener()),
+      m_rightOpener(files.makeOpener()),
+      m_cancel(std::move(cancel)),
+      m_gate(gate),
+      m_left(pieceSize),
+      m_right(pieceSize)
 {}
 
 bool ContentComparer::sameByRule(const QString &left, const QString &right, OpenHint hint, const BlockRule &sameBlock)
 {
-    const std::unique_ptr<OpenFile> leftFile = m_files.open(left, hint);
+    const std::unique_ptr<OpenFile> leftFile = m_leftOpener->open(left, hint);
     if (!leftFile)
         return false;
-    const std::unique_ptr<OpenFile> rightFile = m_files.open(right, hint);
+    const std::unique_ptr<OpenFile> rightFile = m_rightOpener->open(right, hint);
     if (!rightFile || m_cancel.isCancelled())
         return false;
     if (leftFile->identity() == rightFile->identity())
@@ -131,22 +136,24 @@ bool ContentComparer::sameByBlocks(const QString &left, const QString &right, Op
 
 bool ContentComparer::sameByCrc32(const QString &left, const QString &right, OpenHint hint)
 {
-    return crc32(left, hint) == crc32(right, hint);
+    return crc32(*m_leftOpener, left, hint) == crc32(*m_rightOpener, right, hint);
 }
 
-QByteArray ContentComparer::crc32(const QString &path, OpenHint hint)
+QByteArray ContentComparer::crc32(const QString &path)
 {
-    const std::unique_ptr<OpenFile> file = m_files.open(path, hint);
-    return file ? crc32(*file) : QByteArray();
+    return crc32(*m_leftOpener, path, OpenHint::Unknown);
 }
 
-QByteArray ContentComparer::crc32(OpenFile &file)
+QByteArray ContentComparer::crc32(FileOpener &opener, const QString &path, OpenHint hint)
 {
+    const std::unique_ptr<OpenFile> file = opener.open(path, hint);
+    if (!file)
+        return {};
     Crc32 crc;
     for (qint64 offset = 0;; offset += pieceSize) {
         if (m_cancel.isCancelled())
             return {};
-        const FilePiece piece = file.readAt(offset, m_left.data(), pieceSize);
+        const FilePiece piece = file->readAt(offset, m_left.data(), pieceSize);
         crc.update(QByteArrayView(m_left.data(), piece.length));
         count(piece.length);
         if (piece.length < pieceSize)

@@ -39,21 +39,22 @@ public:
     [[nodiscard]] bool sameByCrc32(const QString &left, const QString &right, OpenHint hint = OpenHint::Unknown);
 
     /// See `fileCrc32`.
-    [[nodiscard]] QByteArray crc32(const QString &path, OpenHint hint = OpenHint::Unknown);
+    [[nodiscard]] QByteArray crc32(const QString &path);
 
 private:
     class Pace;
     using BlockRule = std::function<bool(qint64 offset, qint64 length)>;
 
     [[nodiscard]] bool sameByRule(const QString &left, const QString &right, OpenHint hint, const BlockRule &sameBlock);
-    [[nodiscard]] QByteArray crc32(OpenFile &file);
+    [[nodiscard]] QByteArray crc32(FileOpener &opener, const QString &path, OpenHint hint);
     void count(qint64 bytes) const
     {
         if (m_listener)
             m_listener(bytes);
     }
 
-    const FileAccess &m_files;
+    std::unique_ptr<FileOpener> m_leftOpener;
+    std::unique_ptr<FileOpener> m_rightOpener;
     CancelFlag m_cancel;
     SlowDeviceGate *m_gate;
     std::function<void(qint64)> m_listener;

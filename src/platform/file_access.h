@@ -67,10 +67,23 @@ public:
     [[nodiscard]] virtual FileIdentity identity() const = 0;
 };
 
-/// What a caller of `FileAccess::open` already knows about the path.
+/// What a caller of `FileOpener::open` already knows about the path.
 enum class OpenHint : quint8 {
     Unknown,
     ListedAsFile, ///< a listing showed it as a regular file a moment ago
+};
+
+/// Opens one file after the other. Used by one thread; holds on to the folder of the last files, so that files of one
+/// folder are best opened in a row.
+class FileOpener {
+public:
+    FileOpener() = default;
+    virtual ~FileOpener() = default;
+    FileOpener(const FileOpener &) = delete;
+    FileOpener &operator=(const FileOpener &) = delete;
+
+    /// Opens a regular file for reading; null when that fails or the path leads to anything else: that is never opened.
+    [[nodiscard]] virtual std::unique_ptr<OpenFile> open(const QString &path, OpenHint hint) = 0;
 };
 
 /// The file system as the folder tools see it. Stateless and usable from any thread at once.
@@ -92,12 +105,17 @@ public:
     /// unless a link leads to one. Costs one system call for each entry.
     [[nodiscard]] virtual FolderRead readFolder(const QString &path, const Sink &sink) const = 0;
 
-    /// Opens a regular file for reading; null when that fails or the path leads to anything else, which is never
-    /// opened.
-    [[nodiscard]] virtual std::unique_ptr<OpenFile> open(const QString &path, OpenHint hint) const = 0;
+    /// A new opener; this object must outlive it.
+    [[nodiscard]] virtual std::unique_ptr<FileOpener> makeOpener() const = 0;
 
-    /// Who the file or folder at `path` is, links followed; nothing when there is none.
-    [[nodiscard]] virtual std::optional<FileIdentity> identity(const QString &path) const = 0;
+    /// What stands at `path`, links followed, with its identity and without a name; nothing when there is nothing.
+    [[nodiscard]] virtual std::optional<FolderEntry> describe(const QString &path) const = 0;
+
+    [[nodiscard]] std::optional<FileIdentity> identity(const QString &path) const
+    {
+        const std::optional<FolderEntry> entry = describe(path);
+        return entry ? entry->identity : std::nullopt;
+    }
 
     [[nodiscard]] static const FileAccess &native();
 };

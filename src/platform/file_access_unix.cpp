@@ -16,6 +16,12 @@ namespace {
 
 constexpr char16_t escapedByteBase = 0xDC00;
 
+#ifdef O_PATH
+constexpr int passThroughFlags = O_PATH | O_DIRECTORY;
+#else
+constexpr int passThroughFlags = O_RDONLY | O_DIRECTORY;
+#endif
+
 class Descriptor {
 public:
     explicit Descriptor(int fd = -1) noexcept : m_fd(fd) {}
@@ -85,12 +91,6 @@ public:
     [[nodiscard]] const char *name() const noexcept { return m_bytes.c_str() + m_begin; }
 
 private:
-#ifdef O_PATH
-    static constexpr int passThroughFlags = O_PATH | O_DIRECTORY;
-#else
-    static constexpr int passThroughFlags = O_RDONLY | O_DIRECTORY;
-#endif
-
     std::string m_bytes;
     std::size_t m_begin = 0;
     Descriptor m_folder;
@@ -115,7 +115,7 @@ qint64 modifiedMs(const struct stat &status)
 class UnixFile final : public OpenFile {
 public:
     UnixFile(Descriptor descriptor, const struct stat &status)
-        : m_descriptor(std::move(descriptor)), m_identity(identityOf(status))
+        : m_descriptor(std::move(descriptor)), m_identity(identityOf(status)), m_size(status.st_size)
     {}
 
     FilePiece readAt(qint64 offset, char *buffer, qint64 length) override
@@ -131,6 +131,8 @@ public:
             if (count == 0)
                 break;
             total += count;
+            if (offset + total == m_size)
+                break; // nothing more to ask for, unless the file grows just now
         }
         return {total, false};
     }
@@ -150,14 +152,72 @@ public:
 private:
     Descriptor m_descriptor;
     FileIdentity m_identity;
+    qint64 m_size;
+};
+
+class UnixOpener final : public FileOpener {
+public:
+    std::unique_ptr<OpenFile> open(const QString &path, OpenHint hint) override
+    {
+        const qsizetype slash = path.lastIndexOf(u'/');
+        if (slash > 0 && holdsFolder(QStringView(path).left(slash))) {
+            const std::string name = nativeName(QStringView(path).mid(slash + 1));
+            return name.find('\0') == std::string::npos ? openAt(m_descriptor.get(), name.c_str(), hint) : nullptr;
+        }
+        const ReachablePath place(path);
+        return place.isReachable() ? openAt(place.base(), place.name(), hint) : nullptr;
+    }
+
+private:
+    /// True when `folder` is held open. It is from the second file in a row on: for one file it would not pay.
+    bool holdsFolder(QStringView folder)
+    {
+        if (folder != m_folder) {
+            m_folder = folder.toString();
+            m_descriptor = Descriptor();
+            return false;
+        }
+        if (!m_descriptor.isOpen()) {
+            const ReachablePath place(m_folder);
+            if (place.isReachable())
+                m_descriptor = Descriptor(openAgain(place.base(), place.name(), passThroughFlags));
+        }
+        return m_descriptor.isOpen();
+    }
+
+    static std::unique_ptr<OpenFile> openAt(int base, const char *name, OpenHint hint)
+    {
+        struct stat status {};
+        // Opening alone already does things to a pipe or a device.
+        if (hint == OpenHint::Unknown && (::fstatat(base, name, &status, 0) != 0 || !S_ISREG(status.st_mode)))
+            return nullptr;
+        // Non-blocking for the case that a pipe has taken the file's place in the meantime.
+        Descriptor file(openAgain(base, name, O_RDONLY | O_NONBLOCK | O_NOCTTY));
+        if (!file.isOpen() || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
+            return nullptr;
+        return std::make_unique<UnixFile>(std::move(file), status);
+    }
+
+    QString m_folder;
+    Descriptor m_descriptor;
 };
 
 struct DirCloser {
     void operator()(DIR *dir) const { ::closedir(dir); }
 };
 
-/// Fills `entry` with what `name` in the folder `fd` is once links are followed; false when it does not count.
-bool describe(int fd, const dirent &raw, FolderEntry &entry)
+void takeOver(const struct stat &status, FolderEntry &entry)
+{
+    entry.kind = S_ISDIR(status.st_mode)   ? EntryKind::Folder
+                 : S_ISREG(status.st_mode) ? EntryKind::File
+                                           : EntryKind::Special;
+    entry.size = status.st_size;
+    entry.modifiedMs = modifiedMs(status);
+    entry.identity = identityOf(status);
+}
+
+/// Fills `entry` with what the entry `raw` of the folder `fd` is once links are followed; false when it does not count.
+bool describeEntry(int fd, const dirent &raw, FolderEntry &entry)
 {
     bool isLink = false;
 #ifdef DT_UNKNOWN
@@ -177,18 +237,10 @@ bool describe(int fd, const dirent &raw, FolderEntry &entry)
     if ((typeKnown || isLink) && ::fstatat(fd, raw.d_name, &status, 0) != 0)
         return false;
 
-    if (S_ISDIR(status.st_mode))
-        entry.kind = EntryKind::Folder;
-    else if (S_ISREG(status.st_mode))
-        entry.kind = EntryKind::File;
-    else if (isLink)
-        entry.kind = EntryKind::Special;
-    else
+    takeOver(status, entry);
+    if (entry.kind == EntryKind::Special && !isLink)
         return false;
     entry.name = nameFromNative(raw.d_name);
-    entry.size = status.st_size;
-    entry.modifiedMs = modifiedMs(status);
-    entry.identity = identityOf(status);
     entry.isLink = isLink;
     return true;
 }
@@ -214,37 +266,24 @@ public:
             if (!raw)
                 return errno == 0 ? FolderRead::Complete : FolderRead::Unreadable;
             FolderEntry entry;
-            if (raw->d_name[0] == '.' || !describe(fd, *raw, entry))
+            if (raw->d_name[0] == '.' || !describeEntry(fd, *raw, entry))
                 continue;
             if (!sink(std::move(entry)))
                 return FolderRead::Stopped;
         }
     }
 
-    std::unique_ptr<OpenFile> open(const QString &path, OpenHint hint) const override
-    {
-        const ReachablePath place(path);
-        if (!place.isReachable())
-            return nullptr;
-        struct stat status {};
-        // Opening alone already does things to a pipe or a device.
-        if (hint == OpenHint::Unknown &&
-            (::fstatat(place.base(), place.name(), &status, 0) != 0 || !S_ISREG(status.st_mode)))
-            return nullptr;
-        // Non-blocking for the case that a pipe has taken the file's place in the meantime.
-        Descriptor file(openAgain(place.base(), place.name(), O_RDONLY | O_NONBLOCK | O_NOCTTY));
-        if (!file.isOpen() || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
-            return nullptr;
-        return std::make_unique<UnixFile>(std::move(file), status);
-    }
+    std::unique_ptr<FileOpener> makeOpener() const override { return std::make_unique<UnixOpener>(); }
 
-    std::optional<FileIdentity> identity(const QString &path) const override
+    std::optional<FolderEntry> describe(const QString &path) const override
     {
         const ReachablePath place(path);
         struct stat status {};
         if (!place.isReachable() || ::fstatat(place.base(), place.name(), &status, 0) != 0)
             return std::nullopt;
-        return identityOf(status);
+        FolderEntry entry;
+        takeOver(status, entry);
+        return entry;
     }
 };
 
@@ -306,13 +345,14 @@ const FileAccess &FileAccess::native()
 
 std::string nativeName(QStringView name)
 {
-    std::string bytes;
-    bytes.reserve(std::size_t(name.size()) + 8);
-    for (qsizetype i = 0; i < name.size(); ++i) {
+    const auto isAscii = [](QChar unit) { return unit.unicode() < 0x80; };
+    const qsizetype plain = std::find_if_not(name.begin(), name.end(), isAscii) - name.begin();
+    std::string bytes(std::size_t(plain), '\0');
+    std::transform(name.begin(), name.begin() + plain, bytes.begin(),
+                   [](QChar unit) { return static_cast<char>(unit.unicode()); });
+    for (qsizetype i = plain; i < name.size(); ++i) {
         const char16_t unit = name[i].unicode();
-        if (unit < 0x80) {
-            bytes.push_back(static_cast<char>(unit));
-        } else if (QChar::isHighSurrogate(unit) && i + 1 < name.size() && name[i + 1].isLowSurrogate()) {
+        if (QChar::isHighSurrogate(unit) && i + 1 < name.size() && name[i + 1].isLowSurrogate()) {
             appendUtf8(bytes, QChar::surrogateToUcs4(unit, name[i + 1].unicode()));
             ++i;
         } else if (unit >= escapedByteBase + 0x80 && unit <= escapedByteBase + 0xFF) {

@@ -88,8 +88,27 @@ private:
     FileIdentity m_identity;
 };
 
-/// Takes over what the target of the link at `path` is; false for a broken link.
-bool followLink(const QString &path, FolderEntry &entry)
+class WindowsOpener final : public FileOpener {
+public:
+    std::unique_ptr<OpenFile> open(const QString &path, OpenHint) override
+    {
+        // Everything that the device names stand for is out of reach of a path in the long form.
+        const HANDLE handle =
+            ::CreateFileW(longPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                          nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+        if (handle == INVALID_HANDLE_VALUE)
+            return nullptr;
+        BY_HANDLE_FILE_INFORMATION information{};
+        if (::GetFileType(handle) != FILE_TYPE_DISK || !::GetFileInformationByHandle(handle, &information)) {
+            ::CloseHandle(handle);
+            return nullptr;
+        }
+        return std::make_unique<WindowsFile>(handle, identityOf(information));
+    }
+};
+
+/// What stands at `path` once links are followed; false for a broken link.
+bool describeTarget(const QString &path, FolderEntry &entry)
 {
     const Handle target(openForAttributes(longPath(path)));
     BY_HANDLE_FILE_INFORMATION information{};
@@ -99,11 +118,10 @@ bool followLink(const QString &path, FolderEntry &entry)
     entry.size = joined(information.nFileSizeHigh, information.nFileSizeLow);
     entry.modifiedMs = modifiedMs(information.ftLastWriteTime);
     entry.identity = identityOf(information);
-    entry.isLink = true;
     return true;
 }
 
-bool describe(const QString &folder, const WIN32_FIND_DATAW &raw, FolderEntry &entry)
+bool describeEntry(const QString &folder, const WIN32_FIND_DATAW &raw, FolderEntry &entry)
 {
     entry.name = QString::fromWCharArray(raw.cFileName);
     if (entry.name == QLatin1String(".") || entry.name == QLatin1String("..") ||
@@ -112,9 +130,9 @@ bool describe(const QString &folder, const WIN32_FIND_DATAW &raw, FolderEntry &e
     entry.kind = (raw.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? EntryKind::Folder : EntryKind::File;
     entry.size = joined(raw.nFileSizeHigh, raw.nFileSizeLow);
     entry.modifiedMs = modifiedMs(raw.ftLastWriteTime);
-    const bool isLink = (raw.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
-                        (raw.dwReserved0 == IO_REPARSE_TAG_SYMLINK || raw.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
-    return !isLink || followLink(folder + u'/' + entry.name, entry);
+    entry.isLink = (raw.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+                   (raw.dwReserved0 == IO_REPARSE_TAG_SYMLINK || raw.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
+    return !entry.isLink || describeTarget(folder + u'/' + entry.name, entry);
 }
 
 class WindowsAccess final : public FileAccess {
@@ -143,7 +161,7 @@ public:
         FolderRead result = FolderRead::Complete;
         do {
             FolderEntry entry;
-            if (describe(path, raw, entry) && !sink(std::move(entry))) {
+            if (describeEntry(path, raw, entry) && !sink(std::move(entry))) {
                 result = FolderRead::Stopped;
                 break;
             }
@@ -154,29 +172,12 @@ public:
         return result;
     }
 
-    std::unique_ptr<OpenFile> open(const QString &path, OpenHint) const override
-    {
-        // Everything that the device names stand for is out of reach of a path in the long form.
-        const HANDLE handle =
-            ::CreateFileW(longPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                          nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
-        if (handle == INVALID_HANDLE_VALUE)
-            return nullptr;
-        BY_HANDLE_FILE_INFORMATION information{};
-        if (::GetFileType(handle) != FILE_TYPE_DISK || !::GetFileInformationByHandle(handle, &information)) {
-            ::CloseHandle(handle);
-            return nullptr;
-        }
-        return std::make_unique<WindowsFile>(handle, identityOf(information));
-    }
+    std::unique_ptr<FileOpener> makeOpener() const override { return std::make_unique<WindowsOpener>(); }
 
-    std::optional<FileIdentity> identity(const QString &path) const override
+    std::optional<FolderEntry> describe(const QString &path) const override
     {
-        const Handle target(openForAttributes(longPath(path)));
-        BY_HANDLE_FILE_INFORMATION information{};
-        if (!target.isOpen() || !::GetFileInformationByHandle(target.get(), &information))
-            return std::nullopt;
-        return identityOf(information);
+        FolderEntry entry;
+        return describeTarget(path, entry) ? std::optional(std::move(entry)) : std::nullopt;
     }
 };
 
