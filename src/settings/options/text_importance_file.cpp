@@ -18,7 +18,7 @@ using Kind = ImportanceFileError::Kind;
 
 constexpr const char *schemaKey = "schema";
 
-const std::array importanceFields{
+constexpr std::array importanceFields{
     JsonField<Options>{"importantLeadingWhitespace", &Options::importantLeadingWhitespace},
     JsonField<Options>{"importantEmbeddedWhitespace", &Options::importantEmbeddedWhitespace},
     JsonField<Options>{"importantTrailingWhitespace", &Options::importantTrailingWhitespace},

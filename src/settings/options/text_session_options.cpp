@@ -11,7 +11,7 @@ namespace {
 using Options = TextSessionOptions;
 
 // In the order in which the keys are written.
-const std::array jsonFields{
+constexpr std::array jsonFields{
     JsonField<Options>{"ignoreWhitespace", &Options::ignoreWhitespace},
     JsonField<Options>{"ignoreCase", &Options::ignoreCase},
     JsonField<Options>{"ignoreLineEndings", &Options::ignoreLineEndings},

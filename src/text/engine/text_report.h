@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/cancel_flag.h"
+#include "core/output_buffer.h"
 #include "core/text_lines.h"
 #include "text/engine/diff_line.h"
 
@@ -42,14 +43,12 @@ public:
 
 private:
     void addSide(qint32 line, const QString &text);
-    void flush();
 
-    QIODevice &m_device;
-    QByteArray m_page; ///< what is not written yet
-    bool m_ok = true;
+    OutputBuffer m_page;
 };
 
-/// The whole report for rows that the caller holds with their texts. False when it could not be written or `cancel` is set.
+/// The whole report for rows that the caller holds with their texts. False when it could not be written or `cancel` is
+/// set.
 [[nodiscard]] bool writeTextReport(QIODevice &device, const QList<DiffLine> &rows, const TextReportLabels &labels,
                                    const QDateTime &time, const CancelFlag &cancel = {});
 

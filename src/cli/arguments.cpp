@@ -1,0 +1,96 @@
+#include "cli/arguments.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace velmora::cli {
+
+namespace {
+
+QByteArray head(const OptionSpec &spec)
+{
+    QByteArray head = QByteArray("  --") + spec.name;
+    if (spec.value)
+        head += QByteArray(" ") + spec.value;
+    return head;
+}
+
+} // namespace
+
+Arguments Arguments::parse(const QStringList &arguments, std::span<const OptionSpec> specs)
+{
+    Arguments parsed;
+    for (qsizetype index = 0; index < arguments.size() && parsed.m_error.isEmpty(); ++index) {
+        const QString &argument = arguments[index];
+        if (argument == QLatin1String("--")) {
+            parsed.m_paths += arguments.mid(index + 1);
+            break;
+        }
+        if (argument.startsWith(u'-') && argument.size() > 1)
+            parsed.takeOption(argument, arguments, index, specs);
+        else
+            parsed.m_paths.append(argument);
+    }
+    return parsed;
+}
+
+void Arguments::takeOption(const QString &argument, const QStringList &arguments, qsizetype &index,
+                           std::span<const OptionSpec> specs)
+{
+    const qsizetype equals = argument.indexOf(u'=');
+    const QString name = equals < 0 ? argument : argument.first(equals);
+    const auto isNamed = [&name](const OptionSpec &spec) {
+        return name.startsWith(QLatin1String("--")) && name.mid(2) == QLatin1String(spec.name);
+    };
+    const auto spec = std::find_if(specs.begin(), specs.end(), isNamed);
+    if (spec == specs.end()) {
+        m_error = QStringLiteral("unknown option \"%1\"").arg(name);
+    } else if (!spec->value) {
+        if (equals >= 0)
+            m_error = QStringLiteral("option \"%1\" takes no value").arg(name);
+        m_given.push_back({&*spec, {}});
+    } else if (equals >= 0) {
+        m_given.push_back({&*spec, argument.mid(equals + 1)});
+    } else if (index + 1 < arguments.size()) {
+        m_given.push_back({&*spec, arguments[++index]});
+    } else {
+        m_error = QStringLiteral("option \"%1\" needs a value").arg(name);
+    }
+}
+
+const Arguments::Given *Arguments::find(const char *name) const
+{
+    const auto isNamed = [name](const Given &given) { return std::string_view(given.spec->name) == name; };
+    const auto given = std::find_if(m_given.rbegin(), m_given.rend(), isNamed);
+    return given == m_given.rend() ? nullptr : &*given;
+}
+
+bool Arguments::has(const char *name) const
+{
+    return find(name) != nullptr;
+}
+
+std::optional<QString> Arguments::value(const char *name) const
+{
+    const Given *given = find(name);
+    return given ? std::optional(given->value) : std::nullopt;
+}
+
+QByteArray describeOptions(std::span<const OptionSpec> specs)
+{
+    qsizetype width = 0;
+    for (const OptionSpec &spec : specs)
+        width = std::max(width, head(spec).size() + 2);
+
+    QByteArray text;
+    for (const OptionSpec &spec : specs) {
+        QByteArray column = head(spec);
+        for (const QByteArray &line : QByteArray(spec.help).split('\n')) {
+            text += column.leftJustified(width) + line + '\n';
+            column.clear();
+        }
+    }
+    return text;
+}
+
+} // namespace velmora::cli

@@ -1,0 +1,260 @@
+#include "cli/command.h"
+#include "cli/text_input.h"
+#include "cli/text_json.h"
+#include "cli/text_patch.h"
+#include "cli/text_request.h"
+#include "core/output_buffer.h"
+#include "core/safe_file.h"
+#include "settings/options/text_replacements.h"
+#include "text/engine/line_diff_engine.h"
+#include "text/engine/text_report.h"
+
+#include <QIODevice>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace velmora::cli {
+
+namespace {
+
+constexpr std::array textOptions{
+    OptionSpec{"format", "FORMAT",
+               "summary  one line with the numbers of differences (the default)\n"
+               "json     every row as JSON\n"
+               "patch    a unified diff that turns LEFT into RIGHT byte by byte\n"
+               "html     a report for reading"},
+    OptionSpec{"output", "FILE", "write to FILE, which is replaced in one step, instead of standard output"},
+    OptionSpec{"preset", "NAME",
+               "the rules to compare by: strict, ignore-whitespace, ignore-case or relaxed\n"
+               "(or a preset's full name); changes what --options says"},
+    OptionSpec{"options", "FILE", "the options of a session, from a session file or a JSON object of their own"},
+    OptionSpec{"encoding-left", "NAME", "the encoding of LEFT (UTF-8, UTF-16 LE, Big5, GB18030, ...; auto)"},
+    OptionSpec{"encoding-right", "NAME", "the encoding of RIGHT"},
+    OptionSpec{"text", nullptr, "compare line by line even what looks like no text"},
+};
+
+constexpr const char *textDetails =
+    "Compare two text files line by line. The path - is standard input.\n"
+    "Without options the white space of lines is ignored, and encodings are detected.\n";
+
+/// Both texts as the engine gets them, and its answer.
+struct Comparison {
+    TextLines left;
+    TextLines right;
+    QList<AlignedRow> rows;
+};
+
+QList<AlignedRow> align(const TextLines &left, const TextLines &right, const TextSessionOptions &options)
+{
+    Progress progress;
+    return compareTexts(left, right, options, {}, progress);
+}
+
+Comparison compare(const TextRequest &request)
+{
+    const TextSessionOptions &options = request.options;
+    Comparison comparison;
+    comparison.left = applyReplacementRules(request.left.text.lines, options.leftReplaceFind, options.leftReplaceWith);
+    comparison.right =
+        applyReplacementRules(request.right.text.lines, options.rightReplaceFind, options.rightReplaceWith);
+    comparison.rows = align(comparison.left, comparison.right, options);
+    return comparison;
+}
+
+std::string_view viewOf(const QByteArray &bytes)
+{
+    return {bytes.constData(), size_t(bytes.size())};
+}
+
+/// How writing in one of the formats went.
+struct Written {
+    bool ok = true;
+    bool differences = false;
+};
+
+Written writeSummary(QIODevice &device, const TextRequest &request)
+{
+    const DiffCounts counts = countRows(compare(request).rows);
+    const QByteArray line =
+        QStringLiteral("Compare done: %1 diffs (added %2, removed %3, modified %4) | Left: %5 lines, Right: %6 lines\n")
+            .arg(counts.differences())
+            .arg(counts.added)
+            .arg(counts.removed)
+            .arg(counts.modified)
+            .arg(counts.leftLines)
+            .arg(counts.rightLines)
+            .toLatin1();
+    return {device.write(line) == line.size(), counts.differences() > 0};
+}
+
+Written writeJson(QIODevice &device, const TextRequest &request)
+{
+    const Comparison comparison = compare(request);
+    OutputBuffer output(device);
+    writeTextJson(output, request.left, request.right, comparison.rows, comparison.left, comparison.right,
+                  request.options);
+    return {output.finish(), countRows(comparison.rows).differences() > 0};
+}
+
+/// The lines of the file itself. A text that was decoded without a copy shares them.
+TextLines rawLines(const TextInput &input)
+{
+    const std::string_view raw = viewOf(input.raw);
+    const std::string_view text = input.text.lines.bytes();
+    const bool shared = text.data() == raw.data() && text.size() == raw.size();
+    return shared ? input.text.lines : TextLines::split(input.raw);
+}
+
+/// The alignment for a patch. Where the bytes fall into other lines than the text, as with UTF-16, the bytes themselves
+/// are aligned: Latin-1 makes a text of any bytes, line for line.
+QList<AlignedRow> alignForPatch(const TextRequest &request, const TextLines &leftRaw, const TextLines &rightRaw)
+{
+    if (leftRaw.count() == request.left.text.lines.count() && rightRaw.count() == request.right.text.lines.count())
+        return compare(request).rows;
+    const TextEncoding latin1 = TextEncoding::ofCharset("ISO-8859-1", false);
+    return align(decodeText(request.left.raw, latin1).lines, decodeText(request.right.raw, latin1).lines,
+                 request.options);
+}
+
+/// The differences of a patch are those of the bytes.
+Written writePatch(QIODevice &device, const TextRequest &request)
+{
+    const TextLines left = rawLines(request.left);
+    const TextLines right = rawLines(request.right);
+    const std::vector<LineChange> changes = byteChanges(alignForPatch(request, left, right), left, right);
+    OutputBuffer output(device);
+    writePatch(output, changes, request.left.path, left, request.right.path, right);
+    return {output.finish(), !changes.empty()};
+}
+
+TextReportLabels reportLabels(const TextRequest &request, const DiffCounts &counts)
+{
+    TextReportLabels labels;
+    labels.title = QStringLiteral("Velmora — diff report");
+    labels.heading = QStringLiteral("Velmora diff report");
+    labels.left = QStringLiteral("Left: %1").arg(request.left.path);
+    labels.right = QStringLiteral("Right: %1").arg(request.right.path);
+    labels.generatedAt = QStringLiteral("Generated at");
+    labels.leftColumn = QStringLiteral("Left side");
+    labels.rightColumn = QStringLiteral("Right side");
+    labels.summary = QStringLiteral("Diff summary: %1 total (added %2, removed %3, modified %4)")
+                         .arg(counts.differences())
+                         .arg(counts.added)
+                         .arg(counts.removed)
+                         .arg(counts.modified);
+    return labels;
+}
+
+Written writeHtml(QIODevice &device, const TextRequest &request)
+{
+    const Comparison comparison = compare(request);
+    const DiffCounts counts = countRows(comparison.rows);
+    const bool ok = writeTextReport(device, comparison.rows, comparison.left, comparison.right, request.options,
+                                    reportLabels(request, counts), QDateTime::currentDateTime());
+    return {ok, counts.differences() > 0};
+}
+
+struct Format {
+    const char *name;
+    Written (*write)(QIODevice &device, const TextRequest &request);
+    Written (*writeBinary)(QIODevice &device, const TextRequest &request); ///< for files that are no texts, if it can
+};
+
+Written writeBinary(QIODevice &device, const TextRequest &request)
+{
+    OutputBuffer output(device);
+    writeBinaryJson(output, request.left, request.right);
+    return {output.finish(), request.left.raw != request.right.raw};
+}
+
+// The first one is the default.
+constexpr std::array formats{
+    Format{"summary", writeSummary, nullptr},
+    Format{"json", writeJson, writeBinary},
+    Format{"patch", writePatch, nullptr},
+    Format{"html", writeHtml, nullptr},
+};
+
+const Format *findFormat(const Arguments &arguments)
+{
+    const QString name = arguments.value("format").value_or(QLatin1String(formats.front().name));
+    const auto isNamed = [&name](const Format &format) { return name == QLatin1String(format.name); };
+    const auto format = std::find_if(formats.begin(), formats.end(), isNamed);
+    return format != formats.end() ? &*format : nullptr;
+}
+
+/// Runs `write` on the output that the arguments name.
+template <typename Write>
+int writeTo(const std::optional<QString> &path, const Streams &streams, Write write)
+{
+    Written written;
+    if (path) {
+        const SaveResult saved = saveFile(*path, [&](QIODevice &device) { return (written = write(device)).ok; });
+        if (!saved.ok())
+            return fail(streams, QStringLiteral("%1: %2").arg(*path, saved.error));
+    } else if (written = write(streams.output); !written.ok) {
+        return fail(streams, QStringLiteral("standard output: %1").arg(streams.output.errorString()));
+    }
+    return written.differences ? DifferencesFound : NoDifferences;
+}
+
+/// What is said instead of a comparison that makes no sense. It goes to standard output: a file is asked for a report.
+Written writeBinaryNote(QIODevice &device, const TextRequest &request)
+{
+    const bool differ = request.left.raw != request.right.raw;
+    const QByteArray line = QStringLiteral("Binary files %1 and %2 %3\n")
+                                .arg(request.left.path, request.right.path,
+                                     differ ? QStringLiteral("differ") : QStringLiteral("are identical"))
+                                .toUtf8();
+    return {device.write(line) == line.size(), differ};
+}
+
+void warnOfUndecodable(const Streams &streams, const TextInput &input)
+{
+    if (input.text.undecodable == 0)
+        return;
+    complain(streams, QStringLiteral("warning: %1: %2 places are no %3, the first in line %4")
+                          .arg(input.path)
+                          .arg(input.text.undecodable)
+                          .arg(input.text.encoding.name())
+                          .arg(input.text.firstUndecodableLine + 1));
+}
+
+int runText(const Arguments &arguments, const Streams &streams)
+{
+    const Format *format = findFormat(arguments);
+    if (!format)
+        return fail(streams, QStringLiteral("unknown format \"%1\"").arg(*arguments.value("format")));
+    TextRequest request;
+    if (const QString error = request.take(arguments); !error.isEmpty())
+        return fail(streams, error);
+
+    readTextInputs(request.left, request.right, streams.input);
+    for (const TextInput *input : {&request.left, &request.right}) {
+        if (!input->error.isEmpty())
+            return fail(streams, QStringLiteral("%1: %2").arg(input->path, input->error));
+    }
+
+    const std::optional<QString> path = arguments.value("output");
+    if ((request.left.text.binary || request.right.text.binary) && !request.forceText) {
+        if (format->writeBinary)
+            return writeTo(path, streams, [&](QIODevice &device) { return format->writeBinary(device, request); });
+        return writeTo({}, streams, [&](QIODevice &device) { return writeBinaryNote(device, request); });
+    }
+    warnOfUndecodable(streams, request.left);
+    warnOfUndecodable(streams, request.right);
+    return writeTo(path, streams, [&](QIODevice &device) { return format->write(device, request); });
+}
+
+} // namespace
+
+const Command &textCommand()
+{
+    static constexpr Command command{
+        "text", "[OPTION]... LEFT RIGHT", "compare two text files line by line", textDetails, textOptions, runText};
+    return command;
+}
+
+} // namespace velmora::cli

@@ -1,0 +1,105 @@
+#include "cli/text_input.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <exception>
+#include <limits>
+#include <thread>
+
+namespace velmora::cli {
+
+namespace {
+
+/// Reading a shorter file takes less time than starting a thread for it.
+constexpr qint64 worthAThread = 256 * 1024;
+
+constexpr const char *standardInputName = "-";
+constexpr const char *tooLargeText = "File too large";
+
+FileContents readToEnd(QIODevice &device)
+{
+    constexpr qsizetype piece = 1024 * 1024;
+    FileContents contents;
+    for (;;) {
+        const qsizetype filled = contents.bytes.size();
+        contents.bytes.resize(filled + piece);
+        const qint64 got = device.read(contents.bytes.data() + filled, piece);
+        contents.bytes.resize(filled + std::max<qint64>(got, 0));
+        if (got < 0)
+            contents.error = device.errorString();
+        if (got <= 0)
+            return contents;
+    }
+}
+
+/// Unlike a folder tool, this one is given pipes on purpose: the shell makes them for "<(command)".
+FileContents readPipe(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return {{}, file.errorString()};
+    return readToEnd(file);
+}
+
+FileContents readPath(const QString &path)
+{
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile() && !info.isDir())
+        return readPipe(path);
+    if (info.size() > TextLines::maximumSize)
+        return {{}, QLatin1String(tooLargeText)};
+    return readFile(path);
+}
+
+void decode(TextInput &input, FileContents &&contents)
+{
+    input.error = contents.error;
+    if (!contents.ok())
+        return;
+    input.raw = std::move(contents.bytes);
+    input.text = decodeText(input.raw, input.encoding);
+    if (input.text.tooLarge || input.text.lines.count() >= std::numeric_limits<qint32>::max())
+        input.error = QLatin1String(tooLargeText);
+}
+
+bool isStandardInput(const TextInput &input)
+{
+    return input.path == QLatin1String(standardInputName);
+}
+
+} // namespace
+
+void readTextInputs(TextInput &left, TextInput &right, QIODevice &standardInput)
+{
+    if (isStandardInput(left) || isStandardInput(right)) {
+        FileContents contents = readToEnd(standardInput);
+        decode(left, isStandardInput(left) ? FileContents(contents) : readPath(left.path));
+        decode(right, isStandardInput(right) ? std::move(contents) : readPath(right.path));
+        return;
+    }
+    if (std::min(QFileInfo(left.path).size(), QFileInfo(right.path).size()) < worthAThread) {
+        decode(left, readPath(left.path));
+        decode(right, readPath(right.path));
+        return;
+    }
+    std::exception_ptr failure;
+    std::thread worker([&left, &failure] {
+        try {
+            decode(left, readPath(left.path));
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    });
+    try {
+        decode(right, readPath(right.path));
+    } catch (...) {
+        worker.join();
+        throw;
+    }
+    worker.join();
+    if (failure)
+        std::rethrow_exception(failure);
+}
+
+} // namespace velmora::cli

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "core/text_file.h"
+
+#include <QByteArray>
+#include <QString>
+
+class QIODevice;
+
+namespace velmora::cli {
+
+/// One of the two texts of a comparison.
+struct TextInput {
+    QString path;          ///< "-" for standard input
+    TextEncoding encoding; ///< as asked for
+    QByteArray raw;        ///< the bytes as they were read
+    DecodedText text;
+    QString error; ///< why there is no text, empty when there is one
+};
+
+/// Reads and decodes both texts, large ones at the same time. Standard input is read once even when it is both of them.
+void readTextInputs(TextInput &left, TextInput &right, QIODevice &standardInput);
+
+} // namespace velmora::cli

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "cli/text_input.h"
+#include "settings/options/text_session_options.h"
+
+#include <QString>
+
+namespace velmora::cli {
+
+class Arguments;
+
+/// What the arguments of the text command ask for, apart from the output.
+struct TextRequest {
+    TextInput left;
+    TextInput right;
+    TextSessionOptions options;
+    bool forceText = false;
+
+    /// Fills paths, options and encodings from `arguments`, reading the file that holds options. Returns what is wrong
+    /// with them, nothing when they are fine.
+    [[nodiscard]] QString take(const Arguments &arguments);
+
+private:
+    [[nodiscard]] QString takeOptionsFile(const QString &path);
+    [[nodiscard]] QString takePreset(const QString &name);
+    [[nodiscard]] QString takeEncodings(const Arguments &arguments);
+};
+
+} // namespace velmora::cli
