@@ -280,6 +280,20 @@ constexpr SessionKindRow rows[] = {
      .create = pending},
 };
 
+/// Icons by resource path. Reading an icon file decodes every size in it, and each kind is shown in half a dozen
+/// places.
+QHash<QString, QIcon> &iconCache()
+{
+    static QHash<QString, QIcon> icons;
+    // Pictures must not outlive the application object.
+    static const bool cleared = [] {
+        qAddPostRoutine([] { iconCache().clear(); });
+        return true;
+    }();
+    Q_UNUSED(cleared)
+    return icons;
+}
+
 } // namespace
 
 std::span<const SessionKindRow> sessionKinds()
@@ -308,7 +322,14 @@ const SessionKindRow &sessionKind(QLatin1String id)
 QIcon sessionKindIcon(const QString &kind)
 {
     const SessionKindRow *row = findSessionKind(kind);
-    return row ? QIcon(themedIconPath(QString::fromLatin1(row->icon))) : QIcon();
+    if (!row)
+        return {};
+    const QString path = themedIconPath(QString::fromLatin1(row->icon));
+    QHash<QString, QIcon> &icons = iconCache();
+    auto known = icons.constFind(path);
+    if (known == icons.constEnd())
+        known = icons.insert(path, QIcon(path));
+    return *known;
 }
 
 QString sessionTitle(const SessionKindRow &kind, const SessionPaths &paths)

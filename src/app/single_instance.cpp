@@ -15,7 +15,6 @@ namespace {
 constexpr int connectTime = 500;
 constexpr int writeTime = 1000;
 constexpr int disconnectTime = 1000;
-constexpr int receiveTime = 2000;
 
 /// Hears one connection out and ends it: with its message, or, when the time is over before the other side has closed,
 /// with what has arrived by then.
@@ -23,7 +22,7 @@ class HandOverReceiver final : public QObject {
 public:
     using Received = std::function<void(const QStringList &arguments)>;
 
-    HandOverReceiver(QLocalSocket *socket, QObject *parent, Received received)
+    HandOverReceiver(QLocalSocket *socket, std::chrono::milliseconds patience, QObject *parent, Received received)
         : QObject(parent), m_socket(socket), m_received(std::move(received))
     {
         socket->setParent(this);
@@ -31,7 +30,7 @@ public:
         connect(socket, &QLocalSocket::disconnected, this, &HandOverReceiver::finish);
         m_deadline.setSingleShot(true);
         connect(&m_deadline, &QTimer::timeout, this, &HandOverReceiver::finish);
-        m_deadline.start(receiveTime);
+        m_deadline.start(patience);
         // Both may have happened before anybody was connected to the signals.
         read();
         if (!m_finished && socket->state() == QLocalSocket::UnconnectedState)
@@ -135,7 +134,8 @@ bool handOver(const QString &server, const QStringList &arguments)
     return true;
 }
 
-SingleInstanceServer::SingleInstanceServer(QObject *parent) : QObject(parent)
+SingleInstanceServer::SingleInstanceServer(std::chrono::milliseconds patience, QObject *parent)
+    : QObject(parent), m_patience(patience)
 {
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
     connect(&m_server, &QLocalServer::newConnection, this, &SingleInstanceServer::acceptConnections);
@@ -167,7 +167,7 @@ void SingleInstanceServer::acceptConnections()
             socket->deleteLater();
             continue;
         }
-        new HandOverReceiver(socket, this, [this](const QStringList &arguments) {
+        new HandOverReceiver(socket, m_patience, this, [this](const QStringList &arguments) {
             m_arguments.enqueue(arguments);
             Q_EMIT instanceConnected();
         });

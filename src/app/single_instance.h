@@ -5,6 +5,7 @@
 #include <QQueue>
 #include <QStringList>
 
+#include <chrono>
 #include <optional>
 
 namespace velmora {
@@ -33,7 +34,8 @@ inline constexpr qint64 handOverLimit = 1024 * 1024;
 class SingleInstanceServer final : public QObject {
     Q_OBJECT
 public:
-    explicit SingleInstanceServer(QObject *parent = nullptr);
+    explicit SingleInstanceServer(std::chrono::milliseconds patience = std::chrono::seconds(2),
+                                  QObject *parent = nullptr);
     ~SingleInstanceServer() override;
 
     /// Begins to listen under `name`, where the remains of an instance that crashed are cleared away first. False when
@@ -51,6 +53,7 @@ private:
     void acceptConnections();
 
     QLocalServer m_server;
+    std::chrono::milliseconds m_patience;
     QQueue<QStringList> m_arguments;
 };
 

@@ -1,0 +1,185 @@
+#include "app/drop_router.h"
+#include "app/edit_menu.h"
+#include "app/probe_session.h"
+#include "app/scripted_dialogs.h"
+#include "app/session_tabs.h"
+#include "session/session_host.h"
+#include "support/test_main.h"
+
+#include <QMimeData>
+#include <QTabBar>
+
+using namespace velmora;
+
+namespace {
+
+/// Tabs with a home page and one session in front, in a window.
+struct Desk {
+    Desk()
+    {
+        auto *home = new QWidget;
+        home->setObjectName(QStringLiteral("homePage"));
+        tabs->addHome(home, {}, QStringLiteral("Home"));
+        session = add(QStringLiteral("First"));
+        window.setCentralWidget(tabs);
+        window.resize(800, 600);
+        window.show();
+    }
+
+    ProbeSession *add(const QString &title)
+    {
+        auto *made = new ProbeSession(host);
+        tabs->addSession(made, {}, title);
+        return made;
+    }
+
+    void middleClick(int index)
+    {
+        QTest::mouseClick(tabs->tabBar(), Qt::MiddleButton, Qt::NoModifier, tabs->tabBar()->tabRect(index).center());
+    }
+
+    SilentHost host;
+    QMainWindow window;
+    SessionTabs *tabs = new SessionTabs;
+    ProbeSession *session;
+};
+
+} // namespace
+
+class SessionTabsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void followsTitles()
+    {
+        Desk desk;
+        QCOMPARE(desk.tabs->currentSession(), desk.session);
+        Q_EMIT desk.session->tabTitleChanged(QStringLiteral("R&D <-> x"));
+        QCOMPARE(desk.tabs->titleAt(1), QStringLiteral("R&D <-> x"));
+        QCOMPARE(desk.tabs->tabText(1), QStringLiteral("R&&D <-> x"));
+
+        // Moved tabs are found by their session, not by where they were.
+        ProbeSession *second = desk.add(QStringLiteral("Second"));
+        desk.tabs->tabBar()->moveTab(2, 0);
+        Q_EMIT second->tabTitleChanged(QStringLiteral("moved"));
+        QCOMPARE(desk.tabs->titleAt(0), QStringLiteral("moved"));
+        QCOMPARE(desk.tabs->homeIndex(), 1);
+    }
+
+    void closesSessionsButNotHome()
+    {
+        Desk desk;
+        connect(desk.tabs, &QTabWidget::tabCloseRequested, desk.tabs, &SessionTabs::closeTab);
+        const QPointer<ProbeSession> second = desk.add(QStringLiteral("Second"));
+        QVERIFY(!desk.tabs->tabBar()->tabButton(0, QTabBar::RightSide));
+        desk.tabs->closeTab(0);
+        desk.tabs->closeTab(-1);
+        desk.tabs->closeTab(7);
+        desk.middleClick(0);
+        QCOMPARE(desk.tabs->count(), 3);
+
+        desk.middleClick(2);
+        QCOMPARE(desk.tabs->count(), 2);
+        QTRY_VERIFY(second.isNull());
+        QCOMPARE(desk.tabs->currentSession(), desk.session);
+        desk.tabs->showHome();
+        QVERIFY(!desk.tabs->currentSession());
+    }
+
+    void asksBeforeItLosesChanges()
+    {
+        Desk desk;
+        ScriptedDialogs dialogs;
+        desk.session->unsaved = true;
+        const QPointer<ProbeSession> session = desk.session;
+        desk.tabs->closeTab(1);
+        QCOMPARE(dialogs.said,
+                 QStringList{QStringLiteral("Close tab: \"First\" has unsaved changes. Close it anyway? [No]")});
+        QCOMPARE(desk.tabs->count(), 2);
+        dialogs.answers = {1};
+        desk.tabs->closeTab(1);
+        QTRY_VERIFY(session.isNull());
+    }
+
+    void survivesASessionThatIsDeletedElsewhere()
+    {
+        Desk desk;
+        QMenu menu;
+        const EditMenu edit(&menu, desk.tabs);
+        delete desk.session;
+        QCOMPARE(desk.tabs->count(), 1);
+        QVERIFY(!menu.actions().constFirst()->isEnabled());
+    }
+
+    void theEditMenuActsOnTheSessionInFront()
+    {
+        Desk desk;
+        QMenu menu;
+        const EditMenu edit(&menu, desk.tabs);
+        const auto entry = [&menu](const char *text) {
+            const QList<QAction *> actions = menu.actions();
+            return *std::find_if(actions.begin(), actions.end(),
+                                 [text](const QAction *action) { return action->text() == QLatin1String(text); });
+        };
+        QVERIFY(entry("Enable editing")->isEnabled());
+        QVERIFY(!entry("Undo")->isEnabled());
+        desk.session->editable = {EditCommand::Undo, EditCommand::RedoRight};
+        Q_EMIT desk.session->editStateChanged();
+        QVERIFY(entry("Undo")->isEnabled());
+        QVERIFY(!entry("Redo")->isEnabled());
+        entry("Redo right")->trigger();
+        entry("Undo")->trigger();
+        QCOMPARE(desk.session->log, (QStringList{QStringLiteral("edit 5"), QStringLiteral("edit 0")}));
+
+        entry("Enable editing")->trigger();
+        QVERIFY(desk.session->unlocked);
+        desk.tabs->showHome();
+        QVERIFY(!entry("Enable editing")->isEnabled());
+        QVERIFY(!entry("Enable editing")->isChecked());
+        QVERIFY(!entry("Undo")->isEnabled());
+        desk.tabs->setCurrentWidget(desk.session);
+        QVERIFY(entry("Enable editing")->isChecked());
+    }
+
+    void routesDropsToTheSessionInFront()
+    {
+        Desk desk;
+        QVERIFY(QTest::qWaitForWindowExposed(&desk.window));
+        const DropRouter router(*desk.tabs);
+        desk.window.setAcceptDrops(true);
+        auto *child = new QLineEdit(desk.session);
+        child->setGeometry(100, 50, 200, 30);
+        child->show();
+        QMimeData files;
+        files.setUrls({QUrl::fromLocalFile(QStringLiteral("/a")), QUrl::fromLocalFile(QStringLiteral("/b"))});
+        const auto sent = [](QWidget *to, QPoint at, const QMimeData &data) {
+            QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            enter.ignore();
+            QApplication::sendEvent(to, &enter);
+            QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            drop.ignore();
+            QApplication::sendEvent(to, &drop);
+            return enter.isAccepted() && drop.isAccepted();
+        };
+
+        QVERIFY(sent(child, {5, 6}, files));
+        QVERIFY(sent(&desk.window, desk.session->mapTo(&desk.window, QPoint(7, 8)), files));
+        QCOMPARE(desk.session->log,
+                 (QStringList{QStringLiteral("drop /a /b at 105,56"), QStringLiteral("drop /a /b at 7,8")}));
+
+        // Beside the session, without files, in another window, and when the session does not want them.
+        desk.session->log.clear();
+        QVERIFY(!sent(&desk.window, {2, 2}, files));
+        QMimeData text;
+        text.setText(QStringLiteral("text"));
+        QVERIFY(!sent(child, {5, 6}, text));
+        QWidget other;
+        QVERIFY(!sent(&other, {5, 6}, files));
+        desk.session->takesDrops = false;
+        QVERIFY(!sent(&desk.window, desk.session->mapTo(&desk.window, QPoint(7, 8)), files));
+        QCOMPARE(desk.session->log, QStringList());
+    }
+};
+
+VELMORA_TEST(SessionTabsTest)
+#include "session_tabs_test.moc"

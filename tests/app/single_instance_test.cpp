@@ -1,0 +1,196 @@
+#include "app/single_instance.h"
+#include "support/test_main.h"
+
+#include <QLocalSocket>
+#include <QSignalSpy>
+
+using namespace std::chrono_literals;
+using namespace velmora;
+
+namespace {
+
+QString uniqueName()
+{
+    static int number = 0;
+    return QStringLiteral("velmora-test-%1-%2").arg(QCoreApplication::applicationPid()).arg(++number);
+}
+
+/// A later start that says what a test wants and leaves or stays.
+class RawClient {
+public:
+    explicit RawClient(const QString &server)
+    {
+        socket.connectToServer(server);
+        socket.waitForConnected(1000);
+    }
+
+    void say(const QByteArray &bytes)
+    {
+        socket.write(bytes);
+        socket.flush();
+    }
+
+    QLocalSocket socket;
+};
+
+} // namespace
+
+class SingleInstanceTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() { qputenv("USERNAME", QByteArray()); }
+
+    void namesTheServerAfterTheUser()
+    {
+        qputenv("USERNAME", "anna");
+        const QString anna = singleInstanceServerName();
+        QCOMPARE(anna, QStringLiteral("Ostrafen-SingleInstance-%1").arg(qHash(QStringLiteral("anna"), 0)));
+        qunsetenv("USERNAME");
+        QCOMPARE(singleInstanceServerName(),
+                 QStringLiteral("Ostrafen-SingleInstance-%1").arg(qHash(QStringLiteral("default"), 0)));
+    }
+
+    void encodesEachArgumentWithItsZero()
+    {
+        const QStringList arguments = {QStringLiteral("velmora"), QStringLiteral("ä b"), QString()};
+        QCOMPARE(encodeArguments(arguments), QByteArray("velmora\0\xc3\xa4 b\0\0", 14));
+        QCOMPARE(decodeArguments(encodeArguments(arguments)), arguments);
+        QCOMPARE(decodeArguments({}), QStringList());
+        QCOMPARE(decodeArguments("cut off"), std::nullopt);
+        QCOMPARE(decodeArguments(QByteArray("\xff\xfe\0", 3)), std::nullopt);
+        QCOMPARE(decodeArguments(QByteArray("\xc3\0", 2)), std::nullopt);
+        QCOMPARE(decodeArguments(QByteArray(handOverLimit + 1, '\0')), std::nullopt);
+    }
+
+    void handsArgumentsOver()
+    {
+        const QString name = uniqueName();
+        const QStringList arguments = {QStringLiteral("velmora"), QStringLiteral("--diff"),
+                                       QStringLiteral("/päth with blanks")};
+        QVERIFY(!handOver(name, arguments));
+
+        SingleInstanceServer server;
+        QVERIFY(server.listen(name));
+        QSignalSpy connected(&server, &SingleInstanceServer::instanceConnected);
+        QVERIFY(handOver(name, arguments));
+        QVERIFY(handOver(name, {QStringLiteral("again")}));
+        QTRY_COMPARE(connected.count(), 2);
+        QCOMPARE(server.takeArguments(), arguments);
+        QCOMPARE(server.takeArguments(), QStringList{QStringLiteral("again")});
+        QCOMPARE(server.takeArguments(), QStringList());
+    }
+
+    void sendsNothingThatWouldBeRefused()
+    {
+        const QString name = uniqueName();
+        SingleInstanceServer server;
+        QVERIFY(server.listen(name));
+        QVERIFY(!handOver(name, {QString(handOverLimit, u'x')}));
+    }
+
+    void aSilentStartStillCounts()
+    {
+        const QString name = uniqueName();
+        SingleInstanceServer server(200ms);
+        QVERIFY(server.listen(name));
+        QSignalSpy connected(&server, &SingleInstanceServer::instanceConnected);
+        const RawClient silent(name);
+        QVERIFY(connected.isEmpty());
+        QTRY_COMPARE_WITH_TIMEOUT(connected.count(), 1, 4000);
+        QCOMPARE(server.takeArguments(), QStringList());
+    }
+
+    void aStartThatStaysConnectedIsHeard()
+    {
+        const QString name = uniqueName();
+        SingleInstanceServer server(200ms);
+        QVERIFY(server.listen(name));
+        QSignalSpy connected(&server, &SingleInstanceServer::instanceConnected);
+        RawClient client(name);
+        client.say(QByteArray("velmora\0a\0", 10));
+        QTRY_COMPARE_WITH_TIMEOUT(connected.count(), 1, 4000);
+        QCOMPARE(server.takeArguments(), (QStringList{QStringLiteral("velmora"), QStringLiteral("a")}));
+        QTRY_COMPARE(client.socket.state(), QLocalSocket::UnconnectedState);
+    }
+
+    void dropsWhatIsNoMessage_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("too long") << QByteArray(handOverLimit, 'x') + QByteArray("y\0", 2);
+        QTest::newRow("not UTF-8") << QByteArray("velmora\0\xff\0", 10);
+        QTest::newRow("never ends") << QByteArray("velmora\0/some/pa", 16);
+    }
+
+    void dropsWhatIsNoMessage()
+    {
+        QFETCH(QByteArray, bytes);
+        const QString name = uniqueName();
+        SingleInstanceServer server(200ms);
+        QVERIFY(server.listen(name));
+        QSignalSpy connected(&server, &SingleInstanceServer::instanceConnected);
+        RawClient client(name);
+        client.say(bytes);
+        // The server hangs up, and goes on to hear the next.
+        QTRY_COMPARE_WITH_TIMEOUT(client.socket.state(), QLocalSocket::UnconnectedState, 4000);
+        QVERIFY(handOver(name, {QStringLiteral("next")}));
+        QTRY_COMPARE(connected.count(), 1);
+        QCOMPARE(server.takeArguments(), QStringList{QStringLiteral("next")});
+    }
+
+    void diesWhileSomebodyIsTalking()
+    {
+        const QString name = uniqueName();
+        auto server = std::make_unique<SingleInstanceServer>();
+        QVERIFY(server->listen(name));
+        RawClient client(name);
+        client.say("velmora");
+        QTRY_VERIFY(!server->children().isEmpty());
+        QCoreApplication::processEvents();
+        server.reset();
+        QTRY_COMPARE(client.socket.state(), QLocalSocket::UnconnectedState);
+    }
+
+    void clearsTheRemainsOfACrash()
+    {
+        const QString name = uniqueName();
+        QString path;
+        {
+            QLocalServer crashed;
+            QVERIFY(crashed.listen(name));
+            path = crashed.fullServerName();
+            if (!QFile::exists(path))
+                QSKIP("names on this system vanish with their process");
+            QVERIFY(QFile::rename(path, path + QStringLiteral(".kept")));
+        }
+        QVERIFY(QFile::rename(path + QStringLiteral(".kept"), path));
+        QVERIFY(!handOver(name, {QStringLiteral("a")}));
+
+        SingleInstanceServer server;
+        QVERIFY(server.listen(name));
+        QSignalSpy connected(&server, &SingleInstanceServer::instanceConnected);
+        QVERIFY(handOver(name, {QStringLiteral("a")}));
+        QTRY_COMPARE(connected.count(), 1);
+    }
+
+    void leavesALivingInstanceItsName()
+    {
+        const QString name = uniqueName();
+        SingleInstanceServer first;
+        QVERIFY(first.listen(name));
+        SingleInstanceServer second;
+        QVERIFY(!second.listen(name));
+        QSignalSpy connected(&first, &SingleInstanceServer::instanceConnected);
+        QVERIFY(handOver(name, {QStringLiteral("a")}));
+        QTRY_VERIFY(connected.count() >= 1);
+        QStringList heard;
+        while (connected.count() > 0) {
+            connected.removeFirst();
+            heard += first.takeArguments();
+        }
+        QCOMPARE(heard, QStringList{QStringLiteral("a")});
+    }
+};
+
+VELMORA_TEST(SingleInstanceTest)
+#include "single_instance_test.moc"

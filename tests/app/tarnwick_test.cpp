@@ -1,0 +1,447 @@
+#include "app/about.h"
+#include "app/build_stamp.h"
+#include "app/session_kinds.h"
+#include "app/session_panel.h"
+#include "app/session_tabs.h"
+#include "app/single_instance.h"
+#include "app/tarnwick.h"
+#include "app/window_fit.h"
+#include "core/settings_store.h"
+#include "session/session_widget.h"
+#include "session/theme.h"
+#include "support/test_main.h"
+
+#include <QImageReader>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QStatusBar>
+#include <QTabBar>
+#include <QTemporaryDir>
+#include <QTreeWidget>
+
+using namespace velmora;
+
+namespace {
+
+/// The main window with what tests look at.
+struct Shell {
+    Tarnwick window;
+    SessionTabs *tabs = window.findChild<SessionTabs *>(QStringLiteral("tabHost"));
+
+    [[nodiscard]] QString title() const { return tabs->titleAt(tabs->currentIndex()); }
+    [[nodiscard]] QString kind() const
+    {
+        return tabs->currentSession() ? tabs->currentSession()->kind() : QStringLiteral("home");
+    }
+    [[nodiscard]] QString status() const { return window.statusBar()->currentMessage(); }
+    void run(const QStringList &arguments)
+    {
+        window.handleArguments(QStringList{QStringLiteral("velmora")} + arguments);
+    }
+};
+
+/// A menu as text: one line for each entry, submenus indented, separators as "|".
+QStringList menuLines(const QMenu *menu, const QString &indent = {})
+{
+    QStringList lines;
+    const QList<QAction *> actions = menu->actions();
+    for (const QAction *action : actions) {
+        if (action->isSeparator()) {
+            lines.append(indent + QStringLiteral("|"));
+            continue;
+        }
+        const QString keys = action->shortcut().toString(QKeySequence::PortableText);
+        lines.append(indent + action->text() + (keys.isEmpty() ? QString() : QLatin1Char(' ') + keys));
+        if (action->menu())
+            lines += menuLines(action->menu(), indent + QStringLiteral("  "));
+    }
+    return lines;
+}
+
+QStringList expectedMenu(const char *text)
+{
+    return QString::fromUtf8(text).split(u'\n', Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+class TarnwickTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        // A server of its own, so that a running program hears nothing of the tests.
+        qputenv("USERNAME", "velmora-test-" + QByteArray::number(QCoreApplication::applicationPid()));
+        QGuiApplication::setApplicationDisplayName(QStringLiteral("Velmora"));
+        QVERIFY(m_folder.isValid());
+        for (const char *name : {"a.txt", "b.txt"}) {
+            QFile file(path(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+        }
+        for (const char *name : {"one", "two"})
+            QVERIFY(QDir(m_folder.path()).mkdir(QLatin1String(name)));
+    }
+
+    void kindsAreWhole_data()
+    {
+        QTest::addColumn<int>("row");
+        const auto kinds = sessionKinds();
+        QCOMPARE(kinds.size(), size_t(23));
+        for (size_t i = 0; i < kinds.size(); ++i)
+            QTest::newRow(kinds[i].id.data()) << static_cast<int>(i);
+    }
+
+    void kindsAreWhole()
+    {
+        QFETCH(int, row);
+        const SessionKindRow &kind = sessionKinds()[static_cast<size_t>(row)];
+        QCOMPARE(findSessionKind(QLatin1String("  ") + QString(kind.id).toUpper() + u' '), &kind);
+        if (!kind.alias.isEmpty())
+            QCOMPARE(findSessionKind(kind.alias), &kind);
+        for (const SessionKindRow &other : sessionKinds()) {
+            QVERIFY(&other == &kind || (other.id != kind.id && other.alias != kind.id));
+            QVERIFY(&other == &kind || QLatin1String(other.slot) != QLatin1String(kind.slot));
+        }
+        for (const bool dark : {false, true}) {
+            applyTheme(dark);
+            QVERIFY2(QImageReader(themedIconPath(QString::fromLatin1(kind.icon))).canRead(), kind.icon);
+            QVERIFY(!sessionKindIcon(kind.id).pixmap(64).isNull());
+        }
+        applyTheme(false);
+
+        Shell shell;
+        QVERIFY2(QMetaObject::invokeMethod(&shell.window, kind.slot), kind.slot);
+        QCOMPARE(shell.kind(), QString(kind.id));
+        QCOMPARE(shell.title(), QString::fromLatin1(kind.tabTitle).arg(1));
+        const SessionPaths paths{QStringLiteral("/x/left"), QStringLiteral("/x/right"), {}};
+        shell.window.openSession(kind.id, paths);
+        QCOMPARE(shell.kind(), QString(kind.id));
+        QCOMPARE(shell.title(), sessionTitle(kind, paths));
+    }
+
+    void anUnknownKindHasNoIcon()
+    {
+        QVERIFY(sessionKindIcon(QStringLiteral("nothing")).isNull());
+        QVERIFY(sessionKindIcon({}).isNull());
+    }
+
+    void hasItsMenus()
+    {
+        Shell shell;
+        const QList<QAction *> menus = shell.window.menuBar()->actions();
+        QStringList titles;
+        for (const QAction *menu : menus)
+            titles.append(menu->text());
+        QCOMPARE(titles, (QStringList{QStringLiteral("Session(&S)"), QStringLiteral("&Edit"), QStringLiteral("&Tools"),
+                                      QStringLiteral("&Help")}));
+        QCOMPARE(menuLines(menus[0]->menu()), expectedMenu(R"(
+New session(&N)
+  Folder compare(&F)
+  Text compare(&I)
+  Text merge(&E)
+  Table compare(&T)
+  Hex compare(&H)
+  Image compare(&P)
+  MP3 compare(&M)
+  |
+  Folder merge(&O)
+  Folder sync(&Y)
+  |
+  Registry compare(&R)
+  Version compare(&V)
+  |
+  Git compare(&G)
+  Archive compare(&A)
+  Checksum(&K)
+  |
+  Duplicate finder(&D)
+  Folder snapshot(&N)
+  Environment compare(&E)
+  Disk usage(&U)
+  Services snapshot(&S)
+  Startup items(&T)
+  SFTP/SSH folder compare(&H)
+New tab(&I) Ctrl+T
+|
+Close tab Ctrl+W
+E&xit Ctrl+Q)"));
+        QCOMPARE(menuLines(menus[1]->menu()),
+                 expectedMenu(R"(
+Enable editing
+|
+Undo Ctrl+Z
+Redo %1
+|
+Undo left Ctrl+Alt+Z
+Redo left Ctrl+Alt+Y
+Undo right Ctrl+Alt+Shift+Z
+Redo right Ctrl+Alt+Shift+Y)")
+                     .replaceInStrings(QStringLiteral("%1"),
+                                       QKeySequence(QKeySequence::Redo).toString(QKeySequence::PortableText)));
+        QCOMPARE(menuLines(menus[2]->menu()), expectedMenu(R"(
+Archive browse
+|
+Duplicates
+Snapshot
+Environment
+Disk usage
+Services
+Startup
+SFTP compare)"));
+        QCOMPARE(menuLines(menus[3]->menu()), expectedMenu(R"(
+&About)"));
+
+        menus[2]->menu()->actions().constFirst()->trigger();
+        QCOMPARE(shell.title(), QStringLiteral("Archive browse 1"));
+    }
+
+    void opensWithTheHomePage()
+    {
+        Shell shell;
+        QCOMPARE(shell.window.windowTitle(), QStringLiteral("Velmora 1.0.0"));
+        QCOMPARE(shell.window.minimumSize(), QSize(1280, 800));
+        QCOMPARE(shell.window.size(), QSize(1280, 800));
+        QVERIFY(shell.window.acceptDrops());
+        QCOMPARE(shell.status(), QStringLiteral("Ready"));
+        QCOMPARE(shell.tabs->count(), 1);
+        QCOMPARE(shell.tabs->tabText(0), QStringLiteral("Home"));
+        QVERIFY(shell.tabs->tabsClosable() && shell.tabs->isMovable() && shell.tabs->documentMode());
+        QCOMPARE(shell.tabs->elideMode(), Qt::ElideRight);
+        const auto *panel = shell.window.findChild<QWidget *>(QStringLiteral("sessionPanel"));
+        QCOMPARE(panel->minimumWidth(), 180);
+        QCOMPARE(panel->maximumWidth(), 320);
+        QVERIFY(panel->findChild<QWidget *>(QStringLiteral("sessionHeader")));
+    }
+
+    void numbersTabsAcrossKindsAndNeverAgain()
+    {
+        Shell shell;
+        shell.window.onNewTextCompare();
+        QCOMPARE(shell.title(), QStringLiteral("Text compare 1"));
+        shell.window.onNewFolderCompare();
+        QCOMPARE(shell.title(), QStringLiteral("Folder compare 2"));
+        shell.window.onCloseCurrentTab();
+        shell.window.openCompare(QStringLiteral("text"), path("a.txt"), path("b.txt"));
+        shell.window.onNewFolderCompare();
+        QCOMPARE(shell.title(), QStringLiteral("Folder compare 3"));
+        shell.tabs->showHome();
+        shell.window.onCloseCurrentTab();
+        QCOMPARE(shell.tabs->count(), 4);
+    }
+
+    void opensPairsOfPaths_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("title");
+        const auto row = [](const char *typed, const char *kind, const char *title) {
+            QTest::newRow(typed) << QString::fromLatin1(typed) << QString::fromLatin1(kind)
+                                 << QString::fromLatin1(title);
+        };
+        row("one two", "folder", "one <-> two");
+        row("one a.txt", "text", "one <-> a.txt");
+        row("a.txt missing", "text", "a.txt <-> missing");
+        row("--diff one two", "text", "one <-> two");
+        row("--folder a.txt b.txt", "folder", "a.txt <-> b.txt");
+        row("--sync one/ two", "sync", "Sync one <-> two");
+        row("--git one two", "git", "Git: one");
+        row("--checksum a.txt b.txt", "checksum", "a.txt <-> b.txt");
+        row("--version-compare a.txt b.txt", "version", "a.txt <-> b.txt");
+        row("--duplicate one two", "folder", "one <-> two");
+        row("--browse a.txt b.txt", "text", "a.txt <-> b.txt");
+        row("--git one", "git", "Git: one");
+        row("--checksum a.txt", "checksum", "a.txt");
+        row("--duplicate one", "duplicate", "Duplicates: one");
+        row("--diskusage one", "diskusage", "Disk usage: one");
+        row("--browse a.txt", "archivebrowse", "Browse: a.txt");
+        row("--duplicate a.txt", "home", "Home");
+        row("--browse one", "home", "Home");
+        row("--folder one", "home", "Home");
+        row("", "home", "Home");
+    }
+
+    void opensPairsOfPaths()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, kind);
+        QFETCH(QString, title);
+        Shell shell;
+        QStringList arguments = typed.split(u' ', Qt::SkipEmptyParts);
+        QStringList paths;
+        for (QString &argument : arguments) {
+            if (!argument.startsWith(u'-')) {
+                argument = m_folder.filePath(argument);
+                paths.append(QDir::cleanPath(argument));
+            }
+        }
+        shell.run(arguments);
+        QCOMPARE(shell.kind(), kind);
+        if (const SessionWidget *session = shell.tabs->currentSession()) {
+            QCOMPARE(shell.title(), title);
+            QCOMPARE(QDir::cleanPath(session->paths().left), paths[0]);
+            QCOMPARE(session->paths().right, paths.value(1));
+        } else {
+            QCOMPARE(shell.tabs->count(), 1);
+            QCOMPARE(shell.status().contains(paths.value(0)),
+                     !paths.isEmpty() || shell.status() == QStringLiteral("Ready"));
+        }
+    }
+
+    void pairsTheSidesThatExplorerNames()
+    {
+        Shell shell;
+        shell.run({QStringLiteral("--as-left"), path("one")});
+        QCOMPARE(shell.status(),
+                 QStringLiteral("Left folder selected: %1 — right-click another item and choose Velmora: set "
+                                "as right side")
+                     .arg(path("one")));
+        shell.run({QStringLiteral("--as-right"), path("two")});
+        QCOMPARE(shell.kind(), QStringLiteral("folder"));
+        QCOMPARE(shell.title(), QStringLiteral("one <-> two"));
+        QCOMPARE(shell.status(), QStringLiteral("Compare opened"));
+
+        // The pair is used up; a right side alone becomes the left one.
+        shell.run({QStringLiteral("--as-right"), path("a.txt")});
+        QCOMPARE(shell.status(),
+                 QStringLiteral("Left file selected: %1 — right-click another item and choose Velmora: set "
+                                "as right side")
+                     .arg(path("a.txt")));
+        QCOMPARE(shell.tabs->count(), 2);
+        shell.run({QStringLiteral("--as-right"), path("one")});
+        QCOMPARE(shell.kind(), QStringLiteral("text"));
+        QCOMPARE(shell.title(), QStringLiteral("a.txt <-> one"));
+
+        // Two paths on one command line clear what was pending.
+        shell.run({QStringLiteral("--as-left"), path("one")});
+        shell.run({path("a.txt"), path("b.txt")});
+        shell.run({QStringLiteral("--as-right"), path("two")});
+        QCOMPARE(shell.tabs->count(), 4);
+    }
+
+    void theStatusOutlivesAWalkThroughTheMenus()
+    {
+        Shell shell;
+        shell.window.setExplorerLeft(path("one"));
+        const QString message = shell.status();
+        QStatusTipEvent tip({});
+        QApplication::sendEvent(&shell.window, &tip);
+        QCOMPARE(shell.status(), message);
+    }
+
+    void namesPathsInTitles()
+    {
+        QCOMPARE(pathName(QStringLiteral("/a/b/")), QStringLiteral("b"));
+        QCOMPARE(pathName(QStringLiteral("/")), QStringLiteral("/"));
+        Shell shell;
+        shell.window.openCompare(QStringLiteral("text"), QStringLiteral("/x/%2"), QStringLiteral("/x/%1"));
+        QCOMPARE(shell.title(), QStringLiteral("%2 <-> %1"));
+    }
+
+    void dropsBecomeSides()
+    {
+        Shell shell;
+        const auto dropped = [&shell](const char *kind, const QStringList &paths) {
+            shell.window.openDropped(sessionKind(QLatin1String(kind)), paths);
+            return shell.tabs->currentSession()->paths();
+        };
+        const QString a = QStringLiteral("/a");
+        const QString b = QStringLiteral("/b");
+        const QString c = QStringLiteral("/c");
+        QCOMPARE(dropped("text", {a}), (SessionPaths{a, {}, {}}));
+        QCOMPARE(shell.title(), QStringLiteral("a"));
+        QCOMPARE(dropped("folder", {a, b, c}), (SessionPaths{a, b, {}}));
+        QCOMPARE(shell.status(), QStringLiteral("3 paths dropped; this session takes 2"));
+        QCOMPARE(dropped("checksum", {a, b}), (SessionPaths{a, {}, {}}));
+        QCOMPARE(dropped("merge", {a, b}), (SessionPaths{a, b, {}}));
+        QCOMPARE(dropped("merge", {a, b, c}), (SessionPaths{b, c, a}));
+    }
+
+    void thePanelOpensKinds()
+    {
+        Shell shell;
+        shell.window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&shell.window));
+        auto *panel = shell.window.findChild<SessionPanel *>();
+        QTreeWidget *tree = panel->tree();
+        const QTreeWidgetItem *root = tree->topLevelItem(0);
+        QCOMPARE(root->data(0, SessionPanel::idRole).toString(), QStringLiteral("category_new"));
+        QVERIFY(root->isExpanded());
+        QStringList names;
+        for (int i = 0; i < root->childCount(); ++i)
+            names.append(root->child(i)->text(0));
+        QCOMPARE(
+            names.join(u','),
+            QStringLiteral("Folder compare,Folder merge,Folder sync,Text compare,Text edit,Text merge,Table compare,"
+                           "Hex compare,MP3 compare,Image compare,Registry compare,Version compare,Git compare,"
+                           "Archive compare,Checksum,Duplicates,Snapshot,SFTP compare,Environment,Disk usage,Services,"
+                           "Startup"));
+
+        const QPoint folderSync = tree->visualItemRect(root->child(2)).center();
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, folderSync);
+        QCOMPARE(shell.title(), QStringLiteral("Folder sync 1"));
+        QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, folderSync);
+        QCOMPARE(shell.title(), QStringLiteral("Folder sync 1"));
+        QTest::keyClick(tree, Qt::Key_Return);
+        QCOMPARE(shell.title(), QStringLiteral("Folder sync 2"));
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, tree->visualItemRect(root).center());
+        QCOMPARE(shell.tabs->count(), 3);
+    }
+
+    void takesOverALaterStart()
+    {
+        Shell shell;
+        shell.window.showMinimized();
+        QVERIFY(handOver(singleInstanceServerName(), {QStringLiteral("velmora"), path("one"), path("two")}));
+        QTRY_COMPARE(shell.title(), QStringLiteral("one <-> two"));
+        QVERIFY(shell.window.isVisible());
+        QVERIFY(!shell.window.isMinimized());
+    }
+
+    void theThemeOfTheRunOverrulesTheStoredOne()
+    {
+        InterfaceSettings().setValue(QStringLiteral("theme"), 1);
+        const Shell stored;
+        QVERIFY(isDarkTheme());
+        const Tarnwick light(false);
+        QVERIFY(!isDarkTheme());
+        QCOMPARE(InterfaceSettings().value(QStringLiteral("theme")).toInt(), 1);
+        InterfaceSettings().remove(QStringLiteral("theme"));
+    }
+
+    void saysWhatItIs()
+    {
+        Shell shell;
+        shell.window.onAbout();
+        const auto *box = shell.window.findChild<QMessageBox *>();
+        QVERIFY(box);
+        QCOMPARE(box->windowTitle(), QStringLiteral("About Velmora"));
+        QVERIFY(
+            box->text().startsWith(QLatin1String("<h2>Velmora</h2><p>File and folder comparison for Windows.</p>")));
+        QVERIFY(box->text().endsWith(QStringLiteral("<p>Version 1.0.0<br/>build %1<br/>Qt %2</p>")
+                                         .arg(buildStamp(), QString::fromLatin1(qVersion()))));
+        const QRegularExpression stamp(QStringLiteral("^[A-Z][a-z]{2} [ \\d]\\d \\d{4} \\d\\d:\\d\\d:\\d\\d$"));
+        QVERIFY(stamp.match(buildStamp()).hasMatch());
+    }
+
+    void fitsTheScreen()
+    {
+        const QRect screen(100, 50, 1000, 700);
+        QCOMPARE(fittedInto({150, 60, 500, 400}, screen), QRect(150, 60, 500, 400));
+        QCOMPARE(fittedInto({0, 0, 1280, 800}, screen), screen);
+        QCOMPARE(fittedInto({900, 700, 500, 400}, screen), QRect(600, 350, 500, 400));
+        // The screen of the tests is smaller than the window would like to be.
+        Shell shell;
+        shell.window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&shell.window));
+        QVERIFY(shell.window.screen()->availableGeometry().contains(shell.window.frameGeometry()));
+    }
+
+private:
+    [[nodiscard]] QString path(const char *name) const { return m_folder.filePath(QLatin1String(name)); }
+
+    QTemporaryDir m_folder;
+};
+
+VELMORA_TEST(TarnwickTest)
+#include "tarnwick_test.moc"
