@@ -1,0 +1,128 @@
+#include "folder/engine/folder_filter.h"
+
+#include "folder/engine/item_list.h"
+#include "platform/system_attribute.h"
+
+#include <QHash>
+
+namespace velmora {
+
+namespace {
+
+QStringView bareName(const QString &name)
+{
+    return QStringView(name).mid(name.lastIndexOf(u'/') + 1);
+}
+
+QStringList includedMasks(const FolderSessionOptions &options)
+{
+    QStringList masks = options.includeFiles;
+    for (const FileFormatGroup &format : options.fileFormats) {
+        if (format.on)
+            masks += splitMasks(format.mask);
+    }
+    return masks;
+}
+
+QStringList viewMasks(const QString &text)
+{
+    const QString trimmed = text.trimmed();
+    const bool all = trimmed == QLatin1String("*") || trimmed == QLatin1String("*.*");
+    return all ? QStringList() : splitMasks(trimmed);
+}
+
+/// True when the lists let a name through: it is on the first one, unless that is empty, and not on the second.
+bool passes(const WildcardList &include, const WildcardList &exclude, QStringView name)
+{
+    return (include.isEmpty() || include.matches(name)) && !exclude.matches(name);
+}
+
+} // namespace
+
+SystemFileTest makeCachedSystemFileTest()
+{
+    return [known = std::make_shared<QHash<QString, bool>>()](const QString &path) {
+        const auto entry = known->constFind(path);
+        return entry != known->constEnd() ? *entry : *known->insert(path, velmora::isSystemFile(path));
+    };
+}
+
+FolderFilter::FolderFilter(const FolderSessionOptions &options, QSet<QString> excludedNames, FolderViewLimits limits,
+                           SystemFileTest isSystemFile)
+    : m_excludedNames(std::move(excludedNames)),
+      m_includeFiles(includedMasks(options)),
+      m_excludeFiles(options.excludeFiles),
+      m_includeFolders(options.includeFolders),
+      m_excludeFolders(options.excludeFolders),
+      m_otherExclude(options.otherExclude),
+      m_viewMasks(viewMasks(limits.masks)),
+      m_excludeOsFiles(options.excludeOsFiles),
+      m_limits(std::move(limits)),
+      m_isSystemFile(std::move(isSystemFile))
+{}
+
+bool FolderFilter::shows(const FolderDiffItem &item) const
+{
+    const QStringView name = bareName(item.name);
+    if (!m_excludedNames.isEmpty() && m_excludedNames.contains(name.toString()))
+        return false;
+    return item.isDir ? passes(m_includeFolders, m_excludeFolders, name) : showsFile(name, item);
+}
+
+bool FolderFilter::showsFile(QStringView name, const FolderDiffItem &item) const
+{
+    return passes(m_includeFiles, m_excludeFiles, name) && !m_otherExclude.matches(name) && !isSystemFile(item) &&
+           (m_viewMasks.isEmpty() || m_viewMasks.matches(name)) && isInSizeRange(item) && isInDateRange(item);
+}
+
+bool FolderFilter::isSystemFile(const FolderDiffItem &item) const
+{
+    const auto carriesIt = [this](const QString &path) { return !path.isEmpty() && m_isSystemFile(path); };
+    return m_excludeOsFiles && (carriesIt(item.leftPath) || carriesIt(item.rightPath));
+}
+
+bool FolderFilter::isInSizeRange(const FolderDiffItem &item) const
+{
+    const qint64 size = std::max(item.leftSize, item.rightSize);
+    return (m_limits.minimumSize <= 0 || size >= m_limits.minimumSize) &&
+           (m_limits.maximumSize <= 0 || size <= m_limits.maximumSize);
+}
+
+bool FolderFilter::isInDateRange(const FolderDiffItem &item) const
+{
+    if (!m_limits.from.isValid() && !m_limits.to.isValid())
+        return true;
+    const QDateTime &time = item.leftTime.isValid() ? item.leftTime : item.rightTime;
+    return time.isValid() && (!m_limits.from.isValid() || time >= m_limits.from) &&
+           (!m_limits.to.isValid() || time <= m_limits.to);
+}
+
+QList<FolderDiffItem> shownItems(const QList<FolderDiffItem> &items, const FolderFilter &filter)
+{
+    const std::vector<qint32> parents = parentsByName(items);
+    std::vector<bool> hasContents(parents.size());
+    for (const qint32 parent : parents) {
+        if (parent >= 0)
+            hasContents[std::size_t(parent)] = true;
+    }
+
+    ItemList shown;
+    std::vector<qint32> places(parents.size(), -1); // where each item went, -1 for nowhere
+    for (std::size_t i = 0; i < parents.size(); ++i) {
+        const FolderDiffItem &item = items.at(qsizetype(i));
+        const qint32 parent = parents[i] >= 0 ? places[std::size_t(parents[i])] : -1;
+        if ((parents[i] >= 0 && parent < 0) || !filter.shows(item))
+            continue;
+        places[i] = qint32(shown.items.size());
+        shown.parents.push_back(parent);
+        shown.items.append(item);
+        // Contents that are all the same stay so whatever is hidden of them; in a list of mere presence all folders are.
+        if (hasContents[i] && item.diffStatus() != FolderDiffStatus::Same && !item.leftPath.isEmpty() &&
+            !item.rightPath.isEmpty())
+            shown.items.last().status = UndecidedFolder;
+    }
+    rollUpStatuses(shown);
+    return shown.items;
+}
+
+} // namespace velmora

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "core/wildcard.h"
+#include "folder/engine/folder_diff_item.h"
+#include "settings/options/folder_session_options.h"
+
+#include <QDateTime>
+#include <QSet>
+#include <QString>
+
+#include <functional>
+
+namespace velmora {
+
+/// What a person looks for in a comparison for the moment. The values here look for everything.
+struct FolderViewLimits {
+    QString masks;          ///< of the filter bar, separated by ";"; empty, "*" and "*.*" are none
+    qint64 minimumSize = 0; ///< bytes of the larger side; 0 is none
+    qint64 maximumSize = 0; ///< the same
+    QDateTime from;         ///< the earliest modification time, invalid for none
+    QDateTime to;           ///< the latest one
+};
+
+/// Tells whether a path is a file with the operating system's "system" attribute.
+using SystemFileTest = std::function<bool(const QString &path)>;
+
+/// Asks the system once for each path. Copies share what they know; for one thread at a time.
+[[nodiscard]] SystemFileTest makeCachedSystemFileTest();
+
+/// Decides which entries of a comparison are shown: one answer for the session, its report and the command line.
+///
+/// Immutable. The masks are matched without regard to case against bare names. Switched-on file formats are further
+/// masks of files to include. Folders are only ever hidden by the excluded names and by the two lists of folder masks.
+class FolderFilter {
+public:
+    explicit FolderFilter(const FolderSessionOptions &options, QSet<QString> excludedNames = {},
+                          FolderViewLimits limits = {}, SystemFileTest isSystemFile = makeCachedSystemFileTest());
+
+    [[nodiscard]] bool shows(const FolderDiffItem &item) const;
+
+private:
+    [[nodiscard]] bool showsFile(QStringView name, const FolderDiffItem &item) const;
+    [[nodiscard]] bool isSystemFile(const FolderDiffItem &item) const;
+    [[nodiscard]] bool isInSizeRange(const FolderDiffItem &item) const;
+    [[nodiscard]] bool isInDateRange(const FolderDiffItem &item) const;
+
+    QSet<QString> m_excludedNames;
+    WildcardList m_includeFiles;
+    WildcardList m_excludeFiles;
+    WildcardList m_includeFolders;
+    WildcardList m_excludeFolders;
+    WildcardList m_otherExclude;
+    WildcardList m_viewMasks;
+    bool m_excludeOsFiles;
+    FolderViewLimits m_limits;
+    SystemFileTest m_isSystemFile;
+};
+
+/// The items of a comparison in pre-order that are shown; a hidden folder hides what is in it. Folders on both sides
+/// that have contents get the status which the contents that are shown have together; sizes and times stay.
+[[nodiscard]] QList<FolderDiffItem> shownItems(const QList<FolderDiffItem> &items, const FolderFilter &filter);
+
+} // namespace velmora
