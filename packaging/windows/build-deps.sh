@@ -7,7 +7,7 @@ mkdir -p "$1"
 prefix=$(cd "$1" && pwd)
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 project=$(cd "$here/../.." && pwd)
-source "$here/debian-source.sh"
+source "$project/scripts/debian-source.sh"
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT

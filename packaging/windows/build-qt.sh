@@ -11,7 +11,7 @@ mkdir -p "$1"
 prefix=$(cd "$1" && pwd)
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 project=$(cd "$here/../.." && pwd)
-source "$here/debian-source.sh"
+source "$project/scripts/debian-source.sh"
 
 archive=${VELMORA_QT_ARCHIVE:-$project/../shared/windows/qt-6.4.2-mingw64.tar.xz}
 if [[ -f $archive ]]; then

@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Sourced by the scripts beside it.
+# Sourced by scripts that build from source packages of Debian.
 
 # debian_source PACKAGE FOLDER: fetches and unpacks Debian's source package, with Debian's changes applied, into the new folder
 # FOLDER. apt works on lists of its own in there, so that neither the system's sources nor its state change and no root is needed.
