@@ -112,7 +112,7 @@ std::optional<TextEncoding> encodingByZeros(std::string_view bytes, bool validUt
     const bool isBig = little.broken || (!big.broken && big.ascii > little.ascii);
     const Utf16Evidence &better = isBig ? big : little;
     // ASCII names between zero bytes look like Chinese with a letter here and there.
-    const size_t needed = validUtf8 ? better.units / 2 : 0;
+    const size_t needed = validUtf8 ? better.units - better.units / 8 : 0;
     if (better.broken || better.ascii == 0 || better.ascii < needed)
         return std::nullopt;
     return TextEncoding::ofCharset(isBig ? "UTF-16BE" : "UTF-16LE", false);

@@ -1,0 +1,191 @@
+#include "cli/text_patch.h"
+#include "cli_fixture.h"
+#include "core/text_encode.h"
+#include "support/test_main.h"
+
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QStandardPaths>
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+QString word(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+/// Lines over a small alphabet, so that many are equal, with any line end and now and then none at the end of the text.
+QByteArray randomText(QRandomGenerator &random)
+{
+    static const QList<QByteArray> contents{"", "a", "b", " a", "A", "c c", "-- x", "++ y", "@@ z"};
+    static const QList<QByteArray> ends{"\n", "\n", "\n", "\n", "\r\n"};
+    QByteArray text;
+    for (int lines = random.bounded(14); lines > 0; --lines)
+        text += contents[random.bounded(contents.size())] + ends[random.bounded(ends.size())];
+    if (random.bounded(3) == 0)
+        text += contents[random.bounded(1, int(contents.size()))] + (random.bounded(4) == 0 ? "\r" : "");
+    return text;
+}
+
+/// `text` after some of its lines were changed, moved or dropped.
+QByteArray edited(QRandomGenerator &random, const QByteArray &text)
+{
+    QList<QByteArray> lines = text.split('\n');
+    for (int edits = random.bounded(4); edits > 0; --edits) {
+        const qsizetype at = random.bounded(lines.size());
+        if (random.bounded(2) == 0)
+            lines.insert(at, randomText(random));
+        else if (lines.size() > 1)
+            lines.removeAt(at);
+    }
+    return lines.join('\n');
+}
+
+} // namespace
+
+class TextPatchTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { m_patchProgram = QStandardPaths::findExecutable(word("patch")); }
+
+    void looksAsPatchesDo_data()
+    {
+        QTest::addColumn<QByteArray>("left");
+        QTest::addColumn<QByteArray>("right");
+        QTest::addColumn<QByteArray>("hunks");
+        const auto row = [](const char *name, const QByteArray &left, const QByteArray &right,
+                            const QByteArray &hunks) { QTest::newRow(name) << left << right << hunks; };
+        row("from nothing", "", "a\nb\n", "@@ -0,0 +1,2 @@\n+a\n+b\n");
+        row("to nothing", "a\n", "", "@@ -1 +0,0 @@\n-a\n");
+        row("white space counts", "a\n", " a\n", "@@ -1 +1 @@\n-a\n+ a\n");
+        row("line ends count", "a\nb\n", "a\r\nb\n", "@@ -1,2 +1,2 @@\n-a\n+a\r\n b\n");
+        row("end gained", "a", "a\n", "@@ -1 +1 @@\n-a\n\\ No newline at end of file\n+a\n");
+        row("end missing on both", "x\na", "y\na", "@@ -1,2 +1,2 @@\n-x\n+y\n a\n\\ No newline at end of file\n");
+        row("lone return at the end", "a\r", "a",
+            "@@ -1 +1 @@\n-a\r\n\\ No newline at end of file\n+a\n\\ No newline at end of file\n");
+        row("far apart", "0\n1\n2\n3\n4\n5\n6\n7\n8\n", "x\n1\n2\n3\n4\n5\n6\n7\ny\n",
+            "@@ -1,4 +1,4 @@\n-0\n+x\n 1\n 2\n 3\n@@ -6,4 +6,4 @@\n 5\n 6\n 7\n-8\n+y\n");
+        row("contexts that meet", "0\n1\n2\n3\n4\n5\n6\n7\n", "x\n1\n2\n3\n4\n5\n6\ny\n",
+            "@@ -1,8 +1,8 @@\n-0\n+x\n 1\n 2\n 3\n 4\n 5\n 6\n-7\n+y\n");
+        row("mark dropped",
+            "\xEF\xBB\xBF"
+            "a\n",
+            "a\n",
+            "@@ -1 +1 @@\n-\xEF\xBB\xBF"
+            "a\n+a\n");
+    }
+
+    void looksAsPatchesDo()
+    {
+        QFETCH(QByteArray, left);
+        QFETCH(QByteArray, right);
+        QFETCH(QByteArray, hunks);
+        const CliResult result = makePatch(left, right, {});
+        QCOMPARE(result.output.mid(result.output.indexOf("@@")), hunks);
+        QCOMPARE(result.status, 1);
+    }
+
+    void quotesStrangeNames()
+    {
+        QByteArray bytes;
+        QBuffer device(&bytes);
+        QVERIFY(device.open(QIODevice::WriteOnly));
+        OutputBuffer output(device);
+        const TextLines left = TextLines::split("a\n");
+        cli::writePatch(output, {{0, 1, 0, 0}}, word("with space"), left, word("a\"b\\c\nü"), {});
+        QVERIFY(output.finish());
+        QVERIFY(bytes.startsWith("--- with space\t\n+++ \"a\\\"b\\\\c\\012\xC3\xBC\"\n@@ "));
+    }
+
+    void rowsMayLeaveLinesOutOrCallThemEqual()
+    {
+        const TextLines left = TextLines::split("\n\na\nb\n\n");
+        const TextLines right = TextLines::split("\nA\nb\n\n\n\n");
+        const QList<AlignedRow> rows{{Equal, 3, 2}, {Equal, 4, 3}};
+        const std::vector<cli::LineChange> changes = cli::byteChanges(rows, left, right);
+        QCOMPARE(changes, (std::vector<cli::LineChange>{{1, 3, 1, 2}, {5, 5, 4, 6}}));
+    }
+
+    void applyingItGivesTheRightFile_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::newRow("default") << QStringList();
+        for (const char *preset : {"strict", "ignore-case", "relaxed"})
+            QTest::newRow(preset) << QStringList{word("--preset"), word(preset)};
+        QTest::newRow("unaligned, unimportant") << QStringList{word("--options"), word("unaligned")};
+        QTest::newRow("unimportant") << QStringList{word("--options"), word("unimportant")};
+    }
+
+    void applyingItGivesTheRightFile()
+    {
+        QFETCH(QStringList, options);
+        if (m_patchProgram.isEmpty())
+            QSKIP("no patch program here");
+        if (!options.isEmpty() && options[0] == word("--options")) {
+            const int algorithm = options[1] == word("unaligned") ? 3 : 0;
+            options[1] = m_files.write(options[1], QStringLiteral(R"({"alignAlgorithm": %1, "unimportantText": ["a"],
+                                                                      "ignoreBlankLines": true})")
+                                                       .arg(algorithm)
+                                                       .toUtf8());
+        }
+        QRandomGenerator random(5);
+        for (int round = 0; round < 60; ++round) {
+            const QByteArray left = randomText(random);
+            const QByteArray right = random.bounded(4) == 0 ? randomText(random) : edited(random, left);
+            const CliResult result = makePatch(left, right, options);
+            QCOMPARE(result.errors, QByteArray());
+            QCOMPARE(result.status, left == right ? 0 : 1);
+            QCOMPARE(result.output.isEmpty(), left == right);
+            if (left != right)
+                QCOMPARE(applied(result.output), right);
+        }
+    }
+
+    void appliesToOtherEncodings()
+    {
+        if (m_patchProgram.isEmpty())
+            QSKIP("no patch program here");
+        for (const char *encoding : {"GB18030", "Shift-JIS", "UTF-8 BOM", "UTF-16 LE", "UTF-16 BE"}) {
+            const TextEncoding target = TextEncoding::fromName(word(encoding));
+            const QByteArray left = encodeText(word("日本語の文章です。\n二行目\n上\n").repeated(3), target).bytes;
+            const QByteArray right = encodeText(word("日本語の文章です。\r\n二行\n上\n").repeated(3), target).bytes;
+            const CliResult result = makePatch(left, right, {});
+            QCOMPARE(result.status, 1);
+            QCOMPARE(applied(result.output), right);
+        }
+    }
+
+private:
+    CliResult makePatch(const QByteArray &left, const QByteArray &right, const QStringList &options)
+    {
+        m_files.write(word("left"), left);
+        m_files.write(word("right"), right);
+        return runCli(
+            QStringList{word("text"), word("--format=patch"), m_files.path(word("left")), m_files.path(word("right"))} +
+            options);
+    }
+
+    /// The left file after the patch.
+    QByteArray applied(const QByteArray &patch)
+    {
+        QFile::remove(m_files.path(word("out")));
+        QProcess program;
+        program.start(m_patchProgram,
+                      {word("-p0"), word("-s"), word("-o"), m_files.path(word("out")), m_files.path(word("left"))});
+        program.waitForStarted();
+        program.write(patch);
+        program.closeWriteChannel();
+        program.waitForFinished();
+        return program.exitCode() == 0 ? m_files.read(word("out")) : program.readAllStandardOutput() + patch;
+    }
+
+    CliFiles m_files;
+    QString m_patchProgram;
+};
+
+VELMORA_TEST(TextPatchTest)
+#include "text_patch_test.moc"
