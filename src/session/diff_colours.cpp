@@ -29,6 +29,7 @@ constexpr std::array<Shade, diffColourCount> shades = {{
     {DiffColour::Filler, 0xfff1f3f5, 0xff292b2d},
     {DiffColour::FillerHatch, 0xffd5dae0, 0xff3d4145},
     {DiffColour::Rule, 0xffd0d5db, 0xff47494c},
+    {DiffColour::Gap, 0xffa4abb3, 0xff8b9096},
     {DiffColour::Accent, 0xff0b61c4, 0xff5aa9f5},
     {DiffColour::Selection, 0xff2a5fae, 0xff9cc9f7},
     {DiffColour::SelectedText, 0xffffffff, 0xff101418},

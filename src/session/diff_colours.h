@@ -23,6 +23,7 @@ enum class DiffColour : quint8 {
     Filler,      ///< where only the other side has lines; hatched with FillerHatch
     FillerHatch,
     Rule,   ///< thin lines between parts
+    Gap,    ///< a thin line in place of rows that are not shown
     Accent, ///< the frame of the current difference, the focused part
     Selection,
     SelectedText,

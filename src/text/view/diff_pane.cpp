@@ -106,14 +106,14 @@ QString DiffPane::describeCurrentRow() const
 void DiffPane::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    const int gutter = gutterWidth();
     painter.fillRect(event->rect(), diffColour(DiffColour::Background));
-    painter.fillRect(QRect(0, 0, gutter, height()), diffColour(DiffColour::Gutter));
     if (m_scene.document()) {
-        PanePainter frame(painter, m_scene, {m_side, QRect(0, 0, gutter, height()), textArea(), hasFocus()});
+        const QRect gutter(0, 0, gutterWidth(), height());
+        painter.fillRect(gutter, diffColour(DiffColour::Gutter));
+        PanePainter frame(painter, m_scene, {m_side, gutter, textArea(), hasFocus()});
         frame.paint(event->rect());
+        painter.fillRect(QRect(gutter.right(), 0, 1, height()), diffColour(DiffColour::Rule));
     }
-    painter.fillRect(QRect(gutter - 1, 0, 1, height()), diffColour(DiffColour::Rule));
     if (hasFocus())
         painter.fillRect(QRect(0, 0, width(), 2), diffColour(DiffColour::Accent));
 }

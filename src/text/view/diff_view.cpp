@@ -84,8 +84,8 @@ DiffView::DiffView(QWidget *parent)
     connect(&m_scene, &DiffScene::metricsChanged, this, &DiffView::fitScrollBars);
     connect(&m_scene, &DiffScene::scrolled, this, &DiffView::followScene);
     for (DiffPane *shown : {m_left, m_right}) {
-        shown->installEventFilter(this);
         connect(shown, &DiffPane::resized, this, &DiffView::fitViewport);
+        connect(shown, &DiffPane::resized, this, &DiffView::panesMoved);
         connect(shown, &DiffPane::contextMenuWanted, this,
                 [this, shown](QPoint at) { Q_EMIT contextMenuWanted(shown->side(), at); });
     }
@@ -178,19 +178,8 @@ void DiffView::followScene()
 
 void DiffView::placeNotices()
 {
-    for (PaneNotice *card : {m_leftNotice, m_rightNotice}) {
-        const QRect pane = card->parentWidget()->rect();
-        const int width = std::min(std::max(card->sizeHint().width(), 260), pane.width() - 16);
-        const int height = card->hasHeightForWidth() ? card->heightForWidth(width) : card->sizeHint().height();
-        card->setGeometry((pane.width() - width) / 2, std::max((pane.height() - height) * 2 / 5, 8), width, height);
-    }
-}
-
-bool DiffView::eventFilter(QObject *watched, QEvent *event)
-{
-    if (event->type() == QEvent::LayoutRequest)
-        placeNotices();
-    return QWidget::eventFilter(watched, event);
+    m_leftNotice->place();
+    m_rightNotice->place();
 }
 
 void DiffView::changeEvent(QEvent *event)

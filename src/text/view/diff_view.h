@@ -49,11 +49,11 @@ public:
 
 Q_SIGNALS:
     void contextMenuWanted(Side side, QPoint globalPosition);
+    void panesMoved(); ///< a pane has another place or width
 
 protected:
     void wheelEvent(QWheelEvent *event) override;
     void changeEvent(QEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void setFontPointSize(qreal size);

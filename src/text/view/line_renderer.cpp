@@ -74,7 +74,7 @@ void LineRenderer::setFont(const QFont &font)
     m_font = font;
     const QFontMetricsF metrics(font);
     m_rowHeight = int(std::ceil(metrics.height())) + leading;
-    m_textTop = std::floor((m_rowHeight - metrics.height()) / 2);
+    m_baseline = std::floor((m_rowHeight - metrics.height()) / 2) + metrics.ascent();
     // One digit's own width may be rounded; a run of them shows what a cell really takes.
     constexpr int sample = 64;
     const auto measured = makeLayout(QString(sample, u'0'), 0);
@@ -149,14 +149,17 @@ void LineRenderer::draw(QPainter &painter, qsizetype line, const QRectF &area, q
             range.format.setForeground(tint.colour);
             formats.append(range);
         }
-        text.draw(&painter, QPointF(area.left() + x, area.top() + m_textTop), formats);
+        // A character from another font may reach higher than the font's own and would push the line down.
+        const qreal top = area.top() + m_baseline - (text.lineCount() > 0 ? text.lineAt(0).ascent() : 0);
+        text.draw(&painter, QPointF(area.left() + x, top), formats);
     }
 }
 
 void LineRenderer::drawLabel(QPainter &painter, const QRectF &area, Qt::Alignment alignment, const QString &text) const
 {
     painter.setFont(m_font);
-    painter.drawText(area.translated(0, m_textTop), int(alignment | Qt::AlignTop) | Qt::TextSingleLine, text);
+    painter.drawText(area.translated(0, m_baseline - QFontMetricsF(m_font).ascent()),
+                     int(alignment | Qt::AlignTop) | Qt::TextSingleLine, text);
 }
 
 qreal LineRenderer::xOf(qsizetype line, qsizetype unit)

@@ -77,7 +77,7 @@ private:
     QFont m_font;
     qreal m_cellWidth = 8;
     int m_rowHeight = 16;
-    qreal m_textTop = 0; ///< from the top of a row to the top of its text
+    qreal m_baseline = 12; ///< from the top of a row
     QCache<qsizetype, Entry> m_entries;
 };
 

@@ -161,7 +161,8 @@ bool LineSegments::contains(qsizetype index)
 
 LineSegments::Segment LineSegments::at(qsizetype index)
 {
-    Q_ASSERT(contains(index));
+    [[maybe_unused]] const bool exists = contains(index);
+    Q_ASSERT(exists);
     return m_starts[std::size_t(index)];
 }
 

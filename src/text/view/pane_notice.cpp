@@ -12,7 +12,7 @@ namespace velmora {
 namespace {
 
 constexpr int margin = 24;
-constexpr int widestText = 380;
+constexpr int textWidth = 280;
 constexpr qreal corner = 6;
 
 QLabel *makeLabel(QWidget *parent)
@@ -20,7 +20,6 @@ QLabel *makeLabel(QWidget *parent)
     auto *label = new QLabel(parent);
     label->setAlignment(Qt::AlignCenter);
     label->setWordWrap(true);
-    label->setMaximumWidth(widestText);
     return label;
 }
 
@@ -28,7 +27,7 @@ QLabel *makeLabel(QWidget *parent)
 
 PaneNotice::PaneNotice(QWidget *parent) : QWidget(parent), m_title(makeLabel(this)), m_text(makeLabel(this))
 {
-    setAttribute(Qt::WA_TransparentForMouseEvents, false);
+    setCursor(Qt::ArrowCursor);
     QFont strong = m_title->font();
     strong.setPointSizeF(strong.pointSizeF() * 1.25);
     strong.setBold(true);
@@ -36,10 +35,9 @@ PaneNotice::PaneNotice(QWidget *parent) : QWidget(parent), m_title(makeLabel(thi
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(margin, margin, margin, margin);
     column->setSpacing(8);
-    column->addWidget(m_title, 0, Qt::AlignHCenter);
-    column->addWidget(m_text, 0, Qt::AlignHCenter);
+    column->addWidget(m_title);
+    column->addWidget(m_text);
     m_buttons = new QHBoxLayout;
-    m_buttons->setContentsMargins(0, 8, 0, 0);
     column->addLayout(m_buttons);
     refresh();
 }
@@ -57,18 +55,41 @@ void PaneNotice::setTexts(const QString &title, const QString &text)
         }
         delete item;
     }
+    m_buttons->setContentsMargins(0, 0, 0, 0);
 }
 
 void PaneNotice::addButton(const QString &text, std::function<void()> pressed)
 {
     auto *button = new QPushButton(text, this);
     connect(button, &QPushButton::clicked, this, [pressed = std::move(pressed)] { pressed(); });
+    m_buttons->setContentsMargins(0, 8, 0, 0);
     m_buttons->addWidget(button, 0, Qt::AlignCenter);
 }
 
 QString PaneNotice::title() const
 {
     return m_title->text();
+}
+
+QSize PaneNotice::sizeHint() const
+{
+    const int width = std::max(textWidth + 2 * margin, minimumSizeHint().width());
+    return {width, layout()->totalHeightForWidth(width)};
+}
+
+void PaneNotice::place()
+{
+    const QRect pane = parentWidget()->rect();
+    const int width = std::min(sizeHint().width(), pane.width() - 16);
+    const int height = layout()->totalHeightForWidth(width);
+    setGeometry((pane.width() - width) / 2, std::max((pane.height() - height) * 2 / 5, 8), width, height);
+}
+
+bool PaneNotice::event(QEvent *event)
+{
+    if (event->type() == QEvent::LayoutRequest)
+        place();
+    return QWidget::event(event);
 }
 
 void PaneNotice::refresh()

@@ -20,10 +20,16 @@ public:
 
     [[nodiscard]] QString title() const;
 
+    /// Moves to the middle of the parent; to be called when that was resized.
+    void place();
+
     /// Takes up a changed theme.
     void refresh();
 
+    [[nodiscard]] QSize sizeHint() const override;
+
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

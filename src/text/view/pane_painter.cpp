@@ -103,7 +103,7 @@ void PanePainter::paintRow(const Row &row)
     }
     if (m_scene.layout().hidesRowsBefore(row.index)) {
         m_painter.fillRect(QRect(row.gutter.left(), row.text.top(), row.text.right() - row.gutter.left() + 1, 1),
-                           colour(DiffColour::MutedText));
+                           colour(DiffColour::Gap));
     }
     if (m_scene.caret().position.row == row.row)
         paintCaretRow(row);

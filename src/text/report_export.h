@@ -1,0 +1,49 @@
+#pragma once
+
+#include "core/runner.h"
+#include "session/session_record.h"
+#include "settings/options/text_session_options.h"
+#include "text/text_compare_job.h"
+
+#include <QObject>
+
+#include <memory>
+
+namespace velmora {
+
+/// Writes HTML reports of comparison results on a worker, one after the other.
+class ReportExport final : public QObject {
+    Q_OBJECT
+public:
+    explicit ReportExport(QObject *parent = nullptr);
+
+    /// All that a report says, as it was compared.
+    struct Content {
+        std::shared_ptr<const DiffDocument> document; ///< null for no result
+        TextLines left;
+        TextLines right;
+        TextSessionOptions options;
+        SessionPaths paths;
+    };
+
+    /// Writes `content` to the file `path` and ends with one of the signals. A report that is still being written is
+    /// finished first.
+    void write(const Content &content, const QString &path);
+
+Q_SIGNALS:
+    void written(const QString &path);
+    void failed(const QString &path);
+
+private:
+    struct Order {
+        Content content;
+        QString path;
+    };
+
+    void startNext();
+
+    QList<Order> m_orders; ///< the first one is being written while the runner runs
+    Runner m_runner;
+};
+
+} // namespace velmora

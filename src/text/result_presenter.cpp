@@ -1,0 +1,77 @@
+#include "text/result_presenter.h"
+
+#include "session/session_host.h"
+#include "session/translate.h"
+#include "text/side_description.h"
+#include "text/view/diff_view.h"
+#include "text/view/pane_notice.h"
+
+namespace velmora {
+
+ResultPresenter::ResultPresenter(SessionHost &host, DiffView &view, QObject *parent)
+    : QObject(parent), m_host(host), m_view(view)
+{
+    present();
+}
+
+const LoadedSide &ResultPresenter::loaded(Side side) const
+{
+    return side == Side::Left ? m_result.left : m_result.right;
+}
+
+void ResultPresenter::show(Result result)
+{
+    const bool sameFiles = m_result.document && m_result.paths == result.paths;
+    DiffScene &scene = m_view.scene();
+    const qsizetype top = scene.top();
+    const qint64 column = scene.column();
+    m_result = std::move(result);
+    present();
+    if (sameFiles)
+        scene.scrollTo(top, column);
+}
+
+void ResultPresenter::present()
+{
+    const bool isBinary = m_result.left.text.binary || m_result.right.text.binary;
+    const bool hidesText = isBinary && m_asText != m_result.paths;
+    m_view.scene().setDocument(hidesText ? nullptr : m_result.document);
+    presentSide(Side::Left, hidesText);
+    presentSide(Side::Right, hidesText);
+    const bool differs = !m_result.document || m_view.scene().layout().blockCount() > 0;
+    m_view.setBanner(differs || hidesText ? QString() : describeEquality(m_result.left, m_result.right));
+}
+
+void ResultPresenter::presentSide(Side side, bool hidesText)
+{
+    PaneNotice &notice = m_view.notice(side);
+    bool says = true;
+    if (!m_result.document) {
+        notice.setTexts(Velmora::tr("Drop a file here"), Velmora::tr("or choose one above, then press Compare (F5)"));
+    } else if (hidesText && loaded(side).text.binary) {
+        offerBinary(side);
+    } else if (hidesText) {
+        notice.setTexts(Velmora::tr("Not shown"), Velmora::tr("The other side is no text."));
+    } else if (loaded(side).missing) {
+        notice.setTexts(Velmora::tr("No file on this side"),
+                        Velmora::tr("The other side is compared with an empty text."));
+    } else {
+        says = false;
+    }
+    m_view.showNotice(side, says);
+}
+
+void ResultPresenter::offerBinary(Side side)
+{
+    PaneNotice &notice = m_view.notice(side);
+    notice.setTexts(Velmora::tr("Binary content"),
+                    Velmora::tr("This file holds bytes that no text has. Hex compare shows them one by one."));
+    notice.addButton(Velmora::tr("Open in Hex compare"),
+                     [this] { m_host.openSession(QStringLiteral("binary"), m_result.paths); });
+    notice.addButton(Velmora::tr("Show as text"), [this] {
+        m_asText = m_result.paths;
+        present();
+    });
+}
+
+} // namespace velmora

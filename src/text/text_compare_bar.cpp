@@ -1,0 +1,159 @@
+#include "text/text_compare_bar.h"
+
+#include "session/theme.h"
+#include "session/translate.h"
+
+#include <QActionGroup>
+#include <QLabel>
+#include <QToolButton>
+
+namespace velmora {
+
+/// How an action is presented: its name, the icon's file, its keys.
+struct TextCompareBar::Look {
+    const char *objectName;
+    QString text;
+    QString icon; ///< empty for an action without a button
+    QList<QKeySequence> keys;
+    QString hint; ///< instead of the text in the tool tip
+};
+
+namespace {
+
+QString hintWithKeys(const QString &hint, const QList<QKeySequence> &keys)
+{
+    QStringList names;
+    for (const QKeySequence &key : keys)
+        names.append(key.toString(QKeySequence::NativeText));
+    return names.isEmpty() ? hint : Velmora::tr("%1 (%2)").arg(hint, names.join(QStringLiteral(", ")));
+}
+
+} // namespace
+
+TextCompareBar::TextCompareBar(QWidget *session) : QToolBar(session), m_position(new QLabel(this))
+{
+    setObjectName(QStringLiteral("underIconToolBar"));
+    setMovable(false);
+    setFloatable(false);
+    setIconSize(QSize(20, 20));
+
+    const auto filter = [this](const Look &look) {
+        QAction *action = add(look);
+        action->setCheckable(true);
+        showTextBeside(action);
+        return action;
+    };
+
+    compare = add({"compareAction", Velmora::tr("Compare"), QStringLiteral("compare.png"), {Qt::Key_F5}, {}});
+    showTextBeside(compare);
+    cancel = add({"cancelAction", Velmora::tr("Cancel"), {}, {Qt::Key_Escape}, {}});
+    reload = add({"reloadAction",
+                  Velmora::tr("Reload"),
+                  QStringLiteral("reload.png"),
+                  {Qt::CTRL | Qt::Key_F5},
+                  Velmora::tr("Reload both sides from disk")});
+    addSeparator();
+    previousDifference = add({"previousAction",
+                              Velmora::tr("Previous"),
+                              QStringLiteral("prev_diff.png"),
+                              {Qt::SHIFT | Qt::Key_F8, Qt::ALT | Qt::Key_Up},
+                              Velmora::tr("Previous difference")});
+    nextDifference = add({"nextAction",
+                          Velmora::tr("Next"),
+                          QStringLiteral("next_diff.png"),
+                          {Qt::Key_F8, Qt::ALT | Qt::Key_Down},
+                          Velmora::tr("Next difference")});
+    m_position->setObjectName(QStringLiteral("differencePosition"));
+    m_position->setContentsMargins(6, 0, 6, 0);
+    addWidget(m_position);
+    addSeparator();
+    showAll =
+        filter({"showAllAction", Velmora::tr("All"), QStringLiteral("all.png"), {}, Velmora::tr("Show all lines")});
+    showDifferences = filter({"showDifferencesAction",
+                              Velmora::tr("Differences"),
+                              QStringLiteral("diff.png"),
+                              {},
+                              Velmora::tr("Show lines that differ")});
+    showIdentical = filter({"showIdenticalAction",
+                            Velmora::tr("Identical"),
+                            QStringLiteral("same.png"),
+                            {},
+                            Velmora::tr("Show lines that are identical")});
+    auto *filters = new QActionGroup(this);
+    for (QAction *action : {showAll, showDifferences, showIdentical})
+        filters->addAction(action);
+    showAll->setChecked(true);
+    addSeparator();
+    swapSides =
+        add({"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, Velmora::tr("Swap left and right")});
+    exportReport = add({"exportAction",
+                        Velmora::tr("Report"),
+                        QStringLiteral("report.png"),
+                        {},
+                        Velmora::tr("Export an HTML report of the differences")});
+
+    switchPane = add({"switchPaneAction", Velmora::tr("Switch to the other side"), {}, {Qt::Key_F6}, {}});
+    zoomIn =
+        add({"zoomInAction", Velmora::tr("Larger text"), {}, {Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal}, {}});
+    zoomOut = add({"zoomOutAction", Velmora::tr("Smaller text"), {}, {Qt::CTRL | Qt::Key_Minus}, {}});
+    resetZoom = add({"resetZoomAction", Velmora::tr("Usual text size"), {}, {Qt::CTRL | Qt::Key_0}, {}});
+
+    showRunning(false, false);
+    showPosition(-1, 0);
+}
+
+QAction *TextCompareBar::add(const Look &look)
+{
+    auto *action = new QAction(look.text, this);
+    action->setObjectName(QLatin1String(look.objectName));
+    action->setShortcuts(look.keys);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    action->setToolTip(hintWithKeys(look.hint.isEmpty() ? look.text : look.hint, look.keys));
+    parentWidget()->addAction(action);
+    if (!look.icon.isEmpty()) {
+        addAction(action);
+        m_icons.append({action, look.icon});
+    }
+    return action;
+}
+
+void TextCompareBar::showTextBeside(QAction *action)
+{
+    if (auto *button = qobject_cast<QToolButton *>(widgetForAction(action)))
+        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+}
+
+void TextCompareBar::showRunning(bool running, bool cancelling)
+{
+    m_running = running;
+    compare->setText(running ? Velmora::tr("Cancel") : Velmora::tr("Compare"));
+    compare->setToolTip(hintWithKeys(running ? Velmora::tr("Cancel the comparison") : Velmora::tr("Compare"),
+                                     running ? cancel->shortcuts() : compare->shortcuts()));
+    compare->setEnabled(!cancelling);
+    cancel->setEnabled(running && !cancelling);
+    refreshTheme();
+}
+
+void TextCompareBar::showPosition(qsizetype current, qsizetype count)
+{
+    m_position->setText(Velmora::tr("Diff %1/%2").arg(current + 1).arg(count));
+    previousDifference->setEnabled(count > 0 && current != 0);
+    nextDifference->setEnabled(current < count - 1);
+}
+
+QString TextCompareBar::positionText() const
+{
+    return m_position->text();
+}
+
+void TextCompareBar::refreshTheme()
+{
+    for (const auto &[action, name] : m_icons) {
+        const bool cancels = action == compare && m_running;
+        const QIcon icon = themedIcon(cancels ? QStringLiteral("cancel.png") : name);
+        // Without its picture a button shows its text.
+        action->setIcon(icon.availableSizes().isEmpty() ? QIcon() : icon);
+    }
+}
+
+} // namespace velmora

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QToolBar>
+
+class QLabel;
+
+namespace velmora {
+
+/// The commands of a text comparison as buttons and keys, and the label that counts its differences.
+///
+/// The session connects the actions to its slots; this class knows what they are called and look like.
+class TextCompareBar final : public QToolBar {
+    Q_OBJECT
+public:
+    /// The actions' keys work everywhere in `session`, which owns the bar.
+    explicit TextCompareBar(QWidget *session);
+
+    QAction *compare;
+    QAction *cancel; ///< by key only; enabled while a comparison runs
+    QAction *reload;
+    QAction *previousDifference;
+    QAction *nextDifference;
+    QAction *showAll;
+    QAction *showDifferences;
+    QAction *showIdentical;
+    QAction *swapSides;
+    QAction *exportReport;
+    QAction *switchPane; ///< by key only, as the three after it
+    QAction *zoomIn;
+    QAction *zoomOut;
+    QAction *resetZoom;
+
+    /// Turns the compare button into the one that cancels, and back.
+    void showRunning(bool running, bool cancelling);
+
+    /// Shows which of `count` differences is the current one; `current` counts from 0, -1 for none.
+    void showPosition(qsizetype current, qsizetype count);
+    [[nodiscard]] QString positionText() const;
+
+    /// Takes up a changed theme.
+    void refreshTheme();
+
+private:
+    struct Look;
+
+    [[nodiscard]] QAction *add(const Look &look);
+    void showTextBeside(QAction *action);
+
+    QLabel *m_position;
+    QList<std::pair<QAction *, QString>> m_icons;
+    bool m_running = false;
+};
+
+} // namespace velmora

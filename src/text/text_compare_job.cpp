@@ -1,0 +1,58 @@
+#include "text/text_compare_job.h"
+
+#include "text/engine/line_diff_engine.h"
+#include "text/replacement_rules.h"
+
+namespace velmora {
+
+namespace {
+
+/// False when the file could not be read.
+bool load(const SideInput &input, LoadedSide &side, const CancelFlag &cancel)
+{
+    if (input.loaded) {
+        side = *input.loaded;
+        return true;
+    }
+    if (input.path.isEmpty())
+        return true;
+    side.stamp = FileStamp::of(input.path);
+    const FileContents contents = readFile(input.path, cancel);
+    if (!contents.ok())
+        return false;
+    side.missing = false;
+    side.text = decodeText(contents.bytes, input.encoding, cancel);
+    return true;
+}
+
+} // namespace
+
+TextCompareResult runTextCompare(const TextCompareInput &input, const CancelFlag &cancel, Progress &progress)
+{
+    TextCompareResult result;
+    progress.report(0, 0, 0);
+    if (!load(input.left, result.left, cancel))
+        return {.unreadable = Side::Left, .left = {}, .right = {}, .document = {}};
+    if (!load(input.right, result.right, cancel))
+        return {.unreadable = Side::Right, .left = {}, .right = {}, .document = {}};
+
+    const TextSessionOptions &options = input.options;
+    const TextLines left =
+        applyReplacements(result.left.text.lines, options.leftReplaceFind, options.leftReplaceWith, cancel);
+    const TextLines right =
+        applyReplacements(result.right.text.lines, options.rightReplaceFind, options.rightReplaceWith, cancel);
+    if (cancel.isCancelled())
+        return result;
+    Progress compareProgress([&progress](const ProgressState &state) {
+        progress.report(state.phase + 1, state.done, state.total, state.item);
+    });
+    QList<AlignedRow> rows = compareTexts(left, right, options, cancel, compareProgress);
+    if (cancel.isCancelled())
+        return result;
+    result.document =
+        std::make_shared<DiffDocument>(std::move(rows), std::make_shared<TextLinesSource>(result.left.text.lines),
+                                       std::make_shared<TextLinesSource>(result.right.text.lines));
+    return result;
+}
+
+} // namespace velmora

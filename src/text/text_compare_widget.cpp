@@ -1,0 +1,534 @@
+#include "text/text_compare_widget.h"
+
+#include "session/dialogs.h"
+#include "session/session_host.h"
+#include "session/translate.h"
+#include "text/external_change.h"
+#include "text/progress_strip.h"
+#include "text/result_presenter.h"
+#include "text/side_description.h"
+#include "text/text_compare_bar.h"
+#include "text/text_side.h"
+#include "text/view/diff_pane.h"
+#include "text/view/diff_view.h"
+
+#include <QBoxLayout>
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QJsonObject>
+#include <QLabel>
+#include <QLocale>
+#include <QMenu>
+#include <QMimeData>
+
+namespace velmora {
+
+namespace {
+
+constexpr qint64 limitInMegabytes = 50;
+
+QString fileName(const QString &path)
+{
+    return QFileInfo(path).fileName();
+}
+
+} // namespace
+
+TextCompareWidget::TextCompareWidget(SessionHost &host, QWidget *parent)
+    : SessionWidget(host, parent),
+      m_bar(new TextCompareBar(this)),
+      m_left(new TextSide(Side::Left, this)),
+      m_right(new TextSide(Side::Right, this)),
+      m_progress(new ProgressStrip(this)),
+      m_view(new DiffView(this)),
+      m_presenter(new ResultPresenter(host, *m_view, this)),
+      m_status(new QLabel(Velmora::tr("Ready"), this)),
+      m_format(new QLabel(this))
+{
+    setAcceptDrops(true);
+    buildLayout();
+    connectBar();
+    connectSides();
+    connect(&m_runner, &Runner::runningChanged, this, &TextCompareWidget::showRunning);
+    connect(&m_view->scene(), &DiffScene::currentBlockChanged, this, &TextCompareWidget::showPosition);
+    connect(&m_view->scene(), &DiffScene::documentChanged, this, &TextCompareWidget::showPosition);
+    connect(m_view, &DiffView::panesMoved, this, &TextCompareWidget::alignInputs);
+    connect(m_view, &DiffView::contextMenuWanted, this, &TextCompareWidget::showContextMenu);
+    connect(&m_reports, &ReportExport::written, this, [this](const QString &path) {
+        showMessage(Velmora::tr("Report written: %1").arg(QDir::toNativeSeparators(path)));
+    });
+    connect(&m_reports, &ReportExport::failed, this, [this](const QString &path) {
+        const QString message = Velmora::tr("Cannot write file: %1").arg(QDir::toNativeSeparators(path));
+        showMessage(message);
+        Dialogs::instance().tell(this, Dialogs::Tone::Warning, Velmora::tr("Export diff report"), message);
+    });
+    applyOptions();
+}
+
+TextCompareWidget::~TextCompareWidget() = default;
+
+void TextCompareWidget::buildLayout()
+{
+    for (QLabel *label : {m_status, m_format})
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_status->setObjectName(QStringLiteral("statusLabel"));
+    m_format->setObjectName(QStringLiteral("formatLabel"));
+    // A long message must not make the window wider.
+    m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+
+    m_inputs = new QHBoxLayout;
+    m_inputs->setContentsMargins(6, 2, 6, 4);
+    m_inputs->setSpacing(10);
+    for (TextSide *side : {m_left, m_right}) {
+        side->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+        m_inputs->addWidget(side, 1);
+    }
+
+    auto *foot = new QHBoxLayout;
+    foot->setContentsMargins(8, 3, 8, 3);
+    foot->setSpacing(16);
+    foot->addWidget(m_status, 1);
+    foot->addWidget(m_format);
+
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_bar);
+    column->addLayout(m_inputs);
+    column->addWidget(m_progress);
+    column->addWidget(m_view, 1);
+    column->addLayout(foot);
+    setFocusProxy(m_left);
+}
+
+void TextCompareWidget::alignInputs()
+{
+    const QWidget &left = m_view->pane(Side::Left);
+    const QWidget &right = m_view->pane(Side::Right);
+    QMargins margins = m_inputs->contentsMargins();
+    margins.setRight(margins.left() + width() - right.mapTo(this, QPoint(right.width(), 0)).x());
+    m_inputs->setContentsMargins(margins);
+    m_inputs->setStretch(0, left.width());
+    m_inputs->setStretch(1, right.width());
+}
+
+void TextCompareWidget::connectBar()
+{
+    const auto onTrigger = [this](QAction *action, void (TextCompareWidget::*slot)()) {
+        connect(action, &QAction::triggered, this, slot);
+    };
+    onTrigger(m_bar->compare, &TextCompareWidget::onCompare);
+    onTrigger(m_bar->cancel, &TextCompareWidget::onCompare);
+    onTrigger(m_bar->reload, &TextCompareWidget::onReloadBoth);
+    onTrigger(m_bar->previousDifference, &TextCompareWidget::onPrevDiff);
+    onTrigger(m_bar->nextDifference, &TextCompareWidget::onNextDiff);
+    onTrigger(m_bar->showAll, &TextCompareWidget::onShowAll);
+    onTrigger(m_bar->showDifferences, &TextCompareWidget::onShowDifferences);
+    onTrigger(m_bar->showIdentical, &TextCompareWidget::onShowIdentical);
+    onTrigger(m_bar->swapSides, &TextCompareWidget::onSwapSides);
+    onTrigger(m_bar->exportReport, &TextCompareWidget::onExportHtml);
+    connect(m_bar->switchPane, &QAction::triggered, m_view, &DiffView::switchPane);
+    connect(m_bar->zoomIn, &QAction::triggered, m_view, [this] { m_view->zoomBy(1); });
+    connect(m_bar->zoomOut, &QAction::triggered, m_view, [this] { m_view->zoomBy(-1); });
+    connect(m_bar->resetZoom, &QAction::triggered, m_view, &DiffView::resetZoom);
+}
+
+void TextCompareWidget::connectSides()
+{
+    connect(&m_left->pathEdit(), &PathEdit::browseRequested, this, &TextCompareWidget::onBrowseLeft);
+    connect(&m_right->pathEdit(), &PathEdit::browseRequested, this, &TextCompareWidget::onBrowseRight);
+    for (const Side side : {Side::Left, Side::Right}) {
+        connect(&sideAt(side).pathEdit(), &PathEdit::submitted, this, [this] {
+            m_view->setFocus();
+            start();
+        });
+        connect(&sideAt(side), &TextSide::encodingChosen, this, [this, side] { chooseEncoding(side); });
+    }
+}
+
+// The session as the window knows it ----------------------------------------------------------------------------------
+
+QString TextCompareWidget::kind() const
+{
+    return QStringLiteral("text");
+}
+
+SessionPaths TextCompareWidget::paths() const
+{
+    return {m_left->path(), m_right->path(), {}};
+}
+
+void TextCompareWidget::setPaths(const SessionPaths &paths)
+{
+    m_left->setPath(paths.left);
+    m_right->setPath(paths.right);
+}
+
+void TextCompareWidget::start()
+{
+    m_runner.abandon();
+    onCompare();
+}
+
+QJsonObject TextCompareWidget::options() const
+{
+    return toJson(m_options);
+}
+
+void TextCompareWidget::setOptions(const QJsonObject &options)
+{
+    if (fromJson(options, m_options))
+        applyOptions();
+}
+
+void TextCompareWidget::applyOptions()
+{
+    const QString right = m_options.sameAsLeftFileFormat ? m_options.leftEncoding : m_options.rightEncoding;
+    m_left->setEncoding(TextEncoding::fromName(m_options.leftEncoding));
+    m_right->setEncoding(TextEncoding::fromName(right));
+    m_left->pathEdit().setReadOnly(m_options.leftReadOnly);
+    m_right->pathEdit().setReadOnly(m_options.rightReadOnly);
+}
+
+void TextCompareWidget::chooseEncoding(Side side)
+{
+    const QString name = sideAt(side).encoding().name();
+    if (side == Side::Left) {
+        m_options.leftEncoding = name;
+    } else {
+        m_options.rightEncoding = name;
+        m_options.sameAsLeftFileFormat = false;
+    }
+    applyOptions();
+    if (m_compared.document)
+        start();
+}
+
+bool TextCompareWidget::setPendingReport(const QString &path)
+{
+    m_pendingReport = path;
+    return true;
+}
+
+void TextCompareWidget::refreshTheme()
+{
+    m_bar->refreshTheme();
+    m_left->pathEdit().refreshTheme();
+    m_right->pathEdit().refreshTheme();
+    m_view->refreshTheme();
+}
+
+// Inputs --------------------------------------------------------------------------------------------------------------
+
+void TextCompareWidget::browse(TextSide &side, const QString &title)
+{
+    Dialogs::instance().openFile(this, title, side.path(), {}, [&side](const QString &path) { side.setPath(path); });
+}
+
+void TextCompareWidget::onBrowseLeft()
+{
+    browse(*m_left, Velmora::tr("Select left file"));
+}
+
+void TextCompareWidget::onBrowseRight()
+{
+    browse(*m_right, Velmora::tr("Select right file"));
+}
+
+void TextCompareWidget::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+void TextCompareWidget::dropEvent(QDropEvent *event)
+{
+    QStringList paths;
+    const QList<QUrl> urls = event->mimeData()->urls();
+    for (const QUrl &url : urls) {
+        if (url.isLocalFile())
+            paths.append(url.toLocalFile());
+    }
+    event->acceptProposedAction();
+    dropPaths(paths, event->position().toPoint());
+}
+
+Side TextCompareWidget::sideUnder(QPoint position) const
+{
+    const QWidget *right = m_right;
+    if (position.y() >= m_view->y())
+        right = &m_view->pane(Side::Right);
+    return position.x() < right->mapTo(this, QPoint()).x() ? Side::Left : Side::Right;
+}
+
+void TextCompareWidget::dropPaths(const QStringList &paths, QPoint position)
+{
+    if (paths.isEmpty())
+        return;
+    if (std::any_of(paths.begin(), paths.end(), [](const QString &path) { return QFileInfo(path).isDir(); })) {
+        showMessage(Velmora::tr("Folders are not supported here — use the Folder compare tab."));
+        return;
+    }
+    if (paths.size() >= 2) {
+        setPaths({paths.at(0), paths.at(1), {}});
+        start();
+        return;
+    }
+    const Side side = sideUnder(position);
+    sideAt(side).setPath(paths.first());
+    // The second of two single drops completes a new pair; a drop on a pair that is shown may be the first of two.
+    if (!m_compared.document && !sideAt(otherSide(side)).path().isEmpty())
+        start();
+}
+
+void TextCompareWidget::useClipboardText(Side side)
+{
+    sideAt(side).takeClipboard();
+    start();
+}
+
+void TextCompareWidget::onSwapSides()
+{
+    m_left->swapWith(*m_right);
+    if (!m_options.sameAsLeftFileFormat) {
+        std::swap(m_options.leftFileType, m_options.rightFileType);
+        std::swap(m_options.leftEncoding, m_options.rightEncoding);
+        std::swap(m_options.leftEol, m_options.rightEol);
+    }
+    std::swap(m_options.leftReplaceFind, m_options.rightReplaceFind);
+    std::swap(m_options.leftReplaceWith, m_options.rightReplaceWith);
+    applyOptions();
+    if (m_compared.document || m_runner.isRunning())
+        start();
+}
+
+// Comparing -----------------------------------------------------------------------------------------------------------
+
+void TextCompareWidget::onCompare()
+{
+    if (m_runner.isRunning()) {
+        m_runner.cancel();
+        showMessage(Velmora::tr("Cancelling..."));
+        return;
+    }
+    if (checkInputs())
+        checkExternalChange();
+}
+
+bool TextCompareWidget::checkInputs()
+{
+    if (m_left->path().isEmpty() && m_right->path().isEmpty()) {
+        showMessage(Velmora::tr("Select at least one file to compare"));
+        return false;
+    }
+    if (!m_left->exists() && !m_right->exists()) {
+        showMessage(Velmora::tr("Neither file exists"));
+        return false;
+    }
+    if (m_left->isFileAtLeast(sizeLimit) || m_right->isFileAtLeast(sizeLimit)) {
+        showMessage(Velmora::tr("File too large (limit %1 MB). Use folder compare or split the file first.")
+                        .arg(limitInMegabytes));
+        return false;
+    }
+    return true;
+}
+
+void TextCompareWidget::checkExternalChange()
+{
+    ExternalChange change;
+    if (m_left->isChangedOnDisk())
+        change.leftPath = m_left->path();
+    if (m_right->isChangedOnDisk())
+        change.rightPath = m_right->path();
+    if (change.isEmpty()) {
+        startComparison(ChangedFile::Reload);
+        return;
+    }
+    askAboutExternalChange(this, change, [this](ExternalChangeAnswer answer) {
+        if (answer == ExternalChangeAnswer::Cancel || m_runner.isRunning())
+            return;
+        startComparison(answer == ExternalChangeAnswer::Reload ? ChangedFile::Reload : ChangedFile::KeepLoaded);
+    });
+}
+
+void TextCompareWidget::onReloadLeft()
+{
+    onReloadBoth();
+}
+
+void TextCompareWidget::onReloadRight()
+{
+    onReloadBoth();
+}
+
+void TextCompareWidget::onReloadBoth()
+{
+    m_runner.abandon();
+    if (checkInputs())
+        startComparison(ChangedFile::Reload);
+}
+
+void TextCompareWidget::startComparison(ChangedFile changed)
+{
+    m_running = {paths(), m_options};
+    TextCompareInput input{m_left->input(changed), m_right->input(changed), m_options};
+    showMessage(Velmora::tr("Comparing..."));
+    setFocusProxy(m_view); // from now on the texts are what keys are for
+    m_runner.start([input = std::move(input)](const CancelFlag &cancel,
+                                              Progress &progress) { return runTextCompare(input, cancel, progress); },
+                   [this](RunOutcome<TextCompareResult> &&outcome) { takeOutcome(std::move(outcome)); },
+                   [this](const ProgressState &state) { showProgress(state); });
+}
+
+void TextCompareWidget::takeOutcome(RunOutcome<TextCompareResult> &&outcome)
+{
+    if (!outcome.value) {
+        showMessage(Velmora::tr("Not enough memory to compare these files"));
+        return;
+    }
+    const TextCompareResult &result = *outcome.value;
+    const bool cancelled = outcome.end == RunEnd::Cancelled;
+    if (result.unreadable && !cancelled) {
+        const bool left = *result.unreadable == Side::Left;
+        const QString path = QDir::toNativeSeparators(left ? m_running.paths.left : m_running.paths.right);
+        showMessage(left ? Velmora::tr("Cannot open left file: %1").arg(path)
+                         : Velmora::tr("Cannot open right file: %1").arg(path));
+        return;
+    }
+    onTextCompareFinished(outcome.number, result.document, describeFormats(result.left, result.right),
+                          QFileInfo(m_running.paths.left).suffix(), QFileInfo(m_running.paths.right).suffix(),
+                          cancelled, result.left, result.right);
+}
+
+void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::shared_ptr<const DiffDocument> &diff,
+                                              const QString &encodingLabel, const QString & /*leftSuffix*/,
+                                              const QString & /*rightSuffix*/, bool cancelled,
+                                              const LoadedSide &leftRaw, const LoadedSide &rightRaw)
+{
+    if (generation != m_runner.currentNumber())
+        return;
+    if (cancelled || !diff) {
+        showMessage(Velmora::tr("Compare cancelled"));
+        return;
+    }
+    const SessionPaths &paths = m_running.paths;
+    m_compared = {diff, leftRaw.text.lines, rightRaw.text.lines, m_running.options, paths};
+    m_left->setLoaded(leftRaw, paths.left);
+    m_right->setLoaded(rightRaw, paths.right);
+    m_formatText = encodingLabel;
+    m_format->setText(encodingLabel);
+    m_presenter->show({diff, leftRaw, rightRaw, paths});
+
+    const DiffCounts counts = countRows(diff->rows());
+    showMessage(
+        Velmora::tr("Compare done: %1 diffs (added %2, removed %3, modified %4) | Left: %5 lines, Right: %6 lines")
+            .arg(counts.differences())
+            .arg(counts.added)
+            .arg(counts.removed)
+            .arg(counts.modified)
+            .arg(counts.leftLines)
+            .arg(counts.rightLines));
+    Q_EMIT tabTitleChanged(Velmora::tr("%1 <-> %2").arg(fileName(paths.left), fileName(paths.right)));
+    Q_EMIT comparisonFinished(paths.left, paths.right);
+    if (!m_pendingReport.isEmpty())
+        m_reports.write(m_compared, std::exchange(m_pendingReport, {}));
+}
+
+void TextCompareWidget::showProgress(const ProgressState &state)
+{
+    if (state.phase == 0 || state.total <= 0) {
+        m_progress->showBusy();
+        return;
+    }
+    // Reading the lines takes about as long as matching them.
+    const double share = double(state.done) / double(state.total);
+    m_progress->showFraction((state.phase - 1 + share) / 2);
+    const QLocale locale;
+    const QString text =
+        state.phase == 1 ? Velmora::tr("Reading lines: %1 of %2") : Velmora::tr("Matching lines: %1 of %2");
+    m_format->setText(text.arg(locale.toString(state.done), locale.toString(state.total)));
+}
+
+void TextCompareWidget::showRunning()
+{
+    m_bar->showRunning(m_runner.isRunning(), m_runner.isCancelling());
+    if (!m_runner.isRunning()) {
+        m_progress->clear();
+        m_format->setText(m_formatText);
+    }
+}
+
+void TextCompareWidget::showMessage(const QString &message)
+{
+    m_status->setText(message);
+    m_status->setToolTip(message);
+    Q_EMIT statusMessage(message);
+}
+
+// The result ----------------------------------------------------------------------------------------------------------
+
+void TextCompareWidget::showPosition()
+{
+    m_bar->showPosition(m_view->scene().currentBlock(), m_view->scene().layout().blockCount());
+}
+
+void TextCompareWidget::onNextDiff()
+{
+    DiffScene &scene = m_view->scene();
+    scene.goToBlock(std::min(scene.currentBlock() + 1, scene.layout().blockCount() - 1));
+}
+
+void TextCompareWidget::onPrevDiff()
+{
+    DiffScene &scene = m_view->scene();
+    scene.goToBlock(std::max<qsizetype>(scene.currentBlock() - 1, 0));
+}
+
+void TextCompareWidget::onShowAll()
+{
+    m_bar->showAll->setChecked(true);
+    m_view->scene().setFilter(RowFilter::All);
+}
+
+void TextCompareWidget::onShowDifferences()
+{
+    m_bar->showDifferences->setChecked(true);
+    m_view->scene().setFilter(RowFilter::Differences);
+}
+
+void TextCompareWidget::onShowIdentical()
+{
+    m_bar->showIdentical->setChecked(true);
+    m_view->scene().setFilter(RowFilter::Identical);
+}
+
+void TextCompareWidget::showContextMenu(Side side, QPoint at)
+{
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    DiffPane *pane = &m_view->pane(side);
+    QAction *copy = menu->addAction(Velmora::tr("Copy"), QKeySequence::Copy, pane, &DiffPane::copy);
+    copy->setEnabled(m_view->scene().caret().hasSelection() && m_view->activeSide() == side);
+    menu->addAction(Velmora::tr("Select all"), QKeySequence::SelectAll, pane, &DiffPane::selectAll);
+    menu->addSeparator();
+    menu->addAction(m_bar->previousDifference);
+    menu->addAction(m_bar->nextDifference);
+    menu->addSeparator();
+    menu->addAction(Velmora::tr("Compare the clipboard's text as this side"), this,
+                    [this, side] { useClipboardText(side); });
+    menu->popup(at);
+}
+
+void TextCompareWidget::onExportHtml()
+{
+    if (!m_compared.document) {
+        showMessage(Velmora::tr("No comparison result to export"));
+        return;
+    }
+    Dialogs::instance().saveFile(this, Velmora::tr("Export diff report"), QStringLiteral("diff_report.html"),
+                                 QStringLiteral("HTML (*.html)"),
+                                 [this](const QString &path) { m_reports.write(m_compared, path); });
+}
+
+} // namespace velmora

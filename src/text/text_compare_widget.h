@@ -1,0 +1,126 @@
+#pragma once
+
+#include "core/runner.h"
+#include "session/session_widget.h"
+#include "settings/options/text_session_options.h"
+#include "text/report_export.h"
+#include "text/text_compare_job.h"
+#include "text/view/row_layout.h"
+
+class QHBoxLayout;
+class QLabel;
+
+namespace velmora {
+
+class DiffView;
+class ProgressStrip;
+class ResultPresenter;
+class TextCompareBar;
+class TextSide;
+enum class ChangedFile;
+
+/// The session of kind "text": two files, or one file and an empty side, are compared line by line and shown side by
+/// side.
+///
+/// A comparison reads and compares on a worker; the result stays shown until the next one has completed, also when that
+/// fails or is cancelled. Differences are numbered as blocks, runs of rows that differ, while the status line counts
+/// rows.
+class TextCompareWidget final : public SessionWidget {
+    Q_OBJECT
+public:
+    /// A file must be smaller than this many bytes.
+    static constexpr qint64 sizeLimit = 52'428'801;
+
+    explicit TextCompareWidget(SessionHost &host, QWidget *parent = nullptr);
+    ~TextCompareWidget() override;
+
+    [[nodiscard]] QString kind() const override;
+    [[nodiscard]] SessionPaths paths() const override;
+    void setPaths(const SessionPaths &paths) override;
+    /// Starts anew when a comparison runs already.
+    void start() override;
+    [[nodiscard]] QJsonObject options() const override;
+    void setOptions(const QJsonObject &options) override;
+    bool setPendingReport(const QString &path) override;
+    [[nodiscard]] bool acceptsDroppedPaths() const override { return true; }
+    void dropPaths(const QStringList &paths, QPoint position) override;
+    void refreshTheme() override;
+
+    /// Takes the clipboard's text as `side`, which then has no file, and compares.
+    void useClipboardText(Side side);
+
+    [[nodiscard]] bool isComparing() const { return m_runner.isRunning(); }
+    [[nodiscard]] DiffView &view() { return *m_view; }
+
+public Q_SLOTS:
+    void onBrowseLeft();
+    void onBrowseRight();
+    /// Starts a comparison, or cancels the one that runs.
+    void onCompare();
+    void onNextDiff();
+    void onPrevDiff();
+    void onShowAll();
+    void onShowDifferences();
+    void onShowIdentical();
+    void onSwapSides();
+    void onReloadLeft();
+    void onReloadRight();
+    void onReloadBoth();
+    void onExportHtml();
+    /// Takes up what the run of number `generation` found; one that is no longer the current run is dropped.
+    void onTextCompareFinished(quint64 generation, const std::shared_ptr<const velmora::DiffDocument> &diff,
+                               const QString &encodingLabel, const QString &leftSuffix, const QString &rightSuffix,
+                               bool cancelled, const velmora::LoadedSide &leftRaw, const velmora::LoadedSide &rightRaw);
+
+protected:
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+private:
+    /// A comparison as it was started.
+    struct Request {
+        SessionPaths paths;
+        TextSessionOptions options;
+    };
+
+    [[nodiscard]] TextSide &sideAt(Side side) { return side == Side::Left ? *m_left : *m_right; }
+    void buildLayout();
+    void alignInputs();
+    void connectBar();
+    void connectSides();
+    void browse(TextSide &side, const QString &title);
+    void applyOptions();
+    void chooseEncoding(Side side);
+    [[nodiscard]] Side sideUnder(QPoint position) const;
+
+    /// False, with the reason in the status line, when the inputs cannot be compared.
+    [[nodiscard]] bool checkInputs();
+    void checkExternalChange();
+    void startComparison(ChangedFile changed);
+    void takeOutcome(RunOutcome<TextCompareResult> &&outcome);
+    void showProgress(const ProgressState &state);
+    void showRunning();
+    void showMessage(const QString &message);
+    void showPosition();
+    void showContextMenu(Side side, QPoint at);
+
+    TextSessionOptions m_options;
+    Request m_running;                ///< the comparison that was started last
+    ReportExport::Content m_compared; ///< the result that is shown, without a document before the first
+    QString m_pendingReport;
+    QString m_formatText;
+
+    TextCompareBar *m_bar;
+    TextSide *m_left;
+    TextSide *m_right;
+    ProgressStrip *m_progress;
+    DiffView *m_view;
+    ResultPresenter *m_presenter;
+    QHBoxLayout *m_inputs = nullptr; ///< both sides' paths, each above its pane
+    QLabel *m_status;
+    QLabel *m_format;
+    ReportExport m_reports;
+    Runner m_runner;
+};
+
+} // namespace velmora

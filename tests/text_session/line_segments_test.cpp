@@ -1,0 +1,110 @@
+#include "support/test_main.h"
+#include "text/view/line_segments.h"
+
+using namespace velmora;
+
+namespace {
+
+/// The text put together again from its segments, each checked against what the segment says of itself.
+QString joined(const QByteArray &utf8, int tabWidth)
+{
+    const std::string_view bytes(utf8.constData(), std::size_t(utf8.size()));
+    LineSegments segments(bytes, tabWidth);
+    QString text;
+    for (qsizetype index = 0; segments.contains(index); ++index) {
+        const LineSegments::Segment segment = segments.at(index);
+        if (segment.unit != text.size())
+            return QStringLiteral("segment %1 starts at %2").arg(index).arg(segment.unit);
+        if (segment.column != columnCount(bytes.substr(0, std::size_t(segment.byte)), tabWidth))
+            return QStringLiteral("segment %1 is at column %2").arg(index).arg(segment.column);
+        const std::string_view part = segments.bytes(index);
+        text += QString::fromUtf8(part.data(), qsizetype(part.size()));
+    }
+    return text;
+}
+
+} // namespace
+
+class LineSegmentsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void countsColumns_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<qint64>("columns");
+        QTest::newRow("empty") << QString() << qint64(0);
+        QTest::newRow("plain") << QStringLiteral("abc") << qint64(3);
+        QTest::newRow("tab at start") << QStringLiteral("\tx") << qint64(5);
+        QTest::newRow("tab inside") << QStringLiteral("abc\tx") << qint64(5);
+        QTest::newRow("tab at a stop") << QStringLiteral("abcd\tx") << qint64(9);
+        QTest::newRow("accented") << QStringLiteral("äé") << qint64(2);
+        QTest::newRow("combining") << QStringLiteral("e\u0301x") << qint64(2);
+        QTest::newRow("wide") << QStringLiteral("漢字") << qint64(4);
+        QTest::newRow("emoji") << QStringLiteral("😀!") << qint64(3);
+    }
+
+    void countsColumns()
+    {
+        QFETCH(QString, text);
+        QFETCH(qint64, columns);
+        const QByteArray utf8 = text.toUtf8();
+        QCOMPARE(columnCount(utf8.toStdString(), 4), columns);
+        QCOMPARE(utf16Length(utf8.toStdString()), text.size());
+    }
+
+    void segmentsPutTogetherAreTheLine_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("empty") << QString();
+        QTest::newRow("one short segment") << QStringLiteral("abc");
+        QTest::newRow("exactly one") << QString(512, u'x');
+        QTest::newRow("exactly two") << QString(1024, u'x');
+        QTest::newRow("tabs") << QStringLiteral("ab\t").repeated(700);
+        QTest::newRow("wide") << QStringLiteral("漢字 ").repeated(700);
+        QTest::newRow("surrogate pairs at odd places") << u'x' + QStringLiteral("😀").repeated(700);
+        QTest::newRow("marks at the border") << QString(511, u'x') + QStringLiteral("e\u0301\u0302").repeated(400);
+        QTest::newRow("ASCII before a mark at the border") << QString(512, u'x') + QStringLiteral("\u0301y");
+        QTest::newRow("nothing but marks") << QString(5000, QChar(0x301));
+    }
+
+    void segmentsPutTogetherAreTheLine()
+    {
+        QFETCH(QString, text);
+        const QByteArray utf8 = text.toUtf8();
+        QCOMPARE(joined(utf8, 4), text);
+        QCOMPARE(joined(utf8, 8), text);
+        LineSegments asked({utf8.constData(), std::size_t(utf8.size())}, 4);
+        QCOMPARE(asked.unitCount(), text.size());
+        QCOMPARE(asked.columns(), columnCount({utf8.constData(), std::size_t(utf8.size())}, 4));
+    }
+
+    void neverPartsACharacter()
+    {
+        const QByteArray utf8 = (QString(511, u'x') + QStringLiteral("😀e\u0301") + QString(600, u'y')).toUtf8();
+        LineSegments segments({utf8.constData(), std::size_t(utf8.size())}, 4);
+        QCOMPARE(segments.at(1).unit, 513);
+        const QByteArray marked = (QString(512, u'x') + QStringLiteral("\u0301y")).toUtf8();
+        LineSegments kept({marked.constData(), std::size_t(marked.size())}, 4);
+        QCOMPARE(kept.at(1).unit, 513);
+    }
+
+    void findsPlaces()
+    {
+        const QByteArray utf8(2000, 'x');
+        LineSegments segments({utf8.constData(), std::size_t(utf8.size())}, 4);
+        QCOMPARE(segments.indexAtUnit(0), 0);
+        QCOMPARE(segments.indexAtUnit(511), 0);
+        QCOMPARE(segments.indexAtUnit(512), 1);
+        QCOMPARE(segments.indexAtUnit(99999), 3);
+        QCOMPARE(segments.indexAtColumn(1024), 2);
+        QCOMPARE(segments.indexAtColumn(99999), 3);
+        const QByteArray wide = QStringLiteral("漢").repeated(1000).toUtf8();
+        LineSegments doubled({wide.constData(), std::size_t(wide.size())}, 4);
+        QCOMPARE(doubled.indexAtColumn(1023), 0);
+        QCOMPARE(doubled.indexAtColumn(1024), 1);
+    }
+};
+
+VELMORA_TEST(LineSegmentsTest)
+#include "line_segments_test.moc"
