@@ -981,5 +981,213 @@ The editor has unsaved changes; re-comparing without reloading may discard disk 
         <source>Export diff report</source>
         <translation>导出差异报告</translation>
     </message>
+    <message>
+        <source>Older file</source>
+        <translation>较旧的文件</translation>
+    </message>
+    <message>
+        <source>Unique file</source>
+        <translation>单侧独有的文件</translation>
+    </message>
+    <message>
+        <source>Newer or different file</source>
+        <translation>较新或不同的文件</translation>
+    </message>
+    <message>
+        <source>Unknown; open to scan</source>
+        <translation>未知；打开以扫描</translation>
+    </message>
+    <message>
+        <source>Unknown file</source>
+        <translation>未知文件</translation>
+    </message>
+    <message>
+        <source>Unknown; scanning</source>
+        <translation>未知；正在扫描</translation>
+    </message>
+    <message>
+        <source>Contains identical files only</source>
+        <translation>仅包含相同的文件</translation>
+    </message>
+    <message>
+        <source>Identical file</source>
+        <translation>相同的文件</translation>
+    </message>
+    <message>
+        <source>Contains older files</source>
+        <translation>包含较旧的文件</translation>
+    </message>
+    <message>
+        <source>Contains unique files</source>
+        <translation>包含单侧独有的文件</translation>
+    </message>
+    <message>
+        <source>Contains newer or different files</source>
+        <translation>包含较新或不同的文件</translation>
+    </message>
+    <message>
+        <source>Contains unique and older files</source>
+        <translation>包含单侧独有和较旧的文件</translation>
+    </message>
+    <message>
+        <source>Contains newer/different and older files</source>
+        <translation>包含较新/不同和较旧的文件</translation>
+    </message>
+    <message>
+        <source>Contains newer/different and unique files</source>
+        <translation>包含较新/不同和单侧独有的文件</translation>
+    </message>
+    <message>
+        <source>Contains newer/different, unique, and older files</source>
+        <translation>包含较新/不同、单侧独有和较旧的文件</translation>
+    </message>
+    <message>
+        <source>Unique folder (one side only)</source>
+        <translation>单侧独有的文件夹（仅一侧存在）</translation>
+    </message>
+    <message>
+        <source>Contains filtered files only</source>
+        <translation>仅包含被过滤的文件</translation>
+    </message>
+    <message>
+        <source>Filtered file</source>
+        <translation>被过滤的文件</translation>
+    </message>
+    <message>
+        <source>Legend</source>
+        <translation>图例</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>文件夹</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Options...</source>
+        <translation>选项...</translation>
+    </message>
+    <message>
+        <source>&amp;Legend</source>
+        <translation>图例(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Restart Velmora for a full language update (menus, home, new tabs).</source>
+        <translation>重新启动 Velmora 后，语言才会全部更新（菜单、主页、新标签页）。</translation>
+    </message>
+    <message>
+        <source>Add Velmora to Explorer context menu</source>
+        <translation>将 Velmora 添加到资源管理器右键菜单</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>选项</translation>
+    </message>
+    <message>
+        <source>Appearance</source>
+        <translation>外观</translation>
+    </message>
+    <message>
+        <source>Integration</source>
+        <translation>集成</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>应用</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>浅色</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>深色</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>预览</translation>
+    </message>
+    <message>
+        <source>Theme:</source>
+        <translation>主题：</translation>
+    </message>
+    <message>
+        <source>Language:</source>
+        <translation>语言：</translation>
+    </message>
+    <message>
+        <source>Theme, colors, and fonts</source>
+        <translation>主题、颜色和字体</translation>
+    </message>
+    <message>
+        <source>When enabled, Explorer shows:
+  · Velmora: set as left side
+  · Velmora: set as right side
+Set left on one item, then right on another to open a compare tab.
+Stored under HKCU (no admin). Uncheck to remove.</source>
+        <translation>启用后，资源管理器会显示：
+  · 用 Velmora 选为比较左侧
+  · 用 Velmora 选为比较右侧
+先将一个项目设为左侧，再将另一个项目设为右侧，即可打开比较标签页。
+设置保存在 HKCU 下（无需管理员权限）。取消勾选即可移除。</translation>
+    </message>
+    <message>
+        <source>Explorer integration</source>
+        <translation>资源管理器集成</translation>
+    </message>
+    <message>
+        <source>Registration failed</source>
+        <translation>注册失败</translation>
+    </message>
+    <message>
+        <source>Cannot register the Explorer context menu. Check permissions and the executable path.</source>
+        <translation>无法注册资源管理器右键菜单。请检查权限和可执行文件路径。</translation>
+    </message>
+    <message>
+        <source>Velmora — diff report</source>
+        <translation>Velmora — 差异报告</translation>
+    </message>
+    <message>
+        <source>Velmora diff report</source>
+        <translation>Velmora 差异报告</translation>
+    </message>
+    <message>
+        <source>Left: %1</source>
+        <translation>左侧：%1</translation>
+    </message>
+    <message>
+        <source>Right: %1</source>
+        <translation>右侧：%1</translation>
+    </message>
+    <message>
+        <source>Generated at</source>
+        <translation>生成时间</translation>
+    </message>
+    <message>
+        <source>Left side</source>
+        <translation>左侧</translation>
+    </message>
+    <message>
+        <source>Right side</source>
+        <translation>右侧</translation>
+    </message>
+    <message>
+        <source>Diff summary: %1 total (added %2, removed %3, modified %4)</source>
+        <translation>差异摘要：共 %1 处（新增 %2，删除 %3，修改 %4）</translation>
+    </message>
+    <message>
+        <source>Report written: %1</source>
+        <translation>报告已写入：%1</translation>
+    </message>
+    <message>
+        <source>Cannot write file: %1</source>
+        <translation>无法写入文件：%1</translation>
+    </message>
 </context>
 </TS>
