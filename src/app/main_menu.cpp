@@ -1,6 +1,7 @@
 #include "app/main_menu.h"
 
 #include "app/edit_menu.h"
+#include "app/legend_dialog.h"
 #include "app/session_kinds.h"
 #include "app/session_tabs.h"
 #include "app/tarnwick.h"
@@ -48,11 +49,19 @@ void addToolsMenu(QMenuBar *bar, Tarnwick &window)
     QMenu *menu = bar->addMenu(Velmora::tr("&Tools"));
     addKinds(menu, window,
              [](const SessionKindRow &kind) { return kind.inTools ? Velmora::tr(kind.displayName) : QString(); });
+    menu->addSeparator();
+    menu->addAction(Velmora::tr("Options..."), &window, &Tarnwick::onOptions);
 }
 
 void addHelpMenu(QMenuBar *bar, Tarnwick &window)
 {
     QMenu *menu = bar->addMenu(Velmora::tr("&Help"));
+    menu->addAction(Velmora::tr("&Legend"), &window, [&window] {
+        auto *legend = new LegendDialog(&window);
+        legend->setAttribute(Qt::WA_DeleteOnClose);
+        legend->show();
+    });
+    menu->addSeparator();
     menu->addAction(Velmora::tr("&About"), &window, &Tarnwick::onAbout);
 }
 

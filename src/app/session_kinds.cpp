@@ -4,10 +4,17 @@
 #include "session/session_record.h"
 #include "session/theme.h"
 #include "session/translate.h"
+#include "text/text_compare_widget.h"
 
 namespace velmora {
 
 namespace {
+
+template <typename Widget>
+SessionWidget *make(SessionHost &host, const SessionKindRow & /*row*/, QWidget *parent)
+{
+    return new Widget(host, parent);
+}
 
 SessionWidget *pending(SessionHost &host, const SessionKindRow &row, QWidget *parent)
 {
@@ -40,7 +47,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/TextCompare.ico",
      .slot = "onNewTextCompare",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Compare two text files line by line and edit them side by side."),
-     .create = pending},
+     .create = make<TextCompareWidget>},
     {.id = QLatin1String("textedit"),
      .group = Compare,
      .sides = 1,

@@ -98,7 +98,7 @@ int runApplication()
     parser.parse(arguments);
     if (parser.isSet(QStringLiteral("version")))
         return answer(QStringLiteral("%1 %2").arg(QGuiApplication::applicationDisplayName(), applicationVersion()));
-    if (parser.isSet(QStringLiteral("help")))
+    if (parser.isSet(QStringLiteral("help")) || parser.isSet(QStringLiteral("help-all")))
         return answer(parser.helpText());
 
     Tarnwick window(applyStartSwitches(startSwitches(parser)));

@@ -6,11 +6,13 @@
 #include "app/drop_router.h"
 #include "app/home_page.h"
 #include "app/main_menu.h"
+#include "app/options_dialog.h"
 #include "app/session_kinds.h"
 #include "app/session_panel.h"
 #include "app/session_tabs.h"
 #include "app/window_fit.h"
 #include "core/settings_store.h"
+#include "platform/user_registry.h"
 #include "platform/window_chrome.h"
 #include "session/dialogs.h"
 #include "session/session_widget.h"
@@ -275,6 +277,14 @@ void Tarnwick::onSessionItemClicked(QTreeWidgetItem *item, int /*column*/)
         return;
     if (const SessionKindRow *kind = findSessionKind(id.mid(4)))
         openEmpty(*kind);
+}
+
+void Tarnwick::onOptions()
+{
+    auto *dialog = new OptionsDialog(m_darkTheme, UserRegistry::system(), this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &OptionsDialog::themeChosen, this, &Tarnwick::applyWindowTheme);
+    dialog->open();
 }
 
 void Tarnwick::onInstanceConnected()

@@ -85,6 +85,7 @@ public Q_SLOTS:
     void onAbout();
     void onSessionItemClicked(QTreeWidgetItem *item, int column);
     void onCloseCurrentTab();
+    void onOptions();
     /// Carries out what a later start has handed over and comes to the front.
     void onInstanceConnected();
 

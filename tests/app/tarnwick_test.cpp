@@ -188,8 +188,12 @@ Environment
 Disk usage
 Services
 Startup
-SFTP compare)"));
+SFTP compare
+|
+Options...)"));
         QCOMPARE(menuLines(menus[3]->menu()), expectedMenu(R"(
+&Legend
+|
 &About)"));
 
         menus[2]->menu()->actions().constFirst()->trigger();

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QDialog>
+
+class QCheckBox;
+class QComboBox;
+
+namespace velmora {
+
+class UserRegistry;
+
+/// The options of the interface: theme, language, and the entries in Explorer's context menu.
+///
+/// A theme is worn as soon as it is chosen; Cancel brings the old one back. Apply stores everything and closes, unless
+/// the context menu could not be written.
+class OptionsDialog final : public QDialog {
+    Q_OBJECT
+public:
+    /// `dark` tells the theme worn now. Without a `registry`, which outlives the dialog, the context menu cannot be
+    /// chosen.
+    OptionsDialog(bool dark, UserRegistry *registry, QWidget *parent = nullptr);
+
+    void reject() override;
+
+Q_SIGNALS:
+    /// The application is to wear this theme.
+    void themeChosen(bool dark);
+
+private:
+    [[nodiscard]] QWidget *makeAppearancePage();
+    [[nodiscard]] QWidget *makeIntegrationPage();
+    [[nodiscard]] bool isDarkChosen() const;
+    void apply();
+    void applyTheme();
+    void applyLanguage();
+    [[nodiscard]] bool applyExplorerMenu();
+
+    UserRegistry *m_registry;
+    QComboBox *m_theme;
+    QComboBox *m_language;
+    QCheckBox *m_explorer;
+    bool m_dark;
+};
+
+} // namespace velmora

@@ -1,0 +1,10 @@
+#include "platform/user_registry.h"
+
+namespace velmora {
+
+UserRegistry *UserRegistry::system()
+{
+    return nullptr;
+}
+
+} // namespace velmora

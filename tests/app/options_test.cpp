@@ -1,0 +1,225 @@
+#include "app/explorer_menu.h"
+#include "app/legend_dialog.h"
+#include "app/locale.h"
+#include "app/options_dialog.h"
+#include "app/scripted_dialogs.h"
+#include "core/settings_store.h"
+#include "platform/user_registry.h"
+#include "session/folder_colours.h"
+#include "session/theme.h"
+#include "support/test_main.h"
+
+#include <QSignalSpy>
+
+#include <cmath>
+
+using namespace velmora;
+
+namespace {
+
+/// A registry in memory, which may refuse one key.
+class MemoryRegistry final : public UserRegistry {
+public:
+    bool contains(const QString &key) const override { return values.contains(key); }
+
+    bool setString(const QString &key, const QString &name, const QString &value) override
+    {
+        if (key == refused)
+            return false;
+        values[key][name] = value;
+        return true;
+    }
+
+    void removeTree(const QString &key) override
+    {
+        values.removeIf(
+            [&key](const auto &entry) { return entry.key() == key || entry.key().startsWith(key + u'\\'); });
+    }
+
+    QMap<QString, QMap<QString, QString>> values;
+    QString refused;
+};
+
+/// The options over a theme that follows them, as it does in the main window.
+struct OpenOptions {
+    explicit OpenOptions(bool dark) : dialog(dark, &registry)
+    {
+        applyTheme(dark);
+        QObject::connect(&dialog, &OptionsDialog::themeChosen, &dialog, [](bool chosen) { applyTheme(chosen); });
+        dialog.show();
+    }
+
+    template <typename Widget>
+    Widget *control(const char *name) const
+    {
+        return dialog.findChild<Widget *>(QLatin1String(name));
+    }
+
+    void apply() const { control<QPushButton>("optionsApply")->click(); }
+    void cancel() const { control<QPushButton>("optionsCancel")->click(); }
+
+    MemoryRegistry registry;
+    OptionsDialog dialog;
+};
+
+double luminance(const QColor &colour)
+{
+    const auto linear = [](double c) { return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+}
+
+} // namespace
+
+class OptionsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { InterfaceSettings().clear(); }
+
+    void cleanup()
+    {
+        applyTheme(false);
+        setCurrentLocale({});
+        installTranslator();
+        InterfaceSettings().clear();
+    }
+
+    void previewsAThemeAndTakesItBack()
+    {
+        const OpenOptions options(false);
+        options.control<QComboBox>("optionTheme")->setCurrentIndex(1);
+        QVERIFY(isDarkTheme());
+        options.cancel();
+        QVERIFY(!isDarkTheme());
+        QVERIFY(!options.dialog.isVisible());
+        QVERIFY(!InterfaceSettings().contains(QStringLiteral("theme")));
+    }
+
+    void storesThemeAndLanguage()
+    {
+        ScriptedDialogs dialogs;
+        const OpenOptions options(true);
+        QCOMPARE(options.control<QComboBox>("optionTheme")->currentText(), QStringLiteral("Dark"));
+        options.control<QComboBox>("optionTheme")->setCurrentIndex(0);
+        auto *language = options.control<QComboBox>("optionLanguage");
+        QCOMPARE(language->itemText(0), QStringLiteral("English"));
+        QCOMPARE(language->currentData().toString(), QStringLiteral("en_US"));
+        language->setCurrentIndex(1);
+        options.apply();
+        QVERIFY(!isDarkTheme());
+        QVERIFY(!options.dialog.isVisible());
+        QCOMPARE(InterfaceSettings().value(QStringLiteral("theme")).toInt(), 0);
+        QCOMPARE(InterfaceSettings().value(QStringLiteral("uiLocale")).toString(), QStringLiteral("zh_CN"));
+        QCOMPARE(dialogs.said.size(), 1);
+        QCOMPARE(currentLocale(), QStringLiteral("zh_CN"));
+
+        // Nothing is told when the language stays.
+        const OpenOptions again(false);
+        again.apply();
+        QCOMPARE(dialogs.said.size(), 1);
+    }
+
+    void keepsALanguageThatIsNotOnOffer()
+    {
+        ScriptedDialogs dialogs;
+        setCurrentLocale(QStringLiteral("en_GB"));
+        const OpenOptions options(false);
+        options.apply();
+        QCOMPARE(currentLocale(), QStringLiteral("en_GB"));
+        QVERIFY(dialogs.said.isEmpty());
+    }
+
+    void switchesTheExplorerMenu()
+    {
+        ScriptedDialogs dialogs;
+        OpenOptions options(false);
+        auto *check = options.control<QCheckBox>("optionExplorer");
+        QVERIFY(check->isEnabled() && !check->isChecked());
+        check->setChecked(true);
+        options.apply();
+        QCOMPARE(options.registry.values.size(), 8);
+        QVERIFY(isExplorerMenuRegistered(options.registry));
+        check->setChecked(false);
+        options.apply();
+        QVERIFY(options.registry.values.isEmpty());
+        QVERIFY(dialogs.said.isEmpty());
+    }
+
+    void saysWhenTheExplorerMenuCannotBeWritten()
+    {
+        ScriptedDialogs dialogs;
+        OpenOptions options(false);
+        options.registry.refused = QStringLiteral("Software\\Classes\\Directory\\shell\\VelmoraAsLeft");
+        auto *check = options.control<QCheckBox>("optionExplorer");
+        check->setChecked(true);
+        options.apply();
+        QCOMPARE(dialogs.said,
+                 QStringList{QStringLiteral("Registration failed: Cannot register the Explorer context menu. "
+                                            "Check permissions and the executable path.")});
+        QVERIFY(check->isChecked());
+        QVERIFY(options.dialog.isVisible());
+    }
+
+    void withoutARegistryThereIsNothingToSwitch()
+    {
+        OptionsDialog dialog(false, nullptr);
+        QVERIFY(!dialog.findChild<QCheckBox *>(QStringLiteral("optionExplorer"))->isEnabled());
+    }
+
+    void writesTheExplorerVerbs()
+    {
+        MemoryRegistry registry;
+        QVERIFY(!isExplorerMenuRegistered(registry));
+        QVERIFY(registerExplorerMenu(registry, QStringLiteral("/opt/velmora")));
+        const QString program = QDir::toNativeSeparators(QStringLiteral("/opt/velmora"));
+        QStringList lines;
+        for (auto key = registry.values.constBegin(); key != registry.values.constEnd(); ++key) {
+            for (auto value = key->constBegin(); value != key->constEnd(); ++value)
+                lines.append(QStringLiteral("%1|%2|%3").arg(key.key(), value.key(), value.value()));
+        }
+        QStringList expected;
+        for (const QString &root : {QStringLiteral("*"), QStringLiteral("Directory")}) {
+            for (const bool left : {true, false}) {
+                const QString key =
+                    QStringLiteral("Software\\Classes\\") + root +
+                    (left ? QStringLiteral("\\shell\\VelmoraAsLeft") : QStringLiteral("\\shell\\VelmoraAsRight"));
+                expected << key + (left ? QStringLiteral("||用 Velmora 选为比较左侧")
+                                        : QStringLiteral("||用 Velmora 选为比较右侧"))
+                         << key + QStringLiteral("|Icon|") + program + QStringLiteral(",0")
+                         << key + QStringLiteral("\\command||\"") + program +
+                                (left ? QStringLiteral("\" --as-left \"%1\"") : QStringLiteral("\" --as-right \"%1\""));
+            }
+        }
+        lines.sort();
+        expected.sort();
+        QCOMPARE(lines, expected);
+    }
+
+    void theLegendHasARowForEachState()
+    {
+        const LegendDialog legend;
+        QCOMPARE(legend.windowTitle(), QStringLiteral("Legend"));
+        QStringList texts;
+        const auto labels = legend.findChildren<QLabel *>();
+        for (const QLabel *label : labels)
+            texts.append(label->text());
+        QCOMPARE(texts.size(), 2 + 2 * 12);
+        QVERIFY(texts.contains(QStringLiteral("Contains newer/different, unique, and older files")));
+    }
+
+    void folderMarksAreReadable()
+    {
+        for (const bool dark : {false, true}) {
+            const QColor background = dark ? QColor(35, 35, 35) : QColor(Qt::white);
+            for (int k = 0; k < folderMarkCount; ++k) {
+                const QColor ink = folderMarkColour(FolderMark(k), dark);
+                const double a = luminance(ink) + 0.05;
+                const double b = luminance(background) + 0.05;
+                QVERIFY2(std::max(a, b) / std::min(a, b) >= 4.5, qPrintable(ink.name()));
+            }
+        }
+    }
+};
+
+VELMORA_TEST(OptionsTest)
+#include "options_test.moc"
