@@ -23,7 +23,7 @@ public:
     /// `files` must outlive the object; `gate`, where there is one, too.
     ContentComparer(const FileAccess &files, CancelFlag cancel, SlowDeviceGate *gate = nullptr);
 
-    /// Called with the number of bytes of one side whenever that many more have been compared.
+    /// Called with the number of bytes whenever that many more have been compared, of one side, or gone into a CRC.
     void setBytesListener(std::function<void(qint64)> listener) { m_listener = std::move(listener); }
 
     /// True when both files have the same bytes, which is when a digest of each would agree. False when one cannot be

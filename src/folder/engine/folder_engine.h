@@ -24,7 +24,7 @@ namespace velmora {
 /// Helper threads are used where there are processors for them; the result does not depend on it.
 
 /// The phases that the operations report. Units of `Reading` are entries, their total is not known; units of
-/// `Comparing` are bytes of file pairs, and one for each pair.
+/// `Comparing` are bytes of the files, and one for each pair.
 enum class FolderPhase : int {
     Reading = 0,
     Comparing = 1,

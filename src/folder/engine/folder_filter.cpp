@@ -116,7 +116,8 @@ QList<FolderDiffItem> shownItems(const QList<FolderDiffItem> &items, const Folde
         places[i] = qint32(shown.items.size());
         shown.parents.push_back(parent);
         shown.items.append(item);
-        // Contents that are all the same stay so whatever is hidden of them; in a list of mere presence all folders are.
+        // Contents that are all the same stay so whatever is hidden of them; in a list of mere presence all folders
+        // are.
         if (hasContents[i] && item.diffStatus() != FolderDiffStatus::Same && !item.leftPath.isEmpty() &&
             !item.rightPath.isEmpty())
             shown.items.last().status = UndecidedFolder;

@@ -17,10 +17,12 @@ bool isUndecided(const FolderDiffItem &item)
     return item.status == UndecidedFiles || item.status == UndecidedSpecial;
 }
 
-/// What a pair counts for in the progress: what is read of one side, and one for opening it.
-qint64 weight(const FolderDiffItem &item)
+/// What a pair counts for in the progress: the bytes that its comparer counts, and one for opening it.
+qint64 weight(const FolderDiffItem &item, CompareMethod method)
 {
-    return std::max(item.leftSize, item.rightSize) + 1;
+    const qint64 bytes =
+        method == CompareMethod::Crc ? item.leftSize + item.rightSize : std::max(item.leftSize, item.rightSize);
+    return bytes + 1;
 }
 
 } // namespace
@@ -64,7 +66,7 @@ void decidePairs(QList<FolderDiffItem> &items, CompareMethod method, const FileA
     for (qsizetype i = 0; i < items.size(); ++i) {
         if (isUndecided(items.at(i))) {
             pairs.push_back(qint32(i));
-            total += weight(items.at(i));
+            total += weight(items.at(i), method);
         }
     }
     if (pairs.empty() || cancel.isCancelled())
@@ -96,7 +98,7 @@ void decidePairs(QList<FolderDiffItem> &items, CompareMethod method, const FileA
             if (cancel.isCancelled())
                 return; // what was read is not the whole
             item.setDiffStatus(same ? FolderDiffStatus::Same : FolderDiffStatus::Different);
-            done += weight(item) - counted;
+            done += std::max<qint64>(weight(item, method) - counted, 0);
         }
     };
     const bool alone = pairs.size() < pairsReadAlone && total < bytesReadAlone;

@@ -1,0 +1,160 @@
+#include "folder_engine/memory_files.h"
+
+#include <cstring>
+#include <thread>
+
+namespace velmora::test {
+
+class MemoryFiles::Reader final : public OpenFile {
+public:
+    Reader(const MemoryFiles &files, std::shared_ptr<File> file, const FileIdentity &identity)
+        : m_files(files), m_file(std::move(file)), m_identity(identity)
+    {}
+
+    FilePiece readAt(qint64 offset, char *buffer, qint64 length) override
+    {
+        constexpr qint64 laterPart = 12 * 1024 * 1024;
+        std::atomic<int> *const readers = offset >= laterPart ? m_file->readers : nullptr;
+        if (readers)
+            ++*readers;
+        m_files.step();
+        if (m_file->delay.count() > 0)
+            std::this_thread::sleep_for(m_file->delay);
+        qint64 count = std::clamp<qint64>(m_file->length() - offset, 0, length);
+        const bool fails = m_file->failsAt >= 0 && offset + count > m_file->failsAt;
+        if (fails)
+            count = std::max<qint64>(m_file->failsAt - offset, 0);
+        if (m_file->size >= 0)
+            std::memset(buffer, 0, std::size_t(count));
+        else if (count > 0)
+            std::memcpy(buffer, m_file->bytes.constData() + offset, std::size_t(count));
+        m_files.m_bytesRead += count;
+        if (readers)
+            --*readers;
+        return {count, fails};
+    }
+
+    void expect(qint64, qint64) override {}
+    FileIdentity identity() const override { return m_identity; }
+
+private:
+    const MemoryFiles &m_files;
+    std::shared_ptr<File> m_file;
+    FileIdentity m_identity;
+};
+
+class MemoryFiles::Opener final : public FileOpener {
+public:
+    explicit Opener(const MemoryFiles &files) : m_files(files) {}
+
+    std::unique_ptr<OpenFile> open(const QString &path, OpenHint) override
+    {
+        m_files.step();
+        const auto node = m_files.m_nodes.constFind(m_files.resolved(path));
+        if (node == m_files.m_nodes.constEnd() || !node->file || !node->file->opens)
+            return nullptr;
+        const std::lock_guard lock(m_files.m_mutex);
+        m_files.m_opened.append(path);
+        return std::make_unique<Reader>(m_files, node->file, *node->entry.identity);
+    }
+
+private:
+    const MemoryFiles &m_files;
+};
+
+void MemoryFiles::addFolder(const QString &path)
+{
+    if (path.isEmpty() || m_nodes.contains(path))
+        return;
+    const QString parent = path.section(u'/', 0, -2);
+    addFolder(parent);
+    Node node;
+    node.entry.name = path.section(u'/', -1);
+    node.entry.kind = EntryKind::Folder;
+    node.entry.identity = FileIdentity{1, quint64(m_nodes.size())};
+    m_nodes.insert(path, node);
+    m_children[parent].append(path);
+}
+
+MemoryFiles::File &MemoryFiles::addFile(const QString &path, const QByteArray &bytes, qint64 modifiedMs)
+{
+    addFolder(path);
+    Node &node = m_nodes[path];
+    node.entry.kind = EntryKind::File;
+    node.entry.size = bytes.size();
+    node.entry.modifiedMs = modifiedMs;
+    node.file = std::make_shared<File>();
+    node.file->bytes = bytes;
+    return *node.file;
+}
+
+void MemoryFiles::addLink(const QString &path, const QString &target)
+{
+    addFolder(path);
+    Node &node = m_nodes[path];
+    node.target = target;
+    node.entry.isLink = true;
+    node.entry.identity = m_nodes.value(target).entry.identity;
+}
+
+void MemoryFiles::addLinkToPipe(const QString &path)
+{
+    addFolder(path);
+    m_nodes[path].entry.kind = EntryKind::Special;
+    m_nodes[path].entry.isLink = true;
+}
+
+QStringList MemoryFiles::opened() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_opened;
+}
+
+void MemoryFiles::step() const
+{
+    const int number = ++m_operations;
+    if (m_watcher)
+        m_watcher(number);
+}
+
+QString MemoryFiles::resolved(const QString &path) const
+{
+    QString real;
+    for (const QString &part : path.split(u'/', Qt::SkipEmptyParts)) {
+        real += u'/' + part;
+        const auto node = m_nodes.constFind(real);
+        if (node != m_nodes.constEnd() && !node->target.isEmpty())
+            real = node->target;
+    }
+    return real;
+}
+
+FolderRead MemoryFiles::readFolder(const QString &path, const Sink &sink) const
+{
+    step();
+    const QString real = resolved(path);
+    const auto node = m_nodes.constFind(real);
+    if (node == m_nodes.constEnd() || node->entry.kind != EntryKind::Folder)
+        return FolderRead::Missing;
+    if (m_unreadable.contains(real))
+        return FolderRead::Unreadable;
+    for (const QString &child : m_children.value(real)) {
+        FolderEntry entry = m_nodes[child].entry;
+        if (!sink(std::move(entry)))
+            return FolderRead::Stopped;
+    }
+    return FolderRead::Complete;
+}
+
+std::unique_ptr<FileOpener> MemoryFiles::makeOpener() const
+{
+    return std::make_unique<Opener>(*this);
+}
+
+std::optional<FolderEntry> MemoryFiles::describe(const QString &path) const
+{
+    const auto node = m_nodes.constFind(resolved(path));
+    return node == m_nodes.constEnd() ? std::nullopt : std::optional(node->entry);
+}
+
+} // namespace velmora::test
