@@ -74,6 +74,9 @@ need_packages() {
     apt_get install -y --no-install-recommends "${missing[@]}"
 }
 
+# The presets share what they compile alike, although each does so in a folder of its own.
+export CCACHE_NOHASHDIR=1
+
 # build PRESET: configures when needed and builds everything that the preset names.
 build() {
     local preset=$1 folder=build/$1 qmake=/usr/lib/qt6/bin/qmake
