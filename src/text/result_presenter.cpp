@@ -26,6 +26,8 @@ void ResultPresenter::show(Result result)
     const qsizetype top = scene.top();
     const qint64 column = scene.column();
     m_result = std::move(result);
+    if (m_asText != m_result.paths)
+        m_asText = {};
     present();
     if (sameFiles)
         scene.scrollTo(top, column);

@@ -1,8 +1,10 @@
 #include "text/view/diff_pane.h"
 
 #include "session/translate.h"
+#include "text/view/pane_accessible.h"
 #include "text/view/pane_painter.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QKeyEvent>
@@ -45,6 +47,7 @@ QString describeKind(DiffLineKind kind)
 
 DiffPane::DiffPane(DiffScene &scene, Side side, QWidget *parent) : QWidget(parent), m_scene(scene), m_side(side)
 {
+    installPaneAccessibility();
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setCursor(Qt::IBeamCursor);
@@ -55,6 +58,7 @@ DiffPane::DiffPane(DiffScene &scene, Side side, QWidget *parent) : QWidget(paren
     connect(&scene, &DiffScene::metricsChanged, this, repaint);
     connect(&scene, &DiffScene::scrolled, this, repaint);
     connect(&scene, &DiffScene::caretMoved, this, repaint);
+    connect(&scene, &DiffScene::caretMoved, this, &DiffPane::tellCurrentRow);
     connect(&scene, &DiffScene::currentBlockChanged, this, repaint);
     connect(&scene, &DiffScene::repaintWanted, this, repaint);
     m_dragTimer.setInterval(dragScrollInterval);
@@ -101,6 +105,14 @@ QString DiffPane::describeCurrentRow() const
     // An assistive tool would read for hours at the longest lines.
     constexpr qsizetype longest = 2000;
     return Velmora::tr("Line %1, %2: %3").arg(QString::number(number), kind, document->text(row, m_side).left(longest));
+}
+
+void DiffPane::tellCurrentRow()
+{
+    if (!QAccessible::isActive() || !hasFocus())
+        return;
+    QAccessibleValueChangeEvent event(this, describeCurrentRow());
+    QAccessible::updateAccessibility(&event);
 }
 
 void DiffPane::paintEvent(QPaintEvent *event)

@@ -66,6 +66,7 @@ private:
     void moveRows(qsizetype rows, bool selecting);
     [[nodiscard]] bool moveByKey(const QKeyEvent &event);
     void extendByDrag();
+    void tellCurrentRow();
 
     DiffScene &m_scene;
     Side m_side;

@@ -41,22 +41,6 @@ DiffColour backgroundRole(DiffLineKind kind)
 
 } // namespace
 
-QString signOf(const DiffDocument &document, qsizetype row, Side side)
-{
-    const bool hasLine = document.lineNumber(row, side) >= 1;
-    switch (document.kind(row)) {
-    case Added:
-        return hasLine ? QStringLiteral("+") : QString();
-    case Removed:
-        return hasLine ? QStringLiteral("-") : QString();
-    case Modified:
-        return QStringLiteral("~");
-    case Equal:
-        break;
-    }
-    return document.differsUnimportantly(row) ? QStringLiteral("\u2248") : QString();
-}
-
 PanePainter::PanePainter(QPainter &painter, DiffScene &scene, const PaneLook &look)
     : m_painter(painter), m_scene(scene), m_look(look), m_document(*scene.document())
 {
@@ -79,8 +63,8 @@ void PanePainter::paint(const QRect &exposed)
         const auto strip = [y, &layout](const QRect &area) {
             return QRect(area.left(), y, area.width(), layout.rowHeight());
         };
-        paintRow({row, index, m_document.kind(row), m_document.cell(row, m_look.side), strip(m_look.gutter),
-                  strip(m_look.text)});
+        paintRow({row, index, m_document.kind(row), m_document.differsUnimportantly(row),
+                  m_document.cell(row, m_look.side), strip(m_look.gutter), strip(m_look.text)});
     }
     m_scene.changes().endFrame();
 }
@@ -111,9 +95,26 @@ void PanePainter::paintRow(const Row &row)
 
 QColor PanePainter::backgroundOf(const Row &row) const
 {
-    if (row.kind == Equal && m_document.differsUnimportantly(row.row))
-        return colour(DiffColour::Unimportant);
-    return colour(backgroundRole(row.kind));
+    return colour(row.unimportant ? DiffColour::Unimportant : backgroundRole(row.kind));
+}
+
+QString PanePainter::signOf(const Row &row) const
+{
+    if (row.unimportant)
+        return QStringLiteral("\u2248");
+    if (!row.cell.source)
+        return {};
+    switch (row.kind) {
+    case Added:
+        return QStringLiteral("+");
+    case Removed:
+        return QStringLiteral("-");
+    case Modified:
+        return QStringLiteral("~");
+    case Equal:
+        break;
+    }
+    return {};
 }
 
 void PanePainter::paintBackground(const Row &row)
@@ -150,7 +151,7 @@ void PanePainter::paintGutter(const Row &row)
     const QRectF signs(row.gutter.right() + 1 - signWidth - paneMetrics::padding, row.gutter.top(),
                        signWidth + paneMetrics::padding, row.gutter.height());
     m_painter.setPen(colour(DiffColour::Text));
-    labels.drawLabel(m_painter, signs, Qt::AlignLeft, signOf(m_document, row.row, m_look.side));
+    labels.drawLabel(m_painter, signs, Qt::AlignLeft, signOf(row));
     const qint32 number = m_document.lineNumber(row.row, m_look.side);
     if (number >= 1) {
         QRectF numbers = row.gutter;

@@ -34,6 +34,7 @@ private:
         qsizetype row;
         qsizetype index;
         DiffLineKind kind;
+        bool unimportant; ///< equal, but not the same text
         DiffDocument::Cell cell;
         QRect gutter;
         QRect text;
@@ -49,6 +50,8 @@ private:
     void paintUnits(const Row &row, qsizetype first, qsizetype end, const QColor &colour);
     [[nodiscard]] QColor colour(DiffColour role) const { return m_colours[std::size_t(role)]; }
     [[nodiscard]] QColor backgroundOf(const Row &row) const;
+    /// "+", "-", "~", "≈" for differences that do not matter, or nothing.
+    [[nodiscard]] QString signOf(const Row &row) const;
 
     QPainter &m_painter;
     DiffScene &m_scene;
@@ -57,9 +60,6 @@ private:
     std::array<QColor, diffColourCount> m_colours;
     QPixmap m_hatch; ///< null until a row needs it
 };
-
-/// The sign beside a row on `side`: "+", "-", "~", "≈" for differences that do not matter, or nothing.
-[[nodiscard]] QString signOf(const DiffDocument &document, qsizetype row, Side side);
 
 /// The distance from the edge of a pane to its sign column, its text and so on.
 namespace paneMetrics {

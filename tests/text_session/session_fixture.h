@@ -1,0 +1,63 @@
+#pragma once
+
+#include "session/session_host.h"
+#include "session/session_record.h"
+#include "support/scripted_dialogs.h"
+#include "text/text_compare_widget.h"
+
+#include <QFile>
+#include <QLabel>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace velmora::test {
+
+/// A window that remembers what a session asks of it.
+class RecordingHost final : public SessionHost {
+public:
+    void openSession(const QString &kind, const SessionPaths &paths) override { opened.append({kind, paths}); }
+    void showStatus(const QString &message, int) override { messages.append(message); }
+
+    QList<std::pair<QString, SessionPaths>> opened;
+    QStringList messages;
+};
+
+/// A text session with files of its own and scripted answers.
+class SessionFixture {
+public:
+    SessionFixture() { session.resize(1000, 600); }
+
+    /// Writes a file into the fixture's folder and returns its path.
+    QString file(const QString &name, const QByteArray &content)
+    {
+        const QString path = folder.filePath(name);
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("cannot write %s", qPrintable(path));
+        return path;
+    }
+
+    [[nodiscard]] QString path(const QString &name) const { return folder.filePath(name); }
+
+    /// Compares two paths and waits for the end.
+    void compare(const QString &left, const QString &right)
+    {
+        session.setPaths({left, right, {}});
+        session.onCompare();
+        wait();
+    }
+
+    void wait() { QTRY_VERIFY_WITH_TIMEOUT(!session.isComparing(), 60000); }
+
+    [[nodiscard]] QString label(const QString &name) const { return session.findChild<QLabel *>(name)->text(); }
+    [[nodiscard]] QString status() const { return label(QStringLiteral("statusLabel")); }
+    [[nodiscard]] QString format() const { return label(QStringLiteral("formatLabel")); }
+    [[nodiscard]] QString position() const { return label(QStringLiteral("differencePosition")); }
+
+    QTemporaryDir folder;
+    ScriptedDialogs dialogs;
+    RecordingHost host;
+    TextCompareWidget session{host};
+};
+
+} // namespace velmora::test
