@@ -1,7 +1,6 @@
 #include "folder/engine/folder_filter.h"
 
 #include "folder/engine/item_list.h"
-#include "platform/system_attribute.h"
 
 #include <QHash>
 
@@ -39,11 +38,11 @@ bool passes(const WildcardList &include, const WildcardList &exclude, QStringVie
 
 } // namespace
 
-SystemFileTest makeCachedSystemFileTest()
+SystemFileTest makeCachedTest(SystemFileTest ask)
 {
-    return [known = std::make_shared<QHash<QString, bool>>()](const QString &path) {
+    return [known = std::make_shared<QHash<QString, bool>>(), ask = std::move(ask)](const QString &path) {
         const auto entry = known->constFind(path);
-        return entry != known->constEnd() ? *entry : *known->insert(path, velmora::isSystemFile(path));
+        return entry != known->constEnd() ? *entry : *known->insert(path, ask(path));
     };
 }
 
@@ -71,11 +70,12 @@ bool FolderFilter::shows(const FolderDiffItem &item) const
 
 bool FolderFilter::showsFile(QStringView name, const FolderDiffItem &item) const
 {
-    return passes(m_includeFiles, m_excludeFiles, name) && !m_otherExclude.matches(name) && !isSystemFile(item) &&
-           (m_viewMasks.isEmpty() || m_viewMasks.matches(name)) && isInSizeRange(item) && isInDateRange(item);
+    return passes(m_includeFiles, m_excludeFiles, name) && !m_otherExclude.matches(name) &&
+           !carriesSystemAttribute(item) && (m_viewMasks.isEmpty() || m_viewMasks.matches(name)) &&
+           isInSizeRange(item) && isInDateRange(item);
 }
 
-bool FolderFilter::isSystemFile(const FolderDiffItem &item) const
+bool FolderFilter::carriesSystemAttribute(const FolderDiffItem &item) const
 {
     const auto carriesIt = [this](const QString &path) { return !path.isEmpty() && m_isSystemFile(path); };
     return m_excludeOsFiles && (carriesIt(item.leftPath) || carriesIt(item.rightPath));

@@ -2,6 +2,7 @@
 
 #include "core/wildcard.h"
 #include "folder/engine/folder_diff_item.h"
+#include "platform/system_attribute.h"
 #include "settings/options/folder_session_options.h"
 
 #include <QDateTime>
@@ -24,8 +25,8 @@ struct FolderViewLimits {
 /// Tells whether a path is a file with the operating system's "system" attribute.
 using SystemFileTest = std::function<bool(const QString &path)>;
 
-/// Asks the system once for each path. Copies share what they know; for one thread at a time.
-[[nodiscard]] SystemFileTest makeCachedSystemFileTest();
+/// Asks `ask` once for each path. Copies share what they know; for one thread at a time.
+[[nodiscard]] SystemFileTest makeCachedTest(SystemFileTest ask = isSystemFile);
 
 /// Decides which entries of a comparison are shown: one answer for the session, its report and the command line.
 ///
@@ -34,13 +35,13 @@ using SystemFileTest = std::function<bool(const QString &path)>;
 class FolderFilter {
 public:
     explicit FolderFilter(const FolderSessionOptions &options, QSet<QString> excludedNames = {},
-                          FolderViewLimits limits = {}, SystemFileTest isSystemFile = makeCachedSystemFileTest());
+                          FolderViewLimits limits = {}, SystemFileTest isSystemFile = makeCachedTest());
 
     [[nodiscard]] bool shows(const FolderDiffItem &item) const;
 
 private:
     [[nodiscard]] bool showsFile(QStringView name, const FolderDiffItem &item) const;
-    [[nodiscard]] bool isSystemFile(const FolderDiffItem &item) const;
+    [[nodiscard]] bool carriesSystemAttribute(const FolderDiffItem &item) const;
     [[nodiscard]] bool isInSizeRange(const FolderDiffItem &item) const;
     [[nodiscard]] bool isInDateRange(const FolderDiffItem &item) const;
 
