@@ -3,6 +3,7 @@
 #include "core/text_detect.h"
 #include "core/text_scan.h"
 #include "core/text_transcode.h"
+#include "platform/memory_hint.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -15,6 +16,9 @@ namespace {
 
 /// Reading stops for a cancel request, and a file that turns out longer than it said grows the buffer, in this step.
 constexpr qsizetype readStep = 8 * 1024 * 1024;
+
+/// From here on the first use of the buffer's pages costs more than reading the file into them.
+constexpr qsizetype largeFile = 4 * 1024 * 1024;
 
 QString systemWords(std::errc error)
 {
@@ -143,6 +147,8 @@ FileContents readFile(const QString &path, const CancelFlag &cancel)
 
     // One byte more than the file says, so that its end is seen without a second allocation.
     contents.bytes.resize(file.size() + 1);
+    if (contents.bytes.size() >= largeFile)
+        expectFullUse(contents.bytes.data(), size_t(contents.bytes.size()));
     qsizetype filled = 0;
     while (!cancel.isCancelled()) {
         if (filled == contents.bytes.size())

@@ -1,0 +1,8 @@
+#include "platform/memory_hint.h"
+
+namespace velmora {
+
+// Large pages need a privilege here that programs do not have.
+void expectFullUse(void *, size_t) {}
+
+} // namespace velmora
