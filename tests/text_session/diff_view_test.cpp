@@ -358,6 +358,30 @@ private Q_SLOTS:
         QCOMPARE(findRowChanges(*cut, 0).left, (QList<CharRange>{{before, 1}}));
     }
 
+    void goesToTheFirstChangedCharacterOfADistantPlace()
+    {
+        const QByteArray before(3'000'000, 'x');
+        DiffView view;
+        show(view, 900, 300);
+        view.scene().setDocument(documentOf(QStringLiteral("=~"), "a\n" + before + "old" + before + '\n',
+                                            "a\n" + before + "new" + before + '\n'));
+        const auto changeIsInSight = [&view] {
+            const qint64 column = view.scene().column();
+            return column < 3'000'000 && column + view.scene().columnsPerPage() > 3'000'003;
+        };
+        view.scene().goToBlock(0);
+        QTRY_VERIFY(changeIsInSight());
+
+        // A person who scrolls meanwhile is left alone.
+        view.scene().setDocument(documentOf(QStringLiteral("=~"), "a\n" + before + "old" + before + '\n',
+                                            "a\n" + before + "new" + before + '\n'));
+        QSignalSpy arrived(&view.scene().changes(), &IntraLineChanges::arrived);
+        view.scene().goToBlock(0);
+        view.scene().scrollTo(0, 77);
+        QVERIFY(arrived.wait());
+        QCOMPARE(view.scene().column(), 77);
+    }
+
     void worksOutLongRowsOnAWorker()
     {
         QByteArray left;

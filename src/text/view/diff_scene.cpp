@@ -1,6 +1,8 @@
 #include "text/view/diff_scene.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace velmora {
 
@@ -13,6 +15,7 @@ constexpr qint64 columnsToSpare = 4;
 
 DiffScene::DiffScene(QObject *parent) : QObject(parent)
 {
+    connect(&m_changes, &IntraLineChanges::arrived, this, &DiffScene::revealChange);
     connect(&m_changes, &IntraLineChanges::arrived, this, &DiffScene::repaintWanted);
 }
 
@@ -26,6 +29,7 @@ void DiffScene::setDocument(std::shared_ptr<const DiffDocument> document)
     m_layout.setRows(shown ? shown->rows() : QList<AlignedRow>());
     m_caret = {m_caret.side, {}, {}};
     m_currentBlock = -1;
+    m_revealedRow = -1;
     m_top = 0;
     m_column = 0;
     Q_EMIT documentChanged();
@@ -97,6 +101,7 @@ void DiffScene::scrollTo(qsizetype top, qint64 column)
         return;
     m_top = newTop;
     m_column = newColumn;
+    m_revealedRow = -1;
     Q_EMIT scrolled();
 }
 
@@ -152,7 +157,33 @@ void DiffScene::goToBlock(qsizetype block)
     }
     const qsizetype count = m_layout.isShown(rows.first) ? rows.count : 1;
     scrollTo(m_layout.topToReveal({first, count}, m_top, m_height), 0);
+    const qsizetype shownRow = m_layout.rowAt(first);
+    m_revealedRow = m_document->kind(shownRow) == Modified ? shownRow : -1;
+    revealChange();
     Q_EMIT repaintWanted();
+}
+
+void DiffScene::revealChange()
+{
+    if (m_revealedRow < 0)
+        return;
+    m_changes.beginFrame(m_revealedRow, m_revealedRow);
+    const RowChanges *changes = m_changes.changesOf(m_revealedRow);
+    m_changes.endFrame();
+    if (!changes)
+        return;
+    const qsizetype row = std::exchange(m_revealedRow, -1);
+    std::optional<qint64> first;
+    for (const Side side : {Side::Left, Side::Right}) {
+        const DiffDocument::Cell cell = m_document->cell(row, side);
+        if (!cell.source || changes->of(side).isEmpty())
+            continue;
+        LineRenderer &drawn = rendererOf(cell, side);
+        const auto column = qint64(drawn.xOf(cell.line, changes->of(side).first().start) / drawn.cellWidth());
+        first = std::min(first.value_or(column), column);
+    }
+    if (first && (*first < m_column || *first >= m_column + columnsPerPage() - columnsToSpare))
+        scrollTo(m_top, *first - columnsPerPage() / 3);
 }
 
 QString DiffScene::selectedText() const

@@ -62,7 +62,9 @@ public:
 
     /// The current difference as a block of the layout, -1 for none.
     [[nodiscard]] qsizetype currentBlock() const noexcept { return m_currentBlock; }
-    /// Makes `block` the current one, puts the caret at its start and brings it into sight.
+    /// Makes `block` the current one, puts the caret at its start and brings it into sight, sideways too: where its
+    /// first row is a changed one, its first changed character, as soon as that is known and unless the view was
+    /// scrolled since.
     void goToBlock(qsizetype block);
 
     /// What is selected, lines joined by line feeds; rows without a line of their own count for nothing.
@@ -78,6 +80,7 @@ Q_SIGNALS:
 
 private:
     void setCurrentBlock(qsizetype block);
+    void revealChange();
 
     std::shared_ptr<const DiffDocument> m_document;
     RowLayout m_layout;
@@ -87,6 +90,7 @@ private:
     QFont m_font;
     TextCaret m_caret;
     qsizetype m_currentBlock = -1;
+    qsizetype m_revealedRow = -1; ///< the row whose first changed character is still to be brought into sight
     qsizetype m_top = 0;
     qint64 m_column = 0;
     int m_height = 0;
