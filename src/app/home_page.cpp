@@ -2,10 +2,12 @@
 
 #include "app/home_tile.h"
 #include "app/home_tile_flow_widget.h"
+#include "app/recent_sessions.h"
 #include "app/session_kinds.h"
 #include "session/translate.h"
 
 #include <QHBoxLayout>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace velmora {
@@ -68,7 +70,7 @@ bool isPrimary(const SessionKindRow &row)
 
 } // namespace
 
-HomePage::HomePage(QWidget *parent) : QWidget(parent)
+HomePage::HomePage(QWidget *parent) : QWidget(parent), m_recent(new RecentSessions)
 {
     setObjectName(QStringLiteral("homePage"));
 
@@ -91,10 +93,13 @@ HomePage::HomePage(QWidget *parent) : QWidget(parent)
     parts->addWidget(primary);
     parts->addSpacing(gap);
     parts->addWidget(makeSecondaryTiles(primary, column));
+    parts->addSpacing(20);
+    parts->addWidget(m_recent);
     parts->addStretch(1);
+    connect(m_recent, &RecentSessions::entryChosen, this, &HomePage::entryChosen);
 
     auto *centring = new QHBoxLayout(content);
-    centring->setContentsMargins(sideMargin, 30, sideMargin, 24);
+    centring->setContentsMargins(sideMargin, 26, sideMargin, 20);
     centring->addStretch(1);
     centring->addWidget(column, 1000);
     centring->addStretch(1);
@@ -103,6 +108,11 @@ HomePage::HomePage(QWidget *parent) : QWidget(parent)
     auto *whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->addWidget(scroll);
+}
+
+void HomePage::setHistory(const QList<SessionHistory::Entry> &history)
+{
+    m_recent->setHistory(history);
 }
 
 void HomePage::refreshTheme()
@@ -153,8 +163,11 @@ QWidget *HomePage::makeSecondaryTiles(QWidget *primary, QWidget *parent)
         flow->addTile(tile);
     }
     flow->fitTileSizeToText();
-    // The large tiles end where the rows of small ones do.
-    const auto align = [row = primary->layout()](int remainder) { row->setContentsMargins(0, 0, remainder, 0); };
+    // What stands above and below ends where the rows of small ones do.
+    const auto align = [this, row = primary->layout()](int remainder) {
+        row->setContentsMargins(0, 0, remainder, 0);
+        m_recent->setContentsMargins(0, 0, remainder, 0);
+    };
     auto *host = new TileFlowHost(flow, align, parent);
     host->setObjectName(QStringLiteral("homeSecondaryHost"));
     return host;

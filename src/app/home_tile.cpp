@@ -2,6 +2,7 @@
 
 #include "app/dropped_paths.h"
 #include "app/session_kinds.h"
+#include "app/tile_frame.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
@@ -12,7 +13,6 @@ namespace velmora {
 namespace {
 
 constexpr int chipSize = 64;
-constexpr int corner = 8;
 constexpr int margin = 14;
 constexpr int captionGap = 8;
 
@@ -96,25 +96,8 @@ void HomeTile::paintTexts(QPainter &painter)
 
 void HomeTile::paintEvent(QPaintEvent * /*event*/)
 {
-    const QColor ink = palette().color(QPalette::WindowText);
-    const QColor accent = palette().color(QPalette::Highlight);
-    const QColor resting =
-        isDarkTheme() ? blended(ink, palette().color(QPalette::Window), 0.05) : palette().color(QPalette::Base);
-    const double tint = isDown() ? 0.20 : m_dropTarget ? 0.16 : underMouse() ? 0.08 : 0.0;
-    const bool active = m_dropTarget || hasFocus();
-
-    QPen frame(underMouse() || active ? accent : blended(ink, palette().color(QPalette::Window), 0.14));
-    frame.setWidthF(active ? 2.0 : 1.0);
-    if (m_dropTarget)
-        frame.setDashPattern({3.0, 2.0});
-    const double inset = frame.widthF() / 2.0;
-
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(frame);
-    painter.setBrush(blended(accent, resting, tint));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), corner, corner);
-    painter.setPen(ink);
+    paintTileFrame(painter, *this, m_dropTarget);
     paintTexts(painter);
 }
 

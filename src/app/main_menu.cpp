@@ -38,6 +38,11 @@ void addSessionMenu(QMenuBar *bar, Tarnwick &window, SessionTabs &tabs)
     QAction *home = menu->addAction(Velmora::tr("New tab(&I)"), &tabs, &SessionTabs::showHome);
     home->setShortcut(Qt::CTRL | Qt::Key_T);
     menu->addSeparator();
+    menu->addAction(Velmora::tr("Save workspace as(&V)..."), &window, &Tarnwick::onSaveWorkspace);
+    menu->addAction(Velmora::tr("Open workspace(&O)..."), &window, &Tarnwick::onOpenWorkspace);
+    menu->addAction(Velmora::tr("Open session file(&N)..."), &window, &Tarnwick::onOpenSessionFile);
+    menu->addAction(Velmora::tr("Save current session as(&S)..."), &window, &Tarnwick::onSaveSessionFile);
+    menu->addSeparator();
     QAction *close = menu->addAction(Velmora::tr("Close tab"), &window, &Tarnwick::onCloseCurrentTab);
     close->setShortcut(Qt::CTRL | Qt::Key_W);
     QAction *exit = menu->addAction(Velmora::tr("E&xit"), &window, &QWidget::close);

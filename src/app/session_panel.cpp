@@ -26,9 +26,10 @@ constexpr const char *newKinds[] = {
     "snapshot", "sftp",        "env",      "diskusage", "service",  "startup",
 };
 
-QTreeWidgetItem *addCategory(QTreeWidget *tree, const QString &text, const QString &id)
+template <typename Parent>
+QTreeWidgetItem *addCategory(Parent *parent, const QString &text, const QString &id)
 {
-    auto *item = new QTreeWidgetItem(tree, {text});
+    auto *item = new QTreeWidgetItem(parent, {text});
     item->setData(0, SessionPanel::idRole, id);
     item->setExpanded(true);
     return item;
@@ -36,7 +37,16 @@ QTreeWidgetItem *addCategory(QTreeWidget *tree, const QString &text, const QStri
 
 } // namespace
 
-SessionPanel::SessionPanel(QWidget *parent) : QWidget(parent), m_tree(new QTreeWidget(this))
+QString historyDayLabel(const QDate &day, const QDate &today)
+{
+    if (day == today)
+        return Velmora::tr("Today");
+    if (day == today.addDays(-1))
+        return Velmora::tr("Yesterday");
+    return day.toString(QStringLiteral("yyyy/M/d"));
+}
+
+SessionPanel::SessionPanel(QWidget *parent) : QWidget(parent), m_tree(new QTreeWidget(this)), m_history(nullptr)
 {
     setObjectName(QStringLiteral("sessionPanel"));
     setMinimumWidth(narrowest);
@@ -61,6 +71,7 @@ SessionPanel::SessionPanel(QWidget *parent) : QWidget(parent), m_tree(new QTreeW
     m_tree->setExpandsOnDoubleClick(false);
     m_tree->setAccessibleName(header->text());
     addNewKinds();
+    m_history = addCategory(m_tree, Velmora::tr("Auto-save"), QStringLiteral("category_autosave"));
     refreshTheme();
 
     auto *column = new QVBoxLayout(this);
@@ -71,13 +82,41 @@ SessionPanel::SessionPanel(QWidget *parent) : QWidget(parent), m_tree(new QTreeW
 
     connect(m_tree, &QTreeWidget::itemClicked, this, &SessionPanel::chooseOnce);
     connect(m_tree, &QTreeWidget::itemDoubleClicked, this, [this] { m_secondClick = true; });
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
-        auto *shortcut = new QShortcut(QKeySequence(key), m_tree, nullptr, nullptr, Qt::WidgetShortcut);
-        connect(shortcut, &QShortcut::activated, this, [this] {
-            if (QTreeWidgetItem *item = m_tree->currentItem())
-                Q_EMIT itemChosen(item, 0);
-        });
+    addKey(Qt::Key_Return, &SessionPanel::chooseCurrent);
+    addKey(Qt::Key_Enter, &SessionPanel::chooseCurrent);
+    addKey(Qt::Key_F2, &SessionPanel::editCurrent);
+}
+
+void SessionPanel::setHistory(const QList<SessionHistory::Entry> &history)
+{
+    qDeleteAll(m_history->takeChildren());
+    const QDate today = QDate::currentDate();
+    QTreeWidgetItem *group = nullptr;
+    for (auto entry = history.crbegin(); entry != history.crend(); ++entry) {
+        const SessionRecord &record = entry->record;
+        const QString label = historyDayLabel(record.timestamp.date(), today);
+        if (!group || group->text(0) != label)
+            group = addCategory(m_history, label, QStringLiteral("category_date"));
+        auto *item = new QTreeWidgetItem(group, {record.name});
+        item->setData(0, idRole, QStringLiteral("history"));
+        item->setData(0, entryRole, entry->id);
+        item->setData(0, kindRole, record.type);
+        item->setData(0, leftRole, record.paths.left);
+        item->setData(0, rightRole, record.paths.right);
+        item->setData(0, baseRole, record.paths.base);
+        item->setIcon(0, sessionKindIcon(record.type));
+        item->setToolTip(
+            0, record.paths.base.isEmpty()
+                   ? QStringLiteral("%1\n%2").arg(record.paths.left, record.paths.right)
+                   : QStringLiteral("%1\n%2\n%3").arg(record.paths.base, record.paths.left, record.paths.right));
     }
+}
+
+std::optional<quint64> SessionPanel::entryOf(const QTreeWidgetItem *item)
+{
+    if (!item || item->data(0, idRole).toString() != QLatin1String("history"))
+        return std::nullopt;
+    return item->data(0, entryRole).toULongLong();
 }
 
 void SessionPanel::refreshTheme()
@@ -88,6 +127,10 @@ void SessionPanel::refreshTheme()
             (*it)->setIcon(0, sessionKindIcon(id.mid(4)));
         else if (id == QLatin1String("category_new"))
             (*it)->setIcon(0, themedIcon(QStringLiteral("new.png")));
+        else if (id == QLatin1String("category_autosave"))
+            (*it)->setIcon(0, themedIcon(QStringLiteral("drawer.png")));
+        else if (id == QLatin1String("history"))
+            (*it)->setIcon(0, sessionKindIcon((*it)->data(0, kindRole).toString()));
     }
 }
 
@@ -105,6 +148,23 @@ void SessionPanel::addNewKinds()
         item->setData(0, idRole, QString(QLatin1String("new_") + kind.id));
         item->setToolTip(0, Velmora::tr(kind.summary));
     }
+}
+
+void SessionPanel::addKey(const QKeySequence &key, void (SessionPanel::*act)())
+{
+    auto *shortcut = new QShortcut(key, m_tree, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(shortcut, &QShortcut::activated, this, act);
+}
+
+void SessionPanel::chooseCurrent()
+{
+    if (QTreeWidgetItem *item = m_tree->currentItem())
+        Q_EMIT itemChosen(item, 0);
+}
+
+void SessionPanel::editCurrent()
+{
+    Q_EMIT editRequested(m_tree->currentItem());
 }
 
 void SessionPanel::chooseOnce(QTreeWidgetItem *item, int column)

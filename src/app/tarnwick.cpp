@@ -8,6 +8,7 @@
 #include "app/main_menu.h"
 #include "app/options_dialog.h"
 #include "app/session_kinds.h"
+#include "app/session_library.h"
 #include "app/session_panel.h"
 #include "app/session_tabs.h"
 #include "app/window_fit.h"
@@ -23,7 +24,7 @@
 #include <QLoggingCategory>
 #include <QScreen>
 #include <QStatusBar>
-#include <QTreeWidgetItem>
+#include <QTreeWidget>
 
 namespace velmora {
 
@@ -64,7 +65,11 @@ SessionPaths sidesOf(const SessionKindRow &kind, const QStringList &paths)
 } // namespace
 
 Tarnwick::Tarnwick(std::optional<bool> darkThisRun, QWidget *parent)
-    : QMainWindow(parent), m_tabs(new SessionTabs), m_home(new HomePage), m_panel(new SessionPanel)
+    : QMainWindow(parent),
+      m_tabs(new SessionTabs),
+      m_home(new HomePage),
+      m_panel(new SessionPanel),
+      m_library(new SessionLibrary(*m_tabs, m_history, this))
 {
     setWindowTitle(QStringLiteral("%1 %2").arg(QGuiApplication::applicationDisplayName(), applicationVersion()));
     setAcceptDrops(true);
@@ -106,7 +111,19 @@ void Tarnwick::buildCentre()
     connect(m_tabs, &QTabWidget::tabCloseRequested, this, &Tarnwick::onCloseTab);
     connect(m_home, &HomePage::kindChosen, this, &Tarnwick::openEmpty);
     connect(m_home, &HomePage::pathsDropped, this, &Tarnwick::openDropped);
+    connect(m_home, &HomePage::entryChosen, m_library, &SessionLibrary::openEntry);
     connect(m_panel, &SessionPanel::itemChosen, this, &Tarnwick::onSessionItemClicked);
+    connect(m_panel, &SessionPanel::editRequested, this, [this](const QTreeWidgetItem *item) {
+        if (const auto entry = SessionPanel::entryOf(item))
+            m_library->editEntry(*entry);
+        else
+            onEditRecentSession();
+    });
+    connect(m_panel->tree(), &QWidget::customContextMenuRequested, this, &Tarnwick::onSessionTreeContextMenu);
+    connect(m_library, &SessionLibrary::recordOpened, this, &Tarnwick::openRecord);
+    connect(m_library, &SessionLibrary::statusMessage, this, [this](const QString &message) { showStatus(message); });
+    connect(&m_history, &SessionHistory::changed, this, &Tarnwick::showHistory);
+    showHistory();
 }
 
 void Tarnwick::handleArguments(const QStringList &arguments)
@@ -120,7 +137,9 @@ void Tarnwick::handleArguments(const QStringList &arguments)
         else
             setExplorerRight(absoluteForm(pick.path));
     }
-    if (line.paths.size() == 2) {
+    if (!line.sessionFile.isEmpty()) {
+        m_library->openSessionFile(absoluteForm(line.sessionFile));
+    } else if (line.paths.size() == 2) {
         openCompare(line.mode, absoluteForm(line.paths[0]), absoluteForm(line.paths[1]));
         m_explorerLeft.clear();
     } else if (line.paths.size() == 1) {
@@ -193,18 +212,32 @@ SessionWidget *Tarnwick::addSession(const SessionKindRow &kind, const QString &t
 {
     SessionWidget *session = kind.create(*this, kind, nullptr);
     m_tabs->addSession(session, sessionKindIcon(kind.id), title);
-    if (paths != SessionPaths())
+    if (paths != SessionPaths()) {
         session->setPaths(paths);
-    hookSession(session);
+        recordSession(kind.id, title, paths);
+    }
+    hookSession(session, kind);
     return session;
 }
 
-void Tarnwick::hookSession(SessionWidget *session)
+void Tarnwick::hookSession(SessionWidget *session, const SessionKindRow &kind)
 {
-    connect(session, &SessionWidget::statusMessage, this, [this, session](const QString &message) {
-        if (m_tabs->currentSession() == session)
-            showStatus(message);
-    });
+    connect(session, &SessionWidget::comparisonFinished, this,
+            [this, session, &kind](const QString &left, const QString &right) {
+                const QString title = m_tabs->titleAt(m_tabs->indexOf(session));
+                recordSession(kind.id, title, {.left = left, .right = right, .base = session->paths().base});
+            });
+}
+
+void Tarnwick::recordSession(const QString &type, const QString &name, const SessionPaths &paths)
+{
+    m_history.add(type, name, paths);
+}
+
+void Tarnwick::showHistory()
+{
+    m_panel->setHistory(m_history.entries());
+    m_home->setHistory(m_history.entries());
 }
 
 void Tarnwick::setExplorerLeft(const QString &path)
@@ -240,11 +273,6 @@ void Tarnwick::onCloseTab(int index)
     m_tabs->closeTab(index);
 }
 
-void Tarnwick::onCloseCurrentTab()
-{
-    onCloseTab(m_tabs->currentIndex());
-}
-
 void Tarnwick::onOpenTextCompare(const QString &leftPath, const QString &rightPath)
 {
     openCompare(QStringLiteral("text"), leftPath, rightPath);
@@ -273,10 +301,54 @@ void Tarnwick::onAbout()
 void Tarnwick::onSessionItemClicked(QTreeWidgetItem *item, int /*column*/)
 {
     const QString id = item->data(0, SessionPanel::idRole).toString();
-    if (!id.startsWith(QLatin1String("new_")))
-        return;
-    if (const SessionKindRow *kind = findSessionKind(id.mid(4)))
+    if (const auto entry = SessionPanel::entryOf(item))
+        m_library->openEntry(*entry);
+    else if (const SessionKindRow *kind = id.startsWith(QLatin1String("new_")) ? findSessionKind(id.mid(4)) : nullptr)
         openEmpty(*kind);
+}
+
+void Tarnwick::onSessionTreeContextMenu(const QPoint &point)
+{
+    const auto entry = SessionPanel::entryOf(m_panel->tree()->itemAt(point));
+    if (!entry)
+        return;
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(Velmora::tr("Open"), m_library, [this, id = *entry] { m_library->openEntry(id); });
+    menu->addAction(Velmora::tr("Edit"), m_library, [this, id = *entry] { m_library->editEntry(id); });
+    menu->addAction(Velmora::tr("Save as..."), m_library, [this, id = *entry] { m_library->saveEntry(id); });
+    menu->addAction(Velmora::tr("Delete"), m_library, [this, id = *entry] { m_library->deleteEntry(id); });
+    menu->popup(m_panel->tree()->viewport()->mapToGlobal(point));
+}
+
+void Tarnwick::onSaveWorkspace()
+{
+    m_library->saveWorkspace();
+}
+
+void Tarnwick::onOpenWorkspace()
+{
+    m_library->chooseWorkspace();
+}
+
+void Tarnwick::onOpenSessionFile()
+{
+    m_library->chooseSession();
+}
+
+void Tarnwick::onSaveSessionFile()
+{
+    m_library->saveSession();
+}
+
+void Tarnwick::onEditRecentSession()
+{
+    m_library->editNewestEntry();
+}
+
+void Tarnwick::onCloseCurrentTab()
+{
+    onCloseTab(m_tabs->currentIndex());
 }
 
 void Tarnwick::onOptions()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/session_history.h"
 #include "app/single_instance.h"
 #include "session/session_host.h"
 #include "session/session_record.h"
@@ -13,6 +14,7 @@ class QTreeWidgetItem;
 namespace velmora {
 
 class HomePage;
+class SessionLibrary;
 class SessionPanel;
 class SessionTabs;
 class SessionWidget;
@@ -84,6 +86,12 @@ public Q_SLOTS:
     void onOpenFolderSync(const QString &leftPath, const QString &rightPath);
     void onAbout();
     void onSessionItemClicked(QTreeWidgetItem *item, int column);
+    void onSessionTreeContextMenu(const QPoint &point);
+    void onSaveWorkspace();
+    void onOpenWorkspace();
+    void onOpenSessionFile();
+    void onSaveSessionFile();
+    void onEditRecentSession();
     void onCloseCurrentTab();
     void onOptions();
     /// Carries out what a later start has handed over and comes to the front.
@@ -99,13 +107,18 @@ private:
     void openEmptyOf(const char *kind);
     void openLonePath(const QString &mode, const QString &path);
     SessionWidget *addSession(const SessionKindRow &kind, const QString &title, const SessionPaths &paths = {});
-    void hookSession(SessionWidget *session);
+    /// Connects a session that has just been added: what it compares is remembered.
+    void hookSession(SessionWidget *session, const SessionKindRow &kind);
+    void recordSession(const QString &type, const QString &name, const SessionPaths &paths);
+    void showHistory();
     void fitToScreen();
     void applyWindowTheme(bool dark);
 
     SessionTabs *m_tabs;
     HomePage *m_home;
     SessionPanel *m_panel;
+    SessionHistory m_history;
+    SessionLibrary *m_library;
     SingleInstanceServer m_instances;
     QString m_explorerLeft;
     QString m_pendingReport;

@@ -1,0 +1,136 @@
+#include "app/recent_sessions.h"
+
+#include "app/session_kinds.h"
+#include "app/tile_frame.h"
+#include "session/theme.h"
+#include "session/translate.h"
+
+#include <QAbstractButton>
+#include <QGridLayout>
+
+namespace velmora {
+
+namespace {
+
+constexpr int columns = 3;
+constexpr int most = columns; // one row: the sessions panel has the rest
+constexpr int gap = 10;
+constexpr int margin = 12;
+constexpr int iconExtent = 24;
+
+/// One remembered session: its name, and below it where its sides are.
+class RecentTile final : public QAbstractButton {
+public:
+    RecentTile(const SessionRecord &record, QWidget *parent) : QAbstractButton(parent), m_kind(record.type)
+    {
+        QStringList sides;
+        for (const QString &path : {record.paths.base, record.paths.left, record.paths.right}) {
+            if (!path.isEmpty())
+                sides.append(QDir::toNativeSeparators(path));
+        }
+        m_places = sides.join(QStringLiteral("  ·  "));
+        setObjectName(QStringLiteral("recentSession"));
+        setText(record.name);
+        setToolTip(sides.join(u'\n'));
+        setFocusPolicy(Qt::StrongFocus);
+        setCursor(Qt::PointingHandCursor);
+        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    }
+
+    [[nodiscard]] QSize sizeHint() const override { return {200, 2 * fontMetrics().height() + 2 + 2 * 8}; }
+
+protected:
+    void paintEvent(QPaintEvent * /*event*/) override
+    {
+        QPainter painter(this);
+        paintTileFrame(painter, *this);
+        const QRect icon(margin, (height() - iconExtent) / 2, iconExtent, iconExtent);
+        sessionKindIcon(m_kind).paint(&painter, icon);
+
+        const int left = icon.right() + margin;
+        const int available = width() - left - margin;
+        const int lineHeight = fontMetrics().height();
+        painter.drawText(QRect(left, 8, available, lineHeight), Qt::AlignLeft | Qt::AlignVCenter,
+                         fontMetrics().elidedText(text(), Qt::ElideRight, available));
+        painter.setPen(blended(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.65));
+        painter.drawText(QRect(left, 8 + lineHeight + 2, available, lineHeight), Qt::AlignLeft | Qt::AlignVCenter,
+                         fontMetrics().elidedText(m_places, Qt::ElideMiddle, available));
+    }
+
+    void enterEvent(QEnterEvent *event) override
+    {
+        QAbstractButton::enterEvent(event);
+        update();
+    }
+
+    void leaveEvent(QEvent *event) override
+    {
+        QAbstractButton::leaveEvent(event);
+        update();
+    }
+
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+            click();
+        else
+            QAbstractButton::keyPressEvent(event);
+    }
+
+private:
+    QString m_kind;
+    QString m_places;
+};
+
+/// The newest entries, newest first, each session once.
+QList<SessionHistory::Entry> newest(const QList<SessionHistory::Entry> &history)
+{
+    QList<SessionHistory::Entry> result;
+    for (auto entry = history.crbegin(); entry != history.crend() && result.size() < most; ++entry) {
+        const bool known = std::any_of(result.begin(), result.end(), [&entry](const SessionHistory::Entry &other) {
+            return other.record.type == entry->record.type && other.record.paths == entry->record.paths;
+        });
+        if (!known)
+            result.append(*entry);
+    }
+    return result;
+}
+
+} // namespace
+
+RecentSessions::RecentSessions(QWidget *parent) : QWidget(parent), m_grid(new QGridLayout(this))
+{
+    m_grid->setContentsMargins(0, 0, 0, 0);
+    m_grid->setSpacing(gap);
+    auto *heading = new QLabel(Velmora::tr("Recent sessions"), this);
+    QFont font = heading->font();
+    font.setPointSizeF(font.pointSizeF() * 1.25);
+    font.setWeight(QFont::DemiBold);
+    heading->setFont(font);
+    m_grid->addWidget(heading, 0, 0, 1, columns);
+    for (int column = 0; column < columns; ++column)
+        m_grid->setColumnStretch(column, 1);
+    hide();
+}
+
+void RecentSessions::setHistory(const QList<SessionHistory::Entry> &history)
+{
+    const auto old = findChildren<QAbstractButton *>();
+    for (QAbstractButton *tile : old) {
+        m_grid->removeWidget(tile);
+        // It may be the one whose click led here.
+        tile->hide();
+        tile->setObjectName({});
+        tile->deleteLater();
+    }
+    const QList<SessionHistory::Entry> shown = newest(history);
+    for (int i = 0; i < shown.size(); ++i) {
+        auto *tile = new RecentTile(shown[i].record, this);
+        m_grid->addWidget(tile, 1 + i / columns, i % columns);
+        connect(tile, &QAbstractButton::clicked, this, [this, id = shown[i].id] { Q_EMIT entryChosen(id); });
+        tile->show();
+    }
+    setVisible(!shown.isEmpty());
+}
+
+} // namespace velmora

@@ -1,0 +1,469 @@
+#include "app/probe_session.h"
+#include "app/record_dialog.h"
+#include "app/scripted_dialogs.h"
+#include "app/session_files.h"
+#include "app/session_history.h"
+#include "app/session_library.h"
+#include "app/session_panel.h"
+#include "app/session_tabs.h"
+#include "app/tarnwick.h"
+#include "core/settings_store.h"
+#include "support/test_main.h"
+
+#include <QSignalSpy>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTreeWidget>
+
+using namespace velmora;
+
+namespace {
+
+const QJsonObject someOptions{{QStringLiteral("ignoreCase"), true}};
+
+SessionRecord makeRecord(const QString &type, const QString &left, const QString &right = {})
+{
+    return {.name = left + QStringLiteral(" name"),
+            .type = type,
+            .paths = {.left = left, .right = right, .base = {}},
+            .options = {},
+            .timestamp = QDateTime(QDate(2026, 3, 7), QTime(10, 20, 30))};
+}
+
+QStringList lefts(const SessionHistory &history)
+{
+    QStringList result;
+    for (const SessionHistory::Entry &entry : history.entries())
+        result.append(entry.record.paths.left);
+    return result;
+}
+
+/// The library over real tabs and a real history, with a scripted person in front.
+struct Shelf {
+    Shelf()
+    {
+        auto *home = new QWidget;
+        home->setObjectName(QStringLiteral("homePage"));
+        tabs.addHome(home, {}, QStringLiteral("Home"));
+        QObject::connect(&library, &SessionLibrary::recordOpened, &tabs, [this](const SessionRecord &record) {
+            opened.append(record.type + u' ' + record.name);
+            add(record.name);
+        });
+        QObject::connect(&library, &SessionLibrary::statusMessage, &tabs,
+                         [this](const QString &message) { dialogs.said.append(message); });
+    }
+
+    ProbeSession *add(const QString &title)
+    {
+        auto *session = new ProbeSession(host);
+        tabs.addSession(session, {}, title);
+        return session;
+    }
+
+    /// The record dialog on the screen.
+    [[nodiscard]] RecordDialog *dialog() { return tabs.findChild<RecordDialog *>(); }
+
+    QStringList takeSaid() { return std::exchange(dialogs.said, {}); }
+
+    ScriptedDialogs dialogs;
+    SilentHost host;
+    SessionTabs tabs;
+    SessionHistory history;
+    SessionLibrary library{tabs, history, &tabs};
+    QStringList opened;
+};
+
+} // namespace
+
+class SessionLibraryTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        qputenv("USERNAME", "velmora-library-" + QByteArray::number(QCoreApplication::applicationPid()));
+        QVERIFY(m_folder.isValid());
+    }
+
+    void init() { InterfaceSettings().clear(); }
+    void cleanupTestCase() { InterfaceSettings().clear(); }
+
+    void remembersASessionOnceInARow()
+    {
+        SessionHistory history;
+        const SessionPaths a{QStringLiteral("a"), {}, {}};
+        const SessionPaths b{QStringLiteral("b"), {}, {}};
+        const QString text = QStringLiteral("text");
+        history.add(text, QStringLiteral("one"), a);
+        history.add(text, QStringLiteral("other name"), a);
+        QCOMPARE(history.entries().size(), 1);
+        history.add(text, {}, b);
+        history.add(text, {}, a);
+        history.add(QStringLiteral("binary"), {}, a);
+        QCOMPARE(lefts(history).join(u' '), QStringLiteral("a b a a"));
+    }
+
+    void keepsTheNewestHundred()
+    {
+        {
+            SessionHistory history;
+            for (int i = 0; i < 101; ++i)
+                history.add(QStringLiteral("text"), {}, {QString::number(i), {}, {}});
+        }
+        SessionHistory history;
+        QCOMPARE(history.entries().size(), 100);
+        QCOMPARE(lefts(history).constFirst(), QStringLiteral("1"));
+        QCOMPARE(lefts(history).constLast(), QStringLiteral("100"));
+    }
+
+    void storesEachChange()
+    {
+        SessionHistory history;
+        QSignalSpy changed(&history, &SessionHistory::changed);
+        const SessionRecord record = makeRecord(QStringLiteral("merge"), QStringLiteral("l"), QStringLiteral("r"));
+        history.replaceAll({record, makeRecord(QStringLiteral("text"), QStringLiteral("b")), record});
+        const quint64 id = history.entries()[1].id;
+        history.remove(id);
+        history.remove(id);
+        QVERIFY(!history.find(id));
+        SessionRecord edited = record;
+        edited.paths.base = QStringLiteral("base, with\ta \"quote\"");
+        history.replace(history.entries()[0].id, edited);
+        QCOMPARE(changed.count(), 3);
+        QCOMPARE(SessionHistory().records(), (QList<SessionRecord>{edited, record}));
+        QCOMPARE(InterfaceSettings().value(QStringLiteral("sessions/size")).toInt(), 2);
+        QVERIFY(!InterfaceSettings().contains(QStringLiteral("sessions/3/name")));
+    }
+
+    void makesNothingOfStrangeSettings_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QVariant>("value");
+        QTest::newRow("no array") << QStringLiteral("sessions") << QVariant(QStringLiteral("text"));
+        QTest::newRow("a count without entries") << QStringLiteral("sessions/size") << QVariant(2'000'000'000);
+        QTest::newRow("a count below zero") << QStringLiteral("sessions/size") << QVariant(-5);
+        QTest::newRow("no number") << QStringLiteral("sessions/size") << QVariant(QStringLiteral("many"));
+    }
+
+    void makesNothingOfStrangeSettings()
+    {
+        QFETCH(QString, key);
+        QFETCH(QVariant, value);
+        InterfaceSettings().setValue(key, value);
+        QVERIFY(SessionHistory().entries().isEmpty());
+    }
+
+    void writesSessionsAsJson()
+    {
+        SessionRecord record = makeRecord(QStringLiteral("text"), QStringLiteral("/l"), QStringLiteral("/r"));
+        QJsonObject object = sessionToJson(record);
+        QCOMPARE(object.keys().join(u' '), QStringLiteral("basePath leftPath name rightPath timestamp type version"));
+        QCOMPARE(object[QLatin1String("version")].toInt(), 1);
+        QCOMPARE(object[QLatin1String("timestamp")].toString(), QStringLiteral("2026-03-07T10:20:30"));
+        QCOMPARE(object[QLatin1String("basePath")], QJsonValue(QString()));
+        QCOMPARE(sessionFromJson(object), record);
+        record.options = someOptions;
+        object = sessionToJson(record);
+        QCOMPARE(object[QLatin1String("version")].toInt(), 2);
+        QCOMPARE(sessionFromJson(object), record);
+        QCOMPARE(sessionFromJson({{QStringLiteral("name"), 3}, {QStringLiteral("options"), QStringLiteral("x")}}),
+                 SessionRecord());
+    }
+
+    void writesWorkspacesAsJson()
+    {
+        SessionRecord withOptions = makeRecord(QStringLiteral("text"), QStringLiteral("/l"));
+        withOptions.options = someOptions;
+        Workspace workspace;
+        workspace.sessions = {makeRecord(QStringLiteral("folder"), QStringLiteral("/a"))};
+        workspace.openTabs = {{withOptions, 2}, {makeRecord(QStringLiteral("sync"), QStringLiteral("/s")), 3}};
+        workspace.activeTabIndex = 3;
+        QJsonObject object = workspaceToJson(workspace);
+        QCOMPARE(workspaceFromJson(object), workspace);
+        QCOMPARE(object[QLatin1String("version")].toInt(), 2);
+        const QJsonObject entry = object[QLatin1String("sessions")].toArray()[0].toObject();
+        QCOMPARE(entry.keys().join(u' '), QStringLiteral("basePath leftPath name rightPath timestamp type"));
+        const QJsonObject tab = object[QLatin1String("openTabs")].toArray()[0].toObject();
+        QCOMPARE(tab[QLatin1String("tabIndex")].toInt(), 2);
+        QCOMPARE(tab[QLatin1String("version")].toInt(), 2);
+
+        object = {{QStringLiteral("sessions"),
+                   QJsonArray{QJsonObject{{QStringLiteral("type"), QStringLiteral("text")}},
+                              QJsonObject{{QStringLiteral("name"), QStringLiteral("no type")}}, 7}},
+                  {QStringLiteral("openTabs"), QJsonArray{QJsonObject(), QStringLiteral("x")}}};
+        const Workspace sparse = workspaceFromJson(object);
+        QCOMPARE(sparse.sessions.size(), 1);
+        QVERIFY(qAbs(sparse.sessions[0].timestamp.secsTo(QDateTime::currentDateTime())) < 60);
+        QVERIFY(sparse.openTabs.isEmpty());
+        QCOMPARE(sparse.activeTabIndex, -1);
+    }
+
+    void savesTheSessionInFront()
+    {
+        Shelf shelf;
+        shelf.library.saveSession();
+        QCOMPARE(shelf.takeSaid(), QStringList{QStringLiteral("Switch to a compare or tool tab first")});
+
+        shelf.add(QStringLiteral("R&D"))->sides = {QStringLiteral("/l"), QStringLiteral("/r"), {}};
+        shelf.library.saveSession();
+        QVERIFY(shelf.dialog());
+        QCOMPARE(shelf.dialog()->windowTitle(), QStringLiteral("Save session file as"));
+        const QString path = m_folder.filePath(QStringLiteral("saved"));
+        shelf.dialogs.paths = {path};
+        shelf.dialog()->accept();
+        QCOMPARE(shelf.takeSaid(), (QStringList{QStringLiteral("Save session <> Velmora session (*.kvsession)"),
+                                                QStringLiteral("Session saved: %1.kvsession").arg(path)}));
+        QTRY_VERIFY(!shelf.dialog());
+
+        shelf.library.openSessionFile(path + QStringLiteral(".kvsession"));
+        QCOMPARE(shelf.opened, QStringList{QStringLiteral("text R&D")});
+        QCOMPARE(shelf.takeSaid(), QStringList{QStringLiteral("Session opened: R&D")});
+
+        shelf.dialogs.paths = {m_folder.filePath(QStringLiteral("missing/x.KVSESSION"))};
+        shelf.library.saveSession();
+        shelf.dialog()->accept();
+        QCOMPARE(shelf.takeSaid().constLast(), QStringLiteral("Failed to save session"));
+    }
+
+    void refusesWhatIsNoSessionFile_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("told");
+        QTest::newRow("missing") << QByteArray() << QStringLiteral("Open session: Cannot open session file");
+        QTest::newRow("no JSON") << QByteArray("{\"type\":")
+                                 << QStringLiteral("Open session: Invalid session file format.");
+        QTest::newRow("array") << QByteArray("[1]") << QStringLiteral("Open session: Invalid session file format.");
+        QTest::newRow("no type") << QByteArray("{\"type\":\"\"}")
+                                 << QStringLiteral("Open session: Session file is missing the type field.");
+    }
+
+    void refusesWhatIsNoSessionFile()
+    {
+        QFETCH(QByteArray, content);
+        Shelf shelf;
+        const QString path =
+            content.isEmpty() ? m_folder.filePath(QStringLiteral("nothing here")) : write("bad.kvsession", content);
+        shelf.dialogs.paths = {path};
+        shelf.library.chooseSession();
+        QCOMPARE(shelf.dialogs.said.constFirst(),
+                 QStringLiteral("Open session file <> Velmora session (*.kvsession);;All files (*.*)"));
+        QTEST(shelf.dialogs.said.constLast(), "told");
+        QVERIFY(shelf.opened.isEmpty());
+    }
+
+    void namesASessionAfterItsFile()
+    {
+        Shelf shelf;
+        shelf.library.openSessionFile(write("my files.kvsession", R"({"type":"folder","leftPath":"/a"})"));
+        QCOMPARE(shelf.opened, QStringList{QStringLiteral("folder my files")});
+    }
+
+    void savesAndRestoresAWorkspace()
+    {
+        const QString path = m_folder.filePath(QStringLiteral("desk"));
+        {
+            Shelf shelf;
+            shelf.history.add(QStringLiteral("folder"), QStringLiteral("old"), {QStringLiteral("/o"), {}, {}});
+            shelf.add(QStringLiteral("first"));
+            shelf.add(QStringLiteral("second"));
+            shelf.tabs.setCurrentIndex(1);
+            shelf.dialogs.paths = {path};
+            shelf.library.saveWorkspace();
+            QCOMPARE(
+                shelf.takeSaid(),
+                (QStringList{QStringLiteral("Save workspace <workspace.kvworkspace> Velmora workspace (*.kvworkspace)"),
+                             QStringLiteral("Workspace saved: %1.kvworkspace (2 open tabs)").arg(path)}));
+            shelf.dialogs.paths = {m_folder.filePath(QStringLiteral("missing/desk"))};
+            shelf.library.saveWorkspace();
+            QCOMPARE(shelf.takeSaid().constLast(), QStringLiteral("Failed to save workspace"));
+        }
+        InterfaceSettings().clear();
+
+        Shelf shelf;
+        shelf.history.add(QStringLiteral("text"), QStringLiteral("mine"), {QStringLiteral("/m"), {}, {}});
+        const QString file = path + QStringLiteral(".kvworkspace");
+        shelf.dialogs.paths = {file};
+        shelf.dialogs.answers = {0};
+        shelf.library.chooseWorkspace();
+        QCOMPARE(
+            shelf.takeSaid(),
+            (QStringList{QStringLiteral("Open workspace <> Velmora workspace (*.kvworkspace);;All files (*.*)"),
+                         QStringLiteral("Open workspace: Replace current session history with 1 session(s) from the "
+                                        "workspace? [Yes]")}));
+        QCOMPARE(lefts(shelf.history), QStringList{QStringLiteral("/m")});
+
+        shelf.dialogs.paths = {file};
+        shelf.dialogs.answers = {1, 1};
+        shelf.library.chooseWorkspace();
+        QCOMPARE(shelf.takeSaid().mid(2),
+                 (QStringList{QStringLiteral("Open workspace: Restore 2 saved open tab(s)? [No]"),
+                              QStringLiteral("Workspace loaded: %1").arg(file)}));
+        QCOMPARE(lefts(shelf.history), QStringList{QStringLiteral("/o")});
+        QCOMPARE(shelf.opened, (QStringList{QStringLiteral("text first"), QStringLiteral("text second")}));
+        QCOMPARE(shelf.tabs.currentIndex(), 1);
+    }
+
+    void opensWorkspacesThatLackSomething()
+    {
+        Shelf shelf;
+        const auto open = [&shelf](const QString &path) {
+            shelf.dialogs.paths = {path};
+            shelf.library.chooseWorkspace();
+            return shelf.takeSaid().mid(1).join(u'|');
+        };
+        QCOMPARE(open(m_folder.filePath(QStringLiteral("not there"))), QStringLiteral("Cannot open workspace file"));
+        QCOMPARE(open(write("w", "[]")), QStringLiteral("Open failed: Invalid workspace file format."));
+        QCOMPARE(open(write("w", "{}")), QStringLiteral("Open workspace: This workspace has no saved sessions."));
+
+        // No tabs were saved: the history itself is offered. An index out of range changes nothing.
+        const QString path = write("w", R"({"sessions":[{"type":"text","name":"a"},{"type":"sync","name":"b"}],
+                                            "activeTabIndex":99})");
+        shelf.dialogs.answers = {1};
+        QCOMPARE(open(path), QStringLiteral("Open workspace: Open 2 session(s) from the workspace as tabs? [No]|"
+                                            "Workspace loaded: %1")
+                                 .arg(path));
+        QCOMPARE(shelf.opened, (QStringList{QStringLiteral("text a"), QStringLiteral("sync b")}));
+        QCOMPARE(shelf.tabs.currentIndex(), 2);
+    }
+
+    void changesAnEntry()
+    {
+        Shelf shelf;
+        shelf.library.editNewestEntry();
+        QCOMPARE(shelf.takeSaid(), QStringList{QStringLiteral("No recent session to edit")});
+
+        shelf.history.replaceAll({makeRecord(QStringLiteral("text"), QStringLiteral("/a")),
+                                  makeRecord(QStringLiteral("merge"), QStringLiteral("/b"))});
+        shelf.library.editNewestEntry();
+        QVERIFY(shelf.dialog()->findChild<QLineEdit *>(QStringLiteral("recordBase"))->isVisibleTo(shelf.dialog()));
+        shelf.dialog()->reject();
+        QTRY_VERIFY(!shelf.dialog());
+
+        const quint64 id = shelf.history.entries()[0].id;
+        shelf.library.editEntry(id);
+        QCOMPARE(shelf.dialog()->windowTitle(), QStringLiteral("Edit session"));
+        QVERIFY(!shelf.dialog()->findChild<QLineEdit *>(QStringLiteral("recordBase"))->isVisibleTo(shelf.dialog()));
+        shelf.dialog()->findChild<QLineEdit *>(QStringLiteral("recordLeft"))->setText(QStringLiteral("  /new  "));
+        shelf.dialog()->accept();
+        const SessionRecord &record = shelf.history.find(id)->record;
+        QCOMPARE(record.paths.left, QStringLiteral("/new"));
+        QVERIFY(qAbs(record.timestamp.secsTo(QDateTime::currentDateTime())) < 60);
+        QCOMPARE(shelf.opened, QStringList{QStringLiteral("text /a name")});
+    }
+
+    void deletesAnEntryWhenAsked()
+    {
+        Shelf shelf;
+        shelf.history.replaceAll({makeRecord(QStringLiteral("text"), QStringLiteral("/a"))});
+        const quint64 id = shelf.history.entries()[0].id;
+        shelf.library.deleteEntry(id);
+        QCOMPARE(shelf.takeSaid(),
+                 QStringList{QStringLiteral("Delete session: Remove \"/a name\" from auto-save history? [No]")});
+        QCOMPARE(shelf.history.entries().size(), 1);
+        shelf.dialogs.answers = {1};
+        shelf.library.deleteEntry(id);
+        QCOMPARE(shelf.takeSaid().constLast(), QStringLiteral("Session removed from auto-save"));
+        QVERIFY(shelf.history.entries().isEmpty());
+        shelf.library.openEntry(id);
+        shelf.library.editEntry(id);
+        shelf.library.deleteEntry(id);
+        QVERIFY(shelf.opened.isEmpty());
+    }
+
+    void groupsTheHistoryByDays()
+    {
+        const QDate today(2026, 3, 8);
+        QCOMPARE(historyDayLabel(today, today), QStringLiteral("Today"));
+        QCOMPARE(historyDayLabel(QDate(2026, 3, 7), today), QStringLiteral("Yesterday"));
+        QCOMPARE(historyDayLabel(QDate(2026, 3, 6), today), QStringLiteral("2026/3/6"));
+
+        SessionPanel panel;
+        SessionHistory history;
+        SessionRecord old = makeRecord(QStringLiteral("folder"), QStringLiteral("/o"));
+        SessionRecord recent = makeRecord(QStringLiteral("merge"), QStringLiteral("/l"), QStringLiteral("/r"));
+        recent.paths.base = QStringLiteral("/b");
+        recent.timestamp = QDateTime::currentDateTime();
+        history.replaceAll({old, recent, recent, old});
+        panel.setHistory(history.entries());
+        const QTreeWidgetItem *root = panel.tree()->topLevelItem(1);
+        QStringList lines;
+        for (int i = 0; i < root->childCount(); ++i) {
+            lines.append(root->child(i)->text(0));
+            for (int k = 0; k < root->child(i)->childCount(); ++k)
+                lines.append(QLatin1Char(' ') + root->child(i)->child(k)->text(0));
+        }
+        QCOMPARE(lines.join(u'|'), QStringLiteral("2026/3/7| /o name|Today| /l name| /l name|2026/3/7| /o name"));
+        const QTreeWidgetItem *item = root->child(1)->child(0);
+        QCOMPARE(item->toolTip(0), QStringLiteral("/b\n/l\n/r"));
+        QCOMPARE(root->child(0)->child(0)->toolTip(0), QStringLiteral("/o\n"));
+        QCOMPARE(SessionPanel::entryOf(item), std::optional(history.entries()[2].id));
+        QCOMPARE(SessionPanel::entryOf(root), std::nullopt);
+        QCOMPARE(item->data(0, SessionPanel::kindRole).toString(), QStringLiteral("merge"));
+        QVERIFY(!item->icon(0).isNull());
+    }
+
+    void theWindowRemembersWhatItOpens()
+    {
+        Tarnwick window;
+        const auto *panel = window.findChild<SessionPanel *>();
+        auto *tabs = window.findChild<SessionTabs *>();
+        const auto names = [panel] {
+            QStringList result;
+            const auto items = panel->tree()->findItems(QStringLiteral("*"), Qt::MatchWildcard | Qt::MatchRecursive);
+            for (const QTreeWidgetItem *item : items) {
+                if (SessionPanel::entryOf(item))
+                    result.append(item->text(0));
+            }
+            return result;
+        };
+        window.onNewFolderCompare();
+        QVERIFY(names().isEmpty());
+        window.openCompare(QStringLiteral("sync"), QStringLiteral("/x/a"), QStringLiteral("/x/b"));
+        QCOMPARE(names(), QStringList{QStringLiteral("Sync a <-> b")});
+        Q_EMIT tabs->currentSession()->comparisonFinished(QStringLiteral("/x/a"), QStringLiteral("/x/b"));
+        QCOMPARE(names().size(), 1);
+        Q_EMIT tabs->currentSession()->tabTitleChanged(QStringLiteral("b <-> c"));
+        Q_EMIT tabs->currentSession()->comparisonFinished(QStringLiteral("/x/b"), QStringLiteral("/x/c"));
+        QCOMPARE(names(), (QStringList{QStringLiteral("b <-> c"), QStringLiteral("Sync a <-> b")}));
+
+        // A click opens the entry again; a recent session on the home page does so too.
+        auto *item = panel->tree()->topLevelItem(1)->child(0)->child(1);
+        window.onSessionItemClicked(item, 0);
+        QCOMPARE(tabs->titleAt(tabs->currentIndex()), QStringLiteral("Sync a <-> b"));
+        QCOMPARE(tabs->currentSession()->kind(), QStringLiteral("sync"));
+        QCOMPARE(names().size(), 3);
+        const auto recent = window.findChildren<QAbstractButton *>(QStringLiteral("recentSession"));
+        QCOMPARE(recent.size(), 2);
+        recent[1]->click();
+        QCOMPARE(tabs->titleAt(tabs->currentIndex()), QStringLiteral("b <-> c"));
+    }
+
+    void aSessionFileWinsOnTheCommandLine()
+    {
+        const QString path =
+            write("x.kvsession", R"({"type":"folder","name":"Named","leftPath":"/a","rightPath":"/b"})");
+        Tarnwick window;
+        window.handleArguments(
+            {QStringLiteral("velmora"), QStringLiteral("--binary"), QStringLiteral("/p"), path, QStringLiteral("/q")});
+        const auto *tabs = window.findChild<SessionTabs *>();
+        QCOMPARE(tabs->count(), 2);
+        QCOMPARE(tabs->titleAt(1), QStringLiteral("Named"));
+        QCOMPARE(tabs->currentSession()->paths(), (SessionPaths{QStringLiteral("/a"), QStringLiteral("/b"), {}}));
+        QCOMPARE(window.statusBar()->currentMessage(), QStringLiteral("Session opened: Named"));
+    }
+
+private:
+    QString write(const char *name, const QByteArray &content) const
+    {
+        const QString path = m_folder.filePath(QLatin1String(name));
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("cannot write %s", name);
+        return path;
+    }
+
+    QTemporaryDir m_folder;
+};
+
+VELMORA_TEST(SessionLibraryTest)
+#include "session_library_test.moc"
