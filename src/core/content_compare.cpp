@@ -86,12 +86,28 @@ ContentComparer::ContentComparer(const FileAccess &files, CancelFlag cancel, Slo
       m_right(pieceSize)
 {}
 
+std::unique_ptr<OpenFile> ContentComparer::opened(FileOpener &opener, const QString &path, OpenHint hint) const
+{
+    std::unique_ptr<OpenFile> file = opener.open(path, hint);
+    if (!file && hint == OpenHint::ListedAsFile && m_failed)
+        m_failed(path);
+    return file;
+}
+
+FilePiece ContentComparer::piece(OpenFile &file, const QString &path, qint64 offset, const AlignedBuffer &buffer) const
+{
+    const FilePiece read = file.readAt(offset, buffer.data(), pieceSize);
+    if (read.failed && m_failed)
+        m_failed(path);
+    return read;
+}
+
 bool ContentComparer::sameByRule(const QString &left, const QString &right, OpenHint hint, const BlockRule &sameBlock)
 {
-    const std::unique_ptr<OpenFile> leftFile = m_leftOpener->open(left, hint);
+    const std::unique_ptr<OpenFile> leftFile = opened(*m_leftOpener, left, hint);
     if (!leftFile)
         return false;
-    const std::unique_ptr<OpenFile> rightFile = m_rightOpener->open(right, hint);
+    const std::unique_ptr<OpenFile> rightFile = opened(*m_rightOpener, right, hint);
     if (!rightFile || m_cancel.isCancelled())
         return false;
     if (leftFile->identity() == rightFile->identity())
@@ -102,8 +118,8 @@ bool ContentComparer::sameByRule(const QString &left, const QString &right, Open
         pace.before(offset, *leftFile, *rightFile, m_cancel);
         if (m_cancel.isCancelled())
             return false;
-        const FilePiece leftPiece = leftFile->readAt(offset, m_left.data(), pieceSize);
-        const FilePiece rightPiece = rightFile->readAt(offset, m_right.data(), pieceSize);
+        const FilePiece leftPiece = piece(*leftFile, left, offset, m_left);
+        const FilePiece rightPiece = piece(*rightFile, right, offset, m_right);
         if (leftPiece != rightPiece || !sameBlock(offset, leftPiece.length))
             return false;
         count(leftPiece.length);
@@ -146,17 +162,17 @@ QByteArray ContentComparer::crc32(const QString &path)
 
 QByteArray ContentComparer::crc32(FileOpener &opener, const QString &path, OpenHint hint)
 {
-    const std::unique_ptr<OpenFile> file = opener.open(path, hint);
+    const std::unique_ptr<OpenFile> file = opened(opener, path, hint);
     if (!file)
         return {};
     Crc32 crc;
     for (qint64 offset = 0;; offset += pieceSize) {
         if (m_cancel.isCancelled())
             return {};
-        const FilePiece piece = file->readAt(offset, m_left.data(), pieceSize);
-        crc.update(QByteArrayView(m_left.data(), piece.length));
-        count(piece.length);
-        if (piece.length < pieceSize)
+        const FilePiece read = piece(*file, path, offset, m_left);
+        crc.update(QByteArrayView(m_left.data(), read.length));
+        count(read.length);
+        if (read.length < pieceSize)
             break;
     }
     QByteArray bytes;

@@ -41,10 +41,17 @@ public:
     /// See `fileCrc32`.
     [[nodiscard]] QByteArray crc32(const QString &path);
 
+    /// Called with the path of each file that was listed as one and cannot be opened, or of which a part cannot be
+    /// read.
+    void setFailureListener(std::function<void(const QString &path)> listener) { m_failed = std::move(listener); }
+
 private:
     class Pace;
     using BlockRule = std::function<bool(qint64 offset, qint64 length)>;
 
+    [[nodiscard]] std::unique_ptr<OpenFile> opened(FileOpener &opener, const QString &path, OpenHint hint) const;
+    [[nodiscard]] FilePiece piece(OpenFile &file, const QString &path, qint64 offset,
+                                  const AlignedBuffer &buffer) const;
     [[nodiscard]] bool sameByRule(const QString &left, const QString &right, OpenHint hint, const BlockRule &sameBlock);
     [[nodiscard]] QByteArray crc32(FileOpener &opener, const QString &path, OpenHint hint);
     void count(qint64 bytes) const
@@ -58,6 +65,7 @@ private:
     CancelFlag m_cancel;
     SlowDeviceGate *m_gate;
     std::function<void(qint64)> m_listener;
+    std::function<void(const QString &)> m_failed;
     AlignedBuffer m_left;
     AlignedBuffer m_right;
 };

@@ -65,8 +65,11 @@ private Q_SLOTS:
             files.addFile(QLatin1String(root) + QStringLiteral("one"), "1", root[1]).opens = root[1] == 'l';
             files.addFile(QLatin1String(root) + QStringLiteral("rest"), "1", root[1]);
         }
-        QCOMPARE(drawn(compare(files, CompareMethod::Rules)),
+        QList<FolderProblem> problems;
+        QCOMPARE(drawn(compare(files, CompareMethod::Rules, 1, {}, {nullptr, &problems})),
                  (QStringList{QStringLiteral("!both 1 1"), QStringLiteral("!one 1 1"), QStringLiteral("=rest 1 1")}));
+        QCOMPARE(problems, (QList<FolderProblem>{{FolderProblem::Kind::UnreadableFile, QStringLiteral("/l/both")},
+                                                 {FolderProblem::Kind::UnreadableFile, QStringLiteral("/r/one")}}));
         QCOMPARE(drawn(compare(files, CompareMethod::Crc)),
                  (QStringList{QStringLiteral("=both 1 1"), QStringLiteral("!one 1 1"), QStringLiteral("=rest 1 1")}));
     }

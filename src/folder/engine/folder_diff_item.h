@@ -50,6 +50,7 @@ struct FolderProblem {
     enum class Kind : quint8 {
         UnreadableFolder, ///< listed as empty, or as far as it could be read
         LinkCycle,        ///< a link to a folder that contains it; its contents are not listed
+        UnreadableFile,   ///< listed as a file, and its contents could not be read to the end
     };
 
     Kind kind = Kind::UnreadableFolder;

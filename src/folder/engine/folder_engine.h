@@ -33,7 +33,7 @@ enum class FolderPhase : int {
 /// Where an operation tells what its result does not say. Either may be null.
 struct FolderRunReport {
     Progress *progress = nullptr;
-    QList<FolderProblem> *problems = nullptr; ///< those of this run are appended, ordered by path
+    QList<FolderProblem> *problems = nullptr; ///< those of this run are appended, ordered by path in each phase
 };
 
 /// Compares two trees. `relativePrefix` is put before all names, with a "/" between; empty for the roots of a

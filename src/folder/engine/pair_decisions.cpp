@@ -80,8 +80,14 @@ void decidePairs(QList<FolderDiffItem> &items, CompareMethod method, const FileA
         if (report.progress)
             report.progress->report(int(FolderPhase::Comparing), std::min(done.load(), total), total, path);
     };
+    QList<FolderProblem> problems;
+    std::mutex problemsMutex;
     const auto work = [&](int worker) {
         ContentComparer comparer(files, cancel, &gate);
+        comparer.setFailureListener([&](const QString &path) {
+            const std::lock_guard lock(problemsMutex);
+            problems.append({FolderProblem::Kind::UnreadableFile, path});
+        });
         for (std::size_t n = nextPair++; n < pairs.size() && !cancel.isCancelled(); n = nextPair++) {
             FolderDiffItem &item = data[pairs[n]];
             qint64 counted = 0;
@@ -105,6 +111,11 @@ void decidePairs(QList<FolderDiffItem> &items, CompareMethod method, const FileA
     // A thread that fails leaves its pair to nobody; the others go on to the end, which is never far.
     runCrew(alone ? 1 : std::min<int>(threads, int(std::min<std::size_t>(pairs.size(), 64))), work,
             [&tell] { tell({}); });
+
+    if (report.problems) {
+        std::sort(problems.begin(), problems.end());
+        report.problems->append(problems);
+    }
 }
 
 } // namespace velmora
