@@ -76,6 +76,16 @@ std::optional<QString> Arguments::value(const char *name) const
     return given ? std::optional(given->value) : std::nullopt;
 }
 
+QStringList Arguments::values(const char *name) const
+{
+    QStringList values;
+    for (const Given &given : m_given) {
+        if (std::string_view(given.spec->name) == name)
+            values.append(given.value);
+    }
+    return values;
+}
+
 QByteArray describeOptions(std::span<const OptionSpec> specs)
 {
     qsizetype width = 0;

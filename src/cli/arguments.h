@@ -30,6 +30,8 @@ public:
     [[nodiscard]] bool has(const char *name) const;
     /// The value of an option, nothing when it was not given.
     [[nodiscard]] std::optional<QString> value(const char *name) const;
+    /// The values of an option that may be given several times, in their order.
+    [[nodiscard]] QStringList values(const char *name) const;
 
 private:
     struct Given {

@@ -23,6 +23,9 @@ void complain(const Streams &streams, const QString &message);
 /// The same, and returns the exit status of an error.
 [[nodiscard]] int fail(const Streams &streams, const QString &message);
 
+/// Compares two folders.
+[[nodiscard]] const Command &folderCommand();
+
 /// Compares two texts.
 [[nodiscard]] const Command &textCommand();
 

@@ -1,10 +1,10 @@
 #include "cli/command.h"
+#include "cli/output_target.h"
 #include "cli/text_input.h"
 #include "cli/text_json.h"
 #include "cli/text_patch.h"
 #include "cli/text_request.h"
 #include "core/output_buffer.h"
-#include "core/safe_file.h"
 #include "settings/options/text_replacements.h"
 #include "text/engine/line_diff_engine.h"
 #include "text/engine/text_report.h"
@@ -67,12 +67,6 @@ std::string_view viewOf(const QByteArray &bytes)
 {
     return {bytes.constData(), size_t(bytes.size())};
 }
-
-/// How writing in one of the formats went.
-struct Written {
-    bool ok = true;
-    bool differences = false;
-};
 
 Written writeSummary(QIODevice &device, const TextRequest &request)
 {
@@ -183,21 +177,6 @@ const Format *findFormat(const Arguments &arguments)
     const auto isNamed = [&name](const Format &format) { return name == QLatin1String(format.name); };
     const auto format = std::find_if(formats.begin(), formats.end(), isNamed);
     return format != formats.end() ? &*format : nullptr;
-}
-
-/// Runs `write` on the output that the arguments name.
-template <typename Write>
-int writeTo(const std::optional<QString> &path, const Streams &streams, Write write)
-{
-    Written written;
-    if (path) {
-        const SaveResult saved = saveFile(*path, [&](QIODevice &device) { return (written = write(device)).ok; });
-        if (!saved.ok())
-            return fail(streams, QStringLiteral("%1: %2").arg(*path, saved.error));
-    } else if (written = write(streams.output); !written.ok) {
-        return fail(streams, QStringLiteral("standard output: %1").arg(streams.output.errorString()));
-    }
-    return written.differences ? DifferencesFound : NoDifferences;
 }
 
 /// What is said instead of a comparison that makes no sense. It goes to standard output: a file is asked for a report.

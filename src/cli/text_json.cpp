@@ -1,5 +1,6 @@
 #include "cli/text_json.h"
 
+#include "cli/json_text.h"
 #include "text/engine/line_diff_engine.h"
 
 namespace velmora::cli {
@@ -8,38 +9,14 @@ namespace {
 
 constexpr qsizetype rowsAtOnce = 1024;
 
-void writeString(OutputBuffer &output, const QString &text)
-{
-    static constexpr char hex[] = "0123456789abcdef";
-    const QByteArray utf8 = text.toUtf8();
-    const std::string_view view(utf8.constData(), size_t(utf8.size()));
-    output << '"';
-    size_t written = 0;
-    for (size_t at = 0; at < view.size(); ++at) {
-        const char byte = view[at];
-        const auto code = static_cast<unsigned char>(byte);
-        if (code >= 0x20 && byte != '"' && byte != '\\')
-            continue;
-        output << view.substr(written, at - written) << '\\';
-        if (byte == '"' || byte == '\\')
-            output << byte;
-        else if (byte == '\t')
-            output << 't';
-        else
-            output << "u00" << hex[code >> 4] << hex[code & 0xF];
-        written = at + 1;
-    }
-    output << view.substr(written) << '"';
-}
-
 void writeSide(OutputBuffer &output, std::string_view name, const TextInput &input)
 {
     output << '"' << name << "\":{\"path\":";
-    writeString(output, input.path);
+    writeJsonString(output, input.path);
     output << ",\"encoding\":";
-    writeString(output, input.text.encoding.name());
+    writeJsonString(output, input.text.encoding.name());
     output << ",\"lineEnds\":";
-    writeString(output, lineEndStyleName(input.text.lineEnds));
+    writeJsonString(output, lineEndStyleName(input.text.lineEnds));
     output << ",\"lines\":" << qint64(input.text.lines.count()) << ",\"undecodable\":" << input.text.undecodable << '}';
 }
 
@@ -54,9 +31,9 @@ void writeRow(OutputBuffer &output, const DiffLine &row)
 {
     output << "{\"kind\":" << qint64(row.kind) << ",\"leftLine\":" << qint64(row.leftLine)
            << ",\"rightLine\":" << qint64(row.rightLine) << ",\"leftText\":";
-    writeString(output, row.leftText);
+    writeJsonString(output, row.leftText);
     output << ",\"rightText\":";
-    writeString(output, row.rightText);
+    writeJsonString(output, row.rightText);
     output << '}';
 }
 

@@ -1,6 +1,5 @@
+#include "platform/file_access.h"
 #include "platform/standard_streams.h"
-
-#include <QFile>
 
 namespace velmora {
 
@@ -8,7 +7,7 @@ QStringList programArguments(int argc, char **argv)
 {
     QStringList arguments;
     for (int index = 1; index < argc; ++index)
-        arguments.append(QFile::decodeName(argv[index]));
+        arguments.append(nameFromNative(argv[index]));
     return arguments;
 }
 

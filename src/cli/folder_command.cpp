@@ -1,0 +1,210 @@
+#include "cli/command.h"
+#include "cli/folder_json.h"
+#include "cli/folder_request.h"
+#include "cli/output_target.h"
+#include "core/output_buffer.h"
+#include "folder/engine/folder_engine.h"
+#include "folder/engine/folder_filter.h"
+#include "folder/engine/folder_report.h"
+#include "platform/file_access.h"
+
+#include <QIODevice>
+
+#include <algorithm>
+#include <array>
+
+namespace velmora::cli {
+
+namespace {
+
+constexpr std::array folderOptions{
+    OptionSpec{"format", "FORMAT",
+               "summary  one line with the numbers of entries (the default)\n"
+               "list     one line for each entry: = same, < left only, > right only, ! different\n"
+               "json     every field of every entry\n"
+               "html     a report for reading"},
+    OptionSpec{"output", "FILE", "write to FILE, which is replaced in one step, instead of standard output"},
+    OptionSpec{"method", "METHOD",
+               "rules    equal size and time are enough, else the contents decide (the default)\n"
+               "crc      the CRC-32 of each file\n"
+               "binary   size and contents, of which what follows a common zero byte is left out"},
+    OptionSpec{"tolerance", "SECONDS", "times this far apart are equal under the rules; 0, the default, is exact"},
+    OptionSpec{"align", "LEFT=RIGHT", "pair entries whose names match these wildcards; may be repeated"},
+    OptionSpec{"include", "MASKS",
+               "only files that match one of the masks, separated by \";\"; may be repeated, as all these"},
+    OptionSpec{"exclude", "MASKS", "no files that match one of them"},
+    OptionSpec{"include-folders", "MASKS", "only folders that match one of them"},
+    OptionSpec{"exclude-folders", "MASKS", "no folders that match one of them, and nothing in them"},
+    OptionSpec{"structure", nullptr, "look at names only: what is on both sides is the same"},
+    OptionSpec{"level", nullptr, "compare one level, without going into folders"},
+};
+
+constexpr const char *folderDetails =
+    "Compare two folders and all that is in them. Hidden files and folders are left out.\n"
+    "Link cycles end where they close. Pipes, sockets and devices are never opened.\n";
+
+/// The answer of the engine, as far as it was asked for.
+struct Comparison {
+    QList<FolderDiffItem> items;
+    QList<FolderProblem> problems;
+};
+
+QList<FolderDiffItem> engineItems(const FolderRequest &request, const FolderRunReport &report)
+{
+    const FolderSessionOptions &options = request.options;
+    const CompareMethod method = compareMethod(options.compareBasis);
+    switch (request.scope) {
+    case FolderRequest::Scope::Tree:
+        break;
+    case FolderRequest::Scope::Level:
+        return compareFolderLevel(request.left, request.right, method, {}, options.timeToleranceSec,
+                                  options.alignOverrides, report);
+    case FolderRequest::Scope::Structure:
+    case FolderRequest::Scope::StructureLevel:
+        return listFolderStructure(request.left, request.right, request.scope == FolderRequest::Scope::Structure, {},
+                                   options.alignOverrides, report);
+    }
+    return compareFolderTree(request.left, request.right, {}, method, {}, options.timeToleranceSec,
+                             options.alignOverrides, report);
+}
+
+Comparison compare(const FolderRequest &request)
+{
+    Comparison comparison;
+    comparison.items = engineItems(request, {nullptr, &comparison.problems});
+    if (request.filtered)
+        comparison.items = shownItems(comparison.items, FolderFilter(request.options));
+    return comparison;
+}
+
+using Counts = std::array<qint64, 4>; ///< by FolderDiffStatus
+
+Counts countByStatus(const QList<FolderDiffItem> &items)
+{
+    Counts counts{};
+    for (const FolderDiffItem &item : items)
+        ++counts[std::size_t(item.status)];
+    return counts;
+}
+
+const QString summaryText =
+    QStringLiteral("Total: %1 items | Same: %2 | Different: %3 | Left only: %4 | Right only: %5");
+
+bool writeSummary(QIODevice &device, const FolderRequest &, const Comparison &comparison)
+{
+    const Counts counts = countByStatus(comparison.items);
+    const auto count = [&counts](FolderDiffStatus status) { return counts[std::size_t(status)]; };
+    const QByteArray line = summaryText.arg(comparison.items.size())
+                                .arg(count(FolderDiffStatus::Same))
+                                .arg(count(FolderDiffStatus::Different))
+                                .arg(count(FolderDiffStatus::LeftOnly))
+                                .arg(count(FolderDiffStatus::RightOnly))
+                                .toLatin1() +
+                            '\n';
+    return device.write(line) == line.size();
+}
+
+bool writeList(QIODevice &device, const FolderRequest &, const Comparison &comparison)
+{
+    OutputBuffer output(device);
+    for (const FolderDiffItem &item : comparison.items) {
+        static constexpr std::array signs{'=', '<', '>', '!'};
+        output << signs[std::size_t(item.status)] << ' ' << nativeName(item.name) << (item.isDir ? "/\n" : "\n");
+    }
+    return output.finish();
+}
+
+bool writeJson(QIODevice &device, const FolderRequest &request, const Comparison &comparison)
+{
+    OutputBuffer output(device);
+    writeFolderJson(output, request, comparison.items, comparison.problems);
+    return output.finish();
+}
+
+bool writeHtml(QIODevice &device, const FolderRequest &request, const Comparison &comparison)
+{
+    FolderReportLabels labels;
+    labels.title = QStringLiteral("Velmora — folder diff report");
+    labels.heading = QStringLiteral("Velmora folder diff report");
+    labels.left = QLatin1String("Left: ") + request.left;
+    labels.right = QLatin1String("Right: ") + request.right;
+    labels.generatedAt = QStringLiteral("Generated at");
+    labels.columns = {QStringLiteral("Name"),       QStringLiteral("Status"),        QStringLiteral("Left size"),
+                      QStringLiteral("Right size"), QStringLiteral("Left modified"), QStringLiteral("Right modified")};
+    labels.statuses = {QStringLiteral("Same"), QStringLiteral("Left only"), QStringLiteral("Right only"),
+                       QStringLiteral("Different")};
+    labels.summary = summaryText;
+    return writeFolderReport(device, comparison.items, labels, QDateTime::currentDateTime());
+}
+
+struct Format {
+    const char *name;
+    bool (*write)(QIODevice &device, const FolderRequest &request, const Comparison &comparison);
+};
+
+// The first one is the default.
+constexpr std::array formats{
+    Format{"summary", writeSummary},
+    Format{"list", writeList},
+    Format{"json", writeJson},
+    Format{"html", writeHtml},
+};
+
+const Format *findFormat(const Arguments &arguments)
+{
+    const QString name = arguments.value("format").value_or(QLatin1String(formats.front().name));
+    const auto isNamed = [&name](const Format &format) { return name == QLatin1String(format.name); };
+    const auto format = std::find_if(formats.begin(), formats.end(), isNamed);
+    return format != formats.end() ? &*format : nullptr;
+}
+
+/// Tells about what was not looked at. True when a part of the comparison is missing for it.
+bool complainAbout(const Streams &streams, const QList<FolderProblem> &problems)
+{
+    bool incomplete = false;
+    for (const FolderProblem &problem : problems) {
+        switch (problem.kind) {
+        case FolderProblem::Kind::UnreadableFolder:
+            complain(streams, QStringLiteral("%1: cannot read the folder").arg(problem.path));
+            break;
+        case FolderProblem::Kind::UnreadableFile:
+            complain(streams, QStringLiteral("%1: cannot read the file").arg(problem.path));
+            break;
+        case FolderProblem::Kind::LinkCycle:
+            complain(streams, QStringLiteral("warning: %1: links to a folder that it is in").arg(problem.path));
+            continue;
+        }
+        incomplete = true;
+    }
+    return incomplete;
+}
+
+int runFolder(const Arguments &arguments, const Streams &streams)
+{
+    const Format *const format = findFormat(arguments);
+    if (!format)
+        return fail(streams, QStringLiteral("unknown format \"%1\"").arg(*arguments.value("format")));
+    FolderRequest request;
+    if (const QString error = request.take(arguments); !error.isEmpty())
+        return fail(streams, error);
+
+    const Comparison comparison = compare(request);
+    const bool incomplete = complainAbout(streams, comparison.problems);
+    const bool differences = std::any_of(comparison.items.begin(), comparison.items.end(),
+                                         [](const FolderDiffItem &item) { return item.status != 0; });
+    const int status = writeTo(arguments.value("output"), streams, [&](QIODevice &device) {
+        return Written{format->write(device, request, comparison), differences};
+    });
+    return incomplete ? Trouble : status;
+}
+
+} // namespace
+
+const Command &folderCommand()
+{
+    static constexpr Command command{
+        "folder", "[OPTION]... LEFT RIGHT", "compare two folders", folderDetails, folderOptions, runFolder};
+    return command;
+}
+
+} // namespace velmora::cli

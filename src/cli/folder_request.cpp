@@ -1,0 +1,109 @@
+#include "cli/folder_request.h"
+
+#include "cli/arguments.h"
+#include "core/wildcard.h"
+#include "platform/file_access.h"
+
+#include <QDir>
+
+#include <array>
+
+namespace velmora::cli {
+
+namespace {
+
+struct MethodName {
+    const char *name;
+    CompareMethod method;
+};
+constexpr std::array methodNames{
+    MethodName{"rules", CompareMethod::Rules},
+    MethodName{"crc", CompareMethod::Crc},
+    MethodName{"binary", CompareMethod::Binary},
+};
+
+struct MaskOption {
+    const char *name;
+    QStringList FolderSessionOptions::*masks;
+};
+constexpr std::array maskOptions{
+    MaskOption{"include", &FolderSessionOptions::includeFiles},
+    MaskOption{"exclude", &FolderSessionOptions::excludeFiles},
+    MaskOption{"include-folders", &FolderSessionOptions::includeFolders},
+    MaskOption{"exclude-folders", &FolderSessionOptions::excludeFolders},
+};
+
+QString takeFolder(const QString &given, QString &folder)
+{
+    folder = given.isEmpty() ? QString() : QDir::cleanPath(QDir(given).absolutePath());
+    const std::optional<FolderEntry> entry = FileAccess::native().describe(folder);
+    if (!entry)
+        return QStringLiteral("%1: there is no such folder").arg(given);
+    return entry->kind == EntryKind::Folder ? QString() : QStringLiteral("%1: is not a folder").arg(given);
+}
+
+QString takeMethod(const Arguments &arguments, FolderSessionOptions &options)
+{
+    const std::optional<QString> name = arguments.value("method");
+    if (!name)
+        return {};
+    for (const MethodName &entry : methodNames) {
+        if (*name == QLatin1String(entry.name)) {
+            options.compareBasis = qint32(entry.method);
+            return {};
+        }
+    }
+    return QStringLiteral("unknown method \"%1\"").arg(*name);
+}
+
+QString takeTolerance(const Arguments &arguments, FolderSessionOptions &options)
+{
+    const std::optional<QString> text = arguments.value("tolerance");
+    if (!text)
+        return {};
+    bool isNumber = false;
+    options.timeToleranceSec = text->toInt(&isNumber);
+    return isNumber && options.timeToleranceSec >= 0 ? QString()
+                                                     : QStringLiteral("\"%1\" is no number of seconds").arg(*text);
+}
+
+QString takeAlignments(const Arguments &arguments, FolderSessionOptions &options)
+{
+    for (const QString &rule : arguments.values("align")) {
+        const qsizetype equals = rule.indexOf(u'=');
+        if (equals < 0)
+            return QStringLiteral("\"%1\" is no pair of masks, LEFT=RIGHT").arg(rule);
+        options.alignOverrides.append({rule.left(equals), rule.mid(equals + 1)});
+    }
+    return {};
+}
+
+} // namespace
+
+QString FolderRequest::take(const Arguments &arguments)
+{
+    if (arguments.paths().size() != 2)
+        return QStringLiteral("two paths are needed, %1 given").arg(arguments.paths().size());
+    for (const auto takePart : {takeMethod, takeTolerance, takeAlignments}) {
+        if (const QString error = takePart(arguments, options); !error.isEmpty())
+            return error;
+    }
+    // A script is told about every file unless it asks for less.
+    options.excludeOsFiles = false;
+    for (const MaskOption &option : maskOptions) {
+        for (const QString &masks : arguments.values(option.name))
+            options.*option.masks += splitMasks(masks);
+        filtered = filtered || !(options.*option.masks).isEmpty();
+    }
+    const bool level = arguments.has("level");
+    if (arguments.has("structure"))
+        scope = level ? Scope::StructureLevel : Scope::Structure;
+    else
+        scope = level ? Scope::Level : Scope::Tree;
+
+    if (const QString error = takeFolder(arguments.paths().at(0), left); !error.isEmpty())
+        return error;
+    return takeFolder(arguments.paths().at(1), right);
+}
+
+} // namespace velmora::cli

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "settings/options/folder_session_options.h"
+
+#include <QString>
+
+namespace velmora::cli {
+
+class Arguments;
+
+/// What the arguments of the folder command ask for, apart from the output.
+struct FolderRequest {
+    enum class Scope {
+        Tree,           ///< everything, with contents
+        Level,          ///< one level, with contents
+        Structure,      ///< everything, names only
+        StructureLevel, ///< one level, names only
+    };
+
+    QString left; ///< absolute
+    QString right;
+    Scope scope = Scope::Tree;
+    FolderSessionOptions options;
+    bool filtered = false; ///< some entries are not asked for
+
+    /// Reads the arguments; returns what is wrong with them, empty when nothing is.
+    [[nodiscard]] QString take(const Arguments &arguments);
+};
+
+} // namespace velmora::cli
