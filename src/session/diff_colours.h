@@ -22,9 +22,10 @@ enum class DiffColour : quint8 {
     Unimportant, ///< behind lines whose differences do not matter
     Filler,      ///< where only the other side has lines; hatched with FillerHatch
     FillerHatch,
-    Rule,   ///< thin lines between parts
-    Gap,    ///< a thin line in place of rows that are not shown
-    Accent, ///< the frame of the current difference, the focused part
+    Rule,      ///< thin lines between parts
+    Gap,       ///< a thin line in place of rows that are not shown
+    Accent,    ///< the frame of the current difference, the focused part
+    SearchHit, ///< behind text that was looked for
     Selection,
     SelectedText,
 };

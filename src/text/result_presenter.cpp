@@ -19,6 +19,14 @@ const LoadedSide &ResultPresenter::loaded(Side side) const
     return side == Side::Left ? m_result.left : m_result.right;
 }
 
+void ResultPresenter::showRunning(bool running)
+{
+    if (m_result.document)
+        return;
+    m_view.showNotice(Side::Left, !running);
+    m_view.showNotice(Side::Right, !running);
+}
+
 void ResultPresenter::show(Result result)
 {
     const bool sameFiles = m_result.document && m_result.paths == result.paths;

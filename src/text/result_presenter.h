@@ -27,6 +27,9 @@ public:
         SessionPaths paths;
     };
 
+    /// Says before the first result whether one is on its way.
+    void showRunning(bool running);
+
     /// Shows `result` instead of the one before: from its top, or at the same place when it is of the same files.
     void show(Result result);
 

@@ -84,6 +84,10 @@ TextCompareBar::TextCompareBar(QWidget *session) : QToolBar(session), m_position
         filters->addAction(action);
     showAll->setChecked(true);
     addSeparator();
+    find = add({"findAction", Velmora::tr("Find"), QStringLiteral("find.png"), {Qt::CTRL | Qt::Key_F}, {}});
+    goToLine =
+        add({"goToLineAction", Velmora::tr("Go to line"), QStringLiteral("goto_line.png"), {Qt::CTRL | Qt::Key_G}, {}});
+    addSeparator();
     swapSides =
         add({"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, Velmora::tr("Swap left and right")});
     exportReport = add({"exportAction",
@@ -92,6 +96,8 @@ TextCompareBar::TextCompareBar(QWidget *session) : QToolBar(session), m_position
                         {},
                         Velmora::tr("Export an HTML report of the differences")});
 
+    findNext = add({"findNextAction", Velmora::tr("Next match"), {}, {Qt::Key_F3}, {}});
+    findPrevious = add({"findPreviousAction", Velmora::tr("Previous match"), {}, {Qt::SHIFT | Qt::Key_F3}, {}});
     switchPane = add({"switchPaneAction", Velmora::tr("Switch to the other side"), {}, {Qt::Key_F6}, {}});
     zoomIn =
         add({"zoomInAction", Velmora::tr("Larger text"), {}, {Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal}, {}});
@@ -100,6 +106,16 @@ TextCompareBar::TextCompareBar(QWidget *session) : QToolBar(session), m_position
 
     showRunning(false, false);
     showPosition(-1, 0);
+    reserveCompareWidth();
+}
+
+void TextCompareBar::reserveCompareWidth()
+{
+    QWidget *button = widgetForAction(compare);
+    const int usual = button->sizeHint().width();
+    showRunning(true, false);
+    button->setMinimumWidth(std::max(usual, button->sizeHint().width()));
+    showRunning(false, false);
 }
 
 QAction *TextCompareBar::add(const Look &look)

@@ -23,9 +23,13 @@ public:
     QAction *showAll;
     QAction *showDifferences;
     QAction *showIdentical;
+    QAction *find;
+    QAction *goToLine;
     QAction *swapSides;
     QAction *exportReport;
-    QAction *switchPane; ///< by key only, as the three after it
+    QAction *findNext; ///< by key only, as those after it
+    QAction *findPrevious;
+    QAction *switchPane;
     QAction *zoomIn;
     QAction *zoomOut;
     QAction *resetZoom;
@@ -45,6 +49,8 @@ private:
 
     [[nodiscard]] QAction *add(const Look &look);
     void showTextBeside(QAction *action);
+    /// Keeps the other buttons in place when the compare button's text changes.
+    void reserveCompareWidth();
 
     QLabel *m_position;
     QList<std::pair<QAction *, QString>> m_icons;

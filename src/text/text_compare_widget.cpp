@@ -4,6 +4,8 @@
 #include "session/session_host.h"
 #include "session/translate.h"
 #include "text/external_change.h"
+#include "text/find_bar.h"
+#include "text/find_controller.h"
 #include "text/progress_strip.h"
 #include "text/result_presenter.h"
 #include "text/side_description.h"
@@ -17,6 +19,7 @@
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QJsonObject>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLocale>
 #include <QMenu>
@@ -43,6 +46,8 @@ TextCompareWidget::TextCompareWidget(SessionHost &host, QWidget *parent)
       m_progress(new ProgressStrip(this)),
       m_view(new DiffView(this)),
       m_presenter(new ResultPresenter(host, *m_view, this)),
+      m_findBar(new FindBar(this)),
+      m_finder(new FindController(*m_findBar, *m_view, this)),
       m_status(new QLabel(Velmora::tr("Ready"), this)),
       m_format(new QLabel(this))
 {
@@ -98,6 +103,7 @@ void TextCompareWidget::buildLayout()
     column->addLayout(m_inputs);
     column->addWidget(m_progress);
     column->addWidget(m_view, 1);
+    column->addWidget(m_findBar);
     column->addLayout(foot);
     setFocusProxy(m_left);
 }
@@ -126,6 +132,14 @@ void TextCompareWidget::connectBar()
     onTrigger(m_bar->showAll, &TextCompareWidget::onShowAll);
     onTrigger(m_bar->showDifferences, &TextCompareWidget::onShowDifferences);
     onTrigger(m_bar->showIdentical, &TextCompareWidget::onShowIdentical);
+    onTrigger(m_bar->find, &TextCompareWidget::onFind);
+    onTrigger(m_bar->findNext, &TextCompareWidget::onFindNext);
+    onTrigger(m_bar->findPrevious, &TextCompareWidget::onFindPrev);
+    onTrigger(m_bar->goToLine, &TextCompareWidget::onGotoLine);
+    connect(m_findBar, &FindBar::queryChanged, this, &TextCompareWidget::onFindTextChanged);
+    connect(m_findBar, &FindBar::nextWanted, this, &TextCompareWidget::onFindNext);
+    connect(m_findBar, &FindBar::previousWanted, this, &TextCompareWidget::onFindPrev);
+    connect(m_findBar, &FindBar::closeWanted, this, &TextCompareWidget::onFindClose);
     onTrigger(m_bar->swapSides, &TextCompareWidget::onSwapSides);
     onTrigger(m_bar->exportReport, &TextCompareWidget::onExportHtml);
     connect(m_bar->switchPane, &QAction::triggered, m_view, &DiffView::switchPane);
@@ -216,6 +230,7 @@ void TextCompareWidget::refreshTheme()
     m_bar->refreshTheme();
     m_left->pathEdit().refreshTheme();
     m_right->pathEdit().refreshTheme();
+    m_findBar->refreshTheme();
     m_view->refreshTheme();
 }
 
@@ -453,6 +468,7 @@ void TextCompareWidget::showProgress(const ProgressState &state)
 void TextCompareWidget::showRunning()
 {
     m_bar->showRunning(m_runner.isRunning(), m_runner.isCancelling());
+    m_presenter->showRunning(m_runner.isRunning());
     if (!m_runner.isRunning()) {
         m_progress->clear();
         m_format->setText(m_formatText);
@@ -518,6 +534,54 @@ void TextCompareWidget::showContextMenu(Side side, QPoint at)
     menu->addAction(Velmora::tr("Compare the clipboard's text as this side"), this,
                     [this, side] { useClipboardText(side); });
     menu->popup(at);
+}
+
+void TextCompareWidget::onFind()
+{
+    m_finder->open();
+}
+
+void TextCompareWidget::onFindNext()
+{
+    m_finder->step(true);
+}
+
+void TextCompareWidget::onFindPrev()
+{
+    m_finder->step(false);
+}
+
+void TextCompareWidget::onFindClose()
+{
+    m_finder->close();
+}
+
+void TextCompareWidget::onFindTextChanged(const QString & /*text*/)
+{
+    m_finder->takeQuery();
+}
+
+void TextCompareWidget::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape)
+        onFindClose();
+    else
+        SessionWidget::keyPressEvent(event);
+}
+
+void TextCompareWidget::onGotoLine()
+{
+    const DiffDocument *document = m_view->scene().document();
+    const Side side = m_view->activeSide();
+    const int last = document ? int(document->source(side).count()) : 0;
+    if (last == 0)
+        return;
+    const qint32 here = document->lineNumber(m_view->scene().caret().position.row, side);
+    Dialogs::instance().askNumber(this, Velmora::tr("Go to line"), Velmora::tr("Line number (1 - %1):").arg(last),
+                                  std::max(here, 1), 1, last, [this, side](int line) {
+                                      m_view->scene().goToLine(side, line);
+                                      m_view->pane(side).setFocus();
+                                  });
 }
 
 void TextCompareWidget::onExportHtml()

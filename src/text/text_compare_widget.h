@@ -13,6 +13,8 @@ class QLabel;
 namespace velmora {
 
 class DiffView;
+class FindBar;
+class FindController;
 class ProgressStrip;
 class ResultPresenter;
 class TextCompareBar;
@@ -66,6 +68,12 @@ public Q_SLOTS:
     void onReloadLeft();
     void onReloadRight();
     void onReloadBoth();
+    void onFind();
+    void onFindNext();
+    void onFindPrev();
+    void onFindClose();
+    void onFindTextChanged(const QString &text);
+    void onGotoLine();
     void onExportHtml();
     /// Takes up what the run of number `generation` found; one that is no longer the current run is dropped.
     void onTextCompareFinished(quint64 generation, const std::shared_ptr<const velmora::DiffDocument> &diff,
@@ -73,6 +81,7 @@ public Q_SLOTS:
                                bool cancelled, const velmora::LoadedSide &leftRaw, const velmora::LoadedSide &rightRaw);
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
 
@@ -116,6 +125,8 @@ private:
     ProgressStrip *m_progress;
     DiffView *m_view;
     ResultPresenter *m_presenter;
+    FindBar *m_findBar;
+    FindController *m_finder;
     QHBoxLayout *m_inputs = nullptr; ///< both sides' paths, each above its pane
     QLabel *m_status;
     QLabel *m_format;

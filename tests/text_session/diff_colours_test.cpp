@@ -86,7 +86,7 @@ private Q_SLOTS:
         const QList<std::pair<DiffColour, QList<DiffColour>>> pairs = {
             {Text,
              {Background, Gutter, Added, Removed, Modified, AddedStrong, RemovedStrong, ModifiedStrong, Unimportant,
-              Filler}},
+              SearchHit, Filler}},
             {MutedText, {Background, Gutter, Unimportant}},
             {SelectedText, {Selection}},
         };
@@ -108,6 +108,10 @@ private Q_SLOTS:
     {
         using enum DiffColour;
         const QList<std::pair<DiffColour, DiffColour>> pairs = {
+            {Background, SearchHit},
+            {Added, SearchHit},
+            {Removed, SearchHit},
+            {Modified, SearchHit},
             {Background, Added},
             {Background, Removed},
             {Background, Modified},

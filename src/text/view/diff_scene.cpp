@@ -17,6 +17,7 @@ DiffScene::DiffScene(QObject *parent) : QObject(parent)
 {
     connect(&m_changes, &IntraLineChanges::arrived, this, &DiffScene::revealChange);
     connect(&m_changes, &IntraLineChanges::arrived, this, &DiffScene::repaintWanted);
+    connect(&m_search, &TextSearch::changed, this, &DiffScene::repaintWanted);
 }
 
 void DiffScene::setDocument(std::shared_ptr<const DiffDocument> document)
@@ -26,6 +27,7 @@ void DiffScene::setDocument(std::shared_ptr<const DiffDocument> document)
     m_left.setSource(shown ? &shown->source(Side::Left) : nullptr, shown ? shown->tabWidth() : 4);
     m_right.setSource(shown ? &shown->source(Side::Right) : nullptr, shown ? shown->tabWidth() : 4);
     m_changes.setDocument(m_document);
+    m_search.setDocument(m_document);
     m_layout.setRows(shown ? shown->rows() : QList<AlignedRow>());
     m_caret = {m_caret.side, {}, {}};
     m_currentBlock = -1;
@@ -132,6 +134,24 @@ void DiffScene::showCaret()
             column = at + columnsToSpare - columnsPerPage();
     }
     scrollTo(m_layout.topToShow(index, m_top, m_height), column);
+}
+
+void DiffScene::showCaretInContext()
+{
+    const qsizetype index = m_layout.indexOf(m_caret.position.row);
+    if (index >= 0)
+        scrollTo(m_layout.topToReveal({index, 1}, m_top, m_height), m_column);
+    showCaret();
+}
+
+void DiffScene::goToLine(Side side, qint32 number)
+{
+    if (m_layout.count() == 0)
+        return;
+    const qsizetype row = std::max<qsizetype>(m_document->rowOfLine(side, number), 0);
+    const TextPosition start{m_layout.rowAt(m_layout.indexOf(row)), 0};
+    setCaret({side, start, start});
+    showCaretInContext();
 }
 
 void DiffScene::setCurrentBlock(qsizetype block)

@@ -5,6 +5,7 @@
 #include "text/view/line_renderer.h"
 #include "text/view/row_layout.h"
 #include "text/view/text_caret.h"
+#include "text/view/text_search.h"
 
 #include <QFont>
 #include <QObject>
@@ -31,6 +32,7 @@ public:
     /// The renderer that holds the text of a cell of `side`.
     [[nodiscard]] LineRenderer &rendererOf(const DiffDocument::Cell &cell, Side side);
     [[nodiscard]] IntraLineChanges &changes() noexcept { return m_changes; }
+    [[nodiscard]] TextSearch &search() noexcept { return m_search; }
 
     /// Keeps the row of the caret in sight, or the nearest one that is still shown.
     void setFilter(RowFilter filter);
@@ -59,6 +61,11 @@ public:
     void setCaret(const TextCaret &caret);
     /// Scrolls as little as brings the caret into sight.
     void showCaret();
+    /// The same with some rows around it, for a caret that has come from far away.
+    void showCaretInContext();
+    /// Puts the caret at the start of line `number` (1-based) of `side` and shows it; a line that is not shown gives
+    /// way to the nearest one that is.
+    void goToLine(Side side, qint32 number);
 
     /// The current difference as a block of the layout, -1 for none.
     [[nodiscard]] qsizetype currentBlock() const noexcept { return m_currentBlock; }
@@ -87,6 +94,7 @@ private:
     LineRenderer m_left;
     LineRenderer m_right;
     IntraLineChanges m_changes;
+    TextSearch m_search;
     QFont m_font;
     TextCaret m_caret;
     qsizetype m_currentBlock = -1;

@@ -79,6 +79,7 @@ void PanePainter::paintRow(const Row &row)
         const QRectF area = QRectF(row.text).adjusted(paneMetrics::textIndent, 0, 0, 0);
         if (row.kind == Modified)
             paintChanges(row);
+        paintMatches(row);
         const auto tints = paintSelection(row);
         const QColor text = colour(row.cell.own ? DiffColour::Text : DiffColour::MutedText);
         m_scene.rendererOf(row.cell, m_look.side)
@@ -171,21 +172,42 @@ void PanePainter::paintUnits(const Row &row, qsizetype first, qsizetype end, con
     m_painter.fillRect(area.intersected(QRectF(row.text)), colour);
 }
 
+std::pair<qsizetype, qsizetype> PanePainter::unitsInSight(const Row &row)
+{
+    LineRenderer &renderer = m_scene.rendererOf(row.cell, m_look.side);
+    return {renderer.unitAt(row.cell.line, m_scene.scrolledX() - paneMetrics::textIndent),
+            renderer.unitAt(row.cell.line, m_scene.scrolledX() + row.text.width())};
+}
+
 void PanePainter::paintChanges(const Row &row)
 {
     const RowChanges *changes = m_scene.changes().changesOf(row.row);
     if (!changes)
         return;
-    LineRenderer &renderer = m_scene.rendererOf(row.cell, m_look.side);
-    const qsizetype first = renderer.unitAt(row.cell.line, m_scene.scrolledX() - paneMetrics::textIndent);
-    const qsizetype last = renderer.unitAt(row.cell.line, m_scene.scrolledX() + row.text.width());
+    const auto [first, last] = unitsInSight(row);
     const QList<CharRange> &ranges = changes->of(m_look.side);
-    const auto inSight = std::partition_point(
-        ranges.begin(), ranges.end(), [first](const CharRange &range) { return range.start + range.length < first; });
+    const auto inSight = std::partition_point(ranges.begin(), ranges.end(), [first = first](const CharRange &range) {
+        return range.start + range.length < first;
+    });
     for (auto range = inSight; range != ranges.end() && range->start <= last; ++range) {
         paintUnits(row, std::max<qsizetype>(range->start, first - 1),
                    std::min<qsizetype>(range->start + range->length, last + 1), colour(DiffColour::ModifiedStrong));
     }
+}
+
+void PanePainter::paintMatches(const Row &row)
+{
+    if (!row.cell.own)
+        return;
+    const auto matches = m_scene.search().matchesIn(row.row, m_look.side);
+    if (matches.empty())
+        return;
+    const auto [first, last] = unitsInSight(row);
+    const auto inSight = std::partition_point(matches.begin(), matches.end(), [first = first](const TextMatch &match) {
+        return match.unit + match.length < first;
+    });
+    for (auto match = inSight; match != matches.end() && match->unit <= last; ++match)
+        paintUnits(row, match->unit, match->unit + match->length, colour(DiffColour::SearchHit));
 }
 
 QList<LineRenderer::Tint> PanePainter::paintSelection(const Row &row)
@@ -198,8 +220,7 @@ QList<LineRenderer::Tint> PanePainter::paintSelection(const Row &row)
     if (row.row < start.row || row.row > end.row)
         return {};
     LineRenderer &renderer = m_scene.renderer(m_look.side);
-    const qsizetype firstInSight = renderer.unitAt(row.cell.line, m_scene.scrolledX() - paneMetrics::textIndent);
-    const qsizetype lastInSight = renderer.unitAt(row.cell.line, m_scene.scrolledX() + row.text.width());
+    const auto [firstInSight, lastInSight] = unitsInSight(row);
     const qsizetype first = row.row == start.row ? start.unit : 0;
     const qsizetype shownFirst = std::max(first, firstInSight - 1);
     const qsizetype shownEnd = row.row == end.row ? std::min(end.unit, lastInSight + 1) : lastInSight + 1;

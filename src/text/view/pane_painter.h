@@ -45,8 +45,11 @@ private:
     void paintBackground(const Row &row);
     void paintFiller(const QRect &area);
     void paintChanges(const Row &row);
+    void paintMatches(const Row &row);
     [[nodiscard]] QList<LineRenderer::Tint> paintSelection(const Row &row);
     void paintCaretRow(const Row &row);
+    /// The units of the row's line at the edges of the pane.
+    [[nodiscard]] std::pair<qsizetype, qsizetype> unitsInSight(const Row &row);
     void paintUnits(const Row &row, qsizetype first, qsizetype end, const QColor &colour);
     [[nodiscard]] QColor colour(DiffColour role) const { return m_colours[std::size_t(role)]; }
     [[nodiscard]] QColor backgroundOf(const Row &row) const;

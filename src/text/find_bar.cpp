@@ -1,0 +1,135 @@
+#include "text/find_bar.h"
+
+#include "session/theme.h"
+#include "session/translate.h"
+
+#include <QBoxLayout>
+#include <QCheckBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QToolButton>
+
+namespace velmora {
+
+namespace {
+
+constexpr int textWidth = 320;
+
+QToolButton *makeButton(QWidget *parent, const QString &name, const QString &hint)
+{
+    auto *button = new QToolButton(parent);
+    button->setObjectName(name);
+    button->setAutoRaise(true);
+    button->setToolTip(hint);
+    button->setAccessibleName(hint);
+    button->setFocusPolicy(Qt::TabFocus);
+    return button;
+}
+
+} // namespace
+
+FindBar::FindBar(QWidget *parent)
+    : QWidget(parent),
+      m_text(new QLineEdit(this)),
+      m_matchCase(new QCheckBox(Velmora::tr("Match case"), this)),
+      m_wholeWords(new QCheckBox(Velmora::tr("Whole words"), this)),
+      m_isExpression(new QCheckBox(Velmora::tr("Regular expression"), this)),
+      m_position(new QLabel(this)),
+      m_previous(makeButton(this, QStringLiteral("findPrevious"), Velmora::tr("Previous match (Shift+F3)"))),
+      m_next(makeButton(this, QStringLiteral("findNext"), Velmora::tr("Next match (F3)"))),
+      m_close(makeButton(this, QStringLiteral("findClose"), Velmora::tr("Close (Esc)")))
+{
+    m_text->setObjectName(QStringLiteral("findText"));
+    m_text->setPlaceholderText(Velmora::tr("Find in this side"));
+    m_text->setAccessibleName(m_text->placeholderText());
+    m_text->setClearButtonEnabled(true);
+    m_text->setMaximumWidth(textWidth);
+    m_position->setObjectName(QStringLiteral("findPosition"));
+
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(6, 3, 6, 3);
+    row->setSpacing(6);
+    row->addWidget(m_text, 1);
+    row->addWidget(m_previous);
+    row->addWidget(m_next);
+    row->addWidget(m_position);
+    row->addSpacing(8);
+    row->addWidget(m_matchCase);
+    row->addWidget(m_wholeWords);
+    row->addWidget(m_isExpression);
+    row->addStretch(1);
+    row->addWidget(m_close);
+    setFocusProxy(m_text);
+
+    const auto tellQuery = [this] { Q_EMIT queryChanged(m_text->text()); };
+    connect(m_text, &QLineEdit::textChanged, this, tellQuery);
+    for (QCheckBox *box : {m_matchCase, m_wholeWords, m_isExpression}) {
+        box->setFocusPolicy(Qt::TabFocus);
+        connect(box, &QCheckBox::toggled, this, tellQuery);
+    }
+    connect(m_previous, &QToolButton::clicked, this, &FindBar::previousWanted);
+    connect(m_next, &QToolButton::clicked, this, &FindBar::nextWanted);
+    connect(m_close, &QToolButton::clicked, this, &FindBar::closeWanted);
+    refreshTheme();
+}
+
+void FindBar::open(const QString &text)
+{
+    if (!text.isEmpty())
+        m_text->setText(text);
+    show();
+    m_text->selectAll();
+    m_text->setFocus(Qt::ShortcutFocusReason);
+}
+
+SearchQuery FindBar::query() const
+{
+    return {m_text->text(), m_matchCase->isChecked(), m_wholeWords->isChecked(), m_isExpression->isChecked()};
+}
+
+void FindBar::showPosition(qsizetype current, qsizetype count)
+{
+    const QLocale locale;
+    if (m_text->text().isEmpty())
+        m_position->clear();
+    else if (count == 0)
+        m_position->setText(Velmora::tr("No match"));
+    else
+        m_position->setText(Velmora::tr("%1 of %2").arg(locale.toString(current + 1), locale.toString(count)));
+    m_previous->setEnabled(count > 0);
+    m_next->setEnabled(count > 0);
+}
+
+void FindBar::showSearching()
+{
+    m_position->setText(Velmora::tr("Searching..."));
+}
+
+void FindBar::showInvalid(const QString &why)
+{
+    showPosition(-1, 0);
+    m_position->setText(Velmora::tr("Not a regular expression: %1").arg(why));
+}
+
+void FindBar::refreshTheme()
+{
+    m_previous->setIcon(themedIcon(QStringLiteral("chevron_up.png")));
+    m_next->setIcon(themedIcon(QStringLiteral("chevron_down.png")));
+    m_close->setIcon(themedIcon(QStringLiteral("close.png")));
+}
+
+void FindBar::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    if (event->modifiers().testFlag(Qt::ShiftModifier))
+        Q_EMIT previousWanted();
+    else
+        Q_EMIT nextWanted();
+}
+
+} // namespace velmora

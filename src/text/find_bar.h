@@ -1,0 +1,54 @@
+#pragma once
+
+#include "text/view/text_search.h"
+
+#include <QWidget>
+
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QToolButton;
+
+namespace velmora {
+
+/// The bar under the texts in which a person says what to look for.
+class FindBar final : public QWidget {
+    Q_OBJECT
+public:
+    explicit FindBar(QWidget *parent = nullptr);
+
+    /// Shows the bar and takes the keyboard; `text` becomes what is looked for unless it is empty.
+    void open(const QString &text);
+
+    [[nodiscard]] SearchQuery query() const;
+
+    /// Says where the search stands: match `current` (from 0, -1 for none) of `count`.
+    void showPosition(qsizetype current, qsizetype count);
+    void showSearching();
+    /// Says that the query is no valid regular expression.
+    void showInvalid(const QString &why);
+
+    /// Takes up a changed theme.
+    void refreshTheme();
+
+Q_SIGNALS:
+    void queryChanged(const QString &text);
+    void nextWanted();
+    void previousWanted();
+    void closeWanted();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    QLineEdit *m_text;
+    QCheckBox *m_matchCase;
+    QCheckBox *m_wholeWords;
+    QCheckBox *m_isExpression;
+    QLabel *m_position;
+    QToolButton *m_previous;
+    QToolButton *m_next;
+    QToolButton *m_close;
+};
+
+} // namespace velmora

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "text/view/text_caret.h"
+
+#include <QObject>
+
+namespace velmora {
+
+class DiffView;
+class FindBar;
+
+/// Leads from match to match of what the find bar asks for, on the side that has the caret. Matches in rows that are
+/// not shown are passed over; behind the last one comes the first.
+class FindController final : public QObject {
+    Q_OBJECT
+public:
+    /// Both outlive the controller.
+    FindController(FindBar &bar, DiffView &view, QObject *parent);
+
+    /// Opens the bar with what is selected, if that is part of one line.
+    void open();
+    void close();
+    void step(bool forward);
+    /// Takes up what the bar says now and goes to the first match from where the search began.
+    void takeQuery();
+
+private:
+    [[nodiscard]] qsizetype shownMatch(qsizetype from, bool forward) const;
+    void select(qsizetype number);
+    void showMatches();
+    void showPosition();
+
+    FindBar &m_bar;
+    DiffView &m_view;
+    TextPosition m_start; ///< where the search began
+    bool m_jumps = false; ///< the query was changed: its first match is to be shown when it is found
+};
+
+} // namespace velmora

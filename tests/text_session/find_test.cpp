@@ -1,0 +1,186 @@
+#include "session_fixture.h"
+#include "support/test_main.h"
+#include "text/view/diff_pane.h"
+#include "text/view/diff_view.h"
+#include "text/view/text_search.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QSignalSpy>
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+/// "row:unit+length" of each match.
+QString listed(const std::vector<TextMatch> &matches)
+{
+    QStringList list;
+    for (const TextMatch &match : matches)
+        list.append(QStringLiteral("%1:%2+%3").arg(match.row).arg(match.unit).arg(match.length));
+    return list.join(u' ');
+}
+
+DiffDocument documentOf(const QList<AlignedRow> &rows, const QByteArray &left, const QByteArray &right)
+{
+    return {rows, std::make_shared<TextLinesSource>(TextLines::split(left)),
+            std::make_shared<TextLinesSource>(TextLines::split(right))};
+}
+
+} // namespace
+
+class FindTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void findsInTheLinesOfEachSide_data()
+    {
+        QTest::addColumn<SearchQuery>("query");
+        QTest::addColumn<QString>("left");
+        QTest::addColumn<QString>("right");
+        const auto text = [](const char *t) { return QString::fromUtf8(t); };
+        QTest::newRow("nothing") << SearchQuery{} << QString() << QString();
+        QTest::newRow("any case") << SearchQuery{text("cat")} << text("0:0+3 0:4+3 1:3+3") << text("0:0+3 2:0+3");
+        QTest::newRow("case") << SearchQuery{text("Cat"), true} << text("0:0+3") << text("0:0+3");
+        QTest::newRow("words") << SearchQuery{text("cat"), false, true} << text("0:0+3 0:4+3") << text("0:0+3 2:0+3");
+        QTest::newRow("expression") << SearchQuery{text("c.t\\b"), false, false, true} << text("0:0+3 0:4+3 1:3+3")
+                                    << text("0:0+3 2:0+3");
+        QTest::newRow("empty matches") << SearchQuery{text("x*"), false, false, true} << QString() << QString();
+        QTest::newRow("no expression") << SearchQuery{text("(cat"), false, false, true} << QString() << QString();
+        QTest::newRow("not overlapping") << SearchQuery{text("aa")} << text("2:0+2") << QString();
+        QTest::newRow("signs of expressions") << SearchQuery{text("(*)"), false, false} << text("2:4+3") << QString();
+    }
+
+    void findsInTheLinesOfEachSide()
+    {
+        QFETCH(SearchQuery, query);
+        const DiffDocument document = documentOf({{Modified, 1, 1}, {Equal, 2, -1}, {Modified, 3, 2}},
+                                                 "Cat cat\nbobcat\naaa (*)\n", "Cat\ncat\n");
+        const TextMatches matches = findMatches(document, query);
+        QTEST(listed(matches.left), "left");
+        QTEST(listed(matches.right), "right"); // a line shown for the other side is not searched
+    }
+
+    void leadsFromMatchToMatch()
+    {
+        SessionFixture f;
+        f.compare(f.file(QStringLiteral("a"), "one\ntwo one\nthree\nOne\n"),
+                  f.file(QStringLiteral("b"), "one\nthree\n"));
+        f.session.show();
+        f.session.onFind();
+        auto *text = f.session.findChild<QLineEdit *>(QStringLiteral("findText"));
+        DiffScene &scene = f.session.view().scene();
+        const auto position = [&f] { return f.label(QStringLiteral("findPosition")); };
+        const auto found = [&] {
+            return QStringLiteral("%1 %2").arg(position()).arg(scene.caret().selectionStart().row);
+        };
+        text->setText(QStringLiteral("one"));
+        QTRY_COMPARE(found(), QStringLiteral("1 of 3 0"));
+        QCOMPARE(scene.selectedText(), QStringLiteral("one"));
+        f.session.onFindNext();
+        QCOMPARE(found(), QStringLiteral("2 of 3 1"));
+        f.session.onFindNext();
+        f.session.onFindNext(); // behind the last comes the first
+        QCOMPARE(found(), QStringLiteral("1 of 3 0"));
+        f.session.onFindPrev();
+        QCOMPARE(found(), QStringLiteral("3 of 3 3"));
+
+        // Rows that are not shown are passed over.
+        f.session.onShowIdentical();
+        f.session.onFindNext();
+        QCOMPARE(found(), QStringLiteral("1 of 3 0"));
+        f.session.onFindNext();
+        QCOMPARE(found(), QStringLiteral("1 of 3 0"));
+        f.session.onShowAll();
+
+        // More letters stay where the search began, if they can.
+        text->setText(QStringLiteral("t"));
+        QTRY_COMPARE(position(), QStringLiteral("1 of 2"));
+        text->setText(QStringLiteral("thr"));
+        QTRY_COMPARE(found(), QStringLiteral("1 of 1 2"));
+        text->setText(QStringLiteral("thrx"));
+        QTRY_COMPARE(position(), QStringLiteral("No match"));
+        f.session.onFindNext();
+
+        f.session.onFindClose();
+        QVERIFY(text->isHidden() || !text->isVisible());
+        QVERIFY(scene.search().matches().left.empty());
+    }
+
+    void saysWhatIsWrongWithAnExpression()
+    {
+        SessionFixture f;
+        const QString file = f.file(QStringLiteral("a"), "one\n");
+        f.compare(file, file);
+        f.session.show();
+        f.session.onFind();
+        for (QCheckBox *box : f.session.findChildren<QCheckBox *>())
+            box->setChecked(box->text() == QStringLiteral("Regular expression"));
+        f.session.findChild<QLineEdit *>(QStringLiteral("findText"))->setText(QStringLiteral("(o"));
+        QVERIFY(f.label(QStringLiteral("findPosition")).startsWith(QStringLiteral("Not a regular expression: ")));
+    }
+
+    void looksForTheSameInTheNextResult()
+    {
+        SessionFixture f;
+        const QString file = f.file(QStringLiteral("a"), "one\n");
+        f.compare(file, file);
+        f.session.show();
+        f.session.onFind();
+        f.session.findChild<QLineEdit *>(QStringLiteral("findText"))->setText(QStringLiteral("one"));
+        QTRY_COMPARE(f.label(QStringLiteral("findPosition")), QStringLiteral("1 of 1"));
+        f.file(QStringLiteral("a"), "one\none\n");
+        f.session.onReloadBoth();
+        f.wait();
+        QTRY_VERIFY(f.label(QStringLiteral("findPosition")).endsWith(QStringLiteral("of 2")));
+    }
+
+    void opensWithTheSelectionAndClosesByEscape()
+    {
+        SessionFixture f;
+        const QString file = f.file(QStringLiteral("a"), "one two\n");
+        f.compare(file, file);
+        f.session.show();
+        f.session.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&f.session));
+        DiffPane &pane = f.session.view().pane(Side::Left);
+        pane.setFocus();
+        f.session.view().scene().setCaret({Side::Left, {0, 4}, {0, 7}});
+        QTest::keyClick(&pane, Qt::Key_F, Qt::ControlModifier);
+        auto *text = f.session.findChild<QLineEdit *>(QStringLiteral("findText"));
+        QVERIFY(text->hasFocus());
+        QCOMPARE(text->text(), QStringLiteral("two"));
+        QTRY_COMPARE(f.label(QStringLiteral("findPosition")), QStringLiteral("1 of 1"));
+        QTest::keyClick(text, Qt::Key_Escape);
+        QVERIFY(!text->isVisible());
+        QVERIFY(pane.hasFocus());
+    }
+
+    void goesToALine()
+    {
+        SessionFixture f;
+        f.session.onGotoLine(); // nothing to go to, nothing to ask
+        QVERIFY(f.dialogs.asked().isEmpty());
+        QByteArray text;
+        for (int k = 1; k <= 300; ++k)
+            text += QByteArray::number(k) + '\n';
+        f.compare(f.file(QStringLiteral("a"), text), f.file(QStringLiteral("b"), "new\n" + text));
+        f.dialogs.answerNumber(250);
+        f.session.onGotoLine();
+        QCOMPARE(f.dialogs.asked().last().title, QStringLiteral("Go to line"));
+        QCOMPARE(f.dialogs.asked().last().text, QStringLiteral("Line number (1 - 300):"));
+        DiffScene &scene = f.session.view().scene();
+        QCOMPARE(scene.document()->text(scene.caret().position.row, Side::Left), QStringLiteral("250"));
+        QVERIFY(scene.layout().inSight(scene.top(), scene.viewportHeight()).contains(scene.caret().position.row));
+
+        scene.setCaret({Side::Right, {0, 0}, {0, 0}});
+        f.dialogs.answerNumber(301);
+        f.session.onGotoLine();
+        QCOMPARE(f.dialogs.asked().last().text, QStringLiteral("Line number (1 - 301):"));
+        QCOMPARE(scene.document()->text(scene.caret().position.row, Side::Right), QStringLiteral("300"));
+    }
+};
+
+VELMORA_TEST(FindTest)
+#include "find_test.moc"
