@@ -21,7 +21,7 @@ QString linkEnd(const QString &path)
     QString end = path;
     for (int links = 0; links < 40; ++links) {
         const QFileInfo info(end);
-        if (!info.isSymLink())
+        if (!info.isSymbolicLink()) // not a shortcut, which is a file of its own
             break;
         end = info.symLinkTarget();
     }

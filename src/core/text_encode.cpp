@@ -91,20 +91,30 @@ size_t encodeBytes(std::string_view utf8, QByteArray &bytes, const CancelFlag &c
     });
 }
 
+/// A block of whole characters at the start of `utf8`.
+std::string_view wholeBlock(std::string_view utf8)
+{
+    size_t size = std::min(blockSize, utf8.size());
+    const auto isContinuation = [&](size_t at) { return (static_cast<unsigned char>(utf8[at]) & 0xC0) == 0x80; };
+    while (size < utf8.size() && isContinuation(size))
+        --size;
+    return utf8.substr(0, size);
+}
+
 size_t encodeWithCodec(std::string_view utf8, QByteArray &bytes, const QByteArray &charset, const CancelFlag &cancel)
 {
     const auto codec = TextCodec::open(charset);
+    if (!codec)
+        return 0;
     size_t at = 0;
-    while (codec && at < utf8.size() && !cancel.isCancelled()) {
-        const TextCodec::Step step = codec->encode(utf8.substr(at, blockSize), bytes);
+    while (at < utf8.size() && !cancel.isCancelled()) {
+        const TextCodec::Step step = codec->encode(wholeBlock(utf8.substr(at)), bytes);
         at += step.consumed;
-        // A block may end within a character; whole text cannot.
-        if (step.stop == TextCodec::Stop::Invalid || (step.stop == TextCodec::Stop::Incomplete && step.consumed == 0))
+        if (step.stop != TextCodec::Stop::End)
             return at;
     }
-    if (codec)
-        codec->finishEncoding(bytes);
-    return codec ? utf8.size() : 0;
+    codec->finishEncoding(bytes);
+    return utf8.size();
 }
 
 using Encoder = size_t (*)(std::string_view, QByteArray &, const CancelFlag &);

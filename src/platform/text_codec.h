@@ -34,7 +34,7 @@ public:
     /// Appends what `bytes` mean to `utf8`, as far as they are whole and known.
     virtual Step decode(std::string_view bytes, QByteArray &utf8) = 0;
 
-    /// Appends `utf8` to `bytes` as far as the charset has the characters. Never writes a substitute.
+    /// Appends `utf8`, whole characters, to `bytes` as far as the charset has them. Never writes a substitute.
     virtual Step encode(std::string_view utf8, QByteArray &bytes) = 0;
 
     /// Appends what the charset needs behind the last character that was encoded.

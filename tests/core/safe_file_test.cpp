@@ -54,6 +54,9 @@ private Q_SLOTS:
 
     void aLinkStaysALink()
     {
+#ifdef Q_OS_WIN
+        QSKIP("makes shortcuts here");
+#endif
         const QString target = m_folder->filePath(QStringLiteral("target"));
         const QString second = m_folder->filePath(QStringLiteral("second"));
         if (!QFile::link(target, second) || !QFile::link(second, m_path))
