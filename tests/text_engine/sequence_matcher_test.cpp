@@ -6,7 +6,7 @@
 
 #include <QElapsedTimer>
 
-#include <thread>
+#include <limits>
 
 using namespace velmora;
 using namespace velmora::test;
@@ -23,28 +23,30 @@ struct NamedTuning {
     qint64 pairsPerElement;
     qint64 stepsPerElement;
     qint64 markShare;
+    qint32 lopsidedRounds;
 
     [[nodiscard]] MatchTuning tuning() const
     {
-        MatchTuning result = defaultMatchTuning();
-        result.longRuns = longRuns;
-        result.pairsPerElement = pairsPerElement;
-        result.stepsPerElement = stepsPerElement;
-        result.markShare = markShare;
-        return result;
+        return {.pairsPerElement = pairsPerElement,
+                .longRuns = longRuns,
+                .stepsPerElement = stepsPerElement,
+                .markShare = markShare,
+                .lopsidedRounds = lopsidedRounds};
     }
 };
 
 const std::vector<NamedTuning> &tunings()
 {
     static const std::vector<NamedTuning> list{
-        {"pairs only", {}, 1000000, 24, 8},
-        {"sweep only, sorting", {}, 0, 24, 0},
-        {"sweep only, marking", {}, 0, 24, 1000},
-        {"long runs, then sweep", {6, 3, 2}, 0, 1000000, 2},
-        {"long runs, then pairs", {5, 2}, 1, 1000000, 2},
-        {"long runs given up", {16, 4}, 1, 3, 4},
-        {"as delivered", {32, 8}, 4, 24, 8},
+        {"pairs only", {}, 1000000, 24, 8, 3},
+        {"sweep only, sorting", {}, 0, 24, 0, 1000},
+        {"sweep only, marking", {}, 0, 24, 1000, 1000},
+        {"cascade only", {}, 0, 24, 8, 0},
+        {"sweep and cascade", {}, 1, 24, 8, 1},
+        {"long runs, then sweep", {6, 3, 2}, 0, 1000000, 2, 3},
+        {"long runs, then pairs", {5, 2}, 1, 1000000, 2, 3},
+        {"long runs given up", {16, 4}, 1, 3, 4, 2},
+        {"as delivered", {32, 8}, 4, 24, 8, 3},
     };
     return list;
 }
@@ -139,6 +141,47 @@ private Q_SLOTS:
             QVERIFY(blocksAgree(pair.a, pair.b));
             QVERIFY(blocksAgree(pair.b, pair.a));
         }
+    }
+
+    void valuesAreArbitrary()
+    {
+        const std::vector<qint32> a{-5, std::numeric_limits<qint32>::max(), 7, -5, std::numeric_limits<qint32>::min()};
+        const std::vector<qint32> b{std::numeric_limits<qint32>::min(), -5, std::numeric_limits<qint32>::max(), 7};
+        QVERIFY(tableAgrees(a, b));
+        QVERIFY(blocksAgree(a, b));
+    }
+
+    /// What takes the plain form minutes or hours must take the matcher a moment.
+    void largeShapes_data() { repetitiveShapes_data(); }
+
+    void largeShapes()
+    {
+        QFETCH(int, shape);
+        const SequencePair pair = shapedPair(shape, 100000);
+        QElapsedTimer timer;
+        timer.start();
+        const std::vector<MatchPair> pairs = matchSequences(pair.a, pair.b, lineTableLimit);
+        QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
+        qint32 i = -1;
+        qint32 j = -1;
+        for (const MatchPair &match : pairs) {
+            QVERIFY(match.i > i && match.j > j && pair.a[size_t(match.i)] == pair.b[size_t(match.j)]);
+            i = match.i;
+            j = match.j;
+        }
+    }
+
+    void endsWhenCancelled()
+    {
+        const SequencePair pair = shapedPair(6, 100000);
+        const CancelFlag cancel;
+        int looks = 0;
+        const auto pairs = matchSequences(pair.a, pair.b, lineTableLimit, cancel, [&](qint64) {
+            if (++looks == 40)
+                cancel.cancel();
+        });
+        QVERIFY(pairs.empty());
+        QCOMPARE(looks, 41);
     }
 };
 

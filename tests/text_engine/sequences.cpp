@@ -49,13 +49,10 @@ std::vector<qint32> Random::edited(std::vector<qint32> original, qint32 changes,
 std::vector<std::vector<qint32>> allSequences(qint32 alphabet, qint32 longest)
 {
     std::vector<std::vector<qint32>> all{{}};
-    for (size_t from = 0; qint32(all.back().size()) < longest || from < all.size(); ++from) {
-        if (qint32(all[from].size()) == longest)
-            break;
+    for (size_t from = 0; qint32(all[from].size()) < longest; ++from) {
         for (qint32 value = 0; value < alphabet; ++value) {
-            std::vector<qint32> longer = all[from];
-            longer.push_back(value);
-            all.push_back(std::move(longer));
+            all.push_back(all[from]);
+            all.back().push_back(value);
         }
     }
     return all;

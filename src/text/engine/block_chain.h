@@ -28,6 +28,10 @@ public:
     /// How many elements of the first sequence are matched.
     [[nodiscard]] qint64 matched() const noexcept { return m_total; }
 
+    /// The free rectangle inside `outer` that holds element `a`; its height is 0 when no block can lie in it. An empty
+    /// one that begins behind `a` when `a` is matched. Precondition: `a` lies in `outer`, whose edges no block crosses.
+    [[nodiscard]] MatchRect gapAt(qint32 a, const MatchRect &outer) const noexcept;
+
     /// Calls `visit(MatchBlock)` for what is left of `run` in each free rectangle inside `outer`, in rising order.
     /// Precondition: `run` lies inside `outer`, and no block crosses the edges of `outer`.
     template <typename Visit>
@@ -55,6 +59,23 @@ private:
     qint64 m_total = 0;
 };
 
+inline MatchRect BlockChain::gapAt(qint32 a, const MatchRect &outer) const noexcept
+{
+    MatchRect rect = outer;
+    if (const qint32 before = m_starts.atOrBefore(a); before >= outer.alo) {
+        const MatchBlock block = blockAt(before);
+        rect.alo = block.a + block.length;
+        rect.blo = block.b + block.length;
+        if (rect.alo > a)
+            return {rect.alo, rect.alo, rect.blo, rect.blo};
+    }
+    if (const qint32 after = m_starts.atOrAfter(a); after >= 0 && after < outer.ahi) {
+        rect.ahi = after;
+        rect.bhi = blockAt(after).b;
+    }
+    return rect;
+}
+
 template <typename Visit>
 void BlockChain::forEachPiece(const MatchBlock &run, const MatchRect &outer, Visit &&visit) const
 {
@@ -62,25 +83,12 @@ void BlockChain::forEachPiece(const MatchBlock &run, const MatchRect &outer, Vis
     const qint32 end = run.a + run.length;
     qint32 at = run.a;
     while (at < end) {
-        MatchRect rect = outer;
-        if (const qint32 before = m_starts.atOrBefore(at); before >= outer.alo) {
-            const MatchBlock block = blockAt(before);
-            rect.alo = block.a + block.length;
-            rect.blo = block.b + block.length;
-            if (rect.alo > at) {
-                at = rect.alo;
-                continue;
-            }
-        }
-        if (const qint32 after = m_starts.atOrAfter(at); after >= 0 && after < outer.ahi) {
-            rect.ahi = after;
-            rect.bhi = blockAt(after).b;
-        }
-        const auto first = qint32(std::max<qint64>(at, rect.blo - shift));
-        const auto last = qint32(std::min<qint64>(std::min(end, rect.ahi), rect.bhi - shift));
-        if (first < last)
+        const MatchRect gap = gapAt(at, outer);
+        const auto first = qint32(std::max<qint64>(at, gap.blo - shift));
+        const auto last = qint32(std::min<qint64>(std::min(end, gap.ahi), gap.bhi - shift));
+        if (gap.alo <= at && first < last)
             visit(MatchBlock{first, qint32(first + shift), last - first});
-        at = rect.ahi;
+        at = gap.ahi;
     }
 }
 

@@ -1,5 +1,7 @@
 #include "text/engine/block_sweep.h"
 
+#include "text/engine/block_cascade.h"
+
 #include <algorithm>
 
 namespace velmora {
@@ -44,15 +46,34 @@ void BlockSweep::takeAll(const MatchRect &rect)
     while (!m_tasks.empty() && !m_poll.stopped()) {
         const Task task = m_tasks.back();
         m_tasks.pop_back();
-        const qint32 length = longestBlock(task);
-        if (length == 0 || m_poll.stop(qint64(task.end - task.begin) * 8))
-            continue;
-        collectCandidates(task, length);
-        takeBlocks(task, length);
-        if (length > 1)
-            distribute(task, length);
+        if (m_poll.stop(qint64(task.end - task.begin) * 8))
+            break;
+        m_parts.clear();
+        const bool lopsided = task.lopsided >= m_tuning.lopsidedRounds;
+        const qint32 longestLeft = lopsided ? takeCascade(task) : takeLongest(task);
+        if (longestLeft > 0)
+            distribute(task, longestLeft);
     }
     m_tasks.clear();
+}
+
+qint32 BlockSweep::takeLongest(const Task &task)
+{
+    const qint32 length = longestBlock(task);
+    if (length == 0)
+        return 0;
+    collectCandidates(task, length);
+    takeBlocks(task, length);
+    return length - 1;
+}
+
+qint32 BlockSweep::takeCascade(const Task &task)
+{
+    const std::span<const SuffixPlace> places = std::span(m_places).subspan(task.begin, task.end - task.begin);
+    const qint32 longestLeft = BlockCascade(task.rect, places, m_chain, m_poll).run();
+    if (longestLeft > 0)
+        m_chain.forEachGap(task.rect, [this](const MatchRect &gap) { addPart(gap); });
+    return longestLeft;
 }
 
 qint32 BlockSweep::longestBlock(const Task &task) const
@@ -145,7 +166,6 @@ void BlockSweep::linkGroups()
 
 void BlockSweep::takeBlocks(const Task &task, qint32 length)
 {
-    m_parts.clear();
     MatchRect rest = task.rect;
     for (const Candidate &first : m_firsts) {
         if (first.position < rest.alo)
@@ -169,10 +189,10 @@ void BlockSweep::takeBlocks(const Task &task, qint32 length)
 void BlockSweep::addPart(const MatchRect &rect)
 {
     if (!rect.isEmpty() && !m_runs.takeAll(rect))
-        m_parts.push_back({rect, 0, 0});
+        m_parts.push_back({rect});
 }
 
-void BlockSweep::distribute(const Task &task, qint32 length)
+void BlockSweep::distribute(const Task &task, qint32 longest)
 {
     if (m_parts.empty())
         return;
@@ -183,12 +203,12 @@ void BlockSweep::distribute(const Task &task, qint32 length)
         std::fill(m_byFirst.begin() + rect.alo, m_byFirst.begin() + rect.ahi, qint32(part));
         std::fill(m_bySecond.begin() + rect.blo, m_bySecond.begin() + rect.bhi, qint32(part));
     }
-    const auto partOf = [&](const SuffixPlace &place) {
-        return place.inFirst() ? m_byFirst[size_t(place.first())] : m_bySecond[size_t(place.second())];
-    };
-
+    m_partOf.resize(task.end - task.begin);
     for (size_t k = task.begin; k < task.end; ++k) {
-        if (const qint32 part = partOf(m_places[k]); part != none)
+        const SuffixPlace place = m_places[k];
+        const qint32 part = place.inFirst() ? m_byFirst[size_t(place.first())] : m_bySecond[size_t(place.second())];
+        m_partOf[k - task.begin] = part;
+        if (part != none)
             ++m_parts[size_t(part)].end;
     }
     size_t begin = task.begin;
@@ -196,16 +216,17 @@ void BlockSweep::distribute(const Task &task, qint32 length)
         const size_t count = part.end;
         part.begin = part.end = begin;
         begin += count;
+        part.lopsided = count > (task.end - task.begin) / 4 * 3 ? task.lopsided + 1 : 0;
     }
 
     TrailingMinimum minimum;
     std::vector<qint32> &lastOfPart = m_groupHead;
     lastOfPart.assign(m_parts.size(), none);
     for (size_t k = task.begin; k < task.end; ++k) {
-        // The parts have no block of this length, so more in common says nothing more.
+        // The parts have no longer blocks, so more in common says nothing more.
         const auto index = qint32(k - task.begin);
-        minimum.push(index, std::min(m_places[k].common, length - 1));
-        const qint32 part = partOf(m_places[k]);
+        minimum.push(index, std::min(m_places[k].common, longest));
+        const qint32 part = m_partOf[size_t(index)];
         if (part == none)
             continue;
         qint32 &last = lastOfPart[size_t(part)];

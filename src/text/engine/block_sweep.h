@@ -16,7 +16,8 @@ namespace velmora {
 /// blocks only, and each part is treated alike with the order of its own places, which is the order at hand without the
 /// others.
 ///
-/// Linear in time and memory for the order, and again for each length that a part goes through.
+/// Linear in time and memory for the order, and again for each length that a part goes through. A part that shrinks too
+/// slowly in this way is left to a `BlockCascade`.
 class BlockSweep {
 public:
     BlockSweep(const MatchInput &input, const MatchTuning &tuning, BlockChain &chain, RunMatcher &runs,
@@ -39,6 +40,8 @@ private:
         MatchRect rect;
         size_t begin = 0;
         size_t end = 0;
+        /// How many times in a row a part has got nearly all the places of the rectangle that was cut.
+        qint32 lopsided = 0;
     };
     /// A place where a block may start; those with the same group agree for the length in hand.
     struct Candidate {
@@ -46,13 +49,15 @@ private:
         qint32 group = 0;
     };
 
+    [[nodiscard]] qint32 takeLongest(const Task &task);
+    [[nodiscard]] qint32 takeCascade(const Task &task);
     [[nodiscard]] qint32 longestBlock(const Task &task) const;
     void collectCandidates(const Task &task, qint32 length);
     void sortByPosition(std::vector<Candidate> &candidates, std::vector<qint32> &marks, qint32 begin, qint32 end);
     void linkGroups();
     void takeBlocks(const Task &task, qint32 length);
     void addPart(const MatchRect &rect);
-    void distribute(const Task &task, qint32 length);
+    void distribute(const Task &task, qint32 longest);
 
     const MatchTuning &m_tuning;
     BlockChain &m_chain;
@@ -72,6 +77,7 @@ private:
 
     /// The parts of the rectangle in hand that remain to be treated, and by position in which part it lies.
     std::vector<Task> m_parts;
+    std::vector<qint32> m_partOf; ///< for each place of the rectangle in hand
     std::vector<qint32> m_byFirst;
     std::vector<qint32> m_bySecond;
 };

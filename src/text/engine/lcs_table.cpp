@@ -68,7 +68,7 @@ void nextRow(const quint64 *above, const quint64 *equal, quint64 *row, size_t wo
 
 } // namespace
 
-std::vector<MatchPair> longestCommonSubsequence(std::span<const qint32> a, std::span<const qint32> b, CancelPoll &poll)
+std::vector<MatchPair> longestCommonSubsequence(std::span<const qint32> a, std::span<const qint32> b)
 {
     if (a.empty() || b.empty())
         return {};
@@ -76,7 +76,7 @@ std::vector<MatchPair> longestCommonSubsequence(std::span<const qint32> a, std::
     const size_t words = equal.words();
     std::vector<quint64> rows((a.size() + 1) * words);
     std::fill_n(rows.begin(), words, ~quint64(0));
-    for (size_t row = 0; row < a.size() && !poll.stop(qint64(words)); ++row)
+    for (size_t row = 0; row < a.size(); ++row)
         nextRow(rows.data() + row * words, equal.ofRow(row), rows.data() + (row + 1) * words, words);
 
     std::vector<MatchPair> pairs;

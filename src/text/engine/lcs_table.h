@@ -1,7 +1,5 @@
 #pragma once
 
-#include "text/engine/cancel_poll.h"
-
 #include <QtGlobal>
 
 #include <span>
@@ -15,8 +13,8 @@ struct MatchPair;
 /// elements are a pair; otherwise the last element of `b` is dropped when that leaves as many pairs, else that of `a`.
 ///
 /// Computes 64 cells of the table of lengths at once and keeps one bit of each (Hyyrö, "Bit-Parallel LCS-length
-/// Computation Revisited", 2004): a·b/64 steps, a·b/8 bytes. Meaningless when `poll` has stopped.
-[[nodiscard]] std::vector<MatchPair> longestCommonSubsequence(std::span<const qint32> a, std::span<const qint32> b,
-                                                              CancelPoll &poll);
+/// Computation Revisited", 2004): a·b/64 steps, a·b/8 bytes. For the small products that the
+/// matcher's limits allow, so it is not to be interrupted.
+[[nodiscard]] std::vector<MatchPair> longestCommonSubsequence(std::span<const qint32> a, std::span<const qint32> b);
 
 } // namespace velmora

@@ -10,6 +10,9 @@ namespace {
 
 constexpr qint32 none = -1;
 
+/// What it costs to come upon a window, in compared elements.
+constexpr qint32 stepsPerFind = 4;
+
 /// Heaps give out their largest element, which has to be the block to take first.
 constexpr auto takenLater = [](const MatchBlock &x, const MatchBlock &y) noexcept { return y.precedes(x); };
 constexpr auto takenEarlier = [](const MatchBlock &x, const MatchBlock &y) noexcept { return x.precedes(y); };
@@ -31,6 +34,7 @@ bool RunMatcher::takeAll(const MatchRect &rect)
         return false;
     m_runs.clear();
     listAllRuns(rect);
+    sortByLength();
     take(rect, 1);
     return true;
 }
@@ -40,6 +44,7 @@ bool RunMatcher::takeLong(const MatchRect &rect, qint32 minimum)
     m_runs.clear();
     if (!listLongRuns(rect, minimum))
         return false;
+    std::sort(m_runs.begin(), m_runs.end(), takenEarlier);
     take(rect, minimum);
     return true;
 }
@@ -117,7 +122,7 @@ bool RunMatcher::listLongRuns(const MatchRect &rect, qint32 minimum)
             qint32 back = 0;
             while (back < room && m_input.equal(i - back - 1, j - back - 1))
                 ++back;
-            steps -= back + 1;
+            steps -= back + stepsPerFind;
             if (back < step) {
                 const qint32 length = back + extendForwards(i, j, rect);
                 steps -= length - back;
@@ -131,9 +136,29 @@ bool RunMatcher::listLongRuns(const MatchRect &rect, qint32 minimum)
     return true;
 }
 
+void RunMatcher::sortByLength()
+{
+    // They are in order but for their lengths, and these are mostly small.
+    qint32 longest = 0;
+    for (const MatchBlock &run : m_runs)
+        longest = std::max(longest, run.length);
+    if (m_runs.size() < 32 || size_t(longest) > m_runs.size()) {
+        std::sort(m_runs.begin(), m_runs.end(), takenEarlier);
+        return;
+    }
+    m_lengthStarts.assign(size_t(longest) + 1, 0);
+    for (const MatchBlock &run : m_runs)
+        ++m_lengthStarts[size_t(longest - run.length) + 1];
+    for (size_t step = 1; step < m_lengthStarts.size(); ++step)
+        m_lengthStarts[step] += m_lengthStarts[step - 1];
+    m_sortedRuns.resize(m_runs.size());
+    for (const MatchBlock &run : m_runs)
+        m_sortedRuns[size_t(m_lengthStarts[size_t(longest - run.length)]++)] = run;
+    m_runs.swap(m_sortedRuns);
+}
+
 void RunMatcher::take(const MatchRect &rect, qint32 minimum)
 {
-    std::sort(m_runs.begin(), m_runs.end(), takenEarlier);
     m_cutRuns.clear();
     size_t next = 0;
     while (next < m_runs.size() || !m_cutRuns.empty()) {

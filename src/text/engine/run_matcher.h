@@ -30,6 +30,7 @@ private:
     [[nodiscard]] bool pairsAreFew(const MatchRect &rect);
     void listAllRuns(const MatchRect &rect);
     [[nodiscard]] bool listLongRuns(const MatchRect &rect, qint32 minimum);
+    void sortByLength();
     void take(const MatchRect &rect, qint32 minimum);
     [[nodiscard]] qint32 extendForwards(qint32 i, qint32 j, const MatchRect &rect) const noexcept;
 
@@ -39,6 +40,8 @@ private:
     CancelPoll &m_poll;
 
     std::vector<MatchBlock> m_runs;
+    std::vector<MatchBlock> m_sortedRuns;
+    std::vector<qint32> m_lengthStarts;
     std::vector<MatchBlock> m_cutRuns; ///< a heap
     /// For each value: how often it occurs, or the first place where it does; 0 or none between the calls.
     std::vector<qint32> m_byValue;

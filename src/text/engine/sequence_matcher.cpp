@@ -36,9 +36,14 @@ std::vector<qint32> numbered(std::span<const qint32> sequence, ValueNumbers &num
     return result;
 }
 
-std::vector<MatchPair> matchedByBlocks(const MatchInput &input, const MatchTuning &tuning, CancelPoll &poll)
+std::vector<MatchPair> matchedByBlocks(const MatchInput &input, const MatchTuning &tuning, const CancelFlag &cancel,
+                                       const ElementsMatched &elementsMatched)
 {
     BlockChain chain(qint32(input.a.size()));
+    CancelPoll poll(cancel, [&] {
+        if (elementsMatched)
+            elementsMatched(chain.matched());
+    });
     matchBlocks(input, tuning, chain, poll);
     if (poll.stopped())
         return {};
@@ -54,29 +59,28 @@ std::vector<MatchPair> matchedByBlocks(const MatchInput &input, const MatchTunin
 } // namespace
 
 std::vector<MatchPair> matchSequences(std::span<const qint32> a, std::span<const qint32> b, qint64 tableLimit,
-                                      const CancelFlag &cancel)
+                                      const CancelFlag &cancel, const ElementsMatched &elementsMatched)
 {
-    return matchSequences(a, b, tableLimit, defaultMatchTuning(), cancel);
+    return matchSequences(a, b, tableLimit, defaultMatchTuning(), cancel, elementsMatched);
 }
 
 std::vector<MatchPair> matchSequences(std::span<const qint32> a, std::span<const qint32> b, qint64 tableLimit,
-                                      const MatchTuning &tuning, const CancelFlag &cancel)
+                                      const MatchTuning &tuning, const CancelFlag &cancel,
+                                      const ElementsMatched &elementsMatched)
 {
     if (a.empty() || b.empty())
         return {};
-    CancelPoll poll(cancel);
-    if (qint64(a.size()) * qint64(b.size()) <= tableLimit) {
-        std::vector<MatchPair> pairs = longestCommonSubsequence(a, b, poll);
-        return poll.stopped() ? std::vector<MatchPair>() : pairs;
-    }
+    if (qint64(a.size()) * qint64(b.size()) <= tableLimit)
+        return longestCommonSubsequence(a, b);
+
     const size_t total = a.size() + b.size();
     const qint64 alphabet = alphabetOf(a, b);
     if (alphabet >= 0 && alphabet <= std::max<qint64>(smallAlphabet, qint64(total)))
-        return matchedByBlocks({a, b, qint32(alphabet)}, tuning, poll);
+        return matchedByBlocks({a, b, qint32(alphabet)}, tuning, cancel, elementsMatched);
     ValueNumbers numbers(total);
     const std::vector<qint32> first = numbered(a, numbers);
     const std::vector<qint32> second = numbered(b, numbers);
-    return matchedByBlocks({first, second, numbers.count()}, tuning, poll);
+    return matchedByBlocks({first, second, numbers.count()}, tuning, cancel, elementsMatched);
 }
 
 } // namespace velmora

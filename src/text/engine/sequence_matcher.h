@@ -4,6 +4,7 @@
 
 #include <QtGlobal>
 
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -24,16 +25,21 @@ inline constexpr qint64 lineTableLimit = 400000;
 /// The same for the characters of two lines.
 inline constexpr qint64 characterTableLimit = 200000;
 
+/// Is told now and then how many elements of the first sequence have been matched.
+using ElementsMatched = std::function<void(qint64)>;
+
 /// Matches two sequences of any values; the pairs rise strictly in both indices.
 ///
 /// Up to `tableLimit` pairs of positions the result is a longest common subsequence (see `longestCommonSubsequence`),
 /// above that the chain of longest common blocks (see `matchBlocks`). Empty when cancelled.
 [[nodiscard]] std::vector<MatchPair> matchSequences(std::span<const qint32> a, std::span<const qint32> b,
-                                                    qint64 tableLimit, const CancelFlag &cancel = {});
+                                                    qint64 tableLimit, const CancelFlag &cancel = {},
+                                                    const ElementsMatched &elementsMatched = {});
 
 /// The same with other sizes for the choice of means; the result is the same.
 [[nodiscard]] std::vector<MatchPair> matchSequences(std::span<const qint32> a, std::span<const qint32> b,
                                                     qint64 tableLimit, const MatchTuning &tuning,
-                                                    const CancelFlag &cancel);
+                                                    const CancelFlag &cancel,
+                                                    const ElementsMatched &elementsMatched = {});
 
 } // namespace velmora

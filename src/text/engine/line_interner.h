@@ -1,0 +1,29 @@
+#pragma once
+
+#include "text/engine/cancel_poll.h"
+#include "text/engine/normalized_side.h"
+
+#include <vector>
+
+namespace velmora {
+
+/// The lines of both sides as numbers: two lines have the same number just when their keys are the same.
+struct InternedLines {
+    std::vector<qint32> left;
+    std::vector<qint32> right;
+    /// How many numbers there are. They are given out in the order of first occurrence, the left side first.
+    qint32 count = 0;
+};
+
+/// Numbers the keys of both sides. Expected linear in the lines; a key's text is looked at once or twice. Incomplete
+/// when `poll` has stopped. Precondition: both sides have their hashes, made with the same `LineHash`.
+template <typename Source>
+[[nodiscard]] InternedLines internLines(const NormalizedSide<Source> &left, const NormalizedSide<Source> &right,
+                                        CancelPoll &poll);
+
+extern template InternedLines internLines(const NormalizedSide<Utf8Lines> &, const NormalizedSide<Utf8Lines> &,
+                                          CancelPoll &);
+extern template InternedLines internLines(const NormalizedSide<Utf16Lines> &, const NormalizedSide<Utf16Lines> &,
+                                          CancelPoll &);
+
+} // namespace velmora

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "text/engine/cancel_poll.h"
+#include "text/engine/line_hash.h"
+#include "text/engine/line_normalizer.h"
+#include "text/engine/line_source.h"
+
+#include <functional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace velmora {
+
+/// How the keys of a side are made of its lines.
+struct NormalizeRules {
+    KeyRules keyRules;
+    bool skipBlankLines = false;
+    /// For each line of the side whether it is unimportant, so that its key is empty; empty when none is.
+    std::vector<bool> unimportant;
+};
+
+/// The working form of one side of a comparison: what counts of its lines, with a hash of each, and where it came from.
+///
+/// A key that is a part of its line, as most are, is kept as its bounds; only others are copied. Costs 16 bytes a line,
+/// 8 of them until `dropHashes`. `Source` is a line source; its text must outlive this.
+template <typename Source>
+class NormalizedSide {
+public:
+    using Unit = typename Source::Unit;
+    using View = std::basic_string_view<Unit>;
+    /// Is told how many lines have been read since the last time.
+    using LinesRead = std::function<void(qint32)>;
+
+    /// Takes the lines as they are. Incomplete when `poll` has stopped.
+    NormalizedSide(const Source &source, const LineHash &hash, const LinesRead &linesRead, CancelPoll &poll);
+    /// The same after normalising each line.
+    NormalizedSide(const Source &source, const NormalizeRules &rules, const LineHash &hash, const LinesRead &linesRead,
+                   CancelPoll &poll);
+
+    [[nodiscard]] qint32 count() const noexcept { return m_count; }
+    [[nodiscard]] View key(qint32 index) const noexcept;
+    [[nodiscard]] quint64 hash(qint32 index) const noexcept { return m_hashes[size_t(index)]; }
+    /// The 0-based index of the input line that key `index` is made of.
+    [[nodiscard]] qint32 lineIndex(qint32 index) const noexcept
+    {
+        return m_lineIndices.empty() ? index : m_lineIndices[size_t(index)];
+    }
+    void dropHashes() noexcept { m_hashes = {}; }
+
+private:
+    /// The units [start, start + length) of the line, or, with length `copied`, text number `start` of m_copies.
+    struct KeyBounds {
+        quint32 start = 0;
+        quint32 length = 0;
+    };
+    static constexpr quint32 copied = 0xFFFF'FFFF;
+
+    void append(View line, View key);
+
+    Source m_source;
+    qint32 m_count = 0;
+    std::vector<KeyBounds> m_bounds;   ///< empty when every key is its line
+    std::vector<qint32> m_lineIndices; ///< empty when no line may be skipped
+    std::vector<quint64> m_hashes;
+    std::basic_string<Unit> m_copies;
+    std::vector<size_t> m_copyStarts{0};
+};
+
+extern template class NormalizedSide<Utf8Lines>;
+extern template class NormalizedSide<Utf16Lines>;
+
+} // namespace velmora

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "core/cancel_flag.h"
+#include "core/progress.h"
+#include "settings/options/text_session_options.h"
+#include "text/engine/diff_line.h"
+#include "text/engine/line_source.h"
+
+#include <QList>
+
+namespace velmora {
+
+/// The steps that a `Progress` counts.
+enum ComparisonPhase : int {
+    ReadingLines = 0,  ///< lines of both sides
+    MatchingLines = 1, ///< left lines that have found their equal
+};
+
+/// The rows of two texts under `options`, in display order; see `compareTexts`. Empty when cancelled.
+template <typename Source>
+[[nodiscard]] QList<AlignedRow> compareSources(const Source &left, const Source &right,
+                                               const TextSessionOptions &options, const CancelFlag &cancel,
+                                               Progress &progress);
+
+extern template QList<AlignedRow> compareSources(const Utf8Lines &, const Utf8Lines &, const TextSessionOptions &,
+                                                 const CancelFlag &, Progress &);
+extern template QList<AlignedRow> compareSources(const Utf16Lines &, const Utf16Lines &, const TextSessionOptions &,
+                                                 const CancelFlag &, Progress &);
+
+} // namespace velmora

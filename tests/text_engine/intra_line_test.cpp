@@ -1,0 +1,91 @@
+#include "support/test_main.h"
+#include "text/engine/line_diff_engine.h"
+#include "text_engine/lines.h"
+#include "text_engine/plain_engine.h"
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+QByteArray marked(const QString &b, const QList<CharRange> &ranges)
+{
+    QString text = b;
+    for (qsizetype k = ranges.size(); k-- > 0;) {
+        text.insert(ranges[k].start + ranges[k].length, u']');
+        text.insert(ranges[k].start, u'[');
+    }
+    return text.toUtf8();
+}
+
+} // namespace
+
+class IntraLineTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void ranges_data()
+    {
+        QTest::addColumn<QString>("a");
+        QTest::addColumn<QString>("b");
+        QTest::addColumn<QByteArray>("expected");
+        QTest::newRow("equal") << QStringLiteral("abc") << QStringLiteral("abc") << QByteArray("abc");
+        QTest::newRow("changed inside") << QStringLiteral("value = 1;") << QStringLiteral("value = 23;")
+                                        << QByteArray("value = [23];");
+        QTest::newRow("nothing before") << QString() << QStringLiteral("abc") << QByteArray("[abc]");
+        QTest::newRow("nothing left") << QStringLiteral("abc") << QString() << QByteArray();
+        // Going back, the table drops from the second text first, so the match is its earliest one.
+        QTest::newRow("of equals the first") << QStringLiteral("xa") << QStringLiteral("aya") << QByteArray("[ay]a");
+    }
+
+    void ranges()
+    {
+        QFETCH(QString, a);
+        QFETCH(QString, b);
+        QFETCH(QByteArray, expected);
+        QCOMPARE(marked(b, intraLineChanges(a, b)), expected);
+    }
+
+    void randomLinesAgree()
+    {
+        Random random(1);
+        for (int round = 0; round < 1500; ++round) {
+            const QString a = randomLine(random, 12);
+            QString b = randomLine(random, 12);
+            if (round % 2 == 0)
+                b = a.left(qsizetype(random.below(20))) + b + a.mid(qsizetype(random.below(30)));
+            QCOMPARE(intraLineChanges(a, b), plain::intraLine(a, b));
+        }
+    }
+
+    /// 447 by 447 units are matched by the table, 448 by 448 by blocks.
+    void theTableEndsAt200000Cells()
+    {
+        const auto text = [](const QString &body, qsizetype size, QChar filler) {
+            return body + QString(size - body.size(), filler);
+        };
+        const QString a = QStringLiteral("xyza1b1c1d");
+        const QString b = QStringLiteral("a2b2c2dxyz");
+        QVERIFY(marked(text(b, 447, u'-'), intraLineChanges(text(a, 447, u'+'), text(b, 447, u'-')))
+                    .startsWith("a[2]b[2]c[2]d[xyz-"));
+        QVERIFY(marked(text(b, 448, u'-'), intraLineChanges(text(a, 448, u'+'), text(b, 448, u'-')))
+                    .startsWith("[a2b2c2d]xyz[-"));
+    }
+
+    void longLinesAgree()
+    {
+        Random random(2);
+        for (int round = 0; round < 4; ++round) {
+            QString a;
+            while (a.size() < 700)
+                a += randomLine(random, 20);
+            QString b = a;
+            for (int change = 0; change < 20; ++change)
+                b.insert(qsizetype(random.below(quint64(b.size()))), randomLine(random, 2));
+            QCOMPARE(intraLineChanges(a, b), plain::intraLine(a, b));
+        }
+    }
+};
+
+VELMORA_TEST(IntraLineTest)
+#include "intra_line_test.moc"

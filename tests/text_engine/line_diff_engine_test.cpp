@@ -1,0 +1,384 @@
+#include "support/test_main.h"
+#include "text/engine/line_diff_engine.h"
+#include "text_engine/lines.h"
+#include "text_engine/plain_engine.h"
+
+#include <array>
+#include <numeric>
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+/// Rows or lines for a message, cut to a length that can be read.
+template <typename List>
+QByteArray excerpt(const List &list)
+{
+    return dump(list).left(4000);
+}
+
+/// Compares in both forms and against the plain form; false, and a message, at the first difference.
+bool comparisonAgrees(const QStringList &left, const QStringList &right, const TextSessionOptions &options)
+{
+    const QList<DiffLine> expected = plain::compare(left, right, options);
+    const auto check = [&](const char *form, const QList<DiffLine> &rows) {
+        if (rows == expected)
+            return true;
+        qWarning("%s: mode %d, skew %d\n%s\n%s\nexpected\n%sgot\n%s", form, options.alignAlgorithm,
+                 options.curvatureTolerance, excerpt(left).constData(), excerpt(right).constData(),
+                 excerpt(expected).constData(), excerpt(rows).constData());
+        return false;
+    };
+    if (!check("strings", compareTextLines(left, right, options)))
+        return false;
+    const TextLines leftLines = toTextLines(left);
+    const TextLines rightLines = toTextLines(right);
+    Progress progress;
+    const QList<AlignedRow> rows = compareTexts(leftLines, rightLines, options, {}, progress);
+    return check("bytes", withTexts(rows, leftLines, rightLines, options));
+}
+
+TextSessionOptions everythingCounts()
+{
+    TextSessionOptions options;
+    options.importantLeadingWhitespace = options.importantEmbeddedWhitespace = true;
+    options.importantTrailingWhitespace = true;
+    return options;
+}
+
+QStringList split(const char *text)
+{
+    return QString::fromUtf8(text).split(u'|');
+}
+
+} // namespace
+
+class LineDiffEngineTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void rows_data()
+    {
+        QTest::addColumn<QByteArray>("left");
+        QTest::addColumn<QByteArray>("right");
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<QByteArray>("expected");
+
+        QTest::newRow("a changed line is paired") << QByteArray("one|two 2|three") << QByteArray("one|two 3|three") << 0
+                                                  << QByteArray("= 1 1 [one] [one]\n~ 2 2 [two 2] [two 3]\n"
+                                                                "= 3 3 [three] [three]\n");
+        QTest::newRow("Myers never pairs") << QByteArray("one|two 2|two 4|three") << QByteArray("one|two 3|three") << 1
+                                           << QByteArray("= 1 1 [one] [one]\n- 2 -1 [two 2] []\n+ -1 2 [] [two 3]\n"
+                                                         "- 3 -1 [two 4] []\n= 4 3 [three] [three]\n");
+        QTest::newRow("Patience pairs at a half")
+            << QByteArray("abcdef") << QByteArray("abcxyz") << 2 << QByteArray("~ 1 1 [abcdef] [abcxyz]\n");
+        QTest::newRow("Patience does not pair below") << QByteArray("abcdefg") << QByteArray("abcxyzq") << 2
+                                                      << QByteArray("- 1 -1 [abcdefg] []\n+ -1 1 [] [abcxyzq]\n");
+        // 7 of 20 units are 0.35 to the last bit.
+        QTest::newRow("Standard pairs at 0.35")
+            << QByteArray("abcdefgHIJKLMNOPQRST") << QByteArray("abcdefg4567890123456") << 0
+            << QByteArray("~ 1 1 [abcdefgHIJKLMNOPQRST] [abcdefg4567890123456]\n");
+        QTest::newRow("start and end do not overlap") << QByteArray("aaa") << QByteArray("aaaaaaaaa") << 0
+                                                      << QByteArray("- 1 -1 [aaa] []\n+ -1 1 [] [aaaaaaaaa]\n");
+        QTest::newRow("a partner further down") << QByteArray("value = 1") << QByteArray("#|%|value = 2|&") << 0
+                                                << QByteArray("+ -1 1 [] [#]\n+ -1 2 [] [%]\n"
+                                                              "~ 1 3 [value = 1] [value = 2]\n+ -1 4 [] [&]\n");
+        QTest::newRow("more left than right") << QByteArray("same|p|q|r") << QByteArray("same|x") << 0
+                                              << QByteArray("= 1 1 [same] [same]\n- 2 -1 [p] []\n+ -1 2 [] [x]\n"
+                                                            "- 3 -1 [q] []\n- 4 -1 [r] []\n");
+        QTest::newRow("Unaligned") << QByteArray("a|b|c") << QByteArray("b| b") << 3
+                                   << QByteArray("~ 1 1 [a] [b]\n= 2 2 [b] [ b]\n- 3 -1 [c] []\n");
+        QTest::newRow("white space does not count by default")
+            << QByteArray("\ta  b |c")
+            << QByteArray("a b|\xC2\xA0"
+                          "c")
+            << 0
+            << QByteArray("= 1 1 [\ta  b ] [a b]\n= 2 2 [c] [\xC2\xA0"
+                          "c]\n");
+        QTest::newRow("any other mode is the standard one")
+            << QByteArray("two 2") << QByteArray("two 3") << 77 << QByteArray("~ 1 1 [two 2] [two 3]\n");
+    }
+
+    void rows()
+    {
+        QFETCH(QByteArray, left);
+        QFETCH(QByteArray, right);
+        QFETCH(int, mode);
+        QFETCH(QByteArray, expected);
+        TextSessionOptions options;
+        options.alignAlgorithm = mode;
+        const QStringList leftLines = split(left.constData());
+        const QStringList rightLines = split(right.constData());
+        QCOMPARE(dump(compareTextLines(leftLines, rightLines, options)), expected);
+        QVERIFY(comparisonAgrees(leftLines, rightLines, options));
+    }
+
+    void emptySides()
+    {
+        const TextSessionOptions options;
+        const QStringList lines{QStringLiteral("a"), QStringLiteral("b")};
+        QVERIFY(compareTextLines({}, {}, options).isEmpty());
+        QCOMPARE(dump(compareTextLines(lines, {}, options)), QByteArray("- 1 -1 [a] []\n- 2 -1 [b] []\n"));
+        QCOMPARE(dump(compareTextLines({}, lines, options)), QByteArray("+ -1 1 [] [a]\n+ -1 2 [] [b]\n"));
+        QVERIFY(diffLinesAligned({}, {}, {}).isEmpty());
+        QVERIFY(diffLinesByIndex({}, {}).isEmpty());
+    }
+
+    void carriageReturns()
+    {
+        const QStringList left{QStringLiteral("same\r"), QStringLiteral("gone\r")};
+        const QStringList right{QStringLiteral("same")};
+        TextSessionOptions options = everythingCounts();
+        // On the raw path a carriage return is a character like any other.
+        QCOMPARE(dump(compareTextLines(left, right, options)),
+                 QByteArray("~ 1 1 [same\\r] [same]\n- 2 -1 [gone\\r] []\n"));
+        options.importantTrailingWhitespace = false;
+        QCOMPARE(dump(compareTextLines(left, right, options)),
+                 QByteArray("= 1 1 [same\\r] [same]\n- 2 -1 [gone\\r] []\n"));
+        options.compareLineEndings = false;
+        QCOMPARE(dump(compareTextLines(left, right, options)), QByteArray("= 1 1 [same] [same]\n- 2 -1 [gone] []\n"));
+    }
+
+    void blankLinesKeepTheNumbersOfTheOthers()
+    {
+        TextSessionOptions options;
+        options.ignoreBlankLines = true;
+        QCOMPARE(dump(compareTextLines(split("a|| |b"), split("|a|b"), options)),
+                 QByteArray("= 1 2 [a] [a]\n= 4 3 [b] [b]\n"));
+        QVERIFY(compareTextLines(split(" |\t"), split(""), options).isEmpty());
+    }
+
+    void unimportantLines()
+    {
+        TextSessionOptions options;
+        options.unimportantText = {QStringLiteral(" ^# "), QStringLiteral("(c"), QString()};
+        // Both keys are empty, so the lines are equal; on one side alone they count as equal and keep one number.
+        QCOMPARE(dump(compareTextLines(split("# one|x|#"), split("(c) two|x"), options)),
+                 QByteArray("= 1 1 [# one] [(c) two]\n= 2 2 [x] [x]\n= 3 -1 [#] [#]\n"));
+        options.orphanLinesAlwaysImportant = true;
+        QCOMPARE(dump(compareTextLines(split("x|#"), split("x"), options)),
+                 QByteArray("= 1 1 [x] [x]\n- 2 -1 [#] []\n"));
+    }
+
+    /// The text of an orphan is looked at as its row shows it, that of a key without its carriage return.
+    void orphansWithACarriageReturn()
+    {
+        TextSessionOptions options;
+        options.unimportantText = {QStringLiteral("end\\z")};
+        const QStringList left{QStringLiteral("x"), QStringLiteral("the end\r")};
+        const QStringList right{QStringLiteral("x")};
+        QCOMPARE(dump(compareTextLines(left, right, options)), QByteArray("= 1 1 [x] [x]\n- 2 -1 [the end\\r] []\n"));
+        options.compareLineEndings = false;
+        QCOMPARE(dump(compareTextLines(left, right, options)),
+                 QByteArray("= 1 1 [x] [x]\n= 2 -1 [the end] [the end]\n"));
+    }
+
+    void parameters()
+    {
+        TextSessionOptions options;
+        QCOMPARE(alignParams(options), (AlignParams{0, 0.35, 3, 2000}));
+        options.curvatureTolerance = -5;
+        options.useNearbyMatches = false;
+        QCOMPARE(alignParams(options), (AlignParams{0, 0.35, 0, 0}));
+        options.useNearbyMatches = true;
+        options.alignAlgorithm = 2;
+        QCOMPARE(alignParams(options), (AlignParams{2, 0.5, 3, 0}));
+        options.alignAlgorithm = 1;
+        QCOMPARE(alignParams(options), (AlignParams{1, 1.0, 0, 0}));
+        options.alignAlgorithm = 3;
+        options.neverAlignDifferences = true;
+        QCOMPARE(alignParams(options), (AlignParams{3, 1.0, 3, 0}));
+    }
+
+    /// 632 by 632 lines are matched by the table, 633 by 633 by blocks, and these two differ.
+    void theTableEndsAt400000Cells()
+    {
+        // The longest block is "x y z", which is in the way of the longest common subsequence.
+        const auto sides = [](qint32 size) {
+            QStringList left = split("x|y|z|a|-|b|-|c|-|d");
+            QStringList right = split("a|+|b|+|c|+|d|x|y|z");
+            while (left.size() < size) {
+                left.append(QStringLiteral("left %1").arg(left.size()));
+                right.append(QStringLiteral("%1 right").arg(right.size()));
+            }
+            return std::pair(left, right);
+        };
+        const auto equalRows = [&](qint32 size) {
+            const auto [left, right] = sides(size);
+            const QList<DiffLine> rows = compareTextLines(left, right, {});
+            return std::count_if(rows.begin(), rows.end(), [](const DiffLine &row) { return row.kind == Equal; });
+        };
+        QCOMPARE(equalRows(632), 4);
+        QCOMPARE(equalRows(633), 3);
+    }
+
+    void everyPairOfShortTexts()
+    {
+        const QStringList words{QStringLiteral("abc"), QStringLiteral("abd"), QStringLiteral(" abc")};
+        QList<QStringList> texts;
+        for (const std::vector<qint32> &sequence : allSequences(3, 4)) {
+            QStringList text;
+            for (const qint32 value : sequence)
+                text.append(words[value]);
+            texts.append(text);
+        }
+        TextSessionOptions options = everythingCounts();
+        for (qint32 mode = 0; mode < 4; ++mode) {
+            options.alignAlgorithm = mode;
+            options.curvatureTolerance = mode == 0 ? 1 : 2000;
+            for (const QStringList &left : texts) {
+                for (const QStringList &right : texts)
+                    QVERIFY(comparisonAgrees(left, right, options));
+            }
+        }
+    }
+
+    void randomTextsAndOptions()
+    {
+        Random random(99);
+        for (int round = 0; round < 4000; ++round) {
+            const TextSessionOptions options = randomOptions(random);
+            const QStringList left = randomLines(random, 25);
+            const QStringList right =
+                random.below(3) == 0 ? randomLines(random, 25) : editedLines(random, left, 1 + qint32(random.below(8)));
+            QVERIFY(comparisonAgrees(left, right, options));
+        }
+    }
+
+    /// Large enough for the block method, and for gaps that are searched by marks.
+    void randomLargeTexts()
+    {
+        Random random(7);
+        for (int round = 0; round < 6; ++round) {
+            TextSessionOptions options = randomOptions(random);
+            options.alignAlgorithm = round % 2 == 0 ? 0 : 2;
+            options.neverAlignDifferences = false;
+            QStringList left;
+            while (left.size() < 700)
+                left += randomLines(random, 40);
+            QVERIFY(comparisonAgrees(left, editedLines(random, left, 120), options));
+        }
+    }
+
+    void wideGaps_data()
+    {
+        QTest::addColumn<double>("threshold");
+        QTest::addColumn<int>("lookahead");
+        QTest::addColumn<int>("skew");
+        for (const double threshold : {-1.0, 0.0, 0.1, 0.35, 0.5, 0.8, 1.0, 1.5}) {
+            for (const auto &[lookahead, skew] : {std::pair(0, 2000), std::pair(700, 100), std::pair(3, 30)}) {
+                QTest::addRow("%.2f %d %d", threshold, lookahead, skew) << threshold << lookahead << skew;
+            }
+        }
+    }
+
+    void wideGaps()
+    {
+        QFETCH(double, threshold);
+        QFETCH(int, lookahead);
+        QFETCH(int, skew);
+        Random random(quint64(lookahead + skew));
+        const auto lines = [&random](const QString &mark, qsizetype count) {
+            QStringList result;
+            while (result.size() < count) {
+                QString line = QStringLiteral("2024-01-0%1 ").arg(random.below(4)).left(qsizetype(random.below(14)));
+                line += mark + randomLine(random, 6) + QString(qsizetype(random.below(80)), u'-');
+                result.append(line + QString::number(random.below(4)));
+            }
+            return result;
+        };
+        // No line of one side is on the other: all is one gap.
+        const QStringList left = lines(QStringLiteral("<"), 200);
+        const QStringList right = lines(QStringLiteral(">"), 900);
+        const AlignParams params{0, threshold, lookahead, skew};
+        QCOMPARE(dump(diffLinesAligned(left, right, params)), dump(plain::aligned(left, right, params)));
+    }
+
+    void halfSurrogatePairs()
+    {
+        const QString high(QChar(0xD83D));
+        const QString low(QChar(0xDE00));
+        const QStringList left{high, low, high + low, QStringLiteral("a ") + low, QString()};
+        const QStringList right{low + high, high + QStringLiteral(" b"), high + QChar(0xDE01),
+                                QStringLiteral(" A ") + low};
+        Random random(3);
+        for (int round = 0; round < 200; ++round) {
+            TextSessionOptions options = randomOptions(random);
+            options.unimportantText.append(round % 2 == 0 ? high : QStringLiteral("^$"));
+            QCOMPARE(dump(compareTextLines(left, right, options)), dump(plain::compare(left, right, options)));
+        }
+    }
+
+    void byIndex()
+    {
+        Random random(11);
+        for (int round = 0; round < 200; ++round) {
+            const QStringList left = randomLines(random, 12);
+            const QStringList right = editedLines(random, left, 3);
+            QCOMPARE(diffLinesByIndex(left, right), plain::byIndex(left, right));
+        }
+    }
+
+    void rowsOutsideTheTextHaveNone()
+    {
+        const TextLines lines = toTextLines({QStringLiteral("a")});
+        const QList<DiffLine> rows = withTexts({{Modified, 1, 9}}, lines, lines, {});
+        QCOMPARE(dump(rows), QByteArray("~ 1 9 [a] []\n"));
+    }
+
+    void countsTheRows()
+    {
+        TextSessionOptions options;
+        options.unimportantText = {QStringLiteral("#")};
+        const DiffCounts counts = countRows(compareTextLines(split("a|b2|c|#"), split("a|b3|x|y"), options));
+        QCOMPARE(counts, (DiffCounts{2, 1, 1, 4, 4}));
+        QCOMPARE(counts.differences(), 4);
+    }
+
+    void cancelledRunsAreEmpty()
+    {
+        QStringList left;
+        QStringList right;
+        for (int line = 0; line < 30000; ++line) {
+            left.append(QString::number(line % 7));
+            right.append(QString::number(line % 5));
+        }
+        const CancelFlag cancel;
+        cancel.cancel();
+        QVERIFY(compareTextLines(left, right, {}, cancel).isEmpty());
+        QVERIFY(diffLinesAligned(left, right, {}, cancel).isEmpty());
+        QVERIFY(intraLineChanges(left.join(u' '), right.join(u'-'), cancel).isEmpty());
+        Progress progress;
+        QVERIFY(compareTexts(toTextLines(left), toTextLines(right), {}, cancel, progress).isEmpty());
+    }
+
+    void progressCountsBothPhases()
+    {
+        QStringList left;
+        for (int line = 0; line < 90000; ++line)
+            left.append(QString::number(line));
+        QStringList right = left;
+        right[45000] = QStringLiteral("changed");
+        QList<ProgressState> states;
+        Progress progress([&states](const ProgressState &state) { states.append(state); },
+                          std::chrono::milliseconds(0));
+        const auto rows = compareTexts(toTextLines(left), toTextLines(right), {}, {}, progress);
+        QCOMPARE(rows.size(), 90001);
+        QVERIFY(!states.isEmpty());
+        qint64 done = 0;
+        int phase = 0;
+        for (const ProgressState &state : states) {
+            QVERIFY(state.phase == phase || state.phase == phase + 1);
+            done = state.phase == phase ? done : 0;
+            QVERIFY(state.done >= done && state.done <= state.total);
+            QCOMPARE(state.total, state.phase == 0 ? 180000 : 90000);
+            phase = state.phase;
+            done = state.done;
+        }
+        QCOMPARE(phase, 1);
+    }
+};
+
+VELMORA_TEST(LineDiffEngineTest)
+#include "line_diff_engine_test.moc"

@@ -1,0 +1,103 @@
+#include "support/test_main.h"
+#include "text/engine/line_interner.h"
+#include "text/engine/line_normalizer.h"
+#include "text/engine/utf16_units.h"
+#include "text_engine/lines.h"
+#include "text_engine/plain_engine.h"
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+template <typename Source>
+InternedLines interned(const Source &left, const Source &right)
+{
+    const LineHash hash;
+    const CancelFlag cancel;
+    CancelPoll poll(cancel);
+    const auto quiet = [](qint32) {};
+    const NormalizedSide<Source> leftSide(left, hash, quiet, poll);
+    const NormalizedSide<Source> rightSide(right, hash, quiet, poll);
+    return internLines(leftSide, rightSide, poll);
+}
+
+} // namespace
+
+class LineNormalizerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void keysAgreeInBothForms()
+    {
+        Random random(5);
+        for (int round = 0; round < 20000; ++round) {
+            const TextSessionOptions options = randomOptions(random);
+            const QString line = randomLine(random, 1 + round % 30);
+            const QByteArray expected = plain::key(line, options).toUtf8();
+            LineNormalizer<char16_t> wide(KeyRules::of(options));
+            LineNormalizer<char> narrow(KeyRules::of(options));
+            const QByteArray utf8 = line.toUtf8();
+            const std::string_view key = narrow.key({utf8.constData(), size_t(utf8.size())});
+            QCOMPARE(toQString(wide.key({QStringView(line).utf16(), size_t(line.size())})).toUtf8(), expected);
+            QCOMPARE(QByteArray(key.data(), qsizetype(key.size())), expected);
+        }
+    }
+
+    /// Every character of the basic plane: as white space, in lower case, and on its way to UTF-16.
+    void everyCharacter()
+    {
+        TextSessionOptions options;
+        options.importantCharacterCase = false;
+        LineNormalizer<char> narrow(KeyRules::of(options));
+        for (uint code = 1; code < 0x10000; ++code) {
+            if (QChar::isSurrogate(code))
+                continue;
+            const QString line = QStringLiteral("a") + QChar(code) + QStringLiteral("b") + QChar(code);
+            const QByteArray utf8 = line.toUtf8();
+            const std::string_view text(utf8.constData(), size_t(utf8.size()));
+            std::u16string units;
+            appendUtf16(text, units);
+            QCOMPARE(toQString(units), line);
+            const std::string_view key = narrow.key(text);
+            QCOMPARE(QByteArray(key.data(), qsizetype(key.size())), plain::key(line, options).toUtf8());
+            QCOMPARE(isBlank(text.substr(1, text.size() - 1).substr(0, (text.size() - 2) / 2)), QChar::isSpace(code));
+        }
+    }
+
+    void numbersFollowTheFirstOccurrence()
+    {
+        const QStringList left{QStringLiteral("b"), QStringLiteral("a"), QStringLiteral("b"), QString()};
+        const QStringList right{QStringLiteral("c"), QString(), QStringLiteral("a"), QStringLiteral("d")};
+        const InternedLines wide = interned(Utf16Lines(left), Utf16Lines(right));
+        const TextLines leftText = toTextLines(left);
+        const TextLines rightText = toTextLines(right);
+        const InternedLines narrow = interned(Utf8Lines(leftText), Utf8Lines(rightText));
+        for (const InternedLines &lines : {wide, narrow}) {
+            QCOMPARE(lines.left, (std::vector<qint32>{0, 1, 0, 2}));
+            QCOMPARE(lines.right, (std::vector<qint32>{3, 2, 1, 4}));
+            QCOMPARE(lines.count, 5);
+        }
+    }
+
+    /// Lines of every length, some of which differ in one unit only, through several sizes of the table.
+    void manyLinesStayApart()
+    {
+        QStringList left;
+        for (int line = 0; line < 30000; ++line)
+            left.append(QString(line % 40, u'x') + QString::number(line / 3));
+        const QStringList right(left.rbegin(), left.rend());
+        const InternedLines lines = interned(Utf16Lines(left), Utf16Lines(right));
+        QHash<QString, qint32> expected;
+        for (qsizetype index = 0; index < left.size(); ++index) {
+            const qint32 number = expected.value(left[index], qint32(expected.size()));
+            expected.insert(left[index], number);
+            QCOMPARE(lines.left[size_t(index)], number);
+        }
+        for (qsizetype index = 0; index < right.size(); ++index)
+            QCOMPARE(lines.right[size_t(index)], expected.value(right[index]));
+    }
+};
+
+VELMORA_TEST(LineNormalizerTest)
+#include "line_normalizer_test.moc"

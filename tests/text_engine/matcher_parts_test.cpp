@@ -1,0 +1,151 @@
+#include "support/test_main.h"
+#include "text/engine/block_chain.h"
+#include "text/engine/candidate_window.h"
+#include "text/engine/line_similarity.h"
+#include "text/engine/position_set.h"
+#include "text/engine/suffix_array.h"
+#include "text_engine/plain_engine.h"
+#include "text_engine/sequences.h"
+
+#include <algorithm>
+#include <numeric>
+#include <set>
+
+using namespace velmora;
+using namespace velmora::test;
+
+class MatcherPartsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void suffixesAreInOrder()
+    {
+        Random random(31);
+        const CancelFlag cancel;
+        CancelPoll poll(cancel);
+        for (int round = 0; round < 600; ++round) {
+            const qint32 alphabet = 1 + qint32(random.below(round % 5 == 0 ? 200 : 4));
+            const std::vector<qint32> text = random.sequence(round % 100 == 0 ? 3000 : 80, alphabet);
+            std::vector<qint32> expected(text.size());
+            std::iota(expected.begin(), expected.end(), 0);
+            std::sort(expected.begin(), expected.end(), [&text](qint32 x, qint32 y) {
+                return std::lexicographical_compare(text.begin() + x, text.end(), text.begin() + y, text.end());
+            });
+            const std::vector<qint32> suffixes = suffixArray(text, alphabet, poll);
+            QCOMPARE(suffixes, expected);
+            const std::vector<qint32> common = commonPrefixes(text, suffixes, poll);
+            for (size_t place = 1; place < suffixes.size(); ++place) {
+                const auto x = text.begin() + suffixes[place - 1];
+                const auto y = text.begin() + suffixes[place];
+                QCOMPARE(qint32(std::mismatch(x, text.end(), y, text.end()).first - x), common[place]);
+            }
+        }
+    }
+
+    void positionsFindTheirNeighbours()
+    {
+        Random random(8);
+        for (const qint32 size : {1, 63, 64, 65, 4096, 5000, 300000}) {
+            PositionSet positions(size);
+            std::set<qint32> expected;
+            for (int round = 0; round < 400; ++round) {
+                const auto at = qint32(random.below(quint64(size)));
+                const auto above = expected.lower_bound(at);
+                const auto behind = expected.upper_bound(at);
+                QCOMPARE(positions.atOrAfter(at), above == expected.end() ? -1 : *above);
+                QCOMPARE(positions.atOrBefore(at), behind == expected.begin() ? -1 : *std::prev(behind));
+                if (round % 3 == 0) {
+                    const auto added = qint32(random.below(quint64(size)));
+                    positions.insert(added);
+                    expected.insert(added);
+                }
+            }
+            QCOMPARE(positions.atOrAfter(size), -1);
+        }
+    }
+
+    void runsAreCutByTheChain()
+    {
+        BlockChain chain(20);
+        const MatchRect whole{0, 20, 0, 20};
+        chain.take({5, 8, 3});
+        chain.take({10, 12, 2});
+        const auto pieces = [&](const MatchBlock &run) {
+            std::vector<MatchBlock> result;
+            chain.forEachPiece(run, whole, [&](const MatchBlock &piece) { result.push_back(piece); });
+            return result;
+        };
+        QCOMPARE(pieces({2, 2, 18}), (std::vector<MatchBlock>{{2, 2, 3}, {14, 14, 6}}));
+        QCOMPARE(pieces({0, 10, 10}), (std::vector<MatchBlock>{}));
+        QCOMPARE(pieces({8, 11, 2}), (std::vector<MatchBlock>{{8, 11, 1}}));
+        QCOMPARE(pieces({13, 15, 4}), (std::vector<MatchBlock>{{13, 15, 4}}));
+        std::vector<qint32> gaps;
+        chain.forEachGap(whole, [&](const MatchRect &gap) {
+            gaps.insert(gaps.end(), {gap.alo, gap.ahi, gap.blo, gap.bhi});
+        });
+        QCOMPARE(gaps, (std::vector<qint32>{0, 5, 0, 8, 8, 10, 11, 12, 12, 20, 14, 20}));
+    }
+
+    void similarityAgrees()
+    {
+        Random random(12);
+        for (int round = 0; round < 20000; ++round) {
+            const auto word = [&random] {
+                QString text;
+                for (quint64 length = random.below(30); length > 0; --length)
+                    text += QChar(char16_t(u'a' + random.below(2)));
+                return text;
+            };
+            const QString left = word();
+            const QString right = random.below(3) == 0 ? left + word() : word();
+            const auto units = [](const QString &text) {
+                return std::u16string_view(QStringView(text).utf16(), size_t(text.size()));
+            };
+            QCOMPARE(lineSimilarity(units(left), units(right)), plain::similarity(left, right));
+        }
+    }
+
+    /// Marks may let a line through that shares too little, but never hold one back.
+    void marksHoldNoneBack()
+    {
+        Random random(44);
+        const auto line = [&random] {
+            std::string text(size_t(random.below(90)), 'a');
+            for (quint64 change = random.below(4); change > 0 && !text.empty(); --change)
+                text[size_t(random.below(text.size()))] = char('b' + random.below(3));
+            return text;
+        };
+        CandidateWindow window;
+        std::vector<std::string> lines;
+        window.reset(0);
+        qint32 first = 0;
+        qint32 passed = 0;
+        qint32 passedInVain = 0;
+        for (int round = 0; round < 6000; ++round) {
+            lines.push_back(line());
+            window.append(LineMarks(std::string_view(lines.back())));
+            if (window.end() - first > 60)
+                window.dropBefore(++first);
+            const std::string left = line();
+            const auto units = qint64(1 + random.below(std::max<size_t>(left.size(), 1)));
+            const LineMarks marks{std::string_view(left)};
+            for (qint32 c = first; c < window.end(); ++c) {
+                const std::string_view x(left);
+                const std::string_view y(lines[size_t(c)]);
+                const size_t prefix = commonPrefix(x, y);
+                const size_t shared = prefix + commonSuffix(x, y, std::min(x.size(), y.size()) - prefix);
+                const bool passes = window.find(marks, units, c, c + 1) == c;
+                QVERIFY(passes || qint64(shared) < units);
+                passed += passes;
+                passedInVain += passes && qint64(shared) < units;
+            }
+            const qint32 found = window.find(marks, units, first, window.end());
+            for (qint32 c = first; c < found; ++c)
+                QCOMPARE(window.find(marks, units, c, c + 1), c + 1);
+        }
+        QVERIFY2(passedInVain < passed / 4, qPrintable(QStringLiteral("%1 of %2").arg(passedInVain).arg(passed)));
+    }
+};
+
+VELMORA_TEST(MatcherPartsTest)
+#include "matcher_parts_test.moc"
