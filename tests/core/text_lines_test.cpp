@@ -104,6 +104,14 @@ private Q_SLOTS:
         }
     }
 
+    void keepsMarksInsideTheText()
+    {
+        const TextLines lines = TextLines::split("a\n\xEF\xBB\xBF\xEF\xBB\xBF"
+                                                 "b");
+        QCOMPARE(lines.text(1), QStringLiteral("\uFEFF\uFEFF"
+                                               "b"));
+    }
+
     void countsBytesAsAPlainLoopDoes()
     {
         QRandomGenerator random(11);
