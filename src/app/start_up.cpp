@@ -38,24 +38,6 @@ int answer(const QString &text)
     return QApplication::exec();
 }
 
-/// Carries out the switches of the start and says which theme they ask for.
-std::optional<bool> applyStartSwitches(const StartSwitches &switches)
-{
-    std::optional<bool> dark;
-    if (switches.theme != StartSwitches::Theme::Unchanged) {
-        dark = switches.theme == StartSwitches::Theme::Dark;
-        SessionSettings().setValue(QStringLiteral("theme"), *dark ? 1 : 0);
-        applyTheme(*dark);
-    }
-    if (!switches.locale.isEmpty()) {
-        setCurrentLocale(switches.locale);
-        saveLocale();
-        installTranslator();
-        setDisplayName();
-    }
-    return dark;
-}
-
 } // namespace
 
 QFont interfaceFont(const QString &locale, const QStringList &families)
@@ -82,7 +64,27 @@ void dressApplication()
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/app.png")));
     if (QStyleFactory::keys().contains(QLatin1String("Fusion")))
         QApplication::setStyle(QStringLiteral("Fusion"));
-    QApplication::setFont(interfaceFont(currentLocale(), QFontDatabase::families()));
+    // Listing the fonts takes its time, and English needs none of them.
+    const QStringList families =
+        currentLocale().startsWith(QLatin1String("en")) ? QStringList() : QFontDatabase::families();
+    QApplication::setFont(interfaceFont(currentLocale(), families));
+}
+
+std::optional<bool> applyStartSwitches(const StartSwitches &switches)
+{
+    std::optional<bool> dark;
+    if (switches.theme != StartSwitches::Theme::Unchanged) {
+        dark = switches.theme == StartSwitches::Theme::Dark;
+        SessionSettings().setValue(QStringLiteral("theme"), *dark ? 1 : 0);
+        applyTheme(*dark);
+    }
+    if (!switches.locale.isEmpty()) {
+        setCurrentLocale(switches.locale);
+        saveLocale();
+        installTranslator();
+        setDisplayName();
+    }
+    return dark;
 }
 
 int runApplication()

@@ -22,7 +22,6 @@
 
 #include <QHBoxLayout>
 #include <QLoggingCategory>
-#include <QScreen>
 #include <QStatusBar>
 #include <QTreeWidget>
 
@@ -175,14 +174,15 @@ void Tarnwick::openSession(const QString &kind, const SessionPaths &paths)
 {
     const SessionKindRow *known = findSessionKind(kind);
     const SessionKindRow &row = known ? *known : kindForPair(paths);
-    openRecord({.name = sessionTitle(row, paths), .type = row.id, .paths = paths, .options = {}, .timestamp = {}});
+    openRecord({.name = {}, .type = row.id, .paths = paths, .options = {}, .timestamp = {}});
 }
 
 void Tarnwick::openRecord(const SessionRecord &record)
 {
     const SessionKindRow *known = findSessionKind(record.type);
     const SessionKindRow &row = known ? *known : kindForPair(record.paths);
-    SessionWidget *session = addSession(row, record.name, record.paths);
+    const QString title = record.name.isEmpty() ? sessionTitle(row, record.paths) : record.name;
+    SessionWidget *session = addSession(row, title, record.paths);
     if (!record.options.isEmpty())
         session->setOptions(record.options);
     session->start();
@@ -384,7 +384,7 @@ void Tarnwick::showEvent(QShowEvent *event)
     QMainWindow::showEvent(event);
     if (std::exchange(m_shown, true))
         return;
-    fitToScreen();
+    fitToScreen(*this);
     setDarkTitleBar(winId(), m_darkTheme);
 }
 
@@ -405,18 +405,6 @@ void Tarnwick::closeEvent(QCloseEvent *event)
                                      if (yes)
                                          close();
                                  });
-}
-
-void Tarnwick::fitToScreen()
-{
-    const QRect available = screen()->availableGeometry();
-    const QSize borders = frameGeometry().size() - size();
-    setMinimumSize(minimumSize().boundedTo(available.size() - borders));
-    const QRect fitted = fittedInto(frameGeometry(), available);
-    if (fitted.size() != frameGeometry().size())
-        resize(fitted.size() - borders);
-    if (fitted.topLeft() != frameGeometry().topLeft())
-        move(fitted.topLeft());
 }
 
 void Tarnwick::applyWindowTheme(bool dark)

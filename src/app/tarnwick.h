@@ -39,7 +39,8 @@ public:
     /// both are existing folders, and "text" otherwise. A pending report path goes to this session.
     void openCompare(const QString &kind, const QString &leftPath, const QString &rightPath);
 
-    /// Opens a remembered session in a new tab under its name and starts it.
+    /// Opens a remembered session in a new tab and starts it: under its name or, when it has none, under those of its
+    /// paths.
     void openRecord(const SessionRecord &record);
 
     /// Remembers `path` as the left side of the comparison that the next right side opens.
@@ -111,7 +112,6 @@ private:
     void hookSession(SessionWidget *session, const SessionKindRow &kind);
     void recordSession(const QString &type, const QString &name, const SessionPaths &paths);
     void showHistory();
-    void fitToScreen();
     void applyWindowTheme(bool dark);
 
     SessionTabs *m_tabs;

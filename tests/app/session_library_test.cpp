@@ -426,6 +426,23 @@ private Q_SLOTS:
         Q_EMIT tabs->currentSession()->comparisonFinished(QStringLiteral("/x/b"), QStringLiteral("/x/c"));
         QCOMPARE(names(), (QStringList{QStringLiteral("b <-> c"), QStringLiteral("Sync a <-> b")}));
 
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        const auto menuAt = [&window, panel](const QTreeWidgetItem *item) {
+            window.onSessionTreeContextMenu(panel->tree()->visualItemRect(item).center());
+            QStringList entries;
+            for (const QMenu *menu : window.findChildren<QMenu *>(QString(), Qt::FindDirectChildrenOnly)) {
+                if (!menu->isVisible())
+                    continue;
+                for (const QAction *action : menu->actions())
+                    entries.append(action->text());
+            }
+            return entries.join(u'|');
+        };
+        QCOMPARE(menuAt(panel->tree()->topLevelItem(1)), QString());
+        QCOMPARE(menuAt(panel->tree()->topLevelItem(1)->child(0)->child(0)),
+                 QStringLiteral("Open|Edit|Save as...|Delete"));
+
         // A click opens the entry again; a recent session on the home page does so too.
         auto *item = panel->tree()->topLevelItem(1)->child(0)->child(1);
         window.onSessionItemClicked(item, 0);

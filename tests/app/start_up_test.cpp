@@ -1,6 +1,8 @@
+#include "app/command_line.h"
 #include "app/locale.h"
 #include "app/start_up.h"
 #include "core/settings_store.h"
+#include "session/theme.h"
 #include "session/translate.h"
 #include "support/test_main.h"
 
@@ -78,6 +80,26 @@ private Q_SLOTS:
         QCOMPARE(family("zh_CN", {old}), old);
         QCOMPARE(family("zh_CN", {}), QStringLiteral("Segoe UI"));
         QCOMPARE(interfaceFont(QStringLiteral("zh_CN"), {old}).pointSize(), 9);
+    }
+
+    void theSwitchesOfTheStartAreStored()
+    {
+        QCOMPARE(applyStartSwitches({}), std::nullopt);
+        QVERIFY(!SessionSettings().contains(QStringLiteral("theme")));
+        QVERIFY(!InterfaceSettings().contains(QStringLiteral("uiLocale")));
+
+        QCOMPARE(applyStartSwitches({StartSwitches::Theme::Dark, QStringLiteral("zh_CN")}), std::optional(true));
+        QVERIFY(isDarkTheme());
+        // The theme of one run is not the theme of the options.
+        QCOMPARE(SessionSettings().value(QStringLiteral("theme")), QVariant(1));
+        QVERIFY(!InterfaceSettings().contains(QStringLiteral("theme")));
+        QCOMPARE(InterfaceSettings().value(QStringLiteral("uiLocale")).toString(), QStringLiteral("zh_CN"));
+        QVERIFY(Velmora::tr("Folder compare") != QStringLiteral("Folder compare"));
+
+        QCOMPARE(applyStartSwitches({StartSwitches::Theme::Light, QString()}), std::optional(false));
+        QVERIFY(!isDarkTheme());
+        QCOMPARE(SessionSettings().value(QStringLiteral("theme")).toInt(), 0);
+        SessionSettings().clear();
     }
 
     void dressesTheApplication()
