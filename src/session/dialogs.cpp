@@ -127,8 +127,8 @@ void Dialogs::saveFile(QWidget *parent, const QString &title, const QString &sta
     });
 }
 
-void Dialogs::askNumber(QWidget *parent, const QString &title, const QString &label, int value, int minimum, int maximum,
-                        NumberAnswer answered)
+void Dialogs::askNumber(QWidget *parent, const QString &title, const QString &label, int value, int minimum,
+                        int maximum, NumberAnswer answered)
 {
     auto *dialog = new QInputDialog(parent);
     dialog->setAttribute(Qt::WA_DeleteOnClose);

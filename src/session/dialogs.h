@@ -10,9 +10,9 @@ namespace velmora {
 
 /// The standard questions that a program asks in a window of its own.
 ///
-/// Everything modal goes through this seam, so that tests can answer in place of a person. Nothing here blocks: an answer
-/// arrives by callback, later, and not at all when `parent` is gone by then. A cancelled file question gives no callback.
-/// Texts are already translated.
+/// Everything modal goes through this seam, so that tests can answer in place of a person. Nothing here blocks: an
+/// answer arrives by callback, later, and not at all when `parent` is gone by then. A cancelled file question gives no
+/// callback. Texts are already translated.
 class Dialogs {
 public:
     enum class Tone { Information, Warning, Critical };
@@ -42,8 +42,8 @@ public:
 
     virtual void tell(QWidget *parent, Tone tone, const QString &title, const QString &text,
                       std::function<void()> closed = {});
-    virtual void ask(QWidget *parent, Tone tone, const QString &title, const QString &text, const QList<Choice> &choices,
-                     ChoiceAnswer answered);
+    virtual void ask(QWidget *parent, Tone tone, const QString &title, const QString &text,
+                     const QList<Choice> &choices, ChoiceAnswer answered);
     void askYesNo(QWidget *parent, const QString &title, const QString &text, bool yesIsDefault, YesNoAnswer answered);
 
     /// `start` is a folder or a file in it; empty for the folder used last.
@@ -53,8 +53,8 @@ public:
     /// Asks before it replaces a file that exists.
     virtual void saveFile(QWidget *parent, const QString &title, const QString &start, const QString &filter,
                           PathAnswer chosen);
-    virtual void askNumber(QWidget *parent, const QString &title, const QString &label, int value, int minimum, int maximum,
-                           NumberAnswer answered);
+    virtual void askNumber(QWidget *parent, const QString &title, const QString &label, int value, int minimum,
+                           int maximum, NumberAnswer answered);
 };
 
 } // namespace velmora

@@ -14,8 +14,8 @@ public:
     SessionHost &operator=(const SessionHost &) = delete;
     virtual ~SessionHost() = default;
 
-    /// Opens a session of `kind` on `paths` in a new tab and starts it. An unknown kind becomes "folder" when both sides
-    /// are folders, and "text" otherwise.
+    /// Opens a session of `kind` on `paths` in a new tab and starts it. An unknown kind becomes "folder" when both
+    /// sides are folders, and "text" otherwise.
     virtual void openSession(const QString &kind, const SessionPaths &paths) = 0;
 
     /// Shows `message` in the status bar, for `milliseconds` or, when 0, until the next one.

@@ -8,7 +8,8 @@ SessionWidget::~SessionWidget() = default;
 
 SessionRecord SessionWidget::record() const
 {
-    return {.name = {}, .type = kind(), .paths = paths(), .options = options(), .timestamp = QDateTime::currentDateTime()};
+    return {
+        .name = {}, .type = kind(), .paths = paths(), .options = options(), .timestamp = QDateTime::currentDateTime()};
 }
 
 } // namespace velmora

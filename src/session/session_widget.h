@@ -35,8 +35,8 @@ public:
     [[nodiscard]] virtual QJsonObject options() const { return {}; }
     virtual void setOptions(const QJsonObject & /*options*/) {}
 
-    /// Takes the path of a report that is written once, when the next comparison has completed. False when the kind writes
-    /// no report.
+    /// Takes the path of a report that is written once, when the next comparison has completed. False when the kind
+    /// writes no report.
     virtual bool setPendingReport(const QString & /*path*/) { return false; }
 
     [[nodiscard]] virtual bool canEdit(EditCommand /*command*/) const { return false; }
@@ -47,7 +47,8 @@ public:
     [[nodiscard]] virtual bool isEditingEnabled() const { return false; }
     virtual void setEditingEnabled(bool /*enabled*/) {}
 
-    /// True when closing the tab would lose something; the window then asks `confirmClose` before it destroys the widget.
+    /// True when closing the tab would lose something; the window then asks `confirmClose` before it destroys the
+    /// widget.
     [[nodiscard]] virtual bool hasUnsavedChanges() const { return false; }
 
     /// True when local files or folders may be dropped anywhere on the session; `dropPaths` then takes their paths.
