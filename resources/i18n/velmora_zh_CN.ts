@@ -1189,5 +1189,285 @@ Stored under HKCU (no admin). Uncheck to remove.</source>
         <source>Cannot write file: %1</source>
         <translation>无法写入文件：%1</translation>
     </message>
+    <message>
+        <source>Save workspace as(&amp;V)...</source>
+        <translation>工作区另存为(&amp;V)...</translation>
+    </message>
+    <message>
+        <source>Open workspace(&amp;O)...</source>
+        <translation>打开工作区(&amp;O)...</translation>
+    </message>
+    <message>
+        <source>Open session file(&amp;N)...</source>
+        <translation>打开会话文件(&amp;N)...</translation>
+    </message>
+    <message>
+        <source>Save current session as(&amp;S)...</source>
+        <translation>当前会话另存为(&amp;S)...</translation>
+    </message>
+    <message>
+        <source>Recent sessions</source>
+        <translation>最近的会话</translation>
+    </message>
+    <message>
+        <source>Save session file as</source>
+        <translation>会话文件另存为</translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <translation>名称：</translation>
+    </message>
+    <message>
+        <source>Type:</source>
+        <translation>类型：</translation>
+    </message>
+    <message>
+        <source>Left:</source>
+        <translation>左侧：</translation>
+    </message>
+    <message>
+        <source>Right:</source>
+        <translation>右侧：</translation>
+    </message>
+    <message>
+        <source>Base:</source>
+        <translation>基准：</translation>
+    </message>
+    <message>
+        <source>Edit session</source>
+        <translation>编辑会话</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Velmora session (*.kvsession)</source>
+        <translation>Velmora 会话 (*.kvsession)</translation>
+    </message>
+    <message>
+        <source>Velmora workspace (*.kvworkspace)</source>
+        <translation>Velmora 工作区 (*.kvworkspace)</translation>
+    </message>
+    <message>
+        <source>All files (*.*)</source>
+        <translation>所有文件 (*.*)</translation>
+    </message>
+    <message>
+        <source>Switch to a compare or tool tab first</source>
+        <translation>请先切换到比较或工具标签页</translation>
+    </message>
+    <message>
+        <source>Cannot determine session type for this tab</source>
+        <translation>无法确定此标签页的会话类型</translation>
+    </message>
+    <message>
+        <source>Save session</source>
+        <translation>保存会话</translation>
+    </message>
+    <message>
+        <source>Session saved: %1</source>
+        <translation>会话已保存：%1</translation>
+    </message>
+    <message>
+        <source>Failed to save session</source>
+        <translation>保存会话失败</translation>
+    </message>
+    <message>
+        <source>Open session file</source>
+        <translation>打开会话文件</translation>
+    </message>
+    <message>
+        <source>Open session</source>
+        <translation>打开会话</translation>
+    </message>
+    <message>
+        <source>Cannot open session file</source>
+        <translation>无法打开会话文件</translation>
+    </message>
+    <message>
+        <source>Invalid session file format.</source>
+        <translation>会话文件格式无效。</translation>
+    </message>
+    <message>
+        <source>Session file is missing the type field.</source>
+        <translation>会话文件缺少类型字段。</translation>
+    </message>
+    <message>
+        <source>Session opened: %1</source>
+        <translation>会话已打开：%1</translation>
+    </message>
+    <message>
+        <source>Save workspace</source>
+        <translation>保存工作区</translation>
+    </message>
+    <message>
+        <source>Failed to save workspace</source>
+        <translation>保存工作区失败</translation>
+    </message>
+    <message>
+        <source>Workspace saved: %1 (%2 open tabs)</source>
+        <translation>工作区已保存：%1（%2 个打开的标签页）</translation>
+    </message>
+    <message>
+        <source>Open workspace</source>
+        <translation>打开工作区</translation>
+    </message>
+    <message>
+        <source>Cannot open workspace file</source>
+        <translation>无法打开工作区文件</translation>
+    </message>
+    <message>
+        <source>Open failed</source>
+        <translation>打开失败</translation>
+    </message>
+    <message>
+        <source>Invalid workspace file format.</source>
+        <translation>工作区文件格式无效。</translation>
+    </message>
+    <message>
+        <source>This workspace has no saved sessions.</source>
+        <translation>此工作区没有保存的会话。</translation>
+    </message>
+    <message>
+        <source>Replace current session history with %1 session(s) from the workspace?</source>
+        <translation>要用工作区中的 %1 个会话替换当前会话历史吗？</translation>
+    </message>
+    <message>
+        <source>Open %1 session(s) from the workspace as tabs?</source>
+        <translation>要将工作区中的 %1 个会话作为标签页打开吗？</translation>
+    </message>
+    <message>
+        <source>Restore %1 saved open tab(s)?</source>
+        <translation>要恢复 %1 个已保存的标签页吗？</translation>
+    </message>
+    <message>
+        <source>Workspace loaded: %1</source>
+        <translation>工作区已加载：%1</translation>
+    </message>
+    <message>
+        <source>No recent session to edit</source>
+        <translation>没有可编辑的最近会话</translation>
+    </message>
+    <message>
+        <source>Delete session</source>
+        <translation>删除会话</translation>
+    </message>
+    <message>
+        <source>Remove &quot;%1&quot; from auto-save history?</source>
+        <translation>要从自动保存历史中移除“%1”吗？</translation>
+    </message>
+    <message>
+        <source>Session removed from auto-save</source>
+        <translation>会话已从自动保存中移除</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>今天</translation>
+    </message>
+    <message>
+        <source>Yesterday</source>
+        <translation>昨天</translation>
+    </message>
+    <message>
+        <source>Auto-save</source>
+        <translation>自动保存</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>打开</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>编辑</translation>
+    </message>
+    <message>
+        <source>Save as...</source>
+        <translation>另存为...</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>Match case</source>
+        <translation>区分大小写</translation>
+    </message>
+    <message>
+        <source>Whole words</source>
+        <translation>全字匹配</translation>
+    </message>
+    <message>
+        <source>Regular expression</source>
+        <translation>正则表达式</translation>
+    </message>
+    <message>
+        <source>Previous match (Shift+F3)</source>
+        <translation>上一个匹配项 (Shift+F3)</translation>
+    </message>
+    <message>
+        <source>Next match (F3)</source>
+        <translation>下一个匹配项 (F3)</translation>
+    </message>
+    <message>
+        <source>Close (Esc)</source>
+        <translation>关闭 (Esc)</translation>
+    </message>
+    <message>
+        <source>Find in this side</source>
+        <translation>在此侧查找</translation>
+    </message>
+    <message>
+        <source>No match</source>
+        <translation>无匹配项</translation>
+    </message>
+    <message>
+        <source>Matches: %1</source>
+        <translation>匹配项：%1</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 / %2</translation>
+    </message>
+    <message>
+        <source>Searching...</source>
+        <translation>正在查找...</translation>
+    </message>
+    <message>
+        <source>Not a regular expression: %1</source>
+        <translation>不是有效的正则表达式：%1</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>查找</translation>
+    </message>
+    <message>
+        <source>Go to line</source>
+        <translation>转到行</translation>
+    </message>
+    <message>
+        <source>Line details</source>
+        <translation>行详情</translation>
+    </message>
+    <message>
+        <source>Show the two current lines one above the other</source>
+        <translation>上下对照显示当前的两行</translation>
+    </message>
+    <message>
+        <source>Next match</source>
+        <translation>下一个匹配项</translation>
+    </message>
+    <message>
+        <source>Previous match</source>
+        <translation>上一个匹配项</translation>
+    </message>
+    <message>
+        <source>Line number (1 - %1):</source>
+        <translation>行号 (1 - %1)：</translation>
+    </message>
+    <message>
+        <source>The two current lines</source>
+        <translation>当前的两行</translation>
+    </message>
 </context>
 </TS>
