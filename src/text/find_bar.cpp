@@ -96,6 +96,8 @@ void FindBar::showPosition(qsizetype current, qsizetype count)
         m_position->clear();
     else if (count == 0)
         m_position->setText(Velmora::tr("No match"));
+    else if (current < 0)
+        m_position->setText(Velmora::tr("Matches: %1").arg(locale.toString(count)));
     else
         m_position->setText(Velmora::tr("%1 of %2").arg(locale.toString(current + 1), locale.toString(count)));
     m_previous->setEnabled(count > 0);

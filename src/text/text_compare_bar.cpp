@@ -87,6 +87,12 @@ TextCompareBar::TextCompareBar(QWidget *session) : QToolBar(session), m_position
     find = add({"findAction", Velmora::tr("Find"), QStringLiteral("find.png"), {Qt::CTRL | Qt::Key_F}, {}});
     goToLine =
         add({"goToLineAction", Velmora::tr("Go to line"), QStringLiteral("goto_line.png"), {Qt::CTRL | Qt::Key_G}, {}});
+    lineDetail = add({"lineDetailAction",
+                      Velmora::tr("Line details"),
+                      QStringLiteral("align.png"),
+                      {Qt::Key_F9},
+                      Velmora::tr("Show the two current lines one above the other")});
+    lineDetail->setCheckable(true);
     addSeparator();
     swapSides =
         add({"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, Velmora::tr("Swap left and right")});

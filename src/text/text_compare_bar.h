@@ -25,6 +25,7 @@ public:
     QAction *showIdentical;
     QAction *find;
     QAction *goToLine;
+    QAction *lineDetail;
     QAction *swapSides;
     QAction *exportReport;
     QAction *findNext; ///< by key only, as those after it

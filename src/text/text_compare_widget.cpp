@@ -13,6 +13,7 @@
 #include "text/text_side.h"
 #include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
+#include "text/view/line_detail.h"
 
 #include <QBoxLayout>
 #include <QDir>
@@ -103,6 +104,10 @@ void TextCompareWidget::buildLayout()
     column->addLayout(m_inputs);
     column->addWidget(m_progress);
     column->addWidget(m_view, 1);
+    auto *detail = new LineDetail(m_view->scene(), this);
+    detail->hide();
+    connect(m_bar->lineDetail, &QAction::toggled, detail, &QWidget::setVisible);
+    column->addWidget(detail);
     column->addWidget(m_findBar);
     column->addLayout(foot);
     setFocusProxy(m_left);

@@ -1,7 +1,9 @@
+#include "session/diff_colours.h"
 #include "support/test_main.h"
 #include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
 #include "text/view/intra_line_changes.h"
+#include "text/view/line_detail.h"
 #include "text/view/overview_strip.h"
 
 #include <QAccessible>
@@ -414,6 +416,28 @@ private Q_SLOTS:
         QTest::qWait(0);
         changes.beginFrame(0, 0);
         QCOMPARE(changes.changesOf(0)->left, (QList<CharRange>{{0, 1}}));
+    }
+
+    void showsTheCurrentLinesOneAboveTheOther()
+    {
+        DiffView view;
+        show(view, 900, 300);
+        LineDetail detail(view.scene());
+        detail.resize(800, detail.height());
+        view.scene().setDocument(documentOf(QStringLiteral("=~+"), "same\nan old line\n", "same\na new line\nmore\n"));
+        const int height = view.scene().layout().rowHeight();
+        const auto backgrounds = [&](qsizetype row) {
+            view.scene().setCaret({Side::Left, {row, 0}, {row, 0}});
+            const QImage image = imageOf(detail);
+            const auto background = [&image](int y) { return QColor(image.pixel(790, y)); };
+            return QList<QColor>{background(height / 2), background(height * 3 / 2)};
+        };
+        const auto colours = [](DiffColour above, DiffColour below) {
+            return QList<QColor>{diffColour(above), diffColour(below)};
+        };
+        QCOMPARE(backgrounds(0), colours(DiffColour::Background, DiffColour::Background));
+        QCOMPARE(backgrounds(1), colours(DiffColour::Modified, DiffColour::Modified));
+        QCOMPARE(backgrounds(2), colours(DiffColour::Filler, DiffColour::Added));
     }
 
     // Text as it is drawn ---------------------------------------------------------------------------------------------

@@ -81,6 +81,12 @@ void LineRenderer::setFont(const QFont &font)
     m_cellWidth = std::max<qreal>(measured->lineAt(0).naturalTextWidth() / sample, 1);
 }
 
+void LineRenderer::setShowsBlanks(bool shows)
+{
+    m_entries.clear();
+    m_showsBlanks = shows;
+}
+
 LineRenderer::Entry &LineRenderer::entry(qsizetype line)
 {
     if (Entry *known = m_entries.object(line))
@@ -97,6 +103,8 @@ std::unique_ptr<QTextLayout> LineRenderer::makeLayout(const QString &text, qint6
     QTextOption option;
     option.setWrapMode(QTextOption::NoWrap);
     option.setTextDirection(Qt::LeftToRight);
+    if (m_showsBlanks)
+        option.setFlags(QTextOption::ShowTabsAndSpaces);
     option.setTabStopDistance(m_tabWidth * m_cellWidth);
     const qint64 intoTab = column % m_tabWidth;
     if (intoTab > 0 && text.contains(u'\t')) {

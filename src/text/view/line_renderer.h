@@ -29,6 +29,9 @@ public:
     /// Forgets all layouts. `source` must outlive its use here; null for nothing to draw.
     void setSource(const LineSource *source, int tabWidth);
     void setFont(const QFont &font);
+    [[nodiscard]] const QFont &font() const noexcept { return m_font; }
+    /// Whether blanks and tabs are drawn as faint signs; they are not at first.
+    void setShowsBlanks(bool shows);
 
     /// The height of a row, a whole number of pixels.
     [[nodiscard]] int rowHeight() const noexcept { return m_rowHeight; }
@@ -74,6 +77,7 @@ private:
 
     const LineSource *m_source = nullptr;
     int m_tabWidth = 4;
+    bool m_showsBlanks = false;
     QFont m_font;
     qreal m_cellWidth = 8;
     int m_rowHeight = 16;

@@ -1,5 +1,7 @@
 #include "text/view/pane_painter.h"
 
+#include "text/view/row_colours.h"
+
 #include <QPainter>
 
 #include <cmath>
@@ -22,21 +24,6 @@ QPixmap hatchTile(const QColor &back, const QColor &line, qreal pixelRatio)
     for (int shift = -hatchSize; shift <= hatchSize; shift += hatchSize)
         painter.drawLine(QPointF(shift, hatchSize), QPointF(shift + hatchSize, 0));
     return tile;
-}
-
-DiffColour backgroundRole(DiffLineKind kind)
-{
-    switch (kind) {
-    case Added:
-        return DiffColour::Added;
-    case Removed:
-        return DiffColour::Removed;
-    case Modified:
-        return DiffColour::Modified;
-    case Equal:
-        break;
-    }
-    return DiffColour::Background;
 }
 
 } // namespace
@@ -96,7 +83,7 @@ void PanePainter::paintRow(const Row &row)
 
 QColor PanePainter::backgroundOf(const Row &row) const
 {
-    return colour(row.unimportant ? DiffColour::Unimportant : backgroundRole(row.kind));
+    return colour(rowBackground(row.kind, row.unimportant));
 }
 
 QString PanePainter::signOf(const Row &row) const
