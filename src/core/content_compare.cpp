@@ -35,10 +35,36 @@ bool holdsZero(const AlignedBuffer &buffer, std::size_t length)
 
 } // namespace
 
+bool SlowDeviceGate::enter(const CancelFlag &cancel)
+{
+    std::unique_lock lock(m_mutex);
+    while (!cancel.isCancelled()) {
+        if (m_left.wait_for(lock, std::chrono::milliseconds(20), [this] { return !m_taken; })) {
+            m_taken = true;
+            return true;
+        }
+    }
+    return false;
+}
+
+void SlowDeviceGate::leave()
+{
+    const std::lock_guard lock(m_mutex);
+    m_taken = false;
+    m_left.notify_one();
+}
+
 /// Watches how fast the files of a pair come, and changes the way they are read when they come from a slow device.
 class ContentComparer::Pace {
 public:
     explicit Pace(SlowDeviceGate *gate) : m_gate(gate) {}
+    ~Pace()
+    {
+        if (m_entered)
+            m_gate->leave();
+    }
+    Pace(const Pace &) = delete;
+    Pace &operator=(const Pace &) = delete;
 
     /// Called before the piece at `offset` is read. Blocks while another pair streams from a slow device.
     void before(qint64 offset, OpenFile &left, OpenFile &right, const CancelFlag &cancel)
@@ -66,15 +92,13 @@ private:
         m_slow = double(probeSize) < elapsed.count() * double(slowBytesPerSecond);
         if (!m_slow || !m_gate)
             return;
-        m_turn = std::unique_lock(*m_gate, std::defer_lock);
-        while (!cancel.isCancelled() && !m_turn.try_lock_for(std::chrono::milliseconds(20))) {
-        }
+        m_entered = m_gate->enter(cancel);
     }
 
     SlowDeviceGate *m_gate;
-    std::unique_lock<SlowDeviceGate> m_turn;
     std::chrono::steady_clock::time_point m_start;
     bool m_slow = false;
+    bool m_entered = false;
 };
 
 ContentComparer::ContentComparer(const FileAccess &files, CancelFlag cancel, SlowDeviceGate *gate)

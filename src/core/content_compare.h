@@ -7,6 +7,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <condition_variable>
 #include <functional>
 #include <mutex>
 
@@ -14,7 +15,17 @@ namespace velmora {
 
 /// Lets one pair of large files at a time stream from a device that is slow: heads that jump between four files read
 /// less than heads that jump between two. Shared by the comparers of one run; files in memory never meet it.
-using SlowDeviceGate = std::timed_mutex;
+class SlowDeviceGate {
+public:
+    /// Waits for its turn. False when the run is cancelled before.
+    [[nodiscard]] bool enter(const CancelFlag &cancel);
+    void leave();
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_left;
+    bool m_taken = false;
+};
 
 /// Compares the contents of files. Owns the buffers that it reads into (512 KiB), so one object serves one thread for
 /// many files. Obeys its cancel flag within the time that reading 256 KiB takes. Paths are absolute.

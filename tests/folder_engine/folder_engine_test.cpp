@@ -6,7 +6,6 @@
 #include "support/test_main.h"
 
 #include <QDir>
-#include <QProcess>
 #include <QStandardPaths>
 
 #include <random>
@@ -75,17 +74,10 @@ QList<FolderDiffItem> compareWithThreads(int threads, const TestTree &tree, Comp
 /// The lines of "diff -rq", as the engine words them: a sign and a relative path. One-sided folders are one line.
 QStringList diffLines(const TestTree &tree)
 {
-    QProcess diff;
-    diff.setProcessEnvironment([] {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
-        return environment;
-    }());
-    diff.start(QStringLiteral("diff"), {QStringLiteral("-rq"), tree.left(), tree.right()});
-    if (!diff.waitForFinished())
-        return {QStringLiteral("no diff")};
+    const QByteArray output =
+        outputOf("LC_ALL=C.UTF-8 diff -rq '" + tree.left().toUtf8() + "' '" + tree.right().toUtf8() + '\'');
     QStringList lines;
-    for (const QString &line : QString::fromUtf8(diff.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts)) {
+    for (const QString &line : QString::fromUtf8(output).split(u'\n', Qt::SkipEmptyParts)) {
         static const QRegularExpression only(QStringLiteral("^Only in (.*): (.*)$"));
         static const QRegularExpression both(
             QStringLiteral("^(?:Files|File) (.*?) (?:and|is a .* while file) .* ?.*$"));

@@ -4,7 +4,6 @@
 #include "support/test_main.h"
 
 #include <QDir>
-#include <QProcess>
 
 #include <random>
 
@@ -86,7 +85,7 @@ private Q_SLOTS:
         QVERIFY(sameContentByBlocks(last.leftPath, items.at(levels).leftPath));
         QCOMPARE(fileStatus(left, QFileInfo(last.rightPath), CompareMethod::Binary), FolderDiffStatus::Different);
         QCOMPARE(countFolderContents(tree.left()), (FolderTotals{3, levels, 3}));
-        QProcess::execute(QStringLiteral("rm"), {QStringLiteral("-rf"), tree.left(), tree.right()});
+        tree.removeHostile();
     }
 
     void keepsNamesThatAreNoText()
@@ -112,7 +111,7 @@ private Q_SLOTS:
             QCOMPARE(compareFilePair(QFileInfo(item.leftPath), QFileInfo(item.rightPath), CompareMethod::Binary),
                      name != "caf\xE9");
         }
-        QProcess::execute(QStringLiteral("rm"), {QStringLiteral("-rf"), tree.left(), tree.right()});
+        tree.removeHostile();
     }
 
     void mapsNamesToStringsAndBack()

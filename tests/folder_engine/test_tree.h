@@ -21,6 +21,9 @@ public:
     void file(const QString &relative, const QByteArray &bytes, qint64 seconds = 0);
     void link(const QString &relative, const QString &target);
 
+    /// Removes both folders by a program: the destructor alone cannot where names are no text or paths too long.
+    void removeHostile();
+
     /// The moment that times of files count from.
     [[nodiscard]] static QDateTime moment(qint64 seconds);
 
@@ -28,6 +31,9 @@ private:
     QTemporaryDir m_dir;
     QString m_root;
 };
+
+/// What a program of the system puts out.
+[[nodiscard]] QByteArray outputOf(const QByteArray &commandLine);
 
 /// One line for each item, so that an expectation reads like a listing: a sign for the status ("=", "<", ">", "!"), the
 /// name, a "/" after folders, and the sizes where they are not 0.
