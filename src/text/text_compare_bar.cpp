@@ -5,6 +5,7 @@
 
 #include <QActionGroup>
 #include <QLabel>
+#include <QMenu>
 #include <QToolButton>
 
 namespace velmora {
@@ -154,6 +155,16 @@ void TextCompareBar::showRunning(bool running, bool cancelling)
     compare->setEnabled(!cancelling);
     cancel->setEnabled(running && !cancelling);
     refreshTheme();
+}
+
+void TextCompareBar::addTo(QMenu &menu)
+{
+    menu.addSeparator();
+    menu.addActions({previousDifference, nextDifference, switchPane});
+    menu.addSeparator();
+    menu.addActions({find, goToLine, lineDetail});
+    menu.addSeparator();
+    menu.addActions({zoomIn, zoomOut, resetZoom});
 }
 
 void TextCompareBar::showPosition(qsizetype current, qsizetype count)

@@ -3,6 +3,7 @@
 #include <QToolBar>
 
 class QLabel;
+class QMenu;
 
 namespace velmora {
 
@@ -37,6 +38,9 @@ public:
 
     /// Turns the compare button into the one that cancels, and back.
     void showRunning(bool running, bool cancelling);
+
+    /// Adds the commands of the texts to a menu, with their keys.
+    void addTo(QMenu &menu);
 
     /// Shows which of `count` differences is the current one; `current` counts from 0, -1 for none.
     void showPosition(qsizetype current, qsizetype count);

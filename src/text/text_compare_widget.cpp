@@ -3,14 +3,13 @@
 #include "session/dialogs.h"
 #include "session/session_host.h"
 #include "session/translate.h"
-#include "text/external_change.h"
 #include "text/find_bar.h"
 #include "text/find_controller.h"
 #include "text/progress_strip.h"
 #include "text/result_presenter.h"
 #include "text/side_description.h"
 #include "text/text_compare_bar.h"
-#include "text/text_side.h"
+#include "text/text_inputs.h"
 #include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
 #include "text/view/line_detail.h"
@@ -30,8 +29,6 @@ namespace velmora {
 
 namespace {
 
-constexpr qint64 limitInMegabytes = 50;
-
 QString fileName(const QString &path)
 {
     return QFileInfo(path).fileName();
@@ -39,14 +36,13 @@ QString fileName(const QString &path)
 
 } // namespace
 
-TextCompareWidget::TextCompareWidget(SessionHost &host, QWidget *parent)
-    : SessionWidget(host, parent),
+TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
+    : SessionWidget(window, parent),
       m_bar(new TextCompareBar(this)),
-      m_left(new TextSide(Side::Left, this)),
-      m_right(new TextSide(Side::Right, this)),
+      m_inputs(new TextInputs(this)),
       m_progress(new ProgressStrip(this)),
       m_view(new DiffView(this)),
-      m_presenter(new ResultPresenter(host, *m_view, this)),
+      m_presenter(new ResultPresenter(window, *m_view, this)),
       m_findBar(new FindBar(this)),
       m_finder(new FindController(*m_findBar, *m_view, this)),
       m_status(new QLabel(Velmora::tr("Ready"), this)),
@@ -55,21 +51,23 @@ TextCompareWidget::TextCompareWidget(SessionHost &host, QWidget *parent)
     setAcceptDrops(true);
     buildLayout();
     connectBar();
-    connectSides();
+    connectInputs();
     connect(&m_runner, &Runner::runningChanged, this, &TextCompareWidget::showRunning);
     connect(&m_view->scene(), &DiffScene::currentBlockChanged, this, &TextCompareWidget::showPosition);
     connect(&m_view->scene(), &DiffScene::documentChanged, this, &TextCompareWidget::showPosition);
-    connect(m_view, &DiffView::panesMoved, this, &TextCompareWidget::alignInputs);
+    connect(m_view, &DiffView::panesMoved, m_inputs,
+            [this] { m_inputs->alignTo(m_view->pane(Side::Left), m_view->pane(Side::Right)); });
     connect(m_view, &DiffView::contextMenuWanted, this, &TextCompareWidget::showContextMenu);
     connect(&m_reports, &ReportExport::written, this, [this](const QString &path) {
-        showMessage(Velmora::tr("Report written: %1").arg(QDir::toNativeSeparators(path)));
+        constexpr int shownFor = 5000;
+        host().showStatus(Velmora::tr("Report written: %1").arg(QDir::toNativeSeparators(path)), shownFor);
     });
     connect(&m_reports, &ReportExport::failed, this, [this](const QString &path) {
         const QString message = Velmora::tr("Cannot write file: %1").arg(QDir::toNativeSeparators(path));
         showMessage(message);
         Dialogs::instance().tell(this, Dialogs::Tone::Warning, Velmora::tr("Export diff report"), message);
     });
-    applyOptions();
+    m_inputs->apply(m_options);
 }
 
 TextCompareWidget::~TextCompareWidget() = default;
@@ -83,14 +81,6 @@ void TextCompareWidget::buildLayout()
     // A long message must not make the window wider.
     m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 
-    m_inputs = new QHBoxLayout;
-    m_inputs->setContentsMargins(6, 2, 6, 4);
-    m_inputs->setSpacing(10);
-    for (TextSide *side : {m_left, m_right}) {
-        side->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-        m_inputs->addWidget(side, 1);
-    }
-
     auto *foot = new QHBoxLayout;
     foot->setContentsMargins(8, 3, 8, 3);
     foot->setSpacing(16);
@@ -101,7 +91,7 @@ void TextCompareWidget::buildLayout()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(m_bar);
-    column->addLayout(m_inputs);
+    column->addWidget(m_inputs);
     column->addWidget(m_progress);
     column->addWidget(m_view, 1);
     auto *detail = new LineDetail(m_view->scene(), this);
@@ -110,18 +100,7 @@ void TextCompareWidget::buildLayout()
     column->addWidget(detail);
     column->addWidget(m_findBar);
     column->addLayout(foot);
-    setFocusProxy(m_left);
-}
-
-void TextCompareWidget::alignInputs()
-{
-    const QWidget &left = m_view->pane(Side::Left);
-    const QWidget &right = m_view->pane(Side::Right);
-    QMargins margins = m_inputs->contentsMargins();
-    margins.setRight(margins.left() + width() - right.mapTo(this, QPoint(right.width(), 0)).x());
-    m_inputs->setContentsMargins(margins);
-    m_inputs->setStretch(0, left.width());
-    m_inputs->setStretch(1, right.width());
+    setFocusProxy(m_inputs);
 }
 
 void TextCompareWidget::connectBar()
@@ -153,17 +132,19 @@ void TextCompareWidget::connectBar()
     connect(m_bar->resetZoom, &QAction::triggered, m_view, &DiffView::resetZoom);
 }
 
-void TextCompareWidget::connectSides()
+void TextCompareWidget::connectInputs()
 {
-    connect(&m_left->pathEdit(), &PathEdit::browseRequested, this, &TextCompareWidget::onBrowseLeft);
-    connect(&m_right->pathEdit(), &PathEdit::browseRequested, this, &TextCompareWidget::onBrowseRight);
-    for (const Side side : {Side::Left, Side::Right}) {
-        connect(&sideAt(side).pathEdit(), &PathEdit::submitted, this, [this] {
-            m_view->setFocus();
-            start();
-        });
-        connect(&sideAt(side), &TextSide::encodingChosen, this, [this, side] { chooseEncoding(side); });
-    }
+    connect(m_inputs, &TextInputs::browseRequested, this, [this](Side side) {
+        if (side == Side::Left)
+            onBrowseLeft();
+        else
+            onBrowseRight();
+    });
+    connect(m_inputs, &TextInputs::encodingChosen, this, &TextCompareWidget::chooseEncoding);
+    connect(m_inputs, &TextInputs::submitted, this, [this] {
+        m_view->setFocus();
+        start();
+    });
 }
 
 // The session as the window knows it ----------------------------------------------------------------------------------
@@ -175,13 +156,12 @@ QString TextCompareWidget::kind() const
 
 SessionPaths TextCompareWidget::paths() const
 {
-    return {m_left->path(), m_right->path(), {}};
+    return m_inputs->paths();
 }
 
 void TextCompareWidget::setPaths(const SessionPaths &paths)
 {
-    m_left->setPath(paths.left);
-    m_right->setPath(paths.right);
+    m_inputs->setPaths(paths);
 }
 
 void TextCompareWidget::start()
@@ -198,28 +178,19 @@ QJsonObject TextCompareWidget::options() const
 void TextCompareWidget::setOptions(const QJsonObject &options)
 {
     if (fromJson(options, m_options))
-        applyOptions();
-}
-
-void TextCompareWidget::applyOptions()
-{
-    const QString right = m_options.sameAsLeftFileFormat ? m_options.leftEncoding : m_options.rightEncoding;
-    m_left->setEncoding(TextEncoding::fromName(m_options.leftEncoding));
-    m_right->setEncoding(TextEncoding::fromName(right));
-    m_left->pathEdit().setReadOnly(m_options.leftReadOnly);
-    m_right->pathEdit().setReadOnly(m_options.rightReadOnly);
+        m_inputs->apply(m_options);
 }
 
 void TextCompareWidget::chooseEncoding(Side side)
 {
-    const QString name = sideAt(side).encoding().name();
+    const QString name = m_inputs->at(side).encoding().name();
     if (side == Side::Left) {
         m_options.leftEncoding = name;
     } else {
         m_options.rightEncoding = name;
         m_options.sameAsLeftFileFormat = false;
     }
-    applyOptions();
+    m_inputs->apply(m_options);
     if (m_compared.document)
         start();
 }
@@ -233,8 +204,7 @@ bool TextCompareWidget::setPendingReport(const QString &path)
 void TextCompareWidget::refreshTheme()
 {
     m_bar->refreshTheme();
-    m_left->pathEdit().refreshTheme();
-    m_right->pathEdit().refreshTheme();
+    m_inputs->refreshTheme();
     m_findBar->refreshTheme();
     m_view->refreshTheme();
 }
@@ -248,12 +218,12 @@ void TextCompareWidget::browse(TextSide &side, const QString &title)
 
 void TextCompareWidget::onBrowseLeft()
 {
-    browse(*m_left, Velmora::tr("Select left file"));
+    browse(m_inputs->at(Side::Left), Velmora::tr("Select left file"));
 }
 
 void TextCompareWidget::onBrowseRight()
 {
-    browse(*m_right, Velmora::tr("Select right file"));
+    browse(m_inputs->at(Side::Right), Velmora::tr("Select right file"));
 }
 
 void TextCompareWidget::dragEnterEvent(QDragEnterEvent *event)
@@ -276,7 +246,7 @@ void TextCompareWidget::dropEvent(QDropEvent *event)
 
 Side TextCompareWidget::sideUnder(QPoint position) const
 {
-    const QWidget *right = m_right;
+    const QWidget *right = &m_inputs->at(Side::Right);
     if (position.y() >= m_view->y())
         right = &m_view->pane(Side::Right);
     return position.x() < right->mapTo(this, QPoint()).x() ? Side::Left : Side::Right;
@@ -296,21 +266,21 @@ void TextCompareWidget::dropPaths(const QStringList &paths, QPoint position)
         return;
     }
     const Side side = sideUnder(position);
-    sideAt(side).setPath(paths.first());
+    m_inputs->at(side).setPath(paths.first());
     // The second of two single drops completes a new pair; a drop on a pair that is shown may be the first of two.
-    if (!m_compared.document && !sideAt(otherSide(side)).path().isEmpty())
+    if (!m_compared.document && !m_inputs->at(otherSide(side)).path().isEmpty())
         start();
 }
 
 void TextCompareWidget::useClipboardText(Side side)
 {
-    sideAt(side).takeClipboard();
+    m_inputs->at(side).takeClipboard();
     start();
 }
 
 void TextCompareWidget::onSwapSides()
 {
-    m_left->swapWith(*m_right);
+    m_inputs->at(Side::Left).swapWith(m_inputs->at(Side::Right));
     if (!m_options.sameAsLeftFileFormat) {
         std::swap(m_options.leftFileType, m_options.rightFileType);
         std::swap(m_options.leftEncoding, m_options.rightEncoding);
@@ -318,7 +288,7 @@ void TextCompareWidget::onSwapSides()
     }
     std::swap(m_options.leftReplaceFind, m_options.rightReplaceFind);
     std::swap(m_options.leftReplaceWith, m_options.rightReplaceWith);
-    applyOptions();
+    m_inputs->apply(m_options);
     if (m_compared.document || m_runner.isRunning())
         start();
 }
@@ -338,29 +308,15 @@ void TextCompareWidget::onCompare()
 
 bool TextCompareWidget::checkInputs()
 {
-    if (m_left->path().isEmpty() && m_right->path().isEmpty()) {
-        showMessage(Velmora::tr("Select at least one file to compare"));
-        return false;
-    }
-    if (!m_left->exists() && !m_right->exists()) {
-        showMessage(Velmora::tr("Neither file exists"));
-        return false;
-    }
-    if (m_left->isFileAtLeast(sizeLimit) || m_right->isFileAtLeast(sizeLimit)) {
-        showMessage(Velmora::tr("File too large (limit %1 MB). Use folder compare or split the file first.")
-                        .arg(limitInMegabytes));
-        return false;
-    }
-    return true;
+    const QString problem = m_inputs->problem();
+    if (!problem.isEmpty())
+        showMessage(problem);
+    return problem.isEmpty();
 }
 
 void TextCompareWidget::checkExternalChange()
 {
-    ExternalChange change;
-    if (m_left->isChangedOnDisk())
-        change.leftPath = m_left->path();
-    if (m_right->isChangedOnDisk())
-        change.rightPath = m_right->path();
+    const ExternalChange change = m_inputs->externalChange();
     if (change.isEmpty()) {
         startComparison(ChangedFile::Reload);
         return;
@@ -392,7 +348,8 @@ void TextCompareWidget::onReloadBoth()
 void TextCompareWidget::startComparison(ChangedFile changed)
 {
     m_running = {paths(), m_options};
-    TextCompareInput input{m_left->input(changed), m_right->input(changed), m_options};
+    TextCompareInput input{m_inputs->at(Side::Left).input(changed), m_inputs->at(Side::Right).input(changed),
+                           m_options};
     showMessage(Velmora::tr("Comparing..."));
     setFocusProxy(m_view); // from now on the texts are what keys are for
     m_runner.start([input = std::move(input)](const CancelFlag &cancel,
@@ -434,8 +391,8 @@ void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::sha
     }
     const SessionPaths &paths = m_running.paths;
     m_compared = {diff, leftRaw.text.lines, rightRaw.text.lines, m_running.options, paths};
-    m_left->setLoaded(leftRaw, paths.left);
-    m_right->setLoaded(rightRaw, paths.right);
+    m_inputs->at(Side::Left).setLoaded(leftRaw, paths.left);
+    m_inputs->at(Side::Right).setLoaded(rightRaw, paths.right);
     m_formatText = encodingLabel;
     m_format->setText(encodingLabel);
     m_presenter->show({diff, leftRaw, rightRaw, paths});
@@ -526,18 +483,15 @@ void TextCompareWidget::onShowIdentical()
 
 void TextCompareWidget::showContextMenu(Side side, QPoint at)
 {
+    DiffPane &pane = m_view->pane(side);
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    DiffPane *pane = &m_view->pane(side);
-    QAction *copy = menu->addAction(Velmora::tr("Copy"), QKeySequence::Copy, pane, &DiffPane::copy);
+    QAction *copy = menu->addAction(Velmora::tr("Copy"), QKeySequence::Copy, &pane, &DiffPane::copy);
     copy->setEnabled(m_view->scene().caret().hasSelection() && m_view->activeSide() == side);
-    menu->addAction(Velmora::tr("Select all"), QKeySequence::SelectAll, pane, &DiffPane::selectAll);
-    menu->addSeparator();
-    menu->addAction(m_bar->previousDifference);
-    menu->addAction(m_bar->nextDifference);
-    menu->addSeparator();
+    menu->addAction(Velmora::tr("Select all"), QKeySequence::SelectAll, &pane, &DiffPane::selectAll);
     menu->addAction(Velmora::tr("Compare the clipboard's text as this side"), this,
                     [this, side] { useClipboardText(side); });
+    m_bar->addTo(*menu);
     menu->popup(at);
 }
 

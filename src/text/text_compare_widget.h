@@ -7,7 +7,6 @@
 #include "text/text_compare_job.h"
 #include "text/view/row_layout.h"
 
-class QHBoxLayout;
 class QLabel;
 
 namespace velmora {
@@ -18,6 +17,7 @@ class FindController;
 class ProgressStrip;
 class ResultPresenter;
 class TextCompareBar;
+class TextInputs;
 class TextSide;
 enum class ChangedFile;
 
@@ -30,9 +30,6 @@ enum class ChangedFile;
 class TextCompareWidget final : public SessionWidget {
     Q_OBJECT
 public:
-    /// A file must be smaller than this many bytes.
-    static constexpr qint64 sizeLimit = 52'428'801;
-
     explicit TextCompareWidget(SessionHost &host, QWidget *parent = nullptr);
     ~TextCompareWidget() override;
 
@@ -92,13 +89,10 @@ private:
         TextSessionOptions options;
     };
 
-    [[nodiscard]] TextSide &sideAt(Side side) { return side == Side::Left ? *m_left : *m_right; }
     void buildLayout();
-    void alignInputs();
     void connectBar();
-    void connectSides();
+    void connectInputs();
     void browse(TextSide &side, const QString &title);
-    void applyOptions();
     void chooseEncoding(Side side);
     [[nodiscard]] Side sideUnder(QPoint position) const;
 
@@ -120,14 +114,12 @@ private:
     QString m_formatText;
 
     TextCompareBar *m_bar;
-    TextSide *m_left;
-    TextSide *m_right;
+    TextInputs *m_inputs;
     ProgressStrip *m_progress;
     DiffView *m_view;
     ResultPresenter *m_presenter;
     FindBar *m_findBar;
     FindController *m_finder;
-    QHBoxLayout *m_inputs = nullptr; ///< both sides' paths, each above its pane
     QLabel *m_status;
     QLabel *m_format;
     ReportExport m_reports;
