@@ -110,7 +110,7 @@ def measure(pair, commands, options):
     if own.error or not rivals:
         cells += ["-", "-"]
     else:
-        cells += [f"{own.best / min(rivals):.2f}", f"{own.peak / size:.1f}"]
+        cells += [f"{own.best / min(rivals):.2f}", f"{own.peak / 1e6:.0f} MB, ×{own.peak / size:.1f}"]
     return cells
 
 
@@ -134,7 +134,7 @@ def main():
         parser.error(f"no program {options.program}")
     commands = contestants(options.program)
 
-    titles = ["pair", "lines", "MB each", *commands, "strict / fastest other", "memory / both files"]
+    titles = ["pair", "lines", "MB each", *commands, "strict / fastest other", "peak memory, × both files"]
     print("| " + " | ".join(titles) + " |")
     print("|---" * len(titles) + "|")
     for pair in pairs_by_size(options.pairs):

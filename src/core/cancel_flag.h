@@ -7,8 +7,8 @@ namespace velmora {
 
 /// The request to end one run early, shared by the side that asks and the worker that looks.
 ///
-/// Copies refer to the same flag. A flag is made for one run, can be set from any thread and is never cleared, so a late
-/// request can never reach a later run.
+/// Copies refer to the same flag. A flag is made for one run, can be set from any thread and is never cleared, so a
+/// late request can never reach a later run.
 class CancelFlag {
 public:
     CancelFlag() : m_requested(std::make_shared<std::atomic<bool>>(false)) {}

@@ -26,19 +26,19 @@ enum class RunEnd {
 /// What one run hands over, exactly once.
 template <typename T>
 struct RunOutcome {
-    quint64 number = 0;      ///< the run's number as `Runner::start` returned it
+    quint64 number = 0; ///< the run's number as `Runner::start` returned it
     RunEnd end = RunEnd::Failed;
-    std::optional<T> value;  ///< empty when the run failed
+    std::optional<T> value; ///< empty when the run failed
 };
 
 /// Runs jobs of one owner, one current run at a time, each on a worker thread made for it.
 ///
 /// Lives on the owner's thread, where all its functions are called and all deliveries arrive. A job is a callable
-/// `T job(const CancelFlag &, Progress &)` that owns copies of whatever it reads; it runs on the worker and touches nothing
-/// else. Each start makes a new flag and the next number, so starting again replaces the current run without waiting for
-/// it: the old run is told to stop and whatever it still delivers, progress too, is dropped. Every current run ends with
-/// exactly one delivery unless it is replaced or the runner is destroyed. Destruction tells all workers to stop and joins
-/// them.
+/// `T job(const CancelFlag &, Progress &)` that owns copies of whatever it reads; it runs on the worker and touches
+/// nothing else. Each start makes a new flag and the next number, so starting again replaces the current run without
+/// waiting for it: the old run is told to stop and whatever it still delivers, progress too, is dropped. Every current
+/// run ends with exactly one delivery unless it is replaced or the runner is destroyed. Destruction tells all workers
+/// to stop and joins them.
 class Runner final : public QObject {
     Q_OBJECT
 public:
@@ -47,8 +47,9 @@ public:
     Runner(const Runner &) = delete;
     Runner &operator=(const Runner &) = delete;
 
-    /// Starts `job` and returns the number of its run. `finished(RunOutcome<T> &&)` and `progressed(const ProgressState &)`
-    /// are called on the runner's thread, from its event loop, while the run is current; `finished` may start the next run.
+    /// Starts `job` and returns the number of its run. `finished(RunOutcome<T> &&)` and `progressed(const ProgressState
+    /// &)` are called on the runner's thread, from its event loop, while the run is current; `finished` may start the
+    /// next run.
     template <typename Job, typename Finished>
     quint64 start(Job job, Finished finished, std::function<void(const ProgressState &)> progressed = {});
 

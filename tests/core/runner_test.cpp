@@ -127,12 +127,11 @@ private Q_SLOTS:
     {
         Runner runner;
         QList<RunEnd> ends;
-        runner.start(
-            [](const CancelFlag &, Progress &) -> int { throw std::bad_alloc(); },
-            [&](RunOutcome<int> &&outcome) {
-                ends.append(outcome.end);
-                QVERIFY(!outcome.value);
-            });
+        runner.start([](const CancelFlag &, Progress &) -> int { throw std::bad_alloc(); },
+                     [&](RunOutcome<int> &&outcome) {
+                         ends.append(outcome.end);
+                         QVERIFY(!outcome.value);
+                     });
         QTRY_COMPARE(ends, QList<RunEnd>{RunEnd::Failed});
     }
 
