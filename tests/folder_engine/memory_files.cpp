@@ -19,7 +19,7 @@ public:
             ++*readers;
         m_files.step();
         if (m_file->delay.count() > 0)
-            std::this_thread::sleep_for(m_file->delay);
+            std::this_thread::sleep_for(m_file->delay); // a slow disk; waits for nothing
         qint64 count = std::clamp<qint64>(m_file->length() - offset, 0, length);
         const bool fails = m_file->failsAt >= 0 && offset + count > m_file->failsAt;
         if (fails)

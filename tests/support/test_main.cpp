@@ -63,7 +63,8 @@ int main(int argc, char *argv[])
     int ran = 0;
     for (const auto &make : velmora::test::tests()) {
         const std::unique_ptr<QObject> test = make();
-        if (!wanted.isEmpty() && !wanted.contains(QString::fromLatin1(test->metaObject()->className()).section(u':', -1)))
+        if (!wanted.isEmpty() &&
+            !wanted.contains(QString::fromLatin1(test->metaObject()->className()).section(u':', -1)))
             continue;
         ++ran;
         failures += QTest::qExec(test.get(), passedOn);
