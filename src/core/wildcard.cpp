@@ -55,7 +55,8 @@ Wildcard Wildcard::fromMask(const QString &mask)
 bool Wildcard::matches(QStringView name) const
 {
     if (m_hasClasses)
-        return m_classes.isValid() && m_classes.match(QString::fromUtf8(name.toUtf8())).hasMatch(); // the library takes no lone surrogate
+        return m_classes.isValid() &&
+               m_classes.match(QString::fromUtf8(name.toUtf8())).hasMatch(); // the library takes no lone surrogate
 
     // When a character does not fit, only the last run before it needs to take one character more: a fit of what stands
     // before that run is as good as any other.

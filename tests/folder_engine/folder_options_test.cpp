@@ -1,4 +1,3 @@
-#include "core/settings_store.h"
 #include "settings/options/folder_presets.h"
 #include "settings/options/folder_session_options.h"
 #include "settings/options/folder_settings_store.h"
@@ -6,6 +5,8 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSettings>
+#include <QTemporaryDir>
 
 using namespace velmora;
 
@@ -42,6 +43,12 @@ class FolderOptionsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_settingsFile = m_folder->filePath(QStringLiteral("settings.ini"));
+    }
+
     void writesTheKeysOfTheFormat()
     {
         const QJsonObject object = toJson(unusualOptions(), {QStringLiteral("z"), QStringLiteral("a")}, {});
@@ -147,7 +154,7 @@ private Q_SLOTS:
 
     void hasDefaultsForAnEmptyStore()
     {
-        SessionSettings settings;
+        QSettings settings(m_settingsFile, QSettings::IniFormat);
         const FolderSettingsStore store(settings);
         QCOMPARE(store.defaults(), StoredFolderSet());
         QVERIFY(store.defaults().options.excludeOsFiles);
@@ -164,14 +171,14 @@ private Q_SLOTS:
                                   QDateTime(QDate(2024, 5, 6), QTime(7, 8, 9))};
         const QStringList names{QStringLiteral("a/b\\c"), QStringLiteral("Ä %2F"), QStringLiteral("plain")};
         {
-            SessionSettings settings;
+            QSettings settings(m_settingsFile, QSettings::IniFormat);
             FolderSettingsStore store(settings);
             store.setDefaults(set);
             for (const QString &name : names)
                 store.setPreset(name, set);
             store.setPreset({}, set);
         }
-        SessionSettings settings;
+        QSettings settings(m_settingsFile, QSettings::IniFormat);
         FolderSettingsStore store(settings);
         QCOMPARE(store.defaults(), set);
         QStringList stored = store.presetNames();
@@ -194,8 +201,7 @@ private Q_SLOTS:
 
     void passesOverDamagedLists()
     {
-        SessionSettings settings;
-        settings.clear();
+        QSettings settings(m_settingsFile, QSettings::IniFormat);
         settings.setValue(QStringLiteral("FolderCompare/Defaults/formatCount"), 2'000'000'000);
         settings.setValue(QStringLiteral("FolderCompare/Defaults/format0.name"), QStringLiteral("one"));
         settings.setValue(QStringLiteral("FolderCompare/Defaults/alignCount"), -5);
@@ -206,7 +212,7 @@ private Q_SLOTS:
 
     void remembersTheLatestPaths()
     {
-        SessionSettings settings;
+        QSettings settings(m_settingsFile, QSettings::IniFormat);
         FolderSettingsStore store(settings);
         for (int i = 0; i < FolderSettingsStore::recentPathLimit + 3; ++i)
             store.addRecentPath(QString::number(i));
@@ -215,6 +221,10 @@ private Q_SLOTS:
         QCOMPARE(store.recentPaths().first(), QStringLiteral("5"));
         QCOMPARE(store.recentPaths().count(QStringLiteral("5")), 1);
     }
+
+private:
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_settingsFile;
 };
 
 VELMORA_TEST(FolderOptionsTest)
