@@ -53,15 +53,20 @@ private Q_SLOTS:
         for (uint code = 1; code < 0x10000; ++code) {
             if (QChar::isSurrogate(code))
                 continue;
-            const QString line = QStringLiteral("a") + QChar(code) + QStringLiteral("b") + QChar(code);
-            const QByteArray utf8 = line.toUtf8();
-            const std::string_view text(utf8.constData(), size_t(utf8.size()));
-            std::u16string units;
-            appendUtf16(text, units);
-            QCOMPARE(toQString(units), line);
-            const std::string_view key = narrow.key(text);
-            QCOMPARE(QByteArray(key.data(), qsizetype(key.size())), plain::key(line, options).toUtf8());
-            QCOMPARE(isBlank(text.substr(1, text.size() - 1).substr(0, (text.size() - 2) / 2)), QChar::isSpace(code));
+            const QChar character(code);
+            // Short enough to be read unit by unit, and long enough to be read in vectors.
+            for (const QString &middle : {QStringLiteral("b"), QStringLiteral("bcdefghijklmnopqrs")}) {
+                const QString line = QStringLiteral("a") + character + middle + character + middle;
+                const QByteArray utf8 = line.toUtf8();
+                const std::string_view text(utf8.constData(), size_t(utf8.size()));
+                std::u16string units;
+                appendUtf16(text, units);
+                QCOMPARE(toQString(units), line);
+                const std::string_view key = narrow.key(text);
+                QCOMPARE(QByteArray(key.data(), qsizetype(key.size())), plain::key(line, options).toUtf8());
+            }
+            const QByteArray alone = QString(character).toUtf8();
+            QCOMPARE(isBlank(std::string_view(alone.constData(), size_t(alone.size()))), QChar::isSpace(code));
         }
     }
 

@@ -32,7 +32,7 @@ public:
     {
         m_steps = stepsPerLook;
         m_stopped = m_stopped || m_flag.isCancelled();
-        if (m_onLook)
+        if (m_onLook && !m_stopped)
             m_onLook();
         return m_stopped;
     }

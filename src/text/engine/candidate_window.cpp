@@ -1,7 +1,10 @@
 #include "text/engine/candidate_window.h"
 
+#include <QtEndian>
+
 #include <algorithm>
 #include <bit>
+#include <cstring>
 
 #if defined(__SSE2__) || defined(_M_X64)
 #include <emmintrin.h>
@@ -19,25 +22,51 @@ constexpr size_t lanes = 8;
 /// Used-up slots from which on the rest is moved to the front.
 constexpr size_t mostDropped = 2048;
 
-quint32 unitValue(char unit) noexcept
+constexpr size_t longestMarked = size_t(LineMarks::lengths.back());
+
+constexpr auto stepOfLength = [] {
+    std::array<quint8, longestMarked + 1> steps{};
+    for (size_t step = 0; step < LineMarks::lengths.size(); ++step) {
+        for (auto length = size_t(LineMarks::lengths[step]); length <= longestMarked; ++length)
+            steps[length] = quint8(step);
+    }
+    return steps;
+}();
+
+/// Eight bytes as a number, whose lowest byte is the first of them.
+quint64 wordAt(const unsigned char *bytes) noexcept
 {
-    return static_cast<unsigned char>(unit);
+    return qFromLittleEndian<quint64>(bytes);
 }
 
-quint32 unitValue(char16_t unit) noexcept
+quint64 stirred(quint64 hash, quint64 word) noexcept
 {
-    return unit;
+    const quint64 product = (hash ^ word) * 0x9E37'79B9'7F4A'7C15;
+    return product ^ (product >> 32);
 }
 
-quint32 stirred(quint32 hash, quint32 unit) noexcept
+/// One bit goes for telling a mark from `absent`.
+quint16 toMark(quint64 hash) noexcept
 {
-    return (hash ^ unit) * 0x9E37'79B1u;
+    return quint16(hash >> 16 | 1);
 }
 
-/// The upper half of the hash is the better one; one bit goes for telling it from `absent`.
-quint16 toMark(quint32 hash) noexcept
+/// Fills in the marks for the first `count` lengths. `wordOf(k)` gives the k-th eight bytes from the end in question,
+/// `part(word, bytes)` leaves of such a word the bytes nearest to that end.
+template <typename WordOf, typename Part>
+void fillMarks(std::array<quint16, LineMarks::lengths.size()> &marks, size_t count, size_t unitSize, WordOf wordOf,
+               Part part) noexcept
 {
-    return quint16((hash ^ (hash >> 13)) >> 8 | 1);
+    quint64 hash = 0;
+    size_t words = 0;
+    for (size_t step = 0; step < count; ++step) {
+        const size_t bytes = size_t(LineMarks::lengths[step]) * unitSize;
+        for (; (words + 1) * 8 <= bytes; ++words)
+            hash = stirred(hash, wordOf(words));
+        const size_t rest = bytes - words * 8;
+        // The length goes in as well: the bytes left out are zeros, which the line may have, too.
+        marks[step] = toMark(stirred(hash + bytes, rest == 0 ? 0 : part(wordOf(words), rest)));
+    }
 }
 
 } // namespace
@@ -45,18 +74,24 @@ quint16 toMark(quint32 hash) noexcept
 template <typename Unit>
 LineMarks::LineMarks(std::basic_string_view<Unit> line) noexcept
 {
-    const auto size = qint32(std::min<size_t>(line.size(), size_t(lengths.back())));
-    quint32 start = 0x2545'F491;
-    quint32 end = start;
-    qint32 at = 0;
-    for (size_t step = 0; step < lengths.size() && lengths[step] <= size; ++step) {
-        for (; at < lengths[step]; ++at) {
-            start = stirred(start, unitValue(line[size_t(at)]));
-            end = stirred(end, unitValue(line[line.size() - 1 - size_t(at)]));
-        }
-        starts[step] = toMark(start);
-        ends[step] = toMark(end);
-    }
+    // Each end of the line, so that whole words can be read from it.
+    constexpr size_t room = longestMarked * sizeof(Unit);
+    std::array<unsigned char, room> head{};
+    std::array<unsigned char, room> tail{};
+    const size_t units = std::min(line.size(), longestMarked);
+    if (units == 0)
+        return;
+    const size_t bytes = units * sizeof(Unit);
+    std::memcpy(head.data(), line.data(), bytes);
+    std::memcpy(tail.data() + room - bytes, line.data() + line.size() - units, bytes);
+
+    const size_t count = stepOfLength[units] + size_t(1);
+    fillMarks(
+        starts, count, sizeof(Unit), [&head](size_t k) { return wordAt(head.data() + k * 8); },
+        [](quint64 word, size_t kept) { return word & ((quint64(1) << (kept * 8)) - 1); });
+    fillMarks(
+        ends, count, sizeof(Unit), [&tail](size_t k) { return wordAt(tail.data() + tail.size() - (k + 1) * 8); },
+        [](quint64 word, size_t kept) { return word >> ((8 - kept) * 8); });
 }
 
 template LineMarks::LineMarks(std::string_view) noexcept;
@@ -64,7 +99,7 @@ template LineMarks::LineMarks(std::u16string_view) noexcept;
 
 size_t LineMarks::step(qint64 length) noexcept
 {
-    return size_t(std::upper_bound(lengths.begin(), lengths.end(), length) - lengths.begin()) - 1;
+    return stepOfLength[std::min(size_t(length), longestMarked)];
 }
 
 void CandidateWindow::reset(qint32 first)

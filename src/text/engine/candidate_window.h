@@ -18,7 +18,7 @@ public:
     /// The mark of a start or end that is longer than the line; no other mark is 0.
     static constexpr quint16 absent = 0;
 
-    /// Units that stand for the same characters give the same marks, be they bytes of ASCII or UTF-16.
+    /// Marks are only compared with those of lines in the same kind of unit.
     template <typename Unit>
     explicit LineMarks(std::basic_string_view<Unit> line) noexcept;
 

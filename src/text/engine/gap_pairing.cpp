@@ -15,21 +15,16 @@ constexpr qint32 widestSkewSearch = 512;
 /// So few candidates are compared one by one.
 constexpr qint32 directCandidates = 8;
 
-/// Calls `compare` with both lines in units that count alike: bytes if both are ASCII, else UTF-16.
-template <typename Compare>
-auto inLikeUnits(std::string_view left, std::string_view right, std::u16string &leftUnits, std::u16string &rightUnits,
-                 Compare compare)
+/// Whether the similarity of two lines, of which one at least is not empty, reaches `threshold`.
+template <typename Unit>
+bool reaches(std::basic_string_view<Unit> left, std::basic_string_view<Unit> right, double threshold) noexcept
 {
-    if (isAscii(left) && isAscii(right))
-        return compare(left, right);
-    return compare(utf16Units(left, leftUnits), utf16Units(right, rightUnits));
-}
-
-template <typename Compare>
-auto inLikeUnits(std::u16string_view left, std::u16string_view right, std::u16string &, std::u16string &,
-                 Compare compare)
-{
-    return compare(left, right);
+    // What they share is never more than the shorter one.
+    const size_t shorter = std::min(left.size(), right.size());
+    const size_t longer = std::max(left.size(), right.size());
+    if (double(shorter) / double(longer) < threshold)
+        return false;
+    return !(lineSimilarity(left, right) < threshold);
 }
 
 } // namespace
@@ -43,6 +38,7 @@ GapPairing<Source>::GapPairing(const Side &left, const Side &right, const AlignP
       m_skew(std::max(params.skewTolerance, 0)),
       m_width(std::max<qint64>(params.lookahead, std::min<qint64>(m_skew, widestSkewSearch))),
       m_rows(rows),
+      m_ascii(left.isAscii() && right.isAscii()),
       m_poll(poll)
 {}
 
@@ -106,7 +102,7 @@ qint32 GapPairing<Source>::findByMarks(View left, qint32 from, qint32 to)
     while (m_window.end() < to)
         m_window.append(marksOf(m_right.key(m_window.end())));
 
-    const qint64 length = unitsOf(left);
+    const auto length = inUnits(left, m_leftUnits, [](auto units) { return qint64(units.size()); });
     const qint64 units = unitsToShare(length);
     if (units > length || length == 0)
         return none;
@@ -121,30 +117,28 @@ qint32 GapPairing<Source>::findByMarks(View left, qint32 from, qint32 to)
 }
 
 template <typename Source>
+template <typename Use>
+auto GapPairing<Source>::inUnits(View line, std::u16string &buffer, Use use) const
+{
+    if (m_ascii)
+        return use(line);
+    return use(utf16Units(line, buffer));
+}
+
+template <typename Source>
 bool GapPairing<Source>::isSimilar(View left, View right)
 {
     if (m_poll.stop(qint64(std::min(left.size(), right.size()) / 8)))
         return false;
-    return inLikeUnits(left, right, m_leftUnits, m_rightUnits, [this](auto x, auto y) {
-        const size_t shorter = std::min(x.size(), y.size());
-        const size_t longer = std::max(x.size(), y.size());
-        // No two lines of a gap are both empty. What they share is never more than the shorter one.
-        if (double(shorter) / double(longer) < m_threshold)
-            return false;
-        return !(lineSimilarity(x, y) < m_threshold);
-    });
+    if (m_ascii)
+        return reaches(left, right, m_threshold);
+    return reaches(utf16Units(left, m_leftUnits), utf16Units(right, m_rightUnits), m_threshold);
 }
 
 template <typename Source>
 LineMarks GapPairing<Source>::marksOf(View line)
 {
-    return inLikeUnits(line, line, m_rightUnits, m_rightUnits, [](auto units, auto) { return LineMarks(units); });
-}
-
-template <typename Source>
-qint64 GapPairing<Source>::unitsOf(View line)
-{
-    return inLikeUnits(line, line, m_rightUnits, m_rightUnits, [](auto units, auto) { return qint64(units.size()); });
+    return inUnits(line, m_rightUnits, [](auto units) { return LineMarks(units); });
 }
 
 template <typename Source>

@@ -36,7 +36,9 @@ private:
     [[nodiscard]] qint32 findByMarks(View left, qint32 from, qint32 to);
     [[nodiscard]] bool isSimilar(View left, View right);
     [[nodiscard]] LineMarks marksOf(View line);
-    [[nodiscard]] qint64 unitsOf(View line);
+    /// Calls `use` with the line in the units that similarity counts.
+    template <typename Use>
+    auto inUnits(View line, std::u16string &buffer, Use use) const;
     [[nodiscard]] qint64 unitsToShare(qint64 length) const noexcept;
 
     const Side &m_left;
@@ -45,6 +47,7 @@ private:
     qint64 m_skew;
     qint64 m_width; ///< how many further right lines are tried
     QList<AlignedRow> &m_rows;
+    bool m_ascii; ///< all keys are, so that their bytes count as UTF-16 units do
     CancelPoll &m_poll;
 
     CandidateWindow m_window;

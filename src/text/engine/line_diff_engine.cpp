@@ -11,13 +11,20 @@ namespace velmora {
 
 namespace {
 
-/// Puts texts to rows. `leftText` and `rightText` give the text of a line by its 1-based number.
+/// What it costs to make a row with its texts, in the steps of a CancelPoll.
+constexpr qint64 stepsPerRow = 64;
+
+/// Puts texts to rows. `leftText` and `rightText` give the text of a line by its 1-based number. Empty when cancelled.
 template <typename LeftText, typename RightText>
-QList<DiffLine> withTextsOf(const QList<AlignedRow> &rows, LeftText leftText, RightText rightText)
+QList<DiffLine> withTextsOf(const QList<AlignedRow> &rows, LeftText leftText, RightText rightText,
+                            const CancelFlag &cancel = {})
 {
+    CancelPoll poll(cancel);
     QList<DiffLine> lines;
     lines.reserve(rows.size());
     for (const AlignedRow &row : rows) {
+        if (poll.stop(stepsPerRow))
+            return {};
         DiffLine line;
         line.kind = row.kind;
         line.leftLine = row.leftLine;
@@ -92,7 +99,8 @@ QList<DiffLine> compareTextLines(const QStringList &left, const QStringList &rig
 {
     Progress progress;
     const QList<AlignedRow> rows = compareSources(Utf16Lines(left), Utf16Lines(right), options, cancel, progress);
-    return withTextsOf(rows, textsOf(left, options.compareLineEndings), textsOf(right, options.compareLineEndings));
+    return withTextsOf(rows, textsOf(left, options.compareLineEndings), textsOf(right, options.compareLineEndings),
+                       cancel);
 }
 
 QList<DiffLine> diffLinesAligned(const QStringList &left, const QStringList &right, const AlignParams &params,
@@ -103,7 +111,7 @@ QList<DiffLine> diffLinesAligned(const QStringList &left, const QStringList &rig
     if (cancel.isCancelled())
         return {};
     const QList<AlignedRow> rows = alignSides(sides.left, sides.right, params, {}, cancel);
-    return withTextsOf(rows, textsOf(left, true), textsOf(right, true));
+    return withTextsOf(rows, textsOf(left, true), textsOf(right, true), cancel);
 }
 
 QList<DiffLine> diffLinesByIndex(const QStringList &left, const QStringList &right)

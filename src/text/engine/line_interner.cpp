@@ -1,6 +1,7 @@
 #include "text/engine/line_interner.h"
 
 #include <algorithm>
+#include <bit>
 
 #if defined(__SSE2__) || defined(_M_X64)
 #include <xmmintrin.h>
@@ -46,7 +47,6 @@ private:
     static constexpr qint32 none = -1;
     static constexpr qint32 linesAhead = 12;
     static constexpr size_t initialSlots = 4096;
-    static constexpr size_t growth = 4;
 
     [[nodiscard]] size_t slotOf(quint64 hash) const noexcept { return size_t(hash >> 32) & (m_slots.size() - 1); }
 
@@ -61,8 +61,9 @@ private:
         const qint32 number = count();
         m_slots[at] = {quint32(hash), number};
         m_firstLines.push_back(&side == &m_left ? index : -1 - index);
-        if (m_firstLines.size() * 3 > m_slots.size() * 2)
-            grow();
+        // As many different lines are to be expected in the rest of the side as in what has been seen of it.
+        if (m_firstLines.size() * 4 > m_slots.size() * 3)
+            grow(m_firstLines.size() * size_t(side.count()) / size_t(index + 1));
         return number;
     }
 
@@ -72,18 +73,23 @@ private:
         return line >= 0 ? m_left.key(line) : m_right.key(-1 - line);
     }
 
-    void grow()
+    [[nodiscard]] quint64 firstHash(qint32 number) const noexcept
     {
-        std::vector<Slot> slots(m_slots.size() * growth);
-        m_slots.swap(slots);
-        for (const Slot &slot : slots) {
-            if (slot.number == none)
-                continue;
-            const qint32 line = m_firstLines[size_t(slot.number)];
-            size_t at = slotOf(line >= 0 ? m_left.hash(line) : m_right.hash(-1 - line));
+        const qint32 line = m_firstLines[size_t(number)];
+        return line >= 0 ? m_left.hash(line) : m_right.hash(-1 - line);
+    }
+
+    void grow(size_t expected)
+    {
+        m_slots.assign(std::max(m_slots.size() * 2, std::bit_ceil(expected + expected / 2)), Slot());
+        for (qint32 number = 0; number < count(); ++number) {
+            const quint64 hash = firstHash(number);
+            if (number + linesAhead < count())
+                VELMORA_PREFETCH(&m_slots[slotOf(firstHash(number + linesAhead))]);
+            size_t at = slotOf(hash);
             while (m_slots[at].number != none)
                 at = (at + 1) & (m_slots.size() - 1);
-            m_slots[at] = slot;
+            m_slots[at] = {quint32(hash), number};
         }
     }
 

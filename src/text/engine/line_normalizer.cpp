@@ -5,7 +5,7 @@
 #include "text/engine/white_space.h"
 
 #include <algorithm>
-#include <type_traits>
+#include <bit>
 
 #if defined(__SSE2__) || defined(_M_X64)
 #include <emmintrin.h>
@@ -50,8 +50,9 @@ bool isUpper(Unit unit) noexcept
 }
 
 template <typename Unit>
-void inspectUnits(View<Unit> text, bool afterSpace, Findings &findings) noexcept
+void inspectUnits(View<Unit> text, Findings &findings) noexcept
 {
+    bool afterSpace = false;
     for (const Unit unit : text) {
         const auto value = toValue(unit);
         const bool space = value == ' ';
@@ -65,53 +66,92 @@ void inspectUnits(View<Unit> text, bool afterSpace, Findings &findings) noexcept
 Findings inspect(std::u16string_view text) noexcept
 {
     Findings findings;
-    inspectUnits(text, false, findings);
+    inspectUnits(text, findings);
     return findings;
 }
+
+#if VELMORA_ENGINE_SSE2
+
+/// Gathers what vectors of 16 bytes hold.
+class VectorInspector {
+public:
+    /// `afterSpace` is 1 when a space stands before the vector.
+    void inspect(const char *at, quint32 afterSpace) noexcept
+    {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(at));
+        m_wide = _mm_or_si128(m_wide, bytes);
+        m_control = _mm_or_si128(m_control, inRange(bytes, '\t', '\r'));
+        m_upper = _mm_or_si128(m_upper, inRange(bytes, 'A', 'Z'));
+        m_spaces = quint32(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_set1_epi8(' '))));
+        m_doubled |= m_spaces & (m_spaces << 1 | afterSpace);
+    }
+    [[nodiscard]] quint32 endsWithSpace() const noexcept { return m_spaces >> 15; }
+
+    [[nodiscard]] Findings findings() const noexcept
+    {
+        return {_mm_movemask_epi8(m_wide) != 0, m_doubled != 0 || _mm_movemask_epi8(m_control) != 0,
+                _mm_movemask_epi8(m_upper) != 0};
+    }
+
+private:
+    static __m128i inRange(__m128i bytes, char first, char last) noexcept
+    {
+        const __m128i shifted = _mm_sub_epi8(bytes, _mm_set1_epi8(first));
+        return _mm_cmpeq_epi8(_mm_min_epu8(shifted, _mm_set1_epi8(char(last - first))), shifted);
+    }
+
+    __m128i m_wide = _mm_setzero_si128();
+    __m128i m_control = _mm_setzero_si128();
+    __m128i m_upper = _mm_setzero_si128();
+    quint32 m_spaces = 0;
+    quint32 m_doubled = 0;
+};
+
+#endif
 
 Findings inspect(std::string_view text) noexcept
 {
-    Findings findings;
-    size_t at = 0;
-    bool afterSpace = false;
 #if VELMORA_ENGINE_SSE2
-    const __m128i space = _mm_set1_epi8(' ');
-    int wide = 0;
-    int control = 0;
-    int upper = 0;
-    quint32 doubled = 0;
-    quint32 carried = 0;
-    for (; at + 16 <= text.size(); at += 16) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(text.data() + at));
-        const auto below = [&bytes](char first, char count) {
-            const __m128i shifted = _mm_sub_epi8(bytes, _mm_set1_epi8(first));
-            return _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_min_epu8(shifted, _mm_set1_epi8(char(count - 1))), shifted));
-        };
-        wide |= _mm_movemask_epi8(bytes);
-        control |= below('\t', 5);
-        upper |= below('A', 26);
-        const auto spaces = quint32(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, space)));
-        doubled |= spaces & (spaces << 1 | carried);
-        carried = spaces >> 15;
+    if (text.size() >= 16) {
+        VectorInspector inspector;
+        size_t at = 0;
+        for (; at + 16 < text.size(); at += 16)
+            inspector.inspect(text.data() + at, inspector.endsWithSpace());
+        // The last vector ends with the text; all but its first byte may be new.
+        const size_t last = text.size() - 16;
+        inspector.inspect(text.data() + last, last == at ? inspector.endsWithSpace() : 0);
+        return inspector.findings();
     }
-    findings = {wide != 0, (control | int(doubled)) != 0, upper != 0};
-    afterSpace = carried != 0;
 #endif
-    inspectUnits(text.substr(at), afterSpace, findings);
+    Findings findings;
+    inspectUnits(text, findings);
     return findings;
 }
 
-/// Whether `text` has white space other than single spaces.
-template <typename Unit>
-bool hasOddSpace(View<Unit> text) noexcept
+/// Whether `text` has white space from U+0080 on.
+bool hasWideSpace(std::u16string_view text) noexcept
 {
-    bool afterSpace = false;
-    while (!text.empty()) {
-        const size_t length = spaceAtStart(text);
-        if (length != 0 && (afterSpace || text.front() != Unit(' ')))
+    return std::any_of(text.begin(), text.end(), [](char16_t unit) { return unit >= 0x80 && QChar::isSpace(unit); });
+}
+
+bool hasWideSpace(std::string_view text) noexcept
+{
+    size_t at = 0;
+#if VELMORA_ENGINE_SSE2
+    for (; at + 16 <= text.size(); at += 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(text.data() + at));
+        const __m128i fromE1 = _mm_sub_epi8(bytes, _mm_set1_epi8(char(0xE1)));
+        const __m128i starts = _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8(char(0xC2))),
+                                            _mm_cmpeq_epi8(_mm_min_epu8(fromE1, _mm_set1_epi8(2)), fromE1));
+        for (auto mask = quint32(_mm_movemask_epi8(starts)); mask != 0; mask &= mask - 1) {
+            if (wideSpaceAtStart(text.substr(at + size_t(std::countr_zero(mask)))) != 0)
+                return true;
+        }
+    }
+#endif
+    for (; at < text.size(); ++at) {
+        if (mayStartWideSpace(toValue(text[at])) && wideSpaceAtStart(text.substr(at)) != 0)
             return true;
-        afterSpace = length != 0;
-        text.remove_prefix(1);
     }
     return false;
 }
@@ -177,7 +217,7 @@ View<Unit> LineNormalizer<Unit>::key(View line)
         return line;
 
     const Findings findings = inspect(line);
-    const bool collapsing = m_rules.collapse && (findings.oddSpace || (findings.wide && hasOddSpace(line)));
+    const bool collapsing = m_rules.collapse && (findings.oddSpace || (findings.wide && hasWideSpace(line)));
     const bool folding = m_rules.foldCase && (findings.upper || findings.wide);
     if (!collapsing && !folding)
         return line;
@@ -195,17 +235,19 @@ View<Unit> LineNormalizer<Unit>::key(View line)
 template <typename Unit>
 void LineNormalizer<Unit>::collapse(View line)
 {
-    m_text.clear();
+    // Never longer than the line, since a run of white space has at least one unit.
+    m_text.resize(line.size());
+    Unit *out = m_text.data();
     while (!line.empty()) {
-        const size_t length = spaceAtStart(line);
-        if (length == 0) {
-            m_text.push_back(line.front());
+        if (spaceAtStart(line) == 0) {
+            *out++ = line.front();
             line.remove_prefix(1);
         } else {
-            m_text.push_back(Unit(' '));
+            *out++ = Unit(' ');
             line = withoutLeadingSpace(line);
         }
     }
+    m_text.resize(size_t(out - m_text.data()));
 }
 
 template <typename Unit>

@@ -56,37 +56,24 @@ NormalizedSide<Source>::NormalizedSide(const Source &source, const NormalizeRule
         const bool unimportant = !rules.unimportant.empty() && rules.unimportant[size_t(index)];
         const View key = unimportant ? View() : normalizer.key(withoutReturn(line));
         m_hashes.push_back(hash(key));
-        append(line, key);
+        append(index, line, key);
     }
 }
 
 template <typename Source>
-void NormalizedSide<Source>::append(View line, View key)
+void NormalizedSide<Source>::append(qint32 lineIndex, View line, View key)
 {
     ++m_count;
     const auto notBehind = std::less_equal<const Unit *>();
     if (key.empty()) {
         m_bounds.push_back({0, 0});
     } else if (notBehind(line.data(), key.data()) && notBehind(key.data(), line.data() + line.size())) {
-        m_bounds.push_back({quint32(key.data() - line.data()), quint32(key.size())});
+        m_bounds.push_back({m_source.placeOf(lineIndex, key.data()), quint32(key.size())});
     } else {
         m_bounds.push_back({quint32(m_copyStarts.size() - 1), copied});
         m_copies += key;
         m_copyStarts.push_back(m_copies.size());
     }
-}
-
-template <typename Source>
-typename NormalizedSide<Source>::View NormalizedSide<Source>::key(qint32 index) const noexcept
-{
-    if (m_bounds.empty())
-        return m_source.line(index);
-    const KeyBounds bounds = m_bounds[size_t(index)];
-    if (bounds.length == copied) {
-        const size_t begin = m_copyStarts[bounds.start];
-        return View(m_copies).substr(begin, m_copyStarts[bounds.start + 1] - begin);
-    }
-    return m_source.line(lineIndex(index)).substr(bounds.start, bounds.length);
 }
 
 template class NormalizedSide<Utf8Lines>;

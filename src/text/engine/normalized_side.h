@@ -40,6 +40,8 @@ public:
 
     [[nodiscard]] qint32 count() const noexcept { return m_count; }
     [[nodiscard]] View key(qint32 index) const noexcept;
+    /// True when every key is ASCII for certain.
+    [[nodiscard]] bool isAscii() const noexcept { return m_source.isAscii(); }
     [[nodiscard]] quint64 hash(qint32 index) const noexcept { return m_hashes[size_t(index)]; }
     /// The 0-based index of the input line that key `index` is made of.
     [[nodiscard]] qint32 lineIndex(qint32 index) const noexcept
@@ -49,14 +51,14 @@ public:
     void dropHashes() noexcept { m_hashes = {}; }
 
 private:
-    /// The units [start, start + length) of the line, or, with length `copied`, text number `start` of m_copies.
+    /// `length` units from the place `start` in the line on, or, with length `copied`, text number `start` of m_copies.
     struct KeyBounds {
         quint32 start = 0;
         quint32 length = 0;
     };
     static constexpr quint32 copied = 0xFFFF'FFFF;
 
-    void append(View line, View key);
+    void append(qint32 lineIndex, View line, View key);
 
     Source m_source;
     qint32 m_count = 0;
@@ -66,6 +68,18 @@ private:
     std::basic_string<Unit> m_copies;
     std::vector<size_t> m_copyStarts{0};
 };
+
+template <typename Source>
+typename NormalizedSide<Source>::View NormalizedSide<Source>::key(qint32 index) const noexcept
+{
+    if (m_bounds.empty())
+        return m_source.line(index);
+    const KeyBounds bounds = m_bounds[size_t(index)];
+    if (bounds.length != copied)
+        return {m_source.unitAt(lineIndex(index), bounds.start), bounds.length};
+    const size_t begin = m_copyStarts[bounds.start];
+    return View(m_copies).substr(begin, m_copyStarts[bounds.start + 1] - begin);
+}
 
 extern template class NormalizedSide<Utf8Lines>;
 extern template class NormalizedSide<Utf16Lines>;

@@ -1,6 +1,7 @@
 #include "text/engine/run_matcher.h"
 
 #include "text/engine/gram_index.h"
+#include "text/engine/interruptible_sort.h"
 
 #include <algorithm>
 
@@ -44,7 +45,7 @@ bool RunMatcher::takeLong(const MatchRect &rect, qint32 minimum)
     m_runs.clear();
     if (!listLongRuns(rect, minimum))
         return false;
-    std::sort(m_runs.begin(), m_runs.end(), takenEarlier);
+    sortInterruptibly(m_runs, takenEarlier, m_poll);
     take(rect, minimum);
     return true;
 }
@@ -131,6 +132,8 @@ bool RunMatcher::listLongRuns(const MatchRect &rect, qint32 minimum)
             }
             if (steps < 0)
                 return false;
+            if (m_poll.stop(stepsPerFind + back))
+                return true;
         }
     }
     return true;
@@ -143,7 +146,7 @@ void RunMatcher::sortByLength()
     for (const MatchBlock &run : m_runs)
         longest = std::max(longest, run.length);
     if (m_runs.size() < 32 || size_t(longest) > m_runs.size()) {
-        std::sort(m_runs.begin(), m_runs.end(), takenEarlier);
+        sortInterruptibly(m_runs, takenEarlier, m_poll);
         return;
     }
     m_lengthStarts.assign(size_t(longest) + 1, 0);
@@ -159,6 +162,8 @@ void RunMatcher::sortByLength()
 
 void RunMatcher::take(const MatchRect &rect, qint32 minimum)
 {
+    if (m_poll.stopped())
+        return;
     m_cutRuns.clear();
     size_t next = 0;
     while (next < m_runs.size() || !m_cutRuns.empty()) {

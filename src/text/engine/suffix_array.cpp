@@ -32,9 +32,10 @@ public:
             return {};
         std::vector<qint32> leftmost = leftmostInTextOrder();
         induce(leftmost);
-        if (leftmost.size() > 1 && !m_poll.stopped()) {
+        if (leftmost.size() > 1 && !m_poll.look()) {
             sortLeftmost(leftmost);
-            induce(leftmost);
+            if (!m_poll.look())
+                induce(leftmost);
         }
         return std::move(m_order);
     }

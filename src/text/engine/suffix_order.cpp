@@ -64,6 +64,8 @@ std::vector<SuffixPlace> SuffixOrder::of(const MatchRect &rect, CancelPoll &poll
     if (poll.stopped())
         return {};
     const std::vector<qint32> common = commonPrefixes(m_text, suffixes, poll);
+    if (poll.look())
+        return {};
     std::vector<SuffixPlace> places;
     places.reserve(suffixes.size());
     for (size_t k = 0; k < suffixes.size(); ++k) {

@@ -25,10 +25,19 @@ namespace velmora {
     return QChar::isSpace(text.back()) ? 1 : 0;
 }
 
+/// False for the bytes with which no white space beyond ASCII starts in UTF-8: that lies in U+0080 to U+00BF and in
+/// U+1000 to U+3FFF.
+[[nodiscard]] inline bool mayStartWideSpace(quint32 byte) noexcept
+{
+    return byte == 0xC2 || byte - 0xE1 <= 2;
+}
+
 /// Precondition: `text` starts a character of two or three bytes and holds the whole of it.
 [[nodiscard]] inline size_t wideSpaceAtStart(std::string_view text) noexcept
 {
     const auto byte = [text](size_t at) { return quint32(static_cast<unsigned char>(text[at])); };
+    if (!mayStartWideSpace(byte(0)))
+        return 0;
     if (byte(0) < 0xE0)
         return QChar::isSpace((byte(0) & 0x1F) << 6 | (byte(1) & 0x3F)) ? 2 : 0;
     return QChar::isSpace((byte(0) & 0x0F) << 12 | (byte(1) & 0x3F) << 6 | (byte(2) & 0x3F)) ? 3 : 0;
