@@ -49,13 +49,12 @@ TextLines TextLines::split(const QByteArray &utf8, qsizetype begin, const ByteCo
 {
     const std::string_view text(utf8.constData(), size_t(utf8.size()));
     const size_t first = size_t(begin);
-    TextLines lines;
     if (first >= text.size())
-        return lines;
+        return {};
 
     // Every line's start, and one end for the last line.
     const size_t unended = text.back() == '\n' ? 0 : 1;
-    auto table = std::make_shared<std::vector<quint32>>(size_t(counts.lineFeeds) + unended + 1);
+    auto table = std::make_shared<Table>(size_t(counts.lineFeeds) + unended + 1);
     quint32 *next = table->data();
     *next++ = quint32(first);
     size_t cut = first;
@@ -69,26 +68,7 @@ TextLines TextLines::split(const QByteArray &utf8, qsizetype begin, const ByteCo
     else if (unended)
         *next = quint32(text.size());
 
-    lines.m_bytes = utf8;
-    lines.m_table = std::move(table);
-    lines.m_ascii = counts.ascii;
-    return lines;
-}
-
-std::string_view TextLines::lineWithEnd(qsizetype index) const noexcept
-{
-    const quint32 *start = m_table->data() + index;
-    return {m_bytes.constData() + start[0], size_t(start[1] - start[0])};
-}
-
-std::string_view TextLines::line(qsizetype index) const noexcept
-{
-    std::string_view line = lineWithEnd(index);
-    if (line.ends_with('\n'))
-        line.remove_suffix(1);
-    if (line.ends_with('\r'))
-        line.remove_suffix(1);
-    return line;
+    return TextLines(utf8, std::move(table), counts.ascii);
 }
 
 LineEnd TextLines::lineEnd(qsizetype index) const noexcept
@@ -113,7 +93,7 @@ std::string_view TextLines::bytes() const noexcept
 {
     if (isEmpty())
         return {};
-    return {m_bytes.constData() + m_table->front(), size_t(m_table->back() - m_table->front())};
+    return {m_text + m_table->front(), size_t(m_table->back() - m_table->front())};
 }
 
 qsizetype TextLines::lineAt(qsizetype offset) const noexcept
@@ -138,11 +118,10 @@ void TextLinesBuilder::append(std::string_view line, LineEnd end)
 
 TextLines TextLinesBuilder::take()
 {
-    TextLines lines;
-    lines.m_ascii = countBytes({m_bytes.constData(), size_t(m_bytes.size())}, 0, size_t(m_bytes.size())).ascii;
-    lines.m_bytes = std::exchange(m_bytes, {});
-    lines.m_table = std::make_shared<const std::vector<quint32>>(std::exchange(m_table, {0}));
-    return lines;
+    const QByteArray bytes = std::exchange(m_bytes, {});
+    auto table = std::make_shared<const TextLines::Table>(std::exchange(m_table, {0}));
+    const bool ascii = countBytes({bytes.constData(), size_t(bytes.size())}, 0, size_t(bytes.size())).ascii;
+    return TextLines(bytes, std::move(table), ascii);
 }
 
 } // namespace velmora
