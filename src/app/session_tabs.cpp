@@ -93,6 +93,8 @@ void SessionTabs::addSession(SessionWidget *session, const QIcon &icon, const QS
             setTitle(at, changed);
     });
     setCurrentIndex(index);
+    // Its shortcuts answer at once, without a click into it.
+    session->setFocus();
 }
 
 SessionWidget *SessionTabs::sessionAt(int index) const
