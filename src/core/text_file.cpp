@@ -146,7 +146,7 @@ FileContents readFile(const QString &path, const CancelFlag &cancel)
     }
 
     // One byte more than the file says, so that its end is seen without a second allocation.
-    contents.bytes.resize(file.size() + 1);
+    contents.bytes = QByteArray(file.size() + 1, Qt::Uninitialized);
     if (contents.bytes.size() >= largeFile)
         expectFullUse(contents.bytes.data(), size_t(contents.bytes.size()));
     qsizetype filled = 0;
