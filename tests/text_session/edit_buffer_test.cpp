@@ -1,0 +1,220 @@
+#include "support/test_main.h"
+#include "text/view/edit_buffer.h"
+
+#include <QRandomGenerator>
+#include <QTest>
+
+using namespace velmora;
+
+namespace {
+
+EditBuffer bufferOf(const QByteArray &text)
+{
+    return EditBuffer(TextLines::split(text));
+}
+
+QByteArray bytesOf(const EditBuffer &buffer)
+{
+    const TextLines lines = buffer.snapshot()->toLines();
+    return {lines.bytes().data(), qsizetype(lines.bytes().size())};
+}
+
+/// The plain form: one string of lines that end in line feeds.
+struct Model {
+    QString text;
+
+    [[nodiscard]] qsizetype offset(EditPosition at) const
+    {
+        qsizetype start = 0;
+        for (qsizetype line = 0; line < at.line; ++line)
+            start = text.indexOf(u'\n', start) + 1;
+        return start + at.unit;
+    }
+};
+
+} // namespace
+
+class EditBufferTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void agreesWithAPlainStringUnderRandomEdits()
+    {
+        QRandomGenerator random(20240611);
+        const QString letters = QStringLiteral("ab\u00e9\u4e2d");
+        EditBuffer buffer = bufferOf("one\ntwo\n\nfour\nfive\n");
+        Model model{QStringLiteral("one\ntwo\n\nfour\nfive\n")};
+        QStringList states{model.text};
+        const auto randomPlace = [&] {
+            const qsizetype line = random.bounded(int(buffer.count()));
+            return EditPosition{line, random.bounded(int(buffer.snapshot()->text(line).size()) + 1)};
+        };
+        for (int round = 0; round < 2000; ++round) {
+            EditPosition start = randomPlace();
+            EditPosition end = random.bounded(2) ? start : randomPlace();
+            if (end < start)
+                std::swap(start, end);
+            if (end.line > start.line + 2)
+                end = {start.line, buffer.snapshot()->text(start.line).size()};
+            QString text;
+            for (int k = random.bounded(5); k > 0; --k)
+                text += random.bounded(4) ? letters.at(random.bounded(int(letters.size()))) : QChar(u'\n');
+            const qsizetype from = model.offset(start);
+            model.text.replace(from, model.offset(end) - from, text);
+            states.append(model.text);
+            const LineChange change = buffer.replace(start, end, text);
+            QCOMPARE(QString::fromUtf8(bytesOf(buffer)), model.text);
+            QCOMPARE(model.offset(change.caret), from + text.size());
+            if (round % 50 == 49) { // some steps back, and all of them forth again
+                const int back = 1 + random.bounded(20);
+                for (int k = 1; k <= back; ++k) {
+                    buffer.undo();
+                    QCOMPARE(QString::fromUtf8(bytesOf(buffer)), states.at(states.size() - 1 - k));
+                }
+                for (int k = 0; k < back; ++k)
+                    buffer.redo();
+                QCOMPARE(QString::fromUtf8(bytesOf(buffer)), model.text);
+            }
+        }
+        while (buffer.canUndo())
+            buffer.undo();
+        QCOMPARE(QString::fromUtf8(bytesOf(buffer)), states.first());
+        QVERIFY(!buffer.isModified());
+    }
+
+    void keepsEachLinesEndAndGivesNewLinesTheUsualOne_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<int>("line");
+        QTest::addColumn<int>("unit");
+        QTest::addColumn<QByteArray>("expected");
+        QTest::newRow("lf") << QByteArray("ab\ncd\n") << 0 << 1 << QByteArray("a\nb\ncd\n");
+        QTest::newRow("crlf") << QByteArray("ab\r\ncd\r\n") << 1 << 2 << QByteArray("ab\r\ncd\r\n\r\n");
+        QTest::newRow("mixed, as the line has it")
+            << QByteArray("ab\ncd\r\nef\n") << 1 << 1 << QByteArray("ab\nc\r\nd\r\nef\n");
+        QTest::newRow("the last line has none") << QByteArray("ab\r\ncd") << 1 << 1 << QByteArray("ab\r\nc\r\nd");
+        QTest::newRow("a lone carriage return at the end")
+            << QByteArray("ab\ncd\r") << 1 << 1 << QByteArray("ab\nc\nd\r");
+        QTest::newRow("one line without end") << QByteArray("abcd") << 0 << 2 << QByteArray("ab\ncd");
+        QTest::newRow("carriage returns inside a line")
+            << QByteArray("a\rb\r\r\nc\n") << 0 << 1 << QByteArray("a\r\n\rb\r\r\nc\n");
+    }
+
+    void keepsEachLinesEndAndGivesNewLinesTheUsualOne()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(int, line);
+        QFETCH(int, unit);
+        QFETCH(QByteArray, expected);
+        EditBuffer buffer = bufferOf(text);
+        buffer.replace({line, unit}, {line, unit}, QStringLiteral("\n"));
+        QCOMPARE(bytesOf(buffer), expected);
+        buffer.undo();
+        QCOMPARE(bytesOf(buffer), text);
+    }
+
+    void insertsWholeLinesAlsoBehindALastOneWithoutEnd()
+    {
+        EditBuffer empty;
+        QCOMPARE(empty.insertLines(0, QStringLiteral("x\ny\n")).inserted, 2);
+        QCOMPARE(bytesOf(empty), QByteArray("x\ny\n"));
+
+        EditBuffer unended = bufferOf("a\r\nb");
+        const LineChange change = unended.insertLines(2, QStringLiteral("c"));
+        QCOMPARE(bytesOf(unended), QByteArray("a\r\nb\r\nc"));
+        QCOMPARE(change.caret, (EditPosition{2, 1}));
+        unended.undo();
+        QCOMPARE(bytesOf(unended), QByteArray("a\r\nb"));
+    }
+
+    void copiesLinesBetweenTexts_data()
+    {
+        QTest::addColumn<QByteArray>("source");
+        QTest::addColumn<int>("from");
+        QTest::addColumn<int>("fromCount");
+        QTest::addColumn<QByteArray>("target");
+        QTest::addColumn<int>("first");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<QByteArray>("expected");
+        QTest::newRow("takes the target's line ends")
+            << QByteArray("x\ny\n") << 0 << 2 << QByteArray("a\r\nb\r\n") << 1 << 1 << QByteArray("a\r\nx\r\ny\r\n");
+        QTest::newRow("a line end is the difference")
+            << QByteArray("a\nb\n") << 0 << 1 << QByteArray("a\r\nb\n") << 0 << 1 << QByteArray("a\nb\n");
+        QTest::newRow("only the last line end differs")
+            << QByteArray("a\nb") << 1 << 1 << QByteArray("a\nb\n") << 1 << 1 << QByteArray("a\nb");
+        QTest::newRow("the same the other way")
+            << QByteArray("a\nb\n") << 1 << 1 << QByteArray("a\nb") << 1 << 1 << QByteArray("a\nb\n");
+        QTest::newRow("unended into the middle")
+            << QByteArray("x") << 0 << 1 << QByteArray("a\nb\n") << 0 << 1 << QByteArray("x\nb\n");
+        QTest::newRow("behind an unended line")
+            << QByteArray("a\nb\n") << 1 << 1 << QByteArray("a") << 1 << 0 << QByteArray("a\nb\n");
+        QTest::newRow("nothing: removes")
+            << QByteArray("a\n") << 1 << 0 << QByteArray("a\nb\nc\n") << 1 << 2 << QByteArray("a\n");
+        QTest::newRow("everything into nothing")
+            << QByteArray("a\nb") << 0 << 2 << QByteArray() << 0 << 0 << QByteArray("a\nb");
+    }
+
+    void copiesLinesBetweenTexts()
+    {
+        QFETCH(QByteArray, source);
+        QFETCH(int, from);
+        QFETCH(int, fromCount);
+        QFETCH(QByteArray, target);
+        QFETCH(int, first);
+        QFETCH(int, count);
+        QFETCH(QByteArray, expected);
+        EditBuffer buffer = bufferOf(target);
+        buffer.copyLines(first, count, *bufferOf(source).snapshot(), from, fromCount);
+        QCOMPARE(bytesOf(buffer), expected);
+        buffer.undo();
+        QCOMPARE(bytesOf(buffer), target);
+    }
+
+    void mergesTypingIntoOneStepAndKnowsWhatIsSaved()
+    {
+        using Merge = EditBuffer::Merge;
+        EditBuffer buffer = bufferOf("line\n");
+        qsizetype unit = 4;
+        const auto type = [&](const QString &text) {
+            for (const QChar letter : text) {
+                buffer.replace({0, unit}, {0, unit}, letter, Merge::Typing);
+                ++unit;
+            }
+        };
+        type(QStringLiteral(" one"));
+        buffer.markClean();
+        type(QStringLiteral(" two"));
+        QVERIFY(buffer.isModified());
+        buffer.undo();
+        QCOMPARE(bytesOf(buffer), QByteArray("line one\n")); // what was saved begins a step
+        QVERIFY(!buffer.isModified());
+        buffer.undo();
+        QCOMPARE(bytesOf(buffer), QByteArray("line\n"));
+        QVERIFY(buffer.isModified());
+        QVERIFY(!buffer.canUndo());
+        unit = 0;
+        type(QStringLiteral("x"));
+        QVERIFY(!buffer.canRedo());
+        unit = 3; // elsewhere: a step of its own
+        type(QStringLiteral("y"));
+        buffer.undo();
+        QCOMPARE(bytesOf(buffer), QByteArray("xline\n"));
+        buffer.undo();
+        QVERIFY2(buffer.isModified(), "the saved state can no longer be reached");
+    }
+
+    void aSnapshotStaysAsItWas()
+    {
+        EditBuffer buffer = bufferOf("a\nb\nc\n");
+        const auto before = buffer.snapshot();
+        buffer.replace({0, 0}, {2, 1}, QStringLiteral("z"));
+        QCOMPARE(before->count(), 3);
+        QCOMPARE(before->text(1), QStringLiteral("b"));
+        QVERIFY(before->holdsSameAs(TextLines::split("a\nb\nc\n")));
+        QVERIFY(!before->holdsSameAs(TextLines::split("a\nb\nc")));
+        QVERIFY(!before->holdsSameAs(buffer.snapshot()->toLines()));
+    }
+};
+
+VELMORA_TEST(EditBufferTest)
+#include "edit_buffer_test.moc"
