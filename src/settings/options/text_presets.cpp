@@ -75,4 +75,13 @@ bool applyTextPreset(const QString &name, TextSessionOptions &options)
     return true;
 }
 
+const TextPreset *matchingTextPreset(const TextSessionOptions &options)
+{
+    const auto preset = std::find_if(presets.begin(), presets.end(), [&options](const TextPreset &entry) {
+        TextSessionOptions applied = options;
+        return applyTextPreset(QLatin1String(entry.name), applied) && applied == options;
+    });
+    return preset != presets.end() ? &*preset : nullptr;
+}
+
 } // namespace velmora

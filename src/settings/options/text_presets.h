@@ -29,4 +29,7 @@ struct TextPreset {
 /// for an unknown name.
 [[nodiscard]] bool applyTextPreset(const QString &name, TextSessionOptions &options);
 
+/// The preset whose rules `options` hold, or null: the one that would change nothing.
+[[nodiscard]] const TextPreset *matchingTextPreset(const TextSessionOptions &options);
+
 } // namespace velmora

@@ -1,0 +1,86 @@
+#include "settings/dialogs/format_choices.h"
+
+#include "core/text_encoding.h"
+#include "session/translate.h"
+#include "settings/options/text_session_options.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+
+namespace velmora {
+
+namespace {
+
+QStringList fileTypeNames()
+{
+    return QStringLiteral("C/C++|C#|Java|JavaScript/TypeScript|Python|Go|Rust|Pascal|COBOL|SQL|Shell|PowerShell|Batch|"
+                          "HTML|XML|CSS|JSON|YAML|INI/TOML|Markdown|CMake|Makefile|Diff")
+        .split(u'|');
+}
+
+QComboBox *makeCombo(const QString &name)
+{
+    auto *combo = new QComboBox;
+    combo->setObjectName(name);
+    // Long names of other origin must not widen the dialog.
+    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    combo->setMinimumContentsLength(16);
+    return combo;
+}
+
+/// Lists `general`, which stands for the first stored word, and the names that stand for themselves; chooses `stored`.
+void fill(QComboBox &combo, const QString &general, const QString &generalStored, const QStringList &names,
+          const QString &stored)
+{
+    combo.clear();
+    combo.addItem(general, generalStored);
+    for (const QString &name : names)
+        combo.addItem(name, name);
+    if (combo.findData(stored) < 0)
+        combo.addItem(stored, stored);
+    combo.setCurrentIndex(combo.findData(stored));
+}
+
+} // namespace
+
+FormatChoices::FormatChoices(const QString &title, const QString &prefix, QWidget *parent)
+    : QGroupBox(title, parent),
+      m_fileType(makeCombo(prefix + QLatin1String("FileType"))),
+      m_encoding(makeCombo(prefix + QLatin1String("Encoding"))),
+      m_eol(makeCombo(prefix + QLatin1String("Eol")))
+{
+    auto *form = new QFormLayout(this);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    form->addRow(Velmora::tr("File type:"), m_fileType);
+    form->addRow(Velmora::tr("Encoding:"), m_encoding);
+    form->addRow(Velmora::tr("Line ends:"), m_eol);
+}
+
+void FormatChoices::setFormat(const Format &format)
+{
+    const TextSessionOptions builtIn;
+    const QString everythingElse = Velmora::tr("Everything else");
+    const bool general = format.fileType.isEmpty() || format.fileType == everythingElse;
+    fill(*m_fileType, everythingElse, builtIn.leftFileType, fileTypeNames(),
+         general ? builtIn.leftFileType : format.fileType);
+
+    // Every word for automatic detection is the same choice and stays as it was stored.
+    const bool automatic =
+        TextEncoding::isKnownName(format.encoding) && TextEncoding::fromName(format.encoding).isAutomatic();
+    const QStringList encodings = TextEncoding::offeredNames();
+    fill(*m_encoding, Velmora::tr("Auto detect"), automatic ? format.encoding : builtIn.leftEncoding, encodings.mid(1),
+         format.encoding);
+
+    const QStringList eols{QStringLiteral("PC"), QStringLiteral("Unix"), QStringLiteral("Mac")};
+    fill(*m_eol, eols.first(), eols.first(), eols.mid(1), format.eol.isEmpty() ? eols.first() : format.eol);
+}
+
+FormatChoices::Format FormatChoices::format() const
+{
+    // A type that was detected holds for the files of that comparison alone.
+    const bool detected = m_fileType->currentText().startsWith(Velmora::tr("Detected"));
+    return {detected ? TextSessionOptions().leftFileType : m_fileType->currentData().toString(),
+            m_encoding->currentData().toString(), m_eol->currentData().toString()};
+}
+
+} // namespace velmora

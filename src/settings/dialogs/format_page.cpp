@@ -1,0 +1,52 @@
+#include "settings/dialogs/format_page.h"
+
+#include "session/translate.h"
+#include "settings/dialogs/format_choices.h"
+#include "settings/options/text_session_options.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+
+namespace velmora {
+
+FormatPage::FormatPage(QWidget *parent)
+    : SettingsPage(parent),
+      m_left(new FormatChoices(Velmora::tr("&Left"), QStringLiteral("left"))),
+      m_right(new FormatChoices(Velmora::tr("&Right"), QStringLiteral("right"))),
+      m_sameAsLeft(new QCheckBox(Velmora::tr("&Same format as the left side")))
+{
+    m_sameAsLeft->setObjectName(QStringLiteral("sameAsLeftFileFormat"));
+    m_sameAsLeft->setToolTip(Velmora::tr("The right file is read with the choices of the left one"));
+    connect(m_sameAsLeft, &QCheckBox::toggled, m_right, &QWidget::setDisabled);
+
+    auto *sides = new QHBoxLayout;
+    sides->setSpacing(12);
+    sides->addWidget(m_left, 1);
+    sides->addWidget(m_right, 1);
+    auto *column = new QVBoxLayout(this);
+    column->addLayout(sides);
+    column->addWidget(m_sameAsLeft);
+    column->addStretch(1);
+}
+
+void FormatPage::load(const TextSessionOptions &options)
+{
+    m_left->setFormat({options.leftFileType, options.leftEncoding, options.leftEol});
+    m_right->setFormat({options.rightFileType, options.rightEncoding, options.rightEol});
+    m_sameAsLeft->setChecked(options.sameAsLeftFileFormat);
+}
+
+void FormatPage::store(TextSessionOptions &options) const
+{
+    const FormatChoices::Format left = m_left->format();
+    options.leftFileType = left.fileType;
+    options.leftEncoding = left.encoding;
+    options.leftEol = left.eol;
+    const FormatChoices::Format right = m_right->format();
+    options.rightFileType = right.fileType;
+    options.rightEncoding = right.encoding;
+    options.rightEol = right.eol;
+    options.sameAsLeftFileFormat = m_sameAsLeft->isChecked();
+}
+
+} // namespace velmora

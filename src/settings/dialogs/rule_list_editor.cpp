@@ -1,0 +1,111 @@
+#include "settings/dialogs/rule_list_editor.h"
+
+#include "session/translate.h"
+
+#include <QAbstractItemModel>
+#include <QHBoxLayout>
+#include <QItemSelectionModel>
+#include <QListView>
+#include <QPushButton>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace velmora {
+
+RuleListEditor::RuleListEditor(QAbstractItemModel &model, const QString &prefix, const ToolTips &toolTips,
+                               QWidget *parent)
+    : QWidget(parent), m_list(new QListView), m_buttons(new QHBoxLayout)
+{
+    m_list->setObjectName(prefix + QLatin1String("List"));
+    m_list->setModel(&model);
+    m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_list->setUniformItemSizes(true);
+
+    auto *add = makeButton(Velmora::tr("Add..."), prefix + QLatin1String("Add"), toolTips.add);
+    m_edit = makeButton(Velmora::tr("Edit..."), prefix + QLatin1String("Edit"), toolTips.edit);
+    m_remove = makeButton(Velmora::tr("Remove"), prefix + QLatin1String("Remove"), toolTips.remove);
+    m_buttons->addStretch(1);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(m_list, 1);
+    column->addLayout(m_buttons);
+
+    connect(add, &QPushButton::clicked, this, &RuleListEditor::addRequested);
+    connect(m_edit, &QPushButton::clicked, this, &RuleListEditor::requestEdit);
+    connect(m_remove, &QPushButton::clicked, this, &RuleListEditor::removeSelected);
+    connect(m_list, &QListView::doubleClicked, this, &RuleListEditor::requestEdit);
+    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &RuleListEditor::enableButtons);
+    connect(&model, &QAbstractItemModel::modelReset, this, &RuleListEditor::enableButtons);
+    addKeys();
+    enableButtons();
+}
+
+void RuleListEditor::addButton(QPushButton *button)
+{
+    button->setAutoDefault(false);
+    m_buttons->insertWidget(m_buttons->count() - 1, button);
+}
+
+void RuleListEditor::selectRow(int row)
+{
+    m_list->setCurrentIndex(m_list->model()->index(row, 0));
+}
+
+QPushButton *RuleListEditor::makeButton(const QString &text, const QString &name, const QString &toolTip)
+{
+    auto *button = new QPushButton(text);
+    button->setObjectName(name);
+    button->setToolTip(toolTip);
+    button->setAutoDefault(false);
+    m_buttons->addWidget(button);
+    return button;
+}
+
+void RuleListEditor::addKeys()
+{
+    const auto addKey = [this](Qt::Key key, auto slot) {
+        auto *shortcut = new QShortcut(key, m_list);
+        shortcut->setContext(Qt::WidgetShortcut);
+        connect(shortcut, &QShortcut::activated, this, slot);
+    };
+    addKey(Qt::Key_Insert, &RuleListEditor::addRequested);
+    addKey(Qt::Key_F2, &RuleListEditor::requestEdit);
+    addKey(Qt::Key_Delete, &RuleListEditor::removeSelected);
+}
+
+int RuleListEditor::selectedRow() const
+{
+    const QModelIndexList rows = m_list->selectionModel()->selectedRows();
+    return rows.isEmpty() ? -1 : rows.first().row();
+}
+
+void RuleListEditor::requestEdit()
+{
+    const int row = selectedRow();
+    if (row >= 0)
+        Q_EMIT editRequested(row);
+}
+
+void RuleListEditor::removeSelected()
+{
+    const int row = selectedRow();
+    if (row < 0)
+        return;
+    QAbstractItemModel *model = m_list->model();
+    model->removeRow(row);
+    // The next rule takes the place, so that the key can be pressed again.
+    if (model->rowCount() > 0)
+        selectRow(std::min(row, model->rowCount() - 1));
+    enableButtons();
+}
+
+void RuleListEditor::enableButtons()
+{
+    const bool selected = selectedRow() >= 0;
+    m_edit->setEnabled(selected);
+    m_remove->setEnabled(selected);
+}
+
+} // namespace velmora

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QWidget>
+
+class QAbstractItemModel;
+class QHBoxLayout;
+class QListView;
+class QPushButton;
+
+namespace velmora {
+
+/// A list of rules with the buttons that add, edit and remove them.
+///
+/// The model stays the caller's; removing needs its removeRows(). What a rule is, and the dialog for it, is the
+/// caller's, too. In the list Insert adds, F2 and a double click edit, Delete removes.
+class RuleListEditor final : public QWidget {
+    Q_OBJECT
+public:
+    struct ToolTips {
+        QString add;
+        QString edit;
+        QString remove;
+    };
+
+    /// The list is named `prefix` followed by "List", the buttons by "Add", "Edit" and "Remove".
+    RuleListEditor(QAbstractItemModel &model, const QString &prefix, const ToolTips &toolTips,
+                   QWidget *parent = nullptr);
+
+    /// The list, for a label's buddy.
+    [[nodiscard]] QListView &list() { return *m_list; }
+    /// Puts another button behind the three.
+    void addButton(QPushButton *button);
+    void selectRow(int row);
+
+Q_SIGNALS:
+    void addRequested();
+    void editRequested(int row);
+
+private:
+    [[nodiscard]] QPushButton *makeButton(const QString &text, const QString &name, const QString &toolTip);
+    void addKeys();
+    [[nodiscard]] int selectedRow() const;
+    void requestEdit();
+    void removeSelected();
+    void enableButtons();
+
+    QListView *m_list;
+    QHBoxLayout *m_buttons;
+    QPushButton *m_edit;
+    QPushButton *m_remove;
+};
+
+} // namespace velmora
