@@ -1469,5 +1469,373 @@ Stored under HKCU (no admin). Uncheck to remove.</source>
         <source>The two current lines</source>
         <translation>当前的两行</translation>
     </message>
+    <message>
+        <source>&amp;Never align differences</source>
+        <translation>从不对齐有差异的行(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Use &amp;closeness matching</source>
+        <translation>使用邻近匹配(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Prefer closer pairings within diff blocks</source>
+        <translation>在差异块内优先配对较接近的行</translation>
+    </message>
+    <message>
+        <source>&amp;Unaligned</source>
+        <translation>不对齐(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Standard alignment</source>
+        <translation>标准对齐(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Myers O(ND) alignment</source>
+        <translation>Myers O(ND) 对齐(&amp;M)</translation>
+    </message>
+    <message>
+        <source>&amp;Patience Diff alignment</source>
+        <translation>Patience Diff 对齐(&amp;P)</translation>
+    </message>
+    <message>
+        <source>S&amp;kew tolerance:</source>
+        <translation>偏移容差(&amp;K)：</translation>
+    </message>
+    <message>
+        <source>lines (default 2000)</source>
+        <translation>行（默认 2000）</translation>
+    </message>
+    <message>
+        <source>File type:</source>
+        <translation>文件类型：</translation>
+    </message>
+    <message>
+        <source>Encoding:</source>
+        <translation>编码：</translation>
+    </message>
+    <message>
+        <source>Line ends:</source>
+        <translation>行尾：</translation>
+    </message>
+    <message>
+        <source>Everything else</source>
+        <translation>其它一切</translation>
+    </message>
+    <message>
+        <source>Detected</source>
+        <translation>检测到</translation>
+    </message>
+    <message>
+        <source>&amp;Left</source>
+        <translation>左侧(&amp;L)</translation>
+    </message>
+    <message>
+        <source>&amp;Right</source>
+        <translation>右侧(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Same format as the left side</source>
+        <translation>与左侧格式相同(&amp;S)</translation>
+    </message>
+    <message>
+        <source>The right file is read with the choices of the left one</source>
+        <translation>按左侧文件的选择读取右侧文件</translation>
+    </message>
+    <message>
+        <source>&amp;Leading whitespace</source>
+        <translation>行首空白(&amp;L)</translation>
+    </message>
+    <message>
+        <source>&amp;Embedded whitespace</source>
+        <translation>行内空白(&amp;E)</translation>
+    </message>
+    <message>
+        <source>&amp;Trailing whitespace</source>
+        <translation>行尾空白(&amp;T)</translation>
+    </message>
+    <message>
+        <source>E&amp;verything else</source>
+        <translation>其它一切(&amp;V)</translation>
+    </message>
+    <message>
+        <source>&amp;Character case</source>
+        <translation>字母大小写(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Mark grammar elements that are important to the comparison:</source>
+        <translation>勾选对比较有重要意义的语法元素：</translation>
+    </message>
+    <message>
+        <source>Edit Grammar</source>
+        <translation>编辑语法</translation>
+    </message>
+    <message>
+        <source>Text importance rules (*.json);;All files (*.*)</source>
+        <translation>文本重要性规则 (*.json);;所有文件 (*.*)</translation>
+    </message>
+    <message>
+        <source>Cannot read file: %1</source>
+        <translation>无法读取文件：%1</translation>
+    </message>
+    <message>
+        <source>Invalid JSON: %1</source>
+        <translation>无效的 JSON：%1</translation>
+    </message>
+    <message>
+        <source>Unrecognized importance rules file (expected schema %1).</source>
+        <translation>无法识别的重要性规则文件（应为架构 %1）。</translation>
+    </message>
+    <message>
+        <source>The file holds no importance rules.</source>
+        <translation>文件中没有重要性规则。</translation>
+    </message>
+    <message>
+        <source>&amp;Orphan lines are always important</source>
+        <translation>单侧独有的行始终重要(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Compare line endings (PC/&amp;Mac/Unix)</source>
+        <translation>比较行尾 (PC/Mac/Unix)(&amp;M)</translation>
+    </message>
+    <message>
+        <source>Ignore &amp;blank lines</source>
+        <translation>忽略空行(&amp;B)</translation>
+    </message>
+    <message>
+        <source>Add an unimportant text rule</source>
+        <translation>添加不重要文本规则</translation>
+    </message>
+    <message>
+        <source>Edit selected unimportant text rule</source>
+        <translation>编辑所选的不重要文本规则</translation>
+    </message>
+    <message>
+        <source>Remove selected unimportant text rule</source>
+        <translation>移除所选的不重要文本规则</translation>
+    </message>
+    <message>
+        <source>Skip lines that are entirely blank</source>
+        <translation>跳过完全空白的行</translation>
+    </message>
+    <message>
+        <source>&amp;Unimportant text:</source>
+        <translation>不重要的文本(&amp;U)：</translation>
+    </message>
+    <message>
+        <source>Apply comparison &amp;preset…</source>
+        <translation>应用比较预设(&amp;P)…</translation>
+    </message>
+    <message>
+        <source>Load a built-in text comparison preset</source>
+        <translation>载入内置的文本比较预设</translation>
+    </message>
+    <message>
+        <source>Apply built-in text comparison rules</source>
+        <translation>应用内置的文本比较规则</translation>
+    </message>
+    <message>
+        <source>Edit &amp;Grammar...</source>
+        <translation>编辑语法(&amp;G)...</translation>
+    </message>
+    <message>
+        <source>Open grammar importance editor</source>
+        <translation>打开语法重要性编辑器</translation>
+    </message>
+    <message>
+        <source>Clipboar&amp;d</source>
+        <translation>剪贴板(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Copy unimportant text list to clipboard / paste from clipboard</source>
+        <translation>将不重要文本列表复制到剪贴板 / 从剪贴板粘贴</translation>
+    </message>
+    <message>
+        <source>&amp;Copy list</source>
+        <translation>复制列表(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Paste list</source>
+        <translation>粘贴列表(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Import from file...</source>
+        <translation>从文件导入(&amp;I)...</translation>
+    </message>
+    <message>
+        <source>Load grammar and unimportant-text rules from a JSON file</source>
+        <translation>从 JSON 文件载入语法和不重要文本规则</translation>
+    </message>
+    <message>
+        <source>E&amp;xport to file...</source>
+        <translation>导出到文件(&amp;X)...</translation>
+    </message>
+    <message>
+        <source>Save grammar and unimportant-text rules to a JSON file</source>
+        <translation>将语法和不重要文本规则保存到 JSON 文件</translation>
+    </message>
+    <message>
+        <source>Unimportant text</source>
+        <translation>不重要的文本</translation>
+    </message>
+    <message>
+        <source>Replace the list with text from the clipboard?</source>
+        <translation>要用剪贴板中的文本替换此列表吗？</translation>
+    </message>
+    <message>
+        <source>Import importance rules</source>
+        <translation>导入重要性规则</translation>
+    </message>
+    <message>
+        <source>Import failed</source>
+        <translation>导入失败</translation>
+    </message>
+    <message>
+        <source>Export importance rules</source>
+        <translation>导出重要性规则</translation>
+    </message>
+    <message>
+        <source>Export failed</source>
+        <translation>导出失败</translation>
+    </message>
+    <message>
+        <source>Replacement rule</source>
+        <translation>替换规则</translation>
+    </message>
+    <message>
+        <source>&amp;Find text:</source>
+        <translation>查找文本(&amp;F)：</translation>
+    </message>
+    <message>
+        <source>&amp;Replace with:</source>
+        <translation>替换为(&amp;R)：</translation>
+    </message>
+    <message>
+        <source>%1  -&gt;  %2</source>
+        <translation>%1  -&gt;  %2</translation>
+    </message>
+    <message>
+        <source>Before lines are compared, each rule replaces every occurrence of its text, in the order of the list. The files themselves stay as they are.</source>
+        <translation>比较各行之前，规则按列表顺序依次替换其文本的每一处出现。文件本身保持不变。</translation>
+    </message>
+    <message>
+        <source>Add a replacement rule</source>
+        <translation>添加替换规则</translation>
+    </message>
+    <message>
+        <source>Edit the selected replacement rule</source>
+        <translation>编辑所选的替换规则</translation>
+    </message>
+    <message>
+        <source>Remove the selected replacement rule</source>
+        <translation>移除所选的替换规则</translation>
+    </message>
+    <message>
+        <source>Add...</source>
+        <translation>添加...</translation>
+    </message>
+    <message>
+        <source>Edit...</source>
+        <translation>编辑...</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>移除</translation>
+    </message>
+    <message>
+        <source>&amp;Disable editing</source>
+        <translation>禁止编辑(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Disable &amp;editing</source>
+        <translation>禁止编辑(&amp;E)</translation>
+    </message>
+    <message>
+        <source>Prevent editing the left path in the main window</source>
+        <translation>禁止在主窗口中编辑左侧路径</translation>
+    </message>
+    <message>
+        <source>Prevent editing the right path in the main window</source>
+        <translation>禁止在主窗口中编辑右侧路径</translation>
+    </message>
+    <message>
+        <source>&amp;Copy left path to right</source>
+        <translation>将左侧路径复制到右侧(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Swap left and right paths</source>
+        <translation>交换左右路径(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Left file:</source>
+        <translation>左侧文件(&amp;L)：</translation>
+    </message>
+    <message>
+        <source>&amp;Right file:</source>
+        <translation>右侧文件(&amp;R)：</translation>
+    </message>
+    <message>
+        <source>Descri&amp;ption:</source>
+        <translation>描述(&amp;P)：</translation>
+    </message>
+    <message>
+        <source>Session Settings - Text Compare</source>
+        <translation>会话设置 - 文本比较</translation>
+    </message>
+    <message>
+        <source>Specs</source>
+        <translation>规格</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>格式</translation>
+    </message>
+    <message>
+        <source>Importance</source>
+        <translation>重要性</translation>
+    </message>
+    <message>
+        <source>Alignment</source>
+        <translation>对齐</translation>
+    </message>
+    <message>
+        <source>Replacements</source>
+        <translation>替换</translation>
+    </message>
+    <message>
+        <source>Use for this view only</source>
+        <translation>仅用于此视图</translation>
+    </message>
+    <message>
+        <source>Save as default settings</source>
+        <translation>保存为默认设置</translation>
+    </message>
+    <message>
+        <source>&amp;Where these settings apply</source>
+        <translation>这些设置的应用范围(&amp;W)</translation>
+    </message>
+    <message>
+        <source>Custom</source>
+        <translation>自定义</translation>
+    </message>
+    <message>
+        <source>Preset: %1</source>
+        <translation>预设：%1</translation>
+    </message>
+    <message>
+        <source>&amp;Text or regular expression:</source>
+        <translation>文本或正则表达式(&amp;T)：</translation>
+    </message>
+    <message>
+        <source>⚠ Not a regular expression, so it only counts as plain text: %1</source>
+        <translation>⚠ 不是有效的正则表达式，只作为纯文本使用：%1</translation>
+    </message>
+    <message>
+        <source>There is no text to edit yet: compare first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The texts are locked: switch on &quot;Enable editing&quot; to change them</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>
