@@ -14,9 +14,10 @@ namespace {
 /// What it costs to make a row with its texts, in the steps of a CancelPoll.
 constexpr qint64 stepsPerRow = 64;
 
-/// Puts texts to rows. `leftText` and `rightText` give the text of a line by its 1-based number. Empty when cancelled.
-template <typename LeftText, typename RightText>
-QList<DiffLine> withTextsOf(const QList<AlignedRow> &rows, LeftText leftText, RightText rightText,
+/// Puts texts to rows. `leftText` and `rightText` give the text of a line by its 1-based number; `same` says of an
+/// equal row with both lines that these have one text. Empty when cancelled.
+template <typename LeftText, typename RightText, typename Same>
+QList<DiffLine> withTextsOf(const QList<AlignedRow> &rows, LeftText leftText, RightText rightText, Same same,
                             const CancelFlag &cancel = {})
 {
     CancelPoll poll(cancel);
@@ -31,7 +32,9 @@ QList<DiffLine> withTextsOf(const QList<AlignedRow> &rows, LeftText leftText, Ri
         line.rightLine = row.rightLine;
         if (row.leftLine > 0)
             line.leftText = leftText(row.leftLine);
-        if (row.rightLine > 0)
+        if (row.kind == Equal && row.leftLine > 0 && row.rightLine > 0 && same(row))
+            line.rightText = line.leftText;
+        else if (row.rightLine > 0)
             line.rightText = rightText(row.rightLine);
         if (row.kind == Equal && row.leftLine < 0)
             line.leftText = line.rightText;
@@ -65,6 +68,9 @@ auto textsOf(const TextLines &lines, bool keepReturns)
     };
 }
 
+/// Strings of the caller's are shared as they are.
+constexpr auto sharedAlready = [](const AlignedRow &) { return false; };
+
 } // namespace
 
 AlignParams alignParams(const TextSessionOptions &options)
@@ -91,7 +97,12 @@ QList<AlignedRow> compareTexts(const TextLines &left, const TextLines &right, co
 QList<DiffLine> withTexts(const QList<AlignedRow> &rows, const TextLines &left, const TextLines &right,
                           const TextSessionOptions &options)
 {
-    return withTextsOf(rows, textsOf(left, options.compareLineEndings), textsOf(right, options.compareLineEndings));
+    const auto same = [&](const AlignedRow &row) {
+        return row.leftLine <= left.count() && row.rightLine <= right.count() &&
+               left.line(row.leftLine - 1) == right.line(row.rightLine - 1);
+    };
+    return withTextsOf(rows, textsOf(left, options.compareLineEndings), textsOf(right, options.compareLineEndings),
+                       same);
 }
 
 QList<DiffLine> compareTextLines(const QStringList &left, const QStringList &right, const TextSessionOptions &options,
@@ -100,7 +111,7 @@ QList<DiffLine> compareTextLines(const QStringList &left, const QStringList &rig
     Progress progress;
     const QList<AlignedRow> rows = compareSources(Utf16Lines(left), Utf16Lines(right), options, cancel, progress);
     return withTextsOf(rows, textsOf(left, options.compareLineEndings), textsOf(right, options.compareLineEndings),
-                       cancel);
+                       sharedAlready, cancel);
 }
 
 QList<DiffLine> diffLinesAligned(const QStringList &left, const QStringList &right, const AlignParams &params,
@@ -111,7 +122,7 @@ QList<DiffLine> diffLinesAligned(const QStringList &left, const QStringList &rig
     if (cancel.isCancelled())
         return {};
     const QList<AlignedRow> rows = alignSides(sides.left, sides.right, params, {}, cancel);
-    return withTextsOf(rows, textsOf(left, true), textsOf(right, true), cancel);
+    return withTextsOf(rows, textsOf(left, true), textsOf(right, true), sharedAlready, cancel);
 }
 
 QList<DiffLine> diffLinesByIndex(const QStringList &left, const QStringList &right)
@@ -120,7 +131,8 @@ QList<DiffLine> diffLinesByIndex(const QStringList &left, const QStringList &rig
     const CancelFlag cancel;
     const BothSides<Utf16Lines> sides =
         readSides(Utf16Lines(left), Utf16Lines(right), nullptr, nullptr, cancel, progress);
-    return withTextsOf(alignByIndex(sides.left, sides.right, cancel), textsOf(left, true), textsOf(right, true));
+    return withTextsOf(alignByIndex(sides.left, sides.right, cancel), textsOf(left, true), textsOf(right, true),
+                       sharedAlready);
 }
 
 } // namespace velmora
