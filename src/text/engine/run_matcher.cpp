@@ -12,7 +12,7 @@ namespace {
 constexpr qint32 none = -1;
 
 /// What it costs to come upon a window, in compared elements.
-constexpr qint32 stepsPerFind = 4;
+constexpr qint32 stepsPerFind = 8;
 
 /// Heaps give out their largest element, which has to be the block to take first.
 constexpr auto takenLater = [](const MatchBlock &x, const MatchBlock &y) noexcept { return y.precedes(x); };
