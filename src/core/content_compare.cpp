@@ -1,9 +1,11 @@
 #include "core/content_compare.h"
 
 #include "core/crc32.h"
+#include "core/crew.h"
 
 #include <chrono>
 #include <cstring>
+#include <limits>
 
 namespace velmora {
 
@@ -15,6 +17,24 @@ constexpr qint64 pieceSize = 256 * 1024;
 /// The block of the binary method, a multiple of pieceSize.
 constexpr qint64 blockSize = 1024 * 1024;
 static_assert(blockSize % pieceSize == 0);
+
+/// After so much of one file it shows how fast files come.
+constexpr qint64 probeSize = 8 * 1024 * 1024;
+static_assert(probeSize % pieceSize == 0);
+
+class Stopwatch {
+public:
+    /// True when `bytes` since the start are fewer than any memory gives in the time; the bound is above what disks do.
+    [[nodiscard]] bool isSlow(qint64 bytes) const
+    {
+        constexpr double slowBytesPerSecond = 300e6;
+        const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - m_start;
+        return double(bytes) < elapsed.count() * slowBytesPerSecond;
+    }
+
+private:
+    std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+};
 
 bool sameBytes(const AlignedBuffer &left, const AlignedBuffer &right, qint64 length)
 {
@@ -54,25 +74,42 @@ void SlowDeviceGate::leave()
     m_left.notify_one();
 }
 
-/// Watches how fast the files of a pair come, and changes the way they are read when they come from a slow device.
-class ContentComparer::Pace {
+namespace {
+
+/// One pair's turn to stream from a slow device; over with the object.
+class StreamTurn {
 public:
-    explicit Pace(SlowDeviceGate *gate) : m_gate(gate) {}
-    ~Pace()
+    explicit StreamTurn(SlowDeviceGate *gate) : m_gate(gate) {}
+    ~StreamTurn()
     {
         if (m_entered)
             m_gate->leave();
     }
-    Pace(const Pace &) = delete;
-    Pace &operator=(const Pace &) = delete;
+    StreamTurn(const StreamTurn &) = delete;
+    StreamTurn &operator=(const StreamTurn &) = delete;
+
+    /// Waits for it.
+    void take(const CancelFlag &cancel) { m_entered = m_gate && m_gate->enter(cancel); }
+
+private:
+    SlowDeviceGate *m_gate;
+    bool m_entered = false;
+};
+
+} // namespace
+
+/// Watches how fast the files of a pair come, and changes the way they are read when they come from a slow device.
+class ContentComparer::Pace {
+public:
+    explicit Pace(SlowDeviceGate *gate) : m_turn(gate) {}
 
     /// Called before the piece at `offset` is read. Blocks while another pair streams from a slow device.
     void before(qint64 offset, OpenFile &left, OpenFile &right, const CancelFlag &cancel)
     {
-        if (offset == 0)
-            m_start = std::chrono::steady_clock::now();
-        else if (offset == probeSize)
-            judge(cancel);
+        if (offset == probeSize && m_stopwatch.isSlow(probeSize)) {
+            m_slow = true;
+            m_turn.take(cancel);
+        }
         if (m_slow && offset % windowSize == 0) {
             left.expect(offset, windowSize);
             right.expect(offset, windowSize);
@@ -80,25 +117,12 @@ public:
     }
 
 private:
-    static constexpr qint64 probeSize = 8 * 1024 * 1024;
     /// What is asked from one file before the other gets its turn.
     static constexpr qint64 windowSize = 2 * 1024 * 1024;
-    /// Of one file of the pair: more than a disk gives, less than any memory does.
-    static constexpr qint64 slowBytesPerSecond = 300'000'000;
 
-    void judge(const CancelFlag &cancel)
-    {
-        const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - m_start;
-        m_slow = double(probeSize) < elapsed.count() * double(slowBytesPerSecond);
-        if (!m_slow || !m_gate)
-            return;
-        m_entered = m_gate->enter(cancel);
-    }
-
-    SlowDeviceGate *m_gate;
-    std::chrono::steady_clock::time_point m_start;
+    Stopwatch m_stopwatch;
+    StreamTurn m_turn;
     bool m_slow = false;
-    bool m_entered = false;
 };
 
 ContentComparer::ContentComparer(const FileAccess &files, CancelFlag cancel, SlowDeviceGate *gate)
@@ -174,35 +198,98 @@ bool ContentComparer::sameByBlocks(const QString &left, const QString &right, Op
     });
 }
 
+/// The CRC-32 of one file on its way through it.
+class ContentComparer::CrcRun {
+public:
+    CrcRun(ContentComparer &comparer, OpenFile &file, const QString &path, const AlignedBuffer &buffer)
+        : m_comparer(comparer), m_file(file), m_path(path), m_buffer(buffer)
+    {}
+
+    /// Goes on up to `end` or the end of the file, and counts the bytes.
+    void advance(qint64 end)
+    {
+        advance(end, [this](qint64 bytes) { m_comparer.count(bytes); });
+    }
+
+    void complete() { advance(toTheEnd); }
+
+    /// For another thread than the one that listens: leaves the counting to it.
+    void completeUncounted()
+    {
+        advance(toTheEnd, [](qint64) {});
+    }
+
+    [[nodiscard]] bool isComplete() const noexcept { return m_complete; }
+    [[nodiscard]] qint64 offset() const noexcept { return m_offset; }
+
+    /// Empty before the end.
+    [[nodiscard]] QByteArray value() const
+    {
+        QByteArray bytes;
+        for (int shift = m_complete ? 24 : -1; shift >= 0; shift -= 8)
+            bytes.append(static_cast<char>(static_cast<unsigned char>(m_crc.value() >> unsigned(shift) & 0xFFU)));
+        return bytes;
+    }
+
+private:
+    static constexpr qint64 toTheEnd = std::numeric_limits<qint64>::max();
+
+    template <typename Count>
+    void advance(qint64 end, Count count)
+    {
+        while (!m_complete && m_offset < end && !m_comparer.m_cancel.isCancelled()) {
+            const FilePiece read = m_comparer.piece(m_file, m_path, m_offset, m_buffer);
+            m_crc.update(QByteArrayView(m_buffer.data(), read.length));
+            m_offset += read.length;
+            count(read.length);
+            m_complete = read.length < pieceSize;
+        }
+    }
+
+    ContentComparer &m_comparer;
+    OpenFile &m_file;
+    const QString &m_path;
+    const AlignedBuffer &m_buffer;
+    Crc32 m_crc;
+    qint64 m_offset = 0;
+    bool m_complete = false;
+};
+
 bool ContentComparer::sameByCrc32(const QString &left, const QString &right, OpenHint hint)
 {
-    return crc32(*m_leftOpener, left, hint) == crc32(*m_rightOpener, right, hint);
+    const std::unique_ptr<OpenFile> leftFile = opened(*m_leftOpener, left, hint);
+    const std::unique_ptr<OpenFile> rightFile = opened(*m_rightOpener, right, hint);
+    if (m_cancel.isCancelled() || !leftFile || !rightFile)
+        return m_cancel.isCancelled() || (!leftFile && !rightFile);
+    if (leftFile->identity() == rightFile->identity())
+        return true;
+
+    CrcRun leftRun(*this, *leftFile, left, m_left);
+    CrcRun rightRun(*this, *rightFile, right, m_right);
+    StreamTurn turn(m_gate);
+    const Stopwatch stopwatch;
+    leftRun.advance(probeSize);
+    const bool slow = stopwatch.isSlow(probeSize);
+    if (!leftRun.isComplete() && !slow && crewSize() > 1) {
+        runCrew(2, [&](int worker) { worker == 0 ? leftRun.complete() : rightRun.completeUncounted(); }, {});
+        count(rightRun.offset());
+    } else {
+        if (!leftRun.isComplete() && slow)
+            turn.take(m_cancel);
+        leftRun.complete();
+        rightRun.complete();
+    }
+    return leftRun.value() == rightRun.value();
 }
 
 QByteArray ContentComparer::crc32(const QString &path)
 {
-    return crc32(*m_leftOpener, path, OpenHint::Unknown);
-}
-
-QByteArray ContentComparer::crc32(FileOpener &opener, const QString &path, OpenHint hint)
-{
-    const std::unique_ptr<OpenFile> file = opened(opener, path, hint);
+    const std::unique_ptr<OpenFile> file = opened(*m_leftOpener, path, OpenHint::Unknown);
     if (!file)
         return {};
-    Crc32 crc;
-    for (qint64 offset = 0;; offset += pieceSize) {
-        if (m_cancel.isCancelled())
-            return {};
-        const FilePiece read = piece(*file, path, offset, m_left);
-        crc.update(QByteArrayView(m_left.data(), read.length));
-        count(read.length);
-        if (read.length < pieceSize)
-            break;
-    }
-    QByteArray bytes;
-    for (int shift = 24; shift >= 0; shift -= 8)
-        bytes.append(static_cast<char>(static_cast<unsigned char>(crc.value() >> unsigned(shift) & 0xFFU)));
-    return bytes;
+    CrcRun run(*this, *file, path, m_left);
+    run.complete();
+    return run.value();
 }
 
 } // namespace velmora

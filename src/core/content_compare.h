@@ -46,7 +46,8 @@ public:
     /// at the same place is not compared: blocks are equal as strings are.
     [[nodiscard]] bool sameByBlocks(const QString &left, const QString &right, OpenHint hint = OpenHint::Unknown);
 
-    /// True when `crc32` gives the same for both: also when neither can be opened.
+    /// True when `crc32` gives the same for both: also when neither can be opened. Large files that come fast are read
+    /// at the same time where there are processors for it.
     [[nodiscard]] bool sameByCrc32(const QString &left, const QString &right, OpenHint hint = OpenHint::Unknown);
 
     /// See `fileCrc32`.
@@ -57,6 +58,7 @@ public:
     void setFailureListener(std::function<void(const QString &path)> listener) { m_failed = std::move(listener); }
 
 private:
+    class CrcRun;
     class Pace;
     using BlockRule = std::function<bool(qint64 offset, qint64 length)>;
 
@@ -64,7 +66,6 @@ private:
     [[nodiscard]] FilePiece piece(OpenFile &file, const QString &path, qint64 offset,
                                   const AlignedBuffer &buffer) const;
     [[nodiscard]] bool sameByRule(const QString &left, const QString &right, OpenHint hint, const BlockRule &sameBlock);
-    [[nodiscard]] QByteArray crc32(FileOpener &opener, const QString &path, OpenHint hint);
     void count(qint64 bytes) const
     {
         if (m_listener)

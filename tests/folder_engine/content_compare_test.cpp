@@ -113,6 +113,24 @@ private Q_SLOTS:
         QVERIFY(!comparer.sameByBlocks(tree.path(QStringLiteral("none")), tree.path(QStringLiteral("none"))));
     }
 
+    void computesTheCrcsOfLargeFiles()
+    {
+        TestTree tree;
+        QByteArray bytes = randomBytes(9'000'000, 8);
+        tree.file(QStringLiteral("left/f"), bytes);
+        tree.file(QStringLiteral("right/same"), bytes);
+        bytes[8'999'999] = '\0';
+        tree.file(QStringLiteral("right/other"), bytes);
+        ContentComparer comparer(FileAccess::native(), {});
+        qint64 counted = 0;
+        comparer.setBytesListener([&](qint64 count) { counted += count; });
+        QVERIFY(comparer.sameByCrc32(tree.path(QStringLiteral("left/f")), tree.path(QStringLiteral("right/same"))));
+        QCOMPARE(counted, 18'000'000);
+        QVERIFY(!comparer.sameByCrc32(tree.path(QStringLiteral("left/f")), tree.path(QStringLiteral("right/other"))));
+        QCOMPARE(comparer.crc32(tree.path(QStringLiteral("left/f"))),
+                 plain::crc32(tree.path(QStringLiteral("left/f"))));
+    }
+
     void countsTheBytesOfOneSide()
     {
         TestTree tree;

@@ -231,6 +231,20 @@ private Q_SLOTS:
         }
     }
 
+    void comparesPathsOfAnyLength()
+    {
+        TestTree tree;
+        QString name(100, u'n');
+        for (int depth = 0; depth < 6; ++depth)
+            name += u'/' + QString(100, u'n');
+        tree.file(QLatin1String("left/") + name, "123");
+        tree.file(QLatin1String("right/") + name, "456", 1);
+        const auto items = compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Rules);
+        QCOMPARE(items.size(), 7);
+        QCOMPARE(drawn(items).last(), QString(u'!' + name + QLatin1String(" 3 3")));
+        QVERIFY(fileCrc32(items.last().leftPath) != fileCrc32(items.last().rightPath));
+    }
+
     void alignsByHand()
     {
         TestTree tree;
