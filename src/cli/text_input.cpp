@@ -33,23 +33,13 @@ FileContents readToEnd(QIODevice &device)
     }
 }
 
-/// Unlike a folder tool, this one is given pipes on purpose: the shell makes them for "<(command)".
+/// Reads to the end of what says no length.
 FileContents readPipe(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return {{}, file.errorString()};
     return readToEnd(file);
-}
-
-FileContents readPath(const QString &path)
-{
-    const QFileInfo info(path);
-    if (info.exists() && !info.isFile() && !info.isDir())
-        return readPipe(path);
-    if (info.size() > TextLines::maximumSize)
-        return {{}, QLatin1String(tooLargeText)};
-    return readFile(path);
 }
 
 void decode(TextInput &input, FileContents &&contents)
@@ -70,29 +60,39 @@ bool isStandardInput(const TextInput &input)
 
 } // namespace
 
+FileContents readGivenPath(const QString &path)
+{
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile() && !info.isDir())
+        return readPipe(path);
+    if (info.size() > TextLines::maximumSize)
+        return {{}, QLatin1String(tooLargeText)};
+    return readFile(path);
+}
+
 void readTextInputs(TextInput &left, TextInput &right, QIODevice &standardInput)
 {
     if (isStandardInput(left) || isStandardInput(right)) {
         FileContents contents = readToEnd(standardInput);
-        decode(left, isStandardInput(left) ? FileContents(contents) : readPath(left.path));
-        decode(right, isStandardInput(right) ? std::move(contents) : readPath(right.path));
+        decode(left, isStandardInput(left) ? FileContents(contents) : readGivenPath(left.path));
+        decode(right, isStandardInput(right) ? std::move(contents) : readGivenPath(right.path));
         return;
     }
     if (std::min(QFileInfo(left.path).size(), QFileInfo(right.path).size()) < worthAThread) {
-        decode(left, readPath(left.path));
-        decode(right, readPath(right.path));
+        decode(left, readGivenPath(left.path));
+        decode(right, readGivenPath(right.path));
         return;
     }
     std::exception_ptr failure;
     std::thread worker([&left, &failure] {
         try {
-            decode(left, readPath(left.path));
+            decode(left, readGivenPath(left.path));
         } catch (...) {
             failure = std::current_exception();
         }
     });
     try {
-        decode(right, readPath(right.path));
+        decode(right, readGivenPath(right.path));
     } catch (...) {
         worker.join();
         throw;

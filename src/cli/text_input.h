@@ -18,6 +18,9 @@ struct TextInput {
     QString error; ///< why there is no text, empty when there is one
 };
 
+/// Reads a file that the user names, a pipe too: the shell makes one for "<(command)".
+[[nodiscard]] FileContents readGivenPath(const QString &path);
+
 /// Reads and decodes both texts, large ones at the same time. Standard input is read once even when it is both of them.
 void readTextInputs(TextInput &left, TextInput &right, QIODevice &standardInput);
 

@@ -26,7 +26,7 @@ QString TextRequest::take(const Arguments &arguments)
 
 QString TextRequest::takeOptionsFile(const QString &path)
 {
-    const FileContents contents = readFile(path);
+    const FileContents contents = readGivenPath(path);
     if (!contents.ok())
         return QStringLiteral("%1: %2").arg(path, contents.error);
     QJsonParseError parseError;
