@@ -1563,7 +1563,7 @@ Stored under HKCU (no admin). Uncheck to remove.</source>
     </message>
     <message>
         <source>Mark grammar elements that are important to the comparison:</source>
-        <translation>勾选对比较有重要意义的语法元素：</translation>
+        <translation>勾选对比较重要的语法元素：</translation>
     </message>
     <message>
         <source>Edit Grammar</source>
@@ -1579,7 +1579,7 @@ Stored under HKCU (no admin). Uncheck to remove.</source>
     </message>
     <message>
         <source>Invalid JSON: %1</source>
-        <translation>无效的 JSON：%1</translation>
+        <translation>JSON 无效：%1</translation>
     </message>
     <message>
         <source>Unrecognized importance rules file (expected schema %1).</source>
@@ -1627,7 +1627,7 @@ Stored under HKCU (no admin). Uncheck to remove.</source>
     </message>
     <message>
         <source>Load a built-in text comparison preset</source>
-        <translation>载入内置的文本比较预设</translation>
+        <translation>加载内置的文本比较预设</translation>
     </message>
     <message>
         <source>Apply built-in text comparison rules</source>
@@ -1663,7 +1663,7 @@ Stored under HKCU (no admin). Uncheck to remove.</source>
     </message>
     <message>
         <source>Load grammar and unimportant-text rules from a JSON file</source>
-        <translation>从 JSON 文件载入语法和不重要文本规则</translation>
+        <translation>从 JSON 文件加载语法和不重要文本规则</translation>
     </message>
     <message>
         <source>E&amp;xport to file...</source>
@@ -1671,7 +1671,7 @@ Stored under HKCU (no admin). Uncheck to remove.</source>
     </message>
     <message>
         <source>Save grammar and unimportant-text rules to a JSON file</source>
-        <translation>将语法和不重要文本规则保存到 JSON 文件</translation>
+        <translation>将语法和不重要文本规则保存为 JSON 文件</translation>
     </message>
     <message>
         <source>Unimportant text</source>
@@ -1831,11 +1831,85 @@ Stored under HKCU (no admin). Uncheck to remove.</source>
     </message>
     <message>
         <source>There is no text to edit yet: compare first</source>
-        <translation type="unfinished"></translation>
+        <translation>尚无可编辑的文本：请先进行比较</translation>
     </message>
     <message>
         <source>The texts are locked: switch on &quot;Enable editing&quot; to change them</source>
-        <translation type="unfinished"></translation>
+        <translation>文本已锁定：请打开“启用编辑”再修改</translation>
+    </message>
+    <message>
+        <source>This side is read-only by the session&apos;s settings</source>
+        <translation>此侧在会话设置中设为只读</translation>
+    </message>
+    <message>
+        <source>This side holds bytes that no text has and is not edited here</source>
+        <translation>此侧含有文本中不会出现的字节，不能在此编辑</translation>
+    </message>
+    <message>
+        <source>This side holds bytes that its encoding does not know: saving would lose them</source>
+        <translation>此侧含有其编码无法识别的字节：保存会丢失这些字节</translation>
+    </message>
+    <message>
+        <source>There is no text to save yet: compare first</source>
+        <translation>尚无可保存的文本：请先进行比较</translation>
+    </message>
+    <message>
+        <source>Save left file</source>
+        <translation>保存左侧文件</translation>
+    </message>
+    <message>
+        <source>Save right file</source>
+        <translation>保存右侧文件</translation>
+    </message>
+    <message>
+        <source>Another program has changed this file since it was read:
+%1
+
+Write over it?</source>
+        <translation>此文件在读取之后已被其他程序修改：
+%1
+
+要覆盖它吗？</translation>
+    </message>
+    <message>
+        <source>Line %1 holds the character %2 (%3), which has no place in %4. Nothing was written.</source>
+        <translation>第 %1 行含有字符 %2 (%3)，%4 无法表示它。未写入任何内容。</translation>
+    </message>
+    <message>
+        <source>%1 would write lines that were not edited in other bytes. Nothing was written.</source>
+        <translation>若以 %1 写入，未编辑的行也会变成不同的字节。未写入任何内容。</translation>
+    </message>
+    <message>
+        <source>Left file saved: %1</source>
+        <translation>左侧文件已保存：%1</translation>
+    </message>
+    <message>
+        <source>Right file saved: %1</source>
+        <translation>右侧文件已保存：%1</translation>
+    </message>
+    <message>
+        <source>Save failed</source>
+        <translation>保存失败</translation>
+    </message>
+    <message>
+        <source>There are unsaved changes. Reload both sides from disk?</source>
+        <translation>存在未保存的更改。要从磁盘重新加载两侧吗？</translation>
+    </message>
+    <message>
+        <source>The left side has unsaved changes. Reload from disk?</source>
+        <translation>左侧有未保存的更改。要从磁盘重新加载吗？</translation>
+    </message>
+    <message>
+        <source>The right side has unsaved changes. Reload from disk?</source>
+        <translation>右侧有未保存的更改。要从磁盘重新加载吗？</translation>
+    </message>
+    <message>
+        <source>Unsaved changes</source>
+        <translation>未保存的更改</translation>
+    </message>
+    <message>
+        <source>The texts shown have unsaved changes. Discard them and compare other files?</source>
+        <translation>所显示的文本有未保存的更改。要放弃这些更改并比较其他文件吗？</translation>
     </message>
 </context>
 </TS>
