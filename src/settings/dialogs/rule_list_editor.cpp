@@ -5,9 +5,9 @@
 #include <QAbstractItemModel>
 #include <QHBoxLayout>
 #include <QItemSelectionModel>
+#include <QKeyEvent>
 #include <QListView>
 #include <QPushButton>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -38,7 +38,7 @@ RuleListEditor::RuleListEditor(QAbstractItemModel &model, const QString &prefix,
     connect(m_list, &QListView::doubleClicked, this, &RuleListEditor::requestEdit);
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &RuleListEditor::enableButtons);
     connect(&model, &QAbstractItemModel::modelReset, this, &RuleListEditor::enableButtons);
-    addKeys();
+    m_list->installEventFilter(this);
     enableButtons();
 }
 
@@ -63,16 +63,27 @@ QPushButton *RuleListEditor::makeButton(const QString &text, const QString &name
     return button;
 }
 
-void RuleListEditor::addKeys()
+bool RuleListEditor::eventFilter(QObject *watched, QEvent *event)
 {
-    const auto addKey = [this](Qt::Key key, auto slot) {
-        auto *shortcut = new QShortcut(key, m_list);
-        shortcut->setContext(Qt::WidgetShortcut);
-        connect(shortcut, &QShortcut::activated, this, slot);
-    };
-    addKey(Qt::Key_Insert, &RuleListEditor::addRequested);
-    addKey(Qt::Key_F2, &RuleListEditor::requestEdit);
-    addKey(Qt::Key_Delete, &RuleListEditor::removeSelected);
+    return (event->type() == QEvent::KeyPress && obeyKey(static_cast<QKeyEvent *>(event)->key())) ||
+           QWidget::eventFilter(watched, event);
+}
+
+bool RuleListEditor::obeyKey(int key)
+{
+    switch (key) {
+    case Qt::Key_Insert:
+        Q_EMIT addRequested();
+        return true;
+    case Qt::Key_F2:
+        requestEdit();
+        return true;
+    case Qt::Key_Delete:
+        removeSelected();
+        return true;
+    default:
+        return false;
+    }
 }
 
 int RuleListEditor::selectedRow() const

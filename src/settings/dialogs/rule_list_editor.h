@@ -36,9 +36,12 @@ Q_SIGNALS:
     void addRequested();
     void editRequested(int row);
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     [[nodiscard]] QPushButton *makeButton(const QString &text, const QString &name, const QString &toolTip);
-    void addKeys();
+    [[nodiscard]] bool obeyKey(int key);
     [[nodiscard]] int selectedRow() const;
     void requestEdit();
     void removeSelected();

@@ -1,0 +1,202 @@
+#include "settings/options/text_importance_file.h"
+#include "settings/settings_fixture.h"
+#include "support/test_main.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QFile>
+#include <QGuiApplication>
+#include <QTemporaryDir>
+
+using namespace velmora;
+using velmora::test::SettingsFixture;
+
+namespace {
+
+constexpr int importanceTab = TextSessionSettingsDialog::Importance;
+
+TextSessionOptions withUnimportant(const QStringList &rules)
+{
+    TextSessionOptions options;
+    options.unimportantText = rules;
+    return options;
+}
+
+} // namespace
+
+class TextImportancePageTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void grammarIsEditedInAWindowOfItsOwn()
+    {
+        SettingsFixture f({}, importanceTab);
+        f.click("editGrammar");
+        QCOMPARE(f.opened()->windowTitle(), QStringLiteral("Edit Grammar"));
+        QVERIFY(f.get<QCheckBox>("importantCharacterCase", f.opened()).isChecked());
+        f.click("importantCharacterCase", f.opened());
+        f.click("settingsCancel", f.opened());
+        QVERIFY(f.dialog.options() == TextSessionOptions());
+
+        QVERIFY(!f.opened());
+        f.click("editGrammar");
+        QDialog *window = f.opened();
+        f.click("importantTrailingWhitespace", window);
+        f.click("importantCharacterCase", window);
+        f.click("settingsOk", window);
+        QVERIFY(f.dialog.options().importantTrailingWhitespace);
+        QVERIFY(!f.dialog.options().importantCharacterCase);
+        QVERIFY(f.dialog.options().ignoreCase);
+        QCOMPARE(f.preset(), QStringLiteral("Preset: Custom"));
+    }
+
+    void unimportantTextsAreAddedEditedAndRemoved()
+    {
+        SettingsFixture f(withUnimportant({QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three")}),
+                          importanceTab);
+        QVERIFY(!f.get<QPushButton>("unimportantRemove").isEnabled());
+        auto &list = f.get<QListView>("unimportantList");
+        f.select("unimportantList", 1);
+        QTest::keyClick(&list, Qt::Key_Delete);
+        QCOMPARE(f.rows("unimportantList"), QStringList({QStringLiteral("one"), QStringLiteral("three")}));
+
+        // The rule that has moved up is selected.
+        const QPoint place = list.visualRect(list.currentIndex()).center();
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place);
+        QVERIFY(f.opened());
+        QCOMPARE(f.opened()->windowTitle(), QStringLiteral("Unimportant text"));
+        QCOMPARE(f.get<QLineEdit>("unimportantRule", f.opened()).text(), QStringLiteral("three"));
+        f.type("unimportantRule", QStringLiteral("3"), f.opened());
+        f.click("settingsOk", f.opened());
+
+        f.select("unimportantList", 0);
+        QTest::keyClick(&list, Qt::Key_Insert);
+        f.type("unimportantRule", QStringLiteral("   "), f.opened());
+        QVERIFY(!f.get<QPushButton>("settingsOk", f.opened()).isEnabled());
+        f.type("unimportantRule", QStringLiteral("new"), f.opened());
+        f.click("settingsOk", f.opened());
+        QCOMPARE(f.dialog.options().unimportantText,
+                 QStringList({QStringLiteral("one"), QStringLiteral("3"), QStringLiteral("new")}));
+        QCOMPARE(list.currentIndex().row(), 2);
+
+        for (int row = 0; row < 3; ++row)
+            f.click("unimportantRemove");
+        QVERIFY(f.dialog.options().unimportantText.isEmpty());
+        QVERIFY(!f.get<QPushButton>("unimportantRemove").isEnabled());
+    }
+
+    void aBrokenExpressionIsToldAndStillAccepted()
+    {
+        SettingsFixture f({}, importanceTab);
+        f.click("unimportantAdd");
+        auto &verdict = f.get<QLabel>("unimportantVerdict", f.opened());
+        f.type("unimportantRule", QStringLiteral("^#.*"), f.opened());
+        QVERIFY(verdict.text().isEmpty());
+        f.type("unimportantRule", QStringLiteral("(TODO"), f.opened());
+        QVERIFY(verdict.text().contains(QStringLiteral("Not a regular expression")));
+        f.click("settingsOk", f.opened());
+        QCOMPARE(f.dialog.options().unimportantText, QStringList(QStringLiteral("(TODO")));
+    }
+
+    void theListGoesThroughTheClipboard()
+    {
+        QClipboard *clipboard = QGuiApplication::clipboard();
+        SettingsFixture f(withUnimportant({QStringLiteral("one"), QStringLiteral(" two")}), importanceTab);
+        f.choose("unimportantClipboard", QStringLiteral("copyUnimportant"));
+        QCOMPARE(clipboard->text(), QStringLiteral("one\n two"));
+
+        clipboard->setText(QStringLiteral("a\r\n\r\nb \n c"));
+        f.answers.answerNumber(0);
+        f.choose("unimportantClipboard", QStringLiteral("pasteUnimportant"));
+        QCOMPARE(f.answers.asked().last().text, QStringLiteral("Replace the list with text from the clipboard?"));
+        QCOMPARE(f.rows("unimportantList").size(), 2);
+
+        f.answers.answerNumber(1);
+        f.choose("unimportantClipboard", QStringLiteral("pasteUnimportant"));
+        QCOMPARE(f.dialog.options().unimportantText,
+                 QStringList({QStringLiteral("a"), QStringLiteral("b "), QStringLiteral(" c")}));
+
+        clipboard->setText(QStringLiteral("\n"));
+        f.choose("unimportantClipboard", QStringLiteral("pasteUnimportant"));
+        QCOMPARE(f.answers.asked().size(), 2);
+    }
+
+    void rulesGoThroughAFile()
+    {
+        const QString path = m_folder.filePath(QStringLiteral("rules.json"));
+        SettingsFixture source(withUnimportant({QStringLiteral("^;")}), importanceTab);
+        source.click("importantCharacterCase");
+        source.click("ignoreBlankLines");
+        source.answers.answerPath(path);
+        source.click("exportRules");
+        const auto &asked = source.answers.asked().last();
+        QCOMPARE(asked.title, QStringLiteral("Export importance rules"));
+        QCOMPARE(asked.start, QStringLiteral("text-importance.json"));
+        QCOMPARE(asked.text, QStringLiteral("Text importance rules (*.json);;All files (*.*)"));
+        QCOMPARE(source.answers.asked().size(), 1);
+
+        SettingsFixture target({}, importanceTab);
+        target.click("leftReadOnly");
+        target.click("alignMyers");
+        target.answers.answerPath(path);
+        target.click("importRules");
+        QCOMPARE(target.answers.titles(), QStringList(QStringLiteral("Import importance rules")));
+        TextSessionOptions expected = source.dialog.options();
+        expected.leftReadOnly = true;
+        expected.alignAlgorithm = 1;
+        QVERIFY(target.dialog.options() == expected);
+        QCOMPARE(target.preset(), QStringLiteral("Preset: Custom"));
+    }
+
+    void importsThatFailAreToldAndChangeNothing_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("told");
+        const QString schema =
+            QStringLiteral("Unrecognized importance rules file (expected schema Tarnwick.TextImportance/1).");
+        QTest::newRow("not json") << QByteArray("{") << QStringLiteral("Invalid JSON: ");
+        QTest::newRow("version") << QByteArray(
+                                        R"({"schema":"Tarnwick.TextImportance/2","importantCharacterCase":false})")
+                                 << schema;
+        QTest::newRow("case") << QByteArray(R"({"schema":"tarnwick.TextImportance/1"})") << schema;
+        QTest::newRow("empty") << QByteArray("{}") << QStringLiteral("The file holds no importance rules.");
+        QTest::newRow("array") << QByteArray("[1]") << QStringLiteral("The file holds no importance rules.");
+    }
+
+    void importsThatFailAreToldAndChangeNothing()
+    {
+        QFETCH(const QByteArray, content);
+        QFETCH(const QString, told);
+        QFile file(m_folder.filePath(QStringLiteral("broken.json")));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+        file.close();
+
+        SettingsFixture f({}, importanceTab);
+        f.answers.answerPath(file.fileName());
+        f.click("importRules");
+        QCOMPARE(f.answers.titles().last(), QStringLiteral("Import failed"));
+        QVERIFY2(f.answers.asked().last().text.startsWith(told), qPrintable(f.answers.asked().last().text));
+        QVERIFY(f.dialog.options() == TextSessionOptions());
+    }
+
+    void filesThatCannotBeUsedAreNamed()
+    {
+        const QString path = m_folder.filePath(QStringLiteral("none/rules.json"));
+        const QString shown = QDir::toNativeSeparators(path);
+        SettingsFixture f({}, importanceTab);
+        f.answers.answerPath(path);
+        f.click("importRules");
+        QCOMPARE(f.answers.asked().last().title, QStringLiteral("Import failed"));
+        QCOMPARE(f.answers.asked().last().text, QStringLiteral("Cannot read file: ") + shown);
+        f.answers.answerPath(path);
+        f.click("exportRules");
+        QCOMPARE(f.answers.asked().last().title, QStringLiteral("Export failed"));
+        QCOMPARE(f.answers.asked().last().text, QStringLiteral("Cannot write file: ") + shown);
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+VELMORA_TEST(TextImportancePageTest)
+#include "text_importance_page_test.moc"

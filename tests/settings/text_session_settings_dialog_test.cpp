@@ -1,0 +1,313 @@
+#include "core/settings_store.h"
+#include "settings/options/text_defaults.h"
+#include "settings/options/text_presets.h"
+#include "settings/settings_fixture.h"
+#include "support/test_main.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QGroupBox>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QTabWidget>
+
+using namespace velmora;
+using velmora::test::SettingsFixture;
+
+namespace {
+
+/// Options of which no field has its default value.
+TextSessionOptions unusualOptions()
+{
+    TextSessionOptions options;
+    options.leftPath = QStringLiteral("/a/left.txt");
+    options.rightPath = QStringLiteral("/b/right.txt");
+    options.leftReadOnly = true;
+    options.rightReadOnly = true;
+    options.description = QStringLiteral("first line\nsecond line");
+    options.ignoreBlankLines = true;
+    options.importantLeadingWhitespace = true;
+    options.importantEmbeddedWhitespace = true;
+    options.importantTrailingWhitespace = true;
+    options.importantEverythingElse = false;
+    options.importantCharacterCase = false;
+    options.orphanLinesAlwaysImportant = true;
+    options.compareLineEndings = false;
+    options.unimportantText = {QStringLiteral("^//"), QStringLiteral("(open")};
+    options.leftFileType = QStringLiteral("Python");
+    options.leftEncoding = QStringLiteral("UTF-8");
+    options.leftEol = QStringLiteral("Unix");
+    options.rightFileType = QStringLiteral("A type from elsewhere");
+    options.rightEncoding = QStringLiteral("GB18030");
+    options.rightEol = QStringLiteral("Mac");
+    options.sameAsLeftFileFormat = false;
+    options.alignAlgorithm = 2;
+    options.curvatureTolerance = 0;
+    options.useNearbyMatches = false;
+    options.neverAlignDifferences = true;
+    options.leftReplaceFind = {QStringLiteral("%2"), QStringLiteral("x")};
+    options.leftReplaceWith = {QStringLiteral("y"), QString()};
+    options.rightReplaceFind = {QStringLiteral(" ")};
+    options.rightReplaceWith = {QStringLiteral("_")};
+    deriveLegacySwitches(options);
+    return options;
+}
+
+/// The letter after the "&" of a text, or null.
+QChar mnemonic(const QString &text)
+{
+    const QString key = QKeySequence::mnemonic(text).toString();
+    return key.isEmpty() ? QChar() : key.back();
+}
+
+} // namespace
+
+class TextSessionSettingsDialogTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void cleanup() { SessionSettings().clear(); }
+
+    void shownOptionsComeBackAsTheyWere()
+    {
+        const TextSessionOptions unusual = unusualOptions();
+        QCOMPARE(toJson(SettingsFixture(unusual).dialog.options()), toJson(unusual));
+        QVERIFY(SettingsFixture(unusual).dialog.options() == unusual);
+        QVERIFY(SettingsFixture().dialog.options() == TextSessionOptions());
+    }
+
+    /// Every control sets its own field, and no other: from the defaults to the unusual options, and the same record.
+    void everyControlSetsItsField()
+    {
+        SettingsFixture f;
+        const TextSessionOptions wanted = unusualOptions();
+        f.type("leftPath", QDir::toNativeSeparators(wanted.leftPath));
+        f.type("rightPath", QDir::toNativeSeparators(wanted.rightPath));
+        f.get<QPlainTextEdit>("description").setPlainText(wanted.description);
+        for (const char *box : {"leftReadOnly", "rightReadOnly", "sameAsLeftFileFormat", "importantLeadingWhitespace",
+                                "importantEmbeddedWhitespace", "importantTrailingWhitespace", "importantEverythingElse",
+                                "importantCharacterCase", "orphanLinesAlwaysImportant", "compareLineEndings",
+                                "ignoreBlankLines", "neverAlignDifferences", "useNearbyMatches", "alignPatience"})
+            f.click(box);
+        f.get<QSpinBox>("curvatureTolerance").setValue(0);
+        f.get<QComboBox>("leftFileType").setCurrentText(wanted.leftFileType);
+        f.get<QComboBox>("leftEncoding").setCurrentText(wanted.leftEncoding);
+        f.get<QComboBox>("leftEol").setCurrentText(wanted.leftEol);
+        f.get<QComboBox>("rightEol").setCurrentText(wanted.rightEol);
+
+        TextSessionOptions expected = wanted;
+        const TextSessionOptions builtIn;
+        expected.rightFileType = builtIn.rightFileType;
+        expected.rightEncoding = builtIn.rightEncoding;
+        expected.unimportantText.clear();
+        for (QStringList TextSessionOptions::*list :
+             {&TextSessionOptions::leftReplaceFind, &TextSessionOptions::leftReplaceWith,
+              &TextSessionOptions::rightReplaceFind, &TextSessionOptions::rightReplaceWith})
+            (expected.*list).clear();
+        QCOMPARE(toJson(f.dialog.options()), toJson(expected));
+        QVERIFY(f.dialog.options() == expected);
+    }
+
+    void legacySwitchesFollowTheImportance()
+    {
+        SettingsFixture f;
+        QVERIFY(f.dialog.options().ignoreWhitespace);
+        f.click("importantEmbeddedWhitespace");
+        QVERIFY(!f.dialog.options().ignoreWhitespace);
+        f.click("importantCharacterCase");
+        QVERIFY(f.dialog.options().ignoreCase);
+        f.click("compareLineEndings");
+        QVERIFY(f.dialog.options().ignoreLineEndings);
+    }
+
+    void pathsAreCopiedAndSwapped()
+    {
+        TextSessionOptions options;
+        options.leftPath = QStringLiteral("/a");
+        options.rightPath = QStringLiteral("/b");
+        options.leftReadOnly = true;
+        SettingsFixture f(options);
+        f.click("swapPaths");
+        QCOMPARE(f.dialog.options().leftPath, QStringLiteral("/b"));
+        QCOMPARE(f.dialog.options().rightPath, QStringLiteral("/a"));
+        QVERIFY(f.dialog.options().leftReadOnly);
+        f.click("copyLeftPath");
+        QCOMPARE(f.dialog.options().rightPath, QStringLiteral("/b"));
+    }
+
+    void storedWordsHaveOtherNamesOnScreen()
+    {
+        const TextSessionOptions builtIn;
+        SettingsFixture f;
+        QCOMPARE(f.get<QComboBox>("leftFileType").currentText(), QStringLiteral("Everything else"));
+        QCOMPARE(f.get<QComboBox>("leftEncoding").currentText(), QStringLiteral("Auto detect"));
+        f.get<QComboBox>("leftEncoding").setCurrentText(QStringLiteral("Shift-JIS"));
+        QCOMPARE(f.dialog.options().leftEncoding, QStringLiteral("Shift-JIS"));
+        f.get<QComboBox>("leftEncoding").setCurrentText(QStringLiteral("Auto detect"));
+        QCOMPARE(f.dialog.options().leftEncoding, builtIn.leftEncoding);
+
+        TextSessionOptions other;
+        other.leftEncoding = QStringLiteral("auto");
+        other.leftFileType = QStringLiteral("Detected: Python");
+        other.rightFileType = QStringLiteral("Everything else");
+        SettingsFixture g(other);
+        QCOMPARE(g.get<QComboBox>("leftEncoding").currentText(), QStringLiteral("Auto detect"));
+        QCOMPARE(g.dialog.options().leftEncoding, QStringLiteral("auto"));
+        QCOMPARE(g.dialog.options().leftFileType, builtIn.leftFileType);
+        QCOMPARE(g.dialog.options().rightFileType, builtIn.rightFileType);
+    }
+
+    void rightFormatRestsWhileItFollowsTheLeft()
+    {
+        SettingsFixture f({}, TextSessionSettingsDialog::Format);
+        QVERIFY(!f.get<QComboBox>("rightEncoding").isEnabled());
+        f.click("sameAsLeftFileFormat");
+        QVERIFY(f.get<QComboBox>("rightEncoding").isEnabled());
+    }
+
+    void alignmentShowsWhatIsCompared()
+    {
+        struct Method {
+            const char *button;
+            qint32 number;
+        };
+        for (const Method method : {Method{"alignUnaligned", 3}, Method{"alignStandard", 0}, Method{"alignMyers", 1},
+                                    Method{"alignPatience", 2}}) {
+            TextSessionOptions options;
+            options.alignAlgorithm = method.number;
+            SettingsFixture shown(options);
+            QVERIFY2(shown.get<QRadioButton>(method.button).isChecked(), method.button);
+            SettingsFixture chosen;
+            chosen.click(method.button);
+            QCOMPARE(chosen.dialog.options().alignAlgorithm, method.number);
+        }
+        TextSessionOptions unknown;
+        unknown.alignAlgorithm = 17;
+        QVERIFY(SettingsFixture(unknown).get<QRadioButton>("alignStandard").isChecked());
+    }
+
+    void presetsComeFromTheMenuAndAreNamed()
+    {
+        TextSessionOptions start = unusualOptions();
+        for (const TextPreset &preset : textPresets()) {
+            SettingsFixture f(start, TextSessionSettingsDialog::Importance);
+            QCOMPARE(f.preset(), QStringLiteral("Preset: Custom"));
+            f.choose("applyPreset", QLatin1String(preset.name));
+            TextSessionOptions expected = start;
+            QVERIFY(applyTextPreset(QLatin1String(preset.name), expected));
+            QVERIFY2(f.dialog.options() == expected, preset.name);
+            QCOMPARE(f.preset(), QLatin1String("Preset: ") + QLatin1String(preset.menuText));
+            f.click("alignUnaligned");
+            QCOMPARE(f.preset(), QStringLiteral("Preset: Custom"));
+        }
+        QCOMPARE(SettingsFixture().preset(), QStringLiteral("Preset: Ignore whitespace"));
+    }
+
+    void defaultsAreStoredOnlyWhenChosen()
+    {
+        {
+            SettingsFixture f(unusualOptions());
+            f.click("settingsOk");
+            QVERIFY(loadDefaultTextOptions() == TextSessionOptions());
+        }
+        SettingsFixture f(unusualOptions());
+        f.get<QComboBox>("settingsScope").setCurrentText(QStringLiteral("Save as default settings"));
+        QSignalSpy accepted(&f.dialog, &QDialog::accepted);
+        f.dialog.reject();
+        QVERIFY(loadDefaultTextOptions() == TextSessionOptions());
+        f.dialog.open();
+        f.click("settingsOk");
+        QCOMPARE(accepted.size(), 1);
+        TextSessionOptions expected = unusualOptions();
+        expected.leftPath.clear();
+        expected.rightPath.clear();
+        expected.description.clear();
+        QVERIFY(loadDefaultTextOptions() == expected);
+    }
+
+    void damagedDefaultsAreTheBuiltInOnes()
+    {
+        SettingsFixture f(unusualOptions());
+        f.get<QComboBox>("settingsScope").setCurrentIndex(1);
+        f.dialog.accept();
+        SessionSettings settings;
+        const QStringList keys = settings.allKeys();
+        QCOMPARE(keys.size(), 1);
+        const QString stored = settings.value(keys.first()).toString();
+        settings.setValue(keys.first(), stored.chopped(1));
+        settings.sync();
+        QVERIFY(loadDefaultTextOptions() == TextSessionOptions());
+        settings.setValue(keys.first(), QStringLiteral("{\"importantCharacterCase\":\"no\",\"ignoreCase\":true}"));
+        settings.sync();
+        QVERIFY(!loadDefaultTextOptions().importantCharacterCase);
+    }
+
+    void opensAtTheTabAskedFor()
+    {
+        for (const auto &[asked, shown] : {std::pair(3, 3), std::pair(0, 0), std::pair(-1, 0), std::pair(5, 0)}) {
+            SettingsFixture f({}, asked);
+            QCOMPARE(f.get<QTabWidget>("settingsTabs").currentIndex(), shown);
+        }
+    }
+
+    /// On no tab do two controls answer to the same key.
+    void mnemonicsAreUniqueOnEveryTab()
+    {
+        SettingsFixture f;
+        auto &tabs = f.get<QTabWidget>("settingsTabs");
+        for (int tab = 0; tab < tabs.count(); ++tab) {
+            tabs.setCurrentIndex(tab);
+            QHash<QChar, QString> taken;
+            const auto take = [&taken](const QString &text) {
+                const QChar key = mnemonic(text);
+                if (key.isNull())
+                    return true;
+                const bool isFree = !taken.contains(key);
+                taken.insert(key, text);
+                return isFree;
+            };
+            for (const auto *button : f.dialog.findChildren<QAbstractButton *>())
+                QVERIFY2(!button->isVisible() || take(button->text()), qPrintable(button->text()));
+            for (const auto *label : f.dialog.findChildren<QLabel *>())
+                QVERIFY2(!label->isVisible() || !label->buddy() || take(label->text()), qPrintable(label->text()));
+            for (const auto *box : f.dialog.findChildren<QGroupBox *>())
+                QVERIFY2(!box->isVisible() || take(box->title()), qPrintable(box->title()));
+            QVERIFY(!taken.isEmpty());
+        }
+    }
+
+    void replacementRulesAreAddedEditedAndRemoved()
+    {
+        TextSessionOptions options;
+        options.leftReplaceFind = {QStringLiteral("%2"), QStringLiteral("gone")};
+        options.leftReplaceWith = {QStringLiteral("two")};
+        SettingsFixture f(options, TextSessionSettingsDialog::Replacements);
+        QCOMPARE(f.rows("leftReplaceList"), QStringList({QStringLiteral("%2  ->  two"), QStringLiteral("gone  ->  ")}));
+        QVERIFY(!f.get<QPushButton>("leftReplaceEdit").isEnabled());
+
+        f.click("leftReplaceAdd");
+        QCOMPARE(f.opened()->windowTitle(), QStringLiteral("Replacement rule"));
+        QVERIFY(!f.get<QPushButton>("settingsOk", f.opened()).isEnabled());
+        f.type("replacementFind", QStringLiteral("a b"), f.opened());
+        f.type("replacementWith", QStringLiteral(" c"), f.opened());
+        f.click("settingsOk", f.opened());
+
+        f.select("leftReplaceList", 0);
+        QTest::keyClick(&f.get<QListView>("leftReplaceList"), Qt::Key_Delete);
+        f.click("leftReplaceEdit");
+        f.type("replacementWith", QStringLiteral("kept"), f.opened());
+        f.click("settingsOk", f.opened());
+        f.click("leftReplaceEdit");
+        f.type("replacementWith", QStringLiteral("not kept"), f.opened());
+        f.click("settingsCancel", f.opened());
+
+        QCOMPARE(f.dialog.options().leftReplaceFind, QStringList({QStringLiteral("gone"), QStringLiteral("a b")}));
+        QCOMPARE(f.dialog.options().leftReplaceWith, QStringList({QStringLiteral("kept"), QStringLiteral(" c")}));
+        QVERIFY(f.dialog.options().rightReplaceFind.isEmpty());
+    }
+};
+
+VELMORA_TEST(TextSessionSettingsDialogTest)
+#include "text_session_settings_dialog_test.moc"
