@@ -5,7 +5,7 @@
 #include "settings/options/text_session_options.h"
 
 #include <QCheckBox>
-#include <QHBoxLayout>
+#include <QGridLayout>
 
 namespace velmora {
 
@@ -19,14 +19,14 @@ FormatPage::FormatPage(QWidget *parent)
     m_sameAsLeft->setToolTip(Velmora::tr("The right file is read with the choices of the left one"));
     connect(m_sameAsLeft, &QCheckBox::toggled, m_right, &QWidget::setDisabled);
 
-    auto *sides = new QHBoxLayout;
-    sides->setSpacing(12);
-    sides->addWidget(m_left, 1);
-    sides->addWidget(m_right, 1);
-    auto *column = new QVBoxLayout(this);
-    column->addLayout(sides);
-    column->addWidget(m_sameAsLeft);
-    column->addStretch(1);
+    auto *grid = new QGridLayout(this);
+    grid->setHorizontalSpacing(12);
+    grid->addWidget(m_left, 0, 0);
+    grid->addWidget(m_right, 0, 1);
+    grid->addWidget(m_sameAsLeft, 1, 1);
+    grid->setColumnStretch(0, 1);
+    grid->setColumnStretch(1, 1);
+    grid->setRowStretch(2, 1);
 }
 
 void FormatPage::load(const TextSessionOptions &options)

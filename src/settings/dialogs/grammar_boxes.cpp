@@ -4,8 +4,8 @@
 #include "settings/options/text_session_options.h"
 
 #include <QCheckBox>
+#include <QGridLayout>
 #include <QLabel>
-#include <QVBoxLayout>
 
 namespace velmora {
 
@@ -23,13 +23,18 @@ GrammarBoxes::GrammarBoxes(QWidget *parent)
     m_everythingElse->setObjectName(QStringLiteral("importantEverythingElse"));
     m_characterCase->setObjectName(QStringLiteral("importantCharacterCase"));
 
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(new QLabel(Velmora::tr("Mark grammar elements that are important to the comparison:")));
-    for (QCheckBox *box : {m_leading, m_embedded, m_trailing, m_everythingElse, m_characterCase}) {
-        column->addWidget(box);
+    auto *grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(24);
+    grid->setColumnStretch(1, 1);
+    grid->addWidget(new QLabel(Velmora::tr("Mark grammar elements that are important to the comparison:")), 0, 0, 1, 2);
+    grid->addWidget(m_leading, 1, 0);
+    grid->addWidget(m_embedded, 2, 0);
+    grid->addWidget(m_trailing, 3, 0);
+    grid->addWidget(m_everythingElse, 1, 1);
+    grid->addWidget(m_characterCase, 2, 1);
+    for (const QCheckBox *box : {m_leading, m_embedded, m_trailing, m_everythingElse, m_characterCase})
         connect(box, &QCheckBox::toggled, this, &GrammarBoxes::changed);
-    }
 }
 
 void GrammarBoxes::load(const TextSessionOptions &options)

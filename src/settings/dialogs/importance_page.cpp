@@ -91,7 +91,7 @@ ImportancePage::ImportancePage(QWidget *parent)
     grammarLine->addWidget(m_grammar, 1);
     grammarLine->addWidget(makeGrammarButton(), 0, Qt::AlignBottom);
     auto *column = new QVBoxLayout(this);
-    column->addWidget(makePresetButton(), 0, Qt::AlignLeading);
+    column->addLayout(makeSources());
     column->addSpacing(6);
     column->addLayout(grammarLine);
     column->addSpacing(6);
@@ -102,8 +102,6 @@ ImportancePage::ImportancePage(QWidget *parent)
     column->addSpacing(6);
     column->addWidget(unimportantLabel);
     column->addWidget(m_unimportantEditor, 1);
-    column->addSpacing(6);
-    column->addLayout(makeFileButtons());
 
     connect(m_grammar, &GrammarBoxes::changed, this, &SettingsPage::changed);
     connect(m_unimportantEditor, &RuleListEditor::addRequested, this, &ImportancePage::addUnimportant);
@@ -173,7 +171,7 @@ QPushButton *ImportancePage::makeClipboardButton()
     return button;
 }
 
-QLayout *ImportancePage::makeFileButtons()
+QLayout *ImportancePage::makeSources()
 {
     auto *importButton = makeButton(Velmora::tr("&Import from file..."), QStringLiteral("importRules"),
                                     Velmora::tr("Load grammar and unimportant-text rules from a JSON file"));
@@ -182,9 +180,10 @@ QLayout *ImportancePage::makeFileButtons()
     connect(importButton, &QPushButton::clicked, this, &ImportancePage::importRules);
     connect(exportButton, &QPushButton::clicked, this, &ImportancePage::exportRules);
     auto *line = new QHBoxLayout;
+    line->addWidget(makePresetButton());
+    line->addStretch(1);
     line->addWidget(importButton);
     line->addWidget(exportButton);
-    line->addStretch(1);
     return line;
 }
 

@@ -29,7 +29,8 @@ private:
     [[nodiscard]] QPushButton *makePresetButton();
     [[nodiscard]] QPushButton *makeGrammarButton();
     [[nodiscard]] QPushButton *makeClipboardButton();
-    [[nodiscard]] QLayout *makeFileButtons();
+    /// The line of what sets many rules at once.
+    [[nodiscard]] QLayout *makeSources();
     void editGrammar();
     void addUnimportant();
     void editUnimportant(int row);

@@ -53,6 +53,7 @@ SpecsPage::SpecsPage(QWidget *parent)
     for (QPushButton *button : {copy, swap})
         button->setAutoDefault(false);
     auto *buttons = new QHBoxLayout;
+    buttons->setSpacing(8);
     buttons->addWidget(copy);
     buttons->addWidget(swap);
     buttons->addStretch(1);

@@ -21,7 +21,7 @@ namespace {
 
 enum Scope { ThisViewOnly, Defaults };
 
-constexpr QSize usualSize(640, 560);
+constexpr QSize usualSize(660, 540);
 
 } // namespace
 
