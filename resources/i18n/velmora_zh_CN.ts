@@ -1911,5 +1911,65 @@ Write over it?</source>
         <source>The texts shown have unsaved changes. Discard them and compare other files?</source>
         <translation>所显示的文本有未保存的更改。要放弃这些更改并比较其他文件吗？</translation>
     </message>
+    <message>
+        <source>Move the selected rule up (Alt+Up)</source>
+        <translation>将所选规则上移 (Alt+Up)</translation>
+    </message>
+    <message>
+        <source>Move the selected rule down (Alt+Down)</source>
+        <translation>将所选规则下移 (Alt+Down)</translation>
+    </message>
+    <message>
+        <source>Copy to the right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy the selected lines or the current difference to the right side</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy to the left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy the selected lines or the current difference to the left side</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save this side</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Editing enabled — click to lock text panes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enable editing left and right text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>*%1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select lines or go to a difference first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy this difference to the right side; unlocks the texts</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy this difference to the left side; unlocks the texts</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -13,6 +13,7 @@
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTabWidget>
+#include <QTranslator>
 
 using namespace velmora;
 using velmora::test::SettingsFixture;
@@ -55,6 +56,18 @@ TextSessionOptions unusualOptions()
     deriveLegacySwitches(options);
     return options;
 }
+
+/// A language that writes every text in brackets; spoken while it lives.
+class OtherLanguage final : public QTranslator {
+public:
+    OtherLanguage() { QCoreApplication::installTranslator(this); }
+    ~OtherLanguage() override { QCoreApplication::removeTranslator(this); }
+    [[nodiscard]] bool isEmpty() const override { return false; }
+    QString translate(const char *, const char *text, const char *, int) const override
+    {
+        return u'[' + QString::fromUtf8(text) + u']';
+    }
+};
 
 /// The letter after the "&" of a text, or null.
 QChar mnemonic(const QString &text)
@@ -157,6 +170,17 @@ private Q_SLOTS:
         QCOMPARE(g.dialog.options().leftEncoding, QStringLiteral("auto"));
         QCOMPARE(g.dialog.options().leftFileType, builtIn.leftFileType);
         QCOMPARE(g.dialog.options().rightFileType, builtIn.rightFileType);
+    }
+
+    void storedWordsAreTheSameInEveryLanguage()
+    {
+        OtherLanguage language;
+        TextSessionOptions options;
+        options.rightFileType = QStringLiteral("[Detected]: Python");
+        SettingsFixture f(options);
+        QCOMPARE(f.get<QComboBox>("leftFileType").currentText(), QStringLiteral("[Everything else]"));
+        QCOMPARE(f.get<QComboBox>("leftEncoding").currentText(), QStringLiteral("[Auto detect]"));
+        QVERIFY(f.dialog.options() == TextSessionOptions());
     }
 
     void rightFormatRestsWhileItFollowsTheLeft()
@@ -306,6 +330,27 @@ private Q_SLOTS:
         QCOMPARE(f.dialog.options().leftReplaceFind, QStringList({QStringLiteral("gone"), QStringLiteral("a b")}));
         QCOMPARE(f.dialog.options().leftReplaceWith, QStringList({QStringLiteral("kept"), QStringLiteral(" c")}));
         QVERIFY(f.dialog.options().rightReplaceFind.isEmpty());
+    }
+
+    void replacementRulesChangeTheirOrder()
+    {
+        TextSessionOptions options;
+        options.rightReplaceFind = {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")};
+        options.rightReplaceWith = {QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")};
+        SettingsFixture f(options, TextSessionSettingsDialog::Replacements);
+        QVERIFY(!f.get<QAbstractButton>("rightReplaceUp").isEnabled());
+        QVERIFY(!f.get<QAbstractButton>("rightReplaceDown").isEnabled());
+        f.select("rightReplaceList", 0);
+        f.click("rightReplaceDown");
+        f.click("rightReplaceDown");
+        QCOMPARE(f.dialog.options().rightReplaceFind.join(QString()), QStringLiteral("bca"));
+        QVERIFY(!f.get<QAbstractButton>("rightReplaceDown").isEnabled());
+        auto &list = f.get<QListView>("rightReplaceList");
+        QTest::keyClick(&list, Qt::Key_Down, Qt::AltModifier);
+        QTest::keyClick(&list, Qt::Key_Up, Qt::AltModifier);
+        QCOMPARE(f.dialog.options().rightReplaceFind.join(QString()), QStringLiteral("bac"));
+        QCOMPARE(f.dialog.options().rightReplaceWith.join(QString()), QStringLiteral("213"));
+        QCOMPARE(list.currentIndex().row(), 1);
     }
 };
 

@@ -66,4 +66,16 @@ bool ReplacementRulesModel::removeRows(int row, int count, const QModelIndex &pa
     return true;
 }
 
+bool ReplacementRulesModel::moveRows(const QModelIndex &fromParent, int row, int count, const QModelIndex &toParent,
+                                     int before)
+{
+    const bool known = !fromParent.isValid() && !toParent.isValid() && row >= 0 && row < rowCount() && before >= 0 &&
+                       before <= rowCount();
+    if (!known || count != 1 || !beginMoveRows({}, row, row, {}, before))
+        return false;
+    m_rules.move(row, before > row ? before - 1 : before);
+    endMoveRows();
+    return true;
+}
+
 } // namespace velmora

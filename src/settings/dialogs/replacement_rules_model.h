@@ -29,6 +29,8 @@ public:
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
     bool removeRows(int row, int count, const QModelIndex &parent = {}) override;
+    /// One row at a time.
+    bool moveRows(const QModelIndex &fromParent, int row, int count, const QModelIndex &toParent, int before) override;
 
 private:
     QList<Rule> m_rules;

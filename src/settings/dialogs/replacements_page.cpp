@@ -49,6 +49,7 @@ QWidget *ReplacementsPage::makeSide(const QString &title, const QString &prefix,
         new RuleListEditor(rules, prefix,
                            {Velmora::tr("Add a replacement rule"), Velmora::tr("Edit the selected replacement rule"),
                             Velmora::tr("Remove the selected replacement rule")});
+    editor->addMoveButtons();
     connect(editor, &RuleListEditor::addRequested, this, [this, &rules, editor] { addRule(rules, *editor); });
     connect(editor, &RuleListEditor::editRequested, this, [this, &rules](int row) { editRule(rules, row); });
     auto *side = new QGroupBox(title);

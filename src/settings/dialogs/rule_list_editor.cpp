@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QListView>
 #include <QPushButton>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -38,6 +39,7 @@ RuleListEditor::RuleListEditor(QAbstractItemModel &model, const QString &prefix,
     connect(m_list, &QListView::doubleClicked, this, &RuleListEditor::requestEdit);
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &RuleListEditor::enableButtons);
     connect(&model, &QAbstractItemModel::modelReset, this, &RuleListEditor::enableButtons);
+    connect(&model, &QAbstractItemModel::rowsInserted, this, &RuleListEditor::enableButtons);
     m_list->installEventFilter(this);
     enableButtons();
 }
@@ -46,6 +48,15 @@ void RuleListEditor::addButton(QPushButton *button)
 {
     button->setAutoDefault(false);
     m_buttons->insertWidget(m_buttons->count() - 1, button);
+}
+
+void RuleListEditor::addMoveButtons()
+{
+    QString prefix = m_list->objectName();
+    prefix.chop(QStringView(u"List").size());
+    m_up = makeMoveButton(-1, prefix + QLatin1String("Up"), Velmora::tr("Move the selected rule up (Alt+Up)"));
+    m_down = makeMoveButton(1, prefix + QLatin1String("Down"), Velmora::tr("Move the selected rule down (Alt+Down)"));
+    enableButtons();
 }
 
 void RuleListEditor::selectRow(int row)
@@ -65,8 +76,22 @@ QPushButton *RuleListEditor::makeButton(const QString &text, const QString &name
 
 bool RuleListEditor::eventFilter(QObject *watched, QEvent *event)
 {
-    return (event->type() == QEvent::KeyPress && obeyKey(static_cast<QKeyEvent *>(event)->key())) ||
-           QWidget::eventFilter(watched, event);
+    if (event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    const auto *key = static_cast<QKeyEvent *>(event);
+    // The keypad's keys count, too.
+    const Qt::KeyboardModifiers modifiers = key->modifiers() & ~Qt::KeypadModifier;
+    if (modifiers == Qt::AltModifier && m_up)
+        return obeyMoveKey(key->key());
+    return modifiers == Qt::NoModifier && obeyKey(key->key());
+}
+
+bool RuleListEditor::obeyMoveKey(int key)
+{
+    if (key != Qt::Key_Up && key != Qt::Key_Down)
+        return false;
+    moveSelected(key == Qt::Key_Up ? -1 : 1);
+    return true;
 }
 
 bool RuleListEditor::obeyKey(int key)
@@ -112,11 +137,40 @@ void RuleListEditor::removeSelected()
     enableButtons();
 }
 
+void RuleListEditor::moveSelected(int by)
+{
+    QAbstractItemModel *model = m_list->model();
+    const int row = selectedRow();
+    const int target = row + by;
+    if (row < 0 || target < 0 || target >= model->rowCount())
+        return;
+    // Models name the row that the moved one comes to stand before.
+    model->moveRow({}, row, {}, by < 0 ? target : target + 1);
+    enableButtons();
+}
+
 void RuleListEditor::enableButtons()
 {
-    const bool selected = selectedRow() >= 0;
-    m_edit->setEnabled(selected);
-    m_remove->setEnabled(selected);
+    const int row = selectedRow();
+    m_edit->setEnabled(row >= 0);
+    m_remove->setEnabled(row >= 0);
+    if (!m_up)
+        return;
+    m_up->setEnabled(row > 0);
+    m_down->setEnabled(row >= 0 && row + 1 < m_list->model()->rowCount());
+}
+
+QToolButton *RuleListEditor::makeMoveButton(int by, const QString &name, const QString &toolTip)
+{
+    auto *button = new QToolButton;
+    button->setObjectName(name);
+    button->setToolTip(toolTip);
+    button->setAccessibleName(toolTip);
+    button->setArrowType(by < 0 ? Qt::UpArrow : Qt::DownArrow);
+    button->setFocusPolicy(Qt::TabFocus);
+    m_buttons->addWidget(button);
+    connect(button, &QToolButton::clicked, this, [this, by] { moveSelected(by); });
+    return button;
 }
 
 } // namespace velmora

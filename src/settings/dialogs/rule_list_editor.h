@@ -6,13 +6,15 @@ class QAbstractItemModel;
 class QHBoxLayout;
 class QListView;
 class QPushButton;
+class QToolButton;
 
 namespace velmora {
 
 /// A list of rules with the buttons that add, edit and remove them.
 ///
 /// The model stays the caller's; removing needs its removeRows(). What a rule is, and the dialog for it, is the
-/// caller's, too. In the list Insert adds, F2 and a double click edit, Delete removes.
+/// caller's, too. In the list Insert adds, F2 and a double click edit, Delete removes; Alt+Up and Alt+Down move where
+/// that is offered.
 class RuleListEditor final : public QWidget {
     Q_OBJECT
 public:
@@ -30,6 +32,8 @@ public:
     [[nodiscard]] QListView &list() { return *m_list; }
     /// Puts another button behind the three.
     void addButton(QPushButton *button);
+    /// Offers to change the order, for rules whose order counts; needs the model's moveRows().
+    void addMoveButtons();
     void selectRow(int row);
 
 Q_SIGNALS:
@@ -42,15 +46,21 @@ protected:
 private:
     [[nodiscard]] QPushButton *makeButton(const QString &text, const QString &name, const QString &toolTip);
     [[nodiscard]] bool obeyKey(int key);
+    [[nodiscard]] bool obeyMoveKey(int key);
+    [[nodiscard]] QToolButton *makeMoveButton(int by, const QString &name, const QString &toolTip);
     [[nodiscard]] int selectedRow() const;
     void requestEdit();
     void removeSelected();
+    /// By one row: -1 up, 1 down.
+    void moveSelected(int by);
     void enableButtons();
 
     QListView *m_list;
     QHBoxLayout *m_buttons;
     QPushButton *m_edit;
     QPushButton *m_remove;
+    QToolButton *m_up = nullptr; ///< null where rules are not moved
+    QToolButton *m_down = nullptr;
 };
 
 } // namespace velmora
