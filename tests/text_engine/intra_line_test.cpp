@@ -58,7 +58,7 @@ private Q_SLOTS:
         }
     }
 
-    /// 447 by 447 units are matched by the table, 448 by 448 by blocks.
+    /// 447 by 447 and 400 by 500 units are matched by the table, 448 by 448 by blocks.
     void theTableEndsAt200000Cells()
     {
         const auto text = [](const QString &body, qsizetype size, QChar filler) {
@@ -67,6 +67,8 @@ private Q_SLOTS:
         const QString a = QStringLiteral("xyza1b1c1d");
         const QString b = QStringLiteral("a2b2c2dxyz");
         QVERIFY(marked(text(b, 447, u'-'), intraLineChanges(text(a, 447, u'+'), text(b, 447, u'-')))
+                    .startsWith("a[2]b[2]c[2]d[xyz-"));
+        QVERIFY(marked(text(b, 500, u'-'), intraLineChanges(text(a, 400, u'+'), text(b, 500, u'-')))
                     .startsWith("a[2]b[2]c[2]d[xyz-"));
         QVERIFY(marked(text(b, 448, u'-'), intraLineChanges(text(a, 448, u'+'), text(b, 448, u'-')))
                     .startsWith("[a2b2c2d]xyz[-"));

@@ -195,22 +195,20 @@ private Q_SLOTS:
     void theTableEndsAt400000Cells()
     {
         // The longest block is "x y z", which is in the way of the longest common subsequence.
-        const auto sides = [](qint32 size) {
+        const auto equalRows = [](qint32 leftSize, qint32 rightSize) {
             QStringList left = split("x|y|z|a|-|b|-|c|-|d");
             QStringList right = split("a|+|b|+|c|+|d|x|y|z");
-            while (left.size() < size) {
+            while (left.size() < leftSize)
                 left.append(QStringLiteral("left %1").arg(left.size()));
+            while (right.size() < rightSize)
                 right.append(QStringLiteral("%1 right").arg(right.size()));
-            }
-            return std::pair(left, right);
-        };
-        const auto equalRows = [&](qint32 size) {
-            const auto [left, right] = sides(size);
             const QList<DiffLine> rows = compareTextLines(left, right, {});
             return std::count_if(rows.begin(), rows.end(), [](const DiffLine &row) { return row.kind == Equal; });
         };
-        QCOMPARE(equalRows(632), 4);
-        QCOMPARE(equalRows(633), 3);
+        QCOMPARE(equalRows(632, 632), 4);
+        QCOMPARE(equalRows(400, 1000), 4);
+        QCOMPARE(equalRows(633, 633), 3);
+        QCOMPARE(equalRows(400, 1001), 3);
     }
 
     void everyPairOfShortTexts()
@@ -293,6 +291,24 @@ private Q_SLOTS:
         const QStringList right = lines(QStringLiteral(">"), 900);
         const AlignParams params{0, threshold, lookahead, skew};
         QCOMPARE(dump(diffLinesAligned(left, right, params)), dump(plain::aligned(left, right, params)));
+    }
+
+    /// Stretches that are paired line by line between such that are searched through in vain.
+    void searchesBetweenPairings()
+    {
+        Random random(6);
+        QStringList left;
+        QStringList right;
+        for (int line = 0; line < 1500; ++line) {
+            const bool alike = line / 150 % 2 == 1;
+            const QString stem = QStringLiteral("%1 a line that is much like its partner").arg(line);
+            left.append(alike ? stem + u'<' : u'<' + randomLine(random, 8));
+            right.append(alike ? stem + u'>' : u'>' + randomLine(random, 8));
+        }
+        for (const int skew : {10, 60, 2000}) {
+            const AlignParams params{0, 0.35, 0, skew};
+            QCOMPARE(dump(diffLinesAligned(left, right, params)), dump(plain::aligned(left, right, params)));
+        }
     }
 
     void halfSurrogatePairs()

@@ -70,6 +70,25 @@ private Q_SLOTS:
         }
     }
 
+    /// A pair of spaces, and one other unit that matters, at every place of lines of many lengths.
+    void everyPlace()
+    {
+        TextSessionOptions options;
+        options.importantCharacterCase = false;
+        LineNormalizer<char> narrow(KeyRules::of(options));
+        for (qsizetype size = 2; size < 70; ++size) {
+            for (qsizetype place = 0; place + 2 <= size; ++place) {
+                for (const char *piece : {"  ", "x\t", "X ", "\xC3\x84", "\xC2\xA0"}) {
+                    QByteArray line(size, 'x');
+                    line.replace(place, 2, piece);
+                    const std::string_view key = narrow.key({line.constData(), size_t(size)});
+                    QCOMPARE(QByteArray(key.data(), qsizetype(key.size())),
+                             plain::key(QString::fromUtf8(line), options).toUtf8());
+                }
+            }
+        }
+    }
+
     void numbersFollowTheFirstOccurrence()
     {
         const QStringList left{QStringLiteral("b"), QStringLiteral("a"), QStringLiteral("b"), QString()};

@@ -125,6 +125,17 @@ private Q_SLOTS:
         }
     }
 
+    /// Rows of several words, of which some have nothing equal.
+    void wideTables()
+    {
+        Random random(15);
+        for (int round = 0; round < 60; ++round) {
+            const qint32 alphabet = 50 + qint32(random.below(300));
+            const std::vector<qint32> a = random.sequence(500, alphabet);
+            QVERIFY(tableAgrees(a, random.sequence(700, alphabet)));
+        }
+    }
+
     void repetitiveShapes_data()
     {
         QTest::addColumn<int>("shape");

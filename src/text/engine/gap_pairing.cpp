@@ -50,7 +50,6 @@ void GapPairing<Source>::fill(qint32 i, qint32 leftEnd, qint32 j, qint32 rightEn
 
     // A similarity of 1 takes equal keys, which a gap has not.
     const bool pairing = !(m_threshold >= 1.0);
-    m_windowInUse = false;
     while (i < leftEnd && j < rightEnd && !m_poll.stop()) {
         const qint32 partner = pairing ? findPartner(i, j, rightEnd, offset) : none;
         if (partner == none) {
@@ -94,10 +93,9 @@ qint32 GapPairing<Source>::findPartner(qint32 i, qint32 j, qint32 rightEnd, qint
 template <typename Source>
 qint32 GapPairing<Source>::findByMarks(View left, qint32 from, qint32 to)
 {
-    if (!m_windowInUse || from > m_window.end()) {
+    // Lines paired at once have not been looked at, nor have those of an anchor between two gaps.
+    if (from > m_window.end())
         m_window.reset(from);
-        m_windowInUse = true;
-    }
     m_window.dropBefore(from);
     while (m_window.end() < to)
         m_window.append(marksOf(m_right.key(m_window.end())));

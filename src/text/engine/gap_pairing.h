@@ -50,8 +50,7 @@ private:
     bool m_ascii; ///< all keys are, so that their bytes count as UTF-16 units do
     CancelPoll &m_poll;
 
-    CandidateWindow m_window;
-    bool m_windowInUse = false; ///< m_window holds lines of the gap in hand
+    CandidateWindow m_window; ///< the right keys last looked at; before the first of them it ends at 0
     std::u16string m_leftUnits;
     std::u16string m_rightUnits;
 };
