@@ -30,22 +30,23 @@ void ResultPresenter::showRunning(bool running)
 void ResultPresenter::show(Result result)
 {
     const bool sameFiles = m_result.document && m_result.paths == result.paths;
-    DiffScene &scene = m_view.scene();
-    const qsizetype top = scene.top();
-    const qint64 column = scene.column();
     m_result = std::move(result);
     if (m_asText != m_result.paths)
         m_asText = {};
-    present();
-    if (sameFiles)
-        scene.scrollTo(top, column);
+    present(sameFiles);
 }
 
-void ResultPresenter::present()
+void ResultPresenter::present(bool keepsPlace)
 {
     const bool isBinary = m_result.left.text.binary || m_result.right.text.binary;
     const bool hidesText = isBinary && m_asText != m_result.paths;
-    m_view.scene().setDocument(hidesText ? nullptr : m_result.document);
+    const std::shared_ptr<const DiffDocument> shown = hidesText ? nullptr : m_result.document;
+    if (keepsPlace) {
+        m_view.scene().replaceDocument(shown);
+        m_view.scene().forgetCurrent();
+    } else {
+        m_view.scene().setDocument(shown);
+    }
     presentSide(Side::Left, hidesText);
     presentSide(Side::Right, hidesText);
     const bool differs = !m_result.document || m_view.scene().layout().blockCount() > 0;

@@ -35,7 +35,7 @@ public:
 
 private:
     [[nodiscard]] const LoadedSide &loaded(Side side) const;
-    void present();
+    void present(bool keepsPlace = false);
     void presentSide(Side side, bool hidesText);
     void offerBinary(Side side);
 

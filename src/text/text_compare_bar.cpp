@@ -85,6 +85,23 @@ TextCompareBar::TextCompareBar(QWidget *session) : QToolBar(session), m_position
         filters->addAction(action);
     showAll->setChecked(true);
     addSeparator();
+    edit = add({"editAction", Velmora::tr("Edit"), QStringLiteral("edit.png"), {}, {}});
+    edit->setCheckable(true);
+    showEditing(false);
+    copyToRight = add({"copyToRightAction",
+                       Velmora::tr("Copy to the right"),
+                       QStringLiteral("copy_right.png"),
+                       {Qt::CTRL | Qt::ALT | Qt::Key_Right},
+                       Velmora::tr("Copy the selected lines or the current difference to the right side")});
+    copyToLeft = add({"copyToLeftAction",
+                      Velmora::tr("Copy to the left"),
+                      QStringLiteral("copy_left.png"),
+                      {Qt::CTRL | Qt::ALT | Qt::Key_Left},
+                      Velmora::tr("Copy the selected lines or the current difference to the left side")});
+    saveLeft = add({"saveLeftAction", Velmora::tr("Save left"), QStringLiteral("save.png"), {}, {}});
+    saveRight = add({"saveRightAction", Velmora::tr("Save right"), QStringLiteral("save.png"), {}, {}});
+    save = add({"saveAction", Velmora::tr("Save this side"), {}, {QKeySequence::Save}, {}});
+    addSeparator();
     find = add({"findAction", Velmora::tr("Find"), QStringLiteral("find.png"), {Qt::CTRL | Qt::Key_F}, {}});
     goToLine =
         add({"goToLineAction", Velmora::tr("Go to line"), QStringLiteral("goto_line.png"), {Qt::CTRL | Qt::Key_G}, {}});
@@ -146,6 +163,13 @@ void TextCompareBar::showTextBeside(QAction *action)
         button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
 }
 
+void TextCompareBar::showEditing(bool enabled)
+{
+    edit->setChecked(enabled);
+    edit->setToolTip(enabled ? Velmora::tr("Editing enabled — click to lock text panes")
+                             : Velmora::tr("Enable editing left and right text"));
+}
+
 void TextCompareBar::showRunning(bool running, bool cancelling)
 {
     m_running = running;
@@ -159,6 +183,8 @@ void TextCompareBar::showRunning(bool running, bool cancelling)
 
 void TextCompareBar::addTo(QMenu &menu)
 {
+    menu.addSeparator();
+    menu.addActions({edit, copyToRight, copyToLeft, save});
     menu.addSeparator();
     menu.addActions({previousDifference, nextDifference, switchPane});
     menu.addSeparator();

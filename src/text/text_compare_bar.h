@@ -24,6 +24,12 @@ public:
     QAction *showAll;
     QAction *showDifferences;
     QAction *showIdentical;
+    QAction *edit; ///< checkable: whether the texts are unlocked
+    QAction *copyToRight;
+    QAction *copyToLeft;
+    QAction *saveLeft;
+    QAction *saveRight;
+    QAction *save; ///< by key only, the side with the caret
     QAction *find;
     QAction *goToLine;
     QAction *lineDetail;
@@ -35,6 +41,9 @@ public:
     QAction *zoomIn;
     QAction *zoomOut;
     QAction *resetZoom;
+
+    /// Shows whether the texts are unlocked.
+    void showEditing(bool enabled);
 
     /// Turns the compare button into the one that cancels, and back.
     void showRunning(bool running, bool cancelling);

@@ -9,6 +9,7 @@
 #include "text/result_presenter.h"
 #include "text/side_description.h"
 #include "text/text_compare_bar.h"
+#include "text/text_editing.h"
 #include "text/text_inputs.h"
 #include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
@@ -27,15 +28,6 @@
 
 namespace velmora {
 
-namespace {
-
-QString fileName(const QString &path)
-{
-    return QFileInfo(path).fileName();
-}
-
-} // namespace
-
 TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
     : SessionWidget(window, parent),
       m_bar(new TextCompareBar(this)),
@@ -43,6 +35,7 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
       m_progress(new ProgressStrip(this)),
       m_view(new DiffView(this)),
       m_presenter(new ResultPresenter(window, *m_view, this)),
+      m_editing(new TextEditing(*m_view, *m_inputs, this)),
       m_findBar(new FindBar(this)),
       m_finder(new FindController(*m_findBar, *m_view, this)),
       m_status(new QLabel(Velmora::tr("Ready"), this)),
@@ -52,6 +45,7 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
     buildLayout();
     connectBar();
     connectInputs();
+    connectEditing();
     connect(&m_runner, &Runner::runningChanged, this, &TextCompareWidget::showRunning);
     connect(&m_view->scene(), &DiffScene::currentBlockChanged, this, &TextCompareWidget::showPosition);
     connect(&m_view->scene(), &DiffScene::documentChanged, this, &TextCompareWidget::showPosition);
@@ -184,15 +178,19 @@ void TextCompareWidget::setOptions(const QJsonObject &options)
 void TextCompareWidget::chooseEncoding(Side side)
 {
     const QString name = m_inputs->at(side).encoding().name();
-    if (side == Side::Left) {
-        m_options.leftEncoding = name;
-    } else {
-        m_options.rightEncoding = name;
-        m_options.sameAsLeftFileFormat = false;
-    }
-    m_inputs->apply(m_options);
-    if (m_compared.document)
-        start();
+    m_inputs->apply(m_options); // until it is known that no edits are in the way
+    m_editing->confirmReload(side == Side::Left, side == Side::Right, [this, side, name] {
+        m_editing->discard(side);
+        if (side == Side::Left) {
+            m_options.leftEncoding = name;
+        } else {
+            m_options.rightEncoding = name;
+            m_options.sameAsLeftFileFormat = false;
+        }
+        m_inputs->apply(m_options);
+        if (m_compared.document)
+            start();
+    });
 }
 
 bool TextCompareWidget::setPendingReport(const QString &path)
@@ -281,6 +279,7 @@ void TextCompareWidget::useClipboardText(Side side)
 void TextCompareWidget::onSwapSides()
 {
     m_inputs->at(Side::Left).swapWith(m_inputs->at(Side::Right));
+    m_editing->editor().swapSides();
     if (!m_options.sameAsLeftFileFormat) {
         std::swap(m_options.leftFileType, m_options.rightFileType);
         std::swap(m_options.leftEncoding, m_options.rightEncoding);
@@ -303,7 +302,7 @@ void TextCompareWidget::onCompare()
         return;
     }
     if (checkInputs())
-        checkExternalChange();
+        m_editing->confirmOtherFiles([this] { checkExternalChange(); });
 }
 
 bool TextCompareWidget::checkInputs()
@@ -316,40 +315,28 @@ bool TextCompareWidget::checkInputs()
 
 void TextCompareWidget::checkExternalChange()
 {
-    const ExternalChange change = m_inputs->externalChange();
+    ExternalChange change = m_inputs->externalChange();
+    change.unsavedEdits = hasUnsavedChanges();
     if (change.isEmpty()) {
         startComparison(ChangedFile::Reload);
         return;
     }
-    askAboutExternalChange(this, change, [this](ExternalChangeAnswer answer) {
+    askAboutExternalChange(this, change, [this, change](ExternalChangeAnswer answer) {
         if (answer == ExternalChangeAnswer::Cancel || m_runner.isRunning())
             return;
+        const bool reloads = answer == ExternalChangeAnswer::Reload;
+        if (reloads && !change.leftPath.isEmpty())
+            m_editing->discard(Side::Left);
+        if (reloads && !change.rightPath.isEmpty())
+            m_editing->discard(Side::Right);
         startComparison(answer == ExternalChangeAnswer::Reload ? ChangedFile::Reload : ChangedFile::KeepLoaded);
     });
-}
-
-void TextCompareWidget::onReloadLeft()
-{
-    onReloadBoth();
-}
-
-void TextCompareWidget::onReloadRight()
-{
-    onReloadBoth();
-}
-
-void TextCompareWidget::onReloadBoth()
-{
-    m_runner.abandon();
-    if (checkInputs())
-        startComparison(ChangedFile::Reload);
 }
 
 void TextCompareWidget::startComparison(ChangedFile changed)
 {
     m_running = {paths(), m_options};
-    TextCompareInput input{m_inputs->at(Side::Left).input(changed), m_inputs->at(Side::Right).input(changed),
-                           m_options};
+    TextCompareInput input{m_editing->input(Side::Left, changed), m_editing->input(Side::Right, changed), m_options};
     showMessage(Velmora::tr("Comparing..."));
     setFocusProxy(m_view); // from now on the texts are what keys are for
     m_runner.start([input = std::move(input)](const CancelFlag &cancel,
@@ -397,16 +384,10 @@ void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::sha
     m_format->setText(encodingLabel);
     m_presenter->show({diff, leftRaw, rightRaw, paths});
 
-    const DiffCounts counts = countRows(diff->rows());
-    showMessage(
-        Velmora::tr("Compare done: %1 diffs (added %2, removed %3, modified %4) | Left: %5 lines, Right: %6 lines")
-            .arg(counts.differences())
-            .arg(counts.added)
-            .arg(counts.removed)
-            .arg(counts.modified)
-            .arg(counts.leftLines)
-            .arg(counts.rightLines));
-    Q_EMIT tabTitleChanged(Velmora::tr("%1 <-> %2").arg(fileName(paths.left), fileName(paths.right)));
+    m_title = title();
+    m_editing->takeComparison({{}, leftRaw, rightRaw, diff}, m_running.options);
+    showCounts();
+    Q_EMIT tabTitleChanged(m_title);
     Q_EMIT comparisonFinished(paths.left, paths.right);
     if (!m_pendingReport.isEmpty())
         m_reports.write(m_compared, std::exchange(m_pendingReport, {}));

@@ -17,6 +17,7 @@ class FindController;
 class ProgressStrip;
 class ResultPresenter;
 class TextCompareBar;
+class TextEditing;
 class TextInputs;
 class TextSide;
 enum class ChangedFile;
@@ -44,6 +45,12 @@ public:
     [[nodiscard]] bool acceptsDroppedPaths() const override { return true; }
     void dropPaths(const QStringList &paths, QPoint position) override;
     void refreshTheme() override;
+    [[nodiscard]] bool canEdit(EditCommand command) const override;
+    void edit(EditCommand command) override;
+    [[nodiscard]] bool canEnableEditing() const override;
+    [[nodiscard]] bool isEditingEnabled() const override;
+    void setEditingEnabled(bool enabled) override;
+    [[nodiscard]] bool hasUnsavedChanges() const override;
 
     /// Takes the clipboard's text as `side`, which then has no file, and compares.
     void useClipboardText(Side side);
@@ -58,10 +65,20 @@ public Q_SLOTS:
     void onCompare();
     void onNextDiff();
     void onPrevDiff();
+    /// Copies the selected lines, or else the current difference, to the other side. Copying unlocks the texts unless
+    /// the other side is read-only.
+    void onCopyLeftToRight();
+    void onCopyRightToLeft();
+    /// The same for the difference that holds row `lineIndex` of the result, from 0.
+    void onArrowCopyLeftToRight(int lineIndex);
+    void onArrowCopyRightToLeft(int lineIndex);
     void onShowAll();
     void onShowDifferences();
     void onShowIdentical();
     void onSwapSides();
+    void onSaveLeft();
+    void onSaveRight();
+    /// Reading again asks first when a side would lose its edits.
     void onReloadLeft();
     void onReloadRight();
     void onReloadBoth();
@@ -100,6 +117,12 @@ private:
     [[nodiscard]] bool checkInputs();
     void checkExternalChange();
     void startComparison(ChangedFile changed);
+    void connectEditing();
+    void copyFrom(Side from);
+    void copyDifference(Side from, qsizetype row);
+    void reload(bool left, bool right);
+    [[nodiscard]] QString title() const;
+    void showCounts();
     void takeOutcome(RunOutcome<TextCompareResult> &&outcome);
     void showProgress(const ProgressState &state);
     void showRunning();
@@ -112,12 +135,14 @@ private:
     ReportExport::Content m_compared; ///< the result that is shown, without a document before the first
     QString m_pendingReport;
     QString m_formatText;
+    QString m_title;
 
     TextCompareBar *m_bar;
     TextInputs *m_inputs;
     ProgressStrip *m_progress;
     DiffView *m_view;
     ResultPresenter *m_presenter;
+    TextEditing *m_editing;
     FindBar *m_findBar;
     FindController *m_finder;
     QLabel *m_status;

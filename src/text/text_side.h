@@ -46,6 +46,7 @@ public:
 
     /// What the latest completed comparison has read, and from which path.
     [[nodiscard]] const LoadedSide &loaded() const { return m_loaded; }
+    [[nodiscard]] const QString &loadedPath() const { return m_loadedPath; }
     void setLoaded(const LoadedSide &loaded, const QString &path);
 
     /// Exchanges path and texts, not the encoding.

@@ -29,6 +29,15 @@ DiffDocument::DiffDocument(QList<AlignedRow> rows, std::shared_ptr<const LineSou
       m_widest(std::max(widestLineOf(*m_left, tabWidth), widestLineOf(*m_right, tabWidth)))
 {}
 
+DiffDocument::DiffDocument(QList<AlignedRow> rows, std::shared_ptr<const LineSource> left,
+                           std::shared_ptr<const LineSource> right, int tabWidth, qint64 widest)
+    : m_rows(std::move(rows)),
+      m_left(std::move(left)),
+      m_right(std::move(right)),
+      m_tabWidth(tabWidth),
+      m_widest(widest)
+{}
+
 qint32 DiffDocument::lineNumber(qsizetype row, Side side) const
 {
     const AlignedRow &aligned = m_rows.at(row);
@@ -68,12 +77,19 @@ bool DiffDocument::differsUnimportantly(qsizetype row) const
 qsizetype DiffDocument::rowOfLine(Side side, qint32 number) const
 {
     qsizetype found = -1;
-    for (qsizetype row = 0; row < m_rows.size(); ++row) {
-        const qint32 here = lineNumber(row, side);
-        if (here > number)
-            break;
-        if (here >= 1)
+    qsizetype low = 0;
+    qsizetype high = m_rows.size();
+    while (low < high) {
+        const qsizetype middle = low + (high - low) / 2;
+        qsizetype row = middle;
+        while (row < high && lineNumber(row, side) < 1)
+            ++row;
+        if (row == high || lineNumber(row, side) > number) {
+            high = middle;
+        } else {
             found = row;
+            low = row + 1;
+        }
     }
     return found;
 }

@@ -26,6 +26,9 @@ public:
     /// `tabWidth` is the distance of tab stops in columns.
     DiffDocument(QList<AlignedRow> rows, std::shared_ptr<const LineSource> left,
                  std::shared_ptr<const LineSource> right, int tabWidth = 4);
+    /// The same for a caller that knows how wide the widest line is, at most.
+    DiffDocument(QList<AlignedRow> rows, std::shared_ptr<const LineSource> left,
+                 std::shared_ptr<const LineSource> right, int tabWidth, qint64 widest);
 
     [[nodiscard]] const QList<AlignedRow> &rows() const noexcept { return m_rows; }
     [[nodiscard]] qsizetype rowCount() const noexcept { return m_rows.size(); }
@@ -43,10 +46,10 @@ public:
     [[nodiscard]] bool differsUnimportantly(qsizetype row) const;
 
     /// The row that shows line `number` (1-based) of `side`, or the nearest row before it that shows a line; -1 when no
-    /// row does. Takes a step for each row.
+    /// row does. Takes the logarithm of the rows, and a step for each row in the longest run of rows without a line.
     [[nodiscard]] qsizetype rowOfLine(Side side, qint32 number) const;
 
-    /// Columns of the widest line of both sides. Computed at construction, in one pass over the long lines.
+    /// Columns of the widest line of both sides, or more. Computed at construction, in one pass over the long lines.
     [[nodiscard]] qint64 widestLine() const noexcept { return m_widest; }
 
 private:

@@ -125,6 +125,7 @@ void DiffPane::paintEvent(QPaintEvent *event)
         PanePainter frame(painter, m_scene, {m_side, gutter, textArea(), hasFocus()});
         frame.paint(event->rect());
         painter.fillRect(QRect(gutter.right(), 0, 1, height()), diffColour(DiffColour::Rule));
+        paintPreedit(painter);
     }
     if (hasFocus())
         painter.fillRect(QRect(0, 0, width(), 2), diffColour(DiffColour::Accent));
@@ -292,7 +293,9 @@ bool DiffPane::moveByKey(const QKeyEvent &event)
 
 void DiffPane::keyPressEvent(QKeyEvent *event)
 {
-    if (event->matches(QKeySequence::Copy)) {
+    if (m_editor && editByKey(*event)) {
+        event->accept();
+    } else if (event->matches(QKeySequence::Copy)) {
         copy();
     } else if (event->matches(QKeySequence::SelectAll)) {
         selectAll();

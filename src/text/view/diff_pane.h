@@ -7,11 +7,13 @@
 
 namespace velmora {
 
+class DiffEditor;
+
 /// One side of a comparison: line numbers, a sign for each kind of row, the texts, the caret and the selection.
 ///
 /// Paints what is in sight and nothing else: the cost of a frame depends neither on the number of rows nor on the
 /// length of lines that reach beyond the window. Takes the keys and the mouse that move the caret and select; scrolling
-/// is the view's.
+/// is the view's. With an editor it takes typed text, the keys and commands that edit, and input methods, too.
 class DiffPane final : public QWidget {
     Q_OBJECT
 public:
@@ -20,6 +22,9 @@ public:
 
     [[nodiscard]] Side side() const noexcept { return m_side; }
     [[nodiscard]] DiffScene &scene() noexcept { return m_scene; }
+
+    /// Lets the text be edited; `editor` outlives the pane.
+    void setEditor(DiffEditor *editor);
 
     /// The width of line numbers and signs.
     [[nodiscard]] int gutterWidth() const;
@@ -31,16 +36,21 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
+    [[nodiscard]] QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
 public Q_SLOTS:
     void copy();
     void selectAll();
+    void cut();
+    void paste();
 
 Q_SIGNALS:
     void resized();
     void contextMenuWanted(QPoint globalPosition);
 
 protected:
+    bool event(QEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
@@ -65,11 +75,20 @@ private:
     void moveTo(TextPosition position, bool selecting);
     void moveRows(qsizetype rows, bool selecting);
     [[nodiscard]] bool moveByKey(const QKeyEvent &event);
+    [[nodiscard]] bool editByKey(const QKeyEvent &event);
+    [[nodiscard]] bool typesText(const QKeyEvent &event) const;
+    [[nodiscard]] QRect caretRect() const;
+    [[nodiscard]] QString caretLine() const;
+    void eraseTo(Step step);
+    void paintPreedit(QPainter &painter) const;
+    void tellInputMethod();
     void extendByDrag();
     void tellCurrentRow();
 
     DiffScene &m_scene;
     Side m_side;
+    DiffEditor *m_editor = nullptr;
+    QString m_preedit;    ///< what an input method has not yet committed
     qreal m_wantedX = -1; ///< the x that moving up and down keeps to, -1 for the caret's own
     bool m_dragging = false;
     QPoint m_dragPoint;

@@ -20,21 +20,66 @@ DiffScene::DiffScene(QObject *parent) : QObject(parent)
     connect(&m_search, &TextSearch::changed, this, &DiffScene::repaintWanted);
 }
 
-void DiffScene::setDocument(std::shared_ptr<const DiffDocument> document)
+void DiffScene::takeDocument(std::shared_ptr<const DiffDocument> document)
 {
+    const bool sameRows = m_document && document && m_document->rows().isSharedWith(document->rows());
     m_document = std::move(document);
     const DiffDocument *shown = m_document.get();
     m_left.setSource(shown ? &shown->source(Side::Left) : nullptr, shown ? shown->tabWidth() : 4);
     m_right.setSource(shown ? &shown->source(Side::Right) : nullptr, shown ? shown->tabWidth() : 4);
     m_changes.setDocument(m_document);
     m_search.setDocument(m_document);
-    m_layout.setRows(shown ? shown->rows() : QList<AlignedRow>());
+    if (!sameRows)
+        m_layout.setRows(shown ? shown->rows() : QList<AlignedRow>());
+    m_revealedRow = -1;
+}
+
+void DiffScene::setDocument(std::shared_ptr<const DiffDocument> document)
+{
+    takeDocument(std::move(document));
     m_caret = {m_caret.side, {}, {}};
     m_currentBlock = -1;
-    m_revealedRow = -1;
     m_top = 0;
     m_column = 0;
     Q_EMIT documentChanged();
+    Q_EMIT currentBlockChanged();
+    Q_EMIT caretMoved();
+}
+
+void DiffScene::replaceDocument(std::shared_ptr<const DiffDocument> document)
+{
+    const std::shared_ptr<const DiffDocument> before = m_document;
+    if (!before || !document) {
+        setDocument(std::move(document));
+        return;
+    }
+    const qsizetype caretIndex = m_layout.indexOf(m_caret.position.row);
+    const bool caretInSight = m_layout.inSight(m_top, m_height).contains(caretIndex);
+    const qsizetype fixedIndex = caretInSight ? caretIndex : m_top;
+    const qsizetype fixedRow = m_layout.count() > 0 ? m_layout.rowAt(std::min(fixedIndex, m_layout.count() - 1)) : -1;
+    const qsizetype blockRow = m_currentBlock >= 0 ? m_layout.block(m_currentBlock).first : -1;
+    takeDocument(std::move(document));
+
+    const auto newRow = [this, &before](qsizetype row) {
+        if (row < 0 || row >= before->rowCount())
+            return qsizetype(0);
+        const bool ownLine = before->lineNumber(row, m_caret.side) >= 1;
+        const Side side = ownLine ? m_caret.side : otherSide(m_caret.side);
+        return std::max<qsizetype>(m_document->rowOfLine(side, before->lineNumber(row, side)), 0);
+    };
+    m_caret.anchor.row = newRow(m_caret.anchor.row);
+    m_caret.position.row = newRow(m_caret.position.row);
+    m_currentBlock = blockRow >= 0 ? m_layout.blockOf(newRow(blockRow)) : -1;
+    m_top = std::clamp<qsizetype>(m_layout.indexOf(newRow(fixedRow)) - (fixedIndex - m_top), 0, maximumTop());
+    Q_EMIT documentChanged();
+    Q_EMIT currentBlockChanged();
+    Q_EMIT caretMoved();
+}
+
+void DiffScene::forgetCurrent()
+{
+    m_caret.anchor = m_caret.position;
+    m_currentBlock = -1;
     Q_EMIT currentBlockChanged();
     Q_EMIT caretMoved();
 }

@@ -26,6 +26,10 @@ public:
 
     /// Shows another document, or nothing, from its top.
     void setDocument(std::shared_ptr<const DiffDocument> document);
+    /// Shows a later state of the document: the caret stays in its line and its place in sight.
+    void replaceDocument(std::shared_ptr<const DiffDocument> document);
+    /// Ends the selection and leaves the current difference; caret and scroll position stay.
+    void forgetCurrent();
     [[nodiscard]] const DiffDocument *document() const noexcept { return m_document.get(); }
     [[nodiscard]] const RowLayout &layout() const noexcept { return m_layout; }
     [[nodiscard]] LineRenderer &renderer(Side side) { return side == Side::Left ? m_left : m_right; }
@@ -88,6 +92,7 @@ Q_SIGNALS:
 private:
     void setCurrentBlock(qsizetype block);
     void revealChange();
+    void takeDocument(std::shared_ptr<const DiffDocument> document);
 
     std::shared_ptr<const DiffDocument> m_document;
     RowLayout m_layout;

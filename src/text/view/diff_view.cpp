@@ -2,6 +2,7 @@
 
 #include "session/diff_colours.h"
 #include "text/view/diff_pane.h"
+#include "text/view/merge_splitter.h"
 #include "text/view/overview_strip.h"
 #include "text/view/pane_notice.h"
 #include "text/view/pane_painter.h"
@@ -11,7 +12,6 @@
 #include <QLabel>
 #include <QScrollBar>
 #include <QSignalBlocker>
-#include <QSplitter>
 #include <QWheelEvent>
 
 namespace velmora {
@@ -44,7 +44,7 @@ DiffView::DiffView(QWidget *parent)
     : QWidget(parent),
       m_left(new DiffPane(m_scene, Side::Left)),
       m_right(new DiffPane(m_scene, Side::Right)),
-      m_splitter(new QSplitter(Qt::Horizontal)),
+      m_splitter(new MergeSplitter(m_scene)),
       m_overview(new OverviewStrip(m_scene, this)),
       m_vertical(new QScrollBar(Qt::Vertical, this)),
       m_horizontal(new QScrollBar(Qt::Horizontal, this)),

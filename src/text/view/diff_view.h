@@ -6,11 +6,11 @@
 
 class QLabel;
 class QScrollBar;
-class QSplitter;
 
 namespace velmora {
 
 class DiffPane;
+class MergeSplitter;
 class OverviewStrip;
 class PaneNotice;
 
@@ -26,6 +26,9 @@ public:
 
     [[nodiscard]] DiffScene &scene() noexcept { return m_scene; }
     [[nodiscard]] DiffPane &pane(Side side) { return side == Side::Left ? *m_left : *m_right; }
+
+    /// What is between the panes.
+    [[nodiscard]] MergeSplitter &splitter() { return *m_splitter; }
 
     /// The side with the keyboard focus, or the one that had it last.
     [[nodiscard]] Side activeSide() const { return m_scene.caret().side; }
@@ -65,7 +68,7 @@ private:
     DiffScene m_scene;
     DiffPane *m_left;
     DiffPane *m_right;
-    QSplitter *m_splitter;
+    MergeSplitter *m_splitter;
     OverviewStrip *m_overview;
     QScrollBar *m_vertical;
     QScrollBar *m_horizontal;

@@ -225,7 +225,7 @@ LineChange EditBuffer::copyLines(qsizetype first, qsizetype removed, const EditS
     for (qsizetype k = 0; k < fromCount; ++k) {
         const std::string_view text = source.bytes(from + k);
         const bool sameText = k < removed && m_snapshot->bytes(first + k) == text;
-        lines.push_back({toBytes(text), sameText ? source.lineEnd(from + k) : usual});
+        lines.push_back({toBytes(text), sameText || count() == 0 ? source.lineEnd(from + k) : usual});
     }
     const bool reachesEnd = first + removed == count();
     if (reachesEnd && !lines.empty()) {

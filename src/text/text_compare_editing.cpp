@@ -1,0 +1,247 @@
+#include "session/translate.h"
+#include "text/text_compare_bar.h"
+#include "text/text_compare_widget.h"
+#include "text/text_editing.h"
+#include "text/text_inputs.h"
+#include "text/view/diff_pane.h"
+#include "text/view/diff_view.h"
+#include "text/view/merge_splitter.h"
+
+#include <QFileInfo>
+
+namespace velmora {
+
+void TextCompareWidget::connectEditing()
+{
+    DiffEditor &editor = m_editing->editor();
+    m_view->pane(Side::Left).setEditor(&editor);
+    m_view->pane(Side::Right).setEditor(&editor);
+    connect(m_editing, &TextEditing::message, this, &TextCompareWidget::showMessage);
+    connect(m_editing, &TextEditing::textEdited, this, [this] {
+        m_runner.abandon();
+        showPosition();
+    });
+    connect(m_editing, &TextEditing::recompared, this,
+            [this](const std::shared_ptr<const DiffDocument> &document, const TextLines &left, const TextLines &right) {
+                m_compared.document = document;
+                m_compared.left = left;
+                m_compared.right = right;
+                showCounts();
+            });
+    connect(&editor, &DiffEditor::stateChanged, this, [this] {
+        const DiffEditor &changed = m_editing->editor();
+        m_bar->showEditing(changed.isEnabled());
+        m_bar->saveLeft->setEnabled(m_editing->isModified(Side::Left));
+        m_bar->saveRight->setEnabled(m_editing->isModified(Side::Right));
+        for (const Side side : {Side::Left, Side::Right})
+            m_view->splitter().setCopyable(side, changed.obstacle(side).isEmpty());
+        const QString name = m_compared.document ? title() : QString();
+        if (name != m_title) {
+            m_title = name;
+            Q_EMIT tabTitleChanged(name);
+        }
+        Q_EMIT editStateChanged();
+    });
+    m_bar->saveLeft->setEnabled(false);
+    m_bar->saveRight->setEnabled(false);
+    connect(&m_view->splitter(), &MergeSplitter::copyWanted, this, [this](Side from, qsizetype row) {
+        if (from == Side::Left)
+            onArrowCopyLeftToRight(int(row));
+        else
+            onArrowCopyRightToLeft(int(row));
+    });
+    connect(m_bar->edit, &QAction::triggered, this, &TextCompareWidget::setEditingEnabled);
+    connect(m_bar->copyToRight, &QAction::triggered, this, &TextCompareWidget::onCopyLeftToRight);
+    connect(m_bar->copyToLeft, &QAction::triggered, this, &TextCompareWidget::onCopyRightToLeft);
+    connect(m_bar->saveLeft, &QAction::triggered, this, &TextCompareWidget::onSaveLeft);
+    connect(m_bar->saveRight, &QAction::triggered, this, &TextCompareWidget::onSaveRight);
+    connect(m_bar->save, &QAction::triggered, this, [this] {
+        if (m_view->activeSide() == Side::Left)
+            onSaveLeft();
+        else
+            onSaveRight();
+    });
+}
+
+void TextCompareWidget::showCounts()
+{
+    const DiffCounts counts = countRows(m_compared.document->rows());
+    showMessage(
+        Velmora::tr("Compare done: %1 diffs (added %2, removed %3, modified %4) | Left: %5 lines, Right: %6 lines")
+            .arg(counts.differences())
+            .arg(counts.added)
+            .arg(counts.removed)
+            .arg(counts.modified)
+            .arg(counts.leftLines)
+            .arg(counts.rightLines));
+}
+
+QString TextCompareWidget::title() const
+{
+    const auto name = [this](Side side, const QString &path) {
+        const QString file = QFileInfo(path).fileName();
+        return m_editing->isModified(side) ? Velmora::tr("*%1").arg(file) : file;
+    };
+    const SessionPaths &paths = m_compared.paths;
+    return Velmora::tr("%1 <-> %2").arg(name(Side::Left, paths.left), name(Side::Right, paths.right));
+}
+
+// The Edit menu -------------------------------------------------------------------------------------------------------
+
+namespace {
+
+struct SideCommand {
+    Side side;
+    bool isUndo;
+};
+
+SideCommand sideCommand(EditCommand command, Side active)
+{
+    switch (command) {
+    case EditCommand::Undo:
+        return {active, true};
+    case EditCommand::Redo:
+        return {active, false};
+    case EditCommand::UndoLeft:
+        return {Side::Left, true};
+    case EditCommand::RedoLeft:
+        return {Side::Left, false};
+    case EditCommand::UndoRight:
+        return {Side::Right, true};
+    case EditCommand::RedoRight:
+        return {Side::Right, false};
+    }
+    return {active, true};
+}
+
+} // namespace
+
+bool TextCompareWidget::canEdit(EditCommand command) const
+{
+    const SideCommand asked = sideCommand(command, m_view->activeSide());
+    const EditBuffer &buffer = m_editing->editor().buffer(asked.side);
+    return isEditingEnabled() && (asked.isUndo ? buffer.canUndo() : buffer.canRedo());
+}
+
+void TextCompareWidget::edit(EditCommand command)
+{
+    const SideCommand asked = sideCommand(command, m_view->activeSide());
+    if (asked.isUndo)
+        m_editing->editor().undo(asked.side);
+    else
+        m_editing->editor().redo(asked.side);
+}
+
+bool TextCompareWidget::canEnableEditing() const
+{
+    return true;
+}
+
+bool TextCompareWidget::isEditingEnabled() const
+{
+    return m_editing->editor().isEnabled();
+}
+
+void TextCompareWidget::setEditingEnabled(bool enabled)
+{
+    m_editing->editor().setEnabled(enabled);
+    m_bar->showEditing(enabled);
+}
+
+bool TextCompareWidget::hasUnsavedChanges() const
+{
+    return m_editing->hasUnsavedChanges();
+}
+
+// Merging by hand -----------------------------------------------------------------------------------------------------
+
+void TextCompareWidget::copyFrom(Side from)
+{
+    const DiffScene &scene = m_view->scene();
+    const TextCaret &caret = scene.caret();
+    if (caret.hasSelection()) {
+        const TextPosition end = caret.selectionEnd();
+        // A selection that ends before the first character of a line does not mean that line.
+        const qsizetype last = end.unit == 0 ? end.row - 1 : end.row;
+        const qsizetype first = caret.selectionStart().row;
+        m_editing->unlockFor(otherSide(from));
+        m_editing->editor().copyRows(from, {first, std::max(last, first) - first + 1});
+    } else if (scene.currentBlock() >= 0) {
+        copyDifference(from, scene.layout().block(scene.currentBlock()).first);
+    } else {
+        showMessage(Velmora::tr("Select lines or go to a difference first"));
+    }
+}
+
+void TextCompareWidget::copyDifference(Side from, qsizetype row)
+{
+    const RowLayout &layout = m_view->scene().layout();
+    const qsizetype block = layout.blockOf(row);
+    if (block < 0)
+        return;
+    m_editing->unlockFor(otherSide(from));
+    m_editing->editor().copyRows(from, layout.block(block));
+}
+
+void TextCompareWidget::onCopyLeftToRight()
+{
+    copyFrom(Side::Left);
+}
+
+void TextCompareWidget::onCopyRightToLeft()
+{
+    copyFrom(Side::Right);
+}
+
+void TextCompareWidget::onArrowCopyLeftToRight(int lineIndex)
+{
+    copyDifference(Side::Left, lineIndex);
+}
+
+void TextCompareWidget::onArrowCopyRightToLeft(int lineIndex)
+{
+    copyDifference(Side::Right, lineIndex);
+}
+
+// Files ---------------------------------------------------------------------------------------------------------------
+
+void TextCompareWidget::onSaveLeft()
+{
+    m_editing->save(Side::Left);
+}
+
+void TextCompareWidget::onSaveRight()
+{
+    m_editing->save(Side::Right);
+}
+
+void TextCompareWidget::reload(bool left, bool right)
+{
+    m_editing->confirmReload(left, right, [this, left, right] {
+        m_runner.abandon();
+        if (!checkInputs())
+            return;
+        if (left)
+            m_editing->discard(Side::Left);
+        if (right)
+            m_editing->discard(Side::Right);
+        startComparison(ChangedFile::Reload);
+    });
+}
+
+void TextCompareWidget::onReloadLeft()
+{
+    reload(true, false);
+}
+
+void TextCompareWidget::onReloadRight()
+{
+    reload(false, true);
+}
+
+void TextCompareWidget::onReloadBoth()
+{
+    reload(true, true);
+}
+
+} // namespace velmora

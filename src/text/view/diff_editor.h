@@ -1,0 +1,80 @@
+#pragma once
+
+#include "settings/options/text_session_options.h"
+#include "text/view/diff_scene.h"
+#include "text/view/edit_buffer.h"
+
+#include <QObject>
+
+namespace velmora {
+
+/// Edits the texts that a scene shows: one buffer for each side, and after each edit a document in which the rows
+/// around it are right again.
+///
+/// Edits happen only while editing is enabled and only on sides that may be edited; everything else is refused with
+/// the reason. Positions are those of the scene; a place in a row without a line of its own is one between lines.
+/// Lives on the interface thread.
+class DiffEditor final : public QObject {
+    Q_OBJECT
+public:
+    /// `scene` outlives the editor.
+    DiffEditor(DiffScene &scene, QObject *parent);
+
+    /// Takes up what a comparison has read. A side whose buffer holds the same text keeps it and its undo steps.
+    void setTexts(const TextLines &left, const TextLines &right, const TextSessionOptions &options);
+    [[nodiscard]] const EditBuffer &buffer(Side side) const { return side == Side::Left ? m_left : m_right; }
+    void markClean(Side side);
+    /// Exchanges the texts with their undo steps.
+    void swapSides();
+
+    void setEnabled(bool enabled);
+    [[nodiscard]] bool isEnabled() const noexcept { return m_enabled; }
+
+    /// Says why a side can never be edited; empty when it can.
+    void setObstacle(Side side, const QString &reason);
+    [[nodiscard]] const QString &obstacle(Side side) const
+    {
+        return side == Side::Left ? m_leftObstacle : m_rightObstacle;
+    }
+
+    /// Puts `text` in the place of the selection or at the caret, as one step or merged with what was typed before.
+    bool insert(Side side, const QString &text, EditBuffer::Merge merge = EditBuffer::Merge::Never);
+    /// Removes the selection. False when there is none on `side`.
+    bool eraseSelection(Side side);
+    /// Removes what stands between the caret and `to`.
+    bool erase(Side side, TextPosition to);
+
+    /// Copies the lines that `rows` have on side `from` to the other side; one step.
+    bool copyRows(Side from, RowRange rows);
+
+    void undo(Side side);
+    void redo(Side side);
+
+Q_SIGNALS:
+    void edited(velmora::Side side); ///< the scene shows the text after it already
+    void stateChanged();             ///< what can be undone or saved, or whether editing is enabled
+    void refused(const QString &reason);
+
+private:
+    enum class Toward { Start, End };
+
+    [[nodiscard]] EditBuffer &own(Side side) { return side == Side::Left ? m_left : m_right; }
+    [[nodiscard]] bool mayEdit(Side side);
+    /// The lines of `side` before `row`.
+    [[nodiscard]] qsizetype linesBefore(Side side, qsizetype row) const;
+    [[nodiscard]] bool hasLine(Side side, qsizetype row) const;
+    /// The place in the text; one in a row without a line moves to the line before or behind.
+    [[nodiscard]] EditPosition place(Side side, TextPosition position, Toward toward) const;
+    void apply(Side side, const LineChange &change);
+    void showChange(Side side, EditPosition caret);
+
+    DiffScene &m_scene;
+    EditBuffer m_left;
+    EditBuffer m_right;
+    TextSessionOptions m_options;
+    QString m_leftObstacle;
+    QString m_rightObstacle;
+    bool m_enabled = false;
+};
+
+} // namespace velmora

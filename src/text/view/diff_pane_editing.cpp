@@ -1,0 +1,210 @@
+#include "session/diff_colours.h"
+#include "text/view/diff_editor.h"
+#include "text/view/diff_pane.h"
+#include "text/view/pane_painter.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QInputMethod>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QPainter>
+
+namespace velmora {
+
+void DiffPane::setEditor(DiffEditor *editor)
+{
+    m_editor = editor;
+    const auto followEditor = [this] {
+        setAttribute(Qt::WA_InputMethodEnabled, m_editor->isEnabled());
+        tellInputMethod();
+    };
+    connect(editor, &DiffEditor::stateChanged, this, followEditor);
+    connect(&m_scene, &DiffScene::caretMoved, this, &DiffPane::tellInputMethod);
+}
+
+bool DiffPane::event(QEvent *event)
+{
+    const bool isEditing = m_editor && m_editor->isEnabled();
+    if (event->type() == QEvent::KeyPress && isEditing) {
+        // While it edits, a tabulator is a character and does not leave the pane.
+        auto *key = static_cast<QKeyEvent *>(event);
+        if (key->key() == Qt::Key_Tab && key->modifiers() == Qt::NoModifier) {
+            keyPressEvent(key);
+            return true;
+        }
+    }
+    if (event->type() == QEvent::ShortcutOverride && isEditing) {
+        auto *key = static_cast<QKeyEvent *>(event);
+        if (typesText(*key) || key->matches(QKeySequence::Paste) || key->matches(QKeySequence::Cut) ||
+            key->key() == Qt::Key_Delete || key->key() == Qt::Key_Backspace)
+            event->accept();
+    }
+    return QWidget::event(event);
+}
+
+bool DiffPane::typesText(const QKeyEvent &event) const
+{
+    // Control and Alt together are the third level of a keyboard.
+    const Qt::KeyboardModifiers command = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier);
+    const bool isCommand = command == Qt::ControlModifier || command == Qt::AltModifier;
+    const QString text = event.text();
+    return !isCommand && !(event.modifiers() & Qt::MetaModifier) && !text.isEmpty() &&
+           (text.front().isPrint() || text.front().isSurrogate());
+}
+
+bool DiffPane::editByKey(const QKeyEvent &event)
+{
+    if (event.matches(QKeySequence::Undo)) {
+        m_editor->undo(m_side);
+        return true;
+    }
+    if (event.matches(QKeySequence::Redo)) {
+        m_editor->redo(m_side);
+        return true;
+    }
+    if (event.matches(QKeySequence::Cut)) {
+        cut();
+        return true;
+    }
+    if (event.matches(QKeySequence::Paste)) {
+        paste();
+        return true;
+    }
+    if (typesText(event)) {
+        m_editor->insert(m_side, event.text(), EditBuffer::Merge::Typing);
+        return true;
+    }
+    const bool control = event.modifiers().testFlag(Qt::ControlModifier);
+    if (event.modifiers().testFlag(Qt::AltModifier))
+        return false;
+    switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (control)
+            return false;
+        m_editor->insert(m_side, QStringLiteral("\n"));
+        return true;
+    case Qt::Key_Tab:
+        if (control || !m_editor->isEnabled())
+            return false;
+        m_editor->insert(m_side, QStringLiteral("\t"), EditBuffer::Merge::Typing);
+        return true;
+    case Qt::Key_Backspace:
+        eraseTo(control ? Step::PreviousWord : Step::Previous);
+        return true;
+    case Qt::Key_Delete:
+        eraseTo(control ? Step::NextWord : Step::Next);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void DiffPane::eraseTo(Step step)
+{
+    if (m_scene.layout().count() == 0 || m_editor->eraseSelection(m_side))
+        return;
+    m_editor->erase(m_side, stepped(position(), step));
+}
+
+void DiffPane::cut()
+{
+    if (!m_editor || !hasCaret() || !m_scene.caret().hasSelection())
+        return;
+    copy();
+    m_editor->eraseSelection(m_side);
+}
+
+void DiffPane::paste()
+{
+    const QString text = QApplication::clipboard()->text();
+    if (m_editor && !text.isEmpty())
+        m_editor->insert(m_side, text);
+}
+
+// Input methods -----------------------------------------------------------------------------------------------------
+
+void DiffPane::inputMethodEvent(QInputMethodEvent *event)
+{
+    if (!m_editor) {
+        event->ignore();
+        return;
+    }
+    m_preedit = event->preeditString();
+    if (event->replacementLength() > 0 && hasCaret()) {
+        const TextPosition here = m_scene.caret().position;
+        const qsizetype start = std::max<qsizetype>(here.unit + event->replacementStart(), 0);
+        m_scene.setCaret({m_side, {here.row, start}, {here.row, start + event->replacementLength()}});
+    }
+    if (!event->commitString().isEmpty())
+        m_editor->insert(m_side, event->commitString(), EditBuffer::Merge::Typing);
+    update();
+    event->accept();
+}
+
+QString DiffPane::caretLine() const
+{
+    const DiffDocument *document = m_scene.document();
+    const qsizetype row = m_scene.caret().position.row;
+    return document && row < document->rowCount() ? document->text(row, m_side) : QString();
+}
+
+QRect DiffPane::caretRect() const
+{
+    const DiffDocument *document = m_scene.document();
+    const TextPosition at = position();
+    qreal x = textArea().left() + paneMetrics::textIndent - m_scene.scrolledX();
+    if (document && at.row < document->rowCount()) {
+        const DiffDocument::Cell cell = document->cell(at.row, m_side);
+        if (cell.source)
+            x += m_scene.rendererOf(cell, m_side).xOf(cell.line, at.unit);
+    }
+    const RowLayout &layout = m_scene.layout();
+    return {int(x), int(layout.yOf(layout.indexOf(at.row), m_scene.top())), 2, layout.rowHeight()};
+}
+
+QVariant DiffPane::inputMethodQuery(Qt::InputMethodQuery query) const
+{
+    switch (query) {
+    case Qt::ImEnabled:
+        return m_editor && m_editor->isEnabled();
+    case Qt::ImCursorRectangle:
+        return caretRect();
+    case Qt::ImFont:
+        return m_scene.font();
+    case Qt::ImCursorPosition:
+        return int(position().unit);
+    case Qt::ImAnchorPosition: {
+        const TextCaret &caret = m_scene.caret();
+        return int(hasCaret() && caret.anchor.row == caret.position.row ? caret.anchor.unit : position().unit);
+    }
+    case Qt::ImSurroundingText:
+        return caretLine();
+    case Qt::ImCurrentSelection:
+        return hasCaret() ? m_scene.selectedText() : QString();
+    default:
+        return QWidget::inputMethodQuery(query);
+    }
+}
+
+void DiffPane::paintPreedit(QPainter &painter) const
+{
+    if (m_preedit.isEmpty() || !hasFocus())
+        return;
+    QRect area = caretRect();
+    painter.setFont(m_scene.font());
+    area.setWidth(painter.fontMetrics().horizontalAdvance(m_preedit) + 2);
+    painter.fillRect(area, diffColour(DiffColour::Background));
+    painter.setPen(diffColour(DiffColour::Text));
+    painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, m_preedit);
+    painter.drawLine(area.bottomLeft(), area.bottomRight());
+}
+
+void DiffPane::tellInputMethod()
+{
+    if (hasFocus() && m_editor && m_editor->isEnabled())
+        updateMicroFocus();
+}
+
+} // namespace velmora

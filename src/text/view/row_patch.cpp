@@ -1,0 +1,143 @@
+#include "text/view/row_patch.h"
+
+#include "settings/options/text_session_options.h"
+#include "text/engine/line_diff_engine.h"
+#include "text/replacement_rules.h"
+#include "text/view/line_segments.h"
+#include "text/view/row_layout.h"
+
+#include <algorithm>
+
+namespace velmora {
+
+namespace {
+
+// An edit that joins or parts lines may shift the pairs of the difference that it is in.
+constexpr qsizetype rowsAround = 100;
+// Beyond this, comparing on the interface thread would be felt.
+constexpr qsizetype linesAtOnce = 2000;
+
+/// The lines [first, first + count), 0-based.
+struct Lines {
+    qsizetype first = 0;
+    qsizetype count = 0;
+};
+
+qint32 &numberOf(AlignedRow &row, Side side)
+{
+    return side == Side::Left ? row.leftLine : row.rightLine;
+}
+
+RowRange touchedRows(const DiffDocument &document, Side side, const LineChange &change)
+{
+    RowRange rows;
+    if (change.removed > 0) {
+        rows.first = document.rowOfLine(side, qint32(change.first + 1));
+        rows.count = document.rowOfLine(side, qint32(change.first + change.removed)) - rows.first + 1;
+    } else {
+        // Lines that come in between take the place of the rows that had none.
+        rows.first = document.rowOfLine(side, qint32(change.first)) + 1;
+        const bool atEnd = change.first >= document.source(side).count();
+        const qsizetype next = atEnd ? document.rowCount() : document.rowOfLine(side, qint32(change.first + 1));
+        rows.count = next - rows.first;
+    }
+    if (change.removed == change.inserted)
+        return rows;
+    qsizetype end = rows.end();
+    for (qsizetype k = 0; k < rowsAround && rows.first > 0 && document.kind(rows.first - 1) != Equal; ++k)
+        --rows.first;
+    for (qsizetype k = 0; k < rowsAround && end < document.rowCount() && document.kind(end) != Equal; ++k)
+        ++end;
+    return {rows.first, end - rows.first};
+}
+
+Lines linesIn(const DiffDocument &document, RowRange rows, Side side)
+{
+    Lines lines;
+    for (qsizetype row = rows.first; row < rows.end(); ++row) {
+        const qint32 number = document.lineNumber(row, side);
+        if (number < 1)
+            continue;
+        if (lines.count == 0)
+            lines.first = number - 1;
+        ++lines.count;
+    }
+    return lines;
+}
+
+TextLines cut(const EditSnapshot &text, Lines lines, const QStringList &find, const QStringList &with)
+{
+    TextLinesBuilder builder;
+    for (qsizetype line = lines.first; line < lines.first + lines.count; ++line)
+        builder.append(text.bytes(line), text.lineEnd(line));
+    return applyReplacements(builder.take(), find, with, {});
+}
+
+QList<AlignedRow> align(const EditedTexts &texts, Lines left, Lines right, const TextSessionOptions &options)
+{
+    QList<AlignedRow> rows;
+    if (left.count + right.count > linesAtOnce) {
+        for (qsizetype k = 0; k < left.count; ++k)
+            rows.append({Removed, qint32(k + 1), -1});
+        for (qsizetype k = 0; k < right.count; ++k)
+            rows.append({Added, -1, qint32(k + 1)});
+    } else if (left.count + right.count > 0) {
+        Progress nobody;
+        rows = compareTexts(cut(*texts.left, left, options.leftReplaceFind, options.leftReplaceWith),
+                            cut(*texts.right, right, options.rightReplaceFind, options.rightReplaceWith), options, {},
+                            nobody);
+    }
+    for (AlignedRow &row : rows) {
+        if (row.leftLine >= 1)
+            row.leftLine += qint32(left.first);
+        if (row.rightLine >= 1)
+            row.rightLine += qint32(right.first);
+    }
+    return rows;
+}
+
+QList<AlignedRow> spliced(const QList<AlignedRow> &before, RowRange replaced, const QList<AlignedRow> &with, Side side,
+                          qint32 shift)
+{
+    QList<AlignedRow> rows;
+    rows.reserve(before.size() - replaced.count + with.size());
+    rows.append(before.first(replaced.first));
+    rows.append(with);
+    rows.append(before.sliced(replaced.end()));
+    for (qsizetype row = replaced.first + with.size(); shift != 0 && row < rows.size(); ++row) {
+        qint32 &number = numberOf(rows[row], side);
+        if (number >= 1)
+            number += shift;
+    }
+    return rows;
+}
+
+qint64 widest(const EditSnapshot &text, const LineChange &change, int tabWidth)
+{
+    qint64 columns = 0;
+    for (qsizetype line = change.first; line < change.first + change.inserted; ++line)
+        columns = std::max(columns, columnCount(text.bytes(line), tabWidth));
+    return columns;
+}
+
+} // namespace
+
+std::shared_ptr<const DiffDocument> patchDocument(const DiffDocument &before, const EditedTexts &texts, Side side,
+                                                  const LineChange &change, const TextSessionOptions &options)
+{
+    const RowRange touched = touchedRows(before, side, change);
+    Lines own = linesIn(before, touched, side);
+    if (own.count == 0)
+        own.first = change.first;
+    own.count += change.inserted - change.removed;
+    const Lines other = linesIn(before, touched, otherSide(side));
+    const bool isLeft = side == Side::Left;
+    const QList<AlignedRow> rows = align(texts, isLeft ? own : other, isLeft ? other : own, options);
+    const auto shift = qint32(change.inserted - change.removed);
+    const bool sameRows = shift == 0 && before.rows().sliced(touched.first, touched.count) == rows;
+    return std::make_shared<DiffDocument>(
+        sameRows ? before.rows() : spliced(before.rows(), touched, rows, side, shift), texts.left, texts.right,
+        before.tabWidth(), std::max(before.widestLine(), widest(texts.of(side), change, before.tabWidth())));
+}
+
+} // namespace velmora

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "text/view/diff_document.h"
+#include "text/view/edit_buffer.h"
+
+#include <memory>
+
+namespace velmora {
+
+struct TextSessionOptions;
+
+/// The texts of both sides after an edit of one of them.
+struct EditedTexts {
+    std::shared_ptr<const EditSnapshot> left;
+    std::shared_ptr<const EditSnapshot> right;
+
+    [[nodiscard]] const EditSnapshot &of(Side side) const { return side == Side::Left ? *left : *right; }
+};
+
+/// The document that `before` becomes by `change` of `side`: the rows around the edit are compared again under
+/// `options`, all others keep their kinds and move along.
+///
+/// Shares the rows of `before` when none of them changes, so that typing into a changed line costs nothing for the
+/// others. Otherwise takes a step for each row. An edit of thousands of lines is not compared here: its lines become
+/// one-sided rows until somebody compares the whole.
+[[nodiscard]] std::shared_ptr<const DiffDocument> patchDocument(const DiffDocument &before, const EditedTexts &texts,
+                                                                Side side, const LineChange &change,
+                                                                const TextSessionOptions &options);
+
+} // namespace velmora

@@ -1,0 +1,104 @@
+#include "settings/options/text_session_options.h"
+#include "support/test_main.h"
+#include "text/engine/line_diff_engine.h"
+#include "text/view/row_patch.h"
+
+#include <QRandomGenerator>
+#include <QTest>
+
+using namespace velmora;
+
+namespace {
+
+QByteArray randomText(QRandomGenerator &random, int lines)
+{
+    QByteArray text;
+    for (int k = 0; k < lines; ++k)
+        text += "line " + QByteArray::number(random.bounded(6)) + " of the text\n";
+    return text;
+}
+
+/// Every line of `text` in its order, and no other.
+void verifyCovers(const DiffDocument &document, Side side)
+{
+    qint32 next = 1;
+    for (qsizetype row = 0; row < document.rowCount(); ++row) {
+        const qint32 number = document.lineNumber(row, side);
+        if (number >= 1) {
+            QCOMPARE(number, next);
+            ++next;
+        }
+    }
+    QCOMPARE(qsizetype(next - 1), document.source(side).count());
+}
+
+} // namespace
+
+class RowPatchTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void keepsARowListWholeUnderRandomEditsOfBothSides()
+    {
+        QRandomGenerator random(77);
+        const TextSessionOptions options;
+        Progress nobody;
+        const TextLines left = TextLines::split(randomText(random, 30));
+        const TextLines right = TextLines::split(randomText(random, 30));
+        EditBuffer buffers[] = {EditBuffer(left), EditBuffer(right)};
+        std::shared_ptr<const DiffDocument> document = std::make_shared<DiffDocument>(
+            compareTexts(left, right, options, {}, nobody), buffers[0].snapshot(), buffers[1].snapshot());
+        for (int round = 0; round < 1500; ++round) {
+            const Side side = random.bounded(2) ? Side::Left : Side::Right;
+            EditBuffer &buffer = buffers[side == Side::Right];
+            LineChange change;
+            const int action = random.bounded(10);
+            if (action == 0 && buffer.canUndo()) {
+                change = buffer.undo();
+            } else if (action == 1 && buffer.canRedo()) {
+                change = buffer.redo();
+            } else if (action < 4 || buffer.count() == 0) {
+                change = buffer.insertLines(random.bounded(int(buffer.count()) + 1), QStringLiteral("line 3 of\nnew"));
+            } else {
+                const qsizetype line = random.bounded(int(buffer.count()));
+                const qsizetype last = std::min<qsizetype>(line + random.bounded(4), buffer.count() - 1);
+                change = buffer.replace({line, random.bounded(5)}, {last, random.bounded(9)},
+                                        random.bounded(2) ? QStringLiteral("x\ny") : QStringLiteral("z"));
+            }
+            document = patchDocument(*document, {buffers[0].snapshot(), buffers[1].snapshot()}, side, change, options);
+            verifyCovers(*document, Side::Left);
+            verifyCovers(*document, Side::Right);
+            if (QTest::currentTestFailed())
+                return;
+            for (qsizetype row = 0; row < document->rowCount(); ++row) {
+                if (document->kind(row) == Equal)
+                    QCOMPARE(document->text(row, Side::Left), document->text(row, Side::Right));
+                if (document->kind(row) == Modified)
+                    QVERIFY(document->text(row, Side::Left) != document->text(row, Side::Right));
+            }
+        }
+    }
+
+    void typingIntoAChangedLineSharesTheRows()
+    {
+        const TextSessionOptions options;
+        Progress nobody;
+        const TextLines left = TextLines::split("a\nsome line of text\nc\n");
+        const TextLines right = TextLines::split("a\nsome line of test\nc\n");
+        EditBuffer buffer(right);
+        const EditBuffer other(left);
+        const DiffDocument before(compareTexts(left, right, options, {}, nobody), other.snapshot(), buffer.snapshot());
+        LineChange change = buffer.replace({1, 16}, {1, 16}, QStringLiteral("x"));
+        const auto typed = patchDocument(before, {other.snapshot(), buffer.snapshot()}, Side::Right, change, options);
+        QCOMPARE(typed->kind(1), Modified);
+        QVERIFY(typed->rows().isSharedWith(before.rows()));
+        QCOMPARE(typed->text(1, Side::Right), QStringLiteral("some line of tesxt"));
+
+        change = buffer.replace({1, 0}, {1, 18}, QStringLiteral("some line of text"));
+        const auto equal = patchDocument(*typed, {other.snapshot(), buffer.snapshot()}, Side::Right, change, options);
+        QCOMPARE(equal->kind(1), Equal);
+    }
+};
+
+VELMORA_TEST(RowPatchTest)
+#include "row_patch_test.moc"

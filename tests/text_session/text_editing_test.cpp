@@ -1,0 +1,313 @@
+#include "session_fixture.h"
+#include "support/test_main.h"
+#include "text/text_compare_bar.h"
+#include "text/text_saver.h"
+#include "text/view/diff_pane.h"
+#include "text/view/diff_view.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QInputMethodEvent>
+#include <QSignalSpy>
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// A session that compares two files and shows them, unlocked.
+class EditFixture : public SessionFixture {
+public:
+    EditFixture(const QByteArray &leftBytes, const QByteArray &rightBytes)
+        : left(file(QStringLiteral("left.txt"), leftBytes)), right(file(QStringLiteral("right.txt"), rightBytes))
+    {
+        compare(left, right);
+        session.show();
+        session.setEditingEnabled(true);
+    }
+
+    DiffPane &pane(Side side) { return session.view().pane(side); }
+    DiffScene &scene() { return session.view().scene(); }
+
+    void put(Side side, TextPosition from, TextPosition to) { scene().setCaret({side, from, to}); }
+    void put(Side side, TextPosition at) { put(side, at, at); }
+
+    /// The rows as a picture: "kind left|right".
+    [[nodiscard]] QStringList rows()
+    {
+        QStringList rows;
+        const DiffDocument &document = *scene().document();
+        for (qsizetype row = 0; row < document.rowCount(); ++row) {
+            const auto cell = [&](Side side) {
+                return document.lineNumber(row, side) >= 1 ? document.text(row, side) : QStringLiteral("-");
+            };
+            rows.append(QStringLiteral("=+-~").at(document.kind(row)) + cell(Side::Left) + u'|' + cell(Side::Right));
+        }
+        return rows;
+    }
+
+    QString left;
+    QString right;
+};
+
+} // namespace
+
+class TextEditingTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void refusesToChangeLockedAndReadOnlySides()
+    {
+        EditFixture f("a\n", "b\n");
+        f.session.setEditingEnabled(false);
+        f.put(Side::Left, {0, 0});
+        QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("x"));
+        QTest::keyClick(&f.pane(Side::Left), Qt::Key_Delete);
+        QVERIFY2(f.status().contains(QStringLiteral("locked")), qPrintable(f.status()));
+        QVERIFY(!f.session.hasUnsavedChanges());
+
+        SessionFixture binary; // bytes that saving would lose
+        binary.compare(binary.file(QStringLiteral("l"), "caf\xE9\xFF\n"), binary.file(QStringLiteral("r"), "x\n"));
+        binary.session.setEditingEnabled(true);
+        QVERIFY(binary.session.isEditingEnabled());
+    }
+
+    void typesErasesAndUndoesByKeys()
+    {
+        EditFixture f("alpha\r\nbeta\r\n", "alpha\r\nbeta\r\n");
+        DiffPane &pane = f.pane(Side::Left);
+        f.put(Side::Left, {0, 5});
+        QTest::keyClicks(&pane, QStringLiteral(" one"));
+        QTest::keyClick(&pane, Qt::Key_Return);
+        QTest::keyClick(&pane, Qt::Key_Tab);
+        QTest::keyClicks(&pane, QStringLiteral("two words"));
+        QTest::keyClick(&pane, Qt::Key_Backspace, Qt::ControlModifier);
+        QTest::keyClick(&pane, Qt::Key_Backspace);
+        QCOMPARE(f.rows().join(u','), QStringLiteral("~alpha one|alpha,-\ttwo|-,=beta|beta"));
+        QTest::keyClick(&pane, Qt::Key_Delete); // joins the lines
+        QVERIFY(f.rows().contains(QStringLiteral("~\ttwobeta|beta")) ||
+                f.rows().contains(QStringLiteral("-\ttwobeta|-")));
+        QVERIFY(f.session.canEdit(EditCommand::Undo));
+        QVERIFY(!f.session.canEdit(EditCommand::UndoRight));
+        f.session.onSaveLeft();
+        QCOMPARE(contentOf(f.left), QByteArray("alpha one\r\n\ttwobeta\r\n"));
+        for (int k = 0; k < 20 && f.session.canEdit(EditCommand::UndoLeft); ++k)
+            f.session.edit(EditCommand::UndoLeft);
+        QCOMPARE(f.rows().join(u','), QStringLiteral("=alpha|alpha,=beta|beta"));
+        QCOMPARE(f.scene().caret().position, (TextPosition{0, 5}));
+        QVERIFY(f.session.hasUnsavedChanges()); // the file has the edits
+    }
+
+    void cutsPastesAndTakesInputMethods()
+    {
+        EditFixture f("one\ntwo\nthree\n", "one\ntwo\nthree\n");
+        DiffPane &pane = f.pane(Side::Right);
+        f.put(Side::Right, {0, 1}, {2, 2});
+        QTest::keyClick(&pane, Qt::Key_X, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("ne\ntwo\nth"));
+        QCOMPARE(f.scene().document()->source(Side::Right).count(), 1);
+        QTest::keyClick(&pane, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(f.rows().join(u','), QStringLiteral("=one|one,=two|two,=three|three"));
+
+        QInputMethodEvent preedit(QStringLiteral("ni"), {});
+        QCoreApplication::sendEvent(&pane, &preedit);
+        QCOMPARE(f.rows().last(), QStringLiteral("=three|three"));
+        QInputMethodEvent commit;
+        commit.setCommitString(QStringLiteral("\u4f60"));
+        QCoreApplication::sendEvent(&pane, &commit);
+        QCOMPARE(f.scene().document()->text(2, Side::Right), QStringLiteral("th\u4f60ree"));
+    }
+
+    void writesIntoAnEmptySide()
+    {
+        EditFixture f("", "b\n");
+        f.put(Side::Left, {0, 0});
+        QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("b"));
+        QCOMPARE(f.rows().join(u','), QStringLiteral("=b|b"));
+        f.session.onSaveLeft();
+        QCOMPARE(contentOf(f.left), QByteArray("b\n"));
+    }
+
+    void comparesTheWholeAgainAndKeepsTheCaret()
+    {
+        QByteArray text;
+        for (int k = 0; k < 300; ++k)
+            text += "line " + QByteArray::number(k) + '\n';
+        EditFixture f(text, text);
+        f.scene().goToLine(Side::Left, 200);
+        f.put(Side::Left, {199, 3});
+        const qsizetype top = f.scene().top();
+        QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("zzz"));
+        QCOMPARE(f.scene().document()->kind(198), Equal);
+        QTRY_VERIFY_WITH_TIMEOUT(f.status().startsWith(QStringLiteral("Compare done: 1 ")) ||
+                                     f.status().startsWith(QStringLiteral("Compare done: 2 ")),
+                                 10000);
+        QCOMPARE(f.scene().top(), top);
+        QCOMPARE(f.scene().caret().position.unit, 6);
+        QCOMPARE(f.scene().document()->lineNumber(f.scene().caret().position.row, Side::Left), 200);
+        QVERIFY(f.session.canEdit(EditCommand::Undo));
+        f.session.start(); // comparing by hand compares the edited text and keeps the undo steps
+        f.wait();
+        QVERIFY(f.session.hasUnsavedChanges());
+        f.session.edit(EditCommand::Undo);
+        QVERIFY(!f.session.hasUnsavedChanges());
+        QCOMPARE(f.scene().layout().blockCount(), 0);
+    }
+
+    void copiesDifferencesEachAsOneStep()
+    {
+        EditFixture f("a\nnew 1\nnew 2\nb\nsame word here\n", "a\nb\nsame word there\nextra\n");
+        f.session.setEditingEnabled(false);
+        QSignalSpy state(&f.session, &SessionWidget::editStateChanged);
+        f.session.onArrowCopyLeftToRight(1);
+        QVERIFY2(f.session.isEditingEnabled(), "copying unlocks");
+        QVERIFY(!state.isEmpty());
+        QCOMPARE(f.rows().mid(0, 4).join(u','), QStringLiteral("=a|a,=new 1|new 1,=new 2|new 2,=b|b"));
+        f.session.onNextDiff();
+        f.session.onNextDiff();
+        const qsizetype block = f.scene().layout().block(0).first;
+        f.session.onArrowCopyRightToLeft(int(block));
+        QCOMPARE(f.scene().layout().blockCount(), 0);
+        QCOMPARE(f.rows().last(), QStringLiteral("=extra|extra"));
+        f.session.edit(EditCommand::UndoLeft);
+        f.session.edit(EditCommand::UndoRight);
+        QVERIFY(!f.session.hasUnsavedChanges());
+        f.put(Side::Left, {1, 0}, {2, 0}); // the first of two added lines
+        f.session.onCopyLeftToRight();
+        QCOMPARE(f.scene().document()->source(Side::Right).count(), 5);
+        QCOMPARE(f.scene().document()->source(Side::Right).text(1), QStringLiteral("new 1"));
+    }
+
+    // Files -----------------------------------------------------------------------------------------------------------
+
+    void savesEveryEncodingAndLineEndByteForByte_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QByteArray>("inserted"); ///< in the file, where "x" was typed before the first letter
+        QTest::newRow("utf-8") << QByteArray("\xC3\xA9z\nend\n") << QByteArray("x\xC3\xA9z\nend\n");
+        QTest::newRow("utf-8 mark") << QByteArray("\xEF\xBB\xBFz\r\nend") << QByteArray("\xEF\xBB\xBFxz\r\nend");
+        const QByteArray le = QByteArray::fromHex("fffe7a000d000a00e9000a00");
+        const QByteArray leEdited = QByteArray::fromHex("fffe78007a000d000a00e9000a00");
+        QTest::newRow("utf-16 le") << le << leEdited;
+        const QByteArray be = QByteArray::fromHex("feff007a000a00e9");
+        QTest::newRow("utf-16 be") << be << QByteArray::fromHex("feff0078007a000a00e9");
+        QTest::newRow("latin") << QByteArray("z caf\xE9 d\xE9j\xE0 vu\r\nna\xEFve\n")
+                               << QByteArray("xz caf\xE9 d\xE9j\xE0 vu\r\nna\xEFve\n");
+        QTest::newRow("mixed ends") << QByteArray("a\r\nb\nc\r\n\n\r\nd\re") << QByteArray("xa\r\nb\nc\r\n\n\r\nd\re");
+        QTest::newRow("carriage returns") << QByteArray("a\rb\rc\r") << QByteArray("xa\rb\rc\r");
+        QTest::newRow("blank end") << QByteArray("a\n\n\n") << QByteArray("xa\n\n\n");
+    }
+
+    void savesEveryEncodingAndLineEndByteForByte()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QByteArray, inserted);
+        EditFixture f(bytes, "other\n");
+        f.session.onSaveLeft();
+        QCOMPARE(contentOf(f.left), bytes);
+        const qsizetype row = std::max<qsizetype>(f.scene().document()->rowOfLine(Side::Left, 1), 0);
+        f.put(Side::Left, {row, 0});
+        QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("x"));
+        QVERIFY2(f.session.hasUnsavedChanges(), qPrintable(f.status()));
+        f.session.onSaveLeft();
+        QCOMPARE(contentOf(f.left), inserted);
+        QVERIFY(!f.session.hasUnsavedChanges());
+        QVERIFY(f.status().startsWith(QStringLiteral("Left file saved: ")));
+        f.session.edit(EditCommand::Undo);
+        f.session.onSaveLeft();
+        QCOMPARE(contentOf(f.left), bytes);
+    }
+
+    void keepsAFilesMarkThatItsEncodingDoesNotMention()
+    {
+        const TextEncoding utf8 = TextEncoding::fromName(QStringLiteral("UTF-8"));
+        SessionFixture f;
+        const QString path = f.file(QStringLiteral("f"), "\xEF\xBB\xBFold\n");
+        QCOMPARE(saveText(TextLines::split("new\n"), utf8, path).end, TextSaveResult::End::Saved);
+        QCOMPARE(contentOf(path), QByteArray("\xEF\xBB\xBFnew\n"));
+    }
+
+    void stopsBeforeACharacterThatTheEncodingLacks()
+    {
+        EditFixture f("ascii\n", "caf\xE9 d\xE9j\xE0 vu na\xEFve\nsecond\n");
+        const qsizetype row = f.scene().document()->rowOfLine(Side::Right, 2);
+        f.put(Side::Right, {row, 0});
+        QTest::keyClicks(&f.pane(Side::Right), QStringLiteral("ab"));
+        QInputMethodEvent commit;
+        commit.setCommitString(QStringLiteral("\u4f60"));
+        QCoreApplication::sendEvent(&f.pane(Side::Right), &commit);
+        const QByteArray before = contentOf(f.right);
+        f.session.onSaveRight();
+        QCOMPARE(f.dialogs.titles().last(), QStringLiteral("Save failed"));
+        const QString text = f.dialogs.asked().last().text;
+        QVERIFY2(text.contains(QStringLiteral("Line 2")) && text.contains(QStringLiteral("U+4F60")), qPrintable(text));
+        QCOMPARE(contentOf(f.right), before);
+        QVERIFY(f.session.hasUnsavedChanges());
+    }
+
+    void keepsTheEditsWhenTheFileCannotBeWritten()
+    {
+        EditFixture f("a\n", "b\n");
+        f.put(Side::Left, {0, 0});
+        QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("x"));
+        QVERIFY(QFile::remove(f.left));
+        QVERIFY(QDir().mkdir(f.left)); // a folder stands in the way
+        f.dialogs.answerNumber(1);
+        f.session.onSaveLeft();
+        if (!f.dialogs.titles().contains(QStringLiteral("Save failed"))) {
+            f.dialogs.answerNumber(0);
+            QVERIFY2(f.dialogs.titles().contains(QStringLiteral("External file changed")),
+                     qPrintable(f.dialogs.titles().join(u',')));
+        }
+        QVERIFY(f.session.hasUnsavedChanges());
+        QVERIFY(QFileInfo(f.left).isDir());
+    }
+
+    void asksBeforeEditsAreLost()
+    {
+        EditFixture f("a\n", "b\n");
+        f.put(Side::Left, {0, 0});
+        QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("x"));
+        f.session.onReloadRight();
+        f.wait();
+        QVERIFY(f.dialogs.asked().isEmpty());
+        QVERIFY(f.session.hasUnsavedChanges());
+        f.session.onReloadLeft();
+        QCOMPARE(f.dialogs.asked().last().text, QStringLiteral("The left side has unsaved changes. Reload from disk?"));
+        QVERIFY(f.session.hasUnsavedChanges());
+        f.put(Side::Right, {0, 0});
+        QTest::keyClicks(&f.pane(Side::Right), QStringLiteral("y"));
+        f.session.onReloadBoth();
+        QCOMPARE(f.dialogs.asked().last().text,
+                 QStringLiteral("There are unsaved changes. Reload both sides from disk?"));
+        f.session.setPaths({f.file(QStringLiteral("other"), "o\n"), f.right, {}});
+        f.session.onCompare();
+        QCOMPARE(f.dialogs.asked().last().title, QStringLiteral("Unsaved changes"));
+        QVERIFY(f.session.hasUnsavedChanges());
+    }
+
+    void swapsWithEdits()
+    {
+        EditFixture f("a\n", "b\n");
+        f.put(Side::Left, {0, 0});
+        QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("x"));
+        QSignalSpy titles(&f.session, &SessionWidget::tabTitleChanged);
+        f.session.onSwapSides();
+        f.wait();
+        QCOMPARE(f.scene().document()->source(Side::Right).text(0), QStringLiteral("xa"));
+        QCOMPARE(titles.last().first().toString(), QStringLiteral("right.txt <-> *left.txt"));
+        f.session.onSaveRight();
+        QCOMPARE(contentOf(f.left), QByteArray("xa\n"));
+    }
+};
+
+VELMORA_TEST(TextEditingTest)
+#include "text_editing_test.moc"
