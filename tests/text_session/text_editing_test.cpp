@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
+#include <QJsonObject>
 #include <QSignalSpy>
 
 using namespace velmora;
@@ -74,10 +75,26 @@ private Q_SLOTS:
         QVERIFY2(f.status().contains(QStringLiteral("locked")), qPrintable(f.status()));
         QVERIFY(!f.session.hasUnsavedChanges());
 
-        SessionFixture binary; // bytes that saving would lose
-        binary.compare(binary.file(QStringLiteral("l"), "caf\xE9\xFF\n"), binary.file(QStringLiteral("r"), "x\n"));
-        binary.session.setEditingEnabled(true);
-        QVERIFY(binary.session.isEditingEnabled());
+        // Bytes that saving would lose, and a side that the options protect.
+        for (const auto &[option, value] :
+             {std::pair(QStringLiteral("leftEncoding"), QJsonValue(QStringLiteral("UTF-8"))),
+              std::pair(QStringLiteral("leftReadOnly"), QJsonValue(true))}) {
+            EditFixture other("damaged \xFF line\n", "x\n");
+            QJsonObject options = other.session.options();
+            options[option] = value;
+            other.session.setOptions(options);
+            other.session.start();
+            other.wait();
+            other.put(Side::Left, {0, 0});
+            QTest::keyClicks(&other.pane(Side::Left), QStringLiteral("y"));
+            QVERIFY(!other.session.hasUnsavedChanges());
+            QVERIFY2(other.status().startsWith(QStringLiteral("This side ")), qPrintable(other.status()));
+            other.session.setEditingEnabled(false);
+            other.session.onArrowCopyRightToLeft(0);
+            QVERIFY2(!other.session.isEditingEnabled(), "nothing to unlock for");
+            other.session.onSaveLeft();
+            QCOMPARE(contentOf(other.left), QByteArray("damaged \xFF line\n"));
+        }
     }
 
     void typesErasesAndUndoesByKeys()
