@@ -1921,55 +1921,51 @@ Write over it?</source>
     </message>
     <message>
         <source>Copy to the right</source>
-        <translation type="unfinished"></translation>
+        <translation>复制到右侧</translation>
     </message>
     <message>
         <source>Copy the selected lines or the current difference to the right side</source>
-        <translation type="unfinished"></translation>
+        <translation>将所选行或当前差异复制到右侧</translation>
     </message>
     <message>
         <source>Copy to the left</source>
-        <translation type="unfinished"></translation>
+        <translation>复制到左侧</translation>
     </message>
     <message>
         <source>Copy the selected lines or the current difference to the left side</source>
-        <translation type="unfinished"></translation>
+        <translation>将所选行或当前差异复制到左侧</translation>
     </message>
     <message>
         <source>Save left</source>
-        <translation type="unfinished"></translation>
+        <translation>保存左侧</translation>
     </message>
     <message>
         <source>Save right</source>
-        <translation type="unfinished"></translation>
+        <translation>保存右侧</translation>
     </message>
     <message>
         <source>Save this side</source>
-        <translation type="unfinished"></translation>
+        <translation>保存此侧</translation>
     </message>
     <message>
         <source>Editing enabled — click to lock text panes</source>
-        <translation type="unfinished"></translation>
+        <translation>已启用编辑 — 点击锁定文本窗格</translation>
     </message>
     <message>
         <source>Enable editing left and right text</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>*%1</source>
-        <translation type="unfinished"></translation>
+        <translation>启用左右文本编辑</translation>
     </message>
     <message>
         <source>Select lines or go to a difference first</source>
-        <translation type="unfinished"></translation>
+        <translation>请先选择行或转到一处差异</translation>
     </message>
     <message>
         <source>Copy this difference to the right side; unlocks the texts</source>
-        <translation type="unfinished"></translation>
+        <translation>将此差异复制到右侧，并解锁文本</translation>
     </message>
     <message>
         <source>Copy this difference to the left side; unlocks the texts</source>
-        <translation type="unfinished"></translation>
+        <translation>将此差异复制到左侧，并解锁文本</translation>
     </message>
 </context>
 </TS>

@@ -80,7 +80,7 @@ QString TextCompareWidget::title() const
 {
     const auto name = [this](Side side, const QString &path) {
         const QString file = QFileInfo(path).fileName();
-        return m_editing->isModified(side) ? Velmora::tr("*%1").arg(file) : file;
+        return m_editing->isModified(side) ? u'*' + file : file;
     };
     const SessionPaths &paths = m_compared.paths;
     return Velmora::tr("%1 <-> %2").arg(name(Side::Left, paths.left), name(Side::Right, paths.right));
@@ -157,6 +157,7 @@ bool TextCompareWidget::hasUnsavedChanges() const
 
 void TextCompareWidget::copyFrom(Side from)
 {
+    focusTexts();
     const DiffScene &scene = m_view->scene();
     const TextCaret &caret = scene.caret();
     if (caret.hasSelection()) {
@@ -171,6 +172,12 @@ void TextCompareWidget::copyFrom(Side from)
     } else {
         showMessage(Velmora::tr("Select lines or go to a difference first"));
     }
+}
+
+void TextCompareWidget::focusTexts()
+{
+    if (const QWidget *focused = focusWidget(); focused && m_inputs->isAncestorOf(focused))
+        m_view->pane(m_view->activeSide()).setFocus();
 }
 
 void TextCompareWidget::copyDifference(Side from, qsizetype row)

@@ -434,12 +434,14 @@ void TextCompareWidget::showPosition()
 
 void TextCompareWidget::onNextDiff()
 {
+    focusTexts();
     DiffScene &scene = m_view->scene();
     scene.goToBlock(std::min(scene.currentBlock() + 1, scene.layout().blockCount() - 1));
 }
 
 void TextCompareWidget::onPrevDiff()
 {
+    focusTexts();
     DiffScene &scene = m_view->scene();
     scene.goToBlock(std::max<qsizetype>(scene.currentBlock() - 1, 0));
 }

@@ -118,6 +118,8 @@ private:
     void checkExternalChange();
     void startComparison(ChangedFile changed);
     void connectEditing();
+    /// Who goes to a difference is done with the paths: keys are for the texts.
+    void focusTexts();
     void copyFrom(Side from);
     void copyDifference(Side from, qsizetype row);
     void reload(bool left, bool right);
