@@ -202,8 +202,8 @@ private Q_SLOTS:
     {
         QFETCH(int, method);
         MemoryFiles files;
-        files.addFile(QStringLiteral("/l/f"), {}, 1).size = qint64(1) << 50U;
-        files.addFile(QStringLiteral("/r/f"), {}, 2).size = qint64(1) << 50U;
+        files.addZeros(QStringLiteral("/l/f"), qint64(1) << 50U, 1);
+        files.addZeros(QStringLiteral("/r/f"), qint64(1) << 50U, 2);
         const CancelFlag cancel;
         QElapsedTimer sinceCancel;
         std::thread canceller([&] {
@@ -228,8 +228,7 @@ private Q_SLOTS:
         for (int pair = 0; pair < 2; ++pair) {
             for (const QString &root : {leftRoot, rightRoot}) {
                 MemoryFiles::File &file =
-                    files.addFile(root + QStringLiteral("/f%1").arg(pair), {}, root.at(1).unicode());
-                file.size = 20 * 1024 * 1024;
+                    files.addZeros(root + QStringLiteral("/f%1").arg(pair), 20 * 1024 * 1024, root.at(1).unicode());
                 file.delay = std::chrono::milliseconds(1);
                 file.readers = &readers[std::size_t(pair)];
             }
@@ -259,6 +258,8 @@ private Q_SLOTS:
     {
         MemoryFiles files;
         fill(files);
+        files.addZeros(QStringLiteral("/l/large"), 3'000'000, 1);
+        files.addZeros(QStringLiteral("/r/large"), 3'000'000, 2);
         QList<ProgressState> states;
         Progress progress([&](const ProgressState &state) { states.append(state); }, std::chrono::milliseconds(0));
         (void)compare(files, CompareMethod::Crc, 1, {}, {&progress, nullptr});

@@ -88,6 +88,14 @@ MemoryFiles::File &MemoryFiles::addFile(const QString &path, const QByteArray &b
     return *node.file;
 }
 
+MemoryFiles::File &MemoryFiles::addZeros(const QString &path, qint64 size, qint64 modifiedMs)
+{
+    File &file = addFile(path, {}, modifiedMs);
+    file.size = size;
+    m_nodes[path].entry.size = size;
+    return file;
+}
+
 void MemoryFiles::addLink(const QString &path, const QString &target)
 {
     addFolder(path);

@@ -31,6 +31,7 @@ public:
     /// Makes the folders on the way, too.
     void addFolder(const QString &path);
     File &addFile(const QString &path, const QByteArray &bytes, qint64 modifiedMs = 0);
+    File &addZeros(const QString &path, qint64 size, qint64 modifiedMs);
     /// A link to a folder or a pipe that stands elsewhere.
     void addLink(const QString &path, const QString &target);
     void addLinkToPipe(const QString &path);

@@ -103,29 +103,26 @@ void fillSide(const WalkSide &folder, const FolderEntry *entry, QString &path, q
     time = QDateTime::fromMSecsSinceEpoch(entry->modifiedMs, Qt::UTC);
 }
 
-/// Turns the entries of each folder pair into items.
-FolderWalk::Visitor itemVisitor(const NamePairing &pairing, const EntryRule &rule, const CancelFlag &cancel)
+/// Makes the items of one folder pair. Ends early when cancelled.
+std::vector<WalkDescent> makeItems(WalkNode &node, const std::vector<PairedEntry> &pairs, const EntryRule &rule,
+                                   const CancelFlag &cancel)
 {
-    return [&pairing, &rule, &cancel](WalkNode &node, FolderWalk::Entries &left, FolderWalk::Entries &right) {
-        std::vector<WalkDescent> descents;
-        const std::vector<PairedEntry> pairs = pairing.pair(left, right, cancel);
-        node.items.reserve(pairs.size());
-        for (const PairedEntry &pair : pairs) {
-            if (cancel.isCancelled())
-                return descents;
-            FolderDiffItem item;
-            item.name = node.name.isEmpty() ? pair.name : QString(node.name % u'/' % pair.name);
-            fillSide(node.left, pair.left, item.leftPath, item.leftSize, item.leftTime);
-            fillSide(node.right, pair.right, item.rightPath, item.rightSize, item.rightTime);
-            const Descent descent = rule(pair, item);
-            if (descent.left || descent.right)
-                descents.push_back({item.name, descent.left ? pair.left : nullptr, descent.right ? pair.right : nullptr,
-                                    node.items.size()});
-            node.items.push_back(std::move(item));
-        }
-        node.complete = !cancel.isCancelled();
-        return descents;
-    };
+    std::vector<WalkDescent> descents;
+    node.items.reserve(pairs.size());
+    for (const PairedEntry &pair : pairs) {
+        if (cancel.isCancelled())
+            break;
+        FolderDiffItem item;
+        item.name = node.name.isEmpty() ? pair.name : QString(node.name % u'/' % pair.name);
+        fillSide(node.left, pair.left, item.leftPath, item.leftSize, item.leftTime);
+        fillSide(node.right, pair.right, item.rightPath, item.rightSize, item.rightTime);
+        const Descent descent = rule(pair, item);
+        if (descent.left || descent.right)
+            descents.push_back({item.name, descent.left ? pair.left : nullptr, descent.right ? pair.right : nullptr,
+                                node.items.size()});
+        node.items.push_back(std::move(item));
+    }
+    return descents;
 }
 
 /// The form in which a folder goes into a run; empty for "none".
@@ -134,13 +131,44 @@ QString rootPath(const QString &path)
     return path.isEmpty() ? QString() : QDir::cleanPath(QDir(path).absolutePath());
 }
 
-ItemList listItems(const FolderRunResources &resources, const QString &left, const QString &right,
-                   const QString &prefix, const EntryRule &rule, const QList<ManualAlignRule> &alignRules,
-                   const CancelFlag &cancel, const FolderRunReport &report)
+/// What a listing is made from and by.
+struct ListRequest {
+    const FolderRunResources &resources;
+    const QString &left;
+    const QString &right;
+    QString prefix;
+    EntryRule rule;
+    const QList<ManualAlignRule> &alignRules;
+    const CancelFlag &cancel;
+    const FolderRunReport &report;
+};
+
+/// Lists; pairs of files that contents decide are left as they are, unless there is a `decider` for them.
+ItemList listItems(const ListRequest &request, PairDecider *decider)
 {
-    const NamePairing pairing(alignRules);
-    FolderWalk walk(resources.files, cancel, itemVisitor(pairing, rule, cancel), resources.threads);
-    return takeItems(*walk.run(rootPath(left), rootPath(right), prefix, report), cancel);
+    const NamePairing pairing(request.alignRules);
+    const auto visitor = [&](int worker, WalkNode &node, FolderWalk::Entries &left, FolderWalk::Entries &right) {
+        std::vector<WalkDescent> descents =
+            makeItems(node, pairing.pair(left, right, request.cancel), request.rule, request.cancel);
+        node.complete = !request.cancel.isCancelled();
+        if (decider)
+            decider->decideNow(worker, node.items);
+        return descents;
+    };
+    FolderWalk walk(request.resources.files, request.cancel, visitor, request.resources.threads);
+    WalkNode *const root = walk.run(rootPath(request.left), rootPath(request.right), request.prefix, request.report);
+    return takeItems(*root, request.cancel);
+}
+
+/// Lists and decides every pair.
+ItemList compareItems(const ListRequest &request, CompareMethod method)
+{
+    PairDecider decider(request.resources.files, request.resources.threads, method, request.cancel);
+    ItemList list = listItems(request, &decider);
+    decider.decideRest(list.items, request.report);
+    decider.tellProblems(request.report);
+    cutAtUndecided(list);
+    return list;
 }
 
 struct FileAttributes {
@@ -187,10 +215,9 @@ QList<FolderDiffItem> compareFolderTree(const FolderRunResources &resources, con
                                         const CancelFlag &cancel, qint32 toleranceSec,
                                         const QList<ManualAlignRule> &alignRules, const FolderRunReport &report)
 {
-    ItemList list = listItems(resources, leftRoot, rightRoot, relativePrefix, treeRule(method, toleranceSec),
-                              alignRules, cancel, report);
-    decidePairs(list.items, method, resources.files, cancel, resources.threads, report);
-    cutAtUndecided(list);
+    ItemList list = compareItems(
+        {resources, leftRoot, rightRoot, relativePrefix, treeRule(method, toleranceSec), alignRules, cancel, report},
+        method);
     rollUpStatuses(list);
     addChildTotals(list);
     return list.items;
@@ -201,18 +228,18 @@ QList<FolderDiffItem> compareFolderLevel(const FolderRunResources &resources, co
                                          qint32 toleranceSec, const QList<ManualAlignRule> &alignRules,
                                          const FolderRunReport &report)
 {
-    ItemList list =
-        listItems(resources, leftFolder, rightFolder, {}, levelRule(method, toleranceSec), alignRules, cancel, report);
-    decidePairs(list.items, method, resources.files, cancel, resources.threads, report);
-    cutAtUndecided(list);
-    return list.items;
+    return compareItems(
+               {resources, leftFolder, rightFolder, {}, levelRule(method, toleranceSec), alignRules, cancel, report},
+               method)
+        .items;
 }
 
 QList<FolderDiffItem> listFolderStructure(const FolderRunResources &resources, const QString &leftFolder,
                                           const QString &rightFolder, bool recursive, const CancelFlag &cancel,
                                           const QList<ManualAlignRule> &alignRules, const FolderRunReport &report)
 {
-    return listItems(resources, leftFolder, rightFolder, {}, structureRule(recursive), alignRules, cancel, report)
+    return listItems({resources, leftFolder, rightFolder, {}, structureRule(recursive), alignRules, cancel, report},
+                     nullptr)
         .items;
 }
 
@@ -222,7 +249,7 @@ FolderTotals countFolderContents(const FolderRunResources &resources, const QStr
     std::atomic<quint32> files{0};
     std::atomic<quint32> folders{0};
     std::atomic<quint64> bytes{0};
-    const auto visitor = [&](WalkNode &, FolderWalk::Entries &entries, FolderWalk::Entries &) {
+    const auto visitor = [&](int, WalkNode &, FolderWalk::Entries &entries, FolderWalk::Entries &) {
         std::vector<WalkDescent> descents;
         for (const FolderEntry &entry : entries) {
             if (entry.kind == EntryKind::Folder) {

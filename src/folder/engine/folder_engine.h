@@ -23,8 +23,9 @@ namespace velmora {
 ///
 /// Helper threads are used where there are processors for them; the result does not depend on it.
 
-/// The phases that the operations report. Units of `Reading` are entries, their total is not known; units of
-/// `Comparing` are bytes of the files, and one for each pair.
+/// The phases that the operations report. In `Reading` folders are read, and files that are soon compared; its units
+/// are entries, their total is not known. In `Comparing` the rest of the files is; its units are bytes of the files,
+/// and one for each pair.
 enum class FolderPhase : int {
     Reading = 0,
     Comparing = 1,
@@ -33,7 +34,7 @@ enum class FolderPhase : int {
 /// Where an operation tells what its result does not say. Either may be null.
 struct FolderRunReport {
     Progress *progress = nullptr;
-    QList<FolderProblem> *problems = nullptr; ///< those of this run are appended, ordered by path in each phase
+    QList<FolderProblem> *problems = nullptr; ///< those of this run are appended: of folders, then of files, by path
 };
 
 /// Compares two trees. `relativePrefix` is put before all names, with a "/" between; empty for the roots of a

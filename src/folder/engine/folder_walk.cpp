@@ -118,7 +118,7 @@ WalkNode *FolderWalk::run(const QString &leftRoot, const QString &rightRoot, con
                     return;
                 if (worker == 0)
                     tell(latest = node->left.isThere() ? node->left.path : node->right.path);
-                process(*node, stack);
+                process(worker, *node, stack);
                 stack.finishOne();
             }
         } catch (...) {
@@ -139,7 +139,7 @@ WalkNode *FolderWalk::run(const QString &leftRoot, const QString &rightRoot, con
     return root;
 }
 
-void FolderWalk::process(WalkNode &node, Stack &stack)
+void FolderWalk::process(int worker, WalkNode &node, Stack &stack)
 {
     if (m_cancel.isCancelled())
         return;
@@ -149,7 +149,7 @@ void FolderWalk::process(WalkNode &node, Stack &stack)
         return;
     m_entries += qint64(left.size() + right.size());
 
-    const std::vector<WalkDescent> descents = m_visitor(node, left, right);
+    const std::vector<WalkDescent> descents = m_visitor(worker, node, left, right);
     std::vector<WalkNode *> found;
     found.reserve(descents.size());
     node.children.reserve(descents.size());

@@ -56,7 +56,7 @@ class FolderWalk {
 public:
     using Entries = std::vector<FolderEntry>;
     /// Sets `node.complete` when it was not cancelled.
-    using Visitor = std::function<std::vector<WalkDescent>(WalkNode &node, Entries &left, Entries &right)>;
+    using Visitor = std::function<std::vector<WalkDescent>(int worker, WalkNode &node, Entries &left, Entries &right)>;
 
     FolderWalk(const FileAccess &files, CancelFlag cancel, Visitor visitor, int threads);
     FolderWalk(const FolderWalk &) = delete;
@@ -73,7 +73,7 @@ public:
 private:
     class Stack;
 
-    void process(WalkNode &node, Stack &stack);
+    void process(int worker, WalkNode &node, Stack &stack);
     [[nodiscard]] Entries read(const WalkSide &side);
     [[nodiscard]] WalkSide descend(const WalkNode &node, WalkSide WalkNode::*side, const FolderEntry *entry);
     [[nodiscard]] bool closesCycle(const WalkNode &node, WalkSide WalkNode::*side, const WalkSide &next,

@@ -1,12 +1,16 @@
 #include "folder/engine/pair_decisions.h"
 
-#include "core/content_compare.h"
 #include "core/crew.h"
 #include "folder/engine/folder_engine.h"
 
 namespace velmora {
 
 namespace {
+
+/// What one worker reads of a folder at once. Small enough that other workers find something to do beside it.
+constexpr int pairsDecidedNow = 256;
+constexpr qint64 bytesDecidedNow = 16 * 1024 * 1024;
+constexpr qint64 fileDecidedNow = 1024 * 1024;
 
 /// Below both of these a pair of threads costs more than it brings.
 constexpr std::size_t pairsReadAlone = 8;
@@ -58,40 +62,76 @@ bool sameContent(ContentComparer &comparer, CompareMethod method, const QString 
     return comparer.sameByDigest(left, right, hint);
 }
 
-void decidePairs(QList<FolderDiffItem> &items, CompareMethod method, const FileAccess &files, const CancelFlag &cancel,
-                 int threads, const FolderRunReport &report)
+PairDecider::PairDecider(const FileAccess &files, int threads, CompareMethod method, const CancelFlag &cancel)
+    : m_files(files), m_method(method), m_cancel(cancel), m_comparers(std::size_t(threads))
+{}
+
+PairDecider::~PairDecider() = default;
+
+ContentComparer &PairDecider::comparer(int worker)
+{
+    std::unique_ptr<ContentComparer> &comparer = m_comparers[std::size_t(worker)];
+    if (!comparer) {
+        comparer = std::make_unique<ContentComparer>(m_files, m_cancel, &m_gate);
+        comparer->setFailureListener([this](const QString &path) {
+            const std::lock_guard lock(m_mutex);
+            m_problems.append({FolderProblem::Kind::UnreadableFile, path});
+        });
+    }
+    return *comparer;
+}
+
+void PairDecider::decide(int worker, FolderDiffItem &item)
+{
+    const OpenHint hint = item.status == UndecidedFiles ? OpenHint::ListedAsFile : OpenHint::Unknown;
+    const bool same = sameContent(comparer(worker), m_method, item.leftPath, item.rightPath, hint);
+    if (!m_cancel.isCancelled()) // else what was read may not be the whole
+        item.setDiffStatus(same ? FolderDiffStatus::Same : FolderDiffStatus::Different);
+}
+
+void PairDecider::decideNow(int worker, std::span<FolderDiffItem> items)
+{
+    int pairs = 0;
+    qint64 bytes = 0;
+    for (FolderDiffItem &item : items) {
+        if (m_cancel.isCancelled())
+            return;
+        if (!isUndecided(item))
+            continue;
+        const qint64 size = std::max(item.leftSize, item.rightSize);
+        if (size > fileDecidedNow || pairs == pairsDecidedNow || bytes > bytesDecidedNow)
+            continue;
+        decide(worker, item);
+        ++pairs;
+        bytes += size;
+    }
+}
+
+void PairDecider::decideRest(QList<FolderDiffItem> &items, const FolderRunReport &report)
 {
     std::vector<qint32> pairs;
     qint64 total = 0;
     for (qsizetype i = 0; i < items.size(); ++i) {
         if (isUndecided(items.at(i))) {
             pairs.push_back(qint32(i));
-            total += weight(items.at(i), method);
+            total += weight(items.at(i), m_method);
         }
     }
-    if (pairs.empty() || cancel.isCancelled())
+    if (pairs.empty() || m_cancel.isCancelled())
         return;
 
     FolderDiffItem *const data = items.data();
-    SlowDeviceGate gate;
     std::atomic<std::size_t> nextPair{0};
     std::atomic<qint64> done{0};
     const auto tell = [&](const QString &path) {
         if (report.progress)
             report.progress->report(int(FolderPhase::Comparing), std::min(done.load(), total), total, path);
     };
-    QList<FolderProblem> problems;
-    std::mutex problemsMutex;
     const auto work = [&](int worker) {
-        ContentComparer comparer(files, cancel, &gate);
-        comparer.setFailureListener([&](const QString &path) {
-            const std::lock_guard lock(problemsMutex);
-            problems.append({FolderProblem::Kind::UnreadableFile, path});
-        });
-        for (std::size_t n = nextPair++; n < pairs.size() && !cancel.isCancelled(); n = nextPair++) {
+        for (std::size_t n = nextPair++; n < pairs.size() && !m_cancel.isCancelled(); n = nextPair++) {
             FolderDiffItem &item = data[pairs[n]];
             qint64 counted = 0;
-            comparer.setBytesListener([&](qint64 bytes) {
+            comparer(worker).setBytesListener([&](qint64 bytes) {
                 counted += bytes;
                 done += bytes;
                 if (worker == 0)
@@ -99,23 +139,22 @@ void decidePairs(QList<FolderDiffItem> &items, CompareMethod method, const FileA
             });
             if (worker == 0)
                 tell(item.leftPath);
-            const OpenHint hint = item.status == UndecidedFiles ? OpenHint::ListedAsFile : OpenHint::Unknown;
-            const bool same = sameContent(comparer, method, item.leftPath, item.rightPath, hint);
-            if (cancel.isCancelled())
-                return; // what was read is not the whole
-            item.setDiffStatus(same ? FolderDiffStatus::Same : FolderDiffStatus::Different);
-            done += std::max<qint64>(weight(item, method) - counted, 0);
+            decide(worker, item);
+            done += std::max<qint64>(weight(item, m_method) - counted, 0);
         }
     };
     const bool alone = pairs.size() < pairsReadAlone && total < bytesReadAlone;
-    // A thread that fails leaves its pair to nobody; the others go on to the end, which is never far.
-    runCrew(alone ? 1 : std::min<int>(threads, int(std::min<std::size_t>(pairs.size(), 64))), work,
-            [&tell] { tell({}); });
+    const std::size_t workers = alone ? 1 : std::min(m_comparers.size(), pairs.size());
+    // A worker that fails leaves its pair to nobody; the others go on to the end.
+    runCrew(int(workers), work, [&tell] { tell({}); });
+}
 
-    if (report.problems) {
-        std::sort(problems.begin(), problems.end());
-        report.problems->append(problems);
-    }
+void PairDecider::tellProblems(const FolderRunReport &report)
+{
+    if (!report.problems)
+        return;
+    std::sort(m_problems.begin(), m_problems.end());
+    report.problems->append(m_problems);
 }
 
 } // namespace velmora

@@ -1,13 +1,16 @@
 #pragma once
 
 #include "core/cancel_flag.h"
+#include "core/content_compare.h"
 #include "folder/engine/item_list.h"
 #include "platform/file_access.h"
 #include "settings/options/folder_session_options.h"
 
+#include <mutex>
+#include <span>
+
 namespace velmora {
 
-class ContentComparer;
 struct FolderRunReport;
 
 /// True when two modification times, in milliseconds, are at most `toleranceSec` whole seconds apart, or equal when it
@@ -23,9 +26,37 @@ struct FolderRunReport;
 [[nodiscard]] bool sameContent(ContentComparer &comparer, CompareMethod method, const QString &left,
                                const QString &right, OpenHint hint);
 
-/// Reads the pairs of `items` that are undecided, on up to `threads` threads, and gives them their status. When
-/// cancelled, the rest stays undecided.
-void decidePairs(QList<FolderDiffItem> &items, CompareMethod method, const FileAccess &files, const CancelFlag &cancel,
-                 int threads, const FolderRunReport &report);
+/// Gives pairs of files whose contents decide their status, for one run. Workers are numbered from 0, which is the
+/// thread of the run itself.
+class PairDecider {
+public:
+    PairDecider(const FileAccess &files, int threads, CompareMethod method, const CancelFlag &cancel);
+    ~PairDecider();
+    PairDecider(const PairDecider &) = delete;
+    PairDecider &operator=(const PairDecider &) = delete;
+
+    /// Decides those pairs of one folder that are soon read, while the system still has it at hand. What is large or
+    /// beyond a certain amount is left for all workers to share. When cancelled, what is undecided stays so. Different
+    /// workers may call it at the same time.
+    void decideNow(int worker, std::span<FolderDiffItem> items);
+
+    /// Decides all that is left, on all threads. When cancelled, the rest stays undecided.
+    void decideRest(QList<FolderDiffItem> &items, const FolderRunReport &report);
+
+    /// Appends what could not be read, ordered by path. After everything else.
+    void tellProblems(const FolderRunReport &report);
+
+private:
+    [[nodiscard]] ContentComparer &comparer(int worker);
+    void decide(int worker, FolderDiffItem &item);
+
+    const FileAccess &m_files;
+    CompareMethod m_method;
+    CancelFlag m_cancel;
+    SlowDeviceGate m_gate;
+    std::vector<std::unique_ptr<ContentComparer>> m_comparers; ///< by worker, made when first needed
+    std::mutex m_mutex;
+    QList<FolderProblem> m_problems; ///< guarded by the mutex
+};
 
 } // namespace velmora
