@@ -1967,5 +1967,9 @@ Write over it?</source>
         <source>Copy this difference to the left side; unlocks the texts</source>
         <translation>将此差异复制到左侧，并解锁文本</translation>
     </message>
+    <message>
+        <source>Show blanks and tabs</source>
+        <translation>显示空格和制表符</translation>
+    </message>
 </context>
 </TS>

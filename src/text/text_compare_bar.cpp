@@ -111,6 +111,9 @@ TextCompareBar::TextCompareBar(QWidget *session) : QToolBar(session), m_position
                       {Qt::Key_F9},
                       Velmora::tr("Show the two current lines one above the other")});
     lineDetail->setCheckable(true);
+    showBlanks =
+        add({"showBlanksAction", Velmora::tr("Show blanks and tabs"), QStringLiteral("whitespace.png"), {}, {}});
+    showBlanks->setCheckable(true);
     addSeparator();
     swapSides =
         add({"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, Velmora::tr("Swap left and right")});

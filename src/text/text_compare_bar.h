@@ -33,6 +33,7 @@ public:
     QAction *find;
     QAction *goToLine;
     QAction *lineDetail;
+    QAction *showBlanks;
     QAction *swapSides;
     QAction *exportReport;
     QAction *findNext; ///< by key only, as those after it

@@ -120,6 +120,7 @@ void TextCompareWidget::connectBar()
     connect(m_findBar, &FindBar::closeWanted, this, &TextCompareWidget::onFindClose);
     onTrigger(m_bar->swapSides, &TextCompareWidget::onSwapSides);
     onTrigger(m_bar->exportReport, &TextCompareWidget::onExportHtml);
+    connect(m_bar->showBlanks, &QAction::toggled, &m_view->scene(), &DiffScene::setShowsBlanks);
     connect(m_bar->switchPane, &QAction::triggered, m_view, &DiffView::switchPane);
     connect(m_bar->zoomIn, &QAction::triggered, m_view, [this] { m_view->zoomBy(1); });
     connect(m_bar->zoomOut, &QAction::triggered, m_view, [this] { m_view->zoomBy(-1); });

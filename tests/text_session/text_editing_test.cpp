@@ -12,6 +12,7 @@
 #include <QInputMethodEvent>
 #include <QJsonObject>
 #include <QSignalSpy>
+#include <QSplitter>
 
 using namespace velmora;
 using namespace velmora::test;
@@ -177,6 +178,22 @@ private Q_SLOTS:
         f.session.edit(EditCommand::Undo);
         QVERIFY(!f.session.hasUnsavedChanges());
         QCOMPARE(f.scene().layout().blockCount(), 0);
+    }
+
+    void copiesByAClickOnAnArrow()
+    {
+        EditFixture f("same\nleft line\n", "same\nleft lime\n");
+        QWidget *handle = f.session.findChild<QSplitter *>(QStringLiteral("diffSplitter"))->handle(1);
+        const auto *save = f.session.findChild<QAction *>(QStringLiteral("saveRightAction"));
+        QVERIFY(!save->isEnabled());
+        const int y = f.scene().layout().rowHeight() * 3 / 2;
+        QTest::mouseClick(handle, Qt::LeftButton, {}, {handle->width() - 5, y});
+        QCOMPARE(f.rows().join(u','), QStringLiteral("=same|same,=left line|left line"));
+        QVERIFY(save->isEnabled());
+        f.session.edit(EditCommand::UndoRight);
+        QVERIFY(!save->isEnabled());
+        QTest::mouseClick(handle, Qt::LeftButton, {}, {4, y});
+        QCOMPARE(f.rows().join(u','), QStringLiteral("=same|same,=left lime|left lime"));
     }
 
     void copiesDifferencesEachAsOneStep()

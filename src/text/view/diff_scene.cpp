@@ -119,6 +119,13 @@ void DiffScene::setFont(const QFont &font)
     Q_EMIT metricsChanged();
 }
 
+void DiffScene::setShowsBlanks(bool shows)
+{
+    m_left.setShowsBlanks(shows);
+    m_right.setShowsBlanks(shows);
+    Q_EMIT repaintWanted();
+}
+
 void DiffScene::setViewport(int height, int textWidth)
 {
     if (height == m_height && textWidth == m_textWidth)

@@ -44,6 +44,9 @@ public:
     [[nodiscard]] const QFont &font() const noexcept { return m_font; }
     void setFont(const QFont &font);
 
+    /// Whether blanks and tabs are drawn as faint signs.
+    void setShowsBlanks(bool shows);
+
     /// The height of the panes, in pixels, and the narrower one's room for text.
     void setViewport(int height, int textWidth);
     [[nodiscard]] int viewportHeight() const noexcept { return m_height; }

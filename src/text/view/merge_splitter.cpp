@@ -32,9 +32,12 @@ public:
         : QSplitterHandle(Qt::Horizontal, splitter), m_scene(scene), m_splitter(*splitter)
     {
         setMouseTracking(true);
-        setObjectName(QStringLiteral("mergeHandle"));
         const auto repaint = [this] { update(); };
-        connect(&scene, &DiffScene::documentChanged, this, repaint);
+        connect(&scene, &DiffScene::documentChanged, this, [this] {
+            m_hovered.reset(); // the number may be another difference's now
+            m_pressed.reset();
+            update();
+        });
         connect(&scene, &DiffScene::metricsChanged, this, repaint);
         connect(&scene, &DiffScene::scrolled, this, repaint);
         connect(&scene, &DiffScene::currentBlockChanged, this, repaint);
