@@ -4,6 +4,7 @@
 #include "app/home_tile_flow_widget.h"
 #include "app/recent_sessions.h"
 #include "app/session_kinds.h"
+#include "app/tile_flow.h"
 #include "session/translate.h"
 
 #include <QHBoxLayout>
@@ -19,37 +20,87 @@ constexpr int contentWidth = 1120;
 constexpr int sideMargin = 36;
 constexpr int gap = 10;
 
-/// Gives a tile flow its own width, widens the tiles until the rows fill it, and takes the height that follows. Inside
-/// a layout the flow could grow to more columns but never back to fewer.
+/// Tiles that are widened until their rows fill a width.
+struct FilledRows {
+    QSize tile; ///< the least size of a tile
+    int tiles = 0;
+
+    [[nodiscard]] int columns(int width) const { return std::clamp((width + gap) / (tile.width() + gap), 1, 12); }
+
+    /// The pixels of `width` that no whole number of wider tiles fills. A width without them has as many columns.
+    [[nodiscard]] int remainder(int width) const { return (width + gap) % columns(width); }
+
+    [[nodiscard]] TileFlow arranged(int width) const
+    {
+        TileFlow flow;
+        flow.width = width;
+        flow.fixedColumns = columns(width);
+        flow.tile = {(width + gap) / flow.fixedColumns - gap, tile.height()};
+        return flow;
+    }
+
+    [[nodiscard]] int height(int width) const { return arranged(width).extent(tiles).height(); }
+};
+
+/// Gives a tile flow its own width and asks for the height that follows. Inside a layout the flow could grow to more
+/// columns but never back to fewer.
 class TileFlowHost final : public QWidget {
 public:
-    using Remainder = std::function<void(int pixels)>;
-
-    TileFlowHost(HomeTileFlowWidget *flow, Remainder remainder, QWidget *parent)
-        : QWidget(parent), m_flow(flow), m_remainder(std::move(remainder)), m_fitted(flow->tileSize())
+    TileFlowHost(HomeTileFlowWidget *flow, const FilledRows &rows, QWidget *parent)
+        : QWidget(parent), m_flow(flow), m_rows(rows)
     {
         flow->setParent(this);
-        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+        policy.setHeightForWidth(true);
+        setSizePolicy(policy);
     }
+
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override { return m_rows.height(width); }
+    [[nodiscard]] QSize sizeHint() const override { return {contentWidth, m_rows.height(contentWidth)}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {m_rows.tile.width(), m_rows.height(contentWidth)}; }
 
 protected:
     void resizeEvent(QResizeEvent * /*event*/) override
     {
-        TileFlow flow;
-        flow.width = width();
-        flow.tile = m_fitted;
-        const int columns = flow.columns(static_cast<int>(m_flow->tiles().size()));
-        m_flow->setFixedColumns(columns);
-        m_flow->setTileSize({(width() + gap) / columns - gap, m_fitted.height()});
+        const TileFlow flow = m_rows.arranged(width());
+        m_flow->setFixedColumns(flow.fixedColumns);
+        m_flow->setTileSize(flow.tile);
         m_flow->setAvailableWidth(width());
-        setFixedHeight(m_flow->height());
-        m_remainder((width() + gap) % columns);
     }
 
 private:
     HomeTileFlowWidget *m_flow;
-    Remainder m_remainder;
-    QSize m_fitted;
+    FilledRows m_rows;
+};
+
+/// A column in which everything ends where the rows of tiles do.
+///
+/// Its height is a function of its width alone. Were margins or heights set in answer to a resize, a scroll area whose
+/// bar takes some of the width could show and hide the bar for ever.
+class AlignedColumn final : public QVBoxLayout {
+public:
+    AlignedColumn(const FilledRows &rows, QWidget *parent) : QVBoxLayout(parent), m_rows(rows)
+    {
+        setContentsMargins(0, 0, 0, 0);
+        setSpacing(0);
+    }
+
+    [[nodiscard]] int heightForWidth(int width) const override
+    {
+        return QVBoxLayout::heightForWidth(width - m_rows.remainder(width));
+    }
+    [[nodiscard]] int minimumHeightForWidth(int width) const override
+    {
+        return QVBoxLayout::minimumHeightForWidth(width - m_rows.remainder(width));
+    }
+    void setGeometry(const QRect &rect) override
+    {
+        QVBoxLayout::setGeometry(rect.adjusted(0, 0, -m_rows.remainder(rect.width()), 0));
+    }
+
+private:
+    FilledRows m_rows;
 };
 
 QLabel *makeLabel(const QString &text, qreal scale, QFont::Weight weight, QWidget *parent)
@@ -84,15 +135,16 @@ HomePage::HomePage(QWidget *parent) : QWidget(parent), m_recent(new RecentSessio
     content->setObjectName(QStringLiteral("homeContent"));
     auto *column = new QWidget(content);
     column->setMaximumWidth(contentWidth);
-    auto *parts = new QVBoxLayout(column);
-    parts->setContentsMargins(0, 0, 0, 0);
-    parts->setSpacing(0);
+    HomeTileFlowWidget *flow = makeSecondaryTiles();
+    const FilledRows rows{flow->tileSize(), static_cast<int>(flow->tiles().size())};
+    auto *host = new TileFlowHost(flow, rows, column);
+    host->setObjectName(QStringLiteral("homeSecondaryHost"));
+    auto *parts = new AlignedColumn(rows, column);
     parts->addWidget(makeHeading(column));
     parts->addSpacing(20);
-    QWidget *primary = makePrimaryRow(column);
-    parts->addWidget(primary);
+    parts->addWidget(makePrimaryRow(column));
     parts->addSpacing(gap);
-    parts->addWidget(makeSecondaryTiles(primary, column));
+    parts->addWidget(host);
     parts->addSpacing(20);
     parts->addWidget(m_recent);
     parts->addStretch(1);
@@ -151,7 +203,7 @@ QWidget *HomePage::makePrimaryRow(QWidget *parent)
     return row;
 }
 
-QWidget *HomePage::makeSecondaryTiles(QWidget *primary, QWidget *parent)
+HomeTileFlowWidget *HomePage::makeSecondaryTiles()
 {
     auto *flow = new HomeTileFlowWidget;
     flow->setObjectName(QStringLiteral("homeTileFlow"));
@@ -163,14 +215,7 @@ QWidget *HomePage::makeSecondaryTiles(QWidget *primary, QWidget *parent)
         flow->addTile(tile);
     }
     flow->fitTileSizeToText();
-    // What stands above and below ends where the rows of small ones do.
-    const auto align = [this, row = primary->layout()](int remainder) {
-        row->setContentsMargins(0, 0, remainder, 0);
-        m_recent->setContentsMargins(0, 0, remainder, 0);
-    };
-    auto *host = new TileFlowHost(flow, align, parent);
-    host->setObjectName(QStringLiteral("homeSecondaryHost"));
-    return host;
+    return flow;
 }
 
 void HomePage::connectTile(HomeTile *tile)

@@ -7,6 +7,7 @@
 namespace velmora {
 
 class HomeTile;
+class HomeTileFlowWidget;
 class RecentSessions;
 struct SessionKindRow;
 
@@ -27,7 +28,7 @@ Q_SIGNALS:
 private:
     [[nodiscard]] QWidget *makeHeading(QWidget *parent);
     [[nodiscard]] QWidget *makePrimaryRow(QWidget *parent);
-    [[nodiscard]] QWidget *makeSecondaryTiles(QWidget *primary, QWidget *parent);
+    [[nodiscard]] HomeTileFlowWidget *makeSecondaryTiles();
     void connectTile(HomeTile *tile);
 
     RecentSessions *m_recent;

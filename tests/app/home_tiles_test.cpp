@@ -130,6 +130,22 @@ private Q_SLOTS:
         QVERIFY(flow->width() <= 700);
     }
 
+    // Showing the scroll bar made the tiles higher, which hid the bar again, and so on without end.
+    void theHomePageSettlesAtEverySize()
+    {
+        HomePage home;
+        home.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&home));
+        const auto *flow = home.findChild<HomeTileFlowWidget *>(QStringLiteral("homeTileFlow"));
+        for (int width = 480; width <= 1300; width += 20) {
+            for (int height = 300; height <= 900; height += 40) {
+                home.resize(width, height);
+                QCoreApplication::sendPostedEvents();
+                QCOMPARE(flow->parentWidget()->height(), flow->height());
+            }
+        }
+    }
+
     void aTileStartsItsKind()
     {
         HomePage home;
