@@ -17,7 +17,7 @@ trap 'rm -rf "$work"' EXIT
 debian_source qt6-base "$work/source"
 # Built so, Qt tells the sanitizer about its own locks.
 cmake -G Ninja -S "$work"/source/qt6-base-*/ -B "$work/build" \
-    -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$prefix" -DQT_HOST_PATH=/usr \
+    -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$prefix" -DQT_HOST_PATH=/usr -DQT_FORCE_FIND_TOOLS=ON \
     -DFEATURE_sanitizer=ON -DFEATURE_sanitize_thread=ON \
     -DQT_BUILD_TESTS=OFF -DQT_BUILD_EXAMPLES=OFF \
     -DFEATURE_gui=OFF -DFEATURE_network=OFF -DFEATURE_sql=OFF -DFEATURE_dbus=OFF -DFEATURE_xml=OFF \
