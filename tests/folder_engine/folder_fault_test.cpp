@@ -233,8 +233,11 @@ private Q_SLOTS:
                 file.readers = &readers[std::size_t(pair)];
             }
         }
-        bool both = false;
-        files.setWatcher([&](int) { both = both || (readers[0] > 0 && readers[1] > 0); });
+        std::atomic<bool> both = false;
+        files.setWatcher([&](int) {
+            if (readers[0] > 0 && readers[1] > 0)
+                both = true;
+        });
         QCOMPARE(compare(files, CompareMethod::Rules, 2).size(), 2);
         QVERIFY(!both);
     }
