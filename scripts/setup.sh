@@ -66,11 +66,11 @@ need_packages() {
             "  apt-get install --no-install-recommends ${missing[*]}"
     fi
 
-    say "Installing ${missing[*]}"
     apt_get update
     local offered
     offered=$(apt-cache policy qt6-base-dev | awk '$1 == "Candidate:" && $2 != "(none)" {print $2}')
     [[ -z $offered ]] || refuse_old_qt "$offered"
+    say "Installing ${missing[*]}"
     apt_get install -y --no-install-recommends "${missing[@]}"
 }
 
