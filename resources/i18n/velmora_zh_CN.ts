@@ -1971,5 +1971,13 @@ Write over it?</source>
         <source>Show blanks and tabs</source>
         <translation>显示空格和制表符</translation>
     </message>
+    <message>
+        <source>Session settings</source>
+        <translation>会话设置</translation>
+    </message>
+    <message>
+        <source>What counts as a difference, formats, alignment and replacements</source>
+        <translation>设置哪些内容算作差异，以及格式、对齐和替换</translation>
+    </message>
 </context>
 </TS>

@@ -122,6 +122,11 @@ TextCompareBar::TextCompareBar(QWidget *session) : QToolBar(session), m_position
                         QStringLiteral("report.png"),
                         {},
                         Velmora::tr("Export an HTML report of the differences")});
+    settings = add({"settingsAction",
+                    Velmora::tr("Session settings"),
+                    QStringLiteral("settings.png"),
+                    {Qt::CTRL | Qt::Key_Comma},
+                    Velmora::tr("What counts as a difference, formats, alignment and replacements")});
 
     findNext = add({"findNextAction", Velmora::tr("Next match"), {}, {Qt::Key_F3}, {}});
     findPrevious = add({"findPreviousAction", Velmora::tr("Previous match"), {}, {Qt::SHIFT | Qt::Key_F3}, {}});

@@ -36,6 +36,7 @@ public:
     QAction *showBlanks;
     QAction *swapSides;
     QAction *exportReport;
+    QAction *settings;
     QAction *findNext; ///< by key only, as those after it
     QAction *findPrevious;
     QAction *switchPane;

@@ -3,6 +3,8 @@
 #include "session/dialogs.h"
 #include "session/session_host.h"
 #include "session/translate.h"
+#include "settings/dialogs/text_session_settings_dialog.h"
+#include "settings/options/text_defaults.h"
 #include "text/find_bar.h"
 #include "text/find_controller.h"
 #include "text/progress_strip.h"
@@ -30,6 +32,7 @@ namespace velmora {
 
 TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
     : SessionWidget(window, parent),
+      m_options(loadDefaultTextOptions()),
       m_bar(new TextCompareBar(this)),
       m_inputs(new TextInputs(this)),
       m_progress(new ProgressStrip(this)),
@@ -120,6 +123,8 @@ void TextCompareWidget::connectBar()
     connect(m_findBar, &FindBar::closeWanted, this, &TextCompareWidget::onFindClose);
     onTrigger(m_bar->swapSides, &TextCompareWidget::onSwapSides);
     onTrigger(m_bar->exportReport, &TextCompareWidget::onExportHtml);
+    connect(m_bar->settings, &QAction::triggered, this,
+            [this] { onSessionSettings(TextSessionSettingsDialog::Importance); });
     connect(m_bar->showBlanks, &QAction::toggled, &m_view->scene(), &DiffScene::setShowsBlanks);
     connect(m_bar->switchPane, &QAction::triggered, m_view, &DiffView::switchPane);
     connect(m_bar->zoomIn, &QAction::triggered, m_view, [this] { m_view->zoomBy(1); });

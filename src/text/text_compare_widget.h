@@ -89,6 +89,8 @@ public Q_SLOTS:
     void onFindTextChanged(const QString &text);
     void onGotoLine();
     void onExportHtml();
+    /// Opens the settings of this comparison at the tab of that index.
+    void onSessionSettings(int initialTabIndex);
     /// Takes up what the run of number `generation` found; one that is no longer the current run is dropped.
     void onTextCompareFinished(quint64 generation, const std::shared_ptr<const velmora::DiffDocument> &diff,
                                const QString &encodingLabel, const QString &leftSuffix, const QString &rightSuffix,
@@ -111,6 +113,7 @@ private:
     void connectInputs();
     void browse(TextSide &side, const QString &title);
     void chooseEncoding(Side side);
+    void takeSettings(const TextSessionOptions &chosen);
     [[nodiscard]] Side sideUnder(QPoint position) const;
 
     /// False, with the reason in the status line, when the inputs cannot be compared.

@@ -1,4 +1,5 @@
 #include "session_fixture.h"
+#include "settings/dialogs/text_session_settings_dialog.h"
 #include "support/test_main.h"
 #include "text/external_change.h"
 #include "text/view/diff_pane.h"
@@ -418,6 +419,20 @@ private Q_SLOTS:
         f.session.setOptions({{QStringLiteral("leftReadOnly"), true}});
         QVERIFY(f.session.findChild<QLineEdit *>(QStringLiteral("leftPathEdit"))->isReadOnly());
         QVERIFY(!f.session.findChild<QLineEdit *>(QStringLiteral("rightPathEdit"))->isReadOnly());
+    }
+
+    void comparesAnewUnderOtherSettings()
+    {
+        SessionFixture f;
+        f.compare(f.file(QStringLiteral("a"), "abCd\n"), f.file(QStringLiteral("b"), "abcd\n"));
+        QVERIFY(f.status().startsWith(QStringLiteral("Compare done: 1 diffs")));
+
+        f.session.onSessionSettings(TextSessionSettingsDialog::Importance);
+        auto *dialog = f.session.findChild<TextSessionSettingsDialog *>();
+        dialog->findChild<QCheckBox *>(QStringLiteral("importantCharacterCase"))->setChecked(false);
+        dialog->accept();
+        QTRY_VERIFY(f.status().startsWith(QStringLiteral("Compare done: 0 diffs")));
+        QVERIFY(f.session.options().value(QStringLiteral("ignoreCase")).toBool());
     }
 
     // Reports ---------------------------------------------------------------------------------------------------------
