@@ -32,7 +32,26 @@ endif()
 if(WIN32)
     target_compile_definitions(velmora_rules INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
         _WIN32_WINNT=0x0A00)
+    enable_language(RC)
 endif()
+
+# velmora_windows_resources(PROGRAM DESCRIPTION): gives a program its icon, version and manifest on Windows; nothing elsewhere.
+function(velmora_windows_resources program description)
+    if(NOT WIN32)
+        return()
+    endif()
+    set(manifest "${CMAKE_SOURCE_DIR}/packaging/windows/program.manifest")
+    set(manifest_line "1 24 \"${manifest}\"")
+    if(MSVC) # whose linker makes a manifest anyway and merges this one into it
+        set(manifest_line "")
+        target_sources(${program} PRIVATE "${manifest}")
+    endif()
+    set(script "${CMAKE_CURRENT_BINARY_DIR}/${program}.rc")
+    configure_file("${CMAKE_SOURCE_DIR}/packaging/windows/program.rc.in" "${script}" @ONLY)
+    set_source_files_properties("${script}" PROPERTIES
+        OBJECT_DEPENDS "${manifest};${CMAKE_SOURCE_DIR}/resources/icons/app.ico")
+    target_sources(${program} PRIVATE "${script}")
+endfunction()
 
 # Makes the target that owns the precompiled header `header`; libraries and programs of the same kind reuse it.
 function(velmora_precompiled_header name header)

@@ -1,5 +1,9 @@
 #include "support/test_main.h"
 
+#ifdef Q_OS_WIN
+#include "support/private_registry_win.h"
+#endif
+
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -46,6 +50,13 @@ int main(int argc, char *argv[])
     qputenv("LANG", "C.UTF-8");
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+#ifdef Q_OS_WIN
+    // A test that is not started from a console would tell its results to a debugger only.
+    qputenv("QT_FORCE_STDERR_LOGGING", "1");
+    const velmora::test::PrivateRegistry registry;
+    if (!registry.isValid())
+        return 2;
+#endif
     QStandardPaths::setTestModeEnabled(true);
 
     TestApplication application(argc, argv);
