@@ -1,0 +1,157 @@
+#pragma once
+
+#include "platform/file_layer.h"
+
+#include <QList>
+#include <QString>
+
+namespace velmora {
+
+/// Operations on files as plain data: what `plan_builders.h` makes, `plan_survey.h` completes, a person sees as a
+/// preview and `operation_executor.h` carries out.
+
+/// An entry below one of the plan's roots.
+struct Place {
+    int root = -1;    ///< index into `OperationPlan::roots`; -1: no place
+    QString relative; ///< "/" between the parts; no part is empty, "." or ".."
+
+    [[nodiscard]] bool isSet() const noexcept { return root >= 0; }
+    friend bool operator==(const Place &, const Place &) = default;
+};
+
+/// What was seen at a place when the plan was made: the executor acts only on what is still like that.
+struct SeenEntry {
+    enum class State : quint8 {
+        Unknown, ///< nobody has looked yet; the survey does
+        Absent,
+        Listed, ///< as a comparison tells: files by size and time to the millisecond, links followed
+        Exact,  ///< as the survey saw it
+    };
+
+    State state = State::Unknown;
+    NodeKind kind = NodeKind::File;
+    qint64 size = 0;                      ///< bytes of a file; of a whole tree the sum of its files
+    qint64 modifiedNs = 0;                ///< nanoseconds since 1970-01-01 UTC
+    std::optional<FileIdentity> identity; ///< of an exact entry, where the file system has one
+    quint64 contents = 0; ///< of a whole tree: a fingerprint of every name, size, time and identity in it
+    qint64 files = 1;     ///< of a whole tree the number of files in it
+
+    [[nodiscard]] bool isPresent() const noexcept { return state == State::Listed || state == State::Exact; }
+    [[nodiscard]] static SeenEntry absent() { return {State::Absent}; }
+    [[nodiscard]] static SeenEntry exactly(const NodeState &node);
+
+    /// True when `node` is the entry that was seen. Of folders only the identity counts.
+    [[nodiscard]] bool isStill(const NodeState &node) const;
+
+    friend bool operator==(const SeenEntry &, const SeenEntry &) = default;
+};
+
+enum class OperationKind : quint8 {
+    MakeFolder, ///< at `to`; takes time and permissions from the folder `from`, if that is set, once all is done
+    Copy,       ///< a file or link `from` to `to`, where nothing is
+    Replace,    ///< a file or link `from` over the file or link `to`
+    Move,       ///< `from` to `to`, over what is there when `toSeen` is present; folders within one volume only
+    Recycle,    ///< `from`, a folder with everything in it, goes to the recycle bin
+    Delete,     ///< `from`, a file, a link or an empty folder, goes for good
+    Restore,    ///< what is in the recycle bin at `binPath` to `to`, where nothing is
+};
+
+struct OperationStep {
+    OperationKind kind = OperationKind::Copy;
+    Place from;
+    Place to;
+    SeenEntry fromSeen;
+    SeenEntry toSeen;
+    /// Of a deletion that follows from a missing counterpart: where that must still be missing. Such a deletion is
+    /// skipped, too, when anything went wrong in a folder that it lies in.
+    Place counterpart;
+    QString binPath;
+    /// Of `Recycle` and `Delete` of a folder, until the survey: what the comparison does not list goes as well.
+    bool wholeTree = false;
+    /// Of `Copy` and `Move` to a place that nobody has looked at: a file there may be replaced.
+    bool mayReplace = false;
+
+    friend bool operator==(const OperationStep &, const OperationStep &) = default;
+};
+
+/// A folder that a person chose. Nothing outside of the writable ones is ever written.
+struct PlanRoot {
+    QString path;                         ///< absolute
+    std::optional<FileIdentity> identity; ///< set by the survey
+    bool writable = true;
+
+    friend bool operator==(const PlanRoot &, const PlanRoot &) = default;
+};
+
+/// Why an entry that the request covers is not acted upon.
+enum class LeftOutReason : quint8 {
+    FileAgainstFolder,    ///< one side is a file and the other a folder; one must be deleted by hand first
+    HiddenByFilter,       ///< a filter hides it
+    HoldsHiddenEntries,   ///< the folder stays, since a filter hides something in it
+    HoldsUnlistedEntries, ///< the folder stays, since there is something in it that the comparison does not list
+    ReadOnlySide,
+    TimesAreEqual,        ///< both files differ, and neither is newer
+    NameTaken,            ///< another selected entry has the same name
+    TargetExists,         ///< something is there already
+    IntoItself,           ///< a folder cannot go into itself
+    BelowLink,            ///< reached through a link only; the link is the entry
+    ChangedSinceCompared, ///< no longer what the comparison saw
+    NotReadable,          ///< could not be looked at, or not in full
+    UnsupportedKind,      ///< a pipe, a socket or a device
+    NameNotAllowed,       ///< the target's system does not allow the name
+    NoPlaceOnThisSide,    ///< the entry is not there on the side asked for
+};
+
+struct LeftOutEntry {
+    LeftOutReason reason;
+    QString path;   ///< absolute
+    QString detail; ///< the system's own words, where there are any
+
+    friend bool operator==(const LeftOutEntry &, const LeftOutEntry &) = default;
+};
+
+/// Why a plan has no steps at all.
+enum class PlanRefusal : quint8 {
+    None,
+    ReadOnlySide,     ///< the side to be written is read-only
+    OverlappingRoots, ///< the two folders are the same, or one lies in the other
+    RootMissing,      ///< a folder that was chosen is not there or cannot be opened
+    NameNotAllowed,   ///< no entry can have the name asked for
+    Cancelled,        ///< the survey was stopped
+};
+
+/// What a plan, or a run of it, amounts to. Folders count where they are made or removed one by one.
+struct OperationTotals {
+    qint64 writtenFiles = 0; ///< new files and links, by copy, move or restoring
+    qint64 writtenBytes = 0;
+    qint64 replacedFiles = 0;
+    qint64 replacedBytes = 0; ///< of the new contents
+    qint64 deletedFiles = 0;
+    qint64 deletedBytes = 0;
+    qint64 madeFolders = 0;
+    qint64 deletedFolders = 0;
+
+    void add(const OperationStep &step);
+    friend bool operator==(const OperationTotals &, const OperationTotals &) = default;
+};
+
+/// A value. Steps are carried out in their order: folders are made before what goes into them, deletions come last and
+/// from the leaves up.
+struct OperationPlan {
+    QList<PlanRoot> roots;
+    QList<OperationStep> steps;
+    QList<LeftOutEntry> leftOut;
+    PlanRefusal refusal = PlanRefusal::None;
+    /// Of a mirror: there is nothing at the source, so that everything at the destination would go.
+    bool sourceIsEmpty = false;
+    bool isSurveyed = false;
+
+    [[nodiscard]] OperationTotals totals() const;
+    /// Absolute; empty when the place is not set.
+    [[nodiscard]] QString pathOf(const Place &place) const;
+};
+
+/// True when every part of a relative path is neither empty nor "." nor ".." nor holds a NUL.
+[[nodiscard]] bool isCleanRelative(QStringView relative);
+
+} // namespace velmora

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "folder/engine/folder_diff_item.h"
+#include "folder/operations/operation_plan.h"
+
+#include <QStringList>
+
+#include <functional>
+
+namespace velmora {
+
+/// Plans over the entries of a comparison. Pure: nothing is looked up, so that the plans must pass `surveyPlan` (or
+/// the executor, which calls it) before they are exact.
+
+/// One side of a comparison.
+enum class PlanSide : quint8 { Left, Right };
+
+[[nodiscard]] constexpr PlanSide otherSide(PlanSide side)
+{
+    return side == PlanSide::Left ? PlanSide::Right : PlanSide::Left;
+}
+
+/// What plans are made from.
+struct PlanInput {
+    /// In the order of the engine, of a comparison that ran to its end and went into every folder that the plan is to
+    /// cover. Folders that an entry lies in must be there as well when their names differ between the sides.
+    QList<FolderDiffItem> items;
+    QString leftRoot; ///< absolute
+    QString rightRoot;
+    bool leftReadOnly = false;
+    bool rightReadOnly = false;
+    /// True for what filters show; empty: everything is shown. What is hidden, or lies in a hidden folder, is left
+    /// alone.
+    std::function<bool(const FolderDiffItem &)> shows;
+    /// What the comparison could not look at: nothing there is taken for missing.
+    QList<FolderProblem> problems;
+    qint32 toleranceSec = 0; ///< times no more than this apart are equal
+};
+
+/// What shall happen with one entry. Of a folder only the folder itself: what is in it has actions of its own.
+enum class EntryAction : quint8 { Nothing, CopyToLeft, CopyToRight, DeleteLeft, DeleteRight };
+
+/// How deletions are done.
+enum class DeleteManner : quint8 { ToRecycleBin, ForGood };
+
+/// How much of a folder goes when a person deletes it.
+enum class DeleteScope : quint8 {
+    ListedEntries, ///< what the comparison lists; a folder that holds more stays
+    WholeFolder,   ///< everything, unless a filter hides something in it
+};
+
+/// What happens where a file would be written over another.
+enum class IfPresent : quint8 { LeaveOut, Replace };
+
+/// The general form: `actionOf` is asked for every shown item that is on both sides unequal or on one side only.
+/// Folders on both sides are never deleted; folders that entries need are made. A deletion happens only while the
+/// entry is missing on the other side. For synchronising.
+[[nodiscard]] OperationPlan planActions(const PlanInput &input,
+                                        const std::function<EntryAction(const FolderDiffItem &)> &actionOf,
+                                        DeleteManner manner);
+
+/// Makes the other side identical to `source`. `OperationPlan::sourceIsEmpty` tells when there is nothing to mirror.
+[[nodiscard]] OperationPlan planMirror(const PlanInput &input, PlanSide source, DeleteManner manner);
+
+/// Copies what is new or newer at `source` to the other side.
+[[nodiscard]] OperationPlan planUpdate(const PlanInput &input, PlanSide source);
+
+/// Copies what is new or newer on either side to the other.
+[[nodiscard]] OperationPlan planUpdateBoth(const PlanInput &input);
+
+/// Selections are indexes into `PlanInput::items`; a folder stands for itself and what is in it.
+using PlanSelection = QList<qsizetype>;
+
+/// Copies from `source` to the other side. Selected files are copied always, those in selected folders unless equal.
+[[nodiscard]] OperationPlan planCopyToOtherSide(const PlanInput &input, const PlanSelection &selection,
+                                                PlanSide source);
+/// As `planCopyToOtherSide`; what has arrived is removed at `source`, and so are folders that are empty then.
+[[nodiscard]] OperationPlan planMoveToOtherSide(const PlanInput &input, const PlanSelection &selection,
+                                                PlanSide source);
+
+/// Copies from `source` into the folder `destination`, each selected entry under its own name.
+[[nodiscard]] OperationPlan planCopyTo(const PlanInput &input, const PlanSelection &selection, PlanSide source,
+                                       const QString &destination, IfPresent ifPresent);
+[[nodiscard]] OperationPlan planMoveTo(const PlanInput &input, const PlanSelection &selection, PlanSide source,
+                                       const QString &destination, IfPresent ifPresent);
+
+[[nodiscard]] OperationPlan planDelete(const PlanInput &input, const PlanSelection &selection, PlanSide side,
+                                       DeleteManner manner, DeleteScope scope);
+
+/// Gives the entry of one side another bare name.
+[[nodiscard]] OperationPlan planRename(const PlanInput &input, qsizetype index, PlanSide side, const QString &newName);
+
+/// Makes the folder `relative` below the root of one side; the folders on the way must exist.
+[[nodiscard]] OperationPlan planNewFolder(const PlanInput &input, PlanSide side, const QString &relative);
+
+/// Deletes single files wherever they lie below `root`: for tools that have no comparison. Paths are absolute.
+[[nodiscard]] OperationPlan planDeleteFiles(const QString &root, const QStringList &paths, DeleteManner manner);
+
+} // namespace velmora

@@ -1,0 +1,189 @@
+#pragma once
+
+#include "platform/file_access.h"
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace velmora {
+
+/// Why a call of the file system failed, as far as callers act on it.
+enum class FileErrorKind : quint8 {
+    None,
+    Missing,        ///< there is nothing of that name
+    Exists,         ///< there is something of that name already
+    NotAFolder,     ///< what should be passed or listed is no folder
+    NotAFile,       ///< what should be read is no regular file
+    LinkOnTheWay,   ///< a link stands where a folder should; it was not followed
+    NotEmpty,       ///< the folder to be removed holds something
+    Denied,         ///< no permission, a read-only volume, or protected
+    InUse,          ///< held by another program
+    NoSpace,        ///< the volume or the quota is full
+    NameNotAllowed, ///< no entry can have this name here
+    OtherVolume,    ///< the two names lie on different volumes
+    Unsupported,    ///< this file system or system cannot do that
+    Stopped,        ///< the caller asked for it
+    Other,
+};
+
+/// What a call of the file system says of its end.
+struct FileError {
+    FileErrorKind kind = FileErrorKind::None;
+    QString reason; ///< the system's own words
+
+    [[nodiscard]] bool isError() const noexcept { return kind != FileErrorKind::None; }
+};
+
+/// What an entry itself is: links are not followed.
+enum class NodeKind : quint8 {
+    File,
+    Folder,
+    Link,
+    Special, ///< a pipe, a socket, a device
+};
+
+/// An entry as it stands, links not followed.
+struct NodeState {
+    NodeKind kind = NodeKind::File;
+    qint64 size = 0;                      ///< bytes; of anything but a file whatever the file system says
+    qint64 modifiedNs = 0;                ///< nanoseconds since 1970-01-01 UTC, as precise as the file system is
+    std::optional<FileIdentity> identity; ///< where the file system gives entries a lasting one
+    quint32 permissions = 0;              ///< Unix: the lowest nine mode bits; Windows: the attributes
+    bool leadsToFolder = false;           ///< of a link: made as a link to a folder (Windows tells them apart)
+};
+
+/// An entry, or why there is none to be had.
+struct NodeResult {
+    NodeState node;
+    FileError error;
+};
+
+/// A regular file open for reading, from its begin on. Closed by the destructor.
+class FileSource {
+public:
+    FileSource() = default;
+    virtual ~FileSource() = default;
+    FileSource(const FileSource &) = delete;
+    FileSource &operator=(const FileSource &) = delete;
+
+    /// What is open, whatever has its name by now.
+    [[nodiscard]] virtual NodeResult state() = 0;
+
+    /// Reads the next bytes; fewer than asked for at the end of the file only, or when `failed` is set.
+    [[nodiscard]] virtual FilePiece read(char *buffer, qint64 length) = 0;
+};
+
+/// A new file that is being written. The destructor closes it and leaves it where it is.
+class FileSink {
+public:
+    FileSink() = default;
+    virtual ~FileSink() = default;
+    FileSink(const FileSink &) = delete;
+    FileSink &operator=(const FileSink &) = delete;
+
+    /// Called with the number of bytes copied so far, at least every 50 ms unless the device blocks; false stops.
+    using Tick = std::function<bool(qint64 bytes)>;
+
+    /// Appends `length` bytes.
+    [[nodiscard]] virtual FileError write(const char *bytes, qint64 length) = 0;
+
+    /// Copies all of `source`, which must come from the same layer and be unread, in the quickest way that there is.
+    [[nodiscard]] virtual FileError copyFrom(FileSource &source, const Tick &tick) = 0;
+
+    /// Sets modification time and permissions.
+    [[nodiscard]] virtual FileError keepAttributes(const NodeState &model) = 0;
+
+    /// Brings what was written to the disk.
+    [[nodiscard]] virtual FileError flush() = 0;
+
+    /// What has been written.
+    [[nodiscard]] virtual NodeResult state() = 0;
+};
+
+/// Where a recycled entry went.
+struct RecycleResult {
+    QString binPath; ///< what `FileLayer::restore` takes; empty where the system does not tell
+    FileError error;
+};
+
+/// A folder that is held, so that its entries are reached by their names alone and no link that takes the place of a
+/// folder on the way can lead elsewhere. Made by `FileLayer::openRoot` and `openFolder`. For one thread at a time.
+///
+/// Names are bare names in the form of `nativeName`. No call follows a link that `name` is.
+class FolderHandle {
+public:
+    FolderHandle() = default;
+    virtual ~FolderHandle() = default;
+    FolderHandle(const FolderHandle &) = delete;
+    FolderHandle &operator=(const FolderHandle &) = delete;
+
+    /// Takes one entry; false stops the listing.
+    using Sink = std::function<bool(const QString &name, const NodeState &node)>;
+
+    /// The folder itself.
+    [[nodiscard]] virtual NodeResult self() = 0;
+    [[nodiscard]] virtual NodeResult stat(const QString &name) = 0;
+    /// Every entry, hidden ones too, in no order.
+    [[nodiscard]] virtual FileError list(const Sink &sink) = 0;
+    /// True when this folder is `other` or lies in it, by whatever path.
+    [[nodiscard]] virtual bool liesIn(FolderHandle &other) = 0;
+
+    /// Null with `error` set when it fails.
+    [[nodiscard]] virtual std::unique_ptr<FolderHandle> openFolder(const QString &name, FileError &error) = 0;
+    [[nodiscard]] virtual std::unique_ptr<FileSource> openFile(const QString &name, FileError &error) = 0;
+    /// Makes a file that only its owner can read until `keepAttributes`; fails when the name is taken.
+    [[nodiscard]] virtual std::unique_ptr<FileSink> createFile(const QString &name, FileError &error) = 0;
+
+    [[nodiscard]] virtual FileError makeFolder(const QString &name) = 0;
+    [[nodiscard]] virtual FileError linkTarget(const QString &name, QString &target) = 0;
+    [[nodiscard]] virtual FileError makeLink(const QString &name, const QString &target, bool leadsToFolder) = 0;
+    /// Gives the same file a second name; fails when that is taken.
+    [[nodiscard]] virtual FileError makeHardLink(const QString &name, FolderHandle &to, const QString &newName) = 0;
+
+    enum class IfTaken : quint8 {
+        Fail,
+        Replace, ///< a file or link of the new name is replaced in one step
+    };
+    [[nodiscard]] virtual FileError move(const QString &name, FolderHandle &to, const QString &newName,
+                                         IfTaken ifTaken) = 0;
+
+    /// Modification time and permissions of a folder or, where links have them, of a link.
+    [[nodiscard]] virtual FileError keepAttributes(const QString &name, const NodeState &model) = 0;
+    /// Removes a file or link.
+    [[nodiscard]] virtual FileError removeFile(const QString &name) = 0;
+    /// Removes an empty folder.
+    [[nodiscard]] virtual FileError removeFolder(const QString &name) = 0;
+    /// Moves an entry, a folder with everything in it, to the recycle bin of its volume. Fails with `Unsupported` where
+    /// there is none; deletes nothing then.
+    [[nodiscard]] virtual RecycleResult recycle(const QString &name) = 0;
+
+    /// Brings everything to the disk that was written to the volume of this folder.
+    [[nodiscard]] virtual FileError settle() = 0;
+};
+
+/// The file system as the operations on files see it. `native()` is the real one; tests put others in its place.
+class FileLayer {
+public:
+    FileLayer() = default;
+    virtual ~FileLayer() = default;
+    FileLayer(const FileLayer &) = delete;
+    FileLayer &operator=(const FileLayer &) = delete;
+
+    /// Opens a folder by its absolute path, links on the way followed. Null with `error` set when it fails.
+    [[nodiscard]] virtual std::unique_ptr<FolderHandle> openRoot(const QString &path, FileError &error) = 0;
+
+    /// Moves what `FolderHandle::recycle` put at `binPath` to a name that is free.
+    [[nodiscard]] virtual FileError restore(const QString &binPath, FolderHandle &to, const QString &name) = 0;
+
+    [[nodiscard]] static FileLayer &native();
+};
+
+/// False for names that the system would take for something else or cannot keep: empty, ".", "..", with a separator or
+/// NUL; on Windows also the names of devices, those with one of <>:"|?* or a control character, and those that end in a
+/// blank or dot.
+[[nodiscard]] bool isPlainName(QStringView name);
+
+} // namespace velmora
