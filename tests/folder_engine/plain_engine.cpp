@@ -211,9 +211,10 @@ QList<FolderDiffItem> listStructure(const QString &left, const QString &right, b
         item.isDir = leftDir || rightDir;
         result.append(item);
         if (recursive && item.isDir)
-            result.append(prefixed(listStructure(leftDir ? leftInfo.absoluteFilePath() : QString(),
-                                                 rightDir ? rightInfo.absoluteFilePath() : QString(), true, rules),
-                                   name));
+            result.append(
+                prefixed(listStructure(leftDir ? leftInfo.absoluteFilePath() : left + u'/' + name,
+                                       rightDir ? rightInfo.absoluteFilePath() : right + u'/' + name, true, rules),
+                         name));
     }
     return result;
 }

@@ -15,10 +15,10 @@ namespace velmora {
 
 namespace {
 
-/// Which sides of an entry are looked into.
+/// The folders of an entry that are looked into.
 struct Descent {
-    bool left = false;
-    bool right = false;
+    const FolderEntry *left = nullptr;
+    const FolderEntry *right = nullptr;
 };
 
 /// Gives `item` its status and folder flag, and may change its sizes, which are those of the entries before.
@@ -27,6 +27,11 @@ using EntryRule = std::function<Descent(const PairedEntry &pair, FolderDiffItem 
 bool isFolder(const FolderEntry *entry)
 {
     return entry && entry->kind == EntryKind::Folder;
+}
+
+Descent foldersOf(const PairedEntry &pair)
+{
+    return {isFolder(pair.left) ? pair.left : nullptr, isFolder(pair.right) ? pair.right : nullptr};
 }
 
 FolderDiffStatus oneSidedStatus(const PairedEntry &pair)
@@ -50,9 +55,9 @@ qint32 statusOfFiles(const PairedEntry &pair, CompareMethod method, qint32 toler
 EntryRule treeRule(CompareMethod method, qint32 toleranceSec)
 {
     return [method, toleranceSec](const PairedEntry &pair, FolderDiffItem &item) {
-        const Descent folders{isFolder(pair.left), isFolder(pair.right)};
+        const Descent folders = foldersOf(pair);
         item.isDir = folders.left || folders.right;
-        if (pair.left && pair.right && folders.left != folders.right) {
+        if (pair.left && pair.right && isFolder(pair.left) != isFolder(pair.right)) {
             item.setDiffStatus(FolderDiffStatus::Different);
             return Descent{};
         }
@@ -87,9 +92,12 @@ EntryRule levelRule(CompareMethod method, qint32 toleranceSec)
 EntryRule structureRule(bool recursive)
 {
     return [recursive](const PairedEntry &pair, FolderDiffItem &item) {
-        const Descent folders{isFolder(pair.left), isFolder(pair.right)};
+        Descent folders = foldersOf(pair);
         item.isDir = folders.left || folders.right;
         item.setDiffStatus(pair.left && pair.right ? FolderDiffStatus::Same : oneSidedStatus(pair));
+        // Beside a folder stands whatever has its name, also where an alignment has paired it with a file.
+        if (folders.left && !folders.right && isFolder(pair.displacedRight))
+            folders.right = pair.displacedRight;
         return recursive ? folders : Descent{};
     };
 }
@@ -118,8 +126,7 @@ std::vector<WalkDescent> makeItems(WalkNode &node, const std::vector<PairedEntry
         fillSide(node.right, pair.right, item.rightPath, item.rightSize, item.rightTime);
         const Descent descent = rule(pair, item);
         if (descent.left || descent.right)
-            descents.push_back({item.name, descent.left ? pair.left : nullptr, descent.right ? pair.right : nullptr,
-                                node.items.size()});
+            descents.push_back({item.name, descent.left, descent.right, node.items.size()});
         node.items.push_back(std::move(item));
     }
     return descents;

@@ -57,6 +57,12 @@ EntryMap mapOf(const Entries &entries)
     return map;
 }
 
+const FolderEntry *entryOf(const EntryMap &map, const QString &name)
+{
+    const auto found = map.find(name);
+    return found == map.end() ? nullptr : found->second;
+}
+
 /// The names of `map` that match, sorted without regard to case; those that differ in case only as the map has them.
 QStringList matchingNames(const EntryMap &map, const Wildcard &mask)
 {
@@ -90,7 +96,8 @@ std::vector<PairedEntry> NamePairing::pair(Entries &left, Entries &right, const 
 std::vector<PairedEntry> NamePairing::pairAligned(const Entries &left, const Entries &right) const
 {
     const EntryMap leftMap = mapOf(left);
-    EntryMap rightMap = mapOf(right);
+    const EntryMap rightNames = mapOf(right);
+    EntryMap rightMap = rightNames;
     std::set<QString> names;
     for (const EntryMap *map : {&leftMap, static_cast<const EntryMap *>(&rightMap)}) {
         for (const auto &[name, entry] : *map)
@@ -98,25 +105,25 @@ std::vector<PairedEntry> NamePairing::pairAligned(const Entries &left, const Ent
     }
 
     for (const Rule &rule : m_rules) {
-        const QStringList leftNames = matchingNames(leftMap, rule.left);
-        const QStringList rightNames = matchingNames(rightMap, rule.right);
-        for (qsizetype i = 0; i < std::min(leftNames.size(), rightNames.size()); ++i) {
-            const auto partner = rightMap.find(rightNames.at(i));
-            if (leftNames.at(i) == rightNames.at(i) || partner == rightMap.end())
+        const QStringList lefts = matchingNames(leftMap, rule.left);
+        const QStringList rights = matchingNames(rightMap, rule.right);
+        for (qsizetype i = 0; i < std::min(lefts.size(), rights.size()); ++i) {
+            const auto partner = rightMap.find(rights.at(i));
+            if (lefts.at(i) == rights.at(i) || partner == rightMap.end())
                 continue;
-            rightMap.insert_or_assign(leftNames.at(i), partner->second);
+            rightMap.insert_or_assign(lefts.at(i), partner->second);
             rightMap.erase(partner);
-            names.insert(leftNames.at(i));
-            names.erase(rightNames.at(i));
+            names.insert(lefts.at(i));
+            names.erase(rights.at(i));
         }
     }
 
     std::vector<PairedEntry> pairs;
     pairs.reserve(names.size());
     for (const QString &name : names) {
-        const auto l = leftMap.find(name);
-        const auto r = rightMap.find(name);
-        pairs.push_back({name, l == leftMap.end() ? nullptr : l->second, r == rightMap.end() ? nullptr : r->second});
+        const FolderEntry *const partner = entryOf(rightMap, name);
+        const bool displaced = partner && partner->name != name;
+        pairs.push_back({name, entryOf(leftMap, name), partner, displaced ? entryOf(rightNames, name) : nullptr});
     }
     return pairs;
 }
