@@ -12,6 +12,8 @@ namespace {
 
 Dialogs *installed = nullptr;
 
+constexpr int textQuestionWidth = 420; // for names of files as they usually are
+
 QMessageBox::Icon iconFor(Dialogs::Tone tone)
 {
     switch (tone) {
@@ -63,6 +65,7 @@ void Dialogs::tell(QWidget *parent, Tone tone, const QString &title, const QStri
 {
     auto *box = new QMessageBox(iconFor(tone), title, text, QMessageBox::Ok, parent);
     box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setTextFormat(Qt::PlainText); // a file may be called "<b>"
     if (closed)
         QObject::connect(box, &QDialog::finished, parent, [closed = std::move(closed)] { closed(); });
     box->open();
@@ -73,6 +76,7 @@ void Dialogs::ask(QWidget *parent, Tone tone, const QString &title, const QStrin
 {
     auto *box = new QMessageBox(iconFor(tone), title, text, QMessageBox::NoButton, parent);
     box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setTextFormat(Qt::PlainText);
     QHash<QAbstractButton *, int> answers;
     int escape = 0;
     for (const Choice &choice : choices) {
@@ -138,6 +142,20 @@ void Dialogs::askNumber(QWidget *parent, const QString &title, const QString &la
     dialog->setIntRange(minimum, maximum);
     dialog->setIntValue(value);
     QObject::connect(dialog, &QInputDialog::intValueSelected, parent, std::move(answered));
+    dialog->open();
+}
+
+void Dialogs::askText(QWidget *parent, const QString &title, const QString &label, const QString &value,
+                      TextAnswer answered)
+{
+    auto *dialog = new QInputDialog(parent);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowTitle(title);
+    dialog->setLabelText(label);
+    dialog->setInputMode(QInputDialog::TextInput);
+    dialog->setTextValue(value);
+    dialog->resize(textQuestionWidth, dialog->sizeHint().height());
+    QObject::connect(dialog, &QInputDialog::textValueSelected, parent, std::move(answered));
     dialog->open();
 }
 

@@ -11,8 +11,8 @@ namespace velmora {
 /// The standard questions that a program asks in a window of its own.
 ///
 /// Everything modal goes through this seam, so that tests can answer in place of a person. Nothing here blocks: an
-/// answer arrives by callback, later, and not at all when `parent` is gone by then. A cancelled file question gives no
-/// callback. Texts are already translated.
+/// answer arrives by callback, later, and not at all when `parent` is gone by then. A cancelled file, number or text
+/// question gives no callback. Texts are already translated.
 class Dialogs {
 public:
     enum class Tone { Information, Warning, Critical };
@@ -29,6 +29,7 @@ public:
     using ChoiceAnswer = std::function<void(int answer)>;
     using YesNoAnswer = std::function<void(bool yes)>;
     using NumberAnswer = std::function<void(int number)>;
+    using TextAnswer = std::function<void(const QString &text)>;
 
     Dialogs() = default;
     Dialogs(const Dialogs &) = delete;
@@ -55,6 +56,9 @@ public:
                           PathAnswer chosen);
     virtual void askNumber(QWidget *parent, const QString &title, const QString &label, int value, int minimum,
                            int maximum, NumberAnswer answered);
+    /// `value` stands in the line, selected. What is answered may be empty.
+    virtual void askText(QWidget *parent, const QString &title, const QString &label, const QString &value,
+                         TextAnswer answered);
 };
 
 } // namespace velmora

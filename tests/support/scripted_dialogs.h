@@ -16,8 +16,8 @@ class ScriptedDialogs final : public Dialogs {
 public:
     struct Asked {
         QString title;
-        QString text;        ///< the message, the file filter or the label of the number
-        QString start;       ///< file questions only
+        QString text;        ///< the message, the file filter or the label of the line
+        QString start;       ///< what a file or text question begins with
         QStringList choices; ///< of `ask` only
         int minimum = 0;     ///< of `askNumber` only
         int maximum = 0;
@@ -31,6 +31,8 @@ public:
     void answerPath(const QString &path) { m_answers.append(path); }
     /// Queues the answer to a choice, as its number, or to a number question.
     void answerNumber(int number) { m_answers.append(number); }
+    /// Queues the answer to a question for a text.
+    void answerText(const QString &text) { m_answers.append(text); }
     /// Queues a cancelled window.
     void answerNothing() { m_answers.append(QVariant()); }
 
@@ -91,6 +93,15 @@ public:
         const QVariant answer = nextAnswer();
         if (answer.isValid())
             answered(answer.toInt());
+    }
+
+    void askText(QWidget *parent, const QString &title, const QString &label, const QString &value,
+                 TextAnswer answered) override
+    {
+        m_asked.append({title, label, value, {}, 0, 0, parent});
+        const QVariant answer = nextAnswer();
+        if (answer.isValid())
+            answered(answer.toString());
     }
 
 private:
