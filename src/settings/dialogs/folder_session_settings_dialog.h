@@ -1,12 +1,12 @@
 #pragma once
 
 #include "session/session_record.h"
-#include "settings/options/folder_session_options.h"
+#include "settings/dialogs/settings_page.h"
+#include "settings/options/folder_settings_store.h"
 
 #include <QDialog>
 #include <QList>
 
-class QComboBox;
 class QLabel;
 class QMenu;
 class QTabWidget;
@@ -14,14 +14,14 @@ class QTabWidget;
 namespace velmora {
 
 class FolderMiscPage;
-class FolderSettingsPage;
 class FolderSpecPage;
-struct StoredFolderSet;
+class SettingsFooter;
 
 /// Edits the options of one folder comparison.
 ///
 /// Works on a copy: the caller opens the dialog with open() and takes `options()` when `accepted` comes. On accepting,
-/// the options also become the stored defaults where the person has asked for it. Presets are stored at once.
+/// the options also become the stored defaults where the person has asked for it. Presets are stored and deleted at
+/// once.
 class FolderSessionSettingsDialog final : public QDialog {
     Q_OBJECT
 public:
@@ -40,25 +40,36 @@ public Q_SLOTS:
     void accept() override;
 
 private:
+    /// A set that has a name.
+    struct NamedSet {
+        QString name;
+        StoredFolderSet set;
+    };
+
+    void addPages(const SessionPaths &paths);
     void addPage(FolderSettingsPage *page, const QString &title);
-    [[nodiscard]] QWidget *makeFooter();
+    [[nodiscard]] QWidget *makePresetBar();
+    void readPresets();
     void fillPresetMenu(QMenu &menu);
-    void fillDeleteMenu(QMenu &menu);
     void applyBuiltIn(const QString &name);
-    void loadPreset(const QString &name);
+    void loadSet(const StoredFolderSet &set);
     void askPresetName();
+    void confirmReplacing(const QString &name);
     void addPreset(const QString &name);
-    void deletePreset(const QString &name);
-    void showOptions(const FolderSessionOptions &options);
+    void confirmDeleting(const QString &name);
     void showPreset();
+    [[nodiscard]] NamedSet matchingSet(const FolderSessionOptions &options) const;
     [[nodiscard]] StoredFolderSet currentSet() const;
 
     FolderSessionOptions m_options; ///< what no control shows comes from here
+    NamedSet m_defaults;            ///< the stored ones; not saved at any time while there are none
+    QList<NamedSet> m_presets;      ///< those that the person made
     QTabWidget *m_tabs;
-    QComboBox *m_scope;
+    SettingsFooter *m_footer;
     QLabel *m_preset;
     QLabel *m_modified;
-    FolderSpecPage *m_spec;
+    FolderSpecPage *m_spec = nullptr;
+    FolderMiscPage *m_misc = nullptr;
     QList<FolderSettingsPage *> m_pages;
 };
 

@@ -31,8 +31,8 @@ ReplacementsPage::ReplacementsPage(QWidget *parent)
 
 void ReplacementsPage::load(const TextSessionOptions &options)
 {
-    m_left->setRules(options.leftReplaceFind, options.leftReplaceWith);
-    m_right->setRules(options.rightReplaceFind, options.rightReplaceWith);
+    m_left->setTexts(options.leftReplaceFind, options.leftReplaceWith);
+    m_right->setTexts(options.rightReplaceFind, options.rightReplaceWith);
 }
 
 void ReplacementsPage::store(TextSessionOptions &options) const

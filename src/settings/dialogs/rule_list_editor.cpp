@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <functional>
 
 namespace velmora {
 
@@ -24,7 +25,7 @@ RuleListEditor::RuleListEditor(QAbstractItemModel &model, const QString &prefix,
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_list->setUniformItemSizes(true);
 
-    auto *add = makeButton(Velmora::tr("Add..."), prefix + QLatin1String("Add"), toolTips.add);
+    m_add = makeButton(Velmora::tr("Add..."), prefix + QLatin1String("Add"), toolTips.add);
     m_edit = makeButton(Velmora::tr("Edit..."), prefix + QLatin1String("Edit"), toolTips.edit);
     m_remove = makeButton(Velmora::tr("Remove"), prefix + QLatin1String("Remove"), toolTips.remove);
     m_buttons->addStretch(1);
@@ -33,7 +34,7 @@ RuleListEditor::RuleListEditor(QAbstractItemModel &model, const QString &prefix,
     column->addWidget(m_list, 1);
     column->addLayout(m_buttons);
 
-    connect(add, &QPushButton::clicked, this, &RuleListEditor::addRequested);
+    connect(m_add, &QPushButton::clicked, this, &RuleListEditor::addRequested);
     connect(m_edit, &QPushButton::clicked, this, &RuleListEditor::requestEdit);
     connect(m_remove, &QPushButton::clicked, this, &RuleListEditor::removeSelected);
     connect(m_list, &QListView::doubleClicked, this, &RuleListEditor::requestEdit);
@@ -48,6 +49,17 @@ void RuleListEditor::addButton(QPushButton *button)
 {
     button->setAutoDefault(false);
     m_buttons->insertWidget(m_buttons->count() - 1, button);
+}
+
+void RuleListEditor::setButtonTexts(const QString &add, const QString &remove)
+{
+    m_add->setText(add);
+    m_remove->setText(remove);
+}
+
+void RuleListEditor::allowManySelected()
+{
+    m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
 }
 
 void RuleListEditor::addMoveButtons()
@@ -113,8 +125,17 @@ bool RuleListEditor::obeyKey(int key)
 
 int RuleListEditor::selectedRow() const
 {
-    const QModelIndexList rows = m_list->selectionModel()->selectedRows();
-    return rows.isEmpty() ? -1 : rows.first().row();
+    const QList<int> rows = selectedRows();
+    return rows.size() == 1 ? rows.first() : -1;
+}
+
+QList<int> RuleListEditor::selectedRows() const
+{
+    QList<int> rows;
+    for (const QModelIndex &index : m_list->selectionModel()->selectedRows())
+        rows.append(index.row());
+    std::sort(rows.begin(), rows.end(), std::greater<>());
+    return rows;
 }
 
 void RuleListEditor::requestEdit()
@@ -126,14 +147,15 @@ void RuleListEditor::requestEdit()
 
 void RuleListEditor::removeSelected()
 {
-    const int row = selectedRow();
-    if (row < 0)
+    const QList<int> rows = selectedRows();
+    if (rows.isEmpty())
         return;
     QAbstractItemModel *model = m_list->model();
-    model->removeRow(row);
+    for (const int row : rows)
+        model->removeRow(row);
     // The next rule takes the place, so that the key can be pressed again.
     if (model->rowCount() > 0)
-        selectRow(std::min(row, model->rowCount() - 1));
+        selectRow(std::min(rows.last(), model->rowCount() - 1));
     enableButtons();
 }
 
@@ -153,7 +175,7 @@ void RuleListEditor::enableButtons()
 {
     const int row = selectedRow();
     m_edit->setEnabled(row >= 0);
-    m_remove->setEnabled(row >= 0);
+    m_remove->setEnabled(!selectedRows().isEmpty());
     if (!m_up)
         return;
     m_up->setEnabled(row > 0);

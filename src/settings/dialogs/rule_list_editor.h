@@ -32,6 +32,10 @@ public:
     [[nodiscard]] QListView &list() { return *m_list; }
     /// Puts another button behind the three.
     void addButton(QPushButton *button);
+    /// Other words on two of the buttons than "Add..." and "Remove".
+    void setButtonTexts(const QString &add, const QString &remove);
+    /// Lets several rules be selected, to be removed together.
+    void allowManySelected();
     /// Offers to change the order, for rules whose order counts; needs the model's moveRows().
     void addMoveButtons();
     void selectRow(int row);
@@ -48,6 +52,9 @@ private:
     [[nodiscard]] bool obeyKey(int key);
     [[nodiscard]] bool obeyMoveKey(int key);
     [[nodiscard]] QToolButton *makeMoveButton(int by, const QString &name, const QString &toolTip);
+    /// From the last to the first.
+    [[nodiscard]] QList<int> selectedRows() const;
+    /// -1 unless one row alone is selected.
     [[nodiscard]] int selectedRow() const;
     void requestEdit();
     void removeSelected();
@@ -57,6 +64,7 @@ private:
 
     QListView *m_list;
     QHBoxLayout *m_buttons;
+    QPushButton *m_add;
     QPushButton *m_edit;
     QPushButton *m_remove;
     QToolButton *m_up = nullptr; ///< null where rules are not moved

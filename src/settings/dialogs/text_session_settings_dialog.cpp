@@ -6,12 +6,11 @@
 #include "settings/dialogs/format_page.h"
 #include "settings/dialogs/importance_page.h"
 #include "settings/dialogs/replacements_page.h"
+#include "settings/dialogs/settings_footer.h"
 #include "settings/dialogs/specs_page.h"
 #include "settings/options/text_defaults.h"
 #include "settings/options/text_presets.h"
 
-#include <QComboBox>
-#include <QLabel>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -19,14 +18,15 @@ namespace velmora {
 
 namespace {
 
-enum Scope { ThisViewOnly, Defaults };
-
 constexpr QSize usualSize(660, 540);
 
 } // namespace
 
 TextSessionSettingsDialog::TextSessionSettingsDialog(const TextSessionOptions &options, int initialTab, QWidget *parent)
-    : QDialog(parent), m_options(options), m_tabs(new QTabWidget), m_scope(new QComboBox), m_preset(new QLabel)
+    : QDialog(parent),
+      m_options(options),
+      m_tabs(new QTabWidget),
+      m_footer(new SettingsFooter(Velmora::tr("Use for this view only")))
 {
     setWindowTitle(Velmora::tr("Session Settings - Text Compare"));
     setModal(true);
@@ -44,7 +44,7 @@ TextSessionSettingsDialog::TextSessionSettingsDialog(const TextSessionOptions &o
     auto *whole = new QVBoxLayout(this);
     whole->setSpacing(12);
     whole->addWidget(m_tabs, 1);
-    whole->addWidget(makeFooter());
+    whole->addWidget(m_footer);
     whole->addLayout(makeConfirmButtons(*this));
     resize(usualSize.expandedTo(sizeHint()));
     showPreset();
@@ -61,7 +61,7 @@ TextSessionOptions TextSessionSettingsDialog::options() const
 
 void TextSessionSettingsDialog::accept()
 {
-    if (m_scope->currentIndex() == Defaults)
+    if (m_footer->savesDefaults())
         saveDefaultTextOptions(options());
     QDialog::accept();
 }
@@ -72,25 +72,6 @@ void TextSessionSettingsDialog::addPage(SettingsPage *page, const QString &title
     m_tabs->addTab(page, title);
     m_pages.append(page);
     connect(page, &SettingsPage::changed, this, &TextSessionSettingsDialog::showPreset);
-}
-
-QWidget *TextSessionSettingsDialog::makeFooter()
-{
-    m_scope->setObjectName(QStringLiteral("settingsScope"));
-    m_scope->addItems({Velmora::tr("Use for this view only"), Velmora::tr("Save as default settings")});
-    m_preset->setObjectName(QStringLiteral("settingsPreset"));
-    auto *label = new QLabel(Velmora::tr("&Where these settings apply"));
-    label->setBuddy(m_scope);
-
-    auto *footer = new QWidget;
-    auto *line = new QHBoxLayout(footer);
-    line->setContentsMargins(0, 0, 0, 0);
-    line->addWidget(label);
-    line->addWidget(m_scope);
-    line->addStretch(1);
-    line->addSpacing(16);
-    line->addWidget(m_preset);
-    return footer;
 }
 
 void TextSessionSettingsDialog::applyPreset(const QString &name)
@@ -106,8 +87,7 @@ void TextSessionSettingsDialog::applyPreset(const QString &name)
 void TextSessionSettingsDialog::showPreset()
 {
     const TextPreset *preset = matchingTextPreset(options());
-    const QString name = preset ? Velmora::tr(preset->menuText) : Velmora::tr("Custom");
-    m_preset->setText(Velmora::tr("Preset: %1").arg(name));
+    m_footer->showPreset(preset ? Velmora::tr(preset->menuText) : QString());
 }
 
 } // namespace velmora

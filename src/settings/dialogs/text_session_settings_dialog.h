@@ -1,17 +1,16 @@
 #pragma once
 
+#include "settings/dialogs/settings_page.h"
 #include "settings/options/text_session_options.h"
 
 #include <QDialog>
 #include <QList>
 
-class QComboBox;
-class QLabel;
 class QTabWidget;
 
 namespace velmora {
 
-class SettingsPage;
+class SettingsFooter;
 
 /// Edits the options of one text comparison.
 ///
@@ -35,14 +34,12 @@ public Q_SLOTS:
 
 private:
     void addPage(SettingsPage *page, const QString &title);
-    [[nodiscard]] QWidget *makeFooter();
     void applyPreset(const QString &name);
     void showPreset();
 
     TextSessionOptions m_options; ///< what no control shows comes from here
     QTabWidget *m_tabs;
-    QComboBox *m_scope;
-    QLabel *m_preset;
+    SettingsFooter *m_footer;
     QList<SettingsPage *> m_pages;
 };
 

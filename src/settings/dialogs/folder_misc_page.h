@@ -1,0 +1,32 @@
+#pragma once
+
+#include "settings/dialogs/settings_page.h"
+
+class QCheckBox;
+class QSpinBox;
+
+namespace velmora {
+
+/// The tab with what the session shows around its tree, and, for all folder comparisons together, how much is kept of
+/// files that were replaced or deleted, so that it can be undone.
+class FolderMiscPage final : public FolderSettingsPage {
+    Q_OBJECT
+public:
+    explicit FolderMiscPage(QWidget *parent = nullptr);
+
+    void load(const FolderSessionOptions &options) override;
+    void store(FolderSessionOptions &options) const override;
+
+    /// Stores how much is kept, which is part of no options.
+    void storeKeptCopies() const;
+
+private:
+    [[nodiscard]] QWidget *makeKeptCopies();
+
+    QCheckBox *m_logPanel;
+    QCheckBox *m_filterBar;
+    QSpinBox *m_keptSize;
+    QSpinBox *m_keptDays;
+};
+
+} // namespace velmora

@@ -1,0 +1,119 @@
+#include "settings/dialogs/folder_other_filters_page.h"
+
+#include "session/translate.h"
+#include "settings/dialogs/folder_formats_model.h"
+#include "settings/dialogs/mask_dialog.h"
+#include "settings/dialogs/rule_list_editor.h"
+#include "settings/options/folder_session_options.h"
+
+#include <QCheckBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QListView>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace velmora {
+
+FolderOtherFiltersPage::FolderOtherFiltersPage(QWidget *parent)
+    : FolderSettingsPage(parent),
+      m_exclusions(new MaskListModel(this)),
+      m_excludeOsFiles(new QCheckBox(Velmora::tr("Exclude protected OS files (recommended) (&Y)"))),
+      m_formats(new FileFormatsModel(this)),
+      m_table(new QTableView)
+{
+    m_excludeOsFiles->setObjectName(QStringLiteral("excludeOsFiles"));
+    m_excludeOsFiles->setToolTip(Velmora::tr("Files that carry the system attribute are not shown"));
+    auto *column = new QVBoxLayout(this);
+    column->addWidget(makeExclusions(), 2);
+    column->addWidget(m_excludeOsFiles);
+    column->addSpacing(6);
+    column->addWidget(makeFormats(), 3);
+    for (const QAbstractItemModel *model :
+         {static_cast<QAbstractItemModel *>(m_exclusions), static_cast<QAbstractItemModel *>(m_formats)}) {
+        connect(model, &QAbstractItemModel::dataChanged, this, &SettingsPageBase::changed);
+        connect(model, &QAbstractItemModel::rowsInserted, this, &SettingsPageBase::changed);
+        connect(model, &QAbstractItemModel::rowsRemoved, this, &SettingsPageBase::changed);
+    }
+    connect(m_excludeOsFiles, &QCheckBox::toggled, this, &SettingsPageBase::changed);
+}
+
+void FolderOtherFiltersPage::load(const FolderSessionOptions &options)
+{
+    m_exclusions->setRules(options.otherExclude);
+    m_excludeOsFiles->setChecked(options.excludeOsFiles);
+    m_formats->setGroups(options.fileFormats);
+}
+
+void FolderOtherFiltersPage::store(FolderSessionOptions &options) const
+{
+    options.otherExclude = m_exclusions->rules();
+    options.excludeOsFiles = m_excludeOsFiles->isChecked();
+    options.fileFormats = m_formats->groups();
+}
+
+QWidget *FolderOtherFiltersPage::makeExclusions()
+{
+    m_editor = new RuleListEditor(*m_exclusions, QStringLiteral("otherExclude"),
+                                  {Velmora::tr("Files whose name matches the mask are not shown (Ins)"),
+                                   Velmora::tr("Edit the selected exclusion rule (F2)"),
+                                   Velmora::tr("Delete selected rules")});
+    m_editor->setButtonTexts(Velmora::tr("Add exclusion rule"), Velmora::tr("Delete selected rules"));
+    m_editor->allowManySelected();
+    connect(m_editor, &RuleListEditor::addRequested, this, [this] {
+        askForRule({}, [this](const QString &rule) {
+            m_exclusions->append(rule);
+            m_editor->selectRow(m_exclusions->rowCount() - 1);
+        });
+    });
+    connect(m_editor, &RuleListEditor::editRequested, this, [this](int row) {
+        askForRule(m_exclusions->rule(row), [this, row](const QString &rule) { m_exclusions->setRule(row, rule); });
+    });
+
+    auto *part = new QWidget;
+    auto *column = new QVBoxLayout(part);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto *label = new QLabel(Velmora::tr("Exclusion rules (&X):"));
+    label->setBuddy(&m_editor->list());
+    column->addWidget(label);
+    column->addWidget(m_editor);
+    return part;
+}
+
+QWidget *FolderOtherFiltersPage::makeFormats()
+{
+    m_table->setObjectName(QStringLiteral("fileFormats"));
+    m_table->setModel(m_formats);
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_table->setToolTip(Velmora::tr("While any format is checked, only files of checked formats are shown, beside "
+                                    "those that the include masks name"));
+    m_table->setShowGrid(false);
+    m_table->setTabKeyNavigation(false);
+    m_table->verticalHeader()->hide();
+    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_table->horizontalHeader()->setHighlightSections(false);
+    m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
+    m_table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    m_table->horizontalHeader()->setStretchLastSection(true);
+
+    auto *part = new QWidget;
+    auto *column = new QVBoxLayout(part);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto *label = new QLabel(Velmora::tr("Enabled file formats (&F):"));
+    label->setBuddy(m_table);
+    column->addWidget(label);
+    column->addWidget(m_table);
+    return part;
+}
+
+void FolderOtherFiltersPage::askForRule(const QString &rule, std::function<void(const QString &)> take)
+{
+    const QList<MaskDialog::Field> fields{{Velmora::tr("File mask:"), QStringLiteral("exclusionMask"), rule}};
+    auto *dialog = new MaskDialog(Velmora::tr("Exclusion rule"), MaskSyntax::Bracketed, fields, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, this, [dialog, take = std::move(take)] { take(dialog->masks().first()); });
+    dialog->open();
+}
+
+} // namespace velmora
