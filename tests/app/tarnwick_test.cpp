@@ -17,6 +17,7 @@
 #include <QStatusBar>
 #include <QTabBar>
 #include <QTemporaryDir>
+#include <QThread>
 #include <QTreeWidget>
 
 using namespace velmora;
@@ -401,7 +402,12 @@ Options...)"));
     {
         Shell shell;
         shell.window.showMinimized();
-        QVERIFY(handOver(singleInstanceServerName(), {QStringLiteral("velmora"), path("one"), path("two")}));
+        // From another thread, as from another process: this one must be free to read what that one writes.
+        const QStringList arguments = {QStringLiteral("velmora"), path("one"), path("two")};
+        const std::unique_ptr<QThread> other(
+            QThread::create([&arguments] { return handOver(singleInstanceServerName(), arguments); }));
+        other->start();
+        QTRY_VERIFY(other->isFinished());
         QTRY_COMPARE(shell.title(), QStringLiteral("one <-> two"));
         QVERIFY(shell.window.isVisible());
         QVERIFY(!shell.window.isMinimized());

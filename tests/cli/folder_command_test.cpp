@@ -116,7 +116,9 @@ private Q_SLOTS:
         row("l r --align a*", "\"a*\" is no pair of masks, LEFT=RIGHT");
         row("l r --format patch", "unknown format \"patch\"");
         row("l /no/folder", "/no/folder: there is no such folder");
+#ifdef Q_OS_UNIX
         row("/dev/null l", "/dev/null: is not a folder");
+#endif
     }
 
     void refusesWhatMakesNoSense()

@@ -315,7 +315,7 @@ private Q_SLOTS:
         QCOMPARE(f.dialogs.asked().last().text,
                  QStringLiteral(
                      "Files on disk were modified externally:\n  · Left: %1\n\nReload from disk before comparing?")
-                     .arg(left));
+                     .arg(QDir::toNativeSeparators(left)));
         QCOMPARE(outcome(ExternalChangeAnswer::KeepLoaded), QStringLiteral("0"));
         QCOMPARE(outcome(ExternalChangeAnswer::Reload), QStringLiteral("1"));
 
@@ -460,7 +460,8 @@ private Q_SLOTS:
         const QString nowhere = f.path(QStringLiteral("no such folder/report.html"));
         f.dialogs.answerPath(nowhere);
         f.session.onExportHtml();
-        QTRY_COMPARE(f.dialogs.asked().last().text, QStringLiteral("Cannot write file: %1").arg(nowhere));
+        QTRY_COMPARE(f.dialogs.asked().last().text,
+                     QStringLiteral("Cannot write file: %1").arg(QDir::toNativeSeparators(nowhere)));
     }
 
     void writesAPendingReportOnce()
@@ -472,7 +473,8 @@ private Q_SLOTS:
         f.compare(f.path(QStringLiteral("x")), f.path(QStringLiteral("y"))); // fails: the report still waits
         f.compare(file, file);
         QTRY_VERIFY(QFileInfo::exists(report));
-        QTRY_COMPARE(f.host.messages, QStringList{QStringLiteral("Report written: %1").arg(report)});
+        QTRY_COMPARE(f.host.messages,
+                     QStringList{QStringLiteral("Report written: %1").arg(QDir::toNativeSeparators(report))});
         QVERIFY(f.status().startsWith(QStringLiteral("Compare done")));
         QVERIFY(QFile::remove(report));
         f.compare(file, file);
