@@ -4,20 +4,27 @@
 #include "support/scripted_dialogs.h"
 
 #include <QAbstractButton>
+#include <QGroupBox>
+#include <QHash>
+#include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTest>
+
+#include <utility>
 
 namespace velmora::test {
 
-/// The settings dialog of a text comparison on the screen, with hands for its controls, which go by object name.
-class SettingsFixture {
+/// A settings dialog on the screen, with hands for its controls, which go by object name.
+template <typename Dialog>
+class SettingsHands {
 public:
-    explicit SettingsFixture(const TextSessionOptions &options = {}, int tab = TextSessionSettingsDialog::Specs)
-        : dialog(options, tab)
+    template <typename... Arguments>
+    explicit SettingsHands(Arguments &&...arguments) : dialog(std::forward<Arguments>(arguments)...)
     {
         dialog.open();
     }
@@ -25,7 +32,7 @@ public:
     template <typename Widget>
     Widget &get(const char *name, QWidget *in = nullptr)
     {
-        auto *widget = (in ? in : &dialog)->findChild<Widget *>(QLatin1String(name));
+        auto *widget = (in ? in : &dialog)->template findChild<Widget *>(QLatin1String(name));
         if (!widget)
             qFatal("no control is named %s", name);
         return *widget;
@@ -44,7 +51,7 @@ public:
     /// The window that a control has opened over the settings.
     QDialog *opened()
     {
-        const QList<QDialog *> windows = dialog.findChildren<QDialog *>();
+        const QList<QDialog *> windows = dialog.template findChildren<QDialog *>();
         for (QDialog *window : windows) {
             if (window->isVisible())
                 return window;
@@ -71,8 +78,55 @@ public:
         view.setFocus();
     }
 
+    /// What answers to a key that another control in sight answers to as well, over all tabs.
+    QStringList clashingMnemonics()
+    {
+        QStringList clashes;
+        auto &tabs = get<QTabWidget>("settingsTabs");
+        for (int tab = 0; tab < tabs.count(); ++tab) {
+            tabs.setCurrentIndex(tab);
+            QHash<QString, QString> taken;
+            for (const QString &text : textsInSight()) {
+                const QString key = QKeySequence::mnemonic(text).toString();
+                if (!key.isEmpty() && taken.contains(key))
+                    clashes.append(text);
+                taken.insert(key, text);
+            }
+            if (taken.size() < 3)
+                clashes.append(QLatin1String("no keys on tab ") + tabs.tabText(tab));
+        }
+        return clashes;
+    }
+
     ScriptedDialogs answers;
-    TextSessionSettingsDialog dialog;
+    Dialog dialog;
+
+private:
+    [[nodiscard]] QStringList textsInSight() const
+    {
+        QStringList texts;
+        for (const auto *button : dialog.template findChildren<QAbstractButton *>()) {
+            if (button->isVisible())
+                texts.append(button->text());
+        }
+        for (const auto *label : dialog.template findChildren<QLabel *>()) {
+            if (label->isVisible() && label->buddy())
+                texts.append(label->text());
+        }
+        for (const auto *box : dialog.template findChildren<QGroupBox *>()) {
+            if (box->isVisible())
+                texts.append(box->title());
+        }
+        return texts;
+    }
+};
+
+/// The settings dialog of a text comparison.
+class SettingsFixture : public SettingsHands<TextSessionSettingsDialog> {
+public:
+    explicit SettingsFixture(const TextSessionOptions &options = {}, int tab = TextSessionSettingsDialog::Specs)
+        : SettingsHands(options, tab)
+    {}
 };
 
 } // namespace velmora::test

@@ -1,0 +1,323 @@
+#include "core/settings_store.h"
+#include "settings/dialogs/folder_session_settings_dialog.h"
+#include "settings/options/folder_presets.h"
+#include "settings/options/kept_copies.h"
+#include "settings/settings_fixture.h"
+#include "support/test_main.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QPlainTextEdit>
+#include <QSpinBox>
+#include <QTableView>
+
+using namespace velmora;
+using Hands = velmora::test::SettingsHands<FolderSessionSettingsDialog>;
+
+namespace {
+
+/// Options of which no field has its default value.
+FolderSessionOptions unusualOptions()
+{
+    FolderSessionOptions options;
+    options.leftReadOnly = true;
+    options.rightReadOnly = true;
+    options.includeFiles = {QStringLiteral("*.cpp"), QStringLiteral("a;b")};
+    options.excludeFiles = {QStringLiteral(" *.o "), QString()};
+    options.includeFolders = {QStringLiteral("src[")};
+    options.excludeFolders = {QStringLiteral(".git"), QStringLiteral("a/b")};
+    options.otherExclude = {QStringLiteral("~*"), QStringLiteral("[")};
+    options.excludeOsFiles = false;
+    options.alignOverrides = {{QStringLiteral("*.c"), QStringLiteral("*.cpp")}, {QStringLiteral("x"), QString()}};
+    options.compareBasis = 2;
+    options.timeToleranceSec = 90;
+    options.showLogPanel = false;
+    options.showFilterBar = false;
+    options.fileFormats = {{QStringLiteral("Notes"), QStringLiteral("*.md;*.txt"), true},
+                           {QStringLiteral("Logs"), QStringLiteral("*.log"), false}};
+    return options;
+}
+
+FolderSettingsStore storeOf(QSettings &settings)
+{
+    return FolderSettingsStore(settings);
+}
+
+QStringList menuEntries(Hands &f)
+{
+    QMenu *menu = f.get<QPushButton>("applyPreset").menu();
+    Q_EMIT menu->aboutToShow();
+    QStringList names;
+    for (const QAction *action : menu->actions()) {
+        if (!action->isSeparator())
+            names.append(action->text());
+    }
+    return names;
+}
+
+} // namespace
+
+class FolderSessionSettingsDialogTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { SessionSettings().clear(); }
+
+    void shownOptionsComeBackAsTheyWere()
+    {
+        QVERIFY(Hands(unusualOptions()).dialog.options() == unusualOptions());
+        QVERIFY(Hands(FolderSessionOptions()).dialog.options() == FolderSessionOptions());
+        // What files may hold and no control can show.
+        FolderSessionOptions strange;
+        strange.compareBasis = -7;
+        strange.timeToleranceSec = 4000;
+        QVERIFY(Hands(strange).dialog.options() == strange);
+        strange.timeToleranceSec = -1;
+        QVERIFY(Hands(strange).dialog.options() == strange);
+    }
+
+    /// Every control sets its own field, and no other.
+    void everyControlSetsItsField()
+    {
+        Hands f(FolderSessionOptions{});
+        FolderSessionOptions expected;
+        for (const char *box : {"leftReadOnly", "rightReadOnly", "excludeOsFiles", "showLogPanel", "showFilterBar"})
+            f.click(box);
+        expected.leftReadOnly = expected.rightReadOnly = true;
+        expected.excludeOsFiles = expected.showLogPanel = expected.showFilterBar = false;
+        f.get<QComboBox>("compareBasis").setCurrentText(QStringLiteral("Binary compare (N)"));
+        expected.compareBasis = 2;
+        auto &tolerance = f.get<QSpinBox>("timeTolerance");
+        tolerance.setValue(3601);
+        QCOMPARE(tolerance.text(), QStringLiteral("3600 sec"));
+        tolerance.setValue(2);
+        expected.timeToleranceSec = 2;
+        f.type("includeFiles", QStringLiteral(" *.h ;; *.cpp;"));
+        f.type("excludeFiles", QStringLiteral("b"));
+        f.type("includeFolders", QStringLiteral("c"));
+        f.type("excludeFolders", QStringLiteral("d"));
+        expected.includeFiles = {QStringLiteral("*.h"), QStringLiteral("*.cpp")};
+        expected.excludeFiles = {QStringLiteral("b")};
+        expected.includeFolders = {QStringLiteral("c")};
+        expected.excludeFolders = {QStringLiteral("d")};
+        QVERIFY(f.dialog.options() == expected);
+
+        f.click("clearFilters");
+        for (QStringList FolderSessionOptions::*masks :
+             {&FolderSessionOptions::includeFiles, &FolderSessionOptions::excludeFiles,
+              &FolderSessionOptions::includeFolders, &FolderSessionOptions::excludeFolders})
+            (expected.*masks).clear();
+        QVERIFY(f.dialog.options() == expected);
+    }
+
+    void masksAreJudgedWhileTheyAreTyped()
+    {
+        Hands f(FolderSessionOptions{}, SessionPaths{}, FolderSessionSettingsDialog::NameFilters);
+        auto &verdict = f.get<QLabel>("excludeFilesVerdict");
+        auto &line = f.get<QLineEdit>("excludeFiles");
+        line.setFocus();
+        QTest::keyClicks(&line, QStringLiteral("*.o;[ab"));
+        QVERIFY(verdict.text().contains(QStringLiteral("\"[ab\"")));
+        QVERIFY(f.get<QLabel>("includeFilesVerdict").text().isEmpty());
+        QTest::keyClicks(&line, QStringLiteral("]"));
+        QCOMPARE(verdict.text(), QString());
+        QTest::keyClicks(&line, QStringLiteral(";out/*"));
+        QVERIFY(verdict.text().contains(QStringLiteral("\"out/*\"")));
+    }
+
+    void exclusionRulesAreAddedEditedAndDeletedTogether()
+    {
+        Hands f(FolderSessionOptions{}, SessionPaths{}, FolderSessionSettingsDialog::OtherFilters);
+        QCOMPARE(f.get<QPushButton>("otherExcludeAdd").text(), QStringLiteral("Add exclusion rule"));
+        QVERIFY(!f.get<QPushButton>("otherExcludeRemove").isEnabled());
+        for (const char *mask : {"*.bak", "*.tmp", "*.old"}) {
+            f.click("otherExcludeAdd");
+            QVERIFY(!f.get<QPushButton>("settingsOk", f.opened()).isEnabled());
+            f.type("exclusionMask", QStringLiteral("["), f.opened());
+            QVERIFY(!f.get<QPushButton>("settingsOk", f.opened()).isEnabled());
+            f.type("exclusionMask", QLatin1Char(' ') + QLatin1String(mask), f.opened());
+            f.click("settingsOk", f.opened());
+            QTRY_VERIFY(!f.opened());
+        }
+        f.select("otherExcludeList", 1);
+        f.click("otherExcludeEdit");
+        QCOMPARE(f.get<QLineEdit>("exclusionMask", f.opened()).text(), QStringLiteral("*.tmp"));
+        f.type("exclusionMask", QStringLiteral("*.temp"), f.opened());
+        f.click("settingsOk", f.opened());
+        QCOMPARE(f.dialog.options().otherExclude,
+                 QStringList({QStringLiteral("*.bak"), QStringLiteral("*.temp"), QStringLiteral("*.old")}));
+
+        auto &list = f.get<QListView>("otherExcludeList");
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(0, 0)).center());
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier,
+                          list.visualRect(list.model()->index(2, 0)).center());
+        QVERIFY(!f.get<QPushButton>("otherExcludeEdit").isEnabled());
+        QCOMPARE(f.get<QPushButton>("otherExcludeRemove").text(), QStringLiteral("Delete selected rules"));
+        f.click("otherExcludeRemove");
+        QCOMPARE(f.dialog.options().otherExclude, QStringList(QStringLiteral("*.temp")));
+    }
+
+    void fileFormatsAreCheckedInTheirTable()
+    {
+        Hands f(FolderSessionOptions{}, SessionPaths{}, FolderSessionSettingsDialog::OtherFilters);
+        auto &table = f.get<QTableView>("fileFormats");
+        const QAbstractItemModel &model = *table.model();
+        QCOMPARE(model.headerData(0, Qt::Horizontal).toString(), QStringLiteral("Name"));
+        QCOMPARE(model.headerData(1, Qt::Horizontal).toString(), QStringLiteral("Mask"));
+        QCOMPARE(model.rowCount(), int(defaultFileFormats().size()));
+        QCOMPARE(model.index(2, 1).data().toString(), QStringLiteral("*.csv"));
+        table.setCurrentIndex(model.index(2, 0));
+        QTest::keyClick(&table, Qt::Key_Space);
+        FolderSessionOptions expected;
+        expected.fileFormats[2].on = true;
+        QVERIFY(f.dialog.options() == expected);
+        QTest::keyClick(&table, Qt::Key_Space);
+        QVERIFY(f.dialog.options() == FolderSessionOptions());
+    }
+
+    void alignmentOverridesAreAddedEditedMovedAndRemoved()
+    {
+        FolderSessionOptions options;
+        options.alignOverrides = {{QStringLiteral("a%2"), QStringLiteral("b")}};
+        Hands f(options, SessionPaths{}, FolderSessionSettingsDialog::Handling);
+        QCOMPARE(f.rows("alignOverridesList"), QStringList(QStringLiteral("a%2  <->  b")));
+        f.click("alignOverridesAdd");
+        QCOMPARE(f.opened()->windowTitle(), QStringLiteral("Alignment override"));
+        f.type("alignLeftMask", QStringLiteral("*.[c"), f.opened());
+        QVERIFY(!f.get<QPushButton>("settingsOk", f.opened()).isEnabled());
+        f.type("alignRightMask", QStringLiteral("x/y"), f.opened());
+        QVERIFY(!f.get<QPushButton>("settingsOk", f.opened()).isEnabled());
+        f.type("alignRightMask", QStringLiteral("*.h"), f.opened());
+        f.click("settingsOk", f.opened());
+        f.click("alignOverridesUp");
+        const QList<ManualAlignRule> wanted{{QStringLiteral("*.[c"), QStringLiteral("*.h")},
+                                            {QStringLiteral("a%2"), QStringLiteral("b")}};
+        QVERIFY(f.dialog.options().alignOverrides == wanted);
+        QTest::keyClick(&f.get<QListView>("alignOverridesList"), Qt::Key_Delete);
+        QVERIFY(f.dialog.options() == options);
+    }
+
+    void builtInPresetsChangeWhatTheyNameAndNothingElse()
+    {
+        for (const FolderPreset &preset : folderPresets()) {
+            Hands f(unusualOptions());
+            f.choose("applyPreset", QLatin1String(preset.name));
+            FolderSessionOptions expected = unusualOptions();
+            QVERIFY(applyFolderPreset(QLatin1String(preset.name), expected));
+            QVERIFY2(f.dialog.options() == expected, preset.name);
+            QCOMPARE(f.preset(), QLatin1String("Preset: ") + QLatin1String(preset.menuText));
+            QCOMPARE(f.get<QLabel>("settingsModified").text(), QString());
+        }
+        QCOMPARE(Hands(FolderSessionOptions{}).preset(), QStringLiteral("Preset: Custom"));
+    }
+
+    void presetsAreMadeLoadedReplacedAndDeleted()
+    {
+        const QString name = QStringLiteral("Build & test");
+        {
+            Hands f(unusualOptions());
+            f.get<QPlainTextEdit>("description").setPlainText(QStringLiteral("for the night"));
+            f.answers.answerText(QLatin1Char(' ') + name);
+            f.click("addPreset");
+            QCOMPARE(f.answers.asked().last().text, QStringLiteral("Preset name:"));
+            QCOMPARE(f.preset(), QLatin1String("Preset: ") + name);
+            const QString modified = f.get<QLabel>("settingsModified").text();
+            const QString format = QStringLiteral("'Last modified: 'yyyy/M/d h:mm:ss");
+            const QDateTime shown = QDateTime::fromString(modified, format);
+            QVERIFY2(qAbs(shown.secsTo(QDateTime::currentDateTime())) < 60, qPrintable(modified));
+            f.click("showLogPanel");
+            QVERIFY(f.preset() != QLatin1String("Preset: ") + name);
+            f.dialog.reject(); // a preset stays all the same
+        }
+        Hands f(FolderSessionOptions{});
+        QCOMPARE(menuEntries(f).mid(3),
+                 QStringList({QStringLiteral("Build && test"), QStringLiteral("Delete preset")}));
+        f.choose("applyPreset", name);
+        QVERIFY(f.dialog.options() == unusualOptions());
+        QCOMPARE(f.get<QPlainTextEdit>("description").toPlainText(), QStringLiteral("for the night"));
+
+        f.click("leftReadOnly");
+        for (const int answer : {0, 1}) {
+            f.answers.answerText(name);
+            f.answers.answerNumber(answer);
+            f.click("addPreset");
+            SessionSettings settings;
+            QCOMPARE(storeOf(settings).preset(name)->options.leftReadOnly, answer == 0);
+        }
+        f.answers.answerText(QStringLiteral("  "));
+        f.click("addPreset");
+        QCOMPARE(menuEntries(f).size(), 5);
+
+        for (const int answer : {0, 1}) {
+            f.answers.answerNumber(answer);
+            f.choose("applyPreset", QLatin1String("delete ") + name);
+            QCOMPARE(menuEntries(f).contains(QStringLiteral("Build && test")), answer == 0);
+        }
+        QCOMPARE(menuEntries(f).size(), 3);
+    }
+
+    void defaultsAreStoredOnlyWhenChosen()
+    {
+        SessionSettings settings;
+        {
+            Hands f(unusualOptions());
+            f.click("settingsOk");
+            QVERIFY(storeOf(settings).defaults().options == FolderSessionOptions());
+        }
+        Hands f(unusualOptions());
+        auto &scope = f.get<QComboBox>("settingsScope");
+        QCOMPARE(scope.itemText(0), QStringLiteral("Only for this view"));
+        scope.setCurrentText(QStringLiteral("Save as default settings"));
+        f.get<QPlainTextEdit>("description").setPlainText(QStringLiteral("mine"));
+        f.dialog.reject();
+        QVERIFY(storeOf(settings).defaults().options == FolderSessionOptions());
+        f.dialog.open();
+        f.click("settingsOk");
+        settings.sync();
+        QVERIFY(storeOf(settings).defaults().options == unusualOptions());
+        Hands again(unusualOptions());
+        QCOMPARE(again.preset(), QStringLiteral("Preset: Default settings"));
+        QCOMPARE(again.get<QPlainTextEdit>("description").toPlainText(), QStringLiteral("mine"));
+    }
+
+    void keptCopiesAreSetForAllSessions()
+    {
+        {
+            Hands f(FolderSessionOptions{}, SessionPaths{}, FolderSessionSettingsDialog::Misc);
+            f.get<QSpinBox>("keptCopiesSize").setValue(0);
+            QVERIFY(!f.get<QSpinBox>("keptCopiesDays").isEnabled());
+            f.get<QSpinBox>("keptCopiesSize").setValue(3000);
+            f.get<QSpinBox>("keptCopiesDays").setValue(7);
+            f.dialog.reject();
+            QVERIFY(loadKeptCopies(SessionSettings()) == KeptCopies());
+            f.dialog.accept();
+        }
+        SessionSettings settings;
+        QVERIFY(loadKeptCopies(settings) == (KeptCopies{qint64(3000) * 1024 * 1024, 7}));
+        settings.setValue(QStringLiteral("FolderCompare/KeptCopies/bytes"), QStringLiteral("-5"));
+        settings.setValue(QStringLiteral("FolderCompare/KeptCopies/days"), QStringLiteral("x"));
+        QVERIFY(loadKeptCopies(settings) == KeptCopies());
+    }
+
+    void opensAtTheTabAskedFor()
+    {
+        for (const auto &[asked, shown] : {std::pair(5, 5), std::pair(0, 0), std::pair(-1, 0), std::pair(6, 0)}) {
+            Hands f(FolderSessionOptions{}, SessionPaths{}, asked);
+            QCOMPARE(f.get<QTabWidget>("settingsTabs").currentIndex(), shown);
+        }
+        Hands f(FolderSessionOptions{});
+        QCOMPARE(f.dialog.windowTitle(), QStringLiteral("Session settings — folder compare"));
+        QStringList titles;
+        for (int tab = 0; tab < f.get<QTabWidget>("settingsTabs").count(); ++tab)
+            titles.append(f.get<QTabWidget>("settingsTabs").tabText(tab));
+        QCOMPARE(titles.join(u'|'), QStringLiteral("Spec|Compare|Handling|Name filters|Other filters|Misc"));
+    }
+
+    void mnemonicsAreUniqueOnEveryTab()
+    {
+        Hands f(FolderSessionOptions{});
+        QCOMPARE(f.clashingMnemonics(), QStringList());
+    }
+};
+
+VELMORA_TEST(FolderSessionSettingsDialogTest)
+#include "folder_session_settings_dialog_test.moc"
