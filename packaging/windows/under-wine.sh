@@ -10,6 +10,8 @@ wine=/usr/lib/wine/wine64
 
 export WINEPREFIX=${WINEPREFIX:-$project/build/wine}
 export WINEARCH=win64
+# Tests may write into the registry's current user, who is nobody here.
+export VELMORA_THROWAWAY_PROFILE=1
 # Wine's own messages would mix with the program's. Neither Mono nor Gecko is needed, which it would offer to download, and a
 # test must not put entries into the menus of whoever runs it.
 export WINEDEBUG=${WINEDEBUG:--all}

@@ -1,5 +1,4 @@
 #include "app/single_instance.h"
-#include "core/settings_store.h"
 #include "support/test_main.h"
 
 #include <QLocalSocket>
@@ -55,6 +54,8 @@ private Q_SLOTS:
     {
         m_home = std::make_unique<QTemporaryDir>();
         QVERIFY(m_home->isValid());
+        if (hasProfile())
+            forget();
         qputenv("USERNAME", "velmora-program-" + QByteArray::number(QCoreApplication::applicationPid()));
     }
 
@@ -69,16 +70,16 @@ private Q_SLOTS:
 
     void aSecondStartHandsOver()
     {
-        if (!InterfaceSettings().fileName().endsWith(QLatin1String(".conf")))
-            QSKIP("this system keeps settings where no profile of a test's own can be given");
+        if (!hasProfile())
+            QSKIP("the settings of whoever runs this would be written to");
         Program first(*m_home);
         first.start({});
         QTRY_VERIFY_WITH_TIMEOUT(isListening(), 20000);
         Program second(*m_home);
         QCOMPARE(second.run({QStringLiteral("one"), QStringLiteral("--folder"), QStringLiteral("two")}), 0);
         // The first one opened the tab: it is in the history of their profile, with the paths of the second's folder.
-        const QString expected = QStringLiteral("leftPath=%1/one").arg(QFileInfo(m_home->path()).canonicalFilePath());
-        QTRY_VERIFY(profile().contains(expected.toUtf8()));
+        const QString expected = QFileInfo(m_home->path()).canonicalFilePath() + QStringLiteral("/one");
+        QTRY_VERIFY(stored("Tarnwick").contains(expected.toUtf8()));
         QCOMPARE(first.process.state(), QProcess::Running);
 
         // After a crash the next start does not wait for the dead, and is heard in its place.
@@ -88,7 +89,21 @@ private Q_SLOTS:
         third.start({});
         QTRY_VERIFY_WITH_TIMEOUT(isListening(), 20000);
         QCOMPARE(second.run({QStringLiteral("three"), QStringLiteral("four")}), 0);
-        QTRY_VERIFY(profile().contains("/three"));
+        QTRY_VERIFY(stored("Tarnwick").contains("/three"));
+    }
+
+    void keepsTwoStoresOfSettings()
+    {
+        if (!hasProfile())
+            QSKIP("the settings of whoever runs this would be written to");
+        Program program(*m_home);
+        program.start(
+            {QStringLiteral("--theme"), QStringLiteral("dark"), QStringLiteral("--lang"), QStringLiteral("zh")});
+        QTRY_VERIFY_WITH_TIMEOUT(isListening(), 20000);
+        QVERIFY(stored("Ostrafen").contains("theme"));
+        QVERIFY(!stored("Tarnwick").contains("theme"));
+        QVERIFY(stored("Tarnwick").contains("zh_CN"));
+        QVERIFY(!stored("Ostrafen").contains("zh_CN"));
     }
 
 private:
@@ -99,11 +114,48 @@ private:
         return socket.waitForConnected(100);
     }
 
-    [[nodiscard]] QByteArray profile() const
+#ifdef Q_OS_WIN
+    /// Programs write to the registry of the person who starts them, which only a runner may allow that throws it away.
+    [[nodiscard]] static bool hasProfile()
     {
-        QFile file(m_home->filePath(QStringLiteral("Tarnwick/Tarnwick.conf")));
+        return qEnvironmentVariableIsSet("VELMORA_THROWAWAY_PROFILE");
+    }
+
+    [[nodiscard]] static QByteArray registry(const QStringList &arguments)
+    {
+        QProcess process;
+        process.start(QStringLiteral("reg"), arguments);
+        return process.waitForFinished() ? process.readAllStandardOutput() : QByteArray();
+    }
+
+    /// What the registry shows of a store.
+    [[nodiscard]] QByteArray stored(const char *store) const
+    {
+        return registry({QStringLiteral("query"), QStringLiteral("HKCU\\Software\\%1\\%1").arg(QLatin1String(store)),
+                         QStringLiteral("/s")});
+    }
+
+    static void forget()
+    {
+        for (const char *store : {"Tarnwick", "Ostrafen"})
+            registry({QStringLiteral("delete"), QStringLiteral("HKCU\\Software\\") + QLatin1String(store),
+                      QStringLiteral("/f")});
+    }
+#else
+    [[nodiscard]] static bool hasProfile()
+    {
+        return true;
+    }
+
+    /// The file of a store.
+    [[nodiscard]] QByteArray stored(const char *store) const
+    {
+        QFile file(m_home->filePath(QStringLiteral("%1/%1.conf").arg(QLatin1String(store))));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
+
+    static void forget() {}
+#endif
 
     std::unique_ptr<QTemporaryDir> m_home;
 };

@@ -322,8 +322,9 @@ private Q_SLOTS:
         QFile::remove(right);
         f.file(QStringLiteral("a"), "1\n2\n3\n");
         QCOMPARE(outcome(ExternalChangeAnswer::Cancel), QStringLiteral("not compared"));
-        QVERIFY(
-            f.dialogs.asked().last().text.contains(QStringLiteral("  · Left: %1\n  · Right: %2\n").arg(left, right)));
+        QVERIFY(f.dialogs.asked().last().text.contains(
+            QStringLiteral("  · Left: %1\n  · Right: %2\n")
+                .arg(QDir::toNativeSeparators(left), QDir::toNativeSeparators(right))));
     }
 
     void reloadsWithoutAsking()
