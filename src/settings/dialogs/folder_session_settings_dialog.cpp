@@ -247,6 +247,7 @@ void FolderSessionSettingsDialog::showPreset()
         saved.isValid()
             ? Velmora::tr("Last modified: %1").arg(saved.toLocalTime().toString(QStringLiteral("yyyy/M/d h:mm:ss")))
             : QString());
+    m_modified->setVisible(saved.isValid());
 }
 
 FolderSessionSettingsDialog::NamedSet
