@@ -121,7 +121,7 @@ private:
         return qEnvironmentVariableIsSet("VELMORA_THROWAWAY_PROFILE");
     }
 
-    [[nodiscard]] static QByteArray registry(const QStringList &arguments)
+    static QByteArray registry(const QStringList &arguments)
     {
         QProcess process;
         process.start(QStringLiteral("reg"), arguments);
