@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <optional>
 #include <utility>
 
 namespace velmora {
@@ -17,12 +16,12 @@ class KeyUnits {
 public:
     explicit KeyUnits(QStringView name) : m_name(name) {}
 
-    [[nodiscard]] bool atEnd() const { return m_at >= m_name.size() && !m_queued && m_digits == 0; }
+    [[nodiscard]] bool atEnd() const { return m_at >= m_name.size() && !m_hasQueued && m_digits == 0; }
 
     [[nodiscard]] char16_t next()
     {
-        if (m_queued)
-            return *std::exchange(m_queued, std::nullopt);
+        if (std::exchange(m_hasQueued, false))
+            return m_queued;
         if (m_digits > 0) {
             --m_digits;
             return char16_t(u'0' + digitAt(m_at++));
@@ -43,7 +42,7 @@ private:
         while (end < m_name.size() && m_name.at(end).isDigit())
             ++end;
         m_digits = end - m_at;
-        m_queued = char16_t(std::min<qsizetype>(m_digits, std::numeric_limits<char16_t>::max()));
+        queue(char16_t(std::min<qsizetype>(m_digits, std::numeric_limits<char16_t>::max())));
         return u'0';
     }
 
@@ -55,14 +54,21 @@ private:
         if (!unit.isHighSurrogate() || m_at == m_name.size() || !m_name.at(m_at).isLowSurrogate())
             return unit.toCaseFolded().unicode();
         const char32_t point = QChar::toCaseFolded(QChar::surrogateToUcs4(unit, m_name.at(m_at++)));
-        m_queued = QChar::lowSurrogate(point);
+        queue(QChar::lowSurrogate(point));
         return QChar::highSurrogate(point);
+    }
+
+    void queue(char16_t unit)
+    {
+        m_queued = unit;
+        m_hasQueued = true;
     }
 
     QStringView m_name;
     qsizetype m_at = 0;
-    qsizetype m_digits = 0;           ///< of the number that is being given out
-    std::optional<char16_t> m_queued; ///< the unit that comes next, where one step gave two
+    qsizetype m_digits = 0; ///< of the number that is being given out
+    char16_t m_queued = 0;  ///< the unit that comes next, where one step gave two
+    bool m_hasQueued = false;
 };
 
 } // namespace
