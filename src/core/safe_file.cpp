@@ -1,5 +1,8 @@
 #include "core/safe_file.h"
 
+#include "core/save_probe.h"
+#include "platform/saved_file.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -33,6 +36,28 @@ QString errorOf(const QFileDevice &file)
     return file.error() != QFileDevice::NoError ? file.errorString() : systemWords(std::errc::operation_canceled);
 }
 
+SaveProbe installedProbe;
+
+bool mayTake(SaveStep step)
+{
+    return !installedProbe || installedProbe(step);
+}
+
+/// Fails where the probe says so.
+class ReplacingFile final : public QSaveFile {
+public:
+    using QSaveFile::QSaveFile;
+
+protected:
+    qint64 writeData(const char *data, qint64 length) override
+    {
+        if (mayTake(SaveStep::Write))
+            return QSaveFile::writeData(data, length);
+        cancelWriting();
+        return -1;
+    }
+};
+
 SaveResult writeInPlace(const QString &path, const std::function<bool(QIODevice &)> &write)
 {
     QFile file(path);
@@ -41,7 +66,31 @@ SaveResult writeInPlace(const QString &path, const std::function<bool(QIODevice 
     return {};
 }
 
+/// Does all but the last step; an error when one of them failed.
+SaveResult prepare(ReplacingFile &file, const QString &target, const std::function<bool(QIODevice &)> &write)
+{
+    if (!mayTake(SaveStep::Open))
+        return {systemWords(std::errc::io_error)};
+    if (!file.open(QIODevice::WriteOnly) || !write(file))
+        return {errorOf(file)};
+    // QSaveFile passes over an error here, although a full disk may show itself only now.
+    if (!mayTake(SaveStep::Flush) || !file.flush())
+        return {errorOf(file)};
+    if (const QString error = bringToDisk(file); !error.isEmpty())
+        return {error};
+    if (!mayTake(SaveStep::Access))
+        return {systemWords(std::errc::operation_not_permitted)};
+    if (const QString error = takeAfter(file, target); !error.isEmpty())
+        return {error};
+    return mayTake(SaveStep::Replace) ? SaveResult() : SaveResult{systemWords(std::errc::permission_denied)};
+}
+
 } // namespace
+
+void installSaveProbe(SaveProbe probe)
+{
+    installedProbe = std::move(probe);
+}
 
 SaveResult saveFile(const QString &path, const std::function<bool(QIODevice &)> &write)
 {
@@ -53,13 +102,16 @@ SaveResult saveFile(const QString &path, const std::function<bool(QIODevice &)> 
     if (info.exists() && !info.isFile())
         return writeInPlace(path, write);
 
-    QSaveFile file(linkEnd(path));
-    if (!file.open(QIODevice::WriteOnly) || !write(file)) {
-        const SaveResult failed{errorOf(file)};
+    const QString target = linkEnd(path);
+    ReplacingFile file(target);
+    if (const SaveResult prepared = prepare(file, target, write); !prepared.ok()) {
         file.cancelWriting();
-        return failed;
+        return prepared;
     }
-    return file.commit() ? SaveResult() : SaveResult{errorOf(file)};
+    if (!file.commit())
+        return {errorOf(file)};
+    bringNameToDisk(target);
+    return {};
 }
 
 SaveResult saveFile(const QString &path, const QByteArray &bytes)

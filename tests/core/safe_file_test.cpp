@@ -1,10 +1,20 @@
 #include "core/html.h"
 #include "core/safe_file.h"
+#include "core/save_probe.h"
 #include "support/test_main.h"
 
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QTemporaryDir>
+
+#ifdef Q_OS_UNIX
+#include <csignal>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
 
 using namespace velmora;
 
@@ -51,6 +61,86 @@ private Q_SLOTS:
         QCOMPARE(contentsOf(m_path), QByteArray("one"));
         QCOMPARE(entries(), QStringList{QStringLiteral("file")});
     }
+
+    void aStepThatFailsLeavesTheFileAlone_data()
+    {
+        QTest::addColumn<bool>("exists");
+        QTest::newRow("replaced") << true;
+        QTest::newRow("new") << false;
+    }
+
+    /// Lets the first step fail, then the second, and so on until all succeed.
+    void aStepThatFailsLeavesTheFileAlone()
+    {
+        QFETCH(bool, exists);
+        const auto uninstall = qScopeGuard([] { installSaveProbe({}); });
+        if (exists)
+            QVERIFY(saveFile(m_path, "old").ok());
+        const QStringList before = entries();
+        QList<SaveStep> failed;
+        for (int good = 0;; ++good) {
+            int left = good;
+            SaveStep last = SaveStep::Open;
+            installSaveProbe([&left, &last](SaveStep step) {
+                last = step;
+                return left-- > 0;
+            });
+            const SaveResult saved = saveFile(
+                m_path, [](QIODevice &device) { return device.write("first ") == 6 && device.write("second") == 6; });
+            if (saved.ok())
+                break;
+            failed.append(last);
+            QCOMPARE(entries(), before);
+            QCOMPARE(contentsOf(m_path), exists ? QByteArray("old") : QByteArray("(unreadable)"));
+            QVERIFY2(good < 20, "never succeeds");
+        }
+        QCOMPARE(contentsOf(m_path), QByteArray("first second"));
+        QCOMPARE(entries(), QStringList{QStringLiteral("file")});
+        QCOMPARE(failed, (QList<SaveStep>{SaveStep::Open, SaveStep::Write, SaveStep::Write, SaveStep::Flush,
+                                          SaveStep::Access, SaveStep::Replace}));
+    }
+
+#ifdef Q_OS_UNIX
+    /// A limit on the size of files stands in for a disk that is full at any byte.
+    void aFullDiskLeavesTheFileAlone()
+    {
+        QVERIFY(saveFile(m_path, "old").ok());
+        struct rlimit usual = {};
+        QCOMPARE(getrlimit(RLIMIT_FSIZE, &usual), 0);
+        const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
+        const auto restore = qScopeGuard([&usual, ignored] {
+            setrlimit(RLIMIT_FSIZE, &usual);
+            std::signal(SIGXFSZ, ignored);
+        });
+        const QByteArray bytes(300'000, 'x');
+        for (const rlim_t room : {1, 4096, 16'384, 100'000, 299'999}) {
+            struct rlimit limit = usual;
+            limit.rlim_cur = room;
+            QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
+            const SaveResult saved = saveFile(m_path, bytes);
+            setrlimit(RLIMIT_FSIZE, &usual);
+            QVERIFY(!saved.ok());
+            QCOMPARE(contentsOf(m_path), QByteArray("old"));
+            QCOMPARE(entries(), QStringList{QStringLiteral("file")});
+        }
+        QVERIFY(saveFile(m_path, bytes).ok());
+    }
+
+    void keepsOwnerAndAllAccessBits()
+    {
+        QVERIFY(saveFile(m_path, "old").ok());
+        const QByteArray name = QFile::encodeName(m_path);
+        const bool mayGiveAway = ::geteuid() == 0;
+        if (mayGiveAway)
+            QCOMPARE(::chown(name.constData(), 12'345, 12'346), 0);
+        QCOMPARE(::chmod(name.constData(), 02751), 0);
+        QVERIFY(saveFile(m_path, "new").ok());
+        struct stat after = {};
+        QCOMPARE(::stat(name.constData(), &after), 0);
+        QCOMPARE(after.st_mode & 07777, mode_t(02751));
+        QVERIFY(!mayGiveAway || (after.st_uid == 12'345 && after.st_gid == 12'346));
+    }
+#endif
 
     void aLinkStaysALink()
     {

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+class QFileDevice;
+
+namespace velmora {
+
+/// Gives `file`, which will take the place of the file at `target`, that one's owner, group and access bits as far as
+/// this user may give them. Does nothing when there is no such file, or where a file has them from its folder. Returns
+/// the system's own words when the access bits cannot be set, empty otherwise. Precondition: `file` is open.
+[[nodiscard]] QString takeAfter(QFileDevice &file, const QString &target);
+
+/// Waits until what was written to `file` is on the disk; returns the system's own words when it cannot be brought
+/// there, empty otherwise, also where the file system knows no such request. Precondition: `file` is open and flushed.
+[[nodiscard]] QString bringToDisk(QFileDevice &file);
+
+/// Asks that the name under which a file was replaced at `path` is on the disk, too.
+void bringNameToDisk(const QString &path);
+
+} // namespace velmora
