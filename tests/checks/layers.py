@@ -15,7 +15,7 @@ FLOORS = [
     r"platform",
     r"core",
     r"settings/options",
-    r"(.*/)?engine",
+    r"(.*/)?engine|text/syntax",
     r"cli",
     r"session",
     r"settings/dialogs",
@@ -40,6 +40,8 @@ def room(path):
     parts = path.split("/")[:-1]
     if "engine" in parts:
         return "/".join(parts[: parts.index("engine") + 1])
+    if parts[:2] == ["text", "syntax"]:
+        return "text/syntax"
     return "/".join(parts[: 2 if parts and parts[0] in ("settings", "folder", "filetypes") else 1])
 
 

@@ -1,0 +1,102 @@
+#include "support/test_main.h"
+#include "text/syntax/syntax_reader.h"
+#include "text_syntax/syntax_pictures.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+using namespace velmora;
+
+namespace {
+
+QByteArray withRule(const char *rule)
+{
+    return QByteArrayLiteral(R"({"name": "X", "rules": [)") + rule + QByteArrayLiteral("]}");
+}
+
+bool write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+} // namespace
+
+class SyntaxReaderTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void damagedDefinitionsAreRefused_data()
+    {
+        QTest::addColumn<QByteArray>("json");
+        QTest::addColumn<QString>("complaint");
+        const auto row = [](const char *name, const QByteArray &json, const char *complaint) {
+            QTest::newRow(name) << json << QString::fromLatin1(complaint);
+        };
+        row("empty", {}, "definition: ");
+        row("cut off", R"({"name": "X", "rules": [)", "definition: ");
+        row("array", "[]", "not a JSON object");
+        row("no name", "{}", "has no name");
+        row("unknown key", R"({"name": "X", "colour": 1})", "unknown key \"colour\"");
+        row("wrong type", R"({"name": "X", "ignoreCase": "yes"})", "\"ignoreCase\" is of the wrong type");
+        row("rule without start", withRule(R"({"role": "comment"})"), "has no start");
+        row("empty start", withRule(R"({"start": "", "role": "comment"})"), "begins with an ASCII character");
+        row("unknown role", withRule(R"({"start": "x", "role": "commnet"})"), "rules[0]: \"commnet\"");
+        row("unknown role of words", R"({"name": "X", "words": {"keywords": "a"}})", "unknown role \"keywords\"");
+        row("rule that is no object", withRule("1"), "rules[0]: not an object");
+        row("unknown rule key", withRule(R"({"start": "x", "end": "y"})"), "unknown key \"end\"");
+        row("long escape", withRule(R"({"start": "x", "to": "y", "escape": "ab"})"), "one character");
+        row("must close without end", withRule(R"({"start": "x", "mustClose": true})"), "has no end");
+        row("number out of range", withRule(R"({"start": "x", "at": "column", "column": -1})"), "out of range");
+        row("missing set", withRule(R"({"start": "x", "to": "y", "set": "z"})"), "there is no set \"z\"");
+        row("missing language", withRule(R"({"start": "x", "to": "y", "language": "Z"})"), "no language \"Z\"");
+        row("embeds itself", withRule(R"({"start": "x", "to": "y", "language": "X"})"), "\"X\" contains itself");
+        row("embedded without end", withRule(R"({"start": "x", "toLineEnd": true, "language": "Y"})"), "needs an end");
+        QByteArray deep = R"({"start": "x", "to": "y"})";
+        for (int k = 0; k < 100; ++k)
+            deep = R"({"start": "x", "to": "y", "rules": [)" + deep + "]}";
+        row("nested too deep", withRule(deep.constData()), "nested too deep");
+    }
+
+    void damagedDefinitionsAreRefused()
+    {
+        QFETCH(const QByteArray, json);
+        QFETCH(const QString, complaint);
+        const auto others = [](const QString &name) {
+            return name == QStringLiteral("Y")   ? QByteArray(R"({"name": "Y"})")
+                   : name == QStringLiteral("X") ? QByteArray(R"({"name": "X"})")
+                                                 : QByteArray();
+        };
+        const SyntaxReadResult read = readSyntaxDefinition(json, others);
+        QVERIFY(!read.definition);
+        QVERIFY2(read.error.contains(complaint), qPrintable(read.error));
+    }
+
+    void anyCutOfADefinitionIsRefused()
+    {
+        QFile file(QStringLiteral(VELMORA_SOURCE_DIR "/resources/syntax/rust.json"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray whole = file.readAll().trimmed();
+        QVERIFY(readSyntaxDefinition(whole).definition);
+        for (qsizetype size = 0; size < whole.size(); size += 7)
+            QVERIFY(!readSyntaxDefinition(whole.first(size)).definition);
+    }
+
+    void aDamagedFileLeavesTheOthersUsable()
+    {
+        QTemporaryDir folder;
+        QVERIFY(write(folder.filePath(QStringLiteral("good.json")), R"({"name": "Good", "files": "*.good"})"));
+        QVERIFY(write(folder.filePath(QStringLiteral("bad.json")), R"({"name": "Bad", "files": "*.bad", "x": 1})"));
+        QVERIFY(write(folder.filePath(QStringLiteral("worse.json")), QByteArray(1000, '\xff')));
+        const SyntaxLibrary library(folder.path());
+        QCOMPARE(library.names(), QStringList{QStringLiteral("Good")});
+        QCOMPARE(library.errors().size(), 2);
+        QVERIFY(library.detect(QStringLiteral("a.good")));
+        QVERIFY(!library.detect(QStringLiteral("a.bad")));
+        QVERIFY(!library.named(QStringLiteral("Bad")));
+        QVERIFY(SyntaxLibrary(folder.filePath(QStringLiteral("nowhere"))).names().isEmpty());
+    }
+};
+
+VELMORA_TEST(SyntaxReaderTest)
+#include "syntax_reader_test.moc"
