@@ -61,7 +61,9 @@ qsizetype FindController::shownMatch(qsizetype from, bool forward) const
     const auto count = qsizetype(matches.size());
     for (qsizetype tried = 0; tried < count; ++tried) {
         const qsizetype number = ((forward ? from + tried : from - tried) + 2 * count) % count;
-        if (m_view.scene().layout().isShown(matches[std::size_t(number)].row))
+        const qsizetype row = matches[std::size_t(number)].row;
+        const qsizetype index = m_view.scene().layout().indexOf(row);
+        if (index >= 0 && m_view.scene().layout().rowsAt(index).contains(row)) // a band opens when it is gone to
             return number;
     }
     return -1;

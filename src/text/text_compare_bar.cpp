@@ -5,6 +5,7 @@
 
 #include <QActionGroup>
 #include <QLabel>
+#include <QLocale>
 #include <QMenu>
 #include <QToolButton>
 
@@ -84,6 +85,14 @@ TextCompareBar::TextCompareBar(QWidget *session) : QToolBar(session), m_position
     for (QAction *action : {showAll, showDifferences, showIdentical})
         filters->addAction(action);
     showAll->setChecked(true);
+    ignoreMinor = add({"ignoreMinorAction",
+                       Velmora::tr("Ignore unimportant differences"),
+                       QStringLiteral("minor.png"),
+                       {Qt::ALT | Qt::Key_M},
+                       Velmora::tr("Treat lines with unimportant differences as equal: pass over them and do not "
+                                   "count them")});
+    ignoreMinor->setCheckable(true);
+    ignoreMinor->setChecked(true);
     addSeparator();
     edit = add({"editAction", Velmora::tr("Edit"), QStringLiteral("edit.png"), {}, {}});
     edit->setCheckable(true);
@@ -105,14 +114,23 @@ TextCompareBar::TextCompareBar(QWidget *session) : QToolBar(session), m_position
     find = add({"findAction", Velmora::tr("Find"), QStringLiteral("find.png"), {Qt::CTRL | Qt::Key_F}, {}});
     goToLine =
         add({"goToLineAction", Velmora::tr("Go to line"), QStringLiteral("goto_line.png"), {Qt::CTRL | Qt::Key_G}, {}});
+    wrapLines = add({"wrapLinesAction",
+                     Velmora::tr("Wrap long lines"),
+                     QStringLiteral("wrap.png"),
+                     {Qt::ALT | Qt::Key_Z},
+                     Velmora::tr("Wrap long lines at the edge of the texts")});
+    wrapLines->setCheckable(true);
     lineDetail = add({"lineDetailAction",
                       Velmora::tr("Line details"),
                       QStringLiteral("align.png"),
                       {Qt::Key_F9},
                       Velmora::tr("Show the two current lines one above the other")});
     lineDetail->setCheckable(true);
-    showBlanks =
-        add({"showBlanksAction", Velmora::tr("Show blanks and tabs"), QStringLiteral("whitespace.png"), {}, {}});
+    showBlanks = add({"showBlanksAction",
+                      Velmora::tr("Show blanks and tabs"),
+                      QStringLiteral("whitespace.png"),
+                      {Qt::ALT | Qt::Key_B},
+                      {}});
     showBlanks->setCheckable(true);
     addSeparator();
     swapSides =
@@ -136,9 +154,33 @@ TextCompareBar::TextCompareBar(QWidget *session) : QToolBar(session), m_position
     zoomOut = add({"zoomOutAction", Velmora::tr("Smaller text"), {}, {Qt::CTRL | Qt::Key_Minus}, {}});
     resetZoom = add({"resetZoomAction", Velmora::tr("Usual text size"), {}, {Qt::CTRL | Qt::Key_0}, {}});
 
+    copyPatch = add({"copyPatchAction",
+                     Velmora::tr("Copy as unified diff"),
+                     {},
+                     {Qt::CTRL | Qt::SHIFT | Qt::Key_C},
+                     Velmora::tr("Copy the differences of the selected lines, or all, as a unified diff")});
+    addContextLines();
+
     showRunning(false, false);
     showPosition(-1, 0);
     reserveCompareWidth();
+}
+
+void TextCompareBar::addContextLines()
+{
+    contextLines = new QActionGroup(this);
+    for (const int lines : {0, 1, 3, 5, 10, 25}) {
+        QAction *action = contextLines->addAction(QLocale().toString(lines));
+        action->setCheckable(true);
+        action->setData(lines);
+    }
+}
+
+void TextCompareBar::showContextLines(int lines)
+{
+    const QList<QAction *> actions = contextLines->actions();
+    for (QAction *action : actions)
+        action->setChecked(action->data().toInt() == lines);
 }
 
 void TextCompareBar::reserveCompareWidth()
@@ -196,8 +238,11 @@ void TextCompareBar::addTo(QMenu &menu)
     menu.addSeparator();
     menu.addActions({previousDifference, nextDifference, switchPane});
     menu.addSeparator();
-    menu.addActions({find, goToLine, lineDetail});
+    menu.addActions({find, goToLine});
     menu.addSeparator();
+    menu.addActions({wrapLines, showBlanks, lineDetail, ignoreMinor});
+    QMenu *context = menu.addMenu(Velmora::tr("Equal lines around differences"));
+    context->addActions(contextLines->actions());
     menu.addActions({zoomIn, zoomOut, resetZoom});
 }
 

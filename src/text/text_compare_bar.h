@@ -2,6 +2,7 @@
 
 #include <QToolBar>
 
+class QActionGroup;
 class QLabel;
 class QMenu;
 
@@ -24,7 +25,8 @@ public:
     QAction *showAll;
     QAction *showDifferences;
     QAction *showIdentical;
-    QAction *edit; ///< checkable: whether the texts are unlocked
+    QAction *ignoreMinor; ///< checkable: whether unimportant differences count as equal
+    QAction *edit;        ///< checkable: whether the texts are unlocked
     QAction *copyToRight;
     QAction *copyToLeft;
     QAction *saveLeft;
@@ -33,6 +35,7 @@ public:
     QAction *find;
     QAction *goToLine;
     QAction *lineDetail;
+    QAction *wrapLines;
     QAction *showBlanks;
     QAction *swapSides;
     QAction *exportReport;
@@ -43,6 +46,11 @@ public:
     QAction *zoomIn;
     QAction *zoomOut;
     QAction *resetZoom;
+    QAction *copyPatch;
+    QActionGroup *contextLines; ///< each action's data is a number of lines
+
+    /// Checks the action of `lines`, if there is one.
+    void showContextLines(int lines);
 
     /// Shows whether the texts are unlocked.
     void showEditing(bool enabled);
@@ -64,6 +72,7 @@ private:
     struct Look;
 
     [[nodiscard]] QAction *add(const Look &look);
+    void addContextLines();
     void showTextBeside(QAction *action);
     /// Keeps the other buttons in place when the compare button's text changes.
     void reserveCompareWidth();

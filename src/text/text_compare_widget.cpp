@@ -13,6 +13,7 @@
 #include "text/text_compare_bar.h"
 #include "text/text_editing.h"
 #include "text/text_inputs.h"
+#include "text/text_view_options.h"
 #include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
 #include "text/view/line_detail.h"
@@ -92,8 +93,7 @@ void TextCompareWidget::buildLayout()
     column->addWidget(m_progress);
     column->addWidget(m_view, 1);
     auto *detail = new LineDetail(m_view->scene(), this);
-    detail->hide();
-    connect(m_bar->lineDetail, &QAction::toggled, detail, &QWidget::setVisible);
+    m_viewOptions = new TextViewOptions(*m_bar, *m_view, *detail, this);
     column->addWidget(detail);
     column->addWidget(m_findBar);
     column->addLayout(foot);
@@ -125,11 +125,7 @@ void TextCompareWidget::connectBar()
     onTrigger(m_bar->exportReport, &TextCompareWidget::onExportHtml);
     connect(m_bar->settings, &QAction::triggered, this,
             [this] { onSessionSettings(TextSessionSettingsDialog::Importance); });
-    connect(m_bar->showBlanks, &QAction::toggled, &m_view->scene(), &DiffScene::setShowsBlanks);
     connect(m_bar->switchPane, &QAction::triggered, m_view, &DiffView::switchPane);
-    connect(m_bar->zoomIn, &QAction::triggered, m_view, [this] { m_view->zoomBy(1); });
-    connect(m_bar->zoomOut, &QAction::triggered, m_view, [this] { m_view->zoomBy(-1); });
-    connect(m_bar->resetZoom, &QAction::triggered, m_view, &DiffView::resetZoom);
 }
 
 void TextCompareWidget::connectInputs()
@@ -468,6 +464,11 @@ void TextCompareWidget::onShowIdentical()
 {
     m_bar->showIdentical->setChecked(true);
     m_view->scene().setFilter(RowFilter::Identical);
+}
+
+void TextCompareWidget::onIgnoreMinor()
+{
+    m_viewOptions->toggleMinor();
 }
 
 void TextCompareWidget::showContextMenu(Side side, QPoint at)

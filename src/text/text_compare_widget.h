@@ -20,6 +20,7 @@ class TextCompareBar;
 class TextEditing;
 class TextInputs;
 class TextSide;
+class TextViewOptions;
 enum class ChangedFile;
 
 /// The session of kind "text": two files, or one file and an empty side, are compared line by line and shown side by
@@ -75,6 +76,9 @@ public Q_SLOTS:
     void onShowAll();
     void onShowDifferences();
     void onShowIdentical();
+    /// Counts unimportant differences as equal, or as differences when they were; rows in the status line are counted
+    /// without them either way.
+    void onIgnoreMinor();
     void onSwapSides();
     void onSaveLeft();
     void onSaveRight();
@@ -148,6 +152,7 @@ private:
     DiffView *m_view;
     ResultPresenter *m_presenter;
     TextEditing *m_editing;
+    TextViewOptions *m_viewOptions;
     FindBar *m_findBar;
     FindController *m_finder;
     QLabel *m_status;

@@ -2,6 +2,7 @@
 #include "support/test_main.h"
 #include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
+#include "text/view/hidden_characters.h"
 #include "text/view/intra_line_changes.h"
 #include "text/view/line_detail.h"
 #include "text/view/overview_strip.h"
@@ -131,7 +132,7 @@ private Q_SLOTS:
         longView.scene().setDocument(documentOf(QStringLiteral("="), longLine, longLine));
         shortView.scene().setDocument(documentOf(QStringLiteral("="), part, part));
         imageOf(longView);
-        longView.scene().scrollTo(0, offset);
+        longView.scene().scrollTo({}, offset);
         QCOMPARE(longView.scene().column(), offset);
         QCOMPARE(imageOf(longView.pane(Side::Right)), imageOf(shortView.pane(Side::Right)));
 
@@ -157,9 +158,9 @@ private Q_SLOTS:
             std::swap(vertical, horizontal);
         vertical->setValue(40);
         horizontal->setValue(60);
-        QCOMPARE(view.scene().top(), 40);
+        QCOMPARE(view.scene().top().index, 40);
         QCOMPARE(view.scene().column(), 60);
-        view.scene().scrollTo(1000, 100'000);
+        view.scene().scrollTo({1000, 0}, 100'000);
         QCOMPARE(vertical->value(), vertical->maximum());
         QCOMPARE(horizontal->value(), horizontal->maximum());
 
@@ -168,14 +169,14 @@ private Q_SLOTS:
                               Qt::NoScrollPhase, false);
             QApplication::sendEvent(&view, &event);
         };
-        view.scene().scrollTo(0, 0);
+        view.scene().scrollTo({}, 0);
         wheel({0, -120});
-        QCOMPARE(view.scene().top(), 3);
+        QCOMPARE(view.scene().top().index, 3);
         for (int k = 0; k < 4; ++k)
             wheel({0, -30}); // a finer wheel comes as far
-        QCOMPARE(view.scene().top(), 6);
+        QCOMPARE(view.scene().top().index, 6);
         wheel({0, -120}, Qt::ShiftModifier);
-        QCOMPARE(view.scene().top(), 6);
+        QCOMPARE(view.scene().top().index, 6);
         QVERIFY(view.scene().column() > 0);
         const qreal size = view.fontPointSize();
         wheel({0, 120}, Qt::ControlModifier);
@@ -379,7 +380,7 @@ private Q_SLOTS:
                                             "a\n" + before + "new" + before + '\n'));
         QSignalSpy arrived(&view.scene().changes(), &IntraLineChanges::arrived);
         view.scene().goToBlock(0);
-        view.scene().scrollTo(0, 77);
+        view.scene().scrollTo({}, 77);
         QVERIFY(arrived.wait());
         QCOMPARE(view.scene().column(), 77);
     }
@@ -442,15 +443,158 @@ private Q_SLOTS:
 
     // Text as it is drawn ---------------------------------------------------------------------------------------------
 
-    void showsCharactersThatHaveNoPicture()
+    void takesCharactersWithoutAPictureOutOfTheText()
     {
-        QCOMPARE(visibleText(QStringLiteral("a\tb")), QStringLiteral("a\tb"));
-        QCOMPARE(visibleText(QStringLiteral("\x01\r\x7f")), QStringLiteral("\u2401\u240d\u2421"));
-        const QString tricky = QStringLiteral("x\u202ey\u2028z\u200b");
-        const QString shown = visibleText(tricky);
-        QCOMPARE(shown.size(), tricky.size());
-        QVERIFY(!shown.contains(QChar(0x202e)) && !shown.contains(QChar(0x2028)) && !shown.contains(QChar(0x200b)));
-        QCOMPARE(visibleText(QStringLiteral("漢字 é 😀")), QStringLiteral("漢字 é 😀"));
+        const auto taken = [](QString text) {
+            const QString before = text;
+            QStringList list;
+            const auto hidden = takeHiddenCharacters(text);
+            for (const HiddenCharacter &character : hidden) {
+                list.append(QStringLiteral("%1:%2").arg(QString::number(character.unit),
+                                                        hiddenCharacterCode(character.character)));
+            }
+            if (text.size() != before.size())
+                list.append(QStringLiteral("length changed"));
+            return list.join(u' ');
+        };
+        QCOMPARE(taken(QStringLiteral("a\tb 漢字\u3000é 😀 \u2764\ufe0f عربي")), QString());
+        QCOMPARE(taken(QStringLiteral("\x01\r\x7f\u0085\u009c")), QStringLiteral("0:SOH 1:CR 2:DEL 3:NEL 4:9C"));
+        QCOMPARE(taken(QStringLiteral("x\u202ey\u2066\u2028\u00a0\u202f\u2009\u00ad\ufeff")),
+                 QStringLiteral("1:RLO 3:LRI 4:LS 5:NBSP 6:NNBS 7:2009 8:SHY 9:BOM"));
+        QCOMPARE(taken(QStringLiteral("a\U000E0041\u200d\u3164")), QStringLiteral("1:E0041 3:ZWJ 4:3164"));
+    }
+
+    void boxesLeaveTheOrderOfTheirNeighboursAlone()
+    {
+        DiffView view;
+        show(view, 900, 300);
+        const QString tricky = QStringLiteral("ab\u202ecd\u2066ef\U000E0041gh");
+        view.scene().setDocument(documentOf(QStringLiteral("="), tricky.toUtf8(), tricky.toUtf8()));
+        LineRenderer &renderer = view.scene().renderer(Side::Left);
+        const qreal cell = renderer.cellWidth();
+        // Each character stands on the grid behind the one before it, boxes as wide as they say.
+        qint64 column = 0;
+        for (qsizetype unit = 0; unit < tricky.size(); ++unit) {
+            if (tricky.at(unit).isLowSurrogate())
+                continue;
+            const qreal x = renderer.xOf(0, unit);
+            QVERIFY2(std::abs(x - qreal(column) * cell) < 1, qPrintable(QStringLiteral("%1: %2").arg(unit).arg(x)));
+            const char32_t character = tricky.at(unit).isHighSurrogate()
+                                           ? QChar::surrogateToUcs4(tricky.at(unit), tricky.at(unit + 1))
+                                           : tricky.at(unit).unicode();
+            column += std::max(hiddenCharacterCells(character), 1);
+        }
+        const auto behindTag = renderer.next(0, 8, QTextLayout::SkipCharacters);
+        QCOMPARE(behindTag, 10); // both halves of a pair are one step
+        QCOMPARE(renderer.previous(0, 10, QTextLayout::SkipCharacters), 8);
+        view.pane(Side::Left).selectAll();
+        QCOMPARE(view.scene().selectedText(), tricky);
+    }
+
+    // Word wrap and folded rows ---------------------------------------------------------------------------------------
+
+    void wrapsLongLinesBesideTheOtherSide()
+    {
+        DiffView view;
+        show(view, 900, 300);
+        const QByteArray longLine = QByteArray("word ").repeated(60);
+        view.scene().setDocument(
+            documentOf(QStringLiteral("=~=+"), "a\n" + longLine + "\nz\n", "a\nshort\nz\n" + longLine + "\n"));
+        QVERIFY(view.scene().maximumColumn() > 0);
+        view.scene().setWraps(true);
+        QCOMPARE(view.scene().maximumColumn(), 0);
+        const RowLayout &layout = view.scene().layout();
+        const qsizetype lines = layout.linesAt(1);
+        QVERIFY(lines >= 4 && lines == layout.linesAt(3));
+        QCOMPARE(layout.linesAt(2), 1);
+        QCOMPARE(layout.yOf(2, {}), qint64(lines + 1) * layout.rowHeight());
+
+        // The caret goes through the wrapped line part by part and keeps its place on the screen.
+        DiffPane &pane = view.pane(Side::Left);
+        view.scene().setCaret({Side::Left, {0, 1}, {0, 1}});
+        for (qsizetype part = 0; part < lines; ++part) {
+            QTest::keyClick(&pane, Qt::Key_Down);
+            QCOMPARE(view.scene().caret().position.row, 1);
+            const LineRenderer::Place place =
+                view.scene().renderer(Side::Left).placeOf(1, view.scene().caret().position.unit);
+            QCOMPARE(place.part, part);
+            QVERIFY(std::abs(place.x - view.scene().renderer(Side::Left).cellWidth()) < 1);
+        }
+        QTest::keyClick(&pane, Qt::Key_Down);
+        QCOMPARE(caretOf(view), QStringLiteral("2:1"));
+
+        // A click finds the character that it hits.
+        const QPoint inThird(pane.textArea().left() + 8, (1 + 2) * layout.rowHeight() + 3);
+        QTest::mouseClick(&pane, Qt::LeftButton, {}, inThird);
+        const LineRenderer::Place hit =
+            view.scene().renderer(Side::Left).placeOf(1, view.scene().caret().position.unit);
+        QCOMPARE(hit.part, 2);
+    }
+
+    void neverWrapsTheLongestLines()
+    {
+        DiffView view;
+        show(view, 900, 300);
+        const QByteArray longest(3'000'000, 'x');
+        view.scene().setDocument(documentOf(QStringLiteral("=="), longest + "\nshort\n", longest + "\nshort\n"));
+        view.scene().setWraps(true);
+        QCOMPARE(view.scene().layout().linesAt(0), 1);
+        QVERIFY(view.scene().maximumColumn() > 2'999'000);
+        view.scene().setCaret({Side::Left, {0, 2'000'000}, {0, 2'000'000}});
+        view.scene().showCaret();
+        QVERIFY(view.scene().column() < 2'000'000 && view.scene().column() > 1'999'000);
+        QCOMPARE(view.scene().scrolledX(view.scene().document()->cell(1, Side::Left), Side::Left), 0);
+    }
+
+    void opensFoldedRowsByMouseAndKey()
+    {
+        QString picture(100, u'=');
+        picture[50] = u'~';
+        const QByteArray text = QByteArray("x\n").repeated(100);
+        DiffView view;
+        show(view, 900, 300);
+        view.scene().setDocument(documentOf(picture, text, text));
+        view.scene().setFilter(RowFilter::Differences);
+        const RowLayout &layout = view.scene().layout();
+        QCOMPARE(layout.count(), 9);
+        DiffPane &pane = view.pane(Side::Left);
+        pane.selectAll();
+        QCOMPARE(view.scene().selectedText().count(u'x'), 100); // what is folded is selected, too
+        QTest::mouseClick(&pane, Qt::LeftButton, {}, QPoint(200, layout.rowHeight() / 2));
+        QCOMPARE(layout.count(), 47 + 7 + 1);
+        QTest::keyClick(&pane, Qt::Key_End, Qt::ControlModifier);
+        QTest::keyClick(&pane, Qt::Key_Home);
+        QCOMPARE(view.scene().caret().position.row, 54);
+        QVERIFY(pane.describeCurrentRow().contains(QStringLiteral("46")));
+        QTest::keyClick(&pane, Qt::Key_Left);
+        QCOMPARE(caretOf(view), QStringLiteral("53:1"));
+        QTest::keyClick(&pane, Qt::Key_Right);
+        QTest::keyClick(&pane, Qt::Key_Return);
+        QCOMPARE(layout.count(), 100);
+        QCOMPARE(caretOf(view), QStringLiteral("54:0"));
+
+        // A line that is gone to is shown.
+        view.scene().setFilter(RowFilter::All);
+        view.scene().setFilter(RowFilter::Differences);
+        QCOMPARE(layout.count(), 9);
+        view.scene().goToLine(Side::Right, 10);
+        QVERIFY(layout.isShown(9));
+        QCOMPARE(caretOf(view), QStringLiteral("9:0"));
+    }
+
+    void stopsAtMinorDifferencesWhenTheyCount()
+    {
+        DiffView view;
+        show(view, 900, 300);
+        view.scene().setDocument(documentOf(QStringLiteral("===~"), "a\nb \nc\nd\n", "a\nb\nc\nx\n"));
+        QCOMPARE(view.scene().layout().blockCount(), 1);
+        view.scene().setCountsMinor(true);
+        QCOMPARE(view.scene().layout().blockCount(), 2);
+        view.scene().goToBlock(0);
+        QCOMPARE(caretOf(view), QStringLiteral("1:0"));
+        view.scene().setCountsMinor(false);
+        QCOMPARE(view.scene().currentBlock(), -1);
+        QCOMPARE(view.scene().layout().blockCount(), 1);
     }
 };
 

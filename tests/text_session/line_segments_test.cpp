@@ -1,15 +1,17 @@
 #include "support/test_main.h"
 #include "text/view/line_segments.h"
 
+#include <random>
+
 using namespace velmora;
 
 namespace {
 
 /// The text put together again from its segments, each checked against what the segment says of itself.
-QString joined(const QByteArray &utf8, int tabWidth)
+QString joined(const QByteArray &utf8, int tabWidth, qint64 wrapColumns = 0)
 {
     const std::string_view bytes(utf8.constData(), std::size_t(utf8.size()));
-    LineSegments segments(bytes, tabWidth);
+    LineSegments segments(bytes, tabWidth, wrapColumns);
     QString text;
     for (qsizetype index = 0; segments.contains(index); ++index) {
         const LineSegments::Segment segment = segments.at(index);
@@ -42,6 +44,7 @@ private Q_SLOTS:
         QTest::newRow("combining") << QStringLiteral("e\u0301x") << qint64(2);
         QTest::newRow("wide") << QStringLiteral("漢字") << qint64(4);
         QTest::newRow("emoji") << QStringLiteral("😀!") << qint64(3);
+        QTest::newRow("boxes") << QStringLiteral("a\u200bb\x1b") << qint64(8);
     }
 
     void countsColumns()
@@ -103,6 +106,50 @@ private Q_SLOTS:
         LineSegments doubled({wide.constData(), std::size_t(wide.size())}, 4);
         QCOMPARE(doubled.indexAtColumn(1023), 0);
         QCOMPARE(doubled.indexAtColumn(1024), 1);
+    }
+
+    void wrapsBetweenWordsWherePossible()
+    {
+        const auto wrapped = [](const QString &text, qint64 columns) {
+            const QByteArray utf8 = text.toUtf8();
+            LineSegments segments({utf8.constData(), std::size_t(utf8.size())}, 4, columns);
+            QStringList parts;
+            for (qsizetype index = 0; index < segments.count(); ++index) {
+                const std::string_view part = segments.bytes(index);
+                parts.append(QString::fromUtf8(part.data(), qsizetype(part.size())));
+            }
+            return parts.join(u'|');
+        };
+        QCOMPARE(wrapped(QString(), 10), QString());
+        QCOMPARE(wrapped(QStringLiteral("exactly 10"), 10), QStringLiteral("exactly 10"));
+        QCOMPARE(wrapped(QStringLiteral("one two three four"), 10), QStringLiteral("one two |three four"));
+        QCOMPARE(wrapped(QStringLiteral("abcdefghijklm no"), 5), QStringLiteral("abcde|fghij|klm |no"));
+        QCOMPARE(wrapped(QStringLiteral("f(a,b);"), 5), QStringLiteral("f(a,|b);"));
+        QCOMPARE(wrapped(QStringLiteral("a\tb\tc"), 8), QStringLiteral("a\tb\t|c"));
+        QCOMPARE(wrapped(QStringLiteral("漢字漢字"), 5), QStringLiteral("漢字|漢字"));
+        QCOMPARE(wrapped(QStringLiteral("漢字"), 1), QStringLiteral("漢|字"));
+        QCOMPARE(wrapped(QStringLiteral("abe\u0301\u0301cd"), 3), QStringLiteral("abe\u0301\u0301|cd"));
+    }
+
+    void wrappedPartsFitAndLoseNothing()
+    {
+        std::mt19937 random(7);
+        const QString alphabet = QStringLiteral("ab, \t漢\u0301\u200b😀-");
+        for (int round = 0; round < 500; ++round) {
+            QString text;
+            for (unsigned size = random() % 60; size > 0; --size) {
+                const auto at = qsizetype(random() % std::size_t(alphabet.size()));
+                text += alphabet.at(at).isSurrogate() ? QStringLiteral("😀") : QString(alphabet.at(at));
+            }
+            const QByteArray utf8 = text.toUtf8();
+            const qint64 columns = 4 + random() % 12;
+            LineSegments segments({utf8.constData(), std::size_t(utf8.size())}, 4, columns);
+            QCOMPARE(joined(utf8, 4, columns), text);
+            for (qsizetype index = 0; index < segments.count(); ++index) {
+                const qint64 end = index + 1 < segments.count() ? segments.at(index + 1).column : segments.columns();
+                QVERIFY(end - segments.at(index).column <= columns);
+            }
+        }
     }
 };
 

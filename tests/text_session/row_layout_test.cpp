@@ -24,10 +24,11 @@ QList<AlignedRow> rowsOf(const QString &picture)
     return rows;
 }
 
-RowLayout layoutOf(const QString &picture, RowFilter filter = RowFilter::All)
+RowLayout layoutOf(const QString &picture, RowFilter filter = RowFilter::All, qsizetype context = 0)
 {
     RowLayout layout;
     layout.setRowHeight(10);
+    layout.setContext(context);
     layout.setFilter(filter);
     layout.setRows(rowsOf(picture));
     return layout;
@@ -36,9 +37,12 @@ RowLayout layoutOf(const QString &picture, RowFilter filter = RowFilter::All)
 QString shownRows(const RowLayout &layout)
 {
     QStringList rows;
-    for (qsizetype index = 0; index < layout.count(); ++index)
-        rows.append((layout.hidesRowsBefore(index) ? QStringLiteral("|") : QString()) +
-                    QString::number(layout.rowAt(index)));
+    for (qsizetype index = 0; index < layout.count(); ++index) {
+        const RowRange stands = layout.rowsAt(index);
+        const QString gap = layout.hidesRowsBefore(index) ? QStringLiteral("|") : QString();
+        const QString number = QString::number(stands.first);
+        rows.append(gap + (layout.isBand(index) ? QStringLiteral("[%1+%2]").arg(number).arg(stands.count) : number));
+    }
     return rows.join(u' ');
 }
 
@@ -60,22 +64,71 @@ private Q_SLOTS:
     {
         const auto picture = QStringLiteral("==~+==-=");
         QCOMPARE(shownRows(layoutOf(picture)), QStringLiteral("0 1 2 3 4 5 6 7"));
-        QCOMPARE(shownRows(layoutOf(picture, RowFilter::Differences)), QStringLiteral("2 3 |6"));
         QCOMPARE(shownRows(layoutOf(picture, RowFilter::Identical)), QStringLiteral("0 1 |4 5 |7"));
-        QCOMPARE(shownRows(layoutOf(QStringLiteral("=="), RowFilter::Differences)), QString());
     }
 
-    void findsTheShownRowNearestToAHiddenOne()
+    void foldsEqualRowsAwayFromDifferences()
     {
-        const RowLayout layout = layoutOf(QStringLiteral("==~+==-="), RowFilter::Differences);
-        QCOMPARE(layout.indexOf(0), 0);
-        QCOMPARE(layout.indexOf(3), 1);
-        QCOMPARE(layout.indexOf(4), 2);
-        QCOMPARE(layout.indexOf(7), 2);
-        QVERIFY(layout.isShown(6));
-        QVERIFY(!layout.isShown(7));
-        QCOMPARE(layoutOf(QStringLiteral("=="), RowFilter::Differences).indexOf(1), -1);
+        const auto shown = [](const char *picture, qsizetype context) {
+            return shownRows(layoutOf(QLatin1String(picture), RowFilter::Differences, context));
+        };
+        QCOMPARE(shown("====~====", 1), QStringLiteral("[0+3] 3 4 5 [6+3]"));
+        QCOMPARE(shown("====~====", 3), QStringLiteral("0 1 2 3 4 5 6 7 8")); // a single row is not folded
+        QCOMPARE(shown("~=====+", 0), QStringLiteral("0 [1+5] 6"));
+        QCOMPARE(shown("~=====+", 1), QStringLiteral("0 1 [2+3] 5 6"));
+        QCOMPARE(shown("~=====+", 2), QStringLiteral("0 1 2 3 4 5 6"));
+        QCOMPARE(shown("~==-", 3), QStringLiteral("0 1 2 3")); // the contexts of two differences overlap
+        QCOMPARE(shown("====", 3), QStringLiteral("[0+4]"));
+        QCOMPARE(shown("", 3), QString());
+    }
+
+    void opensAndKeepsFoldedRows()
+    {
+        RowLayout layout = layoutOf(QStringLiteral("====~====~===="), RowFilter::Differences, 1);
+        QCOMPARE(shownRows(layout), QStringLiteral("[0+3] 3 4 5 [6+2] 8 9 10 [11+3]"));
+        QVERIFY(!layout.openBand(1));
+        QVERIFY(layout.openBand(4));
+        QCOMPARE(shownRows(layout), QStringLiteral("[0+3] 3 4 5 6 7 8 9 10 [11+3]"));
+        const std::vector<RowRange> opened = layout.opened();
+        layout.setRows(rowsOf(QStringLiteral("====~=====~====")));
+        QCOMPARE(shownRows(layout), QStringLiteral("[0+3] 3 4 5 [6+3] 9 10 11 [12+3]"));
+        layout.setOpened(opened);
+        QCOMPARE(shownRows(layout), QStringLiteral("[0+3] 3 4 5 6 7 8 9 10 11 [12+3]"));
+        layout.setContext(3);
+        QCOMPARE(shownRows(layout), QStringLiteral("0 1 2 3 4 5 6 7 8 9 10 11 12 13 14"));
+        layout.setFilter(RowFilter::All);
+        layout.setFilter(RowFilter::Differences);
+        layout.setContext(1);
+        QCOMPARE(layout.count(), 9); // another way to show the rows folds them again
+    }
+
+    void findsTheRowThatStandsForAHiddenOne()
+    {
+        const RowLayout folded = layoutOf(QStringLiteral("==~+==-="), RowFilter::Differences);
+        QCOMPARE(shownRows(folded), QStringLiteral("[0+2] 2 3 [4+2] 6 7"));
+        QCOMPARE(folded.indexOf(1), 0);
+        QCOMPARE(folded.indexOf(3), 2);
+        QCOMPARE(folded.indexOf(5), 3);
+        QCOMPARE(folded.indexOf(7), 5);
+        QVERIFY(folded.isShown(6));
+        QVERIFY(!folded.isShown(4)); // the band stands where it would
+        const RowLayout identical = layoutOf(QStringLiteral("==~+==-"), RowFilter::Identical);
+        QCOMPARE(identical.indexOf(2), 2);
+        QCOMPARE(identical.indexOf(6), 3);
+        QCOMPARE(layoutOf(QStringLiteral("~~"), RowFilter::Identical).indexOf(1), -1);
         QCOMPARE(layoutOf(QString()).indexOf(0), -1);
+    }
+
+    void countsMinorDifferencesWhenAsked()
+    {
+        const QString picture = QStringLiteral("===~====");
+        RowLayout layout = layoutOf(picture);
+        layout.setRows(rowsOf(picture), {false, true, false, false, true, false, false, false});
+        QCOMPARE(blocks(layout), QStringLiteral("1+1 3+2"));
+        layout.setFilter(RowFilter::Differences);
+        QCOMPARE(shownRows(layout), QStringLiteral("0 1 2 3 4 [5+3]"));
+        layout.setFilter(RowFilter::Identical);
+        QCOMPARE(shownRows(layout), QStringLiteral("0 |2 |5 6 7"));
     }
 
     void blocksAreRunsOfDifferencesWhateverIsShown()
@@ -95,45 +148,46 @@ private Q_SLOTS:
         const RowLayout layout = layoutOf(QString(100, u'='));
         QCOMPARE(layout.rowsPerPage(45), 4);
         QCOMPARE(layout.rowsPerPage(3), 1);
-        QCOMPARE(layout.maximumTop(45), 96);
-        QCOMPARE(layout.inSight(96, 45), (RowRange{96, 4}));
-        QCOMPARE(layout.inSight(10, 45), (RowRange{10, 5})); // the last one is cut off
-        QCOMPARE(layout.yOf(12, 10), 20);
-        QCOMPARE(layout.yOf(8, 10), -20);
+        QCOMPARE(layout.maximumTop(45), (RowPlace{96, 0}));
+        QCOMPARE(layout.inSight({96, 0}, 45), (RowRange{96, 4}));
+        QCOMPARE(layout.inSight({10, 0}, 45), (RowRange{10, 5})); // the last one is cut off
+        QCOMPARE(layout.yOf(12, {10, 0}), 20);
+        QCOMPARE(layout.yOf(8, {10, 0}), -20);
     }
 
     void hitsRowsInsideAndOutsideTheView()
     {
         const RowLayout layout = layoutOf(QString(100, u'='));
-        QCOMPARE(layout.indexAtY(0, 10), 10);
-        QCOMPARE(layout.indexAtY(9, 10), 10);
-        QCOMPARE(layout.indexAtY(10, 10), 11);
-        QCOMPARE(layout.indexAtY(-1, 10), 9);
-        QCOMPARE(layout.indexAtY(-11, 10), 8);
-        QCOMPARE(layout.indexAtY(-5000, 10), 0);
-        QCOMPARE(layout.indexAtY(5000, 10), 99);
-        QCOMPARE(layoutOf(QString()).indexAtY(5, 0), -1);
+        QCOMPARE(layout.indexAtY(0, {10, 0}), 10);
+        QCOMPARE(layout.indexAtY(9, {10, 0}), 10);
+        QCOMPARE(layout.indexAtY(10, {10, 0}), 11);
+        QCOMPARE(layout.indexAtY(-1, {10, 0}), 9);
+        QCOMPARE(layout.indexAtY(-11, {10, 0}), 8);
+        QCOMPARE(layout.indexAtY(-5000, {10, 0}), 0);
+        QCOMPARE(layout.indexAtY(5000, {10, 0}), 99);
+        QCOMPARE(layoutOf(QString()).indexAtY(5, {0, 0}), -1);
     }
 
     void bringsRowsIntoSightByTheLeastScroll()
     {
         const RowLayout layout = layoutOf(QString(100, u'='));
-        QCOMPARE(layout.topToShow(50, 48, 45), 48);
-        QCOMPARE(layout.topToShow(51, 48, 45), 48);
-        QCOMPARE(layout.topToShow(52, 48, 45), 49);
-        QCOMPARE(layout.topToShow(40, 48, 45), 40);
-        QCOMPARE(layout.topToShow(99, 0, 45), 96);
+        QCOMPARE(layout.topToShow({50, 0}, {48, 0}, 45), (RowPlace{48, 0}));
+        QCOMPARE(layout.topToShow({51, 0}, {48, 0}, 45), (RowPlace{48, 0}));
+        QCOMPARE(layout.topToShow({52, 0}, {48, 0}, 45), (RowPlace{49, 0}));
+        QCOMPARE(layout.topToShow({40, 0}, {48, 0}, 45), (RowPlace{40, 0}));
+        QCOMPARE(layout.topToShow({99, 0}, {0, 0}, 45), (RowPlace{96, 0}));
     }
 
     void revealsADifferenceWithItsSurroundings()
     {
         const RowLayout layout = layoutOf(QString(100, u'='));
-        QCOMPARE(layout.topToReveal({42, 3}, 40, 100), 40); // in sight with a row on either side
-        QCOMPARE(layout.topToReveal({40, 3}, 40, 100), 37); // at the very top: show what is before it
-        QCOMPARE(layout.topToReveal({48, 2}, 40, 100), 45); // at the very bottom
-        QCOMPARE(layout.topToReveal({0, 2}, 0, 100), 0);
-        QCOMPARE(layout.topToReveal({97, 3}, 90, 100), 90);
-        QCOMPARE(layout.topToReveal({60, 30}, 0, 100), 57); // longer than the view: its beginning
+        QCOMPARE(layout.topToReveal({42, 3}, {40, 0}, 100), (RowPlace{40, 0})); // in sight with a row on either side
+        QCOMPARE(layout.topToReveal({40, 3}, {40, 0}, 100),
+                 (RowPlace{37, 0})); // at the very top: show what is before it
+        QCOMPARE(layout.topToReveal({48, 2}, {40, 0}, 100), (RowPlace{45, 0})); // at the very bottom
+        QCOMPARE(layout.topToReveal({0, 2}, {0, 0}, 100), (RowPlace{0, 0}));
+        QCOMPARE(layout.topToReveal({97, 3}, {90, 0}, 100), (RowPlace{90, 0}));
+        QCOMPARE(layout.topToReveal({60, 30}, {0, 0}, 100), (RowPlace{57, 0})); // longer than the view: its beginning
     }
 
     void tellsTheKindsAmongARangeOfRows()
@@ -146,10 +200,52 @@ private Q_SLOTS:
         QVERIFY(!all.holds(Added, {3, 5}));
         QVERIFY(all.holds(Removed, {4, 1}));
         QVERIFY(all.holds(Modified, {6, 9}));
-        const RowLayout filtered = layoutOf(picture, RowFilter::Differences);
-        QVERIFY(filtered.holds(Added, {0, 1}));
-        QVERIFY(filtered.holds(Removed, {2, 1}));
-        QVERIFY(!filtered.holds(Removed, {0, 2}));
+        const RowLayout filtered = layoutOf(QStringLiteral("==++==-"), RowFilter::Differences);
+        QVERIFY(!filtered.holds(Added, {0, 1})); // a band
+        QVERIFY(filtered.holds(Added, {1, 1}));
+        QVERIFY(filtered.holds(Removed, {4, 1}));
+        QVERIFY(!filtered.holds(Removed, {0, 4}));
+    }
+
+    void scrollsThroughWrappedRowsLineByLine()
+    {
+        // Rows of 1, 3, 2 and 30 lines, seen through a window of 4 and a half.
+        const std::vector<qsizetype> lines = {1, 3, 2, 30};
+        RowLayout layout = layoutOf(QStringLiteral("===="));
+        layout.setMeasure([&lines](qsizetype row) { return lines[std::size_t(row)]; });
+        QCOMPARE(layout.moved({0, 0}, 1), (RowPlace{1, 0}));
+        QCOMPARE(layout.moved({0, 0}, 5), (RowPlace{2, 1}));
+        QCOMPARE(layout.moved({3, 7}, -9), (RowPlace{2, 0}));
+        QCOMPARE(layout.moved({2, 0}, -100), (RowPlace{0, 0}));
+        QCOMPARE(layout.moved({2, 0}, 100), (RowPlace{3, 29}));
+        QCOMPARE(layout.maximumTop(45), (RowPlace{3, 26}));
+        QCOMPARE(layout.inSight({1, 1}, 45), (RowRange{1, 3}));
+        QCOMPARE(layout.inSight({3, 5}, 45), (RowRange{3, 1}));
+        QCOMPARE(layout.yOf(1, {1, 2}), -20);
+        QCOMPARE(layout.yOf(3, {1, 1}), 40);
+        QCOMPARE(layout.yOf(0, {2, 1}), -50);
+        QCOMPARE(layout.placeAtY(25, {1, 1}), (RowPlace{2, 0}));
+        QCOMPARE(layout.placeAtY(-11, {1, 1}), (RowPlace{0, 0}));
+        QCOMPARE(layout.topToShow({3, 10}, {1, 0}, 45), (RowPlace{3, 7}));
+        QCOMPARE(layout.topToShow({3, 10}, {3, 8}, 45), (RowPlace{3, 8}));
+        QCOMPARE(layout.topToShow({1, 1}, {3, 8}, 45), (RowPlace{1, 1}));
+        QCOMPARE(layout.topToReveal({2, 1}, {0, 0}, 45), (RowPlace{1, 2}));
+    }
+
+    void measuresNoMoreRowsThanAreSeen()
+    {
+        RowLayout layout = layoutOf(QString(1'000'000, u'='));
+        int measured = 0;
+        layout.setMeasure([&measured](qsizetype row) {
+            ++measured;
+            return row % 3 + 1;
+        });
+        const RowPlace top = layout.topToReveal({700'000, 5}, {20, 0}, 600);
+        QCOMPARE(layout.maximumTop(600), (RowPlace{999'970, 0}));
+        QVERIFY(layout.inSight(top, 600).contains(700'000));
+        QVERIFY(layout.topToShow({500'000, 0}, top, 600).index == 500'000);
+        QVERIFY(layout.yOf(3, top) < 0);
+        QVERIFY2(measured < 1500, qPrintable(QString::number(measured)));
     }
 
     void agreesWithAPlainSearchOnRandomRows()
@@ -159,12 +255,30 @@ private Q_SLOTS:
             QString picture;
             for (unsigned size = random() % 30; size > 0; --size)
                 picture.append(QStringLiteral("===+-~").at(qsizetype(random() % 6)));
-            const RowLayout layout = layoutOf(picture, RowFilter(random() % 3));
-            for (qsizetype row = 0; row < picture.size(); ++row) {
-                const bool wanted = layout.filter() == RowFilter::All ||
-                                    (picture.at(row) == u'=') == (layout.filter() == RowFilter::Identical);
-                QCOMPARE(layout.isShown(row), wanted);
+            const auto context = qsizetype(random() % 3);
+            const RowLayout layout = layoutOf(picture, RowFilter(random() % 3), context);
+            const auto isNearADifference = [&](qsizetype row) {
+                const QString near =
+                    picture.mid(std::max<qsizetype>(row - context, 0), std::min(row, context) + context + 1);
+                return near.count(u'=') < near.size();
+            };
+            qsizetype next = 0;
+            for (qsizetype index = 0; index < layout.count(); ++index) {
+                const RowRange stands = layout.rowsAt(index);
+                if (layout.filter() == RowFilter::Differences)
+                    QCOMPARE(stands.first, next); // shown or folded, no row is left out
+                next = stands.end();
+                for (qsizetype row = stands.first; row < stands.end(); ++row) {
+                    QCOMPARE(layout.indexOf(row), index);
+                    QCOMPARE(layout.isShown(row), stands.count == 1);
+                    if (stands.count > 1)
+                        QVERIFY(!isNearADifference(row));
+                    if (layout.filter() == RowFilter::Identical)
+                        QCOMPARE(picture.at(row), QChar(u'='));
+                }
             }
+            if (layout.filter() != RowFilter::Identical)
+                QCOMPARE(next, picture.size());
             for (qsizetype first = 0; first < layout.count(); ++first) {
                 const RowRange range{first, qsizetype(random() % 4 + 1)};
                 bool found = false;

@@ -506,7 +506,7 @@ private Q_SLOTS:
         QCOMPARE(f.position(), QStringLiteral("Diff 1/2"));
 
         f.session.onShowDifferences();
-        QCOMPARE(scene.layout().count(), 3);
+        QCOMPARE(scene.layout().count(), 18); // three differences with their context and three folded stretches
         f.session.onNextDiff();
         QCOMPARE(f.position(), QStringLiteral("Diff 2/2"));
         f.session.onShowIdentical();

@@ -11,8 +11,8 @@ qint64 widestLineOf(const LineSource &source, int tabWidth)
     qint64 widest = 0;
     for (qsizetype line = 0; line < source.count(); ++line) {
         const std::string_view utf8 = source.bytes(line);
-        // No byte takes more columns than a tab, so that most lines need no look at their bytes.
-        if (qint64(utf8.size()) * tabWidth > widest)
+        // No byte takes more columns than a tab or a box, so that most lines need no look at their bytes.
+        if (qint64(utf8.size()) * std::max(tabWidth, 3) > widest)
             widest = std::max(widest, columnCount(utf8, tabWidth));
     }
     return widest;

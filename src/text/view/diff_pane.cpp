@@ -98,6 +98,12 @@ QString DiffPane::describeCurrentRow() const
     const qsizetype row = m_scene.caret().position.row;
     if (!document || row >= document->rowCount())
         return {};
+    const RowLayout &layout = m_scene.layout();
+    const qsizetype index = layout.indexOf(row);
+    if (index >= 0 && layout.isBand(index)) {
+        return Velmora::tr("%1 equal lines are folded here; press Enter to show them")
+            .arg(QString::number(layout.rowsAt(index).count));
+    }
     const qint32 number = document->lineNumber(row, m_side);
     const QString kind = describeKind(document->kind(row));
     if (number < 1)
@@ -168,15 +174,20 @@ TextPosition DiffPane::position() const
 TextPosition DiffPane::positionAt(QPoint point) const
 {
     const RowLayout &layout = m_scene.layout();
-    const qsizetype index = layout.indexAtY(point.y(), m_scene.top());
-    if (index < 0)
+    if (layout.count() == 0)
         return {};
-    const qsizetype row = layout.rowAt(index);
+    return positionAt(layout.placeAtY(point.y(), m_scene.top()),
+                      point.x() - textArea().left() - paneMetrics::textIndent);
+}
+
+TextPosition DiffPane::positionAt(RowPlace place, qreal x) const
+{
+    const qsizetype row = m_scene.layout().rowAt(place.index);
     const DiffDocument::Cell cell = m_scene.document()->cell(row, m_side);
-    if (!cell.source)
+    if (!cell.source || m_scene.layout().isBand(place.index))
         return {row, 0};
-    const qreal x = point.x() - textArea().left() - paneMetrics::textIndent + m_scene.scrolledX();
-    return {row, m_scene.rendererOf(cell, m_side).unitAt(cell.line, x)};
+    const qreal shift = m_scene.scrolledX(cell, m_side);
+    return {row, m_scene.rendererOf(cell, m_side).unitAt(cell.line, x + shift, place.line)};
 }
 
 TextPosition DiffPane::lineStart(qsizetype index) const
@@ -186,7 +197,8 @@ TextPosition DiffPane::lineStart(qsizetype index) const
 
 TextPosition DiffPane::lineEnd(qsizetype index) const
 {
-    const qsizetype row = m_scene.layout().rowAt(index);
+    // That of a band is the end of the last line folded into it, so that a selection takes in all of them.
+    const qsizetype row = m_scene.layout().rowsAt(index).end() - 1;
     const DiffDocument::Cell cell = m_scene.document()->cell(row, m_side);
     return {row, cell.source ? m_scene.rendererOf(cell, m_side).length(cell.line) : 0};
 }
@@ -198,6 +210,8 @@ TextPosition DiffPane::stepped(TextPosition from, Step step) const
     const bool back = step == Step::Previous || step == Step::PreviousWord;
     const bool byWord = step == Step::PreviousWord || step == Step::NextWord;
     const TextPosition start = lineStart(index);
+    if (layout.isBand(index))
+        return steppedOffBand(index, step);
     if (step == Step::LineStart || (back && from == start))
         return step == Step::LineStart || index == 0 ? start : lineEnd(index - 1);
     if (step == Step::LineEnd)
@@ -214,6 +228,17 @@ TextPosition DiffPane::stepped(TextPosition from, Step step) const
     return index + 1 < layout.count() ? lineStart(index + 1) : from;
 }
 
+TextPosition DiffPane::steppedOffBand(qsizetype index, Step step) const
+{
+    const bool back = step == Step::Previous || step == Step::PreviousWord;
+    const bool onward = step == Step::Next || step == Step::NextWord;
+    if (back && index > 0)
+        return lineEnd(index - 1);
+    if (onward && index + 1 < m_scene.layout().count())
+        return lineStart(index + 1);
+    return lineStart(index);
+}
+
 // Moving ------------------------------------------------------------------------------------------------------------
 
 void DiffPane::moveTo(TextPosition position, bool selecting)
@@ -223,20 +248,21 @@ void DiffPane::moveTo(TextPosition position, bool selecting)
     m_scene.showCaret();
 }
 
-void DiffPane::moveRows(qsizetype rows, bool selecting)
+void DiffPane::moveLines(qsizetype lines, bool selecting)
 {
     const RowLayout &layout = m_scene.layout();
     const TextPosition from = position();
+    RowPlace place{layout.indexOf(from.row), 0};
+    qreal x = 0;
     const DiffDocument::Cell here = m_scene.document()->cell(from.row, m_side);
-    if (m_wantedX < 0)
-        m_wantedX = here.source ? m_scene.rendererOf(here, m_side).xOf(here.line, from.unit) : 0;
-    const qsizetype index = std::clamp<qsizetype>(layout.indexOf(from.row) + rows, 0, layout.count() - 1);
-    TextPosition to = lineStart(index);
-    const DiffDocument::Cell there = m_scene.document()->cell(to.row, m_side);
-    if (there.source)
-        to.unit = m_scene.rendererOf(there, m_side).unitAt(there.line, m_wantedX);
-    const qreal wantedX = m_wantedX;
-    moveTo(to, selecting);
+    if (here.source && !layout.isBand(place.index)) {
+        const LineRenderer::Place drawn = m_scene.rendererOf(here, m_side).placeOf(here.line, from.unit);
+        place.line = m_scene.wraps() ? drawn.part : 0;
+        x = drawn.x - m_scene.scrolledX(here, m_side);
+    }
+    // The place on the screen is kept to, also through shorter lines.
+    const qreal wantedX = m_wantedX ? *m_wantedX : x;
+    moveTo(positionAt(layout.moved(place, lines), wantedX), selecting);
     m_wantedX = wantedX;
 }
 
@@ -247,12 +273,12 @@ bool DiffPane::moveByKey(const QKeyEvent &event)
     const bool control = event.modifiers().testFlag(Qt::ControlModifier);
     const qsizetype page = std::max<qsizetype>(layout.rowsPerPage(height()) - 1, 1);
     const auto stepBy = [&](Step step) {
-        m_wantedX = -1;
+        m_wantedX.reset();
         moveTo(stepped(position(), step), selecting);
         return true;
     };
-    const auto rowsBy = [&](qsizetype rows) {
-        moveRows(rows, selecting);
+    const auto linesBy = [&](qsizetype lines) {
+        moveLines(lines, selecting);
         return true;
     };
     switch (event.key()) {
@@ -262,20 +288,20 @@ bool DiffPane::moveByKey(const QKeyEvent &event)
         return stepBy(control ? Step::NextWord : Step::Next);
     case Qt::Key_Up:
         if (!control)
-            return rowsBy(-1);
-        m_scene.scrollToTop(m_scene.top() - 1);
+            return linesBy(-1);
+        m_scene.scrollByLines(-1);
         return true;
     case Qt::Key_Down:
         if (!control)
-            return rowsBy(1);
-        m_scene.scrollToTop(m_scene.top() + 1);
+            return linesBy(1);
+        m_scene.scrollByLines(1);
         return true;
     case Qt::Key_PageUp:
-        m_scene.scrollToTop(m_scene.top() - page);
-        return rowsBy(-page);
+        m_scene.scrollByLines(-page);
+        return linesBy(-page);
     case Qt::Key_PageDown:
-        m_scene.scrollToTop(m_scene.top() + page);
-        return rowsBy(page);
+        m_scene.scrollByLines(page);
+        return linesBy(page);
     case Qt::Key_Home:
         if (!control)
             return stepBy(Step::LineStart);
@@ -291,9 +317,24 @@ bool DiffPane::moveByKey(const QKeyEvent &event)
     }
 }
 
+bool DiffPane::openBandByKey(const QKeyEvent &event)
+{
+    const qsizetype index = hasCaret() ? m_scene.layout().indexOf(m_scene.caret().position.row) : -1;
+    if (index < 0 || !m_scene.layout().isBand(index) || m_scene.caret().hasSelection())
+        return false;
+    // Nobody edits lines that are out of sight: what would change them shows them.
+    const bool opens = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter || event.key() == Qt::Key_Delete ||
+                       event.key() == Qt::Key_Backspace || typesText(event) || event.matches(QKeySequence::Paste);
+    if (opens)
+        m_scene.openBand(index);
+    return opens;
+}
+
 void DiffPane::keyPressEvent(QKeyEvent *event)
 {
-    if (m_editor && editByKey(*event)) {
+    if (openBandByKey(*event)) {
+        event->accept();
+    } else if (m_editor && editByKey(*event)) {
         event->accept();
     } else if (event->matches(QKeySequence::Copy)) {
         copy();
@@ -324,12 +365,18 @@ void DiffPane::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton || m_scene.layout().count() == 0)
         return;
-    m_wantedX = -1;
+    m_wantedX.reset();
     const QPoint point = event->position().toPoint();
+    const qsizetype pressed = m_scene.layout().indexAtY(point.y(), m_scene.top());
+    if (m_scene.layout().isBand(pressed)) {
+        const TextPosition start = lineStart(pressed);
+        m_scene.setCaret({m_side, start, start});
+        m_scene.openBand(pressed);
+        return;
+    }
     const bool third = m_clicks == 2 && m_clickTimer.isActive();
     if (third || point.x() < gutterWidth()) {
-        const qsizetype index = m_scene.layout().indexAtY(point.y(), m_scene.top());
-        m_scene.setCaret({m_side, lineStart(index), lineEnd(index)});
+        m_scene.setCaret({m_side, lineStart(pressed), lineEnd(pressed)});
     } else {
         const bool selecting = event->modifiers().testFlag(Qt::ShiftModifier);
         moveTo(positionAt(point), selecting);
@@ -356,7 +403,11 @@ void DiffPane::mouseDoubleClickEvent(QMouseEvent *event)
 void DiffPane::mouseMoveEvent(QMouseEvent *event)
 {
     const QPoint point = event->position().toPoint();
-    setCursor(point.x() < gutterWidth() ? Qt::ArrowCursor : Qt::IBeamCursor);
+    const RowLayout &layout = m_scene.layout();
+    const qsizetype under = layout.indexAtY(point.y(), m_scene.top());
+    setCursor(under >= 0 && layout.isBand(under) ? Qt::PointingHandCursor
+              : point.x() < gutterWidth()        ? Qt::ArrowCursor
+                                                 : Qt::IBeamCursor);
     if (!m_dragging)
         return;
     m_dragPoint = point;

@@ -5,6 +5,8 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <optional>
+
 namespace velmora {
 
 class DiffEditor;
@@ -69,12 +71,16 @@ private:
     /// The caret's place on this side, also while the other side has it.
     [[nodiscard]] TextPosition position() const;
     [[nodiscard]] TextPosition positionAt(QPoint point) const;
+    /// The position nearest to x, in pixels of the text area.
+    [[nodiscard]] TextPosition positionAt(RowPlace place, qreal x) const;
     [[nodiscard]] TextPosition stepped(TextPosition from, Step step) const;
+    [[nodiscard]] TextPosition steppedOffBand(qsizetype index, Step step) const;
     [[nodiscard]] TextPosition lineStart(qsizetype index) const;
     [[nodiscard]] TextPosition lineEnd(qsizetype index) const;
     void moveTo(TextPosition position, bool selecting);
-    void moveRows(qsizetype rows, bool selecting);
+    void moveLines(qsizetype lines, bool selecting);
     [[nodiscard]] bool moveByKey(const QKeyEvent &event);
+    [[nodiscard]] bool openBandByKey(const QKeyEvent &event);
     [[nodiscard]] bool editByKey(const QKeyEvent &event);
     [[nodiscard]] bool typesText(const QKeyEvent &event) const;
     [[nodiscard]] QRect caretRect() const;
@@ -88,8 +94,8 @@ private:
     DiffScene &m_scene;
     Side m_side;
     DiffEditor *m_editor = nullptr;
-    QString m_preedit;    ///< what an input method has not yet committed
-    qreal m_wantedX = -1; ///< the x that moving up and down keeps to, -1 for the caret's own
+    QString m_preedit;              ///< what an input method has not yet committed
+    std::optional<qreal> m_wantedX; ///< the x that moving up and down keeps to, else the caret's own
     bool m_dragging = false;
     QPoint m_dragPoint;
     QTimer m_dragTimer; ///< scrolls on while the mouse is held outside

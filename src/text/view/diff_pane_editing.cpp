@@ -153,15 +153,18 @@ QString DiffPane::caretLine() const
 QRect DiffPane::caretRect() const
 {
     const DiffDocument *document = m_scene.document();
+    const RowLayout &layout = m_scene.layout();
     const TextPosition at = position();
-    qreal x = textArea().left() + paneMetrics::textIndent - m_scene.scrolledX();
+    LineRenderer::Place place;
+    qreal shift = m_scene.scrolledX();
     if (document && at.row < document->rowCount()) {
         const DiffDocument::Cell cell = document->cell(at.row, m_side);
+        shift = m_scene.scrolledX(cell, m_side);
         if (cell.source)
-            x += m_scene.rendererOf(cell, m_side).xOf(cell.line, at.unit);
+            place = m_scene.rendererOf(cell, m_side).placeOf(cell.line, at.unit);
     }
-    const RowLayout &layout = m_scene.layout();
-    return {int(x), int(layout.yOf(layout.indexOf(at.row), m_scene.top())), 2, layout.rowHeight()};
+    const qint64 y = layout.yOf(layout.indexOf(at.row), m_scene.top()) + place.part * layout.rowHeight();
+    return {int(textArea().left() + paneMetrics::textIndent + place.x - shift), int(y), 2, layout.rowHeight()};
 }
 
 QVariant DiffPane::inputMethodQuery(Qt::InputMethodQuery query) const

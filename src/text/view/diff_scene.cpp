@@ -29,9 +29,20 @@ void DiffScene::takeDocument(std::shared_ptr<const DiffDocument> document)
     m_right.setSource(shown ? &shown->source(Side::Right) : nullptr, shown ? shown->tabWidth() : 4);
     m_changes.setDocument(m_document);
     m_search.setDocument(m_document);
-    if (!sameRows)
-        m_layout.setRows(shown ? shown->rows() : QList<AlignedRow>());
+    if (!sameRows || m_countsMinor)
+        layOutRows();
     m_revealedRow = -1;
+}
+
+void DiffScene::layOutRows()
+{
+    std::vector<bool> minor;
+    if (m_document && m_countsMinor) {
+        minor.resize(std::size_t(m_document->rowCount()));
+        for (qsizetype row = 0; row < m_document->rowCount(); ++row)
+            minor[std::size_t(row)] = m_document->differsUnimportantly(row);
+    }
+    m_layout.setRows(m_document ? m_document->rows() : QList<AlignedRow>(), std::move(minor));
 }
 
 void DiffScene::setDocument(std::shared_ptr<const DiffDocument> document)
@@ -39,7 +50,7 @@ void DiffScene::setDocument(std::shared_ptr<const DiffDocument> document)
     takeDocument(std::move(document));
     m_caret = {m_caret.side, {}, {}};
     m_currentBlock = -1;
-    m_top = 0;
+    m_top = {};
     m_column = 0;
     Q_EMIT documentChanged();
     Q_EMIT currentBlockChanged();
@@ -55,9 +66,11 @@ void DiffScene::replaceDocument(std::shared_ptr<const DiffDocument> document)
     }
     const qsizetype caretIndex = m_layout.indexOf(m_caret.position.row);
     const bool caretInSight = m_layout.inSight(m_top, m_height).contains(caretIndex);
-    const qsizetype fixedIndex = caretInSight ? caretIndex : m_top;
+    const qsizetype fixedIndex = caretInSight ? caretIndex : m_top.index;
+    const qsizetype linesAbove = qsizetype(m_layout.yOf(fixedIndex, m_top) / m_layout.rowHeight());
     const qsizetype fixedRow = m_layout.count() > 0 ? m_layout.rowAt(std::min(fixedIndex, m_layout.count() - 1)) : -1;
     const qsizetype blockRow = m_currentBlock >= 0 ? m_layout.block(m_currentBlock).first : -1;
+    std::vector<RowRange> opened = m_layout.opened();
     takeDocument(std::move(document));
 
     const auto newRow = [this, &before](qsizetype row) {
@@ -67,10 +80,17 @@ void DiffScene::replaceDocument(std::shared_ptr<const DiffDocument> document)
         const Side side = ownLine ? m_caret.side : otherSide(m_caret.side);
         return std::max<qsizetype>(m_document->rowOfLine(side, before->lineNumber(row, side)), 0);
     };
+    for (RowRange &stretch : opened) {
+        const qsizetype last = newRow(stretch.end() - 1);
+        stretch.first = newRow(stretch.first);
+        stretch.count = last - stretch.first + 1;
+    }
+    m_layout.setOpened(std::move(opened));
     m_caret.anchor.row = newRow(m_caret.anchor.row);
     m_caret.position.row = newRow(m_caret.position.row);
     m_currentBlock = blockRow >= 0 ? m_layout.blockOf(newRow(blockRow)) : -1;
-    m_top = std::clamp<qsizetype>(m_layout.indexOf(newRow(fixedRow)) - (fixedIndex - m_top), 0, maximumTop());
+    m_top = m_layout.moved({std::max<qsizetype>(m_layout.indexOf(newRow(fixedRow)), 0), 0}, -linesAbove);
+    m_top = std::min(m_top, maximumTop());
     Q_EMIT documentChanged();
     Q_EMIT currentBlockChanged();
     Q_EMIT caretMoved();
@@ -91,19 +111,57 @@ LineRenderer &DiffScene::rendererOf(const DiffDocument::Cell &cell, Side side)
 
 void DiffScene::setFilter(RowFilter filter)
 {
-    if (filter == m_layout.filter())
+    if (filter != m_layout.filter())
+        keepCaretInPlace([this, filter] { m_layout.setFilter(filter); });
+}
+
+void DiffScene::setContextRows(qsizetype rows)
+{
+    if (rows != m_layout.context())
+        keepCaretInPlace([this, rows] { m_layout.setContext(rows); });
+}
+
+void DiffScene::setCountsMinor(bool counts)
+{
+    if (counts == m_countsMinor)
         return;
-    const qsizetype before = m_layout.indexOf(m_caret.position.row) - m_top;
-    const bool caretWasInSight = before >= 0 && before < m_layout.rowsPerPage(m_height);
-    m_layout.setFilter(filter);
+    m_countsMinor = counts;
+    m_currentBlock = -1;
+    keepCaretInPlace([this] { layOutRows(); });
+    Q_EMIT currentBlockChanged();
+}
+
+void DiffScene::openBand(qsizetype index)
+{
+    if (index < 0 || index >= m_layout.count() || !m_layout.isBand(index))
+        return;
+    const RowPlace top = m_top;
+    m_layout.openBand(index);
+    m_top = std::min(top, maximumTop());
+    Q_EMIT documentChanged();
+}
+
+void DiffScene::openBandOf(qsizetype row)
+{
+    if (!m_layout.isShown(row))
+        keepCaretInPlace([this, row] { m_layout.openBand(m_layout.indexOf(row)); });
+}
+
+void DiffScene::keepCaretInPlace(const std::function<void()> &change)
+{
+    const qsizetype before = m_layout.indexOf(m_caret.position.row);
+    const qint64 y = before >= 0 ? m_layout.yOf(before, m_top) : -1;
+    const bool caretWasInSight = y >= 0 && y < m_height;
+    change();
     const qsizetype index = m_layout.indexOf(m_caret.position.row);
+    m_top = {};
     if (index >= 0) {
         const TextPosition position{m_layout.rowAt(index), 0};
-        if (position.row != m_caret.position.row)
+        const bool caretIsShown = m_layout.rowsAt(index).contains(m_caret.position.row);
+        if (!caretIsShown)
             m_caret = {m_caret.side, position, position};
-        m_top = std::clamp<qsizetype>(index - (caretWasInSight ? before : 0), 0, maximumTop());
-    } else {
-        m_top = 0;
+        const auto linesAbove = qsizetype(caretWasInSight ? y / m_layout.rowHeight() : 0);
+        m_top = std::min(m_layout.moved({index, 0}, -linesAbove), maximumTop());
     }
     Q_EMIT documentChanged();
     Q_EMIT caretMoved();
@@ -115,6 +173,7 @@ void DiffScene::setFont(const QFont &font)
     m_left.setFont(font);
     m_right.setFont(font);
     m_layout.setRowHeight(m_left.rowHeight());
+    setWrapColumns();
     scrollTo(m_top, m_column);
     Q_EMIT metricsChanged();
 }
@@ -126,12 +185,48 @@ void DiffScene::setShowsBlanks(bool shows)
     Q_EMIT repaintWanted();
 }
 
+void DiffScene::setWraps(bool wraps)
+{
+    if (wraps == m_wraps)
+        return;
+    m_wraps = wraps;
+    m_layout.setMeasure(wraps ? [this](qsizetype row) { return linesOf(row); } : RowLayout::Measure());
+    setWrapColumns();
+    scrollTo({m_top.index, 0}, 0);
+    showCaret();
+    Q_EMIT metricsChanged();
+}
+
+void DiffScene::setWrapColumns()
+{
+    const qint64 columns = m_wraps ? columnsPerPage() : 0;
+    m_left.setWrap(columns);
+    m_right.setWrap(columns);
+}
+
+qsizetype DiffScene::linesOf(qsizetype row)
+{
+    qsizetype lines = 1;
+    for (const Side side : {Side::Left, Side::Right}) {
+        const DiffDocument::Cell cell = m_document->cell(row, side);
+        if (cell.source)
+            lines = std::max(lines, rendererOf(cell, side).partCount(cell.line));
+    }
+    return lines;
+}
+
+qreal DiffScene::scrolledX(const DiffDocument::Cell &cell, Side side)
+{
+    return cell.source && rendererOf(cell, side).isWrapped(cell.line) ? 0 : scrolledX();
+}
+
 void DiffScene::setViewport(int height, int textWidth)
 {
     if (height == m_height && textWidth == m_textWidth)
         return;
     m_height = height;
     m_textWidth = textWidth;
+    setWrapColumns();
     scrollTo(m_top, m_column);
     Q_EMIT metricsChanged();
 }
@@ -144,12 +239,14 @@ qint64 DiffScene::columnsPerPage() const
 qint64 DiffScene::maximumColumn() const
 {
     const qint64 widest = m_document ? m_document->widestLine() : 0;
+    if (m_wraps && widest <= LineRenderer::longestWrapped)
+        return 0;
     return widest > columnsPerPage() ? widest + columnsToSpare - columnsPerPage() : 0;
 }
 
-void DiffScene::scrollTo(qsizetype top, qint64 column)
+void DiffScene::scrollTo(RowPlace top, qint64 column)
 {
-    const qsizetype newTop = std::clamp<qsizetype>(top, 0, maximumTop());
+    const RowPlace newTop = std::min(m_layout.clamped(top), maximumTop());
     const qint64 newColumn = std::clamp<qint64>(column, 0, std::max<qint64>(maximumColumn(), 0));
     if (newTop == m_top && newColumn == m_column)
         return;
@@ -170,14 +267,22 @@ void DiffScene::setCaret(const TextCaret &caret)
     Q_EMIT caretMoved();
 }
 
+RowPlace DiffScene::caretPlace()
+{
+    RowPlace place{m_layout.indexOf(m_caret.position.row), 0};
+    const DiffDocument::Cell cell = m_document->cell(m_caret.position.row, m_caret.side);
+    if (m_wraps && cell.source && m_layout.isShown(m_caret.position.row))
+        place.line = rendererOf(cell, m_caret.side).placeOf(cell.line, m_caret.position.unit).part;
+    return place;
+}
+
 void DiffScene::showCaret()
 {
-    const qsizetype index = m_layout.indexOf(m_caret.position.row);
-    if (index < 0)
+    if (m_layout.count() == 0)
         return;
     qint64 column = m_column;
     const DiffDocument::Cell cell = m_document->cell(m_caret.position.row, m_caret.side);
-    if (cell.source) {
+    if (cell.source && !rendererOf(cell, m_caret.side).isWrapped(cell.line)) {
         LineRenderer &drawn = rendererOf(cell, m_caret.side);
         const auto at = qint64(drawn.xOf(cell.line, m_caret.position.unit) / drawn.cellWidth());
         if (at < column)
@@ -185,11 +290,12 @@ void DiffScene::showCaret()
         else if (at > column + columnsPerPage() - 1)
             column = at + columnsToSpare - columnsPerPage();
     }
-    scrollTo(m_layout.topToShow(index, m_top, m_height), column);
+    scrollTo(m_layout.topToShow(caretPlace(), m_top, m_height), column);
 }
 
 void DiffScene::showCaretInContext()
 {
+    openBandOf(m_caret.position.row);
     const qsizetype index = m_layout.indexOf(m_caret.position.row);
     if (index >= 0)
         scrollTo(m_layout.topToReveal({index, 1}, m_top, m_height), m_column);
@@ -201,6 +307,7 @@ void DiffScene::goToLine(Side side, qint32 number)
     if (m_layout.count() == 0)
         return;
     const qsizetype row = std::max<qsizetype>(m_document->rowOfLine(side, number), 0);
+    openBandOf(row);
     const TextPosition start{m_layout.rowAt(m_layout.indexOf(row)), 0};
     setCaret({side, start, start});
     showCaretInContext();
@@ -230,7 +337,7 @@ void DiffScene::goToBlock(qsizetype block)
     const qsizetype count = m_layout.isShown(rows.first) ? rows.count : 1;
     scrollTo(m_layout.topToReveal({first, count}, m_top, m_height), 0);
     const qsizetype shownRow = m_layout.rowAt(first);
-    m_revealedRow = m_document->kind(shownRow) == Modified ? shownRow : -1;
+    m_revealedRow = m_document->kind(shownRow) == Modified && !m_wraps ? shownRow : -1;
     revealChange();
     Q_EMIT repaintWanted();
 }
@@ -265,10 +372,10 @@ QString DiffScene::selectedText() const
     const TextPosition start = m_caret.selectionStart();
     const TextPosition end = m_caret.selectionEnd();
     QStringList lines;
-    for (qsizetype index = m_layout.indexOf(start.row); index < m_layout.count(); ++index) {
-        const qsizetype row = m_layout.rowAt(index);
-        if (row > end.row)
-            break;
+    for (qsizetype row = start.row; row <= std::min(end.row, m_document->rowCount() - 1); ++row) {
+        // A band stands for its rows; what is hidden without one is not selected.
+        if (m_layout.filter() == RowFilter::Identical && !m_layout.isShown(row))
+            continue;
         const DiffDocument::Cell cell = m_document->cell(row, m_caret.side);
         if (!cell.source || !cell.own)
             continue;

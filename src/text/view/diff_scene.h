@@ -10,6 +10,7 @@
 #include <QFont>
 #include <QObject>
 
+#include <functional>
 #include <memory>
 
 namespace velmora {
@@ -17,8 +18,9 @@ namespace velmora {
 /// What the parts of a side-by-side view share: the document, which of it is in sight, the caret, the current
 /// difference and the font. The parts read it, change it through its functions and repaint on its signals.
 ///
-/// Lives on the interface thread. Vertical positions are indices of shown rows (`RowLayout`), the horizontal one is a
-/// column of the text grid; both panes always show the same ones.
+/// Lives on the interface thread. Vertical positions are places among the shown rows (`RowLayout`), the horizontal one
+/// is a column of the text grid; both panes always show the same ones. Wrapped lines break at the same column on both
+/// sides, that of the narrower pane, so that equal lines are equally high.
 class DiffScene final : public QObject {
     Q_OBJECT
 public:
@@ -40,6 +42,15 @@ public:
 
     /// Keeps the row of the caret in sight, or the nearest one that is still shown.
     void setFilter(RowFilter filter);
+    /// How many equal rows stay on each side of a difference where only differences are shown.
+    void setContextRows(qsizetype rows);
+    /// Whether lines that differ unimportantly count as differences.
+    void setCountsMinor(bool counts);
+    [[nodiscard]] bool countsMinor() const noexcept { return m_countsMinor; }
+    /// Shows the rows that are folded into the band at `index`, if there is one.
+    void openBand(qsizetype index);
+    /// Opens the band that holds `row`, if there is one.
+    void openBandOf(qsizetype row);
 
     [[nodiscard]] const QFont &font() const noexcept { return m_font; }
     void setFont(const QFont &font);
@@ -47,21 +58,28 @@ public:
     /// Whether blanks and tabs are drawn as faint signs.
     void setShowsBlanks(bool shows);
 
+    /// Whether long lines are wrapped at the edge of the panes.
+    void setWraps(bool wraps);
+    [[nodiscard]] bool wraps() const noexcept { return m_wraps; }
+
     /// The height of the panes, in pixels, and the narrower one's room for text.
     void setViewport(int height, int textWidth);
     [[nodiscard]] int viewportHeight() const noexcept { return m_height; }
 
-    [[nodiscard]] qsizetype top() const noexcept { return m_top; }
+    [[nodiscard]] RowPlace top() const noexcept { return m_top; }
     [[nodiscard]] qint64 column() const noexcept { return m_column; }
-    [[nodiscard]] qsizetype maximumTop() const { return m_layout.maximumTop(m_height); }
+    [[nodiscard]] RowPlace maximumTop() const { return m_layout.maximumTop(m_height); }
     [[nodiscard]] qint64 maximumColumn() const;
     /// Columns that fit into the narrower pane, at least one.
     [[nodiscard]] qint64 columnsPerPage() const;
     /// Clamped, as all scrolling is.
-    void scrollTo(qsizetype top, qint64 column);
-    void scrollToTop(qsizetype top) { scrollTo(top, m_column); }
+    void scrollTo(RowPlace top, qint64 column);
+    void scrollToTop(qsizetype index) { scrollTo({index, 0}, m_column); }
+    void scrollByLines(qsizetype lines) { scrollTo(m_layout.moved(m_top, lines), m_column); }
     /// The x of the texts, in pixels, that stands at the left edge of the panes.
     [[nodiscard]] qreal scrolledX() const { return qreal(m_column) * m_left.cellWidth(); }
+    /// The same for one line: 0 where it is wrapped.
+    [[nodiscard]] qreal scrolledX(const DiffDocument::Cell &cell, Side side);
 
     [[nodiscard]] const TextCaret &caret() const noexcept { return m_caret; }
     /// Moves the caret and takes no care that it is in sight. A caret in a difference makes that the current one.
@@ -96,6 +114,11 @@ private:
     void setCurrentBlock(qsizetype block);
     void revealChange();
     void takeDocument(std::shared_ptr<const DiffDocument> document);
+    void layOutRows();
+    void keepCaretInPlace(const std::function<void()> &change);
+    void setWrapColumns();
+    [[nodiscard]] qsizetype linesOf(qsizetype row);
+    [[nodiscard]] RowPlace caretPlace();
 
     std::shared_ptr<const DiffDocument> m_document;
     RowLayout m_layout;
@@ -107,10 +130,12 @@ private:
     TextCaret m_caret;
     qsizetype m_currentBlock = -1;
     qsizetype m_revealedRow = -1; ///< the row whose first changed character is still to be brought into sight
-    qsizetype m_top = 0;
+    RowPlace m_top;
     qint64 m_column = 0;
     int m_height = 0;
     int m_textWidth = 0;
+    bool m_wraps = false;
+    bool m_countsMinor = false;
 };
 
 } // namespace velmora

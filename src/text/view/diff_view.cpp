@@ -76,7 +76,7 @@ DiffView::DiffView(QWidget *parent)
     grid->setRowStretch(1, 1);
     grid->setColumnStretch(0, 1);
 
-    connect(m_vertical, &QScrollBar::valueChanged, this, [this](int top) { m_scene.scrollToTop(top); });
+    connect(m_vertical, &QScrollBar::valueChanged, this, &DiffView::scrollVertically);
     connect(m_horizontal, &QScrollBar::valueChanged, this,
             [this](int column) { m_scene.scrollTo(m_scene.top(), column); });
     connect(&m_scene, &DiffScene::documentChanged, this, &DiffView::fitViewport);
@@ -125,6 +125,22 @@ void DiffView::setFontPointSize(qreal size)
 {
     m_scene.setFont(textFont(std::clamp(size, smallestPointSize, largestPointSize)));
     fitViewport();
+    Q_EMIT fontSizeChanged();
+}
+
+double DiffView::leftShare() const
+{
+    const QList<int> sizes = m_splitter->sizes();
+    const int both = sizes.at(0) + sizes.at(1);
+    return both > 0 ? double(sizes.at(0)) / both : 0.5;
+}
+
+void DiffView::setLeftShare(double share)
+{
+    // The splitter spreads what room there is in proportion.
+    constexpr int parts = 10'000;
+    const int left = int(std::clamp(share, 0.1, 0.9) * parts);
+    m_splitter->setSizes({left, parts - left});
 }
 
 void DiffView::zoomBy(int steps)
@@ -160,7 +176,7 @@ void DiffView::fitScrollBars()
 {
     const QSignalBlocker verticalBlocker(m_vertical);
     const QSignalBlocker horizontalBlocker(m_horizontal);
-    m_vertical->setRange(0, int(m_scene.maximumTop()));
+    m_vertical->setRange(0, int(m_scene.maximumTop().index));
     m_vertical->setPageStep(int(m_scene.layout().rowsPerPage(m_scene.viewportHeight())));
     m_horizontal->setRange(0, int(m_scene.maximumColumn()));
     m_horizontal->setPageStep(int(m_scene.columnsPerPage()));
@@ -172,8 +188,15 @@ void DiffView::followScene()
 {
     const QSignalBlocker verticalBlocker(m_vertical);
     const QSignalBlocker horizontalBlocker(m_horizontal);
-    m_vertical->setValue(int(m_scene.top()));
+    m_vertical->setValue(int(m_scene.top().index));
     m_horizontal->setValue(int(m_scene.column()));
+}
+
+void DiffView::scrollVertically(int index)
+{
+    // The bar counts rows; below the last of its steps there may be more lines of a long one.
+    const RowPlace last = m_scene.maximumTop();
+    m_scene.scrollTo(index >= last.index ? last : RowPlace{index, 0}, m_scene.column());
 }
 
 void DiffView::placeNotices()
@@ -201,7 +224,7 @@ void DiffView::wheelEvent(QWheelEvent *event)
     } else {
         const int rows = m_wheelRest.y() * wheelRows / wheelStep;
         const int columns = m_wheelRest.x() * wheelColumns / wheelStep;
-        m_scene.scrollTo(m_scene.top() - rows, m_scene.column() - columns);
+        m_scene.scrollTo(m_scene.layout().moved(m_scene.top(), -rows), m_scene.column() - columns);
         m_wheelRest -= QPoint(columns * wheelStep / wheelColumns, rows * wheelStep / wheelRows);
     }
     event->accept();

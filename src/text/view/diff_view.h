@@ -42,10 +42,15 @@ public:
     /// A line of text above the panes; none when empty.
     void setBanner(const QString &text);
 
-    /// The size of the texts in points, between 6 and 40.
+    /// The size of the texts in points; clamped to 6 to 40.
     [[nodiscard]] qreal fontPointSize() const;
+    void setFontPointSize(qreal size);
     void zoomBy(int steps);
     void resetZoom();
+
+    /// The part of both panes' width that the left one has, between 0 and 1.
+    [[nodiscard]] double leftShare() const;
+    void setLeftShare(double share);
 
     /// Takes up a changed theme.
     void refreshTheme();
@@ -53,16 +58,17 @@ public:
 Q_SIGNALS:
     void contextMenuWanted(Side side, QPoint globalPosition);
     void panesMoved(); ///< a pane has another place or width
+    void fontSizeChanged();
 
 protected:
     void wheelEvent(QWheelEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
-    void setFontPointSize(qreal size);
     void fitViewport();
     void fitScrollBars();
     void followScene();
+    void scrollVertically(int index);
     void placeNotices();
 
     DiffScene m_scene;

@@ -12,26 +12,11 @@ namespace {
 // More rows than the tallest screens show in the smallest font, and as many again for scrolling back.
 constexpr int keptLines = 600;
 // A line that is scrolled sideways leaves segments behind.
-constexpr std::size_t keptSegments = 16;
+constexpr std::size_t keptSegments = 64;
 constexpr qreal unboundedWidth = 1 << 22;
 constexpr int leading = 2;
-
-char16_t visibleForm(char16_t unit)
-{
-    if (unit >= 0x20 && unit < 0x7F)
-        return unit;
-    if (unit < 0x20)
-        return unit == u'\t' ? unit : char16_t(0x2400 + unit);
-    if (unit == 0x7F)
-        return 0x2421;
-    constexpr char16_t box = 0x25AF;
-    const bool isControl = unit < 0xA0;
-    const bool breaksLine = unit == 0x2028 || unit == 0x2029;
-    const bool reordersText =
-        (unit >= 0x200E && unit <= 0x200F) || (unit >= 0x202A && unit <= 0x202E) || (unit >= 0x2066 && unit <= 0x2069);
-    const bool hides = unit == 0x200B || unit == 0xFEFF;
-    return isControl || breaksLine || reordersText || hides ? box : unit;
-}
+// The letters of a box against those of the text.
+constexpr qreal boxFontShare = 0.6;
 
 enum class CharacterClass { Space, Word, Other };
 
@@ -45,16 +30,6 @@ CharacterClass classOf(QChar character)
 }
 
 } // namespace
-
-QString visibleText(QString text)
-{
-    for (QChar &unit : text) {
-        const char16_t visible = visibleForm(unit.unicode());
-        if (visible != unit.unicode())
-            unit = QChar(visible);
-    }
-    return text;
-}
 
 LineRenderer::LineRenderer() : m_entries(keptLines)
 {
@@ -72,12 +47,14 @@ void LineRenderer::setFont(const QFont &font)
 {
     m_entries.clear();
     m_font = font;
+    m_boxFont = font;
+    m_boxFont.setPointSizeF(std::max<qreal>(font.pointSizeF() * boxFontShare, 4));
     const QFontMetricsF metrics(font);
     m_rowHeight = int(std::ceil(metrics.height())) + leading;
     m_baseline = std::floor((m_rowHeight - metrics.height()) / 2) + metrics.ascent();
     // One digit's own width may be rounded; a run of them shows what a cell really takes.
     constexpr int sample = 64;
-    const auto measured = makeLayout(QString(sample, u'0'), 0);
+    const auto measured = makeLayout(QString(sample, u'0'), 0, {});
     m_cellWidth = std::max<qreal>(measured->lineAt(0).naturalTextWidth() / sample, 1);
 }
 
@@ -87,16 +64,35 @@ void LineRenderer::setShowsBlanks(bool shows)
     m_showsBlanks = shows;
 }
 
+void LineRenderer::setWrap(qint64 columns)
+{
+    if (columns == m_wrapColumns)
+        return;
+    m_entries.clear();
+    m_wrapColumns = columns;
+}
+
+bool LineRenderer::isWrapped(qsizetype line) const
+{
+    return m_wrapColumns > 0 && qsizetype(m_source->bytes(line).size()) <= longestWrapped;
+}
+
+qsizetype LineRenderer::partCount(qsizetype line)
+{
+    return isWrapped(line) ? entry(line).segments.count() : 1;
+}
+
 LineRenderer::Entry &LineRenderer::entry(qsizetype line)
 {
     if (Entry *known = m_entries.object(line))
         return *known;
-    auto *made = new Entry(LineSegments(m_source->bytes(line), m_tabWidth));
+    auto *made = new Entry(LineSegments(m_source->bytes(line), m_tabWidth, isWrapped(line) ? m_wrapColumns : 0));
     m_entries.insert(line, made);
     return *made;
 }
 
-std::unique_ptr<QTextLayout> LineRenderer::makeLayout(const QString &text, qint64 column) const
+std::unique_ptr<QTextLayout> LineRenderer::makeLayout(const QString &text, qint64 column,
+                                                      const QList<HiddenCharacter> &hidden) const
 {
     auto layout = std::make_unique<QTextLayout>(text, m_font);
     layout->setCacheEnabled(true);
@@ -115,6 +111,20 @@ std::unique_ptr<QTextLayout> LineRenderer::makeLayout(const QString &text, qint6
         option.setTabArray(stops);
     }
     layout->setTextOption(option);
+    if (!hidden.isEmpty()) {
+        // The blank in the place of a hidden character is spaced out to the width of its box.
+        QList<QTextLayout::FormatRange> formats;
+        const qreal blank = QFontMetricsF(m_font).horizontalAdvance(QChar(QChar::Nbsp));
+        for (const HiddenCharacter &box : hidden) {
+            // The second half of a pair takes no room.
+            QTextLayout::FormatRange range{int(box.unit), 1, {}};
+            range.format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
+            range.format.setFontLetterSpacing(hiddenCharacterCells(box.character) * m_cellWidth - blank);
+            range.format.setForeground(Qt::transparent);
+            formats.append(range);
+        }
+        layout->setFormats(formats);
+    }
     layout->beginLayout();
     QTextLine line = layout->createLine();
     if (line.isValid())
@@ -123,16 +133,19 @@ std::unique_ptr<QTextLayout> LineRenderer::makeLayout(const QString &text, qint6
     return layout;
 }
 
-QTextLayout &LineRenderer::layout(Entry &entry, qsizetype segment)
+const LineRenderer::Laid &LineRenderer::laid(Entry &entry, qsizetype segment)
 {
-    const auto known = entry.layouts.find(segment);
-    if (known != entry.layouts.end())
-        return *known->second;
-    if (entry.layouts.size() >= keptSegments)
-        entry.layouts.clear();
+    const auto known = entry.laid.find(segment);
+    if (known != entry.laid.end())
+        return known->second;
+    if (entry.laid.size() >= keptSegments)
+        entry.laid.clear();
     const std::string_view utf8 = entry.segments.bytes(segment);
-    const QString text = visibleText(QString::fromUtf8(utf8.data(), qsizetype(utf8.size())));
-    return *entry.layouts.emplace(segment, makeLayout(text, entry.segments.at(segment).column)).first->second;
+    QString text = QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+    Laid made;
+    made.hidden = takeHiddenCharacters(text);
+    made.layout = makeLayout(text, entry.segments.at(segment).column, made.hidden);
+    return entry.laid.emplace(segment, std::move(made)).first->second;
 }
 
 void LineRenderer::draw(QPainter &painter, qsizetype line, const QRectF &area, qreal scrolled, const QColor &colour,
@@ -140,27 +153,72 @@ void LineRenderer::draw(QPainter &painter, qsizetype line, const QRectF &area, q
 {
     Entry &drawn = entry(line);
     painter.setPen(colour);
+    if (isWrapped(line)) {
+        const QRectF exposed = painter.clipBoundingRect();
+        const auto first = std::max<qsizetype>(qsizetype((exposed.top() - area.top()) / m_rowHeight), 0);
+        for (qsizetype index = first; drawn.segments.contains(index); ++index) {
+            const qreal y = area.top() + qreal(index) * m_rowHeight;
+            if (y > exposed.bottom())
+                break;
+            drawSegment(painter, drawn, index, {area.left(), y}, tints);
+        }
+        return;
+    }
     for (qsizetype index = drawn.segments.indexAtColumn(qint64(scrolled / m_cellWidth)); drawn.segments.contains(index);
          ++index) {
-        const LineSegments::Segment segment = drawn.segments.at(index);
-        const qreal x = qreal(segment.column) * m_cellWidth - scrolled;
+        const qreal x = qreal(drawn.segments.at(index).column) * m_cellWidth - scrolled;
         if (x >= area.width())
             break;
-        const QTextLayout &text = layout(drawn, index);
-        QList<QTextLayout::FormatRange> formats;
-        for (const Tint &tint : tints) {
-            const qsizetype first = std::max<qsizetype>(tint.first - segment.unit, 0);
-            const qsizetype end = std::min<qsizetype>(tint.end - segment.unit, text.text().size());
-            if (first >= end)
-                continue;
-            QTextLayout::FormatRange range{int(first), int(end - first), {}};
-            range.format.setForeground(tint.colour);
-            formats.append(range);
-        }
-        // A character from another font may reach higher than the font's own and would push the line down.
-        const qreal top = area.top() + m_baseline - (text.lineCount() > 0 ? text.lineAt(0).ascent() : 0);
-        text.draw(&painter, QPointF(area.left() + x, top), formats);
+        drawSegment(painter, drawn, index, {area.left() + x, area.top()}, tints);
     }
+}
+
+void LineRenderer::drawSegment(QPainter &painter, Entry &entry, qsizetype index, QPointF corner,
+                               const QList<Tint> &tints)
+{
+    const qsizetype start = entry.segments.at(index).unit;
+    const Laid &drawn = laid(entry, index);
+    const QTextLayout &text = *drawn.layout;
+    QList<QTextLayout::FormatRange> formats;
+    for (const Tint &tint : tints) {
+        const qsizetype first = std::max<qsizetype>(tint.first - start, 0);
+        const qsizetype end = std::min<qsizetype>(tint.end - start, text.text().size());
+        if (first >= end)
+            continue;
+        QTextLayout::FormatRange range{int(first), int(end - first), {}};
+        range.format.setForeground(tint.colour);
+        formats.append(range);
+    }
+    // A character from another font may reach higher than the font's own and would push the line down.
+    const qreal top = corner.y() + m_baseline - (text.lineCount() > 0 ? text.lineAt(0).ascent() : 0);
+    const QPen pen = painter.pen();
+    text.draw(&painter, QPointF(corner.x(), top), formats);
+    painter.setPen(pen);
+    if (!drawn.hidden.isEmpty())
+        drawBoxes(painter, drawn, corner);
+}
+
+void LineRenderer::drawBoxes(QPainter &painter, const Laid &drawn, QPointF corner) const
+{
+    painter.save();
+    painter.setFont(m_boxFont);
+    painter.setBrush(Qt::NoBrush);
+    QColor frame = painter.pen().color();
+    frame.setAlphaF(0.55F);
+    const QTextLine line = drawn.layout->lineAt(0);
+    for (const HiddenCharacter &box : drawn.hidden) {
+        // In a run from right to left the end stands on the left.
+        const qreal one = line.cursorToX(int(box.unit));
+        const qreal other = line.cursorToX(int(box.unit) + box.units);
+        const QRectF area(corner.x() + std::min(one, other) + 1.5, corner.y() + 2.5, std::abs(other - one) - 3,
+                          m_rowHeight - 5);
+        const QColor letters = painter.pen().color();
+        painter.setPen(frame);
+        painter.drawRoundedRect(area, 2, 2);
+        painter.setPen(letters);
+        painter.drawText(area, Qt::AlignCenter | Qt::TextDontClip, hiddenCharacterCode(box.character));
+    }
+    painter.restore();
 }
 
 void LineRenderer::drawLabel(QPainter &painter, const QRectF &area, Qt::Alignment alignment, const QString &text) const
@@ -170,25 +228,51 @@ void LineRenderer::drawLabel(QPainter &painter, const QRectF &area, Qt::Alignmen
                      int(alignment | Qt::AlignTop) | Qt::TextSingleLine, text);
 }
 
-qreal LineRenderer::xOf(qsizetype line, qsizetype unit)
+qreal LineRenderer::xIn(Entry &entry, qsizetype segment, qsizetype unit)
+{
+    const QTextLayout &text = layout(entry, segment);
+    const auto inside = int(std::clamp<qsizetype>(unit - entry.segments.at(segment).unit, 0, text.text().size()));
+    return text.lineCount() > 0 ? text.lineAt(0).cursorToX(inside) : 0;
+}
+
+LineRenderer::Place LineRenderer::placeOf(qsizetype line, qsizetype unit)
 {
     Entry &asked = entry(line);
     const qsizetype index = asked.segments.indexAtUnit(unit);
-    const LineSegments::Segment segment = asked.segments.at(index);
-    const QTextLayout &text = layout(asked, index);
-    const auto inside = int(std::clamp<qsizetype>(unit - segment.unit, 0, text.text().size()));
-    const qreal shift = text.lineCount() > 0 ? text.lineAt(0).cursorToX(inside) : 0;
-    return qreal(segment.column) * m_cellWidth + shift;
+    const qreal inside = xIn(asked, index, unit);
+    if (isWrapped(line))
+        return {index, inside};
+    return {0, qreal(asked.segments.at(index).column) * m_cellWidth + inside};
 }
 
-qsizetype LineRenderer::unitAt(qsizetype line, qreal x)
+qsizetype LineRenderer::unitAt(qsizetype line, qreal x, qsizetype part)
 {
     Entry &asked = entry(line);
-    const qsizetype index = asked.segments.indexAtColumn(qint64(std::max<qreal>(x, 0) / m_cellWidth));
+    const bool wrapped = isWrapped(line);
+    const qsizetype index = wrapped ? std::min(part, asked.segments.count() - 1)
+                                    : asked.segments.indexAtColumn(qint64(std::max<qreal>(x, 0) / m_cellWidth));
     const LineSegments::Segment segment = asked.segments.at(index);
     const QTextLayout &text = layout(asked, index);
-    const int inside = text.lineCount() > 0 ? text.lineAt(0).xToCursor(x - qreal(segment.column) * m_cellWidth) : 0;
+    const qreal start = wrapped ? 0 : qreal(segment.column) * m_cellWidth;
+    int inside = text.lineCount() > 0 ? text.lineAt(0).xToCursor(x - start) : 0;
+    // The place behind the last character of a wrapped part is drawn at the start of the next one.
+    if (wrapped && inside > 0 && inside == text.text().size() && asked.segments.contains(index + 1))
+        inside = text.previousCursorPosition(inside);
     return segment.unit + inside;
+}
+
+QList<LineRenderer::Span> LineRenderer::spansOf(qsizetype line, qsizetype first, qsizetype end)
+{
+    const Place start = placeOf(line, first);
+    const Place behind = placeOf(line, end);
+    QList<Span> spans;
+    for (qsizetype part = start.part; part <= behind.part; ++part) {
+        const qreal left = part == start.part ? start.x : 0;
+        const qreal right = part == behind.part ? behind.x : xIn(entry(line), part, end);
+        // Text from right to left may turn the ends round.
+        spans.append({part, std::min(left, right), std::max(left, right)});
+    }
+    return spans;
 }
 
 qsizetype LineRenderer::length(qsizetype line)

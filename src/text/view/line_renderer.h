@@ -2,6 +2,7 @@
 
 #include "text/engine/line_diff_engine.h"
 #include "text/view/diff_document.h"
+#include "text/view/hidden_characters.h"
 #include "text/view/line_segments.h"
 
 #include <QCache>
@@ -20,10 +21,16 @@ namespace velmora {
 ///
 /// Text stands on a grid of cells as wide as a digit of the font. A line is laid out in segments (`LineSegments`):
 /// inside one, characters stand where the font puts them; each further one begins at its column of the grid. So a frame
-/// costs what is in sight, however long a line is. Positions are UTF-16 code units from the start of the line; x is in
-/// device independent pixels from there. Layouts are kept for the lines used last. Lives on the interface thread.
+/// costs what is in sight, however long a line is. Where lines are wrapped, the segments stand one below the other.
+/// Characters without a picture of their own are drawn as small boxes with a code.
+///
+/// Positions are UTF-16 code units from the start of the line; x is in device independent pixels from the start of the
+/// line, or of the wrapped part of it. Layouts are kept for the lines used last. Lives on the interface thread.
 class LineRenderer {
 public:
+    /// A longer line is never wrapped: it is scrolled sideways, so that only the part in sight is laid out.
+    static constexpr qsizetype longestWrapped = 16'384; // bytes
+
     LineRenderer();
 
     /// Forgets all layouts. `source` must outlive its use here; null for nothing to draw.
@@ -32,10 +39,17 @@ public:
     [[nodiscard]] const QFont &font() const noexcept { return m_font; }
     /// Whether blanks and tabs are drawn as faint signs; they are not at first.
     void setShowsBlanks(bool shows);
+    /// Wraps lines at `columns` of the grid; 0 for not at all.
+    void setWrap(qint64 columns);
 
     /// The height of a row, a whole number of pixels.
     [[nodiscard]] int rowHeight() const noexcept { return m_rowHeight; }
     [[nodiscard]] qreal cellWidth() const noexcept { return m_cellWidth; }
+
+    /// Whether the line stays in place when the text is scrolled sideways.
+    [[nodiscard]] bool isWrapped(qsizetype line) const;
+    /// The parts that the line is wrapped into, at least one.
+    [[nodiscard]] qsizetype partCount(qsizetype line);
 
     /// A part of a line in a colour of its own.
     struct Tint {
@@ -44,17 +58,31 @@ public:
         QColor colour;
     };
 
-    /// Draws the part of `line` that falls into `area`, whose left edge shows x = `scrolled`. Tints that overlap are
-    /// undefined.
+    /// Draws what of `line` falls into `area`, whose left edge shows x = `scrolled`; each wrapped part stands a row
+    /// below the one before. Tints that overlap are undefined.
     void draw(QPainter &painter, qsizetype line, const QRectF &area, qreal scrolled, const QColor &colour,
               const QList<Tint> &tints = {});
 
     /// Draws `text` on the grid with the same baseline, as line numbers and signs are.
     void drawLabel(QPainter &painter, const QRectF &area, Qt::Alignment alignment, const QString &text) const;
 
-    [[nodiscard]] qreal xOf(qsizetype line, qsizetype unit);
-    /// The position nearest to x.
-    [[nodiscard]] qsizetype unitAt(qsizetype line, qreal x);
+    /// A place in a line as it is drawn.
+    struct Place {
+        qsizetype part = 0;
+        qreal x = 0;
+    };
+    [[nodiscard]] Place placeOf(qsizetype line, qsizetype unit);
+    [[nodiscard]] qreal xOf(qsizetype line, qsizetype unit) { return placeOf(line, unit).x; }
+    /// The position nearest to x in `part`.
+    [[nodiscard]] qsizetype unitAt(qsizetype line, qreal x, qsizetype part = 0);
+    /// A stretch of a line as it is drawn.
+    struct Span {
+        qsizetype part = 0;
+        qreal left = 0;
+        qreal right = 0;
+    };
+    /// What the units [first, end) cover, one span for each wrapped part.
+    [[nodiscard]] QList<Span> spansOf(qsizetype line, qsizetype first, qsizetype end);
     /// Units of the line; reads all of it.
     [[nodiscard]] qsizetype length(qsizetype line);
 
@@ -65,28 +93,36 @@ public:
     [[nodiscard]] CharRange wordAt(qsizetype line, qsizetype unit);
 
 private:
+    /// A segment ready to be drawn.
+    struct Laid {
+        std::unique_ptr<QTextLayout> layout;
+        QList<HiddenCharacter> hidden;
+    };
     struct Entry {
         explicit Entry(LineSegments cut) : segments(std::move(cut)) {}
         LineSegments segments;
-        std::map<qsizetype, std::unique_ptr<QTextLayout>> layouts; ///< by segment
+        std::map<qsizetype, Laid> laid; ///< by segment
     };
 
     [[nodiscard]] Entry &entry(qsizetype line);
-    [[nodiscard]] QTextLayout &layout(Entry &entry, qsizetype segment);
-    [[nodiscard]] std::unique_ptr<QTextLayout> makeLayout(const QString &text, qint64 column) const;
+    [[nodiscard]] const Laid &laid(Entry &entry, qsizetype segment);
+    [[nodiscard]] const QTextLayout &layout(Entry &entry, qsizetype segment) { return *laid(entry, segment).layout; }
+    [[nodiscard]] std::unique_ptr<QTextLayout> makeLayout(const QString &text, qint64 column,
+                                                          const QList<HiddenCharacter> &hidden) const;
+    void drawSegment(QPainter &painter, Entry &entry, qsizetype index, QPointF corner, const QList<Tint> &tints);
+    void drawBoxes(QPainter &painter, const Laid &drawn, QPointF corner) const;
+    [[nodiscard]] qreal xIn(Entry &entry, qsizetype segment, qsizetype unit);
 
     const LineSource *m_source = nullptr;
     int m_tabWidth = 4;
     bool m_showsBlanks = false;
+    qint64 m_wrapColumns = 0;
     QFont m_font;
+    QFont m_boxFont;
     qreal m_cellWidth = 8;
     int m_rowHeight = 16;
     qreal m_baseline = 12; ///< from the top of a row
     QCache<qsizetype, Entry> m_entries;
 };
-
-/// Text as it is drawn: what has no glyph of its own or would upset the order of the others gets a visible one, unit
-/// for unit.
-[[nodiscard]] QString visibleText(QString text);
 
 } // namespace velmora

@@ -1,5 +1,7 @@
 #include "text/view/line_segments.h"
 
+#include "text/view/hidden_characters.h"
+
 #include <QChar>
 
 #include <algorithm>
@@ -31,12 +33,15 @@ constexpr std::array wideRanges = {
 
 int cellsOf(char32_t character)
 {
+    if (character >= 0x20 && character < 0x7F)
+        return 1;
+    if (const int box = hiddenCharacterCells(character))
+        return box;
     if (character < 0x300)
-        return character == 0xAD ? 0 : 1;
+        return 1;
     switch (QChar::category(character)) {
     case QChar::Mark_NonSpacing:
     case QChar::Mark_Enclosing:
-    case QChar::Other_Format:
         return 0;
     default:
         break;
@@ -74,8 +79,28 @@ bool isPlainAscii(std::string_view utf8)
 {
     return std::all_of(utf8.begin(), utf8.end(), [](char c) {
         const auto byte = static_cast<unsigned char>(c);
-        return byte < 0x80 && byte != '\t';
+        return byte >= 0x20 && byte < 0x7F;
     });
+}
+
+bool endsWord(char32_t character)
+{
+    switch (character) {
+    case U' ':
+    case U'\t':
+    case U'-':
+    case U'/':
+    case U'\\':
+    case U',':
+    case U';':
+    case U')':
+    case U']':
+    case U'}':
+    case U'>':
+        return true;
+    default:
+        return character > 0x7F && cellsOf(character) > 1;
+    }
 }
 
 } // namespace
@@ -104,7 +129,8 @@ qint64 columnCount(std::string_view utf8, int tabWidth)
     return column;
 }
 
-LineSegments::LineSegments(std::string_view utf8, int tabWidth) : m_utf8(utf8), m_tabWidth(tabWidth)
+LineSegments::LineSegments(std::string_view utf8, int tabWidth, qint64 wrapColumns)
+    : m_utf8(utf8), m_tabWidth(tabWidth), m_wrapColumns(wrapColumns)
 {
     findNext();
 }
@@ -112,6 +138,37 @@ LineSegments::LineSegments(std::string_view utf8, int tabWidth) : m_utf8(utf8), 
 void LineSegments::findNext()
 {
     m_starts.push_back(m_next);
+    if (m_wrapColumns > 0)
+        findByColumns();
+    else
+        findByLength();
+}
+
+void LineSegments::findByColumns()
+{
+    const Segment start = m_next;
+    Segment at = start;
+    Segment breakAt = start;
+    std::string_view rest = m_utf8.substr(std::size_t(start.byte));
+    while (!rest.empty()) {
+        const Decoded next = decodeFirst(rest);
+        const qint64 column = advanced(at.column, next.character, m_tabWidth);
+        const bool isMark = next.character != U'\t' && cellsOf(next.character) == 0;
+        if (column - start.column > m_wrapColumns && at.byte > start.byte && !isMark) {
+            m_next = breakAt.byte > start.byte ? breakAt : at;
+            return;
+        }
+        const bool breaksBehind = endsWord(next.character) || (isMark && breakAt.byte == at.byte);
+        at = {at.byte + next.bytes, at.unit + (next.character > 0xFFFF ? 2 : 1), column};
+        if (breaksBehind && at.byte > start.byte)
+            breakAt = at;
+        rest.remove_prefix(std::size_t(next.bytes));
+    }
+    m_next = at;
+}
+
+void LineSegments::findByLength()
+{
     std::string_view rest = m_utf8.substr(std::size_t(m_next.byte));
     const std::string_view head = rest.substr(0, unitsPerSegment);
     const bool followedByMark = rest.size() > head.size() && static_cast<unsigned char>(rest[head.size()]) >= 0x80;
@@ -171,6 +228,13 @@ std::string_view LineSegments::bytes(qsizetype index)
     const qsizetype first = at(index).byte;
     const qsizetype behind = contains(index + 1) ? at(index + 1).byte : qsizetype(m_utf8.size());
     return m_utf8.substr(std::size_t(first), std::size_t(behind - first));
+}
+
+qsizetype LineSegments::count()
+{
+    while (!isComplete())
+        findNext();
+    return qsizetype(m_starts.size());
 }
 
 qsizetype LineSegments::unitCount()

@@ -73,10 +73,10 @@ std::optional<int> MergeHandle::arrowY(qsizetype block) const
     if (!layout.isShown(rows.first))
         return {};
     const qsizetype first = layout.indexOf(rows.first);
-    const qsizetype shown = std::max(first, m_scene.top());
+    const qsizetype shown = std::max(first, m_scene.top().index);
     if (shown >= first + rows.count)
         return {};
-    return int(layout.yOf(shown, m_scene.top()));
+    return int(std::max<qint64>(layout.yOf(shown, m_scene.top()), 0));
 }
 
 void MergeHandle::paintEvent(QPaintEvent *)

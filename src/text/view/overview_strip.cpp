@@ -88,7 +88,7 @@ QRect OverviewStrip::frame() const
     if (m_scene.layout().count() == 0 || hidden == 0)
         return {};
     const int length = std::max(int(shown * height() / scale()), leastFrameHeight);
-    const int y = int(m_scene.top() * (height() - length) / hidden);
+    const int y = int(m_scene.top().index * (height() - length) / hidden);
     return {0, y, width(), std::min(length, height())};
 }
 

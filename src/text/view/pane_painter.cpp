@@ -1,7 +1,9 @@
 #include "text/view/pane_painter.h"
 
+#include "session/translate.h"
 #include "text/view/row_colours.h"
 
+#include <QLocale>
 #include <QPainter>
 
 #include <cmath>
@@ -35,6 +37,23 @@ PanePainter::PanePainter(QPainter &painter, DiffScene &scene, const PaneLook &lo
         m_colours[std::size_t(role)] = diffColour(DiffColour(role));
 }
 
+PanePainter::Row PanePainter::rowAt(qsizetype index, int y) const
+{
+    const RowLayout &layout = m_scene.layout();
+    const qsizetype row = layout.rowAt(index);
+    const int height = int(layout.linesAt(index)) * layout.rowHeight();
+    const auto strip = [y, height](const QRect &area) { return QRect(area.left(), y, area.width(), height); };
+    const bool unimportant = m_document.differsUnimportantly(row);
+    return {row,
+            index,
+            m_document.kind(row),
+            unimportant,
+            unimportant && m_scene.countsMinor(),
+            m_document.cell(row, m_look.side),
+            strip(m_look.gutter),
+            strip(m_look.text)};
+}
+
 void PanePainter::paint(const QRect &exposed)
 {
     const RowLayout &layout = m_scene.layout();
@@ -42,16 +61,16 @@ void PanePainter::paint(const QRect &exposed)
     if (inSight.count == 0)
         return;
     m_scene.changes().beginFrame(layout.rowAt(inSight.first), layout.rowAt(inSight.end() - 1));
+    int y = int(layout.yOf(inSight.first, m_scene.top()));
     for (qsizetype index = inSight.first; index < inSight.end(); ++index) {
-        const int y = int(layout.yOf(index, m_scene.top()));
-        if (y + layout.rowHeight() <= exposed.top())
-            continue;
-        const qsizetype row = layout.rowAt(index);
-        const auto strip = [y, &layout](const QRect &area) {
-            return QRect(area.left(), y, area.width(), layout.rowHeight());
-        };
-        paintRow({row, index, m_document.kind(row), m_document.differsUnimportantly(row),
-                  m_document.cell(row, m_look.side), strip(m_look.gutter), strip(m_look.text)});
+        const int height = int(layout.linesAt(index)) * layout.rowHeight();
+        if (y + height > exposed.top()) {
+            if (layout.isBand(index))
+                paintBand(index, y);
+            else
+                paintRow(rowAt(index, y));
+        }
+        y += height;
     }
     m_scene.changes().endFrame();
 }
@@ -64,26 +83,47 @@ void PanePainter::paintRow(const Row &row)
         m_painter.save();
         m_painter.setClipRect(row.text, Qt::IntersectClip);
         const QRectF area = QRectF(row.text).adjusted(paneMetrics::textIndent, 0, 0, 0);
-        if (row.kind == Modified)
+        if (row.kind == Modified || row.minor)
             paintChanges(row);
         paintMatches(row);
         const auto tints = paintSelection(row);
         const QColor text = colour(row.cell.own ? DiffColour::Text : DiffColour::MutedText);
         m_scene.rendererOf(row.cell, m_look.side)
-            .draw(m_painter, row.cell.line, area, m_scene.scrolledX(), text, tints);
+            .draw(m_painter, row.cell.line, area, m_scene.scrolledX(row.cell, m_look.side), text, tints);
         m_painter.restore();
     }
-    if (m_scene.layout().hidesRowsBefore(row.index)) {
-        m_painter.fillRect(QRect(row.gutter.left(), row.text.top(), row.text.right() - row.gutter.left() + 1, 1),
-                           colour(DiffColour::Gap));
-    }
+    if (m_scene.layout().hidesRowsBefore(row.index))
+        paintGap(row);
     if (m_scene.caret().position.row == row.row)
         paintCaretRow(row);
 }
 
-QColor PanePainter::backgroundOf(const Row &row) const
+void PanePainter::paintGap(const Row &row)
 {
-    return colour(rowBackground(row.kind, row.unimportant));
+    m_painter.fillRect(QRect(row.gutter.left(), row.text.top(), row.text.right() - row.gutter.left() + 1, 1),
+                       colour(DiffColour::Gap));
+}
+
+void PanePainter::paintBand(qsizetype index, int y)
+{
+    const RowRange rows = m_scene.layout().rowsAt(index);
+    const int height = m_scene.layout().rowHeight();
+    const QRect area(m_look.gutter.left(), y, m_look.text.right() - m_look.gutter.left() + 1, height);
+    const bool isCurrent = rows.contains(m_scene.caret().position.row);
+    m_painter.fillRect(area, colour(DiffColour::Gutter));
+    const QColor edge = colour(isCurrent ? DiffColour::Accent : DiffColour::Rule);
+    m_painter.fillRect(QRect(area.left(), area.top(), area.width(), 1), edge);
+    m_painter.fillRect(QRect(area.left(), area.bottom(), area.width(), 1), edge);
+    const QString label = Velmora::tr("⋯ %1 equal lines").arg(QLocale().toString(rows.count));
+    m_painter.setPen(colour(isCurrent && m_look.focused ? DiffColour::Text : DiffColour::MutedText));
+    m_scene.renderer(m_look.side)
+        .drawLabel(m_painter, QRectF(m_look.text.left() + paneMetrics::textIndent, y, m_look.text.width(), height),
+                   Qt::AlignLeft, label);
+}
+
+DiffColour PanePainter::backgroundOf(const Row &row) const
+{
+    return rowBackground(row.kind, row.unimportant);
 }
 
 QString PanePainter::signOf(const Row &row) const
@@ -108,26 +148,26 @@ QString PanePainter::signOf(const Row &row) const
 void PanePainter::paintBackground(const Row &row)
 {
     if (row.cell.source)
-        m_painter.fillRect(row.text, backgroundOf(row));
+        m_painter.fillRect(row.text, colour(backgroundOf(row)));
     else
-        paintFiller(row.text);
+        paintFiller(row);
 }
 
-void PanePainter::paintFiller(const QRect &area)
+void PanePainter::paintFiller(const Row &row)
 {
     if (m_hatch.isNull()) {
         m_hatch = hatchTile(colour(DiffColour::Filler), colour(DiffColour::FillerHatch),
                             m_painter.device()->devicePixelRatioF());
     }
     // The pattern belongs to the content, so that it moves with it.
-    const qint64 contentY = m_scene.layout().yOf(m_scene.top(), 0);
-    m_painter.drawTiledPixmap(area, m_hatch, QPointF(area.left(), qreal((contentY + area.top()) % hatchSize)));
+    const qint64 contentY = qint64(row.index) * m_scene.layout().rowHeight();
+    m_painter.drawTiledPixmap(row.text, m_hatch, QPointF(row.text.left(), qreal(contentY % hatchSize)));
 }
 
 void PanePainter::paintGutter(const Row &row)
 {
-    const bool isDifference = row.kind != Equal && row.cell.source;
-    m_painter.fillRect(row.gutter, isDifference ? backgroundOf(row) : colour(DiffColour::Gutter));
+    const bool isDifference = (row.kind != Equal || row.minor) && row.cell.source;
+    m_painter.fillRect(row.gutter, colour(isDifference ? backgroundOf(row) : DiffColour::Gutter));
     const qsizetype block = m_scene.layout().blockOf(row.row);
     if (block >= 0 && block == m_scene.currentBlock()) {
         QRect bar = row.gutter;
@@ -137,7 +177,7 @@ void PanePainter::paintGutter(const Row &row)
     LineRenderer &labels = m_scene.renderer(m_look.side);
     const int signWidth = int(std::ceil(labels.cellWidth()));
     const QRectF signs(row.gutter.right() + 1 - signWidth - paneMetrics::padding, row.gutter.top(),
-                       signWidth + paneMetrics::padding, row.gutter.height());
+                       signWidth + paneMetrics::padding, m_scene.layout().rowHeight());
     m_painter.setPen(colour(DiffColour::Text));
     labels.drawLabel(m_painter, signs, Qt::AlignLeft, signOf(row));
     const qint32 number = m_document.lineNumber(row.row, m_look.side);
@@ -149,19 +189,33 @@ void PanePainter::paintGutter(const Row &row)
     }
 }
 
+QRectF PanePainter::partArea(const Row &row, qsizetype part)
+{
+    const int height = m_scene.layout().rowHeight();
+    const qreal origin = row.text.left() + paneMetrics::textIndent - m_scene.scrolledX(row.cell, m_look.side);
+    return {origin, row.text.top() + qreal(part) * height, qreal(row.text.width()), qreal(height)};
+}
+
 void PanePainter::paintUnits(const Row &row, qsizetype first, qsizetype end, const QColor &colour)
 {
-    LineRenderer &renderer = m_scene.rendererOf(row.cell, m_look.side);
-    const qreal origin = row.text.left() + paneMetrics::textIndent - m_scene.scrolledX();
-    const qreal left = origin + renderer.xOf(row.cell.line, first);
-    const qreal right = origin + renderer.xOf(row.cell.line, end);
-    const QRectF area(std::min(left, right), row.text.top(), std::abs(right - left), row.text.height());
-    m_painter.fillRect(area.intersected(QRectF(row.text)), colour);
+    const auto spans = m_scene.rendererOf(row.cell, m_look.side).spansOf(row.cell.line, first, end);
+    for (const LineRenderer::Span &span : spans) {
+        QRectF area = partArea(row, span.part);
+        area.setRight(area.left() + span.right);
+        area.setLeft(area.left() + span.left);
+        m_painter.fillRect(area.intersected(QRectF(row.text)), colour);
+    }
 }
 
 std::pair<qsizetype, qsizetype> PanePainter::unitsInSight(const Row &row)
 {
     LineRenderer &renderer = m_scene.rendererOf(row.cell, m_look.side);
+    if (renderer.isWrapped(row.cell.line)) {
+        const qsizetype height = m_scene.layout().rowHeight();
+        const auto above = qsizetype(std::max(-row.text.top(), 0)) / height;
+        const auto below = above + m_scene.viewportHeight() / height + 1;
+        return {renderer.unitAt(row.cell.line, 0, above), renderer.unitAt(row.cell.line, row.text.width(), below)};
+    }
     return {renderer.unitAt(row.cell.line, m_scene.scrolledX() - paneMetrics::textIndent),
             renderer.unitAt(row.cell.line, m_scene.scrolledX() + row.text.width())};
 }
@@ -215,10 +269,10 @@ QList<LineRenderer::Tint> PanePainter::paintSelection(const Row &row)
         paintUnits(row, shownFirst, shownEnd, colour(DiffColour::Selection));
     if (row.row < end.row) {
         // A selected line end is shown as half a cell.
-        const qreal x = row.text.left() + paneMetrics::textIndent - m_scene.scrolledX() +
-                        renderer.xOf(row.cell.line, lastInSight + 1);
-        m_painter.fillRect(QRectF(x, row.text.top(), renderer.cellWidth() / 2, row.text.height()),
-                           colour(DiffColour::Selection));
+        const LineRenderer::Place end = renderer.placeOf(row.cell.line, lastInSight + 1);
+        QRectF area = partArea(row, end.part).translated(end.x, 0);
+        area.setWidth(renderer.cellWidth() / 2);
+        m_painter.fillRect(area, colour(DiffColour::Selection));
     }
     return {{shownFirst, std::max(shownFirst, shownEnd), colour(DiffColour::SelectedText)}};
 }
@@ -230,15 +284,20 @@ void PanePainter::paintCaretRow(const Row &row)
     const int width = row.text.right() - left + 1;
     m_painter.fillRect(QRect(left, row.text.top(), width, 1), frame);
     m_painter.fillRect(QRect(left, row.text.bottom(), width, 1), frame);
-    const TextCaret &caret = m_scene.caret();
-    if (!m_look.focused || caret.side != m_look.side)
-        return;
-    qreal x = row.text.left() + paneMetrics::textIndent - m_scene.scrolledX();
-    if (row.cell.source)
-        x += m_scene.rendererOf(row.cell, m_look.side).xOf(row.cell.line, caret.position.unit);
+    if (m_look.focused && m_scene.caret().side == m_look.side)
+        paintCaret(row);
+}
+
+void PanePainter::paintCaret(const Row &row)
+{
+    LineRenderer::Place place;
+    if (row.cell.source) {
+        place = m_scene.rendererOf(row.cell, m_look.side).placeOf(row.cell.line, m_scene.caret().position.unit);
+    }
+    const QRectF area = partArea(row, place.part);
+    const qreal x = area.left() + place.x;
     if (x >= row.text.left())
-        m_painter.fillRect(QRectF(std::round(x), row.text.top() + 1, 2, row.text.height() - 2),
-                           colour(DiffColour::Text));
+        m_painter.fillRect(QRectF(std::round(x), area.top() + 1, 2, area.height() - 2), colour(DiffColour::Text));
 }
 
 } // namespace velmora

@@ -35,24 +35,32 @@ private:
         qsizetype index;
         DiffLineKind kind;
         bool unimportant; ///< equal, but not the same text
+        bool minor;       ///< unimportant, and such rows count as differences
         DiffDocument::Cell cell;
-        QRect gutter;
+        QRect gutter; ///< of all its lines
         QRect text;
     };
 
+    [[nodiscard]] Row rowAt(qsizetype index, int y) const;
     void paintRow(const Row &row);
     void paintGutter(const Row &row);
     void paintBackground(const Row &row);
-    void paintFiller(const QRect &area);
+    void paintFiller(const Row &row);
+    /// What stands for equal rows that are folded.
+    void paintBand(qsizetype index, int y);
+    void paintGap(const Row &row);
     void paintChanges(const Row &row);
     void paintMatches(const Row &row);
     [[nodiscard]] QList<LineRenderer::Tint> paintSelection(const Row &row);
     void paintCaretRow(const Row &row);
-    /// The units of the row's line at the edges of the pane.
+    void paintCaret(const Row &row);
+    /// The first and last unit of the row's line that may be in sight.
     [[nodiscard]] std::pair<qsizetype, qsizetype> unitsInSight(const Row &row);
     void paintUnits(const Row &row, qsizetype first, qsizetype end, const QColor &colour);
+    /// The line of the screen that shows a wrapped part of the row, with x = 0 of that part at its left edge.
+    [[nodiscard]] QRectF partArea(const Row &row, qsizetype part);
     [[nodiscard]] QColor colour(DiffColour role) const { return m_colours[std::size_t(role)]; }
-    [[nodiscard]] QColor backgroundOf(const Row &row) const;
+    [[nodiscard]] DiffColour backgroundOf(const Row &row) const;
     /// "+", "-", "~", "≈" for differences that do not matter, or nothing.
     [[nodiscard]] QString signOf(const Row &row) const;
 

@@ -6,96 +6,14 @@ namespace velmora {
 
 namespace {
 
-/// The first of the ordered `ranges` that ends behind `position`.
-auto firstEndingBehind(const std::vector<RowRange> &ranges, qsizetype position)
-{
-    return std::upper_bound(ranges.begin(), ranges.end(), position,
-                            [](qsizetype p, const RowRange &range) { return p < range.end(); });
-}
-
-void extend(std::vector<RowRange> &ranges, qsizetype position)
-{
-    if (!ranges.empty() && ranges.back().end() == position)
-        ++ranges.back().count;
-    else
-        ranges.push_back({position, 1});
-}
+// Rows are not measured for a distance that no view shows.
+constexpr qsizetype farAway = 1000;
 
 } // namespace
 
-void RowLayout::setRows(const QList<AlignedRow> &rows)
+void RowLayout::setMeasure(Measure measure)
 {
-    m_rows = rows;
-    m_blocks.clear();
-    for (qsizetype row = 0; row < m_rows.size(); ++row) {
-        if (m_rows.at(row).kind != Equal)
-            extend(m_blocks, row);
-    }
-    filterRows();
-}
-
-void RowLayout::setFilter(RowFilter filter)
-{
-    if (filter == m_filter)
-        return;
-    m_filter = filter;
-    filterRows();
-}
-
-void RowLayout::filterRows()
-{
-    m_shown.clear();
-    if (m_filter != RowFilter::All) {
-        const bool wantsEqual = m_filter == RowFilter::Identical;
-        for (qsizetype row = 0; row < m_rows.size(); ++row) {
-            if ((m_rows.at(row).kind == Equal) == wantsEqual)
-                m_shown.push_back(qint32(row));
-        }
-    }
-    m_shown.shrink_to_fit();
-    findRuns();
-}
-
-void RowLayout::findRuns()
-{
-    for (auto &runs : m_runs)
-        runs.clear();
-    if (m_filter == RowFilter::Identical)
-        return;
-    for (qsizetype index = 0; index < count(); ++index) {
-        const DiffLineKind kind = m_rows.at(rowAt(index)).kind;
-        if (kind != Equal)
-            extend(m_runs[kind - Added], index);
-    }
-}
-
-qsizetype RowLayout::count() const noexcept
-{
-    return m_filter == RowFilter::All ? m_rows.size() : qsizetype(m_shown.size());
-}
-
-qsizetype RowLayout::rowAt(qsizetype index) const
-{
-    return m_filter == RowFilter::All ? index : m_shown[std::size_t(index)];
-}
-
-qsizetype RowLayout::indexOf(qsizetype row) const
-{
-    if (m_filter == RowFilter::All)
-        return std::min(row, count() - 1);
-    const auto found = std::lower_bound(m_shown.begin(), m_shown.end(), row);
-    return std::min<qsizetype>(found - m_shown.begin(), count() - 1);
-}
-
-bool RowLayout::isShown(qsizetype row) const
-{
-    const qsizetype index = indexOf(row);
-    return index >= 0 && rowAt(index) == row;
-}
-
-bool RowLayout::hidesRowsBefore(qsizetype index) const
-{
-    return m_filter != RowFilter::All && index > 0 && rowAt(index) != rowAt(index - 1) + 1;
+    m_measure = std::move(measure);
 }
 
 void RowLayout::setRowHeight(int height)
@@ -103,61 +21,109 @@ void RowLayout::setRowHeight(int height)
     m_rowHeight = std::max(height, 1);
 }
 
+qsizetype RowLayout::linesAt(qsizetype index) const
+{
+    return m_measure && !isBand(index) ? std::max<qsizetype>(m_measure(rowAt(index)), 1) : 1;
+}
+
 qsizetype RowLayout::rowsPerPage(int height) const
 {
     return std::max(height / m_rowHeight, 1);
 }
 
-qsizetype RowLayout::maximumTop(int height) const
+RowPlace RowLayout::clamped(RowPlace place) const
 {
-    return std::max<qsizetype>(count() - rowsPerPage(height), 0);
+    if (count() == 0 || place.index < 0)
+        return {};
+    if (place.index >= count())
+        return {count() - 1, linesAt(count() - 1) - 1};
+    return {place.index, place.line == 0 ? 0 : std::clamp<qsizetype>(place.line, 0, linesAt(place.index) - 1)};
 }
 
-RowRange RowLayout::inSight(qsizetype top, int height) const
+RowPlace RowLayout::moved(RowPlace from, qsizetype lines) const
 {
-    const qsizetype first = std::clamp<qsizetype>(top, 0, count());
-    const qsizetype rows = (std::max(height, 0) + m_rowHeight - 1) / m_rowHeight;
-    return {first, std::min(rows, count() - first)};
+    if (!m_measure)
+        return clamped({from.index + from.line + lines, 0});
+    RowPlace place = clamped(from);
+    qsizetype rest = lines;
+    while (rest < 0) {
+        if (place.line + rest >= 0)
+            return {place.index, place.line + rest};
+        if (place.index == 0)
+            return {};
+        rest += place.line + 1;
+        --place.index;
+        place.line = linesAt(place.index) - 1;
+    }
+    while (rest > 0) {
+        const qsizetype left = linesAt(place.index) - 1 - place.line;
+        if (rest <= left || place.index + 1 >= count())
+            return {place.index, place.line + std::min(rest, left)};
+        rest -= left + 1;
+        place = {place.index + 1, 0};
+    }
+    return place;
 }
 
-qint64 RowLayout::yOf(qsizetype index, qsizetype top) const
+RowPlace RowLayout::maximumTop(int height) const
 {
-    return qint64(index - top) * m_rowHeight;
+    if (count() == 0)
+        return {};
+    const RowPlace last{count() - 1, linesAt(count() - 1) - 1};
+    return moved(last, 1 - rowsPerPage(height));
 }
 
-qsizetype RowLayout::indexAtY(int y, qsizetype top) const
+RowRange RowLayout::inSight(RowPlace top, int height) const
 {
-    const qsizetype down = y >= 0 ? y / m_rowHeight : -((m_rowHeight - 1 - y) / m_rowHeight);
-    return std::min(std::max<qsizetype>(top + down, 0), count() - 1);
+    const qsizetype first = std::clamp<qsizetype>(top.index, 0, count());
+    const qsizetype lines = (std::max(height, 0) + m_rowHeight - 1) / m_rowHeight;
+    if (!m_measure)
+        return {first, std::min(lines, count() - first)};
+    qsizetype end = first;
+    for (qsizetype filled = -top.line; end < count() && filled < lines; ++end)
+        filled += linesAt(end);
+    return {first, end - first};
 }
 
-qsizetype RowLayout::topToShow(qsizetype index, qsizetype top, int height) const
+qint64 RowLayout::yOf(qsizetype index, RowPlace top) const
+{
+    qint64 lines = index - top.index;
+    if (m_measure && std::abs(lines) < farAway) {
+        lines = 0;
+        for (qsizetype between = top.index; between < index; ++between)
+            lines += linesAt(between);
+        for (qsizetype between = index; between < top.index; ++between)
+            lines -= linesAt(between);
+    }
+    return (lines - top.line) * m_rowHeight;
+}
+
+RowPlace RowLayout::placeAtY(int y, RowPlace top) const
+{
+    return moved(top, y >= 0 ? y / m_rowHeight : -((m_rowHeight - 1 - y) / m_rowHeight));
+}
+
+qsizetype RowLayout::indexAtY(int y, RowPlace top) const
+{
+    return count() > 0 ? placeAtY(y, top).index : -1;
+}
+
+RowPlace RowLayout::topToShow(RowPlace place, RowPlace top, int height) const
+{
+    const RowPlace lowest = moved(place, 1 - rowsPerPage(height));
+    return std::min(std::clamp(top, lowest, std::max(place, lowest)), maximumTop(height));
+}
+
+RowPlace RowLayout::topToReveal(RowRange range, RowPlace top, int height) const
 {
     const qsizetype page = rowsPerPage(height);
-    return std::clamp<qsizetype>(std::clamp(top, index - page + 1, index), 0, maximumTop(height));
-}
-
-qsizetype RowLayout::topToReveal(RowRange range, qsizetype top, int height) const
-{
-    const qsizetype page = rowsPerPage(height);
-    const bool startsInSight = range.first > top || (range.first == 0 && top == 0);
-    const bool endsInSight = range.end() < top + page || (range.end() == count() && top >= maximumTop(height));
+    const RowPlace start{range.first, 0};
+    const bool startsInSight = start > top || (start == RowPlace() && top == RowPlace());
+    const bool endsInSight =
+        RowPlace{range.end(), 0} <= moved(top, page - 1) || (range.end() == count() && top >= maximumTop(height));
     if (startsInSight && endsInSight)
         return top;
-    return std::clamp<qsizetype>(range.first - page / 3, 0, maximumTop(height));
-}
-
-qsizetype RowLayout::blockOf(qsizetype row) const
-{
-    const auto found = firstEndingBehind(m_blocks, row);
-    return found != m_blocks.end() && found->contains(row) ? found - m_blocks.begin() : -1;
-}
-
-bool RowLayout::holds(DiffLineKind kind, RowRange range) const
-{
-    const auto &runs = m_runs[kind - Added];
-    const auto found = firstEndingBehind(runs, range.first);
-    return found != runs.end() && found->first < range.end();
+    return std::min(moved(start, -(page / 3)), maximumTop(height));
 }
 
 } // namespace velmora

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "text/engine/diff_line.h"
+
+#include <QList>
+
+#include <vector>
+
+namespace velmora {
+
+/// Which rows of a comparison are shown.
+enum class RowFilter : quint8 { All, Differences, Identical };
+
+/// Consecutive rows [first, first + count).
+struct RowRange {
+    qsizetype first = 0;
+    qsizetype count = 0;
+
+    [[nodiscard]] qsizetype end() const noexcept { return first + count; }
+    [[nodiscard]] bool contains(qsizetype row) const noexcept { return row >= first && row < end(); }
+    friend bool operator==(const RowRange &, const RowRange &) = default;
+};
+
+/// Which rows of a comparison are shown, and where its differences are.
+///
+/// A *row* is a position in the result, an *index* a position among what is shown; both are 0-based, and the same when
+/// all rows are shown. Where differences only are shown, a few equal rows around each stay as its context and every
+/// longer stretch of equal rows is folded into one *band*, which has an index of its own and can be opened. Setting
+/// rows or filter takes a step for each row, everything else at most a logarithm of them.
+class ShownRows {
+public:
+    static constexpr qsizetype usualContext = 3;
+
+    /// `minor` says which equal rows count as differences all the same; empty for none.
+    void setRows(const QList<AlignedRow> &rows, std::vector<bool> minor = {});
+    void setFilter(RowFilter filter);
+    [[nodiscard]] RowFilter filter() const noexcept { return m_filter; }
+    /// How many equal rows are left on each side of a difference.
+    void setContext(qsizetype rows);
+    [[nodiscard]] qsizetype context() const noexcept { return m_context; }
+
+    [[nodiscard]] qsizetype rowCount() const noexcept { return m_rows.size(); }
+
+    /// How many rows and bands are shown.
+    [[nodiscard]] qsizetype count() const noexcept;
+    /// The row at `index`, the first one of a band. Precondition: 0 <= index < count().
+    [[nodiscard]] qsizetype rowAt(qsizetype index) const;
+    /// The index of `row` or of the band that it is folded into; else of the next shown row behind it, or of the last
+    /// one; -1 when nothing is shown.
+    [[nodiscard]] qsizetype indexOf(qsizetype row) const;
+    /// False for a row in a band.
+    [[nodiscard]] bool isShown(qsizetype row) const;
+    /// True when rows between the one at `index` and the shown one before it are hidden and no band stands for them.
+    [[nodiscard]] bool hidesRowsBefore(qsizetype index) const;
+
+    [[nodiscard]] bool isBand(qsizetype index) const;
+    /// The rows that `index` stands for: those of a band, else one.
+    [[nodiscard]] RowRange rowsAt(qsizetype index) const;
+    /// Shows the rows of the band at `index`; false when that is none.
+    bool openBand(qsizetype index);
+    /// The stretches that were opened, in order.
+    [[nodiscard]] const std::vector<RowRange> &opened() const noexcept { return m_opened; }
+    /// Opens the bands that touch any of `stretches` and closes all others.
+    void setOpened(std::vector<RowRange> stretches);
+
+    /// A block is a maximal run of rows that differ, whether shown or not; blocks are numbered from 0.
+    [[nodiscard]] qsizetype blockCount() const noexcept { return qsizetype(m_blocks.size()); }
+    /// The rows of a block. Precondition: 0 <= block < blockCount().
+    [[nodiscard]] RowRange block(qsizetype block) const { return m_blocks[std::size_t(block)]; }
+    /// The block that holds `row`, or -1.
+    [[nodiscard]] qsizetype blockOf(qsizetype row) const;
+
+    /// Whether a row of `kind` (not `Equal`) is among the shown indices `range`.
+    [[nodiscard]] bool holds(DiffLineKind kind, RowRange range) const;
+
+private:
+    [[nodiscard]] bool differs(qsizetype row) const;
+    [[nodiscard]] bool wasOpened(RowRange stretch) const;
+    void filterRows();
+    void showRows(RowRange rows);
+    void foldEqualRows();
+    void findRuns();
+
+    QList<AlignedRow> m_rows;
+    std::vector<bool> m_minor;
+    RowFilter m_filter = RowFilter::All;
+    qsizetype m_context = usualContext;
+    std::vector<qint32> m_shown;    ///< rows by index; unused when all are shown
+    std::vector<RowRange> m_bands;  ///< in order
+    std::vector<RowRange> m_opened; ///< in order
+    std::vector<RowRange> m_blocks;
+    std::vector<RowRange> m_runs[3]; ///< runs of indices of the kinds Added, Removed, Modified
+};
+
+} // namespace velmora
