@@ -494,10 +494,10 @@ private Q_SLOTS:
         f.compare(f.file(QStringLiteral("a"), lines(200)), f.file(QStringLiteral("b"), changed));
         DiffScene &scene = f.session.view().scene();
         QCOMPARE(f.position(), QStringLiteral("Diff 0/2"));
-        QCOMPARE(scene.top(), 0);
+        QCOMPARE(scene.top(), RowPlace());
         f.session.onNextDiff();
         QCOMPARE(f.position(), QStringLiteral("Diff 1/2"));
-        QVERIFY(scene.top() > 20 && scene.top() < 49);
+        QVERIFY(scene.top().index > 20 && scene.top().index < 49);
         f.session.onNextDiff();
         f.session.onNextDiff(); // stays at the last
         QCOMPARE(f.position(), QStringLiteral("Diff 2/2"));
@@ -578,9 +578,9 @@ private Q_SLOTS:
         scene.scrollToTop(300);
         f.session.onReloadBoth();
         f.wait();
-        QCOMPARE(scene.top(), 300);
+        QCOMPARE(scene.top().index, 300);
         f.compare(a, f.file(QStringLiteral("b"), lines(500)));
-        QCOMPARE(scene.top(), 0);
+        QCOMPARE(scene.top(), RowPlace());
     }
 };
 
