@@ -4,6 +4,7 @@
 
 namespace velmora {
 
+class RecoveryStore;
 struct SessionPaths;
 
 /// What a session may ask of the window that holds it. Sessions know neither the window nor each other.
@@ -20,6 +21,9 @@ public:
 
     /// Shows `message` in the status bar, for `milliseconds` or, when 0, until the next one.
     virtual void showStatus(const QString &message, int milliseconds = 0) = 0;
+
+    /// Where unsaved work is kept in case the program ends without asking; null when it is not.
+    [[nodiscard]] virtual RecoveryStore *recovery() { return nullptr; }
 };
 
 } // namespace velmora

@@ -4,9 +4,12 @@
 
 #include <QWidget>
 
+#include <functional>
+
 namespace velmora {
 
 class SessionHost;
+struct RecoveryRecord;
 
 /// The commands of the Edit menu, which a session carries out when it can.
 enum class EditCommand { Undo, Redo, UndoLeft, RedoLeft, UndoRight, RedoRight };
@@ -47,9 +50,17 @@ public:
     [[nodiscard]] virtual bool isEditingEnabled() const { return false; }
     virtual void setEditingEnabled(bool /*enabled*/) {}
 
-    /// True when closing the tab would lose something; the window then asks `confirmClose` before it destroys the
-    /// widget.
+    /// True when closing the tab now would lose something.
     [[nodiscard]] virtual bool hasUnsavedChanges() const { return false; }
+    /// Called before the window destroys the session. Asks what is to become of unsaved changes, carries that out and
+    /// tells `answered` whether the session may go: at once or later, at most once, and not at all when the person
+    /// turned away. A session may be asked again before it has answered.
+    virtual void confirmClose(std::function<void(bool mayClose)> answered) { answered(true); }
+
+    /// Takes up unsaved work of an earlier run, which this kind of session has put into the session host's recovery
+    /// store, instead of a start. `kept` is called once it is shown and kept anew, and never when it cannot be shown.
+    /// The description of a record names the session's "kind" and its paths, "left" and "right".
+    virtual void recover(const RecoveryRecord & /*record*/, std::function<void()> /*kept*/) {}
 
     /// True when local files or folders may be dropped anywhere on the session; `dropPaths` then takes their paths.
     [[nodiscard]] virtual bool acceptsDroppedPaths() const { return false; }

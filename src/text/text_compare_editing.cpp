@@ -1,4 +1,5 @@
 #include "session/translate.h"
+#include "text/progress_strip.h"
 #include "text/text_compare_bar.h"
 #include "text/text_compare_widget.h"
 #include "text/text_editing.h"
@@ -17,6 +18,8 @@ void TextCompareWidget::connectEditing()
     m_view->pane(Side::Left).setEditor(&editor);
     m_view->pane(Side::Right).setEditor(&editor);
     connect(m_editing, &TextEditing::message, this, &TextCompareWidget::showMessage);
+    connect(&m_editing->saving(), &TextSaving::savingChanged, this, &TextCompareWidget::showSaving);
+    connect(&m_editing->saving(), &TextSaving::progressed, m_progress, &ProgressStrip::showFraction);
     connect(m_editing, &TextEditing::textEdited, this, [this] {
         m_runner.abandon();
         showPosition();
@@ -153,6 +156,24 @@ bool TextCompareWidget::hasUnsavedChanges() const
     return m_editing->hasUnsavedChanges();
 }
 
+void TextCompareWidget::confirmClose(std::function<void(bool)> answered)
+{
+    m_editing->saving().confirmClose(std::move(answered));
+}
+
+bool TextCompareWidget::isSaving() const
+{
+    return m_editing->saving().isSaving();
+}
+
+void TextCompareWidget::showSaving()
+{
+    if (m_editing->saving().isSaving())
+        m_progress->showBusy();
+    else if (!m_runner.isRunning())
+        m_progress->clear();
+}
+
 // Merging by hand -----------------------------------------------------------------------------------------------------
 
 void TextCompareWidget::copyFrom(Side from)
@@ -214,12 +235,12 @@ void TextCompareWidget::onArrowCopyRightToLeft(int lineIndex)
 
 void TextCompareWidget::onSaveLeft()
 {
-    m_editing->save(Side::Left);
+    m_editing->saving().save(Side::Left);
 }
 
 void TextCompareWidget::onSaveRight()
 {
-    m_editing->save(Side::Right);
+    m_editing->saving().save(Side::Right);
 }
 
 void TextCompareWidget::reload(bool left, bool right)

@@ -8,6 +8,7 @@
 #include "text/find_bar.h"
 #include "text/find_controller.h"
 #include "text/progress_strip.h"
+#include "text/recovery_keeper.h"
 #include "text/result_presenter.h"
 #include "text/side_description.h"
 #include "text/text_compare_bar.h"
@@ -43,13 +44,15 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
       m_findBar(new FindBar(this)),
       m_finder(new FindController(*m_findBar, *m_view, this)),
       m_status(new QLabel(Velmora::tr("Ready"), this)),
-      m_format(new QLabel(this))
+      m_format(new QLabel(this)),
+      m_keeper(new RecoveryKeeper(window.recovery(), this))
 {
     setAcceptDrops(true);
     buildLayout();
     connectBar();
     connectInputs();
     connectEditing();
+    connectRecovery();
     connect(&m_runner, &Runner::runningChanged, this, &TextCompareWidget::showRunning);
     connect(&m_view->scene(), &DiffScene::currentBlockChanged, this, &TextCompareWidget::showPosition);
     connect(&m_view->scene(), &DiffScene::documentChanged, this, &TextCompareWidget::showPosition);
@@ -280,6 +283,11 @@ void TextCompareWidget::useClipboardText(Side side)
 
 void TextCompareWidget::onSwapSides()
 {
+    m_editing->saving().whenSaved([this] { swapSides(); });
+}
+
+void TextCompareWidget::swapSides()
+{
     m_inputs->at(Side::Left).swapWith(m_inputs->at(Side::Right));
     m_editing->editor().swapSides();
     if (!m_options.sameAsLeftFileFormat) {
@@ -391,6 +399,8 @@ void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::sha
     showCounts();
     Q_EMIT tabTitleChanged(m_title);
     Q_EMIT comparisonFinished(paths.left, paths.right);
+    if (m_recovered)
+        m_keeper->keepNow(std::exchange(m_recovered, {}));
     if (!m_pendingReport.isEmpty())
         m_reports.write(m_compared, std::exchange(m_pendingReport, {}));
 }

@@ -15,12 +15,14 @@ class DiffView;
 class FindBar;
 class FindController;
 class ProgressStrip;
+class RecoveryKeeper;
 class ResultPresenter;
 class TextCompareBar;
 class TextEditing;
 class TextInputs;
 class TextSide;
 class TextViewOptions;
+struct UnsavedTexts;
 enum class ChangedFile;
 
 /// The session of kind "text": two files, or one file and an empty side, are compared line by line and shown side by
@@ -52,11 +54,14 @@ public:
     [[nodiscard]] bool isEditingEnabled() const override;
     void setEditingEnabled(bool enabled) override;
     [[nodiscard]] bool hasUnsavedChanges() const override;
+    void confirmClose(std::function<void(bool mayClose)> answered) override;
+    void recover(const RecoveryRecord &record, std::function<void()> kept) override;
 
     /// Takes the clipboard's text as `side`, which then has no file, and compares.
     void useClipboardText(Side side);
 
     [[nodiscard]] bool isComparing() const { return m_runner.isRunning(); }
+    [[nodiscard]] bool isSaving() const;
     [[nodiscard]] DiffView &view() { return *m_view; }
 
 public Q_SLOTS:
@@ -117,6 +122,7 @@ private:
     void connectInputs();
     void browse(TextSide &side, const QString &title);
     void chooseEncoding(Side side);
+    void swapSides();
     void takeSettings(const TextSessionOptions &chosen);
     [[nodiscard]] Side sideUnder(QPoint position) const;
 
@@ -125,6 +131,8 @@ private:
     void checkExternalChange();
     void startComparison(ChangedFile changed);
     void connectEditing();
+    void connectRecovery();
+    [[nodiscard]] UnsavedTexts unsavedTexts() const;
     /// Who goes to a difference is done with the paths: keys are for the texts.
     void focusTexts();
     void copyFrom(Side from);
@@ -135,6 +143,7 @@ private:
     void takeOutcome(RunOutcome<TextCompareResult> &&outcome);
     void showProgress(const ProgressState &state);
     void showRunning();
+    void showSaving();
     void showMessage(const QString &message);
     void showPosition();
     void showContextMenu(Side side, QPoint at);
@@ -157,6 +166,8 @@ private:
     FindController *m_finder;
     QLabel *m_status;
     QLabel *m_format;
+    RecoveryKeeper *m_keeper;
+    std::function<void()> m_recovered; ///< to be called when recovered texts are shown and kept again
     ReportExport m_reports;
     Runner m_runner;
 };

@@ -3,23 +3,14 @@
 #include "session/dialogs.h"
 #include "session/translate.h"
 #include "text/text_inputs.h"
-#include "text/text_saver.h"
+#include "text/text_recovery.h"
 #include "text/view/diff_view.h"
-
-#include <QDir>
-#include <QFileInfo>
 
 namespace velmora {
 
 namespace {
 
 constexpr auto pauseBeforeComparing = std::chrono::milliseconds(350);
-
-QString codePointName(const QString &character)
-{
-    const QList<uint> points = character.toUcs4();
-    return QStringLiteral("U+%1").arg(points.isEmpty() ? 0 : points.first(), 4, 16, QLatin1Char('0')).toUpper();
-}
 
 /// Why a text cannot be changed without harm; empty when it can.
 QString obstacleOf(const LoadedSide &loaded, bool isReadOnly)
@@ -36,13 +27,19 @@ QString obstacleOf(const LoadedSide &loaded, bool isReadOnly)
 } // namespace
 
 TextEditing::TextEditing(DiffView &view, TextInputs &inputs, QWidget *window)
-    : QObject(window), m_view(view), m_inputs(inputs), m_window(window), m_editor(view.scene(), this)
+    : QObject(window),
+      m_view(view),
+      m_inputs(inputs),
+      m_window(window),
+      m_editor(view.scene(), this),
+      m_saving(m_editor, inputs, window, this)
 {
     m_pause.setSingleShot(true);
     m_pause.setInterval(pauseBeforeComparing);
     connect(&m_pause, &QTimer::timeout, this, &TextEditing::recompare);
     connect(&m_editor, &DiffEditor::edited, this, &TextEditing::takeEdit);
     connect(&m_editor, &DiffEditor::refused, this, &TextEditing::message);
+    connect(&m_saving, &TextSaving::message, this, &TextEditing::message);
 }
 
 void TextEditing::takeComparison(const TextCompareResult &result, const TextSessionOptions &options)
@@ -69,6 +66,16 @@ SideInput TextEditing::input(Side side, ChangedFile changed) const
     if (isModified(side))
         input.loaded = edited(side);
     return input;
+}
+
+void TextEditing::restore(const UnsavedText &text)
+{
+    TextSide &input = m_inputs.at(text.side);
+    if (text.path == TextSide::clipboardPath())
+        input.holdText(text.loaded);
+    input.setLoaded(text.loaded, text.path);
+    if (text.isEdited)
+        m_editor.restoreText(text.side, text.loaded.text.lines);
 }
 
 void TextEditing::discard(Side side)
@@ -117,72 +124,14 @@ void TextEditing::recompare()
     });
 }
 
-// Saving ------------------------------------------------------------------------------------------------------------
-
-void TextEditing::save(Side side)
-{
-    const TextSide &input = m_inputs.at(side);
-    if (!m_view.scene().document()) {
-        Q_EMIT message(Velmora::tr("There is no text to save yet: compare first"));
-    } else if (!m_editor.obstacle(side).isEmpty()) {
-        Q_EMIT message(m_editor.obstacle(side));
-    } else if (input.isClipboard() || input.loadedPath().isEmpty()) {
-        const QString title = side == Side::Left ? Velmora::tr("Save left file") : Velmora::tr("Save right file");
-        Dialogs::instance().saveFile(m_window, title, QString(), QString(),
-                                     [this, side](const QString &path) { saveTo(side, path); });
-    } else if (input.isChangedOnDisk()) {
-        const QString question = Velmora::tr("Another program has changed this file since it was read:\n%1\n\n"
-                                             "Write over it?")
-                                     .arg(QDir::toNativeSeparators(input.loadedPath()));
-        Dialogs::instance().askYesNo(m_window, Velmora::tr("External file changed"), question, false,
-                                     [this, side](bool yes) {
-                                         if (yes)
-                                             saveTo(side, m_inputs.at(side).loadedPath());
-                                     });
-    } else {
-        saveTo(side, input.loadedPath());
-    }
-}
-
-void TextEditing::saveTo(Side side, const QString &path)
-{
-    LoadedSide loaded = edited(side);
-    const TextSaveResult result = saveText(loaded.text.lines, loaded.text.encoding, path);
-    const QString shownPath = QDir::toNativeSeparators(path);
-    const QString encoding = loaded.text.encoding.name();
-    switch (result.end) {
-    case TextSaveResult::End::NotEncodable:
-        fail(Velmora::tr("Line %1 holds the character %2 (%3), which has no place in %4. Nothing was written.")
-                 .arg(QString::number(result.line + 1), result.character, codePointName(result.character), encoding));
-        return;
-    case TextSaveResult::End::NotFaithful:
-        fail(Velmora::tr("%1 would write lines that were not edited in other bytes. Nothing was written.")
-                 .arg(encoding));
-        return;
-    case TextSaveResult::End::NotWritten:
-        fail(Velmora::tr("Cannot write file: %1").arg(shownPath));
-        return;
-    case TextSaveResult::End::Saved:
-        break;
-    }
-    loaded.stamp = FileStamp::of(path);
-    m_inputs.at(side).setPath(path);
-    m_inputs.at(side).setLoaded(loaded, path);
-    m_editor.markClean(side);
-    Q_EMIT message(side == Side::Left ? Velmora::tr("Left file saved: %1").arg(shownPath)
-                                      : Velmora::tr("Right file saved: %1").arg(shownPath));
-    Q_EMIT saved(side);
-}
-
-void TextEditing::fail(const QString &text)
-{
-    Q_EMIT message(text);
-    Dialogs::instance().tell(m_window, Dialogs::Tone::Warning, Velmora::tr("Save failed"), text);
-}
-
 // Questions ---------------------------------------------------------------------------------------------------------
 
 void TextEditing::confirmReload(bool left, bool right, std::function<void()> go)
+{
+    m_saving.whenSaved([this, left, right, go = std::move(go)] { askToReload(left, right, go); });
+}
+
+void TextEditing::askToReload(bool left, bool right, std::function<void()> go)
 {
     const bool losesLeft = left && isModified(Side::Left);
     const bool losesRight = right && isModified(Side::Right);
@@ -202,6 +151,11 @@ void TextEditing::confirmReload(bool left, bool right, std::function<void()> go)
 }
 
 void TextEditing::confirmOtherFiles(std::function<void()> go)
+{
+    m_saving.whenSaved([this, go = std::move(go)] { askToDiscard(go); });
+}
+
+void TextEditing::askToDiscard(std::function<void()> go)
 {
     const auto isLost = [this](Side side) {
         return isModified(side) && m_inputs.at(side).path() != m_inputs.at(side).loadedPath();

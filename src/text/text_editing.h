@@ -3,6 +3,7 @@
 #include "core/runner.h"
 #include "settings/options/text_session_options.h"
 #include "text/text_compare_job.h"
+#include "text/text_saving.h"
 #include "text/text_side.h"
 #include "text/view/diff_editor.h"
 
@@ -13,9 +14,10 @@ namespace velmora {
 
 class DiffView;
 class TextInputs;
+struct UnsavedText;
 
-/// The edited texts of a session: compares them again in the background after each edit, saves them, and asks before
-/// they are given up.
+/// The edited texts of a session: compares them again in the background after each edit, lets them be saved, and asks
+/// before they are given up.
 ///
 /// What an edit did to the rows around it is shown at once; the whole is compared when nothing was typed for a moment.
 /// Lives on the interface thread.
@@ -27,23 +29,27 @@ public:
 
     [[nodiscard]] DiffEditor &editor() noexcept { return m_editor; }
     [[nodiscard]] const DiffEditor &editor() const noexcept { return m_editor; }
+    [[nodiscard]] TextSaving &saving() noexcept { return m_saving; }
 
     [[nodiscard]] bool isModified(Side side) const { return m_editor.buffer(side).isModified(); }
-    [[nodiscard]] bool hasUnsavedChanges() const { return isModified(Side::Left) || isModified(Side::Right); }
+    /// Also true while changes are on their way to a file.
+    [[nodiscard]] bool hasUnsavedChanges() const
+    {
+        return isModified(Side::Left) || isModified(Side::Right) || m_saving.isSaving();
+    }
 
     /// Takes up a completed comparison that is shown now.
     void takeComparison(const TextCompareResult &result, const TextSessionOptions &options);
 
     /// What a comparison takes from a side: the edited text, or what the side's input is.
     [[nodiscard]] SideInput input(Side side, ChangedFile changed) const;
+    /// Takes up a text of an earlier run, before a comparison that shows it.
+    void restore(const UnsavedText &text);
     /// Forgets the edits of a side that will be read again.
     void discard(Side side);
 
     /// Enables editing when that is all that keeps `side` from being changed.
     void unlockFor(Side side);
-
-    /// Writes the side's text to its file; a side without one asks for a name.
-    void save(Side side);
 
     /// Asks before unsaved edits of the given sides are replaced by what is on disk; `go` follows a yes, or at once
     /// when there are none.
@@ -56,19 +62,19 @@ Q_SIGNALS:
     void textEdited(); ///< whatever is being compared is out of date
     void recompared(const std::shared_ptr<const velmora::DiffDocument> &document, const velmora::TextLines &left,
                     const velmora::TextLines &right);
-    void saved(velmora::Side side);
 
 private:
     [[nodiscard]] LoadedSide edited(Side side) const;
     void takeEdit(Side side);
+    void askToReload(bool left, bool right, std::function<void()> go);
+    void askToDiscard(std::function<void()> go);
     void recompare();
-    void saveTo(Side side, const QString &path);
-    void fail(const QString &text);
 
     DiffView &m_view;
     TextInputs &m_inputs;
     QWidget *m_window;
     DiffEditor m_editor;
+    TextSaving m_saving;
     TextSessionOptions m_options;
     QTimer m_pause; ///< runs while the next edit may follow at once
     Runner m_runner;

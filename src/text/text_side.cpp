@@ -10,15 +10,6 @@
 
 namespace velmora {
 
-namespace {
-
-QString clipboardPath()
-{
-    return QStringLiteral("[Clipboard]");
-}
-
-} // namespace
-
 TextSide::TextSide(Side side, QWidget *parent) : QWidget(parent), m_encoding(new QComboBox(this))
 {
     const bool left = side == Side::Left;
@@ -58,12 +49,23 @@ void TextSide::setEncoding(const TextEncoding &encoding)
     m_encoding->setCurrentIndex(m_encoding->findData(name));
 }
 
+QString TextSide::clipboardPath()
+{
+    return QStringLiteral("[Clipboard]");
+}
+
 void TextSide::takeClipboard()
 {
-    m_clipboard.emplace();
-    m_clipboard->missing = false;
-    m_clipboard->text =
+    LoadedSide text;
+    text.missing = false;
+    text.text =
         decodeText(QGuiApplication::clipboard()->text().toUtf8(), TextEncoding::fromName(QStringLiteral("UTF-8")));
+    holdText(text);
+}
+
+void TextSide::holdText(const LoadedSide &text)
+{
+    m_clipboard = text;
     setPath(clipboardPath());
 }
 

@@ -30,8 +30,13 @@ public:
     /// Offers `encoding` too when it is none of the usual ones. Without a signal.
     void setEncoding(const TextEncoding &encoding);
 
+    /// What the path of a side reads whose text has no file.
+    [[nodiscard]] static QString clipboardPath();
+
     /// Holds the clipboard's text from now on.
     void takeClipboard();
+    /// Holds `text` in the same way.
+    void holdText(const LoadedSide &text);
     [[nodiscard]] bool isClipboard() const;
 
     /// Whether there is a text: held, or in an existing regular file.

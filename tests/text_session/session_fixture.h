@@ -47,7 +47,10 @@ public:
         wait();
     }
 
-    void wait() { QTRY_VERIFY_WITH_TIMEOUT(!session.isComparing(), 60000); }
+    void wait()
+    {
+        QVERIFY(QTest::qWaitFor([this] { return !session.isComparing(); }, 60000));
+    }
 
     [[nodiscard]] QString label(const QString &name) const { return session.findChild<QLabel *>(name)->text(); }
     [[nodiscard]] QString status() const { return label(QStringLiteral("statusLabel")); }

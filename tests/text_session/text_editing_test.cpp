@@ -1,7 +1,6 @@
-#include "session_fixture.h"
+#include "edit_fixture.h"
 #include "support/test_main.h"
 #include "text/text_compare_bar.h"
-#include "text/text_saver.h"
 #include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
 
@@ -16,51 +15,6 @@
 
 using namespace velmora;
 using namespace velmora::test;
-
-namespace {
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-/// A session that compares two files and shows them, unlocked.
-class EditFixture : public SessionFixture {
-public:
-    EditFixture(const QByteArray &leftBytes, const QByteArray &rightBytes)
-        : left(file(QStringLiteral("left.txt"), leftBytes)), right(file(QStringLiteral("right.txt"), rightBytes))
-    {
-        compare(left, right);
-        session.show();
-        session.setEditingEnabled(true);
-    }
-
-    DiffPane &pane(Side side) { return session.view().pane(side); }
-    DiffScene &scene() { return session.view().scene(); }
-
-    void put(Side side, TextPosition from, TextPosition to) { scene().setCaret({side, from, to}); }
-    void put(Side side, TextPosition at) { put(side, at, at); }
-
-    /// The rows as a picture: "kind left|right".
-    [[nodiscard]] QStringList rows()
-    {
-        QStringList rows;
-        const DiffDocument &document = *scene().document();
-        for (qsizetype row = 0; row < document.rowCount(); ++row) {
-            const auto cell = [&](Side side) {
-                return document.lineNumber(row, side) >= 1 ? document.text(row, side) : QStringLiteral("-");
-            };
-            rows.append(QStringLiteral("=+-~").at(document.kind(row)) + cell(Side::Left) + u'|' + cell(Side::Right));
-        }
-        return rows;
-    }
-
-    QString left;
-    QString right;
-};
-
-} // namespace
 
 class TextEditingTest : public QObject {
     Q_OBJECT
@@ -93,7 +47,7 @@ private Q_SLOTS:
             other.session.setEditingEnabled(false);
             other.session.onArrowCopyRightToLeft(0);
             QVERIFY2(!other.session.isEditingEnabled(), "nothing to unlock for");
-            other.session.onSaveLeft();
+            other.save(Side::Left);
             QCOMPARE(contentOf(other.left), QByteArray("damaged \xFF line\n"));
         }
     }
@@ -115,7 +69,7 @@ private Q_SLOTS:
                 f.rows().contains(QStringLiteral("-\ttwobeta|-")));
         QVERIFY(f.session.canEdit(EditCommand::Undo));
         QVERIFY(!f.session.canEdit(EditCommand::UndoRight));
-        f.session.onSaveLeft();
+        f.save(Side::Left);
         QCOMPARE(contentOf(f.left), QByteArray("alpha one\r\n\ttwobeta\r\n"));
         for (int k = 0; k < 20 && f.session.canEdit(EditCommand::UndoLeft); ++k)
             f.session.edit(EditCommand::UndoLeft);
@@ -150,7 +104,7 @@ private Q_SLOTS:
         f.put(Side::Left, {0, 0});
         QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("b"));
         QCOMPARE(f.rows().join(u','), QStringLiteral("=b|b"));
-        f.session.onSaveLeft();
+        f.save(Side::Left);
         QCOMPARE(contentOf(f.left), QByteArray("b\n"));
     }
 
@@ -162,13 +116,13 @@ private Q_SLOTS:
         EditFixture f(text, text);
         f.scene().goToLine(Side::Left, 200);
         f.put(Side::Left, {199, 3});
-        const qsizetype top = f.scene().top();
+        const auto top = f.scene().top();
         QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("zzz"));
         QCOMPARE(f.scene().document()->kind(198), Equal);
         QTRY_VERIFY_WITH_TIMEOUT(f.status().startsWith(QStringLiteral("Compare done: 1 ")) ||
                                      f.status().startsWith(QStringLiteral("Compare done: 2 ")),
                                  10000);
-        QCOMPARE(f.scene().top(), top);
+        QVERIFY(f.scene().top() == top);
         QCOMPARE(f.scene().caret().position.unit, 6);
         QCOMPARE(f.scene().document()->lineNumber(f.scene().caret().position.row, Side::Left), 200);
         QVERIFY(f.session.canEdit(EditCommand::Undo));
@@ -222,87 +176,6 @@ private Q_SLOTS:
 
     // Files -----------------------------------------------------------------------------------------------------------
 
-    void savesEveryEncodingAndLineEndByteForByte_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QByteArray>("inserted"); ///< in the file, where "x" was typed before the first letter
-        QTest::newRow("utf-8") << QByteArray("\xC3\xA9z\nend\n") << QByteArray("x\xC3\xA9z\nend\n");
-        QTest::newRow("utf-8 mark") << QByteArray("\xEF\xBB\xBFz\r\nend") << QByteArray("\xEF\xBB\xBFxz\r\nend");
-        const QByteArray le = QByteArray::fromHex("fffe7a000d000a00e9000a00");
-        const QByteArray leEdited = QByteArray::fromHex("fffe78007a000d000a00e9000a00");
-        QTest::newRow("utf-16 le") << le << leEdited;
-        const QByteArray be = QByteArray::fromHex("feff007a000a00e9");
-        QTest::newRow("utf-16 be") << be << QByteArray::fromHex("feff0078007a000a00e9");
-        QTest::newRow("latin") << QByteArray("z caf\xE9 d\xE9j\xE0 vu\r\nna\xEFve\n")
-                               << QByteArray("xz caf\xE9 d\xE9j\xE0 vu\r\nna\xEFve\n");
-        QTest::newRow("mixed ends") << QByteArray("a\r\nb\nc\r\n\n\r\nd\re") << QByteArray("xa\r\nb\nc\r\n\n\r\nd\re");
-        QTest::newRow("carriage returns") << QByteArray("a\rb\rc\r") << QByteArray("xa\rb\rc\r");
-        QTest::newRow("blank end") << QByteArray("a\n\n\n") << QByteArray("xa\n\n\n");
-    }
-
-    void savesEveryEncodingAndLineEndByteForByte()
-    {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QByteArray, inserted);
-        EditFixture f(bytes, "other\n");
-        f.session.onSaveLeft();
-        QCOMPARE(contentOf(f.left), bytes);
-        const qsizetype row = std::max<qsizetype>(f.scene().document()->rowOfLine(Side::Left, 1), 0);
-        f.put(Side::Left, {row, 0});
-        QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("x"));
-        QVERIFY2(f.session.hasUnsavedChanges(), qPrintable(f.status()));
-        f.session.onSaveLeft();
-        QCOMPARE(contentOf(f.left), inserted);
-        QVERIFY(!f.session.hasUnsavedChanges());
-        QVERIFY(f.status().startsWith(QStringLiteral("Left file saved: ")));
-        f.session.edit(EditCommand::Undo);
-        f.session.onSaveLeft();
-        QCOMPARE(contentOf(f.left), bytes);
-    }
-
-    void keepsAFilesMarkThatItsEncodingDoesNotMention()
-    {
-        const TextEncoding utf8 = TextEncoding::fromName(QStringLiteral("UTF-8"));
-        SessionFixture f;
-        const QString path = f.file(QStringLiteral("f"), "\xEF\xBB\xBFold\n");
-        QCOMPARE(saveText(TextLines::split("new\n"), utf8, path).end, TextSaveResult::End::Saved);
-        QCOMPARE(contentOf(path), QByteArray("\xEF\xBB\xBFnew\n"));
-    }
-
-    void stopsBeforeACharacterThatTheEncodingLacks()
-    {
-        EditFixture f("ascii\n", "caf\xE9 d\xE9j\xE0 vu na\xEFve\nsecond\n");
-        const qsizetype row = f.scene().document()->rowOfLine(Side::Right, 2);
-        f.put(Side::Right, {row, 0});
-        QTest::keyClicks(&f.pane(Side::Right), QStringLiteral("ab"));
-        QInputMethodEvent commit;
-        commit.setCommitString(QStringLiteral("\u4f60"));
-        QCoreApplication::sendEvent(&f.pane(Side::Right), &commit);
-        const QByteArray before = contentOf(f.right);
-        f.session.onSaveRight();
-        QCOMPARE(f.dialogs.titles().last(), QStringLiteral("Save failed"));
-        const QString text = f.dialogs.asked().last().text;
-        QVERIFY2(text.contains(QStringLiteral("Line 2")) && text.contains(QStringLiteral("U+4F60")), qPrintable(text));
-        QCOMPARE(contentOf(f.right), before);
-        QVERIFY(f.session.hasUnsavedChanges());
-    }
-
-    void keepsTheEditsWhenTheFileCannotBeWritten()
-    {
-        EditFixture f("a\n", "b\n");
-        f.put(Side::Left, {0, 0});
-        QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("x"));
-        QVERIFY(QFile::remove(f.left));
-        QVERIFY(QDir().mkdir(f.left)); // a folder stands in the way
-        f.dialogs.answerNumber(1);
-        f.session.onSaveLeft();
-        QCOMPARE(f.dialogs.titles().last(), QStringLiteral("Save failed"));
-        QCOMPARE(f.dialogs.asked().last().text,
-                 QStringLiteral("Cannot write file: %1").arg(QDir::toNativeSeparators(f.left)));
-        QVERIFY(f.session.hasUnsavedChanges());
-        QVERIFY(QFileInfo(f.left).isDir());
-    }
-
     void asksBeforeEditsAreLost()
     {
         EditFixture f("a\n", "b\n");
@@ -336,7 +209,7 @@ private Q_SLOTS:
         f.wait();
         QCOMPARE(f.scene().document()->source(Side::Right).text(0), QStringLiteral("xa"));
         QCOMPARE(titles.last().first().toString(), QStringLiteral("right.txt <-> *left.txt"));
-        f.session.onSaveRight();
+        f.save(Side::Right);
         QCOMPARE(contentOf(f.left), QByteArray("xa\n"));
     }
 };

@@ -26,6 +26,19 @@ void DiffEditor::markClean(Side side)
     Q_EMIT stateChanged();
 }
 
+void DiffEditor::endSave(Side side, bool saved)
+{
+    own(side).endSave(saved);
+    Q_EMIT stateChanged();
+}
+
+void DiffEditor::restoreText(Side side, const TextLines &text)
+{
+    own(side) = EditBuffer(text);
+    own(side).markUnsaved();
+    Q_EMIT stateChanged();
+}
+
 void DiffEditor::swapSides()
 {
     std::swap(m_left, m_right);

@@ -20,10 +20,17 @@ public:
     /// `scene` outlives the editor.
     DiffEditor(DiffScene &scene, QObject *parent);
 
+    /// False before the first comparison.
+    [[nodiscard]] bool hasTexts() const { return m_scene.document() != nullptr; }
     /// Takes up what a comparison has read. A side whose buffer holds the same text keeps it and its undo steps.
     void setTexts(const TextLines &left, const TextLines &right, const TextSessionOptions &options);
     [[nodiscard]] const EditBuffer &buffer(Side side) const { return side == Side::Left ? m_left : m_right; }
     void markClean(Side side);
+    /// See `EditBuffer`: a save of the side's text runs from the one to the other.
+    void beginSave(Side side) { own(side).beginSave(); }
+    void endSave(Side side, bool saved);
+    /// Takes up a text that no file holds, before a comparison that shows it.
+    void restoreText(Side side, const TextLines &text);
     /// Exchanges the texts with their undo steps.
     void swapSides();
 

@@ -281,10 +281,12 @@ void EditBuffer::splice(qsizetype first, qsizetype removed, const std::vector<Li
 
 void EditBuffer::remember(Step step)
 {
-    if (m_clean != neverClean && m_clean > m_done)
-        m_clean = neverClean;
+    for (std::size_t *kept : {&m_clean, &m_saving}) {
+        if (*kept > m_done)
+            *kept = nowhere;
+    }
     m_steps.resize(m_done);
-    const bool merges = step.merge != Merge::Never && m_done > 0 && m_clean != m_done &&
+    const bool merges = step.merge != Merge::Never && m_done > 0 && m_clean != m_done && m_saving != m_done &&
                         m_steps.back().merge == step.merge && m_steps.back().after == step.before &&
                         m_steps.back().first == step.first;
     if (merges) {

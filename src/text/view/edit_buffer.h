@@ -100,6 +100,18 @@ public:
     /// Whether the text is another one than at the latest `markClean`, or at first.
     [[nodiscard]] bool isModified() const noexcept { return m_done != m_clean; }
     void markClean() noexcept { m_clean = m_done; }
+    /// The text is to count as changed whatever is undone: no file holds it.
+    void markUnsaved() noexcept { m_clean = nowhere; }
+
+    /// The text as it is now goes into a file. It is the clean one from the moment when `endSave` says that it got
+    /// there, also when it was edited meanwhile.
+    void beginSave() noexcept { m_saving = m_done; }
+    void endSave(bool saved) noexcept
+    {
+        if (saved)
+            m_clean = m_saving;
+        m_saving = nowhere;
+    }
 
 private:
     struct NewLine {
@@ -122,12 +134,14 @@ private:
     void splice(qsizetype first, qsizetype removed, const std::vector<LineRun> &inserted);
     void remember(Step step);
 
-    static constexpr std::size_t neverClean = std::size_t(-1);
+    /// No number of steps leads to that text.
+    static constexpr std::size_t nowhere = std::size_t(-1);
 
     std::shared_ptr<const EditSnapshot> m_snapshot;
     std::vector<Step> m_steps;
     std::size_t m_done = 0; ///< steps that are in effect; the others can be redone
     std::size_t m_clean = 0;
+    std::size_t m_saving = nowhere; ///< the steps in effect when the running save began
 };
 
 /// The byte of valid UTF-8 at which UTF-16 code unit `unit` begins; the end for anything behind it.

@@ -1,0 +1,50 @@
+#include "session/translate.h"
+#include "text/recovery_keeper.h"
+#include "text/text_compare_widget.h"
+#include "text/text_editing.h"
+#include "text/text_inputs.h"
+
+namespace velmora {
+
+void TextCompareWidget::connectRecovery()
+{
+    m_keeper->setSource([this] { return unsavedTexts(); });
+    connect(&m_editing->editor(), &DiffEditor::stateChanged, m_keeper,
+            [this] { m_keeper->takeChange(m_editing->isModified(Side::Left) || m_editing->isModified(Side::Right)); });
+    connect(m_keeper, &RecoveryKeeper::failed, this, [this](const QString &why) {
+        showMessage(Velmora::tr("Unsaved changes cannot be kept for a restart: %1").arg(why));
+    });
+}
+
+UnsavedTexts TextCompareWidget::unsavedTexts() const
+{
+    UnsavedTexts texts{paths(), options(), {}};
+    for (const Side side : {Side::Left, Side::Right}) {
+        const TextSide &input = m_inputs->at(side);
+        const EditBuffer &buffer = m_editing->editor().buffer(side);
+        if (buffer.isModified() || input.isClipboard()) {
+            const QString path = input.isClipboard() ? input.path() : input.loadedPath();
+            texts.sides.push_back({side, path, input.loaded(), buffer.isModified(), buffer.snapshot()});
+        }
+    }
+    return texts;
+}
+
+void TextCompareWidget::recover(const RecoveryRecord &record, std::function<void()> kept)
+{
+    const std::optional<UnsavedTexts> texts = fromRecoveryRecord(record);
+    if (!texts)
+        return;
+    SessionPaths sides = texts->paths;
+    for (const UnsavedText &text : texts->sides)
+        (text.side == Side::Left ? sides.left : sides.right) = text.path;
+    setOptions(texts->options);
+    setPaths(sides);
+    for (const UnsavedText &text : texts->sides)
+        m_editing->restore(text);
+    m_recovered = std::move(kept);
+    setEditingEnabled(true);
+    startComparison(ChangedFile::KeepLoaded);
+}
+
+} // namespace velmora

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "core/runner.h"
+#include "text/text_saver.h"
+#include "text/view/side.h"
+
+#include <QObject>
+
+#include <functional>
+#include <vector>
+
+class QWidget;
+
+namespace velmora {
+
+class DiffEditor;
+class TextInputs;
+
+/// Saves the edited texts of a session in the background, and says what kept it from that.
+///
+/// A text is saved as it was when that was asked for. It can be edited meanwhile; what would give it up (comparing
+/// other files, reading again, closing) waits until it is written. Lives on the interface thread, where its owner
+/// destroys it; that waits for a save that runs.
+class TextSaving final : public QObject {
+    Q_OBJECT
+public:
+    using Done = std::function<void(bool saved)>;
+
+    /// `editor` and `inputs` outlive this; `window` is what questions belong to.
+    TextSaving(DiffEditor &editor, TextInputs &inputs, QWidget *window, QObject *parent);
+
+    [[nodiscard]] bool isSaving() const { return m_leftSaver.isRunning() || m_rightSaver.isRunning(); }
+
+    /// Writes the side's text to its file; a side without one asks for a name. `done` is told whether it was written,
+    /// or never called when no name was chosen.
+    void save(Side side, Done done = {});
+
+    /// Asks for each side with unsaved changes whether to save or discard them, saves, and tells `answered` whether all
+    /// of this is done: false when a question was cancelled or a save failed. Never calls it when no name was chosen
+    /// for a text without a file. Discarded edits stay until the session is gone, which may be kept for another reason.
+    void confirmClose(std::function<void(bool mayClose)> answered);
+
+    /// Calls `go` when no text is being saved: at once, or as soon as it is written.
+    void whenSaved(std::function<void()> go);
+
+Q_SIGNALS:
+    void message(const QString &text);
+    void savingChanged();             ///< `isSaving` may answer otherwise
+    void progressed(double fraction); ///< 0 to 1
+
+private:
+    [[nodiscard]] Runner &saver(Side side) { return side == Side::Left ? m_leftSaver : m_rightSaver; }
+    void saveUnderNewName(Side side, Done done);
+    void start(Side side, const QString &path, TextSaveRequest::Target target, Done done);
+    void finish(Side side, const QString &path, RunOutcome<TextSaveResult> &&outcome, const Done &done);
+    void take(Side side, const QString &path, const TextSaveResult &result);
+    void askToWriteOver(Side side, const QString &path, const FileStamp &found, Done done);
+    void fail(const QString &text, const Done &done);
+    void askToKeep(bool leftDiscarded, bool rightDiscarded, std::function<void(bool)> answered);
+
+    DiffEditor &m_editor;
+    TextInputs &m_inputs;
+    QWidget *m_window;
+    std::vector<std::function<void()>> m_waiting; ///< until nothing is being saved
+    Runner m_leftSaver;
+    Runner m_rightSaver;
+};
+
+} // namespace velmora

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "session_fixture.h"
+#include "text/view/diff_pane.h"
+#include "text/view/diff_view.h"
+
+#include <optional>
+
+namespace velmora::test {
+
+inline QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("(unreadable)");
+}
+
+/// A session that compares two files and shows them, unlocked.
+class EditFixture : public SessionFixture {
+public:
+    EditFixture(const QByteArray &leftBytes, const QByteArray &rightBytes)
+        : left(file(QStringLiteral("left.txt"), leftBytes)), right(file(QStringLiteral("right.txt"), rightBytes))
+    {
+        compare(left, right);
+        session.show();
+        session.setEditingEnabled(true);
+    }
+
+    /// Saves a side and waits for the end, however it ends.
+    void save(Side side)
+    {
+        if (side == Side::Left)
+            session.onSaveLeft();
+        else
+            session.onSaveRight();
+        waitForSave();
+    }
+    void waitForSave()
+    {
+        QVERIFY(QTest::qWaitFor([this] { return !session.isSaving(); }, 60000));
+    }
+
+    /// Types at the start of a line, which is counted from 1.
+    void typeAt(Side side, qint32 line, const QString &text)
+    {
+        put(side, {std::max<qsizetype>(scene().document()->rowOfLine(side, line), 0), 0});
+        QTest::keyClicks(&pane(side), text);
+    }
+
+    /// What `confirmClose` answers; empty while it has not.
+    std::optional<bool> closeAnswer;
+    void confirmClose()
+    {
+        closeAnswer.reset();
+        session.confirmClose([this](bool mayClose) { closeAnswer = mayClose; });
+    }
+
+    DiffPane &pane(Side side) { return session.view().pane(side); }
+    DiffScene &scene() { return session.view().scene(); }
+
+    void put(Side side, TextPosition from, TextPosition to) { scene().setCaret({side, from, to}); }
+    void put(Side side, TextPosition at) { put(side, at, at); }
+
+    /// The rows as a picture: "kind left|right".
+    [[nodiscard]] QStringList rows()
+    {
+        QStringList rows;
+        const DiffDocument &document = *scene().document();
+        for (qsizetype row = 0; row < document.rowCount(); ++row) {
+            const auto cell = [&](Side side) {
+                return document.lineNumber(row, side) >= 1 ? document.text(row, side) : QStringLiteral("-");
+            };
+            rows.append(QStringLiteral("=+-~").at(document.kind(row)) + cell(Side::Left) + u'|' + cell(Side::Right));
+        }
+        return rows;
+    }
+
+    QString left;
+    QString right;
+};
+
+} // namespace velmora::test

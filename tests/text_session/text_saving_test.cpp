@@ -1,0 +1,344 @@
+#include "core/save_probe.h"
+#include "edit_fixture.h"
+#include "support/test_main.h"
+#include "text/text_compare_bar.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QInputMethodEvent>
+#include <QScopeGuard>
+#include <QSemaphore>
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+enum Answer { Cancel, Save, Discard };
+
+/// Holds every save before its last step until it is let go.
+class HeldSave {
+public:
+    HeldSave()
+    {
+        installSaveProbe([this](SaveStep step) {
+            if (step == SaveStep::Replace) {
+                m_arrived.release();
+                m_free.acquire();
+            }
+            return true;
+        });
+    }
+    ~HeldSave()
+    {
+        m_free.release(100);
+        installSaveProbe({});
+    }
+    bool waitForArrival() { return m_arrived.tryAcquire(1, 30000); }
+    void letGo() { m_free.release(); }
+
+private:
+    QSemaphore m_arrived;
+    QSemaphore m_free;
+};
+
+} // namespace
+
+class TextSavingTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() { installSaveProbe({}); }
+
+    // Failures -------------------------------------------------------------------------------------------------------
+
+    void keepsFileAndEditsWhateverStepFails()
+    {
+        EditFixture f("old\n", "b\n");
+        f.typeAt(Side::Left, 1, QStringLiteral("x"));
+        int failures = 0;
+        for (;; ++failures) {
+            int left = failures;
+            installSaveProbe([&left](SaveStep) { return left-- > 0; });
+            const qsizetype asked = f.dialogs.asked().size();
+            f.save(Side::Left);
+            installSaveProbe({});
+            if (!f.session.hasUnsavedChanges())
+                break;
+            QCOMPARE(f.dialogs.asked().size(), asked + 1);
+            QCOMPARE(f.dialogs.asked().last().title, QStringLiteral("Save failed"));
+            QCOMPARE(f.dialogs.asked().last().text,
+                     QStringLiteral("Cannot write file: %1").arg(QDir::toNativeSeparators(f.left)));
+            QCOMPARE(contentOf(f.left), QByteArray("old\n"));
+            QCOMPARE(QDir(f.folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 2);
+            QVERIFY2(failures < 20, "never succeeds");
+        }
+        QCOMPARE(failures, 5);
+        QCOMPARE(contentOf(f.left), QByteArray("xold\n"));
+    }
+
+    void keepsTheEditsWhenFileOrFolderAreGone()
+    {
+        EditFixture f("a\n", "b\n");
+        QVERIFY(QDir(f.folder.path()).mkdir(QStringLiteral("sub")));
+        const QString inner = f.file(QStringLiteral("sub/inner.txt"), "inner\n");
+        f.compare(inner, f.right);
+        f.typeAt(Side::Left, 1, QStringLiteral("x"));
+        QVERIFY(QFile::remove(inner));
+        f.save(Side::Left);
+        QCOMPARE(
+            f.dialogs.asked().last().text,
+            QStringLiteral("This file is no longer there:\n%1\n\nWrite it anew?").arg(QDir::toNativeSeparators(inner)));
+        QVERIFY(!QFileInfo::exists(inner));
+
+        f.dialogs.answerNumber(1);
+        f.save(Side::Left);
+        f.waitForSave();
+        QCOMPARE(contentOf(inner), QByteArray("xinner\n"));
+        QVERIFY(!f.session.hasUnsavedChanges());
+
+        f.typeAt(Side::Left, 1, QStringLiteral("y"));
+        QVERIFY(QDir(f.path(QStringLiteral("sub"))).removeRecursively());
+        f.dialogs.answerNumber(1);
+        f.save(Side::Left);
+        f.waitForSave();
+        QCOMPARE(f.dialogs.titles().last(), QStringLiteral("Save failed"));
+        QVERIFY(f.session.hasUnsavedChanges());
+        QCOMPARE(f.scene().document()->source(Side::Left).text(0), QStringLiteral("yxinner"));
+    }
+
+    void keepsTheEditsWhenAFolderStandsInTheWay()
+    {
+        EditFixture f("a\n", "b\n");
+        f.typeAt(Side::Left, 1, QStringLiteral("x"));
+        QVERIFY(QFile::remove(f.left));
+        QVERIFY(QDir().mkdir(f.left));
+        f.dialogs.answerNumber(1);
+        f.save(Side::Left);
+        f.waitForSave();
+        QCOMPARE(f.dialogs.titles().last(), QStringLiteral("Save failed"));
+        QVERIFY(f.session.hasUnsavedChanges());
+        QVERIFY(QFileInfo(f.left).isDir());
+    }
+
+    void writesOverWhatOthersWroteOnlyWhenTold()
+    {
+        EditFixture f("a\n", "b\n");
+        f.typeAt(Side::Left, 1, QStringLiteral("x"));
+        f.file(QStringLiteral("left.txt"), "somebody else's\n");
+        f.save(Side::Left);
+        QCOMPARE(f.dialogs.asked().last().title, QStringLiteral("External file changed"));
+        QVERIFY(f.dialogs.asked().last().text.endsWith(QStringLiteral("Write over it?")));
+        QCOMPARE(contentOf(f.left), QByteArray("somebody else's\n"));
+        QVERIFY(f.session.hasUnsavedChanges());
+        f.dialogs.answerNumber(1);
+        f.save(Side::Left);
+        f.waitForSave();
+        QCOMPARE(contentOf(f.left), QByteArray("xa\n"));
+        f.save(Side::Left); // what was written is known
+        QCOMPARE(f.dialogs.asked().size(), 2);
+
+        // A file that was not there when the side was compared as missing.
+        const QString late = f.path(QStringLiteral("late.txt"));
+        f.compare(late, f.right);
+        f.typeAt(Side::Left, 1, QStringLiteral("mine"));
+        f.file(QStringLiteral("late.txt"), "theirs\n");
+        f.save(Side::Left);
+        QCOMPARE(f.dialogs.asked().last().title, QStringLiteral("External file changed"));
+        QCOMPARE(contentOf(late), QByteArray("theirs\n"));
+    }
+
+    void aLinkStaysALink()
+    {
+        EditFixture f("a\n", "b\n");
+        const QString link = f.path(QStringLiteral("link.txt"));
+        if (!QFile::link(f.left, link) || !QFileInfo(link).isSymbolicLink())
+            QSKIP("no links here");
+        f.compare(link, f.right);
+        f.typeAt(Side::Left, 1, QStringLiteral("x"));
+        f.save(Side::Left);
+        QVERIFY(QFileInfo(link).isSymbolicLink());
+        QCOMPARE(contentOf(f.left), QByteArray("xa\n"));
+    }
+
+    void stopsBeforeACharacterThatTheEncodingLacks()
+    {
+        EditFixture f("ascii\n", "caf\xE9 d\xE9j\xE0 vu na\xEFve\nsecond\n");
+        f.typeAt(Side::Right, 2, QStringLiteral("ab"));
+        QInputMethodEvent commit;
+        commit.setCommitString(QStringLiteral("\u4f60"));
+        QCoreApplication::sendEvent(&f.pane(Side::Right), &commit);
+        const QByteArray before = contentOf(f.right);
+        f.save(Side::Right);
+        QCOMPARE(f.dialogs.titles().last(), QStringLiteral("Save failed"));
+        const QString text = f.dialogs.asked().last().text;
+        QVERIFY2(text.contains(QStringLiteral("Line 2")) && text.contains(QStringLiteral("U+4F60")), qPrintable(text));
+        QCOMPARE(contentOf(f.right), before);
+        QVERIFY(f.session.hasUnsavedChanges());
+    }
+
+    // Meanwhile ------------------------------------------------------------------------------------------------------
+
+    void whatIsTypedDuringASaveStaysUnsaved()
+    {
+        EditFixture f("a\n", "b\n");
+        const auto *button = f.session.findChild<QAction *>(QStringLiteral("saveLeftAction"));
+        f.typeAt(Side::Left, 1, QStringLiteral("x"));
+        HeldSave held;
+        f.session.onSaveLeft();
+        QVERIFY(held.waitForArrival());
+        QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("y")); // would be one step with the "x"
+        held.letGo();
+        f.waitForSave();
+        QCOMPARE(contentOf(f.left), QByteArray("xa\n"));
+        QVERIFY(f.session.hasUnsavedChanges());
+        QVERIFY(button->isEnabled());
+        f.session.edit(EditCommand::UndoLeft);
+        QVERIFY(!f.session.hasUnsavedChanges());
+        QCOMPARE(f.scene().document()->source(Side::Left).text(0), QStringLiteral("xa"));
+        f.session.edit(EditCommand::RedoLeft);
+        QVERIFY(f.session.hasUnsavedChanges());
+        held.letGo();
+        f.save(Side::Left);
+        QCOMPARE(contentOf(f.left), QByteArray("xya\n"));
+    }
+
+    void anUndoDuringASaveLeavesTheFileAhead()
+    {
+        EditFixture f("a\n", "b\n");
+        f.typeAt(Side::Left, 1, QStringLiteral("x"));
+        HeldSave held;
+        f.session.onSaveLeft();
+        QVERIFY(held.waitForArrival());
+        f.session.edit(EditCommand::UndoLeft);
+        QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("z")); // nothing leads back to what is being saved
+        held.letGo();
+        f.waitForSave();
+        QCOMPARE(contentOf(f.left), QByteArray("xa\n"));
+        f.session.edit(EditCommand::UndoLeft);
+        QVERIFY2(f.session.hasUnsavedChanges(), "the file holds another text");
+        held.letGo();
+        f.save(Side::Left);
+        QCOMPARE(contentOf(f.left), QByteArray("a\n"));
+    }
+
+    void whatGivesTheTextUpWaitsForTheSave()
+    {
+        EditFixture f("a\n", "b\n");
+        const QString other = f.file(QStringLiteral("other.txt"), "o\n");
+        f.typeAt(Side::Left, 1, QStringLiteral("x"));
+        HeldSave held;
+        f.session.onSaveLeft();
+        QVERIFY(held.waitForArrival());
+        QVERIFY(f.session.isSaving());
+        f.session.setPaths({other, f.right, {}});
+        f.session.onCompare();
+        f.session.onReloadBoth();
+        f.confirmClose();
+        QVERIFY(!f.closeAnswer);
+        QVERIFY(!f.session.isComparing());
+        held.letGo();
+        f.waitForSave();
+        QCOMPARE(f.closeAnswer, true);
+        f.wait();
+        QVERIFY(f.dialogs.asked().isEmpty()); // nothing was unsaved any more
+        QCOMPARE(contentOf(f.left), QByteArray("xa\n"));
+        QCOMPARE(f.scene().document()->source(Side::Left).text(0), QStringLiteral("o"));
+    }
+
+    void bothSidesAreSavedOneAfterTheOther()
+    {
+        EditFixture f("a\n", "b\n");
+        f.typeAt(Side::Left, 1, QStringLiteral("x"));
+        f.typeAt(Side::Right, 1, QStringLiteral("y"));
+        f.session.onSaveLeft();
+        f.session.onSaveRight();
+        QTRY_VERIFY(!f.session.hasUnsavedChanges());
+        QCOMPARE(contentOf(f.left), QByteArray("xa\n"));
+        QCOMPARE(contentOf(f.right), QByteArray("yb\n"));
+    }
+
+    void goingAwayDuringASaveFinishesIt()
+    {
+        QTemporaryDir elsewhere;
+        const QString target = elsewhere.filePath(QStringLiteral("target.txt"));
+        QVERIFY(QFile(target).open(QIODevice::WriteOnly));
+        auto f = std::make_unique<EditFixture>("a\n", "b\n");
+        f->compare(target, f->right);
+        f->typeAt(Side::Left, 1, QString(1000, u'x'));
+        HeldSave held;
+        f->session.onSaveLeft();
+        QVERIFY(held.waitForArrival());
+        held.letGo();
+        f.reset();
+        QCOMPARE(contentOf(target).trimmed(), QByteArray(1000, 'x'));
+    }
+
+    // Closing --------------------------------------------------------------------------------------------------------
+
+    void asksForEachSideBeforeItCloses()
+    {
+        EditFixture f("a\n", "b\n");
+        f.confirmClose();
+        QCOMPARE(f.closeAnswer, true);
+        QVERIFY(f.dialogs.asked().isEmpty());
+
+        f.typeAt(Side::Left, 1, QStringLiteral("x"));
+        f.typeAt(Side::Right, 1, QStringLiteral("y"));
+        f.dialogs.answerNumber(Save);
+        f.dialogs.answerNumber(Cancel);
+        f.confirmClose();
+        QTRY_COMPARE(f.closeAnswer, false);
+        QCOMPARE(f.dialogs.titles(), QStringList(2, QStringLiteral("Unsaved changes")));
+        QVERIFY(f.dialogs.asked().first().text.contains(QDir::toNativeSeparators(f.left)));
+        QVERIFY(f.dialogs.asked().last().text.contains(QDir::toNativeSeparators(f.right)));
+        QCOMPARE(contentOf(f.left), QByteArray("xa\n"));
+        QCOMPARE(contentOf(f.right), QByteArray("b\n"));
+        QVERIFY(f.session.hasUnsavedChanges());
+
+        f.dialogs.answerNumber(Discard);
+        f.confirmClose();
+        QCOMPARE(f.closeAnswer, true);
+        QCOMPARE(contentOf(f.right), QByteArray("b\n"));
+        QVERIFY2(f.session.hasUnsavedChanges(), "another session may still keep the window open");
+    }
+
+    void staysOpenWhenTheSaveFails()
+    {
+        EditFixture f("a\n", "b\n");
+        f.typeAt(Side::Left, 1, QStringLiteral("x"));
+        installSaveProbe([](SaveStep step) { return step != SaveStep::Replace; });
+        f.dialogs.answerNumber(Save);
+        f.confirmClose();
+        QTRY_COMPARE(f.closeAnswer, false);
+        QCOMPARE(f.dialogs.titles().last(), QStringLiteral("Save failed"));
+        QVERIFY(f.session.hasUnsavedChanges());
+    }
+
+    void aTextWithoutAFileAsksForItsName()
+    {
+        EditFixture f("a\n", "b\n");
+        QGuiApplication::clipboard()->setText(QStringLiteral("from elsewhere\n"));
+        f.session.useClipboardText(Side::Right);
+        f.wait();
+        f.typeAt(Side::Right, 1, QStringLiteral("x"));
+        f.dialogs.answerNumber(Save);
+        f.dialogs.answerNothing();
+        f.confirmClose();
+        QVERIFY2(!f.closeAnswer, "turned away");
+        QVERIFY(f.session.hasUnsavedChanges());
+
+        const QString path = f.path(QStringLiteral("new.txt"));
+        f.dialogs.answerNumber(Save);
+        f.dialogs.answerPath(path);
+        f.confirmClose();
+        QTRY_COMPARE(f.closeAnswer, true);
+        QCOMPARE(contentOf(path), QByteArray("xfrom elsewhere\n"));
+        QCOMPARE(f.session.paths().right, path);
+    }
+};
+
+VELMORA_TEST(TextSavingTest)
+#include "text_saving_test.moc"
