@@ -1,9 +1,7 @@
 #include "app/session_tabs.h"
 
 #include "app/session_kinds.h"
-#include "session/dialogs.h"
 #include "session/session_widget.h"
-#include "session/translate.h"
 
 #include <QTabBar>
 
@@ -122,16 +120,46 @@ void SessionTabs::closeTab(int index)
     SessionWidget *session = sessionAt(index);
     if (!session)
         return;
-    if (!session->hasUnsavedChanges()) {
-        removeSession(session);
+    // What the session asks is about what is seen then.
+    if (session->hasUnsavedChanges())
+        setCurrentIndex(index);
+    session->confirmClose([this, session = QPointer(session)](bool mayClose) {
+        if (mayClose && session)
+            removeSession(session);
+    });
+}
+
+bool SessionTabs::hasUnsavedChanges() const
+{
+    const QList<SessionWidget *> all = sessions();
+    return std::any_of(all.begin(), all.end(),
+                       [](const SessionWidget *session) { return session->hasUnsavedChanges(); });
+}
+
+void SessionTabs::confirmCloseAll(std::function<void()> go)
+{
+    QList<QPointer<SessionWidget>> unsaved;
+    for (SessionWidget *session : sessions()) {
+        if (session->hasUnsavedChanges())
+            unsaved.append(session);
+    }
+    confirmClose(unsaved, std::move(go));
+}
+
+void SessionTabs::confirmClose(QList<QPointer<SessionWidget>> sessions, std::function<void()> go)
+{
+    while (!sessions.isEmpty() && !sessions.first())
+        sessions.removeFirst();
+    if (sessions.isEmpty()) {
+        go();
         return;
     }
-    Dialogs::instance().askYesNo(this, Velmora::tr("Close tab"),
-                                 Velmora::tr("\"%1\" has unsaved changes. Close it anyway?").arg(titleAt(index)), false,
-                                 [this, session = QPointer(session)](bool yes) {
-                                     if (yes && session)
-                                         removeSession(session);
-                                 });
+    SessionWidget *session = sessions.takeFirst();
+    setCurrentWidget(session);
+    session->confirmClose([this, sessions, go = std::move(go)](bool mayClose) {
+        if (mayClose)
+            confirmClose(sessions, go);
+    });
 }
 
 void SessionTabs::refreshTheme()

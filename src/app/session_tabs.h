@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QPointer>
 #include <QTabWidget>
+
+#include <functional>
 
 namespace velmora {
 
@@ -30,8 +33,13 @@ public:
     /// The title of a tab as it was set; on the tab it may be shortened.
     [[nodiscard]] QString titleAt(int index) const;
 
-    /// Closes a session's tab; asks first when something would be lost.
+    /// Closes a session's tab when the session agrees, which asks first when something would be lost.
     void closeTab(int index);
+
+    [[nodiscard]] bool hasUnsavedChanges() const;
+    /// Lets the sessions with unsaved changes ask, one after the other and each in front, and calls `go` when all of
+    /// them may be closed. Closes none.
+    void confirmCloseAll(std::function<void()> go);
 
     void refreshTheme();
 
@@ -41,6 +49,7 @@ Q_SIGNALS:
 
 private:
     void setTitle(int index, const QString &title);
+    void confirmClose(QList<QPointer<SessionWidget>> sessions, std::function<void()> go);
     void removeSession(SessionWidget *session);
 };
 

@@ -106,6 +106,7 @@ int runApplication()
     Tarnwick window(applyStartSwitches(startSwitches(parser)));
     window.show();
     window.handleArguments(arguments);
+    window.offerRecovery();
     return QApplication::exec();
 }
 

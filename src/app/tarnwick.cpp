@@ -7,6 +7,7 @@
 #include "app/home_page.h"
 #include "app/main_menu.h"
 #include "app/options_dialog.h"
+#include "app/recovery_offer.h"
 #include "app/session_kinds.h"
 #include "app/session_library.h"
 #include "app/session_panel.h"
@@ -22,6 +23,7 @@
 
 #include <QHBoxLayout>
 #include <QLoggingCategory>
+#include <QStandardPaths>
 #include <QStatusBar>
 #include <QTreeWidget>
 
@@ -52,6 +54,12 @@ bool storedDarkTheme()
     return InterfaceSettings().value(QStringLiteral("theme"), 0).toInt() == 1;
 }
 
+/// Beside whatever else the program keeps for this user on this computer.
+QString recoveryFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + QStringLiteral("/recovery");
+}
+
 /// The dropped paths as the sides of a session: left, right; or base, left, right where the kind has a base and three
 /// came.
 SessionPaths sidesOf(const SessionKindRow &kind, const QStringList &paths)
@@ -65,6 +73,7 @@ SessionPaths sidesOf(const SessionKindRow &kind, const QStringList &paths)
 
 Tarnwick::Tarnwick(std::optional<bool> darkThisRun, QWidget *parent)
     : QMainWindow(parent),
+      m_recovery(recoveryFolder()),
       m_tabs(new SessionTabs),
       m_home(new HomePage),
       m_panel(new SessionPanel),
@@ -186,6 +195,13 @@ void Tarnwick::openRecord(const SessionRecord &record)
     if (!record.options.isEmpty())
         session->setOptions(record.options);
     session->start();
+}
+
+void Tarnwick::offerRecovery()
+{
+    velmora::offerRecovery(m_recovery, this, [this](const SessionKindRow &kind, const SessionPaths &paths) {
+        return addSession(kind, sessionTitle(kind, paths));
+    });
 }
 
 void Tarnwick::openEmpty(const SessionKindRow &kind)
@@ -390,21 +406,15 @@ void Tarnwick::showEvent(QShowEvent *event)
 
 void Tarnwick::closeEvent(QCloseEvent *event)
 {
-    const QList<SessionWidget *> sessions = m_tabs->sessions();
-    const auto unsaved = std::count_if(sessions.begin(), sessions.end(),
-                                       [](const SessionWidget *session) { return session->hasUnsavedChanges(); });
-    if (m_closing || unsaved == 0) {
+    if (m_closing || !m_tabs->hasUnsavedChanges()) {
         QMainWindow::closeEvent(event);
         return;
     }
     event->ignore();
-    Dialogs::instance().askYesNo(this, Velmora::tr("Exit"),
-                                 Velmora::tr("Tabs with unsaved changes: %1. Exit anyway?").arg(unsaved), false,
-                                 [this](bool yes) {
-                                     m_closing = yes;
-                                     if (yes)
-                                         close();
-                                 });
+    m_tabs->confirmCloseAll([this] {
+        m_closing = true;
+        close();
+    });
 }
 
 void Tarnwick::applyWindowTheme(bool dark)

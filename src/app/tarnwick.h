@@ -2,6 +2,7 @@
 
 #include "app/session_history.h"
 #include "app/single_instance.h"
+#include "core/recovery_store.h"
 #include "session/session_host.h"
 #include "session/session_record.h"
 
@@ -55,6 +56,10 @@ public:
 
     void openSession(const QString &kind, const SessionPaths &paths) override;
     void showStatus(const QString &message, int milliseconds = 0) override;
+    RecoveryStore *recovery() override { return &m_recovery; }
+
+    /// Offers unsaved work that an earlier run has left.
+    void offerRecovery();
 
 public Q_SLOTS:
     void onNewTextCompare() { openEmptyOf("text"); }
@@ -114,6 +119,7 @@ private:
     void showHistory();
     void applyWindowTheme(bool dark);
 
+    RecoveryStore m_recovery;
     SessionTabs *m_tabs;
     HomePage *m_home;
     SessionPanel *m_panel;

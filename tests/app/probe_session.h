@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/recovery_store.h"
 #include "session/session_host.h"
 #include "session/session_widget.h"
 
@@ -24,6 +25,20 @@ public:
     [[nodiscard]] bool isEditingEnabled() const override { return unlocked; }
     void setEditingEnabled(bool enabled) override { unlocked = enabled; }
     [[nodiscard]] bool hasUnsavedChanges() const override { return unsaved; }
+    void confirmClose(std::function<void(bool)> answered) override
+    {
+        if (unsaved)
+            answer = std::move(answered);
+        else
+            answered(true);
+    }
+    /// How to answer whether the session may be closed, once.
+    std::function<void(bool)> takeAnswer() { return std::exchange(answer, {}); }
+    void recover(const velmora::RecoveryRecord &record, std::function<void()> kept) override
+    {
+        recovered = record;
+        recoveredIsKept = std::move(kept);
+    }
     [[nodiscard]] bool acceptsDroppedPaths() const override { return takesDrops; }
     void dropPaths(const QStringList &paths, QPoint position) override
     {
@@ -33,6 +48,9 @@ public:
     velmora::SessionPaths sides;
     QList<velmora::EditCommand> editable;
     QStringList log;
+    velmora::RecoveryRecord recovered;
+    std::function<void()> recoveredIsKept;
+    std::function<void(bool)> answer; ///< a question that waits for it
     bool unlocked = false;
     bool unsaved = false;
     bool takesDrops = true;

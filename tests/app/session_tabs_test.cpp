@@ -1,7 +1,6 @@
 #include "app/drop_router.h"
 #include "app/edit_menu.h"
 #include "app/probe_session.h"
-#include "app/scripted_dialogs.h"
 #include "app/session_tabs.h"
 #include "session/session_host.h"
 #include "support/test_main.h"
@@ -86,19 +85,53 @@ private Q_SLOTS:
         QVERIFY(!desk.tabs->currentSession());
     }
 
-    void asksBeforeItLosesChanges()
+    void aSessionDecidesWhetherItMayGo()
     {
         Desk desk;
-        ScriptedDialogs dialogs;
+        ProbeSession *second = desk.add(QStringLiteral("Second"));
         desk.session->unsaved = true;
         const QPointer<ProbeSession> session = desk.session;
         desk.tabs->closeTab(1);
-        QCOMPARE(dialogs.said,
-                 QStringList{QStringLiteral("Close tab: \"First\" has unsaved changes. Close it anyway? [No]")});
-        QCOMPARE(desk.tabs->count(), 2);
-        dialogs.answers = {1};
+        QCOMPARE(desk.tabs->currentSession(), desk.session); // it asks about what is seen
+        QCOMPARE(desk.tabs->count(), 3);
+        desk.session->takeAnswer()(false);
+        QCOMPARE(desk.tabs->count(), 3);
+
         desk.tabs->closeTab(1);
+        desk.tabs->closeTab(2); // while the first one is still asking
+        QCOMPARE(desk.tabs->sessions(), QList<SessionWidget *>{desk.session});
+        desk.session->takeAnswer()(true);
         QTRY_VERIFY(session.isNull());
+        Q_UNUSED(second);
+    }
+
+    void asksAllSessionsWithUnsavedChangesInTurn()
+    {
+        Desk desk;
+        ProbeSession *saved = desk.add(QStringLiteral("Saved"));
+        ProbeSession *third = desk.add(QStringLiteral("Third"));
+        QVERIFY(!desk.tabs->hasUnsavedChanges());
+        int done = 0;
+        desk.tabs->confirmCloseAll([&done] { ++done; });
+        QCOMPARE(done, 1);
+
+        desk.session->unsaved = third->unsaved = true;
+        QVERIFY(desk.tabs->hasUnsavedChanges());
+        desk.tabs->confirmCloseAll([&done] { ++done; });
+        QCOMPARE(desk.tabs->currentSession(), desk.session);
+        QVERIFY(!third->answer);
+        desk.session->takeAnswer()(true);
+        QVERIFY(!saved->answer);
+        QCOMPARE(desk.tabs->currentSession(), third);
+        third->takeAnswer()(false);
+        QCOMPARE(done, 1);
+        QCOMPARE(desk.tabs->count(), 4);
+
+        desk.tabs->confirmCloseAll([&done] { ++done; });
+        const auto answer = desk.session->takeAnswer();
+        delete third; // meanwhile
+        answer(true);
+        QCOMPARE(done, 2);
     }
 
     void survivesASessionThatIsDeletedElsewhere()

@@ -1,0 +1,192 @@
+#include "app/probe_session.h"
+#include "app/recovery_offer.h"
+#include "app/session_kinds.h"
+#include "app/session_tabs.h"
+#include "app/tarnwick.h"
+#include "core/recovery_store.h"
+#include "support/scripted_dialogs.h"
+#include "support/test_main.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QJsonArray>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+using namespace velmora;
+
+namespace {
+
+enum Answer { Later, Restore, Discard };
+
+RecoveryRecord recordOf(const QString &left, const QString &right, const QByteArray &leftText)
+{
+    const QJsonObject side{{QStringLiteral("side"), QStringLiteral("left")},
+                           {QStringLiteral("path"), left},
+                           {QStringLiteral("charset"), QStringLiteral("UTF-8")},
+                           {QStringLiteral("mark"), false},
+                           {QStringLiteral("fileSize"), 4},
+                           {QStringLiteral("fileModified"), 0}};
+    return {{{QStringLiteral("kind"), QStringLiteral("text")},
+             {QStringLiteral("left"), left},
+             {QStringLiteral("right"), right},
+             {QStringLiteral("sides"), QJsonArray{side}}},
+            {leftText}};
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
+}
+
+bool write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly) &&
+           file.write(bytes) == bytes.size();
+}
+
+/// A folder with two left records, one of an unknown kind, and a damaged file.
+struct Remains {
+    Remains()
+    {
+        const QString left = folder.filePath(QStringLiteral("run/"));
+        whole = {left + QStringLiteral("a.unsaved"), left + QStringLiteral("b.unsaved")};
+        for (const QString &file : whole) {
+            if (!QDir().mkpath(left) || !writeRecoveryRecord(file, recordOf(file, {}, "text\n")).ok())
+                qFatal("cannot write");
+        }
+    }
+
+    void offer()
+    {
+        RecoveryStore store(folder.path());
+        offerRecovery(store, nullptr, [this](const SessionKindRow &kind, const SessionPaths &paths) {
+            opened.append(kind.id + u' ' + paths.left);
+            sessions.push_back(std::make_unique<ProbeSession>(host));
+            return sessions.back().get();
+        });
+    }
+
+    QTemporaryDir folder;
+    QStringList whole;
+    QStringList opened;
+    SilentHost host;
+    std::vector<std::unique_ptr<ProbeSession>> sessions;
+    test::ScriptedDialogs dialogs;
+};
+
+} // namespace
+
+class RecoveryOfferTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void nothingLeftNothingAsked()
+    {
+        const QTemporaryDir folder;
+        test::ScriptedDialogs dialogs;
+        RecoveryStore store(folder.path());
+        offerRecovery(store, nullptr, [](const SessionKindRow &, const SessionPaths &) { return nullptr; });
+        QVERIFY(dialogs.asked().isEmpty());
+    }
+
+    void keepsWhatNobodyDecidesAbout()
+    {
+        Remains r;
+        r.offer();
+        r.dialogs.answerNumber(Later);
+        r.offer();
+        QCOMPARE(r.dialogs.asked().size(), 2);
+        QVERIFY(r.opened.isEmpty());
+        r.dialogs.answerNumber(Discard);
+        r.offer();
+        for (const QString &file : r.whole)
+            QVERIFY(!QFileInfo::exists(file));
+        r.offer();
+        QCOMPARE(r.dialogs.asked().size(), 3);
+        QVERIFY(r.opened.isEmpty());
+    }
+
+    void restoredWorkStaysUntilItIsKeptAnew()
+    {
+        Remains r;
+        r.dialogs.answerNumber(Restore);
+        r.offer();
+        QCOMPARE(r.opened, (QStringList{QStringLiteral("text ") + r.whole[0], QStringLiteral("text ") + r.whole[1]}));
+        QCOMPARE(r.sessions[0]->recovered, recordOf(r.whole[0], {}, "text\n"));
+        QVERIFY(QFileInfo::exists(r.whole[0]));
+        r.sessions[0]->recoveredIsKept();
+        QVERIFY(!QFileInfo::exists(r.whole[0]));
+        QVERIFY2(QFileInfo::exists(r.whole[1]), "its session could not show it");
+    }
+
+    void saysWhatIsDamagedAndLeavesWhatItDoesNotKnow()
+    {
+        Remains r;
+        const QString unknown = r.folder.filePath(QStringLiteral("run/c.unsaved"));
+        QVERIFY(writeRecoveryRecord(unknown, {{{QStringLiteral("kind"), QStringLiteral("later")}}, {}}).ok());
+        QFile half(r.whole[1]);
+        QVERIFY(half.resize(half.size() - 1));
+        r.dialogs.answerNumber(Discard);
+        r.offer();
+        QCOMPARE(r.dialogs.asked().size(), 2);
+        const QString aside = r.folder.filePath(QStringLiteral("b.damaged"));
+        QVERIFY(r.dialogs.asked().first().text.contains(QDir::toNativeSeparators(aside)));
+        QVERIFY(QFileInfo::exists(aside));
+        QVERIFY(!QFileInfo::exists(r.whole[0]));
+        QVERIFY(QFileInfo::exists(unknown));
+        r.offer();
+        QCOMPARE(r.dialogs.asked().size(), 2); // each told once
+    }
+
+    void theWindowBringsBackEditedTexts()
+    {
+        const QTemporaryDir folder;
+        const QString left = folder.filePath(QStringLiteral("left.txt"));
+        const QString right = folder.filePath(QStringLiteral("right.txt"));
+        QVERIFY(write(left, "old\n") && write(right, "right\n"));
+        const QString root =
+            QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + QStringLiteral("/recovery");
+        const QString kept = root + QStringLiteral("/run/a.unsaved");
+        QVERIFY(QDir().mkpath(root + QStringLiteral("/run")));
+        QVERIFY(writeRecoveryRecord(kept, recordOf(left, right, "edited\r\nlines")).ok());
+        const auto files = [&root] {
+            QStringList names;
+            QDirIterator all(root, {QStringLiteral("*.unsaved")}, QDir::Files, QDirIterator::Subdirectories);
+            while (all.hasNext())
+                names.append(all.next());
+            return names;
+        };
+
+        test::ScriptedDialogs dialogs;
+        {
+            Tarnwick window;
+            dialogs.answerNumber(Restore);
+            window.offerRecovery();
+            SessionWidget *session = window.findChild<SessionTabs *>()->currentSession();
+            QVERIFY(session);
+            QCOMPARE(session->paths(), (SessionPaths{left, right, {}}));
+            QTRY_VERIFY(!QFileInfo::exists(kept));
+            QVERIFY(session->hasUnsavedChanges());
+            QCOMPARE(files().size(), 1); // kept anew
+            QCOMPARE(contentOf(left), QByteArray("old\n"));
+
+            // The file is not as it was when the text was read from it.
+            dialogs.answerNumber(1); // save
+            dialogs.answerNumber(1); // over it
+            std::optional<bool> mayClose;
+            session->confirmClose([&mayClose](bool may) { mayClose = may; });
+            QTRY_COMPARE(mayClose, true);
+            QCOMPARE(dialogs.titles().mid(1),
+                     (QStringList{QStringLiteral("Unsaved changes"), QStringLiteral("External file changed")}));
+            QCOMPARE(contentOf(left), QByteArray("edited\r\nlines"));
+            QTRY_COMPARE(files(), QStringList());
+        }
+    }
+};
+
+VELMORA_TEST(RecoveryOfferTest)
+#include "recovery_offer_test.moc"
