@@ -6,6 +6,8 @@
 
 class QCheckBox;
 class QDateTimeEdit;
+class QLabel;
+class QPushButton;
 class QSpinBox;
 
 namespace velmora {
@@ -29,6 +31,7 @@ private:
 
     [[nodiscard]] QWidget *makeSizes();
     [[nodiscard]] QWidget *makeTimes();
+    [[nodiscard]] QSpinBox *makeSize(const QString &name, qint64 bytes);
     [[nodiscard]] TimeLimit makeTime(const QString &name, const QDateTime &value, const QDateTime &proposal);
     void clear();
     void judge();
@@ -38,6 +41,8 @@ private:
     QSpinBox *m_maximum;
     TimeLimit m_from;
     TimeLimit m_to;
+    QLabel *m_verdict;
+    QPushButton *m_ok = nullptr;
 };
 
 /// The line of the action log for limits that were applied at `time`.

@@ -9,14 +9,15 @@
 
 class QButtonGroup;
 class QCheckBox;
+class QGroupBox;
 class QLabel;
 
 namespace velmora {
 
 /// Asks how the contents of the selected files and folders are to be compared.
 ///
-/// Counts meanwhile what lies in the selected folders, of each the left one where there is one. Opened with open(); the
-/// answers count when `accepted` comes ("Start (S)").
+/// Counts meanwhile what lies in the selected folders, of each the left one where there is one, until it is closed.
+/// Opened with open(); the answers count when `accepted` comes ("Start (S)").
 class CompareContentsDialog final : public QDialog {
     Q_OBJECT
 public:
@@ -24,15 +25,16 @@ public:
     CompareContentsDialog(const QList<FolderDiffItem> &selection, CompareMethod method, QWidget *parent = nullptr);
 
     [[nodiscard]] CompareMethod method() const;
+    /// Remembered from one dialog to the next.
     [[nodiscard]] bool showsResults() const;
 
 public Q_SLOTS:
     void done(int result) override;
 
 private:
-    void addMethod(CompareMethod method, const QString &text, const QString &name);
+    [[nodiscard]] QGroupBox *makeMethods(CompareMethod chosen);
     void count(const QList<FolderDiffItem> &selection);
-    void showTotals(const FolderTotals &totals, bool counting);
+    void showTotals(const FolderTotals &totals);
 
     QLabel *m_totals;
     QButtonGroup *m_methods;

@@ -1,0 +1,413 @@
+#include "folder/actions/action_outcome.h"
+
+#include "folder/actions/action_words.h"
+#include "session/translate.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <vector>
+
+namespace velmora {
+
+namespace {
+
+/// The texts of one kind of command.
+struct CommandWords {
+    const char *logLine;
+    const char *failedFrom; ///< where the entry itself is the trouble; of synchronising commands the whole failure
+    const char *failedTo;   ///< where its destination is
+    const char *title;
+};
+
+constexpr CommandWords copyWords{
+    QT_TRANSLATE_NOOP("Velmora", "%1 copy: %2 -> %3"), QT_TRANSLATE_NOOP("Velmora", "Cannot copy: %1"),
+    QT_TRANSLATE_NOOP("Velmora", "Cannot copy to: %1"), QT_TRANSLATE_NOOP("Velmora", "Copy failed")};
+constexpr CommandWords moveWords{
+    QT_TRANSLATE_NOOP("Velmora", "%1 move: %2 -> %3"), QT_TRANSLATE_NOOP("Velmora", "Cannot move: %1"),
+    QT_TRANSLATE_NOOP("Velmora", "Cannot move to: %1"), QT_TRANSLATE_NOOP("Velmora", "Move failed")};
+constexpr CommandWords deleteWords{QT_TRANSLATE_NOOP("Velmora", "%1 delete: %2"),
+                                   QT_TRANSLATE_NOOP("Velmora", "Cannot delete: %1"), nullptr,
+                                   QT_TRANSLATE_NOOP("Velmora", "Delete failed")};
+constexpr CommandWords renameWords{QT_TRANSLATE_NOOP("Velmora", "%1 rename: %2 -> %3"),
+                                   QT_TRANSLATE_NOOP("Velmora", "Cannot rename: %1"), nullptr,
+                                   QT_TRANSLATE_NOOP("Velmora", "Rename failed")};
+constexpr CommandWords newFolderWords{QT_TRANSLATE_NOOP("Velmora", "%1 new folder: %2"),
+                                      QT_TRANSLATE_NOOP("Velmora", "Cannot create: %1"), nullptr,
+                                      QT_TRANSLATE_NOOP("Velmora", "New folder failed")};
+constexpr CommandWords mirrorWords{QT_TRANSLATE_NOOP("Velmora", "%1 mirror: %2 -> %3"),
+                                   QT_TRANSLATE_NOOP("Velmora", "Mirror failed: %1 -> %2"), nullptr,
+                                   QT_TRANSLATE_NOOP("Velmora", "Mirror sync failed")};
+constexpr CommandWords updateWords{QT_TRANSLATE_NOOP("Velmora", "%1 update: %2 -> %3"),
+                                   QT_TRANSLATE_NOOP("Velmora", "Update failed: %1 -> %2"), nullptr,
+                                   QT_TRANSLATE_NOOP("Velmora", "Update sync failed")};
+constexpr CommandWords updateBothWords{QT_TRANSLATE_NOOP("Velmora", "%1 update both: %2 <-> %3"),
+                                       QT_TRANSLATE_NOOP("Velmora", "Update both sides failed: %1 <-> %2"), nullptr,
+                                       QT_TRANSLATE_NOOP("Velmora", "Update sync failed")};
+constexpr CommandWords undoWords{QT_TRANSLATE_NOOP("Velmora", "%1 undo: %2"),
+                                 QT_TRANSLATE_NOOP("Velmora", "Cannot undo: %1"), nullptr,
+                                 QT_TRANSLATE_NOOP("Velmora", "Undo failed")};
+
+const CommandWords &wordsOf(FolderCommand command)
+{
+    switch (command) {
+    case FolderCommand::CopyToRight:
+    case FolderCommand::CopyToLeft:
+    case FolderCommand::CopyTo:
+        return copyWords;
+    case FolderCommand::MoveTo:
+        return moveWords;
+    case FolderCommand::Rename:
+        return renameWords;
+    case FolderCommand::NewFolder:
+        return newFolderWords;
+    case FolderCommand::MirrorToRight:
+    case FolderCommand::MirrorToLeft:
+        return mirrorWords;
+    case FolderCommand::UpdateRight:
+    case FolderCommand::UpdateLeft:
+        return updateWords;
+    case FolderCommand::UpdateBoth:
+        return updateBothWords;
+    case FolderCommand::UndoLast:
+        return undoWords;
+    default:
+        return deleteWords;
+    }
+}
+
+bool isAboutRoots(const CommandWords &words)
+{
+    return &words == &mirrorWords || &words == &updateWords || &words == &updateBothWords;
+}
+
+/// The roots as the texts of a synchronising command name them: from, to.
+std::pair<QString, QString> rootsFromTo(const ActionRequest &request)
+{
+    const PlanSide source = sourceOf(request.command);
+    return {shownPath(rootOn(request.context, source)), shownPath(rootOn(request.context, otherSide(source)))};
+}
+
+/// What could not be done, where the entry itself, or all of it, is the trouble.
+QString failureOf(const ActionRequest &request, const QString &path)
+{
+    const CommandWords &words = wordsOf(request.command);
+    if (isAboutRoots(words)) {
+        const auto [source, target] = rootsFromTo(request);
+        return Velmora::tr(words.failedFrom).arg(source, target);
+    }
+    return Velmora::tr(words.failedFrom).arg(path.isEmpty() ? selectionTitle(request) : path);
+}
+
+/// A failure that left things as they were; the others are done with a blemish, or were called off.
+bool isFailure(const OperationProblem &problem)
+{
+    return problem.code != OperationErrorCode::Cancelled && problem.code != OperationErrorCode::AttributesLost &&
+           problem.code != OperationErrorCode::NotOnDiskForSure;
+}
+
+/// Gathers what a run did and puts it into words.
+class Wording {
+public:
+    Wording(const ActionRequest &request, const ExecutionReport &report, const QTime &time)
+        : m_request(request), m_report(report), m_words(wordsOf(request.command)), m_time(logTime(time))
+    {
+        for (qsizetype i = 0; i < m_report.ends.size(); ++i) {
+            if (m_report.ends[i] == StepEnd::Done)
+                m_done.append(m_report.plan.steps[i]);
+        }
+    }
+
+    ActionOutcome outcome()
+    {
+        m_outcome.succeeded = m_done.size();
+        m_outcome.cancelled = m_report.cancelled;
+        m_outcome.journalId = m_report.journalId;
+        m_outcome.title = Velmora::tr(m_words.title);
+        addLogLines();
+        addTouched();
+        for (const OperationProblem &problem : m_report.problems)
+            addProblem(problem);
+        for (const LeftOutEntry &entry : m_report.plan.leftOut) {
+            if (countsAsFailure(m_request, entry.reason))
+                fail(failureText(entry.path, entry.path), {shownPath(entry.path), leftOutText(entry)});
+        }
+        if (m_report.notUndoable > 0)
+            log(Velmora::tr("not kept for undoing: %1").arg(m_report.notUndoable));
+        finishHeadline();
+        return std::move(m_outcome);
+    }
+
+private:
+    void log(const QString &text) { m_outcome.logLines.append(m_time + u' ' + text); }
+
+    void addLogLines()
+    {
+        if (m_done.isEmpty())
+            return;
+        if (isAboutRoots(m_words)) {
+            const auto [from, to] = rootsFromTo(m_request);
+            m_outcome.logLines.append(Velmora::tr(m_words.logLine).arg(m_time, from, to));
+        } else if (m_request.command == FolderCommand::UndoLast) {
+            m_outcome.logLines.append(Velmora::tr(m_words.logLine).arg(m_time, m_request.name));
+        } else {
+            addEntryLines();
+        }
+    }
+
+    /// One line for each entry that was asked for, however much is in it.
+    void addEntryLines()
+    {
+        if (m_request.command == FolderCommand::Rename || m_request.command == FolderCommand::NewFolder) {
+            for (const OperationStep &step : m_done)
+                addLine(m_report.plan.pathOf(step.from), m_report.plan.pathOf(step.to));
+            return;
+        }
+        const std::vector<Way> ways = sortedWays();
+        for (const FolderDiffItem &item : m_request.selection.items) {
+            for (const PlanSide side : {PlanSide::Left, PlanSide::Right}) {
+                const QString &path = pathOn(item, side);
+                const auto first = std::lower_bound(ways.begin(), ways.end(), Way{path, {}});
+                const auto inside = std::lower_bound(ways.begin(), ways.end(), Way{path + u'/', {}});
+                if (path.isEmpty())
+                    continue;
+                if (first != ways.end() && first->from == path)
+                    addLine(path, first->to);
+                else if (inside != ways.end() && inside->from.startsWith(path + u'/'))
+                    addLine(path, folderTarget(item, side));
+            }
+        }
+    }
+
+    /// The paths of one step.
+    struct Way {
+        QString from;
+        QString to;
+
+        friend bool operator<(const Way &left, const Way &right) { return left.from < right.from; }
+    };
+
+    [[nodiscard]] std::vector<Way> sortedWays() const
+    {
+        std::vector<Way> ways;
+        for (const OperationStep &step : m_done) {
+            // That an emptied folder is removed is part of moving it.
+            const bool isClearing = m_request.command == FolderCommand::MoveTo && step.kind == OperationKind::Delete;
+            if (!isClearing)
+                ways.push_back({m_report.plan.pathOf(step.from), m_report.plan.pathOf(step.to)});
+        }
+        std::sort(ways.begin(), ways.end());
+        return ways;
+    }
+
+    /// Where a folder went that needed no step of its own, since it was there on both sides.
+    [[nodiscard]] QString folderTarget(const FolderDiffItem &item, PlanSide side) const
+    {
+        const QString &path = pathOn(item, side);
+        return m_request.destination.isEmpty() ? pathOn(item, otherSide(side))
+                                               : m_request.destination + path.mid(path.lastIndexOf(u'/'));
+    }
+
+    void addLine(const QString &from, const QString &to)
+    {
+        const QString &own = from.isEmpty() ? to : from;
+        const bool namesTarget = m_words.failedTo || m_request.command == FolderCommand::Rename;
+        const QString line = Velmora::tr(m_words.logLine);
+        m_outcome.logLines.append(namesTarget ? line.arg(m_time, shownPath(from), shownPath(to))
+                                              : line.arg(m_time, shownPath(own)));
+    }
+
+    /// Names as the comparison has them: an aligned entry of the right side goes by its left name.
+    void addTouched()
+    {
+        const FolderActionContext &context = m_request.context;
+        QHash<QString, QString> names;
+        for (const FolderDiffItem &item : context.items) {
+            for (const PlanSide side : {PlanSide::Left, PlanSide::Right}) {
+                if (!pathOn(item, side).isEmpty())
+                    names.insert(pathOn(item, side), item.name);
+            }
+        }
+        QSet<QString> touched;
+        const auto touch = [&](const QString &path) {
+            const QString name = names.value(path, relativeName(path));
+            if (!name.isEmpty())
+                touched.insert(name);
+        };
+        for (const OperationStep &step : m_done) {
+            touch(m_report.plan.pathOf(step.from));
+            touch(m_report.plan.pathOf(step.to));
+        }
+        // What was not as the comparison has it should be looked at again.
+        for (const OperationProblem &problem : m_report.problems)
+            touch(problem.path);
+        for (const LeftOutEntry &entry : m_report.plan.leftOut) {
+            if (entry.reason == LeftOutReason::ChangedSinceCompared)
+                touch(entry.path);
+        }
+        m_outcome.touched = QStringList(touched.begin(), touched.end());
+        m_outcome.touched.sort();
+    }
+
+    [[nodiscard]] QString relativeName(const QString &path) const
+    {
+        for (const PlanSide side : {PlanSide::Left, PlanSide::Right}) {
+            QString root = rootOn(m_request.context, side);
+            if (!root.endsWith(u'/'))
+                root += u'/';
+            if (root.size() > 1 && path.startsWith(root))
+                return path.mid(root.size());
+        }
+        return {};
+    }
+
+    void addProblem(const OperationProblem &problem)
+    {
+        m_outcome.lacksRecycleBin = m_outcome.lacksRecycleBin || problem.code == OperationErrorCode::NoRecycleBin;
+        const ActionProblem shown{shownPath(problem.path), problemText(problem)};
+        if (!isFailure(problem)) {
+            log(shown.path + QLatin1String(": ") + shown.reason);
+            return;
+        }
+        const bool hasStep = problem.step >= 0 && problem.step < m_report.plan.steps.size();
+        const OperationStep step = hasStep ? m_report.plan.steps[problem.step] : OperationStep();
+        const QString from = m_report.plan.pathOf(step.from);
+        fail(failureText(from.isEmpty() ? problem.path : from, problem.path), shown);
+    }
+
+    /// What could not be done. `from` is the entry concerned, `path` where the trouble was.
+    [[nodiscard]] QString failureText(const QString &from, const QString &path) const
+    {
+        const bool atDestination = m_words.failedTo && path != from;
+        return atDestination ? Velmora::tr(m_words.failedTo).arg(shownPath(path))
+                             : failureOf(m_request, shownPath(from));
+    }
+
+    void fail(const QString &text, const ActionProblem &problem)
+    {
+        ++m_outcome.failed;
+        if (m_outcome.problems.isEmpty())
+            m_outcome.headline = text;
+        m_outcome.problems.append(problem);
+        const QString reason = problem.reason.isEmpty() ? QString() : QLatin1String(" — ") + problem.reason;
+        log((isAboutRoots(m_words) ? problem.path : text) + reason);
+    }
+
+    void finishHeadline()
+    {
+        if (m_outcome.problems.size() < 2)
+            return;
+        const QString done = doneText(m_outcome);
+        m_outcome.headline = isAboutRoots(m_words) ? m_outcome.headline + u'\n' + done : done;
+    }
+
+    const ActionRequest &m_request;
+    const ExecutionReport &m_report;
+    const CommandWords &m_words;
+    QString m_time;
+    QList<OperationStep> m_done;
+    ActionOutcome m_outcome;
+};
+
+} // namespace
+
+ActionOutcome outcomeOf(const ActionRequest &request, const ExecutionReport &report, const QTime &time)
+{
+    return Wording(request, report, time).outcome();
+}
+
+ActionOutcome outcomeOfNothing(const ActionRequest &request, const OperationPlan &plan)
+{
+    const CommandWords &words = wordsOf(request.command);
+    ActionOutcome outcome;
+    outcome.title = Velmora::tr(words.title);
+    for (const LeftOutEntry &entry : plan.leftOut)
+        outcome.problems.append({shownPath(entry.path), leftOutText(entry)});
+    if (plan.refusal != PlanRefusal::None)
+        outcome.problems = {{{}, refusalText(plan.refusal)}};
+    outcome.failed = outcome.problems.size();
+    if (outcome.problems.size() == 1)
+        outcome.headline = failureOf(request, outcome.problems.first().path);
+    else
+        outcome.headline = Velmora::tr("There is nothing to do.");
+    return outcome;
+}
+
+QString doneText(const ActionOutcome &outcome)
+{
+    return Velmora::tr("Done: %1 succeeded, %2 failed").arg(outcome.succeeded).arg(outcome.failed);
+}
+
+bool countsAsFailure(const ActionRequest &request, LeftOutReason reason)
+{
+    switch (request.command) {
+    case FolderCommand::CopyToRight:
+    case FolderCommand::CopyToLeft:
+    case FolderCommand::CopyTo:
+    case FolderCommand::MoveTo:
+    case FolderCommand::Rename:
+    case FolderCommand::NewFolder:
+        if (reason == LeftOutReason::TargetExists && request.ifPresent == IfPresent::LeaveOut)
+            return false;
+        return reason != LeftOutReason::HiddenByFilter;
+    default:
+        return false; // the preview has shown them
+    }
+}
+
+QString actionTitle(const ActionRequest &request)
+{
+    const char *name = nullptr;
+    switch (request.command) {
+    case FolderCommand::CopyToRight:
+    case FolderCommand::CopyToLeft:
+    case FolderCommand::CopyTo:
+        name = QT_TRANSLATE_NOOP("Velmora", "Copy");
+        break;
+    case FolderCommand::MoveTo:
+        name = QT_TRANSLATE_NOOP("Velmora", "Move");
+        break;
+    case FolderCommand::Rename:
+        name = QT_TRANSLATE_NOOP("Velmora", "Rename");
+        break;
+    case FolderCommand::NewFolder:
+        name = QT_TRANSLATE_NOOP("Velmora", "New folder");
+        break;
+    case FolderCommand::MirrorToRight:
+    case FolderCommand::MirrorToLeft:
+        name = QT_TRANSLATE_NOOP("Velmora", "Mirror");
+        break;
+    case FolderCommand::UpdateRight:
+    case FolderCommand::UpdateLeft:
+        name = QT_TRANSLATE_NOOP("Velmora", "Update");
+        break;
+    case FolderCommand::UpdateBoth:
+        name = QT_TRANSLATE_NOOP("Velmora", "Update both sides");
+        break;
+    case FolderCommand::UndoLast:
+        name = QT_TRANSLATE_NOOP("Velmora", "Undo");
+        break;
+    default:
+        name = QT_TRANSLATE_NOOP("Velmora", "Delete");
+        break;
+    }
+    return Velmora::tr("%1: %2").arg(Velmora::tr(name), selectionTitle(request));
+}
+
+QString selectionTitle(const ActionRequest &request)
+{
+    if (isAboutRoots(wordsOf(request.command))) {
+        const auto [from, to] = rootsFromTo(request);
+        const bool both = request.command == FolderCommand::UpdateBoth;
+        return Velmora::tr(both ? QT_TRANSLATE_NOOP("Velmora", "%1 <-> %2") : QT_TRANSLATE_NOOP("Velmora", "%1 -> %2"))
+            .arg(from, to);
+    }
+    if (request.command == FolderCommand::NewFolder || request.command == FolderCommand::UndoLast)
+        return request.name;
+    const QList<FolderDiffItem> &items = request.selection.items;
+    if (items.size() != 1)
+        return Velmora::tr("%1 entries").arg(QLocale().toString(items.size()));
+    return items.first().name.mid(items.first().name.lastIndexOf(u'/') + 1);
+}
+
+} // namespace velmora

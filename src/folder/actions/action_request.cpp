@@ -1,0 +1,65 @@
+#include "folder/actions/action_request.h"
+
+namespace velmora {
+
+QList<PlanSide> sidesOf(FolderSides sides)
+{
+    switch (sides) {
+    case FolderSides::Left:
+        return {PlanSide::Left};
+    case FolderSides::Right:
+        return {PlanSide::Right};
+    case FolderSides::Both:
+        break;
+    }
+    return {PlanSide::Left, PlanSide::Right};
+}
+
+PlanSide sourceOf(FolderCommand command)
+{
+    switch (command) {
+    case FolderCommand::CopyToLeft:
+    case FolderCommand::MirrorToLeft:
+    case FolderCommand::UpdateLeft:
+        return PlanSide::Right;
+    default:
+        return PlanSide::Left;
+    }
+}
+
+QString newFolderPath(const ActionRequest &request, PlanSide side)
+{
+    if (request.selection.items.isEmpty())
+        return request.name;
+    const FolderDiffItem &item = request.selection.items.first();
+    const ItemTree tree(request.context.items);
+    const QString &root = rootOn(request.context, side);
+    const QString relative = tree.placeOf(item, side, root).mid(root.endsWith(u'/') ? root.size() : root.size() + 1);
+    if (item.isDir)
+        return relative + u'/' + request.name;
+    return relative.left(relative.lastIndexOf(u'/') + 1) + request.name;
+}
+
+ItemTree::ItemTree(const QList<FolderDiffItem> &items) : m_items(items)
+{
+    m_byName.reserve(items.size());
+    for (qsizetype i = 0; i < items.size(); ++i)
+        m_byName.insert(items[i].name, i);
+}
+
+QString ItemTree::placeOf(const FolderDiffItem &item, PlanSide side, const QString &root) const
+{
+    const QString &there = pathOn(item, side);
+    if (!there.isEmpty())
+        return there;
+    const QString &other = pathOn(item, otherSide(side));
+    const QString name = other.mid(other.lastIndexOf(u'/') + 1);
+    const qsizetype parent = indexOf(item.name.left(item.name.lastIndexOf(u'/')));
+    const bool isInner = item.name.contains(u'/');
+    const QString folder = isInner && parent >= 0 ? placeOf(m_items[parent], side, root)
+                           : isInner              ? root + u'/' + item.name.left(item.name.lastIndexOf(u'/'))
+                                                  : root;
+    return folder.endsWith(u'/') ? folder + name : folder + u'/' + name;
+}
+
+} // namespace velmora

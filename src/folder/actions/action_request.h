@@ -1,0 +1,62 @@
+#pragma once
+
+#include "folder/actions/folder_command.h"
+#include "folder/operations/plan_builders.h"
+
+#include <QHash>
+
+namespace velmora {
+
+/// One command with everything that was answered for it: what the workers get. A value.
+struct ActionRequest {
+    FolderCommand command = FolderCommand::CopyToRight;
+    FolderActionContext context;
+    FolderSelection selection;
+    QString destination; ///< of `CopyTo` and `MoveTo`: an absolute folder
+    QString name;        ///< of `Rename` and `NewFolder` a bare name, of `UndoLast` what is undone, in words
+    QString undoOf;      ///< of `UndoLast`: the run in the journal
+    DeleteManner manner = DeleteManner::ToRecycleBin;
+    IfPresent ifPresent = IfPresent::Replace;
+};
+
+[[nodiscard]] inline const QString &pathOn(const FolderDiffItem &item, PlanSide side)
+{
+    return side == PlanSide::Left ? item.leftPath : item.rightPath;
+}
+
+[[nodiscard]] inline const QString &rootOn(const FolderActionContext &context, PlanSide side)
+{
+    return side == PlanSide::Left ? context.leftRoot : context.rightRoot;
+}
+
+[[nodiscard]] inline bool isReadOnly(const FolderActionContext &context, PlanSide side)
+{
+    return side == PlanSide::Left ? context.options.leftReadOnly : context.options.rightReadOnly;
+}
+
+/// The sides that a selection means, of which there may be one or two.
+[[nodiscard]] QList<PlanSide> sidesOf(FolderSides sides);
+
+/// The side that a command copies, moves or mirrors from; for those that have one.
+[[nodiscard]] PlanSide sourceOf(FolderCommand command);
+
+/// Where the new folder of `NewFolder` goes on `side`, relative to the root.
+[[nodiscard]] QString newFolderPath(const ActionRequest &request, PlanSide side);
+
+/// The items as a tree, to find entries and the places that they would have on the other side.
+class ItemTree {
+public:
+    /// Keeps a reference.
+    explicit ItemTree(const QList<FolderDiffItem> &items);
+
+    /// -1 when there is none. `name` is relative to the roots.
+    [[nodiscard]] qsizetype indexOf(const QString &name) const { return m_byName.value(name, -1); }
+    /// Where the entry is on `side`, or would be: below the place of the folder that it lies in.
+    [[nodiscard]] QString placeOf(const FolderDiffItem &item, PlanSide side, const QString &root) const;
+
+private:
+    const QList<FolderDiffItem> &m_items;
+    QHash<QString, qsizetype> m_byName;
+};
+
+} // namespace velmora

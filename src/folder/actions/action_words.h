@@ -1,0 +1,33 @@
+#pragma once
+
+#include "folder/operations/operation_executor.h"
+#include "folder/operations/operation_plan.h"
+
+#include <QDateTime>
+#include <QString>
+
+namespace velmora {
+
+/// How the facts of plans and of their runs are said to a person. Pure but for the language.
+
+/// A number of bytes in the unit that suits it.
+[[nodiscard]] QString sizeText(qint64 bytes);
+/// The same for a file, and "<folder>" for a folder.
+[[nodiscard]] QString entrySizeText(bool isFolder, qint64 bytes);
+
+[[nodiscard]] QString leftOutText(const LeftOutEntry &entry);
+/// Empty for `None` and `Cancelled`.
+[[nodiscard]] QString refusalText(PlanRefusal refusal);
+/// What went wrong, with the system's own words where there are any.
+[[nodiscard]] QString problemText(const OperationProblem &problem);
+
+/// One line with what is written, replaced and deleted, in files and bytes.
+[[nodiscard]] QString totalsText(const OperationTotals &totals);
+
+/// A path as the system writes it.
+[[nodiscard]] QString shownPath(const QString &path);
+
+/// The beginning of a line of the action log.
+[[nodiscard]] QString logTime(const QTime &time);
+
+} // namespace velmora

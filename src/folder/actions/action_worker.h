@@ -1,0 +1,31 @@
+#pragma once
+
+#include "core/cancel_flag.h"
+#include "core/progress.h"
+#include "folder/actions/action_outcome.h"
+#include "folder/operations/operation_journal.h"
+
+namespace velmora {
+
+/// Where runs are written down, for workers.
+struct JournalPlace {
+    QString folder; ///< absolute
+    JournalLimits limits;
+};
+
+/// Where the program keeps its journal, with the limits that are set.
+[[nodiscard]] JournalPlace standardJournal();
+
+/// Carries out a plan and words what came of it. Waits while another session, or another program, writes to the
+/// journal. Synchronous, for a worker.
+[[nodiscard]] ActionOutcome runAction(const ActionRequest &request, const OperationPlan &plan, FileLayer &files,
+                                      const JournalPlace &place, const CancelFlag &cancel, Progress &progress);
+
+/// The undoing of the last run of the journal.
+struct PreparedUndo {
+    UndoPlan undo;
+    JournalEntry entry; ///< of the run to be undone
+};
+[[nodiscard]] PreparedUndo prepareUndoing(FileLayer &files, const JournalPlace &place);
+
+} // namespace velmora

@@ -1,0 +1,141 @@
+#include "folder/actions/command_rules.h"
+
+#include "folder/actions/action_request.h"
+#include "session/translate.h"
+
+#include <algorithm>
+
+namespace velmora {
+
+namespace {
+
+bool hasRoot(const FolderActionContext &context, PlanSide side)
+{
+    return !rootOn(context, side).isEmpty();
+}
+
+QString readOnlyReason(PlanSide side)
+{
+    return side == PlanSide::Left ? Velmora::tr("The left side is read-only")
+                                  : Velmora::tr("The right side is read-only");
+}
+
+QString whyNotWritable(const FolderActionContext &context, const QList<PlanSide> &sides)
+{
+    for (const PlanSide side : sides) {
+        if (isReadOnly(context, side))
+            return readOnlyReason(side);
+    }
+    return {};
+}
+
+bool isAnyOn(const FolderSelection &selection, PlanSide side)
+{
+    return std::any_of(selection.items.begin(), selection.items.end(),
+                       [side](const FolderDiffItem &item) { return !pathOn(item, side).isEmpty(); });
+}
+
+/// Of the sides that the selection means, those on which something of it is.
+QList<PlanSide> occupiedSides(const FolderSelection &selection)
+{
+    QList<PlanSide> sides;
+    for (const PlanSide side : sidesOf(selection.sides)) {
+        if (isAnyOn(selection, side))
+            sides.append(side);
+    }
+    return sides;
+}
+
+QString whyNotBothFolders(const FolderActionContext &context)
+{
+    const bool both = hasRoot(context, PlanSide::Left) && hasRoot(context, PlanSide::Right);
+    return both ? QString() : Velmora::tr("Choose both folders first");
+}
+
+QString whyNotOccupied(const FolderSelection &selection)
+{
+    if (selection.items.isEmpty())
+        return Velmora::tr("Nothing is selected");
+    return occupiedSides(selection).isEmpty() ? Velmora::tr("The selection is not on this side") : QString();
+}
+
+QString whyNotOne(const FolderSelection &selection)
+{
+    const QString reason = whyNotOccupied(selection);
+    if (!reason.isEmpty())
+        return reason;
+    return selection.items.size() > 1 ? Velmora::tr("Select one entry only") : QString();
+}
+
+QString whyNotCopied(FolderCommand command, const FolderActionContext &context, const FolderSelection &selection)
+{
+    const PlanSide source = sourceOf(command);
+    if (const QString reason = whyNotBothFolders(context); !reason.isEmpty())
+        return reason;
+    if (const QString reason = whyNotWritable(context, {otherSide(source)}); !reason.isEmpty())
+        return reason;
+    if (selection.items.isEmpty())
+        return Velmora::tr("Nothing is selected");
+    if (isAnyOn(selection, source))
+        return {};
+    return source == PlanSide::Left ? Velmora::tr("Nothing of the selection is on the left side")
+                                    : Velmora::tr("Nothing of the selection is on the right side");
+}
+
+QString whyNotSynchronised(const FolderActionContext &context, const QList<PlanSide> &written)
+{
+    const QString reason = whyNotBothFolders(context);
+    return reason.isEmpty() ? whyNotWritable(context, written) : reason;
+}
+
+QString firstOf(const QString &reason, const QString &next)
+{
+    return reason.isEmpty() ? next : reason;
+}
+
+QString whyNotNewFolder(const FolderActionContext &context, const FolderSelection &selection)
+{
+    if (selection.items.size() > 1)
+        return Velmora::tr("Select one entry only");
+    for (const PlanSide side : sidesOf(selection.sides)) {
+        if (!hasRoot(context, side))
+            return Velmora::tr("Choose both folders first");
+    }
+    return whyNotWritable(context, sidesOf(selection.sides));
+}
+
+} // namespace
+
+QString whyNotPossible(FolderCommand command, const FolderActionContext &context, const FolderSelection &selection)
+{
+    switch (command) {
+    case FolderCommand::CopyToRight:
+    case FolderCommand::CopyToLeft:
+        return whyNotCopied(command, context, selection);
+    case FolderCommand::CopyTo:
+        return whyNotOccupied(selection);
+    case FolderCommand::MoveTo:
+    case FolderCommand::Delete:
+    case FolderCommand::DeleteForGood:
+        return firstOf(whyNotOccupied(selection), whyNotWritable(context, occupiedSides(selection)));
+    case FolderCommand::Rename:
+        return firstOf(whyNotOne(selection), whyNotWritable(context, occupiedSides(selection)));
+    case FolderCommand::NewFolder:
+        return whyNotNewFolder(context, selection);
+    case FolderCommand::MirrorToRight:
+    case FolderCommand::MirrorToLeft:
+    case FolderCommand::UpdateRight:
+    case FolderCommand::UpdateLeft:
+        return whyNotSynchronised(context, {otherSide(sourceOf(command))});
+    case FolderCommand::UpdateBoth:
+        return whyNotSynchronised(context, {PlanSide::Left, PlanSide::Right});
+    case FolderCommand::Properties:
+    case FolderCommand::ShowInFileManager:
+        return whyNotOne(selection);
+    case FolderCommand::UndoLast:
+        return {};
+    }
+    return {};
+}
+
+} // namespace velmora

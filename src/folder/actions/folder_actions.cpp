@@ -1,0 +1,467 @@
+#include "folder/actions/folder_actions.h"
+
+#include "folder/actions/action_planner.h"
+#include "folder/actions/action_words.h"
+#include "folder/actions/action_worker.h"
+#include "folder/actions/command_rules.h"
+#include "folder/actions/operation_results_dialog.h"
+#include "folder/actions/plan_preview_dialog.h"
+#include "folder/actions/properties_dialog.h"
+#include "platform/file_manager.h"
+#include "session/dialogs.h"
+#include "session/translate.h"
+
+#include <QLocale>
+#include <QWidget>
+
+namespace velmora {
+
+namespace {
+
+QString bareName(const FolderDiffItem &item, FolderSides sides)
+{
+    const bool left = !item.leftPath.isEmpty() && sides != FolderSides::Right;
+    const QString &path = left ? item.leftPath : item.rightPath;
+    return path.mid(path.lastIndexOf(u'/') + 1);
+}
+
+/// How far a run is, in words.
+QString progressText(const FolderActionProgress &progress)
+{
+    const QLocale locale;
+    if (progress.filesTotal == 0)
+        return Velmora::tr("Preparing... %1").arg(progress.path);
+    QString text = Velmora::tr("%1 of %2 entries, %3 of %4")
+                       .arg(locale.toString(progress.filesDone), locale.toString(progress.filesTotal),
+                            sizeText(progress.bytesDone), sizeText(progress.bytesTotal));
+    if (progress.secondsLeft) {
+        const qint64 minutes = *progress.secondsLeft / 60;
+        const QString left = QStringLiteral("%1:%2").arg(minutes).arg(*progress.secondsLeft % 60, 2, 10, QChar(u'0'));
+        text += u' ' + Velmora::tr("(about %1 left)").arg(left);
+    }
+    return text;
+}
+
+/// True when a single file is replaced by a newer one: what a person does most, and can undo.
+bool isPlainReplacement(const OperationPlan &plan)
+{
+    qsizetype replacements = 0;
+    for (const OperationStep &step : plan.steps) {
+        if (step.kind != OperationKind::Replace)
+            continue;
+        ++replacements;
+        if (step.fromSeen.modifiedNs < step.toSeen.modifiedNs)
+            return false;
+    }
+    return replacements <= 1;
+}
+
+/// The side that a plan would write to although it is read-only, as undoing may.
+bool writesReadOnly(const OperationPlan &plan, const FolderActionContext &context)
+{
+    for (const PlanSide side : {PlanSide::Left, PlanSide::Right}) {
+        if (!isReadOnly(context, side))
+            continue;
+        const QString below = rootOn(context, side) + u'/';
+        for (const OperationStep &step : plan.steps) {
+            const bool isRemoval = step.kind == OperationKind::Delete || step.kind == OperationKind::Recycle ||
+                                   step.kind == OperationKind::Move;
+            if (plan.pathOf(step.to).startsWith(below) || (isRemoval && plan.pathOf(step.from).startsWith(below)))
+                return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+FolderActions::FolderActions(QWidget &window, QObject *parent)
+    : FolderActions(window, FileLayer::native(), QString(), parent)
+{}
+
+FolderActions::FolderActions(QWidget &window, FileLayer &files, const QString &journalFolder, QObject *parent)
+    : QObject(parent), m_window(window), m_files(files), m_journalFolder(journalFolder)
+{
+    connect(&m_runner, &Runner::runningChanged, this, [this] { Q_EMIT runningChanged(m_runner.isRunning()); });
+}
+
+FolderActions::~FolderActions() = default;
+
+void FolderActions::setContext(const FolderActionContext &context)
+{
+    m_context = context;
+}
+
+QString FolderActions::whyNot(FolderCommand command, const FolderSelection &selection) const
+{
+    return isRunning() ? Velmora::tr("Another command is running") : whyNotPossible(command, m_context, selection);
+}
+
+bool FolderActions::isRunning() const
+{
+    return m_runner.isRunning();
+}
+
+void FolderActions::cancel()
+{
+    if (!isRunning())
+        return;
+    m_runner.cancel();
+    Q_EMIT statusChanged(Velmora::tr("Cancelling..."));
+}
+
+void FolderActions::carryOut(FolderCommand command, const FolderSelection &selection)
+{
+    if (const QString reason = whyNot(command, selection); !reason.isEmpty()) {
+        Q_EMIT statusChanged(reason);
+        return;
+    }
+    ActionRequest request{command, m_context, selection, {}, {}, {}, DeleteManner::ToRecycleBin, IfPresent::Replace};
+    switch (command) {
+    case FolderCommand::Properties:
+    case FolderCommand::ShowInFileManager:
+        showEntry(command, selection);
+        break;
+    case FolderCommand::CopyTo:
+    case FolderCommand::MoveTo:
+        askDestination(request);
+        break;
+    case FolderCommand::Rename:
+    case FolderCommand::NewFolder:
+        askName(request);
+        break;
+    case FolderCommand::UndoLast:
+        prepareUndo(request);
+        break;
+    case FolderCommand::DeleteForGood:
+        request.manner = DeleteManner::ForGood;
+        prepare(request);
+        break;
+    default:
+        prepare(request);
+        break;
+    }
+}
+
+void FolderActions::showEntry(FolderCommand command, const FolderSelection &selection)
+{
+    const FolderDiffItem &item = selection.items.first();
+    const QString left = selection.sides == FolderSides::Right ? QString() : item.leftPath;
+    const QString right = selection.sides == FolderSides::Left ? QString() : item.rightPath;
+    if (command == FolderCommand::Properties) {
+        auto *dialog = new PropertiesDialog(left, right, &m_window);
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+        dialog->open();
+        return;
+    }
+    const QString path = left.isEmpty() ? right : left;
+    showInFileManager(path, *this, [this, path] {
+        Q_EMIT statusChanged(Velmora::tr("No file manager could be started for %1").arg(shownPath(path)));
+    });
+}
+
+void FolderActions::askDestination(const ActionRequest &request)
+{
+    Dialogs::instance().openFolder(&m_window, Velmora::tr("Select destination folder"), {},
+                                   [this, request](const QString &folder) {
+                                       ActionRequest answered = request;
+                                       answered.destination = folder;
+                                       prepare(answered);
+                                   });
+}
+
+void FolderActions::askName(const ActionRequest &request)
+{
+    const bool renames = request.command == FolderCommand::Rename;
+    const QString current = renames ? bareName(request.selection.items.first(), request.selection.sides) : QString();
+    Dialogs::instance().askText(&m_window, renames ? Velmora::tr("Rename") : Velmora::tr("New folder"),
+                                renames ? Velmora::tr("New name:") : Velmora::tr("Folder name:"), current,
+                                [this, request, current](const QString &name) {
+                                    if (name.isEmpty() || name == current)
+                                        return;
+                                    ActionRequest answered = request;
+                                    answered.name = name;
+                                    prepare(answered);
+                                });
+}
+
+void FolderActions::prepare(const ActionRequest &request)
+{
+    Q_EMIT statusChanged(Velmora::tr("Preparing... %1").arg(selectionTitle(request)));
+    m_runner.start(
+        [request, &files = m_files](const CancelFlag &cancel, Progress &progress) {
+            return prepareAction(request, files, cancel, progress);
+        },
+        [this, request](RunOutcome<PreparedAction> &&outcome) {
+            if (outcome.end == RunEnd::Done)
+                considerPlan(request, *outcome.value);
+            else if (outcome.end == RunEnd::Cancelled)
+                Q_EMIT statusChanged(Velmora::tr("Cancelled"));
+            else
+                Q_EMIT statusChanged(Velmora::tr("Not enough memory"));
+        });
+}
+
+void FolderActions::prepareUndo(const ActionRequest &request)
+{
+    m_runner.start(
+        [&files = m_files, place = journal()](const CancelFlag &, Progress &) { return prepareUndoing(files, place); },
+        [this, request](RunOutcome<PreparedUndo> &&outcome) {
+            if (outcome.end == RunEnd::Done)
+                considerUndo(request, *outcome.value);
+        });
+}
+
+void FolderActions::considerUndo(ActionRequest request, const PreparedUndo &prepared)
+{
+    const UndoPlan &undo = prepared.undo;
+    request.undoOf = undo.id;
+    request.name = prepared.entry.title;
+    if (undo.refusal == UndoRefusal::NothingToUndo) {
+        Q_EMIT statusChanged(Velmora::tr("There is nothing to undo"));
+        return;
+    }
+    if (undo.refusal != UndoRefusal::None) {
+        Dialogs::instance().tell(&m_window, Dialogs::Tone::Warning, Velmora::tr("Undo failed"),
+                                 Velmora::tr("The journal of the last operation cannot be read."));
+        return;
+    }
+    if (writesReadOnly(undo.plan, m_context)) {
+        Q_EMIT statusChanged(Velmora::tr("A side that the last operation wrote to is read-only now"));
+        return;
+    }
+    if (undo.plan.steps.isEmpty()) {
+        tellNothingDone(request, undo.plan);
+        return;
+    }
+    const QString time = QLocale().toString(prepared.entry.started.toLocalTime(), QLocale::ShortFormat);
+    preview(request, undo.plan, Velmora::tr("Undo"), Velmora::tr("Undo \"%1\" of %2?").arg(request.name, time),
+            Velmora::tr("&Undo"));
+}
+
+void FolderActions::considerPlan(ActionRequest request, const PreparedAction &prepared)
+{
+    request.context = prepared.context;
+    if (prepared.plan.refusal == PlanRefusal::None && !prepared.plan.steps.isEmpty())
+        confirm(request, prepared.plan);
+    else
+        tellNothingDone(request, prepared.plan);
+}
+
+void FolderActions::tellNothingDone(const ActionRequest &request, const OperationPlan &plan)
+{
+    const ActionOutcome outcome = outcomeOfNothing(request, plan);
+    Q_EMIT statusChanged(Velmora::tr("There is nothing to do."));
+    if (outcome.problems.isEmpty())
+        Dialogs::instance().tell(&m_window, Dialogs::Tone::Information, actionTitle(request), outcome.headline);
+    else
+        showFailure(outcome);
+}
+
+void FolderActions::confirm(const ActionRequest &request, const OperationPlan &plan)
+{
+    switch (request.command) {
+    case FolderCommand::MirrorToRight:
+    case FolderCommand::MirrorToLeft:
+        confirmMirror(request, plan);
+        break;
+    case FolderCommand::UpdateRight:
+    case FolderCommand::UpdateLeft:
+    case FolderCommand::UpdateBoth:
+        preview(request, plan, Velmora::tr("Confirm update sync"),
+                Velmora::tr("New and newer files are copied; nothing is removed.") + u'\n' + selectionTitle(request),
+                Velmora::tr("&Update"));
+        break;
+    case FolderCommand::Delete:
+    case FolderCommand::DeleteForGood:
+        confirmDelete(request, plan);
+        break;
+    case FolderCommand::CopyTo:
+    case FolderCommand::MoveTo:
+        confirmReplacingThere(request, plan);
+        break;
+    default:
+        confirmReplacing(request, plan);
+        break;
+    }
+}
+
+void FolderActions::confirmMirror(const ActionRequest &request, const OperationPlan &plan)
+{
+    const QString title = Velmora::tr("Confirm mirror sync");
+    const auto ask = [this, request, plan, title] {
+        preview(request, plan, title,
+                Velmora::tr("Mirror makes the destination identical to the source; extra items on the destination will "
+                            "be removed.") +
+                    u'\n' + selectionTitle(request),
+                Velmora::tr("&Mirror"));
+    };
+    if (!plan.sourceIsEmpty) {
+        ask();
+        return;
+    }
+    Dialogs::instance().askYesNo(&m_window, title,
+                                 Velmora::tr("There is nothing on the source side (%1), so that everything on the "
+                                             "destination side would be removed. Go on all the same?")
+                                     .arg(shownPath(rootOn(request.context, sourceOf(request.command)))),
+                                 false, [ask](bool yes) {
+                                     if (yes)
+                                         ask();
+                                 });
+}
+
+void FolderActions::confirmDelete(const ActionRequest &request, const OperationPlan &plan)
+{
+    const QString question = Velmora::tr("Delete %1?").arg(selectionTitle(request));
+    const bool forGood = request.manner == DeleteManner::ForGood;
+    if (plan.steps.size() > 1 || !plan.leftOut.isEmpty()) {
+        preview(request, plan, Velmora::tr("Delete"), question,
+                forGood ? Velmora::tr("&Delete for good") : Velmora::tr("&Delete"));
+        return;
+    }
+    const QString manner =
+        forGood ? Velmora::tr("It is deleted for good.") : Velmora::tr("It goes to the recycle bin.");
+    const bool isFolder = plan.steps.first().fromSeen.kind == NodeKind::Folder;
+    const QString contents = isFolder ? u'\n' + totalsText(plan.totals()) : QString();
+    Dialogs::instance().askYesNo(&m_window, Velmora::tr("Delete"), question + QLatin1String("\n\n") + manner + contents,
+                                 false, [this, request, plan](bool yes) {
+                                     if (yes)
+                                         work(request, plan);
+                                 });
+}
+
+void FolderActions::confirmReplacing(const ActionRequest &request, const OperationPlan &plan)
+{
+    const bool keepsOld = journal().limits.keptBytes > 0;
+    if (plan.totals().replacedFiles == 0 || (keepsOld && isPlainReplacement(plan))) {
+        work(request, plan);
+        return;
+    }
+    enum Answer { Cancel, Replace, ShowList };
+    const OperationTotals totals = plan.totals();
+    Dialogs::instance().ask(
+        &m_window, Dialogs::Tone::Warning, Velmora::tr("Copy"),
+        totals.replacedFiles == 1
+            ? Velmora::tr("A newer file will be replaced by an older one.")
+            : Velmora::tr("%1 files will be replaced.").arg(QLocale().toString(totals.replacedFiles)),
+        {{Velmora::tr("&Replace"), Replace, false, false},
+         {Velmora::tr("&Show list..."), ShowList, false, false},
+         {Velmora::tr("Cancel"), Cancel, true, true}},
+        [this, request, plan](int answer) {
+            if (answer == Replace)
+                work(request, plan);
+            else if (answer == ShowList)
+                preview(request, plan, Velmora::tr("Copy"), actionTitle(request), Velmora::tr("&Replace"));
+        });
+}
+
+void FolderActions::confirmReplacingThere(const ActionRequest &request, const OperationPlan &plan)
+{
+    qint64 taken = 0;
+    for (const OperationStep &step : plan.steps)
+        taken += step.to.isSet() && step.toSeen.isPresent() && step.kind != OperationKind::MakeFolder ? 1 : 0;
+    if (taken == 0) {
+        work(request, plan);
+        return;
+    }
+    enum Answer { Cancel, Replace, Skip };
+    Dialogs::instance().ask(&m_window, Dialogs::Tone::Warning, actionTitle(request),
+                            Velmora::tr("Files of the same name in the destination folder: %1. Replace them?")
+                                .arg(QLocale().toString(taken)),
+                            {{Velmora::tr("&Replace"), Replace, false, false},
+                             {Velmora::tr("&Skip them"), Skip, true, false},
+                             {Velmora::tr("Cancel"), Cancel, false, true}},
+                            [this, request, plan](int answer) {
+                                ActionRequest skipping = request;
+                                skipping.ifPresent = IfPresent::LeaveOut;
+                                if (answer == Replace)
+                                    work(request, plan);
+                                else if (answer == Skip)
+                                    prepare(skipping);
+                            });
+}
+
+void FolderActions::preview(const ActionRequest &request, const OperationPlan &plan, const QString &title,
+                            const QString &question, const QString &consent)
+{
+    auto *dialog = new PlanPreviewDialog(title, question, consent, plan, &m_window);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, this, [this, request, plan] { work(request, plan); });
+    dialog->open();
+}
+
+void FolderActions::work(const ActionRequest &request, const OperationPlan &plan)
+{
+    m_counter = StepCounter(plan);
+    m_runner.start(
+        [request, plan, &files = m_files, place = journal()](const CancelFlag &cancel, Progress &progress) {
+            return runAction(request, plan, files, place, cancel, progress);
+        },
+        [this, request](RunOutcome<ActionOutcome> &&outcome) {
+            if (outcome.value)
+                tellOutcome(request, *outcome.value);
+            else
+                Q_EMIT statusChanged(Velmora::tr("Not enough memory"));
+        },
+        [this](const ProgressState &state) {
+            const FolderActionProgress progress = m_counter.count(state);
+            Q_EMIT progressed(progress);
+            if (!m_runner.isCancelling())
+                Q_EMIT statusChanged(progressText(progress));
+        });
+}
+
+void FolderActions::tellOutcome(const ActionRequest &request, const ActionOutcome &outcome)
+{
+    for (const QString &line : outcome.logLines)
+        Q_EMIT logLine(line);
+    const QString done = doneText(outcome);
+    Q_EMIT logLine(done);
+    Q_EMIT statusChanged(outcome.cancelled ? Velmora::tr("Cancelled. %1").arg(done) : done);
+    if (!outcome.touched.isEmpty())
+        Q_EMIT finished(outcome.touched);
+    if (outcome.lacksRecycleBin)
+        offerDeletingForGood(request);
+    else if (!outcome.problems.isEmpty())
+        showFailure(outcome);
+}
+
+void FolderActions::offerDeletingForGood(const ActionRequest &request)
+{
+    Dialogs::instance().askYesNo(&m_window, Velmora::tr("Delete"),
+                                 Velmora::tr("There is no recycle bin for some of the entries, so that they are still "
+                                             "there. Delete them for good?"),
+                                 false, [this, request](bool yes) {
+                                     if (!yes || isRunning())
+                                         return;
+                                     ActionRequest again = request;
+                                     again.manner = DeleteManner::ForGood;
+                                     // The first run has changed what the comparison knows.
+                                     again.context.isWhole = false;
+                                     prepare(again);
+                                 });
+}
+
+void FolderActions::showFailure(const ActionOutcome &outcome)
+{
+    if (outcome.problems.size() == 1) {
+        const QString reason = outcome.problems.first().reason;
+        Dialogs::instance().tell(&m_window, Dialogs::Tone::Warning, outcome.title,
+                                 reason.isEmpty() ? outcome.headline
+                                                  : outcome.headline + QLatin1String("\n\n") + reason);
+        return;
+    }
+    auto *dialog = new OperationResultsDialog(outcome.title, outcome.headline, outcome.problems, &m_window);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+}
+
+JournalPlace FolderActions::journal() const
+{
+    JournalPlace place = standardJournal();
+    if (!m_journalFolder.isEmpty())
+        place.folder = m_journalFolder;
+    return place;
+}
+
+} // namespace velmora

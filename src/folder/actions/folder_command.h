@@ -1,0 +1,67 @@
+#pragma once
+
+#include "folder/engine/folder_diff_item.h"
+#include "settings/options/folder_session_options.h"
+
+#include <QList>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+namespace velmora {
+
+/// What can be done with the files of a folder comparison.
+enum class FolderCommand {
+    CopyToRight, ///< the selection, folders with what is in them, over the other side's entries
+    CopyToLeft,
+    CopyTo, ///< the entries of the sides asked for, to a folder that is asked for
+    MoveTo, ///< the same, and then they are gone here
+    Delete, ///< to the recycle bin where the system has one
+    DeleteForGood,
+    Rename,        ///< one entry, on the sides asked for
+    NewFolder,     ///< in the selected folder, beside the selected file, or in the roots when nothing is selected
+    MirrorToRight, ///< makes the right side identical to the left one; of the selection, or of all without one
+    MirrorToLeft,
+    UpdateRight, ///< copies new and newer files, deletes nothing; selection as above
+    UpdateLeft,
+    UpdateBoth,
+    Properties,        ///< one entry
+    ShowInFileManager, ///< one entry
+    UndoLast,          ///< takes back the last operation on these two folders
+};
+
+/// Which side's entries a command means, where it can mean one or both.
+enum class FolderSides { Left, Right, Both };
+
+/// What a command works on.
+struct FolderSelection {
+    QList<FolderDiffItem> items; ///< of the comparison, in its order; what lies in a selected folder need not be there
+    FolderSides sides = FolderSides::Both;
+};
+
+/// What `FolderActions` knows of a comparison. A value; the items are shared, not copied.
+struct FolderActionContext {
+    QString leftRoot; ///< absolute, with "/"; empty when the side has no folder yet
+    QString rightRoot;
+    FolderSessionOptions options;  ///< the read-only flags, method, tolerance and alignments count
+    QList<FolderDiffItem> items;   ///< all, hidden ones too, in pre-order and named relative to the roots
+    QList<FolderProblem> problems; ///< of the comparison: what could not be looked at is never taken for missing
+    /// False while `items` holds only the levels that a person has opened: what a command needs is then listed first.
+    bool isWhole = true;
+    /// Whether filters hide an entry. Hidden entries are never touched. Called on a worker thread, so it owns what it
+    /// reads; empty when nothing is hidden.
+    std::function<bool(const FolderDiffItem &)> isHidden;
+};
+
+/// How far a running command has come. Totals are 0 while they are not known.
+struct FolderActionProgress {
+    qint64 filesDone = 0; ///< files, links and folders
+    qint64 filesTotal = 0;
+    qint64 bytesDone = 0;
+    qint64 bytesTotal = 0;
+    std::optional<qint64> secondsLeft; ///< empty while too little is done to tell
+    QString path;                      ///< what is being worked on, native; may be empty
+};
+
+} // namespace velmora

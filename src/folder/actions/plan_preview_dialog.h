@@ -1,0 +1,19 @@
+#pragma once
+
+#include "folder/operations/operation_plan.h"
+
+#include <QDialog>
+
+namespace velmora {
+
+/// Shows what a plan will do before it is done, and asks whether to. Opened with open(); `accepted` is the consent.
+/// What Return does is to call it off.
+class PlanPreviewDialog final : public QDialog {
+    Q_OBJECT
+public:
+    /// `consent` is the text of the button that starts it.
+    PlanPreviewDialog(const QString &title, const QString &question, const QString &consent, const OperationPlan &plan,
+                      QWidget *parent = nullptr);
+};
+
+} // namespace velmora
