@@ -17,8 +17,10 @@ inline QByteArray contentOf(const QString &path)
 /// A session that compares two files and shows them, unlocked.
 class EditFixture : public SessionFixture {
 public:
-    EditFixture(const QByteArray &leftBytes, const QByteArray &rightBytes)
-        : left(file(QStringLiteral("left.txt"), leftBytes)), right(file(QStringLiteral("right.txt"), rightBytes))
+    EditFixture(const QByteArray &leftBytes, const QByteArray &rightBytes, RecoveryStore *store = nullptr)
+        : SessionFixture(store),
+          left(file(QStringLiteral("left.txt"), leftBytes)),
+          right(file(QStringLiteral("right.txt"), rightBytes))
     {
         compare(left, right);
         session.show();

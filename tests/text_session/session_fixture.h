@@ -15,17 +15,22 @@ namespace velmora::test {
 /// A window that remembers what a session asks of it.
 class RecordingHost final : public SessionHost {
 public:
+    explicit RecordingHost(RecoveryStore *recoveryStore = nullptr) : store(recoveryStore) {}
+
     void openSession(const QString &kind, const SessionPaths &paths) override { opened.append({kind, paths}); }
     void showStatus(const QString &message, int) override { messages.append(message); }
+    RecoveryStore *recovery() override { return store; }
 
     QList<std::pair<QString, SessionPaths>> opened;
     QStringList messages;
+    RecoveryStore *store = nullptr;
 };
 
 /// A text session with files of its own and scripted answers.
 class SessionFixture {
 public:
-    SessionFixture() { session.resize(1000, 600); }
+    /// Unsaved texts are kept in `store`, which outlives the fixture, when there is one.
+    explicit SessionFixture(RecoveryStore *store = nullptr) : host(store) { session.resize(1000, 600); }
 
     /// Writes a file into the fixture's folder and returns its path.
     QString file(const QString &name, const QByteArray &content)
