@@ -1,4 +1,4 @@
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2034
 # Shared by ./test --windows and the packages for Windows: installs what is missing to build the Windows program on Debian and
 # to run it under Wine, and does so. Sourced after scripts/setup.sh.
 

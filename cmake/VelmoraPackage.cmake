@@ -1,0 +1,53 @@
+# What an installation consists of, and the Debian package that CPack makes of it.
+include(GNUInstallDirs)
+
+install(TARGETS velmora-cli)
+if(VELMORA_GUI)
+    install(TARGETS velmora)
+endif()
+
+if(WIN32 OR APPLE OR NOT VELMORA_GUI)
+    return() # packaging/windows/package.sh adds on Windows what the programs need
+endif()
+
+install(FILES packaging/linux/velmora.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+install(FILES packaging/linux/velmora.xml DESTINATION "${CMAKE_INSTALL_DATADIR}/mime/packages")
+install(FILES resources/icons/app.svg RENAME velmora.svg
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
+install(FILES resources/icons/app.png RENAME velmora.png
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/256x256/apps")
+install(FILES packaging/debian/copyright DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/velmora")
+
+# velmora_install_compressed(FILE NAME FOLDER): installs FILE, compressed, as NAME.gz; the same bytes for the same input.
+function(velmora_install_compressed file name folder)
+    set(compressed "${CMAKE_CURRENT_BINARY_DIR}/${name}.gz")
+    add_custom_command(OUTPUT "${compressed}"
+        COMMAND gzip --best --no-name --stdout "${CMAKE_SOURCE_DIR}/${file}" > "${compressed}"
+        DEPENDS "${CMAKE_SOURCE_DIR}/${file}"
+        VERBATIM)
+    add_custom_target(velmora_compressed_${name} ALL DEPENDS "${compressed}")
+    install(FILES "${compressed}" DESTINATION "${folder}")
+endfunction()
+
+velmora_install_compressed(packaging/man/velmora.1 velmora.1 "${CMAKE_INSTALL_MANDIR}/man1")
+velmora_install_compressed(packaging/man/velmora-cli.1 velmora-cli.1 "${CMAKE_INSTALL_MANDIR}/man1")
+velmora_install_compressed(CHANGELOG.md changelog "${CMAKE_INSTALL_DATADIR}/doc/velmora")
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME velmora)
+set(CPACK_PACKAGE_VENDOR "The Velmora developers")
+set(CPACK_PACKAGE_CONTACT "The Velmora developers <developers@velmora.invalid>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "compare files and folders side by side")
+set(CPACK_PACKAGE_DESCRIPTION
+    "Velmora compares texts line by line and folders with all that is in them, shows the differences beside each other, \
+and copies them over. It is one window with a tab for each comparison.\n\nvelmora-cli does the same comparisons on the \
+command line, for scripts and servers.")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-dejavu-core, qt6-wayland")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "fonts-wqy-microhei, qt6-translations-l10n")
+include(CPack)
