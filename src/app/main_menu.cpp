@@ -1,7 +1,6 @@
 #include "app/main_menu.h"
 
 #include "app/edit_menu.h"
-#include "app/legend_dialog.h"
 #include "app/session_kinds.h"
 #include "app/session_tabs.h"
 #include "app/tarnwick.h"
@@ -61,11 +60,7 @@ void addToolsMenu(QMenuBar *bar, Tarnwick &window)
 void addHelpMenu(QMenuBar *bar, Tarnwick &window)
 {
     QMenu *menu = bar->addMenu(Velmora::tr("&Help"));
-    menu->addAction(Velmora::tr("&Legend"), &window, [&window] {
-        auto *legend = new LegendDialog(&window);
-        legend->setAttribute(Qt::WA_DeleteOnClose);
-        legend->show();
-    });
+    menu->addAction(Velmora::tr("&Legend"), &window, &Tarnwick::showLegend);
     menu->addSeparator();
     menu->addAction(Velmora::tr("&About"), &window, &Tarnwick::onAbout);
 }

@@ -1,6 +1,7 @@
 #include "app/session_kinds.h"
 
 #include "app/pending_session.h"
+#include "folder/compare/folder_compare_widget.h"
 #include "session/session_record.h"
 #include "session/theme.h"
 #include "session/translate.h"
@@ -35,7 +36,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/FolderCompare.ico",
      .slot = "onNewFolderCompare",
      .summary = QT_TRANSLATE_NOOP("Velmora", "See which files two folders share, lack or hold in different versions."),
-     .create = pending},
+     .create = make<FolderCompareWidget>},
     {.id = QLatin1String("text"),
      .alias = QLatin1String("diff"),
      .group = Compare,

@@ -5,6 +5,7 @@
 #include "app/command_line.h"
 #include "app/drop_router.h"
 #include "app/home_page.h"
+#include "app/legend_dialog.h"
 #include "app/main_menu.h"
 #include "app/options_dialog.h"
 #include "app/recovery_offer.h"
@@ -238,6 +239,7 @@ SessionWidget *Tarnwick::addSession(const SessionKindRow &kind, const QString &t
 
 void Tarnwick::hookSession(SessionWidget *session, const SessionKindRow &kind)
 {
+    connect(session, &SessionWidget::comparisonStarted, this, &Tarnwick::onFolderCompareStarted);
     connect(session, &SessionWidget::comparisonFinished, this,
             [this, session, &kind](const QString &left, const QString &right) {
                 const QString title = m_tabs->titleAt(m_tabs->indexOf(session));
@@ -282,6 +284,13 @@ void Tarnwick::setExplorerRight(const QString &path)
 void Tarnwick::showStatus(const QString &message, int milliseconds)
 {
     statusBar()->showMessage(message, milliseconds);
+}
+
+void Tarnwick::showLegend()
+{
+    auto *legend = new LegendDialog(this);
+    legend->setAttribute(Qt::WA_DeleteOnClose);
+    legend->show();
 }
 
 void Tarnwick::onCloseTab(int index)
@@ -335,6 +344,11 @@ void Tarnwick::onSessionTreeContextMenu(const QPoint &point)
     menu->addAction(Velmora::tr("Save as..."), m_library, [this, id = *entry] { m_library->saveEntry(id); });
     menu->addAction(Velmora::tr("Delete"), m_library, [this, id = *entry] { m_library->deleteEntry(id); });
     menu->popup(m_panel->tree()->viewport()->mapToGlobal(point));
+}
+
+void Tarnwick::onFolderCompareStarted()
+{
+    showStatus(Velmora::tr("Comparing folders..."), briefly);
 }
 
 void Tarnwick::onSaveWorkspace()

@@ -56,6 +56,7 @@ public:
 
     void openSession(const QString &kind, const SessionPaths &paths) override;
     void showStatus(const QString &message, int milliseconds = 0) override;
+    void showLegend() override;
     RecoveryStore *recovery() override { return &m_recovery; }
 
     /// Offers unsaved work that an earlier run has left.
@@ -93,6 +94,7 @@ public Q_SLOTS:
     void onAbout();
     void onSessionItemClicked(QTreeWidgetItem *item, int column);
     void onSessionTreeContextMenu(const QPoint &point);
+    void onFolderCompareStarted();
     void onSaveWorkspace();
     void onOpenWorkspace();
     void onOpenSessionFile();

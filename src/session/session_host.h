@@ -22,6 +22,9 @@ public:
     /// Shows `message` in the status bar, for `milliseconds` or, when 0, until the next one.
     virtual void showStatus(const QString &message, int milliseconds = 0) = 0;
 
+    /// Shows what the colours and signs of folder comparisons mean.
+    virtual void showLegend() {}
+
     /// Where unsaved work is kept in case the program ends without asking; null when it is not.
     [[nodiscard]] virtual RecoveryStore *recovery() { return nullptr; }
 };

@@ -77,6 +77,8 @@ public:
 Q_SIGNALS:
     void tabTitleChanged(const QString &title);
     void statusMessage(const QString &message);
+    /// A comparison that may take long has begun.
+    void comparisonStarted();
     void comparisonFinished(const QString &leftPath, const QString &rightPath);
     /// What `canEdit`, `canEnableEditing` or `isEditingEnabled` answers has changed.
     void editStateChanged();

@@ -1,0 +1,77 @@
+#include "folder/compare/file_kind.h"
+
+#include "core/text_detect.h"
+#include "core/text_file.h"
+#include "platform/file_access.h"
+
+#include <QStringList>
+
+#include <string_view>
+
+namespace velmora {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr qint64 headSize = 1024;
+
+bool isPicture(std::string_view head)
+{
+    // How the files of the common formats begin.
+    static constexpr std::string_view signatures[] = {
+        "\x89PNG\r\n\x1a\n"sv, "\xFF\xD8\xFF"sv, "GIF87a"sv, "GIF89a"sv, "II*\0"sv, "MM\0*"sv, "\0\0\1\0"sv};
+    for (const std::string_view signature : signatures) {
+        if (head.substr(0, signature.size()) == signature)
+            return true;
+    }
+    // A bitmap's header says its size, after two letters that a text may begin with, and four zero bytes.
+    return head.size() > 14 && head.substr(0, 2) == "BM"sv && head.substr(6, 4) == "\0\0\0\0"sv;
+}
+
+bool isTable(const QString &path)
+{
+    return path.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive) ||
+           path.endsWith(QLatin1String(".tsv"), Qt::CaseInsensitive);
+}
+
+QByteArray headOf(const QString &path)
+{
+    const std::unique_ptr<FileOpener> opener = FileAccess::native().makeOpener();
+    const std::unique_ptr<OpenFile> file = opener->open(path, OpenHint::Unknown);
+    if (!file)
+        return {};
+    QByteArray head(headSize, Qt::Uninitialized);
+    head.truncate(file->readAt(0, head.data(), headSize).length);
+    return head;
+}
+
+} // namespace
+
+QString kindOfContent(const QString &path, const QByteArray &head)
+{
+    const std::string_view bytes(head.constData(), std::size_t(head.size()));
+    if (isPicture(bytes))
+        return QStringLiteral("image");
+    if (decodeText(head, TextEncoding()).binary)
+        return QStringLiteral("binary");
+    return isTable(path) ? QStringLiteral("table") : QStringLiteral("text");
+}
+
+QString kindOfPair(const QString &left, const QString &right)
+{
+    QStringList kinds;
+    for (const QString &path : {left, right}) {
+        const QByteArray head = path.isEmpty() ? QByteArray() : headOf(path);
+        if (!path.isEmpty() && (!head.isEmpty() || isTable(path)))
+            kinds.append(kindOfContent(path, head));
+    }
+    if (kinds.isEmpty())
+        return QStringLiteral("text");
+    if (kinds.first() == kinds.last())
+        return kinds.first();
+    const bool texts = !kinds.contains(QStringLiteral("binary")) && !kinds.contains(QStringLiteral("image"));
+    return texts ? QStringLiteral("text") : QStringLiteral("binary");
+}
+
+} // namespace velmora

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace velmora {
+
+/// The kind of session that shows a file best: "text", "table", "image" or "binary". Tables are known by their names,
+/// pictures by their first bytes, and texts by having nothing in these that no text holds.
+[[nodiscard]] QString kindOfContent(const QString &path, const QByteArray &head);
+
+/// The kind that suits two files: what both are, or "binary" when one is; "text" for a text beside a table. Reads the
+/// first KiB of each; a file that cannot be read says nothing. Empty paths are allowed.
+[[nodiscard]] QString kindOfPair(const QString &left, const QString &right);
+
+} // namespace velmora

@@ -1,0 +1,252 @@
+#include "folder/compare/folder_compare_bar.h"
+
+#include "session/theme.h"
+#include "session/translate.h"
+
+#include <QActionGroup>
+#include <QMenu>
+#include <QToolButton>
+
+namespace velmora {
+
+/// How an action is presented: its name, the icon's file, its keys.
+struct FolderCompareBar::Look {
+    const char *objectName;
+    QString text;
+    QString icon = {}; ///< of the button and the menu entry
+    QList<QKeySequence> keys = {};
+    QString hint = {}; ///< instead of the text in the tool tip
+    bool hasButton = true;
+};
+
+namespace {
+
+QString hintWithKeys(const QString &hint, const QList<QKeySequence> &keys)
+{
+    QStringList names;
+    for (const QKeySequence &key : keys)
+        names.append(key.toString(QKeySequence::NativeText));
+    return names.isEmpty() ? hint : Velmora::tr("%1 (%2)").arg(hint, names.join(QStringLiteral(", ")));
+}
+
+} // namespace
+
+FolderCompareBar::FolderCompareBar(QWidget *session)
+    : QToolBar(session), m_actionsMenu(new QMenu(this)), m_presetMenu(new QMenu(this))
+{
+    setObjectName(QStringLiteral("underIconToolBar"));
+    setMovable(false);
+    setFloatable(false);
+    setIconSize(QSize(20, 20));
+    addNavigation();
+    addSeparator();
+    addViews();
+    addSeparator();
+    addFileCommands();
+    addSeparator();
+    addCommands();
+    showRunning(false, false);
+    refreshTheme();
+}
+
+void FolderCompareBar::addNavigation()
+{
+    refresh = add({"refreshAction",
+                   Velmora::tr("Refresh"),
+                   QStringLiteral("reload.png"),
+                   {Qt::Key_F5},
+                   Velmora::tr("Reload folder listing")});
+    showTextBeside(refresh);
+    cancel = add({"cancelAction",
+                  Velmora::tr("Cancel"),
+                  QStringLiteral("stop.png"),
+                  {Qt::Key_Escape},
+                  Velmora::tr("Cancel the current comparison")});
+    swapSides = add(
+        {"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, Velmora::tr("Swap left and right sides")});
+    addSeparator();
+    previousDifference = add({"previousAction",
+                              Velmora::tr("Previous"),
+                              QStringLiteral("prev_diff.png"),
+                              {Qt::SHIFT | Qt::Key_F8, Qt::ALT | Qt::Key_Up},
+                              Velmora::tr("Previous difference")});
+    nextDifference = add({"nextAction",
+                          Velmora::tr("Next"),
+                          QStringLiteral("next_diff.png"),
+                          {Qt::Key_F8, Qt::ALT | Qt::Key_Down},
+                          Velmora::tr("Next difference")});
+}
+
+void FolderCompareBar::addViews()
+{
+    showAll = add({"showAllAction",
+                   Velmora::tr("All"),
+                   QStringLiteral("all.png"),
+                   {Qt::CTRL | Qt::SHIFT | Qt::Key_A},
+                   Velmora::tr("Show all entries")});
+    showDifferences = add({"showDifferencesAction",
+                           Velmora::tr("Diff"),
+                           QStringLiteral("diff.png"),
+                           {Qt::CTRL | Qt::Key_D},
+                           Velmora::tr("Show entries that differ, and the folders around them")});
+    showIdentical = add({"showIdenticalAction",
+                         Velmora::tr("Same"),
+                         QStringLiteral("same.png"),
+                         {},
+                         Velmora::tr("Show files that are the same")});
+    auto *views = new QActionGroup(this);
+    for (QAction *action : {showAll, showDifferences, showIdentical}) {
+        action->setCheckable(true);
+        showTextBeside(action);
+        views->addAction(action);
+    }
+    showAll->setChecked(true);
+    addSeparator();
+    expandAll = add({"expandAllAction",
+                     Velmora::tr("Expand"),
+                     QStringLiteral("expand_all.png"),
+                     {},
+                     Velmora::tr("Expand all subfolders")});
+    collapseAll = add({"collapseAllAction",
+                       Velmora::tr("Collapse"),
+                       QStringLiteral("collapse_all.png"),
+                       {},
+                       Velmora::tr("Collapse all subfolders")});
+}
+
+void FolderCompareBar::addFileCommands()
+{
+    copyToRight = add({"copyToRightAction",
+                       Velmora::tr("Copy to the right"),
+                       QStringLiteral("copy_right.png"),
+                       {Qt::CTRL | Qt::Key_Right},
+                       Velmora::tr("Copy selected items from left to right")});
+    copyToLeft = add({"copyToLeftAction",
+                      Velmora::tr("Copy to the left"),
+                      QStringLiteral("copy_left.png"),
+                      {Qt::CTRL | Qt::Key_Left},
+                      Velmora::tr("Copy selected items from right to left")});
+    const auto hidden = [this](Look look) {
+        look.hasButton = false;
+        return add(look);
+    };
+    moveTo = hidden({"moveToAction", Velmora::tr("Move to folder...")});
+    copyTo = hidden({"copyToAction", Velmora::tr("Copy to folder...")});
+    deleteSelected = hidden(
+        {"deleteAction", Velmora::tr("Delete..."), QStringLiteral("delete.png"), {QKeySequence(Qt::Key_Delete)}});
+    deleteForGood =
+        hidden({"deleteForGoodAction", Velmora::tr("Delete for good..."), {}, {Qt::SHIFT | Qt::Key_Delete}});
+    rename =
+        hidden({"renameAction", Velmora::tr("Rename..."), QStringLiteral("rename.png"), {QKeySequence(Qt::Key_F2)}});
+    newFolder = hidden({"newFolderAction",
+                        Velmora::tr("New folder..."),
+                        QStringLiteral("new_folder.png"),
+                        {Qt::CTRL | Qt::SHIFT | Qt::Key_N}});
+    mirrorToRight =
+        hidden({"mirrorToRightAction", Velmora::tr("Mirror to the right..."), QStringLiteral("mirror_right.png")});
+    mirrorToLeft =
+        hidden({"mirrorToLeftAction", Velmora::tr("Mirror to the left..."), QStringLiteral("mirror_left.png")});
+    updateRight = hidden({"updateRightAction", Velmora::tr("Update the right side...")});
+    updateLeft = hidden({"updateLeftAction", Velmora::tr("Update the left side...")});
+    updateBoth = hidden({"updateBothAction", Velmora::tr("Update both sides...")});
+    undoLast = hidden({"undoLastAction",
+                       Velmora::tr("Undo the last operation"),
+                       QStringLiteral("undo.png"),
+                       {QKeySequence(QKeySequence::Undo)}});
+    showInFileManager = hidden({"showInFileManagerAction", Velmora::tr("Show in file manager")});
+    properties =
+        hidden({"propertiesAction", Velmora::tr("Properties"), QStringLiteral("info.png"), {Qt::ALT | Qt::Key_Return}});
+    compareContents = hidden({"compareContentsAction",
+                              Velmora::tr("Compare contents..."),
+                              QStringLiteral("compare.png"),
+                              {QKeySequence(Qt::Key_F7)}});
+    align = hidden({"alignAction", Velmora::tr("Align with other side"), QStringLiteral("align.png")});
+    syncFolders = hidden({"syncFoldersAction", Velmora::tr("Synchronise these folders"), QStringLiteral("sync.png")});
+    advancedFilters = hidden({"advancedFiltersAction", Velmora::tr("Size and date filters...")});
+    focusFilter = hidden(
+        {"focusFilterAction", Velmora::tr("Filter by name"), QStringLiteral("filter.png"), {Qt::CTRL | Qt::Key_F}});
+}
+
+void FolderCompareBar::addCommands()
+{
+    actions =
+        add({"actionsAction", Velmora::tr("Actions"), QStringLiteral("play.png"), {}, Velmora::tr("Compare actions")});
+    giveMenu(actions, m_actionsMenu);
+    rules = add({"rulesAction",
+                 Velmora::tr("Rules"),
+                 QStringLiteral("rules.png"),
+                 {Qt::CTRL | Qt::Key_Comma},
+                 Velmora::tr("Session settings: rules, filters, handling")});
+    preset = add({"presetAction",
+                  Velmora::tr("Preset"),
+                  QStringLiteral("preset.png"),
+                  {},
+                  Velmora::tr("Built-in comparison presets")});
+    giveMenu(preset, m_presetMenu);
+    exportReport = add({"exportAction",
+                        Velmora::tr("Export"),
+                        QStringLiteral("report.png"),
+                        {},
+                        Velmora::tr("Export diff report as HTML")});
+    showFilter = add({"showFilterAction",
+                      Velmora::tr("Filter bar"),
+                      QStringLiteral("filter.png"),
+                      {},
+                      Velmora::tr("Show the filter bar")});
+    showLog =
+        add({"showLogAction", Velmora::tr("Log"), QStringLiteral("log.png"), {}, Velmora::tr("Show the action log")});
+    showFilter->setCheckable(true);
+    showLog->setCheckable(true);
+    legend = add({"legendAction",
+                  Velmora::tr("Legend"),
+                  QStringLiteral("legend.png"),
+                  {},
+                  Velmora::tr("Color and symbol legend")});
+}
+
+QAction *FolderCompareBar::add(const Look &look)
+{
+    auto *action = new QAction(look.text, this);
+    action->setObjectName(QLatin1String(look.objectName));
+    action->setShortcuts(look.keys);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    action->setToolTip(hintWithKeys(look.hint.isEmpty() ? look.text : look.hint, look.keys));
+    parentWidget()->addAction(action);
+    if (!look.icon.isEmpty())
+        m_icons.append({action, look.icon});
+    if (look.hasButton)
+        addAction(action);
+    return action;
+}
+
+void FolderCompareBar::showTextBeside(QAction *action)
+{
+    if (auto *button = qobject_cast<QToolButton *>(widgetForAction(action)))
+        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+}
+
+void FolderCompareBar::giveMenu(QAction *action, QMenu *menu)
+{
+    menu->setToolTipsVisible(true);
+    action->setMenu(menu);
+    if (auto *button = qobject_cast<QToolButton *>(widgetForAction(action))) {
+        button->setPopupMode(QToolButton::InstantPopup);
+        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    }
+}
+
+void FolderCompareBar::showRunning(bool running, bool cancelling)
+{
+    cancel->setEnabled(running && !cancelling);
+}
+
+void FolderCompareBar::refreshTheme()
+{
+    for (const auto &[action, name] : m_icons) {
+        const QIcon icon = themedIcon(name);
+        // Without its picture a button shows its text.
+        action->setIcon(icon.availableSizes().isEmpty() ? QIcon() : icon);
+    }
+}
+
+} // namespace velmora

@@ -1,0 +1,234 @@
+#include "folder/compare/file_kind.h"
+#include "folder/compare/folder_compare_bar.h"
+#include "folder/compare/folder_compare_widget.h"
+#include "folder/compare/folder_filter_bar.h"
+#include "folder/compare/folder_report_export.h"
+#include "folder/compare/folder_view.h"
+#include "folder/compare/tree_line_tree_widget.h"
+#include "session/dialogs.h"
+#include "session/session_host.h"
+#include "session/translate.h"
+#include "settings/dialogs/folder_session_settings_dialog.h"
+
+#include <QClipboard>
+#include <QDir>
+#include <QGuiApplication>
+#include <QMenu>
+
+namespace velmora {
+
+// Opening -------------------------------------------------------------------------------------------------------------
+
+void FolderCompareWidget::onItemDoubleClicked(const QModelIndex &item, int /*column*/)
+{
+    openNode(m_view->rows().nodeAt(item.row()));
+}
+
+void FolderCompareWidget::openNode(qint32 node)
+{
+    if (node < 0)
+        return;
+    const FolderTree &tree = m_comparison.tree();
+    const FolderDiffItem item = tree.item(node);
+    const bool mixedKinds =
+        item.isDir && isPair(item) && !tree.isExpandable(node) && item.diffStatus() == FolderDiffStatus::Different;
+    if (mixedKinds) {
+        showMessage(Velmora::tr("A folder and a file of the same name cannot be compared"));
+    } else if (!item.isDir) {
+        openFiles(item);
+    } else if (isPair(item)) {
+        navigate(item.leftPath, item.rightPath);
+    } else {
+        const QModelIndex index = m_view->rows().index(m_view->rows().rowOf(node), 0);
+        if (tree.node(node).expanded)
+            onItemCollapsed(index);
+        else
+            onItemExpanded(index);
+    }
+}
+
+void FolderCompareWidget::openFiles(const FolderDiffItem &item)
+{
+    m_opener.start([left = item.leftPath, right = item.rightPath](const CancelFlag &,
+                                                                  Progress &) { return kindOfPair(left, right); },
+                   [this, item](RunOutcome<QString> &&outcome) {
+                       const QString kind = outcome.value.value_or(QStringLiteral("text"));
+                       if (kind == QLatin1String("text"))
+                           Q_EMIT openTextCompare(item.leftPath, item.rightPath);
+                       else
+                           host().openSession(kind, {item.leftPath, item.rightPath, {}});
+                   });
+}
+
+void FolderCompareWidget::goToDifference(bool forward)
+{
+    FolderRowsModel &rows = m_view->rows();
+    const qint32 node = rows.nextDifference(m_view->currentNode(), forward);
+    if (node < 0) {
+        showMessage(forward ? Velmora::tr("No further difference") : Velmora::tr("No earlier difference"));
+        return;
+    }
+    if (rows.view() == RowsView::Same)
+        onShowAll();
+    m_view->goToNode(node);
+    m_view->activePane().setFocus();
+}
+
+// Views and filters ---------------------------------------------------------------------------------------------------
+
+void FolderCompareWidget::setView(RowsView view)
+{
+    m_view->rows().setView(view);
+    showNotice();
+}
+
+void FolderCompareWidget::onShowAll()
+{
+    m_bar->showAll->setChecked(true);
+    setView(RowsView::All);
+}
+
+void FolderCompareWidget::onShowDifferences()
+{
+    m_bar->showDifferences->setChecked(true);
+    setView(RowsView::Differences);
+}
+
+void FolderCompareWidget::onShowIdentical()
+{
+    m_bar->showIdentical->setChecked(true);
+    setView(RowsView::Same);
+}
+
+void FolderCompareWidget::applyFilters()
+{
+    m_comparison.refilter(spec());
+}
+
+void FolderCompareWidget::onNameFilterChanged()
+{
+    m_limits.masks = m_filterBar->masks();
+    applyFilters();
+}
+
+void FolderCompareWidget::onAdvancedFilter() {}
+
+void FolderCompareWidget::onSessionSettings(int initialTab)
+{
+    auto *dialog = new FolderSessionSettingsDialog(m_options, paths(), initialTab, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, this, [this, dialog] {
+        const FolderSessionOptions before = m_options;
+        takeOptions(dialog->options());
+        const bool comparesAnew = before.compareBasis != m_options.compareBasis ||
+                                  before.timeToleranceSec != m_options.timeToleranceSec ||
+                                  before.alignOverrides != m_options.alignOverrides;
+        if (comparesAnew && (m_hasResult || m_comparison.isRunning()))
+            onRefresh();
+        else
+            applyFilters();
+    });
+    dialog->open();
+}
+
+void FolderCompareWidget::excludeSelectedNames()
+{
+    const FolderTree &tree = m_comparison.tree();
+    for (const qint32 node : m_view->selectedNodes())
+        m_excludedNames.insert(tree.bareName(node).toString());
+    applyFilters();
+}
+
+void FolderCompareWidget::ignoreSelectedNames()
+{
+    const FolderTree &tree = m_comparison.tree();
+    for (const qint32 node : m_view->selectedNodes()) {
+        const QString name = tree.bareName(node).toString();
+        if (!m_ignoredNames.remove(name))
+            m_ignoredNames.insert(name);
+    }
+    applyFilters();
+}
+
+// The menu of a row ---------------------------------------------------------------------------------------------------
+
+void FolderCompareWidget::onTreeContextMenu(const QPoint &point)
+{
+    const qint32 node = m_view->currentNode();
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setToolTipsVisible(true);
+    if (node >= 0) {
+        const FolderTree &tree = m_comparison.tree();
+        const FolderDiffItem item = tree.item(node);
+        menu->addAction(Velmora::tr("Open"), this, [this, node] { openNode(node); });
+        if (item.isDir && isPair(item)) {
+            menu->addAction(Velmora::tr("Open in a new tab"), this,
+                            [this, item] { Q_EMIT openFolderCompare(item.leftPath, item.rightPath); });
+            menu->addAction(Velmora::tr("Synchronise these folders"), this,
+                            [this, item] { Q_EMIT openFolderSync(item.leftPath, item.rightPath); });
+        } else if (!item.isDir) {
+            menu->addAction(Velmora::tr("Open as text"), this,
+                            [this, item] { Q_EMIT openTextCompare(item.leftPath, item.rightPath); });
+            menu->addAction(Velmora::tr("Open as hex"), this, [this, item] {
+                host().openSession(QStringLiteral("binary"), {item.leftPath, item.rightPath, {}});
+            });
+        }
+        menu->addSeparator();
+        menu->addAction(Velmora::tr("Exclude by name"), this, &FolderCompareWidget::excludeSelectedNames);
+        QAction *ignore =
+            menu->addAction(Velmora::tr("Ignore by name"), this, &FolderCompareWidget::ignoreSelectedNames);
+        ignore->setCheckable(true);
+        ignore->setChecked(tree.node(node).ignored);
+        ignore->setToolTip(Velmora::tr("Entries of this name are shown and count as no difference"));
+        for (const bool left : {true, false}) {
+            const QString path = QDir::toNativeSeparators(left ? item.leftPath : item.rightPath);
+            if (!path.isEmpty())
+                menu->addAction(left ? Velmora::tr("Copy left path") : Velmora::tr("Copy right path"), this,
+                                [path] { QGuiApplication::clipboard()->setText(path); });
+        }
+        menu->addSeparator();
+    }
+    if (!m_excludedNames.isEmpty()) {
+        menu->addAction(Velmora::tr("Show excluded names again (%1)").arg(m_excludedNames.size()), this, [this] {
+            m_excludedNames.clear();
+            applyFilters();
+        });
+    }
+    menu->addActions({m_bar->expandAll, m_bar->collapseAll, m_bar->refresh});
+    menu->popup(point);
+}
+
+// File operations -----------------------------------------------------------------------------------------------------
+
+void FolderCompareWidget::onCopyToRight()
+{
+    copySelectedToSide(true);
+}
+
+void FolderCompareWidget::onCopyToLeft()
+{
+    copySelectedToSide(false);
+}
+
+void FolderCompareWidget::copySelectedToSide(bool /*leftToRight*/) {}
+void FolderCompareWidget::onDeleteSelected() {}
+void FolderCompareWidget::onContentsCompareStarted(CompareMethod /*method*/) {}
+void FolderCompareWidget::onManualAlign() {}
+
+// Report --------------------------------------------------------------------------------------------------------------
+
+void FolderCompareWidget::onExportHtml()
+{
+    if (!m_hasResult) {
+        Dialogs::instance().tell(this, Dialogs::Tone::Information, Velmora::tr("Export"),
+                                 Velmora::tr("No comparison result to export"));
+        return;
+    }
+    Dialogs::instance().saveFile(this, Velmora::tr("Export diff report"), QStringLiteral("folder_diff_report.html"),
+                                 QStringLiteral("HTML (*.html)"), [this](const QString &path) {
+                                     m_reports->write(itemsForReport(m_comparison.tree()), m_loaded, path);
+                                 });
+}
+
+} // namespace velmora

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QToolButton;
+
+namespace velmora {
+
+class PathEdit;
+
+/// The head of one side of a folder comparison: its path, the button that asks for another, and the one that goes to
+/// the folder around.
+class FolderCompareSidePane final : public QWidget {
+    Q_OBJECT
+public:
+    FolderCompareSidePane(bool left, QWidget *parent = nullptr);
+
+    [[nodiscard]] QString path() const;
+    void setPath(const QString &path);
+    [[nodiscard]] PathEdit &edit() { return *m_edit; }
+
+    /// Shows that nothing may be written on this side.
+    void setReadOnly(bool readOnly);
+
+    /// Takes up a changed theme.
+    void refreshTheme();
+
+Q_SIGNALS:
+    void browseRequested();
+    void submitted();
+    void upRequested();
+
+private:
+    PathEdit *m_edit;
+    QToolButton *m_up;
+    QLabel *m_lock;
+};
+
+} // namespace velmora

@@ -1,0 +1,297 @@
+#include "folder/compare/folder_compare_widget.h"
+
+#include "core/settings_store.h"
+#include "folder/compare/folder_compare_bar.h"
+#include "folder/compare/folder_compare_side_pane.h"
+#include "folder/compare/folder_filter_bar.h"
+#include "folder/compare/folder_log_panel.h"
+#include "folder/compare/folder_report_export.h"
+#include "folder/compare/folder_status_bar.h"
+#include "folder/compare/folder_view.h"
+#include "folder/compare/time_shift_bar.h"
+#include "folder/compare/tree_line_tree_widget.h"
+#include "session/dialogs.h"
+#include "session/path_edit.h"
+#include "session/session_host.h"
+#include "session/translate.h"
+#include "settings/options/folder_presets.h"
+#include "settings/options/folder_settings_store.h"
+
+#include <QBoxLayout>
+#include <QDir>
+#include <QJsonObject>
+#include <QMenu>
+#include <QSplitter>
+
+namespace velmora {
+
+namespace {
+
+FolderSessionOptions defaultOptions()
+{
+    SessionSettings settings;
+    return FolderSettingsStore(settings).defaults().options;
+}
+
+} // namespace
+
+FolderCompareWidget::FolderCompareWidget(SessionHost &window, QWidget *parent)
+    : SessionWidget(window, parent),
+      m_options(defaultOptions()),
+      m_isSystemFile(makeSharedSystemFileTest()),
+      m_bar(new FolderCompareBar(this)),
+      m_filterBar(new FolderFilterBar(this)),
+      m_timeShifts(new TimeShiftBar(this)),
+      m_view(new FolderView(m_comparison, this)),
+      m_logPanel(new FolderLogPanel(this)),
+      m_statusBar(new FolderStatusBar(this)),
+      m_splitter(new QSplitter(Qt::Vertical, this)),
+      m_reports(new FolderReportExport(this))
+{
+    setAcceptDrops(true);
+    buildLayout();
+    connectBar();
+    connectView();
+    connectComparison();
+    connect(this, &FolderCompareWidget::openTextCompare, this, [this](const QString &left, const QString &right) {
+        host().openSession(QStringLiteral("text"), {left, right, {}});
+    });
+    connect(this, &FolderCompareWidget::openFolderCompare, this, [this](const QString &left, const QString &right) {
+        host().openSession(QStringLiteral("folder"), {left, right, {}});
+    });
+    connect(this, &FolderCompareWidget::openFolderSync, this, [this](const QString &left, const QString &right) {
+        host().openSession(QStringLiteral("sync"), {left, right, {}});
+    });
+    connect(m_reports, &FolderReportExport::written, this, [this](const QString &path) {
+        constexpr int shownFor = 5000;
+        host().showStatus(Velmora::tr("Report written: %1").arg(QDir::toNativeSeparators(path)), shownFor);
+    });
+    connect(m_reports, &FolderReportExport::failed, this, [this](const QString &path, const QString &reason) {
+        const QString message = Velmora::tr("Cannot write file: %1").arg(QDir::toNativeSeparators(path));
+        showMessage(message);
+        Dialogs::instance().tell(this, Dialogs::Tone::Warning, Velmora::tr("Export"),
+                                 reason.isEmpty() ? message : message + u'\n' + reason);
+    });
+    takeOptions(m_options);
+    showMessage(Velmora::tr("Folder compare ready: drag folders from Explorer to the left/right pane."));
+    showNotice();
+}
+
+FolderCompareWidget::~FolderCompareWidget() = default;
+
+void FolderCompareWidget::buildLayout()
+{
+    m_splitter->addWidget(m_view);
+    m_splitter->addWidget(m_logPanel);
+    m_splitter->setStretchFactor(0, 1);
+    m_splitter->setStretchFactor(1, 0);
+    m_splitter->setCollapsible(0, false);
+    m_splitter->setHandleWidth(3);
+    constexpr int logHeight = 110;
+    m_splitter->setSizes({10000, logHeight});
+
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_bar);
+    column->addWidget(m_filterBar);
+    column->addWidget(m_timeShifts);
+    column->addWidget(m_splitter, 1);
+    column->addWidget(m_statusBar);
+    setFocusProxy(&m_view->leftSide().edit());
+}
+
+void FolderCompareWidget::connectBar()
+{
+    const auto onTrigger = [this](QAction *action, void (FolderCompareWidget::*slot)()) {
+        connect(action, &QAction::triggered, this, slot);
+    };
+    onTrigger(m_bar->refresh, &FolderCompareWidget::onRefresh);
+    onTrigger(m_bar->cancel, &FolderCompareWidget::onCancelCompare);
+    onTrigger(m_bar->swapSides, &FolderCompareWidget::onSwapSides);
+    onTrigger(m_bar->showAll, &FolderCompareWidget::onShowAll);
+    onTrigger(m_bar->showDifferences, &FolderCompareWidget::onShowDifferences);
+    onTrigger(m_bar->showIdentical, &FolderCompareWidget::onShowIdentical);
+    onTrigger(m_bar->expandAll, &FolderCompareWidget::onExpandAll);
+    onTrigger(m_bar->collapseAll, &FolderCompareWidget::onCollapseAll);
+    onTrigger(m_bar->exportReport, &FolderCompareWidget::onExportHtml);
+    onTrigger(m_bar->advancedFilters, &FolderCompareWidget::onAdvancedFilter);
+    connect(m_bar->previousDifference, &QAction::triggered, this, [this] { goToDifference(false); });
+    connect(m_bar->nextDifference, &QAction::triggered, this, [this] { goToDifference(true); });
+    connect(m_bar->rules, &QAction::triggered, this, [this] { onSessionSettings(0); });
+    connect(m_bar->legend, &QAction::triggered, this, [this] { host().showLegend(); });
+    connect(m_bar->showFilter, &QAction::toggled, m_filterBar, &QWidget::setVisible);
+    connect(m_bar->showLog, &QAction::toggled, m_logPanel, &QWidget::setVisible);
+    connect(m_bar->focusFilter, &QAction::triggered, this, [this] {
+        m_bar->showFilter->setChecked(true);
+        m_filterBar->focusMasks();
+    });
+    connect(m_bar->syncFolders, &QAction::triggered, this, [this] {
+        const SessionPaths folders = paths();
+        if (!folders.left.isEmpty() && !folders.right.isEmpty())
+            Q_EMIT openFolderSync(folders.left, folders.right);
+    });
+    connect(m_filterBar, &FolderFilterBar::masksChanged, this, &FolderCompareWidget::onNameFilterChanged);
+    connect(m_filterBar, &FolderFilterBar::advancedWanted, this, &FolderCompareWidget::onAdvancedFilter);
+    connect(m_filterBar, &FolderFilterBar::done, this, [this] { m_view->activePane().setFocus(); });
+    connect(m_logPanel, &FolderLogPanel::closeWanted, this, [this] { m_bar->showLog->setChecked(false); });
+    connect(m_timeShifts, &TimeShiftBar::toleranceWanted, this, [this](int seconds) {
+        FolderSessionOptions options = m_options;
+        options.timeToleranceSec = seconds;
+        takeOptions(options);
+        onRefresh();
+    });
+    fillPresetMenu();
+}
+
+void FolderCompareWidget::fillPresetMenu()
+{
+    QMenu &menu = m_bar->presetMenu();
+    for (const FolderPreset &preset : folderPresets()) {
+        menu.addAction(Velmora::tr(preset.menuText), this, [this, name = QLatin1String(preset.name)] {
+            FolderSessionOptions options = m_options;
+            if (applyFolderPreset(name, options)) {
+                takeOptions(options);
+                onRefresh();
+            }
+        });
+    }
+    menu.addSeparator();
+    menu.addAction(Velmora::tr("Session settings..."), this, [this] { onSessionSettings(0); });
+}
+
+void FolderCompareWidget::connectView()
+{
+    for (const bool left : {true, false}) {
+        FolderCompareSidePane &side = left ? m_view->leftSide() : m_view->rightSide();
+        connect(&side, &FolderCompareSidePane::browseRequested, this, [this, left] { browse(left); });
+        connect(&side, &FolderCompareSidePane::submitted, this, [this, left] { pathsChanged(left); });
+        connect(&side, &FolderCompareSidePane::upRequested, this, &FolderCompareWidget::onNavigateUp);
+    }
+    connect(m_view, &FolderView::openWanted, this,
+            [this](const QModelIndex &index) { onItemDoubleClicked(index, index.column()); });
+    connect(m_view, &FolderView::upWanted, this, &FolderCompareWidget::onNavigateUp);
+    connect(m_view, &FolderView::swapWanted, this, &FolderCompareWidget::onSwapSides);
+    connect(m_view, &FolderView::expandWanted, this, &FolderCompareWidget::onItemExpanded);
+    connect(m_view, &FolderView::collapseWanted, this, &FolderCompareWidget::onItemCollapsed);
+    connect(m_view, &FolderView::contextMenuWanted, this,
+            [this](const QModelIndex &, QPoint global) { onTreeContextMenu(global); });
+    connect(m_view, &FolderView::selectionChanged, this, &FolderCompareWidget::showSelection);
+}
+
+void FolderCompareWidget::connectComparison()
+{
+    const auto countAgain = [this] {
+        const FolderCounts &counts = m_comparison.tree().counts();
+        m_statusBar->showCounts(counts);
+        const bool limits =
+            m_limits.minimumSize > 0 || m_limits.maximumSize > 0 || m_limits.from.isValid() || m_limits.to.isValid();
+        m_filterBar->showEffect(counts.hidden, limits);
+        m_timeShifts->show(m_comparison.shifts(), m_options);
+        showNotice();
+    };
+    connect(&m_comparison, &FolderComparison::treeReplaced, this, countAgain);
+    connect(&m_comparison, &FolderComparison::treeChanged, this, countAgain);
+    connect(&m_comparison, &FolderComparison::statesChanged, this, countAgain);
+    connect(&m_comparison, &FolderComparison::filtered, this, [this, countAgain] {
+        countAgain();
+        log(Velmora::tr("%1 hidden by filters").arg(m_comparison.tree().counts().hidden));
+    });
+    connect(&m_comparison, &FolderComparison::levelKnown, this, [this] {
+        if (const qint32 node = m_comparison.tree().find(std::exchange(m_cameFrom, {})); node >= 0)
+            m_view->goToNode(node);
+    });
+    connect(&m_comparison, &FolderComparison::loadFinished, this, [this](quint64 generation, bool cancelled) {
+        onFolderCompareFinished(generation, m_comparison.tree().items(), cancelled);
+    });
+    connect(&m_comparison, &FolderComparison::rootsUnreadable, this, &FolderCompareWidget::showRootsUnreadable);
+    connect(&m_comparison, &FolderComparison::folderRead, this, [this](const QString &name) {
+        const qint32 node = m_comparison.tree().find(name);
+        if (node < 0)
+            return;
+        int children = 0;
+        const FolderTree &tree = m_comparison.tree();
+        for (qint32 child = node + 1; child < tree.node(node).end; child = tree.node(child).end)
+            ++children;
+        log(Velmora::tr("%1 expand: %2 (%3 items)")
+                .arg(QTime::currentTime().toString(QStringLiteral("hh:mm:ss")), QDir::toNativeSeparators(name))
+                .arg(children));
+    });
+    connect(&m_comparison, &FolderComparison::progressed, this, &FolderCompareWidget::showProgress);
+    connect(&m_comparison, &FolderComparison::runningChanged, this, &FolderCompareWidget::showRunning);
+    connect(&m_comparison, &FolderComparison::failed, this,
+            [this] { showMessage(Velmora::tr("Not enough memory to compare these folders")); });
+}
+
+// The session as the window knows it ----------------------------------------------------------------------------------
+
+QString FolderCompareWidget::kind() const
+{
+    return QStringLiteral("folder");
+}
+
+SessionPaths FolderCompareWidget::paths() const
+{
+    return {m_view->leftSide().path(), m_view->rightSide().path(), {}};
+}
+
+void FolderCompareWidget::setPaths(const SessionPaths &paths)
+{
+    m_view->leftSide().setPath(paths.left);
+    m_view->rightSide().setPath(paths.right);
+    showNotice();
+}
+
+void FolderCompareWidget::start()
+{
+    onCompare();
+}
+
+QJsonObject FolderCompareWidget::options() const
+{
+    return toJson(m_options, m_excludedNames, m_ignoredNames);
+}
+
+void FolderCompareWidget::setOptions(const QJsonObject &options)
+{
+    FolderSessionOptions changed = m_options;
+    fromJson(options, changed, m_excludedNames, m_ignoredNames);
+    takeOptions(changed);
+}
+
+bool FolderCompareWidget::setPendingReport(const QString &path)
+{
+    m_pendingReport = path;
+    return true;
+}
+
+void FolderCompareWidget::refreshTheme()
+{
+    m_bar->refreshTheme();
+    m_filterBar->refreshTheme();
+    m_logPanel->refreshTheme();
+    m_view->refreshTheme();
+}
+
+QString FolderCompareWidget::logText() const
+{
+    return m_logPanel->text();
+}
+
+QString FolderCompareWidget::status() const
+{
+    return m_statusBar->message();
+}
+
+void FolderCompareWidget::takeOptions(const FolderSessionOptions &options)
+{
+    m_options = options;
+    m_view->leftSide().setReadOnly(options.leftReadOnly);
+    m_view->rightSide().setReadOnly(options.rightReadOnly);
+    m_bar->showFilter->setChecked(options.showFilterBar);
+    m_filterBar->setVisible(options.showFilterBar);
+    m_bar->showLog->setChecked(options.showLogPanel);
+    m_logPanel->setVisible(options.showLogPanel);
+}
+
+} // namespace velmora

@@ -1,0 +1,153 @@
+#pragma once
+
+#include "core/runner.h"
+#include "folder/compare/folder_comparison.h"
+#include "session/session_widget.h"
+#include "settings/options/folder_session_options.h"
+
+#include <QModelIndex>
+
+class QSplitter;
+
+namespace velmora {
+
+class FolderCompareBar;
+class FolderFilterBar;
+class FolderLogPanel;
+class FolderReportExport;
+class FolderStatusBar;
+class FolderView;
+class TimeShiftBar;
+enum class RowsView;
+
+/// The session of kind "folder": two folders are compared and shown side by side as one tree in three columns.
+///
+/// The folders of the level are shown first and filled in one after the other; expanding everything compares the whole
+/// trees at once (tree mode) if they are not known yet. Results stay when a run is cancelled. What was touched by an
+/// operation is compared again, and nothing else.
+class FolderCompareWidget final : public SessionWidget {
+    Q_OBJECT
+public:
+    explicit FolderCompareWidget(SessionHost &host, QWidget *parent = nullptr);
+    ~FolderCompareWidget() override;
+
+    [[nodiscard]] QString kind() const override;
+    [[nodiscard]] SessionPaths paths() const override;
+    void setPaths(const SessionPaths &paths) override;
+    void start() override;
+    [[nodiscard]] QJsonObject options() const override;
+    void setOptions(const QJsonObject &options) override;
+    bool setPendingReport(const QString &path) override;
+    [[nodiscard]] bool acceptsDroppedPaths() const override { return true; }
+    void dropPaths(const QStringList &paths, QPoint position) override;
+    void refreshTheme() override;
+
+    [[nodiscard]] bool isComparing() const { return m_comparison.isRunning(); }
+    [[nodiscard]] const FolderComparison &comparison() const { return m_comparison; }
+    [[nodiscard]] FolderView &view() { return *m_view; }
+    [[nodiscard]] QString logText() const;
+    [[nodiscard]] QString status() const;
+
+Q_SIGNALS:
+    /// The window is asked for a session on two paths.
+    void openTextCompare(const QString &leftPath, const QString &rightPath);
+    void openFolderCompare(const QString &leftPath, const QString &rightPath);
+    void openFolderSync(const QString &leftPath, const QString &rightPath);
+
+public Q_SLOTS:
+    void onBrowseLeft();
+    void onBrowseRight();
+    void onCompare();
+    void onShowAll();
+    void onShowDifferences();
+    void onShowIdentical();
+    void onRefresh();
+    void onSwapSides();
+    void onNavigateUp();
+    /// Opens the row: a pair of folders in place, files in the session that suits them.
+    void onItemDoubleClicked(const QModelIndex &item, int column);
+    /// Opens the menu of the current row at a place of the screen.
+    void onTreeContextMenu(const QPoint &point);
+    void onCopyToRight();
+    void onCopyToLeft();
+    void onDeleteSelected();
+    void copySelectedToSide(bool leftToRight);
+    void onNameFilterChanged();
+    void onAdvancedFilter();
+    /// Opens the settings of this comparison at the tab of that index.
+    void onSessionSettings(int initialTab);
+    void onCancelCompare();
+    /// Takes up the end of the load of number `generation`; one that is no longer the latest is dropped.
+    void onFolderCompareFinished(quint64 generation, const QList<velmora::FolderDiffItem> &items, bool cancelled);
+    void onContentsCompareStarted(velmora::CompareMethod method);
+    void onExpandAll();
+    void onCollapseAll();
+    void onItemExpanded(const QModelIndex &item);
+    void onItemCollapsed(const QModelIndex &item);
+    void onExportHtml();
+    void onManualAlign();
+
+protected:
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+private:
+    void buildLayout();
+    void connectBar();
+    void connectView();
+    void connectComparison();
+    void fillPresetMenu();
+
+    // Inputs and loading
+    [[nodiscard]] FolderSpec spec() const;
+    void browse(bool left);
+    void takeSidePath(bool left, const QString &path);
+    void pathsChanged(bool leftWritten);
+    void loadCurrentLevel();
+    void navigate(const QString &left, const QString &right);
+    void showRootsUnreadable(FolderRead left, FolderRead right);
+    void tellProblems();
+    void showNotice();
+    void showProgress(const ProgressState &state);
+    void showRunning();
+    void showSelection();
+    void showMessage(const QString &message);
+    void log(const QString &line);
+    [[nodiscard]] QString title() const;
+
+    // Commands
+    void openNode(qint32 node);
+    void openFiles(const FolderDiffItem &item);
+    void goToDifference(bool forward);
+    void takeOptions(const FolderSessionOptions &options);
+    void applyFilters();
+    void excludeSelectedNames();
+    void ignoreSelectedNames();
+    void setView(RowsView view);
+
+    FolderSessionOptions m_options;
+    QSet<QString> m_excludedNames;
+    QSet<QString> m_ignoredNames;
+    FolderViewLimits m_limits;
+    SystemFileTest m_isSystemFile;
+    QString m_pendingReport;
+    QString m_cameFrom; ///< what is to be selected once the level is there
+    SessionPaths m_loaded;
+    bool m_treeMode = false;
+    bool m_expandAllWhenLoaded = false; ///< folders that are still to come open as they come
+    bool m_hasResult = false;
+    CompareMethod m_contentsMethod = CompareMethod::Binary;
+
+    FolderComparison m_comparison;
+    FolderCompareBar *m_bar;
+    FolderFilterBar *m_filterBar;
+    TimeShiftBar *m_timeShifts;
+    FolderView *m_view;
+    FolderLogPanel *m_logPanel;
+    FolderStatusBar *m_statusBar;
+    QSplitter *m_splitter;
+    FolderReportExport *m_reports;
+    Runner m_opener;
+};
+
+} // namespace velmora

@@ -1,0 +1,98 @@
+#pragma once
+
+#include "core/cancel_flag.h"
+#include "core/progress.h"
+#include "folder/compare/folder_tree.h"
+#include "folder/engine/folder_engine.h"
+#include "platform/file_access.h"
+
+#include <QList>
+#include <QSet>
+#include <QString>
+
+#include <chrono>
+
+namespace velmora {
+
+/// Two folders and how they are compared and shown. Paths are absolute with "/".
+struct FolderSpec {
+    QString left;
+    QString right;
+    FolderSessionOptions options;
+    QSet<QString> excludedNames; ///< bare names of entries that are not shown
+    QSet<QString> ignoredNames;  ///< bare names of entries that are shown and count as no difference
+    FolderViewLimits limits;
+    SystemFileTest isSystemFile; ///< usable from several threads
+
+    [[nodiscard]] FolderFilter filter() const { return FolderFilter(options, excludedNames, limits, isSystemFile); }
+};
+
+/// As `makeCachedTest`, for several threads at a time.
+[[nodiscard]] SystemFileTest makeSharedSystemFileTest();
+
+/// Pairs of files of one content and two times, the same way apart: a change of the clocks for summer, or a file system
+/// that rounds times.
+struct TimeShifts {
+    qint64 hour = 0;       ///< exactly one hour
+    qint64 twoSeconds = 0; ///< more than nothing, and two seconds at most
+
+    friend bool operator==(const TimeShifts &, const TimeShifts &) = default;
+};
+[[nodiscard]] TimeShifts countTimeShifts(const QList<FolderDiffItem> &items);
+
+/// What a run that lists or compares whole levels brings; filters have been applied.
+struct FolderListing {
+    FolderTree tree;
+    QList<FolderProblem> problems;
+    TimeShifts shifts;
+    // How reading the two folders themselves went, after `listTopLevel`: `Missing` and `Unreadable` leave nothing to
+    // compare.
+    FolderRead leftRead = FolderRead::Complete;
+    FolderRead rightRead = FolderRead::Complete;
+};
+
+/// The jobs of a folder session, for a worker each. They obey `cancel` as the engine does, and return what they have.
+
+/// Which names there are at the top: quick, and nothing on both sides is decided. No entries unless both folders can be
+/// read.
+[[nodiscard]] FolderListing listTopLevel(const FolderSpec &spec, const CancelFlag &cancel, Progress &progress);
+
+/// The top level with its files compared; the folders are left unloaded. When cancelled, the entries of `known` that
+/// were not reached are there undecided.
+[[nodiscard]] FolderListing compareTopLevel(const FolderSpec &spec, const QList<FolderDiffItem> &known,
+                                            const CancelFlag &cancel, Progress &progress);
+
+/// The whole trees, under the same rule.
+[[nodiscard]] FolderListing compareWholeTree(const FolderSpec &spec, const QList<FolderDiffItem> &known,
+                                             const CancelFlag &cancel, Progress &progress);
+
+/// An entry that is to be compared anew, with all that is in it.
+struct BranchTask {
+    QString name; ///< relative
+    QString left; ///< where each side is, or would be
+    QString right;
+    bool contents = true; ///< false: of a folder only its own level
+};
+
+struct BranchResult {
+    std::vector<FolderTree::Patch> patches;
+    QList<BranchTask> left; ///< the tasks that the time did not suffice for
+    QList<FolderProblem> problems;
+    TimeShifts shifts;
+};
+
+/// Compares entry by entry until `budget` is used up, at least one, so that results can be shown between calls.
+[[nodiscard]] BranchResult compareBranches(const FolderSpec &spec, QList<BranchTask> tasks,
+                                           std::chrono::milliseconds budget, const CancelFlag &cancel,
+                                           Progress &progress);
+
+/// Decides pairs of files by another method, whatever was known of them. Reports bytes. Pairs that are no longer two
+/// files, and those that a cancelled run did not reach, have `FolderTree::unknownStatus`.
+struct ContentsResult {
+    QList<FolderDiffItem> pairs;
+    QList<FolderProblem> problems;
+};
+[[nodiscard]] ContentsResult compareContentsOf(QList<FolderDiffItem> pairs, CompareMethod method, qint32 toleranceSec,
+                                               const CancelFlag &cancel, Progress &progress);
+
+} // namespace velmora

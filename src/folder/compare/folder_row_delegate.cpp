@@ -1,0 +1,349 @@
+#include "folder/compare/folder_row_delegate.h"
+
+#include "folder/compare/folder_rows_model.h"
+#include "session/diff_colours.h"
+#include "session/theme.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace velmora {
+
+namespace {
+
+constexpr int margin = 6;
+constexpr int step = 16; ///< per depth; also the room for the sign that opens a folder
+constexpr int picture = 16;
+constexpr int gap = 5;
+constexpr int deepest = 24; ///< deeper rows are not indented further, so that names keep some room
+
+/// The marks of a side from the one that matters most.
+constexpr FolderMark byWeight[] = {FolderMark::Newer,   FolderMark::Unique, FolderMark::Older,   FolderMark::Scanning,
+                                   FolderMark::Unknown, FolderMark::Same,   FolderMark::Filtered};
+
+FolderMark strongest(MarkSet marks)
+{
+    for (const FolderMark mark : byWeight) {
+        if (marks.has(mark))
+            return mark;
+    }
+    return FolderMark::Same;
+}
+
+/// The marks that a folder's picture shows side by side.
+QList<FolderMark> shownMarks(MarkSet marks)
+{
+    QList<FolderMark> shown;
+    for (const FolderMark mark : {FolderMark::Newer, FolderMark::Unique, FolderMark::Older}) {
+        if (marks.has(mark))
+            shown.append(mark);
+    }
+    return shown.isEmpty() ? QList<FolderMark>{strongest(marks)} : shown;
+}
+
+MarkSet marksOf(const FolderTree &tree, qint32 node, bool left)
+{
+    return left ? tree.node(node).left : tree.node(node).right;
+}
+
+const QString &pathOf(const FolderDiffItem &item, bool left)
+{
+    return left ? item.leftPath : item.rightPath;
+}
+
+QPainterPath folderShape(const QRectF &box)
+{
+    QPainterPath shape;
+    const qreal tab = box.height() * 0.22;
+    shape.moveTo(box.left(), box.top() + 1);
+    shape.lineTo(box.left() + box.width() * 0.38, box.top() + 1);
+    shape.lineTo(box.left() + box.width() * 0.52, box.top() + tab);
+    shape.lineTo(box.right(), box.top() + tab);
+    shape.lineTo(box.right(), box.bottom());
+    shape.lineTo(box.left(), box.bottom());
+    shape.closeSubpath();
+    return shape;
+}
+
+QPainterPath fileShape(const QRectF &box)
+{
+    QPainterPath shape;
+    const qreal fold = box.width() * 0.36;
+    shape.moveTo(box.left(), box.top());
+    shape.lineTo(box.right() - fold, box.top());
+    shape.lineTo(box.right(), box.top() + fold);
+    shape.lineTo(box.right(), box.bottom());
+    shape.lineTo(box.left(), box.bottom());
+    shape.closeSubpath();
+    shape.moveTo(box.right() - fold, box.top());
+    shape.lineTo(box.right() - fold, box.top() + fold);
+    shape.lineTo(box.right(), box.top() + fold);
+    return shape;
+}
+
+/// The part of `name` in which it is not like `other`: the lengths of the common beginning and end.
+std::pair<qsizetype, qsizetype> commonEnds(const QString &name, const QString &other)
+{
+    const qsizetype both = std::min(name.size(), other.size());
+    qsizetype front = 0;
+    while (front < both && name.at(front) == other.at(front))
+        ++front;
+    qsizetype back = 0;
+    while (back < both - front && name.at(name.size() - 1 - back) == other.at(other.size() - 1 - back))
+        ++back;
+    return {front, back};
+}
+
+void paintBackground(QPainter &painter, const QStyleOptionViewItem &option, bool isThere)
+{
+    const bool selected = option.state.testFlag(QStyle::State_Selected);
+    QColor colour = isThere ? option.palette.color(QPalette::Base) : diffColour(DiffColour::Gutter);
+    if (selected)
+        colour =
+            blended(diffColour(DiffColour::Accent), colour, option.state.testFlag(QStyle::State_Active) ? 0.24 : 0.14);
+    painter.fillRect(option.rect, colour);
+}
+
+} // namespace
+
+FolderRowDelegate::FolderRowDelegate(const FolderRowsModel &model, QObject *parent)
+    : QStyledItemDelegate(parent), m_model(model)
+{}
+
+int FolderRowDelegate::rowHeight(const QFontMetrics &metrics)
+{
+    return std::max(metrics.height() + 6, picture + 6);
+}
+
+QSize FolderRowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    QSize size = QStyledItemDelegate::sizeHint(option, index);
+    const auto column = FolderColumn(index.column());
+    const qint32 node = m_model.nodeAt(index.row());
+    if (node >= 0 && (column == FolderColumn::LeftName || column == FolderColumn::RightName))
+        size.rwidth() += indentOf(node) + picture + gap;
+    size.setHeight(rowHeight(option.fontMetrics));
+    return size;
+}
+
+int FolderRowDelegate::indentOf(qint32 node) const
+{
+    return margin + step * (std::min<int>(m_model.tree().node(node).depth, deepest) + 1);
+}
+
+QRect FolderRowDelegate::toggleRect(const QRect &cell, int row) const
+{
+    const qint32 node = m_model.nodeAt(row);
+    if (node < 0 || !m_model.tree().isExpandable(node))
+        return {};
+    return {cell.left() + indentOf(node) - step, cell.top(), step, cell.height()};
+}
+
+QColor FolderRowDelegate::ink(qint32 node, bool left) const
+{
+    if (m_model.tree().node(node).ignored)
+        return folderMarkColour(FolderMark::Filtered);
+    return folderMarkColour(strongest(marksOf(m_model.tree(), node, left)));
+}
+
+void FolderRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    const qint32 node = m_model.nodeAt(index.row());
+    if (node < 0)
+        return;
+    painter->save();
+    painter->setFont(option.font);
+    painter->setClipRect(option.rect);
+    const auto column = FolderColumn(index.column());
+    const bool isThere =
+        column == FolderColumn::Sign || !pathOf(m_model.tree().item(node), isLeftColumn(column)).isEmpty();
+    paintBackground(*painter, option, isThere);
+    if (column == FolderColumn::Sign)
+        paintSign(*painter, option, node);
+    else if (column == FolderColumn::LeftName || column == FolderColumn::RightName)
+        paintName(*painter, option, index);
+    else if (isThere)
+        paintDetail(*painter, option, index);
+    painter->restore();
+}
+
+void FolderRowDelegate::paintTree(QPainter &painter, const QRect &cell, int row) const
+{
+    const qint32 node = m_model.nodeAt(row);
+    const FolderTree &tree = m_model.tree();
+    const quint64 lines = m_model.row(row).lines;
+    const int depth = std::min<int>(tree.node(node).depth, deepest);
+    const auto middleOf = [&](int level) { return cell.left() + margin + step * level + step / 2; };
+    const int middle = cell.center().y();
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setPen(diffColour(DiffColour::Rule));
+    for (int level = 0; level < depth; ++level) {
+        // The line of a level hangs below the sign of the folder one level up.
+        if ((lines >> (level + 1)) & 1)
+            painter.drawLine(middleOf(level), cell.top(), middleOf(level), cell.bottom());
+    }
+    const bool expandable = tree.isExpandable(node);
+    if (depth > 0) {
+        const int x = middleOf(depth - 1);
+        painter.drawLine(x, cell.top(), x, middle);
+        painter.drawLine(x, middle, middleOf(depth) - (expandable ? step / 2 - 2 : -step / 2 + 2), middle);
+    }
+    if (!expandable)
+        return;
+    const bool open = tree.node(node).expanded;
+    if (open)
+        painter.drawLine(middleOf(depth), middle + 5, middleOf(depth), cell.bottom());
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(diffColour(DiffColour::MutedText), 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const QPointF centre(middleOf(depth) + 0.5, middle + 0.5);
+    const QPolygonF sign =
+        open ? QPolygonF({centre + QPointF(-3.5, -2), centre + QPointF(0, 1.5), centre + QPointF(3.5, -2)})
+             : QPolygonF({centre + QPointF(-1.5, -3.5), centre + QPointF(2, 0), centre + QPointF(-1.5, 3.5)});
+    painter.drawPolyline(sign);
+}
+
+void FolderRowDelegate::paintPicture(QPainter &painter, const QRect &box, qint32 node, bool left) const
+{
+    const FolderTree &tree = m_model.tree();
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (!tree.item(node).isDir) {
+        const QColor colour = ink(node, left);
+        painter.setPen(QPen(blended(colour, painter.background().color(), 0.85), 1));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawPath(fileShape(QRectF(box).adjusted(2.5, 1.5, -3.5, -1.5)));
+        return;
+    }
+    const QRectF shapeBox = QRectF(box).adjusted(0.5, 1.5, -0.5, -2.5);
+    const QPainterPath shape = folderShape(shapeBox);
+    const MarkSet marks = marksOf(tree, node, left);
+    const QList<FolderMark> shown = shownMarks(marks);
+    painter.setPen(Qt::NoPen);
+    painter.save();
+    painter.setClipPath(shape, Qt::IntersectClip);
+    const qreal width = shapeBox.width() / qreal(shown.size());
+    for (qsizetype i = 0; i < shown.size(); ++i) {
+        QColor colour = folderMarkColour(shown.at(i));
+        if (shown.at(i) == FolderMark::Same)
+            colour = blended(diffColour(DiffColour::MutedText), diffColour(DiffColour::Background), 0.55);
+        painter.fillRect(QRectF(shapeBox.left() + qreal(i) * width, shapeBox.top(), width, shapeBox.height()), colour);
+    }
+    painter.restore();
+}
+
+void FolderRowDelegate::paintName(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    const int row = index.row();
+    const qint32 node = m_model.nodeAt(row);
+    const FolderDiffItem &item = m_model.tree().item(node);
+    const bool left = isLeftColumn(FolderColumn(index.column()));
+    paintTree(painter, option.rect, row);
+    if (pathOf(item, left).isEmpty())
+        return;
+
+    const int x = option.rect.left() + indentOf(node);
+    paintPicture(painter, {x, option.rect.center().y() - picture / 2 + 1, picture, picture}, node, left);
+    QRect textBox = option.rect;
+    textBox.setLeft(x + picture + gap);
+    textBox.setRight(option.rect.right() - margin);
+    const QString name = sideName(item, left);
+    const QColor colour = ink(node, left);
+    painter.setPen(colour);
+    const QString other = isPair(item) ? sideName(item, !left) : name;
+    if (name == other || option.fontMetrics.horizontalAdvance(name) > textBox.width()) {
+        const QString shown = option.fontMetrics.elidedText(name, Qt::ElideMiddle, textBox.width());
+        painter.drawText(textBox, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+        return;
+    }
+    // Entries that were aligned by hand: what the two names do not share stands on a ground of its own.
+    const auto [front, back] = commonEnds(name, other);
+    const int from = option.fontMetrics.horizontalAdvance(name.left(front));
+    const int to = option.fontMetrics.horizontalAdvance(name.left(name.size() - back));
+    if (to > from) {
+        const QRect mark(textBox.left() + from, textBox.top() + 2, to - from, textBox.height() - 4);
+        painter.fillRect(mark, diffColour(DiffColour::Modified));
+    }
+    painter.drawText(textBox, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, name);
+}
+
+void FolderRowDelegate::paintSign(QPainter &painter, const QStyleOptionViewItem &option, qint32 node) const
+{
+    const FolderTree &tree = m_model.tree();
+    const RowState state = tree.state(node);
+    FolderMark mark = FolderMark::Same;
+    switch (state) {
+    case RowState::Unknown:
+        mark = FolderMark::Unknown;
+        break;
+    case RowState::Scanning:
+        mark = FolderMark::Scanning;
+        break;
+    case RowState::LeftOnly:
+    case RowState::RightOnly:
+        mark = FolderMark::Unique;
+        break;
+    case RowState::Different:
+        mark = FolderMark::Newer;
+        break;
+    case RowState::Filtered:
+        mark = FolderMark::Filtered;
+        break;
+    case RowState::Same:
+        break;
+    }
+    if (tree.node(node).ignored)
+        mark = FolderMark::Filtered;
+    QColor colour = folderMarkColour(mark);
+    if (state == RowState::Same)
+        colour = diffColour(DiffColour::MutedText);
+    QFont font = option.font;
+    font.setBold(state != RowState::Same);
+    painter.setFont(font);
+    painter.setPen(colour);
+    painter.drawText(option.rect, Qt::AlignCenter, stateSign(tree, node));
+
+    // Beside the sign of files that differ, the way to the newer one.
+    const FolderTree::Node &here = tree.node(node);
+    const bool leftIsNewer = here.right.has(FolderMark::Older);
+    const bool rightIsNewer = here.left.has(FolderMark::Older);
+    if (state != RowState::Different || tree.item(node).isDir || leftIsNewer == rightIsNewer)
+        return;
+    const QPointF middle = QRectF(option.rect).center() + QPointF(leftIsNewer ? -11 : 11, 1);
+    const qreal way = leftIsNewer ? -3 : 3;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colour);
+    painter.drawPolygon(
+        QPolygonF({middle + QPointF(way, 0), middle + QPointF(-way * 0.6, -3.2), middle + QPointF(-way * 0.6, 3.2)}));
+}
+
+void FolderRowDelegate::paintDetail(QPainter &painter, const QStyleOptionViewItem &option,
+                                    const QModelIndex &index) const
+{
+    const auto column = FolderColumn(index.column());
+    const qint32 node = m_model.nodeAt(index.row());
+    const FolderDiffItem &item = m_model.tree().item(node);
+    const bool left = isLeftColumn(column);
+    const bool isTime = column == FolderColumn::LeftTime || column == FolderColumn::RightTime;
+    QFont font = option.font;
+    QColor colour = diffColour(DiffColour::MutedText);
+    if (isPair(item) && !item.isDir) {
+        const QDateTime &mine = left ? item.leftTime : item.rightTime;
+        const QDateTime &other = left ? item.rightTime : item.leftTime;
+        // The newer of two files, even of two that are equal.
+        const bool newer = isTime && mine.isValid() && other.isValid() && other < mine;
+        const bool differs = m_model.tree().state(node) == RowState::Different;
+        font.setBold(newer);
+        if (differs && (newer || (!isTime && item.leftSize != item.rightSize)))
+            colour = ink(node, left);
+        else if (newer)
+            colour = option.palette.color(QPalette::Text);
+    }
+    painter.setFont(font);
+    painter.setPen(colour);
+    const QRect box = option.rect.adjusted(margin, 0, -margin, 0);
+    const QString text = QFontMetrics(font).elidedText(index.data().toString(), Qt::ElideRight, box.width());
+    painter.drawText(box, index.data(Qt::TextAlignmentRole).toInt() | Qt::TextSingleLine, text);
+}
+
+} // namespace velmora

@@ -1,0 +1,96 @@
+#include "folder/compare/folder_status_bar.h"
+
+#include "session/translate.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QProgressBar>
+
+namespace velmora {
+
+FolderStatusBar::FolderStatusBar(QWidget *parent)
+    : QFrame(parent),
+      m_message(new QLabel(this)),
+      m_progressText(new QLabel(this)),
+      m_progress(new QProgressBar(this)),
+      m_selection(new QLabel(this)),
+      m_counts(new QLabel(this))
+{
+    constexpr int progressWidth = 140;
+    m_message->setObjectName(QStringLiteral("statusLabel"));
+    m_message->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    // A long message must not make the window wider.
+    m_message->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_counts->setObjectName(QStringLiteral("countsLabel"));
+    m_counts->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_selection->setObjectName(QStringLiteral("selectionLabel"));
+    m_progressText->setObjectName(QStringLiteral("progressLabel"));
+    m_progress->setTextVisible(false);
+    m_progress->setFixedSize(progressWidth, fontMetrics().height() - 2);
+
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(8, 3, 8, 3);
+    row->setSpacing(16);
+    row->addWidget(m_message, 1);
+    row->addWidget(m_progressText);
+    row->addWidget(m_progress);
+    row->addWidget(m_selection);
+    row->addWidget(m_counts);
+    clearProgress();
+}
+
+void FolderStatusBar::showMessage(const QString &message)
+{
+    m_message->setText(message);
+    m_message->setToolTip(message);
+}
+
+QString FolderStatusBar::message() const
+{
+    return m_message->text();
+}
+
+void FolderStatusBar::showProgress(qint64 done, qint64 total, const QString &text)
+{
+    constexpr int steps = 1000;
+    m_progressText->setText(text);
+    m_progress->setRange(0, total > 0 ? steps : 0);
+    if (total > 0)
+        m_progress->setValue(int(double(std::min(done, total)) / double(total) * steps));
+    m_progressText->setVisible(!text.isEmpty());
+    m_progress->show();
+}
+
+void FolderStatusBar::clearProgress()
+{
+    m_progressText->hide();
+    m_progress->hide();
+}
+
+void FolderStatusBar::showCounts(const FolderCounts &counts)
+{
+    const QLocale locale;
+    QStringList parts;
+    const auto add = [&](const QString &text, qint64 number) { parts.append(text.arg(locale.toString(number))); };
+    if (counts.files() > 0 || counts.folders > 0) {
+        add(Velmora::tr("Same: %1"), counts.same);
+        add(Velmora::tr("Different: %1"), counts.different);
+        add(Velmora::tr("Left only: %1"), counts.leftOnly);
+        add(Velmora::tr("Right only: %1"), counts.rightOnly);
+    }
+    if (counts.unknown > 0)
+        add(Velmora::tr("Not compared: %1"), counts.unknown);
+    if (counts.hidden > 0)
+        add(Velmora::tr("Hidden: %1"), counts.hidden);
+    m_counts->setText(parts.join(QStringLiteral("   ")));
+    m_counts->setToolTip(Velmora::tr("Files that are shown, and entries that filters hide"));
+}
+
+void FolderStatusBar::showSelection(const QString &text)
+{
+    m_selection->setText(text);
+    m_selection->setVisible(!text.isEmpty());
+}
+
+} // namespace velmora

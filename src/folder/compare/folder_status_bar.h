@@ -1,0 +1,37 @@
+#pragma once
+
+#include "folder/compare/folder_tree.h"
+
+#include <QFrame>
+
+class QLabel;
+class QProgressBar;
+
+namespace velmora {
+
+/// The foot of a folder comparison: what it does or has done, how far it is, what it has counted.
+class FolderStatusBar final : public QFrame {
+    Q_OBJECT
+public:
+    explicit FolderStatusBar(QWidget *parent = nullptr);
+
+    void showMessage(const QString &message);
+    [[nodiscard]] QString message() const;
+
+    /// Shows how much of `total` is done, or only that something is when `total` is 0, with `text` beside it.
+    void showProgress(qint64 done, qint64 total, const QString &text);
+    void clearProgress();
+
+    void showCounts(const FolderCounts &counts);
+    /// Empty for no selection worth telling.
+    void showSelection(const QString &text);
+
+private:
+    QLabel *m_message;
+    QLabel *m_progressText;
+    QProgressBar *m_progress;
+    QLabel *m_selection;
+    QLabel *m_counts;
+};
+
+} // namespace velmora

@@ -1,0 +1,333 @@
+#include "folder/compare/folder_view.h"
+
+#include "core/settings_store.h"
+#include "folder/compare/folder_compare_side_pane.h"
+#include "folder/compare/folder_comparison.h"
+#include "folder/compare/folder_notice.h"
+#include "folder/compare/tree_line_tree_widget.h"
+#include "session/translate.h"
+
+#include <QBoxLayout>
+#include <QHeaderView>
+#include <QItemSelection>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QToolButton>
+
+namespace velmora {
+
+namespace {
+
+constexpr int signWidth = 44;
+constexpr int mostKept = 1000; ///< selected entries that are found again; nobody looks for more one by one
+
+QString columnsKey()
+{
+    return QStringLiteral("FolderCompare/columnWidths");
+}
+
+/// The columns whose widths a person sets, each as the pair of the two sides.
+constexpr std::pair<FolderColumn, FolderColumn> sizedColumns[] = {
+    {FolderColumn::LeftSize, FolderColumn::RightSize},
+    {FolderColumn::LeftTime, FolderColumn::RightTime},
+};
+
+} // namespace
+
+FolderView::FolderView(FolderComparison &comparison, QWidget *parent)
+    : QWidget(parent),
+      m_comparison(comparison),
+      m_rows(new FolderRowsModel(comparison, this)),
+      m_left(new TreeLineTreeWidget(*m_rows, {FolderColumn::LeftName, FolderColumn::LeftSize, FolderColumn::LeftTime},
+                                    this)),
+      m_centre(new TreeLineTreeWidget(*m_rows, {FolderColumn::Sign}, this)),
+      m_right(new TreeLineTreeWidget(
+          *m_rows, {FolderColumn::RightName, FolderColumn::RightSize, FolderColumn::RightTime}, this)),
+      m_leftSide(new FolderCompareSidePane(true, this)),
+      m_rightSide(new FolderCompareSidePane(false, this)),
+      m_notice(new FolderNotice(this)),
+      m_splitter(new QSplitter(Qt::Horizontal, this))
+{
+    m_left->setObjectName(QStringLiteral("folderSideLeft"));
+    m_centre->setObjectName(QStringLiteral("folderSideCenter"));
+    m_right->setObjectName(QStringLiteral("folderSideRight"));
+    m_left->setAccessibleName(Velmora::tr("Left folder"));
+    m_centre->setAccessibleName(Velmora::tr("Status"));
+    m_right->setAccessibleName(Velmora::tr("Right folder"));
+    buildLayout();
+
+    QItemSelectionModel *const selection = m_left->selectionModel();
+    for (TreeLineTreeWidget *pane : {m_centre, m_right}) {
+        QItemSelectionModel *const own = pane->selectionModel();
+        pane->setSelectionModel(selection);
+        delete own;
+    }
+    for (TreeLineTreeWidget *pane : panes())
+        connectPane(*pane);
+    connect(selection, &QItemSelectionModel::selectionChanged, this, &FolderView::selectionChanged);
+    connect(m_rows, &QAbstractItemModel::modelAboutToBeReset, this, &FolderView::keepPlace);
+    connect(m_rows, &QAbstractItemModel::modelReset, this, &FolderView::restorePlace);
+    connect(&comparison, &FolderComparison::treeAboutToBeReplaced, this, [this] {
+        NamedPlace place;
+        const FolderTree &tree = m_comparison.tree();
+        if (currentNode() >= 0)
+            place.current = tree.item(currentNode()).name;
+        for (const qint32 node : selectedNodes()) {
+            if (place.selected.size() < mostKept)
+                place.selected.append(tree.item(node).name);
+        }
+        place.scrolled = m_left->verticalScrollBar()->value();
+        m_keptNames = place;
+    });
+    restoreColumns();
+}
+
+FolderView::~FolderView() = default;
+
+void FolderView::buildLayout()
+{
+    const auto column = [this](QWidget *top, TreeLineTreeWidget *pane) {
+        auto *widget = new QWidget(m_splitter);
+        auto *layout = new QVBoxLayout(widget);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->setSpacing(0);
+        layout->addWidget(top);
+        layout->addWidget(pane, 1);
+        m_splitter->addWidget(widget);
+        return widget;
+    };
+    auto *centreTop = new QWidget(this);
+    auto *swap = new QToolButton(centreTop);
+    swap->setObjectName(QStringLiteral("swapSidesButton"));
+    swap->setAutoRaise(true);
+    swap->setText(QStringLiteral("⇄"));
+    swap->setToolTip(Velmora::tr("Swap left and right sides"));
+    swap->setAccessibleName(swap->toolTip());
+    connect(swap, &QToolButton::clicked, this, &FolderView::swapWanted);
+    auto *centreRow = new QHBoxLayout(centreTop);
+    centreRow->setContentsMargins(0, 0, 0, 0);
+    centreRow->addWidget(swap, 0, Qt::AlignCenter);
+    const int topHeight = m_leftSide->sizeHint().height();
+    for (QWidget *top : {static_cast<QWidget *>(m_leftSide), centreTop, static_cast<QWidget *>(m_rightSide)})
+        top->setFixedHeight(topHeight);
+
+    column(m_leftSide, m_left);
+    column(centreTop, m_centre)->setFixedWidth(signWidth);
+    column(m_rightSide, m_right);
+    m_splitter->setChildrenCollapsible(false);
+    m_splitter->setHandleWidth(1);
+    m_splitter->setStretchFactor(0, 1);
+    m_splitter->setStretchFactor(1, 0);
+    m_splitter->setStretchFactor(2, 1);
+    m_splitter->setSizes({10000, signWidth, 10000});
+
+    auto *whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(m_splitter);
+    setFocusProxy(m_left);
+
+    // One scroll bar, at the right edge; the others follow it.
+    m_left->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_centre->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_right->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    m_centre->setFocusPolicy(Qt::NoFocus);
+}
+
+void FolderView::connectPane(TreeLineTreeWidget &pane)
+{
+    connect(&pane, &TreeLineTreeWidget::openWanted, this, &FolderView::openWanted);
+    connect(&pane, &TreeLineTreeWidget::upWanted, this, &FolderView::upWanted);
+    connect(&pane, &TreeLineTreeWidget::expandWanted, this, &FolderView::expandWanted);
+    connect(&pane, &TreeLineTreeWidget::collapseWanted, this, &FolderView::collapseWanted);
+    connect(&pane, &TreeLineTreeWidget::contextMenuWanted, this, &FolderView::contextMenuWanted);
+    connect(&pane, &TreeLineTreeWidget::otherPaneWanted, this, [this, &pane] {
+        TreeLineTreeWidget *const other = &pane == m_right ? m_left : m_right;
+        other->setFocus(Qt::TabFocusReason);
+    });
+    pane.installEventFilter(this);
+    connect(pane.verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int value) {
+        for (TreeLineTreeWidget *other : panes())
+            other->verticalScrollBar()->setValue(value);
+    });
+    connect(pane.horizontalHeader(), &QHeaderView::sectionResized, this,
+            [this](int section, int /*before*/, int width) { columnResized(section, width); });
+}
+
+bool FolderView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn && watched != m_centre)
+        m_rightIsActive = watched == m_right;
+    return QWidget::eventFilter(watched, event);
+}
+
+TreeLineTreeWidget &FolderView::activePane()
+{
+    return m_rightIsActive ? *m_right : *m_left;
+}
+
+// Columns -------------------------------------------------------------------------------------------------------------
+
+void FolderView::restoreColumns()
+{
+    const QFontMetrics metrics(font());
+    const int usual[] = {
+        metrics.horizontalAdvance(QStringLiteral("9,999,999,999")) + 14,
+        metrics.horizontalAdvance(QLocale().toString(QDateTime({2028, 12, 28}, {22, 28}), QLocale::ShortFormat)) + 24};
+    const QVariantList stored = SessionSettings().value(columnsKey()).toList();
+    m_sharingWidth = true;
+    for (std::size_t i = 0; i < std::size(sizedColumns); ++i) {
+        const int width = stored.value(qsizetype(i)).toInt();
+        const int used = width > 20 && width < 2000 ? width : usual[i];
+        m_left->setColumnWidth(int(sizedColumns[i].first), used);
+        m_right->setColumnWidth(int(sizedColumns[i].second), used);
+    }
+    m_sharingWidth = false;
+}
+
+void FolderView::columnResized(int section, int width)
+{
+    if (m_sharingWidth || width == 0)
+        return;
+    for (const auto &[left, right] : sizedColumns) {
+        if (section != int(left) && section != int(right))
+            continue;
+        m_sharingWidth = true;
+        m_left->setColumnWidth(int(left), width);
+        m_right->setColumnWidth(int(right), width);
+        m_sharingWidth = false;
+        QVariantList widths;
+        for (const auto &pair : sizedColumns)
+            widths.append(m_left->columnWidth(int(pair.first)));
+        SessionSettings().setValue(columnsKey(), widths);
+    }
+}
+
+// Places --------------------------------------------------------------------------------------------------------------
+
+QList<qint32> FolderView::selectedNodes() const
+{
+    QList<qint32> nodes;
+    // By range: a selection of everything is one.
+    for (const QItemSelectionRange &range : m_left->selectionModel()->selection()) {
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            nodes.append(m_rows->nodeAt(row));
+    }
+    std::sort(nodes.begin(), nodes.end());
+    nodes.erase(std::unique(nodes.begin(), nodes.end()), nodes.end());
+    if (!nodes.isEmpty() && nodes.first() < 0)
+        nodes.removeFirst();
+    return nodes;
+}
+
+qint32 FolderView::currentNode() const
+{
+    return m_rows->nodeAt(m_left->currentIndex().row());
+}
+
+void FolderView::goToNode(qint32 node)
+{
+    if (node < 0)
+        return;
+    m_rows->reveal(node);
+    activePane().goToRow(m_rows->rowOf(node));
+}
+
+void FolderView::select(const std::vector<int> &rows)
+{
+    QItemSelection selection;
+    for (std::size_t i = 0; i < rows.size();) {
+        std::size_t end = i + 1;
+        while (end < rows.size() && rows[end] == rows[end - 1] + 1)
+            ++end;
+        selection.select(m_rows->index(rows[i], 0), m_rows->index(rows[end - 1], folderColumnCount - 1));
+        i = end;
+    }
+    m_left->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+}
+
+void FolderView::selectNames(const QStringList &names)
+{
+    std::vector<int> rows;
+    for (const QString &name : names) {
+        const qint32 node = m_comparison.tree().find(name);
+        const int row = node < 0 ? -1 : m_rows->rowOf(node);
+        if (row >= 0 && m_rows->nodeAt(row) == node)
+            rows.push_back(row);
+    }
+    std::sort(rows.begin(), rows.end());
+    select(rows);
+}
+
+void FolderView::keepPlace()
+{
+    m_kept = {};
+    if (m_keptNames)
+        return; // the numbers of a tree that is gone mean nothing
+    m_kept.current = currentNode();
+    for (const qint32 node : selectedNodes()) {
+        if (m_kept.selected.size() < mostKept)
+            m_kept.selected.push_back(node);
+    }
+    m_kept.scrolled = m_left->verticalScrollBar()->value();
+}
+
+void FolderView::restorePlace()
+{
+    if (m_keptNames) {
+        restoreNames();
+        return;
+    }
+    std::vector<int> rows;
+    for (const qint32 node : m_kept.selected) {
+        const int row = m_rows->rowOf(node);
+        if (row >= 0 && m_rows->nodeAt(row) == node)
+            rows.push_back(row);
+    }
+    const int current = m_rows->rowOf(m_kept.current);
+    const int column = int(activePane().firstColumn());
+    if (current >= 0)
+        m_left->selectionModel()->setCurrentIndex(m_rows->index(current, column), QItemSelectionModel::NoUpdate);
+    select(rows);
+    m_left->verticalScrollBar()->setValue(m_kept.scrolled);
+    if (current >= 0)
+        activePane().scrollTo(m_rows->index(current, column));
+}
+
+void FolderView::restoreNames()
+{
+    const NamedPlace place = *std::exchange(m_keptNames, std::nullopt);
+    selectNames(place.selected);
+    const int row = m_rows->rowOf(m_comparison.tree().find(place.current));
+    if (row >= 0)
+        m_left->selectionModel()->setCurrentIndex(m_rows->index(row, int(activePane().firstColumn())),
+                                                  QItemSelectionModel::NoUpdate);
+    m_left->verticalScrollBar()->setValue(place.scrolled);
+}
+
+bool FolderView::isLeft(QPoint place) const
+{
+    return place.x() < m_centre->mapTo(this, QPoint()).x() + m_centre->width() / 2;
+}
+
+// Look ----------------------------------------------------------------------------------------------------------------
+
+void FolderView::placeNotice()
+{
+    const int top = m_left->mapTo(this, QPoint()).y() + m_left->horizontalHeader()->height();
+    m_notice->setRoom(QRect(0, top, width(), height() - top));
+}
+
+void FolderView::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    placeNotice();
+}
+
+void FolderView::refreshTheme()
+{
+    m_leftSide->refreshTheme();
+    m_rightSide->refreshTheme();
+    m_rows->refresh();
+}
+
+} // namespace velmora

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "folder/compare/folder_rows_model.h"
+
+#include <QStringList>
+#include <QWidget>
+
+#include <array>
+#include <optional>
+
+class QSplitter;
+
+namespace velmora {
+
+class FolderCompareSidePane;
+class FolderNotice;
+class TreeLineTreeWidget;
+
+/// The three columns of a folder comparison: the left pane, the signs, the right pane. They show the same rows, scroll
+/// together and have one selection.
+class FolderView final : public QWidget {
+    Q_OBJECT
+public:
+    explicit FolderView(FolderComparison &comparison, QWidget *parent = nullptr);
+    ~FolderView() override;
+
+    [[nodiscard]] FolderRowsModel &rows() { return *m_rows; }
+    [[nodiscard]] TreeLineTreeWidget &leftPane() { return *m_left; }
+    [[nodiscard]] TreeLineTreeWidget &rightPane() { return *m_right; }
+    [[nodiscard]] FolderCompareSidePane &leftSide() { return *m_leftSide; }
+    [[nodiscard]] FolderCompareSidePane &rightSide() { return *m_rightSide; }
+    [[nodiscard]] FolderNotice &notice() { return *m_notice; }
+    /// The pane that has the keyboard, or had it last.
+    [[nodiscard]] TreeLineTreeWidget &activePane();
+
+    /// The selected nodes in ascending order.
+    [[nodiscard]] QList<qint32> selectedNodes() const;
+    [[nodiscard]] qint32 currentNode() const;
+    /// Selects a node alone and shows it, opening the folders around it.
+    void goToNode(qint32 node);
+    /// Selects what has these names, as far as it is shown.
+    void selectNames(const QStringList &names);
+
+    /// True for a place, in the coordinates of this widget, on the left side.
+    [[nodiscard]] bool isLeft(QPoint place) const;
+
+    /// Takes up a changed theme.
+    void refreshTheme();
+
+Q_SIGNALS:
+    void openWanted(const QModelIndex &index);
+    void upWanted();
+    void swapWanted();
+    void expandWanted(const QModelIndex &index);
+    void collapseWanted(const QModelIndex &index);
+    void contextMenuWanted(const QModelIndex &index, QPoint global);
+    void selectionChanged();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    /// What is current and selected, to be found again after the rows were made anew.
+    struct Place {
+        qint32 current = -1;
+        std::vector<qint32> selected;
+        int scrolled = 0;
+    };
+    struct NamedPlace {
+        QString current;
+        QStringList selected;
+        int scrolled = 0;
+    };
+
+    void buildLayout();
+    void connectPane(TreeLineTreeWidget &pane);
+    void keepPlace();
+    void restorePlace();
+    void restoreNames();
+    void select(const std::vector<int> &rows);
+    void restoreColumns();
+    void columnResized(int section, int width);
+    void placeNotice();
+    [[nodiscard]] std::array<TreeLineTreeWidget *, 3> panes() const { return {m_left, m_centre, m_right}; }
+
+    FolderComparison &m_comparison;
+    FolderRowsModel *m_rows;
+    TreeLineTreeWidget *m_left;
+    TreeLineTreeWidget *m_centre;
+    TreeLineTreeWidget *m_right;
+    FolderCompareSidePane *m_leftSide;
+    FolderCompareSidePane *m_rightSide;
+    FolderNotice *m_notice;
+    QSplitter *m_splitter;
+    bool m_rightIsActive = false;
+    bool m_sharingWidth = false;
+    Place m_kept;
+    std::optional<NamedPlace> m_keptNames;
+};
+
+} // namespace velmora
