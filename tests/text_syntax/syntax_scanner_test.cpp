@@ -89,10 +89,11 @@ private Q_SLOTS:
                     if (whole < 0.004)
                         continue;
                     const double part = processorSeconds(*definition, line.first(line.size() / 16));
-                    QVERIFY2(whole < 64 * part, qPrintable(QStringLiteral("%1: %2 takes %3 s, a 16th of it %4 s")
-                                                               .arg(name, piece)
-                                                               .arg(whole)
-                                                               .arg(part)));
+                    // The clock of some systems goes in steps of a sixtieth of a second.
+                    QVERIFY2(whole < 64 * part + 0.02, qPrintable(QStringLiteral("%1: %2 takes %3 s, a 16th of it %4 s")
+                                                                      .arg(name, piece)
+                                                                      .arg(whole)
+                                                                      .arg(part)));
                 }
             }
         }
