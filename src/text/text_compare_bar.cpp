@@ -120,6 +120,8 @@ TextCompareBar::TextCompareBar(QWidget *session) : QToolBar(session), m_position
                      {Qt::ALT | Qt::Key_Z},
                      Velmora::tr("Wrap long lines at the edge of the texts")});
     wrapLines->setCheckable(true);
+    syntaxColours = add({"syntaxColoursAction", Velmora::tr("Syntax colours"), {}, {Qt::ALT | Qt::Key_X}, {}});
+    syntaxColours->setCheckable(true);
     lineDetail = add({"lineDetailAction",
                       Velmora::tr("Line details"),
                       QStringLiteral("align.png"),
@@ -240,7 +242,7 @@ void TextCompareBar::addTo(QMenu &menu)
     menu.addSeparator();
     menu.addActions({find, goToLine});
     menu.addSeparator();
-    menu.addActions({wrapLines, showBlanks, lineDetail, ignoreMinor});
+    menu.addActions({wrapLines, syntaxColours, showBlanks, lineDetail, ignoreMinor});
     QMenu *context = menu.addMenu(Velmora::tr("Equal lines around differences"));
     context->addActions(contextLines->actions());
     menu.addActions({zoomIn, zoomOut, resetZoom});

@@ -36,6 +36,7 @@ public:
     QAction *goToLine;
     QAction *lineDetail;
     QAction *wrapLines;
+    QAction *syntaxColours; ///< checkable; by key only
     QAction *showBlanks;
     QAction *swapSides;
     QAction *exportReport;

@@ -11,6 +11,7 @@
 #include "text/recovery_keeper.h"
 #include "text/result_presenter.h"
 #include "text/side_description.h"
+#include "text/syntax_choice.h"
 #include "text/text_compare_bar.h"
 #include "text/text_editing.h"
 #include "text/text_inputs.h"
@@ -392,6 +393,7 @@ void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::sha
     m_inputs->at(Side::Right).setLoaded(rightRaw, paths.right);
     m_formatText = encodingLabel;
     m_format->setText(encodingLabel);
+    chooseSyntax(m_view->scene(), *diff, m_running.options, paths);
     m_presenter->show({diff, leftRaw, rightRaw, paths});
 
     m_title = title();

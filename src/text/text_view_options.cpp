@@ -26,6 +26,7 @@ bool storedFlag(QLatin1String name, bool usual)
 constexpr QLatin1String pointsKey("fontPoints");
 constexpr QLatin1String leftShareKey("leftShare");
 constexpr QLatin1String wrapKey("wrapLines");
+constexpr QLatin1String syntaxKey("syntaxColours");
 constexpr QLatin1String blanksKey("showBlanks");
 constexpr QLatin1String detailKey("lineDetails");
 constexpr QLatin1String ignoreMinorKey("ignoreMinor");
@@ -37,6 +38,7 @@ TextViewOptions::TextViewOptions(TextCompareBar &bar, DiffView &view, LineDetail
     : QObject(parent), m_bar(bar), m_view(view), m_detail(detail)
 {
     connect(bar.wrapLines, &QAction::toggled, &view.scene(), &DiffScene::setWraps);
+    connect(bar.syntaxColours, &QAction::toggled, &view.scene(), &DiffScene::setShowsSyntax);
     connect(bar.showBlanks, &QAction::toggled, &view.scene(), &DiffScene::setShowsBlanks);
     connect(bar.lineDetail, &QAction::toggled, &detail, &QWidget::setVisible);
     connect(bar.ignoreMinor, &QAction::toggled, this,
@@ -47,7 +49,7 @@ TextViewOptions::TextViewOptions(TextCompareBar &bar, DiffView &view, LineDetail
     connect(bar.zoomOut, &QAction::triggered, &view, [this] { m_view.zoomBy(-1); });
     connect(bar.resetZoom, &QAction::triggered, &view, &DiffView::resetZoom);
     restore();
-    for (const QAction *action : {bar.wrapLines, bar.showBlanks, bar.lineDetail, bar.ignoreMinor})
+    for (const QAction *action : {bar.wrapLines, bar.syntaxColours, bar.showBlanks, bar.lineDetail, bar.ignoreMinor})
         connect(action, &QAction::toggled, this, &TextViewOptions::remember);
     connect(bar.contextLines, &QActionGroup::triggered, this, &TextViewOptions::remember);
     connect(&view, &DiffView::fontSizeChanged, this, &TextViewOptions::remember);
@@ -63,6 +65,7 @@ void TextViewOptions::restore()
 {
     m_detail.hide();
     m_bar.wrapLines->setChecked(storedFlag(wrapKey, false));
+    m_bar.syntaxColours->setChecked(storedFlag(syntaxKey, true));
     m_bar.showBlanks->setChecked(storedFlag(blanksKey, false));
     m_bar.lineDetail->setChecked(storedFlag(detailKey, false));
     m_bar.ignoreMinor->setChecked(storedFlag(ignoreMinorKey, true));
@@ -78,6 +81,7 @@ void TextViewOptions::remember() const
 {
     SessionSettings settings;
     settings.setValue(keyOf(wrapKey), m_bar.wrapLines->isChecked());
+    settings.setValue(keyOf(syntaxKey), m_bar.syntaxColours->isChecked());
     settings.setValue(keyOf(blanksKey), m_bar.showBlanks->isChecked());
     settings.setValue(keyOf(detailKey), m_bar.lineDetail->isChecked());
     settings.setValue(keyOf(ignoreMinorKey), m_bar.ignoreMinor->isChecked());

@@ -9,7 +9,8 @@ class LineDetail;
 class TextCompareBar;
 
 /// How the texts of a session are shown, remembered from one session to the next: text size, place of the splitter,
-/// word wrap, blanks, line details, the context of differences, and whether unimportant differences count.
+/// word wrap, syntax colours, blanks, line details, the context of differences, and whether unimportant differences
+/// count.
 ///
 /// A new session starts with what was chosen last in any; sessions that are open keep their own. Lives on the interface
 /// thread.

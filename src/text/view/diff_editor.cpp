@@ -178,7 +178,8 @@ void DiffEditor::redo(Side side)
 void DiffEditor::apply(Side side, const LineChange &change)
 {
     m_scene.replaceDocument(
-        patchDocument(*m_scene.document(), {m_left.snapshot(), m_right.snapshot()}, side, change, m_options));
+        patchDocument(*m_scene.document(), {m_left.snapshot(), m_right.snapshot()}, side, change, m_options), side,
+        change);
     showChange(side, change.caret);
     Q_EMIT edited(side);
     Q_EMIT stateChanged();

@@ -1,5 +1,7 @@
 #include "text/view/diff_scene.h"
 
+#include "text/view/edit_buffer.h"
+
 #include <algorithm>
 #include <optional>
 #include <utility>
@@ -13,11 +15,13 @@ constexpr qint64 columnsToSpare = 4;
 
 } // namespace
 
-DiffScene::DiffScene(QObject *parent) : QObject(parent)
+DiffScene::DiffScene(QObject *parent) : QObject(parent), m_leftColouring(Side::Left), m_rightColouring(Side::Right)
 {
     connect(&m_changes, &IntraLineChanges::arrived, this, &DiffScene::revealChange);
     connect(&m_changes, &IntraLineChanges::arrived, this, &DiffScene::repaintWanted);
     connect(&m_search, &TextSearch::changed, this, &DiffScene::repaintWanted);
+    connect(&m_leftColouring, &SyntaxColouring::arrived, this, &DiffScene::repaintWanted);
+    connect(&m_rightColouring, &SyntaxColouring::arrived, this, &DiffScene::repaintWanted);
 }
 
 void DiffScene::takeDocument(std::shared_ptr<const DiffDocument> document)
@@ -47,6 +51,8 @@ void DiffScene::layOutRows()
 
 void DiffScene::setDocument(std::shared_ptr<const DiffDocument> document)
 {
+    m_leftColouring.setDocument(document);
+    m_rightColouring.setDocument(document);
     takeDocument(std::move(document));
     m_caret = {m_caret.side, {}, {}};
     m_currentBlock = -1;
@@ -58,6 +64,20 @@ void DiffScene::setDocument(std::shared_ptr<const DiffDocument> document)
 }
 
 void DiffScene::replaceDocument(std::shared_ptr<const DiffDocument> document)
+{
+    m_leftColouring.setDocument(document);
+    m_rightColouring.setDocument(document);
+    showLaterDocument(std::move(document));
+}
+
+void DiffScene::replaceDocument(std::shared_ptr<const DiffDocument> document, Side edited, const LineChange &edit)
+{
+    colouring(edited).takeEdit(document, edit.first, edit.removed, edit.inserted);
+    colouring(otherSide(edited)).takeSameText(document);
+    showLaterDocument(std::move(document));
+}
+
+void DiffScene::showLaterDocument(std::shared_ptr<const DiffDocument> document)
 {
     const std::shared_ptr<const DiffDocument> before = m_document;
     if (!before || !document) {
@@ -176,6 +196,12 @@ void DiffScene::setFont(const QFont &font)
     setWrapColumns();
     scrollTo(m_top, m_column);
     Q_EMIT metricsChanged();
+}
+
+void DiffScene::setShowsSyntax(bool shows)
+{
+    m_showsSyntax = shows;
+    Q_EMIT repaintWanted();
 }
 
 void DiffScene::setShowsBlanks(bool shows)

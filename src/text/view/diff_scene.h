@@ -4,6 +4,7 @@
 #include "text/view/intra_line_changes.h"
 #include "text/view/line_renderer.h"
 #include "text/view/row_layout.h"
+#include "text/view/syntax_colouring.h"
 #include "text/view/text_caret.h"
 #include "text/view/text_search.h"
 
@@ -14,6 +15,8 @@
 #include <memory>
 
 namespace velmora {
+
+struct LineChange;
 
 /// What the parts of a side-by-side view share: the document, which of it is in sight, the caret, the current
 /// difference and the font. The parts read it, change it through its functions and repaint on its signals.
@@ -30,6 +33,8 @@ public:
     void setDocument(std::shared_ptr<const DiffDocument> document);
     /// Shows a later state of the document: the caret stays in its line and its place in sight.
     void replaceDocument(std::shared_ptr<const DiffDocument> document);
+    /// The same after an edit of lines of one side that is all that is new in the document's texts.
+    void replaceDocument(std::shared_ptr<const DiffDocument> document, Side edited, const LineChange &edit);
     /// Ends the selection and leaves the current difference; caret and scroll position stay.
     void forgetCurrent();
     [[nodiscard]] const DiffDocument *document() const noexcept { return m_document.get(); }
@@ -39,6 +44,11 @@ public:
     [[nodiscard]] LineRenderer &rendererOf(const DiffDocument::Cell &cell, Side side);
     [[nodiscard]] IntraLineChanges &changes() noexcept { return m_changes; }
     [[nodiscard]] TextSearch &search() noexcept { return m_search; }
+    /// What the lines of a side consist of; says how the side is coloured, too.
+    [[nodiscard]] SyntaxColouring &colouring(Side side)
+    {
+        return side == Side::Left ? m_leftColouring : m_rightColouring;
+    }
 
     /// Keeps the row of the caret in sight, or the nearest one that is still shown.
     void setFilter(RowFilter filter);
@@ -57,6 +67,10 @@ public:
 
     /// Whether blanks and tabs are drawn as faint signs.
     void setShowsBlanks(bool shows);
+
+    /// Whether the texts are coloured by the syntax of their languages; they are not at first.
+    void setShowsSyntax(bool shows);
+    [[nodiscard]] bool showsSyntax() const noexcept { return m_showsSyntax; }
 
     /// Whether long lines are wrapped at the edge of the panes.
     void setWraps(bool wraps);
@@ -113,6 +127,7 @@ Q_SIGNALS:
 private:
     void setCurrentBlock(qsizetype block);
     void revealChange();
+    void showLaterDocument(std::shared_ptr<const DiffDocument> document);
     void takeDocument(std::shared_ptr<const DiffDocument> document);
     void layOutRows();
     void keepCaretInPlace(const std::function<void()> &change);
@@ -126,6 +141,8 @@ private:
     LineRenderer m_right;
     IntraLineChanges m_changes;
     TextSearch m_search;
+    SyntaxColouring m_leftColouring;
+    SyntaxColouring m_rightColouring;
     QFont m_font;
     TextCaret m_caret;
     qsizetype m_currentBlock = -1;
@@ -135,6 +152,7 @@ private:
     int m_height = 0;
     int m_textWidth = 0;
     bool m_wraps = false;
+    bool m_showsSyntax = false;
     bool m_countsMinor = false;
 };
 

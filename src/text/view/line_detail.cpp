@@ -1,5 +1,6 @@
 #include "text/view/line_detail.h"
 
+#include "session/theme.h"
 #include "session/translate.h"
 #include "text/view/row_colours.h"
 
@@ -70,10 +71,14 @@ void LineDetail::paintEvent(QPaintEvent *)
         return;
     const bool mayDiffer = document->kind(row) == Modified || document->differsUnimportantly(row);
     m_scene.changes().beginFrame(row, row);
+    for (const Side side : {Side::Left, Side::Right})
+        m_scene.colouring(side).beginFrame();
     const RowChanges *changes = mayDiffer ? m_scene.changes().changesOf(row) : nullptr;
     paintSide(painter, row, Side::Left, changes);
     paintSide(painter, row, Side::Right, changes);
     m_scene.changes().endFrame();
+    for (const Side side : {Side::Left, Side::Right})
+        m_scene.colouring(side).endFrame();
 }
 
 void LineDetail::paintSide(QPainter &painter, qsizetype row, Side side, const RowChanges *changes)
@@ -98,6 +103,12 @@ void LineDetail::paintSide(QPainter &painter, qsizetype row, Side side, const Ro
     }
     painter.setClipRect(text);
     const QRectF lineText = text.adjusted(padding, 0, 0, 0);
+    LineInks inks;
+    inks.text = diffColour(DiffColour::Text);
+    const RoleInks ofRoles = syntaxInks(isDarkTheme());
+    inks.ofRoles = &ofRoles;
+    if (cell.own && m_scene.showsSyntax())
+        inks.tokens = m_scene.colouring(side).tokensOf(cell.line);
     if (changes) {
         for (const CharRange &range : changes->of(side)) {
             const qreal left = lineText.left() - m_scene.scrolledX() + renderer.xOf(cell.line, range.start);
@@ -107,9 +118,11 @@ void LineDetail::paintSide(QPainter &painter, qsizetype row, Side side, const Ro
                 lineText.left() - m_scene.scrolledX() + renderer.xOf(cell.line, range.start + range.length);
             painter.fillRect(QRectF(left, text.top(), right - left, text.height()).intersected(text),
                              diffColour(DiffColour::ModifiedStrong));
+            if (!inks.tokens.empty())
+                inks.over.append({range.start, range.start + range.length, inks.text});
         }
     }
-    renderer.draw(painter, cell.line, lineText, m_scene.scrolledX(), diffColour(DiffColour::Text));
+    renderer.draw(painter, cell.line, lineText, m_scene.scrolledX(), inks);
     painter.setClipping(false);
 }
 

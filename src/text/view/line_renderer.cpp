@@ -29,6 +29,18 @@ CharacterClass classOf(QChar character)
     return isWord ? CharacterClass::Word : CharacterClass::Other;
 }
 
+QList<QTextLayout::FormatRange> tintFormats(const std::vector<Tint> &tints)
+{
+    QList<QTextLayout::FormatRange> formats;
+    formats.reserve(qsizetype(tints.size()));
+    for (const Tint &tint : tints) {
+        QTextLayout::FormatRange range{int(tint.first), int(tint.end - tint.first), {}};
+        range.format.setForeground(tint.colour);
+        formats.append(range);
+    }
+    return formats;
+}
+
 } // namespace
 
 LineRenderer::LineRenderer() : m_entries(keptLines)
@@ -54,7 +66,7 @@ void LineRenderer::setFont(const QFont &font)
     m_baseline = std::floor((m_rowHeight - metrics.height()) / 2) + metrics.ascent();
     // One digit's own width may be rounded; a run of them shows what a cell really takes.
     constexpr int sample = 64;
-    const auto measured = makeLayout(QString(sample, u'0'), 0, {});
+    const auto measured = makeLayout(QString(sample, u'0'), 0, {}, {});
     m_cellWidth = std::max<qreal>(measured->lineAt(0).naturalTextWidth() / sample, 1);
 }
 
@@ -92,7 +104,8 @@ LineRenderer::Entry &LineRenderer::entry(qsizetype line)
 }
 
 std::unique_ptr<QTextLayout> LineRenderer::makeLayout(const QString &text, qint64 column,
-                                                      const QList<HiddenCharacter> &hidden) const
+                                                      const QList<HiddenCharacter> &hidden,
+                                                      const std::vector<Tint> &tints) const
 {
     auto layout = std::make_unique<QTextLayout>(text, m_font);
     layout->setCacheEnabled(true);
@@ -111,20 +124,18 @@ std::unique_ptr<QTextLayout> LineRenderer::makeLayout(const QString &text, qint6
         option.setTabArray(stops);
     }
     layout->setTextOption(option);
-    if (!hidden.isEmpty()) {
-        // The blank in the place of a hidden character is spaced out to the width of its box.
-        QList<QTextLayout::FormatRange> formats;
-        const qreal blank = QFontMetricsF(m_font).horizontalAdvance(QChar(QChar::Nbsp));
-        for (const HiddenCharacter &box : hidden) {
-            // The second half of a pair takes no room.
-            QTextLayout::FormatRange range{int(box.unit), 1, {}};
-            range.format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
-            range.format.setFontLetterSpacing(hiddenCharacterCells(box.character) * m_cellWidth - blank);
-            range.format.setForeground(Qt::transparent);
-            formats.append(range);
-        }
-        layout->setFormats(formats);
+    QList<QTextLayout::FormatRange> formats = tintFormats(tints);
+    // The blank in the place of a hidden character is spaced out to the width of its box.
+    const qreal blank = hidden.isEmpty() ? 0 : QFontMetricsF(m_font).horizontalAdvance(QChar(QChar::Nbsp));
+    for (const HiddenCharacter &box : hidden) {
+        // The second half of a pair takes no room.
+        QTextLayout::FormatRange range{int(box.unit), 1, {}};
+        range.format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
+        range.format.setFontLetterSpacing(hiddenCharacterCells(box.character) * m_cellWidth - blank);
+        range.format.setForeground(Qt::transparent);
+        formats.append(range);
     }
+    layout->setFormats(formats);
     layout->beginLayout();
     QTextLine line = layout->createLine();
     if (line.isValid())
@@ -133,7 +144,7 @@ std::unique_ptr<QTextLayout> LineRenderer::makeLayout(const QString &text, qint6
     return layout;
 }
 
-const LineRenderer::Laid &LineRenderer::laid(Entry &entry, qsizetype segment)
+LineRenderer::Laid &LineRenderer::laid(Entry &entry, qsizetype segment)
 {
     const auto known = entry.laid.find(segment);
     if (known != entry.laid.end())
@@ -144,15 +155,33 @@ const LineRenderer::Laid &LineRenderer::laid(Entry &entry, qsizetype segment)
     QString text = QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
     Laid made;
     made.hidden = takeHiddenCharacters(text);
-    made.layout = makeLayout(text, entry.segments.at(segment).column, made.hidden);
+    made.layout = makeLayout(text, entry.segments.at(segment).column, made.hidden, {});
     return entry.laid.emplace(segment, std::move(made)).first->second;
 }
 
-void LineRenderer::draw(QPainter &painter, qsizetype line, const QRectF &area, qreal scrolled, const QColor &colour,
-                        const QList<Tint> &tints)
+const LineRenderer::Laid &LineRenderer::inked(Entry &entry, qsizetype segment, const LineInks &inks)
+{
+    Laid &drawn = laid(entry, segment);
+    const LineSegments::Segment place = entry.segments.at(segment);
+    const QString text = drawn.layout->text();
+    std::vector<Tint> tints = tintsIn(inks, place.unit, place.unit + text.size());
+    for (Tint &tint : tints) {
+        tint.first -= place.unit;
+        tint.end -= place.unit;
+    }
+    // As formats of the layout, colours are worked out once; told to it when it is drawn, each would draw all of the
+    // text anew in a clip of its own.
+    if (tints != drawn.tints) {
+        drawn.layout = makeLayout(text, place.column, drawn.hidden, tints);
+        drawn.tints = std::move(tints);
+    }
+    return drawn;
+}
+
+void LineRenderer::draw(QPainter &painter, qsizetype line, const QRectF &area, qreal scrolled, const LineInks &inks)
 {
     Entry &drawn = entry(line);
-    painter.setPen(colour);
+    painter.setPen(inks.text);
     if (isWrapped(line)) {
         const QRectF exposed = painter.clipBoundingRect();
         const auto first = std::max<qsizetype>(qsizetype((exposed.top() - area.top()) / m_rowHeight), 0);
@@ -160,7 +189,7 @@ void LineRenderer::draw(QPainter &painter, qsizetype line, const QRectF &area, q
             const qreal y = area.top() + qreal(index) * m_rowHeight;
             if (y > exposed.bottom())
                 break;
-            drawSegment(painter, drawn, index, {area.left(), y}, tints);
+            drawSegment(painter, drawn, index, {area.left(), y}, inks);
         }
         return;
     }
@@ -169,30 +198,18 @@ void LineRenderer::draw(QPainter &painter, qsizetype line, const QRectF &area, q
         const qreal x = qreal(drawn.segments.at(index).column) * m_cellWidth - scrolled;
         if (x >= area.width())
             break;
-        drawSegment(painter, drawn, index, {area.left() + x, area.top()}, tints);
+        drawSegment(painter, drawn, index, {area.left() + x, area.top()}, inks);
     }
 }
 
-void LineRenderer::drawSegment(QPainter &painter, Entry &entry, qsizetype index, QPointF corner,
-                               const QList<Tint> &tints)
+void LineRenderer::drawSegment(QPainter &painter, Entry &entry, qsizetype index, QPointF corner, const LineInks &inks)
 {
-    const qsizetype start = entry.segments.at(index).unit;
-    const Laid &drawn = laid(entry, index);
+    const Laid &drawn = inked(entry, index, inks);
     const QTextLayout &text = *drawn.layout;
-    QList<QTextLayout::FormatRange> formats;
-    for (const Tint &tint : tints) {
-        const qsizetype first = std::max<qsizetype>(tint.first - start, 0);
-        const qsizetype end = std::min<qsizetype>(tint.end - start, text.text().size());
-        if (first >= end)
-            continue;
-        QTextLayout::FormatRange range{int(first), int(end - first), {}};
-        range.format.setForeground(tint.colour);
-        formats.append(range);
-    }
     // A character from another font may reach higher than the font's own and would push the line down.
     const qreal top = corner.y() + m_baseline - (text.lineCount() > 0 ? text.lineAt(0).ascent() : 0);
     const QPen pen = painter.pen();
-    text.draw(&painter, QPointF(corner.x(), top), formats);
+    text.draw(&painter, QPointF(corner.x(), top));
     painter.setPen(pen);
     if (!drawn.hidden.isEmpty())
         drawBoxes(painter, drawn, corner);

@@ -3,6 +3,7 @@
 #include "text/engine/line_diff_engine.h"
 #include "text/view/diff_document.h"
 #include "text/view/hidden_characters.h"
+#include "text/view/line_inks.h"
 #include "text/view/line_segments.h"
 
 #include <QCache>
@@ -51,17 +52,9 @@ public:
     /// The parts that the line is wrapped into, at least one.
     [[nodiscard]] qsizetype partCount(qsizetype line);
 
-    /// A part of a line in a colour of its own.
-    struct Tint {
-        qsizetype first = 0; ///< in units
-        qsizetype end = 0;
-        QColor colour;
-    };
-
     /// Draws what of `line` falls into `area`, whose left edge shows x = `scrolled`; each wrapped part stands a row
-    /// below the one before. Tints that overlap are undefined.
-    void draw(QPainter &painter, qsizetype line, const QRectF &area, qreal scrolled, const QColor &colour,
-              const QList<Tint> &tints = {});
+    /// below the one before. Drawing again in the same inks costs the least.
+    void draw(QPainter &painter, qsizetype line, const QRectF &area, qreal scrolled, const LineInks &inks);
 
     /// Draws `text` on the grid with the same baseline, as line numbers and signs are.
     void drawLabel(QPainter &painter, const QRectF &area, Qt::Alignment alignment, const QString &text) const;
@@ -97,6 +90,7 @@ private:
     struct Laid {
         std::unique_ptr<QTextLayout> layout;
         QList<HiddenCharacter> hidden;
+        std::vector<Tint> tints; ///< the colours that are part of the layout
     };
     struct Entry {
         explicit Entry(LineSegments cut) : segments(std::move(cut)) {}
@@ -105,11 +99,13 @@ private:
     };
 
     [[nodiscard]] Entry &entry(qsizetype line);
-    [[nodiscard]] const Laid &laid(Entry &entry, qsizetype segment);
+    [[nodiscard]] Laid &laid(Entry &entry, qsizetype segment);
+    [[nodiscard]] const Laid &inked(Entry &entry, qsizetype segment, const LineInks &inks);
     [[nodiscard]] const QTextLayout &layout(Entry &entry, qsizetype segment) { return *laid(entry, segment).layout; }
     [[nodiscard]] std::unique_ptr<QTextLayout> makeLayout(const QString &text, qint64 column,
-                                                          const QList<HiddenCharacter> &hidden) const;
-    void drawSegment(QPainter &painter, Entry &entry, qsizetype index, QPointF corner, const QList<Tint> &tints);
+                                                          const QList<HiddenCharacter> &hidden,
+                                                          const std::vector<Tint> &tints) const;
+    void drawSegment(QPainter &painter, Entry &entry, qsizetype index, QPointF corner, const LineInks &inks);
     void drawBoxes(QPainter &painter, const Laid &drawn, QPointF corner) const;
     [[nodiscard]] qreal xIn(Entry &entry, qsizetype segment, qsizetype unit);
 

@@ -1,12 +1,15 @@
 #include "text/view/pane_painter.h"
 
+#include "session/theme.h"
 #include "session/translate.h"
 #include "text/view/row_colours.h"
+#include "text/view/syntax_colours.h"
 
 #include <QLocale>
 #include <QPainter>
 
 #include <cmath>
+#include <limits>
 
 namespace velmora {
 
@@ -31,7 +34,7 @@ QPixmap hatchTile(const QColor &back, const QColor &line, qreal pixelRatio)
 } // namespace
 
 PanePainter::PanePainter(QPainter &painter, DiffScene &scene, const PaneLook &look)
-    : m_painter(painter), m_scene(scene), m_look(look), m_document(*scene.document())
+    : m_painter(painter), m_scene(scene), m_look(look), m_document(*scene.document()), m_inks(syntaxInks(isDarkTheme()))
 {
     for (int role = 0; role < diffColourCount; ++role)
         m_colours[std::size_t(role)] = diffColour(DiffColour(role));
@@ -61,6 +64,7 @@ void PanePainter::paint(const QRect &exposed)
     if (inSight.count == 0)
         return;
     m_scene.changes().beginFrame(layout.rowAt(inSight.first), layout.rowAt(inSight.end() - 1));
+    m_scene.colouring(m_look.side).beginFrame();
     int y = int(layout.yOf(inSight.first, m_scene.top()));
     for (qsizetype index = inSight.first; index < inSight.end(); ++index) {
         const int height = int(layout.linesAt(index)) * layout.rowHeight();
@@ -73,29 +77,41 @@ void PanePainter::paint(const QRect &exposed)
         y += height;
     }
     m_scene.changes().endFrame();
+    m_scene.colouring(m_look.side).endFrame();
 }
 
 void PanePainter::paintRow(const Row &row)
 {
     paintBackground(row);
     paintGutter(row);
-    if (row.cell.source) {
-        m_painter.save();
-        m_painter.setClipRect(row.text, Qt::IntersectClip);
-        const QRectF area = QRectF(row.text).adjusted(paneMetrics::textIndent, 0, 0, 0);
-        if (row.kind == Modified || row.minor)
-            paintChanges(row);
-        paintMatches(row);
-        const auto tints = paintSelection(row);
-        const QColor text = colour(row.cell.own ? DiffColour::Text : DiffColour::MutedText);
-        m_scene.rendererOf(row.cell, m_look.side)
-            .draw(m_painter, row.cell.line, area, m_scene.scrolledX(row.cell, m_look.side), text, tints);
-        m_painter.restore();
-    }
+    if (row.cell.source)
+        paintText(row);
     if (m_scene.layout().hidesRowsBefore(row.index))
         paintGap(row);
     if (m_scene.caret().position.row == row.row)
         paintCaretRow(row);
+}
+
+void PanePainter::paintText(const Row &row)
+{
+    m_painter.save();
+    m_painter.setClipRect(row.text, Qt::IntersectClip);
+    LineInks inks;
+    inks.text = colour(row.cell.own ? DiffColour::Text : DiffColour::MutedText);
+    inks.ofRoles = &m_inks;
+    if (row.kind == Modified || row.minor)
+        paintChanges(row, inks.over);
+    paintMatches(row, inks.over);
+    if (row.cell.own && m_scene.showsSyntax())
+        inks.tokens = m_scene.colouring(m_look.side).tokensOf(row.cell.line);
+    // Only what is coloured needs to be given back the ink of the text.
+    if (inks.tokens.empty())
+        inks.over.clear();
+    paintSelection(row, inks.over);
+    const QRectF area = QRectF(row.text).adjusted(paneMetrics::textIndent, 0, 0, 0);
+    m_scene.rendererOf(row.cell, m_look.side)
+        .draw(m_painter, row.cell.line, area, m_scene.scrolledX(row.cell, m_look.side), inks);
+    m_painter.restore();
 }
 
 void PanePainter::paintGap(const Row &row)
@@ -220,7 +236,7 @@ std::pair<qsizetype, qsizetype> PanePainter::unitsInSight(const Row &row)
             renderer.unitAt(row.cell.line, m_scene.scrolledX() + row.text.width())};
 }
 
-void PanePainter::paintChanges(const Row &row)
+void PanePainter::paintChanges(const Row &row, QList<Tint> &inks)
 {
     const RowChanges *changes = m_scene.changes().changesOf(row.row);
     if (!changes)
@@ -233,10 +249,11 @@ void PanePainter::paintChanges(const Row &row)
     for (auto range = inSight; range != ranges.end() && range->start <= last; ++range) {
         paintUnits(row, std::max<qsizetype>(range->start, first - 1),
                    std::min<qsizetype>(range->start + range->length, last + 1), colour(DiffColour::ModifiedStrong));
+        inks.append({range->start, range->start + range->length, colour(DiffColour::Text)});
     }
 }
 
-void PanePainter::paintMatches(const Row &row)
+void PanePainter::paintMatches(const Row &row, QList<Tint> &inks)
 {
     if (!row.cell.own)
         return;
@@ -247,19 +264,21 @@ void PanePainter::paintMatches(const Row &row)
     const auto inSight = std::partition_point(matches.begin(), matches.end(), [first = first](const TextMatch &match) {
         return match.unit + match.length < first;
     });
-    for (auto match = inSight; match != matches.end() && match->unit <= last; ++match)
+    for (auto match = inSight; match != matches.end() && match->unit <= last; ++match) {
         paintUnits(row, match->unit, match->unit + match->length, colour(DiffColour::SearchHit));
+        inks.append({match->unit, match->unit + match->length, colour(DiffColour::Text)});
+    }
 }
 
-QList<LineRenderer::Tint> PanePainter::paintSelection(const Row &row)
+void PanePainter::paintSelection(const Row &row, QList<Tint> &inks)
 {
     const TextCaret &caret = m_scene.caret();
     if (caret.side != m_look.side || !caret.hasSelection() || !row.cell.own)
-        return {};
+        return;
     const TextPosition start = caret.selectionStart();
     const TextPosition end = caret.selectionEnd();
     if (row.row < start.row || row.row > end.row)
-        return {};
+        return;
     LineRenderer &renderer = m_scene.renderer(m_look.side);
     const auto [firstInSight, lastInSight] = unitsInSight(row);
     const qsizetype first = row.row == start.row ? start.unit : 0;
@@ -274,7 +293,9 @@ QList<LineRenderer::Tint> PanePainter::paintSelection(const Row &row)
         area.setWidth(renderer.cellWidth() / 2);
         m_painter.fillRect(area, colour(DiffColour::Selection));
     }
-    return {{shownFirst, std::max(shownFirst, shownEnd), colour(DiffColour::SelectedText)}};
+    // The whole of it and not what is in sight, so that scrolling sideways changes no layout.
+    const qsizetype behind = row.row == end.row ? end.unit : std::numeric_limits<qsizetype>::max();
+    inks.append({first, behind, colour(DiffColour::SelectedText)});
 }
 
 void PanePainter::paintCaretRow(const Row &row)

@@ -49,9 +49,11 @@ private:
     /// What stands for equal rows that are folded.
     void paintBand(qsizetype index, int y);
     void paintGap(const Row &row);
-    void paintChanges(const Row &row);
-    void paintMatches(const Row &row);
-    [[nodiscard]] QList<LineRenderer::Tint> paintSelection(const Row &row);
+    void paintText(const Row &row);
+    /// These paint what stands behind characters and note the ink that these need.
+    void paintChanges(const Row &row, QList<Tint> &inks);
+    void paintMatches(const Row &row, QList<Tint> &inks);
+    void paintSelection(const Row &row, QList<Tint> &inks);
     void paintCaretRow(const Row &row);
     void paintCaret(const Row &row);
     /// The first and last unit of the row's line that may be in sight.
@@ -68,6 +70,7 @@ private:
     DiffScene &m_scene;
     const PaneLook m_look;
     const DiffDocument &m_document;
+    const RoleInks m_inks;
     std::array<QColor, diffColourCount> m_colours;
     QPixmap m_hatch; ///< null until a row needs it
 };

@@ -1,0 +1,47 @@
+#include "text/syntax_choice.h"
+
+#include "session/session_record.h"
+#include "settings/options/text_session_options.h"
+#include "text/syntax/syntax_library.h"
+#include "text/view/diff_scene.h"
+
+#include <QFileInfo>
+
+namespace velmora {
+
+namespace {
+
+using Definition = std::shared_ptr<const SyntaxDefinition>;
+
+bool isOpen(const QString &fileType)
+{
+    return fileType.isEmpty() || fileType == TextSessionOptions().leftFileType;
+}
+
+Definition detect(const QString &path, const LineSource &text)
+{
+    const QString firstLine = text.count() > 0 ? colouredPart(text.bytes(0)) : QString();
+    return SyntaxLibrary::bundled().detect(QFileInfo(path).fileName(), firstLine);
+}
+
+} // namespace
+
+void chooseSyntax(DiffScene &scene, const DiffDocument &document, const TextSessionOptions &options,
+                  const SessionPaths &paths)
+{
+    const QString rightType = options.sameAsLeftFileFormat ? options.leftFileType : options.rightFileType;
+    const bool leftIsOpen = isOpen(options.leftFileType);
+    const bool rightIsOpen = isOpen(rightType);
+    const SyntaxLibrary &library = SyntaxLibrary::bundled();
+    Definition left =
+        leftIsOpen ? detect(paths.left, document.source(Side::Left)) : library.named(options.leftFileType);
+    Definition right = rightIsOpen ? detect(paths.right, document.source(Side::Right)) : library.named(rightType);
+    if (!left && leftIsOpen)
+        left = right;
+    else if (!right && rightIsOpen)
+        right = left;
+    scene.colouring(Side::Left).setDefinition(std::move(left));
+    scene.colouring(Side::Right).setDefinition(std::move(right));
+}
+
+} // namespace velmora

@@ -1,0 +1,17 @@
+#pragma once
+
+namespace velmora {
+
+class DiffDocument;
+class DiffScene;
+struct SessionPaths;
+struct TextSessionOptions;
+
+/// Chooses how the texts of a comparison are coloured, and tells `scene`.
+///
+/// A side has the file type of the options. Where these leave it open, its name decides, or else its first line; a side
+/// of which neither says anything is coloured as the other one. A type that is not known leaves its side plain.
+void chooseSyntax(DiffScene &scene, const DiffDocument &document, const TextSessionOptions &options,
+                  const SessionPaths &paths);
+
+} // namespace velmora
