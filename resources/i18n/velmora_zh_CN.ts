@@ -625,7 +625,7 @@
     </message>
     <message>
         <source>&quot;%1&quot; has unsaved changes. Close it anyway?</source>
-        <translation>“%1”有未保存的更改。仍要关闭吗？</translation>
+        <translation type="vanished">“%1”有未保存的更改。仍要关闭吗？</translation>
     </message>
     <message>
         <source>Ready</source>
@@ -653,11 +653,11 @@
     </message>
     <message>
         <source>Exit</source>
-        <translation>退出</translation>
+        <translation type="vanished">退出</translation>
     </message>
     <message>
         <source>Tabs with unsaved changes: %1. Exit anyway?</source>
-        <translation>有未保存更改的标签页：%1 个。仍要退出吗？</translation>
+        <translation type="vanished">有未保存更改的标签页：%1 个。仍要退出吗？</translation>
     </message>
     <message>
         <source>Date and size (rules)</source>
@@ -1978,6 +1978,1856 @@ Write over it?</source>
     <message>
         <source>What counts as a difference, formats, alignment and replacements</source>
         <translation>设置哪些内容算作差异，以及格式、对齐和替换</translation>
+    </message>
+    <message>
+        <source>Restore unsaved changes</source>
+        <translation>恢复未保存的更改</translation>
+    </message>
+    <message>
+        <source>Unsaved changes of an earlier run cannot be restored, because what kept them is damaged. It was put aside:
+%1</source>
+        <translation>无法恢复上次运行时未保存的更改，因为保存它们的文件已损坏。该文件已移到：
+%1</translation>
+    </message>
+    <message>
+        <source>The program ended while there were unsaved changes:
+%1
+
+Restore them? The files themselves stay as they are until you save.</source>
+        <translation>程序结束时有未保存的更改：
+%1
+
+要恢复吗？在您保存之前，文件本身不会改变。</translation>
+    </message>
+    <message>
+        <source>&amp;Restore</source>
+        <translation>恢复(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>放弃(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Ask &amp;later</source>
+        <translation>以后再问(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Tabs: %1 of %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restored tabs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open this session?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Comparing folders...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 copy: %2 -&gt; %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot copy: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot copy to: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 move: %2 -&gt; %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot move: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot move to: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Move failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 delete: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot delete: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 rename: %2 -&gt; %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot rename: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rename failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 new folder: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot create: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New folder failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 mirror: %2 -&gt; %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mirror failed: %1 -&gt; %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mirror sync failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 update: %2 -&gt; %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update failed: %1 -&gt; %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update sync failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 update both: %2 &lt;-&gt; %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update both sides failed: %1 &lt;-&gt; %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 undo: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot undo: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Undo failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not kept for undoing: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is nothing to do.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Done: %1 succeeded, %2 failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Move</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mirror</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update both sides</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 -&gt; %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 entries</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A file on one side is a folder on the other; delete one of them first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hidden by a filter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folder stays, since a filter hides something in it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folder stays, since it holds something that is not listed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The side is read-only</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The files differ, and neither is newer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another selected entry has the same name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Something of this name is there already</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A folder cannot go into itself</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It is reached through a link only</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It has changed since it was compared; refresh first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It cannot be read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It is neither a file nor a folder nor a link</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The name is not allowed there</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What was there before has not been kept</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It is not on this side</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folder is gone or is another one now</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It is no longer there</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It has changed meanwhile</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file to be replaced has changed meanwhile</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Something of this name has appeared meanwhile</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It is on the other side by now, or cannot be looked for there</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A link stands where a folder was; links are not followed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folder is not empty</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing is deleted in a folder in which something went wrong</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It cannot be written: protected, or in use by another program</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The disk is full</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The copy was not the same and has been removed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The old contents could not be kept for undoing; nothing was changed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The journal of operations cannot be written; nothing was changed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no recycle bin for it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The copy is in place, and the source could not be removed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Done, but its time or permissions could not be kept</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Done, but the system could not confirm that it has reached the disk</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This cannot be done with such an entry</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancelled in the middle; what was begun has been taken back</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&lt;folder&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The side to be written is read-only.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The two folders are the same, or one lies in the other.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A folder is missing or cannot be opened.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This name is not allowed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New files: %1 (%2)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Replaced: %1 (%2)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Deleted: %1 (%2)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New folders: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Deleted folders: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Advanced filters</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Clear filters</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>File size range</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Min:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Max:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Modified date range</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>From:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>To:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> KB</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Any</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enable</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The smallest size is above the largest: no file would be shown</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The first date is after the last: no file would be shown</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 filters updated: size[%2-%3 KB] date[%4 ~ %5]</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The left side is read-only</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The right side is read-only</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose both folders first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing is selected</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The selection is not on this side</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select one entry only</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing of the selection is on the left side</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing of the selection is on the right side</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show results dialog (&amp;D)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compare contents</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Start (&amp;S)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Selection:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compare contents of the selected files and folders.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Operation:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Binary compare (&amp;N)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>CRC compare</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rules-based compare (&amp;U)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Counting...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not counted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Counting... %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 files, %2 folders, %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The comparison was cancelled; not all files were compared.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Same:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Different:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>On one side only:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Different files:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Files that could not be read:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Preparing... %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of %2 entries, %3 of %4</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>(about %1 left)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another command is running</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No file manager could be started for %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select destination folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New name:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Folder name:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancelled</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not enough memory</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is nothing to undo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The journal of the last operation cannot be read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A side that the last operation wrote to is read-only now</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Undo &quot;%1&quot; of %2?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Confirm update sync</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New and newer files are copied; nothing is removed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Update</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Confirm mirror sync</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mirror makes the destination identical to the source; extra items on the destination will be removed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Mirror</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is nothing on the source side (%1), so that everything on the destination side would be removed. Go on all the same?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete %1?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Delete for good</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Delete</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It is deleted for good.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It goes to the recycle bin.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A newer file will be replaced by an older one.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 files will be replaced.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Replace</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Show list...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Files of the same name in the destination folder: %1. Replace them?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Skip them</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancelled. %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no recycle bin for some of the entries, so that they are still there. Delete them for good?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Manual alignment</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1  (%2)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose the item on the other side to align with:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select a left-only or right-only item, then pair it with an item unique on the other side.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No unique items on the other side at this level to pair with.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reason</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Moved: %1 (%2)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left alone: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>to the recycle bin, with everything in it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>to the recycle bin</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>for good</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>from the recycle bin</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>from %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 bytes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Path: %1
+Type: %2
+Size: %3
+Modified: %4
+Read-only: %5</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Properties</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Refresh</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reload folder listing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel the current comparison</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Swap left and right sides</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show all entries</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Diff</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show entries that differ, and the folders around them</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Same</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show files that are the same</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Expand</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Expand all subfolders</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Collapse</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Collapse all subfolders</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy selected items from left to right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy selected items from right to left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Move to folder...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy to folder...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete for good...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rename...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New folder...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mirror to the right...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mirror to the left...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update the right side...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update the left side...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update both sides...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Undo the last operation</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show in file manager</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compare contents...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Align with other side</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Synchronise these folders</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Size and date filters...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Filter by name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Actions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compare actions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rules</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Session settings: rules, filters, handling</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Preset</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Built-in comparison presets</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export diff report as HTML</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Filter bar</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show the filter bar</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Log</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show the action log</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Color and symbol legend</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A folder and a file of the same name cannot be compared</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No further difference</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No earlier difference</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open in a new tab</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open as text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open as hex</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Exclude by name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ignore by name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Entries of this name are shown and count as no difference</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy left path</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy right path</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show excluded names again (%1)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select left folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select right folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wrote %1 side path: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Both paths set; loading directories</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select two folders to compare</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Waiting for other side (only %1 set)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Only folders can be compared here; this is a file: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 load dirs: %2 &lt;-&gt; %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reading directories...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 tree mode: %2 items (folders %3, nested %4)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 compare cancelled</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 files compared, no differences</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 files compared, %2 differences</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1; %2 could not be read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot read folder: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Link to a folder that contains it, not followed: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>... and %1 more</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Folder not found: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 navigate: %2 &lt;-&gt; %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no folder above both sides</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 expand: %2 (%3 items)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 expand all subfolders recursively</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drop a folder on each side, or enter the two paths above.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drop a folder on the other side, or enter its path above.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Both folders are empty.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Filters hide all %1 entries.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Session settings...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There are no differences.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No file is the same on both sides.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 entries read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of %2 compared</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 selected</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left folder path...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right folder path...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Browse left folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Browse right folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Go up to the folders around (Backspace)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This side is read-only</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Folder compare ready: drag folders from Explorer to the left/right pane.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 hidden by filters</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not enough memory to compare these folders</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All files (* *)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>C++ source (*.cpp;*.hpp;*.c;*.h;*.cc)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delphi source (*.pas;*.inc;*.dfm;*.nfm;*.xfm;*.dpr;*.dpk)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>HTML source (*.htm;*.html;*.xml;*.jpg;*.gif;*.png)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Java source (*.java;*.ji;*.jit)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>File name filter; wildcards * and ?; separate patterns with semicolons</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Advanced...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Set size and date range filters</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Filter:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>size or date limits</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 hidden</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>, </source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Action log</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy the log</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save the log...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hide the log</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save the log</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Text files (*.txt)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Velmora — folder diff report</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Velmora folder diff report</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left modified</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right modified</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left only</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right only</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Different</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Total: %1 items | Same: %2 | Different: %3 | Left only: %4 | Right only: %5</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>newer or different files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>older files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>unique files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>files not compared yet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>contains %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not compared yet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Being compared</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All that is in it is on the left only</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All that is in it is on the right only</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Different: left %1; right %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Different; the right one is newer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Different; the left one is newer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not be read, or not to its end</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ignored: counts as no difference</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Size: %1 bytes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Modified: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Modified</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Same: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Different: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left only: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right only: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not compared: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hidden: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Files that are shown, and entries that filters hide</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Treat as equal</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hide this remark</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 files differ only by exactly 1 hour in their times</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 files differ only by up to 2 seconds in their times</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sets the time tolerance of this session to %1 seconds: files of equal size whose times are that close count as equal without being read</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Files of equal size and modification time are the same without being read. Of other files of equal size the content decides.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Both files are read whole, and their CRC-32 checksums decide. Times do not count.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Files of equal size are read and compared block by block. Times do not count.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Modified date and size (D)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>CRC compare (C)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Binary compare (N)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> sec</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Treat modification times within this range as equal</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compare basis (&amp;B):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Time tolerance (&amp;T):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mask</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1  &lt;-&gt;  %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add an alignment override</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit the selected alignment override</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove the selected alignment override</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Alignment overrides (&amp;G):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Each override pairs the names of a folder that match its left mask with the names that match its right one, in alphabetical order. &quot;*&quot; is any run of characters, &quot;?&quot; any one.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left file mask:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right file mask:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Alignment override</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show action log panel (&amp;L)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show filter bar (&amp;F)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> MB</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> days</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Files that a command replaces or deletes are kept, so that the command can be undone; the oldest go first. This holds for all folder comparisons.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Kept copies</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keep at most (&amp;K):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>For at most (&amp;A):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>all</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Include files (&amp;I):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Exclude files (&amp;L):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Include folders (&amp;O):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Exclude folders (&amp;E):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Clear (&amp;C)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Clear all filter lists (no restrictions)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wildcard masks (semicolon-separated):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Exclude protected OS files (recommended) (&amp;Y)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Files that carry the system attribute are not shown</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Files whose name matches the mask are not shown (Ins)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit the selected exclusion rule (F2)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete selected rules</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add exclusion rule</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Exclusion rules (&amp;X):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>While any format is checked, only files of checked formats are shown, beside those that the include masks name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enabled file formats (&amp;F):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>File mask:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Exclusion rule</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Only for this view</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Session settings — folder compare</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Spec</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Handling</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Name filters</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Other filters</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Misc</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Apply comparison preset…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Load a built-in folder compare preset</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add to preset (&amp;P)...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Store the settings of all tabs under a name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Default settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete preset</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add to preset</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Preset name:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is a preset &quot;%1&quot;. Replace it?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete the preset &quot;%1&quot;?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Last modified: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left side is read-only (&amp;1)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right side is read-only (&amp;2)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Commands that would write to the left folder are switched off</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Commands that would write to the right folder are switched off</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What these settings are for</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left folder:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right folder:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Description, kept with defaults and presets:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not chosen yet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; contains a separator of folders: masks are compared with bare names</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; opens a list &quot;[&quot; and does not close it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not enough memory to copy the differences</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no difference to copy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copied as unified diff: %1 changed places</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ignore unimportant differences</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Treat lines with unimportant differences as equal: pass over them and do not count them</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wrap long lines</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wrap long lines at the edge of the texts</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Syntax colours</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy as unified diff</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy the differences of the selected lines, or all, as a unified diff</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Equal lines around differences</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unsaved changes cannot be kept for a restart: %1</source>
+        <translation>无法为重新启动保留未保存的更改：%1</translation>
+    </message>
+    <message>
+        <source>Saving %1...</source>
+        <translation>正在保存 %1...</translation>
+    </message>
+    <message>
+        <source>This file is no longer there:
+%1
+
+Write it anew?</source>
+        <translation>此文件已不存在：
+%1
+
+要重新写入吗？</translation>
+    </message>
+    <message>
+        <source>The left side has unsaved changes:
+%1
+
+Save them?</source>
+        <translation>左侧有未保存的更改：
+%1
+
+要保存吗？</translation>
+    </message>
+    <message>
+        <source>The right side has unsaved changes:
+%1
+
+Save them?</source>
+        <translation>右侧有未保存的更改：
+%1
+
+要保存吗？</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>保存(&amp;S)</translation>
+    </message>
+    <message>
+        <source>%1 equal lines are folded here; press Enter to show them</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>⋯ %1 equal lines</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 </TS>
