@@ -3,6 +3,7 @@
 #include "text/text_compare_widget.h"
 #include "text/text_editing.h"
 #include "text/text_inputs.h"
+#include "text/view/diff_view.h"
 
 namespace velmora {
 
@@ -44,6 +45,7 @@ void TextCompareWidget::recover(const RecoveryRecord &record, std::function<void
         m_editing->restore(text);
     m_recovered = std::move(kept);
     setEditingEnabled(true);
+    m_view->setFocus();
     startComparison(ChangedFile::KeepLoaded);
 }
 
