@@ -2,11 +2,11 @@
 #include "cli/output_target.h"
 #include "cli/text_input.h"
 #include "cli/text_json.h"
-#include "cli/text_patch.h"
 #include "cli/text_request.h"
 #include "core/output_buffer.h"
 #include "settings/options/text_replacements.h"
 #include "text/engine/line_diff_engine.h"
+#include "text/engine/text_patch.h"
 #include "text/engine/text_report.h"
 
 #include <QIODevice>
@@ -117,7 +117,7 @@ Written writePatch(QIODevice &device, const TextRequest &request)
 {
     const TextLines left = rawLines(request.left);
     const TextLines right = rawLines(request.right);
-    const std::vector<LineChange> changes = byteChanges(alignForPatch(request, left, right), left, right);
+    const std::vector<PatchChange> changes = byteChanges(alignForPatch(request, left, right), left, right);
     OutputBuffer output(device);
     writePatch(output, changes, request.left.path, left, request.right.path, right);
     return {output.finish(), !changes.empty()};

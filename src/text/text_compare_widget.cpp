@@ -7,6 +7,7 @@
 #include "settings/options/text_defaults.h"
 #include "text/find_bar.h"
 #include "text/find_controller.h"
+#include "text/patch_copy.h"
 #include "text/progress_strip.h"
 #include "text/recovery_keeper.h"
 #include "text/result_presenter.h"
@@ -42,6 +43,7 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
       m_view(new DiffView(this)),
       m_presenter(new ResultPresenter(window, *m_view, this)),
       m_editing(new TextEditing(*m_view, *m_inputs, this)),
+      m_patches(new PatchCopy(this)),
       m_findBar(new FindBar(this)),
       m_finder(new FindController(*m_findBar, *m_view, this)),
       m_status(new QLabel(Velmora::tr("Ready"), this)),
@@ -129,6 +131,8 @@ void TextCompareWidget::connectBar()
     onTrigger(m_bar->exportReport, &TextCompareWidget::onExportHtml);
     connect(m_bar->settings, &QAction::triggered, this,
             [this] { onSessionSettings(TextSessionSettingsDialog::Importance); });
+    onTrigger(m_bar->copyPatch, &TextCompareWidget::copyAsPatch);
+    connect(m_patches, &PatchCopy::message, this, &TextCompareWidget::showMessage);
     connect(m_bar->switchPane, &QAction::triggered, m_view, &DiffView::switchPane);
 }
 
@@ -478,6 +482,23 @@ void TextCompareWidget::onShowIdentical()
     m_view->scene().setFilter(RowFilter::Identical);
 }
 
+void TextCompareWidget::copyAsPatch()
+{
+    DiffScene &scene = m_view->scene();
+    if (!scene.document()) {
+        showMessage(Velmora::tr("There is no difference to copy"));
+        return;
+    }
+    const TextCaret &caret = scene.caret();
+    RowRange rows{0, scene.document()->rowCount()};
+    if (caret.hasSelection())
+        rows = {caret.selectionStart().row, caret.selectionEnd().row - caret.selectionStart().row + 1};
+    const DiffEditor &editor = m_editing->editor();
+    m_patches->copy({scene.sharedDocument(), editor.buffer(Side::Left).snapshot(),
+                     editor.buffer(Side::Right).snapshot(), m_compared.paths},
+                    rows);
+}
+
 void TextCompareWidget::onIgnoreMinor()
 {
     m_viewOptions->toggleMinor();
@@ -491,6 +512,7 @@ void TextCompareWidget::showContextMenu(Side side, QPoint at)
     QAction *copy = menu->addAction(Velmora::tr("Copy"), QKeySequence::Copy, &pane, &DiffPane::copy);
     copy->setEnabled(m_view->scene().caret().hasSelection() && m_view->activeSide() == side);
     menu->addAction(Velmora::tr("Select all"), QKeySequence::SelectAll, &pane, &DiffPane::selectAll);
+    menu->addAction(m_bar->copyPatch);
     menu->addAction(Velmora::tr("Compare the clipboard's text as this side"), this,
                     [this, side] { useClipboardText(side); });
     m_bar->addTo(*menu);

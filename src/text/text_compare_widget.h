@@ -14,6 +14,7 @@ namespace velmora {
 class DiffView;
 class FindBar;
 class FindController;
+class PatchCopy;
 class ProgressStrip;
 class RecoveryKeeper;
 class ResultPresenter;
@@ -147,6 +148,8 @@ private:
     void showMessage(const QString &message);
     void showPosition();
     void showContextMenu(Side side, QPoint at);
+    /// The differences of the selected lines, or all.
+    void copyAsPatch();
 
     TextSessionOptions m_options;
     Request m_running;                ///< the comparison that was started last
@@ -162,6 +165,7 @@ private:
     ResultPresenter *m_presenter;
     TextEditing *m_editing;
     TextViewOptions *m_viewOptions;
+    PatchCopy *m_patches;
     FindBar *m_findBar;
     FindController *m_finder;
     QLabel *m_status;

@@ -1,7 +1,7 @@
-#include "cli/text_patch.h"
 #include "cli_fixture.h"
 #include "core/text_encode.h"
 #include "support/test_main.h"
+#include "text/engine/text_patch.h"
 
 #include <QProcess>
 #include <QRandomGenerator>
@@ -96,7 +96,7 @@ private Q_SLOTS:
         QVERIFY(device.open(QIODevice::WriteOnly));
         OutputBuffer output(device);
         const TextLines left = TextLines::split("a\n");
-        cli::writePatch(output, {{0, 1, 0, 0}}, word("with space"), left, word("a\"b\\c\nü"), {});
+        writePatch(output, {{0, 1, 0, 0}}, word("with space"), left, word("a\"b\\c\nü"), {});
         QVERIFY(output.finish());
         QVERIFY(bytes.startsWith("--- with space\t\n+++ \"a\\\"b\\\\c\\012\xC3\xBC\"\n@@ "));
     }
@@ -106,8 +106,28 @@ private Q_SLOTS:
         const TextLines left = TextLines::split("\n\na\nb\n\n");
         const TextLines right = TextLines::split("\nA\nb\n\n\n\n");
         const QList<AlignedRow> rows{{Equal, 3, 2}, {Equal, 4, 3}};
-        const std::vector<cli::LineChange> changes = cli::byteChanges(rows, left, right);
-        QCOMPARE(changes, (std::vector<cli::LineChange>{{1, 3, 1, 2}, {5, 5, 4, 6}}));
+        const std::vector<PatchChange> changes = byteChanges(rows, left, right);
+        QCOMPARE(changes, (std::vector<PatchChange>{{1, 3, 1, 2}, {5, 5, 4, 6}}));
+    }
+
+    void makesAPatchOfSomeOfTheChanges()
+    {
+        const TextLines left = TextLines::split("1\n2\n3\n4\n5\n6\n7\n8\n9\n");
+        const TextLines right = TextLines::split("1\nB\nC\nnew\n4\n5\n6\n7\n8\nend\n");
+        const std::vector<PatchChange> all = {{1, 3, 1, 4}, {8, 9, 9, 10}};
+        const auto patchOf = [&](const PatchChange &lines) {
+            QByteArray bytes;
+            QBuffer device(&bytes);
+            device.open(QIODevice::WriteOnly);
+            OutputBuffer output(device);
+            writePatch(output, changesWithin(all, lines), word("a"), left, word("b"), right);
+            return output.finish() ? bytes.mid(bytes.indexOf("@@")) : QByteArray("not written");
+        };
+        // One line of the first change, what it only adds, the second one by itself, and none.
+        QCOMPARE(patchOf({2, 3, 2, 3}), QByteArray("@@ -1,6 +1,6 @@\n 1\n 2\n-3\n+C\n 4\n 5\n 6\n"));
+        QCOMPARE(patchOf({3, 3, 3, 4}), QByteArray("@@ -1,6 +1,7 @@\n 1\n 2\n 3\n+new\n 4\n 5\n 6\n"));
+        QCOMPARE(patchOf({5, 9, 6, 10}), QByteArray("@@ -6,4 +6,4 @@\n 6\n 7\n 8\n-9\n+end\n"));
+        QCOMPARE(patchOf({4, 7, 5, 8}), QByteArray());
     }
 
     void applyingItGivesTheRightFile_data()

@@ -38,6 +38,7 @@ public:
     /// Ends the selection and leaves the current difference; caret and scroll position stay.
     void forgetCurrent();
     [[nodiscard]] const DiffDocument *document() const noexcept { return m_document.get(); }
+    [[nodiscard]] const std::shared_ptr<const DiffDocument> &sharedDocument() const noexcept { return m_document; }
     [[nodiscard]] const RowLayout &layout() const noexcept { return m_layout; }
     [[nodiscard]] LineRenderer &renderer(Side side) { return side == Side::Left ? m_left : m_right; }
     /// The renderer that holds the text of a cell of `side`.

@@ -1,9 +1,9 @@
-#include "cli/text_patch.h"
+#include "text/engine/text_patch.h"
 
 #include <algorithm>
 #include <span>
 
-namespace velmora::cli {
+namespace velmora {
 
 namespace {
 
@@ -37,7 +37,7 @@ public:
         m_rightAt += hasRight;
     }
 
-    [[nodiscard]] std::vector<LineChange> finish()
+    [[nodiscard]] std::vector<PatchChange> finish()
     {
         skipTo(m_left.count(), m_right.count());
         return std::move(m_changes);
@@ -57,7 +57,7 @@ private:
     qsizetype m_leftAt = 0;
     qsizetype m_rightAt = 0;
     bool m_open = false;
-    std::vector<LineChange> m_changes;
+    std::vector<PatchChange> m_changes;
 };
 
 /// A file name as `patch` reads it back: quoted where it would be taken for something else.
@@ -102,21 +102,31 @@ void writeLines(OutputBuffer &output, char sign, const TextLines &lines, qsizety
     }
 }
 
-/// One hunk for changes that lie so close that their contexts meet.
-void writeHunk(OutputBuffer &output, std::span<const LineChange> changes, const TextLines &left, const TextLines &right)
+/// How many lines longer `changes` make the text.
+qsizetype growth(std::span<const PatchChange> changes)
 {
-    const LineChange &first = changes.front();
-    const LineChange &last = changes.back();
+    qsizetype lines = 0;
+    for (const PatchChange &change : changes)
+        lines += (change.rightEnd - change.rightBegin) - (change.leftEnd - change.leftBegin);
+    return lines;
+}
+
+/// One hunk for changes that lie so close that their contexts meet; `shift` is the growth by those before.
+void writeHunk(OutputBuffer &output, std::span<const PatchChange> changes, qsizetype shift, const TextLines &left,
+               const TextLines &right)
+{
+    const PatchChange &first = changes.front();
+    const PatchChange &last = changes.back();
     const qsizetype before = std::min(first.leftBegin, contextLines);
     const qsizetype after = std::min(left.count() - last.leftEnd, contextLines);
     output << "@@ -";
     writeRange(output, first.leftBegin - before, last.leftEnd + after);
     output << " +";
-    writeRange(output, first.rightBegin - before, last.rightEnd + after);
+    writeRange(output, first.leftBegin - before + shift, last.leftEnd + after + shift + growth(changes));
     output << " @@\n";
 
     qsizetype at = first.leftBegin - before;
-    for (const LineChange &change : changes) {
+    for (const PatchChange &change : changes) {
         writeLines(output, ' ', left, at, change.leftBegin);
         writeLines(output, '-', left, change.leftBegin, change.leftEnd);
         writeLines(output, '+', right, change.rightBegin, change.rightEnd);
@@ -127,7 +137,7 @@ void writeHunk(OutputBuffer &output, std::span<const LineChange> changes, const 
 
 } // namespace
 
-std::vector<LineChange> byteChanges(const QList<AlignedRow> &rows, const TextLines &left, const TextLines &right)
+std::vector<PatchChange> byteChanges(const QList<AlignedRow> &rows, const TextLines &left, const TextLines &right)
 {
     ChangeCollector collector(left, right);
     for (const AlignedRow &row : rows) {
@@ -139,7 +149,27 @@ std::vector<LineChange> byteChanges(const QList<AlignedRow> &rows, const TextLin
     return collector.finish();
 }
 
-void writePatch(OutputBuffer &output, const std::vector<LineChange> &changes, const QString &leftPath,
+std::vector<PatchChange> changesWithin(const std::vector<PatchChange> &changes, const PatchChange &lines)
+{
+    std::vector<PatchChange> within;
+    for (const PatchChange &change : changes) {
+        PatchChange part{std::max(change.leftBegin, lines.leftBegin), std::min(change.leftEnd, lines.leftEnd),
+                         std::max(change.rightBegin, lines.rightBegin), std::min(change.rightEnd, lines.rightEnd)};
+        const bool removes = part.leftBegin < part.leftEnd;
+        const bool adds = part.rightBegin < part.rightEnd;
+        if (!removes && !adds)
+            continue;
+        // What is only added or only removed keeps its place on the other side.
+        if (!removes)
+            part.leftBegin = part.leftEnd = std::clamp(change.leftEnd, lines.leftBegin, lines.leftEnd);
+        if (!adds)
+            part.rightBegin = part.rightEnd = std::clamp(change.rightEnd, lines.rightBegin, lines.rightEnd);
+        within.push_back(part);
+    }
+    return within;
+}
+
+void writePatch(OutputBuffer &output, const std::vector<PatchChange> &changes, const QString &leftPath,
                 const TextLines &left, const QString &rightPath, const TextLines &right)
 {
     if (changes.empty())
@@ -149,14 +179,17 @@ void writePatch(OutputBuffer &output, const std::vector<LineChange> &changes, co
     output << "--- " << std::string_view(leftName.constData(), size_t(leftName.size())) << "\n+++ "
            << std::string_view(rightName.constData(), size_t(rightName.size())) << "\n";
 
-    const std::span<const LineChange> all(changes);
+    const std::span<const PatchChange> all(changes);
+    qsizetype shift = 0;
     for (size_t begin = 0; begin < all.size();) {
         size_t end = begin + 1;
         while (end < all.size() && all[end].leftBegin - all[end - 1].leftEnd <= 2 * contextLines)
             ++end;
-        writeHunk(output, all.subspan(begin, end - begin), left, right);
+        const std::span<const PatchChange> hunk = all.subspan(begin, end - begin);
+        writeHunk(output, hunk, shift, left, right);
+        shift += growth(hunk);
         begin = end;
     }
 }
 
-} // namespace velmora::cli
+} // namespace velmora
