@@ -1,4 +1,5 @@
 #include "platform/file_access.h"
+#include "platform/handle_win.h"
 #include "platform/long_path_win.h"
 
 #include <windows.h>
@@ -9,24 +10,6 @@ namespace {
 
 /// 1601-01-01 to 1970-01-01 in units of 100 ns.
 constexpr qint64 unixEpoch = 116'444'736'000'000'000;
-
-class Handle {
-public:
-    explicit Handle(HANDLE handle) noexcept : m_handle(handle) {}
-    ~Handle()
-    {
-        if (isOpen())
-            ::CloseHandle(m_handle);
-    }
-    Handle(const Handle &) = delete;
-    Handle &operator=(const Handle &) = delete;
-
-    [[nodiscard]] HANDLE get() const noexcept { return m_handle; }
-    [[nodiscard]] bool isOpen() const noexcept { return m_handle != INVALID_HANDLE_VALUE; }
-
-private:
-    HANDLE m_handle;
-};
 
 qint64 modifiedMs(const FILETIME &time)
 {

@@ -21,6 +21,7 @@ enum class FileErrorKind : quint8 {
     NotEmpty,       ///< the folder to be removed holds something
     Denied,         ///< no permission, a read-only volume, or protected
     InUse,          ///< held by another program
+    ReadFailed,     ///< of a copy: the source could not be read to its end
     NoSpace,        ///< the volume or the quota is full
     NameNotAllowed, ///< no entry can have this name here
     OtherVolume,    ///< the two names lie on different volumes
@@ -137,7 +138,8 @@ public:
     /// Makes a file that only its owner can read until `keepAttributes`; fails when the name is taken.
     [[nodiscard]] virtual std::unique_ptr<FileSink> createFile(const QString &name, FileError &error) = 0;
 
-    [[nodiscard]] virtual FileError makeFolder(const QString &name) = 0;
+    /// With the permissions of `model` where there is one, so that nobody looks in while it is filled.
+    [[nodiscard]] virtual FileError makeFolder(const QString &name, const NodeState *model) = 0;
     [[nodiscard]] virtual FileError linkTarget(const QString &name, QString &target) = 0;
     [[nodiscard]] virtual FileError makeLink(const QString &name, const QString &target, bool leadsToFolder) = 0;
     /// Gives the same file a second name; fails when that is taken.
@@ -174,6 +176,9 @@ public:
 
     /// Opens a folder by its absolute path, links on the way followed. Null with `error` set when it fails.
     [[nodiscard]] virtual std::unique_ptr<FolderHandle> openRoot(const QString &path, FileError &error) = 0;
+
+    /// True when `FolderHandle::settle` works; else every file must be flushed by itself.
+    [[nodiscard]] virtual bool canSettle() const = 0;
 
     /// Moves what `FolderHandle::recycle` put at `binPath` to a name that is free.
     [[nodiscard]] virtual FileError restore(const QString &binPath, FolderHandle &to, const QString &name) = 0;

@@ -16,16 +16,18 @@ FLOORS = [
     r"core",
     r"settings/options",
     r"(.*/)?engine|text/syntax",
+    r"folder/operations",
     r"cli",
     r"session",
     r"settings/dialogs",
     r"text|merge|system|settings|(folder|filetypes)(/\w+)?",
     r"app",
 ]
-QT_CORE_ONLY = FLOORS[:5]
+QT_CORE_ONLY = FLOORS[:6]
 NEIGHBOURS = {
     ("merge/engine", "text/engine"),
     ("filetypes/table/engine", "text/engine"),
+    ("folder/compare", "folder/actions"),
 }
 # What else of Qt these may see: native windows, and images as values.
 ALSO_GUI = re.compile(r"platform/window_\w+\.(h|cpp)|filetypes/image/engine/.*")

@@ -37,7 +37,7 @@ struct SeenEntry {
     qint64 files = 1;     ///< of a whole tree the number of files in it
 
     [[nodiscard]] bool isPresent() const noexcept { return state == State::Listed || state == State::Exact; }
-    [[nodiscard]] static SeenEntry absent() { return {State::Absent}; }
+    [[nodiscard]] static SeenEntry absent();
     [[nodiscard]] static SeenEntry exactly(const NodeState &node);
 
     /// True when `node` is the entry that was seen. Of folders only the identity counts.
@@ -100,6 +100,7 @@ enum class LeftOutReason : quint8 {
     UnsupportedKind,      ///< a pipe, a socket or a device
     NameNotAllowed,       ///< the target's system does not allow the name
     NoPlaceOnThisSide,    ///< the entry is not there on the side asked for
+    OldContentsGone,      ///< of an undoing: what was there before has not been kept
 };
 
 struct LeftOutEntry {
@@ -144,6 +145,7 @@ struct OperationPlan {
     PlanRefusal refusal = PlanRefusal::None;
     /// Of a mirror: there is nothing at the source, so that everything at the destination would go.
     bool sourceIsEmpty = false;
+    bool rootsMustBeApart = false; ///< the first two roots may neither be the same nor lie in each other
     bool isSurveyed = false;
 
     [[nodiscard]] OperationTotals totals() const;

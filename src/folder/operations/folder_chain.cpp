@@ -1,0 +1,59 @@
+#include "folder/operations/folder_chain.h"
+
+namespace velmora {
+
+FolderChain::FolderChain(FileLayer &files, const QList<PlanRoot> &roots)
+{
+    for (const PlanRoot &root : roots) {
+        FileError error;
+        std::unique_ptr<FolderHandle> folder = files.openRoot(root.path, error);
+        if (folder && root.identity) {
+            const NodeResult self = folder->self();
+            error = self.error;
+            if (!error.isError() && self.node.identity != root.identity)
+                error.kind = FileErrorKind::Missing;
+            if (error.isError())
+                folder.reset();
+        }
+        m_roots.push_back(std::move(folder));
+        m_errors.push_back(error);
+    }
+}
+
+FolderHandle *FolderChain::root(int index) const
+{
+    return index >= 0 && std::size_t(index) < m_roots.size() ? m_roots[std::size_t(index)].get() : nullptr;
+}
+
+ReachedPlace FolderChain::reach(const Place &place) const
+{
+    ReachedPlace reached;
+    reached.folder = root(place.root);
+    if (!reached.folder || !isCleanRelative(place.relative)) {
+        reached.error.kind = reached.folder ? FileErrorKind::NameNotAllowed : FileErrorKind::Missing;
+        reached.folder = nullptr;
+        return reached;
+    }
+    const QStringView path(place.relative);
+    qsizetype begin = 0;
+    for (qsizetype slash = path.indexOf(u'/'); slash >= 0; slash = path.indexOf(u'/', begin)) {
+        std::unique_ptr<FolderHandle> next =
+            reached.folder->openFolder(path.mid(begin, slash - begin).toString(), reached.error);
+        reached.folder = next.get();
+        reached.held = std::move(next);
+        if (!reached.folder)
+            return reached;
+        begin = slash + 1;
+    }
+    reached.name = path.mid(begin).toString();
+    return reached;
+}
+
+std::unique_ptr<FolderHandle> FolderChain::open(const Place &place, FileError &error) const
+{
+    const ReachedPlace reached = reach(place);
+    error = reached.error;
+    return reached.folder ? reached.folder->openFolder(reached.name, error) : nullptr;
+}
+
+} // namespace velmora

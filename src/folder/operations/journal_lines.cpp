@@ -1,0 +1,315 @@
+#include "folder/operations/journal_lines.h"
+
+#include <QHash>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace velmora {
+
+namespace {
+
+const QLatin1String formatName("velmora operations");
+constexpr int formatVersion = 1;
+constexpr qsizetype mostRoots = 8;
+
+bool isText(QStringView text, qsizetype index)
+{
+    const QChar unit = text[index];
+    if (unit == u'%' || !unit.isSurrogate())
+        return unit != u'%';
+    if (unit.isHighSurrogate())
+        return index + 1 < text.size() && text[index + 1].isLowSurrogate();
+    return index > 0 && text[index - 1].isHighSurrogate();
+}
+
+QString escaped(const QString &text)
+{
+    QString result;
+    result.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (isText(text, i))
+            result.append(text[i]);
+        else
+            result.append(QStringLiteral("%%1").arg(uint(text[i].unicode()), 4, 16, QLatin1Char('0')));
+    }
+    return result;
+}
+
+QString unescaped(const QString &text)
+{
+    QString result;
+    result.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        bool ok = false;
+        const uint unit = text[i] == u'%' ? QStringView(text).mid(i + 1, 4).toUInt(&ok, 16) : 0;
+        result.append(ok ? QChar(char16_t(unit)) : text[i]);
+        i += ok ? 4 : 0;
+    }
+    return result;
+}
+
+QByteArray line(const QJsonObject &object)
+{
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+QJsonArray placeJson(const Place &place)
+{
+    return {place.root, escaped(place.relative)};
+}
+
+QJsonObject stateJson(const SeenEntry &seen)
+{
+    QJsonObject object{{QStringLiteral("state"), int(seen.state)}};
+    if (!seen.isPresent())
+        return object;
+    object.insert(QStringLiteral("kind"), int(seen.kind));
+    object.insert(QStringLiteral("size"), QString::number(seen.size));
+    object.insert(QStringLiteral("time"), QString::number(seen.modifiedNs));
+    if (seen.identity) {
+        object.insert(QStringLiteral("volume"), QString::number(seen.identity->volume));
+        object.insert(QStringLiteral("number"), QString::number(seen.identity->number));
+    }
+    return object;
+}
+
+/// Reads the fields of one object and remembers whether all were as they should be.
+class Fields {
+public:
+    explicit Fields(const QJsonObject &object) : m_object(object) {}
+
+    [[nodiscard]] bool isValid() const { return m_valid; }
+    [[nodiscard]] bool has(const char *key) const { return m_object.contains(QLatin1String(key)); }
+
+    qint64 number(const char *key, qint64 smallest, qint64 largest)
+    {
+        const QJsonValue value = m_object.value(QLatin1String(key));
+        const qint64 number = value.toInteger(smallest - 1);
+        m_valid = m_valid && value.isDouble() && number >= smallest && number <= largest;
+        return m_valid ? number : smallest;
+    }
+
+    QString text(const char *key)
+    {
+        const QJsonValue value = m_object.value(QLatin1String(key));
+        m_valid = m_valid && (value.isString() || value.isUndefined());
+        return unescaped(value.toString());
+    }
+
+    template <typename Number>
+    Number longNumber(const char *key)
+    {
+        bool ok = false;
+        const QString digits = m_object.value(QLatin1String(key)).toString();
+        Number number = 0;
+        if constexpr (std::is_signed_v<Number>)
+            number = digits.toLongLong(&ok);
+        else
+            number = digits.toULongLong(&ok);
+        m_valid = m_valid && ok;
+        return number;
+    }
+
+    /// A missing one is no place.
+    Place place(const char *key, qsizetype roots)
+    {
+        if (!has(key))
+            return {};
+        const QJsonArray parts = m_object.value(QLatin1String(key)).toArray();
+        const Place place{parts.size() == 2 ? parts[0].toInt(-1) : -1,
+                          parts.size() == 2 ? unescaped(parts[1].toString()) : QString()};
+        m_valid = m_valid && place.root >= 0 && place.root < roots && isCleanRelative(place.relative);
+        return place;
+    }
+
+    SeenEntry state(const char *key)
+    {
+        SeenEntry seen;
+        Fields fields(m_object.value(QLatin1String(key)).toObject());
+        seen.state = SeenEntry::State(fields.number("state", 0, int(SeenEntry::State::Exact)));
+        if (seen.isPresent()) {
+            seen.kind = NodeKind(fields.number("kind", 0, int(NodeKind::Special)));
+            seen.size = fields.longNumber<qint64>("size");
+            seen.modifiedNs = fields.longNumber<qint64>("time");
+            if (fields.has("volume"))
+                seen.identity =
+                    FileIdentity{fields.longNumber<quint64>("volume"), fields.longNumber<quint64>("number")};
+        }
+        m_valid = m_valid && fields.isValid();
+        return seen;
+    }
+
+    bool flag(const char *key)
+    {
+        const QJsonValue value = m_object.value(QLatin1String(key));
+        m_valid = m_valid && (value.isBool() || value.isUndefined());
+        return value.toBool();
+    }
+
+    QStringList texts(const char *key)
+    {
+        QStringList list;
+        const QJsonArray array = m_object.value(QLatin1String(key)).toArray();
+        for (const QJsonValue &value : array) {
+            m_valid = m_valid && value.isString();
+            list.append(unescaped(value.toString()));
+        }
+        return list;
+    }
+
+private:
+    QJsonObject m_object;
+    bool m_valid = true;
+};
+
+/// A name in the folder "kept", which the journal itself gives as a plain number.
+bool isKeptName(const QString &name)
+{
+    return name.size() <= 12 && std::all_of(name.begin(), name.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+
+class JournalReader {
+public:
+    bool take(const QJsonObject &object)
+    {
+        Fields fields(object);
+        if (fields.has("step"))
+            return begin(fields);
+        JournalStep *const step = find(fields, fields.has("moved") ? "moved" : "ended");
+        if (!step)
+            return false;
+        if (fields.has("moved")) {
+            step->isMoved = !fields.flag("stays");
+            return fields.isValid();
+        }
+        step->end = fields.flag("done") ? JournalStep::End::Done : JournalStep::End::Nothing;
+        step->binPath = fields.text("bin");
+        if (fields.has("now"))
+            step->now = fields.state("now");
+        return fields.isValid();
+    }
+
+    JournalRecord record;
+
+private:
+    bool begin(Fields &fields)
+    {
+        JournalStep step;
+        step.number = fields.number("step", 0, std::numeric_limits<int>::max());
+        step.step.kind = OperationKind(fields.number("kind", 0, int(OperationKind::Restore)));
+        step.step.from = fields.place("from", record.header.roots.size());
+        step.step.to = fields.place("to", record.header.roots.size());
+        step.step.fromSeen = fields.state("fromSeen");
+        step.step.toSeen = fields.state("toSeen");
+        step.kept = fields.text("kept");
+        step.isLost = fields.flag("lost");
+        const auto earlier = m_index.constFind(step.number); // a second try is another way to do the same
+        const bool isNew = earlier == m_index.constEnd() || record.steps[*earlier].end == JournalStep::End::Nothing;
+        if (!fields.isValid() || !isKeptName(step.kept) || !isNew)
+            return false;
+        m_index.insert(step.number, record.steps.size());
+        record.steps.push_back(step);
+        return true;
+    }
+
+    JournalStep *find(Fields &fields, const char *key)
+    {
+        const qint64 number = fields.number(key, 0, std::numeric_limits<int>::max());
+        const auto found = m_index.constFind(number);
+        return fields.isValid() && found != m_index.constEnd() ? &record.steps[*found] : nullptr;
+    }
+
+    QHash<qint64, std::size_t> m_index;
+};
+
+} // namespace
+
+QByteArray headerLine(const JournalHeader &header)
+{
+    QJsonArray roots;
+    for (const QString &root : header.roots)
+        roots.append(escaped(root));
+    QJsonObject object{{QStringLiteral("format"), formatName},
+                       {QStringLiteral("version"), formatVersion},
+                       {QStringLiteral("title"), escaped(header.title)},
+                       {QStringLiteral("started"), header.startedMs},
+                       {QStringLiteral("roots"), roots}};
+    if (!header.undoOf.isEmpty())
+        object.insert(QStringLiteral("undoOf"), escaped(header.undoOf));
+    return line(object);
+}
+
+QByteArray beginLine(const JournalStep &step)
+{
+    QJsonObject object{{QStringLiteral("step"), step.number},
+                       {QStringLiteral("kind"), int(step.step.kind)},
+                       {QStringLiteral("fromSeen"), stateJson(step.step.fromSeen)},
+                       {QStringLiteral("toSeen"), stateJson(step.step.toSeen)}};
+    if (step.step.from.isSet())
+        object.insert(QStringLiteral("from"), placeJson(step.step.from));
+    if (step.step.to.isSet())
+        object.insert(QStringLiteral("to"), placeJson(step.step.to));
+    if (!step.kept.isEmpty())
+        object.insert(QStringLiteral("kept"), step.kept);
+    if (step.isLost)
+        object.insert(QStringLiteral("lost"), true);
+    return line(object);
+}
+
+QByteArray endLine(const JournalStep &step)
+{
+    QJsonObject object{{QStringLiteral("ended"), step.number},
+                       {QStringLiteral("done"), step.end == JournalStep::End::Done}};
+    if (step.now.isPresent())
+        object.insert(QStringLiteral("now"), stateJson(step.now));
+    if (!step.binPath.isEmpty())
+        object.insert(QStringLiteral("bin"), escaped(step.binPath));
+    return line(object);
+}
+
+QByteArray movedLine(qint64 number, bool stays)
+{
+    QJsonObject object{{QStringLiteral("moved"), number}};
+    if (stays)
+        object.insert(QStringLiteral("stays"), true);
+    return line(object);
+}
+
+std::optional<JournalHeader> readHeaderLine(const QByteArray &line)
+{
+    const QJsonObject object = QJsonDocument::fromJson(line).object();
+    Fields fields(object);
+    if (object.value(QLatin1String("format")).toString() != formatName ||
+        object.value(QLatin1String("version")).toInt() != formatVersion)
+        return std::nullopt;
+    JournalHeader header;
+    header.title = fields.text("title");
+    header.startedMs = fields.number("started", 0, qint64(1) << 52U);
+    header.undoOf = fields.text("undoOf");
+    header.roots = fields.texts("roots");
+    if (!fields.isValid() || header.roots.isEmpty() || header.roots.size() > mostRoots)
+        return std::nullopt;
+    return header;
+}
+
+std::optional<JournalRecord> readJournal(const QByteArray &bytes)
+{
+    JournalReader reader;
+    qsizetype begin = 0;
+    for (qsizetype end = bytes.indexOf('\n'); end >= 0; end = bytes.indexOf('\n', begin)) {
+        const QByteArray text = bytes.mid(begin, end - begin);
+        if (begin == 0) {
+            const std::optional<JournalHeader> header = readHeaderLine(text);
+            if (!header)
+                return std::nullopt;
+            reader.record.header = *header;
+        } else if (!reader.take(QJsonDocument::fromJson(text).object())) {
+            return std::nullopt;
+        }
+        begin = end + 1;
+    }
+    return begin == 0 ? std::nullopt : std::optional(std::move(reader.record));
+}
+
+} // namespace velmora

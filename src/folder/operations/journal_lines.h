@@ -1,0 +1,67 @@
+#pragma once
+
+#include "folder/operations/operation_plan.h"
+
+#include <QByteArray>
+#include <QStringList>
+
+#include <vector>
+
+namespace velmora {
+
+/// The file of a journalled run: one JSON object on each line. The first line is the header
+///
+///     {"format":"velmora operations","version":1,"title":…,"started":ms since 1970 UTC,"undoOf":id,"roots":[path,…]}
+///
+/// Before each step that changes something comes a line with "step", its number, "kind", the places "from" and "to" as
+/// [root, relative path], the states "fromSeen" and "toSeen", and "kept", the name of the old contents in the folder
+/// "kept", or "lost" when they were too much. Afterwards "ended" with the same number, whether it is "done", the state
+/// "now" of what was made, and its place in the recycle "bin". When the source of a copy is about to be removed comes
+/// "moved" with the number, and again with "stays" when that failed.
+/// Numbers of 64 bits are strings. In texts "%" and what is no text (see `nativeName`) stand as "%" and four
+/// hexadecimal digits.
+struct JournalHeader {
+    QString title;
+    qint64 startedMs = 0;
+    QString undoOf;
+    QStringList roots;
+
+    friend bool operator==(const JournalHeader &, const JournalHeader &) = default;
+};
+
+struct JournalStep {
+    enum class End : quint8 {
+        Open, ///< the run ended in the middle of it
+        Done,
+        Nothing, ///< it failed and changed nothing
+    };
+
+    qint64 number = 0;
+    OperationStep step;
+    QString kept; ///< empty when nothing was there, or it was lost
+    bool isLost = false;
+    End end = End::Open;
+    SeenEntry now;
+    QString binPath;
+    bool isMoved = false;
+};
+
+struct JournalRecord {
+    JournalHeader header;
+    std::vector<JournalStep> steps; ///< in the order of their beginning
+};
+
+/// Lines without their end.
+[[nodiscard]] QByteArray headerLine(const JournalHeader &header);
+[[nodiscard]] QByteArray beginLine(const JournalStep &step);
+[[nodiscard]] QByteArray endLine(const JournalStep &step);
+[[nodiscard]] QByteArray movedLine(qint64 number, bool stays);
+
+/// Nothing when the line is no header.
+[[nodiscard]] std::optional<JournalHeader> readHeaderLine(const QByteArray &line);
+
+/// Reads a whole file. A last line without an end, as a crash leaves it, is ignored; anything else that is not as it
+/// should be makes the whole file unusable.
+[[nodiscard]] std::optional<JournalRecord> readJournal(const QByteArray &bytes);
+
+} // namespace velmora

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "folder/operations/journal_lines.h"
+#include "folder/operations/operation_journal.h"
+
+namespace velmora {
+
+/// Opens the folder `path`; makes it and those above it where they are missing, for the owner alone.
+[[nodiscard]] std::unique_ptr<FolderHandle> openOrMakeFolder(FileLayer &files, const QString &path, FileError &error);
+
+/// Removes a folder with everything in it.
+[[nodiscard]] FileError removeTree(FolderHandle &parent, const QString &name);
+
+/// Copies a file or link, with time and permissions, to a new name. `tick` as that of `FileSink`.
+[[nodiscard]] FileError copyEntry(FolderHandle &from, const QString &name, const NodeState &node, FolderHandle &to,
+                                  const QString &newName, const FileSink::Tick &tick);
+
+/// The names in the journal's folder.
+inline const QString journalFileName = QStringLiteral("journal.jsonl");
+inline const QString keptFolderName = QStringLiteral("kept");
+inline const QString keptBytesName = QStringLiteral("kept-bytes");
+inline const QString undoneMarkName = QStringLiteral("undone");
+
+/// The identifiers of the runs in a journal's folder, the oldest first.
+[[nodiscard]] QStringList runsIn(FolderHandle &folder, FileError &error);
+
+/// Writes down one run while it is carried out, and sets old contents aside. Used by one thread.
+class JournalRun {
+public:
+    /// Starts the next run of `journal`. Null with `error` set when it cannot be written.
+    [[nodiscard]] static std::unique_ptr<JournalRun> start(OperationJournal &journal, const OperationPlan &plan,
+                                                           FileError &error);
+
+    [[nodiscard]] const QString &id() const { return m_id; }
+
+    /// How old contents are set aside.
+    enum class Keep : quint8 {
+        Nothing,
+        Beside, ///< what is there stays there
+        Away,   ///< what is there goes: moved when the volume is the same, else copied, with the original left
+    };
+
+    /// Writes the line before step `number`. `old`: what will be replaced or deleted, if that is to be kept. Its
+    /// contents may be beyond the limits; `isLost` tells.
+    [[nodiscard]] FileError begin(qint64 number, const OperationStep &step, const NodeState *old);
+    [[nodiscard]] bool isLost() const { return m_step.isLost; }
+
+    /// Sets aside what `begin` was told of. `isMoved` tells whether the entry is gone from its place by that.
+    [[nodiscard]] FileError keep(FolderHandle &folder, const QString &name, const NodeState &old, Keep manner,
+                                 const FileSink::Tick &tick, bool &isMoved);
+
+    /// Writes the line after the step that was begun last.
+    [[nodiscard]] FileError endDone(const SeenEntry &now, const QString &binPath = {});
+    /// The same for a step that changed nothing; what was set aside is thrown away.
+    void endNothing();
+    [[nodiscard]] FileError moved(qint64 number, bool stays);
+
+    /// To be called at the end. `isComplete`: what this run undoes has been undone as a whole.
+    [[nodiscard]] FileError finish(bool isComplete);
+
+private:
+    JournalRun(OperationJournal &journal, QString id) : m_journal(journal), m_id(std::move(id)) {}
+    [[nodiscard]] FileError writeLine(const QByteArray &line);
+    [[nodiscard]] bool makeRoomFor(qint64 bytes);
+
+    OperationJournal &m_journal;
+    QString m_id;
+    QString m_undoOf;
+    std::unique_ptr<FolderHandle> m_journalFolder;
+    std::unique_ptr<FolderHandle> m_folder;
+    std::unique_ptr<FolderHandle> m_kept;
+    std::unique_ptr<FileSink> m_lines;
+    JournalStep m_step;
+    qint64 m_nextKept = 1;
+    qint64 m_keptBytes = 0;
+    qint64 m_olderBytes = 0; ///< kept by the runs before
+    bool m_isBroken = false; ///< a line could not be written: nothing may follow it
+};
+
+/// What the older runs keep, in all.
+struct OldRun {
+    QString id;
+    qint64 keptBytes = 0;
+    qint64 modifiedNs = 0;
+};
+
+/// The oldest first.
+[[nodiscard]] std::vector<OldRun> oldRuns(FolderHandle &folder, FileError &error);
+
+/// All of a small file; nothing when it is longer than `most` or cannot be read.
+[[nodiscard]] std::optional<QByteArray> readSmallFile(FolderHandle &folder, const QString &name, qint64 most);
+
+} // namespace velmora

@@ -1,0 +1,255 @@
+#include "folder/operations/operation_executor.h"
+
+#include "folder/operations/plan_survey.h"
+#include "folder/operations/step_runner.h"
+
+#include <QSet>
+
+namespace velmora {
+
+namespace {
+
+/// Where something went wrong, so that nothing is deleted there.
+class TroubledFolders {
+public:
+    /// Something went wrong at `place`.
+    void add(const Place &place)
+    {
+        if (!place.isSet())
+            return;
+        m_folders.insert(key(place.root, folderOf(place.relative)));
+        for (QString path = place.relative; !path.isEmpty(); path = folderOf(path))
+            m_above.insert(key(place.root, path));
+    }
+
+    /// True when something went wrong in the folder of `place` or one that this lies in.
+    [[nodiscard]] bool surround(const Place &place) const
+    {
+        if (m_folders.isEmpty())
+            return false;
+        for (QString path = place.relative; !path.isEmpty();) {
+            path = folderOf(path);
+            if (m_folders.contains(key(place.root, path)))
+                return true;
+        }
+        return false;
+    }
+
+    /// True when something went wrong at `place` or in it.
+    [[nodiscard]] bool lieIn(const Place &place) const { return m_above.contains(key(place.root, place.relative)); }
+
+private:
+    static QString folderOf(const QString &path) { return path.left(std::max<qsizetype>(path.lastIndexOf(u'/'), 0)); }
+    static QString key(int root, const QString &path) { return QString(QChar(char16_t(root + 1))) + path; }
+
+    QSet<QString> m_folders;
+    QSet<QString> m_above;
+};
+
+bool isDeletion(const OperationStep &step)
+{
+    return step.kind == OperationKind::Delete || step.kind == OperationKind::Recycle;
+}
+
+class Execution {
+public:
+    Execution(const OperationPlan &plan, FileLayer &files, const ExecutionOptions &options, const CancelFlag &cancel,
+              Progress &progress)
+        : m_files(files), m_options(options), m_cancel(cancel), m_progress(progress)
+    {
+        m_report.plan = surveyPlan(plan, files, cancel, progress);
+        m_report.ends.fill(StepEnd::NotReached, m_report.plan.steps.size());
+        m_report.cancelled = m_report.plan.refusal == PlanRefusal::Cancelled;
+    }
+
+    ExecutionReport run()
+    {
+        const OperationPlan &plan = m_report.plan;
+        if (plan.refusal == PlanRefusal::None && !plan.steps.isEmpty() && startJournal())
+            runSteps();
+        return std::move(m_report);
+    }
+
+private:
+    bool startJournal()
+    {
+        if (!m_options.journal)
+            return true;
+        FileError error;
+        m_journal = JournalRun::start(*m_options.journal, m_report.plan, error);
+        if (m_journal)
+            m_report.journalId = m_journal->id();
+        else
+            m_report.problems.append({-1, OperationErrorCode::NotJournalled, {}, error.reason});
+        return m_journal != nullptr;
+    }
+
+    void runSteps()
+    {
+        const OperationPlan &plan = m_report.plan;
+        const FolderChain chain(m_files, plan.roots);
+        StepRunner runner(plan, m_files, chain, m_journal.get(), m_options.verifyContent, [this](qint64 bytes) {
+            report(bytes);
+            return !m_cancel.isCancelled();
+        });
+        for (const OperationStep &step : plan.steps)
+            m_total += weight(step);
+        for (qsizetype i = 0; i < plan.steps.size() && !m_report.cancelled; ++i) {
+            if (m_cancel.isCancelled()) {
+                m_report.cancelled = true;
+                break;
+            }
+            m_current = i;
+            report(0);
+            runStep(chain, runner, i);
+            m_done += weight(plan.steps[i]);
+        }
+        removeMovedSources(chain, runner);
+        finishFolders(runner);
+        if (!m_report.cancelled) // whoever stops does not want to wait, and all sources of copies are still there
+            settle(chain);
+        if (m_journal) {
+            const FileError error = m_journal->finish(m_report.isComplete());
+            if (error.isError())
+                m_report.problems.append({-1, OperationErrorCode::NotJournalled, {}, error.reason});
+        }
+    }
+
+    void runStep(const FolderChain &chain, StepRunner &runner, qsizetype index)
+    {
+        const OperationStep &step = m_report.plan.steps[index];
+        if (isDeletion(step)) {
+            // What was copied is on the disk before anything goes.
+            removeMovedSources(chain, runner);
+            settle(chain);
+            if (hasTrouble(step)) {
+                StepResult blocked;
+                blocked.end = StepEnd::Skipped;
+                blocked.problems.append({-1, OperationErrorCode::TroubleInBranch, m_report.plan.pathOf(step.from), {}});
+                take(index, blocked);
+                return;
+            }
+        }
+        const StepResult result = runner.run(index);
+        take(index, result);
+        if (result.end != StepEnd::Done)
+            return;
+        if (result.sourceMustGo)
+            m_moved.append(index);
+        if (step.kind == OperationKind::MakeFolder && step.from.isSet())
+            m_madeFolders.append(index);
+        if (step.to.isSet() && !m_unsettled.contains(step.to.root))
+            m_unsettled.append(step.to.root);
+    }
+
+    [[nodiscard]] bool hasTrouble(const OperationStep &step) const
+    {
+        if (step.counterpart.isSet() && (m_trouble.surround(step.from) || m_trouble.surround(step.counterpart)))
+            return true;
+        return step.fromSeen.kind == NodeKind::Folder && m_trouble.lieIn(step.from);
+    }
+
+    void take(qsizetype index, const StepResult &result)
+    {
+        const OperationStep &step = m_report.plan.steps[index];
+        for (OperationProblem problem : result.problems) {
+            problem.step = index;
+            if (problem.code == OperationErrorCode::Cancelled)
+                m_report.cancelled = true;
+            m_report.problems.append(problem);
+        }
+        m_report.ends[index] = result.end;
+        m_report.notUndoable += result.isLost ? 1 : 0;
+        if (result.end == StepEnd::Done) {
+            if (!result.sourceMustGo)
+                m_report.done.add(step);
+        } else {
+            m_trouble.add(step.from);
+            m_trouble.add(step.to);
+        }
+    }
+
+    /// Ends the moves between volumes: all copies reach the disk at once, and only then do the sources go.
+    void removeMovedSources(const FolderChain &chain, StepRunner &runner)
+    {
+        if (m_moved.isEmpty())
+            return;
+        const bool isSettled = !m_cancel.isCancelled() && settle(chain);
+        for (const qsizetype index : std::as_const(m_moved)) {
+            StepResult result;
+            if (isSettled) {
+                result = runner.removeSource(index);
+            } else {
+                result.end = StepEnd::Failed;
+                result.problems.append(
+                    {-1, OperationErrorCode::SourceStays, m_report.plan.pathOf(m_report.plan.steps[index].from), {}});
+            }
+            take(index, result);
+        }
+        m_moved.clear();
+    }
+
+    /// From the last, which lies deepest: what is made in a folder changes its time.
+    void finishFolders(StepRunner &runner)
+    {
+        for (auto index = m_madeFolders.rbegin(); index != m_madeFolders.rend(); ++index) {
+            const StepResult result = runner.finishFolder(*index);
+            for (OperationProblem problem : result.problems) {
+                problem.step = *index;
+                m_report.problems.append(problem);
+            }
+        }
+    }
+
+    bool settle(const FolderChain &chain)
+    {
+        bool isSettled = true;
+        for (const int root : std::as_const(m_unsettled)) {
+            const FileError error = m_files.canSettle() ? chain.root(root)->settle() : FileError();
+            if (error.isError()) {
+                isSettled = false;
+                m_report.problems.append(
+                    {-1, OperationErrorCode::NotOnDiskForSure, m_report.plan.roots[root].path, error.reason});
+            }
+        }
+        m_unsettled.clear();
+        return isSettled;
+    }
+
+    static qint64 weight(const OperationStep &step)
+    {
+        const bool copies = step.kind == OperationKind::Copy || step.kind == OperationKind::Replace;
+        return bytesForEachStep + (copies ? step.fromSeen.size : 0);
+    }
+
+    void report(qint64 bytes)
+    {
+        const OperationStep &step = m_report.plan.steps[m_current];
+        m_progress.report(int(OperationPhase::Working), std::min(m_done + bytes, m_total), m_total,
+                          m_report.plan.pathOf(step.to.isSet() ? step.to : step.from));
+    }
+
+    FileLayer &m_files;
+    const ExecutionOptions &m_options;
+    const CancelFlag &m_cancel;
+    Progress &m_progress;
+    ExecutionReport m_report;
+    std::unique_ptr<JournalRun> m_journal;
+    TroubledFolders m_trouble;
+    QList<qsizetype> m_moved;       ///< copied to another volume, the sources still there
+    QList<qsizetype> m_madeFolders; ///< whose time and permissions are still to be set
+    QList<int> m_unsettled;         ///< roots with files that may not be on the disk yet
+    qsizetype m_current = 0;
+    qint64 m_done = 0;
+    qint64 m_total = 0;
+};
+
+} // namespace
+
+ExecutionReport executePlan(const OperationPlan &plan, FileLayer &files, const ExecutionOptions &options,
+                            const CancelFlag &cancel, Progress &progress)
+{
+    return Execution(plan, files, options, cancel, progress).run();
+}
+
+} // namespace velmora

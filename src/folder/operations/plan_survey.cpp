@@ -1,0 +1,455 @@
+#include "folder/operations/plan_survey.h"
+
+#include "folder/operations/folder_chain.h"
+#include "folder/operations/tree_summary.h"
+
+#include <QSet>
+#include <QStringBuilder>
+
+namespace velmora {
+
+namespace {
+
+/// Roots are few, so that a number and a path make a key.
+QString keyOf(int root, QStringView relative)
+{
+    return QString(QChar(char16_t(root + 1)) % relative);
+}
+
+QString keyOf(const Place &place)
+{
+    return keyOf(place.root, place.relative);
+}
+
+class PlaceSet {
+public:
+    void add(const Place &place) { m_keys.insert(keyOf(place)); }
+    void remove(const Place &place) { m_keys.remove(keyOf(place)); }
+    [[nodiscard]] bool contains(const Place &place) const { return m_keys.contains(keyOf(place)); }
+    [[nodiscard]] bool containsFolderOf(const Place &place) const
+    {
+        for (qsizetype slash = place.relative.lastIndexOf(u'/'); slash > 0;
+             slash = place.relative.lastIndexOf(u'/', slash - 1)) {
+            if (m_keys.contains(keyOf(place.root, QStringView(place.relative).left(slash))))
+                return true;
+        }
+        return false;
+    }
+
+private:
+    QSet<QString> m_keys;
+};
+
+bool vacates(const OperationStep &step)
+{
+    return step.kind == OperationKind::Move || step.kind == OperationKind::Recycle ||
+           step.kind == OperationKind::Delete;
+}
+
+bool isDeletion(const OperationStep &step)
+{
+    return step.kind == OperationKind::Recycle || step.kind == OperationKind::Delete;
+}
+
+class Survey {
+public:
+    Survey(const OperationPlan &plan, FileLayer &files, const CancelFlag &cancel, Progress &progress)
+        : m_plan(plan), m_chain(files, plan.roots), m_cancel(cancel), m_progress(progress)
+    {}
+
+    OperationPlan run()
+    {
+        OperationPlan surveyed = m_plan;
+        surveyed.isSurveyed = true;
+        surveyed.steps.clear();
+        surveyed.refusal = checkRoots(surveyed);
+        if (surveyed.refusal != PlanRefusal::None)
+            return surveyed;
+        m_leftOut = m_plan.leftOut;
+        for (qsizetype i = 0; i < m_plan.steps.size(); ++i) {
+            if (m_cancel.isCancelled()) {
+                surveyed.refusal = PlanRefusal::Cancelled;
+                return surveyed;
+            }
+            m_progress.report(0, i, m_plan.steps.size());
+            survey(m_plan.steps[i]);
+        }
+        keepFoldersWithMore();
+        nameLinks();
+        if (m_cancel.isCancelled()) {
+            surveyed.refusal = PlanRefusal::Cancelled;
+            return surveyed;
+        }
+        surveyed.steps = m_steps;
+        surveyed.leftOut = m_leftOut;
+        return surveyed;
+    }
+
+private:
+    PlanRefusal checkRoots(OperationPlan &surveyed)
+    {
+        QSet<int> used;
+        for (const OperationStep &step : m_plan.steps)
+            used.unite({step.from.root, step.to.root, step.counterpart.root});
+        for (int i = 0; i < surveyed.roots.size(); ++i) {
+            FolderHandle *const root = m_chain.root(i);
+            if (root)
+                surveyed.roots[i].identity = root->self().node.identity;
+            else if (used.contains(i))
+                return PlanRefusal::RootMissing;
+        }
+        if (m_plan.rootsMustBeApart && m_chain.root(0) && m_chain.root(1) &&
+            (m_chain.root(0)->liesIn(*m_chain.root(1)) || m_chain.root(1)->liesIn(*m_chain.root(0))))
+            return PlanRefusal::OverlappingRoots;
+        return PlanRefusal::None;
+    }
+
+    void leaveOut(LeftOutReason reason, const Place &place, const FileError &error = {})
+    {
+        m_leftOut.append({reason, m_plan.pathOf(place), error.reason});
+    }
+
+    void survey(OperationStep step)
+    {
+        if (isDropped(step))
+            return;
+        if (step.kind != OperationKind::Restore && step.from.isSet() && !lookAtSource(step))
+            return;
+        if (step.counterpart.isSet() && !isStillMissing(step.counterpart))
+            return;
+        if (step.to.isSet() && !lookAtTarget(step))
+            return;
+        if (step.wholeTree && step.fromSeen.kind == NodeKind::Folder && isDeletion(step)) {
+            takeWholeTree(step);
+            return;
+        }
+        accept(step);
+    }
+
+    void accept(const OperationStep &step)
+    {
+        if (vacates(step))
+            m_vacated.add(step.from);
+        if (step.to.isSet()) {
+            m_vacated.remove(step.to);
+            m_filled.add(step.to);
+        }
+        m_steps.append(step);
+    }
+
+    /// True for what lies in a folder whose step has been left out or has become one for a link.
+    bool isDropped(const OperationStep &step) const
+    {
+        return (step.to.isSet() && m_dropped.containsFolderOf(step.to)) ||
+               (step.from.isSet() && m_droppedSources.containsFolderOf(step.from));
+    }
+
+    struct Look {
+        bool isThere = false;
+        NodeState node;
+        FileError error; ///< other than that nothing is there
+    };
+
+    Look look(const Place &place)
+    {
+        const qsizetype slash = place.relative.lastIndexOf(u'/');
+        const QString folder = keyOf(place.root, QStringView(place.relative).left(std::max<qsizetype>(slash, 0)));
+        if (!m_reached.folder || folder != m_reachedKey) {
+            m_reached = m_chain.reach(place);
+            m_reachedKey = folder;
+        }
+        if (!m_reached.folder)
+            return m_reached.error.kind == FileErrorKind::Missing ? Look() : Look{false, {}, m_reached.error};
+        const NodeResult found = m_reached.folder->stat(place.relative.mid(slash + 1));
+        if (!found.error.isError())
+            return {true, found.node, {}};
+        return found.error.kind == FileErrorKind::Missing ? Look() : Look{false, {}, found.error};
+    }
+
+    /// A link on the way is named once, however much is behind it.
+    void leaveOutUnreadable(const Place &place, const FileError &error)
+    {
+        if (error.kind != FileErrorKind::LinkOnTheWay) {
+            leaveOut(LeftOutReason::NotReadable, place, error);
+            return;
+        }
+        const Place link = linkOnTheWay(place);
+        if (!m_links.contains(link))
+            m_links.append(link);
+    }
+
+    /// A link that has a step of its own is taken care of.
+    void nameLinks()
+    {
+        PlaceSet handled;
+        for (const OperationStep &step : m_steps)
+            handled.add(step.from);
+        for (const Place &link : m_links) {
+            if (!handled.contains(link))
+                leaveOut(LeftOutReason::BelowLink, link);
+        }
+    }
+
+    Place linkOnTheWay(const Place &place)
+    {
+        for (qsizetype slash = place.relative.indexOf(u'/'); slash > 0;
+             slash = place.relative.indexOf(u'/', slash + 1)) {
+            const Place folder{place.root, place.relative.left(slash)};
+            const ReachedPlace reached = m_chain.reach(folder);
+            if (reached.folder && reached.folder->stat(reached.name).node.kind == NodeKind::Link)
+                return folder;
+        }
+        return place;
+    }
+
+    bool lookAtSource(OperationStep &step)
+    {
+        const Look found = look(step.from);
+        if (found.error.isError()) {
+            leaveOutUnreadable(step.from, found.error);
+            return false;
+        }
+        if (!found.isThere || !step.fromSeen.isStill(found.node)) {
+            leaveOut(LeftOutReason::ChangedSinceCompared, step.from);
+            dropBranch(step);
+            return false;
+        }
+        if (found.node.kind == NodeKind::Special) {
+            leaveOut(LeftOutReason::UnsupportedKind, step.from);
+            return false;
+        }
+        if (found.node.kind == NodeKind::Link && step.kind == OperationKind::MakeFolder) {
+            step.kind = step.toSeen.isPresent() ? OperationKind::Replace : OperationKind::Copy;
+            m_droppedSources.add(step.from);
+        }
+        const bool isFolder = found.node.kind == NodeKind::Folder;
+        if (isFolder && step.kind == OperationKind::MakeFolder && goesIntoItself(step)) {
+            leaveOut(LeftOutReason::IntoItself, step.from);
+            dropBranch(step);
+            return false;
+        }
+        step.fromSeen = SeenEntry::exactly(found.node);
+        if (isFolder)
+            step.fromSeen.files = 0;
+        return true;
+    }
+
+    bool goesIntoItself(const OperationStep &step) const
+    {
+        FileError error;
+        const std::unique_ptr<FolderHandle> source = m_chain.open(step.from, error);
+        return source && m_chain.root(step.to.root)->liesIn(*source);
+    }
+
+    void dropBranch(const OperationStep &step)
+    {
+        if (step.kind == OperationKind::MakeFolder)
+            m_dropped.add(step.to);
+    }
+
+    bool isStillMissing(const Place &counterpart)
+    {
+        const Look found = look(counterpart);
+        if (found.error.isError() && found.error.kind != FileErrorKind::NotAFolder) {
+            leaveOutUnreadable(counterpart, found.error);
+            return false;
+        }
+        if (found.isThere)
+            leaveOut(LeftOutReason::ChangedSinceCompared, counterpart);
+        return !found.isThere;
+    }
+
+    bool lookAtTarget(OperationStep &step)
+    {
+        if (!m_plan.roots[step.to.root].writable || !isCleanRelative(step.to.relative) ||
+            !isPlainName(QStringView(step.to.relative).mid(step.to.relative.lastIndexOf(u'/') + 1))) {
+            leaveOut(LeftOutReason::NameNotAllowed, step.to);
+            dropBranch(step);
+            return false;
+        }
+        if (m_filled.contains(step.to)) {
+            if (step.kind != OperationKind::MakeFolder)
+                leaveOut(LeftOutReason::NameTaken, step.from.isSet() ? step.from : step.to);
+            return false;
+        }
+        const bool willBeFree = m_vacated.contains(step.to) || m_filled.containsFolderOf(step.to);
+        const Look found = willBeFree ? Look() : look(step.to);
+        if (found.error.isError()) {
+            leaveOutUnreadable(step.to, found.error);
+            dropBranch(step);
+            return false;
+        }
+        return step.kind == OperationKind::MakeFolder ? settleFolder(step, found) : settleFile(step, found);
+    }
+
+    bool settleFolder(OperationStep &step, const Look &found)
+    {
+        step.toSeen = SeenEntry::absent();
+        if (!found.isThere)
+            return true;
+        if (found.node.kind != NodeKind::Folder) {
+            leaveOut(LeftOutReason::TargetExists, step.to);
+            dropBranch(step);
+        } else if (!step.from.isSet()) {
+            leaveOut(LeftOutReason::TargetExists, step.to); // asked for by itself
+        }
+        return false;
+    }
+
+    bool settleFile(OperationStep &step, const Look &found)
+    {
+        const bool expectsNothing = step.toSeen.state == SeenEntry::State::Absent;
+        const bool isAnything = step.toSeen.state == SeenEntry::State::Unknown;
+        if (!found.isThere) {
+            if (!expectsNothing && !isAnything) {
+                leaveOut(LeftOutReason::ChangedSinceCompared, step.to);
+                return false;
+            }
+            step.toSeen = SeenEntry::absent();
+            return true;
+        }
+        if (isSameEntry(step, found.node)) { // another spelling of the same name
+            step.toSeen = SeenEntry::absent();
+            return true;
+        }
+        if (found.node.identity && found.node.identity == step.fromSeen.identity) {
+            leaveOut(LeftOutReason::IntoItself, step.to);
+            return false;
+        }
+        const bool isReplaceable = (found.node.kind == NodeKind::File || found.node.kind == NodeKind::Link) &&
+                                   step.fromSeen.kind != NodeKind::Folder;
+        if (expectsNothing || !isReplaceable || (isAnything && !step.mayReplace)) {
+            leaveOut(LeftOutReason::TargetExists, step.to);
+            return false;
+        }
+        if (!step.toSeen.isStill(found.node)) {
+            leaveOut(LeftOutReason::ChangedSinceCompared, step.to);
+            return false;
+        }
+        step.toSeen = SeenEntry::exactly(found.node);
+        if (step.kind == OperationKind::Copy)
+            step.kind = OperationKind::Replace;
+        return true;
+    }
+
+    static bool isSameEntry(const OperationStep &step, const NodeState &target)
+    {
+        return step.kind == OperationKind::Move && step.from.root == step.to.root && target.identity &&
+               step.fromSeen.identity == target.identity &&
+               step.from.relative.compare(step.to.relative, Qt::CaseInsensitive) == 0;
+    }
+
+    void takeWholeTree(OperationStep step)
+    {
+        FileError error;
+        const std::unique_ptr<FolderHandle> folder = m_chain.open(step.from, error);
+        TreeSummary summary;
+        QList<OperationStep> single;
+        if (folder) {
+            error = visitTree(*folder, [&](const QString &relative, const NodeState &node) {
+                summary.add(relative, node);
+                OperationStep inner;
+                inner.kind = OperationKind::Delete;
+                inner.from = {step.from.root, QString(step.from.relative % u'/' % relative)};
+                inner.fromSeen = SeenEntry::exactly(node);
+                inner.fromSeen.files = node.kind == NodeKind::Folder ? 0 : 1;
+                single.append(inner);
+                return !m_cancel.isCancelled();
+            });
+        }
+        if (error.isError()) {
+            leaveOut(LeftOutReason::NotReadable, step.from, error);
+            return;
+        }
+        if (step.kind == OperationKind::Recycle) {
+            makeWhole(step, summary);
+        } else {
+            for (const OperationStep &inner : single)
+                accept(inner);
+            step.wholeTree = false;
+        }
+        accept(step);
+    }
+
+    static void makeWhole(OperationStep &step, const TreeSummary &summary)
+    {
+        step.wholeTree = true;
+        step.fromSeen.contents = summary.fingerprint;
+        step.fromSeen.files = summary.files;
+        step.fromSeen.size = summary.bytes;
+    }
+
+    /// The folders that are deleted are looked into: what holds more than the plan names stays, and what goes to the
+    /// bin in full goes as one. From the end, so that the outermost folder comes first.
+    void keepFoldersWithMore()
+    {
+        QList<OperationStep> kept;
+        for (qsizetype i = m_steps.size() - 1; i >= 0; --i) {
+            OperationStep step = m_steps[i];
+            if (m_cancel.isCancelled() || !isDeletion(step) || step.fromSeen.kind != NodeKind::Folder ||
+                step.wholeTree) {
+                kept.append(step);
+                continue;
+            }
+            TreeSummary summary;
+            if (!goesInFull(step, summary)) {
+                m_vacated.remove(step.from);
+                continue;
+            }
+            if (step.kind == OperationKind::Recycle) {
+                makeWhole(step, summary);
+                while (i > 0 && m_steps[i - 1].kind == OperationKind::Recycle &&
+                       m_steps[i - 1].from.root == step.from.root &&
+                       m_steps[i - 1].from.relative.startsWith(step.from.relative + u'/'))
+                    --i;
+            }
+            kept.append(step);
+        }
+        std::reverse(kept.begin(), kept.end());
+        m_steps = kept;
+    }
+
+    bool goesInFull(const OperationStep &step, TreeSummary &summary)
+    {
+        FileError error;
+        const std::unique_ptr<FolderHandle> folder = m_chain.open(step.from, error);
+        bool isAll = true;
+        if (folder) {
+            error = visitTree(*folder, [&](const QString &relative, const NodeState &node) {
+                summary.add(relative, node);
+                isAll = m_vacated.contains({step.from.root, QString(step.from.relative % u'/' % relative)});
+                return isAll;
+            });
+        }
+        if (error.isError())
+            leaveOut(LeftOutReason::NotReadable, step.from, error);
+        else if (!isAll)
+            leaveOut(LeftOutReason::HoldsUnlistedEntries, step.from);
+        return isAll && !error.isError();
+    }
+
+    const OperationPlan &m_plan;
+    FolderChain m_chain;
+    const CancelFlag &m_cancel;
+    Progress &m_progress;
+    QList<OperationStep> m_steps;
+    QList<LeftOutEntry> m_leftOut;
+    PlaceSet m_vacated;
+    PlaceSet m_filled;
+    PlaceSet m_dropped;        ///< target folders that will not be made
+    PlaceSet m_droppedSources; ///< links that stand for folders
+    QList<Place> m_links;      ///< that hid something from the plan
+    ReachedPlace m_reached;    ///< the folder of the last place
+    QString m_reachedKey;
+};
+
+} // namespace
+
+OperationPlan surveyPlan(const OperationPlan &plan, FileLayer &files, const CancelFlag &cancel, Progress &progress)
+{
+    if (plan.refusal != PlanRefusal::None || plan.isSurveyed)
+        return plan;
+    return Survey(plan, files, cancel, progress).run();
+}
+
+} // namespace velmora

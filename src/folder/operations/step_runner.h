@@ -1,0 +1,70 @@
+#pragma once
+
+#include "folder/operations/folder_chain.h"
+#include "folder/operations/journal_run.h"
+#include "folder/operations/operation_executor.h"
+
+namespace velmora {
+
+/// How one step went.
+struct StepResult {
+    StepEnd end = StepEnd::Done;
+    QList<OperationProblem> problems; ///< without the number of the step
+    bool sourceMustGo = false;        ///< of a move between volumes: the copy is there, `removeSource` is still to come
+    bool isLost = false;              ///< the old contents were beyond the journal's limits
+};
+
+/// Carries out single steps of a surveyed plan. Used by one thread; everything given to it must outlive it.
+class StepRunner {
+public:
+    /// `tick` is told of bytes that have been copied in the current step and answers whether to go on.
+    StepRunner(const OperationPlan &plan, FileLayer &files, const FolderChain &chain, JournalRun *journal,
+               bool verifiesContent, FileSink::Tick tick);
+
+    [[nodiscard]] StepResult run(qsizetype index);
+
+    /// The second half of a move between volumes, to be called when the first is on the disk.
+    [[nodiscard]] StepResult removeSource(qsizetype index);
+
+    /// Gives a folder that was made the time and permissions of its model.
+    [[nodiscard]] StepResult finishFolder(qsizetype index);
+
+private:
+    struct Work; // a step with the folders that it touches held open
+
+    [[nodiscard]] StepResult failed(OperationErrorCode code, const Place &place, const FileError &error = {}) const;
+    [[nodiscard]] StepResult failedAtSource(const Place &place, const FileError &error) const;
+    [[nodiscard]] StepResult failedAtTarget(const Place &place, const FileError &error) const;
+    void warn(StepResult &result, OperationErrorCode code, const Place &place, const FileError &error) const;
+
+    [[nodiscard]] StepResult reach(Work &work) const;
+    [[nodiscard]] StepResult checkSource(Work &work) const;
+    [[nodiscard]] StepResult checkTarget(Work &work) const;
+    [[nodiscard]] StepResult checkCounterpart(const OperationStep &step) const;
+    [[nodiscard]] StepResult checkTree(const Work &work) const;
+
+    [[nodiscard]] StepResult makeFolder(Work &work);
+    [[nodiscard]] StepResult copy(Work &work);
+    [[nodiscard]] StepResult move(Work &work);
+    [[nodiscard]] StepResult remove(Work &work);
+    [[nodiscard]] StepResult recycle(Work &work);
+    [[nodiscard]] StepResult restore(Work &work);
+
+    [[nodiscard]] StepResult copyBeside(Work &work, const QString &name);
+    [[nodiscard]] StepResult copyContents(Work &work, const QString &name);
+    [[nodiscard]] StepResult fillFrom(const Work &work, FileSource &source, FileSink &sink);
+    [[nodiscard]] StepResult verify(const Work &work, const QString &name) const;
+    [[nodiscard]] StepResult putInPlace(Work &work, const QString &name);
+    [[nodiscard]] StepResult beginJournal(Work &work, const NodeState *old);
+    [[nodiscard]] StepResult keepTarget(Work &work);
+    void endJournal(StepResult &result, const Work &work, const QString &binPath = {});
+
+    const OperationPlan &m_plan;
+    FileLayer &m_files;
+    const FolderChain &m_chain;
+    JournalRun *m_journal;
+    bool m_verifiesContent;
+    FileSink::Tick m_tick;
+};
+
+} // namespace velmora

@@ -1,0 +1,233 @@
+#include "folder/operations/journal_lines.h"
+#include "folder_operations/operation_fixture.h"
+#include "support/test_main.h"
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+QStringList lines(std::initializer_list<const char *> list)
+{
+    QStringList result;
+    for (const char *line : list)
+        result.append(QString::fromLatin1(line));
+    return result;
+}
+
+const QString journalOf = QStringLiteral("journal/runs/%1/journal.jsonl");
+
+/// The last run's identifier.
+QString lastId(const OperationJournal &journal)
+{
+    return journal.entries().entries.last().id;
+}
+
+} // namespace
+
+class JournalTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void undoesAndRedoesAMirror_data()
+    {
+        QTest::addColumn<DeleteManner>("manner");
+        QTest::newRow("for good") << DeleteManner::ForGood;
+        QTest::newRow("to the bin") << DeleteManner::ToRecycleBin;
+    }
+    void undoesAndRedoesAMirror()
+    {
+        QFETCH(DeleteManner, manner);
+        OperationFixture tree;
+        tree.make(lines({"left/a=new", "left/dir/b=b", "right/a=old", "right/gone/x=x", "right/gone/deep/y=y"}));
+        tree.setTime(QStringLiteral("right/a"), -5000);
+        const QStringList before = tree.picture();
+        OperationJournal journal(FileLayer::native(), tree.journalFolder());
+        journal.setNext(QStringLiteral("mirror"));
+        QVERIFY(tree.execute(planMirror(tree.input(), PlanSide::Left, manner), {true, &journal}).isComplete());
+        const QStringList after = tree.picture();
+        QCOMPARE(journal.entries().entries.size(), 1);
+        QCOMPARE(journal.entries().entries[0].title, QStringLiteral("mirror"));
+
+        const UndoPlan undo = journal.planUndo();
+        QCOMPARE(undo.refusal, UndoRefusal::None);
+        QVERIFY(undo.plan.leftOut.isEmpty());
+        journal.setNext(QStringLiteral("undo"), undo.id);
+        QCOMPARE(problems(tree.execute(undo.plan, {false, &journal}), tree.path({})), QStringList());
+        QCOMPARE(tree.picture(), before);
+        QCOMPARE(tree.time(QStringLiteral("right/a")),
+                 QDateTime(QDate(2024, 2, 29), QTime(12, 0), Qt::UTC).addSecs(-5000));
+        QVERIFY(journal.entries().entries[0].undone);
+        QCOMPARE(journal.planUndo().refusal, UndoRefusal::NothingToUndo);
+
+        const UndoPlan redo = journal.planUndo(lastId(journal));
+        journal.setNext(QStringLiteral("redo"), redo.id);
+        QCOMPARE(problems(tree.execute(redo.plan, {false, &journal}), tree.path({})), QStringList());
+        QCOMPARE(tree.picture(), after);
+    }
+
+    void undoSparesWhatHasChangedSince()
+    {
+        OperationFixture tree;
+        tree.make(lines({"left/new=1", "left/replaced=new", "right/replaced=old", "right/deleted=1", "left/dir/x=1",
+                         "left/fine=1"}));
+        OperationJournal journal(FileLayer::native(), tree.journalFolder());
+        QVERIFY(tree.execute(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood), {false, &journal})
+                    .isComplete());
+        tree.make(lines({"right/new=edited", "right/replaced=edited", "right/deleted=again", "right/dir/y=added"}));
+        const UndoPlan undo = journal.planUndo();
+        QCOMPARE(undo.plan.leftOut.size(), 4);
+        journal.setNext({}, undo.id);
+        (void)tree.execute(undo.plan, {false, &journal});
+        QCOMPARE(tree.picture(QStringLiteral("right")),
+                 lines({"deleted=again", "dir/", "dir/y=added", "new=edited", "replaced=edited"}));
+    }
+
+    void contentsBeyondTheLimitAreNotKept()
+    {
+        OperationFixture tree;
+        tree.make(lines({"left/big=12345678", "right/big=87654321x", "left/small=1", "right/small=2"}));
+        JournalLimits limits;
+        limits.keptBytes = 8;
+        OperationJournal journal(FileLayer::native(), tree.journalFolder(), limits);
+        const ExecutionReport report =
+            tree.execute(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood), {false, &journal});
+        QVERIFY(report.isComplete());
+        QCOMPARE(report.notUndoable, 1);
+        const UndoPlan undo = journal.planUndo();
+        QCOMPARE(leftOut(undo.plan, tree.right()),
+                 QStringList(QStringLiteral("%1 big").arg(int(LeftOutReason::OldContentsGone))));
+        QVERIFY(tree.execute(undo.plan).isComplete());
+        QCOMPARE(tree.picture(QStringLiteral("right")), lines({"big=12345678", "small=2"}));
+    }
+
+    void theOldestRunsMakeRoom()
+    {
+        OperationFixture tree;
+        JournalLimits limits;
+        limits.keptBytes = 10;
+        limits.runs = 3;
+        OperationJournal journal(FileLayer::native(), tree.journalFolder(), limits);
+        const auto replace = [&](const QString &contents) {
+            tree.make({QStringLiteral("left/a=") + contents});
+            QVERIFY(tree.execute(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood), {false, &journal})
+                        .isComplete());
+        };
+        tree.make(lines({"right/a=1234"}));
+        for (const char *contents : {"2345", "3456", "4567"})
+            replace(QString::fromLatin1(contents));
+        // The third needs the room of the first: each keeps four bytes.
+        QStringList ids;
+        for (const JournalEntry &entry : journal.entries().entries)
+            ids.append(entry.id);
+        QCOMPARE(ids, lines({"00000002", "00000003"}));
+        limits.keptBytes = 100;
+        OperationJournal roomy(FileLayer::native(), tree.journalFolder(), limits);
+        limits.runs = 1;
+        OperationJournal narrow(FileLayer::native(), tree.journalFolder(), limits);
+        narrow.prune();
+        QCOMPARE(lastId(roomy), QStringLiteral("00000003"));
+        QCOMPARE(roomy.entries().entries.size(), 1);
+        limits.days = -1;
+        OperationJournal(FileLayer::native(), tree.journalFolder(), limits).prune();
+        QVERIFY(roomy.entries().entries.isEmpty());
+    }
+
+    void linesSurviveTheWayBack()
+    {
+        JournalHeader header{QStringLiteral("50% \"done\"\n"),
+                             123,
+                             QStringLiteral("00000001"),
+                             {QStringLiteral("/a b"), QStringLiteral("/") + QChar(char16_t(0xDC80))}};
+        QCOMPARE(readHeaderLine(headerLine(header)), header);
+        JournalStep step;
+        step.number = 7;
+        step.step.kind = OperationKind::Replace;
+        step.step.from = {0, QStringLiteral("x/%0041") + QChar(char16_t(0xDCFF))};
+        step.step.to = {1, QStringLiteral("\U0001F600")};
+        step.step.fromSeen = SeenEntry::exactly({NodeKind::File, 1LL << 60, -1, FileIdentity{~0ULL, 1}, 0, false});
+        step.step.toSeen = SeenEntry::absent();
+        step.kept = QStringLiteral("12");
+        step.now = step.step.fromSeen;
+        step.end = JournalStep::End::Done;
+        step.binPath = step.step.from.relative;
+        const auto record = readJournal(headerLine(header) + '\n' + beginLine(step) + '\n' + endLine(step) + '\n' +
+                                        movedLine(7, false) + '\n');
+        QVERIFY(record);
+        const JournalStep &read = record->steps.at(0);
+        QCOMPARE(read.step, step.step);
+        QCOMPARE(read.now, step.now);
+        QCOMPARE(read.binPath, step.binPath);
+        QVERIFY(read.isMoved);
+    }
+
+    void hostileJournalsAreRefused()
+    {
+        OperationFixture tree;
+        tree.make(lines({"left/a=1", "right/b=2"}));
+        OperationJournal journal(FileLayer::native(), tree.journalFolder());
+        QVERIFY(tree.execute(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood), {false, &journal})
+                    .isComplete());
+        QFile file(tree.path(journalOf.arg(lastId(journal))));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        const QByteArray good = file.readAll();
+        QVERIFY(readJournal(good));
+        const auto refusalOf = [&](const QByteArray &bytes) {
+            file.resize(0);
+            file.seek(0);
+            file.write(bytes);
+            file.flush();
+            return journal.planUndo().refusal;
+        };
+        // Cut anywhere in a line: what was begun before counts. Cut in the first: no journal.
+        const qsizetype headerEnd = good.indexOf('\n') + 1;
+        for (qsizetype length = 0; length < good.size(); ++length)
+            QCOMPARE(refusalOf(good.left(length)), length < headerEnd ? UndoRefusal::Damaged : UndoRefusal::None);
+        const auto changed = [&](const char *from, const char *to) {
+            QByteArray bytes = good;
+            bytes.replace(from, to);
+            return bytes == good ? UndoRefusal::None : refusalOf(bytes);
+        };
+        QCOMPARE(changed("[1,\"a\"]", "[1,\"../a\"]"), UndoRefusal::Damaged);
+        QCOMPARE(changed("[1,\"a\"]", "[9,\"a\"]"), UndoRefusal::Damaged);
+        QCOMPARE(changed("[1,\"a\"]", "[1,\"/etc\"]"), UndoRefusal::Damaged);
+        QCOMPARE(changed("\"kept\":\"1\"", "\"kept\":\"../1\""), UndoRefusal::Damaged);
+        QCOMPARE(changed("\"version\":1", "\"version\":2"), UndoRefusal::Damaged);
+        QCOMPARE(changed("\"ended\":0", "\"ended\":5"), UndoRefusal::Damaged);
+        QCOMPARE(changed("\"step\":1", "\"step\":-1"), UndoRefusal::Damaged);
+        QCOMPARE(changed("\"time\":\"", "\"time\":\"x"), UndoRefusal::Damaged);
+        QCOMPARE(refusalOf(QByteArray(1 << 20, '[') + '\n'), UndoRefusal::Damaged);
+        QCOMPARE(refusalOf(good.left(headerEnd) + "\n\n"), UndoRefusal::Damaged);
+        // Nothing older is undone in the place of a damaged run.
+        QCOMPARE(refusalOf(good), UndoRefusal::None);
+    }
+
+    void aRunThatACrashEndedIsUndone()
+    {
+        OperationFixture tree;
+        tree.make(lines({"left/a=new", "right/a=old", "left/b=b", "right/c=c"}));
+        const QStringList before = tree.picture();
+        OperationJournal journal(FileLayer::native(), tree.journalFolder());
+        QVERIFY(tree.execute(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood), {false, &journal})
+                    .isComplete());
+        // The lines after the steps have not been written.
+        QFile file(tree.path(journalOf.arg(lastId(journal))));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QByteArray kept;
+        for (const QByteArray &line : file.readAll().split('\n')) {
+            if (!line.isEmpty() && !line.contains("\"ended\""))
+                kept += line + '\n';
+        }
+        file.resize(0);
+        file.seek(0);
+        file.write(kept);
+        file.close();
+        const UndoPlan undo = journal.planUndo();
+        QCOMPARE(undo.plan.leftOut.size(), 0);
+        QVERIFY(tree.execute(undo.plan).isComplete());
+        QCOMPARE(tree.picture(), before);
+    }
+};
+
+VELMORA_TEST(JournalTest)
+#include "journal_test.moc"

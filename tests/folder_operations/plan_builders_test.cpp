@@ -1,0 +1,265 @@
+#include "folder_operations/operation_fixture.h"
+#include "support/test_main.h"
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+QString text(const char *ascii)
+{
+    return QString::fromLatin1(ascii);
+}
+
+QStringList lines(std::initializer_list<const char *> list)
+{
+    QStringList result;
+    for (const char *line : list)
+        result.append(text(line));
+    return result;
+}
+
+/// A file or, with a "/" at the end, a folder. Times are seconds; -1: not there.
+FolderDiffItem item(const char *name, qint64 left, qint64 right, FolderDiffStatus status)
+{
+    FolderDiffItem result;
+    result.name = text(name);
+    result.isDir = result.name.endsWith(u'/');
+    if (result.isDir)
+        result.name.chop(1);
+    if (left >= 0) {
+        result.leftPath = QStringLiteral("/l/") + result.name;
+        result.leftTime = QDateTime::fromSecsSinceEpoch(left, Qt::UTC);
+        result.leftSize = 1;
+    }
+    if (right >= 0) {
+        result.rightPath = QStringLiteral("/r/") + result.name;
+        result.rightTime = QDateTime::fromSecsSinceEpoch(right, Qt::UTC);
+        result.rightSize = 2;
+    }
+    result.setDiffStatus(status);
+    return result;
+}
+
+FolderDiffItem onLeft(const char *name)
+{
+    return item(name, 1, -1, FolderDiffStatus::LeftOnly);
+}
+
+FolderDiffItem onRight(const char *name)
+{
+    return item(name, -1, 1, FolderDiffStatus::RightOnly);
+}
+
+PlanInput inputOf(const QList<FolderDiffItem> &items)
+{
+    PlanInput input;
+    input.items = items;
+    input.leftRoot = text("/l");
+    input.rightRoot = text("/r");
+    return input;
+}
+
+/// Something of everything: new, old, newer, equal and nested on both sides.
+PlanInput variety()
+{
+    return inputOf(
+        {item("both/", 1, 1, FolderDiffStatus::Different), item("both/newer", 9, 1, FolderDiffStatus::Different),
+         item("both/older", 1, 9, FolderDiffStatus::Different), item("both/same", 1, 1, FolderDiffStatus::Same),
+         onLeft("new/"), onLeft("new/deep/"), onLeft("new/deep/file"), onRight("old/"), onRight("old/file"),
+         item("timeless", 5, 5, FolderDiffStatus::Different)});
+}
+
+} // namespace
+
+class PlanBuildersTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void mirrorMakesIdentical()
+    {
+        const OperationPlan plan = planMirror(variety(), PlanSide::Left, DeleteManner::ForGood);
+        QCOMPARE(drawn(plan), lines({"replace 0:both/newer -> 1:both/newer", "replace 0:both/older -> 1:both/older",
+                                     "make 0:new -> 1:new", "make 0:new/deep -> 1:new/deep",
+                                     "copy 0:new/deep/file -> 1:new/deep/file", "replace 0:timeless -> 1:timeless",
+                                     "delete 1:old/file", "delete 1:old"}));
+        QCOMPARE(plan.steps.last().counterpart, (Place{0, text("old")}));
+        const OperationTotals totals = plan.totals();
+        QCOMPARE(totals.writtenFiles, 1);
+        QCOMPARE(totals.replacedFiles, 3);
+        QCOMPARE(totals.replacedBytes, 3);
+        QCOMPARE(totals.deletedFiles, 1);
+        QCOMPARE(totals.deletedBytes, 2);
+        QCOMPARE(totals.deletedFolders, 1);
+        QCOMPARE(totals.madeFolders, 2);
+        QVERIFY(!plan.sourceIsEmpty);
+
+        QCOMPARE(drawn(planMirror(variety(), PlanSide::Right, DeleteManner::ToRecycleBin)).mid(3),
+                 lines({"copy 1:old/file -> 0:old/file", "replace 1:timeless -> 0:timeless", "recycle 0:new/deep/file",
+                        "recycle 0:new/deep", "recycle 0:new"}));
+    }
+
+    void mirrorFromNothingIsMarked()
+    {
+        const OperationPlan plan =
+            planMirror(inputOf({onRight("a"), onRight("b")}), PlanSide::Left, DeleteManner::ForGood);
+        QVERIFY(plan.sourceIsEmpty);
+        QCOMPARE(plan.steps.size(), 2);
+    }
+
+    void mirrorSparesWhatIsHidden()
+    {
+        PlanInput input =
+            inputOf({onRight("dir/"), onRight("dir/keep.log"), onRight("dir/other"), onRight("hidden/"),
+                     onRight("hidden/file"), onLeft("left.log"), item("x.log", 1, 2, FolderDiffStatus::Different)});
+        input.shows = [](const FolderDiffItem &entry) {
+            return !entry.name.endsWith(QLatin1String(".log")) && entry.name != QLatin1String("hidden");
+        };
+        const OperationPlan plan = planMirror(input, PlanSide::Left, DeleteManner::ForGood);
+        QCOMPARE(drawn(plan), lines({"delete 1:dir/other"}));
+        QCOMPARE(leftOut(plan, text("/r")),
+                 QStringList(QStringLiteral("%1 dir").arg(int(LeftOutReason::HoldsHiddenEntries))));
+    }
+
+    void nothingIsTakenForMissingThatCouldNotBeRead()
+    {
+        PlanInput input =
+            inputOf({item("dir/", 1, 1, FolderDiffStatus::RightOnly), onRight("dir/file"), onRight("gone")});
+        input.problems = {{FolderProblem::Kind::UnreadableFolder, text("/l/dir")}};
+        const OperationPlan plan = planMirror(input, PlanSide::Left, DeleteManner::ForGood);
+        QCOMPARE(drawn(plan), lines({"delete 1:gone"}));
+        QCOMPARE(plan.leftOut.size(), 1);
+        QCOMPARE(plan.leftOut[0].reason, LeftOutReason::NotReadable);
+    }
+
+    void updatesCopyNewAndNewer()
+    {
+        QCOMPARE(drawn(planUpdate(variety(), PlanSide::Left)),
+                 lines({"replace 0:both/newer -> 1:both/newer", "make 0:new -> 1:new", "make 0:new/deep -> 1:new/deep",
+                        "copy 0:new/deep/file -> 1:new/deep/file"}));
+        QCOMPARE(
+            drawn(planUpdate(variety(), PlanSide::Right)),
+            lines({"replace 1:both/older -> 0:both/older", "make 1:old -> 0:old", "copy 1:old/file -> 0:old/file"}));
+
+        const OperationPlan both = planUpdateBoth(variety());
+        QCOMPARE(drawn(both), lines({"replace 0:both/newer -> 1:both/newer", "replace 1:both/older -> 0:both/older",
+                                     "make 0:new -> 1:new", "make 0:new/deep -> 1:new/deep",
+                                     "copy 0:new/deep/file -> 1:new/deep/file", "make 1:old -> 0:old",
+                                     "copy 1:old/file -> 0:old/file"}));
+        QCOMPARE(both.leftOut.size(), 1);
+        QCOMPARE(both.leftOut[0].reason, LeftOutReason::TimesAreEqual);
+
+        PlanInput tolerant = variety();
+        tolerant.toleranceSec = 8;
+        QCOMPARE(planUpdate(tolerant, PlanSide::Left).steps.size(), 3);
+    }
+
+    void aFileNeverReplacesAFolder()
+    {
+        const PlanInput input = inputOf({item("x/", 1, 2, FolderDiffStatus::Different), onLeft("y")});
+        for (const OperationPlan &plan :
+             {planMirror(input, PlanSide::Left, DeleteManner::ForGood), planUpdate(input, PlanSide::Left),
+              planUpdateBoth(input), planCopyToOtherSide(input, {0, 1}, PlanSide::Left)}) {
+            QCOMPARE(drawn(plan), lines({"copy 0:y -> 1:y"}));
+            QCOMPARE(plan.leftOut.size(), 1);
+            QCOMPARE(plan.leftOut[0].reason, LeftOutReason::FileAgainstFolder);
+        }
+    }
+
+    void alignedNamesKeepTheTargetsOwn()
+    {
+        FolderDiffItem folder = item("docs/", 1, 1, FolderDiffStatus::Different);
+        folder.rightPath = text("/r/Documents");
+        FolderDiffItem file = item("docs/a.txt", 2, 1, FolderDiffStatus::Different);
+        file.rightPath = text("/r/Documents/A.TXT");
+        const PlanInput input = inputOf({folder, file, onLeft("docs/new/"), onLeft("docs/new/b")});
+        QCOMPARE(drawn(planMirror(input, PlanSide::Left, DeleteManner::ForGood)),
+                 lines({"replace 0:docs/a.txt -> 1:Documents/A.TXT", "make 0:docs/new -> 1:Documents/new",
+                        "copy 0:docs/new/b -> 1:Documents/new/b"}));
+    }
+
+    void selectionsAreFoldersWithTheirContents()
+    {
+        const PlanInput input = variety();
+        QCOMPARE(drawn(planCopyToOtherSide(input, {0}, PlanSide::Left)),
+                 lines({"replace 0:both/newer -> 1:both/newer", "replace 0:both/older -> 1:both/older"}));
+        // A selected file is copied though it is equal; folders that it needs are made.
+        QCOMPARE(drawn(planCopyToOtherSide(input, {3, 6}, PlanSide::Left)),
+                 lines({"replace 0:both/same -> 1:both/same", "make 0:new -> 1:new", "make 0:new/deep -> 1:new/deep",
+                        "copy 0:new/deep/file -> 1:new/deep/file"}));
+        QCOMPARE(drawn(planMoveToOtherSide(input, {4}, PlanSide::Left)),
+                 lines({"make 0:new -> 1:new", "make 0:new/deep -> 1:new/deep",
+                        "move 0:new/deep/file -> 1:new/deep/file", "delete 0:new/deep", "delete 0:new"}));
+        QCOMPARE(planCopyToOtherSide(input, {7}, PlanSide::Left).leftOut[0].reason, LeftOutReason::NoPlaceOnThisSide);
+    }
+
+    void copiesToAnyPlace()
+    {
+        const PlanInput input = inputOf({onLeft("a/"), onLeft("a/x"), onLeft("b/"), onLeft("b/x")});
+        QCOMPARE(drawn(planCopyTo(input, {0, 1}, PlanSide::Left, text("/d"), IfPresent::LeaveOut)),
+                 lines({"make 0:a -> 1:a", "copy 0:a/x -> 1:a/x"}));
+        const OperationPlan clash = planCopyTo(input, {1, 3}, PlanSide::Left, text("/d"), IfPresent::LeaveOut);
+        QCOMPARE(drawn(clash), lines({"copy 0:a/x -> 1:x"}));
+        QCOMPARE(clash.leftOut[0].reason, LeftOutReason::NameTaken);
+        const OperationPlan inside = planCopyTo(input, {0, 3}, PlanSide::Left, text("/l/a/deep"), IfPresent::LeaveOut);
+        QCOMPARE(drawn(inside), lines({"copy 0:b/x -> 1:x"}));
+        QCOMPARE(inside.leftOut[0].reason, LeftOutReason::IntoItself);
+        QCOMPARE(drawn(planMoveTo(input, {2}, PlanSide::Left, text("/d"), IfPresent::LeaveOut)),
+                 lines({"make 0:b -> 1:b", "move 0:b/x -> 1:b/x", "delete 0:b"}));
+    }
+
+    void refusesWhatCannotBeRight()
+    {
+        PlanInput input = variety();
+        input.rightReadOnly = true;
+        QCOMPARE(planMirror(input, PlanSide::Left, DeleteManner::ForGood).refusal, PlanRefusal::ReadOnlySide);
+        QCOMPARE(planDelete(input, {0}, PlanSide::Right, DeleteManner::ForGood, DeleteScope::ListedEntries).refusal,
+                 PlanRefusal::ReadOnlySide);
+        QCOMPARE(planMoveToOtherSide(input, {7}, PlanSide::Right).refusal, PlanRefusal::ReadOnlySide);
+        QCOMPARE(planMoveTo(input, {7}, PlanSide::Right, text("/d"), IfPresent::LeaveOut).refusal,
+                 PlanRefusal::ReadOnlySide);
+        QVERIFY(drawn(planUpdateBoth(input)).filter(text("-> 1:")).isEmpty());
+
+        for (const char *root : {"/l", "/l/inner", "/"}) {
+            PlanInput overlapping = variety();
+            overlapping.rightRoot = text(root);
+            const OperationPlan plan = planMirror(overlapping, PlanSide::Left, DeleteManner::ForGood);
+            QCOMPARE(plan.refusal, PlanRefusal::OverlappingRoots);
+            QVERIFY(plan.steps.isEmpty());
+        }
+        for (const char *name : {"", ".", "..", "a/b"})
+            QCOMPARE(planRename(variety(), 1, PlanSide::Left, text(name)).refusal, PlanRefusal::NameNotAllowed);
+        QCOMPARE(planNewFolder(variety(), PlanSide::Left, text("a/../../b")).refusal, PlanRefusal::NameNotAllowed);
+    }
+
+    void deletionsAndNames()
+    {
+        const PlanInput input = variety();
+        QCOMPARE(
+            drawn(planDelete(input, {0, 7}, PlanSide::Right, DeleteManner::ToRecycleBin, DeleteScope::ListedEntries)),
+            lines({"recycle 1:old/file", "recycle 1:old", "recycle 1:both/same", "recycle 1:both/older",
+                   "recycle 1:both/newer", "recycle 1:both"}));
+        const OperationPlan whole =
+            planDelete(input, {7, 8}, PlanSide::Right, DeleteManner::ForGood, DeleteScope::WholeFolder);
+        QCOMPARE(drawn(whole), lines({"delete 1:old"}));
+        QVERIFY(whole.steps[0].wholeTree);
+        QCOMPARE(drawn(planRename(input, 6, PlanSide::Left, text("name"))),
+                 lines({"move 0:new/deep/file -> 0:new/deep/name"}));
+        QCOMPARE(drawn(planNewFolder(input, PlanSide::Right, text("old/inner"))), lines({"make -> 1:old/inner"}));
+        const OperationPlan files =
+            planDeleteFiles(text("/d"), {text("/d/a/b"), text("/e/c"), text("/d/../e/c")}, DeleteManner::ForGood);
+        QCOMPARE(drawn(files), lines({"delete 0:a/b"}));
+        QCOMPARE(files.leftOut.size(), 2);
+    }
+
+    void actionsNeverDeleteAFolderOfBothSides()
+    {
+        const PlanInput input = inputOf({item("both/", 1, 1, FolderDiffStatus::RightOnly), onRight("both/file")});
+        const OperationPlan plan = planActions(
+            input, [](const FolderDiffItem &) { return EntryAction::DeleteRight; }, DeleteManner::ForGood);
+        QCOMPARE(drawn(plan), lines({"delete 1:both/file"}));
+    }
+};
+
+VELMORA_TEST(PlanBuildersTest)
+#include "plan_builders_test.moc"

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/file_layer.h"
+
+#include <functional>
+
+namespace velmora::test {
+
+/// The real file system with a script: before each call that could fail, the script is asked whether it does. A copy
+/// that fails has written something by then.
+class ScriptedLayer final : public FileLayer {
+public:
+    /// The number of the call, from 1, and the name of the function. An error makes the call fail without being made.
+    using Script = std::function<FileError(int number, QLatin1String call)>;
+
+    explicit ScriptedLayer(Script script) : m_script(std::move(script)) {}
+
+    std::unique_ptr<FolderHandle> openRoot(const QString &path, FileError &error) override;
+    bool canSettle() const override { return FileLayer::native().canSettle(); }
+    FileError restore(const QString &binPath, FolderHandle &to, const QString &name) override;
+
+    [[nodiscard]] int calls() const { return m_calls; }
+    [[nodiscard]] FileError ask(QLatin1String call) { return m_script(++m_calls, call); }
+
+private:
+    Script m_script;
+    int m_calls = 0;
+};
+
+} // namespace velmora::test
