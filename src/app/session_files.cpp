@@ -77,13 +77,25 @@ Workspace workspaceFromJson(const QJsonObject &object)
         const QJsonObject tab = value.toObject();
         const SessionRecord record = sessionFromJson(tab);
         if (!record.type.isEmpty())
-            workspace.openTabs.append({record, tab.value(QLatin1String("tabIndex")).toInt()});
+            workspace.openTabs.append({record, tab.value(QLatin1String("tabIndex")).toInt(-1)});
     }
     return workspace;
 }
 
+qsizetype frontTab(const Workspace &workspace)
+{
+    const auto front =
+        std::find_if(workspace.openTabs.begin(), workspace.openTabs.end(), [&workspace](const OpenTab &tab) {
+            return tab.tabIndex >= 0 && tab.tabIndex == workspace.activeTabIndex;
+        });
+    return front == workspace.openTabs.end() ? -1 : front - workspace.openTabs.begin();
+}
+
 JsonFile readJsonFile(const QString &path)
 {
+    // Asked first, so that a film under the wrong name is not read into memory to be refused.
+    if (QFileInfo(path).size() > jsonFileLimit)
+        return {{}, JsonFileError::NoObject};
     const FileContents contents = readFile(path);
     if (!contents.ok())
         return {{}, JsonFileError::CannotOpen};

@@ -11,7 +11,7 @@ namespace velmora {
 /// A session that is open in a tab.
 struct OpenTab {
     SessionRecord record;
-    int tabIndex = 0; ///< in the tab host when it was saved
+    int tabIndex = -1; ///< in the tab host when it was saved, -1 when that is not known
 
     friend bool operator==(const OpenTab &, const OpenTab &) = default;
 };
@@ -35,10 +35,16 @@ struct Workspace {
 [[nodiscard]] QJsonObject workspaceToJson(const Workspace &workspace);
 [[nodiscard]] Workspace workspaceFromJson(const QJsonObject &object);
 
-/// Why a file gave no object.
+/// Which of a workspace's `openTabs` was in front when it was saved; -1 when none of them was.
+[[nodiscard]] qsizetype frontTab(const Workspace &workspace);
+
+/// The largest file that is looked into, in bytes. A workspace of a hundred sessions has a hundredth of it.
+inline constexpr qint64 jsonFileLimit = 16 * 1024 * 1024;
+
+/// Why a file gave no object. One that is too large is taken to hold none.
 enum class JsonFileError { None, CannotOpen, NoObject };
 
-/// The JSON object in a file, or why there is none. Reads the file whole.
+/// The JSON object in a file, or why there is none. Blocks for as long as reading `jsonFileLimit` takes.
 struct JsonFile {
     QJsonObject object;
     JsonFileError error = JsonFileError::None;

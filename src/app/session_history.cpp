@@ -93,7 +93,23 @@ void SessionHistory::append(const SessionRecord &record)
         m_entries.remove(0, m_entries.size() - limit);
 }
 
+SessionHistory::Batch::~Batch()
+{
+    if (--m_history.m_batches == 0 && std::exchange(m_history.m_changedInBatch, false))
+        m_history.store();
+}
+
 void SessionHistory::store()
+{
+    if (m_batches > 0) {
+        m_changedInBatch = true;
+        return;
+    }
+    write();
+    Q_EMIT changed();
+}
+
+void SessionHistory::write()
 {
     InterfaceSettings settings;
     // A shorter array would leave the old elements behind it in the store.
@@ -110,7 +126,6 @@ void SessionHistory::store()
         settings.setValue(timestampKey, record.timestamp);
     }
     settings.endArray();
-    Q_EMIT changed();
 }
 
 } // namespace velmora

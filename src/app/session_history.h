@@ -9,7 +9,7 @@ namespace velmora {
 
 /// The sessions of late, kept in the interface's settings without being asked.
 ///
-/// Oldest first, at most `limit`. Every change is stored at once. Options are not kept.
+/// Oldest first, at most `limit`. Every change is stored at once, unless a `Batch` lives. Options are not kept.
 class SessionHistory final : public QObject {
     Q_OBJECT
 public:
@@ -19,6 +19,18 @@ public:
     struct Entry {
         quint64 id = 0;
         SessionRecord record;
+    };
+
+    /// Puts off storing, and the signal, until the last of its kind is gone: for many changes in a row.
+    class Batch final {
+    public:
+        explicit Batch(SessionHistory &history) : m_history(history) { ++m_history.m_batches; }
+        ~Batch();
+        Batch(const Batch &) = delete;
+        Batch &operator=(const Batch &) = delete;
+
+    private:
+        SessionHistory &m_history;
     };
 
     /// Loads what is stored; settings that make no sense give an empty history.
@@ -41,9 +53,12 @@ Q_SIGNALS:
 private:
     void append(const SessionRecord &record);
     void store();
+    void write();
 
     QList<Entry> m_entries;
     quint64 m_lastId = 0;
+    int m_batches = 0;
+    bool m_changedInBatch = false;
 };
 
 } // namespace velmora

@@ -3,7 +3,9 @@
 #include "app/record_dialog.h"
 #include "app/session_files.h"
 #include "app/session_history.h"
+#include "app/session_kinds.h"
 #include "app/session_tabs.h"
+#include "app/tab_restorer.h"
 #include "session/dialogs.h"
 #include "session/session_widget.h"
 #include "session/translate.h"
@@ -33,6 +35,41 @@ QString withAllFiles(const QString &filter)
 QString withSuffix(const QString &path, const QString &suffix)
 {
     return path.endsWith(suffix, Qt::CaseInsensitive) ? path : path + suffix;
+}
+
+/// A path of unknown origin as one line: what would break the line, be invisible or turn the reading direction stands
+/// as its number, and the middle of one that is longer than systems allow is left out.
+QString visiblePath(const QString &path)
+{
+    constexpr qsizetype half = 2000;
+    QList<uint> letters = path.toUcs4();
+    if (letters.size() > 2 * half)
+        letters = letters.first(half) + QList<uint>{0x2026} + letters.last(half);
+    QString result;
+    for (const uint letter : std::as_const(letters)) {
+        const char32_t c = letter;
+        if (QChar::isPrint(c))
+            result += QString::fromUcs4(&c, 1);
+        else
+            result += QStringLiteral("\\u%1").arg(letter, 4, 16, QLatin1Char('0'));
+    }
+    return QDir::toNativeSeparators(result);
+}
+
+/// What a session would be and would look at, one line each.
+QString sessionSummary(const SessionRecord &record)
+{
+    const SessionKindRow *kind = findSessionKind(record.type);
+    QStringList lines = {Velmora::tr("Type:") + u' ' +
+                         (kind ? Velmora::tr(kind->displayName) : visiblePath(record.type))};
+    const auto add = [&lines](const QString &label, const QString &path) {
+        if (!path.isEmpty())
+            lines.append(label + u' ' + visiblePath(path));
+    };
+    add(Velmora::tr("Base:"), record.paths.base);
+    add(Velmora::tr("Left:"), record.paths.left);
+    add(Velmora::tr("Right:"), record.paths.right);
+    return lines.join(u'\n');
 }
 
 } // namespace
@@ -78,24 +115,50 @@ void SessionLibrary::chooseSession()
 
 void SessionLibrary::openSessionFile(const QString &path)
 {
+    if (const auto record = readSession(path))
+        openRead(*record);
+}
+
+void SessionLibrary::offerSessionFile(const QString &path)
+{
+    const auto record = readSession(path);
+    if (!record)
+        return;
+    constexpr int open = 1;
+    Dialogs::instance().ask(m_window, Dialogs::Tone::Information, Velmora::tr("Open session"),
+                            Velmora::tr("Open this session?") + QStringLiteral("\n\n") + sessionSummary(*record),
+                            {{Velmora::tr("Open"), open, true, false}, {Velmora::tr("Cancel"), 0, false, true}},
+                            [this, record = *record](int answer) {
+                                if (answer == open)
+                                    openRead(record);
+                            });
+}
+
+std::optional<SessionRecord> SessionLibrary::readSession(const QString &path)
+{
     const QString title = Velmora::tr("Open session");
     const JsonFile file = readJsonFile(path);
     if (file.error == JsonFileError::CannotOpen) {
         warn(title, Velmora::tr("Cannot open session file"));
-        return;
+        return std::nullopt;
     }
     if (file.error == JsonFileError::NoObject) {
         warn(title, Velmora::tr("Invalid session file format."));
-        return;
+        return std::nullopt;
     }
     SessionRecord record = sessionFromJson(file.object);
     record.timestamp = QDateTime::currentDateTime();
     if (record.type.isEmpty()) {
         warn(title, Velmora::tr("Session file is missing the type field."));
-        return;
+        return std::nullopt;
     }
     if (record.name.isEmpty())
         record.name = QFileInfo(path).completeBaseName();
+    return record;
+}
+
+void SessionLibrary::openRead(const SessionRecord &record)
+{
     Q_EMIT recordOpened(record);
     Q_EMIT statusMessage(Velmora::tr("Session opened: %1").arg(record.name));
 }
@@ -175,23 +238,53 @@ void SessionLibrary::replaceHistory(const Workspace &workspace, const QString &p
     Dialogs::instance().askYesNo(m_window, Velmora::tr("Open workspace"), question, false,
                                  [this, workspace, path](bool yes) {
                                      if (yes)
-                                         restoreTabs(workspace);
-                                     Q_EMIT statusMessage(Velmora::tr("Workspace loaded: %1").arg(path));
+                                         restoreTabs(workspace, path);
+                                     else
+                                         Q_EMIT statusMessage(Velmora::tr("Workspace loaded: %1").arg(path));
                                  });
 }
 
-void SessionLibrary::restoreTabs(const Workspace &workspace)
+void SessionLibrary::restoreTabs(const Workspace &workspace, const QString &path)
 {
-    // Copies: opening a session writes the history.
+    stopRestoring();
     QList<SessionRecord> records;
     for (const OpenTab &tab : workspace.openTabs)
         records.append(tab.record);
     if (records.isEmpty())
         records = m_history.records();
-    for (const SessionRecord &record : std::as_const(records))
-        Q_EMIT recordOpened(record);
-    if (workspace.activeTabIndex >= 0 && workspace.activeTabIndex < m_tabs.count())
+    m_front = nullptr;
+    const auto open = [this, front = frontTab(workspace), opened = qsizetype(0)](const auto &turn) mutable {
+        const SessionHistory::Batch batch(m_history);
+        for (const SessionRecord &record : turn) {
+            Q_EMIT recordRestored(record);
+            if (opened++ == front)
+                m_front = m_tabs.sessionAt(m_tabs.count() - 1);
+        }
+    };
+    m_restorer = new TabRestorer(records, open, this);
+    connect(m_restorer, &TabRestorer::progressed, this, &SessionLibrary::restoreProgressed);
+    connect(m_restorer, &TabRestorer::finished, this, [this, workspace, path] { finishRestoring(workspace, path); });
+    m_restorer->start();
+}
+
+void SessionLibrary::finishRestoring(const Workspace &workspace, const QString &path)
+{
+    if (m_restorer)
+        m_restorer->deleteLater();
+    m_restorer = nullptr;
+    // Beside tabs that were open before, or when the home page had been moved, the session has another index now.
+    if (m_front)
+        m_tabs.setCurrentWidget(m_front);
+    else if (workspace.activeTabIndex >= 0 && workspace.activeTabIndex < m_tabs.count())
         m_tabs.setCurrentIndex(workspace.activeTabIndex);
+    Q_EMIT restoreFinished();
+    Q_EMIT statusMessage(Velmora::tr("Workspace loaded: %1").arg(path));
+}
+
+void SessionLibrary::stopRestoring()
+{
+    if (m_restorer)
+        m_restorer->stop();
 }
 
 void SessionLibrary::openEntry(quint64 id)

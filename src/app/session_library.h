@@ -3,8 +3,9 @@
 #include "session/session_record.h"
 
 #include <QObject>
+#include <QPointer>
 
-#include <functional>
+#include <optional>
 
 class QWidget;
 
@@ -12,6 +13,8 @@ namespace velmora {
 
 class SessionHistory;
 class SessionTabs;
+class SessionWidget;
+class TabRestorer;
 struct Workspace;
 
 /// Saves and opens sessions as files and as workspaces, and lets the entries of the history be opened, changed, saved
@@ -26,8 +29,13 @@ public:
     void saveSession();
     void chooseSession();
     void openSessionFile(const QString &path);
+    /// For a file that a command line or another program names: shows first what would be opened.
+    void offerSessionFile(const QString &path);
     void saveWorkspace();
     void chooseWorkspace();
+    void openWorkspace(const QString &path);
+    /// Leaves a workspace that is being restored at the tabs that are there.
+    void stopRestoring();
 
     /// For the entry of the history with this number; one that is gone is passed over.
     void openEntry(quint64 id);
@@ -38,19 +46,28 @@ public:
 
 Q_SIGNALS:
     void recordOpened(const velmora::SessionRecord &record);
+    /// A tab of a workspace is to be added behind the others without being shown or started.
+    void recordRestored(const velmora::SessionRecord &record);
+    void restoreProgressed(qsizetype done, qsizetype total);
+    void restoreFinished();
     void statusMessage(const QString &message);
 
 private:
     void askAndSave(const SessionRecord &record);
+    /// The session in a file; nothing, and a warning, when there is none.
+    [[nodiscard]] std::optional<SessionRecord> readSession(const QString &path);
+    void openRead(const SessionRecord &record);
     void writeWorkspace(const QString &path);
-    void openWorkspace(const QString &path);
     void replaceHistory(const Workspace &workspace, const QString &path);
-    void restoreTabs(const Workspace &workspace);
+    void restoreTabs(const Workspace &workspace, const QString &path);
+    void finishRestoring(const Workspace &workspace, const QString &path);
     void warn(const QString &title, const QString &text);
 
     SessionTabs &m_tabs;
     SessionHistory &m_history;
     QWidget *m_window;
+    QPointer<TabRestorer> m_restorer;
+    QPointer<SessionWidget> m_front; ///< of the tabs restored so far, the one that was in front
 };
 
 } // namespace velmora

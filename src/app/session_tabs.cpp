@@ -56,7 +56,10 @@ SessionTabs::SessionTabs(QWidget *parent) : QTabWidget(parent)
     setMovable(true);
     setDocumentMode(true);
     setElideMode(Qt::ElideRight);
-    connect(this, &QTabWidget::currentChanged, this, [this] { Q_EMIT currentSessionChanged(currentSession()); });
+    connect(this, &QTabWidget::currentChanged, this, [this] {
+        startWaiting(currentSession());
+        Q_EMIT currentSessionChanged(currentSession());
+    });
 }
 
 void SessionTabs::addHome(QWidget *page, const QIcon &icon, const QString &title)
@@ -83,6 +86,19 @@ void SessionTabs::showHome()
 
 void SessionTabs::addSession(SessionWidget *session, const QIcon &icon, const QString &title)
 {
+    setCurrentIndex(append(session, icon, title));
+    // Its shortcuts answer at once, without a click into it.
+    session->setFocus();
+}
+
+void SessionTabs::addWaitingSession(SessionWidget *session, const QIcon &icon, const QString &title)
+{
+    m_waiting.insert(session);
+    append(session, icon, title);
+}
+
+int SessionTabs::append(SessionWidget *session, const QIcon &icon, const QString &title)
+{
     const int index = addTab(session, icon, {});
     setTitle(index, title);
     connect(session, &SessionWidget::tabTitleChanged, this, [this, session](const QString &changed) {
@@ -90,9 +106,13 @@ void SessionTabs::addSession(SessionWidget *session, const QIcon &icon, const QS
         if (at >= 0)
             setTitle(at, changed);
     });
-    setCurrentIndex(index);
-    // Its shortcuts answer at once, without a click into it.
-    session->setFocus();
+    return index;
+}
+
+void SessionTabs::startWaiting(SessionWidget *session)
+{
+    if (m_waiting.remove(session))
+        session->start();
 }
 
 SessionWidget *SessionTabs::sessionAt(int index) const
@@ -185,6 +205,7 @@ void SessionTabs::removeSession(SessionWidget *session)
     const int index = indexOf(session);
     if (index < 0)
         return;
+    m_waiting.remove(session); // whose address may come to be that of another
     removeTab(index);
     // It may be in the middle of a signal that led here.
     session->hide();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QSet>
 #include <QTabWidget>
 
 #include <functional>
@@ -25,6 +26,9 @@ public:
     /// Adds a session behind the other tabs and makes it current. From then on its `tabTitleChanged` retitles the tab.
     void addSession(SessionWidget *session, const QIcon &icon, const QString &title);
 
+    /// The same, but the current tab stays and the session is started when its tab first becomes current.
+    void addWaitingSession(SessionWidget *session, const QIcon &icon, const QString &title);
+
     /// The session of a tab; null for the home page or when there is no such tab.
     [[nodiscard]] SessionWidget *sessionAt(int index) const;
     [[nodiscard]] SessionWidget *currentSession() const { return sessionAt(currentIndex()); }
@@ -48,9 +52,13 @@ Q_SIGNALS:
     void currentSessionChanged(velmora::SessionWidget *session);
 
 private:
+    int append(SessionWidget *session, const QIcon &icon, const QString &title);
+    void startWaiting(SessionWidget *session);
     void setTitle(int index, const QString &title);
     void confirmClose(QList<QPointer<SessionWidget>> sessions, std::function<void()> go);
     void removeSession(SessionWidget *session);
+
+    QSet<SessionWidget *> m_waiting; ///< sessions that have not been started yet
 };
 
 } // namespace velmora

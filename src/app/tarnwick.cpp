@@ -9,6 +9,7 @@
 #include "app/main_menu.h"
 #include "app/options_dialog.h"
 #include "app/recovery_offer.h"
+#include "app/restore_progress.h"
 #include "app/session_kinds.h"
 #include "app/session_library.h"
 #include "app/session_panel.h"
@@ -48,6 +49,17 @@ const SessionKindRow &kindForPair(const SessionPaths &paths)
 {
     const bool folders = QFileInfo(paths.left).isDir() && QFileInfo(paths.right).isDir();
     return sessionKind(folders ? QLatin1String("folder") : QLatin1String("text"));
+}
+
+const SessionKindRow &kindOf(const SessionRecord &record)
+{
+    const SessionKindRow *known = findSessionKind(record.type);
+    return known ? *known : kindForPair(record.paths);
+}
+
+QString titleOf(const SessionRecord &record)
+{
+    return record.name.isEmpty() ? sessionTitle(kindOf(record), record.paths) : record.name;
 }
 
 bool storedDarkTheme()
@@ -129,10 +141,22 @@ void Tarnwick::buildCentre()
             onEditRecentSession();
     });
     connect(m_panel->tree(), &QWidget::customContextMenuRequested, this, &Tarnwick::onSessionTreeContextMenu);
-    connect(m_library, &SessionLibrary::recordOpened, this, &Tarnwick::openRecord);
-    connect(m_library, &SessionLibrary::statusMessage, this, [this](const QString &message) { showStatus(message); });
+    connectLibrary();
     connect(&m_history, &SessionHistory::changed, this, &Tarnwick::showHistory);
     showHistory();
+}
+
+void Tarnwick::connectLibrary()
+{
+    connect(m_library, &SessionLibrary::recordOpened, this, &Tarnwick::openRecord);
+    connect(m_library, &SessionLibrary::recordRestored, this, &Tarnwick::restoreRecord);
+    connect(m_library, &SessionLibrary::statusMessage, this, [this](const QString &message) { showStatus(message); });
+
+    auto *progress = new RestoreProgress(statusBar());
+    statusBar()->addPermanentWidget(progress);
+    connect(m_library, &SessionLibrary::restoreProgressed, progress, &RestoreProgress::show);
+    connect(m_library, &SessionLibrary::restoreFinished, progress, &QWidget::hide);
+    connect(progress, &RestoreProgress::stopRequested, m_library, &SessionLibrary::stopRestoring);
 }
 
 void Tarnwick::handleArguments(const QStringList &arguments)
@@ -147,7 +171,7 @@ void Tarnwick::handleArguments(const QStringList &arguments)
             setExplorerRight(absoluteForm(pick.path));
     }
     if (!line.sessionFile.isEmpty()) {
-        m_library->openSessionFile(absoluteForm(line.sessionFile));
+        m_library->offerSessionFile(absoluteForm(line.sessionFile));
     } else if (line.paths.size() == 2) {
         openCompare(line.mode, absoluteForm(line.paths[0]), absoluteForm(line.paths[1]));
         m_explorerLeft.clear();
@@ -189,13 +213,22 @@ void Tarnwick::openSession(const QString &kind, const SessionPaths &paths)
 
 void Tarnwick::openRecord(const SessionRecord &record)
 {
-    const SessionKindRow *known = findSessionKind(record.type);
-    const SessionKindRow &row = known ? *known : kindForPair(record.paths);
-    const QString title = record.name.isEmpty() ? sessionTitle(row, record.paths) : record.name;
-    SessionWidget *session = addSession(row, title, record.paths);
+    const SessionKindRow &row = kindOf(record);
+    SessionWidget *session = addSession(row, titleOf(record), record.paths);
     if (!record.options.isEmpty())
         session->setOptions(record.options);
     session->start();
+}
+
+void Tarnwick::restoreRecord(const SessionRecord &record)
+{
+    const SessionKindRow &row = kindOf(record);
+    const QString title = titleOf(record);
+    SessionWidget *session = row.create(*this, row, nullptr);
+    m_tabs->addWaitingSession(session, sessionKindIcon(row.id), title);
+    fillSession(session, row, title, record.paths);
+    if (!record.options.isEmpty())
+        session->setOptions(record.options);
 }
 
 void Tarnwick::offerRecovery()
@@ -229,12 +262,18 @@ SessionWidget *Tarnwick::addSession(const SessionKindRow &kind, const QString &t
 {
     SessionWidget *session = kind.create(*this, kind, nullptr);
     m_tabs->addSession(session, sessionKindIcon(kind.id), title);
+    fillSession(session, kind, title, paths);
+    return session;
+}
+
+void Tarnwick::fillSession(SessionWidget *session, const SessionKindRow &kind, const QString &title,
+                           const SessionPaths &paths)
+{
     if (paths != SessionPaths()) {
         session->setPaths(paths);
         recordSession(kind.id, title, paths);
     }
     hookSession(session, kind);
-    return session;
 }
 
 void Tarnwick::hookSession(SessionWidget *session, const SessionKindRow &kind)

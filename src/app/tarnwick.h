@@ -43,6 +43,8 @@ public:
     /// Opens a remembered session in a new tab and starts it: under its name or, when it has none, under those of its
     /// paths.
     void openRecord(const SessionRecord &record);
+    /// Adds a remembered session behind the other tabs, to be started when its tab is first shown.
+    void restoreRecord(const SessionRecord &record);
 
     /// Remembers `path` as the left side of the comparison that the next right side opens.
     void setExplorerLeft(const QString &path);
@@ -112,9 +114,13 @@ protected:
 
 private:
     void buildCentre();
+    void connectLibrary();
     void openEmptyOf(const char *kind);
     void openLonePath(const QString &mode, const QString &path);
     SessionWidget *addSession(const SessionKindRow &kind, const QString &title, const SessionPaths &paths = {});
+    /// For a session that has just been added: its paths, if any, are filled in and remembered.
+    void fillSession(SessionWidget *session, const SessionKindRow &kind, const QString &title,
+                     const SessionPaths &paths);
     /// Connects a session that has just been added: what it compares is remembered.
     void hookSession(SessionWidget *session, const SessionKindRow &kind);
     void recordSession(const QString &type, const QString &name, const SessionPaths &paths);

@@ -6,6 +6,7 @@
 #include "app/session_library.h"
 #include "app/session_panel.h"
 #include "app/session_tabs.h"
+#include "app/tab_restorer.h"
 #include "app/tarnwick.h"
 #include "core/settings_store.h"
 #include "support/test_main.h"
@@ -49,6 +50,10 @@ struct Shelf {
             opened.append(record.type + u' ' + record.name);
             add(record.name);
         });
+        QObject::connect(&library, &SessionLibrary::recordRestored, &tabs, [this](const SessionRecord &record) {
+            opened.append(record.type + u' ' + record.name);
+            tabs.addWaitingSession(new ProbeSession(host), {}, record.name);
+        });
         QObject::connect(&library, &SessionLibrary::statusMessage, &tabs,
                          [this](const QString &message) { dialogs.said.append(message); });
     }
@@ -64,6 +69,26 @@ struct Shelf {
     [[nodiscard]] RecordDialog *dialog() { return tabs.findChild<RecordDialog *>(); }
 
     QStringList takeSaid() { return std::exchange(dialogs.said, {}); }
+
+    /// Opens a workspace file and answers yes to everything.
+    void restore(const QString &path)
+    {
+        dialogs.paths = {path};
+        dialogs.answers = {1, 1};
+        library.chooseWorkspace();
+    }
+
+    /// The titles of the sessions that have been started.
+    [[nodiscard]] QStringList started() const
+    {
+        QStringList result;
+        const QList<SessionWidget *> sessions = tabs.sessions();
+        for (SessionWidget *session : sessions) {
+            if (!qobject_cast<ProbeSession *>(session)->log.isEmpty())
+                result.append(tabs.titleAt(tabs.indexOf(session)));
+        }
+        return result;
+    }
 
     ScriptedDialogs dialogs;
     SilentHost host;
@@ -323,7 +348,77 @@ private Q_SLOTS:
                                             "Workspace loaded: %1")
                                  .arg(path));
         QCOMPARE(shelf.opened, (QStringList{QStringLiteral("text a"), QStringLiteral("sync b")}));
-        QCOMPARE(shelf.tabs.currentIndex(), 2);
+        QCOMPARE(shelf.tabs.currentIndex(), 0);
+        QVERIFY(shelf.started().isEmpty());
+    }
+
+    void restoresManyTabsWithoutStartingThem()
+    {
+        const QString file = write("many.kvworkspace", manyTabs(60, 57));
+        Shelf shelf;
+        shelf.history.add(QStringLiteral("text"), {}, {QStringLiteral("/m"), {}, {}});
+        shelf.add(QStringLiteral("open before"));
+        QSignalSpy stored(&shelf.history, &SessionHistory::changed);
+        QSignalSpy current(&shelf.tabs, &QTabWidget::currentChanged);
+        QSignalSpy progressed(&shelf.library, &SessionLibrary::restoreProgressed);
+        QSignalSpy finished(&shelf.library, &SessionLibrary::restoreFinished);
+        shelf.restore(file);
+        QTRY_COMPARE(finished.count(), 1);
+        QCOMPARE(shelf.tabs.count(), 62);
+        // The session that was in front is so again, although other tabs stand before it; no other came to the front.
+        QCOMPARE(shelf.tabs.titleAt(shelf.tabs.currentIndex()), QStringLiteral("tab 57"));
+        QCOMPARE(current.count(), 1);
+        QCOMPARE(shelf.started(), QStringList{QStringLiteral("tab 57")});
+        QCOMPARE(progressed.constFirst(), (QVariantList{QVariant::fromValue(TabRestorer::perTurn), qsizetype(60)}));
+        QCOMPARE(stored.count(), 1); // the history of the file
+        shelf.tabs.setCurrentIndex(2);
+        shelf.tabs.showHome();
+        shelf.tabs.setCurrentIndex(2);
+        QCOMPARE(shelf.started(), (QStringList{QStringLiteral("tab 1"), QStringLiteral("tab 57")}));
+        QCOMPARE(qobject_cast<ProbeSession *>(shelf.tabs.sessionAt(2))->log.size(), 1);
+    }
+
+    void restoringCanBeStopped()
+    {
+        const QString file = write("many.kvworkspace", manyTabs(60, 57));
+        Shelf shelf;
+        QSignalSpy finished(&shelf.library, &SessionLibrary::restoreFinished);
+        QObject::connect(&shelf.library, &SessionLibrary::restoreProgressed, &shelf.library,
+                         &SessionLibrary::stopRestoring, Qt::QueuedConnection);
+        shelf.restore(file);
+        QTRY_COMPARE(finished.count(), 1);
+        const int there = shelf.tabs.count();
+        QVERIFY2(there > 1 && there <= 2 * TabRestorer::perTurn + 1, qPrintable(QString::number(there)));
+        QCoreApplication::processEvents();
+        QCOMPARE(shelf.tabs.count(), there);
+        QCOMPARE(shelf.tabs.currentIndex(), 0);
+        QCOMPARE(shelf.takeSaid().constLast(), QStringLiteral("Workspace loaded: %1").arg(file));
+    }
+
+    void theWindowMayCloseWhileItRestores()
+    {
+        const QString file = write("many.kvworkspace", manyTabs(60, 57));
+        auto shelf = std::make_unique<Shelf>();
+        shelf->restore(file);
+        shelf.reset();
+        QCoreApplication::processEvents();
+    }
+
+    // Storing a hundred times over makes the settings file a hundred times.
+    void theHistoryIsStoredOnceForManyTabs()
+    {
+        SessionHistory history;
+        QSignalSpy changed(&history, &SessionHistory::changed);
+        {
+            const SessionHistory::Batch outer(history);
+            const SessionHistory::Batch inner(history);
+            for (int i = 0; i < 5; ++i)
+                history.add(QStringLiteral("text"), {}, {QString::number(i), {}, {}});
+        }
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(SessionHistory().entries().size(), 5);
+        const SessionHistory::Batch idle(history);
+        QCOMPARE(changed.count(), 1);
     }
 
     void changesAnEntry()
@@ -459,17 +554,50 @@ private Q_SLOTS:
     {
         const QString path =
             write("x.kvsession", R"({"type":"folder","name":"Named","leftPath":"/a","rightPath":"/b"})");
+        ScriptedDialogs dialogs;
         Tarnwick window;
-        window.handleArguments(
-            {QStringLiteral("velmora"), QStringLiteral("--binary"), QStringLiteral("/p"), path, QStringLiteral("/q")});
+        const QStringList arguments = {QStringLiteral("velmora"), QStringLiteral("--binary"), QStringLiteral("/p"),
+                                       path, QStringLiteral("/q")};
+        // Whoever wrote the file and named it here: what it would open is shown first.
+        window.handleArguments(arguments);
+        QCOMPARE(dialogs.said, QStringList{QStringLiteral("Open session: Open this session?\n\nType: Folder compare\n"
+                                                          "Left: /a\nRight: /b [Yes]")});
         const auto *tabs = window.findChild<SessionTabs *>();
+        QCOMPARE(tabs->count(), 1);
+        dialogs.answers = {1};
+        window.handleArguments(arguments);
         QCOMPARE(tabs->count(), 2);
         QCOMPARE(tabs->titleAt(1), QStringLiteral("Named"));
         QCOMPARE(tabs->currentSession()->paths(), (SessionPaths{QStringLiteral("/a"), QStringLiteral("/b"), {}}));
         QCOMPARE(window.statusBar()->currentMessage(), QStringLiteral("Session opened: Named"));
     }
 
+    void showsWhatAPathHides()
+    {
+        const QString path =
+            write("x.kvsession", R"({"type":"tExt ","leftPath":"/a\u202etxt.exe\n<b>","basePath":"x"})");
+        Shelf shelf;
+        shelf.library.offerSessionFile(path);
+        QCOMPARE(shelf.takeSaid(), QStringList{QStringLiteral("Open session: Open this session?\n\nType: Text compare\n"
+                                                              "Base: x\nLeft: /a\\u202etxt.exe\\u000a<b> [Yes]")});
+        QVERIFY(shelf.opened.isEmpty());
+    }
+
 private:
+    /// A workspace with numbered tabs, the one at `front` in front.
+    static QByteArray manyTabs(int count, int front)
+    {
+        Workspace workspace;
+        workspace.sessions = {makeRecord(QStringLiteral("text"), QStringLiteral("/a"))};
+        workspace.activeTabIndex = front;
+        for (int i = 1; i <= count; ++i) {
+            SessionRecord record = makeRecord(QStringLiteral("text"), QString::number(i));
+            record.name = QStringLiteral("tab %1").arg(i);
+            workspace.openTabs.append({record, i});
+        }
+        return QJsonDocument(workspaceToJson(workspace)).toJson();
+    }
+
     QString write(const char *name, const QByteArray &content) const
     {
         const QString path = m_folder.filePath(QLatin1String(name));
