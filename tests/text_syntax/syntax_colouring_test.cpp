@@ -1,0 +1,194 @@
+#include "session/diff_colours.h"
+#include "session/theme.h"
+#include "support/test_main.h"
+#include "text/view/syntax_colouring.h"
+#include "text_session/edit_fixture.h"
+#include "text_syntax/syntax_pictures.h"
+
+#include <QAction>
+#include <QSignalSpy>
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+/// Counts how often lines are asked for.
+class CountingSource final : public LineSource {
+public:
+    explicit CountingSource(TextLines lines) : m_lines(std::move(lines)) {}
+
+    [[nodiscard]] qsizetype count() const override { return m_lines.count(); }
+    [[nodiscard]] std::string_view bytes(qsizetype line) const override
+    {
+        ++fetched;
+        return m_lines.line(line);
+    }
+
+    mutable std::atomic<qint64> fetched = 0;
+
+private:
+    TextLines m_lines;
+};
+
+std::shared_ptr<const DiffDocument> documentOf(std::shared_ptr<const LineSource> left)
+{
+    return std::make_shared<DiffDocument>(QList<AlignedRow>(), std::move(left),
+                                          std::make_shared<TextLinesSource>(TextLines()));
+}
+
+std::shared_ptr<const LineSource> sourceOf(const QByteArray &text)
+{
+    return std::make_shared<TextLinesSource>(TextLines::split(text));
+}
+
+/// Colours lines as a frame does, and returns the picture of the last one.
+QString frame(SyntaxColouring &colouring, qsizetype first, qsizetype last)
+{
+    QString drawn;
+    colouring.beginFrame();
+    for (qsizetype line = first; line <= last; ++line)
+        drawn = picture(colouring.tokensOf(line));
+    colouring.endFrame();
+    return drawn;
+}
+
+QString typeOf(DiffScene &scene, Side side)
+{
+    const auto &definition = scene.colouring(side).definition();
+    return definition ? definition->name : QString();
+}
+
+/// How many pixels of a pane have the colour, about.
+int pixelsIn(DiffPane &pane, const QColor &colour)
+{
+    QImage image(pane.size(), QImage::Format_RGB32);
+    pane.render(&image);
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor pixel = image.pixelColor(x, y);
+            if (std::abs(pixel.red() - colour.red()) + std::abs(pixel.green() - colour.green()) +
+                    std::abs(pixel.blue() - colour.blue()) <
+                40)
+                ++count;
+        }
+    }
+    return count;
+}
+
+} // namespace
+
+class SyntaxColouringTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void linesInSightAreColouredAtOnceAndOthersNotRead()
+    {
+        const auto source =
+            std::make_shared<CountingSource>(TextLines::split(QByteArray("int x;\n").repeated(500'000)));
+        SyntaxColouring colouring(Side::Left);
+        colouring.setDefinition(library().named(QStringLiteral("C/C++")));
+        colouring.setDocument(documentOf(source));
+        source->fetched = 0;
+        QCOMPARE(frame(colouring, 0, 60), QStringLiteral("ttt"));
+        QCOMPARE(frame(colouring, 3, 63), QStringLiteral("ttt"));
+        QVERIFY(source->fetched < 200);
+    }
+
+    void colourFollowsAJumpAcrossTheText()
+    {
+        QByteArray text("/* open\n");
+        text += QByteArray("still in the comment\n").repeated(300'000);
+        text += "*/ int\nint\n";
+        SyntaxColouring colouring(Side::Left);
+        const QSignalSpy arrived(&colouring, &SyntaxColouring::arrived);
+        colouring.setDefinition(library().named(QStringLiteral("C/C++")));
+        colouring.setDocument(documentOf(sourceOf(text)));
+        QCOMPARE(frame(colouring, 299'980, 300'001), QString()); // not a guess either
+        QTRY_COMPARE_WITH_TIMEOUT(frame(colouring, 299'980, 300'001), QStringLiteral("cc ttt"), 60'000);
+        QVERIFY(!arrived.isEmpty());
+        QCOMPARE(frame(colouring, 300'002, 300'002), QStringLiteral("ttt"));
+    }
+
+    void linesBehindAnEditAreColouredAnew()
+    {
+        const QByteArray rest = QByteArray("int\n").repeated(100);
+        SyntaxColouring colouring(Side::Left);
+        colouring.setDefinition(library().named(QStringLiteral("C/C++")));
+        colouring.setDocument(documentOf(sourceOf("int\n" + rest)));
+        QCOMPARE(frame(colouring, 0, 80), QStringLiteral("ttt"));
+        colouring.takeEdit(documentOf(sourceOf("int /*\n\n" + rest)), 0, 1, 2);
+        QCOMPARE(frame(colouring, 0, 80), QStringLiteral("ccc"));
+        colouring.takeEdit(documentOf(sourceOf("int\n" + rest)), 0, 2, 1);
+        QCOMPARE(frame(colouring, 70, 80), QStringLiteral("ttt"));
+        colouring.setDefinition(nullptr);
+        QCOMPARE(frame(colouring, 0, 80), QString());
+    }
+
+    void longLinesAreColouredFrameByFrame()
+    {
+        const QByteArray line = QByteArray("f(\"x\"); ").repeated(2000) + '\n';
+        SyntaxColouring colouring(Side::Left);
+        const QSignalSpy arrived(&colouring, &SyntaxColouring::arrived);
+        colouring.setDefinition(library().named(QStringLiteral("C/C++")));
+        colouring.setDocument(documentOf(sourceOf(line.repeated(60))));
+        const qsizetype before = arrived.size();
+        QCOMPARE(frame(colouring, 0, 59), QString());
+        QTRY_VERIFY(arrived.size() > before);
+        int frames = 1;
+        while (frame(colouring, 0, 59).isEmpty())
+            QVERIFY(++frames < 20);
+        QVERIFY(frames > 1);
+    }
+
+    void theTypeIsThatOfTheOptionsOrOfTheFile()
+    {
+        SessionFixture f;
+        DiffScene &scene = f.session.view().scene();
+        f.compare(f.file(QStringLiteral("a.py"), "x = 1\n"), f.file(QStringLiteral("b.rs"), "x = 1\n"));
+        QCOMPARE(typeOf(scene, Side::Left), QStringLiteral("Python"));
+        QCOMPARE(typeOf(scene, Side::Right), QStringLiteral("Rust"));
+        f.compare(f.path(QStringLiteral("a.py")), f.file(QStringLiteral("a.old"), "x = 1\n"));
+        QCOMPARE(typeOf(scene, Side::Right), QStringLiteral("Python"));
+        f.compare(f.file(QStringLiteral("a"), "#!/bin/sh\n"), f.file(QStringLiteral("b"), "text\n"));
+        QCOMPARE(typeOf(scene, Side::Left), QStringLiteral("Shell"));
+
+        QJsonObject options = f.session.options();
+        options.insert(QStringLiteral("leftFileType"), QStringLiteral("SQL"));
+        options.insert(QStringLiteral("sameAsLeftFileFormat"), false);
+        f.session.setOptions(options);
+        f.compare(f.path(QStringLiteral("a.py")), f.path(QStringLiteral("b.rs")));
+        QCOMPARE(typeOf(scene, Side::Left), QStringLiteral("SQL"));
+        QCOMPARE(typeOf(scene, Side::Right), QStringLiteral("Rust"));
+        options.insert(QStringLiteral("leftFileType"), QStringLiteral("A type from elsewhere"));
+        options.insert(QStringLiteral("sameAsLeftFileFormat"), true);
+        f.session.setOptions(options);
+        f.compare(f.path(QStringLiteral("a.py")), f.path(QStringLiteral("b.rs")));
+        QCOMPARE(typeOf(scene, Side::Left), QString());
+        QCOMPARE(typeOf(scene, Side::Right), QString());
+    }
+
+    void keywordsShowTheirInkUntilSwitchedOff()
+    {
+        SessionFixture f;
+        const QByteArray text = QByteArray("return return return return\n").repeated(20);
+        f.compare(f.file(QStringLiteral("a.cpp"), text), f.file(QStringLiteral("b.cpp"), text));
+        f.session.show();
+        const QColor ink = syntaxInks(isDarkTheme())[std::size_t(SyntaxRole::Keyword)];
+        DiffPane &pane = f.session.view().pane(Side::Left);
+        QVERIFY(pixelsIn(pane, ink) > 500);
+        QAction *toggle = f.session.findChild<QAction *>(QStringLiteral("syntaxColoursAction"));
+        toggle->trigger();
+        QVERIFY(pixelsIn(pane, ink) < 50);
+        {
+            SessionFixture next;
+            QVERIFY(!next.session.view().scene().showsSyntax());
+        }
+        toggle->trigger();
+        QVERIFY(pixelsIn(pane, ink) > 500);
+    }
+};
+
+VELMORA_TEST(SyntaxColouringTest)
+#include "syntax_colouring_test.moc"
