@@ -369,6 +369,48 @@ private Q_SLOTS:
         QVERIFY(compareTexts(toTextLines(left), toTextLines(right), {}, cancel, progress).isEmpty());
     }
 
+    /// Such an expression tries each of the ways to divide a run of letters, whose number doubles with each letter.
+    void anExpressionThatRunsAwayGivesUp()
+    {
+        TextSessionOptions options;
+        options.unimportantText = {QStringLiteral("(a+)+$"), QStringLiteral("stamp")};
+        const QString slow = QString(60, u'a') + u'!';
+        const QStringList left{QStringLiteral("same"), slow + u'1', QStringLiteral("aaa"), QStringLiteral("stamp 1")};
+        const QStringList right{QStringLiteral("same"), slow + u'2', QStringLiteral("aaaa"), QStringLiteral("stamp 2")};
+        Progress progress;
+        CompareRemarks remarks;
+        const auto rows = compareTexts(toTextLines(left), toTextLines(right), options, {}, progress, &remarks);
+        const DiffCounts counts = countRows(rows);
+        QVERIFY(counts.differences() > 0); // the slow lines count
+        QVERIFY(remarks.expressionsGivenUp >= 2);
+        QCOMPARE(rows.first().kind, Equal);
+        QCOMPARE(rows.last().kind, Equal);              // by the other expression
+        QCOMPARE(rows.at(rows.size() - 2).kind, Equal); // where the slow one can be decided
+        options.unimportantText = {QStringLiteral("stamp")};
+        const auto plain = compareTexts(toTextLines(left), toTextLines(right), options, {}, progress, &remarks);
+        QCOMPARE(remarks.expressionsGivenUp, 0);
+        QCOMPARE(countRows(plain).differences() > counts.differences(), true);
+    }
+
+    void aSlowExpressionIsCancelledBetweenLines()
+    {
+        TextSessionOptions options;
+        options.unimportantText = {QStringLiteral("(a+)+$")};
+        QStringList lines;
+        for (int line = 0; line < 5000; ++line)
+            lines.append(QString::number(line) + QString(60, u'a') + u'!');
+        const CancelFlag cancel;
+        int reports = 0;
+        Progress progress(
+            [&](const ProgressState &) {
+                ++reports;
+                cancel.cancel();
+            },
+            std::chrono::milliseconds(0));
+        QVERIFY(compareTexts(toTextLines(lines), toTextLines(lines), options, cancel, progress).isEmpty());
+        QCOMPARE(reports, 1); // the next one would have come a thousand lines later
+    }
+
     void progressCountsBothPhases()
     {
         QStringList left;

@@ -89,9 +89,10 @@ AlignParams alignParams(const TextSessionOptions &options)
 }
 
 QList<AlignedRow> compareTexts(const TextLines &left, const TextLines &right, const TextSessionOptions &options,
-                               const CancelFlag &cancel, Progress &progress)
+                               const CancelFlag &cancel, Progress &progress, CompareRemarks *remarks)
 {
-    return compareSources(Utf8Lines(left), Utf8Lines(right), options, cancel, progress);
+    CompareRemarks own;
+    return compareSources(Utf8Lines(left), Utf8Lines(right), options, cancel, progress, remarks ? *remarks : own);
 }
 
 QList<DiffLine> withTexts(const QList<AlignedRow> &rows, const TextLines &left, const TextLines &right,
@@ -109,7 +110,9 @@ QList<DiffLine> compareTextLines(const QStringList &left, const QStringList &rig
                                  const CancelFlag &cancel)
 {
     Progress progress;
-    const QList<AlignedRow> rows = compareSources(Utf16Lines(left), Utf16Lines(right), options, cancel, progress);
+    CompareRemarks remarks;
+    const QList<AlignedRow> rows =
+        compareSources(Utf16Lines(left), Utf16Lines(right), options, cancel, progress, remarks);
     return withTextsOf(rows, textsOf(left, options.compareLineEndings), textsOf(right, options.compareLineEndings),
                        sharedAlready, cancel);
 }

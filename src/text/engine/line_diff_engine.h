@@ -31,6 +31,11 @@ struct CharRange {
     friend bool operator==(const CharRange &, const CharRange &) = default;
 };
 
+/// What there is to say about a comparison beside its rows.
+struct CompareRemarks {
+    qint64 expressionsGivenUp = 0; ///< times that an expression of the unimportant text was too slow to be decided
+};
+
 /// Compares two texts given line by line under `options` and returns the aligned rows in display order.
 ///
 /// Lines come without their line feeds; they may end in a carriage return. Reentrant. When `cancel` is set the call
@@ -40,10 +45,11 @@ struct CharRange {
 
 /// The same rows for two texts held as `TextLines`, without their texts (see `AlignedRow`). Only lines whose white
 /// space or case is changed for the comparison are copied; costs about linear time, and some 30 bytes a line beside the
-/// texts. `progress` counts lines of both sides in phase 0 (reading them) and matched left lines in phase 1.
+/// texts. `progress` counts lines of both sides in phase 0 (reading them) and matched left lines in phase 1. Writes
+/// `remarks` unless it is null.
 [[nodiscard]] QList<AlignedRow> compareTexts(const TextLines &left, const TextLines &right,
                                              const TextSessionOptions &options, const CancelFlag &cancel,
-                                             Progress &progress);
+                                             Progress &progress, CompareRemarks *remarks = nullptr);
 
 /// The rows of `compareTexts` with their texts, as `compareTextLines` would have returned them for the same lines.
 [[nodiscard]] QList<DiffLine> withTexts(const QList<AlignedRow> &rows, const TextLines &left, const TextLines &right,

@@ -15,7 +15,7 @@ namespace {
 constexpr qint64 linesPerReport = 1024;
 
 /// What a search for unimportant text costs, in the steps of a CancelPoll.
-constexpr qint64 stepsPerSearch = 512;
+constexpr qint64 stepsPerSearch = 1 << 14;
 
 bool needsNormalizing(const TextSessionOptions &options)
 {
@@ -72,8 +72,9 @@ UnimportantLines findUnimportant(const Source &left, const Source &right, Unimpo
 /// One-sided rows whose line is unimportant count as equal.
 template <typename Source>
 void excuseOrphans(QList<AlignedRow> &rows, const Source &left, const Source &right, const UnimportantLines &lines,
-                   UnimportantText &text, const TextSessionOptions &options)
+                   UnimportantText &text, const TextSessionOptions &options, const CancelFlag &cancel)
 {
+    CancelPoll poll(cancel);
     const auto isUnimportant = [&](const Source &source, const std::vector<bool> &flags, qint32 number) {
         const auto line = source.line(number - 1);
         // A carriage return that the row shows can keep a regular expression from matching.
@@ -82,6 +83,8 @@ void excuseOrphans(QList<AlignedRow> &rows, const Source &left, const Source &ri
         return bool(flags[size_t(number - 1)]);
     };
     for (AlignedRow &row : rows) {
+        if (poll.stop(stepsPerSearch))
+            break;
         const bool excused = (row.kind == Removed && isUnimportant(left, lines.left, row.leftLine)) ||
                              (row.kind == Added && isUnimportant(right, lines.right, row.rightLine));
         if (excused)
@@ -105,7 +108,7 @@ QList<AlignedRow> align(BothSides<Source> &&sides, const TextSessionOptions &opt
 
 template <typename Source>
 QList<AlignedRow> compareSources(const Source &left, const Source &right, const TextSessionOptions &options,
-                                 const CancelFlag &cancel, Progress &progress)
+                                 const CancelFlag &cancel, Progress &progress, CompareRemarks &remarks)
 {
     UnimportantText text(options.unimportantText);
     UnimportantLines unimportant;
@@ -129,13 +132,16 @@ QList<AlignedRow> compareSources(const Source &left, const Source &right, const 
 
     QList<AlignedRow> rows = align(std::move(sides), options, cancel, progress);
     if (!text.isEmpty() && !options.orphanLinesAlwaysImportant)
-        excuseOrphans(rows, left, right, unimportant, text, options);
+        excuseOrphans(rows, left, right, unimportant, text, options, cancel);
+    remarks.expressionsGivenUp = text.timesGivenUp();
+    if (cancel.isCancelled())
+        return {};
     return rows;
 }
 
 template QList<AlignedRow> compareSources(const Utf8Lines &, const Utf8Lines &, const TextSessionOptions &,
-                                          const CancelFlag &, Progress &);
+                                          const CancelFlag &, Progress &, CompareRemarks &);
 template QList<AlignedRow> compareSources(const Utf16Lines &, const Utf16Lines &, const TextSessionOptions &,
-                                          const CancelFlag &, Progress &);
+                                          const CancelFlag &, Progress &, CompareRemarks &);
 
 } // namespace velmora

@@ -10,6 +10,8 @@
 
 namespace velmora {
 
+struct CompareRemarks;
+
 /// The steps that a `Progress` counts.
 enum ComparisonPhase : int {
     ReadingLines = 0,  ///< lines of both sides
@@ -20,11 +22,11 @@ enum ComparisonPhase : int {
 template <typename Source>
 [[nodiscard]] QList<AlignedRow> compareSources(const Source &left, const Source &right,
                                                const TextSessionOptions &options, const CancelFlag &cancel,
-                                               Progress &progress);
+                                               Progress &progress, CompareRemarks &remarks);
 
 extern template QList<AlignedRow> compareSources(const Utf8Lines &, const Utf8Lines &, const TextSessionOptions &,
-                                                 const CancelFlag &, Progress &);
+                                                 const CancelFlag &, Progress &, CompareRemarks &);
 extern template QList<AlignedRow> compareSources(const Utf16Lines &, const Utf16Lines &, const TextSessionOptions &,
-                                                 const CancelFlag &, Progress &);
+                                                 const CancelFlag &, Progress &, CompareRemarks &);
 
 } // namespace velmora

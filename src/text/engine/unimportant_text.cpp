@@ -1,5 +1,6 @@
 #include "text/engine/unimportant_text.h"
 
+#include "core/bounded_expression.h"
 #include "text/engine/utf16_units.h"
 
 #include <algorithm>
@@ -12,7 +13,7 @@ UnimportantText::UnimportantText(const QStringList &entries)
         const QString text = entry.trimmed();
         if (text.isEmpty())
             continue;
-        QRegularExpression expression(text);
+        QRegularExpression expression = boundedExpression(text);
         // An expression without special characters finds the text alone.
         const bool matches = expression.isValid() && QRegularExpression::escape(text) != text;
         if (matches)
@@ -21,10 +22,16 @@ UnimportantText::UnimportantText(const QStringList &entries)
     }
 }
 
-bool UnimportantText::isIn(QStringView line) const
+bool UnimportantText::isIn(QStringView line)
 {
-    return std::any_of(m_entries.begin(), m_entries.end(), [line](const Entry &entry) {
-        return line.contains(entry.text) || (entry.matches && entry.expression.match(line).hasMatch());
+    return std::any_of(m_entries.begin(), m_entries.end(), [this, line](const Entry &entry) {
+        if (line.contains(entry.text))
+            return true;
+        if (!entry.matches)
+            return false;
+        const QRegularExpressionMatch match = entry.expression.match(line);
+        m_timesGivenUp += match.isValid() ? 0 : 1;
+        return match.hasMatch();
     });
 }
 

@@ -19,12 +19,12 @@ public:
     [[nodiscard]] bool isEmpty() const noexcept { return m_entries.empty(); }
 
     /// True when any entry is found in `line`.
-    [[nodiscard]] bool isIn(QStringView line) const;
-    [[nodiscard]] bool isIn(std::u16string_view line) const
-    {
-        return isIn(QStringView(line.data(), qsizetype(line.size())));
-    }
+    [[nodiscard]] bool isIn(QStringView line);
+    [[nodiscard]] bool isIn(std::u16string_view line) { return isIn(QStringView(line.data(), qsizetype(line.size()))); }
     [[nodiscard]] bool isIn(std::string_view utf8);
+
+    /// How often an expression gave up on a line, which does not count as found (see `boundedExpression`).
+    [[nodiscard]] qint64 timesGivenUp() const noexcept { return m_timesGivenUp; }
 
 private:
     struct Entry {
@@ -35,6 +35,7 @@ private:
 
     std::vector<Entry> m_entries;
     std::u16string m_units;
+    qint64 m_timesGivenUp = 0;
 };
 
 } // namespace velmora
