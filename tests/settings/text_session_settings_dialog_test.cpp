@@ -176,6 +176,19 @@ private Q_SLOTS:
         QVERIFY(f.dialog.options() == TextSessionOptions());
     }
 
+    void aDetectedTypeIsShownAndNotStored()
+    {
+        TextSessionOptions options;
+        options.leftPath = QStringLiteral("/somewhere/main.py");
+        options.rightPath = QStringLiteral("/somewhere/unknown");
+        SettingsFixture f(options);
+        QCOMPARE(f.get<QComboBox>("leftFileType").currentText(), QStringLiteral("Detected: Python"));
+        QCOMPARE(f.get<QComboBox>("rightFileType").currentText(), QStringLiteral("Everything else"));
+        QVERIFY(f.dialog.options() == options);
+        f.get<QComboBox>("leftFileType").setCurrentText(QStringLiteral("Rust"));
+        QCOMPARE(f.dialog.options().leftFileType, QStringLiteral("Rust"));
+    }
+
     void rightFormatRestsWhileItFollowsTheLeft()
     {
         SettingsFixture f({}, TextSessionSettingsDialog::Format);

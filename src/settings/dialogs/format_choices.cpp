@@ -3,6 +3,7 @@
 #include "core/text_encoding.h"
 #include "session/translate.h"
 #include "settings/options/text_session_options.h"
+#include "text/syntax/syntax_library.h"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -10,13 +11,6 @@
 namespace velmora {
 
 namespace {
-
-QStringList fileTypeNames()
-{
-    return QStringLiteral("C/C++|C#|Java|JavaScript/TypeScript|Python|Go|Rust|Pascal|COBOL|SQL|Shell|PowerShell|Batch|"
-                          "HTML|XML|CSS|JSON|YAML|INI/TOML|Markdown|CMake|Makefile|Diff")
-        .split(u'|');
-}
 
 QComboBox *makeCombo(const QString &name)
 {
@@ -56,13 +50,19 @@ FormatChoices::FormatChoices(const QString &title, const QString &prefix, QWidge
     form->addRow(Velmora::tr("Line ends:"), m_eol);
 }
 
-void FormatChoices::setFormat(const Format &format)
+void FormatChoices::setFormat(const Format &format, const QString &detectedType)
 {
     const TextSessionOptions builtIn;
     const QString everythingElse = Velmora::tr("Everything else");
     const bool general = format.fileType.isEmpty() || format.fileType == everythingElse;
-    fill(*m_fileType, everythingElse, builtIn.leftFileType, fileTypeNames(),
+    fill(*m_fileType, everythingElse, builtIn.leftFileType, SyntaxLibrary::bundled().names(),
          general ? builtIn.leftFileType : format.fileType);
+    if (!detectedType.isEmpty()) {
+        m_fileType->insertItem(1, Velmora::tr("%1: %2").arg(Velmora::tr("Detected"), detectedType),
+                               builtIn.leftFileType);
+        if (m_fileType->currentIndex() == 0)
+            m_fileType->setCurrentIndex(1);
+    }
 
     // Every word for automatic detection is the same choice and stays as it was stored.
     const bool automatic =

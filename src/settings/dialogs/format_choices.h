@@ -23,7 +23,9 @@ public:
     /// The controls are named `prefix` followed by "FileType", "Encoding" and "Eol".
     FormatChoices(const QString &title, const QString &prefix, QWidget *parent = nullptr);
 
-    void setFormat(const Format &format);
+    /// `detectedType` is the type that the file is taken for unless another one is chosen; empty when that is not
+    /// known.
+    void setFormat(const Format &format, const QString &detectedType = {});
     [[nodiscard]] Format format() const;
 
 private:

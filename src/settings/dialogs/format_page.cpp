@@ -3,11 +3,24 @@
 #include "session/translate.h"
 #include "settings/dialogs/format_choices.h"
 #include "settings/options/text_session_options.h"
+#include "text/syntax/syntax_library.h"
 
 #include <QCheckBox>
+#include <QFileInfo>
 #include <QGridLayout>
 
 namespace velmora {
+
+namespace {
+
+/// By the name alone: a dialog does not wait for a disk.
+QString detectedType(const QString &path)
+{
+    const auto definition = SyntaxLibrary::bundled().detect(QFileInfo(path).fileName());
+    return definition ? definition->name : QString();
+}
+
+} // namespace
 
 FormatPage::FormatPage(QWidget *parent)
     : SettingsPage(parent),
@@ -31,8 +44,9 @@ FormatPage::FormatPage(QWidget *parent)
 
 void FormatPage::load(const TextSessionOptions &options)
 {
-    m_left->setFormat({options.leftFileType, options.leftEncoding, options.leftEol});
-    m_right->setFormat({options.rightFileType, options.rightEncoding, options.rightEol});
+    m_left->setFormat({options.leftFileType, options.leftEncoding, options.leftEol}, detectedType(options.leftPath));
+    m_right->setFormat({options.rightFileType, options.rightEncoding, options.rightEol},
+                       detectedType(options.rightPath));
     m_sameAsLeft->setChecked(options.sameAsLeftFileFormat);
 }
 

@@ -28,6 +28,8 @@ void cover(std::vector<Tint> &tints, const Tint &tint)
 std::vector<Tint> tintsIn(const LineInks &inks, qsizetype first, qsizetype end)
 {
     std::vector<Tint> tints;
+    if (first >= end)
+        return tints;
     auto token = std::partition_point(inks.tokens.begin(), inks.tokens.end(),
                                       [first](const SyntaxToken &at) { return at.start + at.length <= first; });
     for (; token != inks.tokens.end() && token->start < end; ++token) {
