@@ -46,7 +46,6 @@ FileErrorKind errorKind(DWORD number)
         return FileErrorKind::ReadFailed;
     case ERROR_DISK_FULL:
     case ERROR_HANDLE_DISK_FULL:
-    case ERROR_DISK_QUOTA_EXCEEDED:
         return FileErrorKind::NoSpace;
     case ERROR_INVALID_NAME:
     case ERROR_FILENAME_EXCED_RANGE:

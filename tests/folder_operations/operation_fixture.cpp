@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QTest>
 
+#include <cstdlib>
 #include <filesystem>
 
 namespace velmora::test {
@@ -76,6 +77,11 @@ void OperationFixture::make(const QStringList &lines)
         QVERIFY(file.write(line.section(u'=', 1).toUtf8()) >= 0);
         file.close();
         setTime(name, ++m_clock);
+#ifdef Q_OS_WIN
+        if (name.section(u'/', -1).startsWith(u'.')) // elsewhere the name alone hides it
+            QCOMPARE(std::system(("attrib +h \"" + QDir::toNativeSeparators(path(name)).toUtf8() + '"').constData()),
+                     0);
+#endif
     }
 }
 
@@ -113,6 +119,18 @@ QStringList OperationFixture::picture() const
     draw(left(), QStringLiteral("left/"), lines);
     draw(right(), QStringLiteral("right/"), lines);
     return lines;
+}
+
+bool OperationFixture::hasRecycleBin()
+{
+    const QString name = QStringLiteral("probe");
+    make({name + u'='});
+    FileError error;
+    const std::unique_ptr<FolderHandle> folder = FileLayer::native().openRoot(m_root, error);
+    const RecycleResult recycled = folder->recycle(name);
+    const FileError end = recycled.error.isError() ? folder->removeFile(name)
+                                                   : FileLayer::native().restore(recycled.binPath, *folder, name);
+    return !recycled.error.isError() && !end.isError();
 }
 
 PlanInput OperationFixture::input() const

@@ -33,6 +33,9 @@ public:
     /// "left" and "right".
     [[nodiscard]] QStringList picture() const;
 
+    /// Not everywhere: tries it with a file of its own.
+    [[nodiscard]] bool hasRecycleBin();
+
     /// A comparison of both sides by contents.
     [[nodiscard]] PlanInput input() const;
     [[nodiscard]] qsizetype indexOf(const PlanInput &input, const QString &name) const;

@@ -9,6 +9,7 @@ namespace velmora {
 namespace {
 
 constexpr int idDigits = 8;
+const NodeState ownersOnly{NodeKind::Folder, 0, 0, std::nullopt, 0700, false};
 
 bool isRunId(const QString &name)
 {
@@ -49,6 +50,19 @@ qint64 keptBytesIn(FolderHandle &run)
     return summary.bytes;
 }
 
+/// Makes the folder of a run under the first free number from `number` on; empty when that fails.
+QString makeRunFolder(FolderHandle &folder, qint64 number, FileError &error)
+{
+    for (;; ++number) {
+        const QString id = QStringLiteral("%1").arg(number, idDigits, 10, QLatin1Char('0'));
+        error = folder.makeFolder(id, &ownersOnly);
+        if (!error.isError())
+            return id;
+        if (error.kind != FileErrorKind::Exists) // another run at the same time
+            return {};
+    }
+}
+
 FileError writeSmallFile(FolderHandle &folder, const QString &name, const QByteArray &bytes)
 {
     FileError error;
@@ -69,7 +83,6 @@ std::unique_ptr<FolderHandle> openOrMakeFolder(FileLayer &files, const QString &
     const std::unique_ptr<FolderHandle> parent = openOrMakeFolder(files, above, error);
     if (!parent)
         return nullptr;
-    const NodeState ownersOnly{NodeKind::Folder, 0, 0, std::nullopt, 0700, false};
     error = parent->makeFolder(path.mid(slash + 1), &ownersOnly);
     if (error.isError() && error.kind != FileErrorKind::Exists)
         return nullptr;
@@ -165,16 +178,14 @@ std::unique_ptr<JournalRun> JournalRun::start(OperationJournal &journal, const O
     if (!folder)
         return nullptr;
     const std::vector<OldRun> older = oldRuns(*folder, error);
-    const qint64 number = older.empty() ? 1 : older.back().id.toLongLong() + 1;
-    std::unique_ptr<JournalRun> run(
-        new JournalRun(journal, QStringLiteral("%1").arg(number, idDigits, 10, QLatin1Char('0'))));
+    const QString id = makeRunFolder(*folder, older.empty() ? 1 : older.back().id.toLongLong() + 1, error);
+    if (id.isEmpty())
+        return nullptr;
+    std::unique_ptr<JournalRun> run(new JournalRun(journal, id));
     for (const OldRun &old : older)
         run->m_olderBytes += old.keptBytes;
 
-    const NodeState ownersOnly{NodeKind::Folder, 0, 0, std::nullopt, 0700, false};
-    error = folder->makeFolder(run->m_id, &ownersOnly);
-    if (!error.isError())
-        run->m_folder = folder->openFolder(run->m_id, error);
+    run->m_folder = folder->openFolder(run->m_id, error);
     if (run->m_folder)
         error = run->m_folder->makeFolder(keptFolderName, &ownersOnly);
     if (run->m_folder && !error.isError())

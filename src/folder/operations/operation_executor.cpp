@@ -22,6 +22,9 @@ public:
             m_above.insert(key(place.root, path));
     }
 
+    /// Something went wrong that may concern everything in a root.
+    void addRoot(int root) { m_folders.insert(key(root, {})); }
+
     /// True when something went wrong in the folder of `place` or one that this lies in.
     [[nodiscard]] bool surround(const Place &place) const
     {
@@ -208,6 +211,7 @@ private:
             const FileError error = m_files.canSettle() ? chain.root(root)->settle() : FileError();
             if (error.isError()) {
                 isSettled = false;
+                m_trouble.addRoot(root);
                 m_report.problems.append(
                     {-1, OperationErrorCode::NotOnDiskForSure, m_report.plan.roots[root].path, error.reason});
             }

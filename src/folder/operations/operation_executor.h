@@ -52,7 +52,7 @@ struct OperationProblem {
 };
 
 struct ExecutionReport {
-    OperationPlan plan;               ///< as it was carried out, after the survey
+    OperationPlan plan;               ///< as it was carried out, after the survey; a refused one does nothing
     QList<StepEnd> ends;              ///< one for each step of `plan`
     QList<OperationProblem> problems; ///< in the order of their coming
     OperationTotals done;
@@ -60,7 +60,10 @@ struct ExecutionReport {
     QString journalId;      ///< empty when nothing was journalled
     qint64 notUndoable = 0; ///< steps whose old contents were beyond the journal's limits and are gone
 
-    [[nodiscard]] bool isComplete() const { return problems.isEmpty() && !cancelled; }
+    [[nodiscard]] bool isComplete() const
+    {
+        return problems.isEmpty() && !cancelled && plan.refusal == PlanRefusal::None;
+    }
 };
 
 struct ExecutionOptions {
@@ -82,7 +85,9 @@ constexpr qint64 bytesForEachStep = 4096;
 /// - A copy is made beside its target under a temporary name, checked, given time and permissions of its source, and
 ///   takes its place in one step. There is never half a file under a name that anybody knows.
 /// - A replaced file's new contents, and those of a move between volumes, are on the disk before the old are given up.
-///   New copies, whose sources stay, reach the disk together, by the end of the run.
+///   New copies, whose sources stay, reach the disk together, by the end of the run unless it is
+///   cancelled. Waiting for that is the one thing that cannot be cancelled.
+/// - Deletions wait until the copies before them are on the disk.
 /// - Setting `cancel` ends the run between two steps, or in a copy, within 100 ms; a begun copy is removed.
 /// - After an error nothing that depends on it is deleted; the run goes on with the rest.
 [[nodiscard]] ExecutionReport executePlan(const OperationPlan &plan, FileLayer &files, const ExecutionOptions &options,

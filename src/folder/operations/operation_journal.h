@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/cancel_flag.h"
+#include "core/progress.h"
 #include "folder/operations/operation_plan.h"
 
 #include <QDateTime>
@@ -42,7 +44,8 @@ struct UndoPlan {
 /// crash ended can be undone as far as it came. Old contents are hard links or moved files where the volume is the same
 /// and copies elsewhere; beyond the limits they are not kept, which the run reports.
 ///
-/// For one thread at a time; one program at a time should write to a folder.
+/// An object is for one thread at a time and cheap to make: a run of its own may have its own. Two runs at once may
+/// share the folder; one that runs short of room may then cost the other its undoing.
 class OperationJournal {
 public:
     /// `folder` is absolute and made when needed.
@@ -59,7 +62,9 @@ public:
     /// What takes back the run `id`, or the last one that is neither undone nor an undoing when `id` is empty. Files
     /// that were made are deleted for good if they are still as they were made, replaced and deleted ones come back.
     /// Carry it out with `setNext(title, undo.id)`: a run without problems is then marked as undone.
-    [[nodiscard]] UndoPlan planUndo(const QString &id = {}) const;
+    /// Synchronous, for a worker, as the survey in it.
+    [[nodiscard]] UndoPlan planUndo(const QString &id = {}, const CancelFlag &cancel = {},
+                                    Progress progress = Progress()) const;
 
     /// Forgets the oldest runs beyond the limits. Called by the executor before each run.
     void prune();

@@ -75,6 +75,7 @@ public:
             survey(m_plan.steps[i]);
         }
         keepFoldersWithMore();
+        joinRecycledFolders();
         nameLinks();
         if (m_cancel.isCancelled()) {
             surveyed.refusal = PlanRefusal::Cancelled;
@@ -379,34 +380,62 @@ private:
         step.fromSeen.size = summary.bytes;
     }
 
-    /// The folders that are deleted are looked into: what holds more than the plan names stays, and what goes to the
-    /// bin in full goes as one. From the end, so that the outermost folder comes first.
+    /// Folders that are deleted one by one stay when they hold more than the plan names. The innermost come first, so
+    /// that a folder in a folder that stays keeps this, too.
     void keepFoldersWithMore()
+    {
+        QList<OperationStep> kept;
+        for (const OperationStep &step : std::as_const(m_steps)) {
+            const bool isFolder = step.kind == OperationKind::Delete && step.fromSeen.kind == NodeKind::Folder;
+            if (!isFolder || m_cancel.isCancelled() || holdsNoMore(step))
+                kept.append(step);
+            else
+                m_vacated.remove(step.from);
+        }
+        m_steps = kept;
+    }
+
+    bool holdsNoMore(const OperationStep &step)
+    {
+        FileError error;
+        const std::unique_ptr<FolderHandle> folder = m_chain.open(step.from, error);
+        bool isAll = true;
+        if (folder) {
+            error = folder->list([&](const QString &name, const NodeState &) {
+                isAll = m_vacated.contains({step.from.root, QString(step.from.relative % u'/' % name)});
+                return isAll;
+            });
+        }
+        return told(step, error, isAll);
+    }
+
+    /// What goes to the bin in full goes as one, the outermost folder first: from the end.
+    void joinRecycledFolders()
     {
         QList<OperationStep> kept;
         for (qsizetype i = m_steps.size() - 1; i >= 0; --i) {
             OperationStep step = m_steps[i];
-            if (m_cancel.isCancelled() || !isDeletion(step) || step.fromSeen.kind != NodeKind::Folder ||
-                step.wholeTree) {
-                kept.append(step);
-                continue;
-            }
-            TreeSummary summary;
-            if (!goesInFull(step, summary)) {
-                m_vacated.remove(step.from);
-                continue;
-            }
-            if (step.kind == OperationKind::Recycle) {
+            const bool isFolder = step.kind == OperationKind::Recycle && step.fromSeen.kind == NodeKind::Folder;
+            if (isFolder && !step.wholeTree && !m_cancel.isCancelled()) {
+                TreeSummary summary;
+                if (!goesInFull(step, summary)) {
+                    m_vacated.remove(step.from);
+                    continue;
+                }
                 makeWhole(step, summary);
-                while (i > 0 && m_steps[i - 1].kind == OperationKind::Recycle &&
-                       m_steps[i - 1].from.root == step.from.root &&
-                       m_steps[i - 1].from.relative.startsWith(step.from.relative + u'/'))
+                while (i > 0 && isRecycledIn(m_steps[i - 1], step))
                     --i;
             }
             kept.append(step);
         }
         std::reverse(kept.begin(), kept.end());
         m_steps = kept;
+    }
+
+    static bool isRecycledIn(const OperationStep &step, const OperationStep &folder)
+    {
+        return step.kind == OperationKind::Recycle && step.from.root == folder.from.root &&
+               step.from.relative.startsWith(folder.from.relative + u'/');
     }
 
     bool goesInFull(const OperationStep &step, TreeSummary &summary)
@@ -421,6 +450,12 @@ private:
                 return isAll;
             });
         }
+        return told(step, error, isAll);
+    }
+
+    /// Says why a folder stays, if it does.
+    bool told(const OperationStep &step, const FileError &error, bool isAll)
+    {
         if (error.isError())
             leaveOut(LeftOutReason::NotReadable, step.from, error);
         else if (!isAll)

@@ -182,6 +182,10 @@ StepResult StepRunner::reach(Work &work) const
             return failed(OperationErrorCode::RootMissing, {place.root, {}}, m_chain.rootError(place.root));
     }
     if (step.from.isSet()) {
+        const bool leavesIt = step.kind != OperationKind::Move && step.kind != OperationKind::Delete &&
+                              step.kind != OperationKind::Recycle;
+        if (!leavesIt && !m_plan.roots[step.from.root].writable)
+            return failed(OperationErrorCode::NotWritable, step.from);
         work.from = m_chain.reach(step.from);
         if (!work.from.folder)
             return failedAtSource(step.from, work.from.error);

@@ -142,7 +142,7 @@ QString lastRun(const JournalList &list)
 
 } // namespace
 
-UndoPlan OperationJournal::planUndo(const QString &id) const
+UndoPlan OperationJournal::planUndo(const QString &id, const CancelFlag &cancel, Progress progress) const
 {
     UndoPlan undo;
     const JournalList list = entries();
@@ -169,8 +169,7 @@ UndoPlan OperationJournal::planUndo(const QString &id) const
         return undo;
     }
     const QString kept = m_folder + u'/' + undo.id + u'/' + keptFolderName;
-    Progress progress;
-    undo.plan = surveyPlan(Reversal(*record, kept).plan(), m_files, {}, progress);
+    undo.plan = surveyPlan(Reversal(*record, kept).plan(), m_files, cancel, progress);
     return undo;
 }
 
