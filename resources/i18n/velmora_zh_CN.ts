@@ -2013,19 +2013,19 @@ Restore them? The files themselves stay as they are until you save.</source>
     </message>
     <message>
         <source>Tabs: %1 of %2</source>
-        <translation type="unfinished"></translation>
+        <translation>标签页：%1 / %2</translation>
     </message>
     <message>
         <source>Restored tabs</source>
-        <translation type="unfinished"></translation>
+        <translation>已恢复的标签页</translation>
     </message>
     <message>
         <source>Stop</source>
-        <translation type="unfinished"></translation>
+        <translation>停止</translation>
     </message>
     <message>
         <source>Open this session?</source>
-        <translation type="unfinished"></translation>
+        <translation>要打开此会话吗？</translation>
     </message>
     <message>
         <source>Comparing folders...</source>
@@ -3827,6 +3827,98 @@ Save them?</source>
     </message>
     <message>
         <source>⋯ %1 equal lines</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Find a session type or a recent session</source>
+        <translation>查找会话类型或最近会话</translation>
+    </message>
+    <message>
+        <source>Takes files, not folders</source>
+        <translation>只接受文件，不接受文件夹</translation>
+    </message>
+    <message>
+        <source>Takes %1 of the %2</source>
+        <translation>只取 %2 个中的 %1 个</translation>
+    </message>
+    <message>
+        <source>On this system: entries for Dolphin, Nautilus, Nemo and PCManFM, an entry in the menu of applications, and the file types of sessions and workspaces, all kept below %1.</source>
+        <translation>在此系统上：Dolphin、Nautilus、Nemo 和 PCManFM 的菜单项、应用程序菜单中的条目，以及会话和工作区的文件类型，全部保存在 %1 之下。</translation>
+    </message>
+    <message>
+        <source>What you compare is remembered: it will be here, and in the panel on the left.</source>
+        <translation>比较过的内容会被记住：显示在这里以及左侧面板中。</translation>
+    </message>
+    <message>
+        <source>No recent session has all of these words.</source>
+        <translation>没有包含所有这些词的最近会话。</translation>
+    </message>
+    <message>
+        <source>CRC</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>rules</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Comparing contents (%1)...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 content compare (%2): %3 &lt;-&gt; %4</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Contents compared: %1 same, %2 different</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 manual align: %2 &lt;-&gt; %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>too slow an expression for %1 lines</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An expression of the unimportant text is too slow for %1 lines, which count as important</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The left side has unsaved changes. Discard them?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The right side has unsaved changes. Discard them?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no line on the left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no line on the right</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left line %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>right line %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>left lines %1 to %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>right lines %1 to %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Difference %1 of %2, %3: %4, %5</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
