@@ -2181,7 +2181,7 @@ Restore them? The files themselves stay as they are until you save.</source>
     </message>
     <message>
         <source>%1: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1：%2</translation>
     </message>
     <message>
         <source>%1 -&gt; %2</source>
@@ -3765,7 +3765,7 @@ Read-only: %5</source>
     </message>
     <message>
         <source>Syntax colours</source>
-        <translation type="unfinished"></translation>
+        <translation>语法着色</translation>
     </message>
     <message>
         <source>Copy as unified diff</source>
