@@ -1,0 +1,519 @@
+#include "folder/engine/folder_engine.h"
+#include "folder_actions/actions_fixture.h"
+#include "support/test_main.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+
+using namespace velmora;
+using velmora::test::ActionsFixture;
+using Command = FolderCommand;
+
+namespace {
+
+QStringList words(const char *text)
+{
+    return QString::fromLatin1(text).split(u' ', Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+class FolderActionsTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void aSelectionIsCopiedToTheOtherSide()
+    {
+        ActionsFixture f;
+        f.make(words("left/a=1 left/sub/b=2 left/sub/deep/c=3 right/sub/keep=k left/d=4"));
+        f.carryOut(Command::CopyToRight, words("a sub"));
+        QCOMPARE(f.picture("right"), QStringLiteral("a=1 sub/ sub/b=2 sub/deep/ sub/deep/c=3 sub/keep=k"));
+        QCOMPARE(f.log(),
+                 QStringList({QStringLiteral("copy: left/a -> right/a"), QStringLiteral("copy: left/sub -> right/sub"),
+                              QStringLiteral("Done: 4 succeeded, 0 failed")}));
+        static const QRegularExpression time(QStringLiteral("^\\d\\d:\\d\\d:\\d\\d copy: "));
+        QVERIFY(time.match(f.lines.first()).hasMatch());
+        QCOMPARE(f.touched, words("a sub/b sub/deep sub/deep/c"));
+        QCOMPARE(f.status, QStringLiteral("Done: 4 succeeded, 0 failed"));
+        QVERIFY(f.sawCount);
+        QVERIFY(f.answers.asked().isEmpty());
+    }
+
+    void whatFiltersHideIsNotTouched()
+    {
+        ActionsFixture f;
+        f.context.isHidden = [](const FolderDiffItem &item) { return item.name.endsWith(QLatin1String(".o")); };
+        f.make(words("left/src/a.c=1 left/src/a.o=2 right/out/b.o=3 right/out/b.c=4"));
+        f.carryOut(Command::MirrorToRight);
+        f.click("planStart");
+        QCOMPARE(f.picture("right"), QStringLiteral("out/ out/b.o=3 src/ src/a.c=1"));
+        f.compare();
+        f.carryOut(Command::Delete, words("out"), FolderSides::Right);
+        QVERIFY(f.has("right/out/b.o=3"));
+    }
+
+    void replacingIsAskedWhereMuchIsAtStake()
+    {
+        ActionsFixture f;
+        f.make(words("right/one=old right/two=old right/late=old left/one=new left/two=new left/late=new"));
+        f.files.setTime(QStringLiteral("right/late"), 1000000);
+        f.compare();
+        f.carryOut(Command::CopyToRight, words("one")); // an older file goes, and it can be undone
+        QVERIFY(f.answers.asked().isEmpty());
+        QVERIFY(f.has("right/one=new"));
+
+        f.carryOut(Command::CopyToRight, words("late"));
+        QCOMPARE(f.asked(), QStringLiteral("A newer file will be replaced by an older one."));
+        QVERIFY(f.has("right/late=old"));
+
+        f.answers.answerNumber(2);
+        f.carryOut(Command::CopyToRight, words("late two"));
+        QCOMPARE(f.asked(), QStringLiteral("2 files will be replaced."));
+        QCOMPARE(f.rows().mid(1), words("right/late right/two"));
+        f.click("planCancel");
+        QVERIFY(f.has("right/two=old"));
+        f.answers.answerNumber(1);
+        f.carryOut(Command::CopyToRight, words("late two"));
+        QVERIFY(f.has("right/late=new"));
+    }
+
+    void deletingIsConfirmedAndUndone()
+    {
+        ActionsFixture f;
+        f.make(words("left/a=1 left/sub/b=2 right/a=1 right/c=3"));
+        const QStringList before = f.files.picture();
+        f.carryOut(Command::Delete, words("a"), FolderSides::Left);
+        QCOMPARE(f.askedTitle(), QStringLiteral("Delete"));
+        QVERIFY(f.asked().startsWith(QLatin1String("Delete a?\n")));
+        QCOMPARE(f.files.picture(), before);
+        QCOMPARE(f.finished, 0);
+
+        for (const Command command : {Command::Delete, Command::DeleteForGood}) {
+            f.answers.answerNumber(1);
+            f.carryOut(command, words("a"), FolderSides::Left);
+            QCOMPARE(f.log(),
+                     QStringList({QStringLiteral("delete: left/a"), QStringLiteral("Done: 1 succeeded, 0 failed")}));
+            QVERIFY(!f.has("left/a=1"));
+            f.carryOut(Command::UndoLast);
+            QVERIFY2(f.opened(), qPrintable(f.status));
+            f.click("planStart");
+            QCOMPARE(f.log().first(), QStringLiteral("undo: Delete: a"));
+            QCOMPARE(f.touched, words("a"));
+            QCOMPARE(f.files.picture(), before);
+            f.compare();
+        }
+
+        f.carryOut(Command::Delete, words("a sub"));
+        QCOMPARE(f.opened()->findChild<QLabel *>(QStringLiteral("planQuestion"))->text(),
+                 QStringLiteral("Delete 2 entries?"));
+        f.click("planStart");
+        QCOMPARE(f.files.picture(), words("right/c=3"));
+        QCOMPARE(f.log().first(3), QStringList({QStringLiteral("delete: left/a"), QStringLiteral("delete: right/a"),
+                                                QStringLiteral("delete: left/sub")}));
+    }
+
+    void entriesAreRenamedOnBothSides()
+    {
+        ActionsFixture f;
+        f.make(words("left/sub/a=1 right/sub/a=1 left/taken=2"));
+        f.answers.answerText(QStringLiteral("b"));
+        f.carryOut(Command::Rename, words("sub/a"));
+        QCOMPARE(f.askedTitle(), QStringLiteral("Rename"));
+        QCOMPARE(f.asked(), QStringLiteral("New name:"));
+        QCOMPARE(f.answers.asked().last().start, QStringLiteral("a"));
+        QCOMPARE(f.log().first(2), QStringList({QStringLiteral("rename: left/sub/a -> left/sub/b"),
+                                                QStringLiteral("rename: right/sub/a -> right/sub/b")}));
+        QCOMPARE(f.touched, words("sub/a sub/b"));
+        QCOMPARE(f.files.picture(), words("left/sub/ left/sub/b=1 left/taken=2 right/sub/ right/sub/b=1"));
+
+        f.compare();
+        f.answers.answerText(QStringLiteral("a/b"));
+        f.carryOut(Command::Rename, words("taken"));
+        QCOMPARE(f.askedTitle(), QStringLiteral("Rename failed"));
+        QCOMPARE(f.asked(), QStringLiteral("Cannot rename: taken\n\nThis name is not allowed."));
+        f.answers.answerText(QStringLiteral("sub"));
+        f.carryOut(Command::Rename, words("taken"));
+        QCOMPARE(f.askedTitle(), QStringLiteral("Rename failed"));
+        QVERIFY(f.asked().startsWith(QLatin1String("Cannot rename: left/")));
+        QVERIFY(f.has("left/taken=2"));
+    }
+
+    void foldersAreMadeWhereTheSelectionIs()
+    {
+        ActionsFixture f;
+        f.make(words("left/sub/a=1 right/other=2"));
+        f.answers.answerText(QStringLiteral("new"));
+        f.carryOut(Command::NewFolder);
+        QCOMPARE(f.asked(), QStringLiteral("Folder name:"));
+        QCOMPARE(f.askedTitle(), QStringLiteral("New folder"));
+        QCOMPARE(f.log().first(2),
+                 QStringList({QStringLiteral("new folder: left/new"), QStringLiteral("new folder: right/new")}));
+        f.answers.answerText(QStringLiteral("in"));
+        f.carryOut(Command::NewFolder, words("sub"), FolderSides::Left);
+        f.answers.answerText(QStringLiteral("beside"));
+        f.carryOut(Command::NewFolder, words("sub/a"), FolderSides::Left);
+        QCOMPARE(f.files.picture().join(u' '),
+                 QStringLiteral("left/new/ left/sub/ left/sub/a=1 left/sub/beside/ left/sub/in/ right/new/ "
+                                "right/other=2"));
+        f.answers.answerText(QStringLiteral("other"));
+        f.carryOut(Command::NewFolder, FolderSelection{{}, FolderSides::Right});
+        QCOMPARE(f.askedTitle(), QStringLiteral("New folder failed"));
+        QVERIFY(f.asked().startsWith(QLatin1String("Cannot create: right/other\n\n")));
+    }
+
+    /// What is shown before a mirror is what is done by it, to the file.
+    void aMirrorDoesWhatItsPreviewShows()
+    {
+        ActionsFixture f;
+        f.make(words("left/new=1 left/changed=2 left/same=3 left/dir/x=4 right/changed=old right/same=3 right/gone=5 "
+                     "right/old/deep/y=6"));
+        f.carryOut(Command::MirrorToRight);
+        QCOMPARE(f.opened()->windowTitle(), QStringLiteral("Confirm mirror sync"));
+        QVERIFY(
+            f.opened()
+                ->findChild<QLabel *>(QStringLiteral("planQuestion"))
+                ->text()
+                .startsWith(QLatin1String("Mirror makes the destination identical to the source; extra items on the "
+                                          "destination will be removed.")));
+        QSet<QString> previewed;
+        for (const QString &row : f.rows()) {
+            if (row.startsWith(QLatin1String("right/")))
+                previewed.insert(row.mid(6));
+        }
+        const QString before = f.picture("right");
+        QTest::keyClick(f.opened(), Qt::Key_Return); // Return calls it off
+        QTRY_VERIFY(!f.opened());
+        QCOMPARE(f.picture("right"), before);
+
+        f.carryOut(Command::MirrorToRight);
+        f.click("planStart");
+        QCOMPARE(f.picture("right"), f.picture("left"));
+        QSet<QString> touched(f.touched.begin(), f.touched.end());
+        QVERIFY(touched.contains(previewed));
+        QCOMPARE(f.log().first(), QStringLiteral("mirror: left -> right"));
+
+        f.carryOut(Command::UndoLast);
+        f.click("planStart");
+        QCOMPARE(f.picture("right"), before);
+    }
+
+    void aMirrorOfNothingIsAskedTwice()
+    {
+        ActionsFixture f;
+        f.make(words("left/ right/a=1"));
+        f.carryOut(Command::MirrorToRight);
+        QCOMPARE(f.askedTitle(), QStringLiteral("Confirm mirror sync"));
+        QVERIFY(!f.opened());
+        f.answers.answerNumber(1);
+        f.carryOut(Command::MirrorToRight);
+        QVERIFY(f.opened());
+        f.click("planStart");
+        QCOMPARE(f.files.picture(), QStringList());
+
+        f.files.make(words("right/b=1"));
+        f.compare();
+        f.files.remove(QStringLiteral("left"));
+        f.answers.answerNumber(1);
+        f.carryOut(Command::MirrorToRight);
+        QVERIFY(!f.opened());
+        QVERIFY(f.has("right/b=1"));
+    }
+
+    void aMirrorOfASelectionLeavesTheRestAlone()
+    {
+        ActionsFixture f;
+        f.make(words("left/a/x=1 left/b/y=2 right/a/z=3 right/b/w=4 right/c=5"));
+        f.carryOut(Command::MirrorToRight, words("a"));
+        f.click("planStart");
+        QCOMPARE(f.picture("right"), QStringLiteral("a/ a/x=1 b/ b/w=4 c=5"));
+    }
+
+    void updatesCopyWhatIsNewerAndDeleteNothing()
+    {
+        ActionsFixture f;
+        f.make(words("left/both=old right/both=new right/r=1 left/l=2"));
+        f.carryOut(Command::UpdateRight);
+        f.click("planStart");
+        QCOMPARE(f.log().first(), QStringLiteral("update: left -> right"));
+        QCOMPARE(f.files.picture(), words("left/both=old left/l=2 right/both=new right/l=2 right/r=1"));
+        f.compare();
+        f.carryOut(Command::UpdateBoth);
+        f.click("planStart");
+        QCOMPARE(f.log().first(), QStringLiteral("update both: left <-> right"));
+        QCOMPARE(f.picture("left"), QStringLiteral("both=new l=2 r=1"));
+        f.compare();
+        f.carryOut(Command::UpdateBoth);
+        QVERIFY(!f.opened());
+        QCOMPARE(f.asked(), QStringLiteral("There is nothing to do."));
+    }
+
+    void entriesGoToAnyFolder()
+    {
+        ActionsFixture f;
+        f.make(words("left/a=1 left/sub/b=2 right/a=9 right/r=3 other/a=there"));
+        const QString other = f.files.path(QStringLiteral("other"));
+        f.answers.answerPath(other);
+        f.answers.answerNumber(2); // skip
+        f.carryOut(Command::CopyTo, words("a sub r"));
+        QCOMPARE(f.answers.asked().first().title, QStringLiteral("Select destination folder"));
+        QCOMPARE(f.picture("other"), QStringLiteral("a=there r=3 sub/ sub/b=2"));
+        QVERIFY(f.log().contains(QStringLiteral("copy: left/sub -> other/sub")));
+        QVERIFY(f.log().contains(QStringLiteral("Done: 3 succeeded, 0 failed")));
+
+        f.answers.answerPath(other);
+        f.answers.answerNumber(1); // replace
+        f.carryOut(Command::MoveTo, words("a"), FolderSides::Right);
+        QCOMPARE(f.picture("other"), QStringLiteral("a=9 r=3 sub/ sub/b=2"));
+        QCOMPARE(f.log().first(), QStringLiteral("move: right/a -> other/a"));
+        QCOMPARE(f.picture("right"), QStringLiteral("r=3"));
+        QCOMPARE(f.touched, words("a"));
+
+        // Nothing is put in the place of itself.
+        f.compare();
+        f.answers.answerPath(f.files.left());
+        f.answers.answerNumber(1);
+        f.carryOut(Command::MoveTo, words("a"), FolderSides::Left);
+        QCOMPARE(f.picture("left"), QStringLiteral("a=1 sub/ sub/b=2"));
+    }
+
+    void levelsThatNobodyHasOpenedAreListedFirst()
+    {
+        ActionsFixture f;
+        f.make(words("left/sub/deep/a=1 right/sub/b=2 right/gone/c=3 left/x=1 right/x=2"));
+        f.context.isWhole = false;
+        f.context.items = compareFolderLevel(f.files.left(), f.files.right(), CompareMethod::Binary);
+        f.context.isHidden = [](const FolderDiffItem &item) { return item.name == QLatin1String("sub/b"); };
+        f.actions.setContext(f.context);
+        f.carryOut(Command::CopyToRight, words("sub"));
+        QCOMPARE(f.picture("right/sub"), QStringLiteral("b=2 deep/ deep/a=1"));
+        QCOMPARE(f.log().first(), QStringLiteral("copy: left/sub -> right/sub"));
+        QVERIFY(f.touched.contains(QStringLiteral("sub/deep/a")));
+        f.carryOut(Command::Delete, words("sub"), FolderSides::Right); // holds what is hidden
+        if (f.opened())
+            f.click("planStart");
+        QVERIFY(f.has("right/sub/b=2"));
+        f.carryOut(Command::MirrorToRight);
+        f.click("planStart");
+        QVERIFY(!f.has("right/gone/"));
+        QVERIFY(f.has("right/x=1"));
+    }
+
+    /// Each failure of the file system while a command runs is told with the command's own words, and nothing is lost.
+    void failuresAreToldInTheCommandsWords_data()
+    {
+        QTest::addColumn<int>("command");
+        QTest::addColumn<QString>("call");
+        QTest::addColumn<int>("journalCalls"); // the calls of that name before, which write the journal
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("text");
+        const auto row = [](const char *name, Command command, const char *call, int journalCalls, const char *title,
+                            const char *text) {
+            QTest::newRow(name) << int(command) << QString::fromLatin1(call) << journalCalls
+                                << QString::fromLatin1(title) << QString::fromLatin1(text);
+        };
+        row("copy from", Command::CopyToRight, "openFile", 0, "Copy failed", "Cannot copy: left/a");
+        row("copy to", Command::CopyToRight, "createFile", 1, "Copy failed", "Cannot copy to: right/a");
+        row("delete", Command::DeleteForGood, "createFile", 1, "Delete failed", "Cannot delete: left/a");
+        row("rename", Command::Rename, "move", 0, "Rename failed", "Cannot rename: left/a");
+        row("new folder", Command::NewFolder, "makeFolder", 2, "New folder failed", "Cannot create: left/name");
+        row("mirror", Command::MirrorToRight, "createFile", 1, "Mirror sync failed", "Mirror failed: left -> right");
+        row("update", Command::UpdateRight, "createFile", 1, "Update sync failed", "Update failed: left -> right");
+        row("update both", Command::UpdateBoth, "createFile", 1, "Update sync failed",
+            "Update both sides failed: left <-> right");
+        row("move to", Command::MoveTo, "move", 0, "Move failed", "Cannot move to: other/a");
+    }
+
+    void failuresAreToldInTheCommandsWords()
+    {
+        QFETCH(const int, command);
+        QFETCH(const QString, call);
+        QFETCH(const int, journalCalls);
+        QFETCH(const QString, title);
+        QFETCH(const QString, text);
+        bool fails = false;
+        int calls = 0;
+        ActionsFixture f([&](int, QLatin1String name) {
+            // What cannot be moved away is copied.
+            if (fails && command == int(Command::DeleteForGood) && name == QLatin1String("move"))
+                return FileError{FileErrorKind::OtherVolume, QStringLiteral("scripted")};
+            return fails && name == call && ++calls == journalCalls + 1
+                       ? FileError{FileErrorKind::Denied, QStringLiteral("scripted")}
+                       : FileError();
+        });
+        f.make(words("left/a=1 other/"));
+        if (command == int(Command::MoveTo))
+            f.answers.answerPath(f.files.path(QStringLiteral("other")));
+        else if (command == int(Command::Rename) || command == int(Command::NewFolder))
+            f.answers.answerText(QStringLiteral("name"));
+        else
+            f.answers.answerNumber(1);
+        fails = true;
+        f.carryOut(Command(command), command == int(Command::NewFolder) ? FolderSelection{{}, FolderSides::Left}
+                                                                        : f.select(words("a"), FolderSides::Both));
+        if (f.opened())
+            f.click("planStart");
+        QCOMPARE(f.askedTitle(), title);
+        QCOMPARE(f.asked().section(u'\n', 0, 0), text);
+        QVERIFY2(f.asked().contains(QLatin1String("scripted")), qPrintable(f.asked()));
+        QCOMPARE(f.log().last(), QStringLiteral("Done: 0 succeeded, 1 failed"));
+        QVERIFY(f.has("left/a=1"));
+    }
+
+    void manyFailuresAreListed()
+    {
+        bool fails = false;
+        int calls = 0;
+        ActionsFixture f([&](int, QLatin1String name) {
+            return fails && name == QLatin1String("createFile") && ++calls > 1 &&
+                           calls < 5 // the others are the journal's
+                       ? FileError{FileErrorKind::NoSpace, QStringLiteral("scripted")}
+                       : FileError();
+        });
+        f.make(words("left/a=1 left/b=2 left/c=3"));
+        fails = true;
+        f.carryOut(Command::CopyToRight, words("a b c"));
+        QVERIFY(f.opened());
+        QCOMPARE(f.opened()->windowTitle(), QStringLiteral("Copy failed"));
+        QCOMPARE(f.opened()->findChild<QLabel *>(QStringLiteral("resultsHeading"))->text(),
+                 QStringLiteral("Done: 0 succeeded, 3 failed"));
+        QCOMPARE(f.rows(), words("right/a right/b right/c"));
+        QVERIFY(f.rows(1).first().startsWith(QLatin1String("The disk is full")));
+        QVERIFY(f.log().first().startsWith(QLatin1String("Cannot copy to: right/a — ")));
+    }
+
+    /// Files that change between the question and the answer are left alone.
+    void whatHasChangedSinceIsLeftAlone()
+    {
+        ActionsFixture f;
+        f.make(words("left/a=1 right/a=2 right/b=3 left/sub/x=1"));
+        f.carryOut(Command::MirrorToRight);
+        f.files.make(words("right/a=edited-meanwhile"));
+        f.click("planStart");
+        QVERIFY(f.has("right/a=edited-meanwhile"));
+        QVERIFY(f.touched.contains(QStringLiteral("a")));
+
+        f.compare();
+        f.files.remove(QStringLiteral("left/a"));
+        f.carryOut(Command::CopyToRight, words("a"));
+        QCOMPARE(f.askedTitle(), QStringLiteral("Copy failed"));
+        QVERIFY(f.asked().startsWith(QLatin1String("Cannot copy: left/a\n\n")));
+        QVERIFY(f.has("right/a=edited-meanwhile"));
+    }
+
+    void withoutARecycleBinDeletingForGoodIsOffered()
+    {
+        bool fails = false;
+        ActionsFixture f([&](int, QLatin1String name) {
+            return fails && name == QLatin1String("recycle")
+                       ? FileError{FileErrorKind::Unsupported, QStringLiteral("scripted")}
+                       : FileError();
+        });
+        f.make(words("left/keep=1 right/keep=1 right/a=1 right/sub/b=2"));
+        fails = true;
+        f.carryOut(Command::MirrorToRight);
+        f.answers.answerNumber(1);
+        f.click("planStart");
+        QVERIFY(f.asked().contains(QLatin1String("Delete them for good?")));
+        QVERIFY(f.opened()); // the new plan is shown as well
+        QVERIFY(f.rows(2).contains(QStringLiteral("for good")));
+        f.click("planStart");
+        QCOMPARE(f.picture("right"), QStringLiteral("keep=1"));
+    }
+
+    void aRunIsCancelledAndSaysSo()
+    {
+        FolderActions *running = nullptr;
+        ActionsFixture f([&](int, QLatin1String name) {
+            if (running && name == QLatin1String("createFile"))
+                QMetaObject::invokeMethod(running, &FolderActions::cancel, Qt::BlockingQueuedConnection);
+            return FileError();
+        });
+        f.make(words("left/a=1 left/b=2 left/c=3"));
+        running = &f.actions;
+        f.carryOut(Command::CopyToRight, words("a b c"));
+        running = nullptr;
+        QVERIFY2(f.status.startsWith(QLatin1String("Cancelled. Done: ")), qPrintable(f.status));
+        for (const QString &entry : f.files.picture(QStringLiteral("right"))) // nothing half
+            QVERIFY2(words("a=1 b=2").contains(entry), qPrintable(entry));
+    }
+
+    void readOnlySidesSwitchCommandsOff()
+    {
+        ActionsFixture f;
+        f.context.options.rightReadOnly = true;
+        f.make(words("left/a=1 right/a=2 right/r=3"));
+        const FolderSelection pair = f.select(words("a"));
+        const QString reason = QStringLiteral("The right side is read-only");
+        for (const Command command :
+             {Command::CopyToRight, Command::MirrorToRight, Command::UpdateRight, Command::UpdateBoth, Command::Delete,
+              Command::DeleteForGood, Command::Rename, Command::MoveTo, Command::NewFolder})
+            QCOMPARE(f.actions.whyNot(command, pair), reason);
+        for (const Command command : {Command::CopyToLeft, Command::MirrorToLeft, Command::UpdateLeft, Command::CopyTo,
+                                      Command::Properties, Command::ShowInFileManager, Command::UndoLast})
+            QCOMPARE(f.actions.whyNot(command, pair), QString());
+        const FolderSelection left = f.select(words("a"), FolderSides::Left);
+        for (const Command command : {Command::Delete, Command::Rename, Command::NewFolder, Command::MoveTo})
+            QCOMPARE(f.actions.whyNot(command, left), QString());
+
+        const QStringList before = f.files.picture();
+        f.answers.answerNumber(1);
+        f.carryOut(Command::Delete, pair);
+        QCOMPARE(f.status, reason);
+        QVERIFY(f.answers.asked().isEmpty() && !f.opened());
+        QCOMPARE(f.files.picture(), before);
+
+        // Nor does undoing write there.
+        f.context.options.rightReadOnly = false;
+        f.compare();
+        f.carryOut(Command::CopyToRight, words("a"));
+        QVERIFY(f.has("right/a=1"));
+        f.context.options.rightReadOnly = true;
+        f.compare();
+        f.carryOut(Command::UndoLast);
+        QVERIFY(!f.opened());
+        QVERIFY(f.has("right/a=1"));
+    }
+
+    void commandsSayWhyTheyCannot()
+    {
+        ActionsFixture f;
+        f.make(words("left/a=1 left/b=1 right/r=3"));
+        const FolderSelection nothing;
+        const FolderSelection left = f.select(words("a"));
+        const FolderSelection both = f.select(words("a b"));
+        QCOMPARE(f.actions.whyNot(Command::Delete, nothing), QStringLiteral("Nothing is selected"));
+        QCOMPARE(f.actions.whyNot(Command::CopyToLeft, left),
+                 QStringLiteral("Nothing of the selection is on the right side"));
+        QCOMPARE(f.actions.whyNot(Command::Delete, f.select(words("a"), FolderSides::Right)),
+                 QStringLiteral("The selection is not on this side"));
+        QCOMPARE(f.actions.whyNot(Command::Rename, both), QStringLiteral("Select one entry only"));
+        QCOMPARE(f.actions.whyNot(Command::MirrorToLeft, nothing), QString());
+        f.context.rightRoot.clear();
+        f.actions.setContext(f.context);
+        QCOMPARE(f.actions.whyNot(Command::MirrorToLeft, nothing), QStringLiteral("Choose both folders first"));
+        QCOMPARE(f.actions.whyNot(Command::Delete, left), QString());
+    }
+
+    void nothingToUndoIsSaid()
+    {
+        ActionsFixture f;
+        f.make(words("left/a=1"));
+        f.carryOut(Command::UndoLast);
+        QCOMPARE(f.status, QStringLiteral("There is nothing to undo"));
+        QVERIFY(!f.opened());
+    }
+
+    void alignedEntriesGoByTheirComparedNames()
+    {
+        ActionsFixture f;
+        f.context.options.alignOverrides = {{QStringLiteral("*.c"), QStringLiteral("*.cpp")}};
+        f.make(words("right/a.cpp=2 left/a.c=1"));
+        f.carryOut(Command::CopyToRight, words("a.c"));
+        QCOMPARE(f.log().first(), QStringLiteral("copy: left/a.c -> right/a.cpp"));
+        QCOMPARE(f.touched, words("a.c"));
+        QCOMPARE(f.picture("right"), QStringLiteral("a.cpp=1"));
+    }
+};
+
+VELMORA_TEST(FolderActionsTest)
+#include "folder_actions_test.moc"
