@@ -30,6 +30,11 @@ constexpr std::array textOptions{
                "the rules to compare by: strict, ignore-whitespace, ignore-case or relaxed\n"
                "(or a preset's full name); changes what --options says"},
     OptionSpec{"options", "FILE", "the options of a session, from a session file or a JSON object of their own"},
+    OptionSpec{"importance", "FILE", "what matters, from a file of importance rules; changes what --preset says"},
+    OptionSpec{"replace-left", "FIND=WITH",
+               "compare LEFT as if FIND were WITH in every line; may be given several times.\n"
+               "\\= is an equals sign within FIND, \\t a tab, \\\\ a backslash"},
+    OptionSpec{"replace-right", "FIND=WITH", "the same for RIGHT"},
     OptionSpec{"encoding-left", "NAME", "the encoding of LEFT (UTF-8, UTF-16 LE, Big5, GB18030, ...; auto)"},
     OptionSpec{"encoding-right", "NAME", "the encoding of RIGHT"},
     OptionSpec{"text", nullptr, "compare line by line even what looks like no text"},
@@ -39,28 +44,23 @@ constexpr const char *textDetails =
     "Compare two text files line by line. The path - is standard input.\n"
     "Without options the white space of lines is ignored, and encodings are detected.\n";
 
-/// Both texts as the engine gets them, and its answer.
+/// Both texts as their files have them, and how they compare once the replacement rules are applied.
 struct Comparison {
     TextLines left;
     TextLines right;
     QList<AlignedRow> rows;
 };
 
-QList<AlignedRow> align(const TextLines &left, const TextLines &right, const TextSessionOptions &options)
-{
-    Progress progress;
-    return compareTexts(left, right, options, {}, progress);
-}
-
-Comparison compare(const TextRequest &request)
+Comparison compare(const TextRequest &request, CompareRemarks &remarks)
 {
     const TextSessionOptions &options = request.options;
-    Comparison comparison;
-    comparison.left = applyReplacementRules(request.left.text.lines, options.leftReplaceFind, options.leftReplaceWith);
-    comparison.right =
+    const TextLines left =
+        applyReplacementRules(request.left.text.lines, options.leftReplaceFind, options.leftReplaceWith);
+    const TextLines right =
         applyReplacementRules(request.right.text.lines, options.rightReplaceFind, options.rightReplaceWith);
-    comparison.rows = align(comparison.left, comparison.right, options);
-    return comparison;
+    Progress progress;
+    QList<AlignedRow> rows = compareTexts(left, right, options, {}, progress, &remarks);
+    return {request.left.text.lines, request.right.text.lines, std::move(rows)};
 }
 
 std::string_view viewOf(const QByteArray &bytes)
@@ -68,9 +68,9 @@ std::string_view viewOf(const QByteArray &bytes)
     return {bytes.constData(), size_t(bytes.size())};
 }
 
-Written writeSummary(QIODevice &device, const TextRequest &request)
+Written writeSummary(QIODevice &device, const TextRequest &request, CompareRemarks &remarks)
 {
-    const DiffCounts counts = countRows(compare(request).rows);
+    const DiffCounts counts = countRows(compare(request, remarks).rows);
     const QByteArray line =
         QStringLiteral("Compare done: %1 diffs (added %2, removed %3, modified %4) | Left: %5 lines, Right: %6 lines\n")
             .arg(counts.differences())
@@ -83,9 +83,9 @@ Written writeSummary(QIODevice &device, const TextRequest &request)
     return {device.write(line) == line.size(), counts.differences() > 0};
 }
 
-Written writeJson(QIODevice &device, const TextRequest &request)
+Written writeJson(QIODevice &device, const TextRequest &request, CompareRemarks &remarks)
 {
-    const Comparison comparison = compare(request);
+    const Comparison comparison = compare(request, remarks);
     OutputBuffer output(device);
     writeTextJson(output, request.left, request.right, comparison.rows, comparison.left, comparison.right,
                   request.options);
@@ -103,21 +103,23 @@ TextLines rawLines(const TextInput &input)
 
 /// The alignment for a patch. Where the bytes fall into other lines than the text, as with UTF-16, the bytes themselves
 /// are aligned: Latin-1 makes a text of any bytes, line for line.
-QList<AlignedRow> alignForPatch(const TextRequest &request, const TextLines &leftRaw, const TextLines &rightRaw)
+QList<AlignedRow> alignForPatch(const TextRequest &request, const TextLines &leftRaw, const TextLines &rightRaw,
+                                CompareRemarks &remarks)
 {
     if (leftRaw.count() == request.left.text.lines.count() && rightRaw.count() == request.right.text.lines.count())
-        return compare(request).rows;
+        return compare(request, remarks).rows;
     const TextEncoding latin1 = TextEncoding::ofCharset("ISO-8859-1", false);
-    return align(decodeText(request.left.raw, latin1).lines, decodeText(request.right.raw, latin1).lines,
-                 request.options);
+    Progress progress;
+    return compareTexts(decodeText(request.left.raw, latin1).lines, decodeText(request.right.raw, latin1).lines,
+                        request.options, {}, progress, &remarks);
 }
 
 /// The differences of a patch are those of the bytes.
-Written writePatch(QIODevice &device, const TextRequest &request)
+Written writePatch(QIODevice &device, const TextRequest &request, CompareRemarks &remarks)
 {
     const TextLines left = rawLines(request.left);
     const TextLines right = rawLines(request.right);
-    const std::vector<PatchChange> changes = byteChanges(alignForPatch(request, left, right), left, right);
+    const std::vector<PatchChange> changes = byteChanges(alignForPatch(request, left, right, remarks), left, right);
     OutputBuffer output(device);
     writePatch(output, changes, request.left.path, left, request.right.path, right);
     return {output.finish(), !changes.empty()};
@@ -141,9 +143,9 @@ TextReportLabels reportLabels(const TextRequest &request, const DiffCounts &coun
     return labels;
 }
 
-Written writeHtml(QIODevice &device, const TextRequest &request)
+Written writeHtml(QIODevice &device, const TextRequest &request, CompareRemarks &remarks)
 {
-    const Comparison comparison = compare(request);
+    const Comparison comparison = compare(request, remarks);
     const DiffCounts counts = countRows(comparison.rows);
     const bool ok = writeTextReport(device, comparison.rows, comparison.left, comparison.right, request.options,
                                     reportLabels(request, counts), QDateTime::currentDateTime());
@@ -152,7 +154,7 @@ Written writeHtml(QIODevice &device, const TextRequest &request)
 
 struct Format {
     const char *name;
-    Written (*write)(QIODevice &device, const TextRequest &request);
+    Written (*write)(QIODevice &device, const TextRequest &request, CompareRemarks &remarks);
     Written (*writeBinary)(QIODevice &device, const TextRequest &request); ///< for files that are no texts, if it can
 };
 
@@ -224,7 +226,16 @@ int runText(const Arguments &arguments, const Streams &streams)
     }
     warnOfUndecodable(streams, request.left);
     warnOfUndecodable(streams, request.right);
-    return writeTo(path, streams, [&](QIODevice &device) { return format->write(device, request); });
+    CompareRemarks remarks;
+    const int status =
+        writeTo(path, streams, [&](QIODevice &device) { return format->write(device, request, remarks); });
+    if (remarks.expressionsGivenUp > 0) {
+        complain(streams,
+                 QStringLiteral("warning: an expression of the unimportant text is too slow for %1 lines, which "
+                                "count as important")
+                     .arg(remarks.expressionsGivenUp));
+    }
+    return status;
 }
 
 } // namespace

@@ -1,12 +1,45 @@
 #include "cli/text_request.h"
 
 #include "cli/arguments.h"
+#include "settings/options/text_importance_file.h"
 #include "settings/options/text_presets.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <optional>
+
 namespace velmora::cli {
+
+namespace {
+
+struct Replacement {
+    QString find;
+    QString with;
+};
+
+/// The rule that "FIND=WITH" stands for; nothing when FIND is empty, there is no "=", or a backslash stands before
+/// anything but "=", "t" and "\\".
+std::optional<Replacement> parseReplacement(const QString &text)
+{
+    Replacement rule;
+    QString *part = &rule.find;
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        if (text[at] == u'\\') {
+            const QChar escaped = ++at < text.size() ? text[at] : QChar();
+            if (escaped != u'=' && escaped != u't' && escaped != u'\\')
+                return std::nullopt;
+            *part += escaped == u't' ? QChar(u'\t') : escaped;
+        } else if (text[at] == u'=' && part == &rule.find) {
+            part = &rule.with;
+        } else {
+            *part += text[at];
+        }
+    }
+    return part == &rule.with && !rule.find.isEmpty() ? std::optional(rule) : std::nullopt;
+}
+
+} // namespace
 
 QString TextRequest::take(const Arguments &arguments)
 {
@@ -21,6 +54,10 @@ QString TextRequest::take(const Arguments &arguments)
         error = takeOptionsFile(*file);
     if (const auto preset = arguments.value("preset"); preset && error.isEmpty())
         error = takePreset(*preset);
+    if (const auto file = arguments.value("importance"); file && error.isEmpty())
+        error = takeImportance(*file);
+    if (error.isEmpty())
+        error = takeReplacements(arguments);
     return error.isEmpty() ? takeEncodings(arguments) : error;
 }
 
@@ -48,6 +85,45 @@ QString TextRequest::takePreset(const QString &name)
             return takePreset(QLatin1String(preset.name));
     }
     return applyTextPreset(name, options) ? QString() : QStringLiteral("unknown preset \"%1\"").arg(name);
+}
+
+QString TextRequest::takeImportance(const QString &path)
+{
+    using Kind = ImportanceFileError::Kind;
+    const ImportanceFileError error = importImportanceRules(path, options);
+    switch (error.kind) {
+    case Kind::None:
+        return {};
+    case Kind::InvalidJson:
+        return QStringLiteral("%1: Invalid JSON: %2").arg(path, error.detail);
+    case Kind::OtherSchema:
+        return QStringLiteral("%1: Unrecognized importance rules file (expected schema %2).")
+            .arg(path, QLatin1String(textImportanceSchema));
+    case Kind::Empty:
+        return QStringLiteral("%1: The file holds no importance rules.").arg(path);
+    case Kind::Unreadable:
+    case Kind::Unwritable:
+        break;
+    }
+    return QStringLiteral("Cannot read file: %1: %2").arg(path, error.detail);
+}
+
+QString TextRequest::takeReplacements(const Arguments &arguments)
+{
+    const auto take = [&arguments](const char *option, QStringList &find, QStringList &with) {
+        const QStringList values = arguments.values(option);
+        for (const QString &value : values) {
+            const auto rule = parseReplacement(value);
+            if (!rule)
+                return QStringLiteral("--%1: \"%2\" is not of the form FIND=WITH").arg(QLatin1String(option), value);
+            find.append(rule->find);
+            with.resize(find.size() - 1);
+            with.append(rule->with);
+        }
+        return QString();
+    };
+    const QString error = take("replace-left", options.leftReplaceFind, options.leftReplaceWith);
+    return error.isEmpty() ? take("replace-right", options.rightReplaceFind, options.rightReplaceWith) : error;
 }
 
 QString TextRequest::takeEncodings(const Arguments &arguments)

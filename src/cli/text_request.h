@@ -23,6 +23,8 @@ struct TextRequest {
 private:
     [[nodiscard]] QString takeOptionsFile(const QString &path);
     [[nodiscard]] QString takePreset(const QString &name);
+    [[nodiscard]] QString takeImportance(const QString &path);
+    [[nodiscard]] QString takeReplacements(const Arguments &arguments);
     [[nodiscard]] QString takeEncodings(const Arguments &arguments);
 };
 

@@ -98,6 +98,70 @@ private Q_SLOTS:
         QCOMPARE(errorOf("{\"options\": {}}"), QByteArray("options.json: no options in it\n"));
     }
 
+    void replacementRulesApplyToTheComparisonOnly()
+    {
+        const QString left = m_files->write(word("l"), "a=b\tx\\y\ncolour\n");
+        const QString right = m_files->write(word("r"), "a:=b x/y\ncolor\n");
+        const QStringList rules{
+            word("--preset=strict"), word("--replace-left=a\\=b=a:=b"), word("--replace-left"),
+            word("\\t= "),           word("--replace-left=x\\\\y=x/y"), word("--replace-right=color=colour")};
+        const CliResult summary = runCli(QStringList{word("text"), left, right} + rules);
+        QCOMPARE(summary.errors, QByteArray());
+        QCOMPARE(summary.status, 0);
+        const CliResult json = runCli(QStringList{word("text"), word("--format=json"), left, right} + rules);
+        QVERIFY2(json.output.contains("\"leftText\":\"a=b\\tx\\\\y\"") &&
+                     json.output.contains("\"rightText\":\"color\""),
+                 json.output.constData());
+        const CliResult html = runCli(QStringList{word("text"), word("--format=html"), left, right} + rules);
+        QVERIFY(html.output.contains("colour</td>") && html.output.contains("color</td>"));
+
+        // In their order, each on what the ones before it left.
+        const QStringList chain{word("--replace-left=a=b"), word("--replace-left=b=c"), word("--replace-left=o=")};
+        QCOMPARE(
+            runCli(QStringList{word("text"), m_files->write(word("l"), "aob\n"), m_files->write(word("r"), "cc\n")} +
+                   chain)
+                .status,
+            0);
+        for (const char *bad : {"", "=", "=x", "x", "a\\=b", "a\\n=b", "a=b\\"}) {
+            const CliResult result = compare({word("--replace-right"), word(bad)});
+            QCOMPARE(result.status, 2);
+            QCOMPARE(result.errors,
+                     QByteArray("velmora-cli: --replace-right: \"") + bad + "\" is not of the form FIND=WITH\n");
+        }
+    }
+
+    void importanceRulesComeFromAFile()
+    {
+        const auto compareBy = [this](const QByteArray &json) {
+            return compare({word("--preset=strict"), word("--importance"), m_files->write(word("rules.json"), json)});
+        };
+        QVERIFY(compare({word("--preset=strict")}).output != compareBy(R"({"unimportantText": ["."]})").output);
+        QCOMPARE(compareBy(R"({"unimportantText": ["."], "schema": "Tarnwick.TextImportance/1"})").status, 0);
+        const auto errorOf = [&](const QByteArray &json) {
+            const CliResult result = compareBy(json);
+            return result.status == 2 ? result.errors.mid(result.errors.indexOf("rules.json")) : QByteArray();
+        };
+        QCOMPARE(errorOf("{"), QByteArray("rules.json: Invalid JSON: unterminated object\n"));
+        QCOMPARE(errorOf("{}"), QByteArray("rules.json: The file holds no importance rules.\n"));
+        QCOMPARE(errorOf(R"({"schema": "Tarnwick.TextImportance/2"})"),
+                 QByteArray("rules.json: Unrecognized importance rules file (expected schema "
+                            "Tarnwick.TextImportance/1).\n"));
+        const CliResult missing = compare({word("--importance"), m_files->path(word("missing"))});
+        QCOMPARE(missing.status, 2);
+        QVERIFY(missing.errors.startsWith("velmora-cli: Cannot read file: "));
+    }
+
+    void anExpressionThatRunsAwayIsGivenUpWithAWarning()
+    {
+        const QByteArray slow(60, 'a');
+        const QString rules = m_files->write(word("rules.json"), R"({"unimportantText": ["(a+)+$"]})");
+        const CliResult result = runCli({word("text"), m_files->write(word("l"), slow + "!1\n"),
+                                         m_files->write(word("r"), slow + "!2\n"), word("--importance"), rules});
+        QCOMPARE(result.status, 1);
+        QVERIFY2(result.errors.startsWith("velmora-cli: warning: an expression of the unimportant text is too slow"),
+                 result.errors.constData());
+    }
+
     void encodingsAreDetectedOrNamed()
     {
         const char *sentence = "比较两个文件夹，并把不同之处并排显示出来。\n用户可以复制、合并或同步文件。\n";
