@@ -109,6 +109,12 @@ void FindBar::showSearching()
     m_position->setText(Velmora::tr("Searching..."));
 }
 
+void FindBar::showGivenUp(qint64 lines)
+{
+    const QString remark = Velmora::tr("too slow an expression for %1 lines").arg(QLocale().toString(lines));
+    m_position->setText(m_position->text() + QStringLiteral(" · ") + remark);
+}
+
 void FindBar::showInvalid(const QString &why)
 {
     showPosition(-1, 0);

@@ -25,6 +25,8 @@ public:
     /// Says where the search stands: match `current` (from 0, -1 for none) of `count`.
     void showPosition(qsizetype current, qsizetype count);
     void showSearching();
+    /// Says that the expression was too slow for `lines` lines, behind the position.
+    void showGivenUp(qint64 lines);
     /// Says that the query is no valid regular expression.
     void showInvalid(const QString &why);
 

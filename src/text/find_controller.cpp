@@ -112,6 +112,8 @@ void FindController::showPosition()
         TextPosition{matches[std::size_t(number)].row, matches[std::size_t(number)].unit} == caret.selectionStart() &&
         caret.hasSelection();
     m_bar.showPosition(isCurrent ? number : -1, qsizetype(matches.size()));
+    if (search.matches().linesGivenUp > 0)
+        m_bar.showGivenUp(search.matches().linesGivenUp);
 }
 
 } // namespace velmora

@@ -34,6 +34,28 @@ class FindTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    /// Such an expression tries each of the ways to divide a run of letters, whose number doubles with each letter.
+    void anExpressionThatRunsAwayGivesUpLineByLine()
+    {
+        SessionFixture f;
+        const QByteArray slow = QByteArray(60, 'a') + "!\n";
+        const QString path = f.file(QStringLiteral("a"), "aaa\n" + slow + "b aa\n" + slow);
+        f.compare(path, f.file(QStringLiteral("b"), "x\n"));
+        const SearchQuery query{QStringLiteral("(a+)+$"), false, false, true};
+        const TextMatches matches = findMatches(*f.session.view().scene().document(), query);
+        QCOMPARE(matches.linesGivenUp, 2);
+        QCOMPARE(matches.left.size(), std::size_t(2));
+
+        f.session.onFind();
+        for (QCheckBox *box : f.session.findChildren<QCheckBox *>()) {
+            if (box->text() == QStringLiteral("Regular expression"))
+                box->setChecked(true);
+        }
+        f.session.findChild<QLineEdit *>(QStringLiteral("findText"))->setText(query.text);
+        QTRY_VERIFY(
+            f.label(QStringLiteral("findPosition")).endsWith(QStringLiteral("too slow an expression for 2 lines")));
+    }
+
     void findsInTheLinesOfEachSide_data()
     {
         QTest::addColumn<SearchQuery>("query");

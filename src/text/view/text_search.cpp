@@ -1,5 +1,7 @@
 #include "text/view/text_search.h"
 
+#include "core/bounded_expression.h"
+
 #include <algorithm>
 
 namespace velmora {
@@ -11,23 +13,28 @@ TextPosition placeOf(const TextMatch &match)
     return {match.row, match.unit};
 }
 
-void appendMatches(std::vector<TextMatch> &matches, const QRegularExpression &expression, const QString &text,
-                   qint32 row)
+/// False when the expression gave up before the end of the line.
+bool appendMatches(std::vector<TextMatch> &matches, const QRegularExpression &expression, const QString &text,
+                   qint32 row, const CancelFlag &cancel)
 {
-    for (auto found = expression.globalMatch(text); found.hasNext() && matches.size() < TextMatches::most;) {
+    auto found = expression.globalMatch(text);
+    while (found.hasNext() && matches.size() < TextMatches::most && !cancel.isCancelled()) {
         const QRegularExpressionMatch match = found.next();
         if (match.capturedLength() > 0)
             matches.push_back({row, qint32(match.capturedStart()), qint32(match.capturedLength())});
     }
+    return found.isValid();
 }
 
 /// Looks for plain text without the cost of an expression.
-void appendMatches(std::vector<TextMatch> &matches, const QStringMatcher &matcher, const QString &text, qint32 row)
+bool appendMatches(std::vector<TextMatch> &matches, const QStringMatcher &matcher, const QString &text, qint32 row,
+                   const CancelFlag & /*cancel*/)
 {
     const auto length = qint32(matcher.pattern().size());
     for (qsizetype at = matcher.indexIn(text); at >= 0 && matches.size() < TextMatches::most;
          at = matcher.indexIn(text, at + length))
         matches.push_back({row, qint32(at), length});
+    return true;
 }
 
 template <typename Matcher>
@@ -40,7 +47,8 @@ TextMatches collect(const DiffDocument &document, const Matcher &matcher, const 
             if (!cell.own)
                 continue;
             auto &found = side == Side::Left ? matches.left : matches.right;
-            appendMatches(found, matcher, cell.source->text(cell.line), qint32(row));
+            if (!appendMatches(found, matcher, cell.source->text(cell.line), qint32(row), cancel))
+                ++matches.linesGivenUp;
         }
     }
     return matches;
@@ -56,7 +64,7 @@ QRegularExpression SearchQuery::expression() const
     QRegularExpression::PatternOptions options = QRegularExpression::UseUnicodePropertiesOption;
     if (!matchCase)
         options |= QRegularExpression::CaseInsensitiveOption;
-    return QRegularExpression(pattern, options);
+    return boundedExpression(pattern, options);
 }
 
 TextMatches findMatches(const DiffDocument &document, const SearchQuery &query, const CancelFlag &cancel)

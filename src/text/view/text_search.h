@@ -20,7 +20,7 @@ struct SearchQuery {
     bool wholeWords = false;
     bool isExpression = false; ///< `text` is a regular expression
 
-    /// The expression that finds it; invalid when `text` is no valid one.
+    /// The expression that finds it, a bounded one; invalid when `text` is no valid one.
     [[nodiscard]] QRegularExpression expression() const;
 
     friend bool operator==(const SearchQuery &, const SearchQuery &) = default;
@@ -42,6 +42,7 @@ struct TextMatches {
 
     std::vector<TextMatch> left;
     std::vector<TextMatch> right;
+    qint64 linesGivenUp = 0; ///< lines whose matches are not all known: the expression is too slow there
 
     [[nodiscard]] const std::vector<TextMatch> &of(Side side) const { return side == Side::Left ? left : right; }
 };
