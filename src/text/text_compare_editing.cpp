@@ -17,6 +17,10 @@ void TextCompareWidget::connectEditing()
     DiffEditor &editor = m_editing->editor();
     m_view->pane(Side::Left).setEditor(&editor);
     m_view->pane(Side::Right).setEditor(&editor);
+    for (const Side side : {Side::Left, Side::Right}) {
+        connect(&m_view->pane(side), &DiffPane::pastedBeforeATextIsThere, this,
+                [this, side] { useClipboardText(side); });
+    }
     connect(m_editing, &TextEditing::message, this, &TextCompareWidget::showMessage);
     connect(&m_editing->saving(), &TextSaving::savingChanged, this, &TextCompareWidget::showSaving);
     connect(&m_editing->saving(), &TextSaving::progressed, m_progress, &ProgressStrip::showFraction);

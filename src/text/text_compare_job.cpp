@@ -32,9 +32,9 @@ TextCompareResult runTextCompare(const TextCompareInput &input, const CancelFlag
     TextCompareResult result;
     progress.report(0, 0, 0);
     if (!load(input.left, result.left, cancel))
-        return {.unreadable = Side::Left, .left = {}, .right = {}, .document = {}};
+        return {.unreadable = Side::Left, .left = {}, .right = {}, .document = {}, .remarks = {}};
     if (!load(input.right, result.right, cancel))
-        return {.unreadable = Side::Right, .left = {}, .right = {}, .document = {}};
+        return {.unreadable = Side::Right, .left = {}, .right = {}, .document = {}, .remarks = {}};
 
     const TextSessionOptions &options = input.options;
     const TextLines left =
@@ -46,7 +46,7 @@ TextCompareResult runTextCompare(const TextCompareInput &input, const CancelFlag
     Progress compareProgress([&progress](const ProgressState &state) {
         progress.report(state.phase + 1, state.done, state.total, state.item);
     });
-    QList<AlignedRow> rows = compareTexts(left, right, options, cancel, compareProgress);
+    QList<AlignedRow> rows = compareTexts(left, right, options, cancel, compareProgress, &result.remarks);
     if (cancel.isCancelled())
         return result;
     result.document =

@@ -3,6 +3,7 @@
 #include "core/progress.h"
 #include "core/text_file.h"
 #include "settings/options/text_session_options.h"
+#include "text/engine/line_diff_engine.h"
 #include "text/file_stamp.h"
 #include "text/view/diff_document.h"
 
@@ -41,6 +42,7 @@ struct TextCompareResult {
     LoadedSide left;
     LoadedSide right;
     std::shared_ptr<const DiffDocument> document; ///< null when unreadable or cancelled
+    CompareRemarks remarks;
 };
 
 /// Reads, decodes and compares. Runs on a worker. Progress phases: 0 reading the files (not counted), 1 and 2 the two

@@ -23,10 +23,8 @@ UnsavedTexts TextCompareWidget::unsavedTexts() const
     for (const Side side : {Side::Left, Side::Right}) {
         const TextSide &input = m_inputs->at(side);
         const EditBuffer &buffer = m_editing->editor().buffer(side);
-        if (buffer.isModified() || input.isClipboard()) {
-            const QString path = input.isClipboard() ? input.path() : input.loadedPath();
-            texts.sides.push_back({side, path, input.loaded(), buffer.isModified(), buffer.snapshot()});
-        }
+        if (buffer.isModified() || input.loadedPath() == TextSide::clipboardPath())
+            texts.sides.push_back({side, input.loadedPath(), input.loaded(), buffer.isModified(), buffer.snapshot()});
     }
     return texts;
 }

@@ -1,7 +1,13 @@
+#include "session/translate.h"
 #include "settings/dialogs/text_session_settings_dialog.h"
+#include "settings/options/text_presets.h"
+#include "text/text_compare_bar.h"
 #include "text/text_compare_widget.h"
 #include "text/text_editing.h"
 #include "text/text_inputs.h"
+
+#include <QMenu>
+#include <QToolButton>
 
 namespace velmora {
 
@@ -23,6 +29,29 @@ void TextCompareWidget::onSessionSettings(int initialTabIndex)
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(dialog, &QDialog::accepted, this, [this, dialog] { takeSettings(dialog->options()); });
     dialog->open();
+}
+
+void TextCompareWidget::addPresets()
+{
+    auto *menu = new QMenu(this);
+    menu->setToolTipsVisible(true);
+    for (const TextPreset &preset : textPresets()) {
+        QAction *action = menu->addAction(Velmora::tr(preset.menuText));
+        action->setToolTip(Velmora::tr("Apply built-in text comparison rules"));
+        action->setCheckable(true);
+        connect(menu, &QMenu::aboutToShow, action,
+                [this, action, &preset] { action->setChecked(matchingTextPreset(m_options) == &preset); });
+        connect(action, &QAction::triggered, this, [this, &preset] {
+            TextSessionOptions chosen = m_options;
+            chosen.leftPath = paths().left;
+            chosen.rightPath = paths().right;
+            if (applyTextPreset(QLatin1String(preset.name), chosen))
+                takeSettings(chosen);
+        });
+    }
+    m_bar->settings->setMenu(menu);
+    if (auto *button = qobject_cast<QToolButton *>(m_bar->widgetForAction(m_bar->settings)))
+        button->setPopupMode(QToolButton::MenuButtonPopup);
 }
 
 void TextCompareWidget::takeSettings(const TextSessionOptions &chosen)

@@ -56,6 +56,7 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
     connectInputs();
     connectEditing();
     connectRecovery();
+    addPresets();
     connect(&m_runner, &Runner::runningChanged, this, &TextCompareWidget::showRunning);
     connect(&m_view->scene(), &DiffScene::currentBlockChanged, this, &TextCompareWidget::showPosition);
     connect(&m_view->scene(), &DiffScene::documentChanged, this, &TextCompareWidget::showPosition);
@@ -282,8 +283,10 @@ void TextCompareWidget::dropPaths(const QStringList &paths, QPoint position)
 
 void TextCompareWidget::useClipboardText(Side side)
 {
-    m_inputs->at(side).takeClipboard();
-    start();
+    m_editing->confirmReplacement(side, [this, side] {
+        m_inputs->at(side).takeClipboard();
+        start();
+    });
 }
 
 void TextCompareWidget::onSwapSides()
@@ -378,6 +381,13 @@ void TextCompareWidget::takeOutcome(RunOutcome<TextCompareResult> &&outcome)
     onTextCompareFinished(outcome.number, result.document, describeFormats(result.left, result.right),
                           QFileInfo(m_running.paths.left).suffix(), QFileInfo(m_running.paths.right).suffix(),
                           cancelled, result.left, result.right);
+    if (!cancelled && result.remarks.expressionsGivenUp > 0) {
+        const QString remark =
+            Velmora::tr("An expression of the unimportant text is too slow for %1 lines, which count "
+                        "as important")
+                .arg(result.remarks.expressionsGivenUp);
+        showMessage(m_status->text() + QStringLiteral(" | ") + remark);
+    }
 }
 
 void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::shared_ptr<const DiffDocument> &diff,
@@ -401,7 +411,7 @@ void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::sha
     m_presenter->show({diff, leftRaw, rightRaw, paths});
 
     m_title = title();
-    m_editing->takeComparison({{}, leftRaw, rightRaw, diff}, m_running.options);
+    m_editing->takeComparison({{}, leftRaw, rightRaw, diff, {}}, m_running.options);
     showCounts();
     Q_EMIT tabTitleChanged(m_title);
     Q_EMIT comparisonFinished(paths.left, paths.right);

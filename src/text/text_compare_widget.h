@@ -124,6 +124,7 @@ private:
     void browse(TextSide &side, const QString &title);
     void chooseEncoding(Side side);
     void swapSides();
+    void addPresets();
     void takeSettings(const TextSessionOptions &chosen);
     [[nodiscard]] Side sideUnder(QPoint position) const;
 

@@ -150,6 +150,27 @@ void TextEditing::askToReload(bool left, bool right, std::function<void()> go)
     });
 }
 
+void TextEditing::confirmReplacement(Side side, std::function<void()> go)
+{
+    const auto discardAndGo = [this, side, go = std::move(go)](bool yes) {
+        if (!yes)
+            return;
+        discard(side);
+        go();
+    };
+    m_saving.whenSaved([this, side, discardAndGo] {
+        if (!isModified(side)) {
+            discardAndGo(true);
+            return;
+        }
+        Dialogs::instance().askYesNo(m_window, Velmora::tr("Unsaved changes"),
+                                     side == Side::Left
+                                         ? Velmora::tr("The left side has unsaved changes. Discard them?")
+                                         : Velmora::tr("The right side has unsaved changes. Discard them?"),
+                                     false, discardAndGo);
+    });
+}
+
 void TextEditing::confirmOtherFiles(std::function<void()> go)
 {
     m_saving.whenSaved([this, go = std::move(go)] { askToDiscard(go); });

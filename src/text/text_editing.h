@@ -54,6 +54,8 @@ public:
     /// Asks before unsaved edits of the given sides are replaced by what is on disk; `go` follows a yes, or at once
     /// when there are none.
     void confirmReload(bool left, bool right, std::function<void()> go);
+    /// Asks before the unsaved edits of `side` are given up for another text, and forgets them when it may.
+    void confirmReplacement(Side side, std::function<void()> go);
     /// Asks before a side whose path is another one by now loses its edits.
     void confirmOtherFiles(std::function<void()> go);
 

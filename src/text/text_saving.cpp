@@ -45,17 +45,18 @@ void TextSaving::save(Side side, Done done)
         whenSaved([this, side, done = std::move(done)] { save(side, done); });
         return;
     }
-    const TextSide &input = m_inputs.at(side);
+    // Not the path that is shown: that may be one to be compared next.
+    const QString path = m_inputs.at(side).loadedPath();
     QString obstacle = m_editor.obstacle(side);
     if (!m_editor.hasTexts())
         obstacle = Velmora::tr("There is no text to save yet: compare first");
     if (!obstacle.isEmpty()) {
         Q_EMIT message(obstacle);
         done(false);
-    } else if (input.isClipboard() || input.loadedPath().isEmpty()) {
+    } else if (path.isEmpty() || path == TextSide::clipboardPath()) {
         saveUnderNewName(side, std::move(done));
     } else {
-        start(side, input.loadedPath(), Target::AsRead, std::move(done));
+        start(side, path, Target::AsRead, std::move(done));
     }
 }
 
@@ -127,8 +128,8 @@ void TextSaving::take(Side side, const QString &path, const TextSaveResult &resu
     loaded.text.lines = result.written;
     loaded.missing = false;
     loaded.stamp = result.stamp;
-    // A path that was chosen meanwhile for the next comparison stays.
-    if (m_inputs.at(side).isClipboard() || m_inputs.at(side).loadedPath() != path)
+    // A path that was chosen for the next comparison stays.
+    if (m_inputs.at(side).path() == m_inputs.at(side).loadedPath())
         m_inputs.at(side).setPath(path);
     m_inputs.at(side).setLoaded(loaded, path);
     Q_EMIT message(side == Side::Left ? Velmora::tr("Left file saved: %1").arg(shown(path))

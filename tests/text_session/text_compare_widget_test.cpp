@@ -14,6 +14,7 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QSignalSpy>
 
@@ -338,6 +339,40 @@ private Q_SLOTS:
         f.wait();
         QVERIFY(f.status().startsWith(QStringLiteral("Compare done: 1 diffs")));
         QVERIFY(f.dialogs.asked().isEmpty());
+    }
+
+    void pastingIntoAnEmptySessionTakesTheClipboard()
+    {
+        SessionFixture f;
+        f.session.show();
+        QGuiApplication::clipboard()->setText(QStringLiteral("1\n2\n"));
+        QTest::keyClick(&f.session.view().pane(Side::Right), Qt::Key_V, Qt::ControlModifier);
+        f.wait();
+        QCOMPARE(f.session.paths(), (SessionPaths{QString(), QStringLiteral("[Clipboard]"), QString()}));
+        QVERIFY2(f.status().startsWith(QStringLiteral("Compare done: 2 diffs (added 2")), qPrintable(f.status()));
+    }
+
+    void presetsOfTheBarChangeTheRules()
+    {
+        SessionFixture f;
+        const QString left = f.file(QStringLiteral("a"), "x y\nZ\n");
+        f.compare(left, f.file(QStringLiteral("b"), "x  y\nz\n"));
+        QVERIFY(f.status().startsWith(QStringLiteral("Compare done: ")));
+        auto *menu = f.session.findChild<QAction *>(QStringLiteral("settingsAction"))->menu();
+        QVERIFY(menu);
+        const auto pick = [&](const char *text) {
+            for (QAction *action : menu->actions()) {
+                if (action->text() == QLatin1String(text))
+                    action->trigger();
+            }
+            f.wait();
+            return f.status().section(u' ', 2, 2);
+        };
+        QVERIFY(pick("Strict (all significant)") != QStringLiteral("0"));
+        QCOMPARE(pick("Relaxed (ws, case, EOL, blank lines)"), QStringLiteral("0"));
+        QCOMPARE(f.session.paths().left, left);
+        Q_EMIT menu->aboutToShow();
+        QVERIFY(menu->actions().last()->isChecked() && !menu->actions().first()->isChecked());
     }
 
     void comparesTheClipboard()

@@ -317,6 +317,35 @@ private Q_SLOTS:
         QVERIFY(f.session.hasUnsavedChanges());
     }
 
+    void aPastedTextReplacesEditsOnlyWhenTold()
+    {
+        EditFixture f("a\n", "b\n");
+        QGuiApplication::clipboard()->setText(QStringLiteral("pasted\n"));
+        f.typeAt(Side::Left, 1, QStringLiteral("x"));
+        f.session.useClipboardText(Side::Left);
+        QCOMPARE(f.dialogs.asked().last().text, QStringLiteral("The left side has unsaved changes. Discard them?"));
+        QVERIFY(f.session.hasUnsavedChanges());
+        QCOMPARE(f.session.paths().left, f.left);
+        f.dialogs.answerNumber(1);
+        f.session.useClipboardText(Side::Left);
+        f.wait();
+        QCOMPARE(f.scene().document()->source(Side::Left).text(0), QStringLiteral("pasted"));
+        QCOMPARE(contentOf(f.left), QByteArray("a\n"));
+    }
+
+    /// The path above an edited text may name the next file already.
+    void savesToTheFileThatTheTextIsFrom()
+    {
+        EditFixture f("a\n", "b\n");
+        const QString next = f.file(QStringLiteral("next.txt"), "next\n");
+        f.typeAt(Side::Left, 1, QStringLiteral("x"));
+        f.session.setPaths({next, f.right, {}});
+        f.save(Side::Left);
+        QCOMPARE(contentOf(f.left), QByteArray("xa\n"));
+        QCOMPARE(contentOf(next), QByteArray("next\n"));
+        QCOMPARE(f.session.paths().left, next);
+    }
+
     void aTextWithoutAFileAsksForItsName()
     {
         EditFixture f("a\n", "b\n");

@@ -49,6 +49,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     void resized();
     void contextMenuWanted(QPoint globalPosition);
+    void pastedBeforeATextIsThere(); ///< by key, while there is nothing to paste into
 
 protected:
     bool event(QEvent *event) override;

@@ -119,7 +119,9 @@ void DiffPane::cut()
 void DiffPane::paste()
 {
     const QString text = QApplication::clipboard()->text();
-    if (m_editor && !text.isEmpty())
+    if (m_editor && !m_editor->hasTexts())
+        Q_EMIT pastedBeforeATextIsThere();
+    else if (m_editor && !text.isEmpty())
         m_editor->insert(m_side, text);
 }
 
