@@ -3879,19 +3879,19 @@ Save them?</source>
     </message>
     <message>
         <source>too slow an expression for %1 lines</source>
-        <translation type="unfinished"></translation>
+        <translation>表达式对 %1 行过慢</translation>
     </message>
     <message>
         <source>An expression of the unimportant text is too slow for %1 lines, which count as important</source>
-        <translation type="unfinished"></translation>
+        <translation>不重要文本中的某个表达式对 %1 行过慢，这些行按重要处理</translation>
     </message>
     <message>
         <source>The left side has unsaved changes. Discard them?</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧有未保存的更改。要放弃吗？</translation>
     </message>
     <message>
         <source>The right side has unsaved changes. Discard them?</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧有未保存的更改。要放弃吗？</translation>
     </message>
     <message>
         <source>no line on the left</source>
