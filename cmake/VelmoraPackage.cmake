@@ -39,9 +39,12 @@ set(CPACK_PACKAGE_VENDOR "The Velmora developers")
 set(CPACK_PACKAGE_CONTACT "The Velmora developers <developers@velmora.invalid>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "compare files and folders side by side")
 set(CPACK_PACKAGE_DESCRIPTION
-    "Velmora compares texts line by line and folders with all that is in them, shows the differences beside each other, \
-and copies them over. It is one window with a tab for each comparison.\n\nvelmora-cli does the same comparisons on the \
-command line, for scripts and servers.")
+    "Velmora compares texts line by line and folders with all that is in them,
+shows the differences beside each other, and copies them over. It is one
+window with a tab for each comparison.
+
+velmora-cli does the same comparisons on the command line, for scripts and
+servers.")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
