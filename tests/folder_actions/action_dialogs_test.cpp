@@ -278,11 +278,9 @@ private Q_SLOTS:
 
         model.sort(PlanPreviewModel::Size, Qt::DescendingOrder);
         const QModelIndex replaced = model.index(1, 0);
-        QCOMPARE(model.index(0, 0, replaced).data().toString(),
-                 QDir::toNativeSeparators(QStringLiteral("/r/file000001")));
+        QCOMPARE(model.index(0, 0, replaced).data().toString(), QStringLiteral("file000001"));
         model.sort(-1, Qt::AscendingOrder);
-        QCOMPARE(model.index(0, 0, replaced).data().toString(),
-                 QDir::toNativeSeparators(QStringLiteral("/r/file000000")));
+        QCOMPARE(model.index(0, 0, replaced).data().toString(), QStringLiteral("file000000"));
     }
 
     void aLongPlanIsShownAtOnce()

@@ -94,7 +94,7 @@ QVariant PlanPreviewModel::data(const QModelIndex &index, int role) const
     const qint32 entry = group.entries[std::size_t(index.row())];
     switch (index.column()) {
     case Name:
-        return shownPath(path(group.kind, entry));
+        return role == Qt::ToolTipRole ? shownPath(path(group.kind, entry)) : shownPath(name(group.kind, entry));
     case Size:
         return sizeWords(group.kind, entry);
     default:
@@ -130,15 +130,15 @@ void PlanPreviewModel::sort(int column, Qt::SortOrder order)
             };
         };
         std::sort(group.entries.begin(), group.entries.end());
+        const auto sortBy = [&](auto keyOf) {
+            std::stable_sort(group.entries.begin(), group.entries.end(), lessBy(keyOf));
+        };
         if (column == Size)
-            std::stable_sort(group.entries.begin(), group.entries.end(),
-                             lessBy([this, kind](qint32 entry) { return size(kind, entry); }));
+            sortBy([this, kind](qint32 entry) { return size(kind, entry); });
         else if (column == Name)
-            std::stable_sort(group.entries.begin(), group.entries.end(),
-                             lessBy([this, kind](qint32 entry) { return path(kind, entry); }));
-        else
-            std::stable_sort(group.entries.begin(), group.entries.end(),
-                             lessBy([this, kind](qint32 entry) { return details(kind, entry); }));
+            sortBy([this, kind](qint32 entry) { return name(kind, entry); });
+        else if (column == Details)
+            sortBy([this, kind](qint32 entry) { return details(kind, entry); });
     }
     Q_EMIT layoutChanged({}, VerticalSortHint);
 }
@@ -195,6 +195,11 @@ QString PlanPreviewModel::path(Kind kind, qint32 entry) const
     return kind == Kind::LeftAlone ? m_plan.leftOut[entry].path : m_plan.pathOf(placeOf(m_plan.steps[entry]));
 }
 
+QString PlanPreviewModel::name(Kind kind, qint32 entry) const
+{
+    return kind == Kind::LeftAlone ? m_plan.leftOut[entry].path : placeOf(m_plan.steps[entry]).relative;
+}
+
 qint64 PlanPreviewModel::size(Kind kind, qint32 entry) const
 {
     if (kind == Kind::LeftAlone || kind == Kind::MakeFolder)
@@ -217,20 +222,24 @@ QString PlanPreviewModel::details(Kind kind, qint32 entry) const
     if (kind == Kind::LeftAlone)
         return leftOutText(m_plan.leftOut[entry]);
     const OperationStep &step = m_plan.steps[entry];
+    const QString root = shownPath(m_plan.roots[placeOf(step).root].path);
     switch (step.kind) {
     case OperationKind::Recycle:
-        return step.fromSeen.kind == NodeKind::Folder ? Velmora::tr("to the recycle bin, with everything in it")
-                                                      : Velmora::tr("to the recycle bin");
+        return step.fromSeen.kind == NodeKind::Folder
+                   ? Velmora::tr("with everything in it from %1 to the recycle bin").arg(root)
+                   : Velmora::tr("from %1 to the recycle bin").arg(root);
     case OperationKind::Delete:
-        return Velmora::tr("for good");
+        return Velmora::tr("for good from %1").arg(root);
     case OperationKind::Restore:
-        return Velmora::tr("from the recycle bin");
+        return Velmora::tr("from the recycle bin to %1").arg(root);
     case OperationKind::Copy:
     case OperationKind::Replace:
     case OperationKind::Move:
-        return Velmora::tr("from %1").arg(shownPath(m_plan.pathOf(step.from)));
+        return step.from.relative == step.to.relative
+                   ? Velmora::tr("to %1").arg(root)
+                   : Velmora::tr("from %1 to %2").arg(shownPath(m_plan.pathOf(step.from)), root);
     case OperationKind::MakeFolder:
-        return {};
+        return Velmora::tr("in %1").arg(root);
     }
     return {};
 }

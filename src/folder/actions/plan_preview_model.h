@@ -24,7 +24,7 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
-    /// Within the groups.
+    /// Within the groups; any other column is the order of the plan.
     void sort(int column, Qt::SortOrder order) override;
 
 private:
@@ -38,6 +38,7 @@ private:
 
     [[nodiscard]] static Kind kindOf(const OperationStep &step);
     [[nodiscard]] QString title(const Group &group) const;
+    [[nodiscard]] QString name(Kind kind, qint32 entry) const; ///< below its root
     [[nodiscard]] QString path(Kind kind, qint32 entry) const;
     [[nodiscard]] qint64 size(Kind kind, qint32 entry) const;
     [[nodiscard]] QString sizeWords(Kind kind, qint32 entry) const;
