@@ -300,6 +300,7 @@ private Q_SLOTS:
         QTest::mousePress(&pane, Qt::LeftButton, {}, at(0, 7)); // the third click
         QCOMPARE(view.scene().selectedText(), QStringLiteral("int some_name = 3;"));
         QTest::mouseRelease(&pane, Qt::LeftButton, {}, at(0, 7));
+        QTest::mouseClick(&pane, Qt::LeftButton, {}, at(1, 0)); // a press on the selection would drag it
         QTest::mousePress(&pane, Qt::LeftButton, {}, at(0, 4));
         QTest::mouseMove(&pane, at(1, 2));
         QTest::mouseRelease(&pane, Qt::LeftButton, {}, at(1, 2));
@@ -336,6 +337,21 @@ private Q_SLOTS:
         view.scene().setCaret({Side::Right, {1, 0}, {1, 0}});
         QCOMPARE(right->text(QAccessible::Value), QStringLiteral("Line 2, added: two"));
         QCOMPARE(left->text(QAccessible::Value), QStringLiteral("No line here, added"));
+        view.scene().goToBlock(0);
+        QCOMPARE(right->text(QAccessible::Description),
+                 QStringLiteral("Difference 1 of 1, added: no line on the left, right line 2"));
+
+        QAccessibleTextInterface *text = right->textInterface();
+        QVERIFY(text);
+        QCOMPARE(text->text(0, text->characterCount()), QStringLiteral("two"));
+        text->setSelection(0, 1, 3);
+        QCOMPARE(view.scene().selectedText(), QStringLiteral("wo"));
+        QCOMPARE(text->selectionCount(), 1);
+        QCOMPARE(text->cursorPosition(), 3);
+        text->setCursorPosition(1);
+        QVERIFY(!view.scene().caret().hasSelection());
+        QCOMPARE(text->offsetAtPoint(text->characterRect(2).center()), 2);
+        QVERIFY(right->state().readOnly);
     }
 
     // Changed characters ----------------------------------------------------------------------------------------------

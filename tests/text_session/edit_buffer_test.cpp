@@ -4,6 +4,10 @@
 #include <QRandomGenerator>
 #include <QTest>
 
+#include <algorithm>
+#include <array>
+#include <tuple>
+
 using namespace velmora;
 
 namespace {
@@ -80,6 +84,41 @@ private Q_SLOTS:
             buffer.undo();
         QCOMPARE(QString::fromUtf8(bytesOf(buffer)), states.first());
         QVERIFY(!buffer.isModified());
+    }
+
+    void movesTextInOneStep()
+    {
+        QRandomGenerator random(77);
+        const QByteArray text = "one\ntwo 2\n\nfour \xE4\xB8\xAD\nfive\n";
+        for (int round = 0; round < 1000; ++round) {
+            EditBuffer buffer = bufferOf(text);
+            const Model before{QString::fromUtf8(text)};
+            std::array<EditPosition, 3> places;
+            for (EditPosition &place : places) {
+                place.line = random.bounded(5);
+                place.unit = random.bounded(int(buffer.snapshot()->text(place.line).size()) + 1);
+            }
+            std::sort(places.begin(), places.end());
+            const bool forward = random.bounded(2) != 0;
+            const auto [start, end, to] =
+                forward ? std::tuple(places[0], places[1], places[2]) : std::tuple(places[1], places[2], places[0]);
+            if (start == end || to == start || to == end)
+                continue;
+            const QString moved = before.text.mid(before.offset(start), before.offset(end) - before.offset(start));
+            QString expected = before.text;
+            const qsizetype target = before.offset(to) - (forward ? moved.size() : 0);
+            expected.remove(before.offset(start), moved.size()).insert(target, moved);
+            const EditBuffer::Moved done = buffer.move(start, end, to);
+            const Model after{QString::fromUtf8(bytesOf(buffer))};
+            QCOMPARE(after.text, expected);
+            QCOMPARE(after.offset(done.start), target);
+            QCOMPARE(after.offset(done.change.caret), target + moved.size());
+            buffer.undo();
+            QCOMPARE(bytesOf(buffer), text);
+            QVERIFY(!buffer.canUndo());
+            buffer.redo();
+            QCOMPARE(QString::fromUtf8(bytesOf(buffer)), expected);
+        }
     }
 
     void keepsEachLinesEndAndGivesNewLinesTheUsualOne_data()

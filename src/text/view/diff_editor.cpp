@@ -121,6 +121,40 @@ bool DiffEditor::insert(Side side, const QString &text, EditBuffer::Merge merge)
     return true;
 }
 
+bool DiffEditor::insertAt(Side side, TextPosition at, const QString &text)
+{
+    if (text.isEmpty() || !mayEdit(side))
+        return false;
+    const EditPosition to = place(side, at, Toward::End);
+    if (hasLine(side, at.row)) {
+        const LineChange change = own(side).replace(to, to, text);
+        apply(side, change);
+        select(side, to, change.caret);
+    } else {
+        const qsizetype line = linesBefore(side, at.row);
+        const LineChange change = own(side).insertLines(line, text);
+        apply(side, change);
+        select(side, {line, 0}, change.caret);
+    }
+    return true;
+}
+
+bool DiffEditor::moveSelection(Side side, TextPosition at)
+{
+    const TextCaret caret = m_scene.caret();
+    if (caret.side != side || !caret.hasSelection() || !mayEdit(side))
+        return false;
+    const EditPosition from = place(side, caret.selectionStart(), Toward::End);
+    const EditPosition until = place(side, caret.selectionEnd(), Toward::Start);
+    const EditPosition to = place(side, at, Toward::End);
+    if (from >= until || (to >= from && to <= until))
+        return false;
+    const EditBuffer::Moved moved = own(side).move(from, until, to);
+    apply(side, moved.change);
+    select(side, moved.start, moved.change.caret);
+    return true;
+}
+
 bool DiffEditor::eraseSelection(Side side)
 {
     const TextCaret caret = m_scene.caret();
@@ -191,6 +225,16 @@ void DiffEditor::showChange(Side side, EditPosition caret)
     const qsizetype row = std::max<qsizetype>(m_scene.document()->rowOfLine(side, qint32(caret.line + 1)), 0);
     const TextPosition position{row, side == active ? caret.unit : 0};
     m_scene.setCaret({active, position, position});
+    m_scene.showCaret();
+}
+
+void DiffEditor::select(Side side, EditPosition start, EditPosition end)
+{
+    const auto positionOf = [this, side](EditPosition at) {
+        const qsizetype row = m_scene.document()->rowOfLine(side, qint32(at.line + 1));
+        return TextPosition{std::max<qsizetype>(row, 0), at.unit};
+    };
+    m_scene.setCaret({side, positionOf(start), positionOf(end)});
     m_scene.showCaret();
 }
 

@@ -46,6 +46,11 @@ public:
 
     /// Puts `text` in the place of the selection or at the caret, as one step or merged with what was typed before.
     bool insert(Side side, const QString &text, EditBuffer::Merge merge = EditBuffer::Merge::Never);
+    /// Puts `text` at `at` and selects it; one step.
+    bool insertAt(Side side, TextPosition at, const QString &text);
+    /// Moves the selection to `at` on the same side, where it stays selected; one step. Nothing happens to one that is
+    /// moved into itself.
+    bool moveSelection(Side side, TextPosition at);
     /// Removes the selection. False when there is none on `side`.
     bool eraseSelection(Side side);
     /// Removes what stands between the caret and `to`.
@@ -74,6 +79,7 @@ private:
     [[nodiscard]] EditPosition place(Side side, TextPosition position, Toward toward) const;
     void apply(Side side, const LineChange &change);
     void showChange(Side side, EditPosition caret);
+    void select(Side side, EditPosition start, EditPosition end);
 
     DiffScene &m_scene;
     EditBuffer m_left;

@@ -1,6 +1,7 @@
 #include "text/view/diff_pane.h"
 
 #include "session/translate.h"
+#include "text/view/edit_buffer.h"
 #include "text/view/pane_accessible.h"
 #include "text/view/pane_painter.h"
 
@@ -18,6 +19,8 @@ namespace velmora {
 namespace {
 
 constexpr int fewestDigits = 3;
+// An assistive tool would read for hours at the longest lines.
+constexpr qsizetype longestTold = 2000;
 constexpr auto dragScrollInterval = std::chrono::milliseconds(40);
 
 int digitsOf(qsizetype number)
@@ -49,6 +52,7 @@ DiffPane::DiffPane(DiffScene &scene, Side side, QWidget *parent) : QWidget(paren
 {
     installPaneAccessibility();
     setFocusPolicy(Qt::StrongFocus);
+    setAcceptDrops(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setCursor(Qt::IBeamCursor);
     setObjectName(side == Side::Left ? QStringLiteral("leftPane") : QStringLiteral("rightPane"));
@@ -58,7 +62,8 @@ DiffPane::DiffPane(DiffScene &scene, Side side, QWidget *parent) : QWidget(paren
     connect(&scene, &DiffScene::metricsChanged, this, repaint);
     connect(&scene, &DiffScene::scrolled, this, repaint);
     connect(&scene, &DiffScene::caretMoved, this, repaint);
-    connect(&scene, &DiffScene::caretMoved, this, &DiffPane::tellCurrentRow);
+    connect(&scene, &DiffScene::caretMoved, this, &DiffPane::tellCaret);
+    connect(&scene, &DiffScene::currentBlockChanged, this, &DiffPane::tellDifference);
     connect(&scene, &DiffScene::currentBlockChanged, this, repaint);
     connect(&scene, &DiffScene::repaintWanted, this, repaint);
     m_dragTimer.setInterval(dragScrollInterval);
@@ -108,16 +113,51 @@ QString DiffPane::describeCurrentRow() const
     const QString kind = describeKind(document->kind(row));
     if (number < 1)
         return Velmora::tr("No line here, %1").arg(kind);
-    // An assistive tool would read for hours at the longest lines.
-    constexpr qsizetype longest = 2000;
-    return Velmora::tr("Line %1, %2: %3").arg(QString::number(number), kind, document->text(row, m_side).left(longest));
+    return Velmora::tr("Line %1, %2: %3").arg(QString::number(number), kind, currentLine());
 }
 
-void DiffPane::tellCurrentRow()
+QString DiffPane::currentLine() const
+{
+    const DiffDocument *document = m_scene.document();
+    const qsizetype row = m_scene.caret().position.row;
+    if (!document || row >= document->rowCount())
+        return {};
+    const DiffDocument::Cell cell = document->cell(row, m_side);
+    if (!cell.source)
+        return {};
+    const std::string_view utf8 = cell.source->bytes(cell.line);
+    return QString::fromUtf8(utf8.data(), std::min(byteOfUnit(utf8, longestTold), qsizetype(utf8.size())));
+}
+
+void DiffPane::selectInLine(qsizetype start, qsizetype end)
+{
+    if (m_scene.layout().count() == 0)
+        return;
+    const qsizetype row = position().row;
+    const qsizetype length = currentLine().size();
+    m_scene.setCaret(
+        {m_side, {row, std::clamp<qsizetype>(start, 0, length)}, {row, std::clamp<qsizetype>(end, 0, length)}});
+    m_scene.showCaret();
+}
+
+void DiffPane::tellCaret()
 {
     if (!QAccessible::isActive() || !hasFocus())
         return;
-    QAccessibleValueChangeEvent event(this, describeCurrentRow());
+    const TextPosition at = position();
+    if (std::exchange(m_toldRow, at.row) != at.row) {
+        QAccessibleValueChangeEvent event(this, describeCurrentRow());
+        QAccessible::updateAccessibility(&event);
+    }
+    QAccessibleTextCursorEvent moved(this, int(std::min<qsizetype>(at.unit, longestTold)));
+    QAccessible::updateAccessibility(&moved);
+}
+
+void DiffPane::tellDifference()
+{
+    if (!QAccessible::isActive() || !hasCaret() || m_scene.currentBlock() < 0)
+        return;
+    QAccessibleEvent event(this, QAccessible::DescriptionChanged);
     QAccessible::updateAccessibility(&event);
 }
 
@@ -132,6 +172,8 @@ void DiffPane::paintEvent(QPaintEvent *event)
         frame.paint(event->rect());
         painter.fillRect(QRect(gutter.right(), 0, 1, height()), diffColour(DiffColour::Rule));
         paintPreedit(painter);
+        if (m_dropPlace)
+            painter.fillRect(rectOf(*m_dropPlace), diffColour(DiffColour::Accent));
     }
     if (hasFocus())
         painter.fillRect(QRect(0, 0, width(), 2), diffColour(DiffColour::Accent));
@@ -357,76 +399,6 @@ void DiffPane::selectAll()
     const qsizetype count = m_scene.layout().count();
     if (count > 0)
         m_scene.setCaret({m_side, lineStart(0), lineEnd(count - 1)});
-}
-
-// Mouse -------------------------------------------------------------------------------------------------------------
-
-void DiffPane::mousePressEvent(QMouseEvent *event)
-{
-    if (event->button() != Qt::LeftButton || m_scene.layout().count() == 0)
-        return;
-    m_wantedX.reset();
-    const QPoint point = event->position().toPoint();
-    const qsizetype pressed = m_scene.layout().indexAtY(point.y(), m_scene.top());
-    if (m_scene.layout().isBand(pressed)) {
-        const TextPosition start = lineStart(pressed);
-        m_scene.setCaret({m_side, start, start});
-        m_scene.openBand(pressed);
-        return;
-    }
-    const bool third = m_clicks == 2 && m_clickTimer.isActive();
-    if (third || point.x() < gutterWidth()) {
-        m_scene.setCaret({m_side, lineStart(pressed), lineEnd(pressed)});
-    } else {
-        const bool selecting = event->modifiers().testFlag(Qt::ShiftModifier);
-        moveTo(positionAt(point), selecting);
-        m_dragging = true;
-    }
-    m_clicks = 1;
-    m_clickTimer.start(QApplication::doubleClickInterval());
-}
-
-void DiffPane::mouseDoubleClickEvent(QMouseEvent *event)
-{
-    if (event->button() != Qt::LeftButton || m_scene.layout().count() == 0)
-        return;
-    const TextPosition at = positionAt(event->position().toPoint());
-    const DiffDocument::Cell cell = m_scene.document()->cell(at.row, m_side);
-    if (!cell.source)
-        return;
-    const CharRange word = m_scene.rendererOf(cell, m_side).wordAt(cell.line, at.unit);
-    m_scene.setCaret({m_side, {at.row, word.start}, {at.row, word.start + word.length}});
-    m_clicks = 2;
-    m_clickTimer.start(QApplication::doubleClickInterval());
-}
-
-void DiffPane::mouseMoveEvent(QMouseEvent *event)
-{
-    const QPoint point = event->position().toPoint();
-    const RowLayout &layout = m_scene.layout();
-    const qsizetype under = layout.indexAtY(point.y(), m_scene.top());
-    setCursor(under >= 0 && layout.isBand(under) ? Qt::PointingHandCursor
-              : point.x() < gutterWidth()        ? Qt::ArrowCursor
-                                                 : Qt::IBeamCursor);
-    if (!m_dragging)
-        return;
-    m_dragPoint = point;
-    moveTo(positionAt(point), true);
-    if (rect().contains(point))
-        m_dragTimer.stop();
-    else if (!m_dragTimer.isActive())
-        m_dragTimer.start();
-}
-
-void DiffPane::extendByDrag()
-{
-    moveTo(positionAt(m_dragPoint), true);
-}
-
-void DiffPane::mouseReleaseEvent(QMouseEvent *)
-{
-    m_dragging = false;
-    m_dragTimer.stop();
 }
 
 } // namespace velmora

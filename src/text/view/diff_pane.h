@@ -15,7 +15,8 @@ class DiffEditor;
 ///
 /// Paints what is in sight and nothing else: the cost of a frame depends neither on the number of rows nor on the
 /// length of lines that reach beyond the window. Takes the keys and the mouse that move the caret and select; scrolling
-/// is the view's. With an editor it takes typed text, the keys and commands that edit, and input methods, too.
+/// is the view's. With an editor it takes typed text, the keys and commands that edit, input methods and dropped text,
+/// too: a selection that is dragged moves within the pane and is copied to any other place.
 class DiffPane final : public QWidget {
     Q_OBJECT
 public:
@@ -35,6 +36,18 @@ public:
 
     /// The row of the caret as an assistive tool reads it: line number, kind and text.
     [[nodiscard]] QString describeCurrentRow() const;
+
+    /// The line of the caret, or as much of one of the longest as anybody listens to.
+    [[nodiscard]] QString currentLine() const;
+    /// Selects in the line of the caret; the caret goes to `end`.
+    void selectInLine(qsizetype start, qsizetype end);
+    [[nodiscard]] bool isLocked() const;
+
+    /// The caret's place on this side, also while the other side has it.
+    [[nodiscard]] TextPosition position() const;
+    [[nodiscard]] TextPosition positionAt(QPoint point) const;
+    /// Where a caret at `position` stands.
+    [[nodiscard]] QRect rectOf(TextPosition position) const;
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -61,6 +74,10 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dragLeaveEvent(QDragLeaveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
@@ -69,9 +86,6 @@ private:
     enum class Step { Previous, Next, PreviousWord, NextWord, LineStart, LineEnd };
 
     [[nodiscard]] bool hasCaret() const { return m_scene.caret().side == m_side; }
-    /// The caret's place on this side, also while the other side has it.
-    [[nodiscard]] TextPosition position() const;
-    [[nodiscard]] TextPosition positionAt(QPoint point) const;
     /// The position nearest to x, in pixels of the text area.
     [[nodiscard]] TextPosition positionAt(RowPlace place, qreal x) const;
     [[nodiscard]] TextPosition stepped(TextPosition from, Step step) const;
@@ -84,22 +98,29 @@ private:
     [[nodiscard]] bool openBandByKey(const QKeyEvent &event);
     [[nodiscard]] bool editByKey(const QKeyEvent &event);
     [[nodiscard]] bool typesText(const QKeyEvent &event) const;
-    [[nodiscard]] QRect caretRect() const;
-    [[nodiscard]] QString caretLine() const;
     void eraseTo(Step step);
     void paintPreedit(QPainter &painter) const;
     void tellInputMethod();
     void extendByDrag();
-    void tellCurrentRow();
+    void showCursorAt(QPoint point);
+    [[nodiscard]] bool isOnSelection(QPoint point) const;
+    void dragSelection();
+    [[nodiscard]] bool takesDropOf(const QDropEvent &event) const;
+    void showDropPlace(std::optional<TextPosition> place);
+    void tellCaret();
+    void tellDifference();
 
     DiffScene &m_scene;
     Side m_side;
     DiffEditor *m_editor = nullptr;
+    qsizetype m_toldRow = -1;       ///< the row that assistive tools know of
     QString m_preedit;              ///< what an input method has not yet committed
     std::optional<qreal> m_wantedX; ///< the x that moving up and down keeps to, else the caret's own
-    bool m_dragging = false;
+    bool m_selecting = false;       ///< with the mouse
     QPoint m_dragPoint;
-    QTimer m_dragTimer; ///< scrolls on while the mouse is held outside
+    QTimer m_dragTimer;                       ///< scrolls on while the mouse is held outside
+    std::optional<QPoint> m_pressedSelection; ///< where the mouse was pressed on the selection
+    std::optional<TextPosition> m_dropPlace;  ///< where the text that hovers over the pane would go
     int m_clicks = 0;
     QTimer m_clickTimer; ///< runs while a further click counts as one of several
 };

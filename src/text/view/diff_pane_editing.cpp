@@ -145,18 +145,15 @@ void DiffPane::inputMethodEvent(QInputMethodEvent *event)
     event->accept();
 }
 
-QString DiffPane::caretLine() const
+bool DiffPane::isLocked() const
 {
-    const DiffDocument *document = m_scene.document();
-    const qsizetype row = m_scene.caret().position.row;
-    return document && row < document->rowCount() ? document->text(row, m_side) : QString();
+    return !m_editor || !m_editor->isEnabled() || !m_editor->obstacle(m_side).isEmpty();
 }
 
-QRect DiffPane::caretRect() const
+QRect DiffPane::rectOf(TextPosition at) const
 {
     const DiffDocument *document = m_scene.document();
     const RowLayout &layout = m_scene.layout();
-    const TextPosition at = position();
     LineRenderer::Place place;
     qreal shift = m_scene.scrolledX();
     if (document && at.row < document->rowCount()) {
@@ -175,7 +172,7 @@ QVariant DiffPane::inputMethodQuery(Qt::InputMethodQuery query) const
     case Qt::ImEnabled:
         return m_editor && m_editor->isEnabled();
     case Qt::ImCursorRectangle:
-        return caretRect();
+        return rectOf(position());
     case Qt::ImFont:
         return m_scene.font();
     case Qt::ImCursorPosition:
@@ -185,7 +182,7 @@ QVariant DiffPane::inputMethodQuery(Qt::InputMethodQuery query) const
         return int(hasCaret() && caret.anchor.row == caret.position.row ? caret.anchor.unit : position().unit);
     }
     case Qt::ImSurroundingText:
-        return caretLine();
+        return currentLine();
     case Qt::ImCurrentSelection:
         return hasCaret() ? m_scene.selectedText() : QString();
     default:
@@ -197,7 +194,7 @@ void DiffPane::paintPreedit(QPainter &painter) const
 {
     if (m_preedit.isEmpty() || !hasFocus())
         return;
-    QRect area = caretRect();
+    QRect area = rectOf(position());
     painter.setFont(m_scene.font());
     area.setWidth(painter.fontMetrics().horizontalAdvance(m_preedit) + 2);
     painter.fillRect(area, diffColour(DiffColour::Background));

@@ -195,6 +195,46 @@ LineChange EditBuffer::replace(EditPosition start, EditPosition end, const QStri
     return change(first.line, last.line - first.line + 1, std::move(lines), end, after, merged);
 }
 
+QString EditBuffer::textBetween(EditPosition start, EditPosition end) const
+{
+    QString text;
+    for (qsizetype line = start.line; line <= end.line; ++line) {
+        const QString whole = m_snapshot->text(line);
+        const qsizetype first = line == start.line ? start.unit : 0;
+        const qsizetype last = line == end.line ? end.unit : whole.size();
+        text += QStringView(whole).mid(first, last - first);
+        if (line < end.line)
+            text += u'\n';
+    }
+    return text;
+}
+
+EditBuffer::Moved EditBuffer::move(EditPosition start, EditPosition end, EditPosition to)
+{
+    const EditPosition from = clamped(start);
+    const EditPosition until = clamped(end);
+    EditPosition target = clamped(to);
+    const QString text = textBetween(from, until);
+    const std::shared_ptr<const EditSnapshot> before = m_snapshot;
+    const qsizetype first = std::min(from.line, target.line);
+    const qsizetype removed = std::max(until.line, target.line) - first + 1;
+
+    replace(from, until, QString());
+    if (target > until) {
+        // What stood behind the text has moved up to its start.
+        target.unit += target.line == until.line ? from.unit - until.unit : 0;
+        target.line -= until.line - from.line;
+    }
+    const LineChange inserted = replace(target, target, text);
+
+    const qsizetype insertedLines = removed + count() - before->count();
+    m_steps.pop_back();
+    m_steps.back() = {
+        first, before->runs(first, removed), m_snapshot->runs(first, insertedLines), end, inserted.caret, Merge::Never};
+    --m_done;
+    return {{first, removed, insertedLines, inserted.caret}, target};
+}
+
 LineChange EditBuffer::insertLines(qsizetype line, const QString &text)
 {
     const qsizetype at = std::clamp<qsizetype>(line, 0, count());

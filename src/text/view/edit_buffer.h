@@ -83,6 +83,14 @@ public:
     /// in `text` all start a new line.
     LineChange replace(EditPosition start, EditPosition end, const QString &text, Merge merge = Merge::Never);
 
+    /// What `move` did, and where the text that was moved begins now; the change's caret is its end.
+    struct Moved {
+        LineChange change;
+        EditPosition start;
+    };
+    /// Moves what stands from `start` to `end` to `to`, as one step. Precondition: start < end, and `to` is outside.
+    Moved move(EditPosition start, EditPosition end, EditPosition to);
+
     /// Inserts whole lines before `line`, which may be `count()`. A line break at the end of `text` adds no line.
     LineChange insertLines(qsizetype line, const QString &text);
 
@@ -128,6 +136,7 @@ private:
     };
 
     [[nodiscard]] EditPosition clamped(EditPosition position) const;
+    [[nodiscard]] QString textBetween(EditPosition start, EditPosition end) const;
     [[nodiscard]] LineEnd usualEnd(qsizetype line) const;
     LineChange change(qsizetype first, qsizetype removed, std::vector<NewLine> lines, EditPosition before,
                       EditPosition after, Merge merge);

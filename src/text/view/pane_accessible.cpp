@@ -1,6 +1,7 @@
 #include "text/view/pane_accessible.h"
 
 #include "text/view/diff_pane.h"
+#include "text/view/difference_description.h"
 
 #include <QAccessibleWidget>
 
@@ -8,24 +9,96 @@ namespace velmora {
 
 namespace {
 
-class PaneAccessible final : public QAccessibleWidget {
+/// A pane to an assistive tool: an edit field whose text is the line of the caret, whose value is that row in words,
+/// and whose description is the current difference.
+class PaneAccessible final : public QAccessibleWidget, public QAccessibleTextInterface {
 public:
     explicit PaneAccessible(DiffPane *pane) : QAccessibleWidget(pane, QAccessible::EditableText), m_pane(pane) {}
 
     [[nodiscard]] QString text(QAccessible::Text kind) const override
     {
-        return kind == QAccessible::Value ? m_pane->describeCurrentRow() : QAccessibleWidget::text(kind);
+        switch (kind) {
+        case QAccessible::Value:
+            return m_pane->describeCurrentRow();
+        case QAccessible::Description:
+            return describeCurrentDifference(m_pane->scene());
+        default:
+            return QAccessibleWidget::text(kind);
+        }
     }
 
     [[nodiscard]] QAccessible::State state() const override
     {
         QAccessible::State state = QAccessibleWidget::state();
-        state.readOnly = true;
+        state.readOnly = m_pane->isLocked();
         state.multiLine = true;
         return state;
     }
 
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::TextInterface)
+            return static_cast<QAccessibleTextInterface *>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+
+    // The line of the caret ---------------------------------------------------------------------------------------
+
+    [[nodiscard]] int characterCount() const override { return int(m_pane->currentLine().size()); }
+    [[nodiscard]] QString text(int start, int end) const override
+    {
+        return m_pane->currentLine().mid(start, end - start);
+    }
+    [[nodiscard]] int cursorPosition() const override
+    {
+        return std::min(int(m_pane->position().unit), characterCount());
+    }
+    void setCursorPosition(int position) override { m_pane->selectInLine(position, position); }
+
+    [[nodiscard]] int selectionCount() const override { return selected().length > 0 ? 1 : 0; }
+    void selection(int, int *start, int *end) const override
+    {
+        const CharRange range = selected();
+        *start = range.start;
+        *end = range.start + range.length;
+    }
+    void addSelection(int start, int end) override { m_pane->selectInLine(start, end); }
+    void setSelection(int, int start, int end) override { m_pane->selectInLine(start, end); }
+    void removeSelection(int) override { setCursorPosition(cursorPosition()); }
+
+    [[nodiscard]] QRect characterRect(int offset) const override
+    {
+        TextPosition at = m_pane->position();
+        at.unit = offset;
+        const QRect line = m_pane->rectOf(at);
+        return line.translated(m_pane->mapToGlobal(QPoint()));
+    }
+    [[nodiscard]] int offsetAtPoint(const QPoint &point) const override
+    {
+        const TextPosition at = m_pane->positionAt(m_pane->mapFromGlobal(point));
+        return at.row == m_pane->position().row ? int(at.unit) : -1;
+    }
+    void scrollToSubstring(int, int) override { m_pane->scene().showCaret(); }
+    [[nodiscard]] QString attributes(int, int *start, int *end) const override
+    {
+        *start = 0;
+        *end = characterCount();
+        return {};
+    }
+
 private:
+    /// What is selected in the line of the caret.
+    [[nodiscard]] CharRange selected() const
+    {
+        const TextCaret &caret = m_pane->scene().caret();
+        const qsizetype row = caret.position.row;
+        if (caret.side != m_pane->side() || !caret.hasSelection())
+            return {};
+        const int first = caret.selectionStart().row == row ? int(caret.selectionStart().unit) : 0;
+        const int last = caret.selectionEnd().row == row ? int(caret.selectionEnd().unit) : characterCount();
+        return {first, last - first};
+    }
+
     DiffPane *m_pane;
 };
 

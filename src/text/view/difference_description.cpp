@@ -1,0 +1,59 @@
+#include "text/view/difference_description.h"
+
+#include "session/translate.h"
+#include "text/view/diff_scene.h"
+
+namespace velmora {
+
+namespace {
+
+struct LineRange {
+    qint32 first = -1;
+    qint32 last = -1;
+};
+
+LineRange linesOf(const DiffDocument &document, RowRange rows, Side side)
+{
+    LineRange range;
+    for (qsizetype row = rows.first; row < rows.end() && range.first < 1; ++row)
+        range.first = document.lineNumber(row, side);
+    for (qsizetype row = rows.end() - 1; row >= rows.first && range.last < 1; --row)
+        range.last = document.lineNumber(row, side);
+    return range;
+}
+
+QString describeLines(LineRange range, Side side)
+{
+    const bool left = side == Side::Left;
+    if (range.first < 1)
+        return left ? Velmora::tr("no line on the left") : Velmora::tr("no line on the right");
+    if (range.first == range.last)
+        return (left ? Velmora::tr("left line %1") : Velmora::tr("right line %1")).arg(range.first);
+    return (left ? Velmora::tr("left lines %1 to %2") : Velmora::tr("right lines %1 to %2"))
+        .arg(range.first)
+        .arg(range.last);
+}
+
+QString describeKindOf(const LineRange &left, const LineRange &right)
+{
+    if (left.first < 1)
+        return Velmora::tr("added");
+    return right.first < 1 ? Velmora::tr("removed") : Velmora::tr("modified");
+}
+
+} // namespace
+
+QString describeCurrentDifference(const DiffScene &scene)
+{
+    const qsizetype block = scene.currentBlock();
+    if (!scene.document() || block < 0)
+        return {};
+    const RowRange rows = scene.layout().block(block);
+    const LineRange left = linesOf(*scene.document(), rows, Side::Left);
+    const LineRange right = linesOf(*scene.document(), rows, Side::Right);
+    return Velmora::tr("Difference %1 of %2, %3: %4, %5")
+        .arg(QString::number(block + 1), QString::number(scene.layout().blockCount()), describeKindOf(left, right),
+             describeLines(left, Side::Left), describeLines(right, Side::Right));
+}
+
+} // namespace velmora

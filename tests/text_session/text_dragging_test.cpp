@@ -1,0 +1,111 @@
+#include "edit_fixture.h"
+#include "support/test_main.h"
+#include "text/view/diff_editor.h"
+#include "text/view/diff_pane.h"
+#include "text/view/diff_view.h"
+
+#include <QDropEvent>
+#include <QMimeData>
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+/// The middle of the character at a place.
+QPoint pointOf(EditFixture &f, Side side, TextPosition at)
+{
+    DiffPane &pane = f.pane(side);
+    const RowLayout &layout = f.scene().layout();
+    const qreal x = f.scene().renderer(side).xOf(f.scene().document()->cell(at.row, side).line, at.unit);
+    const qint64 y = layout.yOf(layout.indexOf(at.row), f.scene().top()) + layout.rowHeight() / 2;
+    return {pane.textArea().left() + 6 + int(x), int(y)};
+}
+
+/// A drag that comes over a widget and ends there.
+void dragAndDrop(QWidget &target, QPoint point, const QMimeData &data)
+{
+    QDragEnterEvent enter(point, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&target, &enter);
+    QDropEvent drop(point, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&target, &drop);
+}
+
+} // namespace
+
+class TextDraggingTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void movesTheSelectionWithinASide()
+    {
+        const TextLines text = TextLines::split("alpha\nbeta\ngamma\n");
+        const auto source = std::make_shared<TextLinesSource>(text);
+        DiffScene scene;
+        scene.setDocument(std::make_shared<DiffDocument>(QList<AlignedRow>{{Equal, 1, 1}, {Equal, 2, 2}, {Equal, 3, 3}},
+                                                         source, source));
+        DiffEditor editor(scene, nullptr);
+        editor.setTexts(text, text, {});
+        editor.setEnabled(true);
+        const auto lines = [&editor] {
+            QStringList list;
+            for (qsizetype line = 0; line < editor.buffer(Side::Left).count(); ++line)
+                list.append(editor.buffer(Side::Left).snapshot()->text(line));
+            return list.join(u'|');
+        };
+        scene.setCaret({Side::Left, {0, 0}, {1, 0}});
+        const qsizetype last = scene.document()->rowOfLine(Side::Left, 3);
+        QVERIFY(editor.moveSelection(Side::Left, {last, 5}));
+        QCOMPARE(lines(), QStringLiteral("beta|gammaalpha|"));
+        QCOMPARE(scene.selectedText(), QStringLiteral("alpha\n"));
+        QVERIFY(!editor.moveSelection(Side::Left, scene.caret().position)); // into itself
+        editor.undo(Side::Left);
+        QCOMPARE(lines(), QStringLiteral("alpha|beta|gamma"));
+        QVERIFY(!editor.buffer(Side::Left).canUndo()); // it was one step
+    }
+
+    void takesTextFromElsewhere()
+    {
+        EditFixture f("alpha\nbeta\n", "alpha\nbeta\n");
+        QMimeData data;
+        data.setText(QStringLiteral("new "));
+        dragAndDrop(f.pane(Side::Right), pointOf(f, Side::Right, {1, 0}), data);
+        QCOMPARE(f.rows().join(u','), QStringLiteral("=alpha|alpha,~beta|new beta"));
+        QCOMPARE(f.scene().selectedText(), QStringLiteral("new "));
+        QCOMPARE(f.session.view().activeSide(), Side::Right);
+        f.session.edit(EditCommand::UndoRight);
+        QVERIFY(!f.session.hasUnsavedChanges());
+
+        // A locked side says why it takes nothing.
+        f.session.setEditingEnabled(false);
+        dragAndDrop(f.pane(Side::Left), pointOf(f, Side::Left, {0, 2}), data);
+        QVERIFY(!f.session.hasUnsavedChanges());
+        QVERIFY2(f.status().contains(QStringLiteral("locked")), qPrintable(f.status()));
+    }
+
+    void leavesFilesToTheSession()
+    {
+        EditFixture f("a\n", "b\n");
+        QMimeData data;
+        const QString other = f.file(QStringLiteral("other.txt"), "c\n");
+        data.setUrls({QUrl::fromLocalFile(other)});
+        dragAndDrop(f.pane(Side::Left), {100, 5}, data);
+        QVERIFY(QList<QString>({f.session.paths().left, f.session.paths().right}).contains(other));
+        QVERIFY(!f.session.hasUnsavedChanges());
+    }
+
+    void aClickOnTheSelectionEndsIt()
+    {
+        EditFixture f("alpha beta\n", "alpha beta\n");
+        f.scene().setCaret({Side::Left, {0, 0}, {0, 5}});
+        const QPoint inside = pointOf(f, Side::Left, {0, 2});
+        QTest::mousePress(&f.pane(Side::Left), Qt::LeftButton, {}, inside);
+        QVERIFY(f.scene().caret().hasSelection()); // it may become a drag
+        QTest::mouseRelease(&f.pane(Side::Left), Qt::LeftButton, {}, inside);
+        QVERIFY(!f.scene().caret().hasSelection());
+        QCOMPARE(f.scene().caret().position, (TextPosition{0, 2}));
+    }
+};
+
+VELMORA_TEST(TextDraggingTest)
+#include "text_dragging_test.moc"
