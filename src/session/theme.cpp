@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QIconEngine>
 #include <QImageReader>
+#include <QPainter>
 #include <QPalette>
 #include <QPixmap>
 #include <QStyle>
@@ -47,6 +49,50 @@ QPalette darkPalette()
     palette.setColor(QPalette::Disabled, QPalette::ButtonText, disabled);
     return palette;
 }
+
+/// An icon that is faint where it cannot be used: what a style makes of a light picture stands out in the dark theme.
+class FaintWhenDisabled final : public QIconEngine {
+public:
+    explicit FaintWhenDisabled(QIcon icon) : m_icon(std::move(icon)) {}
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
+    {
+        constexpr qreal faint = 0.35;
+        painter->save();
+        if (mode == QIcon::Disabled)
+            painter->setOpacity(painter->opacity() * faint);
+        m_icon.paint(painter, rect, Qt::AlignCenter, mode == QIcon::Disabled ? QIcon::Normal : mode, state);
+        painter->restore();
+    }
+
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    {
+        return scaledPixmap(size, mode, state, 1);
+    }
+
+    QPixmap scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State state, qreal scale) override
+    {
+        if (mode != QIcon::Disabled)
+            return m_icon.pixmap(size / scale, scale, mode, state);
+        const QPixmap normal = m_icon.pixmap(size / scale, scale, QIcon::Normal, state);
+        QPixmap picture(normal.size());
+        picture.setDevicePixelRatio(normal.devicePixelRatio());
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        paint(&painter, QRect(QPoint(), picture.size() / picture.devicePixelRatio()), mode, state);
+        return picture;
+    }
+
+    QList<QSize> availableSizes(QIcon::Mode, QIcon::State state) override
+    {
+        return m_icon.availableSizes(QIcon::Normal, state);
+    }
+    bool isNull() override { return m_icon.isNull(); }
+    [[nodiscard]] QIconEngine *clone() const override { return new FaintWhenDisabled(*this); }
+
+private:
+    QIcon m_icon;
+};
 
 } // namespace
 
@@ -97,7 +143,7 @@ QIcon themedIcon(const QString &name)
         picture.setDevicePixelRatio(qreal(pixels) / menuIconSize);
         icon.addPixmap(picture);
     }
-    return icon;
+    return QIcon(new FaintWhenDisabled(icon));
 }
 
 QColor blended(const QColor &over, const QColor &under, double share)
