@@ -775,7 +775,7 @@ The editor has unsaved changes; re-comparing without reloading may discard disk 
     </message>
     <message>
         <source>%1 (%2)</source>
-        <translation>%1 (%2)</translation>
+        <translation>%1（%2）</translation>
     </message>
     <message>
         <source>Compare</source>
@@ -2033,151 +2033,151 @@ Restore them? The files themselves stay as they are until you save.</source>
     </message>
     <message>
         <source>%1 copy: %2 -&gt; %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 复制：%2 -&gt; %3</translation>
     </message>
     <message>
         <source>Cannot copy: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法复制：%1</translation>
     </message>
     <message>
         <source>Cannot copy to: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法复制到：%1</translation>
     </message>
     <message>
         <source>Copy failed</source>
-        <translation type="unfinished"></translation>
+        <translation>复制失败</translation>
     </message>
     <message>
         <source>%1 move: %2 -&gt; %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 移动：%2 -&gt; %3</translation>
     </message>
     <message>
         <source>Cannot move: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法移动：%1</translation>
     </message>
     <message>
         <source>Cannot move to: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法移动到：%1</translation>
     </message>
     <message>
         <source>Move failed</source>
-        <translation type="unfinished"></translation>
+        <translation>移动失败</translation>
     </message>
     <message>
         <source>%1 delete: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 删除：%2</translation>
     </message>
     <message>
         <source>Cannot delete: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法删除：%1</translation>
     </message>
     <message>
         <source>Delete failed</source>
-        <translation type="unfinished"></translation>
+        <translation>删除失败</translation>
     </message>
     <message>
         <source>%1 rename: %2 -&gt; %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 重命名：%2 -&gt; %3</translation>
     </message>
     <message>
         <source>Cannot rename: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法重命名：%1</translation>
     </message>
     <message>
         <source>Rename failed</source>
-        <translation type="unfinished"></translation>
+        <translation>重命名失败</translation>
     </message>
     <message>
         <source>%1 new folder: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 新建文件夹：%2</translation>
     </message>
     <message>
         <source>Cannot create: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法创建：%1</translation>
     </message>
     <message>
         <source>New folder failed</source>
-        <translation type="unfinished"></translation>
+        <translation>新建文件夹失败</translation>
     </message>
     <message>
         <source>%1 mirror: %2 -&gt; %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 镜像：%2 -&gt; %3</translation>
     </message>
     <message>
         <source>Mirror failed: %1 -&gt; %2</source>
-        <translation type="unfinished"></translation>
+        <translation>镜像失败：%1 -&gt; %2</translation>
     </message>
     <message>
         <source>Mirror sync failed</source>
-        <translation type="unfinished"></translation>
+        <translation>镜像同步失败</translation>
     </message>
     <message>
         <source>%1 update: %2 -&gt; %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 更新：%2 -&gt; %3</translation>
     </message>
     <message>
         <source>Update failed: %1 -&gt; %2</source>
-        <translation type="unfinished"></translation>
+        <translation>更新失败：%1 -&gt; %2</translation>
     </message>
     <message>
         <source>Update sync failed</source>
-        <translation type="unfinished"></translation>
+        <translation>更新同步失败</translation>
     </message>
     <message>
         <source>%1 update both: %2 &lt;-&gt; %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 双向更新：%2 &lt;-&gt; %3</translation>
     </message>
     <message>
         <source>Update both sides failed: %1 &lt;-&gt; %2</source>
-        <translation type="unfinished"></translation>
+        <translation>双向更新失败：%1 &lt;-&gt; %2</translation>
     </message>
     <message>
         <source>%1 undo: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 撤销：%2</translation>
     </message>
     <message>
         <source>Cannot undo: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法撤销：%1</translation>
     </message>
     <message>
         <source>Undo failed</source>
-        <translation type="unfinished"></translation>
+        <translation>撤销失败</translation>
     </message>
     <message>
         <source>not kept for undoing: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>未保留、无法撤销的项目数：%1</translation>
     </message>
     <message>
         <source>There is nothing to do.</source>
-        <translation type="unfinished"></translation>
+        <translation>没有需要执行的操作。</translation>
     </message>
     <message>
         <source>Done: %1 succeeded, %2 failed</source>
-        <translation type="unfinished"></translation>
+        <translation>完成：成功 %1 项，失败 %2 项</translation>
     </message>
     <message>
         <source>Move</source>
-        <translation type="unfinished"></translation>
+        <translation>移动</translation>
     </message>
     <message>
         <source>Rename</source>
-        <translation type="unfinished"></translation>
+        <translation>重命名</translation>
     </message>
     <message>
         <source>New folder</source>
-        <translation type="unfinished"></translation>
+        <translation>新建文件夹</translation>
     </message>
     <message>
         <source>Mirror</source>
-        <translation type="unfinished"></translation>
+        <translation>镜像</translation>
     </message>
     <message>
         <source>Update</source>
-        <translation type="unfinished"></translation>
+        <translation>更新</translation>
     </message>
     <message>
         <source>Update both sides</source>
-        <translation type="unfinished"></translation>
+        <translation>双向更新</translation>
     </message>
     <message>
         <source>%1: %2</source>
@@ -2185,567 +2185,547 @@ Restore them? The files themselves stay as they are until you save.</source>
     </message>
     <message>
         <source>%1 -&gt; %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 -&gt; %2</translation>
     </message>
     <message>
         <source>%1 entries</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 个项目</translation>
     </message>
     <message>
         <source>A file on one side is a folder on the other; delete one of them first</source>
-        <translation type="unfinished"></translation>
+        <translation>一侧是文件，另一侧是文件夹；请先删除其中之一</translation>
     </message>
     <message>
         <source>Hidden by a filter</source>
-        <translation type="unfinished"></translation>
+        <translation>被过滤器隐藏</translation>
     </message>
     <message>
         <source>The folder stays, since a filter hides something in it</source>
-        <translation type="unfinished"></translation>
+        <translation>文件夹被保留，因为其中有被过滤器隐藏的内容</translation>
     </message>
     <message>
         <source>The folder stays, since it holds something that is not listed</source>
-        <translation type="unfinished"></translation>
+        <translation>文件夹被保留，因为其中有未列出的内容</translation>
     </message>
     <message>
         <source>The side is read-only</source>
-        <translation type="unfinished"></translation>
+        <translation>此侧为只读</translation>
     </message>
     <message>
         <source>The files differ, and neither is newer</source>
-        <translation type="unfinished"></translation>
+        <translation>文件不同，但没有哪一个更新</translation>
     </message>
     <message>
         <source>Another selected entry has the same name</source>
-        <translation type="unfinished"></translation>
+        <translation>另一个所选项目同名</translation>
     </message>
     <message>
         <source>Something of this name is there already</source>
-        <translation type="unfinished"></translation>
+        <translation>已存在同名项目</translation>
     </message>
     <message>
         <source>A folder cannot go into itself</source>
-        <translation type="unfinished"></translation>
+        <translation>文件夹不能放入自身</translation>
     </message>
     <message>
         <source>It is reached through a link only</source>
-        <translation type="unfinished"></translation>
+        <translation>只能通过链接到达</translation>
     </message>
     <message>
         <source>It has changed since it was compared; refresh first</source>
-        <translation type="unfinished"></translation>
+        <translation>比较之后已发生变化；请先刷新</translation>
     </message>
     <message>
         <source>It cannot be read</source>
-        <translation type="unfinished"></translation>
+        <translation>无法读取</translation>
     </message>
     <message>
         <source>It is neither a file nor a folder nor a link</source>
-        <translation type="unfinished"></translation>
+        <translation>既不是文件，也不是文件夹或链接</translation>
     </message>
     <message>
         <source>The name is not allowed there</source>
-        <translation type="unfinished"></translation>
+        <translation>目标位置不允许此名称</translation>
     </message>
     <message>
         <source>What was there before has not been kept</source>
-        <translation type="unfinished"></translation>
+        <translation>原先的内容没有保留</translation>
     </message>
     <message>
         <source>It is not on this side</source>
-        <translation type="unfinished"></translation>
+        <translation>不在此侧</translation>
     </message>
     <message>
         <source>The folder is gone or is another one now</source>
-        <translation type="unfinished"></translation>
+        <translation>文件夹已不存在，或已换成另一个文件夹</translation>
     </message>
     <message>
         <source>It is no longer there</source>
-        <translation type="unfinished"></translation>
+        <translation>已不存在</translation>
     </message>
     <message>
         <source>It has changed meanwhile</source>
-        <translation type="unfinished"></translation>
+        <translation>期间已发生变化</translation>
     </message>
     <message>
         <source>The file to be replaced has changed meanwhile</source>
-        <translation type="unfinished"></translation>
+        <translation>要替换的文件期间已发生变化</translation>
     </message>
     <message>
         <source>Something of this name has appeared meanwhile</source>
-        <translation type="unfinished"></translation>
+        <translation>期间出现了同名项目</translation>
     </message>
     <message>
         <source>It is on the other side by now, or cannot be looked for there</source>
-        <translation type="unfinished"></translation>
+        <translation>另一侧已出现该项目，或无法在那里查找</translation>
     </message>
     <message>
         <source>A link stands where a folder was; links are not followed</source>
-        <translation type="unfinished"></translation>
+        <translation>原文件夹的位置现在是一个链接；不会跟随链接</translation>
     </message>
     <message>
         <source>The folder is not empty</source>
-        <translation type="unfinished"></translation>
+        <translation>文件夹不为空</translation>
     </message>
     <message>
         <source>Nothing is deleted in a folder in which something went wrong</source>
-        <translation type="unfinished"></translation>
+        <translation>出现问题的文件夹中不会删除任何内容</translation>
     </message>
     <message>
         <source>It cannot be written: protected, or in use by another program</source>
-        <translation type="unfinished"></translation>
+        <translation>无法写入：受保护，或正被其他程序使用</translation>
     </message>
     <message>
         <source>The disk is full</source>
-        <translation type="unfinished"></translation>
+        <translation>磁盘已满</translation>
     </message>
     <message>
         <source>The copy was not the same and has been removed</source>
-        <translation type="unfinished"></translation>
+        <translation>副本与原文件不同，已被移除</translation>
     </message>
     <message>
         <source>The old contents could not be kept for undoing; nothing was changed</source>
-        <translation type="unfinished"></translation>
+        <translation>无法保留旧内容以供撤销；未做任何更改</translation>
     </message>
     <message>
         <source>The journal of operations cannot be written; nothing was changed</source>
-        <translation type="unfinished"></translation>
+        <translation>无法写入操作日志；未做任何更改</translation>
     </message>
     <message>
         <source>There is no recycle bin for it</source>
-        <translation type="unfinished"></translation>
+        <translation>没有可用的回收站</translation>
     </message>
     <message>
         <source>The copy is in place, and the source could not be removed</source>
-        <translation type="unfinished"></translation>
+        <translation>副本已就位，但无法移除源文件</translation>
     </message>
     <message>
         <source>Done, but its time or permissions could not be kept</source>
-        <translation type="unfinished"></translation>
+        <translation>已完成，但无法保留时间或权限</translation>
     </message>
     <message>
         <source>Done, but the system could not confirm that it has reached the disk</source>
-        <translation type="unfinished"></translation>
+        <translation>已完成，但系统无法确认数据已写入磁盘</translation>
     </message>
     <message>
         <source>This cannot be done with such an entry</source>
-        <translation type="unfinished"></translation>
+        <translation>无法对此类项目执行该操作</translation>
     </message>
     <message>
         <source>Cancelled in the middle; what was begun has been taken back</source>
-        <translation type="unfinished"></translation>
+        <translation>中途取消；已开始的部分已还原</translation>
     </message>
     <message>
         <source>&lt;folder&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;文件夹&gt;</translation>
     </message>
     <message>
         <source>The side to be written is read-only.</source>
-        <translation type="unfinished"></translation>
+        <translation>要写入的一侧为只读。</translation>
     </message>
     <message>
         <source>The two folders are the same, or one lies in the other.</source>
-        <translation type="unfinished"></translation>
+        <translation>两个文件夹相同，或其中一个位于另一个之内。</translation>
     </message>
     <message>
         <source>A folder is missing or cannot be opened.</source>
-        <translation type="unfinished"></translation>
+        <translation>有文件夹不存在或无法打开。</translation>
     </message>
     <message>
         <source>This name is not allowed.</source>
-        <translation type="unfinished"></translation>
+        <translation>不允许使用此名称。</translation>
     </message>
     <message>
         <source>New files: %1 (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>新文件：%1（%2）</translation>
     </message>
     <message>
         <source>Replaced: %1 (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>替换：%1（%2）</translation>
     </message>
     <message>
         <source>Deleted: %1 (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>删除：%1（%2）</translation>
     </message>
     <message>
         <source>New folders: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>新文件夹：%1</translation>
     </message>
     <message>
         <source>Deleted folders: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>删除文件夹：%1</translation>
     </message>
     <message>
         <source>Advanced filters</source>
-        <translation type="unfinished"></translation>
+        <translation>高级过滤器</translation>
     </message>
     <message>
         <source>Clear filters</source>
-        <translation type="unfinished"></translation>
+        <translation>清除过滤器</translation>
     </message>
     <message>
         <source>File size range</source>
-        <translation type="unfinished"></translation>
+        <translation>文件大小范围</translation>
     </message>
     <message>
         <source>Min:</source>
-        <translation type="unfinished"></translation>
+        <translation>最小：</translation>
     </message>
     <message>
         <source>Max:</source>
-        <translation type="unfinished"></translation>
+        <translation>最大：</translation>
     </message>
     <message>
         <source>Modified date range</source>
-        <translation type="unfinished"></translation>
+        <translation>修改日期范围</translation>
     </message>
     <message>
         <source>From:</source>
-        <translation type="unfinished"></translation>
+        <translation>从：</translation>
     </message>
     <message>
         <source>To:</source>
-        <translation type="unfinished"></translation>
+        <translation>到：</translation>
     </message>
     <message>
         <source> KB</source>
-        <translation type="unfinished"></translation>
+        <translation> KB</translation>
     </message>
     <message>
         <source>Any</source>
-        <translation type="unfinished"></translation>
+        <translation>不限</translation>
     </message>
     <message>
         <source>Enable</source>
-        <translation type="unfinished"></translation>
+        <translation>启用</translation>
     </message>
     <message>
         <source>The smallest size is above the largest: no file would be shown</source>
-        <translation type="unfinished"></translation>
+        <translation>最小值大于最大值：将不显示任何文件</translation>
     </message>
     <message>
         <source>The first date is after the last: no file would be shown</source>
-        <translation type="unfinished"></translation>
+        <translation>起始日期晚于结束日期：将不显示任何文件</translation>
     </message>
     <message>
         <source>%1 filters updated: size[%2-%3 KB] date[%4 ~ %5]</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 过滤器已更新：大小[%2-%3 KB] 日期[%4 ~ %5]</translation>
     </message>
     <message>
         <source>The left side is read-only</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧为只读</translation>
     </message>
     <message>
         <source>The right side is read-only</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧为只读</translation>
     </message>
     <message>
         <source>Choose both folders first</source>
-        <translation type="unfinished"></translation>
+        <translation>请先选择两个文件夹</translation>
     </message>
     <message>
         <source>Nothing is selected</source>
-        <translation type="unfinished"></translation>
+        <translation>未选择任何项目</translation>
     </message>
     <message>
         <source>The selection is not on this side</source>
-        <translation type="unfinished"></translation>
+        <translation>所选项目不在此侧</translation>
     </message>
     <message>
         <source>Select one entry only</source>
-        <translation type="unfinished"></translation>
+        <translation>请只选择一个项目</translation>
     </message>
     <message>
         <source>Nothing of the selection is on the left side</source>
-        <translation type="unfinished"></translation>
+        <translation>所选项目均不在左侧</translation>
     </message>
     <message>
         <source>Nothing of the selection is on the right side</source>
-        <translation type="unfinished"></translation>
+        <translation>所选项目均不在右侧</translation>
     </message>
     <message>
         <source>Show results dialog (&amp;D)</source>
-        <translation type="unfinished"></translation>
+        <translation>显示结果对话框 (&amp;D)</translation>
     </message>
     <message>
         <source>Compare contents</source>
-        <translation type="unfinished"></translation>
+        <translation>比较内容</translation>
     </message>
     <message>
         <source>Start (&amp;S)</source>
-        <translation type="unfinished"></translation>
+        <translation>开始 (&amp;S)</translation>
     </message>
     <message>
         <source>Selection:</source>
-        <translation type="unfinished"></translation>
+        <translation>所选内容：</translation>
     </message>
     <message>
         <source>Compare contents of the selected files and folders.</source>
-        <translation type="unfinished"></translation>
+        <translation>比较所选文件和文件夹的内容。</translation>
     </message>
     <message>
         <source>Operation:</source>
-        <translation type="unfinished"></translation>
+        <translation>操作：</translation>
     </message>
     <message>
         <source>Binary compare (&amp;N)</source>
-        <translation type="unfinished"></translation>
+        <translation>二进制比较 (&amp;N)</translation>
     </message>
     <message>
         <source>CRC compare</source>
-        <translation type="unfinished"></translation>
+        <translation>CRC 比较</translation>
     </message>
     <message>
         <source>Rules-based compare (&amp;U)</source>
-        <translation type="unfinished"></translation>
+        <translation>基于规则的比较 (&amp;U)</translation>
     </message>
     <message>
         <source>Counting...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在统计...</translation>
     </message>
     <message>
         <source>not counted</source>
-        <translation type="unfinished"></translation>
+        <translation>未统计</translation>
     </message>
     <message>
         <source>Counting... %1</source>
-        <translation type="unfinished"></translation>
+        <translation>正在统计... %1</translation>
     </message>
     <message>
         <source>%1 files, %2 folders, %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 个文件，%2 个文件夹，%3</translation>
     </message>
     <message>
         <source>The comparison was cancelled; not all files were compared.</source>
-        <translation type="unfinished"></translation>
+        <translation>比较已取消；并非所有文件都已比较。</translation>
     </message>
     <message>
         <source>Same:</source>
-        <translation type="unfinished"></translation>
+        <translation>相同：</translation>
     </message>
     <message>
         <source>Different:</source>
-        <translation type="unfinished"></translation>
+        <translation>不同：</translation>
     </message>
     <message>
         <source>On one side only:</source>
-        <translation type="unfinished"></translation>
+        <translation>仅一侧存在：</translation>
     </message>
     <message>
         <source>Different files:</source>
-        <translation type="unfinished"></translation>
+        <translation>不同的文件：</translation>
     </message>
     <message>
         <source>Files that could not be read:</source>
-        <translation type="unfinished"></translation>
+        <translation>无法读取的文件：</translation>
     </message>
     <message>
         <source>Preparing... %1</source>
-        <translation type="unfinished"></translation>
+        <translation>正在准备... %1</translation>
     </message>
     <message>
         <source>%1 of %2 entries, %3 of %4</source>
-        <translation type="unfinished"></translation>
+        <translation>第 %1 项，共 %2 项；%3，共 %4</translation>
     </message>
     <message>
         <source>(about %1 left)</source>
-        <translation type="unfinished"></translation>
+        <translation>（约剩 %1）</translation>
     </message>
     <message>
         <source>Another command is running</source>
-        <translation type="unfinished"></translation>
+        <translation>另一个命令正在运行</translation>
     </message>
     <message>
         <source>No file manager could be started for %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法启动文件管理器以显示 %1</translation>
     </message>
     <message>
         <source>Select destination folder</source>
-        <translation type="unfinished"></translation>
+        <translation>选择目标文件夹</translation>
     </message>
     <message>
         <source>New name:</source>
-        <translation type="unfinished"></translation>
+        <translation>新名称：</translation>
     </message>
     <message>
         <source>Folder name:</source>
-        <translation type="unfinished"></translation>
+        <translation>文件夹名称：</translation>
     </message>
     <message>
         <source>Cancelled</source>
-        <translation type="unfinished"></translation>
+        <translation>已取消</translation>
     </message>
     <message>
         <source>Not enough memory</source>
-        <translation type="unfinished"></translation>
+        <translation>内存不足</translation>
     </message>
     <message>
         <source>There is nothing to undo</source>
-        <translation type="unfinished"></translation>
+        <translation>没有可撤销的操作</translation>
     </message>
     <message>
         <source>The journal of the last operation cannot be read.</source>
-        <translation type="unfinished"></translation>
+        <translation>无法读取上一次操作的日志。</translation>
     </message>
     <message>
         <source>A side that the last operation wrote to is read-only now</source>
-        <translation type="unfinished"></translation>
+        <translation>上一次操作写入的一侧现为只读</translation>
     </message>
     <message>
         <source>Undo &quot;%1&quot; of %2?</source>
-        <translation type="unfinished"></translation>
+        <translation>撤销 %2 的“%1”？</translation>
     </message>
     <message>
         <source>&amp;Undo</source>
-        <translation type="unfinished"></translation>
+        <translation>撤销(&amp;U)</translation>
     </message>
     <message>
         <source>Confirm update sync</source>
-        <translation type="unfinished"></translation>
+        <translation>确认更新同步</translation>
     </message>
     <message>
         <source>New and newer files are copied; nothing is removed.</source>
-        <translation type="unfinished"></translation>
+        <translation>复制新增和较新的文件；不移除任何内容。</translation>
     </message>
     <message>
         <source>&amp;Update</source>
-        <translation type="unfinished"></translation>
+        <translation>更新(&amp;U)</translation>
     </message>
     <message>
         <source>Confirm mirror sync</source>
-        <translation type="unfinished"></translation>
+        <translation>确认镜像同步</translation>
     </message>
     <message>
         <source>Mirror makes the destination identical to the source; extra items on the destination will be removed.</source>
-        <translation type="unfinished"></translation>
+        <translation>镜像会使目标与源完全一致；目标中多余的项目将被移除。</translation>
     </message>
     <message>
         <source>&amp;Mirror</source>
-        <translation type="unfinished"></translation>
+        <translation>镜像(&amp;M)</translation>
     </message>
     <message>
         <source>There is nothing on the source side (%1), so that everything on the destination side would be removed. Go on all the same?</source>
-        <translation type="unfinished"></translation>
+        <translation>源侧（%1）没有任何内容，因此目标侧的所有内容都将被移除。仍要继续吗？</translation>
     </message>
     <message>
         <source>Delete %1?</source>
-        <translation type="unfinished"></translation>
+        <translation>删除 %1？</translation>
     </message>
     <message>
         <source>&amp;Delete for good</source>
-        <translation type="unfinished"></translation>
+        <translation>永久删除(&amp;D)</translation>
     </message>
     <message>
         <source>&amp;Delete</source>
-        <translation type="unfinished"></translation>
+        <translation>删除(&amp;D)</translation>
     </message>
     <message>
         <source>It is deleted for good.</source>
-        <translation type="unfinished"></translation>
+        <translation>将被永久删除。</translation>
     </message>
     <message>
         <source>It goes to the recycle bin.</source>
-        <translation type="unfinished"></translation>
+        <translation>将移到回收站。</translation>
     </message>
     <message>
         <source>A newer file will be replaced by an older one.</source>
-        <translation type="unfinished"></translation>
+        <translation>较新的文件将被较旧的文件替换。</translation>
     </message>
     <message>
         <source>%1 files will be replaced.</source>
-        <translation type="unfinished"></translation>
+        <translation>将替换 %1 个文件。</translation>
     </message>
     <message>
         <source>&amp;Replace</source>
-        <translation type="unfinished"></translation>
+        <translation>替换(&amp;R)</translation>
     </message>
     <message>
         <source>&amp;Show list...</source>
-        <translation type="unfinished"></translation>
+        <translation>显示列表(&amp;S)...</translation>
     </message>
     <message>
         <source>Files of the same name in the destination folder: %1. Replace them?</source>
-        <translation type="unfinished"></translation>
+        <translation>目标文件夹中有 %1 个同名文件。要替换它们吗？</translation>
     </message>
     <message>
         <source>&amp;Skip them</source>
-        <translation type="unfinished"></translation>
+        <translation>跳过(&amp;S)</translation>
     </message>
     <message>
         <source>Cancelled. %1</source>
-        <translation type="unfinished"></translation>
+        <translation>已取消。%1</translation>
     </message>
     <message>
         <source>There is no recycle bin for some of the entries, so that they are still there. Delete them for good?</source>
-        <translation type="unfinished"></translation>
+        <translation>部分项目没有可用的回收站，因此仍然存在。要永久删除它们吗？</translation>
     </message>
     <message>
         <source>Manual alignment</source>
-        <translation type="unfinished"></translation>
+        <translation>手动对齐</translation>
     </message>
     <message>
         <source>%1  (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1  (%2)</translation>
     </message>
     <message>
         <source>Choose the item on the other side to align with:</source>
-        <translation type="unfinished"></translation>
+        <translation>选择要与之对齐的另一侧项目：</translation>
     </message>
     <message>
         <source>Select a left-only or right-only item, then pair it with an item unique on the other side.</source>
-        <translation type="unfinished"></translation>
+        <translation>请选择一个仅左侧或仅右侧存在的项目，再将其与另一侧独有的项目配对。</translation>
     </message>
     <message>
         <source>No unique items on the other side at this level to pair with.</source>
-        <translation type="unfinished"></translation>
+        <translation>另一侧的同一层级没有可配对的独有项目。</translation>
     </message>
     <message>
         <source>Name</source>
-        <translation type="unfinished"></translation>
+        <translation>名称</translation>
     </message>
     <message>
         <source>Reason</source>
-        <translation type="unfinished"></translation>
+        <translation>原因</translation>
     </message>
     <message>
         <source>Size</source>
-        <translation type="unfinished"></translation>
+        <translation>大小</translation>
     </message>
     <message>
         <source>Details</source>
-        <translation type="unfinished"></translation>
+        <translation>详细信息</translation>
     </message>
     <message>
         <source>Moved: %1 (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>移动：%1（%2）</translation>
     </message>
     <message>
         <source>Left alone: %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>to the recycle bin, with everything in it</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>to the recycle bin</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>for good</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>from the recycle bin</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>from %1</source>
-        <translation type="unfinished"></translation>
+        <translation>保持不变：%1</translation>
     </message>
     <message>
         <source>%1 bytes</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 字节</translation>
     </message>
     <message>
         <source>Path: %1
@@ -2753,27 +2733,31 @@ Type: %2
 Size: %3
 Modified: %4
 Read-only: %5</source>
-        <translation type="unfinished"></translation>
+        <translation>路径：%1
+类型：%2
+大小：%3
+修改时间：%4
+只读：%5</translation>
     </message>
     <message>
         <source>No</source>
-        <translation type="unfinished"></translation>
+        <translation>否</translation>
     </message>
     <message>
         <source>Yes</source>
-        <translation type="unfinished"></translation>
+        <translation>是</translation>
     </message>
     <message>
         <source>Properties</source>
-        <translation type="unfinished"></translation>
+        <translation>属性</translation>
     </message>
     <message>
         <source>Left</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧</translation>
     </message>
     <message>
         <source>Right</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧</translation>
     </message>
     <message>
         <source>Refresh</source>
@@ -3425,315 +3409,315 @@ Read-only: %5</source>
     </message>
     <message>
         <source>Files of equal size and modification time are the same without being read. Of other files of equal size the content decides.</source>
-        <translation type="unfinished"></translation>
+        <translation>大小和修改时间都相等的文件视为相同，不再读取；其他大小相等的文件由内容决定。</translation>
     </message>
     <message>
         <source>Both files are read whole, and their CRC-32 checksums decide. Times do not count.</source>
-        <translation type="unfinished"></translation>
+        <translation>完整读取两个文件，由它们的 CRC-32 校验和决定；不考虑时间。</translation>
     </message>
     <message>
         <source>Files of equal size are read and compared block by block. Times do not count.</source>
-        <translation type="unfinished"></translation>
+        <translation>读取大小相等的文件并逐块比较；不考虑时间。</translation>
     </message>
     <message>
         <source>Modified date and size (D)</source>
-        <translation type="unfinished"></translation>
+        <translation>修改日期和大小 (D)</translation>
     </message>
     <message>
         <source>CRC compare (C)</source>
-        <translation type="unfinished"></translation>
+        <translation>CRC 比较 (C)</translation>
     </message>
     <message>
         <source>Binary compare (N)</source>
-        <translation type="unfinished"></translation>
+        <translation>二进制比较 (N)</translation>
     </message>
     <message>
         <source> sec</source>
-        <translation type="unfinished"></translation>
+        <translation> 秒</translation>
     </message>
     <message>
         <source>Treat modification times within this range as equal</source>
-        <translation type="unfinished"></translation>
+        <translation>将此范围内的修改时间视为相等</translation>
     </message>
     <message>
         <source>Compare basis (&amp;B):</source>
-        <translation type="unfinished"></translation>
+        <translation>比较依据 (&amp;B)：</translation>
     </message>
     <message>
         <source>Time tolerance (&amp;T):</source>
-        <translation type="unfinished"></translation>
+        <translation>时间容差 (&amp;T)：</translation>
     </message>
     <message>
         <source>Mask</source>
-        <translation type="unfinished"></translation>
+        <translation>掩码</translation>
     </message>
     <message>
         <source>%1  &lt;-&gt;  %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1  &lt;-&gt;  %2</translation>
     </message>
     <message>
         <source>Add an alignment override</source>
-        <translation type="unfinished"></translation>
+        <translation>添加对齐覆盖规则</translation>
     </message>
     <message>
         <source>Edit the selected alignment override</source>
-        <translation type="unfinished"></translation>
+        <translation>编辑所选的对齐覆盖规则</translation>
     </message>
     <message>
         <source>Remove the selected alignment override</source>
-        <translation type="unfinished"></translation>
+        <translation>移除所选的对齐覆盖规则</translation>
     </message>
     <message>
         <source>Alignment overrides (&amp;G):</source>
-        <translation type="unfinished"></translation>
+        <translation>对齐覆盖规则 (&amp;G)：</translation>
     </message>
     <message>
         <source>Each override pairs the names of a folder that match its left mask with the names that match its right one, in alphabetical order. &quot;*&quot; is any run of characters, &quot;?&quot; any one.</source>
-        <translation type="unfinished"></translation>
+        <translation>每条规则将文件夹中匹配左侧掩码的名称与匹配右侧掩码的名称按字母顺序配对。“*”代表任意多个字符，“?”代表任意一个字符。</translation>
     </message>
     <message>
         <source>Left file mask:</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧文件掩码：</translation>
     </message>
     <message>
         <source>Right file mask:</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧文件掩码：</translation>
     </message>
     <message>
         <source>Alignment override</source>
-        <translation type="unfinished"></translation>
+        <translation>对齐覆盖规则</translation>
     </message>
     <message>
         <source>Show action log panel (&amp;L)</source>
-        <translation type="unfinished"></translation>
+        <translation>显示操作日志面板 (&amp;L)</translation>
     </message>
     <message>
         <source>Show filter bar (&amp;F)</source>
-        <translation type="unfinished"></translation>
+        <translation>显示过滤栏 (&amp;F)</translation>
     </message>
     <message>
         <source> MB</source>
-        <translation type="unfinished"></translation>
+        <translation> MB</translation>
     </message>
     <message>
         <source>Nothing</source>
-        <translation type="unfinished"></translation>
+        <translation>不保留</translation>
     </message>
     <message>
         <source> days</source>
-        <translation type="unfinished"></translation>
+        <translation> 天</translation>
     </message>
     <message>
         <source>Files that a command replaces or deletes are kept, so that the command can be undone; the oldest go first. This holds for all folder comparisons.</source>
-        <translation type="unfinished"></translation>
+        <translation>被命令替换或删除的文件会保留下来，以便撤销；最旧的最先清除。此设置适用于所有文件夹比较。</translation>
     </message>
     <message>
         <source>Kept copies</source>
-        <translation type="unfinished"></translation>
+        <translation>保留的副本</translation>
     </message>
     <message>
         <source>Keep at most (&amp;K):</source>
-        <translation type="unfinished"></translation>
+        <translation>最多保留 (&amp;K)：</translation>
     </message>
     <message>
         <source>For at most (&amp;A):</source>
-        <translation type="unfinished"></translation>
+        <translation>最长保留 (&amp;A)：</translation>
     </message>
     <message>
         <source>all</source>
-        <translation type="unfinished"></translation>
+        <translation>全部</translation>
     </message>
     <message>
         <source>none</source>
-        <translation type="unfinished"></translation>
+        <translation>无</translation>
     </message>
     <message>
         <source>Include files (&amp;I):</source>
-        <translation type="unfinished"></translation>
+        <translation>包含文件 (&amp;I)：</translation>
     </message>
     <message>
         <source>Exclude files (&amp;L):</source>
-        <translation type="unfinished"></translation>
+        <translation>排除文件 (&amp;L)：</translation>
     </message>
     <message>
         <source>Include folders (&amp;O):</source>
-        <translation type="unfinished"></translation>
+        <translation>包含文件夹 (&amp;O)：</translation>
     </message>
     <message>
         <source>Exclude folders (&amp;E):</source>
-        <translation type="unfinished"></translation>
+        <translation>排除文件夹 (&amp;E)：</translation>
     </message>
     <message>
         <source>Clear (&amp;C)</source>
-        <translation type="unfinished"></translation>
+        <translation>清除 (&amp;C)</translation>
     </message>
     <message>
         <source>Clear all filter lists (no restrictions)</source>
-        <translation type="unfinished"></translation>
+        <translation>清除所有过滤列表（无限制）</translation>
     </message>
     <message>
         <source>Wildcard masks (semicolon-separated):</source>
-        <translation type="unfinished"></translation>
+        <translation>通配符掩码（以分号分隔）：</translation>
     </message>
     <message>
         <source>Exclude protected OS files (recommended) (&amp;Y)</source>
-        <translation type="unfinished"></translation>
+        <translation>排除受保护的操作系统文件（推荐）(&amp;Y)</translation>
     </message>
     <message>
         <source>Files that carry the system attribute are not shown</source>
-        <translation type="unfinished"></translation>
+        <translation>不显示带有系统属性的文件</translation>
     </message>
     <message>
         <source>Files whose name matches the mask are not shown (Ins)</source>
-        <translation type="unfinished"></translation>
+        <translation>不显示名称匹配掩码的文件 (Ins)</translation>
     </message>
     <message>
         <source>Edit the selected exclusion rule (F2)</source>
-        <translation type="unfinished"></translation>
+        <translation>编辑所选的排除规则 (F2)</translation>
     </message>
     <message>
         <source>Delete selected rules</source>
-        <translation type="unfinished"></translation>
+        <translation>删除所选规则</translation>
     </message>
     <message>
         <source>Add exclusion rule</source>
-        <translation type="unfinished"></translation>
+        <translation>添加排除规则</translation>
     </message>
     <message>
         <source>Exclusion rules (&amp;X):</source>
-        <translation type="unfinished"></translation>
+        <translation>排除规则 (&amp;X)：</translation>
     </message>
     <message>
         <source>While any format is checked, only files of checked formats are shown, beside those that the include masks name</source>
-        <translation type="unfinished"></translation>
+        <translation>勾选任一格式后，除包含掩码所列文件外，只显示所勾选格式的文件</translation>
     </message>
     <message>
         <source>Enabled file formats (&amp;F):</source>
-        <translation type="unfinished"></translation>
+        <translation>启用的文件格式 (&amp;F)：</translation>
     </message>
     <message>
         <source>File mask:</source>
-        <translation type="unfinished"></translation>
+        <translation>文件掩码：</translation>
     </message>
     <message>
         <source>Exclusion rule</source>
-        <translation type="unfinished"></translation>
+        <translation>排除规则</translation>
     </message>
     <message>
         <source>Only for this view</source>
-        <translation type="unfinished"></translation>
+        <translation>仅用于此视图</translation>
     </message>
     <message>
         <source>Session settings — folder compare</source>
-        <translation type="unfinished"></translation>
+        <translation>会话设置 — 文件夹比较</translation>
     </message>
     <message>
         <source>Spec</source>
-        <translation type="unfinished"></translation>
+        <translation>规格</translation>
     </message>
     <message>
         <source>Handling</source>
-        <translation type="unfinished"></translation>
+        <translation>处理</translation>
     </message>
     <message>
         <source>Name filters</source>
-        <translation type="unfinished"></translation>
+        <translation>名称过滤</translation>
     </message>
     <message>
         <source>Other filters</source>
-        <translation type="unfinished"></translation>
+        <translation>其他过滤</translation>
     </message>
     <message>
         <source>Misc</source>
-        <translation type="unfinished"></translation>
+        <translation>杂项</translation>
     </message>
     <message>
         <source>Apply comparison preset…</source>
-        <translation type="unfinished"></translation>
+        <translation>应用比较预设…</translation>
     </message>
     <message>
         <source>Load a built-in folder compare preset</source>
-        <translation type="unfinished"></translation>
+        <translation>加载内置的文件夹比较预设</translation>
     </message>
     <message>
         <source>Add to preset (&amp;P)...</source>
-        <translation type="unfinished"></translation>
+        <translation>添加到预设 (&amp;P)...</translation>
     </message>
     <message>
         <source>Store the settings of all tabs under a name</source>
-        <translation type="unfinished"></translation>
+        <translation>以某个名称保存所有选项卡的设置</translation>
     </message>
     <message>
         <source>Default settings</source>
-        <translation type="unfinished"></translation>
+        <translation>默认设置</translation>
     </message>
     <message>
         <source>Delete preset</source>
-        <translation type="unfinished"></translation>
+        <translation>删除预设</translation>
     </message>
     <message>
         <source>Add to preset</source>
-        <translation type="unfinished"></translation>
+        <translation>添加到预设</translation>
     </message>
     <message>
         <source>Preset name:</source>
-        <translation type="unfinished"></translation>
+        <translation>预设名称：</translation>
     </message>
     <message>
         <source>There is a preset &quot;%1&quot;. Replace it?</source>
-        <translation type="unfinished"></translation>
+        <translation>已存在预设“%1”。要替换它吗？</translation>
     </message>
     <message>
         <source>Delete the preset &quot;%1&quot;?</source>
-        <translation type="unfinished"></translation>
+        <translation>要删除预设“%1”吗？</translation>
     </message>
     <message>
         <source>Last modified: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>上次修改：%1</translation>
     </message>
     <message>
         <source>Left side is read-only (&amp;1)</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧只读 (&amp;1)</translation>
     </message>
     <message>
         <source>Right side is read-only (&amp;2)</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧只读 (&amp;2)</translation>
     </message>
     <message>
         <source>Commands that would write to the left folder are switched off</source>
-        <translation type="unfinished"></translation>
+        <translation>会写入左侧文件夹的命令将被禁用</translation>
     </message>
     <message>
         <source>Commands that would write to the right folder are switched off</source>
-        <translation type="unfinished"></translation>
+        <translation>会写入右侧文件夹的命令将被禁用</translation>
     </message>
     <message>
         <source>What these settings are for</source>
-        <translation type="unfinished"></translation>
+        <translation>这些设置的用途</translation>
     </message>
     <message>
         <source>Left folder:</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧文件夹：</translation>
     </message>
     <message>
         <source>Right folder:</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧文件夹：</translation>
     </message>
     <message>
         <source>&amp;Description, kept with defaults and presets:</source>
-        <translation type="unfinished"></translation>
+        <translation>说明，随默认设置和预设保存(&amp;D)：</translation>
     </message>
     <message>
         <source>not chosen yet</source>
-        <translation type="unfinished"></translation>
+        <translation>尚未选择</translation>
     </message>
     <message>
         <source>&quot;%1&quot; contains a separator of folders: masks are compared with bare names</source>
-        <translation type="unfinished"></translation>
+        <translation>“%1”含有路径分隔符：掩码只与不带路径的名称比较</translation>
     </message>
     <message>
         <source>&quot;%1&quot; opens a list &quot;[&quot; and does not close it</source>
-        <translation type="unfinished"></translation>
+        <translation>“%1”中的“[”没有对应的“]”</translation>
     </message>
     <message>
         <source>Not enough memory to copy the differences</source>
@@ -3920,6 +3904,34 @@ Save them?</source>
     <message>
         <source>Difference %1 of %2, %3: %4, %5</source>
         <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>with everything in it from %1 to the recycle bin</source>
+        <translation>连同全部内容从 %1 移到回收站</translation>
+    </message>
+    <message>
+        <source>from %1 to the recycle bin</source>
+        <translation>从 %1 移到回收站</translation>
+    </message>
+    <message>
+        <source>for good from %1</source>
+        <translation>从 %1 永久删除</translation>
+    </message>
+    <message>
+        <source>from the recycle bin to %1</source>
+        <translation>从回收站恢复到 %1</translation>
+    </message>
+    <message>
+        <source>to %1</source>
+        <translation>到 %1</translation>
+    </message>
+    <message>
+        <source>from %1 to %2</source>
+        <translation>从 %1 到 %2</translation>
+    </message>
+    <message>
+        <source>in %1</source>
+        <translation>在 %1 中</translation>
     </message>
 </context>
 </TS>
