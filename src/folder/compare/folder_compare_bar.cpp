@@ -149,10 +149,7 @@ void FolderCompareBar::addFileCommands()
     updateRight = hidden({"updateRightAction", Velmora::tr("Update the right side...")});
     updateLeft = hidden({"updateLeftAction", Velmora::tr("Update the left side...")});
     updateBoth = hidden({"updateBothAction", Velmora::tr("Update both sides...")});
-    undoLast = hidden({"undoLastAction",
-                       Velmora::tr("Undo the last operation"),
-                       QStringLiteral("undo.png"),
-                       {QKeySequence(QKeySequence::Undo)}});
+    undoLast = hidden({"undoLastAction", Velmora::tr("Undo the last operation"), QStringLiteral("undo.png")});
     showInFileManager = hidden({"showInFileManagerAction", Velmora::tr("Show in file manager")});
     properties =
         hidden({"propertiesAction", Velmora::tr("Properties"), QStringLiteral("info.png"), {Qt::ALT | Qt::Key_Return}});

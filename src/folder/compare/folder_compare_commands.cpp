@@ -1,3 +1,4 @@
+#include "folder/actions/advanced_filters_dialog.h"
 #include "folder/compare/file_kind.h"
 #include "folder/compare/folder_compare_bar.h"
 #include "folder/compare/folder_compare_widget.h"
@@ -111,7 +112,19 @@ void FolderCompareWidget::onNameFilterChanged()
     applyFilters();
 }
 
-void FolderCompareWidget::onAdvancedFilter() {}
+void FolderCompareWidget::onAdvancedFilter()
+{
+    auto *dialog = new AdvancedFiltersDialog(m_limits, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, this, [this, dialog] {
+        const QString masks = m_limits.masks;
+        m_limits = dialog->limits();
+        m_limits.masks = masks;
+        log(advancedFiltersLogLine(m_limits, QTime::currentTime()));
+        applyFilters();
+    });
+    dialog->open();
+}
 
 void FolderCompareWidget::onSessionSettings(int initialTab)
 {
@@ -175,6 +188,11 @@ void FolderCompareWidget::onTreeContextMenu(const QPoint &point)
             });
         }
         menu->addSeparator();
+        menu->addActions({m_bar->copyToRight, m_bar->copyToLeft, m_bar->copyTo, m_bar->moveTo, m_bar->deleteSelected,
+                          m_bar->rename});
+        menu->addSeparator();
+        menu->addActions({m_bar->compareContents, m_bar->align});
+        menu->addSeparator();
         menu->addAction(Velmora::tr("Exclude by name"), this, &FolderCompareWidget::excludeSelectedNames);
         QAction *ignore =
             menu->addAction(Velmora::tr("Ignore by name"), this, &FolderCompareWidget::ignoreSelectedNames);
@@ -195,26 +213,13 @@ void FolderCompareWidget::onTreeContextMenu(const QPoint &point)
             applyFilters();
         });
     }
-    menu->addActions({m_bar->expandAll, m_bar->collapseAll, m_bar->refresh});
+    menu->addActions({m_bar->newFolder, m_bar->expandAll, m_bar->collapseAll, m_bar->refresh});
+    if (node >= 0) {
+        menu->addSeparator();
+        menu->addActions({m_bar->showInFileManager, m_bar->properties});
+    }
     menu->popup(point);
 }
-
-// File operations -----------------------------------------------------------------------------------------------------
-
-void FolderCompareWidget::onCopyToRight()
-{
-    copySelectedToSide(true);
-}
-
-void FolderCompareWidget::onCopyToLeft()
-{
-    copySelectedToSide(false);
-}
-
-void FolderCompareWidget::copySelectedToSide(bool /*leftToRight*/) {}
-void FolderCompareWidget::onDeleteSelected() {}
-void FolderCompareWidget::onContentsCompareStarted(CompareMethod /*method*/) {}
-void FolderCompareWidget::onManualAlign() {}
 
 // Report --------------------------------------------------------------------------------------------------------------
 

@@ -1,3 +1,4 @@
+#include "folder/compare/file_commands.h"
 #include "folder/compare/folder_compare_bar.h"
 #include "folder/compare/folder_compare_side_pane.h"
 #include "folder/compare/folder_compare_widget.h"
@@ -202,9 +203,12 @@ QString FolderCompareWidget::title() const
 
 void FolderCompareWidget::onCancelCompare()
 {
+    if (m_fileCommands->isRunning())
+        m_fileCommands->cancel();
     if (!m_comparison.isRunning())
         return;
     showMessage(Velmora::tr("Cancelling..."));
+    m_contentsToRead.clear();
     m_comparison.cancel();
     showRunning();
 }
@@ -396,7 +400,7 @@ void FolderCompareWidget::showProgress(const ProgressState &state)
 
 void FolderCompareWidget::showRunning()
 {
-    const bool running = m_comparison.isRunning();
+    const bool running = m_comparison.isRunning() || m_fileCommands->isRunning();
     m_bar->showRunning(running, m_comparison.isCancelling());
     if (running)
         m_statusBar->showProgress(0, 0, {});

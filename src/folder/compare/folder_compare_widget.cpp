@@ -1,6 +1,7 @@
 #include "folder/compare/folder_compare_widget.h"
 
 #include "core/settings_store.h"
+#include "folder/compare/file_commands.h"
 #include "folder/compare/folder_compare_bar.h"
 #include "folder/compare/folder_compare_side_pane.h"
 #include "folder/compare/folder_filter_bar.h"
@@ -46,13 +47,15 @@ FolderCompareWidget::FolderCompareWidget(SessionHost &window, QWidget *parent)
       m_logPanel(new FolderLogPanel(this)),
       m_statusBar(new FolderStatusBar(this)),
       m_splitter(new QSplitter(Qt::Vertical, this)),
-      m_reports(new FolderReportExport(this))
+      m_reports(new FolderReportExport(this)),
+      m_fileCommands(new FileCommands(*m_bar, *m_view, m_comparison, *this))
 {
     setAcceptDrops(true);
     buildLayout();
     connectBar();
     connectView();
     connectComparison();
+    connectFileCommands();
     connect(this, &FolderCompareWidget::openTextCompare, this, [this](const QString &left, const QString &right) {
         host().openSession(QStringLiteral("text"), {left, right, {}});
     });
@@ -77,7 +80,11 @@ FolderCompareWidget::FolderCompareWidget(SessionHost &window, QWidget *parent)
     showNotice();
 }
 
-FolderCompareWidget::~FolderCompareWidget() = default;
+// The controller looks at the comparison as it goes, and children outlive members.
+FolderCompareWidget::~FolderCompareWidget()
+{
+    delete m_fileCommands;
+}
 
 void FolderCompareWidget::buildLayout()
 {
@@ -141,17 +148,29 @@ void FolderCompareWidget::connectBar()
         takeOptions(options);
         onRefresh();
     });
-    fillPresetMenu();
+    connect(&m_bar->presetMenu(), &QMenu::aboutToShow, this, &FolderCompareWidget::fillPresetMenu);
 }
 
 void FolderCompareWidget::fillPresetMenu()
 {
     QMenu &menu = m_bar->presetMenu();
+    menu.clear();
     for (const FolderPreset &preset : folderPresets()) {
         menu.addAction(Velmora::tr(preset.menuText), this, [this, name = QLatin1String(preset.name)] {
             FolderSessionOptions options = m_options;
             if (applyFolderPreset(name, options)) {
                 takeOptions(options);
+                onRefresh();
+            }
+        });
+    }
+    menu.addSeparator();
+    SessionSettings settings;
+    for (const QString &name : FolderSettingsStore(settings).presetNames()) {
+        menu.addAction(QString(name).replace(u'&', QLatin1String("&&")), this, [this, name] {
+            SessionSettings stored;
+            if (const auto set = FolderSettingsStore(stored).preset(name)) {
+                takeOptions(set->options);
                 onRefresh();
             }
         });
@@ -244,6 +263,9 @@ void FolderCompareWidget::setPaths(const SessionPaths &paths)
 
 void FolderCompareWidget::start()
 {
+    // From now on the rows are what keys are for.
+    setFocusProxy(m_view);
+    m_view->activePane().setFocus();
     onCompare();
 }
 

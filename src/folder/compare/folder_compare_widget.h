@@ -11,6 +11,7 @@ class QSplitter;
 
 namespace velmora {
 
+class FileCommands;
 class FolderCompareBar;
 class FolderFilterBar;
 class FolderLogPanel;
@@ -41,6 +42,9 @@ public:
     [[nodiscard]] bool acceptsDroppedPaths() const override { return true; }
     void dropPaths(const QStringList &paths, QPoint position) override;
     void refreshTheme() override;
+    /// Undoing is taking back the last operation on the two folders.
+    [[nodiscard]] bool canEdit(EditCommand command) const override;
+    void edit(EditCommand command) override;
 
     [[nodiscard]] bool isComparing() const { return m_comparison.isRunning(); }
     [[nodiscard]] const FolderComparison &comparison() const { return m_comparison; }
@@ -124,6 +128,14 @@ private:
     void excludeSelectedNames();
     void ignoreSelectedNames();
     void setView(RowsView view);
+    void connectFileCommands();
+    void fillActionsMenu();
+    /// The selected entries with what each needs to be found again in a tree that has changed.
+    [[nodiscard]] QStringList selectedNames() const;
+    void askContentsCompare();
+    void startContentCompare(const QStringList &names, CompareMethod method);
+    void takeContents(const ContentsResult &result, bool cancelled);
+    void alignPair(const QString &leftName, const QString &rightName, const QString &folder);
 
     FolderSessionOptions m_options;
     QSet<QString> m_excludedNames;
@@ -137,6 +149,9 @@ private:
     bool m_expandAllWhenLoaded = false; ///< folders that are still to come open as they come
     bool m_hasResult = false;
     CompareMethod m_contentsMethod = CompareMethod::Binary;
+    bool m_showsContentsResults = false;
+    int m_contentsUnmatched = 0;  ///< files on one side only, of the contents that are being compared
+    QStringList m_contentsToRead; ///< names that wait for their folders to be read before their contents are compared
 
     FolderComparison m_comparison;
     FolderCompareBar *m_bar;
@@ -147,6 +162,7 @@ private:
     FolderStatusBar *m_statusBar;
     QSplitter *m_splitter;
     FolderReportExport *m_reports;
+    FileCommands *m_fileCommands;
     Runner m_opener;
 };
 

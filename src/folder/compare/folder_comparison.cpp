@@ -34,7 +34,7 @@ bool FolderComparison::isRunning() const
 
 bool FolderComparison::isCancelling() const
 {
-    return m_loader.isCancelling() || m_branches.isCancelling() || m_contents.isCancelling();
+    return (m_isCancelled && m_stage != Stage::None) || m_branches.isCancelling() || m_contents.isCancelling();
 }
 
 bool FolderComparison::isWhole() const
@@ -57,6 +57,7 @@ void FolderComparison::load(const FolderSpec &spec, bool wholeTree)
     m_asked.clear();
     m_spec = spec;
     m_wholeTree = wholeTree;
+    m_isCancelled = false;
     m_filterIsStale = false;
     m_problems.clear();
     m_shifts = {};
@@ -69,6 +70,10 @@ void FolderComparison::load(const FolderSpec &spec, bool wholeTree)
                 Q_EMIT failed();
                 return;
             }
+            if (m_isCancelled && !m_tree.isEmpty()) {
+                endLoad(true); // what was there before is more than the beginning of a list
+                return;
+            }
             const FolderRead left = outcome.value->leftRead;
             const FolderRead right = outcome.value->rightRead;
             takeListing(std::move(*outcome.value));
@@ -76,7 +81,7 @@ void FolderComparison::load(const FolderSpec &spec, bool wholeTree)
                 m_stage = Stage::None;
                 Q_EMIT runningChanged();
                 Q_EMIT rootsUnreadable(left, right);
-            } else if (outcome.end == RunEnd::Cancelled) {
+            } else if (m_isCancelled) {
                 endLoad(true);
             } else {
                 startLevel();
@@ -100,7 +105,7 @@ void FolderComparison::startLevel()
             }
             takeListing(std::move(*outcome.value));
             Q_EMIT levelKnown();
-            if (outcome.end == RunEnd::Cancelled)
+            if (m_isCancelled)
                 endLoad(true);
             else
                 startFilling();
@@ -161,7 +166,7 @@ void FolderComparison::fillNext()
             }
             m_pending = outcome.value->left;
             takeBranches(std::move(*outcome.value));
-            if (outcome.end == RunEnd::Cancelled)
+            if (m_isCancelled)
                 endLoad(true);
             else
                 fillNext();
@@ -211,6 +216,7 @@ void FolderComparison::stopScanning()
 void FolderComparison::cancel()
 {
     m_asked.clear();
+    m_isCancelled = true;
     m_loader.cancel();
     m_branches.cancel();
     m_contents.cancel();

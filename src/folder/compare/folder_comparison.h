@@ -109,6 +109,7 @@ private:
     TimeShifts m_shifts;
     Stage m_stage = Stage::None;
     bool m_wholeTree = false;
+    bool m_isCancelled = false;   ///< the load is to end, whatever run it is in
     bool m_filterIsStale = false; ///< the filters have changed since the verdicts of the tree
     quint64 m_revision = 0;       ///< grows when nodes are added, go or get another number
     QList<BranchTask> m_pending;  ///< of the load

@@ -264,6 +264,16 @@ TimeShifts countTimeShifts(const QList<FolderDiffItem> &items)
 
 FolderListing listTopLevel(const FolderSpec &spec, const CancelFlag &cancel, Progress &progress)
 {
+    const FileAccess &files = FolderRunResources::standard().files;
+    const auto probe = [&files](const QString &path) {
+        return files.readFolder(path, [](FolderEntry &&) { return false; });
+    };
+    const auto isThere = [](FolderRead read) { return read == FolderRead::Complete || read == FolderRead::Stopped; };
+    const FolderRead left = probe(spec.left);
+    const FolderRead right = probe(spec.right);
+    if (!isThere(left) || !isThere(right))
+        return {{}, {}, {}, left, right};
+
     QList<FolderProblem> problems;
     QList<FolderDiffItem> items =
         listFolderStructure(spec.left, spec.right, false, cancel, spec.options.alignOverrides, {&progress, &problems});

@@ -67,7 +67,22 @@ FolderView::FolderView(FolderComparison &comparison, QWidget *parent)
     connect(selection, &QItemSelectionModel::selectionChanged, this, &FolderView::selectionChanged);
     connect(m_rows, &QAbstractItemModel::modelAboutToBeReset, this, &FolderView::keepPlace);
     connect(m_rows, &QAbstractItemModel::modelReset, this, &FolderView::restorePlace);
+    // A load brings the names of its top level first, and what was current may be deeper.
+    connect(&comparison, &FolderComparison::treeChanged, this, [this] {
+        if (m_keptNames && currentNode() < 0)
+            restoreNames();
+    });
+    connect(&comparison, &FolderComparison::loadFinished, this, [this] {
+        m_keptNames.reset();
+        // The keyboard needs a row to start from; nothing is selected by that.
+        if (currentNode() < 0 && m_rows->rowCount() > 0)
+            m_left->selectionModel()->setCurrentIndex(m_rows->index(0, int(activePane().firstColumn())),
+                                                      QItemSelectionModel::NoUpdate);
+    });
     connect(&comparison, &FolderComparison::treeAboutToBeReplaced, this, [this] {
+        m_treeIsNew = true;
+        if (m_keptNames && currentNode() < 0)
+            return;
         NamedPlace place;
         const FolderTree &tree = m_comparison.tree();
         if (currentNode() >= 0)
@@ -261,7 +276,7 @@ void FolderView::selectNames(const QStringList &names)
 void FolderView::keepPlace()
 {
     m_kept = {};
-    if (m_keptNames)
+    if (m_treeIsNew)
         return; // the numbers of a tree that is gone mean nothing
     m_kept.current = currentNode();
     for (const qint32 node : selectedNodes()) {
@@ -273,7 +288,7 @@ void FolderView::keepPlace()
 
 void FolderView::restorePlace()
 {
-    if (m_keptNames) {
+    if (std::exchange(m_treeIsNew, false)) {
         restoreNames();
         return;
     }
@@ -295,10 +310,11 @@ void FolderView::restorePlace()
 
 void FolderView::restoreNames()
 {
-    const NamedPlace place = *std::exchange(m_keptNames, std::nullopt);
+    const NamedPlace place = m_keptNames.value_or(NamedPlace());
     selectNames(place.selected);
-    const int row = m_rows->rowOf(m_comparison.tree().find(place.current));
-    if (row >= 0)
+    const qint32 node = m_comparison.tree().find(place.current);
+    const int row = m_rows->rowOf(node);
+    if (row >= 0 && m_rows->nodeAt(row) == node)
         m_left->selectionModel()->setCurrentIndex(m_rows->index(row, int(activePane().firstColumn())),
                                                   QItemSelectionModel::NoUpdate);
     m_left->verticalScrollBar()->setValue(place.scrolled);

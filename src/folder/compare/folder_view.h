@@ -96,7 +96,8 @@ private:
     bool m_rightIsActive = false;
     bool m_sharingWidth = false;
     Place m_kept;
-    std::optional<NamedPlace> m_keptNames;
+    std::optional<NamedPlace> m_keptNames; ///< of the tree before the load that is under way
+    bool m_treeIsNew = false;              ///< the numbers of the nodes mean nothing until the rows were made anew
 };
 
 } // namespace velmora

@@ -1,0 +1,363 @@
+#include "core/settings_store.h"
+#include "folder/compare/folder_notice.h"
+#include "folder/compare/folder_status_bar.h"
+#include "folder/compare/time_shift_bar.h"
+#include "folder_session_fixture.h"
+#include "support/test_main.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QHeaderView>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+class Filled : public FolderSessionFixture {
+public:
+    Filled()
+    {
+        disk.file(QStringLiteral("left/src/main.cpp"), "one", 1);
+        disk.file(QStringLiteral("right/src/main.cpp"), "two", 2);
+        disk.file(QStringLiteral("left/src/same.h"), "same");
+        disk.file(QStringLiteral("right/src/same.h"), "same");
+        disk.file(QStringLiteral("left/docs/guide.txt"), "text");
+        disk.file(QStringLiteral("right/docs/guide.txt"), "text");
+        disk.file(QStringLiteral("left/file10"), "10");
+        disk.file(QStringLiteral("right/file9"), "9");
+        compare();
+    }
+};
+
+} // namespace
+
+class FolderCompareWidgetTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { SessionSettings().clear(); }
+
+    void showsTheLevelWithFoldersFilledIn()
+    {
+        Filled f;
+        QCOMPARE(f.rows(), QStringList({QStringLiteral("docs = docs"), QStringLiteral("src ≠ src"),
+                                        QStringLiteral(" → file9"), QStringLiteral("file10 ← ")}));
+        QVERIFY(f.session.logText().contains(QStringLiteral(" load dirs: ")));
+        QCOMPARE(f.session.status(), QStringLiteral("5 files compared, 3 differences"));
+        for (const char *name : {"folderSideLeft", "folderSideCenter", "folderSideRight"})
+            QVERIFY(f.session.findChild<TreeLineTreeWidget *>(QLatin1String(name)));
+    }
+
+    void keysOpenCloseAndMove()
+    {
+        Filled f;
+        f.goTo(QStringLiteral("src"));
+        f.key(Qt::Key_Right);
+        QCOMPARE(f.rows().mid(1, 3), QStringList({QStringLiteral("src ≠ src"), QStringLiteral("main.cpp ≠ main.cpp"),
+                                                  QStringLiteral("same.h = same.h")}));
+        f.key(Qt::Key_Right);
+        QCOMPARE(f.current(), QStringLiteral("src/main.cpp"));
+        f.key(Qt::Key_Left);
+        QCOMPARE(f.current(), QStringLiteral("src"));
+        f.key(Qt::Key_Left);
+        QCOMPARE(f.rows().size(), 4);
+        f.key(Qt::Key_Plus);
+        QCOMPARE(f.rows().size(), 6);
+        f.key(Qt::Key_Minus);
+        QCOMPARE(f.rows().size(), 4);
+        QTest::keyClicks(&f.session.view().activePane(), QStringLiteral("file1"));
+        QCOMPARE(f.current(), QStringLiteral("file10"));
+        QVERIFY(f.session.logText().contains(QStringLiteral(" expand: src (2 items)")));
+    }
+
+    void foldersOpenInPlaceAndUpComesBack()
+    {
+        Filled f;
+        f.goTo(QStringLiteral("src"));
+        f.key(Qt::Key_Return);
+        f.wait();
+        QCOMPARE(f.rows(), QStringList({QStringLiteral("main.cpp ≠ main.cpp"), QStringLiteral("same.h = same.h")}));
+        QCOMPARE(f.session.paths().left, f.disk.left() + QStringLiteral("/src"));
+        QVERIFY(f.session.logText().contains(QStringLiteral(" navigate: ")));
+        f.key(Qt::Key_Backspace);
+        f.wait();
+        QCOMPARE(f.session.paths().right, f.disk.right());
+        QCOMPARE(f.current(), QStringLiteral("src"));
+    }
+
+    void filesOpenInTheSessionThatSuitsThem()
+    {
+        Filled f;
+        f.disk.file(QStringLiteral("left/data"), QByteArray("\0\1\2", 3));
+        f.disk.file(QStringLiteral("right/data"), QByteArray("\0\1\3", 3));
+        f.compare();
+        QSignalSpy text(&f.session, &FolderCompareWidget::openTextCompare);
+        f.goTo(QStringLiteral("src/main.cpp"));
+        f.key(Qt::Key_Return);
+        QTRY_COMPARE(text.size(), 1);
+        QCOMPARE(text.first().at(1).toString(), f.disk.right() + QStringLiteral("/src/main.cpp"));
+        QCOMPARE(f.host.opened.last().first, QStringLiteral("text"));
+        f.goTo(QStringLiteral("data"));
+        f.key(Qt::Key_Return);
+        QTRY_COMPARE(f.host.opened.size(), 2);
+        QCOMPARE(f.host.opened.last().first, QStringLiteral("binary"));
+    }
+
+    void viewsAndDifferences()
+    {
+        Filled f;
+        f.session.onExpandAll();
+        QCOMPARE(f.rows().size(), 7);
+        QVERIFY(f.session.logText().contains(QStringLiteral(" expand all subfolders recursively")));
+        f.action("showDifferencesAction")->trigger();
+        QCOMPARE(f.rows(), QStringList({QStringLiteral("src ≠ src"), QStringLiteral("main.cpp ≠ main.cpp"),
+                                        QStringLiteral(" → file9"), QStringLiteral("file10 ← ")}));
+        f.session.onShowIdentical();
+        QCOMPARE(f.rows(), QStringList({QStringLiteral("docs = docs"), QStringLiteral("guide.txt = guide.txt"),
+                                        QStringLiteral("src ≠ src"), QStringLiteral("same.h = same.h")}));
+        f.session.onShowAll();
+        f.session.onCollapseAll();
+        QCOMPARE(f.rows().size(), 4);
+        f.session.view().leftPane().clearSelection();
+        f.goTo(QStringLiteral("docs"));
+        QStringList visited;
+        for (int i = 0; i < 4; ++i) {
+            f.action("nextAction")->trigger();
+            visited.append(f.current());
+        }
+        QCOMPARE(visited, QStringList({QStringLiteral("src/main.cpp"), QStringLiteral("file9"),
+                                       QStringLiteral("file10"), QStringLiteral("file10")}));
+        QCOMPARE(f.session.status(), QStringLiteral("No further difference"));
+        f.action("previousAction")->trigger();
+        QCOMPARE(f.current(), QStringLiteral("file9"));
+    }
+
+    void selectionAndPlaceSurviveAChangeOfViewAndARefresh()
+    {
+        Filled f;
+        f.session.onExpandAll();
+        f.goTo(QStringLiteral("src/main.cpp"));
+        f.action("showDifferencesAction")->trigger();
+        QCOMPARE(f.current(), QStringLiteral("src/main.cpp"));
+        f.session.onShowAll();
+        QCOMPARE(f.current(), QStringLiteral("src/main.cpp"));
+        QCOMPARE(f.session.view().selectedNodes().size(), 1);
+        f.session.onRefresh();
+        f.wait();
+        QCOMPARE(f.rows().size(), 7);
+        QCOMPARE(f.session.view().currentNode(), f.session.comparison().tree().find(QStringLiteral("src/main.cpp")));
+    }
+
+    void filterBarHidesAtOnce()
+    {
+        Filled f;
+        f.session.onExpandAll();
+        auto *masks = f.session.findChild<QComboBox *>(QStringLiteral("nameFilter"));
+        QCOMPARE(masks->count(), 5);
+        masks->setCurrentIndex(1);
+        Q_EMIT masks->activated(1);
+        QCOMPARE(masks->currentText(), QStringLiteral("*.cpp;*.hpp;*.c;*.h;*.cc"));
+        QTRY_COMPARE(f.rows(), QStringList({QStringLiteral("docs - docs"), QStringLiteral("src ≠ src"),
+                                            QStringLiteral("main.cpp ≠ main.cpp"), QStringLiteral("same.h = same.h")}));
+        QVERIFY(f.session.logText().endsWith(QStringLiteral("3 hidden by filters")));
+        masks->setEditText(QStringLiteral("*.nothing"));
+        QTRY_COMPARE(f.session.comparison().tree().counts().hidden, 5);
+        masks->setEditText(QStringLiteral("*.*"));
+        QTRY_COMPARE(f.rows().size(), 7);
+    }
+
+    void swapsSides()
+    {
+        Filled f;
+        f.session.onSwapSides();
+        f.wait();
+        QCOMPARE(f.session.paths().left, f.disk.right());
+        QCOMPARE(f.rows().mid(2), QStringList({QStringLiteral("file9 ← "), QStringLiteral(" → file10")}));
+    }
+
+    void dropsFillTheSides()
+    {
+        FolderSessionFixture f;
+        f.disk.file(QStringLiteral("left/a"), "a");
+        f.session.show();
+        QCOMPARE(f.session.status(),
+                 QStringLiteral("Folder compare ready: drag folders from Explorer to the left/right pane."));
+        f.session.dropPaths({f.disk.left()}, QPoint(20, 300));
+        QCOMPARE(f.session.paths().left, f.disk.left());
+        QCOMPARE(f.session.status(), QStringLiteral("Waiting for other side (only left set)"));
+        QVERIFY(f.session.logText().contains(QStringLiteral("Wrote left side path: ")));
+        f.session.dropPaths({f.disk.path(QStringLiteral("left/a"))}, QPoint(1000, 300));
+        QVERIFY(f.session.status().startsWith(QStringLiteral("Only folders can be compared here")));
+        QVERIFY(f.session.paths().right.isEmpty());
+        f.session.dropPaths({f.disk.right()}, QPoint(1000, 300));
+        f.wait();
+        QCOMPARE(f.rows(), QStringList(QStringLiteral("a ← ")));
+    }
+
+    void nothingToShowIsExplained()
+    {
+        FolderSessionFixture f;
+        f.session.onCompare();
+        QCOMPARE(f.session.status(), QStringLiteral("Select two folders to compare"));
+        f.compare();
+        QCOMPARE(f.session.view().notice().text(), QStringLiteral("Both folders are empty."));
+        f.disk.file(QStringLiteral("left/a"), "a");
+        f.disk.file(QStringLiteral("right/a"), "a");
+        f.compare();
+        QVERIFY(f.session.view().notice().text().isEmpty());
+        f.session.onShowDifferences();
+        QCOMPARE(f.session.view().notice().text(), QStringLiteral("There are no differences."));
+        f.session.view().notice().findChild<QPushButton *>()->click();
+        QCOMPARE(f.rows().size(), 1);
+        QVERIFY(QDir(f.disk.right()).removeRecursively());
+        f.session.onRefresh();
+        QTRY_VERIFY(f.session.view().notice().text().startsWith(QStringLiteral("Folder not found: ")));
+    }
+
+    void cancelSaysSo()
+    {
+        Filled f;
+        f.session.onRefresh();
+        f.session.onCancelCompare();
+        QCOMPARE(f.session.status(), QStringLiteral("Cancelling..."));
+        QTRY_COMPARE(f.session.status(), QStringLiteral("Compare cancelled"));
+        QVERIFY(f.session.logText().endsWith(QStringLiteral(" compare cancelled")));
+        QVERIFY(!f.rows().isEmpty());
+    }
+
+    void staleFinishIsDropped()
+    {
+        Filled f;
+        QSignalSpy finished(&f.session, &SessionWidget::comparisonFinished);
+        f.session.onFolderCompareFinished(f.session.comparison().generation() - 1, {}, true);
+        QVERIFY(finished.isEmpty());
+        QCOMPARE(f.session.status(), QStringLiteral("5 files compared, 3 differences"));
+    }
+
+    void optionsTravelAsJson()
+    {
+        FolderSessionFixture f;
+        QJsonObject options;
+        options.insert(QStringLiteral("compareBasis"), 2);
+        options.insert(QStringLiteral("leftReadOnly"), true);
+        options.insert(QStringLiteral("excludedNames"), QJsonArray{QStringLiteral("gone")});
+        options.insert(QStringLiteral("ignoredNames"), QJsonArray{QStringLiteral("noise")});
+        f.session.setOptions(options);
+        for (const QString &key : options.keys())
+            QCOMPARE(f.session.options().value(key), options.value(key));
+        f.disk.file(QStringLiteral("left/gone"), "a");
+        f.disk.file(QStringLiteral("left/noise"), "a");
+        f.compare();
+        QCOMPARE(f.rows(), QStringList(QStringLiteral("noise ← ")));
+        f.session.onShowDifferences();
+        QVERIFY(f.rows().isEmpty());
+    }
+
+    void timesOneHourApartAreOfferedAsEqual()
+    {
+        FolderSessionFixture f;
+        f.disk.file(QStringLiteral("left/a"), "a", 3600);
+        f.disk.file(QStringLiteral("right/a"), "a", 0);
+        f.compare();
+        auto *bar = f.session.findChild<TimeShiftBar *>();
+        QVERIFY(!bar->isHidden());
+        QVERIFY(bar->findChild<QLabel *>()->text().startsWith(QStringLiteral("1 ")));
+        bar->findChild<QPushButton *>(QStringLiteral("treatAsEqual"))->click();
+        f.wait();
+        QVERIFY(bar->isHidden());
+        QCOMPARE(f.session.options().value(QStringLiteral("timeToleranceSec")).toInt(), 3600);
+        QCOMPARE(f.rows(), QStringList(QStringLiteral("a = a")));
+    }
+
+    void reportsAreWritten()
+    {
+        FolderSessionFixture f;
+        f.session.onExportHtml();
+        QCOMPARE(f.dialogs.asked().last().title, QStringLiteral("Export"));
+        QCOMPARE(f.dialogs.asked().last().text, QStringLiteral("No comparison result to export"));
+        f.disk.file(QStringLiteral("left/sub/<a>"), "a");
+        f.disk.file(QStringLiteral("right/sub/b"), "b");
+        const QString pending = f.disk.path(QStringLiteral("pending.html"));
+        QVERIFY(f.session.setPendingReport(pending));
+        f.compare();
+        const auto read = [](const QString &path) {
+            QFile file(path);
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        };
+        QTRY_VERIFY(read(pending).contains("Total: 3 items | Same: 0 | Different: 1 | Left only: 1 | Right only: 1"));
+        QVERIFY(read(pending).contains("sub/&lt;a&gt;"));
+        const QString chosen = f.disk.path(QStringLiteral("chosen.html"));
+        f.dialogs.answerPath(chosen);
+        f.session.onExportHtml();
+        QTRY_VERIFY(read(chosen).contains("status-rightonly"));
+        QCOMPARE(f.dialogs.asked().last().start, QStringLiteral("folder_diff_report.html"));
+    }
+
+    void columnWidthsAreSharedAndRemembered()
+    {
+        {
+            Filled f;
+            f.session.show();
+            f.session.view().leftPane().horizontalHeader()->resizeSection(int(FolderColumn::LeftSize), 77);
+            QCOMPARE(f.session.view().rightPane().columnWidth(int(FolderColumn::RightSize)), 77);
+        }
+        Filled f;
+        QCOMPARE(f.session.view().leftPane().columnWidth(int(FolderColumn::LeftSize)), 77);
+    }
+
+    void panesScrollTogether()
+    {
+        FolderSessionFixture f;
+        for (int i = 0; i < 200; ++i)
+            f.disk.file(QStringLiteral("left/f%1").arg(i), "a");
+        f.session.show();
+        f.compare();
+        f.session.view().leftPane().goToRow(199);
+        auto *centre = f.session.findChild<TreeLineTreeWidget *>(QStringLiteral("folderSideCenter"));
+        const int value = f.session.view().leftPane().verticalScrollBar()->value();
+        QVERIFY(value > 0);
+        QCOMPARE(centre->verticalScrollBar()->value(), value);
+        QCOMPARE(f.session.view().rightPane().verticalScrollBar()->value(), value);
+    }
+
+    void copyingComparesOnlyWhatWasTouched()
+    {
+        Filled f;
+        f.goTo(QStringLiteral("file10"));
+        QTRY_VERIFY(f.action("copyToRightAction")->isEnabled());
+        const quint64 generation = f.session.comparison().generation();
+        f.session.onCopyToRight();
+        QTRY_VERIFY_WITH_TIMEOUT(f.rows().contains(QStringLiteral("file10 = file10")), 20000);
+        QVERIFY(QFile::exists(f.disk.path(QStringLiteral("right/file10"))));
+        QVERIFY(f.session.logText().contains(QStringLiteral(" copy: ")));
+        QCOMPARE(f.session.comparison().generation(), generation);
+        QCOMPARE(f.current(), QStringLiteral("file10"));
+    }
+
+    void readOnlySidesAreNotWrittenTo()
+    {
+        Filled f;
+        QJsonObject options = f.session.options();
+        options.insert(QStringLiteral("rightReadOnly"), true);
+        f.session.setOptions(options);
+        f.session.onRefresh();
+        f.wait();
+        f.goTo(QStringLiteral("file10"));
+        QTRY_VERIFY(!f.action("copyToRightAction")->isEnabled());
+        QVERIFY(f.action("copyToRightAction")->toolTip().contains(QStringLiteral("read-only")));
+        f.session.onCopyToRight();
+        QVERIFY(!QFile::exists(f.disk.path(QStringLiteral("right/file10"))));
+    }
+};
+
+VELMORA_TEST(FolderCompareWidgetTest)
+#include "folder_compare_widget_test.moc"

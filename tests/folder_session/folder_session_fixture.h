@@ -1,0 +1,88 @@
+#pragma once
+
+#include "folder/compare/folder_compare_widget.h"
+#include "folder/compare/folder_view.h"
+#include "folder/compare/tree_line_tree_widget.h"
+#include "folder_engine/test_tree.h"
+#include "session/session_host.h"
+#include "session/session_record.h"
+#include "support/scripted_dialogs.h"
+
+#include <QTest>
+
+namespace velmora::test {
+
+/// A window that remembers what a session asks of it.
+class RecordingHost final : public SessionHost {
+public:
+    void openSession(const QString &kind, const SessionPaths &paths) override { opened.append({kind, paths}); }
+    void showStatus(const QString &message, int) override { messages.append(message); }
+
+    QList<std::pair<QString, SessionPaths>> opened;
+    QStringList messages;
+};
+
+/// A folder session on two folders of its own, with scripted answers.
+class FolderSessionFixture {
+public:
+    FolderSessionFixture() { session.resize(1100, 700); }
+
+    void compare()
+    {
+        session.setPaths({disk.left(), disk.right(), {}});
+        session.start();
+        wait();
+    }
+
+    void wait() { QTRY_VERIFY_WITH_TIMEOUT(!session.isComparing(), 60000); }
+
+    /// The rows as a person sees them: left name, sign, right name.
+    [[nodiscard]] QStringList rows()
+    {
+        QStringList lines;
+        const FolderRowsModel &model = session.view().rows();
+        for (int row = 0; row < model.rowCount(); ++row) {
+            const auto text = [&](FolderColumn column) {
+                return model.data(model.index(row, int(column)), Qt::DisplayRole).toString();
+            };
+            lines.append(text(FolderColumn::LeftName) + u' ' + text(FolderColumn::Sign) + u' ' +
+                         text(FolderColumn::RightName));
+        }
+        return lines;
+    }
+
+    /// Makes the row of an entry the current one.
+    void goTo(const QString &name)
+    {
+        const qint32 node = session.comparison().tree().find(name);
+        if (node < 0)
+            qFatal("no entry %s", qPrintable(name));
+        session.view().goToNode(node);
+    }
+
+    [[nodiscard]] QString current()
+    {
+        const qint32 node = session.view().currentNode();
+        return node < 0 ? QString() : session.comparison().tree().item(node).name;
+    }
+
+    void key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(&session.view().activePane(), Qt::Key(key), modifiers);
+    }
+
+    [[nodiscard]] QAction *action(const char *name)
+    {
+        auto *action = session.findChild<QAction *>(QLatin1String(name));
+        if (!action)
+            qFatal("no action %s", name);
+        return action;
+    }
+
+    TestTree disk;
+    ScriptedDialogs dialogs;
+    RecordingHost host;
+    FolderCompareWidget session{host};
+};
+
+} // namespace velmora::test

@@ -1,0 +1,290 @@
+#include "core/natural_order.h"
+#include "folder/compare/folder_tree.h"
+#include "folder/engine/item_list.h"
+#include "made_trees.h"
+#include "support/test_main.h"
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+/// The row order in plain words: paths are compared part by part, folders before files where they part.
+bool plainBefore(const FolderDiffItem &left, const FolderDiffItem &right)
+{
+    const QStringList a = left.name.split(u'/');
+    const QStringList b = right.name.split(u'/');
+    for (qsizetype i = 0; i < a.size() && i < b.size(); ++i) {
+        if (a.at(i) == b.at(i))
+            continue;
+        const bool aIsFolder = i + 1 < a.size() || left.isDir;
+        const bool bIsFolder = i + 1 < b.size() || right.isDir;
+        if (aIsFolder != bIsFolder)
+            return aIsFolder;
+        return compareNatural(a.at(i), b.at(i)) < 0;
+    }
+    return a.size() < b.size();
+}
+
+QStringList names(const QList<FolderDiffItem> &items)
+{
+    QStringList all;
+    for (const FolderDiffItem &item : items)
+        all.append(item.name);
+    return all;
+}
+
+/// All that a tree says of its nodes, one line for each.
+QStringList dumped(const FolderTree &tree)
+{
+    QStringList lines;
+    for (qint32 i = 0; i < tree.size(); ++i) {
+        const FolderTree::Node &node = tree.node(i);
+        lines.append(QStringLiteral("%1 %2 parent %3 end %4 depth %5 name %6 state %7 sizes %8 %9 %10")
+                         .arg(i)
+                         .arg(tree.item(i).name)
+                         .arg(node.parent)
+                         .arg(node.end)
+                         .arg(node.depth)
+                         .arg(tree.bareName(i).toString())
+                         .arg(int(tree.state(i)))
+                         .arg(tree.item(i).leftSize)
+                         .arg(tree.item(i).rightSize)
+                         .arg(node.expanded ? QStringLiteral("open") : QString()));
+    }
+    return lines;
+}
+
+/// A result with folder totals, as the engine would give it.
+QList<FolderDiffItem> withTotals(QList<FolderDiffItem> items)
+{
+    ItemList list{std::move(items), {}};
+    list.parents = parentsByName(list.items);
+    for (FolderDiffItem &item : list.items) {
+        if (item.isDir)
+            item.leftSize = item.rightSize = 0;
+    }
+    addChildTotals(list);
+    return list.items;
+}
+
+std::shared_ptr<const FolderTree> branchOf(const QList<FolderDiffItem> &items, const QString &name)
+{
+    QList<FolderDiffItem> branch;
+    for (const FolderDiffItem &item : items) {
+        if (item.name == name || item.name.startsWith(name + u'/'))
+            branch.append(item);
+    }
+    return branch.isEmpty() ? nullptr : std::make_shared<const FolderTree>(branch);
+}
+
+} // namespace
+
+class FolderTreeTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void ordersRowsAsThePlainForm()
+    {
+        QRandomGenerator random(11);
+        for (int round = 0; round < 300; ++round) {
+            const QList<FolderDiffItem> items = randomResult(random, 60);
+            QList<FolderDiffItem> expected = items;
+            std::sort(expected.begin(), expected.end(), plainBefore);
+            QCOMPARE(names(FolderTree(items).items()), names(expected));
+        }
+    }
+
+    void rollsFoldersUpAsTheEngineDoes()
+    {
+        QRandomGenerator random(12);
+        for (int round = 0; round < 300; ++round) {
+            const FolderTree tree(randomResult(random, 60));
+            for (qint32 i = 0; i < tree.size(); ++i) {
+                const int expected = int(RowState::Same) + tree.item(i).status;
+                QVERIFY2(int(tree.state(i)) == expected, qPrintable(dumped(tree).join(u'\n') + tree.item(i).name));
+            }
+        }
+    }
+
+    void findsEveryEntryByItsName()
+    {
+        QRandomGenerator random(13);
+        for (int round = 0; round < 50; ++round) {
+            const FolderTree tree(randomResult(random, 60));
+            for (qint32 i = 0; i < tree.size(); ++i) {
+                QCOMPARE(tree.find(tree.item(i).name), i);
+                QCOMPARE(tree.find(tree.item(i).name + u'?'), -1);
+            }
+        }
+    }
+
+    /// Two results of the same folders: patching one at some places with what the other has there gives the same tree
+    /// as building it from the mixed list.
+    void patchesGiveTheTreeThatIsBuiltAnew()
+    {
+        QRandomGenerator random(14);
+        for (int round = 0; round < 500; ++round) {
+            const QList<FolderDiffItem> before = withTotals(randomResult(random, 40));
+            const QList<FolderDiffItem> after = withTotals(randomResult(random, 40));
+            FolderTree tree(before);
+            tree.setAllExpanded(true);
+
+            std::vector<FolderTree::Patch> patches;
+            QSet<QString> top;
+            for (const QList<FolderDiffItem> &list : {before, after}) {
+                for (const FolderDiffItem &item : list) {
+                    if (!item.name.contains(u'/') && random.bounded(2) == 0 && !top.contains(item.name))
+                        top.insert(item.name);
+                }
+            }
+            QList<FolderDiffItem> expected;
+            for (const FolderDiffItem &item : before) {
+                if (!top.contains(item.name.section(u'/', 0, 0)))
+                    expected.append(item);
+            }
+            for (const FolderDiffItem &item : after) {
+                if (top.contains(item.name.section(u'/', 0, 0)))
+                    expected.append(item);
+            }
+            for (const QString &name : std::as_const(top))
+                patches.push_back({name, branchOf(after, name)});
+
+            QSet<QString> wereOpen = tree.expandedNames();
+            const QStringList oldNames = names(tree.items());
+            const std::vector<qint32> places = tree.apply(patches);
+            FolderTree anew(expected);
+            QSet<QString> openAgain;
+            for (const QString &name : std::as_const(wereOpen)) {
+                const qint32 node = anew.find(name);
+                // A file in the place of a folder is another entry.
+                const qint32 old = FolderTree(before).find(name);
+                if (node >= 0 && anew.item(node).isDir && old >= 0 && isKept(before, after, top, name))
+                    openAgain.insert(name);
+            }
+            anew.expand(openAgain);
+            QCOMPARE(dumped(tree), dumped(anew));
+            QCOMPARE(tree.counts(), anew.counts());
+            for (qsizetype i = 0; i < oldNames.size(); ++i) {
+                const qint32 place = places[std::size_t(i)];
+                QVERIFY(place < 0 || tree.item(place).name == oldNames.at(i));
+                if (!top.contains(oldNames.at(i).section(u'/', 0, 0)))
+                    QVERIFY(place >= 0);
+            }
+        }
+    }
+
+    void patchesInsideFoldersCountUpwards()
+    {
+        const auto file = [](const QString &name, qint64 size, FolderDiffStatus status) {
+            FolderDiffItem item;
+            item.name = name;
+            item.leftPath = QStringLiteral("/l/") + name;
+            item.rightPath = QStringLiteral("/r/") + name;
+            item.leftSize = item.rightSize = size;
+            item.setDiffStatus(status);
+            return item;
+        };
+        const auto folder = [&](const QString &name, FolderDiffStatus status) {
+            FolderDiffItem item = file(name, 7, status);
+            item.isDir = true;
+            return item;
+        };
+        FolderTree tree({folder(QStringLiteral("a"), FolderDiffStatus::Different),
+                         folder(QStringLiteral("a/b"), FolderDiffStatus::Different),
+                         file(QStringLiteral("a/b/x"), 5, FolderDiffStatus::Different),
+                         file(QStringLiteral("a/b/y2"), 1, FolderDiffStatus::Same)});
+        const auto one = [&](const FolderDiffItem &item) { return std::make_shared<const FolderTree>(QList{item}); };
+        tree.apply({{QStringLiteral("a/b/x"), one(file(QStringLiteral("a/b/x"), 6, FolderDiffStatus::Same))},
+                    {QStringLiteral("a/b/y10"), one(file(QStringLiteral("a/b/y10"), 10, FolderDiffStatus::Same))},
+                    {QStringLiteral("gone/z"), one(file(QStringLiteral("gone/z"), 1, FolderDiffStatus::Same))}});
+        QCOMPARE(names(tree.items()), QStringList({QStringLiteral("a"), QStringLiteral("a/b"), QStringLiteral("a/b/x"),
+                                                   QStringLiteral("a/b/y2"), QStringLiteral("a/b/y10")}));
+        QCOMPARE(tree.state(0), RowState::Same);
+        QCOMPARE(tree.item(0).diffStatus(), FolderDiffStatus::Same);
+        QCOMPARE(tree.item(0).leftSize, 17);
+        tree.apply({{QStringLiteral("a/b"), nullptr}, {QStringLiteral("a/b/x"), nullptr}});
+        QCOMPARE(names(tree.items()), QStringList(QStringLiteral("a")));
+        QCOMPARE(tree.counts().files(), 0);
+    }
+
+    void hiddenAndIgnoredEntriesAreNoDifference()
+    {
+        QRandomGenerator random(15);
+        for (int round = 0; round < 200; ++round) {
+            const QList<FolderDiffItem> items = randomResult(random, 60);
+            FolderTree tree(items);
+            FolderViewLimits limits;
+            limits.masks = QStringLiteral("*a*");
+            const FolderFilter filter({}, {QStringLiteral("b")}, limits);
+            tree.setVerdicts(FolderTree::judge(tree.items(), filter, {}));
+            tree.rollUp();
+            // The engine's own answer for the list of what is shown.
+            const FolderTree shown(shownItems(tree.items(), filter));
+            qint32 hidden = 0;
+            for (qint32 i = 0; i < tree.size(); ++i) {
+                if (tree.node(i).hidden) {
+                    hidden += tree.node(i).end - i;
+                    i = tree.node(i).end - 1;
+                    continue;
+                }
+                const qint32 there = shown.find(tree.item(i).name);
+                QVERIFY(there >= 0);
+                const RowState state = tree.state(i) == RowState::Filtered ? RowState::Same : tree.state(i);
+                QVERIFY2(state == shown.state(there) || !isPair(tree.item(i)), qPrintable(tree.item(i).name));
+            }
+            QCOMPARE(tree.counts().hidden, hidden);
+            QCOMPARE(tree.size() - hidden, shown.size());
+        }
+        FolderTree tree(largeResult(400));
+        QSet<QString> all;
+        for (qint32 i = 0; i < tree.size(); ++i) {
+            if (!tree.item(i).isDir)
+                all.insert(tree.bareName(i).toString());
+        }
+        tree.setVerdicts(FolderTree::judge(tree.items(), FolderFilter({}), all));
+        tree.rollUp();
+        QCOMPARE(tree.state(0), RowState::Same);
+    }
+
+    void theNewerSideOfAFileMarksItsFolders()
+    {
+        QList<FolderDiffItem> items = largeResult(50);
+        for (FolderDiffItem &item : items) {
+            if (!item.isDir && item.diffStatus() != FolderDiffStatus::Different)
+                item.setDiffStatus(FolderDiffStatus::Same);
+            if (item.isDir || item.diffStatus() == FolderDiffStatus::Same) {
+                item.leftPath = QStringLiteral("/l");
+                item.rightPath = QStringLiteral("/r");
+            }
+            if (item.diffStatus() == FolderDiffStatus::Different)
+                item.rightTime = item.leftTime.addSecs(60);
+        }
+        const FolderTree tree(items);
+        QVERIFY(tree.node(0).left.has(FolderMark::Older));
+        QVERIFY(!tree.node(0).left.has(FolderMark::Newer));
+        QVERIFY(tree.node(0).right.has(FolderMark::Newer));
+        QVERIFY(!tree.node(0).right.has(FolderMark::Unique));
+    }
+
+private:
+    /// Whether a folder that was open is still the same entry after top entries in `top` were replaced.
+    static bool isKept(const QList<FolderDiffItem> &before, const QList<FolderDiffItem> &after,
+                       const QSet<QString> &top, const QString &name)
+    {
+        const QString first = name.section(u'/', 0, 0);
+        if (!top.contains(first))
+            return true;
+        const auto kindOf = [&first](const QList<FolderDiffItem> &items) {
+            for (const FolderDiffItem &item : items) {
+                if (item.name == first)
+                    return int(item.isDir);
+            }
+            return -1;
+        };
+        return kindOf(before) == kindOf(after);
+    }
+};
+
+VELMORA_TEST(FolderTreeTest)
+#include "folder_tree_test.moc"
