@@ -25,12 +25,12 @@ build_windows() {
     packaging/windows/stage.sh build/windows-libs "build/$1/bin"
 }
 
-# start_wine: starts the Windows of build/wine, made when it is missing, for all programs that follow; stop_wine ends it. Otherwise
-# the first program would start it, and whoever reads that program's output would wait for the end of both.
+# start_wine [FOLDER]: starts the Windows of FOLDER, else of build/wine, made when it is missing, for all programs that follow;
+# stop_wine ends it. Otherwise the first program would start it, and whoever reads its output would wait for the end of both.
 start_wine() {
-    export WINEPREFIX=$PWD/build/wine
+    export WINEPREFIX=${1:-$PWD/build/wine}
     if [[ ! -f $WINEPREFIX/system.reg ]]; then
-        say "Making a Windows in build/wine"
+        say "Making a Windows in $WINEPREFIX"
         packaging/windows/under-wine.sh wineboot >/dev/null 2>&1
         /usr/lib/wine/wineserver -w
     fi

@@ -1,0 +1,102 @@
+#!/usr/bin/env bash
+# check.sh ZIP SETUP: tries both packages of package.sh under Wine, in a Windows made for this and removed afterwards. Unpacks the
+# archive and starts its programs; installs, starts, updates and removes with the installer; fails when any of it fails or
+# something is left behind.
+set -euo pipefail
+(($# == 2)) || { echo "usage: check.sh ZIP SETUP" >&2; exit 2; }
+zip=$(realpath "$1")
+setup=$(realpath "$2")
+cd "$(dirname "${BASH_SOURCE[0]}")/../.."
+source scripts/setup.sh
+source scripts/windows.sh
+need_packages "${windows_run_packages[@]}" unzip
+
+work=$(mktemp -d /var/tmp/velmora-check.XXXXXX)
+export WINEPREFIX=$work/wine
+trap 'stop_wine; rm -rf "$work"' EXIT
+wine() { packaging/windows/under-wine.sh "$@" </dev/null | tr -d '\r'; }
+# registry KEY: what is in the registry below a key of the current user; nothing when there is none.
+registry() { wine reg query "HKCU\\$1" /s 2>/dev/null || true; }
+expect() {
+    [[ "$2" == "$3" ]] || fail "$1:" "expected: $3" "got:      $2"
+    say "ok: $1"
+}
+# has WHAT TEXT PART: fails unless TEXT contains PART.
+has() {
+    [[ "$2" == *"$3"* ]] || fail "$1:" "expected in it: $3" "got: $2"
+    say "ok: $1"
+}
+say "Making a Windows"
+start_wine "$WINEPREFIX"
+c=$WINEPREFIX/dosdevices/c:
+printf 'one\r\ntwo\r\n' >"$c/left.txt"
+printf 'one\r\nTWO\r\n' >"$c/right.txt"
+
+# starts WHAT FOLDER: the programs of FOLDER answer, and the window compares two files in a true window.
+starts() {
+    local what=$1 folder=$2
+    expect "$what: velmora-cli tells its version" "$(wine "$folder/velmora-cli.exe" --version)" "velmora-cli 1.0.0"
+    expect "$what: velmora tells its version" "$(wine "$folder/velmora.exe" --version)" "Velmora 1.0.0"
+    has "$what: velmora-cli compares" "$(wine "$folder/velmora-cli.exe" text 'C:\left.txt' 'C:\right.txt' || true)" "1 difference"
+    rm -f "$c/report.html"
+    packaging/windows/under-wine.sh --desktop "$folder/velmora.exe" --lang zh --report 'C:\report.html' 'C:\left.txt' \
+        'C:\right.txt' </dev/null >/dev/null 2>&1 &
+    local window=$! tenth
+    for ((tenth = 0; tenth < 600; ++tenth)); do
+        [[ -s $c/report.html ]] && break
+        sleep 0.1
+    done
+    expect "$what: velmora compares in a window" "$(grep -c TWO "$c/report.html")" 1
+    wine taskkill /f /im velmora.exe >/dev/null || true
+    wait "$window" || true
+}
+
+mkdir "$work/unpacked folder"
+unzip -q "$zip" -d "$work/unpacked folder"
+starts "archive" "$(echo "$work"/unpacked\ folder/velmora-*)"
+
+before=$(registry 'Software\Classes'; find "$c" -iname '*velmora*' | sort)
+wine "$setup" /S
+installed=$(echo "$c"/users/*/AppData/Local/Programs/Velmora)
+menu=$(echo "$c"/users/*/AppData/Roaming/Microsoft/Windows/Start\ Menu/Programs)
+native="C:\\$(tr / '\\' <<<"${installed#"$c"/}")"
+[[ -f $installed/velmora.exe ]] || fail "The installer has not installed."
+[[ -f $menu/Velmora.lnk ]] || fail "No entry in the start menu."
+say "ok: installs for one user, with an entry in the start menu"
+has "uninstaller is known" "$(registry 'Software\Microsoft\Windows\CurrentVersion\Uninstall\Velmora')" 'uninstall.exe" /S'
+has "session files belong to the program" "$(registry 'Software\Classes\Velmora.Session')" 'velmora.exe" "%1"'
+starts "installed" "$installed"
+
+# What only an older version had goes, what a person put there stays.
+touch "$installed/mine.txt"
+rm "$installed/velmora-cli.exe"
+wine "$setup" /S
+[[ -f $installed/velmora-cli.exe && -f $installed/mine.txt ]] || fail "An update does not bring back what it needs."
+say "ok: an update brings back what it needs"
+rm "$installed/mine.txt"
+
+# Refuses while the program is in use; "_?=" keeps the uninstaller from going on in a copy of itself, so that its status is seen.
+packaging/windows/under-wine.sh --desktop "$installed/velmora.exe" </dev/null >/dev/null 2>&1 &
+window=$!
+for ((tenth = 0; tenth < 300; ++tenth)); do
+    [[ "$(wine tasklist 2>/dev/null)" == *velmora.exe* ]] && break
+    sleep 0.1
+done
+wine "$installed/uninstall.exe" /S "_?=$native" && status=0 || status=$?
+expect "does not remove a program in use" "$status $(ls "$installed/velmora.exe")" "3 $installed/velmora.exe"
+wine taskkill /f /im velmora.exe >/dev/null || true
+wait "$window" || true
+
+# The program's own entries in Explorer's menu go along; those of another copy do not.
+verb='HKCU\Software\Classes\*\shell'
+wine reg add "$verb\\VelmoraAsLeft" /v Icon /d "$native\\velmora.exe,0" /f >/dev/null
+wine reg add "$verb\\VelmoraAsRight" /v Icon /d 'D:\elsewhere\velmora.exe,0' /f >/dev/null
+wine "$installed/uninstall.exe" /S
+for ((tenth = 0; tenth < 300; ++tenth)); do
+    [[ -d $installed ]] || break
+    sleep 0.1
+done
+expect "another copy's entry in Explorer's menu stays" "$(registry 'Software\Classes\*\shell' | grep -c VelmoraAs)" 1
+wine reg delete 'HKCU\Software\Classes\*' /f >/dev/null
+expect "nothing is left behind" "$(registry 'Software\Classes'; find "$c" -iname '*velmora*' | sort)" "$before"
+expect "the uninstaller is forgotten" "$(registry 'Software\Microsoft\Windows\CurrentVersion\Uninstall\Velmora')" ""
