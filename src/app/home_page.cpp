@@ -4,10 +4,13 @@
 #include "app/home_tile_flow_widget.h"
 #include "app/recent_sessions.h"
 #include "app/session_kinds.h"
+#include "app/session_search.h"
 #include "app/tile_flow.h"
 #include "session/translate.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -19,6 +22,7 @@ constexpr QLatin1String primaryKinds[] = {QLatin1String("folder"), QLatin1String
 constexpr int contentWidth = 1120;
 constexpr int sideMargin = 36;
 constexpr int gap = 10;
+constexpr int filterWidth = 320;
 
 /// Tiles that are widened until their rows fill a width.
 struct FilledRows {
@@ -121,17 +125,18 @@ bool isPrimary(const SessionKindRow &row)
 
 } // namespace
 
-HomePage::HomePage(QWidget *parent) : QWidget(parent), m_recent(new RecentSessions)
+HomePage::HomePage(QWidget *parent)
+    : QWidget(parent), m_filter(new QLineEdit), m_recent(new RecentSessions), m_scroll(new QScrollArea(this))
 {
     setObjectName(QStringLiteral("homePage"));
 
-    auto *scroll = new QScrollArea(this);
-    scroll->setObjectName(QStringLiteral("homeScroll"));
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->setObjectName(QStringLiteral("homeScroll"));
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
 
     auto *content = new QWidget;
+    content->installEventFilter(this);
     content->setObjectName(QStringLiteral("homeContent"));
     auto *column = new QWidget(content);
     column->setMaximumWidth(contentWidth);
@@ -155,16 +160,18 @@ HomePage::HomePage(QWidget *parent) : QWidget(parent), m_recent(new RecentSessio
     centring->addStretch(1);
     centring->addWidget(column, 1000);
     centring->addStretch(1);
-    scroll->setWidget(content);
+    m_scroll->setWidget(content);
 
     auto *whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(scroll);
+    whole->addWidget(m_scroll);
+    setFocusProxy(m_filter);
 }
 
 void HomePage::setHistory(const QList<SessionHistory::Entry> &history)
 {
     m_recent->setHistory(history);
+    applyFilter();
 }
 
 void HomePage::refreshTheme()
@@ -177,14 +184,26 @@ void HomePage::refreshTheme()
 QWidget *HomePage::makeHeading(QWidget *parent)
 {
     auto *heading = new QWidget(parent);
-    auto *lines = new QVBoxLayout(heading);
-    lines->setContentsMargins(2, 0, 0, 0);
+    auto *lines = new QVBoxLayout;
     lines->setSpacing(4);
     lines->addWidget(makeLabel(Velmora::tr("Velmora"), 2.2, QFont::DemiBold, heading));
     auto *hint = makeLabel(Velmora::tr("Drag folders or files onto a session icon, or click a session icon to begin:"),
                            1.1, QFont::Normal, heading);
     hint->setObjectName(QStringLiteral("homeHint"));
     lines->addWidget(hint);
+
+    m_filter->setObjectName(QStringLiteral("homeFilter"));
+    m_filter->setPlaceholderText(Velmora::tr("Find a session type or a recent session"));
+    m_filter->setAccessibleName(m_filter->placeholderText());
+    m_filter->setClearButtonEnabled(true);
+    m_filter->setMinimumSize(filterWidth / 2, 30);
+    m_filter->setMaximumWidth(filterWidth);
+    connect(m_filter, &QLineEdit::textChanged, this, &HomePage::applyFilter);
+    auto *row = new QHBoxLayout(heading);
+    row->setContentsMargins(2, 0, 0, 0);
+    row->setSpacing(2 * gap);
+    row->addLayout(lines, 3);
+    row->addWidget(m_filter, 2, Qt::AlignBottom);
     return heading;
 }
 
@@ -216,6 +235,87 @@ HomeTileFlowWidget *HomePage::makeSecondaryTiles()
     }
     flow->fitTileSizeToText();
     return flow;
+}
+
+void HomePage::applyFilter()
+{
+    const QString words = m_filter->text().simplified();
+    m_recent->setFilter(words);
+    const QList<HomeTile *> tiles = findChildren<HomeTile *>();
+    for (HomeTile *tile : tiles)
+        tile->setEnabled(kindMatches(tile->row(), words));
+    QList<TileButton *> found = tilesInOrder();
+    for (TileButton *tile : std::as_const(found))
+        tile->setPreferred(!words.isEmpty() && tile == found.constFirst());
+    for (HomeTile *tile : tiles) {
+        if (!tile->isEnabled())
+            tile->setPreferred(false);
+    }
+}
+
+bool HomePage::eventFilter(QObject *watched, QEvent *event)
+{
+    // Keys that no tile and not the line wanted pass here, before the scroll area would scroll by them.
+    if (event->type() == QEvent::KeyPress && takeKey(*static_cast<QKeyEvent *>(event)))
+        return true;
+    return QWidget::eventFilter(watched, event);
+}
+
+bool HomePage::takeKey(QKeyEvent &event)
+{
+    const QList<TileButton *> tiles = tilesInOrder();
+    const bool plain = !(event.modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier));
+    if (!plain)
+        return false;
+    if (event.key() == Qt::Key_Escape) {
+        m_filter->clear();
+        m_filter->setFocus();
+        return true;
+    }
+    if ((event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) && m_filter->hasFocus()) {
+        if (!m_filter->text().trimmed().isEmpty() && !tiles.isEmpty())
+            tiles.constFirst()->click();
+        return true;
+    }
+    QList<QRect> places;
+    for (const TileButton *tile : tiles)
+        places.append({tile->mapTo(m_scroll->widget(), QPoint()), tile->size()});
+    const qsizetype from = tiles.indexOf(qobject_cast<TileButton *>(focusWidget()));
+    const qsizetype next = placeAfterKey(places, from, event.key());
+    if (next >= 0) {
+        focusTile(tiles[next]);
+        return true;
+    }
+    const bool isText = !event.text().isEmpty() && event.text().front().isPrint();
+    if (!m_filter->hasFocus() && (isText || event.key() == Qt::Key_Backspace)) {
+        m_filter->setFocus();
+        QCoreApplication::sendEvent(m_filter, &event);
+        return true;
+    }
+    return false;
+}
+
+QList<TileButton *> HomePage::tilesInOrder() const
+{
+    QList<TileButton *> tiles;
+    const QList<TileButton *> all = findChildren<TileButton *>();
+    for (TileButton *tile : all) {
+        if (tile->isEnabled() && !tile->isHidden())
+            tiles.append(tile);
+    }
+    const auto place = [this](const TileButton *tile) { return tile->mapTo(m_scroll->widget(), QPoint()); };
+    std::stable_sort(tiles.begin(), tiles.end(), [&place](const TileButton *a, const TileButton *b) {
+        const QPoint here = place(a);
+        const QPoint there = place(b);
+        return here.y() != there.y() ? here.y() < there.y() : here.x() < there.x();
+    });
+    return tiles;
+}
+
+void HomePage::focusTile(TileButton *tile)
+{
+    tile->setFocus(Qt::TabFocusReason);
+    m_scroll->ensureWidgetVisible(tile);
 }
 
 void HomePage::connectTile(HomeTile *tile)

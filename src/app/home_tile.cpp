@@ -6,6 +6,7 @@
 #include "session/theme.h"
 #include "session/translate.h"
 
+#include <QFileInfo>
 #include <QMimeData>
 
 namespace velmora {
@@ -15,6 +16,11 @@ namespace {
 constexpr int chipSize = 64;
 constexpr int margin = 14;
 constexpr int captionGap = 8;
+
+bool holdsFolder(const QStringList &paths)
+{
+    return std::any_of(paths.begin(), paths.end(), [](const QString &path) { return QFileInfo(path).isDir(); });
+}
 
 QFont titleFont(const QFont &base)
 {
@@ -47,6 +53,7 @@ protected:
     void paintEvent(QPaintEvent * /*event*/) override
     {
         QPainter painter(this);
+        painter.setOpacity(TileButton::opacity(*this));
         m_icon.paint(&painter, rect());
     }
 
@@ -56,7 +63,7 @@ private:
 };
 
 HomeTile::HomeTile(const SessionKindRow &row, QWidget *parent)
-    : QAbstractButton(parent), m_row(row), m_chip(new HomeTileChip(row, this))
+    : TileButton(parent), m_row(row), m_chip(new HomeTileChip(row, this))
 {
     setObjectName(QStringLiteral("homeTile"));
     setProperty("homeIconId", QString(QLatin1String("new_") + row.id));
@@ -64,8 +71,6 @@ HomeTile::HomeTile(const SessionKindRow &row, QWidget *parent)
     setToolTip(Velmora::tr(row.summary));
     setAccessibleDescription(toolTip());
     setAcceptDrops(true);
-    setFocusPolicy(Qt::StrongFocus);
-    setCursor(Qt::PointingHandCursor);
 }
 
 QSize HomeTile::sizeHint() const
@@ -98,72 +103,79 @@ void HomeTile::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
     paintTileFrame(painter, *this, m_dropTarget);
-    paintTexts(painter);
+    if (m_dropNote.isEmpty())
+        paintTexts(painter);
+    else
+        painter.drawText(rect().adjusted(margin / 2, margin / 2, -margin / 2, -margin / 2),
+                         Qt::AlignCenter | Qt::TextWordWrap, m_dropNote);
 }
 
 void HomeTile::resizeEvent(QResizeEvent *event)
 {
-    QAbstractButton::resizeEvent(event);
+    TileButton::resizeEvent(event);
     m_chip->setGeometry(chipRect());
 }
 
 void HomeTile::changeEvent(QEvent *event)
 {
-    QAbstractButton::changeEvent(event);
+    TileButton::changeEvent(event);
     if (event->type() == QEvent::FontChange) {
         updateGeometry();
         m_chip->setGeometry(chipRect());
     }
 }
 
-void HomeTile::keyPressEvent(QKeyEvent *event)
-{
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        click();
-    else
-        QAbstractButton::keyPressEvent(event);
-}
-
 void HomeTile::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (droppedPaths(event->mimeData()).isEmpty())
+    const QStringList paths = droppedPaths(event->mimeData());
+    if (paths.isEmpty())
         return;
+    // Also what will be refused, or the tile would not hear of the end of the drag.
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    setDropTarget(true);
+    showDrop(paths);
+}
+
+void HomeTile::dragMoveEvent(QDragMoveEvent *event)
+{
+    event->setDropAction(Qt::CopyAction);
+    event->setAccepted(m_dropTarget);
 }
 
 void HomeTile::dragLeaveEvent(QDragLeaveEvent * /*event*/)
 {
-    setDropTarget(false);
+    endDrop();
 }
 
 void HomeTile::dropEvent(QDropEvent *event)
 {
-    setDropTarget(false);
+    endDrop();
     const QStringList paths = droppedPaths(event->mimeData());
-    if (paths.isEmpty())
+    if (paths.isEmpty() || (m_row.filesOnly && holdsFolder(paths))) {
+        event->ignore();
         return;
+    }
     event->setDropAction(Qt::CopyAction);
     event->accept();
     Q_EMIT pathsDropped(paths);
 }
 
-void HomeTile::enterEvent(QEnterEvent *event)
+void HomeTile::showDrop(const QStringList &paths)
 {
-    QAbstractButton::enterEvent(event);
+    m_dropTarget = !m_row.filesOnly || !holdsFolder(paths);
+    if (!m_dropTarget)
+        m_dropNote = Velmora::tr("Takes files, not folders");
+    else if (paths.size() > m_row.sides)
+        m_dropNote = Velmora::tr("Takes %1 of the %2").arg(m_row.sides).arg(paths.size());
+    m_chip->setVisible(m_dropNote.isEmpty());
     update();
 }
 
-void HomeTile::leaveEvent(QEvent *event)
+void HomeTile::endDrop()
 {
-    QAbstractButton::leaveEvent(event);
-    update();
-}
-
-void HomeTile::setDropTarget(bool target)
-{
-    m_dropTarget = target;
+    m_dropTarget = false;
+    m_dropNote.clear();
+    m_chip->show();
     update();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QAbstractButton>
+#include "app/tile_button.h"
 
 namespace velmora {
 
@@ -11,7 +11,7 @@ struct SessionKindRow;
 /// it.
 ///
 /// Object name "homeTile"; the property "homeIconId" holds "new_" and the kind.
-class HomeTile : public QAbstractButton {
+class HomeTile : public TileButton {
     Q_OBJECT
 public:
     /// `row` lives as long as the program.
@@ -26,7 +26,7 @@ public:
     void refreshTheme();
 
 Q_SIGNALS:
-    /// Local files or folders, in the order of the drop.
+    /// Local files or folders, in the order of the drop; never folders where the kind takes files only.
     void pathsDropped(const QStringList &paths);
 
 protected:
@@ -37,18 +37,18 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
     void dragLeaveEvent(QDragLeaveEvent *event) override;
     void dropEvent(QDropEvent *event) override;
-    void enterEvent(QEnterEvent *event) override;
-    void leaveEvent(QEvent *event) override;
 
 private:
-    void setDropTarget(bool target);
+    void showDrop(const QStringList &paths);
+    void endDrop();
 
     const SessionKindRow &m_row;
     HomeTileChip *m_chip;
+    QString m_dropNote; ///< shown in place of everything else: what is wrong with the files above the tile
     bool m_dropTarget = false;
 };
 

@@ -1,11 +1,12 @@
 #include "app/recent_sessions.h"
 
 #include "app/session_kinds.h"
+#include "app/session_search.h"
+#include "app/tile_button.h"
 #include "app/tile_frame.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
-#include <QAbstractButton>
 #include <QGridLayout>
 
 namespace velmora {
@@ -13,15 +14,16 @@ namespace velmora {
 namespace {
 
 constexpr int columns = 3;
-constexpr int most = columns; // one row: the sessions panel has the rest
+constexpr int usual = columns; // one row: the sessions panel has the rest
+constexpr int mostFound = 3 * columns;
 constexpr int gap = 10;
 constexpr int margin = 12;
 constexpr int iconExtent = 24;
 
 /// One remembered session: its name, and below it where its sides are.
-class RecentTile final : public QAbstractButton {
+class RecentTile final : public TileButton {
 public:
-    RecentTile(const SessionRecord &record, QWidget *parent) : QAbstractButton(parent), m_kind(record.type)
+    RecentTile(const SessionRecord &record, QWidget *parent) : TileButton(parent), m_kind(record.type)
     {
         QStringList sides;
         for (const QString &path : {record.paths.base, record.paths.left, record.paths.right}) {
@@ -32,8 +34,6 @@ public:
         setObjectName(QStringLiteral("recentSession"));
         setText(record.name);
         setToolTip(sides.join(u'\n'));
-        setFocusPolicy(Qt::StrongFocus);
-        setCursor(Qt::PointingHandCursor);
         setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     }
 
@@ -57,36 +57,19 @@ protected:
                          fontMetrics().elidedText(m_places, Qt::ElideMiddle, available));
     }
 
-    void enterEvent(QEnterEvent *event) override
-    {
-        QAbstractButton::enterEvent(event);
-        update();
-    }
-
-    void leaveEvent(QEvent *event) override
-    {
-        QAbstractButton::leaveEvent(event);
-        update();
-    }
-
-    void keyPressEvent(QKeyEvent *event) override
-    {
-        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-            click();
-        else
-            QAbstractButton::keyPressEvent(event);
-    }
-
 private:
     QString m_kind;
     QString m_places;
 };
 
-/// The newest entries, newest first, each session once.
-QList<SessionHistory::Entry> newest(const QList<SessionHistory::Entry> &history)
+/// The newest entries that hold all `words`, newest first, each session once.
+QList<SessionHistory::Entry> newest(const QList<SessionHistory::Entry> &history, const QString &words)
 {
+    const qsizetype most = words.isEmpty() ? usual : mostFound;
     QList<SessionHistory::Entry> result;
     for (auto entry = history.crbegin(); entry != history.crend() && result.size() < most; ++entry) {
+        if (!recordMatches(entry->record, words))
+            continue;
         const bool known = std::any_of(result.begin(), result.end(), [&entry](const SessionHistory::Entry &other) {
             return other.record.type == entry->record.type && other.record.paths == entry->record.paths;
         });
@@ -98,7 +81,8 @@ QList<SessionHistory::Entry> newest(const QList<SessionHistory::Entry> &history)
 
 } // namespace
 
-RecentSessions::RecentSessions(QWidget *parent) : QWidget(parent), m_grid(new QGridLayout(this))
+RecentSessions::RecentSessions(QWidget *parent)
+    : QWidget(parent), m_grid(new QGridLayout(this)), m_nothing(new QLabel(this))
 {
     m_grid->setContentsMargins(0, 0, 0, 0);
     m_grid->setSpacing(gap);
@@ -108,29 +92,49 @@ RecentSessions::RecentSessions(QWidget *parent) : QWidget(parent), m_grid(new QG
     font.setWeight(QFont::DemiBold);
     heading->setFont(font);
     m_grid->addWidget(heading, 0, 0, 1, columns);
+    m_nothing->setObjectName(QStringLiteral("recentNothing"));
+    m_nothing->setForegroundRole(QPalette::PlaceholderText);
+    m_nothing->setWordWrap(true);
+    m_grid->addWidget(m_nothing, 1, 0, 1, columns);
     for (int column = 0; column < columns; ++column)
         m_grid->setColumnStretch(column, 1);
-    hide();
+    rebuild();
 }
 
 void RecentSessions::setHistory(const QList<SessionHistory::Entry> &history)
 {
-    const auto old = findChildren<QAbstractButton *>();
-    for (QAbstractButton *tile : old) {
+    m_history = history;
+    rebuild();
+}
+
+void RecentSessions::setFilter(const QString &words)
+{
+    m_words = words;
+    rebuild();
+}
+
+void RecentSessions::rebuild()
+{
+    const auto old = findChildren<TileButton *>(QStringLiteral("recentSession"));
+    for (TileButton *tile : old) {
         m_grid->removeWidget(tile);
         // It may be the one whose click led here.
         tile->hide();
         tile->setObjectName({});
         tile->deleteLater();
     }
-    const QList<SessionHistory::Entry> shown = newest(history);
+    const QList<SessionHistory::Entry> shown = newest(m_history, m_words);
     for (int i = 0; i < shown.size(); ++i) {
         auto *tile = new RecentTile(shown[i].record, this);
         m_grid->addWidget(tile, 1 + i / columns, i % columns);
         connect(tile, &QAbstractButton::clicked, this, [this, id = shown[i].id] { Q_EMIT entryChosen(id); });
         tile->show();
     }
-    setVisible(!shown.isEmpty());
+    m_nothing->setText(
+        m_history.isEmpty()
+            ? Velmora::tr("What you compare is remembered: it will be here, and in the panel on the left.")
+            : Velmora::tr("No recent session has all of these words."));
+    m_nothing->setVisible(shown.isEmpty());
 }
 
 } // namespace velmora

@@ -5,10 +5,11 @@
 #include <QWidget>
 
 class QGridLayout;
+class QLabel;
 
 namespace velmora {
 
-/// The newest sessions of the history as buttons under a heading; nothing while there are none.
+/// The newest sessions of the history as buttons under a heading, or a word about it while there are none.
 class RecentSessions final : public QWidget {
     Q_OBJECT
 public:
@@ -16,12 +17,19 @@ public:
 
     /// Shows the newest of `history`, which is ordered oldest first, each pair of paths once.
     void setHistory(const QList<SessionHistory::Entry> &history);
+    /// Shows those alone, of the whole history, that hold all of `words`.
+    void setFilter(const QString &words);
 
 Q_SIGNALS:
     void entryChosen(quint64 id);
 
 private:
+    void rebuild();
+
     QGridLayout *m_grid;
+    QLabel *m_nothing;
+    QList<SessionHistory::Entry> m_history;
+    QString m_words;
 };
 
 } // namespace velmora

@@ -37,9 +37,10 @@ struct SessionKindRow {
     const char *loneTitle = "%1";                                      ///< of a session on one path; takes its name
     bool opensPairs = false; ///< two paths on the command line or from Explorer may open this kind
     LonePath lonePath = LonePath::None;
-    const char *icon;    ///< a resource path, which a theme may override
-    const char *slot;    ///< the main window's slot that opens an empty session
-    const char *summary; ///< one sentence: what the session is for
+    bool filesOnly = false; ///< folders dropped on its tile are refused
+    const char *icon;       ///< a resource path, which a theme may override
+    const char *slot;       ///< the main window's slot that opens an empty session
+    const char *summary;    ///< one sentence: what the session is for
     Factory create;
 };
 

@@ -106,6 +106,7 @@ Tarnwick::Tarnwick(std::optional<bool> darkThisRun, QWidget *parent)
     qCDebug(shellLog, "build %s | Qt %s | exe %s", qPrintable(buildStamp()), qVersion(),
             qPrintable(QCoreApplication::applicationFilePath()));
 
+    m_home->setFocus();
     setMinimumSize(leastSize);
     resize(firstSize);
 }

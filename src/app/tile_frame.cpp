@@ -1,8 +1,7 @@
 #include "app/tile_frame.h"
 
+#include "app/tile_button.h"
 #include "session/theme.h"
-
-#include <QAbstractButton>
 
 namespace velmora {
 
@@ -10,7 +9,7 @@ namespace {
 
 constexpr int corner = 8;
 
-double tintOf(const QAbstractButton &tile, bool isDropTarget)
+double tintOf(const TileButton &tile, bool isDropTarget)
 {
     if (tile.isDown())
         return 0.20;
@@ -21,14 +20,14 @@ double tintOf(const QAbstractButton &tile, bool isDropTarget)
 
 } // namespace
 
-void paintTileFrame(QPainter &painter, const QAbstractButton &tile, bool isDropTarget)
+void paintTileFrame(QPainter &painter, const TileButton &tile, bool isDropTarget)
 {
     const QPalette &palette = tile.palette();
     const QColor ink = palette.color(QPalette::WindowText);
     const QColor window = palette.color(QPalette::Window);
     const QColor accent = palette.color(QPalette::Highlight);
     const QColor resting = isDarkTheme() ? blended(ink, window, 0.05) : palette.color(QPalette::Base);
-    const bool active = isDropTarget || tile.hasFocus();
+    const bool active = isDropTarget || tile.hasFocus() || tile.isPreferred();
 
     QPen frame(active || tile.underMouse() ? accent : blended(ink, window, 0.14));
     frame.setWidthF(active ? 2.0 : 1.0);
@@ -36,6 +35,7 @@ void paintTileFrame(QPainter &painter, const QAbstractButton &tile, bool isDropT
         frame.setDashPattern({3.0, 2.0});
     const double inset = frame.widthF() / 2.0;
 
+    painter.setOpacity(TileButton::opacity(tile));
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(frame);
     painter.setBrush(blended(accent, resting, tintOf(tile, isDropTarget)));

@@ -1,7 +1,9 @@
 #include "app/home_page.h"
 #include "app/home_tile.h"
 #include "app/home_tile_flow_widget.h"
+#include "app/locale.h"
 #include "app/session_kinds.h"
+#include "app/session_search.h"
 #include "support/test_main.h"
 
 #include <QMimeData>
@@ -158,6 +160,127 @@ private Q_SLOTS:
         QTest::keyClick(tiles[1], Qt::Key_Return);
         QTest::keyClick(tiles[2], Qt::Key_Space);
         QCOMPARE(chosen, (QStringList{tiles[0]->row().id, tiles[1]->row().id, tiles[2]->row().id}));
+    }
+
+    void keysWalkTheTilesByWhereTheyAre()
+    {
+        // Two cards over three tiles, and one below the right one.
+        const QList<QRect> places = {{0, 0, 100, 40},  {110, 0, 100, 40}, {0, 50, 60, 40},
+                                     {70, 50, 60, 40}, {140, 50, 60, 40}, {150, 100, 60, 40}};
+        const auto walk = [&places](qsizetype from, std::initializer_list<int> keys) {
+            QStringList way;
+            for (const int key : keys)
+                way.append(QString::number(from = placeAfterKey(places, from, key)));
+            return way.join(u' ');
+        };
+        QCOMPARE(walk(0, {Qt::Key_Right, Qt::Key_Right, Qt::Key_Left, Qt::Key_Left, Qt::Key_Left}),
+                 QStringLiteral("1 2 1 0 0"));
+        QCOMPARE(walk(0, {Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Up, Qt::Key_Up, Qt::Key_Up}),
+                 QStringLiteral("2 5 5 4 1 1"));
+        QCOMPARE(walk(3, {Qt::Key_Up, Qt::Key_End, Qt::Key_Right, Qt::Key_Home}), QStringLiteral("0 5 5 0"));
+        QCOMPARE(walk(-1, {Qt::Key_Down}), QStringLiteral("0"));
+        QCOMPARE(placeAfterKey({}, -1, Qt::Key_Down), -1);
+        QCOMPARE(placeAfterKey(places, 0, Qt::Key_A), -1);
+    }
+
+    void typingFindsKindsAndSessions()
+    {
+        HomePage home;
+        home.resize(1000, 700);
+        home.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&home));
+        QStringList chosen;
+        connect(&home, &HomePage::kindChosen, this, [&chosen](const SessionKindRow &kind) { chosen.append(kind.id); });
+        connect(&home, &HomePage::entryChosen, this, [&chosen](quint64 id) { chosen.append(QString::number(id)); });
+        auto *filter = home.findChild<QLineEdit *>(QStringLiteral("homeFilter"));
+        const auto reached = [&home] {
+            QStringList names;
+            for (const TileButton *tile : home.findChildren<TileButton *>()) {
+                if (tile->isEnabled() && !tile->isHidden())
+                    names.append(tile->text() + (tile->isPreferred() ? QStringLiteral("*") : QString()));
+            }
+            names.sort();
+            return names.join(u'|');
+        };
+        SessionRecord record;
+        record.type = QStringLiteral("table");
+        record.name = QStringLiteral("June <-> July");
+        record.paths.left = QStringLiteral("/accounts/june.csv");
+        QList<SessionHistory::Entry> history(12, {7, record});
+        for (int i = 0; i < 12; ++i)
+            history[i].record.paths.right = QString::number(i);
+        home.setHistory(history);
+        QCOMPARE(home.findChildren<TileButton *>(QStringLiteral("recentSession")).size(), 3);
+
+        // Typed anywhere on the page, words in any order.
+        HomeTile *tile = home.findChildren<HomeTile *>().constLast();
+        tile->setFocus();
+        QTest::keyClicks(tile, QStringLiteral("h"));
+        QCOMPARE(filter->text(), QStringLiteral("h"));
+        filter->setText(QStringLiteral("compare IMA"));
+        QCOMPARE(reached(), QStringLiteral("Image compare*"));
+        QVERIFY(!tile->isEnabled());
+        QTest::keyClick(filter, Qt::Key_Return);
+        QCOMPARE(chosen, QStringList{QStringLiteral("image")});
+
+        // All of the history is looked through.
+        filter->setText(QStringLiteral("june accounts"));
+        QCOMPARE(home.findChildren<TileButton *>(QStringLiteral("recentSession")).size(), 9);
+        QTest::keyClick(filter, Qt::Key_Return);
+        QCOMPARE(chosen.constLast(), QStringLiteral("7"));
+        filter->setText(QStringLiteral("nothing of the kind"));
+        QCOMPARE(reached(), QString());
+        QVERIFY(home.findChild<QLabel *>(QStringLiteral("recentNothing"))->isVisible());
+        QTest::keyClick(filter, Qt::Key_Return);
+        QCOMPARE(chosen.size(), 2);
+
+        QTest::keyClick(filter, Qt::Key_Escape);
+        QVERIFY(filter->text().isEmpty());
+        QTest::keyClick(filter, Qt::Key_Return);
+        QCOMPARE(chosen.size(), 2);
+        QTest::keyClick(filter, Qt::Key_Down);
+        QVERIFY(home.findChild<QWidget *>(QStringLiteral("homePrimaryRow"))->findChild<HomeTile *>()->hasFocus());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_End);
+        QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("recentSession"));
+    }
+
+    void findsKindsInBothLanguages()
+    {
+        const SessionKindRow &kind = sessionKind(QLatin1String("text"));
+        QVERIFY(kindMatches(kind, QString()));
+        QVERIFY(kindMatches(kind, QStringLiteral(" DIFF  text ")));
+        QVERIFY(!kindMatches(kind, QStringLiteral("text image")));
+        setCurrentLocale(QStringLiteral("zh_CN"));
+        installTranslator();
+        QVERIFY(kindMatches(kind, QStringLiteral("文本")));
+        QVERIFY(kindMatches(kind, QStringLiteral("比较 text")));
+        setCurrentLocale({});
+        installTranslator();
+    }
+
+    void aFileTileRefusesFolders()
+    {
+        HomePage home;
+        int dropped = 0;
+        connect(&home, &HomePage::pathsDropped, this, [&dropped] { ++dropped; });
+        QMimeData folder;
+        folder.setUrls({QUrl::fromLocalFile(QDir::rootPath())});
+        const auto tiles = home.findChildren<HomeTile *>();
+        int refusing = 0;
+        for (HomeTile *tile : tiles) {
+            QDragEnterEvent enter({5, 5}, Qt::CopyAction, &folder, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(tile, &enter);
+            QVERIFY(enter.isAccepted()); // or the tile could not say why
+            QDragMoveEvent move({6, 6}, Qt::CopyAction, &folder, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(tile, &move);
+            QCOMPARE(move.isAccepted(), !tile->row().filesOnly);
+            QDropEvent drop({6, 6}, Qt::CopyAction, &folder, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(tile, &drop);
+            QCOMPARE(drop.isAccepted(), !tile->row().filesOnly);
+            refusing += tile->row().filesOnly;
+        }
+        QVERIFY(refusing > 0);
+        QCOMPARE(dropped, tiles.size() - refusing);
     }
 
     void aTileTakesDroppedFiles()
