@@ -3,8 +3,10 @@
 #include "platform/peer_user.h"
 #include "platform/window_chrome.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QLocalSocket>
+#include <QStandardPaths>
 #include <QStringDecoder>
 #include <QTimer>
 
@@ -15,6 +17,7 @@ namespace {
 constexpr int connectTime = 500;
 constexpr int writeTime = 1000;
 constexpr int disconnectTime = 1000;
+constexpr int turnTime = 10000;
 
 /// Hears one connection out and ends it: with its message, or, when the time is over before the other side has closed,
 /// with what has arrived by then.
@@ -132,6 +135,22 @@ bool handOver(const QString &server, const QStringList &arguments)
     if (socket.state() != QLocalSocket::UnconnectedState)
         socket.waitForDisconnected(disconnectTime);
     return true;
+}
+
+StartTurn::StartTurn(const QString &server)
+{
+    // Not in a folder that all users share, where anybody could hold it.
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    if (folder.isEmpty() || !QDir().mkpath(folder))
+        return;
+    m_lock = std::make_unique<QLockFile>(folder + u'/' + server + QStringLiteral(".lock"));
+    m_lock->tryLock(turnTime);
+}
+
+void StartTurn::end()
+{
+    if (m_lock)
+        m_lock->unlock();
 }
 
 SingleInstanceServer::SingleInstanceServer(std::chrono::milliseconds patience, QObject *parent)

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <QLocalServer>
+#include <QLockFile>
 #include <QObject>
 #include <QQueue>
 #include <QStringList>
 
 #include <chrono>
+#include <memory>
 #include <optional>
 
 namespace velmora {
@@ -26,6 +28,21 @@ inline constexpr qint64 handOverLimit = 1024 * 1024;
 /// user or when the message would be too long: then this process has to do the work itself. Blocks for up to 500 ms for
 /// the connection and 1000 ms each for the message and the end; meant for a process that shows no window yet.
 [[nodiscard]] bool handOver(const QString &server, const QStringList &arguments);
+
+/// The turn of one start between the look for a running instance and being one: starts at the same time take it one
+/// after the other.
+///
+/// Waits for its turn up to 10 seconds. A start that died in its turn does not hold the others up. Where the turn
+/// cannot be taken, as in a folder without write permission, the start goes on without.
+class StartTurn final {
+public:
+    explicit StartTurn(const QString &server);
+    /// Ends the turn. The destructor does so too.
+    void end();
+
+private:
+    std::unique_ptr<QLockFile> m_lock;
+};
 
 /// The running instance's end: takes the argument lists that later starts hand over.
 ///

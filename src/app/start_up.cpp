@@ -57,6 +57,7 @@ QFont interfaceFont(const QString &locale, const QStringList &families)
 void dressApplication()
 {
     QCoreApplication::setApplicationName(QStringLiteral("Ostrafen"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("velmora"));
     loadLocale();
     installTranslator();
     setDisplayName();
@@ -91,6 +92,8 @@ int runApplication()
 {
     dressApplication();
     const QStringList arguments = QCoreApplication::arguments();
+    // Of two starts at the same time one has to wait until the other can be heard, or both would open a window.
+    StartTurn turn(singleInstanceServerName());
     if (handOver(singleInstanceServerName(), withAbsolutePaths(arguments, QDir::current())))
         return 0;
 
@@ -98,12 +101,17 @@ int runApplication()
     declareCommandLine(parser);
     // Its verdict is left aside: what it does not know is for the window to understand or to pass over.
     parser.parse(arguments);
-    if (parser.isSet(QStringLiteral("version")))
+    if (parser.isSet(QStringLiteral("version"))) {
+        turn.end();
         return answer(QStringLiteral("%1 %2").arg(QGuiApplication::applicationDisplayName(), applicationVersion()));
-    if (parser.isSet(QStringLiteral("help")) || parser.isSet(QStringLiteral("help-all")))
+    }
+    if (parser.isSet(QStringLiteral("help")) || parser.isSet(QStringLiteral("help-all"))) {
+        turn.end();
         return answer(parser.helpText());
+    }
 
     Tarnwick window(applyStartSwitches(startSwitches(parser)));
+    turn.end();
     window.show();
     window.handleArguments(arguments);
     window.offerRecovery();

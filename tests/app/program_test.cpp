@@ -68,6 +68,27 @@ private Q_SLOTS:
         QVERIFY(program.process.readAllStandardOutput().contains("Velmora — file and folder comparison"));
     }
 
+    // Both looked for the other before either could be heard, and two windows came up.
+    void ofManyStartsAtOnceOneStays()
+    {
+        std::vector<std::unique_ptr<Program>> programs;
+        for (int i = 0; i < 5; ++i) {
+            programs.push_back(std::make_unique<Program>(*m_home));
+            programs.back()->start({QStringLiteral("left-%1").arg(i), QStringLiteral("right-%1").arg(i)});
+        }
+        const auto running = [&programs] {
+            return std::count_if(programs.begin(), programs.end(),
+                                 [](const auto &program) { return program->process.state() != QProcess::NotRunning; });
+        };
+        QTRY_COMPARE_WITH_TIMEOUT(running(), 1, 60000);
+        QTRY_VERIFY_WITH_TIMEOUT(isListening(), 20000);
+        QCOMPARE(running(), 1);
+        for (const auto &program : programs) {
+            if (program->process.state() == QProcess::NotRunning)
+                QCOMPARE(program->process.exitCode(), 0);
+        }
+    }
+
     void aSecondStartHandsOver()
     {
         if (!hasProfile())
