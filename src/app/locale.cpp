@@ -3,6 +3,7 @@
 #include "core/settings_store.h"
 
 #include <QCoreApplication>
+#include <QLibraryInfo>
 #include <QTranslator>
 
 namespace velmora {
@@ -16,6 +17,19 @@ QString &current()
 {
     static QString code = QStringLiteral("en_US");
     return code;
+}
+
+/// The toolkit's own texts, as in its file dialogs. They come with the toolkit, or beside the program where that brings
+/// its own; without them these texts stay English.
+bool loadToolkitTexts(QTranslator &translator)
+{
+    const QString name = QStringLiteral("qtbase_") + currentLocale();
+    for (const QString &folder : {QCoreApplication::applicationDirPath() + QStringLiteral("/translations"),
+                                  QLibraryInfo::path(QLibraryInfo::TranslationsPath)}) {
+        if (translator.load(name, folder))
+            return true;
+    }
+    return false;
 }
 
 QString storedLocale()
@@ -53,15 +67,20 @@ void saveLocale()
 
 void installTranslator()
 {
-    static QPointer<QTranslator> translator;
-    if (translator)
-        QCoreApplication::removeTranslator(translator);
+    static QPointer<QTranslator> own;
+    static QPointer<QTranslator> toolkit;
+    for (QPointer<QTranslator> *translator : {&toolkit, &own}) {
+        if (*translator)
+            QCoreApplication::removeTranslator(*translator);
+        else
+            *translator = new QTranslator(QCoreApplication::instance());
+    }
     if (currentLocale().startsWith(QLatin1String("en")))
         return;
-    if (!translator)
-        translator = new QTranslator(QCoreApplication::instance());
-    if (translator->load(QStringLiteral(":/i18n/velmora_%1.qm").arg(currentLocale())))
-        QCoreApplication::installTranslator(translator);
+    if (loadToolkitTexts(*toolkit))
+        QCoreApplication::installTranslator(toolkit);
+    if (own->load(QStringLiteral(":/i18n/velmora_%1.qm").arg(currentLocale())))
+        QCoreApplication::installTranslator(own);
 }
 
 } // namespace velmora
