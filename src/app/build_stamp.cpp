@@ -1,10 +1,13 @@
 #include "app/build_stamp.h"
 
+/// Defined in a file that the build writes.
+extern const char velmoraBuildStamp[];
+
 namespace velmora {
 
 QString buildStamp()
 {
-    return QStringLiteral(__DATE__ " " __TIME__);
+    return QString::fromLatin1(velmoraBuildStamp);
 }
 
 } // namespace velmora

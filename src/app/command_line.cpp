@@ -39,6 +39,7 @@ constexpr char languageSwitch[] = "lang";
 constexpr char reportSwitch[] = "report";
 constexpr char leftSwitch[] = "as-left";
 constexpr char rightSwitch[] = "as-right";
+constexpr char workspaceSwitch[] = "workspace";
 
 /// A switch that takes a value.
 struct ValueSwitch {
@@ -47,7 +48,8 @@ struct ValueSwitch {
 };
 
 constexpr ValueSwitch valueSwitches[] = {
-    {languageSwitch, false}, {themeSwitch, false}, {reportSwitch, true}, {leftSwitch, true}, {rightSwitch, true},
+    {languageSwitch, false}, {themeSwitch, false}, {reportSwitch, true},
+    {leftSwitch, true},      {rightSwitch, true},  {workspaceSwitch, true},
 };
 
 /// One element of a command line: a switch with the value that belongs to it, or a path.
@@ -118,6 +120,8 @@ CommandLine parseCommandLine(const QStringList &arguments)
                 result.paths.append(element.value);
         } else if (element.name == QLatin1String(reportSwitch)) {
             result.report = element.value;
+        } else if (element.name == QLatin1String(workspaceSwitch)) {
+            result.workspace = element.value;
         } else if (element.name == QLatin1String(leftSwitch)) {
             result.picks.append({ExplorerPick::Side::Left, element.value});
         } else if (element.name == QLatin1String(rightSwitch)) {

@@ -25,6 +25,7 @@ struct CommandLine {
     QString report;                        ///< where the next comparison writes its report; empty for nowhere
     QString mode = QStringLiteral("auto"); ///< a session kind, or "auto"
     QString sessionFile;                   ///< to be opened in place of everything below; empty when there is none
+    QString workspace;                     ///< a workspace file, likewise
     QStringList paths;                     ///< none, one, or the first two
 
     friend bool operator==(const CommandLine &, const CommandLine &) = default;

@@ -1,6 +1,5 @@
 #include "app/options_dialog.h"
 
-#include "app/explorer_menu.h"
 #include "app/locale.h"
 #include "app/theme_preview.h"
 #include "core/settings_store.h"
@@ -37,9 +36,9 @@ QLabel *makeHeader(const QString &text)
 
 } // namespace
 
-OptionsDialog::OptionsDialog(bool dark, UserRegistry *registry, QWidget *parent)
+OptionsDialog::OptionsDialog(bool dark, ShellMenu menu, QWidget *parent)
     : QDialog(parent),
-      m_registry(registry),
+      m_menu(std::move(menu)),
       m_theme(new QComboBox),
       m_language(new QComboBox),
       m_explorer(new QCheckBox(Velmora::tr("Add Velmora to Explorer context menu"))),
@@ -79,7 +78,9 @@ OptionsDialog::OptionsDialog(bool dark, UserRegistry *registry, QWidget *parent)
     whole->setSpacing(12);
     whole->addLayout(centre, 1);
     whole->addLayout(buttons);
-    resize(usualSize);
+    // Wrapped texts have no height until they have a width.
+    const int width = std::max(usualSize.width(), sizeHint().width());
+    resize(width, std::max(usualSize.height(), whole->totalHeightForWidth(width)));
 }
 
 void OptionsDialog::reject()
@@ -128,8 +129,8 @@ QWidget *OptionsDialog::makeAppearancePage()
 QWidget *OptionsDialog::makeIntegrationPage()
 {
     m_explorer->setObjectName(QStringLiteral("optionExplorer"));
-    m_explorer->setEnabled(m_registry);
-    m_explorer->setChecked(m_registry && isExplorerMenuRegistered(*m_registry));
+    m_explorer->setEnabled(m_menu.isThere());
+    m_explorer->setChecked(m_menu.isThere() && m_menu.isRegistered());
 
     auto *explanation = new QLabel(Velmora::tr(
         "When enabled, Explorer shows:\n  · Velmora: set as left side\n  · Velmora: set as right side\nSet left "
@@ -142,6 +143,15 @@ QWidget *OptionsDialog::makeIntegrationPage()
     lines->setSpacing(10);
     lines->addWidget(m_explorer);
     lines->addWidget(explanation);
+    if (!m_menu.folder.isEmpty()) {
+        auto *here = new QLabel(Velmora::tr("On this system: entries for Dolphin, Nautilus, Nemo and PCManFM, an entry "
+                                            "in the menu of applications, and the file types of sessions and "
+                                            "workspaces, all kept below %1.")
+                                    .arg(QDir::toNativeSeparators(m_menu.folder)));
+        here->setTextFormat(Qt::PlainText);
+        here->setWordWrap(true);
+        lines->addWidget(here);
+    }
     auto *page = new QWidget;
     auto *column = new QVBoxLayout(page);
     column->setContentsMargins(0, 0, 0, 0);
@@ -184,11 +194,11 @@ void OptionsDialog::applyLanguage()
 
 bool OptionsDialog::applyExplorerMenu()
 {
-    if (!m_registry || m_explorer->isChecked() == isExplorerMenuRegistered(*m_registry))
+    if (!m_menu.isThere() || m_explorer->isChecked() == m_menu.isRegistered())
         return true;
     if (!m_explorer->isChecked())
-        return unregisterExplorerMenu(*m_registry);
-    if (registerExplorerMenu(*m_registry, QCoreApplication::applicationFilePath()))
+        return m_menu.unregisterMenu();
+    if (m_menu.registerMenu(QCoreApplication::applicationFilePath()))
         return true;
     Dialogs::instance().tell(
         this, Dialogs::Tone::Warning, Velmora::tr("Registration failed"),

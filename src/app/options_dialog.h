@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/shell_menu.h"
+
 #include <QDialog>
 
 class QCheckBox;
@@ -7,18 +9,15 @@ class QComboBox;
 
 namespace velmora {
 
-class UserRegistry;
-
-/// The options of the interface: theme, language, and the entries in Explorer's context menu.
+/// The options of the interface: theme, language, and the entries in the file manager's context menu.
 ///
 /// A theme is worn as soon as it is chosen; Cancel brings the old one back. Apply stores everything and closes, unless
 /// the context menu could not be written.
 class OptionsDialog final : public QDialog {
     Q_OBJECT
 public:
-    /// `dark` tells the theme worn now. Without a `registry`, which outlives the dialog, the context menu cannot be
-    /// chosen.
-    OptionsDialog(bool dark, UserRegistry *registry, QWidget *parent = nullptr);
+    /// `dark` tells the theme worn now. Where there is no context menu, it cannot be chosen.
+    OptionsDialog(bool dark, ShellMenu menu, QWidget *parent = nullptr);
 
     void reject() override;
 
@@ -35,7 +34,7 @@ private:
     void applyLanguage();
     [[nodiscard]] bool applyExplorerMenu();
 
-    UserRegistry *m_registry;
+    ShellMenu m_menu;
     QComboBox *m_theme;
     QComboBox *m_language;
     QCheckBox *m_explorer;

@@ -14,9 +14,9 @@
 #include "app/session_library.h"
 #include "app/session_panel.h"
 #include "app/session_tabs.h"
+#include "app/shell_menu.h"
 #include "app/window_fit.h"
 #include "core/settings_store.h"
-#include "platform/user_registry.h"
 #include "platform/window_chrome.h"
 #include "session/dialogs.h"
 #include "session/session_widget.h"
@@ -173,6 +173,8 @@ void Tarnwick::handleArguments(const QStringList &arguments)
     }
     if (!line.sessionFile.isEmpty()) {
         m_library->offerSessionFile(absoluteForm(line.sessionFile));
+    } else if (!line.workspace.isEmpty()) {
+        m_library->openWorkspace(absoluteForm(line.workspace));
     } else if (line.paths.size() == 2) {
         openCompare(line.mode, absoluteForm(line.paths[0]), absoluteForm(line.paths[1]));
         m_explorerLeft.clear();
@@ -253,10 +255,10 @@ void Tarnwick::openDropped(const SessionKindRow &kind, const QStringList &paths)
 {
     const SessionPaths sides = sidesOf(kind, paths);
     SessionWidget *session = addSession(kind, sessionTitle(kind, sides), sides);
-    if (paths.size() > kind.sides)
-        showStatus(Velmora::tr("%1 paths dropped; this session takes %2").arg(paths.size()).arg(kind.sides));
     if (kind.sides == 1 || kind.lonePath == LonePath::Any || !sides.right.isEmpty())
         session->start();
+    if (paths.size() > kind.sides)
+        showStatus(Velmora::tr("%1 paths dropped; this session takes %2").arg(paths.size()).arg(kind.sides));
 }
 
 SessionWidget *Tarnwick::addSession(const SessionKindRow &kind, const QString &title, const SessionPaths &paths)
@@ -423,7 +425,7 @@ void Tarnwick::onCloseCurrentTab()
 
 void Tarnwick::onOptions()
 {
-    auto *dialog = new OptionsDialog(m_darkTheme, UserRegistry::system(), this);
+    auto *dialog = new OptionsDialog(m_darkTheme, systemShellMenu(), this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(dialog, &OptionsDialog::themeChosen, this, &Tarnwick::applyWindowTheme);
     dialog->open();

@@ -18,6 +18,8 @@ QString dump(const CommandLine &line)
         parts.append(QStringLiteral("report=") + line.report);
     if (!line.sessionFile.isEmpty())
         parts.append(QStringLiteral("session=") + line.sessionFile);
+    if (!line.workspace.isEmpty())
+        parts.append(QStringLiteral("workspace=") + line.workspace);
     parts.append(line.mode);
     return (parts + line.paths).join(u' ');
 }
@@ -59,6 +61,7 @@ private Q_SLOTS:
         row("--browse a", "archivebrowse a");
         row("--as-left a", "left=a auto");
         row("--as-right b --as-left a", "right=b left=a auto");
+        row("--workspace desk a", "workspace=desk auto a");
         row("a --as-left", "auto a");
         row("--as-left --diff", "left=--diff auto");
         row("--report r.html --diff a b", "report=r.html text a b");

@@ -3,6 +3,7 @@
 #include "app/locale.h"
 #include "app/options_dialog.h"
 #include "app/scripted_dialogs.h"
+#include "app/shell_menu.h"
 #include "core/settings_store.h"
 #include "platform/user_registry.h"
 #include "session/folder_colours.h"
@@ -42,7 +43,7 @@ public:
 
 /// The options over a theme that follows them, as it does in the main window.
 struct OpenOptions {
-    explicit OpenOptions(bool dark) : dialog(dark, &registry)
+    explicit OpenOptions(bool dark) : dialog(dark, registryShellMenu(registry))
     {
         applyTheme(dark);
         QObject::connect(&dialog, &OptionsDialog::themeChosen, &dialog, [](bool chosen) { applyTheme(chosen); });
@@ -162,7 +163,7 @@ private Q_SLOTS:
 
     void withoutARegistryThereIsNothingToSwitch()
     {
-        OptionsDialog dialog(false, nullptr);
+        OptionsDialog dialog(false, {});
         QVERIFY(!dialog.findChild<QCheckBox *>(QStringLiteral("optionExplorer"))->isEnabled());
     }
 
