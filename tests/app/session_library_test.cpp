@@ -553,14 +553,14 @@ private Q_SLOTS:
     void aSessionFileWinsOnTheCommandLine()
     {
         const QString path =
-            write("x.kvsession", R"({"type":"folder","name":"Named","leftPath":"/a","rightPath":"/b"})");
+            write("x.kvsession", R"({"type":"sync","name":"Named","leftPath":"/a","rightPath":"/b"})");
         ScriptedDialogs dialogs;
         Tarnwick window;
         const QStringList arguments = {QStringLiteral("velmora"), QStringLiteral("--binary"), QStringLiteral("/p"),
                                        path, QStringLiteral("/q")};
         // Whoever wrote the file and named it here: what it would open is shown first.
         window.handleArguments(arguments);
-        QCOMPARE(dialogs.said, QStringList{QStringLiteral("Open session: Open this session?\n\nType: Folder compare\n"
+        QCOMPARE(dialogs.said, QStringList{QStringLiteral("Open session: Open this session?\n\nType: Folder sync\n"
                                                           "Left: /a\nRight: /b [Yes]")});
         const auto *tabs = window.findChild<SessionTabs *>();
         QCOMPARE(tabs->count(), 1);
