@@ -463,7 +463,10 @@ bool LineScanner::takeWord()
     if (!starts)
         return false;
     const qsizetype behind = behindWord(m_at + 1);
-    SyntaxRole role = here.words.roleOf(m_line.sliced(m_at, behind - m_at));
+    // A member may have the name of a keyword; what follows two points is none.
+    const bool isMember =
+        m_at > 0 && m_line[m_at - 1] == u'.' && !(m_at > 1 && (m_line[m_at - 2] == u'.' || m_line[m_at - 2] == u' '));
+    SyntaxRole role = isMember ? SyntaxRole::Text : here.words.roleOf(m_line.sliced(m_at, behind - m_at));
     const bool isKeyword = role == SyntaxRole::Keyword;
     if (role == SyntaxRole::Text) {
         const qsizetype next = behindBlanks(behind);

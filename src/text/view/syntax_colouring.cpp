@@ -11,7 +11,9 @@ namespace velmora {
 namespace {
 
 // Reading a million units takes about ten milliseconds.
-constexpr qsizetype unitsPerFrame = 256 * 1024;
+constexpr qsizetype unitsPerFrame = 128 * 1024;
+// What is farther away from what is known is left to the worker altogether.
+constexpr qsizetype linesAtOnce = 2000;
 // More rows than the tallest screens show in the smallest font, and what leads to them, several times over.
 constexpr qsizetype keptLines = 4096;
 // What the worker reads beyond the lines in sight, so that scrolling on does not wait for it again.
@@ -100,7 +102,9 @@ const ColouredLine *SyntaxColouring::colour(qsizetype line)
     if (above != m_known.constEnd()) {
         from.state = above->end;
     } else {
-        m_budget -= m_checkpoints.extend(*m_definition, text(), line, m_budget);
+        // While the worker runs, it would be in vain: what it finds takes the place of what is known here.
+        if (!m_runner.isRunning() && line - m_checkpoints.before(line).line <= linesAtOnce)
+            m_budget -= m_checkpoints.extend(*m_definition, text(), line, m_budget);
         if (!m_checkpoints.reaches(line)) {
             m_wanted = std::max(m_wanted, line);
             return nullptr;
