@@ -2029,7 +2029,7 @@ Restore them? The files themselves stay as they are until you save.</source>
     </message>
     <message>
         <source>Comparing folders...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在比较文件夹…</translation>
     </message>
     <message>
         <source>%1 copy: %2 -&gt; %3</source>
@@ -2761,651 +2761,651 @@ Read-only: %5</source>
     </message>
     <message>
         <source>Refresh</source>
-        <translation type="unfinished"></translation>
+        <translation>刷新</translation>
     </message>
     <message>
         <source>Reload folder listing</source>
-        <translation type="unfinished"></translation>
+        <translation>重新读取文件夹列表</translation>
     </message>
     <message>
         <source>Cancel the current comparison</source>
-        <translation type="unfinished"></translation>
+        <translation>取消当前比较</translation>
     </message>
     <message>
         <source>Swap left and right sides</source>
-        <translation type="unfinished"></translation>
+        <translation>交换左右两侧</translation>
     </message>
     <message>
         <source>Show all entries</source>
-        <translation type="unfinished"></translation>
+        <translation>显示全部条目</translation>
     </message>
     <message>
         <source>Diff</source>
-        <translation type="unfinished"></translation>
+        <translation>差异</translation>
     </message>
     <message>
         <source>Show entries that differ, and the folders around them</source>
-        <translation type="unfinished"></translation>
+        <translation>显示有差异的条目及其所在的文件夹</translation>
     </message>
     <message>
         <source>Same</source>
-        <translation type="unfinished"></translation>
+        <translation>相同</translation>
     </message>
     <message>
         <source>Show files that are the same</source>
-        <translation type="unfinished"></translation>
+        <translation>显示相同的文件</translation>
     </message>
     <message>
         <source>Expand</source>
-        <translation type="unfinished"></translation>
+        <translation>展开</translation>
     </message>
     <message>
         <source>Expand all subfolders</source>
-        <translation type="unfinished"></translation>
+        <translation>展开所有子文件夹</translation>
     </message>
     <message>
         <source>Collapse</source>
-        <translation type="unfinished"></translation>
+        <translation>折叠</translation>
     </message>
     <message>
         <source>Collapse all subfolders</source>
-        <translation type="unfinished"></translation>
+        <translation>折叠所有子文件夹</translation>
     </message>
     <message>
         <source>Copy selected items from left to right</source>
-        <translation type="unfinished"></translation>
+        <translation>将选中项从左侧复制到右侧</translation>
     </message>
     <message>
         <source>Copy selected items from right to left</source>
-        <translation type="unfinished"></translation>
+        <translation>将选中项从右侧复制到左侧</translation>
     </message>
     <message>
         <source>Move to folder...</source>
-        <translation type="unfinished"></translation>
+        <translation>移动到文件夹…</translation>
     </message>
     <message>
         <source>Copy to folder...</source>
-        <translation type="unfinished"></translation>
+        <translation>复制到文件夹…</translation>
     </message>
     <message>
         <source>Delete...</source>
-        <translation type="unfinished"></translation>
+        <translation>删除…</translation>
     </message>
     <message>
         <source>Delete for good...</source>
-        <translation type="unfinished"></translation>
+        <translation>永久删除…</translation>
     </message>
     <message>
         <source>Rename...</source>
-        <translation type="unfinished"></translation>
+        <translation>重命名…</translation>
     </message>
     <message>
         <source>New folder...</source>
-        <translation type="unfinished"></translation>
+        <translation>新建文件夹…</translation>
     </message>
     <message>
         <source>Mirror to the right...</source>
-        <translation type="unfinished"></translation>
+        <translation>镜像到右侧…</translation>
     </message>
     <message>
         <source>Mirror to the left...</source>
-        <translation type="unfinished"></translation>
+        <translation>镜像到左侧…</translation>
     </message>
     <message>
         <source>Update the right side...</source>
-        <translation type="unfinished"></translation>
+        <translation>更新右侧…</translation>
     </message>
     <message>
         <source>Update the left side...</source>
-        <translation type="unfinished"></translation>
+        <translation>更新左侧…</translation>
     </message>
     <message>
         <source>Update both sides...</source>
-        <translation type="unfinished"></translation>
+        <translation>更新两侧…</translation>
     </message>
     <message>
         <source>Undo the last operation</source>
-        <translation type="unfinished"></translation>
+        <translation>撤销上一次操作</translation>
     </message>
     <message>
         <source>Show in file manager</source>
-        <translation type="unfinished"></translation>
+        <translation>在文件管理器中显示</translation>
     </message>
     <message>
         <source>Compare contents...</source>
-        <translation type="unfinished"></translation>
+        <translation>比较内容…</translation>
     </message>
     <message>
         <source>Align with other side</source>
-        <translation type="unfinished"></translation>
+        <translation>与另一侧对齐</translation>
     </message>
     <message>
         <source>Synchronise these folders</source>
-        <translation type="unfinished"></translation>
+        <translation>同步这两个文件夹</translation>
     </message>
     <message>
         <source>Size and date filters...</source>
-        <translation type="unfinished"></translation>
+        <translation>大小和日期过滤…</translation>
     </message>
     <message>
         <source>Filter by name</source>
-        <translation type="unfinished"></translation>
+        <translation>按名称过滤</translation>
     </message>
     <message>
         <source>Actions</source>
-        <translation type="unfinished"></translation>
+        <translation>操作</translation>
     </message>
     <message>
         <source>Compare actions</source>
-        <translation type="unfinished"></translation>
+        <translation>比较操作</translation>
     </message>
     <message>
         <source>Rules</source>
-        <translation type="unfinished"></translation>
+        <translation>规则</translation>
     </message>
     <message>
         <source>Session settings: rules, filters, handling</source>
-        <translation type="unfinished"></translation>
+        <translation>会话设置：规则、过滤、处理方式</translation>
     </message>
     <message>
         <source>Preset</source>
-        <translation type="unfinished"></translation>
+        <translation>预设</translation>
     </message>
     <message>
         <source>Built-in comparison presets</source>
-        <translation type="unfinished"></translation>
+        <translation>内置比较预设</translation>
     </message>
     <message>
         <source>Export</source>
-        <translation type="unfinished"></translation>
+        <translation>导出</translation>
     </message>
     <message>
         <source>Export diff report as HTML</source>
-        <translation type="unfinished"></translation>
+        <translation>将差异报告导出为 HTML</translation>
     </message>
     <message>
         <source>Filter bar</source>
-        <translation type="unfinished"></translation>
+        <translation>过滤栏</translation>
     </message>
     <message>
         <source>Show the filter bar</source>
-        <translation type="unfinished"></translation>
+        <translation>显示过滤栏</translation>
     </message>
     <message>
         <source>Log</source>
-        <translation type="unfinished"></translation>
+        <translation>日志</translation>
     </message>
     <message>
         <source>Show the action log</source>
-        <translation type="unfinished"></translation>
+        <translation>显示操作日志</translation>
     </message>
     <message>
         <source>Color and symbol legend</source>
-        <translation type="unfinished"></translation>
+        <translation>颜色和符号图例</translation>
     </message>
     <message>
         <source>A folder and a file of the same name cannot be compared</source>
-        <translation type="unfinished"></translation>
+        <translation>同名的文件夹与文件无法比较</translation>
     </message>
     <message>
         <source>No further difference</source>
-        <translation type="unfinished"></translation>
+        <translation>后面没有更多差异</translation>
     </message>
     <message>
         <source>No earlier difference</source>
-        <translation type="unfinished"></translation>
+        <translation>前面没有更多差异</translation>
     </message>
     <message>
         <source>Open in a new tab</source>
-        <translation type="unfinished"></translation>
+        <translation>在新标签页中打开</translation>
     </message>
     <message>
         <source>Open as text</source>
-        <translation type="unfinished"></translation>
+        <translation>以文本方式打开</translation>
     </message>
     <message>
         <source>Open as hex</source>
-        <translation type="unfinished"></translation>
+        <translation>以十六进制方式打开</translation>
     </message>
     <message>
         <source>Exclude by name</source>
-        <translation type="unfinished"></translation>
+        <translation>按名称排除</translation>
     </message>
     <message>
         <source>Ignore by name</source>
-        <translation type="unfinished"></translation>
+        <translation>按名称忽略</translation>
     </message>
     <message>
         <source>Entries of this name are shown and count as no difference</source>
-        <translation type="unfinished"></translation>
+        <translation>显示此名称的条目，但不计为差异</translation>
     </message>
     <message>
         <source>Copy left path</source>
-        <translation type="unfinished"></translation>
+        <translation>复制左侧路径</translation>
     </message>
     <message>
         <source>Copy right path</source>
-        <translation type="unfinished"></translation>
+        <translation>复制右侧路径</translation>
     </message>
     <message>
         <source>Show excluded names again (%1)</source>
-        <translation type="unfinished"></translation>
+        <translation>重新显示已排除的名称（%1）</translation>
     </message>
     <message>
         <source>Select left folder</source>
-        <translation type="unfinished"></translation>
+        <translation>选择左侧文件夹</translation>
     </message>
     <message>
         <source>Select right folder</source>
-        <translation type="unfinished"></translation>
+        <translation>选择右侧文件夹</translation>
     </message>
     <message>
         <source>left</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧</translation>
     </message>
     <message>
         <source>right</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧</translation>
     </message>
     <message>
         <source>Wrote %1 side path: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>已写入%1路径：%2</translation>
     </message>
     <message>
         <source>Both paths set; loading directories</source>
-        <translation type="unfinished"></translation>
+        <translation>两侧路径均已设置；正在加载目录</translation>
     </message>
     <message>
         <source>Select two folders to compare</source>
-        <translation type="unfinished"></translation>
+        <translation>请选择两个要比较的文件夹</translation>
     </message>
     <message>
         <source>Waiting for other side (only %1 set)</source>
-        <translation type="unfinished"></translation>
+        <translation>等待另一侧（仅设置了%1）</translation>
     </message>
     <message>
         <source>Only folders can be compared here; this is a file: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>此处只能比较文件夹；这是一个文件：%1</translation>
     </message>
     <message>
         <source>%1 load dirs: %2 &lt;-&gt; %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 加载目录：%2 &lt;-&gt; %3</translation>
     </message>
     <message>
         <source>Reading directories...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在读取目录…</translation>
     </message>
     <message>
         <source>%1 tree mode: %2 items (folders %3, nested %4)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 树形模式：%2 项（文件夹 %3，嵌套 %4）</translation>
     </message>
     <message>
         <source>%1 compare cancelled</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 比较已取消</translation>
     </message>
     <message>
         <source>%1 files compared, no differences</source>
-        <translation type="unfinished"></translation>
+        <translation>已比较 %1 个文件，没有差异</translation>
     </message>
     <message>
         <source>%1 files compared, %2 differences</source>
-        <translation type="unfinished"></translation>
+        <translation>已比较 %1 个文件，%2 处差异</translation>
     </message>
     <message>
         <source>%1; %2 could not be read</source>
-        <translation type="unfinished"></translation>
+        <translation>%1；%2 项无法读取</translation>
     </message>
     <message>
         <source>Cannot read folder: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法读取文件夹：%1</translation>
     </message>
     <message>
         <source>Link to a folder that contains it, not followed: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>链接指向包含它的文件夹，未跟随：%1</translation>
     </message>
     <message>
         <source>... and %1 more</source>
-        <translation type="unfinished"></translation>
+        <translation>… 以及另外 %1 项</translation>
     </message>
     <message>
         <source>Folder not found: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>找不到文件夹：%1</translation>
     </message>
     <message>
         <source>Try again</source>
-        <translation type="unfinished"></translation>
+        <translation>重试</translation>
     </message>
     <message>
         <source>%1 navigate: %2 &lt;-&gt; %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 进入：%2 &lt;-&gt; %3</translation>
     </message>
     <message>
         <source>There is no folder above both sides</source>
-        <translation type="unfinished"></translation>
+        <translation>两侧之上没有上级文件夹</translation>
     </message>
     <message>
         <source>%1 expand: %2 (%3 items)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 展开：%2（%3 项）</translation>
     </message>
     <message>
         <source>%1 expand all subfolders recursively</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 递归展开所有子文件夹</translation>
     </message>
     <message>
         <source>Drop a folder on each side, or enter the two paths above.</source>
-        <translation type="unfinished"></translation>
+        <translation>将文件夹拖放到左右两侧，或在上方输入两个路径。</translation>
     </message>
     <message>
         <source>Drop a folder on the other side, or enter its path above.</source>
-        <translation type="unfinished"></translation>
+        <translation>将文件夹拖放到另一侧，或在上方输入其路径。</translation>
     </message>
     <message>
         <source>Both folders are empty.</source>
-        <translation type="unfinished"></translation>
+        <translation>两个文件夹都是空的。</translation>
     </message>
     <message>
         <source>Filters hide all %1 entries.</source>
-        <translation type="unfinished"></translation>
+        <translation>过滤器隐藏了全部 %1 个条目。</translation>
     </message>
     <message>
         <source>Session settings...</source>
-        <translation type="unfinished"></translation>
+        <translation>会话设置…</translation>
     </message>
     <message>
         <source>There are no differences.</source>
-        <translation type="unfinished"></translation>
+        <translation>没有差异。</translation>
     </message>
     <message>
         <source>No file is the same on both sides.</source>
-        <translation type="unfinished"></translation>
+        <translation>没有两侧相同的文件。</translation>
     </message>
     <message>
         <source>%1 entries read</source>
-        <translation type="unfinished"></translation>
+        <translation>已读取 %1 个条目</translation>
     </message>
     <message>
         <source>%1 of %2 compared</source>
-        <translation type="unfinished"></translation>
+        <translation>已比较 %1 / %2</translation>
     </message>
     <message>
         <source>%1 selected</source>
-        <translation type="unfinished"></translation>
+        <translation>已选中 %1 项</translation>
     </message>
     <message>
         <source>Left folder path...</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧文件夹路径…</translation>
     </message>
     <message>
         <source>Right folder path...</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧文件夹路径…</translation>
     </message>
     <message>
         <source>Browse left folder</source>
-        <translation type="unfinished"></translation>
+        <translation>浏览左侧文件夹</translation>
     </message>
     <message>
         <source>Browse right folder</source>
-        <translation type="unfinished"></translation>
+        <translation>浏览右侧文件夹</translation>
     </message>
     <message>
         <source>Go up to the folders around (Backspace)</source>
-        <translation type="unfinished"></translation>
+        <translation>转到上级文件夹（Backspace）</translation>
     </message>
     <message>
         <source>This side is read-only</source>
-        <translation type="unfinished"></translation>
+        <translation>此侧为只读</translation>
     </message>
     <message>
         <source>Folder compare ready: drag folders from Explorer to the left/right pane.</source>
-        <translation type="unfinished"></translation>
+        <translation>文件夹比较已就绪：可从资源管理器将文件夹拖到左/右窗格。</translation>
     </message>
     <message>
         <source>%1 hidden by filters</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 项被过滤器隐藏</translation>
     </message>
     <message>
         <source>Not enough memory to compare these folders</source>
-        <translation type="unfinished"></translation>
+        <translation>内存不足，无法比较这些文件夹</translation>
     </message>
     <message>
         <source>All files (* *)</source>
-        <translation type="unfinished"></translation>
+        <translation>所有文件 (* *)</translation>
     </message>
     <message>
         <source>C++ source (*.cpp;*.hpp;*.c;*.h;*.cc)</source>
-        <translation type="unfinished"></translation>
+        <translation>C++ 源代码 (*.cpp;*.hpp;*.c;*.h;*.cc)</translation>
     </message>
     <message>
         <source>Delphi source (*.pas;*.inc;*.dfm;*.nfm;*.xfm;*.dpr;*.dpk)</source>
-        <translation type="unfinished"></translation>
+        <translation>Delphi 源代码 (*.pas;*.inc;*.dfm;*.nfm;*.xfm;*.dpr;*.dpk)</translation>
     </message>
     <message>
         <source>HTML source (*.htm;*.html;*.xml;*.jpg;*.gif;*.png)</source>
-        <translation type="unfinished"></translation>
+        <translation>HTML 源文件 (*.htm;*.html;*.xml;*.jpg;*.gif;*.png)</translation>
     </message>
     <message>
         <source>Java source (*.java;*.ji;*.jit)</source>
-        <translation type="unfinished"></translation>
+        <translation>Java 源代码 (*.java;*.ji;*.jit)</translation>
     </message>
     <message>
         <source>File name filter; wildcards * and ?; separate patterns with semicolons</source>
-        <translation type="unfinished"></translation>
+        <translation>文件名过滤；可用通配符 * 和 ?；多个模式用分号分隔</translation>
     </message>
     <message>
         <source>Advanced...</source>
-        <translation type="unfinished"></translation>
+        <translation>高级…</translation>
     </message>
     <message>
         <source>Set size and date range filters</source>
-        <translation type="unfinished"></translation>
+        <translation>设置大小和日期范围过滤</translation>
     </message>
     <message>
         <source>Filter:</source>
-        <translation type="unfinished"></translation>
+        <translation>过滤：</translation>
     </message>
     <message>
         <source>size or date limits</source>
-        <translation type="unfinished"></translation>
+        <translation>大小或日期限制</translation>
     </message>
     <message>
         <source>%1 hidden</source>
-        <translation type="unfinished"></translation>
+        <translation>隐藏 %1 项</translation>
     </message>
     <message>
         <source>, </source>
-        <translation type="unfinished"></translation>
+        <translation>，</translation>
     </message>
     <message>
         <source>Action log</source>
-        <translation type="unfinished"></translation>
+        <translation>操作日志</translation>
     </message>
     <message>
         <source>Copy the log</source>
-        <translation type="unfinished"></translation>
+        <translation>复制日志</translation>
     </message>
     <message>
         <source>Save the log...</source>
-        <translation type="unfinished"></translation>
+        <translation>保存日志…</translation>
     </message>
     <message>
         <source>Hide the log</source>
-        <translation type="unfinished"></translation>
+        <translation>隐藏日志</translation>
     </message>
     <message>
         <source>Save the log</source>
-        <translation type="unfinished"></translation>
+        <translation>保存日志</translation>
     </message>
     <message>
         <source>Text files (*.txt)</source>
-        <translation type="unfinished"></translation>
+        <translation>文本文件 (*.txt)</translation>
     </message>
     <message>
         <source>Velmora — folder diff report</source>
-        <translation type="unfinished"></translation>
+        <translation>Velmora — 文件夹差异报告</translation>
     </message>
     <message>
         <source>Velmora folder diff report</source>
-        <translation type="unfinished"></translation>
+        <translation>Velmora 文件夹差异报告</translation>
     </message>
     <message>
         <source>Status</source>
-        <translation type="unfinished"></translation>
+        <translation>状态</translation>
     </message>
     <message>
         <source>Left size</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧大小</translation>
     </message>
     <message>
         <source>Right size</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧大小</translation>
     </message>
     <message>
         <source>Left modified</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧修改时间</translation>
     </message>
     <message>
         <source>Right modified</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧修改时间</translation>
     </message>
     <message>
         <source>Left only</source>
-        <translation type="unfinished"></translation>
+        <translation>仅左侧</translation>
     </message>
     <message>
         <source>Right only</source>
-        <translation type="unfinished"></translation>
+        <translation>仅右侧</translation>
     </message>
     <message>
         <source>Different</source>
-        <translation type="unfinished"></translation>
+        <translation>不同</translation>
     </message>
     <message>
         <source>Total: %1 items | Same: %2 | Different: %3 | Left only: %4 | Right only: %5</source>
-        <translation type="unfinished"></translation>
+        <translation>共 %1 项 | 相同：%2 | 不同：%3 | 仅左侧：%4 | 仅右侧：%5</translation>
     </message>
     <message>
         <source>newer or different files</source>
-        <translation type="unfinished"></translation>
+        <translation>较新或不同的文件</translation>
     </message>
     <message>
         <source>older files</source>
-        <translation type="unfinished"></translation>
+        <translation>较旧的文件</translation>
     </message>
     <message>
         <source>unique files</source>
-        <translation type="unfinished"></translation>
+        <translation>单侧独有的文件</translation>
     </message>
     <message>
         <source>files not compared yet</source>
-        <translation type="unfinished"></translation>
+        <translation>尚未比较的文件</translation>
     </message>
     <message>
         <source>contains %1</source>
-        <translation type="unfinished"></translation>
+        <translation>包含%1</translation>
     </message>
     <message>
         <source>Not compared yet</source>
-        <translation type="unfinished"></translation>
+        <translation>尚未比较</translation>
     </message>
     <message>
         <source>Being compared</source>
-        <translation type="unfinished"></translation>
+        <translation>正在比较</translation>
     </message>
     <message>
         <source>All that is in it is on the left only</source>
-        <translation type="unfinished"></translation>
+        <translation>其中的内容都只在左侧</translation>
     </message>
     <message>
         <source>All that is in it is on the right only</source>
-        <translation type="unfinished"></translation>
+        <translation>其中的内容都只在右侧</translation>
     </message>
     <message>
         <source>Different: left %1; right %2</source>
-        <translation type="unfinished"></translation>
+        <translation>不同：左侧%1；右侧%2</translation>
     </message>
     <message>
         <source>Different; the right one is newer</source>
-        <translation type="unfinished"></translation>
+        <translation>不同；右侧较新</translation>
     </message>
     <message>
         <source>Different; the left one is newer</source>
-        <translation type="unfinished"></translation>
+        <translation>不同；左侧较新</translation>
     </message>
     <message>
         <source>Could not be read, or not to its end</source>
-        <translation type="unfinished"></translation>
+        <translation>无法读取，或无法完整读取</translation>
     </message>
     <message>
         <source>Ignored: counts as no difference</source>
-        <translation type="unfinished"></translation>
+        <translation>已忽略：不计为差异</translation>
     </message>
     <message>
         <source>Size: %1 bytes</source>
-        <translation type="unfinished"></translation>
+        <translation>大小：%1 字节</translation>
     </message>
     <message>
         <source>Modified: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>修改时间：%1</translation>
     </message>
     <message>
         <source>Modified</source>
-        <translation type="unfinished"></translation>
+        <translation>修改时间</translation>
     </message>
     <message>
         <source>Same: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>相同：%1</translation>
     </message>
     <message>
         <source>Different: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>不同：%1</translation>
     </message>
     <message>
         <source>Left only: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>仅左侧：%1</translation>
     </message>
     <message>
         <source>Right only: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>仅右侧：%1</translation>
     </message>
     <message>
         <source>Not compared: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>未比较：%1</translation>
     </message>
     <message>
         <source>Hidden: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>隐藏：%1</translation>
     </message>
     <message>
         <source>Files that are shown, and entries that filters hide</source>
-        <translation type="unfinished"></translation>
+        <translation>显示的文件数，以及被过滤器隐藏的条目数</translation>
     </message>
     <message>
         <source>Left folder</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧文件夹</translation>
     </message>
     <message>
         <source>Right folder</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧文件夹</translation>
     </message>
     <message>
         <source>Treat as equal</source>
-        <translation type="unfinished"></translation>
+        <translation>视为相同</translation>
     </message>
     <message>
         <source>Hide this remark</source>
-        <translation type="unfinished"></translation>
+        <translation>隐藏此提示</translation>
     </message>
     <message>
         <source>%1 files differ only by exactly 1 hour in their times</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 个文件仅修改时间正好相差 1 小时</translation>
     </message>
     <message>
         <source>%1 files differ only by up to 2 seconds in their times</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 个文件仅修改时间相差不超过 2 秒</translation>
     </message>
     <message>
         <source>Sets the time tolerance of this session to %1 seconds: files of equal size whose times are that close count as equal without being read</source>
-        <translation type="unfinished"></translation>
+        <translation>将本会话的时间容差设为 %1 秒：大小相同且时间相差在此范围内的文件不再读取内容，直接视为相同</translation>
     </message>
     <message>
         <source>Files of equal size and modification time are the same without being read. Of other files of equal size the content decides.</source>
@@ -3839,27 +3839,27 @@ Save them?</source>
     </message>
     <message>
         <source>CRC</source>
-        <translation type="unfinished"></translation>
+        <translation>CRC</translation>
     </message>
     <message>
         <source>rules</source>
-        <translation type="unfinished"></translation>
+        <translation>规则</translation>
     </message>
     <message>
         <source>Comparing contents (%1)...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在比较内容（%1）…</translation>
     </message>
     <message>
         <source>%1 content compare (%2): %3 &lt;-&gt; %4</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 内容比较（%2）：%3 &lt;-&gt; %4</translation>
     </message>
     <message>
         <source>Contents compared: %1 same, %2 different</source>
-        <translation type="unfinished"></translation>
+        <translation>内容已比较：%1 个相同，%2 个不同</translation>
     </message>
     <message>
         <source>%1 manual align: %2 &lt;-&gt; %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 手动对齐：%2 &lt;-&gt; %3</translation>
     </message>
     <message>
         <source>too slow an expression for %1 lines</source>
@@ -3932,6 +3932,10 @@ Save them?</source>
     <message>
         <source>in %1</source>
         <translation>在 %1 中</translation>
+    </message>
+    <message>
+        <source>A file will be replaced, and its old contents will not be kept for undoing.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 </TS>
