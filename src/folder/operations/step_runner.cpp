@@ -1,5 +1,6 @@
 #include "folder/operations/step_runner.h"
 
+#include "folder/operations/operation_codes.h"
 #include "folder/operations/tree_summary.h"
 
 #include <QRandomGenerator>
@@ -14,69 +15,6 @@ namespace {
 QString temporaryName()
 {
     return QStringLiteral(".velmora-%1.tmp").arg(QRandomGenerator::global()->generate64(), 16, 16, QLatin1Char('0'));
-}
-
-OperationErrorCode sourceCode(FileErrorKind kind)
-{
-    switch (kind) {
-    case FileErrorKind::Missing:
-    case FileErrorKind::NotAFolder:
-        return OperationErrorCode::SourceMissing;
-    case FileErrorKind::LinkOnTheWay:
-        return OperationErrorCode::LeadsOutside;
-    case FileErrorKind::NotAFile:
-        return OperationErrorCode::SourceChanged;
-    case FileErrorKind::Stopped:
-        return OperationErrorCode::Cancelled;
-    default:
-        return OperationErrorCode::NotReadable;
-    }
-}
-
-OperationErrorCode targetCode(FileErrorKind kind)
-{
-    switch (kind) {
-    case FileErrorKind::Missing:
-    case FileErrorKind::NotAFolder:
-        return OperationErrorCode::TargetChanged;
-    case FileErrorKind::Exists:
-        return OperationErrorCode::TargetAppeared;
-    case FileErrorKind::LinkOnTheWay:
-        return OperationErrorCode::LeadsOutside;
-    case FileErrorKind::NotEmpty:
-        return OperationErrorCode::FolderNotEmpty;
-    case FileErrorKind::NoSpace:
-        return OperationErrorCode::NoSpace;
-    case FileErrorKind::NameNotAllowed:
-        return OperationErrorCode::NameNotAllowed;
-    case FileErrorKind::ReadFailed:
-        return OperationErrorCode::NotReadable;
-    case FileErrorKind::Stopped:
-        return OperationErrorCode::Cancelled;
-    case FileErrorKind::Unsupported:
-        return OperationErrorCode::Unsupported;
-    default:
-        return OperationErrorCode::NotWritable;
-    }
-}
-
-/// The world has changed, or the step is not safe: nothing has been tried.
-bool isSkip(OperationErrorCode code)
-{
-    switch (code) {
-    case OperationErrorCode::RootMissing:
-    case OperationErrorCode::SourceMissing:
-    case OperationErrorCode::SourceChanged:
-    case OperationErrorCode::TargetChanged:
-    case OperationErrorCode::TargetAppeared:
-    case OperationErrorCode::CounterpartAppeared:
-    case OperationErrorCode::LeadsOutside:
-    case OperationErrorCode::FolderNotEmpty:
-    case OperationErrorCode::TroubleInBranch:
-        return true;
-    default:
-        return false;
-    }
 }
 
 bool isDone(const StepResult &result)

@@ -1,0 +1,67 @@
+#include "folder/operations/operation_codes.h"
+
+namespace velmora {
+
+OperationErrorCode sourceCode(FileErrorKind kind)
+{
+    switch (kind) {
+    case FileErrorKind::Missing:
+    case FileErrorKind::NotAFolder:
+        return OperationErrorCode::SourceMissing;
+    case FileErrorKind::LinkOnTheWay:
+        return OperationErrorCode::LeadsOutside;
+    case FileErrorKind::NotAFile:
+        return OperationErrorCode::SourceChanged;
+    case FileErrorKind::Stopped:
+        return OperationErrorCode::Cancelled;
+    default:
+        return OperationErrorCode::NotReadable;
+    }
+}
+
+OperationErrorCode targetCode(FileErrorKind kind)
+{
+    switch (kind) {
+    case FileErrorKind::Missing:
+    case FileErrorKind::NotAFolder:
+        return OperationErrorCode::TargetChanged;
+    case FileErrorKind::Exists:
+        return OperationErrorCode::TargetAppeared;
+    case FileErrorKind::LinkOnTheWay:
+        return OperationErrorCode::LeadsOutside;
+    case FileErrorKind::NotEmpty:
+        return OperationErrorCode::FolderNotEmpty;
+    case FileErrorKind::NoSpace:
+        return OperationErrorCode::NoSpace;
+    case FileErrorKind::NameNotAllowed:
+        return OperationErrorCode::NameNotAllowed;
+    case FileErrorKind::ReadFailed:
+        return OperationErrorCode::NotReadable;
+    case FileErrorKind::Stopped:
+        return OperationErrorCode::Cancelled;
+    case FileErrorKind::Unsupported:
+        return OperationErrorCode::Unsupported;
+    default:
+        return OperationErrorCode::NotWritable;
+    }
+}
+
+bool isSkip(OperationErrorCode code)
+{
+    switch (code) {
+    case OperationErrorCode::RootMissing:
+    case OperationErrorCode::SourceMissing:
+    case OperationErrorCode::SourceChanged:
+    case OperationErrorCode::TargetChanged:
+    case OperationErrorCode::TargetAppeared:
+    case OperationErrorCode::CounterpartAppeared:
+    case OperationErrorCode::LeadsOutside:
+    case OperationErrorCode::FolderNotEmpty:
+    case OperationErrorCode::TroubleInBranch:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace velmora

@@ -1,0 +1,140 @@
+#include "folder/operations/pair_plan.h"
+
+namespace velmora {
+
+PairPlan::PairPlan(const PlanInput &input) : m_input(input), m_entries(input), m_made(m_entries.all().size(), 0)
+{
+    m_plan.roots = {{m_entries.root(PlanSide::Left), std::nullopt, !input.leftReadOnly},
+                    {m_entries.root(PlanSide::Right), std::nullopt, !input.rightReadOnly}};
+}
+
+bool PairPlan::needsSidesApart()
+{
+    m_plan.rootsMustBeApart = true;
+    const QString &left = m_plan.roots[0].path;
+    const QString &right = m_plan.roots[1].path;
+    if (pathLiesIn(left, right) || pathLiesIn(right, left))
+        m_plan.refusal = PlanRefusal::OverlappingRoots;
+    return m_plan.refusal == PlanRefusal::None;
+}
+
+bool PairPlan::needsWritable(PlanSide side)
+{
+    if (isReadOnly(side))
+        m_plan.refusal = PlanRefusal::ReadOnlySide;
+    return m_plan.refusal == PlanRefusal::None;
+}
+
+void PairPlan::leaveOut(const PlanEntry &entry, LeftOutReason reason, PlanSide side)
+{
+    const QString &path = pathOn(*entry.item, side);
+    m_plan.leftOut.append({reason, path.isEmpty() ? pathOn(*entry.item, otherSide(side)) : path, {}});
+}
+
+void PairPlan::copy(int index, PlanSide source, OperationKind kind)
+{
+    const PlanEntry &entry = m_entries.at(index);
+    const PlanSide target = otherSide(source);
+    if (!canWrite(entry, target))
+        return;
+    if (!entry.on(source).isThere) {
+        leaveOut(entry, LeftOutReason::NoPlaceOnThisSide, source);
+        return;
+    }
+    if (entry.isFileAgainstFolder()) {
+        leaveOut(entry, LeftOutReason::FileAgainstFolder, target);
+        return;
+    }
+    if (entry.isFolder()) {
+        makeFolders(index, source);
+        return;
+    }
+    makeFolders(entry.parent, source);
+    OperationStep step;
+    const bool replaces = entry.on(target).isThere;
+    step.kind = replaces && kind == OperationKind::Copy ? OperationKind::Replace : kind;
+    step.from = placeOf(entry, source);
+    step.fromSeen = seenOn(entry, source);
+    step.to = placeOf(entry, target);
+    step.toSeen = replaces ? seenOn(entry, target) : SeenEntry::absent();
+    m_plan.steps.append(step);
+}
+
+void PairPlan::remove(int index, PlanSide side, DeleteManner manner, bool followsMissing)
+{
+    const PlanEntry &entry = m_entries.at(index);
+    if (!canWrite(entry, side))
+        return;
+    if (!entry.on(side).isThere) {
+        leaveOut(entry, LeftOutReason::NoPlaceOnThisSide, side);
+        return;
+    }
+    if (entry.isFolder() && entry.holdsHidden) {
+        leaveOut(entry, LeftOutReason::HoldsHiddenEntries, side);
+        return;
+    }
+    OperationStep step;
+    step.kind = manner == DeleteManner::ToRecycleBin ? OperationKind::Recycle : OperationKind::Delete;
+    step.from = placeOf(entry, side);
+    step.fromSeen = seenOn(entry, side);
+    if (followsMissing) {
+        if (isBelowProblem(entry, otherSide(side))) {
+            leaveOut(entry, LeftOutReason::NotReadable, side);
+            return;
+        }
+        step.counterpart = placeOf(entry, otherSide(side));
+    }
+    m_deletions.append(step);
+}
+
+OperationPlan PairPlan::finished()
+{
+    std::reverse(m_deletions.begin(), m_deletions.end());
+    m_plan.steps.append(m_deletions);
+    return std::move(m_plan);
+}
+
+Place PairPlan::placeOf(const PlanEntry &entry, PlanSide side)
+{
+    return {rootOf(side), entry.on(side).relative};
+}
+
+bool PairPlan::isReadOnly(PlanSide side) const
+{
+    return side == PlanSide::Left ? m_input.leftReadOnly : m_input.rightReadOnly;
+}
+
+bool PairPlan::canWrite(const PlanEntry &entry, PlanSide side)
+{
+    if (isReadOnly(side))
+        leaveOut(entry, LeftOutReason::ReadOnlySide, side);
+    return !isReadOnly(side);
+}
+
+void PairPlan::makeFolders(int index, PlanSide source)
+{
+    if (index < 0 || m_made[std::size_t(index)] != 0)
+        return;
+    const PlanEntry &entry = m_entries.at(index);
+    makeFolders(entry.parent, source);
+    m_made[std::size_t(index)] = 1;
+    if (entry.on(otherSide(source)).isThere)
+        return;
+    OperationStep step;
+    step.kind = OperationKind::MakeFolder;
+    step.from = placeOf(entry, source);
+    step.fromSeen = seenOn(entry, source);
+    step.to = placeOf(entry, otherSide(source));
+    step.toSeen = SeenEntry::absent();
+    m_plan.steps.append(step);
+}
+
+bool PairPlan::isBelowProblem(const PlanEntry &entry, PlanSide side) const
+{
+    const QString path = m_plan.pathOf(placeOf(entry, side));
+    return std::any_of(m_input.problems.begin(), m_input.problems.end(), [&](const FolderProblem &problem) {
+        return problem.kind != FolderProblem::Kind::UnreadableFile && pathLiesIn(path, problem.path);
+    });
+}
+
+} // namespace velmora

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "folder/operations/plan_entries.h"
+
+namespace velmora {
+
+/// Puts the steps of a plan between two sides together: what is made and copied first, deletions from the leaves up
+/// last. Used for one plan; the input must outlive it.
+class PairPlan {
+public:
+    explicit PairPlan(const PlanInput &input);
+
+    [[nodiscard]] const PlanEntries &entries() const { return m_entries; }
+    [[nodiscard]] OperationPlan &plan() { return m_plan; }
+
+    /// Both are false, with the refusal in the plan, when nothing can be done at all.
+    bool needsSidesApart();
+    bool needsWritable(PlanSide side);
+
+    void leaveOut(const PlanEntry &entry, LeftOutReason reason, PlanSide side);
+
+    /// Copies, or moves, one entry to the other side; of a folder only the folder itself.
+    void copy(int index, PlanSide source, OperationKind kind = OperationKind::Copy);
+
+    /// Deletions must be asked for in the order of the items. `followsMissing`: the entry goes because it is missing on
+    /// the other side.
+    void remove(int index, PlanSide side, DeleteManner manner, bool followsMissing);
+    /// The latest deletion takes what the comparison does not list as well.
+    void takeWholeFolder() { m_deletions.last().wholeTree = true; }
+    [[nodiscard]] qsizetype deletions() const { return m_deletions.size(); }
+
+    /// The plan, which the object has no longer.
+    [[nodiscard]] OperationPlan finished();
+
+    [[nodiscard]] static Place placeOf(const PlanEntry &entry, PlanSide side);
+
+private:
+    [[nodiscard]] bool isReadOnly(PlanSide side) const;
+    bool canWrite(const PlanEntry &entry, PlanSide side);
+    /// Makes the folder `index` and those that it lies in where the other side lacks them.
+    void makeFolders(int index, PlanSide source);
+    [[nodiscard]] bool isBelowProblem(const PlanEntry &entry, PlanSide side) const;
+
+    const PlanInput &m_input;
+    PlanEntries m_entries;
+    OperationPlan m_plan;
+    QList<OperationStep> m_deletions;
+    std::vector<char> m_made;
+};
+
+} // namespace velmora

@@ -1,0 +1,112 @@
+#include "folder/operations/plan_entries.h"
+
+#include <QDir>
+#include <QStringBuilder>
+
+namespace velmora {
+
+QString joinedPath(const QString &folder, const QString &name)
+{
+    return folder.isEmpty() ? name : QString(folder % u'/' % name);
+}
+
+bool pathLiesIn(const QString &path, const QString &folder)
+{
+    return path == folder || path.startsWith(folder.endsWith(u'/') ? folder : QString(folder % u'/'));
+}
+
+QString bareName(const QString &path)
+{
+    return path.mid(path.lastIndexOf(u'/') + 1);
+}
+
+QString cleanRoot(const QString &path)
+{
+    return QDir::cleanPath(QDir(path).absolutePath());
+}
+
+const QString &pathOn(const FolderDiffItem &item, PlanSide side)
+{
+    return side == PlanSide::Left ? item.leftPath : item.rightPath;
+}
+
+SeenEntry seenOn(const PlanEntry &entry, PlanSide side)
+{
+    SeenEntry seen;
+    if (entry.isFileAgainstFolder()) // which is which is not told
+        return seen;
+    const FolderDiffItem &item = *entry.item;
+    const QDateTime &time = side == PlanSide::Left ? item.leftTime : item.rightTime;
+    seen.state = SeenEntry::State::Listed;
+    seen.kind = item.isDir ? NodeKind::Folder : NodeKind::File;
+    seen.size = item.isDir ? 0 : (side == PlanSide::Left ? item.leftSize : item.rightSize);
+    seen.files = item.isDir ? 0 : 1;
+    seen.modifiedNs = time.isValid() ? time.toMSecsSinceEpoch() * 1'000'000 : 0;
+    return seen;
+}
+
+PlanEntries::PlanEntries(const PlanInput &input)
+    : m_input(input), m_roots{cleanRoot(input.leftRoot), cleanRoot(input.rightRoot)}
+{
+    m_entries.reserve(std::size_t(input.items.size()));
+    std::vector<int> open; // the folders that the item lies in
+    for (const FolderDiffItem &item : input.items) {
+        while (!open.empty() && !pathLiesIn(item.name, m_entries[std::size_t(open.back())].item->name))
+            open.pop_back();
+        PlanEntry entry;
+        entry.item = &item;
+        entry.parent = open.empty() ? -1 : open.back();
+        place(entry);
+        hide(entry);
+        m_entries.push_back(entry);
+        if (item.isDir)
+            open.push_back(int(m_entries.size()) - 1);
+    }
+}
+
+std::vector<char> PlanEntries::covered(const PlanSelection &selection) const
+{
+    std::vector<char> marks(m_entries.size(), 0);
+    for (const qsizetype index : selection) {
+        if (index >= 0 && std::size_t(index) < marks.size())
+            marks[std::size_t(index)] = 2;
+    }
+    for (std::size_t i = 0; i < marks.size(); ++i) {
+        const int parent = m_entries[i].parent;
+        if (marks[i] == 0 && parent >= 0 && marks[std::size_t(parent)] != 0)
+            marks[i] = 1;
+    }
+    return marks;
+}
+
+void PlanEntries::place(PlanEntry &entry) const
+{
+    for (const PlanSide side : bothSides) {
+        const QString &path = pathOn(*entry.item, side);
+        const QString &root = this->root(side);
+        SideEntry &here = entry.on(side);
+        here.isThere = !path.isEmpty();
+        if (here.isThere && pathLiesIn(path, root)) {
+            here.relative = path.mid(root.endsWith(u'/') ? root.size() : root.size() + 1);
+            continue;
+        }
+        const QString &other = pathOn(*entry.item, otherSide(side));
+        if (entry.parent >= 0)
+            here.relative = joinedPath(at(entry.parent).on(side).relative, bareName(here.isThere ? path : other));
+        else
+            here.relative = entry.item->name;
+    }
+}
+
+void PlanEntries::hide(PlanEntry &entry)
+{
+    if (entry.parent >= 0)
+        m_entries[std::size_t(entry.parent)].hasEntries = true;
+    entry.isHidden = (entry.parent >= 0 && at(entry.parent).isHidden) || (m_input.shows && !m_input.shows(*entry.item));
+    if (!entry.isHidden)
+        return;
+    for (int parent = entry.parent; parent >= 0 && !at(parent).holdsHidden; parent = at(parent).parent)
+        m_entries[std::size_t(parent)].holdsHidden = true;
+}
+
+} // namespace velmora
