@@ -64,6 +64,7 @@ void Dialogs::install(Dialogs *dialogs)
 void Dialogs::tell(QWidget *parent, Tone tone, const QString &title, const QString &text, std::function<void()> closed)
 {
     auto *box = new QMessageBox(iconFor(tone), title, text, QMessageBox::Ok, parent);
+    box->setTextFormat(Qt::PlainText); // names of files are no markup
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText); // a file may be called "<b>"
     if (closed)
@@ -75,6 +76,7 @@ void Dialogs::ask(QWidget *parent, Tone tone, const QString &title, const QStrin
                   ChoiceAnswer answered)
 {
     auto *box = new QMessageBox(iconFor(tone), title, text, QMessageBox::NoButton, parent);
+    box->setTextFormat(Qt::PlainText);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);
     QHash<QAbstractButton *, int> answers;
