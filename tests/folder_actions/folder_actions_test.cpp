@@ -1,5 +1,7 @@
+#include "core/settings_store.h"
 #include "folder/engine/folder_engine.h"
 #include "folder_actions/actions_fixture.h"
+#include "settings/options/kept_copies.h"
 #include "support/test_main.h"
 
 #include <QDir>
@@ -75,6 +77,38 @@ private Q_SLOTS:
         f.answers.answerNumber(1);
         f.carryOut(Command::CopyToRight, words("late two"));
         QVERIFY(f.has("right/late=new"));
+    }
+
+    void withoutKeptCopiesReplacingIsAskedAlways()
+    {
+        ActionsFixture f;
+        SessionSettings settings;
+        saveKeptCopies(settings, {2, 30}); // bytes
+        f.make(words("right/big=old-text right/small=ol left/big=new left/small=new"));
+        f.carryOut(Command::CopyToRight, words("small"));
+        QVERIFY(f.has("right/small=new"));
+        f.carryOut(Command::CopyToRight, words("big"));
+        QCOMPARE(f.asked(),
+                 QStringLiteral("A file will be replaced, and its old contents will not be kept for undoing."));
+        QVERIFY(f.has("right/big=old-text"));
+        f.answers.answerNumber(1);
+        f.carryOut(Command::CopyToRight, words("big"));
+        QVERIFY(f.has("right/big=new"));
+        QVERIFY(f.log().contains(QStringLiteral("not kept for undoing: 1")));
+        settings.clear();
+    }
+
+    /// A link to a folder is copied as the link; that its contents are not is no failure.
+    void linksAreCopiedAsLinks()
+    {
+        ActionsFixture f;
+        f.make(words("other/in=1 left/link->../other"));
+        if (!QFileInfo(f.files.path(QStringLiteral("left/link"))).isSymbolicLink())
+            QSKIP("no links here");
+        f.carryOut(Command::CopyToRight, words("link"));
+        QVERIFY2(f.answers.asked().isEmpty() && !f.opened(), qPrintable(f.asked()));
+        QVERIFY(QFileInfo(f.files.path(QStringLiteral("right/link"))).isSymbolicLink());
+        QCOMPARE(f.log().first(), QStringLiteral("copy: left/link -> right/link"));
     }
 
     void deletingIsConfirmedAndUndone()

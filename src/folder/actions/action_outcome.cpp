@@ -204,8 +204,10 @@ private:
     [[nodiscard]] QString folderTarget(const FolderDiffItem &item, PlanSide side) const
     {
         const QString &path = pathOn(item, side);
-        return m_request.destination.isEmpty() ? pathOn(item, otherSide(side))
-                                               : m_request.destination + path.mid(path.lastIndexOf(u'/'));
+        const bool endsWithSlash = m_request.destination.endsWith(u'/');
+        return m_request.destination.isEmpty()
+                   ? pathOn(item, otherSide(side))
+                   : m_request.destination + path.mid(path.lastIndexOf(u'/') + (endsWithSlash ? 1 : 0));
     }
 
     void addLine(const QString &from, const QString &to)
@@ -349,7 +351,8 @@ bool countsAsFailure(const ActionRequest &request, LeftOutReason reason)
     case FolderCommand::NewFolder:
         if (reason == LeftOutReason::TargetExists && request.ifPresent == IfPresent::LeaveOut)
             return false;
-        return reason != LeftOutReason::HiddenByFilter;
+        // A link is copied as a link: what it leads to is not meant.
+        return reason != LeftOutReason::HiddenByFilter && reason != LeftOutReason::BelowLink;
     default:
         return false; // the preview has shown them
     }

@@ -178,6 +178,11 @@ QString shownPath(const QString &path)
     return QDir::toNativeSeparators(path);
 }
 
+QString toolTipText(const QString &text)
+{
+    return QLatin1String("<p>") + text.toHtmlEscaped() + QLatin1String("</p>");
+}
+
 QString logTime(const QTime &time)
 {
     return time.toString(QStringLiteral("hh:mm:ss"));

@@ -27,6 +27,9 @@ namespace velmora {
 /// A path as the system writes it.
 [[nodiscard]] QString shownPath(const QString &path);
 
+/// A text as it stands as a tool tip, which would take a name with brackets for markup.
+[[nodiscard]] QString toolTipText(const QString &text);
+
 /// The beginning of a line of the action log.
 [[nodiscard]] QString logTime(const QTime &time);
 

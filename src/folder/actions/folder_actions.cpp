@@ -14,6 +14,8 @@
 #include <QLocale>
 #include <QWidget>
 
+#include <algorithm>
+
 namespace velmora {
 
 namespace {
@@ -42,18 +44,30 @@ QString progressText(const FolderActionProgress &progress)
     return text;
 }
 
-/// True when a single file is replaced by a newer one: what a person does most, and can undo.
-bool isPlainReplacement(const OperationPlan &plan)
+/// True when a single file is replaced by a newer one: what a person does most, and can undo when as much is kept.
+bool isPlainReplacement(const OperationPlan &plan, qint64 keptBytes)
 {
     qsizetype replacements = 0;
     for (const OperationStep &step : plan.steps) {
         if (step.kind != OperationKind::Replace)
             continue;
         ++replacements;
-        if (step.fromSeen.modifiedNs < step.toSeen.modifiedNs)
+        if (step.fromSeen.modifiedNs < step.toSeen.modifiedNs || step.toSeen.size > keptBytes || keptBytes == 0)
             return false;
     }
     return replacements <= 1;
+}
+
+QString replacementText(const OperationPlan &plan)
+{
+    const qint64 files = plan.totals().replacedFiles;
+    if (files > 1)
+        return Velmora::tr("%1 files will be replaced.").arg(QLocale().toString(files));
+    const bool losesNewer = std::any_of(plan.steps.begin(), plan.steps.end(), [](const OperationStep &step) {
+        return step.kind == OperationKind::Replace && step.fromSeen.modifiedNs < step.toSeen.modifiedNs;
+    });
+    return losesNewer ? Velmora::tr("A newer file will be replaced by an older one.")
+                      : Velmora::tr("A file will be replaced, and its old contents will not be kept for undoing.");
 }
 
 /// The side that a plan would write to although it is read-only, as undoing may.
@@ -332,27 +346,22 @@ void FolderActions::confirmDelete(const ActionRequest &request, const OperationP
 
 void FolderActions::confirmReplacing(const ActionRequest &request, const OperationPlan &plan)
 {
-    const bool keepsOld = journal().limits.keptBytes > 0;
-    if (plan.totals().replacedFiles == 0 || (keepsOld && isPlainReplacement(plan))) {
+    if (plan.totals().replacedFiles == 0 || isPlainReplacement(plan, journal().limits.keptBytes)) {
         work(request, plan);
         return;
     }
     enum Answer { Cancel, Replace, ShowList };
-    const OperationTotals totals = plan.totals();
-    Dialogs::instance().ask(
-        &m_window, Dialogs::Tone::Warning, Velmora::tr("Copy"),
-        totals.replacedFiles == 1
-            ? Velmora::tr("A newer file will be replaced by an older one.")
-            : Velmora::tr("%1 files will be replaced.").arg(QLocale().toString(totals.replacedFiles)),
-        {{Velmora::tr("&Replace"), Replace, false, false},
-         {Velmora::tr("&Show list..."), ShowList, false, false},
-         {Velmora::tr("Cancel"), Cancel, true, true}},
-        [this, request, plan](int answer) {
-            if (answer == Replace)
-                work(request, plan);
-            else if (answer == ShowList)
-                preview(request, plan, Velmora::tr("Copy"), actionTitle(request), Velmora::tr("&Replace"));
-        });
+    Dialogs::instance().ask(&m_window, Dialogs::Tone::Warning, Velmora::tr("Copy"), replacementText(plan),
+                            {{Velmora::tr("&Replace"), Replace, false, false},
+                             {Velmora::tr("&Show list..."), ShowList, false, false},
+                             {Velmora::tr("Cancel"), Cancel, true, true}},
+                            [this, request, plan](int answer) {
+                                if (answer == Replace)
+                                    work(request, plan);
+                                else if (answer == ShowList)
+                                    preview(request, plan, Velmora::tr("Copy"), actionTitle(request),
+                                            Velmora::tr("&Replace"));
+                            });
 }
 
 void FolderActions::confirmReplacingThere(const ActionRequest &request, const OperationPlan &plan)

@@ -1,5 +1,6 @@
 #include "folder/actions/operation_results_dialog.h"
 
+#include "folder/actions/action_words.h"
 #include "session/translate.h"
 
 #include <QAbstractTableModel>
@@ -34,7 +35,8 @@ public:
         if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
             return {};
         const ActionProblem &problem = m_problems[index.row()];
-        return index.column() == 0 ? problem.path : problem.reason;
+        const QString &text = index.column() == 0 ? problem.path : problem.reason;
+        return role == Qt::ToolTipRole ? toolTipText(text) : text;
     }
 
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override

@@ -92,9 +92,11 @@ QVariant PlanPreviewModel::data(const QModelIndex &index, int role) const
         return {};
     const Group &group = m_groups[index.internalId()];
     const qint32 entry = group.entries[std::size_t(index.row())];
+    if (role == Qt::ToolTipRole)
+        return toolTipText(index.column() == Details ? details(group.kind, entry) : shownPath(path(group.kind, entry)));
     switch (index.column()) {
     case Name:
-        return role == Qt::ToolTipRole ? shownPath(path(group.kind, entry)) : shownPath(name(group.kind, entry));
+        return shownPath(name(group.kind, entry));
     case Size:
         return sizeWords(group.kind, entry);
     default:
