@@ -2545,7 +2545,7 @@ Restore them? The files themselves stay as they are until you save.</source>
     </message>
     <message>
         <source>%1 of %2 entries, %3 of %4</source>
-        <translation>第 %1 项，共 %2 项；%3，共 %4</translation>
+        <translation>%1 / %2 项，%3 / %4</translation>
     </message>
     <message>
         <source>(about %1 left)</source>
@@ -3935,7 +3935,7 @@ Save them?</source>
     </message>
     <message>
         <source>A file will be replaced, and its old contents will not be kept for undoing.</source>
-        <translation type="unfinished"></translation>
+        <translation>文件将被替换，且不会保留旧内容以供撤销。</translation>
     </message>
 </context>
 </TS>
