@@ -37,7 +37,7 @@ starts() {
     local what=$1 folder=$2
     expect "$what: velmora-cli tells its version" "$(wine "$folder/velmora-cli.exe" --version)" "velmora-cli 1.0.0"
     expect "$what: velmora tells its version" "$(wine "$folder/velmora.exe" --version)" "Velmora 1.0.0"
-    has "$what: velmora-cli compares" "$(wine "$folder/velmora-cli.exe" text 'C:\left.txt' 'C:\right.txt' || true)" "1 difference"
+    has "$what: velmora-cli compares" "$(wine "$folder/velmora-cli.exe" text 'C:\left.txt' 'C:\right.txt' || true)" "2 diffs"
     rm -f "$c/report.html"
     packaging/windows/under-wine.sh --desktop "$folder/velmora.exe" --lang zh --report 'C:\report.html' 'C:\left.txt' \
         'C:\right.txt' </dev/null >/dev/null 2>&1 &

@@ -19,13 +19,13 @@ mkdir -p "$stage/licences"
 
 # Out of the folder that the programs start from goes what they load; the rest of Qt stays.
 cp "$built"/bin/{velmora.exe,velmora-cli.exe} "$stage"
-x86_64-w64-mingw32-strip "$stage"/*.exe
 for library in Qt6Core Qt6Gui Qt6Network Qt6Widgets libgcc_s_seh-1 libstdc++-6 libwinpthread-1; do
     cp "$built/bin/$library.dll" "$stage"
 done
 for plugin in platforms/qwindows styles/qwindowsvistastyle imageformats/qgif imageformats/qico imageformats/qjpeg; do
     install -D "$built/bin/$plugin.dll" "$stage/$plugin.dll"
 done
+find "$stage" -name '*.dll' -o -name '*.exe' | xargs x86_64-w64-mingw32-strip --strip-unneeded
 cp packaging/windows/qt.conf "$stage"
 # Qt's own words in dialogs.
 install -D -m 644 /usr/share/qt6/translations/qtbase_zh_CN.qm "$stage/translations/qtbase_zh_CN.qm"
@@ -44,6 +44,7 @@ dos LICENSE licences/velmora.txt
 dos packaging/windows/licences.txt licences/README.txt
 dos /usr/share/common-licenses/LGPL-3 licences/LGPL-3.txt
 dos /usr/share/common-licenses/GPL-3 licences/GPL-3.txt
+dos /usr/share/common-licenses/MPL-1.1 licences/MPL-1.1.txt
 dos /usr/share/doc/qt6-base-dev/copyright licences/qt.txt
 dos /usr/share/doc/libuchardet-dev/copyright licences/uchardet.txt
 dos /usr/share/doc/gcc-mingw-w64-x86-64-posix-runtime/copyright licences/gcc-runtime.txt
