@@ -1,20 +1,19 @@
 #include "folder/actions/folder_actions.h"
 
+#include "folder/actions/action_confirmation.h"
 #include "folder/actions/action_planner.h"
 #include "folder/actions/action_words.h"
 #include "folder/actions/action_worker.h"
 #include "folder/actions/command_rules.h"
 #include "folder/actions/operation_results_dialog.h"
-#include "folder/actions/plan_preview_dialog.h"
 #include "folder/actions/properties_dialog.h"
 #include "platform/file_manager.h"
 #include "session/dialogs.h"
 #include "session/translate.h"
 
 #include <QLocale>
+#include <QPointer>
 #include <QWidget>
-
-#include <algorithm>
 
 namespace velmora {
 
@@ -42,32 +41,6 @@ QString progressText(const FolderActionProgress &progress)
         text += u' ' + Velmora::tr("(about %1 left)").arg(left);
     }
     return text;
-}
-
-/// True when a single file is replaced by a newer one: what a person does most, and can undo when as much is kept.
-bool isPlainReplacement(const OperationPlan &plan, qint64 keptBytes)
-{
-    qsizetype replacements = 0;
-    for (const OperationStep &step : plan.steps) {
-        if (step.kind != OperationKind::Replace)
-            continue;
-        ++replacements;
-        if (step.fromSeen.modifiedNs < step.toSeen.modifiedNs || step.toSeen.size > keptBytes || keptBytes == 0)
-            return false;
-    }
-    return replacements <= 1;
-}
-
-QString replacementText(const OperationPlan &plan)
-{
-    const qint64 files = plan.totals().replacedFiles;
-    if (files > 1)
-        return Velmora::tr("%1 files will be replaced.").arg(QLocale().toString(files));
-    const bool losesNewer = std::any_of(plan.steps.begin(), plan.steps.end(), [](const OperationStep &step) {
-        return step.kind == OperationKind::Replace && step.fromSeen.modifiedNs < step.toSeen.modifiedNs;
-    });
-    return losesNewer ? Velmora::tr("A newer file will be replaced by an older one.")
-                      : Velmora::tr("A file will be replaced, and its old contents will not be kept for undoing.");
 }
 
 /// The side that a plan would write to although it is read-only, as undoing may.
@@ -177,10 +150,11 @@ void FolderActions::showEntry(FolderCommand command, const FolderSelection &sele
 void FolderActions::askDestination(const ActionRequest &request)
 {
     Dialogs::instance().openFolder(&m_window, Velmora::tr("Select destination folder"), {},
-                                   [this, request](const QString &folder) {
+                                   [self = QPointer(this), request](const QString &folder) {
                                        ActionRequest answered = request;
                                        answered.destination = folder;
-                                       prepare(answered);
+                                       if (self)
+                                           self->prepare(answered);
                                    });
 }
 
@@ -190,12 +164,11 @@ void FolderActions::askName(const ActionRequest &request)
     const QString current = renames ? bareName(request.selection.items.first(), request.selection.sides) : QString();
     Dialogs::instance().askText(&m_window, renames ? Velmora::tr("Rename") : Velmora::tr("New folder"),
                                 renames ? Velmora::tr("New name:") : Velmora::tr("Folder name:"), current,
-                                [this, request, current](const QString &name) {
-                                    if (name.isEmpty() || name == current)
-                                        return;
+                                [self = QPointer(this), request, current](const QString &name) {
                                     ActionRequest answered = request;
                                     answered.name = name;
-                                    prepare(answered);
+                                    if (self && !name.isEmpty() && name != current)
+                                        self->prepare(answered);
                                 });
 }
 
@@ -249,17 +222,29 @@ void FolderActions::considerUndo(ActionRequest request, const PreparedUndo &prep
         return;
     }
     const QString time = QLocale().toString(prepared.entry.started.toLocalTime(), QLocale::ShortFormat);
-    preview(request, undo.plan, Velmora::tr("Undo"), Velmora::tr("Undo \"%1\" of %2?").arg(request.name, time),
-            Velmora::tr("&Undo"));
+    previewPlan(m_window, undo.plan, Velmora::tr("Undo"), Velmora::tr("Undo \"%1\" of %2?").arg(request.name, time),
+                Velmora::tr("&Undo"), [self = QPointer(this), request, plan = undo.plan] {
+                    if (self)
+                        self->work(request, plan);
+                });
 }
 
 void FolderActions::considerPlan(ActionRequest request, const PreparedAction &prepared)
 {
     request.context = prepared.context;
-    if (prepared.plan.refusal == PlanRefusal::None && !prepared.plan.steps.isEmpty())
-        confirm(request, prepared.plan);
-    else
+    if (prepared.plan.refusal != PlanRefusal::None || prepared.plan.steps.isEmpty()) {
         tellNothingDone(request, prepared.plan);
+        return;
+    }
+    const auto go = [self = QPointer(this), request, plan = prepared.plan](PlanAnswer answer) {
+        ActionRequest skipping = request;
+        skipping.ifPresent = IfPresent::LeaveOut;
+        if (self && answer == PlanAnswer::CarryOut)
+            self->work(request, plan);
+        else if (self)
+            self->prepare(skipping);
+    };
+    confirmPlan(m_window, request, prepared.plan, journal().limits.keptBytes, go);
 }
 
 void FolderActions::tellNothingDone(const ActionRequest &request, const OperationPlan &plan)
@@ -272,135 +257,12 @@ void FolderActions::tellNothingDone(const ActionRequest &request, const Operatio
         showFailure(outcome);
 }
 
-void FolderActions::confirm(const ActionRequest &request, const OperationPlan &plan)
-{
-    switch (request.command) {
-    case FolderCommand::MirrorToRight:
-    case FolderCommand::MirrorToLeft:
-        confirmMirror(request, plan);
-        break;
-    case FolderCommand::UpdateRight:
-    case FolderCommand::UpdateLeft:
-    case FolderCommand::UpdateBoth:
-        preview(request, plan, Velmora::tr("Confirm update sync"),
-                Velmora::tr("New and newer files are copied; nothing is removed.") + u'\n' + selectionTitle(request),
-                Velmora::tr("&Update"));
-        break;
-    case FolderCommand::Delete:
-    case FolderCommand::DeleteForGood:
-        confirmDelete(request, plan);
-        break;
-    case FolderCommand::CopyTo:
-    case FolderCommand::MoveTo:
-        confirmReplacingThere(request, plan);
-        break;
-    default:
-        confirmReplacing(request, plan);
-        break;
-    }
-}
-
-void FolderActions::confirmMirror(const ActionRequest &request, const OperationPlan &plan)
-{
-    const QString title = Velmora::tr("Confirm mirror sync");
-    const auto ask = [this, request, plan, title] {
-        preview(request, plan, title,
-                Velmora::tr("Mirror makes the destination identical to the source; extra items on the destination will "
-                            "be removed.") +
-                    u'\n' + selectionTitle(request),
-                Velmora::tr("&Mirror"));
-    };
-    if (!plan.sourceIsEmpty) {
-        ask();
-        return;
-    }
-    Dialogs::instance().askYesNo(&m_window, title,
-                                 Velmora::tr("There is nothing on the source side (%1), so that everything on the "
-                                             "destination side would be removed. Go on all the same?")
-                                     .arg(shownPath(rootOn(request.context, sourceOf(request.command)))),
-                                 false, [ask](bool yes) {
-                                     if (yes)
-                                         ask();
-                                 });
-}
-
-void FolderActions::confirmDelete(const ActionRequest &request, const OperationPlan &plan)
-{
-    const QString question = Velmora::tr("Delete %1?").arg(selectionTitle(request));
-    const bool forGood = request.manner == DeleteManner::ForGood;
-    if (plan.steps.size() > 1 || !plan.leftOut.isEmpty()) {
-        preview(request, plan, Velmora::tr("Delete"), question,
-                forGood ? Velmora::tr("&Delete for good") : Velmora::tr("&Delete"));
-        return;
-    }
-    const QString manner =
-        forGood ? Velmora::tr("It is deleted for good.") : Velmora::tr("It goes to the recycle bin.");
-    const bool isFolder = plan.steps.first().fromSeen.kind == NodeKind::Folder;
-    const QString contents = isFolder ? u'\n' + totalsText(plan.totals()) : QString();
-    Dialogs::instance().askYesNo(&m_window, Velmora::tr("Delete"), question + QLatin1String("\n\n") + manner + contents,
-                                 false, [this, request, plan](bool yes) {
-                                     if (yes)
-                                         work(request, plan);
-                                 });
-}
-
-void FolderActions::confirmReplacing(const ActionRequest &request, const OperationPlan &plan)
-{
-    if (plan.totals().replacedFiles == 0 || isPlainReplacement(plan, journal().limits.keptBytes)) {
-        work(request, plan);
-        return;
-    }
-    enum Answer { Cancel, Replace, ShowList };
-    Dialogs::instance().ask(&m_window, Dialogs::Tone::Warning, Velmora::tr("Copy"), replacementText(plan),
-                            {{Velmora::tr("&Replace"), Replace, false, false},
-                             {Velmora::tr("&Show list..."), ShowList, false, false},
-                             {Velmora::tr("Cancel"), Cancel, true, true}},
-                            [this, request, plan](int answer) {
-                                if (answer == Replace)
-                                    work(request, plan);
-                                else if (answer == ShowList)
-                                    preview(request, plan, Velmora::tr("Copy"), actionTitle(request),
-                                            Velmora::tr("&Replace"));
-                            });
-}
-
-void FolderActions::confirmReplacingThere(const ActionRequest &request, const OperationPlan &plan)
-{
-    qint64 taken = 0;
-    for (const OperationStep &step : plan.steps)
-        taken += step.to.isSet() && step.toSeen.isPresent() && step.kind != OperationKind::MakeFolder ? 1 : 0;
-    if (taken == 0) {
-        work(request, plan);
-        return;
-    }
-    enum Answer { Cancel, Replace, Skip };
-    Dialogs::instance().ask(&m_window, Dialogs::Tone::Warning, actionTitle(request),
-                            Velmora::tr("Files of the same name in the destination folder: %1. Replace them?")
-                                .arg(QLocale().toString(taken)),
-                            {{Velmora::tr("&Replace"), Replace, false, false},
-                             {Velmora::tr("&Skip them"), Skip, true, false},
-                             {Velmora::tr("Cancel"), Cancel, false, true}},
-                            [this, request, plan](int answer) {
-                                ActionRequest skipping = request;
-                                skipping.ifPresent = IfPresent::LeaveOut;
-                                if (answer == Replace)
-                                    work(request, plan);
-                                else if (answer == Skip)
-                                    prepare(skipping);
-                            });
-}
-
-void FolderActions::preview(const ActionRequest &request, const OperationPlan &plan, const QString &title,
-                            const QString &question, const QString &consent)
-{
-    auto *dialog = new PlanPreviewDialog(title, question, consent, plan, &m_window);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &QDialog::accepted, this, [this, request, plan] { work(request, plan); });
-    dialog->open();
-}
-
 void FolderActions::work(const ActionRequest &request, const OperationPlan &plan)
 {
+    if (isRunning()) { // a new run would end the one before
+        Q_EMIT statusChanged(Velmora::tr("Another command is running"));
+        return;
+    }
     m_counter = StepCounter(plan);
     m_runner.start(
         [request, plan, &files = m_files, place = journal()](const CancelFlag &cancel, Progress &progress) {
@@ -440,14 +302,13 @@ void FolderActions::offerDeletingForGood(const ActionRequest &request)
     Dialogs::instance().askYesNo(&m_window, Velmora::tr("Delete"),
                                  Velmora::tr("There is no recycle bin for some of the entries, so that they are still "
                                              "there. Delete them for good?"),
-                                 false, [this, request](bool yes) {
-                                     if (!yes || isRunning())
-                                         return;
+                                 false, [self = QPointer(this), request](bool yes) {
                                      ActionRequest again = request;
                                      again.manner = DeleteManner::ForGood;
                                      // The first run has changed what the comparison knows.
                                      again.context.isWhole = false;
-                                     prepare(again);
+                                     if (self && yes && !self->isRunning())
+                                         self->prepare(again);
                                  });
 }
 

@@ -71,13 +71,6 @@ private:
     void considerUndo(ActionRequest request, const PreparedUndo &prepared);
     void considerPlan(ActionRequest request, const PreparedAction &prepared);
     void tellNothingDone(const ActionRequest &request, const OperationPlan &plan);
-    void confirm(const ActionRequest &request, const OperationPlan &plan);
-    void confirmMirror(const ActionRequest &request, const OperationPlan &plan);
-    void confirmDelete(const ActionRequest &request, const OperationPlan &plan);
-    void confirmReplacing(const ActionRequest &request, const OperationPlan &plan);
-    void confirmReplacingThere(const ActionRequest &request, const OperationPlan &plan);
-    void preview(const ActionRequest &request, const OperationPlan &plan, const QString &title, const QString &question,
-                 const QString &consent);
     void work(const ActionRequest &request, const OperationPlan &plan);
     void tellOutcome(const ActionRequest &request, const ActionOutcome &outcome);
     void offerDeletingForGood(const ActionRequest &request);

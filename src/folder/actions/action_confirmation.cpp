@@ -1,0 +1,205 @@
+#include "folder/actions/action_confirmation.h"
+
+#include "folder/actions/action_outcome.h"
+#include "folder/actions/action_words.h"
+#include "folder/actions/plan_preview_dialog.h"
+#include "session/dialogs.h"
+#include "session/translate.h"
+
+#include <QLocale>
+#include <QWidget>
+
+#include <algorithm>
+
+namespace velmora {
+
+namespace {
+
+bool losesNewer(const OperationStep &step)
+{
+    return step.kind == OperationKind::Replace && step.fromSeen.modifiedNs < step.toSeen.modifiedNs;
+}
+
+/// True when at most a single file is replaced, by a newer one: what a person does most, and can undo when as much is
+/// kept.
+bool isPlainReplacement(const OperationPlan &plan, qint64 keptBytes)
+{
+    qsizetype replacements = 0;
+    for (const OperationStep &step : plan.steps) {
+        if (step.kind != OperationKind::Replace)
+            continue;
+        ++replacements;
+        if (losesNewer(step) || step.toSeen.size > keptBytes || keptBytes == 0)
+            return false;
+    }
+    return replacements <= 1;
+}
+
+QString replacementText(const OperationPlan &plan)
+{
+    const qint64 files = plan.totals().replacedFiles;
+    if (files > 1)
+        return Velmora::tr("%1 files will be replaced.").arg(QLocale().toString(files));
+    return std::any_of(plan.steps.begin(), plan.steps.end(), losesNewer)
+               ? Velmora::tr("A newer file will be replaced by an older one.")
+               : Velmora::tr("A file will be replaced, and its old contents will not be kept for undoing.");
+}
+
+/// The questions about one plan. Copies share what they are about, and live in the callbacks.
+class Confirmation {
+public:
+    Confirmation(QWidget &window, const ActionRequest &request, const OperationPlan &plan, const PlanAnswered &answered)
+        : m_window(&window), m_request(request), m_plan(plan), m_answered(answered)
+    {}
+
+    void askMirror() const
+    {
+        const QString title = Velmora::tr("Confirm mirror sync");
+        const auto ask = [*this, title] {
+            preview(title,
+                    Velmora::tr("Mirror makes the destination identical to the source; extra items on the destination "
+                                "will be removed.") +
+                        u'\n' + selectionTitle(m_request),
+                    Velmora::tr("&Mirror"));
+        };
+        if (!m_plan.sourceIsEmpty) {
+            ask();
+            return;
+        }
+        const QString source = shownPath(rootOn(m_request.context, sourceOf(m_request.command)));
+        Dialogs::instance().askYesNo(m_window, title,
+                                     Velmora::tr("There is nothing on the source side (%1), so that everything on the "
+                                                 "destination side would be removed. Go on all the same?")
+                                         .arg(source),
+                                     false, [ask](bool yes) {
+                                         if (yes)
+                                             ask();
+                                     });
+    }
+
+    void askUpdate() const
+    {
+        preview(Velmora::tr("Confirm update sync"),
+                Velmora::tr("New and newer files are copied; nothing is removed.") + u'\n' + selectionTitle(m_request),
+                Velmora::tr("&Update"));
+    }
+
+    void askDelete() const
+    {
+        const QString question = Velmora::tr("Delete %1?").arg(selectionTitle(m_request));
+        const bool forGood = m_request.manner == DeleteManner::ForGood;
+        if (m_plan.steps.size() > 1 || !m_plan.leftOut.isEmpty()) {
+            preview(Velmora::tr("Delete"), question,
+                    forGood ? Velmora::tr("&Delete for good") : Velmora::tr("&Delete"));
+            return;
+        }
+        const QString manner =
+            forGood ? Velmora::tr("It is deleted for good.") : Velmora::tr("It goes to the recycle bin.");
+        const bool isFolder = m_plan.steps.first().fromSeen.kind == NodeKind::Folder;
+        const QString contents = isFolder ? u'\n' + totalsText(m_plan.totals()) : QString();
+        Dialogs::instance().askYesNo(m_window, Velmora::tr("Delete"),
+                                     question + QLatin1String("\n\n") + manner + contents, false,
+                                     [answered = m_answered](bool yes) {
+                                         if (yes)
+                                             answered(PlanAnswer::CarryOut);
+                                     });
+    }
+
+    void askReplacing() const
+    {
+        enum Answer { Cancel, Replace, ShowList };
+        Dialogs::instance().ask(m_window, Dialogs::Tone::Warning, Velmora::tr("Copy"), replacementText(m_plan),
+                                {{Velmora::tr("&Replace"), Replace, false, false},
+                                 {Velmora::tr("&Show list..."), ShowList, false, false},
+                                 {Velmora::tr("Cancel"), Cancel, true, true}},
+                                [*this](int answer) {
+                                    if (answer == Replace)
+                                        m_answered(PlanAnswer::CarryOut);
+                                    else if (answer == ShowList)
+                                        preview(Velmora::tr("Copy"), actionTitle(m_request), Velmora::tr("&Replace"));
+                                });
+    }
+
+    /// `taken` is the number of files that are there already.
+    void askReplacingThere(qsizetype taken) const
+    {
+        enum Answer { Cancel, Replace, Skip };
+        Dialogs::instance().ask(m_window, Dialogs::Tone::Warning, actionTitle(m_request),
+                                Velmora::tr("Files of the same name in the destination folder: %1. Replace them?")
+                                    .arg(QLocale().toString(taken)),
+                                {{Velmora::tr("&Replace"), Replace, false, false},
+                                 {Velmora::tr("&Skip them"), Skip, true, false},
+                                 {Velmora::tr("Cancel"), Cancel, false, true}},
+                                [answered = m_answered](int answer) {
+                                    if (answer != Cancel)
+                                        answered(answer == Replace ? PlanAnswer::CarryOut
+                                                                   : PlanAnswer::LeaveOutPresent);
+                                });
+    }
+
+private:
+    void preview(const QString &title, const QString &question, const QString &consent) const
+    {
+        previewPlan(*m_window, m_plan, title, question, consent,
+                    [answered = m_answered] { answered(PlanAnswer::CarryOut); });
+    }
+
+    QWidget *m_window;
+    ActionRequest m_request;
+    OperationPlan m_plan;
+    PlanAnswered m_answered;
+};
+
+qsizetype presentTargets(const OperationPlan &plan)
+{
+    return std::count_if(plan.steps.begin(), plan.steps.end(), [](const OperationStep &step) {
+        return step.to.isSet() && step.toSeen.isPresent() && step.kind != OperationKind::MakeFolder;
+    });
+}
+
+} // namespace
+
+void confirmPlan(QWidget &window, const ActionRequest &request, const OperationPlan &plan, qint64 keptBytes,
+                 const PlanAnswered &answered)
+{
+    const Confirmation confirmation(window, request, plan, answered);
+    switch (request.command) {
+    case FolderCommand::MirrorToRight:
+    case FolderCommand::MirrorToLeft:
+        confirmation.askMirror();
+        break;
+    case FolderCommand::UpdateRight:
+    case FolderCommand::UpdateLeft:
+    case FolderCommand::UpdateBoth:
+        confirmation.askUpdate();
+        break;
+    case FolderCommand::Delete:
+    case FolderCommand::DeleteForGood:
+        confirmation.askDelete();
+        break;
+    case FolderCommand::CopyTo:
+    case FolderCommand::MoveTo:
+        if (const qsizetype taken = presentTargets(plan); taken > 0)
+            confirmation.askReplacingThere(taken);
+        else
+            answered(PlanAnswer::CarryOut);
+        break;
+    default:
+        if (isPlainReplacement(plan, keptBytes))
+            answered(PlanAnswer::CarryOut);
+        else
+            confirmation.askReplacing();
+        break;
+    }
+}
+
+void previewPlan(QWidget &window, const OperationPlan &plan, const QString &title, const QString &question,
+                 const QString &consent, const std::function<void()> &agreed)
+{
+    auto *dialog = new PlanPreviewDialog(title, question, consent, plan, &window);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(dialog, &QDialog::accepted, &window, agreed);
+    dialog->open();
+}
+
+} // namespace velmora
