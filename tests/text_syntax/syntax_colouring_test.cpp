@@ -169,6 +169,23 @@ private Q_SLOTS:
         QCOMPARE(typeOf(scene, Side::Right), QString());
     }
 
+    void typingColoursTheLinesBehind()
+    {
+        SessionFixture f;
+        const QByteArray text = "one\n" + QByteArray("int\n").repeated(200);
+        f.compare(f.file(QStringLiteral("a.cpp"), text), f.file(QStringLiteral("b.cpp"), text));
+        f.session.show();
+        f.session.setEditingEnabled(true);
+        DiffView &view = f.session.view();
+        QCOMPARE(frame(view.scene().colouring(Side::Left), 0, 150), QStringLiteral("ttt"));
+        QTest::keyClicks(&view.pane(Side::Left), QStringLiteral("/*"));
+        QCOMPARE(frame(view.scene().colouring(Side::Left), 0, 150), QStringLiteral("ccc"));
+        QCOMPARE(frame(view.scene().colouring(Side::Right), 0, 150), QStringLiteral("ttt"));
+        QTest::keyClicks(&view.pane(Side::Left), QStringLiteral("*/"));
+        QTest::keyClick(&view.pane(Side::Left), Qt::Key_Return);
+        QCOMPARE(frame(view.scene().colouring(Side::Left), 0, 151), QStringLiteral("ttt"));
+    }
+
     void keywordsShowTheirInkUntilSwitchedOff()
     {
         SessionFixture f;
