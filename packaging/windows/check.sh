@@ -16,7 +16,7 @@ export WINEPREFIX=$work/wine
 trap 'stop_wine; rm -rf "$work"' EXIT
 wine() { packaging/windows/under-wine.sh "$@" </dev/null | tr -d '\r'; }
 # registry KEY: what is in the registry below a key of the current user; nothing when there is none.
-registry() { wine reg query "HKCU\\$1" /s 2>/dev/null || true; }
+registry() { wine reg query "HKCU\\$1" /s 2>/dev/null | grep -v '^reg:' || true; }
 expect() {
     [[ "$2" == "$3" ]] || fail "$1:" "expected: $3" "got:      $2"
     say "ok: $1"
@@ -32,23 +32,34 @@ c=$WINEPREFIX/dosdevices/c:
 printf 'one\r\ntwo\r\n' >"$c/left.txt"
 printf 'one\r\nTWO\r\n' >"$c/right.txt"
 
-# starts WHAT FOLDER: the programs of FOLDER answer, and the window compares two files in a true window.
+# open_window FOLDER: starts velmora of FOLDER in a true window and returns once it has compared two files.
+open_window() {
+    local tenth
+    rm -f "$c/report.html"
+    packaging/windows/under-wine.sh --desktop "$1/velmora.exe" --lang zh --report 'C:\report.html' 'C:\left.txt' \
+        'C:\right.txt' </dev/null >/dev/null 2>&1 &
+    window=$!
+    for ((tenth = 0; tenth < 600; ++tenth)); do
+        [[ -s $c/report.html ]] && return
+        sleep 0.1
+    done
+    fail "The window of $1 has not compared within a minute."
+}
+
+close_window() {
+    wine taskkill /f /im velmora.exe >/dev/null || true
+    wait "$window" || true
+}
+
+# starts WHAT FOLDER: the programs of FOLDER answer, compare on the command line and in a window.
 starts() {
     local what=$1 folder=$2
     expect "$what: velmora-cli tells its version" "$(wine "$folder/velmora-cli.exe" --version)" "velmora-cli 1.0.0"
     expect "$what: velmora tells its version" "$(wine "$folder/velmora.exe" --version)" "Velmora 1.0.0"
     has "$what: velmora-cli compares" "$(wine "$folder/velmora-cli.exe" text 'C:\left.txt' 'C:\right.txt' || true)" "2 diffs"
-    rm -f "$c/report.html"
-    packaging/windows/under-wine.sh --desktop "$folder/velmora.exe" --lang zh --report 'C:\report.html' 'C:\left.txt' \
-        'C:\right.txt' </dev/null >/dev/null 2>&1 &
-    local window=$! tenth
-    for ((tenth = 0; tenth < 600; ++tenth)); do
-        [[ -s $c/report.html ]] && break
-        sleep 0.1
-    done
+    open_window "$folder"
     expect "$what: velmora compares in a window" "$(grep -c TWO "$c/report.html")" 1
-    wine taskkill /f /im velmora.exe >/dev/null || true
-    wait "$window" || true
+    close_window
 }
 
 mkdir "$work/unpacked folder"
@@ -76,16 +87,10 @@ say "ok: an update brings back what it needs"
 rm "$installed/mine.txt"
 
 # Refuses while the program is in use; "_?=" keeps the uninstaller from going on in a copy of itself, so that its status is seen.
-packaging/windows/under-wine.sh --desktop "$installed/velmora.exe" </dev/null >/dev/null 2>&1 &
-window=$!
-for ((tenth = 0; tenth < 300; ++tenth)); do
-    [[ "$(wine tasklist 2>/dev/null)" == *velmora.exe* ]] && break
-    sleep 0.1
-done
+open_window "$installed"
 wine "$installed/uninstall.exe" /S "_?=$native" && status=0 || status=$?
 expect "does not remove a program in use" "$status $(ls "$installed/velmora.exe")" "3 $installed/velmora.exe"
-wine taskkill /f /im velmora.exe >/dev/null || true
-wait "$window" || true
+close_window
 
 # The program's own entries in Explorer's menu go along; those of another copy do not.
 verb='HKCU\Software\Classes\*\shell'
