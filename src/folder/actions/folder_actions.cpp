@@ -180,12 +180,16 @@ void FolderActions::prepare(const ActionRequest &request)
             return prepareAction(request, files, cancel, progress);
         },
         [this, request](RunOutcome<PreparedAction> &&outcome) {
+            Q_EMIT statusChanged(outcome.end == RunEnd::Done        ? QString()
+                                 : outcome.end == RunEnd::Cancelled ? Velmora::tr("Cancelled")
+                                                                    : Velmora::tr("Not enough memory"));
             if (outcome.end == RunEnd::Done)
                 considerPlan(request, *outcome.value);
-            else if (outcome.end == RunEnd::Cancelled)
-                Q_EMIT statusChanged(Velmora::tr("Cancelled"));
-            else
-                Q_EMIT statusChanged(Velmora::tr("Not enough memory"));
+        },
+        [this](const ProgressState &state) {
+            FolderActionProgress progress;
+            progress.path = shownPath(state.item);
+            tellProgress(progress);
         });
 }
 
@@ -274,12 +278,14 @@ void FolderActions::work(const ActionRequest &request, const OperationPlan &plan
             else
                 Q_EMIT statusChanged(Velmora::tr("Not enough memory"));
         },
-        [this](const ProgressState &state) {
-            const FolderActionProgress progress = m_counter.count(state);
-            Q_EMIT progressed(progress);
-            if (!m_runner.isCancelling())
-                Q_EMIT statusChanged(progressText(progress));
-        });
+        [this](const ProgressState &state) { tellProgress(m_counter.count(state)); });
+}
+
+void FolderActions::tellProgress(const FolderActionProgress &progress)
+{
+    Q_EMIT progressed(progress);
+    if (!m_runner.isCancelling())
+        Q_EMIT statusChanged(progressText(progress));
 }
 
 void FolderActions::tellOutcome(const ActionRequest &request, const ActionOutcome &outcome)
