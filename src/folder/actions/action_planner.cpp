@@ -2,10 +2,10 @@
 
 #include "folder/engine/folder_engine.h"
 #include "folder/operations/plan_survey.h"
-
-#include <QFileInfo>
+#include "platform/file_access.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace velmora {
 
@@ -51,12 +51,23 @@ QStringList outermost(const QList<FolderDiffItem> &selection)
     return outer;
 }
 
+/// Whether it matters for a command which files are the same.
+bool needsContents(FolderCommand command)
+{
+    return isSynchronising(command) || command == FolderCommand::CopyToLeft || command == FolderCommand::CopyToRight;
+}
+
 /// Lists what a context that is not whole lacks for a command.
 class Completion {
 public:
-    Completion(FolderActionContext &context, const CancelFlag &cancel, Progress &progress)
+    Completion(FolderActionContext &context, FolderCommand command, const CancelFlag &cancel, Progress &progress)
         : m_context(context), m_cancel(cancel), m_report{&progress, &context.problems}
-    {}
+    {
+        if (!needsContents(command))
+            return;
+        m_method = compareMethod(context.options.compareBasis);
+        m_toleranceSec = context.options.timeToleranceSec;
+    }
 
     void listEverything()
     {
@@ -92,14 +103,19 @@ public:
 private:
     QList<FolderDiffItem> compare(const QString &left, const QString &right, const QString &prefix)
     {
-        return compareFolderTree(left, right, prefix, compareMethod(m_context.options.compareBasis), m_cancel,
-                                 m_context.options.timeToleranceSec, m_context.options.alignOverrides, m_report);
+        return compareFolderTree(left, right, prefix, m_method, m_cancel, m_toleranceSec,
+                                 m_context.options.alignOverrides, m_report);
     }
 
     /// A folder, on both sides if it is on both: a file against a folder has no contents to be compared.
     [[nodiscard]] static bool isFolderPair(const FolderDiffItem &item)
     {
-        const auto isFolder = [](const QString &path) { return path.isEmpty() || QFileInfo(path).isDir(); };
+        const auto isFolder = [](const QString &path) {
+            if (path.isEmpty())
+                return true;
+            const std::optional<FolderEntry> entry = FileAccess::native().describe(path);
+            return entry && entry->kind == EntryKind::Folder;
+        };
         return isFolder(item.leftPath) && isFolder(item.rightPath);
     }
 
@@ -117,6 +133,9 @@ private:
     FolderActionContext &m_context;
     const CancelFlag &m_cancel;
     FolderRunReport m_report;
+    // These two read no file: what is equal in size is taken for the same whatever its time.
+    CompareMethod m_method = CompareMethod::Rules;
+    qint32 m_toleranceSec = std::numeric_limits<qint32>::max();
 };
 
 void complete(FolderActionContext &context, const ActionRequest &request, const CancelFlag &cancel, Progress &progress)
@@ -124,7 +143,7 @@ void complete(FolderActionContext &context, const ActionRequest &request, const 
     const bool listsNothing = request.command == FolderCommand::NewFolder || request.command == FolderCommand::Rename;
     if (context.isWhole || listsNothing)
         return;
-    Completion completion(context, cancel, progress);
+    Completion completion(context, request.command, cancel, progress);
     if (isSynchronising(request.command) && request.selection.items.isEmpty())
         completion.listEverything();
     else

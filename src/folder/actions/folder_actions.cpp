@@ -47,7 +47,7 @@ QString progressText(const FolderActionProgress &progress)
 bool writesReadOnly(const OperationPlan &plan, const FolderActionContext &context)
 {
     for (const PlanSide side : {PlanSide::Left, PlanSide::Right}) {
-        if (!isReadOnly(context, side))
+        if (!isReadOnly(context, side) || rootOn(context, side).isEmpty())
             continue;
         const QString below = rootOn(context, side) + u'/';
         for (const OperationStep &step : plan.steps) {
