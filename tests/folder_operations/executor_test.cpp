@@ -140,6 +140,118 @@ private Q_SLOTS:
         QCOMPARE(tree.picture(QStringLiteral("right")), lines({"a=mine", "b=mine"}));
     }
 
+    void aTargetThatChangesWhileItIsKeptIsNotReplaced()
+    {
+        OperationFixture tree;
+        tree.make(lines({"right/a=old", "left/a=new"}));
+        const OperationPlan plan = tree.surveyed(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood));
+        ScriptedLayer changing(before("makeHardLink", 1, [&] { tree.make(lines({"right/a=mine"})); }));
+        OperationJournal journal(changing, tree.journalFolder());
+        const ExecutionReport report = tree.execute(plan, {false, &journal}, changing);
+        QCOMPARE(problems(report, tree.right()), QStringList(said(OperationErrorCode::TargetChanged, "a")));
+        QCOMPARE(tree.picture(QStringLiteral("right")), lines({"a=mine"}));
+    }
+
+    /// Neither size alone nor size and time make a file the one that was seen.
+    void anotherFileIsNotTakenForTheSame()
+    {
+        OperationFixture tree;
+        tree.make(lines({"left/edited=1", "left/swapped=1", "right/edited=22", "right/gone=1"}));
+        const OperationPlan plan = tree.surveyed(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood));
+        tree.make(lines({"left/edited=2", "left/other=2", "right/other=2"}));
+        for (const char *name : {"left/swapped", "right/gone"}) {
+            const QString file = QString::fromLatin1(name);
+            const qint64 seconds = QDateTime(QDate(2024, 2, 29), QTime(12, 0), Qt::UTC).secsTo(tree.time(file));
+            const QString other = file.section(u'/', 0, 0) + QStringLiteral("/other");
+            tree.setTime(other, seconds);
+            tree.remove(file);
+            QVERIFY(QFile::rename(tree.path(other), tree.path(file)));
+        }
+        const ExecutionReport report = tree.execute(plan);
+        QCOMPARE(report.ends.count(StepEnd::Skipped), 3);
+        QCOMPARE(tree.picture(QStringLiteral("right")), lines({"edited=22", "gone=2"}));
+    }
+
+    void aCopyThatIsTooShortIsNotKept()
+    {
+        OperationFixture tree;
+        tree.make(lines({"left/a=1234"}));
+        const OperationPlan plan = tree.surveyed(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood));
+        const auto cut = [&] {
+            const QStringList names = QDir(tree.right()).entryList(QDir::Files | QDir::Hidden);
+            QVERIFY(names.size() == 1 && QFile::resize(tree.right() + u'/' + names[0], 3));
+        };
+        ScriptedLayer layer(before("sink.state", 1, cut));
+        const ExecutionReport report = tree.execute(plan, {}, layer);
+        QCOMPARE(problems(report, tree.right()), QStringList(said(OperationErrorCode::NotTheSame, "a")));
+        QCOMPARE(tree.picture(QStringLiteral("right")), QStringList());
+    }
+
+    void whatIsBackOnTheOtherSideIsNotDeleted()
+    {
+        OperationFixture tree;
+        tree.make(lines({"right/dir/a=1", "left/dir/", "right/b=1"}));
+        const OperationPlan plan = tree.surveyed(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood));
+        tree.make(lines({"left/dir/a=back"}));
+        const ExecutionReport report = tree.execute(plan);
+        QCOMPARE(problems(report, tree.left()), QStringList(said(OperationErrorCode::CounterpartAppeared, "dir/a")));
+        QCOMPARE(tree.picture(QStringLiteral("right")), lines({"dir/", "dir/a=1"}));
+    }
+
+    void aFolderInWhichAFileChangedIsNotRecycled()
+    {
+        OperationFixture tree;
+        tree.make(lines({"right/dir/deep/a=1"}));
+        const OperationPlan plan = tree.surveyed(planMirror(tree.input(), PlanSide::Left, DeleteManner::ToRecycleBin));
+        QCOMPARE(plan.steps.size(), 1);
+        tree.make(lines({"right/dir/deep/a=2"}));
+        const ExecutionReport report = tree.execute(plan);
+        QCOMPARE(problems(report, tree.right()), QStringList(said(OperationErrorCode::SourceChanged, "dir")));
+    }
+
+    void copiesReachTheDiskBeforeAnythingGoes()
+    {
+        OperationFixture tree;
+        tree.make(lines({"left/a=1", "left/b=new", "right/b=old", "right/c=1"}));
+        const OperationPlan plan = tree.surveyed(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood));
+        QStringList calls;
+        ScriptedLayer watched([&](int, QLatin1String call) {
+            if (call == QLatin1String("move") || call == QLatin1String("sink.flush") ||
+                call == QLatin1String("settle") || call == QLatin1String("removeFile"))
+                calls.append(call);
+            return FileError();
+        });
+        QVERIFY(tree.execute(plan, {}, watched).isComplete());
+        QCOMPARE(calls, FileLayer::native().canSettle()
+                            ? lines({"move", "sink.flush", "move", "settle", "removeFile"})
+                            : lines({"sink.flush", "move", "sink.flush", "move", "removeFile"}));
+    }
+
+    void nothingGoesWhenTheDiskCannotConfirm()
+    {
+        if (!FileLayer::native().canSettle())
+            QSKIP("every file is confirmed by itself here");
+        OperationFixture tree;
+        tree.make(lines({"left/a=1", "left/b=1", "right/c=1"}));
+        const PlanInput input = tree.input();
+        const auto otherVolumeWithoutEnd = [isCopied = false](int, QLatin1String call) mutable {
+            if (call == QLatin1String("settle"))
+                return FileError{FileErrorKind::Other, {}};
+            isCopied = isCopied || call == QLatin1String("sink.copyFrom");
+            const bool crosses = call == QLatin1String("move") && !std::exchange(isCopied, false);
+            return crosses ? FileError{FileErrorKind::OtherVolume, {}} : FileError();
+        };
+        ScriptedLayer moving(otherVolumeWithoutEnd);
+        const ExecutionReport moved = tree.execute(planMoveToOtherSide(input, {0}, PlanSide::Left), {}, moving);
+        QCOMPARE(moved.problems.last().code, OperationErrorCode::SourceStays);
+        QVERIFY(tree.picture().contains(QStringLiteral("left/a=1")));
+        ScriptedLayer mirroring(otherVolumeWithoutEnd);
+        const ExecutionReport mirrored =
+            tree.execute(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood), {}, mirroring);
+        QCOMPARE(mirrored.problems.last().code, OperationErrorCode::TroubleInBranch);
+        QVERIFY(tree.picture().contains(QStringLiteral("right/c=1")));
+    }
+
     void nothingIsDeletedInATroubledBranch()
     {
         OperationFixture tree;
