@@ -89,6 +89,15 @@ void FolderComparison::load(const FolderSpec &spec, bool wholeTree)
         });
 }
 
+void FolderComparison::show(const FolderSpec &spec, FolderTree tree)
+{
+    clear();
+    m_spec = spec;
+    FolderListing listing;
+    listing.tree = std::move(tree);
+    takeListing(std::move(listing));
+}
+
 void FolderComparison::startLevel()
 {
     m_stage = Stage::Level;
@@ -113,11 +122,21 @@ void FolderComparison::startLevel()
         [this](const ProgressState &state) { report(state); });
 }
 
+void FolderComparison::replaceTree(FolderTree &&tree)
+{
+    m_disposer.start(
+        [old = std::exchange(m_tree, std::move(tree))](const CancelFlag &, Progress &) mutable {
+            old = FolderTree();
+            return true;
+        },
+        [](RunOutcome<bool> &&) {});
+}
+
 void FolderComparison::takeListing(FolderListing &&listing)
 {
     Q_EMIT treeAboutToBeReplaced();
     const QSet<QString> expanded = m_tree.expandedNames();
-    m_tree = std::move(listing.tree);
+    replaceTree(std::move(listing.tree));
     m_tree.expand(expanded);
     m_problems.append(listing.problems);
     m_shifts = listing.shifts;
@@ -232,7 +251,7 @@ void FolderComparison::clear()
     m_problems.clear();
     m_shifts = {};
     Q_EMIT treeAboutToBeReplaced();
-    m_tree = FolderTree();
+    replaceTree({});
     ++m_revision;
     Q_EMIT treeReplaced();
     Q_EMIT runningChanged();

@@ -31,6 +31,8 @@ public:
 
     /// Starts a load of two folders; nothing of the old tree is kept but which folders are open.
     void load(const FolderSpec &spec, bool wholeTree);
+    /// Takes a result that is there already, made of items of `spec`'s folders.
+    void show(const FolderSpec &spec, FolderTree tree);
     /// Ends the runs; what they have found stays.
     void cancel();
     /// Ends the runs and forgets the tree.
@@ -94,6 +96,7 @@ private:
     void startLevel();
     void startFilling();
     void fillNext();
+    void replaceTree(FolderTree &&tree);
     void takeListing(FolderListing &&listing);
     void takeBranches(BranchResult &&branches);
     void endLoad(bool cancelled);
@@ -120,6 +123,7 @@ private:
     Runner m_branches;
     Runner m_contents;
     Runner m_filterer;
+    Runner m_disposer; ///< frees what a tree held, which takes a while for a large one
 };
 
 } // namespace velmora

@@ -168,7 +168,7 @@ void FolderRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     painter->restore();
 }
 
-void FolderRowDelegate::paintTree(QPainter &painter, const QRect &cell, int row) const
+void FolderRowDelegate::paintTree(QPainter &painter, const QRect &cell, int row, bool isLeft) const
 {
     const qint32 node = m_model.nodeAt(row);
     const FolderTree &tree = m_model.tree();
@@ -183,6 +183,8 @@ void FolderRowDelegate::paintTree(QPainter &painter, const QRect &cell, int row)
         if ((lines >> (level + 1)) & 1)
             painter.drawLine(middleOf(level), cell.top(), middleOf(level), cell.bottom());
     }
+    if (pathOf(tree.item(node), isLeft).isEmpty())
+        return; // nothing hangs on a line where nothing is
     const bool expandable = tree.isExpandable(node);
     if (depth > 0) {
         const int x = middleOf(depth - 1);
@@ -237,7 +239,7 @@ void FolderRowDelegate::paintName(QPainter &painter, const QStyleOptionViewItem 
     const qint32 node = m_model.nodeAt(row);
     const FolderDiffItem &item = m_model.tree().item(node);
     const bool left = isLeftColumn(FolderColumn(index.column()));
-    paintTree(painter, option.rect, row);
+    paintTree(painter, option.rect, row, left);
     if (pathOf(item, left).isEmpty())
         return;
 

@@ -24,7 +24,7 @@ public:
 
 private:
     void paintName(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const;
-    void paintTree(QPainter &painter, const QRect &cell, int row) const;
+    void paintTree(QPainter &painter, const QRect &cell, int row, bool isLeft) const;
     void paintPicture(QPainter &painter, const QRect &box, qint32 node, bool left) const;
     void paintSign(QPainter &painter, const QStyleOptionViewItem &option, qint32 node) const;
     void paintDetail(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const;

@@ -306,9 +306,40 @@ void FolderTree::appendBranch(const FolderTree &branch, const Edit &edit, qint32
     }
 }
 
+bool FolderTree::overwrite(const std::vector<Edit> &edits)
+{
+    const bool fits = std::all_of(edits.begin(), edits.end(), [](const Edit &edit) {
+        return edit.branch && edit.end == edit.begin + 1 && edit.branch->size() == 1;
+    });
+    if (!fits)
+        return false;
+    for (const Edit &edit : edits) {
+        Node &node = at(edit.begin);
+        const Node &other = edit.branch->node(0);
+        m_items[edit.begin] = edit.branch->item(0);
+        node.unloaded = other.unloaded;
+        node.unreadable = other.unreadable;
+        node.hidden = other.hidden;
+        node.ignored = other.ignored;
+        node.scanning = false;
+    }
+    return true;
+}
+
 std::vector<qint32> FolderTree::apply(const std::vector<Patch> &patches)
 {
     std::vector<qint32> places(m_nodes.size(), -1);
+    const std::vector<Edit> edits = editsFor(patches);
+    // What happens most, files that were compared anew, moves nothing.
+    if (overwrite(edits)) {
+        std::iota(places.begin(), places.end(), 0);
+        std::vector<qint32> touched;
+        for (const Edit &edit : edits)
+            touched.push_back(edit.parent);
+        addTotalsAbove(touched);
+        rollUp();
+        return places;
+    }
     FolderTree result;
     result.m_items.reserve(m_items.size());
     result.m_nodes.reserve(m_nodes.size());
@@ -328,7 +359,7 @@ std::vector<qint32> FolderTree::apply(const std::vector<Patch> &patches)
         }
     };
     std::vector<qint32> touched;
-    for (const Edit &edit : editsFor(patches)) {
+    for (const Edit &edit : edits) {
         keepUntil(edit.begin);
         const qint32 parent = edit.parent < 0 ? -1 : places[std::size_t(edit.parent)];
         if (edit.branch) {
@@ -342,19 +373,24 @@ std::vector<qint32> FolderTree::apply(const std::vector<Patch> &patches)
     }
     keepUntil(size());
     result.completeNodes();
+    result.addTotalsAbove(touched);
+    result.rollUp();
+    *this = std::move(result);
+    return places;
+}
+
+void FolderTree::addTotalsAbove(const std::vector<qint32> &touched)
+{
     // Deepest first, each folder once; a folder comes after its own.
     std::vector<qint32> folders;
     for (qint32 folder : touched) {
-        for (; folder >= 0; folder = result.node(folder).parent)
+        for (; folder >= 0; folder = node(folder).parent)
             folders.push_back(folder);
     }
     std::sort(folders.begin(), folders.end(), std::greater<>());
     folders.erase(std::unique(folders.begin(), folders.end()), folders.end());
     for (const qint32 folder : folders)
-        result.addTotals(folder);
-    result.rollUp();
-    *this = std::move(result);
-    return places;
+        addTotals(folder);
 }
 
 void FolderTree::addTotals(qint32 folder)

@@ -155,7 +155,11 @@ private:
     void completeNodes();
     [[nodiscard]] std::vector<Edit> editsFor(const std::vector<Patch> &patches) const;
     [[nodiscard]] qint32 placeFor(const FolderDiffItem &item, qint32 parent) const;
+    /// Puts branches of the same shape in the place of single entries; false, and nothing done, when one is not.
+    [[nodiscard]] bool overwrite(const std::vector<Edit> &edits);
     void appendBranch(const FolderTree &branch, const Edit &edit, qint32 newParent, FolderTree &result) const;
+    /// Adds up these folders and those around them anew.
+    void addTotalsAbove(const std::vector<qint32> &touched);
     void addTotals(qint32 folder);
     void markFile(qint32 node);
     void markFolder(qint32 node, bool hasContents);

@@ -62,8 +62,10 @@ FolderView::FolderView(FolderComparison &comparison, QWidget *parent)
         pane->setSelectionModel(selection);
         delete own;
     }
-    for (TreeLineTreeWidget *pane : panes())
+    for (TreeLineTreeWidget *pane : panes()) {
+        pane->keepHeadersOutOfSelection();
         connectPane(*pane);
+    }
     connect(selection, &QItemSelectionModel::selectionChanged, this, &FolderView::selectionChanged);
     connect(m_rows, &QAbstractItemModel::modelAboutToBeReset, this, &FolderView::keepPlace);
     connect(m_rows, &QAbstractItemModel::modelReset, this, &FolderView::restorePlace);

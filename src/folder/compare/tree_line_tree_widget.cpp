@@ -35,6 +35,12 @@ TreeLineTreeWidget::TreeLineTreeWidget(FolderRowsModel &model, const QList<Folde
     takeRowHeight();
 }
 
+void TreeLineTreeWidget::keepHeadersOutOfSelection()
+{
+    for (QHeaderView *header : {horizontalHeader(), verticalHeader()})
+        header->setSelectionModel(new QItemSelectionModel(&m_rows, header));
+}
+
 void TreeLineTreeWidget::takeRowHeight()
 {
     verticalHeader()->setDefaultSectionSize(FolderRowDelegate::rowHeight(fontMetrics()));

@@ -25,6 +25,10 @@ public:
     /// The row at a place of the viewport, -1 for none.
     [[nodiscard]] int rowAtPoint(QPoint place) const { return rowAt(place.y()); }
 
+    /// Gives the headers a selection of their own, which stays empty: painting them, they would ask of each row whether
+    /// it is selected. To be called when the selection model has been set.
+    void keepHeadersOutOfSelection();
+
     [[nodiscard]] FolderColumn firstColumn() const { return m_columns.first(); }
 
     void keyboardSearch(const QString &search) override;
