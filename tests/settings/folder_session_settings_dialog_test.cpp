@@ -296,6 +296,14 @@ private Q_SLOTS:
         settings.setValue(QStringLiteral("FolderCompare/KeptCopies/bytes"), QStringLiteral("-5"));
         settings.setValue(QStringLiteral("FolderCompare/KeptCopies/days"), QStringLiteral("x"));
         QVERIFY(loadKeptCopies(settings) == KeptCopies());
+
+        // What no control can show stays.
+        for (const KeptCopies &kept : {KeptCopies{1234, 5}, KeptCopies{qint64(1) << 50, 10'000}}) {
+            saveKeptCopies(settings, kept);
+            settings.sync();
+            Hands(FolderSessionOptions{}).dialog.accept();
+            QVERIFY(loadKeptCopies(SessionSettings()) == kept);
+        }
     }
 
     void opensAtTheTabAskedFor()

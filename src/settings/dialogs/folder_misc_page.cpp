@@ -3,7 +3,6 @@
 #include "core/settings_store.h"
 #include "session/translate.h"
 #include "settings/options/folder_session_options.h"
-#include "settings/options/kept_copies.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
@@ -24,6 +23,7 @@ FolderMiscPage::FolderMiscPage(QWidget *parent)
     : FolderSettingsPage(parent),
       m_logPanel(new QCheckBox(Velmora::tr("Show action log panel (&L)"))),
       m_filterBar(new QCheckBox(Velmora::tr("Show filter bar (&F)"))),
+      m_kept(loadKeptCopies(SessionSettings())),
       m_keptSize(new QSpinBox),
       m_keptDays(new QSpinBox)
 {
@@ -53,25 +53,37 @@ void FolderMiscPage::store(FolderSessionOptions &options) const
 
 void FolderMiscPage::storeKeptCopies() const
 {
+    const KeptCopies chosen = chosenLimits();
+    if (chosen == m_kept)
+        return; // another session may have changed them since
     SessionSettings settings;
-    saveKeptCopies(settings, {m_keptSize->value() * megabyte, m_keptDays->value()});
+    saveKeptCopies(settings, chosen);
+}
+
+KeptCopies FolderMiscPage::chosenLimits() const
+{
+    // Limits that the boxes cannot show stay as long as nobody changes what they show.
+    KeptCopies chosen = m_kept;
+    if (m_keptSize->value() != qMin<qint64>(m_kept.bytes / megabyte, m_keptSize->maximum()))
+        chosen.bytes = m_keptSize->value() * megabyte;
+    if (m_keptDays->value() != qMin(m_kept.days, m_keptDays->maximum()))
+        chosen.days = m_keptDays->value();
+    return chosen;
 }
 
 QWidget *FolderMiscPage::makeKeptCopies()
 {
-    const SessionSettings settings;
-    const KeptCopies kept = loadKeptCopies(settings);
     m_keptSize->setObjectName(QStringLiteral("keptCopiesSize"));
     m_keptSize->setRange(0, 1024 * 1024);
     m_keptSize->setSingleStep(256);
     m_keptSize->setGroupSeparatorShown(true);
     m_keptSize->setSuffix(Velmora::tr(" MB"));
     m_keptSize->setSpecialValueText(Velmora::tr("Nothing"));
-    m_keptSize->setValue(int(kept.bytes / megabyte));
+    m_keptSize->setValue(int(qMin<qint64>(m_kept.bytes / megabyte, m_keptSize->maximum())));
     m_keptDays->setObjectName(QStringLiteral("keptCopiesDays"));
     m_keptDays->setRange(1, 3650);
     m_keptDays->setSuffix(Velmora::tr(" days"));
-    m_keptDays->setValue(kept.days);
+    m_keptDays->setValue(m_kept.days);
     connect(m_keptSize, &QSpinBox::valueChanged, m_keptDays, [this](int size) { m_keptDays->setEnabled(size > 0); });
     m_keptDays->setEnabled(m_keptSize->value() > 0);
 

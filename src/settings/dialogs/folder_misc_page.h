@@ -1,6 +1,7 @@
 #pragma once
 
 #include "settings/dialogs/settings_page.h"
+#include "settings/options/kept_copies.h"
 
 class QCheckBox;
 class QSpinBox;
@@ -17,14 +18,16 @@ public:
     void load(const FolderSessionOptions &options) override;
     void store(FolderSessionOptions &options) const override;
 
-    /// Stores how much is kept, which is part of no options.
+    /// Stores how much is kept, which is part of no options, if a person has changed it.
     void storeKeptCopies() const;
 
 private:
     [[nodiscard]] QWidget *makeKeptCopies();
+    [[nodiscard]] KeptCopies chosenLimits() const;
 
     QCheckBox *m_logPanel;
     QCheckBox *m_filterBar;
+    KeptCopies m_kept; ///< as opened
     QSpinBox *m_keptSize;
     QSpinBox *m_keptDays;
 };
