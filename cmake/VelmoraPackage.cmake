@@ -32,6 +32,7 @@ endfunction()
 velmora_install_compressed(packaging/man/velmora.1 velmora.1 "${CMAKE_INSTALL_MANDIR}/man1")
 velmora_install_compressed(packaging/man/velmora-cli.1 velmora-cli.1 "${CMAKE_INSTALL_MANDIR}/man1")
 velmora_install_compressed(CHANGELOG.md changelog "${CMAKE_INSTALL_DATADIR}/doc/velmora")
+velmora_install_compressed(packaging/debian/changelog changelog.Debian "${CMAKE_INSTALL_DATADIR}/doc/velmora")
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME velmora)
@@ -49,6 +50,7 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1) # the number in packaging/debian/changelog
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-dejavu-core, qt6-wayland")
