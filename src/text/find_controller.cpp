@@ -16,9 +16,10 @@ FindController::FindController(FindBar &bar, DiffView &view, QObject *parent)
 
 void FindController::open()
 {
-    const QString selected = m_view.scene().selectedText();
+    constexpr qsizetype longestQuery = 1000;
+    const QString selected = m_view.scene().shortSelection(longestQuery);
     m_start = m_view.scene().caret().selectionStart();
-    m_bar.open(selected.contains(u'\n') ? QString() : selected);
+    m_bar.open(selected);
     takeQuery();
 }
 

@@ -19,8 +19,6 @@ namespace velmora {
 namespace {
 
 constexpr int fewestDigits = 3;
-// An assistive tool would read for hours at the longest lines.
-constexpr qsizetype longestTold = 2000;
 constexpr auto dragScrollInterval = std::chrono::milliseconds(40);
 
 int digitsOf(qsizetype number)

@@ -83,6 +83,9 @@ protected:
     void focusOutEvent(QFocusEvent *event) override;
 
 private:
+    /// Units of a line that assistive tools and input methods are told; the former would read for hours at the longest.
+    static constexpr qsizetype longestTold = 2000;
+
     enum class Step { Previous, Next, PreviousWord, NextWord, LineStart, LineEnd };
 
     [[nodiscard]] bool hasCaret() const { return m_scene.caret().side == m_side; }

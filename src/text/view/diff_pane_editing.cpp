@@ -184,7 +184,7 @@ QVariant DiffPane::inputMethodQuery(Qt::InputMethodQuery query) const
     case Qt::ImSurroundingText:
         return currentLine();
     case Qt::ImCurrentSelection:
-        return hasCaret() ? m_scene.selectedText() : QString();
+        return hasCaret() ? m_scene.shortSelection(longestTold) : QString();
     default:
         return QWidget::inputMethodQuery(query);
     }

@@ -391,6 +391,13 @@ void DiffScene::revealChange()
         scrollTo(m_top, *first - columnsPerPage() / 3);
 }
 
+QString DiffScene::shortSelection(qsizetype longest) const
+{
+    const TextPosition start = m_caret.selectionStart();
+    const TextPosition end = m_caret.selectionEnd();
+    return start.row == end.row && end.unit - start.unit <= longest ? selectedText() : QString();
+}
+
 QString DiffScene::selectedText() const
 {
     if (!m_document || !m_caret.hasSelection())
@@ -405,12 +412,14 @@ QString DiffScene::selectedText() const
         const DiffDocument::Cell cell = m_document->cell(row, m_caret.side);
         if (!cell.source || !cell.own)
             continue;
-        const QString text = cell.source->text(cell.line);
-        const qsizetype first = row == start.row ? start.unit : 0;
-        const qsizetype last = row == end.row ? end.unit : text.size();
-        lines.append(text.mid(first, last - first));
+        QString text = cell.source->text(cell.line);
+        if (row == end.row)
+            text.truncate(end.unit);
+        if (row == start.row)
+            text.remove(0, start.unit);
+        lines.append(std::move(text));
     }
-    return lines.join(u'\n');
+    return lines.size() == 1 ? lines.first() : lines.join(u'\n');
 }
 
 } // namespace velmora

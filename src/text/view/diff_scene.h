@@ -116,6 +116,8 @@ public:
 
     /// What is selected, lines joined by line feeds; rows without a line of their own count for nothing.
     [[nodiscard]] QString selectedText() const;
+    /// The same where it is a part of one line and has at most `longest` units; empty otherwise.
+    [[nodiscard]] QString shortSelection(qsizetype longest) const;
 
 Q_SIGNALS:
     void documentChanged(); ///< document or filter: everything has to be laid out anew

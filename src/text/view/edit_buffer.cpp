@@ -52,7 +52,8 @@ std::vector<QByteArray> splitLines(const QString &text)
 
 qsizetype byteOfUnit(std::string_view utf8, qsizetype unit)
 {
-    std::size_t at = 0;
+    std::size_t at = asciiBlocks(utf8.substr(0, std::size_t(std::max<qsizetype>(unit, 0))));
+    unit -= qsizetype(at);
     while (at < utf8.size() && unit > 0) {
         const auto lead = static_cast<unsigned char>(utf8[at]);
         const std::size_t size = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
@@ -157,7 +158,10 @@ EditPosition EditBuffer::clamped(EditPosition position) const
         return {};
     if (position.line >= count())
         return {count() - 1, utf16Length(m_snapshot->bytes(count() - 1))};
-    return {position.line, std::clamp<qsizetype>(position.unit, 0, utf16Length(m_snapshot->bytes(position.line)))};
+    const std::string_view line = m_snapshot->bytes(position.line);
+    const bool isInside = byteOfUnit(line, position.unit) < qsizetype(line.size());
+    return {position.line,
+            isInside ? std::max<qsizetype>(position.unit, 0) : std::min(position.unit, utf16Length(line))};
 }
 
 LineEnd EditBuffer::usualEnd(qsizetype line) const

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 
 namespace velmora {
 
@@ -75,8 +77,27 @@ qint64 advanced(qint64 column, char32_t character, int tabWidth)
     return character == U'\t' ? (column / tabWidth + 1) * tabWidth : column + cellsOf(character);
 }
 
+// Eight bytes at a time: the longest lines are asked about with every key that is typed into them.
+constexpr std::uint64_t highBits = 0x8080808080808080U;
+
+std::uint64_t blockAt(const char *bytes)
+{
+    std::uint64_t block = 0;
+    std::memcpy(&block, bytes, sizeof block);
+    return block;
+}
+
+bool isPlainBlock(std::uint64_t block)
+{
+    constexpr std::uint64_t belowBlank = 0x6060606060606060U; // carries into the high bit from 0x20 on
+    constexpr std::uint64_t ones = 0x0101010101010101U;
+    return (block & highBits) == 0 && ((block + belowBlank) & highBits) == highBits && ((block + ones) & highBits) == 0;
+}
+
 bool isPlainAscii(std::string_view utf8)
 {
+    while (utf8.size() >= sizeof(std::uint64_t) && isPlainBlock(blockAt(utf8.data())))
+        utf8.remove_prefix(sizeof(std::uint64_t));
     return std::all_of(utf8.begin(), utf8.end(), [](char c) {
         const auto byte = static_cast<unsigned char>(c);
         return byte >= 0x20 && byte < 0x7F;
@@ -105,9 +126,19 @@ bool endsWord(char32_t character)
 
 } // namespace
 
+std::size_t asciiBlocks(std::string_view utf8)
+{
+    std::size_t size = 0;
+    while (size + sizeof(std::uint64_t) <= utf8.size() && (blockAt(utf8.data() + size) & highBits) == 0)
+        size += sizeof(std::uint64_t);
+    return size;
+}
+
 qsizetype utf16Length(std::string_view utf8)
 {
-    qsizetype units = 0;
+    const std::size_t ascii = asciiBlocks(utf8);
+    utf8.remove_prefix(ascii);
+    auto units = qsizetype(ascii);
     for (const char c : utf8) {
         const auto byte = static_cast<unsigned char>(c);
         units += (byte & 0xC0) != 0x80; // continuation bytes start no character

@@ -7,6 +7,9 @@
 
 namespace velmora {
 
+/// Bytes at the start of `utf8` that are ASCII, up to the first block of eight that is not all of that.
+[[nodiscard]] std::size_t asciiBlocks(std::string_view utf8);
+
 /// UTF-16 code units that valid UTF-8 takes.
 [[nodiscard]] qsizetype utf16Length(std::string_view utf8);
 

@@ -16,6 +16,7 @@ namespace {
 constexpr qsizetype rowsAround = 100;
 // Beyond this, comparing on the interface thread would be felt.
 constexpr qsizetype linesAtOnce = 2000;
+constexpr std::size_t bytesAtOnce = 1'000'000;
 
 /// The lines [first, first + count), 0-based.
 struct Lines {
@@ -71,6 +72,24 @@ TextLines cut(const EditSnapshot &text, Lines lines, const QStringList &find, co
     for (qsizetype line = lines.first; line < lines.first + lines.count; ++line)
         builder.append(text.bytes(line), text.lineEnd(line));
     return applyReplacements(builder.take(), find, with, {});
+}
+
+bool isTooLong(const EditSnapshot &text, Lines lines)
+{
+    std::size_t bytes = 0;
+    for (qsizetype line = lines.first; line < lines.first + lines.count && bytes <= bytesAtOnce; ++line)
+        bytes += text.bytes(line).size();
+    return bytes > bytesAtOnce;
+}
+
+/// The same pairs of lines, whose kinds are told by their bytes alone.
+QList<AlignedRow> keptPairs(const EditedTexts &texts, QList<AlignedRow> rows)
+{
+    for (AlignedRow &row : rows) {
+        if (row.leftLine >= 1 && row.rightLine >= 1)
+            row.kind = texts.left->bytes(row.leftLine - 1) == texts.right->bytes(row.rightLine - 1) ? Equal : Modified;
+    }
+    return rows;
 }
 
 QList<AlignedRow> align(const EditedTexts &texts, Lines left, Lines right, const TextSessionOptions &options)
@@ -132,8 +151,10 @@ std::shared_ptr<const DiffDocument> patchDocument(const DiffDocument &before, co
     own.count += change.inserted - change.removed;
     const Lines other = linesIn(before, touched, otherSide(side));
     const bool isLeft = side == Side::Left;
-    const QList<AlignedRow> rows = align(texts, isLeft ? own : other, isLeft ? other : own, options);
     const auto shift = qint32(change.inserted - change.removed);
+    const bool isRough = shift == 0 && (isTooLong(texts.of(side), own) || isTooLong(texts.of(otherSide(side)), other));
+    const QList<AlignedRow> rows = isRough ? keptPairs(texts, before.rows().sliced(touched.first, touched.count))
+                                           : align(texts, isLeft ? own : other, isLeft ? other : own, options);
     const bool sameRows = shift == 0 && before.rows().sliced(touched.first, touched.count) == rows;
     return std::make_shared<DiffDocument>(
         sameRows ? before.rows() : spliced(before.rows(), touched, rows, side, shift), texts.left, texts.right,

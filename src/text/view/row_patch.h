@@ -22,7 +22,7 @@ struct EditedTexts {
 ///
 /// Shares the rows of `before` when none of them changes, so that typing into a changed line costs nothing for the
 /// others. Otherwise takes a step for each row. An edit of thousands of lines is not compared here: its lines become
-/// one-sided rows until somebody compares the whole.
+/// one-sided rows until somebody compares the whole. Lines of a megabyte and more are only looked at byte by byte.
 [[nodiscard]] std::shared_ptr<const DiffDocument> patchDocument(const DiffDocument &before, const EditedTexts &texts,
                                                                 Side side, const LineChange &change,
                                                                 const TextSessionOptions &options);
