@@ -75,6 +75,8 @@ public:
         if (mode != QIcon::Disabled)
             return m_icon.pixmap(size / scale, scale, mode, state);
         const QPixmap normal = m_icon.pixmap(size / scale, scale, QIcon::Normal, state);
+        if (normal.isNull())
+            return normal;
         QPixmap picture(normal.size());
         picture.setDevicePixelRatio(normal.devicePixelRatio());
         picture.fill(Qt::transparent);
