@@ -11,9 +11,8 @@ namespace velmora {
 /// Gives an entry another name, which must be free. On failure errno is set.
 [[nodiscard]] bool renameToFree(int fromFolder, const char *name, int toFolder, const char *newName);
 
-/// Moves the entry `name` of `folder` to the bin of its volume. `folderPath` leads to the folder. After the
-/// specification "Desktop Trash" 1.0 of freedesktop.org: the home bin for what is on its volume, else the one at the
-/// top of the volume.
+/// Moves the entry `name` of `folder` to the bin of its volume. `folderPath` leads to the folder. As
+/// freedesktop.org has it: the home's bin for what is on its volume, else the one at the top of the volume.
 [[nodiscard]] RecycleResult recycleInto(int folder, const std::string &folderPath, const std::string &name);
 
 /// Takes what `recycleInto` put at `binPath` back out.

@@ -158,6 +158,7 @@ private Q_SLOTS:
         step.step.to = {1, QStringLiteral("\U0001F600")};
         step.step.fromSeen = SeenEntry::exactly({NodeKind::File, 1LL << 60, -1, FileIdentity{~0ULL, 1}, 0, false});
         step.step.toSeen = SeenEntry::absent();
+        step.step.fromSeen.files = 3;
         step.kept = QStringLiteral("12");
         step.now = step.step.fromSeen;
         step.end = JournalStep::End::Done;

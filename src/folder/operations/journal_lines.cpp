@@ -67,6 +67,8 @@ QJsonObject stateJson(const SeenEntry &seen)
     object.insert(QStringLiteral("kind"), int(seen.kind));
     object.insert(QStringLiteral("size"), QString::number(seen.size));
     object.insert(QStringLiteral("time"), QString::number(seen.modifiedNs));
+    if (seen.files != 1)
+        object.insert(QStringLiteral("files"), QString::number(seen.files));
     if (seen.identity) {
         object.insert(QStringLiteral("volume"), QString::number(seen.identity->volume));
         object.insert(QStringLiteral("number"), QString::number(seen.identity->number));
@@ -132,6 +134,8 @@ public:
             seen.kind = NodeKind(fields.number("kind", 0, int(NodeKind::Special)));
             seen.size = fields.longNumber<qint64>("size");
             seen.modifiedNs = fields.longNumber<qint64>("time");
+            if (fields.has("files"))
+                seen.files = fields.longNumber<qint64>("files");
             if (fields.has("volume"))
                 seen.identity =
                     FileIdentity{fields.longNumber<quint64>("volume"), fields.longNumber<quint64>("number")};

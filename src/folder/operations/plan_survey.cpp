@@ -447,7 +447,7 @@ private:
             error = visitTree(*folder, [&](const QString &relative, const NodeState &node) {
                 summary.add(relative, node);
                 isAll = m_vacated.contains({step.from.root, QString(step.from.relative % u'/' % relative)});
-                return isAll;
+                return isAll && !m_cancel.isCancelled();
             });
         }
         return told(step, error, isAll);
