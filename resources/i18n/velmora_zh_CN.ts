@@ -3721,31 +3721,31 @@ Read-only: %5</source>
     </message>
     <message>
         <source>Not enough memory to copy the differences</source>
-        <translation type="unfinished"></translation>
+        <translation>内存不足，无法复制差异</translation>
     </message>
     <message>
         <source>There is no difference to copy</source>
-        <translation type="unfinished"></translation>
+        <translation>没有可复制的差异</translation>
     </message>
     <message>
         <source>Copied as unified diff: %1 changed places</source>
-        <translation type="unfinished"></translation>
+        <translation>已复制为统一差异格式：%1 处更改</translation>
     </message>
     <message>
         <source>Ignore unimportant differences</source>
-        <translation type="unfinished"></translation>
+        <translation>忽略不重要的差异</translation>
     </message>
     <message>
         <source>Treat lines with unimportant differences as equal: pass over them and do not count them</source>
-        <translation type="unfinished"></translation>
+        <translation>将只有不重要差异的行视为相同：跳转时略过，也不计数</translation>
     </message>
     <message>
         <source>Wrap long lines</source>
-        <translation type="unfinished"></translation>
+        <translation>自动换行</translation>
     </message>
     <message>
         <source>Wrap long lines at the edge of the texts</source>
-        <translation type="unfinished"></translation>
+        <translation>在文本边缘将长行折行显示</translation>
     </message>
     <message>
         <source>Syntax colours</source>
@@ -3753,15 +3753,15 @@ Read-only: %5</source>
     </message>
     <message>
         <source>Copy as unified diff</source>
-        <translation type="unfinished"></translation>
+        <translation>复制为统一差异格式</translation>
     </message>
     <message>
         <source>Copy the differences of the selected lines, or all, as a unified diff</source>
-        <translation type="unfinished"></translation>
+        <translation>将所选行的差异（未选择时为全部差异）复制为统一差异格式</translation>
     </message>
     <message>
         <source>Equal lines around differences</source>
-        <translation type="unfinished"></translation>
+        <translation>差异前后保留的相同行数</translation>
     </message>
     <message>
         <source>Unsaved changes cannot be kept for a restart: %1</source>
@@ -3807,11 +3807,11 @@ Save them?</source>
     </message>
     <message>
         <source>%1 equal lines are folded here; press Enter to show them</source>
-        <translation type="unfinished"></translation>
+        <translation>此处折叠了 %1 行相同内容；按 Enter 键展开</translation>
     </message>
     <message>
         <source>⋯ %1 equal lines</source>
-        <translation type="unfinished"></translation>
+        <translation>⋯ %1 行相同</translation>
     </message>
     <message>
         <source>Find a session type or a recent session</source>
@@ -3879,31 +3879,31 @@ Save them?</source>
     </message>
     <message>
         <source>no line on the left</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧无对应行</translation>
     </message>
     <message>
         <source>no line on the right</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧无对应行</translation>
     </message>
     <message>
         <source>left line %1</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧第 %1 行</translation>
     </message>
     <message>
         <source>right line %1</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧第 %1 行</translation>
     </message>
     <message>
         <source>left lines %1 to %2</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧第 %1 至 %2 行</translation>
     </message>
     <message>
         <source>right lines %1 to %2</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧第 %1 至 %2 行</translation>
     </message>
     <message>
         <source>Difference %1 of %2, %3: %4, %5</source>
-        <translation type="unfinished"></translation>
+        <translation>第 %1 处差异（共 %2 处），%3：%4，%5</translation>
     </message>
     <message>
         <source>with everything in it from %1 to the recycle bin</source>
