@@ -72,7 +72,7 @@ void TextCompareWidget::connectEditing()
 
 void TextCompareWidget::showCounts()
 {
-    const DiffCounts counts = countRows(m_compared.document->rows());
+    const DiffCounts counts = m_compared.document->counts().value_or(DiffCounts());
     showMessage(
         Velmora::tr("Compare done: %1 diffs (added %2, removed %3, modified %4) | Left: %5 lines, Right: %6 lines")
             .arg(counts.differences())

@@ -2,6 +2,7 @@
 
 #include "text/engine/line_diff_engine.h"
 #include "text/replacement_rules.h"
+#include "text/view/edit_buffer.h"
 
 namespace velmora {
 
@@ -12,6 +13,8 @@ bool load(const SideInput &input, LoadedSide &side, const CancelFlag &cancel)
 {
     if (input.loaded) {
         side = *input.loaded;
+        if (input.edited)
+            side.text.lines = input.edited->toLines();
         return true;
     }
     if (input.path.isEmpty())
@@ -25,6 +28,14 @@ bool load(const SideInput &input, LoadedSide &side, const CancelFlag &cancel)
     return true;
 }
 
+/// Where it is the same, an editor keeps its text, and what can be undone in it.
+std::shared_ptr<const EditSnapshot> keptText(const SideInput &input, const LoadedSide &side)
+{
+    if (input.edited)
+        return input.edited;
+    return input.shown && input.shown->holdsSameAs(side.text.lines) ? input.shown : nullptr;
+}
+
 } // namespace
 
 TextCompareResult runTextCompare(const TextCompareInput &input, const CancelFlag &cancel, Progress &progress)
@@ -36,6 +47,8 @@ TextCompareResult runTextCompare(const TextCompareInput &input, const CancelFlag
     if (!load(input.right, result.right, cancel))
         return {.unreadable = Side::Right, .left = {}, .right = {}, .document = {}, .remarks = {}};
 
+    result.left.shown = keptText(input.left, result.left);
+    result.right.shown = keptText(input.right, result.right);
     const TextSessionOptions &options = input.options;
     const TextLines left =
         applyReplacements(result.left.text.lines, options.leftReplaceFind, options.leftReplaceWith, cancel);

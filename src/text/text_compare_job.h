@@ -14,18 +14,24 @@
 
 namespace velmora {
 
+class EditSnapshot;
+
 /// One side's text as it was read.
 struct LoadedSide {
     DecodedText text;
     FileStamp stamp;     ///< of the file, taken before it was read
     bool missing = true; ///< there was no file: `text` is empty
+    /// What an editor showed when the comparison began, where `text` is the same.
+    std::shared_ptr<const EditSnapshot> shown;
 };
 
 /// Where a side's text comes from.
 struct SideInput {
-    QString path;                     ///< of an existing file; empty for a missing side
-    TextEncoding encoding;            ///< by which the file is read
-    std::optional<LoadedSide> loaded; ///< what is compared instead of reading `path`
+    QString path;                               ///< of an existing file; empty for a missing side
+    TextEncoding encoding;                      ///< by which the file is read
+    std::optional<LoadedSide> loaded;           ///< what is compared instead of reading `path`
+    std::shared_ptr<const EditSnapshot> shown;  ///< what an editor shows of this side, if any does
+    std::shared_ptr<const EditSnapshot> edited; ///< whose lines stand in for those of `loaded`, if any do
 };
 
 /// All that a comparison reads, copied before it starts.

@@ -49,22 +49,23 @@ void TextEditing::takeComparison(const TextCompareResult &result, const TextSess
     m_options = options;
     m_editor.setObstacle(Side::Left, obstacleOf(result.left, options.leftReadOnly));
     m_editor.setObstacle(Side::Right, obstacleOf(result.right, options.rightReadOnly));
-    m_editor.setTexts(result.left.text.lines, result.right.text.lines, options);
-}
-
-LoadedSide TextEditing::edited(Side side) const
-{
-    LoadedSide loaded = m_inputs.at(side).loaded();
-    loaded.text.lines = m_editor.buffer(side).snapshot()->toLines();
-    loaded.missing = false;
-    return loaded;
+    const auto newText = [this](Side side, const LoadedSide &loaded) -> std::optional<TextLines> {
+        if (loaded.shown == m_editor.buffer(side).snapshot())
+            return std::nullopt;
+        return loaded.text.lines;
+    };
+    m_editor.setTexts(newText(Side::Left, result.left), newText(Side::Right, result.right), options);
 }
 
 SideInput TextEditing::input(Side side, ChangedFile changed) const
 {
     SideInput input = m_inputs.at(side).input(changed);
-    if (isModified(side))
-        input.loaded = edited(side);
+    input.shown = m_editor.buffer(side).snapshot();
+    if (isModified(side)) {
+        input.loaded = m_inputs.at(side).loaded();
+        input.loaded->missing = false;
+        input.edited = input.shown;
+    }
     return input;
 }
 
@@ -101,18 +102,14 @@ void TextEditing::takeEdit(Side side)
 
 void TextEditing::recompare()
 {
-    struct Texts {
-        TextCompareInput input;
-        std::shared_ptr<const EditSnapshot> left;
-        std::shared_ptr<const EditSnapshot> right;
+    const auto editedSide = [this](Side side) {
+        SideInput input;
+        input.loaded = m_inputs.at(side).loaded();
+        input.edited = m_editor.buffer(side).snapshot();
+        return input;
     };
-    Texts texts{{{{}, {}, m_inputs.at(Side::Left).loaded()}, {{}, {}, m_inputs.at(Side::Right).loaded()}, m_options},
-                m_editor.buffer(Side::Left).snapshot(),
-                m_editor.buffer(Side::Right).snapshot()};
-    const auto compare = [texts = std::move(texts)](const CancelFlag &cancel, Progress &progress) {
-        TextCompareInput input = texts.input;
-        input.left.loaded->text.lines = texts.left->toLines();
-        input.right.loaded->text.lines = texts.right->toLines();
+    const TextCompareInput input{editedSide(Side::Left), editedSide(Side::Right), m_options};
+    const auto compare = [input](const CancelFlag &cancel, Progress &progress) {
         return runTextCompare(input, cancel, progress);
     };
     m_runner.start(compare, [this](RunOutcome<TextCompareResult> &&outcome) {

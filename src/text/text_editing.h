@@ -66,7 +66,6 @@ Q_SIGNALS:
                     const velmora::TextLines &right);
 
 private:
-    [[nodiscard]] LoadedSide edited(Side side) const;
     void takeEdit(Side side);
     void askToReload(bool left, bool right, std::function<void()> go);
     void askToDiscard(std::function<void()> go);

@@ -64,9 +64,10 @@ private Q_SLOTS:
 
     void aCancelledComparisonHasNoResult()
     {
+        LoadedSide loaded;
+        loaded.text = decodeText("1\n2\n", TextEncoding());
         TextCompareInput input;
-        input.left.loaded.emplace();
-        input.left.loaded->text = decodeText("1\n2\n", TextEncoding());
+        input.left.loaded = loaded;
         CancelFlag cancel;
         cancel.cancel();
         Progress progress;

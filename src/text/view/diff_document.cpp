@@ -26,7 +26,8 @@ DiffDocument::DiffDocument(QList<AlignedRow> rows, std::shared_ptr<const LineSou
       m_left(std::move(left)),
       m_right(std::move(right)),
       m_tabWidth(tabWidth),
-      m_widest(std::max(widestLineOf(*m_left, tabWidth), widestLineOf(*m_right, tabWidth)))
+      m_widest(std::max(widestLineOf(*m_left, tabWidth), widestLineOf(*m_right, tabWidth))),
+      m_counts(countRows(m_rows))
 {}
 
 DiffDocument::DiffDocument(QList<AlignedRow> rows, std::shared_ptr<const LineSource> left,

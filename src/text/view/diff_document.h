@@ -7,6 +7,7 @@
 #include <QList>
 
 #include <memory>
+#include <optional>
 
 namespace velmora {
 
@@ -23,10 +24,10 @@ public:
         bool own = false;                   ///< false for a line of the other side, shown because it does not matter
     };
 
-    /// `tabWidth` is the distance of tab stops in columns.
+    /// Counts the rows and measures the texts. `tabWidth` is the distance of tab stops in columns.
     DiffDocument(QList<AlignedRow> rows, std::shared_ptr<const LineSource> left,
                  std::shared_ptr<const LineSource> right, int tabWidth = 4);
-    /// The same for a caller that knows how wide the widest line is, at most.
+    /// A document whose rows nobody has counted yet, for a caller that knows how wide the widest line is, at most.
     DiffDocument(QList<AlignedRow> rows, std::shared_ptr<const LineSource> left,
                  std::shared_ptr<const LineSource> right, int tabWidth, qint64 widest);
 
@@ -49,6 +50,9 @@ public:
     /// row does. Takes the logarithm of the rows, and a step for each row in the longest run of rows without a line.
     [[nodiscard]] qsizetype rowOfLine(Side side, qint32 number) const;
 
+    /// How many rows there are of each kind; nothing where they have not been counted.
+    [[nodiscard]] const std::optional<DiffCounts> &counts() const noexcept { return m_counts; }
+
     /// Columns of the widest line of both sides, or more. Computed at construction, in one pass over the long lines.
     [[nodiscard]] qint64 widestLine() const noexcept { return m_widest; }
 
@@ -58,6 +62,7 @@ private:
     std::shared_ptr<const LineSource> m_right;
     int m_tabWidth;
     qint64 m_widest = 0;
+    std::optional<DiffCounts> m_counts;
 };
 
 } // namespace velmora

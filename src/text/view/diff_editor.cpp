@@ -10,13 +10,14 @@ namespace velmora {
 
 DiffEditor::DiffEditor(DiffScene &scene, QObject *parent) : QObject(parent), m_scene(scene) {}
 
-void DiffEditor::setTexts(const TextLines &left, const TextLines &right, const TextSessionOptions &options)
+void DiffEditor::setTexts(const std::optional<TextLines> &left, const std::optional<TextLines> &right,
+                          const TextSessionOptions &options)
 {
     m_options = options;
-    if (!m_left.snapshot()->holdsSameAs(left))
-        m_left = EditBuffer(left);
-    if (!m_right.snapshot()->holdsSameAs(right))
-        m_right = EditBuffer(right);
+    if (left)
+        m_left = EditBuffer(*left);
+    if (right)
+        m_right = EditBuffer(*right);
     Q_EMIT stateChanged();
 }
 

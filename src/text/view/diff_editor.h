@@ -6,6 +6,8 @@
 
 #include <QObject>
 
+#include <optional>
+
 namespace velmora {
 
 /// Edits the texts that a scene shows: one buffer for each side, and after each edit a document in which the rows
@@ -22,8 +24,9 @@ public:
 
     /// False before the first comparison.
     [[nodiscard]] bool hasTexts() const { return m_scene.document() != nullptr; }
-    /// Takes up what a comparison has read. A side whose buffer holds the same text keeps it and its undo steps.
-    void setTexts(const TextLines &left, const TextLines &right, const TextSessionOptions &options);
+    /// Takes up what a comparison has read. A side without a new text keeps the one it has, and its undo steps.
+    void setTexts(const std::optional<TextLines> &left, const std::optional<TextLines> &right,
+                  const TextSessionOptions &options);
     [[nodiscard]] const EditBuffer &buffer(Side side) const { return side == Side::Left ? m_left : m_right; }
     void markClean(Side side);
     /// See `EditBuffer`: a save of the side's text runs from the one to the other.
