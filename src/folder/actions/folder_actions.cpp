@@ -26,12 +26,19 @@ QString bareName(const FolderDiffItem &item, FolderSides sides)
     return path.mid(path.lastIndexOf(u'/') + 1);
 }
 
+/// How far listing and looking at places is, in words.
+QString preparingText(const ProgressState &state)
+{
+    const QLocale locale;
+    const QString done = locale.toString(state.done);
+    return Velmora::tr("Preparing... %1")
+        .arg(state.total > 0 ? QStringLiteral("%1 / %2").arg(done, locale.toString(state.total)) : done);
+}
+
 /// How far a run is, in words.
 QString progressText(const FolderActionProgress &progress)
 {
     const QLocale locale;
-    if (progress.filesTotal == 0)
-        return Velmora::tr("Preparing... %1").arg(progress.path);
     QString text = Velmora::tr("%1 of %2 entries, %3 of %4")
                        .arg(locale.toString(progress.filesDone), locale.toString(progress.filesTotal),
                             sizeText(progress.bytesDone), sizeText(progress.bytesTotal));
@@ -189,7 +196,7 @@ void FolderActions::prepare(const ActionRequest &request)
         [this](const ProgressState &state) {
             FolderActionProgress progress;
             progress.path = shownPath(state.item);
-            tellProgress(progress);
+            tellProgress(progress, preparingText(state));
         });
 }
 
@@ -278,14 +285,17 @@ void FolderActions::work(const ActionRequest &request, const OperationPlan &plan
             else
                 Q_EMIT statusChanged(Velmora::tr("Not enough memory"));
         },
-        [this](const ProgressState &state) { tellProgress(m_counter.count(state)); });
+        [this](const ProgressState &state) {
+            const FolderActionProgress progress = m_counter.count(state);
+            tellProgress(progress, progress.filesTotal > 0 ? progressText(progress) : preparingText(state));
+        });
 }
 
-void FolderActions::tellProgress(const FolderActionProgress &progress)
+void FolderActions::tellProgress(const FolderActionProgress &progress, const QString &text)
 {
     Q_EMIT progressed(progress);
     if (!m_runner.isCancelling())
-        Q_EMIT statusChanged(progressText(progress));
+        Q_EMIT statusChanged(text);
 }
 
 void FolderActions::tellOutcome(const ActionRequest &request, const ActionOutcome &outcome)

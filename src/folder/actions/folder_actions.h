@@ -72,7 +72,7 @@ private:
     void considerPlan(ActionRequest request, const PreparedAction &prepared);
     void tellNothingDone(const ActionRequest &request, const OperationPlan &plan);
     void work(const ActionRequest &request, const OperationPlan &plan);
-    void tellProgress(const FolderActionProgress &progress);
+    void tellProgress(const FolderActionProgress &progress, const QString &text);
     void tellOutcome(const ActionRequest &request, const ActionOutcome &outcome);
     void offerDeletingForGood(const ActionRequest &request);
     void showFailure(const ActionOutcome &outcome);
