@@ -23,14 +23,10 @@
 
 #include <QBoxLayout>
 #include <QDir>
-#include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QJsonObject>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLocale>
-#include <QMenu>
-#include <QMimeData>
 
 namespace velmora {
 
@@ -186,24 +182,6 @@ void TextCompareWidget::setOptions(const QJsonObject &options)
         m_inputs->apply(m_options);
 }
 
-void TextCompareWidget::chooseEncoding(Side side)
-{
-    const QString name = m_inputs->at(side).encoding().name();
-    m_inputs->apply(m_options); // until it is known that no edits are in the way
-    m_editing->confirmReload(side == Side::Left, side == Side::Right, [this, side, name] {
-        m_editing->discard(side);
-        if (side == Side::Left) {
-            m_options.leftEncoding = name;
-        } else {
-            m_options.rightEncoding = name;
-            m_options.sameAsLeftFileFormat = false;
-        }
-        m_inputs->apply(m_options);
-        if (m_compared.document)
-            start();
-    });
-}
-
 bool TextCompareWidget::setPendingReport(const QString &path)
 {
     m_pendingReport = path;
@@ -216,98 +194,6 @@ void TextCompareWidget::refreshTheme()
     m_inputs->refreshTheme();
     m_findBar->refreshTheme();
     m_view->refreshTheme();
-}
-
-// Inputs --------------------------------------------------------------------------------------------------------------
-
-void TextCompareWidget::browse(TextSide &side, const QString &title)
-{
-    Dialogs::instance().openFile(this, title, side.path(), {}, [&side](const QString &path) { side.setPath(path); });
-}
-
-void TextCompareWidget::onBrowseLeft()
-{
-    browse(m_inputs->at(Side::Left), Velmora::tr("Select left file"));
-}
-
-void TextCompareWidget::onBrowseRight()
-{
-    browse(m_inputs->at(Side::Right), Velmora::tr("Select right file"));
-}
-
-void TextCompareWidget::dragEnterEvent(QDragEnterEvent *event)
-{
-    if (event->mimeData()->hasUrls())
-        event->acceptProposedAction();
-}
-
-void TextCompareWidget::dropEvent(QDropEvent *event)
-{
-    QStringList paths;
-    const QList<QUrl> urls = event->mimeData()->urls();
-    for (const QUrl &url : urls) {
-        if (url.isLocalFile())
-            paths.append(url.toLocalFile());
-    }
-    event->acceptProposedAction();
-    dropPaths(paths, event->position().toPoint());
-}
-
-Side TextCompareWidget::sideUnder(QPoint position) const
-{
-    const QWidget *right = &m_inputs->at(Side::Right);
-    if (position.y() >= m_view->y())
-        right = &m_view->pane(Side::Right);
-    return position.x() < right->mapTo(this, QPoint()).x() ? Side::Left : Side::Right;
-}
-
-void TextCompareWidget::dropPaths(const QStringList &paths, QPoint position)
-{
-    if (paths.isEmpty())
-        return;
-    if (std::any_of(paths.begin(), paths.end(), [](const QString &path) { return QFileInfo(path).isDir(); })) {
-        showMessage(Velmora::tr("Folders are not supported here — use the Folder compare tab."));
-        return;
-    }
-    if (paths.size() >= 2) {
-        setPaths({paths.at(0), paths.at(1), {}});
-        start();
-        return;
-    }
-    const Side side = sideUnder(position);
-    m_inputs->at(side).setPath(paths.first());
-    // The second of two single drops completes a new pair; a drop on a pair that is shown may be the first of two.
-    if (!m_compared.document && !m_inputs->at(otherSide(side)).path().isEmpty())
-        start();
-}
-
-void TextCompareWidget::useClipboardText(Side side)
-{
-    m_editing->confirmReplacement(side, [this, side] {
-        m_inputs->at(side).takeClipboard();
-        start();
-    });
-}
-
-void TextCompareWidget::onSwapSides()
-{
-    m_editing->saving().whenSaved([this] { swapSides(); });
-}
-
-void TextCompareWidget::swapSides()
-{
-    m_inputs->at(Side::Left).swapWith(m_inputs->at(Side::Right));
-    m_editing->editor().swapSides();
-    if (!m_options.sameAsLeftFileFormat) {
-        std::swap(m_options.leftFileType, m_options.rightFileType);
-        std::swap(m_options.leftEncoding, m_options.rightEncoding);
-        std::swap(m_options.leftEol, m_options.rightEol);
-    }
-    std::swap(m_options.leftReplaceFind, m_options.rightReplaceFind);
-    std::swap(m_options.leftReplaceWith, m_options.rightReplaceWith);
-    m_inputs->apply(m_options);
-    if (m_compared.document || m_runner.isRunning())
-        start();
 }
 
 // Comparing -----------------------------------------------------------------------------------------------------------
@@ -451,130 +337,6 @@ void TextCompareWidget::showMessage(const QString &message)
     m_status->setText(message);
     m_status->setToolTip(message);
     Q_EMIT statusMessage(message);
-}
-
-// The result ----------------------------------------------------------------------------------------------------------
-
-void TextCompareWidget::showPosition()
-{
-    m_bar->showPosition(m_view->scene().currentBlock(), m_view->scene().layout().blockCount());
-}
-
-void TextCompareWidget::onNextDiff()
-{
-    focusTexts();
-    DiffScene &scene = m_view->scene();
-    scene.goToBlock(std::min(scene.currentBlock() + 1, scene.layout().blockCount() - 1));
-}
-
-void TextCompareWidget::onPrevDiff()
-{
-    focusTexts();
-    DiffScene &scene = m_view->scene();
-    scene.goToBlock(std::max<qsizetype>(scene.currentBlock() - 1, 0));
-}
-
-void TextCompareWidget::onShowAll()
-{
-    m_bar->showAll->setChecked(true);
-    m_view->scene().setFilter(RowFilter::All);
-}
-
-void TextCompareWidget::onShowDifferences()
-{
-    m_bar->showDifferences->setChecked(true);
-    m_view->scene().setFilter(RowFilter::Differences);
-}
-
-void TextCompareWidget::onShowIdentical()
-{
-    m_bar->showIdentical->setChecked(true);
-    m_view->scene().setFilter(RowFilter::Identical);
-}
-
-void TextCompareWidget::copyAsPatch()
-{
-    DiffScene &scene = m_view->scene();
-    if (!scene.document()) {
-        showMessage(Velmora::tr("There is no difference to copy"));
-        return;
-    }
-    const TextCaret &caret = scene.caret();
-    RowRange rows{0, scene.document()->rowCount()};
-    if (caret.hasSelection())
-        rows = {caret.selectionStart().row, caret.selectionEnd().row - caret.selectionStart().row + 1};
-    const DiffEditor &editor = m_editing->editor();
-    m_patches->copy({scene.sharedDocument(), editor.buffer(Side::Left).snapshot(),
-                     editor.buffer(Side::Right).snapshot(), m_compared.paths},
-                    rows);
-}
-
-void TextCompareWidget::onIgnoreMinor()
-{
-    m_viewOptions->toggleMinor();
-}
-
-void TextCompareWidget::showContextMenu(Side side, QPoint at)
-{
-    DiffPane &pane = m_view->pane(side);
-    auto *menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    QAction *copy = menu->addAction(Velmora::tr("Copy"), QKeySequence::Copy, &pane, &DiffPane::copy);
-    copy->setEnabled(m_view->scene().caret().hasSelection() && m_view->activeSide() == side);
-    menu->addAction(Velmora::tr("Select all"), QKeySequence::SelectAll, &pane, &DiffPane::selectAll);
-    menu->addAction(m_bar->copyPatch);
-    menu->addAction(Velmora::tr("Compare the clipboard's text as this side"), this,
-                    [this, side] { useClipboardText(side); });
-    m_bar->addTo(*menu);
-    menu->popup(at);
-}
-
-void TextCompareWidget::onFind()
-{
-    m_finder->open();
-}
-
-void TextCompareWidget::onFindNext()
-{
-    m_finder->step(true);
-}
-
-void TextCompareWidget::onFindPrev()
-{
-    m_finder->step(false);
-}
-
-void TextCompareWidget::onFindClose()
-{
-    m_finder->close();
-}
-
-void TextCompareWidget::onFindTextChanged(const QString & /*text*/)
-{
-    m_finder->takeQuery();
-}
-
-void TextCompareWidget::keyPressEvent(QKeyEvent *event)
-{
-    if (event->key() == Qt::Key_Escape)
-        onFindClose();
-    else
-        SessionWidget::keyPressEvent(event);
-}
-
-void TextCompareWidget::onGotoLine()
-{
-    const DiffDocument *document = m_view->scene().document();
-    const Side side = m_view->activeSide();
-    const int last = document ? int(document->source(side).count()) : 0;
-    if (last == 0)
-        return;
-    const qint32 here = document->lineNumber(m_view->scene().caret().position.row, side);
-    Dialogs::instance().askNumber(this, Velmora::tr("Go to line"), Velmora::tr("Line number (1 - %1):").arg(last),
-                                  std::max(here, 1), 1, last, [this, side](int line) {
-                                      m_view->scene().goToLine(side, line);
-                                      m_view->pane(side).setFocus();
-                                  });
 }
 
 void TextCompareWidget::onExportHtml()

@@ -1,0 +1,139 @@
+#include "session/dialogs.h"
+#include "session/translate.h"
+#include "text/find_controller.h"
+#include "text/patch_copy.h"
+#include "text/text_compare_bar.h"
+#include "text/text_compare_widget.h"
+#include "text/text_editing.h"
+#include "text/text_view_options.h"
+#include "text/view/diff_pane.h"
+#include "text/view/diff_view.h"
+
+#include <QKeyEvent>
+#include <QMenu>
+
+namespace velmora {
+
+void TextCompareWidget::showPosition()
+{
+    m_bar->showPosition(m_view->scene().currentBlock(), m_view->scene().layout().blockCount());
+}
+
+void TextCompareWidget::onNextDiff()
+{
+    focusTexts();
+    DiffScene &scene = m_view->scene();
+    scene.goToBlock(std::min(scene.currentBlock() + 1, scene.layout().blockCount() - 1));
+}
+
+void TextCompareWidget::onPrevDiff()
+{
+    focusTexts();
+    DiffScene &scene = m_view->scene();
+    scene.goToBlock(std::max<qsizetype>(scene.currentBlock() - 1, 0));
+}
+
+void TextCompareWidget::onShowAll()
+{
+    m_bar->showAll->setChecked(true);
+    m_view->scene().setFilter(RowFilter::All);
+}
+
+void TextCompareWidget::onShowDifferences()
+{
+    m_bar->showDifferences->setChecked(true);
+    m_view->scene().setFilter(RowFilter::Differences);
+}
+
+void TextCompareWidget::onShowIdentical()
+{
+    m_bar->showIdentical->setChecked(true);
+    m_view->scene().setFilter(RowFilter::Identical);
+}
+
+void TextCompareWidget::copyAsPatch()
+{
+    DiffScene &scene = m_view->scene();
+    if (!scene.document()) {
+        showMessage(Velmora::tr("There is no difference to copy"));
+        return;
+    }
+    const TextCaret &caret = scene.caret();
+    RowRange rows{0, scene.document()->rowCount()};
+    if (caret.hasSelection())
+        rows = {caret.selectionStart().row, caret.selectionEnd().row - caret.selectionStart().row + 1};
+    const DiffEditor &editor = m_editing->editor();
+    m_patches->copy({scene.sharedDocument(), editor.buffer(Side::Left).snapshot(),
+                     editor.buffer(Side::Right).snapshot(), m_compared.paths},
+                    rows);
+}
+
+void TextCompareWidget::onIgnoreMinor()
+{
+    m_viewOptions->toggleMinor();
+}
+
+void TextCompareWidget::showContextMenu(Side side, QPoint at)
+{
+    DiffPane &pane = m_view->pane(side);
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    QAction *copy = menu->addAction(Velmora::tr("Copy"), QKeySequence::Copy, &pane, &DiffPane::copy);
+    copy->setEnabled(m_view->scene().caret().hasSelection() && m_view->activeSide() == side);
+    menu->addAction(Velmora::tr("Select all"), QKeySequence::SelectAll, &pane, &DiffPane::selectAll);
+    menu->addAction(m_bar->copyPatch);
+    menu->addAction(Velmora::tr("Compare the clipboard's text as this side"), this,
+                    [this, side] { useClipboardText(side); });
+    m_bar->addTo(*menu);
+    menu->popup(at);
+}
+
+void TextCompareWidget::onFind()
+{
+    m_finder->open();
+}
+
+void TextCompareWidget::onFindNext()
+{
+    m_finder->step(true);
+}
+
+void TextCompareWidget::onFindPrev()
+{
+    m_finder->step(false);
+}
+
+void TextCompareWidget::onFindClose()
+{
+    m_finder->close();
+}
+
+void TextCompareWidget::onFindTextChanged(const QString & /*text*/)
+{
+    m_finder->takeQuery();
+}
+
+void TextCompareWidget::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape)
+        onFindClose();
+    else
+        SessionWidget::keyPressEvent(event);
+}
+
+void TextCompareWidget::onGotoLine()
+{
+    const DiffDocument *document = m_view->scene().document();
+    const Side side = m_view->activeSide();
+    const int last = document ? int(document->source(side).count()) : 0;
+    if (last == 0)
+        return;
+    const qint32 here = document->lineNumber(m_view->scene().caret().position.row, side);
+    Dialogs::instance().askNumber(this, Velmora::tr("Go to line"), Velmora::tr("Line number (1 - %1):").arg(last),
+                                  std::max(here, 1), 1, last, [this, side](int line) {
+                                      m_view->scene().goToLine(side, line);
+                                      m_view->pane(side).setFocus();
+                                  });
+}
+
+} // namespace velmora
