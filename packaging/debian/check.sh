@@ -60,10 +60,11 @@ kill "$window"
 wait "$window" || true
 expect "velmora compares in a window" "$(grep -c 'TWO' "$system/home/user/report.html")" 1
 
+contents=$(dpkg-deb --contents "$package")
 for file in usr/share/applications/velmora.desktop usr/share/mime/packages/velmora.xml usr/share/man/man1/velmora.1.gz \
     usr/share/man/man1/velmora-cli.1.gz usr/share/icons/hicolor/scalable/apps/velmora.svg usr/share/doc/velmora/copyright; do
     # A minimal system leaves documentation out when it is configured to; the package itself must hold it.
-    dpkg-deb --contents "$package" | grep -q " \./$file\$" || fail "not in the package: $file"
+    grep -q " \./$file\$" <<<"$contents" || fail "not in the package: $file"
 done
 say "ok: desktop entry, icons, file types and manuals are in the package"
 
