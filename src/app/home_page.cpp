@@ -1,5 +1,6 @@
 #include "app/home_page.h"
 
+#include "app/card_row.h"
 #include "app/home_tile.h"
 #include "app/home_tile_flow_widget.h"
 #include "app/recent_sessions.h"
@@ -23,6 +24,7 @@ constexpr int contentWidth = 1120;
 constexpr int sideMargin = 36;
 constexpr int gap = 10;
 constexpr int filterWidth = 320;
+constexpr int narrowestCard = 240;
 
 /// Tiles that are widened until their rows fill a width.
 struct FilledRows {
@@ -146,17 +148,17 @@ HomePage::HomePage(QWidget *parent)
     host->setObjectName(QStringLiteral("homeSecondaryHost"));
     auto *parts = new AlignedColumn(rows, column);
     parts->addWidget(makeHeading(column));
-    parts->addSpacing(20);
+    parts->addSpacing(16);
     parts->addWidget(makePrimaryRow(column));
     parts->addSpacing(gap);
     parts->addWidget(host);
-    parts->addSpacing(20);
+    parts->addSpacing(16);
     parts->addWidget(m_recent);
     parts->addStretch(1);
     connect(m_recent, &RecentSessions::entryChosen, this, &HomePage::entryChosen);
 
     auto *centring = new QHBoxLayout(content);
-    centring->setContentsMargins(sideMargin, 26, sideMargin, 20);
+    centring->setContentsMargins(sideMargin, 20, sideMargin, 16);
     centring->addStretch(1);
     centring->addWidget(column, 1000);
     centring->addStretch(1);
@@ -209,15 +211,12 @@ QWidget *HomePage::makeHeading(QWidget *parent)
 
 QWidget *HomePage::makePrimaryRow(QWidget *parent)
 {
-    auto *row = new QWidget(parent);
+    auto *row = new CardRow(gap, narrowestCard, parent);
     row->setObjectName(QStringLiteral("homePrimaryRow"));
-    auto *cards = new QHBoxLayout(row);
-    cards->setContentsMargins(0, 0, 0, 0);
-    cards->setSpacing(gap);
     for (const QLatin1String kind : primaryKinds) {
         auto *card = new HomeCard(sessionKind(kind), row);
         connectTile(card);
-        cards->addWidget(card, 1);
+        row->addCard(card);
     }
     return row;
 }

@@ -20,6 +20,11 @@ constexpr int gap = 10;
 constexpr int margin = 12;
 constexpr int iconExtent = 24;
 
+int tileHeight(const QWidget &tile)
+{
+    return 2 * tile.fontMetrics().height() + 2 + 2 * 8;
+}
+
 /// One remembered session: its name, and below it where its sides are.
 class RecentTile final : public TileButton {
 public:
@@ -37,7 +42,7 @@ public:
         setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     }
 
-    [[nodiscard]] QSize sizeHint() const override { return {200, 2 * fontMetrics().height() + 2 + 2 * 8}; }
+    [[nodiscard]] QSize sizeHint() const override { return {200, tileHeight(*this)}; }
 
 protected:
     void paintEvent(QPaintEvent * /*event*/) override
@@ -95,6 +100,8 @@ RecentSessions::RecentSessions(QWidget *parent)
     m_nothing->setObjectName(QStringLiteral("recentNothing"));
     m_nothing->setForegroundRole(QPalette::PlaceholderText);
     m_nothing->setWordWrap(true);
+    m_nothing->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    m_nothing->setMinimumHeight(tileHeight(*this)); // so that nothing moves when the first session comes
     m_grid->addWidget(m_nothing, 1, 0, 1, columns);
     for (int column = 0; column < columns; ++column)
         m_grid->setColumnStretch(column, 1);

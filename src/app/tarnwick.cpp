@@ -27,6 +27,8 @@
 #include <QLoggingCategory>
 #include <QStandardPaths>
 #include <QStatusBar>
+#include <QTabBar>
+#include <QTimer>
 #include <QTreeWidget>
 
 namespace velmora {
@@ -38,6 +40,7 @@ Q_LOGGING_CATEGORY(shellLog, "velmora.shell")
 constexpr QSize leastSize(1280, 800);
 constexpr QSize firstSize(1280, 600);
 constexpr int briefly = 3000;
+constexpr int frameTime = 200;
 
 QString absoluteForm(const QString &path)
 {
@@ -131,6 +134,11 @@ void Tarnwick::buildCentre()
 
     m_tabs->addHome(m_home, QApplication::windowIcon(), Velmora::tr("Home"));
     connect(m_tabs, &QTabWidget::tabCloseRequested, this, &Tarnwick::onCloseTab);
+    connect(m_tabs, &SessionTabs::currentSessionChanged, this, [this](const SessionWidget *session) {
+        // What is typed then finds a session; but whoever walks along the tabs by keys goes on to do so.
+        if (!session && !m_tabs->tabBar()->hasFocus())
+            m_home->setFocus();
+    });
     connect(m_home, &HomePage::kindChosen, this, &Tarnwick::openEmpty);
     connect(m_home, &HomePage::pathsDropped, this, &Tarnwick::openDropped);
     connect(m_home, &HomePage::entryChosen, m_library, &SessionLibrary::openEntry);
@@ -457,6 +465,8 @@ void Tarnwick::showEvent(QShowEvent *event)
     if (std::exchange(m_shown, true))
         return;
     fitToScreen(*this);
+    // Some window systems tell only now how wide the frame is that they put around the window.
+    QTimer::singleShot(frameTime, this, [this] { fitToScreen(*this); });
     setDarkTitleBar(winId(), m_darkTheme);
 }
 
