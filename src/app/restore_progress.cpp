@@ -24,6 +24,7 @@ RestoreProgress::RestoreProgress(QWidget *parent) : QWidget(parent), m_bar(new Q
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     row->addWidget(m_bar);
     row->addWidget(stop);
     hide();

@@ -85,6 +85,7 @@ SessionPanel::SessionPanel(QWidget *parent) : QWidget(parent), m_tree(new QTreeW
     addKey(Qt::Key_Return, &SessionPanel::chooseCurrent);
     addKey(Qt::Key_Enter, &SessionPanel::chooseCurrent);
     addKey(Qt::Key_F2, &SessionPanel::editCurrent);
+    addKey(Qt::Key_Delete, &SessionPanel::deleteCurrent);
 }
 
 void SessionPanel::setHistory(const QList<SessionHistory::Entry> &history)
@@ -165,6 +166,12 @@ void SessionPanel::chooseCurrent()
 void SessionPanel::editCurrent()
 {
     Q_EMIT editRequested(m_tree->currentItem());
+}
+
+void SessionPanel::deleteCurrent()
+{
+    if (const auto entry = entryOf(m_tree->currentItem()))
+        Q_EMIT deleteRequested(*entry);
 }
 
 void SessionPanel::chooseOnce(QTreeWidgetItem *item, int column)

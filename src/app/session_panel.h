@@ -46,12 +46,15 @@ Q_SIGNALS:
     void itemChosen(QTreeWidgetItem *item, int column);
     /// The key for editing was pressed, on a history entry or elsewhere.
     void editRequested(QTreeWidgetItem *item);
+    /// The key for deleting was pressed on a history entry.
+    void deleteRequested(quint64 entry);
 
 private:
     void addNewKinds();
     void addKey(const QKeySequence &key, void (SessionPanel::*act)());
     void chooseCurrent();
     void editCurrent();
+    void deleteCurrent();
     void chooseOnce(QTreeWidgetItem *item, int column);
 
     QTreeWidget *m_tree;

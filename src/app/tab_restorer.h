@@ -16,7 +16,7 @@ namespace velmora {
 class TabRestorer final : public QObject {
     Q_OBJECT
 public:
-    static constexpr qsizetype perTurn = 4;
+    static constexpr qsizetype perTurn = 8;
     /// Opens the records of one turn.
     using Open = std::function<void(const QList<SessionRecord> &records)>;
 

@@ -149,6 +149,7 @@ void Tarnwick::buildCentre()
         else
             onEditRecentSession();
     });
+    connect(m_panel, &SessionPanel::deleteRequested, m_library, &SessionLibrary::deleteEntry);
     connect(m_panel->tree(), &QWidget::customContextMenuRequested, this, &Tarnwick::onSessionTreeContextMenu);
     connectLibrary();
     connect(&m_history, &SessionHistory::changed, this, &Tarnwick::showHistory);

@@ -523,6 +523,17 @@ private Q_SLOTS:
 
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QSignalSpy deleting(panel, &SessionPanel::deleteRequested);
+        panel->tree()->setFocus();
+        panel->tree()->setCurrentItem(panel->tree()->topLevelItem(1));
+        QTest::keyClick(panel->tree(), Qt::Key_Delete);
+        QVERIFY(deleting.isEmpty());
+        ScriptedDialogs dialogs;
+        panel->tree()->setCurrentItem(panel->tree()->topLevelItem(1)->child(0)->child(1));
+        QTest::keyClick(panel->tree(), Qt::Key_Delete);
+        QCOMPARE(deleting.count(), 1);
+        QVERIFY(dialogs.said.constLast().contains(QLatin1String("Sync a <-> b")));
+
         const auto menuAt = [&window, panel](const QTreeWidgetItem *item) {
             window.onSessionTreeContextMenu(panel->tree()->visualItemRect(item).center());
             QStringList entries;
@@ -552,8 +563,7 @@ private Q_SLOTS:
 
     void aSessionFileWinsOnTheCommandLine()
     {
-        const QString path =
-            write("x.kvsession", R"({"type":"sync","name":"Named","leftPath":"/a","rightPath":"/b"})");
+        const QString path = write("x.kvsession", R"({"type":"sync","name":"Named","leftPath":"/a","rightPath":"/b"})");
         ScriptedDialogs dialogs;
         Tarnwick window;
         const QStringList arguments = {QStringLiteral("velmora"), QStringLiteral("--binary"), QStringLiteral("/p"),
