@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QLocalSocket>
 #include <QStandardPaths>
 #include <QStringDecoder>
@@ -139,10 +140,9 @@ bool handOver(const QString &server, const QStringList &arguments)
 
 StartTurn::StartTurn(const QString &server)
 {
-    // Not in a folder that all users share, where anybody could hold it.
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
-    if (folder.isEmpty() || !QDir().mkpath(folder))
-        return;
+    // Not in a folder that all users share, where anybody could hold it, if there is another.
+    const QString own = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    const QString folder = QFileInfo(own).isDir() ? own : QDir::tempPath();
     m_lock = std::make_unique<QLockFile>(folder + u'/' + server + QStringLiteral(".lock"));
     m_lock->tryLock(turnTime);
 }
