@@ -1,4 +1,5 @@
 #include "core/settings_store.h"
+#include "folder/actions/compare_contents_dialog.h"
 #include "folder/compare/folder_notice.h"
 #include "folder/compare/folder_status_bar.h"
 #include "folder/compare/time_shift_bar.h"
@@ -341,6 +342,55 @@ private Q_SLOTS:
         QVERIFY(f.session.logText().contains(QStringLiteral(" copy: ")));
         QCOMPARE(f.session.comparison().generation(), generation);
         QCOMPARE(f.current(), QStringLiteral("file10"));
+    }
+
+    void contentsOfTheSelectionAreCompared()
+    {
+        FolderSessionFixture f;
+        // By rules these are the same: only what they hold differs.
+        f.disk.file(QStringLiteral("left/sub/a"), "1", 7);
+        f.disk.file(QStringLiteral("right/sub/a"), "2", 7);
+        f.disk.file(QStringLiteral("left/b"), "1", 7);
+        f.disk.file(QStringLiteral("right/b"), "2", 7);
+        f.compare();
+        QCOMPARE(f.rows(), QStringList({QStringLiteral("sub = sub"), QStringLiteral("b = b")}));
+        f.goTo(QStringLiteral("sub"));
+        f.action("compareContentsAction")->trigger();
+        auto *dialog = f.session.findChild<CompareContentsDialog *>();
+        QVERIFY(dialog);
+        dialog->accept();
+        QTRY_COMPARE(f.rows(), QStringList({QStringLiteral("sub ≠ sub"), QStringLiteral("b = b")}));
+        QVERIFY(f.session.logText().contains(QStringLiteral(" content compare (binary): ")));
+    }
+
+    void entriesAreAlignedByHand()
+    {
+        FolderSessionFixture f;
+        f.disk.file(QStringLiteral("left/sub/old name"), "text");
+        f.disk.file(QStringLiteral("right/sub/new name"), "text");
+        f.compare();
+        f.session.onExpandAll();
+        f.session.view().selectNames({QStringLiteral("sub/old name"), QStringLiteral("sub/new name")});
+        f.session.onManualAlign();
+        QTRY_COMPARE(f.rows(), QStringList({QStringLiteral("sub = sub"), QStringLiteral("old name = new name")}));
+        QVERIFY(f.session.logText().contains(QStringLiteral(" manual align: old name <-> new name")));
+        QCOMPARE(f.session.options().value(QStringLiteral("alignOverrides")).toArray().size(), 1);
+        f.session.onRefresh();
+        f.wait();
+        QCOMPARE(f.rows(), QStringList({QStringLiteral("sub = sub"), QStringLiteral("old name = new name")}));
+    }
+
+    void pairsThatWereOpenedAreComparedAnewOnTheWayBack()
+    {
+        Filled f;
+        f.session.show();
+        f.session.onExpandAll();
+        f.goTo(QStringLiteral("src/main.cpp"));
+        f.key(Qt::Key_Return);
+        f.session.hide();
+        f.disk.file(QStringLiteral("right/src/main.cpp"), "one", 1);
+        f.session.show();
+        QTRY_VERIFY(f.rows().contains(QStringLiteral("main.cpp = main.cpp")));
     }
 
     void readOnlySidesAreNotWrittenTo()

@@ -48,8 +48,18 @@ void FolderCompareWidget::openNode(qint32 node)
     }
 }
 
+void FolderCompareWidget::showEvent(QShowEvent *event)
+{
+    SessionWidget::showEvent(event);
+    // Back from the tabs of some pairs: what was edited there is to be seen here.
+    if (m_hasResult && !m_openedNames.isEmpty())
+        m_comparison.recompare(std::exchange(m_openedNames, {}));
+}
+
 void FolderCompareWidget::openFiles(const FolderDiffItem &item)
 {
+    m_openedNames.removeOne(item.name);
+    m_openedNames.append(item.name);
     m_opener.start([left = item.leftPath, right = item.rightPath](const CancelFlag &,
                                                                   Progress &) { return kindOfPair(left, right); },
                    [this, item](RunOutcome<QString> &&outcome) {

@@ -1,3 +1,4 @@
+#include "core/settings_store.h"
 #include "folder/compare/file_commands.h"
 #include "folder/compare/folder_compare_bar.h"
 #include "folder/compare/folder_compare_side_pane.h"
@@ -11,6 +12,7 @@
 #include "folder/compare/time_shift_bar.h"
 #include "session/dialogs.h"
 #include "session/translate.h"
+#include "settings/options/folder_settings_store.h"
 
 #include <QDir>
 #include <QDragEnterEvent>
@@ -185,8 +187,11 @@ void FolderCompareWidget::loadCurrentLevel()
     const bool otherFolders = m_loaded.left != wanted.left || m_loaded.right != wanted.right;
     m_loaded = {wanted.left, wanted.right, {}};
     m_hasResult = false;
-    if (otherFolders)
+    m_openedNames.clear();
+    if (otherFolders) {
         m_comparison.clear();
+        rememberPaths();
+    }
     showMessage(Velmora::tr("Reading directories..."));
     // A report tells of the whole trees.
     m_comparison.load(wanted, m_treeMode || !m_pendingReport.isEmpty());
@@ -194,6 +199,16 @@ void FolderCompareWidget::loadCurrentLevel()
     Q_EMIT comparisonStarted();
     showRunning();
     showNotice();
+}
+
+void FolderCompareWidget::rememberPaths()
+{
+    SessionSettings settings;
+    FolderSettingsStore store(settings);
+    store.addRecentPath(m_loaded.right);
+    store.addRecentPath(m_loaded.left);
+    for (FolderCompareSidePane *side : {&m_view->leftSide(), &m_view->rightSide()})
+        side->setRecentPaths(store.recentPaths());
 }
 
 QString FolderCompareWidget::title() const
@@ -390,12 +405,23 @@ void FolderCompareWidget::showProgress(const ProgressState &state)
 {
     const QLocale locale;
     if (state.phase == int(FolderPhase::Reading)) {
+        m_comparingSince.invalidate();
         m_statusBar->showProgress(0, 0, Velmora::tr("%1 entries read").arg(locale.toString(state.done)));
         return;
     }
-    m_statusBar->showProgress(state.done, state.total,
-                              Velmora::tr("%1 of %2 compared")
-                                  .arg(locale.formattedDataSize(state.done), locale.formattedDataSize(state.total)));
+    QString text = Velmora::tr("%1 of %2 compared")
+                       .arg(locale.formattedDataSize(state.done), locale.formattedDataSize(state.total));
+    if (!m_comparingSince.isValid())
+        m_comparingSince.start();
+    // The first moments say little about the rest.
+    constexpr qint64 tellingMs = 2000;
+    const qint64 elapsed = m_comparingSince.elapsed();
+    if (elapsed > tellingMs && state.done > 0 && state.total > state.done) {
+        const auto seconds = qint64(double(elapsed) * double(state.total - state.done) / double(state.done) / 1000.0);
+        const QString left = QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar(u'0'));
+        text += u' ' + Velmora::tr("(about %1 left)").arg(left);
+    }
+    m_statusBar->showProgress(state.done, state.total, text);
 }
 
 void FolderCompareWidget::showRunning()
@@ -406,6 +432,7 @@ void FolderCompareWidget::showRunning()
         m_statusBar->showProgress(0, 0, {});
     else
         m_statusBar->clearProgress();
+    m_comparingSince.invalidate();
 }
 
 void FolderCompareWidget::showSelection()

@@ -5,6 +5,8 @@
 #include "session/translate.h"
 
 #include <QBoxLayout>
+#include <QCompleter>
+#include <QDir>
 #include <QLabel>
 #include <QToolButton>
 
@@ -45,6 +47,18 @@ QString FolderCompareSidePane::path() const
 void FolderCompareSidePane::setPath(const QString &path)
 {
     m_edit->setPath(path);
+}
+
+void FolderCompareSidePane::setRecentPaths(const QStringList &paths)
+{
+    QStringList native;
+    for (const QString &path : paths)
+        native.append(QDir::toNativeSeparators(path));
+    auto *completer = new QCompleter(native, this);
+    completer->setCaseSensitivity(Qt::CaseInsensitive);
+    completer->setFilterMode(Qt::MatchContains);
+    delete m_edit->lineEdit().completer();
+    m_edit->lineEdit().setCompleter(completer);
 }
 
 void FolderCompareSidePane::setReadOnly(bool readOnly)

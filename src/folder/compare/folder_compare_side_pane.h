@@ -20,6 +20,9 @@ public:
     void setPath(const QString &path);
     [[nodiscard]] PathEdit &edit() { return *m_edit; }
 
+    /// Offers these paths while one is typed.
+    void setRecentPaths(const QStringList &paths);
+
     /// Shows that nothing may be written on this side.
     void setReadOnly(bool readOnly);
 

@@ -84,6 +84,7 @@ FolderCompareWidget::FolderCompareWidget(SessionHost &window, QWidget *parent)
 FolderCompareWidget::~FolderCompareWidget()
 {
     delete m_fileCommands;
+    delete m_splitter;
 }
 
 void FolderCompareWidget::buildLayout()

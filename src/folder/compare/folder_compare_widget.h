@@ -5,6 +5,7 @@
 #include "session/session_widget.h"
 #include "settings/options/folder_session_options.h"
 
+#include <QElapsedTimer>
 #include <QModelIndex>
 
 class QSplitter;
@@ -92,6 +93,7 @@ public Q_SLOTS:
     void onManualAlign();
 
 protected:
+    void showEvent(QShowEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
 
@@ -111,6 +113,7 @@ private:
     void navigate(const QString &left, const QString &right);
     void showRootsUnreadable(FolderRead left, FolderRead right);
     void tellProblems();
+    void rememberPaths();
     void showNotice();
     void showProgress(const ProgressState &state);
     void showRunning();
@@ -151,6 +154,7 @@ private:
     CompareMethod m_contentsMethod = CompareMethod::Binary;
     bool m_showsContentsResults = false;
     int m_contentsUnmatched = 0;  ///< files on one side only, of the contents that are being compared
+    QStringList m_openedNames;    ///< pairs that were opened elsewhere and may have been edited there
     QStringList m_contentsToRead; ///< names that wait for their folders to be read before their contents are compared
 
     FolderComparison m_comparison;
@@ -164,6 +168,7 @@ private:
     FolderReportExport *m_reports;
     FileCommands *m_fileCommands;
     Runner m_opener;
+    QElapsedTimer m_comparingSince; ///< of the bytes that the progress counts
 };
 
 } // namespace velmora
