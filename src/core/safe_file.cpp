@@ -51,10 +51,18 @@ public:
 protected:
     qint64 writeData(const char *data, qint64 length) override
     {
-        if (mayTake(SaveStep::Write))
-            return QSaveFile::writeData(data, length);
-        cancelWriting();
-        return -1;
+        if (!mayTake(SaveStep::Write)) {
+            cancelWriting();
+            return -1;
+        }
+        // A disk that fills up takes a part and says why only when it is asked to take the rest.
+        for (qint64 done = 0; done < length;) {
+            const qint64 taken = QSaveFile::writeData(data + done, length - done);
+            if (taken <= 0)
+                return -1;
+            done += taken;
+        }
+        return length;
     }
 };
 

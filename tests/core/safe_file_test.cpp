@@ -120,10 +120,29 @@ private Q_SLOTS:
             const SaveResult saved = saveFile(m_path, bytes);
             setrlimit(RLIMIT_FSIZE, &usual);
             QVERIFY(!saved.ok());
+            QVERIFY2(!saved.error.contains(QLatin1String("cancel"), Qt::CaseInsensitive), qPrintable(saved.error));
             QCOMPARE(contentsOf(m_path), QByteArray("old"));
             QCOMPARE(entries(), QStringList{QStringLiteral("file")});
         }
         QVERIFY(saveFile(m_path, bytes).ok());
+    }
+
+    void aProtectedFileIsNotReplaced()
+    {
+        if (::geteuid() == 0)
+            QSKIP("this user may write everything");
+        QVERIFY(saveFile(m_path, "old").ok());
+        QVERIFY(QFile::setPermissions(m_path, QFile::ReadOwner));
+        QVERIFY(!saveFile(m_path, "new").ok());
+        QCOMPARE(contentsOf(m_path), QByteArray("old"));
+
+        // Nobody could put the new file beside it.
+        QVERIFY(QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner));
+        QVERIFY(QFile::setPermissions(m_folder->path(), QFile::ReadOwner | QFile::ExeOwner));
+        const bool saved = saveFile(m_path, "new").ok();
+        QVERIFY(QFile::setPermissions(m_folder->path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        QVERIFY(!saved);
+        QCOMPARE(contentsOf(m_path), QByteArray("old"));
     }
 
     void keepsOwnerAndAllAccessBits()
