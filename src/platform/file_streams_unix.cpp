@@ -42,9 +42,38 @@ public:
 
 private:
     static constexpr qint64 smallest = qint64(256) << 10U;
-    static constexpr qint64 largest = qint64(16) << 20U;
+    static constexpr qint64 largest = qint64(4) << 20U;
     std::chrono::steady_clock::time_point m_last;
     qint64 m_size = 0;
+};
+
+/// Lets the disk write along with a large copy, one piece behind it: what is left for the end, when nobody can stop it
+/// any more, is little.
+class WriteBack {
+public:
+    WriteBack(int file, qint64 begin) : m_file(file), m_settled(begin), m_begun(begin) {}
+
+    void advanceTo([[maybe_unused]] qint64 written)
+    {
+#if defined(__linux__) && defined(__GLIBC__)
+        constexpr qint64 smallestPiece = qint64(256) << 10U;
+        if (written - m_begun < smallestPiece)
+            return;
+        // Errors show when the file is flushed.
+        (void)::sync_file_range(m_file, m_begun, written - m_begun, SYNC_FILE_RANGE_WRITE);
+        if (m_begun > m_settled) {
+            (void)::sync_file_range(m_file, m_settled, m_begun - m_settled,
+                                    SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER);
+        }
+        m_settled = m_begun;
+        m_begun = written;
+#endif
+    }
+
+private:
+    int m_file;
+    qint64 m_settled; ///< up to here all is on the disk
+    qint64 m_begun;   ///< up to here the disk has been told to write
 };
 
 } // namespace
@@ -181,6 +210,7 @@ FileError UnixSink::copyInSystem([[maybe_unused]] int from, [[maybe_unused]] qin
     if (size < worthACall)
         return {};
     PieceSize piece;
+    WriteBack writeBack(m_file.get(), copied);
     while (copied < size) {
         const ssize_t count = ::copy_file_range(from, nullptr, m_file.get(), nullptr, std::size_t(piece.next()), 0);
         if (count < 0 && errno == EINTR)
@@ -190,6 +220,7 @@ FileError UnixSink::copyInSystem([[maybe_unused]] int from, [[maybe_unused]] qin
         if (count <= 0) // another file system, or one that cannot; reading tells whether it is a real error
             return {};
         copied += count;
+        writeBack.advanceTo(copied);
         if (!tick(copied))
             return {FileErrorKind::Stopped, {}};
     }
@@ -201,6 +232,7 @@ FileError UnixSink::copyThroughMemory(UnixSource &from, qint64 copied, const Tic
 {
     const NodeResult known = from.state();
     const qint64 blockSize = std::clamp<qint64>(known.node.size + 1, 4 << 10, 256 << 10); // one more shows the end
+    WriteBack writeBack(m_file.get(), copied);
     const auto block = std::make_unique_for_overwrite<char[]>(std::size_t(blockSize));
     for (;;) {
         const FilePiece piece = from.read(block.get(), blockSize);
@@ -209,6 +241,7 @@ FileError UnixSink::copyThroughMemory(UnixSource &from, qint64 copied, const Tic
         if (const FileError error = write(block.get(), piece.length); error.isError())
             return error;
         copied += piece.length;
+        writeBack.advanceTo(copied);
         if (piece.length > 0 && !tick(copied))
             return {FileErrorKind::Stopped, {}};
         if (piece.length < blockSize)
