@@ -3,8 +3,11 @@
 #include "core/safe_file.h"
 #include "core/text_file.h"
 
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+
+#include <algorithm>
 
 namespace velmora {
 
