@@ -14,6 +14,7 @@
 #include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -342,6 +343,31 @@ private Q_SLOTS:
         QVERIFY(f.session.logText().contains(QStringLiteral(" copy: ")));
         QCOMPARE(f.session.comparison().generation(), generation);
         QCOMPARE(f.current(), QStringLiteral("file10"));
+    }
+
+    void namesAreExcludedAndIgnoredFromTheMenu()
+    {
+        Filled f;
+        f.session.show();
+        const auto choose = [&](const char *name) {
+            f.session.onTreeContextMenu(QPoint(10, 10));
+            auto *action = f.session.findChild<QAction *>(QLatin1String(name));
+            QVERIFY(action);
+            action->trigger();
+            // The menu goes when it is closed.
+            auto *menu = qobject_cast<QMenu *>(action->parent());
+            menu->close();
+            QCoreApplication::sendPostedEvents(menu, QEvent::DeferredDelete);
+        };
+        f.goTo(QStringLiteral("src/main.cpp"));
+        choose("ignoreByNameAction");
+        QTRY_COMPARE(f.rows().at(1), QStringLiteral("src = src"));
+        QVERIFY(f.rows().contains(QStringLiteral("main.cpp ≠ main.cpp")));
+        f.goTo(QStringLiteral("file10"));
+        choose("excludeByNameAction");
+        QTRY_VERIFY(!f.rows().contains(QStringLiteral("file10 ← ")));
+        QCOMPARE(f.session.options().value(QStringLiteral("excludedNames")).toArray().first().toString(),
+                 QStringLiteral("file10"));
     }
 
     void contentsOfTheSelectionAreCompared()

@@ -203,9 +203,11 @@ void FolderCompareWidget::onTreeContextMenu(const QPoint &point)
         menu->addSeparator();
         menu->addActions({m_bar->compareContents, m_bar->align});
         menu->addSeparator();
-        menu->addAction(Velmora::tr("Exclude by name"), this, &FolderCompareWidget::excludeSelectedNames);
+        menu->addAction(Velmora::tr("Exclude by name"), this, &FolderCompareWidget::excludeSelectedNames)
+            ->setObjectName(QStringLiteral("excludeByNameAction"));
         QAction *ignore =
             menu->addAction(Velmora::tr("Ignore by name"), this, &FolderCompareWidget::ignoreSelectedNames);
+        ignore->setObjectName(QStringLiteral("ignoreByNameAction"));
         ignore->setCheckable(true);
         ignore->setChecked(tree.node(node).ignored);
         ignore->setToolTip(Velmora::tr("Entries of this name are shown and count as no difference"));

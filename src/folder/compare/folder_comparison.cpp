@@ -365,8 +365,8 @@ void FolderComparison::refilter(const FolderSpec &spec)
 void FolderComparison::startFilter()
 {
     m_filterer.start(
-        [items = m_tree.items(), spec = m_spec](const CancelFlag &, Progress &) {
-            return FolderTree::judge(items, spec.filter(), spec.ignoredNames);
+        [items = m_tree.items(), spec = m_spec](const CancelFlag &cancel, Progress &) {
+            return FolderTree::judge(items, spec.filter(), spec.ignoredNames, cancel);
         },
         [this, revision = m_revision](RunOutcome<FolderTree::Verdicts> &&outcome) {
             if (!outcome.value) {

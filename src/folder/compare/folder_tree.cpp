@@ -209,12 +209,14 @@ void FolderTree::setStatus(qint32 node, qint32 status)
 }
 
 FolderTree::Verdicts FolderTree::judge(const QList<FolderDiffItem> &items, const FolderFilter &filter,
-                                       const QSet<QString> &ignoredNames)
+                                       const QSet<QString> &ignoredNames, const CancelFlag &cancel)
 {
     Verdicts verdicts;
     verdicts.hidden.reserve(std::size_t(items.size()));
     verdicts.ignored.reserve(std::size_t(items.size()));
     for (const FolderDiffItem &item : items) {
+        if (cancel.isCancelled())
+            break;
         verdicts.hidden.push_back(!filter.shows(item));
         verdicts.ignored.push_back(!ignoredNames.isEmpty() && ignoredNames.contains(bareNameOf(item.name).toString()));
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/cancel_flag.h"
 #include "folder/engine/folder_diff_item.h"
 #include "folder/engine/folder_filter.h"
 #include "session/folder_colours.h"
@@ -128,9 +129,9 @@ public:
         std::vector<bool> hidden;
         std::vector<bool> ignored;
     };
-    /// Asks `filter` about each item; names in `ignoredNames` are bare.
+    /// Asks `filter` about each item; names in `ignoredNames` are bare. Incomplete, and not to be used, when cancelled.
     [[nodiscard]] static Verdicts judge(const QList<FolderDiffItem> &items, const FolderFilter &filter,
-                                        const QSet<QString> &ignoredNames);
+                                        const QSet<QString> &ignoredNames, const CancelFlag &cancel = {});
     /// Takes verdicts on exactly these items.
     void setVerdicts(const Verdicts &verdicts);
 

@@ -123,7 +123,6 @@ void TreeLineTreeWidget::keyPressEvent(QKeyEvent *event)
         case Qt::Key_Minus:
             return take([this] { toggle(currentIndex(), false); });
         case Qt::Key_F6:
-        case Qt::Key_Tab:
             return take([this] { Q_EMIT otherPaneWanted(); });
         default:
             break;
