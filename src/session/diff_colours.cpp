@@ -20,7 +20,7 @@ constexpr std::array<Shade, diffColourCount> shades = {{
     {DiffColour::Added, 0xffbfe2ff, 0xff1f4a5c},         {DiffColour::Removed, 0xffffc9a6, 0xff70380f},
     {DiffColour::Modified, 0xfff0d4e6, 0xff502368},      {DiffColour::AddedStrong, 0xff7dbcf5, 0xff2f7390},
     {DiffColour::RemovedStrong, 0xffff9f57, 0xff9b5418}, {DiffColour::ModifiedStrong, 0xffdca0cc, 0xff7b3f9c},
-    {DiffColour::Unimportant, 0xffeef0f2, 0xff303234},   {DiffColour::Filler, 0xfff1f3f5, 0xff292b2d},
+    {DiffColour::Unimportant, 0xffebf0e8, 0xff303234},   {DiffColour::Filler, 0xfff1f3f5, 0xff292b2d},
     {DiffColour::FillerHatch, 0xffd5dae0, 0xff3d4145},   {DiffColour::Rule, 0xffd0d5db, 0xff47494c},
     {DiffColour::Gap, 0xffa4abb3, 0xff8b9096},           {DiffColour::Accent, 0xff0b61c4, 0xff5aa9f5},
     {DiffColour::SearchHit, 0xffffe04d, 0xff75660a},     {DiffColour::Selection, 0xff2a5fae, 0xff9cc9f7},

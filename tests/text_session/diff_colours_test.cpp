@@ -112,6 +112,13 @@ private Q_SLOTS:
             {Added, SearchHit},
             {Removed, SearchHit},
             {Modified, SearchHit},
+            {Unimportant, SearchHit},
+            {ModifiedStrong, SearchHit}, // a match within changed characters
+            {Selection, SearchHit},
+            {Selection, ModifiedStrong},
+            {Unimportant, Added},
+            {Unimportant, Removed},
+            {Unimportant, Modified},
             {Background, Added},
             {Background, Removed},
             {Background, Modified},
@@ -140,6 +147,30 @@ private Q_SLOTS:
                                                         .arg(apart)));
                 }
             }
+        }
+    }
+
+    void unimportantRowsAreFainterThanAllOthersButSeen()
+    {
+        using enum DiffColour;
+        for (const bool dark : {false, true}) {
+            for (const Eyes &eyes : allEyes) {
+                const auto fromBackground = [&](DiffColour role) {
+                    return distance(diffColour(Background, dark), diffColour(role, dark), eyes.seen);
+                };
+                QVERIFY2(fromBackground(Unimportant) >= 6, eyes.name);
+                for (const DiffColour role : {Added, Removed, Modified})
+                    QVERIFY2(fromBackground(role) > 1.5 * fromBackground(Unimportant), eyes.name);
+            }
+        }
+    }
+
+    void theFrameOfTheCurrentDifferenceIsSeenOnEveryRow()
+    {
+        using enum DiffColour;
+        for (const bool dark : {false, true}) {
+            for (const DiffColour row : {Background, Gutter, Added, Removed, Modified, Unimportant, Filler})
+                QVERIFY(contrast(diffColour(Accent, dark), diffColour(row, dark)) >= 3);
         }
     }
 };

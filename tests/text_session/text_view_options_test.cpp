@@ -101,6 +101,24 @@ private Q_SLOTS:
         actionOf(equal, QStringLiteral("copyPatchAction"))->trigger();
         QTRY_COMPARE(equal.status(), QStringLiteral("There is no difference to copy"));
     }
+
+    void changesNothingThatIsNotShown()
+    {
+        SessionFixture f;
+        f.compare(f.file(QStringLiteral("a"), "1\n2\n3\n"), f.file(QStringLiteral("b"), "1\nB\n3\n"));
+        f.session.setEditingEnabled(true);
+        f.session.onShowIdentical();
+        DiffPane &pane = f.session.view().pane(Side::Left);
+        pane.selectAll();
+        QTest::keyClick(&pane, Qt::Key_Delete);
+        QTest::keyClicks(&pane, QStringLiteral("x"));
+        QVERIFY(!f.session.hasUnsavedChanges());
+        QVERIFY2(f.status().contains(QStringLiteral("not shown")), qPrintable(f.status()));
+        f.session.onShowAll();
+        pane.selectAll();
+        QTest::keyClick(&pane, Qt::Key_Delete);
+        QVERIFY(f.session.hasUnsavedChanges());
+    }
 };
 
 VELMORA_TEST(TextViewOptionsTest)

@@ -73,6 +73,20 @@ bool DiffEditor::mayEdit(Side side)
     return reason.isEmpty();
 }
 
+bool DiffEditor::mayReplaceSelection(Side side)
+{
+    if (!mayEdit(side))
+        return false;
+    const TextCaret &caret = m_scene.caret();
+    const RowLayout &layout = m_scene.layout();
+    const qsizetype rows = caret.selectionEnd().row - caret.selectionStart().row;
+    const bool isHidden = caret.side == side && layout.filter() == RowFilter::Identical &&
+                          layout.indexOf(caret.selectionEnd().row) - layout.indexOf(caret.selectionStart().row) != rows;
+    if (isHidden)
+        Q_EMIT refused(Velmora::tr("The selection reaches over lines that are not shown: show all lines first"));
+    return !isHidden;
+}
+
 // Places ------------------------------------------------------------------------------------------------------------
 
 bool DiffEditor::hasLine(Side side, qsizetype row) const
@@ -106,7 +120,7 @@ EditPosition DiffEditor::place(Side side, TextPosition position, Toward toward) 
 
 bool DiffEditor::insert(Side side, const QString &text, EditBuffer::Merge merge)
 {
-    if (!mayEdit(side))
+    if (!mayReplaceSelection(side))
         return false;
     const TextCaret caret = m_scene.caret();
     const TextPosition start = caret.side == side ? caret.selectionStart() : TextPosition{caret.position.row, 0};
@@ -143,7 +157,7 @@ bool DiffEditor::insertAt(Side side, TextPosition at, const QString &text)
 bool DiffEditor::moveSelection(Side side, TextPosition at)
 {
     const TextCaret caret = m_scene.caret();
-    if (caret.side != side || !caret.hasSelection() || !mayEdit(side))
+    if (caret.side != side || !caret.hasSelection() || !mayReplaceSelection(side))
         return false;
     const EditPosition from = place(side, caret.selectionStart(), Toward::End);
     const EditPosition until = place(side, caret.selectionEnd(), Toward::Start);
@@ -161,7 +175,7 @@ bool DiffEditor::eraseSelection(Side side)
     const TextCaret caret = m_scene.caret();
     if (caret.side != side || !caret.hasSelection())
         return false;
-    if (!mayEdit(side))
+    if (!mayReplaceSelection(side))
         return true;
     const EditPosition from = place(side, caret.selectionStart(), Toward::End);
     const EditPosition to = place(side, caret.selectionEnd(), Toward::Start);

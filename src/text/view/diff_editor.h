@@ -75,6 +75,8 @@ private:
 
     [[nodiscard]] EditBuffer &own(Side side) { return side == Side::Left ? m_left : m_right; }
     [[nodiscard]] bool mayEdit(Side side);
+    /// The same, and nothing is selected that is not shown.
+    [[nodiscard]] bool mayReplaceSelection(Side side);
     /// The lines of `side` before `row`.
     [[nodiscard]] qsizetype linesBefore(Side side, qsizetype row) const;
     [[nodiscard]] bool hasLine(Side side, qsizetype row) const;

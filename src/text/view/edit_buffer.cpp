@@ -187,8 +187,14 @@ LineChange EditBuffer::replace(EditPosition start, EditPosition end, const QStri
                        utf16Length({parts.back().constData(), std::size_t(parts.back().size())})};
     if (parts.size() == 1)
         after.unit += first.unit;
-    parts.front().prepend(toBytes(firstLine.substr(0, std::size_t(byteOfUnit(firstLine, first.unit)))));
-    parts.back().append(toBytes(lastLine.substr(std::size_t(byteOfUnit(lastLine, last.unit)))));
+    const auto head = byteOfUnit(firstLine, first.unit);
+    const auto tail = byteOfUnit(lastLine, last.unit);
+    // A line may be of many megabytes: nothing of it is copied twice here.
+    QByteArray whole;
+    whole.reserve(head + parts.front().size() + (parts.size() == 1 ? qsizetype(lastLine.size()) - tail : 0));
+    whole.append(firstLine.data(), head).append(parts.front());
+    parts.front() = std::move(whole);
+    parts.back().append(lastLine.data() + tail, qsizetype(lastLine.size()) - tail);
 
     const LineEnd usual = usualEnd(first.line);
     std::vector<NewLine> lines;
@@ -297,7 +303,11 @@ LineChange EditBuffer::copyLines(qsizetype first, qsizetype removed, const EditS
 LineChange EditBuffer::change(qsizetype first, qsizetype removed, std::vector<NewLine> lines, EditPosition before,
                               EditPosition after, Merge merge)
 {
+    qsizetype size = 0;
+    for (const NewLine &line : lines)
+        size += line.utf8.size() + 2;
     TextLinesBuilder builder;
+    builder.reserve(size, qsizetype(lines.size()));
     for (const NewLine &line : lines)
         builder.append({line.utf8.constData(), std::size_t(line.utf8.size())}, line.end);
     const auto text = std::make_shared<const TextLines>(builder.take());
