@@ -1,5 +1,7 @@
 #include "session/theme.h"
 
+#include "session/fusion_style.h"
+
 #include <QApplication>
 #include <QFile>
 #include <QIconEngine>
@@ -101,7 +103,7 @@ private:
 void applyTheme(bool dark)
 {
     if (QStyleFactory::keys().contains(QLatin1String("Fusion")))
-        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+        QApplication::setStyle(new FusionStyle);
     qApp->setProperty(darkProperty, dark);
     qApp->setStyleSheet(QString());
     const QPalette palette = dark ? darkPalette() : QApplication::style()->standardPalette();

@@ -1,6 +1,5 @@
 #include "settings/dialogs/folder_other_filters_page.h"
 
-#include "session/theme.h"
 #include "session/translate.h"
 #include "settings/dialogs/folder_formats_model.h"
 #include "settings/dialogs/mask_dialog.h"
@@ -11,30 +10,10 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QListView>
-#include <QStyledItemDelegate>
 #include <QTableView>
 #include <QVBoxLayout>
 
 namespace velmora {
-
-namespace {
-
-/// Draws the frames of empty boxes so that they are seen on a dark list, too: the style makes them from the window's
-/// colour.
-class VisibleChecks final : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
-    {
-        QStyledItemDelegate::initStyleOption(option, index);
-        if (isDarkTheme())
-            option->palette.setColor(QPalette::Window, option->palette.color(QPalette::Text));
-    }
-};
-
-} // namespace
 
 FolderOtherFiltersPage::FolderOtherFiltersPage(QWidget *parent)
     : FolderSettingsPage(parent),
@@ -105,7 +84,6 @@ QWidget *FolderOtherFiltersPage::makeFormats()
 {
     m_table->setObjectName(QStringLiteral("fileFormats"));
     m_table->setModel(m_formats);
-    m_table->setItemDelegate(new VisibleChecks(m_table));
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     m_table->setToolTip(Velmora::tr("While any format is checked, only files of checked formats are shown, beside "
