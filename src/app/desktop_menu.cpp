@@ -54,7 +54,9 @@ DesktopFile nautilusScript(const QString &program, const Verb &verb)
 {
     const QString text = QStringLiteral("#!/bin/sh\n[ $# -gt 0 ] || exit 0\nexec %1 %2 \"$1\"\n")
                              .arg(shellArgument(program), QLatin1String(verb.option));
-    return {QStringLiteral("nautilus/scripts/") + QLatin1String(verb.english), text.toUtf8(), true};
+    // Not every file system takes a colon.
+    const QString name = QString::fromLatin1(verb.english).replace(QLatin1String(": "), QLatin1String(" - "));
+    return {QStringLiteral("nautilus/scripts/") + name, text.toUtf8(), true};
 }
 
 /// For Nemo. The angle brackets name a script beside the entry, as Nemo knows no quoting of a program's path.
