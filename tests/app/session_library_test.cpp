@@ -570,8 +570,8 @@ private Q_SLOTS:
                                        path, QStringLiteral("/q")};
         // Whoever wrote the file and named it here: what it would open is shown first.
         window.handleArguments(arguments);
-        QCOMPARE(dialogs.said, QStringList{QStringLiteral("Open session: Open this session?\n\nType: Folder sync\n"
-                                                          "Left: /a\nRight: /b [Yes]")});
+        QCOMPARE(dialogs.said, QStringList{QStringLiteral("Open session: Open this session?\n\nType: Folder sync\n") +
+                                           QDir::toNativeSeparators(QStringLiteral("Left: /a\nRight: /b [Yes]"))});
         const auto *tabs = window.findChild<SessionTabs *>();
         QCOMPARE(tabs->count(), 1);
         dialogs.answers = {1};
@@ -589,7 +589,8 @@ private Q_SLOTS:
         Shelf shelf;
         shelf.library.offerSessionFile(path);
         QCOMPARE(shelf.takeSaid(), QStringList{QStringLiteral("Open session: Open this session?\n\nType: Text compare\n"
-                                                              "Base: x\nLeft: /a\\u202etxt.exe\\u000a<b> [Yes]")});
+                                                              "Base: x\nLeft: %1\\u202etxt.exe\\u000a<b> [Yes]")
+                                                   .arg(QDir::toNativeSeparators(QStringLiteral("/a")))});
         QVERIFY(shelf.opened.isEmpty());
     }
 
