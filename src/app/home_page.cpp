@@ -156,6 +156,10 @@ HomePage::HomePage(QWidget *parent)
     parts->addWidget(m_recent);
     parts->addStretch(1);
     connect(m_recent, &RecentSessions::entryChosen, this, &HomePage::entryChosen);
+    // What was looked for has been found.
+    connect(this, &HomePage::entryChosen, m_filter, &QLineEdit::clear);
+    connect(this, &HomePage::kindChosen, m_filter, &QLineEdit::clear);
+    connect(this, &HomePage::pathsDropped, m_filter, &QLineEdit::clear);
 
     auto *centring = new QHBoxLayout(content);
     centring->setContentsMargins(sideMargin, 20, sideMargin, 16);

@@ -222,6 +222,7 @@ private Q_SLOTS:
         QVERIFY(!tile->isEnabled());
         QTest::keyClick(filter, Qt::Key_Return);
         QCOMPARE(chosen, QStringList{QStringLiteral("image")});
+        QVERIFY(filter->text().isEmpty()); // found
 
         // All of the history is looked through.
         filter->setText(QStringLiteral("june accounts"));
