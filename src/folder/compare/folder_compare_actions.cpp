@@ -1,3 +1,4 @@
+#include "folder/actions/action_words.h"
 #include "folder/actions/compare_contents_dialog.h"
 #include "folder/actions/contents_results_dialog.h"
 #include "folder/actions/manual_alignment_dialog.h"
@@ -16,11 +17,6 @@
 namespace velmora {
 
 namespace {
-
-QString timeOfDay()
-{
-    return QTime::currentTime().toString(QStringLiteral("hh:mm:ss"));
-}
 
 /// What a method is called in the log and the status line.
 QString methodWord(CompareMethod method)
@@ -177,7 +173,7 @@ void FolderCompareWidget::onContentsCompareStarted(CompareMethod method)
     const QString word = methodWord(method);
     showMessage(Velmora::tr("Comparing contents (%1)...").arg(word));
     log(Velmora::tr("%1 content compare (%2): %3 <-> %4")
-            .arg(timeOfDay(), word, QDir::toNativeSeparators(m_comparison.spec().left),
+            .arg(logTime(QTime::currentTime()), word, QDir::toNativeSeparators(m_comparison.spec().left),
                  QDir::toNativeSeparators(m_comparison.spec().right)));
 }
 
@@ -200,7 +196,7 @@ void FolderCompareWidget::takeContents(const ContentsResult &result, bool cancel
         shown.unreadable.append(QDir::toNativeSeparators(problem.path));
     if (cancelled) {
         showMessage(Velmora::tr("Compare cancelled"));
-        log(Velmora::tr("%1 compare cancelled").arg(timeOfDay()));
+        log(Velmora::tr("%1 compare cancelled").arg(logTime(QTime::currentTime())));
     } else {
         const QLocale locale;
         showMessage(Velmora::tr("Contents compared: %1 same, %2 different")
@@ -231,7 +227,7 @@ void FolderCompareWidget::alignPair(const QString &leftName, const QString &righ
     const qint32 left = tree.find(folder + leftName);
     const qint32 right = tree.find(folder + rightName);
     m_options.alignOverrides.append({leftName, rightName});
-    log(Velmora::tr("%1 manual align: %2 <-> %3").arg(timeOfDay(), leftName, rightName));
+    log(Velmora::tr("%1 manual align: %2 <-> %3").arg(logTime(QTime::currentTime()), leftName, rightName));
     if (left < 0 || right < 0 || left == right) {
         onRefresh();
         return;

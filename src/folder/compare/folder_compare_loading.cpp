@@ -1,4 +1,5 @@
 #include "core/settings_store.h"
+#include "folder/actions/action_words.h"
 #include "folder/compare/file_commands.h"
 #include "folder/compare/folder_compare_bar.h"
 #include "folder/compare/folder_compare_side_pane.h"
@@ -24,11 +25,6 @@
 namespace velmora {
 
 namespace {
-
-QString timeOfDay()
-{
-    return QTime::currentTime().toString(QStringLiteral("hh:mm:ss"));
-}
 
 QString absoluteFolder(const QString &path)
 {
@@ -172,7 +168,8 @@ void FolderCompareWidget::onCompare()
     }
     const FolderSpec wanted = spec();
     log(Velmora::tr("%1 load dirs: %2 <-> %3")
-            .arg(timeOfDay(), QDir::toNativeSeparators(wanted.left), QDir::toNativeSeparators(wanted.right)));
+            .arg(logTime(QTime::currentTime()), QDir::toNativeSeparators(wanted.left),
+                 QDir::toNativeSeparators(wanted.right)));
     loadCurrentLevel();
 }
 
@@ -241,7 +238,7 @@ void FolderCompareWidget::onFolderCompareFinished(quint64 generation, const QLis
         const auto nested =
             std::count_if(items.begin(), items.end(), [](const auto &item) { return item.name.contains(u'/'); });
         log(Velmora::tr("%1 tree mode: %2 items (folders %3, nested %4)")
-                .arg(timeOfDay())
+                .arg(logTime(QTime::currentTime()))
                 .arg(items.size())
                 .arg(folders)
                 .arg(nested));
@@ -249,7 +246,7 @@ void FolderCompareWidget::onFolderCompareFinished(quint64 generation, const QLis
     tellProblems();
     if (cancelled) {
         showMessage(Velmora::tr("Compare cancelled"));
-        log(Velmora::tr("%1 compare cancelled").arg(timeOfDay()));
+        log(Velmora::tr("%1 compare cancelled").arg(logTime(QTime::currentTime())));
         showNotice();
         return;
     }
@@ -313,7 +310,7 @@ void FolderCompareWidget::showRootsUnreadable(FolderRead left, FolderRead right)
 void FolderCompareWidget::navigate(const QString &left, const QString &right)
 {
     log(Velmora::tr("%1 navigate: %2 <-> %3")
-            .arg(timeOfDay(), QDir::toNativeSeparators(left), QDir::toNativeSeparators(right)));
+            .arg(logTime(QTime::currentTime()), QDir::toNativeSeparators(left), QDir::toNativeSeparators(right)));
     setPaths({left, right, {}});
     loadCurrentLevel();
 }
@@ -337,15 +334,17 @@ void FolderCompareWidget::onItemExpanded(const QModelIndex &item)
     if (node < 0)
         return;
     const FolderTree &tree = m_comparison.tree();
-    if (!tree.node(node).unloaded && tree.isExpandable(node) && !tree.node(node).expanded) {
-        int children = 0;
-        for (qint32 child = node + 1; child < tree.node(node).end; child = tree.node(child).end)
-            ++children;
-        log(Velmora::tr("%1 expand: %2 (%3 items)")
-                .arg(timeOfDay(), QDir::toNativeSeparators(tree.item(node).name))
-                .arg(children));
-    }
+    if (!tree.node(node).unloaded && tree.isExpandable(node) && !tree.node(node).expanded)
+        logExpanded(node);
     m_view->rows().setExpanded(item.row(), true);
+}
+
+void FolderCompareWidget::logExpanded(qint32 node)
+{
+    const FolderTree &tree = m_comparison.tree();
+    log(Velmora::tr("%1 expand: %2 (%3 items)")
+            .arg(logTime(QTime::currentTime()), QDir::toNativeSeparators(tree.item(node).name))
+            .arg(tree.childCount(node)));
 }
 
 void FolderCompareWidget::onItemCollapsed(const QModelIndex &item)
@@ -355,7 +354,7 @@ void FolderCompareWidget::onItemCollapsed(const QModelIndex &item)
 
 void FolderCompareWidget::onExpandAll()
 {
-    log(Velmora::tr("%1 expand all subfolders recursively").arg(timeOfDay()));
+    log(Velmora::tr("%1 expand all subfolders recursively").arg(logTime(QTime::currentTime())));
     m_treeMode = true;
     m_expandAllWhenLoaded = !m_comparison.isWhole();
     m_view->rows().setAllExpanded(true);

@@ -226,16 +226,8 @@ void FolderCompareWidget::connectComparison()
     });
     connect(&m_comparison, &FolderComparison::rootsUnreadable, this, &FolderCompareWidget::showRootsUnreadable);
     connect(&m_comparison, &FolderComparison::folderRead, this, [this](const QString &name) {
-        const qint32 node = m_comparison.tree().find(name);
-        if (node < 0)
-            return;
-        int children = 0;
-        const FolderTree &tree = m_comparison.tree();
-        for (qint32 child = node + 1; child < tree.node(node).end; child = tree.node(child).end)
-            ++children;
-        log(Velmora::tr("%1 expand: %2 (%3 items)")
-                .arg(QTime::currentTime().toString(QStringLiteral("hh:mm:ss")), QDir::toNativeSeparators(name))
-                .arg(children));
+        if (const qint32 node = m_comparison.tree().find(name); node >= 0)
+            logExpanded(node);
     });
     connect(&m_comparison, &FolderComparison::progressed, this, &FolderCompareWidget::showProgress);
     connect(&m_comparison, &FolderComparison::runningChanged, this, &FolderCompareWidget::showRunning);

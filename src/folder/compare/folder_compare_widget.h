@@ -120,6 +120,7 @@ private:
     void showSelection();
     void showMessage(const QString &message);
     void log(const QString &line);
+    void logExpanded(qint32 node);
     [[nodiscard]] QString title() const;
 
     // Commands

@@ -78,7 +78,7 @@ Q_SIGNALS:
     void filtered();
     /// A load has ended at once since one of the two folders is not there or cannot be read.
     void rootsUnreadable(velmora::FolderRead left, velmora::FolderRead right);
-    /// What a load has found first, and what is in its top level.
+    /// The files of the top level, or the whole trees, are compared.
     void levelKnown();
     /// A load has ended. `tree()` holds what it found.
     void loadFinished(quint64 generation, bool cancelled);

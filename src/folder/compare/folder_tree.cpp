@@ -175,6 +175,14 @@ bool FolderTree::isExpandable(qint32 number) const
     return item(number).isDir && (node(number).unloaded || node(number).end > number + 1);
 }
 
+qint32 FolderTree::childCount(qint32 folder) const
+{
+    qint32 count = 0;
+    for (qint32 child = folder + 1; child < node(folder).end; child = node(child).end)
+        ++count;
+    return count;
+}
+
 void FolderTree::setAllExpanded(bool expanded)
 {
     for (std::size_t i = 0; i < m_nodes.size(); ++i)

@@ -107,6 +107,8 @@ public:
     [[nodiscard]] bool isExpandable(qint32 node) const;
     [[nodiscard]] const FolderCounts &counts() const noexcept { return m_counts; }
 
+    /// How many entries are directly in a folder.
+    [[nodiscard]] qint32 childCount(qint32 folder) const;
     /// The node of a relative name, -1 when there is none.
     [[nodiscard]] qint32 find(const QString &name) const;
 
