@@ -100,12 +100,12 @@ TextCompareBar::TextCompareBar(QWidget *session) : QToolBar(session), m_position
     copyToRight = add({"copyToRightAction",
                        Velmora::tr("Copy to the right"),
                        QStringLiteral("copy_right.png"),
-                       {Qt::CTRL | Qt::ALT | Qt::Key_Right},
+                       {Qt::ALT | Qt::Key_Right, Qt::CTRL | Qt::ALT | Qt::Key_Right},
                        Velmora::tr("Copy the selected lines or the current difference to the right side")});
     copyToLeft = add({"copyToLeftAction",
                       Velmora::tr("Copy to the left"),
                       QStringLiteral("copy_left.png"),
-                      {Qt::CTRL | Qt::ALT | Qt::Key_Left},
+                      {Qt::ALT | Qt::Key_Left, Qt::CTRL | Qt::ALT | Qt::Key_Left},
                       Velmora::tr("Copy the selected lines or the current difference to the left side")});
     saveLeft = add({"saveLeftAction", Velmora::tr("Save left"), QStringLiteral("save.png"), {}, {}});
     saveRight = add({"saveRightAction", Velmora::tr("Save right"), QStringLiteral("save.png"), {}, {}});

@@ -9,6 +9,8 @@
 #include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenu>
 
@@ -23,14 +25,14 @@ void TextCompareWidget::onNextDiff()
 {
     focusTexts();
     DiffScene &scene = m_view->scene();
-    scene.goToBlock(std::min(scene.currentBlock() + 1, scene.layout().blockCount() - 1));
+    scene.goToBlock(scene.nextBlock());
 }
 
 void TextCompareWidget::onPrevDiff()
 {
     focusTexts();
     DiffScene &scene = m_view->scene();
-    scene.goToBlock(std::max<qsizetype>(scene.currentBlock() - 1, 0));
+    scene.goToBlock(scene.previousBlock());
 }
 
 void TextCompareWidget::onShowAll()
@@ -78,8 +80,13 @@ void TextCompareWidget::showContextMenu(Side side, QPoint at)
     DiffPane &pane = m_view->pane(side);
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    const bool hasSelection = m_view->scene().caret().hasSelection() && m_view->activeSide() == side;
+    QAction *cut = menu->addAction(Velmora::tr("Cut"), QKeySequence::Cut, &pane, &DiffPane::cut);
+    cut->setEnabled(hasSelection && !pane.isLocked());
     QAction *copy = menu->addAction(Velmora::tr("Copy"), QKeySequence::Copy, &pane, &DiffPane::copy);
-    copy->setEnabled(m_view->scene().caret().hasSelection() && m_view->activeSide() == side);
+    copy->setEnabled(hasSelection);
+    QAction *paste = menu->addAction(Velmora::tr("Paste"), QKeySequence::Paste, &pane, &DiffPane::paste);
+    paste->setEnabled(!pane.isLocked() && !QGuiApplication::clipboard()->text().isEmpty());
     menu->addAction(Velmora::tr("Select all"), QKeySequence::SelectAll, &pane, &DiffPane::selectAll);
     menu->addAction(m_bar->copyPatch);
     menu->addAction(Velmora::tr("Compare the clipboard's text as this side"), this,

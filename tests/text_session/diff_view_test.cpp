@@ -598,6 +598,22 @@ private Q_SLOTS:
         QCOMPARE(caretOf(view), QStringLiteral("9:0"));
     }
 
+    void goesOnFromTheCaretWithoutACurrentDifference()
+    {
+        DiffView view;
+        show(view, 900, 300);
+        view.scene().setDocument(
+            documentOf(QStringLiteral("=~=~=~="), "1\n2\n3\n4\n5\n6\n7\n", "1\na\n3\nb\n5\nc\n7\n"));
+        QCOMPARE(view.scene().nextBlock(), 0);
+        view.scene().setCaret({Side::Left, {4, 0}, {4, 0}}); // as after the difference there was merged
+        QCOMPARE(view.scene().currentBlock(), -1);
+        QCOMPARE(view.scene().nextBlock(), 2);
+        QCOMPARE(view.scene().previousBlock(), 1);
+        view.scene().goToBlock(2);
+        QCOMPARE(view.scene().nextBlock(), 2);
+        QCOMPARE(view.scene().previousBlock(), 1);
+    }
+
     void stopsAtMinorDifferencesWhenTheyCount()
     {
         DiffView view;

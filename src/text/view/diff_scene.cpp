@@ -347,6 +347,18 @@ void DiffScene::setCurrentBlock(qsizetype block)
     Q_EMIT currentBlockChanged();
 }
 
+qsizetype DiffScene::nextBlock() const
+{
+    const qsizetype next = m_currentBlock >= 0 ? m_currentBlock + 1 : m_layout.blockFrom(m_caret.position.row);
+    return std::min(next, m_layout.blockCount() - 1);
+}
+
+qsizetype DiffScene::previousBlock() const
+{
+    const qsizetype from = m_currentBlock >= 0 ? m_currentBlock : m_layout.blockFrom(m_caret.position.row);
+    return std::min(std::max<qsizetype>(from - 1, 0), m_layout.blockCount() - 1);
+}
+
 void DiffScene::goToBlock(qsizetype block)
 {
     if (block < 0 || block >= m_layout.blockCount())

@@ -109,6 +109,10 @@ public:
 
     /// The current difference as a block of the layout, -1 for none.
     [[nodiscard]] qsizetype currentBlock() const noexcept { return m_currentBlock; }
+    /// The block behind the current one, or before it; without one, that is told by the place of the caret. The last,
+    /// or the first, has no further one and stays. -1 when there are none at all.
+    [[nodiscard]] qsizetype nextBlock() const;
+    [[nodiscard]] qsizetype previousBlock() const;
     /// Makes `block` the current one, puts the caret at its start and brings it into sight, sideways too: where its
     /// first row is a changed one, its first changed character, as soon as that is known and unless the view was
     /// scrolled since.

@@ -188,6 +188,11 @@ void ShownRows::setOpened(std::vector<RowRange> stretches)
     filterRows();
 }
 
+qsizetype ShownRows::blockFrom(qsizetype row) const
+{
+    return firstEndingBehind(m_blocks, row) - m_blocks.begin();
+}
+
 qsizetype ShownRows::blockOf(qsizetype row) const
 {
     const auto found = firstEndingBehind(m_blocks, row);

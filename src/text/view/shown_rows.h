@@ -67,6 +67,8 @@ public:
     [[nodiscard]] qsizetype blockCount() const noexcept { return qsizetype(m_blocks.size()); }
     /// The rows of a block. Precondition: 0 <= block < blockCount().
     [[nodiscard]] RowRange block(qsizetype block) const { return m_blocks[std::size_t(block)]; }
+    /// The first block that holds `row` or stands behind it; blockCount() when there is none.
+    [[nodiscard]] qsizetype blockFrom(qsizetype row) const;
     /// The block that holds `row`, or -1.
     [[nodiscard]] qsizetype blockOf(qsizetype row) const;
 
