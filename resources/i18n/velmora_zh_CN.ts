@@ -3937,5 +3937,17 @@ Save them?</source>
         <source>A file will be replaced, and its old contents will not be kept for undoing.</source>
         <translation>文件将被替换，且不会保留旧内容以供撤销。</translation>
     </message>
+    <message>
+        <source>Cut</source>
+        <translation>剪切</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>粘贴</translation>
+    </message>
+    <message>
+        <source>The selection reaches over lines that are not shown: show all lines first</source>
+        <translation>所选内容包含未显示的行：请先显示全部行</translation>
+    </message>
 </context>
 </TS>
