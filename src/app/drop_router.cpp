@@ -31,6 +31,8 @@ bool DropRouter::eventFilter(QObject *watched, QEvent *event)
 
     const QStringList paths = droppedPaths(drop->mimeData());
     if (paths.isEmpty()) {
+        if (widget->property("takesDroppedText").toBool())
+            return false; // text is the widget's own affair
         drop->ignore();
         return true;
     }

@@ -51,6 +51,7 @@ DiffPane::DiffPane(DiffScene &scene, Side side, QWidget *parent) : QWidget(paren
     installPaneAccessibility();
     setFocusPolicy(Qt::StrongFocus);
     setAcceptDrops(true);
+    setProperty("takesDroppedText", true); // the window lets it through
     setAttribute(Qt::WA_OpaquePaintEvent);
     setCursor(Qt::IBeamCursor);
     setObjectName(side == Side::Left ? QStringLiteral("leftPane") : QStringLiteral("rightPane"));
