@@ -71,7 +71,7 @@ FolderView::FolderView(FolderComparison &comparison, QWidget *parent)
     connect(m_rows, &QAbstractItemModel::modelReset, this, &FolderView::restorePlace);
     // A load brings the names of its top level first, and what was current may be deeper.
     connect(&comparison, &FolderComparison::treeChanged, this, [this] {
-        if (m_keptNames && currentNode() < 0)
+        if (m_keptNames && !m_keptNames->current.isEmpty() && currentNode() < 0)
             restoreNames();
     });
     connect(&comparison, &FolderComparison::loadFinished, this, [this] {
@@ -316,10 +316,12 @@ void FolderView::restoreNames()
     selectNames(place.selected);
     const qint32 node = m_comparison.tree().find(place.current);
     const int row = m_rows->rowOf(node);
-    if (row >= 0 && m_rows->nodeAt(row) == node)
-        m_left->selectionModel()->setCurrentIndex(m_rows->index(row, int(activePane().firstColumn())),
-                                                  QItemSelectionModel::NoUpdate);
     m_left->verticalScrollBar()->setValue(place.scrolled);
+    if (row < 0 || m_rows->nodeAt(row) != node)
+        return;
+    const QModelIndex current = m_rows->index(row, int(activePane().firstColumn()));
+    m_left->selectionModel()->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
+    activePane().scrollTo(current);
 }
 
 bool FolderView::isLeft(QPoint place) const
