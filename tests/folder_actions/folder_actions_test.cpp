@@ -44,6 +44,8 @@ private Q_SLOTS:
     void whatFiltersHideIsNotTouched()
     {
         ActionsFixture f;
+        if (!f.files.hasRecycleBin())
+            QSKIP("no recycle bin here");
         f.context.isHidden = [](const FolderDiffItem &item) { return item.name.endsWith(QLatin1String(".o")); };
         f.make(words("left/src/a.c=1 left/src/a.o=2 right/out/b.o=3 right/out/b.c=4"));
         f.carryOut(Command::MirrorToRight);
@@ -114,6 +116,8 @@ private Q_SLOTS:
     void deletingIsConfirmedAndUndone()
     {
         ActionsFixture f;
+        if (!f.files.hasRecycleBin())
+            QSKIP("no recycle bin here");
         f.make(words("left/a=1 left/sub/b=2 right/a=1 right/c=3"));
         const QStringList before = f.files.picture();
         f.carryOut(Command::Delete, words("a"), FolderSides::Left);
@@ -199,6 +203,8 @@ private Q_SLOTS:
     void aMirrorDoesWhatItsPreviewShows()
     {
         ActionsFixture f;
+        if (!f.files.hasRecycleBin())
+            QSKIP("no recycle bin here");
         f.make(words("left/new=1 left/changed=2 left/same=3 left/dir/x=4 right/changed=old right/same=3 right/gone=5 "
                      "right/old/deep/y=6"));
         f.carryOut(Command::MirrorToRight);
@@ -235,6 +241,8 @@ private Q_SLOTS:
     void aMirrorOfNothingIsAskedTwice()
     {
         ActionsFixture f;
+        if (!f.files.hasRecycleBin())
+            QSKIP("no recycle bin here");
         f.make(words("left/ right/a=1"));
         f.carryOut(Command::MirrorToRight);
         QCOMPARE(f.askedTitle(), QStringLiteral("Confirm mirror sync"));
@@ -257,6 +265,8 @@ private Q_SLOTS:
     void aMirrorOfASelectionLeavesTheRestAlone()
     {
         ActionsFixture f;
+        if (!f.files.hasRecycleBin())
+            QSKIP("no recycle bin here");
         f.make(words("left/a/x=1 left/b/y=2 right/a/z=3 right/b/w=4 right/c=5"));
         f.carryOut(Command::MirrorToRight, words("a"));
         f.click("planStart");
@@ -314,6 +324,8 @@ private Q_SLOTS:
     void levelsThatNobodyHasOpenedAreListedFirst()
     {
         ActionsFixture f;
+        if (!f.files.hasRecycleBin())
+            QSKIP("no recycle bin here");
         f.make(words("left/sub/deep/a=1 right/sub/b=2 right/gone/c=3 left/x=1 right/x=2"));
         f.context.isWhole = false;
         f.context.items = compareFolderLevel(f.files.left(), f.files.right(), CompareMethod::Binary);
