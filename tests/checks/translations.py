@@ -45,7 +45,8 @@ def differences(source, translation):
         yield "only one of the two ends in an ellipsis"
     if source.endswith(":") != translation.endswith((":", "：")):
         yield "only one of the two ends in a colon"
-    if (source != source.strip()) != (translation != translation.strip()):
+    # A full-width mark brings its own space.
+    if (source != source.strip()) != (translation != translation.strip() or translation in ("，", "、", "；")):
         yield "only one of the two begins or ends with a space"
     if source.count("<") != translation.count("<"):
         yield "the tags differ"
