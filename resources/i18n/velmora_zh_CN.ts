@@ -3949,5 +3949,9 @@ Save them?</source>
         <source>The selection reaches over lines that are not shown: show all lines first</source>
         <translation>所选内容包含未显示的行：请先显示全部行</translation>
     </message>
+    <message>
+        <source>Comparison preset</source>
+        <translation>比较预设</translation>
+    </message>
 </context>
 </TS>
