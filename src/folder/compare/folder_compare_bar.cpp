@@ -180,6 +180,7 @@ void FolderCompareBar::addCommands()
                   {},
                   Velmora::tr("Built-in comparison presets")});
     giveMenu(preset, m_presetMenu);
+    m_presetMenu->setAccessibleName(Velmora::tr("Comparison preset"));
     exportReport = add({"exportAction",
                         Velmora::tr("Export"),
                         QStringLiteral("report.png"),

@@ -215,7 +215,9 @@ void FolderCompareWidget::connectComparison()
     connect(&m_comparison, &FolderComparison::statesChanged, this, countAgain);
     connect(&m_comparison, &FolderComparison::filtered, this, [this, countAgain] {
         countAgain();
-        log(Velmora::tr("%1 hidden by filters").arg(m_comparison.tree().counts().hidden));
+        const qint64 hidden = m_comparison.tree().counts().hidden;
+        if (std::exchange(m_toldHidden, hidden) > 0 || hidden > 0)
+            log(Velmora::tr("%1 hidden by filters").arg(hidden));
     });
     connect(&m_comparison, &FolderComparison::levelKnown, this, [this] {
         if (const qint32 node = m_comparison.tree().find(std::exchange(m_cameFrom, {})); node >= 0)

@@ -169,6 +169,7 @@ private:
     FolderReportExport *m_reports;
     FileCommands *m_fileCommands;
     Runner m_opener;
+    qint64 m_toldHidden = 0;        ///< what the log said last of the entries that filters hide
     QElapsedTimer m_comparingSince; ///< of the bytes that the progress counts
 };
 
