@@ -67,7 +67,7 @@ void DiffPane::showCursorAt(QPoint point)
 void DiffPane::mouseMoveEvent(QMouseEvent *event)
 {
     const QPoint point = event->position().toPoint();
-    if (m_pressedSelection &&
+    if (m_pressedSelection && event->buttons().testFlag(Qt::LeftButton) &&
         (point - *m_pressedSelection).manhattanLength() >= QGuiApplication::styleHints()->startDragDistance()) {
         m_pressedSelection.reset();
         dragSelection();
