@@ -624,10 +624,6 @@
         <translation>新建</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; has unsaved changes. Close it anyway?</source>
-        <translation type="vanished">“%1”有未保存的更改。仍要关闭吗？</translation>
-    </message>
-    <message>
         <source>Ready</source>
         <translation>就绪</translation>
     </message>
@@ -650,14 +646,6 @@
     <message>
         <source>Compare opened</source>
         <translation>已打开比较</translation>
-    </message>
-    <message>
-        <source>Exit</source>
-        <translation type="vanished">退出</translation>
-    </message>
-    <message>
-        <source>Tabs with unsaved changes: %1. Exit anyway?</source>
-        <translation type="vanished">有未保存更改的标签页：%1 个。仍要退出吗？</translation>
     </message>
     <message>
         <source>Date and size (rules)</source>
