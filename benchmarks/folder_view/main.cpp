@@ -2,6 +2,9 @@
 // with: the longest time between two turns, for each step.
 //
 //     folder_view [entries] [rounds]        200,000 entries and 5 rounds unless told otherwise
+//
+// The exit status is 1 when a step took more than 50 ms in every round: what happens in one round only is the
+// machine's.
 
 #include "folder/compare/folder_comparison.h"
 #include "folder/compare/folder_view.h"
@@ -16,11 +19,14 @@
 #include <QTextStream>
 #include <QTimer>
 
+#include <algorithm>
 #include <functional>
 
 using namespace velmora;
 
 namespace {
+
+constexpr double longestAllowed = 50;
 
 /// Turns the event loop until nothing is left to do, and notes the longest turn in milliseconds.
 double longestTurn(const std::function<void()> &step, const std::function<bool()> &isDone)
@@ -115,5 +121,5 @@ int main(int argc, char **argv)
                    .arg(least[i], 7, 'f', 1)
                    .arg(most[i], 7, 'f', 1)
                    .arg(QLatin1String(steps[i].name));
-    return 0;
+    return *std::max_element(least.begin(), least.end()) <= longestAllowed ? 0 : 1;
 }
