@@ -1,6 +1,5 @@
 #include "text/text_compare_bar.h"
 
-#include "session/theme.h"
 #include "session/translate.h"
 
 #include <QActionGroup>
@@ -11,34 +10,8 @@
 
 namespace velmora {
 
-/// How an action is presented: its name, the icon's file, its keys.
-struct TextCompareBar::Look {
-    const char *objectName;
-    QString text;
-    QString icon; ///< empty for an action without a button
-    QList<QKeySequence> keys;
-    QString hint; ///< instead of the text in the tool tip
-};
-
-namespace {
-
-QString hintWithKeys(const QString &hint, const QList<QKeySequence> &keys)
+TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_position(new QLabel(this))
 {
-    QStringList names;
-    for (const QKeySequence &key : keys)
-        names.append(key.toString(QKeySequence::NativeText));
-    return names.isEmpty() ? hint : Velmora::tr("%1 (%2)").arg(hint, names.join(QStringLiteral(", ")));
-}
-
-} // namespace
-
-TextCompareBar::TextCompareBar(QWidget *session) : QToolBar(session), m_position(new QLabel(this))
-{
-    setObjectName(QStringLiteral("underIconToolBar"));
-    setMovable(false);
-    setFloatable(false);
-    setIconSize(QSize(20, 20));
-
     const auto filter = [this](const Look &look) {
         QAction *action = add(look);
         action->setCheckable(true);
@@ -163,6 +136,7 @@ TextCompareBar::TextCompareBar(QWidget *session) : QToolBar(session), m_position
                      Velmora::tr("Copy the differences of the selected lines, or all, as a unified diff")});
     addContextLines();
 
+    refreshTheme();
     showRunning(false, false);
     showPosition(-1, 0);
     reserveCompareWidth();
@@ -194,27 +168,6 @@ void TextCompareBar::reserveCompareWidth()
     showRunning(false, false);
 }
 
-QAction *TextCompareBar::add(const Look &look)
-{
-    auto *action = new QAction(look.text, this);
-    action->setObjectName(QLatin1String(look.objectName));
-    action->setShortcuts(look.keys);
-    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    action->setToolTip(hintWithKeys(look.hint.isEmpty() ? look.text : look.hint, look.keys));
-    parentWidget()->addAction(action);
-    if (!look.icon.isEmpty()) {
-        addAction(action);
-        m_icons.append({action, look.icon});
-    }
-    return action;
-}
-
-void TextCompareBar::showTextBeside(QAction *action)
-{
-    if (auto *button = qobject_cast<QToolButton *>(widgetForAction(action)))
-        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-}
-
 void TextCompareBar::showEditing(bool enabled)
 {
     edit->setChecked(enabled);
@@ -224,13 +177,12 @@ void TextCompareBar::showEditing(bool enabled)
 
 void TextCompareBar::showRunning(bool running, bool cancelling)
 {
-    m_running = running;
     compare->setText(running ? Velmora::tr("Cancel") : Velmora::tr("Compare"));
     compare->setToolTip(hintWithKeys(running ? Velmora::tr("Cancel the comparison") : Velmora::tr("Compare"),
                                      running ? cancel->shortcuts() : compare->shortcuts()));
     compare->setEnabled(!cancelling);
     cancel->setEnabled(running && !cancelling);
-    refreshTheme();
+    changeIcon(compare, running ? QStringLiteral("cancel.png") : QStringLiteral("compare.png"));
 }
 
 void TextCompareBar::addTo(QMenu &menu)
@@ -258,16 +210,6 @@ void TextCompareBar::showPosition(qsizetype current, qsizetype count)
 QString TextCompareBar::positionText() const
 {
     return m_position->text();
-}
-
-void TextCompareBar::refreshTheme()
-{
-    for (const auto &[action, name] : m_icons) {
-        const bool cancels = action == compare && m_running;
-        const QIcon icon = themedIcon(cancels ? QStringLiteral("cancel.png") : name);
-        // Without its picture a button shows its text.
-        action->setIcon(icon.availableSizes().isEmpty() ? QIcon() : icon);
-    }
 }
 
 } // namespace velmora

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QToolBar>
+#include "session/session_bar.h"
 
 class QActionGroup;
 class QLabel;
@@ -11,7 +11,7 @@ namespace velmora {
 /// The commands of a text comparison as buttons and keys, and the label that counts its differences.
 ///
 /// The session connects the actions to its slots; this class knows what they are called and look like.
-class TextCompareBar final : public QToolBar {
+class TextCompareBar final : public SessionBar {
     Q_OBJECT
 public:
     /// The actions' keys work everywhere in `session`, which owns the bar.
@@ -66,21 +66,12 @@ public:
     void showPosition(qsizetype current, qsizetype count);
     [[nodiscard]] QString positionText() const;
 
-    /// Takes up a changed theme.
-    void refreshTheme();
-
 private:
-    struct Look;
-
-    [[nodiscard]] QAction *add(const Look &look);
     void addContextLines();
-    void showTextBeside(QAction *action);
     /// Keeps the other buttons in place when the compare button's text changes.
     void reserveCompareWidth();
 
     QLabel *m_position;
-    QList<std::pair<QAction *, QString>> m_icons;
-    bool m_running = false;
 };
 
 } // namespace velmora

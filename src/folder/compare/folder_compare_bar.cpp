@@ -1,6 +1,5 @@
 #include "folder/compare/folder_compare_bar.h"
 
-#include "session/theme.h"
 #include "session/translate.h"
 
 #include <QActionGroup>
@@ -9,35 +8,9 @@
 
 namespace velmora {
 
-/// How an action is presented: its name, the icon's file, its keys.
-struct FolderCompareBar::Look {
-    const char *objectName;
-    QString text;
-    QString icon = {}; ///< of the button and the menu entry
-    QList<QKeySequence> keys = {};
-    QString hint = {}; ///< instead of the text in the tool tip
-    bool hasButton = true;
-};
-
-namespace {
-
-QString hintWithKeys(const QString &hint, const QList<QKeySequence> &keys)
-{
-    QStringList names;
-    for (const QKeySequence &key : keys)
-        names.append(key.toString(QKeySequence::NativeText));
-    return names.isEmpty() ? hint : Velmora::tr("%1 (%2)").arg(hint, names.join(QStringLiteral(", ")));
-}
-
-} // namespace
-
 FolderCompareBar::FolderCompareBar(QWidget *session)
-    : QToolBar(session), m_actionsMenu(new QMenu(this)), m_presetMenu(new QMenu(this))
+    : SessionBar(session), m_actionsMenu(new QMenu(this)), m_presetMenu(new QMenu(this))
 {
-    setObjectName(QStringLiteral("underIconToolBar"));
-    setMovable(false);
-    setFloatable(false);
-    setIconSize(QSize(20, 20));
     addNavigation();
     addSeparator();
     addViews();
@@ -202,27 +175,6 @@ void FolderCompareBar::addCommands()
                   Velmora::tr("Color and symbol legend")});
 }
 
-QAction *FolderCompareBar::add(const Look &look)
-{
-    auto *action = new QAction(look.text, this);
-    action->setObjectName(QLatin1String(look.objectName));
-    action->setShortcuts(look.keys);
-    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    action->setToolTip(hintWithKeys(look.hint.isEmpty() ? look.text : look.hint, look.keys));
-    parentWidget()->addAction(action);
-    if (!look.icon.isEmpty())
-        m_icons.append({action, look.icon});
-    if (look.hasButton)
-        addAction(action);
-    return action;
-}
-
-void FolderCompareBar::showTextBeside(QAction *action)
-{
-    if (auto *button = qobject_cast<QToolButton *>(widgetForAction(action)))
-        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-}
-
 void FolderCompareBar::giveMenu(QAction *action, QMenu *menu)
 {
     menu->setToolTipsVisible(true);
@@ -236,15 +188,6 @@ void FolderCompareBar::giveMenu(QAction *action, QMenu *menu)
 void FolderCompareBar::showRunning(bool running, bool cancelling)
 {
     cancel->setEnabled(running && !cancelling);
-}
-
-void FolderCompareBar::refreshTheme()
-{
-    for (const auto &[action, name] : m_icons) {
-        const QIcon icon = themedIcon(name);
-        // Without its picture a button shows its text.
-        action->setIcon(icon.availableSizes().isEmpty() ? QIcon() : icon);
-    }
 }
 
 } // namespace velmora

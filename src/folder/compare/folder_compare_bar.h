@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QToolBar>
+#include "session/session_bar.h"
 
 class QMenu;
 
@@ -10,7 +10,7 @@ namespace velmora {
 ///
 /// The session connects the actions to its slots and fills the two menus; this class knows what they are called and
 /// look like. Actions without a button are in the context menu or have keys alone.
-class FolderCompareBar final : public QToolBar {
+class FolderCompareBar final : public SessionBar {
     Q_OBJECT
 public:
     /// The actions' keys work everywhere in `session`, which owns the bar.
@@ -60,23 +60,15 @@ public:
 
     void showRunning(bool running, bool cancelling);
 
-    /// Takes up a changed theme.
-    void refreshTheme();
-
 private:
-    struct Look;
-
     void addNavigation();
     void addViews();
     void addCommands();
     void addFileCommands();
-    [[nodiscard]] QAction *add(const Look &look);
-    void showTextBeside(QAction *action);
     void giveMenu(QAction *action, QMenu *menu);
 
     QMenu *m_actionsMenu;
     QMenu *m_presetMenu;
-    QList<std::pair<QAction *, QString>> m_icons;
 };
 
 } // namespace velmora

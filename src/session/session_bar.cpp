@@ -1,0 +1,70 @@
+#include "session/session_bar.h"
+
+#include "session/theme.h"
+#include "session/translate.h"
+
+#include <QToolButton>
+
+namespace velmora {
+
+SessionBar::SessionBar(QWidget *session) : QToolBar(session)
+{
+    setObjectName(QStringLiteral("underIconToolBar"));
+    setMovable(false);
+    setFloatable(false);
+    setIconSize(QSize(20, 20));
+}
+
+QAction *SessionBar::add(const Look &look)
+{
+    auto *action = new QAction(look.text, this);
+    action->setObjectName(QLatin1String(look.objectName));
+    action->setShortcuts(look.keys);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    action->setToolTip(hintWithKeys(look.hint.isEmpty() ? look.text : look.hint, look.keys));
+    parentWidget()->addAction(action);
+    if (look.icon.isEmpty())
+        return action;
+    m_icons.append({action, look.icon});
+    if (look.hasButton)
+        addAction(action);
+    return action;
+}
+
+void SessionBar::showTextBeside(QAction *action)
+{
+    if (auto *button = qobject_cast<QToolButton *>(widgetForAction(action)))
+        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+}
+
+QString SessionBar::hintWithKeys(const QString &hint, const QList<QKeySequence> &keys)
+{
+    QStringList names;
+    for (const QKeySequence &key : keys)
+        names.append(key.toString(QKeySequence::NativeText));
+    return names.isEmpty() ? hint : Velmora::tr("%1 (%2)").arg(hint, names.join(QStringLiteral(", ")));
+}
+
+void SessionBar::changeIcon(QAction *action, const QString &icon)
+{
+    for (auto &[known, name] : m_icons) {
+        if (known == action)
+            name = icon;
+    }
+    showIcon(action, icon);
+}
+
+void SessionBar::refreshTheme()
+{
+    for (const auto &[action, name] : std::as_const(m_icons))
+        showIcon(action, name);
+}
+
+void SessionBar::showIcon(QAction *action, const QString &name)
+{
+    const QIcon icon = themedIcon(name);
+    // Without its picture a button shows its text.
+    action->setIcon(icon.availableSizes().isEmpty() ? QIcon() : icon);
+}
+
+} // namespace velmora

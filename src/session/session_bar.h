@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QKeySequence>
+#include <QToolBar>
+
+namespace velmora {
+
+/// The tool bar of a session: its commands as actions with keys, and those with a picture as buttons.
+///
+/// A session's bar derives from it, says in its constructor what its commands are called and look like, and leaves to
+/// the session what they do.
+class SessionBar : public QToolBar {
+    Q_OBJECT
+public:
+    /// The actions' keys work everywhere in `session`, which owns the bar.
+    explicit SessionBar(QWidget *session);
+
+    /// Takes up a changed theme.
+    void refreshTheme();
+
+protected:
+    /// How an action is presented: its name, the icon's file, its keys.
+    struct Look {
+        const char *objectName;
+        QString text;
+        QString icon = {}; ///< of the button and the menu entry
+        QList<QKeySequence> keys = {};
+        QString hint = {};     ///< instead of the text in the tool tip
+        bool hasButton = true; ///< where there is an icon
+    };
+
+    /// A new action, with a button or only in menus and by its keys.
+    [[nodiscard]] QAction *add(const Look &look);
+    /// Gives an action that has an icon another one.
+    void changeIcon(QAction *action, const QString &icon);
+    /// Shows the text of a button beside its picture.
+    void showTextBeside(QAction *action);
+    /// What a tool tip says of a command with keys.
+    [[nodiscard]] static QString hintWithKeys(const QString &hint, const QList<QKeySequence> &keys);
+
+private:
+    static void showIcon(QAction *action, const QString &name);
+
+    QList<std::pair<QAction *, QString>> m_icons;
+};
+
+} // namespace velmora
