@@ -3,6 +3,8 @@
 #include <QKeySequence>
 #include <QToolBar>
 
+#include <utility>
+
 namespace velmora {
 
 /// The tool bar of a session: its commands as actions with keys, and those with a picture as buttons.
