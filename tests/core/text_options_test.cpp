@@ -180,6 +180,7 @@ private Q_SLOTS:
         row("every occurrence", "aaa", {a}, {QStringLiteral("aa")}, "aaaaaa");
         row("beyond ascii", "中文中", {QStringLiteral("中")}, {QStringLiteral("é")}, "é文é");
         row("line feed in", "ab", {a}, {QStringLiteral("\n")}, "\nb");
+        row("carriage return at the end", "a\rb", {b}, {}, "a\r");
         row("half a character", "😀", {QString(QChar(0xD83D))}, {b}, "😀");
     }
 
@@ -192,12 +193,14 @@ private Q_SLOTS:
         if (line != QString::fromUtf8("😀"))
             QCOMPARE(applyReplacementRules(line, find, with), expected);
         const QByteArray utf8 = line.toUtf8();
-        const TextLines lines = applyReplacementRules(TextLines::split(utf8 + "\r\n" + utf8), find, with);
-        QCOMPARE(lines.count(), 2);
-        QCOMPARE(lines.text(0), expected);
-        QCOMPARE(lines.text(1), expected);
+        const TextLines lines = applyReplacementRules(TextLines::split(utf8 + "\r\n" + utf8 + '\n' + utf8), find, with);
+        QCOMPARE(lines.count(), 3);
+        for (qsizetype index = 0; index < lines.count(); ++index)
+            QCOMPARE(lines.text(index), expected);
+        const bool keepsEnds = !expected.endsWith(u'\r');
         QCOMPARE(lines.lineEnd(0), LineEnd::CrLf);
-        QCOMPARE(lines.lineEnd(1), LineEnd::None);
+        QCOMPARE(lines.lineEnd(1), keepsEnds ? LineEnd::Lf : LineEnd::CrLf);
+        QCOMPARE(lines.lineEnd(2), keepsEnds ? LineEnd::None : LineEnd::Cr);
     }
 
     void importanceRulesComeBack()

@@ -24,6 +24,15 @@ std::vector<Utf8Rule> utf8Rules(const QStringList &find, const QStringList &with
     return rules;
 }
 
+/// What ends a line that a rule may have left with a carriage return at its own end. That one belongs to the line, so
+/// another has to stand behind it.
+LineEnd endBehind(const QByteArray &line, LineEnd end)
+{
+    if (!line.endsWith('\r'))
+        return end;
+    return end == LineEnd::Lf || end == LineEnd::CrLf ? LineEnd::CrLf : LineEnd::Cr;
+}
+
 } // namespace
 
 QString applyReplacementRules(QString line, const QStringList &find, const QStringList &with)
@@ -54,7 +63,7 @@ TextLines applyReplacementRules(const TextLines &lines, const QStringList &find,
         changed.append(line.data(), qsizetype(line.size()));
         for (const Utf8Rule &rule : rules)
             changed.replace(rule.find, rule.with);
-        builder.append({changed.constData(), size_t(changed.size())}, lines.lineEnd(index));
+        builder.append({changed.constData(), size_t(changed.size())}, endBehind(changed, lines.lineEnd(index)));
     }
     return builder.take();
 }

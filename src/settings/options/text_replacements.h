@@ -12,8 +12,9 @@ namespace velmora {
 /// `with` is shorter. A rule with an empty find text does nothing; a later rule sees what the earlier ones left.
 [[nodiscard]] QString applyReplacementRules(QString line, const QStringList &find, const QStringList &with);
 
-/// The same for every line of a text. Line ends stay, and so does the number of lines, even where a rule puts a line
-/// feed in. Shares the lines of `lines` when there is no rule. Incomplete when `cancel` is set on the way.
+/// The same for every line of a text. The number of lines stays, even where a rule puts a line feed in, and so do line
+/// ends, save behind a line that now ends in a carriage return, where they begin with another. Shares the lines of
+/// `lines` when there is no rule. Incomplete when `cancel` is set on the way.
 [[nodiscard]] TextLines applyReplacementRules(const TextLines &lines, const QStringList &find, const QStringList &with,
                                               const CancelFlag &cancel = {});
 
