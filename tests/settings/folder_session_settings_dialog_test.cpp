@@ -174,6 +174,52 @@ private Q_SLOTS:
         QVERIFY(f.dialog.options() == FolderSessionOptions());
     }
 
+    void fileFormatsAreAddedEditedRemovedAndBroughtBack()
+    {
+        Hands f(FolderSessionOptions{}, SessionPaths{}, FolderSessionSettingsDialog::OtherFilters);
+        auto &table = f.get<QTableView>("fileFormats");
+        const auto ok = [&f] { return f.get<QPushButton>("settingsOk", f.opened()).isEnabled(); };
+        QVERIFY(!f.get<QPushButton>("fileFormatsEdit").isEnabled());
+        QVERIFY(!f.get<QPushButton>("fileFormatsRestore").isEnabled());
+        QTest::keyClick(&table, Qt::Key_Insert);
+        f.type("formatName", QStringLiteral(" html "), f.opened());
+        f.type("formatMasks", QStringLiteral("*.md"), f.opened());
+        QVERIFY(!ok()); // there is one of this name, whatever its case
+        f.type("formatName", QStringLiteral(" Notes "), f.opened());
+        f.type("formatMasks", QStringLiteral(" ; "), f.opened());
+        QVERIFY(!ok());
+        f.type("formatMasks", QStringLiteral("*.md;[a"), f.opened());
+        QVERIFY(!ok());
+        f.type("formatMasks", QStringLiteral("*.md ;; *.txt;"), f.opened());
+        f.click("settingsOk", f.opened());
+        QTRY_VERIFY(!f.opened());
+        FolderSessionOptions expected;
+        expected.fileFormats.append({QStringLiteral("Notes"), QStringLiteral("*.md;*.txt"), true});
+        QVERIFY(f.dialog.options() == expected);
+
+        // A double click on the masks edits; the name that the format has is not taken.
+        table.setCurrentIndex(table.model()->index(6, 1));
+        const QPoint masks = table.visualRect(table.currentIndex()).center();
+        QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, masks);
+        QTest::mouseDClick(table.viewport(), Qt::LeftButton, {}, masks);
+        QVERIFY(f.opened() && ok());
+        QCOMPARE(f.get<QLineEdit>("formatName", f.opened()).text(), QStringLiteral("HTML"));
+        f.type("formatMasks", QStringLiteral("*.html"), f.opened());
+        f.click("settingsOk", f.opened());
+        QTRY_VERIFY(!f.opened());
+        expected.fileFormats[6].mask = QStringLiteral("*.html");
+        QVERIFY(f.dialog.options() == expected);
+
+        table.setCurrentIndex(table.model()->index(0, 0));
+        QTest::keyClick(&table, Qt::Key_Delete);
+        const FileFormatGroup removed = expected.fileFormats.takeFirst();
+        QVERIFY(f.dialog.options() == expected);
+        f.click("fileFormatsRestore");
+        expected.fileFormats.append(removed);
+        QVERIFY(f.dialog.options() == expected);
+        QVERIFY(!f.get<QPushButton>("fileFormatsRestore").isEnabled());
+    }
+
     void alignmentOverridesAreAddedEditedMovedAndRemoved()
     {
         FolderSessionOptions options;

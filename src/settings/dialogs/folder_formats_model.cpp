@@ -11,6 +11,49 @@ void FileFormatsModel::setGroups(const QList<FileFormatGroup> &groups)
     endResetModel();
 }
 
+void FileFormatsModel::setGroup(int row, const FileFormatGroup &group)
+{
+    m_groups[row] = group;
+    Q_EMIT dataChanged(index(row, 0), index(row, ColumnCount - 1));
+}
+
+void FileFormatsModel::append(const QList<FileFormatGroup> &groups)
+{
+    if (groups.isEmpty())
+        return;
+    beginInsertRows({}, rowCount(), rowCount() + int(groups.size()) - 1);
+    m_groups.append(groups);
+    endInsertRows();
+}
+
+QList<FileFormatGroup> FileFormatsModel::missingDefaults() const
+{
+    QList<FileFormatGroup> missing = defaultFileFormats();
+    const QStringList names = namesBut(-1);
+    missing.removeIf([&names](const FileFormatGroup &group) { return names.contains(group.name); });
+    return missing;
+}
+
+QStringList FileFormatsModel::namesBut(int row) const
+{
+    QStringList names;
+    for (int i = 0; i < rowCount(); ++i) {
+        if (i != row)
+            names.append(m_groups[i].name);
+    }
+    return names;
+}
+
+bool FileFormatsModel::removeRows(int row, int count, const QModelIndex &parent)
+{
+    if (parent.isValid() || row < 0 || count < 1 || row + count > rowCount())
+        return false;
+    beginRemoveRows({}, row, row + count - 1);
+    m_groups.remove(row, count);
+    endRemoveRows();
+    return true;
+}
+
 int FileFormatsModel::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : int(m_groups.size());

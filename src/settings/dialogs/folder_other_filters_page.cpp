@@ -1,6 +1,7 @@
 #include "settings/dialogs/folder_other_filters_page.h"
 
 #include "session/translate.h"
+#include "settings/dialogs/folder_format_dialog.h"
 #include "settings/dialogs/folder_formats_model.h"
 #include "settings/dialogs/mask_dialog.h"
 #include "settings/dialogs/rule_list_editor.h"
@@ -10,17 +11,39 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QListView>
+#include <QPushButton>
 #include <QTableView>
 #include <QVBoxLayout>
 
 namespace velmora {
 
+namespace {
+
+QTableView *makeFormatTable()
+{
+    auto *table = new QTableView;
+    table->setObjectName(QStringLiteral("fileFormats"));
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setSelectionMode(QAbstractItemView::SingleSelection);
+    table->setToolTip(Velmora::tr("While any format is checked, only files of checked formats are shown, beside those "
+                                  "that the include masks name"));
+    table->setShowGrid(false);
+    table->setTabKeyNavigation(false);
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    table->horizontalHeader()->setHighlightSections(false);
+    table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
+    table->horizontalHeader()->setStretchLastSection(true);
+    return table;
+}
+
+} // namespace
+
 FolderOtherFiltersPage::FolderOtherFiltersPage(QWidget *parent)
     : FolderSettingsPage(parent),
       m_exclusions(new MaskListModel(this)),
       m_excludeOsFiles(new QCheckBox(Velmora::tr("Exclude protected OS files (recommended) (&Y)"))),
-      m_formats(new FileFormatsModel(this)),
-      m_table(new QTableView)
+      m_formats(new FileFormatsModel(this))
 {
     m_excludeOsFiles->setObjectName(QStringLiteral("excludeOsFiles"));
     m_excludeOsFiles->setToolTip(Velmora::tr("Files that carry the system attribute are not shown"));
@@ -82,28 +105,32 @@ QWidget *FolderOtherFiltersPage::makeExclusions()
 
 QWidget *FolderOtherFiltersPage::makeFormats()
 {
-    m_table->setObjectName(QStringLiteral("fileFormats"));
-    m_table->setModel(m_formats);
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_table->setToolTip(Velmora::tr("While any format is checked, only files of checked formats are shown, beside "
-                                    "those that the include masks name"));
-    m_table->setShowGrid(false);
-    m_table->setTabKeyNavigation(false);
-    m_table->verticalHeader()->hide();
-    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_table->horizontalHeader()->setHighlightSections(false);
-    m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
-    m_table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-    m_table->horizontalHeader()->setStretchLastSection(true);
+    QTableView *table = makeFormatTable();
+    m_formatEditor = new RuleListEditor(table, *m_formats, QStringLiteral("fileFormats"),
+                                        {Velmora::tr("Add a file format (Ins)"),
+                                         Velmora::tr("Edit the name and the masks of the selected format (F2)"),
+                                         Velmora::tr("Remove the selected format (Del)")});
+    table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    auto *restore = new QPushButton(Velmora::tr("Add missing defaults"));
+    restore->setObjectName(QStringLiteral("fileFormatsRestore"));
+    restore->setToolTip(Velmora::tr("Brings back the formats that every comparison begins with"));
+    m_formatEditor->addButton(restore);
+    const auto judge = [this, restore] { restore->setEnabled(!m_formats->missingDefaults().isEmpty()); };
+    connect(m_formats, &QAbstractItemModel::rowsInserted, restore, judge);
+    connect(m_formats, &QAbstractItemModel::rowsRemoved, restore, judge);
+    connect(m_formats, &QAbstractItemModel::dataChanged, restore, judge);
+    connect(m_formats, &QAbstractItemModel::modelReset, restore, judge);
+    connect(restore, &QPushButton::clicked, this, [this] { m_formats->append(m_formats->missingDefaults()); });
+    connect(m_formatEditor, &RuleListEditor::addRequested, this, &FolderOtherFiltersPage::addFormat);
+    connect(m_formatEditor, &RuleListEditor::editRequested, this, &FolderOtherFiltersPage::editFormat);
 
     auto *part = new QWidget;
     auto *column = new QVBoxLayout(part);
     column->setContentsMargins(0, 0, 0, 0);
     auto *label = new QLabel(Velmora::tr("Enabled file formats (&F):"));
-    label->setBuddy(m_table);
+    label->setBuddy(&m_formatEditor->list());
     column->addWidget(label);
-    column->addWidget(m_table);
+    column->addWidget(m_formatEditor);
     return part;
 }
 
@@ -113,6 +140,29 @@ void FolderOtherFiltersPage::askForRule(const QString &rule, std::function<void(
     auto *dialog = new MaskDialog(Velmora::tr("Exclusion rule"), MaskSyntax::Bracketed, fields, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(dialog, &QDialog::accepted, this, [dialog, take = std::move(take)] { take(dialog->masks().first()); });
+    dialog->open();
+}
+
+void FolderOtherFiltersPage::addFormat()
+{
+    askForFormat({}, -1, [this](const FileFormatGroup &group) {
+        m_formats->append({group});
+        m_formatEditor->selectRow(m_formats->rowCount() - 1);
+    });
+}
+
+void FolderOtherFiltersPage::editFormat(int row)
+{
+    askForFormat(m_formats->groups().at(row), row,
+                 [this, row](const FileFormatGroup &group) { m_formats->setGroup(row, group); });
+}
+
+void FolderOtherFiltersPage::askForFormat(const FileFormatGroup &group, int row,
+                                          std::function<void(const FileFormatGroup &)> take)
+{
+    auto *dialog = new FolderFormatDialog(group, m_formats->namesBut(row), this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, this, [dialog, take = std::move(take)] { take(dialog->group()); });
     dialog->open();
 }
 

@@ -4,12 +4,12 @@
 #include "settings/dialogs/settings_page.h"
 
 class QCheckBox;
-class QTableView;
 
 namespace velmora {
 
 class FileFormatsModel;
 class RuleListEditor;
+struct FileFormatGroup;
 
 /// Masks in a list.
 class MaskListModel final : public RuleListModel<QString> {
@@ -34,12 +34,16 @@ private:
     [[nodiscard]] QWidget *makeExclusions();
     [[nodiscard]] QWidget *makeFormats();
     void askForRule(const QString &rule, std::function<void(const QString &)> take);
+    void addFormat();
+    void editFormat(int row);
+    /// Of row `row`, or of a new one for -1.
+    void askForFormat(const FileFormatGroup &group, int row, std::function<void(const FileFormatGroup &)> take);
 
     MaskListModel *m_exclusions;
     RuleListEditor *m_editor;
     QCheckBox *m_excludeOsFiles;
     FileFormatsModel *m_formats;
-    QTableView *m_table;
+    RuleListEditor *m_formatEditor;
 };
 
 } // namespace velmora

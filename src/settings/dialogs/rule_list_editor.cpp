@@ -3,11 +3,13 @@
 #include "session/translate.h"
 
 #include <QAbstractItemModel>
+#include <QCursor>
 #include <QHBoxLayout>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QListView>
 #include <QPushButton>
+#include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -16,14 +18,29 @@
 
 namespace velmora {
 
+namespace {
+
+QListView *makePlainList(const QString &name)
+{
+    auto *list = new QListView;
+    list->setObjectName(name);
+    list->setUniformItemSizes(true);
+    return list;
+}
+
+} // namespace
+
 RuleListEditor::RuleListEditor(QAbstractItemModel &model, const QString &prefix, const ToolTips &toolTips,
                                QWidget *parent)
-    : QWidget(parent), m_list(new QListView), m_buttons(new QHBoxLayout)
+    : RuleListEditor(makePlainList(prefix + QLatin1String("List")), model, prefix, toolTips, parent)
+{}
+
+RuleListEditor::RuleListEditor(QAbstractItemView *list, QAbstractItemModel &model, const QString &prefix,
+                               const ToolTips &toolTips, QWidget *parent)
+    : QWidget(parent), m_prefix(prefix), m_list(list), m_buttons(new QHBoxLayout)
 {
-    m_list->setObjectName(prefix + QLatin1String("List"));
     m_list->setModel(&model);
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_list->setUniformItemSizes(true);
 
     m_add = makeButton(Velmora::tr("Add..."), prefix + QLatin1String("Add"), toolTips.add);
     m_edit = makeButton(Velmora::tr("Edit..."), prefix + QLatin1String("Edit"), toolTips.edit);
@@ -37,7 +54,7 @@ RuleListEditor::RuleListEditor(QAbstractItemModel &model, const QString &prefix,
     connect(m_add, &QPushButton::clicked, this, &RuleListEditor::addRequested);
     connect(m_edit, &QPushButton::clicked, this, &RuleListEditor::requestEdit);
     connect(m_remove, &QPushButton::clicked, this, &RuleListEditor::removeSelected);
-    connect(m_list, &QListView::doubleClicked, this, &RuleListEditor::requestEdit);
+    connect(m_list, &QAbstractItemView::doubleClicked, this, &RuleListEditor::obeyDoubleClick);
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &RuleListEditor::enableButtons);
     connect(&model, &QAbstractItemModel::modelReset, this, &RuleListEditor::enableButtons);
     connect(&model, &QAbstractItemModel::rowsInserted, this, &RuleListEditor::enableButtons);
@@ -64,10 +81,8 @@ void RuleListEditor::allowManySelected()
 
 void RuleListEditor::addMoveButtons()
 {
-    QString prefix = m_list->objectName();
-    prefix.chop(QStringView(u"List").size());
-    m_up = makeMoveButton(-1, prefix + QLatin1String("Up"), Velmora::tr("Move the selected rule up (Alt+Up)"));
-    m_down = makeMoveButton(1, prefix + QLatin1String("Down"), Velmora::tr("Move the selected rule down (Alt+Down)"));
+    m_up = makeMoveButton(-1, m_prefix + QLatin1String("Up"), Velmora::tr("Move the selected rule up (Alt+Up)"));
+    m_down = makeMoveButton(1, m_prefix + QLatin1String("Down"), Velmora::tr("Move the selected rule down (Alt+Down)"));
     enableButtons();
 }
 
@@ -143,6 +158,16 @@ void RuleListEditor::requestEdit()
     const int row = selectedRow();
     if (row >= 0)
         Q_EMIT editRequested(row);
+}
+
+void RuleListEditor::obeyDoubleClick(const QModelIndex &index)
+{
+    const bool isCheckable = index.flags().testFlag(Qt::ItemIsUserCheckable);
+    const int boxWidth = style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, m_list) +
+                         2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, m_list) + 1);
+    const QPoint place = m_list->viewport()->mapFromGlobal(QCursor::pos());
+    if (!isCheckable || place.x() > m_list->visualRect(index).left() + boxWidth)
+        requestEdit();
 }
 
 void RuleListEditor::removeSelected()

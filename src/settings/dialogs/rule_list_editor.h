@@ -3,14 +3,14 @@
 #include <QWidget>
 
 class QAbstractItemModel;
+class QAbstractItemView;
 class QHBoxLayout;
-class QListView;
 class QPushButton;
 class QToolButton;
 
 namespace velmora {
 
-/// A list of rules with the buttons that add, edit and remove them.
+/// A list or table of rules with the buttons that add, edit and remove them.
 ///
 /// The model stays the caller's; removing needs its removeRows(). What a rule is, and the dialog for it, is the
 /// caller's, too. In the list Insert adds, F2 and a double click edit, Delete removes; Alt+Up and Alt+Down move where
@@ -27,9 +27,13 @@ public:
     /// The list is named `prefix` followed by "List", the buttons by "Add", "Edit" and "Remove".
     RuleListEditor(QAbstractItemModel &model, const QString &prefix, const ToolTips &toolTips,
                    QWidget *parent = nullptr);
+    /// With a view of the caller's making, which selects whole rows, keeps its name and becomes the editor's. A double
+    /// click on a check box only checks.
+    RuleListEditor(QAbstractItemView *list, QAbstractItemModel &model, const QString &prefix, const ToolTips &toolTips,
+                   QWidget *parent = nullptr);
 
     /// The list, for a label's buddy.
-    [[nodiscard]] QListView &list() { return *m_list; }
+    [[nodiscard]] QAbstractItemView &list() { return *m_list; }
     /// Puts another button behind the three.
     void addButton(QPushButton *button);
     /// Other words on two of the buttons than "Add..." and "Remove".
@@ -57,12 +61,14 @@ private:
     /// -1 unless one row alone is selected.
     [[nodiscard]] int selectedRow() const;
     void requestEdit();
+    void obeyDoubleClick(const QModelIndex &index);
     void removeSelected();
     /// By one row: -1 up, 1 down.
     void moveSelected(int by);
     void enableButtons();
 
-    QListView *m_list;
+    QString m_prefix;
+    QAbstractItemView *m_list;
     QHBoxLayout *m_buttons;
     QPushButton *m_add;
     QPushButton *m_edit;
