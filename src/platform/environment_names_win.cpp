@@ -1,0 +1,10 @@
+#include "platform/environment_names.h"
+
+namespace velmora {
+
+bool environmentNamesIgnoreCase()
+{
+    return true;
+}
+
+} // namespace velmora

@@ -1,0 +1,251 @@
+#include "core/runner.h"
+#include "support/test_main.h"
+#include "system/engine/program_run.h"
+#include "system/engine/snapshot_capture.h"
+#include "system_fixture.h"
+
+#include <QElapsedTimer>
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+constexpr auto shortLimit = std::chrono::milliseconds(300);
+
+SnapshotCapture captureNow(std::chrono::milliseconds limit = std::chrono::milliseconds(120000))
+{
+    Progress progress;
+    return captureServices({qEnvironmentVariable("PATH"), limit}, {}, progress);
+}
+
+QStringList lines(const Snapshot &snapshot)
+{
+    QStringList result;
+    for (auto item = snapshot.begin(); item != snapshot.end(); ++item)
+        result.append(item.key() + QLatin1String(" -> ") + item->value);
+    return result;
+}
+
+} // namespace
+
+class SnapshotCaptureTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void takesEveryVariable()
+    {
+        qputenv("VELMORA_TEST_EMPTY", "");
+        qputenv("VELMORA_TEST_TEXT", QStringLiteral("a=b;ä").toLocal8Bit());
+        const Snapshot snapshot = captureEnvironment();
+        QCOMPARE(snapshot.value(QStringLiteral("VELMORA_TEST_TEXT")).value, QStringLiteral("a=b;ä"));
+#ifndef Q_OS_WIN // where an empty variable is none
+        QVERIFY(snapshot.contains(QStringLiteral("VELMORA_TEST_EMPTY")));
+#endif
+        qunsetenv("VELMORA_TEST_TEXT");
+        QVERIFY(!captureEnvironment().contains(QStringLiteral("VELMORA_TEST_TEXT")));
+    }
+
+    void readsTheServiceList_data()
+    {
+        QTest::addColumn<QByteArray>("output");
+        QTest::addColumn<int>("fault");
+        QTest::addColumn<QStringList>("services");
+        const auto row = [](const char *name, const QByteArray &output, const char *services,
+                            CaptureFault fault = CaptureFault::None) {
+            QTest::newRow(name) << output << int(fault) << QString::fromUtf8(services).split(u'|', Qt::SkipEmptyParts);
+        };
+        row("a list",
+            json("[{'Name':'b','State':'Running','StartMode':'Auto','DisplayName':'B'},"
+                 "{'Name':'a','State':'Stopped','StartMode':'Manual','DisplayName':'A'}]"),
+            "a -> Stopped / Manual|b -> Running / Auto");
+        row("one service", json("{'Name':'a','State':'Running','StartMode':'Auto','DisplayName':'A'}"),
+            "a -> Running / Auto");
+        row("no service", "[]", "");
+        row("mark and line ends", "\xEF\xBB\xBF\r\n[{\"Name\":\"a\"}]\r\n", "a ->  / ");
+        row("numbers and nulls", json("[{'Name':'a','State':4,'StartMode':null},{'Name':null},{'State':'x'}]"),
+            "a -> 4 / ");
+        row("UTF-8", "[{\"Name\":\"\xC3\xA4\"}]", "ä ->  / ");
+        row("nothing", "", "", CaptureFault::NotJson);
+        row("words", "Get-CimInstance : The term is not recognised", "", CaptureFault::NotJson);
+        row("cut short", json("[{'Name':'a'"), "", CaptureFault::NotJson);
+        row("names alone", json("['a','b']"), "", CaptureFault::NotJson);
+    }
+
+    void readsTheServiceList()
+    {
+        QFETCH(QByteArray, output);
+        QFETCH(int, fault);
+        QFETCH(QStringList, services);
+        const SnapshotCapture capture = parseServiceList(output);
+        QCOMPARE(int(capture.fault), fault);
+        QCOMPARE(lines(capture.snapshot), services);
+    }
+
+    void understandsOtherCodePages()
+    {
+        // No UTF-8: the name is read as the console's code page has it, and the rest is not lost.
+        const SnapshotCapture capture =
+            parseServiceList("[{\"Name\":\"a\",\"State\":\"R\",\"DisplayName\":\"\x84\xF6\"}]");
+        QVERIFY(capture.ok());
+        QCOMPARE(lines(capture.snapshot), QStringList(QStringLiteral("a -> R / ")));
+        QVERIFY(!capture.snapshot.first().displayName.isEmpty());
+    }
+
+    void asksPowerShell()
+    {
+        FakePowerShell shell;
+        shell.listens();
+        QByteArray many = "[";
+        for (int i = 0; i < 20000; ++i)
+            many += (i ? "," : "") + json("{'Name':'service") + QByteArray::number(i) +
+                    json("','State':'Running','StartMode':'Auto','DisplayName':'A service with a long name'}");
+        shell.says(many + "]");
+        const SnapshotCapture capture = captureNow();
+        QVERIFY(capture.ok());
+        QCOMPARE(capture.snapshot.size(), 20000);
+        QCOMPARE(shell.call(),
+                 (QStringList{QStringLiteral("-NoProfile"), QStringLiteral("-Command"),
+                              QStringLiteral("Get-CimInstance Win32_Service | Select-Object Name, State, StartMode, "
+                                             "DisplayName | ConvertTo-Json -Compress")}));
+    }
+
+    void tellsWhyThereIsNoList()
+    {
+        FakePowerShell shell;
+        SnapshotCapture capture = captureNow();
+        QCOMPARE(capture.fault, CaptureFault::NotJson);
+        QCOMPARE(capture.detail, QStringLiteral("Get-CimInstance: access denied"));
+
+        shell.hangs();
+        capture = captureNow(shortLimit);
+        QCOMPARE(capture.fault, CaptureFault::TimedOut);
+
+        shell.goes();
+        QCOMPARE(captureNow().fault, CaptureFault::NoProgram);
+    }
+
+    void stopsWhenAsked()
+    {
+        FakePowerShell shell;
+        shell.hangs();
+        Runner runner;
+        std::optional<CaptureFault> fault;
+        runner.start([](const CancelFlag &cancel, Progress &progress) { return captureServices({}, cancel, progress); },
+                     [&fault](RunOutcome<SnapshotCapture> &&outcome) { fault = outcome.value->fault; },
+                     [&runner](const ProgressState &state) {
+                         QCOMPARE(state.total, 120000);
+                         runner.cancel(); // it runs now
+                     });
+        QTRY_VERIFY_WITH_TIMEOUT(fault, 20000);
+        QCOMPARE(*fault, CaptureFault::Stopped);
+    }
+
+    void killsWhatWritesTooMuch()
+    {
+        FakePowerShell shell;
+        shell.says(QByteArray(1'000'000, 'x'));
+        Progress progress;
+        const QString program = findProgram(QStringLiteral("powershell.exe"), qEnvironmentVariable("PATH"));
+        const ProgramRun run = runProgram({program, {}, std::chrono::milliseconds(60000), 1000}, {}, progress);
+        // It may have ended by itself before anybody looked; what it wrote is there then.
+        QVERIFY(run.end == ProgramEnd::TooMuchOutput || run.output.size() == 1'000'000);
+        QCOMPARE(runProgram({program + QStringLiteral("-none"), {}, shortLimit}, {}, progress).end,
+                 ProgramEnd::CannotStart);
+    }
+
+    void looksForProgramsOnTheSearchPathOnly()
+    {
+        TestFiles files;
+        const QString name = QStringLiteral("powershell.exe");
+        const QString program = files.write(QStringLiteral("bin/powershell.exe"), "x");
+        QVERIFY(QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        files.write(QStringLiteral("empty/other"), "x");
+        QVERIFY(QDir().mkpath(files.path(QStringLiteral("folder/powershell.exe"))));
+        const auto search = [&](const QStringList &folders) {
+            return findProgram(name, folders.join(QDir::listSeparator()));
+        };
+        const QString bin = files.path(QStringLiteral("bin"));
+        QCOMPARE(search({files.path(QStringLiteral("none")), files.path(QStringLiteral("empty")),
+                         files.path(QStringLiteral("folder")), QDir::toNativeSeparators(bin)}),
+                 program);
+        QCOMPARE(search({u'"' + bin + u'"'}), program);
+        QCOMPARE(search({}), QString());
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(bin));
+        const QString found = search({QString(), QStringLiteral("."), QStringLiteral("../bin")});
+        QVERIFY(QDir::setCurrent(before));
+        QCOMPARE(found, QString());
+    }
+
+    void namesStartupItemsBySource()
+    {
+        TestFiles files;
+        files.write(QStringLiteral("user/Notes.lnk"), "x");
+        files.write(QStringLiteral("user/both.bat"), "x");
+        files.write(QStringLiteral("user/folder/inside.bat"), "x");
+        files.write(QStringLiteral("common/both.bat"), "x");
+        StartupSources sources{QStringLiteral("Software\\VelmoraNone"), QStringLiteral("Software\\VelmoraNone"),
+                               files.path(QStringLiteral("user")), files.path(QStringLiteral("common"))};
+        const QString hidden = files.write(QStringLiteral("user/.hidden"), "x");
+        QStringList expected = {QStringLiteral("CommonStartup\\both.bat -> ") +
+                                    files.path(QStringLiteral("common/both.bat")),
+                                QStringLiteral("Startup\\Notes.lnk -> ") + files.path(QStringLiteral("user/Notes.lnk")),
+                                QStringLiteral("Startup\\both.bat -> ") + files.path(QStringLiteral("user/both.bat"))};
+#ifdef Q_OS_WIN
+        QVERIFY(SetFileAttributesW(hidden.toStdWString().c_str(), FILE_ATTRIBUTE_HIDDEN));
+        const QString desktop = files.write(QStringLiteral("user/desktop.ini"), "x");
+        QVERIFY(SetFileAttributesW(desktop.toStdWString().c_str(), FILE_ATTRIBUTE_SYSTEM));
+        const QString key = QStringLiteral("Software\\VelmoraStartupTest");
+        HKEY handle = nullptr;
+        QCOMPARE(RegCreateKeyExW(HKEY_CURRENT_USER, key.toStdWString().c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                                 KEY_SET_VALUE, nullptr, &handle, nullptr),
+                 ERROR_SUCCESS);
+        const auto set = [handle](const wchar_t *name, DWORD type, const void *data, std::size_t size) {
+            RegSetValueExW(handle, name, 0, type, static_cast<const BYTE *>(data), DWORD(size));
+        };
+        const std::wstring longText(10000, L'x');
+        const DWORD number = 4'000'000'000U;
+        set(nullptr, REG_SZ, L"unnamed", 16);
+        set(L"a/b\\c", REG_EXPAND_SZ, L"%X%\\p", 12);
+        set(L"long", REG_SZ, longText.c_str(), (longText.size() + 1) * sizeof(wchar_t));
+        set(L"list", REG_MULTI_SZ, L"one\0two\0", 18);
+        set(L"number", REG_DWORD, &number, sizeof number);
+        set(L"bytes", REG_BINARY, "\x01\xAB", 2);
+        RegCloseKey(handle);
+        sources.currentUserKey = key;
+        expected += {QStringLiteral("HKCU\\Run\\ -> unnamed"),
+                     QStringLiteral("HKCU\\Run\\a/b\\c -> %X%\\p"),
+                     QStringLiteral("HKCU\\Run\\bytes -> 01 ab"),
+                     QStringLiteral("HKCU\\Run\\list -> one\ntwo"),
+                     QStringLiteral("HKCU\\Run\\long -> ") + QString(10000, u'x'),
+                     QStringLiteral("HKCU\\Run\\number -> 4000000000")};
+        expected.sort();
+#endif
+        QCOMPARE(lines(captureStartup(sources)), expected);
+        sources.userFolder = files.path(QStringLiteral("none"));
+        sources.commonFolder.clear();
+        sources.currentUserKey = sources.localMachineKey;
+        QVERIFY(captureStartup(sources).isEmpty());
+    }
+
+    void knowsWhereThisSystemKeepsStartupItems()
+    {
+        const StartupSources sources = StartupSources::ofThisSystem();
+        QCOMPARE(sources.currentUserKey, QStringLiteral("Software\\Microsoft\\Windows\\CurrentVersion\\Run"));
+        QCOMPARE(sources.localMachineKey, sources.currentUserKey);
+        QCOMPARE(sources.userFolder,
+                 QDir::homePath() + QStringLiteral("/AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Startup"));
+#ifdef Q_OS_WIN
+        QCOMPARE(sources.commonFolder, QStringLiteral("C:/ProgramData/Microsoft/Windows/Start Menu/Programs/Startup"));
+#else
+        QVERIFY(sources.commonFolder.isEmpty());
+#endif
+    }
+};
+
+VELMORA_TEST(SnapshotCaptureTest)
+#include "snapshot_capture_test.moc"
