@@ -92,9 +92,12 @@ public:
     [[nodiscard]] virtual FileError write(const char *bytes, qint64 length) = 0;
 
     /// Copies all of `source`, which must come from the same layer and be unread, in the quickest way that there is.
+    /// Holes stay holes.
     [[nodiscard]] virtual FileError copyFrom(FileSource &source, const Tick &tick) = 0;
 
-    /// Sets modification time and permissions.
+    /// Sets modification time and permissions, those of access lists and what else the system keeps about files too
+    /// where a source was copied. `Unsupported` when this file system has no access lists and the source has one;
+    /// then nobody may do more than at the source.
     [[nodiscard]] virtual FileError keepAttributes(const NodeState &model) = 0;
 
     /// Brings what was written to the disk.
@@ -138,7 +141,7 @@ public:
     /// Makes a file that only its owner can read until `keepAttributes`; fails when the name is taken.
     [[nodiscard]] virtual std::unique_ptr<FileSink> createFile(const QString &name, FileError &error) = 0;
 
-    /// With the permissions of `model` where there is one, so that nobody looks in while it is filled.
+    /// With a `model` nobody else may look in until the folder is given its attributes.
     [[nodiscard]] virtual FileError makeFolder(const QString &name, const NodeState *model) = 0;
     [[nodiscard]] virtual FileError linkTarget(const QString &name, QString &target) = 0;
     [[nodiscard]] virtual FileError makeLink(const QString &name, const QString &target, bool leadsToFolder) = 0;
@@ -154,6 +157,13 @@ public:
 
     /// Modification time and permissions of a folder or, where links have them, of a link.
     [[nodiscard]] virtual FileError keepAttributes(const QString &name, const NodeState &model) = 0;
+    /// Gives the folder `name` the time, permissions and what else the system keeps about folders of the folder `model`
+    /// in `from`. Errors as those of `FileSink::keepAttributes`.
+    [[nodiscard]] virtual FileError keepFolderAttributes(const QString &name, FolderHandle &from, const QString &model)
+    {
+        const NodeResult found = from.stat(model);
+        return found.error.isError() ? found.error : keepAttributes(name, found.node);
+    }
     /// Removes a file or link.
     [[nodiscard]] virtual FileError removeFile(const QString &name) = 0;
     /// Removes an empty folder.

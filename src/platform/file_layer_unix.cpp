@@ -179,8 +179,9 @@ public:
 
     FileError makeFolder(const QString &name, const NodeState *model) override
     {
-        constexpr mode_t ownersRights = 0700;
-        const mode_t mode = model ? mode_t(model->permissions) | ownersRights : permissionBits;
+        constexpr mode_t ownersRights =
+            0700; // what mode bits give may be more than an access list that is still to come
+        const mode_t mode = model ? ownersRights : permissionBits;
         return onName(name, [this, mode](const char *entry) { return ::mkdirat(m_folder.get(), entry, mode); });
     }
 
@@ -231,11 +232,27 @@ public:
         const NativeName entry(name);
         if (!entry.isPlain())
             return notAllowed();
-        if (model.kind != NodeKind::Folder)
-            return setAttributes(m_folder.get(), entry.c(), model);
-        // By its handle: a change of permissions by name would follow a link.
-        const Descriptor folder(openAgain(m_folder.get(), entry.c(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW));
-        return folder.isOpen() ? setAttributes(folder.get(), nullptr, model) : lastError();
+        if (model.kind == NodeKind::Link)
+            return setLinkTime(m_folder.get(), entry.c(), model);
+        const Descriptor folder = openToChange(entry);
+        return folder.isOpen() ? setAttributes(folder.get(), model, {}) : lastError();
+    }
+
+    FileError keepFolderAttributes(const QString &name, FolderHandle &from, const QString &model) override
+    {
+        const NativeName entry(name);
+        const NativeName modelEntry(model);
+        if (!entry.isPlain() || !modelEntry.isPlain())
+            return notAllowed();
+        const Descriptor folder = openToChange(entry);
+        if (!folder.isOpen())
+            return lastError();
+        const Descriptor modelFolder = static_cast<UnixFolder &>(from).openToChange(modelEntry);
+        struct stat status {};
+        if (!modelFolder.isOpen() || ::fstat(modelFolder.get(), &status) != 0)
+            return lastError();
+        const CarriedAttributes carried = carryAttributes({modelFolder.get(), nullptr}, folder.get());
+        return setAttributes(folder.get(), stateOf(status, m_lastingIdentities), carried);
     }
 
     FileError removeFile(const QString &name) override
@@ -282,6 +299,12 @@ private:
         if (!entry.isPlain())
             return notAllowed();
         return call(entry.c()) == 0 ? FileError() : lastError();
+    }
+
+    /// A folder by its handle: a change by name would follow a link.
+    [[nodiscard]] Descriptor openToChange(const NativeName &entry) const
+    {
+        return Descriptor(openAgain(m_folder.get(), entry.c(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW));
     }
 
     [[nodiscard]] std::string pathOf(const NativeName &entry) const

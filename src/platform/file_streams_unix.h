@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/descriptor_unix.h"
+#include "platform/extended_attributes_unix.h"
 #include "platform/file_layer.h"
 
 namespace velmora {
@@ -13,9 +14,12 @@ inline constexpr mode_t permissionBits = 0777; // what acts in the owner's or th
 /// `lastingIdentities`: the file system does not number its files anew whenever they come into memory.
 [[nodiscard]] NodeState stateOf(const struct stat &status, bool lastingIdentities);
 
-/// Sets modification time and permissions of the entry `name` of the folder `base`, links not followed, or, without a
-/// name, of the open file `base`.
-[[nodiscard]] FileError setAttributes(int base, const char *name, const NodeState &model);
+/// Sets the modification time of the link `name` in the folder `base`.
+[[nodiscard]] FileError setLinkTime(int base, const char *name, const NodeState &model);
+
+/// Sets modification time and permissions of the open file or folder `file`, with regard to what became of the
+/// attributes that were carried to it before: an error also when some of these are missed.
+[[nodiscard]] FileError setAttributes(int file, const NodeState &model, const CarriedAttributes &carried);
 
 class UnixSource final : public FileSource {
 public:
@@ -44,13 +48,8 @@ public:
     NodeResult state() override;
 
 private:
-    /// Lets the file system share the contents between both files, where it can.
-    [[nodiscard]] bool shareBlocks(int from, qint64 size);
-    /// Lets the system copy. Ends early without an error where it cannot; what is left is copied through memory.
-    [[nodiscard]] FileError copyInSystem(int from, qint64 size, qint64 &copied, const Tick &tick);
-    [[nodiscard]] FileError copyThroughMemory(UnixSource &from, qint64 copied, const Tick &tick);
-
     Descriptor m_file;
+    CarriedAttributes m_carried;
     bool m_lastingIdentities;
 };
 

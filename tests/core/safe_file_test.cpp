@@ -8,6 +8,9 @@
 #include <QScopeGuard>
 #include <QTemporaryDir>
 
+#ifdef Q_OS_LINUX
+#include "support/linux_attributes.h"
+#endif
 #ifdef Q_OS_UNIX
 #include <csignal>
 
@@ -17,6 +20,9 @@
 #endif
 
 using namespace velmora;
+#ifdef Q_OS_LINUX
+using namespace velmora::test;
+#endif
 
 namespace {
 
@@ -158,6 +164,23 @@ private Q_SLOTS:
         QCOMPARE(::stat(name.constData(), &after), 0);
         QCOMPARE(after.st_mode & 07777, mode_t(02751));
         QVERIFY(!mayGiveAway || (after.st_uid == 12'345 && after.st_gid == 12'346));
+    }
+#endif
+
+#ifdef Q_OS_LINUX
+    void keepsAttributesAndTheAccessList()
+    {
+        QVERIFY(saveFile(m_path, "old").ok());
+        if (!setAttribute(m_path, "user.note", "kept") || !setAttribute(m_path, accessListName, accessListOf(4, 0, 4)))
+            QSKIP("the file system for temporary files has no such attributes");
+        // What is made in the folder inherits rights that the file does not give.
+        QVERIFY(setAttribute(m_folder->path(), defaultListName, accessListOf(6, 6, 6)));
+        const QMap<QByteArray, QByteArray> before = attributesOf(m_path);
+        QVERIFY(saveFile(m_path, "new").ok());
+        QCOMPARE(attributesOf(m_path), before);
+        QCOMPARE(::removexattr(QFile::encodeName(m_path).constData(), accessListName), 0);
+        QVERIFY(saveFile(m_path, "newer").ok());
+        QCOMPARE(attributesOf(m_path).keys(), QList<QByteArray>{"user.note"});
     }
 #endif
 

@@ -38,11 +38,12 @@ void draw(const QString &folder, const QString &prefix, QStringList &lines)
     }
 }
 
-/// In memory where the system offers that: thousands of small trees are made.
-QString temporaryTemplate()
+/// Thousands of small trees are made: best in memory.
+QString temporaryTemplate(const QString &folder)
 {
     const QString memory = QStringLiteral("/dev/shm");
-    return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) + QStringLiteral("/velmora-operations-XXXXXX");
+    const QString usual = QFileInfo(memory).isWritable() ? memory : QDir::tempPath();
+    return (folder.isEmpty() ? usual : folder) + QStringLiteral("/velmora-operations-XXXXXX");
 }
 
 QString below(const QString &path, const QString &base)
@@ -52,7 +53,8 @@ QString below(const QString &path, const QString &base)
 
 } // namespace
 
-OperationFixture::OperationFixture() : m_dir(temporaryTemplate()), m_root(QDir(m_dir.path()).canonicalPath())
+OperationFixture::OperationFixture(const QString &folder)
+    : m_dir(temporaryTemplate(folder)), m_root(QDir(m_dir.path()).canonicalPath())
 {
     for (const char *folder : {"left", "right", "other"})
         QVERIFY(QDir().mkpath(path(QLatin1String(folder))));

@@ -13,7 +13,8 @@ namespace velmora::test {
 /// the functions are relative to it.
 class OperationFixture {
 public:
-    OperationFixture();
+    /// In memory where the system offers that, unless `folder` is set.
+    explicit OperationFixture(const QString &folder = {});
 
     [[nodiscard]] QString path(const QString &relative) const { return m_root + u'/' + relative; }
     [[nodiscard]] QString left() const { return path(QStringLiteral("left")); }

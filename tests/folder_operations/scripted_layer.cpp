@@ -121,6 +121,10 @@ public:
     {
         return made("keepAttributes", [&] { return m_real->keepAttributes(name, model); });
     }
+    FileError keepFolderAttributes(const QString &name, FolderHandle &from, const QString &model) override
+    {
+        return made("keepFolderAttributes", [&] { return m_real->keepFolderAttributes(name, real(from), model); });
+    }
     FileError removeFile(const QString &name) override
     {
         return made("removeFile", [&] { return m_real->removeFile(name); });

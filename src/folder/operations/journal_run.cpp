@@ -17,6 +17,12 @@ bool isRunId(const QString &name)
            std::all_of(name.begin(), name.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
 }
 
+/// A journal on a volume that has no access lists is no reason not to keep the contents.
+FileError attributesError(const FileError &error)
+{
+    return error.kind == FileErrorKind::Unsupported ? FileError() : error;
+}
+
 FileError copyLink(FolderHandle &from, const QString &name, const NodeState &node, FolderHandle &to,
                    const QString &newName)
 {
@@ -124,7 +130,7 @@ FileError copyEntry(FolderHandle &from, const QString &name, const NodeState &no
         return error;
     error = sink->copyFrom(*source, tick);
     if (!error.isError())
-        error = sink->keepAttributes(node);
+        error = attributesError(sink->keepAttributes(node));
     if (!error.isError() && sink->state().node.size != node.size)
         error = {FileErrorKind::ReadFailed, {}};
     return error;
@@ -270,7 +276,7 @@ FileError JournalRun::keep(FolderHandle &folder, const QString &name, const Node
     m_keptBytes += old.kind == NodeKind::File ? old.size : 0;
     if (old.kind == NodeKind::Folder) { // an empty one in its place remembers time and permissions
         const FileError error = m_kept->makeFolder(m_step.kept, &old);
-        return error.isError() ? error : m_kept->keepAttributes(m_step.kept, old);
+        return error.isError() ? error : attributesError(m_kept->keepFolderAttributes(m_step.kept, folder, name));
     }
     FileError error = manner == Keep::Away ? folder.move(name, *m_kept, m_step.kept, FolderHandle::IfTaken::Fail)
                                            : folder.makeHardLink(name, *m_kept, m_step.kept);

@@ -262,7 +262,7 @@ StepResult StepRunner::finishFolder(qsizetype index)
     const NodeResult model = from.folder->stat(from.name);
     if (model.error.isError() || model.node.kind != NodeKind::Folder)
         return result;
-    const FileError error = to.folder->keepAttributes(to.name, model.node);
+    const FileError error = to.folder->keepFolderAttributes(to.name, *from.folder, from.name);
     if (error.isError())
         warn(result, OperationErrorCode::AttributesLost, step.to, error);
     return result;

@@ -1,0 +1,163 @@
+#include "folder_operations/operation_fixture.h"
+#include "folder_operations/scripted_layer.h"
+#include "platform/extended_attributes_unix.h"
+#include "support/linux_attributes.h"
+#include "support/test_main.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+const QByteArray note(300, 'n');
+
+struct stat statusOf(const QString &path)
+{
+    struct stat status {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0)
+        qFatal("no such file");
+    return status;
+}
+
+/// Makes every renaming and second name lead to another volume, but those of finished copies.
+ScriptedLayer::Script otherVolumes()
+{
+    return [isCopied = false](int, QLatin1String call) mutable {
+        isCopied = isCopied || call == QLatin1String("sink.copyFrom");
+        const bool crosses =
+            call == QLatin1String("makeHardLink") || (call == QLatin1String("move") && !std::exchange(isCopied, false));
+        return crosses ? FileError{FileErrorKind::OtherVolume, {}} : FileError();
+    };
+}
+
+} // namespace
+
+class AttributesTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void copiesAndUndoingCarryAttributesAndAccessLists()
+    {
+        OperationFixture tree(QDir::tempPath());
+        tree.make({QStringLiteral("left/dir/noted=1"), QStringLiteral("left/dir/listed=1"),
+                   QStringLiteral("left/dir/plain=1"), QStringLiteral("right/dir/listed=old"),
+                   QStringLiteral("right/gone/x=1")});
+        const QString left = tree.path(QStringLiteral("left/dir"));
+        const bool isTaken = setAttribute(left + QStringLiteral("/noted"), "user.note", note) &&
+                             setAttribute(left + QStringLiteral("/noted"), "user.empty", {}) &&
+                             setAttribute(left + QStringLiteral("/listed"), accessListName, accessListOf(4, 0, 0)) &&
+                             setAttribute(left, defaultListName, accessListOf(6, 4, 0)) &&
+                             setAttribute(left, "user.folder", note);
+        if (!isTaken)
+            QSKIP("the file system for temporary files has no such attributes");
+        for (const char *old : {"right/dir/listed", "right/gone", "right/gone/x"}) {
+            QVERIFY(setAttribute(tree.path(QLatin1String(old)), "user.note", "old"));
+            QVERIFY(setAttribute(tree.path(QLatin1String(old)), accessListName, accessListOf(0, 6, 4)));
+        }
+        // What is made here inherits rights that no source gives.
+        QVERIFY(setAttribute(tree.right(), defaultListName, accessListOf(6, 6, 6)));
+        const QMap<QByteArray, QByteArray> replaced = attributesOf(tree.path(QStringLiteral("right/dir/listed")));
+        const QMap<QByteArray, QByteArray> deleted = attributesOf(tree.path(QStringLiteral("right/gone")));
+
+        ScriptedLayer layer(otherVolumes());
+        OperationJournal journal(layer, tree.journalFolder());
+        const ExecutionReport report =
+            tree.execute(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood), {false, &journal}, layer);
+        QCOMPARE(problems(report, tree.path({})), QStringList());
+        for (const char *name : {"/dir/noted", "/dir/listed", "/dir/plain"}) {
+            QCOMPARE(attributesOf(tree.right() + QLatin1String(name)), attributesOf(tree.left() + QLatin1String(name)));
+            QCOMPARE(statusOf(tree.right() + QLatin1String(name)).st_mode,
+                     statusOf(tree.left() + QLatin1String(name)).st_mode);
+        }
+
+        const UndoPlan undo = journal.planUndo();
+        journal.setNext({}, undo.id);
+        QCOMPARE(problems(tree.execute(undo.plan, {false, &journal}, layer), tree.path({})), QStringList());
+        QCOMPARE(attributesOf(tree.path(QStringLiteral("right/dir/listed"))), replaced);
+        for (const char *old : {"right/gone", "right/gone/x"})
+            QCOMPARE(attributesOf(tree.path(QLatin1String(old))), deleted);
+    }
+
+    void newFoldersTakeTheListsOfTheirModel()
+    {
+        OperationFixture tree(QDir::tempPath());
+        tree.make({QStringLiteral("left/listed/"), QStringLiteral("left/plain/")});
+        const QString listed = tree.path(QStringLiteral("left/listed"));
+        if (!setAttribute(listed, accessListName, accessListOf(4, 0, 0)) ||
+            !setAttribute(listed, defaultListName, accessListOf(6, 4, 0)))
+            QSKIP("the file system for temporary files has no access lists");
+        QVERIFY(setAttribute(tree.right(), defaultListName, accessListOf(6, 6, 6)));
+        QVERIFY(tree.execute(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood)).isComplete());
+        QCOMPARE(attributesOf(tree.path(QStringLiteral("right/listed"))), attributesOf(listed));
+        QCOMPARE(attributesOf(tree.path(QStringLiteral("right/plain"))), (QMap<QByteArray, QByteArray>()));
+    }
+
+    /// The permission bits for the group are the list's mask: given as they are they would open the file.
+    void aListThatIsLostOpensTheFileForNobody_data()
+    {
+        QTest::addColumn<QByteArray>("list");
+        QTest::addColumn<int>("withheld");
+        QTest::newRow("the group may nothing") << accessListOf(6, 0, 4) << 073;
+        QTest::newRow("a user may less than others") << accessListOf(0, 4, 4) << 077;
+        QTest::newRow("a user may more than others") << accessListOf(6, 4, 0) << 037;
+    }
+    void aListThatIsLostOpensTheFileForNobody()
+    {
+        QFETCH(QByteArray, list);
+        QFETCH(int, withheld);
+        OperationFixture tree(QDir::tempPath());
+        tree.make({QStringLiteral("left/a=1")});
+        if (!setAttribute(tree.path(QStringLiteral("left/a")), accessListName, list))
+            QSKIP("the file system for temporary files has no access lists");
+        const QByteArray source = QFile::encodeName(tree.path(QStringLiteral("left/a")));
+        int ends[2];
+        QCOMPARE(::pipe(ends), 0); // takes no attributes at all
+        const CarriedAttributes carried = carryAttributes({-1, source.constData()}, ends[1]);
+        ::close(ends[0]);
+        ::close(ends[1]);
+        QCOMPARE(carried.error, EOPNOTSUPP);
+        QCOMPARE(int(carried.withheld), withheld);
+    }
+
+    void holesStayHoles_data()
+    {
+        QTest::addColumn<QList<qint64>>("written"); // the megabytes that hold something
+        QTest::newRow("nothing but a hole") << QList<qint64>{};
+        QTest::newRow("in the middle and at the end") << QList<qint64>{0, 17};
+        QTest::newRow("at the begin") << QList<qint64>{5, 6, 31};
+    }
+    void holesStayHoles()
+    {
+        QFETCH(QList<qint64>, written);
+        constexpr qint64 piece = 1 << 20;
+        OperationFixture tree(QDir::tempPath());
+        tree.make({QStringLiteral("left/a=")});
+        QFile source(tree.path(QStringLiteral("left/a")));
+        QVERIFY(source.open(QIODevice::ReadWrite));
+        QVERIFY(source.resize(32 * piece));
+        for (const qint64 at : written) {
+            QVERIFY(source.seek(at * piece));
+            QCOMPARE(source.write(QByteArray(piece, char('a' + at))), piece);
+        }
+        QVERIFY(source.flush());
+        QCOMPARE(::fsync(source.handle()), 0); // blocks are counted by now
+        const auto sizeOnDisk = [](const QString &path) { return qint64(statusOf(path).st_blocks) * 512; };
+        const qint64 full = (written.size() + 1) * piece;
+        if (sizeOnDisk(source.fileName()) > full)
+            QSKIP("the file system for temporary files has no holes");
+        const ExecutionReport report =
+            tree.execute(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood), {true, nullptr});
+        QCOMPARE(problems(report, tree.path({})), QStringList());
+        QCOMPARE(QFileInfo(tree.path(QStringLiteral("right/a"))).size(), 32 * piece);
+        QVERIFY(sizeOnDisk(tree.path(QStringLiteral("right/a"))) <= full);
+    }
+};
+
+VELMORA_TEST(AttributesTest)
+#include "attributes_test.moc"
