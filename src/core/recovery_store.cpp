@@ -65,7 +65,7 @@ SaveResult writeRecoveryRecord(const QString &path, const RecoveryRecord &record
         size += text.size();
     if (size > recoveryLimit)
         return {QString::fromStdString(std::make_error_code(std::errc::file_too_large).message())};
-    return saveFile(path, [&](QIODevice &device) {
+    const auto write = [&](QIODevice &device) {
         if (auto *file = qobject_cast<QFileDevice *>(&device); !file || !file->setPermissions(onlyUser))
             return false;
         const QByteArray head = firstLine + headOf(record);
@@ -79,7 +79,8 @@ SaveResult writeRecoveryRecord(const QString &path, const RecoveryRecord &record
             }
         }
         return true;
-    });
+    };
+    return saveFile(path, write, cancel);
 }
 
 std::optional<RecoveryRecord> readRecoveryRecord(const QString &path)

@@ -29,7 +29,8 @@ struct RecoveryRecord {
 inline constexpr qint64 recoveryLimit = 128 * 1024 * 1024;
 
 /// Writes a record to the file `path` in one step; only this user may read it. An error when the texts are longer than
-/// `recoveryLimit` or when `cancel` is set on the way. Reentrant.
+/// `recoveryLimit` or when `cancel` is set at any time before the last step: a record that nobody wants any more, since
+/// the texts have been saved, does not appear while the disk is waited for. Reentrant.
 [[nodiscard]] SaveResult writeRecoveryRecord(const QString &path, const RecoveryRecord &record,
                                              const CancelFlag &cancel = {});
 

@@ -100,7 +100,7 @@ void installSaveProbe(SaveProbe probe)
     installedProbe = std::move(probe);
 }
 
-SaveResult saveFile(const QString &path, const std::function<bool(QIODevice &)> &write)
+SaveResult saveFile(const QString &path, const std::function<bool(QIODevice &)> &write, const CancelFlag &cancel)
 {
     if (path.isEmpty())
         return {systemWords(std::errc::no_such_file_or_directory)};
@@ -115,6 +115,11 @@ SaveResult saveFile(const QString &path, const std::function<bool(QIODevice &)> 
     if (const SaveResult prepared = prepare(file, target, write); !prepared.ok()) {
         file.cancelWriting();
         return prepared;
+    }
+    // Bringing it to the disk has taken its time.
+    if (cancel.isCancelled()) {
+        file.cancelWriting();
+        return {systemWords(std::errc::operation_canceled)};
     }
     if (!file.commit())
         return {errorOf(file)};

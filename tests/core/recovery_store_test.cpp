@@ -1,9 +1,11 @@
 #include "core/recovery_store.h"
+#include "core/save_probe.h"
 #include "support/test_main.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 
 #ifdef Q_OS_UNIX
@@ -88,10 +90,17 @@ private Q_SLOTS:
     {
         const QString file = m_folder->filePath(QStringLiteral("record"));
         QVERIFY(!writeRecoveryRecord(file, {sample().description, {QByteArray(recoveryLimit + 1, ' ')}}).ok());
-        CancelFlag cancel;
-        cancel.cancel();
-        QVERIFY(!writeRecoveryRecord(file, sample(), cancel).ok());
-        QVERIFY(!QFileInfo::exists(file));
+        const auto uninstall = qScopeGuard([] { installSaveProbe({}); });
+        for (const SaveStep last : {SaveStep::Open, SaveStep::Write, SaveStep::Flush, SaveStep::Replace}) {
+            CancelFlag cancel;
+            installSaveProbe([&cancel, last](SaveStep step) {
+                if (step == last)
+                    cancel.cancel();
+                return true;
+            });
+            QVERIFY(!writeRecoveryRecord(file, sample(), cancel).ok());
+            QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList());
+        }
     }
 
     void offersOnlyWhatNoRunningInstanceHolds()
