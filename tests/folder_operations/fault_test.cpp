@@ -239,6 +239,8 @@ private:
         calmJournal.setNext(QStringLiteral("undo"), undo.id);
         const ExecutionReport undone = tree.execute(undo.plan, {false, &calmJournal}, calm);
         QVERIFY2(undone.isComplete(), qPrintable(problems(undone, tree.path({})).join(u'|')));
+        if (!undo.plan.steps.isEmpty()) // else there was no run
+            QVERIFY2(world(tree).filter(QStringLiteral(".velmora-")).isEmpty(), "the copy is left");
         // A run that could not write its last line, or could not name what it put into the bin, keeps back what it
         // cannot know.
         const bool knowsAll = !weather.staysBad && failed != QLatin1String("sink.write");

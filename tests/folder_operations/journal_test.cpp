@@ -1,6 +1,10 @@
 #include "folder/operations/journal_lines.h"
 #include "folder_operations/operation_fixture.h"
+#include "folder_operations/scripted_layer.h"
 #include "support/test_main.h"
+
+#include <QDir>
+#include <QLockFile>
 
 using namespace velmora;
 using namespace velmora::test;
@@ -16,6 +20,24 @@ QStringList lines(std::initializer_list<const char *> list)
 }
 
 const QString journalOf = QStringLiteral("journal/runs/%1/journal.jsonl");
+
+/// Bytes as a file that is read.
+class BytesSource final : public FileSource {
+public:
+    explicit BytesSource(QByteArray bytes) : m_bytes(std::move(bytes)) {}
+    NodeResult state() override { return {}; }
+    FilePiece read(char *buffer, qint64 length) override
+    {
+        const qint64 count = std::min(length, m_bytes.size() - m_at);
+        std::copy_n(m_bytes.constData() + m_at, count, buffer);
+        m_at += count;
+        return {count, false};
+    }
+
+private:
+    QByteArray m_bytes;
+    qint64 m_at = 0;
+};
 
 /// The last run's identifier.
 QString lastId(const OperationJournal &journal)
@@ -163,8 +185,13 @@ private Q_SLOTS:
         step.now = step.step.fromSeen;
         step.end = JournalStep::End::Done;
         step.binPath = step.step.from.relative;
-        const auto record = readJournal(headerLine(header) + '\n' + beginLine(step) + '\n' + endLine(step) + '\n' +
-                                        movedLine(7, false) + '\n');
+        const QByteArray copying = copyingLine(step.step.from);
+        QCOMPARE(readCopyingLine(copying, 1), step.step.from);
+        // More than is read at once.
+        BytesSource journal(headerLine(header) + '\n' + (copying + '\n').repeated(50'000) + beginLine(step) + '\n' +
+                            endLine(step) + '\n' + movedLine(7, false) + '\n');
+        FileError error;
+        const auto record = readJournal(journal, {}, error);
         QVERIFY(record);
         const JournalStep &read = record->steps.at(0);
         QCOMPARE(read.step, step.step);
@@ -183,7 +210,6 @@ private Q_SLOTS:
         QFile file(tree.path(journalOf.arg(lastId(journal))));
         QVERIFY(file.open(QIODevice::ReadWrite));
         const QByteArray good = file.readAll();
-        QVERIFY(readJournal(good));
         const auto refusalOf = [&](const QByteArray &bytes) {
             file.resize(0);
             file.seek(0);
@@ -209,6 +235,7 @@ private Q_SLOTS:
         QCOMPARE(changed("\"step\":1", "\"step\":-1"), UndoRefusal::Damaged);
         QCOMPARE(changed("\"time\":\"", "\"time\":\"x"), UndoRefusal::Damaged);
         QCOMPARE(refusalOf(QByteArray(1 << 20, '[') + '\n'), UndoRefusal::Damaged);
+        QCOMPARE(refusalOf(good + QByteArray(2 << 20, ' ') + '\n'), UndoRefusal::Damaged);
         QCOMPARE(refusalOf(good.left(headerEnd) + "\n\n"), UndoRefusal::Damaged);
         // Nothing older is undone in the place of a damaged run.
         QCOMPARE(refusalOf(good), UndoRefusal::None);
@@ -238,6 +265,62 @@ private Q_SLOTS:
         QCOMPARE(undo.plan.leftOut.size(), 0);
         QVERIFY(tree.execute(undo.plan).isComplete());
         QCOMPARE(tree.picture(), before);
+    }
+
+    void aCopyThatACrashHasLeftGoesWithTheNextRun()
+    {
+        OperationFixture tree;
+        tree.make(lines({"left/dir/a=new", "right/dir/b=1", "right/precious=1"}));
+        ScriptedLayer dying([isDead = false](int, QLatin1String call) mutable {
+            isDead = isDead || call == QLatin1String("sink.copyFrom");
+            return isDead ? FileError{FileErrorKind::Other, {}} : FileError();
+        });
+        OperationJournal crashed(dying, tree.journalFolder());
+        (void)tree.execute(planUpdate(tree.input(), PlanSide::Left), {false, &crashed}, dying);
+        const auto copies = [&tree] { return tree.picture(QStringLiteral("right")).filter(QStringLiteral(".tmp")); };
+        QCOMPARE(copies().size(), 1);
+
+        // What looks like a copy but is not the one in the journal, and what no journal may ask for.
+        tree.make(lines({"right/dir/.velmora-0123456789abcdef.tmp=mine"}));
+        const QString forged = tree.journalFolder() + QStringLiteral("/00000000");
+        QVERIFY(QDir().mkpath(forged));
+        QFile file(forged + QStringLiteral("/journal.jsonl"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(headerLine({{}, 1, {}, {tree.left(), tree.right()}}) + '\n' +
+                   copyingLine({1, QStringLiteral("precious")}) + '\n');
+        file.close();
+
+        OperationJournal journal(FileLayer::native(), tree.journalFolder());
+        const auto copiesAfterARun = [&](const char *newFile) {
+            tree.make(lines({newFile}));
+            (void)tree.execute(planUpdate(tree.input(), PlanSide::Left), {false, &journal});
+            return copies();
+        };
+        {
+            QLockFile atWork(tree.journalFolder() + QStringLiteral("/00000001/lock"));
+            QVERIFY(atWork.tryLock());
+            QCOMPARE(copiesAfterARun("left/one=1").size(), 2);
+        }
+        QCOMPARE(copiesAfterARun("left/two=1"), lines({"dir/.velmora-0123456789abcdef.tmp=mine"}));
+        QVERIFY(tree.picture(QStringLiteral("right")).contains(QStringLiteral("precious=1")));
+    }
+
+    void aRunAtWorkIsNotForgotten()
+    {
+        OperationFixture tree;
+        tree.make(lines({"left/a=1", "left/b=1"}));
+        JournalLimits none;
+        none.days = -1;
+        ScriptedLayer layer([&, calls = 0](int, QLatin1String call) mutable {
+            if (call == QLatin1String("sink.copyFrom") && ++calls == 1)
+                OperationJournal(FileLayer::native(), tree.journalFolder(), none).prune();
+            return FileError();
+        });
+        OperationJournal journal(layer, tree.journalFolder());
+        QVERIFY(tree.execute(planUpdate(tree.input(), PlanSide::Left), {false, &journal}, layer).isComplete());
+        QCOMPARE(journal.planUndo().plan.steps.size(), 2);
+        OperationJournal(FileLayer::native(), tree.journalFolder(), none).prune();
+        QCOMPARE(journal.planUndo().refusal, UndoRefusal::NothingToUndo);
     }
 };
 

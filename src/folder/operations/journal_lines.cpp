@@ -1,5 +1,7 @@
 #include "folder/operations/journal_lines.h"
 
+#include "folder/operations/line_reader.h"
+
 #include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -180,6 +182,8 @@ public:
         Fields fields(object);
         if (fields.has("step"))
             return begin(fields);
+        if (fields.has("copying"))
+            return fields.place("copying", record.header.roots.size()).isSet() && fields.isValid();
         JournalStep *const step = find(fields, fields.has("moved") ? "moved" : "ended");
         if (!step)
             return false;
@@ -280,6 +284,11 @@ QByteArray movedLine(qint64 number, bool stays)
     return line(object);
 }
 
+QByteArray copyingLine(const Place &copy)
+{
+    return line({{QStringLiteral("copying"), placeJson(copy)}});
+}
+
 std::optional<JournalHeader> readHeaderLine(const QByteArray &line)
 {
     const QJsonObject object = QJsonDocument::fromJson(line).object();
@@ -297,23 +306,35 @@ std::optional<JournalHeader> readHeaderLine(const QByteArray &line)
     return header;
 }
 
-std::optional<JournalRecord> readJournal(const QByteArray &bytes)
+Place readCopyingLine(const QByteArray &line, qsizetype roots)
 {
+    if (!line.startsWith(R"({"copying")"))
+        return {};
+    Fields fields(QJsonDocument::fromJson(line).object());
+    const Place copy = fields.place("copying", roots);
+    return fields.isValid() ? copy : Place();
+}
+
+std::optional<JournalRecord> readJournal(FileSource &source, const CancelFlag &cancel, FileError &error)
+{
+    LineReader lines(source);
     JournalReader reader;
-    qsizetype begin = 0;
-    for (qsizetype end = bytes.indexOf('\n'); end >= 0; end = bytes.indexOf('\n', begin)) {
-        const QByteArray text = bytes.mid(begin, end - begin);
-        if (begin == 0) {
-            const std::optional<JournalHeader> header = readHeaderLine(text);
-            if (!header)
-                return std::nullopt;
-            reader.record.header = *header;
-        } else if (!reader.take(QJsonDocument::fromJson(text).object())) {
+    const std::optional<QByteArray> first = lines.next();
+    const std::optional<JournalHeader> header = first ? readHeaderLine(*first) : std::nullopt;
+    bool isUsable = header.has_value();
+    if (isUsable)
+        reader.record.header = *header;
+    for (std::optional<QByteArray> line; isUsable && (line = lines.next());) {
+        if (cancel.isCancelled()) {
+            error = {FileErrorKind::Stopped, {}};
             return std::nullopt;
         }
-        begin = end + 1;
+        isUsable = reader.take(QJsonDocument::fromJson(*line).object());
     }
-    return begin == 0 ? std::nullopt : std::optional(std::move(reader.record));
+    if (lines.hasFailed())
+        error = {FileErrorKind::ReadFailed, {}};
+    return isUsable && !lines.hasFailed() && !lines.isTooLong() ? std::optional(std::move(reader.record))
+                                                                : std::nullopt;
 }
 
 } // namespace velmora

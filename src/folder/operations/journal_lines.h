@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/cancel_flag.h"
 #include "folder/operations/operation_plan.h"
 
 #include <QByteArray>
@@ -17,7 +18,8 @@ namespace velmora {
 /// [root, relative path], the states "fromSeen" and "toSeen", and "kept", the name of the old contents in the folder
 /// "kept", or "lost" when they were too much. Afterwards "ended" with the same number, whether it is "done", the state
 /// "now" of what was made, and its place in the recycle "bin". When the source of a copy is about to be removed comes
-/// "moved" with the number, and again with "stays" when that failed.
+/// "moved" with the number, and again with "stays" when that failed. Before a copy is made beside its target comes
+/// "copying" with the place of the copy, so that one which a crash has left is found.
 /// Numbers of 64 bits are strings. In texts "%" and what is no text (see `nativeName`) stand as "%" and four
 /// hexadecimal digits.
 struct JournalHeader {
@@ -56,12 +58,17 @@ struct JournalRecord {
 [[nodiscard]] QByteArray beginLine(const JournalStep &step);
 [[nodiscard]] QByteArray endLine(const JournalStep &step);
 [[nodiscard]] QByteArray movedLine(qint64 number, bool stays);
+[[nodiscard]] QByteArray copyingLine(const Place &copy);
 
 /// Nothing when the line is no header.
 [[nodiscard]] std::optional<JournalHeader> readHeaderLine(const QByteArray &line);
 
-/// Reads a whole file. A last line without an end, as a crash leaves it, is ignored; anything else that is not as it
-/// should be makes the whole file unusable.
-[[nodiscard]] std::optional<JournalRecord> readJournal(const QByteArray &bytes);
+/// What was being copied in the line; no place when it is another line. `roots`: the number of roots.
+[[nodiscard]] Place readCopyingLine(const QByteArray &line, qsizetype roots);
+
+/// Reads a whole file, of which it holds one block at a time. A last line without an end, as a crash leaves it, is
+/// ignored; anything else that is not as it should be makes the whole file unusable: nothing, with `error` unset.
+/// `error` says when it could not be read to its end, or `Stopped` when `cancel` was set.
+[[nodiscard]] std::optional<JournalRecord> readJournal(FileSource &source, const CancelFlag &cancel, FileError &error);
 
 } // namespace velmora

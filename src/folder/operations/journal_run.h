@@ -1,28 +1,10 @@
 #pragma once
 
+#include "folder/operations/journal_folder.h"
 #include "folder/operations/journal_lines.h"
 #include "folder/operations/operation_journal.h"
 
 namespace velmora {
-
-/// Opens the folder `path`; makes it and those above it where they are missing, for the owner alone.
-[[nodiscard]] std::unique_ptr<FolderHandle> openOrMakeFolder(FileLayer &files, const QString &path, FileError &error);
-
-/// Removes a folder with everything in it.
-[[nodiscard]] FileError removeTree(FolderHandle &parent, const QString &name);
-
-/// Copies a file or link, with time and permissions, to a new name. `tick` as that of `FileSink`.
-[[nodiscard]] FileError copyEntry(FolderHandle &from, const QString &name, const NodeState &node, FolderHandle &to,
-                                  const QString &newName, const FileSink::Tick &tick);
-
-/// The names in the journal's folder.
-inline const QString journalFileName = QStringLiteral("journal.jsonl");
-inline const QString keptFolderName = QStringLiteral("kept");
-inline const QString keptBytesName = QStringLiteral("kept-bytes");
-inline const QString undoneMarkName = QStringLiteral("undone");
-
-/// The identifiers of the runs in a journal's folder, the oldest first.
-[[nodiscard]] QStringList runsIn(FolderHandle &folder, FileError &error);
 
 /// Writes down one run while it is carried out, and sets old contents aside. Used by one thread.
 class JournalRun {
@@ -39,6 +21,9 @@ public:
         Beside, ///< what is there stays there
         Away,   ///< what is there goes: moved when the volume is the same, else copied, with the original left
     };
+
+    /// Writes the line before a copy is made at `copy`.
+    [[nodiscard]] FileError copying(const Place &copy) { return writeLine(copyingLine(copy)); }
 
     /// Writes the line before step `number`. `old`: what will be replaced or deleted, if that is to be kept. Its
     /// contents may be beyond the limits; `isLost` tells.
@@ -60,11 +45,14 @@ public:
 
 private:
     JournalRun(OperationJournal &journal, QString id) : m_journal(journal), m_id(std::move(id)) {}
+    [[nodiscard]] FileError open(const JournalHeader &header);
+    void giveUp();
     [[nodiscard]] FileError writeLine(const QByteArray &line);
     [[nodiscard]] bool makeRoomFor(qint64 bytes);
 
     OperationJournal &m_journal;
     QString m_id;
+    std::unique_ptr<QLockFile> m_lock;
     QString m_undoOf;
     std::unique_ptr<FolderHandle> m_journalFolder;
     std::unique_ptr<FolderHandle> m_folder;
@@ -76,18 +64,5 @@ private:
     qint64 m_olderBytes = 0; ///< kept by the runs before
     bool m_isBroken = false; ///< a line could not be written: nothing may follow it
 };
-
-/// What the older runs keep, in all.
-struct OldRun {
-    QString id;
-    qint64 keptBytes = 0;
-    qint64 modifiedNs = 0;
-};
-
-/// The oldest first.
-[[nodiscard]] std::vector<OldRun> oldRuns(FolderHandle &folder, FileError &error);
-
-/// All of a small file; nothing when it is longer than `most` or cannot be read.
-[[nodiscard]] std::optional<QByteArray> readSmallFile(FolderHandle &folder, const QString &name, qint64 most);
 
 } // namespace velmora

@@ -1,6 +1,7 @@
 #include "folder/operations/operation_journal.h"
 
-#include "folder/operations/journal_run.h"
+#include "folder/operations/journal_folder.h"
+#include "folder/operations/journal_lines.h"
 
 namespace velmora {
 
@@ -78,7 +79,7 @@ void OperationJournal::prune()
         const bool isTooOld = run.modifiedNs / 1'000'000 < oldestMs;
         if (!isTooOld && bytes <= m_limits.keptBytes && left <= m_limits.runs)
             continue;
-        if (removeTree(*folder, run.id).isError())
+        if (!forget(*folder, m_folder, run))
             continue;
         bytes -= run.keptBytes;
         --left;

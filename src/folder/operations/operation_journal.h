@@ -45,7 +45,10 @@ struct UndoPlan {
 /// and copies elsewhere; beyond the limits they are not kept, which the run reports.
 ///
 /// An object is for one thread at a time and cheap to make: a run of its own may have its own. Two runs at once may
-/// share the folder; one that runs short of room may then cost the other its undoing.
+/// share the folder: each holds the lock "lock" in its own, and what is locked is not forgotten.
+///
+/// The next run also removes the copy that a run which a crash ended was just making beside its target: the journal has
+/// its place, and that it is no longer at work shows by its lock. Nothing else is searched or removed.
 class OperationJournal {
 public:
     /// `folder` is absolute and made when needed.

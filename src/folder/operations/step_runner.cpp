@@ -1,26 +1,11 @@
 #include "folder/operations/step_runner.h"
 
-#include "folder/operations/operation_codes.h"
+#include "folder/operations/temporary_name.h"
 #include "folder/operations/tree_summary.h"
-
-#include <QRandomGenerator>
-
-#include <cstring>
 
 namespace velmora {
 
 namespace {
-
-/// Hidden where names with a dot are, and never the name of anything of a person's.
-QString temporaryName()
-{
-    return QStringLiteral(".velmora-%1.tmp").arg(QRandomGenerator::global()->generate64(), 16, 16, QLatin1Char('0'));
-}
-
-bool isDone(const StepResult &result)
-{
-    return result.end == StepEnd::Done;
-}
 
 /// Keeps the warnings of two parts of a step.
 StepResult joined(const StepResult &first, StepResult second)
@@ -50,40 +35,18 @@ StepRunner::StepRunner(const OperationPlan &plan, FileLayer &files, const Folder
       m_files(files),
       m_chain(chain),
       m_journal(journal),
-      m_verifiesContent(verifiesContent),
+      m_problems(plan),
+      m_copier(plan, files, verifiesContent, tick),
       m_tick(std::move(tick))
 {}
-
-StepResult StepRunner::failed(OperationErrorCode code, const Place &place, const FileError &error) const
-{
-    StepResult result;
-    result.end = isSkip(code) ? StepEnd::Skipped : StepEnd::Failed;
-    result.problems.append({-1, code, m_plan.pathOf(place), error.reason});
-    return result;
-}
-
-StepResult StepRunner::failedAtSource(const Place &place, const FileError &error) const
-{
-    return failed(sourceCode(error.kind), place, error);
-}
-
-StepResult StepRunner::failedAtTarget(const Place &place, const FileError &error) const
-{
-    return failed(targetCode(error.kind), place, error);
-}
-
-void StepRunner::warn(StepResult &result, OperationErrorCode code, const Place &place, const FileError &error) const
-{
-    result.problems.append({-1, code, m_plan.pathOf(place), error.reason});
-}
 
 StepResult StepRunner::run(qsizetype index)
 {
     Work work{index, m_plan.steps[index], {}, {}, {}, {}};
     StepResult result = reach(work);
-    if (isDone(result) && work.step.counterpart.isSet())
+    if (result.isDone() && work.step.counterpart.isSet())
         result = checkCounterpart(work.step);
-    if (!isDone(result))
+    if (!result.isDone())
         return result;
     switch (work.step.kind) {
     case OperationKind::MakeFolder:
@@ -106,9 +69,9 @@ StepResult StepRunner::run(qsizetype index)
         result = restore(work);
         break;
     }
-    if (!isDone(result) && work.isJournalled)
+    if (!result.isDone() && work.isJournalled)
         m_journal->endNothing();
-    result.isLost = isDone(result) && work.isJournalled && m_journal->isLost();
+    result.isLost = result.isDone() && work.isJournalled && m_journal->isLost();
     return result;
 }
 
@@ -117,29 +80,29 @@ StepResult StepRunner::reach(Work &work) const
     const OperationStep &step = work.step;
     for (const Place &place : {step.from, step.to, step.counterpart}) {
         if (place.isSet() && !m_chain.root(place.root))
-            return failed(OperationErrorCode::RootMissing, {place.root, {}}, m_chain.rootError(place.root));
+            return m_problems.failed(OperationErrorCode::RootMissing, {place.root, {}}, m_chain.rootError(place.root));
     }
     if (step.from.isSet()) {
         const bool leavesIt = step.kind != OperationKind::Move && step.kind != OperationKind::Delete &&
                               step.kind != OperationKind::Recycle;
         if (!leavesIt && !m_plan.roots[step.from.root].writable)
-            return failed(OperationErrorCode::NotWritable, step.from);
+            return m_problems.failed(OperationErrorCode::NotWritable, step.from);
         work.from = m_chain.reach(step.from);
         if (!work.from.folder)
-            return failedAtSource(step.from, work.from.error);
+            return m_problems.failedAtSource(step.from, work.from.error);
         const StepResult checked = checkSource(work);
-        if (!isDone(checked))
+        if (!checked.isDone())
             return checked;
     }
     if (!step.to.isSet())
         return {};
     if (!m_plan.roots[step.to.root].writable)
-        return failed(OperationErrorCode::NotWritable, step.to);
+        return m_problems.failed(OperationErrorCode::NotWritable, step.to);
     work.to = m_chain.reach(step.to);
     if (!work.to.folder)
-        return failedAtTarget(step.to, work.to.error);
+        return m_problems.failedAtTarget(step.to, work.to.error);
     if (!isPlainName(work.to.name))
-        return failed(OperationErrorCode::NameNotAllowed, step.to);
+        return m_problems.failed(OperationErrorCode::NameNotAllowed, step.to);
     return checkTarget(work);
 }
 
@@ -147,9 +110,9 @@ StepResult StepRunner::checkSource(Work &work) const
 {
     const NodeResult found = work.from.folder->stat(work.from.name);
     if (found.error.isError())
-        return failedAtSource(work.step.from, found.error);
+        return m_problems.failedAtSource(work.step.from, found.error);
     if (!work.step.fromSeen.isStill(found.node))
-        return failed(OperationErrorCode::SourceChanged, work.step.from);
+        return m_problems.failed(OperationErrorCode::SourceChanged, work.step.from);
     work.source = found.node;
     return {};
 }
@@ -159,20 +122,21 @@ StepResult StepRunner::checkTarget(Work &work) const
     const NodeResult found = work.to.folder->stat(work.to.name);
     work.targetExists = !found.error.isError();
     if (!work.targetExists && found.error.kind != FileErrorKind::Missing)
-        return failedAtTarget(work.step.to, found.error);
+        return m_problems.failedAtTarget(work.step.to, found.error);
     const bool isExpected = work.step.toSeen.isPresent();
     if (!work.targetExists)
-        return isExpected ? failed(OperationErrorCode::TargetChanged, work.step.to) : StepResult();
+        return isExpected ? m_problems.failed(OperationErrorCode::TargetChanged, work.step.to) : StepResult();
     work.target = found.node;
     if (isExpected)
-        return work.step.toSeen.isStill(found.node) ? StepResult()
-                                                    : failed(OperationErrorCode::TargetChanged, work.step.to);
+        return work.step.toSeen.isStill(found.node)
+                   ? StepResult()
+                   : m_problems.failed(OperationErrorCode::TargetChanged, work.step.to);
     // Another spelling of the entry's own name finds the entry itself.
     const bool isItself = work.step.kind == OperationKind::Move && found.node.identity &&
                           found.node.identity == work.source.identity &&
                           work.step.from.relative.compare(work.step.to.relative, Qt::CaseInsensitive) == 0;
     if (!isItself)
-        return failed(OperationErrorCode::TargetAppeared, work.step.to);
+        return m_problems.failed(OperationErrorCode::TargetAppeared, work.step.to);
     work.targetExists = false;
     return {};
 }
@@ -185,7 +149,8 @@ StepResult StepRunner::checkCounterpart(const OperationStep &step) const
         return error.kind == FileErrorKind::Missing || error.kind == FileErrorKind::NotAFolder;
     };
     const FileError error = place.folder ? place.folder->stat(place.name).error : place.error;
-    return isAbsence(error) ? StepResult() : failed(OperationErrorCode::CounterpartAppeared, step.counterpart, error);
+    return isAbsence(error) ? StepResult()
+                            : m_problems.failed(OperationErrorCode::CounterpartAppeared, step.counterpart, error);
 }
 
 StepResult StepRunner::checkTree(const Work &work) const
@@ -193,19 +158,19 @@ StepResult StepRunner::checkTree(const Work &work) const
     FileError error;
     const std::unique_ptr<FolderHandle> folder = work.from.folder->openFolder(work.from.name, error);
     if (!folder)
-        return failedAtSource(work.step.from, error);
+        return m_problems.failedAtSource(work.step.from, error);
     TreeSummary summary;
     error = visitTree(*folder, [&](const QString &relative, const NodeState &node) {
         summary.add(relative, node);
         return m_tick(0);
     });
     if (error.isError())
-        return failedAtSource(work.step.from, error);
+        return m_problems.failedAtSource(work.step.from, error);
     if (!m_tick(0))
-        return failed(OperationErrorCode::Cancelled, work.step.from);
+        return m_problems.failed(OperationErrorCode::Cancelled, work.step.from);
     const SeenEntry &seen = work.step.fromSeen;
     const bool isSame = summary.fingerprint == seen.contents && summary.files == seen.files;
-    return isSame ? StepResult() : failed(OperationErrorCode::SourceChanged, work.step.from);
+    return isSame ? StepResult() : m_problems.failed(OperationErrorCode::SourceChanged, work.step.from);
 }
 
 StepResult StepRunner::beginJournal(Work &work, const NodeState *old)
@@ -217,7 +182,8 @@ StepResult StepRunner::beginJournal(Work &work, const NodeState *old)
         step.kind = work.targetExists ? OperationKind::Replace : OperationKind::Copy;
     const FileError error = m_journal->begin(work.index, step, old);
     if (error.isError())
-        return failed(OperationErrorCode::NotJournalled, work.step.to.isSet() ? work.step.to : work.step.from, error);
+        return m_problems.failed(OperationErrorCode::NotJournalled,
+                                 work.step.to.isSet() ? work.step.to : work.step.from, error);
     work.isJournalled = true;
     return {};
 }
@@ -234,18 +200,19 @@ void StepRunner::endJournal(StepResult &result, const Work &work, const QString 
     }
     const FileError error = m_journal->endDone(now, binPath);
     if (error.isError())
-        warn(result, OperationErrorCode::NotJournalled, work.step.to.isSet() ? work.step.to : work.step.from, error);
+        m_problems.warn(result, OperationErrorCode::NotJournalled, work.step.to.isSet() ? work.step.to : work.step.from,
+                        error);
 }
 
 StepResult StepRunner::makeFolder(Work &work)
 {
     const StepResult begun = beginJournal(work, nullptr);
-    if (!isDone(begun))
+    if (!begun.isDone())
         return begun;
     const bool hasModel = work.step.from.isSet();
     const FileError error = work.to.folder->makeFolder(work.to.name, hasModel ? &work.source : nullptr);
     if (error.isError())
-        return failedAtTarget(work.step.to, error);
+        return m_problems.failedAtTarget(work.step.to, error);
     StepResult result;
     endJournal(result, work);
     return result;
@@ -264,123 +231,44 @@ StepResult StepRunner::finishFolder(qsizetype index)
         return result;
     const FileError error = to.folder->keepFolderAttributes(to.name, *from.folder, from.name);
     if (error.isError())
-        warn(result, OperationErrorCode::AttributesLost, step.to, error);
+        m_problems.warn(result, OperationErrorCode::AttributesLost, step.to, error);
     return result;
 }
 
 StepResult StepRunner::copy(Work &work)
 {
+    const Place &to = work.step.to;
     const QString name = temporaryName();
-    StepResult copied = copyBeside(work, name);
-    if (!isDone(copied))
+    if (m_journal) {
+        const QString folder = to.relative.left(to.relative.lastIndexOf(u'/') + 1);
+        const FileError error = m_journal->copying({to.root, folder + name});
+        if (error.isError())
+            return m_problems.failed(OperationErrorCode::NotJournalled, to, error);
+    }
+    const StepResult copied = m_copier.make(
+        {work.step, *work.from.folder, work.from.name, work.source, *work.to.folder, name, work.targetExists});
+    if (!copied.isDone())
         return copied;
     const StepResult placed = joined(copied, putInPlace(work, name));
-    if (!isDone(placed))
+    if (!placed.isDone())
         (void)work.to.folder->removeFile(name);
     return placed;
-}
-
-StepResult StepRunner::copyBeside(Work &work, const QString &name)
-{
-    if (work.source.kind == NodeKind::Special || work.source.kind == NodeKind::Folder)
-        return failed(OperationErrorCode::Unsupported, work.step.from);
-    StepResult result;
-    if (work.source.kind == NodeKind::Link) {
-        const FileError error =
-            copyEntry(*work.from.folder, work.from.name, work.source, *work.to.folder, name, m_tick);
-        if (error.isError())
-            result = failedAtTarget(work.step.to, error);
-    } else {
-        result = copyContents(work, name);
-    }
-    if (!isDone(result))
-        (void)work.to.folder->removeFile(name);
-    return result;
-}
-
-StepResult StepRunner::copyContents(Work &work, const QString &name)
-{
-    FileError error;
-    const std::unique_ptr<FileSource> source = work.from.folder->openFile(work.from.name, error);
-    if (!source)
-        return failedAtSource(work.step.from, error);
-    std::unique_ptr<FileSink> sink = work.to.folder->createFile(name, error);
-    if (!sink)
-        return failedAtTarget(work.step.to, error);
-    StepResult result = fillFrom(work, *source, *sink);
-    sink.reset();
-    if (isDone(result) && m_verifiesContent)
-        result = joined(result, verify(work, name));
-    return result;
-}
-
-StepResult StepRunner::fillFrom(const Work &work, FileSource &source, FileSink &sink)
-{
-    const NodeResult before = source.state();
-    if (before.error.isError() || !work.step.fromSeen.isStill(before.node))
-        return failed(OperationErrorCode::SourceChanged, work.step.from, before.error);
-    FileError error = sink.copyFrom(source, m_tick);
-    if (error.isError())
-        return failedAtTarget(work.step.to, error);
-    const NodeResult after = source.state();
-    if (after.error.isError() || !work.step.fromSeen.isStill(after.node))
-        return failed(OperationErrorCode::SourceChanged, work.step.from, after.error);
-    const NodeResult written = sink.state();
-    if (written.error.isError() || written.node.size != after.node.size)
-        return failed(OperationErrorCode::NotTheSame, work.step.to, written.error);
-    StepResult result;
-    error = sink.keepAttributes(after.node);
-    if (error.isError())
-        warn(result, OperationErrorCode::AttributesLost, work.step.to, error);
-    // A new file may wait for all others, a replaced one not: its old contents are about to go.
-    if (work.targetExists || !m_files.canSettle()) {
-        error = sink.flush();
-        if (error.isError())
-            return failedAtTarget(work.step.to, error);
-    }
-    return result;
-}
-
-StepResult StepRunner::verify(const Work &work, const QString &name) const
-{
-    FileError error;
-    const std::unique_ptr<FileSource> source = work.from.folder->openFile(work.from.name, error);
-    if (!source)
-        return failedAtSource(work.step.from, error);
-    const std::unique_ptr<FileSource> copy = work.to.folder->openFile(name, error);
-    if (!copy)
-        return failedAtTarget(work.step.to, error);
-    constexpr qint64 blockSize = 256 << 10;
-    std::vector<char> left(static_cast<std::size_t>(blockSize));
-    std::vector<char> right(static_cast<std::size_t>(blockSize));
-    for (;;) {
-        const FilePiece expected = source->read(left.data(), blockSize);
-        const FilePiece found = copy->read(right.data(), blockSize);
-        if (expected.failed)
-            return failed(OperationErrorCode::NotReadable, work.step.from);
-        if (expected != found || std::memcmp(left.data(), right.data(), std::size_t(found.length)) != 0)
-            return failed(OperationErrorCode::NotTheSame, work.step.to);
-        if (!m_tick(0))
-            return failed(OperationErrorCode::Cancelled, work.step.from);
-        if (found.length < blockSize)
-            return {};
-    }
 }
 
 /// Gives the finished copy `name` the target's name. The target is looked at once more: copying takes its time.
 StepResult StepRunner::putInPlace(Work &work, const QString &name)
 {
     StepResult result = checkTarget(work);
-    if (isDone(result))
+    if (result.isDone())
         result = beginJournal(work, work.targetExists ? &work.target : nullptr);
-    if (isDone(result))
+    if (result.isDone())
         result = keepTarget(work);
-    if (!isDone(result))
+    if (!result.isDone())
         return result;
     const auto ifTaken = work.targetExists ? FolderHandle::IfTaken::Replace : FolderHandle::IfTaken::Fail;
     const FileError error = work.to.folder->move(name, *work.to.folder, work.to.name, ifTaken);
     if (error.isError())
-        return failedAtTarget(work.step.to, error);
+        return m_problems.failedAtTarget(work.step.to, error);
     endJournal(result, work);
     return result;
 }
@@ -393,9 +281,9 @@ StepResult StepRunner::keepTarget(Work &work)
     const FileError error =
         m_journal->keep(*work.to.folder, work.to.name, work.target, JournalRun::Keep::Beside, m_tick, isMoved);
     if (error.kind == FileErrorKind::Stopped)
-        return failed(OperationErrorCode::Cancelled, work.step.to);
+        return m_problems.failed(OperationErrorCode::Cancelled, work.step.to);
     if (error.isError())
-        return failed(OperationErrorCode::NotKept, work.step.to, error);
+        return m_problems.failed(OperationErrorCode::NotKept, work.step.to, error);
     // Keeping it may have taken long, too.
     return checkTarget(work);
 }
@@ -403,9 +291,9 @@ StepResult StepRunner::keepTarget(Work &work)
 StepResult StepRunner::move(Work &work)
 {
     StepResult result = beginJournal(work, work.targetExists ? &work.target : nullptr);
-    if (isDone(result))
+    if (result.isDone())
         result = keepTarget(work);
-    if (!isDone(result))
+    if (!result.isDone())
         return result;
     const auto ifTaken = work.targetExists ? FolderHandle::IfTaken::Replace : FolderHandle::IfTaken::Fail;
     const FileError error = work.from.folder->move(work.from.name, *work.to.folder, work.to.name, ifTaken);
@@ -414,16 +302,16 @@ StepResult StepRunner::move(Work &work)
         return result;
     }
     if (error.kind != FileErrorKind::OtherVolume)
-        return failedAtTarget(work.step.to, error);
+        return m_problems.failedAtTarget(work.step.to, error);
     if (work.source.kind == NodeKind::Folder)
-        return failed(OperationErrorCode::Unsupported, work.step.from, error);
+        return m_problems.failed(OperationErrorCode::Unsupported, work.step.from, error);
     // The line that says "move" would be wrong until the source is gone.
     if (work.isJournalled)
         m_journal->endNothing();
     work.isJournalled = false;
     work.isFirstHalf = true;
     result = copy(work);
-    result.sourceMustGo = isDone(result);
+    result.sourceMustGo = result.isDone();
     return result;
 }
 
@@ -432,8 +320,8 @@ StepResult StepRunner::removeSource(qsizetype index)
     Work work{index, m_plan.steps[index], {}, {}, {}, {}};
     work.from = m_chain.reach(work.step.from);
     FileError error = work.from.error;
-    if (work.from.folder && !isDone(checkSource(work)))
-        return failed(OperationErrorCode::SourceStays, work.step.from, error);
+    if (work.from.folder && !checkSource(work).isDone())
+        return m_problems.failed(OperationErrorCode::SourceStays, work.step.from, error);
     if (work.from.folder) {
         if (m_journal)
             error = m_journal->moved(index, false);
@@ -444,14 +332,14 @@ StepResult StepRunner::removeSource(qsizetype index)
         }
     }
     const bool isGone = work.from.folder && !error.isError();
-    return isGone ? StepResult() : failed(OperationErrorCode::SourceStays, work.step.from, error);
+    return isGone ? StepResult() : m_problems.failed(OperationErrorCode::SourceStays, work.step.from, error);
 }
 
 StepResult StepRunner::remove(Work &work)
 {
     const bool isFolder = work.source.kind == NodeKind::Folder;
     StepResult result = beginJournal(work, &work.source);
-    if (!isDone(result))
+    if (!result.isDone())
         return result;
     bool isMoved = false;
     FileError error;
@@ -459,19 +347,19 @@ StepResult StepRunner::remove(Work &work)
         error =
             m_journal->keep(*work.from.folder, work.from.name, work.source, JournalRun::Keep::Away, m_tick, isMoved);
         if (error.kind == FileErrorKind::Stopped)
-            return failed(OperationErrorCode::Cancelled, work.step.from);
+            return m_problems.failed(OperationErrorCode::Cancelled, work.step.from);
         if (error.isError())
-            return failed(OperationErrorCode::NotKept, work.step.from, error);
+            return m_problems.failed(OperationErrorCode::NotKept, work.step.from, error);
     }
     if (!isMoved) {
         if (m_journal && !isFolder)
             result = checkSource(work);
-        if (!isDone(result))
+        if (!result.isDone())
             return result;
         error =
             isFolder ? work.from.folder->removeFolder(work.from.name) : work.from.folder->removeFile(work.from.name);
         if (error.isError())
-            return failedAtTarget(work.step.from, error);
+            return m_problems.failedAtTarget(work.step.from, error);
     }
     endJournal(result, work);
     return result;
@@ -482,15 +370,15 @@ StepResult StepRunner::recycle(Work &work)
     StepResult result;
     if (work.source.kind == NodeKind::Folder)
         result = checkTree(work);
-    if (isDone(result))
+    if (result.isDone())
         result = beginJournal(work, nullptr);
-    if (!isDone(result))
+    if (!result.isDone())
         return result;
     const RecycleResult recycled = work.from.folder->recycle(work.from.name);
     if (recycled.error.kind == FileErrorKind::Unsupported)
-        return failed(OperationErrorCode::NoRecycleBin, work.step.from, recycled.error);
+        return m_problems.failed(OperationErrorCode::NoRecycleBin, work.step.from, recycled.error);
     if (recycled.error.isError())
-        return failedAtTarget(work.step.from, recycled.error);
+        return m_problems.failedAtTarget(work.step.from, recycled.error);
     endJournal(result, work, recycled.binPath);
     return result;
 }
@@ -498,13 +386,13 @@ StepResult StepRunner::recycle(Work &work)
 StepResult StepRunner::restore(Work &work)
 {
     StepResult result = beginJournal(work, nullptr);
-    if (!isDone(result))
+    if (!result.isDone())
         return result;
     const FileError error = m_files.restore(work.step.binPath, *work.to.folder, work.to.name);
     if (error.kind == FileErrorKind::Missing)
-        return failedAtSource(work.step.to, error);
+        return m_problems.failedAtSource(work.step.to, error);
     if (error.isError())
-        return failedAtTarget(work.step.to, error);
+        return m_problems.failedAtTarget(work.step.to, error);
     endJournal(result, work);
     return result;
 }

@@ -1,18 +1,11 @@
 #pragma once
 
+#include "folder/operations/beside_copy.h"
 #include "folder/operations/folder_chain.h"
 #include "folder/operations/journal_run.h"
 #include "folder/operations/operation_executor.h"
 
 namespace velmora {
-
-/// How one step went.
-struct StepResult {
-    StepEnd end = StepEnd::Done;
-    QList<OperationProblem> problems; ///< without the number of the step
-    bool sourceMustGo = false;        ///< of a move between volumes: the copy is there, `removeSource` is still to come
-    bool isLost = false;              ///< the old contents were beyond the journal's limits
-};
 
 /// Carries out single steps of a surveyed plan. Used by one thread; everything given to it must outlive it.
 class StepRunner {
@@ -32,11 +25,6 @@ public:
 private:
     struct Work; // a step with the folders that it touches held open
 
-    [[nodiscard]] StepResult failed(OperationErrorCode code, const Place &place, const FileError &error = {}) const;
-    [[nodiscard]] StepResult failedAtSource(const Place &place, const FileError &error) const;
-    [[nodiscard]] StepResult failedAtTarget(const Place &place, const FileError &error) const;
-    void warn(StepResult &result, OperationErrorCode code, const Place &place, const FileError &error) const;
-
     [[nodiscard]] StepResult reach(Work &work) const;
     [[nodiscard]] StepResult checkSource(Work &work) const;
     [[nodiscard]] StepResult checkTarget(Work &work) const;
@@ -50,10 +38,6 @@ private:
     [[nodiscard]] StepResult recycle(Work &work);
     [[nodiscard]] StepResult restore(Work &work);
 
-    [[nodiscard]] StepResult copyBeside(Work &work, const QString &name);
-    [[nodiscard]] StepResult copyContents(Work &work, const QString &name);
-    [[nodiscard]] StepResult fillFrom(const Work &work, FileSource &source, FileSink &sink);
-    [[nodiscard]] StepResult verify(const Work &work, const QString &name) const;
     [[nodiscard]] StepResult putInPlace(Work &work, const QString &name);
     [[nodiscard]] StepResult beginJournal(Work &work, const NodeState *old);
     [[nodiscard]] StepResult keepTarget(Work &work);
@@ -63,7 +47,8 @@ private:
     FileLayer &m_files;
     const FolderChain &m_chain;
     JournalRun *m_journal;
-    bool m_verifiesContent;
+    StepProblems m_problems;
+    BesideCopy m_copier;
     FileSink::Tick m_tick;
 };
 

@@ -1,12 +1,11 @@
-#include "folder/operations/journal_run.h"
+#include "folder/operations/journal_folder.h"
+#include "folder/operations/journal_lines.h"
 #include "folder/operations/operation_journal.h"
 #include "folder/operations/plan_survey.h"
 
 namespace velmora {
 
 namespace {
-
-constexpr qint64 longestJournal = qint64(256) << 20U;
 
 /// Turns the steps of a run round.
 class Reversal {
@@ -162,10 +161,14 @@ UndoPlan OperationJournal::planUndo(const QString &id, const CancelFlag &cancel,
         undo.refusal = error.kind == FileErrorKind::Missing ? UndoRefusal::NothingToUndo : UndoRefusal::Unreadable;
         return undo;
     }
-    const std::optional<QByteArray> bytes = readSmallFile(*run, journalFileName, longestJournal);
-    const std::optional<JournalRecord> record = bytes ? readJournal(*bytes) : std::nullopt;
+    const std::unique_ptr<FileSource> file = run->openFile(journalFileName, error);
+    const std::optional<JournalRecord> record = file ? readJournal(*file, cancel, error) : std::nullopt;
+    if (error.kind == FileErrorKind::Stopped) {
+        undo.plan.refusal = PlanRefusal::Cancelled;
+        return undo;
+    }
     if (!record) {
-        undo.refusal = bytes ? UndoRefusal::Damaged : UndoRefusal::Unreadable;
+        undo.refusal = error.isError() ? UndoRefusal::Unreadable : UndoRefusal::Damaged;
         return undo;
     }
     const QString kept = m_folder + u'/' + undo.id + u'/' + keptFolderName;
