@@ -321,6 +321,46 @@ private Q_SLOTS:
         QCOMPARE(f.picture("left"), QStringLiteral("a=1 sub/ sub/b=2"));
     }
 
+    void entriesAreMovedToTheOtherSide()
+    {
+        ActionsFixture f;
+        f.make(words("right/sub/same=s right/sub/keep=k left/a=1 left/sub/b=2 left/sub/same=s left/sub/deep/c=3 "
+                     "left/x.o=4"));
+        const QStringList before = f.files.picture();
+        f.carryOut(Command::MoveToRight, words("a sub"));
+        QCOMPARE(f.log(),
+                 QStringList({QStringLiteral("move: left/a -> right/a"), QStringLiteral("move: left/sub -> right/sub"),
+                              QStringLiteral("Done: 7 succeeded, 0 failed")}));
+        QCOMPARE(f.picture("left"), QStringLiteral("x.o=4"));
+        QCOMPARE(f.picture("right"), QStringLiteral("a=1 sub/ sub/b=2 sub/deep/ sub/deep/c=3 sub/keep=k sub/same=s"));
+        QCOMPARE(f.touched, words("a sub sub/b sub/deep sub/deep/c sub/same"));
+        QVERIFY(f.answers.asked().isEmpty());
+        f.carryOut(Command::UndoLast);
+        f.click("planStart");
+        QCOMPARE(f.files.picture(), before);
+
+        // What is hidden stays, and so does the folder around it.
+        f.context.isHidden = [](const FolderDiffItem &item) { return item.name == QLatin1String("sub/b"); };
+        f.compare();
+        f.carryOut(Command::MoveToRight, words("sub"));
+        QCOMPARE(f.picture("left"), QStringLiteral("a=1 sub/ sub/b=2 x.o=4"));
+    }
+
+    void movingOverANewerFileIsAsked()
+    {
+        ActionsFixture f;
+        f.make(words("left/a=old right/a=newer"));
+        f.files.setTime(QStringLiteral("right/a"), 1000000);
+        f.compare();
+        f.carryOut(Command::MoveToRight, words("a"));
+        QCOMPARE(f.askedTitle(), QStringLiteral("Move"));
+        QCOMPARE(f.asked(), QStringLiteral("A newer file will be replaced by an older one."));
+        QVERIFY(f.has("right/a=newer"));
+        f.carryOut(Command::MoveToLeft, words("a"));
+        QCOMPARE(f.log().first(), QStringLiteral("move: right/a -> left/a"));
+        QCOMPARE(f.files.picture(), words("left/a=newer"));
+    }
+
     void levelsThatNobodyHasOpenedAreListedFirst()
     {
         ActionsFixture f;
@@ -367,6 +407,7 @@ private Q_SLOTS:
         row("update", Command::UpdateRight, "createFile", 1, "Update sync failed", "Update failed: left -> right");
         row("update both", Command::UpdateBoth, "createFile", 1, "Update sync failed",
             "Update both sides failed: left <-> right");
+        row("move across", Command::MoveToRight, "move", 0, "Move failed", "Cannot move to: right/a");
         row("move to", Command::MoveTo, "move", 0, "Move failed", "Cannot move to: other/a");
     }
 
@@ -491,9 +532,9 @@ private Q_SLOTS:
         f.make(words("left/a=1 right/a=2 right/r=3"));
         const FolderSelection pair = f.select(words("a"));
         const QString reason = QStringLiteral("The right side is read-only");
-        for (const Command command :
-             {Command::CopyToRight, Command::MirrorToRight, Command::UpdateRight, Command::UpdateBoth, Command::Delete,
-              Command::DeleteForGood, Command::Rename, Command::MoveTo, Command::NewFolder})
+        for (const Command command : {Command::CopyToRight, Command::MirrorToRight, Command::UpdateRight,
+                                      Command::UpdateBoth, Command::Delete, Command::DeleteForGood, Command::Rename,
+                                      Command::MoveTo, Command::MoveToRight, Command::MoveToLeft, Command::NewFolder})
             QCOMPARE(f.actions.whyNot(command, pair), reason);
         for (const Command command : {Command::CopyToLeft, Command::MirrorToLeft, Command::UpdateLeft, Command::CopyTo,
                                       Command::Properties, Command::ShowInFileManager, Command::UndoLast})

@@ -2,6 +2,7 @@
 
 #include "folder/actions/action_outcome.h"
 #include "folder/actions/action_words.h"
+#include "folder/actions/command_words.h"
 #include "folder/actions/plan_preview_dialog.h"
 #include "session/dialogs.h"
 #include "session/translate.h"
@@ -15,9 +16,15 @@ namespace velmora {
 
 namespace {
 
+/// A file that goes over another; of steps to the other side, where nothing is copied on a chance.
+bool replaces(const OperationStep &step)
+{
+    return step.kind == OperationKind::Replace || (step.kind == OperationKind::Move && step.toSeen.isPresent());
+}
+
 bool losesNewer(const OperationStep &step)
 {
-    return step.kind == OperationKind::Replace && step.fromSeen.modifiedNs < step.toSeen.modifiedNs;
+    return replaces(step) && step.fromSeen.modifiedNs < step.toSeen.modifiedNs;
 }
 
 /// True when at most a single file is replaced, by a newer one: what a person does most, and can undo when as much is
@@ -26,7 +33,7 @@ bool isPlainReplacement(const OperationPlan &plan, qint64 keptBytes)
 {
     qsizetype replacements = 0;
     for (const OperationStep &step : plan.steps) {
-        if (step.kind != OperationKind::Replace)
+        if (!replaces(step))
             continue;
         ++replacements;
         if (losesNewer(step) || step.toSeen.size > keptBytes || keptBytes == 0)
@@ -108,15 +115,16 @@ public:
     void askReplacing() const
     {
         enum Answer { Cancel, Replace, ShowList };
-        Dialogs::instance().ask(m_window, Dialogs::Tone::Warning, Velmora::tr("Copy"), replacementText(m_plan),
+        const QString title = Velmora::tr(wordsOf(m_request.command).name);
+        Dialogs::instance().ask(m_window, Dialogs::Tone::Warning, title, replacementText(m_plan),
                                 {{Velmora::tr("&Replace"), Replace, false, false},
                                  {Velmora::tr("&Show list..."), ShowList, false, false},
                                  {Velmora::tr("Cancel"), Cancel, true, true}},
-                                [*this](int answer) {
+                                [*this, title](int answer) {
                                     if (answer == Replace)
                                         m_answered(PlanAnswer::CarryOut);
                                     else if (answer == ShowList)
-                                        preview(Velmora::tr("Copy"), actionTitle(m_request), Velmora::tr("&Replace"));
+                                        preview(title, actionTitle(m_request), Velmora::tr("&Replace"));
                                 });
     }
 

@@ -1,9 +1,8 @@
 #include "folder/actions/action_outcome.h"
 
 #include "folder/actions/action_words.h"
+#include "folder/actions/command_words.h"
 #include "session/translate.h"
-
-#include <QLocale>
 
 #include <algorithm>
 #include <vector>
@@ -12,87 +11,11 @@ namespace velmora {
 
 namespace {
 
-/// The texts of one kind of command.
-struct CommandWords {
-    const char *logLine;
-    const char *failedFrom; ///< where the entry itself is the trouble; of synchronising commands the whole failure
-    const char *failedTo;   ///< where its destination is
-    const char *title;
-};
-
-constexpr CommandWords copyWords{
-    QT_TRANSLATE_NOOP("Velmora", "%1 copy: %2 -> %3"), QT_TRANSLATE_NOOP("Velmora", "Cannot copy: %1"),
-    QT_TRANSLATE_NOOP("Velmora", "Cannot copy to: %1"), QT_TRANSLATE_NOOP("Velmora", "Copy failed")};
-constexpr CommandWords moveWords{
-    QT_TRANSLATE_NOOP("Velmora", "%1 move: %2 -> %3"), QT_TRANSLATE_NOOP("Velmora", "Cannot move: %1"),
-    QT_TRANSLATE_NOOP("Velmora", "Cannot move to: %1"), QT_TRANSLATE_NOOP("Velmora", "Move failed")};
-constexpr CommandWords deleteWords{QT_TRANSLATE_NOOP("Velmora", "%1 delete: %2"),
-                                   QT_TRANSLATE_NOOP("Velmora", "Cannot delete: %1"), nullptr,
-                                   QT_TRANSLATE_NOOP("Velmora", "Delete failed")};
-constexpr CommandWords renameWords{QT_TRANSLATE_NOOP("Velmora", "%1 rename: %2 -> %3"),
-                                   QT_TRANSLATE_NOOP("Velmora", "Cannot rename: %1"), nullptr,
-                                   QT_TRANSLATE_NOOP("Velmora", "Rename failed")};
-constexpr CommandWords newFolderWords{QT_TRANSLATE_NOOP("Velmora", "%1 new folder: %2"),
-                                      QT_TRANSLATE_NOOP("Velmora", "Cannot create: %1"), nullptr,
-                                      QT_TRANSLATE_NOOP("Velmora", "New folder failed")};
-constexpr CommandWords mirrorWords{QT_TRANSLATE_NOOP("Velmora", "%1 mirror: %2 -> %3"),
-                                   QT_TRANSLATE_NOOP("Velmora", "Mirror failed: %1 -> %2"), nullptr,
-                                   QT_TRANSLATE_NOOP("Velmora", "Mirror sync failed")};
-constexpr CommandWords updateWords{QT_TRANSLATE_NOOP("Velmora", "%1 update: %2 -> %3"),
-                                   QT_TRANSLATE_NOOP("Velmora", "Update failed: %1 -> %2"), nullptr,
-                                   QT_TRANSLATE_NOOP("Velmora", "Update sync failed")};
-constexpr CommandWords updateBothWords{QT_TRANSLATE_NOOP("Velmora", "%1 update both: %2 <-> %3"),
-                                       QT_TRANSLATE_NOOP("Velmora", "Update both sides failed: %1 <-> %2"), nullptr,
-                                       QT_TRANSLATE_NOOP("Velmora", "Update sync failed")};
-constexpr CommandWords undoWords{QT_TRANSLATE_NOOP("Velmora", "%1 undo: %2"),
-                                 QT_TRANSLATE_NOOP("Velmora", "Cannot undo: %1"), nullptr,
-                                 QT_TRANSLATE_NOOP("Velmora", "Undo failed")};
-
-const CommandWords &wordsOf(FolderCommand command)
-{
-    switch (command) {
-    case FolderCommand::CopyToRight:
-    case FolderCommand::CopyToLeft:
-    case FolderCommand::CopyTo:
-        return copyWords;
-    case FolderCommand::MoveTo:
-        return moveWords;
-    case FolderCommand::Rename:
-        return renameWords;
-    case FolderCommand::NewFolder:
-        return newFolderWords;
-    case FolderCommand::MirrorToRight:
-    case FolderCommand::MirrorToLeft:
-        return mirrorWords;
-    case FolderCommand::UpdateRight:
-    case FolderCommand::UpdateLeft:
-        return updateWords;
-    case FolderCommand::UpdateBoth:
-        return updateBothWords;
-    case FolderCommand::UndoLast:
-        return undoWords;
-    default:
-        return deleteWords;
-    }
-}
-
-bool isAboutRoots(const CommandWords &words)
-{
-    return &words == &mirrorWords || &words == &updateWords || &words == &updateBothWords;
-}
-
-/// The roots as the texts of a synchronising command name them: from, to.
-std::pair<QString, QString> rootsFromTo(const ActionRequest &request)
-{
-    const PlanSide source = sourceOf(request.command);
-    return {shownPath(rootOn(request.context, source)), shownPath(rootOn(request.context, otherSide(source)))};
-}
-
 /// What could not be done, where the entry itself, or all of it, is the trouble.
 QString failureOf(const ActionRequest &request, const QString &path)
 {
     const CommandWords &words = wordsOf(request.command);
-    if (isAboutRoots(words)) {
+    if (isAboutRoots(request.command)) {
         const auto [source, target] = rootsFromTo(request);
         return Velmora::tr(words.failedFrom).arg(source, target);
     }
@@ -145,7 +68,7 @@ private:
     {
         if (m_done.isEmpty())
             return;
-        if (isAboutRoots(m_words)) {
+        if (isAboutRoots(m_request.command)) {
             const auto [from, to] = rootsFromTo(m_request);
             m_outcome.logLines.append(Velmora::tr(m_words.logLine).arg(m_time, from, to));
         } else if (m_request.command == FolderCommand::UndoLast) {
@@ -192,7 +115,7 @@ private:
         std::vector<Way> ways;
         for (const OperationStep &step : m_done) {
             // That an emptied folder is removed is part of moving it.
-            const bool isClearing = m_request.command == FolderCommand::MoveTo && step.kind == OperationKind::Delete;
+            const bool isClearing = isMove(m_request.command) && step.kind == OperationKind::Delete;
             if (!isClearing)
                 ways.push_back({m_report.plan.pathOf(step.from), m_report.plan.pathOf(step.to)});
         }
@@ -292,7 +215,7 @@ private:
             m_outcome.headline = text;
         m_outcome.problems.append(problem);
         const QString reason = problem.reason.isEmpty() ? QString() : QLatin1String(" — ") + problem.reason;
-        log((isAboutRoots(m_words) ? problem.path : text) + reason);
+        log((isAboutRoots(m_request.command) ? problem.path : text) + reason);
     }
 
     void finishHeadline()
@@ -300,7 +223,7 @@ private:
         if (m_outcome.problems.size() < 2)
             return;
         const QString done = doneText(m_outcome);
-        m_outcome.headline = isAboutRoots(m_words) ? m_outcome.headline + u'\n' + done : done;
+        m_outcome.headline = isAboutRoots(m_request.command) ? m_outcome.headline + u'\n' + done : done;
     }
 
     const ActionRequest &m_request;
@@ -347,6 +270,8 @@ bool countsAsFailure(const ActionRequest &request, LeftOutReason reason)
     case FolderCommand::CopyToLeft:
     case FolderCommand::CopyTo:
     case FolderCommand::MoveTo:
+    case FolderCommand::MoveToRight:
+    case FolderCommand::MoveToLeft:
     case FolderCommand::Rename:
     case FolderCommand::NewFolder:
         if (reason == LeftOutReason::TargetExists && request.ifPresent == IfPresent::LeaveOut)
@@ -356,61 +281,6 @@ bool countsAsFailure(const ActionRequest &request, LeftOutReason reason)
     default:
         return false; // the preview has shown them
     }
-}
-
-QString actionTitle(const ActionRequest &request)
-{
-    const char *name = nullptr;
-    switch (request.command) {
-    case FolderCommand::CopyToRight:
-    case FolderCommand::CopyToLeft:
-    case FolderCommand::CopyTo:
-        name = QT_TRANSLATE_NOOP("Velmora", "Copy");
-        break;
-    case FolderCommand::MoveTo:
-        name = QT_TRANSLATE_NOOP("Velmora", "Move");
-        break;
-    case FolderCommand::Rename:
-        name = QT_TRANSLATE_NOOP("Velmora", "Rename");
-        break;
-    case FolderCommand::NewFolder:
-        name = QT_TRANSLATE_NOOP("Velmora", "New folder");
-        break;
-    case FolderCommand::MirrorToRight:
-    case FolderCommand::MirrorToLeft:
-        name = QT_TRANSLATE_NOOP("Velmora", "Mirror");
-        break;
-    case FolderCommand::UpdateRight:
-    case FolderCommand::UpdateLeft:
-        name = QT_TRANSLATE_NOOP("Velmora", "Update");
-        break;
-    case FolderCommand::UpdateBoth:
-        name = QT_TRANSLATE_NOOP("Velmora", "Update both sides");
-        break;
-    case FolderCommand::UndoLast:
-        name = QT_TRANSLATE_NOOP("Velmora", "Undo");
-        break;
-    default:
-        name = QT_TRANSLATE_NOOP("Velmora", "Delete");
-        break;
-    }
-    return Velmora::tr("%1: %2").arg(Velmora::tr(name), selectionTitle(request));
-}
-
-QString selectionTitle(const ActionRequest &request)
-{
-    if (isAboutRoots(wordsOf(request.command))) {
-        const auto [from, to] = rootsFromTo(request);
-        const bool both = request.command == FolderCommand::UpdateBoth;
-        return Velmora::tr(both ? QT_TRANSLATE_NOOP("Velmora", "%1 <-> %2") : QT_TRANSLATE_NOOP("Velmora", "%1 -> %2"))
-            .arg(from, to);
-    }
-    if (request.command == FolderCommand::NewFolder || request.command == FolderCommand::UndoLast)
-        return request.name;
-    const QList<FolderDiffItem> &items = request.selection.items;
-    if (items.size() != 1)
-        return Velmora::tr("%1 entries").arg(QLocale().toString(items.size()));
-    return items.first().name.mid(items.first().name.lastIndexOf(u'/') + 1);
 }
 
 } // namespace velmora

@@ -35,10 +35,4 @@ struct ActionOutcome {
 /// Whether what a plan leaves out is a failure of the command, and not what a person has been shown or wants.
 [[nodiscard]] bool countsAsFailure(const ActionRequest &request, LeftOutReason reason);
 
-/// The command as the journal and the questions name it: "Copy: a.txt".
-[[nodiscard]] QString actionTitle(const ActionRequest &request);
-
-/// What the command works on, in short: one name, or how many entries.
-[[nodiscard]] QString selectionTitle(const ActionRequest &request);
-
 } // namespace velmora

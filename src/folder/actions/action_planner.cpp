@@ -54,7 +54,7 @@ QStringList outermost(const QList<FolderDiffItem> &selection)
 /// Whether it matters for a command which files are the same.
 bool needsContents(FolderCommand command)
 {
-    return isSynchronising(command) || command == FolderCommand::CopyToLeft || command == FolderCommand::CopyToRight;
+    return isSynchronising(command) || goesToOtherSide(command);
 }
 
 /// Lists what a context that is not whole lacks for a command.
@@ -249,9 +249,11 @@ OperationPlan planOf(const ActionRequest &request, const FolderActionContext &co
     if (isSynchronising(request.command))
         return planSynchronising(request, input);
     const ItemTree tree(context.items);
-    if (request.command == FolderCommand::CopyToLeft || request.command == FolderCommand::CopyToRight) {
+    if (goesToOtherSide(request.command)) {
         const PlanSide source = sourceOf(request.command);
-        return planCopyToOtherSide(input, indexesOn(request, tree, source), source);
+        const PlanSelection selection = indexesOn(request, tree, source);
+        return isMove(request.command) ? planMoveToOtherSide(input, selection, source)
+                                       : planCopyToOtherSide(input, selection, source);
     }
     OperationPlan plan;
     for (const PlanSide side : sidesOf(request.selection.sides)) {

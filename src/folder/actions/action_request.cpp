@@ -15,10 +15,30 @@ QList<PlanSide> sidesOf(FolderSides sides)
     return {PlanSide::Left, PlanSide::Right};
 }
 
+bool goesToOtherSide(FolderCommand command)
+{
+    switch (command) {
+    case FolderCommand::CopyToRight:
+    case FolderCommand::CopyToLeft:
+    case FolderCommand::MoveToRight:
+    case FolderCommand::MoveToLeft:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool isMove(FolderCommand command)
+{
+    return command == FolderCommand::MoveTo || command == FolderCommand::MoveToRight ||
+           command == FolderCommand::MoveToLeft;
+}
+
 PlanSide sourceOf(FolderCommand command)
 {
     switch (command) {
     case FolderCommand::CopyToLeft:
+    case FolderCommand::MoveToLeft:
     case FolderCommand::MirrorToLeft:
     case FolderCommand::UpdateLeft:
         return PlanSide::Right;

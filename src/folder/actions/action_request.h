@@ -37,6 +37,11 @@ struct ActionRequest {
 /// The sides that a selection means, of which there may be one or two.
 [[nodiscard]] QList<PlanSide> sidesOf(FolderSides sides);
 
+/// True for the commands that copy or move to the other side.
+[[nodiscard]] bool goesToOtherSide(FolderCommand command);
+/// True for the commands after which the entries are no longer where they were.
+[[nodiscard]] bool isMove(FolderCommand command);
+
 /// The side that a command copies, moves or mirrors from; for those that have one.
 [[nodiscard]] PlanSide sourceOf(FolderCommand command);
 

@@ -118,6 +118,10 @@ QString filesText(qint64 files, qint64 bytes, const char *text)
 
 QString sizeText(qint64 bytes)
 {
+    // The locale has no translation of this one unit.
+    constexpr qint64 kilobyte = 1024;
+    if (bytes < kilobyte)
+        return Velmora::tr("%1 bytes").arg(QLocale().toString(bytes));
     return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
 }
 

@@ -1,6 +1,7 @@
 #include "folder/actions/action_worker.h"
 
 #include "core/settings_store.h"
+#include "folder/actions/command_words.h"
 #include "session/translate.h"
 #include "settings/options/kept_copies.h"
 

@@ -67,12 +67,15 @@ QString whyNotOne(const FolderSelection &selection)
     return selection.items.size() > 1 ? Velmora::tr("Select one entry only") : QString();
 }
 
-QString whyNotCopied(FolderCommand command, const FolderActionContext &context, const FolderSelection &selection)
+QString whyNotToOtherSide(FolderCommand command, const FolderActionContext &context, const FolderSelection &selection)
 {
     const PlanSide source = sourceOf(command);
     if (const QString reason = whyNotBothFolders(context); !reason.isEmpty())
         return reason;
-    if (const QString reason = whyNotWritable(context, {otherSide(source)}); !reason.isEmpty())
+    QList<PlanSide> written{otherSide(source)};
+    if (isMove(command))
+        written.append(source);
+    if (const QString reason = whyNotWritable(context, written); !reason.isEmpty())
         return reason;
     if (selection.items.isEmpty())
         return Velmora::tr("Nothing is selected");
@@ -111,7 +114,9 @@ QString whyNotPossible(FolderCommand command, const FolderActionContext &context
     switch (command) {
     case FolderCommand::CopyToRight:
     case FolderCommand::CopyToLeft:
-        return whyNotCopied(command, context, selection);
+    case FolderCommand::MoveToRight:
+    case FolderCommand::MoveToLeft:
+        return whyNotToOtherSide(command, context, selection);
     case FolderCommand::CopyTo:
         return whyNotOccupied(selection);
     case FolderCommand::MoveTo:

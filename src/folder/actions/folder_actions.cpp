@@ -5,6 +5,7 @@
 #include "folder/actions/action_words.h"
 #include "folder/actions/action_worker.h"
 #include "folder/actions/command_rules.h"
+#include "folder/actions/command_words.h"
 #include "folder/actions/operation_results_dialog.h"
 #include "folder/actions/properties_dialog.h"
 #include "platform/file_manager.h"

@@ -15,6 +15,8 @@ namespace velmora {
 enum class FolderCommand {
     CopyToRight, ///< the selection, folders with what is in them, over the other side's entries
     CopyToLeft,
+    MoveToRight, ///< the same, and then it is gone here; folders that are empty then go, too
+    MoveToLeft,
     CopyTo, ///< the entries of the sides asked for, to a folder that is asked for
     MoveTo, ///< the same, and then they are gone here
     Delete, ///< to the recycle bin where the system has one

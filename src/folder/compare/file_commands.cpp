@@ -38,6 +38,8 @@ FileCommands::FileCommands(FolderCompareBar &bar, FolderView &view, FolderCompar
         {bar.copyToRight, CopyToRight},
         {bar.copyToLeft, CopyToLeft},
         {bar.copyTo, CopyTo},
+        {bar.moveToRight, MoveToRight},
+        {bar.moveToLeft, MoveToLeft},
         {bar.moveTo, MoveTo},
         {bar.deleteSelected, Delete},
         {bar.deleteForGood, DeleteForGood},

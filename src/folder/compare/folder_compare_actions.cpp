@@ -62,8 +62,9 @@ void FolderCompareWidget::fillActionsMenu()
     QMenu &menu = m_bar->actionsMenu();
     menu.addActions({m_bar->compareContents, m_bar->align, m_bar->advancedFilters, m_bar->focusFilter});
     menu.addSeparator();
-    menu.addActions({m_bar->copyToRight, m_bar->copyToLeft, m_bar->copyTo, m_bar->moveTo, m_bar->deleteSelected,
-                     m_bar->deleteForGood, m_bar->rename, m_bar->newFolder});
+    menu.addActions({m_bar->copyToRight, m_bar->copyToLeft, m_bar->copyTo});
+    menu.addActions({m_bar->moveToRight, m_bar->moveToLeft, m_bar->moveTo});
+    menu.addActions({m_bar->deleteSelected, m_bar->deleteForGood, m_bar->rename, m_bar->newFolder});
     menu.addSeparator();
     menu.addActions({m_bar->mirrorToRight, m_bar->mirrorToLeft, m_bar->updateRight, m_bar->updateLeft,
                      m_bar->updateBoth, m_bar->syncFolders});
@@ -195,8 +196,7 @@ void FolderCompareWidget::takeContents(const ContentsResult &result, bool cancel
     for (const FolderProblem &problem : result.problems)
         shown.unreadable.append(QDir::toNativeSeparators(problem.path));
     if (cancelled) {
-        showMessage(Velmora::tr("Compare cancelled"));
-        log(Velmora::tr("%1 compare cancelled").arg(logTime(QTime::currentTime())));
+        tellCancelled();
     } else {
         const QLocale locale;
         showMessage(Velmora::tr("Contents compared: %1 same, %2 different")

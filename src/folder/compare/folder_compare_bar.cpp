@@ -35,8 +35,11 @@ void FolderCompareBar::addNavigation()
                   QStringLiteral("stop.png"),
                   {Qt::Key_Escape},
                   Velmora::tr("Cancel the current comparison")});
-    swapSides = add(
-        {"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, Velmora::tr("Swap left and right sides")});
+    swapSides = add({"swapAction",
+                     Velmora::tr("Swap"),
+                     QStringLiteral("swap.png"),
+                     {Qt::CTRL | Qt::Key_F6},
+                     Velmora::tr("Swap left and right sides")});
     addSeparator();
     previousDifference = add({"previousAction",
                               Velmora::tr("Previous"),
@@ -65,7 +68,7 @@ void FolderCompareBar::addViews()
     showIdentical = add({"showIdenticalAction",
                          Velmora::tr("Same"),
                          QStringLiteral("same.png"),
-                         {},
+                         {Qt::CTRL | Qt::SHIFT | Qt::Key_D},
                          Velmora::tr("Show files that are the same")});
     auto *views = new QActionGroup(this);
     for (QAction *action : {showAll, showDifferences, showIdentical}) {
@@ -78,12 +81,12 @@ void FolderCompareBar::addViews()
     expandAll = add({"expandAllAction",
                      Velmora::tr("Expand"),
                      QStringLiteral("expand_all.png"),
-                     {},
+                     {Qt::CTRL | Qt::Key_Plus},
                      Velmora::tr("Expand all subfolders")});
     collapseAll = add({"collapseAllAction",
                        Velmora::tr("Collapse"),
                        QStringLiteral("collapse_all.png"),
-                       {},
+                       {Qt::CTRL | Qt::Key_Minus},
                        Velmora::tr("Collapse all subfolders")});
 }
 
@@ -103,6 +106,10 @@ void FolderCompareBar::addFileCommands()
         look.hasButton = false;
         return add(look);
     };
+    moveToRight =
+        hidden({"moveToRightAction", Velmora::tr("Move to the right"), {}, {Qt::CTRL | Qt::SHIFT | Qt::Key_Right}});
+    moveToLeft =
+        hidden({"moveToLeftAction", Velmora::tr("Move to the left"), {}, {Qt::CTRL | Qt::SHIFT | Qt::Key_Left}});
     moveTo = hidden({"moveToAction", Velmora::tr("Move to folder...")});
     copyTo = hidden({"copyToAction", Velmora::tr("Copy to folder...")});
     deleteSelected = hidden(
@@ -139,8 +146,11 @@ void FolderCompareBar::addFileCommands()
 
 void FolderCompareBar::addCommands()
 {
-    actions =
-        add({"actionsAction", Velmora::tr("Actions"), QStringLiteral("play.png"), {}, Velmora::tr("Compare actions")});
+    actions = add({"actionsAction",
+                   Velmora::tr("Actions"),
+                   QStringLiteral("play.png"),
+                   {Qt::Key_F4},
+                   Velmora::tr("Compare actions")});
     giveMenu(actions, m_actionsMenu);
     rules = add({"rulesAction",
                  Velmora::tr("Rules"),
@@ -150,28 +160,31 @@ void FolderCompareBar::addCommands()
     preset = add({"presetAction",
                   Velmora::tr("Preset"),
                   QStringLiteral("preset.png"),
-                  {},
+                  {Qt::CTRL | Qt::Key_P},
                   Velmora::tr("Built-in comparison presets")});
     giveMenu(preset, m_presetMenu);
     m_presetMenu->setAccessibleName(Velmora::tr("Comparison preset"));
     exportReport = add({"exportAction",
                         Velmora::tr("Export"),
                         QStringLiteral("report.png"),
-                        {},
+                        {Qt::CTRL | Qt::Key_E},
                         Velmora::tr("Export diff report as HTML")});
     showFilter = add({"showFilterAction",
                       Velmora::tr("Filter bar"),
                       QStringLiteral("filter.png"),
                       {},
                       Velmora::tr("Show the filter bar")});
-    showLog =
-        add({"showLogAction", Velmora::tr("Log"), QStringLiteral("log.png"), {}, Velmora::tr("Show the action log")});
+    showLog = add({"showLogAction",
+                   Velmora::tr("Log"),
+                   QStringLiteral("log.png"),
+                   {Qt::CTRL | Qt::Key_L},
+                   Velmora::tr("Show the action log")});
     showFilter->setCheckable(true);
     showLog->setCheckable(true);
     legend = add({"legendAction",
                   Velmora::tr("Legend"),
                   QStringLiteral("legend.png"),
-                  {},
+                  {Qt::Key_F1},
                   Velmora::tr("Color and symbol legend")});
 }
 
@@ -179,10 +192,19 @@ void FolderCompareBar::giveMenu(QAction *action, QMenu *menu)
 {
     menu->setToolTipsVisible(true);
     action->setMenu(menu);
+    connect(action, &QAction::triggered, this, [this, action] { openMenu(action); });
     if (auto *button = qobject_cast<QToolButton *>(widgetForAction(action))) {
         button->setPopupMode(QToolButton::InstantPopup);
         button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     }
+}
+
+void FolderCompareBar::openMenu(QAction *action)
+{
+    // A bar that is too narrow for the button keeps it out of sight.
+    const QWidget *button = widgetForAction(action);
+    const QWidget *below = button && button->isVisible() ? button : this;
+    action->menu()->popup(below->mapToGlobal(QPoint(0, below->height())));
 }
 
 void FolderCompareBar::showRunning(bool running, bool cancelling)

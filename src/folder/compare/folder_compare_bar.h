@@ -41,6 +41,8 @@ public:
     QAction *deleteForGood;
     QAction *rename;
     QAction *newFolder;
+    QAction *moveToRight;
+    QAction *moveToLeft;
     QAction *moveTo;
     QAction *copyTo;
     QAction *mirrorToRight;
@@ -66,6 +68,7 @@ private:
     void addCommands();
     void addFileCommands();
     void giveMenu(QAction *action, QMenu *menu);
+    void openMenu(QAction *action);
 
     QMenu *m_actionsMenu;
     QMenu *m_presetMenu;

@@ -1,0 +1,110 @@
+#include "folder/actions/command_words.h"
+
+#include "folder/actions/action_words.h"
+#include "session/translate.h"
+
+#include <QLocale>
+
+namespace velmora {
+
+namespace {
+
+constexpr CommandWords copyWords{
+    QT_TRANSLATE_NOOP("Velmora", "Copy"), QT_TRANSLATE_NOOP("Velmora", "%1 copy: %2 -> %3"),
+    QT_TRANSLATE_NOOP("Velmora", "Cannot copy: %1"), QT_TRANSLATE_NOOP("Velmora", "Cannot copy to: %1"),
+    QT_TRANSLATE_NOOP("Velmora", "Copy failed")};
+constexpr CommandWords moveWords{
+    QT_TRANSLATE_NOOP("Velmora", "Move"), QT_TRANSLATE_NOOP("Velmora", "%1 move: %2 -> %3"),
+    QT_TRANSLATE_NOOP("Velmora", "Cannot move: %1"), QT_TRANSLATE_NOOP("Velmora", "Cannot move to: %1"),
+    QT_TRANSLATE_NOOP("Velmora", "Move failed")};
+constexpr CommandWords deleteWords{
+    QT_TRANSLATE_NOOP("Velmora", "Delete"), QT_TRANSLATE_NOOP("Velmora", "%1 delete: %2"),
+    QT_TRANSLATE_NOOP("Velmora", "Cannot delete: %1"), nullptr, QT_TRANSLATE_NOOP("Velmora", "Delete failed")};
+constexpr CommandWords renameWords{
+    QT_TRANSLATE_NOOP("Velmora", "Rename"), QT_TRANSLATE_NOOP("Velmora", "%1 rename: %2 -> %3"),
+    QT_TRANSLATE_NOOP("Velmora", "Cannot rename: %1"), nullptr, QT_TRANSLATE_NOOP("Velmora", "Rename failed")};
+constexpr CommandWords newFolderWords{
+    QT_TRANSLATE_NOOP("Velmora", "New folder"), QT_TRANSLATE_NOOP("Velmora", "%1 new folder: %2"),
+    QT_TRANSLATE_NOOP("Velmora", "Cannot create: %1"), nullptr, QT_TRANSLATE_NOOP("Velmora", "New folder failed")};
+constexpr CommandWords mirrorWords{QT_TRANSLATE_NOOP("Velmora", "Mirror"),
+                                   QT_TRANSLATE_NOOP("Velmora", "%1 mirror: %2 -> %3"),
+                                   QT_TRANSLATE_NOOP("Velmora", "Mirror failed: %1 -> %2"), nullptr,
+                                   QT_TRANSLATE_NOOP("Velmora", "Mirror sync failed")};
+constexpr CommandWords updateWords{QT_TRANSLATE_NOOP("Velmora", "Update"),
+                                   QT_TRANSLATE_NOOP("Velmora", "%1 update: %2 -> %3"),
+                                   QT_TRANSLATE_NOOP("Velmora", "Update failed: %1 -> %2"), nullptr,
+                                   QT_TRANSLATE_NOOP("Velmora", "Update sync failed")};
+constexpr CommandWords updateBothWords{QT_TRANSLATE_NOOP("Velmora", "Update both sides"),
+                                       QT_TRANSLATE_NOOP("Velmora", "%1 update both: %2 <-> %3"),
+                                       QT_TRANSLATE_NOOP("Velmora", "Update both sides failed: %1 <-> %2"), nullptr,
+                                       QT_TRANSLATE_NOOP("Velmora", "Update sync failed")};
+constexpr CommandWords undoWords{QT_TRANSLATE_NOOP("Velmora", "Undo"), QT_TRANSLATE_NOOP("Velmora", "%1 undo: %2"),
+                                 QT_TRANSLATE_NOOP("Velmora", "Cannot undo: %1"), nullptr,
+                                 QT_TRANSLATE_NOOP("Velmora", "Undo failed")};
+
+} // namespace
+
+const CommandWords &wordsOf(FolderCommand command)
+{
+    switch (command) {
+    case FolderCommand::CopyToRight:
+    case FolderCommand::CopyToLeft:
+    case FolderCommand::CopyTo:
+        return copyWords;
+    case FolderCommand::MoveTo:
+    case FolderCommand::MoveToRight:
+    case FolderCommand::MoveToLeft:
+        return moveWords;
+    case FolderCommand::Rename:
+        return renameWords;
+    case FolderCommand::NewFolder:
+        return newFolderWords;
+    case FolderCommand::MirrorToRight:
+    case FolderCommand::MirrorToLeft:
+        return mirrorWords;
+    case FolderCommand::UpdateRight:
+    case FolderCommand::UpdateLeft:
+        return updateWords;
+    case FolderCommand::UpdateBoth:
+        return updateBothWords;
+    case FolderCommand::UndoLast:
+        return undoWords;
+    default:
+        return deleteWords;
+    }
+}
+
+bool isAboutRoots(FolderCommand command)
+{
+    const CommandWords &words = wordsOf(command);
+    return &words == &mirrorWords || &words == &updateWords || &words == &updateBothWords;
+}
+
+std::pair<QString, QString> rootsFromTo(const ActionRequest &request)
+{
+    const PlanSide source = sourceOf(request.command);
+    return {shownPath(rootOn(request.context, source)), shownPath(rootOn(request.context, otherSide(source)))};
+}
+
+QString actionTitle(const ActionRequest &request)
+{
+    return Velmora::tr("%1: %2").arg(Velmora::tr(wordsOf(request.command).name), selectionTitle(request));
+}
+
+QString selectionTitle(const ActionRequest &request)
+{
+    if (isAboutRoots(request.command)) {
+        const auto [from, to] = rootsFromTo(request);
+        const bool both = request.command == FolderCommand::UpdateBoth;
+        return Velmora::tr(both ? QT_TRANSLATE_NOOP("Velmora", "%1 <-> %2") : QT_TRANSLATE_NOOP("Velmora", "%1 -> %2"))
+            .arg(from, to);
+    }
+    if (request.command == FolderCommand::NewFolder || request.command == FolderCommand::UndoLast)
+        return request.name;
+    const QList<FolderDiffItem> &items = request.selection.items;
+    if (items.size() != 1)
+        return Velmora::tr("%1 entries").arg(QLocale().toString(items.size()));
+    return items.first().name.mid(items.first().name.lastIndexOf(u'/') + 1);
+}
+
+} // namespace velmora
