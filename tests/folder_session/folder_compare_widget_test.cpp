@@ -54,7 +54,7 @@ private Q_SLOTS:
         QCOMPARE(f.rows(), QStringList({QStringLiteral("docs = docs"), QStringLiteral("src ≠ src"),
                                         QStringLiteral(" → file9"), QStringLiteral("file10 ← ")}));
         QVERIFY(f.session.logText().contains(QStringLiteral(" load dirs: ")));
-        QCOMPARE(f.session.status(), QStringLiteral("5 files compared, 3 differences"));
+        QCOMPARE(f.session.status(), QStringLiteral("Files compared: 5, differences: 3"));
         for (const char *name : {"folderSideLeft", "folderSideCenter", "folderSideRight"})
             QVERIFY(f.session.findChild<TreeLineTreeWidget *>(QLatin1String(name)));
     }
@@ -203,6 +203,11 @@ private Q_SLOTS:
         f.session.dropPaths({f.disk.right()}, QPoint(1000, 300));
         f.wait();
         QCOMPARE(f.rows(), QStringList(QStringLiteral("a ← ")));
+        QVERIFY(f.session.logText().contains(QStringLiteral("\nBoth paths set; loading directories\n")));
+        f.session.dropPaths({f.disk.right(), f.disk.left()}, QPoint(20, 300));
+        f.wait();
+        QCOMPARE(f.rows(), QStringList(QStringLiteral(" → a")));
+        QCOMPARE(f.session.logText().count(QStringLiteral("Wrote right side path: ")), 2);
     }
 
     void nothingToShowIsExplained()
@@ -233,7 +238,41 @@ private Q_SLOTS:
         QCOMPARE(f.session.status(), QStringLiteral("Cancelling..."));
         QTRY_COMPARE(f.session.status(), QStringLiteral("Compare cancelled"));
         QVERIFY(f.session.logText().endsWith(QStringLiteral(" compare cancelled")));
+        QCOMPARE(f.session.logText().count(QStringLiteral(" compare cancelled")), 1);
         QVERIFY(!f.rows().isEmpty());
+    }
+
+    /// However often, and whatever the runs before have come to.
+    void cancelledAndStartedAgainItEndsAsIfNothingWas()
+    {
+        Filled f;
+        for (int i = 0; i < 20; ++i) {
+            f.session.onRefresh();
+            if (i % 3 == 0)
+                QCoreApplication::processEvents();
+            f.session.onCancelCompare();
+            if (i % 2 == 0)
+                f.wait();
+        }
+        f.session.onRefresh();
+        f.wait();
+        QCOMPARE(f.rows().size(), 4);
+        QCOMPARE(f.session.status(), QStringLiteral("Files compared: 5, differences: 3"));
+        f.session.onRefresh(); // and gone with the tab while it runs
+    }
+
+    void aFolderThatIsGoneIsToldAndLeft()
+    {
+        Filled f;
+        QVERIFY(QDir(f.disk.path(QStringLiteral("right/src"))).removeRecursively());
+        f.goTo(QStringLiteral("src"));
+        f.key(Qt::Key_Return);
+        QTRY_VERIFY(f.session.view().notice().text().startsWith(QStringLiteral("Folder not found: ")));
+        QVERIFY(f.session.view().notice().text().endsWith(QStringLiteral("src")));
+        f.key(Qt::Key_Backspace);
+        f.wait();
+        QVERIFY(f.session.view().notice().text().isEmpty());
+        QCOMPARE(f.rows().at(1), QStringLiteral("src ← "));
     }
 
     void staleFinishIsDropped()
@@ -242,7 +281,7 @@ private Q_SLOTS:
         QSignalSpy finished(&f.session, &SessionWidget::comparisonFinished);
         f.session.onFolderCompareFinished(f.session.comparison().generation() - 1, {}, true);
         QVERIFY(finished.isEmpty());
-        QCOMPARE(f.session.status(), QStringLiteral("5 files compared, 3 differences"));
+        QCOMPARE(f.session.status(), QStringLiteral("Files compared: 5, differences: 3"));
     }
 
     void optionsTravelAsJson()
@@ -399,6 +438,7 @@ private Q_SLOTS:
         f.session.view().selectNames({QStringLiteral("sub/old name"), QStringLiteral("sub/new name")});
         f.session.onManualAlign();
         QTRY_COMPARE(f.rows(), QStringList({QStringLiteral("sub = sub"), QStringLiteral("old name = new name")}));
+        QCOMPARE(f.session.status(), QStringLiteral("Files compared: 1, no differences"));
         QVERIFY(f.session.logText().contains(QStringLiteral(" manual align: old name <-> new name")));
         QCOMPARE(f.session.options().value(QStringLiteral("alignOverrides")).toArray().size(), 1);
         f.session.onRefresh();
@@ -413,10 +453,69 @@ private Q_SLOTS:
         f.session.onExpandAll();
         f.goTo(QStringLiteral("src/main.cpp"));
         f.key(Qt::Key_Return);
+        QTRY_COMPARE(f.host.opened.size(), 1);
         f.session.hide();
         f.disk.file(QStringLiteral("right/src/main.cpp"), "one", 1);
         f.session.show();
         QTRY_VERIFY(f.rows().contains(QStringLiteral("main.cpp = main.cpp")));
+        QCOMPARE(f.session.status(), QStringLiteral("Files compared: 5, differences: 2"));
+        // The tab is still open, and work in it goes on.
+        f.session.hide();
+        f.disk.file(QStringLiteral("right/src/main.cpp"), "three", 3);
+        f.session.show();
+        QTRY_VERIFY(f.rows().contains(QStringLiteral("main.cpp ≠ main.cpp")));
+        f.session.hide();
+        f.session.show();
+        f.session.onCancelCompare();
+        QTRY_COMPARE(f.session.status(), QStringLiteral("Compare cancelled"));
+    }
+
+    /// What reading both files has found is not forgotten for an entry that was only looked at.
+    void contentsThatWereComparedStayDecidedUntilTheyChange()
+    {
+        FolderSessionFixture f;
+        for (const char *name : {"left/a", "left/sub/b"})
+            f.disk.file(QLatin1String(name), "1", 7);
+        for (const char *name : {"right/a", "right/sub/b"})
+            f.disk.file(QLatin1String(name), "2", 7);
+        f.session.show();
+        f.compare();
+        f.session.onExpandAll();
+        QCOMPARE(f.rows(),
+                 QStringList({QStringLiteral("sub = sub"), QStringLiteral("b = b"), QStringLiteral("a = a")}));
+        f.session.view().leftPane().clearSelection();
+        f.action("compareContentsAction")->trigger();
+        f.session.findChild<CompareContentsDialog *>()->accept();
+        const QStringList decided{QStringLiteral("sub ≠ sub"), QStringLiteral("b ≠ b"), QStringLiteral("a ≠ a")};
+        QTRY_COMPARE(f.rows(), decided);
+        f.goTo(QStringLiteral("a"));
+        f.key(Qt::Key_Return);
+        QTRY_COMPARE(f.host.opened.size(), 1);
+        f.goTo(QStringLiteral("sub"));
+        f.session.onTreeContextMenu(QPoint(10, 10));
+        f.action("openInNewTabAction")->trigger();
+        f.session.hide();
+        f.session.show();
+        f.wait();
+        QCOMPARE(f.rows(), decided);
+        f.disk.file(QStringLiteral("right/sub/b"), "1", 7);
+        f.disk.file(QStringLiteral("left/sub/b"), "1", 8);
+        f.session.hide();
+        f.session.show();
+        QTRY_COMPARE(f.rows().first(), QStringLiteral("sub = sub"));
+        QCOMPARE(f.rows().last(), QStringLiteral("a ≠ a"));
+    }
+
+    void aFileThatIsGoneIsNotOpened()
+    {
+        Filled f;
+        QVERIFY(QFile::remove(f.disk.path(QStringLiteral("right/src/main.cpp"))));
+        f.session.onExpandAll();
+        f.goTo(QStringLiteral("src/main.cpp"));
+        f.key(Qt::Key_Return);
+        QTRY_VERIFY(f.rows().contains(QStringLiteral("main.cpp ← ")));
+        QVERIFY(f.session.status().startsWith(QStringLiteral("No longer there: ")));
+        QVERIFY(f.host.opened.isEmpty());
     }
 
     void readOnlySidesAreNotWrittenTo()

@@ -28,7 +28,7 @@ struct Fixture {
 
     [[nodiscard]] FolderSpec spec() const
     {
-        return {disk.left(), disk.right(), {}, {}, {}, {}, makeSharedSystemFileTest()};
+        return {disk.left(), disk.right(), {}, {}, {}, {}, makeSharedSystemFileTest(), {}};
     }
 
     void load(bool whole = false)

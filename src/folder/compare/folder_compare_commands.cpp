@@ -13,6 +13,7 @@
 
 #include <QClipboard>
 #include <QDir>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMenu>
 
@@ -51,24 +52,56 @@ void FolderCompareWidget::openNode(qint32 node)
 void FolderCompareWidget::showEvent(QShowEvent *event)
 {
     SessionWidget::showEvent(event);
-    // Back from the tabs of some pairs: what was edited there is to be seen here.
+    // Back from the tabs of some entries: what was changed there is to be seen here, and they may be gone back to.
     if (m_hasResult && !m_openedNames.isEmpty())
-        m_comparison.recompare(std::exchange(m_openedNames, {}));
+        m_comparison.recompare(m_openedNames);
+}
+
+void FolderCompareWidget::rememberOpened(const QString &name)
+{
+    constexpr qsizetype mostRemembered = 100;
+    m_openedNames.removeOne(name);
+    m_openedNames.append(name);
+    if (m_openedNames.size() > mostRemembered)
+        m_openedNames.removeFirst();
+}
+
+void FolderCompareWidget::openAs(const QString &kind, const FolderDiffItem &item)
+{
+    rememberOpened(item.name);
+    if (kind == QLatin1String("text"))
+        Q_EMIT openTextCompare(item.leftPath, item.rightPath);
+    else if (kind == QLatin1String("folder"))
+        Q_EMIT openFolderCompare(item.leftPath, item.rightPath);
+    else if (kind == QLatin1String("sync"))
+        Q_EMIT openFolderSync(item.leftPath, item.rightPath);
+    else
+        host().openSession(kind, {item.leftPath, item.rightPath, {}});
 }
 
 void FolderCompareWidget::openFiles(const FolderDiffItem &item)
 {
-    m_openedNames.removeOne(item.name);
-    m_openedNames.append(item.name);
-    m_opener.start([left = item.leftPath, right = item.rightPath](const CancelFlag &,
-                                                                  Progress &) { return kindOfPair(left, right); },
-                   [this, item](RunOutcome<QString> &&outcome) {
-                       const QString kind = outcome.value.value_or(QStringLiteral("text"));
-                       if (kind == QLatin1String("text"))
-                           Q_EMIT openTextCompare(item.leftPath, item.rightPath);
-                       else
-                           host().openSession(kind, {item.leftPath, item.rightPath, {}});
-                   });
+    struct Answer {
+        QString gone; ///< what is no longer there
+        QString kind;
+    };
+    m_opener.start(
+        [left = item.leftPath, right = item.rightPath](const CancelFlag &, Progress &) {
+            for (const QString &path : {left, right}) {
+                if (!path.isEmpty() && !QFileInfo::exists(path))
+                    return Answer{path, {}};
+            }
+            return Answer{{}, kindOfPair(left, right)};
+        },
+        [this, item](RunOutcome<Answer> &&outcome) {
+            const Answer answer = outcome.value.value_or(Answer{{}, QStringLiteral("text")});
+            if (answer.gone.isEmpty()) {
+                openAs(answer.kind, item);
+                return;
+            }
+            m_comparison.recompare({item.name});
+            showMessage(Velmora::tr("No longer there: %1").arg(QDir::toNativeSeparators(answer.gone)));
+        });
 }
 
 void FolderCompareWidget::goToDifference(bool forward)
@@ -187,19 +220,18 @@ void FolderCompareWidget::onTreeContextMenu(const QPoint &point)
         menu->addAction(Velmora::tr("Open"), this, [this, node] { openNode(node); });
         if (item.isDir && isPair(item)) {
             menu->addAction(Velmora::tr("Open in a new tab"), this,
-                            [this, item] { Q_EMIT openFolderCompare(item.leftPath, item.rightPath); });
+                            [this, item] { openAs(QStringLiteral("folder"), item); })
+                ->setObjectName(QStringLiteral("openInNewTabAction"));
             menu->addAction(Velmora::tr("Synchronise these folders"), this,
-                            [this, item] { Q_EMIT openFolderSync(item.leftPath, item.rightPath); });
+                            [this, item] { openAs(QStringLiteral("sync"), item); });
         } else if (!item.isDir) {
-            menu->addAction(Velmora::tr("Open as text"), this,
-                            [this, item] { Q_EMIT openTextCompare(item.leftPath, item.rightPath); });
-            menu->addAction(Velmora::tr("Open as hex"), this, [this, item] {
-                host().openSession(QStringLiteral("binary"), {item.leftPath, item.rightPath, {}});
-            });
+            menu->addAction(Velmora::tr("Open as text"), this, [this, item] { openAs(QStringLiteral("text"), item); });
+            menu->addAction(Velmora::tr("Open as hex"), this, [this, item] { openAs(QStringLiteral("binary"), item); });
         }
         menu->addSeparator();
-        menu->addActions({m_bar->copyToRight, m_bar->copyToLeft, m_bar->copyTo, m_bar->moveTo, m_bar->deleteSelected,
-                          m_bar->rename});
+        menu->addActions({m_bar->copyToRight, m_bar->copyToLeft, m_bar->copyTo});
+        menu->addActions({m_bar->moveToRight, m_bar->moveToLeft, m_bar->moveTo});
+        menu->addActions({m_bar->deleteSelected, m_bar->rename});
         menu->addSeparator();
         menu->addActions({m_bar->compareContents, m_bar->align});
         menu->addSeparator();

@@ -75,6 +75,8 @@ FolderCompareWidget::FolderCompareWidget(SessionHost &window, QWidget *parent)
         Dialogs::instance().tell(this, Dialogs::Tone::Warning, Velmora::tr("Export"),
                                  reason.isEmpty() ? message : message + u'\n' + reason);
     });
+    m_startTeller.setSingleShot(true);
+    connect(&m_startTeller, &QTimer::timeout, this, &SessionWidget::comparisonStarted);
     takeOptions(m_options);
     showMessage(Velmora::tr("Folder compare ready: drag folders from Explorer to the left/right pane."));
     showNotice();
@@ -201,20 +203,11 @@ void FolderCompareWidget::connectView()
 
 void FolderCompareWidget::connectComparison()
 {
-    const auto countAgain = [this] {
-        const FolderCounts &counts = m_comparison.tree().counts();
-        m_statusBar->showCounts(counts);
-        const bool limits =
-            m_limits.minimumSize > 0 || m_limits.maximumSize > 0 || m_limits.from.isValid() || m_limits.to.isValid();
-        m_filterBar->showEffect(counts.hidden, limits);
-        m_timeShifts->show(m_comparison.shifts(), m_options);
-        showNotice();
-    };
-    connect(&m_comparison, &FolderComparison::treeReplaced, this, countAgain);
-    connect(&m_comparison, &FolderComparison::treeChanged, this, countAgain);
-    connect(&m_comparison, &FolderComparison::statesChanged, this, countAgain);
-    connect(&m_comparison, &FolderComparison::filtered, this, [this, countAgain] {
-        countAgain();
+    connect(&m_comparison, &FolderComparison::treeReplaced, this, &FolderCompareWidget::showCounts);
+    connect(&m_comparison, &FolderComparison::treeChanged, this, &FolderCompareWidget::showCounts);
+    connect(&m_comparison, &FolderComparison::statesChanged, this, &FolderCompareWidget::showCounts);
+    connect(&m_comparison, &FolderComparison::filtered, this, [this] {
+        showCounts();
         const qint64 hidden = m_comparison.tree().counts().hidden;
         if (std::exchange(m_toldHidden, hidden) > 0 || hidden > 0)
             log(Velmora::tr("%1 hidden by filters").arg(hidden));

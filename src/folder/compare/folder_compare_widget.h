@@ -7,6 +7,7 @@
 
 #include <QElapsedTimer>
 #include <QModelIndex>
+#include <QTimer>
 
 class QSplitter;
 
@@ -109,12 +110,19 @@ private:
     void browse(bool left);
     void takeSidePath(bool left, const QString &path);
     void pathsChanged(bool leftWritten);
+    void tellWritten(bool left);
+    /// Loads what the two path fields say, or waits for the other one.
+    void loadWritten();
     void loadCurrentLevel();
     void navigate(const QString &left, const QString &right);
     void showRootsUnreadable(FolderRead left, FolderRead right);
     void tellProblems();
     void rememberPaths();
+    void tellCancelled();
     void showNotice();
+    void showCounts();
+    /// How a comparison has gone, in numbers.
+    [[nodiscard]] QString summary() const;
     void showProgress(const ProgressState &state);
     void showRunning();
     void showSelection();
@@ -126,6 +134,9 @@ private:
     // Commands
     void openNode(qint32 node);
     void openFiles(const FolderDiffItem &item);
+    /// Asks for a session of that kind on the entry, which is compared anew when a person comes back.
+    void openAs(const QString &kind, const FolderDiffItem &item);
+    void rememberOpened(const QString &name);
     void goToDifference(bool forward);
     void takeOptions(const FolderSessionOptions &options);
     void applyFilters();
@@ -152,10 +163,13 @@ private:
     bool m_treeMode = false;
     bool m_expandAllWhenLoaded = false; ///< folders that are still to come open as they come
     bool m_hasResult = false;
+    bool m_cancelAsked = false; ///< and not yet told as done
+    QString m_summary;          ///< the last one that was shown
+    QTimer m_startTeller;
     CompareMethod m_contentsMethod = CompareMethod::Binary;
     bool m_showsContentsResults = false;
     int m_contentsUnmatched = 0;  ///< files on one side only, of the contents that are being compared
-    QStringList m_openedNames;    ///< pairs that were opened elsewhere and may have been edited there
+    QStringList m_openedNames;    ///< entries that were opened elsewhere and may be changed there
     QStringList m_contentsToRead; ///< names that wait for their folders to be read before their contents are compared
 
     FolderComparison m_comparison;

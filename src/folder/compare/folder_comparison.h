@@ -6,6 +6,7 @@
 
 #include <QObject>
 
+#include <chrono>
 #include <optional>
 
 namespace velmora {
@@ -93,12 +94,17 @@ Q_SIGNALS:
     void failed();
 
 private:
+    /// Of one run that compares entry by entry: long enough for runs to be few, short enough for a view to seem alive.
+    static constexpr auto fillBudget = std::chrono::milliseconds(200);
+
     void startLevel();
     void startFilling();
     void fillNext();
     void replaceTree(FolderTree &&tree);
     void takeListing(FolderListing &&listing);
     void takeBranches(BranchResult &&branches);
+    /// What could not be read of these entries is found anew.
+    void forgetProblems(const QList<BranchTask> &tasks);
     void endLoad(bool cancelled);
     void stopScanning();
     void startBranches();

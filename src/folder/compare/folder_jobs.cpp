@@ -6,7 +6,6 @@
 #include "folder/engine/pair_decisions.h"
 
 #include <QFileInfo>
-#include <QHash>
 
 #include <mutex>
 
@@ -165,6 +164,8 @@ private:
 
     [[nodiscard]] FolderDiffStatus pairStatus(const FolderDiffItem &item)
     {
+        if (const auto decided = m_spec.decisionOn(item))
+            return *decided;
         const CompareMethod method = compareMethod(m_spec.options.compareBasis);
         const auto known = statusByAttributes(method, item.leftSize, item.rightSize, item.leftTime.toMSecsSinceEpoch(),
                                               item.rightTime.toMSecsSinceEpoch(), m_spec.options.timeToleranceSec);
@@ -174,12 +175,21 @@ private:
         return same ? FolderDiffStatus::Same : FolderDiffStatus::Different;
     }
 
+    void keepDecisions(QList<FolderDiffItem> &items) const
+    {
+        for (qsizetype i = 0; i < items.size() && !m_spec.decided.isEmpty(); ++i) {
+            if (const auto decided = m_spec.decisionOn(items.at(i)))
+                items[i].setDiffStatus(*decided);
+        }
+    }
+
     [[nodiscard]] FolderTree::Patch wholeFolder(const BranchTask &task, FolderDiffItem item)
     {
         const FolderSessionOptions &options = m_spec.options;
         QList<FolderDiffItem> contents =
             compareFolderTree(item.leftPath, item.rightPath, task.name, compareMethod(options.compareBasis), m_cancel,
                               options.timeToleranceSec, options.alignOverrides, m_report);
+        keepDecisions(contents);
         ItemList list;
         list.items.reserve(contents.size() + 1);
         list.items.append(std::move(item));
@@ -205,6 +215,7 @@ private:
             entry.name.prepend(task.name + u'/');
             items.append(std::move(entry));
         }
+        keepDecisions(items);
         FolderTree tree(std::move(items));
         leaveFoldersUnloaded(tree);
         tree.setUnloaded(0, false);
@@ -231,6 +242,17 @@ private:
 };
 
 } // namespace
+
+std::optional<FolderDiffStatus> FolderSpec::decisionOn(const FolderDiffItem &pair) const
+{
+    const auto at = pair.isDir ? decided.constEnd() : decided.constFind(pair.name);
+    if (at == decided.constEnd())
+        return std::nullopt;
+    const bool holds = at->leftPath == pair.leftPath && at->rightPath == pair.rightPath &&
+                       at->leftSize == pair.leftSize && at->rightSize == pair.rightSize &&
+                       at->leftTime == pair.leftTime && at->rightTime == pair.rightTime;
+    return holds ? std::optional(at->diffStatus()) : std::nullopt;
+}
 
 SystemFileTest makeSharedSystemFileTest()
 {

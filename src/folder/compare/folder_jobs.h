@@ -6,11 +6,13 @@
 #include "folder/engine/folder_engine.h"
 #include "platform/file_access.h"
 
+#include <QHash>
 #include <QList>
 #include <QSet>
 #include <QString>
 
 #include <chrono>
+#include <optional>
 
 namespace velmora {
 
@@ -23,7 +25,12 @@ struct FolderSpec {
     QSet<QString> ignoredNames;  ///< bare names of entries that are shown and count as no difference
     FolderViewLimits limits;
     SystemFileTest isSystemFile; ///< usable from several threads
+    /// Pairs of files that were decided by another method than the session's, by their names. It holds as long as both
+    /// files have the size and the time of then.
+    QHash<QString, FolderDiffItem> decided;
 
+    /// The status that `decided` has for the pair, if it still holds.
+    [[nodiscard]] std::optional<FolderDiffStatus> decisionOn(const FolderDiffItem &pair) const;
     [[nodiscard]] FolderFilter filter() const { return FolderFilter(options, excludedNames, limits, isSystemFile); }
 };
 

@@ -1,0 +1,126 @@
+#include "folder/compare/folder_compare_side_pane.h"
+#include "folder/compare/folder_compare_widget.h"
+#include "folder/compare/folder_view.h"
+#include "folder/compare/time_shift_bar.h"
+#include "session/dialogs.h"
+#include "session/translate.h"
+
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QMimeData>
+#include <QUrl>
+
+namespace velmora {
+
+void FolderCompareWidget::browse(bool left)
+{
+    Dialogs::instance().openFolder(this, left ? Velmora::tr("Select left folder") : Velmora::tr("Select right folder"),
+                                   left ? paths().left : paths().right,
+                                   [this, left](const QString &path) { takeSidePath(left, path); });
+}
+
+void FolderCompareWidget::onBrowseLeft()
+{
+    browse(true);
+}
+
+void FolderCompareWidget::onBrowseRight()
+{
+    browse(false);
+}
+
+void FolderCompareWidget::takeSidePath(bool left, const QString &path)
+{
+    (left ? m_view->leftSide() : m_view->rightSide()).setPath(path);
+    pathsChanged(left);
+}
+
+void FolderCompareWidget::pathsChanged(bool leftWritten)
+{
+    tellWritten(leftWritten);
+    loadWritten();
+}
+
+void FolderCompareWidget::tellWritten(bool left)
+{
+    const QString written = left ? paths().left : paths().right;
+    const QString side = left ? Velmora::tr("left") : Velmora::tr("right");
+    if (!written.isEmpty())
+        log(Velmora::tr("Wrote %1 side path: %2").arg(side, QDir::toNativeSeparators(written)));
+}
+
+void FolderCompareWidget::loadWritten()
+{
+    const SessionPaths folders = paths();
+    m_timeShifts->reset();
+    if (!folders.left.isEmpty() && !folders.right.isEmpty()) {
+        log(Velmora::tr("Both paths set; loading directories"));
+        onCompare();
+        return;
+    }
+    m_startTeller.stop();
+    m_comparison.clear();
+    m_hasResult = false;
+    if (folders.left.isEmpty() && folders.right.isEmpty()) {
+        showMessage(Velmora::tr("Select two folders to compare"));
+    } else {
+        const QString side = folders.right.isEmpty() ? Velmora::tr("left") : Velmora::tr("right");
+        const QString message = Velmora::tr("Waiting for other side (only %1 set)").arg(side);
+        log(message);
+        showMessage(message);
+    }
+    showNotice();
+}
+
+void FolderCompareWidget::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+void FolderCompareWidget::dropEvent(QDropEvent *event)
+{
+    QStringList dropped;
+    for (const QUrl &url : event->mimeData()->urls()) {
+        if (url.isLocalFile())
+            dropped.append(url.toLocalFile());
+    }
+    event->acceptProposedAction();
+    dropPaths(dropped, event->position().toPoint());
+}
+
+void FolderCompareWidget::dropPaths(const QStringList &dropped, QPoint position)
+{
+    if (dropped.isEmpty())
+        return;
+    for (const QString &path : dropped) {
+        if (!QFileInfo(path).isDir()) {
+            showMessage(Velmora::tr("Only folders can be compared here; this is a file: %1")
+                            .arg(QDir::toNativeSeparators(path)));
+            return;
+        }
+    }
+    if (dropped.size() >= 2) {
+        setPaths({dropped.at(0), dropped.at(1), {}});
+        tellWritten(true);
+        tellWritten(false);
+        loadWritten();
+        return;
+    }
+    takeSidePath(m_view->isLeft(m_view->mapFrom(this, position)), dropped.first());
+}
+
+void FolderCompareWidget::onSwapSides()
+{
+    const SessionPaths folders = paths();
+    setPaths({folders.right, folders.left, {}});
+    std::swap(m_options.leftReadOnly, m_options.rightReadOnly);
+    for (ManualAlignRule &rule : m_options.alignOverrides)
+        std::swap(rule.left, rule.right);
+    takeOptions(m_options);
+    if (m_hasResult || m_comparison.isRunning())
+        onRefresh();
+}
+
+} // namespace velmora

@@ -1,0 +1,184 @@
+#include "folder/actions/action_words.h"
+#include "folder/compare/file_commands.h"
+#include "folder/compare/folder_compare_bar.h"
+#include "folder/compare/folder_compare_widget.h"
+#include "folder/compare/folder_filter_bar.h"
+#include "folder/compare/folder_log_panel.h"
+#include "folder/compare/folder_notice.h"
+#include "folder/compare/folder_status_bar.h"
+#include "folder/compare/folder_view.h"
+#include "folder/compare/time_shift_bar.h"
+#include "session/translate.h"
+
+#include <QDir>
+#include <QLocale>
+#include <QTime>
+#include <QTimer>
+
+namespace velmora {
+
+void FolderCompareWidget::tellProblems()
+{
+    constexpr qsizetype mostTold = 200;
+    const QList<FolderProblem> &problems = m_comparison.problems();
+    for (const FolderProblem &problem : problems.first(std::min(problems.size(), mostTold))) {
+        const QString path = QDir::toNativeSeparators(problem.path);
+        switch (problem.kind) {
+        case FolderProblem::Kind::UnreadableFolder:
+            log(Velmora::tr("Cannot read folder: %1").arg(path));
+            break;
+        case FolderProblem::Kind::UnreadableFile:
+            log(Velmora::tr("Cannot read file: %1").arg(path));
+            break;
+        case FolderProblem::Kind::LinkCycle:
+            log(Velmora::tr("Link to a folder that contains it, not followed: %1").arg(path));
+            break;
+        }
+    }
+    if (problems.size() > mostTold)
+        log(Velmora::tr("... and %1 more").arg(problems.size() - mostTold));
+}
+
+void FolderCompareWidget::tellCancelled()
+{
+    m_cancelAsked = false;
+    showMessage(Velmora::tr("Compare cancelled"));
+    log(Velmora::tr("%1 compare cancelled").arg(logTime(QTime::currentTime())));
+}
+
+void FolderCompareWidget::showRootsUnreadable(FolderRead left, FolderRead right)
+{
+    m_startTeller.stop();
+    QStringList lines;
+    for (const bool isLeft : {true, false}) {
+        const FolderRead read = isLeft ? left : right;
+        const QString path = QDir::toNativeSeparators(isLeft ? m_loaded.left : m_loaded.right);
+        if (read == FolderRead::Missing)
+            lines.append(Velmora::tr("Folder not found: %1").arg(path));
+        else if (read == FolderRead::Unreadable)
+            lines.append(Velmora::tr("Cannot read folder: %1").arg(path));
+    }
+    for (const QString &line : lines)
+        log(line);
+    showMessage(lines.first());
+    m_view->notice().tell(lines.join(u'\n'), Velmora::tr("Try again"), [this] { onRefresh(); });
+}
+
+void FolderCompareWidget::showNotice()
+{
+    FolderNotice &notice = m_view->notice();
+    const SessionPaths folders = paths();
+    const FolderTree &tree = m_comparison.tree();
+    if (folders.left.isEmpty() || folders.right.isEmpty()) {
+        notice.tell(folders.left.isEmpty() && folders.right.isEmpty()
+                        ? Velmora::tr("Drop a folder on each side, or enter the two paths above.")
+                        : Velmora::tr("Drop a folder on the other side, or enter its path above."));
+        return;
+    }
+    if (m_view->rows().rowCount() > 0 || m_comparison.stage() != FolderComparison::Stage::None || !m_hasResult) {
+        notice.clear();
+        return;
+    }
+    if (tree.isEmpty()) {
+        notice.tell(Velmora::tr("Both folders are empty."));
+    } else if (tree.counts().files() == 0 && tree.counts().folders == 0) {
+        notice.tell(Velmora::tr("Filters hide all %1 entries.").arg(QLocale().toString(tree.counts().hidden)),
+                    Velmora::tr("Session settings..."), [this] { onSessionSettings(0); });
+    } else if (m_view->rows().view() == RowsView::Differences) {
+        notice.tell(Velmora::tr("There are no differences."), Velmora::tr("Show all entries"), [this] { onShowAll(); });
+    } else {
+        notice.tell(Velmora::tr("No file is the same on both sides."), Velmora::tr("Show all entries"),
+                    [this] { onShowAll(); });
+    }
+}
+
+QString FolderCompareWidget::summary() const
+{
+    const FolderCounts &counts = m_comparison.tree().counts();
+    const qint64 differences = counts.different + counts.leftOnly + counts.rightOnly;
+    const QLocale locale;
+    QString text = differences == 0
+                       ? Velmora::tr("Files compared: %1, no differences").arg(locale.toString(counts.files()))
+                       : Velmora::tr("Files compared: %1, differences: %2")
+                             .arg(locale.toString(counts.files()), locale.toString(differences));
+    if (const qsizetype problems = m_comparison.problems().size(); problems > 0)
+        text = Velmora::tr("%1; %2 could not be read").arg(text, locale.toString(problems));
+    return text;
+}
+
+void FolderCompareWidget::showCounts()
+{
+    const FolderCounts &counts = m_comparison.tree().counts();
+    m_statusBar->showCounts(counts);
+    const bool limits =
+        m_limits.minimumSize > 0 || m_limits.maximumSize > 0 || m_limits.from.isValid() || m_limits.to.isValid();
+    m_filterBar->showEffect(counts.hidden, limits);
+    m_timeShifts->show(m_comparison.shifts(), m_options);
+    // Entries that were compared anew, aligned or filtered since change the sum; any other message stays.
+    if (m_hasResult && m_statusBar->message() == m_summary) {
+        m_summary = summary();
+        showMessage(m_summary);
+    }
+    showNotice();
+}
+
+void FolderCompareWidget::showProgress(const ProgressState &state)
+{
+    const QLocale locale;
+    if (state.phase == int(FolderPhase::Reading)) {
+        m_comparingSince.invalidate();
+        m_statusBar->showProgress(0, 0, Velmora::tr("%1 entries read").arg(locale.toString(state.done)));
+        return;
+    }
+    QString text = Velmora::tr("%1 of %2 compared").arg(sizeText(state.done), sizeText(state.total));
+    if (!m_comparingSince.isValid())
+        m_comparingSince.start();
+    // The first moments say little about the rest.
+    constexpr qint64 tellingMs = 2000;
+    const qint64 elapsed = m_comparingSince.elapsed();
+    if (elapsed > tellingMs && state.done > 0 && state.total > state.done) {
+        const auto seconds = qint64(double(elapsed) * double(state.total - state.done) / double(state.done) / 1000.0);
+        const QString left = QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar(u'0'));
+        text += u' ' + Velmora::tr("(about %1 left)").arg(left);
+    }
+    m_statusBar->showProgress(state.done, state.total, text);
+}
+
+void FolderCompareWidget::showRunning()
+{
+    const bool running = m_comparison.isRunning() || m_fileCommands->isRunning();
+    m_bar->showRunning(running, m_comparison.isCancelling());
+    if (running)
+        m_statusBar->showProgress(0, 0, {});
+    else
+        m_statusBar->clearProgress();
+    m_comparingSince.invalidate();
+    // A load and a comparison of contents tell their end themselves, right after this.
+    QTimer::singleShot(0, this, [this] {
+        if (m_cancelAsked && !m_comparison.isRunning())
+            tellCancelled();
+    });
+}
+
+void FolderCompareWidget::showSelection()
+{
+    const QList<qint32> nodes = m_view->selectedNodes();
+    if (nodes.size() < 2) {
+        m_statusBar->showSelection({});
+        return;
+    }
+    m_statusBar->showSelection(Velmora::tr("%1 selected").arg(QLocale().toString(nodes.size())));
+}
+
+void FolderCompareWidget::showMessage(const QString &message)
+{
+    m_statusBar->showMessage(message);
+    Q_EMIT statusMessage(message);
+}
+
+void FolderCompareWidget::log(const QString &line)
+{
+    m_logPanel->addLine(line);
+}
+
+} // namespace velmora

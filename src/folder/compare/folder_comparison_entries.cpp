@@ -1,0 +1,200 @@
+#include "folder/compare/folder_comparison.h"
+
+#include <algorithm>
+
+namespace velmora {
+
+namespace {
+
+QString joined(const QString &folder, QStringView name)
+{
+    return folder.isEmpty() ? QString() : folder + u'/' + name.toString();
+}
+
+} // namespace
+
+BranchTask FolderComparison::taskFor(const QString &name) const
+{
+    const qsizetype slash = name.lastIndexOf(u'/');
+    const qint32 node = m_tree.find(name);
+    const qint32 parent = node >= 0 ? m_tree.node(node).parent : slash < 0 ? -1 : m_tree.find(name.left(slash));
+    QString left = m_spec.left;
+    QString right = m_spec.right;
+    if (parent >= 0) {
+        left = m_tree.item(parent).leftPath;
+        right = m_tree.item(parent).rightPath;
+        // A folder that is missing on one side may have been made there meanwhile.
+        const BranchTask folder = left.isEmpty() || right.isEmpty() ? taskFor(m_tree.item(parent).name) : BranchTask();
+        if (left.isEmpty())
+            left = folder.left;
+        if (right.isEmpty())
+            right = folder.right;
+    } else if (slash >= 0) {
+        left = joined(left, QStringView(name).left(slash));
+        right = joined(right, QStringView(name).left(slash));
+    }
+    BranchTask task{name, joined(left, bareNameOf(name)), joined(right, bareNameOf(name))};
+    // Entries that were aligned have names of their own.
+    if (node >= 0 && !m_tree.item(node).leftPath.isEmpty())
+        task.left = m_tree.item(node).leftPath;
+    if (node >= 0 && !m_tree.item(node).rightPath.isEmpty())
+        task.right = m_tree.item(node).rightPath;
+    return task;
+}
+
+void FolderComparison::setExpanded(qint32 node, bool expanded)
+{
+    m_tree.setExpanded(node, expanded);
+    if (!expanded || !m_tree.node(node).unloaded || !canPatch())
+        return;
+    BranchTask task = taskFor(m_tree.item(node).name);
+    task.contents = false;
+    m_asked.append(task);
+    startBranches();
+}
+
+void FolderComparison::setAllExpanded(bool expanded)
+{
+    m_tree.setAllExpanded(expanded);
+}
+
+void FolderComparison::recompare(const QStringList &names)
+{
+    QList<BranchTask> tasks;
+    for (const QString &name : names)
+        tasks.append(taskFor(name));
+    recompare(tasks);
+}
+
+void FolderComparison::recompare(const QList<BranchTask> &tasks)
+{
+    m_asked.append(tasks);
+    startBranches();
+}
+
+void FolderComparison::forgetProblems(const QList<BranchTask> &tasks)
+{
+    m_problems.removeIf([&tasks](const FolderProblem &problem) {
+        const auto isIn = [&problem](const QString &path) {
+            return !path.isEmpty() && problem.path.startsWith(path) &&
+                   (problem.path.size() == path.size() || problem.path.at(path.size()) == u'/');
+        };
+        return std::any_of(tasks.begin(), tasks.end(),
+                           [&isIn](const BranchTask &task) { return isIn(task.left) || isIn(task.right); });
+    });
+}
+
+void FolderComparison::startBranches()
+{
+    if (m_asked.isEmpty() || m_branches.isRunning() || !canPatch())
+        return;
+    const QList<BranchTask> tasks = std::exchange(m_asked, {});
+    m_branches.start(
+        [spec = m_spec, tasks](const CancelFlag &cancel, Progress &progress) {
+            return compareBranches(spec, tasks, fillBudget, cancel, progress);
+        },
+        [this, tasks](RunOutcome<BranchResult> &&outcome) {
+            if (!outcome.value) {
+                Q_EMIT failed();
+                return;
+            }
+            const qsizetype done = tasks.size() - outcome.value->left.size();
+            forgetProblems(tasks.first(done));
+            if (outcome.end != RunEnd::Cancelled)
+                m_asked = outcome.value->left + m_asked;
+            takeBranches(std::move(*outcome.value));
+            QStringList names;
+            for (const BranchTask &task : tasks.first(done)) {
+                if (task.contents)
+                    names.append(task.name);
+                else
+                    Q_EMIT folderRead(task.name);
+            }
+            if (!names.isEmpty())
+                Q_EMIT recompared(names);
+            startBranches();
+        },
+        [this](const ProgressState &state) { report(state); });
+}
+
+// Filters -------------------------------------------------------------------------------------------------------------
+
+void FolderComparison::refilter(const FolderSpec &spec)
+{
+    m_spec.options = spec.options;
+    m_spec.excludedNames = spec.excludedNames;
+    m_spec.ignoredNames = spec.ignoredNames;
+    m_spec.limits = spec.limits;
+    m_filterIsStale = true;
+    startFilter();
+}
+
+void FolderComparison::startFilter()
+{
+    m_filterer.start(
+        [items = m_tree.items(), spec = m_spec](const CancelFlag &cancel, Progress &) {
+            return FolderTree::judge(items, spec.filter(), spec.ignoredNames, cancel);
+        },
+        [this, revision = m_revision](RunOutcome<FolderTree::Verdicts> &&outcome) {
+            if (!outcome.value) {
+                Q_EMIT failed();
+                return;
+            }
+            if (revision != m_revision) {
+                startFilter();
+                return;
+            }
+            m_tree.setVerdicts(*outcome.value);
+            m_tree.rollUp();
+            // A run that began before still brings entries judged by the filters of then.
+            m_filterIsStale = isRunning();
+            Q_EMIT filtered();
+        });
+}
+
+// Contents ------------------------------------------------------------------------------------------------------------
+
+void FolderComparison::compareContents(const QList<qint32> &nodes, CompareMethod method)
+{
+    QList<FolderDiffItem> pairs;
+    m_contentsNodes.clear();
+    qint32 reached = 0;
+    for (const qint32 node : nodes) {
+        for (qint32 i = std::max(node, reached); i < m_tree.node(node).end; ++i) {
+            if (m_tree.node(i).hidden && i != node) {
+                i = m_tree.node(i).end - 1;
+            } else if (!m_tree.item(i).isDir && isPair(m_tree.item(i))) {
+                pairs.append(m_tree.item(i));
+                m_contentsNodes.push_back(i);
+            }
+        }
+        reached = std::max(reached, m_tree.node(node).end);
+    }
+    m_contentsRevision = m_revision;
+    m_contents.start(
+        [pairs, method, tolerance = m_spec.options.timeToleranceSec](const CancelFlag &cancel, Progress &progress) {
+            return compareContentsOf(pairs, method, tolerance, cancel, progress);
+        },
+        [this](RunOutcome<ContentsResult> &&outcome) {
+            if (!outcome.value) {
+                Q_EMIT failed();
+                return;
+            }
+            const QList<FolderDiffItem> &decided = outcome.value->pairs;
+            const bool sameNumbers = m_contentsRevision == m_revision;
+            for (qsizetype i = 0; i < decided.size(); ++i) {
+                const FolderDiffItem &pair = decided.at(i);
+                const qint32 node = sameNumbers ? m_contentsNodes[std::size_t(i)] : m_tree.find(pair.name);
+                if (node < 0 || pair.status == FolderTree::unknownStatus || m_tree.item(node).isDir)
+                    continue;
+                m_tree.setItem(node, pair);
+                m_spec.decided.insert(pair.name, pair);
+            }
+            m_tree.rollUp();
+            Q_EMIT statesChanged();
+            Q_EMIT contentsCompared(*outcome.value, outcome.end == RunEnd::Cancelled);
+        },
+        [this](const ProgressState &state) { report(state); });
+}
+
+} // namespace velmora

@@ -1,0 +1,190 @@
+#include "folder/compare/folder_tree.h"
+
+#include <algorithm>
+
+namespace velmora {
+
+RowState FolderTree::state(qint32 number) const
+{
+    const FolderDiffItem &entry = item(number);
+    const Node &here = node(number);
+    if (!isPair(entry))
+        return entry.rightPath.isEmpty() ? RowState::LeftOnly : RowState::RightOnly;
+    if (!entry.isDir) {
+        if (here.scanning)
+            return RowState::Scanning;
+        return entry.status == unknownStatus ? RowState::Unknown
+                                             : RowState(int(RowState::Same) + std::clamp(entry.status, 0, 3));
+    }
+    const auto has = [&here](FolderMark mark) { return here.left.has(mark) || here.right.has(mark); };
+    const bool left = here.left.has(FolderMark::Unique);
+    const bool right = here.right.has(FolderMark::Unique);
+    if (has(FolderMark::Newer) || has(FolderMark::Older) || (left && right) ||
+        ((left || right) && has(FolderMark::Same)))
+        return RowState::Different;
+    if (has(FolderMark::Scanning))
+        return RowState::Scanning;
+    if (has(FolderMark::Unknown))
+        return RowState::Unknown;
+    if (left || right)
+        return left ? RowState::LeftOnly : RowState::RightOnly;
+    return has(FolderMark::Filtered) ? RowState::Filtered : RowState::Same;
+}
+
+void FolderTree::markFile(qint32 number)
+{
+    const FolderDiffItem &entry = item(number);
+    Node &node = at(number);
+    node.left = MarkSet();
+    node.right = MarkSet();
+    switch (state(number)) {
+    case RowState::LeftOnly:
+        node.left.add(FolderMark::Unique);
+        return;
+    case RowState::RightOnly:
+        node.right.add(FolderMark::Unique);
+        return;
+    case RowState::Different:
+        if (entry.leftTime.isValid() && entry.rightTime.isValid() && entry.leftTime != entry.rightTime) {
+            const bool leftIsNewer = entry.rightTime < entry.leftTime;
+            node.left.add(leftIsNewer ? FolderMark::Newer : FolderMark::Older);
+            node.right.add(leftIsNewer ? FolderMark::Older : FolderMark::Newer);
+            return;
+        }
+        node.left.add(FolderMark::Newer);
+        node.right.add(FolderMark::Newer);
+        return;
+    case RowState::Unknown:
+    case RowState::Scanning: {
+        const FolderMark mark = node.scanning ? FolderMark::Scanning : FolderMark::Unknown;
+        node.left.add(mark);
+        node.right.add(mark);
+        return;
+    }
+    case RowState::Same:
+    case RowState::Filtered:
+        node.left.add(FolderMark::Same);
+        node.right.add(FolderMark::Same);
+        return;
+    }
+}
+
+void FolderTree::markFolder(qint32 number, bool hasContents)
+{
+    const FolderDiffItem &entry = item(number);
+    Node &node = at(number);
+    if (!isPair(entry)) {
+        MarkSet &own = entry.rightPath.isEmpty() ? node.left : node.right;
+        own.remove(FolderMark::Filtered);
+        own.add(FolderMark::Unique);
+        return;
+    }
+    const auto addToBoth = [&node](FolderMark mark) {
+        node.left.add(mark);
+        node.right.add(mark);
+    };
+    if (node.unloaded || node.unreadable) {
+        addToBoth(node.scanning ? FolderMark::Scanning : FolderMark::Unknown);
+        return;
+    }
+    if (!hasContents) {
+        // Two empty folders, or a folder and a file of one name.
+        const bool unknown = entry.status == unknownStatus;
+        addToBoth(entry.diffStatus() == FolderDiffStatus::Different ? FolderMark::Newer
+                  : unknown                                         ? FolderMark::Unknown
+                                                                    : FolderMark::Same);
+        return;
+    }
+    MarkSet all = node.left;
+    all.add(node.right);
+    if (all == MarkSet(FolderMark::Filtered))
+        return;
+    if (all.isEmpty())
+        addToBoth(FolderMark::Same); // everything in it is ignored
+    node.left.remove(FolderMark::Filtered);
+    node.right.remove(FolderMark::Filtered);
+}
+
+void FolderTree::count(qint32 number)
+{
+    if (item(number).isDir) {
+        ++m_counts.folders;
+        return;
+    }
+    switch (state(number)) {
+    case RowState::Same:
+    case RowState::Filtered:
+        ++m_counts.same;
+        break;
+    case RowState::LeftOnly:
+        ++m_counts.leftOnly;
+        break;
+    case RowState::RightOnly:
+        ++m_counts.rightOnly;
+        break;
+    case RowState::Different:
+        ++m_counts.different;
+        break;
+    case RowState::Unknown:
+    case RowState::Scanning:
+        ++m_counts.unknown;
+        break;
+    }
+}
+
+void FolderTree::rollUp()
+{
+    // The statuses of the children of each node, one bit for each; those of children that nobody decided have none.
+    std::vector<quint8> under(m_nodes.size(), 0);
+    constexpr quint8 undecided = 0x80;
+    const auto bit = [](FolderDiffStatus status) { return quint8(1U << unsigned(status)); };
+    for (qint32 i = 0; i < size(); ++i) {
+        if (item(i).isDir) {
+            at(i).left = MarkSet();
+            at(i).right = MarkSet();
+        }
+    }
+    for (qint32 i = size(); i-- > 0;) {
+        const FolderDiffItem &entry = item(i);
+        const quint8 inside = under[std::size_t(i)];
+        if (!entry.isDir) {
+            markFile(i);
+        } else {
+            markFolder(i, inside != 0);
+            if (isPair(entry) && inside != 0 && (inside & undecided) == 0) {
+                const FolderDiffStatus status = inside == bit(FolderDiffStatus::LeftOnly) ? FolderDiffStatus::LeftOnly
+                                                : inside == bit(FolderDiffStatus::RightOnly)
+                                                    ? FolderDiffStatus::RightOnly
+                                                : inside == bit(FolderDiffStatus::Same) ? FolderDiffStatus::Same
+                                                                                        : FolderDiffStatus::Different;
+                setStatus(i, qint32(status));
+            }
+        }
+        const Node &node = this->node(i);
+        if (node.parent < 0)
+            continue;
+        quint8 &above = under[std::size_t(node.parent)];
+        const bool decided = item(i).status != unknownStatus && !(node.unloaded && isPair(entry));
+        above = quint8(above | (decided ? bit(item(i).diffStatus()) : undecided));
+        Node &parent = at(node.parent);
+        if (node.hidden) {
+            parent.left.add(FolderMark::Filtered);
+            parent.right.add(FolderMark::Filtered);
+        } else if (!node.ignored) {
+            parent.left.add(node.left);
+            parent.right.add(node.right);
+        }
+    }
+
+    m_counts = {};
+    for (qint32 i = 0; i < size(); ++i) {
+        if (node(i).hidden) {
+            m_counts.hidden += node(i).end - i;
+            i = node(i).end - 1;
+        } else {
+            count(i);
+        }
+    }
+}
+
+} // namespace velmora
