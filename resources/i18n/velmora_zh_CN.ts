@@ -3033,11 +3033,11 @@ Read-only: %5</source>
     </message>
     <message>
         <source>%1 files compared, no differences</source>
-        <translation>已比较 %1 个文件，没有差异</translation>
+        <translation type="vanished">已比较 %1 个文件，没有差异</translation>
     </message>
     <message>
         <source>%1 files compared, %2 differences</source>
-        <translation>已比较 %1 个文件，%2 处差异</translation>
+        <translation type="vanished">已比较 %1 个文件，%2 处差异</translation>
     </message>
     <message>
         <source>%1; %2 could not be read</source>
@@ -3940,6 +3940,431 @@ Save them?</source>
     <message>
         <source>Comparison preset</source>
         <translation>比较预设</translation>
+    </message>
+    <message>
+        <source>Move to the right</source>
+        <translation>移到右侧</translation>
+    </message>
+    <message>
+        <source>Move to the left</source>
+        <translation>移到左侧</translation>
+    </message>
+    <message>
+        <source>No longer there: %1</source>
+        <translation>已不存在：%1</translation>
+    </message>
+    <message>
+        <source>Files compared: %1, no differences</source>
+        <translation>已比较文件：%1，没有差异</translation>
+    </message>
+    <message>
+        <source>Files compared: %1, differences: %2</source>
+        <translation>已比较文件：%1，差异：%2</translation>
+    </message>
+    <message>
+        <source>File format</source>
+        <translation>文件格式</translation>
+    </message>
+    <message>
+        <source>&amp;Name:</source>
+        <translation>名称(&amp;N)：</translation>
+    </message>
+    <message>
+        <source>&amp;Masks, separated by semicolons:</source>
+        <translation>掩码，以分号分隔(&amp;M)：</translation>
+    </message>
+    <message>
+        <source>There is a format &quot;%1&quot; already</source>
+        <translation>已有名为“%1”的格式</translation>
+    </message>
+    <message>
+        <source>Add a file format (Ins)</source>
+        <translation>添加文件格式 (Ins)</translation>
+    </message>
+    <message>
+        <source>Edit the name and the masks of the selected format (F2)</source>
+        <translation>编辑所选格式的名称和掩码 (F2)</translation>
+    </message>
+    <message>
+        <source>Remove the selected format (Del)</source>
+        <translation>移除所选格式 (Del)</translation>
+    </message>
+    <message>
+        <source>Add missing defaults</source>
+        <translation>补回缺少的默认格式</translation>
+    </message>
+    <message>
+        <source>Brings back the formats that every comparison begins with</source>
+        <translation>恢复每次比较起初都有的格式</translation>
+    </message>
+    <message>
+        <source>Compare the two sides</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel what is being done</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show all rows</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show only the rows that differ</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy the selected rows, their columns separated by tabs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show the values of the current row in full</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Filter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1
+%2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture the current state of this system as the left side</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture the current state of this system as the right side</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Load left side...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Load a snapshot file as the left side</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Load right side...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Load a snapshot file as the right side</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save left side...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save the left side as a snapshot file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save right side...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save the right side as a snapshot file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left value</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right value</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select a row to see its values in full.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file is larger than any snapshot.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This is no JSON: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An object with a text for each item was expected.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A list of services was expected.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no text.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is a service without a name.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot parse service list JSON</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>powershell.exe is not on the search path.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>powershell.exe cannot be started: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>PowerShell timed out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot open: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Environment variables compare</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left (.kvenv or current environment):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right (.kvenv or current environment):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>[Current environment]</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Leave empty for current process environment</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Variable</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture or load both sides, then click Compare.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Environment snapshot (*.kvenv)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Variables may hold passwords and keys: the file is readable by its owner only, where the system can do that</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reading the environment...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Captured %1 variable(s)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compare finished (%1 item(s))</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Invalid environment snapshot format</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot write: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Services compare</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left (.kvsvc):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right(.kvsvc):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>[Current services]</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Service name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture or load Windows service snapshots, then compare (requires PowerShell).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Service snapshot (*.kvsvc)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The names, states and start modes of the services</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Asking PowerShell for the services: %1 of at most %2 seconds</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Captured %1 service(s)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Services compare finished (%1 item(s))</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Invalid service snapshot format</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Startup items compare</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Left (.kvstartup):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Right(.kvstartup):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>[Current startup]</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Item</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Captures Registry Run keys and shortcuts/scripts in the user Startup folder (Windows).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Startup snapshot (*.kvstartup)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The registry values and files that start with the system</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reading the startup items...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Captured %1 item(s)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot write file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Changed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Changed: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Result of the comparison</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Words in names and values</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Shows the rows that hold all of these words (Ctrl+F)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not enough memory for these snapshots</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Load the left side</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Load the right side</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Loaded %1 item(s)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 name(s) more than once; the last one counts</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save the left side</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save the right side</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saved %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The left side holds nothing yet: capture it or load a file first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The right side holds nothing yet: capture it or load a file first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Snapshot files can be dropped here, too.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Neither side holds an item.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Both sides are the same.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No row holds these words.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy the name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy the left value</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy the right value</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 </TS>
