@@ -17,8 +17,8 @@ InternedLines interned(const Source &left, const Source &right)
     const CancelFlag cancel;
     CancelPoll poll(cancel);
     const auto quiet = [](qint32) {};
-    const NormalizedSide<Source> leftSide(left, hash, quiet, poll);
-    const NormalizedSide<Source> rightSide(right, hash, quiet, poll);
+    NormalizedSide<Source> leftSide(left, hash, quiet, poll);
+    NormalizedSide<Source> rightSide(right, hash, quiet, poll);
     return internLines(leftSide, rightSide, poll);
 }
 

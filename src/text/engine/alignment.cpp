@@ -11,22 +11,31 @@ namespace velmora {
 namespace {
 
 template <typename Source>
-std::vector<MatchPair> matchedKeys(NormalizedSide<Source> &left, NormalizedSide<Source> &right,
-                                   const LinesMatched &linesMatched, const CancelFlag &cancel)
+std::vector<MatchBlock> matchedKeys(NormalizedSide<Source> &left, NormalizedSide<Source> &right,
+                                    const LinesMatched &linesMatched, const CancelFlag &cancel)
 {
     CancelPoll poll(cancel);
     const InternedLines lines = internLines(left, right, poll);
-    left.dropHashes();
-    right.dropHashes();
     if (poll.stopped())
         return {};
-    return matchSequences(lines.left, lines.right, lineTableLimit, cancel, linesMatched);
+    return matchedRuns(lines.left, lines.right, lineTableLimit, defaultMatchTuning(), cancel, linesMatched);
+}
+
+/// How many rows there are at most.
+qsizetype rowLimit(qint32 leftKeys, qint32 rightKeys, const std::vector<MatchBlock> &runs)
+{
+    qsizetype rows = qsizetype(leftKeys) + rightKeys;
+    for (const MatchBlock &run : runs)
+        rows -= run.length;
+    return rows;
 }
 
 /// Turns the numbers of keys into those of the lines that they were made of.
 template <typename Source>
 void numberByLines(QList<AlignedRow> &rows, const NormalizedSide<Source> &left, const NormalizedSide<Source> &right)
 {
+    if (left.hasEveryLine() && right.hasEveryLine())
+        return;
     for (AlignedRow &row : rows) {
         if (row.leftLine > 0)
             row.leftLine = left.lineIndex(row.leftLine - 1) + 1;
@@ -41,21 +50,21 @@ template <typename Source>
 QList<AlignedRow> alignSides(NormalizedSide<Source> &left, NormalizedSide<Source> &right, const AlignParams &params,
                              const LinesMatched &linesMatched, const CancelFlag &cancel)
 {
-    const std::vector<MatchPair> anchors = matchedKeys(left, right, linesMatched, cancel);
+    const std::vector<MatchBlock> anchors = matchedKeys(left, right, linesMatched, cancel);
     CancelPoll poll(cancel);
     QList<AlignedRow> rows;
-    rows.reserve(qsizetype(left.count()) + right.count() - qsizetype(anchors.size()));
+    rows.reserve(rowLimit(left.count(), right.count(), anchors));
     GapPairing<Source> gaps(left, right, params, rows, poll);
     qint32 i = 0;
     qint32 j = 0;
     qint64 offset = 0;
-    for (const MatchPair &anchor : anchors) {
-        if (i < anchor.i || j < anchor.j)
-            gaps.fill(i, anchor.i, j, anchor.j, offset);
-        rows.append({Equal, anchor.i + 1, anchor.j + 1});
-        i = anchor.i + 1;
-        j = anchor.j + 1;
-        offset = qint64(anchor.j) - anchor.i;
+    for (const MatchBlock &anchor : anchors) {
+        gaps.fill(i, anchor.a, j, anchor.b, offset);
+        for (qint32 k = 0; k < anchor.length; ++k)
+            rows.append({Equal, anchor.a + k + 1, anchor.b + k + 1});
+        i = anchor.a + anchor.length;
+        j = anchor.b + anchor.length;
+        offset = qint64(anchor.b) - anchor.a;
     }
     gaps.fill(i, left.count(), j, right.count(), offset);
     if (poll.look())

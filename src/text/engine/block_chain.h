@@ -4,16 +4,19 @@
 #include "text/engine/position_set.h"
 
 #include <algorithm>
-#include <vector>
+#include <memory>
 
 namespace velmora {
 
 /// The blocks taken so far. They form a chain, rising in both sequences, and cut the whole into rectangles in which
-/// further blocks may lie. Costs some 8 bytes for each element of the first sequence.
+/// further blocks may lie. Costs at most some 8 bytes for each element of the
+/// first sequence.
 class BlockChain {
 public:
     explicit BlockChain(qint32 firstLength)
-        : m_starts(firstLength), m_partner(size_t(firstLength)), m_length(size_t(firstLength))
+        : m_starts(firstLength),
+          m_partner(std::make_unique_for_overwrite<qint32[]>(size_t(firstLength))),
+          m_length(std::make_unique_for_overwrite<qint32[]>(size_t(firstLength)))
     {}
 
     /// Precondition: the block lies in one of the free rectangles.
@@ -53,9 +56,9 @@ private:
     }
 
     PositionSet m_starts;
-    /// Valid at the first element of each block.
-    std::vector<qint32> m_partner;
-    std::vector<qint32> m_length;
+    // Valid at the first element of each block. Memory that no block touches costs nothing.
+    std::unique_ptr<qint32[]> m_partner;
+    std::unique_ptr<qint32[]> m_length;
     qint64 m_total = 0;
 };
 

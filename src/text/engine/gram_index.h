@@ -1,7 +1,10 @@
 #pragma once
 
+#include "text/engine/prefetch.h"
+
 #include <QtGlobal>
 
+#include <array>
 #include <span>
 #include <vector>
 
@@ -52,6 +55,8 @@ public:
 
     /// The first indexed window, by number, that may have this hash; `none` when there is none.
     [[nodiscard]] qint32 find(quint64 hash) const noexcept { return m_slots[slotOf(hash)].window; }
+    /// Asks for the memory that `find` will look at.
+    void expect(quint64 hash) const noexcept { prefetch(&m_slots[size_t(hash >> m_shift)]); }
     /// The next window that may have the hash of `window`.
     [[nodiscard]] qint32 next(qint32 window) const noexcept { return m_next[size_t(window)]; }
 
@@ -73,6 +78,55 @@ private:
     std::vector<Slot> m_slots;
     std::vector<qint32> m_next;
     int m_shift = 0;
+};
+
+/// Looks one window of a sequence after the other up in an index, each some steps after it has asked for the memory.
+class GramLookup {
+public:
+    /// Both must outlive this. Precondition: 1 <= length <= sequence.size().
+    GramLookup(std::span<const qint32> sequence, qint32 length, const GramIndex &index)
+        : m_sequence(sequence), m_length(size_t(length)), m_index(index), m_rolling(length)
+    {
+        for (const qint32 value : sequence.first(m_length))
+            m_rolling.push(value);
+        expect(0);
+        for (size_t window = 1; window < windowsAhead; ++window)
+            roll(window);
+    }
+
+    /// What `GramIndex::find` says of the first window of the sequence, then of the second one and so on. Precondition:
+    /// there is a further window.
+    [[nodiscard]] qint32 next() noexcept
+    {
+        const quint64 hash = m_hashes[m_next % windowsAhead];
+        roll(m_next + windowsAhead);
+        ++m_next;
+        return m_index.find(hash);
+    }
+
+private:
+    static constexpr size_t windowsAhead = 16;
+
+    /// Moves on to `window`, which follows the one before, if the sequence reaches so far.
+    void roll(size_t window) noexcept
+    {
+        if (window + m_length > m_sequence.size())
+            return;
+        m_rolling.replace(m_sequence[window - 1], m_sequence[window + m_length - 1]);
+        expect(window);
+    }
+    void expect(size_t window) noexcept
+    {
+        m_hashes[window % windowsAhead] = m_rolling.value();
+        m_index.expect(m_rolling.value());
+    }
+
+    std::span<const qint32> m_sequence;
+    size_t m_length;
+    const GramIndex &m_index;
+    RollingHash m_rolling;
+    std::array<quint64, windowsAhead> m_hashes{}; ///< of the next windows, each at its number modulo their count
+    size_t m_next = 0;
 };
 
 } // namespace velmora

@@ -13,20 +13,21 @@ namespace velmora {
 
 /// Hashes lines with a secret of its own, so that no text can be made whose lines all collide.
 ///
-/// Multiplies 16 bytes at a time to 128 bits and folds these; not for anything that is stored.
+/// Multiplies 16 bytes at a time to 128 bits and folds these, at last to 32 bits, which every line of a text has a
+/// place for; not for anything that is stored.
 class LineHash {
 public:
     /// Takes its secret from the system's random numbers.
     LineHash();
 
     template <typename Unit>
-    [[nodiscard]] quint64 operator()(std::basic_string_view<Unit> line) const noexcept
+    [[nodiscard]] quint32 operator()(std::basic_string_view<Unit> line) const noexcept
     {
         return ofBytes(reinterpret_cast<const unsigned char *>(line.data()), line.size() * sizeof(Unit));
     }
 
 private:
-    [[nodiscard]] quint64 ofBytes(const unsigned char *bytes, size_t size) const noexcept
+    [[nodiscard]] quint32 ofBytes(const unsigned char *bytes, size_t size) const noexcept
     {
         quint64 hash = m_start ^ quint64(size);
         quint64 first = 0;
@@ -47,7 +48,7 @@ private:
             first = quint64(bytes[0]) << 16 | quint64(bytes[size / 2]) << 8 | bytes[size - 1];
         }
         hash = folded(first ^ m_secret, last ^ hash);
-        return folded(hash ^ m_secret, 0xD6E8'FEB8'6659'FD93);
+        return quint32(folded(hash ^ m_secret, 0xD6E8'FEB8'6659'FD93) >> 32);
     }
 
     static quint64 word(const unsigned char *bytes) noexcept

@@ -15,15 +15,13 @@ struct InternedLines {
     qint32 count = 0;
 };
 
-/// Numbers the keys of both sides. Expected linear in the lines; a key's text is looked at once or twice. Incomplete
-/// when `poll` has stopped. Precondition: both sides have their hashes, made with the same `LineHash`.
+/// Numbers the keys of both sides, which lose their hashes. Expected linear in the lines; a key's text is looked at
+/// once or twice. Incomplete when `poll` has stopped. Precondition: both sides have their hashes, made with the same
+/// `LineHash`.
 template <typename Source>
-[[nodiscard]] InternedLines internLines(const NormalizedSide<Source> &left, const NormalizedSide<Source> &right,
-                                        CancelPoll &poll);
+[[nodiscard]] InternedLines internLines(NormalizedSide<Source> &left, NormalizedSide<Source> &right, CancelPoll &poll);
 
-extern template InternedLines internLines(const NormalizedSide<Utf8Lines> &, const NormalizedSide<Utf8Lines> &,
-                                          CancelPoll &);
-extern template InternedLines internLines(const NormalizedSide<Utf16Lines> &, const NormalizedSide<Utf16Lines> &,
-                                          CancelPoll &);
+extern template InternedLines internLines(NormalizedSide<Utf8Lines> &, NormalizedSide<Utf8Lines> &, CancelPoll &);
+extern template InternedLines internLines(NormalizedSide<Utf16Lines> &, NormalizedSide<Utf16Lines> &, CancelPoll &);
 
 } // namespace velmora

@@ -25,7 +25,7 @@ NormalizedSide<Source>::NormalizedSide(const Source &source, const LineHash &has
     m_hashes.reserve(size_t(m_count));
     for (qint32 index = 0; index < m_count; ++index) {
         const View line = m_source.line(index);
-        m_hashes.push_back(hash(line));
+        m_hashes.push_back(qint32(hash(line)));
         if (index % linesPerReport == 0)
             linesRead(linesPerReport);
         if (poll.stop(stepsOf(line)))
@@ -55,7 +55,7 @@ NormalizedSide<Source>::NormalizedSide(const Source &source, const NormalizeRule
         }
         const bool unimportant = !rules.unimportant.empty() && rules.unimportant[size_t(index)];
         const View key = unimportant ? View() : normalizer.key(withoutReturn(line));
-        m_hashes.push_back(hash(key));
+        m_hashes.push_back(qint32(hash(key)));
         append(index, line, key);
     }
 }

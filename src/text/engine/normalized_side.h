@@ -8,6 +8,7 @@
 #include <functional>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace velmora {
@@ -22,8 +23,9 @@ struct NormalizeRules {
 
 /// The working form of one side of a comparison: what counts of its lines, with a hash of each, and where it came from.
 ///
-/// A key that is a part of its line, as most are, is kept as its bounds; only others are copied. Costs 16 bytes a line,
-/// 8 of them until `dropHashes`. `Source` is a line source; its text must outlive this.
+/// A key that is a part of its line, as most are, is kept as its bounds; only others are copied. Costs 8 bytes a line
+/// where lines are changed, 4 where some are skipped, and 4 until `takeHashes`. `Source` is a line source; its text
+/// must outlive this.
 template <typename Source>
 class NormalizedSide {
 public:
@@ -42,13 +44,15 @@ public:
     [[nodiscard]] View key(qint32 index) const noexcept;
     /// True when every key is ASCII for certain.
     [[nodiscard]] bool isAscii() const noexcept { return m_source.isAscii(); }
-    [[nodiscard]] quint64 hash(qint32 index) const noexcept { return m_hashes[size_t(index)]; }
     /// The 0-based index of the input line that key `index` is made of.
     [[nodiscard]] qint32 lineIndex(qint32 index) const noexcept
     {
         return m_lineIndices.empty() ? index : m_lineIndices[size_t(index)];
     }
-    void dropHashes() noexcept { m_hashes = {}; }
+    /// True when the keys are those of all lines in their order.
+    [[nodiscard]] bool hasEveryLine() const noexcept { return m_lineIndices.empty(); }
+    /// Hands over the bits of each key's hash. Once only.
+    [[nodiscard]] std::vector<qint32> takeHashes() noexcept { return std::exchange(m_hashes, {}); }
 
 private:
     /// `length` units from the place `start` in the line on, or, with length `copied`, text number `start` of m_copies.
@@ -64,7 +68,7 @@ private:
     qint32 m_count = 0;
     std::vector<KeyBounds> m_bounds;   ///< empty when every key is its line
     std::vector<qint32> m_lineIndices; ///< empty when no line may be skipped
-    std::vector<quint64> m_hashes;
+    std::vector<qint32> m_hashes;      ///< the bits of each
     std::basic_string<Unit> m_copies;
     std::vector<size_t> m_copyStarts{0};
 };

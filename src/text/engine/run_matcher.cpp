@@ -26,7 +26,7 @@ RunMatcher::RunMatcher(const MatchInput &input, const MatchTuning &tuning, Block
       m_chain(chain),
       m_poll(poll),
       m_byValue(size_t(input.alphabet), 0),
-      m_nextPlace(input.b.size())
+      m_nextPlace(std::make_unique_for_overwrite<qint32[]>(input.b.size()))
 {}
 
 bool RunMatcher::takeAll(const MatchRect &rect)
@@ -103,40 +103,37 @@ bool RunMatcher::listLongRuns(const MatchRect &rect, qint32 minimum)
         return true;
     GramIndex index;
     index.build(m_input.b.subspan(size_t(rect.blo), size_t(rect.height())), window, step);
+    GramLookup lookup(m_input.a.subspan(size_t(rect.alo), size_t(rect.width())), window, index);
 
-    qint64 steps = m_tuning.stepsPerElement * rect.size();
-    RollingHash rolling(window);
-    for (qint32 i = rect.alo; i < rect.alo + window - 1; ++i)
-        rolling.push(m_input.a[size_t(i)]);
+    qint64 stepsLeft = m_tuning.stepsPerElement * rect.size();
     for (qint32 i = rect.alo; i + window <= rect.ahi; ++i) {
-        const qint32 newest = m_input.a[size_t(i + window - 1)];
-        if (i == rect.alo)
-            rolling.push(newest);
-        else
-            rolling.replace(m_input.a[size_t(i - 1)], newest);
         if (m_poll.stop())
             return true;
-        for (qint32 found = index.find(rolling.value()); found != GramIndex::none; found = index.next(found)) {
-            const qint32 j = rect.blo + found * step;
-            // Seen from the first indexed window of a run only: any other has one a step before it in the run.
-            const qint32 room = std::min({step, i - rect.alo, j - rect.blo});
-            qint32 back = 0;
-            while (back < room && m_input.equal(i - back - 1, j - back - 1))
-                ++back;
-            steps -= back + stepsPerFind;
-            if (back < step) {
-                const qint32 length = back + extendForwards(i, j, rect);
-                steps -= length - back;
-                if (length >= minimum)
-                    m_runs.push_back({i - back, j - back, length});
-            }
-            if (steps < 0)
+        for (qint32 found = lookup.next(); found != GramIndex::none; found = index.next(found)) {
+            const qint64 steps = stepsPerFind + listRunThrough(i, rect.blo + found * step, rect, minimum, step);
+            stepsLeft -= steps;
+            if (stepsLeft < 0)
                 return false;
-            if (m_poll.stop(stepsPerFind + back))
+            if (m_poll.stop(steps))
                 return true;
         }
     }
     return true;
+}
+
+qint64 RunMatcher::listRunThrough(qint32 i, qint32 j, const MatchRect &rect, qint32 minimum, qint32 step)
+{
+    // Seen from the first indexed window of a run only: any other has one a step before it in the run.
+    const qint32 room = std::min({step, i - rect.alo, j - rect.blo});
+    qint32 back = 0;
+    while (back < room && m_input.equal(i - back - 1, j - back - 1))
+        ++back;
+    if (back == step)
+        return back;
+    const qint32 length = back + extendForwards(i, j, rect);
+    if (length >= minimum)
+        m_runs.push_back({i - back, j - back, length});
+    return length;
 }
 
 void RunMatcher::sortByLength()

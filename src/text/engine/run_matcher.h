@@ -4,6 +4,7 @@
 #include "text/engine/cancel_poll.h"
 #include "text/engine/match_input.h"
 
+#include <memory>
 #include <vector>
 
 namespace velmora {
@@ -30,6 +31,9 @@ private:
     [[nodiscard]] bool pairsAreFew(const MatchRect &rect);
     void listAllRuns(const MatchRect &rect);
     [[nodiscard]] bool listLongRuns(const MatchRect &rect, qint32 minimum);
+    /// Lists the run of at least `minimum` elements that the pair (i, j) is in, where an indexed window starts, unless
+    /// an earlier one of its windows has led to it; these are `step` elements apart. Returns the compared elements.
+    [[nodiscard]] qint64 listRunThrough(qint32 i, qint32 j, const MatchRect &rect, qint32 minimum, qint32 step);
     void sortByLength();
     void take(const MatchRect &rect, qint32 minimum);
     [[nodiscard]] qint32 extendForwards(qint32 i, qint32 j, const MatchRect &rect) const noexcept;
@@ -46,7 +50,7 @@ private:
     /// For each value: how often it occurs, or the first place where it does; 0 or none between the calls.
     std::vector<qint32> m_byValue;
     /// For each place of b the next one of the same value.
-    std::vector<qint32> m_nextPlace;
+    std::unique_ptr<qint32[]> m_nextPlace;
 };
 
 } // namespace velmora

@@ -36,8 +36,8 @@ std::vector<qint32> numbered(std::span<const qint32> sequence, ValueNumbers &num
     return result;
 }
 
-std::vector<MatchPair> matchedByBlocks(const MatchInput &input, const MatchTuning &tuning, const CancelFlag &cancel,
-                                       const ElementsMatched &elementsMatched)
+std::vector<MatchBlock> matchedByBlocks(const MatchInput &input, const MatchTuning &tuning, const CancelFlag &cancel,
+                                        const ElementsMatched &elementsMatched)
 {
     BlockChain chain(qint32(input.a.size()));
     CancelPoll poll(cancel, [&] {
@@ -45,33 +45,46 @@ std::vector<MatchPair> matchedByBlocks(const MatchInput &input, const MatchTunin
             elementsMatched(chain.matched());
     });
     matchBlocks(input, tuning, chain, poll);
-    if (poll.stopped())
-        return {};
-    std::vector<MatchPair> pairs;
-    pairs.reserve(size_t(chain.matched()));
-    chain.forEachBlock([&pairs](const MatchBlock &block) {
-        for (qint32 k = 0; k < block.length; ++k)
-            pairs.push_back({block.a + k, block.b + k});
-    });
-    return pairs;
+    std::vector<MatchBlock> runs;
+    if (!poll.stopped())
+        chain.forEachBlock([&runs](const MatchBlock &block) { runs.push_back(block); });
+    return runs;
+}
+
+std::vector<MatchBlock> joined(const std::vector<MatchPair> &pairs)
+{
+    std::vector<MatchBlock> runs;
+    for (const MatchPair &pair : pairs) {
+        if (!runs.empty() && pair.i == runs.back().a + runs.back().length &&
+            pair.j == runs.back().b + runs.back().length)
+            ++runs.back().length;
+        else
+            runs.push_back({pair.i, pair.j, 1});
+    }
+    return runs;
 }
 
 } // namespace
 
 std::vector<MatchPair> matchSequences(std::span<const qint32> a, std::span<const qint32> b, qint64 tableLimit,
-                                      const CancelFlag &cancel, const ElementsMatched &elementsMatched)
+                                      const CancelFlag &cancel)
 {
-    return matchSequences(a, b, tableLimit, defaultMatchTuning(), cancel, elementsMatched);
+    std::vector<MatchPair> pairs;
+    for (const MatchBlock &run : matchedRuns(a, b, tableLimit, defaultMatchTuning(), cancel)) {
+        for (qint32 k = 0; k < run.length; ++k)
+            pairs.push_back({run.a + k, run.b + k});
+    }
+    return pairs;
 }
 
-std::vector<MatchPair> matchSequences(std::span<const qint32> a, std::span<const qint32> b, qint64 tableLimit,
-                                      const MatchTuning &tuning, const CancelFlag &cancel,
-                                      const ElementsMatched &elementsMatched)
+std::vector<MatchBlock> matchedRuns(std::span<const qint32> a, std::span<const qint32> b, qint64 tableLimit,
+                                    const MatchTuning &tuning, const CancelFlag &cancel,
+                                    const ElementsMatched &elementsMatched)
 {
     if (a.empty() || b.empty())
         return {};
     if (qint64(a.size()) * qint64(b.size()) <= tableLimit)
-        return longestCommonSubsequence(a, b);
+        return joined(longestCommonSubsequence(a, b));
 
     const size_t total = a.size() + b.size();
     const qint64 alphabet = alphabetOf(a, b);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/cancel_flag.h"
+#include "text/engine/match_input.h"
 
 #include <QtGlobal>
 
@@ -9,8 +10,6 @@
 #include <vector>
 
 namespace velmora {
-
-struct MatchTuning;
 
 /// One matched element: index `i` of the first sequence, index `j` of the second, both 0-based.
 struct MatchPair {
@@ -33,13 +32,13 @@ using ElementsMatched = std::function<void(qint64)>;
 /// Up to `tableLimit` pairs of positions the result is a longest common subsequence (see `longestCommonSubsequence`),
 /// above that the chain of longest common blocks (see `matchBlocks`). Empty when cancelled.
 [[nodiscard]] std::vector<MatchPair> matchSequences(std::span<const qint32> a, std::span<const qint32> b,
-                                                    qint64 tableLimit, const CancelFlag &cancel = {},
-                                                    const ElementsMatched &elementsMatched = {});
+                                                    qint64 tableLimit, const CancelFlag &cancel = {});
 
-/// The same with other sizes for the choice of means; the result is the same.
-[[nodiscard]] std::vector<MatchPair> matchSequences(std::span<const qint32> a, std::span<const qint32> b,
-                                                    qint64 tableLimit, const MatchTuning &tuning,
-                                                    const CancelFlag &cancel,
-                                                    const ElementsMatched &elementsMatched = {});
+/// The same pairs as common runs in rising order, which are next to nothing where most is equal. Two runs may touch.
+/// The result does not depend on `tuning`, the sizes for the choice of means.
+[[nodiscard]] std::vector<MatchBlock> matchedRuns(std::span<const qint32> a, std::span<const qint32> b,
+                                                  qint64 tableLimit, const MatchTuning &tuning,
+                                                  const CancelFlag &cancel,
+                                                  const ElementsMatched &elementsMatched = {});
 
 } // namespace velmora

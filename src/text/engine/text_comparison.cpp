@@ -37,7 +37,7 @@ UnimportantLines findUnimportant(const Source &left, const Source &right, Unimpo
     // Every different text is looked at once: two versions of a file have most lines in common.
     const NormalizeRules asTheyAre;
     Progress silent;
-    const BothSides<Source> sides = readSides(left, right, &asTheyAre, &asTheyAre, cancel, silent);
+    BothSides<Source> sides = readSides(left, right, &asTheyAre, &asTheyAre, cancel, silent);
     CancelPoll poll(cancel);
     if (poll.look())
         return {};
