@@ -13,11 +13,6 @@ namespace {
 
 using Definition = std::shared_ptr<const SyntaxDefinition>;
 
-bool isOpen(const QString &fileType)
-{
-    return fileType.isEmpty() || fileType == TextSessionOptions().leftFileType;
-}
-
 Definition detect(const QString &path, const LineSource &text)
 {
     const QString firstLine = text.count() > 0 ? colouredPart(text.bytes(0)) : QString();
@@ -30,8 +25,8 @@ void chooseSyntax(DiffScene &scene, const DiffDocument &document, const TextSess
                   const SessionPaths &paths)
 {
     const QString rightType = options.sameAsLeftFileFormat ? options.leftFileType : options.rightFileType;
-    const bool leftIsOpen = isOpen(options.leftFileType);
-    const bool rightIsOpen = isOpen(rightType);
+    const bool leftIsOpen = leavesFileTypeOpen(options.leftFileType);
+    const bool rightIsOpen = leavesFileTypeOpen(rightType);
     const SyntaxLibrary &library = SyntaxLibrary::bundled();
     Definition left =
         leftIsOpen ? detect(paths.left, document.source(Side::Left)) : library.named(options.leftFileType);

@@ -19,6 +19,14 @@
 
 namespace velmora::test {
 
+/// The defaults as the dialog stores them: file types by the words that it shows for them.
+inline TextSessionOptions acceptedDefaults()
+{
+    TextSessionOptions options;
+    options.leftFileType = options.rightFileType = QStringLiteral("Everything else");
+    return options;
+}
+
 /// A settings dialog on the screen, with hands for its controls, which go by object name.
 template <typename Dialog>
 class SettingsHands {

@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 
 using namespace velmora;
+using velmora::test::acceptedDefaults;
 using velmora::test::SettingsFixture;
 
 namespace {
@@ -35,7 +36,7 @@ private Q_SLOTS:
         QVERIFY(f.get<QCheckBox>("importantCharacterCase", f.opened()).isChecked());
         f.click("importantCharacterCase", f.opened());
         f.click("settingsCancel", f.opened());
-        QVERIFY(f.dialog.options() == TextSessionOptions());
+        QVERIFY(f.dialog.options() == acceptedDefaults());
 
         QVERIFY(!f.opened());
         f.click("editGrammar");
@@ -176,7 +177,7 @@ private Q_SLOTS:
         f.click("importRules");
         QCOMPARE(f.answers.titles().last(), QStringLiteral("Import failed"));
         QVERIFY2(f.answers.asked().last().text.startsWith(told), qPrintable(f.answers.asked().last().text));
-        QVERIFY(f.dialog.options() == TextSessionOptions());
+        QVERIFY(f.dialog.options() == acceptedDefaults());
     }
 
     void filesThatCannotBeUsedAreNamed()

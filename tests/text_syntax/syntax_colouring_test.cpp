@@ -156,6 +156,7 @@ private Q_SLOTS:
 
         QJsonObject options = f.session.options();
         options.insert(QStringLiteral("leftFileType"), QStringLiteral("SQL"));
+        options.insert(QStringLiteral("rightFileType"), QStringLiteral("Everything else"));
         options.insert(QStringLiteral("sameAsLeftFileFormat"), false);
         f.session.setOptions(options);
         f.compare(f.path(QStringLiteral("a.py")), f.path(QStringLiteral("b.rs")));

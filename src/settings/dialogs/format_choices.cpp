@@ -35,6 +35,14 @@ void fill(QComboBox &combo, const QString &general, const QString &generalStored
     combo.setCurrentIndex(combo.findData(stored));
 }
 
+/// What stands for "everything else" is stored as it is shown, as every file type is, in the languages whose word for
+/// it is known everywhere.
+QString storedEverythingElse()
+{
+    const QString shown = Velmora::tr("Everything else");
+    return leavesFileTypeOpen(shown) ? shown : QStringLiteral("Everything else");
+}
+
 } // namespace
 
 FormatChoices::FormatChoices(const QString &title, const QString &prefix, QWidget *parent)
@@ -53,13 +61,11 @@ FormatChoices::FormatChoices(const QString &title, const QString &prefix, QWidge
 void FormatChoices::setFormat(const Format &format, const QString &detectedType)
 {
     const TextSessionOptions builtIn;
-    const QString everythingElse = Velmora::tr("Everything else");
-    const bool general = format.fileType.isEmpty() || format.fileType == everythingElse;
-    fill(*m_fileType, everythingElse, builtIn.leftFileType, SyntaxLibrary::bundled().names(),
-         general ? builtIn.leftFileType : format.fileType);
+    const QString stored = storedEverythingElse();
+    fill(*m_fileType, Velmora::tr("Everything else"), stored, SyntaxLibrary::bundled().names(),
+         leavesFileTypeOpen(format.fileType) ? stored : format.fileType);
     if (!detectedType.isEmpty()) {
-        m_fileType->insertItem(1, Velmora::tr("%1: %2").arg(Velmora::tr("Detected"), detectedType),
-                               builtIn.leftFileType);
+        m_fileType->insertItem(1, Velmora::tr("%1: %2").arg(Velmora::tr("Detected"), detectedType), stored);
         if (m_fileType->currentIndex() == 0)
             m_fileType->setCurrentIndex(1);
     }
@@ -79,7 +85,7 @@ FormatChoices::Format FormatChoices::format() const
 {
     // A type that was detected holds for the files of that comparison alone.
     const bool detected = m_fileType->currentText().startsWith(Velmora::tr("Detected"));
-    return {detected ? TextSessionOptions().leftFileType : m_fileType->currentData().toString(),
+    return {detected ? QStringLiteral("Everything else") : m_fileType->currentData().toString(),
             m_encoding->currentData().toString(), m_eol->currentData().toString()};
 }
 

@@ -54,6 +54,12 @@ void deriveImportanceFlags(TextSessionOptions &options)
 
 } // namespace
 
+bool leavesFileTypeOpen(const QString &fileType)
+{
+    return fileType.isEmpty() || fileType == TextSessionOptions().leftFileType ||
+           fileType == QLatin1String("Everything else");
+}
+
 void deriveLegacySwitches(TextSessionOptions &options)
 {
     options.ignoreWhitespace = !(options.importantLeadingWhitespace || options.importantEmbeddedWhitespace ||

@@ -40,7 +40,7 @@ struct TextSessionOptions {
     bool compareLineEndings = true;
     QStringList unimportantText; ///< texts or regular expressions; a line with a hit is unimportant
 
-    // The Chinese words are the stored form of "everything else" and "automatic detection" in every language.
+    // The Chinese words stand for "everything else" and "automatic detection" in every language.
     QString leftFileType = QStringLiteral("其它一切");
     QString leftEncoding = QStringLiteral("自动检测");
     QString leftEol = QStringLiteral("PC");
@@ -61,6 +61,10 @@ struct TextSessionOptions {
 
     friend bool operator==(const TextSessionOptions &, const TextSessionOptions &) = default;
 };
+
+/// Whether a stored file type leaves it open what the file is: the default, the word that the settings dialog stores
+/// for it, or none at all.
+[[nodiscard]] bool leavesFileTypeOpen(const QString &fileType);
 
 /// Sets the legacy switches from the importance flags.
 void deriveLegacySwitches(TextSessionOptions &options);
