@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <new>
+#include <stdexcept>
 #include <vector>
 
 namespace velmora::cli {
@@ -121,6 +122,8 @@ int run(const QStringList &arguments, const Streams &streams)
         return dispatch(arguments, streams);
     } catch (const std::bad_alloc &) {
         return fail(streams, QStringLiteral("out of memory"));
+    } catch (const std::length_error &) {
+        return fail(streams, QStringLiteral("text too large"));
     }
 }
 

@@ -18,6 +18,21 @@ LineEnd endOf(std::string_view lineWithEnd) noexcept
     return lineWithEnd.ends_with('\r') ? LineEnd::Cr : LineEnd::None;
 }
 
+/// In blocks, of which a compiler looks at many bytes at a time.
+bool isAscii(std::string_view text) noexcept
+{
+    constexpr size_t blockSize = 64;
+    const auto isAsciiByte = [](char c) { return (static_cast<unsigned char>(c) & 0x80) == 0; };
+    for (; text.size() >= blockSize; text.remove_prefix(blockSize)) {
+        unsigned char all = 0;
+        for (size_t k = 0; k < blockSize; ++k)
+            all = static_cast<unsigned char>(all | static_cast<unsigned char>(text[k]));
+        if (all & 0x80)
+            return false;
+    }
+    return std::all_of(text.begin(), text.end(), isAsciiByte);
+}
+
 } // namespace
 
 std::string_view lineEndBytes(LineEnd end) noexcept
@@ -116,12 +131,18 @@ void TextLinesBuilder::append(std::string_view line, LineEnd end)
     m_table.push_back(quint32(m_bytes.size()));
 }
 
+void TextLinesBuilder::appendFirst(QByteArray &&line, LineEnd end)
+{
+    Q_ASSERT(m_bytes.isEmpty());
+    m_bytes = std::move(line);
+    append({}, end);
+}
+
 TextLines TextLinesBuilder::take()
 {
     const QByteArray bytes = std::exchange(m_bytes, {});
     auto table = std::make_shared<const TextLines::Table>(std::exchange(m_table, {0}));
-    const bool ascii = countBytes({bytes.constData(), size_t(bytes.size())}, 0, size_t(bytes.size())).ascii;
-    return TextLines(bytes, std::move(table), ascii);
+    return TextLines(bytes, std::move(table), isAscii({bytes.constData(), size_t(bytes.size())}));
 }
 
 } // namespace velmora

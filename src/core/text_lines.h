@@ -108,6 +108,8 @@ public:
 
     /// Precondition: `line` is valid UTF-8 and the text stays below `TextLines::maximumSize`.
     void append(std::string_view line, LineEnd end);
+    /// The same for the first line, whose memory is taken over: not copied where it has room for the line's end.
+    void appendFirst(QByteArray &&line, LineEnd end);
 
     /// The text so far; the builder is empty afterwards.
     [[nodiscard]] TextLines take();

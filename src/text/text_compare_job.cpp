@@ -1,7 +1,7 @@
 #include "text/text_compare_job.h"
 
+#include "settings/options/text_replacements.h"
 #include "text/engine/line_diff_engine.h"
-#include "text/replacement_rules.h"
 #include "text/view/edit_buffer.h"
 
 namespace velmora {
@@ -51,9 +51,9 @@ TextCompareResult runTextCompare(const TextCompareInput &input, const CancelFlag
     result.right.shown = keptText(input.right, result.right);
     const TextSessionOptions &options = input.options;
     const TextLines left =
-        applyReplacements(result.left.text.lines, options.leftReplaceFind, options.leftReplaceWith, cancel);
+        applyReplacementRules(result.left.text.lines, options.leftReplaceFind, options.leftReplaceWith, cancel);
     const TextLines right =
-        applyReplacements(result.right.text.lines, options.rightReplaceFind, options.rightReplaceWith, cancel);
+        applyReplacementRules(result.right.text.lines, options.rightReplaceFind, options.rightReplaceWith, cancel);
     if (cancel.isCancelled())
         return result;
     Progress compareProgress([&progress](const ProgressState &state) {

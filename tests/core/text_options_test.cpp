@@ -190,8 +190,6 @@ private Q_SLOTS:
         QFETCH(QStringList, find);
         QFETCH(QStringList, with);
         QFETCH(QString, expected);
-        if (line != QString::fromUtf8("😀"))
-            QCOMPARE(applyReplacementRules(line, find, with), expected);
         const QByteArray utf8 = line.toUtf8();
         const TextLines lines = applyReplacementRules(TextLines::split(utf8 + "\r\n" + utf8 + '\n' + utf8), find, with);
         QCOMPARE(lines.count(), 3);

@@ -1,5 +1,6 @@
 #include "support/test_main.h"
 #include "text/view/line_segments.h"
+#include "text/view/utf8_units.h"
 
 #include <random>
 
@@ -54,6 +55,31 @@ private Q_SLOTS:
         const QByteArray utf8 = text.toUtf8();
         QCOMPARE(columnCount(utf8.toStdString(), 4), columns);
         QCOMPARE(utf16Length(utf8.toStdString()), text.size());
+    }
+
+    void agreesWithAStringOnUnitsAndColumns()
+    {
+        std::mt19937 random(3);
+        const QStringList alphabet = QStringLiteral("a,b,é,漢,😀,\u0301,\x1b").split(u',');
+        for (int round = 0; round < 300; ++round) {
+            // Runs of letters, so that some blocks of bytes hold nothing else and characters lie across their ends.
+            QString text;
+            qint64 columns = 0;
+            while (text.size() < 400) {
+                const QString sign = alphabet.at(qsizetype(random() % (round % 2 ? 2 : std::size_t(alphabet.size()))));
+                const auto count = qsizetype(random() % 40);
+                text += sign.repeated(count);
+                columns += count * columnCount(sign.toStdString(), 4);
+            }
+            const std::string utf8 = text.toStdString();
+            QCOMPARE(columnCount(utf8, 4), columns);
+            QCOMPARE(utf16Length(utf8), text.size());
+            for (qsizetype unit = -1; unit <= text.size() + 1; ++unit) {
+                const bool inPair = unit > 0 && unit < text.size() && text.at(unit).isLowSurrogate();
+                const QString before = text.left(std::max<qsizetype>(inPair ? unit - 1 : unit, 0));
+                QCOMPARE(byteOfUnit(utf8, unit), before.toUtf8().size());
+            }
+        }
     }
 
     void segmentsPutTogetherAreTheLine_data()

@@ -18,6 +18,19 @@ QByteArray randomText(QRandomGenerator &random, int lines)
     return text;
 }
 
+/// The plain form of `DiffDocument::unimportantRows`.
+std::vector<qint32> unimportantRows(const DiffDocument &document)
+{
+    std::vector<qint32> rows;
+    for (qsizetype row = 0; row < document.rowCount(); ++row) {
+        const bool lacksALine = document.lineNumber(row, Side::Left) < 1 || document.lineNumber(row, Side::Right) < 1;
+        const bool differs = document.text(row, Side::Left) != document.text(row, Side::Right);
+        if (document.kind(row) == Equal && (lacksALine || differs))
+            rows.push_back(qint32(row));
+    }
+    return rows;
+}
+
 /// Every line of `text` in its order, and no other.
 void verifyCovers(const DiffDocument &document, Side side)
 {
@@ -48,6 +61,7 @@ private Q_SLOTS:
         EditBuffer buffers[] = {EditBuffer(left), EditBuffer(right)};
         std::shared_ptr<const DiffDocument> document = std::make_shared<DiffDocument>(
             compareTexts(left, right, options, {}, nobody), buffers[0].snapshot(), buffers[1].snapshot());
+        std::size_t foundUnimportant = 0;
         for (int round = 0; round < 1500; ++round) {
             const Side side = random.bounded(2) ? Side::Left : Side::Right;
             EditBuffer &buffer = buffers[side == Side::Right];
@@ -62,21 +76,25 @@ private Q_SLOTS:
             } else {
                 const qsizetype line = random.bounded(int(buffer.count()));
                 const qsizetype last = std::min<qsizetype>(line + random.bounded(4), buffer.count() - 1);
-                change = buffer.replace({line, random.bounded(5)}, {last, random.bounded(9)},
-                                        random.bounded(2) ? QStringLiteral("x\ny") : QStringLiteral("z"));
+                const QString typed = QStringLiteral("x\ny,z, ,\n").split(u',').at(random.bounded(4));
+                change = buffer.replace({line, random.bounded(5)}, {last, random.bounded(9)}, typed);
             }
             document = patchDocument(*document, {buffers[0].snapshot(), buffers[1].snapshot()}, side, change, options);
             verifyCovers(*document, Side::Left);
             verifyCovers(*document, Side::Right);
             if (QTest::currentTestFailed())
                 return;
+            QCOMPARE(document->unimportantRows(), unimportantRows(*document));
+            foundUnimportant += document->unimportantRows().size();
             for (qsizetype row = 0; row < document->rowCount(); ++row) {
                 if (document->kind(row) == Equal)
-                    QCOMPARE(document->text(row, Side::Left), document->text(row, Side::Right));
+                    QCOMPARE(document->text(row, Side::Left).remove(u' '),
+                             document->text(row, Side::Right).remove(u' '));
                 if (document->kind(row) == Modified)
                     QVERIFY(document->text(row, Side::Left) != document->text(row, Side::Right));
             }
         }
+        QVERIFY(foundUnimportant > 1000);
     }
 
     void typingIntoAChangedLineSharesTheRows()

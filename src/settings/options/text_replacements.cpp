@@ -1,5 +1,6 @@
 #include "settings/options/text_replacements.h"
 
+#include <stdexcept>
 #include <vector>
 
 namespace velmora {
@@ -35,15 +36,6 @@ LineEnd endBehind(const QByteArray &line, LineEnd end)
 
 } // namespace
 
-QString applyReplacementRules(QString line, const QStringList &find, const QStringList &with)
-{
-    for (qsizetype index = 0; index < find.size(); ++index) {
-        if (!find[index].isEmpty())
-            line.replace(find[index], with.value(index));
-    }
-    return line;
-}
-
 TextLines applyReplacementRules(const TextLines &lines, const QStringList &find, const QStringList &with,
                                 const CancelFlag &cancel)
 {
@@ -55,6 +47,7 @@ TextLines applyReplacementRules(const TextLines &lines, const QStringList &find,
     TextLinesBuilder builder;
     builder.reserve(qsizetype(lines.bytes().size()), lines.count());
     QByteArray changed;
+    qsizetype size = 0;
     for (qsizetype index = 0; index < lines.count(); ++index) {
         if (index % cancelInterval == 0 && cancel.isCancelled())
             break;
@@ -63,6 +56,9 @@ TextLines applyReplacementRules(const TextLines &lines, const QStringList &find,
         changed.append(line.data(), qsizetype(line.size()));
         for (const Utf8Rule &rule : rules)
             changed.replace(rule.find, rule.with);
+        size += changed.size() + 2; // with the longest of ends
+        if (size > TextLines::maximumSize)
+            throw std::length_error("replaced text");
         builder.append({changed.constData(), size_t(changed.size())}, endBehind(changed, lines.lineEnd(index)));
     }
     return builder.take();

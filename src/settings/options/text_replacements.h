@@ -8,13 +8,13 @@
 
 namespace velmora {
 
-/// The line after all rules: each occurrence of `find[k]`, letter case counting, becomes `with[k]`, or goes where
-/// `with` is shorter. A rule with an empty find text does nothing; a later rule sees what the earlier ones left.
-[[nodiscard]] QString applyReplacementRules(QString line, const QStringList &find, const QStringList &with);
-
-/// The same for every line of a text. The number of lines stays, even where a rule puts a line feed in, and so do line
-/// ends, save behind a line that now ends in a carriage return, where they begin with another. Shares the lines of
-/// `lines` when there is no rule. Incomplete when `cancel` is set on the way.
+/// The lines as a side's replacement rules leave them for the comparison: in each, every occurrence of `find[k]`,
+/// letter case counting, becomes `with[k]`, or goes where `with` is shorter. A rule with an empty find text does
+/// nothing; a later rule sees what the earlier ones left.
+///
+/// The number of lines stays, even where a rule puts a line feed in, and so do line ends, save behind a line that now
+/// ends in a carriage return, where they begin with another. Shares the lines of `lines` when there is no rule. Throws
+/// std::length_error when the result is larger than a text can be. Incomplete when `cancel` is set on the way.
 [[nodiscard]] TextLines applyReplacementRules(const TextLines &lines, const QStringList &find, const QStringList &with,
                                               const CancelFlag &cancel = {});
 

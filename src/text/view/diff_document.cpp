@@ -2,6 +2,9 @@
 
 #include "text/view/line_segments.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace velmora {
 
 namespace {
@@ -28,16 +31,36 @@ DiffDocument::DiffDocument(QList<AlignedRow> rows, std::shared_ptr<const LineSou
       m_tabWidth(tabWidth),
       m_widest(std::max(widestLineOf(*m_left, tabWidth), widestLineOf(*m_right, tabWidth))),
       m_counts(countRows(m_rows))
-{}
+{
+    addUnimportantRows(0, m_rows.size());
+}
 
-DiffDocument::DiffDocument(QList<AlignedRow> rows, std::shared_ptr<const LineSource> left,
-                           std::shared_ptr<const LineSource> right, int tabWidth, qint64 widest)
+DiffDocument::DiffDocument(const DiffDocument &before, const RowChange &change, QList<AlignedRow> rows,
+                           std::shared_ptr<const LineSource> left, std::shared_ptr<const LineSource> right,
+                           qint64 widest)
     : m_rows(std::move(rows)),
       m_left(std::move(left)),
       m_right(std::move(right)),
-      m_tabWidth(tabWidth),
+      m_tabWidth(before.m_tabWidth),
       m_widest(widest)
-{}
+{
+    const std::vector<qint32> &earlier = before.m_unimportantRows;
+    const auto changed = std::lower_bound(earlier.begin(), earlier.end(), change.first);
+    const auto behind = std::lower_bound(changed, earlier.end(), change.first + change.removed);
+    m_unimportantRows.assign(earlier.begin(), changed);
+    addUnimportantRows(change.first, change.first + change.inserted);
+    const auto shift = qint32(change.inserted - change.removed);
+    std::transform(behind, earlier.end(), std::back_inserter(m_unimportantRows),
+                   [shift](qint32 row) { return row + shift; });
+}
+
+void DiffDocument::addUnimportantRows(qsizetype first, qsizetype end)
+{
+    for (qsizetype row = first; row < end; ++row) {
+        if (differsUnimportantly(row))
+            m_unimportantRows.push_back(qint32(row));
+    }
+}
 
 qint32 DiffDocument::lineNumber(qsizetype row, Side side) const
 {

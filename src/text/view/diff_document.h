@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace velmora {
 
@@ -24,12 +25,21 @@ public:
         bool own = false;                   ///< false for a line of the other side, shown because it does not matter
     };
 
-    /// Counts the rows and measures the texts. `tabWidth` is the distance of tab stops in columns.
+    /// Rows [first, first + removed) of an earlier state, in the place of which stand [first, first + inserted).
+    struct RowChange {
+        qsizetype first = 0;
+        qsizetype removed = 0;
+        qsizetype inserted = 0;
+    };
+
+    /// Counts the rows, reads the equal ones and measures the texts. `tabWidth` is the distance of tab stops in
+    /// columns.
     DiffDocument(QList<AlignedRow> rows, std::shared_ptr<const LineSource> left,
                  std::shared_ptr<const LineSource> right, int tabWidth = 4);
-    /// A document whose rows nobody has counted yet, for a caller that knows how wide the widest line is, at most.
-    DiffDocument(QList<AlignedRow> rows, std::shared_ptr<const LineSource> left,
-                 std::shared_ptr<const LineSource> right, int tabWidth, qint64 widest);
+    /// `before` after a change of some rows and of their lines, for a caller that knows how wide the widest line is, at
+    /// most. Looks at the changed rows alone; nobody has counted them yet.
+    DiffDocument(const DiffDocument &before, const RowChange &change, QList<AlignedRow> rows,
+                 std::shared_ptr<const LineSource> left, std::shared_ptr<const LineSource> right, qint64 widest);
 
     [[nodiscard]] const QList<AlignedRow> &rows() const noexcept { return m_rows; }
     [[nodiscard]] qsizetype rowCount() const noexcept { return m_rows.size(); }
@@ -45,6 +55,8 @@ public:
 
     /// True for an equal row whose two lines are not the same text: they differ in a way that does not matter.
     [[nodiscard]] bool differsUnimportantly(qsizetype row) const;
+    /// All rows of which that is true, in order.
+    [[nodiscard]] const std::vector<qint32> &unimportantRows() const noexcept { return m_unimportantRows; }
 
     /// The row that shows line `number` (1-based) of `side`, or the nearest row before it that shows a line; -1 when no
     /// row does. Takes the logarithm of the rows, and a step for each row in the longest run of rows without a line.
@@ -57,12 +69,15 @@ public:
     [[nodiscard]] qint64 widestLine() const noexcept { return m_widest; }
 
 private:
+    void addUnimportantRows(qsizetype first, qsizetype end);
+
     QList<AlignedRow> m_rows;
     std::shared_ptr<const LineSource> m_left;
     std::shared_ptr<const LineSource> m_right;
     int m_tabWidth;
     qint64 m_widest = 0;
     std::optional<DiffCounts> m_counts;
+    std::vector<qint32> m_unimportantRows;
 };
 
 } // namespace velmora

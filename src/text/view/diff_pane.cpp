@@ -1,9 +1,9 @@
 #include "text/view/diff_pane.h"
 
 #include "session/translate.h"
-#include "text/view/edit_buffer.h"
 #include "text/view/pane_accessible.h"
 #include "text/view/pane_painter.h"
+#include "text/view/utf8_units.h"
 
 #include <QAccessible>
 #include <QApplication>

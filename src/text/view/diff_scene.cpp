@@ -26,14 +26,15 @@ DiffScene::DiffScene(QObject *parent) : QObject(parent), m_leftColouring(Side::L
 
 void DiffScene::takeDocument(std::shared_ptr<const DiffDocument> document)
 {
-    const bool sameRows = m_document && document && m_document->rows().isSharedWith(document->rows());
+    const bool sameRows = m_document && document && m_document->rows().isSharedWith(document->rows()) &&
+                          (!m_countsMinor || m_document->unimportantRows() == document->unimportantRows());
     m_document = std::move(document);
     const DiffDocument *shown = m_document.get();
     m_left.setSource(shown ? &shown->source(Side::Left) : nullptr, shown ? shown->tabWidth() : 4);
     m_right.setSource(shown ? &shown->source(Side::Right) : nullptr, shown ? shown->tabWidth() : 4);
     m_changes.setDocument(m_document);
     m_search.setDocument(m_document);
-    if (!sameRows || m_countsMinor)
+    if (!sameRows)
         layOutRows();
     m_revealedRow = -1;
 }
@@ -43,8 +44,8 @@ void DiffScene::layOutRows()
     std::vector<bool> minor;
     if (m_document && m_countsMinor) {
         minor.resize(std::size_t(m_document->rowCount()));
-        for (qsizetype row = 0; row < m_document->rowCount(); ++row)
-            minor[std::size_t(row)] = m_document->differsUnimportantly(row);
+        for (const qint32 row : m_document->unimportantRows())
+            minor[std::size_t(row)] = true;
     }
     m_layout.setRows(m_document ? m_document->rows() : QList<AlignedRow>(), std::move(minor));
 }

@@ -104,6 +104,13 @@ void DiffView::switchPane()
     pane(side).setFocus(Qt::ShortcutFocusReason);
 }
 
+Side DiffView::focusedSide() const
+{
+    if (m_left->hasFocus() || m_right->hasFocus())
+        return m_right->hasFocus() ? Side::Right : Side::Left;
+    return activeSide();
+}
+
 void DiffView::showNotice(Side side, bool shown)
 {
     notice(side).setVisible(shown);

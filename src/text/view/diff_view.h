@@ -32,6 +32,8 @@ public:
 
     /// The side with the keyboard focus, or the one that had it last.
     [[nodiscard]] Side activeSide() const { return m_scene.caret().side; }
+    /// The side with the keyboard focus, also before there is a text for the caret; else the active side.
+    [[nodiscard]] Side focusedSide() const;
     /// Moves the keyboard focus to the other pane, or to a pane when none has it.
     void switchPane();
 

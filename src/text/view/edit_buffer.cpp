@@ -1,6 +1,6 @@
 #include "text/view/edit_buffer.h"
 
-#include "text/view/line_segments.h"
+#include "text/view/utf8_units.h"
 
 #include <QStringView>
 
@@ -49,21 +49,6 @@ std::vector<QByteArray> splitLines(const QString &text)
 }
 
 } // namespace
-
-qsizetype byteOfUnit(std::string_view utf8, qsizetype unit)
-{
-    std::size_t at = asciiBlocks(utf8.substr(0, std::size_t(std::max<qsizetype>(unit, 0))));
-    unit -= qsizetype(at);
-    while (at < utf8.size() && unit > 0) {
-        const auto lead = static_cast<unsigned char>(utf8[at]);
-        const std::size_t size = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-        unit -= size == 4 ? 2 : 1;
-        if (unit < 0)
-            break;
-        at += size;
-    }
-    return qsizetype(std::min(at, utf8.size()));
-}
 
 // A state of the text -----------------------------------------------------------------------------------------------
 
@@ -152,16 +137,18 @@ EditBuffer::EditBuffer(const TextLines &text)
     m_snapshot = std::make_shared<const EditSnapshot>(std::move(runs));
 }
 
-EditPosition EditBuffer::clamped(EditPosition position) const
+EditBuffer::Spot EditBuffer::spotAt(EditPosition position) const
 {
     if (count() == 0 || position.line < 0)
         return {};
-    if (position.line >= count())
-        return {count() - 1, utf16Length(m_snapshot->bytes(count() - 1))};
-    const std::string_view line = m_snapshot->bytes(position.line);
-    const bool isInside = byteOfUnit(line, position.unit) < qsizetype(line.size());
-    return {position.line,
-            isInside ? std::max<qsizetype>(position.unit, 0) : std::min(position.unit, utf16Length(line))};
+    const qsizetype line = std::min(position.line, count() - 1);
+    const std::string_view bytes = m_snapshot->bytes(line);
+    const auto end = qsizetype(bytes.size());
+    const qsizetype byte = line == position.line ? byteOfUnit(bytes, position.unit) : end;
+    if (byte < end)
+        return {{line, std::max<qsizetype>(position.unit, 0)}, byte};
+    const qsizetype units = utf16Length(bytes);
+    return {{line, line == position.line ? std::min(position.unit, units) : units}, end};
 }
 
 LineEnd EditBuffer::usualEnd(qsizetype line) const
@@ -178,8 +165,10 @@ LineChange EditBuffer::replace(EditPosition start, EditPosition end, const QStri
 {
     if (count() == 0)
         return insertLines(0, text);
-    const EditPosition first = clamped(std::min(start, end));
-    const EditPosition last = clamped(std::max(start, end));
+    const Spot from = spotAt(std::min(start, end));
+    const Spot until = start == end ? from : spotAt(std::max(start, end));
+    const EditPosition first = from.at;
+    const EditPosition last = until.at;
     const std::string_view firstLine = m_snapshot->bytes(first.line);
     const std::string_view lastLine = m_snapshot->bytes(last.line);
     std::vector<QByteArray> parts = splitLines(text);
@@ -187,14 +176,14 @@ LineChange EditBuffer::replace(EditPosition start, EditPosition end, const QStri
                        utf16Length({parts.back().constData(), std::size_t(parts.back().size())})};
     if (parts.size() == 1)
         after.unit += first.unit;
-    const auto head = byteOfUnit(firstLine, first.unit);
-    const auto tail = byteOfUnit(lastLine, last.unit);
-    // A line may be of many megabytes: nothing of it is copied twice here.
+    // A line may be of many megabytes: it is copied once, into an array that has room for its end, too.
+    constexpr qsizetype longestEnd = 2;
+    const qsizetype tail = qsizetype(lastLine.size()) - until.byte;
     QByteArray whole;
-    whole.reserve(head + parts.front().size() + (parts.size() == 1 ? qsizetype(lastLine.size()) - tail : 0));
-    whole.append(firstLine.data(), head).append(parts.front());
+    whole.reserve(from.byte + parts.front().size() + (parts.size() == 1 ? tail + longestEnd : 0));
+    whole.append(firstLine.data(), from.byte).append(parts.front());
     parts.front() = std::move(whole);
-    parts.back().append(lastLine.data() + tail, qsizetype(lastLine.size()) - tail);
+    parts.back().append(lastLine.data() + until.byte, tail);
 
     const LineEnd usual = usualEnd(first.line);
     std::vector<NewLine> lines;
@@ -303,13 +292,17 @@ LineChange EditBuffer::copyLines(qsizetype first, qsizetype removed, const EditS
 LineChange EditBuffer::change(qsizetype first, qsizetype removed, std::vector<NewLine> lines, EditPosition before,
                               EditPosition after, Merge merge)
 {
-    qsizetype size = 0;
-    for (const NewLine &line : lines)
-        size += line.utf8.size() + 2;
     TextLinesBuilder builder;
-    builder.reserve(size, qsizetype(lines.size()));
-    for (const NewLine &line : lines)
-        builder.append({line.utf8.constData(), std::size_t(line.utf8.size())}, line.end);
+    if (lines.size() == 1) {
+        builder.appendFirst(std::move(lines.front().utf8), lines.front().end);
+    } else {
+        qsizetype size = 0;
+        for (const NewLine &line : lines)
+            size += line.utf8.size() + 2;
+        builder.reserve(size, qsizetype(lines.size()));
+        for (const NewLine &line : lines)
+            builder.append({line.utf8.constData(), std::size_t(line.utf8.size())}, line.end);
+    }
     const auto text = std::make_shared<const TextLines>(builder.take());
     Step step;
     step.first = first;

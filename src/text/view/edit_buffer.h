@@ -135,7 +135,14 @@ private:
         Merge merge = Merge::Never;
     };
 
-    [[nodiscard]] EditPosition clamped(EditPosition position) const;
+    /// A place that exists, and the bytes before it in its line.
+    struct Spot {
+        EditPosition at;
+        qsizetype byte = 0;
+    };
+
+    [[nodiscard]] Spot spotAt(EditPosition position) const;
+    [[nodiscard]] EditPosition clamped(EditPosition position) const { return spotAt(position).at; }
     [[nodiscard]] QString textBetween(EditPosition start, EditPosition end) const;
     [[nodiscard]] LineEnd usualEnd(qsizetype line) const;
     LineChange change(qsizetype first, qsizetype removed, std::vector<NewLine> lines, EditPosition before,
@@ -152,8 +159,5 @@ private:
     std::size_t m_clean = 0;
     std::size_t m_saving = nowhere; ///< the steps in effect when the running save began
 };
-
-/// The byte of valid UTF-8 at which UTF-16 code unit `unit` begins; the end for anything behind it.
-[[nodiscard]] qsizetype byteOfUnit(std::string_view utf8, qsizetype unit);
 
 } // namespace velmora

@@ -1,6 +1,6 @@
 #include "text/view/intra_line_changes.h"
 
-#include "text/view/line_segments.h"
+#include "text/view/utf8_units.h"
 
 #include <algorithm>
 

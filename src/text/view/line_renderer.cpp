@@ -50,6 +50,8 @@ LineRenderer::LineRenderer() : m_entries(keptLines)
 
 void LineRenderer::setSource(const LineSource *source, int tabWidth)
 {
+    if (source == m_source && tabWidth == m_tabWidth)
+        return;
     m_entries.clear();
     m_source = source;
     m_tabWidth = tabWidth;

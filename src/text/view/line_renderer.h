@@ -34,7 +34,8 @@ public:
 
     LineRenderer();
 
-    /// Forgets all layouts. `source` must outlive its use here; null for nothing to draw.
+    /// Forgets all layouts, unless it is the source that it has. `source` must outlive its use here; null for nothing
+    /// to draw.
     void setSource(const LineSource *source, int tabWidth);
     void setFont(const QFont &font);
     [[nodiscard]] const QFont &font() const noexcept { return m_font; }

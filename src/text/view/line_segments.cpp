@@ -94,10 +94,18 @@ bool isPlainBlock(std::uint64_t block)
     return (block & highBits) == 0 && ((block + belowBlank) & highBits) == highBits && ((block + ones) & highBits) == 0;
 }
 
+/// Bytes at the start of `utf8` that take a column each, in blocks of eight.
+std::size_t plainBlocks(std::string_view utf8)
+{
+    std::size_t size = 0;
+    while (size + sizeof(std::uint64_t) <= utf8.size() && isPlainBlock(blockAt(utf8.data() + size)))
+        size += sizeof(std::uint64_t);
+    return size;
+}
+
 bool isPlainAscii(std::string_view utf8)
 {
-    while (utf8.size() >= sizeof(std::uint64_t) && isPlainBlock(blockAt(utf8.data())))
-        utf8.remove_prefix(sizeof(std::uint64_t));
+    utf8.remove_prefix(plainBlocks(utf8));
     return std::all_of(utf8.begin(), utf8.end(), [](char c) {
         const auto byte = static_cast<unsigned char>(c);
         return byte >= 0x20 && byte < 0x7F;
@@ -126,36 +134,19 @@ bool endsWord(char32_t character)
 
 } // namespace
 
-std::size_t asciiBlocks(std::string_view utf8)
-{
-    std::size_t size = 0;
-    while (size + sizeof(std::uint64_t) <= utf8.size() && (blockAt(utf8.data() + size) & highBits) == 0)
-        size += sizeof(std::uint64_t);
-    return size;
-}
-
-qsizetype utf16Length(std::string_view utf8)
-{
-    const std::size_t ascii = asciiBlocks(utf8);
-    utf8.remove_prefix(ascii);
-    auto units = qsizetype(ascii);
-    for (const char c : utf8) {
-        const auto byte = static_cast<unsigned char>(c);
-        units += (byte & 0xC0) != 0x80; // continuation bytes start no character
-        units += byte >= 0xF0;          // four bytes stand for a surrogate pair
-    }
-    return units;
-}
-
 qint64 columnCount(std::string_view utf8, int tabWidth)
 {
-    if (isPlainAscii(utf8))
-        return qint64(utf8.size());
     qint64 column = 0;
     while (!utf8.empty()) {
-        const Decoded next = decodeFirst(utf8);
-        column = advanced(column, next.character, tabWidth);
-        utf8.remove_prefix(std::size_t(next.bytes));
+        const std::size_t plain = plainBlocks(utf8);
+        column += qint64(plain);
+        utf8.remove_prefix(plain);
+        // Where one character is not plain, its neighbours often are not.
+        for (int k = 0; k < 8 && !utf8.empty(); ++k) {
+            const Decoded next = decodeFirst(utf8);
+            column = advanced(column, next.character, tabWidth);
+            utf8.remove_prefix(std::size_t(next.bytes));
+        }
     }
     return column;
 }

@@ -7,12 +7,6 @@
 
 namespace velmora {
 
-/// Bytes at the start of `utf8` that are ASCII, up to the first block of eight that is not all of that.
-[[nodiscard]] std::size_t asciiBlocks(std::string_view utf8);
-
-/// UTF-16 code units that valid UTF-8 takes.
-[[nodiscard]] qsizetype utf16Length(std::string_view utf8);
-
 /// Columns of a grid of equal cells that valid UTF-8 takes from column 0 on: wide East Asian characters and emoji take
 /// two, combining characters none, a tab reaches to the next multiple of `tabWidth`, and what is shown as a box takes
 /// what the box does (`hiddenCharacterCells`). No byte takes more columns than the greater of `tabWidth` and 3.

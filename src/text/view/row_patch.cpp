@@ -1,8 +1,8 @@
 #include "text/view/row_patch.h"
 
+#include "settings/options/text_replacements.h"
 #include "settings/options/text_session_options.h"
 #include "text/engine/line_diff_engine.h"
-#include "text/replacement_rules.h"
 #include "text/view/line_segments.h"
 #include "text/view/row_layout.h"
 
@@ -71,7 +71,7 @@ TextLines cut(const EditSnapshot &text, Lines lines, const QStringList &find, co
     TextLinesBuilder builder;
     for (qsizetype line = lines.first; line < lines.first + lines.count; ++line)
         builder.append(text.bytes(line), text.lineEnd(line));
-    return applyReplacements(builder.take(), find, with, {});
+    return applyReplacementRules(builder.take(), find, with);
 }
 
 bool isTooLong(const EditSnapshot &text, Lines lines)
@@ -131,11 +131,21 @@ QList<AlignedRow> spliced(const QList<AlignedRow> &before, RowRange replaced, co
     return rows;
 }
 
-qint64 widest(const EditSnapshot &text, const LineChange &change, int tabWidth)
+/// Columns of the widest line after the change, or some more where measuring would be felt.
+qint64 widest(const DiffDocument &before, const EditSnapshot &text, Side side, const LineChange &change)
 {
-    qint64 columns = 0;
-    for (qsizetype line = change.first; line < change.first + change.inserted; ++line)
-        columns = std::max(columns, columnCount(text.bytes(line), tabWidth));
+    const int tabWidth = before.tabWidth();
+    qint64 columns = before.widestLine();
+    for (qsizetype line = change.first; line < change.first + change.inserted; ++line) {
+        const std::string_view bytes = text.bytes(line);
+        if (bytes.size() <= bytesAtOnce || change.removed != change.inserted) {
+            columns = std::max(columns, columnCount(bytes, tabWidth));
+        } else {
+            // What came in takes columns, and may push the text behind it to the next stop of a tab.
+            const qint64 growth = qint64(bytes.size()) - qint64(before.source(side).bytes(line).size());
+            columns += std::max<qint64>(growth, 0) * std::max(tabWidth, 3) + tabWidth;
+        }
+    }
     return columns;
 }
 
@@ -156,9 +166,9 @@ std::shared_ptr<const DiffDocument> patchDocument(const DiffDocument &before, co
     const QList<AlignedRow> rows = isRough ? keptPairs(texts, before.rows().sliced(touched.first, touched.count))
                                            : align(texts, isLeft ? own : other, isLeft ? other : own, options);
     const bool sameRows = shift == 0 && before.rows().sliced(touched.first, touched.count) == rows;
-    return std::make_shared<DiffDocument>(
-        sameRows ? before.rows() : spliced(before.rows(), touched, rows, side, shift), texts.left, texts.right,
-        before.tabWidth(), std::max(before.widestLine(), widest(texts.of(side), change, before.tabWidth())));
+    return std::make_shared<DiffDocument>(before, DiffDocument::RowChange{touched.first, touched.count, rows.size()},
+                                          sameRows ? before.rows() : spliced(before.rows(), touched, rows, side, shift),
+                                          texts.left, texts.right, widest(before, texts.of(side), side, change));
 }
 
 } // namespace velmora
