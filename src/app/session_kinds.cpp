@@ -5,6 +5,7 @@
 #include "session/session_record.h"
 #include "session/theme.h"
 #include "session/translate.h"
+#include "system/snapshot_widget.h"
 #include "text/text_compare_widget.h"
 
 namespace velmora {
@@ -250,7 +251,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/env.png",
      .slot = "onNewEnvSnapshot",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Record the environment variables and compare them with a record."),
-     .create = pending},
+     .create = make<EnvSnapshotWidget>},
     {.id = QLatin1String("diskusage"),
      .group = Tools,
      .sides = 1,
@@ -274,7 +275,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/services.png",
      .slot = "onNewServiceSnapshot",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Record the system's services and compare them with a record."),
-     .create = pending},
+     .create = make<ServiceSnapshotWidget>},
     {.id = QLatin1String("startup"),
      .group = Tools,
      .sides = 2,
@@ -285,7 +286,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/startup.png",
      .slot = "onNewStartupSnapshot",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Record what starts with the system and compare it with a record."),
-     .create = pending},
+     .create = make<StartupSnapshotWidget>},
     {.id = QLatin1String("sftp"),
      .group = Tools,
      .sides = 2,

@@ -23,7 +23,7 @@ enum class CaptureFault : quint8 {
 struct SnapshotCapture {
     Snapshot snapshot; ///< empty where there is a fault
     CaptureFault fault = CaptureFault::None;
-    QString detail;
+    QString detail = {};
 
     [[nodiscard]] bool ok() const noexcept { return fault == CaptureFault::None; }
 };

@@ -1,0 +1,113 @@
+#include "system/snapshot_bar.h"
+
+#include "session/translate.h"
+
+#include <QActionGroup>
+
+namespace velmora {
+
+SnapshotBar::SnapshotBar(const QString &saveHint, QWidget *session) : SessionBar(session)
+{
+    addComparing();
+    addSeparator();
+    addViews();
+    addSides(saveHint);
+    refreshTheme();
+}
+
+void SnapshotBar::addComparing()
+{
+    compare = add({"compareAction",
+                   Velmora::tr("Compare"),
+                   QStringLiteral("compare.png"),
+                   {Qt::Key_F5, Qt::CTRL | Qt::Key_Return},
+                   Velmora::tr("Compare the two sides")});
+    m_compareHint = compare->toolTip();
+    showTextBeside(compare);
+    cancel = add({"cancelAction",
+                  Velmora::tr("Cancel"),
+                  QStringLiteral("stop.png"),
+                  {Qt::Key_Escape},
+                  Velmora::tr("Cancel what is being done")});
+    addSeparator();
+    previousDifference = add({"previousAction",
+                              Velmora::tr("Previous"),
+                              QStringLiteral("prev_diff.png"),
+                              {Qt::Key_F7, Qt::SHIFT | Qt::Key_F8, Qt::ALT | Qt::Key_Up},
+                              Velmora::tr("Previous difference")});
+    nextDifference = add({"nextAction",
+                          Velmora::tr("Next"),
+                          QStringLiteral("next_diff.png"),
+                          {Qt::Key_F8, Qt::ALT | Qt::Key_Down},
+                          Velmora::tr("Next difference")});
+}
+
+void SnapshotBar::addViews()
+{
+    showAll = add({"showAllAction",
+                   Velmora::tr("All"),
+                   QStringLiteral("all.png"),
+                   {Qt::CTRL | Qt::SHIFT | Qt::Key_A},
+                   Velmora::tr("Show all rows")});
+    showDifferences = add({"showDifferencesAction",
+                           Velmora::tr("Diff"),
+                           QStringLiteral("diff.png"),
+                           {Qt::CTRL | Qt::Key_D},
+                           Velmora::tr("Show only the rows that differ")});
+    auto *views = new QActionGroup(this);
+    for (QAction *action : {showAll, showDifferences}) {
+        action->setCheckable(true);
+        showTextBeside(action);
+        views->addAction(action);
+    }
+    showAll->setChecked(true);
+    addSeparator();
+    copyRows = add({"copyAction",
+                    Velmora::tr("Copy"),
+                    QStringLiteral("copy.png"),
+                    {QKeySequence(QKeySequence::Copy)},
+                    Velmora::tr("Copy the selected rows, their columns separated by tabs")});
+    showDetails = add({"showDetailsAction",
+                       Velmora::tr("Details"),
+                       QStringLiteral("info.png"),
+                       {QKeySequence(Qt::Key_F4)},
+                       Velmora::tr("Show the values of the current row in full")});
+    showDetails->setCheckable(true);
+    showDetails->setChecked(true);
+    focusFilter = add({"focusFilterAction", Velmora::tr("Filter"), {}, {QKeySequence(QKeySequence::Find)}});
+}
+
+void SnapshotBar::addSides(const QString &saveHint)
+{
+    const auto beside = [this](const char *name, const QString &text, const char *icon, const QString &hint,
+                               const QKeySequence &key) {
+        return add({name, text, QLatin1String(icon), {key}, hint, false});
+    };
+    const QString both = Velmora::tr("%1\n%2");
+    left.capture =
+        beside("captureLeftAction", Velmora::tr("Capture"), "capture.png",
+               Velmora::tr("Capture the current state of this system as the left side"), Qt::CTRL | Qt::Key_1);
+    right.capture =
+        beside("captureRightAction", Velmora::tr("Capture"), "capture.png",
+               Velmora::tr("Capture the current state of this system as the right side"), Qt::CTRL | Qt::Key_2);
+    left.load = beside("loadLeftAction", Velmora::tr("Load left side..."), "load.png",
+                       Velmora::tr("Load a snapshot file as the left side"), Qt::CTRL | Qt::Key_O);
+    right.load = beside("loadRightAction", Velmora::tr("Load right side..."), "load.png",
+                        Velmora::tr("Load a snapshot file as the right side"), Qt::CTRL | Qt::SHIFT | Qt::Key_O);
+    left.save = beside("saveLeftAction", Velmora::tr("Save left side..."), "save.png",
+                       Velmora::tr("Save the left side as a snapshot file"), Qt::CTRL | Qt::Key_S);
+    right.save = beside("saveRightAction", Velmora::tr("Save right side..."), "save.png",
+                        Velmora::tr("Save the right side as a snapshot file"), Qt::CTRL | Qt::SHIFT | Qt::Key_S);
+    for (QAction *save : {left.save, right.save})
+        save->setToolTip(both.arg(save->toolTip(), saveHint));
+    focusLeft = add({"focusLeftAction", Velmora::tr("Left side"), {}, {Qt::ALT | Qt::Key_L}});
+    focusRight = add({"focusRightAction", Velmora::tr("Right side"), {}, {Qt::ALT | Qt::Key_R}});
+}
+
+void SnapshotBar::allowCompare(bool allowed, const QString &reason)
+{
+    compare->setEnabled(allowed);
+    compare->setToolTip(reason.isEmpty() ? m_compareHint : reason);
+}
+
+} // namespace velmora

@@ -1,0 +1,146 @@
+#include "system/snapshot_view.h"
+
+#include "session/diff_colours.h"
+#include "session/translate.h"
+
+#include <QHeaderView>
+#include <QStyledItemDelegate>
+
+namespace velmora {
+
+namespace {
+
+constexpr int noticeWidth = 520;
+
+/// Rows have room to breathe, and a thin line to be told apart by.
+class RowDelegate final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        constexpr int room = 7;
+        return {QStyledItemDelegate::sizeHint(option, index).width(), option.fontMetrics.height() + room};
+    }
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::paint(painter, option, index);
+        painter->setPen(blendedRule());
+        painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+    }
+
+private:
+    static QColor blendedRule()
+    {
+        QColor rule = diffColour(DiffColour::Rule);
+        rule.setAlphaF(0.55F);
+        return rule;
+    }
+};
+
+} // namespace
+
+SnapshotView::SnapshotView(SnapshotRowsModel &rows, QWidget *parent) : QTreeView(parent), m_rows(rows)
+{
+    setObjectName(QStringLiteral("snapshotRows"));
+    setAccessibleName(Velmora::tr("Result of the comparison"));
+    setModel(&rows);
+    setItemDelegate(new RowDelegate(this));
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setSelectionMode(ExtendedSelection);
+    setVerticalScrollMode(ScrollPerPixel);
+    setTextElideMode(Qt::ElideRight);
+    setFrameShape(NoFrame);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    header()->setSortIndicator(-1, Qt::AscendingOrder);
+    header()->setSortIndicatorClearable(true);
+    setSortingEnabled(true);
+    header()->setSectionsMovable(false);
+    header()->setStretchLastSection(true);
+
+    connect(&rows, &QAbstractItemModel::modelAboutToBeReset, this, &SnapshotView::keepPlace);
+    connect(&rows, &QAbstractItemModel::modelReset, this, &SnapshotView::restorePlace);
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, &SnapshotView::currentRowChanged);
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &SnapshotView::selectedRowsChanged);
+}
+
+void SnapshotView::setNotice(const QString &notice)
+{
+    m_notice = notice;
+    viewport()->update();
+}
+
+void SnapshotView::goToRow(int row)
+{
+    if (row < 0)
+        return;
+    const QModelIndex index = m_rows.index(row, SnapshotRowsModel::Key);
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    scrollTo(m_rows.index(row, 0));
+}
+
+std::vector<int> SnapshotView::selectedRows() const
+{
+    std::vector<int> rows;
+    for (const QModelIndex &index : selectionModel()->selectedRows())
+        rows.push_back(index.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+void SnapshotView::keepPlace()
+{
+    if (currentIndex().isValid())
+        m_keptKey = m_rows.rowAt(currentIndex().row()).key;
+}
+
+void SnapshotView::restorePlace()
+{
+    const int row = m_rows.find(m_keptKey);
+    if (row >= 0)
+        goToRow(row);
+    else if (m_rows.rowCount() > 0) // the keyboard needs a row to start from
+        selectionModel()->setCurrentIndex(m_rows.index(0, SnapshotRowsModel::Key), QItemSelectionModel::NoUpdate);
+    Q_EMIT currentRowChanged();
+    Q_EMIT selectedRowsChanged();
+}
+
+void SnapshotView::showEvent(QShowEvent *event)
+{
+    QTreeView::showEvent(event);
+    if (std::exchange(m_columnsPlaced, true))
+        return;
+    const QFontMetrics metrics = header()->fontMetrics();
+    int widest = 0;
+    for (const SnapshotStatus status :
+         {SnapshotStatus::Same, SnapshotStatus::Changed, SnapshotStatus::LeftOnly, SnapshotStatus::RightOnly})
+        widest = std::max(widest, metrics.horizontalAdvance(snapshotStatusText(status)));
+    constexpr int statusRoom = 36;
+    const int statusWidth = widest + statusRoom;
+    const int rest = std::max(400, viewport()->width() - statusWidth);
+    header()->resizeSection(SnapshotRowsModel::Status, statusWidth);
+    header()->resizeSection(SnapshotRowsModel::Key, rest * 24 / 100);
+    header()->resizeSection(SnapshotRowsModel::Left, rest * 38 / 100);
+}
+
+void SnapshotView::paintEvent(QPaintEvent *event)
+{
+    QTreeView::paintEvent(event);
+    if (m_rows.rowCount() > 0 || m_notice.isEmpty())
+        return;
+    QPainter painter(viewport());
+    painter.setPen(diffColour(DiffColour::MutedText));
+    QFont font = painter.font();
+    font.setPointSizeF(font.pointSizeF() * 1.15);
+    painter.setFont(font);
+    QRect room = viewport()->rect().adjusted(20, 0, -20, 0);
+    const int spare = std::max(0, room.width() - noticeWidth) / 2;
+    room.adjust(spare, 0, -spare, -room.height() / 4);
+    painter.drawText(room, Qt::AlignCenter | Qt::TextWordWrap, m_notice);
+}
+
+} // namespace velmora

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "system/snapshot_rows_model.h"
+
+#include <QTreeView>
+
+namespace velmora {
+
+/// The result of a comparison as a table, or a few words where there is nothing to show.
+class SnapshotView final : public QTreeView {
+    Q_OBJECT
+public:
+    explicit SnapshotView(SnapshotRowsModel &rows, QWidget *parent = nullptr);
+
+    /// What is said in place of rows.
+    void setNotice(const QString &notice);
+    [[nodiscard]] const QString &notice() const { return m_notice; }
+
+    /// Makes a row the current and only selected one; nothing for -1.
+    void goToRow(int row);
+    [[nodiscard]] std::vector<int> selectedRows() const;
+
+Q_SIGNALS:
+    void currentRowChanged();
+    void selectedRowsChanged();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void keepPlace();
+    void restorePlace();
+
+    SnapshotRowsModel &m_rows;
+    QString m_notice;
+    QString m_keptKey; ///< of the current row, over a change of what is shown
+    bool m_columnsPlaced = false;
+};
+
+} // namespace velmora

@@ -1,0 +1,130 @@
+#pragma once
+
+#include "core/runner.h"
+#include "session/session_widget.h"
+#include "system/snapshot_job.h"
+#include "system/snapshot_kind.h"
+
+class QLabel;
+class QSplitter;
+
+namespace velmora {
+
+class SnapshotBar;
+class SnapshotDetails;
+class SnapshotRowsModel;
+class SnapshotSide;
+class SnapshotStatusBar;
+class SnapshotView;
+
+/// A session that compares a piece of system state between two sides, each captured from this system or loaded from a
+/// file. The kinds of state differ in their `SnapshotKind` alone.
+///
+/// A side that was captured has the kind's live text for its path in records; a record that is opened again captures
+/// anew. One thing runs at a time: what a failed or cancelled one was to replace stays.
+class SnapshotWidget : public SessionWidget {
+    Q_OBJECT
+public:
+    SnapshotWidget(SnapshotKind kind, SessionHost &host, QWidget *parent = nullptr);
+    ~SnapshotWidget() override;
+
+    [[nodiscard]] QString kind() const final;
+    [[nodiscard]] SessionPaths paths() const final;
+    void setPaths(const SessionPaths &paths) final;
+    /// Compares if both sides have something to compare.
+    void start() final;
+    /// "onlyDifferences": true when rows that are the same are not shown; nothing otherwise.
+    [[nodiscard]] QJsonObject options() const final;
+    void setOptions(const QJsonObject &options) final;
+    [[nodiscard]] bool acceptsDroppedPaths() const final { return true; }
+    void dropPaths(const QStringList &paths, QPoint position) final;
+    void refreshTheme() final;
+
+    [[nodiscard]] bool isBusy() const { return m_runner.isRunning(); }
+    [[nodiscard]] QString status() const;
+    [[nodiscard]] const SnapshotRowsModel &rows() const { return *m_rows; }
+
+public Q_SLOTS:
+    void onCompare();
+    void onCaptureLeft();
+    void onCaptureRight();
+    void onLoadLeft();
+    void onLoadRight();
+    void onSaveLeft();
+    void onSaveRight();
+    void onCancel();
+    void onTreeContextMenu(const QPoint &point);
+
+private:
+    void buildLayout();
+    [[nodiscard]] QWidget *buildHead();
+    [[nodiscard]] QWidget *buildFilterRow();
+    void connectBar();
+    void connectView();
+    void connectSides();
+
+    void capture(SnapshotSide &side);
+    void askForFile(SnapshotSide &side);
+    void load(SnapshotSide &side, const QString &path);
+    void askWhereToSave(SnapshotSide &side);
+    void save(const QString &path, const Snapshot &snapshot);
+    /// Runs an order, then `done` with what it brought; not when it was cancelled or there was no memory for it.
+    void run(SnapshotOrder order, std::function<void(SnapshotOutcome &&)> done);
+    /// Says why a side got no snapshot; false when there is nothing to say.
+    bool tellFailure(const SideResult &result, const QString &place);
+    void takeComparison(SnapshotOutcome &&outcome);
+    void submit(SnapshotSide &side);
+
+    void showState();
+    void showProgress(const ProgressState &state);
+    void showNotice();
+    void showCurrentRow();
+    void showShownCount();
+    void goToDifference(bool forward);
+    void copyRows();
+    void copyText(const QString &text);
+    void setOnlyDifferences(bool only);
+    [[nodiscard]] bool isLeft(const SnapshotSide &side) const { return &side == m_left; }
+
+    const SnapshotKind m_kind;
+    SnapshotBar *m_bar;
+    SnapshotRowsModel *m_rows;
+    SnapshotView *m_view;
+    SnapshotDetails *m_details;
+    SnapshotStatusBar *m_status;
+    QLineEdit *m_filter;
+    QSplitter *m_splitter;
+    SnapshotSide *m_left = nullptr;
+    SnapshotSide *m_right = nullptr;
+    bool m_hasResult = false;
+    Runner m_runner;
+};
+
+/// The session of kind "env": environment variables.
+class EnvSnapshotWidget final : public SnapshotWidget {
+    Q_OBJECT
+public:
+    explicit EnvSnapshotWidget(SessionHost &host, QWidget *parent = nullptr)
+        : SnapshotWidget(environmentSnapshots(), host, parent)
+    {}
+};
+
+/// The session of kind "service": the services of Windows.
+class ServiceSnapshotWidget final : public SnapshotWidget {
+    Q_OBJECT
+public:
+    explicit ServiceSnapshotWidget(SessionHost &host, QWidget *parent = nullptr)
+        : SnapshotWidget(serviceSnapshots(), host, parent)
+    {}
+};
+
+/// The session of kind "startup": what starts with the system.
+class StartupSnapshotWidget final : public SnapshotWidget {
+    Q_OBJECT
+public:
+    explicit StartupSnapshotWidget(SessionHost &host, QWidget *parent = nullptr)
+        : SnapshotWidget(startupSnapshots(), host, parent)
+    {}
+};
+
+} // namespace velmora

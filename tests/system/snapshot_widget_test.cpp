@@ -1,0 +1,511 @@
+#include "session/session_host.h"
+#include "session/session_record.h"
+#include "session/theme.h"
+#include "support/scripted_dialogs.h"
+#include "support/test_main.h"
+#include "system/engine/snapshot_file.h"
+#include "system/snapshot_rows_model.h"
+#include "system/snapshot_view.h"
+#include "system/snapshot_widget.h"
+#include "system_fixture.h"
+
+#include <QClipboard>
+#include <QHeaderView>
+#include <QJsonObject>
+#include <QPlainTextEdit>
+#include <QSignalSpy>
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+class SilentHost final : public SessionHost {
+public:
+    void openSession(const QString & /*kind*/, const SessionPaths & /*paths*/) override {}
+    void showStatus(const QString & /*message*/, int /*milliseconds*/) override {}
+};
+
+/// A session in a window, with scripted answers and files of its own.
+template <typename Session>
+class SnapshotFixture {
+public:
+    SnapshotFixture()
+    {
+        session.resize(1100, 700);
+        session.show();
+        session.activateWindow();
+        if (!QTest::qWaitForWindowActive(&session)) // keys are for the active window
+            qFatal("the window is not active");
+    }
+
+    void wait() { QTRY_VERIFY_WITH_TIMEOUT(!session.isBusy(), 30000); }
+
+    [[nodiscard]] QAction &action(const char *name)
+    {
+        auto *found = session.template findChild<QAction *>(QLatin1String(name));
+        if (!found)
+            qFatal("no action %s", name);
+        return *found;
+    }
+
+    /// Clicks the button of an action and waits until what it began has ended.
+    void click(const char *name)
+    {
+        auto *button = session.template findChild<QToolButton *>(QLatin1String(name) + QStringLiteral("Button"));
+        if (!button)
+            qFatal("no button %s", name);
+        QTest::mouseClick(button, Qt::LeftButton);
+        wait();
+    }
+
+    void key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(&view(), Qt::Key(key), modifiers);
+        wait();
+    }
+
+    void type(const char *field, const QString &text)
+    {
+        auto *line = session.template findChild<QLineEdit *>(QLatin1String(field));
+        line->selectAll();
+        QTest::keyClick(line, Qt::Key_Delete);
+        QTest::keyClicks(line, text);
+    }
+    void enter(const char *field)
+    {
+        QTest::keyClick(session.template findChild<QLineEdit *>(QLatin1String(field)), Qt::Key_Return);
+        wait();
+    }
+    [[nodiscard]] QString field(const char *name)
+    {
+        return session.template findChild<QLineEdit *>(QLatin1String(name))->text();
+    }
+    [[nodiscard]] QString label(const char *name)
+    {
+        return session.template findChild<QLabel *>(QLatin1String(name))->text();
+    }
+    [[nodiscard]] QString box(const char *name)
+    {
+        return session.template findChild<QPlainTextEdit *>(QLatin1String(name))->toPlainText();
+    }
+    [[nodiscard]] SnapshotView &view() { return *session.template findChild<SnapshotView *>(); }
+
+    /// The rows as a person sees them.
+    [[nodiscard]] QStringList rows()
+    {
+        QStringList lines;
+        for (int row = 0; row < session.rows().rowCount(); ++row) {
+            QStringList columns;
+            for (int column = 0; column < SnapshotRowsModel::ColumnCount; ++column)
+                columns.append(session.rows().index(row, column).data().toString());
+            lines.append(columns.join(u'|'));
+        }
+        return lines;
+    }
+    [[nodiscard]] QString current()
+    {
+        return view().currentIndex().siblingAtColumn(SnapshotRowsModel::Key).data().toString();
+    }
+
+    void compareFiles(const QString &left, const QString &right)
+    {
+        session.setPaths({left, right, {}});
+        session.start();
+        wait();
+    }
+
+    TestFiles files;
+    ScriptedDialogs dialogs;
+    SilentHost host;
+    Session session{host};
+};
+
+using EnvFixture = SnapshotFixture<EnvSnapshotWidget>;
+using ServiceFixture = SnapshotFixture<ServiceSnapshotWidget>;
+using StartupFixture = SnapshotFixture<StartupSnapshotWidget>;
+
+/// An environment session on two small files.
+class Compared : public EnvFixture {
+public:
+    Compared()
+    {
+        left = files.write(QStringLiteral("left.kvenv"),
+                           json("{'HOME': '/home/a', 'LANG': 'C', 'ONLY_L': 'x', 'PATH': '/bin:/usr/bin:/opt'}"));
+        right = files.write(QStringLiteral("right.kvenv"),
+                            json("{'HOME': '/home/a', 'LANG': 'de', 'ONLY_R': 'a\\nb', 'PATH': '/bin:/sbin:/opt'}"));
+        compareFiles(left, right);
+    }
+
+    QString left;
+    QString right;
+};
+
+QByteArray services(const char *startMode)
+{
+    return json("[{'name': 'Spooler', 'displayName': 'Print Spooler', 'state': 'Running', 'startMode': '") + startMode +
+           json("'}]");
+}
+
+} // namespace
+
+class SnapshotWidgetTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { qputenv("VELMORA_TEST_VARIABLE", "first"); }
+    void cleanup() { qunsetenv("VELMORA_TEST_VARIABLE"); }
+
+    void comparesTwoFiles()
+    {
+        EnvFixture f;
+        QSignalSpy finished(&f.session, &SessionWidget::comparisonFinished);
+        QSignalSpy title(&f.session, &SessionWidget::tabTitleChanged);
+        const QString left =
+            f.files.write(QStringLiteral("a.kvenv"), json("{'A': '1', 'B': '1', 'C': '1', 'PATH': '/x'}"));
+        const QString right =
+            f.files.write(QStringLiteral("b.kvenv"), json("{'B': '1', 'C': '2', 'D': '', 'PATH': '/x'}"));
+        f.type("leftSnapshot", QDir::toNativeSeparators(left));
+        f.enter("leftSnapshot");
+        QCOMPARE(f.session.status(), QStringLiteral("Loaded 4 item(s)"));
+        f.type("rightSnapshot", u'"' + right + u'"');
+        f.key(Qt::Key_F5);
+        QCOMPARE(f.rows(), (QStringList{QStringLiteral("Left only|A|1|"), QStringLiteral("Same|B|1|1"),
+                                        QStringLiteral("Changed|C|1|2"), QStringLiteral("Right only|D||"),
+                                        QStringLiteral("Same|PATH|/x|/x")}));
+        QCOMPARE(f.session.status(), QStringLiteral("Compare finished (5 item(s))"));
+        QCOMPARE(f.label("countsLabel"), QStringLiteral("Same: 2   Changed: 1   Left only: 1   Right only: 1"));
+        QCOMPARE(finished.size(), 1);
+        QCOMPARE(finished[0], (QVariantList{left, right}));
+        QCOMPARE(title.size(), 1);
+        QCOMPARE(title[0][0].toString(), QStringLiteral("a.kvenv <-> b.kvenv"));
+
+        // A file that has changed is read again, one that is gone is not.
+        f.files.write(QStringLiteral("a.kvenv"), json("{'NEW': '1'}"));
+        QVERIFY(QFile::remove(right));
+        f.key(Qt::Key_F5);
+        QCOMPARE(f.rows().value(3), QStringLiteral("Left only|NEW|1|"));
+        QCOMPARE(f.rows().size(), 5);
+    }
+
+    void comparesTheLiveEnvironmentWhereASideIsEmpty()
+    {
+        EnvFixture f;
+        QCOMPARE(f.session.findChild<QLineEdit *>(QStringLiteral("leftSnapshot"))->placeholderText(),
+                 QStringLiteral("Leave empty for current process environment"));
+        f.click("captureLeftAction");
+        const qsizetype count = captureEnvironment().size();
+        QCOMPARE(f.session.status(), QStringLiteral("Captured %1 variable(s)").arg(count));
+        QCOMPARE(f.field("leftSnapshot"), QStringLiteral("[Current environment]"));
+        qputenv("VELMORA_TEST_VARIABLE", "second");
+        const auto variable = [&f] { return f.rows().filter(QStringLiteral("VELMORA_TEST_VARIABLE")).value(0); };
+        f.key(Qt::Key_F5); // the right side is what it is now, the left what it was
+        QCOMPARE(variable(), QStringLiteral("Changed|VELMORA_TEST_VARIABLE|first|second"));
+        QCOMPARE(f.field("rightSnapshot"), QString());
+        QCOMPARE(f.session.status(), QStringLiteral("Compare finished (%1 item(s))").arg(count));
+        qunsetenv("VELMORA_TEST_VARIABLE");
+        f.key(Qt::Key_F5);
+        QCOMPARE(variable(), QStringLiteral("Left only|VELMORA_TEST_VARIABLE|first|"));
+
+        // A record says what was live, and opening it captures anew.
+        const SessionRecord record = f.session.record();
+        QCOMPARE(record.paths, (SessionPaths{QStringLiteral("[Current environment]"), {}, {}}));
+        qputenv("VELMORA_TEST_VARIABLE", "third");
+        EnvFixture again;
+        again.compareFiles(record.paths.left, record.paths.right);
+        QCOMPARE(again.rows().filter(QStringLiteral("VELMORA_TEST_VARIABLE")).value(0),
+                 QStringLiteral("Same|VELMORA_TEST_VARIABLE|third|third"));
+    }
+
+    void savesWhatItHolds()
+    {
+        EnvFixture f;
+        const QString path = f.files.path(QStringLiteral("saved.kvenv"));
+        f.dialogs.answerPath(path);
+        f.click("saveRightAction"); // an empty side stands for this process
+        QCOMPARE(f.session.status(), QStringLiteral("Saved %1").arg(QDir::toNativeSeparators(path)));
+        QCOMPARE(loadSnapshot(path, SnapshotForm::TextObject).snapshot, captureEnvironment());
+        QCOMPARE(f.dialogs.asked().last().start, QStringLiteral("environment.kvenv"));
+        QCOMPARE(f.dialogs.asked().last().text, QStringLiteral("Environment snapshot (*.kvenv)"));
+
+        f.dialogs.answerPath(path);
+        f.click("loadLeftAction");
+        QCOMPARE(f.dialogs.asked().last().text, QStringLiteral("Environment snapshot (*.kvenv);;All files (*.*)"));
+        QCOMPARE(f.session.paths().left, path);
+        const QString folder = f.files.path(QStringLiteral("none/x.kvenv"));
+        f.dialogs.answerPath(folder);
+        f.key(Qt::Key_S, Qt::ControlModifier);
+        QCOMPARE(f.session.status(), QStringLiteral("Cannot write: %1").arg(QDir::toNativeSeparators(folder)));
+        QVERIFY(!f.label("statusDetail").isEmpty());
+    }
+
+    void keepsWhatItHasWhenAFileIsBad()
+    {
+        Compared f;
+        const QStringList before = f.rows();
+        const QString bad = f.files.write(QStringLiteral("bad.kvenv"), "[]");
+        const QString missing = f.files.path(QStringLiteral("missing.kvenv"));
+        const QString cannotOpen = QStringLiteral("Cannot open: %1").arg(QDir::toNativeSeparators(missing));
+        QSignalSpy finished(&f.session, &SessionWidget::comparisonFinished);
+
+        f.dialogs.answerPath(bad);
+        f.click("loadLeftAction");
+        QCOMPARE(f.session.status(), QStringLiteral("Invalid environment snapshot format"));
+        QVERIFY(!f.label("statusDetail").isEmpty());
+        QCOMPARE(f.session.paths().left, f.left);
+        f.type("rightSnapshot", missing);
+        f.enter("rightSnapshot");
+        QCOMPARE(f.session.status(), cannotOpen);
+        f.key(Qt::Key_F5);
+        QCOMPARE(f.session.status(), cannotOpen);
+        QCOMPARE(f.rows(), before);
+        QCOMPARE(finished.size(), 0);
+        // The snapshot that was there is still at hand for its place.
+        QVERIFY(QFile::remove(f.right));
+        f.type("rightSnapshot", f.right);
+        f.key(Qt::Key_F5);
+        QCOMPARE(finished.size(), 1);
+        QCOMPARE(f.rows(), before);
+    }
+
+    void walksFiltersAndSortsRows()
+    {
+        Compared f;
+        f.view().setFocus();
+        QCOMPARE(f.current(), QStringLiteral("HOME"));
+        const auto walk = [&f](int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+            f.key(key, modifiers);
+            return f.current();
+        };
+        QCOMPARE(walk(Qt::Key_F8), QStringLiteral("LANG"));
+        QCOMPARE(walk(Qt::Key_F8), QStringLiteral("ONLY_L"));
+        QCOMPARE(walk(Qt::Key_F7), QStringLiteral("LANG"));
+        QCOMPARE(walk(Qt::Key_F8, Qt::ShiftModifier), QStringLiteral("LANG"));
+        QCOMPARE(f.session.status(), QStringLiteral("No earlier difference"));
+
+        f.key(Qt::Key_D, Qt::ControlModifier);
+        QCOMPARE(f.rows().size(), 4);
+        QCOMPARE(f.current(), QStringLiteral("LANG")); // what was current stays so
+        QVERIFY(f.label("countsLabel").endsWith(QStringLiteral("Hidden: 1")));
+        QCOMPARE(f.session.options(), (QJsonObject{{QStringLiteral("onlyDifferences"), true}}));
+        f.key(Qt::Key_A, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(f.rows().size(), 5);
+        QVERIFY(f.session.options().isEmpty());
+        f.session.setOptions({{QStringLiteral("onlyDifferences"), true}});
+        QVERIFY(f.action("showDifferencesAction").isChecked());
+
+        f.key(Qt::Key_F, Qt::ControlModifier);
+        QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("rowFilter"));
+        f.type("rowFilter", QStringLiteral("only RIGHT"));
+        QCOMPARE(f.rows(), QStringList(QStringLiteral("Right only|ONLY_R||a \u21b5 b")));
+        f.type("rowFilter", QStringLiteral("nothing"));
+        QVERIFY(f.rows().isEmpty());
+        QCOMPARE(f.view().notice(), QStringLiteral("No row holds these words."));
+        f.type("rowFilter", QString());
+
+        f.session.setOptions({});
+        f.view().header()->setSortIndicator(SnapshotRowsModel::Key, Qt::DescendingOrder);
+        QVERIFY(f.rows().first().startsWith(QStringLiteral("Changed|PATH|")));
+        f.view().header()->setSortIndicator(SnapshotRowsModel::Status, Qt::AscendingOrder);
+        QVERIFY(f.rows().first().startsWith(QStringLiteral("Same|HOME|")));
+        f.view().header()->setSortIndicator(-1, Qt::AscendingOrder);
+        QVERIFY(f.rows().last().startsWith(QStringLiteral("Changed|PATH|")));
+    }
+
+    void showsAndCopiesWholeValues()
+    {
+        Compared f;
+        f.view().goToRow(4);
+        QCOMPARE(f.label("detailsTitle"), QStringLiteral("PATH"));
+        QCOMPARE(f.box("leftValue"), QStringLiteral("/bin\n/usr/bin\n\n/opt"));
+        QCOMPARE(f.box("rightValue"), QStringLiteral("/bin\n\n/sbin\n/opt"));
+        f.view().goToRow(3);
+        QCOMPARE(f.box("leftValue"), QString(u'\n'));
+        QCOMPARE(f.box("rightValue"), QStringLiteral("a\nb"));
+        f.key(Qt::Key_Up, Qt::ShiftModifier);
+        f.key(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(),
+                 QStringLiteral("Left only\tONLY_L\tx\t\nRight only\tONLY_R\t\t\"a\nb\"\n"));
+
+        // No value is taken for markup.
+        const QString bold = f.files.write(QStringLiteral("b.kvenv"), json("{'A': '<b>x</b>'}"));
+        f.compareFiles(bold, bold);
+        QVERIFY(f.session.rows()
+                    .index(0, SnapshotRowsModel::Left)
+                    .data(Qt::ToolTipRole)
+                    .toString()
+                    .contains(QStringLiteral("&lt;b&gt;")));
+    }
+
+    void takesDroppedFiles()
+    {
+        Compared f;
+        f.session.setPaths({});
+        QVERIFY(f.session.acceptsDroppedPaths());
+        const QPoint onRight = f.session.findChild<QLineEdit *>(QStringLiteral("rightSnapshot"))->geometry().center();
+        f.session.dropPaths({f.left}, onRight);
+        f.wait();
+        QCOMPARE(f.session.paths(), (SessionPaths{{}, f.left, {}}));
+        f.session.dropPaths({f.right}, QPoint(600, 500)); // where the rows are: for the side that has none
+        f.wait();
+        QCOMPARE(f.session.paths(), (SessionPaths{f.right, f.left, {}}));
+        f.session.dropPaths({f.left, f.right}, QPoint(600, 500));
+        f.wait();
+        QCOMPARE(f.session.paths(), (SessionPaths{f.left, f.right, {}}));
+        QCOMPARE(f.rows().size(), 5);
+    }
+
+    void comparesServices()
+    {
+        FakePowerShell shell;
+        shell.says(
+            json("[{'Name': 'Spooler', 'State': 'Running', 'StartMode': 'Auto', 'DisplayName': 'Print Spooler'}]"));
+        ServiceFixture f;
+        QVERIFY(!f.action("compareAction").isEnabled());
+        QCOMPARE(f.action("compareAction").toolTip(),
+                 QStringLiteral("The left side holds nothing yet: capture it or load a file first"));
+        QVERIFY(!f.action("saveLeftAction").isEnabled());
+        f.key(Qt::Key_1, Qt::ControlModifier);
+        QCOMPARE(f.session.status(), QStringLiteral("Captured 1 service(s)"));
+        QVERIFY(!f.action("compareAction").isEnabled());
+        f.dialogs.answerPath(f.files.write(QStringLiteral("new.kvsvc"), services("Manual")));
+        f.click("loadRightAction");
+        f.key(Qt::Key_F5);
+        QCOMPARE(f.rows(), QStringList(QStringLiteral("Changed|Spooler|Running / Auto|Running / Manual")));
+        QCOMPARE(f.session.status(), QStringLiteral("Services compare finished (1 item(s))"));
+        QCOMPARE(f.session.paths().left, QStringLiteral("[Current services]"));
+
+        const QString saved = f.files.path(QStringLiteral("saved.kvsvc"));
+        f.dialogs.answerPath(saved);
+        f.click("saveLeftAction");
+        QCOMPARE(loadSnapshot(saved, SnapshotForm::ServiceArray).snapshot.first(),
+                 serviceItem(QStringLiteral("Print Spooler"), QStringLiteral("Running"), QStringLiteral("Auto")));
+
+        // A record of two live sides asks once.
+        ServiceFixture again;
+        shell.says("[]");
+        again.compareFiles(QStringLiteral("[Current services]"), QStringLiteral("[Current services]"));
+        QCOMPARE(again.session.status(), QStringLiteral("Services compare finished (0 item(s))"));
+        QCOMPARE(again.view().notice(), QStringLiteral("Neither side holds an item."));
+    }
+
+    void saysWhyThereAreNoServices()
+    {
+        FakePowerShell shell;
+        ServiceFixture f;
+        f.dialogs.answerPath(f.files.write(QStringLiteral("a.kvsvc"), services("Auto")));
+        f.click("loadLeftAction");
+        f.click("captureLeftAction"); // ends with an error
+        QCOMPARE(f.session.status(), QStringLiteral("Cannot parse service list JSON"));
+        QCOMPARE(f.label("statusDetail"), QStringLiteral("Get-CimInstance: access denied"));
+        QCOMPARE(f.session.paths().left, f.files.path(QStringLiteral("a.kvsvc")));
+        FakePowerShell::goes();
+        f.click("captureRightAction");
+        QCOMPARE(f.session.status(), QStringLiteral("Cannot parse service list JSON"));
+        QVERIFY(f.label("statusDetail").contains(QStringLiteral("powershell.exe")));
+        QCOMPARE(f.field("rightSnapshot"), QString());
+        f.dialogs.answerPath(f.files.write(QStringLiteral("bad.kvsvc"), "{}"));
+        f.click("loadRightAction");
+        QCOMPARE(f.session.status(), QStringLiteral("Invalid service snapshot format"));
+    }
+
+    void canBeCancelledWhilePowerShellRuns()
+    {
+        FakePowerShell shell;
+        FakePowerShell::hangs();
+        ServiceFixture f;
+        f.session.onCaptureLeft();
+        QVERIFY(f.session.isBusy());
+        QTRY_VERIFY(f.session.status().startsWith(QStringLiteral("Asking PowerShell for the services")));
+        QVERIFY(!f.action("captureRightAction").isEnabled());
+        f.key(Qt::Key_Escape);
+        QCOMPARE(f.session.status(), QStringLiteral("Cancelled"));
+        QVERIFY(f.action("captureRightAction").isEnabled());
+        QVERIFY(!f.action("cancelAction").isEnabled());
+        f.session.onCaptureLeft(); // closing the session does not wait for it
+    }
+
+    void comparesStartupItems()
+    {
+        StartupFixture f;
+        QDir home = QDir::home();
+        const QString folder = QStringLiteral("AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Startup");
+        QVERIFY(home.mkpath(folder));
+        QFile item(home.filePath(folder + QStringLiteral("/notes.bat")));
+        QVERIFY(item.open(QIODevice::WriteOnly));
+        item.close();
+        f.click("captureRightAction");
+        QVERIFY(f.session.status().startsWith(QStringLiteral("Captured ")));
+        QCOMPARE(f.field("rightSnapshot"), QStringLiteral("[Current startup]"));
+        f.type("leftSnapshot",
+               f.files.write(QStringLiteral("old.kvstartup"), json("{'CommonStartup\\\\old.lnk': 'C:/old.lnk'}")));
+        f.key(Qt::Key_F5);
+        QCOMPARE(f.rows().first(), QStringLiteral("Left only|CommonStartup\\old.lnk|C:/old.lnk|"));
+        QVERIFY(f.rows().contains(QStringLiteral("Right only|Startup\\notes.bat||") + item.fileName()));
+        f.dialogs.answerPath(f.files.path(QStringLiteral("none/x")));
+        f.click("saveRightAction");
+        QCOMPARE(f.session.status(), QStringLiteral("Cannot write file"));
+        QVERIFY(item.remove());
+    }
+
+    void hasItsTexts_data()
+    {
+        QTest::addColumn<QStringList>("texts"); ///< heading, hint, labels, columns
+        QTest::addColumn<int>("kind");
+        QTest::newRow("env") << QStringList{QStringLiteral("Environment variables compare"),
+                                            QStringLiteral("Capture or load both sides, then click Compare."),
+                                            QStringLiteral("Left (.kvenv or current environment):"),
+                                            QStringLiteral("Right (.kvenv or current environment):"),
+                                            QStringLiteral("Status|Variable|Left|Right")}
+                             << 0;
+        QTest::newRow("service") << QStringList{QStringLiteral("Services compare"),
+                                                QStringLiteral("Capture or load Windows service snapshots, then "
+                                                               "compare (requires PowerShell)."),
+                                                QStringLiteral("Left (.kvsvc):"), QStringLiteral("Right(.kvsvc):"),
+                                                QStringLiteral("Status|Service name|Left|Right")}
+                                 << 1;
+        QTest::newRow("startup") << QStringList{QStringLiteral("Startup items compare"),
+                                                QStringLiteral("Captures Registry Run keys and shortcuts/scripts in "
+                                                               "the user Startup folder (Windows)."),
+                                                QStringLiteral("Left (.kvstartup):"),
+                                                QStringLiteral("Right(.kvstartup):"),
+                                                QStringLiteral("Status|Item|Left|Right")}
+                                 << 2;
+    }
+
+    void hasItsTexts()
+    {
+        QFETCH(QStringList, texts);
+        QFETCH(int, kind);
+        SilentHost host;
+        const std::unique_ptr<SnapshotWidget> session(
+            kind == 0   ? static_cast<SnapshotWidget *>(new EnvSnapshotWidget(host))
+            : kind == 1 ? static_cast<SnapshotWidget *>(new ServiceSnapshotWidget(host))
+                        : new StartupSnapshotWidget(host));
+        QStringList labels;
+        for (const QLabel *label : session->findChildren<QLabel *>())
+            labels.append(label->text());
+        for (const QString &text : texts.first(4))
+            QVERIFY2(labels.contains(text), qPrintable(text));
+        QStringList columns;
+        for (int column = 0; column < SnapshotRowsModel::ColumnCount; ++column)
+            columns.append(session->rows().headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
+        QCOMPARE(columns.join(u'|'), texts[4]);
+    }
+
+    void followsTheTheme()
+    {
+        Compared f;
+        const auto colour = [&f] {
+            return f.session.rows().index(1, SnapshotRowsModel::Left).data(Qt::BackgroundRole).value<QBrush>().color();
+        };
+        const QColor light = colour();
+        applyTheme(true);
+        f.session.refreshTheme();
+        QVERIFY(colour() != light);
+        applyTheme(false);
+    }
+};
+
+VELMORA_TEST(SnapshotWidgetTest)
+#include "snapshot_widget_test.moc"
