@@ -8,8 +8,14 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <QTest>
 
 namespace velmora::test {
+
+inline QString word(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
 
 /// What one run of the command line put out.
 struct CliResult {
@@ -32,27 +38,34 @@ inline CliResult runCli(const QStringList &arguments, const QByteArray &standard
     return result;
 }
 
-/// A folder of its own for the files of one test.
+/// The same with the arguments separated by blanks.
+inline CliResult runCli(const QByteArray &arguments, const QByteArray &standardInput = {})
+{
+    return runCli(QString::fromUtf8(arguments).split(u' ', Qt::SkipEmptyParts), standardInput);
+}
+
+/// A folder of its own for the files of one test, and the current one for as long.
 class CliFiles {
 public:
-    [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
+    CliFiles() { QDir::setCurrent(m_folder.path()); }
+    ~CliFiles() { QDir::setCurrent(m_before); }
+    CliFiles(const CliFiles &) = delete;
+    CliFiles &operator=(const CliFiles &) = delete;
 
-    /// Writes a file and returns its path.
-    QString write(const QString &name, const QByteArray &bytes) const
+    static void write(const char *name, const QByteArray &bytes)
     {
-        QFile file(path(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-            qFatal("cannot write %s", qPrintable(name));
-        return file.fileName();
+        QFile file(word(name));
+        QVERIFY2(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size(), name);
     }
 
-    [[nodiscard]] QByteArray read(const QString &name) const
+    [[nodiscard]] static QByteArray read(const char *name)
     {
-        QFile file(path(name));
+        QFile file(word(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("(unreadable)");
     }
 
 private:
+    QString m_before = QDir::currentPath();
     QTemporaryDir m_folder;
 };
 

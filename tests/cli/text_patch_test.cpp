@@ -12,11 +12,6 @@ using namespace velmora::test;
 
 namespace {
 
-QString word(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
-
 /// Lines over a small alphabet, so that many are equal, with any line end and now and then none at the end of the text.
 QByteArray randomText(QRandomGenerator &random)
 {
@@ -91,14 +86,9 @@ private Q_SLOTS:
 
     void quotesStrangeNames()
     {
-        QByteArray bytes;
-        QBuffer device(&bytes);
-        QVERIFY(device.open(QIODevice::WriteOnly));
-        OutputBuffer output(device);
         const TextLines left = TextLines::split("a\n");
-        writePatch(output, {{0, 1, 0, 0}}, word("with space"), left, word("a\"b\\c\nü"), {});
-        QVERIFY(output.finish());
-        QVERIFY(bytes.startsWith("--- with space\t\n+++ \"a\\\"b\\\\c\\012\xC3\xBC\"\n@@ "));
+        const QByteArray patch = written({{0, 1, 0, 0}}, word("with space"), left, word("a\"b\\c\nü"), {});
+        QVERIFY(patch.startsWith("--- with space\t\n+++ \"a\\\"b\\\\c\\012\xC3\xBC\"\n@@ "));
     }
 
     void rowsMayLeaveLinesOutOrCallThemEqual()
@@ -116,12 +106,8 @@ private Q_SLOTS:
         const TextLines right = TextLines::split("1\nB\nC\nnew\n4\n5\n6\n7\n8\nend\n");
         const std::vector<PatchChange> all = {{1, 3, 1, 4}, {8, 9, 9, 10}};
         const auto patchOf = [&](const PatchChange &lines) {
-            QByteArray bytes;
-            QBuffer device(&bytes);
-            device.open(QIODevice::WriteOnly);
-            OutputBuffer output(device);
-            writePatch(output, changesWithin(all, lines), word("a"), left, word("b"), right);
-            return output.finish() ? bytes.mid(bytes.indexOf("@@")) : QByteArray("not written");
+            const QByteArray patch = written(changesWithin(all, lines), word("a"), left, word("b"), right);
+            return patch.mid(patch.indexOf("@@"));
         };
         // One line of the first change, what it only adds, the second one by itself, and none.
         QCOMPARE(patchOf({2, 3, 2, 3}), QByteArray("@@ -1,6 +1,6 @@\n 1\n 2\n-3\n+C\n 4\n 5\n 6\n"));
@@ -147,10 +133,9 @@ private Q_SLOTS:
             QSKIP("no patch program here");
         if (!options.isEmpty() && options[0] == word("--options")) {
             const int algorithm = options[1] == word("unaligned") ? 3 : 0;
-            options[1] = m_files.write(options[1], QStringLiteral(R"({"alignAlgorithm": %1, "unimportantText": ["a"],
-                                                                      "ignoreBlankLines": true})")
-                                                       .arg(algorithm)
-                                                       .toUtf8());
+            CliFiles::write(options[1].toLatin1().constData(),
+                            R"({"alignAlgorithm": )" + QByteArray::number(algorithm) +
+                                R"(, "unimportantText": ["a"], "ignoreBlankLines": true})");
         }
         QRandomGenerator random(5);
         for (int round = 0; round < 60; ++round) {
@@ -180,27 +165,36 @@ private Q_SLOTS:
     }
 
 private:
-    CliResult makePatch(const QByteArray &left, const QByteArray &right, const QStringList &options)
+    static QByteArray written(const std::vector<PatchChange> &changes, const QString &leftName, const TextLines &left,
+                              const QString &rightName, const TextLines &right)
     {
-        m_files.write(word("left"), left);
-        m_files.write(word("right"), right);
-        return runCli(
-            QStringList{word("text"), word("--format=patch"), m_files.path(word("left")), m_files.path(word("right"))} +
-            options);
+        QByteArray bytes;
+        QBuffer device(&bytes);
+        if (!device.open(QIODevice::WriteOnly))
+            return "not opened";
+        OutputBuffer output(device);
+        writePatch(output, changes, leftName, left, rightName, right);
+        return output.finish() ? bytes : QByteArray("not written");
+    }
+
+    static CliResult makePatch(const QByteArray &left, const QByteArray &right, const QStringList &options)
+    {
+        CliFiles::write("left", left);
+        CliFiles::write("right", right);
+        return runCli(word("text --format=patch left right").split(u' ') + options);
     }
 
     /// The left file after the patch.
     QByteArray applied(const QByteArray &patch)
     {
-        QFile::remove(m_files.path(word("out")));
+        QFile::remove(word("out"));
         QProcess program;
-        program.start(m_patchProgram,
-                      {word("-p0"), word("-s"), word("-o"), m_files.path(word("out")), m_files.path(word("left"))});
+        program.start(m_patchProgram, word("-p0 -s -o out left").split(u' '));
         program.waitForStarted();
         program.write(patch);
         program.closeWriteChannel();
         program.waitForFinished();
-        return program.exitCode() == 0 ? m_files.read(word("out")) : program.readAllStandardOutput() + patch;
+        return program.exitCode() == 0 ? CliFiles::read("out") : program.readAllStandardOutput() + patch;
     }
 
     CliFiles m_files;

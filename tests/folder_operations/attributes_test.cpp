@@ -20,8 +20,8 @@ const QByteArray note(300, 'n');
 struct stat statusOf(const QString &path)
 {
     struct stat status {};
-    if (::stat(QFile::encodeName(path).constData(), &status) != 0)
-        qFatal("no such file");
+    status.st_blocks = std::numeric_limits<blkcnt_t>::max() / 512; // unlike any file's where there is none
+    (void)::stat(QFile::encodeName(path).constData(), &status);
     return status;
 }
 
