@@ -3,6 +3,8 @@
 #include "text/engine/block_cascade.h"
 
 #include <algorithm>
+#include <array>
+#include <limits>
 
 namespace velmora {
 
@@ -10,30 +12,62 @@ namespace {
 
 constexpr qint32 none = -1;
 
-/// The least length in common since any earlier place, for lengths given one after the other.
-class TrailingMinimum {
+// Two forms of one thing: given part and length in common of one place after the other, `next` returns the least of the
+// lengths since the last place of that part, 0 at its first place.
+
+/// For a handful of parts, as most rectangles have: keeps the least length of each.
+class FewMinima {
 public:
-    void push(qint32 index, qint32 common)
+    static constexpr qint32 parts = 4;
+
+    qint32 next(qint32 part, qint32 common) noexcept
+    {
+        qint32 least = 0;
+        for (qint32 each = 0; each < parts; ++each) {
+            const qint32 both = std::min(m_least[size_t(each)], common);
+            least = each == part ? both : least;
+            m_least[size_t(each)] = each == part ? std::numeric_limits<qint32>::max() : both;
+        }
+        return least;
+    }
+
+private:
+    std::array<qint32, parts> m_least{};
+};
+
+/// For any number of parts: keeps the last place of each, and the places behind which the least length grows.
+class ManyMinima {
+public:
+    explicit ManyMinima(size_t parts) : m_lastOfPart(parts, none) {}
+
+    qint32 next(qint32 part, qint32 common)
     {
         while (!m_steps.empty() && m_steps.back().common >= common)
             m_steps.pop_back();
-        m_steps.push_back({index, common});
-    }
-    /// The least of the lengths behind `index`. Precondition: one has been pushed behind it.
-    [[nodiscard]] qint32 since(qint32 index) const noexcept
-    {
-        size_t step = m_steps.size() - 1;
-        while (step > 0 && m_steps[step - 1].index > index)
-            --step;
-        return m_steps[step].common;
+        m_steps.push_back({m_place, common});
+        qint32 &last = m_lastOfPart[size_t(part)];
+        const qint32 least = last == none ? 0 : leastSince(last);
+        last = m_place++;
+        return least;
     }
 
 private:
     struct Step {
-        qint32 index;
+        qint32 place;
         qint32 common;
     };
+
+    [[nodiscard]] qint32 leastSince(qint32 place) const noexcept
+    {
+        size_t step = m_steps.size() - 1;
+        while (step > 0 && m_steps[step - 1].place > place)
+            --step;
+        return m_steps[step].common;
+    }
+
+    std::vector<qint32> m_lastOfPart;
     std::vector<Step> m_steps; ///< rising in both
+    qint32 m_place = 0;
 };
 
 } // namespace
@@ -130,19 +164,19 @@ void BlockSweep::collectCandidates(const Task &task, qint32 length)
         }
     }
     closeGroup();
-    sortByPosition(m_firsts, m_byFirst, task.rect.alo, task.rect.ahi);
-    sortByPosition(m_seconds, m_bySecond, task.rect.blo, task.rect.bhi);
+    sortByPosition(m_firsts, 0, task.rect.alo, task.rect.ahi);
+    sortByPosition(m_seconds, m_firstSize, task.rect.blo, task.rect.bhi);
     linkGroups();
 }
 
-void BlockSweep::sortByPosition(std::vector<Candidate> &candidates, std::vector<qint32> &marks, qint32 begin,
-                                qint32 end)
+void BlockSweep::sortByPosition(std::vector<Candidate> &candidates, qint32 firstMark, qint32 begin, qint32 end)
 {
     if (qint64(candidates.size()) * m_tuning.markShare < end - begin) {
         std::sort(candidates.begin(), candidates.end(),
                   [](const Candidate &x, const Candidate &y) { return x.position < y.position; });
         return;
     }
+    const std::span<qint32> marks = std::span(m_byPlace).subspan(size_t(firstMark));
     std::fill(marks.begin() + begin, marks.begin() + end, none);
     for (const Candidate &candidate : candidates)
         marks[size_t(candidate.position)] = candidate.group;
@@ -196,46 +230,56 @@ void BlockSweep::distribute(const Task &task, qint32 longest)
 {
     if (m_parts.empty())
         return;
-    std::fill(m_byFirst.begin() + task.rect.alo, m_byFirst.begin() + task.rect.ahi, none);
-    std::fill(m_bySecond.begin() + task.rect.blo, m_bySecond.begin() + task.rect.bhi, none);
-    for (size_t part = 0; part < m_parts.size(); ++part) {
-        const MatchRect &rect = m_parts[part].rect;
-        std::fill(m_byFirst.begin() + rect.alo, m_byFirst.begin() + rect.ahi, qint32(part));
-        std::fill(m_bySecond.begin() + rect.blo, m_bySecond.begin() + rect.bhi, qint32(part));
-    }
-    m_partOf.resize(task.end - task.begin);
-    for (size_t k = task.begin; k < task.end; ++k) {
-        const SuffixPlace place = m_places[k];
-        const qint32 part = place.inFirst() ? m_byFirst[size_t(place.first())] : m_bySecond[size_t(place.second())];
-        m_partOf[k - task.begin] = part;
-        if (part != none)
-            ++m_parts[size_t(part)].end;
+    const auto lastPart = qint32(m_parts.size());
+    const size_t kept = assignParts(task);
+    if (lastPart < FewMinima::parts)
+        movePlaces(task, longest, FewMinima());
+    else
+        movePlaces(task, longest, ManyMinima(m_parts.size()));
+    std::copy_n(m_moved.begin() + qsizetype(task.begin), kept, m_places.begin() + qsizetype(task.begin));
+    m_parts.pop_back();
+    m_tasks.insert(m_tasks.end(), m_parts.begin(), m_parts.end());
+}
+
+size_t BlockSweep::assignParts(const Task &task)
+{
+    const auto mark = [this](const MatchRect &rect, qint32 part) {
+        std::fill(m_byPlace.begin() + rect.alo, m_byPlace.begin() + rect.ahi, part);
+        std::fill(m_byPlace.begin() + m_firstSize + rect.blo, m_byPlace.begin() + m_firstSize + rect.bhi, part);
+    };
+    // The places of no part go to a last one, so that moving them takes no decision.
+    const auto rest = qint32(m_parts.size());
+    mark(task.rect, rest);
+    for (qint32 part = 0; part < rest; ++part)
+        mark(m_parts[size_t(part)].rect, part);
+    m_parts.emplace_back();
+
+    const size_t size = task.end - task.begin;
+    m_partOf.resize(size);
+    for (size_t k = 0; k < size; ++k) {
+        const qint32 part = m_byPlace[markOf(m_places[task.begin + k])];
+        m_partOf[k] = part;
+        ++m_parts[size_t(part)].end;
     }
     size_t begin = task.begin;
     for (Task &part : m_parts) {
         const size_t count = part.end;
         part.begin = part.end = begin;
         begin += count;
-        part.lopsided = count > (task.end - task.begin) / 4 * 3 ? task.lopsided + 1 : 0;
+        part.lopsided = count > size / 4 * 3 ? task.lopsided + 1 : 0;
     }
+    return m_parts.back().begin - task.begin;
+}
 
-    TrailingMinimum minimum;
-    std::vector<qint32> &lastOfPart = m_groupHead;
-    lastOfPart.assign(m_parts.size(), none);
+template <typename Minima>
+void BlockSweep::movePlaces(const Task &task, qint32 longest, Minima minima)
+{
     for (size_t k = task.begin; k < task.end; ++k) {
+        const qint32 part = m_partOf[k - task.begin];
         // The parts have no longer blocks, so more in common says nothing more.
-        const auto index = qint32(k - task.begin);
-        minimum.push(index, std::min(m_places[k].common, longest));
-        const qint32 part = m_partOf[size_t(index)];
-        if (part == none)
-            continue;
-        qint32 &last = lastOfPart[size_t(part)];
-        m_moved[m_parts[size_t(part)].end++] = {m_places[k].position, last == none ? 0 : minimum.since(last)};
-        last = index;
+        const qint32 common = minima.next(part, std::min(m_places[k].common, longest));
+        m_moved[m_parts[size_t(part)].end++] = {m_places[k].position, common};
     }
-    std::copy(m_moved.begin() + qsizetype(task.begin), m_moved.begin() + qsizetype(begin),
-              m_places.begin() + qsizetype(task.begin));
-    m_tasks.insert(m_tasks.end(), m_parts.begin(), m_parts.end());
 }
 
 } // namespace velmora

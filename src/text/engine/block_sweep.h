@@ -27,8 +27,8 @@ public:
           m_runs(runs),
           m_poll(poll),
           m_order(input),
-          m_byFirst(input.a.size()),
-          m_bySecond(input.b.size())
+          m_firstSize(qint32(input.a.size())),
+          m_byPlace(input.a.size() + input.b.size())
     {}
 
     /// Takes every block of `rect`.
@@ -53,11 +53,23 @@ private:
     [[nodiscard]] qint32 takeCascade(const Task &task);
     [[nodiscard]] qint32 longestBlock(const Task &task) const;
     void collectCandidates(const Task &task, qint32 length);
-    void sortByPosition(std::vector<Candidate> &candidates, std::vector<qint32> &marks, qint32 begin, qint32 end);
+    /// Precondition: the positions lie in [begin, end), whose marks begin at m_byPlace[firstMark + begin].
+    void sortByPosition(std::vector<Candidate> &candidates, qint32 firstMark, qint32 begin, qint32 end);
     void linkGroups();
     void takeBlocks(const Task &task, qint32 length);
     void addPart(const MatchRect &rect);
+    /// Makes tasks of m_parts, none of which has a block longer than `longest`.
     void distribute(const Task &task, qint32 longest);
+    /// Finds the part of each place and the range of each part. Appends a part for the places of none, and returns how
+    /// many places the others have.
+    [[nodiscard]] size_t assignParts(const Task &task);
+    /// Sorts the places by their parts into m_moved; their order within a part stays.
+    template <typename Minima>
+    void movePlaces(const Task &task, qint32 longest, Minima minima);
+    [[nodiscard]] size_t markOf(const SuffixPlace &place) const noexcept
+    {
+        return size_t(place.inFirst() ? place.first() : m_firstSize + place.second());
+    }
 
     const MatchTuning &m_tuning;
     BlockChain &m_chain;
@@ -75,11 +87,10 @@ private:
     std::vector<qint32> m_groupNext; ///< parallel to m_seconds
     qint32 m_groups = 0;
 
-    /// The parts of the rectangle in hand that remain to be treated, and by position in which part it lies.
-    std::vector<Task> m_parts;
+    std::vector<Task> m_parts;    ///< those of the rectangle in hand that remain to be treated
     std::vector<qint32> m_partOf; ///< for each place of the rectangle in hand
-    std::vector<qint32> m_byFirst;
-    std::vector<qint32> m_bySecond;
+    qint32 m_firstSize;
+    std::vector<qint32> m_byPlace; ///< marks by position, those of the second sequence behind those of the first
 };
 
 } // namespace velmora
