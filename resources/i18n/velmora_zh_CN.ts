@@ -3999,372 +3999,367 @@ Save them?</source>
     </message>
     <message>
         <source>Compare the two sides</source>
-        <translation type="unfinished"></translation>
+        <translation>比较两侧</translation>
     </message>
     <message>
         <source>Cancel what is being done</source>
-        <translation type="unfinished"></translation>
+        <translation>取消正在进行的操作</translation>
     </message>
     <message>
         <source>Show all rows</source>
-        <translation type="unfinished"></translation>
+        <translation>显示所有行</translation>
     </message>
     <message>
         <source>Show only the rows that differ</source>
-        <translation type="unfinished"></translation>
+        <translation>只显示有差异的行</translation>
     </message>
     <message>
         <source>Copy the selected rows, their columns separated by tabs</source>
-        <translation type="unfinished"></translation>
+        <translation>复制选中的行，各列以制表符分隔</translation>
     </message>
     <message>
         <source>Show the values of the current row in full</source>
-        <translation type="unfinished"></translation>
+        <translation>完整显示当前行的值</translation>
     </message>
     <message>
         <source>Filter</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1
-%2</source>
-        <translation type="unfinished"></translation>
+        <translation>筛选</translation>
     </message>
     <message>
         <source>Capture</source>
-        <translation type="unfinished"></translation>
+        <translation>捕获</translation>
     </message>
     <message>
         <source>Capture the current state of this system as the left side</source>
-        <translation type="unfinished"></translation>
+        <translation>捕获本机的当前状态作为左侧</translation>
     </message>
     <message>
         <source>Capture the current state of this system as the right side</source>
-        <translation type="unfinished"></translation>
+        <translation>捕获本机的当前状态作为右侧</translation>
     </message>
     <message>
         <source>Load left side...</source>
-        <translation type="unfinished"></translation>
+        <translation>加载左侧…</translation>
     </message>
     <message>
         <source>Load a snapshot file as the left side</source>
-        <translation type="unfinished"></translation>
+        <translation>加载快照文件作为左侧</translation>
     </message>
     <message>
         <source>Load right side...</source>
-        <translation type="unfinished"></translation>
+        <translation>加载右侧…</translation>
     </message>
     <message>
         <source>Load a snapshot file as the right side</source>
-        <translation type="unfinished"></translation>
+        <translation>加载快照文件作为右侧</translation>
     </message>
     <message>
         <source>Save left side...</source>
-        <translation type="unfinished"></translation>
+        <translation>保存左侧…</translation>
     </message>
     <message>
         <source>Save the left side as a snapshot file</source>
-        <translation type="unfinished"></translation>
+        <translation>将左侧保存为快照文件</translation>
     </message>
     <message>
         <source>Save right side...</source>
-        <translation type="unfinished"></translation>
+        <translation>保存右侧…</translation>
     </message>
     <message>
         <source>Save the right side as a snapshot file</source>
-        <translation type="unfinished"></translation>
+        <translation>将右侧保存为快照文件</translation>
     </message>
     <message>
         <source>Left value</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧的值</translation>
     </message>
     <message>
         <source>Right value</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧的值</translation>
     </message>
     <message>
         <source>Select a row to see its values in full.</source>
-        <translation type="unfinished"></translation>
+        <translation>选择一行即可查看其完整的值。</translation>
     </message>
     <message>
         <source>The file is larger than any snapshot.</source>
-        <translation type="unfinished"></translation>
+        <translation>文件过大，不可能是快照。</translation>
     </message>
     <message>
         <source>This is no JSON: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>这不是 JSON：%1</translation>
     </message>
     <message>
         <source>An object with a text for each item was expected.</source>
-        <translation type="unfinished"></translation>
+        <translation>应为一个对象，其中每一项的值都是文本。</translation>
     </message>
     <message>
         <source>A list of services was expected.</source>
-        <translation type="unfinished"></translation>
+        <translation>应为服务列表。</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is no text.</source>
-        <translation type="unfinished"></translation>
+        <translation>“%1”不是文本。</translation>
     </message>
     <message>
         <source>There is a service without a name.</source>
-        <translation type="unfinished"></translation>
+        <translation>有一个服务没有名称。</translation>
     </message>
     <message>
         <source>Cannot parse service list JSON</source>
-        <translation type="unfinished"></translation>
+        <translation>无法解析服务列表 JSON</translation>
     </message>
     <message>
         <source>powershell.exe is not on the search path.</source>
-        <translation type="unfinished"></translation>
+        <translation>搜索路径中没有 powershell.exe。</translation>
     </message>
     <message>
         <source>powershell.exe cannot be started: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法启动 powershell.exe：%1</translation>
     </message>
     <message>
         <source>PowerShell timed out</source>
-        <translation type="unfinished"></translation>
+        <translation>PowerShell 超时</translation>
     </message>
     <message>
         <source>Cannot open: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法打开：%1</translation>
     </message>
     <message>
         <source>Environment variables compare</source>
-        <translation type="unfinished"></translation>
+        <translation>环境变量比较</translation>
     </message>
     <message>
         <source>Left (.kvenv or current environment):</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧（.kvenv 或当前环境）：</translation>
     </message>
     <message>
         <source>Right (.kvenv or current environment):</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧（.kvenv 或当前环境）：</translation>
     </message>
     <message>
         <source>[Current environment]</source>
-        <translation type="unfinished"></translation>
+        <translation>[当前环境]</translation>
     </message>
     <message>
         <source>Leave empty for current process environment</source>
-        <translation type="unfinished"></translation>
+        <translation>留空则使用当前进程的环境</translation>
     </message>
     <message>
         <source>Variable</source>
-        <translation type="unfinished"></translation>
+        <translation>变量</translation>
     </message>
     <message>
         <source>Capture or load both sides, then click Compare.</source>
-        <translation type="unfinished"></translation>
+        <translation>先捕获或加载两侧，再点击“比较”。</translation>
     </message>
     <message>
         <source>Environment snapshot (*.kvenv)</source>
-        <translation type="unfinished"></translation>
+        <translation>环境快照 (*.kvenv)</translation>
     </message>
     <message>
         <source>Variables may hold passwords and keys: the file is readable by its owner only, where the system can do that</source>
-        <translation type="unfinished"></translation>
+        <translation>变量中可能含有密码和密钥：在系统支持的情况下，文件只有其所有者可以读取</translation>
     </message>
     <message>
         <source>Reading the environment...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在读取环境…</translation>
     </message>
     <message>
         <source>Captured %1 variable(s)</source>
-        <translation type="unfinished"></translation>
+        <translation>已捕获 %1 个变量</translation>
     </message>
     <message>
         <source>Compare finished (%1 item(s))</source>
-        <translation type="unfinished"></translation>
+        <translation>比较完成（%1 项）</translation>
     </message>
     <message>
         <source>Invalid environment snapshot format</source>
-        <translation type="unfinished"></translation>
+        <translation>环境快照格式无效</translation>
     </message>
     <message>
         <source>Cannot write: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法写入：%1</translation>
     </message>
     <message>
         <source>Services compare</source>
-        <translation type="unfinished"></translation>
+        <translation>服务比较</translation>
     </message>
     <message>
         <source>Left (.kvsvc):</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧（.kvsvc）：</translation>
     </message>
     <message>
         <source>Right(.kvsvc):</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧（.kvsvc）：</translation>
     </message>
     <message>
         <source>[Current services]</source>
-        <translation type="unfinished"></translation>
+        <translation>[当前服务]</translation>
     </message>
     <message>
         <source>Service name</source>
-        <translation type="unfinished"></translation>
+        <translation>服务名称</translation>
     </message>
     <message>
         <source>Capture or load Windows service snapshots, then compare (requires PowerShell).</source>
-        <translation type="unfinished"></translation>
+        <translation>捕获或加载 Windows 服务快照，然后比较（需要 PowerShell）。</translation>
     </message>
     <message>
         <source>Service snapshot (*.kvsvc)</source>
-        <translation type="unfinished"></translation>
+        <translation>服务快照 (*.kvsvc)</translation>
     </message>
     <message>
         <source>The names, states and start modes of the services</source>
-        <translation type="unfinished"></translation>
+        <translation>服务的名称、状态和启动方式</translation>
     </message>
     <message>
         <source>Asking PowerShell for the services: %1 of at most %2 seconds</source>
-        <translation type="unfinished"></translation>
+        <translation>正在通过 PowerShell 查询服务：已用 %1 秒，最多 %2 秒</translation>
     </message>
     <message>
         <source>Captured %1 service(s)</source>
-        <translation type="unfinished"></translation>
+        <translation>已捕获 %1 个服务</translation>
     </message>
     <message>
         <source>Services compare finished (%1 item(s))</source>
-        <translation type="unfinished"></translation>
+        <translation>服务比较完成（%1 项）</translation>
     </message>
     <message>
         <source>Invalid service snapshot format</source>
-        <translation type="unfinished"></translation>
+        <translation>服务快照格式无效</translation>
     </message>
     <message>
         <source>Startup items compare</source>
-        <translation type="unfinished"></translation>
+        <translation>启动项比较</translation>
     </message>
     <message>
         <source>Left (.kvstartup):</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧（.kvstartup）：</translation>
     </message>
     <message>
         <source>Right(.kvstartup):</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧（.kvstartup）：</translation>
     </message>
     <message>
         <source>[Current startup]</source>
-        <translation type="unfinished"></translation>
+        <translation>[当前启动项]</translation>
     </message>
     <message>
         <source>Item</source>
-        <translation type="unfinished"></translation>
+        <translation>项目</translation>
     </message>
     <message>
         <source>Captures Registry Run keys and shortcuts/scripts in the user Startup folder (Windows).</source>
-        <translation type="unfinished"></translation>
+        <translation>捕获注册表 Run 键以及用户“启动”文件夹中的快捷方式和脚本（Windows）。</translation>
     </message>
     <message>
         <source>Startup snapshot (*.kvstartup)</source>
-        <translation type="unfinished"></translation>
+        <translation>启动项快照 (*.kvstartup)</translation>
     </message>
     <message>
         <source>The registry values and files that start with the system</source>
-        <translation type="unfinished"></translation>
+        <translation>随系统启动的注册表值和文件</translation>
     </message>
     <message>
         <source>Reading the startup items...</source>
-        <translation type="unfinished"></translation>
+        <translation>正在读取启动项…</translation>
     </message>
     <message>
         <source>Captured %1 item(s)</source>
-        <translation type="unfinished"></translation>
+        <translation>已捕获 %1 项</translation>
     </message>
     <message>
         <source>Cannot write file</source>
-        <translation type="unfinished"></translation>
+        <translation>无法写入文件</translation>
     </message>
     <message>
         <source>Changed</source>
-        <translation type="unfinished"></translation>
+        <translation>已更改</translation>
     </message>
     <message>
         <source>Changed: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>已更改：%1</translation>
     </message>
     <message>
         <source>Result of the comparison</source>
-        <translation type="unfinished"></translation>
+        <translation>比较结果</translation>
     </message>
     <message>
         <source>Words in names and values</source>
-        <translation type="unfinished"></translation>
+        <translation>名称和值中的文字</translation>
     </message>
     <message>
         <source>Shows the rows that hold all of these words (Ctrl+F)</source>
-        <translation type="unfinished"></translation>
+        <translation>显示包含所有这些文字的行 (Ctrl+F)</translation>
     </message>
     <message>
         <source>Not enough memory for these snapshots</source>
-        <translation type="unfinished"></translation>
+        <translation>内存不足，无法处理这些快照</translation>
     </message>
     <message>
         <source>Load the left side</source>
-        <translation type="unfinished"></translation>
+        <translation>加载左侧</translation>
     </message>
     <message>
         <source>Load the right side</source>
-        <translation type="unfinished"></translation>
+        <translation>加载右侧</translation>
     </message>
     <message>
         <source>Loaded %1 item(s)</source>
-        <translation type="unfinished"></translation>
+        <translation>已加载 %1 项</translation>
     </message>
     <message>
         <source>%1 name(s) more than once; the last one counts</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 个名称重复出现，以最后一个为准</translation>
     </message>
     <message>
         <source>Save the left side</source>
-        <translation type="unfinished"></translation>
+        <translation>保存左侧</translation>
     </message>
     <message>
         <source>Save the right side</source>
-        <translation type="unfinished"></translation>
+        <translation>保存右侧</translation>
     </message>
     <message>
         <source>Saved %1</source>
-        <translation type="unfinished"></translation>
+        <translation>已保存 %1</translation>
     </message>
     <message>
         <source>The left side holds nothing yet: capture it or load a file first</source>
-        <translation type="unfinished"></translation>
+        <translation>左侧还没有内容：请先捕获或加载文件</translation>
     </message>
     <message>
         <source>The right side holds nothing yet: capture it or load a file first</source>
-        <translation type="unfinished"></translation>
+        <translation>右侧还没有内容：请先捕获或加载文件</translation>
     </message>
     <message>
         <source>Snapshot files can be dropped here, too.</source>
-        <translation type="unfinished"></translation>
+        <translation>也可以将快照文件拖放到这里。</translation>
     </message>
     <message>
         <source>Neither side holds an item.</source>
-        <translation type="unfinished"></translation>
+        <translation>两侧都没有任何项目。</translation>
     </message>
     <message>
         <source>Both sides are the same.</source>
-        <translation type="unfinished"></translation>
+        <translation>两侧相同。</translation>
     </message>
     <message>
         <source>No row holds these words.</source>
-        <translation type="unfinished"></translation>
+        <translation>没有包含这些文字的行。</translation>
     </message>
     <message>
         <source>Copy the name</source>
-        <translation type="unfinished"></translation>
+        <translation>复制名称</translation>
     </message>
     <message>
         <source>Copy the left value</source>
-        <translation type="unfinished"></translation>
+        <translation>复制左侧的值</translation>
     </message>
     <message>
         <source>Copy the right value</source>
-        <translation type="unfinished"></translation>
+        <translation>复制右侧的值</translation>
     </message>
 </context>
 </TS>
