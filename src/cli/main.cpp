@@ -1,11 +1,13 @@
 #include "cli/command_line.h"
 #include "platform/standard_streams.h"
+#include "platform/thread_end.h"
 
 #include <QFile>
 
 /// No application object: nothing here needs one, and a short comparison would spend half of its time on making it.
 int main(int argc, char *argv[])
 {
+    velmora::orderEndOfThreads();
     velmora::makeStandardStreamsBinary();
     QFile input;
     QFile output;

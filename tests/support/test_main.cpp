@@ -1,5 +1,7 @@
 #include "support/test_main.h"
 
+#include "platform/thread_end.h"
+
 #ifdef Q_OS_WIN
 #include "support/private_registry_win.h"
 #endif
@@ -41,6 +43,7 @@ bool registerTest(std::function<std::unique_ptr<QObject>()> make)
 /// Runs every registered class, or those named by arguments "class=NAME"; the other arguments go to Qt Test.
 int main(int argc, char *argv[])
 {
+    velmora::orderEndOfThreads();
     // Settings, caches and the home of the tested program: nothing of the person who runs the tests is read or written.
     QTemporaryDir home;
     if (!home.isValid())

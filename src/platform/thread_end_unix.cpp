@@ -1,0 +1,7 @@
+#include "platform/thread_end.h"
+
+namespace velmora {
+
+void orderEndOfThreads() {}
+
+} // namespace velmora
