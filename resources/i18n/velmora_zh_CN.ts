@@ -4023,7 +4023,7 @@ Save them?</source>
     </message>
     <message>
         <source>Filter</source>
-        <translation>筛选</translation>
+        <translation>过滤</translation>
     </message>
     <message>
         <source>Capture</source>
