@@ -83,7 +83,6 @@ void SnapshotBar::addSides(const QString &saveHint)
                                const QKeySequence &key) {
         return add({name, text, QLatin1String(icon), {key}, hint, false});
     };
-    const QString both = Velmora::tr("%1\n%2");
     left.capture =
         beside("captureLeftAction", Velmora::tr("Capture"), "capture.png",
                Velmora::tr("Capture the current state of this system as the left side"), Qt::CTRL | Qt::Key_1);
@@ -99,7 +98,7 @@ void SnapshotBar::addSides(const QString &saveHint)
     right.save = beside("saveRightAction", Velmora::tr("Save right side..."), "save.png",
                         Velmora::tr("Save the right side as a snapshot file"), Qt::CTRL | Qt::SHIFT | Qt::Key_S);
     for (QAction *save : {left.save, right.save})
-        save->setToolTip(both.arg(save->toolTip(), saveHint));
+        save->setToolTip(save->toolTip() + u'\n' + saveHint);
     focusLeft = add({"focusLeftAction", Velmora::tr("Left side"), {}, {Qt::ALT | Qt::Key_L}});
     focusRight = add({"focusRightAction", Velmora::tr("Right side"), {}, {Qt::ALT | Qt::Key_R}});
 }
