@@ -58,6 +58,11 @@ void SessionBar::refreshTheme()
 {
     for (const auto &[action, name] : std::as_const(m_icons))
         showIcon(action, name);
+    // The style's own sign is black in both themes.
+    if (auto *more = findChild<QToolButton *>(QStringLiteral("qt_toolbar_ext_button"))) {
+        more->setIcon(themedIcon(QStringLiteral("chevron_down.png")));
+        more->setIconSize(QSize(12, 12));
+    }
 }
 
 void SessionBar::showIcon(QAction *action, const QString &name)

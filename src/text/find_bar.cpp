@@ -2,11 +2,11 @@
 
 #include "session/theme.h"
 #include "session/translate.h"
+#include "text/elided_label.h"
 
 #include <QBoxLayout>
 #include <QCheckBox>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
 #include <QToolButton>
@@ -36,10 +36,11 @@ FindBar::FindBar(QWidget *parent)
       m_matchCase(new QCheckBox(Velmora::tr("Match case"), this)),
       m_wholeWords(new QCheckBox(Velmora::tr("Whole words"), this)),
       m_isExpression(new QCheckBox(Velmora::tr("Regular expression"), this)),
-      m_position(new QLabel(this)),
+      m_position(new ElidedLabel(QString(), this)),
       m_previous(makeButton(this, QStringLiteral("findPrevious"), Velmora::tr("Previous match (Shift+F3)"))),
       m_next(makeButton(this, QStringLiteral("findNext"), Velmora::tr("Next match (F3)"))),
-      m_close(makeButton(this, QStringLiteral("findClose"), Velmora::tr("Close (Esc)")))
+      m_close(makeButton(this, QStringLiteral("findClose"), Velmora::tr("Close (Esc)"))),
+      m_rows(new QBoxLayout(QBoxLayout::LeftToRight))
 {
     m_text->setObjectName(QStringLiteral("findText"));
     m_text->setPlaceholderText(Velmora::tr("Find in this side"));
@@ -48,19 +49,7 @@ FindBar::FindBar(QWidget *parent)
     m_text->setMaximumWidth(textWidth);
     m_position->setObjectName(QStringLiteral("findPosition"));
 
-    auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(6, 3, 6, 3);
-    row->setSpacing(6);
-    row->addWidget(m_text, 1);
-    row->addWidget(m_previous);
-    row->addWidget(m_next);
-    row->addWidget(m_position);
-    row->addSpacing(8);
-    row->addWidget(m_matchCase);
-    row->addWidget(m_wholeWords);
-    row->addWidget(m_isExpression);
-    row->addStretch(1);
-    row->addWidget(m_close);
+    layOut();
     setFocusProxy(m_text);
 
     const auto tellQuery = [this] { Q_EMIT queryChanged(m_text->text()); };
@@ -73,6 +62,37 @@ FindBar::FindBar(QWidget *parent)
     connect(m_next, &QToolButton::clicked, this, &FindBar::nextWanted);
     connect(m_close, &QToolButton::clicked, this, &FindBar::closeWanted);
     refreshTheme();
+}
+
+void FindBar::layOut()
+{
+    auto *what = new QHBoxLayout;
+    what->setSpacing(6);
+    what->addWidget(m_text, 2);
+    what->addWidget(m_previous);
+    what->addWidget(m_next);
+    what->addWidget(m_position, 1);
+    auto *how = new QHBoxLayout;
+    how->setSpacing(8);
+    for (QCheckBox *box : {m_matchCase, m_wholeWords, m_isExpression})
+        how->addWidget(box);
+    how->addStretch(1);
+    m_rows->addLayout(what, 1);
+    m_rows->addLayout(how, 1);
+    auto *whole = new QHBoxLayout(this);
+    whole->setContentsMargins(6, 3, 6, 3);
+    whole->addLayout(m_rows, 1);
+    whole->addWidget(m_close, 0, Qt::AlignTop);
+}
+
+void FindBar::resizeEvent(QResizeEvent * /*event*/)
+{
+    int how = 0;
+    for (const QCheckBox *box : {m_matchCase, m_wholeWords, m_isExpression})
+        how += box->sizeHint().width();
+    const bool isNarrow = width() < how + 2 * textWidth;
+    m_rows->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    m_rows->setSpacing(isNarrow ? 2 : 12);
 }
 
 void FindBar::open(const QString &text)

@@ -4,14 +4,16 @@
 
 #include <QWidget>
 
+class QBoxLayout;
 class QCheckBox;
-class QLabel;
 class QLineEdit;
 class QToolButton;
 
 namespace velmora {
 
-/// The bar under the texts in which a person says what to look for.
+class ElidedLabel;
+
+/// The bar under the texts in which a person says what to look for. Takes two lines where one has too little room.
 class FindBar final : public QWidget {
     Q_OBJECT
 public:
@@ -41,16 +43,20 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void layOut();
+
     QLineEdit *m_text;
     QCheckBox *m_matchCase;
     QCheckBox *m_wholeWords;
     QCheckBox *m_isExpression;
-    QLabel *m_position;
+    ElidedLabel *m_position;
     QToolButton *m_previous;
     QToolButton *m_next;
     QToolButton *m_close;
+    QBoxLayout *m_rows; ///< what is looked for, and how
 };
 
 } // namespace velmora

@@ -42,17 +42,20 @@ TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_positi
     m_position->setContentsMargins(6, 0, 6, 0);
     addWidget(m_position);
     addSeparator();
-    showAll =
-        filter({"showAllAction", Velmora::tr("All"), QStringLiteral("all.png"), {}, Velmora::tr("Show all lines")});
+    showAll = filter({"showAllAction",
+                      Velmora::tr("All"),
+                      QStringLiteral("all.png"),
+                      {Qt::ALT | Qt::Key_1},
+                      Velmora::tr("Show all lines")});
     showDifferences = filter({"showDifferencesAction",
                               Velmora::tr("Differences"),
                               QStringLiteral("diff.png"),
-                              {},
+                              {Qt::ALT | Qt::Key_2},
                               Velmora::tr("Show lines that differ")});
     showIdentical = filter({"showIdenticalAction",
                             Velmora::tr("Identical"),
                             QStringLiteral("same.png"),
-                            {},
+                            {Qt::ALT | Qt::Key_3},
                             Velmora::tr("Show lines that are identical")});
     auto *filters = new QActionGroup(this);
     for (QAction *action : {showAll, showDifferences, showIdentical})
@@ -67,7 +70,7 @@ TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_positi
     ignoreMinor->setCheckable(true);
     ignoreMinor->setChecked(true);
     addSeparator();
-    edit = add({"editAction", Velmora::tr("Edit"), QStringLiteral("edit.png"), {}, {}});
+    edit = add({"editAction", Velmora::tr("Edit"), QStringLiteral("edit.png"), {Qt::CTRL | Qt::Key_E}, {}});
     edit->setCheckable(true);
     showEditing(false);
     copyToRight = add({"copyToRightAction",
@@ -108,12 +111,15 @@ TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_positi
                       {}});
     showBlanks->setCheckable(true);
     addSeparator();
-    swapSides =
-        add({"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, Velmora::tr("Swap left and right")});
+    swapSides = add({"swapAction",
+                     Velmora::tr("Swap"),
+                     QStringLiteral("swap.png"),
+                     {Qt::CTRL | Qt::Key_F6},
+                     Velmora::tr("Swap left and right")});
     exportReport = add({"exportAction",
                         Velmora::tr("Report"),
                         QStringLiteral("report.png"),
-                        {},
+                        {Qt::CTRL | Qt::SHIFT | Qt::Key_E},
                         Velmora::tr("Export an HTML report of the differences")});
     settings = add({"settingsAction",
                     Velmora::tr("Session settings"),
@@ -134,6 +140,11 @@ TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_positi
                      {},
                      {Qt::CTRL | Qt::SHIFT | Qt::Key_C},
                      Velmora::tr("Copy the differences of the selected lines, or all, as a unified diff")});
+    takeClipboard = add({"takeClipboardAction",
+                         Velmora::tr("Compare the clipboard's text as this side"),
+                         {},
+                         {Qt::CTRL | Qt::SHIFT | Qt::Key_V},
+                         {}});
     addContextLines();
 
     refreshTheme();
@@ -172,7 +183,7 @@ void TextCompareBar::showEditing(bool enabled)
 {
     edit->setChecked(enabled);
     edit->setToolTip(enabled ? Velmora::tr("Editing enabled — click to lock text panes")
-                             : Velmora::tr("Enable editing left and right text"));
+                             : hintWithKeys(Velmora::tr("Enable editing left and right text"), edit->shortcuts()));
 }
 
 void TextCompareBar::showRunning(bool running, bool cancelling)

@@ -48,6 +48,7 @@ public:
     QAction *zoomOut;
     QAction *resetZoom;
     QAction *copyPatch;
+    QAction *takeClipboard;
     QActionGroup *contextLines; ///< each action's data is a number of lines
 
     /// Checks the action of `lines`, if there is one.

@@ -89,8 +89,7 @@ void TextCompareWidget::showContextMenu(Side side, QPoint at)
     paste->setEnabled(!pane.isLocked() && !QGuiApplication::clipboard()->text().isEmpty());
     menu->addAction(Velmora::tr("Select all"), QKeySequence::SelectAll, &pane, &DiffPane::selectAll);
     menu->addAction(m_bar->copyPatch);
-    menu->addAction(Velmora::tr("Compare the clipboard's text as this side"), this,
-                    [this, side] { useClipboardText(side); });
+    menu->addAction(m_bar->takeClipboard);
     m_bar->addTo(*menu);
     menu->popup(at);
 }

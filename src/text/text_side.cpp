@@ -7,8 +7,15 @@
 #include <QComboBox>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QLineEdit>
 
 namespace velmora {
+
+namespace {
+
+constexpr int shortestPath = 24; // characters, with the button beside them
+
+} // namespace
 
 TextSide::TextSide(Side side, QWidget *parent) : QWidget(parent), m_encoding(new QComboBox(this))
 {
@@ -34,6 +41,14 @@ TextSide::TextSide(Side side, QWidget *parent) : QWidget(parent), m_encoding(new
     row->addWidget(m_encoding);
     setFocusProxy(m_pathEdit);
     connect(m_encoding, &QComboBox::activated, this, &TextSide::encodingChosen);
+    connect(&m_pathEdit->lineEdit(), &QLineEdit::textChanged, &m_pathEdit->lineEdit(), &QWidget::setToolTip);
+}
+
+void TextSide::resizeEvent(QResizeEvent * /*event*/)
+{
+    // A path of which nothing is seen is worse than an encoding that only the settings tell.
+    const int pathWidth = shortestPath * fontMetrics().averageCharWidth();
+    m_encoding->setVisible(width() >= pathWidth + m_encoding->sizeHint().width());
 }
 
 TextEncoding TextSide::encoding() const

@@ -61,6 +61,9 @@ Q_SIGNALS:
     /// A person has chosen another encoding.
     void encodingChosen();
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     PathEdit *m_pathEdit;
     QComboBox *m_encoding;

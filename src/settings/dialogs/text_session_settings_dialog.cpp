@@ -11,6 +11,8 @@
 #include "settings/options/text_defaults.h"
 #include "settings/options/text_presets.h"
 
+#include <QScreen>
+#include <QScrollArea>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -19,6 +21,23 @@ namespace velmora {
 namespace {
 
 constexpr QSize usualSize(660, 540);
+constexpr QSize windowFrame(16, 48); // about what a desktop puts around a window
+
+/// Lets a page be scrolled where the screen is too small for it; takes its whole size where there is room.
+class PageScroller final : public QScrollArea {
+public:
+    explicit PageScroller(QWidget *page)
+    {
+        setFrameShape(QFrame::NoFrame);
+        setWidgetResizable(true);
+        setWidget(page);
+        // The tab behind it has a colour of its own.
+        viewport()->setAutoFillBackground(false);
+        page->setAutoFillBackground(false);
+    }
+
+    [[nodiscard]] QSize sizeHint() const override { return widget()->sizeHint(); }
+};
 
 } // namespace
 
@@ -46,7 +65,7 @@ TextSessionSettingsDialog::TextSessionSettingsDialog(const TextSessionOptions &o
     whole->addWidget(m_tabs, 1);
     whole->addWidget(m_footer);
     whole->addLayout(makeConfirmButtons(*this));
-    resize(usualSize.expandedTo(sizeHint()));
+    resize(usualSize.expandedTo(sizeHint()).boundedTo(screen()->availableSize() - windowFrame));
     showPreset();
 }
 
@@ -69,7 +88,7 @@ void TextSessionSettingsDialog::accept()
 void TextSessionSettingsDialog::addPage(SettingsPage *page, const QString &title)
 {
     page->load(m_options);
-    m_tabs->addTab(page, title);
+    m_tabs->addTab(new PageScroller(page), title);
     m_pages.append(page);
     connect(page, &SettingsPage::changed, this, &TextSessionSettingsDialog::showPreset);
 }
