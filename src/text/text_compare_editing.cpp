@@ -249,14 +249,10 @@ void TextCompareWidget::onSaveRight()
 
 void TextCompareWidget::reload(bool left, bool right)
 {
-    m_editing->confirmReload(left, right, [this, left, right] {
+    if (!checkInputs())
+        return;
+    m_editing->confirmReload(left, right, [this] {
         m_runner.abandon();
-        if (!checkInputs())
-            return;
-        if (left)
-            m_editing->discard(Side::Left);
-        if (right)
-            m_editing->discard(Side::Right);
         startComparison(ChangedFile::Reload);
     });
 }

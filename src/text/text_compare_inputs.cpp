@@ -107,7 +107,6 @@ void TextCompareWidget::chooseEncoding(Side side)
     const QString name = m_inputs->at(side).encoding().name();
     m_inputs->apply(m_options); // until it is known that no edits are in the way
     m_editing->confirmReload(side == Side::Left, side == Side::Right, [this, side, name] {
-        m_editing->discard(side);
         if (side == Side::Left) {
             m_options.leftEncoding = name;
         } else {

@@ -59,11 +59,7 @@ void TextCompareWidget::takeSettings(const TextSessionOptions &chosen)
     // Only another encoding makes a side's file be read again, and so loses edits.
     const bool left = chosen.leftEncoding != m_options.leftEncoding;
     const bool right = rightEncodingOf(chosen) != rightEncodingOf(m_options);
-    m_editing->confirmReload(left, right, [this, chosen, left, right] {
-        if (left)
-            m_editing->discard(Side::Left);
-        if (right)
-            m_editing->discard(Side::Right);
+    m_editing->confirmReload(left, right, [this, chosen] {
         m_options = chosen;
         setPaths({chosen.leftPath, chosen.rightPath, {}});
         m_inputs->apply(m_options);

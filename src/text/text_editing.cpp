@@ -130,8 +130,8 @@ void TextEditing::confirmReload(bool left, bool right, std::function<void()> go)
 
 void TextEditing::askToReload(bool left, bool right, std::function<void()> go)
 {
-    const bool losesLeft = left && isModified(Side::Left);
-    const bool losesRight = right && isModified(Side::Right);
+    const bool losesLeft = left && isModified(Side::Left) && !m_inputs.at(Side::Left).isClipboard();
+    const bool losesRight = right && isModified(Side::Right) && !m_inputs.at(Side::Right).isClipboard();
     if (!losesLeft && !losesRight) {
         go();
         return;
@@ -141,10 +141,16 @@ void TextEditing::askToReload(bool left, bool right, std::function<void()> go)
         question = Velmora::tr("The left side has unsaved changes. Reload from disk?");
     else if (!losesLeft)
         question = Velmora::tr("The right side has unsaved changes. Reload from disk?");
-    Dialogs::instance().askYesNo(m_window, Velmora::tr("Reload"), question, false, [go = std::move(go)](bool yes) {
-        if (yes)
-            go();
-    });
+    const auto discardAndGo = [this, losesLeft, losesRight, go = std::move(go)](bool yes) {
+        if (!yes)
+            return;
+        if (losesLeft)
+            discard(Side::Left);
+        if (losesRight)
+            discard(Side::Right);
+        go();
+    };
+    Dialogs::instance().askYesNo(m_window, Velmora::tr("Reload"), question, false, discardAndGo);
 }
 
 void TextEditing::confirmReplacement(Side side, std::function<void()> go)

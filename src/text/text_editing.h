@@ -51,8 +51,8 @@ public:
     /// Enables editing when that is all that keeps `side` from being changed.
     void unlockFor(Side side);
 
-    /// Asks before unsaved edits of the given sides are replaced by what is on disk; `go` follows a yes, or at once
-    /// when there are none.
+    /// Asks before unsaved edits of the given sides are replaced by what is on disk, and forgets them when it may; `go`
+    /// follows a yes, or at once when there are none. A text without a file has nothing to be replaced by and stays.
     void confirmReload(bool left, bool right, std::function<void()> go);
     /// Asks before the unsaved edits of `side` are given up for another text, and forgets them when it may.
     void confirmReplacement(Side side, std::function<void()> go);
