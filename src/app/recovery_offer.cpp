@@ -39,7 +39,10 @@ FoundWork search(RecoveryStore &store)
         }
         const auto text = [&record](const char *key) { return record->description[QLatin1String(key)].toString(); };
         // What another version keeps is left to that version.
-        if (const SessionKindRow *kind = findSessionKind(text("kind")))
+        const SessionKindRow *kind = findSessionKind(text("kind"));
+        if (kind && kind->holdsUnsaved && !kind->holdsUnsaved(*record))
+            QFile::remove(file); // the program ended between saving and removing it
+        else if (kind)
             work.whole.append({file, kind, {text("left"), text("right"), {}}, std::move(*record)});
     }
     return work;

@@ -1,12 +1,14 @@
 #include "app/session_kinds.h"
 
 #include "app/pending_session.h"
+#include "app/picture_icon.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "session/session_record.h"
 #include "session/theme.h"
 #include "session/translate.h"
 #include "system/snapshot_widget.h"
 #include "text/text_compare_widget.h"
+#include "text/text_recovery.h"
 
 namespace velmora {
 
@@ -50,7 +52,8 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/TextCompare.ico",
      .slot = "onNewTextCompare",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Compare two text files line by line and edit them side by side."),
-     .create = make<TextCompareWidget>},
+     .create = make<TextCompareWidget>,
+     .holdsUnsaved = holdsUnsavedText},
     {.id = QLatin1String("textedit"),
      .group = Compare,
      .sides = 1,
@@ -300,8 +303,7 @@ constexpr SessionKindRow rows[] = {
      .create = pending},
 };
 
-/// Icons by resource path. Reading an icon file decodes every size in it, and each kind is shown in half a dozen
-/// places.
+/// Icons by resource path, with what has been decoded of them: each kind is shown in half a dozen places.
 QHash<QString, QIcon> &iconCache()
 {
     static QHash<QString, QIcon> icons;
@@ -348,7 +350,7 @@ QIcon sessionKindIcon(const QString &kind)
     QHash<QString, QIcon> &icons = iconCache();
     auto known = icons.constFind(path);
     if (known == icons.constEnd())
-        known = icons.insert(path, QIcon(path));
+        known = icons.insert(path, pictureIcon(path));
     return *known;
 }
 

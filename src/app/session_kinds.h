@@ -11,6 +11,7 @@ namespace velmora {
 
 class SessionHost;
 class SessionWidget;
+struct RecoveryRecord;
 struct SessionPaths;
 
 /// Kinds that stand together in the menus; a separator stands between two groups.
@@ -42,6 +43,9 @@ struct SessionKindRow {
     const char *slot;       ///< the main window's slot that opens an empty session
     const char *summary;    ///< one sentence: what the session is for
     Factory create;
+    /// Tells a recovery record of the kind that holds what is not saved from one that was left behind; null for a kind
+    /// that keeps none.
+    bool (*holdsUnsaved)(const RecoveryRecord &record) = nullptr;
 };
 
 /// All kinds, in the order of the menus.

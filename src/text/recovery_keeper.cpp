@@ -43,10 +43,8 @@ void RecoveryKeeper::takeChange(bool unsaved)
             startPause(shortestPause);
     } else {
         m_pause.stop();
-        if (m_runner->isRunning())
-            m_runner->cancel(); // and the file goes when that has ended
-        else
-            removeFile();
+        m_runner->cancel(); // one that is too far gone brings the file back, which goes when that has ended
+        removeFile();
     }
 }
 

@@ -5,6 +5,8 @@
 #include "text/text_inputs.h"
 #include "text/view/diff_view.h"
 
+#include <utility>
+
 namespace velmora {
 
 void TextCompareWidget::connectRecovery()
@@ -15,6 +17,15 @@ void TextCompareWidget::connectRecovery()
     connect(m_keeper, &RecoveryKeeper::failed, this, [this](const QString &why) {
         showMessage(Velmora::tr("Unsaved changes cannot be kept for a restart: %1").arg(why));
     });
+}
+
+void TextCompareWidget::keepRecovered()
+{
+    const std::function<void()> kept = std::exchange(m_recovered, {});
+    if (unsavedTexts().sides.empty())
+        kept(); // their files hold them already
+    else
+        m_keeper->keepNow(kept);
 }
 
 UnsavedTexts TextCompareWidget::unsavedTexts() const
@@ -39,8 +50,10 @@ void TextCompareWidget::recover(const RecoveryRecord &record, std::function<void
         (text.side == Side::Left ? sides.left : sides.right) = text.path;
     setOptions(texts->options);
     setPaths(sides);
-    for (const UnsavedText &text : texts->sides)
-        m_editing->restore(text);
+    for (const UnsavedText &text : texts->sides) {
+        if (!text.isEdited || !isInItsFile(text))
+            m_editing->restore(text);
+    }
     m_recovered = std::move(kept);
     setEditingEnabled(true);
     m_view->setFocus();

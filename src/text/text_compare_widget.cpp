@@ -12,6 +12,7 @@
 #include "text/recovery_keeper.h"
 #include "text/result_presenter.h"
 #include "text/side_description.h"
+#include "text/status_foot.h"
 #include "text/syntax_choice.h"
 #include "text/text_compare_bar.h"
 #include "text/text_editing.h"
@@ -25,7 +26,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonObject>
-#include <QLabel>
+#include <QLineEdit>
 #include <QLocale>
 
 namespace velmora {
@@ -42,11 +43,11 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
       m_patches(new PatchCopy(this)),
       m_findBar(new FindBar(this)),
       m_finder(new FindController(*m_findBar, *m_view, this)),
-      m_status(new QLabel(Velmora::tr("Ready"), this)),
-      m_format(new QLabel(this)),
+      m_foot(new StatusFoot(this)),
       m_keeper(new RecoveryKeeper(window.recovery(), this))
 {
     setAcceptDrops(true);
+    m_foot->showMessage(Velmora::tr("Ready"));
     buildLayout();
     connectBar();
     connectInputs();
@@ -75,19 +76,6 @@ TextCompareWidget::~TextCompareWidget() = default;
 
 void TextCompareWidget::buildLayout()
 {
-    for (QLabel *label : {m_status, m_format})
-        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_status->setObjectName(QStringLiteral("statusLabel"));
-    m_format->setObjectName(QStringLiteral("formatLabel"));
-    // A long message must not make the window wider.
-    m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-
-    auto *foot = new QHBoxLayout;
-    foot->setContentsMargins(8, 3, 8, 3);
-    foot->setSpacing(16);
-    foot->addWidget(m_status, 1);
-    foot->addWidget(m_format);
-
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
@@ -99,7 +87,7 @@ void TextCompareWidget::buildLayout()
     m_viewOptions = new TextViewOptions(*m_bar, *m_view, *detail, this);
     column->addWidget(detail);
     column->addWidget(m_findBar);
-    column->addLayout(foot);
+    column->addWidget(m_foot);
     setFocusProxy(m_inputs);
 }
 
@@ -129,6 +117,7 @@ void TextCompareWidget::connectBar()
     connect(m_bar->settings, &QAction::triggered, this,
             [this] { onSessionSettings(TextSessionSettingsDialog::Importance); });
     onTrigger(m_bar->copyPatch, &TextCompareWidget::copyAsPatch);
+    connect(m_bar->takeClipboard, &QAction::triggered, this, [this] { useClipboardText(m_view->focusedSide()); });
     connect(m_patches, &PatchCopy::message, this, &TextCompareWidget::showMessage);
     connect(m_bar->switchPane, &QAction::triggered, m_view, &DiffView::switchPane);
 }
@@ -243,6 +232,8 @@ void TextCompareWidget::startComparison(ChangedFile changed)
     TextCompareInput input{m_editing->input(Side::Left, changed), m_editing->input(Side::Right, changed), m_options};
     showMessage(Velmora::tr("Comparing..."));
     setFocusProxy(m_view); // from now on the texts are what keys are for
+    if (qobject_cast<QLineEdit *>(focusWidget()))
+        focusTexts();
     m_runner.start([input = std::move(input)](const CancelFlag &cancel,
                                               Progress &progress) { return runTextCompare(input, cancel, progress); },
                    [this](RunOutcome<TextCompareResult> &&outcome) { takeOutcome(std::move(outcome)); },
@@ -272,7 +263,7 @@ void TextCompareWidget::takeOutcome(RunOutcome<TextCompareResult> &&outcome)
             Velmora::tr("An expression of the unimportant text is too slow for %1 lines, which count "
                         "as important")
                 .arg(result.remarks.expressionsGivenUp);
-        showMessage(m_status->text() + QStringLiteral(" | ") + remark);
+        showMessage(m_foot->message() + QStringLiteral(" | ") + remark);
     }
 }
 
@@ -292,7 +283,7 @@ void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::sha
     m_inputs->at(Side::Left).setLoaded(leftRaw, paths.left);
     m_inputs->at(Side::Right).setLoaded(rightRaw, paths.right);
     m_formatText = encodingLabel;
-    m_format->setText(encodingLabel);
+    m_foot->showFormat(encodingLabel);
     chooseSyntax(m_view->scene(), *diff, m_running.options, paths);
     m_presenter->show({diff, leftRaw, rightRaw, paths});
 
@@ -302,7 +293,7 @@ void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::sha
     Q_EMIT tabTitleChanged(m_title);
     Q_EMIT comparisonFinished(paths.left, paths.right);
     if (m_recovered)
-        m_keeper->keepNow(std::exchange(m_recovered, {}));
+        keepRecovered();
     if (!m_pendingReport.isEmpty())
         m_reports.write(m_compared, std::exchange(m_pendingReport, {}));
 }
@@ -319,7 +310,7 @@ void TextCompareWidget::showProgress(const ProgressState &state)
     const QLocale locale;
     const QString text =
         state.phase == 1 ? Velmora::tr("Reading lines: %1 of %2") : Velmora::tr("Matching lines: %1 of %2");
-    m_format->setText(text.arg(locale.toString(state.done), locale.toString(state.total)));
+    m_foot->showFormat(text.arg(locale.toString(state.done), locale.toString(state.total)));
 }
 
 void TextCompareWidget::showRunning()
@@ -328,14 +319,13 @@ void TextCompareWidget::showRunning()
     m_presenter->showRunning(m_runner.isRunning());
     if (!m_runner.isRunning()) {
         m_progress->clear();
-        m_format->setText(m_formatText);
+        m_foot->showFormat(m_formatText);
     }
 }
 
 void TextCompareWidget::showMessage(const QString &message)
 {
-    m_status->setText(message);
-    m_status->setToolTip(message);
+    m_foot->showMessage(message);
     Q_EMIT statusMessage(message);
 }
 

@@ -7,8 +7,6 @@
 #include "text/text_compare_job.h"
 #include "text/view/row_layout.h"
 
-class QLabel;
-
 namespace velmora {
 
 class DiffView;
@@ -18,6 +16,7 @@ class PatchCopy;
 class ProgressStrip;
 class RecoveryKeeper;
 class ResultPresenter;
+class StatusFoot;
 class TextCompareBar;
 class TextEditing;
 class TextInputs;
@@ -134,6 +133,7 @@ private:
     void startComparison(ChangedFile changed);
     void connectEditing();
     void connectRecovery();
+    void keepRecovered();
     [[nodiscard]] UnsavedTexts unsavedTexts() const;
     /// Who goes to a difference is done with the paths: keys are for the texts.
     void focusTexts();
@@ -169,8 +169,7 @@ private:
     PatchCopy *m_patches;
     FindBar *m_findBar;
     FindController *m_finder;
-    QLabel *m_status;
-    QLabel *m_format;
+    StatusFoot *m_foot;
     RecoveryKeeper *m_keeper;
     std::function<void()> m_recovered; ///< to be called when recovered texts are shown and kept again
     ReportExport m_reports;

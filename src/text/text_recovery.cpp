@@ -1,6 +1,10 @@
 #include "text/text_recovery.h"
 
+#include "core/text_file.h"
+
 #include <QJsonArray>
+
+#include <algorithm>
 
 namespace velmora {
 
@@ -80,6 +84,22 @@ std::optional<UnsavedTexts> fromRecoveryRecord(const RecoveryRecord &record)
         texts.sides.push_back(sideOf(sides.at(index).toObject(), utf8));
     }
     return texts;
+}
+
+bool isInItsFile(const UnsavedText &text)
+{
+    const FileContents contents = readFile(text.path);
+    if (!contents.ok())
+        return false;
+    const DecodedText onDisk = decodeText(contents.bytes, text.loaded.text.encoding);
+    return onDisk.undecodable == 0 && onDisk.lines.bytes() == text.loaded.text.lines.bytes();
+}
+
+bool holdsUnsavedText(const RecoveryRecord &record)
+{
+    const std::optional<UnsavedTexts> texts = fromRecoveryRecord(record);
+    return !texts || std::any_of(texts->sides.begin(), texts->sides.end(),
+                                 [](const UnsavedText &side) { return side.isEdited && !isInItsFile(side); });
 }
 
 } // namespace velmora

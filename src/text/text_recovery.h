@@ -34,4 +34,11 @@ struct UnsavedTexts {
 /// The texts in a record; nothing when it is none of a text session.
 [[nodiscard]] std::optional<UnsavedTexts> fromRecoveryRecord(const RecoveryRecord &record);
 
+/// Whether the text's file holds it by now, as its encoding writes it: a program that ends between the moment when a
+/// file is saved and the one when its record is removed leaves a record of what nobody would lose. Reads the file.
+[[nodiscard]] bool isInItsFile(const UnsavedText &text);
+
+/// False for a record of a text session whose edited texts are all in their files.
+[[nodiscard]] bool holdsUnsavedText(const RecoveryRecord &record);
+
 } // namespace velmora

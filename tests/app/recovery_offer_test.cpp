@@ -142,6 +142,18 @@ private Q_SLOTS:
         QCOMPARE(r.dialogs.asked().size(), 2); // each told once
     }
 
+    void whatIsSavedByNowIsNotOffered()
+    {
+        Remains r;
+        QVERIFY(write(r.folder.filePath(QStringLiteral("saved.txt")), "text\n"));
+        for (const QString &file : r.whole)
+            QVERIFY(
+                writeRecoveryRecord(file, recordOf(r.folder.filePath(QStringLiteral("saved.txt")), {}, "text\n")).ok());
+        r.offer();
+        QVERIFY(r.dialogs.asked().isEmpty());
+        QVERIFY(!QFileInfo::exists(r.whole[0]) && !QFileInfo::exists(r.whole[1]));
+    }
+
     void theWindowBringsBackEditedTexts()
     {
         const QTemporaryDir folder;

@@ -1,6 +1,7 @@
 #include "core/recovery_store.h"
 #include "edit_fixture.h"
 #include "support/test_main.h"
+#include "text/text_recovery.h"
 
 #include <QClipboard>
 #include <QDirIterator>
@@ -109,6 +110,36 @@ private Q_SLOTS:
         QTRY_VERIFY(!again.session.hasUnsavedChanges());
         QCOMPARE(contentOf(f.left), QByteArray::fromHex("fffe780061000d000a00"));
         QTRY_COMPARE(later.files(), QStringList());
+    }
+
+    /// As when the program ended between the two: the file is saved, and its record is still there.
+    void aTextThatIsSavedByNowIsNotUnsaved()
+    {
+        RecoveryTest r;
+        EditFixture f(QByteArray::fromHex("fffe61000d000a00"), "b\n", &r.store);
+        f.typeAt(Side::Left, 1, QStringLiteral("x"));
+        f.typeAt(Side::Right, 1, QStringLiteral("y"));
+        std::optional<RecoveryRecord> record;
+        QVERIFY(QTest::qWaitFor(
+            [&] { return (record = r.recordOf("xa\r\n")) && record->texts.value(1) == QByteArray("yb\n"); }, 30000));
+        f.save(Side::Left);
+        QVERIFY(holdsUnsavedText(*record));
+        SessionFixture again;
+        again.session.recover(*record, [] {});
+        again.wait();
+        QCOMPARE(again.session.view().scene().document()->source(Side::Left).text(0), QStringLiteral("xa"));
+        QVERIFY(!again.session.canEdit(EditCommand::UndoLeft));
+        QVERIFY(again.session.hasUnsavedChanges());
+
+        f.save(Side::Right);
+        QVERIFY(!holdsUnsavedText(*record));
+        RecoveryTest later;
+        SessionFixture both(&later.store);
+        bool kept = false;
+        both.session.recover(*record, [&kept] { kept = true; });
+        QTRY_VERIFY(kept);
+        QVERIFY(!both.session.hasUnsavedChanges());
+        QCOMPARE(later.files(), QStringList());
     }
 
     void bringsBackATextWhoseFileIsGone()
