@@ -1,3 +1,4 @@
+#include "row_picture.h"
 #include "session/diff_colours.h"
 #include "support/test_main.h"
 #include "text/view/diff_pane.h"
@@ -15,6 +16,7 @@
 #include <QWheelEvent>
 
 using namespace velmora;
+using velmora::test::rowsOf;
 
 namespace {
 
@@ -41,28 +43,10 @@ std::shared_ptr<const LineSource> sourceOf(const QByteArray &text)
     return std::make_shared<TextLinesSource>(TextLines::split(text));
 }
 
-/// Rows pair line k with line k: '=' equal, '~' modified; '+' and '-' have one line.
-std::shared_ptr<const DiffDocument> documentOf(const QString &picture, const QByteArray &left, const QByteArray &right)
+std::shared_ptr<const DiffDocument> documentOf(const QByteArray &picture, const QByteArray &left,
+                                               const QByteArray &right)
 {
-    QList<AlignedRow> rows;
-    qint32 leftLine = 0;
-    qint32 rightLine = 0;
-    for (const QChar sign : picture) {
-        if (sign == u'+')
-            rows.append({Added, -1, ++rightLine});
-        else if (sign == u'-')
-            rows.append({Removed, ++leftLine, -1});
-        else
-            rows.append({sign == u'~' ? Modified : Equal, ++leftLine, ++rightLine});
-    }
-    return std::make_shared<DiffDocument>(std::move(rows), sourceOf(left), sourceOf(right));
-}
-
-/// Gives a view its size and lays it out.
-void show(DiffView &view, int width, int height)
-{
-    view.resize(width, height);
-    view.show();
+    return std::make_shared<DiffDocument>(rowsOf(picture), sourceOf(left), sourceOf(right));
 }
 
 QImage imageOf(QWidget &widget)
@@ -72,12 +56,34 @@ QImage imageOf(QWidget &widget)
     return image;
 }
 
-QString caretOf(DiffView &view)
-{
-    const TextCaret &caret = view.scene().caret();
-    const auto text = [](TextPosition at) { return QStringLiteral("%1:%2").arg(at.row).arg(at.unit); };
-    return caret.hasSelection() ? text(caret.anchor) + u'>' + text(caret.position) : text(caret.position);
-}
+/// A view on the screen, and its parts.
+class Shown {
+public:
+    explicit Shown(const std::shared_ptr<const DiffDocument> &document = {}, QSize size = {900, 300})
+    {
+        view.resize(size);
+        view.show();
+        scene.setDocument(document);
+    }
+    Shown(const QByteArray &picture, const QByteArray &leftText, const QByteArray &rightText)
+        : Shown(documentOf(picture, leftText, rightText))
+    {}
+
+    void put(Side side, TextPosition at) { scene.setCaret({side, at, at}); }
+    [[nodiscard]] QString caret() const
+    {
+        const auto text = [](TextPosition at) { return QStringLiteral("%1:%2").arg(at.row).arg(at.unit); };
+        const TextCaret &now = scene.caret();
+        return now.hasSelection() ? text(now.anchor) + u'>' + text(now.position) : text(now.position);
+    }
+    [[nodiscard]] RowRange inSight() const { return layout.inSight(scene.top(), scene.viewportHeight()); }
+
+    DiffView view;
+    DiffScene &scene = view.scene();
+    const RowLayout &layout = scene.layout();
+    DiffPane &left = view.pane(Side::Left);
+    DiffPane &right = view.pane(Side::Right);
+};
 
 } // namespace
 
@@ -98,24 +104,22 @@ private Q_SLOTS:
         }
         auto left = std::make_shared<CountingSource>(TextLines::split(text));
         auto right = std::make_shared<CountingSource>(TextLines::split(text));
-        DiffView view;
-        show(view, 900, 600);
-        view.scene().setDocument(std::make_shared<DiffDocument>(rows, left, right));
+        Shown v(std::make_shared<DiffDocument>(rows, left, right), {900, 600});
         const auto fetchedFor = [&](auto change) {
             change();
             left->fetched = 0;
             right->fetched = 0;
-            imageOf(view);
+            imageOf(v.view);
             return left->fetched + right->fetched;
         };
         // A line is asked for to draw it, to see whether an equal row is the same text, and for its changed characters.
-        const qint64 inSight = 2 * (view.scene().layout().rowsPerPage(600) + 1);
+        const qint64 inSight = 2 * (v.layout.rowsPerPage(600) + 1);
         const qint64 allowed = 4 * inSight;
         const qint64 first = fetchedFor([] {});
         QVERIFY2(first >= inSight / 2 && first <= allowed, qPrintable(QString::number(first)));
-        QVERIFY(fetchedFor([&] { view.scene().scrollToTop(500'000); }) <= allowed);
-        QVERIFY(fetchedFor([&] { view.scene().setFilter(RowFilter::Differences); }) <= allowed);
-        QVERIFY(fetchedFor([&] { view.scene().goToBlock(99'999); }) <= allowed);
+        QVERIFY(fetchedFor([&] { v.scene.scrollToTop(500'000); }) <= allowed);
+        QVERIFY(fetchedFor([&] { v.scene.setFilter(RowFilter::Differences); }) <= allowed);
+        QVERIFY(fetchedFor([&] { v.scene.goToBlock(99'999); }) <= allowed);
     }
 
     void showsAnyPartOfALongLineAsIfItWereShort()
@@ -125,22 +129,18 @@ private Q_SLOTS:
         for (int k = 0; longLine.size() < 4'000'000; ++k)
             longLine += "\"key" + QByteArray::number(k) + "\":" + QByteArray::number(k * 7919) + ',';
         const QByteArray part = longLine.mid(offset, 400);
-        DiffView longView;
-        show(longView, 900, 300);
-        DiffView shortView;
-        show(shortView, 900, 300);
-        longView.scene().setDocument(documentOf(QStringLiteral("="), longLine, longLine));
-        shortView.scene().setDocument(documentOf(QStringLiteral("="), part, part));
-        imageOf(longView);
-        longView.scene().scrollTo({}, offset);
-        QCOMPARE(longView.scene().column(), offset);
-        QCOMPARE(imageOf(longView.pane(Side::Right)), imageOf(shortView.pane(Side::Right)));
+        Shown whole("=", longLine, longLine);
+        Shown alone("=", part, part);
+        imageOf(whole.view);
+        whole.scene.scrollTo({}, offset);
+        QCOMPARE(whole.scene.column(), offset);
+        QCOMPARE(imageOf(whole.right), imageOf(alone.right));
 
         // Places are found on it as they are on the short one.
-        LineRenderer &renderer = longView.scene().renderer(Side::Left);
+        LineRenderer &renderer = whole.scene.renderer(Side::Left);
         const qreal x = renderer.xOf(0, offset + 100);
         QCOMPARE(renderer.unitAt(0, x), offset + 100);
-        QCOMPARE(x - renderer.xOf(0, offset), shortView.scene().renderer(Side::Left).xOf(0, 100));
+        QCOMPARE(x - renderer.xOf(0, offset), alone.scene.renderer(Side::Left).xOf(0, 100));
         QCOMPARE(renderer.length(0), longLine.size());
     }
 
@@ -148,50 +148,46 @@ private Q_SLOTS:
 
     void bothPanesScrollTogether()
     {
-        DiffView view;
-        show(view, 900, 300);
         const QByteArray wide = QByteArray(500, 'x') + '\n';
-        view.scene().setDocument(documentOf(QString(100, u'='), wide.repeated(100), wide.repeated(100)));
-        auto *vertical = view.findChildren<QScrollBar *>().at(0);
-        auto *horizontal = view.findChildren<QScrollBar *>().at(1);
+        Shown v(QByteArray(100, '='), wide.repeated(100), wide.repeated(100));
+        auto *vertical = v.view.findChildren<QScrollBar *>().at(0);
+        auto *horizontal = v.view.findChildren<QScrollBar *>().at(1);
         if (vertical->orientation() == Qt::Horizontal)
             std::swap(vertical, horizontal);
         vertical->setValue(40);
         horizontal->setValue(60);
-        QCOMPARE(view.scene().top().index, 40);
-        QCOMPARE(view.scene().column(), 60);
-        view.scene().scrollTo({1000, 0}, 100'000);
+        QCOMPARE(v.scene.top().index, 40);
+        QCOMPARE(v.scene.column(), 60);
+        v.scene.scrollTo({1000, 0}, 100'000);
         QCOMPARE(vertical->value(), vertical->maximum());
         QCOMPARE(horizontal->value(), horizontal->maximum());
 
-        const auto wheel = [&view](QPoint angle, Qt::KeyboardModifiers modifiers = {}) {
-            QWheelEvent event(QPointF(50, 50), view.mapToGlobal(QPointF(50, 50)), {}, angle, Qt::NoButton, modifiers,
+        const auto wheel = [&v](QPoint angle, Qt::KeyboardModifiers modifiers = {}) {
+            QWheelEvent event(QPointF(50, 50), v.view.mapToGlobal(QPointF(50, 50)), {}, angle, Qt::NoButton, modifiers,
                               Qt::NoScrollPhase, false);
-            QApplication::sendEvent(&view, &event);
+            QApplication::sendEvent(&v.view, &event);
         };
-        view.scene().scrollTo({}, 0);
+        v.scene.scrollTo({}, 0);
         wheel({0, -120});
-        QCOMPARE(view.scene().top().index, 3);
+        QCOMPARE(v.scene.top().index, 3);
         for (int k = 0; k < 4; ++k)
             wheel({0, -30}); // a finer wheel comes as far
-        QCOMPARE(view.scene().top().index, 6);
+        QCOMPARE(v.scene.top().index, 6);
         wheel({0, -120}, Qt::ShiftModifier);
-        QCOMPARE(view.scene().top().index, 6);
-        QVERIFY(view.scene().column() > 0);
-        const qreal size = view.fontPointSize();
+        QCOMPARE(v.scene.top().index, 6);
+        QVERIFY(v.scene.column() > 0);
+        const qreal size = v.view.fontPointSize();
         wheel({0, 120}, Qt::ControlModifier);
-        QCOMPARE(view.fontPointSize(), size + 1);
+        QCOMPARE(v.view.fontPointSize(), size + 1);
     }
 
     void theOverviewShowsAndLeadsToEveryPlace()
     {
-        DiffView view;
-        show(view, 900, 400);
-        QString picture(100'000, u'=');
-        picture[50'000] = u'~';
+        QByteArray picture(100'000, '=');
+        picture[50'000] = '~';
         const QByteArray text = QByteArray("x\n").repeated(100'000);
-        view.scene().setDocument(documentOf(picture, text, text));
-        auto *strip = view.findChild<OverviewStrip *>();
+        Shown v(picture, text, text);
+        auto *strip = v.view.findChild<OverviewStrip *>();
         const QImage image = imageOf(*strip);
         int marked = -1;
         for (int y = 20; y < image.height() && marked < 0; ++y) {
@@ -200,32 +196,27 @@ private Q_SLOTS:
         }
         QVERIFY(std::abs(marked - image.height() / 2) <= 2); // one row of a hundred thousand is seen
         QTest::mouseClick(strip, Qt::LeftButton, {}, QPoint(10, marked));
-        const RowRange inSight = view.scene().layout().inSight(view.scene().top(), view.scene().viewportHeight());
-        QVERIFY(std::abs(inSight.first - 50'000) < 1000);
+        QVERIFY(std::abs(v.inSight().first - 50'000) < 1000);
     }
 
     void keepsTheCaretInSightWhenTheFilterChanges()
     {
-        DiffView view;
-        show(view, 900, 300);
-        QString picture(1000, u'=');
+        QByteArray picture(1000, '=');
         for (int row = 0; row < 1000; row += 10)
-            picture[row] = u'~';
+            picture[row] = '~';
         const QByteArray text = QByteArray("x\n").repeated(1000);
-        view.scene().setDocument(documentOf(picture, text, text));
-        view.scene().goToBlock(50);
-        view.scene().setFilter(RowFilter::Differences);
-        const RowLayout &layout = view.scene().layout();
-        const auto caretIsInSight = [&] {
-            const RowRange inSight = layout.inSight(view.scene().top(), view.scene().viewportHeight());
-            return inSight.contains(layout.indexOf(view.scene().caret().position.row));
+        Shown v(picture, text, text);
+        v.scene.goToBlock(50);
+        v.scene.setFilter(RowFilter::Differences);
+        const auto caretIsInSight = [&v] {
+            return v.inSight().contains(v.layout.indexOf(v.scene.caret().position.row));
         };
-        QCOMPARE(view.scene().caret().position.row, 500);
+        QCOMPARE(v.scene.caret().position.row, 500);
         QVERIFY(caretIsInSight());
-        view.scene().setFilter(RowFilter::Identical);
-        QCOMPARE(view.scene().caret().position.row, 501);
+        v.scene.setFilter(RowFilter::Identical);
+        QCOMPARE(v.scene.caret().position.row, 501);
         QVERIFY(caretIsInSight());
-        view.scene().setFilter(RowFilter::All);
+        v.scene.setFilter(RowFilter::All);
         QVERIFY(caretIsInSight());
     }
 
@@ -233,14 +224,12 @@ private Q_SLOTS:
 
     void movesTheCaretByKeys()
     {
-        DiffView view;
-        show(view, 900, 300);
         const QByteArray left = "alpha beta\n\tx\n" + QStringLiteral("e\u0301😀z\n").toUtf8();
-        view.scene().setDocument(documentOf(QStringLiteral("==+="), left, "alpha beta\n\tx\nnew\nend\n"));
-        QWidget &pane = view.pane(Side::Left);
+        Shown v("==+=", left, "alpha beta\n\tx\nnew\nend\n");
+        QWidget &pane = v.left;
         const auto press = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
             QTest::keyClick(&pane, key, modifiers);
-            return caretOf(view);
+            return v.caret();
         };
         QCOMPARE(press(Qt::Key_Right, Qt::ControlModifier), QStringLiteral("0:6"));
         QCOMPARE(press(Qt::Key_End), QStringLiteral("0:10"));
@@ -261,22 +250,19 @@ private Q_SLOTS:
 
     void copiesWhatIsSelected()
     {
-        DiffView view;
-        show(view, 900, 300);
-        view.scene().setDocument(documentOf(QStringLiteral("=-+~"), "first line\nonly left\nchanged\n",
-                                            "first line\nonly right\nchanges\n"));
-        DiffPane &left = view.pane(Side::Left);
+        Shown v("=-+~", "first line\nonly left\nchanged\n", "first line\nonly right\nchanges\n");
+        DiffPane &left = v.left;
         left.selectAll();
         left.copy();
         QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("first line\nonly left\nchanged"));
-        DiffPane &right = view.pane(Side::Right);
+        DiffPane &right = v.right;
         right.selectAll();
         right.copy();
         QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("first line\nonly right\nchanges"));
-        view.scene().setCaret({Side::Left, {3, 3}, {0, 6}}); // backwards
+        v.scene.setCaret({Side::Left, {3, 3}, {0, 6}}); // backwards
         left.copy();
         QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("line\nonly left\ncha"));
-        view.scene().setFilter(RowFilter::Identical);
+        v.scene.setFilter(RowFilter::Identical);
         left.selectAll();
         left.copy();
         QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("first line"));
@@ -284,60 +270,53 @@ private Q_SLOTS:
 
     void selectsByMouse()
     {
-        DiffView view;
-        show(view, 900, 300);
-        view.scene().setDocument(documentOf(QStringLiteral("=="), "int some_name = 3;\nnext\n", "a\nb\n"));
-        imageOf(view);
-        DiffPane &pane = view.pane(Side::Left);
-        const int height = view.scene().layout().rowHeight();
-        LineRenderer &renderer = view.scene().renderer(Side::Left);
+        Shown v("==", "int some_name = 3;\nnext\n", "a\nb\n");
+        imageOf(v.view);
+        DiffPane &pane = v.left;
+        const int height = v.layout.rowHeight();
+        LineRenderer &renderer = v.scene.renderer(Side::Left);
         const auto at = [&](qsizetype row, qsizetype unit) {
             return QPoint(pane.textArea().left() + 5 + int(renderer.xOf(row, unit)) + 1,
                           int(row) * height + height / 2);
         };
         QTest::mouseDClick(&pane, Qt::LeftButton, {}, at(0, 7));
-        QCOMPARE(view.scene().selectedText(), QStringLiteral("some_name"));
+        QCOMPARE(v.scene.selectedText(), QStringLiteral("some_name"));
         QTest::mousePress(&pane, Qt::LeftButton, {}, at(0, 7)); // the third click
-        QCOMPARE(view.scene().selectedText(), QStringLiteral("int some_name = 3;"));
+        QCOMPARE(v.scene.selectedText(), QStringLiteral("int some_name = 3;"));
         QTest::mouseRelease(&pane, Qt::LeftButton, {}, at(0, 7));
         QTest::mouseClick(&pane, Qt::LeftButton, {}, at(1, 0)); // a press on the selection would drag it
         QTest::mousePress(&pane, Qt::LeftButton, {}, at(0, 4));
         QTest::mouseMove(&pane, at(1, 2));
         QTest::mouseRelease(&pane, Qt::LeftButton, {}, at(1, 2));
-        QCOMPARE(view.scene().selectedText(), QStringLiteral("some_name = 3;\nne"));
+        QCOMPARE(v.scene.selectedText(), QStringLiteral("some_name = 3;\nne"));
         QTest::mouseClick(&pane, Qt::LeftButton, Qt::ShiftModifier, at(0, 8));
-        QCOMPARE(view.scene().selectedText(), QStringLiteral("some"));
+        QCOMPARE(v.scene.selectedText(), QStringLiteral("some"));
     }
 
     void aClickIntoADifferenceMakesItTheCurrentOne()
     {
-        DiffView view;
-        show(view, 900, 300);
-        view.scene().setDocument(
-            documentOf(QStringLiteral("=~==~~="), "1\n2\n3\n4\n5\n6\n7\n", "1\na\n3\n4\nb\nc\n7\n"));
-        imageOf(view);
-        QSignalSpy changes(&view.scene(), &DiffScene::currentBlockChanged);
-        const int height = view.scene().layout().rowHeight();
-        QTest::mouseClick(&view.pane(Side::Right), Qt::LeftButton, {}, QPoint(200, 5 * height + 2));
-        QCOMPARE(view.scene().currentBlock(), 1);
-        QTest::mouseClick(&view.pane(Side::Right), Qt::LeftButton, {}, QPoint(200, 2 * height + 2));
-        QCOMPARE(view.scene().currentBlock(), 1);
+        Shown v("=~==~~=", "1\n2\n3\n4\n5\n6\n7\n", "1\na\n3\n4\nb\nc\n7\n");
+        imageOf(v.view);
+        QSignalSpy changes(&v.scene, &DiffScene::currentBlockChanged);
+        const int height = v.layout.rowHeight();
+        QTest::mouseClick(&v.right, Qt::LeftButton, {}, QPoint(200, 5 * height + 2));
+        QCOMPARE(v.scene.currentBlock(), 1);
+        QTest::mouseClick(&v.right, Qt::LeftButton, {}, QPoint(200, 2 * height + 2));
+        QCOMPARE(v.scene.currentBlock(), 1);
         QCOMPARE(changes.size(), 1);
     }
 
     void describesTheCurrentLineToAssistiveTools()
     {
-        DiffView view;
-        show(view, 900, 300);
-        view.scene().setDocument(documentOf(QStringLiteral("=+"), "one\n", "one\ntwo\n"));
-        QAccessibleInterface *left = QAccessible::queryAccessibleInterface(&view.pane(Side::Left));
-        QAccessibleInterface *right = QAccessible::queryAccessibleInterface(&view.pane(Side::Right));
+        Shown v("=+", "one\n", "one\ntwo\n");
+        QAccessibleInterface *left = QAccessible::queryAccessibleInterface(&v.left);
+        QAccessibleInterface *right = QAccessible::queryAccessibleInterface(&v.right);
         QVERIFY(left && right);
         QVERIFY(left->text(QAccessible::Name) != right->text(QAccessible::Name));
-        view.scene().setCaret({Side::Right, {1, 0}, {1, 0}});
+        v.put(Side::Right, {1, 0});
         QCOMPARE(right->text(QAccessible::Value), QStringLiteral("Line 2, added: two"));
         QCOMPARE(left->text(QAccessible::Value), QStringLiteral("No line here, added"));
-        view.scene().goToBlock(0);
+        v.scene.goToBlock(0);
         QCOMPARE(right->text(QAccessible::Description),
                  QStringLiteral("Difference 1 of 1, added: no line on the left, right line 2"));
 
@@ -345,11 +324,11 @@ private Q_SLOTS:
         QVERIFY(text);
         QCOMPARE(text->text(0, text->characterCount()), QStringLiteral("two"));
         text->setSelection(0, 1, 3);
-        QCOMPARE(view.scene().selectedText(), QStringLiteral("wo"));
+        QCOMPARE(v.scene.selectedText(), QStringLiteral("wo"));
         QCOMPARE(text->selectionCount(), 1);
         QCOMPARE(text->cursorPosition(), 3);
         text->setCursorPosition(1);
-        QVERIFY(!view.scene().caret().hasSelection());
+        QVERIFY(!v.scene.caret().hasSelection());
         QCOMPARE(text->offsetAtPoint(text->characterRect(2).center()), 2);
         QVERIFY(right->state().readOnly);
     }
@@ -358,47 +337,45 @@ private Q_SLOTS:
 
     void findsChangedCharactersOfShortAndLongRows()
     {
-        const auto document = documentOf(QStringLiteral("~"), "int value = 1;\n", "int value = 22;\n");
+        const auto document = documentOf("~", "int value = 1;\n", "int value = 22;\n");
         const RowChanges small = findRowChanges(*document, 0);
         QCOMPARE(small.left, (QList<CharRange>{{12, 1}}));
         QCOMPARE(small.right, (QList<CharRange>{{12, 2}}));
 
         // Too long to match character by character: what both ends have in common is no change.
         const QByteArray body = QStringLiteral("ä€😀").repeated(100'000).toUtf8();
-        const auto longRow = documentOf(QStringLiteral("~"), body + "12" + body, body + "3" + body);
+        const auto longRow = documentOf("~", body + "12" + body, body + "3" + body);
         const qint32 before = 4 * 100'000;
         const RowChanges large = findRowChanges(*longRow, 0);
         QCOMPARE(large.left, (QList<CharRange>{{before, 2}}));
         QCOMPARE(large.right, (QList<CharRange>{{before, 1}}));
 
         // Characters that share bytes are not cut apart.
-        const auto cut = documentOf(QStringLiteral("~"), body + QStringLiteral("é").toUtf8() + body,
-                                    body + QStringLiteral("è").toUtf8() + body);
+        const auto cut =
+            documentOf("~", body + QStringLiteral("é").toUtf8() + body, body + QStringLiteral("è").toUtf8() + body);
         QCOMPARE(findRowChanges(*cut, 0).left, (QList<CharRange>{{before, 1}}));
     }
 
     void goesToTheFirstChangedCharacterOfADistantPlace()
     {
         const QByteArray before(3'000'000, 'x');
-        DiffView view;
-        show(view, 900, 300);
-        view.scene().setDocument(documentOf(QStringLiteral("=~"), "a\n" + before + "old" + before + '\n',
-                                            "a\n" + before + "new" + before + '\n'));
-        const auto changeIsInSight = [&view] {
-            const qint64 column = view.scene().column();
-            return column < 3'000'000 && column + view.scene().columnsPerPage() > 3'000'003;
+        const auto document =
+            documentOf("=~", "a\n" + before + "old" + before + '\n', "a\n" + before + "new" + before + '\n');
+        Shown v(document);
+        const auto changeIsInSight = [&v] {
+            const qint64 column = v.scene.column();
+            return column < 3'000'000 && column + v.scene.columnsPerPage() > 3'000'003;
         };
-        view.scene().goToBlock(0);
+        v.scene.goToBlock(0);
         QTRY_VERIFY(changeIsInSight());
 
         // A person who scrolls meanwhile is left alone.
-        view.scene().setDocument(documentOf(QStringLiteral("=~"), "a\n" + before + "old" + before + '\n',
-                                            "a\n" + before + "new" + before + '\n'));
-        QSignalSpy arrived(&view.scene().changes(), &IntraLineChanges::arrived);
-        view.scene().goToBlock(0);
-        view.scene().scrollTo({}, 77);
+        v.scene.setDocument(document);
+        QSignalSpy arrived(&v.scene.changes(), &IntraLineChanges::arrived);
+        v.scene.goToBlock(0);
+        v.scene.scrollTo({}, 77);
         QVERIFY(arrived.wait());
-        QCOMPARE(view.scene().column(), 77);
+        QCOMPARE(v.scene.column(), 77);
     }
 
     void worksOutLongRowsOnAWorker()
@@ -409,7 +386,7 @@ private Q_SLOTS:
             left += "word" + QByteArray::number(k) + ' ';
             right += "word" + QByteArray::number(k % 7 == 0 ? k + 1 : k) + ' ';
         }
-        const auto document = documentOf(QStringLiteral("~~"), left + '\n' + "a1\n", right + '\n' + "a2\n");
+        const auto document = documentOf("~~", left + '\n' + "a1\n", right + '\n' + "a2\n");
         IntraLineChanges changes;
         changes.setDocument(document);
         QSignalSpy arrived(&changes, &IntraLineChanges::arrived);
@@ -429,7 +406,7 @@ private Q_SLOTS:
         changes.beginFrame(0, 1);
         QVERIFY(!changes.changesOf(0));
         changes.endFrame();
-        changes.setDocument(documentOf(QStringLiteral("~"), "x\n", "y\n"));
+        changes.setDocument(documentOf("~", "x\n", "y\n"));
         QTest::qWait(0);
         changes.beginFrame(0, 0);
         QCOMPARE(changes.changesOf(0)->left, (QList<CharRange>{{0, 1}}));
@@ -437,14 +414,12 @@ private Q_SLOTS:
 
     void showsTheCurrentLinesOneAboveTheOther()
     {
-        DiffView view;
-        show(view, 900, 300);
-        LineDetail detail(view.scene());
+        Shown v("=~+", "same\nan old line\n", "same\na new line\nmore\n");
+        LineDetail detail(v.scene);
         detail.resize(800, detail.height());
-        view.scene().setDocument(documentOf(QStringLiteral("=~+"), "same\nan old line\n", "same\na new line\nmore\n"));
-        const int height = view.scene().layout().rowHeight();
+        const int height = v.layout.rowHeight();
         const auto backgrounds = [&](qsizetype row) {
-            view.scene().setCaret({Side::Left, {row, 0}, {row, 0}});
+            v.put(Side::Left, {row, 0});
             const QImage image = imageOf(detail);
             const auto background = [&image](int y) { return QColor(image.pixel(790, y)); };
             return QList<QColor>{background(height / 2), background(height * 3 / 2)};
@@ -482,11 +457,9 @@ private Q_SLOTS:
 
     void boxesLeaveTheOrderOfTheirNeighboursAlone()
     {
-        DiffView view;
-        show(view, 900, 300);
         const QString tricky = QStringLiteral("ab\u202ecd\u2066ef\U000E0041gh");
-        view.scene().setDocument(documentOf(QStringLiteral("="), tricky.toUtf8(), tricky.toUtf8()));
-        LineRenderer &renderer = view.scene().renderer(Side::Left);
+        Shown v("=", tricky.toUtf8(), tricky.toUtf8());
+        LineRenderer &renderer = v.scene.renderer(Side::Left);
         const qreal cell = renderer.cellWidth();
         // Each character stands on the grid behind the one before it, boxes as wide as they say.
         qint64 column = 0;
@@ -503,130 +476,114 @@ private Q_SLOTS:
         const auto behindTag = renderer.next(0, 8, QTextLayout::SkipCharacters);
         QCOMPARE(behindTag, 10); // both halves of a pair are one step
         QCOMPARE(renderer.previous(0, 10, QTextLayout::SkipCharacters), 8);
-        view.pane(Side::Left).selectAll();
-        QCOMPARE(view.scene().selectedText(), tricky);
+        v.left.selectAll();
+        QCOMPARE(v.scene.selectedText(), tricky);
     }
 
     // Word wrap and folded rows ---------------------------------------------------------------------------------------
 
     void wrapsLongLinesBesideTheOtherSide()
     {
-        DiffView view;
-        show(view, 900, 300);
         const QByteArray longLine = QByteArray("word ").repeated(60);
-        view.scene().setDocument(
-            documentOf(QStringLiteral("=~=+"), "a\n" + longLine + "\nz\n", "a\nshort\nz\n" + longLine + "\n"));
-        QVERIFY(view.scene().maximumColumn() > 0);
-        view.scene().setWraps(true);
-        QCOMPARE(view.scene().maximumColumn(), 0);
-        const RowLayout &layout = view.scene().layout();
-        const qsizetype lines = layout.linesAt(1);
-        QVERIFY(lines >= 4 && lines == layout.linesAt(3));
-        QCOMPARE(layout.linesAt(2), 1);
-        QCOMPARE(layout.yOf(2, {}), qint64(lines + 1) * layout.rowHeight());
+        Shown v("=~=+", "a\n" + longLine + "\nz\n", "a\nshort\nz\n" + longLine + "\n");
+        QVERIFY(v.scene.maximumColumn() > 0);
+        v.scene.setWraps(true);
+        QCOMPARE(v.scene.maximumColumn(), 0);
+        const qsizetype lines = v.layout.linesAt(1);
+        QVERIFY(lines >= 4 && lines == v.layout.linesAt(3));
+        QCOMPARE(v.layout.linesAt(2), 1);
+        QCOMPARE(v.layout.yOf(2, {}), qint64(lines + 1) * v.layout.rowHeight());
 
         // The caret goes through the wrapped line part by part and keeps its place on the screen.
-        DiffPane &pane = view.pane(Side::Left);
-        view.scene().setCaret({Side::Left, {0, 1}, {0, 1}});
+        DiffPane &pane = v.left;
+        v.put(Side::Left, {0, 1});
         for (qsizetype part = 0; part < lines; ++part) {
             QTest::keyClick(&pane, Qt::Key_Down);
-            QCOMPARE(view.scene().caret().position.row, 1);
-            const LineRenderer::Place place =
-                view.scene().renderer(Side::Left).placeOf(1, view.scene().caret().position.unit);
+            QCOMPARE(v.scene.caret().position.row, 1);
+            const LineRenderer::Place place = v.scene.renderer(Side::Left).placeOf(1, v.scene.caret().position.unit);
             QCOMPARE(place.part, part);
-            QVERIFY(std::abs(place.x - view.scene().renderer(Side::Left).cellWidth()) < 1);
+            QVERIFY(std::abs(place.x - v.scene.renderer(Side::Left).cellWidth()) < 1);
         }
         QTest::keyClick(&pane, Qt::Key_Down);
-        QCOMPARE(caretOf(view), QStringLiteral("2:1"));
+        QCOMPARE(v.caret(), QStringLiteral("2:1"));
 
         // A click finds the character that it hits.
-        const QPoint inThird(pane.textArea().left() + 8, (1 + 2) * layout.rowHeight() + 3);
+        const QPoint inThird(pane.textArea().left() + 8, (1 + 2) * v.layout.rowHeight() + 3);
         QTest::mouseClick(&pane, Qt::LeftButton, {}, inThird);
-        const LineRenderer::Place hit =
-            view.scene().renderer(Side::Left).placeOf(1, view.scene().caret().position.unit);
+        const LineRenderer::Place hit = v.scene.renderer(Side::Left).placeOf(1, v.scene.caret().position.unit);
         QCOMPARE(hit.part, 2);
     }
 
     void neverWrapsTheLongestLines()
     {
-        DiffView view;
-        show(view, 900, 300);
         const QByteArray longest(3'000'000, 'x');
-        view.scene().setDocument(documentOf(QStringLiteral("=="), longest + "\nshort\n", longest + "\nshort\n"));
-        view.scene().setWraps(true);
-        QCOMPARE(view.scene().layout().linesAt(0), 1);
-        QVERIFY(view.scene().maximumColumn() > 2'999'000);
-        view.scene().setCaret({Side::Left, {0, 2'000'000}, {0, 2'000'000}});
-        view.scene().showCaret();
-        QVERIFY(view.scene().column() < 2'000'000 && view.scene().column() > 1'999'000);
-        QCOMPARE(view.scene().scrolledX(view.scene().document()->cell(1, Side::Left), Side::Left), 0);
+        Shown v("==", longest + "\nshort\n", longest + "\nshort\n");
+        v.scene.setWraps(true);
+        QCOMPARE(v.layout.linesAt(0), 1);
+        QVERIFY(v.scene.maximumColumn() > 2'999'000);
+        v.put(Side::Left, {0, 2'000'000});
+        v.scene.showCaret();
+        QVERIFY(v.scene.column() < 2'000'000 && v.scene.column() > 1'999'000);
+        QCOMPARE(v.scene.scrolledX(v.scene.document()->cell(1, Side::Left), Side::Left), 0);
     }
 
     void opensFoldedRowsByMouseAndKey()
     {
-        QString picture(100, u'=');
-        picture[50] = u'~';
+        QByteArray picture(100, '=');
+        picture[50] = '~';
         const QByteArray text = QByteArray("x\n").repeated(100);
-        DiffView view;
-        show(view, 900, 300);
-        view.scene().setDocument(documentOf(picture, text, text));
-        view.scene().setFilter(RowFilter::Differences);
-        const RowLayout &layout = view.scene().layout();
-        QCOMPARE(layout.count(), 9);
-        DiffPane &pane = view.pane(Side::Left);
+        Shown v(picture, text, text);
+        v.scene.setFilter(RowFilter::Differences);
+        QCOMPARE(v.layout.count(), 9);
+        DiffPane &pane = v.left;
         pane.selectAll();
-        QCOMPARE(view.scene().selectedText().count(u'x'), 100); // what is folded is selected, too
-        QTest::mouseClick(&pane, Qt::LeftButton, {}, QPoint(200, layout.rowHeight() / 2));
-        QCOMPARE(layout.count(), 47 + 7 + 1);
+        QCOMPARE(v.scene.selectedText().count(u'x'), 100); // what is folded is selected, too
+        QTest::mouseClick(&pane, Qt::LeftButton, {}, QPoint(200, v.layout.rowHeight() / 2));
+        QCOMPARE(v.layout.count(), 47 + 7 + 1);
         QTest::keyClick(&pane, Qt::Key_End, Qt::ControlModifier);
         QTest::keyClick(&pane, Qt::Key_Home);
-        QCOMPARE(view.scene().caret().position.row, 54);
+        QCOMPARE(v.scene.caret().position.row, 54);
         QVERIFY(pane.describeCurrentRow().contains(QStringLiteral("46")));
         QTest::keyClick(&pane, Qt::Key_Left);
-        QCOMPARE(caretOf(view), QStringLiteral("53:1"));
+        QCOMPARE(v.caret(), QStringLiteral("53:1"));
         QTest::keyClick(&pane, Qt::Key_Right);
         QTest::keyClick(&pane, Qt::Key_Return);
-        QCOMPARE(layout.count(), 100);
-        QCOMPARE(caretOf(view), QStringLiteral("54:0"));
+        QCOMPARE(v.layout.count(), 100);
+        QCOMPARE(v.caret(), QStringLiteral("54:0"));
 
         // A line that is gone to is shown.
-        view.scene().setFilter(RowFilter::All);
-        view.scene().setFilter(RowFilter::Differences);
-        QCOMPARE(layout.count(), 9);
-        view.scene().goToLine(Side::Right, 10);
-        QVERIFY(layout.isShown(9));
-        QCOMPARE(caretOf(view), QStringLiteral("9:0"));
+        v.scene.setFilter(RowFilter::All);
+        v.scene.setFilter(RowFilter::Differences);
+        QCOMPARE(v.layout.count(), 9);
+        v.scene.goToLine(Side::Right, 10);
+        QVERIFY(v.layout.isShown(9));
+        QCOMPARE(v.caret(), QStringLiteral("9:0"));
     }
 
     void goesOnFromTheCaretWithoutACurrentDifference()
     {
-        DiffView view;
-        show(view, 900, 300);
-        view.scene().setDocument(
-            documentOf(QStringLiteral("=~=~=~="), "1\n2\n3\n4\n5\n6\n7\n", "1\na\n3\nb\n5\nc\n7\n"));
-        QCOMPARE(view.scene().nextBlock(), 0);
-        view.scene().setCaret({Side::Left, {4, 0}, {4, 0}}); // as after the difference there was merged
-        QCOMPARE(view.scene().currentBlock(), -1);
-        QCOMPARE(view.scene().nextBlock(), 2);
-        QCOMPARE(view.scene().previousBlock(), 1);
-        view.scene().goToBlock(2);
-        QCOMPARE(view.scene().nextBlock(), 2);
-        QCOMPARE(view.scene().previousBlock(), 1);
+        Shown v("=~=~=~=", "1\n2\n3\n4\n5\n6\n7\n", "1\na\n3\nb\n5\nc\n7\n");
+        QCOMPARE(v.scene.nextBlock(), 0);
+        v.put(Side::Left, {4, 0}); // as after the difference there was merged
+        QCOMPARE(v.scene.currentBlock(), -1);
+        QCOMPARE(v.scene.nextBlock(), 2);
+        QCOMPARE(v.scene.previousBlock(), 1);
+        v.scene.goToBlock(2);
+        QCOMPARE(v.scene.nextBlock(), 2);
+        QCOMPARE(v.scene.previousBlock(), 1);
     }
 
     void stopsAtMinorDifferencesWhenTheyCount()
     {
-        DiffView view;
-        show(view, 900, 300);
-        view.scene().setDocument(documentOf(QStringLiteral("===~"), "a\nb \nc\nd\n", "a\nb\nc\nx\n"));
-        QCOMPARE(view.scene().layout().blockCount(), 1);
-        view.scene().setCountsMinor(true);
-        QCOMPARE(view.scene().layout().blockCount(), 2);
-        view.scene().goToBlock(0);
-        QCOMPARE(caretOf(view), QStringLiteral("1:0"));
-        view.scene().setCountsMinor(false);
-        QCOMPARE(view.scene().currentBlock(), -1);
-        QCOMPARE(view.scene().layout().blockCount(), 1);
+        Shown v("===~", "a\nb \nc\nd\n", "a\nb\nc\nx\n");
+        QCOMPARE(v.layout.blockCount(), 1);
+        v.scene.setCountsMinor(true);
+        QCOMPARE(v.layout.blockCount(), 2);
+        v.scene.goToBlock(0);
+        QCOMPARE(v.caret(), QStringLiteral("1:0"));
+        v.scene.setCountsMinor(false);
+        QCOMPARE(v.scene.currentBlock(), -1);
+        QCOMPARE(v.layout.blockCount(), 1);
     }
 };
 

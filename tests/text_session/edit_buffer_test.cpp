@@ -121,35 +121,31 @@ private Q_SLOTS:
         }
     }
 
-    void keepsEachLinesEndAndGivesNewLinesTheUsualOne_data()
-    {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<int>("line");
-        QTest::addColumn<int>("unit");
-        QTest::addColumn<QByteArray>("expected");
-        QTest::newRow("lf") << QByteArray("ab\ncd\n") << 0 << 1 << QByteArray("a\nb\ncd\n");
-        QTest::newRow("crlf") << QByteArray("ab\r\ncd\r\n") << 1 << 2 << QByteArray("ab\r\ncd\r\n\r\n");
-        QTest::newRow("mixed, as the line has it")
-            << QByteArray("ab\ncd\r\nef\n") << 1 << 1 << QByteArray("ab\nc\r\nd\r\nef\n");
-        QTest::newRow("the last line has none") << QByteArray("ab\r\ncd") << 1 << 1 << QByteArray("ab\r\nc\r\nd");
-        QTest::newRow("a lone carriage return at the end")
-            << QByteArray("ab\ncd\r") << 1 << 1 << QByteArray("ab\nc\nd\r");
-        QTest::newRow("one line without end") << QByteArray("abcd") << 0 << 2 << QByteArray("ab\ncd");
-        QTest::newRow("carriage returns inside a line")
-            << QByteArray("a\rb\r\r\nc\n") << 0 << 1 << QByteArray("a\r\n\rb\r\r\nc\n");
-    }
-
     void keepsEachLinesEndAndGivesNewLinesTheUsualOne()
     {
-        QFETCH(QByteArray, text);
-        QFETCH(int, line);
-        QFETCH(int, unit);
-        QFETCH(QByteArray, expected);
-        EditBuffer buffer = bufferOf(text);
-        buffer.replace({line, unit}, {line, unit}, QStringLiteral("\n"));
-        QCOMPARE(bytesOf(buffer), expected);
-        buffer.undo();
-        QCOMPARE(bytesOf(buffer), text);
+        struct Case {
+            const char *name;
+            QByteArray text;
+            int line;
+            int unit;
+            QByteArray expected;
+        };
+        const Case cases[] = {
+            {"lf", "ab\ncd\n", 0, 1, "a\nb\ncd\n"},
+            {"crlf", "ab\r\ncd\r\n", 1, 2, "ab\r\ncd\r\n\r\n"},
+            {"mixed, as the line has it", "ab\ncd\r\nef\n", 1, 1, "ab\nc\r\nd\r\nef\n"},
+            {"the last line has none", "ab\r\ncd", 1, 1, "ab\r\nc\r\nd"},
+            {"a lone carriage return at the end", "ab\ncd\r", 1, 1, "ab\nc\nd\r"},
+            {"one line without end", "abcd", 0, 2, "ab\ncd"},
+            {"carriage returns inside a line", "a\rb\r\r\nc\n", 0, 1, "a\r\n\rb\r\r\nc\n"},
+        };
+        for (const auto &[name, text, line, unit, expected] : cases) {
+            EditBuffer buffer = bufferOf(text);
+            buffer.replace({line, unit}, {line, unit}, QStringLiteral("\n"));
+            QVERIFY2(bytesOf(buffer) == expected, name);
+            buffer.undo();
+            QVERIFY2(bytesOf(buffer) == text, name);
+        }
     }
 
     void insertsWholeLinesAlsoBehindALastOneWithoutEnd()
@@ -166,47 +162,35 @@ private Q_SLOTS:
         QCOMPARE(bytesOf(unended), QByteArray("a\r\nb"));
     }
 
-    void copiesLinesBetweenTexts_data()
-    {
-        QTest::addColumn<QByteArray>("source");
-        QTest::addColumn<int>("from");
-        QTest::addColumn<int>("fromCount");
-        QTest::addColumn<QByteArray>("target");
-        QTest::addColumn<int>("first");
-        QTest::addColumn<int>("count");
-        QTest::addColumn<QByteArray>("expected");
-        QTest::newRow("takes the target's line ends")
-            << QByteArray("x\ny\n") << 0 << 2 << QByteArray("a\r\nb\r\n") << 1 << 1 << QByteArray("a\r\nx\r\ny\r\n");
-        QTest::newRow("a line end is the difference")
-            << QByteArray("a\nb\n") << 0 << 1 << QByteArray("a\r\nb\n") << 0 << 1 << QByteArray("a\nb\n");
-        QTest::newRow("only the last line end differs")
-            << QByteArray("a\nb") << 1 << 1 << QByteArray("a\nb\n") << 1 << 1 << QByteArray("a\nb");
-        QTest::newRow("the same the other way")
-            << QByteArray("a\nb\n") << 1 << 1 << QByteArray("a\nb") << 1 << 1 << QByteArray("a\nb\n");
-        QTest::newRow("unended into the middle")
-            << QByteArray("x") << 0 << 1 << QByteArray("a\nb\n") << 0 << 1 << QByteArray("x\nb\n");
-        QTest::newRow("behind an unended line")
-            << QByteArray("a\nb\n") << 1 << 1 << QByteArray("a") << 1 << 0 << QByteArray("a\nb\n");
-        QTest::newRow("nothing: removes")
-            << QByteArray("a\n") << 1 << 0 << QByteArray("a\nb\nc\n") << 1 << 2 << QByteArray("a\n");
-        QTest::newRow("everything into nothing")
-            << QByteArray("a\nb") << 0 << 2 << QByteArray() << 0 << 0 << QByteArray("a\nb");
-    }
-
     void copiesLinesBetweenTexts()
     {
-        QFETCH(QByteArray, source);
-        QFETCH(int, from);
-        QFETCH(int, fromCount);
-        QFETCH(QByteArray, target);
-        QFETCH(int, first);
-        QFETCH(int, count);
-        QFETCH(QByteArray, expected);
-        EditBuffer buffer = bufferOf(target);
-        buffer.copyLines(first, count, *bufferOf(source).snapshot(), from, fromCount);
-        QCOMPARE(bytesOf(buffer), expected);
-        buffer.undo();
-        QCOMPARE(bytesOf(buffer), target);
+        struct Case {
+            const char *name;
+            QByteArray source;
+            int from;
+            int fromCount;
+            QByteArray target;
+            int first;
+            int count;
+            QByteArray expected;
+        };
+        const Case cases[] = {
+            {"takes the target's line ends", "x\ny\n", 0, 2, "a\r\nb\r\n", 1, 1, "a\r\nx\r\ny\r\n"},
+            {"a line end is the difference", "a\nb\n", 0, 1, "a\r\nb\n", 0, 1, "a\nb\n"},
+            {"only the last line end differs", "a\nb", 1, 1, "a\nb\n", 1, 1, "a\nb"},
+            {"the same the other way", "a\nb\n", 1, 1, "a\nb", 1, 1, "a\nb\n"},
+            {"unended into the middle", "x", 0, 1, "a\nb\n", 0, 1, "x\nb\n"},
+            {"behind an unended line", "a\nb\n", 1, 1, "a", 1, 0, "a\nb\n"},
+            {"nothing: removes", "a\n", 1, 0, "a\nb\nc\n", 1, 2, "a\n"},
+            {"everything into nothing", "a\nb", 0, 2, "", 0, 0, "a\nb"},
+        };
+        for (const auto &[name, source, from, fromCount, target, first, count, expected] : cases) {
+            EditBuffer buffer = bufferOf(target);
+            buffer.copyLines(first, count, *bufferOf(source).snapshot(), from, fromCount);
+            QVERIFY2(bytesOf(buffer) == expected, name);
+            buffer.undo();
+            QVERIFY2(bytesOf(buffer) == target, name);
+        }
     }
 
     void mergesTypingIntoOneStepAndKnowsWhatIsSaved()
