@@ -26,6 +26,9 @@ void complain(const Streams &streams, const QString &message);
 /// Compares two folders.
 [[nodiscard]] const Command &folderCommand();
 
+/// Compares two snapshots of system state.
+[[nodiscard]] const Command &systemCommand();
+
 /// Compares two texts.
 [[nodiscard]] const Command &textCommand();
 

@@ -25,9 +25,9 @@ constexpr std::array generalOptions{
 constexpr const char *exitStatusText = "Exit status: 0 no differences, 1 differences, 2 trouble.\n";
 
 /// Every command; a new one is a new row.
-std::array<const Command *, 2> commands()
+std::array<const Command *, 3> commands()
 {
-    return {&textCommand(), &folderCommand()};
+    return {&textCommand(), &folderCommand(), &systemCommand()};
 }
 
 int print(const Streams &streams, const QByteArray &text)
