@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
+#include <QScreen>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -26,6 +27,7 @@ namespace velmora {
 namespace {
 
 constexpr QSize usualSize(680, 560);
+constexpr QSize windowFrame(16, 48); // about what a desktop puts around a window
 
 /// A preset's name as an entry of a menu, where "&" would underline the next letter.
 QString menuText(QString name)
@@ -57,7 +59,9 @@ FolderSessionSettingsDialog::FolderSessionSettingsDialog(const FolderSessionOpti
     whole->addWidget(m_tabs, 1);
     whole->addWidget(m_footer);
     whole->addLayout(makeConfirmButtons(*this));
-    resize(usualSize.expandedTo(sizeHint()));
+    resize(usualSize.expandedTo(sizeHint()).boundedTo(screen()->availableSize() - windowFrame));
+    // From here the arrow keys and Ctrl+Tab go from tab to tab.
+    m_tabs->setFocus();
 
     const NamedSet known = matchingSet(options);
     m_spec->setDescription(known.name.isEmpty() ? m_defaults.set.description : known.set.description);
