@@ -42,14 +42,17 @@ bool isPlainReplacement(const OperationPlan &plan, qint64 keptBytes)
     return replacements <= 1;
 }
 
+/// Precondition: something is replaced.
 QString replacementText(const OperationPlan &plan)
 {
     const qint64 files = plan.totals().replacedFiles;
     if (files > 1)
         return Velmora::tr("%1 files will be replaced.").arg(QLocale().toString(files));
-    return std::any_of(plan.steps.begin(), plan.steps.end(), losesNewer)
-               ? Velmora::tr("A newer file will be replaced by an older one.")
-               : Velmora::tr("A file will be replaced, and its old contents will not be kept for undoing.");
+    const auto step = std::find_if(plan.steps.begin(), plan.steps.end(), replaces);
+    const QString text =
+        losesNewer(*step) ? Velmora::tr("A newer file will be replaced by an older one.")
+                          : Velmora::tr("A file will be replaced, and its old contents will not be kept for undoing.");
+    return text + QLatin1String("\n\n") + shownPath(plan.pathOf(step->to));
 }
 
 /// The questions about one plan. Copies share what they are about, and live in the callbacks.

@@ -106,6 +106,8 @@ QVariant PlanPreviewModel::data(const QModelIndex &index, int role) const
 
 QVariant PlanPreviewModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
+    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole && section == Size)
+        return int(Qt::AlignTrailing | Qt::AlignVCenter);
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
     switch (section) {
