@@ -1,9 +1,11 @@
 #include "core/settings_store.h"
 #include "folder/actions/compare_contents_dialog.h"
+#include "folder/compare/folder_compare_side_pane.h"
 #include "folder/compare/folder_notice.h"
 #include "folder/compare/folder_status_bar.h"
 #include "folder/compare/time_shift_bar.h"
 #include "folder_session_fixture.h"
+#include "session/path_edit.h"
 #include "support/test_main.h"
 
 #include <QComboBox>
@@ -353,6 +355,42 @@ private Q_SLOTS:
         }
         Filled f;
         QCOMPARE(f.session.view().leftPane().columnWidth(int(FolderColumn::LeftSize)), 77);
+    }
+
+    void namesKeepTheirRoomInANarrowWindow()
+    {
+        Filled f;
+        f.session.show();
+        const auto shown = [&f](FolderColumn left, FolderColumn right) {
+            const bool isShown = !f.session.view().leftPane().isColumnHidden(int(left));
+            return isShown != f.session.view().rightPane().isColumnHidden(int(right)) ? int(isShown) : -1;
+        };
+        const auto sizes = [&] { return shown(FolderColumn::LeftSize, FolderColumn::RightSize); };
+        const auto times = [&] { return shown(FolderColumn::LeftTime, FolderColumn::RightTime); };
+        f.session.view().leftPane().horizontalHeader()->resizeSection(int(FolderColumn::LeftTime), 123);
+        QCOMPARE(std::pair(sizes(), times()), std::pair(1, 1));
+        f.session.resize(740, 500);
+        QTRY_COMPARE(std::pair(sizes(), times()), std::pair(1, 0));
+        f.session.resize(460, 500);
+        QTRY_COMPARE(std::pair(sizes(), times()), std::pair(0, 0));
+        f.session.resize(1100, 500);
+        QTRY_COMPARE(std::pair(sizes(), times()), std::pair(1, 1));
+        QCOMPARE(f.session.view().rightPane().columnWidth(int(FolderColumn::RightTime)), 123);
+    }
+
+    void theKeyboardGoesFromThePathsToTheRows()
+    {
+        Filled f;
+        QList<QWidget *> stops;
+        QWidget *const first = &f.session.view().leftSide().edit().lineEdit();
+        for (QWidget *widget = first; stops.isEmpty() || widget != first; widget = widget->nextInFocusChain()) {
+            if (qobject_cast<QLineEdit *>(widget) || qobject_cast<TreeLineTreeWidget *>(widget))
+                stops.append(widget);
+        }
+        stops.removeOne(f.session.findChild<TreeLineTreeWidget *>(QStringLiteral("folderSideCenter")));
+        const QList<QWidget *> expected{first, &f.session.view().rightSide().edit().lineEdit(),
+                                        &f.session.view().leftPane(), &f.session.view().rightPane()};
+        QCOMPARE(stops.mid(0, 4), expected);
     }
 
     void panesScrollTogether()

@@ -39,7 +39,8 @@ QString methodWord(CompareMethod method)
 void FolderCompareWidget::connectFileCommands()
 {
     connect(m_fileCommands, &FileCommands::logLine, this, &FolderCompareWidget::log);
-    connect(m_fileCommands, &FileCommands::statusChanged, this, &FolderCompareWidget::showMessage);
+    connect(m_fileCommands, &FileCommands::statusChanged, this,
+            [this](const QString &text) { showMessage(text.isEmpty() ? m_summary : text); });
     connect(m_fileCommands, &FileCommands::progressed, m_statusBar,
             [this](qint64 done, qint64 total) { m_statusBar->showProgress(done, total, {}); });
     connect(m_fileCommands, &FileCommands::runningChanged, this, [this] {

@@ -217,7 +217,9 @@ void FolderCompareWidget::onTreeContextMenu(const QPoint &point)
     if (node >= 0) {
         const FolderTree &tree = m_comparison.tree();
         const FolderDiffItem item = tree.item(node);
-        menu->addAction(Velmora::tr("Open"), this, [this, node] { openNode(node); });
+        // A key of the panes, not of an action: it is shown and nothing else.
+        const QString key = QKeySequence(Qt::Key_Return).toString(QKeySequence::NativeText);
+        menu->addAction(Velmora::tr("Open") + u'\t' + key, this, [this, node] { openNode(node); });
         if (item.isDir && isPair(item)) {
             menu->addAction(Velmora::tr("Open in a new tab"), this,
                             [this, item] { openAs(QStringLiteral("folder"), item); })

@@ -61,6 +61,16 @@ void FolderCompareSidePane::setRecentPaths(const QStringList &paths)
     m_edit->lineEdit().setCompleter(completer);
 }
 
+QList<QWidget *> FolderCompareSidePane::focusParts() const
+{
+    QList<QWidget *> parts{m_up};
+    for (QWidget *part : m_edit->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if ((part->focusPolicy() & Qt::TabFocus) != 0)
+            parts.append(part);
+    }
+    return parts;
+}
+
 void FolderCompareSidePane::setReadOnly(bool readOnly)
 {
     m_lock->setVisible(readOnly);

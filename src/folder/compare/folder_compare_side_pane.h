@@ -23,6 +23,9 @@ public:
     /// Offers these paths while one is typed.
     void setRecentPaths(const QStringList &paths);
 
+    /// What takes the keyboard, from left to right.
+    [[nodiscard]] QList<QWidget *> focusParts() const;
+
     /// Shows that nothing may be written on this side.
     void setReadOnly(bool readOnly);
 

@@ -101,6 +101,20 @@ FolderView::FolderView(FolderComparison &comparison, QWidget *parent)
 
 FolderView::~FolderView() = default;
 
+void FolderView::orderFocus()
+{
+    QWidget *before = nullptr;
+    for (FolderCompareSidePane *side : {m_leftSide, m_rightSide}) {
+        for (QWidget *part : side->focusParts()) {
+            if (before)
+                setTabOrder(before, part);
+            before = part;
+        }
+    }
+    setTabOrder(before, m_left);
+    setTabOrder(m_left, m_right);
+}
+
 void FolderView::buildLayout()
 {
     const auto column = [this](QWidget *top, TreeLineTreeWidget *pane) {
@@ -148,6 +162,7 @@ void FolderView::buildLayout()
     m_centre->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_right->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     m_centre->setFocusPolicy(Qt::NoFocus);
+    orderFocus();
 }
 
 void FolderView::connectPane(TreeLineTreeWidget &pane)
@@ -174,6 +189,8 @@ bool FolderView::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::FocusIn && watched != m_centre)
         m_rightIsActive = watched == m_right;
+    else if (event->type() == QEvent::Resize && watched != m_centre)
+        fitColumns();
     return QWidget::eventFilter(watched, event);
 }
 
@@ -195,6 +212,7 @@ void FolderView::restoreColumns()
     for (std::size_t i = 0; i < std::size(sizedColumns); ++i) {
         const int width = stored.value(qsizetype(i)).toInt();
         const int used = width > 20 && width < 2000 ? width : usual[i];
+        m_widths[i] = used;
         m_left->setColumnWidth(int(sizedColumns[i].first), used);
         m_right->setColumnWidth(int(sizedColumns[i].second), used);
     }
@@ -205,17 +223,30 @@ void FolderView::columnResized(int section, int width)
 {
     if (m_sharingWidth || width == 0)
         return;
-    for (const auto &[left, right] : sizedColumns) {
+    for (std::size_t i = 0; i < std::size(sizedColumns); ++i) {
+        const auto [left, right] = sizedColumns[i];
         if (section != int(left) && section != int(right))
             continue;
         m_sharingWidth = true;
         m_left->setColumnWidth(int(left), width);
         m_right->setColumnWidth(int(right), width);
         m_sharingWidth = false;
-        QVariantList widths;
-        for (const auto &pair : sizedColumns)
-            widths.append(m_left->columnWidth(int(pair.first)));
-        SessionSettings().setValue(columnsKey(), widths);
+        m_widths[i] = width;
+        SessionSettings().setValue(columnsKey(), QVariantList(m_widths.begin(), m_widths.end()));
+    }
+}
+
+void FolderView::fitColumns()
+{
+    constexpr int fewestLetters = 20;
+    const int names = fewestLetters * fontMetrics().averageCharWidth();
+    int room = std::min(m_left->width(), m_right->width() - m_right->verticalScrollBar()->sizeHint().width()) - names;
+    for (std::size_t i = 0; i < std::size(sizedColumns); ++i) {
+        const bool isHidden = room < m_widths[i];
+        room -= m_widths[i];
+        const auto [left, right] = sizedColumns[i];
+        m_left->setColumnHidden(int(left), isHidden);
+        m_right->setColumnHidden(int(right), isHidden);
     }
 }
 

@@ -81,6 +81,9 @@ private:
     void select(const std::vector<int> &rows);
     void restoreColumns();
     void columnResized(int section, int width);
+    /// Hides times, then sizes, where they would leave too little room for the names.
+    void fitColumns();
+    void orderFocus();
     void placeNotice();
     [[nodiscard]] std::array<TreeLineTreeWidget *, 3> panes() const { return {m_left, m_centre, m_right}; }
 
@@ -95,6 +98,7 @@ private:
     QSplitter *m_splitter;
     bool m_rightIsActive = false;
     bool m_sharingWidth = false;
+    std::array<int, 2> m_widths{}; ///< of sizes and times, whether they are shown or not
     Place m_kept;
     std::optional<NamedPlace> m_keptNames; ///< of the tree before the load that is under way
     bool m_treeIsNew = false;              ///< the numbers of the nodes mean nothing until the rows were made anew
