@@ -91,7 +91,7 @@ const std::vector<Weather> weathers{
     {"one failure", false, false}, {"the disk dies", true, false}, {"one failure between volumes", false, true}};
 
 /// Contents of all files below a folder.
-QStringList contentsIn(const OperationFixture &tree, const QString &folder)
+QStringList contentsIn(const OperationFixture &tree, const Name &folder)
 {
     QStringList contents;
     for (const QString &line : tree.picture(folder)) {
@@ -108,15 +108,11 @@ QStringList world(const OperationFixture &tree)
     return tree.picture() + tree.picture(otherName);
 }
 
-/// What is neither at its place before nor at its place after the operation; what ends with one of `endings` is passed.
-QStringList strange(const QStringList &now, const QStringList &before, const QStringList &after)
+/// What is neither at its place before nor at its place after the operation.
+QStringList strange(QStringList now, const QStringList &before, const QStringList &after)
 {
-    QStringList rest;
-    for (const QString &line : now) {
-        if (!before.contains(line) && !after.contains(line))
-            rest.append(line);
-    }
-    return rest;
+    now.removeIf([&](const QString &line) { return before.contains(line) || after.contains(line); });
+    return now;
 }
 
 } // namespace
@@ -150,7 +146,7 @@ private Q_SLOTS:
             OperationFixture tree;
             if (failing == 0 && tried.needsBin && !tree.hasRecycleBin())
                 QSKIP("no recycle bin here");
-            tree.make(QString::fromLatin1(tried.files).split(u' '));
+            tree.make(tried.files);
             const QStringList before = world(tree);
             const OperationPlan plan = tree.surveyed(tried.plan(tree));
             QVERIFY(!plan.steps.isEmpty());
@@ -158,10 +154,10 @@ private Q_SLOTS:
             QLatin1String failed;
             ScriptedLayer layer(script(weathers[std::size_t(weather)], failing, failed));
             OperationJournal journal(layer, tree.journalFolder());
-            const ExecutionReport report = tree.execute(plan, {false, &journal}, layer);
+            const ExecutionReport report = tree.execute(plan, journal, layer);
             if (failing == 0) {
                 after = world(tree);
-                QVERIFY2(report.isComplete(), qPrintable(problems(report, tree.path({})).join(u'|')));
+                QVERIFY2(report.isComplete(), qPrintable(tree.problems(report).join(u'|')));
             } else if (failed.isEmpty()) {
                 QCOMPARE(world(tree), after);
                 break;
@@ -185,20 +181,13 @@ private Q_SLOTS:
 private:
     static ScriptedLayer::Script script(const Weather &weather, int failing, QLatin1String &failed)
     {
-        return [&weather, failing, &failed, isCopied = false](int number, QLatin1String call) mutable {
+        return [&weather, failing, &failed, crossing = betweenVolumes()](int number, QLatin1String call) {
             if (failing > 0 && (number == failing || (weather.staysBad && number > failing))) {
                 if (failed.isEmpty())
                     failed = call;
                 return FileError{FileErrorKind::Other, QStringLiteral("injected")};
             }
-            if (!weather.hasOtherVolumes)
-                return FileError();
-            // Only the renaming of a finished copy or a link stays within a volume.
-            if (call == QLatin1String("sink.copyFrom") || call == QLatin1String("makeLink"))
-                isCopied = true;
-            const bool crosses = call == QLatin1String("makeHardLink") ||
-                                 (call == QLatin1String("move") && !std::exchange(isCopied, false));
-            return crosses ? FileError{FileErrorKind::OtherVolume, {}} : FileError();
+            return weather.hasOtherVolumes ? crossing(number, call) : FileError();
         };
     }
 
@@ -211,10 +200,9 @@ private:
             odd.removeIf([](const QString &line) { return line.contains(QLatin1String(".velmora-")); });
         QVERIFY2(odd.isEmpty(), qPrintable(odd.join(u'|')));
 
-        const QStringList everywhere = contentsIn(tree, QStringLiteral("left")) +
-                                       contentsIn(tree, QStringLiteral("right")) + contentsIn(tree, otherName) +
-                                       contentsIn(tree, QStringLiteral("data")) +
-                                       contentsIn(tree, QStringLiteral("journal"));
+        const QStringList everywhere = contentsIn(tree, "left") + contentsIn(tree, "right") +
+                                       contentsIn(tree, otherName) + contentsIn(tree, "data") +
+                                       contentsIn(tree, "journal");
         for (const QString &line : before) {
             const QString content = line.contains(u'=') ? line.section(u'=', 1) : line.section(u'/', -1);
             if (!line.endsWith(u'/'))
@@ -237,8 +225,8 @@ private:
         ScriptedLayer calm([](int, QLatin1String) { return FileError(); });
         OperationJournal calmJournal(calm, tree.journalFolder());
         calmJournal.setNext(QStringLiteral("undo"), undo.id);
-        const ExecutionReport undone = tree.execute(undo.plan, {false, &calmJournal}, calm);
-        QVERIFY2(undone.isComplete(), qPrintable(problems(undone, tree.path({})).join(u'|')));
+        const ExecutionReport undone = tree.execute(undo.plan, calmJournal, calm);
+        QVERIFY2(undone.isComplete(), qPrintable(tree.problems(undone).join(u'|')));
         if (!undo.plan.steps.isEmpty()) // else there was no run
             QVERIFY2(world(tree).filter(QStringLiteral(".velmora-")).isEmpty(), "the copy is left");
         // A run that could not write its last line, or could not name what it put into the bin, keeps back what it
@@ -247,7 +235,7 @@ private:
         if (knowsAll && undo.plan.leftOut.isEmpty())
             QCOMPARE(world(tree), before);
         else if (knowsAll)
-            QVERIFY2(false, qPrintable(leftOut(undo.plan, tree.path({})).join(u'|')));
+            QVERIFY2(false, qPrintable(tree.leftOut(undo.plan).join(u'|')));
     }
 };
 

@@ -11,14 +11,6 @@ using namespace velmora::test;
 
 namespace {
 
-QStringList lines(std::initializer_list<const char *> list)
-{
-    QStringList result;
-    for (const char *line : list)
-        result.append(QString::fromLatin1(line));
-    return result;
-}
-
 const QString journalOf = QStringLiteral("journal/runs/%1/journal.jsonl");
 
 /// Bytes as a file that is read.
@@ -63,8 +55,8 @@ private Q_SLOTS:
         OperationFixture tree;
         if (manner == DeleteManner::ToRecycleBin && !tree.hasRecycleBin())
             QSKIP("no recycle bin here");
-        tree.make(lines({"left/a=new", "left/dir/b=b", "right/a=old", "right/gone/x=x", "right/gone/deep/y=y"}));
-        tree.setTime(QStringLiteral("right/a"), -5000);
+        tree.make("left/a=new left/dir/b=b right/a=old right/gone/x=x right/gone/deep/y=y");
+        tree.setTime("right/a", -5000);
         const QStringList before = tree.picture();
         OperationJournal journal(FileLayer::native(), tree.journalFolder());
         journal.setNext(QStringLiteral("mirror"));
@@ -77,61 +69,56 @@ private Q_SLOTS:
         QCOMPARE(undo.refusal, UndoRefusal::None);
         QVERIFY(undo.plan.leftOut.isEmpty());
         journal.setNext(QStringLiteral("undo"), undo.id);
-        QCOMPARE(problems(tree.execute(undo.plan, {false, &journal}), tree.path({})), QStringList());
+        QCOMPARE(tree.problems(tree.execute(undo.plan, journal)), QStringList());
         QCOMPARE(tree.picture(), before);
 #ifdef Q_OS_UNIX
-        QVERIFY(tree.picture(QStringLiteral("data")).filter(QStringLiteral("info/")).size() <= 1); // the empty folder
+        QVERIFY(tree.picture("data").filter(QStringLiteral("info/")).size() <= 1); // the empty folder
 #endif
-        QCOMPARE(tree.time(QStringLiteral("right/a")),
-                 QDateTime(QDate(2024, 2, 29), QTime(12, 0), Qt::UTC).addSecs(-5000));
+        QCOMPARE(tree.time("right/a"), QDateTime(QDate(2024, 2, 29), QTime(12, 0), Qt::UTC).addSecs(-5000));
         QVERIFY(journal.entries().entries[0].undone);
         QCOMPARE(journal.planUndo().refusal, UndoRefusal::NothingToUndo);
 
         const UndoPlan redo = journal.planUndo(lastId(journal));
         journal.setNext(QStringLiteral("redo"), redo.id);
-        QCOMPARE(problems(tree.execute(redo.plan, {false, &journal}), tree.path({})), QStringList());
+        QCOMPARE(tree.problems(tree.execute(redo.plan, journal)), QStringList());
         QCOMPARE(tree.picture(), after);
     }
 
     void undoSparesWhatHasChangedSince()
     {
         OperationFixture tree;
-        tree.make(lines({"left/new=1", "left/replaced=new", "right/replaced=old", "right/deleted=1", "left/dir/x=1",
-                         "left/fine=1"}));
+        tree.make("left/new=1 left/replaced=new right/replaced=old right/deleted=1 left/dir/x=1 "
+                  "left/fine=1");
         OperationJournal journal(FileLayer::native(), tree.journalFolder());
-        QVERIFY(tree.execute(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood), {false, &journal})
-                    .isComplete());
-        tree.make(lines({"right/new=edited", "right/replaced=edited", "right/deleted=again", "right/dir/y=added"}));
+        QVERIFY(tree.execute(tree.mirror(), journal).isComplete());
+        tree.make("right/new=edited right/replaced=edited right/deleted=again right/dir/y=added");
         const UndoPlan undo = journal.planUndo();
         QCOMPARE(undo.plan.leftOut.size(), 4);
         journal.setNext({}, undo.id);
-        (void)tree.execute(undo.plan, {false, &journal});
-        QCOMPARE(tree.picture(QStringLiteral("right")),
-                 lines({"deleted=again", "dir/", "dir/y=added", "new=edited", "replaced=edited"}));
+        (void)tree.execute(undo.plan, journal);
+        QCOMPARE(tree.picture("right"), lines("deleted=again dir/ dir/y=added new=edited replaced=edited"));
     }
 
     void contentsBeyondTheLimitAreNotKept()
     {
         OperationFixture tree;
-        tree.make(lines({"left/big=12345678", "right/big=87654321x", "left/small=1", "right/small=2"}));
+        tree.make("left/big=12345678 right/big=87654321x left/small=1 right/small=2");
         JournalLimits limits;
         limits.keptBytes = 8;
         OperationJournal journal(FileLayer::native(), tree.journalFolder(), limits);
-        tree.make(lines({"right/before=1"}));
+        tree.make("right/before=1");
         QVERIFY(tree.execute(planDelete(tree.input(), {0}, PlanSide::Right, DeleteManner::ForGood,
                                         DeleteScope::ListedEntries),
-                             {false, &journal})
+                             journal)
                     .isComplete());
-        const ExecutionReport report =
-            tree.execute(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood), {false, &journal});
+        const ExecutionReport report = tree.execute(tree.mirror(), journal);
         QVERIFY(report.isComplete());
         QCOMPARE(report.notUndoable, 1);
         QCOMPARE(journal.entries().entries.size(), 2); // what never fits drives nothing out
         const UndoPlan undo = journal.planUndo();
-        QCOMPARE(leftOut(undo.plan, tree.right()),
-                 QStringList(QStringLiteral("%1 big").arg(int(LeftOutReason::OldContentsGone))));
+        QCOMPARE(tree.leftOut(undo.plan), QStringList(said(LeftOutReason::OldContentsGone, "right/big")));
         QVERIFY(tree.execute(undo.plan).isComplete());
-        QCOMPARE(tree.picture(QStringLiteral("right")), lines({"big=12345678", "small=2"}));
+        QCOMPARE(tree.picture("right"), lines("big=12345678 small=2"));
     }
 
     void theOldestRunsMakeRoom()
@@ -141,19 +128,18 @@ private Q_SLOTS:
         limits.keptBytes = 10;
         limits.runs = 3;
         OperationJournal journal(FileLayer::native(), tree.journalFolder(), limits);
-        const auto replace = [&](const QString &contents) {
-            tree.make({QStringLiteral("left/a=") + contents});
-            QVERIFY(tree.execute(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood), {false, &journal})
-                        .isComplete());
+        const auto replace = [&](const char *contents) {
+            tree.make(contents);
+            QVERIFY(tree.execute(tree.mirror(), journal).isComplete());
         };
-        tree.make(lines({"right/a=1234"}));
-        for (const char *contents : {"2345", "3456", "4567"})
-            replace(QString::fromLatin1(contents));
+        tree.make("right/a=1234");
+        for (const char *contents : {"left/a=2345", "left/a=3456", "left/a=4567"})
+            replace(contents);
         // The third needs the room of the first: each keeps four bytes.
         QStringList ids;
         for (const JournalEntry &entry : journal.entries().entries)
             ids.append(entry.id);
-        QCOMPARE(ids, lines({"00000002", "00000003"}));
+        QCOMPARE(ids, lines("00000002 00000003"));
         limits.keptBytes = 100;
         OperationJournal roomy(FileLayer::native(), tree.journalFolder(), limits);
         limits.runs = 1;
@@ -203,10 +189,9 @@ private Q_SLOTS:
     void hostileJournalsAreRefused()
     {
         OperationFixture tree;
-        tree.make(lines({"left/a=1", "right/b=2"}));
+        tree.make("left/a=1 right/b=2");
         OperationJournal journal(FileLayer::native(), tree.journalFolder());
-        QVERIFY(tree.execute(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood), {false, &journal})
-                    .isComplete());
+        QVERIFY(tree.execute(tree.mirror(), journal).isComplete());
         QFile file(tree.path(journalOf.arg(lastId(journal))));
         QVERIFY(file.open(QIODevice::ReadWrite));
         const QByteArray good = file.readAll();
@@ -244,11 +229,10 @@ private Q_SLOTS:
     void aRunThatACrashEndedIsUndone()
     {
         OperationFixture tree;
-        tree.make(lines({"left/a=new", "right/a=old", "left/b=b", "right/c=c"}));
+        tree.make("left/a=new right/a=old left/b=b right/c=c");
         const QStringList before = tree.picture();
         OperationJournal journal(FileLayer::native(), tree.journalFolder());
-        QVERIFY(tree.execute(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood), {false, &journal})
-                    .isComplete());
+        QVERIFY(tree.execute(tree.mirror(), journal).isComplete());
         // The lines after the steps have not been written.
         QFile file(tree.path(journalOf.arg(lastId(journal))));
         QVERIFY(file.open(QIODevice::ReadWrite));
@@ -270,18 +254,18 @@ private Q_SLOTS:
     void aCopyThatACrashHasLeftGoesWithTheNextRun()
     {
         OperationFixture tree;
-        tree.make(lines({"left/dir/a=new", "right/dir/b=1", "right/precious=1"}));
+        tree.make("left/dir/a=new right/dir/b=1 right/precious=1");
         ScriptedLayer dying([isDead = false](int, QLatin1String call) mutable {
             isDead = isDead || call == QLatin1String("sink.copyFrom");
             return isDead ? FileError{FileErrorKind::Other, {}} : FileError();
         });
         OperationJournal crashed(dying, tree.journalFolder());
         (void)tree.execute(planUpdate(tree.input(), PlanSide::Left), {false, &crashed}, dying);
-        const auto copies = [&tree] { return tree.picture(QStringLiteral("right")).filter(QStringLiteral(".tmp")); };
+        const auto copies = [&tree] { return tree.picture("right").filter(QStringLiteral(".tmp")); };
         QCOMPARE(copies().size(), 1);
 
         // What looks like a copy but is not the one in the journal, and what no journal may ask for.
-        tree.make(lines({"right/dir/.velmora-0123456789abcdef.tmp=mine"}));
+        tree.make("right/dir/.velmora-0123456789abcdef.tmp=mine");
         const QString forged = tree.journalFolder() + QStringLiteral("/00000000");
         QVERIFY(QDir().mkpath(forged));
         QFile file(forged + QStringLiteral("/journal.jsonl"));
@@ -292,8 +276,8 @@ private Q_SLOTS:
 
         OperationJournal journal(FileLayer::native(), tree.journalFolder());
         const auto copiesAfterARun = [&](const char *newFile) {
-            tree.make(lines({newFile}));
-            (void)tree.execute(planUpdate(tree.input(), PlanSide::Left), {false, &journal});
+            tree.make(newFile);
+            (void)tree.execute(planUpdate(tree.input(), PlanSide::Left), journal);
             return copies();
         };
         {
@@ -301,14 +285,14 @@ private Q_SLOTS:
             QVERIFY(atWork.tryLock());
             QCOMPARE(copiesAfterARun("left/one=1").size(), 2);
         }
-        QCOMPARE(copiesAfterARun("left/two=1"), lines({"dir/.velmora-0123456789abcdef.tmp=mine"}));
-        QVERIFY(tree.picture(QStringLiteral("right")).contains(QStringLiteral("precious=1")));
+        QCOMPARE(copiesAfterARun("left/two=1"), lines("dir/.velmora-0123456789abcdef.tmp=mine"));
+        QVERIFY(tree.picture("right").contains(QStringLiteral("precious=1")));
     }
 
     void aRunAtWorkIsNotForgotten()
     {
         OperationFixture tree;
-        tree.make(lines({"left/a=1", "left/b=1"}));
+        tree.make("left/a=1 left/b=1");
         JournalLimits none;
         none.days = -1;
         ScriptedLayer layer([&, calls = 0](int, QLatin1String call) mutable {
@@ -317,7 +301,7 @@ private Q_SLOTS:
             return FileError();
         });
         OperationJournal journal(layer, tree.journalFolder());
-        QVERIFY(tree.execute(planUpdate(tree.input(), PlanSide::Left), {false, &journal}, layer).isComplete());
+        QVERIFY(tree.execute(planUpdate(tree.input(), PlanSide::Left), journal, layer).isComplete());
         QCOMPARE(journal.planUndo().plan.steps.size(), 2);
         OperationJournal(FileLayer::native(), tree.journalFolder(), none).prune();
         QCOMPARE(journal.planUndo().refusal, UndoRefusal::NothingToUndo);

@@ -46,48 +46,51 @@ QString temporaryTemplate(const QString &folder)
     return (folder.isEmpty() ? usual : folder) + QStringLiteral("/velmora-operations-XXXXXX");
 }
 
-QString below(const QString &path, const QString &base)
-{
-    return path.startsWith(base) ? path.mid(base.size() + 1) : path;
-}
-
 } // namespace
 
 OperationFixture::OperationFixture(const QString &folder)
     : m_dir(temporaryTemplate(folder)), m_root(QDir(m_dir.path()).canonicalPath())
 {
     for (const char *folder : {"left", "right", "other"})
-        QVERIFY(QDir().mkpath(path(QLatin1String(folder))));
+        QVERIFY(QDir().mkpath(path(folder)));
     // The bin of the home is on the volume of the home, and that is where this is.
-    qputenv("XDG_DATA_HOME", path(QStringLiteral("data")).toUtf8());
+    qputenv("XDG_DATA_HOME", path("data").toUtf8());
 }
 
-void OperationFixture::make(const QStringList &lines)
+void OperationFixture::make(const char *words)
 {
-    for (const QString &line : lines) {
-        if (const qsizetype arrow = line.indexOf(QLatin1String("->")); arrow > 0) {
-            QVERIFY(QDir().mkpath(path(line.left(arrow).section(u'/', 0, -2))));
-            QVERIFY(QFile::link(line.mid(arrow + 2), path(line.left(arrow))));
-            continue;
-        }
-        const QString name = line.section(u'=', 0, 0);
-        QVERIFY(QDir().mkpath(path(name.section(u'/', 0, -2))));
-        if (name.endsWith(u'/'))
-            continue;
-        QFile file(path(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QVERIFY(file.write(line.section(u'=', 1).toUtf8()) >= 0);
-        file.close();
-        setTime(name, ++m_clock);
-#ifdef Q_OS_WIN
-        if (name.section(u'/', -1).startsWith(u'.')) // elsewhere the name alone hides it
-            QCOMPARE(std::system(("attrib +h \"" + QDir::toNativeSeparators(path(name)).toUtf8() + '"').constData()),
-                     0);
-#endif
-    }
+    for (const QString &line : lines(words))
+        makeOne(line);
 }
 
-void OperationFixture::remove(const QString &relative)
+void OperationFixture::makeOne(const QString &line)
+{
+    if (const qsizetype arrow = line.indexOf(QLatin1String("->")); arrow > 0) {
+        makeLink(line.left(arrow), line.mid(arrow + 2));
+        return;
+    }
+    const QString name = line.section(u'=', 0, 0);
+    QVERIFY(QDir().mkpath(path(name.section(u'/', 0, -2))));
+    if (name.endsWith(u'/'))
+        return;
+    QFile file(path(name));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(file.write(line.section(u'=', 1).toUtf8()) >= 0);
+    file.close();
+    setTime(name, ++m_clock);
+#ifdef Q_OS_WIN
+    if (name.section(u'/', -1).startsWith(u'.')) // elsewhere the name alone hides it
+        QCOMPARE(std::system(("attrib +h \"" + QDir::toNativeSeparators(path(name)).toUtf8() + '"').constData()), 0);
+#endif
+}
+
+void OperationFixture::makeLink(const QString &relative, const QString &target)
+{
+    QVERIFY(QDir().mkpath(path(relative.section(u'/', 0, -2))));
+    QVERIFY(QFile::link(target, path(relative)));
+}
+
+void OperationFixture::remove(const Name &relative)
 {
     const QFileInfo info(path(relative));
     if (info.isDir() && !info.isSymbolicLink())
@@ -96,19 +99,19 @@ void OperationFixture::remove(const QString &relative)
         QVERIFY(QFile::remove(path(relative)));
 }
 
-void OperationFixture::setTime(const QString &relative, qint64 seconds)
+void OperationFixture::setTime(const Name &relative, qint64 seconds)
 {
     QFile file(path(relative));
     QVERIFY(file.open(QIODevice::ReadWrite));
     QVERIFY(file.setFileTime(moment.addSecs(seconds), QFileDevice::FileModificationTime));
 }
 
-QDateTime OperationFixture::time(const QString &relative) const
+QDateTime OperationFixture::time(const Name &relative) const
 {
     return QFileInfo(path(relative)).lastModified().toUTC();
 }
 
-QStringList OperationFixture::picture(const QString &relative) const
+QStringList OperationFixture::picture(const Name &relative) const
 {
     QStringList lines;
     draw(path(relative), {}, lines);
@@ -126,7 +129,7 @@ QStringList OperationFixture::picture() const
 bool OperationFixture::hasRecycleBin()
 {
     const QString name = QStringLiteral("probe");
-    make({name + u'='});
+    make("probe=");
     FileError error;
     const std::unique_ptr<FolderHandle> folder = FileLayer::native().openRoot(m_root, error);
     const RecycleResult recycled = folder->recycle(name);
@@ -144,13 +147,16 @@ PlanInput OperationFixture::input() const
     return input;
 }
 
-qsizetype OperationFixture::indexOf(const PlanInput &input, const QString &name) const
+qsizetype OperationFixture::indexOf(const PlanInput &input, const Name &name)
 {
-    for (qsizetype i = 0; i < input.items.size(); ++i) {
-        if (input.items[i].name == name)
-            return i;
-    }
-    return -1;
+    const auto found = std::find_if(input.items.begin(), input.items.end(),
+                                    [&name](const FolderDiffItem &item) { return item.name == name.text; });
+    return found == input.items.end() ? -1 : found - input.items.begin();
+}
+
+OperationPlan OperationFixture::mirror(DeleteManner manner) const
+{
+    return surveyed(planMirror(input(), PlanSide::Left, manner));
 }
 
 OperationPlan OperationFixture::surveyed(const OperationPlan &plan)
@@ -166,36 +172,50 @@ ExecutionReport OperationFixture::execute(const OperationPlan &plan, const Execu
     return executePlan(plan, files, options, cancel, progress);
 }
 
+ExecutionReport OperationFixture::execute(const OperationPlan &plan, OperationJournal &journal, FileLayer &files)
+{
+    return execute(plan, {false, &journal}, files);
+}
+
+QStringList OperationFixture::problems(const ExecutionReport &report) const
+{
+    QStringList list;
+    for (const OperationProblem &problem : report.problems)
+        list.append(QStringLiteral("%1 %2").arg(int(problem.code)).arg(relative(problem.path)));
+    return list;
+}
+
+QStringList OperationFixture::leftOut(const OperationPlan &plan) const
+{
+    QStringList list;
+    for (const LeftOutEntry &entry : plan.leftOut)
+        list.append(QStringLiteral("%1 %2").arg(int(entry.reason)).arg(relative(entry.path)));
+    return list;
+}
+
+QString OperationFixture::relative(const QString &path) const
+{
+    return path.startsWith(m_root) ? path.mid(m_root.size() + 1) : path;
+}
+
+QStringList lines(const char *words)
+{
+    return QString::fromUtf8(words).split(u' ', Qt::SkipEmptyParts);
+}
+
 QStringList drawn(const OperationPlan &plan)
 {
-    static const QStringList kinds{QStringLiteral("make"),   QStringLiteral("copy"),    QStringLiteral("replace"),
-                                   QStringLiteral("move"),   QStringLiteral("recycle"), QStringLiteral("delete"),
-                                   QStringLiteral("restore")};
-    QStringList lines;
+    static const QStringList kinds = lines("make copy replace move recycle delete restore");
+    QStringList steps;
     for (const OperationStep &step : plan.steps) {
-        const auto place = [](const Place &where) {
-            return where.isSet() ? QStringLiteral(" %1:%2").arg(where.root).arg(where.relative) : QString();
-        };
-        lines.append(kinds[int(step.kind)] + place(step.from) +
-                     (step.to.isSet() ? QStringLiteral(" ->") + place(step.to) : QString()));
+        QStringList places;
+        for (const Place &place : {step.from, step.to}) {
+            if (place.isSet())
+                places.append(QStringLiteral("%1:%2").arg(place.root).arg(place.relative));
+        }
+        steps.append(kinds[int(step.kind)] + u'(' + places.join(u',') + u')');
     }
-    return lines;
-}
-
-QStringList leftOut(const OperationPlan &plan, const QString &base)
-{
-    QStringList lines;
-    for (const LeftOutEntry &entry : plan.leftOut)
-        lines.append(QStringLiteral("%1 %2").arg(int(entry.reason)).arg(below(entry.path, base)));
-    return lines;
-}
-
-QStringList problems(const ExecutionReport &report, const QString &base)
-{
-    QStringList lines;
-    for (const OperationProblem &problem : report.problems)
-        lines.append(QStringLiteral("%1 %2").arg(int(problem.code)).arg(below(problem.path, base)));
-    return lines;
+    return steps;
 }
 
 } // namespace velmora::test

@@ -9,6 +9,16 @@
 
 namespace velmora::test {
 
+/// A path or a name, as a literal or not.
+struct Name {
+    Name(const char *utf8) : text(QString::fromUtf8(utf8)) {}
+    Name(const QString &name) : text(name) {}
+    QString text;
+};
+
+/// The words of a text.
+[[nodiscard]] QStringList lines(const char *words);
+
 /// Two folders, "left" and "right", a third, "other", a journal and a recycle bin, all in a temporary folder. Paths of
 /// the functions are relative to it.
 class OperationFixture {
@@ -16,21 +26,22 @@ public:
     /// In memory where the system offers that, unless `folder` is set.
     explicit OperationFixture(const QString &folder = {});
 
-    [[nodiscard]] QString path(const QString &relative) const { return m_root + u'/' + relative; }
-    [[nodiscard]] QString left() const { return path(QStringLiteral("left")); }
-    [[nodiscard]] QString right() const { return path(QStringLiteral("right")); }
-    [[nodiscard]] QString journalFolder() const { return path(QStringLiteral("journal/runs")); }
+    [[nodiscard]] QString path(const Name &relative) const { return m_root + u'/' + relative.text; }
+    [[nodiscard]] QString left() const { return path("left"); }
+    [[nodiscard]] QString right() const { return path("right"); }
+    [[nodiscard]] QString journalFolder() const { return path("journal/runs"); }
 
-    /// Makes files of lines "path=contents", folders of "path/" and links of "path->target". Each file is a second
+    /// Makes files of words "path=contents", folders of "path/" and links of "path->target". Each file is a second
     /// younger than the one before, and so are those of later calls.
-    void make(const QStringList &lines);
-    void remove(const QString &relative);
+    void make(const char *words);
+    void makeLink(const QString &relative, const QString &target);
+    void remove(const Name &relative);
     /// Gives a file another time, in seconds after a fixed moment.
-    void setTime(const QString &relative, qint64 seconds);
-    [[nodiscard]] QDateTime time(const QString &relative) const;
+    void setTime(const Name &relative, qint64 seconds);
+    [[nodiscard]] QDateTime time(const Name &relative) const;
 
     /// The folder in the form of `make`, in the order of names, hidden entries too.
-    [[nodiscard]] QStringList picture(const QString &relative) const;
+    [[nodiscard]] QStringList picture(const Name &relative) const;
     /// "left" and "right".
     [[nodiscard]] QStringList picture() const;
 
@@ -39,23 +50,38 @@ public:
 
     /// A comparison of both sides by contents.
     [[nodiscard]] PlanInput input() const;
-    [[nodiscard]] qsizetype indexOf(const PlanInput &input, const QString &name) const;
+    [[nodiscard]] static qsizetype indexOf(const PlanInput &input, const Name &name);
 
+    /// What makes the right side as the left one is, surveyed.
+    [[nodiscard]] OperationPlan mirror(DeleteManner manner = DeleteManner::ForGood) const;
     [[nodiscard]] static OperationPlan surveyed(const OperationPlan &plan);
     [[nodiscard]] static ExecutionReport execute(const OperationPlan &plan, const ExecutionOptions &options = {},
                                                  FileLayer &files = FileLayer::native(), const CancelFlag &cancel = {});
+    [[nodiscard]] static ExecutionReport execute(const OperationPlan &plan, OperationJournal &journal,
+                                                 FileLayer &files = FileLayer::native());
+
+    /// The codes of the problems, with the paths.
+    [[nodiscard]] QStringList problems(const ExecutionReport &report) const;
+    /// What was left out, one a line: the reason and the path.
+    [[nodiscard]] QStringList leftOut(const OperationPlan &plan) const;
 
 private:
+    [[nodiscard]] QString relative(const QString &path) const;
+    void makeOne(const QString &line);
+
     QTemporaryDir m_dir;
     QString m_root;
     qint64 m_clock = 0;
 };
 
-/// Steps, one a line: the kind, the places and, in brackets, which files go by their bytes.
+/// A line of `OperationFixture::problems` or `leftOut`.
+template <typename Code>
+[[nodiscard]] QString said(Code code, const char *path)
+{
+    return QStringLiteral("%1 %2").arg(int(code)).arg(QString::fromUtf8(path));
+}
+
+/// Steps, one a line: "kind(place)" or "kind(from,to)", where a place is "root:path".
 [[nodiscard]] QStringList drawn(const OperationPlan &plan);
-/// What was left out, one a line: the reason's number and the path below `base`.
-[[nodiscard]] QStringList leftOut(const OperationPlan &plan, const QString &base);
-/// The codes of the problems, with the path below `base`.
-[[nodiscard]] QStringList problems(const ExecutionReport &report, const QString &base);
 
 } // namespace velmora::test

@@ -3,23 +3,7 @@
 
 using namespace velmora;
 using namespace velmora::test;
-
-namespace {
-
-QStringList lines(std::initializer_list<const char *> list)
-{
-    QStringList result;
-    for (const char *line : list)
-        result.append(QString::fromLatin1(line));
-    return result;
-}
-
-QString said(LeftOutReason reason, const char *path)
-{
-    return QStringLiteral("%1 %2").arg(int(reason)).arg(QLatin1String(path));
-}
-
-} // namespace
+using Reason = LeftOutReason;
 
 class PlanSurveyTest : public QObject {
     Q_OBJECT
@@ -28,10 +12,9 @@ private Q_SLOTS:
     void seesExactly()
     {
         OperationFixture tree;
-        tree.make(lines({"left/a=1", "left/dir/b=22", "right/c=333"}));
-        const OperationPlan plan = tree.surveyed(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood));
-        QCOMPARE(drawn(plan),
-                 lines({"copy 0:a -> 1:a", "make 0:dir -> 1:dir", "copy 0:dir/b -> 1:dir/b", "delete 1:c"}));
+        tree.make("left/a=1 left/dir/b=22 right/c=333");
+        const OperationPlan plan = tree.mirror();
+        QCOMPARE(drawn(plan), lines("copy(0:a,1:a) make(0:dir,1:dir) copy(0:dir/b,1:dir/b) delete(1:c)"));
         QVERIFY(plan.isSurveyed);
         QCOMPARE(plan.steps[2].fromSeen.state, SeenEntry::State::Exact);
         QCOMPARE(plan.steps[2].fromSeen.size, 2);
@@ -43,66 +26,63 @@ private Q_SLOTS:
     void leavesOutWhatHasChanged()
     {
         OperationFixture tree;
-        tree.make(
-            lines({"left/changed=1", "left/gone=1", "left/taken=1", "left/dir/x=1", "right/old=1", "right/back=1"}));
+        tree.make("left/changed=1 left/gone=1 left/taken=1 left/dir/x=1 right/old=1 right/back=1");
         const PlanInput input = tree.input();
-        tree.make(lines({"left/changed=2", "right/taken=2", "right/dir=a file", "left/back=2"}));
-        tree.remove(QStringLiteral("left/gone"));
+        tree.make("left/changed=2 right/taken=2 right/dir=file left/back=2");
+        tree.remove("left/gone");
         const OperationPlan plan = tree.surveyed(planMirror(input, PlanSide::Left, DeleteManner::ForGood));
-        QCOMPARE(drawn(plan), lines({"delete 1:old"}));
-        QCOMPARE(leftOut(plan, tree.path({}).chopped(1)),
-                 (QStringList{said(LeftOutReason::ChangedSinceCompared, "left/changed"),
-                              said(LeftOutReason::TargetExists, "right/dir"),
-                              said(LeftOutReason::ChangedSinceCompared, "left/gone"),
-                              said(LeftOutReason::TargetExists, "right/taken"),
-                              said(LeftOutReason::ChangedSinceCompared, "left/back")}));
+        QCOMPARE(drawn(plan), lines("delete(1:old)"));
+        QCOMPARE(
+            tree.leftOut(plan),
+            (QStringList{said(Reason::ChangedSinceCompared, "left/changed"), said(Reason::TargetExists, "right/dir"),
+                         said(Reason::ChangedSinceCompared, "left/gone"), said(Reason::TargetExists, "right/taken"),
+                         said(Reason::ChangedSinceCompared, "left/back")}));
     }
 
     void foldersThatHoldMoreStay()
     {
         OperationFixture tree;
-        tree.make(lines({"right/dir/inner/listed=1", "right/dir/inner/.hidden=1", "right/dir/x=1", "right/full/y=1"}));
-        OperationPlan plan = tree.surveyed(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood));
-        QCOMPARE(drawn(plan),
-                 lines({"delete 1:full/y", "delete 1:full", "delete 1:dir/x", "delete 1:dir/inner/listed"}));
-        QCOMPARE(leftOut(plan, tree.right()), (QStringList{said(LeftOutReason::HoldsUnlistedEntries, "dir/inner"),
-                                                           said(LeftOutReason::HoldsUnlistedEntries, "dir")}));
+        tree.make("right/dir/inner/listed=1 right/dir/inner/.hidden=1 right/dir/x=1 right/full/y=1");
+        OperationPlan plan = tree.mirror();
+        QCOMPARE(drawn(plan), lines("delete(1:full/y) delete(1:full) delete(1:dir/x) delete(1:dir/inner/listed)"));
+        QCOMPARE(tree.leftOut(plan), (QStringList{said(Reason::HoldsUnlistedEntries, "right/dir/inner"),
+                                                  said(Reason::HoldsUnlistedEntries, "right/dir")}));
         // To the bin a folder goes as one, but not with what the plan does not name.
-        plan = tree.surveyed(planMirror(tree.input(), PlanSide::Left, DeleteManner::ToRecycleBin));
-        QCOMPARE(drawn(plan), lines({"recycle 1:full", "recycle 1:dir/x", "recycle 1:dir/inner/listed"}));
+        plan = tree.mirror(DeleteManner::ToRecycleBin);
+        QCOMPARE(drawn(plan), lines("recycle(1:full) recycle(1:dir/x) recycle(1:dir/inner/listed)"));
         QCOMPARE(plan.totals().deletedFiles, 3);
     }
 
     void wholeFoldersTakeHiddenEntriesAlong()
     {
         OperationFixture tree;
-        tree.make(lines({"right/dir/inner/.hidden=12", "right/dir/x=1"}));
+        tree.make("right/dir/inner/.hidden=12 right/dir/x=1");
         const PlanInput input = tree.input();
         const OperationPlan recycled = tree.surveyed(
             planDelete(input, {0}, PlanSide::Right, DeleteManner::ToRecycleBin, DeleteScope::WholeFolder));
-        QCOMPARE(drawn(recycled), lines({"recycle 1:dir"}));
+        QCOMPARE(drawn(recycled), lines("recycle(1:dir)"));
         QCOMPARE(recycled.totals().deletedFiles, 2);
         QCOMPARE(recycled.totals().deletedBytes, 3);
         const OperationPlan deleted =
             tree.surveyed(planDelete(input, {0}, PlanSide::Right, DeleteManner::ForGood, DeleteScope::WholeFolder));
         QCOMPARE(deleted.steps.size(), 4);
-        QCOMPARE(drawn(deleted).last(), QStringLiteral("delete 1:dir"));
+        QCOMPARE(drawn(deleted).last(), QStringLiteral("delete(1:dir)"));
         QCOMPARE(deleted.totals().deletedFolders, 2);
     }
 
     void anUnknownPlaceIsLookedAt()
     {
         OperationFixture tree;
-        tree.make(lines({"left/dir/a=1", "left/dir/b=1", "left/c=1", "other/dir/a=old", "other/c/=", "other/c/d=1"}));
+        tree.make("left/dir/a=1 left/dir/b=1 left/c=1 other/dir/a=old other/c/= other/c/d=1");
         const PlanInput input = tree.input();
-        const PlanSelection all{tree.indexOf(input, QStringLiteral("dir")), tree.indexOf(input, QStringLiteral("c"))};
-        const QString other = tree.path(QStringLiteral("other"));
+        const PlanSelection all{tree.indexOf(input, "dir"), tree.indexOf(input, "c")};
+        const QString other = tree.path("other");
         const OperationPlan spared = tree.surveyed(planCopyTo(input, all, PlanSide::Left, other, IfPresent::LeaveOut));
-        QCOMPARE(drawn(spared), lines({"copy 0:dir/b -> 1:dir/b"}));
-        QCOMPARE(leftOut(spared, other),
-                 (QStringList{said(LeftOutReason::TargetExists, "c"), said(LeftOutReason::TargetExists, "dir/a")}));
+        QCOMPARE(drawn(spared), lines("copy(0:dir/b,1:dir/b)"));
+        QCOMPARE(tree.leftOut(spared),
+                 (QStringList{said(Reason::TargetExists, "other/c"), said(Reason::TargetExists, "other/dir/a")}));
         const OperationPlan replaced = tree.surveyed(planCopyTo(input, all, PlanSide::Left, other, IfPresent::Replace));
-        QCOMPARE(drawn(replaced), lines({"replace 0:dir/a -> 1:dir/a", "copy 0:dir/b -> 1:dir/b"}));
+        QCOMPARE(drawn(replaced), lines("replace(0:dir/a,1:dir/a) copy(0:dir/b,1:dir/b)"));
         // Where it already is, an entry cannot be copied to.
         const OperationPlan same =
             tree.surveyed(planCopyTo(input, all, PlanSide::Left, tree.left(), IfPresent::Replace));
@@ -112,9 +92,9 @@ private Q_SLOTS:
     void missingRootsRefuse()
     {
         OperationFixture tree;
-        tree.make(lines({"right/a=1"}));
+        tree.make("right/a=1");
         PlanInput input = tree.input();
-        tree.remove(QStringLiteral("left"));
+        tree.remove("left");
         const OperationPlan plan = tree.surveyed(planMirror(input, PlanSide::Left, DeleteManner::ForGood));
         QCOMPARE(plan.refusal, PlanRefusal::RootMissing);
         QVERIFY(plan.steps.isEmpty());
@@ -128,24 +108,24 @@ private Q_SLOTS:
     void overlapByALinkRefuses()
     {
         OperationFixture tree;
-        tree.make(lines({"left/a=1", "left/inner/b=1"}));
-        tree.remove(QStringLiteral("right"));
-        tree.make({QStringLiteral("right->") + tree.path(QStringLiteral("left/inner"))});
-        const OperationPlan plan = tree.surveyed(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood));
+        tree.make("left/a=1 left/inner/b=1");
+        tree.remove("right");
+        tree.makeLink(QStringLiteral("right"), tree.path("left/inner"));
+        const OperationPlan plan = tree.mirror();
         QCOMPARE(plan.refusal, PlanRefusal::OverlappingRoots);
     }
 
     void linksStandForThemselves()
     {
         OperationFixture tree;
-        tree.make(lines({"other/target/file=precious", "left/new->../other/target", "right/old->../other/target",
-                         "left/mixed->../other/target", "right/mixed/file=different"}));
-        const OperationPlan plan = tree.surveyed(planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood));
-        QCOMPARE(drawn(plan), lines({"copy 0:new -> 1:new", "delete 1:old"}));
+        tree.make("other/target/file=precious left/new->../other/target right/old->../other/target "
+                  "left/mixed->../other/target right/mixed/file=different");
+        const OperationPlan plan = tree.mirror();
+        QCOMPARE(drawn(plan), lines("copy(0:new,1:new) delete(1:old)"));
         QCOMPARE(plan.steps[0].fromSeen.kind, NodeKind::Link);
         QCOMPARE(plan.steps[1].fromSeen.kind, NodeKind::Link);
         // What is behind the link cannot be copied as if it were in the folder.
-        QCOMPARE(leftOut(plan, tree.left()), QStringList(said(LeftOutReason::BelowLink, "mixed")));
+        QCOMPARE(tree.leftOut(plan), QStringList(said(Reason::BelowLink, "left/mixed")));
     }
 #endif
 };

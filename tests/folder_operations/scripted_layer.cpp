@@ -191,4 +191,15 @@ FileError ScriptedLayer::restore(const QString &binPath, FolderHandle &to, const
     return error.isError() ? error : FileLayer::native().restore(binPath, ScriptedFolder::real(to), name);
 }
 
+ScriptedLayer::Script betweenVolumes()
+{
+    return [isCopied = false](int, QLatin1String call) mutable {
+        // Only the renaming of a finished copy or a link stays within a volume.
+        isCopied = isCopied || call == QLatin1String("sink.copyFrom") || call == QLatin1String("makeLink");
+        const bool crosses =
+            call == QLatin1String("makeHardLink") || (call == QLatin1String("move") && !std::exchange(isCopied, false));
+        return crosses ? FileError{FileErrorKind::OtherVolume, {}} : FileError();
+    };
+}
+
 } // namespace velmora::test

@@ -27,4 +27,7 @@ private:
     int m_calls = 0;
 };
 
+/// A script in which all but the finished copies would have to change the volume.
+[[nodiscard]] ScriptedLayer::Script betweenVolumes();
+
 } // namespace velmora::test
