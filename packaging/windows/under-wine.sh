@@ -10,6 +10,10 @@ wine=/usr/lib/wine/wine64
 
 export WINEPREFIX=${WINEPREFIX:-$project/build/wine}
 export WINEARCH=win64
+# What goes to Windows's recycle bin goes to the one of the home: not to that of whoever runs this.
+export HOME=$WINEPREFIX.home
+unset XDG_DATA_HOME
+mkdir -p "$HOME/.local/share"
 # Tests may write into the registry's current user, who is nobody here.
 export VELMORA_THROWAWAY_PROFILE=1
 # Wine's own messages would mix with the program's. Neither Mono nor Gecko is needed, which it would offer to download, and a

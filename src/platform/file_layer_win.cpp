@@ -1,8 +1,13 @@
+#include "platform/file_error_win.h"
 #include "platform/file_layer.h"
 #include "platform/handle_win.h"
 #include "platform/long_path_win.h"
+#include "platform/recycle_bin_win.h"
 
-#include <QFile>
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <vector>
 
 #include <windows.h>
 #include <winioctl.h>
@@ -16,56 +21,6 @@ constexpr DWORD asItself = FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_P
 /// The attributes that a copy takes along.
 constexpr DWORD keptAttributes =
     FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
-
-FileErrorKind errorKind(DWORD number)
-{
-    switch (number) {
-    case ERROR_FILE_NOT_FOUND:
-    case ERROR_PATH_NOT_FOUND:
-    case ERROR_BAD_NETPATH:
-    case ERROR_BAD_NET_NAME:
-        return FileErrorKind::Missing;
-    case ERROR_FILE_EXISTS:
-    case ERROR_ALREADY_EXISTS:
-        return FileErrorKind::Exists;
-    case ERROR_DIRECTORY:
-        return FileErrorKind::NotAFolder;
-    case ERROR_DIR_NOT_EMPTY:
-        return FileErrorKind::NotEmpty;
-    case ERROR_ACCESS_DENIED:
-    case ERROR_WRITE_PROTECT:
-    case ERROR_PRIVILEGE_NOT_HELD:
-        return FileErrorKind::Denied;
-    case ERROR_SHARING_VIOLATION:
-    case ERROR_LOCK_VIOLATION:
-        return FileErrorKind::InUse;
-    case ERROR_CRC:
-    case ERROR_SEEK:
-    case ERROR_SECTOR_NOT_FOUND:
-    case ERROR_READ_FAULT:
-        return FileErrorKind::ReadFailed;
-    case ERROR_DISK_FULL:
-    case ERROR_HANDLE_DISK_FULL:
-        return FileErrorKind::NoSpace;
-    case ERROR_INVALID_NAME:
-    case ERROR_FILENAME_EXCED_RANGE:
-        return FileErrorKind::NameNotAllowed;
-    case ERROR_NOT_SAME_DEVICE:
-        return FileErrorKind::OtherVolume;
-    case ERROR_NOT_SUPPORTED:
-    case ERROR_INVALID_FUNCTION:
-        return FileErrorKind::Unsupported;
-    case ERROR_REQUEST_ABORTED:
-        return FileErrorKind::Stopped;
-    default:
-        return FileErrorKind::Other;
-    }
-}
-
-FileError fileErrorOf(DWORD number)
-{
-    return {errorKind(number), qt_error_string(int(number))};
-}
 
 FileError lastError()
 {
@@ -472,10 +427,7 @@ public:
     {
         if (!canBeReached(name))
             return {{}, notAllowed()};
-        QFile file(joinedPath(name));
-        if (!file.moveToTrash())
-            return {{}, {FileErrorKind::Unsupported, file.errorString()}};
-        return {file.fileName(), {}};
+        return moveToRecycleBin(joinedPath(name));
     }
 
     FileError settle() override { return {}; } // `FileSink::flush` is the only way
@@ -519,13 +471,7 @@ public:
         const std::wstring target = static_cast<WindowsFolder &>(to).pathOf(name);
         if (!::MoveFileExW(longPath(binPath).c_str(), target.c_str(), 0))
             return lastError();
-        // Beside the contents "$R…" the bin keeps a note "$I…", which would show an entry that is no longer there.
-        QString note = binPath;
-        const qsizetype mark = note.lastIndexOf(QLatin1String("$R"));
-        if (mark > 0) {
-            note[mark + 1] = u'I';
-            (void)::DeleteFileW(longPath(note).c_str());
-        }
+        forgetInRecycleBin(binPath);
         return {};
     }
 };

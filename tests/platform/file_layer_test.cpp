@@ -42,6 +42,8 @@ private Q_SLOTS:
         }
         QVERIFY2(!recycled.error.isError(), qPrintable(recycled.error.reason));
         QVERIFY(!QFileInfo::exists(m_root + QLatin1String("/folder")));
+        if (recycled.binPath.isEmpty())
+            QSKIP("the system does not tell where it is");
         QCOMPARE(contentsOf(recycled.binPath + QLatin1String("/file")), QByteArray("kept"));
         const FileError restored = FileLayer::native().restore(recycled.binPath, *root, QStringLiteral("again"));
         QVERIFY2(!restored.isError(), qPrintable(restored.reason));
