@@ -4361,5 +4361,9 @@ Save them?</source>
         <source>Copy the right value</source>
         <translation>复制右侧的值</translation>
     </message>
+    <message>
+        <source>powershell.exe wrote no list of services.</source>
+        <translation>powershell.exe 没有输出服务列表。</translation>
+    </message>
 </context>
 </TS>
