@@ -55,18 +55,6 @@ class NaturalOrderTest : public QObject {
 private Q_SLOTS:
     void listsNamesAsPeopleExpect()
     {
-        const QStringList ordered{QStringLiteral("a"),          QStringLiteral("A"),       QStringLiteral("a 2"),
-                                  QStringLiteral("A10b"),       QStringLiteral("a10c"),    QStringLiteral("File1"),
-                                  QStringLiteral("file2"),      QStringLiteral("file02"),  QStringLiteral("FILE10"),
-                                  QStringLiteral("file10.txt"), QStringLiteral("file200"), QStringLiteral("ÄRGER"),
-                                  QStringLiteral("ärger2")};
-        QStringList names = ordered;
-        std::sort(names.begin(), names.end(),
-                  [](const QString &a, const QString &b) { return compareNatural(a, b) < 0; });
-        QStringList expected = ordered;
-        std::stable_sort(expected.begin(), expected.end(),
-                         [](const QString &a, const QString &b) { return plainOrder(a, b) < 0; });
-        QCOMPARE(names, expected);
         QVERIFY(compareNatural(u"file2", u"file10") < 0);
         QVERIFY(compareNatural(u"FILE2", u"file10") < 0);
         QVERIFY(compareNatural(u"x99999999999999999999", u"x100000000000000000000") < 0);
@@ -78,7 +66,7 @@ private Q_SLOTS:
     void agreesWithThePlainForm()
     {
         QRandomGenerator random(4711);
-        const QString alphabet = QStringLiteral("0019aAbB.-_Ä");
+        const QString alphabet = QStringLiteral("0019aAbB.-_Ää");
         const auto name = [&] {
             QString text;
             for (int length = random.bounded(7); length > 0; --length)

@@ -163,42 +163,37 @@ private Q_SLOTS:
         QCOMPARE(options, unusualOptions());
     }
 
-    void replacementRulesApplyInOrder_data()
-    {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QStringList>("find");
-        QTest::addColumn<QStringList>("with");
-        QTest::addColumn<QString>("expected");
-        const auto row = [](const char *name, const char *line, QStringList find, QStringList with,
-                            const char *expected) {
-            QTest::newRow(name) << QString::fromUtf8(line) << find << with << QString::fromUtf8(expected);
-        };
-        const QString a = QStringLiteral("a"), b = QStringLiteral("b"), c = QStringLiteral("c");
-        row("chain", "aAb", {a, b}, {b, c}, "cAc");
-        row("no partner", "abc", {a, b}, {c}, "cc");
-        row("empty find", "abc", {QString(), a}, {b, b}, "bbc");
-        row("every occurrence", "aaa", {a}, {QStringLiteral("aa")}, "aaaaaa");
-        row("beyond ascii", "中文中", {QStringLiteral("中")}, {QStringLiteral("é")}, "é文é");
-        row("line feed in", "ab", {a}, {QStringLiteral("\n")}, "\nb");
-        row("carriage return at the end", "a\rb", {b}, {}, "a\r");
-        row("half a character", "😀", {QString(QChar(0xD83D))}, {b}, "😀");
-    }
-
     void replacementRulesApplyInOrder()
     {
-        QFETCH(QString, line);
-        QFETCH(QStringList, find);
-        QFETCH(QStringList, with);
-        QFETCH(QString, expected);
-        const QByteArray utf8 = line.toUtf8();
-        const TextLines lines = applyReplacementRules(TextLines::split(utf8 + "\r\n" + utf8 + '\n' + utf8), find, with);
-        QCOMPARE(lines.count(), 3);
-        for (qsizetype index = 0; index < lines.count(); ++index)
-            QCOMPARE(lines.text(index), expected);
-        const bool keepsEnds = !expected.endsWith(u'\r');
-        QCOMPARE(lines.lineEnd(0), LineEnd::CrLf);
-        QCOMPARE(lines.lineEnd(1), keepsEnds ? LineEnd::Lf : LineEnd::CrLf);
-        QCOMPARE(lines.lineEnd(2), keepsEnds ? LineEnd::None : LineEnd::Cr);
+        struct Case {
+            QString line;
+            QStringList find;
+            QStringList with;
+            QString expected;
+        };
+        const QString a = QStringLiteral("a"), b = QStringLiteral("b"), c = QStringLiteral("c");
+        const QList<Case> cases{
+            {QStringLiteral("aAb"), {a, b}, {b, c}, QStringLiteral("cAc")},
+            {QStringLiteral("abc"), {a, b}, {c}, QStringLiteral("cc")},
+            {QStringLiteral("abc"), {QString(), a}, {b, b}, QStringLiteral("bbc")},
+            {QStringLiteral("aaa"), {a}, {QStringLiteral("aa")}, QStringLiteral("aaaaaa")},
+            {QStringLiteral("中文中"), {QStringLiteral("中")}, {QStringLiteral("é")}, QStringLiteral("é文é")},
+            {QStringLiteral("ab"), {a}, {QStringLiteral("\n")}, QStringLiteral("\nb")},
+            {QStringLiteral("a\rb"), {b}, {}, QStringLiteral("a\r")},
+            {QStringLiteral("😀"), {QString(QChar(0xD83D))}, {b}, QStringLiteral("😀")}, // half a character
+        };
+        for (const auto &[line, find, with, expected] : cases) {
+            const QByteArray utf8 = line.toUtf8();
+            const TextLines lines =
+                applyReplacementRules(TextLines::split(utf8 + "\r\n" + utf8 + '\n' + utf8), find, with);
+            QCOMPARE(lines.count(), 3);
+            for (qsizetype index = 0; index < lines.count(); ++index)
+                QCOMPARE(lines.text(index), expected);
+            const bool keepsEnds = !expected.endsWith(u'\r');
+            QCOMPARE(lines.lineEnd(0), LineEnd::CrLf);
+            QCOMPARE(lines.lineEnd(1), keepsEnds ? LineEnd::Lf : LineEnd::CrLf);
+            QCOMPARE(lines.lineEnd(2), keepsEnds ? LineEnd::None : LineEnd::Cr);
+        }
     }
 
     void importanceRulesComeBack()
@@ -225,38 +220,36 @@ private Q_SLOTS:
         QVERIFY(!exportImportanceRules(folder.filePath(QStringLiteral("no/folder")), options).ok());
     }
 
-    void importRefusesWhatIsNotItsKind_data()
-    {
-        QTest::addColumn<QByteArray>("json");
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<QString>("detail");
-        const auto row = [](const char *name, const QByteArray &json, Kind kind, const char *detail) {
-            QTest::newRow(name) << json << int(kind) << QString::fromUtf8(detail);
-        };
-        row("ours", R"({"schema": "Tarnwick.TextImportance/1", "ignoreBlankLines": false})", Kind::None, "");
-        row("no schema", R"({"ignoreBlankLines": false})", Kind::None, "");
-        row("empty schema", R"({"schema": "", "ignoreBlankLines": false})", Kind::None, "");
-        row("other version", R"({"schema": "Tarnwick.TextImportance/2", "ignoreBlankLines": false})", Kind::OtherSchema,
-            "Tarnwick.TextImportance/2");
-        row("other case", R"({"schema": "tarnwick.TextImportance/1"})", Kind::OtherSchema, "tarnwick.TextImportance/1");
-        row("number", R"({"schema": 1})", Kind::OtherSchema, "1");
-        row("empty object", "{}", Kind::Empty, "");
-        row("list", "[1]", Kind::Empty, "");
-        row("cut", R"({"schema": )", Kind::InvalidJson, "unterminated object");
-    }
-
     void importRefusesWhatIsNotItsKind()
     {
-        QFETCH(QByteArray, json);
-        QFETCH(int, kind);
         QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("rules.json"));
-        write(path, json);
-        TextSessionOptions options = unusualOptions();
-        const ImportanceFileError error = importImportanceRules(path, options);
-        QCOMPARE(int(error.kind), kind);
-        QTEST(error.detail, "detail");
-        QCOMPARE(options.ignoreBlankLines, !error.ok());
+        struct Case {
+            QByteArray json;
+            Kind kind;
+            const char *detail = "";
+        };
+        const QList<Case> cases{
+            {R"({"schema": "Tarnwick.TextImportance/1", "ignoreBlankLines": false})", Kind::None},
+            {R"({"ignoreBlankLines": false})", Kind::None},
+            {R"({"schema": "", "ignoreBlankLines": false})", Kind::None},
+            {R"({"schema": "Tarnwick.TextImportance/2", "ignoreBlankLines": false})", Kind::OtherSchema,
+             "Tarnwick.TextImportance/2"},
+            {R"({"schema": "tarnwick.TextImportance/1"})", Kind::OtherSchema, "tarnwick.TextImportance/1"},
+            {R"({"schema": 1})", Kind::OtherSchema, "1"},
+            {"{}", Kind::Empty},
+            {"[1]", Kind::Empty},
+            {R"({"schema": )", Kind::InvalidJson, "unterminated object"},
+        };
+        for (const Case &tried : cases) {
+            write(path, tried.json);
+            TextSessionOptions options = unusualOptions();
+            const ImportanceFileError error = importImportanceRules(path, options);
+            QVERIFY2(error.kind == tried.kind, tried.json.constData());
+            QCOMPARE(error.detail, QString::fromUtf8(tried.detail));
+            QCOMPARE(options.ignoreBlankLines, !error.ok());
+        }
+        TextSessionOptions options;
         QCOMPARE(importImportanceRules(folder.filePath(QStringLiteral("none")), options).kind, Kind::Unreadable);
     }
 };
