@@ -57,90 +57,65 @@ private Q_SLOTS:
         QCOMPARE(crc32Folding(0, bytes), crc32BitByBit(0, bytes));
     }
 
-    void computesCrcsOfFiles()
-    {
-        TestTree tree;
-        for (const qsizetype size : {0, 1, 262'143, 262'144, 262'145, 1'100'000}) {
-            tree.file(QStringLiteral("left/f"), randomBytes(size, unsigned(size)));
-            QCOMPARE(fileCrc32(tree.path(QStringLiteral("left/f"))), plain::crc32(tree.path(QStringLiteral("left/f"))));
-        }
-        QCOMPARE(fileCrc32(tree.path(QStringLiteral("left/f"))).size(), 4);
-        QCOMPARE(fileCrc32(tree.path(QStringLiteral("nowhere"))), QByteArray());
-        QCOMPARE(fileCrc32(tree.left()), QByteArray());
-    }
-
     /// The contents of a pair differ at one place, with a common zero at another, around the borders of pieces and
     /// blocks.
     void agreesWithThePlainForms()
     {
         constexpr qsizetype piece = 256 * 1024;
         constexpr qsizetype block = 1024 * 1024;
-        const QString left = QStringLiteral("left/f");
-        const QString right = QStringLiteral("right/f");
         TestTree tree;
+        const QString l = tree.path(word("left/f"));
+        const QString r = tree.path(word("right/f"));
         ContentComparer comparer(FileAccess::native(), {});
-        const auto check = [&] {
-            const QString l = tree.path(left);
-            const QString r = tree.path(right);
-            QCOMPARE(comparer.sameByDigest(l, r), plain::sameByDigest(l, r));
+        const auto check = [&](const QByteArray &left, const QByteArray &right) {
+            tree.file(word("left/f"), left);
+            tree.file(word("right/f"), right);
+            QCOMPARE(comparer.sameByDigest(l, r), left == right);
             QCOMPARE(comparer.sameByBlocks(l, r), plain::sameByBlocks(l, r));
+            QCOMPARE(comparer.sameByCrc32(l, r), left == right);
         };
         const QByteArray bytes = randomBytes(block + piece + 10, 5);
         const QList<qsizetype> places{0,         1,     piece - 1,         piece,     piece + 1,
                                       block - 1, block, block + piece - 1, block + 1, bytes.size() - 1};
         for (const qsizetype difference : places) {
             for (const qsizetype zero : places) {
-                QByteArray l = bytes;
-                QByteArray r = bytes;
-                l[zero] = r[zero] = '\0';
-                r[difference] = static_cast<char>(r[difference] ^ 1);
-                tree.file(left, l);
-                tree.file(right, r);
-                check();
+                QByteArray left = bytes;
+                QByteArray right = bytes;
+                left[zero] = right[zero] = '\0';
+                right[difference] = static_cast<char>(right[difference] ^ 1);
+                check(left, right);
             }
         }
-        for (const qsizetype longer : {1, 1000, 262'144}) {
-            tree.file(left, bytes.first(piece));
-            tree.file(right, bytes.first(piece + longer));
-            check();
-            QVERIFY(!comparer.sameByCrc32(tree.path(left), tree.path(right)));
-        }
-        tree.file(right, bytes.first(piece));
-        check();
-        QVERIFY(comparer.sameByCrc32(tree.path(left), tree.path(right)));
-        QVERIFY(comparer.sameByDigest(tree.path(left), tree.path(left)));
-        QVERIFY(!comparer.sameByDigest(tree.path(left), tree.left()));
-        QVERIFY(!comparer.sameByBlocks(tree.path(QStringLiteral("none")), tree.path(QStringLiteral("none"))));
+        for (const qsizetype longer : {0, 1, 1000, 262'144})
+            check(bytes.first(piece), bytes.first(piece + longer));
+        QVERIFY(comparer.sameByDigest(l, l));
+        QVERIFY(!comparer.sameByDigest(l, tree.left()));
+        QVERIFY(!comparer.sameByBlocks(l + u'x', l + u'x'));
     }
 
-    void computesTheCrcsOfLargeFiles()
+    void computesTheCrcsOfFilesAndCountsTheirBytes()
     {
         TestTree tree;
-        QByteArray bytes = randomBytes(9'000'000, 8);
-        tree.file(QStringLiteral("left/f"), bytes);
-        tree.file(QStringLiteral("right/same"), bytes);
-        bytes[8'999'999] = '\0';
-        tree.file(QStringLiteral("right/other"), bytes);
+        const QString l = tree.path(word("left/f"));
+        const QString r = tree.path(word("right/f"));
         ContentComparer comparer(FileAccess::native(), {});
         qint64 counted = 0;
         comparer.setBytesListener([&](qint64 count) { counted += count; });
-        QVERIFY(comparer.sameByCrc32(tree.path(QStringLiteral("left/f")), tree.path(QStringLiteral("right/same"))));
-        QCOMPARE(counted, 18'000'000);
-        QVERIFY(!comparer.sameByCrc32(tree.path(QStringLiteral("left/f")), tree.path(QStringLiteral("right/other"))));
-        QCOMPARE(comparer.crc32(tree.path(QStringLiteral("left/f"))),
-                 plain::crc32(tree.path(QStringLiteral("left/f"))));
-    }
-
-    void countsTheBytesOfOneSide()
-    {
-        TestTree tree;
-        tree.file(QStringLiteral("left/f"), randomBytes(600'000, 3));
-        tree.file(QStringLiteral("right/f"), randomBytes(600'000, 3));
-        ContentComparer comparer(FileAccess::native(), {});
-        qint64 counted = 0;
-        comparer.setBytesListener([&](qint64 bytes) { counted += bytes; });
-        QVERIFY(comparer.sameByDigest(tree.path(QStringLiteral("left/f")), tree.path(QStringLiteral("right/f"))));
-        QCOMPARE(counted, 600'000);
+        for (const qsizetype size : {0, 1, 262'143, 262'144, 262'145, 9'000'000}) {
+            const QByteArray bytes = randomBytes(size, unsigned(size));
+            tree.file(word("left/f"), bytes);
+            tree.file(word("right/f"), bytes);
+            QCOMPARE(comparer.crc32(l), plain::crc32(l));
+            counted = 0;
+            QVERIFY(comparer.sameByDigest(l, r));
+            QCOMPARE(counted, size);
+            QVERIFY(comparer.sameByCrc32(l, r));
+            QCOMPARE(counted, 3 * size); // of both sides
+        }
+        tree.file(word("right/f"), randomBytes(9'000'000, 1));
+        QVERIFY(!comparer.sameByCrc32(l, r));
+        QCOMPARE(fileCrc32(l + u'x'), QByteArray());
+        QCOMPARE(fileCrc32(tree.left()), QByteArray());
     }
 
     void runsACrewToItsEnd()

@@ -44,98 +44,72 @@ private Q_SLOTS:
     void goesOnAfterAnUnreadableFolder()
     {
         MemoryFiles files;
-        files.addFile(QStringLiteral("/l/closed/f"), "1");
-        files.addFile(QStringLiteral("/r/closed/f"), "1");
-        files.addFile(QStringLiteral("/l/open"), "1");
-        files.addFile(QStringLiteral("/r/open"), "1");
-        files.setUnreadable(QStringLiteral("/l/closed"));
+        for (const char *path : {"/l/closed/f", "/r/closed/f", "/l/open", "/r/open"})
+            files.addFile(word(path), "1");
+        files.setUnreadable(word("/l/closed"));
         QList<FolderProblem> problems;
         const auto items = compare(files, CompareMethod::Crc, 1, {}, {nullptr, &problems});
-        QCOMPARE(drawn(items), (QStringList{QStringLiteral(">closed/ 0 1"), QStringLiteral(">closed/f 0 1"),
-                                            QStringLiteral("=open 1 1")}));
-        QCOMPARE(problems,
-                 (QList<FolderProblem>{{FolderProblem::Kind::UnreadableFolder, QStringLiteral("/l/closed")}}));
+        QCOMPARE(drawn(items), words(">closed/ 0 1|>closed/f 0 1|=open 1 1"));
+        QCOMPARE(problems, (QList<FolderProblem>{{FolderProblem::Kind::UnreadableFolder, word("/l/closed")}}));
     }
 
     void goesOnAfterFilesThatVanish()
     {
         MemoryFiles files;
         for (const char *root : {"/l/", "/r/"}) {
-            files.addFile(QLatin1String(root) + QStringLiteral("both"), "1", root[1]).opens = false;
-            files.addFile(QLatin1String(root) + QStringLiteral("one"), "1", root[1]).opens = root[1] == 'l';
-            files.addFile(QLatin1String(root) + QStringLiteral("rest"), "1", root[1]);
+            files.addFile(word(root) + word("both"), "1", root[1]).opens = false;
+            files.addFile(word(root) + word("one"), "1", root[1]).opens = root[1] == 'l';
+            files.addFile(word(root) + word("rest"), "1", root[1]);
         }
         QList<FolderProblem> problems;
         QCOMPARE(drawn(compare(files, CompareMethod::Rules, 1, {}, {nullptr, &problems})),
-                 (QStringList{QStringLiteral("!both 1 1"), QStringLiteral("!one 1 1"), QStringLiteral("=rest 1 1")}));
-        QCOMPARE(problems, (QList<FolderProblem>{{FolderProblem::Kind::UnreadableFile, QStringLiteral("/l/both")},
-                                                 {FolderProblem::Kind::UnreadableFile, QStringLiteral("/r/one")}}));
-        QCOMPARE(drawn(compare(files, CompareMethod::Crc)),
-                 (QStringList{QStringLiteral("=both 1 1"), QStringLiteral("!one 1 1"), QStringLiteral("=rest 1 1")}));
-    }
-
-    void takesAReadErrorForTheEnd_data()
-    {
-        QTest::addColumn<int>("leftFailsAt");
-        QTest::addColumn<int>("rightFailsAt");
-        QTest::addColumn<bool>("same");
-
-        QTest::newRow("none") << -1 << -1 << true;
-        QTest::newRow("one side") << 300'000 << -1 << false;
-        QTest::newRow("same place") << 300'000 << 300'000 << true;
-        QTest::newRow("other place") << 300'000 << 300'001 << false;
-        QTest::newRow("at a block's start") << 262'144 << -1 << false;
-        QTest::newRow("at the end") << 400'000 << -1 << true; // beyond the last byte
+                 words("!both 1 1|!one 1 1|=rest 1 1"));
+        QCOMPARE(problems, (QList<FolderProblem>{{FolderProblem::Kind::UnreadableFile, word("/l/both")},
+                                                 {FolderProblem::Kind::UnreadableFile, word("/r/one")}}));
+        QCOMPARE(drawn(compare(files, CompareMethod::Crc)), words("=both 1 1|!one 1 1|=rest 1 1"));
     }
 
     void takesAReadErrorForTheEnd()
     {
-        QFETCH(int, leftFailsAt);
-        QFETCH(int, rightFailsAt);
-        QFETCH(bool, same);
-        MemoryFiles files;
+        struct Case {
+            qint64 leftFailsAt;
+            qint64 rightFailsAt;
+            bool same;
+        };
         const QByteArray bytes(400'000, 'x');
-        files.addFile(QStringLiteral("/l/f"), bytes, 1).failsAt = leftFailsAt;
-        files.addFile(QStringLiteral("/r/f"), bytes, 2).failsAt = rightFailsAt;
-        for (const CompareMethod method : {CompareMethod::Rules, CompareMethod::Binary})
-            QCOMPARE(compare(files, method).first().status == 0, same);
-    }
-
-    void opensNothingButFiles()
-    {
-        MemoryFiles files;
-        files.addLinkToPipe(QStringLiteral("/l/pipe"));
-        files.addLinkToPipe(QStringLiteral("/r/pipe"));
-        files.addLinkToPipe(QStringLiteral("/l/half"));
-        files.addFile(QStringLiteral("/r/half"), {}, 1);
-        QCOMPARE(drawn(compare(files, CompareMethod::Crc)),
-                 (QStringList{QStringLiteral("!half"), QStringLiteral("=pipe")}));
-        QCOMPARE(files.opened(), QStringList{QStringLiteral("/r/half")});
+        for (const Case &failing : {Case{-1, -1, true}, Case{300'000, -1, false}, Case{300'000, 300'000, true},
+                                    Case{300'000, 300'001, false}, Case{262'144, -1, false}, // where a piece begins
+                                    Case{400'000, -1, true}}) {                              // behind the last byte
+            MemoryFiles files;
+            files.addFile(word("/l/f"), bytes, 1).failsAt = failing.leftFailsAt;
+            files.addFile(word("/r/f"), bytes, 2).failsAt = failing.rightFailsAt;
+            for (const CompareMethod method : {CompareMethod::Rules, CompareMethod::Binary})
+                QCOMPARE(compare(files, method).first().status == 0, failing.same);
+        }
     }
 
     void readsNoFurtherThanTheFirstDifference()
     {
         MemoryFiles files;
         QByteArray bytes(8'000'000, 'x');
-        files.addFile(QStringLiteral("/l/f"), bytes, 1);
+        files.addFile(word("/l/f"), bytes, 1);
         bytes[1000] = 'y';
-        files.addFile(QStringLiteral("/r/f"), bytes, 2);
-        QCOMPARE(drawn(compare(files, CompareMethod::Rules)), QStringList{QStringLiteral("!f 8000000 8000000")});
+        files.addFile(word("/r/f"), bytes, 2);
+        QCOMPARE(drawn(compare(files, CompareMethod::Rules)), words("!f 8000000 8000000"));
         QVERIFY(files.bytesRead() <= 2 * 1024 * 1024);
     }
 
     void endsInLinkCycles()
     {
         MemoryFiles files;
-        files.addFile(QStringLiteral("/l/a/f"), "1");
-        files.addFolder(QStringLiteral("/r/a"));
-        files.addLink(QStringLiteral("/l/a/up"), QStringLiteral("/l"));
-        files.addFile(QStringLiteral("/r/a/up/x"), "22");
+        files.addFile(word("/l/a/f"), "1");
+        files.addFolder(word("/r/a"));
+        files.addLink(word("/l/a/up"), word("/l"));
+        files.addFile(word("/r/a/up/x"), "22");
         QList<FolderProblem> problems;
         const auto items = compare(files, CompareMethod::Rules, 1, {}, {nullptr, &problems});
-        QCOMPARE(drawn(items), (QStringList{QStringLiteral("!a/ 1 2"), QStringLiteral("<a/f 1 0"),
-                                            QStringLiteral(">a/up/ 0 2"), QStringLiteral(">a/up/x 0 2")}));
-        QCOMPARE(problems, (QList<FolderProblem>{{FolderProblem::Kind::LinkCycle, QStringLiteral("/l/a/up")}}));
+        QCOMPARE(drawn(items), words("!a/ 1 2|<a/f 1 0|>a/up/ 0 2|>a/up/x 0 2"));
+        QCOMPARE(problems, (QList<FolderProblem>{{FolderProblem::Kind::LinkCycle, word("/l/a/up")}}));
         QCOMPARE(countFolderContents({files, 1}, leftRoot, {}, {}), (FolderTotals{1, 2, 1}));
     }
 
@@ -144,14 +118,10 @@ private Q_SLOTS:
     void returnsWhatItHasWhenCancelled()
     {
         for (const int threads : {1, 3}) {
-            QList<FolderDiffItem> whole;
-            int operations = 0;
-            {
-                MemoryFiles files;
-                fill(files);
-                whole = compare(files, CompareMethod::Rules);
-                operations = files.operations();
-            }
+            MemoryFiles all;
+            fill(all);
+            const QList<FolderDiffItem> whole = compare(all, CompareMethod::Rules);
+            const int operations = all.operations();
             qsizetype longest = 0;
             for (int stopAt = 1; stopAt <= operations; stopAt += 7) {
                 MemoryFiles files;
@@ -177,7 +147,7 @@ private Q_SLOTS:
     void rollsUpOverWhatACancelLeft()
     {
         MemoryFiles files;
-        for (const QString &name : {QStringLiteral("/d/1"), QStringLiteral("/d/2")}) {
+        for (const QString &name : words("/d/1|/d/2")) {
             files.addFile(leftRoot + name, "same", 1);
             files.addFile(rightRoot + name, name.endsWith(u'2') ? "othr" : "same", 2);
         }
@@ -187,38 +157,31 @@ private Q_SLOTS:
             if (number == 4 + 5)
                 cancel.cancel();
         });
-        QCOMPARE(drawn(compare(files, CompareMethod::Rules, 1, cancel)),
-                 (QStringList{QStringLiteral("=d/ 4 4"), QStringLiteral("=d/1 4 4")}));
-    }
-
-    void obeysACancelInsideAHugeFile_data()
-    {
-        QTest::addColumn<int>("method");
-        for (int method = 0; method < 3; ++method)
-            QTest::addRow("method %d", method) << method;
+        QCOMPARE(drawn(compare(files, CompareMethod::Rules, 1, cancel)), words("=d/ 4 4|=d/1 4 4"));
     }
 
     void obeysACancelInsideAHugeFile()
     {
-        QFETCH(int, method);
-        MemoryFiles files;
-        files.addZeros(QStringLiteral("/l/f"), qint64(1) << 50U, 1);
-        files.addZeros(QStringLiteral("/r/f"), qint64(1) << 50U, 2);
-        const CancelFlag cancel;
-        QElapsedTimer sinceCancel;
-        std::thread canceller([&] {
-            while (files.bytesRead() < 8'000'000)
-                std::this_thread::yield();
-            sinceCancel.start();
-            cancel.cancel();
-        });
-        const auto items = compare(files, CompareMethod(method), 2, cancel);
-        QElapsedTimer atReturn;
-        atReturn.start();
-        canceller.join();
-        const qint64 elapsed = sinceCancel.msecsTo(atReturn);
-        QCOMPARE(items, {});
-        QVERIFY2(elapsed < 500, qPrintable(QString::number(elapsed))); // 100 ms, on a machine that does other things
+        for (const auto method : {CompareMethod::Rules, CompareMethod::Crc, CompareMethod::Binary}) {
+            MemoryFiles files;
+            files.addZeros(word("/l/f"), qint64(1) << 50U, 1);
+            files.addZeros(word("/r/f"), qint64(1) << 50U, 2);
+            const CancelFlag cancel;
+            QElapsedTimer sinceCancel;
+            std::thread canceller([&] {
+                while (files.bytesRead() < 8'000'000)
+                    std::this_thread::yield();
+                sinceCancel.start();
+                cancel.cancel();
+            });
+            const auto items = compare(files, method, 2, cancel);
+            QElapsedTimer atReturn;
+            atReturn.start();
+            canceller.join();
+            const qint64 elapsed = sinceCancel.msecsTo(atReturn);
+            QCOMPARE(items, {});
+            QVERIFY2(elapsed < 500, qPrintable(QString::number(elapsed))); // 100 ms, on a machine that is busy
+        }
     }
 
     void streamsOnePairAtATimeFromASlowDevice()
@@ -261,8 +224,8 @@ private Q_SLOTS:
     {
         MemoryFiles files;
         fill(files);
-        files.addZeros(QStringLiteral("/l/large"), 3'000'000, 1);
-        files.addZeros(QStringLiteral("/r/large"), 3'000'000, 2);
+        files.addZeros(word("/l/large"), 3'000'000, 1);
+        files.addZeros(word("/r/large"), 3'000'000, 2);
         QList<ProgressState> states;
         Progress progress([&](const ProgressState &state) { states.append(state); }, std::chrono::milliseconds(0));
         (void)compare(files, CompareMethod::Crc, 1, {}, {&progress, nullptr});

@@ -13,109 +13,100 @@ struct Setting {
     QSet<QString> excludedNames;
     FolderViewLimits limits;
     QStringList systemFiles;
+
+    [[nodiscard]] FolderFilter filter() const
+    {
+        return FolderFilter(options, excludedNames, limits,
+                            [files = systemFiles](const QString &path) { return files.contains(path); });
+    }
 };
 
-FolderDiffItem fileItem(const QString &name)
+FolderDiffItem item(const char *name, FolderDiffStatus status, bool isDir)
 {
     FolderDiffItem item;
-    item.name = name;
-    item.leftPath = QLatin1String("/l/") + name;
-    item.leftSize = 100;
-    item.leftTime = TestTree::moment(0);
-    item.setDiffStatus(FolderDiffStatus::LeftOnly);
+    item.name = word(name);
+    item.isDir = isDir;
+    item.setDiffStatus(status);
+    if (status != FolderDiffStatus::RightOnly)
+        item.leftPath = QLatin1String("/l/") + item.name;
+    if (status != FolderDiffStatus::LeftOnly)
+        item.rightPath = QLatin1String("/r/") + item.name;
     return item;
 }
 
-FolderFilter filterOf(const Setting &setting)
+/// A left file of 100 bytes.
+FolderDiffItem mainFile()
 {
-    return FolderFilter(setting.options, setting.excludedNames, setting.limits,
-                        [files = setting.systemFiles](const QString &path) { return files.contains(path); });
+    FolderDiffItem file = item("sub/Main.cpp", FolderDiffStatus::LeftOnly, false);
+    file.leftSize = 100;
+    file.leftTime = TestTree::moment(0);
+    return file;
 }
 
 } // namespace
-
-Q_DECLARE_METATYPE(Setting)
 
 class FolderFilterTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void showsByEachRule_data()
-    {
-        QTest::addColumn<Setting>("setting");
-        QTest::addColumn<bool>("file");   // whether "sub/Main.cpp", 100 bytes, is shown
-        QTest::addColumn<bool>("folder"); // whether "sub/Main.cpp" as a folder is
-
-        const auto row = [](const char *name, bool file, bool folder, const std::function<void(Setting &)> &change) {
-            Setting setting;
-            change(setting);
-            QTest::newRow(name) << setting << file << folder;
-        };
-        const QStringList cpp{QStringLiteral("*.CPP")};
-        const QStringList other{QStringLiteral("*.h")};
-        row("nothing set", true, true, [](Setting &) {});
-        row("excluded name", false, false, [](Setting &s) { s.excludedNames = {QStringLiteral("Main.cpp")}; });
-        row("excluded name, other case", true, true,
-            [](Setting &s) { s.excludedNames = {QStringLiteral("main.cpp")}; });
-        row("included", true, true, [&](Setting &s) { s.options.includeFiles = other + cpp; });
-        row("not included", false, true, [&](Setting &s) { s.options.includeFiles = other; });
-        row("excluded", false, true, [&](Setting &s) { s.options.excludeFiles = cpp; });
-        row("excluded though included", false, true,
-            [&](Setting &s) { s.options.includeFiles = s.options.excludeFiles = cpp; });
-        row("excluded otherwise", false, true, [&](Setting &s) { s.options.otherExclude = cpp; });
-        row("folder not included", true, false, [&](Setting &s) { s.options.includeFolders = other; });
-        row("folder excluded", true, false, [&](Setting &s) { s.options.excludeFolders = cpp; });
-        row("mask of the path", true, true,
-            [](Setting &s) { s.options.excludeFiles = s.options.excludeFolders = {QStringLiteral("sub*")}; });
-        row("system file", false, true, [](Setting &s) { s.systemFiles = {QStringLiteral("/l/sub/Main.cpp")}; });
-        row("system files shown", true, true, [](Setting &s) {
-            s.systemFiles = {QStringLiteral("/l/sub/Main.cpp")};
-            s.options.excludeOsFiles = false;
-        });
-        row("format of it on", true, true, [](Setting &s) { s.options.fileFormats[0].on = true; });
-        row("format of others on", false, true, [](Setting &s) { s.options.fileFormats[1].on = true; });
-        for (const char *masks : {"", "*", "*.*", " *.* ", ";;", "*.cpp; *.h", "*.h;main.*"})
-            row(qPrintable(QStringLiteral("bar \"%1\"").arg(QLatin1String(masks))), true, true,
-                [=](Setting &s) { s.limits.masks = QString::fromLatin1(masks); });
-        row("bar without it", false, true, [](Setting &s) { s.limits.masks = QStringLiteral("*.h;*.c"); });
-        row("at the minimum", true, true, [](Setting &s) { s.limits.minimumSize = 100; });
-        row("below the minimum", false, true, [](Setting &s) { s.limits.minimumSize = 101; });
-        row("at the maximum", true, true, [](Setting &s) { s.limits.maximumSize = 100; });
-        row("above the maximum", false, true, [](Setting &s) { s.limits.maximumSize = 99; });
-        row("from its time", true, true, [](Setting &s) { s.limits.from = TestTree::moment(0); });
-        row("from later", false, true, [](Setting &s) { s.limits.from = TestTree::moment(1); });
-        row("to its time", true, true, [](Setting &s) { s.limits.to = TestTree::moment(0); });
-        row("to earlier", false, true, [](Setting &s) { s.limits.to = TestTree::moment(-1); });
-    }
-
     void showsByEachRule()
     {
-        QFETCH(Setting, setting);
-        QFETCH(bool, file);
-        QFETCH(bool, folder);
-        const FolderFilter filter = filterOf(setting);
-        FolderDiffItem item = fileItem(QStringLiteral("sub/Main.cpp"));
-        QCOMPARE(filter.shows(item), file);
-        item.isDir = true;
-        QCOMPARE(filter.shows(item), folder);
+        /// Whether `mainFile()` is shown, and whether a folder in its place is.
+        const auto check = [](const char *name, bool file, bool folder, const std::function<void(Setting &)> &change) {
+            Setting setting;
+            change(setting);
+            FolderDiffItem entry = mainFile();
+            QVERIFY2(setting.filter().shows(entry) == file, name);
+            entry.isDir = true;
+            QVERIFY2(setting.filter().shows(entry) == folder, name);
+        };
+        const QStringList cpp = words("*.CPP");
+        const QStringList other = words("*.h");
+        check("nothing set", true, true, [](Setting &) {});
+        check("excluded name", false, false, [](Setting &s) { s.excludedNames = {word("Main.cpp")}; });
+        check("excluded in other case", true, true, [](Setting &s) { s.excludedNames = {word("main.cpp")}; });
+        check("included", true, true, [&](Setting &s) { s.options.includeFiles = other + cpp; });
+        check("not included", false, true, [&](Setting &s) { s.options.includeFiles = other; });
+        check("excluded", false, true, [&](Setting &s) { s.options.includeFiles = s.options.excludeFiles = cpp; });
+        check("excluded otherwise", false, true, [&](Setting &s) { s.options.otherExclude = cpp; });
+        check("folder not included", true, false, [&](Setting &s) { s.options.includeFolders = other; });
+        check("folder excluded", true, false, [&](Setting &s) { s.options.excludeFolders = cpp; });
+        check("mask of the path", true, true,
+              [](Setting &s) { s.options.excludeFiles = s.options.excludeFolders = words("sub*"); });
+        check("system file", false, true, [](Setting &s) { s.systemFiles = words("/l/sub/Main.cpp"); });
+        check("system files shown", true, true, [](Setting &s) {
+            s.systemFiles = words("/l/sub/Main.cpp");
+            s.options.excludeOsFiles = false;
+        });
+        check("format of it on", true, true, [](Setting &s) { s.options.fileFormats[0].on = true; });
+        check("format of others on", false, true, [](Setting &s) { s.options.fileFormats[1].on = true; });
+        for (const char *masks : {"", "*", "*.*", " *.* ", ";;", "*.cpp; *.h", "*.h;main.*"})
+            check(masks, true, true, [=](Setting &s) { s.limits.masks = word(masks); });
+        check("bar without it", false, true, [](Setting &s) { s.limits.masks = word("*.h;*.c"); });
+        check("at the limits", true, true, [](Setting &s) {
+            s.limits = {{}, 100, 100, TestTree::moment(0), TestTree::moment(0)};
+        });
+        check("below the minimum", false, true, [](Setting &s) { s.limits.minimumSize = 101; });
+        check("above the maximum", false, true, [](Setting &s) { s.limits.maximumSize = 99; });
+        check("from later", false, true, [](Setting &s) { s.limits.from = TestTree::moment(1); });
+        check("to earlier", false, true, [](Setting &s) { s.limits.to = TestTree::moment(-1); });
     }
 
     void goesByTheLargerSideAndTheLeftTime()
     {
         Setting setting;
         setting.limits.minimumSize = 200;
-        FolderDiffItem item = fileItem(QStringLiteral("f"));
-        item.rightSize = 300;
-        QVERIFY(filterOf(setting).shows(item));
+        FolderDiffItem entry = mainFile();
+        entry.rightSize = 300;
+        QVERIFY(setting.filter().shows(entry));
 
-        setting.limits = {};
         setting.limits.from = TestTree::moment(5);
-        item.rightTime = TestTree::moment(9);
-        QVERIFY(!filterOf(setting).shows(item));
-        item.leftTime = {};
-        QVERIFY(filterOf(setting).shows(item));
-        item.rightTime = {};
-        QVERIFY(!filterOf(setting).shows(item));
+        entry.rightTime = TestTree::moment(9);
+        QVERIFY(!setting.filter().shows(entry));
+        entry.leftTime = {};
+        QVERIFY(setting.filter().shows(entry));
+        entry.rightTime = {};
+        QVERIFY(!setting.filter().shows(entry));
     }
 
     void asksForAnAttributeOnce()
@@ -127,43 +118,25 @@ private Q_SLOTS:
         });
         const SystemFileTest copy = test;
         for (int i = 0; i < 2; ++i) {
-            QVERIFY(test(QStringLiteral("s")));
-            QVERIFY(!copy(QStringLiteral("t")));
+            QVERIFY(test(word("s")));
+            QVERIFY(!copy(word("t")));
         }
-        QCOMPARE(asked, (QStringList{QStringLiteral("s"), QStringLiteral("t")}));
+        QCOMPARE(asked, words("s|t"));
     }
 
     void keepsWhatIsShownConsistent()
     {
-        QList<FolderDiffItem> items;
-        const auto add = [&items](const char *name, FolderDiffStatus status, bool isDir) {
-            FolderDiffItem item;
-            item.name = QString::fromLatin1(name);
-            item.isDir = isDir;
-            item.setDiffStatus(status);
-            if (status != FolderDiffStatus::RightOnly)
-                item.leftPath = QLatin1String("/l/") + item.name;
-            if (status != FolderDiffStatus::LeftOnly || isDir)
-                item.rightPath = QLatin1String("/r/") + item.name;
-            items.append(item);
-        };
-        add("d", FolderDiffStatus::Different, true);
-        add("d/a.o", FolderDiffStatus::Different, false);
-        add("d/b.c", FolderDiffStatus::LeftOnly, false);
-        add("mixed", FolderDiffStatus::Different, true); // a folder on one side, a file on the other
-        add("o", FolderDiffStatus::Different, true);
-        add("o/x.o", FolderDiffStatus::Different, false);
-        add("out", FolderDiffStatus::Different, true);
-        add("out/in", FolderDiffStatus::Different, true);
-        add("out/in/y.c", FolderDiffStatus::Different, false);
-        add("outer.c", FolderDiffStatus::Same, false);
+        using enum FolderDiffStatus;
+        const QList<FolderDiffItem> items{
+            item("d", Different, true),      item("d/a.o", Different, false),      item("d/b.c", LeftOnly, false),
+            item("mixed", Different, true), // a folder on one side only
+            item("o", Different, true),      item("o/x.o", Different, false),      item("out", Different, true),
+            item("out/in", Different, true), item("out/in/y.c", Different, false), item("outer.c", Same, false)};
         Setting setting;
-        setting.options.excludeFiles = {QStringLiteral("*.o")};
-        setting.options.excludeFolders = {QStringLiteral("out")};
-        QCOMPARE(drawn(shownItems(items, filterOf(setting))),
-                 (QStringList{QStringLiteral("<d/"), QStringLiteral("<d/b.c"), QStringLiteral("!mixed/"),
-                              QStringLiteral("=o/"), QStringLiteral("=outer.c")}));
-        QCOMPARE(shownItems(items, filterOf({})), items);
+        setting.options.excludeFiles = words("*.o");
+        setting.options.excludeFolders = words("out");
+        QCOMPARE(drawn(shownItems(items, setting.filter())), words("<d/|<d/b.c|!mixed/|=o/|=outer.c"));
+        QCOMPARE(shownItems(items, Setting().filter()), items);
     }
 };
 

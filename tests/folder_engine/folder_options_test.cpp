@@ -1,3 +1,4 @@
+#include "folder_engine/test_tree.h"
 #include "settings/options/folder_presets.h"
 #include "settings/options/folder_session_options.h"
 #include "settings/options/folder_settings_store.h"
@@ -6,36 +7,38 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSettings>
-#include <QTemporaryDir>
 
 using namespace velmora;
+using namespace velmora::test;
 
 namespace {
 
 FolderSessionOptions unusualOptions()
 {
     FolderSessionOptions options;
-    options.leftReadOnly = true;
-    options.rightReadOnly = true;
-    options.includeFiles = {QStringLiteral("*.c"), QStringLiteral("ü;")};
-    options.excludeFiles = {QStringLiteral("x*")};
-    options.includeFolders = {QStringLiteral("src")};
-    options.excludeFolders = {QStringLiteral(".git"), QStringLiteral("build")};
-    options.otherExclude = {QStringLiteral("*~")};
-    options.excludeOsFiles = false;
-    options.alignOverrides = {{QStringLiteral("a*"), QStringLiteral("b*")}, {QString(), QStringLiteral("c")}};
+    options.leftReadOnly = options.rightReadOnly = true;
+    options.includeFiles = words("*.c|ü;");
+    options.excludeFiles = words("x*");
+    options.includeFolders = words("src");
+    options.excludeFolders = words(".git|build");
+    options.otherExclude = words("*~");
+    options.excludeOsFiles = options.showLogPanel = options.showFilterBar = false;
+    options.alignOverrides = {{word("a*"), word("b*")}, {QString(), word("c")}};
     options.compareBasis = 2;
     options.timeToleranceSec = 3600;
-    options.showLogPanel = false;
-    options.showFilterBar = false;
-    options.fileFormats = {{QStringLiteral("Mine"), QStringLiteral("*.m;*.n"), true}};
+    options.fileFormats = {{word("Mine"), word("*.m;*.n"), true}};
     return options;
 }
 
-QJsonObject json(const char *text)
-{
-    return QJsonDocument::fromJson(text).object();
-}
+/// A record with the two sets of names that travel with it.
+struct Travelling {
+    FolderSessionOptions options;
+    QSet<QString> excluded;
+    QSet<QString> ignored;
+
+    void read(const char *json) { fromJson(QJsonDocument::fromJson(json).object(), options, excluded, ignored); }
+    friend bool operator==(const Travelling &, const Travelling &) = default;
+};
 
 } // namespace
 
@@ -43,150 +46,93 @@ class FolderOptionsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_settingsFile = m_folder->filePath(QStringLiteral("settings.ini"));
-    }
+    void init() { m_settings = std::make_unique<QSettings>(m_tree.path(word("settings.ini")), QSettings::IniFormat); }
+    void cleanup() { m_settings->clear(); }
 
-    void writesTheKeysOfTheFormat()
+    void writesAndReadsTheFormat()
     {
-        const QJsonObject object = toJson(unusualOptions(), {QStringLiteral("z"), QStringLiteral("a")}, {});
-        QCOMPARE(
-            QJsonDocument(object).toJson(QJsonDocument::Compact),
+        const char *const json =
             "{\"alignOverrides\":[{\"left\":\"a*\",\"right\":\"b*\"},{\"left\":\"\",\"right\":\"c\"}],"
             "\"compareBasis\":2,\"excludeFiles\":[\"x*\"],\"excludeFolders\":[\".git\",\"build\"],"
             "\"excludeOsFiles\":false,\"excludedNames\":[\"a\",\"z\"],\"includeFiles\":[\"*.c\",\"ü;\"],"
-            "\"includeFolders\":[\"src\"],\"leftReadOnly\":true,\"rightReadOnly\":true,\"timeToleranceSec\":3600}");
-        QVERIFY(!toJson({}, {}, {}).contains(QLatin1String("excludedNames")));
-        QVERIFY(toJson({}, {}, {QStringLiteral("n")}).contains(QLatin1String("ignoredNames")));
-    }
+            "\"includeFolders\":[\"src\"],\"leftReadOnly\":true,\"rightReadOnly\":true,\"timeToleranceSec\":3600}";
+        const QJsonObject object = toJson(unusualOptions(), {word("z"), word("a")}, {});
+        QCOMPARE(QJsonDocument(object).toJson(QJsonDocument::Compact), json);
+        QVERIFY(!toJson({}, {}, {}).contains(word("excludedNames")));
+        QVERIFY(toJson({}, {}, {word("n")}).contains(word("ignoredNames")));
 
-    void readsWhatItWrites()
-    {
-        const QSet<QString> excluded{QStringLiteral("e")};
-        const QSet<QString> ignored{QStringLiteral("i"), QStringLiteral("j")};
-        FolderSessionOptions expected = unusualOptions();
-        FolderSessionOptions options;
-        QSet<QString> readExcluded{QStringLiteral("old")};
-        QSet<QString> readIgnored;
-        fromJson(toJson(expected, excluded, ignored), options, readExcluded, readIgnored);
+        Travelling expected{unusualOptions(), {word("a"), word("z")}, {word("kept")}};
         const FolderSessionOptions fresh;
-        expected.otherExclude = fresh.otherExclude; // these do not travel
-        expected.showLogPanel = fresh.showLogPanel;
-        expected.showFilterBar = fresh.showFilterBar;
-        expected.fileFormats = fresh.fileFormats;
-        QCOMPARE(options, expected);
-        QCOMPARE(readExcluded, excluded);
-        QCOMPARE(readIgnored, ignored);
+        expected.options.otherExclude = fresh.otherExclude; // these do not travel
+        expected.options.showLogPanel = expected.options.showFilterBar = true;
+        expected.options.fileFormats = fresh.fileFormats;
+        Travelling found{{}, {word("old")}, {word("kept")}};
+        found.read(json);
+        QVERIFY(found == expected);
     }
 
     void leavesAloneWhatIsMissingOrOfAnotherType()
     {
-        const FolderSessionOptions before = unusualOptions();
-        const QSet<QString> namesBefore{QStringLiteral("n")};
-        for (const char *text : {"{}", "{\"leftReadOnly\":1,\"timeToleranceSec\":\"5\",\"includeFiles\":\"*.c\","
+        const Travelling before{unusualOptions(), {word("n")}, {word("n")}};
+        for (const char *json : {"{}", "{\"leftReadOnly\":1,\"timeToleranceSec\":\"5\",\"includeFiles\":\"*.c\","
                                        "\"alignOverrides\":{},\"excludedNames\":null,\"compareBasis\":1.5}"}) {
-            FolderSessionOptions options = before;
-            QSet<QString> excluded = namesBefore;
-            QSet<QString> ignored = namesBefore;
-            fromJson(json(text), options, excluded, ignored);
-            QCOMPARE(options, before);
-            QCOMPARE(excluded, namesBefore);
-            QCOMPARE(ignored, namesBefore);
+            Travelling found = before;
+            found.read(json);
+            QVERIFY(found == before);
         }
-    }
-
-    void clearsListsThatAreEmpty()
-    {
-        FolderSessionOptions options = unusualOptions();
-        QSet<QString> excluded{QStringLiteral("n")};
-        QSet<QString> ignored;
-        fromJson(json("{\"includeFiles\":[],\"alignOverrides\":[7],\"excludedNames\":[]}"), options, excluded, ignored);
-        QCOMPARE(options.includeFiles, QStringList());
-        QCOMPARE(options.alignOverrides, QList<ManualAlignRule>{ManualAlignRule()});
-        QVERIFY(excluded.isEmpty());
-        QCOMPARE(options.excludeFiles, unusualOptions().excludeFiles);
-    }
-
-    void takesUnknownMethodsForRules()
-    {
-        for (const qint32 basis : {0, 3, -1, 99})
-            QCOMPARE(compareMethod(basis), CompareMethod::Rules);
-        QCOMPARE(compareMethod(1), CompareMethod::Crc);
-        QCOMPARE(compareMethod(2), CompareMethod::Binary);
-    }
-
-    void appliesPresets_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("basis"); // -1: unknown
-        QTest::addColumn<int>("tolerance");
-
-        const auto row = [](const char *name, int basis, int tolerance) {
-            QTest::newRow(name) << QString::fromLatin1(name) << basis << tolerance;
-        };
-        row("@preset/folder/vm-rules", 0, 2);
-        row("@preset/folder/vm-crc", 1, 3600);
-        row("@preset/folder/vm-binary", 2, 3600);
-        row("@preset/folder/flibelag-rules", 0, 2);
-        row("@preset/folder/flibelag-crc", 1, 3600);
-        row("@preset/folder/flibelag-binary", 2, 3600);
-        row("@preset/folder/VM-rules", -1, 0);
-        row("@preset/folder/vm-rule", -1, 0);
-        row("", -1, 0);
+        Travelling cleared = before;
+        cleared.read("{\"includeFiles\":[],\"alignOverrides\":[7],\"excludedNames\":[]}");
+        Travelling expected{unusualOptions(), {}, {word("n")}};
+        expected.options.includeFiles.clear();
+        expected.options.alignOverrides = {ManualAlignRule()};
+        QVERIFY(cleared == expected);
     }
 
     void appliesPresets()
     {
-        QFETCH(QString, name);
-        QFETCH(int, basis);
-        QFETCH(int, tolerance);
-        FolderSessionOptions expected = unusualOptions();
-        FolderSessionOptions options = expected;
-        QCOMPARE(applyFolderPreset(name, options), basis >= 0);
-        if (basis >= 0) {
-            expected.compareBasis = basis;
-            expected.timeToleranceSec = tolerance;
+        for (const qint32 basis : {0, 3, -1, 99})
+            QCOMPARE(compareMethod(basis), CompareMethod::Rules);
+        const QStringList methods = words("rules|crc|binary");
+        for (int basis = 0; basis < 3; ++basis) {
+            QCOMPARE(compareMethod(basis), CompareMethod(basis));
+            for (const char *stem : {"@preset/folder/vm-", "@preset/folder/flibelag-"}) {
+                FolderSessionOptions expected = unusualOptions();
+                FolderSessionOptions options = expected;
+                QVERIFY(applyFolderPreset(word(stem) + methods[basis], options));
+                expected.compareBasis = basis;
+                expected.timeToleranceSec = basis == 0 ? 2 : 3600;
+                QCOMPARE(options, expected);
+            }
         }
-        QCOMPARE(options, expected);
-    }
-
-    void hasDefaultsForAnEmptyStore()
-    {
-        QSettings settings(m_settingsFile, QSettings::IniFormat);
-        const FolderSettingsStore store(settings);
-        QCOMPARE(store.defaults(), StoredFolderSet());
-        QVERIFY(store.defaults().options.excludeOsFiles);
-        QCOMPARE(store.defaults().options.fileFormats.size(), 11);
-        QCOMPARE(store.defaults().options.fileFormats.first().mask,
-                 QStringLiteral("*.c;*.cc;*.cpp;*.cs;*.h;*.hpp;*.m"));
-        QVERIFY(store.presetNames().isEmpty());
-        QVERIFY(!store.preset(QStringLiteral("none")));
+        for (const char *unknown : {"", "@preset/folder/VM-rules", "@preset/folder/vm-rule"}) {
+            FolderSessionOptions options = unusualOptions();
+            QVERIFY(!applyFolderPreset(word(unknown), options));
+            QCOMPARE(options, unusualOptions());
+        }
     }
 
     void storesSets()
     {
-        const StoredFolderSet set{QStringLiteral("what for"), unusualOptions(),
-                                  QDateTime(QDate(2024, 5, 6), QTime(7, 8, 9))};
-        const QStringList names{QStringLiteral("a/b\\c"), QStringLiteral("Ä %2F"), QStringLiteral("plain")};
-        {
-            QSettings settings(m_settingsFile, QSettings::IniFormat);
-            FolderSettingsStore store(settings);
-            store.setDefaults(set);
-            for (const QString &name : names)
-                store.setPreset(name, set);
-            store.setPreset({}, set);
-        }
-        QSettings settings(m_settingsFile, QSettings::IniFormat);
-        FolderSettingsStore store(settings);
+        QCOMPARE(FolderSettingsStore(*m_settings).defaults(), StoredFolderSet());
+        QVERIFY(FolderSessionOptions().excludeOsFiles);
+        QCOMPARE(defaultFileFormats().size(), 11);
+        QCOMPARE(defaultFileFormats().first().mask, word("*.c;*.cc;*.cpp;*.cs;*.h;*.hpp;*.m"));
+
+        const QDateTime time(QDate(2024, 5, 6), QTime(7, 8, 9));
+        const StoredFolderSet set{word("what for"), unusualOptions(), time};
+        const QStringList names = words("a/b\\c|plain|Ä %2F"); // in alphabetical order
+        FolderSettingsStore(*m_settings).setDefaults(set);
+        for (const QString &name : names + QStringList{QString()})
+            FolderSettingsStore(*m_settings).setPreset(name, set);
+        m_settings.reset();
+        init();
+        FolderSettingsStore store(*m_settings);
         QCOMPARE(store.defaults(), set);
-        QStringList stored = store.presetNames();
-        QCOMPARE(stored.size(), 3);
-        for (const QString &name : names) {
-            QVERIFY(stored.contains(name));
+        QCOMPARE(store.presetNames(), names);
+        for (const QString &name : names)
             QCOMPARE(*store.preset(name), set);
-        }
+        QVERIFY(!store.preset(word("none")));
+
         // A shorter list leaves nothing of the longer one.
         StoredFolderSet shorter = set;
         shorter.options.alignOverrides.removeLast();
@@ -201,30 +147,30 @@ private Q_SLOTS:
 
     void passesOverDamagedLists()
     {
-        QSettings settings(m_settingsFile, QSettings::IniFormat);
-        settings.setValue(QStringLiteral("FolderCompare/Defaults/formatCount"), 2'000'000'000);
-        settings.setValue(QStringLiteral("FolderCompare/Defaults/format0.name"), QStringLiteral("one"));
-        settings.setValue(QStringLiteral("FolderCompare/Defaults/alignCount"), -5);
-        const FolderSessionOptions options = FolderSettingsStore(settings).defaults().options;
-        QCOMPARE(options.fileFormats, (QList<FileFormatGroup>{{QStringLiteral("one"), QString(), false}}));
+        m_settings->beginGroup(word("FolderCompare/Defaults"));
+        m_settings->setValue(word("formatCount"), 2'000'000'000);
+        m_settings->setValue(word("format0.name"), word("one"));
+        m_settings->setValue(word("alignCount"), -5);
+        m_settings->endGroup();
+        const FolderSessionOptions options = FolderSettingsStore(*m_settings).defaults().options;
+        QCOMPARE(options.fileFormats, (QList<FileFormatGroup>{{word("one"), QString(), false}}));
         QVERIFY(options.alignOverrides.isEmpty());
     }
 
     void remembersTheLatestPaths()
     {
-        QSettings settings(m_settingsFile, QSettings::IniFormat);
-        FolderSettingsStore store(settings);
+        FolderSettingsStore store(*m_settings);
         for (int i = 0; i < FolderSettingsStore::recentPathLimit + 3; ++i)
             store.addRecentPath(QString::number(i));
-        store.addRecentPath(QStringLiteral("5"));
+        store.addRecentPath(word("5"));
         QCOMPARE(store.recentPaths().size(), FolderSettingsStore::recentPathLimit);
-        QCOMPARE(store.recentPaths().first(), QStringLiteral("5"));
-        QCOMPARE(store.recentPaths().count(QStringLiteral("5")), 1);
+        QCOMPARE(store.recentPaths().first(), word("5"));
+        QCOMPARE(store.recentPaths().count(word("5")), 1);
     }
 
 private:
-    std::unique_ptr<QTemporaryDir> m_folder;
-    QString m_settingsFile;
+    TestTree m_tree;
+    std::unique_ptr<QSettings> m_settings;
 };
 
 VELMORA_TEST(FolderOptionsTest)

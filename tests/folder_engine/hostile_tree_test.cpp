@@ -3,8 +3,6 @@
 #include "platform/file_access.h"
 #include "support/test_main.h"
 
-#include <QDir>
-
 #include <random>
 
 #ifdef Q_OS_UNIX
@@ -25,32 +23,32 @@ private Q_SLOTS:
     void leavesOutWhatNobodyMayOpen()
     {
         TestTree tree;
-        for (const QString &side : {tree.left(), tree.right()}) {
-            QCOMPARE(::mkfifo(QFile::encodeName(side + QLatin1String("/pipe")).constData(), 0600), 0);
-            tree.link(side.mid(tree.path({}).size()) + QLatin1String("/to pipe"), QStringLiteral("pipe"));
-            tree.link(side.mid(tree.path({}).size()) + QLatin1String("/to device"), QStringLiteral("/dev/zero"));
-            tree.link(side.mid(tree.path({}).size()) + QLatin1String("/broken"), QStringLiteral("nowhere"));
+        for (const QString &side : words("left|right")) {
+            QCOMPARE(::mkfifo(QFile::encodeName(tree.path(side) + word("/pipe")).constData(), 0600), 0);
+            tree.link(side + word("/to pipe"), word("pipe"));
+            tree.link(side + word("/to device"), word("/dev/zero"));
+            tree.link(side + word("/broken"), word("nowhere"));
         }
+        tree.file(word("left/half"), {});
+        tree.link(word("right/half"), word("pipe"));
         // It returns, that is the point: a pipe would wait for a writer, the device would never end.
         const auto items = compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Crc);
-        QCOMPARE(drawn(items), (QStringList{QStringLiteral("=to device"), QStringLiteral("=to pipe")}));
-        QCOMPARE(fileCrc32(tree.left() + QLatin1String("/pipe")), QByteArray());
-        QVERIFY(!sameContentByDigest(tree.left() + QLatin1String("/pipe"), tree.right() + QLatin1String("/pipe")));
+        QCOMPARE(drawn(items), words("!half|=to device|=to pipe"));
+        const QString pipe = tree.left() + word("/pipe");
+        QCOMPARE(fileCrc32(pipe), QByteArray());
+        QVERIFY(!sameContentByDigest(pipe, pipe));
     }
 
     void endsInLinksToAncestors()
     {
         TestTree tree;
-        tree.file(QStringLiteral("left/a/b/f"), "1");
-        tree.file(QStringLiteral("right/a/b/f"), "1");
-        for (const QString &side : {QStringLiteral("left"), QStringLiteral("right")}) {
-            tree.link(side + QLatin1String("/a/b/root"), tree.path(side));
-            tree.link(side + QLatin1String("/a/self"), QStringLiteral("."));
+        for (const QString &side : words("left|right")) {
+            tree.file(side + word("/a/b/f"), "1");
+            tree.link(side + word("/a/b/root"), tree.path(side));
+            tree.link(side + word("/a/self"), word("."));
         }
-        const auto items = compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Crc);
-        QCOMPARE(drawn(items),
-                 (QStringList{QStringLiteral("=a/ 1 1"), QStringLiteral("=a/b/ 1 1"), QStringLiteral("=a/b/f 1 1"),
-                              QStringLiteral("=a/b/root/"), QStringLiteral("=a/self/")}));
+        QCOMPARE(drawn(compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Crc)),
+                 words("=a/ 1 1|=a/b/ 1 1|=a/b/f 1 1|=a/b/root/|=a/self/"));
         QCOMPARE(countFolderContents(tree.left()), (FolderTotals{1, 4, 1}));
     }
 
@@ -75,15 +73,13 @@ private Q_SLOTS:
         }
         const auto items = compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Crc);
         QCOMPARE(items.size(), levels + 3);
-        QCOMPARE(items.first().diffStatus(), FolderDiffStatus::Different);
         QCOMPARE(items.first().leftSize, 3);
         const FolderDiffItem &last = items.last();
         QVERIFY(last.leftPath.size() > 6000);
-        QCOMPARE(last.diffStatus(), FolderDiffStatus::Different);
-        const QFileInfo left(last.leftPath);
-        QVERIFY(compareFilePair(left, left, CompareMethod::Crc));
+        QVERIFY(items.first().status == 3 && last.status == 3);
         QVERIFY(sameContentByBlocks(last.leftPath, items.at(levels).leftPath));
-        QCOMPARE(fileStatus(left, QFileInfo(last.rightPath), CompareMethod::Binary), FolderDiffStatus::Different);
+        QCOMPARE(fileStatus(QFileInfo(last.leftPath), QFileInfo(last.rightPath), CompareMethod::Binary),
+                 FolderDiffStatus::Different);
         QCOMPARE(countFolderContents(tree.left()), (FolderTotals{3, levels, 3}));
         tree.removeHostile();
     }
@@ -95,9 +91,7 @@ private Q_SLOTS:
         for (const QString &side : {tree.left(), tree.right()}) {
             for (const QByteArray &name : names) {
                 const int file = ::open((QFile::encodeName(side) + '/' + name).constData(), O_WRONLY | O_CREAT, 0600);
-                QVERIFY(file >= 0);
-                const QByteArray bytes =
-                    name + (name == "caf\xE9" ? QByteArray(side == tree.left() ? "1" : "2") : QByteArray());
+                const QByteArray bytes = name == "caf\xE9" ? side.toUtf8() : name;
                 QCOMPARE(::write(file, bytes.constData(), std::size_t(bytes.size())), bytes.size());
                 ::close(file);
             }
@@ -105,13 +99,17 @@ private Q_SLOTS:
         const auto items = compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Crc);
         QCOMPARE(items.size(), names.size());
         for (const FolderDiffItem &item : items) {
-            const std::string name = nativeName(item.name);
-            QVERIFY(names.contains(QByteArray::fromStdString(name)));
+            const QByteArray name = QByteArray::fromStdString(nativeName(item.name));
+            QVERIFY(names.contains(name));
             QCOMPARE(item.diffStatus() == FolderDiffStatus::Same, name != "caf\xE9");
             QCOMPARE(compareFilePair(QFileInfo(item.leftPath), QFileInfo(item.rightPath), CompareMethod::Binary),
                      name != "caf\xE9");
         }
         tree.removeHostile();
+
+        tree.file(word("left/f"), "1");
+        QCOMPARE(fileCrc32(tree.left() + word("/f") + QChar(u'\0') + u'x'), QByteArray());
+        QCOMPARE(countFolderContents(tree.left() + QChar(u'\0')), FolderTotals());
     }
 
     void mapsNamesToStringsAndBack()
@@ -119,30 +117,16 @@ private Q_SLOTS:
         std::mt19937 random(7);
         // Bytes around the borders of UTF-8's sequences.
         const std::string bytes = "a/\x7F\x80\xBF\xC2\xC3\xE0\xA0\x9F\xED\xEE\xF0\x90\xF4\x8F\xFF";
-        QSet<QString> seen;
-        QSet<QByteArray> sources;
         for (int round = 0; round < 20'000; ++round) {
             std::string name;
             for (unsigned length = random() % 6; length > 0; --length)
                 name.push_back(bytes[random() % bytes.size()]);
-            const QString text = nameFromNative(name);
-            QCOMPARE(nativeName(text), name);
-            const QByteArray source = QByteArray::fromStdString(name);
-            if (!QString::fromUtf8(source).contains(QChar::ReplacementCharacter))
-                QCOMPARE(text, QString::fromUtf8(source));
-            seen.insert(text);
-            sources.insert(source);
+            // Coming back as they were, names that differ have strings that differ.
+            QCOMPARE(nativeName(nameFromNative(name)), name);
+            const QString text = QString::fromStdString(name);
+            if (!text.contains(QChar::ReplacementCharacter))
+                QCOMPARE(nameFromNative(name), text);
         }
-        QCOMPARE(seen.size(), sources.size());
-    }
-
-    void refusesPathsWithAZero()
-    {
-        TestTree tree;
-        tree.file(QStringLiteral("left/f"), "1");
-        const QString path = tree.left() + QLatin1String("/f") + QChar(u'\0') + QLatin1String("x");
-        QCOMPARE(fileCrc32(path), QByteArray());
-        QCOMPARE(countFolderContents(tree.left() + QChar(u'\0')), FolderTotals());
     }
 #endif
 };

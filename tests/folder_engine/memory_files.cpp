@@ -53,8 +53,6 @@ public:
         const auto node = m_files.m_nodes.constFind(m_files.resolved(path));
         if (node == m_files.m_nodes.constEnd() || !node->file || !node->file->opens)
             return nullptr;
-        const std::lock_guard lock(m_files.m_mutex);
-        m_files.m_opened.append(path);
         return std::make_unique<Reader>(m_files, node->file, *node->entry.identity);
     }
 
@@ -103,19 +101,6 @@ void MemoryFiles::addLink(const QString &path, const QString &target)
     node.target = target;
     node.entry.isLink = true;
     node.entry.identity = m_nodes.value(target).entry.identity;
-}
-
-void MemoryFiles::addLinkToPipe(const QString &path)
-{
-    addFolder(path);
-    m_nodes[path].entry.kind = EntryKind::Special;
-    m_nodes[path].entry.isLink = true;
-}
-
-QStringList MemoryFiles::opened() const
-{
-    const std::lock_guard lock(m_mutex);
-    return m_opened;
 }
 
 void MemoryFiles::step() const

@@ -10,7 +10,6 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
-#include <mutex>
 
 namespace velmora::test {
 
@@ -32,16 +31,14 @@ public:
     void addFolder(const QString &path);
     File &addFile(const QString &path, const QByteArray &bytes, qint64 modifiedMs = 0);
     File &addZeros(const QString &path, qint64 size, qint64 modifiedMs);
-    /// A link to a folder or a pipe that stands elsewhere.
+    /// A link to a folder that stands elsewhere.
     void addLink(const QString &path, const QString &target);
-    void addLinkToPipe(const QString &path);
     void setUnreadable(const QString &folder) { m_unreadable.insert(folder); }
     /// Called before each operation with its number, counted from 1 over all threads.
     void setWatcher(std::function<void(int)> watcher) { m_watcher = std::move(watcher); }
 
     [[nodiscard]] int operations() const { return m_operations; }
     [[nodiscard]] qint64 bytesRead() const { return m_bytesRead; }
-    [[nodiscard]] QStringList opened() const;
     [[nodiscard]] FolderRead readFolder(const QString &path, const Sink &sink) const override;
     [[nodiscard]] std::unique_ptr<FileOpener> makeOpener() const override;
     [[nodiscard]] std::optional<FolderEntry> describe(const QString &path) const override;
@@ -65,8 +62,6 @@ private:
     std::function<void(int)> m_watcher;
     mutable std::atomic<int> m_operations{0};
     mutable std::atomic<qint64> m_bytesRead{0};
-    mutable std::mutex m_mutex;
-    mutable QStringList m_opened;
 };
 
 } // namespace velmora::test

@@ -1,11 +1,12 @@
 #include "folder_engine/plain_engine.h"
 
-#include <QCryptographicHash>
+#include "core/crc32.h"
+
 #include <QDir>
 #include <QMap>
-#include <QSet>
 
 #include <cstring>
+#include <optional>
 
 namespace velmora::plain {
 
@@ -44,60 +45,74 @@ QStringList matching(const EntryMap &map, const QString &pattern)
     return names;
 }
 
-struct Listing {
-    EntryMap left;
-    EntryMap right;
-    QStringList names;
+/// One name of two folders; at least one side is there.
+struct Pair {
+    QString name;
+    std::optional<QFileInfo> left;
+    std::optional<QFileInfo> right;
+
+    [[nodiscard]] bool leftDir() const { return left && left->isDir(); }
+    [[nodiscard]] bool rightDir() const { return right && right->isDir(); }
 };
 
-Listing listingOf(const QString &left, const QString &right, const QList<ManualAlignRule> &rules)
+QList<Pair> pairsOf(const QString &left, const QString &right, const QList<ManualAlignRule> &rules)
 {
-    Listing listing{entriesOf(left), entriesOf(right), {}};
-    QSet<QString> names;
-    for (const QString &name : listing.left.keys() + listing.right.keys())
-        names.insert(name);
+    const EntryMap lefts = entriesOf(left);
+    EntryMap rights = entriesOf(right);
+    QStringList names = lefts.keys() + rights.keys();
     for (const ManualAlignRule &rule : rules) {
-        const QStringList leftNames = matching(listing.left, rule.left);
-        const QStringList rightNames = matching(listing.right, rule.right);
+        const QStringList leftNames = matching(lefts, rule.left);
+        const QStringList rightNames = matching(rights, rule.right);
         for (qsizetype i = 0; i < std::min(leftNames.size(), rightNames.size()); ++i) {
-            if (leftNames[i] == rightNames[i] || !listing.right.contains(rightNames[i]))
+            if (leftNames[i] == rightNames[i] || !rights.contains(rightNames[i]))
                 continue;
-            listing.right.insert(leftNames[i], listing.right.value(rightNames[i]));
-            listing.right.remove(rightNames[i]);
-            names.insert(leftNames[i]);
-            names.remove(rightNames[i]);
+            rights.insert(leftNames[i], rights.value(rightNames[i]));
+            rights.remove(rightNames[i]);
+            names.append(leftNames[i]);
+            names.removeAll(rightNames[i]);
         }
     }
-    listing.names = names.values();
-    listing.names.sort(Qt::CaseSensitive);
-    return listing;
+    names.sort(Qt::CaseSensitive);
+    names.removeDuplicates();
+    QList<Pair> pairs;
+    const auto entry = [](const EntryMap &map, const QString &name) {
+        return map.contains(name) ? std::optional(map.value(name)) : std::nullopt;
+    };
+    for (const QString &name : names)
+        pairs.append({name, entry(lefts, name), entry(rights, name)});
+    return pairs;
 }
 
-FolderDiffItem itemOf(const QString &name, const QFileInfo *left, const QFileInfo *right)
+/// The entry of a pair, `Same` when it is on both sides, and a folder when either is.
+FolderDiffItem itemOf(const QString &name, const Pair &pair)
 {
     FolderDiffItem item;
     item.name = name;
-    if (left) {
-        item.leftPath = left->absoluteFilePath();
-        item.leftSize = left->size();
-        item.leftTime = left->lastModified();
+    if (pair.left) {
+        item.leftPath = pair.left->absoluteFilePath();
+        item.leftSize = pair.left->size();
+        item.leftTime = pair.left->lastModified();
     }
-    if (right) {
-        item.rightPath = right->absoluteFilePath();
-        item.rightSize = right->size();
-        item.rightTime = right->lastModified();
+    if (pair.right) {
+        item.rightPath = pair.right->absoluteFilePath();
+        item.rightSize = pair.right->size();
+        item.rightTime = pair.right->lastModified();
     }
-    item.setDiffStatus(!right  ? FolderDiffStatus::LeftOnly
-                       : !left ? FolderDiffStatus::RightOnly
-                               : FolderDiffStatus::Same);
+    item.isDir = pair.leftDir() || pair.rightDir();
+    item.setDiffStatus(!pair.right  ? FolderDiffStatus::LeftOnly
+                       : !pair.left ? FolderDiffStatus::RightOnly
+                                    : FolderDiffStatus::Same);
     return item;
 }
 
-FolderDiffStatus statusOf(const QFileInfo &left, const QFileInfo &right, CompareMethod method, qint32 toleranceSec)
+/// The status of what is on both sides and is not two folders.
+FolderDiffStatus statusOf(const Pair &pair, CompareMethod method, qint32 toleranceSec)
 {
-    if (method == CompareMethod::Rules && left.size() != right.size())
-        return FolderDiffStatus::Different;
-    return samePair(left, right, method, toleranceSec) ? FolderDiffStatus::Same : FolderDiffStatus::Different;
+    const bool bothFiles = !pair.leftDir() && !pair.rightDir();
+    const bool sizesTell = method == CompareMethod::Rules && pair.left->size() != pair.right->size();
+    return bothFiles && !sizesTell && samePair(*pair.left, *pair.right, method, toleranceSec)
+               ? FolderDiffStatus::Same
+               : FolderDiffStatus::Different;
 }
 
 FolderDiffStatus rolledUp(const QList<FolderDiffItem> &under)
@@ -129,47 +144,27 @@ void addTotals(FolderDiffItem &folder, const QList<FolderDiffItem> &under)
     }
 }
 
-QList<FolderDiffItem> prefixed(QList<FolderDiffItem> items, const QString &name)
-{
-    for (FolderDiffItem &item : items)
-        item.name.prepend(name + u'/');
-    return items;
-}
-
 } // namespace
 
 QList<FolderDiffItem> compareTree(const QString &left, const QString &right, const QString &prefix,
                                   CompareMethod method, qint32 toleranceSec, const QList<ManualAlignRule> &rules)
 {
-    const Listing listing = listingOf(left, right, rules);
     QList<FolderDiffItem> result;
-    for (const QString &name : listing.names) {
-        const auto l = listing.left.constFind(name);
-        const auto r = listing.right.constFind(name);
-        const QFileInfo *leftInfo = l == listing.left.constEnd() ? nullptr : &*l;
-        const QFileInfo *rightInfo = r == listing.right.constEnd() ? nullptr : &*r;
-        const bool leftDir = leftInfo && leftInfo->isDir();
-        const bool rightDir = rightInfo && rightInfo->isDir();
-        FolderDiffItem item = itemOf(prefix.isEmpty() ? name : prefix + u'/' + name, leftInfo, rightInfo);
-        item.isDir = leftDir || rightDir;
-        if (leftInfo && rightInfo && leftDir != rightDir) {
-            item.setDiffStatus(FolderDiffStatus::Different);
-            result.append(item);
-        } else if (item.isDir) {
-            const QList<FolderDiffItem> under = compareTree(leftDir ? leftInfo->absoluteFilePath() : QString(),
-                                                            rightDir ? rightInfo->absoluteFilePath() : QString(),
-                                                            item.name, method, toleranceSec, rules);
-            if (leftDir && rightDir)
+    for (const Pair &pair : pairsOf(left, right, rules)) {
+        FolderDiffItem item = itemOf(prefix.isEmpty() ? pair.name : prefix + u'/' + pair.name, pair);
+        const bool bothFolders = pair.leftDir() && pair.rightDir();
+        if (pair.left && pair.right && !bothFolders)
+            item.setDiffStatus(statusOf(pair, method, toleranceSec));
+        QList<FolderDiffItem> under;
+        if (item.isDir && (bothFolders || !pair.left || !pair.right)) {
+            under = compareTree(item.leftPath, item.rightPath, item.name, method, toleranceSec, rules);
+            if (bothFolders)
                 item.setDiffStatus(rolledUp(under));
             item.leftSize = item.rightSize = 0;
             addTotals(item, under);
-            result.append(item);
-            result.append(under);
-        } else {
-            if (leftInfo && rightInfo)
-                item.setDiffStatus(statusOf(*leftInfo, *rightInfo, method, toleranceSec));
-            result.append(item);
         }
+        result.append(item);
+        result.append(under);
     }
     return result;
 }
@@ -177,19 +172,12 @@ QList<FolderDiffItem> compareTree(const QString &left, const QString &right, con
 QList<FolderDiffItem> compareLevel(const QString &left, const QString &right, CompareMethod method, qint32 toleranceSec,
                                    const QList<ManualAlignRule> &rules)
 {
-    const Listing listing = listingOf(left, right, rules);
     QList<FolderDiffItem> result;
-    for (const QString &name : listing.names) {
-        const bool hasLeft = listing.left.contains(name);
-        const bool hasRight = listing.right.contains(name);
-        const QFileInfo leftInfo = listing.left.value(name);
-        const QFileInfo rightInfo = listing.right.value(name);
-        FolderDiffItem item = itemOf(name, hasLeft ? &leftInfo : nullptr, hasRight ? &rightInfo : nullptr);
-        item.isDir = hasLeft ? leftInfo.isDir() : rightInfo.isDir();
-        if (hasLeft && hasRight && leftInfo.isDir() != rightInfo.isDir())
-            item.setDiffStatus(FolderDiffStatus::Different);
-        else if (hasLeft && hasRight && !leftInfo.isDir())
-            item.setDiffStatus(statusOf(leftInfo, rightInfo, method, toleranceSec));
+    for (const Pair &pair : pairsOf(left, right, rules)) {
+        FolderDiffItem item = itemOf(pair.name, pair);
+        item.isDir = pair.left ? pair.leftDir() : pair.rightDir();
+        if (pair.left && pair.right && !(pair.leftDir() && pair.rightDir()))
+            item.setDiffStatus(statusOf(pair, method, toleranceSec));
         result.append(item);
     }
     return result;
@@ -198,23 +186,20 @@ QList<FolderDiffItem> compareLevel(const QString &left, const QString &right, Co
 QList<FolderDiffItem> listStructure(const QString &left, const QString &right, bool recursive,
                                     const QList<ManualAlignRule> &rules)
 {
-    const Listing listing = listingOf(left, right, rules);
     QList<FolderDiffItem> result;
-    for (const QString &name : listing.names) {
-        const bool hasLeft = listing.left.contains(name);
-        const bool hasRight = listing.right.contains(name);
-        const QFileInfo leftInfo = listing.left.value(name);
-        const QFileInfo rightInfo = listing.right.value(name);
-        FolderDiffItem item = itemOf(name, hasLeft ? &leftInfo : nullptr, hasRight ? &rightInfo : nullptr);
-        const bool leftDir = hasLeft && leftInfo.isDir();
-        const bool rightDir = hasRight && rightInfo.isDir();
-        item.isDir = leftDir || rightDir;
-        result.append(item);
-        if (recursive && item.isDir)
-            result.append(
-                prefixed(listStructure(leftDir ? leftInfo.absoluteFilePath() : left + u'/' + name,
-                                       rightDir ? rightInfo.absoluteFilePath() : right + u'/' + name, true, rules),
-                         name));
+    for (const Pair &pair : pairsOf(left, right, rules)) {
+        result.append(itemOf(pair.name, pair));
+        if (!recursive || !result.last().isDir)
+            continue;
+        for (FolderDiffItem under :
+             listStructure(pair.leftDir() ? pair.left->absoluteFilePath() : left + u'/' + pair.name,
+                           pair.rightDir()   ? pair.right->absoluteFilePath()
+                           : right.isEmpty() ? QString()
+                                             : right + u'/' + pair.name,
+                           true, rules)) {
+            under.name.prepend(pair.name + u'/');
+            result.append(under);
+        }
     }
     return result;
 }
@@ -222,16 +207,9 @@ QList<FolderDiffItem> listStructure(const QString &left, const QString &right, b
 FolderTotals countContents(const QString &folder)
 {
     FolderTotals totals;
-    for (const QFileInfo &info : entriesOf(folder)) {
-        if (info.isDir()) {
-            const FolderTotals under = countContents(info.absoluteFilePath());
-            totals.files += under.files;
-            totals.folders += under.folders + 1;
-            totals.bytes += under.bytes;
-        } else {
-            ++totals.files;
-            totals.bytes += quint64(info.size());
-        }
+    for (const FolderDiffItem &item : listStructure(folder, folder + QLatin1String("/nowhere"), true, {})) {
+        ++(item.isDir ? totals.folders : totals.files);
+        totals.bytes += item.isDir ? 0 : quint64(item.leftSize);
     }
     return totals;
 }
@@ -250,27 +228,11 @@ bool samePair(const QFileInfo &left, const QFileInfo &right, CompareMethod metho
     return (left.size() == right.size() && timesMatch) || sameByDigest(l, r);
 }
 
-bool sameByDigest(const QString &left, const QString &right)
-{
-    QFile l(left);
-    QFile r(right);
-    if (!l.open(QIODevice::ReadOnly) || !r.open(QIODevice::ReadOnly))
-        return false;
-    QCryptographicHash leftHash(QCryptographicHash::Md5);
-    QCryptographicHash rightHash(QCryptographicHash::Md5);
-    for (;;) {
-        const QByteArray leftBlock = l.read(block);
-        const QByteArray rightBlock = r.read(block);
-        if (leftBlock.size() != rightBlock.size())
-            return false;
-        if (leftBlock.isEmpty())
-            return leftHash.result() == rightHash.result();
-        leftHash.addData(leftBlock);
-        rightHash.addData(rightBlock);
-    }
-}
+namespace {
 
-bool sameByBlocks(const QString &left, const QString &right)
+/// True when the files are equal block by block as `sameBlock` has it.
+template <typename SameBlock>
+bool sameBlocks(const QString &left, const QString &right, SameBlock sameBlock)
 {
     QFile l(left);
     QFile r(right);
@@ -283,9 +245,23 @@ bool sameByBlocks(const QString &left, const QString &right)
             return false;
         if (leftBlock.isEmpty())
             return true;
-        if (std::strncmp(leftBlock.constData(), rightBlock.constData(), std::size_t(leftBlock.size())) != 0)
+        if (!sameBlock(leftBlock, rightBlock))
             return false;
     }
+}
+
+} // namespace
+
+bool sameByDigest(const QString &left, const QString &right)
+{
+    return sameBlocks(left, right, [](const QByteArray &l, const QByteArray &r) { return l == r; });
+}
+
+bool sameByBlocks(const QString &left, const QString &right)
+{
+    return sameBlocks(left, right, [](const QByteArray &l, const QByteArray &r) {
+        return std::strncmp(l.constData(), r.constData(), std::size_t(l.size())) == 0;
+    });
 }
 
 QByteArray crc32(const QString &path)
@@ -293,13 +269,8 @@ QByteArray crc32(const QString &path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    quint32 state = 0xFFFFFFFF;
-    for (const char byte : file.readAll()) {
-        state ^= quint8(byte);
-        for (int bit = 0; bit < 8; ++bit)
-            state = (state & 1U) != 0 ? (state >> 1U) ^ 0xEDB88320U : state >> 1U;
-    }
-    return QByteArray::fromHex(QByteArray::number(~state, 16).rightJustified(8, '0'));
+    const quint32 value = ~crc32BitByBit(0xFFFF'FFFF, file.readAll());
+    return QByteArray::fromHex(QByteArray::number(value, 16).rightJustified(8, '0'));
 }
 
 } // namespace velmora::plain

@@ -32,8 +32,16 @@ private:
     QString m_root;
 };
 
-/// What a program of the system puts out.
-[[nodiscard]] QByteArray outputOf(const QByteArray &commandLine);
+[[nodiscard]] inline QString word(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+/// The parts of a text between "|".
+[[nodiscard]] inline QStringList words(const char *utf8)
+{
+    return word(utf8).split(u'|', Qt::SkipEmptyParts);
+}
 
 /// One line for each item, so that an expectation reads like a listing: a sign for the status ("=", "<", ">", "!"), the
 /// name, a "/" after folders, and the sizes where they are not 0.
