@@ -38,7 +38,8 @@ SnapshotFailure captureFailure(const SideResult &result)
     case CaptureFault::CannotStart:
         return {noList, Velmora::tr("powershell.exe cannot be started: %1").arg(result.detail)};
     case CaptureFault::NotJson:
-        return {noList, result.detail};
+        return {noList,
+                result.detail.isEmpty() ? Velmora::tr("powershell.exe wrote no list of services.") : result.detail};
     case CaptureFault::TimedOut:
         return {Velmora::tr("PowerShell timed out"), {}};
     case CaptureFault::None:

@@ -3,6 +3,7 @@
 #include "system/snapshot_bar.h"
 #include "system/snapshot_job.h"
 
+#include <QFileInfo>
 #include <QObject>
 
 #include <optional>
@@ -26,6 +27,9 @@ public:
     [[nodiscard]] QString place() const;
     void setPlace(const QString &place);
     [[nodiscard]] bool isLive() const { return place() == m_live; }
+    [[nodiscard]] bool isFile() const { return !isLive() && !place().isEmpty(); }
+    /// What the side is called: its file's name, or what stands for this system.
+    [[nodiscard]] QString name() const { return isFile() ? QFileInfo(place()).fileName() : m_shownLive; }
 
     /// Whether there is something that can be compared, or gone for.
     [[nodiscard]] bool isFilled() const { return m_emptyIsLive || !place().isEmpty(); }
@@ -46,8 +50,8 @@ public:
     [[nodiscard]] QLineEdit &field() { return *m_field; }
     /// Lets the field be edited or not.
     void setBusy(bool busy);
-    /// What the live text means to people.
-    [[nodiscard]] QString liveText() const { return m_live; }
+    /// The place of a side that was captured.
+    [[nodiscard]] const QString &livePlace() const { return m_live; }
 
 Q_SIGNALS:
     /// The place has changed.
@@ -56,7 +60,7 @@ Q_SIGNALS:
     void submitted();
 
 private:
-    QString m_live;      ///< the place of a side that was captured
+    QString m_live;
     QString m_shownLive; ///< what stands for it in the field
     bool m_emptyIsLive;
     QLineEdit *m_field;

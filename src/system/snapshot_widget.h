@@ -74,6 +74,7 @@ private:
     bool tellFailure(const SideResult &result, const QString &place);
     void takeComparison(SnapshotOutcome &&outcome);
     void submit(SnapshotSide &side);
+    void showTitle();
 
     void showState();
     void showProgress(const ProgressState &state);
@@ -97,6 +98,7 @@ private:
     SnapshotSide *m_left = nullptr;
     SnapshotSide *m_right = nullptr;
     bool m_hasResult = false;
+    QString m_title; ///< of the tab, where a comparison has changed it
     Runner m_runner;
 };
 

@@ -72,7 +72,7 @@ void SnapshotWidget::capture(SnapshotSide &side)
         const SideResult &result = isLeft(side) ? outcome.left : outcome.right;
         if (tellFailure(result, {}))
             return;
-        side.take(side.liveText(), result);
+        side.take(side.livePlace(), result);
         m_status->showMessage(Velmora::tr(m_kind.captured).arg(result.snapshot->size()));
     });
 }
@@ -175,11 +175,22 @@ void SnapshotWidget::takeComparison(SnapshotOutcome &&outcome)
     m_status->showMessage(Velmora::tr(m_kind.finished).arg(count));
     if (QWidget *focus = focusWidget(); !focus || focus == &m_left->field() || focus == &m_right->field())
         m_view->setFocus();
-    const auto isFile = [](const SnapshotSide &side) { return !side.isLive() && !side.place().isEmpty(); };
-    if (isFile(*m_left) && isFile(*m_right))
-        Q_EMIT tabTitleChanged(
-            Velmora::tr("%1 <-> %2").arg(QFileInfo(compared.left).fileName(), QFileInfo(compared.right).fileName()));
+    showTitle();
     Q_EMIT comparisonFinished(compared.left, compared.right);
+}
+
+/// The tab is called after the files; one without a file keeps the name that it was opened under.
+void SnapshotWidget::showTitle()
+{
+    QString title;
+    if (m_left->isFile() || m_right->isFile())
+        title = Velmora::tr("%1 <-> %2").arg(m_left->name(), m_right->name());
+    else if (!m_title.isEmpty())
+        title = Velmora::tr(m_kind.heading);
+    if (title.isEmpty() || title == m_title)
+        return;
+    m_title = title;
+    Q_EMIT tabTitleChanged(title);
 }
 
 } // namespace velmora

@@ -22,12 +22,12 @@ bool copyFile(const char *path, std::FILE *to)
 
 } // namespace
 
-/// VELMORA_FAKE_OUTPUT names the file that it writes to its output, VELMORA_FAKE_CALL the one for its arguments, one in
-/// a line. With VELMORA_FAKE_ENDLESS it never ends.
+/// VELMORA_FAKE_OUTPUT names the file that it writes to its output, VELMORA_FAKE_CALL the one to which it adds its
+/// arguments, one in a line. With VELMORA_FAKE_ENDLESS it never ends.
 int main(int argc, char *argv[])
 {
     if (const char *path = std::getenv("VELMORA_FAKE_CALL")) {
-        if (std::FILE *call = std::fopen(path, "wb")) {
+        if (std::FILE *call = std::fopen(path, "ab")) {
             for (int i = 1; i < argc; ++i)
                 std::fprintf(call, "%s\n", argv[i]);
             std::fclose(call);

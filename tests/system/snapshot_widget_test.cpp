@@ -186,6 +186,14 @@ private Q_SLOTS:
         f.key(Qt::Key_F5);
         QCOMPARE(f.rows().value(3), QStringLiteral("Left only|NEW|1|"));
         QCOMPARE(f.rows().size(), 5);
+
+        // The tab is called after what is compared.
+        f.click("captureRightAction");
+        f.key(Qt::Key_F5);
+        QCOMPARE(title.last()[0].toString(), QStringLiteral("a.kvenv <-> [Current environment]"));
+        f.type("leftSnapshot", QString());
+        f.key(Qt::Key_F5);
+        QCOMPARE(title.last()[0].toString(), QStringLiteral("Environment variables compare"));
     }
 
     void comparesTheLiveEnvironmentWhereASideIsEmpty()
@@ -381,12 +389,14 @@ private Q_SLOTS:
         QCOMPARE(loadSnapshot(saved, SnapshotForm::ServiceArray).snapshot.first(),
                  serviceItem(QStringLiteral("Print Spooler"), QStringLiteral("Running"), QStringLiteral("Auto")));
 
-        // A record of two live sides asks once.
+        // Both sides of a record are what the system says now, and it is asked once.
         ServiceFixture again;
         shell.says("[]");
+        shell.listens();
         again.compareFiles(QStringLiteral("[Current services]"), QStringLiteral("[Current services]"));
         QCOMPARE(again.session.status(), QStringLiteral("Services compare finished (0 item(s))"));
         QCOMPARE(again.view().notice(), QStringLiteral("Neither side holds an item."));
+        QCOMPARE(shell.call().count(QStringLiteral("-NoProfile")), 1);
     }
 
     void saysWhyThereAreNoServices()
@@ -407,6 +417,16 @@ private Q_SLOTS:
         f.dialogs.answerPath(f.files.write(QStringLiteral("bad.kvsvc"), "{}"));
         f.click("loadRightAction");
         QCOMPARE(f.session.status(), QStringLiteral("Invalid service snapshot format"));
+
+        for (const auto &[fault, text] :
+             {std::pair(CaptureFault::TimedOut, QStringLiteral("PowerShell timed out")),
+              std::pair(CaptureFault::CannotStart, QStringLiteral("Cannot parse service list JSON"))}) {
+            SnapshotKind kind = serviceSnapshots();
+            kind.capture = [fault = fault](const CancelFlag &, Progress &) { return SnapshotCapture{{}, fault}; };
+            SnapshotWidget session(kind, f.host);
+            session.onCaptureLeft();
+            QTRY_COMPARE(session.status(), text);
+        }
     }
 
     void canBeCancelledWhilePowerShellRuns()

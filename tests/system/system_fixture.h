@@ -62,8 +62,8 @@ public:
     static void goes() { qputenv("PATH", QTemporaryDir().path().toLocal8Bit()); }
 
     /// Remembers from now on how it is called.
-    void listens() const { qputenv("VELMORA_FAKE_CALL", m_files.path(QStringLiteral("call")).toLocal8Bit()); }
-    /// The arguments of the last call.
+    void listens() const { qputenv("VELMORA_FAKE_CALL", m_files.write(QStringLiteral("call"), {}).toLocal8Bit()); }
+    /// The arguments of all calls since then.
     [[nodiscard]] QStringList call() const
     {
         return QString::fromUtf8(m_files.read(QStringLiteral("call"))).split(u'\n', Qt::SkipEmptyParts);
