@@ -3,7 +3,6 @@
 #include "core/settings_store.h"
 
 #include <QCoreApplication>
-#include <QLibraryInfo>
 #include <QTranslator>
 
 namespace velmora {
@@ -17,19 +16,6 @@ QString &current()
 {
     static QString code = QStringLiteral("en_US");
     return code;
-}
-
-/// The toolkit's own texts, as in its file dialogs. They come with the toolkit, or beside the program where that brings
-/// its own; without them these texts stay English.
-bool loadToolkitTexts(QTranslator &translator)
-{
-    const QString name = QStringLiteral("qtbase_") + currentLocale();
-    for (const QString &folder : {QCoreApplication::applicationDirPath() + QStringLiteral("/translations"),
-                                  QLibraryInfo::path(QLibraryInfo::TranslationsPath)}) {
-        if (translator.load(name, folder))
-            return true;
-    }
-    return false;
 }
 
 QString storedLocale()
@@ -67,20 +53,19 @@ void saveLocale()
 
 void installTranslator()
 {
-    static QPointer<QTranslator> own;
-    static QPointer<QTranslator> toolkit;
-    for (QPointer<QTranslator> *translator : {&toolkit, &own}) {
-        if (*translator)
-            QCoreApplication::removeTranslator(*translator);
+    // The toolkit's standard dialogs are translated here, too, as not every system has their texts.
+    static QPointer<QTranslator> translators[2];
+    const char *const names[] = {"qt", "velmora"};
+    for (size_t i = 0; i < std::size(names); ++i) {
+        QPointer<QTranslator> &translator = translators[i];
+        if (translator)
+            QCoreApplication::removeTranslator(translator);
         else
-            *translator = new QTranslator(QCoreApplication::instance());
+            translator = new QTranslator(QCoreApplication::instance());
+        if (!currentLocale().startsWith(QLatin1String("en")) &&
+            translator->load(QStringLiteral(":/i18n/%1_%2.qm").arg(QLatin1String(names[i]), currentLocale())))
+            QCoreApplication::installTranslator(translator);
     }
-    if (currentLocale().startsWith(QLatin1String("en")))
-        return;
-    if (loadToolkitTexts(*toolkit))
-        QCoreApplication::installTranslator(toolkit);
-    if (own->load(QStringLiteral(":/i18n/velmora_%1.qm").arg(currentLocale())))
-        QCoreApplication::installTranslator(own);
 }
 
 } // namespace velmora

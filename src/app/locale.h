@@ -17,8 +17,8 @@ QString loadLocale();
 /// Stores the current locale and drops the number of old.
 void saveLocale();
 
-/// Replaces the application's translation by the one of the current locale; English needs none, and a locale without
-/// one is shown in English. Texts already on the screen stay.
+/// Replaces the application's translation, that of the toolkit's own dialogs included, by the one of the current
+/// locale; English needs none, and a locale without one is shown in English. Texts already on the screen stay.
 void installTranslator();
 
 } // namespace velmora
