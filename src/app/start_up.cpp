@@ -3,6 +3,7 @@
 #include "app/about.h"
 #include "app/command_line.h"
 #include "app/locale.h"
+#include "app/plain_titles.h"
 #include "app/single_instance.h"
 #include "app/tarnwick.h"
 #include "core/settings_store.h"
@@ -13,7 +14,6 @@
 
 #include <QCommandLineParser>
 #include <QFontDatabase>
-#include <QStyleFactory>
 
 namespace velmora {
 
@@ -63,8 +63,7 @@ void dressApplication()
     setDisplayName();
     QCoreApplication::setApplicationVersion(applicationVersion());
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/app.png")));
-    if (QStyleFactory::keys().contains(QLatin1String("Fusion")))
-        QApplication::setStyle(QStringLiteral("Fusion"));
+    wearFusion();
     // Listing the fonts takes its time, and English needs none of them.
     const QStringList families =
         currentLocale().startsWith(QLatin1String("en")) ? QStringList() : QFontDatabase::families();
@@ -91,6 +90,7 @@ std::optional<bool> applyStartSwitches(const StartSwitches &switches)
 int runApplication()
 {
     dressApplication();
+    const PlainTitles titles;
     const QStringList arguments = QCoreApplication::arguments();
     // Of two starts at the same time one has to wait until the other can be heard, or both would open a window.
     StartTurn turn(singleInstanceServerName());

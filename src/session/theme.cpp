@@ -100,10 +100,16 @@ private:
 
 } // namespace
 
+void wearFusion()
+{
+    if (!qobject_cast<FusionStyle *>(QApplication::style()) &&
+        QStyleFactory::keys().contains(QLatin1String("Fusion")))
+        QApplication::setStyle(new FusionStyle);
+}
+
 void applyTheme(bool dark)
 {
-    if (QStyleFactory::keys().contains(QLatin1String("Fusion")))
-        QApplication::setStyle(new FusionStyle);
+    wearFusion();
     qApp->setProperty(darkProperty, dark);
     qApp->setStyleSheet(QString());
     const QPalette palette = dark ? darkPalette() : QApplication::style()->standardPalette();

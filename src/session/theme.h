@@ -6,6 +6,9 @@
 
 namespace velmora {
 
+/// Selects the "Fusion" style, if there is one; does nothing when it is worn already.
+void wearFusion();
+
 /// Dresses the whole application: "Fusion" style, palette, and the "appDarkTheme" property of the application object.
 void applyTheme(bool dark);
 
