@@ -1,6 +1,7 @@
 #include "app/session_kinds.h"
 
 #include "app/pending_session.h"
+#include "app/picture_icon.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "session/session_record.h"
 #include "session/theme.h"
@@ -302,8 +303,7 @@ constexpr SessionKindRow rows[] = {
      .create = pending},
 };
 
-/// Icons by resource path. Reading an icon file decodes every size in it, and each kind is shown in half a dozen
-/// places.
+/// Icons by resource path, with what has been decoded of them: each kind is shown in half a dozen places.
 QHash<QString, QIcon> &iconCache()
 {
     static QHash<QString, QIcon> icons;
@@ -350,7 +350,7 @@ QIcon sessionKindIcon(const QString &kind)
     QHash<QString, QIcon> &icons = iconCache();
     auto known = icons.constFind(path);
     if (known == icons.constEnd())
-        known = icons.insert(path, QIcon(path));
+        known = icons.insert(path, pictureIcon(path));
     return *known;
 }
 
