@@ -56,6 +56,14 @@ QString visiblePath(const QString &path)
     return QDir::toNativeSeparators(result);
 }
 
+/// Whether a path is not certainly one of this machine, such as that of a share or of another host: asking for it tells
+/// others of the person who asks.
+bool mayLeadElsewhere(const QString &path)
+{
+    const QString clean = QDir::fromNativeSeparators(path);
+    return !clean.isEmpty() && (clean.startsWith(QLatin1String("//")) || !QDir::isAbsolutePath(clean));
+}
+
 /// What a session would be and would look at, one line each.
 QString sessionSummary(const SessionRecord &record)
 {
@@ -124,6 +132,11 @@ void SessionLibrary::offerSessionFile(const QString &path)
     const auto record = readSession(path);
     if (!record)
         return;
+    const SessionPaths &paths = record->paths;
+    if (!mayLeadElsewhere(paths.base) && !mayLeadElsewhere(paths.left) && !mayLeadElsewhere(paths.right)) {
+        openRead(*record);
+        return;
+    }
     constexpr int open = 1;
     Dialogs::instance().ask(m_window, Dialogs::Tone::Information, Velmora::tr("Open session"),
                             Velmora::tr("Open this session?") + QStringLiteral("\n\n") + sessionSummary(*record),

@@ -29,7 +29,8 @@ public:
     void saveSession();
     void chooseSession();
     void openSessionFile(const QString &path);
-    /// For a file that a command line or another program names: shows first what would be opened.
+    /// For a file that a command line or another program names, and whoever wrote it: shows what would be opened,
+    /// before it is, when a path may lead to another machine.
     void offerSessionFile(const QString &path);
     void saveWorkspace();
     void chooseWorkspace();
