@@ -31,7 +31,13 @@ struct FilledRows {
     QSize tile; ///< the least size of a tile
     int tiles = 0;
 
-    [[nodiscard]] int columns(int width) const { return std::clamp((width + gap) / (tile.width() + gap), 1, 12); }
+    /// As many as the width holds, or fewer where that takes no more rows and leaves a fuller last one.
+    [[nodiscard]] int columns(int width) const
+    {
+        const int most = std::clamp((width + gap) / (tile.width() + gap), 1, 12);
+        const int rows = (tiles + most - 1) / most;
+        return rows > 0 ? (tiles + rows - 1) / rows : most;
+    }
 
     /// The pixels of `width` that no whole number of wider tiles fills. A width without them has as many columns.
     [[nodiscard]] int remainder(int width) const { return (width + gap) % columns(width); }
@@ -172,6 +178,7 @@ HomePage::HomePage(QWidget *parent)
     whole->setContentsMargins(0, 0, 0, 0);
     whole->addWidget(m_scroll);
     setFocusProxy(m_filter);
+    chainFocus();
 }
 
 void HomePage::setHistory(const QList<SessionHistory::Entry> &history)
@@ -202,8 +209,10 @@ QWidget *HomePage::makeHeading(QWidget *parent)
     m_filter->setPlaceholderText(Velmora::tr("Find a session type or a recent session"));
     m_filter->setAccessibleName(m_filter->placeholderText());
     m_filter->setClearButtonEnabled(true);
-    m_filter->setMinimumSize(filterWidth / 2, 30);
-    m_filter->setMaximumWidth(filterWidth);
+    // The text in it is short of nothing in any language, and leaves room for the button that clears.
+    const int wholeText = m_filter->fontMetrics().horizontalAdvance(m_filter->placeholderText()) + 40;
+    m_filter->setMinimumSize(wholeText, 30);
+    m_filter->setMaximumWidth(std::max(filterWidth, wholeText));
     connect(m_filter, &QLineEdit::textChanged, this, &HomePage::applyFilter);
     auto *row = new QHBoxLayout(heading);
     row->setContentsMargins(2, 0, 0, 0);
@@ -247,6 +256,7 @@ void HomePage::applyFilter()
     const QList<HomeTile *> tiles = findChildren<HomeTile *>();
     for (HomeTile *tile : tiles)
         tile->setEnabled(kindMatches(tile->row(), words));
+    chainFocus();
     QList<TileButton *> found = tilesInOrder();
     for (TileButton *tile : std::as_const(found))
         tile->setPreferred(!words.isEmpty() && tile == found.constFirst());
@@ -313,6 +323,18 @@ QList<TileButton *> HomePage::tilesInOrder() const
         return here.y() != there.y() ? here.y() < there.y() : here.x() < there.x();
     });
     return tiles;
+}
+
+void HomePage::chainFocus()
+{
+    QWidget *last = m_filter;
+    for (const char *place : {"homePrimaryRow", "homeTileFlow", "recentSessions"}) {
+        const QList<TileButton *> tiles = findChild<QWidget *>(QLatin1String(place))->findChildren<TileButton *>();
+        for (TileButton *tile : tiles) {
+            setTabOrder(last, tile);
+            last = tile;
+        }
+    }
 }
 
 void HomePage::focusTile(TileButton *tile)

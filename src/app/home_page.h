@@ -43,6 +43,8 @@ private:
     [[nodiscard]] bool takeKey(QKeyEvent &event);
     /// The tiles that the keyboard reaches, in reading order.
     [[nodiscard]] QList<TileButton *> tilesInOrder() const;
+    /// Lets the Tab key go from the line through the tiles in reading order; new ones stand last of the whole window.
+    void chainFocus();
     void focusTile(TileButton *tile);
 
     QLineEdit *m_filter;

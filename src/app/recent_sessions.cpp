@@ -30,15 +30,13 @@ class RecentTile final : public TileButton {
 public:
     RecentTile(const SessionRecord &record, QWidget *parent) : TileButton(parent), m_kind(record.type)
     {
-        QStringList sides;
         for (const QString &path : {record.paths.base, record.paths.left, record.paths.right}) {
             if (!path.isEmpty())
-                sides.append(QDir::toNativeSeparators(path));
+                m_places.append(QDir::toNativeSeparators(path));
         }
-        m_places = sides.join(QStringLiteral("  ·  "));
         setObjectName(QStringLiteral("recentSession"));
         setText(record.name);
-        setToolTip(sides.join(u'\n'));
+        setToolTip(m_places.join(u'\n'));
         setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     }
 
@@ -59,12 +57,25 @@ protected:
                          fontMetrics().elidedText(text(), Qt::ElideRight, available));
         painter.setPen(blended(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.65));
         painter.drawText(QRect(left, 8 + lineHeight + 2, available, lineHeight), Qt::AlignLeft | Qt::AlignVCenter,
-                         fontMetrics().elidedText(m_places, Qt::ElideMiddle, available));
+                         places(available));
     }
 
 private:
+    /// The places in one line of at most this width. Each loses its beginning where all do not fit.
+    [[nodiscard]] QString places(int width) const
+    {
+        const auto separator = QStringLiteral("  ·  ");
+        QStringList shown = m_places;
+        if (fontMetrics().horizontalAdvance(shown.join(separator)) > width) {
+            const int gaps = static_cast<int>(shown.size() - 1) * fontMetrics().horizontalAdvance(separator);
+            for (QString &place : shown)
+                place = fontMetrics().elidedText(place, Qt::ElideLeft, (width - gaps) / static_cast<int>(shown.size()));
+        }
+        return shown.join(separator);
+    }
+
     QString m_kind;
-    QString m_places;
+    QStringList m_places;
 };
 
 /// The newest entries that hold all `words`, newest first, each session once.
@@ -89,6 +100,7 @@ QList<SessionHistory::Entry> newest(const QList<SessionHistory::Entry> &history,
 RecentSessions::RecentSessions(QWidget *parent)
     : QWidget(parent), m_grid(new QGridLayout(this)), m_nothing(new QLabel(this))
 {
+    setObjectName(QStringLiteral("recentSessions"));
     m_grid->setContentsMargins(0, 0, 0, 0);
     m_grid->setSpacing(gap);
     auto *heading = new QLabel(Velmora::tr("Recent sessions"), this);
