@@ -106,10 +106,11 @@ void SessionPanel::setHistory(const QList<SessionHistory::Entry> &history)
         item->setData(0, rightRole, record.paths.right);
         item->setData(0, baseRole, record.paths.base);
         item->setIcon(0, sessionKindIcon(record.type));
-        item->setToolTip(
-            0, record.paths.base.isEmpty()
-                   ? QStringLiteral("%1\n%2").arg(record.paths.left, record.paths.right)
-                   : QStringLiteral("%1\n%2\n%3").arg(record.paths.base, record.paths.left, record.paths.right));
+        const QString left = QDir::toNativeSeparators(record.paths.left);
+        const QString right = QDir::toNativeSeparators(record.paths.right);
+        const QString base = QDir::toNativeSeparators(record.paths.base);
+        item->setToolTip(0, base.isEmpty() ? QStringLiteral("%1\n%2").arg(left, right)
+                                           : QStringLiteral("%1\n%2\n%3").arg(base, left, right));
     }
 }
 
