@@ -64,9 +64,8 @@ void Dialogs::install(Dialogs *dialogs)
 void Dialogs::tell(QWidget *parent, Tone tone, const QString &title, const QString &text, std::function<void()> closed)
 {
     auto *box = new QMessageBox(iconFor(tone), title, text, QMessageBox::Ok, parent);
-    box->setTextFormat(Qt::PlainText); // names of files are no markup
-    box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText); // a file may be called "<b>"
+    box->setAttribute(Qt::WA_DeleteOnClose);
     if (closed)
         QObject::connect(box, &QDialog::finished, parent, [closed = std::move(closed)] { closed(); });
     box->open();
@@ -78,7 +77,6 @@ void Dialogs::ask(QWidget *parent, Tone tone, const QString &title, const QStrin
     auto *box = new QMessageBox(iconFor(tone), title, text, QMessageBox::NoButton, parent);
     box->setTextFormat(Qt::PlainText);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setTextFormat(Qt::PlainText);
     QHash<QAbstractButton *, int> answers;
     int escape = 0;
     for (const Choice &choice : choices) {
