@@ -83,8 +83,7 @@ private Q_SLOTS:
 
     void passesOverEmptyArguments()
     {
-        const QStringList typed = {QStringLiteral("velmora"), QString(), QStringLiteral("a"), QString()};
-        QCOMPARE(dump(parseCommandLine(typed)), QStringLiteral("auto a"));
+        QCOMPARE(dump(parseCommandLine({{}, {}, QStringLiteral("a"), {}})), QStringLiteral("auto a"));
         QCOMPARE(dump(parseCommandLine({})), QStringLiteral("auto"));
     }
 
@@ -98,45 +97,24 @@ private Q_SLOTS:
                                 "--report=/home/me/q --as-right /r /home/me/b --lang --unknown"));
     }
 
-    void keepsSwitchesThatTheStandardParserDoesNotKnow()
-    {
-        QCommandLineParser parser;
-        declareCommandLine(parser);
-        parser.parse(arguments(QStringLiteral("--registry --lang zh --browse --theme DARK a b --bogus=1")));
-        QVERIFY(!parser.isSet(QStringLiteral("help")));
-        QCOMPARE(startSwitches(parser), (StartSwitches{StartSwitches::Theme::Dark, QStringLiteral("zh_CN")}));
-        parser.parse(arguments(QStringLiteral("--bogus --help")));
-        QVERIFY(parser.isSet(QStringLiteral("help")));
-    }
-
-    void readsThemeAndLanguage_data()
-    {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<int>("theme");
-        QTest::addColumn<QString>("locale");
-        const auto row = [](const char *typed, StartSwitches::Theme theme, const char *locale) {
-            QTest::newRow(typed) << QString::fromLatin1(typed) << static_cast<int>(theme)
-                                 << QString::fromLatin1(locale);
-        };
-        using Theme = StartSwitches::Theme;
-        row("", Theme::Unchanged, "");
-        row("--theme 1", Theme::Dark, "");
-        row("--theme Light", Theme::Light, "");
-        row("--theme whatever", Theme::Light, "");
-        row("--lang English", Theme::Unchanged, "en_US");
-        row("--lang zh_cn", Theme::Unchanged, "zh_CN");
-        row("--lang fr", Theme::Unchanged, "");
-    }
-
     void readsThemeAndLanguage()
     {
-        QFETCH(QString, typed);
-        QFETCH(int, theme);
-        QFETCH(QString, locale);
-        QCommandLineParser parser;
-        declareCommandLine(parser);
-        parser.parse(arguments(typed));
-        QCOMPARE(startSwitches(parser), (StartSwitches{static_cast<StartSwitches::Theme>(theme), locale}));
+        using Theme = StartSwitches::Theme;
+        const auto read = [](const char *typed) {
+            QCommandLineParser parser;
+            declareCommandLine(parser);
+            parser.parse(arguments(QString::fromLatin1(typed)));
+            return startSwitches(parser);
+        };
+        QCOMPARE(read(""), (StartSwitches{Theme::Unchanged, {}}));
+        QCOMPARE(read("--theme 1"), (StartSwitches{Theme::Dark, {}}));
+        QCOMPARE(read("--theme Light"), (StartSwitches{Theme::Light, {}}));
+        QCOMPARE(read("--theme whatever --lang fr"), (StartSwitches{Theme::Light, {}}));
+        QCOMPARE(read("--lang English"), (StartSwitches{Theme::Unchanged, QStringLiteral("en_US")}));
+        QCOMPARE(read("--lang zh_cn"), (StartSwitches{Theme::Unchanged, QStringLiteral("zh_CN")}));
+        // Among switches that the standard parser does not know.
+        QCOMPARE(read("--registry --lang zh --browse --theme DARK a b --bogus=1"),
+                 (StartSwitches{Theme::Dark, QStringLiteral("zh_CN")}));
     }
 
     void offersItsOptionsInTheHelp()

@@ -48,20 +48,11 @@ private Q_SLOTS:
         QVERIFY(!isExplorerMenuRegistered(*registry));
         QVERIFY(registerExplorerMenu(*registry, QStringLiteral("C:/Program Files/Velmora/velmora.exe")));
         QVERIFY(isExplorerMenuRegistered(*registry));
-        for (const char *root : {"*", "Directory"}) {
-            for (const bool left : {true, false}) {
-                const QString key = QStringLiteral("Software\\Classes\\%1\\shell\\%2")
-                                        .arg(QLatin1String(root),
-                                             left ? QStringLiteral("VelmoraAsLeft") : QStringLiteral("VelmoraAsRight"));
-                check(rawValue(key, nullptr),
-                      left ? QStringLiteral("用 Velmora 选为比较左侧") : QStringLiteral("用 Velmora 选为比较右侧"));
-                check(rawValue(key, L"Icon"), QStringLiteral("C:\\Program Files\\Velmora\\velmora.exe,0"));
-                check(
-                    rawValue(key + QStringLiteral("\\command"), nullptr),
-                    QStringLiteral("\"C:\\Program Files\\Velmora\\velmora.exe\" %1 \"%2\"")
-                        .arg(left ? QStringLiteral("--as-left") : QStringLiteral("--as-right"), QStringLiteral("%1")));
-            }
-        }
+        const QString key = QStringLiteral("Software\\Classes\\Directory\\shell\\VelmoraAsRight");
+        check(rawValue(key, nullptr), QStringLiteral("用 Velmora 选为比较右侧"));
+        check(rawValue(key, L"Icon"), QStringLiteral("C:\\Program Files\\Velmora\\velmora.exe,0"));
+        check(rawValue(key + QStringLiteral("\\command"), nullptr),
+              QStringLiteral("\"C:\\Program Files\\Velmora\\velmora.exe\" --as-right \"%1\""));
 
         // Somebody else's verb beside them stays.
         QVERIFY(registry->setString(QStringLiteral("Software\\Classes\\*\\shell\\Other"), {}, QStringLiteral("o")));

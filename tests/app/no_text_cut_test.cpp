@@ -115,6 +115,7 @@ private Q_SLOTS:
         QCOMPARE(cutBelow(options).join(u'\n'), QString());
 
         LegendDialog legend;
+        QCOMPARE(legend.findChildren<QLabel *>().size(), 2 + 2 * 12); // headings and a row for each state
         QCOMPARE(cutBelow(legend).join(u'\n'), QString());
 
         const SessionRecord record{QStringLiteral("name"), QStringLiteral("merge"), {}, {}, {}};

@@ -118,8 +118,7 @@ private Q_SLOTS:
         if (!hasProfile())
             QSKIP("the settings of whoever runs this would be written to");
         Program program(*m_home);
-        program.start(
-            {QStringLiteral("--theme"), QStringLiteral("dark"), QStringLiteral("--lang"), QStringLiteral("zh")});
+        program.start({QStringLiteral("--theme=dark"), QStringLiteral("--lang=zh")});
         QTRY_VERIFY_WITH_TIMEOUT(isListening(), 20000);
         QVERIFY(stored("Ostrafen").contains("theme"));
         QVERIFY(!stored("Tarnwick").contains("theme"));

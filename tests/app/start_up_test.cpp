@@ -6,6 +6,14 @@
 #include "session/translate.h"
 #include "support/test_main.h"
 
+#include <QColorDialog>
+#include <QFileDialog>
+#include <QFileSystemModel>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QProgressDialog>
+
 using namespace velmora;
 
 class StartUpTest : public QObject {
@@ -21,35 +29,29 @@ private Q_SLOTS:
         InterfaceSettings().clear();
     }
 
-    void readsTheLocaleOfOldProfiles_data()
-    {
-        QTest::addColumn<QVariant>("locale");
-        QTest::addColumn<QVariant>("language");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("nothing") << QVariant() << QVariant() << QStringLiteral("en_US");
-        QTest::newRow("old Chinese") << QVariant() << QVariant(0) << QStringLiteral("zh_CN");
-        QTest::newRow("old English") << QVariant() << QVariant(1) << QStringLiteral("en_US");
-        QTest::newRow("old unknown") << QVariant() << QVariant(7) << QStringLiteral("en_US");
-        QTest::newRow("both") << QVariant(QStringLiteral("en_GB")) << QVariant(0) << QStringLiteral("en_GB");
-        QTest::newRow("empty") << QVariant(QString()) << QVariant(0) << QStringLiteral("en_US");
-    }
-
     void readsTheLocaleOfOldProfiles()
     {
-        QFETCH(QVariant, locale);
-        QFETCH(QVariant, language);
-        {
+        struct {
+            QVariant locale, language;
+            const char *expected;
+        } const profiles[] = {{{}, {}, "en_US"},
+                              {{}, 0, "zh_CN"},
+                              {{}, 1, "en_US"},
+                              {{}, 7, "en_US"},
+                              {QStringLiteral("en_GB"), 0, "en_GB"},
+                              {QString(), 0, "en_US"}};
+        for (const auto &[locale, language, expected] : profiles) {
             InterfaceSettings settings;
+            settings.clear();
             if (locale.isValid())
                 settings.setValue(QStringLiteral("uiLocale"), locale);
             if (language.isValid())
                 settings.setValue(QStringLiteral("uiLanguage"), language);
+            QCOMPARE(loadLocale(), QLatin1String(expected));
+            saveLocale();
+            QCOMPARE(InterfaceSettings().value(QStringLiteral("uiLocale")).toString(), QLatin1String(expected));
+            QVERIFY(!InterfaceSettings().contains(QStringLiteral("uiLanguage")));
         }
-        QTEST(loadLocale(), "expected");
-        saveLocale();
-        const InterfaceSettings settings;
-        QCOMPARE(settings.value(QStringLiteral("uiLocale")).toString(), currentLocale());
-        QVERIFY(!settings.contains(QStringLiteral("uiLanguage")));
     }
 
     void translatesOnlyWhatIsNotEnglish()
@@ -66,6 +68,46 @@ private Q_SLOTS:
         setCurrentLocale(QStringLiteral("en_US"));
         installTranslator();
         QCOMPARE(Velmora::tr("Folder compare"), english);
+    }
+
+    void theToolkitsDialogsAreChineseToo()
+    {
+        setCurrentLocale(QStringLiteral("zh_CN"));
+        installTranslator();
+        QFileDialog files;
+        files.setOption(QFileDialog::DontUseNativeDialog);
+        files.setAcceptMode(QFileDialog::AcceptSave);
+        QMessageBox box;
+        for (int button = QMessageBox::FirstButton; button <= QMessageBox::LastButton; button *= 2)
+            box.addButton(QMessageBox::StandardButton(button));
+        QColorDialog colours;
+        colours.setOptions(QColorDialog::DontUseNativeDialog | QColorDialog::ShowAlphaChannel);
+        const QProgressDialog progress;
+        QLineEdit line;
+        const std::unique_ptr<QMenu> lineMenu(line.createStandardContextMenu());
+        QPlainTextEdit page;
+        const std::unique_ptr<QMenu> pageMenu(page.createStandardContextMenu());
+        QStringList texts;
+        for (const QWidget *window :
+             {static_cast<const QWidget *>(&files), static_cast<const QWidget *>(&box),
+              static_cast<const QWidget *>(&colours), static_cast<const QWidget *>(&progress)}) {
+            for (const QAbstractButton *button : window->findChildren<QAbstractButton *>())
+                texts << button->text() << button->toolTip();
+            for (const QLabel *label : window->findChildren<QLabel *>())
+                texts << label->text();
+        }
+        for (const QMenu *menu : {lineMenu.get(), pageMenu.get()}) {
+            for (const QAction *action : menu->actions())
+                texts << action->text().section(u'\t', 0, 0);
+        }
+        const auto *model = files.findChild<QFileSystemModel *>();
+        for (int column = 0; column < model->columnCount(); ++column)
+            texts << model->headerData(column, Qt::Horizontal).toString();
+        QVERIFY(texts.size() > 60);
+        const QRegularExpression word(QStringLiteral("[A-Za-z]{2}")); // mnemonics are single letters
+        texts.removeIf([&word](const QString &text) { return !text.contains(word); });
+        texts.removeAll(QStringLiteral("HTML(&H)："));
+        QCOMPARE(texts, QStringList());
     }
 
     void choosesTheFontForTheLanguage()
@@ -106,7 +148,11 @@ private Q_SLOTS:
     {
         const QFont before = QApplication::font();
         const QString name = QCoreApplication::applicationName();
+        applyTheme(false);
+        const QPointer<QStyle> style = QApplication::style();
         dressApplication();
+        applyTheme(true);
+        QVERIFY(style); // made once
         QCOMPARE(QCoreApplication::applicationName(), QStringLiteral("Ostrafen"));
         QCOMPARE(QGuiApplication::applicationDisplayName(), QStringLiteral("Velmora"));
         QCOMPARE(QCoreApplication::applicationVersion(), QStringLiteral("1.0.0"));
