@@ -102,8 +102,7 @@ private:
 
 void wearFusion()
 {
-    if (!qobject_cast<FusionStyle *>(QApplication::style()) &&
-        QStyleFactory::keys().contains(QLatin1String("Fusion")))
+    if (!qobject_cast<FusionStyle *>(QApplication::style()) && QStyleFactory::keys().contains(QLatin1String("Fusion")))
         QApplication::setStyle(new FusionStyle);
 }
 
