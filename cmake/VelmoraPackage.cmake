@@ -54,5 +54,5 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE 1) # the number in packaging/debian/changelog
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-dejavu-core, qt6-wayland")
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "fonts-wqy-microhei, qt6-translations-l10n")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "fonts-wqy-microhei")
 include(CPack)

@@ -7,7 +7,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 source scripts/setup.sh
 source scripts/windows.sh
 
-need_packages "${windows_build_packages[@]}" nsis zip qt6-translations-l10n
+need_packages "${windows_build_packages[@]}" nsis zip
 build_windows windows-package
 
 built=build/windows-package
@@ -27,8 +27,6 @@ for plugin in platforms/qwindows styles/qwindowsvistastyle imageformats/qgif ima
 done
 find "$stage" -name '*.dll' -o -name '*.exe' | xargs x86_64-w64-mingw32-strip --strip-unneeded
 cp packaging/windows/qt.conf "$stage"
-# Qt's own words in dialogs.
-install -D -m 644 /usr/share/qt6/translations/qtbase_zh_CN.qm "$stage/translations/qtbase_zh_CN.qm"
 # What a program needs and this folder lacks must be Windows' own: it then is not among what was put beside it for the build.
 for binary in "$stage"/*.exe "$stage"/*.dll "$stage"/*/*.dll; do
     for needed in $(x86_64-w64-mingw32-objdump -p "$binary" | sed -n 's/^\s*DLL Name: //p'); do
