@@ -246,7 +246,10 @@ private Q_SLOTS:
             QSKIP("this user reads everything");
         f.load();
         const FolderTree &tree = f.comparison.tree();
-        QVERIFY(tree.node(tree.find(QStringLiteral("b/deep"))).unreadable);
+        const qint32 deep = tree.find(QStringLiteral("b/deep"));
+        QVERIFY(tree.node(deep).unreadable);
+        QCOMPARE(tree.state(deep), RowState::Unknown);
+        QCOMPARE(tree.state(deep + 1), RowState::Unknown);
         QCOMPARE(f.comparison.problems().size(), 1);
         QFile::setPermissions(locked, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 #endif

@@ -247,6 +247,48 @@ private Q_SLOTS:
         QCOMPARE(tree.state(0), RowState::Same);
     }
 
+    /// What lies beside a folder that cannot be read is not said to be missing there.
+    void entriesBesideAnUnreadableFolderAreUnknown()
+    {
+        const auto item = [](const char *name, bool isDir, bool left, bool right) {
+            FolderDiffItem made;
+            made.name = QLatin1String(name);
+            made.isDir = isDir;
+            if (left)
+                made.leftPath = QLatin1String("/l/") + made.name;
+            if (right)
+                made.rightPath = QLatin1String("/r/other/") + made.name;
+            made.setDiffStatus(!right  ? FolderDiffStatus::LeftOnly
+                               : !left ? FolderDiffStatus::RightOnly
+                                       : FolderDiffStatus::Same);
+            return made;
+        };
+        const QList<FolderDiffItem> items{item("a", true, true, true), item("a/in", true, true, false),
+                                          item("a/in/deep", false, true, false), item("a/read", false, false, true),
+                                          item("b", false, true, false)};
+        const auto states = [&items](const QList<FolderProblem> &problems) {
+            FolderTree tree(items);
+            tree.markUnreadable(problems, QStringLiteral("/l"), QStringLiteral("/r/other"));
+            tree.rollUp();
+            QList<RowState> all;
+            for (qint32 node = 0; node < tree.size(); ++node)
+                all.append(tree.state(node));
+            return std::pair(all, tree.counts().unknown);
+        };
+        using enum RowState;
+        const auto unreadable = FolderProblem::Kind::UnreadableFolder;
+        QCOMPARE(states({}),
+                 std::pair(QList<RowState>({Different, LeftOnly, LeftOnly, RightOnly, LeftOnly}), qint64(0)));
+        // Of the two sides only one is in doubt.
+        QCOMPARE(states({{unreadable, QStringLiteral("/r/other/a")}}),
+                 std::pair(QList<RowState>({Unknown, Unknown, Unknown, RightOnly, LeftOnly}), qint64(1)));
+        QCOMPARE(states({{unreadable, QStringLiteral("/l/a")}}).first.at(3), Unknown);
+        // A root that failed after it was begun.
+        QCOMPARE(states({{unreadable, QStringLiteral("/r/other")}}),
+                 std::pair(QList<RowState>({Unknown, Unknown, Unknown, RightOnly, Unknown}), qint64(2)));
+        QCOMPARE(states({{FolderProblem::Kind::UnreadableFile, QStringLiteral("/l/b")}}).first.at(4), LeftOnly);
+    }
+
     void theNewerSideOfAFileMarksItsFolders()
     {
         QList<FolderDiffItem> items = largeResult(50);

@@ -67,24 +67,10 @@ void leaveUnreachedUnloaded(FolderTree &tree, const Unreached &unreached)
     }
 }
 
-/// Notes at the entries that a run could not read that it could not.
-void markUnreadable(FolderTree &tree, const FolderSpec &spec, const QList<FolderProblem> &problems)
-{
-    for (const FolderProblem &problem : problems) {
-        for (const QString &root : {spec.left, spec.right}) {
-            if (problem.path.size() <= root.size() || !problem.path.startsWith(root))
-                continue;
-            const qint32 node = tree.find(problem.path.mid(root.endsWith(u'/') ? root.size() : root.size() + 1));
-            if (node >= 0)
-                tree.setUnreadable(node);
-        }
-    }
-}
-
 FolderListing listed(FolderTree tree, const FolderSpec &spec, QList<FolderProblem> problems)
 {
     const TimeShifts shifts = countTimeShifts(tree.items());
-    markUnreadable(tree, spec, problems);
+    tree.markUnreadable(problems, spec.left, spec.right);
     return {filtered(std::move(tree), spec), std::move(problems), shifts};
 }
 
@@ -228,7 +214,7 @@ private:
         const TimeShifts shifts = countTimeShifts(tree.items());
         m_shifts.hour += shifts.hour;
         m_shifts.twoSeconds += shifts.twoSeconds;
-        markUnreadable(tree, m_spec, m_problems);
+        tree.markUnreadable(m_problems, m_spec.left, m_spec.right);
         return {name, std::make_shared<const FolderTree>(filtered(std::move(tree), m_spec))};
     }
 

@@ -57,7 +57,8 @@ QList<FolderDiffItem> itemsForReport(const FolderTree &tree)
             continue;
         }
         FolderDiffItem item = tree.item(node);
-        item.setDiffStatus(reportStatus(tree.state(node)));
+        if (isPair(item))
+            item.setDiffStatus(reportStatus(tree.state(node)));
         items.append(std::move(item));
     }
     return items;

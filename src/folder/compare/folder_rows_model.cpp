@@ -80,6 +80,8 @@ QString stateWords(const FolderTree &tree, qint32 node)
     const FolderTree::Node &here = tree.node(node);
     switch (tree.state(node)) {
     case RowState::Unknown:
+        if (here.unsure)
+            return Velmora::tr("The folder on the other side could not be read");
         return item.isDir ? Velmora::tr("Unknown; open to scan") : Velmora::tr("Not compared yet");
     case RowState::Scanning:
         return item.isDir ? Velmora::tr("Unknown; scanning") : Velmora::tr("Being compared");
@@ -333,6 +335,8 @@ qint32 FolderRowsModel::nextDifference(qint32 node, bool forward) const
     const auto isOne = [&all](qint32 at) {
         const FolderDiffItem &item = all.item(at);
         if (all.node(at).ignored)
+            return false;
+        if (all.node(at).unsure)
             return false;
         if (!isPair(item)) // all in a folder that is on one side is one difference
             return all.node(at).parent < 0 || isPair(all.item(all.node(at).parent));

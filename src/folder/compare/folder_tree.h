@@ -84,6 +84,7 @@ public:
         bool hidden = false;     ///< by a filter
         bool ignored = false;    ///< shown, and no difference whatever it is
         bool unreadable = false; ///< it, or all of what is in it, could not be read
+        bool unsure = false;     ///< on one side, and nobody could look for it on the other
     };
 
     /// What now stands in place of an entry: nothing, or the entry itself followed by what is in it.
@@ -119,8 +120,9 @@ public:
 
     void setUnloaded(qint32 node, bool unloaded) { at(node).unloaded = unloaded; }
     void setScanning(qint32 node, bool scanning) { at(node).scanning = scanning; }
-    /// What cannot be read is unknown, though it may look empty.
-    void setUnreadable(qint32 node) { at(node).unreadable = true; }
+    /// Marks what these problems are about: a folder that cannot be read may look empty, and what is on the other side
+    /// alone is not known to be missing. Looks at every node when there is a problem.
+    void markUnreadable(const QList<FolderProblem> &problems, const QString &leftRoot, const QString &rightRoot);
     /// `status` is a `FolderDiffStatus` or `unknownStatus`.
     void setStatus(qint32 node, qint32 status);
     /// Replaces what is known of an entry whose kind has not changed.
@@ -164,6 +166,8 @@ private:
     /// Adds up these folders and those around them anew.
     void addTotalsAbove(const std::vector<qint32> &touched);
     void addTotals(qint32 folder);
+    /// Of what is in a folder, or of everything for -1.
+    void markUnsure(qint32 folder, bool missingOnLeft);
     void markFile(qint32 node);
     void markFolder(qint32 node, bool hasContents);
     void count(qint32 node);

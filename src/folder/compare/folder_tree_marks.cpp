@@ -1,5 +1,7 @@
 #include "folder/compare/folder_tree.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace velmora {
@@ -8,6 +10,8 @@ RowState FolderTree::state(qint32 number) const
 {
     const FolderDiffItem &entry = item(number);
     const Node &here = node(number);
+    if (!isPair(entry) && here.unsure)
+        return RowState::Unknown;
     if (!isPair(entry))
         return entry.rightPath.isEmpty() ? RowState::LeftOnly : RowState::RightOnly;
     if (!entry.isDir) {
@@ -29,6 +33,37 @@ RowState FolderTree::state(qint32 number) const
     if (left || right)
         return left ? RowState::LeftOnly : RowState::RightOnly;
     return has(FolderMark::Filtered) ? RowState::Filtered : RowState::Same;
+}
+
+void FolderTree::markUnreadable(const QList<FolderProblem> &problems, const QString &leftRoot, const QString &rightRoot)
+{
+    if (problems.isEmpty())
+        return;
+    QHash<QString, qint32> places;
+    for (qint32 i = 0; i < size(); ++i) {
+        for (const QString &path : {item(i).leftPath, item(i).rightPath}) {
+            if (!path.isEmpty())
+                places.insert(path, i);
+        }
+    }
+    for (const FolderProblem &problem : problems) {
+        const qint32 node = places.value(problem.path, -1);
+        if (node >= 0)
+            at(node).unreadable = true;
+        const bool isRoot = problem.path == leftRoot || problem.path == rightRoot;
+        if (problem.kind == FolderProblem::Kind::UnreadableFile || (node < 0 && !isRoot))
+            continue;
+        markUnsure(node, node < 0 ? problem.path == leftRoot : problem.path == item(node).leftPath);
+    }
+}
+
+void FolderTree::markUnsure(qint32 folder, bool missingOnLeft)
+{
+    const qint32 end = folder < 0 ? size() : node(folder).end;
+    for (qint32 i = folder + 1; i < end; ++i) {
+        if ((missingOnLeft ? item(i).leftPath : item(i).rightPath).isEmpty())
+            at(i).unsure = true;
+    }
 }
 
 void FolderTree::markFile(qint32 number)
@@ -76,7 +111,7 @@ void FolderTree::markFolder(qint32 number, bool hasContents)
     if (!isPair(entry)) {
         MarkSet &own = entry.rightPath.isEmpty() ? node.left : node.right;
         own.remove(FolderMark::Filtered);
-        own.add(FolderMark::Unique);
+        own.add(node.unsure ? FolderMark::Unknown : FolderMark::Unique);
         return;
     }
     const auto addToBoth = [&node](FolderMark mark) {
@@ -164,7 +199,7 @@ void FolderTree::rollUp()
         if (node.parent < 0)
             continue;
         quint8 &above = under[std::size_t(node.parent)];
-        const bool decided = item(i).status != unknownStatus && !(node.unloaded && isPair(entry));
+        const bool decided = item(i).status != unknownStatus && !node.unsure && !(node.unloaded && isPair(entry));
         above = quint8(above | (decided ? bit(item(i).diffStatus()) : undecided));
         Node &parent = at(node.parent);
         if (node.hidden) {

@@ -103,6 +103,7 @@ bool FolderTree::overwrite(const std::vector<Edit> &edits)
         m_items[edit.begin] = edit.branch->item(0);
         node.unloaded = other.unloaded;
         node.unreadable = other.unreadable;
+        node.unsure = other.unsure;
         node.hidden = other.hidden;
         node.ignored = other.ignored;
         node.scanning = false;
