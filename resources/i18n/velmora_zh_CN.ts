@@ -4365,5 +4365,9 @@ Save them?</source>
         <source>powershell.exe wrote no list of services.</source>
         <translation>powershell.exe 没有输出服务列表。</translation>
     </message>
+    <message>
+        <source>The folder on the other side could not be read</source>
+        <translation>另一侧的文件夹无法读取</translation>
+    </message>
 </context>
 </TS>
