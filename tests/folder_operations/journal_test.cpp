@@ -121,6 +121,24 @@ private Q_SLOTS:
         QCOMPARE(tree.picture("right"), lines("big=12345678 small=2"));
     }
 
+    void aBinThatDoesNotTellItsPlacesKeepsWhatItHas()
+    {
+        OperationFixture tree;
+        tree.make("left/a=new right/a=old right/gone=x");
+        ScriptedLayer files([](int, QLatin1String) { return FileError(); });
+        files.hideBin();
+        OperationJournal journal(files, tree.journalFolder());
+        const ExecutionReport report = tree.execute(tree.mirror(DeleteManner::ToRecycleBin), journal, files);
+        if (!report.problems.isEmpty() && report.problems.first().code == OperationErrorCode::NoRecycleBin)
+            QSKIP("no recycle bin here");
+        QVERIFY(report.isComplete());
+        QCOMPARE(report.inBinOnly, 1);
+        const UndoPlan undo = journal.planUndo();
+        QCOMPARE(tree.leftOut(undo.plan), QStringList(said(LeftOutReason::InRecycleBin, "right/gone")));
+        QVERIFY(tree.execute(undo.plan, {}, files).isComplete());
+        QCOMPARE(tree.picture("right"), lines("a=old"));
+    }
+
     void theOldestRunsMakeRoom()
     {
         OperationFixture tree;

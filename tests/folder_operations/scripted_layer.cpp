@@ -136,7 +136,10 @@ public:
     RecycleResult recycle(const QString &name) override
     {
         const FileError error = m_layer.ask(QLatin1String("recycle"));
-        return error.isError() ? RecycleResult{{}, error} : m_real->recycle(name);
+        RecycleResult result = error.isError() ? RecycleResult{{}, error} : m_real->recycle(name);
+        if (!m_layer.tellsBin())
+            result.binPath.clear();
+        return result;
     }
     FileError settle() override { return m_layer.ask(QLatin1String("settle")); }
 

@@ -19,12 +19,17 @@ public:
     bool canSettle() const override { return FileLayer::native().canSettle(); }
     FileError restore(const QString &binPath, FolderHandle &to, const QString &name) override;
 
+    /// From now on nobody is told where in the recycle bin an entry went.
+    void hideBin() { m_tellsBin = false; }
+    [[nodiscard]] bool tellsBin() const { return m_tellsBin; }
+
     [[nodiscard]] int calls() const { return m_calls; }
     [[nodiscard]] FileError ask(QLatin1String call) { return m_script(++m_calls, call); }
 
 private:
     Script m_script;
     int m_calls = 0;
+    bool m_tellsBin = true;
 };
 
 /// A script in which all but the finished copies would have to change the volume.

@@ -57,6 +57,8 @@ public:
         }
         if (m_report.notUndoable > 0)
             log(Velmora::tr("not kept for undoing: %1").arg(m_report.notUndoable));
+        if (m_report.inBinOnly > 0)
+            log(Velmora::tr("in the recycle bin, to be taken out there: %1").arg(m_report.inBinOnly));
         finishHeadline();
         return std::move(m_outcome);
     }

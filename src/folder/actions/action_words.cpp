@@ -43,6 +43,8 @@ const char *reasonText(LeftOutReason reason)
         return QT_TRANSLATE_NOOP("Velmora", "The name is not allowed there");
     case LeftOutReason::OldContentsGone:
         return QT_TRANSLATE_NOOP("Velmora", "What was there before has not been kept");
+    case LeftOutReason::InRecycleBin:
+        return QT_TRANSLATE_NOOP("Velmora", "It is in the recycle bin; take it out there");
     case LeftOutReason::NoPlaceOnThisSide:
         return QT_TRANSLATE_NOOP("Velmora", "It is not on this side");
     }

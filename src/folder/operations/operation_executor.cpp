@@ -163,6 +163,7 @@ private:
         }
         m_report.ends[index] = result.end;
         m_report.notUndoable += result.isLost ? 1 : 0;
+        m_report.inBinOnly += result.isInBinOnly ? 1 : 0;
         if (result.end == StepEnd::Done) {
             if (!result.sourceMustGo)
                 m_report.done.add(step);

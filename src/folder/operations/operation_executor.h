@@ -59,6 +59,7 @@ struct ExecutionReport {
     bool cancelled = false;
     QString journalId;      ///< empty when nothing was journalled
     qint64 notUndoable = 0; ///< steps whose old contents were beyond the journal's limits and are gone
+    qint64 inBinOnly = 0;   ///< steps whose entry went to a recycle bin that it can be taken out of by hand only
 
     [[nodiscard]] bool isComplete() const
     {

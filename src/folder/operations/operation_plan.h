@@ -101,6 +101,7 @@ enum class LeftOutReason : quint8 {
     NameNotAllowed,       ///< the target's system does not allow the name
     NoPlaceOnThisSide,    ///< the entry is not there on the side asked for
     OldContentsGone,      ///< of an undoing: what was there before has not been kept
+    InRecycleBin,         ///< of an undoing: it is in the bin of a system that does not tell where
 };
 
 struct LeftOutEntry {

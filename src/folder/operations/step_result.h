@@ -10,6 +10,7 @@ struct StepResult {
     QList<OperationProblem> problems; ///< without the number of the step
     bool sourceMustGo = false;        ///< of a move between volumes: the copy is there, `removeSource` is still to come
     bool isLost = false;              ///< the old contents were beyond the journal's limits
+    bool isInBinOnly = false;         ///< journalled, but the system does not tell where in the recycle bin it is
 
     [[nodiscard]] bool isDone() const noexcept { return end == StepEnd::Done; }
 };

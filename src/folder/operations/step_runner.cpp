@@ -379,6 +379,7 @@ StepResult StepRunner::recycle(Work &work)
         return m_problems.failed(OperationErrorCode::NoRecycleBin, work.step.from, recycled.error);
     if (recycled.error.isError())
         return m_problems.failedAtTarget(work.step.from, recycled.error);
+    result.isInBinOnly = m_journal && recycled.binPath.isEmpty();
     endJournal(result, work, recycled.binPath);
     return result;
 }

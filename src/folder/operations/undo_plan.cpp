@@ -113,7 +113,10 @@ private:
     void restore(const JournalStep &done)
     {
         if (done.binPath.isEmpty()) {
-            m_plan.leftOut.append({LeftOutReason::OldContentsGone, m_plan.pathOf(done.step.from), {}});
+            const bool isInBin = done.end == JournalStep::End::Done;
+            m_plan.leftOut.append({isInBin ? LeftOutReason::InRecycleBin : LeftOutReason::OldContentsGone,
+                                   m_plan.pathOf(done.step.from),
+                                   {}});
             return;
         }
         OperationStep step;
