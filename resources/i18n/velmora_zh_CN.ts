@@ -4369,5 +4369,13 @@ Save them?</source>
         <source>The folder on the other side could not be read</source>
         <translation>另一侧的文件夹无法读取</translation>
     </message>
+    <message>
+        <source>in the recycle bin, to be taken out there: %1</source>
+        <translation>已在回收站中，需从回收站取回：%1</translation>
+    </message>
+    <message>
+        <source>It is in the recycle bin; take it out there</source>
+        <translation>它在回收站中，请从回收站取回</translation>
+    </message>
 </context>
 </TS>
