@@ -62,11 +62,15 @@ FileError setLinkTime(int base, const char *name, const NodeState &model)
 
 FileError setAttributes(int file, const NodeState &model, const CarriedAttributes &carried)
 {
-    // The permissions first: with the owner's right to write taken away the time can still be set, by the owner.
+    FileError error;
+    // The permissions first: with the owner's right to write taken away the time can still be set, by the owner. Of a
+    // new file they are refused only where the file system has none of its own, as FAT.
+    if (::fchmod(file, mode_t(model.permissions) & ~carried.withheld) != 0 && errno != EPERM)
+        error = lastError();
     const auto times = timesOf(model);
-    if (::fchmod(file, mode_t(model.permissions) & ~carried.withheld) != 0 || ::futimens(file, times.data()) != 0)
-        return lastError();
-    return carried.error == 0 ? FileError() : fileErrorOf(carried.error);
+    if (::futimens(file, times.data()) != 0 && !error.isError())
+        error = lastError();
+    return error.isError() || carried.error == 0 ? error : fileErrorOf(carried.error);
 }
 
 NodeResult UnixSource::state()
