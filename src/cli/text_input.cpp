@@ -65,8 +65,6 @@ FileContents readGivenPath(const QString &path)
     const QFileInfo info(path);
     if (info.exists() && !info.isFile() && !info.isDir())
         return readPipe(path);
-    if (info.size() > TextLines::maximumSize)
-        return {{}, QLatin1String(tooLargeText)};
     return readFile(path);
 }
 

@@ -63,6 +63,35 @@ bool isUtf8AsItStands(const QByteArray &charset, const TextScan &scan)
     return scan.validUtf8 && (charset == "UTF-8" || (scan.counts.ascii && charset == "US-ASCII"));
 }
 
+void readAll(QFile &file, const CancelFlag &cancel, FileContents &contents)
+{
+    if (file.size() > TextLines::maximumSize) {
+        contents.error = systemWords(std::errc::file_too_large);
+        return;
+    }
+    // One byte more than the file says, so that its end is seen without a second allocation.
+    contents.bytes = QByteArray(file.size() + 1, Qt::Uninitialized);
+    if (contents.bytes.size() >= largeFile)
+        expectFullUse(contents.bytes.data(), size_t(contents.bytes.size()));
+    qsizetype filled = 0;
+    while (!cancel.isCancelled()) {
+        if (filled == contents.bytes.size())
+            contents.bytes.resize(filled + readStep);
+        const qint64 wanted = std::min(readStep, contents.bytes.size() - filled);
+        const qint64 got = file.read(contents.bytes.data() + filled, wanted);
+        if (got < 0)
+            contents.error = file.errorString();
+        if (got <= 0)
+            break;
+        filled += got;
+        if (filled > TextLines::maximumSize) { // the system did not tell its size
+            contents = {{}, systemWords(std::errc::file_too_large)};
+            return;
+        }
+    }
+    contents.bytes.resize(filled);
+}
+
 } // namespace
 
 QString lineEndStyleName(LineEndStyle style)
@@ -145,23 +174,7 @@ FileContents readFile(const QString &path, const CancelFlag &cancel)
         return contents;
     }
 
-    // One byte more than the file says, so that its end is seen without a second allocation.
-    contents.bytes = QByteArray(file.size() + 1, Qt::Uninitialized);
-    if (contents.bytes.size() >= largeFile)
-        expectFullUse(contents.bytes.data(), size_t(contents.bytes.size()));
-    qsizetype filled = 0;
-    while (!cancel.isCancelled()) {
-        if (filled == contents.bytes.size())
-            contents.bytes.resize(filled + readStep);
-        const qint64 wanted = std::min(readStep, contents.bytes.size() - filled);
-        const qint64 got = file.read(contents.bytes.data() + filled, wanted);
-        if (got < 0)
-            contents.error = file.errorString();
-        if (got <= 0)
-            break;
-        filled += got;
-    }
-    contents.bytes.resize(filled);
+    readAll(file, cancel, contents);
     return contents;
 }
 

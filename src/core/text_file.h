@@ -47,7 +47,8 @@ struct FileContents {
 };
 
 /// Reads a regular file whole, in one allocation. Directories, devices, pipes and sockets are refused without opening
-/// them for reading; a file that shrinks or grows meanwhile gives what was there. Stops early when `cancel` is set.
+/// them for reading, and so are files of more than `TextLines::maximumSize` bytes; a file that shrinks or grows
+/// meanwhile gives what was there. Stops early when `cancel` is set.
 [[nodiscard]] FileContents readFile(const QString &path, const CancelFlag &cancel = {});
 
 } // namespace velmora

@@ -260,6 +260,11 @@ private Q_SLOTS:
         QVERIFY(!readFile(folder.filePath(QStringLiteral("missing"))).ok());
         QVERIFY(!readFile(folder.path()).ok());
         QVERIFY(!readFile(QString()).ok());
+#ifdef Q_OS_LINUX
+        QVERIFY(QFile::resize(path, TextLines::maximumSize + 1)); // with a hole
+        QCOMPARE(readFile(path).error, QStringLiteral("File too large"));
+        QVERIFY(readFile(path).bytes.isEmpty());
+#endif
 #ifdef Q_OS_UNIX
         // Opening the pipe would wait for a writer for ever.
         const QString pipe = folder.filePath(QStringLiteral("pipe"));
