@@ -1,44 +1,10 @@
 #include "folder/operations/plan_survey.h"
 
-#include "folder/operations/folder_chain.h"
-#include "folder/operations/tree_summary.h"
-
-#include <QSet>
-#include <QStringBuilder>
+#include "folder/operations/folder_deletions.h"
 
 namespace velmora {
 
 namespace {
-
-/// Roots are few, so that a number and a path make a key.
-QString keyOf(int root, QStringView relative)
-{
-    return QString(QChar(char16_t(root + 1)) % relative);
-}
-
-QString keyOf(const Place &place)
-{
-    return keyOf(place.root, place.relative);
-}
-
-class PlaceSet {
-public:
-    void add(const Place &place) { m_keys.insert(keyOf(place)); }
-    void remove(const Place &place) { m_keys.remove(keyOf(place)); }
-    [[nodiscard]] bool contains(const Place &place) const { return m_keys.contains(keyOf(place)); }
-    [[nodiscard]] bool containsFolderOf(const Place &place) const
-    {
-        for (qsizetype slash = place.relative.lastIndexOf(u'/'); slash > 0;
-             slash = place.relative.lastIndexOf(u'/', slash - 1)) {
-            if (m_keys.contains(keyOf(place.root, QStringView(place.relative).left(slash))))
-                return true;
-        }
-        return false;
-    }
-
-private:
-    QSet<QString> m_keys;
-};
 
 bool vacates(const OperationStep &step)
 {
@@ -74,8 +40,7 @@ public:
             m_progress.report(0, i, m_plan.steps.size());
             survey(m_plan.steps[i]);
         }
-        keepFoldersWithMore();
-        joinRecycledFolders();
+        m_steps = FolderDeletions(m_plan, m_chain, m_cancel, m_vacated, m_leftOut).settled(m_steps);
         nameLinks();
         if (m_cancel.isCancelled()) {
             surveyed.refusal = PlanRefusal::Cancelled;
@@ -363,104 +328,13 @@ private:
             return;
         }
         if (step.kind == OperationKind::Recycle) {
-            makeWhole(step, summary);
+            FolderDeletions::makeWhole(step, summary);
         } else {
             for (const OperationStep &inner : single)
                 accept(inner);
             step.wholeTree = false;
         }
         accept(step);
-    }
-
-    static void makeWhole(OperationStep &step, const TreeSummary &summary)
-    {
-        step.wholeTree = true;
-        step.fromSeen.contents = summary.fingerprint;
-        step.fromSeen.files = summary.files;
-        step.fromSeen.size = summary.bytes;
-    }
-
-    /// Folders that are deleted one by one stay when they hold more than the plan names. The innermost come first, so
-    /// that a folder in a folder that stays keeps this, too.
-    void keepFoldersWithMore()
-    {
-        QList<OperationStep> kept;
-        for (const OperationStep &step : std::as_const(m_steps)) {
-            const bool isFolder = step.kind == OperationKind::Delete && step.fromSeen.kind == NodeKind::Folder;
-            if (!isFolder || m_cancel.isCancelled() || holdsNoMore(step))
-                kept.append(step);
-            else
-                m_vacated.remove(step.from);
-        }
-        m_steps = kept;
-    }
-
-    bool holdsNoMore(const OperationStep &step)
-    {
-        FileError error;
-        const std::unique_ptr<FolderHandle> folder = m_chain.open(step.from, error);
-        bool isAll = true;
-        if (folder) {
-            error = folder->list([&](const QString &name, const NodeState &) {
-                isAll = m_vacated.contains({step.from.root, QString(step.from.relative % u'/' % name)});
-                return isAll;
-            });
-        }
-        return told(step, error, isAll);
-    }
-
-    /// What goes to the bin in full goes as one, the outermost folder first: from the end.
-    void joinRecycledFolders()
-    {
-        QList<OperationStep> kept;
-        for (qsizetype i = m_steps.size() - 1; i >= 0; --i) {
-            OperationStep step = m_steps[i];
-            const bool isFolder = step.kind == OperationKind::Recycle && step.fromSeen.kind == NodeKind::Folder;
-            if (isFolder && !step.wholeTree && !m_cancel.isCancelled()) {
-                TreeSummary summary;
-                if (!goesInFull(step, summary)) {
-                    m_vacated.remove(step.from);
-                    continue;
-                }
-                makeWhole(step, summary);
-                while (i > 0 && isRecycledIn(m_steps[i - 1], step))
-                    --i;
-            }
-            kept.append(step);
-        }
-        std::reverse(kept.begin(), kept.end());
-        m_steps = kept;
-    }
-
-    static bool isRecycledIn(const OperationStep &step, const OperationStep &folder)
-    {
-        return step.kind == OperationKind::Recycle && step.from.root == folder.from.root &&
-               step.from.relative.startsWith(folder.from.relative + u'/');
-    }
-
-    bool goesInFull(const OperationStep &step, TreeSummary &summary)
-    {
-        FileError error;
-        const std::unique_ptr<FolderHandle> folder = m_chain.open(step.from, error);
-        bool isAll = true;
-        if (folder) {
-            error = visitTree(*folder, [&](const QString &relative, const NodeState &node) {
-                summary.add(relative, node);
-                isAll = m_vacated.contains({step.from.root, QString(step.from.relative % u'/' % relative)});
-                return isAll && !m_cancel.isCancelled();
-            });
-        }
-        return told(step, error, isAll);
-    }
-
-    /// Says why a folder stays, if it does.
-    bool told(const OperationStep &step, const FileError &error, bool isAll)
-    {
-        if (error.isError())
-            leaveOut(LeftOutReason::NotReadable, step.from, error);
-        else if (!isAll)
-            leaveOut(LeftOutReason::HoldsUnlistedEntries, step.from);
-        return isAll && !error.isError();
     }
 
     const OperationPlan &m_plan;
