@@ -24,26 +24,18 @@ class IntraLineTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void ranges_data()
-    {
-        QTest::addColumn<QString>("a");
-        QTest::addColumn<QString>("b");
-        QTest::addColumn<QByteArray>("expected");
-        QTest::newRow("equal") << QStringLiteral("abc") << QStringLiteral("abc") << QByteArray("abc");
-        QTest::newRow("changed inside") << QStringLiteral("value = 1;") << QStringLiteral("value = 23;")
-                                        << QByteArray("value = [23];");
-        QTest::newRow("nothing before") << QString() << QStringLiteral("abc") << QByteArray("[abc]");
-        QTest::newRow("nothing left") << QStringLiteral("abc") << QString() << QByteArray();
-        // Going back, the table drops from the second text first, so the match is its earliest one.
-        QTest::newRow("of equals the first") << QStringLiteral("xa") << QStringLiteral("aya") << QByteArray("[ay]a");
-    }
-
     void ranges()
     {
-        QFETCH(QString, a);
-        QFETCH(QString, b);
-        QFETCH(QByteArray, expected);
-        QCOMPARE(marked(b, intraLineChanges(a, b)), expected);
+        const auto check = [](const char *a, const char *b, const char *expected) {
+            const QString text = QString::fromUtf8(b);
+            QCOMPARE(marked(text, intraLineChanges(QString::fromUtf8(a), text)), QByteArray(expected));
+        };
+        check("abc", "abc", "abc");
+        check("value = 1;", "value = 23;", "value = [23];");
+        check("", "abc", "[abc]");
+        check("abc", "", "");
+        // Going back, the table drops from the second text first, so the match is its earliest one.
+        check("xa", "aya", "[ay]a");
     }
 
     void randomLinesAgree()

@@ -110,28 +110,32 @@ struct Shape {
     SequencePair (*make)(qint32 size);
 };
 
+std::vector<qint32> counted(qint32 size, qint32 period)
+{
+    return made(size, [period](qint32 k) { return k % period; });
+}
+
 const std::array<Shape, shapeCount> shapes{{
     {"one value",
      [](qint32 size) {
-         return SequencePair{made(size, [](qint32) { return 0; }), made(size * 9 / 10, [](qint32) { return 0; })};
+         return SequencePair{counted(size, 1), counted(size * 9 / 10, 1)};
      }},
     {"periodic",
      [](qint32 size) {
-         return SequencePair{made(size, [](qint32 k) { return k % 7; }),
-                             made(size, [](qint32 k) { return (k + 3) % 7; })};
+         const std::vector<qint32> plain = counted(size + 3, 7);
+         return SequencePair{{plain.begin(), plain.end() - 3}, {plain.begin() + 3, plain.end()}};
      }},
     {"two periods",
      [](qint32 size) {
-         return SequencePair{made(size, [](qint32 k) { return k % 5; }), made(size, [](qint32 k) { return k % 6; })};
+         return SequencePair{counted(size, 5), counted(size, 6)};
      }},
     {"periodic with changes",
      [](qint32 size) {
-         const std::vector<qint32> plain = made(size, [](qint32 k) { return k % 4; });
-         return SequencePair{plain, replacedEvery(plain, 13, 100)};
+         return SequencePair{counted(size, 4), replacedEvery(counted(size, 4), 13, 100)};
      }},
     {"periodic with changes on both sides",
      [](qint32 size) {
-         const std::vector<qint32> plain = made(size, [](qint32 k) { return k % 3; });
+         const std::vector<qint32> plain = counted(size, 3);
          return SequencePair{replacedEvery(plain, 17, 100), replacedEvery(plain, 11, 10000)};
      }},
     {"Fibonacci word",
@@ -141,24 +145,24 @@ const std::array<Shape, shapeCount> shapes{{
      }},
     {"Fibonacci word with changes",
      [](qint32 size) {
-         const std::vector<qint32> word = fibonacciWord(size);
-         return SequencePair{word, replacedEvery(word, 19, 100)};
+         return SequencePair{fibonacciWord(size), replacedEvery(fibonacciWord(size), 19, 100)};
      }},
     {"few random values",
      [](qint32 size) {
          Random random(5);
-         return SequencePair{made(size, [&](qint32) { return qint32(random.below(2)); }),
-                             made(size, [&](qint32) { return qint32(random.below(2)); })};
+         const auto value = [&random](qint32) { return qint32(random.below(2)); };
+         std::vector<qint32> first = made(size, value);
+         return SequencePair{std::move(first), made(size, value)};
      }},
     {"everything different",
      [](qint32 size) {
-         return SequencePair{made(size, [](qint32 k) { return k; }), made(size, [size](qint32 k) { return size + k; })};
+         return SequencePair{counted(size, size), made(size, [size](qint32 k) { return size + k; })};
      }},
     {"blocks moved",
      [](qint32 size) {
          const qint32 block = std::max(size / 6, 1);
-         return SequencePair{made(size, [](qint32 k) { return k; }),
-                             made(size, [=](qint32 k) { return (5 - std::min(k / block, 5)) * block + k % block; })};
+         const auto moved = [=](qint32 k) { return (5 - std::min(k / block, 5)) * block + k % block; };
+         return SequencePair{counted(size, size), made(size, moved)};
      }},
     {"runs of falling length",
      [](qint32 size) {
@@ -167,8 +171,7 @@ const std::array<Shape, shapeCount> shapes{{
      }},
     {"every second one changed",
      [](qint32 size) {
-         const std::vector<qint32> plain = made(size, [](qint32 k) { return k; });
-         return SequencePair{plain, replacedEvery(plain, 2, size)};
+         return SequencePair{counted(size, size), replacedEvery(counted(size, size), 2, size)};
      }},
 }};
 

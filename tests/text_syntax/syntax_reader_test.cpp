@@ -26,50 +26,46 @@ class SyntaxReaderTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void damagedDefinitionsAreRefused_data()
+    void damagedDefinitionsAreRefused()
     {
-        QTest::addColumn<QByteArray>("json");
-        QTest::addColumn<QString>("complaint");
-        const auto row = [](const char *name, const QByteArray &json, const char *complaint) {
-            QTest::newRow(name) << json << QString::fromLatin1(complaint);
-        };
-        row("empty", {}, "definition: ");
-        row("cut off", R"({"name": "X", "rules": [)", "definition: ");
-        row("array", "[]", "not a JSON object");
-        row("no name", "{}", "has no name");
-        row("unknown key", R"({"name": "X", "colour": 1})", "unknown key \"colour\"");
-        row("wrong type", R"({"name": "X", "ignoreCase": "yes"})", "\"ignoreCase\" is of the wrong type");
-        row("rule without start", withRule(R"({"role": "comment"})"), "has no start");
-        row("empty start", withRule(R"({"start": "", "role": "comment"})"), "begins with an ASCII character");
-        row("unknown role", withRule(R"({"start": "x", "role": "commnet"})"), "rules[0]: \"commnet\"");
-        row("unknown role of words", R"({"name": "X", "words": {"keywords": "a"}})", "unknown role \"keywords\"");
-        row("rule that is no object", withRule("1"), "rules[0]: not an object");
-        row("unknown rule key", withRule(R"({"start": "x", "end": "y"})"), "unknown key \"end\"");
-        row("long escape", withRule(R"({"start": "x", "to": "y", "escape": "ab"})"), "one character");
-        row("must close without end", withRule(R"({"start": "x", "mustClose": true})"), "has no end");
-        row("number out of range", withRule(R"({"start": "x", "at": "column", "column": -1})"), "out of range");
-        row("missing set", withRule(R"({"start": "x", "to": "y", "set": "z"})"), "there is no set \"z\"");
-        row("missing language", withRule(R"({"start": "x", "to": "y", "language": "Z"})"), "no language \"Z\"");
-        row("embeds itself", withRule(R"({"start": "x", "to": "y", "language": "X"})"), "\"X\" contains itself");
-        row("embedded without end", withRule(R"({"start": "x", "toLineEnd": true, "language": "Y"})"), "needs an end");
         QByteArray deep = R"({"start": "x", "to": "y"})";
         for (int k = 0; k < 100; ++k)
             deep = R"({"start": "x", "to": "y", "rules": [)" + deep + "]}";
-        row("nested too deep", withRule(deep.constData()), "nested too deep");
-    }
-
-    void damagedDefinitionsAreRefused()
-    {
-        QFETCH(const QByteArray, json);
-        QFETCH(const QString, complaint);
+        struct Case {
+            QByteArray json;
+            const char *complaint;
+        };
         const auto others = [](const QString &name) {
             return name == QStringLiteral("Y")   ? QByteArray(R"({"name": "Y"})")
                    : name == QStringLiteral("X") ? QByteArray(R"({"name": "X"})")
                                                  : QByteArray();
         };
-        const SyntaxReadResult read = readSyntaxDefinition(json, others);
-        QVERIFY(!read.definition);
-        QVERIFY2(read.error.contains(complaint), qPrintable(read.error));
+        for (const Case &damaged : {
+                 Case{{}, "definition: "},
+                 Case{R"({"name": "X", "rules": [)", "definition: "},
+                 Case{"[]", "not a JSON object"},
+                 Case{"{}", "has no name"},
+                 Case{R"({"name": "X", "colour": 1})", "unknown key \"colour\""},
+                 Case{R"({"name": "X", "ignoreCase": "yes"})", "\"ignoreCase\" is of the wrong type"},
+                 Case{R"({"name": "X", "words": {"keywords": "a"}})", "unknown role \"keywords\""},
+                 Case{withRule(R"({"role": "comment"})"), "has no start"},
+                 Case{withRule(R"({"start": "", "role": "comment"})"), "begins with an ASCII character"},
+                 Case{withRule(R"({"start": "x", "role": "commnet"})"), "rules[0]: \"commnet\""},
+                 Case{withRule("1"), "rules[0]: not an object"},
+                 Case{withRule(R"({"start": "x", "end": "y"})"), "unknown key \"end\""},
+                 Case{withRule(R"({"start": "x", "to": "y", "escape": "ab"})"), "one character"},
+                 Case{withRule(R"({"start": "x", "mustClose": true})"), "has no end"},
+                 Case{withRule(R"({"start": "x", "at": "column", "column": -1})"), "out of range"},
+                 Case{withRule(R"({"start": "x", "to": "y", "set": "z"})"), "there is no set \"z\""},
+                 Case{withRule(R"({"start": "x", "to": "y", "language": "Z"})"), "no language \"Z\""},
+                 Case{withRule(R"({"start": "x", "to": "y", "language": "X"})"), "\"X\" contains itself"},
+                 Case{withRule(R"({"start": "x", "toLineEnd": true, "language": "Y"})"), "needs an end"},
+                 Case{withRule(deep.constData()), "nested too deep"},
+             }) {
+            const SyntaxReadResult read = readSyntaxDefinition(damaged.json, others);
+            QVERIFY(!read.definition);
+            QVERIFY2(read.error.contains(QLatin1String(damaged.complaint)), qPrintable(read.error));
+        }
     }
 
     void anyCutOfADefinitionIsRefused()

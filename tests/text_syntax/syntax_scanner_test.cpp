@@ -27,16 +27,11 @@ QString complaint(const std::vector<SyntaxToken> &tokens, qsizetype length)
 /// Pieces that begin, end and escape something in one language or another.
 QStringList hostilePieces()
 {
-    return {QStringLiteral("\""), QStringLiteral("'"),   QStringLiteral("`"),    QStringLiteral("\\"),
-            QStringLiteral("/*"), QStringLiteral("*/"),  QStringLiteral("//"),   QStringLiteral("${"),
-            QStringLiteral("$("), QStringLiteral("}"),   QStringLiteral(")"),    QStringLiteral("{"),
-            QStringLiteral("("),  QStringLiteral("["),   QStringLiteral("]"),    QStringLiteral("<a "),
-            QStringLiteral(">"),  QStringLiteral("<<E"), QStringLiteral("R\"("), QStringLiteral("r##\""),
-            QStringLiteral("#"),  QStringLiteral("$$"),  QStringLiteral("$a$"),  QStringLiteral("\"\"\""),
-            QStringLiteral("&"),  QStringLiteral(";"),   QStringLiteral(":"),    QStringLiteral("="),
-            QStringLiteral("- "), QStringLiteral("|"),   QStringLiteral("**"),   QStringLiteral("<script>"),
-            QStringLiteral(" "),  QStringLiteral("\t"),  QStringLiteral("1."),   QStringLiteral("word"),
-            QStringLiteral("é"),  QStringLiteral("😀"),   QString(QChar(0xD800)), QString(QChar(0))};
+    const char *const written =
+        "\"|'|`|\\|/*|*/|//|${|$(|}|)|{|(|[|]|<a |>|<<E|R\"(|r##\"|#|$$|$a$|\"\"\"|&|;|:|=|- |**|"
+        "<script>| |1.|\t|word|é|😀";
+    return QString::fromUtf8(written).split(u'|') +
+           QStringList{QStringLiteral("|"), QString(QChar(0xD800)), QString(QChar(0))};
 }
 
 double processorSeconds(const SyntaxDefinition &definition, const QString &line)
