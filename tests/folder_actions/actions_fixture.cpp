@@ -24,9 +24,9 @@ ActionsFixture::ActionsFixture(ScriptedLayer::Script script)
     window.show();
 }
 
-void ActionsFixture::make(const QStringList &lines)
+void ActionsFixture::make(const char *words)
 {
-    files.make(lines);
+    files.make(words);
     compare();
 }
 
@@ -122,7 +122,7 @@ QString ActionsFixture::without(QString text) const
 
 QString ActionsFixture::picture(const char *relative) const
 {
-    return files.picture(QLatin1String(relative)).join(u' ');
+    return files.picture(relative).join(u' ');
 }
 
 bool ActionsFixture::has(const char *entry) const

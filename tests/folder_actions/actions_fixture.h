@@ -20,7 +20,7 @@ public:
     explicit ActionsFixture(ScriptedLayer::Script script = [](int, QLatin1String) { return FileError(); });
 
     /// Makes files as `OperationFixture::make`, and compares.
-    void make(const QStringList &lines);
+    void make(const char *words);
     /// Compares the folders anew and tells the controller.
     void compare();
 

@@ -10,16 +10,8 @@
 
 using namespace velmora;
 using velmora::test::ActionsFixture;
+using velmora::test::lines;
 using Command = FolderCommand;
-
-namespace {
-
-QStringList words(const char *text)
-{
-    return QString::fromLatin1(text).split(u' ', Qt::SkipEmptyParts);
-}
-
-} // namespace
 
 class FolderActionsTest : public QObject {
     Q_OBJECT
@@ -27,15 +19,15 @@ private Q_SLOTS:
     void aSelectionIsCopiedToTheOtherSide()
     {
         ActionsFixture f;
-        f.make(words("left/a=1 left/sub/b=2 left/sub/deep/c=3 right/sub/keep=k left/d=4"));
-        f.carryOut(Command::CopyToRight, words("a sub"));
+        f.make("left/a=1 left/sub/b=2 left/sub/deep/c=3 right/sub/keep=k left/d=4");
+        f.carryOut(Command::CopyToRight, lines("a sub"));
         QCOMPARE(f.picture("right"), QStringLiteral("a=1 sub/ sub/b=2 sub/deep/ sub/deep/c=3 sub/keep=k"));
         QCOMPARE(f.log(),
                  QStringList({QStringLiteral("copy: left/a -> right/a"), QStringLiteral("copy: left/sub -> right/sub"),
                               QStringLiteral("Done: 4 succeeded, 0 failed")}));
         static const QRegularExpression time(QStringLiteral("^\\d\\d:\\d\\d:\\d\\d copy: "));
         QVERIFY(time.match(f.lines.first()).hasMatch());
-        QCOMPARE(f.touched, words("a sub/b sub/deep sub/deep/c"));
+        QCOMPARE(f.touched, lines("a sub/b sub/deep sub/deep/c"));
         QCOMPARE(f.status, QStringLiteral("Done: 4 succeeded, 0 failed"));
         QVERIFY(f.sawCount);
         QVERIFY(f.answers.asked().isEmpty());
@@ -47,37 +39,37 @@ private Q_SLOTS:
         if (!f.files.hasRecycleBin())
             QSKIP("no recycle bin here");
         f.context.isHidden = [](const FolderDiffItem &item) { return item.name.endsWith(QLatin1String(".o")); };
-        f.make(words("left/src/a.c=1 left/src/a.o=2 right/out/b.o=3 right/out/b.c=4"));
+        f.make("left/src/a.c=1 left/src/a.o=2 right/out/b.o=3 right/out/b.c=4");
         f.carryOut(Command::MirrorToRight);
         f.click("planStart");
         QCOMPARE(f.picture("right"), QStringLiteral("out/ out/b.o=3 src/ src/a.c=1"));
         f.compare();
-        f.carryOut(Command::Delete, words("out"), FolderSides::Right);
+        f.carryOut(Command::Delete, lines("out"), FolderSides::Right);
         QVERIFY(f.has("right/out/b.o=3"));
     }
 
     void replacingIsAskedWhereMuchIsAtStake()
     {
         ActionsFixture f;
-        f.make(words("right/one=old right/two=old right/late=old left/one=new left/two=new left/late=new"));
+        f.make("right/one=old right/two=old right/late=old left/one=new left/two=new left/late=new");
         f.files.setTime(QStringLiteral("right/late"), 1000000);
         f.compare();
-        f.carryOut(Command::CopyToRight, words("one")); // an older file goes, and it can be undone
+        f.carryOut(Command::CopyToRight, lines("one")); // an older file goes, and it can be undone
         QVERIFY(f.answers.asked().isEmpty());
         QVERIFY(f.has("right/one=new"));
 
-        f.carryOut(Command::CopyToRight, words("late"));
+        f.carryOut(Command::CopyToRight, lines("late"));
         QCOMPARE(f.asked(), QStringLiteral("A newer file will be replaced by an older one.\n\nright/late"));
         QVERIFY(f.has("right/late=old"));
 
         f.answers.answerNumber(2);
-        f.carryOut(Command::CopyToRight, words("late two"));
+        f.carryOut(Command::CopyToRight, lines("late two"));
         QCOMPARE(f.asked(), QStringLiteral("2 files will be replaced."));
-        QCOMPARE(f.rows().mid(1), words("late two"));
+        QCOMPARE(f.rows().mid(1), lines("late two"));
         f.click("planCancel");
         QVERIFY(f.has("right/two=old"));
         f.answers.answerNumber(1);
-        f.carryOut(Command::CopyToRight, words("late two"));
+        f.carryOut(Command::CopyToRight, lines("late two"));
         QVERIFY(f.has("right/late=new"));
     }
 
@@ -86,15 +78,15 @@ private Q_SLOTS:
         ActionsFixture f;
         SessionSettings settings;
         saveKeptCopies(settings, {2, 30}); // bytes
-        f.make(words("right/big=old-text right/small=ol left/big=new left/small=new"));
-        f.carryOut(Command::CopyToRight, words("small"));
+        f.make("right/big=old-text right/small=ol left/big=new left/small=new");
+        f.carryOut(Command::CopyToRight, lines("small"));
         QVERIFY(f.has("right/small=new"));
-        f.carryOut(Command::CopyToRight, words("big"));
+        f.carryOut(Command::CopyToRight, lines("big"));
         QVERIFY(f.asked().startsWith(
             QStringLiteral("A file will be replaced, and its old contents will not be kept for undoing.")));
         QVERIFY(f.has("right/big=old-text"));
         f.answers.answerNumber(1);
-        f.carryOut(Command::CopyToRight, words("big"));
+        f.carryOut(Command::CopyToRight, lines("big"));
         QVERIFY(f.has("right/big=new"));
         QVERIFY(f.log().contains(QStringLiteral("not kept for undoing: 1")));
         settings.clear();
@@ -104,10 +96,10 @@ private Q_SLOTS:
     void linksAreCopiedAsLinks()
     {
         ActionsFixture f;
-        f.make(words("other/in=1 left/link->../other"));
+        f.make("other/in=1 left/link->../other");
         if (!QFileInfo(f.files.path(QStringLiteral("left/link"))).isSymbolicLink())
             QSKIP("no links here");
-        f.carryOut(Command::CopyToRight, words("link"));
+        f.carryOut(Command::CopyToRight, lines("link"));
         QVERIFY2(f.answers.asked().isEmpty() && !f.opened(), qPrintable(f.asked()));
         QVERIFY(QFileInfo(f.files.path(QStringLiteral("right/link"))).isSymbolicLink());
         QCOMPARE(f.log().first(), QStringLiteral("copy: left/link -> right/link"));
@@ -118,9 +110,9 @@ private Q_SLOTS:
         ActionsFixture f;
         if (!f.files.hasRecycleBin())
             QSKIP("no recycle bin here");
-        f.make(words("left/a=1 left/sub/b=2 right/a=1 right/c=3"));
+        f.make("left/a=1 left/sub/b=2 right/a=1 right/c=3");
         const QStringList before = f.files.picture();
-        f.carryOut(Command::Delete, words("a"), FolderSides::Left);
+        f.carryOut(Command::Delete, lines("a"), FolderSides::Left);
         QCOMPARE(f.askedTitle(), QStringLiteral("Delete"));
         QVERIFY(f.asked().startsWith(QLatin1String("Delete a?\n")));
         QCOMPARE(f.files.picture(), before);
@@ -128,7 +120,7 @@ private Q_SLOTS:
 
         for (const Command command : {Command::Delete, Command::DeleteForGood}) {
             f.answers.answerNumber(1);
-            f.carryOut(command, words("a"), FolderSides::Left);
+            f.carryOut(command, lines("a"), FolderSides::Left);
             QCOMPARE(f.log(),
                      QStringList({QStringLiteral("delete: left/a"), QStringLiteral("Done: 1 succeeded, 0 failed")}));
             QVERIFY(!f.has("left/a=1"));
@@ -136,16 +128,16 @@ private Q_SLOTS:
             QVERIFY2(f.opened(), qPrintable(f.status));
             f.click("planStart");
             QCOMPARE(f.log().first(), QStringLiteral("undo: Delete: a"));
-            QCOMPARE(f.touched, words("a"));
+            QCOMPARE(f.touched, lines("a"));
             QCOMPARE(f.files.picture(), before);
             f.compare();
         }
 
-        f.carryOut(Command::Delete, words("a sub"));
+        f.carryOut(Command::Delete, lines("a sub"));
         QCOMPARE(f.opened()->findChild<QLabel *>(QStringLiteral("planQuestion"))->text(),
                  QStringLiteral("Delete 2 entries?"));
         f.click("planStart");
-        QCOMPARE(f.files.picture(), words("right/c=3"));
+        QCOMPARE(f.files.picture(), lines("right/c=3"));
         QCOMPARE(f.log().first(3), QStringList({QStringLiteral("delete: left/a"), QStringLiteral("delete: right/a"),
                                                 QStringLiteral("delete: left/sub")}));
     }
@@ -153,24 +145,24 @@ private Q_SLOTS:
     void entriesAreRenamedOnBothSides()
     {
         ActionsFixture f;
-        f.make(words("left/sub/a=1 right/sub/a=1 left/taken=2"));
+        f.make("left/sub/a=1 right/sub/a=1 left/taken=2");
         f.answers.answerText(QStringLiteral("b"));
-        f.carryOut(Command::Rename, words("sub/a"));
+        f.carryOut(Command::Rename, lines("sub/a"));
         QCOMPARE(f.askedTitle(), QStringLiteral("Rename"));
         QCOMPARE(f.asked(), QStringLiteral("New name:"));
         QCOMPARE(f.answers.asked().last().start, QStringLiteral("a"));
         QCOMPARE(f.log().first(2), QStringList({QStringLiteral("rename: left/sub/a -> left/sub/b"),
                                                 QStringLiteral("rename: right/sub/a -> right/sub/b")}));
-        QCOMPARE(f.touched, words("sub/a sub/b"));
-        QCOMPARE(f.files.picture(), words("left/sub/ left/sub/b=1 left/taken=2 right/sub/ right/sub/b=1"));
+        QCOMPARE(f.touched, lines("sub/a sub/b"));
+        QCOMPARE(f.files.picture(), lines("left/sub/ left/sub/b=1 left/taken=2 right/sub/ right/sub/b=1"));
 
         f.compare();
         f.answers.answerText(QStringLiteral("a/b"));
-        f.carryOut(Command::Rename, words("taken"));
+        f.carryOut(Command::Rename, lines("taken"));
         QCOMPARE(f.askedTitle(), QStringLiteral("Rename failed"));
         QCOMPARE(f.asked(), QStringLiteral("Cannot rename: taken\n\nThis name is not allowed."));
         f.answers.answerText(QStringLiteral("sub"));
-        f.carryOut(Command::Rename, words("taken"));
+        f.carryOut(Command::Rename, lines("taken"));
         QCOMPARE(f.askedTitle(), QStringLiteral("Rename failed"));
         QVERIFY(f.asked().startsWith(QLatin1String("Cannot rename: left/")));
         QVERIFY(f.has("left/taken=2"));
@@ -179,7 +171,7 @@ private Q_SLOTS:
     void foldersAreMadeWhereTheSelectionIs()
     {
         ActionsFixture f;
-        f.make(words("left/sub/a=1 right/other=2"));
+        f.make("left/sub/a=1 right/other=2");
         f.answers.answerText(QStringLiteral("new"));
         f.carryOut(Command::NewFolder);
         QCOMPARE(f.asked(), QStringLiteral("Folder name:"));
@@ -187,9 +179,9 @@ private Q_SLOTS:
         QCOMPARE(f.log().first(2),
                  QStringList({QStringLiteral("new folder: left/new"), QStringLiteral("new folder: right/new")}));
         f.answers.answerText(QStringLiteral("in"));
-        f.carryOut(Command::NewFolder, words("sub"), FolderSides::Left);
+        f.carryOut(Command::NewFolder, lines("sub"), FolderSides::Left);
         f.answers.answerText(QStringLiteral("beside"));
-        f.carryOut(Command::NewFolder, words("sub/a"), FolderSides::Left);
+        f.carryOut(Command::NewFolder, lines("sub/a"), FolderSides::Left);
         QCOMPARE(f.files.picture().join(u' '),
                  QStringLiteral("left/new/ left/sub/ left/sub/a=1 left/sub/beside/ left/sub/in/ right/new/ "
                                 "right/other=2"));
@@ -205,8 +197,8 @@ private Q_SLOTS:
         ActionsFixture f;
         if (!f.files.hasRecycleBin())
             QSKIP("no recycle bin here");
-        f.make(words("left/new=1 left/changed=2 left/same=3 left/dir/x=4 right/changed=old right/same=3 right/gone=5 "
-                     "right/old/deep/y=6"));
+        f.make("left/new=1 left/changed=2 left/same=3 left/dir/x=4 right/changed=old right/same=3 right/gone=5 "
+               "right/old/deep/y=6");
         f.carryOut(Command::MirrorToRight);
         QCOMPARE(f.opened()->windowTitle(), QStringLiteral("Confirm mirror sync"));
         QVERIFY(
@@ -243,7 +235,7 @@ private Q_SLOTS:
         ActionsFixture f;
         if (!f.files.hasRecycleBin())
             QSKIP("no recycle bin here");
-        f.make(words("left/ right/a=1"));
+        f.make("left/ right/a=1");
         f.carryOut(Command::MirrorToRight);
         QCOMPARE(f.askedTitle(), QStringLiteral("Confirm mirror sync"));
         QVERIFY(!f.opened());
@@ -253,7 +245,7 @@ private Q_SLOTS:
         f.click("planStart");
         QCOMPARE(f.files.picture(), QStringList());
 
-        f.files.make(words("right/b=1"));
+        f.files.make("right/b=1");
         f.compare();
         f.files.remove(QStringLiteral("left"));
         f.answers.answerNumber(1);
@@ -267,8 +259,8 @@ private Q_SLOTS:
         ActionsFixture f;
         if (!f.files.hasRecycleBin())
             QSKIP("no recycle bin here");
-        f.make(words("left/a/x=1 left/b/y=2 right/a/z=3 right/b/w=4 right/c=5"));
-        f.carryOut(Command::MirrorToRight, words("a"));
+        f.make("left/a/x=1 left/b/y=2 right/a/z=3 right/b/w=4 right/c=5");
+        f.carryOut(Command::MirrorToRight, lines("a"));
         f.click("planStart");
         QCOMPARE(f.picture("right"), QStringLiteral("a/ a/x=1 b/ b/w=4 c=5"));
     }
@@ -276,11 +268,11 @@ private Q_SLOTS:
     void updatesCopyWhatIsNewerAndDeleteNothing()
     {
         ActionsFixture f;
-        f.make(words("left/both=old right/both=new right/r=1 left/l=2"));
+        f.make("left/both=old right/both=new right/r=1 left/l=2");
         f.carryOut(Command::UpdateRight);
         f.click("planStart");
         QCOMPARE(f.log().first(), QStringLiteral("update: left -> right"));
-        QCOMPARE(f.files.picture(), words("left/both=old left/l=2 right/both=new right/l=2 right/r=1"));
+        QCOMPARE(f.files.picture(), lines("left/both=old left/l=2 right/both=new right/l=2 right/r=1"));
         f.compare();
         f.carryOut(Command::UpdateBoth);
         f.click("planStart");
@@ -295,11 +287,11 @@ private Q_SLOTS:
     void entriesGoToAnyFolder()
     {
         ActionsFixture f;
-        f.make(words("left/a=1 left/sub/b=2 right/a=9 right/r=3 other/a=there"));
+        f.make("left/a=1 left/sub/b=2 right/a=9 right/r=3 other/a=there");
         const QString other = f.files.path(QStringLiteral("other"));
         f.answers.answerPath(other);
         f.answers.answerNumber(2); // skip
-        f.carryOut(Command::CopyTo, words("a sub r"));
+        f.carryOut(Command::CopyTo, lines("a sub r"));
         QCOMPARE(f.answers.asked().first().title, QStringLiteral("Select destination folder"));
         QCOMPARE(f.picture("other"), QStringLiteral("a=there r=3 sub/ sub/b=2"));
         QVERIFY(f.log().contains(QStringLiteral("copy: left/sub -> other/sub")));
@@ -307,33 +299,33 @@ private Q_SLOTS:
 
         f.answers.answerPath(other);
         f.answers.answerNumber(1); // replace
-        f.carryOut(Command::MoveTo, words("a"), FolderSides::Right);
+        f.carryOut(Command::MoveTo, lines("a"), FolderSides::Right);
         QCOMPARE(f.picture("other"), QStringLiteral("a=9 r=3 sub/ sub/b=2"));
         QCOMPARE(f.log().first(), QStringLiteral("move: right/a -> other/a"));
         QCOMPARE(f.picture("right"), QStringLiteral("r=3"));
-        QCOMPARE(f.touched, words("a"));
+        QCOMPARE(f.touched, lines("a"));
 
         // Nothing is put in the place of itself.
         f.compare();
         f.answers.answerPath(f.files.left());
         f.answers.answerNumber(1);
-        f.carryOut(Command::MoveTo, words("a"), FolderSides::Left);
+        f.carryOut(Command::MoveTo, lines("a"), FolderSides::Left);
         QCOMPARE(f.picture("left"), QStringLiteral("a=1 sub/ sub/b=2"));
     }
 
     void entriesAreMovedToTheOtherSide()
     {
         ActionsFixture f;
-        f.make(words("right/sub/same=s right/sub/keep=k left/a=1 left/sub/b=2 left/sub/same=s left/sub/deep/c=3 "
-                     "left/x.o=4"));
+        f.make("right/sub/same=s right/sub/keep=k left/a=1 left/sub/b=2 left/sub/same=s left/sub/deep/c=3 "
+               "left/x.o=4");
         const QStringList before = f.files.picture();
-        f.carryOut(Command::MoveToRight, words("a sub"));
+        f.carryOut(Command::MoveToRight, lines("a sub"));
         QCOMPARE(f.log(),
                  QStringList({QStringLiteral("move: left/a -> right/a"), QStringLiteral("move: left/sub -> right/sub"),
                               QStringLiteral("Done: 7 succeeded, 0 failed")}));
         QCOMPARE(f.picture("left"), QStringLiteral("x.o=4"));
         QCOMPARE(f.picture("right"), QStringLiteral("a=1 sub/ sub/b=2 sub/deep/ sub/deep/c=3 sub/keep=k sub/same=s"));
-        QCOMPARE(f.touched, words("a sub sub/b sub/deep sub/deep/c sub/same"));
+        QCOMPARE(f.touched, lines("a sub sub/b sub/deep sub/deep/c sub/same"));
         QVERIFY(f.answers.asked().isEmpty());
         f.carryOut(Command::UndoLast);
         f.click("planStart");
@@ -342,23 +334,23 @@ private Q_SLOTS:
         // What is hidden stays, and so does the folder around it.
         f.context.isHidden = [](const FolderDiffItem &item) { return item.name == QLatin1String("sub/b"); };
         f.compare();
-        f.carryOut(Command::MoveToRight, words("sub"));
+        f.carryOut(Command::MoveToRight, lines("sub"));
         QCOMPARE(f.picture("left"), QStringLiteral("a=1 sub/ sub/b=2 x.o=4"));
     }
 
     void movingOverANewerFileIsAsked()
     {
         ActionsFixture f;
-        f.make(words("left/a=old right/a=newer"));
+        f.make("left/a=old right/a=newer");
         f.files.setTime(QStringLiteral("right/a"), 1000000);
         f.compare();
-        f.carryOut(Command::MoveToRight, words("a"));
+        f.carryOut(Command::MoveToRight, lines("a"));
         QCOMPARE(f.askedTitle(), QStringLiteral("Move"));
         QCOMPARE(f.asked(), QStringLiteral("A newer file will be replaced by an older one.\n\nright/a"));
         QVERIFY(f.has("right/a=newer"));
-        f.carryOut(Command::MoveToLeft, words("a"));
+        f.carryOut(Command::MoveToLeft, lines("a"));
         QCOMPARE(f.log().first(), QStringLiteral("move: right/a -> left/a"));
-        QCOMPARE(f.files.picture(), words("left/a=newer"));
+        QCOMPARE(f.files.picture(), lines("left/a=newer"));
     }
 
     void levelsThatNobodyHasOpenedAreListedFirst()
@@ -366,16 +358,16 @@ private Q_SLOTS:
         ActionsFixture f;
         if (!f.files.hasRecycleBin())
             QSKIP("no recycle bin here");
-        f.make(words("left/sub/deep/a=1 right/sub/b=2 right/gone/c=3 left/x=1 right/x=2"));
+        f.make("left/sub/deep/a=1 right/sub/b=2 right/gone/c=3 left/x=1 right/x=2");
         f.context.isWhole = false;
         f.context.items = compareFolderLevel(f.files.left(), f.files.right(), CompareMethod::Binary);
         f.context.isHidden = [](const FolderDiffItem &item) { return item.name == QLatin1String("sub/b"); };
         f.actions.setContext(f.context);
-        f.carryOut(Command::CopyToRight, words("sub"));
+        f.carryOut(Command::CopyToRight, lines("sub"));
         QCOMPARE(f.picture("right/sub"), QStringLiteral("b=2 deep/ deep/a=1"));
         QCOMPARE(f.log().first(), QStringLiteral("copy: left/sub -> right/sub"));
         QVERIFY(f.touched.contains(QStringLiteral("sub/deep/a")));
-        f.carryOut(Command::Delete, words("sub"), FolderSides::Right); // holds what is hidden
+        f.carryOut(Command::Delete, lines("sub"), FolderSides::Right); // holds what is hidden
         if (f.opened())
             f.click("planStart");
         QVERIFY(f.has("right/sub/b=2"));
@@ -428,7 +420,7 @@ private Q_SLOTS:
                        ? FileError{FileErrorKind::Denied, QStringLiteral("scripted")}
                        : FileError();
         });
-        f.make(words("left/a=1 other/"));
+        f.make("left/a=1 other/");
         if (command == int(Command::MoveTo))
             f.answers.answerPath(f.files.path(QStringLiteral("other")));
         else if (command == int(Command::Rename) || command == int(Command::NewFolder))
@@ -437,7 +429,7 @@ private Q_SLOTS:
             f.answers.answerNumber(1);
         fails = true;
         f.carryOut(Command(command), command == int(Command::NewFolder) ? FolderSelection{{}, FolderSides::Left}
-                                                                        : f.select(words("a"), FolderSides::Both));
+                                                                        : f.select(lines("a"), FolderSides::Both));
         if (f.opened())
             f.click("planStart");
         QCOMPARE(f.askedTitle(), title);
@@ -457,14 +449,14 @@ private Q_SLOTS:
                        ? FileError{FileErrorKind::NoSpace, QStringLiteral("scripted")}
                        : FileError();
         });
-        f.make(words("left/a=1 left/b=2 left/c=3"));
+        f.make("left/a=1 left/b=2 left/c=3");
         fails = true;
-        f.carryOut(Command::CopyToRight, words("a b c"));
+        f.carryOut(Command::CopyToRight, lines("a b c"));
         QVERIFY(f.opened());
         QCOMPARE(f.opened()->windowTitle(), QStringLiteral("Copy failed"));
         QCOMPARE(f.opened()->findChild<QLabel *>(QStringLiteral("resultsHeading"))->text(),
                  QStringLiteral("Done: 0 succeeded, 3 failed"));
-        QCOMPARE(f.rows(), words("right/a right/b right/c"));
+        QCOMPARE(f.rows(), lines("right/a right/b right/c"));
         QVERIFY(f.rows(1).first().startsWith(QLatin1String("The disk is full")));
         QVERIFY(f.log().first().startsWith(QLatin1String("Cannot copy to: right/a — ")));
     }
@@ -473,16 +465,16 @@ private Q_SLOTS:
     void whatHasChangedSinceIsLeftAlone()
     {
         ActionsFixture f;
-        f.make(words("left/a=1 right/a=2 right/b=3 left/sub/x=1"));
+        f.make("left/a=1 right/a=2 right/b=3 left/sub/x=1");
         f.carryOut(Command::MirrorToRight);
-        f.files.make(words("right/a=edited-meanwhile"));
+        f.files.make("right/a=edited-meanwhile");
         f.click("planStart");
         QVERIFY(f.has("right/a=edited-meanwhile"));
         QVERIFY(f.touched.contains(QStringLiteral("a")));
 
         f.compare();
         f.files.remove(QStringLiteral("left/a"));
-        f.carryOut(Command::CopyToRight, words("a"));
+        f.carryOut(Command::CopyToRight, lines("a"));
         QCOMPARE(f.askedTitle(), QStringLiteral("Copy failed"));
         QVERIFY(f.asked().startsWith(QLatin1String("Cannot copy: left/a\n\n")));
         QVERIFY(f.has("right/a=edited-meanwhile"));
@@ -496,7 +488,7 @@ private Q_SLOTS:
                        ? FileError{FileErrorKind::Unsupported, QStringLiteral("scripted")}
                        : FileError();
         });
-        f.make(words("left/keep=1 right/keep=1 right/a=1 right/sub/b=2"));
+        f.make("left/keep=1 right/keep=1 right/a=1 right/sub/b=2");
         fails = true;
         f.carryOut(Command::MirrorToRight);
         f.answers.answerNumber(1);
@@ -516,21 +508,21 @@ private Q_SLOTS:
                 QMetaObject::invokeMethod(running, &FolderActions::cancel, Qt::BlockingQueuedConnection);
             return FileError();
         });
-        f.make(words("left/a=1 left/b=2 left/c=3"));
+        f.make("left/a=1 left/b=2 left/c=3");
         running = &f.actions;
-        f.carryOut(Command::CopyToRight, words("a b c"));
+        f.carryOut(Command::CopyToRight, lines("a b c"));
         running = nullptr;
         QVERIFY2(f.status.startsWith(QLatin1String("Cancelled. Done: ")), qPrintable(f.status));
         for (const QString &entry : f.files.picture(QStringLiteral("right"))) // nothing half
-            QVERIFY2(words("a=1 b=2").contains(entry), qPrintable(entry));
+            QVERIFY2(lines("a=1 b=2").contains(entry), qPrintable(entry));
     }
 
     void readOnlySidesSwitchCommandsOff()
     {
         ActionsFixture f;
         f.context.options.rightReadOnly = true;
-        f.make(words("left/a=1 right/a=2 right/r=3"));
-        const FolderSelection pair = f.select(words("a"));
+        f.make("left/a=1 right/a=2 right/r=3");
+        const FolderSelection pair = f.select(lines("a"));
         const QString reason = QStringLiteral("The right side is read-only");
         for (const Command command : {Command::CopyToRight, Command::MirrorToRight, Command::UpdateRight,
                                       Command::UpdateBoth, Command::Delete, Command::DeleteForGood, Command::Rename,
@@ -539,7 +531,7 @@ private Q_SLOTS:
         for (const Command command : {Command::CopyToLeft, Command::MirrorToLeft, Command::UpdateLeft, Command::CopyTo,
                                       Command::Properties, Command::ShowInFileManager, Command::UndoLast})
             QCOMPARE(f.actions.whyNot(command, pair), QString());
-        const FolderSelection left = f.select(words("a"), FolderSides::Left);
+        const FolderSelection left = f.select(lines("a"), FolderSides::Left);
         for (const Command command : {Command::Delete, Command::Rename, Command::NewFolder, Command::MoveTo})
             QCOMPARE(f.actions.whyNot(command, left), QString());
 
@@ -553,7 +545,7 @@ private Q_SLOTS:
         // Nor does undoing write there.
         f.context.options.rightReadOnly = false;
         f.compare();
-        f.carryOut(Command::CopyToRight, words("a"));
+        f.carryOut(Command::CopyToRight, lines("a"));
         QVERIFY(f.has("right/a=1"));
         f.context.options.rightReadOnly = true;
         f.compare();
@@ -565,14 +557,14 @@ private Q_SLOTS:
     void commandsSayWhyTheyCannot()
     {
         ActionsFixture f;
-        f.make(words("left/a=1 left/b=1 right/r=3"));
+        f.make("left/a=1 left/b=1 right/r=3");
         const FolderSelection nothing;
-        const FolderSelection left = f.select(words("a"));
-        const FolderSelection both = f.select(words("a b"));
+        const FolderSelection left = f.select(lines("a"));
+        const FolderSelection both = f.select(lines("a b"));
         QCOMPARE(f.actions.whyNot(Command::Delete, nothing), QStringLiteral("Nothing is selected"));
         QCOMPARE(f.actions.whyNot(Command::CopyToLeft, left),
                  QStringLiteral("Nothing of the selection is on the right side"));
-        QCOMPARE(f.actions.whyNot(Command::Delete, f.select(words("a"), FolderSides::Right)),
+        QCOMPARE(f.actions.whyNot(Command::Delete, f.select(lines("a"), FolderSides::Right)),
                  QStringLiteral("The selection is not on this side"));
         QCOMPARE(f.actions.whyNot(Command::Rename, both), QStringLiteral("Select one entry only"));
         QCOMPARE(f.actions.whyNot(Command::MirrorToLeft, nothing), QString());
@@ -585,7 +577,7 @@ private Q_SLOTS:
     void nothingToUndoIsSaid()
     {
         ActionsFixture f;
-        f.make(words("left/a=1"));
+        f.make("left/a=1");
         f.carryOut(Command::UndoLast);
         QCOMPARE(f.status, QStringLiteral("There is nothing to undo"));
         QVERIFY(!f.opened());
@@ -595,10 +587,10 @@ private Q_SLOTS:
     {
         ActionsFixture f;
         f.context.options.alignOverrides = {{QStringLiteral("*.c"), QStringLiteral("*.cpp")}};
-        f.make(words("right/a.cpp=2 left/a.c=1"));
-        f.carryOut(Command::CopyToRight, words("a.c"));
+        f.make("right/a.cpp=2 left/a.c=1");
+        f.carryOut(Command::CopyToRight, lines("a.c"));
         QCOMPARE(f.log().first(), QStringLiteral("copy: left/a.c -> right/a.cpp"));
-        QCOMPARE(f.touched, words("a.c"));
+        QCOMPARE(f.touched, lines("a.c"));
         QCOMPARE(f.picture("right"), QStringLiteral("a.cpp=1"));
     }
 };
