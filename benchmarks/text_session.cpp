@@ -2,6 +2,7 @@
 //
 //   benchmark_text_session        prints a table; the exit status is 1 when a bound is passed
 
+#include "platform/thread_end.h"
 #include "session/session_host.h"
 #include "session/session_record.h"
 #include "text/text_compare_widget.h"
@@ -206,6 +207,7 @@ bool report(const char *what, double few, double many, double most)
 
 int main(int argc, char *argv[])
 {
+    orderEndOfThreads();
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     // Nothing of the person who measures is read or written.

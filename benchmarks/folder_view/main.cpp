@@ -10,6 +10,7 @@
 #include "folder/compare/folder_view.h"
 #include "folder/compare/tree_line_tree_widget.h"
 #include "folder_session/made_trees.h"
+#include "platform/thread_end.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
@@ -50,6 +51,7 @@ double longestTurn(const std::function<void()> &step, const std::function<bool()
 
 int main(int argc, char **argv)
 {
+    orderEndOfThreads();
     QApplication app(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     const int entries = arguments.value(1, QStringLiteral("200000")).toInt();
