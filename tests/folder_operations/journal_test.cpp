@@ -124,7 +124,7 @@ private Q_SLOTS:
     void aBinThatDoesNotTellItsPlacesKeepsWhatItHas()
     {
         OperationFixture tree;
-        tree.make("left/a=new right/a=old right/gone=x");
+        tree.make("left/a=new right/a=old right/gone=x right/dir/y=y");
         ScriptedLayer files([](int, QLatin1String) { return FileError(); });
         files.hideBin();
         OperationJournal journal(files, tree.journalFolder());
@@ -132,9 +132,10 @@ private Q_SLOTS:
         if (!report.problems.isEmpty() && report.problems.first().code == OperationErrorCode::NoRecycleBin)
             QSKIP("no recycle bin here");
         QVERIFY(report.isComplete());
-        QCOMPARE(report.inBinOnly, 1);
+        QCOMPARE(report.inBinOnly, 2);
         const UndoPlan undo = journal.planUndo();
-        QCOMPARE(tree.leftOut(undo.plan), QStringList(said(LeftOutReason::InRecycleBin, "right/gone")));
+        QCOMPARE(tree.leftOut(undo.plan), QStringList({said(LeftOutReason::InRecycleBin, "right/dir"),
+                                                       said(LeftOutReason::InRecycleBin, "right/gone")}));
         QVERIFY(tree.execute(undo.plan, {}, files).isComplete());
         QCOMPARE(tree.picture("right"), lines("a=old"));
     }
