@@ -132,6 +132,9 @@ Q_SIGNALS:
     void repaintWanted(); ///< what is in sight looks different
 
 private:
+    /// Of air behind the widest line, and around the caret when it is scrolled into sight.
+    static constexpr qint64 columnsToSpare = 4;
+
     void setCurrentBlock(qsizetype block);
     void revealChange();
     void showLaterDocument(std::shared_ptr<const DiffDocument> document);
