@@ -6,6 +6,12 @@
 
 namespace velmora {
 
+namespace {
+
+constexpr int roomForBoth = 110; // characters
+
+} // namespace
+
 StatusFoot::StatusFoot(QWidget *parent)
     : QWidget(parent),
       m_message(new ElidedLabel),
@@ -33,18 +39,12 @@ void StatusFoot::showMessage(const QString &message)
 void StatusFoot::showFormat(const QString &format)
 {
     m_format->setText(format);
-    arrange();
 }
 
 void StatusFoot::resizeEvent(QResizeEvent * /*event*/)
 {
-    arrange();
-}
-
-void StatusFoot::arrange()
-{
-    // Messages come and go, and the texts above must not move with each: the formats alone decide.
-    const bool isNarrow = width() < 3 * m_format->sizeHint().width();
+    // Whatever they say: the texts above must not move with each message.
+    const bool isNarrow = width() < roomForBoth * fontMetrics().averageCharWidth();
     m_layout->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
     m_layout->setSpacing(isNarrow ? 2 : 16);
 }

@@ -23,8 +23,6 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void arrange();
-
     ElidedLabel *m_message;
     ElidedLabel *m_format;
     QBoxLayout *m_layout;
