@@ -572,19 +572,6 @@ private Q_SLOTS:
         QCOMPARE(v.scene.nextBlock(), 2);
         QCOMPARE(v.scene.previousBlock(), 1);
     }
-
-    void stopsAtMinorDifferencesWhenTheyCount()
-    {
-        Shown v("===~", "a\nb \nc\nd\n", "a\nb\nc\nx\n");
-        QCOMPARE(v.layout.blockCount(), 1);
-        v.scene.setCountsMinor(true);
-        QCOMPARE(v.layout.blockCount(), 2);
-        v.scene.goToBlock(0);
-        QCOMPARE(v.caret(), QStringLiteral("1:0"));
-        v.scene.setCountsMinor(false);
-        QCOMPARE(v.scene.currentBlock(), -1);
-        QCOMPARE(v.layout.blockCount(), 1);
-    }
 };
 
 VELMORA_TEST(DiffViewTest)

@@ -1,8 +1,6 @@
 #pragma once
 
 #include "session_fixture.h"
-#include "text/view/diff_pane.h"
-#include "text/view/diff_view.h"
 
 #include <optional>
 
@@ -55,9 +53,6 @@ public:
         closeAnswer.reset();
         session.confirmClose([this](bool mayClose) { closeAnswer = mayClose; });
     }
-
-    DiffPane &pane(Side side) { return session.view().pane(side); }
-    DiffScene &scene() { return session.view().scene(); }
 
     void put(Side side, TextPosition from, TextPosition to) { scene().setCaret({side, from, to}); }
     void put(Side side, TextPosition at) { put(side, at, at); }

@@ -1,7 +1,5 @@
 #include "session_fixture.h"
 #include "support/test_main.h"
-#include "text/view/diff_pane.h"
-#include "text/view/diff_view.h"
 #include "text/view/text_search.h"
 
 #include <QCheckBox>
@@ -28,6 +26,26 @@ DiffDocument documentOf(const QList<AlignedRow> &rows, const QByteArray &left, c
             std::make_shared<TextLinesSource>(TextLines::split(right))};
 }
 
+/// A session on the screen that compares two texts and has its find bar open.
+class FindFixture : public SessionFixture {
+public:
+    FindFixture(const QByteArray &leftText, const QByteArray &rightText)
+    {
+        compareTexts(leftText, rightText);
+        session.show();
+        session.onFind();
+    }
+
+    void lookFor(const QString &text) { child<QLineEdit>("findText")->setText(text); }
+    void lookForExpression(const QString &text)
+    {
+        for (QCheckBox *box : session.findChildren<QCheckBox *>())
+            box->setChecked(box->text() == QStringLiteral("Regular expression"));
+        lookFor(text);
+    }
+    [[nodiscard]] QString found() const { return label(QStringLiteral("findPosition")); }
+};
+
 } // namespace
 
 class FindTest : public QObject {
@@ -37,23 +55,14 @@ private Q_SLOTS:
     /// Such an expression tries each of the ways to divide a run of letters, whose number doubles with each letter.
     void anExpressionThatRunsAwayGivesUpLineByLine()
     {
-        SessionFixture f;
         const QByteArray slow = QByteArray(60, 'a') + "!\n";
-        const QString path = f.file(QStringLiteral("a"), "aaa\n" + slow + "b aa\n" + slow);
-        f.compare(path, f.file(QStringLiteral("b"), "x\n"));
+        FindFixture f("aaa\n" + slow + "b aa\n" + slow, "x\n");
         const SearchQuery query{QStringLiteral("(a+)+$"), false, false, true};
-        const TextMatches matches = findMatches(*f.session.view().scene().document(), query);
+        const TextMatches matches = findMatches(*f.scene().document(), query);
         QCOMPARE(matches.linesGivenUp, 2);
         QCOMPARE(matches.left.size(), std::size_t(2));
-
-        f.session.onFind();
-        for (QCheckBox *box : f.session.findChildren<QCheckBox *>()) {
-            if (box->text() == QStringLiteral("Regular expression"))
-                box->setChecked(true);
-        }
-        f.session.findChild<QLineEdit *>(QStringLiteral("findText"))->setText(query.text);
-        QTRY_VERIFY(
-            f.label(QStringLiteral("findPosition")).endsWith(QStringLiteral("too slow an expression for 2 lines")));
+        f.lookForExpression(query.text);
+        QTRY_VERIFY(f.found().endsWith(QStringLiteral("too slow an expression for 2 lines")));
     }
 
     void findsInTheLinesOfEachSide_data()
@@ -86,18 +95,12 @@ private Q_SLOTS:
 
     void leadsFromMatchToMatch()
     {
-        SessionFixture f;
-        f.compare(f.file(QStringLiteral("a"), "one\ntwo one\nthree\nOne\n"),
-                  f.file(QStringLiteral("b"), "one\nthree\n"));
-        f.session.show();
-        f.session.onFind();
-        auto *text = f.session.findChild<QLineEdit *>(QStringLiteral("findText"));
-        DiffScene &scene = f.session.view().scene();
-        const auto position = [&f] { return f.label(QStringLiteral("findPosition")); };
+        FindFixture f("one\ntwo one\nthree\nOne\n", "one\nthree\n");
+        DiffScene &scene = f.scene();
         const auto found = [&] {
-            return QStringLiteral("%1 %2").arg(position()).arg(scene.caret().selectionStart().row);
+            return QStringLiteral("%1 %2").arg(f.found()).arg(scene.caret().selectionStart().row);
         };
-        text->setText(QStringLiteral("one"));
+        f.lookFor(QStringLiteral("one"));
         QTRY_COMPARE(found(), QStringLiteral("1 of 3 0"));
         QCOMPARE(scene.selectedText(), QStringLiteral("one"));
         f.session.onFindNext();
@@ -117,45 +120,34 @@ private Q_SLOTS:
         f.session.onShowAll();
 
         // More letters stay where the search began, if they can.
-        text->setText(QStringLiteral("t"));
-        QTRY_COMPARE(position(), QStringLiteral("1 of 2"));
-        text->setText(QStringLiteral("thr"));
+        f.lookFor(QStringLiteral("t"));
+        QTRY_COMPARE(f.found(), QStringLiteral("1 of 2"));
+        f.lookFor(QStringLiteral("thr"));
         QTRY_COMPARE(found(), QStringLiteral("1 of 1 2"));
-        text->setText(QStringLiteral("thrx"));
-        QTRY_COMPARE(position(), QStringLiteral("No match"));
+        f.lookFor(QStringLiteral("thrx"));
+        QTRY_COMPARE(f.found(), QStringLiteral("No match"));
         f.session.onFindNext();
 
         f.session.onFindClose();
-        QVERIFY(text->isHidden() || !text->isVisible());
         QVERIFY(scene.search().matches().left.empty());
     }
 
     void saysWhatIsWrongWithAnExpression()
     {
-        SessionFixture f;
-        const QString file = f.file(QStringLiteral("a"), "one\n");
-        f.compare(file, file);
-        f.session.show();
-        f.session.onFind();
-        for (QCheckBox *box : f.session.findChildren<QCheckBox *>())
-            box->setChecked(box->text() == QStringLiteral("Regular expression"));
-        f.session.findChild<QLineEdit *>(QStringLiteral("findText"))->setText(QStringLiteral("(o"));
-        QVERIFY(f.label(QStringLiteral("findPosition")).startsWith(QStringLiteral("Not a regular expression: ")));
+        FindFixture f("one\n", "one\n");
+        f.lookForExpression(QStringLiteral("(o"));
+        QVERIFY(f.found().startsWith(QStringLiteral("Not a regular expression: ")));
     }
 
     void looksForTheSameInTheNextResult()
     {
-        SessionFixture f;
-        const QString file = f.file(QStringLiteral("a"), "one\n");
-        f.compare(file, file);
-        f.session.show();
-        f.session.onFind();
-        f.session.findChild<QLineEdit *>(QStringLiteral("findText"))->setText(QStringLiteral("one"));
-        QTRY_COMPARE(f.label(QStringLiteral("findPosition")), QStringLiteral("1 of 1"));
+        FindFixture f("one\n", "one\n");
+        f.lookFor(QStringLiteral("one"));
+        QTRY_COMPARE(f.found(), QStringLiteral("1 of 1"));
         f.file(QStringLiteral("a"), "one\none\n");
         f.session.onReloadBoth();
         f.wait();
-        QTRY_COMPARE(f.label(QStringLiteral("findPosition")), QStringLiteral("Matches: 2"));
+        QTRY_COMPARE(f.found(), QStringLiteral("Matches: 2"));
     }
 
     void opensWithTheSelectionAndClosesByEscape()
@@ -166,11 +158,11 @@ private Q_SLOTS:
         f.session.show();
         f.session.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&f.session));
-        DiffPane &pane = f.session.view().pane(Side::Left);
+        DiffPane &pane = f.pane(Side::Left);
         pane.setFocus();
-        f.session.view().scene().setCaret({Side::Left, {0, 4}, {0, 7}});
+        f.scene().setCaret({Side::Left, {0, 4}, {0, 7}});
         QTest::keyClick(&pane, Qt::Key_F, Qt::ControlModifier);
-        auto *text = f.session.findChild<QLineEdit *>(QStringLiteral("findText"));
+        auto *text = f.child<QLineEdit>("findText");
         QVERIFY(text->hasFocus());
         QCOMPARE(text->text(), QStringLiteral("two"));
         QTRY_COMPARE(f.label(QStringLiteral("findPosition")), QStringLiteral("1 of 1"));
@@ -192,7 +184,7 @@ private Q_SLOTS:
         f.session.onGotoLine();
         QCOMPARE(f.dialogs.asked().last().title, QStringLiteral("Go to line"));
         QCOMPARE(f.dialogs.asked().last().text, QStringLiteral("Line number (1 - 300):"));
-        DiffScene &scene = f.session.view().scene();
+        DiffScene &scene = f.scene();
         QCOMPARE(scene.document()->text(scene.caret().position.row, Side::Left), QStringLiteral("250"));
         QVERIFY(scene.layout().inSight(scene.top(), scene.viewportHeight()).contains(scene.caret().position.row));
 

@@ -116,39 +116,6 @@ private Q_SLOTS:
         QCOMPARE(layout.blockOf(4), -1);
     }
 
-    void scrollsByWholeRows()
-    {
-        const RowLayout layout = layoutOf(QByteArray(100, '='));
-        QCOMPARE(layout.rowsPerPage(45), 4);
-        QCOMPARE(layout.rowsPerPage(3), 1);
-        QCOMPARE(layout.maximumTop(45), (RowPlace{96, 0}));
-        QCOMPARE(layout.inSight({96, 0}, 45), (RowRange{96, 4}));
-        QCOMPARE(layout.inSight({10, 0}, 45), (RowRange{10, 5})); // the last one is cut off
-        QCOMPARE(layout.yOf(12, {10, 0}), 20);
-        QCOMPARE(layout.yOf(8, {10, 0}), -20);
-    }
-
-    void hitsRowsInsideAndOutsideTheView()
-    {
-        const RowLayout layout = layoutOf(QByteArray(100, '='));
-        QCOMPARE(layout.indexAtY(9, {10, 0}), 10);
-        QCOMPARE(layout.indexAtY(10, {10, 0}), 11);
-        QCOMPARE(layout.indexAtY(-1, {10, 0}), 9);
-        QCOMPARE(layout.indexAtY(-11, {10, 0}), 8);
-        QCOMPARE(layout.indexAtY(-5000, {10, 0}), 0);
-        QCOMPARE(layout.indexAtY(5000, {10, 0}), 99);
-        QCOMPARE(layoutOf({}).indexAtY(5, {0, 0}), -1);
-    }
-
-    void bringsRowsIntoSightByTheLeastScroll()
-    {
-        const RowLayout layout = layoutOf(QByteArray(100, '='));
-        QCOMPARE(layout.topToShow({51, 0}, {48, 0}, 45), (RowPlace{48, 0}));
-        QCOMPARE(layout.topToShow({52, 0}, {48, 0}, 45), (RowPlace{49, 0}));
-        QCOMPARE(layout.topToShow({40, 0}, {48, 0}, 45), (RowPlace{40, 0}));
-        QCOMPARE(layout.topToShow({99, 0}, {0, 0}, 45), (RowPlace{96, 0}));
-    }
-
     void revealsADifferenceWithItsSurroundings()
     {
         const RowLayout layout = layoutOf(QByteArray(100, '='));
@@ -184,6 +151,29 @@ private Q_SLOTS:
         QCOMPARE(layout.topToShow({3, 10}, {3, 8}, 45), (RowPlace{3, 8}));
         QCOMPARE(layout.topToShow({1, 1}, {3, 8}, 45), (RowPlace{1, 1}));
         QCOMPARE(layout.topToReveal({2, 1}, {0, 0}, 45), (RowPlace{1, 2}));
+    }
+
+    void rowsOfOneLineScrollAsRowsThatAreNotMeasured()
+    {
+        std::mt19937 random(5);
+        const RowLayout plain = layoutOf(QByteArray(100, '='));
+        RowLayout measured = plain;
+        measured.setMeasure([](qsizetype) { return 1; });
+        for (int round = 0; round < 500; ++round) {
+            const RowPlace top{qsizetype(random() % 100), 0};
+            const RowPlace place{qsizetype(random() % 100), 0};
+            const int height = int(random() % 300);
+            const int y = int(random() % 3000) - 1500;
+            QCOMPARE(plain.maximumTop(height), measured.maximumTop(height));
+            QCOMPARE(plain.moved(top, y), measured.moved(top, y));
+            QCOMPARE(plain.inSight(top, height), measured.inSight(top, height));
+            QCOMPARE(plain.yOf(place.index, top), measured.yOf(place.index, top));
+            QCOMPARE(plain.indexAtY(y, top), measured.indexAtY(y, top));
+            QCOMPARE(plain.topToShow(place, top, height), measured.topToShow(place, top, height));
+        }
+        QCOMPARE(plain.rowsPerPage(3), 1);
+        QCOMPARE(plain.yOf(8, {10, 0}), -20);
+        QCOMPARE(layoutOf({}).indexAtY(5, {0, 0}), -1);
     }
 
     void measuresNoMoreRowsThanAreSeen()

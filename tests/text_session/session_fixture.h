@@ -4,6 +4,8 @@
 #include "session/session_record.h"
 #include "support/scripted_dialogs.h"
 #include "text/text_compare_widget.h"
+#include "text/view/diff_pane.h"
+#include "text/view/diff_view.h"
 
 #include <QFile>
 #include <QLabel>
@@ -56,6 +58,26 @@ public:
     {
         QVERIFY(QTest::qWaitFor([this] { return !session.isComparing(); }, 60000));
     }
+
+    /// Compares two texts, as files "a" and "b".
+    void compareTexts(const QByteArray &leftText, const QByteArray &rightText)
+    {
+        compare(file(QStringLiteral("a"), leftText), file(QStringLiteral("b"), rightText));
+    }
+    /// The number of differing rows in the status line; -1 when that says something else.
+    [[nodiscard]] int diffs() const
+    {
+        const bool done = status().startsWith(QStringLiteral("Compare done: "));
+        return done ? status().section(u' ', 2, 2).toInt() : -1;
+    }
+
+    template <typename Child>
+    [[nodiscard]] Child *child(const char *name)
+    {
+        return session.findChild<Child *>(QLatin1String(name));
+    }
+    DiffPane &pane(Side side) { return session.view().pane(side); }
+    DiffScene &scene() { return session.view().scene(); }
 
     [[nodiscard]] QString label(const QString &name) const { return session.findChild<QLabel *>(name)->text(); }
     [[nodiscard]] QString status() const { return label(QStringLiteral("statusLabel")); }

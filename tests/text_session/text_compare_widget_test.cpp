@@ -2,8 +2,6 @@
 #include "settings/dialogs/text_session_settings_dialog.h"
 #include "support/test_main.h"
 #include "text/external_change.h"
-#include "text/view/diff_pane.h"
-#include "text/view/diff_view.h"
 #include "text/view/pane_notice.h"
 
 #include <QAction>
@@ -124,10 +122,10 @@ private Q_SLOTS:
     void namesEncodingsAndLineEnds()
     {
         SessionFixture f;
-        f.compare(f.file(QStringLiteral("a"), "1\r\n2\r\n"), f.file(QStringLiteral("b"), "\xEF\xBB\xBF"
-                                                                                         "1\n2\n"));
+        f.compareTexts("1\r\n2\r\n", "\xEF\xBB\xBF"
+                                     "1\n2\n");
         QCOMPARE(f.format(), QStringLiteral("Left: UTF-8 [CRLF] | Right: UTF-8 BOM [LF]"));
-        QVERIFY(f.status().startsWith(QStringLiteral("Compare done: 0 diffs")));
+        QCOMPARE(f.diffs(), 0);
         QVERIFY(f.status().endsWith(QStringLiteral("Left: 2 lines, Right: 2 lines"))); // no empty last line
     }
 
@@ -142,10 +140,10 @@ private Q_SLOTS:
                               {QStringLiteral("sameAsLeftFileFormat"), false}});
         f.compare(left, right);
         QCOMPARE(f.format(), QStringLiteral("Left: Big5 [LF] | Right: UTF-8 [LF]"));
-        QVERIFY(f.status().startsWith(QStringLiteral("Compare done: 0 diffs")));
+        QCOMPARE(f.diffs(), 0);
 
         // Another choice is taken up at once and says what it could not read.
-        auto *encoding = f.session.findChild<QComboBox *>(QStringLiteral("leftEncoding"));
+        auto *encoding = f.child<QComboBox>("leftEncoding");
         encoding->setCurrentIndex(encoding->findText(QStringLiteral("UTF-8")));
         Q_EMIT encoding->activated(encoding->currentIndex());
         f.wait();
@@ -162,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(chosen(QStringLiteral("leftEncoding")), QStringLiteral("GB18030"));
         QCOMPARE(chosen(QStringLiteral("rightEncoding")), QStringLiteral("GB18030"));
 
-        auto *right = f.session.findChild<QComboBox *>(QStringLiteral("rightEncoding"));
+        auto *right = f.child<QComboBox>("rightEncoding");
         right->setCurrentIndex(right->findText(QStringLiteral("Shift-JIS")));
         Q_EMIT right->activated(right->currentIndex());
         QCOMPARE(chosen(QStringLiteral("leftEncoding")), QStringLiteral("GB18030"));
@@ -175,9 +173,9 @@ private Q_SLOTS:
         SessionFixture f;
         f.session.setOptions({{QStringLiteral("leftReplaceFind"), QJsonArray{QStringLiteral("colour")}},
                               {QStringLiteral("leftReplaceWith"), QJsonArray{QStringLiteral("color")}}});
-        f.compare(f.file(QStringLiteral("a"), "a colour\n"), f.file(QStringLiteral("b"), "a color\n"));
-        QVERIFY(f.status().startsWith(QStringLiteral("Compare done: 0 diffs")));
-        QCOMPARE(f.session.view().scene().document()->text(0, Side::Left), QStringLiteral("a colour"));
+        f.compareTexts("a colour\n", "a color\n");
+        QCOMPARE(f.diffs(), 0);
+        QCOMPARE(f.scene().document()->text(0, Side::Left), QStringLiteral("a colour"));
     }
 
     void saysThatNothingDiffers()
@@ -189,7 +187,7 @@ private Q_SLOTS:
         QCOMPARE(banner(), QStringLiteral("The texts are identical"));
         f.compare(left, f.file(QStringLiteral("b"), "x  y\n"));
         QCOMPARE(banner(), QStringLiteral("No differences under the rules of this comparison"));
-        QVERIFY(f.session.view().scene().document()->differsUnimportantly(0));
+        QVERIFY(f.scene().document()->differsUnimportantly(0));
         f.compare(left, f.file(QStringLiteral("c"), "x z\n"));
         QCOMPARE(banner(), QString());
     }
@@ -233,7 +231,7 @@ private Q_SLOTS:
         QCOMPARE(f.status(), QStringLiteral("Cancelling..."));
         f.wait();
         QCOMPARE(f.status(), QStringLiteral("Compare cancelled"));
-        QCOMPARE(f.session.view().scene().document()->rowCount(), 1); // the result before stays
+        QCOMPARE(f.scene().document()->rowCount(), 1); // the result before stays
         f.session.onExportHtml();
         QVERIFY(f.status() != QStringLiteral("No comparison result to export"));
     }
@@ -288,7 +286,7 @@ private Q_SLOTS:
         QCOMPARE(f.status(), QStringLiteral("Cannot open left file: %1").arg(locked));
         f.compare(file, locked);
         QCOMPARE(f.status(), QStringLiteral("Cannot open right file: %1").arg(locked));
-        QVERIFY(f.session.view().scene().document() != nullptr);
+        QVERIFY(f.scene().document() != nullptr);
     }
 
     // Files that change -----------------------------------------------------------------------------------------------
@@ -328,37 +326,13 @@ private Q_SLOTS:
                 .arg(QDir::toNativeSeparators(left), QDir::toNativeSeparators(right))));
     }
 
-    void reloadsWithoutAsking()
-    {
-        SessionFixture f;
-        const QString left = f.file(QStringLiteral("a"), "1\n");
-        const QString right = f.file(QStringLiteral("b"), "1\n");
-        f.compare(left, right);
-        f.file(QStringLiteral("a"), "1\n2\n");
-        f.session.onReloadBoth();
-        f.wait();
-        QVERIFY(f.status().startsWith(QStringLiteral("Compare done: 1 diffs")));
-        QVERIFY(f.dialogs.asked().isEmpty());
-    }
-
-    void pastingIntoAnEmptySessionTakesTheClipboard()
-    {
-        SessionFixture f;
-        f.session.show();
-        QGuiApplication::clipboard()->setText(QStringLiteral("1\n2\n"));
-        QTest::keyClick(&f.session.view().pane(Side::Right), Qt::Key_V, Qt::ControlModifier);
-        f.wait();
-        QCOMPARE(f.session.paths(), (SessionPaths{QString(), QStringLiteral("[Clipboard]"), QString()}));
-        QVERIFY2(f.status().startsWith(QStringLiteral("Compare done: 2 diffs (added 2")), qPrintable(f.status()));
-    }
-
     void presetsOfTheBarChangeTheRules()
     {
         SessionFixture f;
         const QString left = f.file(QStringLiteral("a"), "x y\nZ\n");
         f.compare(left, f.file(QStringLiteral("b"), "x  y\nz\n"));
         QVERIFY(f.status().startsWith(QStringLiteral("Compare done: ")));
-        auto *menu = f.session.findChild<QAction *>(QStringLiteral("settingsAction"))->menu();
+        auto *menu = f.child<QAction>("settingsAction")->menu();
         QVERIFY(menu);
         const auto pick = [&](const char *text) {
             for (QAction *action : menu->actions()) {
@@ -378,17 +352,25 @@ private Q_SLOTS:
     void comparesTheClipboard()
     {
         SessionFixture f;
-        const QString file = f.file(QStringLiteral("a"), "1\n2\n");
-        f.compare(QString(), file);
+        f.session.show();
+        QGuiApplication::clipboard()->setText(QStringLiteral("1\n2\n"));
+        QTest::keyClick(&f.pane(Side::Right), Qt::Key_V, Qt::ControlModifier); // into nothing
+        f.wait();
+        QCOMPARE(f.session.paths(), (SessionPaths{QString(), QStringLiteral("[Clipboard]"), QString()}));
+        QVERIFY2(f.status().startsWith(QStringLiteral("Compare done: 2 diffs (added 2")), qPrintable(f.status()));
+
         QGuiApplication::clipboard()->setText(QStringLiteral("1\nzwei\n"));
         f.session.useClipboardText(Side::Left);
         f.wait();
         QCOMPARE(f.session.paths().left, QStringLiteral("[Clipboard]"));
-        QVERIFY(f.status().startsWith(QStringLiteral("Compare done: 2 diffs")));
+        QCOMPARE(f.diffs(), 2);
         QGuiApplication::clipboard()->setText(QStringLiteral("something else"));
-        f.session.onReloadBoth(); // what was taken stays
+        f.session.setEditingEnabled(true);
+        QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("x"));
+        f.session.onReloadBoth(); // what was taken stays, as it has been edited
         f.wait();
-        QVERIFY(f.status().startsWith(QStringLiteral("Compare done: 2 diffs")));
+        QCOMPARE(f.scene().document()->source(Side::Left).text(0), QStringLiteral("x1"));
+        QVERIFY(f.session.hasUnsavedChanges());
         QVERIFY(f.dialogs.asked().isEmpty());
     }
 
@@ -453,15 +435,15 @@ private Q_SLOTS:
     {
         SessionFixture f;
         f.session.setOptions({{QStringLiteral("leftReadOnly"), true}});
-        QVERIFY(f.session.findChild<QLineEdit *>(QStringLiteral("leftPathEdit"))->isReadOnly());
-        QVERIFY(!f.session.findChild<QLineEdit *>(QStringLiteral("rightPathEdit"))->isReadOnly());
+        QVERIFY(f.child<QLineEdit>("leftPathEdit")->isReadOnly());
+        QVERIFY(!f.child<QLineEdit>("rightPathEdit")->isReadOnly());
     }
 
     void comparesAnewUnderOtherSettings()
     {
         SessionFixture f;
-        f.compare(f.file(QStringLiteral("a"), "abCd\n"), f.file(QStringLiteral("b"), "abcd\n"));
-        QVERIFY(f.status().startsWith(QStringLiteral("Compare done: 1 diffs")));
+        f.compareTexts("abCd\n", "abcd\n");
+        QCOMPARE(f.diffs(), 1);
 
         f.session.onSessionSettings(TextSessionSettingsDialog::Importance);
         auto *dialog = f.session.findChild<TextSessionSettingsDialog *>();
@@ -480,7 +462,7 @@ private Q_SLOTS:
         QCOMPARE(f.status(), QStringLiteral("No comparison result to export"));
         QVERIFY(f.dialogs.asked().isEmpty());
 
-        f.compare(f.file(QStringLiteral("a"), "one\n"), f.file(QStringLiteral("b"), "one\n<two>\n"));
+        f.compareTexts("one\n", "one\n<two>\n");
         const QString report = f.path(QStringLiteral("report.html"));
         f.dialogs.answerPath(report);
         f.session.onExportHtml();
@@ -527,7 +509,7 @@ private Q_SLOTS:
         changed.replace("line 50\n", "");
         changed.replace("line 120\n", "line 120\nnew\nnew 2\n");
         f.compare(f.file(QStringLiteral("a"), lines(200)), f.file(QStringLiteral("b"), changed));
-        DiffScene &scene = f.session.view().scene();
+        DiffScene &scene = f.scene();
         QCOMPARE(f.position(), QStringLiteral("Diff 0/2"));
         QCOMPARE(scene.top(), RowPlace());
         f.session.onNextDiff();
@@ -566,7 +548,7 @@ private Q_SLOTS:
         QTest::keyClick(&f.session, Qt::Key_F5);
         f.wait();
         QCOMPARE(f.position(), QStringLiteral("Diff 0/2"));
-        QWidget &pane = f.session.view().pane(Side::Left);
+        QWidget &pane = f.pane(Side::Left);
         pane.setFocus();
         QTest::keyClick(&pane, Qt::Key_F8);
         QTest::keyClick(&pane, Qt::Key_Down, Qt::AltModifier);
@@ -574,8 +556,8 @@ private Q_SLOTS:
         QTest::keyClick(&pane, Qt::Key_F8, Qt::ShiftModifier);
         QCOMPARE(f.position(), QStringLiteral("Diff 1/2"));
         QTest::keyClick(&pane, Qt::Key_F6);
-        QVERIFY(f.session.view().pane(Side::Right).hasFocus());
-        QTest::keyClick(&f.session.view().pane(Side::Right), Qt::Key_F6);
+        QVERIFY(f.pane(Side::Right).hasFocus());
+        QTest::keyClick(&f.pane(Side::Right), Qt::Key_F6);
         QVERIFY(pane.hasFocus());
         const qreal size = f.session.view().fontPointSize();
         QTest::keyClick(&pane, Qt::Key_Plus, Qt::ControlModifier);
@@ -590,18 +572,10 @@ private Q_SLOTS:
         QTest::keyClick(&pane, Qt::Key_Escape);
         QCOMPARE(f.status(), QStringLiteral("Cancelling..."));
         f.wait();
-    }
 
-    void namesItsKeysInTheToolTips()
-    {
-        SessionFixture f;
-        for (const QString &name :
-             {QStringLiteral("compareAction"), QStringLiteral("nextAction"), QStringLiteral("previousAction")}) {
-            const auto *action = f.session.findChild<QAction *>(name);
-            QVERIFY(!action->shortcuts().isEmpty());
-            for (const QKeySequence &key : action->shortcuts())
-                QVERIFY(action->toolTip().contains(key.toString(QKeySequence::NativeText)));
-        }
+        const QAction &next = *f.child<QAction>("nextAction");
+        for (const QKeySequence &key : next.shortcuts())
+            QVERIFY(next.toolTip().contains(key.toString(QKeySequence::NativeText)));
     }
 
     void staysAtItsPlaceWhenTheSameFilesAreComparedAgain()
@@ -609,7 +583,7 @@ private Q_SLOTS:
         SessionFixture f;
         const QString a = f.file(QStringLiteral("a"), lines(500));
         f.compare(a, a);
-        DiffScene &scene = f.session.view().scene();
+        DiffScene &scene = f.scene();
         scene.scrollToTop(300);
         f.session.onReloadBoth();
         f.wait();

@@ -1,8 +1,6 @@
 #include "edit_fixture.h"
 #include "support/test_main.h"
 #include "text/view/diff_editor.h"
-#include "text/view/diff_pane.h"
-#include "text/view/diff_view.h"
 
 #include <QDropEvent>
 #include <QMimeData>

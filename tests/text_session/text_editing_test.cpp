@@ -1,8 +1,6 @@
 #include "edit_fixture.h"
 #include "support/test_main.h"
 #include "text/text_compare_bar.h"
-#include "text/view/diff_pane.h"
-#include "text/view/diff_view.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -137,8 +135,8 @@ private Q_SLOTS:
     void copiesByAClickOnAnArrow()
     {
         EditFixture f("same\nleft line\n", "same\nleft lime\n");
-        QWidget *handle = f.session.findChild<QSplitter *>(QStringLiteral("diffSplitter"))->handle(1);
-        const auto *save = f.session.findChild<QAction *>(QStringLiteral("saveRightAction"));
+        QWidget *handle = f.child<QSplitter>("diffSplitter")->handle(1);
+        const auto *save = f.child<QAction>("saveRightAction");
         QVERIFY(!save->isEnabled());
         const int y = f.scene().layout().rowHeight() * 3 / 2;
         QTest::mouseClick(handle, Qt::LeftButton, {}, {handle->width() - 5, y});

@@ -102,7 +102,7 @@ private Q_SLOTS:
         QVERIFY(later.recordOf("xa\r\n"));
         QVERIFY(again.session.hasUnsavedChanges());
         QCOMPARE(again.session.paths(), (SessionPaths{f.left, QStringLiteral("[Clipboard]"), {}}));
-        const DiffDocument &document = *again.session.view().scene().document();
+        const DiffDocument &document = *again.scene().document();
         QCOMPARE(document.source(Side::Left).text(0), QStringLiteral("xa"));
         QCOMPARE(document.source(Side::Right).text(0), QStringLiteral("pasted"));
 
@@ -127,7 +127,7 @@ private Q_SLOTS:
         SessionFixture again;
         again.session.recover(*record, [] {});
         again.wait();
-        QCOMPARE(again.session.view().scene().document()->source(Side::Left).text(0), QStringLiteral("xa"));
+        QCOMPARE(again.scene().document()->source(Side::Left).text(0), QStringLiteral("xa"));
         QVERIFY(!again.session.canEdit(EditCommand::UndoLeft));
         QVERIFY(again.session.hasUnsavedChanges());
 
@@ -154,7 +154,7 @@ private Q_SLOTS:
         again.session.recover(*record, [] {});
         again.wait();
         QVERIFY(again.session.hasUnsavedChanges());
-        QCOMPARE(again.session.view().scene().document()->source(Side::Left).text(0), QStringLiteral("xa"));
+        QCOMPARE(again.scene().document()->source(Side::Left).text(0), QStringLiteral("xa"));
         again.dialogs.answerNumber(1); // write it anew
         again.session.onSaveLeft();
         QTRY_VERIFY(!again.session.hasUnsavedChanges());
@@ -180,7 +180,7 @@ private Q_SLOTS:
             SessionFixture again;
             again.session.recover(bad, [] { QFAIL("kept what it cannot show"); });
             again.wait();
-            QVERIFY(!again.session.view().scene().document());
+            QVERIFY(!again.scene().document());
         }
         SessionFixture again;
         again.session.recover(oddSides, [] {});

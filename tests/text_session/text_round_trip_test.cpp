@@ -136,17 +136,6 @@ private Q_SLOTS:
         QVERIFY(f.dialogs.asked().isEmpty());
     }
 
-    void returnsAloneAndBlankLinesStay()
-    {
-        for (const QByteArray &bytes : {QByteArray("a\rb\rc\r"), QByteArray("a\n\n\n"), QByteArray("a\r\n\r\r\n\n\r"),
-                                        QByteArray("a"), QByteArray("a\r\r\n")}) {
-            EditFixture f(bytes, "other\n");
-            f.typeAt(Side::Left, 1, QStringLiteral("x"));
-            f.save(Side::Left);
-            QCOMPARE(contentOf(f.left), "x" + bytes);
-        }
-    }
-
     void keepsAFilesMarkThatItsEncodingDoesNotMention()
     {
         SessionFixture f;

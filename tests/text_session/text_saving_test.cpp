@@ -109,20 +109,6 @@ private Q_SLOTS:
         QCOMPARE(f.scene().document()->source(Side::Left).text(0), QStringLiteral("yxinner"));
     }
 
-    void keepsTheEditsWhenAFolderStandsInTheWay()
-    {
-        EditFixture f("a\n", "b\n");
-        f.typeAt(Side::Left, 1, QStringLiteral("x"));
-        QVERIFY(QFile::remove(f.left));
-        QVERIFY(QDir().mkdir(f.left));
-        f.dialogs.answerNumber(1);
-        f.save(Side::Left);
-        f.waitForSave();
-        QCOMPARE(f.dialogs.titles().last(), QStringLiteral("Save failed"));
-        QVERIFY(f.session.hasUnsavedChanges());
-        QVERIFY(QFileInfo(f.left).isDir());
-    }
-
     void writesOverWhatOthersWroteOnlyWhenTold()
     {
         EditFixture f("a\n", "b\n");
@@ -150,19 +136,6 @@ private Q_SLOTS:
         QCOMPARE(contentOf(late), QByteArray("theirs\n"));
     }
 
-    void aLinkStaysALink()
-    {
-        EditFixture f("a\n", "b\n");
-        const QString link = f.path(QStringLiteral("link.txt"));
-        if (!QFile::link(f.left, link) || !QFileInfo(link).isSymbolicLink())
-            QSKIP("no links here");
-        f.compare(link, f.right);
-        f.typeAt(Side::Left, 1, QStringLiteral("x"));
-        f.save(Side::Left);
-        QVERIFY(QFileInfo(link).isSymbolicLink());
-        QCOMPARE(contentOf(f.left), QByteArray("xa\n"));
-    }
-
     void stopsBeforeACharacterThatTheEncodingLacks()
     {
         EditFixture f("ascii\n", "caf\xE9 d\xE9j\xE0 vu na\xEFve\nsecond\n");
@@ -184,7 +157,7 @@ private Q_SLOTS:
     void whatIsTypedDuringASaveStaysUnsaved()
     {
         EditFixture f("a\n", "b\n");
-        const auto *button = f.session.findChild<QAction *>(QStringLiteral("saveLeftAction"));
+        const auto *button = f.child<QAction>("saveLeftAction");
         f.typeAt(Side::Left, 1, QStringLiteral("x"));
         HeldSave held;
         f.session.onSaveLeft();

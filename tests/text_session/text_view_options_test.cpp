@@ -1,8 +1,6 @@
 #include "core/settings_store.h"
 #include "session_fixture.h"
 #include "support/test_main.h"
-#include "text/view/diff_pane.h"
-#include "text/view/diff_view.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -39,7 +37,7 @@ private Q_SLOTS:
             }
             f.session.view().zoomBy(3);
             f.session.view().setLeftShare(0.3);
-            f.session.view().scene().setContextRows(10);
+            f.scene().setContextRows(10);
             actionOf(f, QStringLiteral("zoomInAction"))->trigger();
         }
         SessionFixture f;
@@ -60,7 +58,7 @@ private Q_SLOTS:
     void passesOverUnimportantDifferencesUnlessToldOtherwise()
     {
         SessionFixture f;
-        f.compare(f.file(QStringLiteral("a"), "one\ntwo\nthree\n"), f.file(QStringLiteral("b"), "one \ntwo\n3\n"));
+        f.compareTexts("one\ntwo\nthree\n", "one \ntwo\n3\n");
         const QString status = f.status();
         QCOMPARE(f.position(), QStringLiteral("Diff 0/1"));
         f.session.onIgnoreMinor();
@@ -68,7 +66,7 @@ private Q_SLOTS:
         QCOMPARE(f.position(), QStringLiteral("Diff 0/2"));
         QCOMPARE(f.status(), status);
         f.session.onNextDiff();
-        QCOMPARE(f.session.view().scene().caret().position.row, 0);
+        QCOMPARE(f.scene().caret().position.row, 0);
         f.session.onIgnoreMinor();
         QCOMPARE(f.position(), QStringLiteral("Diff 0/1"));
     }
@@ -90,10 +88,10 @@ private Q_SLOTS:
 
         // The selected lines only, as they have been edited.
         f.session.setEditingEnabled(true);
-        DiffScene &scene = f.session.view().scene();
+        DiffScene &scene = f.scene();
         const qsizetype last = scene.layout().count() - 1;
         scene.setCaret({Side::Right, {scene.layout().rowAt(last), 0}, {scene.layout().rowAt(last), 0}});
-        QTest::keyClicks(&f.session.view().pane(Side::Right), QStringLiteral("x"));
+        QTest::keyClicks(&f.pane(Side::Right), QStringLiteral("x"));
         scene.setCaret({Side::Right, {scene.layout().rowAt(last), 0}, {scene.layout().rowAt(last), 2}});
         QVERIFY(copied().endsWith(QStringLiteral("+xD\n")));
         QVERIFY(!copied().contains(QStringLiteral("+B")));
@@ -108,10 +106,10 @@ private Q_SLOTS:
     void changesNothingThatIsNotShown()
     {
         SessionFixture f;
-        f.compare(f.file(QStringLiteral("a"), "1\n2\n3\n"), f.file(QStringLiteral("b"), "1\nB\n3\n"));
+        f.compareTexts("1\n2\n3\n", "1\nB\n3\n");
         f.session.setEditingEnabled(true);
         f.session.onShowIdentical();
-        DiffPane &pane = f.session.view().pane(Side::Left);
+        DiffPane &pane = f.pane(Side::Left);
         pane.selectAll();
         QTest::keyClick(&pane, Qt::Key_Delete);
         QTest::keyClicks(&pane, QStringLiteral("x"));
