@@ -1,5 +1,7 @@
 #include "core/html.h"
 
+#include "core/output_buffer.h"
+
 #include <array>
 
 namespace velmora {
@@ -39,6 +41,14 @@ void appendHtmlEscaped(QByteArray &html, std::string_view utf8)
         written = at + 1;
     }
     html.append(utf8.data() + written, qsizetype(utf8.size() - written));
+}
+
+void writeHtmlElement(OutputBuffer &page, std::string_view open, const QString &text, std::string_view close)
+{
+    const QByteArray utf8 = text.toUtf8();
+    page << open;
+    appendHtmlEscaped(page.bytes(), {utf8.constData(), size_t(utf8.size())});
+    page << close;
 }
 
 } // namespace velmora

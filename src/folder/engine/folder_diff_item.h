@@ -4,6 +4,8 @@
 #include <QList>
 #include <QString>
 
+#include <compare>
+
 namespace velmora {
 
 /// How an entry of one folder stands to its partner in the other (the numbers are stored in items).

@@ -11,6 +11,11 @@
 #include <QDir>
 #include <QStringBuilder>
 
+#include <atomic>
+#include <functional>
+#include <optional>
+#include <vector>
+
 namespace velmora {
 
 namespace {

@@ -4,6 +4,10 @@
 
 #include <QHash>
 
+#include <algorithm>
+#include <memory>
+#include <vector>
+
 namespace velmora {
 
 namespace {

@@ -2,6 +2,7 @@
 
 #include "core/html.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace velmora {
@@ -38,20 +39,6 @@ std::size_t statusIndex(const FolderDiffItem &item)
     return std::size_t(std::clamp(item.status, 0, 3));
 }
 
-void addEscaped(OutputBuffer &page, const QString &text)
-{
-    const QByteArray utf8 = text.toUtf8();
-    appendHtmlEscaped(page.bytes(), {utf8.constData(), std::size_t(utf8.size())});
-}
-
-/// An element of the page's frame: what opens it, its text, what closes it.
-void addElement(OutputBuffer &page, std::string_view open, const QString &text, std::string_view close)
-{
-    page << open;
-    addEscaped(page, text);
-    page << close;
-}
-
 } // namespace
 
 FolderReportWriter::FolderReportWriter(QIODevice &device, FolderReportLabels labels)
@@ -61,15 +48,15 @@ FolderReportWriter::FolderReportWriter(QIODevice &device, FolderReportLabels lab
 void FolderReportWriter::begin(const QDateTime &time)
 {
     m_page << "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n";
-    addElement(m_page, "<title>", m_labels.title, "</title>\n");
+    writeHtmlElement(m_page, "<title>", m_labels.title, "</title>\n");
     m_page << "<style>\n" << styleSheet << "</style>\n</head>\n<body>\n";
-    addElement(m_page, "<h1>", m_labels.heading, "</h1>\n");
-    addElement(m_page, "<div class=\"info\">", m_labels.left, "<br>");
-    addElement(m_page, "", m_labels.right, "<br>");
-    addElement(m_page, "", m_labels.generatedAt, ": ");
-    addElement(m_page, "", time.toString(u"yyyy-MM-dd hh:mm:ss"), "</div>\n<table>\n<tr>");
+    writeHtmlElement(m_page, "<h1>", m_labels.heading, "</h1>\n");
+    writeHtmlElement(m_page, "<div class=\"info\">", m_labels.left, "<br>");
+    writeHtmlElement(m_page, "", m_labels.right, "<br>");
+    writeHtmlElement(m_page, "", m_labels.generatedAt, ": ");
+    writeHtmlElement(m_page, "", time.toString(u"yyyy-MM-dd hh:mm:ss"), "</div>\n<table>\n<tr>");
     for (const QString &column : m_labels.columns)
-        addElement(m_page, "<th>", column, "</th>");
+        writeHtmlElement(m_page, "<th>", column, "</th>");
     m_page << "</tr>\n";
 }
 
@@ -78,10 +65,9 @@ void FolderReportWriter::addRow(const FolderDiffItem &item)
     const std::size_t status = statusIndex(item);
     ++m_counts[status];
     m_page << "<tr class=\"status-" << classNames[status] << "\"><td>" << (item.isDir ? folderIcon : fileIcon);
-    addEscaped(m_page, item.name);
+    writeHtmlElement(m_page, {}, item.name, {});
     m_page << "</td><td><span class=\"tag tag-" << classNames[status] << "\">";
-    addEscaped(m_page, m_labels.statuses[status]);
-    m_page << "</span></td>";
+    writeHtmlElement(m_page, {}, m_labels.statuses[status], "</span></td>");
     addSize(item.leftPath, item.leftSize);
     addSize(item.rightPath, item.rightSize);
     addTime(item.leftTime);
@@ -105,8 +91,8 @@ void FolderReportWriter::addSize(const QString &path, qint64 size)
 
 void FolderReportWriter::addTime(const QDateTime &time)
 {
-    addElement(m_page, "<td>", time.isValid() ? time.toLocalTime().toString(u"yyyy/MM/dd hh:mm") : QStringLiteral("-"),
-               "</td>");
+    writeHtmlElement(m_page, "<td>",
+                     time.isValid() ? time.toLocalTime().toString(u"yyyy/MM/dd hh:mm") : QStringLiteral("-"), "</td>");
 }
 
 bool FolderReportWriter::finish()
@@ -118,7 +104,7 @@ bool FolderReportWriter::finish()
                                 .arg(count(FolderDiffStatus::LeftOnly))
                                 .arg(count(FolderDiffStatus::RightOnly));
     m_page << "</table>\n";
-    addElement(m_page, "<div class=\"summary\">", summary, "</div>\n</body>\n</html>\n");
+    writeHtmlElement(m_page, "<div class=\"summary\">", summary, "</div>\n</body>\n</html>\n");
     return m_page.finish();
 }
 

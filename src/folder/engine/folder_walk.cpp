@@ -6,8 +6,10 @@
 
 #include <QStringBuilder>
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <limits>
 
 namespace velmora {
 

@@ -4,6 +4,7 @@
 #include "folder/engine/folder_diff_item.h"
 #include "platform/file_access.h"
 
+#include <atomic>
 #include <deque>
 #include <functional>
 #include <mutex>

@@ -2,6 +2,7 @@
 
 #include "folder/engine/folder_walk.h"
 
+#include <algorithm>
 #include <chrono>
 
 namespace velmora {

@@ -1,5 +1,6 @@
 #include "folder/engine/name_pairing.h"
 
+#include <algorithm>
 #include <map>
 #include <set>
 

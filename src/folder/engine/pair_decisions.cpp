@@ -3,6 +3,10 @@
 #include "core/crew.h"
 #include "folder/engine/folder_engine.h"
 
+#include <algorithm>
+#include <atomic>
+#include <cstdlib>
+
 namespace velmora {
 
 namespace {

@@ -6,8 +6,11 @@
 #include "platform/file_access.h"
 #include "settings/options/folder_session_options.h"
 
+#include <memory>
 #include <mutex>
+#include <optional>
 #include <span>
+#include <vector>
 
 namespace velmora {
 

@@ -43,20 +43,6 @@ std::string_view rowClass(DiffLineKind kind)
     return "eq";
 }
 
-void addEscaped(OutputBuffer &page, const QString &text)
-{
-    const QByteArray utf8 = text.toUtf8();
-    appendHtmlEscaped(page.bytes(), {utf8.constData(), size_t(utf8.size())});
-}
-
-/// An element of the page's frame: what opens it, its text, what closes it.
-void addElement(OutputBuffer &page, std::string_view open, const QString &text, std::string_view close)
-{
-    page << open;
-    addEscaped(page, text);
-    page << close;
-}
-
 } // namespace
 
 TextReportWriter::TextReportWriter(QIODevice &device) : m_page(device) {}
@@ -64,15 +50,15 @@ TextReportWriter::TextReportWriter(QIODevice &device) : m_page(device) {}
 void TextReportWriter::begin(const TextReportLabels &labels, const QDateTime &time)
 {
     m_page << "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n";
-    addElement(m_page, "<title>", labels.title, "</title>\n");
+    writeHtmlElement(m_page, "<title>", labels.title, "</title>\n");
     m_page << "<style>\n" << styleSheet << "</style>\n</head>\n<body>\n";
-    addElement(m_page, "<h1>", labels.heading, "</h1>\n");
-    addElement(m_page, "<div class=\"info\">", labels.left, "<br>");
-    addElement(m_page, "", labels.right, "<br>");
-    addElement(m_page, "", labels.generatedAt, ": ");
-    addElement(m_page, "", time.toString(u"yyyy-MM-dd hh:mm:ss"), "</div>\n");
-    addElement(m_page, "<table>\n<tr><th class=\"ln\">#</th><th>", labels.leftColumn, "</th>");
-    addElement(m_page, "<th class=\"ln\">#</th><th>", labels.rightColumn, "</th></tr>\n");
+    writeHtmlElement(m_page, "<h1>", labels.heading, "</h1>\n");
+    writeHtmlElement(m_page, "<div class=\"info\">", labels.left, "<br>");
+    writeHtmlElement(m_page, "", labels.right, "<br>");
+    writeHtmlElement(m_page, "", labels.generatedAt, ": ");
+    writeHtmlElement(m_page, "", time.toString(u"yyyy-MM-dd hh:mm:ss"), "</div>\n");
+    writeHtmlElement(m_page, "<table>\n<tr><th class=\"ln\">#</th><th>", labels.leftColumn, "</th>");
+    writeHtmlElement(m_page, "<th class=\"ln\">#</th><th>", labels.rightColumn, "</th></tr>\n");
 }
 
 void TextReportWriter::addRow(const DiffLine &row)
@@ -93,7 +79,7 @@ void TextReportWriter::addSide(qint32 line, const QString &text)
         m_page << noBreakSpace;
     m_page << "</td><td>";
     if (present || !text.isEmpty())
-        addEscaped(m_page, text);
+        writeHtmlElement(m_page, {}, text, {});
     else
         m_page << noBreakSpace;
     m_page << "</td>";
@@ -102,7 +88,7 @@ void TextReportWriter::addSide(qint32 line, const QString &text)
 bool TextReportWriter::finish(const TextReportLabels &labels)
 {
     m_page << "</table>\n";
-    addElement(m_page, "<div class=\"summary\">", labels.summary, "</div>\n</body>\n</html>\n");
+    writeHtmlElement(m_page, "<div class=\"summary\">", labels.summary, "</div>\n</body>\n</html>\n");
     return m_page.finish();
 }
 
