@@ -1,5 +1,4 @@
 #include "core/settings_store.h"
-#include "folder/actions/compare_contents_dialog.h"
 #include "folder/compare/folder_compare_side_pane.h"
 #include "folder/compare/folder_notice.h"
 #include "folder/compare/folder_status_bar.h"
@@ -16,33 +15,12 @@
 #include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
 
 using namespace velmora;
 using namespace velmora::test;
-
-namespace {
-
-class Filled : public FolderSessionFixture {
-public:
-    Filled()
-    {
-        disk.file(QStringLiteral("left/src/main.cpp"), "one", 1);
-        disk.file(QStringLiteral("right/src/main.cpp"), "two", 2);
-        disk.file(QStringLiteral("left/src/same.h"), "same");
-        disk.file(QStringLiteral("right/src/same.h"), "same");
-        disk.file(QStringLiteral("left/docs/guide.txt"), "text");
-        disk.file(QStringLiteral("right/docs/guide.txt"), "text");
-        disk.file(QStringLiteral("left/file10"), "10");
-        disk.file(QStringLiteral("right/file9"), "9");
-        compare();
-    }
-};
-
-} // namespace
 
 class FolderCompareWidgetTest : public QObject {
     Q_OBJECT
@@ -406,169 +384,6 @@ private Q_SLOTS:
         QVERIFY(value > 0);
         QCOMPARE(centre->verticalScrollBar()->value(), value);
         QCOMPARE(f.session.view().rightPane().verticalScrollBar()->value(), value);
-    }
-
-    void copyingComparesOnlyWhatWasTouched()
-    {
-        Filled f;
-        f.goTo(QStringLiteral("file10"));
-        QTRY_VERIFY(f.action("copyToRightAction")->isEnabled());
-        const quint64 generation = f.session.comparison().generation();
-        f.session.onCopyToRight();
-        QTRY_VERIFY_WITH_TIMEOUT(f.rows().contains(QStringLiteral("file10 = file10")), 20000);
-        QVERIFY(QFile::exists(f.disk.path(QStringLiteral("right/file10"))));
-        QVERIFY(f.session.logText().contains(QStringLiteral(" copy: ")));
-        QCOMPARE(f.session.comparison().generation(), generation);
-        QCOMPARE(f.current(), QStringLiteral("file10"));
-    }
-
-    void namesAreExcludedAndIgnoredFromTheMenu()
-    {
-        Filled f;
-        f.session.show();
-        const auto choose = [&](const char *name) {
-            f.session.onTreeContextMenu(QPoint(10, 10));
-            auto *action = f.session.findChild<QAction *>(QLatin1String(name));
-            QVERIFY(action);
-            action->trigger();
-            // The menu goes when it is closed.
-            auto *menu = qobject_cast<QMenu *>(action->parent());
-            menu->close();
-            QCoreApplication::sendPostedEvents(menu, QEvent::DeferredDelete);
-        };
-        f.goTo(QStringLiteral("src/main.cpp"));
-        choose("ignoreByNameAction");
-        QTRY_COMPARE(f.rows().at(1), QStringLiteral("src = src"));
-        QVERIFY(f.rows().contains(QStringLiteral("main.cpp ≠ main.cpp")));
-        f.goTo(QStringLiteral("file10"));
-        choose("excludeByNameAction");
-        QTRY_VERIFY(!f.rows().contains(QStringLiteral("file10 ← ")));
-        QCOMPARE(f.session.options().value(QStringLiteral("excludedNames")).toArray().first().toString(),
-                 QStringLiteral("file10"));
-    }
-
-    void contentsOfTheSelectionAreCompared()
-    {
-        FolderSessionFixture f;
-        // By rules these are the same: only what they hold differs.
-        f.disk.file(QStringLiteral("left/sub/a"), "1", 7);
-        f.disk.file(QStringLiteral("right/sub/a"), "2", 7);
-        f.disk.file(QStringLiteral("left/b"), "1", 7);
-        f.disk.file(QStringLiteral("right/b"), "2", 7);
-        f.compare();
-        QCOMPARE(f.rows(), QStringList({QStringLiteral("sub = sub"), QStringLiteral("b = b")}));
-        f.goTo(QStringLiteral("sub"));
-        f.action("compareContentsAction")->trigger();
-        auto *dialog = f.session.findChild<CompareContentsDialog *>();
-        QVERIFY(dialog);
-        dialog->accept();
-        QTRY_COMPARE(f.rows(), QStringList({QStringLiteral("sub ≠ sub"), QStringLiteral("b = b")}));
-        QVERIFY(f.session.logText().contains(QStringLiteral(" content compare (binary): ")));
-    }
-
-    void entriesAreAlignedByHand()
-    {
-        FolderSessionFixture f;
-        f.disk.file(QStringLiteral("left/sub/old name"), "text");
-        f.disk.file(QStringLiteral("right/sub/new name"), "text");
-        f.compare();
-        f.session.onExpandAll();
-        f.session.view().selectNames({QStringLiteral("sub/old name"), QStringLiteral("sub/new name")});
-        f.session.onManualAlign();
-        QTRY_COMPARE(f.rows(), QStringList({QStringLiteral("sub = sub"), QStringLiteral("old name = new name")}));
-        QCOMPARE(f.session.status(), QStringLiteral("Files compared: 1, no differences"));
-        QVERIFY(f.session.logText().contains(QStringLiteral(" manual align: old name <-> new name")));
-        QCOMPARE(f.session.options().value(QStringLiteral("alignOverrides")).toArray().size(), 1);
-        f.session.onRefresh();
-        f.wait();
-        QCOMPARE(f.rows(), QStringList({QStringLiteral("sub = sub"), QStringLiteral("old name = new name")}));
-    }
-
-    void pairsThatWereOpenedAreComparedAnewOnTheWayBack()
-    {
-        Filled f;
-        f.session.show();
-        f.session.onExpandAll();
-        f.goTo(QStringLiteral("src/main.cpp"));
-        f.key(Qt::Key_Return);
-        QTRY_COMPARE(f.host.opened.size(), 1);
-        f.session.hide();
-        f.disk.file(QStringLiteral("right/src/main.cpp"), "one", 1);
-        f.session.show();
-        QTRY_VERIFY(f.rows().contains(QStringLiteral("main.cpp = main.cpp")));
-        QCOMPARE(f.session.status(), QStringLiteral("Files compared: 5, differences: 2"));
-        // The tab is still open, and work in it goes on.
-        f.session.hide();
-        f.disk.file(QStringLiteral("right/src/main.cpp"), "three", 3);
-        f.session.show();
-        QTRY_VERIFY(f.rows().contains(QStringLiteral("main.cpp ≠ main.cpp")));
-        f.session.hide();
-        f.session.show();
-        f.session.onCancelCompare();
-        QTRY_COMPARE(f.session.status(), QStringLiteral("Compare cancelled"));
-    }
-
-    /// What reading both files has found is not forgotten for an entry that was only looked at.
-    void contentsThatWereComparedStayDecidedUntilTheyChange()
-    {
-        FolderSessionFixture f;
-        for (const char *name : {"left/a", "left/sub/b"})
-            f.disk.file(QLatin1String(name), "1", 7);
-        for (const char *name : {"right/a", "right/sub/b"})
-            f.disk.file(QLatin1String(name), "2", 7);
-        f.session.show();
-        f.compare();
-        f.session.onExpandAll();
-        QCOMPARE(f.rows(),
-                 QStringList({QStringLiteral("sub = sub"), QStringLiteral("b = b"), QStringLiteral("a = a")}));
-        f.session.view().leftPane().clearSelection();
-        f.action("compareContentsAction")->trigger();
-        f.session.findChild<CompareContentsDialog *>()->accept();
-        const QStringList decided{QStringLiteral("sub ≠ sub"), QStringLiteral("b ≠ b"), QStringLiteral("a ≠ a")};
-        QTRY_COMPARE(f.rows(), decided);
-        f.goTo(QStringLiteral("a"));
-        f.key(Qt::Key_Return);
-        QTRY_COMPARE(f.host.opened.size(), 1);
-        f.goTo(QStringLiteral("sub"));
-        f.session.onTreeContextMenu(QPoint(10, 10));
-        f.action("openInNewTabAction")->trigger();
-        f.session.hide();
-        f.session.show();
-        f.wait();
-        QCOMPARE(f.rows(), decided);
-        f.disk.file(QStringLiteral("right/sub/b"), "1", 7);
-        f.disk.file(QStringLiteral("left/sub/b"), "1", 8);
-        f.session.hide();
-        f.session.show();
-        QTRY_COMPARE(f.rows().first(), QStringLiteral("sub = sub"));
-        QCOMPARE(f.rows().last(), QStringLiteral("a ≠ a"));
-    }
-
-    void aFileThatIsGoneIsNotOpened()
-    {
-        Filled f;
-        QVERIFY(QFile::remove(f.disk.path(QStringLiteral("right/src/main.cpp"))));
-        f.session.onExpandAll();
-        f.goTo(QStringLiteral("src/main.cpp"));
-        f.key(Qt::Key_Return);
-        QTRY_VERIFY(f.rows().contains(QStringLiteral("main.cpp ← ")));
-        QVERIFY(f.session.status().startsWith(QStringLiteral("No longer there: ")));
-        QVERIFY(f.host.opened.isEmpty());
-    }
-
-    void readOnlySidesAreNotWrittenTo()
-    {
-        Filled f;
-        QJsonObject options = f.session.options();
-        options.insert(QStringLiteral("rightReadOnly"), true);
-        f.session.setOptions(options);
-        f.session.onRefresh();
-        f.wait();
-        f.goTo(QStringLiteral("file10"));
-        QTRY_VERIFY(!f.action("copyToRightAction")->isEnabled());
-        QVERIFY(f.action("copyToRightAction")->toolTip().contains(QStringLiteral("read-only")));
-        f.session.onCopyToRight();
-        QVERIFY(!QFile::exists(f.disk.path(QStringLiteral("right/file10"))));
     }
 };
 

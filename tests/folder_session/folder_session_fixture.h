@@ -85,4 +85,21 @@ public:
     FolderCompareWidget session{host};
 };
 
+/// With files that are the same, differ and are on one side only, compared.
+class Filled : public FolderSessionFixture {
+public:
+    Filled()
+    {
+        disk.file(QStringLiteral("left/src/main.cpp"), "one", 1);
+        disk.file(QStringLiteral("right/src/main.cpp"), "two", 2);
+        disk.file(QStringLiteral("left/src/same.h"), "same");
+        disk.file(QStringLiteral("right/src/same.h"), "same");
+        disk.file(QStringLiteral("left/docs/guide.txt"), "text");
+        disk.file(QStringLiteral("right/docs/guide.txt"), "text");
+        disk.file(QStringLiteral("left/file10"), "10");
+        disk.file(QStringLiteral("right/file9"), "9");
+        compare();
+    }
+};
+
 } // namespace velmora::test

@@ -7,6 +7,7 @@
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/compare/folder_status_bar.h"
 #include "folder/compare/folder_view.h"
+#include "session/dialogs.h"
 #include "session/translate.h"
 
 #include <QDir>
@@ -91,6 +92,23 @@ void FolderCompareWidget::copySelectedToSide(bool leftToRight)
 void FolderCompareWidget::onDeleteSelected()
 {
     m_fileCommands->carryOut(FolderCommand::Delete);
+}
+
+bool FolderCompareWidget::hasUnsavedChanges() const
+{
+    return m_fileCommands->isRunning();
+}
+
+void FolderCompareWidget::confirmClose(std::function<void(bool)> answered)
+{
+    if (!hasUnsavedChanges()) {
+        answered(true);
+        return;
+    }
+    Dialogs::instance().askYesNo(
+        this, Velmora::tr("Close"),
+        Velmora::tr("A command is still working on files. Stop it and close? What it has done so far stays done."),
+        false, std::move(answered));
 }
 
 bool FolderCompareWidget::canEdit(EditCommand command) const

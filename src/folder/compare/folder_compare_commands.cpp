@@ -187,6 +187,19 @@ void FolderCompareWidget::onSessionSettings(int initialTab)
     dialog->open();
 }
 
+void FolderCompareWidget::copyPaths(bool left)
+{
+    QStringList paths;
+    for (const qint32 node : m_view->selectedNodes()) {
+        const FolderDiffItem &item = m_comparison.tree().item(node);
+        const QString &path = left ? item.leftPath : item.rightPath;
+        if (!path.isEmpty())
+            paths.append(QDir::toNativeSeparators(path));
+    }
+    if (!paths.isEmpty())
+        QGuiApplication::clipboard()->setText(paths.join(u'\n'));
+}
+
 void FolderCompareWidget::excludeSelectedNames()
 {
     const FolderTree &tree = m_comparison.tree();
@@ -246,10 +259,9 @@ void FolderCompareWidget::onTreeContextMenu(const QPoint &point)
         ignore->setChecked(tree.node(node).ignored);
         ignore->setToolTip(Velmora::tr("Entries of this name are shown and count as no difference"));
         for (const bool left : {true, false}) {
-            const QString path = QDir::toNativeSeparators(left ? item.leftPath : item.rightPath);
-            if (!path.isEmpty())
+            if (!(left ? item.leftPath : item.rightPath).isEmpty())
                 menu->addAction(left ? Velmora::tr("Copy left path") : Velmora::tr("Copy right path"), this,
-                                [path] { QGuiApplication::clipboard()->setText(path); });
+                                [this, left] { copyPaths(left); });
         }
         menu->addSeparator();
     }

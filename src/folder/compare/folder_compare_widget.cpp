@@ -193,6 +193,7 @@ void FolderCompareWidget::connectView()
     connect(m_view, &FolderView::openWanted, this,
             [this](const QModelIndex &index) { onItemDoubleClicked(index, index.column()); });
     connect(m_view, &FolderView::upWanted, this, &FolderCompareWidget::onNavigateUp);
+    connect(m_view, &FolderView::pathsWanted, this, &FolderCompareWidget::copyPaths);
     connect(m_view, &FolderView::swapWanted, this, &FolderCompareWidget::onSwapSides);
     connect(m_view, &FolderView::expandWanted, this, &FolderCompareWidget::onItemExpanded);
     connect(m_view, &FolderView::collapseWanted, this, &FolderCompareWidget::onItemCollapsed);

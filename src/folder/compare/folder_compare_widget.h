@@ -48,6 +48,10 @@ public:
     [[nodiscard]] bool canEdit(EditCommand command) const override;
     void edit(EditCommand command) override;
 
+    /// A command that is at work on files would be stopped halfway.
+    [[nodiscard]] bool hasUnsavedChanges() const override;
+    void confirmClose(std::function<void(bool mayClose)> answered) override;
+
     [[nodiscard]] bool isComparing() const { return m_comparison.isRunning(); }
     [[nodiscard]] const FolderComparison &comparison() const { return m_comparison; }
     [[nodiscard]] FolderView &view() { return *m_view; }
@@ -140,6 +144,8 @@ private:
     void goToDifference(bool forward);
     void takeOptions(const FolderSessionOptions &options);
     void applyFilters();
+    /// Puts the paths of the selected entries, one a line, into the clipboard.
+    void copyPaths(bool left);
     void excludeSelectedNames();
     void ignoreSelectedNames();
     void setView(RowsView view);

@@ -172,6 +172,7 @@ void FolderView::connectPane(TreeLineTreeWidget &pane)
     connect(&pane, &TreeLineTreeWidget::expandWanted, this, &FolderView::expandWanted);
     connect(&pane, &TreeLineTreeWidget::collapseWanted, this, &FolderView::collapseWanted);
     connect(&pane, &TreeLineTreeWidget::contextMenuWanted, this, &FolderView::contextMenuWanted);
+    connect(&pane, &TreeLineTreeWidget::pathsWanted, this, [this, &pane] { Q_EMIT pathsWanted(&pane != m_right); });
     connect(&pane, &TreeLineTreeWidget::otherPaneWanted, this, [this, &pane] {
         TreeLineTreeWidget *const other = &pane == m_right ? m_left : m_right;
         other->setFocus(Qt::TabFocusReason);

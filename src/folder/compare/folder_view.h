@@ -51,6 +51,8 @@ Q_SIGNALS:
     void openWanted(const QModelIndex &index);
     void upWanted();
     void swapWanted();
+    /// The paths of the selected entries shall be copied, those of the left side or of the right.
+    void pathsWanted(bool left);
     void expandWanted(const QModelIndex &index);
     void collapseWanted(const QModelIndex &index);
     void contextMenuWanted(const QModelIndex &index, QPoint global);

@@ -128,6 +128,8 @@ void TreeLineTreeWidget::keyPressEvent(QKeyEvent *event)
             break;
         }
     }
+    if (event->matches(QKeySequence::Copy))
+        return take([this] { Q_EMIT pathsWanted(); });
     // Keys with Ctrl belong to the session's commands, except for those that select.
     if (event->modifiers() == Qt::ControlModifier && (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right)) {
         event->ignore();

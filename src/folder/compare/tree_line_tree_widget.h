@@ -41,6 +41,8 @@ Q_SIGNALS:
     void openWanted(const QModelIndex &index);
     void upWanted();
     void contextMenuWanted(const QModelIndex &index, QPoint global);
+    /// The paths of what is selected are to be copied.
+    void pathsWanted();
     /// The keyboard is to go to the other pane.
     void otherPaneWanted();
 

@@ -1,0 +1,227 @@
+#include "core/settings_store.h"
+#include "folder/actions/compare_contents_dialog.h"
+#include "folder_session_fixture.h"
+#include "support/test_main.h"
+
+#include <QClipboard>
+#include <QDir>
+#include <QFile>
+#include <QGuiApplication>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QMenu>
+
+using namespace velmora;
+using namespace velmora::test;
+
+/// What is done with the rows of a folder session: commands on files, and the sessions that are opened on entries.
+class FolderCommandsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { SessionSettings().clear(); }
+
+    void copyingComparesOnlyWhatWasTouched()
+    {
+        Filled f;
+        f.goTo(QStringLiteral("file10"));
+        QTRY_VERIFY(f.action("copyToRightAction")->isEnabled());
+        const quint64 generation = f.session.comparison().generation();
+        f.session.onCopyToRight();
+        QTRY_VERIFY_WITH_TIMEOUT(f.rows().contains(QStringLiteral("file10 = file10")), 20000);
+        QVERIFY(QFile::exists(f.disk.path(QStringLiteral("right/file10"))));
+        QVERIFY(f.session.logText().contains(QStringLiteral(" copy: ")));
+        QCOMPARE(f.session.comparison().generation(), generation);
+        QCOMPARE(f.current(), QStringLiteral("file10"));
+    }
+
+    void namesAreExcludedAndIgnoredFromTheMenu()
+    {
+        Filled f;
+        f.session.show();
+        const auto choose = [&](const char *name) {
+            f.session.onTreeContextMenu(QPoint(10, 10));
+            auto *action = f.session.findChild<QAction *>(QLatin1String(name));
+            QVERIFY(action);
+            action->trigger();
+            // The menu goes when it is closed.
+            auto *menu = qobject_cast<QMenu *>(action->parent());
+            menu->close();
+            QCoreApplication::sendPostedEvents(menu, QEvent::DeferredDelete);
+        };
+        f.goTo(QStringLiteral("src/main.cpp"));
+        choose("ignoreByNameAction");
+        QTRY_COMPARE(f.rows().at(1), QStringLiteral("src = src"));
+        QVERIFY(f.rows().contains(QStringLiteral("main.cpp ≠ main.cpp")));
+        f.goTo(QStringLiteral("file10"));
+        choose("excludeByNameAction");
+        QTRY_VERIFY(!f.rows().contains(QStringLiteral("file10 ← ")));
+        QCOMPARE(f.session.options().value(QStringLiteral("excludedNames")).toArray().first().toString(),
+                 QStringLiteral("file10"));
+    }
+
+    void contentsOfTheSelectionAreCompared()
+    {
+        FolderSessionFixture f;
+        // By rules these are the same: only what they hold differs.
+        f.disk.file(QStringLiteral("left/sub/a"), "1", 7);
+        f.disk.file(QStringLiteral("right/sub/a"), "2", 7);
+        f.disk.file(QStringLiteral("left/b"), "1", 7);
+        f.disk.file(QStringLiteral("right/b"), "2", 7);
+        f.compare();
+        QCOMPARE(f.rows(), QStringList({QStringLiteral("sub = sub"), QStringLiteral("b = b")}));
+        f.goTo(QStringLiteral("sub"));
+        f.action("compareContentsAction")->trigger();
+        auto *dialog = f.session.findChild<CompareContentsDialog *>();
+        QVERIFY(dialog);
+        dialog->accept();
+        QTRY_COMPARE(f.rows(), QStringList({QStringLiteral("sub ≠ sub"), QStringLiteral("b = b")}));
+        QVERIFY(f.session.logText().contains(QStringLiteral(" content compare (binary): ")));
+    }
+
+    void entriesAreAlignedByHand()
+    {
+        FolderSessionFixture f;
+        f.disk.file(QStringLiteral("left/sub/old name"), "text");
+        f.disk.file(QStringLiteral("right/sub/new name"), "text");
+        f.compare();
+        f.session.onExpandAll();
+        f.session.view().selectNames({QStringLiteral("sub/old name"), QStringLiteral("sub/new name")});
+        f.session.onManualAlign();
+        QTRY_COMPARE(f.rows(), QStringList({QStringLiteral("sub = sub"), QStringLiteral("old name = new name")}));
+        QCOMPARE(f.session.status(), QStringLiteral("Files compared: 1, no differences"));
+        QVERIFY(f.session.logText().contains(QStringLiteral(" manual align: old name <-> new name")));
+        QCOMPARE(f.session.options().value(QStringLiteral("alignOverrides")).toArray().size(), 1);
+        f.session.onRefresh();
+        f.wait();
+        QCOMPARE(f.rows(), QStringList({QStringLiteral("sub = sub"), QStringLiteral("old name = new name")}));
+    }
+
+    void pairsThatWereOpenedAreComparedAnewOnTheWayBack()
+    {
+        Filled f;
+        f.session.show();
+        f.session.onExpandAll();
+        f.goTo(QStringLiteral("src/main.cpp"));
+        f.key(Qt::Key_Return);
+        QTRY_COMPARE(f.host.opened.size(), 1);
+        f.session.hide();
+        f.disk.file(QStringLiteral("right/src/main.cpp"), "one", 1);
+        f.session.show();
+        QTRY_VERIFY(f.rows().contains(QStringLiteral("main.cpp = main.cpp")));
+        QCOMPARE(f.session.status(), QStringLiteral("Files compared: 5, differences: 2"));
+        // The tab is still open, and work in it goes on.
+        f.session.hide();
+        f.disk.file(QStringLiteral("right/src/main.cpp"), "three", 3);
+        f.session.show();
+        QTRY_VERIFY(f.rows().contains(QStringLiteral("main.cpp ≠ main.cpp")));
+        f.session.hide();
+        f.session.show();
+        f.session.onCancelCompare();
+        QTRY_COMPARE(f.session.status(), QStringLiteral("Compare cancelled"));
+    }
+
+    /// What reading both files has found is not forgotten for an entry that was only looked at.
+    void contentsThatWereComparedStayDecidedUntilTheyChange()
+    {
+        FolderSessionFixture f;
+        for (const char *name : {"left/a", "left/sub/b"})
+            f.disk.file(QLatin1String(name), "1", 7);
+        for (const char *name : {"right/a", "right/sub/b"})
+            f.disk.file(QLatin1String(name), "2", 7);
+        f.session.show();
+        f.compare();
+        f.session.onExpandAll();
+        QCOMPARE(f.rows(),
+                 QStringList({QStringLiteral("sub = sub"), QStringLiteral("b = b"), QStringLiteral("a = a")}));
+        f.session.view().leftPane().clearSelection();
+        f.action("compareContentsAction")->trigger();
+        f.session.findChild<CompareContentsDialog *>()->accept();
+        const QStringList decided{QStringLiteral("sub ≠ sub"), QStringLiteral("b ≠ b"), QStringLiteral("a ≠ a")};
+        QTRY_COMPARE(f.rows(), decided);
+        f.goTo(QStringLiteral("a"));
+        f.key(Qt::Key_Return);
+        QTRY_COMPARE(f.host.opened.size(), 1);
+        f.goTo(QStringLiteral("sub"));
+        f.session.onTreeContextMenu(QPoint(10, 10));
+        f.action("openInNewTabAction")->trigger();
+        f.session.hide();
+        f.session.show();
+        f.wait();
+        QCOMPARE(f.rows(), decided);
+        f.disk.file(QStringLiteral("right/sub/b"), "1", 7);
+        f.disk.file(QStringLiteral("left/sub/b"), "1", 8);
+        f.session.hide();
+        f.session.show();
+        QTRY_COMPARE(f.rows().first(), QStringLiteral("sub = sub"));
+        QCOMPARE(f.rows().last(), QStringLiteral("a ≠ a"));
+    }
+
+    void aFileThatIsGoneIsNotOpened()
+    {
+        Filled f;
+        QVERIFY(QFile::remove(f.disk.path(QStringLiteral("right/src/main.cpp"))));
+        f.session.onExpandAll();
+        f.goTo(QStringLiteral("src/main.cpp"));
+        f.key(Qt::Key_Return);
+        QTRY_VERIFY(f.rows().contains(QStringLiteral("main.cpp ← ")));
+        QVERIFY(f.session.status().startsWith(QStringLiteral("No longer there: ")));
+        QVERIFY(f.host.opened.isEmpty());
+    }
+
+    void readOnlySidesAreNotWrittenTo()
+    {
+        Filled f;
+        QJsonObject options = f.session.options();
+        options.insert(QStringLiteral("rightReadOnly"), true);
+        f.session.setOptions(options);
+        f.session.onRefresh();
+        f.wait();
+        f.goTo(QStringLiteral("file10"));
+        QTRY_VERIFY(!f.action("copyToRightAction")->isEnabled());
+        QVERIFY(f.action("copyToRightAction")->toolTip().contains(QStringLiteral("read-only")));
+        f.session.onCopyToRight();
+        QVERIFY(!QFile::exists(f.disk.path(QStringLiteral("right/file10"))));
+    }
+
+    void pathsOfTheSelectionAreCopied()
+    {
+        Filled f;
+        f.session.view().selectNames({QStringLiteral("docs"), QStringLiteral("file10")});
+        const auto copied = [](TreeLineTreeWidget &pane) {
+            QTest::keyClick(&pane, Qt::Key_C, Qt::ControlModifier);
+            return QGuiApplication::clipboard()->text().split(u'\n');
+        };
+        FolderView &view = f.session.view();
+        QCOMPARE(copied(view.leftPane()),
+                 QStringList({QDir::toNativeSeparators(f.disk.path(QStringLiteral("left/docs"))),
+                              QDir::toNativeSeparators(f.disk.path(QStringLiteral("left/file10")))}));
+        QCOMPARE(copied(view.rightPane()),
+                 QStringList(QDir::toNativeSeparators(f.disk.path(QStringLiteral("right/docs")))));
+    }
+
+    void aCommandThatWorksKeepsTheTab()
+    {
+        Filled f;
+        int closed = 0;
+        const auto close = [&] { f.session.confirmClose([&](bool mayClose) { closed += mayClose ? 1 : 0; }); };
+        f.goTo(QStringLiteral("src"));
+        f.session.onCopyToRight();
+        QVERIFY(f.session.hasUnsavedChanges());
+        close();
+        QCOMPARE(f.dialogs.asked().last().title, QStringLiteral("Close"));
+        QCOMPARE(closed, 0);
+        f.dialogs.answerNumber(1);
+        close();
+        QCOMPARE(closed, 1);
+        QTRY_VERIFY_WITH_TIMEOUT(!f.session.hasUnsavedChanges(), 20000);
+        close();
+        QCOMPARE(closed, 2);
+        // The question that followed was not answered, and the status line says again how things are.
+        QTRY_COMPARE(f.session.status(), QStringLiteral("Files compared: 5, differences: 3"));
+        QCOMPARE(f.rows().size(), 4);
+    }
+};
+
+VELMORA_TEST(FolderCommandsTest)
+#include "folder_commands_test.moc"
