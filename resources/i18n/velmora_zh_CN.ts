@@ -4377,5 +4377,9 @@ Save them?</source>
         <source>It is in the recycle bin; take it out there</source>
         <translation>它在回收站中，请从回收站取回</translation>
     </message>
+    <message>
+        <source>A command is still working on files. Stop it and close? What it has done so far stays done.</source>
+        <translation>有命令仍在处理文件。要停止它并关闭吗？已完成的部分会保留。</translation>
+    </message>
 </context>
 </TS>
