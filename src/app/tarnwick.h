@@ -113,6 +113,8 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    static constexpr int briefly = 3000; ///< milliseconds that a passing message stands
+
     void buildCentre();
     void connectLibrary();
     void openEmptyOf(const char *kind);
