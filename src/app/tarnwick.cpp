@@ -135,6 +135,7 @@ void Tarnwick::connectLibrary()
 
 void Tarnwick::showHistory()
 {
+    m_historyDay = QDate::currentDate();
     m_panel->setHistory(m_history.entries());
     m_home->setHistory(m_history.entries());
 }
@@ -244,6 +245,9 @@ bool Tarnwick::event(QEvent *event)
     // A menu that passes under the mouse would wipe the message in the status bar, as no entry has a tip for it.
     if (event->type() == QEvent::StatusTip)
         return true;
+    // The program was left alone past midnight.
+    if (event->type() == QEvent::WindowActivate && m_historyDay != QDate::currentDate())
+        showHistory();
     return QMainWindow::event(event);
 }
 

@@ -136,6 +136,7 @@ private:
     SessionHistory m_history;
     SessionLibrary *m_library;
     SingleInstanceServer m_instances;
+    QDate m_historyDay; ///< which the panel calls "Today"
     QString m_explorerLeft;
     QString m_pendingReport;
     int m_tabCounter = 0;
