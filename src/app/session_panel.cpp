@@ -90,6 +90,30 @@ SessionPanel::SessionPanel(QWidget *parent) : QWidget(parent), m_tree(new QTreeW
 
 void SessionPanel::setHistory(const QList<SessionHistory::Entry> &history)
 {
+    const qsizetype row = entryItems().indexOf(m_tree->currentItem());
+    const std::optional<quint64> current = entryOf(m_tree->currentItem());
+    rebuildHistory(history);
+    const QList<QTreeWidgetItem *> items = entryItems();
+    if (row < 0 || items.isEmpty())
+        return;
+    // Whoever works with the keys goes on from the same entry or, when it is gone, from the one in its place.
+    const auto same = std::find_if(items.begin(), items.end(),
+                                   [&current](const QTreeWidgetItem *item) { return entryOf(item) == current; });
+    m_tree->setCurrentItem(same != items.end() ? *same : items[std::min(row, items.size() - 1)]);
+}
+
+QList<QTreeWidgetItem *> SessionPanel::entryItems() const
+{
+    QList<QTreeWidgetItem *> items;
+    for (QTreeWidgetItemIterator it(m_history); *it; ++it) {
+        if (entryOf(*it))
+            items.append(*it);
+    }
+    return items;
+}
+
+void SessionPanel::rebuildHistory(const QList<SessionHistory::Entry> &history)
+{
     qDeleteAll(m_history->takeChildren());
     const QDate today = QDate::currentDate();
     QTreeWidgetItem *group = nullptr;

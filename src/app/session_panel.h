@@ -32,7 +32,7 @@ public:
 
     [[nodiscard]] QTreeWidget *tree() const noexcept { return m_tree; }
 
-    /// Shows `history`, which is ordered oldest first.
+    /// Shows `history`, which is ordered oldest first, under the days as they are called now.
     void setHistory(const QList<SessionHistory::Entry> &history);
     void refreshTheme();
 
@@ -50,6 +50,9 @@ Q_SIGNALS:
     void deleteRequested(quint64 entry);
 
 private:
+    void rebuildHistory(const QList<SessionHistory::Entry> &history);
+    /// The items of the history, newest first.
+    [[nodiscard]] QList<QTreeWidgetItem *> entryItems() const;
     void addNewKinds();
     void addKey(const QKeySequence &key, void (SessionPanel::*act)());
     void chooseCurrent();
