@@ -207,7 +207,7 @@ void HomeCard::paintTexts(QPainter &painter)
     const QFontMetrics headingMetrics(heading);
     const int left = chipRect().right() + margin + 2;
     const int available = width() - left - margin;
-    const QString summary = Velmora::tr(row().summary);
+    const QString summary = accessibleDescription(); // in the language of the title, whatever was chosen since
     const QRect summaryBounds =
         fontMetrics().boundingRect(QRect(0, 0, available, height()), Qt::AlignLeft | Qt::TextWordWrap, summary);
     const int content = headingMetrics.height() + 4 + summaryBounds.height();
