@@ -137,28 +137,6 @@ private Q_SLOTS:
         QTRY_COMPARE(client.socket.state(), QLocalSocket::UnconnectedState);
     }
 
-    void clearsTheRemainsOfACrash()
-    {
-        const QString name = uniqueName();
-        QString path;
-        {
-            QLocalServer crashed;
-            QVERIFY(crashed.listen(name));
-            path = crashed.fullServerName();
-            if (!QFile::exists(path))
-                QSKIP("names on this system vanish with their process");
-            QVERIFY(QFile::rename(path, path + QStringLiteral(".kept")));
-        }
-        QVERIFY(QFile::rename(path + QStringLiteral(".kept"), path));
-        QVERIFY(!handOver(name, {QStringLiteral("a")}));
-
-        SingleInstanceServer server;
-        QVERIFY(server.listen(name));
-        QSignalSpy connected(&server, &SingleInstanceServer::instanceConnected);
-        QVERIFY(handOverFromElsewhere(name, {QStringLiteral("a")}));
-        QTRY_COMPARE(connected.count(), 1);
-    }
-
     void leavesALivingInstanceItsName()
     {
         const QString name = uniqueName();

@@ -56,18 +56,12 @@ private Q_SLOTS:
 
     void translatesOnlyWhatIsNotEnglish()
     {
-        const QString english = QStringLiteral("Folder compare");
-        for (const char *code : {"en_US", "en_GB", "xx_XX"}) {
+        for (const char *code : {"en_US", "en_GB", "zh_CN", "xx_XX"}) {
             setCurrentLocale(QLatin1String(code));
             installTranslator();
-            QCOMPARE(Velmora::tr("Folder compare"), english);
+            QCOMPARE(Velmora::tr("Folder compare") == QStringLiteral("Folder compare"),
+                     QLatin1String(code) != QLatin1String("zh_CN"));
         }
-        setCurrentLocale(QStringLiteral("zh_CN"));
-        installTranslator();
-        QVERIFY(Velmora::tr("Folder compare") != english);
-        setCurrentLocale(QStringLiteral("en_US"));
-        installTranslator();
-        QCOMPARE(Velmora::tr("Folder compare"), english);
     }
 
     void theToolkitsDialogsAreChineseToo()
@@ -88,17 +82,13 @@ private Q_SLOTS:
         QPlainTextEdit page;
         const std::unique_ptr<QMenu> pageMenu(page.createStandardContextMenu());
         QStringList texts;
-        for (const QWidget *window :
-             {static_cast<const QWidget *>(&files), static_cast<const QWidget *>(&box),
-              static_cast<const QWidget *>(&colours), static_cast<const QWidget *>(&progress)}) {
-            for (const QAbstractButton *button : window->findChildren<QAbstractButton *>())
-                texts << button->text() << button->toolTip();
-            for (const QLabel *label : window->findChildren<QLabel *>())
-                texts << label->text();
-        }
-        for (const QMenu *menu : {lineMenu.get(), pageMenu.get()}) {
-            for (const QAction *action : menu->actions())
-                texts << action->text().section(u'\t', 0, 0);
+        const std::initializer_list<const QObject *> shown = {&files,    &box,           &colours,
+                                                              &progress, lineMenu.get(), pageMenu.get()};
+        for (const QObject *window : shown) {
+            for (const QObject *part : window->findChildren<QObject *>()) {
+                for (const char *property : {"text", "toolTip"})
+                    texts << part->property(property).toString().section(u'\t', 0, 0); // without keys
+            }
         }
         const auto *model = files.findChild<QFileSystemModel *>();
         for (int column = 0; column < model->columnCount(); ++column)
@@ -107,7 +97,8 @@ private Q_SLOTS:
         const QRegularExpression word(QStringLiteral("[A-Za-z]{2}")); // mnemonics are single letters
         texts.removeIf([&word](const QString &text) { return !text.contains(word); });
         texts.removeAll(QStringLiteral("HTML(&H)："));
-        QCOMPARE(texts, QStringList());
+        texts.removeAll(QStringLiteral("#ffffff"));
+        QCOMPARE(texts.join(u'|'), QString());
     }
 
     void choosesTheFontForTheLanguage()
