@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QMap>
+#include <QRegularExpression>
 
 #include <cstring>
 #include <optional>

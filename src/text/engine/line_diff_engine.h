@@ -44,8 +44,8 @@ struct CompareRemarks {
                                                const TextSessionOptions &options, const CancelFlag &cancel = {});
 
 /// The same rows for two texts held as `TextLines`, without their texts (see `AlignedRow`). Only lines whose white
-/// space or case is changed for the comparison are copied; costs about linear time, and some 30 bytes a line beside the
-/// texts. `progress` counts lines of both sides in phase 0 (reading them) and matched left lines in phase 1. Writes
+/// space or case is changed for the comparison are copied; costs about linear time, and 10 to 30 bytes a line beside
+/// the texts. `progress` counts lines of both sides in phase 0 (reading them) and matched left lines in phase 1. Writes
 /// `remarks` unless it is null.
 [[nodiscard]] QList<AlignedRow> compareTexts(const TextLines &left, const TextLines &right,
                                              const TextSessionOptions &options, const CancelFlag &cancel,
