@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QStringList>
 
+#include <algorithm>
 #include <vector>
 
 #include <windows.h>

@@ -6,6 +6,8 @@
 
 #include <QBrush>
 
+#include <algorithm>
+
 namespace velmora {
 
 namespace {

@@ -28,6 +28,7 @@ SnapshotSide::SnapshotSide(const SnapshotKind &kind, bool left, const SnapshotBa
       m_live(QLatin1String(kind.liveText)),
       m_shownLive(Velmora::tr(kind.liveText)),
       m_emptyIsLive(kind.emptyIsLive),
+      m_session(session),
       m_field(new QLineEdit(session))
 {
     auto *label = new QLabel(Velmora::tr(left ? kind.leftLabel : kind.rightLabel), session);
@@ -105,8 +106,8 @@ void SnapshotSide::takeCompared(const SideResult &result)
 
 bool SnapshotSide::isAt(QPoint point) const
 {
-    const QRect row = m_field->geometry();
-    return point.y() >= row.top() && point.y() <= row.bottom();
+    const int top = m_field->mapTo(m_session, QPoint()).y();
+    return point.y() >= top && point.y() < top + m_field->height();
 }
 
 void SnapshotSide::setBusy(bool busy)

@@ -63,6 +63,7 @@ private:
     QString m_live;
     QString m_shownLive; ///< what stands for it in the field
     bool m_emptyIsLive;
+    QWidget *m_session;
     QLineEdit *m_field;
     std::optional<Snapshot> m_snapshot;
     QString m_snapshotPlace;

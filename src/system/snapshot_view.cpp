@@ -6,6 +6,8 @@
 #include <QHeaderView>
 #include <QStyledItemDelegate>
 
+#include <algorithm>
+
 namespace velmora {
 
 namespace {

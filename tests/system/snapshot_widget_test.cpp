@@ -350,7 +350,8 @@ private Q_SLOTS:
         Compared f;
         f.session.setPaths({});
         QVERIFY(f.session.acceptsDroppedPaths());
-        const QPoint onRight = f.session.findChild<QLineEdit *>(QStringLiteral("rightSnapshot"))->geometry().center();
+        const auto *right = f.session.findChild<QLineEdit *>(QStringLiteral("rightSnapshot"));
+        const QPoint onRight = right->mapTo(&f.session, right->rect().center());
         f.session.dropPaths({f.left}, onRight);
         f.wait();
         QCOMPARE(f.session.paths(), (SessionPaths{{}, f.left, {}}));

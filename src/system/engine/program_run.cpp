@@ -3,6 +3,8 @@
 #include <QElapsedTimer>
 #include <QProcess>
 
+#include <algorithm>
+
 namespace velmora {
 
 namespace {

@@ -1,5 +1,7 @@
 #include "system/engine/snapshot_compare.h"
 
+#include <algorithm>
+
 namespace velmora {
 
 namespace {
