@@ -180,6 +180,7 @@ private Q_SLOTS:
             {"only the last line end differs", "a\nb", 1, 1, "a\nb\n", 1, 1, "a\nb"},
             {"the same the other way", "a\nb\n", 1, 1, "a\nb", 1, 1, "a\nb\n"},
             {"unended into the middle", "x", 0, 1, "a\nb\n", 0, 1, "x\nb\n"},
+            {"the same text, unended, into the middle", "a", 0, 1, "a\nb\n", 0, 1, "a\nb\n"},
             {"behind an unended line", "a\nb\n", 1, 1, "a", 1, 0, "a\nb\n"},
             {"nothing: removes", "a\n", 1, 0, "a\nb\nc\n", 1, 2, "a\n"},
             {"everything into nothing", "a\nb", 0, 2, "", 0, 0, "a\nb"},
