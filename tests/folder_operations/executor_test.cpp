@@ -171,15 +171,21 @@ private Q_SLOTS:
     {
         QFETCH(int, number);
         const Meanwhile &tried = meanwhiles()[number];
-        OperationFixture tree;
-        tree.make(tried.files);
-        const OperationPlan plan = tree.mirror(tried.manner);
-        if (!tried.call)
-            tree.make(tried.changes);
-        ScriptedLayer changing(before(tried.call ? tried.call : "", tried.number, [&] { tree.make(tried.changes); }));
-        OperationJournal journal(changing, tree.journalFolder());
-        QCOMPARE(tree.problems(tree.execute(plan, journal, changing)), tried.problems);
-        QCOMPARE(tree.picture("right"), lines(tried.right));
+        for (const bool isJournalled : {false, true}) {
+            if (!isJournalled && QByteArray(tried.call) == "makeHardLink")
+                continue;
+            OperationFixture tree;
+            tree.make(tried.files);
+            const OperationPlan plan = tree.mirror(tried.manner);
+            if (!tried.call)
+                tree.make(tried.changes);
+            ScriptedLayer changing(
+                before(tried.call ? tried.call : "", tried.number, [&] { tree.make(tried.changes); }));
+            OperationJournal journal(changing, tree.journalFolder());
+            const ExecutionReport report = tree.execute(plan, {false, isJournalled ? &journal : nullptr}, changing);
+            QCOMPARE(tree.problems(report), tried.problems);
+            QCOMPARE(tree.picture("right"), lines(tried.right));
+        }
     }
 
     /// Neither size alone nor size and time make a file the one that was seen.
