@@ -119,6 +119,14 @@ private Q_SLOTS:
         f.session.show();
         f.session.onCancelCompare();
         QTRY_COMPARE(f.session.status(), QStringLiteral("Compare cancelled"));
+        // It is so wherever one has gone meanwhile.
+        f.goTo(QStringLiteral("src"));
+        f.key(Qt::Key_Return);
+        f.wait();
+        f.session.hide();
+        f.disk.file(QStringLiteral("right/src/main.cpp"), "one", 1);
+        f.session.show();
+        QTRY_VERIFY(f.rows().contains(QStringLiteral("main.cpp = main.cpp")));
     }
 
     /// What reading both files has found is not forgotten for an entry that was only looked at.

@@ -53,22 +53,32 @@ void FolderCompareWidget::showEvent(QShowEvent *event)
 {
     SessionWidget::showEvent(event);
     // Back from the tabs of some entries: what was changed there is to be seen here, and they may be gone back to.
-    if (m_hasResult && !m_openedNames.isEmpty())
-        m_comparison.recompare(m_openedNames);
+    if (!m_hasResult || m_openedPaths.isEmpty())
+        return;
+    const QSet<QString> opened(m_openedPaths.begin(), m_openedPaths.end());
+    QStringList names;
+    for (const FolderDiffItem &item : m_comparison.tree().items()) {
+        if (opened.contains(item.leftPath) || opened.contains(item.rightPath))
+            names.append(item.name);
+    }
+    m_comparison.recheck(names);
 }
 
-void FolderCompareWidget::rememberOpened(const QString &name)
+void FolderCompareWidget::rememberOpened(const FolderDiffItem &item)
 {
-    constexpr qsizetype mostRemembered = 100;
-    m_openedNames.removeOne(name);
-    m_openedNames.append(name);
-    if (m_openedNames.size() > mostRemembered)
-        m_openedNames.removeFirst();
+    constexpr qsizetype mostRemembered = 200;
+    for (const QString &path : {item.leftPath, item.rightPath}) {
+        m_openedPaths.removeOne(path);
+        if (!path.isEmpty())
+            m_openedPaths.append(path);
+    }
+    while (m_openedPaths.size() > mostRemembered)
+        m_openedPaths.removeFirst();
 }
 
 void FolderCompareWidget::openAs(const QString &kind, const FolderDiffItem &item)
 {
-    rememberOpened(item.name);
+    rememberOpened(item);
     if (kind == QLatin1String("text"))
         Q_EMIT openTextCompare(item.leftPath, item.rightPath);
     else if (kind == QLatin1String("folder"))

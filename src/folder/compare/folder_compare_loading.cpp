@@ -77,7 +77,6 @@ void FolderCompareWidget::loadCurrentLevel()
     const bool otherFolders = m_loaded.left != wanted.left || m_loaded.right != wanted.right;
     m_loaded = {wanted.left, wanted.right, {}};
     m_hasResult = false;
-    m_openedNames.clear();
     m_contentsToRead.clear();
     m_cancelAsked = false;
     if (otherFolders) {

@@ -140,7 +140,7 @@ private:
     void openFiles(const FolderDiffItem &item);
     /// Asks for a session of that kind on the entry, which is compared anew when a person comes back.
     void openAs(const QString &kind, const FolderDiffItem &item);
-    void rememberOpened(const QString &name);
+    void rememberOpened(const FolderDiffItem &item);
     void goToDifference(bool forward);
     void takeOptions(const FolderSessionOptions &options);
     void applyFilters();
@@ -174,8 +174,8 @@ private:
     QTimer m_startTeller;
     CompareMethod m_contentsMethod = CompareMethod::Binary;
     bool m_showsContentsResults = false;
-    int m_contentsUnmatched = 0;  ///< files on one side only, of the contents that are being compared
-    QStringList m_openedNames;    ///< entries that were opened elsewhere and may be changed there
+    int m_contentsUnmatched = 0; ///< files on one side only, of the contents that are being compared
+    QStringList m_openedPaths;   ///< what was opened elsewhere and may be changed there, whatever is compared meanwhile
     QStringList m_contentsToRead; ///< names that wait for their folders to be read before their contents are compared
 
     FolderComparison m_comparison;

@@ -60,6 +60,8 @@ public:
 
     /// Compares entries anew, by their relative names; they may be new or gone.
     void recompare(const QStringList &names);
+    /// The same for entries that may well be as they were: a file whose size and time have not changed is not read.
+    void recheck(const QStringList &names);
     /// The same for pairs whose paths are not those that the names say.
     void recompare(const QList<BranchTask> &tasks);
     [[nodiscard]] BranchTask taskFor(const QString &name) const;

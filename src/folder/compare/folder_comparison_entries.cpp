@@ -66,6 +66,16 @@ void FolderComparison::recompare(const QStringList &names)
     recompare(tasks);
 }
 
+void FolderComparison::recheck(const QStringList &names)
+{
+    for (const QString &name : names) {
+        const qint32 node = m_tree.find(name);
+        if (node >= 0 && !m_tree.item(node).isDir && m_tree.item(node).status != FolderTree::unknownStatus)
+            m_spec.decided.insert(name, m_tree.item(node));
+    }
+    recompare(names);
+}
+
 void FolderComparison::recompare(const QList<BranchTask> &tasks)
 {
     m_asked.append(tasks);
@@ -185,11 +195,14 @@ void FolderComparison::compareContents(const QList<qint32> &nodes, CompareMethod
             for (qsizetype i = 0; i < decided.size(); ++i) {
                 const FolderDiffItem &pair = decided.at(i);
                 const qint32 node = sameNumbers ? m_contentsNodes[std::size_t(i)] : m_tree.find(pair.name);
-                if (node < 0 || pair.status == FolderTree::unknownStatus || m_tree.item(node).isDir)
-                    continue;
-                m_tree.setItem(node, pair);
-                m_spec.decided.insert(pair.name, pair);
+                if (node >= 0 && pair.status != FolderTree::unknownStatus && !m_tree.item(node).isDir)
+                    m_tree.setItem(node, pair);
             }
+            // Of everything compared, which may be much, there was nothing before as a rule.
+            if (m_spec.decided.isEmpty())
+                m_spec.decided = outcome.value->decided;
+            else
+                m_spec.decided.insert(outcome.value->decided);
             m_tree.rollUp();
             Q_EMIT statesChanged();
             Q_EMIT contentsCompared(*outcome.value, outcome.end == RunEnd::Cancelled);

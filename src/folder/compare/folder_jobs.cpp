@@ -374,6 +374,8 @@ ContentsResult compareContentsOf(QList<FolderDiffItem> pairs, CompareMethod meth
     for (qsizetype i = 0; i < pairs.size(); ++i) {
         if (!isPairOfFiles[std::size_t(i)] || pairs.at(i).status == UndecidedFiles)
             pairs[i].status = FolderTree::unknownStatus;
+        else
+            result.decided.insert(pairs.at(i).name, pairs.at(i));
     }
     result.pairs = std::move(pairs);
     return result;

@@ -25,8 +25,8 @@ struct FolderSpec {
     QSet<QString> ignoredNames;  ///< bare names of entries that are shown and count as no difference
     FolderViewLimits limits;
     SystemFileTest isSystemFile; ///< usable from several threads
-    /// Pairs of files that were decided by another method than the session's, by their names. It holds as long as both
-    /// files have the size and the time of then.
+    /// Pairs of files that need not be decided again, by their names: by another method than the session's, or because
+    /// they were only looked at. It holds as long as both files have the size and the time of then.
     QHash<QString, FolderDiffItem> decided;
 
     /// The status that `decided` has for the pair, if it still holds.
@@ -98,6 +98,7 @@ struct BranchResult {
 struct ContentsResult {
     QList<FolderDiffItem> pairs;
     QList<FolderProblem> problems;
+    QHash<QString, FolderDiffItem> decided; ///< those of the pairs that were, as `FolderSpec` has them
 };
 [[nodiscard]] ContentsResult compareContentsOf(QList<FolderDiffItem> pairs, CompareMethod method, qint32 toleranceSec,
                                                const CancelFlag &cancel, Progress &progress);

@@ -37,6 +37,10 @@ FolderStatusBar::FolderStatusBar(QWidget *parent)
     row->addWidget(m_progress);
     row->addWidget(m_selection);
     row->addWidget(m_counts);
+    constexpr int momentMs = 200;
+    m_appearance.setSingleShot(true);
+    m_appearance.setInterval(momentMs);
+    connect(&m_appearance, &QTimer::timeout, this, &FolderStatusBar::showProgressParts);
     clearProgress();
 }
 
@@ -58,12 +62,21 @@ void FolderStatusBar::showProgress(qint64 done, qint64 total, const QString &tex
     m_progress->setRange(0, total > 0 ? steps : 0);
     if (total > 0)
         m_progress->setValue(int(double(std::min(done, total)) / double(total) * steps));
-    m_progressText->setVisible(!text.isEmpty());
+    if (!m_progress->isHidden())
+        showProgressParts();
+    else if (!m_appearance.isActive())
+        m_appearance.start();
+}
+
+void FolderStatusBar::showProgressParts()
+{
+    m_progressText->setVisible(!m_progressText->text().isEmpty());
     m_progress->show();
 }
 
 void FolderStatusBar::clearProgress()
 {
+    m_appearance.stop();
     m_progressText->hide();
     m_progress->hide();
 }

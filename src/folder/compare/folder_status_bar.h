@@ -3,6 +3,7 @@
 #include "folder/compare/folder_tree.h"
 
 #include <QFrame>
+#include <QTimer>
 
 class QLabel;
 class QProgressBar;
@@ -18,7 +19,8 @@ public:
     void showMessage(const QString &message);
     [[nodiscard]] QString message() const;
 
-    /// Shows how much of `total` is done, or only that something is when `total` is 0, with `text` beside it.
+    /// Shows how much of `total` is done, or only that something is when `total` is 0, with `text` beside it. What is
+    /// over in a moment is not shown at all, so that nothing flickers.
     void showProgress(qint64 done, qint64 total, const QString &text);
     void clearProgress();
 
@@ -27,11 +29,14 @@ public:
     void showSelection(const QString &text);
 
 private:
+    void showProgressParts();
+
     QLabel *m_message;
     QLabel *m_progressText;
     QProgressBar *m_progress;
     QLabel *m_selection;
     QLabel *m_counts;
+    QTimer m_appearance; ///< of the progress
 };
 
 } // namespace velmora
