@@ -97,11 +97,12 @@ private Q_SLOTS:
     void rollsUpAndTotals()
     {
         TestTree tree;
-        for (const char *folder : {"left/empty", "right/empty", "right/gone"})
+        for (const char *folder : {"left/empty", "right/empty", "right/gone", "left/new"})
             tree.folder(word(folder));
         tree.file(word("left/gone/deep/x"), "12345", 9);
         tree.file(word("left/mixed/l"), "1");
         tree.file(word("right/mixed/r"), "22");
+        tree.file(word("right/new/r"), "22");
         tree.file(word("left/same/f"), "abc", 5);
         tree.file(word("right/same/f"), "abc", 7);
         tree.file(word("left/thing"), "file");
@@ -109,7 +110,7 @@ private Q_SLOTS:
         const auto items = compareFolderTree(tree.left(), tree.right(), word("up/here"), CompareMethod::Rules);
         QCOMPARE(drawn(items.first(items.size() - 1)).replaceInStrings(word("up/here/"), QString()),
                  words("=empty/|<gone/ 5 0|<gone/deep/ 5 0|<gone/deep/x 5 0|!mixed/ 1 2|<mixed/l 1 0|>mixed/r 0 2|"
-                       "=same/ 3 3|=same/f 3 3"));
+                       ">new/ 0 2|>new/r 0 2|=same/ 3 3|=same/f 3 3"));
         QCOMPARE(items.last().name, word("up/here/thing")); // nothing beneath it
         QVERIFY(items.last().isDir && items.last().diffStatus() == Status::Different);
         QVERIFY(!items.at(1).rightPath.isEmpty()); // on both sides, and still left only
@@ -191,6 +192,21 @@ private Q_SLOTS:
         QVERIFY(!compareFilePair(there, missing, CompareMethod::Crc));
         QVERIFY(!compareFilePair(missing, missing, CompareMethod::Binary));
         QVERIFY(!sameContentByDigest(missing.filePath(), missing.filePath()));
+    }
+
+    /// What is known of a file may be old: then the contents of a pair decide, and its status goes by what is known.
+    void looksIntoAPairWhoseSizesDiffer()
+    {
+        TestTree tree;
+        tree.file(word("left/f"), "longer before");
+        tree.file(word("right/f"), "same", 5);
+        const QFileInfo left(tree.left() + QLatin1String("/f"));
+        const QFileInfo right(tree.right() + QLatin1String("/f"));
+        QVERIFY(left.size() != right.size());
+        tree.file(word("left/f"), "same");
+        QVERIFY(compareFilePair(left, right, CompareMethod::Rules));
+        QCOMPARE(fileStatus(left, right, CompareMethod::Rules), Status::Different);
+        QVERIFY(!compareFilePair(left, right, CompareMethod::Binary));
     }
 
     void stopsAtOnceWhenCancelledBefore()

@@ -1,3 +1,4 @@
+#include "core/content_compare.h"
 #include "folder/engine/folder_engine_internal.h"
 #include "folder_engine/memory_files.h"
 #include "folder_engine/test_tree.h"
@@ -86,6 +87,10 @@ private Q_SLOTS:
             for (const CompareMethod method : {CompareMethod::Rules, CompareMethod::Binary})
                 QCOMPARE(compare(files, method).first().status == 0, failing.same);
         }
+        MemoryFiles files;
+        files.addFile(word("/l/f"), bytes, 1).failsAt = 200'000;
+        files.addFile(word("/r/f"), bytes.first(200'000), 2); // whose end is none
+        QVERIFY(!ContentComparer(files, {}).sameByDigest(word("/l/f"), word("/r/f")));
     }
 
     void readsNoFurtherThanTheFirstDifference()

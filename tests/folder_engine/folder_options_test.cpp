@@ -137,8 +137,10 @@ private Q_SLOTS:
         StoredFolderSet shorter = set;
         shorter.options.alignOverrides.removeLast();
         shorter.options.fileFormats.clear();
-        store.setPreset(names.last(), shorter);
-        QCOMPARE(*store.preset(names.last()), shorter);
+        store.setPreset(word("plain"), shorter);
+        QCOMPARE(*store.preset(word("plain")), shorter);
+        QVERIFY(m_settings->contains(word("FolderCompare/Presets/plain/align0.left")));
+        QVERIFY(!m_settings->contains(word("FolderCompare/Presets/plain/align1.left")));
         for (const QString &name : names)
             store.removePreset(name);
         QVERIFY(store.presetNames().isEmpty());
