@@ -3,6 +3,11 @@
 #include "core/text_scan.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <functional>
+#include <numeric>
 #include <utility>
 
 namespace velmora {
@@ -18,19 +23,18 @@ LineEnd endOf(std::string_view lineWithEnd) noexcept
     return lineWithEnd.ends_with('\r') ? LineEnd::Cr : LineEnd::None;
 }
 
-/// In blocks, of which a compiler looks at many bytes at a time.
 bool isAscii(std::string_view text) noexcept
 {
-    constexpr size_t blockSize = 64;
-    const auto isAsciiByte = [](char c) { return (static_cast<unsigned char>(c) & 0x80) == 0; };
-    for (; text.size() >= blockSize; text.remove_prefix(blockSize)) {
-        unsigned char all = 0;
-        for (size_t k = 0; k < blockSize; ++k)
-            all = static_cast<unsigned char>(all | static_cast<unsigned char>(text[k]));
-        if (all & 0x80)
+    using Block = std::array<std::uint64_t, 8>;
+    constexpr std::uint64_t highBits = 0x8080808080808080U;
+    for (; text.size() >= sizeof(Block); text.remove_prefix(sizeof(Block))) {
+        Block block;
+        std::memcpy(block.data(), text.data(), sizeof(Block));
+        const std::uint64_t all = std::accumulate(block.begin(), block.end(), std::uint64_t(0), std::bit_or<>());
+        if (all & highBits)
             return false;
     }
-    return std::all_of(text.begin(), text.end(), isAsciiByte);
+    return std::all_of(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0x80) == 0; });
 }
 
 } // namespace
