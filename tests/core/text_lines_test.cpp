@@ -99,12 +99,20 @@ private Q_SLOTS:
 
     void knowsAscii()
     {
+        const auto built = [](QByteArray line) {
+            TextLinesBuilder builder;
+            builder.appendFirst(std::move(line), LineEnd::Lf);
+            return builder.take();
+        };
         QVERIFY(TextLines::split(QByteArray(1000, 'x')).isAscii());
+        QVERIFY(built(QByteArray(1000, 'x')).isAscii());
         for (const qsizetype place : {0, 15, 16, 500, 997}) {
             QByteArray text(1000, 'x');
             text.replace(place, 2, "\xC3\xA9");
             QVERIFY(!TextLines::split(text).isAscii());
             QCOMPARE(TextLines::split(text).text(0), QString::fromUtf8(text));
+            QVERIFY(!built(text).isAscii());
+            QCOMPARE(built(text).text(0), QString::fromUtf8(text));
         }
     }
 
