@@ -13,6 +13,8 @@ constexpr QLatin1String displayNameMember("displayName");
 constexpr QLatin1String stateMember("state");
 constexpr QLatin1String startModeMember("startMode");
 
+constexpr QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+
 SnapshotReading faulty(SnapshotFault fault, const QString &detail = {})
 {
     return {{}, fault, detail, 0};
@@ -101,7 +103,6 @@ SaveResult saveSnapshot(const QString &path, const Snapshot &snapshot, SnapshotF
     const QByteArray bytes = snapshotToJson(snapshot, form);
     if (readers == SnapshotReaders::Everybody)
         return saveFile(path, bytes);
-    constexpr QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
     // The new file takes over the access bits of the one that it replaces: they are narrowed first, so that there is no
     // moment at which others could read what is new.
     if (QFileInfo(path).isFile())
