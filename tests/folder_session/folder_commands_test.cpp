@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QDir>
 #include <QFile>
+#include <QFocusEvent>
 #include <QGuiApplication>
 #include <QJsonArray>
 #include <QJsonObject>
@@ -190,6 +191,28 @@ private Q_SLOTS:
         QVERIFY(f.action("copyToRightAction")->toolTip().contains(QStringLiteral("read-only")));
         f.session.onCopyToRight();
         QVERIFY(!QFile::exists(f.disk.path(QStringLiteral("right/file10"))));
+    }
+
+    /// Commands that must be told a side mean that of the pane with the keyboard.
+    void renamingMeansTheSideOfTheKeyboard()
+    {
+        Filled f;
+        f.session.show();
+        FolderView &view = f.session.view();
+        for (const bool left : {true, false}) {
+            f.goTo(QStringLiteral("src/same.h"));
+            QFocusEvent focus(QEvent::FocusIn);
+            QCoreApplication::sendEvent(left ? &view.leftPane() : &view.rightPane(), &focus);
+            const QString name = left ? QStringLiteral("left.h") : QStringLiteral("right.h");
+            f.dialogs.answerText(name);
+            QTRY_VERIFY(f.action("renameAction")->isEnabled());
+            f.action("renameAction")->trigger();
+            const QString row = left ? QStringLiteral("left.h ← ") : QStringLiteral(" → right.h");
+            QTRY_VERIFY_WITH_TIMEOUT(f.rows().contains(row), 20000);
+            QVERIFY(QFile::exists((left ? f.disk.left() : f.disk.right()) + QStringLiteral("/src/") + name));
+            QTRY_VERIFY(!f.session.hasUnsavedChanges());
+        }
+        QVERIFY(!f.rows().join(u' ').contains(QStringLiteral("same.h")));
     }
 
     void pathsOfTheSelectionAreCopied()

@@ -1,10 +1,12 @@
 #include "core/settings_store.h"
+#include "folder/actions/advanced_filters_dialog.h"
 #include "folder/compare/folder_compare_side_pane.h"
 #include "folder/compare/folder_notice.h"
 #include "folder/compare/folder_status_bar.h"
 #include "folder/compare/time_shift_bar.h"
 #include "folder_session_fixture.h"
 #include "session/path_edit.h"
+#include "settings/dialogs/folder_session_settings_dialog.h"
 #include "support/test_main.h"
 
 #include <QComboBox>
@@ -15,9 +17,11 @@
 #include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QSpinBox>
 
 using namespace velmora;
 using namespace velmora::test;
@@ -155,6 +159,68 @@ private Q_SLOTS:
         QTRY_COMPARE(f.session.comparison().tree().counts().hidden, 5);
         masks->setEditText(QStringLiteral("*.*"));
         QTRY_COMPARE(f.rows().size(), 7);
+    }
+
+    void sizeLimitsComeFromTheirDialogAndAreCleared()
+    {
+        Filled f;
+        f.disk.file(QStringLiteral("left/large"), QByteArray(5000, 'x'));
+        f.compare();
+        const auto answer = [&f](auto &&change) {
+            f.action("advancedFiltersAction")->trigger();
+            auto *dialog = f.session.findChild<AdvancedFiltersDialog *>();
+            change(*dialog);
+            dialog->accept();
+            QCoreApplication::sendPostedEvents(dialog, QEvent::DeferredDelete);
+        };
+        answer([](QDialog &dialog) { dialog.findChild<QSpinBox *>(QStringLiteral("minimumSize"))->setValue(2); });
+        QTRY_COMPARE(f.rows(), QStringList({QStringLiteral("docs - docs"), QStringLiteral("src - src"),
+                                            QStringLiteral("large ← ")}));
+        QVERIFY(f.session.logText().contains(QStringLiteral(" filters updated: size[2-Any KB] date[Any ~ Any]")));
+        QVERIFY(f.session.findChild<QLabel *>(QStringLiteral("filterEffect"))
+                    ->text()
+                    .startsWith(QStringLiteral("size or date limits")));
+        // Masks of the bar hold beside it.
+        f.session.findChild<QComboBox *>(QStringLiteral("nameFilter"))->setEditText(QStringLiteral("*.h"));
+        QTRY_COMPARE(f.rows().size(), 2);
+        answer([](QDialog &dialog) { dialog.findChild<QPushButton *>(QStringLiteral("clearLimits"))->click(); });
+        f.session.onExpandAll();
+        QTRY_VERIFY(f.rows().contains(QStringLiteral("same.h = same.h")));
+    }
+
+    void settingsAndPresetsCompareAnewWhereTheyMust()
+    {
+        FolderSessionFixture f;
+        f.disk.file(QStringLiteral("left/a"), "1", 7);
+        f.disk.file(QStringLiteral("right/a"), "2", 7);
+        f.disk.file(QStringLiteral("left/b.log"), "1", 7);
+        f.compare();
+        QCOMPARE(f.rows(), QStringList({QStringLiteral("a = a"), QStringLiteral("b.log ← ")}));
+        const quint64 generation = f.session.comparison().generation();
+        const auto settings = [&f](auto &&change) {
+            f.session.onSessionSettings(0);
+            auto *dialog = f.session.findChild<FolderSessionSettingsDialog *>();
+            change(*dialog);
+            dialog->accept();
+            QCoreApplication::sendPostedEvents(dialog, QEvent::DeferredDelete);
+        };
+        settings([](QDialog &dialog) {
+            dialog.findChild<QLineEdit *>(QStringLiteral("excludeFiles"))->setText(QStringLiteral("*.log"));
+        });
+        QTRY_COMPARE(f.rows(), QStringList(QStringLiteral("a = a")));
+        QCOMPARE(f.session.comparison().generation(), generation); // without the disk
+        settings(
+            [](QDialog &dialog) { dialog.findChild<QComboBox *>(QStringLiteral("compareBasis"))->setCurrentIndex(2); });
+        f.wait();
+        QCOMPARE(f.rows(), QStringList(QStringLiteral("a ≠ a")));
+
+        QMenu *presets = f.action("presetAction")->menu();
+        Q_EMIT presets->aboutToShow();
+        QCOMPARE(presets->actions().first()->text(), QStringLiteral("Date and size (rules)"));
+        presets->actions().first()->trigger();
+        f.wait();
+        QCOMPARE(f.rows(), QStringList(QStringLiteral("a = a")));
+        QCOMPARE(f.session.options().value(QStringLiteral("timeToleranceSec")).toInt(), 2);
     }
 
     void swapsSides()
