@@ -6,6 +6,8 @@
 #include "folder/operations/temporary_name.h"
 #include "folder/operations/tree_summary.h"
 
+#include <chrono>
+
 namespace velmora {
 
 namespace {
@@ -197,8 +199,9 @@ QString makeRunFolder(FolderHandle &folder, qint64 number, FileError &error)
 std::unique_ptr<QLockFile> lockRun(const QString &run)
 {
     auto lock = std::make_unique<QLockFile>(run + u'/' + lockName);
-    // A run may take days; only that its process is gone makes a lock stale.
-    lock->setStaleLockTime(0);
+    // That its process is gone makes a lock stale, and an age that no run reaches: the machine may have another name
+    // by now, and then nobody can look for the process.
+    lock->setStaleLockTime(std::chrono::hours(20 * 24));
     return lock->tryLock(0) ? std::move(lock) : nullptr;
 }
 
