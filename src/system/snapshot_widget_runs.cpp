@@ -48,6 +48,7 @@ void SnapshotWidget::onCancel()
 
 void SnapshotWidget::run(SnapshotOrder order, std::function<void(SnapshotOutcome &&)> done)
 {
+    showNotice(); // in place of an earlier failure
     m_runner.start(
         [order = std::move(order), kind = m_kind](const CancelFlag &cancel, Progress &progress) {
             return carryOut(order, kind, cancel, progress);

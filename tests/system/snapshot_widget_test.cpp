@@ -409,6 +409,10 @@ private Q_SLOTS:
         f.click("captureLeftAction"); // ends with an error
         QCOMPARE(f.session.status(), QStringLiteral("Cannot parse service list JSON"));
         QCOMPARE(f.label("statusDetail"), QStringLiteral("Get-CimInstance: access denied"));
+        QVERIFY(f.view().notice().startsWith(QStringLiteral("Cannot parse service list JSON\n")));
+        f.enter("leftSnapshot");
+        QCOMPARE(f.session.status(), QStringLiteral("Loaded 1 item(s)"));
+        QVERIFY(!f.view().notice().contains(QStringLiteral("JSON")));
         QCOMPARE(f.session.paths().left, f.files.path(QStringLiteral("a.kvsvc")));
         FakePowerShell::goes();
         f.click("captureRightAction");
