@@ -95,6 +95,7 @@ void TextCompareWidget::swapSides()
         std::swap(m_options.leftEncoding, m_options.rightEncoding);
         std::swap(m_options.leftEol, m_options.rightEol);
     }
+    std::swap(m_options.leftReadOnly, m_options.rightReadOnly); // it is the file that is protected
     std::swap(m_options.leftReplaceFind, m_options.rightReplaceFind);
     std::swap(m_options.leftReplaceWith, m_options.rightReplaceWith);
     m_inputs->apply(m_options);

@@ -227,6 +227,18 @@ private Q_SLOTS:
         QVERIFY2(buffer.isModified(), "the saved state can no longer be reached");
     }
 
+    void anUndoDuringASaveLeavesTheFileAhead()
+    {
+        EditBuffer buffer = bufferOf("a\n");
+        buffer.replace({0, 0}, {0, 0}, QStringLiteral("x"));
+        buffer.beginSave();
+        buffer.undo();
+        buffer.replace({0, 0}, {0, 0}, QStringLiteral("z")); // nothing leads back to what is being saved
+        buffer.endSave(true);
+        buffer.undo();
+        QVERIFY2(buffer.isModified(), "the file holds another text");
+    }
+
     void aSnapshotStaysAsItWas()
     {
         EditBuffer buffer = bufferOf("a\nb\nc\n");

@@ -178,25 +178,6 @@ private Q_SLOTS:
         QCOMPARE(contentOf(f.left), QByteArray("xya\n"));
     }
 
-    void anUndoDuringASaveLeavesTheFileAhead()
-    {
-        EditFixture f("a\n", "b\n");
-        f.typeAt(Side::Left, 1, QStringLiteral("x"));
-        HeldSave held;
-        f.session.onSaveLeft();
-        QVERIFY(held.waitForArrival());
-        f.session.edit(EditCommand::UndoLeft);
-        QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("z")); // nothing leads back to what is being saved
-        held.letGo();
-        f.waitForSave();
-        QCOMPARE(contentOf(f.left), QByteArray("xa\n"));
-        f.session.edit(EditCommand::UndoLeft);
-        QVERIFY2(f.session.hasUnsavedChanges(), "the file holds another text");
-        held.letGo();
-        f.save(Side::Left);
-        QCOMPARE(contentOf(f.left), QByteArray("a\n"));
-    }
-
     void whatGivesTheTextUpWaitsForTheSave()
     {
         EditFixture f("a\n", "b\n");
