@@ -217,6 +217,7 @@ private Q_SLOTS:
         QMenu *presets = f.action("presetAction")->menu();
         Q_EMIT presets->aboutToShow();
         QCOMPARE(presets->actions().first()->text(), QStringLiteral("Date and size (rules)"));
+        QVERIFY(!presets->actions().at(0)->isChecked() && presets->actions().at(2)->isChecked());
         presets->actions().first()->trigger();
         f.wait();
         QCOMPARE(f.rows(), QStringList(QStringLiteral("a = a")));

@@ -159,13 +159,16 @@ void FolderCompareWidget::fillPresetMenu()
     QMenu &menu = m_bar->presetMenu();
     menu.clear();
     for (const FolderPreset &preset : folderPresets()) {
-        menu.addAction(Velmora::tr(preset.menuText), this, [this, name = QLatin1String(preset.name)] {
+        QAction *entry = menu.addAction(Velmora::tr(preset.menuText), this, [this, name = QLatin1String(preset.name)] {
             FolderSessionOptions options = m_options;
             if (applyFolderPreset(name, options)) {
                 takeOptions(options);
                 onRefresh();
             }
         });
+        entry->setCheckable(true);
+        entry->setChecked(preset.method == compareMethod(m_options.compareBasis) &&
+                          preset.timeToleranceSec.value_or(m_options.timeToleranceSec) == m_options.timeToleranceSec);
     }
     menu.addSeparator();
     SessionSettings settings;

@@ -70,7 +70,9 @@ void FolderComparison::recheck(const QStringList &names)
 {
     for (const QString &name : names) {
         const qint32 node = m_tree.find(name);
-        if (node >= 0 && !m_tree.item(node).isDir && m_tree.item(node).status != FolderTree::unknownStatus)
+        const bool isDecided = node >= 0 && !m_tree.item(node).isDir && !m_tree.node(node).unreadable &&
+                               m_tree.item(node).status != FolderTree::unknownStatus;
+        if (isDecided)
             m_spec.decided.insert(name, m_tree.item(node));
     }
     recompare(names);

@@ -371,10 +371,13 @@ ContentsResult compareContentsOf(QList<FolderDiffItem> pairs, CompareMethod meth
     const FolderRunReport report{&progress, &result.problems};
     decider.decideRest(pairs, report);
     decider.tellProblems(report);
+    QSet<QString> unreadable;
+    for (const FolderProblem &problem : std::as_const(result.problems))
+        unreadable.insert(problem.path);
     for (qsizetype i = 0; i < pairs.size(); ++i) {
         if (!isPairOfFiles[std::size_t(i)] || pairs.at(i).status == UndecidedFiles)
             pairs[i].status = FolderTree::unknownStatus;
-        else
+        else if (!unreadable.contains(pairs.at(i).leftPath) && !unreadable.contains(pairs.at(i).rightPath))
             result.decided.insert(pairs.at(i).name, pairs.at(i));
     }
     result.pairs = std::move(pairs);
