@@ -5,6 +5,7 @@
 #include "text/view/pane_notice.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QFileInfo>
@@ -419,7 +420,8 @@ private Q_SLOTS:
         SessionFixture f;
         const QString a = f.file(QStringLiteral("a"), "1\n2\n");
         const QString b = f.file(QStringLiteral("b"), "1\n");
-        f.session.setOptions({{QStringLiteral("leftReplaceFind"), QJsonArray{QStringLiteral("2")}}});
+        f.session.setOptions({{QStringLiteral("leftReplaceFind"), QJsonArray{QStringLiteral("2")}},
+                              {QStringLiteral("leftReadOnly"), true}});
         f.compare(a, b);
         QSignalSpy titles(&f.session, &SessionWidget::tabTitleChanged);
         f.session.onSwapSides();
@@ -428,6 +430,8 @@ private Q_SLOTS:
         QVERIFY(f.status().startsWith(QStringLiteral("Compare done: 1 diffs (added 1,")));
         QCOMPARE(titles.last().first().toString(), QStringLiteral("b <-> a"));
         QCOMPARE(f.session.options().value(QStringLiteral("rightReplaceFind")).toArray().size(), 1);
+        QVERIFY(f.session.options().value(QStringLiteral("rightReadOnly")).toBool());
+        QVERIFY(!f.session.options().value(QStringLiteral("leftReadOnly")).toBool());
         QVERIFY(f.dialogs.asked().isEmpty());
     }
 
@@ -576,6 +580,29 @@ private Q_SLOTS:
         const QAction &next = *f.child<QAction>("nextAction");
         for (const QKeySequence &key : next.shortcuts())
             QVERIFY(next.toolTip().contains(key.toString(QKeySequence::NativeText)));
+    }
+
+    void fitsIntoASmallWindow()
+    {
+        SessionFixture f;
+        f.compareTexts("a\n", "b\n");
+        f.session.show();
+        f.session.onFind();
+        const auto *encoding = f.child<QComboBox>("leftEncoding");
+        const auto *path = f.child<QLineEdit>("leftPathEdit");
+        const auto isBelow = [&f] {
+            return f.child<QLabel>("formatLabel")->y() >= f.child<QLabel>("statusLabel")->geometry().bottom();
+        };
+        QTRY_VERIFY(encoding->isVisible() && !isBelow());
+        f.session.resize(480, 500);
+        QTRY_VERIFY(!encoding->isVisible() && isBelow());
+        QVERIFY(path->width() > 15 * path->fontMetrics().averageCharWidth());
+        const auto boxes = f.session.findChildren<QCheckBox *>();
+        for (const QCheckBox *box : boxes)
+            QTRY_VERIFY(box->width() >= box->sizeHint().width());
+        QCOMPARE(boxes.size(), 3);
+        f.session.resize(1000, 600);
+        QTRY_VERIFY(encoding->isVisible() && !isBelow());
     }
 
     void staysAtItsPlaceWhenTheSameFilesAreComparedAgain()
