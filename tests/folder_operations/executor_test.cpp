@@ -136,6 +136,15 @@ private Q_SLOTS:
             QCOMPARE(right.lastModified(), left.lastModified());
         }
         QCOMPARE(tree.time("right/dir"), folderTime);
+
+        // What is moved, too: its folder is made anew, and the old one goes.
+        const auto open = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+        QVERIFY(QFile::setPermissions(tree.path("left/dir"), open));
+        const QFile::Permissions before = QFileInfo(tree.path("left/dir")).permissions();
+        tree.remove("right/dir");
+        QVERIFY(tree.execute(planMoveToOtherSide(tree.input(), {0}, PlanSide::Left)).isComplete());
+        QCOMPARE(tree.picture("left"), QStringList());
+        QCOMPARE(QFileInfo(tree.path("right/dir")).permissions(), before);
     }
 
     void changesSincePlanningAreSpared()

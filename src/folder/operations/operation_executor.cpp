@@ -122,8 +122,9 @@ private:
     {
         const OperationStep &step = m_report.plan.steps[index];
         if (isDeletion(step)) {
-            // What was copied is on the disk before anything goes.
+            // What was copied is on the disk before anything goes, and new folders are as those that may go now.
             removeMovedSources(chain, runner);
+            finishFolders(runner);
             settle(chain);
             if (hasTrouble(step)) {
                 StepResult blocked;
@@ -203,6 +204,7 @@ private:
                 m_report.problems.append(problem);
             }
         }
+        m_madeFolders.clear();
     }
 
     bool settle(const FolderChain &chain)
