@@ -145,6 +145,7 @@ private Q_SLOTS:
         QVERIFY(tree.execute(planMoveToOtherSide(tree.input(), {0}, PlanSide::Left)).isComplete());
         QCOMPARE(tree.picture("left"), QStringList());
         QCOMPARE(QFileInfo(tree.path("right/dir")).permissions(), before);
+        QCOMPARE(tree.time("right/dir"), folderTime);
     }
 
     void changesSincePlanningAreSpared()

@@ -229,7 +229,12 @@ StepResult StepRunner::finishFolder(qsizetype index)
     const NodeResult model = from.folder->stat(from.name);
     if (model.error.isError() || model.node.kind != NodeKind::Folder)
         return result;
-    const FileError error = to.folder->keepFolderAttributes(to.name, *from.folder, from.name);
+    FileError error = to.folder->keepFolderAttributes(to.name, *from.folder, from.name);
+    if (!error.isError() && model.node.modifiedNs != step.fromSeen.modifiedNs) { // what was moved out changed it
+        NodeResult made = to.folder->stat(to.name);
+        made.node.modifiedNs = step.fromSeen.modifiedNs;
+        error = made.error.isError() ? made.error : to.folder->keepAttributes(to.name, made.node);
+    }
     if (error.isError())
         m_problems.warn(result, OperationErrorCode::AttributesLost, step.to, error);
     return result;
