@@ -5,6 +5,7 @@
 #include "platform/file_access.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 #include <array>
 
@@ -35,7 +36,7 @@ constexpr std::array maskOptions{
 
 QString takeFolder(const QString &given, QString &folder)
 {
-    folder = given.isEmpty() ? QString() : QDir::cleanPath(QDir(given).absolutePath());
+    folder = given.isEmpty() ? QString() : QDir::cleanPath(QFileInfo(given).absoluteFilePath());
     const std::optional<FolderEntry> entry = FileAccess::native().describe(folder);
     if (!entry)
         return QStringLiteral("%1: there is no such folder").arg(given);

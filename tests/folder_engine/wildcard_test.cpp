@@ -2,6 +2,7 @@
 #include "folder_engine/test_tree.h"
 #include "support/test_main.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 
 using namespace velmora;
@@ -69,9 +70,13 @@ private Q_SLOTS:
             const QRegularExpression plain(QRegularExpression::wildcardToRegularExpression(word(mask).trimmed()),
                                            QRegularExpression::CaseInsensitiveOption);
             for (const char *name : {"Main.CPP", "main.cpp.bak", "a.h", "a", "", "😀", "STRAßE 1", "éx", "\u212A",
-                                     "Beta.txt", "A+(b).{2}$", "a\\b", "two\nlines", "[ab"})
+                                     "Beta.txt", "A+(b).{2}$", "a\\b", "two\nlines", "[ab"}) {
+                // No name on Windows, where the toolkit sees two names in it.
+                if (QDir::separator() == u'\\' && word(name).contains(u'\\'))
+                    continue;
                 QVERIFY2(Wildcard::fromMask(word(mask)).matches(word(name)) == plain.match(word(name)).hasMatch(),
                          name);
+            }
         }
         QVERIFY(!Wildcard::fromMask(word("[ab")).matches(word("[ab")));
     }

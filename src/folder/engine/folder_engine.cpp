@@ -9,6 +9,7 @@
 #include "folder/engine/pair_decisions.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QStringBuilder>
 
 #include <atomic>
@@ -140,7 +141,7 @@ std::vector<WalkDescent> makeItems(WalkNode &node, const std::vector<PairedEntry
 /// The form in which a folder goes into a run; empty for "none".
 QString rootPath(const QString &path)
 {
-    return path.isEmpty() ? QString() : QDir::cleanPath(QDir(path).absolutePath());
+    return path.isEmpty() ? QString() : QDir::cleanPath(QFileInfo(path).absoluteFilePath());
 }
 
 /// What a listing is made from and by.

@@ -1,6 +1,7 @@
 #include "folder/operations/plan_entries.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QStringBuilder>
 
 namespace velmora {
@@ -22,7 +23,7 @@ QString bareName(const QString &path)
 
 QString cleanRoot(const QString &path)
 {
-    return QDir::cleanPath(QDir(path).absolutePath());
+    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
 }
 
 const QString &pathOn(const FolderDiffItem &item, PlanSide side)
