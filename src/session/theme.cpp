@@ -11,6 +11,7 @@
 #include <QPixmap>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QWidget>
 
 #include <cmath>
 

@@ -7,6 +7,7 @@
 
 #include <QBoxLayout>
 #include <QFontDatabase>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QSplitter>

@@ -2,7 +2,11 @@
 
 #include "session/translate.h"
 
+#include <QDir>
 #include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QToolButton>
 
 namespace velmora {
 

@@ -4,6 +4,7 @@
 #include "session/translate.h"
 
 #include <QHeaderView>
+#include <QPainter>
 #include <QStyledItemDelegate>
 
 #include <algorithm>

@@ -13,6 +13,9 @@
 #include <QClipboard>
 #include <QGridLayout>
 #include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
 #include <QSplitter>
 
 namespace velmora {

@@ -6,6 +6,7 @@
 #include "system/snapshot_kind.h"
 
 class QLabel;
+class QLineEdit;
 class QSplitter;
 
 namespace velmora {

@@ -7,6 +7,9 @@
 #include "system/snapshot_view.h"
 #include "system/snapshot_widget.h"
 
+#include <QDir>
+#include <QLineEdit>
+
 namespace velmora {
 
 // Capturing, loading, saving ------------------------------------------------------------------------------------------

@@ -1,6 +1,8 @@
 #include "system/engine/program_run.h"
 
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QProcess>
 
 #include <algorithm>

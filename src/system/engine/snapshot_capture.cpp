@@ -4,6 +4,10 @@
 #include "platform/startup_entries.h"
 #include "system/engine/program_run.h"
 
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcessEnvironment>
 #include <QStringDecoder>
 

@@ -2,6 +2,11 @@
 
 #include "core/text_file.h"
 
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QSaveFile>
 
 namespace velmora {
@@ -107,7 +112,7 @@ SaveResult saveSnapshot(const QString &path, const Snapshot &snapshot, SnapshotF
     // moment at which others could read what is new.
     if (QFileInfo(path).isFile())
         QFile::setPermissions(path, ownerOnly);
-    return saveFile(path, [&bytes](QIODevice &device) {
+    return saveFile(path, [&bytes, ownerOnly](QIODevice &device) {
         // Not where a terminal or a pipe is written to as it is.
         if (auto *file = qobject_cast<QSaveFile *>(&device))
             file->setPermissions(ownerOnly);
