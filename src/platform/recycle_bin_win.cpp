@@ -207,8 +207,8 @@ RecycleResult recycleTheOldWay(const std::wstring &path)
     return {{}, operation.fAnyOperationsAborted ? unsupported(ERROR_CANCELLED) : FileError()};
 }
 
-/// The path as the shell takes it; empty where that is not the entry that is meant: the shell drops dots and blanks at
-/// the end of names, sees devices in others, shortens nothing beyond `MAX_PATH`, and takes a path for a pattern.
+/// The path as the shell takes it; empty where it would take that for something else or for nothing: it drops dots and
+/// blanks at the end of names, sees devices in some, patterns in others, and knows no paths of `MAX_PATH` or more.
 std::wstring shellPath(const QString &path)
 {
     const std::wstring native = QString(path).replace(u'/', u'\\').toStdWString();
