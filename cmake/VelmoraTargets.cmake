@@ -22,7 +22,8 @@ target_compile_definitions(velmora_rules INTERFACE
     QT_NO_CONTEXTLESS_CONNECT QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_STRICT_ITERATORS QT_NO_FOREACH QT_NO_KEYWORDS
     QT_NO_JAVA_STYLE_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 if(MSVC)
-    target_compile_options(velmora_rules INTERFACE /W4 /permissive- /utf-8 $<$<BOOL:${VELMORA_WERROR}>:/WX>)
+    target_compile_options(velmora_rules INTERFACE /W4 /permissive- /Zc:__cplusplus /utf-8 /bigobj
+        $<$<BOOL:${VELMORA_WERROR}>:/WX>)
 else()
     target_compile_options(velmora_rules INTERFACE
         -Wall -Wextra -Wpedantic -Wold-style-cast -Woverloaded-virtual -Wnon-virtual-dtor
