@@ -112,7 +112,7 @@ SaveResult saveSnapshot(const QString &path, const Snapshot &snapshot, SnapshotF
     // moment at which others could read what is new.
     if (QFileInfo(path).isFile())
         QFile::setPermissions(path, ownerOnly);
-    return saveFile(path, [&bytes, ownerOnly](QIODevice &device) {
+    return saveFile(path, [&bytes](QIODevice &device) {
         // Not where a terminal or a pipe is written to as it is.
         if (auto *file = qobject_cast<QSaveFile *>(&device))
             file->setPermissions(ownerOnly);
