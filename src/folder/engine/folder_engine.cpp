@@ -141,7 +141,7 @@ std::vector<WalkDescent> makeItems(WalkNode &node, const std::vector<PairedEntry
 /// The form in which a folder goes into a run; empty for "none".
 QString rootPath(const QString &path)
 {
-    return path.isEmpty() ? QString() : QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    return path.isEmpty() ? QString() : QDir::cleanPath(QDir(path).absolutePath());
 }
 
 /// What a listing is made from and by.

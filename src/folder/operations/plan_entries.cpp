@@ -1,7 +1,6 @@
 #include "folder/operations/plan_entries.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QStringBuilder>
 
 namespace velmora {
@@ -23,7 +22,7 @@ QString bareName(const QString &path)
 
 QString cleanRoot(const QString &path)
 {
-    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    return QDir::cleanPath(QDir(path).absolutePath());
 }
 
 const QString &pathOn(const FolderDiffItem &item, PlanSide side)
