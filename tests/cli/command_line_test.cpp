@@ -96,10 +96,11 @@ private Q_SLOTS:
 
     void theProgramItselfRuns()
     {
+        // The drive that it is on is the one of the folder that this program was started in.
+        const QString cli = QFileInfo(QStringLiteral(VELMORA_CLI)).absoluteFilePath();
         CliFiles files;
         CliFiles::write("left ü.txt", "a\r\nb\n");
         QProcess program;
-        const QString cli = QStringLiteral(VELMORA_CLI);
         program.start(cli, {word("text"), word("--format=patch"), word("left ü.txt"), word("-")});
         QVERIFY(program.waitForStarted());
         program.write("a\r\nc\n");
