@@ -2,6 +2,7 @@
 #include "cli_fixture.h"
 #include "support/test_main.h"
 
+#include <QFileInfo>
 #include <QProcess>
 
 #include <array>
