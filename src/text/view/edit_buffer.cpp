@@ -2,6 +2,7 @@
 
 #include "text/view/utf8_units.h"
 
+#include <QList>
 #include <QStringView>
 
 #include <algorithm>

@@ -3,6 +3,7 @@
 #include "session/diff_colours.h"
 
 #include <QBoxLayout>
+#include <QEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
