@@ -127,21 +127,31 @@ void SessionLibrary::openSessionFile(const QString &path)
         openRead(*record);
 }
 
-void SessionLibrary::offerSessionFile(const QString &path)
+void SessionLibrary::openNamedSessionFile(const QString &path)
 {
     const auto record = readSession(path);
     if (!record)
         return;
     const SessionPaths &paths = record->paths;
-    if (!mayLeadElsewhere(paths.base) && !mayLeadElsewhere(paths.left) && !mayLeadElsewhere(paths.right)) {
+    if (mayLeadElsewhere(paths.base) || mayLeadElsewhere(paths.left) || mayLeadElsewhere(paths.right))
+        askAndOpen(*record);
+    else
         openRead(*record);
-        return;
-    }
+}
+
+void SessionLibrary::offerSessionFile(const QString &path)
+{
+    if (const auto record = readSession(path))
+        askAndOpen(*record);
+}
+
+void SessionLibrary::askAndOpen(const SessionRecord &record)
+{
     constexpr int open = 1;
     Dialogs::instance().ask(m_window, Dialogs::Tone::Information, Velmora::tr("Open session"),
-                            Velmora::tr("Open this session?") + QStringLiteral("\n\n") + sessionSummary(*record),
+                            Velmora::tr("Open this session?") + QStringLiteral("\n\n") + sessionSummary(record),
                             {{Velmora::tr("Open"), open, true, false}, {Velmora::tr("Cancel"), 0, false, true}},
-                            [this, record = *record](int answer) {
+                            [this, record](int answer) {
                                 if (answer == open)
                                     openRead(record);
                             });

@@ -29,8 +29,10 @@ public:
     void saveSession();
     void chooseSession();
     void openSessionFile(const QString &path);
-    /// For a file that a command line or another program names, and whoever wrote it: shows what would be opened,
-    /// before it is, when a path may lead to another machine.
+    /// For a file that the person who starts the program names: shows what would be opened, before it is, when a path
+    /// may lead to another machine.
+    void openNamedSessionFile(const QString &path);
+    /// For a file that another program hands over: always shows what would be opened before it is.
     void offerSessionFile(const QString &path);
     void saveWorkspace();
     void chooseWorkspace();
@@ -57,6 +59,7 @@ private:
     void askAndSave(const SessionRecord &record);
     /// The session in a file; nothing, and a warning, when there is none.
     [[nodiscard]] std::optional<SessionRecord> readSession(const QString &path);
+    void askAndOpen(const SessionRecord &record);
     void openRead(const SessionRecord &record);
     void writeWorkspace(const QString &path);
     void replaceHistory(const Workspace &workspace, const QString &path);

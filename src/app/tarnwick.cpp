@@ -232,7 +232,7 @@ void Tarnwick::onInstanceConnected()
 {
     const QStringList arguments = m_instances.takeArguments();
     if (!arguments.isEmpty())
-        handleArguments(arguments);
+        handleArguments(arguments, Start::HandedOver);
     // A maximised window stays so.
     setWindowState((windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
     show();

@@ -32,9 +32,11 @@ public:
     explicit Tarnwick(std::optional<bool> darkThisRun = {}, QWidget *parent = nullptr);
     ~Tarnwick() override;
 
-    /// Does what a command line asks for, this process's own or that of a later start. The first argument is a
-    /// program's path and is passed over.
-    void handleArguments(const QStringList &arguments);
+    /// Whose command line it is: this process's own, or that of a later start, by whatever program.
+    enum class Start { Own, HandedOver };
+
+    /// Does what a command line asks for. The first argument is a program's path and is passed over.
+    void handleArguments(const QStringList &arguments, Start start = Start::Own);
 
     /// Opens a session on two paths in a new tab and starts it. A kind that does not open pairs becomes "folder" when
     /// both are existing folders, and "text" otherwise. A pending report path goes to this session.

@@ -49,7 +49,7 @@ SessionPaths sidesOf(const SessionKindRow &kind, const QStringList &paths)
 
 } // namespace
 
-void Tarnwick::handleArguments(const QStringList &arguments)
+void Tarnwick::handleArguments(const QStringList &arguments, Start start)
 {
     const CommandLine line = parseCommandLine(arguments);
     if (!line.report.isEmpty())
@@ -61,7 +61,11 @@ void Tarnwick::handleArguments(const QStringList &arguments)
             setExplorerRight(absoluteForm(pick.path));
     }
     if (!line.sessionFile.isEmpty()) {
-        m_library->offerSessionFile(absoluteForm(line.sessionFile));
+        const QString path = absoluteForm(line.sessionFile);
+        if (start == Start::HandedOver)
+            m_library->offerSessionFile(path);
+        else
+            m_library->openNamedSessionFile(path);
     } else if (!line.workspace.isEmpty()) {
         m_library->openWorkspace(absoluteForm(line.workspace));
     } else if (line.paths.size() == 2) {

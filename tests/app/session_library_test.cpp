@@ -536,14 +536,15 @@ private Q_SLOTS:
         QVERIFY(dialogs.said.isEmpty());
     }
 
-    // Whoever wrote the file: what it would open is shown before another machine is asked for it.
+    // Whoever wrote the file: what it would open is shown before another machine is asked for it, and before anything
+    // is opened that another program handed over.
     void asksBeforeAFileLeadsToAnotherMachine()
     {
         Shelf shelf;
         for (const char *field : {"leftPath", "rightPath", "basePath"}) {
             const QJsonObject object{{QStringLiteral("type"), QStringLiteral("text")},
                                      {QLatin1String(field), QStringLiteral("//host/x")}};
-            shelf.library.offerSessionFile(write("x.kvsession", QJsonDocument(object).toJson()));
+            shelf.library.openNamedSessionFile(write("x.kvsession", QJsonDocument(object).toJson()));
         }
         QCOMPARE(shelf.takeSaid().size(), 3);
         QVERIFY(shelf.opened.isEmpty());
@@ -552,12 +553,18 @@ private Q_SLOTS:
         const QString path =
             write("x.kvsession", R"({"type":"tExt ","leftPath":"/a\u202etxt.exe\n<b>","basePath":"x"})");
         shelf.dialogs.answers = {1};
-        shelf.library.offerSessionFile(path);
+        shelf.library.openNamedSessionFile(path);
         QCOMPARE(shelf.takeSaid().constFirst(),
                  QStringLiteral("Open session: Open this session?\n\nType: Text compare\n"
                                 "Base: x\nLeft: %1\\u202etxt.exe\\u000a<b> [Yes]")
                      .arg(QDir::toNativeSeparators(QStringLiteral("/a"))));
         QCOMPARE(shelf.opened.size(), 1);
+
+        const QString harmless = write("y.kvsession", R"({"type":"text","leftPath":"/a","rightPath":"/b"})");
+        Tarnwick window;
+        window.handleArguments({QStringLiteral("velmora"), harmless}, Tarnwick::Start::HandedOver);
+        QCOMPARE(shelf.takeSaid().size(), 1);
+        QCOMPARE(window.findChild<SessionTabs *>()->count(), 1);
     }
 
 private:
