@@ -4381,5 +4381,9 @@ Save them?</source>
         <source>A command is still working on files. Stop it and close? What it has done so far stays done.</source>
         <translation>有命令仍在处理文件。要停止它并关闭吗？已完成的部分会保留。</translation>
     </message>
+    <message>
+        <source>Open this workspace?</source>
+        <translation>要打开此工作区吗？</translation>
+    </message>
 </context>
 </TS>
