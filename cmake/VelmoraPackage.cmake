@@ -10,7 +10,8 @@ if(WIN32 OR APPLE OR NOT VELMORA_GUI)
     return() # packaging/windows/package.sh adds on Windows what the programs need
 endif()
 
-install(FILES packaging/linux/velmora.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+install(FILES packaging/linux/velmora.desktop packaging/linux/velmora-workspace.desktop
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
 install(FILES packaging/linux/velmora.xml DESTINATION "${CMAKE_INSTALL_DATADIR}/mime/packages")
 install(FILES resources/icons/app.svg RENAME velmora.svg
     DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")

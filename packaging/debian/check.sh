@@ -61,12 +61,13 @@ wait "$window" || true
 expect "velmora compares in a window" "$(grep -c 'TWO' "$system/home/user/report.html")" 1
 
 contents=$(dpkg-deb --contents "$package")
-for file in usr/share/applications/velmora.desktop usr/share/mime/packages/velmora.xml usr/share/man/man1/velmora.1.gz \
-    usr/share/man/man1/velmora-cli.1.gz usr/share/icons/hicolor/scalable/apps/velmora.svg usr/share/doc/velmora/copyright; do
+for file in usr/share/applications/velmora.desktop usr/share/applications/velmora-workspace.desktop \
+    usr/share/mime/packages/velmora.xml usr/share/man/man1/velmora.1.gz usr/share/man/man1/velmora-cli.1.gz \
+    usr/share/icons/hicolor/scalable/apps/velmora.svg usr/share/doc/velmora/copyright; do
     # A minimal system leaves documentation out when it is configured to; the package itself must hold it.
     grep -q " \./$file\$" <<<"$contents" || fail "not in the package: $file"
 done
-say "ok: desktop entry, icons, file types and manuals are in the package"
+say "ok: desktop entries, icons, file types and manuals are in the package"
 
 quietly "Removing" "${inside[@]}" apt-get -q purge -y velmora
 expect "nothing is left behind" "$(files_named_so)" "$before"

@@ -76,6 +76,7 @@ native="C:\\$(tr / '\\' <<<"${installed#"$c"/}")"
 say "ok: installs for one user, with an entry in the start menu"
 has "uninstaller is known" "$(registry 'Software\Microsoft\Windows\CurrentVersion\Uninstall\Velmora')" 'uninstall.exe" /S'
 has "session files belong to the program" "$(registry 'Software\Classes\Velmora.Session')" 'velmora.exe" "%1"'
+has "workspaces belong to the program" "$(registry 'Software\Classes\Velmora.Workspace')" 'velmora.exe" --workspace "%1"'
 starts "installed" "$installed"
 
 # What only an older version had goes, what a person put there stays.

@@ -12,6 +12,7 @@ ManifestDPIAware true
 !define PROGRAM "Velmora"
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\${PROGRAM}"
 !define SESSION_TYPE "Velmora.Session"
+!define WORKSPACE_TYPE "Velmora.Workspace"
 
 Name "${PROGRAM} ${VERSION}"
 OutFile "${OUTPUT}"
@@ -44,6 +45,8 @@ LangString Running ${LANG_ENGLISH} "Velmora is running. Close it and try again."
 LangString Running ${LANG_SIMPCHINESE} "Velmora 正在运行。请将其关闭后重试。"
 LangString SessionType ${LANG_ENGLISH} "Velmora session"
 LangString SessionType ${LANG_SIMPCHINESE} "Velmora 会话"
+LangString WorkspaceType ${LANG_ENGLISH} "Velmora workspace"
+LangString WorkspaceType ${LANG_SIMPCHINESE} "Velmora 工作区"
 
 ; Asks to close a program that is still in use; a silent run gives up with status 3 in its place.
 !macro WaitUntilClosed un
@@ -67,6 +70,22 @@ FunctionEnd
 !insertmacro WaitUntilClosed ""
 !insertmacro WaitUntilClosed "un."
 
+; Lets files that end with `suffix` be opened by the program, called with `arguments`.
+!macro AddFileType type suffix name arguments
+    WriteRegStr HKCU "Software\Classes\${type}" "" "${name}"
+    WriteRegStr HKCU "Software\Classes\${type}\DefaultIcon" "" "$INSTDIR\velmora.exe,0"
+    WriteRegStr HKCU "Software\Classes\${type}\shell\open\command" "" '"$INSTDIR\velmora.exe" ${arguments}'
+    WriteRegStr HKCU "Software\Classes\${suffix}" "" "${type}"
+!macroend
+
+; Takes that back; a suffix that belongs to another program by now stays there.
+!macro RemoveFileType type suffix
+    ReadRegStr $0 HKCU "Software\Classes\${suffix}" ""
+    StrCmp $0 "${type}" 0 +2
+    DeleteRegKey HKCU "Software\Classes\${suffix}"
+    DeleteRegKey HKCU "Software\Classes\${type}"
+!macroend
+
 Section
     SetShellVarContext current
     InitPluginsDir
@@ -81,10 +100,8 @@ Section
     WriteUninstaller "$INSTDIR\uninstall.exe"
     CreateShortCut "$SMPROGRAMS\${PROGRAM}.lnk" "$INSTDIR\velmora.exe"
 
-    WriteRegStr HKCU "Software\Classes\${SESSION_TYPE}" "" "$(SessionType)"
-    WriteRegStr HKCU "Software\Classes\${SESSION_TYPE}\DefaultIcon" "" "$INSTDIR\velmora.exe,0"
-    WriteRegStr HKCU "Software\Classes\${SESSION_TYPE}\shell\open\command" "" '"$INSTDIR\velmora.exe" "%1"'
-    WriteRegStr HKCU "Software\Classes\.kvsession" "" "${SESSION_TYPE}"
+    !insertmacro AddFileType "${SESSION_TYPE}" .kvsession "$(SessionType)" '"%1"'
+    !insertmacro AddFileType "${WORKSPACE_TYPE}" .kvworkspace "$(WorkspaceType)" '--workspace "%1"'
 
     WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayName" "${PROGRAM}"
     WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayVersion" "${VERSION}"
@@ -121,10 +138,8 @@ Section "Uninstall"
     !insertmacro RemoveVerb "*" VelmoraAsRight
     !insertmacro RemoveVerb Directory VelmoraAsLeft
     !insertmacro RemoveVerb Directory VelmoraAsRight
-    ReadRegStr $0 HKCU "Software\Classes\.kvsession" ""
-    StrCmp $0 "${SESSION_TYPE}" 0 +2
-    DeleteRegKey HKCU "Software\Classes\.kvsession"
-    DeleteRegKey HKCU "Software\Classes\${SESSION_TYPE}"
+    !insertmacro RemoveFileType "${SESSION_TYPE}" .kvsession
+    !insertmacro RemoveFileType "${WORKSPACE_TYPE}" .kvworkspace
     DeleteRegKey HKCU "${UNINSTALL_KEY}"
     System::Call 'shell32::SHChangeNotify(i 0x08000000, i 0, p 0, p 0)'
     done:

@@ -10,6 +10,8 @@
 #include "session/session_widget.h"
 #include "session/translate.h"
 
+#include <algorithm>
+
 namespace velmora {
 
 namespace {
@@ -80,6 +82,35 @@ QString sessionSummary(const SessionRecord &record)
     return lines.join(u'\n');
 }
 
+bool mayLeadElsewhere(const SessionPaths &paths)
+{
+    return mayLeadElsewhere(paths.base) || mayLeadElsewhere(paths.left) || mayLeadElsewhere(paths.right);
+}
+
+/// The sessions that a workspace may open as tabs.
+QList<SessionRecord> sessionsToOpen(const Workspace &workspace)
+{
+    if (workspace.openTabs.isEmpty())
+        return workspace.sessions;
+    QList<SessionRecord> sessions;
+    for (const OpenTab &tab : workspace.openTabs)
+        sessions.append(tab.record);
+    return sessions;
+}
+
+/// What a workspace would look at, one line for each session.
+QString workspaceSummary(const Workspace &workspace)
+{
+    constexpr qsizetype mostTold = 10;
+    const QList<SessionRecord> sessions = sessionsToOpen(workspace);
+    QStringList lines;
+    for (const SessionRecord &session : sessions.first(std::min(mostTold, sessions.size())))
+        lines.append(sessionSummary(session).replace(u'\n', QLatin1String("  ")));
+    if (sessions.size() > mostTold)
+        lines.append(Velmora::tr("... and %1 more").arg(sessions.size() - mostTold));
+    return lines.join(u'\n');
+}
+
 } // namespace
 
 SessionLibrary::SessionLibrary(SessionTabs &tabs, SessionHistory &history, QWidget *window)
@@ -132,8 +163,7 @@ void SessionLibrary::openNamedSessionFile(const QString &path)
     const auto record = readSession(path);
     if (!record)
         return;
-    const SessionPaths &paths = record->paths;
-    if (mayLeadElsewhere(paths.base) || mayLeadElsewhere(paths.left) || mayLeadElsewhere(paths.right))
+    if (mayLeadElsewhere(record->paths))
         askAndOpen(*record);
     else
         openRead(*record);
@@ -147,13 +177,19 @@ void SessionLibrary::offerSessionFile(const QString &path)
 
 void SessionLibrary::askAndOpen(const SessionRecord &record)
 {
-    constexpr int open = 1;
-    Dialogs::instance().ask(m_window, Dialogs::Tone::Information, Velmora::tr("Open session"),
-                            Velmora::tr("Open this session?") + QStringLiteral("\n\n") + sessionSummary(record),
-                            {{Velmora::tr("Open"), open, true, false}, {Velmora::tr("Cancel"), 0, false, true}},
-                            [this, record](int answer) {
-                                if (answer == open)
-                                    openRead(record);
+    askToOpen(Velmora::tr("Open session"), Velmora::tr("Open this session?"), sessionSummary(record),
+              [this, record] { openRead(record); });
+}
+
+void SessionLibrary::askToOpen(const QString &title, const QString &question, const QString &summary,
+                               std::function<void()> open)
+{
+    constexpr int yes = 1;
+    Dialogs::instance().ask(m_window, Dialogs::Tone::Information, title, question + QStringLiteral("\n\n") + summary,
+                            {{Velmora::tr("Open"), yes, true, false}, {Velmora::tr("Cancel"), 0, false, true}},
+                            [open = std::move(open)](int answer) {
+                                if (answer == yes)
+                                    open();
                             });
 }
 
@@ -222,27 +258,62 @@ void SessionLibrary::chooseWorkspace()
 
 void SessionLibrary::openWorkspace(const QString &path)
 {
+    if (const auto workspace = readWorkspace(path))
+        openRead(*workspace, path);
+}
+
+void SessionLibrary::openNamedWorkspace(const QString &path)
+{
+    const auto workspace = readWorkspace(path);
+    if (!workspace)
+        return;
+    const QList<SessionRecord> sessions = sessionsToOpen(*workspace);
+    if (std::any_of(sessions.begin(), sessions.end(),
+                    [](const SessionRecord &session) { return mayLeadElsewhere(session.paths); }))
+        askAndOpen(*workspace, path);
+    else
+        openRead(*workspace, path);
+}
+
+void SessionLibrary::offerWorkspace(const QString &path)
+{
+    if (const auto workspace = readWorkspace(path))
+        askAndOpen(*workspace, path);
+}
+
+void SessionLibrary::askAndOpen(const Workspace &workspace, const QString &path)
+{
+    askToOpen(Velmora::tr("Open workspace"), Velmora::tr("Open this workspace?"), workspaceSummary(workspace),
+              [this, workspace, path] { openRead(workspace, path); });
+}
+
+std::optional<Workspace> SessionLibrary::readWorkspace(const QString &path)
+{
     const JsonFile file = readJsonFile(path);
     if (file.error == JsonFileError::CannotOpen) {
         Q_EMIT statusMessage(Velmora::tr("Cannot open workspace file"));
-        return;
+        return std::nullopt;
     }
     if (file.error == JsonFileError::NoObject) {
         warn(Velmora::tr("Open failed"), Velmora::tr("Invalid workspace file format."));
-        return;
+        return std::nullopt;
     }
-    const Workspace workspace = workspaceFromJson(file.object);
-    const QString title = Velmora::tr("Open workspace");
+    Workspace workspace = workspaceFromJson(file.object);
     if (workspace.sessions.isEmpty()) {
-        Dialogs::instance().tell(m_window, Dialogs::Tone::Information, title,
+        Dialogs::instance().tell(m_window, Dialogs::Tone::Information, Velmora::tr("Open workspace"),
                                  Velmora::tr("This workspace has no saved sessions."));
-        return;
+        return std::nullopt;
     }
+    return workspace;
+}
+
+void SessionLibrary::openRead(const Workspace &workspace, const QString &path)
+{
     if (m_history.entries().isEmpty()) {
         replaceHistory(workspace, path);
         return;
     }
-    Dialogs::instance().askYesNo(m_window, title,
+    Dialogs::instance().askYesNo(m_window, Velmora::tr("Open workspace"),
                                  Velmora::tr("Replace current session history with %1 session(s) from the workspace?")
                                      .arg(workspace.sessions.size()),
                                  true, [this, workspace, path](bool yes) {

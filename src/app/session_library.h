@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QPointer>
 
+#include <functional>
 #include <optional>
 
 class QWidget;
@@ -37,6 +38,9 @@ public:
     void saveWorkspace();
     void chooseWorkspace();
     void openWorkspace(const QString &path);
+    /// As with session files.
+    void openNamedWorkspace(const QString &path);
+    void offerWorkspace(const QString &path);
     /// Leaves a workspace that is being restored at the tabs that are there.
     void stopRestoring();
 
@@ -59,8 +63,13 @@ private:
     void askAndSave(const SessionRecord &record);
     /// The session in a file; nothing, and a warning, when there is none.
     [[nodiscard]] std::optional<SessionRecord> readSession(const QString &path);
+    /// The workspace in a file; nothing, and a word about it, when there is none.
+    [[nodiscard]] std::optional<Workspace> readWorkspace(const QString &path);
     void askAndOpen(const SessionRecord &record);
+    void askAndOpen(const Workspace &workspace, const QString &path);
+    void askToOpen(const QString &title, const QString &question, const QString &summary, std::function<void()> open);
     void openRead(const SessionRecord &record);
+    void openRead(const Workspace &workspace, const QString &path);
     void writeWorkspace(const QString &path);
     void replaceHistory(const Workspace &workspace, const QString &path);
     void restoreTabs(const Workspace &workspace, const QString &path);

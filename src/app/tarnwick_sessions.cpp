@@ -9,6 +9,8 @@
 
 #include <QFileInfo>
 
+#include <functional>
+
 // How a session comes to be opened: from paths, records, command lines and the file manager.
 
 namespace velmora {
@@ -61,13 +63,13 @@ void Tarnwick::handleArguments(const QStringList &arguments, Start start)
             setExplorerRight(absoluteForm(pick.path));
     }
     if (!line.sessionFile.isEmpty()) {
-        const QString path = absoluteForm(line.sessionFile);
-        if (start == Start::HandedOver)
-            m_library->offerSessionFile(path);
-        else
-            m_library->openNamedSessionFile(path);
+        const auto open =
+            start == Start::HandedOver ? &SessionLibrary::offerSessionFile : &SessionLibrary::openNamedSessionFile;
+        std::invoke(open, *m_library, absoluteForm(line.sessionFile));
     } else if (!line.workspace.isEmpty()) {
-        m_library->openWorkspace(absoluteForm(line.workspace));
+        const auto open =
+            start == Start::HandedOver ? &SessionLibrary::offerWorkspace : &SessionLibrary::openNamedWorkspace;
+        std::invoke(open, *m_library, absoluteForm(line.workspace));
     } else if (line.paths.size() == 2) {
         openCompare(line.mode, absoluteForm(line.paths[0]), absoluteForm(line.paths[1]));
         m_explorerLeft.clear();

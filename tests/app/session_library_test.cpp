@@ -564,6 +564,14 @@ private Q_SLOTS:
         Tarnwick window;
         window.handleArguments({QStringLiteral("velmora"), harmless}, Tarnwick::Start::HandedOver);
         QCOMPARE(shelf.takeSaid().size(), 1);
+        const QString workspace = write("y.kvworkspace", R"({"sessions":[{"type":"text","leftPath":"/x"}],
+                                                             "openTabs":[{"type":"text","leftPath":"b/c"}]})");
+        for (const auto start : {Tarnwick::Start::HandedOver, Tarnwick::Start::Own}) {
+            window.handleArguments({QStringLiteral("velmora"), QStringLiteral("--workspace"), workspace}, start);
+            QCOMPARE(shelf.takeSaid(), QStringList{QStringLiteral("Open workspace: Open this workspace?\n\n"
+                                                                  "Type: Text compare  Left: %1 [Yes]")
+                                                       .arg(QDir::toNativeSeparators(QStringLiteral("b/c")))});
+        }
         QCOMPARE(window.findChild<SessionTabs *>()->count(), 1);
     }
 
