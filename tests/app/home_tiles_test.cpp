@@ -9,6 +9,8 @@
 #include <QMimeData>
 #include <QSignalSpy>
 
+#include <algorithm>
+
 using namespace velmora;
 
 class HomeTilesTest : public QObject {
@@ -110,7 +112,7 @@ private Q_SLOTS:
         home.show();
         QVERIFY(QTest::qWaitForWindowExposed(&home));
         const auto *flow = home.findChild<HomeTileFlowWidget *>(QStringLiteral("homeTileFlow"));
-        for (int width = 1300; width >= 480; width -= 20) {
+        for (int width = 1300; width >= std::max(480, home.minimumSizeHint().width()); width -= 20) {
             for (int height = 300; height <= 900; height += 40) {
                 home.resize(width, height);
                 QCoreApplication::sendPostedEvents();

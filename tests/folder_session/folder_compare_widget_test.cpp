@@ -412,15 +412,22 @@ private Q_SLOTS:
         };
         const auto sizes = [&] { return shown(FolderColumn::LeftSize, FolderColumn::RightSize); };
         const auto times = [&] { return shown(FolderColumn::LeftTime, FolderColumn::RightTime); };
-        f.session.view().leftPane().horizontalHeader()->resizeSection(int(FolderColumn::LeftTime), 123);
-        QCOMPARE(std::pair(sizes(), times()), std::pair(1, 1));
-        f.session.resize(740, 500);
-        QTRY_COMPARE(std::pair(sizes(), times()), std::pair(1, 0));
-        f.session.resize(460, 500);
-        QTRY_COMPARE(std::pair(sizes(), times()), std::pair(0, 0));
-        f.session.resize(1100, 500);
+        TreeLineTreeWidget &left = f.session.view().leftPane();
+        constexpr int time = 123;
+        left.horizontalHeader()->resizeSection(int(FolderColumn::LeftTime), time);
+        const int name = 20 * left.fontMetrics().averageCharWidth();
+        const int size = left.columnWidth(int(FolderColumn::LeftSize));
+        // The column of signs stands between the panes, a scroll bar beside them.
+        const auto resizePanes = [&f](int width) { f.session.resize(2 * width + 80, 500); };
+        resizePanes(name + size + 2 * time);
         QTRY_COMPARE(std::pair(sizes(), times()), std::pair(1, 1));
-        QCOMPARE(f.session.view().rightPane().columnWidth(int(FolderColumn::RightTime)), 123);
+        resizePanes(name + size + time / 2);
+        QTRY_COMPARE(std::pair(sizes(), times()), std::pair(1, 0));
+        resizePanes(name + size / 2);
+        QTRY_COMPARE(std::pair(sizes(), times()), std::pair(0, 0));
+        resizePanes(name + size + 2 * time);
+        QTRY_COMPARE(std::pair(sizes(), times()), std::pair(1, 1));
+        QCOMPARE(f.session.view().rightPane().columnWidth(int(FolderColumn::RightTime)), time);
     }
 
     void theKeyboardGoesFromThePathsToTheRows()

@@ -593,15 +593,17 @@ private Q_SLOTS:
         const auto isBelow = [&f] {
             return f.child<QLabel>("formatLabel")->y() >= f.child<QLabel>("statusLabel")->geometry().bottom();
         };
+        const int letter = f.session.fontMetrics().averageCharWidth();
+        f.session.resize(160 * letter, 500);
         QTRY_VERIFY(encoding->isVisible() && !isBelow());
-        f.session.resize(480, 500);
+        f.session.resize(60 * letter, 500);
         QTRY_VERIFY(!encoding->isVisible() && isBelow());
         QVERIFY(path->width() > 15 * path->fontMetrics().averageCharWidth());
         const auto boxes = f.session.findChildren<QCheckBox *>();
         for (const QCheckBox *box : boxes)
             QTRY_VERIFY(box->width() >= box->sizeHint().width());
         QCOMPARE(boxes.size(), 3);
-        f.session.resize(1000, 600);
+        f.session.resize(160 * letter, 500);
         QTRY_VERIFY(encoding->isVisible() && !isBelow());
     }
 
