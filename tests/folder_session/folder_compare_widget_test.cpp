@@ -414,6 +414,8 @@ private Q_SLOTS:
         const auto times = [&] { return shown(FolderColumn::LeftTime, FolderColumn::RightTime); };
         TreeLineTreeWidget &left = f.session.view().leftPane();
         constexpr int time = 123;
+        f.session.resize(200 * left.fontMetrics().averageCharWidth(), 500);
+        QTRY_COMPARE(std::pair(sizes(), times()), std::pair(1, 1));
         left.horizontalHeader()->resizeSection(int(FolderColumn::LeftTime), time);
         const int name = 20 * left.fontMetrics().averageCharWidth();
         const int size = left.columnWidth(int(FolderColumn::LeftSize));
