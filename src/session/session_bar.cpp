@@ -31,6 +31,20 @@ QAction *SessionBar::add(const Look &look)
     return action;
 }
 
+void SessionBar::addDifferenceSteps()
+{
+    previousDifference = add({"previousAction",
+                              Velmora::tr("Previous"),
+                              QStringLiteral("prev_diff.png"),
+                              {Qt::SHIFT | Qt::Key_F8, Qt::ALT | Qt::Key_Up},
+                              Velmora::tr("Previous difference")});
+    nextDifference = add({"nextAction",
+                          Velmora::tr("Next"),
+                          QStringLiteral("next_diff.png"),
+                          {Qt::Key_F8, Qt::ALT | Qt::Key_Down},
+                          Velmora::tr("Next difference")});
+}
+
 void SessionBar::showTextBeside(QAction *action)
 {
     if (auto *button = qobject_cast<QToolButton *>(widgetForAction(action)))

@@ -20,6 +20,9 @@ public:
     /// Takes up a changed theme.
     void refreshTheme();
 
+    QAction *previousDifference = nullptr;
+    QAction *nextDifference = nullptr;
+
 protected:
     /// How an action is presented: its name, the icon's file, its keys.
     struct Look {
@@ -33,6 +36,8 @@ protected:
 
     /// A new action, with a button or only in menus and by its keys.
     [[nodiscard]] QAction *add(const Look &look);
+    /// Adds the two that every comparison has, with the same keys everywhere.
+    void addDifferenceSteps();
     /// Gives an action that has an icon another one.
     void changeIcon(QAction *action, const QString &icon);
     /// Shows the text of a button beside its picture.

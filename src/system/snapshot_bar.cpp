@@ -30,16 +30,7 @@ void SnapshotBar::addComparing()
                   {Qt::Key_Escape},
                   Velmora::tr("Cancel what is being done")});
     addSeparator();
-    previousDifference = add({"previousAction",
-                              Velmora::tr("Previous"),
-                              QStringLiteral("prev_diff.png"),
-                              {Qt::Key_F7, Qt::SHIFT | Qt::Key_F8, Qt::ALT | Qt::Key_Up},
-                              Velmora::tr("Previous difference")});
-    nextDifference = add({"nextAction",
-                          Velmora::tr("Next"),
-                          QStringLiteral("next_diff.png"),
-                          {Qt::Key_F8, Qt::ALT | Qt::Key_Down},
-                          Velmora::tr("Next difference")});
+    addDifferenceSteps();
 }
 
 void SnapshotBar::addViews()

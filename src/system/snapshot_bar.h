@@ -20,8 +20,6 @@ public:
 
     QAction *compare = nullptr;
     QAction *cancel = nullptr;
-    QAction *previousDifference = nullptr;
-    QAction *nextDifference = nullptr;
     QAction *showAll = nullptr;
     QAction *showDifferences = nullptr;
     QAction *showDetails = nullptr;

@@ -28,16 +28,7 @@ TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_positi
                   {Qt::CTRL | Qt::Key_F5},
                   Velmora::tr("Reload both sides from disk")});
     addSeparator();
-    previousDifference = add({"previousAction",
-                              Velmora::tr("Previous"),
-                              QStringLiteral("prev_diff.png"),
-                              {Qt::SHIFT | Qt::Key_F8, Qt::ALT | Qt::Key_Up},
-                              Velmora::tr("Previous difference")});
-    nextDifference = add({"nextAction",
-                          Velmora::tr("Next"),
-                          QStringLiteral("next_diff.png"),
-                          {Qt::Key_F8, Qt::ALT | Qt::Key_Down},
-                          Velmora::tr("Next difference")});
+    addDifferenceSteps();
     m_position->setObjectName(QStringLiteral("differencePosition"));
     m_position->setContentsMargins(6, 0, 6, 0);
     addWidget(m_position);

@@ -20,8 +20,6 @@ public:
     QAction *compare;
     QAction *cancel; ///< by key only; enabled while a comparison runs
     QAction *reload;
-    QAction *previousDifference;
-    QAction *nextDifference;
     QAction *showAll;
     QAction *showDifferences;
     QAction *showIdentical;

@@ -41,16 +41,7 @@ void FolderCompareBar::addNavigation()
                      {Qt::CTRL | Qt::Key_F6},
                      Velmora::tr("Swap left and right sides")});
     addSeparator();
-    previousDifference = add({"previousAction",
-                              Velmora::tr("Previous"),
-                              QStringLiteral("prev_diff.png"),
-                              {Qt::SHIFT | Qt::Key_F8, Qt::ALT | Qt::Key_Up},
-                              Velmora::tr("Previous difference")});
-    nextDifference = add({"nextAction",
-                          Velmora::tr("Next"),
-                          QStringLiteral("next_diff.png"),
-                          {Qt::Key_F8, Qt::ALT | Qt::Key_Down},
-                          Velmora::tr("Next difference")});
+    addDifferenceSteps();
 }
 
 void FolderCompareBar::addViews()

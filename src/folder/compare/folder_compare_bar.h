@@ -19,8 +19,6 @@ public:
     QAction *refresh;
     QAction *cancel;
     QAction *swapSides;
-    QAction *previousDifference;
-    QAction *nextDifference;
     QAction *showAll;
     QAction *showDifferences;
     QAction *showIdentical;
