@@ -5,8 +5,11 @@
 #include <QDir>
 #include <QTest>
 
-#include <cstdlib>
 #include <filesystem>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
 
 namespace velmora::test {
 
@@ -80,7 +83,7 @@ void OperationFixture::makeOne(const QString &line)
     setTime(name, ++m_clock);
 #ifdef Q_OS_WIN
     if (name.section(u'/', -1).startsWith(u'.')) // elsewhere the name alone hides it
-        QCOMPARE(std::system(("attrib +h \"" + QDir::toNativeSeparators(path(name)).toUtf8() + '"').constData()), 0);
+        QVERIFY(::SetFileAttributesW(path(name).toStdWString().c_str(), FILE_ATTRIBUTE_HIDDEN) != FALSE);
 #endif
 }
 
