@@ -3032,14 +3032,6 @@ Read-only: %5</source>
         <translation>%1 比较已取消</translation>
     </message>
     <message>
-        <source>%1 files compared, no differences</source>
-        <translation type="vanished">已比较 %1 个文件，没有差异</translation>
-    </message>
-    <message>
-        <source>%1 files compared, %2 differences</source>
-        <translation type="vanished">已比较 %1 个文件，%2 处差异</translation>
-    </message>
-    <message>
         <source>%1; %2 could not be read</source>
         <translation>%1；%2 项无法读取</translation>
     </message>
