@@ -458,7 +458,7 @@ private Q_SLOTS:
                  QStringLiteral("Done: 0 succeeded, 3 failed"));
         QCOMPARE(f.rows(), lines("right/a right/b right/c"));
         QVERIFY(f.rows(1).first().startsWith(QLatin1String("The disk is full")));
-        QVERIFY(f.log().first().startsWith(QLatin1String("Cannot copy to: right/a — ")));
+        QVERIFY(f.log().first().startsWith(QStringLiteral("Cannot copy to: right/a — ")));
     }
 
     /// Files that change between the question and the answer are left alone.

@@ -216,7 +216,7 @@ private:
         if (m_outcome.problems.isEmpty())
             m_outcome.headline = text;
         m_outcome.problems.append(problem);
-        const QString reason = problem.reason.isEmpty() ? QString() : QLatin1String(" — ") + problem.reason;
+        const QString reason = problem.reason.isEmpty() ? QString() : QStringLiteral(" — ") + problem.reason;
         log((isAboutRoots(m_request.command) ? problem.path : text) + reason);
     }
 
