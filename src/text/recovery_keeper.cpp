@@ -15,6 +15,7 @@ using namespace std::chrono_literals;
 constexpr std::chrono::nanoseconds shortestPause = 1s;
 constexpr std::chrono::nanoseconds longestPause = 60s;
 constexpr int pausePerWrite = 9;
+constexpr std::chrono::nanoseconds pauseAfterFailure = 2s; // it may be another program that reads the file just now
 
 } // namespace
 
@@ -86,9 +87,11 @@ void RecoveryKeeper::takeOutcome(const RunOutcome<SaveResult> &outcome)
         removeFile();
         return;
     }
-    if (m_changed)
-        startPause(
-            std::clamp(std::chrono::nanoseconds(m_clock.nsecsElapsed() * pausePerWrite), shortestPause, longestPause));
+    const std::chrono::nanoseconds pause(m_clock.nsecsElapsed() * pausePerWrite);
+    if (!kept)
+        startPause(std::clamp(pause, pauseAfterFailure, longestPause));
+    else if (m_changed)
+        startPause(std::clamp(pause, shortestPause, longestPause));
     if (kept) {
         for (const auto &call : std::exchange(m_waiting, {}))
             call();

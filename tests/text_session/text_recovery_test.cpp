@@ -71,6 +71,20 @@ private Q_SLOTS:
         QTRY_COMPARE(r.files(), QStringList());
     }
 
+    void keepsItLaterWhatCannotBeKeptNow()
+    {
+        RecoveryTest r;
+        EditFixture f("a\n", "b\n", &r.store);
+        f.typeAt(Side::Left, 1, QStringLiteral("x"));
+        QVERIFY(r.recordOf("xa\n"));
+        const QString file = r.files().constFirst();
+        QVERIFY(QFile::remove(file) && QDir().mkdir(file));
+        QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("y"));
+        QTRY_VERIFY(f.status().startsWith(QStringLiteral("Unsaved changes cannot be kept for a restart: ")));
+        QVERIFY(QDir().rmdir(file));
+        QVERIFY(r.recordOf("xya\n"));
+    }
+
     void goesWithItsSession()
     {
         RecoveryTest r;
