@@ -88,14 +88,14 @@ void RecoveryKeeper::takeOutcome(const RunOutcome<SaveResult> &outcome)
         return;
     }
     const std::chrono::nanoseconds pause(m_clock.nsecsElapsed() * pausePerWrite);
-    if (!kept)
+    if (!kept) {
         startPause(std::clamp(pause, pauseAfterFailure, longestPause));
-    else if (m_changed)
-        startPause(std::clamp(pause, shortestPause, longestPause));
-    if (kept) {
-        for (const auto &call : std::exchange(m_waiting, {}))
-            call();
+        return;
     }
+    if (m_changed)
+        startPause(std::clamp(pause, shortestPause, longestPause));
+    for (const auto &call : std::exchange(m_waiting, {}))
+        call();
 }
 
 void RecoveryKeeper::removeFile()
