@@ -1,8 +1,8 @@
 #pragma once
 
+#include "core/hidden_characters.h"
 #include "text/engine/line_diff_engine.h"
 #include "text/view/diff_document.h"
-#include "text/view/hidden_characters.h"
 #include "text/view/line_inks.h"
 #include "text/view/line_segments.h"
 

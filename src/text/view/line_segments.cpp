@@ -1,6 +1,6 @@
 #include "text/view/line_segments.h"
 
-#include "text/view/hidden_characters.h"
+#include "core/hidden_characters.h"
 
 #include <QChar>
 

@@ -1,4 +1,4 @@
-#include "text/view/hidden_characters.h"
+#include "core/hidden_characters.h"
 
 #include <algorithm>
 #include <array>
