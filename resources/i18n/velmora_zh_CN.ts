@@ -882,6 +882,14 @@ The editor has unsaved changes; re-comparing without reloading may discard disk 
         <translation>正在比较...</translation>
     </message>
     <message>
+        <source>The work ended unexpectedly: %1</source>
+        <translation>处理意外中止：%1</translation>
+    </message>
+    <message>
+        <source>The work ended unexpectedly</source>
+        <translation>处理意外中止</translation>
+    </message>
+    <message>
         <source>Not enough memory to compare these files</source>
         <translation>内存不足，无法比较这些文件</translation>
     </message>

@@ -10,9 +10,6 @@
 #include <memory>
 #include <optional>
 #include <type_traits>
-#include <vector>
-
-class QThread;
 
 namespace velmora {
 
@@ -20,7 +17,24 @@ namespace velmora {
 enum class RunEnd {
     Done,      ///< the job returned and nobody asked it to stop
     Cancelled, ///< the flag was set before the job returned; what it returned is handed over all the same
-    Failed,    ///< the job threw (out of memory, above all): there is no value
+    Failed,    ///< the job threw: there is no value
+};
+
+/// What a job threw.
+struct RunFault {
+    enum class Kind : quint8 {
+        None,        ///< it returned
+        OutOfMemory, ///< std::bad_alloc
+        Exception,   ///< another std::exception; `what` has what it says
+        Unknown,     ///< something else
+    };
+
+    Kind kind = Kind::None;
+    QString what = {};
+
+    /// The exception that is being handled; for use in a handler.
+    [[nodiscard]] static RunFault ofCurrentException();
+    friend bool operator==(const RunFault &, const RunFault &) = default;
 };
 
 /// What one run hands over, exactly once.
@@ -29,16 +43,20 @@ struct RunOutcome {
     quint64 number = 0; ///< the run's number as `Runner::start` returned it
     RunEnd end = RunEnd::Failed;
     std::optional<T> value; ///< empty when the run failed
+    RunFault fault;         ///< why it failed
 };
 
 /// Runs jobs of one owner, one current run at a time, each on a worker thread made for it.
 ///
 /// Lives on the owner's thread, where all its functions are called and all deliveries arrive. A job is a callable
-/// `T job(const CancelFlag &, Progress &)` that owns copies of whatever it reads; it runs on the worker and touches
-/// nothing else. Each start makes a new flag and the next number, so starting again replaces the current run without
-/// waiting for it: the old run is told to stop and whatever it still delivers, progress too, is dropped. Every current
-/// run ends with exactly one delivery unless it is replaced or the runner is destroyed. Destruction tells all workers
-/// to stop and joins them.
+/// `T job(const CancelFlag &, Progress &)` that owns whatever it reads; it runs on the worker and touches nothing else.
+/// Each start makes a new flag and the next number, so starting again replaces the current run without waiting for it:
+/// the old run is told to stop and whatever it still delivers, progress too, is dropped. Every current run ends with
+/// exactly one delivery unless it is replaced or the runner is destroyed.
+///
+/// Destruction tells all workers to stop and waits for none of them: a folder on a network that does not answer may
+/// hold one for minutes. A job may therefore outlive its runner, and its value is then dropped on the worker. The end
+/// of the process waits (`joinWorkers`).
 class Runner final : public QObject {
     Q_OBJECT
 public:
@@ -48,8 +66,8 @@ public:
     Runner &operator=(const Runner &) = delete;
 
     /// Starts `job` and returns the number of its run. `finished(RunOutcome<T> &&)` and `progressed(const ProgressState
-    /// &)` are called on the runner's thread, from its event loop, while the run is current; `finished` may start the
-    /// next run.
+    /// &)` are called on the runner's thread, from its event loop, while the run is current, and destroyed there;
+    /// `finished` may start the next run.
     template <typename Job, typename Finished>
     quint64 start(Job job, Finished finished, std::function<void(const ProgressState &)> progressed = {});
 
@@ -70,17 +88,37 @@ Q_SIGNALS:
     void runningChanged();
 
 private:
-    struct Run {
-        quint64 number;
-        CancelFlag flag;
+    /// The way from the workers to the runner, which may be gone when they come.
+    class Channel;
+    /// An outcome whose type the receiver knows.
+    using Parcel = std::shared_ptr<void>;
+
+    /// What is called for the current run.
+    struct Receivers {
+        std::function<void(const Parcel &)> finished;
+        std::function<void(const ProgressState &)> progressed;
     };
 
-    Run beginRun();
-    void launch(std::function<void()> work);
+    /// What a worker knows of its run.
+    struct Run {
+        quint64 number = 0;
+        CancelFlag flag;
+        std::shared_ptr<Channel> channel;
+        bool tellsProgress = false;
+
+        [[nodiscard]] Progress progress() const;
+        void deliver(Parcel outcome) const;
+    };
+
+    Run beginRun(Receivers receivers);
+    static void launch(std::function<void()> work);
     [[nodiscard]] bool isCurrent(quint64 number) const noexcept { return m_running && number == m_number; }
+    void tellProgress(quint64 number, const ProgressState &state);
+    void takeOutcome(quint64 number, const Parcel &outcome);
     void endRun();
 
-    std::vector<QThread *> m_threads; ///< live workers, this run's and those of replaced ones
+    std::shared_ptr<Channel> m_channel;
+    std::shared_ptr<Receivers> m_receivers; ///< null while nothing runs
     CancelFlag m_flag;
     quint64 m_number = 0;
     bool m_running = false;
@@ -90,45 +128,26 @@ template <typename Job, typename Finished>
 quint64 Runner::start(Job job, Finished finished, std::function<void(const ProgressState &)> progressed)
 {
     using Value = std::invoke_result_t<Job &, const CancelFlag &, Progress &>;
-    static_assert(std::invocable<Finished &, RunOutcome<Value> &&>);
+    using Outcome = RunOutcome<Value>;
+    static_assert(std::invocable<Finished &, Outcome &&>);
 
-    const Run run = beginRun();
-    // Called and, with the last delivery, destroyed on this thread: they may hold objects that belong to it.
-    auto onFinished = std::make_shared<Finished>(std::move(finished));
-    auto onProgress = std::make_shared<std::function<void(const ProgressState &)>>(std::move(progressed));
-
-    launch([this, run, job = std::make_shared<Job>(std::move(job)), onFinished, onProgress]() mutable {
-        auto outcome = std::make_shared<RunOutcome<Value>>();
+    auto receiver = std::make_shared<Finished>(std::move(finished));
+    const Run run = beginRun({[receiver = std::move(receiver)](const Parcel &outcome) {
+                                  (*receiver)(std::move(*std::static_pointer_cast<Outcome>(outcome)));
+                              },
+                              std::move(progressed)});
+    launch([run, job = std::make_shared<Job>(std::move(job))]() mutable {
+        auto outcome = std::make_shared<Outcome>();
         outcome->number = run.number;
         try {
-            Progress progress;
-            if (*onProgress) {
-                progress = Progress([this, run, onProgress](const ProgressState &state) {
-                    QMetaObject::invokeMethod(
-                        this,
-                        [this, run, onProgress, state] {
-                            if (isCurrent(run.number))
-                                (*onProgress)(state);
-                        },
-                        Qt::QueuedConnection);
-                });
-            }
+            Progress progress = run.progress();
             outcome->value.emplace((*job)(run.flag, progress));
             outcome->end = run.flag.isCancelled() ? RunEnd::Cancelled : RunEnd::Done;
         } catch (...) {
-            outcome->end = RunEnd::Failed;
+            outcome->fault = RunFault::ofCurrentException();
         }
         job.reset(); // the inputs' memory is free before the result is shown
-        QMetaObject::invokeMethod(
-            this,
-            [this, run, onFinished = std::move(onFinished), onProgress = std::move(onProgress),
-             outcome = std::move(outcome)] {
-                if (!isCurrent(run.number))
-                    return;
-                endRun();
-                (*onFinished)(std::move(*outcome));
-            },
-            Qt::QueuedConnection);
+        run.deliver(std::move(outcome));
     });
     return run.number;
 }

@@ -1,4 +1,5 @@
 #include "session/dialogs.h"
+#include "session/fault_text.h"
 #include "session/translate.h"
 #include "system/snapshot_failure.h"
 #include "system/snapshot_rows_model.h"
@@ -63,7 +64,8 @@ void SnapshotWidget::run(SnapshotOrder order, std::function<void(SnapshotOutcome
             else if (outcome.end == RunEnd::Cancelled)
                 m_status->showMessage(Velmora::tr("Cancelled"));
             else
-                m_status->showFailure(Velmora::tr("Not enough memory for these snapshots"), {});
+                m_status->showFailure(faultText(outcome.fault, Velmora::tr("Not enough memory for these snapshots")),
+                                      {});
         },
         [this](const ProgressState &state) { showProgress(state); });
 }
@@ -139,7 +141,9 @@ void SnapshotWidget::save(const QString &path, const Snapshot &snapshot)
                        }
                        const QString text = Velmora::tr(m_kind.cannotWrite);
                        m_status->showFailure(text.contains(QLatin1String("%1")) ? text.arg(shown) : text,
-                                             outcome.value ? outcome.value->error : QString());
+                                             outcome.value
+                                                 ? outcome.value->error
+                                                 : faultText(outcome.fault, Velmora::tr("Not enough memory")));
                    });
 }
 

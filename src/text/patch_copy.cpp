@@ -1,6 +1,7 @@
 #include "text/patch_copy.h"
 
 #include "core/output_buffer.h"
+#include "session/fault_text.h"
 #include "session/translate.h"
 #include "text/engine/text_patch.h"
 #include "text/view/diff_document.h"
@@ -58,19 +59,23 @@ PatchCopy::PatchCopy(QObject *parent) : QObject(parent) {}
 
 void PatchCopy::copy(Content content, RowRange rows)
 {
-    m_runner.start([content = std::move(content), rows](const CancelFlag &cancel,
-                                                        Progress &) { return makePatch(content, rows, cancel); },
-                   [this](RunOutcome<Patch> &&outcome) {
-                       if (outcome.end != RunEnd::Done) {
-                           Q_EMIT message(Velmora::tr("Not enough memory to copy the differences"));
-                       } else if (outcome.value->changes == 0) {
-                           Q_EMIT message(Velmora::tr("There is no difference to copy"));
-                       } else {
-                           QGuiApplication::clipboard()->setText(outcome.value->text);
-                           Q_EMIT message(
-                               Velmora::tr("Copied as unified diff: %1 changed places").arg(outcome.value->changes));
-                       }
-                   });
+    m_runner.start(
+        [content = std::move(content), rows](const CancelFlag &cancel, Progress &) {
+            return makePatch(content, rows, cancel);
+        },
+        [this](RunOutcome<Patch> &&outcome) {
+            if (outcome.end != RunEnd::Done) {
+                Q_EMIT message(
+                    outcome.end == RunEnd::Cancelled
+                        ? Velmora::tr("Cancelled")
+                        : faultText(outcome.fault, Velmora::tr("Not enough memory to copy the differences")));
+            } else if (outcome.value->changes == 0) {
+                Q_EMIT message(Velmora::tr("There is no difference to copy"));
+            } else {
+                QGuiApplication::clipboard()->setText(outcome.value->text);
+                Q_EMIT message(Velmora::tr("Copied as unified diff: %1 changed places").arg(outcome.value->changes));
+            }
+        });
 }
 
 } // namespace velmora

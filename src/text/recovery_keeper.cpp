@@ -19,8 +19,7 @@ constexpr std::chrono::nanoseconds pauseAfterFailure = 2s; // it may be another 
 
 } // namespace
 
-RecoveryKeeper::RecoveryKeeper(RecoveryStore *store, QObject *parent)
-    : QObject(parent), m_store(store), m_runner(std::make_unique<Runner>())
+RecoveryKeeper::RecoveryKeeper(RecoveryStore *store, QObject *parent) : QObject(parent), m_store(store)
 {
     m_pause.setSingleShot(true);
     connect(&m_pause, &QTimer::timeout, this, &RecoveryKeeper::keep);
@@ -28,7 +27,7 @@ RecoveryKeeper::RecoveryKeeper(RecoveryStore *store, QObject *parent)
 
 RecoveryKeeper::~RecoveryKeeper()
 {
-    m_runner.reset(); // waits for its worker, which would bring the file back
+    m_runner.cancel(); // a worker that brings the file back from here on removes it
     removeFile();
 }
 
@@ -40,11 +39,11 @@ void RecoveryKeeper::takeChange(bool unsaved)
     m_changed = unsaved;
     if (unsaved) {
         // Not begun anew, or a person who never stops typing would not be safe.
-        if (!m_pause.isActive() && !m_runner->isRunning())
+        if (!m_pause.isActive() && !m_runner.isRunning())
             startPause(shortestPause);
     } else {
         m_pause.stop();
-        m_runner->cancel(); // one that is too far gone brings the file back, which goes when that has ended
+        m_runner.cancel(); // one that is too far gone brings the file back, which goes when that has ended
         removeFile();
     }
 }
@@ -56,7 +55,7 @@ void RecoveryKeeper::keepNow(std::function<void()> kept)
     m_unsaved = m_changed = true;
     m_waiting.push_back(std::move(kept));
     m_pause.stop();
-    if (!m_runner->isRunning())
+    if (!m_runner.isRunning())
         keep();
 }
 
@@ -71,9 +70,12 @@ void RecoveryKeeper::keep()
         m_file = m_store->newFile();
     m_changed = false;
     m_clock.start();
-    m_runner->start(
+    m_runner.start(
         [texts = m_source(), file = m_file](const CancelFlag &cancel, Progress &) {
-            return writeRecoveryRecord(file, toRecoveryRecord(texts), cancel);
+            const SaveResult result = writeRecoveryRecord(file, toRecoveryRecord(texts), cancel);
+            if (cancel.isCancelled())
+                QFile::remove(file); // nobody else may be left to do it
+            return result;
         },
         [this](const RunOutcome<SaveResult> &outcome) { takeOutcome(outcome); });
 }

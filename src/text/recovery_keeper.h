@@ -9,7 +9,6 @@
 
 #include <chrono>
 #include <functional>
-#include <memory>
 #include <vector>
 
 namespace velmora {
@@ -51,7 +50,7 @@ private:
     QString m_file; ///< empty before the first time
     QTimer m_pause;
     QElapsedTimer m_clock; ///< since the running or the last write began
-    std::unique_ptr<Runner> m_runner;
+    Runner m_runner;
     std::vector<std::function<void()>> m_waiting; ///< for the next time that the texts are kept
     bool m_unsaved = false;
     bool m_changed = false; ///< since the texts were last collected

@@ -1,6 +1,7 @@
 #include "text/report_export.h"
 
 #include "core/safe_file.h"
+#include "session/fault_text.h"
 #include "session/translate.h"
 #include "text/engine/text_report.h"
 
@@ -49,19 +50,19 @@ void ReportExport::startNext()
     m_runner.start(
         [order, labels = labelsFor(order.content)](const CancelFlag &cancel, Progress &) {
             const Content &content = order.content;
-            const SaveResult saved = saveFile(order.path, [&](QIODevice &device) {
+            return saveFile(order.path, [&](QIODevice &device) {
                 return writeTextReport(device, content.document->rows(), content.left, content.right, content.options,
                                        labels, QDateTime::currentDateTime(), cancel);
             });
-            return saved.ok();
         },
-        [this](RunOutcome<bool> &&outcome) {
+        [this](RunOutcome<SaveResult> &&outcome) {
             const QString path = m_orders.takeFirst().path;
             startNext();
-            if (outcome.value.value_or(false))
+            if (outcome.value && outcome.value->ok())
                 Q_EMIT written(path);
             else
-                Q_EMIT failed(path);
+                Q_EMIT failed(path, outcome.value ? outcome.value->error
+                                                  : faultText(outcome.fault, Velmora::tr("Not enough memory")));
         });
 }
 

@@ -32,7 +32,8 @@ public:
 
 Q_SIGNALS:
     void written(const QString &path);
-    void failed(const QString &path);
+    /// `reason`: in the system's own words, if it has any.
+    void failed(const QString &path, const QString &reason);
 
 private:
     struct Order {

@@ -1,6 +1,7 @@
 #include "text/text_compare_widget.h"
 
 #include "session/dialogs.h"
+#include "session/fault_text.h"
 #include "session/session_host.h"
 #include "session/translate.h"
 #include "settings/dialogs/text_session_settings_dialog.h"
@@ -64,10 +65,11 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
         constexpr int shownFor = 5000;
         host().showStatus(Velmora::tr("Report written: %1").arg(QDir::toNativeSeparators(path)), shownFor);
     });
-    connect(&m_reports, &ReportExport::failed, this, [this](const QString &path) {
+    connect(&m_reports, &ReportExport::failed, this, [this](const QString &path, const QString &reason) {
         const QString message = Velmora::tr("Cannot write file: %1").arg(QDir::toNativeSeparators(path));
         showMessage(message);
-        Dialogs::instance().tell(this, Dialogs::Tone::Warning, Velmora::tr("Export diff report"), message);
+        Dialogs::instance().tell(this, Dialogs::Tone::Warning, Velmora::tr("Export diff report"),
+                                 reason.isEmpty() ? message : message + u'\n' + reason);
     });
     m_inputs->apply(m_options);
 }
@@ -243,7 +245,7 @@ void TextCompareWidget::startComparison(ChangedFile changed)
 void TextCompareWidget::takeOutcome(RunOutcome<TextCompareResult> &&outcome)
 {
     if (!outcome.value) {
-        showMessage(Velmora::tr("Not enough memory to compare these files"));
+        showMessage(faultText(outcome.fault, Velmora::tr("Not enough memory to compare these files")));
         return;
     }
     const TextCompareResult &result = *outcome.value;

@@ -1,6 +1,9 @@
 #include "core/runner.h"
+#include "core/workers.h"
+#include "platform/process_end.h"
 #include "support/test_main.h"
 
+#include <QProcess>
 #include <QSemaphore>
 #include <QSignalSpy>
 #include <QThread>
@@ -30,7 +33,31 @@ auto returning(T value)
     return [value](const CancelFlag &, Progress &) { return value; };
 }
 
+const QString stuckArgument = QStringLiteral("stuck");
+
 } // namespace
+
+/// Not a test but what one of them starts, by the argument alone: a process that ends while a worker never will.
+class StuckProcess : public QObject {
+    Q_OBJECT
+public:
+    static constexpr int status = 7;
+
+private Q_SLOTS:
+    void stuck()
+    {
+        if (!QCoreApplication::arguments().contains(stuckArgument))
+            QSKIP("for another process");
+        Runner().start(
+            [](const CancelFlag &, Progress &) -> int {
+                for (;;)
+                    QThread::yieldCurrentThread();
+            },
+            [](RunOutcome<int> &&) {});
+        if (!joinWorkers(std::chrono::milliseconds(50)))
+            endProcessNow(status);
+    }
+};
 
 class RunnerTest : public QObject {
     Q_OBJECT
@@ -111,16 +138,29 @@ private Q_SLOTS:
         QCOMPARE(changes.count(), 3);
     }
 
-    void aThrowingJobFails()
+    void aThrowingJobIsReportedAsWhatItThrew()
     {
-        Runner runner;
-        QList<RunEnd> ends;
-        runner.start([](const CancelFlag &, Progress &) -> int { throw std::bad_alloc(); },
-                     [&](RunOutcome<int> &&outcome) {
-                         ends.append(outcome.end);
-                         QVERIFY(!outcome.value);
-                     });
-        QTRY_COMPARE(ends, QList<RunEnd>{RunEnd::Failed});
+        using Kind = RunFault::Kind;
+        const auto faultOf = [](const std::function<void()> &thrower) {
+            Runner runner;
+            std::optional<RunFault> fault;
+            runner.start(
+                [thrower](const CancelFlag &, Progress &) {
+                    thrower();
+                    return 1;
+                },
+                [&](RunOutcome<int> &&outcome) {
+                    QCOMPARE(outcome.value.has_value(), outcome.end == RunEnd::Done);
+                    fault = outcome.fault;
+                });
+            [&] { QTRY_VERIFY(fault); }();
+            return fault.value_or(RunFault{});
+        };
+        QCOMPARE(faultOf([] {}), RunFault{});
+        QCOMPARE(faultOf([] { throw std::bad_alloc(); }), (RunFault{Kind::OutOfMemory}));
+        QCOMPARE(faultOf([] { throw std::runtime_error("broken"); }),
+                 (RunFault{Kind::Exception, QStringLiteral("broken")}));
+        QCOMPARE(faultOf([] { throw 5; }), (RunFault{Kind::Unknown}));
     }
 
     void aDeliveryMayStartTheNextRun()
@@ -136,30 +176,43 @@ private Q_SLOTS:
         QTRY_COMPARE(delivered, (QList<int>{1, 2, 3, 4, 5}));
     }
 
-    void destructionStopsAndJoinsEveryWorker()
+    void destructionWaitsForNoWorker()
     {
-        std::atomic<int> alive{0};
-        bool delivered = false;
+        auto gate = std::make_shared<Gate>(); // that nobody opens before the owner is gone
+        auto told = std::make_shared<QSemaphore>();
+        QThread *receiverDied = nullptr;
         {
             Runner runner;
+            const std::shared_ptr<void> receiver(nullptr,
+                                                 [&receiverDied](void *) { receiverDied = QThread::currentThread(); });
             for (int run = 0; run < 3; ++run) {
-                auto begun = std::make_shared<QSemaphore>();
                 runner.start(
-                    [&alive, begun](const CancelFlag &cancel, Progress &) {
-                        ++alive;
-                        begun->release();
-                        while (!cancel.isCancelled())
-                            QThread::yieldCurrentThread();
-                        --alive;
+                    [gate, told](const CancelFlag &cancel, Progress &progress) {
+                        gate->pass();
+                        progress.report(0, 1, 2);
+                        told->release(cancel.isCancelled() ? 1 : 0);
                         return 0;
                     },
-                    [&](RunOutcome<int> &&) { delivered = true; });
-                begun->acquire();
+                    [receiver](RunOutcome<int> &&) { QFAIL("a result arrived where nobody is left"); },
+                    [receiver](const ProgressState &) { QFAIL("progress arrived where nobody is left"); });
+                gate->entered.acquire();
             }
         }
-        QCOMPARE(alive.load(), 0);
+        QCOMPARE(receiverDied, QThread::currentThread());
+        QVERIFY(!joinWorkers(std::chrono::milliseconds(10)));
+        gate->open.release(3);
+        QVERIFY(joinWorkers(workersPatience));
+        QVERIFY(told->tryAcquire(3));
         QCoreApplication::processEvents();
-        QVERIFY(!delivered);
+    }
+
+    void aProcessEndsWithAStuckWorker()
+    {
+        QProcess process;
+        process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("class=StuckProcess"), stuckArgument});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), StuckProcess::status);
     }
 
     void anAbandonedRunDeliversNothing()
@@ -203,5 +256,6 @@ private Q_SLOTS:
     }
 };
 
+VELMORA_TEST(StuckProcess)
 VELMORA_TEST(RunnerTest)
 #include "runner_test.moc"

@@ -1,5 +1,7 @@
 #include "support/test_main.h"
 
+#include "core/workers.h"
+#include "platform/process_end.h"
 #include "platform/thread_end.h"
 
 #ifdef Q_OS_WIN
@@ -82,6 +84,10 @@ int main(int argc, char *argv[])
             continue;
         ++ran;
         failures += QTest::qExec(test.get(), passedOn);
+        if (!velmora::joinWorkers(velmora::workersPatience)) {
+            std::fputs("a worker did not end when it was told to\n", stderr);
+            velmora::endProcessNow(1);
+        }
     }
     if (ran == 0) {
         std::fputs("no test class of that name\n", stderr);

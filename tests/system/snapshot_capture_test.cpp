@@ -1,6 +1,6 @@
+#include "core/child_process.h"
 #include "core/runner.h"
 #include "support/test_main.h"
-#include "system/engine/program_run.h"
 #include "system/engine/snapshot_capture.h"
 #include "system_fixture.h"
 
@@ -150,12 +150,42 @@ private Q_SLOTS:
         shell.says(QByteArray(1'000'000, 'x'));
         Progress progress;
         const QString program = findProgram(QStringLiteral("powershell.exe"), qEnvironmentVariable("PATH"));
-        const ProgramRun run = runProgram({program, {}, std::chrono::milliseconds(60000), 1000}, {}, progress);
+        const ChildRun run = runChild({program, {}, std::chrono::milliseconds(60000), 1000}, {}, progress);
         // It may have ended by itself before anybody looked; what it wrote is there then.
-        QVERIFY(run.end == ProgramEnd::TooMuchOutput || run.output.size() == 1'000'000);
-        QCOMPARE(runProgram({program + QStringLiteral("-none"), {}, shortLimit}, {}, progress).end,
-                 ProgramEnd::CannotStart);
+        QVERIFY(run.end == ChildEnd::TooMuchOutput || run.output.size() == 1'000'000);
+        QCOMPARE(runChild({program + QStringLiteral("-none"), {}, shortLimit}, {}, progress).end,
+                 ChildEnd::CannotStart);
     }
+
+    void handsAChildItsInputAndVariables()
+    {
+        const FakePowerShell shell;
+        Progress progress;
+        ChildCall call{findProgram(QStringLiteral("powershell.exe"), qEnvironmentVariable("PATH")),
+                       {},
+                       std::chrono::milliseconds(60000)};
+        call.variables = {{QStringLiteral("VELMORA_FAKE_ECHO"), QStringLiteral("1")}};
+        call.input = QByteArray(300'000, 'y'); // more than a pipe holds
+        const ChildRun run = runChild(call, {}, progress);
+        QCOMPARE(run.end, ChildEnd::Finished);
+        QCOMPARE(run.exitCode, 3);
+        QVERIFY(run.output == call.input);
+    }
+
+#ifndef Q_OS_WIN
+    void killsWhatAChildHasStarted()
+    {
+        Progress progress;
+        const ChildRun run = runChild({QStringLiteral("/bin/sh"),
+                                       {QStringLiteral("-c"), QStringLiteral("sleep 300 & echo $!; wait")},
+                                       shortLimit},
+                                      {}, progress);
+        QCOMPARE(run.end, ChildEnd::TimedOut);
+        QFile state(QStringLiteral("/proc/%1/stat").arg(run.output.toInt()));
+        // Gone, or dead and not yet collected.
+        QTRY_VERIFY(!state.open(QIODevice::ReadOnly) || state.readAll().contains(") Z ") || (state.close(), false));
+    }
+#endif
 
     void looksForProgramsOnTheSearchPathOnly()
     {

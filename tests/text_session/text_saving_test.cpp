@@ -1,4 +1,5 @@
 #include "core/save_probe.h"
+#include "core/workers.h"
 #include "edit_fixture.h"
 #include "support/test_main.h"
 #include "text/text_compare_bar.h"
@@ -225,8 +226,9 @@ private Q_SLOTS:
         HeldSave held;
         f->session.onSaveLeft();
         QVERIFY(held.waitForArrival());
+        f.reset(); // with the save under way, which is not waited for
         held.letGo();
-        f.reset();
+        QVERIFY(joinWorkers(workersPatience));
         QCOMPARE(contentOf(target).trimmed(), QByteArray(1000, 'x'));
     }
 

@@ -10,6 +10,7 @@
 #include "folder/actions/properties_dialog.h"
 #include "platform/file_manager.h"
 #include "session/dialogs.h"
+#include "session/fault_text.h"
 #include "session/translate.h"
 
 #include <QLocale>
@@ -188,9 +189,10 @@ void FolderActions::prepare(const ActionRequest &request)
             return prepareAction(request, files, cancel, progress);
         },
         [this, request](RunOutcome<PreparedAction> &&outcome) {
-            Q_EMIT statusChanged(outcome.end == RunEnd::Done        ? QString()
-                                 : outcome.end == RunEnd::Cancelled ? Velmora::tr("Cancelled")
-                                                                    : Velmora::tr("Not enough memory"));
+            Q_EMIT statusChanged(outcome.end == RunEnd::Done ? QString()
+                                 : outcome.end == RunEnd::Cancelled
+                                     ? Velmora::tr("Cancelled")
+                                     : faultText(outcome.fault, Velmora::tr("Not enough memory")));
             if (outcome.end == RunEnd::Done)
                 considerPlan(request, *outcome.value);
         },
@@ -284,7 +286,7 @@ void FolderActions::work(const ActionRequest &request, const OperationPlan &plan
             if (outcome.value)
                 tellOutcome(request, *outcome.value);
             else
-                Q_EMIT statusChanged(Velmora::tr("Not enough memory"));
+                Q_EMIT statusChanged(faultText(outcome.fault, Velmora::tr("Not enough memory")));
         },
         [this](const ProgressState &state) {
             const FolderActionProgress progress = m_counter.count(state);

@@ -12,6 +12,7 @@
 #include "folder/compare/time_shift_bar.h"
 #include "folder/compare/tree_line_tree_widget.h"
 #include "session/dialogs.h"
+#include "session/fault_text.h"
 #include "session/path_edit.h"
 #include "session/session_host.h"
 #include "session/translate.h"
@@ -230,8 +231,9 @@ void FolderCompareWidget::connectComparison()
     });
     connect(&m_comparison, &FolderComparison::progressed, this, &FolderCompareWidget::showProgress);
     connect(&m_comparison, &FolderComparison::runningChanged, this, &FolderCompareWidget::showRunning);
-    connect(&m_comparison, &FolderComparison::failed, this,
-            [this] { showMessage(Velmora::tr("Not enough memory to compare these folders")); });
+    connect(&m_comparison, &FolderComparison::failed, this, [this](const RunFault &fault) {
+        showMessage(faultText(fault, Velmora::tr("Not enough memory to compare these folders")));
+    });
 }
 
 // The session as the window knows it ----------------------------------------------------------------------------------

@@ -57,7 +57,7 @@ void FolderComparison::load(const FolderSpec &spec, bool wholeTree)
         [this](RunOutcome<FolderListing> &&outcome) {
             if (!outcome.value) {
                 m_stage = Stage::None;
-                Q_EMIT failed();
+                Q_EMIT failed(outcome.fault);
                 return;
             }
             if (m_isCancelled && !m_tree.isEmpty()) {
@@ -99,7 +99,7 @@ void FolderComparison::startLevel()
         [this](RunOutcome<FolderListing> &&outcome) {
             if (!outcome.value) {
                 endLoad(true);
-                Q_EMIT failed();
+                Q_EMIT failed(outcome.fault);
                 return;
             }
             takeListing(std::move(*outcome.value));
@@ -170,7 +170,7 @@ void FolderComparison::fillNext()
         [this](RunOutcome<BranchResult> &&outcome) {
             if (!outcome.value) {
                 endLoad(true);
-                Q_EMIT failed();
+                Q_EMIT failed(outcome.fault);
                 return;
             }
             m_pending = outcome.value->left;

@@ -93,7 +93,7 @@ Q_SIGNALS:
     void progressed(const velmora::ProgressState &state);
     void runningChanged();
     /// A run found no memory.
-    void failed();
+    void failed(const velmora::RunFault &fault);
 
 private:
     /// Of one run that compares entry by entry: long enough for runs to be few, short enough for a view to seem alive.

@@ -107,7 +107,7 @@ void FolderComparison::startBranches()
         },
         [this, tasks](RunOutcome<BranchResult> &&outcome) {
             if (!outcome.value) {
-                Q_EMIT failed();
+                Q_EMIT failed(outcome.fault);
                 return;
             }
             const qsizetype done = tasks.size() - outcome.value->left.size();
@@ -149,7 +149,7 @@ void FolderComparison::startFilter()
         },
         [this, revision = m_revision](RunOutcome<FolderTree::Verdicts> &&outcome) {
             if (!outcome.value) {
-                Q_EMIT failed();
+                Q_EMIT failed(outcome.fault);
                 return;
             }
             if (revision != m_revision) {
@@ -189,7 +189,7 @@ void FolderComparison::compareContents(const QList<qint32> &nodes, CompareMethod
         },
         [this](RunOutcome<ContentsResult> &&outcome) {
             if (!outcome.value) {
-                Q_EMIT failed();
+                Q_EMIT failed(outcome.fault);
                 return;
             }
             const QList<FolderDiffItem> &decided = outcome.value->pairs;

@@ -3,6 +3,7 @@
 #include "core/safe_file.h"
 #include "folder/compare/folder_tree.h"
 #include "folder/engine/folder_report.h"
+#include "session/fault_text.h"
 #include "session/translate.h"
 
 #include <QDateTime>
@@ -90,7 +91,8 @@ void FolderReportExport::startNext()
             if (outcome.value && outcome.value->ok())
                 Q_EMIT written(path);
             else
-                Q_EMIT failed(path, outcome.value ? outcome.value->error : QString());
+                Q_EMIT failed(path, outcome.value ? outcome.value->error
+                                                  : faultText(outcome.fault, Velmora::tr("Not enough memory")));
         });
 }
 

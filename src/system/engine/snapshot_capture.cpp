@@ -1,8 +1,8 @@
 #include "system/engine/snapshot_capture.h"
 
+#include "core/child_process.h"
 #include "platform/program_output.h"
 #include "platform/startup_entries.h"
-#include "system/engine/program_run.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -54,23 +54,24 @@ SnapshotCapture captureServices(const ServiceQuery &query, const CancelFlag &can
     const QString program = findProgram(QStringLiteral("powershell.exe"), query.searchPath);
     if (program.isEmpty())
         return faulty(CaptureFault::NoProgram);
-    const ProgramRun run =
-        runProgram({program,
-                    {QStringLiteral("-NoProfile"), QStringLiteral("-Command"),
-                     QStringLiteral("Get-CimInstance Win32_Service | Select-Object Name, State, StartMode, DisplayName "
-                                    "| ConvertTo-Json -Compress")},
-                    query.limit},
-                   cancel, progress);
+    const ChildRun run =
+        runChild({program,
+                  {QStringLiteral("-NoProfile"), QStringLiteral("-Command"),
+                   QStringLiteral("Get-CimInstance Win32_Service | Select-Object Name, State, StartMode, DisplayName "
+                                  "| ConvertTo-Json -Compress")},
+                  query.limit},
+                 cancel, progress);
     switch (run.end) {
-    case ProgramEnd::CannotStart:
+    case ChildEnd::CannotStart:
         return faulty(CaptureFault::CannotStart, run.reason);
-    case ProgramEnd::TimedOut:
+    case ChildEnd::TimedOut:
         return faulty(CaptureFault::TimedOut);
-    case ProgramEnd::Stopped:
+    case ChildEnd::Stopped:
         return faulty(CaptureFault::Stopped);
-    case ProgramEnd::TooMuchOutput:
+    case ChildEnd::TooMuchOutput:
         return faulty(CaptureFault::NotJson);
-    case ProgramEnd::Finished:
+    case ChildEnd::Crashed: // what it wrote before tells
+    case ChildEnd::Finished:
         break;
     }
     SnapshotCapture capture = parseServiceList(run.output);

@@ -1,0 +1,40 @@
+#include "platform/process_tree.h"
+
+#include <QProcess>
+
+#include <windows.h>
+
+namespace velmora {
+
+struct ProcessTree::System {
+    HANDLE job = nullptr;
+};
+
+ProcessTree::ProcessTree(QProcess &process) : m_process(process), m_system(std::make_unique<System>())
+{
+    m_system->job = CreateJobObjectW(nullptr, nullptr);
+}
+
+ProcessTree::~ProcessTree()
+{
+    if (m_system->job)
+        CloseHandle(m_system->job);
+}
+
+void ProcessTree::takeStarted()
+{
+    const HANDLE process = OpenProcess(PROCESS_SET_QUOTA | PROCESS_TERMINATE, FALSE, DWORD(m_process.processId()));
+    if (!process)
+        return;
+    // Where it fails, as for a job within a job on an old system, the child alone is killed.
+    AssignProcessToJobObject(m_system->job, process);
+    CloseHandle(process);
+}
+
+void ProcessTree::kill()
+{
+    TerminateJobObject(m_system->job, 1);
+    m_process.kill();
+}
+
+} // namespace velmora
