@@ -734,6 +734,14 @@ The editor has unsaved changes; re-comparing without reloading may discard disk 
         <translation>文本相同</translation>
     </message>
     <message>
+        <source>No line here</source>
+        <translation>此处没有行</translation>
+    </message>
+    <message>
+        <source>Line %1, column %2</source>
+        <translation>第 %1 行，第 %2 列</translation>
+    </message>
+    <message>
         <source>Left file path (drop a file here)...</source>
         <translation>左侧文件路径（可将文件拖放到此处）...</translation>
     </message>
@@ -1514,6 +1522,14 @@ Stored under HKCU (no admin). Uncheck to remove.</source>
         <translation>行尾：</translation>
     </message>
     <message>
+        <source>As in the file</source>
+        <translation>与文件相同</translation>
+    </message>
+    <message>
+        <source>The line ends that the file has, and those that it gets when this side is saved</source>
+        <translation>文件现有的换行符，以及保存此侧时写入的换行符</translation>
+    </message>
+    <message>
         <source>Everything else</source>
         <translation>其它一切</translation>
     </message>
@@ -1942,6 +1958,38 @@ Write over it?</source>
     <message>
         <source>Save this side</source>
         <translation>保存此侧</translation>
+    </message>
+    <message>
+        <source>Save this side as...</source>
+        <translation>此侧另存为...</translation>
+    </message>
+    <message>
+        <source>Save all</source>
+        <translation>全部保存</translation>
+    </message>
+    <message>
+        <source>Save left as...</source>
+        <translation>左侧另存为...</translation>
+    </message>
+    <message>
+        <source>Save right as...</source>
+        <translation>右侧另存为...</translation>
+    </message>
+    <message>
+        <source>The left side has no unsaved changes</source>
+        <translation>左侧没有未保存的更改</translation>
+    </message>
+    <message>
+        <source>The right side has no unsaved changes</source>
+        <translation>右侧没有未保存的更改</translation>
+    </message>
+    <message>
+        <source>There are no unsaved changes</source>
+        <translation>没有未保存的更改</translation>
+    </message>
+    <message>
+        <source>Save &amp;as...</source>
+        <translation>另存为(&amp;A)...</translation>
     </message>
     <message>
         <source>Editing enabled — click to lock text panes</source>

@@ -1,5 +1,6 @@
 #include "session/session_bar.h"
 
+#include "session/field_keys.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
@@ -49,6 +50,14 @@ void SessionBar::showTextBeside(QAction *action)
 {
     if (auto *button = qobject_cast<QToolButton *>(widgetForAction(action)))
         button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+}
+
+void SessionBar::letKeysWorkInWindow()
+{
+    const QList<QAction *> actions = parentWidget()->actions();
+    for (QAction *action : actions)
+        action->setShortcutContext(Qt::WindowShortcut);
+    new FieldKeys(parentWidget());
 }
 
 QString SessionBar::hintWithKeys(const QString &hint, const QList<QKeySequence> &keys)

@@ -40,6 +40,9 @@ protected:
     void addDifferenceSteps();
     /// Gives an action that has an icon another one.
     void changeIcon(QAction *action, const QString &icon);
+    /// Lets the keys of all actions added so far work wherever the focus is in the window, as long as the session is in
+    /// sight; a text field elsewhere keeps them for itself.
+    void letKeysWorkInWindow();
     /// Shows the text of a button beside its picture.
     void showTextBeside(QAction *action);
     /// What a tool tip says of a command with keys.

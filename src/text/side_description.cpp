@@ -2,9 +2,16 @@
 
 #include "session/translate.h"
 
+#include <QLocale>
+
+#include <algorithm>
+
 namespace velmora {
 
 namespace {
+
+// Decoding a longer line with each step of the caret would be felt.
+constexpr qsizetype longestCounted = 100'000; // bytes
 
 QString describeContent(const LoadedSide &side)
 {
@@ -32,6 +39,33 @@ QString describeFormats(const LoadedSide &left, const LoadedSide &right)
 {
     return Velmora::tr("Left: %1 [%2] | Right: %3 [%4]")
         .arg(describeEncoding(left), describeContent(left), describeEncoding(right), describeContent(right));
+}
+
+QString describePlace(const DiffDocument *document, const TextCaret &caret)
+{
+    const qsizetype row = caret.position.row;
+    if (!document || row >= document->rowCount())
+        return {};
+    const QLocale locale;
+    const qint32 line = document->lineNumber(row, caret.side);
+    if (line < 1)
+        return Velmora::tr("No line here");
+    const DiffDocument::Cell cell = document->cell(row, caret.side);
+    qsizetype column = caret.position.unit;
+    if (qsizetype(cell.source->bytes(cell.line).size()) <= longestCounted) {
+        const QString text = cell.source->text(cell.line).left(column);
+        column -= std::count_if(text.begin(), text.end(), [](QChar unit) { return unit.isLowSurrogate(); });
+    }
+    return Velmora::tr("Line %1, column %2").arg(locale.toString(line), locale.toString(column + 1));
+}
+
+QString lossOfSaving(const LoadedSide &loaded)
+{
+    if (loaded.text.binary || loaded.text.tooLarge)
+        return Velmora::tr("This side holds bytes that no text has and is not edited here");
+    if (loaded.text.undecodable > 0)
+        return Velmora::tr("This side holds bytes that its encoding does not know: saving would lose them");
+    return {};
 }
 
 QString describeEquality(const LoadedSide &left, const LoadedSide &right)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "text/text_compare_job.h"
+#include "text/view/text_caret.h"
 
 #include <QString>
 
@@ -12,5 +13,12 @@ namespace velmora {
 
 /// What is to be said about a comparison without a difference.
 [[nodiscard]] QString describeEquality(const LoadedSide &left, const LoadedSide &right);
+
+/// Where the caret stands: line and column of its side, both from 1, or the line behind which its row without a line
+/// is. Empty without a document. Columns are characters, or UTF-16 units in one of the longest lines.
+[[nodiscard]] QString describePlace(const DiffDocument *document, const TextCaret &caret);
+
+/// Why the text that was read cannot be written again without loss; empty when it can.
+[[nodiscard]] QString lossOfSaving(const LoadedSide &loaded);
 
 } // namespace velmora

@@ -3,6 +3,7 @@
 #include "text/elided_label.h"
 
 #include <QBoxLayout>
+#include <QLabel>
 
 namespace velmora {
 
@@ -15,6 +16,7 @@ constexpr int roomForBoth = 110; // characters
 StatusFoot::StatusFoot(QWidget *parent)
     : QWidget(parent),
       m_message(new ElidedLabel),
+      m_place(new QLabel),
       m_format(new ElidedLabel),
       m_layout(new QBoxLayout(QBoxLayout::LeftToRight, this))
 {
@@ -22,8 +24,13 @@ StatusFoot::StatusFoot(QWidget *parent)
     m_format->setObjectName(QStringLiteral("formatLabel"));
     m_layout->setContentsMargins(8, 3, 8, 3);
     m_layout->setSpacing(2);
+    m_place->setObjectName(QStringLiteral("placeLabel"));
+    auto *facts = new QHBoxLayout;
+    facts->setSpacing(16);
+    facts->addWidget(m_place);
+    facts->addWidget(m_format, 1);
     m_layout->addWidget(m_message, 1);
-    m_layout->addWidget(m_format);
+    m_layout->addLayout(facts);
 }
 
 QString StatusFoot::message() const
@@ -34,6 +41,11 @@ QString StatusFoot::message() const
 void StatusFoot::showMessage(const QString &message)
 {
     m_message->setText(message);
+}
+
+void StatusFoot::showPlace(const QString &place)
+{
+    m_place->setText(place);
 }
 
 void StatusFoot::showFormat(const QString &format)

@@ -3,13 +3,14 @@
 #include <QWidget>
 
 class QBoxLayout;
+class QLabel;
 
 namespace velmora {
 
 class ElidedLabel;
 
-/// The line at the foot of a session: what happened last, and the formats of the files beside it, or below where there
-/// is no room for both.
+/// The line at the foot of a session: what happened last, where the caret is, and the formats of the files beside it,
+/// or below where there is no room for both.
 class StatusFoot final : public QWidget {
     Q_OBJECT
 public:
@@ -17,6 +18,8 @@ public:
 
     [[nodiscard]] QString message() const;
     void showMessage(const QString &message);
+    /// Where the caret stands.
+    void showPlace(const QString &place);
     void showFormat(const QString &format);
 
 protected:
@@ -24,6 +27,7 @@ protected:
 
 private:
     ElidedLabel *m_message;
+    QLabel *m_place;
     ElidedLabel *m_format;
     QBoxLayout *m_layout;
 };

@@ -74,9 +74,7 @@ TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_positi
                       QStringLiteral("copy_left.png"),
                       {Qt::ALT | Qt::Key_Left, Qt::CTRL | Qt::ALT | Qt::Key_Left},
                       Velmora::tr("Copy the selected lines or the current difference to the left side")});
-    saveLeft = add({"saveLeftAction", Velmora::tr("Save left"), QStringLiteral("save.png"), {}, {}});
-    saveRight = add({"saveRightAction", Velmora::tr("Save right"), QStringLiteral("save.png"), {}, {}});
-    save = add({"saveAction", Velmora::tr("Save this side"), {}, {QKeySequence::Save}, {}});
+    addSaving();
     addSeparator();
     find = add({"findAction", Velmora::tr("Find"), QStringLiteral("find.png"), {Qt::CTRL | Qt::Key_F}, {}});
     goToLine =
@@ -140,8 +138,32 @@ TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_positi
 
     refreshTheme();
     showRunning(false, false);
-    showPosition(-1, 0);
+    showPosition({});
     reserveCompareWidth();
+    letKeysWorkInWindow();
+}
+
+void TextCompareBar::addSaving()
+{
+    saveLeft = add({"saveLeftAction", Velmora::tr("Save left"), QStringLiteral("save.png"), {}, {}});
+    saveRight = add({"saveRightAction", Velmora::tr("Save right"), QStringLiteral("save.png"), {}, {}});
+    save = add({"saveAction", Velmora::tr("Save this side"), {}, {QKeySequence::Save}, {}});
+    saveAs = add({"saveAsAction", Velmora::tr("Save this side as..."), {}, {Qt::Key_F12}, {}});
+    saveAll = add({"saveAllAction", Velmora::tr("Save all"), {}, {Qt::CTRL | Qt::SHIFT | Qt::Key_S}, {}});
+    saveLeftAs = add({"saveLeftAsAction", Velmora::tr("Save left as..."), {}, {}, {}});
+    saveRightAs = add({"saveRightAsAction", Velmora::tr("Save right as..."), {}, {}, {}});
+    for (const auto &[button, other] : {std::pair(saveLeft, saveLeftAs), std::pair(saveRight, saveRightAs)}) {
+        auto *menu = new QMenu(this);
+        menu->addActions({other, saveAll});
+        offerBeside(button, menu);
+    }
+}
+
+void TextCompareBar::offerBeside(QAction *action, QMenu *menu)
+{
+    action->setMenu(menu);
+    if (auto *button = qobject_cast<QToolButton *>(widgetForAction(action)))
+        button->setPopupMode(QToolButton::MenuButtonPopup);
 }
 
 void TextCompareBar::addContextLines()
@@ -190,7 +212,9 @@ void TextCompareBar::showRunning(bool running, bool cancelling)
 void TextCompareBar::addTo(QMenu &menu)
 {
     menu.addSeparator();
-    menu.addActions({edit, copyToRight, copyToLeft, save});
+    menu.addActions({edit, copyToRight, copyToLeft});
+    menu.addSeparator();
+    menu.addActions({save, saveAs, saveAll});
     menu.addSeparator();
     menu.addActions({previousDifference, nextDifference, switchPane});
     menu.addSeparator();
@@ -202,11 +226,11 @@ void TextCompareBar::addTo(QMenu &menu)
     menu.addActions({zoomIn, zoomOut, resetZoom});
 }
 
-void TextCompareBar::showPosition(qsizetype current, qsizetype count)
+void TextCompareBar::showPosition(const Position &position)
 {
-    m_position->setText(Velmora::tr("Diff %1/%2").arg(current + 1).arg(count));
-    previousDifference->setEnabled(count > 0 && current != 0);
-    nextDifference->setEnabled(current < count - 1);
+    m_position->setText(Velmora::tr("Diff %1/%2").arg(position.current + 1).arg(position.count));
+    previousDifference->setEnabled(position.hasPrevious);
+    nextDifference->setEnabled(position.hasNext);
 }
 
 QString TextCompareBar::positionText() const

@@ -14,7 +14,7 @@ namespace velmora {
 class TextCompareBar final : public SessionBar {
     Q_OBJECT
 public:
-    /// The actions' keys work everywhere in `session`, which owns the bar.
+    /// The actions' keys work everywhere in the window while `session` is shown, which owns the bar.
     explicit TextCompareBar(QWidget *session);
 
     QAction *compare;
@@ -30,6 +30,10 @@ public:
     QAction *saveLeft;
     QAction *saveRight;
     QAction *save; ///< by key only, the side with the caret
+    QAction *saveAs;
+    QAction *saveAll;
+    QAction *saveLeftAs; ///< in the menu of its button
+    QAction *saveRightAs;
     QAction *find;
     QAction *goToLine;
     QAction *lineDetail;
@@ -61,11 +65,21 @@ public:
     /// Adds the commands of the texts to a menu, with their keys.
     void addTo(QMenu &menu);
 
-    /// Shows which of `count` differences is the current one; `current` counts from 0, -1 for none.
-    void showPosition(qsizetype current, qsizetype count);
+    /// Where a person stands among the differences; `current` counts from 0, -1 for none.
+    struct Position {
+        qsizetype current = -1;
+        qsizetype count = 0;
+        bool hasPrevious = false;
+        bool hasNext = false;
+    };
+    void showPosition(const Position &position);
     [[nodiscard]] QString positionText() const;
 
+    /// Puts a menu beside the button of `action`.
+    void offerBeside(QAction *action, QMenu *menu);
+
 private:
+    void addSaving();
     void addContextLines();
     /// Keeps the other buttons in place when the compare button's text changes.
     void reserveCompareWidth();

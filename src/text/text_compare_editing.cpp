@@ -1,5 +1,7 @@
 #include "session/translate.h"
 #include "text/progress_strip.h"
+#include "text/side_description.h"
+#include "text/status_foot.h"
 #include "text/text_compare_bar.h"
 #include "text/text_compare_widget.h"
 #include "text/text_editing.h"
@@ -24,6 +26,7 @@ void TextCompareWidget::connectEditing()
     connect(m_editing, &TextEditing::message, this, &TextCompareWidget::showMessage);
     connect(&m_editing->saving(), &TextSaving::savingChanged, this, &TextCompareWidget::showSaving);
     connect(&m_editing->saving(), &TextSaving::progressed, m_progress, &ProgressStrip::showFraction);
+    connect(&m_editing->saving(), &TextSaving::saved, this, &TextCompareWidget::takeSaved);
     connect(m_editing, &TextEditing::textEdited, this, [this] {
         m_runner.abandon();
         showPosition();
@@ -38,8 +41,8 @@ void TextCompareWidget::connectEditing()
     connect(&editor, &DiffEditor::stateChanged, this, [this] {
         const DiffEditor &changed = m_editing->editor();
         m_bar->showEditing(changed.isEnabled());
-        m_bar->saveLeft->setEnabled(m_editing->isModified(Side::Left));
-        m_bar->saveRight->setEnabled(m_editing->isModified(Side::Right));
+        m_bar->saveLeft->setEnabled(m_editing->saving().needsSaving(Side::Left));
+        m_bar->saveRight->setEnabled(m_editing->saving().needsSaving(Side::Right));
         for (const Side side : {Side::Left, Side::Right})
             m_view->splitter().setCopyable(side, changed.obstacle(side).isEmpty());
         const QString name = m_compared.document ? title() : QString();
@@ -62,12 +65,20 @@ void TextCompareWidget::connectEditing()
     connect(m_bar->copyToLeft, &QAction::triggered, this, &TextCompareWidget::onCopyRightToLeft);
     connect(m_bar->saveLeft, &QAction::triggered, this, &TextCompareWidget::onSaveLeft);
     connect(m_bar->saveRight, &QAction::triggered, this, &TextCompareWidget::onSaveRight);
-    connect(m_bar->save, &QAction::triggered, this, [this] {
-        if (m_view->activeSide() == Side::Left)
-            onSaveLeft();
-        else
-            onSaveRight();
-    });
+    TextSaving *saving = &m_editing->saving();
+    connect(m_bar->save, &QAction::triggered, saving, [this, saving] { saving->save(m_view->activeSide()); });
+    connect(m_bar->saveAs, &QAction::triggered, saving, [this, saving] { saving->saveAs(m_view->activeSide()); });
+    connect(m_bar->saveAll, &QAction::triggered, saving, &TextSaving::saveAll);
+    connect(m_bar->saveLeftAs, &QAction::triggered, saving, [saving] { saving->saveAs(Side::Left); });
+    connect(m_bar->saveRightAs, &QAction::triggered, saving, [saving] { saving->saveAs(Side::Right); });
+}
+
+void TextCompareWidget::takeSaved(Side side)
+{
+    (side == Side::Left ? m_compared.paths.left : m_compared.paths.right) = m_inputs->at(side).loadedPath();
+    m_formatText = describeFormats(m_inputs->at(Side::Left).loaded(), m_inputs->at(Side::Right).loaded());
+    if (!m_runner.isRunning())
+        m_foot->showFormat(m_formatText);
 }
 
 void TextCompareWidget::showCounts()
@@ -190,8 +201,7 @@ void TextCompareWidget::copyFrom(Side from)
         // A selection that ends before the first character of a line does not mean that line.
         const qsizetype last = end.unit == 0 ? end.row - 1 : end.row;
         const qsizetype first = caret.selectionStart().row;
-        m_editing->unlockFor(otherSide(from));
-        m_editing->editor().copyRows(from, {first, std::max(last, first) - first + 1});
+        copyRows(from, {first, std::max(last, first) - first + 1});
     } else if (scene.currentBlock() >= 0) {
         copyDifference(from, scene.layout().block(scene.currentBlock()).first);
     } else {
@@ -209,10 +219,15 @@ void TextCompareWidget::copyDifference(Side from, qsizetype row)
 {
     const RowLayout &layout = m_view->scene().layout();
     const qsizetype block = layout.blockOf(row);
-    if (block < 0)
-        return;
+    if (block >= 0)
+        copyRows(from, layout.block(block));
+}
+
+void TextCompareWidget::copyRows(Side from, RowRange rows)
+{
     m_editing->unlockFor(otherSide(from));
-    m_editing->editor().copyRows(from, layout.block(block));
+    if (m_editing->editor().copyRows(from, rows))
+        m_view->pane(otherSide(from)).setFocus(); // what undoes and saves the change goes there
 }
 
 void TextCompareWidget::onCopyLeftToRight()

@@ -7,7 +7,6 @@
 #include "text/text_inputs.h"
 
 #include <QMenu>
-#include <QToolButton>
 
 namespace velmora {
 
@@ -26,9 +25,17 @@ void TextCompareWidget::onSessionSettings(int initialTabIndex)
     shown.leftPath = paths().left;
     shown.rightPath = paths().right;
     auto *dialog = new TextSessionSettingsDialog(shown, initialTabIndex, this);
+    dialog->setOwnLineEnds(ownLineEnds(Side::Left), ownLineEnds(Side::Right));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(dialog, &QDialog::accepted, this, [this, dialog] { takeSettings(dialog->options()); });
     dialog->open();
+}
+
+QString TextCompareWidget::ownLineEnds(Side side) const
+{
+    const LoadedSide &loaded = m_inputs->at(side).loaded();
+    const bool isShown = m_compared.document && !loaded.missing;
+    return isShown ? lineEndStyleName(loaded.text.lineEnds) : QString();
 }
 
 void TextCompareWidget::addPresets()
@@ -49,9 +56,7 @@ void TextCompareWidget::addPresets()
                 takeSettings(chosen);
         });
     }
-    m_bar->settings->setMenu(menu);
-    if (auto *button = qobject_cast<QToolButton *>(m_bar->widgetForAction(m_bar->settings)))
-        button->setPopupMode(QToolButton::MenuButtonPopup);
+    m_bar->offerBeside(m_bar->settings, menu);
 }
 
 void TextCompareWidget::takeSettings(const TextSessionOptions &chosen)

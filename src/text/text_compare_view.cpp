@@ -2,6 +2,8 @@
 #include "session/translate.h"
 #include "text/find_controller.h"
 #include "text/patch_copy.h"
+#include "text/side_description.h"
+#include "text/status_foot.h"
 #include "text/text_compare_bar.h"
 #include "text/text_compare_widget.h"
 #include "text/text_editing.h"
@@ -18,7 +20,14 @@ namespace velmora {
 
 void TextCompareWidget::showPosition()
 {
-    m_bar->showPosition(m_view->scene().currentBlock(), m_view->scene().layout().blockCount());
+    const DiffScene &scene = m_view->scene();
+    m_bar->showPosition(
+        {scene.currentBlock(), scene.layout().blockCount(), scene.previousBlock() >= 0, scene.nextBlock() >= 0});
+}
+
+void TextCompareWidget::showCaret()
+{
+    m_foot->showPlace(describePlace(m_view->scene().document(), m_view->scene().caret()));
 }
 
 void TextCompareWidget::onNextDiff()

@@ -58,6 +58,8 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
     connect(&m_runner, &Runner::runningChanged, this, &TextCompareWidget::showRunning);
     connect(&m_view->scene(), &DiffScene::currentBlockChanged, this, &TextCompareWidget::showPosition);
     connect(&m_view->scene(), &DiffScene::documentChanged, this, &TextCompareWidget::showPosition);
+    connect(&m_view->scene(), &DiffScene::caretMoved, this, &TextCompareWidget::showPosition);
+    connect(&m_view->scene(), &DiffScene::caretMoved, this, &TextCompareWidget::showCaret);
     connect(m_view, &DiffView::panesMoved, m_inputs,
             [this] { m_inputs->alignTo(m_view->pane(Side::Left), m_view->pane(Side::Right)); });
     connect(m_view, &DiffView::contextMenuWanted, this, &TextCompareWidget::showContextMenu);

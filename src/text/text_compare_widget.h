@@ -124,6 +124,8 @@ private:
     void chooseEncoding(Side side);
     void swapSides();
     void addPresets();
+    /// The name of the line ends that the side's file has; empty when no file is shown.
+    [[nodiscard]] QString ownLineEnds(Side side) const;
     void takeSettings(const TextSessionOptions &chosen);
     [[nodiscard]] Side sideUnder(QPoint position) const;
 
@@ -139,6 +141,8 @@ private:
     void focusTexts();
     void copyFrom(Side from);
     void copyDifference(Side from, qsizetype row);
+    void copyRows(Side from, RowRange rows);
+    void takeSaved(Side side);
     void reload(bool left, bool right);
     [[nodiscard]] QString title() const;
     void showCounts();
@@ -148,6 +152,7 @@ private:
     void showSaving();
     void showMessage(const QString &message);
     void showPosition();
+    void showCaret();
     void showContextMenu(Side side, QPoint at);
     /// The differences of the selected lines, or all.
     void copyAsPatch();

@@ -1,7 +1,9 @@
 #include "text/text_editing.h"
 
+#include "core/line_ends.h"
 #include "session/dialogs.h"
 #include "session/translate.h"
+#include "text/side_description.h"
 #include "text/text_inputs.h"
 #include "text/text_recovery.h"
 #include "text/view/diff_view.h"
@@ -17,11 +19,7 @@ QString obstacleOf(const LoadedSide &loaded, bool isReadOnly)
 {
     if (isReadOnly)
         return Velmora::tr("This side is read-only by the session's settings");
-    if (loaded.text.binary || loaded.text.tooLarge)
-        return Velmora::tr("This side holds bytes that no text has and is not edited here");
-    if (loaded.text.undecodable > 0)
-        return Velmora::tr("This side holds bytes that its encoding does not know: saving would lose them");
-    return {};
+    return lossOfSaving(loaded);
 }
 
 } // namespace
@@ -49,6 +47,9 @@ void TextEditing::takeComparison(const TextCompareResult &result, const TextSess
     m_options = options;
     m_editor.setObstacle(Side::Left, obstacleOf(result.left, options.leftReadOnly));
     m_editor.setObstacle(Side::Right, obstacleOf(result.right, options.rightReadOnly));
+    m_saving.setLineEnds(Side::Left, lineEndStyleFromName(options.leftEol));
+    m_saving.setLineEnds(Side::Right,
+                         lineEndStyleFromName(options.sameAsLeftFileFormat ? options.leftEol : options.rightEol));
     const auto newText = [this](Side side, const LoadedSide &loaded) -> std::optional<TextLines> {
         if (loaded.shown == m_editor.buffer(side).snapshot())
             return std::nullopt;

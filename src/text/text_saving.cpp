@@ -2,11 +2,13 @@
 
 #include "session/dialogs.h"
 #include "session/translate.h"
+#include "text/side_description.h"
 #include "text/text_inputs.h"
 #include "text/view/diff_editor.h"
 
 #include <QDir>
 
+#include <algorithm>
 #include <utility>
 
 namespace velmora {
@@ -37,6 +39,26 @@ TextSaving::TextSaving(DiffEditor &editor, TextInputs &inputs, QWidget *window, 
 
 // Saving ------------------------------------------------------------------------------------------------------------
 
+void TextSaving::setLineEnds(Side side, std::optional<LineEndStyle> style)
+{
+    (side == Side::Left ? m_leftEnds : m_rightEnds) = style;
+}
+
+std::optional<LineEndStyle> TextSaving::lineEnds(Side side) const
+{
+    return side == Side::Left ? m_leftEnds : m_rightEnds;
+}
+
+bool TextSaving::needsSaving(Side side) const
+{
+    if (m_editor.buffer(side).isModified() || m_inputs.at(side).loadedPath() == TextSide::clipboardPath())
+        return true;
+    const DecodedText &text = m_inputs.at(side).loaded().text;
+    const bool hasLineEnd = text.lineEnds != LineEndStyle::Lf || text.lines.count() > 1 ||
+                            (!text.lines.isEmpty() && text.lines.lineEnd(0) != LineEnd::None);
+    return hasLineEnd && lineEnds(side).value_or(text.lineEnds) != text.lineEnds && m_editor.obstacle(side).isEmpty();
+}
+
 void TextSaving::save(Side side, Done done)
 {
     if (!done)
@@ -47,11 +69,15 @@ void TextSaving::save(Side side, Done done)
     }
     // Not the path that is shown: that may be one to be compared next.
     const QString path = m_inputs.at(side).loadedPath();
-    QString obstacle = m_editor.obstacle(side);
-    if (!m_editor.hasTexts())
-        obstacle = Velmora::tr("There is no text to save yet: compare first");
-    if (!obstacle.isEmpty()) {
-        Q_EMIT message(obstacle);
+    if (!m_editor.hasTexts()) {
+        Q_EMIT message(Velmora::tr("There is no text to save yet: compare first"));
+        done(false);
+    } else if (!needsSaving(side)) {
+        Q_EMIT message(side == Side::Left ? Velmora::tr("The left side has no unsaved changes")
+                                          : Velmora::tr("The right side has no unsaved changes"));
+        done(true);
+    } else if (!m_editor.obstacle(side).isEmpty()) {
+        Q_EMIT message(m_editor.obstacle(side));
         done(false);
     } else if (path.isEmpty() || path == TextSide::clipboardPath()) {
         saveUnderNewName(side, std::move(done));
@@ -60,16 +86,68 @@ void TextSaving::save(Side side, Done done)
     }
 }
 
+void TextSaving::saveAs(Side side)
+{
+    whenSaved([this, side] {
+        const QString loss = lossOf(side);
+        if (m_editor.hasTexts() && loss.isEmpty())
+            saveUnderNewName(side, [](bool) {});
+        else
+            Q_EMIT message(loss.isEmpty() ? Velmora::tr("There is no text to save yet: compare first") : loss);
+    });
+}
+
+void TextSaving::saveAll()
+{
+    QList<Side> changed;
+    for (const Side side : {Side::Left, Side::Right}) {
+        if (m_editor.buffer(side).isModified())
+            changed.append(side);
+    }
+    if (changed.isEmpty()) {
+        Q_EMIT message(Velmora::tr("There are no unsaved changes"));
+        return;
+    }
+    // A side without a file asks for a name, and nobody may answer: it comes last.
+    if (m_inputs.at(changed.first()).loadedPath() == TextSide::clipboardPath())
+        std::reverse(changed.begin(), changed.end());
+    const Side last = changed.last();
+    if (changed.size() == 1)
+        save(last);
+    else
+        save(changed.first(), [this, last](bool) { save(last); });
+}
+
 void TextSaving::saveUnderNewName(Side side, Done done)
 {
     const QString title = side == Side::Left ? Velmora::tr("Save left file") : Velmora::tr("Save right file");
-    Dialogs::instance().saveFile(
-        m_window, title, QString(), QString(),
-        [this, side, done = std::move(done)](const QString &path) { start(side, path, Target::Other, done); });
+    const QString loaded = m_inputs.at(side).loadedPath();
+    const QString present = loaded == TextSide::clipboardPath() ? QString() : loaded;
+    Dialogs::instance().saveFile(m_window, title, present, QString(),
+                                 [this, side, present, done = std::move(done)](const QString &path) {
+                                     start(side, path, path == present ? Target::Changed : Target::Other, done);
+                                 });
+}
+
+QString TextSaving::lossOf(Side side) const
+{
+    return lossOfSaving(m_inputs.at(side).loaded());
+}
+
+void TextSaving::convertLineEnds(Side side)
+{
+    const std::optional<LineEndStyle> style = lineEnds(side);
+    if (!style)
+        return;
+    const TextLines text = m_editor.buffer(side).snapshot()->toLines();
+    const TextLines converted = withLineEnds(text, *style);
+    if (converted.bytes() != text.bytes())
+        m_editor.replaceLines(side, 0, text.count(), converted);
 }
 
 void TextSaving::start(Side side, const QString &path, Target target, Done done)
 {
+    convertLineEnds(side);
     const LoadedSide &loaded = m_inputs.at(side).loaded();
     TextSaveRequest request{m_editor.buffer(side).snapshot(), loaded.text.encoding, path, target, loaded.stamp};
     m_editor.beginSave(side);
@@ -112,7 +190,7 @@ void TextSaving::finish(Side side, const QString &path, RunOutcome<TextSaveResul
         askToWriteOver(side, path, result.stamp, done);
         break;
     case End::NotWritten:
-        fail(Velmora::tr("Cannot write file: %1").arg(shown(path)), done);
+        offerOtherName(side, Velmora::tr("Cannot write file: %1").arg(shown(path)), result.error, done);
         break;
     case End::Saved:
         done(true);
@@ -126,12 +204,14 @@ void TextSaving::take(Side side, const QString &path, const TextSaveResult &resu
 {
     LoadedSide loaded = m_inputs.at(side).loaded();
     loaded.text.lines = result.written;
+    loaded.text.lineEnds = lineEnds(side).value_or(loaded.text.lineEnds);
     loaded.missing = false;
     loaded.stamp = result.stamp;
     // A path that was chosen for the next comparison stays.
     if (m_inputs.at(side).path() == m_inputs.at(side).loadedPath())
         m_inputs.at(side).setPath(path);
     m_inputs.at(side).setLoaded(loaded, path);
+    Q_EMIT saved(side);
     Q_EMIT message(side == Side::Left ? Velmora::tr("Left file saved: %1").arg(shown(path))
                                       : Velmora::tr("Right file saved: %1").arg(shown(path)));
 }
@@ -156,6 +236,22 @@ void TextSaving::fail(const QString &text, const Done &done)
     Q_EMIT message(text);
     Dialogs::instance().tell(m_window, Dialogs::Tone::Warning, Velmora::tr("Save failed"), text,
                              [done] { done(false); });
+}
+
+void TextSaving::offerOtherName(Side side, const QString &text, const QString &why, Done done)
+{
+    enum Answer { Close, OtherName };
+    Q_EMIT message(text);
+    const auto act = [this, side, done = std::move(done)](int answer) {
+        if (answer == OtherName)
+            saveUnderNewName(side, done);
+        else
+            done(false);
+    };
+    Dialogs::instance().ask(
+        m_window, Dialogs::Tone::Warning, Velmora::tr("Save failed"),
+        why.isEmpty() ? text : text + QStringLiteral("\n\n") + why,
+        {{Velmora::tr("Save &as..."), OtherName, true, false}, {Velmora::tr("Cancel"), Close, false, true}}, act);
 }
 
 void TextSaving::whenSaved(std::function<void()> go)

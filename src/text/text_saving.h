@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/line_ends.h"
 #include "core/runner.h"
 #include "text/text_saver.h"
 #include "text/view/side.h"
@@ -7,6 +8,7 @@
 #include <QObject>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 class QWidget;
@@ -18,6 +20,7 @@ class TextInputs;
 
 /// Saves the edited texts of a session in the background, and says what kept it from that.
 ///
+/// A side whose file holds its text already is not written, except under another name or to change its line ends.
 /// A text is saved as it was when that was asked for. It can be edited meanwhile; what would give it up (comparing
 /// other files, reading again, closing) waits until it is written. Lives on the interface thread, where its owner
 /// destroys it; that waits for a save that runs.
@@ -31,9 +34,18 @@ public:
 
     [[nodiscard]] bool isSaving() const { return m_leftSaver.isRunning() || m_rightSaver.isRunning(); }
 
-    /// Writes the side's text to its file; a side without one asks for a name. `done` is told whether it was written,
-    /// or never called when no name was chosen.
+    /// The line ends that the side's text is to have when it is saved; nothing for those that it has.
+    void setLineEnds(Side side, std::optional<LineEndStyle> style);
+    /// Whether saving would write anything: the text is changed, has no file, or is to have other line ends.
+    [[nodiscard]] bool needsSaving(Side side) const;
+
+    /// Writes the side's text to its file; a side without one asks for a name. `done` is told whether the file holds
+    /// the text now, or never called when no name was chosen.
     void save(Side side, Done done = {});
+    /// Asks for a name and writes the side's text there, which is the side's file from then on.
+    void saveAs(Side side);
+    /// Saves the sides that have unsaved changes.
+    void saveAll();
 
     /// Asks for each side with unsaved changes whether to save or discard them, saves, and tells `answered` whether all
     /// of this is done: false when a question was cancelled or a save failed. Never calls it when no name was chosen
@@ -45,6 +57,7 @@ public:
 
 Q_SIGNALS:
     void message(const QString &text);
+    void saved(velmora::Side side);   ///< its input says what the file holds
     void savingChanged();             ///< `isSaving` may answer otherwise
     void progressed(double fraction); ///< 0 to 1
 
@@ -55,13 +68,20 @@ private:
     void finish(Side side, const QString &path, RunOutcome<TextSaveResult> &&outcome, const Done &done);
     void take(Side side, const QString &path, const TextSaveResult &result);
     void askToWriteOver(Side side, const QString &path, const FileStamp &found, Done done);
+    void convertLineEnds(Side side);
+    /// Why the text that was read cannot be written without loss; empty when it can.
+    [[nodiscard]] QString lossOf(Side side) const;
+    [[nodiscard]] std::optional<LineEndStyle> lineEnds(Side side) const;
     void fail(const QString &text, const Done &done);
+    void offerOtherName(Side side, const QString &text, const QString &why, Done done);
     void askToKeep(bool leftDiscarded, bool rightDiscarded, std::function<void(bool)> answered);
 
     DiffEditor &m_editor;
     TextInputs &m_inputs;
     QWidget *m_window;
     std::vector<std::function<void()>> m_waiting; ///< until nothing is being saved
+    std::optional<LineEndStyle> m_leftEnds;
+    std::optional<LineEndStyle> m_rightEnds;
     Runner m_leftSaver;
     Runner m_rightSaver;
 };

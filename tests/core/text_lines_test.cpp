@@ -1,3 +1,4 @@
+#include "core/line_ends.h"
 #include "core/text_lines.h"
 #include "core/text_scan.h"
 #include "support/test_main.h"
@@ -35,6 +36,11 @@ QList<std::pair<QByteArray, QByteArray>> cut(const TextLines &text)
         lines.append({QByteArray(line.data(), qsizetype(line.size())), QByteArray(end.data(), qsizetype(end.size()))});
     }
     return lines;
+}
+
+QByteArray toBytes(const TextLines &text)
+{
+    return {text.bytes().data(), qsizetype(text.bytes().size())};
 }
 
 QByteArray randomText(QRandomGenerator &random, qsizetype size, QByteArrayView alphabet)
@@ -131,6 +137,30 @@ private Q_SLOTS:
             QCOMPARE(counts.ascii, !part.contains('\x80'));
             const QByteArray oneMore = text.mid(qsizetype(begin), qsizetype(end - begin) + 1);
             QCOMPARE(counts.crLfPairs, part.isEmpty() ? 0 : oneMore.count("\r\n"));
+        }
+    }
+
+    /// All texts up to six bytes of a letter and both bytes that end lines.
+    void convertsAllLineEnds()
+    {
+        const QByteArray alphabet("a\r\n");
+        for (int size = 0, count = 1; size <= 6; ++size, count *= 3) {
+            for (int number = 0; number < count; ++number) {
+                QByteArray text;
+                for (int k = 0, rest = number; k < size; ++k, rest /= 3)
+                    text += alphabet[rest % 3];
+                QByteArray plain = text;
+                plain.replace("\r\n", "\n").replace('\r', '\n');
+                const TextLines lines = TextLines::split(text);
+                for (const auto style : {LineEndStyle::Lf, LineEndStyle::CrLf, LineEndStyle::Cr}) {
+                    const QByteArray end = style == LineEndStyle::Lf ? "\n" : style == LineEndStyle::Cr ? "\r" : "\r\n";
+                    const QByteArray expected = QByteArray(plain).replace('\n', end);
+                    const TextLines converted = withLineEnds(lines, style);
+                    QCOMPARE(toBytes(converted), expected);
+                    QCOMPARE(cut(converted), cutPlainly(expected));
+                }
+                QCOMPARE(toBytes(withLineEnds(lines, LineEndStyle::Mixed)), text);
+            }
         }
     }
 

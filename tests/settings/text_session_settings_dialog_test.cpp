@@ -41,10 +41,10 @@ TextSessionOptions unusualOptions()
     options.unimportantText = {QStringLiteral("^//"), QStringLiteral("(open")};
     options.leftFileType = QStringLiteral("Python");
     options.leftEncoding = QStringLiteral("UTF-8");
-    options.leftEol = QStringLiteral("Unix");
+    options.leftEol = QStringLiteral("LF");
     options.rightFileType = QStringLiteral("A type from elsewhere");
     options.rightEncoding = QStringLiteral("GB18030");
-    options.rightEol = QStringLiteral("Mac");
+    options.rightEol = QStringLiteral("CR");
     options.sameAsLeftFileFormat = false;
     options.alignAlgorithm = 2;
     options.curvatureTolerance = 0;

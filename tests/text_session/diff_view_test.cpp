@@ -560,7 +560,7 @@ private Q_SLOTS:
         QCOMPARE(v.caret(), QStringLiteral("9:0"));
     }
 
-    void goesOnFromTheCaretWithoutACurrentDifference()
+    void stepsFromTheCaret()
     {
         Shown v("=~=~=~=", "1\n2\n3\n4\n5\n6\n7\n", "1\na\n3\nb\n5\nc\n7\n");
         QCOMPARE(v.scene.nextBlock(), 0);
@@ -569,8 +569,13 @@ private Q_SLOTS:
         QCOMPARE(v.scene.nextBlock(), 2);
         QCOMPARE(v.scene.previousBlock(), 1);
         v.scene.goToBlock(2);
-        QCOMPARE(v.scene.nextBlock(), 2);
+        QCOMPARE(v.scene.nextBlock(), -1);
         QCOMPARE(v.scene.previousBlock(), 1);
+        v.put(Side::Left, {2, 0}); // away from the current difference
+        QCOMPARE(v.scene.nextBlock(), 1);
+        QCOMPARE(v.scene.previousBlock(), 0);
+        v.put(Side::Left, {6, 0});
+        QCOMPARE(v.scene.nextBlock(), -1);
     }
 };
 

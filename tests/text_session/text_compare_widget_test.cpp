@@ -10,11 +10,14 @@
 #include <QComboBox>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QHBoxLayout>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSignalSpy>
 
 using namespace velmora;
@@ -581,6 +584,29 @@ private Q_SLOTS:
         const QAction &next = *f.child<QAction>("nextAction");
         for (const QKeySequence &key : next.shortcuts())
             QVERIFY(next.toolTip().contains(key.toString(QKeySequence::NativeText)));
+    }
+
+    void keysWorkWhereverTheFocusIsButInATextField()
+    {
+        SessionFixture f;
+        QWidget window;
+        auto *row = new QHBoxLayout(&window);
+        auto *list = new QListWidget;
+        auto *field = new QLineEdit;
+        row->addWidget(list);
+        row->addWidget(field);
+        row->addWidget(&f.session);
+        const auto leave = qScopeGuard([&f] { f.session.setParent(nullptr); });
+        f.compareTexts("a\nb\nc\n", "x\nb\ny\n");
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        list->setFocus();
+        QTest::keyClick(list, Qt::Key_F8);
+        QCOMPARE(f.position(), QStringLiteral("Diff 1/2"));
+        field->setFocus();
+        QTest::keyClick(field, Qt::Key_F8);
+        QCOMPARE(f.position(), QStringLiteral("Diff 1/2"));
     }
 
     void fitsIntoASmallWindow()

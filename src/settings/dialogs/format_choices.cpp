@@ -1,5 +1,6 @@
 #include "settings/dialogs/format_choices.h"
 
+#include "core/line_ends.h"
 #include "core/text_encoding.h"
 #include "session/translate.h"
 #include "settings/options/text_session_options.h"
@@ -35,6 +36,20 @@ void fill(QComboBox &combo, const QString &general, const QString &generalStored
     combo.setCurrentIndex(combo.findData(stored));
 }
 
+/// The first choice, which leaves a file its own line ends, is stored as whatever asks for none.
+void fillLineEnds(QComboBox &combo, const QString &stored)
+{
+    const std::optional<LineEndStyle> asked = lineEndStyleFromName(stored);
+    combo.clear();
+    combo.addItem(Velmora::tr("As in the file"), asked || stored.isEmpty() ? TextSessionOptions().leftEol : stored);
+    for (const LineEndStyle style : {LineEndStyle::CrLf, LineEndStyle::Lf, LineEndStyle::Cr}) {
+        const QString name = lineEndStyleName(style);
+        combo.addItem(name, asked == style ? stored : name);
+        if (asked == style)
+            combo.setCurrentIndex(combo.count() - 1);
+    }
+}
+
 /// What stands for "everything else" is stored as it is shown, as every file type is, in the languages whose word for
 /// it is known everywhere.
 QString storedEverythingElse()
@@ -56,6 +71,7 @@ FormatChoices::FormatChoices(const QString &title, const QString &prefix, QWidge
     form->addRow(Velmora::tr("File type:"), m_fileType);
     form->addRow(Velmora::tr("Encoding:"), m_encoding);
     form->addRow(Velmora::tr("Line ends:"), m_eol);
+    m_eol->setToolTip(Velmora::tr("The line ends that the file has, and those that it gets when this side is saved"));
 }
 
 void FormatChoices::setFormat(const Format &format, const QString &detectedType)
@@ -77,8 +93,13 @@ void FormatChoices::setFormat(const Format &format, const QString &detectedType)
     fill(*m_encoding, Velmora::tr("Auto detect"), automatic ? format.encoding : builtIn.leftEncoding, encodings.mid(1),
          format.encoding);
 
-    const QStringList eols{QStringLiteral("PC"), QStringLiteral("Unix"), QStringLiteral("Mac")};
-    fill(*m_eol, eols.first(), eols.first(), eols.mid(1), format.eol.isEmpty() ? eols.first() : format.eol);
+    fillLineEnds(*m_eol, format.eol);
+}
+
+void FormatChoices::setOwnLineEnds(const QString &name)
+{
+    const QString asInFile = Velmora::tr("As in the file");
+    m_eol->setItemText(0, name.isEmpty() ? asInFile : Velmora::tr("%1: %2").arg(asInFile, name));
 }
 
 FormatChoices::Format FormatChoices::format() const

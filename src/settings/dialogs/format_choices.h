@@ -26,6 +26,8 @@ public:
     /// `detectedType` is the type that the file is taken for unless another one is chosen; empty when that is not
     /// known.
     void setFormat(const Format &format, const QString &detectedType = {});
+    /// Names the line ends that the file has; empty when that is not known. To be called after `setFormat`.
+    void setOwnLineEnds(const QString &name);
     [[nodiscard]] Format format() const;
 
 private:

@@ -42,6 +42,12 @@ FormatPage::FormatPage(QWidget *parent)
     grid->setRowStretch(2, 1);
 }
 
+void FormatPage::setOwnLineEnds(const QString &left, const QString &right)
+{
+    m_left->setOwnLineEnds(left);
+    m_right->setOwnLineEnds(right);
+}
+
 void FormatPage::load(const TextSessionOptions &options)
 {
     m_left->setFormat({options.leftFileType, options.leftEncoding, options.leftEol}, detectedType(options.leftPath));

@@ -15,6 +15,9 @@ class FormatPage final : public SettingsPage {
 public:
     explicit FormatPage(QWidget *parent = nullptr);
 
+    /// See `FormatChoices::setOwnLineEnds`.
+    void setOwnLineEnds(const QString &left, const QString &right);
+
     void load(const TextSessionOptions &options) override;
     void store(TextSessionOptions &options) const override;
 

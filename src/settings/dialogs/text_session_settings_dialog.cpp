@@ -45,6 +45,7 @@ TextSessionSettingsDialog::TextSessionSettingsDialog(const TextSessionOptions &o
     : QDialog(parent),
       m_options(options),
       m_tabs(new QTabWidget),
+      m_format(new FormatPage),
       m_footer(new SettingsFooter(Velmora::tr("Use for this view only")))
 {
     setWindowTitle(Velmora::tr("Session Settings - Text Compare"));
@@ -53,7 +54,7 @@ TextSessionSettingsDialog::TextSessionSettingsDialog(const TextSessionOptions &o
 
     auto *importance = new ImportancePage;
     addPage(new SpecsPage, Velmora::tr("Specs"));
-    addPage(new FormatPage, Velmora::tr("Format"));
+    addPage(m_format, Velmora::tr("Format"));
     addPage(importance, Velmora::tr("Importance"));
     addPage(new AlignmentPage, Velmora::tr("Alignment"));
     addPage(new ReplacementsPage, Velmora::tr("Replacements"));
@@ -76,6 +77,11 @@ TextSessionOptions TextSessionSettingsDialog::options() const
         page->store(options);
     deriveLegacySwitches(options);
     return options;
+}
+
+void TextSessionSettingsDialog::setOwnLineEnds(const QString &left, const QString &right)
+{
+    m_format->setOwnLineEnds(left, right);
 }
 
 void TextSessionSettingsDialog::accept()

@@ -10,6 +10,7 @@ class QTabWidget;
 
 namespace velmora {
 
+class FormatPage;
 class SettingsFooter;
 
 /// Edits the options of one text comparison.
@@ -26,6 +27,9 @@ public:
     explicit TextSessionSettingsDialog(const TextSessionOptions &options, int initialTab = Specs,
                                        QWidget *parent = nullptr);
 
+    /// Names the line ends that the files have; empty where that is not known.
+    void setOwnLineEnds(const QString &left, const QString &right);
+
     /// The options as the controls show them, the legacy switches derived from them.
     [[nodiscard]] TextSessionOptions options() const;
 
@@ -39,6 +43,7 @@ private:
 
     TextSessionOptions m_options; ///< what no control shows comes from here
     QTabWidget *m_tabs;
+    FormatPage *m_format;
     SettingsFooter *m_footer;
     QList<SettingsPage *> m_pages;
 };

@@ -208,8 +208,26 @@ bool DiffEditor::copyRows(Side from, RowRange rows)
     const qsizetype sourceEnd = linesBefore(from, rows.end());
     const qsizetype target = linesBefore(to, rows.first);
     const qsizetype targetEnd = linesBefore(to, rows.end());
-    apply(to, own(to).copyLines(target, targetEnd - target, *buffer(from).snapshot(), source, sourceEnd - source));
+    const LineChange change =
+        own(to).copyLines(target, targetEnd - target, *buffer(from).snapshot(), source, sourceEnd - source);
+    apply(to, change);
+    select(to, change.caret, change.caret);
     return true;
+}
+
+void DiffEditor::replaceLines(Side side, qsizetype first, qsizetype removed, const TextLines &with)
+{
+    const TextCaret &caret = m_scene.caret();
+    const EditPosition here = caret.side == side ? place(side, caret.position, Toward::Start) : EditPosition{first, 0};
+    showText(side, own(side).replaceLines(first, removed, with, here));
+    const TextPosition line{m_scene.caret().position.row, 0};
+    if (caret.side == side && line.row < m_scene.document()->rowCount() && hasLine(side, line.row)) {
+        const qsizetype units = m_scene.document()->text(line.row, side).size();
+        const TextPosition kept{line.row, std::min(m_scene.caret().position.unit, units)};
+        m_scene.setCaret({side, kept, kept});
+    }
+    Q_EMIT edited(side);
+    Q_EMIT stateChanged();
 }
 
 void DiffEditor::undo(Side side)
@@ -224,11 +242,16 @@ void DiffEditor::redo(Side side)
         apply(side, own(side).redo());
 }
 
-void DiffEditor::apply(Side side, const LineChange &change)
+void DiffEditor::showText(Side side, const LineChange &change)
 {
     m_scene.replaceDocument(
         patchDocument(*m_scene.document(), {m_left.snapshot(), m_right.snapshot()}, side, change, m_options), side,
         change);
+}
+
+void DiffEditor::apply(Side side, const LineChange &change)
+{
+    showText(side, change);
     showChange(side, change.caret);
     Q_EMIT edited(side);
     Q_EMIT stateChanged();

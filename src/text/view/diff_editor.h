@@ -59,8 +59,14 @@ public:
     /// Removes what stands between the caret and `to`.
     bool erase(Side side, TextPosition to);
 
-    /// Copies the lines that `rows` have on side `from` to the other side; one step.
+    /// Copies the lines that `rows` have on side `from` to the other side, which gets the caret; one step.
     bool copyRows(Side from, RowRange rows);
+
+    /// Puts the lines of `with` in the place of the lines [first, first + removed) of `side`; one step, which leaves
+    /// the caret in its line. Whether the side may be changed is for the caller to know.
+    void replaceLines(Side side, qsizetype first, qsizetype removed, const TextLines &with);
+    /// Whether `side` may be edited now; says why not.
+    [[nodiscard]] bool mayEdit(Side side);
 
     void undo(Side side);
     void redo(Side side);
@@ -74,8 +80,7 @@ private:
     enum class Toward { Start, End };
 
     [[nodiscard]] EditBuffer &own(Side side) { return side == Side::Left ? m_left : m_right; }
-    [[nodiscard]] bool mayEdit(Side side);
-    /// The same, and nothing is selected that is not shown.
+    /// The side may be edited, and nothing is selected that is not shown.
     [[nodiscard]] bool mayReplaceSelection(Side side);
     /// The lines of `side` before `row`.
     [[nodiscard]] qsizetype linesBefore(Side side, qsizetype row) const;
@@ -83,6 +88,7 @@ private:
     /// The place in the text; one in a row without a line moves to the line before or behind.
     [[nodiscard]] EditPosition place(Side side, TextPosition position, Toward toward) const;
     void apply(Side side, const LineChange &change);
+    void showText(Side side, const LineChange &change);
     void showChange(Side side, EditPosition caret);
     void select(Side side, EditPosition start, EditPosition end);
 

@@ -109,8 +109,8 @@ public:
 
     /// The current difference as a block of the layout, -1 for none.
     [[nodiscard]] qsizetype currentBlock() const noexcept { return m_currentBlock; }
-    /// The block behind the current one, or before it; without one, that is told by the place of the caret. The last,
-    /// or the first, has no further one and stays. -1 when there are none at all.
+    /// The nearest block behind the caret, or before it; -1 for none. Counted from the current difference where that is
+    /// hidden, so that the caret cannot stand in it.
     [[nodiscard]] qsizetype nextBlock() const;
     [[nodiscard]] qsizetype previousBlock() const;
     /// Makes `block` the current one, puts the caret at its start and brings it into sight, sideways too: where its
@@ -136,6 +136,7 @@ private:
     static constexpr qint64 columnsToSpare = 4;
 
     void setCurrentBlock(qsizetype block);
+    [[nodiscard]] bool isCurrentHidden() const;
     void revealChange();
     void showLaterDocument(std::shared_ptr<const DiffDocument> document);
     void takeDocument(std::shared_ptr<const DiffDocument> document);

@@ -16,16 +16,23 @@ void DiffScene::setCurrentBlock(qsizetype block)
     Q_EMIT currentBlockChanged();
 }
 
+bool DiffScene::isCurrentHidden() const
+{
+    return m_currentBlock >= 0 && !m_layout.isShown(m_layout.block(m_currentBlock).first);
+}
+
 qsizetype DiffScene::nextBlock() const
 {
-    const qsizetype next = m_currentBlock >= 0 ? m_currentBlock + 1 : m_layout.blockFrom(m_caret.position.row);
-    return std::min(next, m_layout.blockCount() - 1);
+    const qsizetype row = m_caret.position.row;
+    const bool leavesCurrent =
+        m_currentBlock >= 0 && (isCurrentHidden() || m_layout.block(m_currentBlock).contains(row));
+    const qsizetype next = leavesCurrent ? m_currentBlock + 1 : m_layout.blockFrom(row);
+    return next < m_layout.blockCount() ? next : -1;
 }
 
 qsizetype DiffScene::previousBlock() const
 {
-    const qsizetype from = m_currentBlock >= 0 ? m_currentBlock : m_layout.blockFrom(m_caret.position.row);
-    return std::min(std::max<qsizetype>(from - 1, 0), m_layout.blockCount() - 1);
+    return (isCurrentHidden() ? m_currentBlock : m_layout.blockFrom(m_caret.position.row)) - 1;
 }
 
 void DiffScene::goToBlock(qsizetype block)

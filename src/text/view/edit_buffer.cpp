@@ -304,7 +304,17 @@ LineChange EditBuffer::change(qsizetype first, qsizetype removed, std::vector<Ne
         for (const NewLine &line : lines)
             builder.append({line.utf8.constData(), std::size_t(line.utf8.size())}, line.end);
     }
-    const auto text = std::make_shared<const TextLines>(builder.take());
+    return put(first, removed, std::make_shared<const TextLines>(builder.take()), before, after, merge);
+}
+
+LineChange EditBuffer::replaceLines(qsizetype first, qsizetype removed, const TextLines &with, EditPosition caret)
+{
+    return put(first, removed, std::make_shared<const TextLines>(with), caret, caret, Merge::Never);
+}
+
+LineChange EditBuffer::put(qsizetype first, qsizetype removed, const std::shared_ptr<const TextLines> &text,
+                           EditPosition before, EditPosition after, Merge merge)
+{
     Step step;
     step.first = first;
     step.removed = m_snapshot->runs(first, removed);

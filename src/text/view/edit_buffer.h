@@ -99,6 +99,10 @@ public:
     LineChange copyLines(qsizetype first, qsizetype count, const EditSnapshot &source, qsizetype from,
                          qsizetype fromCount);
 
+    /// Puts the lines of `with`, as they stand, in the place of [first, first + removed). The caret is at `caret`
+    /// before and after that.
+    LineChange replaceLines(qsizetype first, qsizetype removed, const TextLines &with, EditPosition caret);
+
     [[nodiscard]] bool canUndo() const noexcept { return m_done > 0; }
     [[nodiscard]] bool canRedo() const noexcept { return m_done < m_steps.size(); }
     /// Preconditions: canUndo(), canRedo().
@@ -147,6 +151,8 @@ private:
     [[nodiscard]] LineEnd usualEnd(qsizetype line) const;
     LineChange change(qsizetype first, qsizetype removed, std::vector<NewLine> lines, EditPosition before,
                       EditPosition after, Merge merge);
+    LineChange put(qsizetype first, qsizetype removed, const std::shared_ptr<const TextLines> &text,
+                   EditPosition before, EditPosition after, Merge merge);
     void splice(qsizetype first, qsizetype removed, const std::vector<LineRun> &inserted);
     void remember(Step step);
 

@@ -82,12 +82,18 @@ bool isTooLong(const EditSnapshot &text, Lines lines)
     return bytes > bytesAtOnce;
 }
 
-/// The same pairs of lines, whose kinds are told by their bytes alone.
-QList<AlignedRow> keptPairs(const EditedTexts &texts, QList<AlignedRow> rows)
+/// The same pairs of lines: where one has another text, the kind is told by their bytes alone.
+QList<AlignedRow> keptPairs(const DiffDocument &before, const EditedTexts &texts, RowRange range)
 {
+    QList<AlignedRow> rows = before.rows().sliced(range.first, range.count);
     for (AlignedRow &row : rows) {
-        if (row.leftLine >= 1 && row.rightLine >= 1)
-            row.kind = texts.left->bytes(row.leftLine - 1) == texts.right->bytes(row.rightLine - 1) ? Equal : Modified;
+        if (row.leftLine < 1 || row.rightLine < 1)
+            continue;
+        const std::string_view left = texts.left->bytes(row.leftLine - 1);
+        const std::string_view right = texts.right->bytes(row.rightLine - 1);
+        if (left != before.source(Side::Left).bytes(row.leftLine - 1) ||
+            right != before.source(Side::Right).bytes(row.rightLine - 1))
+            row.kind = left == right ? Equal : Modified;
     }
     return rows;
 }
@@ -162,9 +168,10 @@ std::shared_ptr<const DiffDocument> patchDocument(const DiffDocument &before, co
     const Lines other = linesIn(before, touched, otherSide(side));
     const bool isLeft = side == Side::Left;
     const auto shift = qint32(change.inserted - change.removed);
-    const bool isRough = shift == 0 && (isTooLong(texts.of(side), own) || isTooLong(texts.of(otherSide(side)), other));
-    const QList<AlignedRow> rows = isRough ? keptPairs(texts, before.rows().sliced(touched.first, touched.count))
-                                           : align(texts, isLeft ? own : other, isLeft ? other : own, options);
+    const bool isRough = shift == 0 && (own.count + other.count > linesAtOnce || isTooLong(texts.of(side), own) ||
+                                        isTooLong(texts.of(otherSide(side)), other));
+    const QList<AlignedRow> rows =
+        isRough ? keptPairs(before, texts, touched) : align(texts, isLeft ? own : other, isLeft ? other : own, options);
     const bool sameRows = shift == 0 && before.rows().sliced(touched.first, touched.count) == rows;
     return std::make_shared<DiffDocument>(before, DiffDocument::RowChange{touched.first, touched.count, rows.size()},
                                           sameRows ? before.rows() : spliced(before.rows(), touched, rows, side, shift),
