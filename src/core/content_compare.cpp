@@ -4,19 +4,11 @@
 #include "core/crew.h"
 
 #include <chrono>
-#include <cstring>
 #include <limits>
 
 namespace velmora {
 
 namespace {
-
-/// Two of them stay in the second-level cache of one core, where the copy that reading makes is compared.
-constexpr qint64 pieceSize = 256 * 1024;
-
-/// The block of the binary method, a multiple of pieceSize.
-constexpr qint64 blockSize = 1024 * 1024;
-static_assert(blockSize % pieceSize == 0);
 
 /// After so much of one file it shows how fast files come.
 constexpr qint64 probeSize = 8 * 1024 * 1024;
@@ -35,23 +27,6 @@ public:
 private:
     std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
 };
-
-bool sameBytes(const AlignedBuffer &left, const AlignedBuffer &right, qint64 length)
-{
-    return std::memcmp(left.data(), right.data(), std::size_t(length)) == 0;
-}
-
-/// Where the first difference is; precondition: there is one.
-std::size_t firstDifference(const AlignedBuffer &left, const AlignedBuffer &right, qint64 length)
-{
-    char *const end = left.data() + length;
-    return std::size_t(std::mismatch(left.data(), end, right.data()).first - left.data());
-}
-
-bool holdsZero(const AlignedBuffer &buffer, std::size_t length)
-{
-    return std::memchr(buffer.data(), 0, length) != nullptr;
-}
 
 } // namespace
 
@@ -116,6 +91,8 @@ public:
         }
     }
 
+    [[nodiscard]] bool isSlow() const noexcept { return m_slow; }
+
 private:
     /// What is asked from one file before the other gets its turn.
     static constexpr qint64 windowSize = 2 * 1024 * 1024;
@@ -126,12 +103,7 @@ private:
 };
 
 ContentComparer::ContentComparer(const FileAccess &files, CancelFlag cancel, SlowDeviceGate *gate)
-    : m_leftOpener(files.makeOpener()),
-      m_rightOpener(files.makeOpener()),
-      m_cancel(std::move(cancel)),
-      m_gate(gate),
-      m_left(pieceSize),
-      m_right(pieceSize)
+    : m_leftOpener(files.makeOpener()), m_rightOpener(files.makeOpener()), m_cancel(std::move(cancel)), m_gate(gate)
 {}
 
 std::unique_ptr<OpenFile> ContentComparer::opened(FileOpener &opener, const QString &path, OpenHint hint) const
@@ -150,7 +122,7 @@ FilePiece ContentComparer::piece(OpenFile &file, const QString &path, qint64 off
     return read;
 }
 
-bool ContentComparer::sameByRule(const QString &left, const QString &right, OpenHint hint, const BlockRule &sameBlock)
+bool ContentComparer::sameByRule(const QString &left, const QString &right, OpenHint hint, PieceRule rule)
 {
     const std::unique_ptr<OpenFile> leftFile = opened(*m_leftOpener, left, hint);
     if (!leftFile)
@@ -161,41 +133,33 @@ bool ContentComparer::sameByRule(const QString &left, const QString &right, Open
     if (leftFile->identity() == rightFile->identity())
         return true;
 
+    const PairScan scan(*leftFile, *rightFile, rule, m_cancel);
+    const auto counted = [this](qint64 bytes) { count(bytes); };
     Pace pace(m_gate);
-    for (qint64 offset = 0;; offset += pieceSize) {
+    const auto keepPace = [&](qint64 offset) {
         pace.before(offset, *leftFile, *rightFile, m_cancel);
-        if (m_cancel.isCancelled())
-            return false;
-        const FilePiece leftPiece = piece(*leftFile, left, offset, m_left);
-        const FilePiece rightPiece = piece(*rightFile, right, offset, m_right);
-        if (leftPiece != rightPiece || !sameBlock(offset, leftPiece.length))
-            return false;
-        count(leftPiece.length);
-        if (leftPiece.length < pieceSize)
-            return true;
-    }
+        return offset != probeSize || pace.isSlow() || crewSize() == 1;
+    };
+    std::optional<PairEnd> end = scan.walk(0, PairScan::toTheEnd, m_buffers, keepPace, counted);
+    if (!end && !m_cancel.isCancelled())
+        end = scan.walkWithCrew(probeSize, m_buffers, counted);
+    if (!end)
+        return false;
+    if (end->leftFailed && m_failed)
+        m_failed(left);
+    if (end->rightFailed && m_failed)
+        m_failed(right);
+    return end->same;
 }
 
 bool ContentComparer::sameByDigest(const QString &left, const QString &right, OpenHint hint)
 {
-    return sameByRule(left, right, hint, [this](qint64, qint64 length) { return sameBytes(m_left, m_right, length); });
+    return sameByRule(left, right, hint, PieceRule::Bytes);
 }
 
 bool ContentComparer::sameByBlocks(const QString &left, const QString &right, OpenHint hint)
 {
-    bool zeroSeen = false; // in the current block, at the same place of both files
-    return sameByRule(left, right, hint, [this, &zeroSeen](qint64 offset, qint64 length) {
-        if (offset % blockSize == 0)
-            zeroSeen = false;
-        if (zeroSeen)
-            return true;
-        if (sameBytes(m_left, m_right, length)) {
-            zeroSeen = holdsZero(m_left, std::size_t(length));
-            return true;
-        }
-        zeroSeen = holdsZero(m_left, firstDifference(m_left, m_right, length));
-        return zeroSeen;
-    });
+    return sameByRule(left, right, hint, PieceRule::ZeroEndBlocks);
 }
 
 /// The CRC-32 of one file on its way through it.
@@ -264,8 +228,8 @@ bool ContentComparer::sameByCrc32(const QString &left, const QString &right, Ope
     if (leftFile->identity() == rightFile->identity())
         return true;
 
-    CrcRun leftRun(*this, *leftFile, left, m_left);
-    CrcRun rightRun(*this, *rightFile, right, m_right);
+    CrcRun leftRun(*this, *leftFile, left, m_buffers.left);
+    CrcRun rightRun(*this, *rightFile, right, m_buffers.right);
     StreamTurn turn(m_gate);
     const Stopwatch stopwatch;
     leftRun.advance(probeSize);
@@ -287,7 +251,7 @@ QByteArray ContentComparer::crc32(const QString &path)
     const std::unique_ptr<OpenFile> file = opened(*m_leftOpener, path, OpenHint::Unknown);
     if (!file)
         return {};
-    CrcRun run(*this, *file, path, m_left);
+    CrcRun run(*this, *file, path, m_buffers.left);
     run.complete();
     return run.value();
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/aligned_buffer.h"
 #include "core/cancel_flag.h"
+#include "core/pair_scan.h"
 #include "platform/file_access.h"
 
 #include <QByteArray>
@@ -28,7 +28,8 @@ private:
 };
 
 /// Compares the contents of files. Owns the buffers that it reads into (512 KiB), so one object serves one thread for
-/// many files. Obeys its cancel flag within the time that reading 256 KiB takes. Paths are absolute.
+/// many files. Large files that come fast are read by more threads where there are processors for them. Obeys its
+/// cancel flag within the time that reading 256 KiB takes. Paths are absolute.
 class ContentComparer {
 public:
     /// `files` must outlive the object; `gate`, where there is one, too.
@@ -46,8 +47,8 @@ public:
     /// at the same place is not compared: blocks are equal as strings are.
     [[nodiscard]] bool sameByBlocks(const QString &left, const QString &right, OpenHint hint = OpenHint::Unknown);
 
-    /// True when `crc32` gives the same for both: also when neither can be opened. Large files that come fast are read
-    /// at the same time where there are processors for it.
+    /// True when `crc32` gives the same for both: also when neither can be opened. Two large files are read at the same
+    /// time.
     [[nodiscard]] bool sameByCrc32(const QString &left, const QString &right, OpenHint hint = OpenHint::Unknown);
 
     /// See `fileCrc32`.
@@ -60,12 +61,11 @@ public:
 private:
     class CrcRun;
     class Pace;
-    using BlockRule = std::function<bool(qint64 offset, qint64 length)>;
 
     [[nodiscard]] std::unique_ptr<OpenFile> opened(FileOpener &opener, const QString &path, OpenHint hint) const;
     [[nodiscard]] FilePiece piece(OpenFile &file, const QString &path, qint64 offset,
                                   const AlignedBuffer &buffer) const;
-    [[nodiscard]] bool sameByRule(const QString &left, const QString &right, OpenHint hint, const BlockRule &sameBlock);
+    [[nodiscard]] bool sameByRule(const QString &left, const QString &right, OpenHint hint, PieceRule rule);
     void count(qint64 bytes) const
     {
         if (m_listener)
@@ -78,8 +78,7 @@ private:
     SlowDeviceGate *m_gate;
     std::function<void(qint64)> m_listener;
     std::function<void(const QString &)> m_failed;
-    AlignedBuffer m_left;
-    AlignedBuffer m_right;
+    PieceBuffers m_buffers;
 };
 
 } // namespace velmora

@@ -50,7 +50,7 @@ struct FilePiece {
     friend bool operator==(const FilePiece &, const FilePiece &) = default;
 };
 
-/// An open regular file. Used by one thread at a time; closed by the destructor.
+/// An open regular file, closed by the destructor. Any number of threads may read from it at once.
 class OpenFile {
 public:
     OpenFile() = default;

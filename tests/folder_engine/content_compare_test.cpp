@@ -2,7 +2,9 @@
 #include "core/crc32.h"
 #include "core/crc32_folding.h"
 #include "core/crew.h"
+#include "core/pair_scan.h"
 #include "folder/engine/folder_engine.h"
+#include "folder_engine/memory_files.h"
 #include "folder_engine/plain_engine.h"
 #include "folder_engine/test_tree.h"
 #include "support/test_main.h"
@@ -116,6 +118,49 @@ private Q_SLOTS:
         QVERIFY(!comparer.sameByCrc32(l, r));
         QCOMPARE(fileCrc32(l + u'x'), QByteArray());
         QCOMPARE(fileCrc32(tree.left()), QByteArray());
+    }
+
+    /// Several threads find what one finds, whatever differs, fails or ends where, and count each equal byte once.
+    void findsTheSameEndWithACrew()
+    {
+        constexpr qint64 block = 1024 * 1024;
+        std::mt19937 random(7);
+        const auto below = [&random](qint64 bound) { return qint64(random() % quint32(bound)); };
+        const QByteArray bytes = randomBytes(18 * block, 3);
+        PieceBuffers buffers;
+        for (int round = 0; round < 60; ++round) {
+            MemoryFiles files;
+            MemoryFiles::File &left = files.addFile(word("/l"), bytes);
+            MemoryFiles::File &right = files.addFile(word("/r"), bytes);
+            for (qint64 n = below(3); n > 0; --n)
+                right.bytes[below(bytes.size())] = 'x';
+            for (qint64 n = below(12); n > 0; --n) {
+                const qint64 zero = below(bytes.size());
+                left.bytes[zero] = right.bytes[zero] = 0;
+            }
+            if (below(4) == 0)
+                right.bytes.truncate(below(bytes.size()));
+            if (below(3) == 0)
+                left.failsAt = right.failsAt = below(bytes.size());
+            const auto opener = files.makeOpener();
+            const auto l = opener->open(word("/l"), OpenHint::Unknown);
+            const auto r = opener->open(word("/r"), OpenHint::Unknown);
+            for (const PieceRule rule : {PieceRule::Bytes, PieceRule::ZeroEndBlocks}) {
+                const PairScan scan(*l, *r, rule, {});
+                qint64 alone = 0;
+                qint64 together = 0;
+                const auto plain = scan.walk(
+                    0, PairScan::toTheEnd, buffers, [](qint64) { return true; }, [&](qint64 n) { alone += n; });
+                const auto crew = scan.walkWithCrew(0, buffers, [&](qint64 n) { together += n; });
+                QVERIFY(plain && crew);
+                QCOMPARE(crew->offset, plain->offset);
+                QCOMPARE(crew->same, plain->same);
+                QCOMPARE(crew->leftFailed, plain->leftFailed);
+                QCOMPARE(crew->rightFailed, plain->rightFailed);
+                if (plain->same)
+                    QCOMPARE(together, alone);
+            }
+        }
     }
 
     void runsACrewToItsEnd()
