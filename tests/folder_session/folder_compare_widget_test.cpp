@@ -413,23 +413,22 @@ private Q_SLOTS:
         const auto sizes = [&] { return shown(FolderColumn::LeftSize, FolderColumn::RightSize); };
         const auto times = [&] { return shown(FolderColumn::LeftTime, FolderColumn::RightTime); };
         TreeLineTreeWidget &left = f.session.view().leftPane();
-        constexpr int time = 123;
-        f.session.resize(200 * left.fontMetrics().averageCharWidth(), 500);
-        QTRY_COMPARE(std::pair(sizes(), times()), std::pair(1, 1));
-        left.horizontalHeader()->resizeSection(int(FolderColumn::LeftTime), time);
         const int name = 20 * left.fontMetrics().averageCharWidth();
-        const int size = left.columnWidth(int(FolderColumn::LeftSize));
+        // Wider than the bars, so that the window can be made too narrow for a column whatever the font.
+        const int column = f.session.minimumSizeHint().width();
         // The column of signs stands between the panes, a scroll bar beside them.
         const auto resizePanes = [&f](int width) { f.session.resize(2 * width + 80, 500); };
-        resizePanes(name + size + 2 * time);
+        resizePanes(name + 3 * column);
+        for (const FolderColumn sized : {FolderColumn::LeftSize, FolderColumn::LeftTime})
+            left.horizontalHeader()->resizeSection(int(sized), column);
         QTRY_COMPARE(std::pair(sizes(), times()), std::pair(1, 1));
-        resizePanes(name + size + time / 2);
+        resizePanes(name + column + column / 2);
         QTRY_COMPARE(std::pair(sizes(), times()), std::pair(1, 0));
-        resizePanes(name + size / 2);
+        resizePanes(name + column / 2);
         QTRY_COMPARE(std::pair(sizes(), times()), std::pair(0, 0));
-        resizePanes(name + size + 2 * time);
+        resizePanes(name + 3 * column);
         QTRY_COMPARE(std::pair(sizes(), times()), std::pair(1, 1));
-        QCOMPARE(f.session.view().rightPane().columnWidth(int(FolderColumn::RightTime)), time);
+        QCOMPARE(f.session.view().rightPane().columnWidth(int(FolderColumn::RightTime)), column);
     }
 
     void theKeyboardGoesFromThePathsToTheRows()

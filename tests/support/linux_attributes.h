@@ -14,7 +14,8 @@ namespace velmora::test {
 inline constexpr char accessListName[] = "system.posix_acl_access";
 inline constexpr char defaultListName[] = "system.posix_acl_default";
 
-/// An access list as the kernel takes it: owner rw-, user 12345 `user`, group `group`, mask rw-, others `other`.
+/// An access list as the kernel takes it: owner rwx, who has to get into folders with it, user 12345 `user`, group
+/// `group`, mask rw-, others `other`.
 inline QByteArray accessListOf(char user, char group, char other)
 {
     struct Entry {
@@ -24,7 +25,7 @@ inline QByteArray accessListOf(char user, char group, char other)
     };
     const quint32 nobody = ~quint32(0);
     const std::array<Entry, 5> entries{
-        {{1, 6, nobody}, {2, user, 12'345}, {4, group, nobody}, {16, 6, nobody}, {32, other, nobody}}};
+        {{1, 7, nobody}, {2, user, 12'345}, {4, group, nobody}, {16, 6, nobody}, {32, other, nobody}}};
     QByteArray bytes("\x02\0\0\0", 4);
     for (const Entry &entry : entries) {
         for (const char byte : {entry.tag, '\0', entry.rights, '\0'})

@@ -625,7 +625,7 @@ private Q_SLOTS:
         QTRY_VERIFY(encoding->isVisible() && !isBelow());
         f.session.resize(60 * letter, 500);
         QTRY_VERIFY(!encoding->isVisible() && isBelow());
-        QVERIFY(path->width() > 15 * path->fontMetrics().averageCharWidth());
+        QTRY_VERIFY(path->width() > 15 * path->fontMetrics().averageCharWidth());
         const auto boxes = f.session.findChildren<QCheckBox *>();
         for (const QCheckBox *box : boxes)
             QTRY_VERIFY(box->width() >= box->sizeHint().width());
