@@ -95,6 +95,11 @@ function(velmora_test name)
     target_compile_definitions(${name} PRIVATE VELMORA_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen" TIMEOUT 300)
+    if(VELMORA_TEST_USER)
+        add_test(NAME ${name}_as_user
+            COMMAND "${CMAKE_SOURCE_DIR}/scripts/as-user.sh" "${VELMORA_TEST_USER}" $<TARGET_FILE:${name}>)
+        set_tests_properties(${name}_as_user PROPERTIES TIMEOUT 300 SKIP_RETURN_CODE 77)
+    endif()
 endfunction()
 
 # velmora_static_libraries(LIBRARY RESULT): LIBRARY and every static library of the project that it links, directly or not.

@@ -42,10 +42,38 @@ quietly() {
     rm -f "$log"
 }
 
+# show_progress LOG: reads what apt-get says with APT::Status-Fd=1, keeps it in LOG, and shows how far it has come: in one line
+# that changes, or, where that cannot be seen, in a line for each tenth.
+show_progress() {
+    local log=$1 line kind percent what shown=-1
+    while IFS= read -r line; do
+        printf '%s\n' "$line" >>"$log"
+        IFS=: read -r kind _ percent what <<<"$line"
+        percent=${percent%%.*}
+        [[ $kind == ??status && $percent =~ ^[0-9]+$ ]] || continue
+        if [[ -t 2 ]]; then
+            printf '\r\033[K%3d %% %.70s' "$percent" "$what" >&2
+        elif ((percent / 10 != shown)); then
+            shown=$((percent / 10))
+            printf '%3d %% %s\n' "$percent" "$what" >&2
+        fi
+    done
+    [[ ! -t 2 ]] || printf '\r\033[K' >&2
+}
+
+# apt_get ARGUMENT…: as root, showing how far it has come; when that fails, with what apt-get has said and with ${by_hand[@]}.
 apt_get() {
-    local as_root=()
+    local as_root=() log
     ((EUID == 0)) || as_root=(sudo)
-    quietly "apt-get $1" "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q "$@"
+    log=$(mktemp)
+    # What sudo asks, and why it refuses, goes past the pipe.
+    if ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -o APT::Status-Fd=1 "$@" </dev/null |
+        show_progress "$log"; then
+        grep -v '^[dp][lm]status:' "$log" >&2 || true
+        rm -f "$log"
+        fail "apt-get $1 failed." "${by_hand[@]}"
+    fi
+    rm -f "$log"
 }
 
 # need_packages NAME…: installs those that are missing; looks up nothing on the network when none is.
@@ -61,25 +89,28 @@ need_packages() {
     if ((${#missing[@]} == 0)); then
         return
     fi
+    local by_hand=("To install by hand, as root:"
+        "  apt-get update && apt-get install --no-install-recommends ${missing[*]}")
     if ((EUID != 0)) && ! command -v sudo >/dev/null; then
-        fail "Packages are missing, and there is no sudo to install them with. As root:" \
-            "  apt-get install --no-install-recommends ${missing[*]}"
+        fail "Packages are missing, and there is no sudo to install them with." "${by_hand[@]}"
     fi
+    say "These packages are missing and get installed now, with what they need: ${missing[*]}"
+    ((EUID == 0)) || say "sudo may ask for your password."
 
     apt_get update
     local offered
     offered=$(apt-cache policy qt6-base-dev | awk '$1 == "Candidate:" && $2 != "(none)" {print $2}')
     [[ -z $offered ]] || refuse_old_qt "$offered"
-    say "Installing ${missing[*]}"
     apt_get install -y --no-install-recommends "${missing[@]}"
 }
 
 # The presets share what they compile alike, although each does so in a folder of its own.
 export CCACHE_NOHASHDIR=1
 
-# build PRESET: configures when needed and builds everything that the preset names.
+# build PRESET [OPTION…]: configures, with options for CMake, and builds everything that the preset names.
 build() {
     local preset=$1 folder=build/$1 qmake=/usr/lib/qt6/bin/qmake
+    shift
     if [[ -x $qmake ]]; then
         refuse_old_qt "$("$qmake" -query QT_VERSION)"
     fi
@@ -87,6 +118,9 @@ build() {
     if [[ -f $folder/CMakeCache.txt ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "$folder/CMakeCache.txt"; then
         rm -rf "$folder"
     fi
-    quietly "Configuring" cmake --preset "$preset"
+    if [[ ! -d $folder ]]; then
+        say "Building in $folder. The first time takes some minutes."
+    fi
+    quietly "Configuring" cmake --preset "$preset" "$@"
     cmake --build --preset "$preset" >&2
 }
