@@ -12,6 +12,11 @@ endif()
 
 install(FILES packaging/linux/velmora.desktop packaging/linux/velmora-workspace.desktop
     DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+# Where software centres look for the pictures of docs/images; whoever publishes the program names the true place.
+set(VELMORA_HOMEPAGE "https://velmora.invalid" CACHE STRING "Home page, with the pictures below images/")
+configure_file(packaging/linux/velmora.metainfo.xml.in invalid.velmora.velmora.metainfo.xml @ONLY)
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/invalid.velmora.velmora.metainfo.xml"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/metainfo")
 install(FILES packaging/linux/velmora.xml DESTINATION "${CMAKE_INSTALL_DATADIR}/mime/packages")
 install(FILES resources/icons/app.svg RENAME velmora.svg
     DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
@@ -54,6 +59,6 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1) # the number in packaging/debian/changelog
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-dejavu-core, qt6-wayland")
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "fonts-wqy-microhei")
+# Wayland desktops show it through their X server; Qt brings a font with Latin letters along.
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland, fonts-wqy-microhei")
 include(CPack)

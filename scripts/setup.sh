@@ -107,6 +107,17 @@ need_packages() {
 # The presets share what they compile alike, although each does so in a folder of its own.
 export CCACHE_NOHASHDIR=1
 
+# date_the_build PRESET: gives everything that is packed the time of the last commit, which a source archive carries along, so that
+# the same sources make the same packages. What was built under another date is built anew.
+date_the_build() {
+    local dated=build/$1/.source-date
+    export SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null || cat packaging/source-date)}
+    [[ $SOURCE_DATE_EPOCH =~ ^[0-9]+$ ]] || fail "Without git, SOURCE_DATE_EPOCH has to say from when the sources are."
+    [[ -f $dated && "$(<"$dated")" == "$SOURCE_DATE_EPOCH" ]] || rm -rf "build/$1"
+    mkdir -p "build/$1"
+    echo "$SOURCE_DATE_EPOCH" >"$dated"
+}
+
 # build PRESET [OPTION…]: configures, with options for CMake, and builds everything that the preset names.
 build() {
     local preset=$1 folder=build/$1 qmake=/usr/lib/qt6/bin/qmake
@@ -118,7 +129,7 @@ build() {
     if [[ -f $folder/CMakeCache.txt ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "$folder/CMakeCache.txt"; then
         rm -rf "$folder"
     fi
-    if [[ ! -d $folder ]]; then
+    if [[ ! -f $folder/CMakeCache.txt ]]; then
         say "Building in $folder. The first time takes some minutes."
     fi
     quietly "Configuring" cmake --preset "$preset" "$@"

@@ -5,6 +5,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 source scripts/setup.sh
 
 need_packages "${velmora_build_packages[@]}" dpkg-dev file
+date_the_build debian
 build debian
 rm -f build/debian/*.deb
 (cd build/debian && quietly "Packing" cpack -G DEB)

@@ -66,8 +66,17 @@ mkdir "$work/unpacked folder"
 unzip -q "$zip" -d "$work/unpacked folder"
 starts "archive" "$(echo "$work"/unpacked\ folder/velmora-*)"
 
+# A search path that is longer than any string of an installer, and names a variable.
+path="%USERPROFILE%\\bin;$(printf 'C:\\a folder of %03d\\with tools;' {1..100})C:\\last"
+wine reg add 'HKCU\Environment' /v Path /t REG_EXPAND_SZ /d "$path" /f >/dev/null
+search_path() { registry Environment | sed -n 's/^ *Path *REG_EXPAND_SZ *//p'; }
+expect "a long search path is set" "$(search_path)" "$path"
+
 before=$(registry 'Software\Classes'; find "$c" -iname '*velmora*' | sort)
 wine "$setup" /S
+expect "the search path stays when nobody asks" "$(search_path)" "$path"
+expect "no entries in Explorer's menu when nobody asks" "$(registry 'Software\Classes' | grep -c 'VelmoraAs')" 0
+wine "$setup" /S /EXPLORER /PATH
 installed=$(echo "$c"/users/*/AppData/Local/Programs/Velmora)
 menu=$(echo "$c"/users/*/AppData/Roaming/Microsoft/Windows/Start\ Menu/Programs)
 native="C:\\$(tr / '\\' <<<"${installed#"$c"/}")"
@@ -78,6 +87,11 @@ has "uninstaller is known" "$(registry 'Software\Microsoft\Windows\CurrentVersio
 has "session files belong to the program" "$(registry 'Software\Classes\Velmora.Session')" 'velmora.exe" "%1"'
 has "workspaces belong to the program" "$(registry 'Software\Classes\Velmora.Workspace')" 'velmora.exe" --workspace "%1"'
 starts "installed" "$installed"
+expect "the folder is behind the search path" "$(search_path)" "$path;$native"
+has "velmora-cli is on the PATH" "$(cd / && wine cmd /c 'velmora-cli --version')" "velmora-cli 1.0.0"
+verbs() { registry 'Software\Classes' | grep -A3 'VelmoraAs\(Left\|Right\)'; }
+has "Explorer's menu has the entries" "$(verbs)" "velmora.exe\" --as-right \"%1\""
+entries=$(verbs)
 
 # What only an older version had goes, what a person put there stays.
 touch "$installed/mine.txt"
@@ -86,6 +100,8 @@ wine "$setup" /S
 [[ -f $installed/velmora-cli.exe && -f $installed/mine.txt ]] || fail "An update does not bring back what it needs."
 say "ok: an update brings back what it needs"
 rm "$installed/mine.txt"
+expect "an update keeps the entries in Explorer's menu" "$(verbs)" "$entries"
+expect "an update keeps the search path" "$(search_path)" "$path;$native"
 
 # Refuses while the program is in use; "_?=" keeps the uninstaller from going on in a copy of itself, so that its status is seen.
 open_window "$installed"
@@ -105,4 +121,5 @@ done
 expect "another copy's entry in Explorer's menu stays" "$(registry 'Software\Classes\*\shell' | grep -c VelmoraAs)" 1
 wine reg delete 'HKCU\Software\Classes\*' /f >/dev/null
 expect "nothing is left behind" "$(registry 'Software\Classes'; find "$c" -iname '*velmora*' | sort)" "$before"
+expect "the search path is as it was" "$(search_path)" "$path"
 expect "the uninstaller is forgotten" "$(registry 'Software\Microsoft\Windows\CurrentVersion\Uninstall\Velmora')" ""

@@ -8,6 +8,7 @@ source scripts/setup.sh
 source scripts/windows.sh
 
 need_packages "${windows_build_packages[@]}" nsis zip
+date_the_build windows-package
 build_windows windows-package
 
 built=build/windows-package
@@ -49,15 +50,23 @@ dos /usr/share/doc/gcc-mingw-w64-x86-64-posix-runtime/copyright licences/gcc-run
 dos /usr/share/doc/mingw-w64-x86-64-dev/copyright licences/mingw-w64.txt
 dos packaging/windows/readme.txt README.txt
 
-(cd "$built/stage" && find "$name" -exec touch --no-dereference --date=@"${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}" {} + &&
+# Neither the clock and its zone nor rights and order in the folder may show in what is packed.
+export TZ=UTC
+chmod -R u=rwX,go=rX "$stage"
+(cd "$built/stage" && find "$name" -exec touch --no-dereference --date="@$SOURCE_DATE_EPOCH" {} + &&
     find "$name" -type f | LC_ALL=C sort | zip -q -X -9 "../$name-windows-x64.zip" -@)
+(cd "$stage" && find . -type f -printf '%P\n' | LC_ALL=C sort | while read -r file; do
+    [[ $file == */* ]] && folder="\\${file%/*}" || folder=
+    printf 'SetOutPath "$INSTDIR%s"\nFile "%s"\n' "${folder//\//\\}" "$PWD/$file"
+done) >"$built/install-files.nsh"
 
 # The uninstaller removes what was installed, file by file, and never a folder with something else in it.
 (cd "$stage" && find . -type f -printf '%P\n' | LC_ALL=C sort | tr / '\\' | sed 's/.*/Delete "$INSTDIR\\&"/' &&
     find . -mindepth 1 -type d -printf '%P\n' | LC_ALL=C sort -r | tr / '\\' | sed 's/.*/RMDir "$INSTDIR\\&"/') \
     >"$built/uninstall-files.nsh"
 quietly "Making the installer" makensis -V2 -DVERSION="$version" -DSTAGE="$PWD/$stage" \
+    -DINSTALL_FILES="$PWD/$built/install-files.nsh" \
     -DUNINSTALL_FILES="$PWD/$built/uninstall-files.nsh" -DICON="$PWD/resources/icons/app.ico" \
-    -DSIZE_KB="$(du -sk --apparent-size "$stage" | cut -f1)" \
+    -DSIZE_KB="$(find "$stage" -type f -printf '%s\n' | awk '{sum += $1} END {print int(sum / 1024) + 1}')" \
     -DOUTPUT="$PWD/$built/$name-windows-x64-setup.exe" packaging/windows/installer.nsi
 ls "$PWD/$built"/velmora-*.{zip,exe}
