@@ -42,7 +42,7 @@ quietly() {
     rm -f "$log"
 }
 
-# show_progress LOG: reads what apt-get says with APT::Status-Fd=1, keeps it in LOG, and shows how far it has come: in one line
+# show_progress LOG: reads what apt-get says with APT::Status-Fd, keeps it in LOG, and shows how far it has come: in one line
 # that changes, or, where that cannot be seen, in a line for each tenth.
 show_progress() {
     local log=$1 line kind percent what shown=-1
@@ -66,9 +66,10 @@ apt_get() {
     local as_root=() log
     ((EUID == 0)) || as_root=(sudo)
     log=$(mktemp)
-    # What sudo asks, and why it refuses, goes past the pipe.
-    if ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -o APT::Status-Fd=1 "$@" </dev/null |
-        show_progress "$log"; then
+    # What apt-get reports goes into the pipe; what sudo asks, and why it refuses, goes past it. The status has a number of its own:
+    # dpkg closes that for the scripts of packages, which write to their standard output.
+    if ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive sh -c 'exec apt-get "$@" 3>&1 2>&1' sh -q -o APT::Status-Fd=3 "$@" \
+        </dev/null | show_progress "$log"; then
         grep -v '^[dp][lm]status:' "$log" >&2 || true
         rm -f "$log"
         fail "apt-get $1 failed." "${by_hand[@]}"

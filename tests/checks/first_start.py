@@ -28,7 +28,7 @@ def install(sudo, apt="exit 0"):
         fake(folder, "apt-cache", "exit 0")
         if sudo:
             fake(folder, "sudo", sudo)
-        for name in ("bash", "env", "mktemp", "cat", "rm", "grep", "awk", "sort", "head", "id"):
+        for name in ("bash", "env", "sh", "mktemp", "cat", "rm", "grep", "awk", "sort", "head", "id"):
             (folder / name).symlink_to(subprocess.check_output(["sh", "-c", "command -v " + name], text=True).strip())
         ordinary = {"user": 65534, "group": 65534, "extra_groups": []} if os.geteuid() == 0 else {}
         # Read here: an ordinary user may not get at the project.
@@ -47,7 +47,7 @@ def problems_of_installing():
     said, succeeded = install(None)
     if succeeded or root_line not in said:
         yield "no sudo", said
-    said, succeeded = install('exec "$@"', 'echo "E: nothing there"; exit 100')
+    said, succeeded = install('exec "$@"', 'echo "E: nothing there" >&2; exit 100')
     if succeeded or not 0 <= said.find("E: nothing there") < said.find(root_line):
         yield "an apt-get that fails", said
     said, succeeded = install('exec "$@"', 'echo "pmstatus:wanted:42.1:Unpacking wanted"')
