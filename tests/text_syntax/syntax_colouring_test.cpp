@@ -194,6 +194,7 @@ private Q_SLOTS:
         f.compare(f.file(QStringLiteral("a.cpp"), text), f.file(QStringLiteral("b.cpp"), text));
         f.session.show();
         const QColor ink = syntaxInks(isDarkTheme())[std::size_t(SyntaxRole::Keyword)];
+        const qreal usualSize = f.session.view().fontPointSize();
         f.session.view().setFontPointSize(30); // a thin font shows its ink unmixed only when it is large
         DiffPane &pane = f.session.view().pane(Side::Left);
         const int inked = pixelsIn(pane, ink);
@@ -207,6 +208,7 @@ private Q_SLOTS:
         }
         toggle->trigger();
         QCOMPARE(pixelsIn(pane, ink), inked);
+        f.session.view().setFontPointSize(usualSize); // is remembered
     }
 };
 
