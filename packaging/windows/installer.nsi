@@ -208,7 +208,7 @@ FunctionEnd
 !insertmacro EditPath ""
 !insertmacro EditPath "un."
 
-Section "${PROGRAM}" Program
+Section "${PROGRAM}" ProgramSection
     SectionIn RO
     SetShellVarContext current
     InitPluginsDir
@@ -238,23 +238,23 @@ Section "${PROGRAM}" Program
     WriteRegDWORD HKCU "${UNINSTALL_KEY}" "NoRepair" 1
 SectionEnd
 
-Section /o "$(ExplorerEntries)" Explorer
+Section /o "$(ExplorerEntries)" ExplorerSection
     !insertmacro AddVerb "*" VelmoraAsLeft "用 Velmora 选为比较左侧" --as-left
     !insertmacro AddVerb "*" VelmoraAsRight "用 Velmora 选为比较右侧" --as-right
     !insertmacro AddVerb Directory VelmoraAsLeft "用 Velmora 选为比较左侧" --as-left
     !insertmacro AddVerb Directory VelmoraAsRight "用 Velmora 选为比较右侧" --as-right
 SectionEnd
 
-Section /o "$(SearchPath)" Path
+Section /o "$(SearchPath)" PathSection
     StrCpy $9 add
     Call EditPath
 SectionEnd
 
 Section # what an older version has put there and is not wanted any more goes
-    ${IfNot} ${SectionIsSelected} ${Explorer}
+    ${IfNot} ${SectionIsSelected} ${ExplorerSection}
         !insertmacro RemoveVerbs
     ${EndIf}
-    ${IfNot} ${SectionIsSelected} ${Path}
+    ${IfNot} ${SectionIsSelected} ${PathSection}
         StrCpy $9 remove
         Call EditPath
     ${EndIf}
@@ -262,9 +262,9 @@ Section # what an older version has put there and is not wanted any more goes
 SectionEnd
 
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
-    !insertmacro MUI_DESCRIPTION_TEXT ${Program} "$(AboutProgram)"
-    !insertmacro MUI_DESCRIPTION_TEXT ${Explorer} "$(AboutExplorerEntries)"
-    !insertmacro MUI_DESCRIPTION_TEXT ${Path} "$(AboutSearchPath)"
+    !insertmacro MUI_DESCRIPTION_TEXT ${ProgramSection} "$(AboutProgram)"
+    !insertmacro MUI_DESCRIPTION_TEXT ${ExplorerSection} "$(AboutExplorerEntries)"
+    !insertmacro MUI_DESCRIPTION_TEXT ${PathSection} "$(AboutSearchPath)"
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
 ; Chosen is what the command line asks for, and what is there already.
@@ -273,21 +273,21 @@ Function .onInit
     ClearErrors
     ${GetOptions} $0 "/EXPLORER" $1
     ${IfNot} ${Errors}
-        !insertmacro SelectSection ${Explorer}
+        !insertmacro SelectSection ${ExplorerSection}
     ${EndIf}
     ReadRegStr $1 HKCU "Software\Classes\*\shell\VelmoraAsLeft" "Icon"
     ${If} $1 == "$INSTDIR\velmora.exe,0"
-        !insertmacro SelectSection ${Explorer}
+        !insertmacro SelectSection ${ExplorerSection}
     ${EndIf}
     ClearErrors
     ${GetOptions} $0 "/PATH" $1
     ${IfNot} ${Errors}
-        !insertmacro SelectSection ${Path}
+        !insertmacro SelectSection ${PathSection}
     ${EndIf}
     StrCpy $9 look
     Call EditPath
     ${If} $8 = 1
-        !insertmacro SelectSection ${Path}
+        !insertmacro SelectSection ${PathSection}
     ${EndIf}
 FunctionEnd
 
