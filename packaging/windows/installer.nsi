@@ -34,6 +34,7 @@ VIAddVersionKey "LegalCopyright" "Copyright (c) 2026 The Velmora developers; MIT
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
 !define MUI_ABORTWARNING
+!define MUI_COMPONENTSPAGE_SMALLDESC
 !define MUI_FINISHPAGE_RUN "$INSTDIR\velmora.exe"
 !insertmacro MUI_PAGE_LICENSE "${STAGE}\licences\velmora.txt"
 !insertmacro MUI_PAGE_COMPONENTS
@@ -47,8 +48,8 @@ VIAddVersionKey "LegalCopyright" "Copyright (c) 2026 The Velmora developers; MIT
 
 LangString Running ${LANG_ENGLISH} "Velmora is running. Close it and try again."
 LangString Running ${LANG_SIMPCHINESE} "Velmora 正在运行。请将其关闭后重试。"
-LangString ExplorerEntries ${LANG_ENGLISH} "Entries in Explorer's context menu"
-LangString ExplorerEntries ${LANG_SIMPCHINESE} "资源管理器右键菜单项"
+LangString ExplorerEntries ${LANG_ENGLISH} "Explorer context menu"
+LangString ExplorerEntries ${LANG_SIMPCHINESE} "资源管理器右键菜单"
 LangString SearchPath ${LANG_ENGLISH} "velmora-cli on the PATH"
 LangString SearchPath ${LANG_SIMPCHINESE} "将 velmora-cli 加入 PATH"
 LangString AboutProgram ${LANG_ENGLISH} "The program with its window, and velmora-cli for the command line."
