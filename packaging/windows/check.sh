@@ -123,7 +123,11 @@ for ((tenth = 0; tenth < 300; ++tenth)); do
     sleep 0.1
 done
 expect "another copy's entry in Explorer's menu stays" "$(registry 'Software\Classes\*\shell' | grep -c 'VelmoraAs[A-Z][a-z]*$')" 1
-wine reg delete 'HKCU\Software\Classes\*' /f >/dev/null
+expect "no entry stays in the menu of folders" "$(registry 'Software\Classes\Directory' | grep -c Velmora)" 0
+# Keys that hold the entries of all programs stay, empty here.
+for class in '*' Directory; do
+    wine reg delete "HKCU\\Software\\Classes\\$class" /f >/dev/null
+done
 expect "nothing is left behind" "$(registry 'Software\Classes'; find "$c" -iname '*velmora*' | sort)" "$before"
 expect "the search path is as it was" "$(search_path)" "$path"
 expect "the uninstaller is forgotten" "$(registry 'Software\Microsoft\Windows\CurrentVersion\Uninstall\Velmora')" ""
