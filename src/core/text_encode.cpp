@@ -1,5 +1,7 @@
 #include "core/text_encode.h"
 
+#include "core/text_transcode.h"
+#include "core/utf8_text.h"
 #include "platform/text_codec.h"
 
 #include <algorithm>
@@ -117,37 +119,62 @@ size_t encodeWithCodec(std::string_view utf8, QByteArray &bytes, const QByteArra
     return utf8.size();
 }
 
-using Encoder = size_t (*)(std::string_view, QByteArray &, const CancelFlag &);
+size_t copyUtf8(std::string_view utf8, QByteArray &bytes, const CancelFlag & /*cancel*/)
+{
+    bytes.append(utf8.data(), qsizetype(utf8.size()));
+    return utf8.size();
+}
 
-Encoder builtInEncoder(const QByteArray &charset)
+/// Appends `utf8` to `bytes`; returns how much of it, all of it when cancelled.
+size_t encode(std::string_view utf8, QByteArray &bytes, const QByteArray &charset, const CancelFlag &cancel)
 {
     struct Entry {
         const char *charset;
-        Encoder encoder;
+        size_t (*encoder)(std::string_view, QByteArray &, const CancelFlag &);
     };
     static constexpr Entry entries[] = {
-        {"UTF-16LE", encodeUtf16<false>}, {"UTF-16BE", encodeUtf16<true>},    {"UTF-32LE", encodeUtf32<false>},
-        {"UTF-32BE", encodeUtf32<true>},  {"ISO-8859-1", encodeBytes<0x100>}, {"US-ASCII", encodeBytes<0x80>},
+        {"UTF-8", copyUtf8},
+        {"UTF-16LE", encodeUtf16<false>},
+        {"UTF-16BE", encodeUtf16<true>},
+        {"UTF-32LE", encodeUtf32<false>},
+        {"UTF-32BE", encodeUtf32<true>},
+        {"ISO-8859-1", encodeBytes<0x100>},
+        {"US-ASCII", encodeBytes<0x80>},
     };
     for (const Entry &entry : entries) {
         if (charset == entry.charset)
-            return entry.encoder;
+            return entry.encoder(utf8, bytes, cancel);
     }
-    return nullptr;
+    return encodeWithCodec(utf8, bytes, charset, cancel);
 }
 
-QString fromUtf8(std::string_view utf8)
+/// Where what `bytes` mean in `encoding` first differs from `utf8`, which they were made of; its size when nowhere.
+size_t firstMisread(std::string_view utf8, std::string_view bytes, const TextEncoding &encoding,
+                    const CancelFlag &cancel)
 {
-    return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+    const QByteArray mark = encoding.markBytes();
+    if (!mark.isEmpty() && bytes.starts_with(std::string_view(mark.constData(), size_t(mark.size()))))
+        bytes.remove_prefix(size_t(mark.size()));
+    if (encoding.charset() == "UTF-8") // needs no decoding: the bytes are the text, unless a mark was taken off it
+        return bytes.size() == utf8.size() ? utf8.size() : 0;
+    const QByteArray readAgain = transcodeToUtf8(bytes, encoding.charset(), cancel).bytes;
+    const std::string_view again(readAgain.constData(), size_t(readAgain.size()));
+    if (again == utf8 || cancel.isCancelled())
+        return utf8.size();
+    const auto differing = std::mismatch(utf8.begin(), utf8.end(), again.begin(), again.end());
+    auto at = std::min(size_t(differing.first - utf8.begin()), utf8.size() - 1);
+    while (at > 0 && (static_cast<unsigned char>(utf8[at]) & 0xC0) == 0x80)
+        --at;
+    return at;
 }
 
 void noteFailure(EncodedText &text, std::string_view utf8, size_t at)
 {
     const size_t lineFeed = at == 0 ? std::string_view::npos : utf8.rfind('\n', at - 1);
     const size_t lineStart = lineFeed == std::string_view::npos ? 0 : lineFeed + 1;
-    text.failedCharacter = fromUtf8(utf8.substr(at, codePointAt(utf8, at).length));
+    text.failedCharacter = textOfUtf8(utf8.substr(at, codePointAt(utf8, at).length));
     text.failedLine = std::count(utf8.begin(), utf8.begin() + qsizetype(at), '\n');
-    text.failedColumn = fromUtf8(utf8.substr(lineStart, at - lineStart)).size();
+    text.failedColumn = textOfUtf8(utf8.substr(lineStart, at - lineStart)).size();
 }
 
 /// The place of the first surrogate without its partner, -1 when there is none.
@@ -168,15 +195,14 @@ qsizetype loneSurrogate(QStringView text)
 EncodedText encodeText(std::string_view utf8, const TextEncoding &encoding, const CancelFlag &cancel)
 {
     EncodedText text;
-    if (encoding.hasMark())
-        text.bytes = encoding.markBytes();
-    if (encoding.isAutomatic() || encoding.charset() == "UTF-8") {
-        text.bytes.append(utf8.data(), qsizetype(utf8.size()));
+    if (utf8.empty() && !encoding.hasMark())
         return text;
-    }
-    const Encoder encoder = builtInEncoder(encoding.charset());
-    const size_t done =
-        encoder ? encoder(utf8, text.bytes, cancel) : encodeWithCodec(utf8, text.bytes, encoding.charset(), cancel);
+    const TextEncoding target = encoding.isAutomatic() ? TextEncoding::ofCharset("UTF-8", false) : encoding;
+    if (target.hasMark())
+        text.bytes = target.markBytes();
+    size_t done = encode(utf8, text.bytes, target.charset(), cancel);
+    if (done == utf8.size() && !cancel.isCancelled())
+        done = firstMisread(utf8, {text.bytes.constData(), size_t(text.bytes.size())}, target, cancel);
     if (done < utf8.size())
         noteFailure(text, utf8, done);
     return text;

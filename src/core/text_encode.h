@@ -17,12 +17,13 @@ struct EncodedText {
     qsizetype failedLine = -1;   ///< its line, 0-based
     qsizetype failedColumn = -1; ///< its place in the line, 0-based in UTF-16 code units
 
-    [[nodiscard]] bool ok() const noexcept { return failedCharacter.isEmpty(); }
+    [[nodiscard]] bool ok() const noexcept { return failedLine < 0; }
 };
 
 /// The bytes of `utf8` in `encoding`; automatic detection stands for UTF-8. Never writes a substitute for a character
-/// that the encoding lacks. Line ends stay as they are. Precondition: `utf8` is valid UTF-8. Incomplete when `cancel`
-/// is set on the way. Reentrant.
+/// that the encoding lacks: the bytes are decoded again, and a character that would come back as another, or as none,
+/// counts as lacking (an escape that a charset switches by; U+FEFF at the start where it would be read as a mark). Line
+/// ends stay as they are. Precondition: `utf8` is valid UTF-8. Incomplete when `cancel` is set on the way. Reentrant.
 [[nodiscard]] EncodedText encodeText(std::string_view utf8, const TextEncoding &encoding,
                                      const CancelFlag &cancel = {});
 

@@ -1,6 +1,7 @@
 #include "core/text_lines.h"
 
 #include "core/text_scan.h"
+#include "core/utf8_text.h"
 
 #include <algorithm>
 #include <array>
@@ -97,15 +98,8 @@ LineEnd TextLines::lineEnd(qsizetype index) const noexcept
 
 QString TextLines::text(qsizetype index) const
 {
-    std::string_view utf8 = line(index);
-    if (m_ascii)
-        return QString::fromLatin1(utf8.data(), qsizetype(utf8.size()));
-    // Inside a text the byte order mark is a character like any other, but the conversion would drop it.
-    QString marks;
-    for (; utf8.starts_with("\xEF\xBB\xBF"); utf8.remove_prefix(3))
-        marks += QChar(QChar::ByteOrderMark);
-    const QString rest = QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
-    return marks.isEmpty() ? rest : marks + rest;
+    const std::string_view utf8 = line(index);
+    return m_ascii ? QString::fromLatin1(utf8.data(), qsizetype(utf8.size())) : textOfUtf8(utf8);
 }
 
 std::string_view TextLines::bytes() const noexcept

@@ -207,9 +207,10 @@ void decodeWithCodec(Utf8Output &output, std::string_view bytes, TextCodec &code
             ++at;
         } else if (step.stop == TextCodec::Stop::Incomplete && last) {
             appendReplacementTo(output);
-            return;
+            break;
         }
     }
+    codec.finishDecoding(output.bytes);
 }
 
 using Decoder = void (*)(Utf8Output &, std::string_view, const CancelFlag &);

@@ -34,6 +34,9 @@ public:
     /// Appends what `bytes` mean to `utf8`, as far as they are whole and known.
     virtual Step decode(std::string_view bytes, QByteArray &utf8) = 0;
 
+    /// Appends the last character where the charset lets it wait for an accent that may follow.
+    virtual void finishDecoding(QByteArray &utf8) = 0;
+
     /// Appends `utf8`, whole characters, to `bytes` as far as the charset has them. Never writes a substitute.
     virtual Step encode(std::string_view utf8, QByteArray &bytes) = 0;
 

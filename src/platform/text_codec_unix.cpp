@@ -69,6 +69,7 @@ public:
 
     Step decode(std::string_view bytes, QByteArray &utf8) override { return m_decoder.convert(bytes, utf8); }
     Step encode(std::string_view utf8, QByteArray &bytes) override { return m_encoder.convert(utf8, bytes); }
+    void finishDecoding(QByteArray &utf8) override { m_decoder.finish(utf8); }
     void finishEncoding(QByteArray &bytes) override { m_encoder.finish(bytes); }
 
 private:

@@ -80,7 +80,9 @@ public:
         size_t done = 0;
         while (done < utf8.size()) {
             const std::string_view stretch = wholeLines(utf8.substr(done));
-            const QString text = QString::fromUtf8(stretch.data(), qsizetype(stretch.size()));
+            QString text;
+            if (!toUtf16(CP_UTF8, MB_ERR_INVALID_CHARS, stretch, text))
+                return {done, Stop::Invalid};
             if (!fromUtf16(text, bytes)) {
                 const Step step = encodeOneByOne(text, bytes);
                 return {done + step.consumed, step.stop};
@@ -90,6 +92,7 @@ public:
         return {done, Stop::End};
     }
 
+    void finishDecoding(QByteArray &) override {}
     void finishEncoding(QByteArray &) override {}
 
 private:
@@ -123,9 +126,13 @@ private:
 
     [[nodiscard]] bool toUtf16(std::string_view bytes, QString &text) const
     {
-        const DWORD flags = isStateful() ? 0 : MB_ERR_INVALID_CHARS;
+        return toUtf16(m_codePage, isStateful() ? 0 : MB_ERR_INVALID_CHARS, bytes, text);
+    }
+
+    [[nodiscard]] static bool toUtf16(UINT codePage, DWORD flags, std::string_view bytes, QString &text)
+    {
         text.resize(qsizetype(bytes.size()) * 2);
-        const int length = MultiByteToWideChar(m_codePage, flags, bytes.data(), int(bytes.size()),
+        const int length = MultiByteToWideChar(codePage, flags, bytes.data(), int(bytes.size()),
                                                reinterpret_cast<wchar_t *>(text.data()), int(text.size()));
         text.resize(std::max(length, 0));
         return length > 0 || bytes.empty();

@@ -19,7 +19,7 @@ constexpr qsizetype writeStep = 1024 * 1024;
 /// character, and decoding keeps no record of which one it was.
 bool keepsBytes(const TextEncoding &encoding, const QByteArray &onDisk)
 {
-    if (encoding.charset().startsWith("UTF-"))
+    if (!encoding.markBytes().isEmpty()) // the forms of Unicode that have one spelling of each character
         return true;
     const DecodedText decoded = decodeText(onDisk, encoding);
     return decoded.undecodable > 0 || encodeText(decoded.lines.bytes(), encoding).bytes == onDisk;

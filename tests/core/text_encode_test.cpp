@@ -56,6 +56,43 @@ private Q_SLOTS:
         }
     }
 
+    /// Each a text whose bytes would be read as another one: half of it lost, or a letter turned into a command.
+    void refusesWhatWouldNotBeReadAgain()
+    {
+        struct Case {
+            const char *encoding;
+            QString text;
+            qsizetype line;
+            qsizetype column;
+        };
+        const QString mark(QChar::ByteOrderMark);
+        QList<Case> cases{{"UTF-8", mark + u'a', 0, 0},
+                          {"UTF-16 LE", {}, -1, -1},
+                          {"UTF-8 BOM", mark + u'a', -1, -1},
+                          {"UTF-16 BE", mark + mark + u'a', -1, -1},
+                          {"ISO-2022-JP", QStringLiteral("一\n\x1B$B!!"), 1, 0}};
+        for (const char *withoutIt : {"ASCII", "ISO-8859-1", "Big5", "Shift-JIS", "windows-1252", "EUC-KR"})
+            cases.append({withoutIt, QStringLiteral("a\nab%1c\nd\n").arg(mark), 1, 2});
+        for (const Case &tried : cases) {
+            if (!TextEncoding::isKnownName(QString::fromLatin1(tried.encoding))) // to this system
+                continue;
+            const EncodedText encoded =
+                encodeText(tried.text, TextEncoding::fromName(QString::fromLatin1(tried.encoding)));
+            QVERIFY2(encoded.failedLine == tried.line && encoded.failedColumn == tried.column, tried.encoding);
+            QCOMPARE(encoded.ok(), encoded.failedCharacter.isEmpty());
+        }
+    }
+
+    /// Some charsets let a letter wait for the accent that may follow it.
+    void readsTheLastLetterThatWaitsForAnAccent()
+    {
+        for (const char *charset : {"windows-1258", "windows-1255", "TCVN", "BIG5-HKSCS", "EUC-JISX0213"}) {
+            const TextEncoding encoding = TextEncoding::fromName(QString::fromLatin1(charset));
+            const DecodedText text = decodeText("abe", encoding);
+            QVERIFY2(encoding.isAutomatic() || text.lines.bytes() == "abe", charset);
+        }
+    }
+
     void refusesLoneSurrogatesInEveryEncoding()
     {
         const QString text = QStringLiteral("😀\nx") + QChar(0xD83D) + u'y';

@@ -1,7 +1,9 @@
 #include "core/text_lines.h"
 #include "edit_fixture.h"
 #include "support/test_main.h"
+#include "text/syntax/syntax_checkpoints.h"
 #include "text/text_saver.h"
+#include "text/view/intra_line_changes.h"
 
 #include <QJsonObject>
 
@@ -144,15 +146,46 @@ private Q_SLOTS:
         QCOMPARE(contentOf(path), QByteArray("\xEF\xBB\xBFnew\n"));
     }
 
-    /// Shift-JIS stores some characters in two ways, and only one of them is written.
+    /// Some encodings store a character in two ways, and only one of them is written.
     void refusesToWriteUneditedLinesInOtherBytes()
     {
+        const QList<std::pair<QString, QByteArray>> cases{
+            {QStringLiteral("Shift-JIS"), "\xFA\x4A and \x87\x54\n"}, // both the Roman numeral one
+            {QStringLiteral("UTF-7"), "a and +AGE-\n"}};
         SessionFixture f;
-        const QByteArray twice("\xFA\x4A and \x87\x54\n"); // both the Roman numeral one
-        const QString path = f.file(QStringLiteral("f"), twice);
-        const TextSaveResult result = save("edited\n", QStringLiteral("Shift-JIS"), path);
-        QCOMPARE(result.end, TextSaveResult::End::NotFaithful);
-        QCOMPARE(contentOf(path), twice);
+        for (const auto &[encoding, twice] : cases) {
+            if (!TextEncoding::isKnownName(encoding)) // to this system
+                continue;
+            const QString path = f.file(QStringLiteral("f"), twice);
+            const TextSaveResult result = save("edited\n", encoding, path);
+            QCOMPARE(result.end, TextSaveResult::End::NotFaithful);
+            QCOMPARE(contentOf(path), twice);
+        }
+    }
+
+    void neverCutsAFileOffAtAMarkWithinTheText()
+    {
+        SessionFixture f;
+        for (const char *encoding : {"ASCII", "Big5", "windows-1252", "EUC-KR"}) {
+            const QString path = f.file(QStringLiteral("f"), "old\n");
+            const TextSaveResult result =
+                save("one\ntw\xEF\xBB\xBFo\nthree\nfour\n", QString::fromLatin1(encoding), path);
+            QVERIFY2(result.end == TextSaveResult::End::NotEncodable, encoding);
+            QCOMPARE(result.character, QString(QChar(QChar::ByteOrderMark)));
+            QCOMPARE(result.line, 1);
+            QCOMPARE(contentOf(path), QByteArray("old\n"));
+        }
+    }
+
+    void aMarkWithinTheTextIsALetter()
+    {
+        const auto source = [](const char *letters) {
+            return std::make_shared<TextLinesSource>(TextLines::split(QByteArray("\xEF\xBB\xBF") + letters));
+        };
+        const DiffDocument document({{Modified, 1, 1}}, source("ab"), source("ac"));
+        QCOMPARE(document.source(Side::Left).text(0), QStringLiteral("\uFEFFab"));
+        QCOMPARE(findRowChanges(document, 0).right, (QList<CharRange>{{2, 1}}));
+        QCOMPARE(colouredPart(document.source(Side::Left).bytes(0)), QStringLiteral("\uFEFFab"));
     }
 };
 

@@ -1,5 +1,6 @@
 #include "text/syntax/syntax_checkpoints.h"
 
+#include "core/utf8_text.h"
 #include "text/syntax/syntax_scanner.h"
 
 #include <algorithm>
@@ -16,7 +17,7 @@ QString colouredPart(std::string_view utf8)
             --end;
         utf8 = utf8.substr(0, end);
     }
-    return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+    return textOfUtf8(utf8);
 }
 
 SyntaxCheckpoints::SyntaxCheckpoints() : m_entries(1) {}

@@ -1,3 +1,4 @@
+#include "core/utf8_text.h"
 #include "session/translate.h"
 #include "text/view/diff_pane.h"
 #include "text/view/utf8_units.h"
@@ -57,7 +58,7 @@ QString DiffPane::currentLine() const
     if (!cell.source)
         return {};
     const std::string_view utf8 = cell.source->bytes(cell.line);
-    return QString::fromUtf8(utf8.data(), std::min(byteOfUnit(utf8, longestTold), qsizetype(utf8.size())));
+    return textOfUtf8(utf8.substr(0, std::size_t(byteOfUnit(utf8, longestTold))));
 }
 
 void DiffPane::selectInLine(qsizetype start, qsizetype end)

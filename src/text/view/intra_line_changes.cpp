@@ -1,5 +1,6 @@
 #include "text/view/intra_line_changes.h"
 
+#include "core/utf8_text.h"
 #include "text/view/utf8_units.h"
 
 #include <algorithm>
@@ -38,11 +39,6 @@ std::size_t commonSuffix(std::string_view a, std::string_view b)
     return length;
 }
 
-QString decoded(std::string_view utf8)
-{
-    return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
-}
-
 qint64 cells(std::string_view a, std::string_view b)
 {
     return qint64(a.size()) * qint64(b.size());
@@ -55,7 +51,7 @@ QList<CharRange> changesAt(qint32 offset, std::string_view other, std::string_vi
         return {};
     if (cells(other, text) > cellsAtMost)
         return {{offset, qint32(utf16Length(text))}};
-    QList<CharRange> ranges = intraLineChanges(decoded(other), decoded(text), cancel);
+    QList<CharRange> ranges = intraLineChanges(textOfUtf8(other), textOfUtf8(text), cancel);
     for (CharRange &range : ranges)
         range.start += offset;
     return ranges;

@@ -1,5 +1,7 @@
 #include "text/view/line_renderer.h"
 
+#include "core/utf8_text.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 
@@ -153,8 +155,7 @@ LineRenderer::Laid &LineRenderer::laid(Entry &entry, qsizetype segment)
         return known->second;
     if (entry.laid.size() >= keptSegments)
         entry.laid.clear();
-    const std::string_view utf8 = entry.segments.bytes(segment);
-    QString text = QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+    QString text = textOfUtf8(entry.segments.bytes(segment));
     Laid made;
     made.hidden = takeHiddenCharacters(text);
     made.layout = makeLayout(text, entry.segments.at(segment).column, made.hidden, {});

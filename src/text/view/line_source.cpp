@@ -1,11 +1,12 @@
 #include "text/view/line_source.h"
 
+#include "core/utf8_text.h"
+
 namespace velmora {
 
 QString LineSource::text(qsizetype line) const
 {
-    const std::string_view utf8 = bytes(line);
-    return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+    return textOfUtf8(bytes(line));
 }
 
 } // namespace velmora
