@@ -6,10 +6,15 @@ namespace velmora {
 
 namespace {
 
-using Points = QVarLengthArray<char32_t, 256>;
+struct Point {
+    char32_t plain;
+    char32_t folded; ///< what case folding makes of it
+};
 
-/// The case-folded code points of a name; a surrogate without a partner stands for itself.
-Points foldedPoints(QStringView text)
+using Points = QVarLengthArray<Point, 256>;
+
+/// The code points of a name; a surrogate without a partner stands for itself.
+Points pointsOf(QStringView text)
 {
     Points points;
     points.reserve(text.size());
@@ -19,48 +24,63 @@ Points foldedPoints(QStringView text)
             point = QChar::surrogateToUcs4(text[i], text[i + 1]);
             ++i;
         }
-        points.append(QChar::toCaseFolded(point));
+        points.append({point, QChar::toCaseFolded(point)});
     }
     return points;
 }
 
 } // namespace
 
+char32_t Wildcard::elementOf(char32_t folded)
+{
+    return folded == U'*' ? anyRun : folded == U'?' ? anyOne : folded;
+}
+
 Wildcard Wildcard::fromPattern(QStringView pattern)
 {
     Wildcard wildcard;
-    for (const char32_t point : foldedPoints(pattern)) {
-        if (point == U'*')
-            wildcard.m_pattern.push_back(anyRun);
-        else if (point == U'?')
-            wildcard.m_pattern.push_back(anyOne);
-        else
-            wildcard.m_pattern.push_back(point);
-    }
+    for (const Point &point : pointsOf(pattern))
+        wildcard.m_pattern.push_back(elementOf(point.folded));
     return wildcard;
 }
 
 Wildcard Wildcard::fromMask(const QString &mask)
 {
-    const QString trimmed = mask.trimmed();
-    if (!trimmed.contains(u'['))
-        return fromPattern(trimmed);
+    std::u32string points;
+    for (const Point &point : pointsOf(QStringView(mask).trimmed()))
+        points.push_back(point.plain);
     Wildcard wildcard;
-    wildcard.m_hasClasses = true;
-    wildcard.m_classes = QRegularExpression(QRegularExpression::wildcardToRegularExpression(trimmed),
-                                            QRegularExpression::CaseInsensitiveOption);
+    for (std::size_t at = 0; at < points.size();) {
+        const char32_t point = points[at++];
+        if (point != U'[') {
+            wildcard.m_pattern.push_back(elementOf(QChar::toCaseFolded(point)));
+            continue;
+        }
+        std::optional<MaskList> list = MaskList::read(points, at);
+        if (!list) {
+            wildcard.m_valid = false;
+            break;
+        }
+        wildcard.m_pattern.push_back(firstList + char32_t(wildcard.m_lists.size()));
+        wildcard.m_lists.push_back(std::move(*list));
+    }
     return wildcard;
+}
+
+bool Wildcard::fits(char32_t element, char32_t plain, char32_t folded) const
+{
+    if (element >= firstList)
+        return m_lists[element - firstList].contains(plain, folded);
+    return element == anyOne || element == folded;
 }
 
 bool Wildcard::matches(QStringView name) const
 {
-    if (m_hasClasses)
-        return m_classes.isValid() &&
-               m_classes.match(QString::fromUtf8(name.toUtf8())).hasMatch(); // the library takes no lone surrogate
-
+    if (!m_valid)
+        return false;
     // When a character does not fit, only the last run before it needs to take one character more: a fit of what stands
     // before that run is as good as any other.
-    const Points points = foldedPoints(name);
+    const Points points = pointsOf(name);
     std::size_t at = 0;
     std::size_t retryPattern = std::u32string::npos;
     qsizetype retryName = 0;
@@ -70,7 +90,7 @@ bool Wildcard::matches(QStringView name) const
         if (more && m_pattern[at] == anyRun) {
             retryPattern = ++at;
             retryName = i;
-        } else if (more && (m_pattern[at] == anyOne || m_pattern[at] == points[i])) {
+        } else if (more && fits(m_pattern[at], points[i].plain, points[i].folded)) {
             ++at;
             ++i;
         } else if (retryPattern != std::u32string::npos) {

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "core/mask_list.h"
+
 #include <QList>
-#include <QRegularExpression>
 #include <QString>
 #include <QStringList>
 #include <QStringView>
 
 #include <string>
+#include <vector>
 
 namespace velmora {
 
@@ -18,19 +20,26 @@ public:
     /// "*" is any run of characters, "?" any one, everything else itself.
     [[nodiscard]] static Wildcard fromPattern(QStringView pattern);
 
-    /// As `fromPattern`, after trimming, and a bracketed list is a character class as Qt's conversion of wildcards has
-    /// it.
+    /// As `fromPattern`, after trimming, and a bracketed list stands for any one of its characters (see `MaskList`). A
+    /// "[" that begins no list makes a mask that matches nothing.
     [[nodiscard]] static Wildcard fromMask(const QString &mask);
+
+    /// False for a mask that matches nothing because of a "[" that begins no list.
+    [[nodiscard]] bool isValid() const noexcept { return m_valid; }
 
     [[nodiscard]] bool matches(QStringView name) const;
 
 private:
     static constexpr char32_t anyRun = 0x11'0000; // beyond the last code point
     static constexpr char32_t anyOne = 0x11'0001;
+    static constexpr char32_t firstList = 0x11'0002;
 
-    std::u32string m_pattern;     ///< case-folded, with the two marks for wildcards
-    QRegularExpression m_classes; ///< used instead where the mask has brackets
-    bool m_hasClasses = false;
+    [[nodiscard]] static char32_t elementOf(char32_t folded);
+    [[nodiscard]] bool fits(char32_t element, char32_t plain, char32_t folded) const;
+
+    std::u32string m_pattern;      ///< case-folded; the two marks for wildcards, `firstList + index` for a list
+    std::vector<MaskList> m_lists; ///< in the order in which the pattern has them
+    bool m_valid = true;
 };
 
 /// Several masks; matches what one of them matches.

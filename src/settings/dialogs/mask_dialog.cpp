@@ -1,5 +1,6 @@
 #include "settings/dialogs/mask_dialog.h"
 
+#include "core/wildcard.h"
 #include "session/translate.h"
 #include "settings/dialogs/confirm_buttons.h"
 
@@ -7,7 +8,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -26,10 +26,9 @@ QString maskProblem(const QString &mask, MaskSyntax syntax)
         return Velmora::tr("\"%1\" contains a separator of folders: masks are compared with bare names").arg(mask);
     if (syntax == MaskSyntax::Plain)
         return {};
-    const QRegularExpression expression(QRegularExpression::wildcardToRegularExpression(mask));
-    const bool opened = mask.count(u'[') > mask.count(u']');
-    return opened || !expression.isValid() ? Velmora::tr("\"%1\" opens a list \"[\" and does not close it").arg(mask)
-                                           : QString();
+    return Wildcard::fromMask(mask).isValid()
+               ? QString()
+               : Velmora::tr("\"%1\" opens a list \"[\" and does not close it").arg(mask);
 }
 
 MaskDialog::MaskDialog(const QString &title, MaskSyntax syntax, const QList<Field> &fields, QWidget *parent)
