@@ -1,5 +1,6 @@
 #include "app/locale.h"
 
+#include "core/preferred_charsets.h"
 #include "core/settings_store.h"
 
 #include <QCoreApplication>
@@ -36,6 +37,7 @@ QString currentLocale()
 void setCurrentLocale(const QString &code)
 {
     current() = code.isEmpty() ? QStringLiteral("en_US") : code;
+    setInterfaceLanguage(current());
 }
 
 QString loadLocale()

@@ -1,5 +1,7 @@
 #include "cli/text_input.h"
 
+#include "core/text_pair.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -58,17 +60,17 @@ bool isStandardInput(const TextInput &input)
     return input.path == QLatin1String(standardInputName);
 }
 
-} // namespace
-
-FileContents readGivenPath(const QString &path)
+/// Encodings that were guessed side by side are guessed again, together.
+void settleEncodings(TextInput &left, TextInput &right)
 {
-    const QFileInfo info(path);
-    if (info.exists() && !info.isFile() && !info.isDir())
-        return readPipe(path);
-    return readFile(path);
+    RawText leftText{left.raw, std::move(left.text)};
+    RawText rightText{right.raw, std::move(right.text)};
+    settleGuesses(leftText, rightText);
+    left.text = std::move(leftText.text);
+    right.text = std::move(rightText.text);
 }
 
-void readTextInputs(TextInput &left, TextInput &right, QIODevice &standardInput)
+void readBoth(TextInput &left, TextInput &right, QIODevice &standardInput)
 {
     if (isStandardInput(left) || isStandardInput(right)) {
         FileContents contents = readToEnd(standardInput);
@@ -98,6 +100,22 @@ void readTextInputs(TextInput &left, TextInput &right, QIODevice &standardInput)
     worker.join();
     if (failure)
         std::rethrow_exception(failure);
+}
+
+} // namespace
+
+FileContents readGivenPath(const QString &path)
+{
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile() && !info.isDir())
+        return readPipe(path);
+    return readFile(path);
+}
+
+void readTextInputs(TextInput &left, TextInput &right, QIODevice &standardInput)
+{
+    readBoth(left, right, standardInput);
+    settleEncodings(left, right);
 }
 
 } // namespace velmora::cli

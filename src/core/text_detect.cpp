@@ -1,5 +1,6 @@
 #include "core/text_detect.h"
 
+#include "core/charset_evidence.h"
 #include "core/text_scan.h"
 #include "core/text_transcode.h"
 
@@ -38,17 +39,6 @@ struct Utf16Evidence {
     }
 };
 
-/// The lines from the one with the first byte above 0x7F on: what comes before says nothing.
-std::string_view tellingPart(std::string_view bytes)
-{
-    const auto isHigh = [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; };
-    const auto first = size_t(std::find_if(bytes.begin(), bytes.end(), isHigh) - bytes.begin());
-    const size_t lineFeed = bytes.substr(0, first).rfind('\n');
-    const size_t begin = lineFeed == std::string_view::npos ? 0 : lineFeed + 1;
-    // A line without end would push the telling byte out of the sample.
-    return bytes.substr(std::max(begin, first - std::min(first, statisticsSample / 2)), statisticsSample);
-}
-
 /// Damaged UTF-8: of the sequences above ASCII all but a few are well-formed. By chance next to none would be.
 bool isNearlyUtf8(std::string_view bytes)
 {
@@ -76,17 +66,37 @@ QByteArray charsetByUchardet(std::string_view bytes)
     return uchardet_get_charset(detector.get());
 }
 
-/// Whether `bytes`, which may end within a character, are text in `charset`: a wrong guess shows by what it cannot
-/// decode.
-bool fits(std::string_view bytes, const QByteArray &charset)
+bool isHigh(char byte)
 {
-    const auto high =
-        std::count_if(bytes.begin(), bytes.end(), [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; });
-    const Utf8Output output = transcodeToUtf8(bytes, charset, {});
-    return output.undecodable <= 1 + high / 100;
+    return static_cast<unsigned char>(byte) >= 0x80;
 }
 
 } // namespace
+
+std::string_view tellingBytes(std::string_view bytes)
+{
+    const auto first = size_t(std::find_if(bytes.begin(), bytes.end(), isHigh) - bytes.begin());
+    const size_t lineFeed = bytes.substr(0, first).rfind('\n');
+    const size_t begin = lineFeed == std::string_view::npos ? 0 : lineFeed + 1;
+    // A line without end would push the telling byte out of the sample.
+    return bytes.substr(std::max(begin, first - std::min(first, statisticsSample / 2)), statisticsSample);
+}
+
+std::string_view tellingText(std::string_view utf8)
+{
+    std::string_view part = tellingBytes(utf8);
+    const auto startsWithin = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; };
+    while (!part.empty() && startsWithin(part.front()))
+        part.remove_prefix(1);
+    return part.substr(0, validUtf8Until(part, 0, part.size()));
+}
+
+bool fitsEncoding(std::string_view bytes, const QByteArray &charset)
+{
+    const auto high = std::count_if(bytes.begin(), bytes.end(), isHigh);
+    const Utf8Output output = transcodeToUtf8(bytes, charset, {});
+    return output.undecodable <= 1 + high / 100;
+}
 
 std::optional<TextEncoding> encodingByMark(std::string_view bytes)
 {
@@ -118,18 +128,23 @@ std::optional<TextEncoding> encodingByZeros(std::string_view bytes, bool validUt
     return TextEncoding::ofCharset(isBig ? "UTF-16BE" : "UTF-16LE", false);
 }
 
-TextEncoding encodingByStatistics(std::string_view bytes)
+TextEncoding encodingByStatistics(std::string_view bytes, const QList<QByteArray> &preferred)
 {
     const TextEncoding latin1 = TextEncoding::ofCharset("ISO-8859-1", false);
-    const std::string_view sample = tellingPart(bytes);
+    const std::string_view sample = tellingBytes(bytes);
     if (isNearlyUtf8(sample))
         return TextEncoding::ofCharset("UTF-8", false);
+    for (const auto likely : {likelyDoubleByteCharset, likelySingleByteCharset}) {
+        const auto found = likely(sample, preferred);
+        if (found && canTranscode(*found))
+            return TextEncoding::ofCharset(*found, false);
+    }
     const QByteArray charset = charsetByUchardet(sample);
     if (charset.isEmpty())
         return latin1;
     const TextEncoding found = TextEncoding::fromName(QString::fromLatin1(charset));
     // Pure ASCII is what uchardet calls a text that it cannot place.
-    if (found.isAutomatic() || found.charset() == "US-ASCII" || !fits(sample, found.charset()))
+    if (found.isAutomatic() || found.charset() == "US-ASCII" || !fitsEncoding(sample, found.charset()))
         return latin1;
     return found;
 }

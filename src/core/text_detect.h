@@ -2,6 +2,9 @@
 
 #include "core/text_encoding.h"
 
+#include <QByteArray>
+#include <QList>
+
 #include <optional>
 #include <string_view>
 
@@ -14,8 +17,18 @@ namespace velmora {
 /// characters to tell the byte order by. `validUtf8` says that the bytes could be UTF-8 too; more is asked for then.
 [[nodiscard]] std::optional<TextEncoding> encodingByZeros(std::string_view bytes, bool validUtf8);
 
-/// The encoding of bytes that are not valid UTF-8 as their statistics suggest, from the lines around the first bytes
-/// above 0x7F; Latin-1 when they suggest nothing that fits. Looks at a bounded part of the text.
-[[nodiscard]] TextEncoding encodingByStatistics(std::string_view bytes);
+/// The lines around the first bytes above 0x7F, a bounded part of the text: what comes before says nothing.
+[[nodiscard]] std::string_view tellingBytes(std::string_view bytes);
+/// The same for valid UTF-8, without the half characters at its ends.
+[[nodiscard]] std::string_view tellingText(std::string_view utf8);
+
+/// Whether `bytes`, which may end within a character, are text in `charset`: a wrong guess shows by what it cannot
+/// decode.
+[[nodiscard]] bool fitsEncoding(std::string_view bytes, const QByteArray &charset);
+
+/// The encoding of bytes that are not valid UTF-8 as their telling part suggests: damaged UTF-8; a charset of two bytes
+/// a character whose everyday characters they are; for a short text, a charset of `preferred` (see
+/// `preferredCharsets`); what the statistics of the uchardet library make of it; Latin-1 when that fits nothing.
+[[nodiscard]] TextEncoding encodingByStatistics(std::string_view bytes, const QList<QByteArray> &preferred);
 
 } // namespace velmora

@@ -1,5 +1,6 @@
 #include "core/text_encoding.h"
 
+#include "core/text_transcode.h"
 #include "platform/text_codec.h"
 
 #include <algorithm>
@@ -18,16 +19,35 @@ struct NamedEncoding {
 
 constexpr const char *autoDetect = "Auto detect";
 
-// Offered in this order up to `offeredCount`; the others are known by their name. Shift-JIS means Microsoft's form: the
-// standard's has no backslash.
+// Offered in this order. Shift-JIS means Microsoft's form: the standard's has no backslash.
 constexpr std::array namedEncodings{
-    NamedEncoding{"UTF-8", "UTF-8", false},       NamedEncoding{"UTF-8 BOM", "UTF-8", true},
-    NamedEncoding{"UTF-16 LE", "UTF-16LE", true}, NamedEncoding{"UTF-16 BE", "UTF-16BE", true},
-    NamedEncoding{"ASCII", "US-ASCII", false},    NamedEncoding{"Big5", "BIG5", false},
-    NamedEncoding{"Shift-JIS", "CP932", false},   NamedEncoding{"UTF-32 LE", "UTF-32LE", true},
-    NamedEncoding{"UTF-32 BE", "UTF-32BE", true}, NamedEncoding{"ISO-8859-1", "ISO-8859-1", false},
+    NamedEncoding{"UTF-8", "UTF-8", false},
+    NamedEncoding{"UTF-8 BOM", "UTF-8", true},
+    NamedEncoding{"UTF-16 LE", "UTF-16LE", true},
+    NamedEncoding{"UTF-16 BE", "UTF-16BE", true},
+    NamedEncoding{"ASCII", "US-ASCII", false},
+    NamedEncoding{"Big5", "BIG5", false},
+    NamedEncoding{"Shift-JIS", "CP932", false},
+    NamedEncoding{"GB18030", "GB18030", false},
+    NamedEncoding{"GBK", "GBK", false},
+    NamedEncoding{"EUC-JP", "EUC-JP", false},
+    NamedEncoding{"EUC-KR", "EUC-KR", false},
+    NamedEncoding{"ISO-8859-1", "ISO-8859-1", false},
+    NamedEncoding{"ISO-8859-2", "ISO-8859-2", false},
+    NamedEncoding{"ISO-8859-15", "ISO-8859-15", false},
+    NamedEncoding{"Windows-1250", "WINDOWS-1250", false},
+    NamedEncoding{"Windows-1251", "WINDOWS-1251", false},
+    NamedEncoding{"Windows-1252", "WINDOWS-1252", false},
+    NamedEncoding{"Windows-1253", "WINDOWS-1253", false},
+    NamedEncoding{"Windows-1254", "WINDOWS-1254", false},
+    NamedEncoding{"Windows-1255", "WINDOWS-1255", false},
+    NamedEncoding{"Windows-1256", "WINDOWS-1256", false},
+    NamedEncoding{"Windows-1257", "WINDOWS-1257", false},
+    NamedEncoding{"Windows-1258", "WINDOWS-1258", false},
+    NamedEncoding{"KOI8-R", "KOI8-R", false},
+    NamedEncoding{"UTF-32 LE", "UTF-32LE", true},
+    NamedEncoding{"UTF-32 BE", "UTF-32BE", true},
 };
-constexpr size_t offeredCount = 7;
 
 // Other words for the charsets above, in the form that `plainName` gives.
 constexpr std::array aliases{
@@ -95,10 +115,15 @@ TextEncoding TextEncoding::ofCharset(const QByteArray &charset, bool mark)
 
 QStringList TextEncoding::offeredNames()
 {
-    QStringList names{QString::fromLatin1(autoDetect)};
-    for (size_t index = 0; index < offeredCount; ++index)
-        names.append(QString::fromLatin1(namedEncodings[index].name));
-    return names;
+    static const QStringList known = [] {
+        QStringList names{QString::fromLatin1(autoDetect)};
+        for (const NamedEncoding &entry : namedEncodings) {
+            if (canTranscode(entry.charset))
+                names.append(QString::fromLatin1(entry.name));
+        }
+        return names;
+    }();
+    return known;
 }
 
 bool TextEncoding::isKnownName(const QString &name)

@@ -24,7 +24,8 @@ public:
     /// The encoding of a charset in the form that decoders know. Precondition: `isKnownName` holds for it.
     [[nodiscard]] static TextEncoding ofCharset(const QByteArray &charset, bool mark);
 
-    /// "Auto detect", "UTF-8", "UTF-8 BOM", "UTF-16 LE", "UTF-16 BE", "ASCII", "Big5", "Shift-JIS", in this order.
+    /// "Auto detect", "UTF-8", "UTF-8 BOM", "UTF-16 LE", "UTF-16 BE", "ASCII", "Big5", "Shift-JIS", in this order, and
+    /// behind them those of the further ones that the system can decode.
     [[nodiscard]] static QStringList offeredNames();
 
     /// False for a name that `fromName` would have to take for automatic detection although it does not mean it.

@@ -1,5 +1,6 @@
 #include "core/text_file.h"
 
+#include "core/preferred_charsets.h"
 #include "core/text_detect.h"
 #include "core/text_scan.h"
 #include "core/text_transcode.h"
@@ -45,16 +46,17 @@ bool isWide(const QByteArray &charset)
     return charset.startsWith("UTF-16") || charset.startsWith("UTF-32");
 }
 
-TextEncoding detect(std::string_view bytes, const TextScan &scan)
+void detect(DecodedText &text, std::string_view bytes, const TextScan &scan)
 {
-    const bool zeros = scan.counts.zeros > 0;
-    if (scan.validUtf8 && !zeros)
-        return TextEncoding::ofCharset("UTF-8", false);
-    if (zeros) {
-        if (const auto encoding = encodingByZeros(bytes, scan.validUtf8))
-            return *encoding;
+    if (scan.counts.zeros > 0) {
+        if (const auto encoding = encodingByZeros(bytes, scan.validUtf8)) {
+            text.encoding = *encoding;
+            return;
+        }
     }
-    return scan.validUtf8 ? TextEncoding::ofCharset("UTF-8", false) : encodingByStatistics(bytes);
+    text.encoding =
+        scan.validUtf8 ? TextEncoding::ofCharset("UTF-8", false) : encodingByStatistics(bytes, preferredCharsets());
+    text.encodingGuessed = text.encoding.charset() != "UTF-8";
 }
 
 /// True when the bytes of a text of `charset` are its UTF-8 form already.
@@ -127,7 +129,7 @@ DecodedText decodeText(const QByteArray &raw, const TextEncoding &encoding, cons
     if (cancel.isCancelled())
         return text;
     if (text.encoding.isAutomatic())
-        text.encoding = detect(bytes, scan);
+        detect(text, bytes, scan);
     text.binary = scan.counts.zeros > 0 && !isWide(text.encoding.charset());
 
     if (isUtf8AsItStands(text.encoding.charset(), scan)) {

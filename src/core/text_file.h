@@ -25,6 +25,7 @@ struct DecodedText {
     TextLines lines;
     TextEncoding encoding; ///< what was asked for, or what was found; never automatic
     LineEndStyle lineEnds = LineEndStyle::Lf;
+    bool encodingGuessed = false;        ///< nothing but the statistics of the bytes speaks for `encoding`
     qint64 undecodable = 0;              ///< byte sequences that the encoding does not know, each shown as U+FFFD
     qsizetype firstUndecodableLine = -1; ///< 0-based, -1 when there is none
     bool binary = false;                 ///< holds what no text holds: zero bytes outside UTF-16 and UTF-32
@@ -33,7 +34,8 @@ struct DecodedText {
 
 /// Decodes the raw bytes of a file. Automatic detection takes a byte-order mark first, then valid UTF-8 without zero
 /// bytes, then UTF-16 without a mark by where its zero bytes stand, then UTF-8 with a few damaged places, then what the
-/// uchardet library makes of it, and at last Latin-1, which knows every byte. An explicit `encoding` is obeyed whatever
+/// statistics of the bytes and the languages of the interface and the system suggest (see `settleGuesses` for the two
+/// sides of a comparison), and at last Latin-1, which knows every byte. An explicit `encoding` is obeyed whatever
 /// the bytes are; a mark of that encoding is still no text. Valid UTF-8 is not copied: the lines share `raw`. When
 /// `cancel` is set on the way the result is incomplete. Reentrant.
 [[nodiscard]] DecodedText decodeText(const QByteArray &raw, const TextEncoding &encoding,

@@ -2,6 +2,7 @@
 
 #include "session/translate.h"
 
+#include <QAbstractItemView>
 #include <QBoxLayout>
 #include <QClipboard>
 #include <QComboBox>
@@ -14,6 +15,7 @@ namespace velmora {
 namespace {
 
 constexpr int shortestPath = 24; // characters, with the button beside them
+constexpr int usualEncoding = 9; // wide characters: "Auto detect", "UTF-16 LE"
 
 } // namespace
 
@@ -29,10 +31,14 @@ TextSide::TextSide(Side side, QWidget *parent) : QWidget(parent), m_encoding(new
     m_encoding->setToolTip(left ? Velmora::tr("Encoding of the left file") : Velmora::tr("Encoding of the right file"));
     m_encoding->setAccessibleName(m_encoding->toolTip());
     m_encoding->setFocusPolicy(Qt::TabFocus);
+    // The path has more to say than the longest name of an encoding, which the list shows whole.
+    m_encoding->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_encoding->setMinimumContentsLength(usualEncoding);
     for (const QString &name : TextEncoding::offeredNames()) {
         const TextEncoding encoding = TextEncoding::fromName(name);
         m_encoding->addItem(encoding.isAutomatic() ? Velmora::tr("Auto detect") : name, encoding.name());
     }
+    m_encoding->view()->setMinimumWidth(m_encoding->view()->sizeHintForColumn(0));
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
