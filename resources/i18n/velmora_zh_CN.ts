@@ -902,6 +902,14 @@ The editor has unsaved changes; re-comparing without reloading may discard disk 
         <translation>内存不足，无法比较这些文件</translation>
     </message>
     <message>
+        <source>The replacement rules make the left text many times as long: not compared</source>
+        <translation>替换规则使左侧文本增长到许多倍：未比较</translation>
+    </message>
+    <message>
+        <source>The replacement rules make the right text many times as long: not compared</source>
+        <translation>替换规则使右侧文本增长到许多倍：未比较</translation>
+    </message>
+    <message>
         <source>Cannot open left file: %1</source>
         <translation>无法打开左侧文件：%1</translation>
     </message>
@@ -3904,6 +3912,10 @@ Save them?</source>
     <message>
         <source>An expression of the unimportant text is too slow for %1 lines, which count as important</source>
         <translation>不重要文本中的某个表达式对 %1 行过慢，这些行按重要处理</translation>
+    </message>
+    <message>
+        <source>Too slow and left out of this comparison, unimportant text: %1</source>
+        <translation>不重要文本中过慢的表达式，本次比较不再使用：%1</translation>
     </message>
     <message>
         <source>The left side has unsaved changes. Discard them?</source>

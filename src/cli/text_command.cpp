@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <stdexcept>
 
 namespace velmora::cli {
 
@@ -54,12 +55,13 @@ struct Comparison {
 Comparison compare(const TextRequest &request, CompareRemarks &remarks)
 {
     const TextSessionOptions &options = request.options;
-    const TextLines left =
-        applyReplacementRules(request.left.text.lines, options.leftReplaceFind, options.leftReplaceWith);
-    const TextLines right =
+    const auto left = applyReplacementRules(request.left.text.lines, options.leftReplaceFind, options.leftReplaceWith);
+    const auto right =
         applyReplacementRules(request.right.text.lines, options.rightReplaceFind, options.rightReplaceWith);
+    if (!left || !right)
+        throw std::length_error("replaced text");
     Progress progress;
-    QList<AlignedRow> rows = compareTexts(left, right, options, {}, progress, &remarks);
+    QList<AlignedRow> rows = compareTexts(*left, *right, options, {}, progress, &remarks);
     return {request.left.text.lines, request.right.text.lines, std::move(rows)};
 }
 
@@ -203,6 +205,18 @@ void warnOfUndecodable(const Streams &streams, const TextInput &input)
                           .arg(input.text.firstUndecodableLine + 1));
 }
 
+void warnOfSlowExpressions(const Streams &streams, const CompareRemarks &remarks)
+{
+    for (const QString &expression : remarks.expressionsLeftOut)
+        complain(streams, QStringLiteral("warning: too slow and left out: the unimportant text %1").arg(expression));
+    if (remarks.expressionsLeftOut.isEmpty() && remarks.expressionsGivenUp > 0) {
+        complain(streams,
+                 QStringLiteral("warning: an expression of the unimportant text is too slow for %1 lines, which "
+                                "count as important")
+                     .arg(remarks.expressionsGivenUp));
+    }
+}
+
 int runText(const Arguments &arguments, const Streams &streams)
 {
     const Format *format = findFormat(arguments);
@@ -229,12 +243,7 @@ int runText(const Arguments &arguments, const Streams &streams)
     CompareRemarks remarks;
     const int status =
         writeTo(path, streams, [&](QIODevice &device) { return format->write(device, request, remarks); });
-    if (remarks.expressionsGivenUp > 0) {
-        complain(streams,
-                 QStringLiteral("warning: an expression of the unimportant text is too slow for %1 lines, which "
-                                "count as important")
-                     .arg(remarks.expressionsGivenUp));
-    }
+    warnOfSlowExpressions(streams, remarks);
     return status;
 }
 

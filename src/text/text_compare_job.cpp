@@ -1,5 +1,6 @@
 #include "text/text_compare_job.h"
 
+#include "core/text_pair.h"
 #include "settings/options/text_replacements.h"
 #include "text/engine/line_diff_engine.h"
 #include "text/view/edit_buffer.h"
@@ -8,8 +9,8 @@ namespace velmora {
 
 namespace {
 
-/// False when the file could not be read.
-bool load(const SideInput &input, LoadedSide &side, const CancelFlag &cancel)
+/// False when the file could not be read. `raw` gets the bytes of one that was.
+bool load(const SideInput &input, LoadedSide &side, QByteArray &raw, const CancelFlag &cancel)
 {
     if (input.loaded) {
         side = *input.loaded;
@@ -25,7 +26,21 @@ bool load(const SideInput &input, LoadedSide &side, const CancelFlag &cancel)
         return false;
     side.missing = false;
     side.text = decodeText(contents.bytes, input.encoding, cancel);
+    raw = contents.bytes;
     return true;
+}
+
+/// Two encodings that were guessed side by side are guessed again, together.
+void settleEncodings(LoadedSide &left, const QByteArray &leftRaw, LoadedSide &right, const QByteArray &rightRaw,
+                     const CancelFlag &cancel)
+{
+    if ((!left.text.encodingGuessed && !right.text.encodingGuessed) || left.missing || right.missing)
+        return;
+    RawText first{leftRaw, std::move(left.text)};
+    RawText second{rightRaw, std::move(right.text)};
+    settleGuesses(first, second, cancel);
+    left.text = std::move(first.text);
+    right.text = std::move(second.text);
 }
 
 /// Where it is the same, an editor keeps its text, and what can be undone in it.
@@ -42,24 +57,30 @@ TextCompareResult runTextCompare(const TextCompareInput &input, const CancelFlag
 {
     TextCompareResult result;
     progress.report(0, 0, 0);
-    if (!load(input.left, result.left, cancel))
-        return {.unreadable = Side::Left, .left = {}, .right = {}, .document = {}, .remarks = {}};
-    if (!load(input.right, result.right, cancel))
-        return {.unreadable = Side::Right, .left = {}, .right = {}, .document = {}, .remarks = {}};
+    QByteArray leftRaw;
+    QByteArray rightRaw;
+    if (!load(input.left, result.left, leftRaw, cancel))
+        return {.unreadable = Side::Left, .left = {}, .right = {}, .document = {}, .remarks = {}, .multiplied = {}};
+    if (!load(input.right, result.right, rightRaw, cancel))
+        return {.unreadable = Side::Right, .left = {}, .right = {}, .document = {}, .remarks = {}, .multiplied = {}};
+
+    settleEncodings(result.left, std::exchange(leftRaw, {}), result.right, std::exchange(rightRaw, {}), cancel);
 
     result.left.shown = keptText(input.left, result.left);
     result.right.shown = keptText(input.right, result.right);
     const TextSessionOptions &options = input.options;
-    const TextLines left =
+    const auto left =
         applyReplacementRules(result.left.text.lines, options.leftReplaceFind, options.leftReplaceWith, cancel);
-    const TextLines right =
+    const auto right =
         applyReplacementRules(result.right.text.lines, options.rightReplaceFind, options.rightReplaceWith, cancel);
-    if (cancel.isCancelled())
+    if (!left || !right)
+        result.multiplied = left ? Side::Right : Side::Left;
+    if (cancel.isCancelled() || result.multiplied)
         return result;
     Progress compareProgress([&progress](const ProgressState &state) {
         progress.report(state.phase + 1, state.done, state.total, state.item);
     });
-    QList<AlignedRow> rows = compareTexts(left, right, options, cancel, compareProgress, &result.remarks);
+    QList<AlignedRow> rows = compareTexts(*left, *right, options, cancel, compareProgress, &result.remarks);
     if (cancel.isCancelled())
         return result;
     result.document =

@@ -49,10 +49,11 @@ struct TextCompareResult {
     LoadedSide right;
     std::shared_ptr<const DiffDocument> document; ///< null when unreadable or cancelled
     CompareRemarks remarks;
+    std::optional<Side> multiplied; ///< the side whose replacement rules make too long a text; no document then
 };
 
-/// Reads, decodes and compares. Runs on a worker. Progress phases: 0 reading the files (not counted), 1 and 2 the two
-/// phases of `compareTexts`.
+/// Reads, decodes and compares. Runs on a worker. Progress phases: 0 reading the files (not counted), 1 to 3 the phases
+/// of `compareTexts`.
 [[nodiscard]] TextCompareResult runTextCompare(const TextCompareInput &input, const CancelFlag &cancel,
                                                Progress &progress);
 

@@ -13,6 +13,7 @@
 #include "text/recovery_keeper.h"
 #include "text/result_presenter.h"
 #include "text/side_description.h"
+#include "text/slowness_remark.h"
 #include "text/status_foot.h"
 #include "text/syntax_choice.h"
 #include "text/text_compare_bar.h"
@@ -259,16 +260,17 @@ void TextCompareWidget::takeOutcome(RunOutcome<TextCompareResult> &&outcome)
                          : Velmora::tr("Cannot open right file: %1").arg(path));
         return;
     }
+    if (result.multiplied && !cancelled) {
+        showMessage(*result.multiplied == Side::Left
+                        ? Velmora::tr("The replacement rules make the left text many times as long: not compared")
+                        : Velmora::tr("The replacement rules make the right text many times as long: not compared"));
+        return;
+    }
     onTextCompareFinished(outcome.number, result.document, describeFormats(result.left, result.right),
                           QFileInfo(m_running.paths.left).suffix(), QFileInfo(m_running.paths.right).suffix(),
                           cancelled, result.left, result.right);
-    if (!cancelled && result.remarks.expressionsGivenUp > 0) {
-        const QString remark =
-            Velmora::tr("An expression of the unimportant text is too slow for %1 lines, which count "
-                        "as important")
-                .arg(result.remarks.expressionsGivenUp);
-        showMessage(m_foot->message() + QStringLiteral(" | ") + remark);
-    }
+    if (!cancelled && result.remarks.expressionsGivenUp > 0)
+        showMessage(m_foot->message() + QStringLiteral(" | ") + slownessRemark(result.remarks));
 }
 
 void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::shared_ptr<const DiffDocument> &diff,
@@ -292,7 +294,7 @@ void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::sha
     m_presenter->show({diff, leftRaw, rightRaw, paths});
 
     m_title = title();
-    m_editing->takeComparison({{}, leftRaw, rightRaw, diff, {}}, m_running.options);
+    m_editing->takeComparison({{}, leftRaw, rightRaw, diff, {}, {}}, m_running.options);
     showCounts();
     Q_EMIT tabTitleChanged(m_title);
     Q_EMIT comparisonFinished(paths.left, paths.right);
@@ -304,6 +306,10 @@ void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::sha
 
 void TextCompareWidget::showProgress(const ProgressState &state)
 {
+    if (!state.item.isEmpty()) {
+        showMessage(leftOutRemark({state.item}));
+        return;
+    }
     if (state.phase == 0 || state.total <= 0) {
         m_progress->showBusy();
         return;

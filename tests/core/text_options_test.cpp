@@ -185,7 +185,7 @@ private Q_SLOTS:
         for (const auto &[line, find, with, expected] : cases) {
             const QByteArray utf8 = line.toUtf8();
             const TextLines lines =
-                applyReplacementRules(TextLines::split(utf8 + "\r\n" + utf8 + '\n' + utf8), find, with);
+                applyReplacementRules(TextLines::split(utf8 + "\r\n" + utf8 + '\n' + utf8), find, with).value();
             QCOMPARE(lines.count(), 3);
             for (qsizetype index = 0; index < lines.count(); ++index)
                 QCOMPARE(lines.text(index), expected);
@@ -194,6 +194,18 @@ private Q_SLOTS:
             QCOMPARE(lines.lineEnd(1), keepsEnds ? LineEnd::Lf : LineEnd::CrLf);
             QCOMPARE(lines.lineEnd(2), keepsEnds ? LineEnd::None : LineEnd::Cr);
         }
+    }
+
+    void rulesThatMultiplyATextEndBeforeMemoryDoes()
+    {
+        const TextLines text = TextLines::split(QByteArray("a\n").repeated(1000));
+        const auto doubled = [&](int rules) {
+            return applyReplacementRules(text, QStringList(rules, QStringLiteral("a")),
+                                         QStringList(rules, QStringLiteral("aa")));
+        };
+        QCOMPARE(doubled(10)->bytes().size(), size_t(1000 * 1025));
+        QVERIFY(!doubled(17)); // 131 MB from 2 KB
+        QVERIFY(!doubled(60));
     }
 
     void importanceRulesComeBack()

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 namespace velmora {
 
 /// The lines as a side's replacement rules leave them for the comparison: in each, every occurrence of `find[k]`,
@@ -13,9 +15,10 @@ namespace velmora {
 /// nothing; a later rule sees what the earlier ones left.
 ///
 /// The number of lines stays, even where a rule puts a line feed in, and so do line ends, save behind a line that now
-/// ends in a carriage return, where they begin with another. Shares the lines of `lines` when there is no rule. Throws
-/// std::length_error when the result is larger than a text can be. Incomplete when `cancel` is set on the way.
-[[nodiscard]] TextLines applyReplacementRules(const TextLines &lines, const QStringList &find, const QStringList &with,
-                                              const CancelFlag &cancel = {});
+/// ends in a carriage return, where they begin with another. Shares the lines of `lines` when there is no rule. None
+/// when the rules multiply the text: beyond eight times its size, 64 MiB or more, they stop. Incomplete when `cancel`
+/// is set on the way.
+[[nodiscard]] std::optional<TextLines> applyReplacementRules(const TextLines &lines, const QStringList &find,
+                                                             const QStringList &with, const CancelFlag &cancel = {});
 
 } // namespace velmora

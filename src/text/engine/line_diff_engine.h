@@ -33,7 +33,8 @@ struct CharRange {
 
 /// What there is to say about a comparison beside its rows.
 struct CompareRemarks {
-    qint64 expressionsGivenUp = 0; ///< times that an expression of the unimportant text was too slow to be decided
+    qint64 expressionsGivenUp = 0;  ///< times that an expression of the unimportant text was too slow to be decided
+    QStringList expressionsLeftOut; ///< those that were too slow too often and found nothing from then on
 };
 
 /// Compares two texts given line by line under `options` and returns the aligned rows in display order.
@@ -45,8 +46,8 @@ struct CompareRemarks {
 
 /// The same rows for two texts held as `TextLines`, without their texts (see `AlignedRow`). Only lines whose white
 /// space or case is changed for the comparison are copied; costs about linear time, and 10 to 30 bytes a line beside
-/// the texts. `progress` counts lines of both sides in phase 0 (reading them) and matched left lines in phase 1. Writes
-/// `remarks` unless it is null.
+/// the texts. `progress` counts lines of both sides in phase 0 (reading them) and matched left lines in phase 1, and
+/// names in phase 2 an expression that is left out from then on. Writes `remarks` unless it is null.
 [[nodiscard]] QList<AlignedRow> compareTexts(const TextLines &left, const TextLines &right,
                                              const TextSessionOptions &options, const CancelFlag &cancel,
                                              Progress &progress, CompareRemarks *remarks = nullptr);

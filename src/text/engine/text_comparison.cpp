@@ -14,9 +14,6 @@ namespace {
 
 constexpr qint64 linesPerReport = 1024;
 
-/// What a search for unimportant text costs, in the steps of a CancelPoll.
-constexpr qint64 stepsPerSearch = 1 << 14;
-
 bool needsNormalizing(const TextSessionOptions &options)
 {
     return options.ignoreBlankLines || !options.unimportantText.isEmpty() || !options.importantLeadingWhitespace ||
@@ -52,10 +49,7 @@ UnimportantLines findUnimportant(const Source &left, const Source &right, Unimpo
         for (size_t index = 0; index < numbers.size() && !poll.stopped(); ++index) {
             Answer &answer = answers[size_t(numbers[index])];
             if (answer == Answer::Unknown) {
-                const auto line = side.key(qint32(index));
-                answer = text.isIn(line) ? Answer::Yes : Answer::No;
-                if (poll.stop(stepsPerSearch + qint64(line.size())))
-                    break;
+                answer = text.isIn(side.key(qint32(index)), poll) ? Answer::Yes : Answer::No;
             }
             if (++linesRead % linesPerReport == 0)
                 progress.report(ReadingLines, linesRead, total);
@@ -79,11 +73,11 @@ void excuseOrphans(QList<AlignedRow> &rows, const Source &left, const Source &ri
         const auto line = source.line(number - 1);
         // A carriage return that the row shows can keep a regular expression from matching.
         if (options.compareLineEndings && withoutReturn(line).size() != line.size())
-            return text.isIn(line);
+            return text.isIn(line, poll);
         return bool(flags[size_t(number - 1)]);
     };
     for (AlignedRow &row : rows) {
-        if (poll.stop(stepsPerSearch))
+        if (poll.stop())
             break;
         const bool excused = (row.kind == Removed && isUnimportant(left, lines.left, row.leftLine)) ||
                              (row.kind == Added && isUnimportant(right, lines.right, row.rightLine));
@@ -110,7 +104,8 @@ template <typename Source>
 QList<AlignedRow> compareSources(const Source &left, const Source &right, const TextSessionOptions &options,
                                  const CancelFlag &cancel, Progress &progress, CompareRemarks &remarks)
 {
-    UnimportantText text(options.unimportantText);
+    UnimportantText text(options.unimportantText,
+                         [&progress](const QString &expression) { progress.report(LeavingOut, 0, 0, expression); });
     UnimportantLines unimportant;
     if (!text.isEmpty())
         unimportant = findUnimportant(left, right, text, cancel, progress);
@@ -133,7 +128,7 @@ QList<AlignedRow> compareSources(const Source &left, const Source &right, const 
     QList<AlignedRow> rows = align(std::move(sides), options, cancel, progress);
     if (!text.isEmpty() && !options.orphanLinesAlwaysImportant)
         excuseOrphans(rows, left, right, unimportant, text, options, cancel);
-    remarks.expressionsGivenUp = text.timesGivenUp();
+    remarks = {text.timesGivenUp(), text.leftOut()};
     if (cancel.isCancelled())
         return {};
     return rows;

@@ -16,6 +16,7 @@ struct CompareRemarks;
 enum ComparisonPhase : int {
     ReadingLines = 0,  ///< lines of both sides
     MatchingLines = 1, ///< left lines that have found their equal
+    LeavingOut = 2,    ///< no step: the item is an expression of the unimportant text that counts no more
 };
 
 /// The rows of two texts under `options`, in display order; see `compareTexts`. Empty when cancelled.

@@ -66,7 +66,7 @@ Lines linesIn(const DiffDocument &document, RowRange rows, Side side)
     return lines;
 }
 
-TextLines cut(const EditSnapshot &text, Lines lines, const QStringList &find, const QStringList &with)
+std::optional<TextLines> cut(const EditSnapshot &text, Lines lines, const QStringList &find, const QStringList &with)
 {
     TextLinesBuilder builder;
     for (qsizetype line = lines.first; line < lines.first + lines.count; ++line)
@@ -101,16 +101,20 @@ QList<AlignedRow> keptPairs(const DiffDocument &before, const EditedTexts &texts
 QList<AlignedRow> align(const EditedTexts &texts, Lines left, Lines right, const TextSessionOptions &options)
 {
     QList<AlignedRow> rows;
-    if (left.count + right.count > linesAtOnce) {
+    std::optional<TextLines> leftLines;
+    std::optional<TextLines> rightLines;
+    if (left.count + right.count <= linesAtOnce) {
+        leftLines = cut(*texts.left, left, options.leftReplaceFind, options.leftReplaceWith);
+        rightLines = cut(*texts.right, right, options.rightReplaceFind, options.rightReplaceWith);
+    }
+    if (!leftLines || !rightLines) {
         for (qsizetype k = 0; k < left.count; ++k)
             rows.append({Removed, qint32(k + 1), -1});
         for (qsizetype k = 0; k < right.count; ++k)
             rows.append({Added, -1, qint32(k + 1)});
     } else if (left.count + right.count > 0) {
         Progress nobody;
-        rows = compareTexts(cut(*texts.left, left, options.leftReplaceFind, options.leftReplaceWith),
-                            cut(*texts.right, right, options.rightReplaceFind, options.rightReplaceWith), options, {},
-                            nobody);
+        rows = compareTexts(*leftLines, *rightLines, options, {}, nobody);
     }
     for (AlignedRow &row : rows) {
         if (row.leftLine >= 1)
