@@ -1,0 +1,115 @@
+#include "app/session_files.h"
+#include "folder/operations/journal_lines.h"
+#include "fuzz/targets.h"
+#include "settings/options/folder_session_options.h"
+#include "settings/options/text_importance_file.h"
+#include "settings/options/text_session_options.h"
+#include "system/engine/snapshot_file.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstring>
+
+namespace velmora::fuzz {
+
+namespace {
+
+/// A file of which only the bytes are known.
+class BytesSource final : public FileSource {
+public:
+    explicit BytesSource(QByteArray bytes) : m_bytes(std::move(bytes)) {}
+
+    NodeResult state() override { return {}; }
+    FilePiece read(char *buffer, qint64 length) override
+    {
+        FilePiece piece;
+        piece.length = std::min<qint64>(length, m_bytes.size() - m_read);
+        std::memcpy(buffer, m_bytes.constData() + m_read, size_t(piece.length));
+        m_read += piece.length;
+        return piece;
+    }
+
+private:
+    QByteArray m_bytes;
+    qint64 m_read = 0;
+};
+
+} // namespace
+
+void journal(const QByteArray &input)
+{
+    BytesSource source(input);
+    FileError error;
+    const std::optional<JournalRecord> record = readJournal(source, {}, error);
+    if (!record)
+        return;
+    require(readHeaderLine(headerLine(record->header)) == record->header, "a header is read as it was written");
+    for (const JournalStep &step : record->steps) {
+        require(!beginLine(step).contains('\n') && !endLine(step).contains('\n'), "a step stays on its line");
+        for (const Place &place : {step.step.from, step.step.to})
+            require(place.root < record->header.roots.size(), "no step leaves the roots");
+    }
+}
+
+void snapshot(const QByteArray &input)
+{
+    for (const SnapshotForm form : {SnapshotForm::TextObject, SnapshotForm::ServiceArray}) {
+        const SnapshotReading read = parseSnapshot(input, form);
+        if (!read.ok())
+            continue;
+        const QByteArray written = snapshotToJson(read.snapshot, form);
+        const SnapshotReading again = parseSnapshot(written, form);
+        require(again.ok() && snapshotToJson(again.snapshot, form) == written, "a snapshot is read as it was written");
+    }
+}
+
+void options(const QByteArray &input)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(input);
+    TextSessionOptions texts;
+    if (fromJson(document.object(), texts)) {
+        TextSessionOptions again;
+        require(fromJson(toJson(texts), again) && toJson(again) == toJson(texts),
+                "options are read as they were written");
+    }
+    FolderSessionOptions folders;
+    FolderSessionOptions again;
+    QSet<QString> sets[4];
+    fromJson(document.object(), folders, sets[0], sets[1]);
+    const QJsonObject written = toJson(folders, sets[0], sets[1]);
+    fromJson(written, again, sets[2], sets[3]);
+    require(toJson(again, sets[2], sets[3]) == written, "options are read as they were written");
+}
+
+void importance(const QByteArray &input)
+{
+    static const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("rules.json"));
+    QFile file(path);
+    require(file.open(QIODevice::WriteOnly) && file.write(input) == input.size(), "a file can be made");
+    file.close();
+    TextSessionOptions read;
+    if (!importImportanceRules(path, read).ok())
+        return;
+    TextSessionOptions again;
+    require(exportImportanceRules(path, read).ok() && importImportanceRules(path, again).ok() && again == read,
+            "rules are read as they were written");
+}
+
+void sessionFile(const QByteArray &input)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(input);
+    if (!document.isObject())
+        return;
+    const QJsonObject record = sessionToJson(sessionFromJson(document.object()));
+    require(sessionToJson(sessionFromJson(record)) == record, "a session is read as it was written");
+    const Workspace workspace = workspaceFromJson(document.object());
+    const QJsonObject written = workspaceToJson(workspace);
+    require(workspaceToJson(workspaceFromJson(written)) == written, "a workspace is read as it was written");
+    require(frontTab(workspace) < workspace.openTabs.size(), "the tab in front is one of the tabs");
+}
+
+} // namespace velmora::fuzz

@@ -1,0 +1,32 @@
+#include "fuzz/targets.h"
+
+#include <array>
+#include <stdexcept>
+
+namespace velmora::fuzz {
+
+std::span<const Target> targets()
+{
+    static constexpr std::array all{
+        Target{"text", text},
+        Target{"compare", compare},
+        Target{"journal", journal},
+        Target{"snapshot", snapshot},
+        Target{"options", options},
+        Target{"importance", importance},
+        Target{"mask", mask},
+        Target{"syntax_definition", syntaxDefinition},
+        Target{"name", name},
+        Target{"syntax_scanner", syntaxScanner},
+        Target{"session_file", sessionFile},
+    };
+    return all;
+}
+
+void require(bool holds, const char *promise)
+{
+    if (!holds)
+        throw std::logic_error(promise);
+}
+
+} // namespace velmora::fuzz
