@@ -19,7 +19,7 @@ private Q_SLOTS:
             QTest::newRow(fuzz::targets()[size_t(target)].name) << target;
     }
 
-    /// Each input as it stands, cut off, and with bytes changed.
+    /// Each input as it stands, cut off, and with bytes changed; VELMORA_FUZZ_ROUNDS times where that is set.
     void everyInputKeepsThePromises()
     {
         QFETCH(int, target);
@@ -27,12 +27,13 @@ private Q_SLOTS:
         const QDir folder(QStringLiteral(VELMORA_SOURCE_DIR "/tests/fuzz/corpus/") + QString::fromLatin1(tried.name));
         const QStringList names = folder.entryList(QDir::Files);
         QVERIFY(names.size() >= 3);
+        const int rounds = std::max(60, qEnvironmentVariableIntValue("VELMORA_FUZZ_ROUNDS"));
         QRandomGenerator random(1);
         for (const QString &name : names) {
             QFile file(folder.filePath(name));
             QVERIFY(file.open(QIODevice::ReadOnly));
             const QByteArray whole = file.readAll();
-            for (int round = 0; round < 60; ++round) {
+            for (int round = 0; round < rounds; ++round) {
                 QByteArray input = round == 0 ? whole : whole.first(random.bounded(whole.size() + 1));
                 if (round % 2 == 1)
                     input = whole;
