@@ -12,6 +12,7 @@ namespace velmora {
 namespace {
 
 constexpr size_t blockSize = 256 * 1024;
+constexpr size_t longestCharacter = 4; ///< of UTF-8, in bytes
 
 struct CodePoint {
     char32_t value;
@@ -33,43 +34,45 @@ CodePoint codePointAt(std::string_view utf8, size_t at)
     return {(lead & 0x07) << 18 | tail(1) << 12 | tail(2) << 6 | tail(3), 4};
 }
 
-/// Encodes characters until one does not fit: returns its offset, or the size of the text.
-template <typename Append>
-size_t encodeEach(std::string_view utf8, const CancelFlag &cancel, Append append)
+/// Appends characters to `bytes` until one does not fit: returns its offset, or the size of the text. `put` writes one
+/// to the place that it gets and moves that on, by at most `worst` bytes for a byte of `utf8`.
+template <int worst, typename Put>
+size_t encodeEach(std::string_view utf8, QByteArray &bytes, const CancelFlag &cancel, Put put)
 {
-    size_t nextCheck = blockSize;
-    for (size_t at = 0; at < utf8.size();) {
-        const CodePoint character = codePointAt(utf8, at);
-        if (!append(character.value))
-            return at;
-        at += character.length;
-        if (at >= nextCheck) {
-            if (cancel.isCancelled())
-                break;
-            nextCheck = at + blockSize;
+    size_t at = 0;
+    bool fits = true;
+    while (at < utf8.size() && fits && !cancel.isCancelled()) {
+        // Room is made block by block, so that no character pays for a check.
+        const size_t end = std::min(at + blockSize, utf8.size());
+        const qsizetype filled = bytes.size();
+        bytes.resize(filled + qsizetype(end - at + longestCharacter) * worst);
+        char *out = bytes.data() + filled;
+        while (at < end && fits) {
+            const CodePoint character = codePointAt(utf8, at);
+            fits = put(character.value, out);
+            at += fits ? character.length : 0;
         }
+        bytes.resize(out - bytes.constData());
     }
-    return utf8.size();
+    return fits ? utf8.size() : at;
 }
 
 template <int unitBytes, bool bigEndian>
-void appendUnit(QByteArray &bytes, char32_t unit)
+void putUnit(char *&out, char32_t unit)
 {
-    char stored[unitBytes];
     for (int index = 0; index < unitBytes; ++index)
-        stored[index] = static_cast<char>(unit >> 8 * (bigEndian ? unitBytes - 1 - index : index));
-    bytes.append(stored, unitBytes);
+        *out++ = static_cast<char>(unit >> 8 * (bigEndian ? unitBytes - 1 - index : index));
 }
 
 template <bool bigEndian>
 size_t encodeUtf16(std::string_view utf8, QByteArray &bytes, const CancelFlag &cancel)
 {
-    return encodeEach(utf8, cancel, [&bytes](char32_t character) {
+    return encodeEach<2>(utf8, bytes, cancel, [](char32_t character, char *&out) {
         if (character >= 0x10000) {
-            appendUnit<2, bigEndian>(bytes, 0xD800 + ((character - 0x10000) >> 10));
+            putUnit<2, bigEndian>(out, 0xD800 + ((character - 0x10000) >> 10));
             character = 0xDC00 + ((character - 0x10000) & 0x3FF);
         }
-        appendUnit<2, bigEndian>(bytes, character);
+        putUnit<2, bigEndian>(out, character);
         return true;
     });
 }
@@ -77,8 +80,8 @@ size_t encodeUtf16(std::string_view utf8, QByteArray &bytes, const CancelFlag &c
 template <bool bigEndian>
 size_t encodeUtf32(std::string_view utf8, QByteArray &bytes, const CancelFlag &cancel)
 {
-    return encodeEach(utf8, cancel, [&bytes](char32_t character) {
-        appendUnit<4, bigEndian>(bytes, character);
+    return encodeEach<4>(utf8, bytes, cancel, [](char32_t character, char *&out) {
+        putUnit<4, bigEndian>(out, character);
         return true;
     });
 }
@@ -86,9 +89,9 @@ size_t encodeUtf32(std::string_view utf8, QByteArray &bytes, const CancelFlag &c
 template <char32_t limit>
 size_t encodeBytes(std::string_view utf8, QByteArray &bytes, const CancelFlag &cancel)
 {
-    return encodeEach(utf8, cancel, [&bytes](char32_t character) {
+    return encodeEach<1>(utf8, bytes, cancel, [](char32_t character, char *&out) {
         if (character < limit)
-            bytes.append(static_cast<char>(character));
+            *out++ = static_cast<char>(character);
         return character < limit;
     });
 }
