@@ -247,23 +247,6 @@ private Q_SLOTS:
         }
     }
 
-    void randomBytesNeverHarm()
-    {
-        QRandomGenerator random(99);
-        QByteArray raw(1024 * 1024 + 1, Qt::Uninitialized);
-        for (char &byte : raw)
-            byte = static_cast<char>(random.bounded(256));
-        QStringList names = TextEncoding::offeredNames();
-        names += QStringLiteral("UTF-32 BE|GB18030|EUC-JP|windows-1252|ISO-2022-JP").split(u'|');
-        for (const QString &name : std::as_const(names)) {
-            const DecodedText text = decodeText(raw, TextEncoding::fromName(name));
-            const std::string_view bytes = text.lines.bytes();
-            QVERIFY2(validUtf8Until(bytes, 0, bytes.size()) == bytes.size(), qPrintable(name));
-            QVERIFY(text.lines.count() > 0);
-            QVERIFY(text.undecodable == 0 || text.firstUndecodableLine >= 0);
-        }
-    }
-
     void namesTheLineEnds()
     {
         const QList<std::pair<QByteArray, const char *>> cases{{"abc", "LF"},

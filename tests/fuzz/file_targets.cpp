@@ -58,6 +58,7 @@ void snapshot(const QByteArray &input)
 {
     for (const SnapshotForm form : {SnapshotForm::TextObject, SnapshotForm::ServiceArray}) {
         const SnapshotReading read = parseSnapshot(input, form);
+        require(read.ok() || read.snapshot.isEmpty(), "where a snapshot has a fault nothing is read");
         if (!read.ok())
             continue;
         const QByteArray written = snapshotToJson(read.snapshot, form);

@@ -235,22 +235,6 @@ private Q_SLOTS:
         QVERIFY(QFileInfo(folder).isDir());
     }
 
-    void survivesDamage()
-    {
-        const Snapshot snapshot{{QStringLiteral("a"), serviceItem(QStringLiteral("A"), QStringLiteral("b"), {})}};
-        QRandomGenerator random(7);
-        for (const SnapshotForm form : everyForm) {
-            const QByteArray whole = snapshotToJson(snapshot, form);
-            for (int i = 0; i < 3000; ++i) {
-                QByteArray bytes = whole.left(qsizetype(random.bounded(quint32(whole.size() + 1))));
-                for (quint32 changes = random.bounded(3U); changes > 0 && !bytes.isEmpty(); --changes)
-                    bytes[qsizetype(random.bounded(quint32(bytes.size())))] = char(random.bounded(256U));
-                const SnapshotReading reading = parseSnapshot(bytes, form);
-                QVERIFY(reading.ok() || reading.snapshot.isEmpty());
-            }
-        }
-    }
-
     void splitsListsIntoEntries_data()
     {
         QTest::addColumn<QString>("value");
