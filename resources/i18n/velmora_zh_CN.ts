@@ -2428,6 +2428,30 @@ Restore them? The files themselves stay as they are until you save.</source>
         <translation>删除文件夹：%1</translation>
     </message>
     <message>
+        <source>Deleted although hidden or not listed: %1</source>
+        <translation>一并删除的隐藏或未列出的条目：%1</translation>
+    </message>
+    <message>
+        <source>Left side: %1</source>
+        <translation>左侧：%1</translation>
+    </message>
+    <message>
+        <source>Right side: %1</source>
+        <translation>右侧：%1</translation>
+    </message>
+    <message>
+        <source>%1 entries in %2</source>
+        <translation>%2 中的 %1 个条目</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>复制(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Move</source>
+        <translation>移动(&amp;M)</translation>
+    </message>
+    <message>
         <source>Advanced filters</source>
         <translation>高级过滤器</translation>
     </message>

@@ -29,6 +29,14 @@ bool mustBeNamed(char32_t character, char32_t before)
     return hiddenCharacterCells(character) > 0 && !isJoinerAtWork(character, before);
 }
 
+/// A byte of a Unix name that is no text stands in strings as an unpaired surrogate: see `nameFromNative`.
+QString codeOf(char32_t character)
+{
+    const bool isByte = character >= 0xDC80 && character <= 0xDCFF;
+    return isByte ? QStringLiteral("x%1").arg(uint(character - 0xDC00), 2, 16).toUpper().replace(u'X', u'x')
+                  : hiddenCharacterCode(character);
+}
+
 } // namespace
 
 QString visibleName(QStringView name)
@@ -44,7 +52,7 @@ QString visibleName(QStringView name)
         const char32_t character =
             isPair ? QChar::surrogateToUcs4(name.at(unit), name.at(unit + 1)) : name.at(unit).unicode();
         if (mustBeNamed(character, before))
-            visible += QLatin1Char('[') + hiddenCharacterCode(character) + QLatin1Char(']');
+            visible += QLatin1Char('[') + codeOf(character) + QLatin1Char(']');
         else
             visible += name.mid(unit, isPair ? 2 : 1);
         unit += isPair;

@@ -18,6 +18,7 @@ private Q_SLOTS:
              QStringLiteral("Ä 文档 \U0001F468\u200D\U0001F469 \u0646\u200C\u0647")},
             {QStringLiteral("a\u200Db \U000E0041"), QStringLiteral("a[ZWJ]b [E0041]")},
             {QStringLiteral("x") + QChar(0xD83D), QStringLiteral("x[D83D]")},
+            {QStringLiteral("a") + QChar(0xDCE9) + u'b', QStringLiteral("a[xE9]b")},
             {QString(), QString()},
         };
         for (const auto &[name, visible] : names)

@@ -59,12 +59,12 @@ private Q_SLOTS:
         QVERIFY(f.has("right/one=new"));
 
         f.carryOut(Command::CopyToRight, lines("late"));
-        QCOMPARE(f.asked(), QStringLiteral("A newer file will be replaced by an older one.\n\nright/late"));
+        QCOMPARE(f.asked(), QStringLiteral("A newer file will be replaced by an older one.\n\nRight side: right/late"));
         QVERIFY(f.has("right/late=old"));
 
         f.answers.answerNumber(2);
         f.carryOut(Command::CopyToRight, lines("late two"));
-        QCOMPARE(f.asked(), QStringLiteral("2 files will be replaced."));
+        QCOMPARE(f.asked(), QStringLiteral("2 files will be replaced.\n\nRight side: right"));
         QCOMPARE(f.rows().mid(1), lines("late two"));
         f.click("planCancel");
         QVERIFY(f.has("right/two=old"));
@@ -114,7 +114,7 @@ private Q_SLOTS:
         const QStringList before = f.files.picture();
         f.carryOut(Command::Delete, lines("a"), FolderSides::Left);
         QCOMPARE(f.askedTitle(), QStringLiteral("Delete"));
-        QVERIFY(f.asked().startsWith(QLatin1String("Delete a?\n")));
+        QVERIFY(f.asked().startsWith(QLatin1String("Delete a?\nLeft side: left/a\n")));
         QCOMPARE(f.files.picture(), before);
         QCOMPARE(f.finished, 0);
 
@@ -134,8 +134,8 @@ private Q_SLOTS:
         }
 
         f.carryOut(Command::Delete, lines("a sub"));
-        QCOMPARE(f.opened()->findChild<QLabel *>(QStringLiteral("planQuestion"))->text(),
-                 QStringLiteral("Delete 2 entries?"));
+        QCOMPARE(f.without(f.opened()->findChild<QLabel *>(QStringLiteral("planQuestion"))->text()),
+                 QStringLiteral("Delete 2 entries?\nLeft side: 2 entries in left\nRight side: right/a"));
         f.click("planStart");
         QCOMPARE(f.files.picture(), lines("right/c=3"));
         QCOMPARE(f.log().first(3), QStringList({QStringLiteral("delete: left/a"), QStringLiteral("delete: right/a"),
@@ -346,7 +346,7 @@ private Q_SLOTS:
         f.compare();
         f.carryOut(Command::MoveToRight, lines("a"));
         QCOMPARE(f.askedTitle(), QStringLiteral("Move"));
-        QCOMPARE(f.asked(), QStringLiteral("A newer file will be replaced by an older one.\n\nright/a"));
+        QCOMPARE(f.asked(), QStringLiteral("A newer file will be replaced by an older one.\n\nRight side: right/a"));
         QVERIFY(f.has("right/a=newer"));
         f.carryOut(Command::MoveToLeft, lines("a"));
         QCOMPARE(f.log().first(), QStringLiteral("move: right/a -> left/a"));

@@ -259,7 +259,7 @@ private Q_SLOTS:
             planMoveToOtherSide(input, {tree.indexOf(input, "dir"), tree.indexOf(input, "ok")}, PlanSide::Left));
         tree.make("right/dir/a=mine");
         QVERIFY(!tree.execute(plan).isComplete());
-        QCOMPARE(tree.picture(), lines("left/dir/ left/dir/.hidden=h left/dir/a=a right/dir/ right/dir/a=mine "
+        QCOMPARE(tree.picture(), lines("left/dir/ left/dir/a=a right/dir/ right/dir/.hidden=h right/dir/a=mine "
                                        "right/dir/sub/ right/dir/sub/b=b right/ok/ right/ok/c=c"));
     }
 

@@ -1,6 +1,12 @@
 #include "folder_operations/operation_fixture.h"
 #include "support/test_main.h"
 
+#include <QRegularExpression>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
 using namespace velmora;
 using namespace velmora::test;
 using Reason = LeftOutReason;
@@ -62,12 +68,14 @@ private Q_SLOTS:
             planDelete(input, {0}, PlanSide::Right, DeleteManner::ToRecycleBin, DeleteScope::WholeFolder));
         QCOMPARE(drawn(recycled), lines("recycle(1:dir)"));
         QCOMPARE(recycled.totals().deletedFiles, 2);
+        QCOMPARE(recycled.totals().deletedUnlisted, 1);
         QCOMPARE(recycled.totals().deletedBytes, 3);
         const OperationPlan deleted =
             tree.surveyed(planDelete(input, {0}, PlanSide::Right, DeleteManner::ForGood, DeleteScope::WholeFolder));
         QCOMPARE(deleted.steps.size(), 4);
         QCOMPARE(drawn(deleted).last(), QStringLiteral("delete(1:dir)"));
         QCOMPARE(deleted.totals().deletedFolders, 2);
+        QCOMPARE(deleted.totals().deletedUnlisted, 1);
     }
 
     void anUnknownPlaceIsLookedAt()
@@ -113,6 +121,60 @@ private Q_SLOTS:
         tree.makeLink(QStringLiteral("right"), tree.path("left/inner"));
         const OperationPlan plan = tree.mirror();
         QCOMPARE(plan.refusal, PlanRefusal::OverlappingRoots);
+    }
+
+    /// Hidden entries and broken links stayed behind without a word, and went with the source.
+    void aFolderThatGoesOverWholeLeavesNothingBehind()
+    {
+        OperationFixture tree;
+        tree.make("left/dir/a=1 left/dir/.git/config=2 left/dir/.git/empty/ left/dir/broken->nowhere left/dir/skip.o=3 "
+                  "left/dir/.skip.o=4 left/only/.x=5 left/both/.stays=6 left/both/b=7 right/both/b=8");
+        QCOMPARE(::mkfifo(QFile::encodeName(tree.path("left/dir/pipe")).constData(), 0600), 0);
+        PlanInput input = tree.input();
+        input.shows = [](const FolderDiffItem &item) { return !item.name.endsWith(QLatin1String(".o")); };
+        const PlanSelection dir{tree.indexOf(input, "dir")};
+        const QString other = tree.path("other");
+        const QStringList named{said(Reason::HiddenByFilter, "left/dir/.skip.o"),
+                                said(Reason::UnsupportedKind, "left/dir/pipe"),
+                                said(Reason::HiddenByFilter, "left/dir/skip.o")};
+        const QStringList moved =
+            lines("make(0:dir,1:dir) move(0:dir/.git/config,1:dir/.git/config) move(0:dir/a,1:dir/a) "
+                  "move(0:dir/broken,1:dir/broken) make(0:dir/.git,1:dir/.git) "
+                  "make(0:dir/.git/empty,1:dir/.git/empty) delete(0:dir/.git/empty) delete(0:dir/.git)");
+        const QStringList copied = QStringList(moved.first(6)).replaceInStrings(lines("move")[0], lines("copy")[0]);
+        const QStringList mirrored = copied + lines("make(0:only,1:only) copy(0:only/.x,1:only/.x)");
+        const auto judge = [&](const OperationPlan &plan, QStringList steps, std::optional<Reason> stays = {}) {
+            const OperationPlan surveyed = tree.surveyed(plan);
+            QStringList drawing = drawn(surveyed).filter(QRegularExpression(QStringLiteral("dir|only")));
+            drawing.sort();
+            steps.sort();
+            QCOMPARE(drawing, steps);
+            QStringList out = tree.leftOut(surveyed);
+            out.sort();
+            QStringList all = named;
+            if (stays) // what stays keeps its folder
+                all.append(said(*stays, "left/dir"));
+            all.sort();
+            QCOMPARE(out.filter(QStringLiteral("dir")), all);
+        };
+        judge(planCopyToOtherSide(input, dir, PlanSide::Left), copied);
+        judge(planMirror(input, PlanSide::Left, DeleteManner::ForGood), mirrored);
+        judge(planUpdate(input, PlanSide::Left), mirrored);
+        judge(planUpdateBoth(input), mirrored);
+        judge(planCopyTo(input, dir, PlanSide::Left, other, IfPresent::LeaveOut), copied);
+        judge(planMoveToOtherSide(input, dir, PlanSide::Left), moved, Reason::HoldsHiddenEntries);
+        judge(planMoveTo(input, dir, PlanSide::Left, other, IfPresent::LeaveOut), moved, Reason::HoldsUnlistedEntries);
+        // One entry of it is not the folder, even where nothing else is listed, and a rule that spares one spares it.
+        QCOMPARE(drawn(tree.surveyed(planCopyToOtherSide(input, {tree.indexOf(input, "dir/a")}, PlanSide::Left))),
+                 lines("make(0:dir,1:dir) copy(0:dir/a,1:dir/a)"));
+        input.shows = {};
+        const auto sparing = [](const FolderDiffItem &item) {
+            return item.name == QLatin1String("dir/a") || !item.name.startsWith(QLatin1String("dir"))
+                       ? EntryAction::Nothing
+                       : EntryAction::CopyToRight;
+        };
+        QCOMPARE(drawn(tree.surveyed(planActions(input, sparing, DeleteManner::ForGood))),
+                 lines("make(0:dir,1:dir) copy(0:dir/skip.o,1:dir/skip.o)"));
     }
 
     void linksStandForThemselves()

@@ -43,16 +43,17 @@ bool isPlainReplacement(const OperationPlan &plan, qint64 keptBytes)
 }
 
 /// Precondition: something is replaced.
-QString replacementText(const OperationPlan &plan)
+QString replacementText(const OperationPlan &plan, PlanSide side)
 {
     const qint64 files = plan.totals().replacedFiles;
     if (files > 1)
-        return Velmora::tr("%1 files will be replaced.").arg(QLocale().toString(files));
+        return Velmora::tr("%1 files will be replaced.").arg(QLocale().toString(files)) + QLatin1String("\n\n") +
+               sideLine(side, plan.roots[side == PlanSide::Left ? 0 : 1].path);
     const auto step = std::find_if(plan.steps.begin(), plan.steps.end(), replaces);
     const QString text =
         losesNewer(*step) ? Velmora::tr("A newer file will be replaced by an older one.")
                           : Velmora::tr("A file will be replaced, and its old contents will not be kept for undoing.");
-    return text + QLatin1String("\n\n") + shownPath(plan.pathOf(step->to));
+    return text + QLatin1String("\n\n") + sideLine(side, plan.pathOf(step->to));
 }
 
 /// The questions about one plan. Copies share what they are about, and live in the callbacks.
@@ -69,7 +70,7 @@ public:
             preview(title,
                     Velmora::tr("Mirror makes the destination identical to the source; extra items on the destination "
                                 "will be removed.") +
-                        u'\n' + selectionTitle(m_request),
+                        u'\n' + wayLines(),
                     Velmora::tr("&Mirror"));
         };
         if (!m_plan.sourceIsEmpty) {
@@ -90,13 +91,14 @@ public:
     void askUpdate() const
     {
         preview(Velmora::tr("Confirm update sync"),
-                Velmora::tr("New and newer files are copied; nothing is removed.") + u'\n' + selectionTitle(m_request),
+                Velmora::tr("New and newer files are copied; nothing is removed.") + u'\n' + wayLines(),
                 Velmora::tr("&Update"));
     }
 
     void askDelete() const
     {
-        const QString question = Velmora::tr("Delete %1?").arg(selectionTitle(m_request));
+        const QString question =
+            Velmora::tr("Delete %1?").arg(selectionTitle(m_request)) + u'\n' + sourceLines(m_request);
         const bool forGood = m_request.manner == DeleteManner::ForGood;
         if (m_plan.steps.size() > 1 || !m_plan.leftOut.isEmpty()) {
             preview(Velmora::tr("Delete"), question,
@@ -119,16 +121,24 @@ public:
     {
         enum Answer { Cancel, Replace, ShowList };
         const QString title = Velmora::tr(wordsOf(m_request.command).name);
-        Dialogs::instance().ask(m_window, Dialogs::Tone::Warning, title, replacementText(m_plan),
-                                {{Velmora::tr("&Replace"), Replace, false, false},
-                                 {Velmora::tr("&Show list..."), ShowList, false, false},
-                                 {Velmora::tr("Cancel"), Cancel, true, true}},
-                                [*this, title](int answer) {
-                                    if (answer == Replace)
-                                        m_answered(PlanAnswer::CarryOut);
-                                    else if (answer == ShowList)
-                                        preview(title, actionTitle(m_request), Velmora::tr("&Replace"));
-                                });
+        Dialogs::instance().ask(
+            m_window, Dialogs::Tone::Warning, title, replacementText(m_plan, otherSide(sourceOf(m_request.command))),
+            {{Velmora::tr("&Replace"), Replace, false, false},
+             {Velmora::tr("&Show list..."), ShowList, false, false},
+             {Velmora::tr("Cancel"), Cancel, true, true}},
+            [*this, title](int answer) {
+                if (answer == Replace)
+                    m_answered(PlanAnswer::CarryOut);
+                else if (answer == ShowList)
+                    preview(title, actionTitle(m_request) + u'\n' + wayLines(), Velmora::tr("&Replace"));
+            });
+    }
+
+    /// Not everything can be taken along: what stays behind is named first.
+    void askIncomplete() const
+    {
+        preview(Velmora::tr(wordsOf(m_request.command).name), actionTitle(m_request) + u'\n' + wayLines(),
+                isMove(m_request.command) ? Velmora::tr("&Move") : Velmora::tr("&Copy"));
     }
 
     /// `taken` is the number of files that are there already.
@@ -137,7 +147,8 @@ public:
         enum Answer { Cancel, Replace, Skip };
         Dialogs::instance().ask(m_window, Dialogs::Tone::Warning, actionTitle(m_request),
                                 Velmora::tr("Files of the same name in the destination folder: %1. Replace them?")
-                                    .arg(QLocale().toString(taken)),
+                                        .arg(QLocale().toString(taken)) +
+                                    QLatin1String("\n\n") + wayLines(),
                                 {{Velmora::tr("&Replace"), Replace, false, false},
                                  {Velmora::tr("&Skip them"), Skip, true, false},
                                  {Velmora::tr("Cancel"), Cancel, false, true}},
@@ -149,6 +160,18 @@ public:
     }
 
 private:
+    /// Where entries come from and where they go.
+    [[nodiscard]] QString wayLines() const
+    {
+        const QString from = sourceLines(m_request);
+        if (m_request.command == FolderCommand::UpdateBoth)
+            return from;
+        const PlanSide target = otherSide(sourceOf(m_request.command));
+        const QString to = m_request.destination.isEmpty() ? sideLine(target, rootOn(m_request.context, target))
+                                                           : shownPath(m_request.destination);
+        return from + QStringLiteral("\n→ ") + to;
+    }
+
     void preview(const QString &title, const QString &question, const QString &consent) const
     {
         previewPlan(*m_window, m_plan, title, question, consent,
@@ -166,6 +189,12 @@ qsizetype presentTargets(const OperationPlan &plan)
     return std::count_if(plan.steps.begin(), plan.steps.end(), [](const OperationStep &step) {
         return step.to.isSet() && step.toSeen.isPresent() && step.kind != OperationKind::MakeFolder;
     });
+}
+
+bool leavesKindsBehind(const OperationPlan &plan)
+{
+    return std::any_of(plan.leftOut.begin(), plan.leftOut.end(),
+                       [](const LeftOutEntry &entry) { return entry.reason == LeftOutReason::UnsupportedKind; });
 }
 
 } // namespace
@@ -192,11 +221,15 @@ void confirmPlan(QWidget &window, const ActionRequest &request, const OperationP
     case FolderCommand::MoveTo:
         if (const qsizetype taken = presentTargets(plan); taken > 0)
             confirmation.askReplacingThere(taken);
+        else if (leavesKindsBehind(plan))
+            confirmation.askIncomplete();
         else
             answered(PlanAnswer::CarryOut);
         break;
     default:
-        if (isPlainReplacement(plan, keptBytes))
+        if (leavesKindsBehind(plan))
+            confirmation.askIncomplete();
+        else if (isPlainReplacement(plan, keptBytes))
             answered(PlanAnswer::CarryOut);
         else
             confirmation.askReplacing();

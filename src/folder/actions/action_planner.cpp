@@ -300,6 +300,10 @@ OperationPlan joinedPlans(OperationPlan first, const OperationPlan &second)
         }
         first.steps.append(step);
     }
+    for (const Place &place : second.listed)
+        first.listed.append({numbers[place.root], place.relative});
+    if (!first.showsUnlisted)
+        first.showsUnlisted = second.showsUnlisted;
     first.leftOut.append(second.leftOut);
     first.rootsMustBeApart = first.rootsMustBeApart || second.rootsMustBeApart;
     if (first.refusal == PlanRefusal::None)

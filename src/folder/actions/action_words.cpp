@@ -1,5 +1,6 @@
 #include "folder/actions/action_words.h"
 
+#include "core/visible_name.h"
 #include "session/translate.h"
 
 #include <QDir>
@@ -176,12 +177,15 @@ QString totalsText(const OperationTotals &totals)
         parts.append(Velmora::tr("New folders: %1").arg(QLocale().toString(totals.madeFolders)));
     if (totals.deletedFolders > 0)
         parts.append(Velmora::tr("Deleted folders: %1").arg(QLocale().toString(totals.deletedFolders)));
+    if (totals.deletedUnlisted > 0)
+        parts.append(
+            Velmora::tr("Deleted although hidden or not listed: %1").arg(QLocale().toString(totals.deletedUnlisted)));
     return parts.join(QStringLiteral("   ·   "));
 }
 
 QString shownPath(const QString &path)
 {
-    return QDir::toNativeSeparators(path);
+    return visibleName(QDir::toNativeSeparators(path));
 }
 
 QString toolTipText(const QString &text)

@@ -1,9 +1,12 @@
 #include "folder/actions/command_words.h"
 
+#include "core/visible_name.h"
 #include "folder/actions/action_words.h"
 #include "session/translate.h"
 
 #include <QLocale>
+
+#include <algorithm>
 
 namespace velmora {
 
@@ -104,7 +107,35 @@ QString selectionTitle(const ActionRequest &request)
     const QList<FolderDiffItem> &items = request.selection.items;
     if (items.size() != 1)
         return Velmora::tr("%1 entries").arg(QLocale().toString(items.size()));
-    return items.first().name.mid(items.first().name.lastIndexOf(u'/') + 1);
+    return visibleName(QStringView(items.first().name).mid(items.first().name.lastIndexOf(u'/') + 1));
+}
+
+QString sideLine(PlanSide side, const QString &path)
+{
+    return Velmora::tr(side == PlanSide::Left ? QT_TRANSLATE_NOOP("Velmora", "Left side: %1")
+                                              : QT_TRANSLATE_NOOP("Velmora", "Right side: %1"))
+        .arg(shownPath(path));
+}
+
+QString sourceLines(const ActionRequest &request)
+{
+    const bool hasSource = isAboutRoots(request.command) || goesToOtherSide(request.command);
+    const bool isOneSided = hasSource && request.command != FolderCommand::UpdateBoth;
+    QStringList lines;
+    for (const PlanSide side :
+         isOneSided ? QList<PlanSide>{sourceOf(request.command)} : sidesOf(request.selection.sides)) {
+        const auto isThere = [side](const FolderDiffItem &item) { return !pathOn(item, side).isEmpty(); };
+        const QList<FolderDiffItem> &items = request.selection.items;
+        const qsizetype count = std::count_if(items.begin(), items.end(), isThere);
+        const QString root = shownPath(rootOn(request.context, side));
+        if (isAboutRoots(request.command))
+            lines.append(sideLine(side, root));
+        else if (count == 1)
+            lines.append(sideLine(side, pathOn(*std::find_if(items.begin(), items.end(), isThere), side)));
+        else if (count > 1)
+            lines.append(sideLine(side, Velmora::tr("%1 entries in %2").arg(QLocale().toString(count), root)));
+    }
+    return lines.join(u'\n');
 }
 
 } // namespace velmora

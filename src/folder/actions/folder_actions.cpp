@@ -320,7 +320,8 @@ void FolderActions::offerDeletingForGood(const ActionRequest &request)
 {
     Dialogs::instance().askYesNo(&m_window, Velmora::tr("Delete"),
                                  Velmora::tr("There is no recycle bin for some of the entries, so that they are still "
-                                             "there. Delete them for good?"),
+                                             "there. Delete them for good?") +
+                                     QLatin1String("\n\n") + sourceLines(request),
                                  false, [self = QPointer(this), request](bool yes) {
                                      ActionRequest again = request;
                                      again.manner = DeleteManner::ForGood;

@@ -82,6 +82,7 @@ void OperationTotals::add(const OperationStep &step)
     case OperationKind::Delete:
         if (isFolder)
             ++deletedFolders;
+        deletedUnlisted += step.unlisted;
         deletedFiles += step.fromSeen.files;
         deletedBytes += bytes;
         break;

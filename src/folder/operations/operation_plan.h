@@ -5,6 +5,8 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
+
 namespace velmora {
 
 /// Operations on files as plain data: what `plan_builders.h` makes, `plan_survey.h` completes, a person sees as a
@@ -56,6 +58,13 @@ enum class OperationKind : quint8 {
     Restore,    ///< what is in the recycle bin at `binPath` to `to`, where nothing is
 };
 
+/// What becomes of the entries of a folder that a comparison does not list: hidden ones, broken links, pipes.
+enum class UnlistedEntries : quint8 {
+    Stay,
+    AreCopied, ///< the folder goes over whole, and they with it
+    AreMoved,
+};
+
 struct OperationStep {
     OperationKind kind = OperationKind::Copy;
     Place from;
@@ -70,6 +79,10 @@ struct OperationStep {
     bool wholeTree = false;
     /// Of `Copy` and `Move` to a place that nobody has looked at: a file there may be replaced.
     bool mayReplace = false;
+    /// Of `MakeFolder` with a source, until the survey, which adds a step for each such entry.
+    UnlistedEntries unlistedEntries = UnlistedEntries::Stay;
+    /// Of a surveyed `Recycle` or `Delete`: how many of the entries that go the comparison does not list.
+    qint64 unlisted = 0;
 
     friend bool operator==(const OperationStep &, const OperationStep &) = default;
 };
@@ -132,6 +145,7 @@ struct OperationTotals {
     qint64 deletedBytes = 0;
     qint64 madeFolders = 0;
     qint64 deletedFolders = 0;
+    qint64 deletedUnlisted = 0; ///< of what is deleted, files and folders that the comparison does not list
 
     void add(const OperationStep &step);
     friend bool operator==(const OperationTotals &, const OperationTotals &) = default;
@@ -146,6 +160,10 @@ struct OperationPlan {
     PlanRefusal refusal = PlanRefusal::None;
     /// Of a mirror: there is nothing at the source, so that everything at the destination would go.
     bool sourceIsEmpty = false;
+    /// Of folders that are deleted as whole trees: what the comparison lists in them.
+    QList<Place> listed;
+    /// Whether the filters would show an entry that the comparison does not list; empty: they show everything.
+    std::function<bool(const QString &path, const NodeState &node)> showsUnlisted;
     bool rootsMustBeApart = false; ///< the first two roots may neither be the same nor lie in each other
     bool isSurveyed = false;
 

@@ -2,8 +2,20 @@
 
 namespace velmora {
 
-PairPlan::PairPlan(const PlanInput &input) : m_input(input), m_entries(input), m_made(m_entries.all().size(), 0)
+namespace {
+
+/// What stands for the step that makes a folder where there is none.
+constexpr qint32 notMade = -1; ///< nobody has asked for the folder
+constexpr qint32 isThere = -2; ///< it needs none
+
+} // namespace
+
+PairPlan::PairPlan(const PlanInput &input) : m_input(input), m_entries(input)
 {
+    const std::size_t count = m_entries.all().size();
+    m_going.resize(count, UnlistedEntries::Stay);
+    m_made.resize(count, notMade);
+    m_plan.showsUnlisted = unlistedFilter(input);
     m_plan.roots = {{m_entries.root(PlanSide::Left), std::nullopt, !input.leftReadOnly},
                     {m_entries.root(PlanSide::Right), std::nullopt, !input.rightReadOnly}};
 }
@@ -45,6 +57,7 @@ void PairPlan::copy(int index, PlanSide source, OperationKind kind)
         leaveOut(entry, LeftOutReason::FileAgainstFolder, target);
         return;
     }
+    m_going[std::size_t(index)] = kind == OperationKind::Move ? UnlistedEntries::AreMoved : UnlistedEntries::AreCopied;
     if (entry.isFolder()) {
         makeFolders(index, source);
         return;
@@ -89,6 +102,7 @@ void PairPlan::remove(int index, PlanSide side, DeleteManner manner, bool follow
 
 OperationPlan PairPlan::finished()
 {
+    markWholeFolders();
     std::reverse(m_deletions.begin(), m_deletions.end());
     m_plan.steps.append(m_deletions);
     return std::move(m_plan);
@@ -113,11 +127,11 @@ bool PairPlan::canWrite(const PlanEntry &entry, PlanSide side)
 
 void PairPlan::makeFolders(int index, PlanSide source)
 {
-    if (index < 0 || m_made[std::size_t(index)] != 0)
+    if (index < 0 || m_made[std::size_t(index)] != notMade)
         return;
     const PlanEntry &entry = m_entries.at(index);
     makeFolders(entry.parent, source);
-    m_made[std::size_t(index)] = 1;
+    m_made[std::size_t(index)] = isThere;
     if (entry.on(otherSide(source)).isThere)
         return;
     OperationStep step;
@@ -126,7 +140,20 @@ void PairPlan::makeFolders(int index, PlanSide source)
     step.fromSeen = seenOn(entry, source);
     step.to = placeOf(entry, otherSide(source));
     step.toSeen = SeenEntry::absent();
+    m_made[std::size_t(index)] = qint32(m_plan.steps.size());
     m_plan.steps.append(step);
+}
+
+void PairPlan::markWholeFolders()
+{
+    for (std::size_t i = m_made.size(); i-- > 0;) {
+        const PlanEntry &entry = m_entries.at(int(i));
+        const bool stays = m_going[i] == UnlistedEntries::Stay;
+        if (stays && !entry.isHidden && entry.parent >= 0)
+            m_going[std::size_t(entry.parent)] = UnlistedEntries::Stay;
+        if (m_made[i] >= 0)
+            m_plan.steps[m_made[i]].unlistedEntries = m_going[i];
+    }
 }
 
 bool PairPlan::isBelowProblem(const PlanEntry &entry, PlanSide side) const

@@ -39,13 +39,16 @@ private:
     bool canWrite(const PlanEntry &entry, PlanSide side);
     /// Makes the folder `index` and those that it lies in where the other side lacks them.
     void makeFolders(int index, PlanSide source);
+    /// A folder that was asked for goes over whole when everything goes that is listed in it and that filters show.
+    void markWholeFolders();
     [[nodiscard]] bool isBelowProblem(const PlanEntry &entry, PlanSide side) const;
 
     const PlanInput &m_input;
     PlanEntries m_entries;
     OperationPlan m_plan;
     QList<OperationStep> m_deletions;
-    std::vector<char> m_made;
+    std::vector<UnlistedEntries> m_going; ///< of each entry that goes, what happens beside it; else `Stay`
+    std::vector<qint32> m_made;           ///< the step that makes each folder, below 0 where there is none
 };
 
 } // namespace velmora

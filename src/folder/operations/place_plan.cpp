@@ -7,6 +7,7 @@ PlacePlan::PlacePlan(const PlanInput &input, PlanSide source, const QString &des
     : m_entries(input), m_source(source), m_kind(kind), m_mayReplace(ifPresent == IfPresent::Replace)
 {
     const bool isLeft = source == PlanSide::Left;
+    m_plan.showsUnlisted = unlistedFilter(input);
     m_plan.roots = {{m_entries.root(source), std::nullopt, !(isLeft ? input.leftReadOnly : input.rightReadOnly)},
                     {cleanRoot(destination), std::nullopt, true}};
     if (kind == OperationKind::Move && !m_plan.roots[0].writable)
@@ -66,6 +67,8 @@ void PlacePlan::append(const PlanEntry &entry, const QString &target)
     step.fromSeen = seenOn(entry, m_source);
     step.to = {1, target};
     step.mayReplace = m_mayReplace;
+    if (entry.isFolder()) // all that is shown in it is taken, or named as left out
+        step.unlistedEntries = m_kind == OperationKind::Move ? UnlistedEntries::AreMoved : UnlistedEntries::AreCopied;
     m_plan.steps.append(step);
     if (!entry.isFolder() || m_kind != OperationKind::Move)
         return;

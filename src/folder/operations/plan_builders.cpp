@@ -194,6 +194,8 @@ OperationPlan planDelete(const PlanInput &input, const PlanSelection &selection,
         const PlanEntry &entry = builder.entries().at(i);
         const bool goesWithFolder = entry.parent >= 0 && isGone[std::size_t(entry.parent)] != 0;
         isGone[std::size_t(i)] = goesWithFolder ? 1 : 0;
+        if (goesWithFolder && entry.on(side).isThere)
+            builder.plan().listed.append(PairPlan::placeOf(entry, side));
         if (marks[std::size_t(i)] == 0 || entry.isHidden || goesWithFolder ||
             (marks[std::size_t(i)] != 2 && !entry.on(side).isThere))
             continue;

@@ -72,6 +72,7 @@ enum class IfPresent : quint8 { LeaveOut, Replace };
 using PlanSelection = QList<qsizetype>;
 
 /// Copies from `source` to the other side. Selected files are copied always, those in selected folders unless equal.
+/// As with all these, a folder that is on one side only goes over whole: with what the comparison does not list in it.
 [[nodiscard]] OperationPlan planCopyToOtherSide(const PlanInput &input, const PlanSelection &selection,
                                                 PlanSide source);
 /// As `planCopyToOtherSide`; what has arrived is removed at `source`, and so are folders that are empty then.

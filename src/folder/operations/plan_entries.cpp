@@ -45,6 +45,22 @@ SeenEntry seenOn(const PlanEntry &entry, PlanSide side)
     return seen;
 }
 
+std::function<bool(const QString &path, const NodeState &node)> unlistedFilter(const PlanInput &input)
+{
+    if (!input.shows)
+        return {};
+    return [shows = input.shows](const QString &path, const NodeState &node) {
+        FolderDiffItem item; // filters do not ask for the side
+        item.name = bareName(path);
+        item.leftPath = path;
+        item.leftSize = node.kind == NodeKind::File ? node.size : 0;
+        item.leftTime = QDateTime::fromMSecsSinceEpoch(node.modifiedNs / 1'000'000, Qt::UTC);
+        item.isDir = node.kind == NodeKind::Folder;
+        item.setDiffStatus(FolderDiffStatus::LeftOnly);
+        return shows(item);
+    };
+}
+
 PlanEntries::PlanEntries(const PlanInput &input)
     : m_input(input), m_roots{cleanRoot(input.leftRoot), cleanRoot(input.rightRoot)}
 {

@@ -52,6 +52,9 @@ struct PlanEntry {
 /// What the comparison says of an entry; nothing where it does not tell which side is the folder.
 [[nodiscard]] SeenEntry seenOn(const PlanEntry &entry, PlanSide side);
 
+/// The filters of `input` for entries that are no items of it.
+[[nodiscard]] std::function<bool(const QString &path, const NodeState &node)> unlistedFilter(const PlanInput &input);
+
 /// The items of a comparison as a tree. The input must outlive it.
 class PlanEntries {
 public:

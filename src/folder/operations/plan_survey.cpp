@@ -32,14 +32,18 @@ public:
         if (surveyed.refusal != PlanRefusal::None)
             return surveyed;
         m_leftOut = m_plan.leftOut;
+        noteListed();
         for (qsizetype i = 0; i < m_plan.steps.size(); ++i) {
             if (m_cancel.isCancelled()) {
                 surveyed.refusal = PlanRefusal::Cancelled;
                 return surveyed;
             }
             m_progress.report(0, i, m_plan.steps.size());
-            survey(m_plan.steps[i]);
+            if (isDeletion(m_plan.steps[i]))
+                clearMovedFolders();
+            surveyWithUnlisted(m_plan.steps[i]);
         }
+        clearMovedFolders();
         m_steps = FolderDeletions(m_plan, m_chain, m_cancel, m_vacated, m_leftOut).settled(m_steps);
         nameLinks();
         if (m_cancel.isCancelled()) {
@@ -73,6 +77,92 @@ private:
     void leaveOut(LeftOutReason reason, const Place &place, const FileError &error = {})
     {
         m_leftOut.append({reason, m_plan.pathOf(place), error.reason});
+    }
+
+    /// What the plan itself knows of folders that go whole.
+    void noteListed()
+    {
+        for (const Place &place : m_plan.listed)
+            m_listed.add(place);
+        const auto goesOver = [](const OperationStep &step) { return step.unlistedEntries != UnlistedEntries::Stay; };
+        if (std::none_of(m_plan.steps.begin(), m_plan.steps.end(), goesOver))
+            return;
+        for (const OperationStep &step : m_plan.steps)
+            m_listed.add(step.from);
+        for (const LeftOutEntry &entry : m_plan.leftOut)
+            m_leftOutPaths.insert(entry.path);
+    }
+
+    void surveyWithUnlisted(const OperationStep &first)
+    {
+        std::vector<OperationStep> waiting{first};
+        while (!waiting.empty() && !m_cancel.isCancelled()) {
+            const OperationStep step = waiting.back();
+            waiting.pop_back();
+            const auto namedSoFar = m_leftOut.size() + m_links.size();
+            survey(step);
+            const bool goes = m_leftOut.size() + m_links.size() == namedSoFar && !isDropped(step) &&
+                              !m_droppedSources.contains(step.from);
+            if (goes && step.unlistedEntries != UnlistedEntries::Stay)
+                addUnlisted(step, waiting);
+        }
+    }
+
+    void addUnlisted(const OperationStep &folder, std::vector<OperationStep> &waiting)
+    {
+        FileError error;
+        const std::unique_ptr<FolderHandle> handle = m_chain.open(folder.from, error);
+        if (handle) {
+            error = handle->list([&](const QString &name, const NodeState &node) {
+                const OperationStep step = unlistedStep(folder, name, node);
+                const QString path = m_plan.pathOf(step.from);
+                if (m_listed.contains(step.from) || m_leftOutPaths.contains(path))
+                    return true;
+                if (m_plan.showsUnlisted && !m_plan.showsUnlisted(path, node))
+                    leaveOut(LeftOutReason::HiddenByFilter, step.from);
+                else
+                    take(step, waiting);
+                return !m_cancel.isCancelled();
+            });
+        }
+        if (error.isError())
+            leaveOut(LeftOutReason::NotReadable, folder.from, error);
+    }
+
+    OperationStep unlistedStep(const OperationStep &folder, const QString &name, const NodeState &node)
+    {
+        const bool isMoved = folder.unlistedEntries == UnlistedEntries::AreMoved;
+        OperationStep step;
+        step.kind = isMoved ? OperationKind::Move : OperationKind::Copy;
+        step.from = {folder.from.root, QString(folder.from.relative % u'/' % name)};
+        step.fromSeen = SeenEntry::exactly(node);
+        step.to = {folder.to.root, QString(folder.to.relative % u'/' % name)};
+        step.toSeen = folder.toSeen;
+        step.mayReplace = folder.mayReplace;
+        if (node.kind == NodeKind::Folder) {
+            step.kind = OperationKind::MakeFolder;
+            step.unlistedEntries = folder.unlistedEntries;
+        }
+        return step;
+    }
+
+    void take(const OperationStep &step, std::vector<OperationStep> &waiting)
+    {
+        waiting.push_back(step);
+        if (step.unlistedEntries != UnlistedEntries::AreMoved)
+            return;
+        OperationStep clearing;
+        clearing.kind = OperationKind::Delete;
+        clearing.from = step.from;
+        clearing.fromSeen = step.fromSeen;
+        m_clearings.push_back(clearing);
+    }
+
+    /// Folders that nobody listed are removed like those of the plan once what was in them has been moved.
+    void clearMovedFolders()
+    {
+        for (; !m_clearings.empty(); m_clearings.pop_back())
+            survey(m_clearings.back());
     }
 
     void survey(OperationStep step)
@@ -307,6 +397,7 @@ private:
 
     void takeWholeTree(OperationStep step)
     {
+        step.unlisted = 0;
         FileError error;
         const std::unique_ptr<FolderHandle> folder = m_chain.open(step.from, error);
         TreeSummary summary;
@@ -319,6 +410,8 @@ private:
                 inner.from = {step.from.root, QString(step.from.relative % u'/' % relative)};
                 inner.fromSeen = SeenEntry::exactly(node);
                 inner.fromSeen.files = node.kind == NodeKind::Folder ? 0 : 1;
+                inner.unlisted = m_listed.contains(inner.from) ? 0 : 1;
+                step.unlisted += inner.unlisted;
                 single.append(inner);
                 return !m_cancel.isCancelled();
             });
@@ -333,6 +426,7 @@ private:
             for (const OperationStep &inner : single)
                 accept(inner);
             step.wholeTree = false;
+            step.unlisted = 0; // the single steps say it
         }
         accept(step);
     }
@@ -343,6 +437,9 @@ private:
     Progress &m_progress;
     QList<OperationStep> m_steps;
     QList<LeftOutEntry> m_leftOut;
+    PlaceSet m_listed;            ///< what the comparison lists in folders that go whole
+    QSet<QString> m_leftOutPaths; ///< what the plan left out from the start
+    std::vector<OperationStep> m_clearings;
     PlaceSet m_vacated;
     PlaceSet m_filled;
     PlaceSet m_dropped;        ///< target folders that will not be made

@@ -10,6 +10,8 @@ namespace velmora {
 /// links for what they are. Synchronous, for a worker; reads only. Two system calls for each step; progress counts
 /// steps, phase 0.
 ///
+/// - A folder that goes over whole takes along what the comparison does not list; what of that no copy can be made of,
+///   or filters would hide, is left out by name.
 /// - Entries that are no longer what the comparison saw are left out.
 /// - What the comparison saw through a link is left out; the link itself is the entry and is copied as a link.
 /// - A folder that goes to the recycle bin with all that is in it becomes one step; if it holds more than the steps
