@@ -9,14 +9,19 @@
 #include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QTemporaryDir>
 
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -102,7 +107,8 @@ struct Costs {
     double delivery = 0; ///< milliseconds from the rows' arrival to both panes painted
     double frame = 0;    ///< of a step of the caret by one page
     double character = 0;
-    double memory = 0; ///< times the two files
+    double replacing = 0; ///< the longest turn of the event loop while all matches are replaced and compared again
+    double memory = 0;    ///< times the two files
 };
 
 void paint(DiffView &view)
@@ -134,6 +140,32 @@ double measureDelivery(const QString &left, const QString &right)
         times.add(timer.nsecsElapsed());
     }
     return times.median();
+}
+
+/// A match in each line is replaced.
+double measureReplacing(TextCompareWidget &session)
+{
+    session.findChild<QAction *>(QStringLiteral("replaceAction"))->trigger();
+    session.findChild<QLineEdit *>(QStringLiteral("findText"))->setText(QStringLiteral("words"));
+    session.findChild<QLineEdit *>(QStringLiteral("replaceText"))->setText(QStringLiteral("phrases"));
+    auto *button = session.findChild<QPushButton *>(QStringLiteral("replaceAll"));
+    const auto *status = session.findChild<QLabel *>(QStringLiteral("statusLabel"));
+    while (session.view().scene().search().isSearching() || !button->isEnabled())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    double longest = 0;
+    const auto turnUntil = [&longest](const std::function<bool()> &done) {
+        while (!done()) {
+            QElapsedTimer timer;
+            timer.start();
+            QCoreApplication::processEvents();
+            longest = std::max(longest, double(timer.nsecsElapsed()) / 1e6);
+        }
+    };
+    button->click();
+    turnUntil([status] { return status->text().startsWith(QStringLiteral("Replaced")); });
+    turnUntil([status] { return status->text().contains(QStringLiteral("Compare done")); });
+    session.view().scene().search().setQuery({});
+    return longest;
 }
 
 Costs measure(int lines)
@@ -190,6 +222,7 @@ Costs measure(int lines)
             characters.add(timer.nsecsElapsed());
         }
         costs.character = characters.median();
+        costs.replacing = measureReplacing(session);
     }
     costs.delivery = measureDelivery(left, right);
     return costs;
@@ -222,6 +255,7 @@ int main(int argc, char *argv[])
     bool ok = report("rows delivered and painted", few.delivery, many.delivery, mostForDelivery);
     ok = report("one page down", few.frame, many.frame, mostForAFrame) && ok;
     ok = report("one character typed", few.character, many.character, mostForACharacter) && ok;
+    std::printf("%-28s %10.2f ms %10.2f ms\n", "longest wait while replacing", few.replacing, many.replacing);
     std::printf("%-28s %10.2f x the two files (at most %g)\n", "memory of the open session", many.memory, mostMemory);
     return ok && many.memory <= mostMemory ? 0 : 1;
 }

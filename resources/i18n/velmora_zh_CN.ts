@@ -694,6 +694,34 @@ The editor has unsaved changes; re-comparing without reloading may discard disk 
         <translation>文件被外部修改</translation>
     </message>
     <message>
+        <source>Keep the text that is shown</source>
+        <translation>保留显示的文本</translation>
+    </message>
+    <message>
+        <source>Both files have changed on disk.</source>
+        <translation>两侧文件在磁盘上都已更改。</translation>
+    </message>
+    <message>
+        <source>The left file has changed on disk: %1</source>
+        <translation>左侧文件在磁盘上已更改：%1</translation>
+    </message>
+    <message>
+        <source>The right file has changed on disk: %1</source>
+        <translation>右侧文件在磁盘上已更改：%1</translation>
+    </message>
+    <message>
+        <source>The left file is no longer there: %1</source>
+        <translation>左侧文件已不存在：%1</translation>
+    </message>
+    <message>
+        <source>The right file is no longer there: %1</source>
+        <translation>右侧文件已不存在：%1</translation>
+    </message>
+    <message>
+        <source>The text shown has unsaved changes, which stay unless you discard them.</source>
+        <translation>显示的文本有未保存的更改，除非您放弃，否则会保留。</translation>
+    </message>
+    <message>
         <source>&amp;Reload</source>
         <translation>重新加载(&amp;R)</translation>
     </message>
@@ -1090,6 +1118,34 @@ The editor has unsaved changes; re-comparing without reloading may discard disk 
         <translation>图例(&amp;L)</translation>
     </message>
     <message>
+        <source>&amp;Keyboard shortcuts</source>
+        <translation>快捷键(&amp;K)</translation>
+    </message>
+    <message>
+        <source>Keyboard shortcuts</source>
+        <translation>快捷键</translation>
+    </message>
+    <message>
+        <source>Search for a command or a key</source>
+        <translation>搜索命令或按键</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>命令</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>按键</translation>
+    </message>
+    <message>
+        <source>Everywhere</source>
+        <translation>所有位置</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1、%2</translation>
+    </message>
+    <message>
         <source>Restart Velmora for a full language update (menus, home, new tabs).</source>
         <translation>重新启动 Velmora 后，语言才会全部更新（菜单、主页、新标签页）。</translation>
     </message>
@@ -1132,6 +1188,22 @@ The editor has unsaved changes; re-comparing without reloading may discard disk 
     <message>
         <source>Language:</source>
         <translation>语言：</translation>
+    </message>
+    <message>
+        <source>Font of texts:</source>
+        <translation>文本字体：</translation>
+    </message>
+    <message>
+        <source>Size of texts:</source>
+        <translation>文本字号：</translation>
+    </message>
+    <message>
+        <source> pt</source>
+        <translation> 磅</translation>
+    </message>
+    <message>
+        <source>Tab width:</source>
+        <translation>制表符宽度：</translation>
     </message>
     <message>
         <source>Theme, colors, and fonts</source>
@@ -1428,6 +1500,58 @@ Stored under HKCU (no admin). Uncheck to remove.</source>
     <message>
         <source>Find in this side</source>
         <translation>在此侧查找</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>替换</translation>
+    </message>
+    <message>
+        <source>Replace (Ctrl+H)</source>
+        <translation>替换 (Ctrl+H)</translation>
+    </message>
+    <message>
+        <source>Replace all</source>
+        <translation>全部替换</translation>
+    </message>
+    <message>
+        <source>Replace with</source>
+        <translation>替换为</translation>
+    </message>
+    <message>
+        <source>With a regular expression, \1 or $1 stands for its first group, \n for a line break and \t for a tabulator</source>
+        <translation>使用正则表达式时，\1 或 $1 表示第一个分组，\n 表示换行，\t 表示制表符</translation>
+    </message>
+    <message>
+        <source>Replace the selected match and go to the next one</source>
+        <translation>替换选中的匹配项并转到下一个</translation>
+    </message>
+    <message>
+        <source>Replace all matches in the whole text of this side, shown or not, as one step</source>
+        <translation>一步替换此侧整个文本中的所有匹配项，无论是否显示</translation>
+    </message>
+    <message>
+        <source>Replacing...</source>
+        <translation>正在替换...</translation>
+    </message>
+    <message>
+        <source>Replacing: %1 %</source>
+        <translation>正在替换：%1 %</translation>
+    </message>
+    <message>
+        <source>Nothing was replaced</source>
+        <translation>未替换任何内容</translation>
+    </message>
+    <message>
+        <source>Nothing was replaced: the text would be too long</source>
+        <translation>未替换任何内容：文本会过长</translation>
+    </message>
+    <message>
+        <source>Replaced matches: %1</source>
+        <translation>已替换的匹配项：%1</translation>
+    </message>
+    <message>
+        <source>The expression is too slow for %1 lines, which stay as they are</source>
+        <translation>表达式在 %1 行上过慢，这些行保持原样</translation>
     </message>
     <message>
         <source>No match</source>
@@ -3814,6 +3938,54 @@ Read-only: %5</source>
     <message>
         <source>Wrap long lines at the edge of the texts</source>
         <translation>在文本边缘将长行折行显示</translation>
+    </message>
+    <message>
+        <source>Lines of more than %1 bytes are not wrapped: they are scrolled sideways</source>
+        <translation>超过 %1 字节的行不换行，可横向滚动</translation>
+    </message>
+    <message>
+        <source>Align with...</source>
+        <translation>对齐到...</translation>
+    </message>
+    <message>
+        <source>Choose a line on each side, which are compared with each other from then on</source>
+        <translation>在两侧各选择一行，此后这两行相互比较</translation>
+    </message>
+    <message>
+        <source>Undo this alignment</source>
+        <translation>撤销此对齐</translation>
+    </message>
+    <message>
+        <source>Undo all alignments</source>
+        <translation>撤销所有对齐</translation>
+    </message>
+    <message>
+        <source>There is no line here that could be aligned</source>
+        <translation>此处没有可对齐的行</translation>
+    </message>
+    <message>
+        <source>Left line %1 is chosen: now choose a line on the right in the same way (Esc gives up)</source>
+        <translation>已选择左侧第 %1 行：请以同样方式选择右侧的一行（Esc 放弃）</translation>
+    </message>
+    <message>
+        <source>Right line %1 is chosen: now choose a line on the left in the same way (Esc gives up)</source>
+        <translation>已选择右侧第 %1 行：请以同样方式选择左侧的一行（Esc 放弃）</translation>
+    </message>
+    <message>
+        <source>No line is chosen any more</source>
+        <translation>已取消选择的行</translation>
+    </message>
+    <message>
+        <source>This line is not aligned by hand</source>
+        <translation>此行没有手动对齐</translation>
+    </message>
+    <message>
+        <source>Align with left line %1</source>
+        <translation>与左侧第 %1 行对齐</translation>
+    </message>
+    <message>
+        <source>Align with right line %1</source>
+        <translation>与右侧第 %1 行对齐</translation>
     </message>
     <message>
         <source>Syntax colours</source>

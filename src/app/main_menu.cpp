@@ -1,6 +1,7 @@
 #include "app/main_menu.h"
 
 #include "app/edit_menu.h"
+#include "app/key_list_dialog.h"
 #include "app/session_kinds.h"
 #include "app/session_tabs.h"
 #include "app/tarnwick.h"
@@ -61,6 +62,12 @@ void addHelpMenu(QMenuBar *bar, Tarnwick &window)
 {
     QMenu *menu = bar->addMenu(Velmora::tr("&Help"));
     menu->addAction(Velmora::tr("&Legend"), &window, &Tarnwick::showLegend);
+    QAction *keys = menu->addAction(Velmora::tr("&Keyboard shortcuts"), &window, [&window] {
+        auto *dialog = new KeyListDialog(collectKeys(*window.menuBar(), window), &window);
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+        dialog->show();
+    });
+    keys->setShortcut(Qt::Key_F1);
     menu->addSeparator();
     menu->addAction(Velmora::tr("&About"), &window, &Tarnwick::onAbout);
 }

@@ -1,6 +1,7 @@
 #include "app/options_dialog.h"
 
 #include "app/locale.h"
+#include "app/text_appearance_fields.h"
 #include "app/theme_preview.h"
 #include "core/settings_store.h"
 #include "session/dialogs.h"
@@ -114,6 +115,7 @@ QWidget *OptionsDialog::makeAppearancePage()
     auto *choices = new QFormLayout;
     choices->addRow(Velmora::tr("Theme:"), m_theme);
     choices->addRow(Velmora::tr("Language:"), m_language);
+    m_texts = new TextAppearanceFields(*choices, this);
     auto *page = new QWidget;
     auto *column = new QVBoxLayout(page);
     column->setContentsMargins(0, 0, 0, 0);
@@ -167,6 +169,7 @@ bool OptionsDialog::isDarkChosen() const
 
 void OptionsDialog::apply()
 {
+    m_texts->save(); // before sessions are told of the theme, which look for this, too
     applyTheme();
     applyLanguage();
     if (applyExplorerMenu())

@@ -9,7 +9,9 @@ class QComboBox;
 
 namespace velmora {
 
-/// The options of the interface: theme, language, and the entries in the file manager's context menu.
+class TextAppearanceFields;
+
+/// The options of the interface: theme, language, how texts look, and the entries in the file manager's context menu.
 ///
 /// A theme is worn as soon as it is chosen; Cancel brings the old one back. Apply stores everything and closes, unless
 /// the context menu could not be written.
@@ -37,6 +39,7 @@ private:
     ShellMenu m_menu;
     QComboBox *m_theme;
     QComboBox *m_language;
+    TextAppearanceFields *m_texts = nullptr;
     QCheckBox *m_explorer;
     bool m_dark;
 };

@@ -7,6 +7,7 @@
 class QBoxLayout;
 class QCheckBox;
 class QLineEdit;
+class QPushButton;
 class QToolButton;
 
 namespace velmora {
@@ -22,7 +23,17 @@ public:
     /// Shows the bar and takes the keyboard; `text` becomes what is looked for unless it is empty.
     void open(const QString &text);
 
+    /// Shows the line for replacing, or hides it.
+    void showReplace(bool shown);
+
     [[nodiscard]] SearchQuery query() const;
+    /// What a match is to be replaced by, as it was typed.
+    [[nodiscard]] QString replacement() const;
+
+    /// While all matches are being replaced the button that began it gives it up.
+    void showReplacing(bool replacing);
+    /// Shows how much of that is done, 0 to 1.
+    void showReplaced(double fraction);
 
     /// Says where the search stands: match `current` (from 0, -1 for none) of `count`.
     void showPosition(qsizetype current, qsizetype count);
@@ -40,6 +51,8 @@ Q_SIGNALS:
     void nextWanted();
     void previousWanted();
     void closeWanted();
+    void replaceWanted();
+    void replaceAllWanted();
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -47,6 +60,7 @@ protected:
 
 private:
     void layOut();
+    [[nodiscard]] QWidget *makeReplaceRow();
 
     QLineEdit *m_text;
     QCheckBox *m_matchCase;
@@ -56,6 +70,11 @@ private:
     QToolButton *m_previous;
     QToolButton *m_next;
     QToolButton *m_close;
+    QToolButton *m_showReplace;
+    QLineEdit *m_with;
+    QPushButton *m_replace;
+    QPushButton *m_replaceAll;
+    QWidget *m_replaceRow;
     QBoxLayout *m_rows; ///< what is looked for, and how
 };
 

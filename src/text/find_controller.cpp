@@ -23,6 +23,12 @@ void FindController::open()
     takeQuery();
 }
 
+void FindController::openForReplacing()
+{
+    open();
+    m_bar.showReplace(true);
+}
+
 void FindController::close()
 {
     if (m_bar.isHidden())
@@ -54,6 +60,12 @@ void FindController::step(bool forward)
                                    : search.lastBefore(caret.side, caret.selectionStart());
     select(shownMatch(next, forward));
     m_start = caret.selectionStart();
+}
+
+void FindController::continueFromCaret()
+{
+    m_start = m_view.scene().caret().position;
+    m_jumps = true;
 }
 
 qsizetype FindController::shownMatch(qsizetype from, bool forward) const

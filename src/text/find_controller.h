@@ -19,8 +19,12 @@ public:
 
     /// Opens the bar with what is selected, if that is part of one line.
     void open();
+    /// The same with the line for replacing.
+    void openForReplacing();
     void close();
     void step(bool forward);
+    /// After an edit: goes to the first match from the caret on, as soon as it is known.
+    void continueFromCaret();
     /// Takes up what the bar says now and goes to the first match from where the search began.
     void takeQuery();
 

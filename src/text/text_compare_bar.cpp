@@ -77,6 +77,7 @@ TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_positi
     addSaving();
     addSeparator();
     find = add({"findAction", Velmora::tr("Find"), QStringLiteral("find.png"), {Qt::CTRL | Qt::Key_F}, {}});
+    replace = add({"replaceAction", Velmora::tr("Replace"), {}, {Qt::CTRL | Qt::Key_H}, {}});
     goToLine =
         add({"goToLineAction", Velmora::tr("Go to line"), QStringLiteral("goto_line.png"), {Qt::CTRL | Qt::Key_G}, {}});
     wrapLines = add({"wrapLinesAction",
@@ -134,6 +135,13 @@ TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_positi
                          {},
                          {Qt::CTRL | Qt::SHIFT | Qt::Key_V},
                          {}});
+    alignLines = add({"alignLinesAction",
+                      Velmora::tr("Align with..."),
+                      {},
+                      {Qt::Key_F7},
+                      Velmora::tr("Choose a line on each side, which are compared with each other from then on")});
+    releaseLines = add({"releaseLinesAction", Velmora::tr("Undo this alignment"), {}, {Qt::SHIFT | Qt::Key_F7}, {}});
+    releaseAllLines = add({"releaseAllLinesAction", Velmora::tr("Undo all alignments"), {}, {}, {}});
     addContextLines();
 
     refreshTheme();
@@ -209,7 +217,7 @@ void TextCompareBar::showRunning(bool running, bool cancelling)
     changeIcon(compare, running ? QStringLiteral("cancel.png") : QStringLiteral("compare.png"));
 }
 
-void TextCompareBar::addTo(QMenu &menu)
+void TextCompareBar::addTo(QMenu &menu, const Alignments &alignments)
 {
     menu.addSeparator();
     menu.addActions({edit, copyToRight, copyToLeft});
@@ -218,7 +226,12 @@ void TextCompareBar::addTo(QMenu &menu)
     menu.addSeparator();
     menu.addActions({previousDifference, nextDifference, switchPane});
     menu.addSeparator();
-    menu.addActions({find, goToLine});
+    menu.addActions({find, replace, goToLine});
+    menu.addAction(alignLines);
+    if (alignments.here)
+        menu.addAction(releaseLines);
+    if (alignments.any)
+        menu.addAction(releaseAllLines);
     menu.addSeparator();
     menu.addActions({wrapLines, syntaxColours, showBlanks, lineDetail, ignoreMinor});
     QMenu *context = menu.addMenu(Velmora::tr("Equal lines around differences"));

@@ -35,6 +35,7 @@ public:
     QAction *saveLeftAs; ///< in the menu of its button
     QAction *saveRightAs;
     QAction *find;
+    QAction *replace; ///< by key only
     QAction *goToLine;
     QAction *lineDetail;
     QAction *wrapLines;
@@ -51,6 +52,9 @@ public:
     QAction *resetZoom;
     QAction *copyPatch;
     QAction *takeClipboard;
+    QAction *alignLines;
+    QAction *releaseLines;
+    QAction *releaseAllLines;
     QActionGroup *contextLines; ///< each action's data is a number of lines
 
     /// Checks the action of `lines`, if there is one.
@@ -62,8 +66,13 @@ public:
     /// Turns the compare button into the one that cancels, and back.
     void showRunning(bool running, bool cancelling);
 
+    /// Which alignments by hand there are to be undone.
+    struct Alignments {
+        bool here = false;
+        bool any = false;
+    };
     /// Adds the commands of the texts to a menu, with their keys.
-    void addTo(QMenu &menu);
+    void addTo(QMenu &menu, const Alignments &alignments);
 
     /// Where a person stands among the differences; `current` counts from 0, -1 for none.
     struct Position {

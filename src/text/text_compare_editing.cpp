@@ -1,4 +1,6 @@
 #include "session/translate.h"
+#include "text/change_watcher.h"
+#include "text/manual_alignment.h"
 #include "text/progress_strip.h"
 #include "text/side_description.h"
 #include "text/status_foot.h"
@@ -29,6 +31,7 @@ void TextCompareWidget::connectEditing()
     connect(&m_editing->saving(), &TextSaving::saved, this, &TextCompareWidget::takeSaved);
     connect(m_editing, &TextEditing::textEdited, this, [this] {
         m_runner.abandon();
+        m_replaced.clear();
         showPosition();
     });
     connect(m_editing, &TextEditing::recompared, this,
@@ -37,6 +40,8 @@ void TextCompareWidget::connectEditing()
                 m_compared.left = left;
                 m_compared.right = right;
                 showCounts();
+                if (const QString replaced = std::exchange(m_replaced, {}); !replaced.isEmpty())
+                    showMessage(replaced + QStringLiteral(" | ") + m_foot->message());
             });
     connect(&editor, &DiffEditor::stateChanged, this, [this] {
         const DiffEditor &changed = m_editing->editor();
@@ -79,6 +84,32 @@ void TextCompareWidget::takeSaved(Side side)
     m_formatText = describeFormats(m_inputs->at(Side::Left).loaded(), m_inputs->at(Side::Right).loaded());
     if (!m_runner.isRunning())
         m_foot->showFormat(m_formatText);
+}
+
+void TextCompareWidget::connectChanges()
+{
+    connect(m_changes, &ChangeWatcher::reloadWanted, this, &TextCompareWidget::reload);
+}
+
+void TextCompareWidget::changeEvent(QEvent *event)
+{
+    // Where no system tells of changes, a person comes back from the program that made them.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && isVisible() && m_compared.document)
+        m_changes->check();
+    SessionWidget::changeEvent(event);
+}
+
+void TextCompareWidget::connectAlignment()
+{
+    connect(m_bar->alignLines, &QAction::triggered, m_alignment, &ManualAlignment::chooseLine);
+    connect(m_bar->releaseLines, &QAction::triggered, m_alignment, &ManualAlignment::release);
+    connect(m_bar->releaseAllLines, &QAction::triggered, m_alignment, &ManualAlignment::releaseAll);
+    connect(m_alignment, &ManualAlignment::message, this, &TextCompareWidget::showMessage);
+    connect(m_alignment, &ManualAlignment::changed, this, [this] {
+        m_editing->setPairs(m_alignment->pairs());
+        m_editing->compareAgain();
+    });
+    connect(m_editing, &TextEditing::textEdited, this, [this] { m_editing->setPairs(m_alignment->pairs()); });
 }
 
 void TextCompareWidget::showCounts()

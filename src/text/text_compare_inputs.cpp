@@ -1,5 +1,6 @@
 #include "session/dialogs.h"
 #include "session/translate.h"
+#include "text/manual_alignment.h"
 #include "text/text_compare_widget.h"
 #include "text/text_editing.h"
 #include "text/text_inputs.h"
@@ -95,6 +96,9 @@ void TextCompareWidget::swapSides()
         std::swap(m_options.leftEncoding, m_options.rightEncoding);
         std::swap(m_options.leftEol, m_options.rightEol);
     }
+    LinePairs pairs = m_alignment->pairs();
+    pairs.swapSides();
+    m_alignment->setPairs(pairs);
     std::swap(m_options.leftReadOnly, m_options.rightReadOnly); // it is the file that is protected
     std::swap(m_options.leftReplaceFind, m_options.rightReplaceFind);
     std::swap(m_options.leftReplaceWith, m_options.rightReplaceWith);

@@ -2,7 +2,6 @@
 
 #include "core/text_pair.h"
 #include "settings/options/text_replacements.h"
-#include "text/engine/line_diff_engine.h"
 #include "text/view/edit_buffer.h"
 
 namespace velmora {
@@ -80,12 +79,13 @@ TextCompareResult runTextCompare(const TextCompareInput &input, const CancelFlag
     Progress compareProgress([&progress](const ProgressState &state) {
         progress.report(state.phase + 1, state.done, state.total, state.item);
     });
-    QList<AlignedRow> rows = compareTexts(*left, *right, options, cancel, compareProgress, &result.remarks);
+    QList<AlignedRow> rows =
+        compareAligned(*left, *right, options, input.pairs, cancel, compareProgress, result.remarks);
     if (cancel.isCancelled())
         return result;
     result.document =
         std::make_shared<DiffDocument>(std::move(rows), std::make_shared<TextLinesSource>(result.left.text.lines),
-                                       std::make_shared<TextLinesSource>(result.right.text.lines));
+                                       std::make_shared<TextLinesSource>(result.right.text.lines), input.tabWidth);
     return result;
 }
 

@@ -5,6 +5,7 @@
 #include "settings/options/text_session_options.h"
 #include "text/engine/line_diff_engine.h"
 #include "text/file_stamp.h"
+#include "text/line_pairs.h"
 #include "text/view/diff_document.h"
 
 #include <QString>
@@ -39,6 +40,8 @@ struct TextCompareInput {
     SideInput left;
     SideInput right;
     TextSessionOptions options;
+    LinePairs pairs;  ///< lines that belong together
+    int tabWidth = 4; ///< columns from one tab stop to the next
 };
 
 /// What a comparison hands over. Line numbers of the rows refer to the texts as they were read, also where replacement

@@ -1,6 +1,7 @@
 #include "session/dialogs.h"
 #include "session/translate.h"
 #include "text/find_controller.h"
+#include "text/manual_alignment.h"
 #include "text/patch_copy.h"
 #include "text/side_description.h"
 #include "text/status_foot.h"
@@ -14,15 +15,15 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QLocale>
 #include <QMenu>
 
 namespace velmora {
 
 void TextCompareWidget::showPosition()
 {
-    const DiffScene &scene = m_view->scene();
-    m_bar->showPosition(
-        {scene.currentBlock(), scene.layout().blockCount(), scene.previousBlock() >= 0, scene.nextBlock() >= 0});
+    DiffScene &scene = m_view->scene();
+    m_bar->showPosition({scene.currentBlock(), scene.layout().blockCount(), scene.canStep(false), scene.canStep(true)});
 }
 
 void TextCompareWidget::showCaret()
@@ -30,18 +31,25 @@ void TextCompareWidget::showCaret()
     m_foot->showPlace(describePlace(m_view->scene().document(), m_view->scene().caret()));
 }
 
+void TextCompareWidget::tellOfUnwrapped()
+{
+    const DiffScene &scene = m_view->scene();
+    if (scene.wraps() && scene.maximumColumn() > 0) {
+        showMessage(Velmora::tr("Lines of more than %1 bytes are not wrapped: they are scrolled sideways")
+                        .arg(QLocale().toString(LineRenderer::longestWrapped)));
+    }
+}
+
 void TextCompareWidget::onNextDiff()
 {
     focusTexts();
-    DiffScene &scene = m_view->scene();
-    scene.goToBlock(scene.nextBlock());
+    m_view->scene().step(true);
 }
 
 void TextCompareWidget::onPrevDiff()
 {
     focusTexts();
-    DiffScene &scene = m_view->scene();
-    scene.goToBlock(scene.previousBlock());
+    m_view->scene().step(false);
 }
 
 void TextCompareWidget::onShowAll()
@@ -99,7 +107,8 @@ void TextCompareWidget::showContextMenu(Side side, QPoint at)
     menu->addAction(Velmora::tr("Select all"), QKeySequence::SelectAll, &pane, &DiffPane::selectAll);
     menu->addAction(m_bar->copyPatch);
     menu->addAction(m_bar->takeClipboard);
-    m_bar->addTo(*menu);
+    m_bar->alignLines->setText(m_alignment->commandText());
+    m_bar->addTo(*menu, {m_alignment->canRelease(), !m_alignment->pairs().isEmpty()});
     menu->popup(at);
 }
 
@@ -130,8 +139,10 @@ void TextCompareWidget::onFindTextChanged(const QString & /*text*/)
 
 void TextCompareWidget::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Escape)
+    if (event->key() == Qt::Key_Escape && !m_alignment->giveUp())
         onFindClose();
+    else if (event->key() == Qt::Key_Escape)
+        event->accept();
     else
         SessionWidget::keyPressEvent(event);
 }

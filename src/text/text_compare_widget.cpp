@@ -6,11 +6,15 @@
 #include "session/translate.h"
 #include "settings/dialogs/text_session_settings_dialog.h"
 #include "settings/options/text_defaults.h"
+#include "text/change_bar.h"
+#include "text/change_watcher.h"
 #include "text/find_bar.h"
 #include "text/find_controller.h"
+#include "text/manual_alignment.h"
 #include "text/patch_copy.h"
 #include "text/progress_strip.h"
 #include "text/recovery_keeper.h"
+#include "text/replace_controller.h"
 #include "text/result_presenter.h"
 #include "text/side_description.h"
 #include "text/slowness_remark.h"
@@ -33,6 +37,13 @@
 
 namespace velmora {
 
+namespace {
+
+/// Beside the keys of the options: the lines that were aligned by hand.
+constexpr QLatin1String alignedLinesKey("alignedLines");
+
+} // namespace
+
 TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
     : SessionWidget(window, parent),
       m_options(loadDefaultTextOptions()),
@@ -45,6 +56,10 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
       m_patches(new PatchCopy(this)),
       m_findBar(new FindBar(this)),
       m_finder(new FindController(*m_findBar, *m_view, this)),
+      m_replacer(new ReplaceController(*m_findBar, *m_finder, *m_view, *m_editing, this)),
+      m_alignment(new ManualAlignment(*m_view, m_editing->editor(), this)),
+      m_changeBar(new ChangeBar(this)),
+      m_changes(new ChangeWatcher(*m_changeBar, *m_inputs, *m_editing, this)),
       m_foot(new StatusFoot(this)),
       m_keeper(new RecoveryKeeper(window.recovery(), this))
 {
@@ -55,12 +70,15 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
     connectInputs();
     connectEditing();
     connectRecovery();
+    connectChanges();
+    connectAlignment();
     addPresets();
     connect(&m_runner, &Runner::runningChanged, this, &TextCompareWidget::showRunning);
     connect(&m_view->scene(), &DiffScene::currentBlockChanged, this, &TextCompareWidget::showPosition);
     connect(&m_view->scene(), &DiffScene::documentChanged, this, &TextCompareWidget::showPosition);
     connect(&m_view->scene(), &DiffScene::caretMoved, this, &TextCompareWidget::showPosition);
     connect(&m_view->scene(), &DiffScene::caretMoved, this, &TextCompareWidget::showCaret);
+    connect(&m_view->scene().changes(), &IntraLineChanges::arrived, this, &TextCompareWidget::showPosition);
     connect(m_view, &DiffView::panesMoved, m_inputs,
             [this] { m_inputs->alignTo(m_view->pane(Side::Left), m_view->pane(Side::Right)); });
     connect(m_view, &DiffView::contextMenuWanted, this, &TextCompareWidget::showContextMenu);
@@ -87,6 +105,7 @@ void TextCompareWidget::buildLayout()
     column->addWidget(m_bar);
     column->addWidget(m_inputs);
     column->addWidget(m_progress);
+    column->addWidget(m_changeBar);
     column->addWidget(m_view, 1);
     auto *detail = new LineDetail(m_view->scene(), this);
     m_viewOptions = new TextViewOptions(*m_bar, *m_view, *detail, this);
@@ -110,6 +129,11 @@ void TextCompareWidget::connectBar()
     onTrigger(m_bar->showDifferences, &TextCompareWidget::onShowDifferences);
     onTrigger(m_bar->showIdentical, &TextCompareWidget::onShowIdentical);
     onTrigger(m_bar->find, &TextCompareWidget::onFind);
+    connect(m_bar->replace, &QAction::triggered, m_finder, &FindController::openForReplacing);
+    connect(m_replacer, &ReplaceController::message, this, [this](const QString &text) {
+        m_replaced = text;
+        showMessage(text);
+    });
     onTrigger(m_bar->findNext, &TextCompareWidget::onFindNext);
     onTrigger(m_bar->findPrevious, &TextCompareWidget::onFindPrev);
     onTrigger(m_bar->goToLine, &TextCompareWidget::onGotoLine);
@@ -121,6 +145,7 @@ void TextCompareWidget::connectBar()
     onTrigger(m_bar->exportReport, &TextCompareWidget::onExportHtml);
     connect(m_bar->settings, &QAction::triggered, this,
             [this] { onSessionSettings(TextSessionSettingsDialog::Importance); });
+    connect(m_bar->wrapLines, &QAction::toggled, this, &TextCompareWidget::tellOfUnwrapped);
     onTrigger(m_bar->copyPatch, &TextCompareWidget::copyAsPatch);
     connect(m_bar->takeClipboard, &QAction::triggered, this, [this] { useClipboardText(m_view->focusedSide()); });
     connect(m_patches, &PatchCopy::message, this, &TextCompareWidget::showMessage);
@@ -167,13 +192,18 @@ void TextCompareWidget::start()
 
 QJsonObject TextCompareWidget::options() const
 {
-    return toJson(m_options);
+    QJsonObject object = toJson(m_options);
+    if (!m_alignment->pairs().isEmpty())
+        object.insert(alignedLinesKey, m_alignment->pairs().toJson());
+    return object;
 }
 
 void TextCompareWidget::setOptions(const QJsonObject &options)
 {
-    if (fromJson(options, m_options))
-        m_inputs->apply(m_options);
+    if (!fromJson(options, m_options))
+        return;
+    m_inputs->apply(m_options);
+    m_alignment->setPairs(LinePairs::fromJson(options.value(alignedLinesKey).toArray()));
 }
 
 bool TextCompareWidget::setPendingReport(const QString &path)
@@ -187,7 +217,9 @@ void TextCompareWidget::refreshTheme()
     m_bar->refreshTheme();
     m_inputs->refreshTheme();
     m_findBar->refreshTheme();
+    m_changeBar->refreshTheme();
     m_view->refreshTheme();
+    m_viewOptions->takeAppearance();
 }
 
 // Comparing -----------------------------------------------------------------------------------------------------------
@@ -234,7 +266,12 @@ void TextCompareWidget::checkExternalChange()
 void TextCompareWidget::startComparison(ChangedFile changed)
 {
     m_running = {paths(), m_options};
-    TextCompareInput input{m_editing->input(Side::Left, changed), m_editing->input(Side::Right, changed), m_options};
+    const SessionPaths exchanged{m_compared.paths.right, m_compared.paths.left, {}};
+    if (m_compared.document && m_compared.paths != paths() && exchanged != paths())
+        m_alignment->setPairs({}); // they were of other files
+    m_editing->setPairs(m_alignment->pairs());
+    TextCompareInput input{m_editing->input(Side::Left, changed), m_editing->input(Side::Right, changed), m_options,
+                           m_alignment->pairs(), m_viewOptions->tabWidth()};
     showMessage(Velmora::tr("Comparing..."));
     setFocusProxy(m_view); // from now on the texts are what keys are for
     if (qobject_cast<QLineEdit *>(focusWidget()))
@@ -296,6 +333,7 @@ void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::sha
     m_title = title();
     m_editing->takeComparison({{}, leftRaw, rightRaw, diff, {}, {}}, m_running.options);
     showCounts();
+    m_changes->follow();
     Q_EMIT tabTitleChanged(m_title);
     Q_EMIT comparisonFinished(paths.left, paths.right);
     if (m_recovered)

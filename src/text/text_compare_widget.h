@@ -9,12 +9,16 @@
 
 namespace velmora {
 
+class ChangeBar;
+class ChangeWatcher;
 class DiffView;
 class FindBar;
 class FindController;
+class ManualAlignment;
 class PatchCopy;
 class ProgressStrip;
 class RecoveryKeeper;
+class ReplaceController;
 class ResultPresenter;
 class StatusFoot;
 class TextCompareBar;
@@ -107,6 +111,7 @@ public Q_SLOTS:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void changeEvent(QEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
 
@@ -135,6 +140,8 @@ private:
     void startComparison(ChangedFile changed);
     void connectEditing();
     void connectRecovery();
+    void connectChanges();
+    void connectAlignment();
     void keepRecovered();
     [[nodiscard]] UnsavedTexts unsavedTexts() const;
     /// Who goes to a difference is done with the paths: keys are for the texts.
@@ -153,6 +160,8 @@ private:
     void showMessage(const QString &message);
     void showPosition();
     void showCaret();
+    /// Says so where lines are too long to be wrapped.
+    void tellOfUnwrapped();
     void showContextMenu(Side side, QPoint at);
     /// The differences of the selected lines, or all.
     void copyAsPatch();
@@ -163,6 +172,7 @@ private:
     QString m_pendingReport;
     QString m_formatText;
     QString m_title;
+    QString m_replaced; ///< to be told once more beside the comparison that follows
 
     TextCompareBar *m_bar;
     TextInputs *m_inputs;
@@ -174,6 +184,10 @@ private:
     PatchCopy *m_patches;
     FindBar *m_findBar;
     FindController *m_finder;
+    ReplaceController *m_replacer;
+    ManualAlignment *m_alignment;
+    ChangeBar *m_changeBar;
+    ChangeWatcher *m_changes;
     StatusFoot *m_foot;
     RecoveryKeeper *m_keeper;
     std::function<void()> m_recovered; ///< to be called when recovered texts are shown and kept again

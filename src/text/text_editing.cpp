@@ -34,7 +34,7 @@ TextEditing::TextEditing(DiffView &view, TextInputs &inputs, QWidget *window)
 {
     m_pause.setSingleShot(true);
     m_pause.setInterval(pauseBeforeComparing);
-    connect(&m_pause, &QTimer::timeout, this, &TextEditing::recompare);
+    connect(&m_pause, &QTimer::timeout, this, &TextEditing::compareAgain);
     connect(&m_editor, &DiffEditor::edited, this, &TextEditing::takeEdit);
     connect(&m_editor, &DiffEditor::refused, this, &TextEditing::message);
     connect(&m_saving, &TextSaving::message, this, &TextEditing::message);
@@ -101,7 +101,7 @@ void TextEditing::takeEdit(Side side)
     Q_EMIT textEdited();
 }
 
-void TextEditing::recompare()
+void TextEditing::compareAgain()
 {
     const auto editedSide = [this](Side side) {
         SideInput input;
@@ -109,7 +109,12 @@ void TextEditing::recompare()
         input.edited = m_editor.buffer(side).snapshot();
         return input;
     };
-    const TextCompareInput input{editedSide(Side::Left), editedSide(Side::Right), m_options};
+    const std::shared_ptr<const DiffDocument> &shown = m_view.scene().sharedDocument();
+    if (!shown)
+        return;
+    m_pause.stop();
+    const TextCompareInput input{editedSide(Side::Left), editedSide(Side::Right), m_options, m_pairs,
+                                 shown->tabWidth()};
     const auto compare = [input](const CancelFlag &cancel, Progress &progress) {
         return runTextCompare(input, cancel, progress);
     };

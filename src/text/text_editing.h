@@ -45,6 +45,11 @@ public:
     [[nodiscard]] SideInput input(Side side, ChangedFile changed) const;
     /// Takes up a text of an earlier run, before a comparison that shows it.
     void restore(const UnsavedText &text);
+    /// The lines that the next comparisons after edits take as belonging together.
+    void setPairs(const LinePairs &pairs) { m_pairs = pairs; }
+    /// Compares the texts as they are shown, in the background.
+    void compareAgain();
+
     /// Forgets the edits of a side that will be read again.
     void discard(Side side);
 
@@ -69,7 +74,6 @@ private:
     void takeEdit(Side side);
     void askToReload(bool left, bool right, std::function<void()> go);
     void askToDiscard(std::function<void()> go);
-    void recompare();
 
     DiffView &m_view;
     TextInputs &m_inputs;
@@ -77,6 +81,7 @@ private:
     DiffEditor m_editor;
     TextSaving m_saving;
     TextSessionOptions m_options;
+    LinePairs m_pairs;
     QTimer m_pause; ///< runs while the next edit may follow at once
     Runner m_runner;
 };

@@ -61,8 +61,25 @@ void TextViewOptions::toggleMinor()
     m_bar.ignoreMinor->toggle();
 }
 
+void TextViewOptions::takeAppearance()
+{
+    const TextAppearance chosen = TextAppearance::load();
+    if (chosen == m_appearance)
+        return;
+    m_view.setUsualFont(chosen.family, chosen.points);
+    if (chosen.points != m_appearance.points)
+        m_view.resetZoom();
+    m_appearance = chosen;
+    DiffScene &scene = m_view.scene();
+    if (scene.document() && scene.document()->tabWidth() != chosen.tabWidth)
+        scene.replaceDocument(std::make_shared<DiffDocument>(*scene.document(), chosen.tabWidth));
+}
+
 void TextViewOptions::restore()
 {
+    m_appearance = TextAppearance::load();
+    m_view.setUsualFont(m_appearance.family, m_appearance.points);
+    m_view.resetZoom();
     m_detail.hide();
     m_bar.wrapLines->setChecked(storedFlag(wrapKey, false));
     m_bar.syntaxColours->setChecked(storedFlag(syntaxKey, true));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text/text_appearance.h"
+
 #include <QObject>
 
 namespace velmora {
@@ -20,6 +22,10 @@ public:
     /// Connects the bar's actions to the view. All outlive this object.
     TextViewOptions(TextCompareBar &bar, DiffView &view, LineDetail &detail, QObject *parent);
 
+    /// Takes up another font or tab width, when one was chosen for all sessions since the last time.
+    void takeAppearance();
+    [[nodiscard]] int tabWidth() const noexcept { return m_appearance.tabWidth; }
+
     /// Counts unimportant differences as equal when they count, and the other way round.
     void toggleMinor();
 
@@ -30,6 +36,7 @@ private:
     TextCompareBar &m_bar;
     DiffView &m_view;
     LineDetail &m_detail;
+    TextAppearance m_appearance;
 };
 
 } // namespace velmora

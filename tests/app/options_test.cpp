@@ -1,15 +1,23 @@
 #include "app/explorer_menu.h"
+#include "app/key_list_dialog.h"
 #include "app/locale.h"
 #include "app/options_dialog.h"
 #include "app/scripted_dialogs.h"
 #include "app/shell_menu.h"
+#include "app/tarnwick.h"
 #include "core/settings_store.h"
 #include "platform/user_registry.h"
 #include "session/folder_colours.h"
 #include "session/theme.h"
 #include "support/test_main.h"
+#include "text/text_appearance.h"
 
+#include <QLineEdit>
+#include <QMenuBar>
 #include <QSignalSpy>
+#include <QSpinBox>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 
 #include <cmath>
 
@@ -82,6 +90,7 @@ private Q_SLOTS:
         setCurrentLocale({});
         installTranslator();
         InterfaceSettings().clear();
+        SessionSettings().clear();
     }
 
     void previewsAThemeAndTakesItBack()
@@ -105,7 +114,9 @@ private Q_SLOTS:
         QCOMPARE(language->itemText(0), QStringLiteral("English"));
         QCOMPARE(language->currentData().toString(), QStringLiteral("en_US"));
         language->setCurrentIndex(1);
+        options.control<QSpinBox>("optionTabWidth")->setValue(3);
         options.apply();
+        QCOMPARE(TextAppearance::load().tabWidth, 3);
         QVERIFY(!isDarkTheme());
         QVERIFY(!options.dialog.isVisible());
         QCOMPARE(InterfaceSettings().value(QStringLiteral("theme")).toInt(), 0);
@@ -121,6 +132,36 @@ private Q_SLOTS:
         elsewhere.apply();
         QCOMPARE(currentLocale(), QStringLiteral("en_GB"));
         QCOMPARE(dialogs.said.size(), 1);
+    }
+
+    void listsTheKeysOfAllCommandsAndFindsThem()
+    {
+        Tarnwick window;
+        const QList<KeyGroup> groups = collectKeys(*window.menuBar(), window);
+        const auto keysOf = [&groups](const QString &title, const QString &command) {
+            for (const KeyGroup &group : groups) {
+                for (const KeyEntry &entry : group.entries) {
+                    if (group.title.contains(title) && entry.command == command)
+                        return entry.keys;
+                }
+            }
+            return QString();
+        };
+        QCOMPARE(keysOf(QStringLiteral("Everywhere"), QStringLiteral("New tab")), QStringLiteral("Ctrl+T"));
+        QCOMPARE(keysOf(QStringLiteral("Text compare"), QStringLiteral("Next")), QStringLiteral("F8, Alt+Down"));
+        QVERIFY(keysOf(QStringLiteral("Folder compare"), QStringLiteral("Next")).startsWith(QStringLiteral("F8")));
+        QVERIFY(!keysOf(QStringLiteral("Services"), QStringLiteral("Next")).isEmpty());
+
+        KeyListDialog dialog(groups);
+        dialog.findChild<QLineEdit *>(QStringLiteral("keySearch"))->setText(QStringLiteral("alt+down"));
+        auto *list = dialog.findChild<QTreeWidget *>(QStringLiteral("keyList"));
+        QStringList shown;
+        for (QTreeWidgetItemIterator item(list, QTreeWidgetItemIterator::NotHidden); *item; ++item)
+            shown.append((*item)->text(1));
+        shown.removeAll(QString());
+        QVERIFY(shown.size() >= 2);
+        for (const QString &keys : std::as_const(shown))
+            QVERIFY(keys.contains(QStringLiteral("Alt+Down")));
     }
 
     void switchesTheExplorerMenu()

@@ -181,6 +181,7 @@ private Q_SLOTS:
   Options...
 &Help
   &Legend
+  &Keyboard shortcuts F1
   |
   &About)")
                      .arg(QKeySequence(QKeySequence::Redo).toString(QKeySequence::PortableText)));

@@ -7,10 +7,12 @@
 #include "text/view/intra_line_changes.h"
 #include "text/view/line_detail.h"
 #include "text/view/overview_strip.h"
+#include "text/view/word_changes.h"
 
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
+#include <QRandomGenerator>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QWheelEvent>
@@ -558,6 +560,62 @@ private Q_SLOTS:
         v.scene.goToLine(Side::Right, 10);
         QVERIFY(v.layout.isShown(9));
         QCOMPARE(v.caret(), QStringLiteral("9:0"));
+    }
+
+    /// What both sides have outside their changes is the same text.
+    void findsTheWordsThatDifferInLongLines()
+    {
+        QRandomGenerator random(7);
+        const auto without = [](QString text, const QList<CharRange> &ranges) {
+            for (qsizetype k = ranges.size(); k-- > 0;)
+                text.remove(ranges.at(k).start, ranges.at(k).length);
+            return text;
+        };
+        const auto text = [&random] {
+            QString made;
+            for (int k = random.bounded(30); k > 0; --k)
+                made += QStringLiteral("one;two(é😀 ").mid(random.bounded(9), random.bounded(1, 4));
+            return made;
+        };
+        for (int round = 0; round < 2000; ++round) {
+            const QString left = text();
+            const QString right = text();
+            const WordChanges changes = wordChanges(left, right);
+            QCOMPARE(without(left, changes.left), without(right, changes.right));
+            const QList<qint32> starts = changeStarts({changes.left, changes.right}, Side::Left);
+            QVERIFY(std::is_sorted(starts.begin(), starts.end()));
+            for (const CharRange &range : changes.left)
+                QVERIFY(starts.contains(range.start));
+        }
+    }
+
+    void stepsWithinALineLongerThanTheView()
+    {
+        QByteArray line;
+        for (int k = 0; k < 5000; ++k)
+            line += "v" + QByteArray::number(k) + "=f(" + QByteArray::number(k * 7) + ");";
+        QByteArray other = line;
+        QList<qsizetype> places;
+        for (const char *name : {"v100=", "v2500=", "v2501=", "v4900="}) {
+            places.append(other.indexOf(name));
+            other[places.last()] = 'w';
+        }
+        Shown v("=~=~", "a\n" + line + "\nz\n1\n", "a\n" + other + "\nz\n2\n");
+        v.scene.step(true);
+        QTRY_VERIFY(v.scene.column() > 0); // the first change, as soon as it is known
+        QList<qsizetype> reached;
+        while (v.scene.caret().position.row == 1 && reached.size() < 9) {
+            v.scene.step(true);
+            reached.append(v.scene.caret().position.unit);
+        }
+        QCOMPARE(reached,
+                 (QList<qsizetype>{places.at(1), places.at(3), 0})); // one of a pair in sight, then the next line
+        QCOMPARE(v.scene.caret().position.row, 3);
+        QVERIFY(!v.scene.canStep(true));
+        v.put(Side::Left, {1, places.at(3)});
+        v.scene.showCaret();
+        v.scene.step(false);
+        QCOMPARE(v.scene.caret().position.unit, places.at(2));
     }
 
     void stepsFromTheCaret()

@@ -1,9 +1,12 @@
 #include "session_fixture.h"
 #include "support/test_main.h"
+#include "text/view/text_replace.h"
 #include "text/view/text_search.h"
 
+#include <QAction>
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QSignalSpy>
 
 using namespace velmora;
@@ -148,6 +151,51 @@ private Q_SLOTS:
         f.session.onReloadBoth();
         f.wait();
         QTRY_COMPARE(f.found(), QStringLiteral("Matches: 2"));
+    }
+
+    void replacesByExpressionsAndPlainly_data()
+    {
+        QTest::addColumn<SearchQuery>("query");
+        QTest::addColumn<QString>("with");
+        QTest::addColumn<QByteArray>("expected");
+        const auto plain = [](const char *text) { return SearchQuery{QLatin1String(text), true, false, false}; };
+        const auto expression = [](const char *text) { return SearchQuery{QLatin1String(text), true, false, true}; };
+        QTest::newRow("plain") << plain("a.c") << "\\1$1" << QByteArray("x=1\r\n\\1$1 abc\nlast");
+        QTest::newRow("groups") << expression("(\\w)=(\\d)") << "$2=\\1\\$\\0"
+                                << QByteArray("1=x$x=1\r\na.c abc\nlast");
+        QTest::newRow("parts lines") << expression("[= ]") << "\\n" << QByteArray("x\r\n1\r\na.c\nabc\nlast");
+        QTest::newRow("last line") << expression("st$") << "\\t$" << QByteArray("x=1\r\na.c abc\nla\t$");
+        QTest::newRow("none") << expression("(z") << "y" << QByteArray();
+        QTest::newRow("no match") << expression("(\\w+)+!") << "y" << QByteArray();
+    }
+
+    void replacesByExpressionsAndPlainly()
+    {
+        QFETCH(SearchQuery, query);
+        QFETCH(QString, with);
+        QFETCH(QByteArray, expected);
+        const TextLines text = TextLines::split("x=1\r\na.c abc\nlast");
+        Progress nobody;
+        const ReplacedText result = replaceMatches(*EditBuffer(text).snapshot(), query, with, {}, nobody);
+        EditBuffer buffer(text);
+        buffer.replaceLines(result.first, result.removed, result.lines, {});
+        const TextLines replaced = buffer.snapshot()->toLines();
+        QCOMPARE(QByteArray(replaced.bytes().data(), qsizetype(replaced.bytes().size())),
+                 expected.isEmpty() ? QByteArray("x=1\r\na.c abc\nlast") : expected);
+        QCOMPARE(result.matches > 0, !expected.isEmpty());
+    }
+
+    void aReplacementThatRunsAwayLeavesTheLineAndSaysSo()
+    {
+        FindFixture f(QByteArray(60, 'a') + "!\naaa\n", "x\n");
+        f.child<QAction>("replaceAction")->trigger();
+        f.lookForExpression(QStringLiteral("(a+)+$"));
+        f.child<QLineEdit>("replaceText")->setText(QStringLiteral("b"));
+        QTRY_VERIFY(f.child<QPushButton>("replaceAll")->isEnabled());
+        f.child<QPushButton>("replaceAll")->click();
+        QTRY_VERIFY(f.status().contains(QStringLiteral("too slow for 1 lines")));
+        const LineSource &left = f.scene().document()->source(Side::Left);
+        QCOMPARE(left.text(0) + left.text(1), QString(60, u'a') + QStringLiteral("!b"));
     }
 
     void opensWithTheSelectionAndClosesByEscape()

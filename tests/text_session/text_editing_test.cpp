@@ -2,6 +2,7 @@
 #include "support/test_main.h"
 #include "text/text_compare_bar.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QClipboard>
 #include <QFileInfo>
@@ -196,6 +197,37 @@ private Q_SLOTS:
         f.session.onCompare();
         QCOMPARE(f.dialogs.asked().last().title, QStringLiteral("Unsaved changes"));
         QVERIFY(f.session.hasUnsavedChanges());
+    }
+
+    void aFileThatChangesOnDiskIsToldOfAtOnceAndLosesNoEdits()
+    {
+        EditFixture f("a\n", "b\n");
+        const auto *bar = f.child<QWidget>("changeBar");
+        QVERIFY(!bar->isVisible());
+        for (const char *text : {"theirs\n", "theirs again\n"}) { // each by a file that takes its place
+            const QString beside = f.file(QStringLiteral("beside"), text);
+            QVERIFY(QFile::remove(f.right) && QFile::rename(beside, f.right));
+            QTRY_VERIFY(bar->isVisible());
+            QVERIFY(f.label(QStringLiteral("changeText")).contains(QDir::toNativeSeparators(f.right)));
+            f.child<QAbstractButton>("changeReload")->click();
+            f.wait();
+            QVERIFY(!bar->isVisible());
+            QCOMPARE(f.scene().document()->source(Side::Right).text(0) + u'\n', QString::fromUtf8(text));
+        }
+        f.typeAt(Side::Left, 1, QStringLiteral("x"));
+        f.file(QStringLiteral("left.txt"), "other\n");
+        QTRY_VERIFY(bar->isVisible());
+        f.child<QAbstractButton>("changeReload")->click(); // a question, and no answer
+        QCOMPARE(f.dialogs.asked().last().text, QStringLiteral("The left side has unsaved changes. Reload from disk?"));
+        QVERIFY(f.session.hasUnsavedChanges() && bar->isVisible());
+        f.child<QAbstractButton>("changeDismiss")->click();
+        QVERIFY(!bar->isVisible());
+        f.dialogs.answerNumber(1);
+        f.save(Side::Left); // writes over it, and is no news
+        f.waitForSave();
+        QVERIFY(!QTest::qWaitFor([bar] { return bar->isVisible(); }, 500));
+        QVERIFY(QFile::remove(f.left));
+        QTRY_VERIFY(bar->isVisible() && f.label(QStringLiteral("changeText")).contains(QStringLiteral("no longer")));
     }
 
     void swapsWithEdits()

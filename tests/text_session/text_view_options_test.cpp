@@ -1,9 +1,11 @@
 #include "core/settings_store.h"
 #include "session_fixture.h"
 #include "support/test_main.h"
+#include "text/text_appearance.h"
 
 #include <QAction>
 #include <QClipboard>
+#include <QFontInfo>
 #include <QGuiApplication>
 
 using namespace velmora;
@@ -53,6 +55,30 @@ private Q_SLOTS:
             actionOf(f, name)->trigger();
         view.setLeftShare(0.5);
         actionOf(f, QStringLiteral("resetZoomAction"))->trigger();
+    }
+
+    void takesUpWhatWasChosenForAllSessions()
+    {
+        SessionFixture f;
+        f.compareTexts("\ta\n", "\tb\n");
+        TextAppearance chosen = TextAppearance::load();
+        chosen.points = 17;
+        chosen.tabWidth = 8;
+        chosen.family = QFontInfo(QFont()).family();
+        chosen.save();
+        f.session.refreshTheme();
+        QCOMPARE(f.session.view().fontPointSize(), 17.0);
+        QCOMPARE(f.scene().font().family(), chosen.family);
+        const auto tabCells = [&f] {
+            LineRenderer &renderer = f.scene().renderer(Side::Left);
+            return qRound(renderer.xOf(0, 1) / renderer.cellWidth());
+        };
+        QCOMPARE(tabCells(), 8);
+        f.session.start();
+        f.wait();
+        QCOMPARE(tabCells(), 8);
+        SessionFixture next;
+        QCOMPARE(next.session.view().fontPointSize(), 17.0);
     }
 
     void passesOverUnimportantDifferencesUnlessToldOtherwise()

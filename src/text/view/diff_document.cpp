@@ -54,6 +54,12 @@ DiffDocument::DiffDocument(const DiffDocument &before, const RowChange &change, 
                    [shift](qint32 row) { return row + shift; });
 }
 
+DiffDocument::DiffDocument(const DiffDocument &other, int tabWidth) : DiffDocument(other)
+{
+    m_tabWidth = tabWidth;
+    m_widest = std::max(widestLineOf(*m_left, tabWidth), widestLineOf(*m_right, tabWidth));
+}
+
 void DiffDocument::addUnimportantRows(qsizetype first, qsizetype end)
 {
     for (qsizetype row = first; row < end; ++row) {

@@ -41,6 +41,9 @@ public:
     DiffDocument(const DiffDocument &before, const RowChange &change, QList<AlignedRow> rows,
                  std::shared_ptr<const LineSource> left, std::shared_ptr<const LineSource> right, qint64 widest);
 
+    /// The same rows and lines with other tab stops.
+    DiffDocument(const DiffDocument &other, int tabWidth);
+
     [[nodiscard]] const QList<AlignedRow> &rows() const noexcept { return m_rows; }
     [[nodiscard]] qsizetype rowCount() const noexcept { return m_rows.size(); }
     [[nodiscard]] DiffLineKind kind(qsizetype row) const { return m_rows.at(row).kind; }

@@ -244,6 +244,7 @@ void DiffEditor::redo(Side side)
 
 void DiffEditor::showText(Side side, const LineChange &change)
 {
+    Q_EMIT linesChanged(side, change);
     m_scene.replaceDocument(
         patchDocument(*m_scene.document(), {m_left.snapshot(), m_right.snapshot()}, side, change, m_options), side,
         change);

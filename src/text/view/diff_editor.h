@@ -72,6 +72,8 @@ public:
     void redo(Side side);
 
 Q_SIGNALS:
+    /// Before the scene shows the text after an edit: which lines it concerns.
+    void linesChanged(velmora::Side side, const velmora::LineChange &change);
     void edited(velmora::Side side); ///< the scene shows the text after it already
     void stateChanged();             ///< what can be undone or saved, or whether editing is enabled
     void refused(const QString &reason);

@@ -13,6 +13,8 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace velmora {
 
@@ -118,6 +120,16 @@ public:
     /// scrolled since.
     void goToBlock(qsizetype block);
 
+    /// Goes to the next difference or the previous one, from the caret. In a line longer than the view, that is first
+    /// the next place in it that differs and is out of sight, then the next such line of the same difference.
+    void step(bool forward);
+    /// Whether there is anything to go to.
+    [[nodiscard]] bool canStep(bool forward);
+
+    /// Marks the rows of these lines of the left side, in increasing order, as aligned by hand.
+    void setAlignedLines(std::vector<qint32> leftLines);
+    [[nodiscard]] bool isAligned(qsizetype row) const;
+
     /// What is selected, lines joined by line feeds; rows without a line of their own count for nothing.
     [[nodiscard]] QString selectedText() const;
     /// The same where it is a part of one line and has at most `longest` units; empty otherwise.
@@ -138,6 +150,14 @@ private:
     void setCurrentBlock(qsizetype block);
     [[nodiscard]] bool isCurrentHidden() const;
     void revealChange();
+    void goToRow(qsizetype row);
+    void goToUnit(qsizetype unit);
+    /// Whether the changes of `row` hardly all fit into the view.
+    [[nodiscard]] bool isLongRow(qsizetype row);
+    /// The units of the line of the caret that are in sight.
+    [[nodiscard]] CharRange unitsInSight(const DiffDocument::Cell &cell);
+    /// Where to go within the current difference: another place in the caret's line, or the start of another long one.
+    [[nodiscard]] std::optional<TextPosition> furtherPlace(bool forward);
     void showLaterDocument(std::shared_ptr<const DiffDocument> document);
     void takeDocument(std::shared_ptr<const DiffDocument> document);
     void layOutRows();
@@ -158,6 +178,7 @@ private:
     TextCaret m_caret;
     qsizetype m_currentBlock = -1;
     qsizetype m_revealedRow = -1; ///< the row whose first changed character is still to be brought into sight
+    std::vector<qint32> m_alignedLines;
     RowPlace m_top;
     qint64 m_column = 0;
     int m_height = 0;

@@ -6,8 +6,8 @@
 #include "text/view/overview_strip.h"
 #include "text/view/pane_notice.h"
 #include "text/view/pane_painter.h"
+#include "text/view/text_font.h"
 
-#include <QFontDatabase>
 #include <QGridLayout>
 #include <QLabel>
 #include <QScrollBar>
@@ -18,25 +18,11 @@ namespace velmora {
 
 namespace {
 
-constexpr qreal usualPointSize = 10;
 constexpr qreal smallestPointSize = 6;
 constexpr qreal largestPointSize = 40;
 constexpr int wheelRows = 3;
 constexpr int wheelColumns = 6;
 constexpr int wheelStep = 120; // eighths of a degree
-
-QFont textFont(qreal pointSize)
-{
-    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    if (!QFontInfo(font).fixedPitch()) {
-        font.setFamilies(
-            {QStringLiteral("Consolas"), QStringLiteral("DejaVu Sans Mono"), QStringLiteral("Courier New")});
-        font.setStyleHint(QFont::Monospace);
-    }
-    font.setFixedPitch(true);
-    font.setPointSizeF(pointSize);
-    return font;
-}
 
 } // namespace
 
@@ -92,7 +78,7 @@ DiffView::DiffView(QWidget *parent)
     m_leftNotice->hide();
     m_rightNotice->hide();
     setFocusProxy(m_left);
-    setFontPointSize(usualPointSize);
+    setFontPointSize(m_usualPoints);
     refreshTheme();
 }
 
@@ -130,9 +116,16 @@ qreal DiffView::fontPointSize() const
 
 void DiffView::setFontPointSize(qreal size)
 {
-    m_scene.setFont(textFont(std::clamp(size, smallestPointSize, largestPointSize)));
+    m_scene.setFont(textFont(m_fontFamily, std::clamp(size, smallestPointSize, largestPointSize)));
     fitViewport();
     Q_EMIT fontSizeChanged();
+}
+
+void DiffView::setUsualFont(const QString &family, qreal points)
+{
+    m_fontFamily = family;
+    m_usualPoints = points;
+    setFontPointSize(fontPointSize());
 }
 
 double DiffView::leftShare() const
@@ -157,7 +150,7 @@ void DiffView::zoomBy(int steps)
 
 void DiffView::resetZoom()
 {
-    setFontPointSize(usualPointSize);
+    setFontPointSize(m_usualPoints);
 }
 
 void DiffView::refreshTheme()

@@ -47,6 +47,8 @@ public:
     /// The size of the texts in points; clamped to 6 to 40.
     [[nodiscard]] qreal fontPointSize() const;
     void setFontPointSize(qreal size);
+    /// The font's family, empty for the system's own, and the size that `resetZoom` brings back.
+    void setUsualFont(const QString &family, qreal points);
     void zoomBy(int steps);
     void resetZoom();
 
@@ -83,6 +85,8 @@ private:
     QLabel *m_banner;
     PaneNotice *m_leftNotice;
     PaneNotice *m_rightNotice;
+    QString m_fontFamily;
+    qreal m_usualPoints = 10;
     QPoint m_wheelRest; ///< angle that did not yet make a row or a column
 };
 

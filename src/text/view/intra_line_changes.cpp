@@ -2,8 +2,10 @@
 
 #include "core/utf8_text.h"
 #include "text/view/utf8_units.h"
+#include "text/view/word_changes.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace velmora {
 
@@ -14,6 +16,8 @@ constexpr qint64 cellsAtOnce = 100'000;
 constexpr qint64 cellsPerFrame = 2'000'000;
 // Beyond this, matching characters takes seconds and shows noise rather than changes.
 constexpr qint64 cellsAtMost = 40'000'000;
+// Bytes of both lines up to which words are matched: some minified programs have several millions in a line.
+constexpr std::size_t longestMatched = 16'000'000;
 constexpr qsizetype keptRows = 4096;
 
 bool startsCharacter(std::string_view utf8, std::size_t at)
@@ -44,17 +48,30 @@ qint64 cells(std::string_view a, std::string_view b)
     return qint64(a.size()) * qint64(b.size());
 }
 
-/// The changes of `text` against `other`, moved right by `offset`.
-QList<CharRange> changesAt(qint32 offset, std::string_view other, std::string_view text, const CancelFlag &cancel)
+QList<CharRange> moved(QList<CharRange> ranges, qint32 offset)
 {
-    if (text.empty())
-        return {};
-    if (cells(other, text) > cellsAtMost)
-        return {{offset, qint32(utf16Length(text))}};
-    QList<CharRange> ranges = intraLineChanges(textOfUtf8(other), textOfUtf8(text), cancel);
     for (CharRange &range : ranges)
         range.start += offset;
     return ranges;
+}
+
+/// The changes of two texts that stand behind `offset` units.
+RowChanges changesAt(qint32 offset, const QString &left, const QString &right, bool isLong, const CancelFlag &cancel)
+{
+    if (!isLong)
+        return {moved(intraLineChanges(right, left, cancel), offset),
+                moved(intraLineChanges(left, right, cancel), offset)};
+    const WordChanges changes = wordChanges(left, right, cancel);
+    return {moved(changes.left, offset), moved(changes.right, offset)};
+}
+
+/// One change on each side that has anything.
+RowChanges wholeAt(qint32 offset, std::string_view left, std::string_view right)
+{
+    const auto whole = [offset](std::string_view text) {
+        return text.empty() ? QList<CharRange>() : QList<CharRange>{{offset, qint32(utf16Length(text))}};
+    };
+    return {whole(left), whole(right)};
 }
 
 } // namespace
@@ -79,7 +96,30 @@ RowChanges findRowChanges(const DiffDocument &document, qsizetype row, const Can
         left.remove_suffix(suffix);
         right.remove_suffix(suffix);
     }
-    return {changesAt(offset, right, left, cancel), changesAt(offset, left, right, cancel)};
+    if (left.empty() || right.empty() || left.size() + right.size() > longestMatched)
+        return wholeAt(offset, left, right);
+    return changesAt(offset, textOfUtf8(left), textOfUtf8(right), cells(left, right) > cellsAtMost, cancel);
+}
+
+QList<qint32> changeStarts(const RowChanges &changes, Side side)
+{
+    // Both lines have the same characters outside their changes: as many stand before a change on either side.
+    const QList<CharRange> &own = changes.of(side);
+    const QList<CharRange> &other = changes.of(otherSide(side));
+    constexpr qint32 none = std::numeric_limits<qint32>::max();
+    QList<qint32> starts;
+    qint32 ownLength = 0;
+    qint32 otherLength = 0;
+    for (qsizetype k = 0, m = 0; k < own.size() || m < other.size();) {
+        const qint32 ownCommon = k < own.size() ? own.at(k).start - ownLength : none;
+        const qint32 otherCommon = m < other.size() ? other.at(m).start - otherLength : none;
+        starts.append(std::min(ownCommon, otherCommon) + ownLength);
+        if (ownCommon <= otherCommon)
+            ownLength += own.at(k++).length;
+        if (otherCommon <= ownCommon)
+            otherLength += other.at(m++).length;
+    }
+    return starts;
 }
 
 IntraLineChanges::IntraLineChanges(QObject *parent) : QObject(parent) {}

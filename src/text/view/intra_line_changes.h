@@ -21,8 +21,13 @@ struct RowChanges {
 /// Finds the changed characters of the row's two lines by `intraLineChanges`.
 ///
 /// Lines too long for that are first relieved of what they have in common at both ends; when the rest is still too
-/// long, it is one change. Usable from any thread; empty when cancelled.
+/// long, it is matched word by word, and when it is longer than anybody reads, it is one change. Usable from any
+/// thread; empty when cancelled.
 [[nodiscard]] RowChanges findRowChanges(const DiffDocument &document, qsizetype row, const CancelFlag &cancel = {});
+
+/// The units of the line of `side` at which changes begin, in increasing order: also those of which this side has
+/// nothing.
+[[nodiscard]] QList<qint32> changeStarts(const RowChanges &changes, Side side);
 
 /// Keeps the changed characters of the modified rows that were in sight.
 ///

@@ -190,6 +190,11 @@ void PanePainter::paintGutter(const Row &row)
         bar.setWidth(paneMetrics::marker);
         m_painter.fillRect(bar, colour(DiffColour::Accent));
     }
+    if (m_scene.isAligned(row.row)) {
+        QRect line = row.gutter;
+        line.setTop(line.bottom() - 1);
+        m_painter.fillRect(line, colour(DiffColour::Accent));
+    }
     LineRenderer &labels = m_scene.renderer(m_look.side);
     const int signWidth = int(std::ceil(labels.cellWidth()));
     const QRectF signs(row.gutter.right() + 1 - signWidth - paneMetrics::padding, row.gutter.top(),
