@@ -68,6 +68,22 @@
         <translation>将路径作为右侧，与之前的 --as-left 配对</translation>
     </message>
     <message>
+        <source>Open a workspace file</source>
+        <translation>打开工作区文件</translation>
+    </message>
+    <message>
+        <source>unknown option %1 is ignored</source>
+        <translation>忽略未知选项 %1</translation>
+    </message>
+    <message>
+        <source>option %1 is ignored: it needs a value</source>
+        <translation>忽略选项 %1：缺少参数值</translation>
+    </message>
+    <message>
+        <source>surplus path %1 is ignored</source>
+        <translation>忽略多余的路径 %1</translation>
+    </message>
+    <message>
         <source>Left file or folder path</source>
         <translation>左侧文件或文件夹路径</translation>
     </message>
@@ -78,6 +94,18 @@
     <message>
         <source>This session is not part of this version yet.</source>
         <translation>当前版本尚未提供此会话。</translation>
+    </message>
+    <message>
+        <source>Not built yet</source>
+        <translation>尚未提供</translation>
+    </message>
+    <message>
+        <source>Compare as text</source>
+        <translation>按文本比较</translation>
+    </message>
+    <message>
+        <source>Compare as folders</source>
+        <translation>按文件夹比较</translation>
     </message>
     <message>
         <source>Folder compare(&amp;F)</source>
@@ -992,6 +1020,10 @@ The editor has unsaved changes; re-comparing without reloading may discard disk 
     <message>
         <source>This file holds bytes that no text has. Hex compare shows them one by one.</source>
         <translation>此文件含有文本中不会出现的字节。“十六进制比较”可逐字节显示。</translation>
+    </message>
+    <message>
+        <source>This file holds bytes that no text has.</source>
+        <translation>此文件含有文本中不会出现的字节。</translation>
     </message>
     <message>
         <source>Open in Hex compare</source>
@@ -2200,8 +2232,12 @@ Restore them? The files themselves stay as they are until you save.</source>
         <translation>停止</translation>
     </message>
     <message>
-        <source>Open this session?</source>
-        <translation>要打开此会话吗？</translation>
+        <source>The session &quot;%1&quot; leads to another machine. Open it?</source>
+        <translation>会话“%1”会访问另一台计算机。要打开它吗？</translation>
+    </message>
+    <message>
+        <source>The workspace &quot;%1&quot; leads to another machine. Open it?</source>
+        <translation>工作区“%1”会访问另一台计算机。要打开它吗？</translation>
     </message>
     <message>
         <source>Comparing folders...</source>
@@ -4636,10 +4672,6 @@ Save them?</source>
     <message>
         <source>A command is still working on files. Stop it and close? What it has done so far stays done.</source>
         <translation>有命令仍在处理文件。要停止它并关闭吗？已完成的部分会保留。</translation>
-    </message>
-    <message>
-        <source>Open this workspace?</source>
-        <translation>要打开此工作区吗？</translation>
     </message>
 </context>
 </TS>

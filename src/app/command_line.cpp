@@ -9,31 +9,6 @@ namespace velmora {
 
 namespace {
 
-/// A switch that sets the mode. Those without a description are left out of the help.
-struct ModeSwitch {
-    const char *name;
-    const char *mode;
-    const char *description = nullptr;
-};
-
-constexpr ModeSwitch modeSwitches[] = {
-    {"diff", "text", QT_TRANSLATE_NOOP("Velmora", "Text compare mode")},
-    {"folder", "folder", QT_TRANSLATE_NOOP("Velmora", "Folder compare mode")},
-    {"sync", "sync", QT_TRANSLATE_NOOP("Velmora", "Folder sync mode")},
-    {"binary", "binary", QT_TRANSLATE_NOOP("Velmora", "Binary compare mode")},
-    {"table", "table", QT_TRANSLATE_NOOP("Velmora", "Table compare mode")},
-    {"image", "image", QT_TRANSLATE_NOOP("Velmora", "Image compare mode")},
-    {"git", "git", QT_TRANSLATE_NOOP("Velmora", "Git repository compare mode")},
-    {"archive", "archive", QT_TRANSLATE_NOOP("Velmora", "Archive compare mode")},
-    {"checksum", "checksum", QT_TRANSLATE_NOOP("Velmora", "Checksum verification mode")},
-    {"version-compare", "version", QT_TRANSLATE_NOOP("Velmora", "Version info compare mode")},
-    {"registry", "registry"},
-    {"duplicate", "duplicate"},
-    {"snapshot", "snapshot"},
-    {"diskusage", "diskusage"},
-    {"browse", "archivebrowse"},
-};
-
 constexpr char themeSwitch[] = "theme";
 constexpr char languageSwitch[] = "lang";
 constexpr char reportSwitch[] = "report";
@@ -41,16 +16,65 @@ constexpr char leftSwitch[] = "as-left";
 constexpr char rightSwitch[] = "as-right";
 constexpr char workspaceSwitch[] = "workspace";
 
-/// A switch that takes a value.
-struct ValueSwitch {
-    const char *name;
-    bool takesPath;
+constexpr CommandSwitch switches[] = {
+    {.name = languageSwitch,
+     .value = "code",
+     .description = QT_TRANSLATE_NOOP("Velmora", "UI language: en (default) or zh")},
+    {.name = themeSwitch,
+     .value = "mode",
+     .description = QT_TRANSLATE_NOOP("Velmora", "UI theme: light (default) or dark")},
+    {.name = "diff", .mode = "text", .description = QT_TRANSLATE_NOOP("Velmora", "Text compare mode")},
+    {.name = "folder", .mode = "folder", .description = QT_TRANSLATE_NOOP("Velmora", "Folder compare mode")},
+    {.name = "sync", .mode = "sync", .description = QT_TRANSLATE_NOOP("Velmora", "Folder sync mode")},
+    {.name = "binary", .mode = "binary", .description = QT_TRANSLATE_NOOP("Velmora", "Binary compare mode")},
+    {.name = "table", .mode = "table", .description = QT_TRANSLATE_NOOP("Velmora", "Table compare mode")},
+    {.name = "image", .mode = "image", .description = QT_TRANSLATE_NOOP("Velmora", "Image compare mode")},
+    {.name = "git", .mode = "git", .description = QT_TRANSLATE_NOOP("Velmora", "Git repository compare mode")},
+    {.name = "archive", .mode = "archive", .description = QT_TRANSLATE_NOOP("Velmora", "Archive compare mode")},
+    {.name = "checksum", .mode = "checksum", .description = QT_TRANSLATE_NOOP("Velmora", "Checksum verification mode")},
+    {.name = "version-compare",
+     .mode = "version",
+     .description = QT_TRANSLATE_NOOP("Velmora", "Version info compare mode")},
+    {.name = reportSwitch,
+     .value = "file",
+     .valueIsPath = true,
+     .description = QT_TRANSLATE_NOOP("Velmora", "Export diff report to HTML after compare")},
+    {.name = leftSwitch,
+     .value = "path",
+     .valueIsPath = true,
+     .description = QT_TRANSLATE_NOOP("Velmora", "Treat path as left side (shell context menu)")},
+    {.name = rightSwitch,
+     .value = "path",
+     .valueIsPath = true,
+     .description = QT_TRANSLATE_NOOP("Velmora", "Treat path as right side; pairs with prior --as-left")},
+    {.name = workspaceSwitch,
+     .value = "file",
+     .valueIsPath = true,
+     .description = QT_TRANSLATE_NOOP("Velmora", "Open a workspace file")},
+    {.name = "registry", .mode = "registry", .description = "Registry compare mode", .isOffered = false},
+    {.name = "duplicate", .mode = "duplicate", .description = "Duplicate finder mode", .isOffered = false},
+    {.name = "snapshot", .mode = "snapshot", .description = "Folder snapshot mode", .isOffered = false},
+    {.name = "diskusage", .mode = "diskusage", .description = "Disk usage mode", .isOffered = false},
+    {.name = "browse", .mode = "archivebrowse", .description = "Archive browse mode", .isOffered = false},
 };
 
-constexpr ValueSwitch valueSwitches[] = {
-    {languageSwitch, false}, {themeSwitch, false}, {reportSwitch, true},
-    {leftSwitch, true},      {rightSwitch, true},  {workspaceSwitch, true},
+struct InquiryName {
+    const char *name; ///< as it is typed
+    Inquiry inquiry;
 };
+
+constexpr InquiryName inquiries[] = {
+    {"--help", Inquiry::Help},       {"--help-all", Inquiry::Help}, {"-h", Inquiry::Help},      {"-?", Inquiry::Help},
+    {"--version", Inquiry::Version}, {"-v", Inquiry::Version},      {"--man", Inquiry::Manual},
+};
+
+Inquiry inquiryNamed(const QString &argument)
+{
+    const auto *found = std::find_if(std::begin(inquiries), std::end(inquiries), [&argument](const InquiryName &known) {
+        return argument == QLatin1String(known.name);
+    });
+    return found == std::end(inquiries) ? Inquiry::None : found->inquiry;
+}
 
 /// One element of a command line: a switch with the value that belongs to it, or a path.
 struct Element {
@@ -62,11 +86,11 @@ struct Element {
     bool valueIsPath = false;
 };
 
-const ValueSwitch *findValueSwitch(const QString &name)
+const CommandSwitch *findSwitch(const QString &name)
 {
-    const auto *found = std::find_if(std::begin(valueSwitches), std::end(valueSwitches),
-                                     [&name](const ValueSwitch &known) { return name == QLatin1String(known.name); });
-    return found == std::end(valueSwitches) ? nullptr : found;
+    const auto *found = std::find_if(std::begin(switches), std::end(switches),
+                                     [&name](const CommandSwitch &known) { return name == QLatin1String(known.name); });
+    return found == std::end(switches) ? nullptr : found;
 }
 
 /// Splits the arguments behind the program path. A switch whose value is missing is a flag.
@@ -82,15 +106,49 @@ QList<Element> elements(const QStringList &arguments)
         const bool isLong = argument.startsWith(QLatin1String("--"));
         const qsizetype equals = argument.indexOf(u'=');
         const QString name = isLong ? argument.mid(2, equals < 0 ? -1 : equals - 2) : QString();
-        const ValueSwitch *known = findValueSwitch(name);
-        if (known && equals >= 0)
-            result.append({Element::Form::Attached, name, argument.mid(equals + 1), known->takesPath});
-        else if (known && i + 1 < arguments.size())
-            result.append({Element::Form::NextArgument, name, arguments[++i], known->takesPath});
+        const CommandSwitch *known = findSwitch(name);
+        const bool takesValue = known && known->value;
+        if (takesValue && equals >= 0)
+            result.append({Element::Form::Attached, name, argument.mid(equals + 1), known->valueIsPath});
+        else if (takesValue && i + 1 < arguments.size())
+            result.append({Element::Form::NextArgument, name, arguments[++i], known->valueIsPath});
         else
             result.append({Element::Form::Flag, equals < 0 ? name : QString(), argument, false});
     }
     return result;
+}
+
+void takeFlag(const Element &flag, CommandLine &line)
+{
+    const CommandSwitch *known = findSwitch(flag.name);
+    if (known && known->mode)
+        line.mode = QString::fromLatin1(known->mode);
+    else if (known)
+        line.ignored.append({IgnoredArgument::Reason::NoValue, flag.value});
+    else if (inquiryNamed(flag.value) == Inquiry::None)
+        line.ignored.append({IgnoredArgument::Reason::UnknownOption, flag.value});
+}
+
+void takeValue(const Element &element, CommandLine &line)
+{
+    if (element.name == QLatin1String(reportSwitch))
+        line.report = element.value;
+    else if (element.name == QLatin1String(workspaceSwitch))
+        line.workspace = element.value;
+    else if (element.name == QLatin1String(leftSwitch))
+        line.picks.append({ExplorerPick::Side::Left, element.value});
+    else if (element.name == QLatin1String(rightSwitch))
+        line.picks.append({ExplorerPick::Side::Right, element.value});
+}
+
+/// Keeps of the paths what is done something about.
+void settlePaths(CommandLine &line)
+{
+    const bool opensFile = !line.sessionFiles.isEmpty() || !line.workspace.isEmpty();
+    const qsizetype taken = opensFile ? 0 : std::min(line.paths.size(), qsizetype(2));
+    for (const QString &path : line.paths.mid(taken))
+        line.ignored.append({IgnoredArgument::Reason::SurplusPath, path});
+    line.paths.resize(taken);
 }
 
 QString absoluteFrom(const QDir &folder, const QString &path)
@@ -100,37 +158,40 @@ QString absoluteFrom(const QDir &folder, const QString &path)
 
 } // namespace
 
+std::span<const CommandSwitch> commandSwitches()
+{
+    return switches;
+}
+
 CommandLine parseCommandLine(const QStringList &arguments)
 {
     CommandLine result;
     const QList<Element> all = elements(arguments);
     for (const Element &element : all) {
-        if (element.form == Element::Form::Flag) {
-            for (const ModeSwitch &known : modeSwitches) {
-                if (element.name == QLatin1String(known.name))
-                    result.mode = QString::fromLatin1(known.mode);
-            }
-        } else if (element.value.isEmpty()) {
+        if (element.form == Element::Form::Flag)
+            takeFlag(element, result);
+        else if (element.value.isEmpty())
             continue;
-        } else if (element.form == Element::Form::Path) {
-            if (result.sessionFile.isEmpty() &&
-                element.value.endsWith(QLatin1String(".kvsession"), Qt::CaseInsensitive))
-                result.sessionFile = element.value;
-            else if (result.paths.size() < 2)
-                result.paths.append(element.value);
-        } else if (element.name == QLatin1String(reportSwitch)) {
-            result.report = element.value;
-        } else if (element.name == QLatin1String(workspaceSwitch)) {
-            result.workspace = element.value;
-        } else if (element.name == QLatin1String(leftSwitch)) {
-            result.picks.append({ExplorerPick::Side::Left, element.value});
-        } else if (element.name == QLatin1String(rightSwitch)) {
-            result.picks.append({ExplorerPick::Side::Right, element.value});
-        }
+        else if (element.form != Element::Form::Path)
+            takeValue(element, result);
+        else if (element.value.endsWith(QLatin1String(".kvsession"), Qt::CaseInsensitive))
+            result.sessionFiles.append(element.value);
+        else
+            result.paths.append(element.value);
     }
-    if (!result.sessionFile.isEmpty())
-        result.paths.clear();
+    settlePaths(result);
     return result;
+}
+
+Inquiry inquiryIn(const QStringList &arguments)
+{
+    const QList<Element> all = elements(arguments);
+    for (const Element &element : all) {
+        const Inquiry inquiry = element.form == Element::Form::Flag ? inquiryNamed(element.value) : Inquiry::None;
+        if (inquiry != Inquiry::None)
+            return inquiry;
+    }
+    return Inquiry::None;
 }
 
 QStringList withAbsolutePaths(const QStringList &arguments, const QDir &folder)
@@ -157,27 +218,24 @@ QStringList withAbsolutePaths(const QStringList &arguments, const QDir &folder)
 
 void declareCommandLine(QCommandLineParser &parser)
 {
-    const auto option = [&parser](const char *name, const QString &description, const char *value) {
-        parser.addOption(QCommandLineOption(QString::fromLatin1(name), description, QString::fromLatin1(value)));
-    };
     parser.setApplicationDescription(Velmora::tr("Velmora — file and folder comparison"));
     parser.addHelpOption();
     parser.addVersionOption();
-    option(languageSwitch, Velmora::tr("UI language: en (default) or zh"), "code");
-    option(themeSwitch, Velmora::tr("UI theme: light (default) or dark"), "mode");
-    for (const ModeSwitch &known : modeSwitches) {
-        if (known.description)
-            option(known.name, Velmora::tr(known.description), "");
+    for (const CommandSwitch &known : switches) {
+        if (known.isOffered)
+            parser.addOption(QCommandLineOption(QString::fromLatin1(known.name), Velmora::tr(known.description),
+                                                QString::fromLatin1(known.value)));
     }
-    option(reportSwitch, Velmora::tr("Export diff report to HTML after compare"), "file");
-    option(leftSwitch, Velmora::tr("Treat path as left side (shell context menu)"), "path");
-    option(rightSwitch, Velmora::tr("Treat path as right side; pairs with prior --as-left"), "path");
     parser.addPositionalArgument(QStringLiteral("left"), Velmora::tr("Left file or folder path"));
     parser.addPositionalArgument(QStringLiteral("right"), Velmora::tr("Right file or folder path"));
 }
 
-StartSwitches startSwitches(const QCommandLineParser &parser)
+StartSwitches startSwitches(const QStringList &arguments)
 {
+    QCommandLineParser parser;
+    declareCommandLine(parser);
+    // Its verdict is left aside: what it does not know is for the window to understand or to pass over.
+    parser.parse(arguments);
     StartSwitches result;
     if (parser.isSet(QString::fromLatin1(themeSwitch))) {
         const QString value = parser.value(QString::fromLatin1(themeSwitch)).trimmed().toLower();

@@ -70,13 +70,20 @@ HomeTile::HomeTile(const SessionKindRow &row, QWidget *parent)
     setText(Velmora::tr(row.displayName));
     setToolTip(Velmora::tr(row.summary));
     setAccessibleDescription(toolTip());
+    if (!isBuilt(row)) {
+        m_note = Velmora::tr("Not built yet");
+        setToolTip(toolTip() + u'\n' + Velmora::tr("This session is not part of this version yet."));
+        setAccessibleDescription(toolTip());
+    }
     setAcceptDrops(true);
 }
 
 QSize HomeTile::sizeHint() const
 {
-    const int whole = margin + chipSize + captionGap + fontMetrics().height() + margin;
-    return {fontMetrics().horizontalAdvance(text()) + 2 * margin, (whole + 1) / 2};
+    const int lines = m_note.isEmpty() ? 1 : 2;
+    const int whole = margin + chipSize + captionGap + lines * fontMetrics().height() + margin;
+    const int widest = std::max(fontMetrics().horizontalAdvance(text()), fontMetrics().horizontalAdvance(m_note));
+    return {widest + 2 * margin, (whole + 1) / 2};
 }
 
 void HomeTile::refreshTheme()
@@ -87,8 +94,8 @@ void HomeTile::refreshTheme()
 
 QRect HomeTile::chipRect() const
 {
-    const int content = chipSize + captionGap + fontMetrics().height();
-    return {(width() - chipSize) / 2, (height() - content) / 2, chipSize, chipSize};
+    // Beside tiles that have a note, one without it keeps its icon in line with theirs.
+    return {(width() - chipSize) / 2, margin, chipSize, chipSize};
 }
 
 void HomeTile::paintTexts(QPainter &painter)
@@ -97,6 +104,14 @@ void HomeTile::paintTexts(QPainter &painter)
     const QRect caption(margin / 2, top, width() - margin, height() - top);
     painter.drawText(caption, Qt::AlignHCenter | Qt::AlignTop,
                      fontMetrics().elidedText(text(), Qt::ElideRight, caption.width()));
+    paintNote(painter, caption.adjusted(0, fontMetrics().height(), 0, 0), Qt::AlignHCenter);
+}
+
+void HomeTile::paintNote(QPainter &painter, const QRect &bounds, Qt::Alignment alignment)
+{
+    painter.setPen(blended(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.72));
+    painter.drawText(bounds, alignment | Qt::AlignTop,
+                     fontMetrics().elidedText(m_note, Qt::ElideRight, bounds.width()));
 }
 
 void HomeTile::paintEvent(QPaintEvent * /*event*/)
@@ -187,7 +202,8 @@ HomeCard::HomeCard(const SessionKindRow &row, QWidget *parent) : HomeTile(row, p
 
 QSize HomeCard::sizeHint() const
 {
-    const int texts = QFontMetrics(titleFont(font())).height() + 4 + 3 * fontMetrics().lineSpacing();
+    const int lines = note().isEmpty() ? 3 : 4;
+    const int texts = QFontMetrics(titleFont(font())).height() + 4 + lines * fontMetrics().lineSpacing();
     return {280, 2 * margin + std::max(chipSize, texts)};
 }
 
@@ -207,10 +223,11 @@ void HomeCard::paintTexts(QPainter &painter)
     const QFontMetrics headingMetrics(heading);
     const int left = chipRect().right() + margin + 2;
     const int available = width() - left - margin;
-    const QString summary = accessibleDescription(); // in the language of the title, whatever was chosen since
+    const QString summary = accessibleDescription().section(u'\n', 0, 0); // in the language of the title, always
     const QRect summaryBounds =
         fontMetrics().boundingRect(QRect(0, 0, available, height()), Qt::AlignLeft | Qt::TextWordWrap, summary);
-    const int content = headingMetrics.height() + 4 + summaryBounds.height();
+    const int noteHeight = note().isEmpty() ? 0 : fontMetrics().lineSpacing();
+    const int content = headingMetrics.height() + 4 + summaryBounds.height() + noteHeight;
     const int top = std::max((height() - content) / 2, margin / 2);
 
     painter.setFont(heading);
@@ -218,9 +235,9 @@ void HomeCard::paintTexts(QPainter &painter)
                      headingMetrics.elidedText(text(), Qt::ElideRight, available));
     painter.setFont(font());
     painter.setPen(blended(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.72));
-    painter.drawText(
-        QRect(left, top + headingMetrics.height() + 4, available, height() - top - headingMetrics.height() - 8),
-        Qt::AlignLeft | Qt::TextWordWrap, summary);
+    const QRect rest(left, top + headingMetrics.height() + 4, available, height() - top - headingMetrics.height() - 8);
+    painter.drawText(rest, Qt::AlignLeft | Qt::TextWordWrap, summary);
+    paintNote(painter, rest.adjusted(0, summaryBounds.height(), 0, 0), Qt::AlignLeft);
 }
 
 } // namespace velmora

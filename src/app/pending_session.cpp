@@ -1,8 +1,10 @@
 #include "app/pending_session.h"
 
 #include "app/session_kinds.h"
+#include "session/session_host.h"
 #include "session/translate.h"
 
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace velmora {
@@ -31,7 +33,8 @@ PendingSession::PendingSession(SessionHost &host, const SessionKindRow &row, QWi
     : SessionWidget(host, parent),
       m_row(row),
       m_icon(new QLabel(this)),
-      m_inputs(centredLabel({}, 1.0, QFont::Normal, this))
+      m_inputs(centredLabel({}, 1.0, QFont::Normal, this)),
+      m_instead(new QPushButton(this))
 {
     m_icon->setAlignment(Qt::AlignCenter);
     auto *name = centredLabel(Velmora::tr(row.displayName), 1.9, QFont::DemiBold, this);
@@ -41,12 +44,20 @@ PendingSession::PendingSession(SessionHost &host, const SessionKindRow &row, QWi
     m_inputs->setTextFormat(Qt::PlainText);
     m_inputs->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_inputs->hide();
+    m_instead->setObjectName(QStringLiteral("compareInstead"));
+    m_instead->setText(row.filesOnly ? Velmora::tr("Compare as text") : Velmora::tr("Compare as folders"));
+    m_instead->hide();
+    connect(m_instead, &QAbstractButton::clicked, this, [this] {
+        this->host().openSession(m_row.filesOnly ? QStringLiteral("text") : QStringLiteral("folder"),
+                                 {.left = m_paths.left, .right = m_paths.right, .base = {}});
+    });
 
     auto *column = new QVBoxLayout(this);
     column->setSpacing(10);
     column->addStretch(2);
-    for (QWidget *part : {static_cast<QWidget *>(m_icon), static_cast<QWidget *>(name), static_cast<QWidget *>(summary),
-                          static_cast<QWidget *>(note), static_cast<QWidget *>(m_inputs)})
+    for (QWidget *part :
+         {static_cast<QWidget *>(m_icon), static_cast<QWidget *>(name), static_cast<QWidget *>(summary),
+          static_cast<QWidget *>(note), static_cast<QWidget *>(m_inputs), static_cast<QWidget *>(m_instead)})
         column->addWidget(part, 0, Qt::AlignHCenter);
     column->addStretch(3);
     refreshTheme();
@@ -67,6 +78,8 @@ void PendingSession::setPaths(const SessionPaths &paths)
     }
     m_inputs->setText(lines.join(u'\n'));
     m_inputs->setVisible(!lines.isEmpty());
+    const bool isOfFolders = m_row.group == KindGroup::MergeAndSync;
+    m_instead->setVisible((m_row.filesOnly || isOfFolders) && !paths.left.isEmpty() && !paths.right.isEmpty());
 }
 
 void PendingSession::refreshTheme()

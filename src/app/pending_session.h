@@ -3,13 +3,15 @@
 #include "session/session_widget.h"
 
 class QLabel;
+class QPushButton;
 
 namespace velmora {
 
 struct SessionKindRow;
 
-/// Stands in for a kind whose session is not part of the program yet. Says so, and keeps the paths it was opened with,
-/// so that its tab is titled, remembered and saved like any other.
+/// Stands in for a kind whose session is not part of the program yet. Says so, offers the session that shows its files
+/// or folders meanwhile, and keeps the paths it was opened with, so that its tab is titled, remembered and saved like
+/// any other.
 class PendingSession final : public SessionWidget {
     Q_OBJECT
 public:
@@ -30,6 +32,7 @@ private:
     QJsonObject m_options;
     QLabel *m_icon;
     QLabel *m_inputs;
+    QPushButton *m_instead;
 };
 
 } // namespace velmora

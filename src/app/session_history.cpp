@@ -2,6 +2,8 @@
 
 #include "core/settings_store.h"
 
+#include <QDir>
+
 namespace velmora {
 
 namespace {
@@ -13,6 +15,23 @@ constexpr QLatin1String leftKey("leftPath");
 constexpr QLatin1String rightKey("rightPath");
 constexpr QLatin1String baseKey("basePath");
 constexpr QLatin1String timestampKey("timestamp");
+
+/// A folder is the same with or without a separator behind its name.
+QString withoutLastSeparator(const QString &path)
+{
+    QString result = path;
+    while (result.size() > 1 && (result.endsWith(u'/') || result.endsWith(QDir::separator())))
+        result.chop(1);
+    return result;
+}
+
+bool areSame(const SessionPaths &one, const SessionPaths &other)
+{
+    const auto isSame = [](const QString &path, const QString &otherPath) {
+        return withoutLastSeparator(path) == withoutLastSeparator(otherPath);
+    };
+    return isSame(one.left, other.left) && isSame(one.right, other.right) && isSame(one.base, other.base);
+}
 
 } // namespace
 
@@ -54,7 +73,7 @@ const SessionHistory::Entry *SessionHistory::find(quint64 id) const
 void SessionHistory::add(const QString &type, const QString &name, const SessionPaths &paths)
 {
     if (!m_entries.isEmpty() && m_entries.constLast().record.type == type &&
-        m_entries.constLast().record.paths == paths)
+        areSame(m_entries.constLast().record.paths, paths))
         return;
     append({.name = name, .type = type, .paths = paths, .options = {}, .timestamp = QDateTime::currentDateTime()});
     store();

@@ -41,7 +41,8 @@ public:
     /// Null when there is no such entry any more.
     [[nodiscard]] const Entry *find(quint64 id) const;
 
-    /// Appends a session as of now, unless the newest entry is of the same type and paths; the oldest give way.
+    /// Appends a session as of now, unless the newest entry is of the same type and paths, with or without a separator
+    /// behind a path; the oldest give way.
     void add(const QString &type, const QString &name, const SessionPaths &paths);
     void replace(quint64 id, const SessionRecord &record);
     void remove(quint64 id);

@@ -297,6 +297,7 @@ constexpr SessionKindRow rows[] = {
      .inTools = true,
      .displayName = QT_TRANSLATE_NOOP("Velmora", "SFTP compare"),
      .tabTitle = QT_TRANSLATE_NOOP("Velmora", "SFTP compare %1"),
+     .remote = true,
      .icon = ":/icons/sessions/sftp.png",
      .slot = "onNewSftpCompare",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Compare a local folder with one on a remote host over SSH."),
@@ -321,6 +322,11 @@ QHash<QString, QIcon> &iconCache()
 std::span<const SessionKindRow> sessionKinds()
 {
     return rows;
+}
+
+bool isBuilt(const SessionKindRow &kind)
+{
+    return kind.create != pending;
 }
 
 const SessionKindRow *findSessionKind(const QString &kind)

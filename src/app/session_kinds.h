@@ -39,6 +39,7 @@ struct SessionKindRow {
     bool opensPairs = false; ///< two paths on the command line or from Explorer may open this kind
     LonePath lonePath = LonePath::None;
     bool filesOnly = false; ///< folders dropped on its tile are refused
+    bool remote = false;    ///< leads to another machine, whatever its paths are
     const char *icon;       ///< a resource path, which a theme may override
     const char *slot;       ///< the main window's slot that opens an empty session
     const char *summary;    ///< one sentence: what the session is for
@@ -47,6 +48,9 @@ struct SessionKindRow {
     /// that keeps none.
     bool (*holdsUnsaved)(const RecoveryRecord &record) = nullptr;
 };
+
+/// Whether sessions of the kind do their work in this version.
+[[nodiscard]] bool isBuilt(const SessionKindRow &kind);
 
 /// All kinds, in the order of the menus.
 [[nodiscard]] std::span<const SessionKindRow> sessionKinds();

@@ -3,7 +3,7 @@
 #include "app/record_dialog.h"
 #include "app/session_files.h"
 #include "app/session_history.h"
-#include "app/session_kinds.h"
+#include "app/session_offer.h"
 #include "app/session_tabs.h"
 #include "app/tab_restorer.h"
 #include "session/dialogs.h"
@@ -37,78 +37,6 @@ QString withAllFiles(const QString &filter)
 QString withSuffix(const QString &path, const QString &suffix)
 {
     return path.endsWith(suffix, Qt::CaseInsensitive) ? path : path + suffix;
-}
-
-/// A path of unknown origin as one line: what would break the line, be invisible or turn the reading direction stands
-/// as its number, and the middle of one that is longer than systems allow is left out.
-QString visiblePath(const QString &path)
-{
-    constexpr qsizetype half = 2000;
-    QList<uint> letters = path.toUcs4();
-    if (letters.size() > 2 * half)
-        letters = letters.first(half) + QList<uint>{0x2026} + letters.last(half);
-    QString result;
-    for (const uint letter : std::as_const(letters)) {
-        const char32_t c = letter;
-        if (QChar::isPrint(c))
-            result += QString::fromUcs4(&c, 1);
-        else
-            result += QStringLiteral("\\u%1").arg(letter, 4, 16, QLatin1Char('0'));
-    }
-    return QDir::toNativeSeparators(result);
-}
-
-/// Whether a path is not certainly one of this machine, such as that of a share or of another host: asking for it tells
-/// others of the person who asks.
-bool mayLeadElsewhere(const QString &path)
-{
-    const QString clean = QDir::fromNativeSeparators(path);
-    return !clean.isEmpty() && (clean.startsWith(QLatin1String("//")) || !QDir::isAbsolutePath(clean));
-}
-
-/// What a session would be and would look at, one line each.
-QString sessionSummary(const SessionRecord &record)
-{
-    const SessionKindRow *kind = findSessionKind(record.type);
-    QStringList lines = {Velmora::tr("Type:") + u' ' +
-                         (kind ? Velmora::tr(kind->displayName) : visiblePath(record.type))};
-    const auto add = [&lines](const QString &label, const QString &path) {
-        if (!path.isEmpty())
-            lines.append(label + u' ' + visiblePath(path));
-    };
-    add(Velmora::tr("Base:"), record.paths.base);
-    add(Velmora::tr("Left:"), record.paths.left);
-    add(Velmora::tr("Right:"), record.paths.right);
-    return lines.join(u'\n');
-}
-
-bool mayLeadElsewhere(const SessionPaths &paths)
-{
-    return mayLeadElsewhere(paths.base) || mayLeadElsewhere(paths.left) || mayLeadElsewhere(paths.right);
-}
-
-/// The sessions that a workspace may open as tabs.
-QList<SessionRecord> sessionsToOpen(const Workspace &workspace)
-{
-    if (workspace.openTabs.isEmpty())
-        return workspace.sessions;
-    QList<SessionRecord> sessions;
-    for (const OpenTab &tab : workspace.openTabs)
-        sessions.append(tab.record);
-    return sessions;
-}
-
-/// What a workspace would look at, one line for each session.
-QString workspaceSummary(const Workspace &workspace)
-{
-    constexpr qsizetype mostTold = 10;
-    const QList<SessionRecord> sessions = sessionsToOpen(workspace);
-    QStringList lines;
-    for (const SessionRecord &session : sessions.first(std::min(mostTold, sessions.size())))
-        lines.append(sessionSummary(session).replace(u'\n', QLatin1String("  ")));
-    if (sessions.size() > mostTold)
-        lines.append(Velmora::tr("... and %1 more").arg(sessions.size() - mostTold));
-    return lines.join(u'\n');
 }
 
 } // namespace
@@ -163,33 +91,36 @@ void SessionLibrary::openNamedSessionFile(const QString &path)
     const auto record = readSession(path);
     if (!record)
         return;
-    if (mayLeadElsewhere(record->paths))
-        askAndOpen(*record);
-    else
+    if (!leadsElsewhere(*record)) {
         openRead(*record);
+        return;
+    }
+    askToOpen(
+        {.title = Velmora::tr("Open session"),
+         .text = Velmora::tr("The session \"%1\" leads to another machine. Open it?").arg(visibleText(record->name)) +
+                 QStringLiteral("\n\n") + offerText(*record),
+         .open = [this, record = *record] { openRead(record); }});
 }
 
-void SessionLibrary::offerSessionFile(const QString &path)
+void SessionLibrary::askToOpen(const Question &question)
 {
-    if (const auto record = readSession(path))
-        askAndOpen(*record);
+    m_questions.enqueue(question);
+    if (m_questions.size() == 1)
+        askNext();
 }
 
-void SessionLibrary::askAndOpen(const SessionRecord &record)
-{
-    askToOpen(Velmora::tr("Open session"), Velmora::tr("Open this session?"), sessionSummary(record),
-              [this, record] { openRead(record); });
-}
-
-void SessionLibrary::askToOpen(const QString &title, const QString &question, const QString &summary,
-                               std::function<void()> open)
+void SessionLibrary::askNext()
 {
     constexpr int yes = 1;
-    Dialogs::instance().ask(m_window, Dialogs::Tone::Information, title, question + QStringLiteral("\n\n") + summary,
+    if (m_questions.isEmpty())
+        return;
+    Dialogs::instance().ask(m_window, Dialogs::Tone::Information, m_questions.head().title, m_questions.head().text,
                             {{Velmora::tr("Open"), yes, true, false}, {Velmora::tr("Cancel"), 0, false, true}},
-                            [open = std::move(open)](int answer) {
+                            [this](int answer) {
+                                const Question answered = m_questions.dequeue();
                                 if (answer == yes)
-                                    open();
+                                    answered.open();
+                                askNext();
                             });
 }
 
@@ -267,24 +198,15 @@ void SessionLibrary::openNamedWorkspace(const QString &path)
     const auto workspace = readWorkspace(path);
     if (!workspace)
         return;
-    const QList<SessionRecord> sessions = sessionsToOpen(*workspace);
-    if (std::any_of(sessions.begin(), sessions.end(),
-                    [](const SessionRecord &session) { return mayLeadElsewhere(session.paths); }))
-        askAndOpen(*workspace, path);
-    else
+    if (!leadsElsewhere(*workspace)) {
         openRead(*workspace, path);
-}
-
-void SessionLibrary::offerWorkspace(const QString &path)
-{
-    if (const auto workspace = readWorkspace(path))
-        askAndOpen(*workspace, path);
-}
-
-void SessionLibrary::askAndOpen(const Workspace &workspace, const QString &path)
-{
-    askToOpen(Velmora::tr("Open workspace"), Velmora::tr("Open this workspace?"), workspaceSummary(workspace),
-              [this, workspace, path] { openRead(workspace, path); });
+        return;
+    }
+    askToOpen({.title = Velmora::tr("Open workspace"),
+               .text = Velmora::tr("The workspace \"%1\" leads to another machine. Open it?")
+                           .arg(visibleText(QFileInfo(path).completeBaseName())) +
+                       QStringLiteral("\n\n") + offerText(*workspace),
+               .open = [this, workspace = *workspace, path] { openRead(workspace, path); }});
 }
 
 std::optional<Workspace> SessionLibrary::readWorkspace(const QString &path)

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QQueue>
 
 #include <functional>
 #include <optional>
@@ -30,17 +31,14 @@ public:
     void saveSession();
     void chooseSession();
     void openSessionFile(const QString &path);
-    /// For a file that the person who starts the program names: shows what would be opened, before it is, when a path
-    /// may lead to another machine.
+    /// For a file that is named from outside: when it leads to another machine, shows what would be opened before it
+    /// is. Of several such files each has its turn.
     void openNamedSessionFile(const QString &path);
-    /// For a file that another program hands over: always shows what would be opened before it is.
-    void offerSessionFile(const QString &path);
     void saveWorkspace();
     void chooseWorkspace();
     void openWorkspace(const QString &path);
     /// As with session files.
     void openNamedWorkspace(const QString &path);
-    void offerWorkspace(const QString &path);
     /// Leaves a workspace that is being restored at the tabs that are there.
     void stopRestoring();
 
@@ -60,14 +58,19 @@ Q_SIGNALS:
     void statusMessage(const QString &message);
 
 private:
+    struct Question {
+        QString title;
+        QString text;
+        std::function<void()> open;
+    };
+
     void askAndSave(const SessionRecord &record);
     /// The session in a file; nothing, and a warning, when there is none.
     [[nodiscard]] std::optional<SessionRecord> readSession(const QString &path);
     /// The workspace in a file; nothing, and a word about it, when there is none.
     [[nodiscard]] std::optional<Workspace> readWorkspace(const QString &path);
-    void askAndOpen(const SessionRecord &record);
-    void askAndOpen(const Workspace &workspace, const QString &path);
-    void askToOpen(const QString &title, const QString &question, const QString &summary, std::function<void()> open);
+    void askToOpen(const Question &question);
+    void askNext();
     void openRead(const SessionRecord &record);
     void openRead(const Workspace &workspace, const QString &path);
     void writeWorkspace(const QString &path);
@@ -79,6 +82,7 @@ private:
     SessionTabs &m_tabs;
     SessionHistory &m_history;
     QWidget *m_window;
+    QQueue<Question> m_questions; ///< the first one is being asked
     QPointer<TabRestorer> m_restorer;
     QPointer<SessionWidget> m_front; ///< of the tabs restored so far, the one that was in front
 };

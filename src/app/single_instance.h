@@ -10,6 +10,9 @@
 #include <memory>
 #include <optional>
 
+class QLocalSocket;
+class QProcessEnvironment;
+
 namespace velmora {
 
 /// The longest hand-over message, in bytes. A longer one is neither sent nor accepted.
@@ -18,6 +21,15 @@ inline constexpr qint64 handOverLimit = 1024 * 1024;
 /// The name of the local socket under which the running instance of this user can be reached.
 [[nodiscard]] QString singleInstanceServerName();
 
+/// The names to look for a running instance under, and to listen under, in this order: the user's own and, where the
+/// system can tell instances apart, one for this display and profile. The second is for a start that finds the first
+/// taken by an instance which its window would not be seen beside.
+[[nodiscard]] QStringList singleInstanceServerNames();
+
+/// Whether two processes with these environments show their windows on one display and keep their settings in one
+/// place. A variable of the display that only one of them has says nothing as long as both have another.
+[[nodiscard]] bool shareAPlace(const QProcessEnvironment &one, const QProcessEnvironment &other);
+
 /// The message that hands an argument list over: each argument as UTF-8, followed by one zero byte.
 [[nodiscard]] QByteArray encodeArguments(const QStringList &arguments);
 
@@ -25,9 +37,13 @@ inline constexpr qint64 handOverLimit = 1024 * 1024;
 [[nodiscard]] std::optional<QStringList> decodeArguments(const QByteArray &message);
 
 /// Hands `arguments` to the instance that listens under `server`. False when there is none, when it belongs to another
-/// user or when the message would be too long: then this process has to do the work itself. Blocks for up to 500 ms for
-/// the connection and 1000 ms each for the message and the end; meant for a process that shows no window yet.
-[[nodiscard]] bool handOver(const QString &server, const QStringList &arguments);
+/// user, display or profile, or when the message would be too long: then this process has to do the work itself.
+///
+/// Returns when the instance hangs up, which it does when it has read what the arguments name: whoever started this
+/// process may remove the files once it has ended. Blocks for up to 500 ms for the connection, 1000 ms for the message
+/// and `patience` for the reading; meant for a process that shows no window yet.
+[[nodiscard]] bool handOver(const QString &server, const QStringList &arguments,
+                            std::chrono::milliseconds patience = std::chrono::seconds(1));
 
 /// The turn of one start between the look for a running instance and being one: starts at the same time take it one
 /// after the other.
@@ -44,10 +60,17 @@ private:
     std::unique_ptr<QLockFile> m_lock;
 };
 
+/// What a later start has handed over. It waits for as long as `sender` is held anywhere, though not for ever.
+struct HandedOver {
+    QStringList arguments; ///< empty for a start that connected and said nothing
+    std::shared_ptr<QLocalSocket> sender;
+};
+
 /// The running instance's end: takes the argument lists that later starts hand over.
 ///
-/// Lives on the interface thread and never blocks it. Whatever a connection does, it is over after 2000 ms. Processes
-/// of other users are not heard, and a message that `decodeArguments` refuses is dropped.
+/// Lives on the interface thread and never blocks it. A connection has 2000 ms for its message, which is whole when the
+/// other side hangs up, or pauses behind an argument. Processes of other users, and starts
+/// that have another display or profile, are not heard, and a message that `decodeArguments` refuses is dropped.
 class SingleInstanceServer final : public QObject {
     Q_OBJECT
 public:
@@ -55,15 +78,17 @@ public:
                                   QObject *parent = nullptr);
     ~SingleInstanceServer() override;
 
+    /// Begins to listen under the first of `names` that is free.
+    [[nodiscard]] bool listen(const QStringList &names);
     /// Begins to listen under `name`, where the remains of an instance that crashed are cleared away first. False when
     /// a living instance answers there or the system refuses.
     [[nodiscard]] bool listen(const QString &name);
 
-    /// The oldest argument list not taken yet; empty for a start that connected and said nothing.
-    [[nodiscard]] QStringList takeArguments();
+    /// The oldest start not taken yet; nothing in it when there is none.
+    [[nodiscard]] HandedOver take();
 
 Q_SIGNALS:
-    /// A later start has been heard out: `takeArguments` has one list more.
+    /// A later start has been heard out: `take` has one more.
     void instanceConnected();
 
 private:
@@ -71,7 +96,7 @@ private:
 
     QLocalServer m_server;
     std::chrono::milliseconds m_patience;
-    QQueue<QStringList> m_arguments;
+    QQueue<HandedOver> m_starts;
 };
 
 } // namespace velmora

@@ -3,6 +3,7 @@
 #include "app/about.h"
 #include "app/command_line.h"
 #include "app/locale.h"
+#include "app/manual.h"
 #include "app/plain_titles.h"
 #include "app/single_instance.h"
 #include "app/tarnwick.h"
@@ -13,7 +14,11 @@
 #include "session/translate.h"
 
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <QFontDatabase>
+
+#include <algorithm>
+#include <cstdlib>
 
 namespace velmora {
 
@@ -26,16 +31,52 @@ void setDisplayName()
     QGuiApplication::setApplicationDisplayName(Velmora::tr("Velmora"));
 }
 
-/// Shows what a console program would print, in a window where there is no console.
-int answer(const QString &text)
+QString answerTo(const QStringList &arguments)
 {
-    if (writeToConsole(text))
-        return 0;
+    switch (inquiryIn(arguments)) {
+    case Inquiry::Help: {
+        QCommandLineParser parser;
+        declareCommandLine(parser);
+        return parser.helpText();
+    }
+    case Inquiry::Version:
+        return QStringLiteral("%1 %2").arg(Velmora::tr("Velmora"), applicationVersion());
+    case Inquiry::Manual:
+        return QString::fromUtf8(manualPage());
+    case Inquiry::None:
+        break;
+    }
+    return {};
+}
+
+int showAnswer(const QString &text)
+{
     // The box is opened from within the event loop, as it has to end it.
     QTimer::singleShot(0, qApp, [text] {
         Dialogs::instance().tell(nullptr, Dialogs::Tone::Information, QGuiApplication::applicationDisplayName(), text);
     });
     return QApplication::exec();
+}
+
+QString told(const IgnoredArgument &ignored)
+{
+    switch (ignored.reason) {
+    case IgnoredArgument::Reason::UnknownOption:
+        return Velmora::tr("unknown option %1 is ignored").arg(ignored.argument);
+    case IgnoredArgument::Reason::NoValue:
+        return Velmora::tr("option %1 is ignored: it needs a value").arg(ignored.argument);
+    case IgnoredArgument::Reason::SurplusPath:
+        break;
+    }
+    return Velmora::tr("surplus path %1 is ignored").arg(ignored.argument);
+}
+
+bool handOverToAnyone(const QStringList &arguments)
+{
+    const QStringList message = withAbsolutePaths(arguments, QDir::current());
+    const QStringList names = singleInstanceServerNames();
+    return std::any_of(names.begin(), names.end(),
+                       [&](const QString &name) { return handOver(name, message, readingPatience(arguments)); });
 }
 
 } // namespace
@@ -87,30 +128,57 @@ std::optional<bool> applyStartSwitches(const StartSwitches &switches)
     return dark;
 }
 
+bool inquires(const QStringList &arguments)
+{
+    return inquiryIn(arguments) != Inquiry::None;
+}
+
+std::optional<int> answerOnConsole(const QStringList &arguments)
+{
+    loadLocale();
+    if (const StartSwitches switches = startSwitches(arguments); !switches.locale.isEmpty())
+        setCurrentLocale(switches.locale);
+    installTranslator();
+    switch (writeToConsole(answerTo(arguments))) {
+    case ConsoleResult::Written:
+        return EXIT_SUCCESS;
+    case ConsoleResult::Failed:
+        return EXIT_FAILURE;
+    case ConsoleResult::NoConsole:
+        break;
+    }
+    return std::nullopt;
+}
+
+std::chrono::milliseconds readingPatience(const QStringList &arguments)
+{
+    // A slow disk reads so much in a millisecond; ten seconds are what a person waits for a prompt at most.
+    constexpr qint64 bytesPerMillisecond = 50 * 1024;
+    constexpr qint64 least = 1000;
+    constexpr qint64 most = 10000;
+    qint64 bytes = 0;
+    const QStringList paths = parseCommandLine(arguments).paths;
+    for (const QString &path : paths)
+        bytes += QFileInfo(path).isFile() ? QFileInfo(path).size() : 0;
+    return std::chrono::milliseconds(std::min(least + bytes / bytesPerMillisecond, most));
+}
+
 int runApplication()
 {
     dressApplication();
     const PlainTitles titles;
     const QStringList arguments = QCoreApplication::arguments();
+    if (inquires(arguments))
+        return showAnswer(answerTo(arguments));
+    const QList<IgnoredArgument> ignored = parseCommandLine(arguments).ignored;
+    for (const IgnoredArgument &argument : ignored)
+        writeToConsole(QStringLiteral("velmora: ") + told(argument), ConsoleStream::Errors);
+
     // Of two starts at the same time one has to wait until the other can be heard, or both would open a window.
     StartTurn turn(singleInstanceServerName());
-    if (handOver(singleInstanceServerName(), withAbsolutePaths(arguments, QDir::current())))
-        return 0;
-
-    QCommandLineParser parser;
-    declareCommandLine(parser);
-    // Its verdict is left aside: what it does not know is for the window to understand or to pass over.
-    parser.parse(arguments);
-    if (parser.isSet(QStringLiteral("version"))) {
-        turn.end();
-        return answer(QStringLiteral("%1 %2").arg(QGuiApplication::applicationDisplayName(), applicationVersion()));
-    }
-    if (parser.isSet(QStringLiteral("help")) || parser.isSet(QStringLiteral("help-all"))) {
-        turn.end();
-        return answer(parser.helpText());
-    }
-
-    Tarnwick window(applyStartSwitches(startSwitches(parser)));
+    if (handOverToAnyone(arguments))
+        return EXIT_SUCCESS;
+    Tarnwick window(applyStartSwitches(startSwitches(arguments)));
     turn.end();
     window.show();
     window.handleArguments(arguments);

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
 #include <optional>
 
 namespace velmora {
@@ -21,8 +22,19 @@ void dressApplication();
 /// Wears and stores what the switches of the start ask for. Returns whether this run is dark, when they say so.
 std::optional<bool> applyStartSwitches(const StartSwitches &switches);
 
-/// Runs the program to its end and returns its exit status: hands over to an instance that is already running, prints
-/// help or version, or opens the main window.
+/// Whether an argument list asks for help or the like, which is answered at once, whatever else stands in it: no other
+/// instance hears of it, and no display is needed. The first argument is a program's path and is passed over.
+[[nodiscard]] bool inquires(const QStringList &arguments);
+
+/// Answers on the console and returns the exit status; nothing where there is no console. A core application suffices.
+[[nodiscard]] std::optional<int> answerOnConsole(const QStringList &arguments);
+
+/// How long a second start waits for the window to have read the files that `arguments` names: more for large ones.
+[[nodiscard]] std::chrono::milliseconds readingPatience(const QStringList &arguments);
+
+/// Runs the program to its end and returns its exit status: hands over to an instance that is already running, or opens
+/// the main window. Tells on standard error about arguments that nothing is done about. Shows help and version in a
+/// window, for a start without a console.
 [[nodiscard]] int runApplication();
 
 } // namespace velmora

@@ -67,7 +67,7 @@ Tarnwick::Tarnwick(std::optional<bool> darkThisRun, QWidget *parent)
     showStatus(Velmora::tr("Ready"));
 
     connect(&m_instances, &SingleInstanceServer::instanceConnected, this, &Tarnwick::onInstanceConnected);
-    if (!m_instances.listen(singleInstanceServerName()))
+    if (!m_instances.listen(singleInstanceServerNames()))
         qCDebug(shellLog, "SingleInstance: QLocalServer listen failed");
     new DropRouter(*m_tabs, this);
     qCDebug(shellLog, "build %s | Qt %s | exe %s", qPrintable(buildStamp()), qVersion(),
@@ -230,9 +230,12 @@ void Tarnwick::onOptions()
 
 void Tarnwick::onInstanceConnected()
 {
-    const QStringList arguments = m_instances.takeArguments();
-    if (!arguments.isEmpty())
-        handleArguments(arguments, Start::HandedOver);
+    const HandedOver start = m_instances.take();
+    if (!start.arguments.isEmpty()) {
+        m_sender = start.sender;
+        handleArguments(start.arguments);
+        m_sender.reset();
+    }
     // A maximised window stays so.
     setWindowState((windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
     show();

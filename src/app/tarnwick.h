@@ -32,11 +32,8 @@ public:
     explicit Tarnwick(std::optional<bool> darkThisRun = {}, QWidget *parent = nullptr);
     ~Tarnwick() override;
 
-    /// Whose command line it is: this process's own, or that of a later start, by whatever program.
-    enum class Start { Own, HandedOver };
-
     /// Does what a command line asks for. The first argument is a program's path and is passed over.
-    void handleArguments(const QStringList &arguments, Start start = Start::Own);
+    void handleArguments(const QStringList &arguments);
 
     /// Opens a session on two paths in a new tab and starts it. A kind that does not open pairs becomes "folder" when
     /// both are existing folders, and "text" otherwise. A pending report path goes to this session.
@@ -59,6 +56,7 @@ public:
     void openDropped(const SessionKindRow &kind, const QStringList &paths);
 
     void openSession(const QString &kind, const SessionPaths &paths) override;
+    [[nodiscard]] bool isBuilt(const QString &kind) const override;
     void showStatus(const QString &message, int milliseconds = 0) override;
     void showLegend() override;
     RecoveryStore *recovery() override { return &m_recovery; }
@@ -120,6 +118,8 @@ private:
     void buildCentre();
     void connectLibrary();
     void openEmptyOf(const char *kind);
+    /// Starts a session; the later start that asks for it waits until its files are read.
+    void startSession(SessionWidget *session);
     void openLonePath(const QString &mode, const QString &path);
     SessionWidget *addSession(const SessionKindRow &kind, const QString &title, const SessionPaths &paths = {});
     /// For a session that has just been added: its paths, if any, are filled in and remembered.
@@ -138,7 +138,8 @@ private:
     SessionHistory m_history;
     SessionLibrary *m_library;
     SingleInstanceServer m_instances;
-    QDate m_historyDay; ///< which the panel calls "Today"
+    std::shared_ptr<QLocalSocket> m_sender; ///< of the command line that is being carried out, if it was handed over
+    QDate m_historyDay;                     ///< which the panel calls "Today"
     QString m_explorerLeft;
     QString m_pendingReport;
     int m_tabCounter = 0;

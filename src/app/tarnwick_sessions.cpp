@@ -9,8 +9,6 @@
 
 #include <QFileInfo>
 
-#include <functional>
-
 // How a session comes to be opened: from paths, records, command lines and the file manager.
 
 namespace velmora {
@@ -51,7 +49,7 @@ SessionPaths sidesOf(const SessionKindRow &kind, const QStringList &paths)
 
 } // namespace
 
-void Tarnwick::handleArguments(const QStringList &arguments, Start start)
+void Tarnwick::handleArguments(const QStringList &arguments)
 {
     const CommandLine line = parseCommandLine(arguments);
     if (!line.report.isEmpty())
@@ -62,14 +60,10 @@ void Tarnwick::handleArguments(const QStringList &arguments, Start start)
         else
             setExplorerRight(absoluteForm(pick.path));
     }
-    if (!line.sessionFile.isEmpty()) {
-        const auto open =
-            start == Start::HandedOver ? &SessionLibrary::offerSessionFile : &SessionLibrary::openNamedSessionFile;
-        std::invoke(open, *m_library, absoluteForm(line.sessionFile));
-    } else if (!line.workspace.isEmpty()) {
-        const auto open =
-            start == Start::HandedOver ? &SessionLibrary::offerWorkspace : &SessionLibrary::openNamedWorkspace;
-        std::invoke(open, *m_library, absoluteForm(line.workspace));
+    for (const QString &file : line.sessionFiles)
+        m_library->openNamedSessionFile(absoluteForm(file));
+    if (line.sessionFiles.isEmpty() && !line.workspace.isEmpty()) {
+        m_library->openNamedWorkspace(absoluteForm(line.workspace));
     } else if (line.paths.size() == 2) {
         openCompare(line.mode, absoluteForm(line.paths[0]), absoluteForm(line.paths[1]));
         m_explorerLeft.clear();
@@ -99,7 +93,7 @@ void Tarnwick::openCompare(const QString &kind, const QString &leftPath, const Q
     // The report belongs to this comparison; a kind that writes none must not leave it to a later one.
     if (!m_pendingReport.isEmpty())
         session->setPendingReport(std::exchange(m_pendingReport, {}));
-    session->start();
+    startSession(session);
 }
 
 void Tarnwick::openSession(const QString &kind, const SessionPaths &paths)
@@ -115,7 +109,23 @@ void Tarnwick::openRecord(const SessionRecord &record)
     SessionWidget *session = addSession(row, titleOf(record), record.paths);
     if (!record.options.isEmpty())
         session->setOptions(record.options);
+    startSession(session);
+}
+
+void Tarnwick::startSession(SessionWidget *session)
+{
     session->start();
+    if (m_sender && session->isReading()) {
+        // Whoever holds the sender keeps it waiting: here the connection, which goes with the session if that closes.
+        connect(
+            session, &SessionWidget::readingEnded, session, [held = m_sender] {}, Qt::SingleShotConnection);
+    }
+}
+
+bool Tarnwick::isBuilt(const QString &kind) const
+{
+    const SessionKindRow *known = findSessionKind(kind);
+    return known && velmora::isBuilt(*known);
 }
 
 void Tarnwick::restoreRecord(const SessionRecord &record)

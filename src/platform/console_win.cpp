@@ -22,21 +22,21 @@ bool writeTo(HANDLE output, const QString &text)
 
 } // namespace
 
-bool writeToConsole(const QString &text)
+ConsoleResult writeToConsole(const QString &text, ConsoleStream stream)
 {
     const QString line = text + QStringLiteral("\r\n");
     // A redirected output is inherited; a console has to be asked for, as a windowed program begins without one.
-    if (writeTo(GetStdHandle(STD_OUTPUT_HANDLE), line))
-        return true;
+    if (writeTo(GetStdHandle(stream == ConsoleStream::Output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE), line))
+        return ConsoleResult::Written;
     if (!AttachConsole(ATTACH_PARENT_PROCESS))
-        return false;
+        return ConsoleResult::NoConsole;
     const HANDLE console = CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                        nullptr, OPEN_EXISTING, 0, nullptr);
     const bool written = writeTo(console, line);
     if (console != INVALID_HANDLE_VALUE)
         CloseHandle(console);
     FreeConsole();
-    return written;
+    return written ? ConsoleResult::Written : ConsoleResult::NoConsole;
 }
 
 } // namespace velmora

@@ -19,6 +19,9 @@ public:
     /// sides are folders, and "text" otherwise.
     virtual void openSession(const QString &kind, const SessionPaths &paths) = 0;
 
+    /// Whether sessions of `kind` do their work in this version; the others only say that they do not yet.
+    [[nodiscard]] virtual bool isBuilt(const QString & /*kind*/) const { return true; }
+
     /// Shows `message` in the status bar, for `milliseconds` or, when 0, until the next one.
     virtual void showStatus(const QString &message, int milliseconds = 0) = 0;
 

@@ -34,6 +34,9 @@ public:
     /// Starts the comparison, scan or computation on the current inputs.
     virtual void start() = 0;
 
+    /// Whether the session still reads the files that it was started on; `readingEnded` tells when it has.
+    [[nodiscard]] virtual bool isReading() const { return false; }
+
     /// The options as session files hold them, empty when the kind has none.
     [[nodiscard]] virtual QJsonObject options() const { return {}; }
     virtual void setOptions(const QJsonObject & /*options*/) {}
@@ -80,6 +83,8 @@ Q_SIGNALS:
     /// A comparison that may take long has begun.
     void comparisonStarted();
     void comparisonFinished(const QString &leftPath, const QString &rightPath);
+    /// The files of the session are read, or cannot be. May be told more than once.
+    void readingEnded();
     /// What `canEdit`, `canEnableEditing` or `isEditingEnabled` answers has changed.
     void editStateChanged();
 

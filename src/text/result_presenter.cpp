@@ -75,10 +75,14 @@ void ResultPresenter::presentSide(Side side, bool hidesText)
 void ResultPresenter::offerBinary(Side side)
 {
     PaneNotice &notice = m_view.notice(side);
-    notice.setTexts(Velmora::tr("Binary content"),
-                    Velmora::tr("This file holds bytes that no text has. Hex compare shows them one by one."));
-    notice.addButton(Velmora::tr("Open in Hex compare"),
-                     [this] { m_host.openSession(QStringLiteral("binary"), m_result.paths); });
+    const QString hex = QStringLiteral("binary");
+    if (m_host.isBuilt(hex)) {
+        notice.setTexts(Velmora::tr("Binary content"),
+                        Velmora::tr("This file holds bytes that no text has. Hex compare shows them one by one."));
+        notice.addButton(Velmora::tr("Open in Hex compare"), [this, hex] { m_host.openSession(hex, m_result.paths); });
+    } else {
+        notice.setTexts(Velmora::tr("Binary content"), Velmora::tr("This file holds bytes that no text has."));
+    }
     notice.addButton(Velmora::tr("Show as text"), [this] {
         m_asText = m_result.paths;
         present();

@@ -74,6 +74,10 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
     connectAlignment();
     addPresets();
     connect(&m_runner, &Runner::runningChanged, this, &TextCompareWidget::showRunning);
+    connect(&m_runner, &Runner::runningChanged, this, [this] {
+        if (!m_runner.isRunning())
+            Q_EMIT readingEnded();
+    });
     connect(&m_view->scene(), &DiffScene::currentBlockChanged, this, &TextCompareWidget::showPosition);
     connect(&m_view->scene(), &DiffScene::documentChanged, this, &TextCompareWidget::showPosition);
     connect(&m_view->scene(), &DiffScene::caretMoved, this, &TextCompareWidget::showPosition);

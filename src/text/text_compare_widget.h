@@ -46,6 +46,7 @@ public:
     void setPaths(const SessionPaths &paths) override;
     /// Starts anew when a comparison runs already.
     void start() override;
+    [[nodiscard]] bool isReading() const override { return m_runner.isRunning(); }
     [[nodiscard]] QJsonObject options() const override;
     void setOptions(const QJsonObject &options) override;
     bool setPendingReport(const QString &path) override;

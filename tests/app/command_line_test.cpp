@@ -1,4 +1,5 @@
 #include "app/command_line.h"
+#include "app/manual.h"
 #include "support/test_main.h"
 
 #include <QCommandLineParser>
@@ -16,12 +17,15 @@ QString dump(const CommandLine &line)
                      pick.path);
     if (!line.report.isEmpty())
         parts.append(QStringLiteral("report=") + line.report);
-    if (!line.sessionFile.isEmpty())
-        parts.append(QStringLiteral("session=") + line.sessionFile);
+    for (const QString &file : line.sessionFiles)
+        parts.append(QStringLiteral("session=") + file);
     if (!line.workspace.isEmpty())
         parts.append(QStringLiteral("workspace=") + line.workspace);
     parts.append(line.mode);
-    return (parts + line.paths).join(u' ');
+    parts += line.paths;
+    for (const IgnoredArgument &ignored : line.ignored)
+        parts.append(QStringLiteral("?=+")[static_cast<int>(ignored.reason)] + ignored.argument);
+    return parts.join(u' ');
 }
 
 QStringList arguments(const QString &typed)
@@ -44,7 +48,7 @@ private Q_SLOTS:
         };
         row("", "auto");
         row("a b", "auto a b");
-        row("a b c", "auto a b");
+        row("a b c d", "auto a b +c +d");
         row("--diff a b", "text a b");
         row("a --folder b", "folder a b");
         row("a b --sync --binary", "binary a b");
@@ -61,17 +65,17 @@ private Q_SLOTS:
         row("--browse a", "archivebrowse a");
         row("--as-left a", "left=a auto");
         row("--as-right b --as-left a", "right=b left=a auto");
-        row("--workspace desk a", "workspace=desk auto a");
-        row("a --as-left", "auto a");
+        row("--workspace desk a", "workspace=desk auto +a");
+        row("a --as-left", "auto a =--as-left");
         row("--as-left --diff", "left=--diff auto");
         row("--report r.html --diff a b", "report=r.html text a b");
-        row("--report", "auto");
+        row("--report", "auto =--report");
         row("--report=r.html a b", "report=r.html auto a b");
         row("--theme dark --lang zh a b", "auto a b");
         row("--theme=dark a", "auto a");
-        row("--help --version -x --unknown - --diff=1 a", "auto a");
-        row("a x.KVSession b --as-left c", "left=c session=x.KVSession auto");
-        row("x.kvsession y.kvsession", "session=x.kvsession auto");
+        row("--help --version -x --unknown - --diff=1 a", "auto a ?-x ?--unknown ?- ?--diff=1");
+        row("a x.KVSession b --as-left c", "left=c session=x.KVSession auto +a +b");
+        row("x.kvsession y.kvsession", "session=x.kvsession session=y.kvsession auto");
     }
 
     void says()
@@ -100,12 +104,7 @@ private Q_SLOTS:
     void readsThemeAndLanguage()
     {
         using Theme = StartSwitches::Theme;
-        const auto read = [](const char *typed) {
-            QCommandLineParser parser;
-            declareCommandLine(parser);
-            parser.parse(arguments(QString::fromLatin1(typed)));
-            return startSwitches(parser);
-        };
+        const auto read = [](const char *typed) { return startSwitches(arguments(QString::fromLatin1(typed))); };
         QCOMPARE(read(""), (StartSwitches{Theme::Unchanged, {}}));
         QCOMPARE(read("--theme 1"), (StartSwitches{Theme::Dark, {}}));
         QCOMPARE(read("--theme Light"), (StartSwitches{Theme::Light, {}}));
@@ -117,21 +116,38 @@ private Q_SLOTS:
                  (StartSwitches{Theme::Dark, QStringLiteral("zh_CN")}));
     }
 
-    void offersItsOptionsInTheHelp()
+    void findsWhatIsAskedInsteadOfAWindow()
+    {
+        const auto asks = [](const char *typed) { return inquiryIn(arguments(QString::fromLatin1(typed))); };
+        for (const char *help : {"--help", "-h", "a --theme dark --help-all", "--bogus -?"})
+            QVERIFY2(asks(help) == Inquiry::Help, help);
+        for (const char *version : {"--version", "a b -v"})
+            QVERIFY2(asks(version) == Inquiry::Version, version);
+        for (const char *none : {"", "a b", "--as-left --help", "help", "--version=1", "--version-compare"})
+            QVERIFY2(asks(none) == Inquiry::None, none);
+    }
+
+    void helpAndManualPageHaveEverySwitch()
     {
         QCommandLineParser parser;
         declareCommandLine(parser);
         const QString help = parser.helpText();
+        const QString manual = QString::fromUtf8(manualPage());
         qsizetype last = 0;
-        for (const char *option : {"--lang <code>", "--theme <mode>", "--diff", "--folder", "--sync", "--binary",
-                                   "--table", "--image", "--git", "--archive", "--checksum", "--version-compare",
-                                   "--report <file>", "--as-left <path>", "--as-right <path>", "left", "right"}) {
+        for (const char *option :
+             {"--lang <code>", "--theme <mode>", "--diff", "--folder", "--sync", "--binary", "--table", "--image",
+              "--git", "--archive", "--checksum", "--version-compare", "--report <file>", "--as-left <path>",
+              "--as-right <path>", "--workspace <file>", "left", "right"}) {
             const qsizetype at = help.indexOf(QLatin1String("  ") + QLatin1String(option), last);
             QVERIFY2(at >= 0, option);
             last = at;
         }
-        for (const char *hidden : {"--registry", "--duplicate", "--snapshot", "--diskusage", "--browse"})
-            QVERIFY2(!help.contains(QLatin1String(hidden)), hidden);
+        for (const CommandSwitch &known : commandSwitches()) {
+            const QString name = QLatin1String("--") + QLatin1String(known.name);
+            QCOMPARE(help.contains(name), known.isOffered);
+            QVERIFY2(manual.contains(QStringLiteral(".TP\n\\fB") + QString(name).replace(u'-', QStringLiteral("\\-"))),
+                     known.name);
+        }
     }
 };
 

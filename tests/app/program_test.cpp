@@ -59,12 +59,14 @@ private Q_SLOTS:
         qputenv("USERNAME", "velmora-program-" + QByteArray::number(QCoreApplication::applicationPid()));
     }
 
-    void answersOnTheConsole()
+    // It asked for a display first, and a window that was open took the question and said nothing.
+    void answersOnTheConsoleWithoutADisplay()
     {
         Program program(*m_home);
-        QCOMPARE(program.run({QStringLiteral("--version")}), 0);
+        const QStringList nowhere{QStringLiteral("-platform"), QStringLiteral("nowhere")};
+        QCOMPARE(program.run(nowhere + QStringList{QStringLiteral("--version")}), 0);
         QCOMPARE(program.process.readAllStandardOutput().trimmed(), QByteArray("Velmora 1.0.0"));
-        QCOMPARE(program.run({QStringLiteral("--bogus"), QStringLiteral("--help")}), 0);
+        QCOMPARE(program.run(nowhere + QStringList{QStringLiteral("--bogus"), QStringLiteral("--help")}), 0);
         QVERIFY(program.process.readAllStandardOutput().contains("Velmora — file and folder comparison"));
     }
 
@@ -97,7 +99,13 @@ private Q_SLOTS:
         first.start({});
         QTRY_VERIFY_WITH_TIMEOUT(isListening(), 20000);
         Program second(*m_home);
-        QCOMPARE(second.run({QStringLiteral("one"), QStringLiteral("--folder"), QStringLiteral("two")}), 0);
+        QCOMPARE(second.run({QStringLiteral("--version")}), 0);
+        QCOMPARE(second.process.readAllStandardOutput().trimmed(), QByteArray("Velmora 1.0.0"));
+        QCOMPARE(second.run({QStringLiteral("one"), QStringLiteral("--folder"), QStringLiteral("two"),
+                             QStringLiteral("three"), QStringLiteral("--bogus")}),
+                 0);
+        QCOMPARE(second.process.readAllStandardError().simplified(),
+                 QByteArray("velmora: unknown option --bogus is ignored velmora: surplus path three is ignored"));
         // The first one opened the tab: it is in the history of their profile, with the paths of the second's folder.
         const QString expected = QFileInfo(m_home->path()).canonicalFilePath() + QStringLiteral("/one");
         QTRY_VERIFY(stored("Tarnwick").contains(expected.toUtf8()));
@@ -112,6 +120,42 @@ private Q_SLOTS:
         QCOMPARE(second.run({QStringLiteral("three"), QStringLiteral("four")}), 0);
         QTRY_VERIFY(stored("Tarnwick").contains("/three"));
     }
+
+#ifdef Q_OS_LINUX
+    // It went into the window of the other place, where nobody saw it.
+    void aStartAtAnotherPlaceOpensItsOwnWindow_data()
+    {
+        QTest::addColumn<QString>("variable");
+        QTest::newRow("display") << QStringLiteral("DISPLAY");
+        QTest::newRow("profile") << QStringLiteral("XDG_CONFIG_HOME");
+    }
+
+    void aStartAtAnotherPlaceOpensItsOwnWindow()
+    {
+        QFETCH(QString, variable);
+        const auto startsAt = [&](Program &program, const char *place) {
+            QProcessEnvironment environment = program.process.processEnvironment();
+            environment.insert(variable, m_home->filePath(QLatin1String(place)));
+            program.process.setProcessEnvironment(environment);
+        };
+        Program here(*m_home);
+        startsAt(here, "here");
+        here.start({});
+        QTRY_VERIFY_WITH_TIMEOUT(isListening(), 20000);
+        Program there(*m_home);
+        startsAt(there, "there");
+        there.start({QStringLiteral("--lang=en")});
+        // The language is stored in the turn of its start, which the next one waits for.
+        const QString store = variable == QLatin1String("DISPLAY") ? QString() : QStringLiteral("there/");
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(m_home->filePath(store + QStringLiteral("Tarnwick/Tarnwick.conf"))),
+                                 20000);
+        Program again(*m_home);
+        startsAt(again, "there");
+        QCOMPARE(again.run({}), 0);
+        QCOMPARE(here.process.state(), QProcess::Running);
+        QCOMPARE(there.process.state(), QProcess::Running);
+    }
+#endif
 
     void keepsTwoStoresOfSettings()
     {

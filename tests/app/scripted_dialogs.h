@@ -26,7 +26,10 @@ public:
         const bool yesIsDefault = standard != choices.end() && standard->answer == 1;
         said.append(title + QStringLiteral(": ") + text +
                     (yesIsDefault ? QStringLiteral(" [Yes]") : QStringLiteral(" [No]")));
-        answered(answers.isEmpty() ? 0 : answers.takeFirst());
+        if (answersLater)
+            waiting.append(std::move(answered));
+        else
+            answered(answers.isEmpty() ? 0 : answers.takeFirst());
     }
 
     void openFile(QWidget *parent, const QString &title, const QString &start, const QString &filter,
@@ -43,7 +46,9 @@ public:
 
     QStringList said;   ///< "title: text" of each box, and what a file was asked for
     QList<int> answers; ///< to the next questions; the last choice is 0, also when none is left
-    QStringList paths;  ///< for the next file questions; without one they are cancelled
+    bool answersLater = false;
+    QList<ChoiceAnswer> waiting; ///< the questions that are open, when answers come later
+    QStringList paths;           ///< for the next file questions; without one they are cancelled
 
 private:
     void choosePath(QWidget * /*parent*/, const QString &title, const QString &start, const QString &filter,

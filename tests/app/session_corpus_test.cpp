@@ -145,6 +145,8 @@ private Q_SLOTS:
             saved.timestamp = {};
             QVERIFY(writeJsonFile(sessionFile, sessionToJson(saved)));
             Q_EMIT session->tabTitleChanged(saved.name);
+            if (row.remote)
+                dialogs.answers = {1}; // it is asked about first
             window.handleArguments({QStringLiteral("velmora"), sessionFile});
             QCOMPARE(tabs->count(), 3);
             compare(tabs, 2, saved);

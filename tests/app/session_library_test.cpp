@@ -120,6 +120,7 @@ private Q_SLOTS:
         const QString text = QStringLiteral("text");
         history.add(text, QStringLiteral("one"), a);
         history.add(text, QStringLiteral("other name"), a);
+        history.add(text, {}, {QStringLiteral("a/"), {}, {}}); // the same folder
         QCOMPARE(history.entries().size(), 1);
         history.add(text, {}, b);
         history.add(text, {}, a);
@@ -536,43 +537,63 @@ private Q_SLOTS:
         QVERIFY(dialogs.said.isEmpty());
     }
 
-    // Whoever wrote the file: what it would open is shown before another machine is asked for it, and before anything
-    // is opened that another program handed over.
+    // Whoever wrote the file: what it would open is shown before another machine is asked for it; all else is opened.
     void asksBeforeAFileLeadsToAnotherMachine()
     {
         Shelf shelf;
-        for (const char *field : {"leftPath", "rightPath", "basePath"}) {
-            const QJsonObject object{{QStringLiteral("type"), QStringLiteral("text")},
-                                     {QLatin1String(field), QStringLiteral("//host/x")}};
+        const auto open = [&](const char *type, const char *field, const char *path) {
+            const QJsonObject object{{QStringLiteral("name"), QStringLiteral("Mine")},
+                                     {QStringLiteral("type"), QLatin1String(type)},
+                                     {QLatin1String(field), QString::fromUtf8(path)}};
             shelf.library.openNamedSessionFile(write("x.kvsession", QJsonDocument(object).toJson()));
-        }
-        QCOMPARE(shelf.takeSaid().size(), 3);
-        QVERIFY(shelf.opened.isEmpty());
+            return !shelf.takeSaid().constFirst().startsWith(QLatin1String("Session opened"));
+        };
+        for (const char *field : {"leftPath", "rightPath", "basePath"})
+            QVERIFY2(open("text", field, "//host/x"), field);
+        for (const char *path : {"me@host:x", "sftp://host/x", "\\\\host\\x"})
+            QCOMPARE(open("text", "leftPath", path), path[0] != '\\' || QDir::separator() == u'\\');
+        QVERIFY(open("sftp", "leftPath", "/x"));
+        const QStringList before = shelf.opened;
+        for (const char *path : {"/x", "b/c", "C:/x"})
+            QVERIFY2(!open("text", "leftPath", path), path);
+        QCOMPARE(shelf.opened.size() - before.size(), 3);
+    }
 
+    void saysWhatWouldLeadToAnotherMachine()
+    {
+        Shelf shelf;
+        const QString left = QDir::toNativeSeparators(QStringLiteral("//host/a"));
         // Nothing in a path can hide what it is.
         const QString path =
-            write("x.kvsession", R"({"type":"tExt ","leftPath":"/a\u202etxt.exe\n<b>","basePath":"x"})");
-        shelf.dialogs.answers = {1};
+            write("x.kvsession",
+                  R"({"name":"M\ny","type":"tExt ","leftPath":"\/\/host/a\u202etxt.exe\n<b>","basePath":"x"})");
         shelf.library.openNamedSessionFile(path);
         QCOMPARE(shelf.takeSaid().constFirst(),
-                 QStringLiteral("Open session: Open this session?\n\nType: Text compare\n"
-                                "Base: x\nLeft: %1\\u202etxt.exe\\u000a<b> [Yes]")
-                     .arg(QDir::toNativeSeparators(QStringLiteral("/a"))));
-        QCOMPARE(shelf.opened.size(), 1);
-
-        const QString harmless = write("y.kvsession", R"({"type":"text","leftPath":"/a","rightPath":"/b"})");
-        Tarnwick window;
-        window.handleArguments({QStringLiteral("velmora"), harmless}, Tarnwick::Start::HandedOver);
-        QCOMPARE(shelf.takeSaid().size(), 1);
+                 QStringLiteral("Open session: The session \"M\\u000ay\" leads to another machine. Open it?\n\n"
+                                "Type: Text compare\nBase: x\nLeft: %1\\u202etxt.exe\\u000a<b> [Yes]")
+                     .arg(left));
         const QString workspace = write("y.kvworkspace", R"({"sessions":[{"type":"text","leftPath":"/x"}],
-                                                             "openTabs":[{"type":"text","leftPath":"b/c"}]})");
-        for (const auto start : {Tarnwick::Start::HandedOver, Tarnwick::Start::Own}) {
-            window.handleArguments({QStringLiteral("velmora"), QStringLiteral("--workspace"), workspace}, start);
-            QCOMPARE(shelf.takeSaid(), QStringList{QStringLiteral("Open workspace: Open this workspace?\n\n"
-                                                                  "Type: Text compare  Left: %1 [Yes]")
-                                                       .arg(QDir::toNativeSeparators(QStringLiteral("b/c")))});
+                                                             "openTabs":[{"type":"text","leftPath":"\/\/host/a"}]})");
+        shelf.library.openNamedWorkspace(workspace);
+        QCOMPARE(shelf.takeSaid(),
+                 QStringList{QStringLiteral("Open workspace: The workspace \"y\" leads to another machine. Open it?\n\n"
+                                            "Type: Text compare  Left: %1 [Yes]")
+                                 .arg(left)});
+        QVERIFY(shelf.opened.isEmpty());
+    }
+
+    void questionsOfSeveralFilesWaitForEachOther()
+    {
+        Shelf shelf;
+        shelf.dialogs.answersLater = true;
+        for (const char *name : {"1", "2", "3"})
+            shelf.library.openNamedSessionFile(write(name, R"({"type":"text","leftPath":"\/\/host/a"})"));
+        for (const char *name : {"1", "2", "3"}) {
+            QCOMPARE(shelf.dialogs.waiting.size(), 1);
+            QVERIFY(shelf.dialogs.said.constLast().contains(QStringLiteral("\"%1\"").arg(QLatin1String(name))));
+            shelf.dialogs.waiting.takeFirst()(1);
         }
-        QCOMPARE(window.findChild<SessionTabs *>()->count(), 1);
+        QCOMPARE(shelf.opened.join(u'|'), QStringLiteral("text 1|text 2|text 3"));
     }
 
 private:

@@ -2,6 +2,7 @@
 #include "support/test_main.h"
 
 #include <QLocalSocket>
+#include <QProcessEnvironment>
 #include <QSignalSpy>
 #include <QThread>
 
@@ -60,6 +61,7 @@ private Q_SLOTS:
         qunsetenv("USERNAME");
         QCOMPARE(singleInstanceServerName(),
                  QStringLiteral("Ostrafen-SingleInstance-%1").arg(qHash(QStringLiteral("default"), 0)));
+        QCOMPARE(singleInstanceServerNames().constFirst(), singleInstanceServerName());
     }
 
     void encodesEachArgumentWithItsZero()
@@ -87,10 +89,58 @@ private Q_SLOTS:
         QVERIFY(handOverFromElsewhere(name, arguments));
         QVERIFY(handOverFromElsewhere(name, {QStringLiteral("again")}));
         QTRY_COMPARE(connected.count(), 2);
-        QCOMPARE(server.takeArguments(), arguments);
-        QCOMPARE(server.takeArguments(), QStringList{QStringLiteral("again")});
-        QCOMPARE(server.takeArguments(), QStringList());
+        QCOMPARE(server.take().arguments, arguments);
+        QCOMPARE(server.take().arguments, QStringList{QStringLiteral("again")});
+        QCOMPARE(server.take().arguments, QStringList());
         QVERIFY(!handOver(name, {QString(handOverLimit, u'x')})); // it would be refused
+    }
+
+    // It ended before the window had read the file that its caller then removed.
+    void aStartWaitsUntilItIsLetGo()
+    {
+        const QString name = uniqueName();
+        SingleInstanceServer server;
+        QVERIFY(server.listen(name));
+        const std::unique_ptr<QThread> start(
+            QThread::create([&name] { return handOver(name, {QStringLiteral("a")}, 20s); }));
+        HandedOver heard;
+        connect(&server, &SingleInstanceServer::instanceConnected, this, [&] { heard = server.take(); });
+        start->start();
+        QTRY_VERIFY(heard.sender);
+        QVERIFY(!start->wait(300));
+        heard.sender.reset();
+        QVERIFY(start->wait(5000));
+    }
+
+    void knowsTheSameDisplayAndProfile()
+    {
+        const auto environment = [](const char *variables) {
+            QProcessEnvironment result;
+            const QStringList all = QString::fromLatin1(variables).split(u' ', Qt::SkipEmptyParts);
+            for (const QString &variable : all)
+                result.insert(variable.section(u'=', 0, 0), variable.section(u'=', 1));
+            return result;
+        };
+        struct {
+            const char *one, *other;
+            bool share;
+        } const cases[] = {
+            {"", "", true},
+            {"HOME=/a DISPLAY=:0", "HOME=/a DISPLAY=:0.1", true},
+            {"HOME=/a", "HOME=/b", false},
+            {"HOME=/a", "XDG_CONFIG_HOME=/a/.config/ HOME=/b", true},
+            {"HOME=/a XDG_CONFIG_HOME=/x", "HOME=/a", false},
+            {"DISPLAY=:0", "DISPLAY=:1", false},
+            {"DISPLAY=:0", "DISPLAY=localhost:10.0", false},
+            {"DISPLAY=:0 WAYLAND_DISPLAY=wayland-0", "DISPLAY=:0", true},
+            {"DISPLAY=:0 WAYLAND_DISPLAY=wayland-0", "DISPLAY=:0 WAYLAND_DISPLAY=wayland-1", false},
+            {"DISPLAY=:0", "WAYLAND_DISPLAY=wayland-0", false},
+            {"DISPLAY=:0", "", true},
+        };
+        for (const auto &[one, other, share] : cases) {
+            QVERIFY2(shareAPlace(environment(one), environment(other)) == share, other);
+            QVERIFY2(shareAPlace(environment(other), environment(one)) == share, one);
+        }
     }
 
     void hearsOutAnyStart_data()
@@ -115,7 +165,7 @@ private Q_SLOTS:
         QVERIFY(server.listen(name));
         QStringList heard;
         connect(&server, &SingleInstanceServer::instanceConnected, this,
-                [&] { heard.append(server.takeArguments().join(u' ')); });
+                [&] { heard.append(server.take().arguments.join(u' ')); });
         RawClient client(name);
         client.say(bytes);
         QTRY_COMPARE_WITH_TIMEOUT(client.socket.state(), QLocalSocket::UnconnectedState, 4000);
@@ -145,7 +195,7 @@ private Q_SLOTS:
         SingleInstanceServer second;
         QVERIFY(!second.listen(name));
         QStringList heard;
-        connect(&first, &SingleInstanceServer::instanceConnected, this, [&] { heard += first.takeArguments(); });
+        connect(&first, &SingleInstanceServer::instanceConnected, this, [&] { heard += first.take().arguments; });
         QVERIFY(handOverFromElsewhere(name, {QStringLiteral("a")}));
         QTRY_COMPARE(heard, QStringList{QStringLiteral("a")});
     }

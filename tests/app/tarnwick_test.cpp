@@ -373,13 +373,26 @@ private Q_SLOTS:
     {
         Shell shell;
         shell.window.showMinimized();
+        // A file that is there only for as long as the later start runs, as other programs make them for a comparison.
+        QTemporaryDir folder;
+        const auto file = [&folder](const char *name) { return folder.filePath(QLatin1String(name)); };
+        for (const QString &name : {file("one"), file("two")}) {
+            QFile text(name);
+            QVERIFY(text.open(QIODevice::WriteOnly) && text.write("words\n") > 0);
+        }
+        const QStringList arguments = {QStringLiteral("velmora"), QStringLiteral("--report"), file("report.html"),
+                                       file("one"), file("two")};
         // From another thread, as from another process: this one must be free to read what that one writes.
-        const QStringList arguments = {QStringLiteral("velmora"), path("one"), path("two")};
-        const std::unique_ptr<QThread> other(
-            QThread::create([&arguments] { return handOver(singleInstanceServerName(), arguments); }));
+        const std::unique_ptr<QThread> other(QThread::create([&] {
+            if (handOver(singleInstanceServerName(), arguments, std::chrono::seconds(20)))
+                QFile::remove(file("one"));
+        }));
         other->start();
+        QVERIFY(!other->wait(300)); // nobody has read anything yet
         QTRY_VERIFY(other->isFinished());
-        QTRY_COMPARE(shell.title(), QStringLiteral("one <-> two"));
+        QVERIFY(!QFileInfo::exists(file("one")));
+        QTRY_VERIFY(QFileInfo::exists(file("report.html")));
+        QCOMPARE(shell.title(), QStringLiteral("one <-> two"));
         QVERIFY(shell.window.isVisible());
         QVERIFY(!shell.window.isMinimized());
     }

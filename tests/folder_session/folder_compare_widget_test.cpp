@@ -96,6 +96,10 @@ private Q_SLOTS:
         f.key(Qt::Key_Return);
         QTRY_COMPARE(f.host.opened.size(), 2);
         QCOMPARE(f.host.opened.last().first, QStringLiteral("binary"));
+        f.host.unbuilt = {QStringLiteral("binary")};
+        f.key(Qt::Key_Return);
+        QTRY_COMPARE(f.host.opened.size(), 3);
+        QCOMPARE(f.host.opened.last().first, QStringLiteral("text"));
     }
 
     void viewsAndDifferences()

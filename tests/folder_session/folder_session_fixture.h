@@ -16,10 +16,12 @@ namespace velmora::test {
 class RecordingHost final : public SessionHost {
 public:
     void openSession(const QString &kind, const SessionPaths &paths) override { opened.append({kind, paths}); }
+    [[nodiscard]] bool isBuilt(const QString &kind) const override { return !unbuilt.contains(kind); }
     void showStatus(const QString &message, int) override { messages.append(message); }
 
     QList<std::pair<QString, SessionPaths>> opened;
     QStringList messages;
+    QStringList unbuilt; ///< kinds that do nothing yet
 };
 
 /// A folder session on two folders of its own, with scripted answers.

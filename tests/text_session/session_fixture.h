@@ -20,11 +20,13 @@ public:
     explicit RecordingHost(RecoveryStore *recoveryStore = nullptr) : store(recoveryStore) {}
 
     void openSession(const QString &kind, const SessionPaths &paths) override { opened.append({kind, paths}); }
+    [[nodiscard]] bool isBuilt(const QString &kind) const override { return !unbuilt.contains(kind); }
     void showStatus(const QString &message, int) override { messages.append(message); }
     RecoveryStore *recovery() override { return store; }
 
     QList<std::pair<QString, SessionPaths>> opened;
     QStringList messages;
+    QStringList unbuilt; ///< kinds that do nothing yet
     RecoveryStore *store = nullptr;
 };
 

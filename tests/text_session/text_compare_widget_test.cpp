@@ -215,8 +215,10 @@ private Q_SLOTS:
         QVERIFY(view.notice(Side::Right).isHidden());
 
         f.compare(text, text);
+        f.host.unbuilt = {QStringLiteral("binary")};
         f.compare(text, binary); // announced again
         QVERIFY(view.scene().document() == nullptr);
+        QCOMPARE(view.notice(Side::Right).findChildren<QPushButton *>().size(), 1);
     }
 
     // Runs ------------------------------------------------------------------------------------------------------------

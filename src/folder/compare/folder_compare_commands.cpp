@@ -106,7 +106,7 @@ void FolderCompareWidget::openFiles(const FolderDiffItem &item)
         [this, item](RunOutcome<Answer> &&outcome) {
             const Answer answer = outcome.value.value_or(Answer{{}, QStringLiteral("text")});
             if (answer.gone.isEmpty()) {
-                openAs(answer.kind, item);
+                openAs(host().isBuilt(answer.kind) ? answer.kind : QStringLiteral("text"), item);
                 return;
             }
             m_comparison.recompare({item.name});
@@ -251,7 +251,11 @@ void FolderCompareWidget::onTreeContextMenu(const QPoint &point)
                             [this, item] { openAs(QStringLiteral("sync"), item); });
         } else if (!item.isDir) {
             menu->addAction(Velmora::tr("Open as text"), this, [this, item] { openAs(QStringLiteral("text"), item); });
-            menu->addAction(Velmora::tr("Open as hex"), this, [this, item] { openAs(QStringLiteral("binary"), item); });
+            QAction *hex = menu->addAction(Velmora::tr("Open as hex"), this,
+                                           [this, item] { openAs(QStringLiteral("binary"), item); });
+            hex->setEnabled(host().isBuilt(QStringLiteral("binary")));
+            if (!hex->isEnabled())
+                hex->setToolTip(Velmora::tr("This session is not part of this version yet."));
         }
         menu->addSeparator();
         menu->addActions({m_bar->copyToRight, m_bar->copyToLeft, m_bar->copyTo});

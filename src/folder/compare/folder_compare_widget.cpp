@@ -231,6 +231,10 @@ void FolderCompareWidget::connectComparison()
     });
     connect(&m_comparison, &FolderComparison::progressed, this, &FolderCompareWidget::showProgress);
     connect(&m_comparison, &FolderComparison::runningChanged, this, &FolderCompareWidget::showRunning);
+    connect(&m_comparison, &FolderComparison::runningChanged, this, [this] {
+        if (!m_comparison.isRunning())
+            Q_EMIT readingEnded();
+    });
     connect(&m_comparison, &FolderComparison::failed, this, [this](const RunFault &fault) {
         showMessage(faultText(fault, Velmora::tr("Not enough memory to compare these folders")));
     });

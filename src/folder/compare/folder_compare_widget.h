@@ -38,6 +38,7 @@ public:
     [[nodiscard]] SessionPaths paths() const override;
     void setPaths(const SessionPaths &paths) override;
     void start() override;
+    [[nodiscard]] bool isReading() const override { return m_comparison.isRunning(); }
     [[nodiscard]] QJsonObject options() const override;
     void setOptions(const QJsonObject &options) override;
     bool setPendingReport(const QString &path) override;
