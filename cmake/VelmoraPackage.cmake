@@ -28,17 +28,39 @@ install(FILES packaging/debian/copyright DESTINATION "${CMAKE_INSTALL_DATADIR}/d
 function(velmora_install_compressed file name folder)
     set(compressed "${CMAKE_CURRENT_BINARY_DIR}/${name}.gz")
     add_custom_command(OUTPUT "${compressed}"
-        COMMAND gzip --best --no-name --stdout "${CMAKE_SOURCE_DIR}/${file}" > "${compressed}"
-        DEPENDS "${CMAKE_SOURCE_DIR}/${file}"
+        COMMAND gzip --best --no-name --stdout "${file}" > "${compressed}"
+        DEPENDS "${file}"
         VERBATIM)
     add_custom_target(velmora_compressed_${name} ALL DEPENDS "${compressed}")
     install(FILES "${compressed}" DESTINATION "${folder}")
 endfunction()
 
-velmora_install_compressed(packaging/man/velmora.1 velmora.1 "${CMAKE_INSTALL_MANDIR}/man1")
-velmora_install_compressed(packaging/man/velmora-cli.1 velmora-cli.1 "${CMAKE_INSTALL_MANDIR}/man1")
-velmora_install_compressed(CHANGELOG.md changelog "${CMAKE_INSTALL_DATADIR}/doc/velmora")
-velmora_install_compressed(packaging/debian/changelog changelog.Debian "${CMAKE_INSTALL_DATADIR}/doc/velmora")
+# velmora_self_description(PROGRAM SWITCH FILE): makes FILE in the build folder out of what PROGRAM says of itself.
+function(velmora_self_description program switch file)
+    add_custom_command(OUTPUT "${file}"
+        COMMAND ${program} ${switch} > "${file}"
+        DEPENDS ${program}
+        VERBATIM)
+endfunction()
+
+# A program for another machine cannot be asked, unless something here runs it.
+if(CMAKE_CROSSCOMPILING AND NOT CMAKE_CROSSCOMPILING_EMULATOR)
+    message(STATUS "The manual pages and completions are left out: the programs do not run here")
+else()
+    foreach(program velmora velmora-cli)
+        set(page "${CMAKE_CURRENT_BINARY_DIR}/${program}.1")
+        velmora_self_description(${program} --man "${page}")
+        velmora_install_compressed("${page}" ${program}.1 "${CMAKE_INSTALL_MANDIR}/man1")
+    endforeach()
+    set(completion "${CMAKE_CURRENT_BINARY_DIR}/velmora-cli.bash")
+    velmora_self_description(velmora-cli --bash-completion "${completion}")
+    add_custom_target(velmora_completion ALL DEPENDS "${completion}")
+    install(FILES "${completion}" RENAME velmora-cli
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
+endif()
+velmora_install_compressed("${CMAKE_SOURCE_DIR}/CHANGELOG.md" changelog "${CMAKE_INSTALL_DATADIR}/doc/velmora")
+velmora_install_compressed("${CMAKE_SOURCE_DIR}/packaging/debian/changelog" changelog.Debian
+    "${CMAKE_INSTALL_DATADIR}/doc/velmora")
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME velmora)

@@ -64,6 +64,7 @@ contents=$(dpkg-deb --contents "$package")
 for file in usr/share/applications/velmora.desktop usr/share/applications/velmora-workspace.desktop \
     usr/share/metainfo/invalid.velmora.velmora.metainfo.xml usr/share/mime/packages/velmora.xml \
     usr/share/man/man1/velmora.1.gz usr/share/man/man1/velmora-cli.1.gz \
+    usr/share/bash-completion/completions/velmora-cli \
     usr/share/icons/hicolor/scalable/apps/velmora.svg usr/share/doc/velmora/copyright; do
     # A minimal system leaves documentation out when it is configured to; the package itself must hold it.
     grep -q " \./$file\$" <<<"$contents" || fail "not in the package: $file"

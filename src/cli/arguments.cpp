@@ -7,12 +7,16 @@ namespace velmora::cli {
 
 namespace {
 
-QByteArray head(const OptionSpec &spec)
+/// The lines beside an option: its help, then its choices in two columns.
+QByteArrayList linesFor(const OptionSpec &spec)
 {
-    QByteArray head = QByteArray("  --") + spec.name;
-    if (spec.value)
-        head += QByteArray(" ") + spec.value;
-    return head;
+    QByteArrayList lines = *spec.help ? QByteArray(spec.help).split('\n') : QByteArrayList();
+    qsizetype width = 0;
+    for (const Choice &choice : spec.choices)
+        width = std::max(width, qsizetype(qstrlen(choice.name)));
+    for (const Choice &choice : spec.choices)
+        lines.append(QByteArray(choice.name).leftJustified(width + 2) + choice.help);
+    return lines;
 }
 
 } // namespace
@@ -50,12 +54,22 @@ void Arguments::takeOption(const QString &argument, const QStringList &arguments
             m_error = QStringLiteral("option \"%1\" takes no value").arg(name);
         m_given.push_back({&*spec, {}});
     } else if (equals >= 0) {
-        m_given.push_back({&*spec, argument.mid(equals + 1)});
+        takeValue(*spec, argument.mid(equals + 1));
     } else if (index + 1 < arguments.size()) {
-        m_given.push_back({&*spec, arguments[++index]});
+        takeValue(*spec, arguments[++index]);
     } else {
         m_error = QStringLiteral("option \"%1\" needs a value").arg(name);
     }
+}
+
+void Arguments::takeValue(const OptionSpec &spec, const QString &value)
+{
+    const bool isKnown = spec.choices.empty() || spec.takesOthers ||
+                         std::any_of(spec.choices.begin(), spec.choices.end(),
+                                     [&value](const Choice &choice) { return value == QLatin1String(choice.name); });
+    if (!isKnown)
+        m_error = QStringLiteral("unknown %1 \"%2\"").arg(QLatin1String(spec.name), value);
+    m_given.push_back({&spec, value});
 }
 
 const Arguments::Given *Arguments::find(const char *name) const
@@ -86,16 +100,22 @@ QStringList Arguments::values(const char *name) const
     return values;
 }
 
+QByteArray optionHead(const OptionSpec &spec)
+{
+    const QByteArray name = QByteArray("--") + spec.name;
+    return spec.value ? name + ' ' + spec.value : name;
+}
+
 QByteArray describeOptions(std::span<const OptionSpec> specs)
 {
     qsizetype width = 0;
     for (const OptionSpec &spec : specs)
-        width = std::max(width, head(spec).size() + 2);
+        width = std::max(width, optionHead(spec).size() + 4);
 
     QByteArray text;
     for (const OptionSpec &spec : specs) {
-        QByteArray column = head(spec);
-        for (const QByteArray &line : QByteArray(spec.help).split('\n')) {
+        QByteArray column = "  " + optionHead(spec);
+        for (const QByteArray &line : linesFor(spec)) {
             text += column.leftJustified(width) + line + '\n';
             column.clear();
         }

@@ -10,11 +10,19 @@
 
 namespace velmora::cli {
 
+/// One of the values that an option can have.
+struct Choice {
+    const char *name;
+    const char *help; ///< one line
+};
+
 /// One option that a command takes.
 struct OptionSpec {
-    const char *name;  ///< without its dashes
-    const char *value; ///< what its value is called in the help; null for an option without a value
-    const char *help;  ///< lines, separated by line feeds
+    const char *name;                     ///< without its dashes
+    const char *value;                    ///< what its value is called; null for none, "FILE" for that of a file
+    const char *help;                     ///< lines, separated by line feeds; may be empty beside choices
+    std::span<const Choice> choices = {}; ///< the values that there are; empty where anything goes
+    bool takesOthers = false;             ///< the choices are not all
 };
 
 /// The arguments of one command, sorted.
@@ -42,11 +50,15 @@ private:
     [[nodiscard]] const Given *find(const char *name) const;
     void takeOption(const QString &argument, const QStringList &arguments, qsizetype &index,
                     std::span<const OptionSpec> specs);
+    void takeValue(const OptionSpec &spec, const QString &value);
 
     std::vector<Given> m_given;
     QStringList m_paths;
     QString m_error;
 };
+
+/// How an option is written: "--name VALUE".
+[[nodiscard]] QByteArray optionHead(const OptionSpec &spec);
 
 /// The options as two columns of a help text.
 [[nodiscard]] QByteArray describeOptions(std::span<const OptionSpec> specs);

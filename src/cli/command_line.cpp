@@ -1,6 +1,7 @@
 #include "cli/command_line.h"
 
 #include "cli/command.h"
+#include "cli/manual.h"
 
 #include <QIODevice>
 
@@ -14,7 +15,10 @@ namespace velmora::cli {
 
 namespace {
 
-constexpr const char *programName = "velmora-cli";
+constexpr std::array statuses{"no differences", "differences", "trouble; one line on standard error says what"};
+
+constexpr OptionSpec outputOption{"output", "FILE",
+                                  "write to FILE, which is replaced in one step, instead of standard output"};
 
 // Known to every command and to the program itself.
 constexpr std::array generalOptions{
@@ -22,12 +26,10 @@ constexpr std::array generalOptions{
     OptionSpec{"version", nullptr, "show the version and exit"},
 };
 
-constexpr const char *exitStatusText = "Exit status: 0 no differences, 1 differences, 2 trouble.\n";
-
-/// Every command; a new one is a new row.
-std::array<const Command *, 3> commands()
+QByteArray exitStatusText()
 {
-    return {&textCommand(), &folderCommand(), &systemCommand()};
+    return QByteArray("Exit status: 0 ") + statuses[0] + ", 1 " + statuses[1] + ", 2 " +
+           QByteArray(statuses[2]).split(';').first() + ".\n";
 }
 
 int print(const Streams &streams, const QByteArray &text)
@@ -42,26 +44,18 @@ QByteArray programHelp()
     QByteArray text = QByteArray("Usage: ") + programName + " COMMAND [OPTION]... ARGUMENT...\n" +
                       "Compare files and folders without a window.\n\nCommands:\n";
     qsizetype width = 0;
-    for (const Command *command : commands())
-        width = std::max(width, qsizetype(qstrlen(command->name)));
-    for (const Command *command : commands())
-        text += "  " + QByteArray(command->name).leftJustified(width + 2) + command->summary + "\n";
+    for (const Command &command : commands())
+        width = std::max(width, qsizetype(qstrlen(command.name)));
+    for (const Command &command : commands())
+        text += "  " + QByteArray(command.name).leftJustified(width + 2) + command.summary + "\n";
     return text + "\nOptions:\n" + describeOptions(generalOptions) + "\n" + programName +
-           " COMMAND --help tells about one command.\n" + exitStatusText;
-}
-
-/// The command's own options and those that every command has.
-std::vector<OptionSpec> allOptions(const Command &command)
-{
-    std::vector<OptionSpec> options(command.options.begin(), command.options.end());
-    options.insert(options.end(), generalOptions.begin(), generalOptions.end());
-    return options;
+           " COMMAND --help tells about one command.\n" + exitStatusText();
 }
 
 QByteArray commandHelp(const Command &command)
 {
     return QByteArray("Usage: ") + programName + " " + command.name + " " + command.synopsis + "\n" + command.details +
-           "\nOptions:\n" + describeOptions(allOptions(command)) + "\n" + exitStatusText;
+           "\nOptions:\n" + describeOptions(allOptions(command)) + "\n" + exitStatusText();
 }
 
 QByteArray versionText()
@@ -87,20 +81,44 @@ int dispatch(const QStringList &arguments, const Streams &streams)
     if (arguments.isEmpty())
         return fail(streams, QStringLiteral("no command given; %1 --help lists them").arg(QLatin1String(programName)));
     const QString &first = arguments.first();
-    for (const Command *command : commands()) {
-        if (first == QLatin1String(command->name))
-            return runCommand(*command, arguments.mid(1), streams);
+    for (const Command &command : commands()) {
+        if (first == QLatin1String(command.name))
+            return runCommand(command, arguments.mid(1), streams);
     }
     if (first == QLatin1String("--help"))
         return print(streams, programHelp());
     if (first == QLatin1String("--version"))
         return print(streams, versionText());
+    // For those who build and install the program.
+    if (first == QLatin1String("--man"))
+        return print(streams, manualPage());
+    if (first == QLatin1String("--bash-completion"))
+        return print(streams, bashCompletion());
     const QString kind = first.startsWith(u'-') ? QStringLiteral("option") : QStringLiteral("command");
     return fail(streams,
                 QStringLiteral("unknown %1 \"%2\"; %3 --help lists them").arg(kind, first, QLatin1String(programName)));
 }
 
 } // namespace
+
+std::span<const Command> commands()
+{
+    static const std::array all{textCommand(), folderCommand(), systemCommand()};
+    return all;
+}
+
+std::vector<OptionSpec> allOptions(const Command &command)
+{
+    std::vector<OptionSpec> options{{"format", "FORMAT", "", command.formats}, outputOption};
+    options.insert(options.end(), command.options.begin(), command.options.end());
+    options.insert(options.end(), generalOptions.begin(), generalOptions.end());
+    return options;
+}
+
+std::span<const char *const> exitStatuses()
+{
+    return statuses;
+}
 
 void complain(const Streams &streams, const QString &message)
 {

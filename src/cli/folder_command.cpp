@@ -1,3 +1,4 @@
+#include "cli/choices.h"
 #include "cli/command.h"
 #include "cli/folder_json.h"
 #include "cli/folder_request.h"
@@ -17,17 +18,8 @@ namespace velmora::cli {
 
 namespace {
 
-constexpr std::array folderOptions{
-    OptionSpec{"format", "FORMAT",
-               "summary  one line with the numbers of entries (the default)\n"
-               "list     one line for each entry: = same, < left only, > right only, ! different\n"
-               "json     every field of every entry\n"
-               "html     a report for reading"},
-    OptionSpec{"output", "FILE", "write to FILE, which is replaced in one step, instead of standard output"},
-    OptionSpec{"method", "METHOD",
-               "rules    equal size and time are enough, else the contents decide (the default)\n"
-               "crc      the CRC-32 of each file\n"
-               "binary   size and contents, of which what follows a common zero byte is left out"},
+const std::array folderOptions{
+    OptionSpec{"method", "METHOD", "", methodChoices()},
     OptionSpec{"tolerance", "SECONDS", "times this far apart are equal under the rules; 0, the default, is exact"},
     OptionSpec{"align", "LEFT=RIGHT", "pair entries whose names match these wildcards; may be repeated"},
     OptionSpec{"include", "MASKS",
@@ -42,6 +34,11 @@ constexpr std::array folderOptions{
 constexpr const char *folderDetails =
     "Compare two folders and all that is in them. Hidden files and folders are left out.\n"
     "Link cycles end where they close. Pipes, sockets and devices are never opened.\n";
+
+constexpr std::array examples{
+    Example{"List what differs between two trees of sources:",
+            "velmora-cli folder --format list --exclude-folders '.git;build' old new | grep -v '^='"},
+};
 
 /// The answer of the engine, as far as it was asked for.
 struct Comparison {
@@ -137,26 +134,14 @@ bool writeHtml(QIODevice &device, const FolderRequest &request, const Comparison
     return writeFolderReport(device, comparison.items, labels, QDateTime::currentDateTime());
 }
 
-struct Format {
-    const char *name;
-    bool (*write)(QIODevice &device, const FolderRequest &request, const Comparison &comparison);
-};
+using Writer = bool (*)(QIODevice &device, const FolderRequest &request, const Comparison &comparison);
 
-// The first one is the default.
 constexpr std::array formats{
-    Format{"summary", writeSummary},
-    Format{"list", writeList},
-    Format{"json", writeJson},
-    Format{"html", writeHtml},
+    ChoiceOf<Writer>{{"summary", "one line with the numbers of entries (the default)"}, writeSummary},
+    ChoiceOf<Writer>{{"list", "one line for each entry: = same, < left only, > right only, ! different"}, writeList},
+    ChoiceOf<Writer>{{"json", "every field of every entry"}, writeJson},
+    ChoiceOf<Writer>{{"html", "a report for reading"}, writeHtml},
 };
-
-const Format *findFormat(const Arguments &arguments)
-{
-    const QString name = arguments.value("format").value_or(QLatin1String(formats.front().name));
-    const auto isNamed = [&name](const Format &format) { return name == QLatin1String(format.name); };
-    const auto format = std::find_if(formats.begin(), formats.end(), isNamed);
-    return format != formats.end() ? &*format : nullptr;
-}
 
 /// Tells about what was not looked at. True when a part of the comparison is missing for it.
 bool complainAbout(const Streams &streams, const QList<FolderProblem> &problems)
@@ -181,9 +166,6 @@ bool complainAbout(const Streams &streams, const QList<FolderProblem> &problems)
 
 int runFolder(const Arguments &arguments, const Streams &streams)
 {
-    const Format *const format = findFormat(arguments);
-    if (!format)
-        return fail(streams, QStringLiteral("unknown format \"%1\"").arg(*arguments.value("format")));
     FolderRequest request;
     if (const QString error = request.take(arguments); !error.isEmpty())
         return fail(streams, error);
@@ -193,18 +175,24 @@ int runFolder(const Arguments &arguments, const Streams &streams)
     const bool differences = std::any_of(comparison.items.begin(), comparison.items.end(),
                                          [](const FolderDiffItem &item) { return item.status != 0; });
     const int status = writeTo(arguments.value("output"), streams, [&](QIODevice &device) {
-        return Written{format->write(device, request, comparison), differences};
+        return Written{chosen(formats, arguments, "format").value(device, request, comparison), differences};
     });
     return incomplete ? Trouble : status;
 }
 
 } // namespace
 
-const Command &folderCommand()
+Command folderCommand()
 {
-    static constexpr Command command{
-        "folder", "[OPTION]... LEFT RIGHT", "compare two folders", folderDetails, folderOptions, runFolder};
-    return command;
+    static constexpr auto formatChoices = choicesOf(formats);
+    return {"folder",
+            "[OPTION]... LEFT RIGHT",
+            "compare two folders",
+            folderDetails,
+            formatChoices,
+            folderOptions,
+            examples,
+            runFolder};
 }
 
 } // namespace velmora::cli

@@ -1,6 +1,6 @@
 #include "cli/folder_request.h"
 
-#include "cli/arguments.h"
+#include "cli/choices.h"
 #include "core/wildcard.h"
 #include "platform/file_access.h"
 
@@ -13,14 +13,12 @@ namespace velmora::cli {
 
 namespace {
 
-struct MethodName {
-    const char *name;
-    CompareMethod method;
-};
-constexpr std::array methodNames{
-    MethodName{"rules", CompareMethod::Rules},
-    MethodName{"crc", CompareMethod::Crc},
-    MethodName{"binary", CompareMethod::Binary},
+constexpr std::array methods{
+    ChoiceOf<CompareMethod>{{"rules", "equal size and time are enough, else the contents decide (the default)"},
+                            CompareMethod::Rules},
+    ChoiceOf<CompareMethod>{{"crc", "the CRC-32 of each file"}, CompareMethod::Crc},
+    ChoiceOf<CompareMethod>{{"binary", "size and contents, of which what follows a common zero byte is left out"},
+                            CompareMethod::Binary},
 };
 
 struct MaskOption {
@@ -41,20 +39,6 @@ QString takeFolder(const QString &given, QString &folder)
     if (!entry)
         return QStringLiteral("%1: there is no such folder").arg(given);
     return entry->kind == EntryKind::Folder ? QString() : QStringLiteral("%1: is not a folder").arg(given);
-}
-
-QString takeMethod(const Arguments &arguments, FolderSessionOptions &options)
-{
-    const std::optional<QString> name = arguments.value("method");
-    if (!name)
-        return {};
-    for (const MethodName &entry : methodNames) {
-        if (*name == QLatin1String(entry.name)) {
-            options.compareBasis = qint32(entry.method);
-            return {};
-        }
-    }
-    return QStringLiteral("unknown method \"%1\"").arg(*name);
 }
 
 QString takeTolerance(const Arguments &arguments, FolderSessionOptions &options)
@@ -81,11 +65,18 @@ QString takeAlignments(const Arguments &arguments, FolderSessionOptions &options
 
 } // namespace
 
+std::span<const Choice> methodChoices()
+{
+    static constexpr auto choices = choicesOf(methods);
+    return choices;
+}
+
 QString FolderRequest::take(const Arguments &arguments)
 {
     if (arguments.paths().size() != 2)
         return QStringLiteral("two paths are needed, %1 given").arg(arguments.paths().size());
-    for (const auto takePart : {takeMethod, takeTolerance, takeAlignments}) {
+    options.compareBasis = qint32(chosen(methods, arguments, "method").value);
+    for (const auto takePart : {takeTolerance, takeAlignments}) {
         if (const QString error = takePart(arguments, options); !error.isEmpty())
             return error;
     }

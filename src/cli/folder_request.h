@@ -1,12 +1,14 @@
 #pragma once
 
+#include "cli/arguments.h"
 #include "settings/options/folder_session_options.h"
 
 #include <QString>
 
 namespace velmora::cli {
 
-class Arguments;
+/// The values of `--method`; the first is the default.
+[[nodiscard]] std::span<const Choice> methodChoices();
 
 /// What the arguments of the folder command ask for, apart from the output.
 struct FolderRequest {

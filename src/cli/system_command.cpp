@@ -1,3 +1,4 @@
+#include "cli/choices.h"
 #include "cli/command.h"
 #include "cli/json_text.h"
 #include "cli/output_target.h"
@@ -16,35 +17,36 @@ namespace velmora::cli {
 
 namespace {
 
-constexpr std::array systemOptions{
-    OptionSpec{"format", "FORMAT",
-               "summary  one line with the numbers of items (the default)\n"
-               "list     one line for each item: = same, < left only, > right only, ! changed\n"
-               "json     every item with both values"},
-    OptionSpec{"output", "FILE", "write to FILE, which is replaced in one step, instead of standard output"},
-    OptionSpec{"kind", "KIND", "what the files hold, whatever they are called: env, service or startup"},
-    OptionSpec{"current", nullptr, "compare LEFT, an environment, with the environment of this process"},
-};
-
 constexpr const char *systemDetails =
     "Compare two snapshots of environment variables (.kvenv), services (.kvsvc) or startup items\n"
     "(.kvstartup), as the desktop program saves them.\n";
 
 /// What files can hold.
 struct Kind {
-    const char *name;
     const char *suffix;
     SnapshotForm form;
 };
 
 constexpr std::array kinds{
-    Kind{"env", ".kvenv", SnapshotForm::TextObject},
-    Kind{"service", ".kvsvc", SnapshotForm::ServiceArray},
-    Kind{"startup", ".kvstartup", SnapshotForm::TextObject},
+    ChoiceOf<Kind>{{"env", "environment variables"}, {".kvenv", SnapshotForm::TextObject}},
+    ChoiceOf<Kind>{{"service", "services"}, {".kvsvc", SnapshotForm::ServiceArray}},
+    ChoiceOf<Kind>{{"startup", "startup items"}, {".kvstartup", SnapshotForm::TextObject}},
+};
+constexpr auto kindChoices = choicesOf(kinds);
+using KindRow = ChoiceOf<Kind>;
+
+constexpr std::array systemOptions{
+    OptionSpec{"kind", "KIND", "what the files hold, whatever they are called:", kindChoices},
+    OptionSpec{"current", nullptr, "compare LEFT, an environment, with the environment of this process"},
+};
+
+constexpr std::array examples{
+    Example{"See what has changed in the environment since it was kept:",
+            "velmora-cli system --format list --current old.kvenv"},
 };
 
 struct Request {
-    const Kind *kind = nullptr;
+    const KindRow *kind = nullptr;
     QString left;
     QString right; ///< empty for the environment of this process
 };
@@ -56,17 +58,13 @@ struct Comparison {
     SnapshotCounts counts;
 };
 
-template <typename Matches>
-const Kind *findKind(Matches matches)
+/// Null for a file whose name does not tell.
+const KindRow *kindOfFile(const QString &path)
 {
-    const auto kind = std::find_if(kinds.begin(), kinds.end(), matches);
+    const auto *kind = std::find_if(kinds.begin(), kinds.end(), [&path](const KindRow &row) {
+        return path.endsWith(QLatin1String(row.value.suffix), Qt::CaseInsensitive);
+    });
     return kind != kinds.end() ? &*kind : nullptr;
-}
-
-const Kind *kindOfFile(const QString &path)
-{
-    return findKind(
-        [&path](const Kind &kind) { return path.endsWith(QLatin1String(kind.suffix), Qt::CaseInsensitive); });
 }
 
 /// Reads the arguments; returns what is wrong with them, empty when nothing is.
@@ -80,10 +78,8 @@ QString takeRequest(const Arguments &arguments, Request &request)
             .arg(arguments.paths().size());
     request.left = arguments.paths()[0];
     request.right = arguments.paths().value(1);
-    if (const std::optional<QString> name = arguments.value("kind")) {
-        request.kind = findKind([&name](const Kind &kind) { return *name == QLatin1String(kind.name); });
-        if (!request.kind)
-            return QStringLiteral("unknown kind \"%1\"").arg(*name);
+    if (arguments.has("kind")) {
+        request.kind = &chosen(kinds, arguments, "kind");
     } else {
         request.kind = kindOfFile(request.left);
         if (!request.kind)
@@ -163,7 +159,7 @@ bool writeJson(QIODevice &device, const Comparison &comparison)
 {
     OutputBuffer output(device);
     const Request &request = comparison.request;
-    output << "{\n\"kind\":\"" << request.kind->name << "\"";
+    output << "{\n\"kind\":\"" << request.kind->choice.name << "\"";
     writeText(output, "left", request.left, true);
     writeText(output, "right", request.right, !request.right.isEmpty());
     output << ",\n\"items\":[";
@@ -181,37 +177,22 @@ bool writeJson(QIODevice &device, const Comparison &comparison)
     return output.finish();
 }
 
-struct Format {
-    const char *name;
-    bool (*write)(QIODevice &device, const Comparison &comparison);
-};
+using Writer = bool (*)(QIODevice &device, const Comparison &comparison);
 
-// The first one is the default.
 constexpr std::array formats{
-    Format{"summary", writeSummary},
-    Format{"list", writeList},
-    Format{"json", writeJson},
+    ChoiceOf<Writer>{{"summary", "one line with the numbers of items (the default)"}, writeSummary},
+    ChoiceOf<Writer>{{"list", "one line for each item: = same, < left only, > right only, ! changed"}, writeList},
+    ChoiceOf<Writer>{{"json", "every item with both values"}, writeJson},
 };
-
-const Format *findFormat(const Arguments &arguments)
-{
-    const QString name = arguments.value("format").value_or(QLatin1String(formats.front().name));
-    const auto isNamed = [&name](const Format &format) { return name == QLatin1String(format.name); };
-    const auto format = std::find_if(formats.begin(), formats.end(), isNamed);
-    return format != formats.end() ? &*format : nullptr;
-}
 
 /// Environments pair their names as this system does, wherever the files come from.
-KeyMatch matchOf(const Kind &kind)
+KeyMatch matchOf(const KindRow &kind)
 {
     return &kind == &kinds.front() && environmentNamesIgnoreCase() ? KeyMatch::IgnoringCase : KeyMatch::Exact;
 }
 
 int runSystem(const Arguments &arguments, const Streams &streams)
 {
-    const Format *const format = findFormat(arguments);
-    if (!format)
-        return fail(streams, QStringLiteral("unknown format \"%1\"").arg(*arguments.value("format")));
     Comparison comparison;
     Request &request = comparison.request;
     if (const QString error = takeRequest(arguments, request); !error.isEmpty())
@@ -224,7 +205,7 @@ int runSystem(const Arguments &arguments, const Streams &streams)
             snapshots[side] = captureEnvironment();
             continue;
         }
-        const SnapshotReading reading = loadSnapshot(path, request.kind->form);
+        const SnapshotReading reading = loadSnapshot(path, request.kind->value.form);
         if (!reading.ok())
             return fail(streams, QStringLiteral("%1: %2").arg(path, faultText(reading)));
         if (reading.repeated > 0)
@@ -236,21 +217,24 @@ int runSystem(const Arguments &arguments, const Streams &streams)
     comparison.rows = compareSnapshots(snapshots[0], snapshots[1], matchOf(*request.kind));
     comparison.counts = countRows(comparison.rows);
     return writeTo(arguments.value("output"), streams, [&](QIODevice &device) {
-        return Written{format->write(device, comparison), comparison.counts.differences() > 0};
+        return Written{chosen(formats, arguments, "format").value(device, comparison),
+                       comparison.counts.differences() > 0};
     });
 }
 
 } // namespace
 
-const Command &systemCommand()
+Command systemCommand()
 {
-    static constexpr Command command{"system",
-                                     "[OPTION]... LEFT [RIGHT]",
-                                     "compare two snapshots of variables, services or startup items",
-                                     systemDetails,
-                                     systemOptions,
-                                     runSystem};
-    return command;
+    static constexpr auto formatChoices = choicesOf(formats);
+    return {"system",
+            "[OPTION]... LEFT [RIGHT]",
+            "compare two snapshots of variables, services or startup items",
+            systemDetails,
+            formatChoices,
+            systemOptions,
+            examples,
+            runSystem};
 }
 
 } // namespace velmora::cli

@@ -1,9 +1,11 @@
+#include "cli/choices.h"
 #include "cli/command.h"
 #include "cli/output_target.h"
 #include "cli/text_input.h"
 #include "cli/text_json.h"
 #include "cli/text_request.h"
 #include "core/output_buffer.h"
+#include "settings/options/text_presets.h"
 #include "settings/options/text_replacements.h"
 #include "text/engine/line_diff_engine.h"
 #include "text/engine/text_patch.h"
@@ -15,21 +17,26 @@
 #include <array>
 #include <optional>
 #include <stdexcept>
+#include <vector>
 
 namespace velmora::cli {
 
 namespace {
 
-constexpr std::array textOptions{
-    OptionSpec{"format", "FORMAT",
-               "summary  one line with the numbers of differences (the default)\n"
-               "json     every row as JSON\n"
-               "patch    a unified diff that turns LEFT into RIGHT byte by byte\n"
-               "html     a report for reading"},
-    OptionSpec{"output", "FILE", "write to FILE, which is replaced in one step, instead of standard output"},
-    OptionSpec{"preset", "NAME",
-               "the rules to compare by: strict, ignore-whitespace, ignore-case or relaxed\n"
-               "(or a preset's full name); changes what --options says"},
+std::span<const Choice> presetChoices()
+{
+    static const std::vector<Choice> choices = [] {
+        std::vector<Choice> all;
+        for (const TextPreset &preset : textPresets())
+            all.push_back({preset.shortName, preset.menuText});
+        return all;
+    }();
+    return choices;
+}
+
+const std::array textOptions{
+    OptionSpec{"preset", "NAME", "the rules to compare by, also by a preset's full name; changes what --options says",
+               presetChoices(), true},
     OptionSpec{"options", "FILE", "the options of a session, from a session file or a JSON object of their own"},
     OptionSpec{"importance", "FILE", "what matters, from a file of importance rules; changes what --preset says"},
     OptionSpec{"replace-left", "FIND=WITH",
@@ -44,6 +51,14 @@ constexpr std::array textOptions{
 constexpr const char *textDetails =
     "Compare two text files line by line. The path - is standard input.\n"
     "Without options the white space of lines is ignored, and encodings are detected.\n";
+
+constexpr std::array examples{
+    Example{"Count the differences, white space included:", "velmora-cli text --preset strict old.c new.c"},
+    Example{"Carry the changes over:",
+            "velmora-cli text --format patch old.c new.c > changes.patch\npatch -p0 < changes.patch"},
+    Example{"Compare with what another program puts out, and keep a report:",
+            "sort names.txt | velmora-cli text --format html --output report.html sorted.txt -"},
+};
 
 /// Both texts as their files have them, and how they compare once the replacement rules are applied.
 struct Comparison {
@@ -154,8 +169,8 @@ Written writeHtml(QIODevice &device, const TextRequest &request, CompareRemarks 
     return {ok, counts.differences() > 0};
 }
 
-struct Format {
-    const char *name;
+/// How a format is written.
+struct Writer {
     Written (*write)(QIODevice &device, const TextRequest &request, CompareRemarks &remarks);
     Written (*writeBinary)(QIODevice &device, const TextRequest &request); ///< for files that are no texts, if it can
 };
@@ -167,21 +182,12 @@ Written writeBinary(QIODevice &device, const TextRequest &request)
     return {output.finish(), request.left.raw != request.right.raw};
 }
 
-// The first one is the default.
 constexpr std::array formats{
-    Format{"summary", writeSummary, nullptr},
-    Format{"json", writeJson, writeBinary},
-    Format{"patch", writePatch, nullptr},
-    Format{"html", writeHtml, nullptr},
+    ChoiceOf<Writer>{{"summary", "one line with the numbers of differences (the default)"}, {writeSummary, nullptr}},
+    ChoiceOf<Writer>{{"json", "every row as JSON"}, {writeJson, writeBinary}},
+    ChoiceOf<Writer>{{"patch", "a unified diff that turns LEFT into RIGHT byte by byte"}, {writePatch, nullptr}},
+    ChoiceOf<Writer>{{"html", "a report for reading"}, {writeHtml, nullptr}},
 };
-
-const Format *findFormat(const Arguments &arguments)
-{
-    const QString name = arguments.value("format").value_or(QLatin1String(formats.front().name));
-    const auto isNamed = [&name](const Format &format) { return name == QLatin1String(format.name); };
-    const auto format = std::find_if(formats.begin(), formats.end(), isNamed);
-    return format != formats.end() ? &*format : nullptr;
-}
 
 /// What is said instead of a comparison that makes no sense. It goes to standard output: a file is asked for a report.
 Written writeBinaryNote(QIODevice &device, const TextRequest &request)
@@ -219,9 +225,7 @@ void warnOfSlowExpressions(const Streams &streams, const CompareRemarks &remarks
 
 int runText(const Arguments &arguments, const Streams &streams)
 {
-    const Format *format = findFormat(arguments);
-    if (!format)
-        return fail(streams, QStringLiteral("unknown format \"%1\"").arg(*arguments.value("format")));
+    const Writer &format = chosen(formats, arguments, "format").value;
     TextRequest request;
     if (const QString error = request.take(arguments); !error.isEmpty())
         return fail(streams, error);
@@ -234,26 +238,32 @@ int runText(const Arguments &arguments, const Streams &streams)
 
     const std::optional<QString> path = arguments.value("output");
     if ((request.left.text.binary || request.right.text.binary) && !request.forceText) {
-        if (format->writeBinary)
-            return writeTo(path, streams, [&](QIODevice &device) { return format->writeBinary(device, request); });
+        if (format.writeBinary)
+            return writeTo(path, streams, [&](QIODevice &device) { return format.writeBinary(device, request); });
         return writeTo({}, streams, [&](QIODevice &device) { return writeBinaryNote(device, request); });
     }
     warnOfUndecodable(streams, request.left);
     warnOfUndecodable(streams, request.right);
     CompareRemarks remarks;
     const int status =
-        writeTo(path, streams, [&](QIODevice &device) { return format->write(device, request, remarks); });
+        writeTo(path, streams, [&](QIODevice &device) { return format.write(device, request, remarks); });
     warnOfSlowExpressions(streams, remarks);
     return status;
 }
 
 } // namespace
 
-const Command &textCommand()
+Command textCommand()
 {
-    static constexpr Command command{
-        "text", "[OPTION]... LEFT RIGHT", "compare two text files line by line", textDetails, textOptions, runText};
-    return command;
+    static constexpr auto formatChoices = choicesOf(formats);
+    return {"text",
+            "[OPTION]... LEFT RIGHT",
+            "compare two text files line by line",
+            textDetails,
+            formatChoices,
+            textOptions,
+            examples,
+            runText};
 }
 
 } // namespace velmora::cli

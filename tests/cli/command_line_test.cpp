@@ -1,9 +1,11 @@
 #include "cli/arguments.h"
+#include "cli/command.h"
 #include "cli_fixture.h"
 #include "support/test_main.h"
 
 #include <QFileInfo>
 #include <QProcess>
+#include <QStandardPaths>
 
 #include <array>
 
@@ -31,22 +33,77 @@ private Q_SLOTS:
         QVERIFY(!parse("a").value("value"));
         for (const char *wrong : {"--value", "--flag=x", "--other", "-flag"})
             QVERIFY(!parse(wrong).error().isEmpty());
+        constexpr std::array choices{cli::Choice{"one", "d"}, cli::Choice{"three", "e"}};
+        const std::array closed{OptionSpec{"kind", "K", "", choices}};
+        QCOMPARE(Arguments::parse({word("--kind=two")}, closed).error(), word("unknown kind \"two\""));
+        QCOMPARE(Arguments::parse({word("--kind=three")}, closed).error(), QString());
+        QCOMPARE(cli::describeOptions(closed), QByteArray("  --kind K  one    d\n            three  e\n"));
         QCOMPARE(cli::describeOptions(specs), QByteArray("  --flag     a\n             b\n  --value X  c\n"));
     }
 
-    void helpAndVersionNeedNothingElse()
+    // The manual page lacked a command, and nobody was told.
+    void everyDescriptionHasEveryOption()
     {
-        const CliResult program = runCli("--help");
-        QCOMPARE(program.status, 0);
-        QVERIFY(program.output.contains("\n  text "));
-        const CliResult command = runCli("text --help");
-        QCOMPARE(command.status, 0);
-        for (const char *option : {"--format", "--output", "--preset", "--options", "--encoding-left",
-                                   "--encoding-right", "--text", "--help", "--version"})
-            QVERIFY2(command.output.contains(QByteArray("\n  ") + option + ' '), option);
         QCOMPARE(runCli("--version").output, runCli("text --version").output);
         QVERIFY(runCli("--version").output.startsWith("velmora-cli "));
+        QFile document(QStringLiteral(VELMORA_SOURCE_DIR "/docs/velmora-cli.md"));
+        QVERIFY(document.open(QIODevice::ReadOnly));
+        const QByteArray documented = document.readAll();
+        const QByteArray help = runCli("--help").output;
+        const QByteArray manual = runCli("--man").output;
+        for (const cli::Command &command : cli::commands()) {
+            QVERIFY(help.contains(QByteArray("\n  ") + command.name + ' '));
+            QVERIFY(documented.contains(QByteArray("\n## velmora-cli ") + command.name));
+            const QByteArray own = runCli(QByteArray(command.name) + " --help").output;
+            const qsizetype from = manual.indexOf(".SH COMMAND " + QByteArray(command.name).toUpper());
+            const QByteArray described = manual.mid(from, manual.indexOf(".SH", from + 1) - from).replace("\\-", "-");
+            QVERIFY(from > 0);
+            for (const cli::OptionSpec &option : cli::allOptions(command)) {
+                const QByteArray name = QByteArray("--") + option.name;
+                QVERIFY2(own.contains("\n  " + name + ' '), name.constData());
+                QVERIFY2(described.contains(".TP\n\\fB" + name + "\\fR"), name.constData());
+                QVERIFY2(documented.contains(name) || name == "--help" || name == "--version", name.constData());
+                for (const cli::Choice &choice : option.choices)
+                    QVERIFY2(described.contains(".TP\n" + QByteArray(choice.name) + '\n'), choice.name);
+            }
+        }
     }
+
+#ifdef Q_OS_LINUX
+    void bashCompletesCommandsOptionsAndValues()
+    {
+        if (QStandardPaths::findExecutable(word("bash")).isEmpty())
+            QSKIP("there is no bash");
+        const QByteArray script = runCli("--bash-completion").output;
+        const std::pair<const char *, const char *> cases[]{
+            {"velmora-cli fo", "folder"},
+            {"velmora-cli --v", "--version"},
+            {"velmora-cli text --for", "--format"},
+            {"velmora-cli text --format ", "summary json patch html"},
+            {"velmora-cli text --format = j", "json"},
+            {"velmora-cli folder --format = ", "summary list json html"},
+            {"velmora-cli folder a --method c", "crc"},
+            {"velmora-cli system --kind s", "service startup"},
+            {"velmora-cli text --output ", ""},
+            {"velmora-cli text a", ""},
+        };
+        for (const auto &[typed, offered] : cases) {
+            QStringList words = QString::fromLatin1(typed).split(u' ');
+            if (words.size() > 2 && words.constLast().isEmpty() && words[words.size() - 2] == u'=')
+                words.removeLast(); // bash stands on the sign itself then
+            QProcess bash;
+            bash.start(word("bash"),
+                       {word("--norc"), word("-c"),
+                        QString::fromUtf8(script) + word("COMP_WORDS=(\"$@\"); COMP_CWORD=$(($# - 1)); _velmora_cli; "
+                                                         "echo \"${COMPREPLY[*]}\""),
+                        word("bash")} +
+                           words);
+            QVERIFY(bash.waitForFinished());
+            QCOMPARE(typed + QByteArray(": ") + bash.readAllStandardOutput().trimmed(),
+                     typed + QByteArray(": ") + offered);
+        }
+    }
+#endif
 
     void refusesWhatItDoesNotKnow()
     {
