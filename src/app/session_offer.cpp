@@ -2,6 +2,7 @@
 
 #include "app/session_files.h"
 #include "app/session_kinds.h"
+#include "core/visible_name.h"
 #include "platform/network_mount.h"
 #include "session/translate.h"
 
@@ -82,18 +83,8 @@ QString offerText(const Workspace &workspace)
 QString visibleText(const QString &text)
 {
     constexpr qsizetype half = 2000;
-    QList<uint> letters = text.toUcs4();
-    if (letters.size() > 2 * half)
-        letters = letters.first(half) + QList<uint>{0x2026} + letters.last(half);
-    QString result;
-    for (const uint letter : std::as_const(letters)) {
-        const char32_t c = letter;
-        if (QChar::isPrint(c))
-            result += QString::fromUcs4(&c, 1);
-        else
-            result += QStringLiteral("\\u%1").arg(letter, 4, 16, QLatin1Char('0'));
-    }
-    return result;
+    const bool isLong = text.size() > 2 * half;
+    return visibleName(isLong ? text.first(half) + QChar(0x2026) + text.last(half) : text);
 }
 
 } // namespace velmora

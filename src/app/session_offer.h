@@ -19,8 +19,8 @@ struct Workspace;
 /// The same, one line for each session.
 [[nodiscard]] QString offerText(const Workspace &workspace);
 
-/// A text of unknown origin as one line: what would break the line, be invisible or turn the reading direction stands
-/// as its number, and the middle of one that is longer than systems allow is left out.
+/// A text of unknown origin as one line in which nothing is hidden, as `visibleName` shows it; without the middle of
+/// one that is longer than systems allow.
 [[nodiscard]] QString visibleText(const QString &text);
 
 } // namespace velmora

@@ -42,7 +42,7 @@ QString answerTo(const QStringList &arguments)
     case Inquiry::Version:
         return QStringLiteral("%1 %2").arg(Velmora::tr("Velmora"), applicationVersion());
     case Inquiry::Manual:
-        return QString::fromUtf8(manualPage());
+        return QString::fromUtf8(manualPage()).trimmed();
     case Inquiry::None:
         break;
     }

@@ -1,67 +1,65 @@
 #include "cli/folder_json.h"
 
 #include "cli/folder_request.h"
-#include "cli/json_text.h"
+#include "cli/json_writer.h"
 
 namespace velmora::cli {
 
 namespace {
 
-std::string_view problemName(FolderProblem::Kind kind)
+QLatin1String problemName(FolderProblem::Kind kind)
 {
     switch (kind) {
     case FolderProblem::Kind::UnreadableFolder:
         break;
     case FolderProblem::Kind::LinkCycle:
-        return "linkCycle";
+        return QLatin1String("linkCycle");
     case FolderProblem::Kind::UnreadableFile:
-        return "unreadableFile";
+        return QLatin1String("unreadableFile");
     }
-    return "unreadableFolder";
+    return QLatin1String("unreadableFolder");
 }
 
-void writeTime(OutputBuffer &output, const QDateTime &time)
+void writeTime(JsonWriter &json, std::string_view key, const QDateTime &time)
 {
+    json.key(key);
     if (time.isValid())
-        writeJsonString(output, time.toUTC().toString(Qt::ISODateWithMs));
+        json.text(time.toUTC().toString(Qt::ISODateWithMs));
     else
-        output << "null";
+        json.null();
 }
 
-void writeItem(OutputBuffer &output, const FolderDiffItem &item)
+void writeItem(JsonWriter &json, const FolderDiffItem &item)
 {
-    output << "{\"name\":";
-    writeJsonString(output, item.name);
-    output << ",\"leftPath\":";
-    writeJsonString(output, item.leftPath);
-    output << ",\"rightPath\":";
-    writeJsonString(output, item.rightPath);
-    output << ",\"status\":" << qint64(item.status) << ",\"leftSize\":" << item.leftSize
-           << ",\"rightSize\":" << item.rightSize << ",\"leftTime\":";
-    writeTime(output, item.leftTime);
-    output << ",\"rightTime\":";
-    writeTime(output, item.rightTime);
-    output << ",\"isDir\":" << (item.isDir ? "true" : "false") << '}';
+    json.beginObject();
+    json.text("name", item.name);
+    json.text("leftPath", item.leftPath);
+    json.text("rightPath", item.rightPath);
+    json.number("status", qint64(item.status));
+    json.number("leftSize", item.leftSize);
+    json.number("rightSize", item.rightSize);
+    writeTime(json, "leftTime", item.leftTime);
+    writeTime(json, "rightTime", item.rightTime);
+    json.boolean("isDir", item.isDir);
+    json.endObject();
 }
 
-void writeProblem(OutputBuffer &output, const FolderProblem &problem)
+void writeProblem(JsonWriter &json, const FolderProblem &problem)
 {
-    output << "{\"kind\":\"" << problemName(problem.kind) << "\",\"path\":";
-    writeJsonString(output, problem.path);
-    output << '}';
+    json.beginObject();
+    json.text("kind", problemName(problem.kind));
+    json.text("path", problem.path);
+    json.endObject();
 }
 
 template <typename T>
-void writeList(OutputBuffer &output, const QList<T> &list, void (*writeOne)(OutputBuffer &, const T &))
+void writeList(JsonWriter &json, std::string_view key, const QList<T> &list, void (*writeOne)(JsonWriter &, const T &))
 {
-    output << '[';
-    std::string_view separator = "\n";
-    for (const T &one : list) {
-        output << separator;
-        writeOne(output, one);
-        separator = ",\n";
-    }
-    output << "\n]";
+    json.key(key);
+    json.beginList();
+    for (const T &one : list)
+        writeOne(json, one);
+    json.endList();
 }
 
 } // namespace
@@ -69,15 +67,13 @@ void writeList(OutputBuffer &output, const QList<T> &list, void (*writeOne)(Outp
 void writeFolderJson(OutputBuffer &output, const FolderRequest &request, const QList<FolderDiffItem> &items,
                      const QList<FolderProblem> &problems)
 {
-    output << "{\n\"left\":";
-    writeJsonString(output, request.left);
-    output << ",\n\"right\":";
-    writeJsonString(output, request.right);
-    output << ",\n\"problems\":";
-    writeList(output, problems, writeProblem);
-    output << ",\n\"items\":";
-    writeList(output, items, writeItem);
-    output << "\n}\n";
+    JsonWriter json(output);
+    json.beginObject();
+    json.text("left", request.left);
+    json.text("right", request.right);
+    writeList(json, "problems", problems, writeProblem);
+    writeList(json, "items", items, writeItem);
+    json.endObject();
 }
 
 } // namespace velmora::cli

@@ -1,6 +1,6 @@
 #include "cli/choices.h"
 #include "cli/command.h"
-#include "cli/json_text.h"
+#include "cli/json_writer.h"
 #include "cli/output_target.h"
 #include "core/output_buffer.h"
 #include "platform/environment_names.h"
@@ -146,34 +146,36 @@ bool writeList(QIODevice &device, const Comparison &comparison)
     return output.finish();
 }
 
-void writeText(OutputBuffer &output, std::string_view name, const QString &text, bool isThere)
+void writeText(JsonWriter &json, std::string_view key, const QString &text, bool isThere)
 {
-    output << ",\"" << name << "\":";
+    json.key(key);
     if (isThere)
-        writeJsonString(output, text);
+        json.text(text);
     else
-        output << "null";
+        json.null();
 }
 
 bool writeJson(QIODevice &device, const Comparison &comparison)
 {
     OutputBuffer output(device);
+    JsonWriter json(output);
     const Request &request = comparison.request;
-    output << "{\n\"kind\":\"" << request.kind->choice.name << "\"";
-    writeText(output, "left", request.left, true);
-    writeText(output, "right", request.right, !request.right.isEmpty());
-    output << ",\n\"items\":[";
-    std::string_view separator = "\n";
+    json.beginObject();
+    json.text("kind", QLatin1String(request.kind->choice.name));
+    json.text("left", request.left);
+    writeText(json, "right", request.right, !request.right.isEmpty());
+    json.key("items");
+    json.beginList();
     for (const SnapshotRow &row : comparison.rows) {
-        output << separator << "{\"key\":";
-        writeJsonString(output, row.key);
-        output << ",\"status\":" << qint64(statusNumber(row.status));
-        writeText(output, "left", row.left, row.status != SnapshotStatus::RightOnly);
-        writeText(output, "right", row.right, row.status != SnapshotStatus::LeftOnly);
-        output << '}';
-        separator = ",\n";
+        json.beginObject();
+        json.text("key", row.key);
+        json.number("status", statusNumber(row.status));
+        writeText(json, "left", row.left, row.status != SnapshotStatus::RightOnly);
+        writeText(json, "right", row.right, row.status != SnapshotStatus::LeftOnly);
+        json.endObject();
     }
-    output << "\n]\n}\n";
+    json.endList();
+    json.endObject();
     return output.finish();
 }
 

@@ -569,8 +569,8 @@ private Q_SLOTS:
                   R"({"name":"M\ny","type":"tExt ","leftPath":"\/\/host/a\u202etxt.exe\n<b>","basePath":"x"})");
         shelf.library.openNamedSessionFile(path);
         QCOMPARE(shelf.takeSaid().constFirst(),
-                 QStringLiteral("Open session: The session \"M\\u000ay\" leads to another machine. Open it?\n\n"
-                                "Type: Text compare\nBase: x\nLeft: %1\\u202etxt.exe\\u000a<b> [Yes]")
+                 QStringLiteral("Open session: The session \"M[LF]y\" leads to another machine. Open it?\n\n"
+                                "Type: Text compare\nBase: x\nLeft: %1[RLO]txt.exe[LF]<b> [Yes]")
                      .arg(left));
         const QString workspace = write("y.kvworkspace", R"({"sessions":[{"type":"text","leftPath":"/x"}],
                                                              "openTabs":[{"type":"text","leftPath":"\/\/host/a"}]})");
