@@ -198,6 +198,32 @@ private Q_SLOTS:
         QCOMPARE(left.text(0) + left.text(1), QString(60, u'a') + QStringLiteral("!b"));
     }
 
+    void replacesOneAfterTheOtherOrAllAsOneStep()
+    {
+        FindFixture f("one\ntwo one\none one\n", "one\n");
+        f.child<QAction>("replaceAction")->trigger();
+        auto *with = f.child<QLineEdit>("replaceText");
+        f.lookFor(QStringLiteral("one"));
+        QTRY_COMPARE(f.found(), QStringLiteral("1 of 4"));
+        with->setFocus();
+        QTest::keyClicks(with, QStringLiteral("1\\n"));
+        QTest::keyClick(with, Qt::Key_Return);
+        QTRY_COMPARE(f.found(), QStringLiteral("1 of 3")); // on to the next one
+        const LineSource *left = &f.scene().document()->source(Side::Left);
+        QCOMPARE(left->text(0), QStringLiteral("1\\n"));
+        const TextPosition next = f.scene().caret().position;
+        QCOMPARE(f.scene().document()->lineNumber(next.row, Side::Left), 2);
+        QCOMPARE(next.unit, 7);
+        f.child<QPushButton>("replaceAll")->click();
+        QTRY_VERIFY(f.status().startsWith(QStringLiteral("Replaced matches: 3 | Compare done")));
+        left = &f.scene().document()->source(Side::Left);
+        QCOMPARE(left->text(2), QStringLiteral("1\\n 1\\n"));
+        QCOMPARE(f.scene().document()->source(Side::Right).text(0), QStringLiteral("one"));
+        f.session.edit(EditCommand::UndoLeft);
+        QCOMPARE(f.scene().document()->source(Side::Left).text(2), QStringLiteral("one one"));
+        QCOMPARE(f.scene().document()->source(Side::Left).text(0), QStringLiteral("1\\n"));
+    }
+
     void opensWithTheSelectionAndClosesByEscape()
     {
         SessionFixture f;
