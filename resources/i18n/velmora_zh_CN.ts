@@ -1146,6 +1146,82 @@ The editor has unsaved changes; re-comparing without reloading may discard disk 
         <translation>选项...</translation>
     </message>
     <message>
+        <source>Past operations...</source>
+        <translation>操作历史...</translation>
+    </message>
+    <message>
+        <source>Past operations</source>
+        <translation>操作历史</translation>
+    </message>
+    <message>
+        <source>Unknown operation</source>
+        <translation>未知操作</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>已完成</translation>
+    </message>
+    <message>
+        <source>Operation</source>
+        <translation>操作</translation>
+    </message>
+    <message>
+        <source>Cannot be read</source>
+        <translation>无法读取</translation>
+    </message>
+    <message>
+        <source>At work</source>
+        <translation>正在进行</translation>
+    </message>
+    <message>
+        <source>Undone</source>
+        <translation>已撤销</translation>
+    </message>
+    <message>
+        <source>Undone in part</source>
+        <translation>部分已撤销</translation>
+    </message>
+    <message>
+        <source>Interrupted</source>
+        <translation>已中断</translation>
+    </message>
+    <message>
+        <source>&amp;Undo...</source>
+        <translation>撤销(&amp;U)...</translation>
+    </message>
+    <message>
+        <source>&amp;Continue...</source>
+        <translation>继续(&amp;C)...</translation>
+    </message>
+    <message>
+        <source>Shows what would be taken back first</source>
+        <translation>先显示将撤销的内容</translation>
+    </message>
+    <message>
+        <source>Shows what is still to be done first</source>
+        <translation>先显示尚待执行的内容</translation>
+    </message>
+    <message>
+        <source>What it has done</source>
+        <translation>已执行的内容</translation>
+    </message>
+    <message>
+        <source>Nothing has been copied, moved or deleted yet. What is done with files in a folder comparison appears here and can be undone.</source>
+        <translation>尚未复制、移动或删除任何内容。在文件夹比较中对文件执行的操作会显示在这里，并且可以撤销。</translation>
+    </message>
+    <message>
+        <source>The program ended in the middle of an operation. What it had begun is whole or not there at all; it can be taken back or gone on with, now or later.</source>
+        <translation>程序在操作进行中结束。已开始的每一项要么完整，要么不存在；可以现在或以后撤销或继续该操作。</translation>
+    </message>
+    <message>
         <source>&amp;Legend</source>
         <translation>图例(&amp;L)</translation>
     </message>
@@ -2356,6 +2432,30 @@ Restore them? The files themselves stay as they are until you save.</source>
         <translation>撤销失败</translation>
     </message>
     <message>
+        <source>Continue</source>
+        <translation>继续</translation>
+    </message>
+    <message>
+        <source>%1 continue: %2</source>
+        <translation>%1 继续：%2</translation>
+    </message>
+    <message>
+        <source>Cannot continue: %1</source>
+        <translation>无法继续：%1</translation>
+    </message>
+    <message>
+        <source>Continuing failed</source>
+        <translation>继续失败</translation>
+    </message>
+    <message>
+        <source>Go on with &quot;%1&quot; of %2?</source>
+        <translation>继续 %2 的“%1”？</translation>
+    </message>
+    <message>
+        <source>&amp;Continue</source>
+        <translation>继续(&amp;C)</translation>
+    </message>
+    <message>
         <source>not kept for undoing: %1</source>
         <translation>未保留、无法撤销的项目数：%1</translation>
     </message>
@@ -2526,6 +2626,10 @@ Restore them? The files themselves stay as they are until you save.</source>
     <message>
         <source>There is no recycle bin for it</source>
         <translation>没有可用的回收站</translation>
+    </message>
+    <message>
+        <source>Something went wrong in it, so %1 deletions have been left undone</source>
+        <translation>其中发生了错误，因此有 %1 项删除未执行</translation>
     </message>
     <message>
         <source>The copy is in place, and the source could not be removed</source>
@@ -2880,12 +2984,40 @@ Restore them? The files themselves stay as they are until you save.</source>
         <translation>将被永久删除。</translation>
     </message>
     <message>
+        <source>It is deleted for good. For undoing it is kept for up to %1 days, so that its space is not free before.</source>
+        <translation>将被永久删除。为了可以撤销，内容最多保留 %1 天，在此之前不会释放空间。</translation>
+    </message>
+    <message>
+        <source>It is deleted for good, and nothing is kept for undoing.</source>
+        <translation>将被永久删除，且不保留任何可供撤销的内容。</translation>
+    </message>
+    <message>
+        <source>&amp;Keep nothing for undoing</source>
+        <translation>不保留可供撤销的内容(&amp;K)</translation>
+    </message>
+    <message>
+        <source>The space is free at once, and nobody can bring the contents back.</source>
+        <translation>立即释放空间，内容无法再恢复。</translation>
+    </message>
+    <message>
+        <source>Delete and &amp;keep nothing</source>
+        <translation>删除且不保留(&amp;K)</translation>
+    </message>
+    <message>
+        <source>What undoing needs could not be written, perhaps because the disk is full, so some of it has not been done. Go on without it? It can then not be taken back.</source>
+        <translation>无法写入撤销所需的内容，可能是磁盘已满，因此有一部分没有执行。仍要继续吗？之后将无法撤销。</translation>
+    </message>
+    <message>
         <source>It goes to the recycle bin.</source>
         <translation>将移到回收站。</translation>
     </message>
     <message>
         <source>A newer file will be replaced by an older one.</source>
         <translation>较新的文件将被较旧的文件替换。</translation>
+    </message>
+    <message>
+        <source>A read-only file will be replaced.</source>
+        <translation>将替换一个只读文件。</translation>
     </message>
     <message>
         <source>%1 files will be replaced.</source>
@@ -4214,6 +4346,14 @@ Save them?</source>
         <translation>在 %1 中</translation>
     </message>
     <message>
+        <source>the old contents, to %1</source>
+        <translation>旧内容，恢复到 %1</translation>
+    </message>
+    <message>
+        <source>to %1, over a read-only file</source>
+        <translation>到 %1，替换只读文件</translation>
+    </message>
+    <message>
         <source>A file will be replaced, and its old contents will not be kept for undoing.</source>
         <translation>文件将被替换，且不会保留旧内容以供撤销。</translation>
     </message>
@@ -4668,6 +4808,14 @@ Save them?</source>
     <message>
         <source>It is in the recycle bin; take it out there</source>
         <translation>它在回收站中，请从回收站取回</translation>
+    </message>
+    <message>
+        <source>It is no longer in the recycle bin</source>
+        <translation>它已不在回收站中</translation>
+    </message>
+    <message>
+        <source>Another entry lies at its place in the recycle bin; it stays there</source>
+        <translation>回收站中原来的位置上是另一个项目，它会留在那里</translation>
     </message>
     <message>
         <source>A command is still working on files. Stop it and close? What it has done so far stays done.</source>

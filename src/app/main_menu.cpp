@@ -56,6 +56,8 @@ void addToolsMenu(QMenuBar *bar, Tarnwick &window)
              [](const SessionKindRow &kind) { return kind.inTools ? Velmora::tr(kind.displayName) : QString(); });
     menu->addSeparator();
     menu->addAction(Velmora::tr("Options..."), &window, &Tarnwick::onOptions);
+    menu->addSeparator();
+    menu->addAction(Velmora::tr("Past operations..."), &window, &Tarnwick::showPastOperations);
 }
 
 void addHelpMenu(QMenuBar *bar, Tarnwick &window)

@@ -8,6 +8,7 @@
 #include "app/single_instance.h"
 #include "app/tarnwick.h"
 #include "core/settings_store.h"
+#include "folder/actions/past_operations_dialog.h"
 #include "platform/console.h"
 #include "session/dialogs.h"
 #include "session/theme.h"
@@ -183,6 +184,7 @@ int runApplication()
     window.show();
     window.handleArguments(arguments);
     window.offerRecovery();
+    PastOperationsDialog::offerInterrupted(window);
     return QApplication::exec();
 }
 

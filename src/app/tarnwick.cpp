@@ -15,6 +15,7 @@
 #include "app/shell_menu.h"
 #include "app/window_fit.h"
 #include "core/settings_store.h"
+#include "folder/actions/past_operations_dialog.h"
 #include "platform/window_chrome.h"
 #include "session/session_widget.h"
 #include "session/theme.h"
@@ -150,6 +151,13 @@ void Tarnwick::showLegend()
     auto *legend = new LegendDialog(this);
     legend->setAttribute(Qt::WA_DeleteOnClose);
     legend->show();
+}
+
+void Tarnwick::showPastOperations()
+{
+    auto *dialog = new PastOperationsDialog(this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->show();
 }
 
 void Tarnwick::onCloseTab(int index)

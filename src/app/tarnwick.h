@@ -64,6 +64,9 @@ public:
     /// Offers unsaved work that an earlier run has left.
     void offerRecovery();
 
+    /// Shows what has been done with files, to look at it and to undo it.
+    void showPastOperations();
+
 public Q_SLOTS:
     void onNewTextCompare() { openEmptyOf("text"); }
     void onNewTextCompareEdit() { openEmptyOf("textedit"); }

@@ -26,6 +26,7 @@ enum class FileErrorKind : quint8 {
     NameNotAllowed, ///< no entry can have this name here
     OtherVolume,    ///< the two names lie on different volumes
     Unsupported,    ///< this file system or system cannot do that
+    NotExpected,    ///< what came was not what the caller expected; it is where it was
     Stopped,        ///< the caller asked for it
     Other,
 };
@@ -154,6 +155,17 @@ public:
     };
     [[nodiscard]] virtual FileError move(const QString &name, FolderHandle &to, const QString &newName,
                                          IfTaken ifTaken) = 0;
+    /// Swaps two entries in one step, so that the caller can look at what came out and swap back. `Unsupported` where
+    /// the system or the volume cannot.
+    [[nodiscard]] virtual FileError exchange(const QString & /*name*/, FolderHandle & /*to*/,
+                                             const QString & /*newName*/)
+    {
+        return {FileErrorKind::Unsupported, {}};
+    }
+
+    /// Gives the owner the permission to change what is in this folder, or takes it back. Nothing where permissions of
+    /// a folder do not protect what is in it.
+    [[nodiscard]] virtual FileError letOwnerWrite(bool /*may*/) { return {}; }
 
     /// Modification time and permissions of a folder or, where links have them, of a link.
     [[nodiscard]] virtual FileError keepAttributes(const QString &name, const NodeState &model) = 0;
@@ -168,9 +180,12 @@ public:
     [[nodiscard]] virtual FileError removeFile(const QString &name) = 0;
     /// Removes an empty folder.
     [[nodiscard]] virtual FileError removeFolder(const QString &name) = 0;
+    /// Told where in the bin an entry is about to go, right before it does; an error keeps it from going.
+    using BinNotice = std::function<FileError(const QString &binPath)>;
+
     /// Moves an entry, a folder with everything in it, to the recycle bin of its volume. Fails with `Unsupported` where
-    /// there is none; deletes nothing then.
-    [[nodiscard]] virtual RecycleResult recycle(const QString &name) = 0;
+    /// there is none; deletes nothing then. `notice` is not called where the system chooses the place itself.
+    [[nodiscard]] virtual RecycleResult recycle(const QString &name, const BinNotice &notice) = 0;
 
     /// Brings everything to the disk that was written to the volume of this folder.
     [[nodiscard]] virtual FileError settle() = 0;
@@ -190,11 +205,22 @@ public:
     /// True when `FolderHandle::settle` works; else every file must be flushed by itself.
     [[nodiscard]] virtual bool canSettle() const = 0;
 
-    /// Moves what `FolderHandle::recycle` put at `binPath` to a name that is free.
-    [[nodiscard]] virtual FileError restore(const QString &binPath, FolderHandle &to, const QString &name) = 0;
+    /// What is at `binPath`, where `FolderHandle::recycle` put something.
+    [[nodiscard]] virtual NodeResult statInBin(const QString &binPath) = 0;
+
+    /// Whether an entry is the one that is meant.
+    using NodeTest = std::function<bool(const NodeState &node)>;
+
+    /// Moves what `FolderHandle::recycle` put at `binPath` to a name that is free. `NotExpected` when something else
+    /// lies there by now, which then stays.
+    [[nodiscard]] virtual FileError restore(const QString &binPath, FolderHandle &to, const QString &name,
+                                            const NodeTest &isExpected) = 0;
 
     [[nodiscard]] static FileLayer &native();
 };
+
+/// True for a file or link whose owner has marked it as one that is not to be changed.
+[[nodiscard]] bool isProtected(const NodeState &node);
 
 /// False for names that the system would take for something else or cannot keep: empty, ".", "..", with a separator or
 /// NUL; on Windows also the names of devices, those with one of <>:"|?* or a control character, and those that end in a

@@ -2,7 +2,6 @@
 #include "platform/recycle_bin_unix.h"
 
 #include <cstdio>
-#include <system_error>
 
 #include <dirent.h>
 #ifdef __linux__
@@ -227,6 +226,33 @@ public:
         });
     }
 
+    FileError exchange(const QString &name, FolderHandle &to, const QString &newName) override
+    {
+        const NativeName target(newName);
+        if (!target.isPlain())
+            return notAllowed();
+#ifdef RENAME_EXCHANGE
+        const int folder = static_cast<UnixFolder &>(to).m_folder.get();
+        const FileError error = onName(name, [&](const char *entry) {
+            return ::renameat2(m_folder.get(), entry, folder, target.c(), RENAME_EXCHANGE);
+        });
+        // A volume that cannot says that the flag is not allowed.
+        return error.kind == FileErrorKind::NameNotAllowed ? FileError{FileErrorKind::Unsupported, {}} : error;
+#else
+        return FolderHandle::exchange(name, to, newName);
+#endif
+    }
+
+    FileError letOwnerWrite(bool may) override
+    {
+        struct stat status {};
+        if (::fstat(m_folder.get(), &status) != 0)
+            return lastError();
+        const mode_t kept = status.st_mode & mode_t(07777) & ~mode_t(S_IWUSR);
+        const mode_t mode = may ? kept | S_IWUSR : kept;
+        return ::fchmodat(m_folder.get(), ".", mode, 0) == 0 ? FileError() : lastError();
+    }
+
     FileError keepAttributes(const QString &name, const NodeState &model) override
     {
         const NativeName entry(name);
@@ -265,12 +291,12 @@ public:
         return onName(name, [this](const char *entry) { return ::unlinkat(m_folder.get(), entry, AT_REMOVEDIR); });
     }
 
-    RecycleResult recycle(const QString &name) override
+    RecycleResult recycle(const QString &name, const BinNotice &notice) override
     {
         const NativeName entry(name);
         if (!entry.isPlain())
             return {{}, notAllowed()};
-        return recycleInto(m_folder.get(), m_path, entry.bytes());
+        return recycleInto(m_folder.get(), m_path, entry.bytes(), notice);
     }
 
     FileError settle() override
@@ -341,98 +367,72 @@ public:
 #endif
     }
 
-    FileError restore(const QString &binPath, FolderHandle &to, const QString &name) override
+    NodeResult statInBin(const QString &binPath) override
     {
-        const NativeName entry(name);
-        return entry.isPlain() ? restoreFrom(binPath, static_cast<UnixFolder &>(to).descriptor(), entry.c())
-                               : notAllowed();
+        BinEntry entry(binPath);
+        const std::unique_ptr<UnixFolder> files = entry.open();
+        return files ? files->stat(entry.name) : NodeResult{{}, entry.error};
     }
+
+    FileError restore(const QString &binPath, FolderHandle &to, const QString &name,
+                      const NodeTest &isExpected) override
+    {
+        BinEntry entry(binPath);
+        const std::unique_ptr<UnixFolder> files = entry.open();
+        if (!files)
+            return entry.error;
+        const NodeResult before = files->stat(entry.name);
+        if (before.error.isError() || !isExpected(before.node))
+            return before.error.isError() ? before.error : FileError{FileErrorKind::NotExpected, {}};
+        FileError error = files->move(entry.name, to, name, FolderHandle::IfTaken::Fail);
+        if (error.isError())
+            return error;
+        const NodeResult after = to.stat(name); // others may have been at the bin since
+        if (after.error.isError() || !isExpected(after.node)) {
+            error = to.move(name, *files, entry.name, FolderHandle::IfTaken::Fail);
+            return error.isError() ? error : FileError{FileErrorKind::NotExpected, {}};
+        }
+        forgetInBin(files->descriptor(), nativeName(entry.name));
+        return {};
+    }
+
+private:
+    /// The folder of an entry in a bin, and its name there.
+    struct BinEntry {
+        explicit BinEntry(const QString &binPath)
+            : folder(binPath.left(std::max<qsizetype>(binPath.lastIndexOf(u'/'), 0))),
+              name(binPath.mid(folder.size() + 1))
+        {}
+
+        [[nodiscard]] std::unique_ptr<UnixFolder> open()
+        {
+            const ReachablePath place(folder);
+            Descriptor files;
+            if (place.isReachable() && !folder.isEmpty())
+                files = Descriptor(openAgain(place.base(), place.name(), passThroughFlags));
+            if (files.isOpen())
+                return std::make_unique<UnixFolder>(std::move(files), nativeName(folder));
+            error = folder.isEmpty() ? FileError{FileErrorKind::Missing, {}} : lastError();
+            return nullptr;
+        }
+
+        QString folder;
+        QString name;
+        FileError error;
+    };
 };
 
-FileErrorKind errorKind(int number)
-{
-    switch (number) {
-    case ENOENT:
-        return FileErrorKind::Missing;
-    case EEXIST:
-        return FileErrorKind::Exists;
-    case ENOTDIR:
-        return FileErrorKind::NotAFolder;
-    case EISDIR:
-        return FileErrorKind::NotAFile;
-    case ELOOP:
-        return FileErrorKind::LinkOnTheWay;
-    case ENOTEMPTY:
-        return FileErrorKind::NotEmpty;
-    case EACCES:
-    case EPERM:
-    case EROFS:
-        return FileErrorKind::Denied;
-    case EBUSY:
-    case ETXTBSY:
-        return FileErrorKind::InUse;
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG:
-        return FileErrorKind::NoSpace;
-    case EINVAL:
-    case ENAMETOOLONG:
-    case EILSEQ:
-        return FileErrorKind::NameNotAllowed;
-    case EXDEV:
-        return FileErrorKind::OtherVolume;
-    case ENOSYS:
-    case EOPNOTSUPP:
-        return FileErrorKind::Unsupported;
-    default:
-        return FileErrorKind::Other;
-    }
-}
-
-/// As `renameToFree` where the system has no call for it. A second name for the file can only be made where none is;
-/// folders, and files where that is not possible, are looked for first.
-bool renameToFreeInSteps(int fromFolder, const char *name, int toFolder, const char *newName)
-{
-    if (::linkat(fromFolder, name, toFolder, newName, 0) == 0) {
-        if (::unlinkat(fromFolder, name, 0) == 0)
-            return true;
-        const int number = errno;
-        (void)::unlinkat(toFolder, newName, 0);
-        errno = number;
-        return false;
-    }
-    if (errno == EEXIST || errno == EXDEV || errno == ENOENT)
-        return false;
-    struct stat status {};
-    if (::fstatat(toFolder, newName, &status, AT_SYMLINK_NOFOLLOW) == 0) {
-        errno = EEXIST;
-        return false;
-    }
-    return ::renameat(fromFolder, name, toFolder, newName) == 0;
-}
-
 } // namespace
-
-FileError fileErrorOf(int number)
-{
-    return {errorKind(number), QString::fromStdString(std::generic_category().message(number))};
-}
-
-bool renameToFree(int fromFolder, const char *name, int toFolder, const char *newName)
-{
-#ifdef RENAME_NOREPLACE
-    if (::renameat2(fromFolder, name, toFolder, newName, RENAME_NOREPLACE) == 0)
-        return true;
-    if (errno != EINVAL && errno != ENOSYS && errno != EOPNOTSUPP)
-        return false;
-#endif
-    return renameToFreeInSteps(fromFolder, name, toFolder, newName);
-}
 
 FileLayer &FileLayer::native()
 {
     static UnixLayer layer;
     return layer;
+}
+
+bool isProtected(const NodeState &node)
+{
+    return node.kind == NodeKind::File && (node.permissions & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0;
 }
 
 bool isPlainName(QStringView name)

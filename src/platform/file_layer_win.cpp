@@ -423,7 +423,7 @@ public:
         return withoutReadOnlyMark(path, [&] { return ::RemoveDirectoryW(path.c_str()); });
     }
 
-    RecycleResult recycle(const QString &name) override
+    RecycleResult recycle(const QString &name, const BinNotice & /*notice*/) override
     {
         if (!canBeReached(name))
             return {{}, notAllowed()};
@@ -464,13 +464,29 @@ public:
 
     bool canSettle() const override { return false; }
 
-    FileError restore(const QString &binPath, FolderHandle &to, const QString &name) override
+    NodeResult statInBin(const QString &binPath) override
+    {
+        const Handle entry(openAs(longPath(binPath), FILE_READ_ATTRIBUTES, shareAll, asItself));
+        return entry.isOpen() ? describe(entry.get()) : NodeResult{{}, lastError()};
+    }
+
+    FileError restore(const QString &binPath, FolderHandle &to, const QString &name,
+                      const NodeTest &isExpected) override
     {
         if (!canBeReached(name) || binPath.isEmpty())
             return notAllowed();
+        const std::wstring source = longPath(binPath);
         const std::wstring target = static_cast<WindowsFolder &>(to).pathOf(name);
-        if (!::MoveFileExW(longPath(binPath).c_str(), target.c_str(), 0))
+        const NodeResult before = statInBin(binPath);
+        if (before.error.isError() || !isExpected(before.node))
+            return before.error.isError() ? before.error : FileError{FileErrorKind::NotExpected, {}};
+        if (!::MoveFileExW(source.c_str(), target.c_str(), 0))
             return lastError();
+        const NodeResult after = to.stat(name); // others may have been at the bin since
+        if (after.error.isError() || !isExpected(after.node)) {
+            return ::MoveFileExW(target.c_str(), source.c_str(), 0) ? FileError{FileErrorKind::NotExpected, {}}
+                                                                    : lastError();
+        }
         forgetInRecycleBin(binPath);
         return {};
     }
@@ -493,6 +509,11 @@ FileLayer &FileLayer::native()
 {
     static WindowsLayer layer;
     return layer;
+}
+
+bool isProtected(const NodeState &node)
+{
+    return node.kind == NodeKind::File && (node.permissions & FILE_ATTRIBUTE_READONLY) != 0;
 }
 
 bool isPlainName(QStringView name)

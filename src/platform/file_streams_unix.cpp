@@ -1,7 +1,7 @@
 #include "platform/file_streams_unix.h"
 
 #include "platform/file_contents_unix.h"
-#include "platform/recycle_bin_unix.h"
+#include "platform/file_error_unix.h"
 
 #include <array>
 

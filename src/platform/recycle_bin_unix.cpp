@@ -146,7 +146,8 @@ std::string binName(const std::string &name, unsigned attempt)
 
 } // namespace
 
-RecycleResult recycleInto(int folder, const std::string &folderPath, const std::string &name)
+RecycleResult recycleInto(int folder, const std::string &folderPath, const std::string &name,
+                          const FolderHandle::BinNotice &notice)
 {
     struct stat status {};
     if (::fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
@@ -172,10 +173,14 @@ RecycleResult recycleInto(int folder, const std::string &folderPath, const std::
             step = std::min(attempt + 1, 1U << 20U) + unsigned(::getpid()) % 7; // many of one name do not queue up
             continue;
         }
-        if (renameToFree(folder, name.c_str(), files.get(), kept.c_str()))
-            return {nameFromNative(bin.path + "/files/" + kept), {}};
+        const QString place = nameFromNative(bin.path + "/files/" + kept);
+        const FileError refused = notice(place);
+        if (!refused.isError() && renameToFree(folder, name.c_str(), files.get(), kept.c_str()))
+            return {place, {}};
         const int number = errno;
         (void)::unlinkat(info.get(), infoName.c_str(), 0);
+        if (refused.isError())
+            return {{}, refused};
         if (number == EXDEV)
             return {{}, {FileErrorKind::Unsupported, fileErrorOf(number).reason}};
         if (number != EEXIST)
@@ -184,22 +189,11 @@ RecycleResult recycleInto(int folder, const std::string &folderPath, const std::
     return {{}, {FileErrorKind::Exists, {}}};
 }
 
-FileError restoreFrom(const QString &binPath, int toFolder, const char *newName)
+void forgetInBin(int files, const std::string &name)
 {
-    const qsizetype slash = binPath.lastIndexOf(u'/');
-    if (slash <= 0 || !isPlainName(QStringView(binPath).mid(slash + 1)))
-        return {FileErrorKind::Missing, {}};
-    const ReachablePath place(QStringView(binPath).left(slash));
-    if (!place.isReachable())
-        return fileErrorOf(errno);
-    const Descriptor files(openAgain(place.base(), place.name(), passThroughFlags));
-    const std::string name = nativeName(QStringView(binPath).mid(slash + 1));
-    if (!files.isOpen() || !renameToFree(files.get(), name.c_str(), toFolder, newName))
-        return fileErrorOf(errno);
-    const Descriptor info = openFolderIn(files.get(), "../info");
+    const Descriptor info = openFolderIn(files, "../info");
     if (info.isOpen()) // what remains there without its entry is of no harm
         (void)::unlinkat(info.get(), (name + std::string(infoSuffix)).c_str(), 0);
-    return {};
 }
 
 } // namespace velmora

@@ -1,21 +1,17 @@
 #pragma once
 
 #include "platform/descriptor_unix.h"
-#include "platform/file_layer.h"
+#include "platform/file_error_unix.h"
 
 namespace velmora {
 
-/// The meaning of errno's value.
-[[nodiscard]] FileError fileErrorOf(int number);
-
-/// Gives an entry another name, which must be free. On failure errno is set.
-[[nodiscard]] bool renameToFree(int fromFolder, const char *name, int toFolder, const char *newName);
-
 /// Moves the entry `name` of `folder` to the bin of its volume. `folderPath` leads to the folder. As
 /// freedesktop.org has it: the home's bin for what is on its volume, else the one at the top of the volume.
-[[nodiscard]] RecycleResult recycleInto(int folder, const std::string &folderPath, const std::string &name);
+/// `notice` is told of its place there right before.
+[[nodiscard]] RecycleResult recycleInto(int folder, const std::string &folderPath, const std::string &name,
+                                        const FolderHandle::BinNotice &notice);
 
-/// Takes what `recycleInto` put at `binPath` back out.
-[[nodiscard]] FileError restoreFrom(const QString &binPath, int toFolder, const char *newName);
+/// Removes the note of an entry that has been taken out. `files`: the bin's folder of entries.
+void forgetInBin(int files, const std::string &name);
 
 } // namespace velmora

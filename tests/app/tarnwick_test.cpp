@@ -179,6 +179,8 @@ private Q_SLOTS:
   SFTP compare
   |
   Options...
+  |
+  Past operations...
 &Help
   &Legend
   &Keyboard shortcuts F1

@@ -529,7 +529,7 @@ private Q_SLOTS:
                                       Command::MoveTo, Command::MoveToRight, Command::MoveToLeft, Command::NewFolder})
             QCOMPARE(f.actions.whyNot(command, pair), reason);
         for (const Command command : {Command::CopyToLeft, Command::MirrorToLeft, Command::UpdateLeft, Command::CopyTo,
-                                      Command::Properties, Command::ShowInFileManager, Command::UndoLast})
+                                      Command::Properties, Command::ShowInFileManager})
             QCOMPARE(f.actions.whyNot(command, pair), QString());
         const FolderSelection left = f.select(lines("a"), FolderSides::Left);
         for (const Command command : {Command::Delete, Command::Rename, Command::NewFolder, Command::MoveTo})
@@ -581,6 +581,59 @@ private Q_SLOTS:
         f.carryOut(Command::UndoLast);
         QCOMPARE(f.status, QStringLiteral("There is nothing to undo"));
         QVERIFY(!f.opened());
+        f.carryOut(Command::CopyToRight, lines("a"));
+        QCOMPARE(f.actions.whyNot(Command::UndoLast, {}), QString());
+        f.carryOut(Command::UndoLast);
+        QVERIFY2(f.opened(), qPrintable(f.status));
+        // What the title says of a group is what stands below all of them.
+        QCOMPARE(f.opened()->findChild<QLabel *>(QStringLiteral("planTotals"))->text(), f.rows()[0]);
+        f.click("planStart");
+        QCOMPARE(f.actions.whyNot(Command::UndoLast, {}), QStringLiteral("There is nothing to undo"));
+    }
+
+    void deletingForGoodMayKeepNothing()
+    {
+        bool isFull = false;
+        ActionsFixture f([&isFull](int, QLatin1String call) {
+            return isFull && call == QLatin1String("sink.write") ? FileError{FileErrorKind::NoSpace, {}} : FileError();
+        });
+        f.make("left/a=1 left/b=2 left/c=3 left/d=4");
+        f.answers.answerNumber(2);
+        f.carryOut(Command::DeleteForGood, lines("a"), FolderSides::Left);
+        QVERIFY2(f.asked().contains(QLatin1String("kept for up to 30 days")), qPrintable(f.asked()));
+        QVERIFY(f.log().contains(QStringLiteral("not kept for undoing: 1")));
+
+        f.carryOut(Command::DeleteForGood, lines("b c"), FolderSides::Left);
+        f.opened()->findChild<QAbstractButton *>(QStringLiteral("planOffer"))->setChecked(true);
+        f.click("planStart");
+        QVERIFY(f.log().contains(QStringLiteral("not kept for undoing: 2")));
+        QVERIFY(f.files.picture("journal").filter(QStringLiteral("kept/1")).isEmpty());
+
+        // A full disk does not stop who asks again.
+        isFull = true;
+        f.compare();
+        f.answers.answerNumber(1);
+        f.carryOut(Command::DeleteForGood, lines("d"), FolderSides::Left);
+        const auto &asked = f.answers.asked();
+        QVERIFY(asked[asked.size() - 2].text.contains(QLatin1String("Go on without it?"))); // then what went wrong
+        QVERIFY(f.has("left/d=4"));
+        f.answers.answerNumber(1);
+        f.answers.answerNumber(1);
+        f.carryOut(Command::DeleteForGood, lines("d"), FolderSides::Left);
+        QCOMPARE(f.picture("left"), QString());
+    }
+
+    void aReadOnlyTargetIsMarkedBeforeItIsReplaced()
+    {
+        ActionsFixture f;
+        f.make("right/a=old left/a=new");
+        QVERIFY(QFile::setPermissions(f.files.path("right/a"), QFile::ReadOwner | QFile::ReadGroup));
+        f.answers.answerNumber(2);
+        f.carryOut(Command::CopyToRight, lines("a"));
+        QCOMPARE(f.asked(), QStringLiteral("A read-only file will be replaced.\n\nRight side: right/a"));
+        QVERIFY(f.rows(2).contains(QStringLiteral("to right, over a read-only file")));
+        f.click("planCancel");
+        QVERIFY(f.has("right/a=old"));
     }
 
     void alignedEntriesGoByTheirComparedNames()

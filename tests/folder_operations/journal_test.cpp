@@ -176,7 +176,8 @@ private Q_SLOTS:
         JournalHeader header{QStringLiteral("50% \"done\"\n"),
                              123,
                              QStringLiteral("00000001"),
-                             {QStringLiteral("/a b"), QStringLiteral("/") + QChar(char16_t(0xDC80))}};
+                             {QStringLiteral("/a b"), QStringLiteral("/") + QChar(char16_t(0xDC80))},
+                             8};
         QCOMPARE(readHeaderLine(headerLine(header)), header);
         JournalStep step;
         step.number = 7;
@@ -191,10 +192,15 @@ private Q_SLOTS:
         step.end = JournalStep::End::Done;
         step.binPath = step.step.from.relative;
         const QByteArray copying = copyingLine(step.step.from);
-        QCOMPARE(readCopyingLine(copying, 1), step.step.from);
+        OperationStep planned = step.step;
+        planned.kind = OperationKind::Move;
         // More than is read at once.
-        BytesSource journal(headerLine(header) + '\n' + (copying + '\n').repeated(50'000) + beginLine(step) + '\n' +
-                            endLine(step) + '\n' + movedLine(7, false) + '\n');
+        const QByteArray head = headerLine(header) + '\n';
+        QByteArray plan;
+        for (int i = 0; i <= 7; ++i)
+            plan += planLine(i, planned) + '\n';
+        BytesSource journal(head + plan + (copying + '\n').repeated(50'000) + beginLine(step, planned.kind) + '\n' +
+                            recyclingLine(7, header.title) + '\n' + endLine(step) + '\n' + movedLine(7, false) + '\n');
         FileError error;
         const auto record = readJournal(journal, {}, error);
         QVERIFY(record);
@@ -203,6 +209,14 @@ private Q_SLOTS:
         QCOMPARE(read.now, step.now);
         QCOMPARE(read.binPath, step.binPath);
         QVERIFY(read.isMoved);
+        QCOMPARE(record->planned.size(), std::size_t(8));
+        QCOMPARE(record->planned[3], planned);
+        QCOMPARE(record->lastCopy, step.step.from);
+        QCOMPARE(record->lastCopyStep, std::ptrdiff_t(0));
+        // As the first version wrote it: all of the step in the line before it.
+        const QByteArray old = planLine(7, step.step).replace("\"plan\":", "\"step\":");
+        BytesSource earlier(QByteArray(head).replace("\"version\":2", "\"version\":1") + old + '\n');
+        QCOMPARE(readJournal(earlier, {}, error)->steps.at(0).step, step.step);
     }
 
     void hostileJournalsAreRefused()
@@ -223,8 +237,12 @@ private Q_SLOTS:
         };
         // Cut anywhere in a line: what was begun before counts. Cut in the first: no journal.
         const qsizetype headerEnd = good.indexOf('\n') + 1;
+        const qsizetype stepBegin = good.lastIndexOf('\n', good.indexOf("\"step\":0")) + 1;
+        const QByteArray step = good.mid(stepBegin, good.indexOf('\n', stepBegin) + 1 - stepBegin);
         for (qsizetype length = 0; length < good.size(); length += 7)
-            QCOMPARE(refusalOf(good.left(length)), length < headerEnd ? UndoRefusal::Damaged : UndoRefusal::None);
+            QCOMPARE(refusalOf(good.left(length)), length < headerEnd                 ? UndoRefusal::Damaged
+                                                   : length < stepBegin + step.size() ? UndoRefusal::NothingToUndo
+                                                                                      : UndoRefusal::None);
         const auto changed = [&](const char *from, const char *to) {
             QByteArray bytes = good;
             bytes.replace(from, to);
@@ -234,9 +252,13 @@ private Q_SLOTS:
         QCOMPARE(changed("[1,\"a\"]", "[9,\"a\"]"), UndoRefusal::Damaged);
         QCOMPARE(changed("[1,\"a\"]", "[1,\"/etc\"]"), UndoRefusal::Damaged);
         QCOMPARE(changed("\"kept\":\"1\"", "\"kept\":\"../1\""), UndoRefusal::Damaged);
-        QCOMPARE(changed("\"version\":1", "\"version\":2"), UndoRefusal::Damaged);
+        QCOMPARE(changed("\"version\":2", "\"version\":3"), UndoRefusal::Damaged);
         QCOMPARE(changed("\"ended\":0", "\"ended\":5"), UndoRefusal::Damaged);
         QCOMPARE(changed("\"step\":1", "\"step\":-1"), UndoRefusal::Damaged);
+        QCOMPARE(changed("\"plan\":1", "\"plan\":0"), UndoRefusal::Damaged);
+        // A step twice, unless the first try has changed nothing.
+        QCOMPARE(refusalOf(good + step), UndoRefusal::Damaged);
+        QCOMPARE(refusalOf(good + "{\"done\":false,\"ended\":0}\n" + step), UndoRefusal::None);
         QCOMPARE(changed("\"time\":\"", "\"time\":\"x"), UndoRefusal::Damaged);
         QCOMPARE(refusalOf(QByteArray(1 << 20, '[') + '\n'), UndoRefusal::Damaged);
         QCOMPARE(refusalOf(good + QByteArray(2 << 20, ' ') + '\n'), UndoRefusal::Damaged);
@@ -264,11 +286,128 @@ private Q_SLOTS:
         file.seek(0);
         file.write(kept);
         file.close();
+        // Another crash came before its run had written a line: there is nothing of it to undo, or to stand in the way.
+        tree.make("journal/runs/00000009/kept/ journal/runs/00000009/journal.jsonl={\"format\":");
         const UndoPlan undo = journal.planUndo();
         QCOMPARE(undo.plan.leftOut.size(), 0);
         QVERIFY(tree.execute(undo.plan).isComplete());
         QCOMPARE(tree.picture(), before);
+        QCOMPARE(journal.planUndo().refusal, UndoRefusal::NothingToUndo); // all is as it was
     }
+
+    void undoingLeavesAnothersFileInTheBin()
+    {
+        OperationFixture tree;
+        if (!tree.hasRecycleBin())
+            QSKIP("no recycle bin here");
+        for (const bool isPlanned : {false, true}) { // it gets there before or after the undoing is planned
+            tree.make("right/a.txt=mine right/dir/b=mine");
+            OperationJournal journal(FileLayer::native(), tree.journalFolder());
+            const ExecutionReport report = tree.execute(tree.mirror(DeleteManner::ToRecycleBin), journal);
+            QVERIFY(report.isComplete());
+            UndoPlan undo = journal.planUndo();
+            QCOMPARE(undo.plan.steps.size(), 2);
+            for (const OperationStep &step : undo.plan.steps) {
+                QVERIFY(QFile::remove(step.binPath) || QDir(step.binPath).removeRecursively());
+                if (step.fromSeen.kind == NodeKind::Folder)
+                    QVERIFY(QDir().mkpath(step.binPath));
+                QFile strangers(step.fromSeen.kind == NodeKind::Folder ? step.binPath + QStringLiteral("/b")
+                                                                       : step.binPath);
+                QVERIFY(strangers.open(QIODevice::WriteOnly));
+                QCOMPARE(strangers.write("their"), 5);
+            }
+            if (isPlanned) {
+                QCOMPARE(tree.problems(tree.execute(undo.plan, journal)),
+                         QStringList({said(OperationErrorCode::OtherInBin, "right/a.txt"),
+                                      said(OperationErrorCode::OtherInBin, "right/dir")}));
+            } else {
+                undo = journal.planUndo();
+                QVERIFY(undo.plan.steps.isEmpty());
+                QCOMPARE(tree.leftOut(undo.plan), QStringList({said(LeftOutReason::OtherInRecycleBin, "right/a.txt"),
+                                                               said(LeftOutReason::OtherInRecycleBin, "right/dir")}));
+            }
+            QCOMPARE(tree.picture("right"), QStringList());
+        }
+    }
+
+    void aRunUndoneInPartIsTriedAgainForTheRest()
+    {
+        OperationFixture tree;
+        tree.make("left/a=1 left/b=new right/b=old right/c=1");
+        const QStringList before = tree.picture();
+        OperationJournal journal(FileLayer::native(), tree.journalFolder());
+        QVERIFY(tree.execute(tree.mirror(), journal).isComplete());
+        tree.make("right/c=in-the-way");
+        const auto undo = [&] {
+            const UndoPlan plan = journal.planUndo();
+            journal.setNext({}, plan.id);
+            (void)tree.execute(plan.plan, journal);
+            return plan.plan.leftOut.size();
+        };
+        QCOMPARE(undo(), 1);
+        QVERIFY(journal.mayUndo() && !journal.entries().entries[0].undone);
+        QVERIFY(journal.entries().entries[0].undoneInPart);
+        tree.remove("right/c");
+        QCOMPARE(undo(), 0);
+        QCOMPARE(tree.picture(), before);
+        QVERIFY(!journal.mayUndo() && journal.entries().entries[0].undone);
+    }
+
+    void undoingNeedsNoSpace()
+    {
+        OperationFixture tree;
+        tree.make("left/a=new right/a=old right/gone=1");
+        const QStringList before = tree.picture();
+        OperationJournal journal(FileLayer::native(), tree.journalFolder());
+        QVERIFY(tree.execute(tree.mirror(), journal).isComplete());
+        ScriptedLayer full([](int, QLatin1String call) {
+            return call == QLatin1String("sink.copyFrom") ? FileError{FileErrorKind::NoSpace, {}} : FileError();
+        });
+        OperationJournal onFull(full, tree.journalFolder());
+        QCOMPARE(tree.problems(tree.execute(onFull.planUndo().plan, onFull, full)), QStringList());
+        QCOMPARE(tree.picture(), before);
+        QCOMPARE(tree.picture("journal").filter(QStringLiteral("00000001/kept/")).size(), 1); // the empty folder
+    }
+
+    void whatIsToKeepNothingKeepsNothing()
+    {
+        OperationFixture tree;
+        tree.make("right/gone=1");
+        OperationJournal journal(FileLayer::native(), tree.journalFolder());
+        const ExecutionReport report = tree.execute(tree.mirror(), {false, &journal, false});
+        QVERIFY(report.isComplete());
+        QCOMPARE(report.notUndoable, 1);
+        QVERIFY(tree.picture("journal").filter(QStringLiteral("kept/")).size() <= 1); // the empty folder
+        QCOMPARE(tree.leftOut(journal.planUndo().plan),
+                 QStringList(said(LeftOutReason::OldContentsGone, "right/gone")));
+    }
+
+#ifdef Q_OS_UNIX
+    void theCopyOfAProtectedFolderIsUndone()
+    {
+        OperationFixture tree;
+        tree.make("left/dir/a=1 left/dir/deep/b=1");
+        const auto protect = [&](bool is) {
+            for (const char *folder : {"left/dir/deep", "left/dir"}) {
+                const QFile::Permissions may = is ? QFile::Permissions() : QFile::WriteOwner;
+                QVERIFY(QFile::setPermissions(tree.path(folder), QFile::ReadOwner | QFile::ExeOwner | may));
+            }
+        };
+        protect(true);
+        OperationJournal journal(FileLayer::native(), tree.journalFolder());
+        QVERIFY(tree.execute(tree.mirror(), journal).isComplete());
+        int lifted = 0;
+        ScriptedLayer watched([&lifted](int, QLatin1String call) {
+            lifted += call == QLatin1String("letOwnerWrite") ? 1 : 0;
+            return FileError();
+        });
+        OperationJournal later(watched, tree.journalFolder());
+        QCOMPARE(tree.problems(tree.execute(later.planUndo().plan, later, watched)), QStringList());
+        QCOMPARE(tree.picture("right"), QStringList());
+        QCOMPARE(lifted, 6); // root could do without: a file, a file and a folder, each opened and closed
+        protect(false);
+    }
+#endif
 
     void aCopyThatACrashHasLeftGoesWithTheNextRun()
     {

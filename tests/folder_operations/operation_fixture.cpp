@@ -135,9 +135,11 @@ bool OperationFixture::hasRecycleBin()
     make("probe=");
     FileError error;
     const std::unique_ptr<FolderHandle> folder = FileLayer::native().openRoot(m_root, error);
-    const RecycleResult recycled = folder->recycle(name);
-    const FileError end = recycled.error.isError() ? folder->removeFile(name)
-                                                   : FileLayer::native().restore(recycled.binPath, *folder, name);
+    const RecycleResult recycled = folder->recycle(name, [](const QString &) { return FileError(); });
+    const FileError end =
+        recycled.error.isError()
+            ? folder->removeFile(name)
+            : FileLayer::native().restore(recycled.binPath, *folder, name, [](const NodeState &) { return true; });
     return !recycled.error.isError() && !end.isError();
 }
 
@@ -184,7 +186,8 @@ QStringList OperationFixture::problems(const ExecutionReport &report) const
 {
     QStringList list;
     for (const OperationProblem &problem : report.problems)
-        list.append(QStringLiteral("%1 %2").arg(int(problem.code)).arg(relative(problem.path)));
+        list.append(QStringLiteral("%1 %2").arg(int(problem.code)).arg(relative(problem.path)) +
+                    (problem.steps > 1 ? QStringLiteral(" x%1").arg(problem.steps) : QString()));
     return list;
 }
 

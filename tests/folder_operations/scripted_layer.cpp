@@ -117,12 +117,21 @@ public:
     {
         return made("move", [&] { return m_real->move(name, real(to), newName, ifTaken); });
     }
+    FileError exchange(const QString &name, FolderHandle &to, const QString &newName) override
+    {
+        return made("exchange", [&] { return m_real->exchange(name, real(to), newName); });
+    }
+    FileError letOwnerWrite(bool may) override
+    {
+        return made("letOwnerWrite", [&] { return m_real->letOwnerWrite(may); });
+    }
     FileError keepAttributes(const QString &name, const NodeState &model) override
     {
         return made("keepAttributes", [&] { return m_real->keepAttributes(name, model); });
     }
     FileError keepFolderAttributes(const QString &name, FolderHandle &from, const QString &model) override
     {
+        m_layer.finished.append(name);
         return made("keepFolderAttributes", [&] { return m_real->keepFolderAttributes(name, real(from), model); });
     }
     FileError removeFile(const QString &name) override
@@ -133,10 +142,10 @@ public:
     {
         return made("removeFolder", [&] { return m_real->removeFolder(name); });
     }
-    RecycleResult recycle(const QString &name) override
+    RecycleResult recycle(const QString &name, const BinNotice &notice) override
     {
         const FileError error = m_layer.ask(QLatin1String("recycle"));
-        RecycleResult result = error.isError() ? RecycleResult{{}, error} : m_real->recycle(name);
+        RecycleResult result = error.isError() ? RecycleResult{{}, error} : m_real->recycle(name, notice);
         if (!m_layer.tellsBin())
             result.binPath.clear();
         return result;
@@ -188,19 +197,26 @@ std::unique_ptr<FolderHandle> ScriptedLayer::openRoot(const QString &path, FileE
     return root ? std::make_unique<ScriptedFolder>(*this, std::move(root)) : nullptr;
 }
 
-FileError ScriptedLayer::restore(const QString &binPath, FolderHandle &to, const QString &name)
+FileError ScriptedLayer::restore(const QString &binPath, FolderHandle &to, const QString &name,
+                                 const NodeTest &isExpected)
 {
     const FileError error = ask(QLatin1String("restore"));
-    return error.isError() ? error : FileLayer::native().restore(binPath, ScriptedFolder::real(to), name);
+    return error.isError() ? error : FileLayer::native().restore(binPath, ScriptedFolder::real(to), name, isExpected);
 }
 
 ScriptedLayer::Script betweenVolumes()
 {
-    return [isCopied = false](int, QLatin1String call) mutable {
-        // Only the renaming of a finished copy or a link stays within a volume.
+    return [isCopied = false, isSwapped = false](int, QLatin1String call) mutable {
+        // Only the renaming of a finished copy or a link stays within a volume, and the swapping back of two entries.
         isCopied = isCopied || call == QLatin1String("sink.copyFrom") || call == QLatin1String("makeLink");
-        const bool crosses =
-            call == QLatin1String("makeHardLink") || (call == QLatin1String("move") && !std::exchange(isCopied, false));
+        bool crosses = call == QLatin1String("makeHardLink");
+        if (call == QLatin1String("exchange")) {
+            crosses = !std::exchange(isCopied, false) && !isSwapped;
+            isSwapped = !crosses;
+        } else if (call == QLatin1String("move")) {
+            crosses = !std::exchange(isCopied, false);
+        }
+        isSwapped = isSwapped && !crosses;
         return crosses ? FileError{FileErrorKind::OtherVolume, {}} : FileError();
     };
 }

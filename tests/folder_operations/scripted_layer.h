@@ -17,11 +17,16 @@ public:
 
     std::unique_ptr<FolderHandle> openRoot(const QString &path, FileError &error) override;
     bool canSettle() const override { return FileLayer::native().canSettle(); }
-    FileError restore(const QString &binPath, FolderHandle &to, const QString &name) override;
+    NodeResult statInBin(const QString &binPath) override { return FileLayer::native().statInBin(binPath); }
+    FileError restore(const QString &binPath, FolderHandle &to, const QString &name,
+                      const NodeTest &isExpected) override;
 
     /// From now on nobody is told where in the recycle bin an entry went.
     void hideBin() { m_tellsBin = false; }
     [[nodiscard]] bool tellsBin() const { return m_tellsBin; }
+
+    /// The folders that have been given their attributes, in that order.
+    QStringList finished;
 
     [[nodiscard]] int calls() const { return m_calls; }
     [[nodiscard]] FileError ask(QLatin1String call) { return m_script(++m_calls, call); }

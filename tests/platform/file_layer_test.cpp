@@ -35,7 +35,8 @@ private Q_SLOTS:
         QVERIFY(makeRawFile(m_root + QLatin1String("/folder/file"), "kept"));
         const auto root = open(m_root);
         QVERIFY(root);
-        const RecycleResult recycled = root->recycle(QStringLiteral("folder"));
+        const RecycleResult recycled =
+            root->recycle(QStringLiteral("folder"), [](const QString &) { return FileError(); });
         if (recycled.error.kind == FileErrorKind::Unsupported) {
             QCOMPARE(contentsOf(m_root + QLatin1String("/folder/file")), QByteArray("kept"));
             QSKIP(qPrintable(QLatin1String("no recycle bin here: ") + recycled.error.reason));
@@ -45,7 +46,12 @@ private Q_SLOTS:
         if (recycled.binPath.isEmpty())
             QSKIP("the system does not tell where it is");
         QCOMPARE(contentsOf(recycled.binPath + QLatin1String("/file")), QByteArray("kept"));
-        const FileError restored = FileLayer::native().restore(recycled.binPath, *root, QStringLiteral("again"));
+        const QString again = QStringLiteral("again");
+        const auto answers = [](bool is) { return [is](const NodeState &) { return is; }; };
+        QCOMPARE(FileLayer::native().restore(recycled.binPath, *root, again, answers(false)).kind,
+                 FileErrorKind::NotExpected);
+        QVERIFY(QFileInfo::exists(recycled.binPath));
+        const FileError restored = FileLayer::native().restore(recycled.binPath, *root, again, answers(true));
         QVERIFY2(!restored.isError(), qPrintable(restored.reason));
         QCOMPARE(contentsOf(m_root + QLatin1String("/again/file")), QByteArray("kept"));
         QVERIFY(!QFileInfo::exists(recycled.binPath));

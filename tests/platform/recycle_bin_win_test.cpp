@@ -92,13 +92,15 @@ private Q_SLOTS:
         } else {
             QVERIFY(makeRawFile(path(name), "kept"));
         }
-        const RecycleResult recycled = m_handle->recycle(name);
+        const RecycleResult recycled = m_handle->recycle(name, {});
         QVERIFY2(!recycled.error.isError(), qPrintable(recycled.error.reason));
         QCOMPARE(entries(), QStringList(stem + QLatin1String("_files")));
         const QStringList shown = shownInBin();
         QVERIFY2(shown.contains(name) || shown.contains(stem), qPrintable(shown.join(u'\n')));
         if (!recycled.binPath.isEmpty()) {
-            QVERIFY(!FileLayer::native().restore(recycled.binPath, *m_handle, name).isError());
+            QVERIFY(!FileLayer::native()
+                         .restore(recycled.binPath, *m_handle, name, [](const NodeState &) { return true; })
+                         .isError());
             QVERIFY(!shownInBin().contains(name));
         }
     }
@@ -111,7 +113,7 @@ private Q_SLOTS:
                          QStringLiteral("nul"), QString(250, u'x')};
         for (const QString &name : kept.mid(1)) {
             QVERIFY2(makeRawFile(path(name), "kept"), qPrintable(name));
-            const RecycleResult recycled = m_handle->recycle(name);
+            const RecycleResult recycled = m_handle->recycle(name, {});
             QVERIFY2(recycled.error.kind == FileErrorKind::Unsupported, qPrintable(name));
             QVERIFY(!recycled.error.reason.isEmpty());
         }
@@ -125,7 +127,7 @@ private Q_SLOTS:
         found.sort();
         kept.sort();
         QCOMPARE(found, kept);
-        QCOMPARE(m_handle->recycle(QStringLiteral("missing")).error.kind, FileErrorKind::Missing);
+        QCOMPARE(m_handle->recycle(QStringLiteral("missing"), {}).error.kind, FileErrorKind::Missing);
     }
 
     void whatIsInUseStays()
@@ -133,7 +135,7 @@ private Q_SLOTS:
         const QString name = QStringLiteral("held");
         QFile held(path(name));
         QVERIFY(held.open(QIODevice::WriteOnly)); // lets nobody delete it
-        const RecycleResult recycled = m_handle->recycle(name);
+        const RecycleResult recycled = m_handle->recycle(name, {});
         QVERIFY(recycled.error.isError());
         QVERIFY(recycled.error.kind != FileErrorKind::Missing);
         QCOMPARE(entries(), QStringList(name));

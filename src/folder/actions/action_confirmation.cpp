@@ -36,7 +36,7 @@ bool isPlainReplacement(const OperationPlan &plan, qint64 keptBytes)
         if (!replaces(step))
             continue;
         ++replacements;
-        if (losesNewer(step) || step.toSeen.size > keptBytes || keptBytes == 0)
+        if (losesNewer(step) || step.replacesProtected || step.toSeen.size > keptBytes || keptBytes == 0)
             return false;
     }
     return replacements <= 1;
@@ -51,16 +51,19 @@ QString replacementText(const OperationPlan &plan, PlanSide side)
                sideLine(side, plan.roots[side == PlanSide::Left ? 0 : 1].path);
     const auto step = std::find_if(plan.steps.begin(), plan.steps.end(), replaces);
     const QString text =
-        losesNewer(*step) ? Velmora::tr("A newer file will be replaced by an older one.")
-                          : Velmora::tr("A file will be replaced, and its old contents will not be kept for undoing.");
+        step->replacesProtected ? Velmora::tr("A read-only file will be replaced.")
+        : losesNewer(*step)
+            ? Velmora::tr("A newer file will be replaced by an older one.")
+            : Velmora::tr("A file will be replaced, and its old contents will not be kept for undoing.");
     return text + QLatin1String("\n\n") + sideLine(side, plan.pathOf(step->to));
 }
 
 /// The questions about one plan. Copies share what they are about, and live in the callbacks.
 class Confirmation {
 public:
-    Confirmation(QWidget &window, const ActionRequest &request, const OperationPlan &plan, const PlanAnswered &answered)
-        : m_window(&window), m_request(request), m_plan(plan), m_answered(answered)
+    Confirmation(QWidget &window, const ActionRequest &request, const OperationPlan &plan, const JournalLimits &limits,
+                 const PlanAnswered &answered)
+        : m_window(&window), m_request(request), m_plan(plan), m_limits(limits), m_answered(answered)
     {}
 
     void askMirror() const
@@ -100,13 +103,15 @@ public:
         const QString question =
             Velmora::tr("Delete %1?").arg(selectionTitle(m_request)) + u'\n' + sourceLines(m_request);
         const bool forGood = m_request.manner == DeleteManner::ForGood;
-        if (m_plan.steps.size() > 1 || !m_plan.leftOut.isEmpty()) {
-            preview(Velmora::tr("Delete"), question,
-                    forGood ? Velmora::tr("&Delete for good") : Velmora::tr("&Delete"));
+        if (forGood) {
+            askDeleteForGood(question);
             return;
         }
-        const QString manner =
-            forGood ? Velmora::tr("It is deleted for good.") : Velmora::tr("It goes to the recycle bin.");
+        if (m_plan.steps.size() > 1 || !m_plan.leftOut.isEmpty()) {
+            preview(Velmora::tr("Delete"), question, Velmora::tr("&Delete"));
+            return;
+        }
+        const QString manner = Velmora::tr("It goes to the recycle bin.");
         const bool isFolder = m_plan.steps.first().fromSeen.kind == NodeKind::Folder;
         const QString contents = isFolder ? u'\n' + totalsText(m_plan.totals()) : QString();
         Dialogs::instance().askYesNo(m_window, Velmora::tr("Delete"),
@@ -115,6 +120,41 @@ public:
                                          if (yes)
                                              answered(PlanAnswer::CarryOut);
                                      });
+    }
+
+    /// What is deleted for good is kept all the same, where that is set: to free its space is another wish.
+    void askDeleteForGood(const QString &question) const
+    {
+        enum Answer { Cancel, Delete, DeleteNow };
+        const QString title = Velmora::tr("Delete");
+        const bool keeps = m_limits.keptBytes > 0 && m_request.keeping == Keeping::OldContents;
+        const QString manner = keeps
+                                   ? Velmora::tr("It is deleted for good. For undoing it is kept for up to %1 days, so "
+                                                 "that its space is not free before.")
+                                         .arg(QLocale().toString(m_limits.days))
+                                   : Velmora::tr("It is deleted for good, and nothing is kept for undoing.");
+        if (m_plan.steps.size() > 1 || !m_plan.leftOut.isEmpty()) {
+            auto *dialog = new PlanPreviewDialog(title, question + u'\n' + manner, Velmora::tr("&Delete for good"),
+                                                 m_plan, m_window);
+            if (keeps)
+                dialog->offer(Velmora::tr("&Keep nothing for undoing"),
+                              Velmora::tr("The space is free at once, and nobody can bring the contents back."));
+            dialog->setAttribute(Qt::WA_DeleteOnClose);
+            QObject::connect(dialog, &QDialog::accepted, m_window, [dialog, answered = m_answered] {
+                answered(dialog->isOfferTaken() ? PlanAnswer::KeepNothing : PlanAnswer::CarryOut);
+            });
+            dialog->open();
+            return;
+        }
+        QList<Dialogs::Choice> choices{{Velmora::tr("&Delete for good"), Delete, false, false},
+                                       {Velmora::tr("Cancel"), Cancel, true, true}};
+        if (keeps)
+            choices.insert(1, {Velmora::tr("Delete and &keep nothing"), DeleteNow, false, false});
+        Dialogs::instance().ask(m_window, Dialogs::Tone::Warning, title, question + QLatin1String("\n\n") + manner,
+                                choices, [answered = m_answered](int answer) {
+                                    if (answer != Cancel)
+                                        answered(answer == Delete ? PlanAnswer::CarryOut : PlanAnswer::KeepNothing);
+                                });
     }
 
     void askReplacing() const
@@ -181,6 +221,7 @@ private:
     QWidget *m_window;
     ActionRequest m_request;
     OperationPlan m_plan;
+    JournalLimits m_limits;
     PlanAnswered m_answered;
 };
 
@@ -199,10 +240,10 @@ bool leavesKindsBehind(const OperationPlan &plan)
 
 } // namespace
 
-void confirmPlan(QWidget &window, const ActionRequest &request, const OperationPlan &plan, qint64 keptBytes,
+void confirmPlan(QWidget &window, const ActionRequest &request, const OperationPlan &plan, const JournalLimits &limits,
                  const PlanAnswered &answered)
 {
-    const Confirmation confirmation(window, request, plan, answered);
+    const Confirmation confirmation(window, request, plan, limits, answered);
     switch (request.command) {
     case FolderCommand::MirrorToRight:
     case FolderCommand::MirrorToLeft:
@@ -229,7 +270,7 @@ void confirmPlan(QWidget &window, const ActionRequest &request, const OperationP
     default:
         if (leavesKindsBehind(plan))
             confirmation.askIncomplete();
-        else if (isPlainReplacement(plan, keptBytes))
+        else if (isPlainReplacement(plan, limits.keptBytes))
             answered(PlanAnswer::CarryOut);
         else
             confirmation.askReplacing();

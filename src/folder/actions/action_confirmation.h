@@ -1,6 +1,7 @@
 #pragma once
 
 #include "folder/actions/action_request.h"
+#include "folder/operations/operation_journal.h"
 
 #include <functional>
 
@@ -11,6 +12,7 @@ namespace velmora {
 /// What a person wants done with a plan.
 enum class PlanAnswer {
     CarryOut,
+    KeepNothing,     ///< the same, and nothing is kept for undoing
     LeaveOutPresent, ///< another plan, which leaves alone the files of the destination folder
 };
 
@@ -19,8 +21,8 @@ using PlanAnswered = std::function<void(PlanAnswer)>;
 
 /// Asks for what is at stake in a plan: a mirror, an update and the deletion of more than one entry are shown in full,
 /// a copy only where it replaces what is not easily undone. Calls `answered` at once where nothing has to be asked.
-/// `keptBytes` is how much of old contents is kept for undoing. Questions belong to `window`.
-void confirmPlan(QWidget &window, const ActionRequest &request, const OperationPlan &plan, qint64 keptBytes,
+/// `limits`: how much of old contents is kept for undoing, and for how long. Questions belong to `window`.
+void confirmPlan(QWidget &window, const ActionRequest &request, const OperationPlan &plan, const JournalLimits &limits,
                  const PlanAnswered &answered);
 
 /// Shows a plan and asks whether to carry it out.

@@ -73,7 +73,7 @@ private:
         if (isAboutRoots(m_request.command)) {
             const auto [from, to] = rootsFromTo(m_request);
             m_outcome.logLines.append(Velmora::tr(m_words.logLine).arg(m_time, from, to));
-        } else if (m_request.command == FolderCommand::UndoLast) {
+        } else if (isAboutRun(m_request.command)) {
             m_outcome.logLines.append(Velmora::tr(m_words.logLine).arg(m_time, m_request.name));
         } else {
             addEntryLines();
@@ -191,6 +191,8 @@ private:
     void addProblem(const OperationProblem &problem)
     {
         m_outcome.lacksRecycleBin = m_outcome.lacksRecycleBin || problem.code == OperationErrorCode::NoRecycleBin;
+        m_outcome.lacksJournal = m_outcome.lacksJournal || problem.code == OperationErrorCode::NotJournalled ||
+                                 problem.code == OperationErrorCode::NotKept;
         const ActionProblem shown{shownPath(problem.path), problemText(problem)};
         if (!isFailure(problem)) {
             log(shown.path + QLatin1String(": ") + shown.reason);
@@ -199,7 +201,10 @@ private:
         const bool hasStep = problem.step >= 0 && problem.step < m_report.plan.steps.size();
         const OperationStep step = hasStep ? m_report.plan.steps[problem.step] : OperationStep();
         const QString from = m_report.plan.pathOf(step.from);
-        fail(failureText(from.isEmpty() ? problem.path : from, problem.path), shown);
+        // What one folder keeps from being deleted is told once, under the name of the folder.
+        const QString &entry = from.isEmpty() || problem.steps > 1 ? problem.path : from;
+        fail(failureText(entry, problem.path), shown);
+        m_outcome.failed += problem.steps - 1;
     }
 
     /// What could not be done. `from` is the entry concerned, `path` where the trouble was.

@@ -19,6 +19,7 @@ struct ActionOutcome {
     QStringList touched; ///< names relative to the roots, sorted, each once
     bool cancelled = false;
     bool lacksRecycleBin = false; ///< something could not be deleted for want of a recycle bin
+    bool lacksJournal = false;    ///< something was left undone, since what undoing needs could not be written
     QString journalId;
 };
 

@@ -7,6 +7,13 @@
 
 namespace velmora {
 
+/// What a command that changes files keeps of the old contents.
+enum class Keeping : quint8 {
+    OldContents,
+    Nothing, ///< their space is free at once; that it was done is written down
+    NoNotes, ///< and nothing is written down either: a full disk must not stand in the way
+};
+
 /// One command with everything that was answered for it: what the workers get. A value.
 struct ActionRequest {
     FolderCommand command = FolderCommand::CopyToRight;
@@ -14,9 +21,10 @@ struct ActionRequest {
     FolderSelection selection;
     QString destination; ///< of `CopyTo` and `MoveTo`: an absolute folder
     QString name;        ///< of `Rename` and `NewFolder` a bare name, of `UndoLast` what is undone, in words
-    QString undoOf;      ///< of `UndoLast`: the run in the journal
+    QString undoOf;      ///< of `UndoLast`: the run in the journal; the last one while it is empty
     DeleteManner manner = DeleteManner::ToRecycleBin;
     IfPresent ifPresent = IfPresent::Replace;
+    Keeping keeping = Keeping::OldContents;
 };
 
 [[nodiscard]] inline const QString &pathOn(const FolderDiffItem &item, PlanSide side)

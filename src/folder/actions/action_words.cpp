@@ -46,6 +46,10 @@ const char *reasonText(LeftOutReason reason)
         return QT_TRANSLATE_NOOP("Velmora", "What was there before has not been kept");
     case LeftOutReason::InRecycleBin:
         return QT_TRANSLATE_NOOP("Velmora", "It is in the recycle bin; take it out there");
+    case LeftOutReason::NotInRecycleBin:
+        return QT_TRANSLATE_NOOP("Velmora", "It is no longer in the recycle bin");
+    case LeftOutReason::OtherInRecycleBin:
+        return QT_TRANSLATE_NOOP("Velmora", "Another entry lies at its place in the recycle bin; it stays there");
     case LeftOutReason::NoPlaceOnThisSide:
         return QT_TRANSLATE_NOOP("Velmora", "It is not on this side");
     }
@@ -91,6 +95,8 @@ const char *errorText(OperationErrorCode code)
         return QT_TRANSLATE_NOOP("Velmora", "The journal of operations cannot be written; nothing was changed");
     case OperationErrorCode::NoRecycleBin:
         return QT_TRANSLATE_NOOP("Velmora", "There is no recycle bin for it");
+    case OperationErrorCode::OtherInBin:
+        return reasonText(LeftOutReason::OtherInRecycleBin);
     case OperationErrorCode::SourceStays:
         return QT_TRANSLATE_NOOP("Velmora", "The copy is in place, and the source could not be removed");
     case OperationErrorCode::AttributesLost:
@@ -158,6 +164,9 @@ QString refusalText(PlanRefusal refusal)
 
 QString problemText(const OperationProblem &problem)
 {
+    if (problem.steps > 1)
+        return Velmora::tr("Something went wrong in it, so %1 deletions have been left undone")
+            .arg(QLocale().toString(problem.steps));
     return withReason(errorText(problem.code), problem.reason);
 }
 
@@ -180,7 +189,7 @@ QString totalsText(const OperationTotals &totals)
     if (totals.deletedUnlisted > 0)
         parts.append(
             Velmora::tr("Deleted although hidden or not listed: %1").arg(QLocale().toString(totals.deletedUnlisted)));
-    return parts.join(QStringLiteral("   ·   "));
+    return parts.join(totalsSeparator);
 }
 
 QString shownPath(const QString &path)

@@ -21,6 +21,9 @@ namespace velmora {
 /// What went wrong, with the system's own words where there are any.
 [[nodiscard]] QString problemText(const OperationProblem &problem);
 
+/// Between what belongs side by side in one line.
+inline const QString totalsSeparator = QStringLiteral("   ·   ");
+
 /// One line with what is written, replaced and deleted, in files and bytes.
 [[nodiscard]] QString totalsText(const OperationTotals &totals);
 

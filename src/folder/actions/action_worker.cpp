@@ -52,7 +52,8 @@ ActionOutcome runAction(const ActionRequest &request, const OperationPlan &plan,
         OperationJournal journal(files, place.folder, place.limits);
         journal.setNext(actionTitle(request), request.undoOf);
         ExecutionOptions options;
-        options.journal = &journal;
+        options.journal = request.keeping == Keeping::NoNotes ? nullptr : &journal;
+        options.keepsOld = request.keeping == Keeping::OldContents;
         report = executePlan(plan, files, options, cancel, progress);
     } else {
         report.cancelled = true;
@@ -60,10 +61,10 @@ ActionOutcome runAction(const ActionRequest &request, const OperationPlan &plan,
     return outcomeOf(request, report, QTime::currentTime());
 }
 
-PreparedUndo prepareUndoing(FileLayer &files, const JournalPlace &place)
+PreparedUndo prepareUndoing(FileLayer &files, const JournalPlace &place, const QString &id, const CancelFlag &cancel)
 {
     const OperationJournal journal(files, place.folder, place.limits);
-    PreparedUndo prepared{journal.planUndo(), {}};
+    PreparedUndo prepared{journal.planUndo(id, cancel), {}};
     for (const JournalEntry &entry : journal.entries().entries) {
         if (entry.id == prepared.undo.id)
             prepared.entry = entry;

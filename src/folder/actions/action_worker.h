@@ -21,11 +21,13 @@ struct JournalPlace {
 [[nodiscard]] ActionOutcome runAction(const ActionRequest &request, const OperationPlan &plan, FileLayer &files,
                                       const JournalPlace &place, const CancelFlag &cancel, Progress &progress);
 
-/// The undoing of the last run of the journal.
+/// The undoing of a run of the journal.
 struct PreparedUndo {
     UndoPlan undo;
     JournalEntry entry; ///< of the run to be undone
 };
-[[nodiscard]] PreparedUndo prepareUndoing(FileLayer &files, const JournalPlace &place);
+/// Of the run `id`; of the last one while it is empty.
+[[nodiscard]] PreparedUndo prepareUndoing(FileLayer &files, const JournalPlace &place, const QString &id,
+                                          const CancelFlag &cancel);
 
 } // namespace velmora

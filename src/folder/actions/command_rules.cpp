@@ -138,6 +138,7 @@ QString whyNotPossible(FolderCommand command, const FolderActionContext &context
     case FolderCommand::ShowInFileManager:
         return whyNotOne(selection);
     case FolderCommand::UndoLast:
+    case FolderCommand::ContinueRun:
         return {};
     }
     return {};

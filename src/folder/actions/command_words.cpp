@@ -44,6 +44,9 @@ constexpr CommandWords updateBothWords{QT_TRANSLATE_NOOP("Velmora", "Update both
 constexpr CommandWords undoWords{QT_TRANSLATE_NOOP("Velmora", "Undo"), QT_TRANSLATE_NOOP("Velmora", "%1 undo: %2"),
                                  QT_TRANSLATE_NOOP("Velmora", "Cannot undo: %1"), nullptr,
                                  QT_TRANSLATE_NOOP("Velmora", "Undo failed")};
+constexpr CommandWords continueWords{
+    QT_TRANSLATE_NOOP("Velmora", "Continue"), QT_TRANSLATE_NOOP("Velmora", "%1 continue: %2"),
+    QT_TRANSLATE_NOOP("Velmora", "Cannot continue: %1"), nullptr, QT_TRANSLATE_NOOP("Velmora", "Continuing failed")};
 
 } // namespace
 
@@ -72,9 +75,16 @@ const CommandWords &wordsOf(FolderCommand command)
         return updateBothWords;
     case FolderCommand::UndoLast:
         return undoWords;
+    case FolderCommand::ContinueRun:
+        return continueWords;
     default:
         return deleteWords;
     }
+}
+
+bool isAboutRun(FolderCommand command)
+{
+    return command == FolderCommand::UndoLast || command == FolderCommand::ContinueRun;
 }
 
 bool isAboutRoots(FolderCommand command)
@@ -102,7 +112,7 @@ QString selectionTitle(const ActionRequest &request)
         return Velmora::tr(both ? QT_TRANSLATE_NOOP("Velmora", "%1 <-> %2") : QT_TRANSLATE_NOOP("Velmora", "%1 -> %2"))
             .arg(from, to);
     }
-    if (request.command == FolderCommand::NewFolder || request.command == FolderCommand::UndoLast)
+    if (request.command == FolderCommand::NewFolder || isAboutRun(request.command))
         return request.name;
     const QList<FolderDiffItem> &items = request.selection.items;
     if (items.size() != 1)

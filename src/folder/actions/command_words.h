@@ -18,6 +18,9 @@ struct CommandWords {
 /// Commands that have no texts of their own are told as deletions.
 [[nodiscard]] const CommandWords &wordsOf(FolderCommand command);
 
+/// True for the commands that are about an operation of the past.
+[[nodiscard]] bool isAboutRun(FolderCommand command);
+
 /// True for the commands whose texts name the two roots instead of entries.
 [[nodiscard]] bool isAboutRoots(FolderCommand command);
 

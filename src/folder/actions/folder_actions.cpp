@@ -52,23 +52,6 @@ QString progressText(const FolderActionProgress &progress)
     return text;
 }
 
-/// The side that a plan would write to although it is read-only, as undoing may.
-bool writesReadOnly(const OperationPlan &plan, const FolderActionContext &context)
-{
-    for (const PlanSide side : {PlanSide::Left, PlanSide::Right}) {
-        if (!isReadOnly(context, side) || rootOn(context, side).isEmpty())
-            continue;
-        const QString below = rootOn(context, side) + u'/';
-        for (const OperationStep &step : plan.steps) {
-            const bool isRemoval = step.kind == OperationKind::Delete || step.kind == OperationKind::Recycle ||
-                                   step.kind == OperationKind::Move;
-            if (plan.pathOf(step.to).startsWith(below) || (isRemoval && plan.pathOf(step.from).startsWith(below)))
-                return true;
-        }
-    }
-    return false;
-}
-
 } // namespace
 
 FolderActions::FolderActions(QWidget &window, QObject *parent)
@@ -90,7 +73,11 @@ void FolderActions::setContext(const FolderActionContext &context)
 
 QString FolderActions::whyNot(FolderCommand command, const FolderSelection &selection) const
 {
-    return isRunning() ? Velmora::tr("Another command is running") : whyNotPossible(command, m_context, selection);
+    if (isRunning())
+        return Velmora::tr("Another command is running");
+    if (command == FolderCommand::UndoLast && !mayUndo())
+        return Velmora::tr("There is nothing to undo");
+    return whyNotPossible(command, m_context, selection);
 }
 
 bool FolderActions::isRunning() const
@@ -112,7 +99,15 @@ void FolderActions::carryOut(FolderCommand command, const FolderSelection &selec
         Q_EMIT statusChanged(reason);
         return;
     }
-    ActionRequest request{command, m_context, selection, {}, {}, {}, DeleteManner::ToRecycleBin, IfPresent::Replace};
+    ActionRequest request{command,
+                          m_context,
+                          selection,
+                          {},
+                          {},
+                          {},
+                          DeleteManner::ToRecycleBin,
+                          IfPresent::Replace,
+                          Keeping::OldContents};
     switch (command) {
     case FolderCommand::Properties:
     case FolderCommand::ShowInFileManager:
@@ -203,46 +198,6 @@ void FolderActions::prepare(const ActionRequest &request)
         });
 }
 
-void FolderActions::prepareUndo(const ActionRequest &request)
-{
-    m_runner.start(
-        [&files = m_files, place = journal()](const CancelFlag &, Progress &) { return prepareUndoing(files, place); },
-        [this, request](RunOutcome<PreparedUndo> &&outcome) {
-            if (outcome.end == RunEnd::Done)
-                considerUndo(request, *outcome.value);
-        });
-}
-
-void FolderActions::considerUndo(ActionRequest request, const PreparedUndo &prepared)
-{
-    const UndoPlan &undo = prepared.undo;
-    request.undoOf = undo.id;
-    request.name = prepared.entry.title;
-    if (undo.refusal == UndoRefusal::NothingToUndo) {
-        Q_EMIT statusChanged(Velmora::tr("There is nothing to undo"));
-        return;
-    }
-    if (undo.refusal != UndoRefusal::None) {
-        Dialogs::instance().tell(&m_window, Dialogs::Tone::Warning, Velmora::tr("Undo failed"),
-                                 Velmora::tr("The journal of the last operation cannot be read."));
-        return;
-    }
-    if (writesReadOnly(undo.plan, m_context)) {
-        Q_EMIT statusChanged(Velmora::tr("A side that the last operation wrote to is read-only now"));
-        return;
-    }
-    if (undo.plan.steps.isEmpty()) {
-        tellNothingDone(request, undo.plan);
-        return;
-    }
-    const QString time = QLocale().toString(prepared.entry.started.toLocalTime(), QLocale::ShortFormat);
-    previewPlan(m_window, undo.plan, Velmora::tr("Undo"), Velmora::tr("Undo \"%1\" of %2?").arg(request.name, time),
-                Velmora::tr("&Undo"), [self = QPointer(this), request, plan = undo.plan] {
-                    if (self)
-                        self->work(request, plan);
-                });
-}
-
 void FolderActions::considerPlan(ActionRequest request, const PreparedAction &prepared)
 {
     request.context = prepared.context;
@@ -253,12 +208,18 @@ void FolderActions::considerPlan(ActionRequest request, const PreparedAction &pr
     const auto go = [self = QPointer(this), request, plan = prepared.plan](PlanAnswer answer) {
         ActionRequest skipping = request;
         skipping.ifPresent = IfPresent::LeaveOut;
-        if (self && answer == PlanAnswer::CarryOut)
-            self->work(request, plan);
+        ActionRequest carried = request;
+        if (answer == PlanAnswer::KeepNothing)
+            carried.keeping = Keeping::Nothing;
+        if (self && answer != PlanAnswer::LeaveOutPresent)
+            self->work(carried, plan);
         else if (self)
             self->prepare(skipping);
     };
-    confirmPlan(m_window, request, prepared.plan, journal().limits.keptBytes, go);
+    if (request.keeping == Keeping::NoNotes) // asked for twice already
+        go(PlanAnswer::CarryOut);
+    else
+        confirmPlan(m_window, request, prepared.plan, journal().limits, go);
 }
 
 void FolderActions::tellNothingDone(const ActionRequest &request, const OperationPlan &plan)
@@ -310,8 +271,12 @@ void FolderActions::tellOutcome(const ActionRequest &request, const ActionOutcom
     Q_EMIT statusChanged(outcome.cancelled ? Velmora::tr("Cancelled. %1").arg(done) : done);
     if (!outcome.touched.isEmpty())
         Q_EMIT finished(outcome.touched);
+    m_journalSeen = {};
+    const bool mayDoWithout = request.manner == DeleteManner::ForGood || request.command == FolderCommand::UndoLast;
     if (outcome.lacksRecycleBin)
         offerDeletingForGood(request);
+    else if (outcome.lacksJournal && mayDoWithout && request.keeping != Keeping::NoNotes)
+        offerWithoutJournal(request, outcome);
     else if (!outcome.problems.isEmpty())
         showFailure(outcome);
 }

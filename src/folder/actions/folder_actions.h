@@ -4,6 +4,7 @@
 #include "folder/actions/folder_command.h"
 #include "folder/actions/step_counter.h"
 
+#include <QDateTime>
 #include <QObject>
 #include <QStringList>
 
@@ -14,6 +15,7 @@ namespace velmora {
 class FileLayer;
 struct ActionOutcome;
 struct ActionRequest;
+struct JournalEntry;
 struct JournalPlace;
 struct OperationPlan;
 struct PreparedAction;
@@ -40,6 +42,11 @@ public:
     /// Why `command` cannot be carried out on `selection`, for a tool tip; empty when it can. Looks at no file. Costs a
     /// look at each selected item.
     [[nodiscard]] QString whyNot(FolderCommand command, const FolderSelection &selection) const;
+
+    /// Shows what undoing the run `id` of the journal would do, and does it when that is wanted.
+    void undoRun(const QString &id);
+    /// The same for the rest of a run that was interrupted. What is left of an undoing is undone.
+    void continueRun(const JournalEntry &run);
 
     /// Begins `command`. Does nothing but tell the reason in the status where `whyNot` has one.
     void carryOut(FolderCommand command, const FolderSelection &selection);
@@ -75,6 +82,8 @@ private:
     void tellProgress(const FolderActionProgress &progress, const QString &text);
     void tellOutcome(const ActionRequest &request, const ActionOutcome &outcome);
     void offerDeletingForGood(const ActionRequest &request);
+    void offerWithoutJournal(const ActionRequest &request, const ActionOutcome &outcome);
+    [[nodiscard]] bool mayUndo() const;
     void showFailure(const ActionOutcome &outcome);
     [[nodiscard]] JournalPlace journal() const;
 
@@ -83,6 +92,8 @@ private:
     QString m_journalFolder;
     FolderActionContext m_context;
     StepCounter m_counter;
+    mutable QDateTime m_journalSeen; ///< when the journal had changed last; what follows is as old
+    mutable bool m_mayUndo = false;
     Runner m_runner;
 };
 

@@ -30,7 +30,8 @@ enum class FolderCommand {
     UpdateBoth,
     Properties,        ///< one entry
     ShowInFileManager, ///< one entry
-    UndoLast,          ///< takes back the last operation on these two folders
+    UndoLast,          ///< takes back the last operation, whatever folders it was about
+    ContinueRun,       ///< goes on with an operation that was interrupted; for `FolderActions` itself
 };
 
 /// Which side's entries a command means, where it can mean one or both.

@@ -4,6 +4,7 @@
 #include "folder/actions/plan_preview_model.h"
 #include "session/translate.h"
 
+#include <QCheckBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
@@ -46,7 +47,7 @@ QTreeView *makeList(PlanPreviewModel *model)
 
 PlanPreviewDialog::PlanPreviewDialog(const QString &title, const QString &question, const QString &consent,
                                      const OperationPlan &plan, QWidget *parent)
-    : QDialog(parent)
+    : QDialog(parent), m_offer(new QCheckBox)
 {
     setWindowTitle(title);
     setModal(true);
@@ -54,7 +55,8 @@ PlanPreviewDialog::PlanPreviewDialog(const QString &title, const QString &questi
     text->setObjectName(QStringLiteral("planQuestion"));
     text->setTextFormat(Qt::PlainText);
     text->setWordWrap(true);
-    auto *totals = new QLabel(totalsText(plan.totals()));
+    auto *model = new PlanPreviewModel(plan);
+    auto *totals = new QLabel(model->summary());
     totals->setObjectName(QStringLiteral("planTotals"));
     totals->setWordWrap(true);
 
@@ -75,11 +77,26 @@ PlanPreviewDialog::PlanPreviewDialog(const QString &title, const QString &questi
     auto *whole = new QVBoxLayout(this);
     whole->setSpacing(10);
     whole->addWidget(text);
-    whole->addWidget(makeList(new PlanPreviewModel(plan)), 1);
+    whole->addWidget(makeList(model), 1);
     whole->addWidget(totals);
+    whole->addWidget(m_offer);
+    m_offer->setObjectName(QStringLiteral("planOffer"));
+    m_offer->hide();
     whole->addLayout(buttons);
     resize(usualSize);
     cancel->setFocus();
+}
+
+void PlanPreviewDialog::offer(const QString &text, const QString &hint)
+{
+    m_offer->setText(text);
+    m_offer->setToolTip(toolTipText(hint));
+    m_offer->show();
+}
+
+bool PlanPreviewDialog::isOfferTaken() const
+{
+    return m_offer->isChecked();
 }
 
 } // namespace velmora

@@ -20,11 +20,6 @@ const Place &placeOf(const OperationStep &step)
     return step.to.isSet() ? step.to : step.from;
 }
 
-const SeenEntry &contentOf(const OperationStep &step)
-{
-    return step.kind == OperationKind::Restore ? step.toSeen : step.fromSeen;
-}
-
 } // namespace
 
 PlanPreviewModel::PlanPreviewModel(OperationPlan plan, QObject *parent)
@@ -32,12 +27,12 @@ PlanPreviewModel::PlanPreviewModel(OperationPlan plan, QObject *parent)
 {
     // What can lose something comes first.
     for (const Kind kind : {Kind::Delete, Kind::Replace, Kind::Move, Kind::Write, Kind::MakeFolder, Kind::LeftAlone})
-        m_groups.push_back({kind, 0, {}});
+        m_groups.push_back({kind, {}, {}});
     for (qsizetype i = 0; i < m_plan.steps.size(); ++i) {
         const Kind kind = kindOf(m_plan.steps[i]);
         Group &group = m_groups[std::size_t(kind)];
         group.entries.push_back(qint32(i));
-        group.bytes += std::max<qint64>(size(kind, qint32(i)), 0);
+        group.totals.add(m_plan.steps[i]);
     }
     for (qsizetype i = 0; i < m_plan.leftOut.size(); ++i)
         m_groups[std::size_t(Kind::LeftAlone)].entries.push_back(qint32(i));
@@ -147,7 +142,12 @@ void PlanPreviewModel::sort(int column, Qt::SortOrder order)
     Q_EMIT layoutChanged({}, VerticalSortHint);
 }
 
-PlanPreviewModel::Kind PlanPreviewModel::kindOf(const OperationStep &step)
+bool PlanPreviewModel::isFromKept(const OperationStep &step) const
+{
+    return step.from.isSet() && m_plan.roots[step.from.root].isKept;
+}
+
+PlanPreviewModel::Kind PlanPreviewModel::kindOf(const OperationStep &step) const
 {
     switch (step.kind) {
     case OperationKind::MakeFolder:
@@ -158,7 +158,9 @@ PlanPreviewModel::Kind PlanPreviewModel::kindOf(const OperationStep &step)
     case OperationKind::Replace:
         return Kind::Replace;
     case OperationKind::Move:
-        return step.toSeen.isPresent() ? Kind::Replace : Kind::Move;
+        if (step.toSeen.isPresent())
+            return Kind::Replace;
+        return isFromKept(step) ? Kind::Write : Kind::Move;
     case OperationKind::Recycle:
     case OperationKind::Delete:
         return Kind::Delete;
@@ -168,30 +170,23 @@ PlanPreviewModel::Kind PlanPreviewModel::kindOf(const OperationStep &step)
 
 QString PlanPreviewModel::title(const Group &group) const
 {
-    const char *text = nullptr;
-    switch (group.kind) {
-    case Kind::Delete:
-        text = QT_TRANSLATE_NOOP("Velmora", "Deleted: %1 (%2)");
-        break;
-    case Kind::Replace:
-        text = QT_TRANSLATE_NOOP("Velmora", "Replaced: %1 (%2)");
-        break;
-    case Kind::Move:
-        text = QT_TRANSLATE_NOOP("Velmora", "Moved: %1 (%2)");
-        break;
-    case Kind::Write:
-        text = QT_TRANSLATE_NOOP("Velmora", "New files: %1 (%2)");
-        break;
-    case Kind::MakeFolder:
-        text = QT_TRANSLATE_NOOP("Velmora", "New folders: %1");
-        break;
-    case Kind::LeftAlone:
-        text = QT_TRANSLATE_NOOP("Velmora", "Left alone: %1");
-        break;
+    const QLocale locale;
+    if (group.kind == Kind::LeftAlone)
+        return Velmora::tr("Left alone: %1").arg(locale.toString(qint64(group.entries.size())));
+    if (group.kind == Kind::Move)
+        return Velmora::tr("Moved: %1 (%2)")
+            .arg(locale.toString(qint64(group.entries.size())), sizeText(group.totals.writtenBytes));
+    return totalsText(group.totals);
+}
+
+QString PlanPreviewModel::summary() const
+{
+    QStringList titles;
+    for (const Group &group : m_groups) {
+        if (group.kind != Kind::LeftAlone)
+            titles.append(title(group));
     }
-    const QString count = QLocale().toString(qint64(group.entries.size()));
-    const bool hasSize = group.kind != Kind::MakeFolder && group.kind != Kind::LeftAlone;
-    return hasSize ? Velmora::tr(text).arg(count, sizeText(group.bytes)) : Velmora::tr(text).arg(count);
+    return titles.join(totalsSeparator);
 }
 
 QString PlanPreviewModel::path(Kind kind, qint32 entry) const
@@ -208,7 +203,7 @@ qint64 PlanPreviewModel::size(Kind kind, qint32 entry) const
 {
     if (kind == Kind::LeftAlone || kind == Kind::MakeFolder)
         return -1;
-    const SeenEntry &content = contentOf(m_plan.steps[entry]);
+    const SeenEntry &content = m_plan.steps[entry].fromSeen;
     const bool isEmptyFolder = content.kind == NodeKind::Folder && content.size == 0;
     return isEmptyFolder ? -1 : content.size;
 }
@@ -239,6 +234,10 @@ QString PlanPreviewModel::details(Kind kind, qint32 entry) const
     case OperationKind::Copy:
     case OperationKind::Replace:
     case OperationKind::Move:
+        if (isFromKept(step))
+            return Velmora::tr("the old contents, to %1").arg(root);
+        if (step.replacesProtected)
+            return Velmora::tr("to %1, over a read-only file").arg(root);
         return step.from.relative == step.to.relative
                    ? Velmora::tr("to %1").arg(root)
                    : Velmora::tr("from %1 to %2").arg(shownPath(m_plan.pathOf(step.from)), root);

@@ -24,6 +24,9 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
+    /// What all groups of steps amount to, as their titles have it.
+    [[nodiscard]] QString summary() const;
+
     /// Within the groups; any other column is the order of the plan.
     void sort(int column, Qt::SortOrder order) override;
 
@@ -32,11 +35,12 @@ private:
 
     struct Group {
         Kind kind;
-        qint64 bytes = 0;
+        OperationTotals totals;
         std::vector<qint32> entries; ///< indexes of steps, or of what is left out
     };
 
-    [[nodiscard]] static Kind kindOf(const OperationStep &step);
+    [[nodiscard]] Kind kindOf(const OperationStep &step) const;
+    [[nodiscard]] bool isFromKept(const OperationStep &step) const;
     [[nodiscard]] QString title(const Group &group) const;
     [[nodiscard]] QString name(Kind kind, qint32 entry) const; ///< below its root
     [[nodiscard]] QString path(Kind kind, qint32 entry) const;

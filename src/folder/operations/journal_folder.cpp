@@ -2,7 +2,6 @@
 
 #include "folder/operations/folder_chain.h"
 #include "folder/operations/journal_lines.h"
-#include "folder/operations/line_reader.h"
 #include "folder/operations/temporary_name.h"
 #include "folder/operations/tree_summary.h"
 
@@ -43,50 +42,38 @@ qint64 countedBytesIn(FolderHandle &run)
     return summary.bytes;
 }
 
-/// What a run was copying last, and the roots that it worked in.
-struct LastCopy {
-    QList<PlanRoot> roots;
-    Place place;
-};
-
-/// Nothing when the run has no journal, perhaps not yet, or none that can be read.
-std::optional<LastCopy> lastCopyOf(FolderHandle &run)
+/// True for what a run that copied to a temporary name has left there: its copy or, where the two have been swapped
+/// already, the old entry, which the run keeps. Whatever else got there in between belongs to somebody.
+bool isLeftBehind(const JournalRecord &record, const NodeState &node)
 {
-    FileError error;
-    const std::unique_ptr<FileSource> journal = run.openFile(journalFileName, error);
-    if (!journal)
-        return std::nullopt;
-    LineReader lines(*journal);
-    const std::optional<QByteArray> first = lines.next();
-    const std::optional<JournalHeader> header = first ? readHeaderLine(*first) : std::nullopt;
-    if (!header)
-        return std::nullopt;
-    LastCopy last;
-    for (const QString &root : header->roots)
-        last.roots.append({root, std::nullopt, true});
-    while (const std::optional<QByteArray> line = lines.next()) {
-        const Place copy = readCopyingLine(*line, last.roots.size());
-        if (copy.isSet())
-            last.place = copy;
-    }
-    return last;
+    if (node.kind != NodeKind::File && node.kind != NodeKind::Link)
+        return false;
+    if (record.lastCopyStep < 0) // nothing has taken the place of the unfinished copy
+        return true;
+    const OperationStep &step = record.steps[std::size_t(record.lastCopyStep)].step;
+    const bool isCopy = node.kind == step.fromSeen.kind &&
+                        (node.kind == NodeKind::Link ||
+                         (node.size == step.fromSeen.size && node.modifiedNs == step.fromSeen.modifiedNs));
+    return isCopy || (step.toSeen.isPresent() && step.toSeen.isStill(node));
 }
 
 /// True when no copy is left at the place. What has no name of a copy is nothing that a run has made.
-bool removeCopy(FileLayer &files, const LastCopy &copy)
+bool removeCopy(FileLayer &files, const JournalRecord &record)
 {
-    const QStringView path(copy.place.relative);
-    if (!copy.place.isSet() || !isTemporaryName(path.mid(path.lastIndexOf(u'/') + 1)))
+    const QStringView path(record.lastCopy.relative);
+    if (!record.lastCopy.isSet() || !isTemporaryName(path.mid(path.lastIndexOf(u'/') + 1)))
         return true;
-    const FolderChain chain(files, copy.roots);
-    const ReachedPlace reached = chain.reach(copy.place);
+    QList<PlanRoot> roots;
+    for (const QString &root : record.header.roots)
+        roots.append({root, std::nullopt, true});
+    const FolderChain chain(files, roots);
+    const ReachedPlace reached = chain.reach(record.lastCopy);
     if (!reached.folder)
-        return chain.root(copy.place.root) && reached.error.kind == FileErrorKind::Missing;
+        return chain.root(record.lastCopy.root) && reached.error.kind == FileErrorKind::Missing;
     const NodeResult found = reached.folder->stat(reached.name);
     if (found.error.isError())
         return found.error.kind == FileErrorKind::Missing;
-    const bool mayBeOurs = found.node.kind == NodeKind::File || found.node.kind == NodeKind::Link;
-    return !mayBeOurs || !reached.folder->removeFile(reached.name).isError();
+    return !isLeftBehind(record, found.node) || !reached.folder->removeFile(reached.name).isError();
 }
 
 } // namespace
@@ -134,6 +121,18 @@ FileError writeSmallFile(FolderHandle &folder, const QString &name, const QByteA
     FileError error;
     const std::unique_ptr<FileSink> file = folder.createFile(name, error);
     return file ? file->write(bytes.constData(), bytes.size()) : error;
+}
+
+FileError mark(FolderHandle &folder, const QString &name)
+{
+    const FileError error = writeSmallFile(folder, name, {});
+    return error.kind == FileErrorKind::Exists ? FileError() : error;
+}
+
+void countKeptAgain(FolderHandle &run)
+{
+    if (!run.removeFile(keptBytesName).isError())
+        (void)writeSmallFile(run, keptBytesName, QByteArray::number(countedBytesIn(run)));
 }
 
 QStringList runsIn(FolderHandle &folder, FileError &error)
@@ -217,9 +216,24 @@ void removeLeftover(FileLayer &files, FolderHandle &folder, const QString &path,
     const std::unique_ptr<QLockFile> lock = lockRun(path + u'/' + run.id);
     FileError error;
     const std::unique_ptr<FolderHandle> ended = lock ? folder.openFolder(run.id, error) : nullptr;
-    const std::optional<LastCopy> copy = ended ? lastCopyOf(*ended) : std::nullopt;
-    if (copy && removeCopy(files, *copy))
+    const std::unique_ptr<FileSource> file = ended ? ended->openFile(journalFileName, error) : nullptr;
+    const std::optional<JournalRecord> record = file ? readJournal(*file, {}, error) : std::nullopt;
+    if (!record || !removeCopy(files, *record))
+        return;
+    if (!mark(*ended, interruptedMarkName).isError())
         (void)writeSmallFile(*ended, keptBytesName, QByteArray::number(run.keptBytes));
+}
+
+void removeLeftovers(FileLayer &files, const QString &path)
+{
+    FileError error;
+    const std::unique_ptr<FolderHandle> folder = files.openRoot(path, error);
+    if (!folder)
+        return;
+    for (const OldRun &run : oldRuns(*folder, error)) {
+        if (!run.isFinished)
+            removeLeftover(files, *folder, path, run);
+    }
 }
 
 } // namespace velmora

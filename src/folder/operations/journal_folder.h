@@ -16,6 +16,9 @@ inline const QString journalFileName = QStringLiteral("journal.jsonl");
 inline const QString keptFolderName = QStringLiteral("kept");
 inline const QString keptBytesName = QStringLiteral("kept-bytes");
 inline const QString undoneMarkName = QStringLiteral("undone");
+inline const QString partlyUndoneMarkName = QStringLiteral("undone-in-part");
+inline const QString interruptedMarkName = QStringLiteral("interrupted");
+inline const QString toldMarkName = QStringLiteral("told");
 inline const QString lockName = QStringLiteral("lock");
 
 /// What only the owner may look into.
@@ -30,6 +33,10 @@ inline constexpr NodeState ownersOnly{NodeKind::Folder, 0, 0, std::nullopt, 0700
 /// All of a small file; nothing when it is longer than `most` or cannot be read.
 [[nodiscard]] std::optional<QByteArray> readSmallFile(FolderHandle &folder, const QString &name, qint64 most);
 [[nodiscard]] FileError writeSmallFile(FolderHandle &folder, const QString &name, const QByteArray &bytes);
+/// Makes an empty file unless it is there already.
+[[nodiscard]] FileError mark(FolderHandle &folder, const QString &name);
+/// Counts anew what a run that has come to its end still keeps: undoing takes it out.
+void countKeptAgain(FolderHandle &run);
 
 /// The identifiers of the runs in a journal's folder, the oldest first.
 [[nodiscard]] QStringList runsIn(FolderHandle &folder, FileError &error);
@@ -54,8 +61,11 @@ struct OldRun {
 /// Removes a run from the journal's folder, whose path is `path`, unless it is at work. False when it stays.
 [[nodiscard]] bool forget(FolderHandle &folder, const QString &path, const OldRun &run);
 
-/// Removes the copy beside its target that a run which a crash ended was making, and marks the run as finished. Does
-/// nothing while it is at work. Where the folder of the copy is out of reach the next call tries again.
+/// Removes the copy beside its target that a run which a crash ended was making, and marks the run as finished and
+/// interrupted. Does nothing while it is at work. Where the folder of the copy is out of reach the next call tries
+/// again.
 void removeLeftover(FileLayer &files, FolderHandle &folder, const QString &path, const OldRun &run);
+/// The same for all runs of the journal's folder `path`.
+void removeLeftovers(FileLayer &files, const QString &path);
 
 } // namespace velmora

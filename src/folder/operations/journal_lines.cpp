@@ -12,7 +12,7 @@ namespace velmora {
 namespace {
 
 const QLatin1String formatName("velmora operations");
-constexpr int formatVersion = 1;
+constexpr int formatVersion = 2;
 constexpr qsizetype mostRoots = 8;
 
 bool isText(QStringView text, qsizetype index)
@@ -75,6 +75,8 @@ QJsonObject stateJson(const SeenEntry &seen)
         object.insert(QStringLiteral("volume"), QString::number(seen.identity->volume));
         object.insert(QStringLiteral("number"), QString::number(seen.identity->number));
     }
+    if (seen.contents != 0)
+        object.insert(QStringLiteral("contents"), QString::number(seen.contents));
     return object;
 }
 
@@ -141,6 +143,8 @@ public:
             if (fields.has("volume"))
                 seen.identity =
                     FileIdentity{fields.longNumber<quint64>("volume"), fields.longNumber<quint64>("number")};
+            if (fields.has("contents"))
+                seen.contents = fields.longNumber<quint64>("contents");
         }
         m_valid = m_valid && fields.isValid();
         return seen;
@@ -180,36 +184,79 @@ public:
     bool take(const QJsonObject &object)
     {
         Fields fields(object);
+        if (fields.has("plan"))
+            return plan(fields);
         if (fields.has("step"))
             return begin(fields);
         if (fields.has("copying"))
-            return fields.place("copying", record.header.roots.size()).isSet() && fields.isValid();
-        JournalStep *const step = find(fields, fields.has("moved") ? "moved" : "ended");
+            return copying(fields);
+        const bool isMoved = fields.has("moved");
+        const bool isRecycling = fields.has("recycling");
+        JournalStep *const step = find(fields, isMoved ? "moved" : isRecycling ? "recycling" : "ended");
         if (!step)
             return false;
-        if (fields.has("moved")) {
+        if (isMoved)
             step->isMoved = !fields.flag("stays");
-            return fields.isValid();
-        }
-        step->end = fields.flag("done") ? JournalStep::End::Done : JournalStep::End::Nothing;
-        step->binPath = fields.text("bin");
-        if (fields.has("now"))
-            step->now = fields.state("now");
+        else if (isRecycling)
+            step->binPath = fields.text("bin");
+        else
+            end(*step, fields);
         return fields.isValid();
     }
 
     JournalRecord record;
 
 private:
+    static void end(JournalStep &step, Fields &fields)
+    {
+        step.end = fields.flag("done") ? JournalStep::End::Done : JournalStep::End::Nothing;
+        step.binPath = fields.text("bin");
+        if (fields.has("now"))
+            step.now = fields.state("now");
+    }
+
+    OperationStep operation(Fields &fields) const
+    {
+        const qsizetype roots = record.header.roots.size();
+        OperationStep step;
+        step.kind = OperationKind(fields.number("kind", 0, int(OperationKind::Restore)));
+        step.from = fields.place("from", roots);
+        step.to = fields.place("to", roots);
+        step.counterpart = fields.place("counterpart", roots);
+        step.fromSeen = fields.state("fromSeen");
+        step.toSeen = fields.state("toSeen");
+        step.binPath = fields.text("bin");
+        step.wholeTree = fields.flag("wholeTree");
+        return step;
+    }
+
+    /// Planned steps stand in their order before the first that was begun.
+    bool plan(Fields &fields)
+    {
+        const auto next = qint64(record.planned.size());
+        record.planned.push_back(operation(fields));
+        return fields.number("plan", 0, std::numeric_limits<int>::max()) == next && fields.isValid() &&
+               record.steps.empty();
+    }
+
+    bool copying(Fields &fields)
+    {
+        record.lastCopy = fields.place("copying", record.header.roots.size());
+        record.lastCopyStep = -1;
+        return record.lastCopy.isSet() && fields.isValid();
+    }
+
     bool begin(Fields &fields)
     {
         JournalStep step;
         step.number = fields.number("step", 0, std::numeric_limits<int>::max());
-        step.step.kind = OperationKind(fields.number("kind", 0, int(OperationKind::Restore)));
-        step.step.from = fields.place("from", record.header.roots.size());
-        step.step.to = fields.place("to", record.header.roots.size());
-        step.step.fromSeen = fields.state("fromSeen");
-        step.step.toSeen = fields.state("toSeen");
+        if (std::size_t(step.number) < record.planned.size()) {
+            step.step = record.planned[std::size_t(step.number)];
+            if (fields.has("kind"))
+                step.step.kind = OperationKind(fields.number("kind", 0, int(OperationKind::Restore)));
+        } else {
+            step.step = operation(fields);
+        }
         step.kept = fields.text("kept");
         step.isLost = fields.flag("lost");
         const auto earlier = m_index.constFind(step.number); // a second try is another way to do the same
@@ -217,6 +264,8 @@ private:
         if (!fields.isValid() || !isKeptName(step.kept) || !isNew)
             return false;
         m_index.insert(step.number, record.steps.size());
+        if (record.lastCopyStep < 0)
+            record.lastCopyStep = std::ptrdiff_t(record.steps.size());
         record.steps.push_back(step);
         return true;
     }
@@ -242,22 +291,37 @@ QByteArray headerLine(const JournalHeader &header)
                        {QStringLiteral("version"), formatVersion},
                        {QStringLiteral("title"), escaped(header.title)},
                        {QStringLiteral("started"), header.startedMs},
-                       {QStringLiteral("roots"), roots}};
+                       {QStringLiteral("roots"), roots},
+                       {QStringLiteral("steps"), header.steps}};
     if (!header.undoOf.isEmpty())
         object.insert(QStringLiteral("undoOf"), escaped(header.undoOf));
     return line(object);
 }
 
-QByteArray beginLine(const JournalStep &step)
+QByteArray planLine(qint64 number, const OperationStep &step)
 {
-    QJsonObject object{{QStringLiteral("step"), step.number},
-                       {QStringLiteral("kind"), int(step.step.kind)},
-                       {QStringLiteral("fromSeen"), stateJson(step.step.fromSeen)},
-                       {QStringLiteral("toSeen"), stateJson(step.step.toSeen)}};
-    if (step.step.from.isSet())
-        object.insert(QStringLiteral("from"), placeJson(step.step.from));
-    if (step.step.to.isSet())
-        object.insert(QStringLiteral("to"), placeJson(step.step.to));
+    QJsonObject object{{QStringLiteral("plan"), number},
+                       {QStringLiteral("kind"), int(step.kind)},
+                       {QStringLiteral("fromSeen"), stateJson(step.fromSeen)},
+                       {QStringLiteral("toSeen"), stateJson(step.toSeen)}};
+    if (step.from.isSet())
+        object.insert(QStringLiteral("from"), placeJson(step.from));
+    if (step.to.isSet())
+        object.insert(QStringLiteral("to"), placeJson(step.to));
+    if (step.counterpart.isSet())
+        object.insert(QStringLiteral("counterpart"), placeJson(step.counterpart));
+    if (!step.binPath.isEmpty())
+        object.insert(QStringLiteral("bin"), escaped(step.binPath));
+    if (step.wholeTree)
+        object.insert(QStringLiteral("wholeTree"), true);
+    return line(object);
+}
+
+QByteArray beginLine(const JournalStep &step, OperationKind planned)
+{
+    QJsonObject object{{QStringLiteral("step"), step.number}};
+    if (step.step.kind != planned)
+        object.insert(QStringLiteral("kind"), int(step.step.kind));
     if (!step.kept.isEmpty())
         object.insert(QStringLiteral("kept"), step.kept);
     if (step.isLost)
@@ -274,6 +338,11 @@ QByteArray endLine(const JournalStep &step)
     if (!step.binPath.isEmpty())
         object.insert(QStringLiteral("bin"), escaped(step.binPath));
     return line(object);
+}
+
+QByteArray recyclingLine(qint64 number, const QString &binPath)
+{
+    return line({{QStringLiteral("recycling"), number}, {QStringLiteral("bin"), escaped(binPath)}});
 }
 
 QByteArray movedLine(qint64 number, bool stays)
@@ -293,26 +362,19 @@ std::optional<JournalHeader> readHeaderLine(const QByteArray &line)
 {
     const QJsonObject object = QJsonDocument::fromJson(line).object();
     Fields fields(object);
-    if (object.value(QLatin1String("format")).toString() != formatName ||
-        object.value(QLatin1String("version")).toInt() != formatVersion)
+    if (object.value(QLatin1String("format")).toString() != formatName)
         return std::nullopt;
+    (void)fields.number("version", 1, formatVersion);
     JournalHeader header;
     header.title = fields.text("title");
     header.startedMs = fields.number("started", 0, qint64(1) << 52U);
     header.undoOf = fields.text("undoOf");
     header.roots = fields.texts("roots");
+    if (fields.has("steps")) // not in the first version
+        header.steps = fields.number("steps", 0, std::numeric_limits<int>::max());
     if (!fields.isValid() || header.roots.isEmpty() || header.roots.size() > mostRoots)
         return std::nullopt;
     return header;
-}
-
-Place readCopyingLine(const QByteArray &line, qsizetype roots)
-{
-    if (!line.startsWith(R"({"copying")"))
-        return {};
-    Fields fields(QJsonDocument::fromJson(line).object());
-    const Place copy = fields.place("copying", roots);
-    return fields.isValid() ? copy : Place();
 }
 
 std::optional<JournalRecord> readJournal(FileSource &source, const CancelFlag &cancel, FileError &error)

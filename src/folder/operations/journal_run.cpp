@@ -6,7 +6,8 @@
 
 namespace velmora {
 
-std::unique_ptr<JournalRun> JournalRun::start(OperationJournal &journal, const OperationPlan &plan, FileError &error)
+std::unique_ptr<JournalRun> JournalRun::start(OperationJournal &journal, const OperationPlan &plan, bool keepsOld,
+                                              FileError &error)
 {
     journal.prune();
     std::unique_ptr<FolderHandle> folder = openOrMakeFolder(journal.m_files, journal.m_folder, error);
@@ -27,10 +28,12 @@ std::unique_ptr<JournalRun> JournalRun::start(OperationJournal &journal, const O
     run->m_olderBytes = olderBytes;
     run->m_journalFolder = std::move(folder);
     run->m_undoOf = std::exchange(journal.m_nextUndoOf, {});
-    JournalHeader header{journal.m_nextTitle, QDateTime::currentMSecsSinceEpoch(), run->m_undoOf, {}};
+    run->m_keepsOld = keepsOld;
+    JournalHeader header{journal.m_nextTitle, QDateTime::currentMSecsSinceEpoch(), run->m_undoOf, {}, 0};
+    header.steps = plan.steps.size();
     for (const PlanRoot &root : plan.roots)
         header.roots.append(root.path);
-    error = run->open(header);
+    error = run->open(header, plan);
     if (error.isError()) {
         run->giveUp();
         return nullptr;
@@ -38,7 +41,7 @@ std::unique_ptr<JournalRun> JournalRun::start(OperationJournal &journal, const O
     return run;
 }
 
-FileError JournalRun::open(const JournalHeader &header)
+FileError JournalRun::open(const JournalHeader &header, const OperationPlan &plan)
 {
     FileError error;
     m_folder = m_journalFolder->openFolder(m_id, error);
@@ -52,7 +55,30 @@ FileError JournalRun::open(const JournalHeader &header)
         m_kept = m_folder->openFolder(keptFolderName, error);
     if (m_kept)
         m_lines = m_folder->createFile(journalFileName, error);
-    return m_lines ? writeLine(headerLine(header)) : error;
+    if (m_lines)
+        error = writeLine(headerLine(header));
+    return error.isError() ? error : writePlan(plan);
+}
+
+/// Many lines at once: a call of the system for each would show in the time of copying.
+FileError JournalRun::writePlan(const OperationPlan &plan)
+{
+    constexpr qsizetype block = 256 << 10;
+    QByteArray lines;
+    m_planned.reserve(std::size_t(plan.steps.size()));
+    for (qsizetype i = 0; i < plan.steps.size(); ++i) {
+        m_planned.push_back(plan.steps[i].kind);
+        lines += planLine(i, plan.steps[i]);
+        const bool isLast = i + 1 == plan.steps.size();
+        if (!isLast && lines.size() < block) {
+            lines += '\n';
+            continue;
+        }
+        const FileError error = writeLine(std::exchange(lines, {}));
+        if (error.isError())
+            return error;
+    }
+    return {};
 }
 
 /// Not every system removes what is open.
@@ -98,7 +124,7 @@ FileError JournalRun::begin(qint64 number, const OperationStep &step, const Node
     m_step = {};
     m_step.number = number;
     m_step.step = step;
-    if (old && old->kind != NodeKind::Special) {
+    if (old && old->kind != NodeKind::Special && m_keepsOld) {
         const qint64 bytes = old->kind == NodeKind::File ? old->size : 0;
         m_step.isLost = !makeRoomFor(bytes);
         if (!m_step.isLost)
@@ -106,7 +132,7 @@ FileError JournalRun::begin(qint64 number, const OperationStep &step, const Node
     } else {
         m_step.isLost = old != nullptr;
     }
-    return writeLine(beginLine(m_step));
+    return writeLine(beginLine(m_step, m_planned[std::size_t(number)]));
 }
 
 FileError JournalRun::keep(FolderHandle &folder, const QString &name, const NodeState &old, Keep manner,
@@ -160,10 +186,17 @@ FileError JournalRun::finish(bool isComplete)
     FileError error = m_lines->flush();
     if (!error.isError())
         error = writeSmallFile(*m_folder, keptBytesName, QByteArray::number(m_keptBytes));
-    if (error.isError() || m_undoOf.isEmpty() || !isComplete)
-        return error;
+    return error.isError() || m_undoOf.isEmpty() ? error : markUndone(isComplete);
+}
+
+FileError JournalRun::markUndone(bool isComplete)
+{
+    FileError error;
     const std::unique_ptr<FolderHandle> undone = m_journalFolder->openFolder(m_undoOf, error);
-    return undone ? writeSmallFile(*undone, undoneMarkName, {}) : error;
+    if (!undone)
+        return error;
+    countKeptAgain(*undone);
+    return mark(*undone, isComplete ? undoneMarkName : partlyUndoneMarkName);
 }
 
 } // namespace velmora

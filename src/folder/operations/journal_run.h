@@ -9,9 +9,10 @@ namespace velmora {
 /// Writes down one run while it is carried out, and sets old contents aside. Used by one thread.
 class JournalRun {
 public:
-    /// Starts the next run of `journal`. Null with `error` set when it cannot be written.
+    /// Starts the next run of `journal`. Null with `error` set when it cannot be written. `keepsOld`: old contents are
+    /// set aside, within the limits.
     [[nodiscard]] static std::unique_ptr<JournalRun> start(OperationJournal &journal, const OperationPlan &plan,
-                                                           FileError &error);
+                                                           bool keepsOld, FileError &error);
 
     [[nodiscard]] const QString &id() const { return m_id; }
 
@@ -25,6 +26,12 @@ public:
     /// Writes the line before a copy is made at `copy`.
     [[nodiscard]] FileError copying(const Place &copy) { return writeLine(copyingLine(copy)); }
 
+    /// Writes the line before an entry goes to the place `binPath` of the recycle bin.
+    [[nodiscard]] FileError recycling(const QString &binPath)
+    {
+        return writeLine(recyclingLine(m_step.number, binPath));
+    }
+
     /// Writes the line before step `number`. `old`: what will be replaced or deleted, if that is to be kept. Its
     /// contents may be beyond the limits; `isLost` tells.
     [[nodiscard]] FileError begin(qint64 number, const OperationStep &step, const NodeState *old);
@@ -33,6 +40,13 @@ public:
     /// Sets aside what `begin` was told of. `isMoved` tells whether the entry is gone from its place by that.
     [[nodiscard]] FileError keep(FolderHandle &folder, const QString &name, const NodeState &old, Keep manner,
                                  const FileSink::Tick &tick, bool &isMoved);
+    /// What `keep` has moved away last.
+    [[nodiscard]] NodeResult keptAway() { return m_kept->stat(m_step.kept); }
+    /// Moves it back.
+    [[nodiscard]] FileError giveBack(FolderHandle &folder, const QString &name)
+    {
+        return m_kept->move(m_step.kept, folder, name, FolderHandle::IfTaken::Fail);
+    }
 
     /// Writes the line after the step that was begun last.
     [[nodiscard]] FileError endDone(const SeenEntry &now, const QString &binPath = {});
@@ -45,7 +59,9 @@ public:
 
 private:
     JournalRun(OperationJournal &journal, QString id) : m_journal(journal), m_id(std::move(id)) {}
-    [[nodiscard]] FileError open(const JournalHeader &header);
+    [[nodiscard]] FileError open(const JournalHeader &header, const OperationPlan &plan);
+    [[nodiscard]] FileError writePlan(const OperationPlan &plan);
+    [[nodiscard]] FileError markUndone(bool isComplete);
     void giveUp();
     [[nodiscard]] FileError writeLine(const QByteArray &line);
     [[nodiscard]] bool makeRoomFor(qint64 bytes);
@@ -54,6 +70,8 @@ private:
     QString m_id;
     std::unique_ptr<QLockFile> m_lock;
     QString m_undoOf;
+    std::vector<OperationKind> m_planned; ///< by the number of the step
+    bool m_keepsOld = true;
     std::unique_ptr<FolderHandle> m_journalFolder;
     std::unique_ptr<FolderHandle> m_folder;
     std::unique_ptr<FolderHandle> m_kept;

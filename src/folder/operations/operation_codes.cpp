@@ -11,6 +11,7 @@ OperationErrorCode sourceCode(FileErrorKind kind)
     case FileErrorKind::LinkOnTheWay:
         return OperationErrorCode::LeadsOutside;
     case FileErrorKind::NotAFile:
+    case FileErrorKind::NotExpected:
         return OperationErrorCode::SourceChanged;
     case FileErrorKind::Stopped:
         return OperationErrorCode::Cancelled;
@@ -58,6 +59,7 @@ bool isSkip(OperationErrorCode code)
     case OperationErrorCode::LeadsOutside:
     case OperationErrorCode::FolderNotEmpty:
     case OperationErrorCode::TroubleInBranch:
+    case OperationErrorCode::OtherInBin:
         return true;
     default:
         return false;

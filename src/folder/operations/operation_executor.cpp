@@ -3,6 +3,7 @@
 #include "folder/operations/plan_survey.h"
 #include "folder/operations/step_runner.h"
 
+#include <QHash>
 #include <QSet>
 
 namespace velmora {
@@ -25,17 +26,17 @@ public:
     /// Something went wrong that may concern everything in a root.
     void addRoot(int root) { m_folders.insert(key(root, {})); }
 
-    /// True when something went wrong in the folder of `place` or one that this lies in.
-    [[nodiscard]] bool surround(const Place &place) const
+    /// The folder of `place`, or one that this lies in, in which something went wrong.
+    [[nodiscard]] std::optional<Place> around(const Place &place) const
     {
         if (m_folders.isEmpty())
-            return false;
+            return std::nullopt;
         for (QString path = place.relative; !path.isEmpty();) {
             path = folderOf(path);
             if (m_folders.contains(key(place.root, path)))
-                return true;
+                return Place{place.root, path};
         }
-        return false;
+        return std::nullopt;
     }
 
     /// True when something went wrong at `place` or in it.
@@ -79,7 +80,7 @@ private:
         if (!m_options.journal)
             return true;
         FileError error;
-        m_journal = JournalRun::start(*m_options.journal, m_report.plan, error);
+        m_journal = JournalRun::start(*m_options.journal, m_report.plan, m_options.keepsOld, error);
         if (m_journal)
             m_report.journalId = m_journal->id();
         else
@@ -112,7 +113,7 @@ private:
         if (!m_report.cancelled) // whoever stops does not want to wait, and all sources of copies are still there
             settle(chain);
         if (m_journal) {
-            const FileError error = m_journal->finish(m_report.isComplete());
+            const FileError error = m_journal->finish(m_report.isComplete() && m_report.plan.leftOut.isEmpty());
             if (error.isError())
                 m_report.problems.append({-1, OperationErrorCode::NotJournalled, {}, error.reason});
         }
@@ -126,11 +127,8 @@ private:
             removeMovedSources(chain, runner);
             finishFolders(runner);
             settle(chain);
-            if (hasTrouble(step)) {
-                StepResult blocked;
-                blocked.end = StepEnd::Skipped;
-                blocked.problems.append({-1, OperationErrorCode::TroubleInBranch, m_report.plan.pathOf(step.from), {}});
-                take(index, blocked);
+            if (const std::optional<Place> trouble = troubleOf(step)) {
+                block(index, *trouble);
                 return;
             }
         }
@@ -146,11 +144,31 @@ private:
             m_unsettled.append(step.to.root);
     }
 
-    [[nodiscard]] bool hasTrouble(const OperationStep &step) const
+    /// The folder that keeps a deletion from being done.
+    [[nodiscard]] std::optional<Place> troubleOf(const OperationStep &step) const
     {
-        if (step.counterpart.isSet() && (m_trouble.surround(step.from) || m_trouble.surround(step.counterpart)))
-            return true;
-        return step.fromSeen.kind == NodeKind::Folder && m_trouble.lieIn(step.from);
+        if (step.counterpart.isSet()) {
+            if (const std::optional<Place> folder = m_trouble.around(step.from))
+                return folder;
+            if (const std::optional<Place> folder = m_trouble.around(step.counterpart))
+                return folder;
+        }
+        return step.fromSeen.kind == NodeKind::Folder && m_trouble.lieIn(step.from) ? std::optional(step.from)
+                                                                                    : std::nullopt;
+    }
+
+    /// A single changed file may block thousands: one problem for each folder in which something went wrong.
+    void block(qsizetype index, const Place &folder)
+    {
+        const QString path = m_report.plan.pathOf(folder);
+        const auto known = m_blocking.constFind(path);
+        if (known != m_blocking.constEnd()) {
+            ++m_report.problems[*known].steps;
+        } else {
+            m_blocking.insert(path, m_report.problems.size());
+            m_report.problems.append({index, OperationErrorCode::TroubleInBranch, path, {}});
+        }
+        m_report.ends[index] = StepEnd::Skipped; // no trouble of its own: what is beside the folder may still go
     }
 
     void take(qsizetype index, const StepResult &result)
@@ -243,9 +261,10 @@ private:
     ExecutionReport m_report;
     std::unique_ptr<JournalRun> m_journal;
     TroubledFolders m_trouble;
-    QList<qsizetype> m_moved;       ///< copied to another volume, the sources still there
-    QList<qsizetype> m_madeFolders; ///< whose time and permissions are still to be set
-    QList<int> m_unsettled;         ///< roots with files that may not be on the disk yet
+    QHash<QString, qsizetype> m_blocking; ///< for each folder that blocks deletions the number of the problem
+    QList<qsizetype> m_moved;             ///< copied to another volume, the sources still there
+    QList<qsizetype> m_madeFolders;       ///< whose time and permissions are still to be set
+    QList<int> m_unsettled;               ///< roots with files that may not be on the disk yet
     qsizetype m_current = 0;
     qint64 m_done = 0;
     qint64 m_total = 0;

@@ -35,6 +35,7 @@ enum class OperationErrorCode : quint8 {
     NotKept,       ///< the old contents could not be set aside for undoing; nothing was changed
     NotJournalled, ///< the journal cannot be written; nothing was changed
     NoRecycleBin,
+    OtherInBin,       ///< another entry lies at the place in the recycle bin; it stays there
     SourceStays,      ///< of a move: the copy is in place, the source could not be removed
     AttributesLost,   ///< done, save that time or permissions could not be kept
     NotOnDiskForSure, ///< done, save that the system could not confirm that it reached the disk
@@ -45,8 +46,9 @@ enum class OperationErrorCode : quint8 {
 struct OperationProblem {
     qsizetype step = -1; ///< index into the executed plan; -1: the run as a whole
     OperationErrorCode code = OperationErrorCode::None;
-    QString path;   ///< absolute
-    QString reason; ///< the system's own words, where there are any
+    QString path;     ///< absolute
+    QString reason;   ///< the system's own words, where there are any
+    qint64 steps = 1; ///< of `TroubleInBranch`: how many deletions one folder, at `path`, has kept from being done
 
     friend bool operator==(const OperationProblem &, const OperationProblem &) = default;
 };
@@ -72,6 +74,8 @@ struct ExecutionOptions {
     bool verifyContent = false;
     /// Where the run is written down and old contents are kept; null: it cannot be undone. Must outlive the run.
     OperationJournal *journal = nullptr;
+    /// False: what is replaced or deleted is gone, and its space is free.
+    bool keepsOld = true;
 };
 
 /// The phases of a run; `Surveying` counts steps and is left out for a plan that is surveyed, `Working` counts bytes

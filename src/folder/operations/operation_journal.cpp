@@ -9,18 +9,55 @@ namespace {
 
 constexpr qint64 longestHeader = 64 << 10;
 
-/// The first line of a run's journal.
-std::optional<JournalHeader> headerOf(FolderHandle &run)
+/// What the first line of a run's journal tells.
+struct FirstLine {
+    std::optional<JournalHeader> header;
+    bool hasBegun = true; ///< false: a crash came before the line was there, and nothing has been done or kept
+};
+
+bool keepsNothing(FolderHandle &run)
+{
+    FileError error;
+    const std::unique_ptr<FolderHandle> kept = run.openFolder(keptFolderName, error);
+    bool isEmpty = kept || error.kind == FileErrorKind::Missing;
+    if (kept) {
+        error = kept->list([&isEmpty](const QString &, const NodeState &) {
+            isEmpty = false;
+            return false;
+        });
+        isEmpty = isEmpty && !error.isError();
+    }
+    return isEmpty;
+}
+
+FirstLine firstLineOf(FolderHandle &run)
 {
     FileError error;
     const std::unique_ptr<FileSource> file = run.openFile(journalFileName, error);
     if (!file)
-        return std::nullopt;
+        return {std::nullopt, error.kind != FileErrorKind::Missing || !keepsNothing(run)};
     QByteArray bytes(longestHeader, Qt::Uninitialized);
     const FilePiece piece = file->read(bytes.data(), bytes.size());
     bytes.truncate(qsizetype(piece.length));
     const qsizetype end = bytes.indexOf('\n');
-    return end >= 0 ? readHeaderLine(bytes.left(end)) : std::nullopt;
+    if (end >= 0)
+        return {readHeaderLine(bytes.left(end)), true};
+    return {std::nullopt, piece.failed || bytes.size() == longestHeader || !keepsNothing(run)};
+}
+
+bool hasMark(FolderHandle &run, const QString &name)
+{
+    return !run.stat(name).error.isError();
+}
+
+void addMarks(JournalEntry &entry, FolderHandle &run, const QString &journalFolder)
+{
+    entry.undone = hasMark(run, undoneMarkName);
+    entry.undoneInPart = !entry.undone && hasMark(run, partlyUndoneMarkName);
+    entry.told = hasMark(run, toldMarkName);
+    const bool isFinished = hasMark(run, keptBytesName);
+    entry.isAtWork = !isFinished && !lockRun(journalFolder + u'/' + entry.id);
+    entry.interrupted = isFinished ? hasMark(run, interruptedMarkName) : !entry.isAtWork;
 }
 
 } // namespace
@@ -47,20 +84,44 @@ JournalList OperationJournal::entries() const
     const QStringList ids = runsIn(*folder, error);
     for (const QString &id : ids) {
         const std::unique_ptr<FolderHandle> run = folder->openFolder(id, error);
-        const std::optional<JournalHeader> header = run ? headerOf(*run) : std::nullopt;
+        const auto [header, hasBegun] = run ? firstLineOf(*run) : FirstLine();
         if (!header) {
-            list.unreadable.append(id);
+            if (hasBegun)
+                list.unreadable.append(id);
             continue;
         }
         JournalEntry entry;
         entry.id = id;
         entry.title = header->title;
         entry.started = QDateTime::fromMSecsSinceEpoch(header->startedMs, Qt::UTC);
-        entry.undone = !run->stat(undoneMarkName).error.isError();
         entry.undoOf = header->undoOf;
+        addMarks(entry, *run, m_folder);
         list.entries.append(entry);
     }
     return list;
+}
+
+bool OperationJournal::mayUndo() const
+{
+    FileError error;
+    const std::unique_ptr<FolderHandle> folder = m_files.openRoot(m_folder, error);
+    const QStringList ids = folder ? runsIn(*folder, error) : QStringList();
+    return std::any_of(ids.rbegin(), ids.rend(), [&](const QString &id) {
+        const std::unique_ptr<FolderHandle> run = folder->openFolder(id, error);
+        if (!run || hasMark(*run, undoneMarkName))
+            return false;
+        const auto [header, hasBegun] = firstLineOf(*run);
+        return header ? header->undoOf.isEmpty() : hasBegun; // that a run is damaged is told when it is asked for
+    });
+}
+
+void OperationJournal::markTold(const QString &id)
+{
+    FileError error;
+    const std::unique_ptr<FolderHandle> folder = m_files.openRoot(m_folder, error);
+    const std::unique_ptr<FolderHandle> run = folder ? folder->openFolder(id, error) : nullptr;
+    if (run)
+        (void)mark(*run, toldMarkName);
 }
 
 void OperationJournal::prune()

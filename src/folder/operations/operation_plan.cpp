@@ -55,6 +55,11 @@ bool SeenEntry::isStill(const NodeState &node) const
     return false;
 }
 
+bool SeenEntry::isUntouched(const NodeState &node) const
+{
+    return isStill(node) && (node.kind != NodeKind::Folder || modifiedNs == node.modifiedNs);
+}
+
 void OperationTotals::add(const OperationStep &step)
 {
     const bool isFolder = step.fromSeen.kind == NodeKind::Folder;

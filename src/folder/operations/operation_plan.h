@@ -44,6 +44,8 @@ struct SeenEntry {
 
     /// True when `node` is the entry that was seen. Of folders only the identity counts.
     [[nodiscard]] bool isStill(const NodeState &node) const;
+    /// The same where nobody has a reason to change what is in a folder: its time counts, too.
+    [[nodiscard]] bool isUntouched(const NodeState &node) const;
 
     friend bool operator==(const SeenEntry &, const SeenEntry &) = default;
 };
@@ -83,6 +85,7 @@ struct OperationStep {
     UnlistedEntries unlistedEntries = UnlistedEntries::Stay;
     /// Of a surveyed `Recycle` or `Delete`: how many of the entries that go the comparison does not list.
     qint64 unlisted = 0;
+    bool replacesProtected = false; ///< the file at `to` is marked as read-only; the survey tells
 
     friend bool operator==(const OperationStep &, const OperationStep &) = default;
 };
@@ -92,6 +95,7 @@ struct PlanRoot {
     QString path;                         ///< absolute
     std::optional<FileIdentity> identity; ///< set by the survey
     bool writable = true;
+    bool isKept = false; ///< where a journal keeps old contents; no person's folder
 
     friend bool operator==(const PlanRoot &, const PlanRoot &) = default;
 };
@@ -115,6 +119,8 @@ enum class LeftOutReason : quint8 {
     NoPlaceOnThisSide,    ///< the entry is not there on the side asked for
     OldContentsGone,      ///< of an undoing: what was there before has not been kept
     InRecycleBin,         ///< of an undoing: it is in the bin of a system that does not tell where
+    NotInRecycleBin,      ///< of an undoing: it has been taken out of the bin, or the bin has been emptied
+    OtherInRecycleBin,    ///< of an undoing: another entry lies at its place in the bin
 };
 
 struct LeftOutEntry {
@@ -164,6 +170,9 @@ struct OperationPlan {
     QList<Place> listed;
     /// Whether the filters would show an entry that the comparison does not list; empty: they show everything.
     std::function<bool(const QString &path, const NodeState &node)> showsUnlisted;
+    /// Of an undoing: folders whose permissions keep their owner from changing what is in them are opened for the
+    /// moment. The run that is undone has made them like that.
+    bool liftsProtection = false;
     bool rootsMustBeApart = false; ///< the first two roots may neither be the same nor lie in each other
     bool isSurveyed = false;
 

@@ -383,6 +383,7 @@ private:
             return false;
         }
         step.toSeen = SeenEntry::exactly(found.node);
+        step.replacesProtected = isProtected(found.node);
         if (step.kind == OperationKind::Copy)
             step.kind = OperationKind::Replace;
         return true;

@@ -1,33 +1,34 @@
-#include "folder/operations/step_runner.h"
-
-#include "folder/operations/temporary_name.h"
+#include "folder/operations/step_work.h"
 #include "folder/operations/tree_summary.h"
 
 namespace velmora {
 
 namespace {
 
-/// Keeps the warnings of two parts of a step.
-StepResult joined(const StepResult &first, StepResult second)
-{
-    second.problems = first.problems + second.problems;
-    second.isLost = second.isLost || first.isLost;
-    return second;
-}
+/// Lets the owner change what is in a folder for as long as it lives, where that is asked for and needed.
+class Lifted {
+public:
+    explicit Lifted(FolderHandle *folder)
+    {
+        constexpr quint32 ownerMayWrite = 0200;
+        const NodeResult self = folder ? folder->self() : NodeResult{{}, {FileErrorKind::Missing, {}}};
+        if (!self.error.isError() && (self.node.permissions & ownerMayWrite) == 0 &&
+            !folder->letOwnerWrite(true).isError())
+            m_folder = folder;
+    }
+    ~Lifted()
+    {
+        if (m_folder)
+            (void)m_folder->letOwnerWrite(false);
+    }
+    Lifted(const Lifted &) = delete;
+    Lifted &operator=(const Lifted &) = delete;
+
+private:
+    FolderHandle *m_folder = nullptr;
+};
 
 } // namespace
-
-struct StepRunner::Work {
-    qsizetype index;
-    const OperationStep &step;
-    ReachedPlace from;
-    ReachedPlace to;
-    NodeState source;
-    NodeState target;
-    bool targetExists = false;
-    bool isJournalled = false;
-    bool isFirstHalf = false; ///< of a move between volumes: for now it is a copy
-};
 
 StepRunner::StepRunner(const OperationPlan &plan, FileLayer &files, const FolderChain &chain, JournalRun *journal,
                        bool verifiesContent, FileSink::Tick tick)
@@ -48,6 +49,8 @@ StepResult StepRunner::run(qsizetype index)
         result = checkCounterpart(work.step);
     if (!result.isDone())
         return result;
+    const Lifted source(m_plan.liftsProtection ? work.from.folder : nullptr);
+    const Lifted target(m_plan.liftsProtection ? work.to.folder : nullptr);
     switch (work.step.kind) {
     case OperationKind::MakeFolder:
         result = makeFolder(work);
@@ -188,219 +191,25 @@ StepResult StepRunner::beginJournal(Work &work, const NodeState *old)
     return {};
 }
 
-void StepRunner::endJournal(StepResult &result, const Work &work, const QString &binPath)
+void StepRunner::endJournal(StepResult &result, const Work &work)
 {
-    if (!m_journal)
-        return;
     SeenEntry now = SeenEntry::absent();
-    if (work.step.to.isSet()) {
+    if (m_journal && work.step.to.isSet()) {
         const NodeResult made = work.to.folder->stat(work.to.name);
         if (!made.error.isError())
             now = SeenEntry::exactly(made.node);
     }
+    noteEnd(result, work, now);
+}
+
+void StepRunner::noteEnd(StepResult &result, const Work &work, const SeenEntry &now, const QString &binPath)
+{
+    if (!m_journal)
+        return;
     const FileError error = m_journal->endDone(now, binPath);
     if (error.isError())
         m_problems.warn(result, OperationErrorCode::NotJournalled, work.step.to.isSet() ? work.step.to : work.step.from,
                         error);
-}
-
-StepResult StepRunner::makeFolder(Work &work)
-{
-    const StepResult begun = beginJournal(work, nullptr);
-    if (!begun.isDone())
-        return begun;
-    const bool hasModel = work.step.from.isSet();
-    const FileError error = work.to.folder->makeFolder(work.to.name, hasModel ? &work.source : nullptr);
-    if (error.isError())
-        return m_problems.failedAtTarget(work.step.to, error);
-    StepResult result;
-    endJournal(result, work);
-    return result;
-}
-
-StepResult StepRunner::finishFolder(qsizetype index)
-{
-    const OperationStep &step = m_plan.steps[index];
-    const ReachedPlace from = m_chain.reach(step.from);
-    const ReachedPlace to = m_chain.reach(step.to);
-    StepResult result;
-    if (!from.folder || !to.folder)
-        return result; // whatever has happened to them has been told of
-    const NodeResult model = from.folder->stat(from.name);
-    if (model.error.isError() || model.node.kind != NodeKind::Folder)
-        return result;
-    FileError error = to.folder->keepFolderAttributes(to.name, *from.folder, from.name);
-    if (!error.isError() && model.node.modifiedNs != step.fromSeen.modifiedNs) { // what was moved out changed it
-        NodeResult made = to.folder->stat(to.name);
-        made.node.modifiedNs = step.fromSeen.modifiedNs;
-        error = made.error.isError() ? made.error : to.folder->keepAttributes(to.name, made.node);
-    }
-    if (error.isError())
-        m_problems.warn(result, OperationErrorCode::AttributesLost, step.to, error);
-    return result;
-}
-
-StepResult StepRunner::copy(Work &work)
-{
-    const Place &to = work.step.to;
-    const QString name = temporaryName();
-    if (m_journal) {
-        const QString folder = to.relative.left(to.relative.lastIndexOf(u'/') + 1);
-        const FileError error = m_journal->copying({to.root, folder + name});
-        if (error.isError())
-            return m_problems.failed(OperationErrorCode::NotJournalled, to, error);
-    }
-    const StepResult copied = m_copier.make(
-        {work.step, *work.from.folder, work.from.name, work.source, *work.to.folder, name, work.targetExists});
-    if (!copied.isDone())
-        return copied;
-    const StepResult placed = joined(copied, putInPlace(work, name));
-    if (!placed.isDone())
-        (void)work.to.folder->removeFile(name);
-    return placed;
-}
-
-/// Gives the finished copy `name` the target's name. The target is looked at once more: copying takes its time.
-StepResult StepRunner::putInPlace(Work &work, const QString &name)
-{
-    StepResult result = checkTarget(work);
-    if (result.isDone())
-        result = beginJournal(work, work.targetExists ? &work.target : nullptr);
-    if (result.isDone())
-        result = keepTarget(work);
-    if (!result.isDone())
-        return result;
-    const auto ifTaken = work.targetExists ? FolderHandle::IfTaken::Replace : FolderHandle::IfTaken::Fail;
-    const FileError error = work.to.folder->move(name, *work.to.folder, work.to.name, ifTaken);
-    if (error.isError())
-        return m_problems.failedAtTarget(work.step.to, error);
-    endJournal(result, work);
-    return result;
-}
-
-StepResult StepRunner::keepTarget(Work &work)
-{
-    if (!m_journal || !work.targetExists)
-        return {};
-    bool isMoved = false;
-    const FileError error =
-        m_journal->keep(*work.to.folder, work.to.name, work.target, JournalRun::Keep::Beside, m_tick, isMoved);
-    if (error.kind == FileErrorKind::Stopped)
-        return m_problems.failed(OperationErrorCode::Cancelled, work.step.to);
-    if (error.isError())
-        return m_problems.failed(OperationErrorCode::NotKept, work.step.to, error);
-    // Keeping it may have taken long, too.
-    return checkTarget(work);
-}
-
-StepResult StepRunner::move(Work &work)
-{
-    StepResult result = beginJournal(work, work.targetExists ? &work.target : nullptr);
-    if (result.isDone())
-        result = keepTarget(work);
-    if (!result.isDone())
-        return result;
-    const auto ifTaken = work.targetExists ? FolderHandle::IfTaken::Replace : FolderHandle::IfTaken::Fail;
-    const FileError error = work.from.folder->move(work.from.name, *work.to.folder, work.to.name, ifTaken);
-    if (!error.isError()) {
-        endJournal(result, work);
-        return result;
-    }
-    if (error.kind != FileErrorKind::OtherVolume)
-        return m_problems.failedAtTarget(work.step.to, error);
-    if (work.source.kind == NodeKind::Folder)
-        return m_problems.failed(OperationErrorCode::Unsupported, work.step.from, error);
-    // The line that says "move" would be wrong until the source is gone.
-    if (work.isJournalled)
-        m_journal->endNothing();
-    work.isJournalled = false;
-    work.isFirstHalf = true;
-    result = copy(work);
-    result.sourceMustGo = result.isDone();
-    return result;
-}
-
-StepResult StepRunner::removeSource(qsizetype index)
-{
-    Work work{index, m_plan.steps[index], {}, {}, {}, {}};
-    work.from = m_chain.reach(work.step.from);
-    FileError error = work.from.error;
-    if (work.from.folder && !checkSource(work).isDone())
-        return m_problems.failed(OperationErrorCode::SourceStays, work.step.from, error);
-    if (work.from.folder) {
-        if (m_journal)
-            error = m_journal->moved(index, false);
-        if (!error.isError()) {
-            error = work.from.folder->removeFile(work.from.name);
-            if (error.isError() && m_journal)
-                (void)m_journal->moved(index, true);
-        }
-    }
-    const bool isGone = work.from.folder && !error.isError();
-    return isGone ? StepResult() : m_problems.failed(OperationErrorCode::SourceStays, work.step.from, error);
-}
-
-StepResult StepRunner::remove(Work &work)
-{
-    const bool isFolder = work.source.kind == NodeKind::Folder;
-    StepResult result = beginJournal(work, &work.source);
-    if (!result.isDone())
-        return result;
-    bool isMoved = false;
-    FileError error;
-    if (m_journal) {
-        error =
-            m_journal->keep(*work.from.folder, work.from.name, work.source, JournalRun::Keep::Away, m_tick, isMoved);
-        if (error.kind == FileErrorKind::Stopped)
-            return m_problems.failed(OperationErrorCode::Cancelled, work.step.from);
-        if (error.isError())
-            return m_problems.failed(OperationErrorCode::NotKept, work.step.from, error);
-    }
-    if (!isMoved) {
-        if (m_journal && !isFolder)
-            result = checkSource(work);
-        if (!result.isDone())
-            return result;
-        error =
-            isFolder ? work.from.folder->removeFolder(work.from.name) : work.from.folder->removeFile(work.from.name);
-        if (error.isError())
-            return m_problems.failedAtTarget(work.step.from, error);
-    }
-    endJournal(result, work);
-    return result;
-}
-
-StepResult StepRunner::recycle(Work &work)
-{
-    StepResult result;
-    if (work.source.kind == NodeKind::Folder)
-        result = checkTree(work);
-    if (result.isDone())
-        result = beginJournal(work, nullptr);
-    if (!result.isDone())
-        return result;
-    const RecycleResult recycled = work.from.folder->recycle(work.from.name);
-    if (recycled.error.kind == FileErrorKind::Unsupported)
-        return m_problems.failed(OperationErrorCode::NoRecycleBin, work.step.from, recycled.error);
-    if (recycled.error.isError())
-        return m_problems.failedAtTarget(work.step.from, recycled.error);
-    result.isInBinOnly = m_journal && recycled.binPath.isEmpty();
-    endJournal(result, work, recycled.binPath);
-    return result;
-}
-
-StepResult StepRunner::restore(Work &work)
-{
-    StepResult result = beginJournal(work, nullptr);
-    if (!result.isDone())
-        return result;
-    const FileError error = m_files.restore(work.step.binPath, *work.to.folder, work.to.name);
-    if (error.kind == FileErrorKind::Missing)
-        return m_problems.failedAtSource(work.step.to, error);
-    if (error.isError())
-        return m_problems.failedAtTarget(work.step.to, error);
-    endJournal(result, work);
-    return result;
 }
 
 } // namespace velmora

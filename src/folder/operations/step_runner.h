@@ -39,9 +39,15 @@ private:
     [[nodiscard]] StepResult restore(Work &work);
 
     [[nodiscard]] StepResult putInPlace(Work &work, const QString &name);
+    [[nodiscard]] StepResult place(Work &work, FolderHandle &folder, const QString &name, bool isSource);
+    [[nodiscard]] StepResult placeOver(Work &work, FolderHandle &folder, const QString &name, bool isSource);
+    [[nodiscard]] StepResult clearReplaced(Work &work, FolderHandle &folder, const QString &name, bool isSource);
+    [[nodiscard]] StepResult keepAway(Work &work, bool &isMoved);
+    [[nodiscard]] StepResult takeBackFromBin(Work &work, const QString &binPath);
     [[nodiscard]] StepResult beginJournal(Work &work, const NodeState *old);
     [[nodiscard]] StepResult keepTarget(Work &work);
-    void endJournal(StepResult &result, const Work &work, const QString &binPath = {});
+    void endJournal(StepResult &result, const Work &work);
+    void noteEnd(StepResult &result, const Work &work, const SeenEntry &now, const QString &binPath = {});
 
     const OperationPlan &m_plan;
     FileLayer &m_files;
