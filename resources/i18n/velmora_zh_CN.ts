@@ -778,8 +778,120 @@ The editor has unsaved changes; re-comparing without reloading may discard disk 
         <translation>左侧：%1 [%2] | 右侧：%3 [%4]</translation>
     </message>
     <message>
-        <source>No differences under the rules of this comparison</source>
-        <translation>按本次比较的规则没有差异</translation>
+        <source>No differences under the rules of this comparison, which ignore: %1</source>
+        <translation>按本次比较的规则没有差异，规则忽略：%1</translation>
+    </message>
+    <message>
+        <source>%1 rows differ only in that</source>
+        <translation>有 %1 行仅在此方面不同</translation>
+    </message>
+    <message>
+        <source>%1 rows differ only in what is ignored, and count here</source>
+        <translation>有 %1 行仅在被忽略的方面不同，此处计入</translation>
+    </message>
+    <message>
+        <source>%1 rows that count as equal are indented differently, which has meaning in %2</source>
+        <translation>有 %1 行视为相同但缩进不同，而缩进在 %2 中有意义</translation>
+    </message>
+    <message>
+        <source>%1 unimportant rows count, too</source>
+        <translation>另计入 %1 行不重要的差异</translation>
+    </message>
+    <message>
+        <source>The lines are equal, their ends are not.</source>
+        <translation>各行内容相同，换行符不同。</translation>
+    </message>
+    <message>
+        <source>Line ends differ in %1 rows</source>
+        <translation>有 %1 行的换行符不同</translation>
+    </message>
+    <message>
+        <source>The last line feed is missing on the left</source>
+        <translation>左侧缺少末尾换行</translation>
+    </message>
+    <message>
+        <source>The last line feed is missing on the right</source>
+        <translation>右侧缺少末尾换行</translation>
+    </message>
+    <message>
+        <source>line ends differ</source>
+        <translation>换行符不同</translation>
+    </message>
+    <message>
+        <source>last line feed missing</source>
+        <translation>缺少末尾换行</translation>
+    </message>
+    <message>
+        <source>no line feed</source>
+        <translation>无换行</translation>
+    </message>
+    <message>
+        <source>white space</source>
+        <translation>空白</translation>
+    </message>
+    <message>
+        <source>leading white space</source>
+        <translation>行首空白</translation>
+    </message>
+    <message>
+        <source>white space within lines</source>
+        <translation>行内空白</translation>
+    </message>
+    <message>
+        <source>trailing white space</source>
+        <translation>行尾空白</translation>
+    </message>
+    <message>
+        <source>letter case</source>
+        <translation>大小写</translation>
+    </message>
+    <message>
+        <source>line ends</source>
+        <translation>换行符</translation>
+    </message>
+    <message>
+        <source>blank lines</source>
+        <translation>空行</translation>
+    </message>
+    <message>
+        <source>unimportant text</source>
+        <translation>不重要的文本</translation>
+    </message>
+    <message>
+        <source>what replacement rules change</source>
+        <translation>替换规则所改动的内容</translation>
+    </message>
+    <message>
+        <source> | </source>
+        <translation> | </translation>
+    </message>
+    <message>
+        <source>Count them</source>
+        <translation>计入</translation>
+    </message>
+    <message>
+        <source>Ignore them</source>
+        <translation>忽略</translation>
+    </message>
+    <message>
+        <source>Count and step to unimportant differences, too (Alt+M)</source>
+        <translation>将不重要的差异也计入并可跳转（Alt+M）</translation>
+    </message>
+    <message>
+        <source>Ignore unimportant differences again (Alt+M)</source>
+        <translation>重新忽略不重要的差异（Alt+M）</translation>
+    </message>
+    <message>
+        <source>%1 rows in %2 blocks</source>
+        <translation>%2 块共 %1 行</translation>
+    </message>
+    <message>
+        <source>A block is a run of rows that differ; the bar above counts and steps through blocks</source>
+        <translation>块是连续的不同行；上方工具栏按块计数和跳转</translation>
+    </message>
+    <message>
+        <source>The current difference block, and how many there are</source>
+        <translation>当前差异块及总块数</translation>
     </message>
     <message>
         <source>The texts are identical; only their encodings differ</source>
@@ -1368,6 +1480,18 @@ Stored under HKCU (no admin). Uncheck to remove.</source>
     <message>
         <source>Right side</source>
         <translation>右侧</translation>
+    </message>
+    <message>
+        <source>All lines</source>
+        <translation>全部行</translation>
+    </message>
+    <message>
+        <source>All lines, with marks and links</source>
+        <translation>全部行，带标记和链接</translation>
+    </message>
+    <message>
+        <source>Differing parts, with marks and links</source>
+        <translation>仅不同部分，带标记和链接</translation>
     </message>
     <message>
         <source>Diff summary: %1 total (added %2, removed %3, modified %4)</source>
@@ -4314,7 +4438,7 @@ Save them?</source>
         <translation>右侧第 %1 至 %2 行</translation>
     </message>
     <message>
-        <source>Difference %1 of %2, %3: %4, %5</source>
+        <source>Difference block %1 of %2, %3: %4, %5</source>
         <translation>第 %1 处差异（共 %2 处），%3：%4，%5</translation>
     </message>
     <message>

@@ -8,6 +8,8 @@
 #include "settings/options/text_presets.h"
 #include "settings/options/text_replacements.h"
 #include "text/engine/line_diff_engine.h"
+#include "text/engine/line_ends.h"
+#include "text/engine/marked_report.h"
 #include "text/engine/text_patch.h"
 #include "text/engine/text_report.h"
 
@@ -35,6 +37,9 @@ std::span<const Choice> presetChoices()
 }
 
 const std::array textOptions{
+    OptionSpec{"context", "LINES",
+               "with html: a report with marks within lines and links between differences, of the\n"
+               "differing parts with LINES equal lines around, or of all"},
     OptionSpec{"preset", "NAME", "the rules to compare by, also by a preset's full name; changes what --options says",
                presetChoices(), true},
     OptionSpec{"options", "FILE", "the options of a session, from a session file or a JSON object of their own"},
@@ -60,11 +65,12 @@ constexpr std::array examples{
             "sort names.txt | velmora-cli text --format html --output report.html sorted.txt -"},
 };
 
-/// Both texts as their files have them, and how they compare once the replacement rules are applied.
+/// How two texts compare once the replacement rules are applied.
 struct Comparison {
-    TextLines left;
-    TextLines right;
     QList<AlignedRow> rows;
+    std::vector<LineEndRow> lineEnds;
+
+    [[nodiscard]] bool differs() const { return countRows(rows).differences() > 0 || !lineEnds.empty(); }
 };
 
 Comparison compare(const TextRequest &request, CompareRemarks &remarks)
@@ -77,7 +83,24 @@ Comparison compare(const TextRequest &request, CompareRemarks &remarks)
         throw std::length_error("replaced text");
     Progress progress;
     QList<AlignedRow> rows = compareTexts(*left, *right, options, {}, progress, &remarks);
-    return {request.left.text.lines, request.right.text.lines, std::move(rows)};
+    const DecodedText &leftText = request.left.text;
+    const DecodedText &rightText = request.right.text;
+    std::vector<LineEndRow> lineEnds =
+        differingLineEnds(rows, {leftText.lines, leftText.lineEnds}, {rightText.lines, rightText.lineEnds}, options);
+    return {std::move(rows), std::move(lineEnds)};
+}
+
+/// What the line ends add to the counts of rows; empty when nothing.
+QStringList describeLineEnds(const LineEndCounts &counts)
+{
+    QStringList found;
+    if (counts.rows > 0)
+        found.append(QStringLiteral("Line ends differ in %1 rows").arg(counts.rows));
+    if (counts.lastFeedMissesLeft)
+        found.append(QStringLiteral("The last line feed is missing on the left"));
+    if (counts.lastFeedMissesRight)
+        found.append(QStringLiteral("The last line feed is missing on the right"));
+    return found;
 }
 
 std::string_view viewOf(const QByteArray &bytes)
@@ -87,26 +110,25 @@ std::string_view viewOf(const QByteArray &bytes)
 
 Written writeSummary(QIODevice &device, const TextRequest &request, CompareRemarks &remarks)
 {
-    const DiffCounts counts = countRows(compare(request, remarks).rows);
-    const QByteArray line =
-        QStringLiteral("Compare done: %1 diffs (added %2, removed %3, modified %4) | Left: %5 lines, Right: %6 lines\n")
-            .arg(counts.differences())
-            .arg(counts.added)
-            .arg(counts.removed)
-            .arg(counts.modified)
-            .arg(counts.leftLines)
-            .arg(counts.rightLines)
-            .toLatin1();
-    return {device.write(line) == line.size(), counts.differences() > 0};
+    const Comparison comparison = compare(request, remarks);
+    const DiffCounts counts = countRows(comparison.rows);
+    QStringList parts{QStringLiteral("Compare done: %1 diffs (added %2, removed %3, modified %4)")
+                          .arg(counts.differences())
+                          .arg(counts.added)
+                          .arg(counts.removed)
+                          .arg(counts.modified),
+                      QStringLiteral("Left: %1 lines, Right: %2 lines").arg(counts.leftLines).arg(counts.rightLines)};
+    parts += describeLineEnds(countLineEnds(comparison.lineEnds));
+    const QByteArray line = parts.join(QStringLiteral(" | ")).toLatin1() + '\n';
+    return {device.write(line) == line.size(), comparison.differs()};
 }
 
 Written writeJson(QIODevice &device, const TextRequest &request, CompareRemarks &remarks)
 {
     const Comparison comparison = compare(request, remarks);
     OutputBuffer output(device);
-    writeTextJson(output, request.left, request.right, comparison.rows, comparison.left, comparison.right,
-                  request.options);
-    return {output.finish(), countRows(comparison.rows).differences() > 0};
+    writeTextJson(output, request.left, request.right, comparison.rows, comparison.lineEnds, request.options);
+    return {output.finish(), comparison.differs()};
 }
 
 /// The lines of the file itself. A text that was decoded without a copy shares them.
@@ -142,8 +164,9 @@ Written writePatch(QIODevice &device, const TextRequest &request, CompareRemarks
     return {output.finish(), !changes.empty()};
 }
 
-TextReportLabels reportLabels(const TextRequest &request, const DiffCounts &counts)
+TextReportLabels reportLabels(const TextRequest &request, const Comparison &comparison)
 {
+    const DiffCounts counts = countRows(comparison.rows);
     TextReportLabels labels;
     labels.title = QStringLiteral("Velmora — diff report");
     labels.heading = QStringLiteral("Velmora diff report");
@@ -157,16 +180,33 @@ TextReportLabels reportLabels(const TextRequest &request, const DiffCounts &coun
                          .arg(counts.added)
                          .arg(counts.removed)
                          .arg(counts.modified);
+    labels.lineEnds = describeLineEnds(countLineEnds(comparison.lineEnds));
     return labels;
+}
+
+MarkedReportForm markedForm(const TextRequest &request)
+{
+    MarkedReportForm form;
+    form.context = request.reportContext;
+    form.previous = QStringLiteral("Previous difference");
+    form.next = QStringLiteral("Next difference");
+    form.folded = QStringLiteral("⋯ %1 equal lines");
+    return form;
 }
 
 Written writeHtml(QIODevice &device, const TextRequest &request, CompareRemarks &remarks)
 {
     const Comparison comparison = compare(request, remarks);
-    const DiffCounts counts = countRows(comparison.rows);
-    const bool ok = writeTextReport(device, comparison.rows, comparison.left, comparison.right, request.options,
-                                    reportLabels(request, counts), QDateTime::currentDateTime());
-    return {ok, counts.differences() > 0};
+    const TextLines &left = request.left.text.lines;
+    const TextLines &right = request.right.text.lines;
+    const TextReportLabels labels = reportLabels(request, comparison);
+    const QDateTime now = QDateTime::currentDateTime();
+    const bool ok =
+        request.marksReport
+            ? writeMarkedReport(device, {comparison.rows, comparison.lineEnds, left, right, request.options}, labels,
+                                markedForm(request), now)
+            : writeTextReport(device, comparison.rows, left, right, request.options, labels, now);
+    return {ok, comparison.differs()};
 }
 
 /// How a format is written.

@@ -58,6 +58,8 @@ QString TextRequest::take(const Arguments &arguments)
         error = takeImportance(*file);
     if (error.isEmpty())
         error = takeReplacements(arguments);
+    if (error.isEmpty())
+        error = takeContext(arguments);
     return error.isEmpty() ? takeEncodings(arguments) : error;
 }
 
@@ -124,6 +126,24 @@ QString TextRequest::takeReplacements(const Arguments &arguments)
     };
     const QString error = take("replace-left", options.leftReplaceFind, options.leftReplaceWith);
     return error.isEmpty() ? take("replace-right", options.rightReplaceFind, options.rightReplaceWith) : error;
+}
+
+QString TextRequest::takeContext(const Arguments &arguments)
+{
+    const auto wanted = arguments.value("context");
+    if (!wanted)
+        return {};
+    if (arguments.value("format") != QLatin1String("html"))
+        return QStringLiteral("--context goes with --format html");
+    marksReport = true;
+    if (*wanted == QLatin1String("all"))
+        return {};
+    bool isNumber = false;
+    const int lines = wanted->toInt(&isNumber);
+    if (!isNumber || lines < 0)
+        return QStringLiteral("--context: \"%1\" is no number of lines").arg(*wanted);
+    reportContext = lines;
+    return {};
 }
 
 QString TextRequest::takeEncodings(const Arguments &arguments)

@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace velmora::cli {
 
 class Arguments;
@@ -15,6 +17,8 @@ struct TextRequest {
     TextInput right;
     TextSessionOptions options;
     bool forceText = false;
+    bool marksReport = false;               ///< an HTML report with marks and links is asked for
+    std::optional<qsizetype> reportContext; ///< the equal rows around differences in it; all without
 
     /// Fills paths, options and encodings from `arguments`, reading the file that holds options. Returns what is wrong
     /// with them, nothing when they are fine.
@@ -25,6 +29,7 @@ private:
     [[nodiscard]] QString takePreset(const QString &name);
     [[nodiscard]] QString takeImportance(const QString &path);
     [[nodiscard]] QString takeReplacements(const Arguments &arguments);
+    [[nodiscard]] QString takeContext(const Arguments &arguments);
     [[nodiscard]] QString takeEncodings(const Arguments &arguments);
 };
 

@@ -4,6 +4,8 @@
 #include "session/fault_text.h"
 #include "session/translate.h"
 #include "text/engine/text_report.h"
+#include "text/verdict.h"
+#include "text/view/row_colours.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -28,10 +30,36 @@ TextReportLabels labelsFor(const ReportExport::Content &content)
                          .arg(counts.added)
                          .arg(counts.removed)
                          .arg(counts.modified);
+    labels.lineEnds = describeLineEnds(countLineEnds(content.document->lineEndRows()));
     return labels;
 }
 
 } // namespace
+
+MarkedReportForm ReportExport::markedForm(std::optional<qsizetype> context)
+{
+    const auto shade = [](DiffColour role) { return ReportColour(diffColour(role).rgb() & 0xFFFFFF); };
+    MarkedReportForm form;
+    form.context = context;
+    form.colours = {
+        .text = shade(DiffColour::Text),
+        .muted = shade(DiffColour::MutedText),
+        .background = shade(DiffColour::Background),
+        .gutter = shade(DiffColour::Gutter),
+        .rule = shade(DiffColour::Rule),
+        .added = shade(DiffColour::Added),
+        .removed = shade(DiffColour::Removed),
+        .modified = shade(DiffColour::Modified),
+        .mark = shade(DiffColour::ModifiedStrong),
+        .minorMark = ReportColour(
+            markColour(true, diffColour(DiffColour::Modified), diffColour(DiffColour::ModifiedStrong)).rgb() &
+            0xFFFFFF),
+        .link = shade(DiffColour::Accent)};
+    form.previous = Velmora::tr("Previous difference");
+    form.next = Velmora::tr("Next difference");
+    form.folded = Velmora::tr("⋯ %1 equal lines");
+    return form;
+}
 
 ReportExport::ReportExport(QObject *parent) : QObject(parent) {}
 
@@ -51,6 +79,12 @@ void ReportExport::startNext()
         [order, labels = labelsFor(order.content)](const CancelFlag &cancel, Progress &) {
             const Content &content = order.content;
             return saveFile(order.path, [&](QIODevice &device) {
+                if (content.marked) {
+                    return writeMarkedReport(device,
+                                             {content.document->rows(), content.document->lineEndRows(), content.left,
+                                              content.right, content.options},
+                                             labels, *content.marked, QDateTime::currentDateTime(), cancel);
+                }
                 return writeTextReport(device, content.document->rows(), content.left, content.right, content.options,
                                        labels, QDateTime::currentDateTime(), cancel);
             });

@@ -3,11 +3,13 @@
 #include "core/runner.h"
 #include "session/session_record.h"
 #include "settings/options/text_session_options.h"
+#include "text/engine/marked_report.h"
 #include "text/text_compare_job.h"
 
 #include <QObject>
 
 #include <memory>
+#include <optional>
 
 namespace velmora {
 
@@ -24,7 +26,11 @@ public:
         TextLines right;
         TextSessionOptions options;
         SessionPaths paths;
+        std::optional<MarkedReportForm> marked = {}; ///< for a report with marks; the usual one without
     };
+
+    /// What a report with marks looks like in the colours of the window; `context` as there.
+    [[nodiscard]] static MarkedReportForm markedForm(std::optional<qsizetype> context);
 
     /// Writes `content` to the file `path` and ends with one of the signals. A report that is still being written is
     /// finished first.

@@ -2,15 +2,17 @@
 
 #include "session/session_host.h"
 #include "session/translate.h"
-#include "text/side_description.h"
+#include "text/syntax/syntax_definition.h"
+#include "text/verdict_bar.h"
 #include "text/view/diff_view.h"
 #include "text/view/pane_notice.h"
 
 namespace velmora {
 
-ResultPresenter::ResultPresenter(SessionHost &host, DiffView &view, QObject *parent)
-    : QObject(parent), m_host(host), m_view(view)
+ResultPresenter::ResultPresenter(SessionHost &host, DiffView &view, VerdictBar &bar, QObject *parent)
+    : QObject(parent), m_host(host), m_view(view), m_bar(bar)
 {
+    connect(&view.scene(), &DiffScene::documentChanged, this, &ResultPresenter::showVerdict);
     present();
 }
 
@@ -31,6 +33,8 @@ void ResultPresenter::show(Result result)
 {
     const bool sameFiles = m_result.document && m_result.paths == result.paths;
     m_result = std::move(result);
+    m_findings = findingsOf(*m_result.document);
+    m_view.scene().changes().setRules(KeyRules::of(m_result.options));
     if (m_asText != m_result.paths)
         m_asText = {};
     present(sameFiles);
@@ -49,8 +53,39 @@ void ResultPresenter::present(bool keepsPlace)
     }
     presentSide(Side::Left, hidesText);
     presentSide(Side::Right, hidesText);
-    const bool differs = !m_result.document || m_view.scene().layout().blockCount() > 0;
-    m_view.setBanner(differs || hidesText ? QString() : describeEquality(m_result.left, m_result.right));
+}
+
+void ResultPresenter::takeEdited(std::shared_ptr<const DiffDocument> document, const TextLines &left,
+                                 const TextLines &right)
+{
+    m_result.document = std::move(document);
+    m_result.left.text.lines = left;
+    m_result.right.text.lines = right;
+    m_findings = findingsOf(*m_result.document);
+    showVerdict();
+}
+
+void ResultPresenter::showVerdict()
+{
+    // Of a text that is being edited, or not shown at all, nothing is known.
+    const DiffScene &scene = m_view.scene();
+    const auto showsText = [&](Side side) {
+        return &scene.document()->source(side) == &m_result.document->source(side);
+    };
+    const bool isShown = m_result.document && scene.document() && showsText(Side::Left) && showsText(Side::Right);
+    m_bar.show(isShown ? judge(m_findings, m_result.left, m_result.right, m_result.options,
+                               {scene.countsMinor(), indentedType()})
+                       : Verdict());
+}
+
+QString ResultPresenter::indentedType() const
+{
+    for (const Side side : {Side::Left, Side::Right}) {
+        const auto &type = m_view.scene().colouring(side).definition();
+        if (type && type->indentationHasMeaning)
+            return type->name;
+    }
+    return {};
 }
 
 void ResultPresenter::presentSide(Side side, bool hidesText)

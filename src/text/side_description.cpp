@@ -68,13 +68,4 @@ QString lossOfSaving(const LoadedSide &loaded)
     return {};
 }
 
-QString describeEquality(const LoadedSide &left, const LoadedSide &right)
-{
-    if (left.text.lines.bytes() != right.text.lines.bytes())
-        return Velmora::tr("No differences under the rules of this comparison");
-    if (left.text.encoding != right.text.encoding)
-        return Velmora::tr("The texts are identical; only their encodings differ");
-    return Velmora::tr("The texts are identical");
-}
-
 } // namespace velmora

@@ -11,9 +11,6 @@ namespace velmora {
 /// text.
 [[nodiscard]] QString describeFormats(const LoadedSide &left, const LoadedSide &right);
 
-/// What is to be said about a comparison without a difference.
-[[nodiscard]] QString describeEquality(const LoadedSide &left, const LoadedSide &right);
-
 /// Where the caret stands: line and column of its side, both from 1, or the line behind which its row without a line
 /// is. Empty without a document. Columns are characters, or UTF-16 units in one of the longest lines.
 [[nodiscard]] QString describePlace(const DiffDocument *document, const TextCaret &caret);

@@ -1,5 +1,6 @@
 #include "text/status_foot.h"
 
+#include "session/translate.h"
 #include "text/elided_label.h"
 
 #include <QBoxLayout>
@@ -17,6 +18,7 @@ StatusFoot::StatusFoot(QWidget *parent)
     : QWidget(parent),
       m_message(new ElidedLabel),
       m_place(new QLabel),
+      m_blocks(new QLabel),
       m_format(new ElidedLabel),
       m_layout(new QBoxLayout(QBoxLayout::LeftToRight, this))
 {
@@ -25,8 +27,12 @@ StatusFoot::StatusFoot(QWidget *parent)
     m_layout->setContentsMargins(8, 3, 8, 3);
     m_layout->setSpacing(2);
     m_place->setObjectName(QStringLiteral("placeLabel"));
+    m_blocks->setObjectName(QStringLiteral("blocksLabel"));
+    m_blocks->setToolTip(
+        Velmora::tr("A block is a run of rows that differ; the bar above counts and steps through blocks"));
     auto *facts = new QHBoxLayout;
     facts->setSpacing(16);
+    facts->addWidget(m_blocks);
     facts->addWidget(m_place);
     facts->addWidget(m_format, 1);
     m_layout->addWidget(m_message, 1);
@@ -51,6 +57,12 @@ void StatusFoot::showPlace(const QString &place)
 void StatusFoot::showFormat(const QString &format)
 {
     m_format->setText(format);
+}
+
+void StatusFoot::showBlocks(qsizetype rows, qsizetype blocks)
+{
+    m_blocks->setText(blocks > 0 ? Velmora::tr("%1 rows in %2 blocks").arg(rows).arg(blocks) : QString());
+    m_blocks->setVisible(blocks > 0);
 }
 
 void StatusFoot::resizeEvent(QResizeEvent * /*event*/)

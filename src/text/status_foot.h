@@ -21,6 +21,8 @@ public:
     /// Where the caret stands.
     void showPlace(const QString &place);
     void showFormat(const QString &format);
+    /// How many rows differ, and in how many blocks of them; nothing for none.
+    void showBlocks(qsizetype rows, qsizetype blocks);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -28,6 +30,7 @@ protected:
 private:
     ElidedLabel *m_message;
     QLabel *m_place;
+    QLabel *m_blocks;
     ElidedLabel *m_format;
     QBoxLayout *m_layout;
 };

@@ -31,6 +31,7 @@ TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_positi
     addDifferenceSteps();
     m_position->setObjectName(QStringLiteral("differencePosition"));
     m_position->setContentsMargins(6, 0, 6, 0);
+    m_position->setToolTip(Velmora::tr("The current difference block, and how many there are"));
     addWidget(m_position);
     addSeparator();
     showAll = filter({"showAllAction",

@@ -2,6 +2,7 @@
 #include "text/change_watcher.h"
 #include "text/manual_alignment.h"
 #include "text/progress_strip.h"
+#include "text/result_presenter.h"
 #include "text/side_description.h"
 #include "text/status_foot.h"
 #include "text/text_compare_bar.h"
@@ -39,6 +40,7 @@ void TextCompareWidget::connectEditing()
                 m_compared.document = document;
                 m_compared.left = left;
                 m_compared.right = right;
+                m_presenter->takeEdited(document, left, right);
                 showCounts();
                 if (const QString replaced = std::exchange(m_replaced, {}); !replaced.isEmpty())
                     showMessage(replaced + QStringLiteral(" | ") + m_foot->message());
@@ -114,15 +116,8 @@ void TextCompareWidget::connectAlignment()
 
 void TextCompareWidget::showCounts()
 {
-    const DiffCounts counts = m_compared.document->counts().value_or(DiffCounts());
-    showMessage(
-        Velmora::tr("Compare done: %1 diffs (added %2, removed %3, modified %4) | Left: %5 lines, Right: %6 lines")
-            .arg(counts.differences())
-            .arg(counts.added)
-            .arg(counts.removed)
-            .arg(counts.modified)
-            .arg(counts.leftLines)
-            .arg(counts.rightLines));
+    if (m_compared.document)
+        showMessage(describeCounts(m_presenter->findings(), m_view->scene().countsMinor()));
 }
 
 QString TextCompareWidget::title() const

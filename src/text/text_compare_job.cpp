@@ -50,6 +50,12 @@ std::shared_ptr<const EditSnapshot> keptText(const SideInput &input, const Loade
     return input.shown && input.shown->holdsSameAs(side.text.lines) ? input.shown : nullptr;
 }
 
+/// Of a text that was edited nobody has counted the line ends.
+EndedLines endedLines(const SideInput &input, const LoadedSide &side)
+{
+    return {side.text.lines, input.edited ? LineEndStyle::Mixed : side.text.lineEnds};
+}
+
 } // namespace
 
 TextCompareResult runTextCompare(const TextCompareInput &input, const CancelFlag &cancel, Progress &progress)
@@ -83,9 +89,11 @@ TextCompareResult runTextCompare(const TextCompareInput &input, const CancelFlag
         compareAligned(*left, *right, options, input.pairs, cancel, compareProgress, result.remarks);
     if (cancel.isCancelled())
         return result;
-    result.document =
-        std::make_shared<DiffDocument>(std::move(rows), std::make_shared<TextLinesSource>(result.left.text.lines),
-                                       std::make_shared<TextLinesSource>(result.right.text.lines), input.tabWidth);
+    std::vector<LineEndRow> lineEnds = differingLineEnds(rows, endedLines(input.left, result.left),
+                                                         endedLines(input.right, result.right), options, cancel);
+    result.document = std::make_shared<DiffDocument>(
+        std::move(rows), std::make_shared<TextLinesSource>(result.left.text.lines),
+        std::make_shared<TextLinesSource>(result.right.text.lines), std::move(lineEnds), input.tabWidth);
     return result;
 }
 

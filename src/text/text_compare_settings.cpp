@@ -5,6 +5,7 @@
 #include "text/text_compare_widget.h"
 #include "text/text_editing.h"
 #include "text/text_inputs.h"
+#include "text/view/diff_view.h"
 
 #include <QMenu>
 
@@ -57,6 +58,19 @@ void TextCompareWidget::addPresets()
         });
     }
     m_bar->offerBeside(m_bar->settings, menu);
+}
+
+void TextCompareWidget::addReportForms()
+{
+    auto *menu = new QMenu(this);
+    menu->addAction(Velmora::tr("All lines"), this, &TextCompareWidget::onExportHtml);
+    menu->addAction(Velmora::tr("All lines, with marks and links"), this,
+                    [this] { exportReport(ReportExport::markedForm({})); });
+    menu->addAction(Velmora::tr("Differing parts, with marks and links"), this,
+                    [this] { exportReport(ReportExport::markedForm(m_view->scene().layout().context())); });
+    m_bar->exportReport->setMenu(menu);
+    if (auto *button = qobject_cast<QToolButton *>(m_bar->widgetForAction(m_bar->exportReport)))
+        button->setPopupMode(QToolButton::MenuButtonPopup);
 }
 
 void TextCompareWidget::takeSettings(const TextSessionOptions &chosen)

@@ -24,6 +24,7 @@ void TextCompareWidget::showPosition()
 {
     DiffScene &scene = m_view->scene();
     m_bar->showPosition({scene.currentBlock(), scene.layout().blockCount(), scene.canStep(false), scene.canStep(true)});
+    m_foot->showBlocks(scene.layout().rowsInBlocks(), scene.layout().blockCount());
 }
 
 void TextCompareWidget::showCaret()

@@ -24,6 +24,7 @@
 #include "text/text_editing.h"
 #include "text/text_inputs.h"
 #include "text/text_view_options.h"
+#include "text/verdict_bar.h"
 #include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
 #include "text/view/line_detail.h"
@@ -50,8 +51,9 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
       m_bar(new TextCompareBar(this)),
       m_inputs(new TextInputs(this)),
       m_progress(new ProgressStrip(this)),
+      m_verdict(new VerdictBar(this)),
       m_view(new DiffView(this)),
-      m_presenter(new ResultPresenter(window, *m_view, this)),
+      m_presenter(new ResultPresenter(window, *m_view, *m_verdict, this)),
       m_editing(new TextEditing(*m_view, *m_inputs, this)),
       m_patches(new PatchCopy(this)),
       m_findBar(new FindBar(this)),
@@ -73,6 +75,7 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
     connectChanges();
     connectAlignment();
     addPresets();
+    addReportForms();
     connect(&m_runner, &Runner::runningChanged, this, &TextCompareWidget::showRunning);
     connect(&m_runner, &Runner::runningChanged, this, [this] {
         if (!m_runner.isRunning())
@@ -83,6 +86,8 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
     connect(&m_view->scene(), &DiffScene::caretMoved, this, &TextCompareWidget::showPosition);
     connect(&m_view->scene(), &DiffScene::caretMoved, this, &TextCompareWidget::showCaret);
     connect(&m_view->scene().changes(), &IntraLineChanges::arrived, this, &TextCompareWidget::showPosition);
+    connect(m_verdict, &VerdictBar::offerTaken, this, &TextCompareWidget::onIgnoreMinor);
+    connect(m_bar->ignoreMinor, &QAction::toggled, this, &TextCompareWidget::showCounts);
     connect(m_view, &DiffView::panesMoved, m_inputs,
             [this] { m_inputs->alignTo(m_view->pane(Side::Left), m_view->pane(Side::Right)); });
     connect(m_view, &DiffView::contextMenuWanted, this, &TextCompareWidget::showContextMenu);
@@ -110,6 +115,7 @@ void TextCompareWidget::buildLayout()
     column->addWidget(m_inputs);
     column->addWidget(m_progress);
     column->addWidget(m_changeBar);
+    column->addWidget(m_verdict);
     column->addWidget(m_view, 1);
     auto *detail = new LineDetail(m_view->scene(), this);
     m_viewOptions = new TextViewOptions(*m_bar, *m_view, *detail, this);
@@ -222,6 +228,7 @@ void TextCompareWidget::refreshTheme()
     m_inputs->refreshTheme();
     m_findBar->refreshTheme();
     m_changeBar->refreshTheme();
+    m_verdict->refreshTheme();
     m_view->refreshTheme();
     m_viewOptions->takeAppearance();
 }
@@ -332,7 +339,7 @@ void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::sha
     m_formatText = encodingLabel;
     m_foot->showFormat(encodingLabel);
     chooseSyntax(m_view->scene(), *diff, m_running.options, paths);
-    m_presenter->show({diff, leftRaw, rightRaw, paths});
+    m_presenter->show({diff, leftRaw, rightRaw, paths, m_running.options});
 
     m_title = title();
     m_editing->takeComparison({{}, leftRaw, rightRaw, diff, {}, {}}, m_running.options);
@@ -383,13 +390,21 @@ void TextCompareWidget::showMessage(const QString &message)
 
 void TextCompareWidget::onExportHtml()
 {
+    exportReport({});
+}
+
+void TextCompareWidget::exportReport(const std::optional<MarkedReportForm> &form)
+{
     if (!m_compared.document) {
         showMessage(Velmora::tr("No comparison result to export"));
         return;
     }
     Dialogs::instance().saveFile(this, Velmora::tr("Export diff report"), QStringLiteral("diff_report.html"),
-                                 QStringLiteral("HTML (*.html)"),
-                                 [this](const QString &path) { m_reports.write(m_compared, path); });
+                                 QStringLiteral("HTML (*.html)"), [this, form](const QString &path) {
+                                     ReportExport::Content content = m_compared;
+                                     content.marked = form;
+                                     m_reports.write(content, path);
+                                 });
 }
 
 } // namespace velmora

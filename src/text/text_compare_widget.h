@@ -26,6 +26,7 @@ class TextEditing;
 class TextInputs;
 class TextSide;
 class TextViewOptions;
+class VerdictBar;
 struct UnsavedTexts;
 enum class ChangedFile;
 
@@ -34,7 +35,7 @@ enum class ChangedFile;
 ///
 /// A comparison reads and compares on a worker; the result stays shown until the next one has completed, also when that
 /// fails or is cancelled. Differences are numbered as blocks, runs of rows that differ, while the status line counts
-/// rows.
+/// rows; the foot says how many rows the blocks have.
 class TextCompareWidget final : public SessionWidget {
     Q_OBJECT
 public:
@@ -86,8 +87,8 @@ public Q_SLOTS:
     void onShowAll();
     void onShowDifferences();
     void onShowIdentical();
-    /// Counts unimportant differences as equal, or as differences when they were; rows in the status line are counted
-    /// without them either way.
+    /// Counts unimportant differences as equal, or as differences when they were; the status line names them apart from
+    /// the rows that differ.
     void onIgnoreMinor();
     void onSwapSides();
     void onSaveLeft();
@@ -132,6 +133,9 @@ private:
     void addPresets();
     /// The name of the line ends that the side's file has; empty when no file is shown.
     [[nodiscard]] QString ownLineEnds(Side side) const;
+    void addReportForms();
+    /// Asks for the file and writes the report there; the usual one without a form.
+    void exportReport(const std::optional<MarkedReportForm> &form);
     void takeSettings(const TextSessionOptions &chosen);
     [[nodiscard]] Side sideUnder(QPoint position) const;
 
@@ -178,6 +182,7 @@ private:
     TextCompareBar *m_bar;
     TextInputs *m_inputs;
     ProgressStrip *m_progress;
+    VerdictBar *m_verdict;
     DiffView *m_view;
     ResultPresenter *m_presenter;
     TextEditing *m_editing;

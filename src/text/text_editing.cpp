@@ -122,7 +122,6 @@ void TextEditing::compareAgain()
         if (outcome.end != RunEnd::Done || !outcome.value->document)
             return;
         m_view.scene().replaceDocument(outcome.value->document);
-        m_view.setBanner({});
         Q_EMIT recompared(outcome.value->document, outcome.value->left.text.lines, outcome.value->right.text.lines);
     });
 }

@@ -64,6 +64,30 @@ private Q_SLOTS:
         QCOMPARE(runCli("text - left", "one\ntwo\nthree\nfour\n").status, 0);
     }
 
+    void countsDifferingLineEndsApart()
+    {
+        const QList<std::array<QByteArray, 3>> cases{
+            {"a\nb\n", "a\r\nb\r\n", " | Line ends differ in 2 rows"},
+            {"a\nb\n", "a\nb", " | The last line feed is missing on the right"},
+            {"a\nb", "a\r\nb\r\n", " | Line ends differ in 1 rows | The last line feed is missing on the left"},
+            {"a\r\nb\r", "a\r\nb\r\n", " | Line ends differ in 1 rows"},
+            {"a\nb", "a\nb", ""},
+        };
+        for (const auto &[left, right, ends] : cases) {
+            CliFiles::write("left", left);
+            CliFiles::write("right", right);
+            const QByteArray counts =
+                "Compare done: 0 diffs (added 0, removed 0, modified 0) | Left: 2 lines, Right: 2 lines";
+            QCOMPARE(compare("--preset strict").output, counts + ends + '\n');
+            QCOMPARE(compare("--preset strict --format html").output.contains("missing on the right</div>"),
+                     ends.endsWith("right"));
+            for (const char *format : {"summary", "json", "html", "patch"})
+                QCOMPARE(compare(QByteArray("--format ") + format).status, ends.isEmpty() ? 0 : 1);
+            QCOMPARE(compare("--preset relaxed").output, counts + '\n');
+            QCOMPARE(compare("--preset relaxed").status, 0);
+        }
+    }
+
     void optionsComeFromSessionFilesAndBareObjects()
     {
         TextSessionOptions options;
@@ -200,15 +224,19 @@ private Q_SLOTS:
         QCOMPARE(object[u"left"][u"path"].toString(), word("left"));
         QCOMPARE(object[u"right"][u"lineEnds"].toString(), word("Mixed"));
         QCOMPARE(object[u"counts"][u"modified"].toInt(), 1);
+        QCOMPARE(object[u"counts"][u"lineEnds"].toInt(), 1);
+        QCOMPARE(object[u"counts"][u"missingLastLineFeeds"].toInt(), 0);
+        QVERIFY(object[u"left"][u"lastLineFeed"].toBool());
         QStringList described;
         for (const QJsonValue row : object[u"rows"].toArray())
-            described.append(QStringLiteral("%1 %2:%3 %4 | %5")
+            described.append(QStringLiteral("%1 %2:%3 %4 | %5%6")
                                  .arg(row[u"kind"].toInt())
                                  .arg(row[u"leftLine"].toInt())
                                  .arg(row[u"rightLine"].toInt())
-                                 .arg(row[u"leftText"].toString(), row[u"rightText"].toString()));
+                                 .arg(row[u"leftText"].toString(), row[u"rightText"].toString(),
+                                      row[u"leftEnd"].toString() + row[u"rightEnd"].toString()));
         QCOMPARE(described.join(u'\n'),
-                 word("0 1:1 same | same\n3 2:2 old \"x\"\t\\ | old \"y\"\t\\\n0 3:-1 # note | # note"));
+                 word("0 1:1 same | sameLFCRLF\n3 2:2 old \"x\"\t\\ | old \"y\"\t\\\n0 3:-1 # note | # note"));
     }
 
     void jsonEscapesEveryControlCharacter()
@@ -254,6 +282,27 @@ body { font-family: 'Consolas', 'Courier New', monospace; font-size: 12px; margi
 </html>
 )")),
                  result.output.constData());
+    }
+
+    void htmlWithMarksHasTheDifferingPartsAndLinks()
+    {
+        CliFiles::write("left", "1\n2\n3\n<old> value\n5\n6\n7\n8\nend\n");
+        CliFiles::write("right", "1\n2\n3\n<new> value\n5\n6\n7\n8\nend");
+        const CliResult result = compare("--format html --context 1");
+        const QString page = QString::fromUtf8(result.output);
+        QCOMPARE(result.status, 1);
+        QVERIFY2(page.contains(word(R"(<tr class="gap"><td colspan="5">⋯ 2 equal lines</td></tr>
+<tr class="eq"><td class="nav"></td><td class="ln">3</td><td>3</td><td class="ln">3</td><td>3</td></tr>
+<tr class="mod" id="d1"><td class="nav"><a href="#d2" title="Next difference">&darr;</a></td>)"
+                                    R"(<td class="ln">4</td><td>&lt;<span class="m">old</span>&gt; value</td>)"
+                                    R"(<td class="ln">4</td><td>&lt;<span class="m">new</span>&gt; value</td></tr>
+<tr class="eq"><td class="nav"></td><td class="ln">5</td><td>5</td><td class="ln">5</td><td>5</td></tr>
+<tr class="gap"><td colspan="5">⋯ 2 equal lines</td></tr>
+)")) && page.contains(word("<tr class=\"eq\" id=\"d2\"><td class=\"nav\"><a href=\"#d1\"")),
+                 result.output.constData());
+        QCOMPARE(compare("--format html --context all").output.count("<tr class=\"eq\""), 8);
+        for (const char *bad : {"--context 3", "--format html --context -1", "--format html --context x"})
+            QCOMPARE(compare(bad).status, 2);
     }
 
 private:

@@ -127,6 +127,7 @@ private Q_SLOTS:
                 const CliResult result = makePatch(left, right, options);
                 QCOMPARE(options + result.errors, QByteArray(options));
                 QCOMPARE(result.status, left == right ? 0 : 1);
+                QCOMPARE(runCli("text left right --preset strict").status, result.status); // counts all of it, too
                 QCOMPARE(result.output.isEmpty(), left == right);
                 if (left != right)
                     QCOMPARE(applied(result.output), right);

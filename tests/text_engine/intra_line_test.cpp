@@ -1,5 +1,5 @@
 #include "support/test_main.h"
-#include "text/engine/line_diff_engine.h"
+#include "text/engine/line_marks.h"
 #include "text_engine/lines.h"
 #include "text_engine/plain_engine.h"
 
@@ -36,6 +36,30 @@ private Q_SLOTS:
         check("abc", "", "");
         // Going back, the table drops from the second text first, so the match is its earliest one.
         check("xa", "aya", "[ay]a");
+    }
+
+    void marksAreWordsAndTellWhatDoesNotCount()
+    {
+        const auto shown = [](const char *own, const char *other, const KeyRules &rules) {
+            QString text = QString::fromUtf8(own);
+            const QString otherText = QString::fromUtf8(other);
+            const QList<LineMark> marks = lineMarks(text, intraLineChanges(otherText, text), otherText, rules);
+            for (qsizetype k = marks.size(); k-- > 0;) {
+                text.insert(marks[k].end(), marks[k].minor ? u')' : u']');
+                text.insert(marks[k].start, marks[k].minor ? u'(' : u'[');
+            }
+            return text.toUtf8();
+        };
+        const KeyRules space{.dropLeading = true, .dropTrailing = true, .collapse = true};
+        const KeyRules letterCase{.foldCase = true};
+        QCOMPARE(shown("xayb", "a", {}), QByteArray("[xayb]"));
+        QCOMPARE(shown("x-y", "-", {}), QByteArray("[x]-[y]")); // no word goes on there
+        QCOMPARE(shown("xabcy", "abc", {}), QByteArray("[x]abc[y]"));
+        QCOMPARE(shown("  a = 1", "a = 2", {}), QByteArray("[  ]a = [1]"));
+        QCOMPARE(shown("  a = 1", "a = 2", space), QByteArray("(  )a = [1]"));
+        QCOMPARE(shown("a b1", "ab2", space), QByteArray("a[ ]b[1]"));
+        QCOMPARE(shown("a\tb1  ", "a b2", space), QByteArray("a(\t)b[1](  )"));
+        QCOMPARE(shown("Name 1", "name 2", letterCase), QByteArray("(N)ame [1]"));
     }
 
     void randomLinesAgree()

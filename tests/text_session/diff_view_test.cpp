@@ -320,7 +320,7 @@ private Q_SLOTS:
         QCOMPARE(left->text(QAccessible::Value), QStringLiteral("No line here, added"));
         v.scene.goToBlock(0);
         QCOMPARE(right->text(QAccessible::Description),
-                 QStringLiteral("Difference 1 of 1, added: no line on the left, right line 2"));
+                 QStringLiteral("Difference block 1 of 1, added: no line on the left, right line 2"));
 
         QAccessibleTextInterface *text = right->textInterface();
         QVERIFY(text);

@@ -96,7 +96,9 @@ private Q_SLOTS:
     {
         const QByteArray picture = "===~====";
         RowLayout layout = layoutOf(picture);
-        layout.setRows(rowsOf(picture), {false, true, false, false, true, false, false, false});
+        std::vector<RowMark> marks(8, RowMark::None);
+        marks[1] = marks[4] = RowMark::Minor;
+        layout.setRows(rowsOf(picture), marks);
         QCOMPARE(blocks(layout), QStringLiteral("1+1 3+2"));
         layout.setFilter(RowFilter::Differences);
         QCOMPARE(shownRows(layout), QStringLiteral("0 1 2 3 4 [5+3]"));

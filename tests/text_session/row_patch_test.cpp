@@ -14,7 +14,7 @@ QByteArray randomText(QRandomGenerator &random, int lines)
 {
     QByteArray text;
     for (int k = 0; k < lines; ++k)
-        text += "line " + QByteArray::number(random.bounded(6)) + " of the text\n";
+        text += "line " + QByteArray::number(random.bounded(6)) + " of the text" + (random.bounded(3) ? "\n" : "\r\n");
     return text;
 }
 
@@ -27,6 +27,18 @@ std::vector<qint32> unimportantRows(const DiffDocument &document)
         const bool differs = document.text(row, Side::Left) != document.text(row, Side::Right);
         if (document.kind(row) == Equal && (lacksALine || differs))
             rows.push_back(qint32(row));
+    }
+    return rows;
+}
+
+/// The plain form of `DiffDocument::lineEndRows`.
+std::vector<LineEndRow> lineEndRows(const DiffDocument &document, const EditSnapshot &left, const EditSnapshot &right)
+{
+    std::vector<LineEndRow> rows;
+    for (qsizetype row = 0; row < document.rowCount(); ++row) {
+        const qint32 lines[] = {document.lineNumber(row, Side::Left), document.lineNumber(row, Side::Right)};
+        if (lines[0] >= 1 && lines[1] >= 1 && left.lineEnd(lines[0] - 1) != right.lineEnd(lines[1] - 1))
+            rows.push_back({qint32(row), left.lineEnd(lines[0] - 1), right.lineEnd(lines[1] - 1)});
     }
     return rows;
 }
@@ -60,7 +72,9 @@ private Q_SLOTS:
         const TextLines right = TextLines::split(randomText(random, 30));
         EditBuffer buffers[] = {EditBuffer(left), EditBuffer(right)};
         std::shared_ptr<const DiffDocument> document = std::make_shared<DiffDocument>(
-            compareTexts(left, right, options, {}, nobody), buffers[0].snapshot(), buffers[1].snapshot());
+            compareTexts(left, right, options, {}, nobody), buffers[0].snapshot(), buffers[1].snapshot(),
+            differingLineEnds(compareTexts(left, right, options, {}, nobody), {left, LineEndStyle::Mixed},
+                              {right, LineEndStyle::Mixed}, options));
         std::size_t foundUnimportant = 0;
         for (int round = 0; round < 1500; ++round) {
             const Side side = random.bounded(2) ? Side::Left : Side::Right;
@@ -85,6 +99,7 @@ private Q_SLOTS:
             if (QTest::currentTestFailed())
                 return;
             QCOMPARE(document->unimportantRows(), unimportantRows(*document));
+            QCOMPARE(document->lineEndRows(), lineEndRows(*document, *buffers[0].snapshot(), *buffers[1].snapshot()));
             foundUnimportant += document->unimportantRows().size();
             for (qsizetype row = 0; row < document->rowCount(); ++row) {
                 if (document->kind(row) == Equal)

@@ -130,7 +130,7 @@ private Q_SLOTS:
                                      "1\n2\n");
         QCOMPARE(f.format(), QStringLiteral("Left: UTF-8 [CRLF] | Right: UTF-8 BOM [LF]"));
         QCOMPARE(f.diffs(), 0);
-        QVERIFY(f.status().endsWith(QStringLiteral("Left: 2 lines, Right: 2 lines"))); // no empty last line
+        QVERIFY(f.status().contains(QStringLiteral("Left: 2 lines, Right: 2 lines"))); // no empty last line
     }
 
     void obeysTheChosenEncoding()
@@ -190,10 +190,74 @@ private Q_SLOTS:
         f.compare(left, left);
         QCOMPARE(banner(), QStringLiteral("The texts are identical"));
         f.compare(left, f.file(QStringLiteral("b"), "x  y\n"));
-        QCOMPARE(banner(), QStringLiteral("No differences under the rules of this comparison"));
-        QVERIFY(f.scene().document()->differsUnimportantly(0));
+        const QString rules =
+            QStringLiteral("No differences under the rules of this comparison, which ignore: white space | ");
+        QCOMPARE(banner(), rules + QStringLiteral("1 rows differ only in that"));
+        QCOMPARE(f.position(), QStringLiteral("Diff 0/0"));
+
+        // Bar, banner and foot agree when such rows count, as they do after one click.
+        const QString counts = f.status();
+        QTest::mouseClick(f.child<QPushButton>("verdictOffer"), Qt::LeftButton);
+        QCOMPARE(banner(), rules + QStringLiteral("1 rows differ only in what is ignored, and count here"));
+        QCOMPARE(f.position(), QStringLiteral("Diff 0/1"));
+        QCOMPARE(f.label(QStringLiteral("blocksLabel")), QStringLiteral("1 rows in 1 blocks"));
+        QCOMPARE(f.status(), counts + QStringLiteral(" | 1 unimportant rows count, too"));
+        QTest::mouseClick(f.child<QPushButton>("verdictOffer"), Qt::LeftButton);
+        QCOMPARE(f.status(), counts);
         f.compare(left, f.file(QStringLiteral("c"), "x z\n"));
         QCOMPARE(banner(), QString());
+    }
+
+    void warnsOfIndentationWhereItHasMeaning()
+    {
+        SessionFixture f;
+        const auto banner = [&f](const QString &suffix) {
+            f.compare(f.file(u'a' + suffix, "if x:\n    y()\nz\n"), f.file(u'b' + suffix, "if x:\n  y()\nZ \n"));
+            return f.label(QStringLiteral("diffBanner"));
+        };
+        const QString warning =
+            QStringLiteral("1 rows that count as equal are indented differently, which has meaning in ");
+        QCOMPARE(banner(QStringLiteral(".py")), warning + QStringLiteral("Python"));
+        QCOMPARE(banner(QStringLiteral(".yml")), warning + QStringLiteral("YAML"));
+        QCOMPARE(banner(QStringLiteral(".txt")), QString());
+    }
+
+    void lineEndsAreDifferencesOfTheirOwn()
+    {
+        SessionFixture f;
+        const auto found = [&f] {
+            QStringList said{f.position(), f.label(QStringLiteral("blocksLabel"))};
+            return (said + f.status().split(QStringLiteral(" | ")).mid(2)).join(u'|');
+        };
+        auto compare = [&f, number = 0](const QByteArray &left, const QByteArray &right) mutable {
+            const QString name = QString::number(++number);
+            f.compare(f.file(u'a' + name, left), f.file(u'b' + name, right));
+        };
+        compare("a\nb\nc\n", "a\r\nb\r\nc\r\n");
+        QCOMPARE(f.diffs(), 0);
+        QCOMPARE(found(), QStringLiteral("Diff 0/1|3 rows in 1 blocks|Line ends differ in 3 rows"));
+        compare("a\nb\nc", "a\nb\nc\n");
+        QCOMPARE(found(), QStringLiteral("Diff 0/1|1 rows in 1 blocks|The last line feed is missing on the left"));
+        QCOMPARE(
+            f.label(QStringLiteral("diffBanner")),
+            QStringLiteral("The lines are equal, their ends are not. | The last line feed is missing on the left"));
+
+        // One difference all through two versions, wherever lines are changed; each new place is one more.
+        compare("a\nb\nc\nd\nsame\ne\n", "a\r\nB1\r\nc\r\nd\r\nsame\ne\r\n");
+        QCOMPARE(found(), QStringLiteral("Diff 0/3|4 rows in 3 blocks|Line ends differ in 4 rows"));
+        QCOMPARE(f.label(QStringLiteral("diffBanner")), QStringLiteral("Line ends differ in 4 rows"));
+        QList<qsizetype> stops;
+        for (int k = 0; k < 3; ++k) {
+            f.session.onNextDiff();
+            stops.append(f.scene().caret().position.row);
+        }
+        QCOMPARE(stops, (QList<qsizetype>{0, 1, 6}));
+
+        // Copying one ends it.
+        compare("a\nb\n", "a\r\nb\r\n");
+        f.session.onNextDiff();
+        f.session.onCopyLeftToRight();
+        QCOMPARE(f.position(), QStringLiteral("Diff 0/0"));
     }
 
     void announcesBinaryContent()

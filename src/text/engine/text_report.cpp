@@ -88,7 +88,10 @@ void TextReportWriter::addSide(qint32 line, const QString &text)
 bool TextReportWriter::finish(const TextReportLabels &labels)
 {
     m_page << "</table>\n";
-    writeHtmlElement(m_page, "<div class=\"summary\">", labels.summary, "</div>\n</body>\n</html>\n");
+    writeHtmlElement(m_page, "<div class=\"summary\">", labels.summary, "</div>\n");
+    for (const QString &sentence : labels.lineEnds)
+        writeHtmlElement(m_page, "<div class=\"summary\">", sentence, "</div>\n");
+    m_page << "</body>\n</html>\n";
     return m_page.finish();
 }
 

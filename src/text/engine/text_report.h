@@ -8,6 +8,7 @@
 #include <QDateTime>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 class QIODevice;
 
@@ -17,14 +18,15 @@ struct TextSessionOptions;
 
 /// The texts of a report, as they are shown: translated and filled in.
 struct TextReportLabels {
-    QString title;       ///< "Velmora — diff report"
-    QString heading;     ///< "Velmora diff report"
-    QString left;        ///< "Left: %1"
-    QString right;       ///< "Right: %1"
-    QString generatedAt; ///< "Generated at"
-    QString leftColumn;  ///< "Left side"
-    QString rightColumn; ///< "Right side"
-    QString summary;     ///< "Diff summary: %1 total (added %2, removed %3, modified %4)"
+    QString title;        ///< "Velmora — diff report"
+    QString heading;      ///< "Velmora diff report"
+    QString left;         ///< "Left: %1"
+    QString right;        ///< "Right: %1"
+    QString generatedAt;  ///< "Generated at"
+    QString leftColumn;   ///< "Left side"
+    QString rightColumn;  ///< "Right side"
+    QString summary;      ///< "Diff summary: %1 total (added %2, removed %3, modified %4)"
+    QStringList lineEnds; ///< what differs in line ends, a sentence each; each stands below the summary
 };
 
 /// Writes the result of a text comparison as one HTML page in UTF-8, row by row, so that a long one is never in memory

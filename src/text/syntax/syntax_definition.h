@@ -96,6 +96,7 @@ struct SyntaxContext {
 /// stands for what is outside of all spans.
 struct SyntaxDefinition {
     QString name;
+    bool indentationHasMeaning = false; ///< white space at the start of a line is part of what it says
     WildcardList files;
     WildcardList firstLines;
     WildcardList otherFirstLines; ///< a file whose first line matches is of another type whatever its name

@@ -153,6 +153,7 @@ void DefinitionReader::readHead(JsonReading &from)
     m_definition.name = from.text(QStringLiteral("name"));
     if (m_definition.name.isEmpty())
         from.fail(QStringLiteral("has no name"));
+    m_definition.indentationHasMeaning = from.flag(QStringLiteral("indentation"));
     m_definition.files = WildcardList(from.words(QStringLiteral("files")));
     m_definition.firstLines = WildcardList(from.texts(QStringLiteral("firstLines")));
     m_definition.otherFirstLines = WildcardList(from.texts(QStringLiteral("otherFirstLines")));
@@ -161,7 +162,7 @@ void DefinitionReader::readHead(JsonReading &from)
 int DefinitionReader::readLanguage(JsonReading &from)
 {
     // What files the language is found in does not matter where it is embedded.
-    for (const char *key : {"name", "files", "firstLines", "otherFirstLines"})
+    for (const char *key : {"name", "indentation", "files", "firstLines", "otherFirstLines"})
         static_cast<void>(from.raw(QLatin1String(key)));
     m_ignoresCase = from.flag(QStringLiteral("ignoreCase"));
     include(m_wordStarts, from.text(QStringLiteral("wordStarts")));

@@ -24,20 +24,21 @@ qint64 widestLineOf(const LineSource &source, int tabWidth)
 } // namespace
 
 DiffDocument::DiffDocument(QList<AlignedRow> rows, std::shared_ptr<const LineSource> left,
-                           std::shared_ptr<const LineSource> right, int tabWidth)
+                           std::shared_ptr<const LineSource> right, std::vector<LineEndRow> lineEnds, int tabWidth)
     : m_rows(std::move(rows)),
       m_left(std::move(left)),
       m_right(std::move(right)),
       m_tabWidth(tabWidth),
       m_widest(std::max(widestLineOf(*m_left, tabWidth), widestLineOf(*m_right, tabWidth))),
-      m_counts(countRows(m_rows))
+      m_counts(countRows(m_rows)),
+      m_lineEndRows(std::move(lineEnds))
 {
     addUnimportantRows(0, m_rows.size());
 }
 
 DiffDocument::DiffDocument(const DiffDocument &before, const RowChange &change, QList<AlignedRow> rows,
                            std::shared_ptr<const LineSource> left, std::shared_ptr<const LineSource> right,
-                           qint64 widest)
+                           const std::vector<LineEndRow> &lineEnds, qint64 widest)
     : m_rows(std::move(rows)),
       m_left(std::move(left)),
       m_right(std::move(right)),
@@ -52,6 +53,32 @@ DiffDocument::DiffDocument(const DiffDocument &before, const RowChange &change, 
     const auto shift = qint32(change.inserted - change.removed);
     std::transform(behind, earlier.end(), std::back_inserter(m_unimportantRows),
                    [shift](qint32 row) { return row + shift; });
+    takeLineEnds(before, change, lineEnds);
+}
+
+void DiffDocument::takeLineEnds(const DiffDocument &before, const RowChange &change,
+                                const std::vector<LineEndRow> &changed)
+{
+    const auto comesBefore = [](const LineEndRow &at, qsizetype row) { return at.row < row; };
+    const std::vector<LineEndRow> &earlier = before.m_lineEndRows;
+    const auto first = std::lower_bound(earlier.begin(), earlier.end(), change.first, comesBefore);
+    const auto behind = std::lower_bound(first, earlier.end(), change.first + change.removed, comesBefore);
+    const auto appendMoved = [this](auto from, auto to, qsizetype by) {
+        std::transform(from, to, std::back_inserter(m_lineEndRows), [by](LineEndRow at) {
+            at.row += qint32(by);
+            return at;
+        });
+    };
+    m_lineEndRows.assign(earlier.begin(), first);
+    appendMoved(changed.begin(), changed.end(), change.first);
+    appendMoved(behind, earlier.end(), change.inserted - change.removed);
+}
+
+const LineEndRow *DiffDocument::lineEndsOf(qsizetype row) const
+{
+    const auto found = std::lower_bound(m_lineEndRows.begin(), m_lineEndRows.end(), row,
+                                        [](const LineEndRow &at, qsizetype wanted) { return at.row < wanted; });
+    return found != m_lineEndRows.end() && found->row == row ? &*found : nullptr;
 }
 
 DiffDocument::DiffDocument(const DiffDocument &other, int tabWidth) : DiffDocument(other)

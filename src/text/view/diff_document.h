@@ -1,6 +1,7 @@
 #pragma once
 
 #include "text/engine/diff_line.h"
+#include "text/engine/line_ends.h"
 #include "text/view/line_source.h"
 #include "text/view/side.h"
 
@@ -32,14 +33,16 @@ public:
         qsizetype inserted = 0;
     };
 
-    /// Counts the rows, reads the equal ones and measures the texts. `tabWidth` is the distance of tab stops in
-    /// columns.
+    /// Counts the rows, reads the equal ones and measures the texts. `lineEnds` are the rows whose line ends differ, in
+    /// order, where these count; `tabWidth` is the distance of tab stops in columns.
     DiffDocument(QList<AlignedRow> rows, std::shared_ptr<const LineSource> left,
-                 std::shared_ptr<const LineSource> right, int tabWidth = 4);
+                 std::shared_ptr<const LineSource> right, std::vector<LineEndRow> lineEnds = {}, int tabWidth = 4);
     /// `before` after a change of some rows and of their lines, for a caller that knows how wide the widest line is, at
-    /// most. Looks at the changed rows alone; nobody has counted them yet.
+    /// most, and which of the new rows, counted from 0, have `lineEnds` that differ. Looks at the changed rows alone;
+    /// nobody has counted them yet.
     DiffDocument(const DiffDocument &before, const RowChange &change, QList<AlignedRow> rows,
-                 std::shared_ptr<const LineSource> left, std::shared_ptr<const LineSource> right, qint64 widest);
+                 std::shared_ptr<const LineSource> left, std::shared_ptr<const LineSource> right,
+                 const std::vector<LineEndRow> &lineEnds, qint64 widest);
 
     /// The same rows and lines with other tab stops.
     DiffDocument(const DiffDocument &other, int tabWidth);
@@ -61,6 +64,11 @@ public:
     /// All rows of which that is true, in order.
     [[nodiscard]] const std::vector<qint32> &unimportantRows() const noexcept { return m_unimportantRows; }
 
+    /// The rows whose line ends differ, in order; none where line ends do not count.
+    [[nodiscard]] const std::vector<LineEndRow> &lineEndRows() const noexcept { return m_lineEndRows; }
+    /// Those of one row; null when they are the same or do not count.
+    [[nodiscard]] const LineEndRow *lineEndsOf(qsizetype row) const;
+
     /// The row that shows line `number` (1-based) of `side`, or the nearest row before it that shows a line; -1 when no
     /// row does. Takes the logarithm of the rows, and a step for each row in the longest run of rows without a line.
     [[nodiscard]] qsizetype rowOfLine(Side side, qint32 number) const;
@@ -73,6 +81,7 @@ public:
 
 private:
     void addUnimportantRows(qsizetype first, qsizetype end);
+    void takeLineEnds(const DiffDocument &before, const RowChange &change, const std::vector<LineEndRow> &changed);
 
     QList<AlignedRow> m_rows;
     std::shared_ptr<const LineSource> m_left;
@@ -81,6 +90,7 @@ private:
     qint64 m_widest = 0;
     std::optional<DiffCounts> m_counts;
     std::vector<qint32> m_unimportantRows;
+    std::vector<LineEndRow> m_lineEndRows;
 };
 
 } // namespace velmora

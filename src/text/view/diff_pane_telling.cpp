@@ -42,7 +42,8 @@ QString DiffPane::describeCurrentRow() const
             .arg(QString::number(layout.rowsAt(index).count));
     }
     const qint32 number = document->lineNumber(row, m_side);
-    const QString kind = describeKind(document->kind(row));
+    const bool onlyEndsDiffer = document->kind(row) == Equal && document->lineEndsOf(row);
+    const QString kind = onlyEndsDiffer ? Velmora::tr("line ends differ") : describeKind(document->kind(row));
     if (number < 1)
         return Velmora::tr("No line here, %1").arg(kind);
     return Velmora::tr("Line %1, %2: %3").arg(QString::number(number), kind, currentLine());

@@ -1,6 +1,7 @@
 #include "text/view/diff_scene.h"
 
 #include "text/view/edit_buffer.h"
+#include "text/view/row_marks.h"
 
 #include <algorithm>
 #include <utility>
@@ -19,7 +20,8 @@ DiffScene::DiffScene(QObject *parent) : QObject(parent), m_leftColouring(Side::L
 void DiffScene::takeDocument(std::shared_ptr<const DiffDocument> document)
 {
     const bool sameRows = m_document && document && m_document->rows().isSharedWith(document->rows()) &&
-                          (!m_countsMinor || m_document->unimportantRows() == document->unimportantRows());
+                          (!m_countsMinor || m_document->unimportantRows() == document->unimportantRows()) &&
+                          m_document->lineEndRows() == document->lineEndRows();
     m_document = std::move(document);
     const DiffDocument *shown = m_document.get();
     m_left.setSource(shown ? &shown->source(Side::Left) : nullptr, shown ? shown->tabWidth() : 4);
@@ -33,13 +35,10 @@ void DiffScene::takeDocument(std::shared_ptr<const DiffDocument> document)
 
 void DiffScene::layOutRows()
 {
-    std::vector<bool> minor;
-    if (m_document && m_countsMinor) {
-        minor.resize(std::size_t(m_document->rowCount()));
-        for (const qint32 row : m_document->unimportantRows())
-            minor[std::size_t(row)] = true;
-    }
-    m_layout.setRows(m_document ? m_document->rows() : QList<AlignedRow>(), std::move(minor));
+    if (m_document)
+        m_layout.setRows(m_document->rows(), rowMarks(*m_document, m_countsMinor));
+    else
+        m_layout.setRows({});
 }
 
 void DiffScene::setDocument(std::shared_ptr<const DiffDocument> document)
@@ -257,9 +256,11 @@ qint64 DiffScene::columnsPerPage() const
 
 qint64 DiffScene::maximumColumn() const
 {
-    const qint64 widest = m_document ? m_document->widestLine() : 0;
+    qint64 widest = m_document ? m_document->widestLine() : 0;
     if (m_wraps && widest <= LineRenderer::longestWrapped)
         return 0;
+    if (m_document && !m_document->lineEndRows().empty())
+        widest += columnsForLineEnd;
     return widest > columnsPerPage() ? widest + columnsToSpare - columnsPerPage() : 0;
 }
 

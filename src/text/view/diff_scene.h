@@ -146,6 +146,8 @@ Q_SIGNALS:
 private:
     /// Of air behind the widest line, and around the caret when it is scrolled into sight.
     static constexpr qint64 columnsToSpare = 4;
+    /// Of room behind it for the name of a line end.
+    static constexpr qint64 columnsForLineEnd = 14;
 
     void setCurrentBlock(qsizetype block);
     [[nodiscard]] bool isCurrentHidden() const;

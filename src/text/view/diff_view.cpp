@@ -1,6 +1,5 @@
 #include "text/view/diff_view.h"
 
-#include "session/diff_colours.h"
 #include "text/view/diff_pane.h"
 #include "text/view/merge_splitter.h"
 #include "text/view/overview_strip.h"
@@ -9,7 +8,6 @@
 #include "text/view/text_font.h"
 
 #include <QGridLayout>
-#include <QLabel>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QWheelEvent>
@@ -34,7 +32,6 @@ DiffView::DiffView(QWidget *parent)
       m_overview(new OverviewStrip(m_scene, this)),
       m_vertical(new QScrollBar(Qt::Vertical, this)),
       m_horizontal(new QScrollBar(Qt::Horizontal, this)),
-      m_banner(new QLabel(this)),
       m_leftNotice(new PaneNotice(m_left)),
       m_rightNotice(new PaneNotice(m_right))
 {
@@ -45,21 +42,14 @@ DiffView::DiffView(QWidget *parent)
     m_splitter->setStretchFactor(1, 1);
     m_splitter->setObjectName(QStringLiteral("diffSplitter"));
 
-    m_banner->setObjectName(QStringLiteral("diffBanner"));
-    m_banner->setAlignment(Qt::AlignCenter);
-    m_banner->setContentsMargins(8, 5, 8, 5);
-    m_banner->setAutoFillBackground(true);
-    m_banner->hide();
-
     auto *grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(0);
-    grid->addWidget(m_banner, 0, 0, 1, 3);
-    grid->addWidget(m_splitter, 1, 0);
-    grid->addWidget(m_overview, 1, 1);
-    grid->addWidget(m_vertical, 1, 2);
-    grid->addWidget(m_horizontal, 2, 0);
-    grid->setRowStretch(1, 1);
+    grid->addWidget(m_splitter, 0, 0);
+    grid->addWidget(m_overview, 0, 1);
+    grid->addWidget(m_vertical, 0, 2);
+    grid->addWidget(m_horizontal, 1, 0);
+    grid->setRowStretch(0, 1);
     grid->setColumnStretch(0, 1);
 
     connect(m_vertical, &QScrollBar::valueChanged, this, &DiffView::scrollVertically);
@@ -101,12 +91,6 @@ void DiffView::showNotice(Side side, bool shown)
 {
     notice(side).setVisible(shown);
     placeNotices();
-}
-
-void DiffView::setBanner(const QString &text)
-{
-    m_banner->setText(text);
-    m_banner->setVisible(!text.isEmpty());
 }
 
 qreal DiffView::fontPointSize() const
@@ -155,10 +139,6 @@ void DiffView::resetZoom()
 
 void DiffView::refreshTheme()
 {
-    QPalette palette = m_banner->palette();
-    palette.setColor(QPalette::Window, diffColour(DiffColour::Unimportant));
-    palette.setColor(QPalette::WindowText, diffColour(DiffColour::Text));
-    m_banner->setPalette(palette);
     m_leftNotice->refresh();
     m_rightNotice->refresh();
     m_overview->refresh();

@@ -4,7 +4,6 @@
 
 #include <QWidget>
 
-class QLabel;
 class QScrollBar;
 
 namespace velmora {
@@ -15,7 +14,7 @@ class OverviewStrip;
 class PaneNotice;
 
 /// Two texts side by side, row by row: the panes, a splitter between them, one pair of scroll bars for both, the
-/// overview of all differences, and a banner and cards for what is to be said about a side.
+/// overview of all differences, and cards for what is to be said about a side.
 ///
 /// Holds no text: shows a `DiffDocument` that it is given.
 class DiffView final : public QWidget {
@@ -40,9 +39,6 @@ public:
     /// The card on a side; hidden until shown.
     [[nodiscard]] PaneNotice &notice(Side side) { return side == Side::Left ? *m_leftNotice : *m_rightNotice; }
     void showNotice(Side side, bool shown);
-
-    /// A line of text above the panes; none when empty.
-    void setBanner(const QString &text);
 
     /// The size of the texts in points; clamped to 6 to 40.
     [[nodiscard]] qreal fontPointSize() const;
@@ -82,7 +78,6 @@ private:
     OverviewStrip *m_overview;
     QScrollBar *m_vertical;
     QScrollBar *m_horizontal;
-    QLabel *m_banner;
     PaneNotice *m_leftNotice;
     PaneNotice *m_rightNotice;
     QString m_fontFamily;

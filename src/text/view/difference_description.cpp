@@ -34,8 +34,12 @@ QString describeLines(LineRange range, Side side)
         .arg(range.last);
 }
 
-QString describeKindOf(const LineRange &left, const LineRange &right)
+QString describeKindOf(RowMark mark, const LineRange &left, const LineRange &right)
 {
+    if (mark == RowMark::LineEnds)
+        return Velmora::tr("line ends differ");
+    if (mark == RowMark::LastLineFeed)
+        return Velmora::tr("last line feed missing");
     if (left.first < 1)
         return Velmora::tr("added");
     return right.first < 1 ? Velmora::tr("removed") : Velmora::tr("modified");
@@ -51,9 +55,10 @@ QString describeCurrentDifference(const DiffScene &scene)
     const RowRange rows = scene.layout().block(block);
     const LineRange left = linesOf(*scene.document(), rows, Side::Left);
     const LineRange right = linesOf(*scene.document(), rows, Side::Right);
-    return Velmora::tr("Difference %1 of %2, %3: %4, %5")
-        .arg(QString::number(block + 1), QString::number(scene.layout().blockCount()), describeKindOf(left, right),
-             describeLines(left, Side::Left), describeLines(right, Side::Right));
+    return Velmora::tr("Difference block %1 of %2, %3: %4, %5")
+        .arg(QString::number(block + 1), QString::number(scene.layout().blockCount()),
+             describeKindOf(scene.layout().markOf(rows.first), left, right), describeLines(left, Side::Left),
+             describeLines(right, Side::Right));
 }
 
 } // namespace velmora

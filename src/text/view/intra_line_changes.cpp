@@ -74,9 +74,20 @@ RowChanges wholeAt(qint32 offset, std::string_view left, std::string_view right)
     return {whole(left), whole(right)};
 }
 
+/// `changes` with the marks that show them.
+RowChanges marked(RowChanges changes, std::string_view left, std::string_view right, const KeyRules &rules,
+                  const CancelFlag &cancel)
+{
+    const QString leftText = textOfUtf8(left);
+    const QString rightText = textOfUtf8(right);
+    changes.leftMarks = lineMarks(leftText, changes.left, rightText, rules, cancel);
+    changes.rightMarks = lineMarks(rightText, changes.right, leftText, rules, cancel);
+    return changes;
+}
+
 } // namespace
 
-RowChanges findRowChanges(const DiffDocument &document, qsizetype row, const CancelFlag &cancel)
+RowChanges findRowChanges(const DiffDocument &document, qsizetype row, const KeyRules &rules, const CancelFlag &cancel)
 {
     const DiffDocument::Cell leftCell = document.cell(row, Side::Left);
     const DiffDocument::Cell rightCell = document.cell(row, Side::Right);
@@ -86,8 +97,11 @@ RowChanges findRowChanges(const DiffDocument &document, qsizetype row, const Can
     std::string_view right = rightCell.source->bytes(rightCell.line);
     if (left.empty() || right.empty())
         return {};
+    const std::string_view wholeLeft = left;
+    const std::string_view wholeRight = right;
+    const bool isLong = cells(left, right) > cellsAtMost;
     qint32 offset = 0;
-    if (cells(left, right) > cellsAtMost) {
+    if (isLong) {
         const std::size_t prefix = commonPrefix(left, right);
         offset = qint32(utf16Length(left.substr(0, prefix)));
         left.remove_prefix(prefix);
@@ -97,8 +111,9 @@ RowChanges findRowChanges(const DiffDocument &document, qsizetype row, const Can
         right.remove_suffix(suffix);
     }
     if (left.empty() || right.empty() || left.size() + right.size() > longestMatched)
-        return wholeAt(offset, left, right);
-    return changesAt(offset, textOfUtf8(left), textOfUtf8(right), cells(left, right) > cellsAtMost, cancel);
+        return marked(wholeAt(offset, left, right), wholeLeft, wholeRight, {}, cancel);
+    RowChanges found = changesAt(offset, textOfUtf8(left), textOfUtf8(right), cells(left, right) > cellsAtMost, cancel);
+    return marked(std::move(found), wholeLeft, wholeRight, isLong ? KeyRules() : rules, cancel);
 }
 
 QList<qint32> changeStarts(const RowChanges &changes, Side side)
@@ -157,7 +172,7 @@ const RowChanges *IntraLineChanges::changesOf(qsizetype row)
         return nullptr;
     }
     m_frameCost += cost;
-    return &*m_known.insert(row, findRowChanges(*m_document, row));
+    return &*m_known.insert(row, findRowChanges(*m_document, row, m_rules));
 }
 
 void IntraLineChanges::endFrame()
@@ -172,12 +187,12 @@ void IntraLineChanges::startWorker()
         return;
     m_begun = std::exchange(m_waiting, {});
     m_runner.start(
-        [document = m_document, rows = m_begun](const CancelFlag &cancel, Progress &) {
+        [document = m_document, rows = m_begun, rules = m_rules](const CancelFlag &cancel, Progress &) {
             Answers answers;
             for (const qsizetype row : rows) {
                 if (cancel.isCancelled())
                     break;
-                answers.insert(row, findRowChanges(*document, row, cancel));
+                answers.insert(row, findRowChanges(*document, row, rules, cancel));
             }
             return answers;
         },

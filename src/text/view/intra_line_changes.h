@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/runner.h"
-#include "text/engine/line_diff_engine.h"
+#include "text/engine/line_marks.h"
 #include "text/view/diff_document.h"
 
 #include <QHash>
@@ -15,15 +15,23 @@ struct RowChanges {
     QList<CharRange> left;
     QList<CharRange> right;
 
+    QList<LineMark> leftMarks = {}; ///< the same as they are shown
+    QList<LineMark> rightMarks = {};
+
     [[nodiscard]] const QList<CharRange> &of(Side side) const { return side == Side::Left ? left : right; }
+    [[nodiscard]] const QList<LineMark> &marksOf(Side side) const
+    {
+        return side == Side::Left ? leftMarks : rightMarks;
+    }
 };
 
-/// Finds the changed characters of the row's two lines by `intraLineChanges`.
+/// Finds the changed characters of the row's two lines by `intraLineChanges`, and which of them count under `rules`.
 ///
 /// Lines too long for that are first relieved of what they have in common at both ends; when the rest is still too
-/// long, it is matched word by word, and when it is longer than anybody reads, it is one change. Usable from any
-/// thread; empty when cancelled.
-[[nodiscard]] RowChanges findRowChanges(const DiffDocument &document, qsizetype row, const CancelFlag &cancel = {});
+/// long, it is matched word by word, and when it is longer than anybody reads, it is one change; of such lines all
+/// changes count. Usable from any thread; empty when cancelled.
+[[nodiscard]] RowChanges findRowChanges(const DiffDocument &document, qsizetype row, const KeyRules &rules = {},
+                                        const CancelFlag &cancel = {});
 
 /// The units of the line of `side` at which changes begin, in increasing order: also those of which this side has
 /// nothing.
@@ -37,6 +45,9 @@ class IntraLineChanges final : public QObject {
     Q_OBJECT
 public:
     explicit IntraLineChanges(QObject *parent = nullptr);
+
+    /// By which rules changes count or not, from the next document on.
+    void setRules(const KeyRules &rules) { m_rules = rules; }
 
     /// Forgets everything. Null when there is nothing to show.
     void setDocument(std::shared_ptr<const DiffDocument> document);
@@ -57,6 +68,7 @@ private:
     void startWorker();
 
     std::shared_ptr<const DiffDocument> m_document;
+    KeyRules m_rules;
     Answers m_known;
     QList<qsizetype> m_waiting; ///< rows in sight that were asked for and not yet begun
     QList<qsizetype> m_begun;   ///< rows the worker is at

@@ -94,7 +94,8 @@ void LineDetail::paintSide(QPainter &painter, qsizetype row, Side side, const Ro
         painter.fillRect(text, diffColour(DiffColour::Filler));
         return;
     }
-    painter.fillRect(text, diffColour(rowBackground(document.kind(row), document.differsUnimportantly(row))));
+    const QColor background = diffColour(rowBackground(document.kind(row), document.differsUnimportantly(row)));
+    painter.fillRect(text, background);
     painter.setPen(diffColour(DiffColour::MutedText));
     const qint32 number = document.lineNumber(row, side);
     if (number >= 1) {
@@ -110,16 +111,15 @@ void LineDetail::paintSide(QPainter &painter, qsizetype row, Side side, const Ro
     if (cell.own && m_scene.showsSyntax())
         inks.tokens = m_scene.colouring(side).tokensOf(cell.line);
     if (changes) {
-        for (const CharRange &range : changes->of(side)) {
-            const qreal left = lineText.left() - m_scene.scrolledX() + renderer.xOf(cell.line, range.start);
+        for (const LineMark &mark : changes->marksOf(side)) {
+            const qreal left = lineText.left() - m_scene.scrolledX() + renderer.xOf(cell.line, mark.start);
             if (left > text.right())
                 break;
-            const qreal right =
-                lineText.left() - m_scene.scrolledX() + renderer.xOf(cell.line, range.start + range.length);
+            const qreal right = lineText.left() - m_scene.scrolledX() + renderer.xOf(cell.line, mark.end());
             painter.fillRect(QRectF(left, text.top(), right - left, text.height()).intersected(text),
-                             diffColour(DiffColour::ModifiedStrong));
+                             markColour(mark.minor, background, diffColour(DiffColour::ModifiedStrong)));
             if (!inks.tokens.empty())
-                inks.over.append({range.start, range.start + range.length, inks.text});
+                inks.over.append({mark.start, mark.end(), inks.text});
         }
     }
     renderer.draw(painter, cell.line, lineText, m_scene.scrolledX(), inks);

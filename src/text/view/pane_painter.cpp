@@ -17,6 +17,22 @@ namespace {
 
 constexpr int hatchSize = 8;
 
+/// What is written behind a line whose end differs from that of the other side.
+QString lineEndLabel(LineEnd end)
+{
+    switch (end) {
+    case LineEnd::None:
+        break;
+    case LineEnd::Lf:
+        return QStringLiteral("LF");
+    case LineEnd::CrLf:
+        return QStringLiteral("CRLF");
+    case LineEnd::Cr:
+        return QStringLiteral("CR");
+    }
+    return Velmora::tr("no line feed");
+}
+
 /// A tile of thin diagonals, drawn in the pixels of the device.
 QPixmap hatchTile(const QColor &back, const QColor &line, qreal pixelRatio)
 {
@@ -46,12 +62,12 @@ PanePainter::Row PanePainter::rowAt(qsizetype index, int y) const
     const qsizetype row = layout.rowAt(index);
     const int height = int(layout.linesAt(index)) * layout.rowHeight();
     const auto strip = [y, height](const QRect &area) { return QRect(area.left(), y, area.width(), height); };
-    const bool unimportant = m_document.differsUnimportantly(row);
     return {row,
             index,
             m_document.kind(row),
-            unimportant,
-            unimportant && m_scene.countsMinor(),
+            m_document.differsUnimportantly(row),
+            layout.markOf(row),
+            m_document.lineEndsOf(row),
             m_document.cell(row, m_look.side),
             strip(m_look.gutter),
             strip(m_look.text)};
@@ -99,7 +115,7 @@ void PanePainter::paintText(const Row &row)
     LineInks inks;
     inks.text = colour(row.cell.own ? DiffColour::Text : DiffColour::MutedText);
     inks.ofRoles = &m_inks;
-    if (row.kind == Modified || row.minor)
+    if (row.kind == Modified || row.mark == RowMark::Minor)
         paintChanges(row, inks.over);
     paintMatches(row, inks.over);
     if (row.cell.own && m_scene.showsSyntax())
@@ -111,7 +127,26 @@ void PanePainter::paintText(const Row &row)
     const QRectF area = QRectF(row.text).adjusted(paneMetrics::textIndent, 0, 0, 0);
     m_scene.rendererOf(row.cell, m_look.side)
         .draw(m_painter, row.cell.line, area, m_scene.scrolledX(row.cell, m_look.side), inks);
+    if (row.ends)
+        paintLineEnd(row);
     m_painter.restore();
+}
+
+void PanePainter::paintLineEnd(const Row &row)
+{
+    LineRenderer &renderer = m_scene.renderer(m_look.side);
+    const LineRenderer::Place end = renderer.placeOf(row.cell.line, renderer.length(row.cell.line));
+    const QString name = lineEndLabel(m_look.side == Side::Left ? row.ends->left : row.ends->right);
+    QRectF area = partArea(row, end.part).translated(end.x + renderer.cellWidth() / 2, 0);
+    area.setWidth(QFontMetricsF(renderer.font()).horizontalAdvance(name) + renderer.cellWidth());
+    if (!area.intersects(row.text))
+        return;
+    m_painter.setRenderHint(QPainter::Antialiasing);
+    m_painter.setPen(Qt::NoPen);
+    m_painter.setBrush(colour(DiffColour::ModifiedStrong));
+    m_painter.drawRoundedRect(area.adjusted(0, 1, 0, -1), 3, 3);
+    m_painter.setPen(colour(DiffColour::Text));
+    renderer.drawLabel(m_painter, area, Qt::AlignHCenter, name);
 }
 
 void PanePainter::paintGap(const Row &row)
@@ -144,6 +179,8 @@ DiffColour PanePainter::backgroundOf(const Row &row) const
 
 QString PanePainter::signOf(const Row &row) const
 {
+    if (row.ends && row.kind == Equal)
+        return QStringLiteral("\u21B5");
     if (row.unimportant)
         return QStringLiteral("\u2248");
     if (!row.cell.source)
@@ -182,8 +219,10 @@ void PanePainter::paintFiller(const Row &row)
 
 void PanePainter::paintGutter(const Row &row)
 {
-    const bool isDifference = (row.kind != Equal || row.minor) && row.cell.source;
-    m_painter.fillRect(row.gutter, colour(isDifference ? backgroundOf(row) : DiffColour::Gutter));
+    const bool isDifference = (row.kind != Equal || row.mark != RowMark::None) && row.cell.source;
+    const bool endsOnly = row.mark == RowMark::LineEnds || row.mark == RowMark::LastLineFeed;
+    const DiffColour behind = endsOnly ? DiffColour::Modified : backgroundOf(row);
+    m_painter.fillRect(row.gutter, colour(isDifference ? behind : DiffColour::Gutter));
     const qsizetype block = m_scene.layout().blockOf(row.row);
     if (block >= 0 && block == m_scene.currentBlock()) {
         QRect bar = row.gutter;
@@ -247,14 +286,13 @@ void PanePainter::paintChanges(const Row &row, QList<Tint> &inks)
     if (!changes)
         return;
     const auto [first, last] = unitsInSight(row);
-    const QList<CharRange> &ranges = changes->of(m_look.side);
-    const auto inSight = std::partition_point(ranges.begin(), ranges.end(), [first = first](const CharRange &range) {
-        return range.start + range.length < first;
-    });
-    for (auto range = inSight; range != ranges.end() && range->start <= last; ++range) {
-        paintUnits(row, std::max<qsizetype>(range->start, first - 1),
-                   std::min<qsizetype>(range->start + range->length, last + 1), colour(DiffColour::ModifiedStrong));
-        inks.append({range->start, range->start + range->length, colour(DiffColour::Text)});
+    const QList<LineMark> &marks = changes->marksOf(m_look.side);
+    const auto inSight = std::partition_point(marks.begin(), marks.end(),
+                                              [first = first](const LineMark &mark) { return mark.end() < first; });
+    for (auto mark = inSight; mark != marks.end() && mark->start <= last; ++mark) {
+        paintUnits(row, std::max<qsizetype>(mark->start, first - 1), std::min<qsizetype>(mark->end(), last + 1),
+                   markColour(mark->minor, colour(backgroundOf(row)), colour(DiffColour::ModifiedStrong)));
+        inks.append({mark->start, mark->end(), colour(DiffColour::Text)});
     }
 }
 

@@ -34,8 +34,9 @@ private:
         qsizetype row;
         qsizetype index;
         DiffLineKind kind;
-        bool unimportant; ///< equal, but not the same text
-        bool minor;       ///< unimportant, and such rows count as differences
+        bool unimportant;       ///< equal, but not the same text
+        RowMark mark;           ///< why it counts as a difference although it is equal
+        const LineEndRow *ends; ///< null unless its lines end differently
         DiffDocument::Cell cell;
         QRect gutter; ///< of all its lines
         QRect text;
@@ -63,7 +64,9 @@ private:
     [[nodiscard]] QRectF partArea(const Row &row, qsizetype part);
     [[nodiscard]] QColor colour(DiffColour role) const { return m_colours[std::size_t(role)]; }
     [[nodiscard]] DiffColour backgroundOf(const Row &row) const;
-    /// "+", "-", "~", "≈" for differences that do not matter, or nothing.
+    /// The name of the line's end behind it.
+    void paintLineEnd(const Row &row);
+    /// "+", "-", "~", "≈" for differences that do not matter, "↵" for those of line ends, or nothing.
     [[nodiscard]] QString signOf(const Row &row) const;
 
     QPainter &m_painter;

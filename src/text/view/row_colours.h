@@ -21,4 +21,14 @@ namespace velmora {
     return unimportant ? DiffColour::Unimportant : DiffColour::Background;
 }
 
+/// What is behind changed characters: `strong`, or for those that do not matter a shade between it and the background.
+[[nodiscard]] inline QColor markColour(bool minor, const QColor &background, const QColor &strong)
+{
+    if (!minor)
+        return strong;
+    const auto between = [](int back, int front) { return (3 * back + 2 * front) / 5; };
+    return {between(background.red(), strong.red()), between(background.green(), strong.green()),
+            between(background.blue(), strong.blue())};
+}
+
 } // namespace velmora

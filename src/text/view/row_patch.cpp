@@ -125,6 +125,23 @@ QList<AlignedRow> align(const EditedTexts &texts, Lines left, Lines right, const
     return rows;
 }
 
+/// The rows of a patch whose lines end differently, counted from 0.
+std::vector<LineEndRow> lineEndsIn(const EditedTexts &texts, const QList<AlignedRow> &rows,
+                                   const TextSessionOptions &options)
+{
+    std::vector<LineEndRow> found;
+    for (qsizetype row = 0; options.compareLineEndings && row < rows.size(); ++row) {
+        const AlignedRow &at = rows[row];
+        if (at.leftLine < 1 || at.rightLine < 1)
+            continue;
+        const LineEndRow ends{qint32(row), texts.left->lineEnd(at.leftLine - 1),
+                              texts.right->lineEnd(at.rightLine - 1)};
+        if (ends.left != ends.right)
+            found.push_back(ends);
+    }
+    return found;
+}
+
 QList<AlignedRow> spliced(const QList<AlignedRow> &before, RowRange replaced, const QList<AlignedRow> &with, Side side,
                           qint32 shift)
 {
@@ -179,7 +196,8 @@ std::shared_ptr<const DiffDocument> patchDocument(const DiffDocument &before, co
     const bool sameRows = shift == 0 && before.rows().sliced(touched.first, touched.count) == rows;
     return std::make_shared<DiffDocument>(before, DiffDocument::RowChange{touched.first, touched.count, rows.size()},
                                           sameRows ? before.rows() : spliced(before.rows(), touched, rows, side, shift),
-                                          texts.left, texts.right, widest(before, texts.of(side), side, change));
+                                          texts.left, texts.right, lineEndsIn(texts, rows, options),
+                                          widest(before, texts.of(side), side, change));
 }
 
 } // namespace velmora

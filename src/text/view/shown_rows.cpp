@@ -33,18 +33,33 @@ bool comesBefore(const RowRange &a, const RowRange &b)
 
 bool ShownRows::differs(qsizetype row) const
 {
-    return m_rows.at(row).kind != Equal || (!m_minor.empty() && m_minor[std::size_t(row)]);
+    return m_rows.at(row).kind != Equal || markOf(row) != RowMark::None;
 }
 
-void ShownRows::setRows(const QList<AlignedRow> &rows, std::vector<bool> minor)
+RowMark ShownRows::markOf(qsizetype row) const
+{
+    return m_marks.empty() || m_rows.at(row).kind != Equal ? RowMark::None : m_marks[std::size_t(row)];
+}
+
+void ShownRows::setRows(const QList<AlignedRow> &rows, std::vector<RowMark> marks)
 {
     m_rows = rows;
-    m_minor = std::move(minor);
+    m_marks = std::move(marks);
     m_opened.clear();
     m_blocks.clear();
+    m_rowsInBlocks = 0;
+    RowMark before = RowMark::None;
     for (qsizetype row = 0; row < m_rows.size(); ++row) {
-        if (differs(row))
+        if (!differs(row))
+            continue;
+        const RowMark mark = markOf(row);
+        const RowMark apart = mark == RowMark::Minor ? RowMark::None : mark;
+        if (apart == before)
             extend(m_blocks, row);
+        else
+            m_blocks.push_back({row, 1});
+        before = apart;
+        ++m_rowsInBlocks;
     }
     filterRows();
 }
@@ -120,9 +135,10 @@ void ShownRows::findRuns()
     if (m_filter == RowFilter::Identical)
         return;
     for (qsizetype index = 0; index < count(); ++index) {
-        const DiffLineKind kind = m_rows.at(rowAt(index)).kind;
-        if (kind != Equal)
-            extend(m_runs[kind - Added], index);
+        const qsizetype row = rowAt(index);
+        const DiffLineKind kind = m_rows.at(row).kind;
+        if (differs(row))
+            extend(m_runs[(kind == Equal ? Modified : kind) - Added], index);
     }
 }
 

@@ -11,6 +11,9 @@ namespace velmora {
 /// Which rows of a comparison are shown.
 enum class RowFilter : quint8 { All, Differences, Identical };
 
+/// Why an equal row counts as a difference all the same.
+enum class RowMark : quint8 { None, Minor, LineEnds, LastLineFeed };
+
 /// Consecutive rows [first, first + count).
 struct RowRange {
     qsizetype first = 0;
@@ -31,8 +34,8 @@ class ShownRows {
 public:
     static constexpr qsizetype usualContext = 3;
 
-    /// `minor` says which equal rows count as differences all the same; empty for none.
-    void setRows(const QList<AlignedRow> &rows, std::vector<bool> minor = {});
+    /// `marks` has one for each row, of which those of equal rows count; empty for none at all.
+    void setRows(const QList<AlignedRow> &rows, std::vector<RowMark> marks = {});
     void setFilter(RowFilter filter);
     [[nodiscard]] RowFilter filter() const noexcept { return m_filter; }
     /// How many equal rows are left on each side of a difference.
@@ -63,16 +66,23 @@ public:
     /// Opens the bands that touch any of `stretches` and closes all others.
     void setOpened(std::vector<RowRange> stretches);
 
-    /// A block is a maximal run of rows that differ, whether shown or not; blocks are numbered from 0.
+    /// A block is a maximal run of rows that differ, whether shown or not; blocks are numbered from 0. Rows that differ
+    /// in nothing but their line ends are blocks of their own, and so is one where a last line feed is missing.
     [[nodiscard]] qsizetype blockCount() const noexcept { return qsizetype(m_blocks.size()); }
     /// The rows of a block. Precondition: 0 <= block < blockCount().
     [[nodiscard]] RowRange block(qsizetype block) const { return m_blocks[std::size_t(block)]; }
+    /// The rows of all blocks together.
+    [[nodiscard]] qsizetype rowsInBlocks() const noexcept { return m_rowsInBlocks; }
     /// The first block that holds `row` or stands behind it; blockCount() when there is none.
     [[nodiscard]] qsizetype blockFrom(qsizetype row) const;
     /// The block that holds `row`, or -1.
     [[nodiscard]] qsizetype blockOf(qsizetype row) const;
 
-    /// Whether a row of `kind` (not `Equal`) is among the shown indices `range`.
+    /// Why `row` counts as a difference although it is equal.
+    [[nodiscard]] RowMark markOf(qsizetype row) const;
+
+    /// Whether a row of `kind` (not `Equal`), or for `Modified` an equal row that counts as a difference, is among the
+    /// shown indices `range`.
     [[nodiscard]] bool holds(DiffLineKind kind, RowRange range) const;
 
 private:
@@ -84,13 +94,14 @@ private:
     void findRuns();
 
     QList<AlignedRow> m_rows;
-    std::vector<bool> m_minor;
+    std::vector<RowMark> m_marks;
     RowFilter m_filter = RowFilter::All;
     qsizetype m_context = usualContext;
     std::vector<qint32> m_shown;    ///< rows by index; unused when all are shown
     std::vector<RowRange> m_bands;  ///< in order
     std::vector<RowRange> m_opened; ///< in order
     std::vector<RowRange> m_blocks;
+    qsizetype m_rowsInBlocks = 0;
     std::vector<RowRange> m_runs[3]; ///< runs of indices of the kinds Added, Removed, Modified
 };
 
