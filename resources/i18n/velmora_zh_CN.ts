@@ -3840,6 +3840,46 @@ Read-only: %5</source>
         <translation>相同：%1</translation>
     </message>
     <message>
+        <source>of these not read: %1</source>
+        <translation>其中未读取：%1</translation>
+    </message>
+    <message>
+        <source>Read them</source>
+        <translation>读取它们</translation>
+    </message>
+    <message>
+        <source>Read the files that are the same by size and time alone</source>
+        <translation>读取仅按大小和时间判断为相同的文件</translation>
+    </message>
+    <message>
+        <source>Same size and time, not read</source>
+        <translation>大小和时间相同，未读取</translation>
+    </message>
+    <message>
+        <source>Contains files of the same size and time that were not read</source>
+        <translation>含有大小和时间相同但未读取的文件</translation>
+    </message>
+    <message>
+        <source>%1; %2 of the same size and time not read</source>
+        <translation>%1；%2 个文件大小和时间相同但未读取</translation>
+    </message>
+    <message>
+        <source>Reading files of the same size and time...</source>
+        <translation>正在读取大小和时间相同的文件...</translation>
+    </message>
+    <message>
+        <source>%1 read files of the same size and time: %2</source>
+        <translation>%1 读取大小和时间相同的文件：%2</translation>
+    </message>
+    <message>
+        <source>Signs between the two sides</source>
+        <translation>两侧之间的符号</translation>
+    </message>
+    <message>
+        <source>The newer side of two files that differ</source>
+        <translation>两个不同文件中较新的一侧</translation>
+    </message>
+    <message>
         <source>Different: %1</source>
         <translation>不同：%1</translation>
     </message>
@@ -4050,6 +4090,14 @@ Read-only: %5</source>
     <message>
         <source>Files that carry the system attribute are not shown</source>
         <translation>不显示带有系统属性的文件</translation>
+    </message>
+    <message>
+        <source>Show hidden files and folders (&amp;H)</source>
+        <translation>显示隐藏的文件和文件夹(&amp;H)</translation>
+    </message>
+    <message>
+        <source>Hidden entries are compared, copied and deleted like all others</source>
+        <translation>隐藏条目与其他条目一样参与比较、复制和删除</translation>
     </message>
     <message>
         <source>Files whose name matches the mask are not shown (Ins)</source>

@@ -6,7 +6,11 @@
 
 #include <QFrame>
 #include <QGridLayout>
+#include <QLabel>
+#include <QPainter>
 #include <QPushButton>
+
+#include <iterator>
 
 namespace velmora {
 
@@ -54,6 +58,23 @@ QList<LegendRow> legendRows()
     };
 }
 
+struct LegendSign {
+    const char *sign; ///< UTF-8, as it stands between the panes
+    const char *text;
+};
+
+constexpr LegendSign legendSigns[] = {
+    {"=", QT_TRANSLATE_NOOP("Velmora", "Same")},
+    {"≈", QT_TRANSLATE_NOOP("Velmora", "Same size and time, not read")},
+    {"≠", QT_TRANSLATE_NOOP("Velmora", "Different")},
+    {"◂ ▸", QT_TRANSLATE_NOOP("Velmora", "The newer side of two files that differ")},
+    {"←", QT_TRANSLATE_NOOP("Velmora", "Left only")},
+    {"→", QT_TRANSLATE_NOOP("Velmora", "Right only")},
+    {"?", QT_TRANSLATE_NOOP("Velmora", "Not compared yet")},
+    {"…", QT_TRANSLATE_NOOP("Velmora", "Being compared")},
+    {"-", QT_TRANSLATE_NOOP("Velmora", "Contains filtered files only")},
+};
+
 /// The colours and signs of some marks, side by side.
 class Swatch final : public QWidget {
 public:
@@ -96,6 +117,25 @@ QLabel *makeHeading(const QString &text)
     return label;
 }
 
+/// What the signs in the middle of the tree mean, in two columns.
+QGridLayout *makeSigns()
+{
+    auto *grid = new QGridLayout;
+    grid->setHorizontalSpacing(12);
+    grid->setVerticalSpacing(3);
+    constexpr int columns = 2;
+    const int lines = int(std::size(legendSigns) + columns - 1) / columns;
+    for (int i = 0; i < int(std::size(legendSigns)); ++i) {
+        auto *sign = makeHeading(QString::fromUtf8(legendSigns[i].sign));
+        sign->setAlignment(Qt::AlignCenter);
+        grid->addWidget(sign, i % lines, 2 * (i / lines));
+        grid->addWidget(new QLabel(Velmora::tr(legendSigns[i].text)), i % lines, 2 * (i / lines) + 1);
+    }
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(3, 1);
+    return grid;
+}
+
 } // namespace
 
 LegendDialog::LegendDialog(QWidget *parent) : QDialog(parent)
@@ -109,7 +149,7 @@ LegendDialog::LegendDialog(QWidget *parent) : QDialog(parent)
     auto *grid = new QGridLayout(table);
     grid->setContentsMargins(16, 12, 16, 12);
     grid->setHorizontalSpacing(20);
-    grid->setVerticalSpacing(8);
+    grid->setVerticalSpacing(6);
     grid->addWidget(makeHeading(Velmora::tr("Folder")), 0, 1);
     grid->addWidget(makeHeading(Velmora::tr("File")), 0, 2);
     const QList<LegendRow> rows = legendRows();
@@ -122,6 +162,10 @@ LegendDialog::LegendDialog(QWidget *parent) : QDialog(parent)
         grid->addWidget(new QLabel(Velmora::tr(row.folder)), line, 1);
         grid->addWidget(new QLabel(files.join(QStringLiteral(" + "))), line, 2);
     }
+
+    const int below = grid->rowCount();
+    grid->addWidget(makeHeading(Velmora::tr("Signs between the two sides")), below, 0, 1, 3);
+    grid->addLayout(makeSigns(), below + 1, 0, 1, 3);
 
     auto *close = new QPushButton(Velmora::tr("Close"));
     close->setDefault(true);

@@ -4,10 +4,10 @@
 #include "cli/folder_request.h"
 #include "cli/output_target.h"
 #include "core/output_buffer.h"
+#include "core/visible_name.h"
 #include "folder/engine/folder_engine.h"
 #include "folder/engine/folder_filter.h"
 #include "folder/engine/folder_report.h"
-#include "platform/file_access.h"
 
 #include <QIODevice>
 
@@ -27,17 +27,20 @@ const std::array folderOptions{
     OptionSpec{"exclude", "MASKS", "no files that match one of them"},
     OptionSpec{"include-folders", "MASKS", "only folders that match one of them"},
     OptionSpec{"exclude-folders", "MASKS", "no folders that match one of them, and nothing in them"},
+    OptionSpec{"hidden", nullptr, "list hidden files and folders, too"},
+    OptionSpec{"read", nullptr, "under the rules, read the files that only have the same size and time"},
     OptionSpec{"structure", nullptr, "look at names only: what is on both sides is the same"},
     OptionSpec{"level", nullptr, "compare one level, without going into folders"},
 };
 
 constexpr const char *folderDetails =
-    "Compare two folders and all that is in them. Hidden files and folders are left out.\n"
+    "Compare two folders and all that is in them. Hidden files and folders are left out\n"
+    "unless they are asked for.\n"
     "Link cycles end where they close. Pipes, sockets and devices are never opened.\n";
 
 constexpr std::array examples{
     Example{"List what differs between two trees of sources:",
-            "velmora-cli folder --format list --exclude-folders '.git;build' old new | grep -v '^='"},
+            "velmora-cli folder --format list --exclude-folders '.git;build' old new | grep -v '^[=~]'"},
 };
 
 /// The answer of the engine, as far as it was asked for.
@@ -55,20 +58,22 @@ QList<FolderDiffItem> engineItems(const FolderRequest &request, const FolderRunR
         break;
     case FolderRequest::Scope::Level:
         return compareFolderLevel(request.left, request.right, method, {}, options.timeToleranceSec,
-                                  options.alignOverrides, report);
+                                  options.alignOverrides, report, hiddenEntries(options));
     case FolderRequest::Scope::Structure:
     case FolderRequest::Scope::StructureLevel:
         return listFolderStructure(request.left, request.right, request.scope == FolderRequest::Scope::Structure, {},
-                                   options.alignOverrides, report);
+                                   options.alignOverrides, report, hiddenEntries(options));
     }
     return compareFolderTree(request.left, request.right, {}, method, {}, options.timeToleranceSec,
-                             options.alignOverrides, report);
+                             options.alignOverrides, report, hiddenEntries(options));
 }
 
 Comparison compare(const FolderRequest &request)
 {
     Comparison comparison;
     comparison.items = engineItems(request, {nullptr, &comparison.problems});
+    if (request.readsUnread)
+        readUnread(comparison.items, {}, {nullptr, &comparison.problems});
     if (request.filtered)
         comparison.items = shownItems(comparison.items, FolderFilter(request.options));
     return comparison;
@@ -87,6 +92,12 @@ Counts countByStatus(const QList<FolderDiffItem> &items)
 const QString summaryText =
     QStringLiteral("Total: %1 items | Same: %2 | Different: %3 | Left only: %4 | Right only: %5");
 
+QByteArray unreadPart(const QList<FolderDiffItem> &items)
+{
+    const qint64 unread = countUnread(items);
+    return unread > 0 ? " | Same size and time, not read: " + QByteArray::number(unread) : QByteArray();
+}
+
 bool writeSummary(QIODevice &device, const FolderRequest &, const Comparison &comparison)
 {
     const Counts counts = countByStatus(comparison.items);
@@ -97,7 +108,7 @@ bool writeSummary(QIODevice &device, const FolderRequest &, const Comparison &co
                                 .arg(count(FolderDiffStatus::LeftOnly))
                                 .arg(count(FolderDiffStatus::RightOnly))
                                 .toLatin1() +
-                            '\n';
+                            unreadPart(comparison.items) + '\n';
     return device.write(line) == line.size();
 }
 
@@ -106,7 +117,9 @@ bool writeList(QIODevice &device, const FolderRequest &, const Comparison &compa
     OutputBuffer output(device);
     for (const FolderDiffItem &item : comparison.items) {
         static constexpr std::array signs{'=', '<', '>', '!'};
-        output << signs[std::size_t(item.status)] << ' ' << nativeName(item.name) << (item.isDir ? "/\n" : "\n");
+        const bool isUnread = item.isUnread && item.diffStatus() == FolderDiffStatus::Same;
+        output << (isUnread ? '~' : signs[std::size_t(item.status)]) << ' ' << visibleName(item.name).toStdString()
+               << (item.isDir ? "/\n" : "\n");
     }
     return output.finish();
 }
@@ -138,7 +151,8 @@ using Writer = bool (*)(QIODevice &device, const FolderRequest &request, const C
 
 constexpr std::array formats{
     ChoiceOf<Writer>{{"summary", "one line with the numbers of entries (the default)"}, writeSummary},
-    ChoiceOf<Writer>{{"list", "one line for each entry: = same, < left only, > right only, ! different"}, writeList},
+    ChoiceOf<Writer>{{"list", "one line for each entry: = same, ~ not read, < left only, > right only, ! different"},
+                     writeList},
     ChoiceOf<Writer>{{"json", "every field of every entry"}, writeJson},
     ChoiceOf<Writer>{{"html", "a report for reading"}, writeHtml},
 };
@@ -150,13 +164,14 @@ bool complainAbout(const Streams &streams, const QList<FolderProblem> &problems)
     for (const FolderProblem &problem : problems) {
         switch (problem.kind) {
         case FolderProblem::Kind::UnreadableFolder:
-            complain(streams, QStringLiteral("%1: cannot read the folder").arg(problem.path));
+            complain(streams, QStringLiteral("%1: cannot read the folder").arg(visibleName(problem.path)));
             break;
         case FolderProblem::Kind::UnreadableFile:
-            complain(streams, QStringLiteral("%1: cannot read the file").arg(problem.path));
+            complain(streams, QStringLiteral("%1: cannot read the file").arg(visibleName(problem.path)));
             break;
         case FolderProblem::Kind::LinkCycle:
-            complain(streams, QStringLiteral("warning: %1: links to a folder that it is in").arg(problem.path));
+            complain(streams,
+                     QStringLiteral("warning: %1: links to a folder that it is in").arg(visibleName(problem.path)));
             continue;
         }
         incomplete = true;

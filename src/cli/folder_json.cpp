@@ -3,6 +3,8 @@
 #include "cli/folder_request.h"
 #include "cli/json_writer.h"
 
+#include <algorithm>
+
 namespace velmora::cli {
 
 namespace {
@@ -41,6 +43,7 @@ void writeItem(JsonWriter &json, const FolderDiffItem &item)
     writeTime(json, "leftTime", item.leftTime);
     writeTime(json, "rightTime", item.rightTime);
     json.boolean("isDir", item.isDir);
+    json.boolean("isUnread", item.isUnread);
     json.endObject();
 }
 
@@ -64,6 +67,12 @@ void writeList(JsonWriter &json, std::string_view key, const QList<T> &list, voi
 
 } // namespace
 
+qint64 countUnread(const QList<FolderDiffItem> &items)
+{
+    return std::count_if(items.begin(), items.end(),
+                         [](const FolderDiffItem &item) { return item.isUnread && !item.isDir; });
+}
+
 void writeFolderJson(OutputBuffer &output, const FolderRequest &request, const QList<FolderDiffItem> &items,
                      const QList<FolderProblem> &problems)
 {
@@ -71,6 +80,7 @@ void writeFolderJson(OutputBuffer &output, const FolderRequest &request, const Q
     json.beginObject();
     json.text("left", request.left);
     json.text("right", request.right);
+    json.number("unread", countUnread(items));
     writeList(json, "problems", problems, writeProblem);
     writeList(json, "items", items, writeItem);
     json.endObject();

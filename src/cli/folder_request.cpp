@@ -82,6 +82,8 @@ QString FolderRequest::take(const Arguments &arguments)
     }
     // A script is told about every file unless it asks for less.
     options.excludeOsFiles = false;
+    options.showHidden = arguments.has("hidden");
+    readsUnread = arguments.has("read");
     for (const MaskOption &option : maskOptions) {
         for (const QString &masks : arguments.values(option.name))
             options.*option.masks += splitMasks(masks);

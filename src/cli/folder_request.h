@@ -23,7 +23,8 @@ struct FolderRequest {
     QString right;
     Scope scope = Scope::Tree;
     FolderSessionOptions options;
-    bool filtered = false; ///< some entries are not asked for
+    bool readsUnread = false; ///< files are read even when their sizes and times agree
+    bool filtered = false;    ///< some entries are not asked for
 
     /// Reads the arguments; returns what is wrong with them, empty when nothing is.
     [[nodiscard]] QString take(const Arguments &arguments);

@@ -101,8 +101,8 @@ public:
     using Sink = std::function<bool(FolderEntry &&)>;
 
     /// Gives `sink` the entries of a folder in no order: files, folders and working links, classed as what they point
-    /// to. Left out are hidden entries, broken links, entries that vanish meanwhile, and pipes, sockets and devices,
-    /// unless a link leads to one. Costs one system call for each entry.
+    /// to. Left out are hidden entries (but see `nativeWithHidden`), broken links, entries that vanish meanwhile, and
+    /// pipes, sockets and devices, unless a link leads to one. Costs one system call for each entry.
     [[nodiscard]] virtual FolderRead readFolder(const QString &path, const Sink &sink) const = 0;
 
     /// A new opener; this object must outlive it.
@@ -118,6 +118,8 @@ public:
     }
 
     [[nodiscard]] static const FileAccess &native();
+    /// The same, and its listings hold hidden entries.
+    [[nodiscard]] static const FileAccess &nativeWithHidden();
 };
 
 /// The bytes that stand for a path or name in system calls and in the output of programs. On Unix names are bytes:

@@ -156,6 +156,8 @@ bool describeEntry(int fd, const dirent &raw, FolderEntry &entry)
 
 class UnixAccess final : public FileAccess {
 public:
+    explicit UnixAccess(bool listsHidden) : m_listsHidden(listsHidden) {}
+
     FolderRead readFolder(const QString &path, const Sink &sink) const override
     {
         const ReachablePath place(path);
@@ -175,7 +177,9 @@ public:
             if (!raw)
                 return errno == 0 ? FolderRead::Complete : FolderRead::Unreadable;
             FolderEntry entry;
-            if (raw->d_name[0] == '.' || !describeEntry(fd, *raw, entry))
+            const std::string_view name(raw->d_name);
+            const bool isLeftOut = m_listsHidden ? name == "." || name == ".." : name.starts_with('.');
+            if (isLeftOut || !describeEntry(fd, *raw, entry))
                 continue;
             if (!sink(std::move(entry)))
                 return FolderRead::Stopped;
@@ -194,6 +198,9 @@ public:
         takeOver(status, entry);
         return entry;
     }
+
+private:
+    const bool m_listsHidden;
 };
 
 /// The length of the well-formed UTF-8 sequence at the begin of `bytes`, whose code point goes to `point`; 0 when there
@@ -248,7 +255,13 @@ void appendUtf8(std::string &bytes, char32_t point)
 
 const FileAccess &FileAccess::native()
 {
-    static const UnixAccess access;
+    static const UnixAccess access(false);
+    return access;
+}
+
+const FileAccess &FileAccess::nativeWithHidden()
+{
+    static const UnixAccess access(true);
     return access;
 }
 

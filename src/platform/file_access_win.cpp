@@ -104,11 +104,11 @@ bool describeTarget(const QString &path, FolderEntry &entry)
     return true;
 }
 
-bool describeEntry(const QString &folder, const WIN32_FIND_DATAW &raw, FolderEntry &entry)
+bool describeEntry(const QString &folder, const WIN32_FIND_DATAW &raw, bool listsHidden, FolderEntry &entry)
 {
     entry.name = QString::fromWCharArray(raw.cFileName);
     if (entry.name == QLatin1String(".") || entry.name == QLatin1String("..") ||
-        (raw.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0)
+        (!listsHidden && (raw.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0))
         return false;
     entry.kind = (raw.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? EntryKind::Folder : EntryKind::File;
     entry.size = joined(raw.nFileSizeHigh, raw.nFileSizeLow);
@@ -120,6 +120,8 @@ bool describeEntry(const QString &folder, const WIN32_FIND_DATAW &raw, FolderEnt
 
 class WindowsAccess final : public FileAccess {
 public:
+    explicit WindowsAccess(bool listsHidden) : m_listsHidden(listsHidden) {}
+
     FolderRead readFolder(const QString &path, const Sink &sink) const override
     {
         std::wstring pattern = longPath(path);
@@ -144,7 +146,7 @@ public:
         FolderRead result = FolderRead::Complete;
         do {
             FolderEntry entry;
-            if (describeEntry(path, raw, entry) && !sink(std::move(entry))) {
+            if (describeEntry(path, raw, m_listsHidden, entry) && !sink(std::move(entry))) {
                 result = FolderRead::Stopped;
                 break;
             }
@@ -162,13 +164,22 @@ public:
         FolderEntry entry;
         return describeTarget(path, entry) ? std::optional(std::move(entry)) : std::nullopt;
     }
+
+private:
+    const bool m_listsHidden;
 };
 
 } // namespace
 
 const FileAccess &FileAccess::native()
 {
-    static const WindowsAccess access;
+    static const WindowsAccess access(false);
+    return access;
+}
+
+const FileAccess &FileAccess::nativeWithHidden()
+{
+    static const WindowsAccess access(true);
     return access;
 }
 

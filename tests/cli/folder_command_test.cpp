@@ -19,11 +19,13 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(word("l/sub/deep")) && QDir().mkpath(word("r/sub")));
         CliFiles::write("l/both.txt", "left");
         CliFiles::write("r/both.txt", "rite");
-        QFile both(word("r/both.txt"));
-        QVERIFY(both.open(QIODevice::ReadWrite));
-        QVERIFY(both.setFileTime(QDateTime::currentDateTime().addSecs(10), QFileDevice::FileModificationTime));
         CliFiles::write("l/sub/equal", "12345");
         CliFiles::write("r/sub/equal", "12345");
+        for (const char *name : {"r/both.txt", "r/sub/equal"}) {
+            QFile later(word(name));
+            QVERIFY(later.open(QIODevice::ReadWrite));
+            QVERIFY(later.setFileTime(QDateTime::currentDateTime().addSecs(10), QFileDevice::FileModificationTime));
+        }
         CliFiles::write("l/sub/deep/only.o", "1");
         CliFiles::write("r/neü.h", "12");
     }
@@ -40,13 +42,17 @@ private Q_SLOTS:
         QCOMPARE(html.status, 1);
         QCOMPARE(html.output, QByteArray());
         QVERIFY(CliFiles::read("report.html").contains("<td>📄 neü.h</td><td><span class=\"tag tag-rightonly\">"));
-        QCOMPARE(runCli("folder l l").status, 0);
+        const CliResult itself = runCli("folder l l");
+        QCOMPARE(itself.status, 0);
+        QCOMPARE(itself.output, "Total: 5 items | Same: 5 | Different: 0 | Left only: 0 | Right only: 0 | "
+                                "Same size and time, not read: 3\n");
     }
 
     void writesEveryFieldAsJson()
     {
         const QJsonObject json = QJsonDocument::fromJson(runCli("folder l r --format json").output).object();
         QCOMPARE(json.value(word("left")).toString(), path("l"));
+        QCOMPARE(json.value(word("unread")).toInt(-1), 0);
         QCOMPARE(json.value(word("problems")).toArray(), QJsonArray());
         const QJsonArray items = json.value(word("items")).toArray();
         QCOMPARE(items.size(), 6);
@@ -60,7 +66,8 @@ private Q_SLOTS:
                                    {word("leftSize"), 1},
                                    {word("rightSize"), 0},
                                    {word("rightTime"), QJsonValue()},
-                                   {word("isDir"), false}};
+                                   {word("isDir"), false},
+                                   {word("isUnread"), false}};
         QCOMPARE(item, expected);
     }
 
@@ -70,7 +77,8 @@ private Q_SLOTS:
             {"--level", "! both.txt\n> neü.h\n= sub/\n"},
             {"--structure", "= both.txt\n> neü.h\n= sub/\n< sub/deep/\n< sub/deep/only.o\n= sub/equal\n"},
             {"--structure --level", "= both.txt\n> neü.h\n= sub/\n"},
-            {"--level --tolerance 3600", "= both.txt\n> neü.h\n= sub/\n"},
+            {"--level --tolerance 3600", "~ both.txt\n> neü.h\n= sub/\n"},
+            {"--level --tolerance 3600 --read", "! both.txt\n> neü.h\n= sub/\n"},
             {"--level --tolerance 3600 --method crc", "! both.txt\n> neü.h\n= sub/\n"},
             {"--level --method binary --align b*=n*", "! both.txt\n= sub/\n"},
             {"--exclude *.O;BOTH.*", "> neü.h\n! sub/\n< sub/deep/\n= sub/equal\n"},
@@ -96,13 +104,13 @@ private Q_SLOTS:
         QCOMPARE(cycle.status, 0);
     }
 
-    void writesNamesAsTheyAre()
+    void namesThatBreakLinesAreMadeVisible()
     {
         const QByteArray name = "\xE9\"\n\xFF";
         const QByteArray before = path("r/neü.h").toUtf8();
         const QByteArray after = path("r/").toUtf8() + name;
         QCOMPARE(std::rename(before.constData(), after.constData()), 0);
-        QVERIFY(runCli("folder l r --format list --level").output.contains("\n> " + name + '\n'));
+        QVERIFY(runCli("folder l r --format list --level").output.contains("\n> [xE9]\"[LF][xFF]\n"));
         QVERIFY(runCli("folder l r --format json").output.contains("{\"name\":\"\\udce9\\\"\\u000a\\udcff\","));
         QCOMPARE(std::remove(after.constData()), 0);
     }

@@ -182,6 +182,52 @@ private Q_SLOTS:
         }
     }
 
+    /// Files of one size and time were told like files whose contents are equal.
+    void whatWasNotReadIsKnown()
+    {
+        TestTree tree;
+        for (const char *side : {"left/", "right/"}) {
+            tree.file(word(side) + word("d/in/lies"), QByteArray(side).left(1));
+            tree.file(word(side) + word("d/same"), "x");
+            tree.file(word(side) + word("empty"), "");
+            tree.file(word(side) + word("read"), "x", side[0] == 'l' ? 1 : 2);
+        }
+        const auto unread = [](const QList<FolderDiffItem> &items) {
+            QStringList names;
+            for (const FolderDiffItem &item : items) {
+                if (item.isUnread)
+                    names.append(item.name);
+            }
+            return names;
+        };
+        QVERIFY(unread(compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Crc)).isEmpty());
+        QList<FolderDiffItem> items = compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Rules);
+        QCOMPARE(unread(items), words("d|d/in|d/in/lies|d/same"));
+        const CancelFlag cancelled;
+        cancelled.cancel();
+        QList<FolderDiffItem> partly = items;
+        readUnread(partly, cancelled);
+        QCOMPARE(partly, items);
+        readUnread(items);
+        QVERIFY(unread(items).isEmpty());
+        QCOMPARE(drawn(items), words("!d/ 2 2|!d/in/ 1 1|!d/in/lies 1 1|=d/same 1 1|=empty|=read 1 1"));
+    }
+
+    void listsHiddenEntriesWhenAskedTo()
+    {
+        TestTree tree;
+        tree.file(word("left/.git/config"), "1");
+        tree.file(word("left/a"), "1");
+        const auto compared = [&](HiddenEntries hidden) {
+            return drawn(compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Rules, {}, 0, {}, {}, hidden));
+        };
+#ifndef Q_OS_WIN // where names do not hide
+        QCOMPARE(compared(HiddenEntries::LeftOut), words("<a 1 0"));
+#endif
+        QCOMPARE(compared(HiddenEntries::Listed), words("<.git/ 1 0|<.git/config 1 0|<a 1 0"));
+        QCOMPARE(countFolderContents(tree.left(), {}, {}, HiddenEntries::Listed), (FolderTotals{2, 1, 2}));
+    }
+
     void takesUnreadableFilesAsTheMethodHasIt()
     {
         TestTree tree;

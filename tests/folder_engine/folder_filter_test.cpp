@@ -92,6 +92,14 @@ private Q_SLOTS:
         check("to earlier", false, true, [](Setting &s) { s.limits.to = TestTree::moment(-1); });
     }
 
+    void aSystemFileOnTheRightOnlyIsHidden()
+    {
+        Setting setting;
+        setting.systemFiles = words("/r/x");
+        QVERIFY(!setting.filter().shows(item("x", FolderDiffStatus::RightOnly, false)));
+        QVERIFY(setting.filter().shows(item("y", FolderDiffStatus::RightOnly, false)));
+    }
+
     void goesByTheLargerSideAndTheLeftTime()
     {
         Setting setting;
@@ -131,11 +139,12 @@ private Q_SLOTS:
             item("d", Different, true),      item("d/a.o", Different, false),      item("d/b.c", LeftOnly, false),
             item("mixed", Different, true), // a folder on one side only
             item("o", Different, true),      item("o/x.o", Different, false),      item("out", Different, true),
-            item("out/in", Different, true), item("out/in/y.c", Different, false), item("outer.c", Same, false)};
+            item("out/in", Different, true), item("out/in/y.c", Different, false), item("outer.c", Same, false),
+            item("seen", Same, true),        item("seen/l.c", LeftOnly, false)}; // of mere presence
         Setting setting;
         setting.options.excludeFiles = words("*.o");
         setting.options.excludeFolders = words("out");
-        QCOMPARE(drawn(shownItems(items, setting.filter())), words("<d/|<d/b.c|!mixed/|=o/|=outer.c"));
+        QCOMPARE(drawn(shownItems(items, setting.filter())), words("<d/|<d/b.c|!mixed/|=o/|=outer.c|=seen/|<seen/l.c"));
         QCOMPARE(shownItems(items, Setting().filter()), items);
     }
 };

@@ -59,6 +59,9 @@ private Q_SLOTS:
         const QJsonObject object = toJson(unusualOptions(), {word("z"), word("a")}, {});
         QCOMPARE(QJsonDocument(object).toJson(QJsonDocument::Compact), json);
         QVERIFY(!toJson({}, {}, {}).contains(word("excludedNames")));
+        Travelling hidden;
+        hidden.read("{\"showHidden\":true}");
+        QVERIFY(hidden.options.showHidden && toJson(hidden.options, {}, {}).value(word("showHidden")).toBool());
         QVERIFY(toJson({}, {}, {word("n")}).contains(word("ignoredNames")));
 
         Travelling expected{unusualOptions(), {word("a"), word("z")}, {word("kept")}};

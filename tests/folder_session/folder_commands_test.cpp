@@ -11,6 +11,7 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QMenu>
+#include <QToolButton>
 
 using namespace velmora;
 using namespace velmora::test;
@@ -29,11 +30,15 @@ private Q_SLOTS:
         QTRY_VERIFY(f.action("copyToRightAction")->isEnabled());
         const quint64 generation = f.session.comparison().generation();
         f.session.onCopyToRight();
-        QTRY_VERIFY_WITH_TIMEOUT(f.rows().contains(QStringLiteral("file10 = file10")), 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(f.rows().contains(QStringLiteral("file10 ≈ file10")), 20000);
         QVERIFY(QFile::exists(f.disk.path(QStringLiteral("right/file10"))));
         QVERIFY(f.session.logText().contains(QStringLiteral(" copy: ")));
         QCOMPARE(f.session.comparison().generation(), generation);
         QCOMPARE(f.current(), QStringLiteral("file10"));
+        // A command that ends without a word leaves the sums of now, not those of before the copy.
+        f.session.onDeleteSelected();
+        QTRY_COMPARE(f.session.status(),
+                     QStringLiteral("Files compared: 5, differences: 2; 1 of the same size and time not read"));
     }
 
     void namesAreExcludedAndIgnoredFromTheMenu()
@@ -70,21 +75,27 @@ private Q_SLOTS:
         f.disk.file(QStringLiteral("left/b"), "1", 7);
         f.disk.file(QStringLiteral("right/b"), "2", 7);
         f.compare();
-        QCOMPARE(f.rows(), QStringList({QStringLiteral("sub = sub"), QStringLiteral("b = b")}));
+        QCOMPARE(f.rows(), QStringList({QStringLiteral("sub ≈ sub"), QStringLiteral("b ≈ b")}));
+        QCOMPARE(f.session.status(),
+                 QStringLiteral("Files compared: 2, no differences; 2 of the same size and time not read"));
         f.goTo(QStringLiteral("sub"));
         f.action("compareContentsAction")->trigger();
         auto *dialog = f.session.findChild<CompareContentsDialog *>();
         QVERIFY(dialog);
         dialog->accept();
-        QTRY_COMPARE(f.rows(), QStringList({QStringLiteral("sub ≠ sub"), QStringLiteral("b = b")}));
+        QTRY_COMPARE(f.rows(), QStringList({QStringLiteral("sub ≠ sub"), QStringLiteral("b ≈ b")}));
         QVERIFY(f.session.logText().contains(QStringLiteral(" content compare (binary): ")));
+        // One click reads the rest, and what was read stays known.
+        f.session.findChild<QToolButton *>(QStringLiteral("readUnreadButton"))->click();
+        QTRY_COMPARE(f.rows(), QStringList({QStringLiteral("sub ≠ sub"), QStringLiteral("b ≠ b")}));
+        QVERIFY(f.session.findChild<QToolButton *>(QStringLiteral("readUnreadButton"))->isHidden());
     }
 
     void entriesAreAlignedByHand()
     {
         FolderSessionFixture f;
         f.disk.file(QStringLiteral("left/sub/old name"), "text");
-        f.disk.file(QStringLiteral("right/sub/new name"), "text");
+        f.disk.file(QStringLiteral("right/sub/new name"), "text", 3);
         f.compare();
         f.session.onExpandAll();
         f.session.view().selectNames({QStringLiteral("sub/old name"), QStringLiteral("sub/new name")});
@@ -107,7 +118,7 @@ private Q_SLOTS:
         f.key(Qt::Key_Return);
         QTRY_COMPARE(f.host.opened.size(), 1);
         f.session.hide();
-        f.disk.file(QStringLiteral("right/src/main.cpp"), "one", 1);
+        f.disk.file(QStringLiteral("right/src/main.cpp"), "one", 5);
         f.session.show();
         QTRY_VERIFY(f.rows().contains(QStringLiteral("main.cpp = main.cpp")));
         QCOMPARE(f.session.status(), QStringLiteral("Files compared: 5, differences: 2"));
@@ -125,7 +136,7 @@ private Q_SLOTS:
         f.key(Qt::Key_Return);
         f.wait();
         f.session.hide();
-        f.disk.file(QStringLiteral("right/src/main.cpp"), "one", 1);
+        f.disk.file(QStringLiteral("right/src/main.cpp"), "one", 5);
         f.session.show();
         QTRY_VERIFY(f.rows().contains(QStringLiteral("main.cpp = main.cpp")));
     }
@@ -142,7 +153,7 @@ private Q_SLOTS:
         f.compare();
         f.session.onExpandAll();
         QCOMPARE(f.rows(),
-                 QStringList({QStringLiteral("sub = sub"), QStringLiteral("b = b"), QStringLiteral("a = a")}));
+                 QStringList({QStringLiteral("sub ≈ sub"), QStringLiteral("b ≈ b"), QStringLiteral("a ≈ a")}));
         f.session.view().leftPane().clearSelection();
         f.action("compareContentsAction")->trigger();
         f.session.findChild<CompareContentsDialog *>()->accept();

@@ -95,9 +95,9 @@ public:
         disk.file(QStringLiteral("left/src/main.cpp"), "one", 1);
         disk.file(QStringLiteral("right/src/main.cpp"), "two", 2);
         disk.file(QStringLiteral("left/src/same.h"), "same");
-        disk.file(QStringLiteral("right/src/same.h"), "same");
+        disk.file(QStringLiteral("right/src/same.h"), "same", 3);
         disk.file(QStringLiteral("left/docs/guide.txt"), "text");
-        disk.file(QStringLiteral("right/docs/guide.txt"), "text");
+        disk.file(QStringLiteral("right/docs/guide.txt"), "text", 3);
         disk.file(QStringLiteral("left/file10"), "10");
         disk.file(QStringLiteral("right/file9"), "9");
         compare();

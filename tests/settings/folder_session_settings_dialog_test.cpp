@@ -28,6 +28,7 @@ FolderSessionOptions unusualOptions()
     options.excludeFolders = {QStringLiteral(".git"), QStringLiteral("a/b")};
     options.otherExclude = {QStringLiteral("~*"), QStringLiteral("[")};
     options.excludeOsFiles = false;
+    options.showHidden = true;
     options.alignOverrides = {{QStringLiteral("*.c"), QStringLiteral("*.cpp")}, {QStringLiteral("x"), QString()}};
     options.compareBasis = 2;
     options.timeToleranceSec = 90;
@@ -80,9 +81,10 @@ private Q_SLOTS:
     {
         Hands f(FolderSessionOptions{});
         FolderSessionOptions expected;
-        for (const char *box : {"leftReadOnly", "rightReadOnly", "excludeOsFiles", "showLogPanel", "showFilterBar"})
+        for (const char *box :
+             {"leftReadOnly", "rightReadOnly", "excludeOsFiles", "showHidden", "showLogPanel", "showFilterBar"})
             f.click(box);
-        expected.leftReadOnly = expected.rightReadOnly = true;
+        expected.leftReadOnly = expected.rightReadOnly = expected.showHidden = true;
         expected.excludeOsFiles = expected.showLogPanel = expected.showFilterBar = false;
         f.get<QComboBox>("compareBasis").setCurrentText(QStringLiteral("Binary compare (N)"));
         expected.compareBasis = 2;

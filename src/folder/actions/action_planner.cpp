@@ -104,7 +104,7 @@ private:
     QList<FolderDiffItem> compare(const QString &left, const QString &right, const QString &prefix)
     {
         return compareFolderTree(left, right, prefix, m_method, m_cancel, m_toleranceSec,
-                                 m_context.options.alignOverrides, m_report);
+                                 m_context.options.alignOverrides, m_report, hiddenEntries(m_context.options));
     }
 
     /// A folder, on both sides if it is on both: a file against a folder has no contents to be compared.

@@ -52,6 +52,7 @@ void FolderCompareWidget::connectFileCommands()
     connect(m_bar->compareContents, &QAction::triggered, this, &FolderCompareWidget::askContentsCompare);
     connect(m_bar->align, &QAction::triggered, this, &FolderCompareWidget::onManualAlign);
     connect(&m_comparison, &FolderComparison::contentsCompared, this, &FolderCompareWidget::takeContents);
+    connect(m_statusBar, &FolderStatusBar::readWanted, this, &FolderCompareWidget::readUnread);
     connect(&m_comparison, &FolderComparison::recompared, this, [this] {
         if (!m_contentsToRead.isEmpty())
             startContentCompare(std::exchange(m_contentsToRead, {}), m_contentsMethod);
@@ -195,6 +196,16 @@ void FolderCompareWidget::onContentsCompareStarted(CompareMethod method)
     log(Velmora::tr("%1 content compare (%2): %3 <-> %4")
             .arg(logTime(QTime::currentTime()), word, QDir::toNativeSeparators(m_comparison.spec().left),
                  QDir::toNativeSeparators(m_comparison.spec().right)));
+}
+
+void FolderCompareWidget::readUnread()
+{
+    m_contentsUnmatched = 0;
+    m_showsContentsResults = false;
+    showMessage(Velmora::tr("Reading files of the same size and time..."));
+    log(Velmora::tr("%1 read files of the same size and time: %2")
+            .arg(logTime(QTime::currentTime()), QLocale().toString(m_comparison.tree().counts().unread)));
+    m_comparison.readUnread();
 }
 
 void FolderCompareWidget::takeContents(const ContentsResult &result, bool cancelled)

@@ -186,9 +186,9 @@ void FolderCompareWidget::onSessionSettings(int initialTab)
     connect(dialog, &QDialog::accepted, this, [this, dialog] {
         const FolderSessionOptions before = m_options;
         takeOptions(dialog->options());
-        const bool comparesAnew = before.compareBasis != m_options.compareBasis ||
-                                  before.timeToleranceSec != m_options.timeToleranceSec ||
-                                  before.alignOverrides != m_options.alignOverrides;
+        const bool comparesAnew =
+            before.showHidden != m_options.showHidden || before.compareBasis != m_options.compareBasis ||
+            before.timeToleranceSec != m_options.timeToleranceSec || before.alignOverrides != m_options.alignOverrides;
         if (comparesAnew && (m_hasResult || m_comparison.isRunning()))
             onRefresh();
         else

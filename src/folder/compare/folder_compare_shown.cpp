@@ -1,3 +1,4 @@
+#include "core/visible_name.h"
 #include "folder/actions/action_words.h"
 #include "folder/compare/file_commands.h"
 #include "folder/compare/folder_compare_bar.h"
@@ -101,6 +102,8 @@ QString FolderCompareWidget::summary() const
                        ? Velmora::tr("Files compared: %1, no differences").arg(locale.toString(counts.files()))
                        : Velmora::tr("Files compared: %1, differences: %2")
                              .arg(locale.toString(counts.files()), locale.toString(differences));
+    if (counts.unread > 0)
+        text = Velmora::tr("%1; %2 of the same size and time not read").arg(text, locale.toString(counts.unread));
     if (const qsizetype problems = m_comparison.problems().size(); problems > 0)
         text = Velmora::tr("%1; %2 could not be read").arg(text, locale.toString(problems));
     return text;
@@ -115,9 +118,11 @@ void FolderCompareWidget::showCounts()
     m_filterBar->showEffect(counts.hidden, limits);
     m_timeShifts->show(m_comparison.shifts(), m_options);
     // Entries that were compared anew, aligned or filtered since change the sum; any other message stays.
-    if (m_hasResult && m_statusBar->message() == m_summary) {
+    if (m_hasResult) {
+        const bool isShown = m_statusBar->message() == m_summary;
         m_summary = summary();
-        showMessage(m_summary);
+        if (isShown)
+            showMessage(m_summary);
     }
     showNotice();
 }
@@ -172,13 +177,13 @@ void FolderCompareWidget::showSelection()
 
 void FolderCompareWidget::showMessage(const QString &message)
 {
-    m_statusBar->showMessage(message);
-    Q_EMIT statusMessage(message);
+    m_statusBar->showMessage(visibleName(message));
+    Q_EMIT statusMessage(visibleName(message));
 }
 
 void FolderCompareWidget::log(const QString &line)
 {
-    m_logPanel->addLine(line);
+    m_logPanel->addLine(visibleName(line));
 }
 
 } // namespace velmora

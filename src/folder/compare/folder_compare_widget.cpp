@@ -275,6 +275,8 @@ QJsonObject FolderCompareWidget::options() const
 void FolderCompareWidget::setOptions(const QJsonObject &options)
 {
     FolderSessionOptions changed = m_options;
+    // Only sessions that show hidden entries say so.
+    changed.showHidden = options.isEmpty() && changed.showHidden;
     fromJson(options, changed, m_excludedNames, m_ignoredNames);
     takeOptions(changed);
 }

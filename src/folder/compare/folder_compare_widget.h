@@ -156,6 +156,7 @@ private:
     [[nodiscard]] QStringList selectedNames() const;
     void askContentsCompare();
     void startContentCompare(const QStringList &names, CompareMethod method);
+    void readUnread();
     void takeContents(const ContentsResult &result, bool cancelled);
     void alignPair(const QString &leftName, const QString &rightName, const QString &folder);
 

@@ -68,6 +68,8 @@ public:
 
     /// Compares the contents of files by `method`: of those selected and of all in selected folders.
     void compareContents(const QList<qint32> &nodes, CompareMethod method);
+    /// Reads the files that are shown and unread, and no others.
+    void readUnread();
 
 Q_SIGNALS:
     /// There will be another tree, and now there is.
@@ -111,6 +113,8 @@ private:
     void stopScanning();
     void startBranches();
     void startFilter();
+    /// Of `m_contentsNodes`; without a method by reading all of them.
+    void startContents(std::optional<CompareMethod> method);
     [[nodiscard]] bool canPatch() const { return m_stage != Stage::Listing && m_stage != Stage::Level; }
     void report(const ProgressState &state) { Q_EMIT progressed(state); }
 

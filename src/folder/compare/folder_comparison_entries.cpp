@@ -168,7 +168,6 @@ void FolderComparison::startFilter()
 
 void FolderComparison::compareContents(const QList<qint32> &nodes, CompareMethod method)
 {
-    QList<FolderDiffItem> pairs;
     m_contentsNodes.clear();
     qint32 reached = 0;
     for (const qint32 node : nodes) {
@@ -176,12 +175,31 @@ void FolderComparison::compareContents(const QList<qint32> &nodes, CompareMethod
             if (m_tree.node(i).hidden && i != node) {
                 i = m_tree.node(i).end - 1;
             } else if (!m_tree.item(i).isDir && isPair(m_tree.item(i))) {
-                pairs.append(m_tree.item(i));
                 m_contentsNodes.push_back(i);
             }
         }
         reached = std::max(reached, m_tree.node(node).end);
     }
+    startContents(method);
+}
+
+void FolderComparison::readUnread()
+{
+    m_contentsNodes.clear();
+    for (qint32 i = 0; i < m_tree.size(); ++i) {
+        if (m_tree.node(i).hidden)
+            i = m_tree.node(i).end - 1;
+        else if (!m_tree.item(i).isDir && m_tree.isUnread(i))
+            m_contentsNodes.push_back(i);
+    }
+    startContents(std::nullopt);
+}
+
+void FolderComparison::startContents(std::optional<CompareMethod> method)
+{
+    QList<FolderDiffItem> pairs;
+    for (const qint32 node : m_contentsNodes)
+        pairs.append(m_tree.item(node));
     m_contentsRevision = m_revision;
     m_contents.start(
         [pairs, method, tolerance = m_spec.options.timeToleranceSec](const CancelFlag &cancel, Progress &progress) {

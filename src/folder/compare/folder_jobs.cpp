@@ -80,13 +80,23 @@ QDateTime timeOf(const FolderEntry &entry)
 }
 
 /// What one side has of an entry, as a listing would see it.
-std::optional<FolderEntry> seen(const FileAccess &files, const QString &path)
+std::optional<FolderEntry> seen(const FileAccess &files, const QString &path, HiddenEntries hidden)
 {
-    if (path.isEmpty() || QFileInfo(path).isHidden())
+    if (path.isEmpty() || (hidden == HiddenEntries::LeftOut && QFileInfo(path).isHidden()))
         return std::nullopt;
     std::optional<FolderEntry> entry = files.describe(path);
     const bool counts = entry.has_value() && entry->kind != EntryKind::Special;
     return counts ? entry : std::nullopt;
+}
+
+/// The status of two files by size and time, `UndecidedFiles` where the contents decide; marks `item` where nobody
+/// needs to read it.
+qint32 statusNow(FolderDiffItem &item, CompareMethod method, qint32 toleranceSec)
+{
+    const auto known = statusByAttributes(method, item.leftSize, item.rightSize, item.leftTime.toMSecsSinceEpoch(),
+                                          item.rightTime.toMSecsSinceEpoch(), toleranceSec);
+    item.isUnread = known == FolderDiffStatus::Same && item.leftSize > 0;
+    return known ? qint32(*known) : qint32(UndecidedFiles);
 }
 
 /// Compares the entries of a task list one at a time.
@@ -94,7 +104,7 @@ class BranchRun {
 public:
     BranchRun(const FolderSpec &spec, const CancelFlag &cancel, Progress &progress)
         : m_spec(spec),
-          m_resources(FolderRunResources::standard()),
+          m_resources(FolderRunResources::standard(hiddenEntries(spec.options))),
           m_cancel(cancel),
           m_comparer(m_resources.files, cancel),
           m_report{&progress, &m_problems}
@@ -106,8 +116,8 @@ public:
 
     [[nodiscard]] FolderTree::Patch compare(const BranchTask &task)
     {
-        const std::optional<FolderEntry> left = seen(m_resources.files, task.left);
-        const std::optional<FolderEntry> right = seen(m_resources.files, task.right);
+        const std::optional<FolderEntry> left = seen(m_resources.files, task.left, hiddenEntries(m_spec.options));
+        const std::optional<FolderEntry> right = seen(m_resources.files, task.right, hiddenEntries(m_spec.options));
         if (!left && !right)
             return {task.name, nullptr};
         FolderDiffItem item = itemFor(task, left, right);
@@ -116,7 +126,7 @@ public:
         const bool goesIn = left && right ? leftIsFolder && rightIsFolder : item.isDir;
         if (!goesIn) {
             if (left && right)
-                item.setDiffStatus(item.isDir ? FolderDiffStatus::Different : pairStatus(item));
+                decide(item);
             return patch(task.name, FolderTree({item}));
         }
         return task.contents ? wholeFolder(task, std::move(item)) : level(task, std::move(item));
@@ -148,25 +158,27 @@ private:
         return item;
     }
 
-    [[nodiscard]] FolderDiffStatus pairStatus(const FolderDiffItem &item)
+    /// A pair that nobody goes into.
+    void decide(FolderDiffItem &item)
     {
-        if (const auto decided = m_spec.decisionOn(item))
-            return *decided;
+        if (item.isDir) {
+            item.setDiffStatus(FolderDiffStatus::Different);
+            return;
+        }
+        if (m_spec.takeDecision(item))
+            return;
         const CompareMethod method = compareMethod(m_spec.options.compareBasis);
-        const auto known = statusByAttributes(method, item.leftSize, item.rightSize, item.leftTime.toMSecsSinceEpoch(),
-                                              item.rightTime.toMSecsSinceEpoch(), m_spec.options.timeToleranceSec);
-        if (known)
-            return *known;
-        const bool same = sameContent(m_comparer, method, item.leftPath, item.rightPath, OpenHint::Unknown);
-        return same ? FolderDiffStatus::Same : FolderDiffStatus::Different;
+        item.status = statusNow(item, method, m_spec.options.timeToleranceSec);
+        if (item.status == UndecidedFiles)
+            item.setDiffStatus(sameContent(m_comparer, method, item.leftPath, item.rightPath, OpenHint::Unknown)
+                                   ? FolderDiffStatus::Same
+                                   : FolderDiffStatus::Different);
     }
 
     void keepDecisions(QList<FolderDiffItem> &items) const
     {
-        for (qsizetype i = 0; i < items.size() && !m_spec.decided.isEmpty(); ++i) {
-            if (const auto decided = m_spec.decisionOn(items.at(i)))
-                items[i].setDiffStatus(*decided);
-        }
+        for (qsizetype i = 0; i < items.size() && !m_spec.decided.isEmpty(); ++i)
+            (void)m_spec.takeDecision(items[i]);
     }
 
     [[nodiscard]] FolderTree::Patch wholeFolder(const BranchTask &task, FolderDiffItem item)
@@ -174,7 +186,7 @@ private:
         const FolderSessionOptions &options = m_spec.options;
         QList<FolderDiffItem> contents =
             compareFolderTree(item.leftPath, item.rightPath, task.name, compareMethod(options.compareBasis), m_cancel,
-                              options.timeToleranceSec, options.alignOverrides, m_report);
+                              options.timeToleranceSec, options.alignOverrides, m_report, hiddenEntries(options));
         keepDecisions(contents);
         ItemList list;
         list.items.reserve(contents.size() + 1);
@@ -194,9 +206,9 @@ private:
     {
         const FolderSessionOptions &options = m_spec.options;
         QList<FolderDiffItem> items{std::move(item)};
-        QList<FolderDiffItem> contents =
-            compareFolderLevel(items.first().leftPath, items.first().rightPath, compareMethod(options.compareBasis),
-                               m_cancel, options.timeToleranceSec, options.alignOverrides, m_report);
+        QList<FolderDiffItem> contents = compareFolderLevel(
+            items.first().leftPath, items.first().rightPath, compareMethod(options.compareBasis), m_cancel,
+            options.timeToleranceSec, options.alignOverrides, m_report, hiddenEntries(options));
         for (FolderDiffItem &entry : contents) {
             entry.name.prepend(task.name + u'/');
             items.append(std::move(entry));
@@ -229,15 +241,19 @@ private:
 
 } // namespace
 
-std::optional<FolderDiffStatus> FolderSpec::decisionOn(const FolderDiffItem &pair) const
+bool FolderSpec::takeDecision(FolderDiffItem &pair) const
 {
     const auto at = pair.isDir ? decided.constEnd() : decided.constFind(pair.name);
     if (at == decided.constEnd())
-        return std::nullopt;
+        return false;
     const bool holds = at->leftPath == pair.leftPath && at->rightPath == pair.rightPath &&
                        at->leftSize == pair.leftSize && at->rightSize == pair.rightSize &&
                        at->leftTime == pair.leftTime && at->rightTime == pair.rightTime;
-    return holds ? std::optional(at->diffStatus()) : std::nullopt;
+    if (holds) {
+        pair.status = at->status;
+        pair.isUnread = at->isUnread;
+    }
+    return holds;
 }
 
 SystemFileTest makeSharedSystemFileTest()
@@ -283,8 +299,8 @@ FolderListing listTopLevel(const FolderSpec &spec, const CancelFlag &cancel, Pro
         return {{}, {}, {}, left, right};
 
     QList<FolderProblem> problems;
-    QList<FolderDiffItem> items =
-        listFolderStructure(spec.left, spec.right, false, cancel, spec.options.alignOverrides, {&progress, &problems});
+    QList<FolderDiffItem> items = listFolderStructure(spec.left, spec.right, false, cancel, spec.options.alignOverrides,
+                                                      {&progress, &problems}, hiddenEntries(spec.options));
     for (FolderDiffItem &item : items) {
         if (isPair(item))
             item.status = FolderTree::unknownStatus;
@@ -300,9 +316,9 @@ FolderListing compareTopLevel(const FolderSpec &spec, const QList<FolderDiffItem
                               Progress &progress)
 {
     QList<FolderProblem> problems;
-    QList<FolderDiffItem> items =
-        compareFolderLevel(spec.left, spec.right, compareMethod(spec.options.compareBasis), cancel,
-                           spec.options.timeToleranceSec, spec.options.alignOverrides, {&progress, &problems});
+    QList<FolderDiffItem> items = compareFolderLevel(spec.left, spec.right, compareMethod(spec.options.compareBasis),
+                                                     cancel, spec.options.timeToleranceSec, spec.options.alignOverrides,
+                                                     {&progress, &problems}, hiddenEntries(spec.options));
     if (cancel.isCancelled())
         addUnreached(items, known);
     FolderTree tree(std::move(items));
@@ -314,9 +330,9 @@ FolderListing compareWholeTree(const FolderSpec &spec, const QList<FolderDiffIte
                                Progress &progress)
 {
     QList<FolderProblem> problems;
-    QList<FolderDiffItem> items =
-        compareFolderTree(spec.left, spec.right, {}, compareMethod(spec.options.compareBasis), cancel,
-                          spec.options.timeToleranceSec, spec.options.alignOverrides, {&progress, &problems});
+    QList<FolderDiffItem> items = compareFolderTree(spec.left, spec.right, {}, compareMethod(spec.options.compareBasis),
+                                                    cancel, spec.options.timeToleranceSec, spec.options.alignOverrides,
+                                                    {&progress, &problems}, hiddenEntries(spec.options));
     if (!cancel.isCancelled())
         return listed(FolderTree(std::move(items)), spec, std::move(problems));
     const Unreached unreached = addUnreached(items, known);
@@ -346,15 +362,15 @@ BranchResult compareBranches(const FolderSpec &spec, QList<BranchTask> tasks, st
     return result;
 }
 
-ContentsResult compareContentsOf(QList<FolderDiffItem> pairs, CompareMethod method, qint32 toleranceSec,
+ContentsResult compareContentsOf(QList<FolderDiffItem> pairs, std::optional<CompareMethod> method, qint32 toleranceSec,
                                  const CancelFlag &cancel, Progress &progress)
 {
     const FolderRunResources resources = FolderRunResources::standard();
     std::vector<bool> isPairOfFiles(std::size_t(pairs.size()), false);
     for (qsizetype i = 0; i < pairs.size() && !cancel.isCancelled(); ++i) {
         FolderDiffItem &pair = pairs[i];
-        const std::optional<FolderEntry> left = seen(resources.files, pair.leftPath);
-        const std::optional<FolderEntry> right = seen(resources.files, pair.rightPath);
+        const std::optional<FolderEntry> left = seen(resources.files, pair.leftPath, HiddenEntries::Listed);
+        const std::optional<FolderEntry> right = seen(resources.files, pair.rightPath, HiddenEntries::Listed);
         if (!left || !right || left->kind != EntryKind::File || right->kind != EntryKind::File)
             continue;
         isPairOfFiles[std::size_t(i)] = true;
@@ -362,12 +378,11 @@ ContentsResult compareContentsOf(QList<FolderDiffItem> pairs, CompareMethod meth
         pair.rightSize = right->size;
         pair.leftTime = timeOf(*left);
         pair.rightTime = timeOf(*right);
-        const auto known =
-            statusByAttributes(method, left->size, right->size, left->modifiedMs, right->modifiedMs, toleranceSec);
-        pair.status = known ? qint32(*known) : qint32(UndecidedFiles);
+        pair.isUnread = false;
+        pair.status = method ? statusNow(pair, *method, toleranceSec) : qint32(UndecidedFiles);
     }
     ContentsResult result;
-    PairDecider decider(resources.files, resources.threads, method, cancel);
+    PairDecider decider(resources.files, resources.threads, method.value_or(CompareMethod::Rules), cancel);
     const FolderRunReport report{&progress, &result.problems};
     decider.decideRest(pairs, report);
     decider.tellProblems(report);

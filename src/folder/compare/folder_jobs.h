@@ -29,8 +29,8 @@ struct FolderSpec {
     /// they were only looked at. It holds as long as both files have the size and the time of then.
     QHash<QString, FolderDiffItem> decided;
 
-    /// The status that `decided` has for the pair, if it still holds.
-    [[nodiscard]] std::optional<FolderDiffStatus> decisionOn(const FolderDiffItem &pair) const;
+    /// Gives the pair the status that `decided` has for it, if that still holds; else false.
+    bool takeDecision(FolderDiffItem &pair) const;
     [[nodiscard]] FolderFilter filter() const { return FolderFilter(options, excludedNames, limits, isSystemFile); }
 };
 
@@ -93,14 +93,15 @@ struct BranchResult {
                                            std::chrono::milliseconds budget, const CancelFlag &cancel,
                                            Progress &progress);
 
-/// Decides pairs of files by another method, whatever was known of them. Reports bytes. Pairs that are no longer two
+/// Decides pairs of files by another method, or by their contents whatever their sizes and times where there is none,
+/// and whatever was known of them. Reports bytes. Pairs that are no longer two
 /// files, and those that a cancelled run did not reach, have `FolderTree::unknownStatus`.
 struct ContentsResult {
     QList<FolderDiffItem> pairs;
     QList<FolderProblem> problems;
     QHash<QString, FolderDiffItem> decided; ///< those of the pairs that were, as `FolderSpec` has them
 };
-[[nodiscard]] ContentsResult compareContentsOf(QList<FolderDiffItem> pairs, CompareMethod method, qint32 toleranceSec,
-                                               const CancelFlag &cancel, Progress &progress);
+[[nodiscard]] ContentsResult compareContentsOf(QList<FolderDiffItem> pairs, std::optional<CompareMethod> method,
+                                               qint32 toleranceSec, const CancelFlag &cancel, Progress &progress);
 
 } // namespace velmora

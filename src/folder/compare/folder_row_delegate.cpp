@@ -1,5 +1,6 @@
 #include "folder/compare/folder_row_delegate.h"
 
+#include "core/visible_name.h"
 #include "folder/compare/folder_rows_model.h"
 #include "session/diff_colours.h"
 #include "session/theme.h"
@@ -123,6 +124,11 @@ QSize FolderRowDelegate::sizeHint(const QStyleOptionViewItem &option, const QMod
     const qint32 node = m_model.nodeAt(index.row());
     if (node >= 0 && (column == FolderColumn::LeftName || column == FolderColumn::RightName))
         size.rwidth() += indentOf(node) + picture + gap;
+    if (column == FolderColumn::LeftTime || column == FolderColumn::RightTime) { // the newer one is bold
+        QFont bold = option.font;
+        bold.setBold(true);
+        size.setWidth(QFontMetrics(bold).horizontalAdvance(index.data().toString()) + 2 * margin);
+    }
     size.setHeight(rowHeight(option.fontMetrics));
     return size;
 }
@@ -248,10 +254,10 @@ void FolderRowDelegate::paintName(QPainter &painter, const QStyleOptionViewItem 
     QRect textBox = option.rect;
     textBox.setLeft(x + picture + gap);
     textBox.setRight(option.rect.right() - margin);
-    const QString name = sideName(item, left);
+    const QString name = visibleName(sideName(item, left));
     const QColor colour = ink(node, left);
     painter.setPen(colour);
-    const QString other = isPair(item) ? sideName(item, !left) : name;
+    const QString other = isPair(item) ? visibleName(sideName(item, !left)) : name;
     if (name == other || option.fontMetrics.horizontalAdvance(name) > textBox.width()) {
         const QString shown = option.fontMetrics.elidedText(name, Qt::ElideMiddle, textBox.width());
         painter.drawText(textBox, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shown);

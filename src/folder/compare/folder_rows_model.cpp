@@ -1,6 +1,8 @@
 #include "folder/compare/folder_rows_model.h"
 
+#include "core/visible_name.h"
 #include "folder/compare/folder_comparison.h"
+#include "session/plain_tool_tip.h"
 #include "session/translate.h"
 
 #include <QDir>
@@ -61,7 +63,7 @@ QString stateSign(const FolderTree &tree, qint32 node)
     case RowState::Scanning:
         return QStringLiteral("…");
     case RowState::Same:
-        return QStringLiteral("=");
+        return tree.isUnread(node) ? QStringLiteral("≈") : QStringLiteral("=");
     case RowState::LeftOnly:
         return QStringLiteral("←");
     case RowState::RightOnly:
@@ -86,6 +88,9 @@ QString stateWords(const FolderTree &tree, qint32 node)
     case RowState::Scanning:
         return item.isDir ? Velmora::tr("Unknown; scanning") : Velmora::tr("Being compared");
     case RowState::Same:
+        if (tree.isUnread(node))
+            return item.isDir ? Velmora::tr("Contains files of the same size and time that were not read")
+                              : Velmora::tr("Same size and time, not read");
         return item.isDir ? Velmora::tr("Contains identical files only") : Velmora::tr("Same");
     case RowState::LeftOnly:
         return isPair(item) ? Velmora::tr("All that is in it is on the left only") : Velmora::tr("Left only");
@@ -157,7 +162,7 @@ QString FolderRowsModel::text(qint32 node, FolderColumn column) const
     switch (column) {
     case FolderColumn::LeftName:
     case FolderColumn::RightName:
-        return sideName(item, isLeftColumn(column));
+        return visibleName(sideName(item, isLeftColumn(column)));
     case FolderColumn::LeftSize:
     case FolderColumn::RightSize:
         return sizeText(tree(), node, isLeftColumn(column));
@@ -181,7 +186,7 @@ QString FolderRowsModel::hint(qint32 node, FolderColumn column) const
     const QString &path = left ? item.leftPath : item.rightPath;
     if (path.isEmpty())
         return words;
-    QStringList lines{QDir::toNativeSeparators(path), words};
+    QStringList lines{visibleName(QDir::toNativeSeparators(path)), words};
     if (tree().node(node).unreadable)
         lines.append(Velmora::tr("Could not be read, or not to its end"));
     if (tree().node(node).ignored)
@@ -203,7 +208,7 @@ QVariant FolderRowsModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return text(node, column);
     case Qt::ToolTipRole:
-        return hint(node, column);
+        return plainToolTip(hint(node, column));
     case Qt::AccessibleTextRole:
         return column == FolderColumn::Sign ? stateWords(tree(), node) : text(node, column);
     case Qt::TextAlignmentRole:

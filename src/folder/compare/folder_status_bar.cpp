@@ -1,11 +1,13 @@
 #include "folder/compare/folder_status_bar.h"
 
+#include "session/plain_tool_tip.h"
 #include "session/translate.h"
 
 #include <QBoxLayout>
 #include <QLabel>
 #include <QLocale>
 #include <QProgressBar>
+#include <QToolButton>
 
 namespace velmora {
 
@@ -15,7 +17,8 @@ FolderStatusBar::FolderStatusBar(QWidget *parent)
       m_progressText(new QLabel(this)),
       m_progress(new QProgressBar(this)),
       m_selection(new QLabel(this)),
-      m_counts(new QLabel(this))
+      m_counts(new QLabel(this)),
+      m_read(new QToolButton(this))
 {
     constexpr int progressWidth = 140;
     m_message->setObjectName(QStringLiteral("statusLabel"));
@@ -26,6 +29,15 @@ FolderStatusBar::FolderStatusBar(QWidget *parent)
     m_counts->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_selection->setObjectName(QStringLiteral("selectionLabel"));
     m_progressText->setObjectName(QStringLiteral("progressLabel"));
+    for (QLabel *label : {m_message, m_progressText, m_selection, m_counts})
+        label->setTextFormat(Qt::PlainText); // a file may be called "<b>"
+    m_read->setObjectName(QStringLiteral("readUnreadButton"));
+    m_read->setText(Velmora::tr("Read them"));
+    m_read->setToolTip(Velmora::tr("Read the files that are the same by size and time alone"));
+    m_read->setAccessibleName(m_read->toolTip());
+    m_read->setFocusPolicy(Qt::TabFocus);
+    m_read->hide();
+    connect(m_read, &QToolButton::clicked, this, &FolderStatusBar::readWanted);
     m_progress->setTextVisible(false);
     m_progress->setFixedSize(progressWidth, fontMetrics().height() - 2);
 
@@ -37,6 +49,7 @@ FolderStatusBar::FolderStatusBar(QWidget *parent)
     row->addWidget(m_progress);
     row->addWidget(m_selection);
     row->addWidget(m_counts);
+    row->addWidget(m_read);
     constexpr int momentMs = 200;
     m_appearance.setSingleShot(true);
     m_appearance.setInterval(momentMs);
@@ -47,7 +60,7 @@ FolderStatusBar::FolderStatusBar(QWidget *parent)
 void FolderStatusBar::showMessage(const QString &message)
 {
     m_message->setText(message);
-    m_message->setToolTip(message);
+    m_message->setToolTip(plainToolTip(message));
 }
 
 QString FolderStatusBar::message() const
@@ -88,6 +101,8 @@ void FolderStatusBar::showCounts(const FolderCounts &counts)
     const auto add = [&](const QString &text, qint64 number) { parts.append(text.arg(locale.toString(number))); };
     if (counts.files() > 0 || counts.folders > 0) {
         add(Velmora::tr("Same: %1"), counts.same);
+        if (counts.unread > 0)
+            add(Velmora::tr("of these not read: %1"), counts.unread);
         add(Velmora::tr("Different: %1"), counts.different);
         add(Velmora::tr("Left only: %1"), counts.leftOnly);
         add(Velmora::tr("Right only: %1"), counts.rightOnly);
@@ -96,6 +111,7 @@ void FolderStatusBar::showCounts(const FolderCounts &counts)
         add(Velmora::tr("Not compared: %1"), counts.unknown);
     if (counts.hidden > 0)
         add(Velmora::tr("Hidden: %1"), counts.hidden);
+    m_read->setVisible(counts.unread > 0);
     m_counts->setText(parts.join(QStringLiteral("   ")));
     m_counts->setToolTip(Velmora::tr("Files that are shown, and entries that filters hide"));
 }

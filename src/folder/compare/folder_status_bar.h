@@ -7,6 +7,7 @@
 
 class QLabel;
 class QProgressBar;
+class QToolButton;
 
 namespace velmora {
 
@@ -28,6 +29,10 @@ public:
     /// Empty for no selection worth telling.
     void showSelection(const QString &text);
 
+Q_SIGNALS:
+    /// What is the same by size and time alone shall be read.
+    void readWanted();
+
 private:
     void showProgressParts();
 
@@ -36,6 +41,7 @@ private:
     QProgressBar *m_progress;
     QLabel *m_selection;
     QLabel *m_counts;
+    QToolButton *m_read;
     QTimer m_appearance; ///< of the progress
 };
 

@@ -48,6 +48,7 @@ private:
 /// How many files stand how, and what filters hide.
 struct FolderCounts {
     qint64 same = 0;
+    qint64 unread = 0; ///< of these, how many by size and time alone
     qint64 leftOnly = 0;
     qint64 rightOnly = 0;
     qint64 different = 0;
@@ -104,6 +105,8 @@ public:
     [[nodiscard]] const Node &node(qint32 node) const { return m_nodes[std::size_t(node)]; }
     [[nodiscard]] QStringView bareName(qint32 node) const;
     [[nodiscard]] RowState state(qint32 node) const;
+    /// The same by size and time alone, or a folder that is the same with such a file in it.
+    [[nodiscard]] bool isUnread(qint32 node) const { return item(node).isUnread && state(node) == RowState::Same; }
     /// Whether there is or may be something to see in it.
     [[nodiscard]] bool isExpandable(qint32 node) const;
     [[nodiscard]] const FolderCounts &counts() const noexcept { return m_counts; }

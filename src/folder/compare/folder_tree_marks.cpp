@@ -150,6 +150,7 @@ void FolderTree::count(qint32 number)
     case RowState::Same:
     case RowState::Filtered:
         ++m_counts.same;
+        m_counts.unread += item(number).isUnread ? 1 : 0;
         break;
     case RowState::LeftOnly:
         ++m_counts.leftOnly;
@@ -172,6 +173,7 @@ void FolderTree::rollUp()
     // The statuses of the children of each node, one bit for each; those of children that nobody decided have none.
     std::vector<quint8> under(m_nodes.size(), 0);
     constexpr quint8 undecided = 0x80;
+    constexpr quint8 unread = 0x40;
     const auto bit = [](FolderDiffStatus status) { return quint8(1U << unsigned(status)); };
     for (qint32 i = 0; i < size(); ++i) {
         if (item(i).isDir) {
@@ -181,7 +183,7 @@ void FolderTree::rollUp()
     }
     for (qint32 i = size(); i-- > 0;) {
         const FolderDiffItem &entry = item(i);
-        const quint8 inside = under[std::size_t(i)];
+        const auto inside = quint8(under[std::size_t(i)] & ~unread);
         if (!entry.isDir) {
             markFile(i);
         } else {
@@ -194,6 +196,9 @@ void FolderTree::rollUp()
                                                                                         : FolderDiffStatus::Different;
                 setStatus(i, qint32(status));
             }
+            const bool isUnread = isPair(entry) && (under[std::size_t(i)] & unread) != 0;
+            if (item(i).isUnread != isUnread)
+                m_items[i].isUnread = isUnread;
         }
         const Node &node = this->node(i);
         if (node.parent < 0)
@@ -201,6 +206,8 @@ void FolderTree::rollUp()
         quint8 &above = under[std::size_t(node.parent)];
         const bool decided = item(i).status != unknownStatus && !node.unsure && !(node.unloaded && isPair(entry));
         above = quint8(above | (decided ? bit(item(i).diffStatus()) : undecided));
+        if (!node.hidden && !node.ignored && item(i).isUnread)
+            above = quint8(above | unread);
         Node &parent = at(node.parent);
         if (node.hidden) {
             parent.left.add(FolderMark::Filtered);

@@ -204,7 +204,9 @@ TreeLineTreeWidget &FolderView::activePane()
 
 void FolderView::restoreColumns()
 {
-    const QFontMetrics metrics(font());
+    QFont bold = font(); // as newer times stand
+    bold.setBold(true);
+    const QFontMetrics metrics(bold);
     const int usual[] = {
         metrics.horizontalAdvance(QStringLiteral("9,999,999,999")) + 14,
         metrics.horizontalAdvance(QLocale().toString(QDateTime({2028, 12, 28}, {22, 28}), QLocale::ShortFormat)) + 24};

@@ -31,6 +31,9 @@ struct FolderDiffItem {
     QDateTime leftTime;   ///< last modification, of a rolled-up folder the latest in it; invalid when absent
     QDateTime rightTime;  ///< the same for the right side
     bool isDir = false;
+    /// The same by size and time alone: nobody has read the contents. Of a folder on both sides that is the same:
+    /// something in it is so. No pair of empty files is.
+    bool isUnread = false;
 
     [[nodiscard]] FolderDiffStatus diffStatus() const noexcept { return FolderDiffStatus(status); }
     void setDiffStatus(FolderDiffStatus value) noexcept { status = qint32(value); }

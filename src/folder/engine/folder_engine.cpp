@@ -45,17 +45,20 @@ FolderDiffStatus oneSidedStatus(const PairedEntry &pair)
     return pair.left ? FolderDiffStatus::LeftOnly : FolderDiffStatus::RightOnly;
 }
 
-/// The status of two files, or what stands for it until their contents have been read.
-qint32 statusOfFiles(const PairedEntry &pair, CompareMethod method, qint32 toleranceSec)
+/// Gives `item` the status of two files, or what stands for it until their contents have been read.
+void judgeFiles(const PairedEntry &pair, CompareMethod method, qint32 toleranceSec, FolderDiffItem &item)
 {
     const FolderEntry &left = *pair.left;
     const FolderEntry &right = *pair.right;
     const std::optional<FolderDiffStatus> status =
         statusByAttributes(method, left.size, right.size, left.modifiedMs, right.modifiedMs, toleranceSec);
-    if (status)
-        return qint32(*status);
+    if (status) {
+        item.setDiffStatus(*status);
+        item.isUnread = *status == FolderDiffStatus::Same && left.size > 0;
+        return;
+    }
     const bool regular = left.kind == EntryKind::File && right.kind == EntryKind::File;
-    return regular ? UndecidedFiles : UndecidedSpecial;
+    item.status = regular ? UndecidedFiles : UndecidedSpecial;
 }
 
 EntryRule treeRule(CompareMethod method, qint32 toleranceSec)
@@ -73,8 +76,10 @@ EntryRule treeRule(CompareMethod method, qint32 toleranceSec)
         }
         if (!pair.left || !pair.right)
             item.setDiffStatus(oneSidedStatus(pair));
+        else if (item.isDir)
+            item.status = UndecidedFolder;
         else
-            item.status = item.isDir ? qint32(UndecidedFolder) : statusOfFiles(pair, method, toleranceSec);
+            judgeFiles(pair, method, toleranceSec, item);
         return folders;
     };
 }
@@ -90,7 +95,7 @@ EntryRule levelRule(CompareMethod method, qint32 toleranceSec)
         else if (item.isDir)
             item.setDiffStatus(FolderDiffStatus::Same);
         else
-            item.status = statusOfFiles(pair, method, toleranceSec);
+            judgeFiles(pair, method, toleranceSec, item);
         return Descent{};
     };
 }
@@ -218,9 +223,9 @@ bool sameContentOf(const QFileInfo &left, const QFileInfo &right, CompareMethod 
 
 } // namespace
 
-FolderRunResources FolderRunResources::standard()
+FolderRunResources FolderRunResources::standard(HiddenEntries hidden)
 {
-    return {FileAccess::native(), crewSize()};
+    return {hidden == HiddenEntries::Listed ? FileAccess::nativeWithHidden() : FileAccess::native(), crewSize()};
 }
 
 QList<FolderDiffItem> compareFolderTree(const FolderRunResources &resources, const QString &leftRoot,
@@ -282,31 +287,64 @@ FolderTotals countFolderContents(const FolderRunResources &resources, const QStr
 QList<FolderDiffItem> compareFolderTree(const QString &leftRoot, const QString &rightRoot,
                                         const QString &relativePrefix, CompareMethod method, const CancelFlag &cancel,
                                         qint32 toleranceSec, const QList<ManualAlignRule> &alignRules,
-                                        const FolderRunReport &report)
+                                        const FolderRunReport &report, HiddenEntries hidden)
 {
-    return compareFolderTree(FolderRunResources::standard(), leftRoot, rightRoot, relativePrefix, method, cancel,
+    return compareFolderTree(FolderRunResources::standard(hidden), leftRoot, rightRoot, relativePrefix, method, cancel,
                              toleranceSec, alignRules, report);
 }
 
 QList<FolderDiffItem> compareFolderLevel(const QString &leftFolder, const QString &rightFolder, CompareMethod method,
                                          const CancelFlag &cancel, qint32 toleranceSec,
-                                         const QList<ManualAlignRule> &alignRules, const FolderRunReport &report)
+                                         const QList<ManualAlignRule> &alignRules, const FolderRunReport &report,
+                                         HiddenEntries hidden)
 {
-    return compareFolderLevel(FolderRunResources::standard(), leftFolder, rightFolder, method, cancel, toleranceSec,
-                              alignRules, report);
+    return compareFolderLevel(FolderRunResources::standard(hidden), leftFolder, rightFolder, method, cancel,
+                              toleranceSec, alignRules, report);
 }
 
 QList<FolderDiffItem> listFolderStructure(const QString &leftFolder, const QString &rightFolder, bool recursive,
                                           const CancelFlag &cancel, const QList<ManualAlignRule> &alignRules,
-                                          const FolderRunReport &report)
+                                          const FolderRunReport &report, HiddenEntries hidden)
 {
-    return listFolderStructure(FolderRunResources::standard(), leftFolder, rightFolder, recursive, cancel, alignRules,
-                               report);
+    return listFolderStructure(FolderRunResources::standard(hidden), leftFolder, rightFolder, recursive, cancel,
+                               alignRules, report);
 }
 
-FolderTotals countFolderContents(const QString &folder, const CancelFlag &cancel, const FolderRunReport &report)
+FolderTotals countFolderContents(const QString &folder, const CancelFlag &cancel, const FolderRunReport &report,
+                                 HiddenEntries hidden)
 {
-    return countFolderContents(FolderRunResources::standard(), folder, cancel, report);
+    return countFolderContents(FolderRunResources::standard(hidden), folder, cancel, report);
+}
+
+void readUnread(QList<FolderDiffItem> &items, const CancelFlag &cancel, const FolderRunReport &report)
+{
+    ItemList list;
+    list.parents = parentsByName(items);
+    list.items = std::move(items);
+    std::vector<qsizetype> unread;
+    for (qsizetype i = 0; i < list.items.size(); ++i) {
+        FolderDiffItem &item = list.items[i];
+        if (item.isUnread && !item.isDir) {
+            item.status = UndecidedFiles;
+            unread.push_back(i);
+        }
+    }
+    const FolderRunResources resources = FolderRunResources::standard();
+    PairDecider decider(resources.files, resources.threads, CompareMethod::Rules, cancel);
+    decider.decideRest(list.items, report);
+    decider.tellProblems(report);
+    for (const qsizetype i : unread) {
+        FolderDiffItem &item = list.items[i];
+        item.isUnread = item.status == UndecidedFiles;
+        if (item.isUnread)
+            item.setDiffStatus(FolderDiffStatus::Same);
+    }
+    for (FolderDiffItem &item : list.items) {
+        if (item.isDir && item.isUnread)
+            item.status = UndecidedFolder;
+    }
+    rollUpStatuses(list);
+    items = std::move(list.items);
 }
 
 bool compareFilePair(const QFileInfo &left, const QFileInfo &right, CompareMethod method, const CancelFlag &cancel,

@@ -13,9 +13,9 @@ namespace velmora {
 /// The folder comparison: plain, reentrant operations over the file system. They read and never write.
 ///
 /// Entries are paired by names that are equal with case, unless a `ManualAlignRule` joins them, and come in the order
-/// of the UTF-16 code units of their names. Hidden entries, broken links, and pipes, sockets and devices are left out.
-/// A folder that does not exist contributes nothing, one that cannot be read as much as it lets see. A link to a folder
-/// that contains it is an entry without contents. Only regular files are ever opened.
+/// of the UTF-16 code units of their names. Broken links, pipes, sockets and devices are left out, and hidden entries
+/// unless they are asked for. A folder that does not exist contributes nothing, one that cannot be read as much as it
+/// lets see. A link to a folder that contains it is an entry without contents. Only regular files are ever opened.
 ///
 /// No operation throws anything but what lack of memory throws. Setting `cancel` ends each within 100 ms with what it
 /// has by then: the entries before the first that is undecided, in their order, folders rolled up over what is there of
@@ -37,6 +37,15 @@ struct FolderRunReport {
     QList<FolderProblem> *problems = nullptr; ///< those of this run are appended: of folders, then of files, by path
 };
 
+/// Whether listings hold hidden files and folders: those of a name that begins with a dot on Unix, with the attribute
+/// on Windows.
+enum class HiddenEntries : quint8 { LeftOut, Listed };
+
+[[nodiscard]] inline HiddenEntries hiddenEntries(const FolderSessionOptions &options)
+{
+    return options.showHidden ? HiddenEntries::Listed : HiddenEntries::LeftOut;
+}
+
 /// Compares two trees. `relativePrefix` is put before all names, with a "/" between; empty for the roots of a
 /// comparison. The result is in pre-order. A folder on both sides has the status that its contents have together; every
 /// folder's sizes and times are the totals and the latest of what is in it. Costs about 0.5 KiB an entry.
@@ -44,7 +53,8 @@ struct FolderRunReport {
                                                       const QString &relativePrefix, CompareMethod method,
                                                       const CancelFlag &cancel = {}, qint32 toleranceSec = 0,
                                                       const QList<ManualAlignRule> &alignRules = {},
-                                                      const FolderRunReport &report = {});
+                                                      const FolderRunReport &report = {},
+                                                      HiddenEntries hidden = HiddenEntries::LeftOut);
 
 /// Compares one level of two folders. A folder on both sides is `Same`, whatever is in it; sizes of folders are what
 /// the file system says.
@@ -52,17 +62,24 @@ struct FolderRunReport {
                                                        CompareMethod method, const CancelFlag &cancel = {},
                                                        qint32 toleranceSec = 0,
                                                        const QList<ManualAlignRule> &alignRules = {},
-                                                       const FolderRunReport &report = {});
+                                                       const FolderRunReport &report = {},
+                                                       HiddenEntries hidden = HiddenEntries::LeftOut);
 
 /// Lists which names exist on which side. No contents are compared: what exists on both sides is `Same`.
 [[nodiscard]] QList<FolderDiffItem> listFolderStructure(const QString &leftFolder, const QString &rightFolder,
                                                         bool recursive, const CancelFlag &cancel = {},
                                                         const QList<ManualAlignRule> &alignRules = {},
-                                                        const FolderRunReport &report = {});
+                                                        const FolderRunReport &report = {},
+                                                        HiddenEntries hidden = HiddenEntries::LeftOut);
 
 /// Counts what lies under `folder`.
 [[nodiscard]] FolderTotals countFolderContents(const QString &folder, const CancelFlag &cancel = {},
-                                               const FolderRunReport &report = {});
+                                               const FolderRunReport &report = {},
+                                               HiddenEntries hidden = HiddenEntries::LeftOut);
+
+/// Reads the files of those pairs that are unread, and no others, and gives them and the folders around them the status
+/// that follows. `items` are in pre-order. Cancelled, it leaves the rest unread.
+void readUnread(QList<FolderDiffItem> &items, const CancelFlag &cancel = {}, const FolderRunReport &report = {});
 
 /// True when two present files are equal under `method`.
 [[nodiscard]] bool compareFilePair(const QFileInfo &left, const QFileInfo &right, CompareMethod method,

@@ -12,7 +12,7 @@ struct FolderRunResources {
     int threads;
 
     /// The real file system and as many threads as are good here.
-    [[nodiscard]] static FolderRunResources standard();
+    [[nodiscard]] static FolderRunResources standard(HiddenEntries hidden = HiddenEntries::LeftOut);
 };
 
 /// As the functions of the same names without `resources`.

@@ -105,25 +105,28 @@ void cutAtUndecided(ItemList &list)
 
 void rollUpStatuses(ItemList &list)
 {
-    // The statuses that occur under each item, one bit for each.
+    // The statuses that occur under each item, one bit for each, and one for what is unread.
     std::vector<quint8> under(list.parents.size(), 0);
-    const auto bit = [](FolderDiffStatus status) { return quint8(1U << unsigned(status)); };
+    const auto bit = [](FolderDiffStatus status) { return 1U << unsigned(status); };
+    constexpr unsigned unread = 0x80;
     FolderDiffItem *const items = list.items.data();
     for (std::size_t i = list.parents.size(); i-- > 0;) {
         FolderDiffItem &item = items[i];
         if (item.status == UndecidedFolder) {
-            if (under[i] == bit(FolderDiffStatus::LeftOnly))
+            const unsigned statuses = under[i] & ~unread;
+            if (statuses == bit(FolderDiffStatus::LeftOnly))
                 item.setDiffStatus(FolderDiffStatus::LeftOnly);
-            else if (under[i] == bit(FolderDiffStatus::RightOnly))
+            else if (statuses == bit(FolderDiffStatus::RightOnly))
                 item.setDiffStatus(FolderDiffStatus::RightOnly);
-            else if ((under[i] & ~unsigned(bit(FolderDiffStatus::Same))) != 0)
+            else if ((statuses & ~bit(FolderDiffStatus::Same)) != 0)
                 item.setDiffStatus(FolderDiffStatus::Different);
             else
                 item.setDiffStatus(FolderDiffStatus::Same);
+            item.isUnread = item.diffStatus() == FolderDiffStatus::Same && (under[i] & unread) != 0;
         }
         if (list.parents[i] >= 0) {
             quint8 &above = under[std::size_t(list.parents[i])];
-            above = quint8(above | under[i] | bit(item.diffStatus()));
+            above = quint8(above | under[i] | bit(item.diffStatus()) | (item.isUnread ? unread : 0));
         }
     }
 }

@@ -30,8 +30,8 @@ struct ItemList {
 void cutAtUndecided(ItemList &list);
 
 /// Gives each `UndecidedFolder` the status that everything under it has together: `Same` when there is nothing, the
-/// common status when all is on the left or all on the right only, `Same` when all is the same, else `Different`.
-/// Linear.
+/// common status when all is on the left or all on the right only, `Same` when all is the same, else `Different`; and
+/// tells of one that is the same whether anything in it is unread. Linear.
 void rollUpStatuses(ItemList &list);
 
 /// Adds to each folder the sizes of its direct children, and gives it the latest of their times and its own. Since

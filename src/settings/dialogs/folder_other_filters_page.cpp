@@ -43,13 +43,17 @@ FolderOtherFiltersPage::FolderOtherFiltersPage(QWidget *parent)
     : FolderSettingsPage(parent),
       m_exclusions(new MaskListModel(this)),
       m_excludeOsFiles(new QCheckBox(Velmora::tr("Exclude protected OS files (recommended) (&Y)"))),
+      m_showHidden(new QCheckBox(Velmora::tr("Show hidden files and folders (&H)"))),
       m_formats(new FileFormatsModel(this))
 {
     m_excludeOsFiles->setObjectName(QStringLiteral("excludeOsFiles"));
     m_excludeOsFiles->setToolTip(Velmora::tr("Files that carry the system attribute are not shown"));
+    m_showHidden->setObjectName(QStringLiteral("showHidden"));
+    m_showHidden->setToolTip(Velmora::tr("Hidden entries are compared, copied and deleted like all others"));
     auto *column = new QVBoxLayout(this);
     column->addWidget(makeExclusions(), 2);
     column->addWidget(m_excludeOsFiles);
+    column->addWidget(m_showHidden);
     column->addSpacing(6);
     column->addWidget(makeFormats(), 3);
     for (const QAbstractItemModel *model :
@@ -58,13 +62,15 @@ FolderOtherFiltersPage::FolderOtherFiltersPage(QWidget *parent)
         connect(model, &QAbstractItemModel::rowsInserted, this, &SettingsPageBase::changed);
         connect(model, &QAbstractItemModel::rowsRemoved, this, &SettingsPageBase::changed);
     }
-    connect(m_excludeOsFiles, &QCheckBox::toggled, this, &SettingsPageBase::changed);
+    for (const QCheckBox *box : {m_excludeOsFiles, m_showHidden})
+        connect(box, &QCheckBox::toggled, this, &SettingsPageBase::changed);
 }
 
 void FolderOtherFiltersPage::load(const FolderSessionOptions &options)
 {
     m_exclusions->setRules(options.otherExclude);
     m_excludeOsFiles->setChecked(options.excludeOsFiles);
+    m_showHidden->setChecked(options.showHidden);
     m_formats->setGroups(options.fileFormats);
 }
 
@@ -72,6 +78,7 @@ void FolderOtherFiltersPage::store(FolderSessionOptions &options) const
 {
     options.otherExclude = m_exclusions->rules();
     options.excludeOsFiles = m_excludeOsFiles->isChecked();
+    options.showHidden = m_showHidden->isChecked();
     options.fileFormats = m_formats->groups();
 }
 

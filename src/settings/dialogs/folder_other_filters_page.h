@@ -42,6 +42,7 @@ private:
     MaskListModel *m_exclusions;
     RuleListEditor *m_editor;
     QCheckBox *m_excludeOsFiles;
+    QCheckBox *m_showHidden;
     FileFormatsModel *m_formats;
     RuleListEditor *m_formatEditor;
 };

@@ -22,6 +22,7 @@ const std::array jsonFields{
     JsonField<Options>{"excludeFolders", &Options::excludeFolders},
 };
 
+constexpr QLatin1String showHiddenKey("showHidden");
 constexpr QLatin1String alignKey("alignOverrides");
 constexpr QLatin1String leftKey("left");
 constexpr QLatin1String rightKey("right");
@@ -80,6 +81,8 @@ QJsonObject toJson(const FolderSessionOptions &options, const QSet<QString> &exc
                    const QSet<QString> &ignoredNames)
 {
     QJsonObject object = fieldsToJson<FolderSessionOptions>(jsonFields, options);
+    if (options.showHidden)
+        object.insert(showHiddenKey, true);
     QJsonArray rules;
     for (const ManualAlignRule &rule : options.alignOverrides)
         rules.append(QJsonObject{{leftKey, rule.left}, {rightKey, rule.right}});
@@ -93,6 +96,7 @@ void fromJson(const QJsonObject &object, FolderSessionOptions &options, QSet<QSt
               QSet<QString> &ignoredNames)
 {
     fieldsFromJson<FolderSessionOptions>(jsonFields, object, options);
+    options.showHidden = object.value(showHiddenKey).toBool(options.showHidden);
     if (const QJsonValue rules = object.value(alignKey); rules.isArray()) {
         options.alignOverrides.clear();
         for (const QJsonValue rule : rules.toArray()) {

@@ -49,6 +49,7 @@ struct FolderSessionOptions {
     QStringList excludeFolders;
     QStringList otherExclude;   ///< further masks of files that are not shown
     bool excludeOsFiles = true; ///< leaves out files that carry the operating system's "system" attribute
+    bool showHidden = false;    ///< lists hidden files and folders as well
     QList<ManualAlignRule> alignOverrides;
     qint32 compareBasis = 0;     ///< a `CompareMethod`; files may hold any number
     qint32 timeToleranceSec = 0; ///< modification times this far apart are still equal; 0 asks for exact equality
@@ -63,7 +64,7 @@ struct FolderSessionOptions {
 [[nodiscard]] CompareMethod compareMethod(qint32 compareBasis);
 
 /// The record as session files hold it, with the two sets of bare file names that travel with it. `otherExclude`, the
-/// view switches and the file formats are not part of it.
+/// view switches and the file formats are not part of it; "showHidden" is only while it is on.
 [[nodiscard]] QJsonObject toJson(const FolderSessionOptions &options, const QSet<QString> &excludedNames,
                                  const QSet<QString> &ignoredNames);
 

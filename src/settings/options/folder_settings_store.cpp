@@ -21,7 +21,7 @@ struct SwitchKey {
 constexpr std::array switchKeys{
     SwitchKey{"leftReadOnly", &Options::leftReadOnly},     SwitchKey{"rightReadOnly", &Options::rightReadOnly},
     SwitchKey{"excludeOsFiles", &Options::excludeOsFiles}, SwitchKey{"showLogPanel", &Options::showLogPanel},
-    SwitchKey{"showFilterBar", &Options::showFilterBar},
+    SwitchKey{"showFilterBar", &Options::showFilterBar},   SwitchKey{"showHidden", &Options::showHidden},
 };
 
 struct MasksKey {
