@@ -215,6 +215,10 @@ private:
         const UndoPlan undo = journal.planUndo();
         if (undo.refusal != UndoRefusal::None && undo.refusal != UndoRefusal::NothingToUndo)
             fail(operation, "undoing", "the journal cannot be read");
+        for (const JournalEntry &entry : journal.entries().entries) {
+            if (entry.isAtWork)
+                fail(operation, "undoing", "a dead run is taken for one at work");
+        }
         journal.setNext(QStringLiteral("undo"), undo.id);
         const ExecutionReport report = tree.execute(undo.plan, journal);
         clearLeftover(tree, journal);

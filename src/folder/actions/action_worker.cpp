@@ -2,6 +2,7 @@
 
 #include "core/settings_store.h"
 #include "folder/actions/command_words.h"
+#include "folder/operations/journal_folder.h"
 #include "session/translate.h"
 #include "settings/options/kept_copies.h"
 
@@ -20,7 +21,7 @@ constexpr int lockWait = 50; // milliseconds between two looks at the cancel fla
 bool lockJournal(QLockFile &lock, const CancelFlag &cancel)
 {
     lock.setStaleLockTime(0); // runs may take hours; the lock of a program that has died is seen by its process
-    while (!lock.tryLock(lockWait)) {
+    while (!takeLock(lock, lockWait)) {
         if (cancel.isCancelled())
             return false;
         if (lock.error() != QLockFile::LockFailedError)

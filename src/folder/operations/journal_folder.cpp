@@ -5,6 +5,8 @@
 #include "folder/operations/temporary_name.h"
 #include "folder/operations/tree_summary.h"
 
+#include <QFile>
+
 #include <chrono>
 
 namespace velmora {
@@ -195,13 +197,38 @@ QString makeRunFolder(FolderHandle &folder, qint64 number, FileError &error)
     }
 }
 
+bool takeLock(QLockFile &lock, int milliseconds)
+{
+    constexpr int longestNaming = 500; // between making a lock and writing the name lie some microseconds
+    const auto isNameless = [&lock] {
+        qint64 process = 0;
+        QString host;
+        QString program;
+        return lock.error() == QLockFile::LockFailedError && !lock.getLockInfo(&process, &host, &program);
+    };
+    if (lock.tryLock(milliseconds))
+        return true;
+    if (!isNameless()) {
+        // Who removes a stale lock holds another meanwhile, and may have died as well.
+        const QString removing = lock.fileName() + QLatin1String(".rmlock");
+        QLockFile remover(removing);
+        if (!QFile::exists(removing) || !takeLock(remover, 0))
+            return false;
+        remover.unlock();
+        return lock.tryLock(0);
+    }
+    if (lock.tryLock(longestNaming))
+        return true;
+    return isNameless() && QFile::remove(lock.fileName()) && lock.tryLock(0);
+}
+
 std::unique_ptr<QLockFile> lockRun(const QString &run)
 {
     auto lock = std::make_unique<QLockFile>(run + u'/' + lockName);
     // That its process is gone makes a lock stale, and an age that no run reaches: the machine may have another name
     // by now, and then nobody can look for the process.
     lock->setStaleLockTime(std::chrono::hours(20 * 24));
-    return lock->tryLock(0) ? std::move(lock) : nullptr;
+    return takeLock(*lock, 0) ? std::move(lock) : nullptr;
 }
 
 bool forget(FolderHandle &folder, const QString &path, const OldRun &run)
