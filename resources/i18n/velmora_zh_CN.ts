@@ -624,6 +624,26 @@
         <translation>关闭标签页</translation>
     </message>
     <message>
+        <source>Close other tabs</source>
+        <translation>关闭其他标签页</translation>
+    </message>
+    <message>
+        <source>Close all tabs</source>
+        <translation>关闭所有标签页</translation>
+    </message>
+    <message>
+        <source>Copy paths</source>
+        <translation>复制路径</translation>
+    </message>
+    <message>
+        <source>Open the folders</source>
+        <translation>打开所在文件夹</translation>
+    </message>
+    <message>
+        <source>No file manager could be opened</source>
+        <translation>无法打开文件管理器</translation>
+    </message>
+    <message>
         <source>E&amp;xit</source>
         <translation>退出(&amp;X)</translation>
     </message>
@@ -646,6 +666,10 @@
     <message>
         <source>Sessions</source>
         <translation>会话</translation>
+    </message>
+    <message>
+        <source>Sessions panel</source>
+        <translation>会话面板</translation>
     </message>
     <message>
         <source>New</source>

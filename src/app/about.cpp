@@ -37,6 +37,7 @@ void showAbout(QWidget *parent)
     auto *box = new QMessageBox(parent);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setWindowTitle(Velmora::tr("About Velmora"));
+    box->setTextFormat(Qt::RichText);
     box->setText(aboutText());
     box->setIconPixmap(QApplication::windowIcon().pixmap(QSize(64, 64), parent->devicePixelRatioF()));
     box->open();

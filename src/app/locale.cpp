@@ -4,6 +4,7 @@
 #include "core/settings_store.h"
 
 #include <QCoreApplication>
+#include <QLocale>
 #include <QTranslator>
 
 namespace velmora {
@@ -25,6 +26,15 @@ QString storedLocale()
     if (settings.contains(localeKey))
         return settings.value(localeKey).toString();
     return settings.value(languageKey, -1).toInt() == 0 ? QStringLiteral("zh_CN") : QStringLiteral("en_US");
+}
+
+/// Numbers and dates are written as people write them who read the interface's language; in the manner of the
+/// system's region where that is the same language.
+QLocale interfaceLocale()
+{
+    const QLocale wanted(current());
+    const QLocale system = QLocale::system();
+    return system.language() == wanted.language() ? system : wanted;
 }
 
 } // namespace
@@ -55,6 +65,7 @@ void saveLocale()
 
 void installTranslator()
 {
+    QLocale::setDefault(interfaceLocale());
     // The toolkit's standard dialogs are translated here, too, as not every system has their texts.
     static QPointer<QTranslator> translators[2];
     const char *const names[] = {"qt", "velmora"};

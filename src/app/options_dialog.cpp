@@ -69,8 +69,8 @@ OptionsDialog::OptionsDialog(bool dark, ShellMenu menu, QWidget *parent)
 
     auto *buttons = new QHBoxLayout;
     buttons->addStretch(1);
-    buttons->addWidget(cancel);
     buttons->addWidget(apply);
+    buttons->addWidget(cancel);
     auto *centre = new QHBoxLayout;
     centre->setSpacing(16);
     centre->addWidget(list);

@@ -1,6 +1,7 @@
 #include "app/pending_session.h"
 
 #include "app/session_kinds.h"
+#include "core/visible_name.h"
 #include "session/session_host.h"
 #include "session/translate.h"
 
@@ -74,7 +75,7 @@ void PendingSession::setPaths(const SessionPaths &paths)
     QStringList lines;
     for (const QString &path : {paths.base, paths.left, paths.right}) {
         if (!path.isEmpty())
-            lines.append(QDir::toNativeSeparators(path));
+            lines.append(visibleName(QDir::toNativeSeparators(path)));
     }
     m_inputs->setText(lines.join(u'\n'));
     m_inputs->setVisible(!lines.isEmpty());

@@ -4,6 +4,7 @@
 #include "app/session_search.h"
 #include "app/tile_button.h"
 #include "app/tile_frame.h"
+#include "core/visible_name.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
@@ -32,10 +33,10 @@ public:
     {
         for (const QString &path : {record.paths.base, record.paths.left, record.paths.right}) {
             if (!path.isEmpty())
-                m_places.append(QDir::toNativeSeparators(path));
+                m_places.append(visibleName(QDir::toNativeSeparators(path)));
         }
         setObjectName(QStringLiteral("recentSession"));
-        setText(record.name);
+        setText(visibleName(record.name));
         setToolTip(m_places.join(u'\n'));
         setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     }

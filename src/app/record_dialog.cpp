@@ -75,8 +75,8 @@ void RecordDialog::finishLayout()
     connect(accept, &QPushButton::clicked, this, &QDialog::accept);
     auto *buttons = new QHBoxLayout;
     buttons->addStretch(1);
-    buttons->addWidget(cancel);
     buttons->addWidget(accept);
+    buttons->addWidget(cancel);
     auto *whole = new QVBoxLayout(this);
     whole->addLayout(m_form);
     whole->addSpacing(8);

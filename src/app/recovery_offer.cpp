@@ -2,6 +2,7 @@
 
 #include "app/session_kinds.h"
 #include "core/recovery_store.h"
+#include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/session_widget.h"
 #include "session/translate.h"
@@ -72,7 +73,7 @@ void offerRecovery(RecoveryStore &store, QWidget *window, const RecoveryOpener &
     if (!work.damaged.isEmpty()) {
         QStringList shown;
         for (const QString &file : work.damaged)
-            shown.append(QDir::toNativeSeparators(file));
+            shown.append(visibleName(QDir::toNativeSeparators(file)));
         Dialogs::instance().tell(window, Dialogs::Tone::Warning, Velmora::tr("Restore unsaved changes"),
                                  Velmora::tr("Unsaved changes of an earlier run cannot be restored, because what kept "
                                              "them is damaged. It was put aside:\n%1")

@@ -6,6 +6,7 @@
 #include "app/session_offer.h"
 #include "app/session_tabs.h"
 #include "app/tab_restorer.h"
+#include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/session_widget.h"
 #include "session/translate.h"
@@ -66,12 +67,13 @@ void SessionLibrary::saveSession()
 
 void SessionLibrary::askAndSave(const SessionRecord &record)
 {
-    Dialogs::instance().saveFile(
-        m_window, Velmora::tr("Save session"), {}, sessionFilter(), [this, record](const QString &path) {
-            const QString file = withSuffix(path, sessionSuffix);
-            Q_EMIT statusMessage(writeJsonFile(file, sessionToJson(record)) ? Velmora::tr("Session saved: %1").arg(file)
-                                                                            : Velmora::tr("Failed to save session"));
-        });
+    Dialogs::instance().saveFile(m_window, Velmora::tr("Save session"), besideFile(record.paths.left, {}),
+                                 sessionFilter(), [this, record](const QString &path) {
+                                     const QString file = withSuffix(path, sessionSuffix);
+                                     Q_EMIT statusMessage(writeJsonFile(file, sessionToJson(record))
+                                                              ? Velmora::tr("Session saved: %1").arg(file)
+                                                              : Velmora::tr("Failed to save session"));
+                                 });
 }
 
 void SessionLibrary::chooseSession()
@@ -344,14 +346,15 @@ void SessionLibrary::deleteEntry(quint64 id)
     const SessionHistory::Entry *entry = m_history.find(id);
     if (!entry)
         return;
-    Dialogs::instance().askYesNo(m_window, Velmora::tr("Delete session"),
-                                 Velmora::tr("Remove \"%1\" from auto-save history?").arg(entry->record.name), false,
-                                 [this, id](bool yes) {
-                                     if (!yes)
-                                         return;
-                                     m_history.remove(id);
-                                     Q_EMIT statusMessage(Velmora::tr("Session removed from auto-save"));
-                                 });
+    Dialogs::instance().askYesNo(
+        m_window, Velmora::tr("Delete session"),
+        Velmora::tr("Remove \"%1\" from auto-save history?").arg(visibleName(entry->record.name)), false,
+        [this, id](bool yes) {
+            if (!yes)
+                return;
+            m_history.remove(id);
+            Q_EMIT statusMessage(Velmora::tr("Session removed from auto-save"));
+        });
 }
 
 void SessionLibrary::warn(const QString &title, const QString &text)

@@ -1,6 +1,8 @@
 #include "app/session_panel.h"
 
 #include "app/session_kinds.h"
+#include "core/visible_name.h"
+#include "session/plain_text.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
@@ -51,7 +53,7 @@ SessionPanel::SessionPanel(QWidget *parent) : QWidget(parent), m_tree(new QTreeW
     setObjectName(QStringLiteral("sessionPanel"));
     setMinimumWidth(narrowest);
     setMaximumWidth(widest);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
 
     auto *header = new QLabel(Velmora::tr("Sessions"), this);
     header->setObjectName(QStringLiteral("sessionHeader"));
@@ -122,7 +124,7 @@ void SessionPanel::rebuildHistory(const QList<SessionHistory::Entry> &history)
         const QString label = historyDayLabel(record.timestamp.date(), today);
         if (!group || group->text(0) != label)
             group = addCategory(m_history, label, QStringLiteral("category_date"));
-        auto *item = new QTreeWidgetItem(group, {record.name});
+        auto *item = new QTreeWidgetItem(group, {visibleName(record.name)});
         item->setData(0, idRole, QStringLiteral("history"));
         item->setData(0, entryRole, entry->id);
         item->setData(0, kindRole, record.type);
@@ -130,11 +132,11 @@ void SessionPanel::rebuildHistory(const QList<SessionHistory::Entry> &history)
         item->setData(0, rightRole, record.paths.right);
         item->setData(0, baseRole, record.paths.base);
         item->setIcon(0, sessionKindIcon(record.type));
-        const QString left = QDir::toNativeSeparators(record.paths.left);
-        const QString right = QDir::toNativeSeparators(record.paths.right);
-        const QString base = QDir::toNativeSeparators(record.paths.base);
-        item->setToolTip(0, base.isEmpty() ? QStringLiteral("%1\n%2").arg(left, right)
-                                           : QStringLiteral("%1\n%2\n%3").arg(base, left, right));
+        const auto shown = [](const QString &path) { return visibleName(QDir::toNativeSeparators(path)); };
+        QStringList lines{shown(record.paths.left), shown(record.paths.right)};
+        if (!record.paths.base.isEmpty())
+            lines.prepend(shown(record.paths.base));
+        item->setToolTip(0, plainToolTip(lines.join(u'\n')));
     }
 }
 

@@ -1,6 +1,9 @@
 #include "app/session_tabs.h"
 
 #include "app/session_kinds.h"
+#include "app/tab_menu.h"
+#include "app/tab_names.h"
+#include "session/plain_text.h"
 #include "session/session_widget.h"
 
 #include <QTabBar>
@@ -10,17 +13,45 @@ namespace velmora {
 namespace {
 
 constexpr int widestTab = 280;
+constexpr int narrowestTab = 18; ///< in mean widths of a letter, beside icon and closing button
 
-/// Keeps tabs with long titles from pushing the others out of sight, and closes a tab by its middle button.
+/// Keeps tabs with long titles from pushing the others out of sight, lets them scroll before nothing can be read on
+/// them, and closes a tab by its middle button.
 class SessionTabBar final : public QTabBar {
 public:
     using QTabBar::QTabBar;
+
+    std::function<void()> beforeToolTip;
+    std::function<void(int index, const QPoint &place)> menuWanted;
 
 protected:
     [[nodiscard]] QSize tabSizeHint(int index) const override
     {
         const QSize hint = QTabBar::tabSizeHint(index);
         return {std::min(hint.width(), widestTab), hint.height()};
+    }
+
+    [[nodiscard]] QSize minimumTabSizeHint(int index) const override
+    {
+        const QSize usual = tabSizeHint(index);
+        const int readable = iconSize().width() + narrowestTab * fontMetrics().averageCharWidth() +
+                             2 * style()->pixelMetric(QStyle::PM_TabBarTabHSpace, nullptr, this);
+        return {std::min(usual.width(), readable), usual.height()};
+    }
+
+    bool event(QEvent *event) override
+    {
+        if (event->type() == QEvent::ToolTip && beforeToolTip)
+            beforeToolTip();
+        return QTabBar::event(event);
+    }
+
+    void contextMenuEvent(QContextMenuEvent *event) override
+    {
+        const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+        const int index = byKey ? currentIndex() : tabAt(event->pos());
+        if (index >= 0)
+            menuWanted(index, byKey ? mapToGlobal(tabRect(index).center()) : event->globalPos());
     }
 
     void mousePressEvent(QMouseEvent *event) override
@@ -51,11 +82,14 @@ private:
 SessionTabs::SessionTabs(QWidget *parent) : QTabWidget(parent)
 {
     setObjectName(QStringLiteral("tabHost"));
-    setTabBar(new SessionTabBar(this));
+    auto *bar = new SessionTabBar(this);
+    bar->beforeToolTip = [this] { refreshToolTips(); };
+    bar->menuWanted = [this](int index, const QPoint &place) { openTabMenu(*this, index, place); };
+    setTabBar(bar);
     setTabsClosable(true);
     setMovable(true);
     setDocumentMode(true);
-    setElideMode(Qt::ElideRight);
+    setElideMode(Qt::ElideMiddle); // what tells equal titles apart stands at their ends
     connect(this, &QTabWidget::currentChanged, this, [this] {
         startWaiting(currentSession());
         Q_EMIT currentSessionChanged(currentSession());
@@ -100,12 +134,16 @@ void SessionTabs::addWaitingSession(SessionWidget *session, const QIcon &icon, c
 int SessionTabs::append(SessionWidget *session, const QIcon &icon, const QString &title)
 {
     const int index = addTab(session, icon, {});
-    setTitle(index, title);
+    tabBar()->setTabData(index, title);
+    refreshNames();
     connect(session, &SessionWidget::tabTitleChanged, this, [this, session](const QString &changed) {
         const int at = indexOf(session);
-        if (at >= 0)
-            setTitle(at, changed);
+        if (at < 0)
+            return;
+        tabBar()->setTabData(at, changed);
+        refreshNames();
     });
+    connect(session, &SessionWidget::comparisonFinished, this, &SessionTabs::refreshNames);
     return index;
 }
 
@@ -149,6 +187,21 @@ void SessionTabs::closeTab(int index)
     });
 }
 
+void SessionTabs::closeOthers(const SessionWidget *kept)
+{
+    QList<QPointer<SessionWidget>> others;
+    for (SessionWidget *session : sessions()) {
+        if (session != kept)
+            others.append(session);
+    }
+    confirmClose(others, [this, others] {
+        for (const QPointer<SessionWidget> &session : others) {
+            if (session)
+                removeSession(session);
+        }
+    });
+}
+
 bool SessionTabs::hasUnsavedChanges() const
 {
     const QList<SessionWidget *> all = sessions();
@@ -175,7 +228,8 @@ void SessionTabs::confirmClose(QList<QPointer<SessionWidget>> sessions, std::fun
         return;
     }
     SessionWidget *session = sessions.takeFirst();
-    setCurrentWidget(session);
+    if (session->hasUnsavedChanges())
+        setCurrentWidget(session);
     session->confirmClose([this, sessions, go = std::move(go)](bool mayClose) {
         if (mayClose)
             confirmClose(sessions, go);
@@ -192,12 +246,28 @@ void SessionTabs::refreshTheme()
     }
 }
 
-void SessionTabs::setTitle(int index, const QString &title)
+void SessionTabs::refreshNames()
 {
-    tabBar()->setTabData(index, title);
-    // In a tab's text an ampersand marks the key of the next letter; in a file name it is a letter.
-    setTabText(index, QString(title).replace(u'&', QLatin1String("&&")));
-    setTabToolTip(index, title);
+    QList<NamedPaths> names;
+    for (int i = 0; i < count(); ++i) {
+        if (const SessionWidget *session = sessionAt(i))
+            names.append({titleAt(i), session->paths()});
+    }
+    const QStringList texts = tabTexts(names);
+    for (int i = 0, session = 0; i < count(); ++i) {
+        // In a tab's text an ampersand marks the key of the next letter; in a file name it is a letter.
+        if (sessionAt(i))
+            setTabText(i, QString(texts[session++]).replace(u'&', QLatin1String("&&")));
+    }
+    refreshToolTips();
+}
+
+void SessionTabs::refreshToolTips()
+{
+    for (int i = 0; i < count(); ++i) {
+        if (const SessionWidget *session = sessionAt(i))
+            setTabToolTip(i, plainToolTip(sessionToolTip({titleAt(i), session->paths()})));
+    }
 }
 
 void SessionTabs::removeSession(SessionWidget *session)
@@ -207,6 +277,7 @@ void SessionTabs::removeSession(SessionWidget *session)
         return;
     m_waiting.remove(session); // whose address may come to be that of another
     removeTab(index);
+    refreshNames();
     // It may be in the middle of a signal that led here.
     session->hide();
     session->disconnect(this);

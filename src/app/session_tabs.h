@@ -39,6 +39,11 @@ public:
 
     /// Closes a session's tab when the session agrees, which asks first when something would be lost.
     void closeTab(int index);
+    /// Closes the sessions beside `kept`, which may be null, once all of them agree.
+    void closeOthers(const SessionWidget *kept);
+
+    /// Looks again at what the tabs show of their sessions' paths.
+    void refreshNames();
 
     [[nodiscard]] bool hasUnsavedChanges() const;
     /// Lets the sessions with unsaved changes ask, one after the other and each in front, and calls `go` when all of
@@ -54,7 +59,7 @@ Q_SIGNALS:
 private:
     int append(SessionWidget *session, const QIcon &icon, const QString &title);
     void startWaiting(SessionWidget *session);
-    void setTitle(int index, const QString &title);
+    void refreshToolTips();
     void confirmClose(QList<QPointer<SessionWidget>> sessions, std::function<void()> go);
     void removeSession(SessionWidget *session);
 

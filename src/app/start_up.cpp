@@ -4,7 +4,7 @@
 #include "app/command_line.h"
 #include "app/locale.h"
 #include "app/manual.h"
-#include "app/plain_titles.h"
+#include "app/plain_texts.h"
 #include "app/single_instance.h"
 #include "app/tarnwick.h"
 #include "core/settings_store.h"
@@ -167,7 +167,7 @@ std::chrono::milliseconds readingPatience(const QStringList &arguments)
 int runApplication()
 {
     dressApplication();
-    const PlainTitles titles;
+    const PlainTexts texts;
     const QStringList arguments = QCoreApplication::arguments();
     if (inquires(arguments))
         return showAnswer(answerTo(arguments));

@@ -14,19 +14,22 @@
 #include "app/session_tabs.h"
 #include "app/shell_menu.h"
 #include "app/window_fit.h"
+#include "app/window_memory.h"
 #include "core/settings_store.h"
+#include "core/visible_name.h"
 #include "folder/actions/past_operations_dialog.h"
 #include "platform/window_chrome.h"
 #include "session/session_widget.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
-#include <QHBoxLayout>
 #include <QLoggingCategory>
+#include <QSplitter>
 #include <QStandardPaths>
 #include <QStatusBar>
 #include <QTabBar>
 #include <QTimer>
+#include <QToolButton>
 #include <QTreeWidget>
 
 namespace velmora {
@@ -38,6 +41,7 @@ Q_LOGGING_CATEGORY(shellLog, "velmora.shell")
 constexpr QSize leastSize(1280, 800);
 constexpr QSize firstSize(1280, 600);
 constexpr int frameTime = 200;
+constexpr int splitterWidth = 5;
 
 bool storedDarkTheme()
 {
@@ -58,6 +62,7 @@ Tarnwick::Tarnwick(std::optional<bool> darkThisRun, QWidget *parent)
       m_tabs(new SessionTabs),
       m_home(new HomePage),
       m_panel(new SessionPanel),
+      m_panelShown(new QAction(Velmora::tr("Sessions panel"), this)),
       m_library(new SessionLibrary(*m_tabs, m_history, this))
 {
     setWindowTitle(QStringLiteral("%1 %2").arg(QGuiApplication::applicationDisplayName(), applicationVersion()));
@@ -76,7 +81,8 @@ Tarnwick::Tarnwick(std::optional<bool> darkThisRun, QWidget *parent)
 
     m_home->setFocus();
     setMinimumSize(leastSize);
-    resize(firstSize);
+    if (!restorePlace(*this))
+        resize(firstSize);
 }
 
 Tarnwick::~Tarnwick()
@@ -89,13 +95,14 @@ Tarnwick::~Tarnwick()
 
 void Tarnwick::buildCentre()
 {
-    auto *centre = new QWidget(this);
-    auto *row = new QHBoxLayout(centre);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(0);
-    row->addWidget(m_panel);
-    row->addWidget(m_tabs, 1);
-    setCentralWidget(centre);
+    m_centre = new QSplitter(this);
+    m_centre->addWidget(m_panel);
+    m_centre->addWidget(m_tabs);
+    m_centre->setChildrenCollapsible(false);
+    m_centre->setStretchFactor(1, 1);
+    m_centre->setHandleWidth(splitterWidth);
+    setCentralWidget(m_centre);
+    buildPanelSwitch();
 
     m_tabs->addHome(m_home, QApplication::windowIcon(), Velmora::tr("Home"));
     connect(m_tabs, &QTabWidget::tabCloseRequested, this, &Tarnwick::onCloseTab);
@@ -121,6 +128,36 @@ void Tarnwick::buildCentre()
     showHistory();
 }
 
+void Tarnwick::buildPanelSwitch()
+{
+    m_panelShown->setCheckable(true);
+    m_panelShown->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_P);
+    m_panelShown->setToolTip(
+        Velmora::tr("%1 (%2)").arg(m_panelShown->text(), m_panelShown->shortcut().toString(QKeySequence::NativeText)));
+    addAction(m_panelShown);
+    auto *button = new QToolButton(this);
+    button->setObjectName(QStringLiteral("panelSwitch"));
+    button->setAutoRaise(true);
+    button->setDefaultAction(m_panelShown);
+    m_tabs->setCornerWidget(button, Qt::TopLeftCorner);
+
+    const PanelMemory memory = PanelMemory::load();
+    m_panelShown->setChecked(memory.shown);
+    connect(m_panelShown, &QAction::toggled, this, &Tarnwick::showPanel);
+    m_panel->setVisible(memory.shown);
+    m_panelWidth = memory.width > 0 ? memory.width : m_panel->sizeHint().width();
+    m_centre->setSizes({m_panelWidth, firstSize.width() - m_panelWidth - splitterWidth});
+}
+
+void Tarnwick::showPanel(bool shown)
+{
+    if (!shown)
+        m_panelWidth = m_panel->width(); // the splitter knows none of what is hidden
+    m_panel->setVisible(shown);
+    if (shown)
+        m_centre->setSizes({m_panelWidth, m_centre->width() - m_panelWidth - splitterWidth});
+}
+
 void Tarnwick::connectLibrary()
 {
     connect(m_library, &SessionLibrary::recordOpened, this, &Tarnwick::openRecord);
@@ -143,7 +180,7 @@ void Tarnwick::showHistory()
 
 void Tarnwick::showStatus(const QString &message, int milliseconds)
 {
-    statusBar()->showMessage(message, milliseconds);
+    statusBar()->showMessage(visibleName(message), milliseconds);
 }
 
 void Tarnwick::showLegend()
@@ -276,6 +313,8 @@ void Tarnwick::showEvent(QShowEvent *event)
 void Tarnwick::closeEvent(QCloseEvent *event)
 {
     if (m_closing || !m_tabs->hasUnsavedChanges()) {
+        rememberPlace(*this);
+        PanelMemory{m_panelShown->isChecked(), m_panelShown->isChecked() ? m_panel->width() : m_panelWidth}.save();
         QMainWindow::closeEvent(event);
         return;
     }
@@ -292,6 +331,7 @@ void Tarnwick::applyWindowTheme(bool dark)
     applyTheme(dark);
     m_home->refreshTheme();
     m_panel->refreshTheme();
+    m_panelShown->setIcon(themedIcon(QStringLiteral("drawer.png")));
     m_tabs->refreshTheme();
     if (m_shown)
         setDarkTitleBar(winId(), dark);

@@ -10,6 +10,7 @@
 
 #include <optional>
 
+class QSplitter;
 class QTreeWidgetItem;
 
 namespace velmora {
@@ -119,6 +120,8 @@ private:
     static constexpr int briefly = 3000; ///< milliseconds that a passing message stands
 
     void buildCentre();
+    void buildPanelSwitch();
+    void showPanel(bool shown);
     void connectLibrary();
     void openEmptyOf(const char *kind);
     /// Starts a session; the later start that asks for it waits until its files are read.
@@ -138,6 +141,8 @@ private:
     SessionTabs *m_tabs;
     HomePage *m_home;
     SessionPanel *m_panel;
+    QSplitter *m_centre = nullptr;
+    QAction *m_panelShown; ///< checked while the sessions panel is
     SessionHistory m_history;
     SessionLibrary *m_library;
     SingleInstanceServer m_instances;
@@ -146,6 +151,7 @@ private:
     QString m_explorerLeft;
     QString m_pendingReport;
     int m_tabCounter = 0;
+    int m_panelWidth = 0; ///< while the panel was last seen
     bool m_explorerLeftIsFolder = false;
     bool m_darkTheme = false;
     bool m_shown = false;

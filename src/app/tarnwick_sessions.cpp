@@ -180,6 +180,7 @@ void Tarnwick::fillSession(SessionWidget *session, const SessionKindRow &kind, c
     if (paths != SessionPaths()) {
         session->setPaths(paths);
         recordSession(kind.id, title, paths);
+        m_tabs->refreshNames();
     }
     hookSession(session, kind);
 }

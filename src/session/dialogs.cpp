@@ -49,6 +49,12 @@ void askForPath(QWidget *parent, const QString &title, const QString &start, con
 
 } // namespace
 
+QString besideFile(const QString &path, const QString &name)
+{
+    const QString inside = QDir::fromNativeSeparators(path);
+    return inside.left(inside.lastIndexOf(u'/') + 1) + name;
+}
+
 Dialogs::~Dialogs() = default;
 
 Dialogs &Dialogs::instance()

@@ -61,4 +61,7 @@ public:
                          TextAnswer answered);
 };
 
+/// What a save dialog starts with: a file `name` in the folder of the file `path`, where that has one.
+[[nodiscard]] QString besideFile(const QString &path, const QString &name);
+
 } // namespace velmora

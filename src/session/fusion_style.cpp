@@ -2,6 +2,7 @@
 
 #include "session/theme.h"
 
+#include <QDialogButtonBox>
 #include <QStyleFactory>
 #include <QStyleOption>
 
@@ -39,6 +40,13 @@ void FusionStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *op
         drawFramed(*button);
     else
         drawFramed(*item);
+}
+
+int FusionStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                           QStyleHintReturn *data) const
+{
+    return hint == SH_DialogButtonLayout ? QDialogButtonBox::WinLayout
+                                         : QProxyStyle::styleHint(hint, option, widget, data);
 }
 
 } // namespace velmora

@@ -1,5 +1,6 @@
 #include "system/snapshot_failure.h"
 
+#include "core/visible_name.h"
 #include "session/translate.h"
 
 #include <QDir>
@@ -54,7 +55,7 @@ SnapshotFailure captureFailure(const SideResult &result)
 SnapshotFailure describeFailure(const SideResult &result, const SnapshotKind &kind, const QString &place)
 {
     if (result.loadFault == SnapshotFault::CannotOpen)
-        return {Velmora::tr("Cannot open: %1").arg(QDir::toNativeSeparators(place)), result.detail};
+        return {Velmora::tr("Cannot open: %1").arg(visibleName(QDir::toNativeSeparators(place))), result.detail};
     if (result.loadFault != SnapshotFault::None)
         return {Velmora::tr(kind.wrongShape), shapeDetail(result, kind.form)};
     return captureFailure(result);

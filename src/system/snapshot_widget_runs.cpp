@@ -1,3 +1,4 @@
+#include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/fault_text.h"
 #include "session/translate.h"
@@ -123,10 +124,10 @@ void SnapshotWidget::askWhereToSave(SnapshotSide &side)
     // What the field of an empty side promises is taken now, before it is asked for a name.
     Progress none;
     const Snapshot snapshot = side.holdsSnapshot() ? side.snapshot() : m_kind.capture({}, none).snapshot;
-    Dialogs::instance().saveFile(this,
-                                 isLeft(side) ? Velmora::tr("Save the left side") : Velmora::tr("Save the right side"),
-                                 QLatin1String(m_kind.suggestedFile), Velmora::tr(m_kind.fileFilter),
-                                 [this, snapshot](const QString &path) { save(path, snapshot); });
+    Dialogs::instance().saveFile(
+        this, isLeft(side) ? Velmora::tr("Save the left side") : Velmora::tr("Save the right side"),
+        besideFile(side.isLive() ? QString() : side.place(), QLatin1String(m_kind.suggestedFile)),
+        Velmora::tr(m_kind.fileFilter), [this, snapshot](const QString &path) { save(path, snapshot); });
 }
 
 void SnapshotWidget::save(const QString &path, const Snapshot &snapshot)
@@ -134,7 +135,7 @@ void SnapshotWidget::save(const QString &path, const Snapshot &snapshot)
     m_runner.start([path, snapshot, form = m_kind.form, readers = m_kind.readers](
                        const CancelFlag &, Progress &) { return saveSnapshot(path, snapshot, form, readers); },
                    [this, path](RunOutcome<SaveResult> &&outcome) {
-                       const QString shown = QDir::toNativeSeparators(path);
+                       const QString shown = visibleName(QDir::toNativeSeparators(path));
                        if (outcome.value && outcome.value->ok()) {
                            m_status->showMessage(Velmora::tr("Saved %1").arg(shown));
                            return;

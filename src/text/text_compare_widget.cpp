@@ -399,7 +399,8 @@ void TextCompareWidget::exportReport(const std::optional<MarkedReportForm> &form
         showMessage(Velmora::tr("No comparison result to export"));
         return;
     }
-    Dialogs::instance().saveFile(this, Velmora::tr("Export diff report"), QStringLiteral("diff_report.html"),
+    Dialogs::instance().saveFile(this, Velmora::tr("Export diff report"),
+                                 besideFile(m_compared.paths.left, QStringLiteral("diff_report.html")),
                                  QStringLiteral("HTML (*.html)"), [this, form](const QString &path) {
                                      ReportExport::Content content = m_compared;
                                      content.marked = form;

@@ -2,9 +2,11 @@
 #include "app/edit_menu.h"
 #include "app/probe_session.h"
 #include "app/session_tabs.h"
+#include "app/tab_names.h"
 #include "session/session_host.h"
 #include "support/test_main.h"
 
+#include <QClipboard>
 #include <QMimeData>
 #include <QTabBar>
 
@@ -103,6 +105,81 @@ private Q_SLOTS:
         desk.session->takeAnswer()(true);
         QTRY_VERIFY(session.isNull());
         Q_UNUSED(second);
+    }
+
+    void tabsOfOneNameAreToldApartByTheirFolders()
+    {
+        const auto texts = [](const QString &title, const QStringList &pairs) {
+            QList<NamedPaths> sessions;
+            for (const QString &pair : pairs)
+                sessions.append({title, {pair.section(u'|', 0, 0), pair.section(u'|', 1), {}}});
+            QStringList parts = tabTexts(sessions);
+            for (QString &text : parts)
+                text = text.section(QStringLiteral(" — "), 1);
+            return parts.join(u'|');
+        };
+        const QString same = QStringLiteral("a.c <-> a.c");
+        QCOMPARE(texts(same, {QStringLiteral("/p/v1/a.c|/p/v2/a.c")}), QString());
+        QCOMPARE(texts(same, {QStringLiteral("/v1/a.c|/v9/a.c"), QStringLiteral("/v2/a.c|/v9/a.c")}),
+                 QStringLiteral("v1|v2"));
+        QCOMPARE(texts(same, {QStringLiteral("/v1/a.c|/v3/a.c"), QStringLiteral("/v2/a.c|/v4/a.c")}),
+                 QStringLiteral("v1 <-> v3|v2 <-> v4"));
+        QCOMPARE(texts(same, {QStringLiteral("/x/src/a.c|/y/a.c"), QStringLiteral("/z/src/a.c|/y/a.c")}),
+                 QStringLiteral("x/…|z/…"));
+        QCOMPARE(texts(same, {QStringLiteral("/x/s/a.c|/y/a.c"), QStringLiteral("/z/s/a.c|/y/a.c"),
+                              QStringLiteral("/z/t/a.c|/y/a.c")}),
+                 QStringLiteral("x/s|z/s|z/t"));
+        QCOMPARE(texts(same, {QStringLiteral("/a.c|/a.c"), QStringLiteral("/a.c|/a.c")}), QStringLiteral("|"));
+        QCOMPARE(tabTexts({{QStringLiteral("a\nb"), {}}}), QStringList(QStringLiteral("a[LF]b")));
+    }
+
+    void manyTabsStayReadableAndSayTheirPaths()
+    {
+        Desk desk;
+        for (int i = 0; i < 20; ++i)
+            desk.add(QStringLiteral("a rather long title of a session"));
+        QVERIFY(desk.tabs->tabBar()->tabRect(5).width() > 18 * desk.tabs->fontMetrics().averageCharWidth());
+        desk.session->sides = {QStringLiteral("/<b>/x"), QStringLiteral("/y"), {}};
+        desk.tabs->refreshNames();
+        QCOMPARE(desk.tabs->tabToolTip(1), QStringLiteral("<p>First<br>%1<br>%2</p>")
+                                               .arg(QDir::toNativeSeparators(QStringLiteral("/&lt;b&gt;/x")),
+                                                    QDir::toNativeSeparators(QStringLiteral("/y"))));
+    }
+
+    void theMenuOfATabClosesTheOthersAndKnowsThePaths()
+    {
+        Desk desk;
+        const QPointer<ProbeSession> second = desk.add(QStringLiteral("Second"));
+        const QPointer<ProbeSession> third = desk.add(QStringLiteral("Third"));
+        desk.session->sides = {QStringLiteral("/x"), QStringLiteral("/y"), {}};
+        const auto choose = [&desk](int tab, const char *text) {
+            const QPoint place = desk.tabs->tabBar()->tabRect(tab).center();
+            QContextMenuEvent event(QContextMenuEvent::Mouse, place, desk.tabs->tabBar()->mapToGlobal(place));
+            QApplication::sendEvent(desk.tabs->tabBar(), &event);
+            auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+            bool chosen = false;
+            for (QAction *action : menu ? menu->actions() : QList<QAction *>()) {
+                if (action->text() == QLatin1String(text) && action->isEnabled()) {
+                    action->trigger();
+                    chosen = true;
+                }
+            }
+            delete menu;
+            return chosen;
+        };
+        QVERIFY(choose(1, "Copy paths"));
+        QCOMPARE(QGuiApplication::clipboard()->text(), QDir::toNativeSeparators(QStringLiteral("/x\n/y")));
+        QVERIFY(!choose(2, "Copy paths")); // it has none
+        third->unsaved = true;
+        QVERIFY(choose(1, "Close other tabs"));
+        QCOMPARE(desk.tabs->currentSession(), third); // it asks
+        QCOMPARE(desk.tabs->count(), 4);
+        third->takeAnswer()(true);
+        QCOMPARE(desk.tabs->sessions(), QList<SessionWidget *>{desk.session});
+        QTRY_VERIFY(!second && !third);
+        QVERIFY(!choose(1, "Close other tabs"));
+        QVERIFY(choose(0, "Close all tabs"));
+        QCOMPARE(desk.tabs->count(), 1);
     }
 
     void asksAllSessionsWithUnsavedChangesInTurn()

@@ -1,5 +1,6 @@
 #include "app/command_line.h"
 #include "app/locale.h"
+#include "app/plain_texts.h"
 #include "app/start_up.h"
 #include "core/settings_store.h"
 #include "session/theme.h"
@@ -7,12 +8,16 @@
 #include "support/test_main.h"
 
 #include <QColorDialog>
+#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFileSystemModel>
+#include <QHelpEvent>
+#include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProgressDialog>
+#include <QToolTip>
 
 using namespace velmora;
 
@@ -61,7 +66,23 @@ private Q_SLOTS:
             installTranslator();
             QCOMPARE(Velmora::tr("Folder compare") == QStringLiteral("Folder compare"),
                      QLatin1String(code) != QLatin1String("zh_CN"));
+            QCOMPARE(QLocale().language(), QLocale(QLatin1String(code)).language()); // of dates and numbers
         }
+    }
+
+    void aFileCalledLikeMarkupIsShownByItsName()
+    {
+        const PlainTexts texts;
+        const QString name = QStringLiteral("<b>bold</b>");
+        QLabel label(name);
+        label.setToolTip(name);
+        label.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&label));
+        QCOMPARE(label.textFormat(), Qt::PlainText);
+        QHelpEvent hover(QEvent::ToolTip, {1, 1}, label.mapToGlobal(QPoint(1, 1)));
+        QApplication::sendEvent(&label, &hover);
+        QCOMPARE(QToolTip::text(), QStringLiteral("<p>&lt;b&gt;bold&lt;/b&gt;</p>"));
+        QToolTip::hideText();
     }
 
     void theToolkitsDialogsAreChineseToo()
@@ -144,6 +165,7 @@ private Q_SLOTS:
         dressApplication();
         applyTheme(true);
         QVERIFY(style); // made once
+        QCOMPARE(style->styleHint(QStyle::SH_DialogButtonLayout), int(QDialogButtonBox::WinLayout));
         QCOMPARE(QCoreApplication::applicationName(), QStringLiteral("Ostrafen"));
         QCOMPARE(QGuiApplication::applicationDisplayName(), QStringLiteral("Velmora"));
         QCOMPARE(QCoreApplication::applicationVersion(), QStringLiteral("1.0.0"));

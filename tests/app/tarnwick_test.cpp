@@ -6,6 +6,7 @@
 #include "app/single_instance.h"
 #include "app/tarnwick.h"
 #include "app/window_fit.h"
+#include "app/window_memory.h"
 #include "core/settings_store.h"
 #include "session/session_widget.h"
 #include "session/theme.h"
@@ -14,6 +15,7 @@
 #include <QImageReader>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QSplitter>
 #include <QStatusBar>
 #include <QTabBar>
 #include <QTemporaryDir>
@@ -204,11 +206,42 @@ private Q_SLOTS:
         QCOMPARE(shell.tabs->count(), 1);
         QCOMPARE(shell.tabs->tabText(0), QStringLiteral("Home"));
         QVERIFY(shell.tabs->tabsClosable() && shell.tabs->isMovable() && shell.tabs->documentMode());
-        QCOMPARE(shell.tabs->elideMode(), Qt::ElideRight);
         const auto *panel = shell.window.findChild<QWidget *>(QStringLiteral("sessionPanel"));
         QCOMPARE(panel->minimumWidth(), 180);
         QCOMPARE(panel->maximumWidth(), 320);
         QVERIFY(panel->findChild<QWidget *>(QStringLiteral("sessionHeader")));
+    }
+
+    void comesBackWithThePlaceAndThePanelItHad()
+    {
+        const auto panelOf = [](const Shell &shell) {
+            return shell.window.findChild<QWidget *>(QStringLiteral("sessionPanel"));
+        };
+        {
+            Shell shell;
+            shell.window.show();
+            shell.window.findChild<QSplitter *>()->setSizes({260, 500});
+            QCOMPARE(panelOf(shell)->width(), 260);
+            QTest::keyClick(&shell.window, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+            QVERIFY(!panelOf(shell)->isVisible());
+            shell.window.close();
+        }
+        Shell again;
+        again.window.show();
+        QVERIFY(!panelOf(again)->isVisible());
+        again.window.findChild<QToolButton *>(QStringLiteral("panelSwitch"))->click();
+        QVERIFY(panelOf(again)->isVisible());
+        QCOMPARE(panelOf(again)->width(), 260);
+        InterfaceSettings().clear();
+
+        QWidget window;
+        QVERIFY(!restorePlace(window));
+        window.setGeometry(100, 80, 500, 400);
+        rememberPlace(window);
+        QWidget other;
+        QVERIFY(restorePlace(other));
+        QCOMPARE(other.geometry(), window.geometry());
+        InterfaceSettings().clear();
     }
 
     void numbersTabsAcrossKindsAndNeverAgain()

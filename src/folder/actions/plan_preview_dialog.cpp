@@ -71,8 +71,8 @@ PlanPreviewDialog::PlanPreviewDialog(const QString &title, const QString &questi
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     auto *buttons = new QHBoxLayout;
     buttons->addStretch(1);
-    buttons->addWidget(cancel);
     buttons->addWidget(go);
+    buttons->addWidget(cancel);
 
     auto *whole = new QVBoxLayout(this);
     whole->setSpacing(10);

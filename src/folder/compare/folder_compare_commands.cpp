@@ -302,10 +302,10 @@ void FolderCompareWidget::onExportHtml()
                                  Velmora::tr("No comparison result to export"));
         return;
     }
-    Dialogs::instance().saveFile(this, Velmora::tr("Export diff report"), QStringLiteral("folder_diff_report.html"),
-                                 QStringLiteral("HTML (*.html)"), [this](const QString &path) {
-                                     m_reports->write(itemsForReport(m_comparison.tree()), m_loaded, path);
-                                 });
+    Dialogs::instance().saveFile(
+        this, Velmora::tr("Export diff report"),
+        besideFile(m_loaded.left + u'/', QStringLiteral("folder_diff_report.html")), QStringLiteral("HTML (*.html)"),
+        [this](const QString &path) { m_reports->write(itemsForReport(m_comparison.tree()), m_loaded, path); });
 }
 
 } // namespace velmora

@@ -2,7 +2,7 @@
 
 #include "core/visible_name.h"
 #include "folder/compare/folder_comparison.h"
-#include "session/plain_tool_tip.h"
+#include "session/plain_text.h"
 #include "session/translate.h"
 
 #include <QDir>

@@ -1,6 +1,5 @@
 #include "folder/compare/folder_status_bar.h"
 
-#include "session/plain_tool_tip.h"
 #include "session/translate.h"
 
 #include <QBoxLayout>
@@ -60,7 +59,7 @@ FolderStatusBar::FolderStatusBar(QWidget *parent)
 void FolderStatusBar::showMessage(const QString &message)
 {
     m_message->setText(message);
-    m_message->setToolTip(plainToolTip(message));
+    m_message->setToolTip(message);
 }
 
 QString FolderStatusBar::message() const

@@ -19,8 +19,8 @@ QHBoxLayout *makeConfirmButtons(QDialog &dialog)
     QObject::connect(ok, &QPushButton::clicked, &dialog, &QDialog::accept);
     auto *buttons = new QHBoxLayout;
     buttons->addStretch(1);
-    buttons->addWidget(cancel);
     buttons->addWidget(ok);
+    buttons->addWidget(cancel);
     return buttons;
 }
 

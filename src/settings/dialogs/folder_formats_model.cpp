@@ -1,5 +1,6 @@
 #include "settings/dialogs/folder_formats_model.h"
 
+#include "session/plain_text.h"
 #include "session/translate.h"
 
 namespace velmora {
@@ -69,8 +70,11 @@ QVariant FileFormatsModel::data(const QModelIndex &index, int role) const
     if (!index.isValid())
         return {};
     const FileFormatGroup &group = m_groups[index.row()];
-    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
-        return index.column() == Name ? group.name : group.mask;
+    const QString &text = index.column() == Name ? group.name : group.mask;
+    if (role == Qt::DisplayRole)
+        return text;
+    if (role == Qt::ToolTipRole)
+        return plainToolTip(text);
     if (role == Qt::CheckStateRole && index.column() == Name)
         return int(group.on ? Qt::Checked : Qt::Unchecked);
     return {};
