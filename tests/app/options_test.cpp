@@ -9,6 +9,7 @@
 #include "platform/user_registry.h"
 #include "session/folder_colours.h"
 #include "session/theme.h"
+#include "support/contrast.h"
 #include "support/test_main.h"
 #include "text/text_appearance.h"
 
@@ -18,8 +19,6 @@
 #include <QSpinBox>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
-
-#include <cmath>
 
 using namespace velmora;
 
@@ -69,12 +68,6 @@ struct OpenOptions {
     MemoryRegistry registry;
     OptionsDialog dialog;
 };
-
-double luminance(const QColor &colour)
-{
-    const auto linear = [](double c) { return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
-}
 
 } // namespace
 
@@ -222,9 +215,7 @@ Software\Classes\ROOT\shell\VelmoraAsRight\command||"PROGRAM" --as-right "%1")")
             const QColor background = dark ? QColor(35, 35, 35) : QColor(Qt::white);
             for (int k = 0; k < folderMarkCount; ++k) {
                 const QColor ink = folderMarkColour(FolderMark(k), dark);
-                const double a = luminance(ink) + 0.05;
-                const double b = luminance(background) + 0.05;
-                QVERIFY2(std::max(a, b) / std::min(a, b) >= 4.5, qPrintable(ink.name()));
+                QVERIFY2(test::contrast(ink, background) >= 4.5, qPrintable(ink.name()));
             }
         }
     }

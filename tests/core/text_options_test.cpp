@@ -3,6 +3,7 @@
 #include "settings/options/text_replacements.h"
 #include "settings/options/text_session_options.h"
 #include "support/test_main.h"
+#include "support/unusual_text_options.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -11,44 +12,11 @@
 #include <QTemporaryDir>
 
 using namespace velmora;
+using velmora::test::unusualTextOptions;
 
 namespace {
 
 using Kind = ImportanceFileError::Kind;
-
-/// A record in which every field differs from its default.
-TextSessionOptions unusualOptions()
-{
-    TextSessionOptions options;
-    options.leftReadOnly = true;
-    options.rightReadOnly = true;
-    options.ignoreBlankLines = true;
-    options.importantLeadingWhitespace = true;
-    options.importantEmbeddedWhitespace = true;
-    options.importantTrailingWhitespace = true;
-    options.importantEverythingElse = false;
-    options.importantCharacterCase = false;
-    options.orphanLinesAlwaysImportant = true;
-    options.compareLineEndings = false;
-    options.unimportantText = {QStringLiteral("^//"), QStringLiteral("生成")};
-    options.leftFileType = QStringLiteral("C++");
-    options.leftEncoding = QStringLiteral("UTF-8");
-    options.leftEol = QStringLiteral("Unix");
-    options.rightFileType = QStringLiteral("Python");
-    options.rightEncoding = QStringLiteral("Big5");
-    options.rightEol = QStringLiteral("Mac");
-    options.sameAsLeftFileFormat = false;
-    options.alignAlgorithm = 2;
-    options.curvatureTolerance = 7;
-    options.useNearbyMatches = false;
-    options.neverAlignDifferences = true;
-    options.leftReplaceFind = {QStringLiteral("a")};
-    options.leftReplaceWith = {QStringLiteral("b")};
-    options.rightReplaceFind = {QStringLiteral("c"), QStringLiteral("d")};
-    options.rightReplaceWith = {QStringLiteral("e")};
-    deriveLegacySwitches(options);
-    return options;
-}
 
 QJsonObject object(const char *json)
 {
@@ -70,7 +38,7 @@ class TextOptionsTest : public QObject {
 private Q_SLOTS:
     void jsonHoldsEveryFieldButPathsAndDescription()
     {
-        TextSessionOptions written = unusualOptions();
+        TextSessionOptions written = unusualTextOptions();
         const QJsonObject json = toJson(written);
         QCOMPARE(json.size(), 29);
         for (const char *key : {"leftPath", "rightPath", "description"})
@@ -90,7 +58,7 @@ private Q_SLOTS:
 
     void missingAndMistypedKeysLeaveTheirFields()
     {
-        TextSessionOptions options = unusualOptions();
+        TextSessionOptions options = unusualTextOptions();
         const TextSessionOptions before = options;
         QVERIFY(!fromJson(QJsonObject(), options));
         QCOMPARE(options, before);
@@ -137,7 +105,7 @@ private Q_SLOTS:
         for (size_t index = 0; index < std::size(table); ++index) {
             const Expected &row = table[index];
             QCOMPARE(textPresets()[index].name, QByteArray("@preset/text/vm-") + row.name);
-            TextSessionOptions expected = unusualOptions();
+            TextSessionOptions expected = unusualTextOptions();
             expected.importantLeadingWhitespace = row.whitespace;
             expected.importantEmbeddedWhitespace = row.whitespace;
             expected.importantTrailingWhitespace = row.whitespace;
@@ -152,15 +120,15 @@ private Q_SLOTS:
             expected.neverAlignDifferences = false;
             deriveLegacySwitches(expected);
             for (const char *prefix : {"@preset/text/vm-", "@preset/text/flibelag-"}) {
-                TextSessionOptions options = unusualOptions();
+                TextSessionOptions options = unusualTextOptions();
                 QVERIFY(applyTextPreset(QLatin1String(prefix) + QLatin1String(row.name), options));
                 QCOMPARE(options, expected);
             }
         }
-        TextSessionOptions options = unusualOptions();
+        TextSessionOptions options = unusualTextOptions();
         for (const char *unknown : {"strict", "@preset/text/vm-", "@preset/folder/vm-strict", ""})
             QVERIFY(!applyTextPreset(QLatin1String(unknown), options));
-        QCOMPARE(options, unusualOptions());
+        QCOMPARE(options, unusualTextOptions());
     }
 
     void replacementRulesApplyInOrder()
@@ -212,11 +180,11 @@ private Q_SLOTS:
     {
         QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("rules.json"));
-        QVERIFY(exportImportanceRules(path, unusualOptions()).ok());
+        QVERIFY(exportImportanceRules(path, unusualTextOptions()).ok());
         TextSessionOptions options;
         QVERIFY(importImportanceRules(path, options).ok());
         TextSessionOptions expected;
-        const TextSessionOptions unusual = unusualOptions();
+        const TextSessionOptions unusual = unusualTextOptions();
         expected.importantLeadingWhitespace = unusual.importantLeadingWhitespace;
         expected.importantEmbeddedWhitespace = unusual.importantEmbeddedWhitespace;
         expected.importantTrailingWhitespace = unusual.importantTrailingWhitespace;
@@ -255,7 +223,7 @@ private Q_SLOTS:
         };
         for (const Case &tried : cases) {
             write(path, tried.json);
-            TextSessionOptions options = unusualOptions();
+            TextSessionOptions options = unusualTextOptions();
             const ImportanceFileError error = importImportanceRules(path, options);
             QVERIFY2(error.kind == tried.kind, tried.json.constData());
             QCOMPARE(error.detail, QString::fromUtf8(tried.detail));

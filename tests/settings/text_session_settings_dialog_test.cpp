@@ -3,6 +3,7 @@
 #include "settings/options/text_presets.h"
 #include "settings/settings_fixture.h"
 #include "support/test_main.h"
+#include "support/unusual_text_options.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -21,40 +22,13 @@ using velmora::test::SettingsFixture;
 
 namespace {
 
-/// Options of which no field has its default value.
+/// Those that a session file holds, and the ones of this view besides.
 TextSessionOptions unusualOptions()
 {
-    TextSessionOptions options;
+    TextSessionOptions options = test::unusualTextOptions();
     options.leftPath = QStringLiteral("/a/left.txt");
     options.rightPath = QStringLiteral("/b/right.txt");
-    options.leftReadOnly = true;
-    options.rightReadOnly = true;
     options.description = QStringLiteral("first line\nsecond line");
-    options.ignoreBlankLines = true;
-    options.importantLeadingWhitespace = true;
-    options.importantEmbeddedWhitespace = true;
-    options.importantTrailingWhitespace = true;
-    options.importantEverythingElse = false;
-    options.importantCharacterCase = false;
-    options.orphanLinesAlwaysImportant = true;
-    options.compareLineEndings = false;
-    options.unimportantText = {QStringLiteral("^//"), QStringLiteral("(open")};
-    options.leftFileType = QStringLiteral("Python");
-    options.leftEncoding = QStringLiteral("UTF-8");
-    options.leftEol = QStringLiteral("LF");
-    options.rightFileType = QStringLiteral("A type from elsewhere");
-    options.rightEncoding = QStringLiteral("GB18030");
-    options.rightEol = QStringLiteral("CR");
-    options.sameAsLeftFileFormat = false;
-    options.alignAlgorithm = 2;
-    options.curvatureTolerance = 0;
-    options.useNearbyMatches = false;
-    options.neverAlignDifferences = true;
-    options.leftReplaceFind = {QStringLiteral("%2"), QStringLiteral("x")};
-    options.leftReplaceWith = {QStringLiteral("y"), QString()};
-    options.rightReplaceFind = {QStringLiteral(" ")};
-    options.rightReplaceWith = {QStringLiteral("_")};
-    deriveLegacySwitches(options);
     return options;
 }
 
@@ -115,18 +89,6 @@ private Q_SLOTS:
             (expected.*list).clear();
         QCOMPARE(toJson(f.dialog.options()), toJson(expected));
         QVERIFY(f.dialog.options() == expected);
-    }
-
-    void legacySwitchesFollowTheImportance()
-    {
-        SettingsFixture f;
-        QVERIFY(f.dialog.options().ignoreWhitespace);
-        f.click("importantEmbeddedWhitespace");
-        QVERIFY(!f.dialog.options().ignoreWhitespace);
-        f.click("importantCharacterCase");
-        QVERIFY(f.dialog.options().ignoreCase);
-        f.click("compareLineEndings");
-        QVERIFY(f.dialog.options().ignoreLineEndings);
     }
 
     void pathsAreCopiedAndSwapped()

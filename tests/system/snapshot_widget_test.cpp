@@ -473,51 +473,6 @@ private Q_SLOTS:
         QVERIFY(item.remove());
     }
 
-    void hasItsTexts_data()
-    {
-        QTest::addColumn<QStringList>("texts"); ///< heading, hint, labels, columns
-        QTest::addColumn<int>("kind");
-        QTest::newRow("env") << QStringList{QStringLiteral("Environment variables compare"),
-                                            QStringLiteral("Capture or load both sides, then click Compare."),
-                                            QStringLiteral("Left (.kvenv or current environment):"),
-                                            QStringLiteral("Right (.kvenv or current environment):"),
-                                            QStringLiteral("Status|Variable|Left|Right")}
-                             << 0;
-        QTest::newRow("service") << QStringList{QStringLiteral("Services compare"),
-                                                QStringLiteral("Capture or load Windows service snapshots, then "
-                                                               "compare (requires PowerShell)."),
-                                                QStringLiteral("Left (.kvsvc):"), QStringLiteral("Right(.kvsvc):"),
-                                                QStringLiteral("Status|Service name|Left|Right")}
-                                 << 1;
-        QTest::newRow("startup") << QStringList{QStringLiteral("Startup items compare"),
-                                                QStringLiteral("Captures Registry Run keys and shortcuts/scripts in "
-                                                               "the user Startup folder (Windows)."),
-                                                QStringLiteral("Left (.kvstartup):"),
-                                                QStringLiteral("Right(.kvstartup):"),
-                                                QStringLiteral("Status|Item|Left|Right")}
-                                 << 2;
-    }
-
-    void hasItsTexts()
-    {
-        QFETCH(QStringList, texts);
-        QFETCH(int, kind);
-        SilentHost host;
-        const std::unique_ptr<SnapshotWidget> session(
-            kind == 0   ? static_cast<SnapshotWidget *>(new EnvSnapshotWidget(host))
-            : kind == 1 ? static_cast<SnapshotWidget *>(new ServiceSnapshotWidget(host))
-                        : new StartupSnapshotWidget(host));
-        QStringList labels;
-        for (const QLabel *label : session->findChildren<QLabel *>())
-            labels.append(label->text());
-        for (const QString &text : texts.first(4))
-            QVERIFY2(labels.contains(text), qPrintable(text));
-        QStringList columns;
-        for (int column = 0; column < SnapshotRowsModel::ColumnCount; ++column)
-            columns.append(session->rows().headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
-        QCOMPARE(columns.join(u'|'), texts[4]);
-    }
-
     void followsTheTheme()
     {
         Compared f;

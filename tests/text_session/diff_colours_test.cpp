@@ -1,10 +1,9 @@
 #include "session/diff_colours.h"
+#include "support/contrast.h"
 #include "support/test_main.h"
 
-#include <array>
-#include <cmath>
-
 using namespace velmora;
+using namespace velmora::test;
 
 namespace {
 
@@ -24,12 +23,6 @@ constexpr std::array<Eyes, 4> allEyes = {{
     {"deutan", {{{0.367322, 0.860646, -0.227968}, {0.280085, 0.672501, 0.047413}, {-0.011820, 0.042940, 0.968881}}}},
     {"tritan", {{{1.255528, -0.076749, -0.178779}, {-0.078411, 0.930809, 0.147602}, {0.004733, 0.691367, 0.303900}}}},
 }};
-
-Vector linear(const QColor &colour)
-{
-    const auto expand = [](double c) { return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
-    return {expand(colour.redF()), expand(colour.greenF()), expand(colour.blueF())};
-}
 
 Vector product(const Matrix &matrix, const Vector &v)
 {
@@ -60,18 +53,6 @@ double distance(const QColor &a, const QColor &b, const Matrix &eyes)
     const Vector p = lab(a, eyes);
     const Vector q = lab(b, eyes);
     return std::hypot(p[0] - q[0], p[1] - q[1], p[2] - q[2]);
-}
-
-/// The contrast ratio of the Web Content Accessibility Guidelines.
-double contrast(const QColor &a, const QColor &b)
-{
-    const auto luminance = [](const QColor &colour) {
-        const Vector v = linear(colour);
-        return 0.2126 * v[0] + 0.7152 * v[1] + 0.0722 * v[2];
-    };
-    const double one = luminance(a) + 0.05;
-    const double other = luminance(b) + 0.05;
-    return std::max(one, other) / std::min(one, other);
 }
 
 /// Two colours and a place for what is between them.

@@ -1,28 +1,10 @@
 #include "session/diff_colours.h"
+#include "support/contrast.h"
 #include "support/test_main.h"
 #include "text/view/syntax_colours.h"
 
-#include <cmath>
-
 using namespace velmora;
-
-namespace {
-
-double luminance(const QColor &colour)
-{
-    const auto expand = [](double c) { return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
-    return 0.2126 * expand(colour.redF()) + 0.7152 * expand(colour.greenF()) + 0.0722 * expand(colour.blueF());
-}
-
-/// The contrast ratio of the Web Content Accessibility Guidelines.
-double contrast(const QColor &a, const QColor &b)
-{
-    const double one = luminance(a) + 0.05;
-    const double other = luminance(b) + 0.05;
-    return std::max(one, other) / std::min(one, other);
-}
-
-} // namespace
+using namespace velmora::test;
 
 class SyntaxColoursTest : public QObject {
     Q_OBJECT
