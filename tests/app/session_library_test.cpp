@@ -232,7 +232,7 @@ private Q_SLOTS:
         const QString path = m_folder.filePath(QStringLiteral("saved"));
         shelf.dialogs.paths = {path};
         shelf.dialog()->accept();
-        QCOMPARE(shelf.takeSaid(), (QStringList{QStringLiteral("Save session <> Velmora session (*.kvsession)"),
+        QCOMPARE(shelf.takeSaid(), (QStringList{QStringLiteral("Save session </> Velmora session (*.kvsession)"),
                                                 QStringLiteral("Session saved: %1.kvsession").arg(path)}));
         QTRY_VERIFY(!shelf.dialog());
 

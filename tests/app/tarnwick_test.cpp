@@ -220,6 +220,8 @@ private Q_SLOTS:
         {
             Shell shell;
             shell.window.show();
+            shell.window.activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&shell.window)); // keys are for the active window
             shell.window.findChild<QSplitter *>()->setSizes({260, 500});
             QCOMPARE(panelOf(shell)->width(), 260);
             QTest::keyClick(&shell.window, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
