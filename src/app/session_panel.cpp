@@ -53,7 +53,7 @@ SessionPanel::SessionPanel(QWidget *parent) : QWidget(parent), m_tree(new QTreeW
     setObjectName(QStringLiteral("sessionPanel"));
     setMinimumWidth(narrowest);
     setMaximumWidth(widest);
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
 
     auto *header = new QLabel(Velmora::tr("Sessions"), this);
     header->setObjectName(QStringLiteral("sessionHeader"));

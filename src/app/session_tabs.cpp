@@ -13,10 +13,12 @@ namespace velmora {
 namespace {
 
 constexpr int widestTab = 280;
-constexpr int narrowestTab = 18; ///< in mean widths of a letter, beside icon and closing button
+// In mean widths of a letter.
+constexpr int narrowestText = 18;
+constexpr int shortestName = 8; ///< before the part that tells it from others
 
 /// Keeps tabs with long titles from pushing the others out of sight, lets them scroll before nothing can be read on
-/// them, and closes a tab by its middle button.
+/// them, leaves out the last what tells equal titles apart, and closes a tab by its middle button.
 class SessionTabBar final : public QTabBar {
 public:
     using QTabBar::QTabBar;
@@ -34,9 +36,22 @@ protected:
     [[nodiscard]] QSize minimumTabSizeHint(int index) const override
     {
         const QSize usual = tabSizeHint(index);
-        const int readable = iconSize().width() + narrowestTab * fontMetrics().averageCharWidth() +
-                             2 * style()->pixelMetric(QStyle::PM_TabBarTabHSpace, nullptr, this);
-        return {std::min(usual.width(), readable), usual.height()};
+        const int beside = QTabBar::tabSizeHint(index).width() - widthOf(tabText(index));
+        const int letter = fontMetrics().averageCharWidth();
+        const int readable = std::max(narrowestText * letter, shortestName * letter + widthOf(partOf(tabText(index))));
+        return {std::min(usual.width(), beside + readable), usual.height()};
+    }
+
+    void initStyleOption(QStyleOptionTab *option, int index) const override
+    {
+        QTabBar::initStyleOption(option, index);
+        const QString text = tabText(index);
+        const QString part = partOf(text);
+        const int room = style()->subElementRect(QStyle::SE_TabBarTabText, option, this).width() - widthOf(part);
+        if (option->text != text && !part.isEmpty() && room > 3 * fontMetrics().averageCharWidth()) {
+            option->text =
+                fontMetrics().elidedText(text.chopped(part.size()), elideMode(), room, Qt::TextShowMnemonic) + part;
+        }
     }
 
     bool event(QEvent *event) override
@@ -74,6 +89,11 @@ protected:
     }
 
 private:
+    [[nodiscard]] int widthOf(const QString &text) const
+    {
+        return fontMetrics().size(Qt::TextShowMnemonic, text).width();
+    }
+
     int m_middlePressed = -1;
 };
 
@@ -89,7 +109,7 @@ SessionTabs::SessionTabs(QWidget *parent) : QTabWidget(parent)
     setTabsClosable(true);
     setMovable(true);
     setDocumentMode(true);
-    setElideMode(Qt::ElideMiddle); // what tells equal titles apart stands at their ends
+    setElideMode(Qt::ElideMiddle); // names that go on in numbers or in their kinds of files are told by their ends
     connect(this, &QTabWidget::currentChanged, this, [this] {
         startWaiting(currentSession());
         Q_EMIT currentSessionChanged(currentSession());

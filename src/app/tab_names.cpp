@@ -13,6 +13,9 @@ namespace velmora {
 
 namespace {
 
+const QString partMark = QStringLiteral(" — ");
+const QString sidesMark = QStringLiteral(" <-> ");
+
 using Sides = std::array<QString, 3>; ///< base, left, right
 
 Sides sidesOf(const SessionPaths &paths)
@@ -40,9 +43,16 @@ QStringList tails(const QList<Sides> &group, const std::array<bool, 3> &differs,
             if (differs[side])
                 parts.append(tail(sides[side], count, isShort));
         }
-        texts.append(parts.join(QStringLiteral(" <-> ")));
+        texts.append(parts.join(sidesMark));
     }
     return texts;
+}
+
+/// The name of a title that has the same one for both sides.
+QString nameOnce(const QString &title)
+{
+    const QString name = title.section(sidesMark, 0, 0);
+    return title == name + sidesMark + name ? name : title;
 }
 
 qsizetype distinct(const QStringList &texts)
@@ -94,10 +104,16 @@ QStringList tabTexts(const QList<NamedPaths> &sessions)
         const QStringList parts = same.size() > 1 ? tellApart(group) : QStringList(1);
         for (qsizetype i = 0; i < same.size(); ++i) {
             const QString &title = sessions[same[i]].title;
-            texts[same[i]] = visibleName(parts[i].isEmpty() ? title : QStringLiteral("%1 — %2").arg(title, parts[i]));
+            texts[same[i]] = visibleName(parts[i].isEmpty() ? title : nameOnce(title) + partMark + parts[i]);
         }
     }
     return texts;
+}
+
+QString partOf(const QString &tabText)
+{
+    const qsizetype at = tabText.lastIndexOf(partMark);
+    return at < 0 ? QString() : tabText.mid(at);
 }
 
 QString sessionToolTip(const NamedPaths &session)

@@ -14,8 +14,11 @@ struct NamedPaths {
 };
 
 /// The titles as tabs show them: on one line, and where several are equal with the part of the paths that tells them
-/// apart ("a.txt <-> a.txt — old <-> new"). In the order of `sessions`.
+/// apart ("a.txt — old <-> new"). In the order of `sessions`.
 [[nodiscard]] QStringList tabTexts(const QList<NamedPaths> &sessions);
+
+/// The end of such a text that tells it from others, with the mark before it (" — old <-> new"); empty without one.
+[[nodiscard]] QString partOf(const QString &tabText);
 
 /// The title in full and, each on its line, the paths, in the system's form.
 [[nodiscard]] QString sessionToolTip(const NamedPaths &session);

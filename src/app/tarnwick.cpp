@@ -24,6 +24,7 @@
 #include "session/translate.h"
 
 #include <QLoggingCategory>
+#include <QMenuBar>
 #include <QSplitter>
 #include <QStandardPaths>
 #include <QStatusBar>
@@ -130,6 +131,7 @@ void Tarnwick::buildCentre()
 
 void Tarnwick::buildPanelSwitch()
 {
+    m_panelShown->setParent(menuBar()); // the list of keys is made of what the menus have
     m_panelShown->setCheckable(true);
     m_panelShown->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_P);
     m_panelShown->setToolTip(

@@ -2,6 +2,7 @@
 
 #include "cli/command.h"
 #include "cli/manual.h"
+#include "core/visible_name.h"
 
 #include <QIODevice>
 
@@ -122,10 +123,8 @@ std::span<const char *const> exitStatuses()
 
 void complain(const Streams &streams, const QString &message)
 {
-    // Paths may hold line feeds; an error stays one line.
-    QString line = message;
-    line.replace(u'\n', u' ');
-    streams.errors.write((QLatin1String(programName) + QLatin1String(": ") + line + u'\n').toUtf8());
+    // Paths may hold line feeds, or what a terminal obeys; an error stays one line.
+    streams.errors.write((QLatin1String(programName) + QLatin1String(": ") + visibleName(message) + u'\n').toUtf8());
 }
 
 int fail(const Streams &streams, const QString &message)

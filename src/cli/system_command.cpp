@@ -3,6 +3,7 @@
 #include "cli/json_writer.h"
 #include "cli/output_target.h"
 #include "core/output_buffer.h"
+#include "core/visible_name.h"
 #include "platform/environment_names.h"
 #include "system/engine/snapshot_capture.h"
 #include "system/engine/snapshot_compare.h"
@@ -139,7 +140,7 @@ bool writeList(QIODevice &device, const Comparison &comparison)
     OutputBuffer output(device);
     for (const SnapshotRow &row : comparison.rows) {
         static constexpr std::string_view signs = "=!<>";
-        const QByteArray key = row.key.toUtf8();
+        const QByteArray key = visibleName(row.key).toUtf8();
         output << signs[std::size_t(row.status)] << ' ' << std::string_view(key.constData(), std::size_t(key.size()))
                << '\n';
     }

@@ -5,6 +5,7 @@
 #include "cli/text_json.h"
 #include "cli/text_request.h"
 #include "core/output_buffer.h"
+#include "core/visible_name.h"
 #include "settings/options/text_presets.h"
 #include "settings/options/text_replacements.h"
 #include "text/engine/line_diff_engine.h"
@@ -234,7 +235,7 @@ Written writeBinaryNote(QIODevice &device, const TextRequest &request)
 {
     const bool differ = request.left.raw != request.right.raw;
     const QByteArray line = QStringLiteral("Binary files %1 and %2 %3\n")
-                                .arg(request.left.path, request.right.path,
+                                .arg(visibleName(request.left.path), visibleName(request.right.path),
                                      differ ? QStringLiteral("differ") : QStringLiteral("are identical"))
                                 .toUtf8();
     return {device.write(line) == line.size(), differ};

@@ -2,10 +2,12 @@
 
 #include "session/translate.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStandardPaths>
 
 namespace velmora {
 
@@ -28,22 +30,35 @@ QMessageBox::Icon iconFor(Dialogs::Tone tone)
     return QMessageBox::NoIcon;
 }
 
+/// The folder chosen last in this run, at first the one for documents: where the program was started means nothing.
+QString &usualFolder()
+{
+    static QString folder;
+    if (!QFileInfo(folder).isDir())
+        folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    if (!QFileInfo(folder).isDir())
+        folder = QDir::homePath();
+    return folder;
+}
+
 void askForPath(QWidget *parent, const QString &title, const QString &start, const Dialogs::PathAnswer &chosen,
                 const std::function<void(QFileDialog &)> &prepare)
 {
     auto *dialog = new QFileDialog(parent, title);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     const QFileInfo info(start);
-    if (info.isDir()) {
+    const bool isFolder = info.isDir();
+    if (isFolder)
         dialog->setDirectory(start);
-    } else if (!start.isEmpty()) {
-        // A bare name proposes a file in the folder that the dialog opens in.
-        if (start.contains(u'/'))
-            dialog->setDirectory(info.absolutePath());
+    else
+        dialog->setDirectory(start.contains(u'/') ? info.absolutePath() : usualFolder());
+    if (!isFolder && !start.isEmpty())
         dialog->selectFile(info.fileName());
-    }
     prepare(*dialog);
-    QObject::connect(dialog, &QFileDialog::fileSelected, parent, chosen);
+    QObject::connect(dialog, &QFileDialog::fileSelected, parent, [chosen](const QString &path) {
+        usualFolder() = QFileInfo(path).absolutePath();
+        chosen(path);
+    });
     dialog->open();
 }
 

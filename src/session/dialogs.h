@@ -47,7 +47,8 @@ public:
                      const QList<Choice> &choices, ChoiceAnswer answered);
     void askYesNo(QWidget *parent, const QString &title, const QString &text, bool yesIsDefault, YesNoAnswer answered);
 
-    /// `start` is a folder or a file in it; empty for the folder used last.
+    /// `start` is a folder or a file in it; with a bare name or empty, the folder used last, at first the one for
+    /// documents.
     virtual void openFile(QWidget *parent, const QString &title, const QString &start, const QString &filter,
                           PathAnswer chosen);
     virtual void openFolder(QWidget *parent, const QString &title, const QString &start, PathAnswer chosen);

@@ -1,5 +1,6 @@
 #include "session/path_edit.h"
 
+#include "core/visible_name.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
@@ -46,7 +47,7 @@ QString PathEdit::path() const
 void PathEdit::setPath(const QString &path)
 {
     m_line->setText(QDir::toNativeSeparators(path));
-    m_line->setToolTip(m_line->text());
+    m_line->setToolTip(visibleName(m_line->text()));
 }
 
 void PathEdit::setReadOnly(bool readOnly)

@@ -1,6 +1,7 @@
 #include "text/report_export.h"
 
 #include "core/safe_file.h"
+#include "core/visible_name.h"
 #include "session/fault_text.h"
 #include "session/translate.h"
 #include "text/engine/text_report.h"
@@ -20,8 +21,8 @@ TextReportLabels labelsFor(const ReportExport::Content &content)
     TextReportLabels labels;
     labels.title = Velmora::tr("Velmora — diff report");
     labels.heading = Velmora::tr("Velmora diff report");
-    labels.left = Velmora::tr("Left: %1").arg(QDir::toNativeSeparators(content.paths.left));
-    labels.right = Velmora::tr("Right: %1").arg(QDir::toNativeSeparators(content.paths.right));
+    labels.left = Velmora::tr("Left: %1").arg(visibleName(QDir::toNativeSeparators(content.paths.left)));
+    labels.right = Velmora::tr("Right: %1").arg(visibleName(QDir::toNativeSeparators(content.paths.right)));
     labels.generatedAt = Velmora::tr("Generated at");
     labels.leftColumn = Velmora::tr("Left side");
     labels.rightColumn = Velmora::tr("Right side");

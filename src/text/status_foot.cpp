@@ -1,5 +1,6 @@
 #include "text/status_foot.h"
 
+#include "core/visible_name.h"
 #include "session/translate.h"
 #include "text/elided_label.h"
 
@@ -46,7 +47,7 @@ QString StatusFoot::message() const
 
 void StatusFoot::showMessage(const QString &message)
 {
-    m_message->setText(message);
+    m_message->setText(visibleName(message));
 }
 
 void StatusFoot::showPlace(const QString &place)

@@ -1,5 +1,6 @@
 #include "text/text_compare_widget.h"
 
+#include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/fault_text.h"
 #include "session/session_host.h"
@@ -96,7 +97,7 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
         host().showStatus(Velmora::tr("Report written: %1").arg(QDir::toNativeSeparators(path)), shownFor);
     });
     connect(&m_reports, &ReportExport::failed, this, [this](const QString &path, const QString &reason) {
-        const QString message = Velmora::tr("Cannot write file: %1").arg(QDir::toNativeSeparators(path));
+        const QString message = Velmora::tr("Cannot write file: %1").arg(visibleName(QDir::toNativeSeparators(path)));
         showMessage(message);
         Dialogs::instance().tell(this, Dialogs::Tone::Warning, Velmora::tr("Export diff report"),
                                  reason.isEmpty() ? message : message + u'\n' + reason);

@@ -1,5 +1,6 @@
 #include "text/text_saving.h"
 
+#include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/translate.h"
 #include "text/side_description.h"
@@ -25,7 +26,7 @@ QString codePointName(const QString &character)
 
 QString shown(const QString &path)
 {
-    return QDir::toNativeSeparators(path);
+    return visibleName(QDir::toNativeSeparators(path));
 }
 
 } // namespace

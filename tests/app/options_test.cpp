@@ -141,6 +141,8 @@ private Q_SLOTS:
             return QString();
         };
         QCOMPARE(keysOf(QStringLiteral("Everywhere"), QStringLiteral("New tab")), QStringLiteral("Ctrl+T"));
+        QCOMPARE(keysOf(QStringLiteral("Everywhere"), QStringLiteral("Sessions panel")),
+                 QStringLiteral("Ctrl+Shift+P"));
         QCOMPARE(keysOf(QStringLiteral("Text compare"), QStringLiteral("Next")), QStringLiteral("F8, Alt+Down"));
         QVERIFY(keysOf(QStringLiteral("Folder compare"), QStringLiteral("Next")).startsWith(QStringLiteral("F8")));
         QVERIFY(!keysOf(QStringLiteral("Services"), QStringLiteral("Next")).isEmpty());

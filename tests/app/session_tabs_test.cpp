@@ -8,6 +8,8 @@
 
 #include <QClipboard>
 #include <QMimeData>
+#include <QProxyStyle>
+#include <QStyleOption>
 #include <QTabBar>
 
 using namespace velmora;
@@ -43,6 +45,20 @@ struct Desk {
     QMainWindow window;
     SessionTabs *tabs = new SessionTabs;
     ProbeSession *session;
+};
+
+/// Collects what is written on tabs.
+class DrawnTexts final : public QProxyStyle {
+public:
+    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                     const QWidget *widget) const override
+    {
+        if (const auto *tab = qstyleoption_cast<const QStyleOptionTab *>(option); tab && element == CE_TabBarTabLabel)
+            texts.append(tab->text);
+        QProxyStyle::drawControl(element, option, painter, widget);
+    }
+
+    mutable QStringList texts;
 };
 
 } // namespace
@@ -139,6 +155,13 @@ private Q_SLOTS:
         for (int i = 0; i < 20; ++i)
             desk.add(QStringLiteral("a rather long title of a session"));
         QVERIFY(desk.tabs->tabBar()->tabRect(5).width() > 18 * desk.tabs->fontMetrics().averageCharWidth());
+        desk.session->sides = {QStringLiteral("/early/x"), QStringLiteral("/later/x"), {}};
+        Q_EMIT desk.session->tabTitleChanged(desk.tabs->titleAt(2));
+        desk.tabs->setCurrentIndex(1);
+        DrawnTexts drawn;
+        desk.tabs->tabBar()->setStyle(&drawn);
+        desk.tabs->tabBar()->grab();
+        QCOMPARE(drawn.texts.filter(QStringLiteral("…")).filter(QStringLiteral(" — early <-> later")).size(), 1);
         desk.session->sides = {QStringLiteral("/<b>/x"), QStringLiteral("/y"), {}};
         Q_EMIT desk.session->tabTitleChanged(QStringLiteral("<i>"));
         QCOMPARE(desk.tabs->tabToolTip(1), QStringLiteral("<p>&lt;i&gt;<br>%1<br>%2</p>")

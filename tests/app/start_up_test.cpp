@@ -3,6 +3,7 @@
 #include "app/plain_texts.h"
 #include "app/start_up.h"
 #include "core/settings_store.h"
+#include "session/dialogs.h"
 #include "session/theme.h"
 #include "session/translate.h"
 #include "support/test_main.h"
@@ -17,6 +18,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProgressDialog>
+#include <QTemporaryDir>
 #include <QToolTip>
 
 using namespace velmora;
@@ -83,6 +85,23 @@ private Q_SLOTS:
         QApplication::sendEvent(&label, &hover);
         QCOMPARE(QToolTip::text(), QStringLiteral("<p>&lt;b&gt;bold&lt;/b&gt;</p>"));
         QToolTip::hideText();
+    }
+
+    // They began in the folder that the program was started from.
+    void savingByABareNameBeginsWhereTheLastFileWent()
+    {
+        QWidget window;
+        QTemporaryDir folder;
+        const auto dialog = [&window] {
+            Dialogs().saveFile(&window, {}, QStringLiteral("a.txt"), {}, [](const QString &) {});
+            return std::unique_ptr<QFileDialog>(window.findChild<QFileDialog *>());
+        };
+        auto first = dialog();
+        QVERIFY(first->directory() != QDir::current());
+        Q_EMIT first->fileSelected(folder.filePath(QStringLiteral("b.txt")));
+        first.reset();
+        const auto next = dialog();
+        QCOMPARE(next->selectedFiles(), QStringList{folder.filePath(QStringLiteral("a.txt"))});
     }
 
     void theToolkitsDialogsAreChineseToo()

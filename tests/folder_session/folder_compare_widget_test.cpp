@@ -399,7 +399,7 @@ private Q_SLOTS:
         f.dialogs.answerPath(chosen);
         f.session.onExportHtml();
         QTRY_VERIFY(read(chosen).contains("status-rightonly"));
-        QCOMPARE(f.dialogs.asked().last().start, QStringLiteral("folder_diff_report.html"));
+        QCOMPARE(f.dialogs.asked().last().start, f.disk.path(QStringLiteral("folder_diff_report.html")));
     }
 
     void columnWidthsAreSharedAndRemembered()

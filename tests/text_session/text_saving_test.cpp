@@ -369,13 +369,14 @@ private Q_SLOTS:
         QVERIFY2(!f.closeAnswer, "turned away");
         QVERIFY(f.session.hasUnsavedChanges());
 
-        const QString path = f.path(QStringLiteral("new.txt"));
+        const QString path = f.path(QStringLiteral("new\u202E.txt"));
         f.dialogs.answerNumber(Save);
         f.dialogs.answerPath(path);
         f.confirmClose();
         QTRY_COMPARE(f.closeAnswer, true);
         QCOMPARE(contentOf(path), QByteArray("xfrom elsewhere\n"));
         QCOMPARE(f.session.paths().right, path);
+        QVERIFY2(f.status().endsWith(QStringLiteral("new[RLO].txt")), qPrintable(f.status()));
     }
 };
 

@@ -83,8 +83,8 @@ CompareContentsDialog::CompareContentsDialog(const QList<FolderDiffItem> &select
     selected->addWidget(m_totals, 1);
     auto *buttons = new QHBoxLayout;
     buttons->addStretch(1);
-    buttons->addWidget(cancel);
     buttons->addWidget(start);
+    buttons->addWidget(cancel);
     auto *whole = new QVBoxLayout(this);
     whole->setSpacing(10);
     whole->addWidget(new QLabel(Velmora::tr("Compare contents of the selected files and folders.")));

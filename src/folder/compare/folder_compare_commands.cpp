@@ -303,8 +303,8 @@ void FolderCompareWidget::onExportHtml()
         return;
     }
     Dialogs::instance().saveFile(
-        this, Velmora::tr("Export diff report"),
-        besideFile(m_loaded.left + u'/', QStringLiteral("folder_diff_report.html")), QStringLiteral("HTML (*.html)"),
+        this, Velmora::tr("Export diff report"), besideFile(m_loaded.left, QStringLiteral("folder_diff_report.html")),
+        QStringLiteral("HTML (*.html)"),
         [this](const QString &path) { m_reports->write(itemsForReport(m_comparison.tree()), m_loaded, path); });
 }
 
