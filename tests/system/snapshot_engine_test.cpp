@@ -42,8 +42,6 @@ QString picture(const QList<EntryRow> &rows)
     return line;
 }
 
-const SnapshotForm everyForm[] = {SnapshotForm::TextObject, SnapshotForm::ServiceArray};
-
 } // namespace
 
 class SnapshotEngineTest : public QObject {
