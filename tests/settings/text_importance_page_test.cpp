@@ -149,50 +149,30 @@ private Q_SLOTS:
         QCOMPARE(target.preset(), QStringLiteral("Preset: Custom"));
     }
 
-    void importsThatFailAreToldAndChangeNothing_data()
+    void filesThatCannotBeUsedAreToldAndChangeNothing()
     {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("told");
-        const QString schema =
-            QStringLiteral("Unrecognized importance rules file (expected schema Tarnwick.TextImportance/1).");
-        QTest::newRow("not json") << QByteArray("{") << QStringLiteral("Invalid JSON: ");
-        QTest::newRow("version") << QByteArray(
-                                        R"({"schema":"Tarnwick.TextImportance/2","importantCharacterCase":false})")
-                                 << schema;
-        QTest::newRow("case") << QByteArray(R"({"schema":"tarnwick.TextImportance/1"})") << schema;
-        QTest::newRow("empty") << QByteArray("{}") << QStringLiteral("The file holds no importance rules.");
-        QTest::newRow("array") << QByteArray("[1]") << QStringLiteral("The file holds no importance rules.");
-    }
-
-    void importsThatFailAreToldAndChangeNothing()
-    {
-        QFETCH(const QByteArray, content);
-        QFETCH(const QString, told);
-        QFile file(m_folder.filePath(QStringLiteral("broken.json")));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-        file.close();
-
         SettingsFixture f({}, importanceTab);
-        f.answers.answerPath(file.fileName());
-        f.click("importRules");
-        QCOMPARE(f.answers.titles().last(), QStringLiteral("Import failed"));
-        QVERIFY2(f.answers.asked().last().text.startsWith(told), qPrintable(f.answers.asked().last().text));
-        QVERIFY(f.dialog.options() == acceptedDefaults());
-    }
-
-    void filesThatCannotBeUsedAreNamed()
-    {
-        const QString path = m_folder.filePath(QStringLiteral("none/rules.json"));
-        const QString shown = QDir::toNativeSeparators(path);
-        SettingsFixture f({}, importanceTab);
-        f.answers.answerPath(path);
-        f.click("importRules");
-        QCOMPARE(f.answers.asked().last().title, QStringLiteral("Import failed"));
-        QCOMPARE(f.answers.asked().last().text, QStringLiteral("Cannot read file: ") + shown);
-        f.answers.answerPath(path);
-        f.click("exportRules");
-        QCOMPARE(f.answers.asked().last().title, QStringLiteral("Export failed"));
-        QCOMPARE(f.answers.asked().last().text, QStringLiteral("Cannot write file: ") + shown);
+        const auto told = [&f](const char *button, const QString &path) {
+            f.answers.answerPath(path);
+            f.click(button);
+            return f.answers.titles().last() + QStringLiteral(" | ") + f.answers.asked().last().text;
+        };
+        const QString path = m_folder.filePath(QStringLiteral("broken.json"));
+        for (const auto &[content, reason] :
+             {std::pair("{", "Invalid JSON: unterminated object"),
+              std::pair(R"({"schema":"Tarnwick.TextImportance/2","importantCharacterCase":false})",
+                        "Unrecognized importance rules file (expected schema Tarnwick.TextImportance/1)."),
+              std::pair("{}", "The file holds no importance rules.")}) {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) > 0);
+            file.close();
+            QCOMPARE(told("importRules", path), QLatin1String("Import failed | ") + QLatin1String(reason));
+            QVERIFY(f.dialog.options() == acceptedDefaults());
+        }
+        const QString missing = m_folder.filePath(QStringLiteral("none/rules.json"));
+        const QString shown = QDir::toNativeSeparators(missing);
+        QCOMPARE(told("importRules", missing), QStringLiteral("Import failed | Cannot read file: ") + shown);
+        QCOMPARE(told("exportRules", missing), QStringLiteral("Export failed | Cannot write file: ") + shown);
     }
 
 private:
