@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QRegularExpression>
 
+#include <stdexcept>
+
 using namespace velmora;
 using velmora::test::ActionsFixture;
 using velmora::test::lines;
@@ -574,15 +576,21 @@ private Q_SLOTS:
         QCOMPARE(f.actions.whyNot(Command::Delete, left), QString());
     }
 
-    void nothingToUndoIsSaid()
+    void nothingToUndoAndUndoingThatFailsAreSaid()
     {
-        ActionsFixture f;
+        bool fails = false;
+        ActionsFixture f(
+            [&fails](int, QLatin1String) { return fails ? throw std::runtime_error("broken") : FileError(); });
         f.make("left/a=1");
         f.carryOut(Command::UndoLast);
         QCOMPARE(f.status, QStringLiteral("There is nothing to undo"));
         QVERIFY(!f.opened());
         f.carryOut(Command::CopyToRight, lines("a"));
         QCOMPARE(f.actions.whyNot(Command::UndoLast, {}), QString());
+        fails = true;
+        f.carryOut(Command::UndoLast);
+        QCOMPARE(f.status, QStringLiteral("The work ended unexpectedly: broken"));
+        fails = false;
         f.carryOut(Command::UndoLast);
         QVERIFY2(f.opened(), qPrintable(f.status));
         // What the title says of a group is what stands below all of them.

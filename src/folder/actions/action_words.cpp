@@ -1,6 +1,7 @@
 #include "folder/actions/action_words.h"
 
 #include "core/visible_name.h"
+#include "session/fault_text.h"
 #include "session/translate.h"
 
 #include <QDir>
@@ -168,6 +169,13 @@ QString problemText(const OperationProblem &problem)
         return Velmora::tr("Something went wrong in it, so %1 deletions have been left undone")
             .arg(QLocale().toString(problem.steps));
     return withReason(errorText(problem.code), problem.reason);
+}
+
+QString endText(RunEnd end, const RunFault &fault)
+{
+    if (end == RunEnd::Done)
+        return {};
+    return end == RunEnd::Cancelled ? Velmora::tr("Cancelled") : faultText(fault, Velmora::tr("Not enough memory"));
 }
 
 QString totalsText(const OperationTotals &totals)

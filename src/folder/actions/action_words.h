@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/runner.h"
 #include "folder/operations/operation_executor.h"
 #include "folder/operations/operation_plan.h"
 
@@ -20,6 +21,9 @@ namespace velmora {
 [[nodiscard]] QString refusalText(PlanRefusal refusal);
 /// What went wrong, with the system's own words where there are any.
 [[nodiscard]] QString problemText(const OperationProblem &problem);
+
+/// What is said of work that has not come to its end; empty for work that has.
+[[nodiscard]] QString endText(RunEnd end, const RunFault &fault);
 
 /// Between what belongs side by side in one line.
 inline const QString totalsSeparator = QStringLiteral("   ·   ");

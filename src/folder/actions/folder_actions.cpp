@@ -10,7 +10,6 @@
 #include "folder/actions/properties_dialog.h"
 #include "platform/file_manager.h"
 #include "session/dialogs.h"
-#include "session/fault_text.h"
 #include "session/translate.h"
 
 #include <QLocale>
@@ -184,10 +183,7 @@ void FolderActions::prepare(const ActionRequest &request)
             return prepareAction(request, files, cancel, progress);
         },
         [this, request](RunOutcome<PreparedAction> &&outcome) {
-            Q_EMIT statusChanged(outcome.end == RunEnd::Done ? QString()
-                                 : outcome.end == RunEnd::Cancelled
-                                     ? Velmora::tr("Cancelled")
-                                     : faultText(outcome.fault, Velmora::tr("Not enough memory")));
+            Q_EMIT statusChanged(endText(outcome.end, outcome.fault));
             if (outcome.end == RunEnd::Done)
                 considerPlan(request, *outcome.value);
         },
@@ -247,7 +243,7 @@ void FolderActions::work(const ActionRequest &request, const OperationPlan &plan
             if (outcome.value)
                 tellOutcome(request, *outcome.value);
             else
-                Q_EMIT statusChanged(faultText(outcome.fault, Velmora::tr("Not enough memory")));
+                Q_EMIT statusChanged(endText(outcome.end, outcome.fault));
         },
         [this](const ProgressState &state) {
             const FolderActionProgress progress = m_counter.count(state);

@@ -2,6 +2,7 @@
 
 #include "folder/actions/action_confirmation.h"
 #include "folder/actions/action_outcome.h"
+#include "folder/actions/action_words.h"
 #include "folder/actions/action_worker.h"
 #include "folder/actions/command_words.h"
 #include "folder/actions/folder_actions.h"
@@ -62,6 +63,7 @@ void FolderActions::continueRun(const JournalEntry &run)
             return OperationJournal(files, place.folder, place.limits).readRun(id, cancel);
         },
         [this, request, time](RunOutcome<PastRun> &&outcome) {
+            Q_EMIT statusChanged(endText(outcome.end, outcome.fault));
             if (outcome.end != RunEnd::Done)
                 return;
             const OperationPlan &rest = outcome.value->rest;
@@ -83,6 +85,7 @@ void FolderActions::prepareUndo(const ActionRequest &request)
     m_runner.start([&files = m_files, place = journal(), id = request.undoOf](
                        const CancelFlag &cancel, Progress &) { return prepareUndoing(files, place, id, cancel); },
                    [this, request](RunOutcome<PreparedUndo> &&outcome) {
+                       Q_EMIT statusChanged(endText(outcome.end, outcome.fault));
                        if (outcome.end == RunEnd::Done)
                            considerUndo(request, *outcome.value);
                    });
