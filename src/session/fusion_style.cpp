@@ -45,8 +45,14 @@ void FusionStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *op
 int FusionStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                            QStyleHintReturn *data) const
 {
-    return hint == SH_DialogButtonLayout ? QDialogButtonBox::WinLayout
-                                         : QProxyStyle::styleHint(hint, option, widget, data);
+    switch (hint) {
+    case SH_DialogButtonLayout:
+        return QDialogButtonBox::WinLayout;
+    case SH_DialogButtonBox_ButtonsHaveIcons:
+        return false;
+    default:
+        return QProxyStyle::styleHint(hint, option, widget, data);
+    }
 }
 
 } // namespace velmora

@@ -5,7 +5,8 @@
 namespace velmora {
 
 /// The "Fusion" style, with check boxes and radio buttons whose empty frames are seen in the dark theme, too,
-/// and with the same order of buttons in all dialogs on all systems: what is done stands before "Cancel".
+/// and with the same order of buttons in all dialogs on all systems: what is done stands before "Cancel", without
+/// icons.
 ///
 /// Fusion makes those frames by darkening the window's colour, which leaves nothing of them on a dark window.
 class FusionStyle final : public QProxyStyle {
