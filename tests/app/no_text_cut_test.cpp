@@ -115,7 +115,7 @@ private Q_SLOTS:
         QCOMPARE(cutBelow(options).join(u'\n'), QString());
 
         LegendDialog legend;
-        QCOMPARE(legend.findChildren<QLabel *>().size(), 2 + 2 * 12); // headings and a row for each state
+        QCOMPARE(legend.findChildren<QLabel *>().size(), 3 + 2 * 12 + 2 * 9); // headings, a row for each state and sign
         QCOMPARE(cutBelow(legend).join(u'\n'), QString());
 
         const SessionRecord record{QStringLiteral("name"), QStringLiteral("merge"), {}, {}, {}};
