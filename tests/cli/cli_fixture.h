@@ -1,21 +1,14 @@
 #pragma once
 
 #include "cli/command_line.h"
+#include "support/files.h"
 
 #include <QBuffer>
-#include <QByteArray>
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
 namespace velmora::test {
-
-inline QString word(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 /// What one run of the command line put out.
 struct CliResult {
@@ -52,17 +45,9 @@ public:
     CliFiles(const CliFiles &) = delete;
     CliFiles &operator=(const CliFiles &) = delete;
 
-    static void write(const char *name, const QByteArray &bytes)
-    {
-        QFile file(word(name));
-        QVERIFY2(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size(), name);
-    }
+    static void write(const char *name, const QByteArray &bytes) { QVERIFY2(makeFile(word(name), bytes), name); }
 
-    [[nodiscard]] static QByteArray read(const char *name)
-    {
-        QFile file(word(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("(unreadable)");
-    }
+    [[nodiscard]] static QByteArray read(const char *name) { return contentsOf(word(name)); }
 
 private:
     QString m_before = QDir::currentPath();

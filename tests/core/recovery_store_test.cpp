@@ -1,5 +1,6 @@
 #include "core/recovery_store.h"
 #include "core/save_probe.h"
+#include "support/files.h"
 #include "support/test_main.h"
 
 #include <QDir>
@@ -14,6 +15,7 @@
 #endif
 
 using namespace velmora;
+using namespace velmora::test;
 
 namespace {
 
@@ -21,18 +23,6 @@ RecoveryRecord sample()
 {
     return {{{QStringLiteral("kind"), QStringLiteral("text")}, {QStringLiteral("left"), QStringLiteral("/a\nb")}},
             {"first\r\ntext\n", QByteArray(), QByteArray("\0\xFF\n", 3)}};
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-bool write(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
 } // namespace
@@ -62,15 +52,15 @@ private Q_SLOTS:
     {
         const QString file = m_folder->filePath(QStringLiteral("record"));
         QVERIFY(writeRecoveryRecord(file, sample()).ok());
-        const QByteArray whole = contentOf(file);
+        const QByteArray whole = contentsOf(file);
         for (qsizetype size = 0; size < whole.size(); ++size) {
-            QVERIFY(write(file, whole.left(size)));
+            QVERIFY(makeFile(file, whole.left(size)));
             QVERIFY2(!readRecoveryRecord(file), qPrintable(QString::number(size)));
         }
         for (qsizetype at = whole.size() - 15; at < whole.size(); ++at) { // within the texts
             QByteArray changed = whole;
             changed[at] = char(changed[at] ^ 1);
-            QVERIFY(write(file, changed));
+            QVERIFY(makeFile(file, changed));
             QVERIFY2(!readRecoveryRecord(file), qPrintable(QString::number(at)));
         }
         for (const QByteArray &bytes : {whole + "x", QByteArray("Velmora recovery 1\n{}\n"),
@@ -80,7 +70,7 @@ private Q_SLOTS:
                                         QByteArray(R"(Velmora recovery 1
 {"description":{"a":1},"texts":[{"size":-1,"crc32":0}]}
 )")}) {
-            QVERIFY(write(file, bytes));
+            QVERIFY(makeFile(file, bytes));
             QVERIFY(!readRecoveryRecord(file));
         }
         QVERIFY(!readRecoveryRecord(m_folder->filePath(QStringLiteral("missing"))));
@@ -99,7 +89,7 @@ private Q_SLOTS:
                 return true;
             });
             QVERIFY(!writeRecoveryRecord(file, sample(), cancel).ok());
-            QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList());
+            QCOMPARE(entriesOf(m_folder->path()), QStringList());
         }
     }
 
@@ -113,7 +103,7 @@ private Q_SLOTS:
 
         QVERIFY(QDir().mkpath(root() + QStringLiteral("/left")));
         const QString left = root() + QStringLiteral("/left/one.unsaved");
-        QVERIFY(write(left, "x"));
+        QVERIFY(makeFile(left, "x"));
         QCOMPARE(second.abandonedFiles(), QStringList{left});
         QCOMPARE(second.abandonedFiles(), QStringList{left});
         QCOMPARE(running.abandonedFiles(), QStringList()); // taken
@@ -127,7 +117,7 @@ private Q_SLOTS:
     {
         const QString left = root() + QStringLiteral("/left/one.unsaved");
         QVERIFY(QDir().mkpath(QFileInfo(left).path()));
-        QVERIFY(write(left, "x"));
+        QVERIFY(makeFile(left, "x"));
         {
             RecoveryStore store(root());
             const QString own = store.newFile();
@@ -135,7 +125,7 @@ private Q_SLOTS:
             QCOMPARE(store.abandonedFiles(), QStringList{left});
             QVERIFY(QFile::remove(own));
         }
-        QCOMPARE(QDir(root()).entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList{QStringLiteral("left")});
+        QCOMPARE(QDir(root()).entryList(QDir::Dirs | QDir::NoDotAndDotDot), words("left"));
         {
             RecoveryStore store(root());
             QCOMPARE(store.abandonedFiles(), QStringList{left}); // nobody has decided yet

@@ -234,17 +234,6 @@ private Q_SLOTS:
         QTRY_VERIFY(done);
     }
 
-    void aThousandRestartsDeliverOnlyTheLast()
-    {
-        Runner runner;
-        QList<int> delivered;
-        for (int run = 0; run < 1000; ++run)
-            runner.start(returning(run), [&](RunOutcome<int> &&outcome) { delivered.append(*outcome.value); });
-        QTRY_VERIFY_WITH_TIMEOUT(!delivered.isEmpty(), 30000);
-        QCOMPARE(delivered, QList<int>{999});
-        QCOMPARE(runner.currentNumber(), quint64(1000));
-    }
-
     void progressIsThrottledButAnnouncesEachPhase()
     {
         QList<ProgressState> seen;

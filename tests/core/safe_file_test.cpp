@@ -1,10 +1,9 @@
 #include "core/html.h"
 #include "core/safe_file.h"
 #include "core/save_probe.h"
+#include "support/files.h"
 #include "support/test_main.h"
 
-#include <QDir>
-#include <QFile>
 #include <QScopeGuard>
 #include <QTemporaryDir>
 
@@ -20,19 +19,7 @@
 #endif
 
 using namespace velmora;
-#ifdef Q_OS_LINUX
 using namespace velmora::test;
-#endif
-
-namespace {
-
-QByteArray contentsOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("(unreadable)");
-}
-
-} // namespace
 
 class SafeFileTest : public QObject {
     Q_OBJECT
@@ -55,7 +42,7 @@ private Q_SLOTS:
         QVERIFY(!saveFile(m_path, [](QIODevice &device) { return device.write("half") < 0; }).ok());
         QCOMPARE(contentsOf(m_path), QByteArray("two"));
         QCOMPARE(QFile::permissions(m_path), before);
-        QCOMPARE(entries(), QStringList{QStringLiteral("file")});
+        QCOMPARE(entries(), words("file"));
     }
 
     /// Lets the first step fail, then the second, and so on until all succeed.
@@ -85,7 +72,7 @@ private Q_SLOTS:
             }
             installSaveProbe({});
             QCOMPARE(contentsOf(m_path), QByteArray("first second"));
-            QCOMPARE(entries(), QStringList{QStringLiteral("file")});
+            QCOMPARE(entries(), words("file"));
             QCOMPARE(failed, (QList<SaveStep>{SaveStep::Open, SaveStep::Write, SaveStep::Write, SaveStep::Flush,
                                               SaveStep::Access, SaveStep::Replace}));
         }
@@ -113,7 +100,7 @@ private Q_SLOTS:
             QVERIFY(!saved.ok());
             QVERIFY2(!saved.error.contains(QLatin1String("cancel"), Qt::CaseInsensitive), qPrintable(saved.error));
             QCOMPARE(contentsOf(m_path), QByteArray("old"));
-            QCOMPARE(entries(), QStringList{QStringLiteral("file")});
+            QCOMPARE(entries(), words("file"));
         }
         QVERIFY(saveFile(m_path, bytes).ok());
     }
@@ -211,7 +198,7 @@ private Q_SLOTS:
 private:
     [[nodiscard]] QStringList entries() const
     {
-        return QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        return entriesOf(m_folder->path());
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;

@@ -2,6 +2,7 @@
 #include "folder/engine/folder_engine.h"
 #include "platform/file_access.h"
 #include "platform/raw_file.h"
+#include "support/files.h"
 #include "support/test_main.h"
 
 #include <QDateTime>
@@ -66,15 +67,12 @@ private Q_SLOTS:
     void namesOfDevicesAreNames()
     {
         // To Windows a path that ends so means a device, or the name without its end.
-        const QStringList names{QStringLiteral("aux"),       QStringLiteral("com1.txt"), QStringLiteral("con"),
-                                QStringLiteral("ends in ."), QStringLiteral("nul"),      QStringLiteral("trailing ")};
+        const QStringList names = words("aux|com1.txt|con|ends in .|nul|trailing ");
         for (const QString &name : names) {
             QVERIFY(makeRawFile(left() + u'/' + name, name.toUtf8() + '1'));
             QVERIFY(makeRawFile(right() + u'/' + name, name.toUtf8() + (name == QLatin1String("con") ? '2' : '1')));
         }
-        const QStringList expected{QStringLiteral("=aux"), QStringLiteral("=com1.txt"),
-                                   QStringLiteral("!con"), QStringLiteral("=ends in ."),
-                                   QStringLiteral("=nul"), QStringLiteral("=trailing ")};
+        const QStringList expected = words("=aux|=com1.txt|!con|=ends in .|=nul|=trailing ");
         for (const CompareMethod method : {CompareMethod::Crc, CompareMethod::Binary}) {
             QCOMPARE(drawn(compareFolderTree(left(), right(), {}, method)), expected);
             QCOMPARE(drawn(compareFolderLevel(left(), right(), method)), expected);
@@ -91,12 +89,10 @@ private Q_SLOTS:
         QVERIFY(makeRawFile(right() + QLatin1String("/Sub/f"), "1"));
         // Also where the file system takes them for one and would find each on both sides.
         QCOMPARE(drawn(compareFolderTree(left(), right(), {}, CompareMethod::Crc)),
-                 (QStringList{QStringLiteral(">README.txt"), QStringLiteral("<Readme.txt"), QStringLiteral(">Sub"),
-                              QStringLiteral(">Sub/f"), QStringLiteral("<sub"), QStringLiteral("<sub/f")}));
+                 words(">README.txt|<Readme.txt|>Sub|>Sub/f|<sub|<sub/f"));
         const auto level = compareFolderLevel(left(), right(), CompareMethod::Crc, {}, 0,
                                               {{QStringLiteral("read*"), QStringLiteral("read*")}});
-        QCOMPARE(drawn(level),
-                 (QStringList{QStringLiteral("=Readme.txt"), QStringLiteral(">Sub"), QStringLiteral("<sub")}));
+        QCOMPARE(drawn(level), words("=Readme.txt|>Sub|<sub"));
     }
 
     void timesAreThoseOfTheSystem()
@@ -142,8 +138,7 @@ private Q_SLOTS:
         }
         // Equal sizes: the times alone decide, and only beyond the tolerance the contents, which differ.
         QCOMPARE(drawn(compareFolderTree(left(), right(), {}, CompareMethod::Rules, {}, 2)),
-                 (QStringList{QStringLiteral("=2000 ms apart"), QStringLiteral("=2999 ms apart"),
-                              QStringLiteral("!3000 ms apart")}));
+                 words("=2000 ms apart|=2999 ms apart|!3000 ms apart"));
         QCOMPARE(drawn(compareFolderTree(left(), right(), {}, CompareMethod::Rules, {}, 0))
                      .filter(QStringLiteral("="))
                      .size(),

@@ -1,5 +1,6 @@
 #include "platform/file_layer.h"
 #include "platform/raw_file.h"
+#include "support/files.h"
 #include "support/test_main.h"
 
 #include <QDir>
@@ -7,16 +8,6 @@
 
 using namespace velmora;
 using namespace velmora::test;
-
-namespace {
-
-QByteArray contentsOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("(unreadable)");
-}
-
-} // namespace
 
 /// The true file system below the operations on files, where systems differ most.
 class FileLayerTest : public QObject {

@@ -1,21 +1,12 @@
 #include "core/safe_file.h"
 #include "platform/file_access.h"
+#include "support/files.h"
 #include "support/test_main.h"
 
-#include <QDir>
 #include <QTemporaryDir>
 
 using namespace velmora;
-
-namespace {
-
-QByteArray contentsOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("(unreadable)");
-}
-
-} // namespace
+using namespace velmora::test;
 
 /// A file is saved while another handle reads it. Unix replaces it under the reader; Windows may refuse, and then
 /// nothing must have happened.
@@ -67,8 +58,7 @@ private:
     void checkAllOrNothing(const SaveResult &saved) const
     {
         QCOMPARE(contentsOf(m_path), saved.ok() ? m_new : m_old);
-        QCOMPARE(QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-                 QStringList{QStringLiteral("file")});
+        QCOMPARE(entriesOf(m_folder->path()), words("file"));
     }
 
     const QByteArray m_old = QByteArray("old\r\n").repeated(5000);

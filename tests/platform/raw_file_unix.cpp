@@ -1,6 +1,5 @@
 #include "platform/raw_file.h"
-
-#include <QDir>
+#include "support/files.h"
 
 namespace velmora::test {
 
@@ -11,8 +10,7 @@ bool makeRawFolder(const QString &path)
 
 bool makeRawFile(const QString &path, const QByteArray &bytes)
 {
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+    return makeFile(path, bytes);
 }
 
 bool removeRawTree(const QString &path)

@@ -1,3 +1,4 @@
+#include "support/files.h"
 #include "support/test_main.h"
 #include "text/syntax/syntax_reader.h"
 #include "text_syntax/syntax_pictures.h"
@@ -6,18 +7,13 @@
 #include <QTemporaryDir>
 
 using namespace velmora;
+using namespace velmora::test;
 
 namespace {
 
 QByteArray withRule(const char *rule)
 {
     return QByteArrayLiteral(R"({"name": "X", "rules": [)") + rule + QByteArrayLiteral("]}");
-}
-
-bool write(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
 } // namespace
@@ -81,11 +77,11 @@ private Q_SLOTS:
     void aDamagedFileLeavesTheOthersUsable()
     {
         QTemporaryDir folder;
-        QVERIFY(write(folder.filePath(QStringLiteral("good.json")), R"({"name": "Good", "files": "*.good"})"));
-        QVERIFY(write(folder.filePath(QStringLiteral("bad.json")), R"({"name": "Bad", "files": "*.bad", "x": 1})"));
-        QVERIFY(write(folder.filePath(QStringLiteral("worse.json")), QByteArray(1000, '\xff')));
+        QVERIFY(makeFile(folder.filePath(QStringLiteral("good.json")), R"({"name": "Good", "files": "*.good"})"));
+        QVERIFY(makeFile(folder.filePath(QStringLiteral("bad.json")), R"({"name": "Bad", "files": "*.bad", "x": 1})"));
+        QVERIFY(makeFile(folder.filePath(QStringLiteral("worse.json")), QByteArray(1000, '\xff')));
         const SyntaxLibrary library(folder.path());
-        QCOMPARE(library.names(), QStringList{QStringLiteral("Good")});
+        QCOMPARE(library.names(), words("Good"));
         QCOMPARE(library.errors().size(), 2);
         QVERIFY(library.detect(QStringLiteral("a.good")));
         QVERIFY(!library.detect(QStringLiteral("a.bad")));
