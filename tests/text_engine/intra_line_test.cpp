@@ -24,20 +24,6 @@ class IntraLineTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void ranges()
-    {
-        const auto check = [](const char *a, const char *b, const char *expected) {
-            const QString text = QString::fromUtf8(b);
-            QCOMPARE(marked(text, intraLineChanges(QString::fromUtf8(a), text)), QByteArray(expected));
-        };
-        check("abc", "abc", "abc");
-        check("value = 1;", "value = 23;", "value = [23];");
-        check("", "abc", "[abc]");
-        check("abc", "", "");
-        // Going back, the table drops from the second text first, so the match is its earliest one.
-        check("xa", "aya", "[ay]a");
-    }
-
     void marksAreWordsAndTellWhatDoesNotCount()
     {
         const auto shown = [](const char *own, const char *other, const KeyRules &rules) {

@@ -101,49 +101,6 @@ private Q_SLOTS:
         }
     }
 
-    void emptySides()
-    {
-        const TextSessionOptions options;
-        const QStringList lines = split("a|b");
-        QVERIFY(compareTextLines({}, {}, options).isEmpty());
-        QCOMPARE(dump(compareTextLines(lines, {}, options)), "- 1 -1 [a] []\n- 2 -1 [b] []\n");
-        QCOMPARE(dump(compareTextLines({}, lines, options)), "+ -1 1 [] [a]\n+ -1 2 [] [b]\n");
-        QVERIFY(diffLinesAligned({}, {}, {}).isEmpty());
-        QVERIFY(diffLinesByIndex({}, {}).isEmpty());
-    }
-
-    void carriageReturns()
-    {
-        const QStringList left = split("same\r|gone\r");
-        const QStringList right = split("same");
-        TextSessionOptions options = everythingCounts();
-        // On the raw path a carriage return is a character like any other.
-        QCOMPARE(dump(compareTextLines(left, right, options)), "~ 1 1 [same\\r] [same]\n- 2 -1 [gone\\r] []\n");
-        options.importantTrailingWhitespace = false;
-        QCOMPARE(dump(compareTextLines(left, right, options)), "= 1 1 [same\\r] [same]\n- 2 -1 [gone\\r] []\n");
-        options.compareLineEndings = false;
-        QCOMPARE(dump(compareTextLines(left, right, options)), "= 1 1 [same] [same]\n- 2 -1 [gone] []\n");
-    }
-
-    void blankLinesKeepTheNumbersOfTheOthers()
-    {
-        TextSessionOptions options;
-        options.ignoreBlankLines = true;
-        QCOMPARE(dump(compareTextLines(split("a|| |b"), split("|a|b"), options)), "= 1 2 [a] [a]\n= 4 3 [b] [b]\n");
-        QVERIFY(compareTextLines(split(" |\t"), split(""), options).isEmpty());
-    }
-
-    void unimportantLines()
-    {
-        TextSessionOptions options;
-        options.unimportantText = split(" ^# |(c||");
-        // Both keys are empty, so the lines are equal; on one side alone they count as equal and keep one number.
-        QCOMPARE(dump(compareTextLines(split("# one|x|#"), split("(c) two|x"), options)),
-                 "= 1 1 [# one] [(c) two]\n= 2 2 [x] [x]\n= 3 -1 [#] [#]\n");
-        options.orphanLinesAlwaysImportant = true;
-        QCOMPARE(dump(compareTextLines(split("x|#"), split("x"), options)), "= 1 1 [x] [x]\n- 2 -1 [#] []\n");
-    }
-
     /// The text of an orphan is looked at as its row shows it, that of a key without its carriage return.
     void orphansWithACarriageReturn()
     {

@@ -1,14 +1,10 @@
 #include "support/test_main.h"
-#include "text/engine/block_chain.h"
 #include "text/engine/candidate_window.h"
 #include "text/engine/line_similarity.h"
 #include "text/engine/position_set.h"
-#include "text/engine/suffix_array.h"
-#include "text_engine/plain_engine.h"
 #include "text_engine/sequences.h"
 
 #include <algorithm>
-#include <numeric>
 #include <set>
 
 using namespace velmora;
@@ -18,30 +14,6 @@ class MatcherPartsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void suffixesAreInOrder()
-    {
-        Random random(31);
-        const CancelFlag cancel;
-        CancelPoll poll(cancel);
-        for (int round = 0; round < 600; ++round) {
-            const qint32 alphabet = 1 + qint32(random.below(round % 5 == 0 ? 200 : 4));
-            const std::vector<qint32> text = random.sequence(round % 100 == 0 ? 3000 : 80, alphabet);
-            std::vector<qint32> expected(text.size());
-            std::iota(expected.begin(), expected.end(), 0);
-            std::sort(expected.begin(), expected.end(), [&text](qint32 x, qint32 y) {
-                return std::lexicographical_compare(text.begin() + x, text.end(), text.begin() + y, text.end());
-            });
-            const std::vector<qint32> suffixes = suffixArray(text, alphabet, poll);
-            QCOMPARE(suffixes, expected);
-            const std::vector<qint32> common = commonPrefixes(text, suffixes, poll);
-            for (size_t place = 1; place < suffixes.size(); ++place) {
-                const auto x = text.begin() + suffixes[place - 1];
-                const auto y = text.begin() + suffixes[place];
-                QCOMPARE(qint32(std::mismatch(x, text.end(), y, text.end()).first - x), common[place]);
-            }
-        }
-    }
-
     void positionsFindTheirNeighbours()
     {
         Random random(8);
@@ -61,47 +33,6 @@ private Q_SLOTS:
                 }
             }
             QCOMPARE(positions.atOrAfter(size), -1);
-        }
-    }
-
-    void runsAreCutByTheChain()
-    {
-        BlockChain chain(20);
-        const MatchRect whole{0, 20, 0, 20};
-        chain.take({5, 8, 3});
-        chain.take({10, 12, 2});
-        const auto pieces = [&](const MatchBlock &run) {
-            std::vector<MatchBlock> result;
-            chain.forEachPiece(run, whole, [&](const MatchBlock &piece) { result.push_back(piece); });
-            return result;
-        };
-        QCOMPARE(pieces({2, 2, 18}), (std::vector<MatchBlock>{{2, 2, 3}, {14, 14, 6}}));
-        QCOMPARE(pieces({0, 10, 10}), (std::vector<MatchBlock>{}));
-        QCOMPARE(pieces({8, 11, 2}), (std::vector<MatchBlock>{{8, 11, 1}}));
-        QCOMPARE(pieces({13, 15, 4}), (std::vector<MatchBlock>{{13, 15, 4}}));
-        std::vector<qint32> gaps;
-        chain.forEachGap(whole, [&](const MatchRect &gap) {
-            gaps.insert(gaps.end(), {gap.alo, gap.ahi, gap.blo, gap.bhi});
-        });
-        QCOMPARE(gaps, (std::vector<qint32>{0, 5, 0, 8, 8, 10, 11, 12, 12, 20, 14, 20}));
-    }
-
-    void similarityAgrees()
-    {
-        Random random(12);
-        for (int round = 0; round < 20000; ++round) {
-            const auto word = [&random] {
-                QString text;
-                for (quint64 length = random.below(30); length > 0; --length)
-                    text += QChar(char16_t(u'a' + random.below(2)));
-                return text;
-            };
-            const QString left = word();
-            const QString right = random.below(3) == 0 ? left + word() : word();
-            const auto units = [](const QString &text) {
-                return std::u16string_view(QStringView(text).utf16(), size_t(text.size()));
-            };
-            QCOMPARE(lineSimilarity(units(left), units(right)), plain::similarity(left, right));
         }
     }
 

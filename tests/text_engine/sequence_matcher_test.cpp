@@ -113,33 +113,17 @@ private Q_SLOTS:
     void randomSequences()
     {
         Random random(20240601);
-        for (int round = 0; round < 3000; ++round) {
-            const qint32 alphabet = 1 + qint32(random.below(8));
-            const qint32 longest = round % 50 == 0 ? 300 : 60;
+        for (int round = 0; round < 4500; ++round) {
+            const bool edits = round % 3 == 0;
+            const qint32 alphabet = round % 9 == 0 ? 1000 : 1 + qint32(random.below(edits ? 20 : 8));
+            const qint32 longest = edits ? 150 : round % 50 == 1 ? 300 : 60;
             const std::vector<qint32> a = random.sequence(longest, alphabet);
-            const std::vector<qint32> b = random.sequence(longest, alphabet);
+            const std::vector<qint32> b =
+                edits ? random.edited(a, 1 + qint32(random.below(12)), alphabet) : random.sequence(longest, alphabet);
             QVERIFY(tableAgrees(a, b));
             QVERIFY(blocksAgree(a, b));
         }
-    }
-
-    void randomEdits()
-    {
-        Random random(77);
-        for (int round = 0; round < 1500; ++round) {
-            const qint32 alphabet = round % 3 == 0 ? 1000 : 2 + qint32(random.below(20));
-            const std::vector<qint32> a = random.sequence(150, alphabet);
-            const std::vector<qint32> b = random.edited(a, 1 + qint32(random.below(12)), alphabet);
-            QVERIFY(tableAgrees(a, b));
-            QVERIFY(blocksAgree(a, b));
-        }
-    }
-
-    /// Rows of several words, of which some have nothing equal.
-    void wideTables()
-    {
-        Random random(15);
-        for (int round = 0; round < 60; ++round) {
+        for (int round = 0; round < 60; ++round) { // rows of several words, of which some have nothing equal
             const qint32 alphabet = 50 + qint32(random.below(300));
             const std::vector<qint32> a = random.sequence(500, alphabet);
             QVERIFY(tableAgrees(a, random.sequence(700, alphabet)));
