@@ -104,20 +104,6 @@ private Q_SLOTS:
         QVERIFY(files.bytesRead() <= 2 * 1024 * 1024);
     }
 
-    void endsInLinkCycles()
-    {
-        MemoryFiles files;
-        files.addFile(word("/l/a/f"), "1");
-        files.addFolder(word("/r/a"));
-        files.addLink(word("/l/a/up"), word("/l"));
-        files.addFile(word("/r/a/up/x"), "22");
-        QList<FolderProblem> problems;
-        const auto items = compare(files, CompareMethod::Rules, 1, {}, {nullptr, &problems});
-        QCOMPARE(drawn(items), words("!a/ 1 2|<a/f 1 0|>a/up/ 0 2|>a/up/x 0 2"));
-        QCOMPARE(problems, (QList<FolderProblem>{{FolderProblem::Kind::LinkCycle, word("/l/a/up")}}));
-        QCOMPARE(countFolderContents({files, 1}, leftRoot, {}, {}), (FolderTotals{1, 2, 1}));
-    }
-
     /// Whatever the moment of the cancel, what comes back is the begin of the whole result, and no pair in it is
     /// guessed.
     void returnsWhatItHasWhenCancelled()

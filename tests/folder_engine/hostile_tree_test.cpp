@@ -47,9 +47,15 @@ private Q_SLOTS:
             tree.link(side + word("/a/b/root"), tree.path(side));
             tree.link(side + word("/a/self"), word("."));
         }
-        QCOMPARE(drawn(compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Crc)),
-                 words("=a/ 1 1|=a/b/ 1 1|=a/b/f 1 1|=a/b/root/|=a/self/"));
-        QCOMPARE(countFolderContents(tree.left()), (FolderTotals{1, 4, 1}));
+        tree.link(word("left/up"), tree.left());
+        tree.file(word("right/up/x"), "22");
+        QList<FolderProblem> problems;
+        QCOMPARE(drawn(compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Crc, {}, 0, {},
+                                         {nullptr, &problems})),
+                 words("=a/ 1 1|=a/b/ 1 1|=a/b/f 1 1|=a/b/root/|=a/self/|>up/ 0 2|>up/x 0 2"));
+        QCOMPARE(problems.size(), 5);
+        QCOMPARE(problems.at(2), (FolderProblem{FolderProblem::Kind::LinkCycle, tree.left() + word("/up")}));
+        QCOMPARE(countFolderContents(tree.left()), (FolderTotals{1, 5, 1}));
     }
 
     void comparesTwoThousandLevels()

@@ -50,7 +50,7 @@ public:
     std::unique_ptr<OpenFile> open(const QString &path, OpenHint) override
     {
         m_files.step();
-        const auto node = m_files.m_nodes.constFind(m_files.resolved(path));
+        const auto node = m_files.m_nodes.constFind(path);
         if (node == m_files.m_nodes.constEnd() || !node->file || !node->file->opens)
             return nullptr;
         return std::make_unique<Reader>(m_files, node->file, *node->entry.identity);
@@ -94,15 +94,6 @@ MemoryFiles::File &MemoryFiles::addZeros(const QString &path, qint64 size, qint6
     return file;
 }
 
-void MemoryFiles::addLink(const QString &path, const QString &target)
-{
-    addFolder(path);
-    Node &node = m_nodes[path];
-    node.target = target;
-    node.entry.isLink = true;
-    node.entry.identity = m_nodes.value(target).entry.identity;
-}
-
 void MemoryFiles::step() const
 {
     const int number = ++m_operations;
@@ -110,28 +101,15 @@ void MemoryFiles::step() const
         m_watcher(number);
 }
 
-QString MemoryFiles::resolved(const QString &path) const
-{
-    QString real;
-    for (const QString &part : path.split(u'/', Qt::SkipEmptyParts)) {
-        real += u'/' + part;
-        const auto node = m_nodes.constFind(real);
-        if (node != m_nodes.constEnd() && !node->target.isEmpty())
-            real = node->target;
-    }
-    return real;
-}
-
 FolderRead MemoryFiles::readFolder(const QString &path, const Sink &sink) const
 {
     step();
-    const QString real = resolved(path);
-    const auto node = m_nodes.constFind(real);
+    const auto node = m_nodes.constFind(path);
     if (node == m_nodes.constEnd() || node->entry.kind != EntryKind::Folder)
         return FolderRead::Missing;
-    if (m_unreadable.contains(real))
+    if (m_unreadable.contains(path))
         return FolderRead::Unreadable;
-    for (const QString &child : m_children.value(real)) {
+    for (const QString &child : m_children.value(path)) {
         FolderEntry entry = m_nodes[child].entry;
         if (!sink(std::move(entry)))
             return FolderRead::Stopped;
@@ -146,7 +124,7 @@ std::unique_ptr<FileOpener> MemoryFiles::makeOpener() const
 
 std::optional<FolderEntry> MemoryFiles::describe(const QString &path) const
 {
-    const auto node = m_nodes.constFind(resolved(path));
+    const auto node = m_nodes.constFind(path);
     return node == m_nodes.constEnd() ? std::nullopt : std::optional(node->entry);
 }
 

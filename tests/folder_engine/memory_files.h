@@ -31,8 +31,6 @@ public:
     void addFolder(const QString &path);
     File &addFile(const QString &path, const QByteArray &bytes, qint64 modifiedMs = 0);
     File &addZeros(const QString &path, qint64 size, qint64 modifiedMs);
-    /// A link to a folder that stands elsewhere.
-    void addLink(const QString &path, const QString &target);
     void setUnreadable(const QString &folder) { m_unreadable.insert(folder); }
     /// Called before each operation with its number, counted from 1 over all threads.
     void setWatcher(std::function<void(int)> watcher) { m_watcher = std::move(watcher); }
@@ -49,12 +47,10 @@ private:
 
     struct Node {
         FolderEntry entry;
-        QString target; ///< of a link to a folder
         std::shared_ptr<File> file;
     };
 
     void step() const;
-    [[nodiscard]] QString resolved(const QString &path) const;
 
     QMap<QString, Node> m_nodes;
     QMap<QString, QStringList> m_children;

@@ -21,10 +21,8 @@ void TestTree::folder(const QString &relative)
 void TestTree::file(const QString &relative, const QByteArray &bytes, qint64 seconds)
 {
     folder(relative.section(u'/', 0, -2));
+    QVERIFY(makeFile(path(relative), bytes));
     QFile file(path(relative));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), bytes.size());
-    file.close();
     QVERIFY(file.open(QIODevice::ReadWrite));
     QVERIFY(file.setFileTime(moment(seconds), QFileDevice::FileModificationTime));
 }

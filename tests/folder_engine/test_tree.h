@@ -1,6 +1,7 @@
 #pragma once
 
 #include "folder/engine/folder_diff_item.h"
+#include "support/files.h"
 
 #include <QTemporaryDir>
 
@@ -31,17 +32,6 @@ private:
     QTemporaryDir m_dir;
     QString m_root;
 };
-
-[[nodiscard]] inline QString word(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
-
-/// The parts of a text between "|".
-[[nodiscard]] inline QStringList words(const char *utf8)
-{
-    return word(utf8).split(u'|', Qt::SkipEmptyParts);
-}
 
 /// One line for each item, so that an expectation reads like a listing: a sign for the status ("=", "<", ">", "!"), the
 /// name, a "/" after folders, and the sizes where they are not 0.
