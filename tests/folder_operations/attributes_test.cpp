@@ -84,61 +84,54 @@ private Q_SLOTS:
     }
 
     /// The permission bits for the group are the list's mask: given as they are they would open the file.
-    void aListThatIsLostOpensTheFileForNobody_data()
-    {
-        QTest::addColumn<QByteArray>("list");
-        QTest::addColumn<int>("withheld");
-        QTest::newRow("the group may nothing") << accessListOf(6, 0, 4) << 073;
-        QTest::newRow("a user may less than others") << accessListOf(0, 4, 4) << 077;
-        QTest::newRow("a user may more than others") << accessListOf(6, 4, 0) << 037;
-    }
     void aListThatIsLostOpensTheFileForNobody()
     {
-        QFETCH(QByteArray, list);
-        QFETCH(int, withheld);
-        OperationFixture tree(QDir::tempPath());
-        tree.make("left/a=1");
-        if (!setAttribute(tree.path("left/a"), accessListName, list))
-            QSKIP("the file system for temporary files has no access lists");
-        const QByteArray source = QFile::encodeName(tree.path("left/a"));
-        int ends[2];
-        QCOMPARE(::pipe(ends), 0); // takes no attributes at all
-        const CarriedAttributes carried = carryAttributes({-1, source.constData()}, ends[1]);
-        ::close(ends[0]);
-        ::close(ends[1]);
-        QCOMPARE(carried.error, EOPNOTSUPP);
-        QCOMPARE(int(carried.withheld), withheld);
+        struct Case {
+            QByteArray list;
+            int withheld;
+        };
+        for (const auto &[list, withheld] : {Case{accessListOf(6, 0, 4), 073},    // the group may nothing
+                                             Case{accessListOf(0, 4, 4), 077},    // a user may less than others
+                                             Case{accessListOf(6, 4, 0), 037}}) { // a user may more than others
+            OperationFixture tree(QDir::tempPath());
+            tree.make("left/a=1");
+            if (!setAttribute(tree.path("left/a"), accessListName, list))
+                QSKIP("the file system for temporary files has no access lists");
+            const QByteArray source = QFile::encodeName(tree.path("left/a"));
+            int ends[2];
+            QCOMPARE(::pipe(ends), 0); // takes no attributes at all
+            const CarriedAttributes carried = carryAttributes({-1, source.constData()}, ends[1]);
+            ::close(ends[0]);
+            ::close(ends[1]);
+            QCOMPARE(carried.error, EOPNOTSUPP);
+            QCOMPARE(int(carried.withheld), withheld);
+        }
     }
 
-    void holesStayHoles_data()
-    {
-        QTest::addColumn<QList<qint64>>("written"); // the megabytes that hold something
-        QTest::newRow("nothing but a hole") << QList<qint64>{};
-        QTest::newRow("in the middle and at the end") << QList<qint64>{0, 17};
-        QTest::newRow("at the begin") << QList<qint64>{5, 6, 31};
-    }
     void holesStayHoles()
     {
-        QFETCH(QList<qint64>, written);
-        constexpr qint64 piece = 1 << 20;
-        OperationFixture tree(QDir::tempPath());
-        tree.make("left/a=");
-        QFile source(tree.path("left/a"));
-        QVERIFY(source.open(QIODevice::ReadWrite));
-        QVERIFY(source.resize(32 * piece));
-        for (const qint64 at : written) {
-            QVERIFY(source.seek(at * piece));
-            QCOMPARE(source.write(QByteArray(piece, char('a' + at))), piece);
+        // The megabytes that hold something.
+        for (const QList<qint64> &written : {QList<qint64>{}, QList<qint64>{0, 17}, QList<qint64>{5, 6, 31}}) {
+            constexpr qint64 piece = 1 << 20;
+            OperationFixture tree(QDir::tempPath());
+            tree.make("left/a=");
+            QFile source(tree.path("left/a"));
+            QVERIFY(source.open(QIODevice::ReadWrite));
+            QVERIFY(source.resize(32 * piece));
+            for (const qint64 at : written) {
+                QVERIFY(source.seek(at * piece));
+                QCOMPARE(source.write(QByteArray(piece, char('a' + at))), piece);
+            }
+            QVERIFY(source.flush());
+            QCOMPARE(::fsync(source.handle()), 0); // blocks are counted by now
+            const auto sizeOnDisk = [](const QString &path) { return qint64(statusOf(path).st_blocks) * 512; };
+            const qint64 full = (written.size() + 1) * piece;
+            if (sizeOnDisk(source.fileName()) > full)
+                QSKIP("the file system for temporary files has no holes");
+            QCOMPARE(tree.problems(tree.execute(tree.mirror(), {true, nullptr})), QStringList());
+            QCOMPARE(QFileInfo(tree.path("right/a")).size(), 32 * piece);
+            QVERIFY(sizeOnDisk(tree.path("right/a")) <= full);
         }
-        QVERIFY(source.flush());
-        QCOMPARE(::fsync(source.handle()), 0); // blocks are counted by now
-        const auto sizeOnDisk = [](const QString &path) { return qint64(statusOf(path).st_blocks) * 512; };
-        const qint64 full = (written.size() + 1) * piece;
-        if (sizeOnDisk(source.fileName()) > full)
-            QSKIP("the file system for temporary files has no holes");
-        QCOMPARE(tree.problems(tree.execute(tree.mirror(), {true, nullptr})), QStringList());
-        QCOMPARE(QFileInfo(tree.path("right/a")).size(), 32 * piece);
-        QVERIFY(sizeOnDisk(tree.path("right/a")) <= full);
     }
 };
 

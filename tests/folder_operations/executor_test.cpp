@@ -121,34 +121,6 @@ class ExecutorTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void mirrors_data()
-    {
-        QTest::addColumn<DeleteManner>("manner");
-        QTest::newRow("for good") << DeleteManner::ForGood;
-        QTest::newRow("to the bin") << DeleteManner::ToRecycleBin;
-    }
-    void mirrors()
-    {
-        QFETCH(DeleteManner, manner);
-        OperationFixture tree;
-        if (manner == DeleteManner::ToRecycleBin && !tree.hasRecycleBin())
-            QSKIP("no recycle bin here");
-        tree.make("left/a=new left/same=1 left/dir/deep/b=b left/empty/ right/a=old right/same=1 right/gone/x=x "
-                  "right/gone/deep/y=y");
-        const ExecutionReport report = tree.execute(tree.mirror(manner));
-        QCOMPARE(tree.problems(report), QStringList());
-        QCOMPARE(tree.picture("right"), tree.picture("left"));
-        QCOMPARE(report.done, report.plan.totals());
-        QCOMPARE(report.done.writtenFiles, 1);
-        QCOMPARE(report.done.deletedFiles, 2);
-        QCOMPARE(report.ends.count(StepEnd::Done), report.plan.steps.size());
-        QVERIFY(tree.mirror(manner).steps.isEmpty());
-#ifdef Q_OS_UNIX
-        const QStringList bin = tree.picture("data/Trash");
-        QCOMPARE(bin.contains(QStringLiteral("files/gone/deep/y=y")), manner == DeleteManner::ToRecycleBin);
-#endif
-    }
-
     void copiesKeepTimesAndPermissions()
     {
         OperationFixture tree;
@@ -333,22 +305,6 @@ private Q_SLOTS:
         QCOMPARE(tree.picture(), lines("right/dir/ right/dir/a=a right/dir/b=b"));
         QCOMPARE(report.done.writtenFiles, 1);
         QCOMPARE(report.done.replacedFiles, 1);
-    }
-
-    void renamesAndNewFolders()
-    {
-        OperationFixture tree;
-        tree.make("left/dir/a=a left/dir/.hidden=h left/taken=1");
-        const PlanInput input = tree.input();
-        const QString name = QStringLiteral("named");
-        const ExecutionReport renamed = tree.execute(planRename(input, 0, PlanSide::Left, name));
-        QCOMPARE(tree.leftOut(renamed.plan) + tree.problems(renamed), QStringList());
-        const OperationPlan taken = planRename(input, tree.indexOf(input, "taken"), PlanSide::Left, name);
-        QCOMPARE(tree.execute(taken).plan.leftOut.size(), 1);
-        const OperationPlan newFolder = planNewFolder(input, PlanSide::Left, name + QStringLiteral("/new"));
-        QVERIFY(tree.execute(newFolder).isComplete());
-        QCOMPARE(tree.execute(newFolder).plan.leftOut.size(), 1);
-        QCOMPARE(tree.picture("left"), lines("named/ named/.hidden=h named/a=a named/new/ taken=1"));
     }
 
     /// Somebody writes into the copy: before it is read again, and before its size is asked for.

@@ -51,16 +51,27 @@ private Q_SLOTS:
     }
     void undoesAndRedoesAMirror()
     {
-        QFETCH(DeleteManner, manner);
+        QFETCH(const DeleteManner, manner);
         OperationFixture tree;
         if (manner == DeleteManner::ToRecycleBin && !tree.hasRecycleBin())
             QSKIP("no recycle bin here");
-        tree.make("left/a=new left/dir/b=b right/a=old right/gone/x=x right/gone/deep/y=y");
+        tree.make("left/a=new left/dir/b=b left/empty/ left/same=1 right/same=1 right/a=old right/gone/x=x "
+                  "right/gone/deep/y=y");
         tree.setTime("right/a", -5000);
         const QStringList before = tree.picture();
         OperationJournal journal(FileLayer::native(), tree.journalFolder());
         journal.setNext(QStringLiteral("mirror"));
-        QVERIFY(tree.execute(planMirror(tree.input(), PlanSide::Left, manner), {true, &journal}).isComplete());
+        const OperationPlan plan = planMirror(tree.input(), PlanSide::Left, manner);
+        const ExecutionReport report = tree.execute(plan, {true, &journal});
+        QCOMPARE(tree.problems(report), QStringList());
+        QCOMPARE(report.done, report.plan.totals());
+        QCOMPARE(report.ends.count(StepEnd::Done), report.plan.steps.size());
+        QCOMPARE(tree.picture("right"), tree.picture("left"));
+        QVERIFY(tree.mirror(manner).steps.isEmpty());
+#ifdef Q_OS_UNIX
+        const bool isInBin = tree.picture("data/Trash").contains(QStringLiteral("files/gone/deep/y=y"));
+        QCOMPARE(isInBin, manner == DeleteManner::ToRecycleBin);
+#endif
         const QStringList after = tree.picture();
         QCOMPARE(journal.entries().entries.size(), 1);
         QCOMPARE(journal.entries().entries[0].title, QStringLiteral("mirror"));

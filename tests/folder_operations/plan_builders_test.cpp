@@ -1,4 +1,5 @@
 #include "folder_operations/operation_fixture.h"
+#include "support/diff_items.h"
 #include "support/test_main.h"
 
 using namespace velmora;
@@ -6,60 +7,20 @@ using namespace velmora::test;
 
 namespace {
 
-QString text(const char *ascii)
-{
-    return QString::fromLatin1(ascii);
-}
-
-/// A file or, with a "/" at the end, a folder. Times are seconds; -1: not there.
-FolderDiffItem item(const char *name, qint64 left, qint64 right, FolderDiffStatus status)
-{
-    FolderDiffItem result;
-    result.name = text(name);
-    result.isDir = result.name.endsWith(u'/');
-    if (result.isDir)
-        result.name.chop(1);
-    if (left >= 0) {
-        result.leftPath = QStringLiteral("/l/") + result.name;
-        result.leftTime = QDateTime::fromSecsSinceEpoch(left, Qt::UTC);
-        result.leftSize = 1;
-    }
-    if (right >= 0) {
-        result.rightPath = QStringLiteral("/r/") + result.name;
-        result.rightTime = QDateTime::fromSecsSinceEpoch(right, Qt::UTC);
-        result.rightSize = 2;
-    }
-    result.setDiffStatus(status);
-    return result;
-}
-
-FolderDiffItem onLeft(const char *name)
-{
-    return item(name, 1, -1, FolderDiffStatus::LeftOnly);
-}
-
-FolderDiffItem onRight(const char *name)
-{
-    return item(name, -1, 1, FolderDiffStatus::RightOnly);
-}
-
-PlanInput inputOf(const QList<FolderDiffItem> &items)
+PlanInput inputOf(const char *listing)
 {
     PlanInput input;
-    input.items = items;
-    input.leftRoot = text("/l");
-    input.rightRoot = text("/r");
+    input.items = madeItems(listing);
+    input.leftRoot = word("/l");
+    input.rightRoot = word("/r");
     return input;
 }
 
 /// Something of everything: new, old, newer, equal and nested on both sides.
 PlanInput variety()
 {
-    return inputOf(
-        {item("both/", 1, 1, FolderDiffStatus::Different), item("both/newer", 9, 1, FolderDiffStatus::Different),
-         item("both/older", 1, 9, FolderDiffStatus::Different), item("both/same", 1, 1, FolderDiffStatus::Same),
-         onLeft("new/"), onLeft("new/deep/"), onLeft("new/deep/file"), onRight("old/"), onRight("old/file"),
-         item("timeless", 5, 5, FolderDiffStatus::Different)});
+    return inputOf("!both/ 1 1|!both/newer 9 1|!both/older 1 9|=both/same 1 1|<new/|<new/deep/|<new/deep/file|>old/|"
+                   ">old/file|!timeless 5 5");
 }
 
 } // namespace
@@ -75,7 +36,7 @@ private Q_SLOTS:
                                     "make(0:new,1:new) make(0:new/deep,1:new/deep) "
                                     "copy(0:new/deep/file,1:new/deep/file) replace(0:timeless,1:timeless) "
                                     "delete(1:old/file) delete(1:old)"));
-        QCOMPARE(plan.steps.last().counterpart, (Place{0, text("old")}));
+        QCOMPARE(plan.steps.last().counterpart, (Place{0, word("old")}));
         const OperationTotals totals = plan.totals();
         QCOMPARE(totals.writtenFiles, 1);
         QCOMPARE(totals.replacedFiles, 3);
@@ -93,30 +54,26 @@ private Q_SLOTS:
 
     void mirrorFromNothingIsMarked()
     {
-        const OperationPlan plan =
-            planMirror(inputOf({onRight("a"), onRight("b")}), PlanSide::Left, DeleteManner::ForGood);
+        const OperationPlan plan = planMirror(inputOf(">a|>b"), PlanSide::Left, DeleteManner::ForGood);
         QVERIFY(plan.sourceIsEmpty);
         QCOMPARE(plan.steps.size(), 2);
     }
 
     void mirrorSparesWhatIsHidden()
     {
-        PlanInput input =
-            inputOf({onRight("dir/"), onRight("dir/keep.log"), onRight("dir/other"), onRight("hidden/"),
-                     onRight("hidden/file"), onLeft("left.log"), item("x.log", 1, 2, FolderDiffStatus::Different)});
+        PlanInput input = inputOf(">dir/|>dir/keep.log|>dir/other|>hidden/|>hidden/file|<left.log|!x.log 1 2");
         input.shows = [](const FolderDiffItem &entry) {
             return !entry.name.endsWith(QLatin1String(".log")) && entry.name != QLatin1String("hidden");
         };
         const OperationPlan plan = planMirror(input, PlanSide::Left, DeleteManner::ForGood);
         QCOMPARE(drawn(plan), lines("delete(1:dir/other)"));
-        QCOMPARE(plan.leftOut, (QList<LeftOutEntry>{{LeftOutReason::HoldsHiddenEntries, text("/r/dir"), {}}}));
+        QCOMPARE(plan.leftOut, (QList<LeftOutEntry>{{LeftOutReason::HoldsHiddenEntries, word("/r/dir"), {}}}));
     }
 
     void nothingIsTakenForMissingThatCouldNotBeRead()
     {
-        PlanInput input =
-            inputOf({item("dir/", 1, 1, FolderDiffStatus::RightOnly), onRight("dir/file"), onRight("gone")});
-        input.problems = {{FolderProblem::Kind::UnreadableFolder, text("/l/dir")}};
+        PlanInput input = inputOf(">dir/ 1 1|>dir/file|>gone");
+        input.problems = {{FolderProblem::Kind::UnreadableFolder, word("/l/dir")}};
         const OperationPlan plan = planMirror(input, PlanSide::Left, DeleteManner::ForGood);
         QCOMPARE(drawn(plan), lines("delete(1:gone)"));
         QCOMPARE(plan.leftOut.size(), 1);
@@ -146,7 +103,7 @@ private Q_SLOTS:
 
     void aFileNeverReplacesAFolder()
     {
-        const PlanInput input = inputOf({item("x/", 1, 2, FolderDiffStatus::Different), onLeft("y")});
+        const PlanInput input = inputOf("!x/ 1 2|<y");
         for (const OperationPlan &plan :
              {planMirror(input, PlanSide::Left, DeleteManner::ForGood), planUpdate(input, PlanSide::Left),
               planUpdateBoth(input), planCopyToOtherSide(input, {0, 1}, PlanSide::Left)}) {
@@ -158,11 +115,9 @@ private Q_SLOTS:
 
     void alignedNamesKeepTheTargetsOwn()
     {
-        FolderDiffItem folder = item("docs/", 1, 1, FolderDiffStatus::Different);
-        folder.rightPath = text("/r/Documents");
-        FolderDiffItem file = item("docs/a.txt", 2, 1, FolderDiffStatus::Different);
-        file.rightPath = text("/r/Documents/A.TXT");
-        const PlanInput input = inputOf({folder, file, onLeft("docs/new/"), onLeft("docs/new/b")});
+        PlanInput input = inputOf("!docs/ 1 1|!docs/a.txt 2 1|<docs/new/|<docs/new/b");
+        input.items[0].rightPath = word("/r/Documents");
+        input.items[1].rightPath = word("/r/Documents/A.TXT");
         QCOMPARE(drawn(planMirror(input, PlanSide::Left, DeleteManner::ForGood)),
                  lines("replace(0:docs/a.txt,1:Documents/A.TXT) make(0:docs/new,1:Documents/new) "
                        "copy(0:docs/new/b,1:Documents/new/b)"));
@@ -185,16 +140,16 @@ private Q_SLOTS:
 
     void copiesToAnyPlace()
     {
-        const PlanInput input = inputOf({onLeft("a/"), onLeft("a/x"), onLeft("b/"), onLeft("b/x")});
-        QCOMPARE(drawn(planCopyTo(input, {0, 1}, PlanSide::Left, text("/d"), IfPresent::LeaveOut)),
+        const PlanInput input = inputOf("<a/|<a/x|<b/|<b/x");
+        QCOMPARE(drawn(planCopyTo(input, {0, 1}, PlanSide::Left, word("/d"), IfPresent::LeaveOut)),
                  lines("make(0:a,1:a) copy(0:a/x,1:a/x)"));
-        const OperationPlan clash = planCopyTo(input, {1, 3}, PlanSide::Left, text("/d"), IfPresent::LeaveOut);
+        const OperationPlan clash = planCopyTo(input, {1, 3}, PlanSide::Left, word("/d"), IfPresent::LeaveOut);
         QCOMPARE(drawn(clash), lines("copy(0:a/x,1:x)"));
         QCOMPARE(clash.leftOut[0].reason, LeftOutReason::NameTaken);
-        const OperationPlan inside = planCopyTo(input, {0, 3}, PlanSide::Left, text("/l/a/deep"), IfPresent::LeaveOut);
+        const OperationPlan inside = planCopyTo(input, {0, 3}, PlanSide::Left, word("/l/a/deep"), IfPresent::LeaveOut);
         QCOMPARE(drawn(inside), lines("copy(0:b/x,1:x)"));
         QCOMPARE(inside.leftOut[0].reason, LeftOutReason::IntoItself);
-        QCOMPARE(drawn(planMoveTo(input, {2}, PlanSide::Left, text("/d"), IfPresent::LeaveOut)),
+        QCOMPARE(drawn(planMoveTo(input, {2}, PlanSide::Left, word("/d"), IfPresent::LeaveOut)),
                  lines("make(0:b,1:b) move(0:b/x,1:b/x) delete(0:b)"));
     }
 
@@ -206,20 +161,20 @@ private Q_SLOTS:
         QCOMPARE(planDelete(input, {0}, PlanSide::Right, DeleteManner::ForGood, DeleteScope::ListedEntries).refusal,
                  PlanRefusal::ReadOnlySide);
         QCOMPARE(planMoveToOtherSide(input, {7}, PlanSide::Right).refusal, PlanRefusal::ReadOnlySide);
-        QCOMPARE(planMoveTo(input, {7}, PlanSide::Right, text("/d"), IfPresent::LeaveOut).refusal,
+        QCOMPARE(planMoveTo(input, {7}, PlanSide::Right, word("/d"), IfPresent::LeaveOut).refusal,
                  PlanRefusal::ReadOnlySide);
-        QVERIFY(drawn(planUpdateBoth(input)).filter(text("-> 1:")).isEmpty());
+        QVERIFY(drawn(planUpdateBoth(input)).filter(word("-> 1:")).isEmpty());
 
         for (const char *root : {"/l", "/l/inner", "/"}) {
             PlanInput overlapping = variety();
-            overlapping.rightRoot = text(root);
+            overlapping.rightRoot = word(root);
             const OperationPlan plan = planMirror(overlapping, PlanSide::Left, DeleteManner::ForGood);
             QCOMPARE(plan.refusal, PlanRefusal::OverlappingRoots);
             QVERIFY(plan.steps.isEmpty());
         }
         for (const char *name : {"", ".", "..", "a/b"})
-            QCOMPARE(planRename(variety(), 1, PlanSide::Left, text(name)).refusal, PlanRefusal::NameNotAllowed);
-        QCOMPARE(planNewFolder(variety(), PlanSide::Left, text("a/../../b")).refusal, PlanRefusal::NameNotAllowed);
+            QCOMPARE(planRename(variety(), 1, PlanSide::Left, word(name)).refusal, PlanRefusal::NameNotAllowed);
+        QCOMPARE(planNewFolder(variety(), PlanSide::Left, word("a/../../b")).refusal, PlanRefusal::NameNotAllowed);
     }
 
     void deletionsAndNames()
@@ -233,18 +188,18 @@ private Q_SLOTS:
             planDelete(input, {7, 8}, PlanSide::Right, DeleteManner::ForGood, DeleteScope::WholeFolder);
         QCOMPARE(drawn(whole), lines("delete(1:old)"));
         QVERIFY(whole.steps[0].wholeTree);
-        QCOMPARE(drawn(planRename(input, 6, PlanSide::Left, text("name"))),
+        QCOMPARE(drawn(planRename(input, 6, PlanSide::Left, word("name"))),
                  lines("move(0:new/deep/file,0:new/deep/name)"));
-        QCOMPARE(drawn(planNewFolder(input, PlanSide::Right, text("old/inner"))), lines("make(1:old/inner)"));
+        QCOMPARE(drawn(planNewFolder(input, PlanSide::Right, word("old/inner"))), lines("make(1:old/inner)"));
         const OperationPlan files =
-            planDeleteFiles(text("/d"), {text("/d/a/b"), text("/e/c"), text("/d/../e/c")}, DeleteManner::ForGood);
+            planDeleteFiles(word("/d"), {word("/d/a/b"), word("/e/c"), word("/d/../e/c")}, DeleteManner::ForGood);
         QCOMPARE(drawn(files), lines("delete(0:a/b)"));
         QCOMPARE(files.leftOut.size(), 2);
     }
 
     void actionsNeverDeleteAFolderOfBothSides()
     {
-        const PlanInput input = inputOf({item("both/", 1, 1, FolderDiffStatus::RightOnly), onRight("both/file")});
+        const PlanInput input = inputOf(">both/ 1 1|>both/file");
         const OperationPlan plan = planActions(
             input, [](const FolderDiffItem &) { return EntryAction::DeleteRight; }, DeleteManner::ForGood);
         QCOMPARE(drawn(plan), lines("delete(1:both/file)"));
