@@ -11,6 +11,7 @@
 #include "folder/engine/folder_engine.h"
 #include "folder/operations/operation_executor.h"
 #include "folder_operations/operation_fixture.h"
+#include "support/diff_items.h"
 #include "support/scripted_dialogs.h"
 #include "support/test_main.h"
 
@@ -30,8 +31,7 @@
 #include <QTreeView>
 
 using namespace velmora;
-using velmora::test::OperationFixture;
-using velmora::test::ScriptedDialogs;
+using namespace velmora::test;
 
 namespace {
 
@@ -49,20 +49,6 @@ void click(const QWidget &in, const char *name)
     get<QAbstractButton>(in, name).click();
 }
 
-FolderDiffItem item(const char *name, const char *sides, bool isDir = false)
-{
-    FolderDiffItem result;
-    result.name = QLatin1String(name);
-    const QString on = QLatin1String(sides);
-    if (on.contains(u'l'))
-        result.leftPath = QLatin1String("/l/") + result.name;
-    if (on.contains(u'r'))
-        result.rightPath = QLatin1String("/r/") + result.name;
-    result.leftSize = result.rightSize = 2048;
-    result.isDir = isDir;
-    return result;
-}
-
 QStringList names(const QList<FolderDiffItem> &items)
 {
     QStringList list;
@@ -75,12 +61,12 @@ QStringList names(const QList<FolderDiffItem> &items)
 OperationPlan plan(int files, OperationKind kind)
 {
     OperationPlan made;
-    made.roots = {{QStringLiteral("/l"), std::nullopt, true}, {QStringLiteral("/r"), std::nullopt, true}};
+    made.roots = {{word("/l"), std::nullopt, true}, {word("/r"), std::nullopt, true}};
     made.isSurveyed = true;
     for (int i = 0; i < files; ++i) {
         OperationStep step;
         step.kind = kind;
-        const QString name = QStringLiteral("file%1").arg(i, 6, 10, QChar(u'0'));
+        const QString name = word("file%1").arg(i, 6, 10, QChar(u'0'));
         const bool deletes = kind == OperationKind::Delete;
         step.from = {deletes ? 1 : 0, name};
         if (!deletes)
@@ -108,8 +94,8 @@ private Q_SLOTS:
         // What lies in a selected folder is selected with it, and counts once.
         CompareContentsDialog dialog(all, CompareMethod::Crc);
         dialog.open();
-        QCOMPARE(dialog.windowTitle(), QStringLiteral("Compare contents"));
-        QTRY_COMPARE(get<QLabel>(dialog, "contentsTotals").text(), QStringLiteral("4 files, 3 folders, 11 bytes"));
+        QCOMPARE(dialog.windowTitle(), word("Compare contents"));
+        QTRY_COMPARE(get<QLabel>(dialog, "contentsTotals").text(), word("4 files, 3 folders, 11 bytes"));
         QVERIFY(get<QRadioButton>(dialog, "contentsCrc").isChecked());
         click(dialog, "contentsRules");
         QVERIFY(dialog.showsResults());
@@ -125,7 +111,7 @@ private Q_SLOTS:
     {
         OperationFixture files;
         for (int i = 0; i < 300; ++i)
-            files.make(qPrintable(QStringLiteral("left/sub%1/f=1").arg(i)));
+            files.make(qPrintable(word("left/sub%1/f=1").arg(i)));
         CompareContentsDialog dialog(compareFolderLevel(files.left(), files.right(), CompareMethod::Rules),
                                      CompareMethod::Rules);
         dialog.open();
@@ -140,11 +126,11 @@ private Q_SLOTS:
         results.same = 1200;
         results.different = 2;
         results.cancelled = true;
-        results.differing = {QStringLiteral("a"), QStringLiteral("b/c")};
+        results.differing = {word("a"), word("b/c")};
         ContentsResultsDialog dialog(results);
         QCOMPARE(get<QLabel>(dialog, "contentsSame").text(), QLocale().toString(1200));
         QCOMPARE(get<QListView>(dialog, "contentsDifferingList").model()->rowCount(), 2);
-        QVERIFY(!dialog.findChild<QListView *>(QStringLiteral("contentsUnreadableList")));
+        QVERIFY(!dialog.findChild<QListView *>(word("contentsUnreadableList")));
     }
 
     void limitsComeBackAsTheyWere()
@@ -152,13 +138,13 @@ private Q_SLOTS:
         FolderViewLimits limits;
         QVERIFY(!AdvancedFiltersDialog(limits).limits().from.isValid());
         QCOMPARE(AdvancedFiltersDialog(limits).limits().maximumSize, 0);
-        limits.masks = QStringLiteral("*.c");
+        limits.masks = word("*.c");
         limits.minimumSize = 1;
         limits.maximumSize = 5000;
         limits.from = QDateTime(QDate(2024, 3, 1), QTime(10, 11, 12, 13), Qt::UTC);
         limits.to = limits.from.addDays(1);
         AdvancedFiltersDialog dialog(limits);
-        QCOMPARE(get<QSpinBox>(dialog, "maximumSize").text(), QStringLiteral("5 KB"));
+        QCOMPARE(get<QSpinBox>(dialog, "maximumSize").text(), word("5 KB"));
         const FolderViewLimits back = dialog.limits();
         QCOMPARE(back.masks, limits.masks);
         QCOMPARE(back.minimumSize, limits.minimumSize);
@@ -169,13 +155,13 @@ private Q_SLOTS:
         QCOMPARE(dialog.limits().minimumSize, 0);
         QCOMPARE(dialog.limits().maximumSize, 0);
         QVERIFY(!dialog.limits().from.isValid() && !dialog.limits().to.isValid());
-        QCOMPARE(get<QSpinBox>(dialog, "minimumSize").text(), QStringLiteral("Any"));
+        QCOMPARE(get<QSpinBox>(dialog, "minimumSize").text(), word("Any"));
     }
 
     void limitsAreChosenAndJudged()
     {
         AdvancedFiltersDialog dialog(FolderViewLimits{});
-        QCOMPARE(dialog.windowTitle(), QStringLiteral("Advanced filters"));
+        QCOMPARE(dialog.windowTitle(), word("Advanced filters"));
         get<QSpinBox>(dialog, "minimumSize").setValue(10);
         get<QSpinBox>(dialog, "maximumSize").setValue(9);
         QVERIFY(!get<QPushButton>(dialog, "settingsOk").isEnabled());
@@ -187,36 +173,32 @@ private Q_SLOTS:
         const QDateTime time(QDate(2024, 5, 6), QTime(7, 8));
         get<QDateTimeEdit>(dialog, "fromTime").setDateTime(time);
         get<QDateTimeEdit>(dialog, "toTime").setDateTime(time);
-        QCOMPARE(get<QDateTimeEdit>(dialog, "toTime").text(), QStringLiteral("2024/05/06 07:08"));
+        QCOMPARE(get<QDateTimeEdit>(dialog, "toTime").text(), word("2024/05/06 07:08"));
         const FolderViewLimits limits = dialog.limits();
         QCOMPARE(limits.minimumSize, 10 * 1024);
         QCOMPARE(limits.from, time);
         QCOMPARE(limits.to, time.addSecs(59).addMSecs(999)); // the minute counts to its end
         QCOMPARE(advancedFiltersLogLine(limits, QTime(1, 2, 3)),
-                 QStringLiteral("01:02:03 filters updated: size[10-10 KB] date[2024/05/06 07:08 ~ 2024/05/06 07:08]"));
+                 word("01:02:03 filters updated: size[10-10 KB] date[2024/05/06 07:08 ~ 2024/05/06 07:08]"));
         QCOMPARE(advancedFiltersLogLine({}, QTime(13, 0)),
-                 QStringLiteral("13:00:00 filters updated: size[Any-Any KB] date[Any ~ Any]"));
+                 word("13:00:00 filters updated: size[Any-Any KB] date[Any ~ Any]"));
         get<QDateTimeEdit>(dialog, "toTime").setDateTime(time.addSecs(-60));
         QVERIFY(!get<QPushButton>(dialog, "settingsOk").isEnabled());
     }
 
     void alignmentOffersWhatIsUniqueAtTheSameLevel()
     {
-        const QList<FolderDiffItem> items{
-            item("sub", "lr", true),   item("sub/notes.txt", "l"),  item("sub/folder", "r", true),
-            item("sub/zebra", "r"),    item("sub/notes2.txt", "r"), item("sub/pair", "lr"),
-            item("sub/left too", "l"), item("top.txt", "r"),        item("sub/deep/notes.txt", "r")};
-        QCOMPARE(
-            names(alignmentCandidates(items[1], items)),
-            QStringList({QStringLiteral("sub/notes2.txt"), QStringLiteral("sub/zebra"), QStringLiteral("sub/folder")}));
-        QCOMPARE(names(alignmentCandidates(items[4], items)),
-                 QStringList({QStringLiteral("sub/notes.txt"), QStringLiteral("sub/left too")}));
+        const QList<FolderDiffItem> items =
+            madeItems("=sub/|<sub/notes.txt|>sub/folder/|>sub/zebra|>sub/notes2.txt|=sub/pair|<sub/left|>top.txt|"
+                      ">sub/deep/notes.txt");
+        QCOMPARE(names(alignmentCandidates(items[1], items)), words("sub/notes2.txt|sub/zebra|sub/folder"));
+        QCOMPARE(names(alignmentCandidates(items[4], items)), words("sub/notes.txt|sub/left"));
         QVERIFY(alignmentCandidates(items[5], items).isEmpty());
     }
 
     void alignmentIsAskedOrTold()
     {
-        const QList<FolderDiffItem> items{item("a", "l"), item("b", "r"), item("dir", "r", true), item("pair", "lr")};
+        const QList<FolderDiffItem> items = madeItems("<a|>b|>dir/|=pair");
         ScriptedDialogs answers;
         QWidget window;
         window.show();
@@ -228,30 +210,27 @@ private Q_SLOTS:
         };
         ask({items[3]}, items);
         ask({}, items);
-        QCOMPARE(answers.titles(),
-                 QStringList({QStringLiteral("Manual alignment"), QStringLiteral("Manual alignment")}));
+        QCOMPARE(answers.titles(), words("Manual alignment|Manual alignment"));
         QCOMPARE(answers.asked().first().text,
                  QStringLiteral("Select a left-only or right-only item, then pair it with an item unique on the other "
                                 "side."));
         ask({items[0]}, {items[0], items[3]});
-        QCOMPARE(answers.asked().last().text,
-                 QStringLiteral("No unique items on the other side at this level to pair with."));
+        QCOMPARE(answers.asked().last().text, word("No unique items on the other side at this level to pair with."));
         ask({items[1], items[0]}, items); // both are selected: nothing to choose
-        QCOMPARE(aligned, QStringList({QStringLiteral("a"), QStringLiteral("b")}));
+        QCOMPARE(aligned, words("a|b"));
 
         aligned.clear();
         ask({items[1]}, items);
         auto *dialog = window.findChild<ManualAlignmentDialog *>();
         QVERIFY(dialog);
         const auto &list = get<QListView>(*dialog, "alignmentCandidates");
-        QCOMPARE(list.model()->index(0, 0).data().toString(), QStringLiteral("a  (%1)").arg(QLocale().formattedDataSize(
-                                                                  2048, 1, QLocale::DataSizeTraditionalFormat)));
+        QCOMPARE(list.model()->index(0, 0).data().toString(), word("a  (1 bytes)"));
         dialog->accept();
-        QCOMPARE(aligned, QStringList({QStringLiteral("a"), QStringLiteral("b")}));
+        QCOMPARE(aligned, words("a|b"));
         ask({items[0]}, items);
         dialog = window.findChildren<ManualAlignmentDialog *>().last();
         QCOMPARE(get<QListView>(*dialog, "alignmentCandidates").model()->index(1, 0).data().toString(),
-                 QStringLiteral("dir  (<folder>)"));
+                 word("dir  (<folder>)"));
     }
 
     void aPlanIsShownInGroups()
@@ -259,7 +238,7 @@ private Q_SLOTS:
         OperationPlan mixed = plan(2, OperationKind::Delete);
         mixed.steps.append(plan(3, OperationKind::Replace).steps);
         mixed.steps.append(plan(1, OperationKind::Copy).steps);
-        mixed.leftOut.append({LeftOutReason::TimesAreEqual, QStringLiteral("/l/x"), {}});
+        mixed.leftOut.append({LeftOutReason::TimesAreEqual, word("/l/x"), {}});
         PlanPreviewModel model(mixed);
         const QAbstractItemModelTester tester(&model);
         QStringList groups;
@@ -271,19 +250,18 @@ private Q_SLOTS:
         QVERIFY(groups[1].startsWith(QLatin1String("Replaced: 3")));
         QVERIFY(groups[3].startsWith(QLatin1String("Left alone:")));
         QCOMPARE(model.index(0, 2, model.index(3, 0)).data().toString(),
-                 QStringLiteral("The files differ, and neither is newer"));
+                 word("The files differ, and neither is newer"));
 
         model.sort(PlanPreviewModel::Size, Qt::DescendingOrder);
         const QModelIndex replaced = model.index(1, 0);
-        QCOMPARE(model.index(0, 0, replaced).data().toString(), QStringLiteral("file000001"));
+        QCOMPARE(model.index(0, 0, replaced).data().toString(), word("file000001"));
         model.sort(-1, Qt::AscendingOrder);
-        QCOMPARE(model.index(0, 0, replaced).data().toString(), QStringLiteral("file000000"));
+        QCOMPARE(model.index(0, 0, replaced).data().toString(), word("file000000"));
     }
 
     void aLongPlanIsShownAtOnce()
     {
-        PlanPreviewDialog dialog(QStringLiteral("title"), QStringLiteral("question"), QStringLiteral("go"),
-                                 plan(100'000, OperationKind::Copy));
+        PlanPreviewDialog dialog(word("title"), word("question"), word("go"), plan(100'000, OperationKind::Copy));
         dialog.open();
         auto &list = get<QTreeView>(dialog, "planList");
         QAbstractItemModel &model = *list.model();
@@ -298,31 +276,30 @@ private Q_SLOTS:
 
     void failuresAreCopiedAsText()
     {
-        OperationResultsDialog dialog(
-            QStringLiteral("Copy failed"), QStringLiteral("heading"),
-            {{QStringLiteral("/a"), QStringLiteral("why")}, {QStringLiteral("/b"), QStringLiteral("because")}});
+        OperationResultsDialog dialog(word("Copy failed"), word("heading"),
+                                      {{word("/a"), word("why")}, {word("/b"), word("because")}});
         click(dialog, "resultsCopy");
-        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("/a\twhy\n/b\tbecause\n"));
+        QCOMPARE(QGuiApplication::clipboard()->text(), word("/a\twhy\n/b\tbecause\n"));
     }
 
     void propertiesTellWhatIsThere()
     {
         OperationFixture files;
         files.make("left/sub/a=12345");
-        const QString path = files.path(QStringLiteral("left/sub/a"));
+        const QString path = files.path(word("left/sub/a"));
         const QStringList file = propertiesText(path).split(u'\n');
         QCOMPARE(file[0], QLatin1String("Path: ") + QDir::toNativeSeparators(path));
-        QCOMPARE(file[1], QStringLiteral("Type: File"));
-        QCOMPARE(file[2], QStringLiteral("Size: 5 bytes"));
+        QCOMPARE(file[1], word("Type: File"));
+        QCOMPARE(file[2], word("Size: 5 bytes"));
         QVERIFY(file[3].startsWith(QLatin1String("Modified: ")) && file[3].size() > 12);
-        QCOMPARE(file[4], QStringLiteral("Read-only: No"));
-        const QStringList folder = propertiesText(files.path(QStringLiteral("left/sub"))).split(u'\n');
-        QCOMPARE(folder[1], QStringLiteral("Type: Folder"));
-        QCOMPARE(folder[2], QStringLiteral("Size: <folder>"));
+        QCOMPARE(file[4], word("Read-only: No"));
+        const QStringList folder = propertiesText(files.path(word("left/sub"))).split(u'\n');
+        QCOMPARE(folder[1], word("Type: Folder"));
+        QCOMPARE(folder[2], word("Size: <folder>"));
         PropertiesDialog dialog(path, {});
-        QCOMPARE(dialog.windowTitle(), QStringLiteral("Properties"));
+        QCOMPARE(dialog.windowTitle(), word("Properties"));
         QCOMPARE(get<QLabel>(dialog, "leftProperties").text(), propertiesText(path));
-        QVERIFY(!dialog.findChild<QLabel *>(QStringLiteral("rightProperties")));
+        QVERIFY(!dialog.findChild<QLabel *>(word("rightProperties")));
     }
 
     void progressIsCountedInStepsAndBytes()

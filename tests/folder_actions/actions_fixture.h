@@ -3,6 +3,7 @@
 #include "folder/actions/folder_actions.h"
 #include "folder_operations/operation_fixture.h"
 #include "folder_operations/scripted_layer.h"
+#include "support/files.h"
 #include "support/scripted_dialogs.h"
 
 #include <QAbstractButton>

@@ -11,8 +11,7 @@
 #include <stdexcept>
 
 using namespace velmora;
-using velmora::test::ActionsFixture;
-using velmora::test::lines;
+using namespace velmora::test;
 using Command = FolderCommand;
 
 class FolderActionsTest : public QObject {
@@ -23,14 +22,12 @@ private Q_SLOTS:
         ActionsFixture f;
         f.make("left/a=1 left/sub/b=2 left/sub/deep/c=3 right/sub/keep=k left/d=4");
         f.carryOut(Command::CopyToRight, lines("a sub"));
-        QCOMPARE(f.picture("right"), QStringLiteral("a=1 sub/ sub/b=2 sub/deep/ sub/deep/c=3 sub/keep=k"));
-        QCOMPARE(f.log(),
-                 QStringList({QStringLiteral("copy: left/a -> right/a"), QStringLiteral("copy: left/sub -> right/sub"),
-                              QStringLiteral("Done: 4 succeeded, 0 failed")}));
-        static const QRegularExpression time(QStringLiteral("^\\d\\d:\\d\\d:\\d\\d copy: "));
+        QCOMPARE(f.picture("right"), word("a=1 sub/ sub/b=2 sub/deep/ sub/deep/c=3 sub/keep=k"));
+        QCOMPARE(f.log(), words("copy: left/a -> right/a|copy: left/sub -> right/sub|Done: 4 succeeded, 0 failed"));
+        static const QRegularExpression time(word("^\\d\\d:\\d\\d:\\d\\d copy: "));
         QVERIFY(time.match(f.lines.first()).hasMatch());
         QCOMPARE(f.touched, lines("a sub/b sub/deep sub/deep/c"));
-        QCOMPARE(f.status, QStringLiteral("Done: 4 succeeded, 0 failed"));
+        QCOMPARE(f.status, word("Done: 4 succeeded, 0 failed"));
         QVERIFY(f.sawCount);
         QVERIFY(f.answers.asked().isEmpty());
     }
@@ -44,7 +41,7 @@ private Q_SLOTS:
         f.make("left/src/a.c=1 left/src/a.o=2 right/out/b.o=3 right/out/b.c=4");
         f.carryOut(Command::MirrorToRight);
         f.click("planStart");
-        QCOMPARE(f.picture("right"), QStringLiteral("out/ out/b.o=3 src/ src/a.c=1"));
+        QCOMPARE(f.picture("right"), word("out/ out/b.o=3 src/ src/a.c=1"));
         f.compare();
         f.carryOut(Command::Delete, lines("out"), FolderSides::Right);
         QVERIFY(f.has("right/out/b.o=3"));
@@ -54,19 +51,22 @@ private Q_SLOTS:
     {
         ActionsFixture f;
         f.make("right/one=old right/two=old right/late=old left/one=new left/two=new left/late=new");
-        f.files.setTime(QStringLiteral("right/late"), 1000000);
+        f.files.setTime(word("right/late"), 1000000);
         f.compare();
         f.carryOut(Command::CopyToRight, lines("one")); // an older file goes, and it can be undone
         QVERIFY(f.answers.asked().isEmpty());
         QVERIFY(f.has("right/one=new"));
 
-        f.carryOut(Command::CopyToRight, lines("late"));
-        QCOMPARE(f.asked(), QStringLiteral("A newer file will be replaced by an older one.\n\nRight side: right/late"));
-        QVERIFY(f.has("right/late=old"));
+        for (const bool moves : {false, true}) {
+            f.carryOut(moves ? Command::MoveToRight : Command::CopyToRight, lines("late"));
+            QCOMPARE(f.asked(), word("A newer file will be replaced by an older one.\n\nRight side: right/late"));
+            QCOMPARE(f.askedTitle(), moves ? word("Move") : word("Copy"));
+            QVERIFY(f.has("right/late=old"));
+        }
 
         f.answers.answerNumber(2);
         f.carryOut(Command::CopyToRight, lines("late two"));
-        QCOMPARE(f.asked(), QStringLiteral("2 files will be replaced.\n\nRight side: right"));
+        QCOMPARE(f.asked(), word("2 files will be replaced.\n\nRight side: right"));
         QCOMPARE(f.rows().mid(1), lines("late two"));
         f.click("planCancel");
         QVERIFY(f.has("right/two=old"));
@@ -84,13 +84,13 @@ private Q_SLOTS:
         f.carryOut(Command::CopyToRight, lines("small"));
         QVERIFY(f.has("right/small=new"));
         f.carryOut(Command::CopyToRight, lines("big"));
-        QVERIFY(f.asked().startsWith(
-            QStringLiteral("A file will be replaced, and its old contents will not be kept for undoing.")));
+        QVERIFY(
+            f.asked().startsWith(word("A file will be replaced, and its old contents will not be kept for undoing.")));
         QVERIFY(f.has("right/big=old-text"));
         f.answers.answerNumber(1);
         f.carryOut(Command::CopyToRight, lines("big"));
         QVERIFY(f.has("right/big=new"));
-        QVERIFY(f.log().contains(QStringLiteral("not kept for undoing: 1")));
+        QVERIFY(f.log().contains(word("not kept for undoing: 1")));
         settings.clear();
     }
 
@@ -99,12 +99,12 @@ private Q_SLOTS:
     {
         ActionsFixture f;
         f.make("other/in=1 left/link->../other");
-        if (!QFileInfo(f.files.path(QStringLiteral("left/link"))).isSymbolicLink())
+        if (!QFileInfo(f.files.path(word("left/link"))).isSymbolicLink())
             QSKIP("no links here");
         f.carryOut(Command::CopyToRight, lines("link"));
         QVERIFY2(f.answers.asked().isEmpty() && !f.opened(), qPrintable(f.asked()));
-        QVERIFY(QFileInfo(f.files.path(QStringLiteral("right/link"))).isSymbolicLink());
-        QCOMPARE(f.log().first(), QStringLiteral("copy: left/link -> right/link"));
+        QVERIFY(QFileInfo(f.files.path(word("right/link"))).isSymbolicLink());
+        QCOMPARE(f.log().first(), word("copy: left/link -> right/link"));
     }
 
     void deletingIsConfirmedAndUndone()
@@ -115,7 +115,7 @@ private Q_SLOTS:
         f.make("left/a=1 left/sub/b=2 right/a=1 right/c=3");
         const QStringList before = f.files.picture();
         f.carryOut(Command::Delete, lines("a"), FolderSides::Left);
-        QCOMPARE(f.askedTitle(), QStringLiteral("Delete"));
+        QCOMPARE(f.askedTitle(), word("Delete"));
         QVERIFY(f.asked().startsWith(QLatin1String("Delete a?\nLeft side: left/a\n")));
         QCOMPARE(f.files.picture(), before);
         QCOMPARE(f.finished, 0);
@@ -123,49 +123,46 @@ private Q_SLOTS:
         for (const Command command : {Command::Delete, Command::DeleteForGood}) {
             f.answers.answerNumber(1);
             f.carryOut(command, lines("a"), FolderSides::Left);
-            QCOMPARE(f.log(),
-                     QStringList({QStringLiteral("delete: left/a"), QStringLiteral("Done: 1 succeeded, 0 failed")}));
+            QCOMPARE(f.log(), words("delete: left/a|Done: 1 succeeded, 0 failed"));
             QVERIFY(!f.has("left/a=1"));
             f.carryOut(Command::UndoLast);
             QVERIFY2(f.opened(), qPrintable(f.status));
             f.click("planStart");
-            QCOMPARE(f.log().first(), QStringLiteral("undo: Delete: a"));
+            QCOMPARE(f.log().first(), word("undo: Delete: a"));
             QCOMPARE(f.touched, lines("a"));
             QCOMPARE(f.files.picture(), before);
             f.compare();
         }
 
         f.carryOut(Command::Delete, lines("a sub"));
-        QCOMPARE(f.without(f.opened()->findChild<QLabel *>(QStringLiteral("planQuestion"))->text()),
-                 QStringLiteral("Delete 2 entries?\nLeft side: 2 entries in left\nRight side: right/a"));
+        QCOMPARE(f.without(f.opened()->findChild<QLabel *>(word("planQuestion"))->text()),
+                 word("Delete 2 entries?\nLeft side: 2 entries in left\nRight side: right/a"));
         f.click("planStart");
         QCOMPARE(f.files.picture(), lines("right/c=3"));
-        QCOMPARE(f.log().first(3), QStringList({QStringLiteral("delete: left/a"), QStringLiteral("delete: right/a"),
-                                                QStringLiteral("delete: left/sub")}));
+        QCOMPARE(f.log().first(3), words("delete: left/a|delete: right/a|delete: left/sub"));
     }
 
     void entriesAreRenamedOnBothSides()
     {
         ActionsFixture f;
         f.make("left/sub/a=1 right/sub/a=1 left/taken=2");
-        f.answers.answerText(QStringLiteral("b"));
+        f.answers.answerText(word("b"));
         f.carryOut(Command::Rename, lines("sub/a"));
-        QCOMPARE(f.askedTitle(), QStringLiteral("Rename"));
-        QCOMPARE(f.asked(), QStringLiteral("New name:"));
-        QCOMPARE(f.answers.asked().last().start, QStringLiteral("a"));
-        QCOMPARE(f.log().first(2), QStringList({QStringLiteral("rename: left/sub/a -> left/sub/b"),
-                                                QStringLiteral("rename: right/sub/a -> right/sub/b")}));
+        QCOMPARE(f.askedTitle(), word("Rename"));
+        QCOMPARE(f.asked(), word("New name:"));
+        QCOMPARE(f.answers.asked().last().start, word("a"));
+        QCOMPARE(f.log().first(2), words("rename: left/sub/a -> left/sub/b|rename: right/sub/a -> right/sub/b"));
         QCOMPARE(f.touched, lines("sub/a sub/b"));
         QCOMPARE(f.files.picture(), lines("left/sub/ left/sub/b=1 left/taken=2 right/sub/ right/sub/b=1"));
 
         f.compare();
-        f.answers.answerText(QStringLiteral("a/b"));
+        f.answers.answerText(word("a/b"));
         f.carryOut(Command::Rename, lines("taken"));
-        QCOMPARE(f.askedTitle(), QStringLiteral("Rename failed"));
-        QCOMPARE(f.asked(), QStringLiteral("Cannot rename: taken\n\nThis name is not allowed."));
-        f.answers.answerText(QStringLiteral("sub"));
+        QCOMPARE(f.askedTitle(), word("Rename failed"));
+        QCOMPARE(f.asked(), word("Cannot rename: taken\n\nThis name is not allowed."));
+        f.answers.answerText(word("sub"));
         f.carryOut(Command::Rename, lines("taken"));
-        QCOMPARE(f.askedTitle(), QStringLiteral("Rename failed"));
+        QCOMPARE(f.askedTitle(), word("Rename failed"));
         QVERIFY(f.asked().startsWith(QLatin1String("Cannot rename: left/")));
         QVERIFY(f.has("left/taken=2"));
     }
@@ -174,22 +171,21 @@ private Q_SLOTS:
     {
         ActionsFixture f;
         f.make("left/sub/a=1 right/other=2");
-        f.answers.answerText(QStringLiteral("new"));
+        f.answers.answerText(word("new"));
         f.carryOut(Command::NewFolder);
-        QCOMPARE(f.asked(), QStringLiteral("Folder name:"));
-        QCOMPARE(f.askedTitle(), QStringLiteral("New folder"));
-        QCOMPARE(f.log().first(2),
-                 QStringList({QStringLiteral("new folder: left/new"), QStringLiteral("new folder: right/new")}));
-        f.answers.answerText(QStringLiteral("in"));
+        QCOMPARE(f.asked(), word("Folder name:"));
+        QCOMPARE(f.askedTitle(), word("New folder"));
+        QCOMPARE(f.log().first(2), words("new folder: left/new|new folder: right/new"));
+        f.answers.answerText(word("in"));
         f.carryOut(Command::NewFolder, lines("sub"), FolderSides::Left);
-        f.answers.answerText(QStringLiteral("beside"));
+        f.answers.answerText(word("beside"));
         f.carryOut(Command::NewFolder, lines("sub/a"), FolderSides::Left);
         QCOMPARE(f.files.picture().join(u' '),
                  QStringLiteral("left/new/ left/sub/ left/sub/a=1 left/sub/beside/ left/sub/in/ right/new/ "
                                 "right/other=2"));
-        f.answers.answerText(QStringLiteral("other"));
+        f.answers.answerText(word("other"));
         f.carryOut(Command::NewFolder, FolderSelection{{}, FolderSides::Right});
-        QCOMPARE(f.askedTitle(), QStringLiteral("New folder failed"));
+        QCOMPARE(f.askedTitle(), word("New folder failed"));
         QVERIFY(f.asked().startsWith(QLatin1String("Cannot create: right/other\n\n")));
     }
 
@@ -202,10 +198,10 @@ private Q_SLOTS:
         f.make("left/new=1 left/changed=2 left/same=3 left/dir/x=4 right/changed=old right/same=3 right/gone=5 "
                "right/old/deep/y=6");
         f.carryOut(Command::MirrorToRight);
-        QCOMPARE(f.opened()->windowTitle(), QStringLiteral("Confirm mirror sync"));
+        QCOMPARE(f.opened()->windowTitle(), word("Confirm mirror sync"));
         QVERIFY(
             f.opened()
-                ->findChild<QLabel *>(QStringLiteral("planQuestion"))
+                ->findChild<QLabel *>(word("planQuestion"))
                 ->text()
                 .startsWith(QLatin1String("Mirror makes the destination identical to the source; extra items on the "
                                           "destination will be removed.")));
@@ -225,7 +221,7 @@ private Q_SLOTS:
         QCOMPARE(f.picture("right"), f.picture("left"));
         QSet<QString> touched(f.touched.begin(), f.touched.end());
         QVERIFY(touched.contains(previewed));
-        QCOMPARE(f.log().first(), QStringLiteral("mirror: left -> right"));
+        QCOMPARE(f.log().first(), word("mirror: left -> right"));
 
         f.carryOut(Command::UndoLast);
         f.click("planStart");
@@ -239,7 +235,7 @@ private Q_SLOTS:
             QSKIP("no recycle bin here");
         f.make("left/ right/a=1");
         f.carryOut(Command::MirrorToRight);
-        QCOMPARE(f.askedTitle(), QStringLiteral("Confirm mirror sync"));
+        QCOMPARE(f.askedTitle(), word("Confirm mirror sync"));
         QVERIFY(!f.opened());
         f.answers.answerNumber(1);
         f.carryOut(Command::MirrorToRight);
@@ -249,7 +245,7 @@ private Q_SLOTS:
 
         f.files.make("right/b=1");
         f.compare();
-        f.files.remove(QStringLiteral("left"));
+        f.files.remove(word("left"));
         f.answers.answerNumber(1);
         f.carryOut(Command::MirrorToRight);
         QVERIFY(!f.opened());
@@ -264,7 +260,7 @@ private Q_SLOTS:
         f.make("left/a/x=1 left/b/y=2 right/a/z=3 right/b/w=4 right/c=5");
         f.carryOut(Command::MirrorToRight, lines("a"));
         f.click("planStart");
-        QCOMPARE(f.picture("right"), QStringLiteral("a/ a/x=1 b/ b/w=4 c=5"));
+        QCOMPARE(f.picture("right"), word("a/ a/x=1 b/ b/w=4 c=5"));
     }
 
     void updatesCopyWhatIsNewerAndDeleteNothing()
@@ -273,38 +269,38 @@ private Q_SLOTS:
         f.make("left/both=old right/both=new right/r=1 left/l=2");
         f.carryOut(Command::UpdateRight);
         f.click("planStart");
-        QCOMPARE(f.log().first(), QStringLiteral("update: left -> right"));
+        QCOMPARE(f.log().first(), word("update: left -> right"));
         QCOMPARE(f.files.picture(), lines("left/both=old left/l=2 right/both=new right/l=2 right/r=1"));
         f.compare();
         f.carryOut(Command::UpdateBoth);
         f.click("planStart");
-        QCOMPARE(f.log().first(), QStringLiteral("update both: left <-> right"));
-        QCOMPARE(f.picture("left"), QStringLiteral("both=new l=2 r=1"));
+        QCOMPARE(f.log().first(), word("update both: left <-> right"));
+        QCOMPARE(f.picture("left"), word("both=new l=2 r=1"));
         f.compare();
         f.carryOut(Command::UpdateBoth);
         QVERIFY(!f.opened());
-        QCOMPARE(f.asked(), QStringLiteral("There is nothing to do."));
+        QCOMPARE(f.asked(), word("There is nothing to do."));
     }
 
     void entriesGoToAnyFolder()
     {
         ActionsFixture f;
         f.make("left/a=1 left/sub/b=2 right/a=9 right/r=3 other/a=there");
-        const QString other = f.files.path(QStringLiteral("other"));
+        const QString other = f.files.path(word("other"));
         f.answers.answerPath(other);
         f.answers.answerNumber(2); // skip
         f.carryOut(Command::CopyTo, lines("a sub r"));
-        QCOMPARE(f.answers.asked().first().title, QStringLiteral("Select destination folder"));
-        QCOMPARE(f.picture("other"), QStringLiteral("a=there r=3 sub/ sub/b=2"));
-        QVERIFY(f.log().contains(QStringLiteral("copy: left/sub -> other/sub")));
-        QVERIFY(f.log().contains(QStringLiteral("Done: 3 succeeded, 0 failed")));
+        QCOMPARE(f.answers.asked().first().title, word("Select destination folder"));
+        QCOMPARE(f.picture("other"), word("a=there r=3 sub/ sub/b=2"));
+        QVERIFY(f.log().contains(word("copy: left/sub -> other/sub")));
+        QVERIFY(f.log().contains(word("Done: 3 succeeded, 0 failed")));
 
         f.answers.answerPath(other);
         f.answers.answerNumber(1); // replace
         f.carryOut(Command::MoveTo, lines("a"), FolderSides::Right);
-        QCOMPARE(f.picture("other"), QStringLiteral("a=9 r=3 sub/ sub/b=2"));
-        QCOMPARE(f.log().first(), QStringLiteral("move: right/a -> other/a"));
-        QCOMPARE(f.picture("right"), QStringLiteral("r=3"));
+        QCOMPARE(f.picture("other"), word("a=9 r=3 sub/ sub/b=2"));
+        QCOMPARE(f.log().first(), word("move: right/a -> other/a"));
+        QCOMPARE(f.picture("right"), word("r=3"));
         QCOMPARE(f.touched, lines("a"));
 
         // Nothing is put in the place of itself.
@@ -312,7 +308,7 @@ private Q_SLOTS:
         f.answers.answerPath(f.files.left());
         f.answers.answerNumber(1);
         f.carryOut(Command::MoveTo, lines("a"), FolderSides::Left);
-        QCOMPARE(f.picture("left"), QStringLiteral("a=1 sub/ sub/b=2"));
+        QCOMPARE(f.picture("left"), word("a=1 sub/ sub/b=2"));
     }
 
     void entriesAreMovedToTheOtherSide()
@@ -322,11 +318,9 @@ private Q_SLOTS:
                "left/x.o=4");
         const QStringList before = f.files.picture();
         f.carryOut(Command::MoveToRight, lines("a sub"));
-        QCOMPARE(f.log(),
-                 QStringList({QStringLiteral("move: left/a -> right/a"), QStringLiteral("move: left/sub -> right/sub"),
-                              QStringLiteral("Done: 7 succeeded, 0 failed")}));
-        QCOMPARE(f.picture("left"), QStringLiteral("x.o=4"));
-        QCOMPARE(f.picture("right"), QStringLiteral("a=1 sub/ sub/b=2 sub/deep/ sub/deep/c=3 sub/keep=k sub/same=s"));
+        QCOMPARE(f.log(), words("move: left/a -> right/a|move: left/sub -> right/sub|Done: 7 succeeded, 0 failed"));
+        QCOMPARE(f.picture("left"), word("x.o=4"));
+        QCOMPARE(f.picture("right"), word("a=1 sub/ sub/b=2 sub/deep/ sub/deep/c=3 sub/keep=k sub/same=s"));
         QCOMPARE(f.touched, lines("a sub sub/b sub/deep sub/deep/c sub/same"));
         QVERIFY(f.answers.asked().isEmpty());
         f.carryOut(Command::UndoLast);
@@ -337,22 +331,7 @@ private Q_SLOTS:
         f.context.isHidden = [](const FolderDiffItem &item) { return item.name == QLatin1String("sub/b"); };
         f.compare();
         f.carryOut(Command::MoveToRight, lines("sub"));
-        QCOMPARE(f.picture("left"), QStringLiteral("a=1 sub/ sub/b=2 x.o=4"));
-    }
-
-    void movingOverANewerFileIsAsked()
-    {
-        ActionsFixture f;
-        f.make("left/a=old right/a=newer");
-        f.files.setTime(QStringLiteral("right/a"), 1000000);
-        f.compare();
-        f.carryOut(Command::MoveToRight, lines("a"));
-        QCOMPARE(f.askedTitle(), QStringLiteral("Move"));
-        QCOMPARE(f.asked(), QStringLiteral("A newer file will be replaced by an older one.\n\nRight side: right/a"));
-        QVERIFY(f.has("right/a=newer"));
-        f.carryOut(Command::MoveToLeft, lines("a"));
-        QCOMPARE(f.log().first(), QStringLiteral("move: right/a -> left/a"));
-        QCOMPARE(f.files.picture(), lines("left/a=newer"));
+        QCOMPARE(f.picture("left"), word("a=1 sub/ sub/b=2 x.o=4"));
     }
 
     void levelsThatNobodyHasOpenedAreListedFirst()
@@ -366,9 +345,9 @@ private Q_SLOTS:
         f.context.isHidden = [](const FolderDiffItem &item) { return item.name == QLatin1String("sub/b"); };
         f.actions.setContext(f.context);
         f.carryOut(Command::CopyToRight, lines("sub"));
-        QCOMPARE(f.picture("right/sub"), QStringLiteral("b=2 deep/ deep/a=1"));
-        QCOMPARE(f.log().first(), QStringLiteral("copy: left/sub -> right/sub"));
-        QVERIFY(f.touched.contains(QStringLiteral("sub/deep/a")));
+        QCOMPARE(f.picture("right/sub"), word("b=2 deep/ deep/a=1"));
+        QCOMPARE(f.log().first(), word("copy: left/sub -> right/sub"));
+        QVERIFY(f.touched.contains(word("sub/deep/a")));
         f.carryOut(Command::Delete, lines("sub"), FolderSides::Right); // holds what is hidden
         if (f.opened())
             f.click("planStart");
@@ -417,16 +396,16 @@ private Q_SLOTS:
         ActionsFixture f([&](int, QLatin1String name) {
             // What cannot be moved away is copied.
             if (fails && command == int(Command::DeleteForGood) && name == QLatin1String("move"))
-                return FileError{FileErrorKind::OtherVolume, QStringLiteral("scripted")};
+                return FileError{FileErrorKind::OtherVolume, word("scripted")};
             return fails && name == call && ++calls == journalCalls + 1
-                       ? FileError{FileErrorKind::Denied, QStringLiteral("scripted")}
+                       ? FileError{FileErrorKind::Denied, word("scripted")}
                        : FileError();
         });
         f.make("left/a=1 other/");
         if (command == int(Command::MoveTo))
-            f.answers.answerPath(f.files.path(QStringLiteral("other")));
+            f.answers.answerPath(f.files.path(word("other")));
         else if (command == int(Command::Rename) || command == int(Command::NewFolder))
-            f.answers.answerText(QStringLiteral("name"));
+            f.answers.answerText(word("name"));
         else
             f.answers.answerNumber(1);
         fails = true;
@@ -437,7 +416,7 @@ private Q_SLOTS:
         QCOMPARE(f.askedTitle(), title);
         QCOMPARE(f.asked().section(u'\n', 0, 0), text);
         QVERIFY2(f.asked().contains(QLatin1String("scripted")), qPrintable(f.asked()));
-        QCOMPARE(f.log().last(), QStringLiteral("Done: 0 succeeded, 1 failed"));
+        QCOMPARE(f.log().last(), word("Done: 0 succeeded, 1 failed"));
         QVERIFY(f.has("left/a=1"));
     }
 
@@ -448,19 +427,18 @@ private Q_SLOTS:
         ActionsFixture f([&](int, QLatin1String name) {
             return fails && name == QLatin1String("createFile") && ++calls > 1 &&
                            calls < 5 // the others are the journal's
-                       ? FileError{FileErrorKind::NoSpace, QStringLiteral("scripted")}
+                       ? FileError{FileErrorKind::NoSpace, word("scripted")}
                        : FileError();
         });
         f.make("left/a=1 left/b=2 left/c=3");
         fails = true;
         f.carryOut(Command::CopyToRight, lines("a b c"));
         QVERIFY(f.opened());
-        QCOMPARE(f.opened()->windowTitle(), QStringLiteral("Copy failed"));
-        QCOMPARE(f.opened()->findChild<QLabel *>(QStringLiteral("resultsHeading"))->text(),
-                 QStringLiteral("Done: 0 succeeded, 3 failed"));
+        QCOMPARE(f.opened()->windowTitle(), word("Copy failed"));
+        QCOMPARE(f.opened()->findChild<QLabel *>(word("resultsHeading"))->text(), word("Done: 0 succeeded, 3 failed"));
         QCOMPARE(f.rows(), lines("right/a right/b right/c"));
         QVERIFY(f.rows(1).first().startsWith(QLatin1String("The disk is full")));
-        QVERIFY(f.log().first().startsWith(QStringLiteral("Cannot copy to: right/a — ")));
+        QVERIFY(f.log().first().startsWith(word("Cannot copy to: right/a — ")));
     }
 
     /// Files that change between the question and the answer are left alone.
@@ -472,23 +450,15 @@ private Q_SLOTS:
         f.files.make("right/a=edited-meanwhile");
         f.click("planStart");
         QVERIFY(f.has("right/a=edited-meanwhile"));
-        QVERIFY(f.touched.contains(QStringLiteral("a")));
-
-        f.compare();
-        f.files.remove(QStringLiteral("left/a"));
-        f.carryOut(Command::CopyToRight, lines("a"));
-        QCOMPARE(f.askedTitle(), QStringLiteral("Copy failed"));
-        QVERIFY(f.asked().startsWith(QLatin1String("Cannot copy: left/a\n\n")));
-        QVERIFY(f.has("right/a=edited-meanwhile"));
+        QVERIFY(f.touched.contains(word("a")));
     }
 
     void withoutARecycleBinDeletingForGoodIsOffered()
     {
         bool fails = false;
         ActionsFixture f([&](int, QLatin1String name) {
-            return fails && name == QLatin1String("recycle")
-                       ? FileError{FileErrorKind::Unsupported, QStringLiteral("scripted")}
-                       : FileError();
+            return fails && name == QLatin1String("recycle") ? FileError{FileErrorKind::Unsupported, word("scripted")}
+                                                             : FileError();
         });
         f.make("left/keep=1 right/keep=1 right/a=1 right/sub/b=2");
         fails = true;
@@ -497,9 +467,9 @@ private Q_SLOTS:
         f.click("planStart");
         QVERIFY(f.asked().contains(QLatin1String("Delete them for good?")));
         QVERIFY(f.opened()); // the new plan is shown as well
-        QVERIFY(f.rows(2).contains(QStringLiteral("for good from right")));
+        QVERIFY(f.rows(2).contains(word("for good from right")));
         f.click("planStart");
-        QCOMPARE(f.picture("right"), QStringLiteral("keep=1"));
+        QCOMPARE(f.picture("right"), word("keep=1"));
     }
 
     void aRunIsCancelledAndSaysSo()
@@ -515,7 +485,7 @@ private Q_SLOTS:
         f.carryOut(Command::CopyToRight, lines("a b c"));
         running = nullptr;
         QVERIFY2(f.status.startsWith(QLatin1String("Cancelled. Done: ")), qPrintable(f.status));
-        for (const QString &entry : f.files.picture(QStringLiteral("right"))) // nothing half
+        for (const QString &entry : f.files.picture(word("right"))) // nothing half
             QVERIFY2(lines("a=1 b=2").contains(entry), qPrintable(entry));
     }
 
@@ -525,7 +495,7 @@ private Q_SLOTS:
         f.context.options.rightReadOnly = true;
         f.make("left/a=1 right/a=2 right/r=3");
         const FolderSelection pair = f.select(lines("a"));
-        const QString reason = QStringLiteral("The right side is read-only");
+        const QString reason = word("The right side is read-only");
         for (const Command command : {Command::CopyToRight, Command::MirrorToRight, Command::UpdateRight,
                                       Command::UpdateBoth, Command::Delete, Command::DeleteForGood, Command::Rename,
                                       Command::MoveTo, Command::MoveToRight, Command::MoveToLeft, Command::NewFolder})
@@ -563,16 +533,15 @@ private Q_SLOTS:
         const FolderSelection nothing;
         const FolderSelection left = f.select(lines("a"));
         const FolderSelection both = f.select(lines("a b"));
-        QCOMPARE(f.actions.whyNot(Command::Delete, nothing), QStringLiteral("Nothing is selected"));
-        QCOMPARE(f.actions.whyNot(Command::CopyToLeft, left),
-                 QStringLiteral("Nothing of the selection is on the right side"));
+        QCOMPARE(f.actions.whyNot(Command::Delete, nothing), word("Nothing is selected"));
+        QCOMPARE(f.actions.whyNot(Command::CopyToLeft, left), word("Nothing of the selection is on the right side"));
         QCOMPARE(f.actions.whyNot(Command::Delete, f.select(lines("a"), FolderSides::Right)),
-                 QStringLiteral("The selection is not on this side"));
-        QCOMPARE(f.actions.whyNot(Command::Rename, both), QStringLiteral("Select one entry only"));
+                 word("The selection is not on this side"));
+        QCOMPARE(f.actions.whyNot(Command::Rename, both), word("Select one entry only"));
         QCOMPARE(f.actions.whyNot(Command::MirrorToLeft, nothing), QString());
         f.context.rightRoot.clear();
         f.actions.setContext(f.context);
-        QCOMPARE(f.actions.whyNot(Command::MirrorToLeft, nothing), QStringLiteral("Choose both folders first"));
+        QCOMPARE(f.actions.whyNot(Command::MirrorToLeft, nothing), word("Choose both folders first"));
         QCOMPARE(f.actions.whyNot(Command::Delete, left), QString());
     }
 
@@ -583,7 +552,7 @@ private Q_SLOTS:
             [&fails](int, QLatin1String) { return fails ? throw std::runtime_error("broken") : FileError(); });
         f.make("left/a=1");
         f.carryOut(Command::UndoLast);
-        QCOMPARE(f.status, QStringLiteral("There is nothing to undo"));
+        QCOMPARE(f.status, word("There is nothing to undo"));
         QVERIFY(!f.opened());
         f.carryOut(Command::CopyToRight, lines("a"));
         QCOMPARE(f.actions.whyNot(Command::UndoLast, {}), QString());
@@ -594,9 +563,9 @@ private Q_SLOTS:
         f.carryOut(Command::UndoLast);
         QVERIFY2(f.opened(), qPrintable(f.status));
         // What the title says of a group is what stands below all of them.
-        QCOMPARE(f.opened()->findChild<QLabel *>(QStringLiteral("planTotals"))->text(), f.rows()[0]);
+        QCOMPARE(f.opened()->findChild<QLabel *>(word("planTotals"))->text(), f.rows()[0]);
         f.click("planStart");
-        QCOMPARE(f.actions.whyNot(Command::UndoLast, {}), QStringLiteral("There is nothing to undo"));
+        QCOMPARE(f.actions.whyNot(Command::UndoLast, {}), word("There is nothing to undo"));
     }
 
     void deletingForGoodMayKeepNothing()
@@ -609,13 +578,13 @@ private Q_SLOTS:
         f.answers.answerNumber(2);
         f.carryOut(Command::DeleteForGood, lines("a"), FolderSides::Left);
         QVERIFY2(f.asked().contains(QLatin1String("kept for up to 30 days")), qPrintable(f.asked()));
-        QVERIFY(f.log().contains(QStringLiteral("not kept for undoing: 1")));
+        QVERIFY(f.log().contains(word("not kept for undoing: 1")));
 
         f.carryOut(Command::DeleteForGood, lines("b c"), FolderSides::Left);
-        f.opened()->findChild<QAbstractButton *>(QStringLiteral("planOffer"))->setChecked(true);
+        f.opened()->findChild<QAbstractButton *>(word("planOffer"))->setChecked(true);
         f.click("planStart");
-        QVERIFY(f.log().contains(QStringLiteral("not kept for undoing: 2")));
-        QVERIFY(f.files.picture("journal").filter(QStringLiteral("kept/1")).isEmpty());
+        QVERIFY(f.log().contains(word("not kept for undoing: 2")));
+        QVERIFY(f.files.picture("journal").filter(word("kept/1")).isEmpty());
 
         // A full disk does not stop who asks again.
         isFull = true;
@@ -638,8 +607,8 @@ private Q_SLOTS:
         QVERIFY(QFile::setPermissions(f.files.path("right/a"), QFile::ReadOwner | QFile::ReadGroup));
         f.answers.answerNumber(2);
         f.carryOut(Command::CopyToRight, lines("a"));
-        QCOMPARE(f.asked(), QStringLiteral("A read-only file will be replaced.\n\nRight side: right/a"));
-        QVERIFY(f.rows(2).contains(QStringLiteral("to right, over a read-only file")));
+        QCOMPARE(f.asked(), word("A read-only file will be replaced.\n\nRight side: right/a"));
+        QVERIFY(f.rows(2).contains(word("to right, over a read-only file")));
         f.click("planCancel");
         QVERIFY(f.has("right/a=old"));
     }
@@ -647,12 +616,12 @@ private Q_SLOTS:
     void alignedEntriesGoByTheirComparedNames()
     {
         ActionsFixture f;
-        f.context.options.alignOverrides = {{QStringLiteral("*.c"), QStringLiteral("*.cpp")}};
+        f.context.options.alignOverrides = {{word("*.c"), word("*.cpp")}};
         f.make("right/a.cpp=2 left/a.c=1");
         f.carryOut(Command::CopyToRight, lines("a.c"));
-        QCOMPARE(f.log().first(), QStringLiteral("copy: left/a.c -> right/a.cpp"));
+        QCOMPARE(f.log().first(), word("copy: left/a.c -> right/a.cpp"));
         QCOMPARE(f.touched, lines("a.c"));
-        QCOMPARE(f.picture("right"), QStringLiteral("a.cpp=1"));
+        QCOMPARE(f.picture("right"), word("a.cpp=1"));
     }
 };
 
