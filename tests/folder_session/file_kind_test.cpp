@@ -1,69 +1,58 @@
 #include "folder/compare/file_kind.h"
+#include "support/files.h"
 #include "support/test_main.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 using namespace velmora;
+using namespace velmora::test;
 
 class FileKindTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void knowsFilesByTheirContent_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("kind");
-        const auto row = [](const char *name, const QByteArray &bytes, const char *kind) {
-            QTest::newRow(name) << QString::fromLatin1(name) << bytes << QString::fromLatin1(kind);
-        };
-        row("a.txt", "words\n", "text");
-        row("a.bin", "words\n", "text");
-        row("utf8",
-            "Gr\xC3\xBC\xC3\x9F"
-            "e\n",
-            "text");
-        row("utf16", QByteArray("\xFF\xFEh\0i\0", 6), "text");
-        row("numbers.CSV", "1,2\n", "table");
-        row("numbers.tsv", QByteArray("\0\1\2\3", 4), "binary");
-        row("a.exe", QByteArray("MZ\0\0\0\0words", 11), "binary");
-        row("picture", QByteArray("\x89PNG\r\n\x1a\n\0\0\0\r", 12), "image");
-        row("photo.txt", "\xFF\xD8\xFF\xE0 and so on", "image");
-        row("BMW.txt", "BMW is a text\n", "text");
-        row("map", QByteArray("BM\x36\0\0\0\0\0\0\0\x36\0\0\0\x28\0", 16), "image");
-        row("empty.csv", "", "table");
-    }
-
     void knowsFilesByTheirContent()
     {
-        QFETCH(QString, name);
-        QFETCH(QByteArray, bytes);
-        QFETCH(QString, kind);
-        QCOMPARE(kindOfContent(name, bytes), kind);
+        struct Case {
+            const char *name;
+            QByteArray bytes;
+            const char *kind;
+        };
+        for (const auto &[name, bytes, kind] :
+             {Case{"a.txt", "words\n", "text"},
+              {"a.bin", "words\n", "text"},
+              {"utf8", "Gr\xC3\xBC\xC3\x9F\n", "text"},
+              {"utf16", QByteArray("\xFF\xFEh\0i\0", 6), "text"},
+              {"numbers.CSV", "1,2\n", "table"},
+              {"numbers.tsv", QByteArray("\0\1\2\3", 4), "binary"},
+              {"a.exe", QByteArray("MZ\0\0\0\0words", 11), "binary"},
+              {"picture", QByteArray("\x89PNG\r\n\x1a\n\0\0\0\r", 12), "image"},
+              {"photo.txt", "\xFF\xD8\xFF\xE0 and so on", "image"},
+              {"BMW.txt", "BMW is a text\n", "text"},
+              {"map", QByteArray("BM\x36\0\0\0\0\0\0\0\x36\0\0\0\x28\0", 16), "image"},
+              {"empty.csv", "", "table"}})
+            QVERIFY2(kindOfContent(word(name), bytes) == word(kind), name);
     }
 
     void aPairIsWhatBothAre()
     {
         QTemporaryDir folder;
         const auto file = [&](const char *name, const QByteArray &bytes) {
-            QFile file(folder.filePath(QString::fromLatin1(name)));
-            if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-                qFatal("cannot write a file");
-            return file.fileName();
+            const QString path = folder.filePath(word(name));
+            return makeFile(path, bytes) ? path : QString();
         };
         const QString text = file("text", "a\n");
         const QString table = file("t.csv", "a,b\n");
         const QString binary = file("b", QByteArray("\0\1", 2));
         const QString picture = file("p", "GIF89a...");
-        QCOMPARE(kindOfPair(text, text), QStringLiteral("text"));
-        QCOMPARE(kindOfPair(table, table), QStringLiteral("table"));
-        QCOMPARE(kindOfPair(text, table), QStringLiteral("text"));
-        QCOMPARE(kindOfPair(text, binary), QStringLiteral("binary"));
-        QCOMPARE(kindOfPair(picture, picture), QStringLiteral("image"));
-        QCOMPARE(kindOfPair(picture, text), QStringLiteral("binary"));
-        QCOMPARE(kindOfPair(picture, {}), QStringLiteral("image"));
-        QCOMPARE(kindOfPair({}, folder.filePath(QStringLiteral("gone"))), QStringLiteral("text"));
+        QCOMPARE(kindOfPair(text, text), word("text"));
+        QCOMPARE(kindOfPair(table, table), word("table"));
+        QCOMPARE(kindOfPair(text, table), word("text"));
+        QCOMPARE(kindOfPair(text, binary), word("binary"));
+        QCOMPARE(kindOfPair(picture, picture), word("image"));
+        QCOMPARE(kindOfPair(picture, text), word("binary"));
+        QCOMPARE(kindOfPair(picture, {}), word("image"));
+        QCOMPARE(kindOfPair({}, folder.filePath(word("gone"))), word("text"));
     }
 };
 

@@ -26,19 +26,19 @@ private Q_SLOTS:
     void copyingComparesOnlyWhatWasTouched()
     {
         Filled f;
-        f.goTo(QStringLiteral("file10"));
+        f.goTo(word("file10"));
         QTRY_VERIFY(f.action("copyToRightAction")->isEnabled());
         const quint64 generation = f.session.comparison().generation();
         f.session.onCopyToRight();
-        QTRY_VERIFY_WITH_TIMEOUT(f.rows().contains(QStringLiteral("file10 ≈ file10")), 20000);
-        QVERIFY(QFile::exists(f.disk.path(QStringLiteral("right/file10"))));
-        QVERIFY(f.session.logText().contains(QStringLiteral(" copy: ")));
+        QTRY_VERIFY_WITH_TIMEOUT(f.rows().contains(word("file10 ≈ file10")), 20000);
+        QVERIFY(QFile::exists(f.disk.path(word("right/file10"))));
+        QVERIFY(f.session.logText().contains(word(" copy: ")));
         QCOMPARE(f.session.comparison().generation(), generation);
-        QCOMPARE(f.current(), QStringLiteral("file10"));
+        QCOMPARE(f.current(), word("file10"));
         // A command that ends without a word leaves the sums of now, not those of before the copy.
         f.session.onDeleteSelected();
         QTRY_COMPARE(f.session.status(),
-                     QStringLiteral("Files compared: 5, differences: 2; 1 of the same size and time not read"));
+                     word("Files compared: 5, differences: 2; 1 of the same size and time not read"));
     }
 
     void namesAreExcludedAndIgnoredFromTheMenu()
@@ -55,58 +55,56 @@ private Q_SLOTS:
             menu->close();
             QCoreApplication::sendPostedEvents(menu, QEvent::DeferredDelete);
         };
-        f.goTo(QStringLiteral("src/main.cpp"));
+        f.goTo(word("src/main.cpp"));
         choose("ignoreByNameAction");
-        QTRY_COMPARE(f.rows().at(1), QStringLiteral("src = src"));
-        QVERIFY(f.rows().contains(QStringLiteral("main.cpp ≠ main.cpp")));
-        f.goTo(QStringLiteral("file10"));
+        QTRY_COMPARE(f.rows().at(1), word("src = src"));
+        QVERIFY(f.rows().contains(word("main.cpp ≠ main.cpp")));
+        f.goTo(word("file10"));
         choose("excludeByNameAction");
-        QTRY_VERIFY(!f.rows().contains(QStringLiteral("file10 ← ")));
-        QCOMPARE(f.session.options().value(QStringLiteral("excludedNames")).toArray().first().toString(),
-                 QStringLiteral("file10"));
+        QTRY_VERIFY(!f.rows().contains(word("file10 ← ")));
+        QCOMPARE(f.session.options().value(word("excludedNames")).toArray().first().toString(), word("file10"));
     }
 
     void contentsOfTheSelectionAreCompared()
     {
         FolderSessionFixture f;
         // By rules these are the same: only what they hold differs.
-        f.disk.file(QStringLiteral("left/sub/a"), "1", 7);
-        f.disk.file(QStringLiteral("right/sub/a"), "2", 7);
-        f.disk.file(QStringLiteral("left/b"), "1", 7);
-        f.disk.file(QStringLiteral("right/b"), "2", 7);
+        f.disk.file(word("left/sub/a"), "1", 7);
+        f.disk.file(word("right/sub/a"), "2", 7);
+        f.disk.file(word("left/b"), "1", 7);
+        f.disk.file(word("right/b"), "2", 7);
         f.compare();
-        QCOMPARE(f.rows(), QStringList({QStringLiteral("sub ≈ sub"), QStringLiteral("b ≈ b")}));
-        QCOMPARE(f.session.status(),
-                 QStringLiteral("Files compared: 2, no differences; 2 of the same size and time not read"));
-        f.goTo(QStringLiteral("sub"));
+        QCOMPARE(f.rows(), words("sub ≈ sub|b ≈ b"));
+        QCOMPARE(f.session.status(), word("Files compared: 2, no differences; 2 of the same size and time not read"));
+        f.goTo(word("sub"));
         f.action("compareContentsAction")->trigger();
         auto *dialog = f.session.findChild<CompareContentsDialog *>();
         QVERIFY(dialog);
         dialog->accept();
-        QTRY_COMPARE(f.rows(), QStringList({QStringLiteral("sub ≠ sub"), QStringLiteral("b ≈ b")}));
-        QVERIFY(f.session.logText().contains(QStringLiteral(" content compare (binary): ")));
+        QTRY_COMPARE(f.rows(), words("sub ≠ sub|b ≈ b"));
+        QVERIFY(f.session.logText().contains(word(" content compare (binary): ")));
         // One click reads the rest, and what was read stays known.
-        f.session.findChild<QToolButton *>(QStringLiteral("readUnreadButton"))->click();
-        QTRY_COMPARE(f.rows(), QStringList({QStringLiteral("sub ≠ sub"), QStringLiteral("b ≠ b")}));
-        QVERIFY(f.session.findChild<QToolButton *>(QStringLiteral("readUnreadButton"))->isHidden());
+        f.session.findChild<QToolButton *>(word("readUnreadButton"))->click();
+        QTRY_COMPARE(f.rows(), words("sub ≠ sub|b ≠ b"));
+        QVERIFY(f.session.findChild<QToolButton *>(word("readUnreadButton"))->isHidden());
     }
 
     void entriesAreAlignedByHand()
     {
         FolderSessionFixture f;
-        f.disk.file(QStringLiteral("left/sub/old name"), "text");
-        f.disk.file(QStringLiteral("right/sub/new name"), "text", 3);
+        f.disk.file(word("left/sub/old name"), "text");
+        f.disk.file(word("right/sub/new name"), "text", 3);
         f.compare();
         f.session.onExpandAll();
-        f.session.view().selectNames({QStringLiteral("sub/old name"), QStringLiteral("sub/new name")});
+        f.session.view().selectNames({word("sub/old name"), word("sub/new name")});
         f.session.onManualAlign();
-        QTRY_COMPARE(f.rows(), QStringList({QStringLiteral("sub = sub"), QStringLiteral("old name = new name")}));
-        QCOMPARE(f.session.status(), QStringLiteral("Files compared: 1, no differences"));
-        QVERIFY(f.session.logText().contains(QStringLiteral(" manual align: old name <-> new name")));
-        QCOMPARE(f.session.options().value(QStringLiteral("alignOverrides")).toArray().size(), 1);
+        QTRY_COMPARE(f.rows(), words("sub = sub|old name = new name"));
+        QCOMPARE(f.session.status(), word("Files compared: 1, no differences"));
+        QVERIFY(f.session.logText().contains(word(" manual align: old name <-> new name")));
+        QCOMPARE(f.session.options().value(word("alignOverrides")).toArray().size(), 1);
         f.session.onRefresh();
         f.wait();
-        QCOMPARE(f.rows(), QStringList({QStringLiteral("sub = sub"), QStringLiteral("old name = new name")}));
+        QCOMPARE(f.rows(), words("sub = sub|old name = new name"));
     }
 
     void pairsThatWereOpenedAreComparedAnewOnTheWayBack()
@@ -114,31 +112,31 @@ private Q_SLOTS:
         Filled f;
         f.session.show();
         f.session.onExpandAll();
-        f.goTo(QStringLiteral("src/main.cpp"));
+        f.goTo(word("src/main.cpp"));
         f.key(Qt::Key_Return);
         QTRY_COMPARE(f.host.opened.size(), 1);
         f.session.hide();
-        f.disk.file(QStringLiteral("right/src/main.cpp"), "one", 5);
+        f.disk.file(word("right/src/main.cpp"), "one", 5);
         f.session.show();
-        QTRY_VERIFY(f.rows().contains(QStringLiteral("main.cpp = main.cpp")));
-        QCOMPARE(f.session.status(), QStringLiteral("Files compared: 5, differences: 2"));
+        QTRY_VERIFY(f.rows().contains(word("main.cpp = main.cpp")));
+        QCOMPARE(f.session.status(), word("Files compared: 5, differences: 2"));
         // The tab is still open, and work in it goes on.
         f.session.hide();
-        f.disk.file(QStringLiteral("right/src/main.cpp"), "three", 3);
+        f.disk.file(word("right/src/main.cpp"), "three", 3);
         f.session.show();
-        QTRY_VERIFY(f.rows().contains(QStringLiteral("main.cpp ≠ main.cpp")));
+        QTRY_VERIFY(f.rows().contains(word("main.cpp ≠ main.cpp")));
         f.session.hide();
         f.session.show();
         f.session.onCancelCompare();
-        QTRY_COMPARE(f.session.status(), QStringLiteral("Compare cancelled"));
+        QTRY_COMPARE(f.session.status(), word("Compare cancelled"));
         // It is so wherever one has gone meanwhile.
-        f.goTo(QStringLiteral("src"));
+        f.goTo(word("src"));
         f.key(Qt::Key_Return);
         f.wait();
         f.session.hide();
-        f.disk.file(QStringLiteral("right/src/main.cpp"), "one", 5);
+        f.disk.file(word("right/src/main.cpp"), "one", 5);
         f.session.show();
-        QTRY_VERIFY(f.rows().contains(QStringLiteral("main.cpp = main.cpp")));
+        QTRY_VERIFY(f.rows().contains(word("main.cpp = main.cpp")));
     }
 
     /// What reading both files has found is not forgotten for an entry that was only looked at.
@@ -152,40 +150,39 @@ private Q_SLOTS:
         f.session.show();
         f.compare();
         f.session.onExpandAll();
-        QCOMPARE(f.rows(),
-                 QStringList({QStringLiteral("sub ≈ sub"), QStringLiteral("b ≈ b"), QStringLiteral("a ≈ a")}));
+        QCOMPARE(f.rows(), words("sub ≈ sub|b ≈ b|a ≈ a"));
         f.session.view().leftPane().clearSelection();
         f.action("compareContentsAction")->trigger();
         f.session.findChild<CompareContentsDialog *>()->accept();
-        const QStringList decided{QStringLiteral("sub ≠ sub"), QStringLiteral("b ≠ b"), QStringLiteral("a ≠ a")};
+        const QStringList decided{word("sub ≠ sub"), word("b ≠ b"), word("a ≠ a")};
         QTRY_COMPARE(f.rows(), decided);
-        f.goTo(QStringLiteral("a"));
+        f.goTo(word("a"));
         f.key(Qt::Key_Return);
         QTRY_COMPARE(f.host.opened.size(), 1);
-        f.goTo(QStringLiteral("sub"));
+        f.goTo(word("sub"));
         f.session.onTreeContextMenu(QPoint(10, 10));
         f.action("openInNewTabAction")->trigger();
         f.session.hide();
         f.session.show();
         f.wait();
         QCOMPARE(f.rows(), decided);
-        f.disk.file(QStringLiteral("right/sub/b"), "1", 7);
-        f.disk.file(QStringLiteral("left/sub/b"), "1", 8);
+        f.disk.file(word("right/sub/b"), "1", 7);
+        f.disk.file(word("left/sub/b"), "1", 8);
         f.session.hide();
         f.session.show();
-        QTRY_COMPARE(f.rows().first(), QStringLiteral("sub = sub"));
-        QCOMPARE(f.rows().last(), QStringLiteral("a ≠ a"));
+        QTRY_COMPARE(f.rows().first(), word("sub = sub"));
+        QCOMPARE(f.rows().last(), word("a ≠ a"));
     }
 
     void aFileThatIsGoneIsNotOpened()
     {
         Filled f;
-        QVERIFY(QFile::remove(f.disk.path(QStringLiteral("right/src/main.cpp"))));
+        QVERIFY(QFile::remove(f.disk.path(word("right/src/main.cpp"))));
         f.session.onExpandAll();
-        f.goTo(QStringLiteral("src/main.cpp"));
+        f.goTo(word("src/main.cpp"));
         f.key(Qt::Key_Return);
-        QTRY_VERIFY(f.rows().contains(QStringLiteral("main.cpp ← ")));
-        QVERIFY(f.session.status().startsWith(QStringLiteral("No longer there: ")));
+        QTRY_VERIFY(f.rows().contains(word("main.cpp ← ")));
+        QVERIFY(f.session.status().startsWith(word("No longer there: ")));
         QVERIFY(f.host.opened.isEmpty());
     }
 
@@ -193,15 +190,15 @@ private Q_SLOTS:
     {
         Filled f;
         QJsonObject options = f.session.options();
-        options.insert(QStringLiteral("rightReadOnly"), true);
+        options.insert(word("rightReadOnly"), true);
         f.session.setOptions(options);
         f.session.onRefresh();
         f.wait();
-        f.goTo(QStringLiteral("file10"));
+        f.goTo(word("file10"));
         QTRY_VERIFY(!f.action("copyToRightAction")->isEnabled());
-        QVERIFY(f.action("copyToRightAction")->toolTip().contains(QStringLiteral("read-only")));
+        QVERIFY(f.action("copyToRightAction")->toolTip().contains(word("read-only")));
         f.session.onCopyToRight();
-        QVERIFY(!QFile::exists(f.disk.path(QStringLiteral("right/file10"))));
+        QVERIFY(!QFile::exists(f.disk.path(word("right/file10"))));
     }
 
     /// Commands that must be told a side mean that of the pane with the keyboard.
@@ -211,35 +208,33 @@ private Q_SLOTS:
         f.session.show();
         FolderView &view = f.session.view();
         for (const bool left : {true, false}) {
-            f.goTo(QStringLiteral("src/same.h"));
+            f.goTo(word("src/same.h"));
             QFocusEvent focus(QEvent::FocusIn);
             QCoreApplication::sendEvent(left ? &view.leftPane() : &view.rightPane(), &focus);
-            const QString name = left ? QStringLiteral("left.h") : QStringLiteral("right.h");
+            const QString name = left ? word("left.h") : word("right.h");
             f.dialogs.answerText(name);
             QTRY_VERIFY(f.action("renameAction")->isEnabled());
             f.action("renameAction")->trigger();
-            const QString row = left ? QStringLiteral("left.h ← ") : QStringLiteral(" → right.h");
+            const QString row = left ? word("left.h ← ") : word(" → right.h");
             QTRY_VERIFY_WITH_TIMEOUT(f.rows().contains(row), 20000);
-            QVERIFY(QFile::exists((left ? f.disk.left() : f.disk.right()) + QStringLiteral("/src/") + name));
+            QVERIFY(QFile::exists((left ? f.disk.left() : f.disk.right()) + word("/src/") + name));
             QTRY_VERIFY(!f.session.hasUnsavedChanges());
         }
-        QVERIFY(!f.rows().join(u' ').contains(QStringLiteral("same.h")));
+        QVERIFY(!f.rows().join(u' ').contains(word("same.h")));
     }
 
     void pathsOfTheSelectionAreCopied()
     {
         Filled f;
-        f.session.view().selectNames({QStringLiteral("docs"), QStringLiteral("file10")});
+        f.session.view().selectNames({word("docs"), word("file10")});
         const auto copied = [](TreeLineTreeWidget &pane) {
             QTest::keyClick(&pane, Qt::Key_C, Qt::ControlModifier);
             return QGuiApplication::clipboard()->text().split(u'\n');
         };
         FolderView &view = f.session.view();
-        QCOMPARE(copied(view.leftPane()),
-                 QStringList({QDir::toNativeSeparators(f.disk.path(QStringLiteral("left/docs"))),
-                              QDir::toNativeSeparators(f.disk.path(QStringLiteral("left/file10")))}));
-        QCOMPARE(copied(view.rightPane()),
-                 QStringList(QDir::toNativeSeparators(f.disk.path(QStringLiteral("right/docs")))));
+        QCOMPARE(copied(view.leftPane()), QStringList({QDir::toNativeSeparators(f.disk.path(word("left/docs"))),
+                                                       QDir::toNativeSeparators(f.disk.path(word("left/file10")))}));
+        QCOMPARE(copied(view.rightPane()), QStringList(QDir::toNativeSeparators(f.disk.path(word("right/docs")))));
     }
 
     void aCommandThatWorksKeepsTheTab()
@@ -247,11 +242,11 @@ private Q_SLOTS:
         Filled f;
         int closed = 0;
         const auto close = [&] { f.session.confirmClose([&](bool mayClose) { closed += mayClose ? 1 : 0; }); };
-        f.goTo(QStringLiteral("src"));
+        f.goTo(word("src"));
         f.session.onCopyToRight();
         QVERIFY(f.session.hasUnsavedChanges());
         close();
-        QCOMPARE(f.dialogs.asked().last().title, QStringLiteral("Close"));
+        QCOMPARE(f.dialogs.asked().last().title, word("Close"));
         QCOMPARE(closed, 0);
         f.dialogs.answerNumber(1);
         close();
@@ -260,7 +255,7 @@ private Q_SLOTS:
         close();
         QCOMPARE(closed, 2);
         // The question that followed was not answered, and the status line says again how things are.
-        QTRY_COMPARE(f.session.status(), QStringLiteral("Files compared: 5, differences: 3"));
+        QTRY_COMPARE(f.session.status(), word("Files compared: 5, differences: 3"));
         QCOMPARE(f.rows().size(), 4);
     }
 };

@@ -36,10 +36,9 @@ private Q_SLOTS:
     void showsTheLevelWithFoldersFilledIn()
     {
         Filled f;
-        QCOMPARE(f.rows(), QStringList({QStringLiteral("docs = docs"), QStringLiteral("src ≠ src"),
-                                        QStringLiteral(" → file9"), QStringLiteral("file10 ← ")}));
-        QVERIFY(f.session.logText().contains(QStringLiteral(" load dirs: ")));
-        QCOMPARE(f.session.status(), QStringLiteral("Files compared: 5, differences: 3"));
+        QCOMPARE(f.rows(), words("docs = docs|src ≠ src| → file9|file10 ← "));
+        QVERIFY(f.session.logText().contains(word(" load dirs: ")));
+        QCOMPARE(f.session.status(), word("Files compared: 5, differences: 3"));
         for (const char *name : {"folderSideLeft", "folderSideCenter", "folderSideRight"})
             QVERIFY(f.session.findChild<TreeLineTreeWidget *>(QLatin1String(name)));
     }
@@ -47,60 +46,59 @@ private Q_SLOTS:
     void keysOpenCloseAndMove()
     {
         Filled f;
-        f.goTo(QStringLiteral("src"));
+        f.goTo(word("src"));
         f.key(Qt::Key_Right);
-        QCOMPARE(f.rows().mid(1, 3), QStringList({QStringLiteral("src ≠ src"), QStringLiteral("main.cpp ≠ main.cpp"),
-                                                  QStringLiteral("same.h = same.h")}));
+        QCOMPARE(f.rows().mid(1, 3), words("src ≠ src|main.cpp ≠ main.cpp|same.h = same.h"));
         f.key(Qt::Key_Right);
-        QCOMPARE(f.current(), QStringLiteral("src/main.cpp"));
+        QCOMPARE(f.current(), word("src/main.cpp"));
         f.key(Qt::Key_Left);
-        QCOMPARE(f.current(), QStringLiteral("src"));
+        QCOMPARE(f.current(), word("src"));
         f.key(Qt::Key_Left);
         QCOMPARE(f.rows().size(), 4);
         f.key(Qt::Key_Plus);
         QCOMPARE(f.rows().size(), 6);
         f.key(Qt::Key_Minus);
         QCOMPARE(f.rows().size(), 4);
-        QTest::keyClicks(&f.session.view().activePane(), QStringLiteral("file1"));
-        QCOMPARE(f.current(), QStringLiteral("file10"));
-        QVERIFY(f.session.logText().contains(QStringLiteral(" expand: src (2 items)")));
+        QTest::keyClicks(&f.session.view().activePane(), word("file1"));
+        QCOMPARE(f.current(), word("file10"));
+        QVERIFY(f.session.logText().contains(word(" expand: src (2 items)")));
     }
 
     void foldersOpenInPlaceAndUpComesBack()
     {
         Filled f;
-        f.goTo(QStringLiteral("src"));
+        f.goTo(word("src"));
         f.key(Qt::Key_Return);
         f.wait();
-        QCOMPARE(f.rows(), QStringList({QStringLiteral("main.cpp ≠ main.cpp"), QStringLiteral("same.h = same.h")}));
-        QCOMPARE(f.session.paths().left, f.disk.left() + QStringLiteral("/src"));
-        QVERIFY(f.session.logText().contains(QStringLiteral(" navigate: ")));
+        QCOMPARE(f.rows(), words("main.cpp ≠ main.cpp|same.h = same.h"));
+        QCOMPARE(f.session.paths().left, f.disk.left() + word("/src"));
+        QVERIFY(f.session.logText().contains(word(" navigate: ")));
         f.key(Qt::Key_Backspace);
         f.wait();
         QCOMPARE(f.session.paths().right, f.disk.right());
-        QCOMPARE(f.current(), QStringLiteral("src"));
+        QCOMPARE(f.current(), word("src"));
     }
 
     void filesOpenInTheSessionThatSuitsThem()
     {
         Filled f;
-        f.disk.file(QStringLiteral("left/data"), QByteArray("\0\1\2", 3));
-        f.disk.file(QStringLiteral("right/data"), QByteArray("\0\1\3", 3));
+        f.disk.file(word("left/data"), QByteArray("\0\1\2", 3));
+        f.disk.file(word("right/data"), QByteArray("\0\1\3", 3));
         f.compare();
         QSignalSpy text(&f.session, &FolderCompareWidget::openTextCompare);
-        f.goTo(QStringLiteral("src/main.cpp"));
+        f.goTo(word("src/main.cpp"));
         f.key(Qt::Key_Return);
         QTRY_COMPARE(text.size(), 1);
-        QCOMPARE(text.first().at(1).toString(), f.disk.right() + QStringLiteral("/src/main.cpp"));
-        QCOMPARE(f.host.opened.last().first, QStringLiteral("text"));
-        f.goTo(QStringLiteral("data"));
+        QCOMPARE(text.first().at(1).toString(), f.disk.right() + word("/src/main.cpp"));
+        QCOMPARE(f.host.opened.last().first, word("text"));
+        f.goTo(word("data"));
         f.key(Qt::Key_Return);
         QTRY_COMPARE(f.host.opened.size(), 2);
-        QCOMPARE(f.host.opened.last().first, QStringLiteral("binary"));
-        f.host.unbuilt = {QStringLiteral("binary")};
+        QCOMPARE(f.host.opened.last().first, word("binary"));
+        f.host.unbuilt = {word("binary")};
         f.key(Qt::Key_Return);
         QTRY_COMPARE(f.host.opened.size(), 3);
-        QCOMPARE(f.host.opened.last().first, QStringLiteral("text"));
+        QCOMPARE(f.host.opened.last().first, word("text"));
     }
 
     void viewsAndDifferences()
@@ -108,68 +106,64 @@ private Q_SLOTS:
         Filled f;
         f.session.onExpandAll();
         QCOMPARE(f.rows().size(), 7);
-        QVERIFY(f.session.logText().contains(QStringLiteral(" expand all subfolders recursively")));
+        QVERIFY(f.session.logText().contains(word(" expand all subfolders recursively")));
         f.action("showDifferencesAction")->trigger();
-        QCOMPARE(f.rows(), QStringList({QStringLiteral("src ≠ src"), QStringLiteral("main.cpp ≠ main.cpp"),
-                                        QStringLiteral(" → file9"), QStringLiteral("file10 ← ")}));
+        QCOMPARE(f.rows(), words("src ≠ src|main.cpp ≠ main.cpp| → file9|file10 ← "));
         f.session.onShowIdentical();
-        QCOMPARE(f.rows(), QStringList({QStringLiteral("docs = docs"), QStringLiteral("guide.txt = guide.txt"),
-                                        QStringLiteral("src ≠ src"), QStringLiteral("same.h = same.h")}));
+        QCOMPARE(f.rows(), words("docs = docs|guide.txt = guide.txt|src ≠ src|same.h = same.h"));
         f.session.onShowAll();
         f.session.onCollapseAll();
         QCOMPARE(f.rows().size(), 4);
         f.session.view().leftPane().clearSelection();
-        f.goTo(QStringLiteral("docs"));
+        f.goTo(word("docs"));
         QStringList visited;
         for (int i = 0; i < 4; ++i) {
             f.action("nextAction")->trigger();
             visited.append(f.current());
         }
-        QCOMPARE(visited, QStringList({QStringLiteral("src/main.cpp"), QStringLiteral("file9"),
-                                       QStringLiteral("file10"), QStringLiteral("file10")}));
-        QCOMPARE(f.session.status(), QStringLiteral("No further difference"));
+        QCOMPARE(visited, words("src/main.cpp|file9|file10|file10"));
+        QCOMPARE(f.session.status(), word("No further difference"));
         f.action("previousAction")->trigger();
-        QCOMPARE(f.current(), QStringLiteral("file9"));
+        QCOMPARE(f.current(), word("file9"));
     }
 
     void selectionAndPlaceSurviveAChangeOfViewAndARefresh()
     {
         Filled f;
         f.session.onExpandAll();
-        f.goTo(QStringLiteral("src/main.cpp"));
+        f.goTo(word("src/main.cpp"));
         f.action("showDifferencesAction")->trigger();
-        QCOMPARE(f.current(), QStringLiteral("src/main.cpp"));
+        QCOMPARE(f.current(), word("src/main.cpp"));
         f.session.onShowAll();
-        QCOMPARE(f.current(), QStringLiteral("src/main.cpp"));
+        QCOMPARE(f.current(), word("src/main.cpp"));
         QCOMPARE(f.session.view().selectedNodes().size(), 1);
         f.session.onRefresh();
         f.wait();
         QCOMPARE(f.rows().size(), 7);
-        QCOMPARE(f.session.view().currentNode(), f.session.comparison().tree().find(QStringLiteral("src/main.cpp")));
+        QCOMPARE(f.session.view().currentNode(), f.session.comparison().tree().find(word("src/main.cpp")));
     }
 
     void filterBarHidesAtOnce()
     {
         Filled f;
         f.session.onExpandAll();
-        auto *masks = f.session.findChild<QComboBox *>(QStringLiteral("nameFilter"));
+        auto *masks = f.session.findChild<QComboBox *>(word("nameFilter"));
         QCOMPARE(masks->count(), 5);
         masks->setCurrentIndex(1);
         Q_EMIT masks->activated(1);
-        QCOMPARE(masks->currentText(), QStringLiteral("*.cpp;*.hpp;*.c;*.h;*.cc"));
-        QTRY_COMPARE(f.rows(), QStringList({QStringLiteral("docs - docs"), QStringLiteral("src ≠ src"),
-                                            QStringLiteral("main.cpp ≠ main.cpp"), QStringLiteral("same.h = same.h")}));
-        QVERIFY(f.session.logText().endsWith(QStringLiteral("3 hidden by filters")));
-        masks->setEditText(QStringLiteral("*.nothing"));
+        QCOMPARE(masks->currentText(), word("*.cpp;*.hpp;*.c;*.h;*.cc"));
+        QTRY_COMPARE(f.rows(), words("docs - docs|src ≠ src|main.cpp ≠ main.cpp|same.h = same.h"));
+        QVERIFY(f.session.logText().endsWith(word("3 hidden by filters")));
+        masks->setEditText(word("*.nothing"));
         QTRY_COMPARE(f.session.comparison().tree().counts().hidden, 5);
-        masks->setEditText(QStringLiteral("*.*"));
+        masks->setEditText(word("*.*"));
         QTRY_COMPARE(f.rows().size(), 7);
     }
 
     void sizeLimitsComeFromTheirDialogAndAreCleared()
     {
         Filled f;
-        f.disk.file(QStringLiteral("left/large"), QByteArray(5000, 'x'));
+        f.disk.file(word("left/large"), QByteArray(5000, 'x'));
         f.compare();
         const auto answer = [&f](auto &&change) {
             f.action("advancedFiltersAction")->trigger();
@@ -178,29 +172,26 @@ private Q_SLOTS:
             dialog->accept();
             QCoreApplication::sendPostedEvents(dialog, QEvent::DeferredDelete);
         };
-        answer([](QDialog &dialog) { dialog.findChild<QSpinBox *>(QStringLiteral("minimumSize"))->setValue(2); });
-        QTRY_COMPARE(f.rows(), QStringList({QStringLiteral("docs - docs"), QStringLiteral("src - src"),
-                                            QStringLiteral("large ← ")}));
-        QVERIFY(f.session.logText().contains(QStringLiteral(" filters updated: size[2-Any KB] date[Any ~ Any]")));
-        QVERIFY(f.session.findChild<QLabel *>(QStringLiteral("filterEffect"))
-                    ->text()
-                    .startsWith(QStringLiteral("size or date limits")));
+        answer([](QDialog &dialog) { dialog.findChild<QSpinBox *>(word("minimumSize"))->setValue(2); });
+        QTRY_COMPARE(f.rows(), words("docs - docs|src - src|large ← "));
+        QVERIFY(f.session.logText().contains(word(" filters updated: size[2-Any KB] date[Any ~ Any]")));
+        QVERIFY(f.session.findChild<QLabel *>(word("filterEffect"))->text().startsWith(word("size or date limits")));
         // Masks of the bar hold beside it.
-        f.session.findChild<QComboBox *>(QStringLiteral("nameFilter"))->setEditText(QStringLiteral("*.h"));
+        f.session.findChild<QComboBox *>(word("nameFilter"))->setEditText(word("*.h"));
         QTRY_COMPARE(f.rows().size(), 2);
-        answer([](QDialog &dialog) { dialog.findChild<QPushButton *>(QStringLiteral("clearLimits"))->click(); });
+        answer([](QDialog &dialog) { dialog.findChild<QPushButton *>(word("clearLimits"))->click(); });
         f.session.onExpandAll();
-        QTRY_VERIFY(f.rows().contains(QStringLiteral("same.h = same.h")));
+        QTRY_VERIFY(f.rows().contains(word("same.h = same.h")));
     }
 
     void settingsAndPresetsCompareAnewWhereTheyMust()
     {
         FolderSessionFixture f;
-        f.disk.file(QStringLiteral("left/a"), "1", 7);
-        f.disk.file(QStringLiteral("right/a"), "2", 7);
-        f.disk.file(QStringLiteral("left/b.log"), "1", 7);
+        f.disk.file(word("left/a"), "1", 7);
+        f.disk.file(word("right/a"), "2", 7);
+        f.disk.file(word("left/b.log"), "1", 7);
         f.compare();
-        QCOMPARE(f.rows(), QStringList({QStringLiteral("a ≈ a"), QStringLiteral("b.log ← ")}));
+        QCOMPARE(f.rows(), words("a ≈ a|b.log ← "));
         const quint64 generation = f.session.comparison().generation();
         const auto settings = [&f](auto &&change) {
             f.session.onSessionSettings(0);
@@ -209,30 +200,27 @@ private Q_SLOTS:
             dialog->accept();
             QCoreApplication::sendPostedEvents(dialog, QEvent::DeferredDelete);
         };
-        settings([](QDialog &dialog) {
-            dialog.findChild<QLineEdit *>(QStringLiteral("excludeFiles"))->setText(QStringLiteral("*.log"));
-        });
-        QTRY_COMPARE(f.rows(), QStringList(QStringLiteral("a ≈ a")));
+        settings([](QDialog &dialog) { dialog.findChild<QLineEdit *>(word("excludeFiles"))->setText(word("*.log")); });
+        QTRY_COMPARE(f.rows(), words("a ≈ a"));
         QCOMPARE(f.session.comparison().generation(), generation); // without the disk
-        settings(
-            [](QDialog &dialog) { dialog.findChild<QComboBox *>(QStringLiteral("compareBasis"))->setCurrentIndex(2); });
+        settings([](QDialog &dialog) { dialog.findChild<QComboBox *>(word("compareBasis"))->setCurrentIndex(2); });
         f.wait();
-        QCOMPARE(f.rows(), QStringList(QStringLiteral("a ≠ a")));
+        QCOMPARE(f.rows(), words("a ≠ a"));
 
         QMenu *presets = f.action("presetAction")->menu();
         Q_EMIT presets->aboutToShow();
-        QCOMPARE(presets->actions().first()->text(), QStringLiteral("Date and size (rules)"));
+        QCOMPARE(presets->actions().first()->text(), word("Date and size (rules)"));
         QVERIFY(!presets->actions().at(0)->isChecked() && presets->actions().at(2)->isChecked());
         presets->actions().first()->trigger();
         f.wait();
-        QCOMPARE(f.rows(), QStringList(QStringLiteral("a ≈ a")));
-        QCOMPARE(f.session.options().value(QStringLiteral("timeToleranceSec")).toInt(), 2);
+        QCOMPARE(f.rows(), words("a ≈ a"));
+        QCOMPARE(f.session.options().value(word("timeToleranceSec")).toInt(), 2);
 #ifdef Q_OS_UNIX // where names hide
-        f.disk.file(QStringLiteral("left/.hidden"), "1");
-        settings([](QDialog &dialog) { dialog.findChild<QCheckBox *>(QStringLiteral("showHidden"))->click(); });
+        f.disk.file(word("left/.hidden"), "1");
+        settings([](QDialog &dialog) { dialog.findChild<QCheckBox *>(word("showHidden"))->click(); });
         f.wait();
-        QCOMPARE(f.rows(), QStringList({QStringLiteral(".hidden ← "), QStringLiteral("a ≈ a")}));
-        QVERIFY(f.session.options().value(QStringLiteral("showHidden")).toBool());
+        QCOMPARE(f.rows(), words(".hidden ← |a ≈ a"));
+        QVERIFY(f.session.options().value(word("showHidden")).toBool());
 #endif
     }
 
@@ -242,51 +230,50 @@ private Q_SLOTS:
         f.session.onSwapSides();
         f.wait();
         QCOMPARE(f.session.paths().left, f.disk.right());
-        QCOMPARE(f.rows().mid(2), QStringList({QStringLiteral("file9 ← "), QStringLiteral(" → file10")}));
+        QCOMPARE(f.rows().mid(2), words("file9 ← | → file10"));
     }
 
     void dropsFillTheSides()
     {
         FolderSessionFixture f;
-        f.disk.file(QStringLiteral("left/a"), "a");
+        f.disk.file(word("left/a"), "a");
         f.session.show();
-        QCOMPARE(f.session.status(),
-                 QStringLiteral("Folder compare ready: drag folders from Explorer to the left/right pane."));
+        QCOMPARE(f.session.status(), word("Folder compare ready: drag folders from Explorer to the left/right pane."));
         f.session.dropPaths({f.disk.left()}, QPoint(20, 300));
         QCOMPARE(f.session.paths().left, f.disk.left());
-        QCOMPARE(f.session.status(), QStringLiteral("Waiting for other side (only left set)"));
-        QVERIFY(f.session.logText().contains(QStringLiteral("Wrote left side path: ")));
-        f.session.dropPaths({f.disk.path(QStringLiteral("left/a"))}, QPoint(1000, 300));
-        QVERIFY(f.session.status().startsWith(QStringLiteral("Only folders can be compared here")));
+        QCOMPARE(f.session.status(), word("Waiting for other side (only left set)"));
+        QVERIFY(f.session.logText().contains(word("Wrote left side path: ")));
+        f.session.dropPaths({f.disk.path(word("left/a"))}, QPoint(1000, 300));
+        QVERIFY(f.session.status().startsWith(word("Only folders can be compared here")));
         QVERIFY(f.session.paths().right.isEmpty());
         f.session.dropPaths({f.disk.right()}, QPoint(1000, 300));
         f.wait();
-        QCOMPARE(f.rows(), QStringList(QStringLiteral("a ← ")));
-        QVERIFY(f.session.logText().contains(QStringLiteral("\nBoth paths set; loading directories\n")));
+        QCOMPARE(f.rows(), words("a ← "));
+        QVERIFY(f.session.logText().contains(word("\nBoth paths set; loading directories\n")));
         f.session.dropPaths({f.disk.right(), f.disk.left()}, QPoint(20, 300));
         f.wait();
-        QCOMPARE(f.rows(), QStringList(QStringLiteral(" → a")));
-        QCOMPARE(f.session.logText().count(QStringLiteral("Wrote right side path: ")), 2);
+        QCOMPARE(f.rows(), words(" → a"));
+        QCOMPARE(f.session.logText().count(word("Wrote right side path: ")), 2);
     }
 
     void nothingToShowIsExplained()
     {
         FolderSessionFixture f;
         f.session.onCompare();
-        QCOMPARE(f.session.status(), QStringLiteral("Select two folders to compare"));
+        QCOMPARE(f.session.status(), word("Select two folders to compare"));
         f.compare();
-        QCOMPARE(f.session.view().notice().text(), QStringLiteral("Both folders are empty."));
-        f.disk.file(QStringLiteral("left/a"), "a");
-        f.disk.file(QStringLiteral("right/a"), "a");
+        QCOMPARE(f.session.view().notice().text(), word("Both folders are empty."));
+        f.disk.file(word("left/a"), "a");
+        f.disk.file(word("right/a"), "a");
         f.compare();
         QVERIFY(f.session.view().notice().text().isEmpty());
         f.session.onShowDifferences();
-        QCOMPARE(f.session.view().notice().text(), QStringLiteral("There are no differences."));
+        QCOMPARE(f.session.view().notice().text(), word("There are no differences."));
         f.session.view().notice().findChild<QPushButton *>()->click();
         QCOMPARE(f.rows().size(), 1);
         QVERIFY(QDir(f.disk.right()).removeRecursively());
         f.session.onRefresh();
-        QTRY_VERIFY(f.session.view().notice().text().startsWith(QStringLiteral("Folder not found: ")));
+        QTRY_VERIFY(f.session.view().notice().text().startsWith(word("Folder not found: ")));
     }
 
     void cancelSaysSo()
@@ -294,10 +281,10 @@ private Q_SLOTS:
         Filled f;
         f.session.onRefresh();
         f.session.onCancelCompare();
-        QCOMPARE(f.session.status(), QStringLiteral("Cancelling..."));
-        QTRY_COMPARE(f.session.status(), QStringLiteral("Compare cancelled"));
-        QVERIFY(f.session.logText().endsWith(QStringLiteral(" compare cancelled")));
-        QCOMPARE(f.session.logText().count(QStringLiteral(" compare cancelled")), 1);
+        QCOMPARE(f.session.status(), word("Cancelling..."));
+        QTRY_COMPARE(f.session.status(), word("Compare cancelled"));
+        QVERIFY(f.session.logText().endsWith(word(" compare cancelled")));
+        QCOMPARE(f.session.logText().count(word(" compare cancelled")), 1);
         QVERIFY(!f.rows().isEmpty());
     }
 
@@ -316,22 +303,22 @@ private Q_SLOTS:
         f.session.onRefresh();
         f.wait();
         QCOMPARE(f.rows().size(), 4);
-        QCOMPARE(f.session.status(), QStringLiteral("Files compared: 5, differences: 3"));
+        QCOMPARE(f.session.status(), word("Files compared: 5, differences: 3"));
         f.session.onRefresh(); // and gone with the tab while it runs
     }
 
     void aFolderThatIsGoneIsToldAndLeft()
     {
         Filled f;
-        QVERIFY(QDir(f.disk.path(QStringLiteral("right/src"))).removeRecursively());
-        f.goTo(QStringLiteral("src"));
+        QVERIFY(QDir(f.disk.path(word("right/src"))).removeRecursively());
+        f.goTo(word("src"));
         f.key(Qt::Key_Return);
-        QTRY_VERIFY(f.session.view().notice().text().startsWith(QStringLiteral("Folder not found: ")));
-        QVERIFY(f.session.view().notice().text().endsWith(QStringLiteral("src")));
+        QTRY_VERIFY(f.session.view().notice().text().startsWith(word("Folder not found: ")));
+        QVERIFY(f.session.view().notice().text().endsWith(word("src")));
         f.key(Qt::Key_Backspace);
         f.wait();
         QVERIFY(f.session.view().notice().text().isEmpty());
-        QCOMPARE(f.rows().at(1), QStringLiteral("src ← "));
+        QCOMPARE(f.rows().at(1), word("src ← "));
     }
 
     void staleFinishIsDropped()
@@ -340,24 +327,24 @@ private Q_SLOTS:
         QSignalSpy finished(&f.session, &SessionWidget::comparisonFinished);
         f.session.onFolderCompareFinished(f.session.comparison().generation() - 1, {}, true);
         QVERIFY(finished.isEmpty());
-        QCOMPARE(f.session.status(), QStringLiteral("Files compared: 5, differences: 3"));
+        QCOMPARE(f.session.status(), word("Files compared: 5, differences: 3"));
     }
 
     void optionsTravelAsJson()
     {
         FolderSessionFixture f;
         QJsonObject options;
-        options.insert(QStringLiteral("compareBasis"), 2);
-        options.insert(QStringLiteral("leftReadOnly"), true);
-        options.insert(QStringLiteral("excludedNames"), QJsonArray{QStringLiteral("gone")});
-        options.insert(QStringLiteral("ignoredNames"), QJsonArray{QStringLiteral("noise")});
+        options.insert(word("compareBasis"), 2);
+        options.insert(word("leftReadOnly"), true);
+        options.insert(word("excludedNames"), QJsonArray{word("gone")});
+        options.insert(word("ignoredNames"), QJsonArray{word("noise")});
         f.session.setOptions(options);
         for (const QString &key : options.keys())
             QCOMPARE(f.session.options().value(key), options.value(key));
-        f.disk.file(QStringLiteral("left/gone"), "a");
-        f.disk.file(QStringLiteral("left/noise"), "a");
+        f.disk.file(word("left/gone"), "a");
+        f.disk.file(word("left/noise"), "a");
         f.compare();
-        QCOMPARE(f.rows(), QStringList(QStringLiteral("noise ← ")));
+        QCOMPARE(f.rows(), words("noise ← "));
         f.session.onShowDifferences();
         QVERIFY(f.rows().isEmpty());
     }
@@ -365,28 +352,28 @@ private Q_SLOTS:
     void timesOneHourApartAreOfferedAsEqual()
     {
         FolderSessionFixture f;
-        f.disk.file(QStringLiteral("left/a"), "a", 3600);
-        f.disk.file(QStringLiteral("right/a"), "a", 0);
+        f.disk.file(word("left/a"), "a", 3600);
+        f.disk.file(word("right/a"), "a", 0);
         f.compare();
         auto *bar = f.session.findChild<TimeShiftBar *>();
         QVERIFY(!bar->isHidden());
-        QVERIFY(bar->findChild<QLabel *>()->text().startsWith(QStringLiteral("1 ")));
-        bar->findChild<QPushButton *>(QStringLiteral("treatAsEqual"))->click();
+        QVERIFY(bar->findChild<QLabel *>()->text().startsWith(word("1 ")));
+        bar->findChild<QPushButton *>(word("treatAsEqual"))->click();
         f.wait();
         QVERIFY(bar->isHidden());
-        QCOMPARE(f.session.options().value(QStringLiteral("timeToleranceSec")).toInt(), 3600);
-        QCOMPARE(f.rows(), QStringList(QStringLiteral("a ≈ a")));
+        QCOMPARE(f.session.options().value(word("timeToleranceSec")).toInt(), 3600);
+        QCOMPARE(f.rows(), words("a ≈ a"));
     }
 
     void reportsAreWritten()
     {
         FolderSessionFixture f;
         f.session.onExportHtml();
-        QCOMPARE(f.dialogs.asked().last().title, QStringLiteral("Export"));
-        QCOMPARE(f.dialogs.asked().last().text, QStringLiteral("No comparison result to export"));
-        f.disk.file(QStringLiteral("left/sub/a&1"), "a");
-        f.disk.file(QStringLiteral("right/sub/b"), "b");
-        const QString pending = f.disk.path(QStringLiteral("pending.html"));
+        QCOMPARE(f.dialogs.asked().last().title, word("Export"));
+        QCOMPARE(f.dialogs.asked().last().text, word("No comparison result to export"));
+        f.disk.file(word("left/sub/a&1"), "a");
+        f.disk.file(word("right/sub/b"), "b");
+        const QString pending = f.disk.path(word("pending.html"));
         QVERIFY(f.session.setPendingReport(pending));
         f.compare();
         const auto read = [](const QString &path) {
@@ -395,11 +382,11 @@ private Q_SLOTS:
         };
         QTRY_VERIFY(read(pending).contains("Total: 3 items | Same: 0 | Different: 1 | Left only: 1 | Right only: 1"));
         QVERIFY(read(pending).contains("sub/a&amp;1"));
-        const QString chosen = f.disk.path(QStringLiteral("chosen.html"));
+        const QString chosen = f.disk.path(word("chosen.html"));
         f.dialogs.answerPath(chosen);
         f.session.onExportHtml();
         QTRY_VERIFY(read(chosen).contains("status-rightonly"));
-        QCOMPARE(f.dialogs.asked().last().start, f.disk.path(QStringLiteral("folder_diff_report.html")));
+        QCOMPARE(f.dialogs.asked().last().start, f.disk.path(word("folder_diff_report.html")));
     }
 
     void columnWidthsAreSharedAndRemembered()
@@ -452,7 +439,7 @@ private Q_SLOTS:
             if (qobject_cast<QLineEdit *>(widget) || qobject_cast<TreeLineTreeWidget *>(widget))
                 stops.append(widget);
         }
-        stops.removeOne(f.session.findChild<TreeLineTreeWidget *>(QStringLiteral("folderSideCenter")));
+        stops.removeOne(f.session.findChild<TreeLineTreeWidget *>(word("folderSideCenter")));
         const QList<QWidget *> expected{first, &f.session.view().rightSide().edit().lineEdit(),
                                         &f.session.view().leftPane(), &f.session.view().rightPane()};
         QCOMPARE(stops.mid(0, 4), expected);
@@ -462,11 +449,11 @@ private Q_SLOTS:
     {
         FolderSessionFixture f;
         for (int i = 0; i < 200; ++i)
-            f.disk.file(QStringLiteral("left/f%1").arg(i), "a");
+            f.disk.file(word("left/f%1").arg(i), "a");
         f.session.show();
         f.compare();
         f.session.view().leftPane().goToRow(199);
-        auto *centre = f.session.findChild<TreeLineTreeWidget *>(QStringLiteral("folderSideCenter"));
+        auto *centre = f.session.findChild<TreeLineTreeWidget *>(word("folderSideCenter"));
         const int value = f.session.view().leftPane().verticalScrollBar()->value();
         QVERIFY(value > 0);
         QCOMPARE(centre->verticalScrollBar()->value(), value);

@@ -51,9 +51,7 @@ struct Fixture {
         disk.file(QStringLiteral("left/10"), "ten");
         disk.file(QStringLiteral("right/9"), "nine");
     }
-    const QStringList filled{QStringLiteral("!a/"),      QStringLiteral("!a/x"),      QStringLiteral("=b/"),
-                             QStringLiteral("=b/deep/"), QStringLiteral("=b/deep/y"), QStringLiteral("<only/"),
-                             QStringLiteral("<only/z"),  QStringLiteral(">9"),        QStringLiteral("<10")};
+    const QStringList filled = words("!a/|!a/x|=b/|=b/deep/|=b/deep/y|<only/|<only/z|>9|<10");
 };
 
 } // namespace
@@ -75,8 +73,7 @@ private Q_SLOTS:
         QCOMPARE(finished.size(), 1);
         QCOMPARE(finished.first().at(1).toBool(), false);
         // The names of the level were there before anything was compared.
-        QCOMPARE(seen.first(), QStringList({QStringLiteral(".a/"), QStringLiteral(".b/"), QStringLiteral("<only/"),
-                                            QStringLiteral(">9"), QStringLiteral("<10")}));
+        QCOMPARE(seen.first(), words(".a/|.b/|<only/|>9|<10"));
     }
 
     void wholeTreesGiveTheSame()
@@ -85,21 +82,6 @@ private Q_SLOTS:
         f.fill();
         f.load(true);
         QCOMPARE(f.tree(), f.filled);
-    }
-
-    void missingFoldersAreTold()
-    {
-        Fixture f;
-        f.fill();
-        FolderSpec spec = f.spec();
-        spec.right += QStringLiteral("/nowhere");
-        QSignalSpy unreadable(&f.comparison, &FolderComparison::rootsUnreadable);
-        QSignalSpy finished(&f.comparison, &FolderComparison::loadFinished);
-        f.comparison.load(spec, false);
-        QTRY_COMPARE(unreadable.size(), 1);
-        QVERIFY(f.comparison.tree().isEmpty());
-        QVERIFY(!f.comparison.isRunning());
-        QVERIFY(finished.isEmpty());
     }
 
     void aNewLoadReplacesTheOneBefore()
@@ -129,8 +111,7 @@ private Q_SLOTS:
             names.append(f.comparison.tree().item(i).name);
             QVERIFY(f.comparison.tree().state(i) != RowState::Scanning);
         }
-        QCOMPARE(names, QStringList({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("only"),
-                                     QStringLiteral("9"), QStringLiteral("10")}));
+        QCOMPARE(names, words("a|b|only|9|10"));
         QCOMPARE(f.comparison.tree().state(0), RowState::Unknown);
         QVERIFY(!f.comparison.isWhole());
 
@@ -138,7 +119,7 @@ private Q_SLOTS:
         QSignalSpy read(&f.comparison, &FolderComparison::folderRead);
         f.comparison.setExpanded(0, true);
         QTRY_COMPARE(read.size(), 1);
-        QCOMPARE(f.tree().first(2), QStringList({QStringLiteral("!a/"), QStringLiteral("!a/x")}));
+        QCOMPARE(f.tree().first(2), words("!a/|!a/x"));
         QVERIFY(f.comparison.tree().node(0).expanded);
     }
 
@@ -152,38 +133,15 @@ private Q_SLOTS:
         f.disk.file(QStringLiteral("left/b/deep/new"), "new");
         QVERIFY(QFile::remove(f.disk.path(QStringLiteral("right/9"))));
         QSignalSpy recompared(&f.comparison, &FolderComparison::recompared);
-        f.comparison.recompare(QStringList{QStringLiteral("a/x"), QStringLiteral("10"), QStringLiteral("9"),
-                                           QStringLiteral("b/deep/new"), QStringLiteral("nothing/here")});
+        f.comparison.recompare(words("a/x|10|9|b/deep/new|nothing/here"));
         QTRY_COMPARE(recompared.size(), 1);
-        QCOMPARE(f.tree(),
-                 QStringList({QStringLiteral("=a/"), QStringLiteral("=a/x"), QStringLiteral("!b/"),
-                              QStringLiteral("!b/deep/"), QStringLiteral("<b/deep/new"), QStringLiteral("=b/deep/y"),
-                              QStringLiteral("<only/"), QStringLiteral("<only/z"), QStringLiteral("=10")}));
+        QCOMPARE(f.tree(), words("=a/|=a/x|!b/|!b/deep/|<b/deep/new|=b/deep/y|<only/|<only/z|=10"));
         // A folder that is now on both sides.
         f.disk.file(QStringLiteral("right/only/z"), "z");
-        f.comparison.recompare(QStringList{QStringLiteral("only/z"), QStringLiteral("only")});
+        f.comparison.recompare(words("only/z|only"));
         QTRY_COMPARE(recompared.size(), 2);
         QVERIFY(f.tree().contains(QStringLiteral("=only/")));
         QVERIFY(f.tree().contains(QStringLiteral("=only/z")));
-    }
-
-    void filtersNeedNoDisk()
-    {
-        Fixture f;
-        f.fill();
-        f.load();
-        QVERIFY(QDir(f.disk.left()).removeRecursively());
-        FolderSpec spec = f.spec();
-        spec.limits.masks = QStringLiteral("x");
-        QSignalSpy filtered(&f.comparison, &FolderComparison::filtered);
-        f.comparison.refilter(spec);
-        QTRY_COMPARE(filtered.size(), 1);
-        QCOMPARE(f.comparison.tree().counts().hidden, 4);
-        QCOMPARE(f.comparison.tree().state(f.comparison.tree().find(QStringLiteral("b"))), RowState::Filtered);
-        QCOMPARE(f.comparison.tree().state(f.comparison.tree().find(QStringLiteral("a"))), RowState::Different);
-        f.comparison.refilter(f.spec());
-        QTRY_COMPARE(filtered.size(), 2);
-        QCOMPARE(f.tree(), f.filled);
     }
 
     void filtersOfAMomentAgoAreTakenUpByTheRunThatIsUnderWay()
@@ -196,25 +154,6 @@ private Q_SLOTS:
         f.comparison.refilter(spec);
         f.wait();
         QTRY_VERIFY(f.comparison.tree().node(f.comparison.tree().find(QStringLiteral("a"))).hidden);
-    }
-
-    void contentsDecideByAnotherMethod()
-    {
-        Fixture f;
-        // By rules these are the same: nothing but what they hold differs.
-        f.disk.file(QStringLiteral("left/a/x"), "one", 5);
-        f.disk.file(QStringLiteral("right/a/x"), "two", 5);
-        f.disk.file(QStringLiteral("left/y"), "1", 5);
-        f.disk.file(QStringLiteral("right/y"), "1", 5);
-        f.load();
-        QCOMPARE(f.tree(), QStringList({QStringLiteral("=a/"), QStringLiteral("=a/x"), QStringLiteral("=y")}));
-        for (const CompareMethod method : {CompareMethod::Binary, CompareMethod::Crc}) {
-            QSignalSpy compared(&f.comparison, &FolderComparison::contentsCompared);
-            f.comparison.compareContents({0, 1, 2}, method);
-            QTRY_COMPARE(compared.size(), 1);
-            QCOMPARE(compared.first().at(0).value<ContentsResult>().pairs.size(), 2);
-            QCOMPARE(f.tree(), QStringList({QStringLiteral("!a/"), QStringLiteral("!a/x"), QStringLiteral("=y")}));
-        }
     }
 
     void timesThatAreShiftedAreCounted()

@@ -1,5 +1,6 @@
 #include "folder/compare/folder_rows.h"
 #include "made_trees.h"
+#include "support/diff_items.h"
 #include "support/test_main.h"
 
 using namespace velmora;
@@ -26,27 +27,9 @@ QStringList drawn(const FolderTree &tree, const std::vector<FolderRow> &rows)
     return lines;
 }
 
-FolderDiffItem entry(const QString &name, FolderDiffStatus status, bool isDir = false)
-{
-    FolderDiffItem item;
-    item.name = name;
-    item.isDir = isDir;
-    item.setDiffStatus(status);
-    if (status != FolderDiffStatus::RightOnly)
-        item.leftPath = QStringLiteral("/l/") + name;
-    if (status != FolderDiffStatus::LeftOnly)
-        item.rightPath = QStringLiteral("/r/") + name;
-    return item;
-}
-
 FolderTree smallTree()
 {
-    using enum FolderDiffStatus;
-    FolderTree tree({entry(QStringLiteral("docs"), Same, true), entry(QStringLiteral("docs/a"), Same),
-                     entry(QStringLiteral("src"), Different, true), entry(QStringLiteral("src/lib"), Different, true),
-                     entry(QStringLiteral("src/lib/b"), Different), entry(QStringLiteral("src/lib/c"), Same),
-                     entry(QStringLiteral("src/new"), LeftOnly, true), entry(QStringLiteral("src/new/d"), LeftOnly),
-                     entry(QStringLiteral("src/z"), Same), entry(QStringLiteral("top"), RightOnly)});
+    FolderTree tree(madeItems("=docs/|=docs/a|!src/|!src/lib/|!src/lib/b|=src/lib/c|<src/new/|<src/new/d|=src/z|>top"));
     tree.setAllExpanded(true);
     return tree;
 }
@@ -78,7 +61,7 @@ private Q_SLOTS:
         FolderTree tree = smallTree();
         tree.setExpanded(tree.find(QStringLiteral("src/lib")), false);
         FolderSessionOptions options;
-        options.excludeFolders = QStringList{QStringLiteral("new")};
+        options.excludeFolders = words("new");
         tree.setVerdicts(FolderTree::judge(tree.items(), FolderFilter(options), {QStringLiteral("top")}));
         tree.rollUp();
         QCOMPARE(drawn(tree, visibleRows(tree, RowsView::All)).join(u'\n'),
@@ -108,13 +91,10 @@ private Q_SLOTS:
 
     void veryDeepTreesAreShown()
     {
-        QList<FolderDiffItem> items;
-        QString name;
-        for (int depth = 0; depth < 100; ++depth) {
-            name += depth == 0 ? QStringLiteral("d") : QStringLiteral("/d");
-            items.append(entry(name, FolderDiffStatus::Same, true));
-        }
-        FolderTree tree(items);
+        QByteArray listing;
+        for (int depth = 1; depth <= 100; ++depth)
+            listing += "|=" + QByteArray("d/").repeated(depth);
+        FolderTree tree(madeItems(listing.constData()));
         tree.setAllExpanded(true);
         QCOMPARE(visibleRows(tree, RowsView::All).size(), 100u);
     }

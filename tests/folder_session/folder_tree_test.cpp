@@ -2,6 +2,7 @@
 #include "folder/compare/folder_tree.h"
 #include "folder/engine/item_list.h"
 #include "made_trees.h"
+#include "support/diff_items.h"
 #include "support/test_main.h"
 
 using namespace velmora;
@@ -107,18 +108,6 @@ private Q_SLOTS:
         }
     }
 
-    void findsEveryEntryByItsName()
-    {
-        QRandomGenerator random(13);
-        for (int round = 0; round < 50; ++round) {
-            const FolderTree tree(randomResult(random, 60));
-            for (qint32 i = 0; i < tree.size(); ++i) {
-                QCOMPARE(tree.find(tree.item(i).name), i);
-                QCOMPARE(tree.find(tree.item(i).name + u'?'), -1);
-            }
-        }
-    }
-
     /// Two results of the same folders: patching one at some places with what the other has there gives the same tree
     /// as building it from the mixed list.
     void patchesGiveTheTreeThatIsBuiltAnew()
@@ -176,35 +165,16 @@ private Q_SLOTS:
 
     void patchesInsideFoldersCountUpwards()
     {
-        const auto file = [](const QString &name, qint64 size, FolderDiffStatus status) {
-            FolderDiffItem item;
-            item.name = name;
-            item.leftPath = QStringLiteral("/l/") + name;
-            item.rightPath = QStringLiteral("/r/") + name;
-            item.leftSize = item.rightSize = size;
-            item.setDiffStatus(status);
-            return item;
-        };
-        const auto folder = [&](const QString &name, FolderDiffStatus status) {
-            FolderDiffItem item = file(name, 7, status);
-            item.isDir = true;
-            return item;
-        };
-        FolderTree tree({folder(QStringLiteral("a"), FolderDiffStatus::Different),
-                         folder(QStringLiteral("a/b"), FolderDiffStatus::Different),
-                         file(QStringLiteral("a/b/x"), 5, FolderDiffStatus::Different),
-                         file(QStringLiteral("a/b/y2"), 1, FolderDiffStatus::Same)});
-        const auto one = [&](const FolderDiffItem &item) { return std::make_shared<const FolderTree>(QList{item}); };
-        tree.apply({{QStringLiteral("a/b/x"), one(file(QStringLiteral("a/b/x"), 6, FolderDiffStatus::Same))},
-                    {QStringLiteral("a/b/y10"), one(file(QStringLiteral("a/b/y10"), 10, FolderDiffStatus::Same))},
-                    {QStringLiteral("gone/z"), one(file(QStringLiteral("gone/z"), 1, FolderDiffStatus::Same))}});
-        QCOMPARE(names(tree.items()), QStringList({QStringLiteral("a"), QStringLiteral("a/b"), QStringLiteral("a/b/x"),
-                                                   QStringLiteral("a/b/y2"), QStringLiteral("a/b/y10")}));
+        FolderTree tree(madeItems("!a/|!a/b/|!a/b/x|=a/b/y2"));
+        const auto one = [](const char *item) { return std::make_shared<const FolderTree>(madeItems(item)); };
+        tree.apply(
+            {{word("a/b/x"), one("=a/b/x")}, {word("a/b/y10"), one("=a/b/y10")}, {word("gone/z"), one("=gone/z")}});
+        QCOMPARE(names(tree.items()), words("a|a/b|a/b/x|a/b/y2|a/b/y10"));
         QCOMPARE(tree.state(0), RowState::Same);
         QCOMPARE(tree.item(0).diffStatus(), FolderDiffStatus::Same);
-        QCOMPARE(tree.item(0).leftSize, 17);
-        tree.apply({{QStringLiteral("a/b"), nullptr}, {QStringLiteral("a/b/x"), nullptr}});
-        QCOMPARE(names(tree.items()), QStringList(QStringLiteral("a")));
+        QCOMPARE(tree.item(0).rightSize, 3 * 2);
+        tree.apply({{word("a/b"), nullptr}, {word("a/b/x"), nullptr}});
+        QCOMPARE(names(tree.items()), words("a"));
         QCOMPARE(tree.counts().files(), 0);
     }
 
@@ -250,22 +220,9 @@ private Q_SLOTS:
     /// What lies beside a folder that cannot be read is not said to be missing there.
     void entriesBesideAnUnreadableFolderAreUnknown()
     {
-        const auto item = [](const char *name, bool isDir, bool left, bool right) {
-            FolderDiffItem made;
-            made.name = QLatin1String(name);
-            made.isDir = isDir;
-            if (left)
-                made.leftPath = QLatin1String("/l/") + made.name;
-            if (right)
-                made.rightPath = QLatin1String("/r/other/") + made.name;
-            made.setDiffStatus(!right  ? FolderDiffStatus::LeftOnly
-                               : !left ? FolderDiffStatus::RightOnly
-                                       : FolderDiffStatus::Same);
-            return made;
-        };
-        const QList<FolderDiffItem> items{item("a", true, true, true), item("a/in", true, true, false),
-                                          item("a/in/deep", false, true, false), item("a/read", false, false, true),
-                                          item("b", false, true, false)};
+        QList<FolderDiffItem> items = madeItems("=a/|=a/in/|<a/in/deep|>a/read|<b");
+        for (FolderDiffItem &item : items)
+            item.rightPath.replace(QLatin1String("/r/"), QLatin1String("/r/other/"));
         const auto states = [&items](const QList<FolderProblem> &problems) {
             FolderTree tree(items);
             tree.markUnreadable(problems, QStringLiteral("/l"), QStringLiteral("/r/other"));
