@@ -2,11 +2,9 @@
 #include "text/engine/candidate_window.h"
 #include "text/engine/line_similarity.h"
 #include "text/engine/position_set.h"
-#include "text/engine/suffix_array.h"
 #include "text_engine/sequences.h"
 
 #include <algorithm>
-#include <numeric>
 #include <set>
 
 using namespace velmora;
@@ -16,30 +14,6 @@ class MatcherPartsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void suffixesAreInOrder()
-    {
-        Random random(31);
-        const CancelFlag cancel;
-        CancelPoll poll(cancel);
-        for (int round = 0; round < 600; ++round) {
-            const qint32 alphabet = 1 + qint32(random.below(round % 5 == 0 ? 200 : 4));
-            const std::vector<qint32> text = random.sequence(round % 100 == 0 ? 3000 : 80, alphabet);
-            std::vector<qint32> expected(text.size());
-            std::iota(expected.begin(), expected.end(), 0);
-            std::sort(expected.begin(), expected.end(), [&text](qint32 x, qint32 y) {
-                return std::lexicographical_compare(text.begin() + x, text.end(), text.begin() + y, text.end());
-            });
-            const std::vector<qint32> suffixes = suffixArray(text, alphabet, poll);
-            QCOMPARE(suffixes, expected);
-            const std::vector<qint32> common = commonPrefixes(text, suffixes, poll);
-            for (size_t place = 1; place < suffixes.size(); ++place) {
-                const auto x = text.begin() + suffixes[place - 1];
-                const auto y = text.begin() + suffixes[place];
-                QCOMPARE(qint32(std::mismatch(x, text.end(), y, text.end()).first - x), common[place]);
-            }
-        }
-    }
-
     void positionsFindTheirNeighbours()
     {
         Random random(8);
