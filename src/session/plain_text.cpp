@@ -8,7 +8,8 @@ QString plainToolTip(const QString &text)
 {
     if (!Qt::mightBeRichText(text))
         return text;
-    return QLatin1String("<p>") + text.toHtmlEscaped().replace(u'\n', QLatin1String("<br>")) + QLatin1String("</p>");
+    // As tool tips that are no markup, it is not wrapped.
+    return QLatin1String("<p style='white-space:pre'>") + text.toHtmlEscaped() + QLatin1String("</p>");
 }
 
 } // namespace velmora

@@ -164,7 +164,7 @@ private Q_SLOTS:
         QCOMPARE(drawn.texts.filter(QStringLiteral("…")).filter(QStringLiteral(" — early <-> later")).size(), 1);
         desk.session->sides = {QStringLiteral("/<b>/x"), QStringLiteral("/y"), {}};
         Q_EMIT desk.session->tabTitleChanged(QStringLiteral("<i>"));
-        QCOMPARE(desk.tabs->tabToolTip(1), QStringLiteral("<p>&lt;i&gt;<br>%1<br>%2</p>")
+        QCOMPARE(desk.tabs->tabToolTip(1), QStringLiteral("<p style='white-space:pre'>&lt;i&gt;\n%1\n%2</p>")
                                                .arg(QDir::toNativeSeparators(QStringLiteral("/&lt;b&gt;/x")),
                                                     QDir::toNativeSeparators(QStringLiteral("/y"))));
     }

@@ -83,7 +83,7 @@ private Q_SLOTS:
         QCOMPARE(label.textFormat(), Qt::PlainText);
         QHelpEvent hover(QEvent::ToolTip, {1, 1}, label.mapToGlobal(QPoint(1, 1)));
         QApplication::sendEvent(&label, &hover);
-        QCOMPARE(QToolTip::text(), QStringLiteral("<p>&lt;b&gt;bold&lt;/b&gt;</p>"));
+        QCOMPARE(QToolTip::text(), QStringLiteral("<p style='white-space:pre'>&lt;b&gt;bold&lt;/b&gt;</p>"));
         QToolTip::hideText();
     }
 
