@@ -364,6 +364,90 @@
         <translation>校验和 %1</translation>
     </message>
     <message>
+        <source>Left file:</source>
+        <translation>左侧文件:</translation>
+    </message>
+    <message>
+        <source>Right file:</source>
+        <translation>右侧文件:</translation>
+    </message>
+    <message>
+        <source>Drop or browse file…</source>
+        <translation>拖入或浏览文件…</translation>
+    </message>
+    <message>
+        <source>Optional: compare checksum…</source>
+        <translation>可选：比较校验和…</translation>
+    </message>
+    <message>
+        <source>Algorithm:</source>
+        <translation>算法:</translation>
+    </message>
+    <message>
+        <source>Compute/compare</source>
+        <translation>计算/比较</translation>
+    </message>
+    <message>
+        <source>Copy left</source>
+        <translation>复制左侧</translation>
+    </message>
+    <message>
+        <source>Copy right</source>
+        <translation>复制右侧</translation>
+    </message>
+    <message>
+        <source>Left : —</source>
+        <translation>左侧 : —</translation>
+    </message>
+    <message>
+        <source>Right: —</source>
+        <translation>右侧: —</translation>
+    </message>
+    <message>
+        <source>Left (%1): %2</source>
+        <translation>左侧 (%1): %2</translation>
+    </message>
+    <message>
+        <source>Right (%1): %2</source>
+        <translation>右侧 (%1): %2</translation>
+    </message>
+    <message>
+        <source>Left: error</source>
+        <translation>左侧: 错误</translation>
+    </message>
+    <message>
+        <source>Right: error</source>
+        <translation>右侧: 错误</translation>
+    </message>
+    <message>
+        <source>Checksums match</source>
+        <translation>校验和一致</translation>
+    </message>
+    <message>
+        <source>Checksums differ</source>
+        <translation>校验和不同</translation>
+    </message>
+    <message>
+        <source>Select at least one file</source>
+        <translation>请至少选择一个文件</translation>
+    </message>
+    <message>
+        <source>Computed %1</source>
+        <translation>已计算 %1</translation>
+    </message>
+    <message>
+        <source>Select file</source>
+        <translation>选择文件</translation>
+    </message>
+    <message>
+        <source>Cannot read to the end: %1</source>
+        <translation>无法读到末尾：%1</translation>
+    </message>
+    <message>
+        <source>Reading %1</source>
+        <translation>正在读取 %1</translation>
+    </message>
+    <message>
         <source>Compute the checksums of a file and match them with an expected value.</source>
         <translation>计算文件的校验和，并与预期值核对。</translation>
     </message>

@@ -2,6 +2,7 @@
 
 #include "app/pending_session.h"
 #include "app/picture_icon.h"
+#include "filetypes/checksum/checksum_widget.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "session/session_record.h"
 #include "session/theme.h"
@@ -209,7 +210,7 @@ constexpr SessionKindRow rows[] = {
      .create = pending},
     {.id = QLatin1String("checksum"),
      .group = Contents,
-     .sides = 1,
+     .sides = 2,
      .menuText = QT_TRANSLATE_NOOP("Velmora", "Checksum(&K)"),
      .displayName = QT_TRANSLATE_NOOP("Velmora", "Checksum"),
      .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Checksum %1"),
@@ -219,7 +220,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/checksum.png",
      .slot = "onNewChecksumTool",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Compute the checksums of a file and match them with an expected value."),
-     .create = pending},
+     .create = make<ChecksumWidget>},
     {.id = QLatin1String("duplicate"),
      .group = Tools,
      .sides = 1,

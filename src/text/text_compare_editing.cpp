@@ -1,7 +1,7 @@
+#include "session/frame/progress_strip.h"
 #include "session/translate.h"
 #include "text/change_watcher.h"
 #include "text/manual_alignment.h"
-#include "text/progress_strip.h"
 #include "text/result_presenter.h"
 #include "text/side_description.h"
 #include "text/status_foot.h"

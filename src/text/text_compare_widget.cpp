@@ -13,7 +13,7 @@
 #include "text/find_controller.h"
 #include "text/manual_alignment.h"
 #include "text/patch_copy.h"
-#include "text/progress_strip.h"
+#include "session/frame/progress_strip.h"
 #include "text/recovery_keeper.h"
 #include "text/replace_controller.h"
 #include "text/result_presenter.h"

@@ -370,7 +370,7 @@ private Q_SLOTS:
         QCOMPARE(shell.title(), QStringLiteral("a"));
         QCOMPARE(dropped("folder", {a, b, c}), (SessionPaths{a, b, {}}));
         QCOMPARE(shell.status(), QStringLiteral("3 paths dropped; this session takes 2"));
-        QCOMPARE(dropped("checksum", {a, b}), (SessionPaths{a, {}, {}}));
+        QCOMPARE(dropped("diskusage", {a, b}), (SessionPaths{a, {}, {}}));
         QCOMPARE(dropped("merge", {a, b}), (SessionPaths{a, b, {}}));
         QCOMPARE(dropped("merge", {a, b, c}), (SessionPaths{b, c, a}));
     }

@@ -4,25 +4,12 @@
 #include "folder/compare/folder_view.h"
 #include "folder/compare/tree_line_tree_widget.h"
 #include "folder_engine/test_tree.h"
-#include "session/session_host.h"
-#include "session/session_record.h"
+#include "support/recording_host.h"
 #include "support/scripted_dialogs.h"
 
 #include <QTest>
 
 namespace velmora::test {
-
-/// A window that remembers what a session asks of it.
-class RecordingHost final : public SessionHost {
-public:
-    void openSession(const QString &kind, const SessionPaths &paths) override { opened.append({kind, paths}); }
-    [[nodiscard]] bool isBuilt(const QString &kind) const override { return !unbuilt.contains(kind); }
-    void showStatus(const QString &message, int) override { messages.append(message); }
-
-    QList<std::pair<QString, SessionPaths>> opened;
-    QStringList messages;
-    QStringList unbuilt; ///< kinds that do nothing yet
-};
 
 /// A folder session on two folders of its own, with scripted answers.
 class FolderSessionFixture {

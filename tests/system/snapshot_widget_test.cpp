@@ -1,6 +1,6 @@
-#include "session/session_host.h"
 #include "session/session_record.h"
 #include "session/theme.h"
+#include "support/recording_host.h"
 #include "support/scripted_dialogs.h"
 #include "support/test_main.h"
 #include "system/engine/snapshot_file.h"
@@ -19,12 +19,6 @@ using namespace velmora;
 using namespace velmora::test;
 
 namespace {
-
-class SilentHost final : public SessionHost {
-public:
-    void openSession(const QString & /*kind*/, const SessionPaths & /*paths*/) override {}
-    void showStatus(const QString & /*message*/, int /*milliseconds*/) override {}
-};
 
 /// A session in a window, with scripted answers and files of its own.
 template <typename Session>
@@ -117,7 +111,7 @@ public:
 
     TestFiles files;
     ScriptedDialogs dialogs;
-    SilentHost host;
+    RecordingHost host;
     Session session{host};
 };
 

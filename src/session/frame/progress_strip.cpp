@@ -1,4 +1,4 @@
-#include "text/progress_strip.h"
+#include "session/frame/progress_strip.h"
 
 #include "session/diff_colours.h"
 

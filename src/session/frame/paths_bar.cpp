@@ -1,0 +1,70 @@
+#include "session/frame/paths_bar.h"
+
+#include "session/dialogs.h"
+#include "session/path_edit.h"
+
+#include <QGridLayout>
+#include <QLabel>
+
+namespace velmora {
+
+PathsBar::PathsBar(const QList<Field> &fields, QWidget *parent) : QWidget(parent), m_grid(new QGridLayout(this))
+{
+    m_grid->setContentsMargins(0, 0, 0, 0);
+    m_grid->setVerticalSpacing(8);
+    m_grid->setColumnStretch(1, 1);
+    for (const Field &field : fields)
+        addField(field);
+}
+
+void PathsBar::addField(const Field &field)
+{
+    auto *edit = new PathEdit(field.placeholder, field.browseTitle, this);
+    auto *label = new QLabel(field.label, this);
+    label->setBuddy(&edit->lineEdit());
+    const int row = int(m_rows.size()) + 1;
+    m_grid->addWidget(label, row, 0);
+    m_grid->addWidget(edit, row, 1);
+    m_rows.append({field.member, edit});
+    connect(edit, &PathEdit::submitted, this, &PathsBar::submitted);
+    connect(edit, &PathEdit::browseRequested, this, [this, edit, title = field.browseTitle] {
+        Dialogs::instance().openFile(this, title, edit->path(), {}, [this, edit](const QString &path) {
+            edit->setPath(path);
+            Q_EMIT submitted();
+        });
+    });
+}
+
+SessionPaths PathsBar::paths() const
+{
+    SessionPaths paths;
+    for (const Row &row : m_rows)
+        paths.*row.member = row.edit->path();
+    return paths;
+}
+
+void PathsBar::setPaths(const SessionPaths &paths)
+{
+    for (const Row &row : m_rows)
+        row.edit->setPath(paths.*row.member);
+}
+
+void PathsBar::take(const QStringList &dropped, QPoint position)
+{
+    if (dropped.size() == 1) {
+        const auto under = std::find_if(m_rows.cbegin(), m_rows.cend(),
+                                        [&](const Row &row) { return row.edit->geometry().contains(position); });
+        (under == m_rows.cend() ? m_rows.first() : *under).edit->setPath(dropped.first());
+        return;
+    }
+    for (qsizetype i = 0; i < std::min(dropped.size(), m_rows.size()); ++i)
+        m_rows.at(i).edit->setPath(dropped.at(i));
+}
+
+void PathsBar::refreshTheme()
+{
+    for (const Row &row : m_rows)
+        row.edit->refreshTheme();
+}
+
+} // namespace velmora
