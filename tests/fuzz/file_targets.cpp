@@ -48,7 +48,8 @@ void journal(const QByteArray &input)
         return;
     require(readHeaderLine(headerLine(record->header)) == record->header, "a header is read as it was written");
     for (const JournalStep &step : record->steps) {
-        require(!beginLine(step, step.step.kind).contains('\n') && !endLine(step).contains('\n'), "a step stays on its line");
+        require(!beginLine(step, step.step.kind).contains('\n') && !endLine(step).contains('\n'),
+                "a step stays on its line");
         for (const Place &place : {step.step.from, step.step.to})
             require(place.root < record->header.roots.size(), "no step leaves the roots");
     }

@@ -44,8 +44,8 @@ void countKeptAgain(FolderHandle &run);
 /// Makes the folder of a run under the first free number from `number` on; empty when that fails.
 [[nodiscard]] QString makeRunFolder(FolderHandle &folder, qint64 number, FileError &error);
 
-/// Takes a lock, waiting so many milliseconds for its holder. One that has no holder's name in it, as a crash right after
-/// its making leaves it, is taken over.
+/// Takes a lock, waiting so many milliseconds for its holder. One that has no holder's name in it, as a crash right
+/// after its making leaves it, is taken over.
 [[nodiscard]] bool takeLock(QLockFile &lock, int milliseconds);
 
 /// Takes the lock of the run whose folder has the path `run`; null when another holds it or it cannot be made.
