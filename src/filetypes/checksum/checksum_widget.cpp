@@ -1,5 +1,6 @@
 #include "filetypes/checksum/checksum_widget.h"
 
+#include "core/visible_name.h"
 #include "platform/file_access.h"
 #include "session/fault_text.h"
 #include "session/frame/paths_bar.h"
@@ -65,7 +66,7 @@ QString failureOf(const FileChecksum &checksum, const QString &path)
 {
     const QString words = checksum.end == FileChecksum::End::Broken ? Velmora::tr("Cannot read to the end: %1")
                                                                     : Velmora::tr("Cannot open: %1");
-    return words.arg(QDir::toNativeSeparators(path));
+    return words.arg(visibleName(QDir::toNativeSeparators(path)));
 }
 
 } // namespace
@@ -85,8 +86,8 @@ ChecksumWidget::ChecksumWidget(SessionHost &host, QWidget *parent)
     auto *content = new QVBoxLayout;
     content->setContentsMargins(12, 12, 12, 8);
     content->setSpacing(8);
-    for (QWidget *part : {makeInputs(), makeButtons(), static_cast<QWidget *>(m_left),
-                          static_cast<QWidget *>(m_right), static_cast<QWidget *>(m_match)})
+    for (QWidget *part : {makeInputs(), makeButtons(), static_cast<QWidget *>(m_left), static_cast<QWidget *>(m_right),
+                          static_cast<QWidget *>(m_match)})
         content->addWidget(part);
     content->addStretch();
     auto *column = new QVBoxLayout(this);
@@ -198,19 +199,19 @@ void ChecksumWidget::onCompute()
         m_status->showMessage(Velmora::tr("Select at least one file"));
         return;
     }
-    m_runner.start(
-        [orders](const CancelFlag &cancel, Progress &progress) { return compute(orders, cancel, progress); },
-        [this](RunOutcome<Results> &&outcome) {
-            if (outcome.end == RunEnd::Done)
-                take(*outcome.value);
-            else if (outcome.end == RunEnd::Cancelled)
-                m_status->showMessage(Velmora::tr("Cancelled"));
-            else
-                m_status->showMessage(faultText(outcome.fault, Velmora::tr("Not enough memory")));
-        },
-        [this](const ProgressState &state) {
-            m_status->showProgress(state, Velmora::tr("Reading %1").arg(QDir::toNativeSeparators(state.item)));
-        });
+    m_runner.start([orders](const CancelFlag &cancel, Progress &progress) { return compute(orders, cancel, progress); },
+                   [this](RunOutcome<Results> &&outcome) {
+                       if (outcome.end == RunEnd::Done)
+                           take(*outcome.value);
+                       else if (outcome.end == RunEnd::Cancelled)
+                           m_status->showMessage(Velmora::tr("Cancelled"));
+                       else
+                           m_status->showMessage(faultText(outcome.fault, Velmora::tr("Not enough memory")));
+                   },
+                   [this](const ProgressState &state) {
+                       m_status->showProgress(
+                           state, Velmora::tr("Reading %1").arg(visibleName(QDir::toNativeSeparators(state.item))));
+                   });
 }
 
 void ChecksumWidget::onCancel()
@@ -246,8 +247,9 @@ void ChecksumWidget::take(const Results &results)
     const QString algorithm = labelOf(results.algorithm);
     const auto show = [&](QLabel &label, const std::optional<FileChecksum> &checksum, const QString &value,
                           const QString &error, const char *none) {
-        label.setText(!checksum ? Velmora::tr(none)
-                                : isWhole(checksum) ? value.arg(algorithm, checksum->text()) : error);
+        label.setText(!checksum           ? Velmora::tr(none)
+                      : isWhole(checksum) ? value.arg(algorithm, checksum->text())
+                                          : error);
     };
     show(*m_left, results.left, Velmora::tr("Left (%1): %2"), Velmora::tr("Left: error"), leftNoValue);
     show(*m_right, results.right, Velmora::tr("Right (%1): %2"), Velmora::tr("Right: error"), rightNoValue);

@@ -7,8 +7,7 @@
 
 namespace velmora {
 
-StatusLine::StatusLine(QWidget *parent)
-    : QWidget(parent), m_strip(new ProgressStrip(this)), m_message(new QLabel(this))
+StatusLine::StatusLine(QWidget *parent) : QWidget(parent), m_strip(new ProgressStrip(this)), m_message(new QLabel(this))
 {
     m_message->setObjectName(QStringLiteral("statusLabel"));
     m_message->setTextFormat(Qt::PlainText); // a file may be called "<b>"
@@ -26,7 +25,7 @@ StatusLine::StatusLine(QWidget *parent)
 void StatusLine::showMessage(const QString &message)
 {
     m_message->setText(message);
-    m_message->setToolTip(message.toHtmlEscaped());
+    m_message->setToolTip(message);
 }
 
 void StatusLine::setBusy(bool busy)
