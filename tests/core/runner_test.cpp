@@ -6,6 +6,7 @@
 #include <QProcess>
 #include <QSemaphore>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QThread>
 
 #include <stdexcept>
@@ -208,7 +209,12 @@ private Q_SLOTS:
 
     void aProcessEndsWithAStuckWorker()
     {
+        // What a process that ends in this way leaves among the temporary files goes with this folder.
+        const QTemporaryDir folder;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("TMPDIR"), folder.path());
         QProcess process;
+        process.setProcessEnvironment(environment);
         process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("class=StuckProcess"), stuckArgument});
         QVERIFY(process.waitForFinished());
         QCOMPARE(process.exitStatus(), QProcess::NormalExit);
