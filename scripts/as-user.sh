@@ -18,7 +18,7 @@ chmod 755 "$room"
 install -d -m 700 -o "$user" -g "$user" "$room/home" "$room/tmp"
 
 cd /
-"${become[@]}" HOME="$room/home" TMPDIR="$room/tmp" QT_QPA_PLATFORM=offscreen VELMORA_AS_USER=1 "$@" && status=0 || status=$?
+"${become[@]}" HOME="$room/home" TMPDIR="$room/tmp" QT_QPA_PLATFORM=offscreen "$@" && status=0 || status=$?
 left=$(find "$room/tmp" -mindepth 1)
 if [[ -n $left ]]; then
     printf 'Left behind:\n%s\n' "$left" >&2

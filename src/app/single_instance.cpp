@@ -120,8 +120,9 @@ QString settingsPlace(const QProcessEnvironment &environment)
 std::array<QString, 2> displays(const QProcessEnvironment &environment)
 {
     QString x11 = environment.value(QStringLiteral("DISPLAY"));
-    // A display may have several screens, behind a dot: ":0.1".
-    const qsizetype screen = x11.indexOf(u'.', x11.lastIndexOf(u':') + 1);
+    // A display may have several screens, behind a dot: ":0.1". Dots before the colon belong to the host's name.
+    const qsizetype colon = x11.lastIndexOf(u':');
+    const qsizetype screen = colon < 0 ? -1 : x11.indexOf(u'.', colon);
     if (screen > 0)
         x11.truncate(screen);
     return {x11, environment.value(QStringLiteral("WAYLAND_DISPLAY"))};

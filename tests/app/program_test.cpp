@@ -1,6 +1,7 @@
 #include "app/single_instance.h"
 #include "support/test_main.h"
 
+#include <QDir>
 #include <QLocalSocket>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -54,9 +55,16 @@ private Q_SLOTS:
     {
         m_home = std::make_unique<QTemporaryDir>();
         QVERIFY(m_home->isValid());
+        // Programs that are killed leave their sockets in the folder for temporary files.
+        qputenv("TMPDIR", QFile::encodeName(m_home->path()));
         if (hasProfile())
             forget();
         qputenv("USERNAME", "velmora-program-" + QByteArray::number(QCoreApplication::applicationPid()));
+    }
+
+    void cleanup()
+    {
+        qputenv("TMPDIR", m_temporary);
     }
 
     // It asked for a display first, and a window that was open took the question and said nothing.
@@ -133,8 +141,6 @@ private Q_SLOTS:
     void aStartAtAnotherPlaceOpensItsOwnWindow()
     {
         QFETCH(QString, variable);
-        if (variable == QLatin1String("DISPLAY") && qEnvironmentVariableIsSet("VELMORA_AS_USER"))
-            QSKIP("fails for a user made for the tests; the cause is not known yet");
         const auto startsAt = [&](Program &program, const char *place) {
             QProcessEnvironment environment = program.process.processEnvironment();
             environment.insert(variable, m_home->filePath(QLatin1String(place)));
@@ -223,6 +229,7 @@ private:
     static void forget() {}
 #endif
 
+    const QByteArray m_temporary = QFile::encodeName(QDir::tempPath());
     std::unique_ptr<QTemporaryDir> m_home;
 };
 

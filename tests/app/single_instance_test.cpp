@@ -127,6 +127,7 @@ private Q_SLOTS:
         } const cases[] = {
             {"", "", true},
             {"HOME=/a DISPLAY=:0", "HOME=/a DISPLAY=:0.1", true},
+            {"HOME=/a DISPLAY=/run/of.x/here", "HOME=/a DISPLAY=/run/of.x/there", false},
             {"HOME=/a", "HOME=/b", false},
             {"HOME=/a", "XDG_CONFIG_HOME=/a/.config/ HOME=/b", true},
             {"HOME=/a XDG_CONFIG_HOME=/x", "HOME=/a", false},
