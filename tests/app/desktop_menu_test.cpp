@@ -1,6 +1,7 @@
 #include "app/desktop_menu.h"
 #include "app/shell_menu.h"
 #include "platform/desktop_integration.h"
+#include "support/files.h"
 #include "support/test_main.h"
 
 #include <QDirIterator>
@@ -9,6 +10,8 @@
 #include <QTemporaryDir>
 
 using namespace velmora;
+using velmora::test::word;
+using velmora::test::words;
 
 namespace {
 
@@ -87,11 +90,11 @@ private Q_SLOTS:
     {
         const ShellMenu menu = desktopShellMenu(m_home->path());
         QVERIFY(!menu.isRegistered());
-        QVERIFY(menu.registerMenu(QStringLiteral("/opt/velmora")));
+        QVERIFY(menu.registerMenu(word("/opt/velmora")));
         QVERIFY(menu.isRegistered());
         QVERIFY(contentsOf(m_home->path()).size() > 10);
         // Once more, as after the program has moved.
-        QVERIFY(menu.registerMenu(QStringLiteral("/usr/local/bin/velmora")));
+        QVERIFY(menu.registerMenu(word("/usr/local/bin/velmora")));
         QVERIFY(menu.unregisterMenu());
         QVERIFY(!menu.isRegistered());
         QCOMPARE(contentsOf(m_home->path()), (QMap<QString, QByteArray>()));
@@ -105,29 +108,29 @@ private Q_SLOTS:
             QFile file(home.filePath(QLatin1String(path)));
             return file.open(QIODevice::WriteOnly) && file.write(text) > 0;
         };
-        QVERIFY(home.mkpath(QStringLiteral("nemo/actions"))); // empty, and to stay so
+        QVERIFY(home.mkpath(word("nemo/actions"))); // empty, and to stay so
         QVERIFY(write("applications/other.desktop", "[Desktop Entry]\nType=Application\nName=Other\nExec=other\n"));
         QVERIFY(write("nautilus/scripts/mine", "#!/bin/sh\n"));
         const QMap<QString, QByteArray> before = contentsOf(m_home->path());
         const ShellMenu menu = desktopShellMenu(m_home->path());
-        QVERIFY(menu.registerMenu(QStringLiteral("/opt/velmora")));
+        QVERIFY(menu.registerMenu(word("/opt/velmora")));
         QVERIFY(write("nautilus/scripts/later", "#!/bin/sh\n"));
         QVERIFY(menu.unregisterMenu());
         QMap<QString, QByteArray> after = contentsOf(m_home->path());
-        after.remove(QStringLiteral("applications/mimeinfo.cache")); // the tools' index of the other entries
-        QVERIFY(after.remove(QStringLiteral("nautilus/scripts/later")));
+        after.remove(word("applications/mimeinfo.cache")); // the tools' index of the other entries
+        QVERIFY(after.remove(word("nautilus/scripts/later")));
         QCOMPARE(after, before);
     }
 
     void isWholeOrNotAtAll()
     {
-        QFile inTheWay(m_home->filePath(QStringLiteral("nemo")));
+        QFile inTheWay(m_home->filePath(word("nemo")));
         QVERIFY(inTheWay.open(QIODevice::WriteOnly));
         inTheWay.close();
         const ShellMenu menu = desktopShellMenu(m_home->path());
-        QVERIFY(!menu.registerMenu(QStringLiteral("/opt/velmora")));
+        QVERIFY(!menu.registerMenu(word("/opt/velmora")));
         QVERIFY(!menu.isRegistered());
-        QCOMPARE(contentsOf(m_home->path()).keys(), QStringList{QStringLiteral("nemo")});
+        QCOMPARE(contentsOf(m_home->path()).keys(), words("nemo"));
     }
 
     void quotesTheProgram_data()
@@ -154,10 +157,10 @@ private Q_SLOTS:
 
     void scriptsHandTheFileOver()
     {
-        if (QStandardPaths::findExecutable(QStringLiteral("sh")).isEmpty())
+        if (QStandardPaths::findExecutable(word("sh")).isEmpty())
             QSKIP("no shell");
         // A program of a difficult name that says what it was given.
-        const QString program = m_home->filePath(QStringLiteral("it's $HOME \"quoted\""));
+        const QString program = m_home->filePath(word("it's $HOME \"quoted\""));
         QFile script(program);
         QVERIFY(script.open(QIODevice::WriteOnly));
         script.write("#!/bin/sh\nprintf '%s|' \"$@\"\n");
@@ -170,7 +173,7 @@ private Q_SLOTS:
                 continue;
             ++scripts;
             QProcess process;
-            process.start(m_home->filePath(file.path), {QStringLiteral("-a file's $name")});
+            process.start(m_home->filePath(file.path), {word("-a file's $name")});
             QVERIFY(process.waitForFinished());
             const QByteArray side = file.path.contains(QLatin1String("right")) ? "right" : "left";
             QCOMPARE(process.readAllStandardOutput(), "--as-" + side + "|-a file's $name|");
@@ -180,10 +183,10 @@ private Q_SLOTS:
 
     void theEntriesAreValid()
     {
-        const QString validate = QStandardPaths::findExecutable(QStringLiteral("desktop-file-validate"));
+        const QString validate = QStandardPaths::findExecutable(word("desktop-file-validate"));
         if (validate.isEmpty())
             QSKIP("desktop-file-validate is not installed");
-        QVERIFY(desktopShellMenu(m_home->path()).registerMenu(QStringLiteral("/opt/a b/velmora")));
+        QVERIFY(desktopShellMenu(m_home->path()).registerMenu(word("/opt/a b/velmora")));
         for (const char *name : {"applications/velmora.desktop", "applications/velmora-workspace.desktop"}) {
             QProcess process;
             process.setProcessChannelMode(QProcess::MergedChannels);

@@ -4,6 +4,7 @@
 #include "app/locale.h"
 #include "app/session_kinds.h"
 #include "app/session_search.h"
+#include "support/files.h"
 #include "support/test_main.h"
 
 #include <QMimeData>
@@ -13,6 +14,8 @@
 #include <algorithm>
 
 using namespace velmora;
+using velmora::test::word;
+using velmora::test::words;
 
 class HomeTilesTest : public QObject {
     Q_OBJECT
@@ -79,8 +82,8 @@ private Q_SLOTS:
     void tilesFitTheirText()
     {
         HomeTileFlowWidget flow;
-        auto *narrow = new QPushButton(QStringLiteral("i"));
-        auto *wide = new QPushButton(QStringLiteral("a rather long caption"));
+        auto *narrow = new QPushButton(word("i"));
+        auto *wide = new QPushButton(word("a rather long caption"));
         flow.addTile(narrow);
         flow.addTile(wide);
         flow.fitTileSizeToText();
@@ -100,7 +103,7 @@ private Q_SLOTS:
         QSet<QString> missing;
         for (const SessionKindRow &kind : sessionKinds())
             missing.insert(QLatin1String("new_") + kind.id);
-        const auto tiles = home.findChildren<HomeTile *>(QStringLiteral("homeTile"));
+        const auto tiles = home.findChildren<HomeTile *>(word("homeTile"));
         for (const HomeTile *tile : tiles) {
             QVERIFY(tile->isVisible() && missing.remove(tile->property("homeIconId").toString()));
             QCOMPARE(tile->note().isEmpty(), isBuilt(tile->row()));
@@ -114,7 +117,7 @@ private Q_SLOTS:
         HomePage home;
         home.show();
         QVERIFY(QTest::qWaitForWindowExposed(&home));
-        const auto *flow = home.findChild<HomeTileFlowWidget *>(QStringLiteral("homeTileFlow"));
+        const auto *flow = home.findChild<HomeTileFlowWidget *>(word("homeTileFlow"));
         // Narrower than its texts, whatever the font, the page is scrolled.
         const int least = home.findChild<QScrollArea *>()->widget()->minimumSizeHint().width();
         for (int width = 1300; width >= std::max(480, least); width -= 20) {
@@ -138,7 +141,7 @@ private Q_SLOTS:
         home.resize(1100, 800);
         SessionRecord record;
         home.setHistory({{1, record}});
-        record.type = QStringLiteral("text");
+        record.type = word("text");
         home.setHistory({{1, {}}, {2, record}}); // made anew
         home.show();
         QVERIFY(QTest::qWaitForWindowExposed(&home));
@@ -178,12 +181,11 @@ private Q_SLOTS:
                 way.append(QString::number(from = placeAfterKey(places, from, key)));
             return way.join(u' ');
         };
-        QCOMPARE(walk(0, {Qt::Key_Right, Qt::Key_Right, Qt::Key_Left, Qt::Key_Left, Qt::Key_Left}),
-                 QStringLiteral("1 2 1 0 0"));
+        QCOMPARE(walk(0, {Qt::Key_Right, Qt::Key_Right, Qt::Key_Left, Qt::Key_Left, Qt::Key_Left}), word("1 2 1 0 0"));
         QCOMPARE(walk(0, {Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Up, Qt::Key_Up, Qt::Key_Up}),
-                 QStringLiteral("2 5 5 4 1 1"));
-        QCOMPARE(walk(3, {Qt::Key_Up, Qt::Key_End, Qt::Key_Right, Qt::Key_Home}), QStringLiteral("0 5 5 0"));
-        QCOMPARE(walk(-1, {Qt::Key_Down}), QStringLiteral("0"));
+                 word("2 5 5 4 1 1"));
+        QCOMPARE(walk(3, {Qt::Key_Up, Qt::Key_End, Qt::Key_Right, Qt::Key_Home}), word("0 5 5 0"));
+        QCOMPARE(walk(-1, {Qt::Key_Down}), word("0"));
         QCOMPARE(placeAfterKey({}, -1, Qt::Key_Down), -1);
         QCOMPARE(placeAfterKey(places, 0, Qt::Key_A), -1);
     }
@@ -197,46 +199,46 @@ private Q_SLOTS:
         QStringList chosen;
         connect(&home, &HomePage::kindChosen, this, [&chosen](const SessionKindRow &kind) { chosen.append(kind.id); });
         connect(&home, &HomePage::entryChosen, this, [&chosen](quint64 id) { chosen.append(QString::number(id)); });
-        auto *filter = home.findChild<QLineEdit *>(QStringLiteral("homeFilter"));
+        auto *filter = home.findChild<QLineEdit *>(word("homeFilter"));
         const auto reached = [&home] {
             QStringList names;
             for (const TileButton *tile : home.findChildren<TileButton *>()) {
                 if (tile->isEnabled() && !tile->isHidden())
-                    names.append(tile->text() + (tile->isPreferred() ? QStringLiteral("*") : QString()));
+                    names.append(tile->text() + (tile->isPreferred() ? word("*") : QString()));
             }
             names.sort();
             return names.join(u'|');
         };
         SessionRecord record;
-        record.type = QStringLiteral("table");
-        record.name = QStringLiteral("June <-> July");
-        record.paths.left = QStringLiteral("/accounts/june.csv");
+        record.type = word("table");
+        record.name = word("June <-> July");
+        record.paths.left = word("/accounts/june.csv");
         QList<SessionHistory::Entry> history(12, {7, record});
         for (int i = 0; i < 12; ++i)
             history[i].record.paths.right = QString::number(i);
         home.setHistory(history);
-        QCOMPARE(home.findChildren<TileButton *>(QStringLiteral("recentSession")).size(), 3);
+        QCOMPARE(home.findChildren<TileButton *>(word("recentSession")).size(), 3);
 
         // Typed anywhere on the page, words in any order.
         HomeTile *tile = home.findChildren<HomeTile *>().constLast();
         tile->setFocus();
-        QTest::keyClicks(tile, QStringLiteral("h"));
-        QCOMPARE(filter->text(), QStringLiteral("h"));
-        filter->setText(QStringLiteral("compare IMA"));
-        QCOMPARE(reached(), QStringLiteral("Image compare*"));
+        QTest::keyClicks(tile, word("h"));
+        QCOMPARE(filter->text(), word("h"));
+        filter->setText(word("compare IMA"));
+        QCOMPARE(reached(), word("Image compare*"));
         QVERIFY(!tile->isEnabled());
         QTest::keyClick(filter, Qt::Key_Return);
-        QCOMPARE(chosen, QStringList{QStringLiteral("image")});
+        QCOMPARE(chosen, words("image"));
         QVERIFY(filter->text().isEmpty()); // found
 
         // All of the history is looked through.
-        filter->setText(QStringLiteral("june accounts"));
-        QCOMPARE(home.findChildren<TileButton *>(QStringLiteral("recentSession")).size(), 9);
+        filter->setText(word("june accounts"));
+        QCOMPARE(home.findChildren<TileButton *>(word("recentSession")).size(), 9);
         QTest::keyClick(filter, Qt::Key_Return);
-        QCOMPARE(chosen.constLast(), QStringLiteral("7"));
-        filter->setText(QStringLiteral("nothing of the kind"));
+        QCOMPARE(chosen.constLast(), word("7"));
+        filter->setText(word("nothing of the kind"));
         QCOMPARE(reached(), QString());
-        QVERIFY(home.findChild<QLabel *>(QStringLiteral("recentNothing"))->isVisible());
+        QVERIFY(home.findChild<QLabel *>(word("recentNothing"))->isVisible());
         QTest::keyClick(filter, Qt::Key_Return);
         QCOMPARE(chosen.size(), 2);
 
@@ -245,24 +247,24 @@ private Q_SLOTS:
         QTest::keyClick(filter, Qt::Key_Return);
         QCOMPARE(chosen.size(), 2);
         QTest::keyClick(filter, Qt::Key_Down);
-        QVERIFY(home.findChild<QWidget *>(QStringLiteral("homePrimaryRow"))->findChild<HomeTile *>()->hasFocus());
+        QVERIFY(home.findChild<QWidget *>(word("homePrimaryRow"))->findChild<HomeTile *>()->hasFocus());
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_End);
-        QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("recentSession"));
+        QCOMPARE(QApplication::focusWidget()->objectName(), word("recentSession"));
     }
 
     void findsKindsInBothLanguages()
     {
         const SessionKindRow &kind = sessionKind(QLatin1String("text"));
         QVERIFY(kindMatches(kind, QString()));
-        QVERIFY(kindMatches(kind, QStringLiteral(" DIFF  text ")));
-        QVERIFY(!kindMatches(kind, QStringLiteral("text image")));
+        QVERIFY(kindMatches(kind, word(" DIFF  text ")));
+        QVERIFY(!kindMatches(kind, word("text image")));
         HomePage home;
         const QImage english = home.grab().toImage();
-        setCurrentLocale(QStringLiteral("zh_CN"));
+        setCurrentLocale(word("zh_CN"));
         installTranslator();
         QCOMPARE(home.grab().toImage(), english); // what is there stays in one language
-        QVERIFY(kindMatches(kind, QStringLiteral("文本")));
-        QVERIFY(kindMatches(kind, QStringLiteral("比较 text")));
+        QVERIFY(kindMatches(kind, word("文本")));
+        QVERIFY(kindMatches(kind, word("比较 text")));
         setCurrentLocale({});
         installTranslator();
     }
@@ -286,13 +288,12 @@ private Q_SLOTS:
         };
         const auto tiles = home.findChildren<HomeTile *>();
         QMimeData text;
-        text.setText(QStringLiteral("no file"));
+        text.setText(word("no file"));
         QVERIFY(!drop(tiles[0], text).contains(true));
         QMimeData files;
-        files.setUrls({QUrl::fromLocalFile(QStringLiteral("/a")), QUrl(QStringLiteral("https://host/x")),
-                       QUrl::fromLocalFile(QStringLiteral("/b"))});
+        files.setUrls({QUrl::fromLocalFile(word("/a")), QUrl(word("https://host/x")), QUrl::fromLocalFile(word("/b"))});
         QVERIFY(!drop(tiles[0], files).contains(false));
-        QCOMPARE(dropped, (QStringList{tiles[0]->row().id, QStringLiteral("/a"), QStringLiteral("/b")}));
+        QCOMPARE(dropped, (QStringList{tiles[0]->row().id, word("/a"), word("/b")}));
 
         QMimeData folder;
         folder.setUrls({QUrl::fromLocalFile(QDir::rootPath())});

@@ -10,6 +10,7 @@
 #include "session/folder_colours.h"
 #include "session/theme.h"
 #include "support/contrast.h"
+#include "support/files.h"
 #include "support/test_main.h"
 #include "text/text_appearance.h"
 
@@ -21,6 +22,7 @@
 #include <QTreeWidgetItemIterator>
 
 using namespace velmora;
+using velmora::test::word;
 
 namespace {
 
@@ -94,36 +96,36 @@ private Q_SLOTS:
         options.cancel();
         QVERIFY(!isDarkTheme());
         QVERIFY(!options.dialog.isVisible());
-        QVERIFY(!InterfaceSettings().contains(QStringLiteral("theme")));
+        QVERIFY(!InterfaceSettings().contains(word("theme")));
     }
 
     void storesThemeAndLanguage()
     {
         ScriptedDialogs dialogs;
         const OpenOptions options(true);
-        QCOMPARE(options.control<QComboBox>("optionTheme")->currentText(), QStringLiteral("Dark"));
+        QCOMPARE(options.control<QComboBox>("optionTheme")->currentText(), word("Dark"));
         options.control<QComboBox>("optionTheme")->setCurrentIndex(0);
         auto *language = options.control<QComboBox>("optionLanguage");
-        QCOMPARE(language->itemText(0), QStringLiteral("English"));
-        QCOMPARE(language->currentData().toString(), QStringLiteral("en_US"));
+        QCOMPARE(language->itemText(0), word("English"));
+        QCOMPARE(language->currentData().toString(), word("en_US"));
         language->setCurrentIndex(1);
         options.control<QSpinBox>("optionTabWidth")->setValue(3);
         options.apply();
         QCOMPARE(TextAppearance::load().tabWidth, 3);
         QVERIFY(!isDarkTheme());
         QVERIFY(!options.dialog.isVisible());
-        QCOMPARE(InterfaceSettings().value(QStringLiteral("theme")).toInt(), 0);
-        QCOMPARE(InterfaceSettings().value(QStringLiteral("uiLocale")).toString(), QStringLiteral("zh_CN"));
+        QCOMPARE(InterfaceSettings().value(word("theme")).toInt(), 0);
+        QCOMPARE(InterfaceSettings().value(word("uiLocale")).toString(), word("zh_CN"));
         QCOMPARE(dialogs.said.size(), 1);
-        QCOMPARE(currentLocale(), QStringLiteral("zh_CN"));
+        QCOMPARE(currentLocale(), word("zh_CN"));
 
         // Nothing is told when the language stays.
         const OpenOptions again(false);
         again.apply();
-        setCurrentLocale(QStringLiteral("en_GB")); // which is not on offer
+        setCurrentLocale(word("en_GB")); // which is not on offer
         const OpenOptions elsewhere(false);
         elsewhere.apply();
-        QCOMPARE(currentLocale(), QStringLiteral("en_GB"));
+        QCOMPARE(currentLocale(), word("en_GB"));
         QCOMPARE(dialogs.said.size(), 1);
     }
 
@@ -140,23 +142,22 @@ private Q_SLOTS:
             }
             return QString();
         };
-        QCOMPARE(keysOf(QStringLiteral("Everywhere"), QStringLiteral("New tab")), QStringLiteral("Ctrl+T"));
-        QCOMPARE(keysOf(QStringLiteral("Everywhere"), QStringLiteral("Sessions panel")),
-                 QStringLiteral("Ctrl+Shift+P"));
-        QCOMPARE(keysOf(QStringLiteral("Text compare"), QStringLiteral("Next")), QStringLiteral("F8, Alt+Down"));
-        QVERIFY(keysOf(QStringLiteral("Folder compare"), QStringLiteral("Next")).startsWith(QStringLiteral("F8")));
-        QVERIFY(!keysOf(QStringLiteral("Services"), QStringLiteral("Next")).isEmpty());
+        QCOMPARE(keysOf(word("Everywhere"), word("New tab")), word("Ctrl+T"));
+        QCOMPARE(keysOf(word("Everywhere"), word("Sessions panel")), word("Ctrl+Shift+P"));
+        QCOMPARE(keysOf(word("Text compare"), word("Next")), word("F8, Alt+Down"));
+        QVERIFY(keysOf(word("Folder compare"), word("Next")).startsWith(word("F8")));
+        QVERIFY(!keysOf(word("Services"), word("Next")).isEmpty());
 
         KeyListDialog dialog(groups);
-        dialog.findChild<QLineEdit *>(QStringLiteral("keySearch"))->setText(QStringLiteral("alt+down"));
-        auto *list = dialog.findChild<QTreeWidget *>(QStringLiteral("keyList"));
+        dialog.findChild<QLineEdit *>(word("keySearch"))->setText(word("alt+down"));
+        auto *list = dialog.findChild<QTreeWidget *>(word("keyList"));
         QStringList shown;
         for (QTreeWidgetItemIterator item(list, QTreeWidgetItemIterator::NotHidden); *item; ++item)
             shown.append((*item)->text(1));
         shown.removeAll(QString());
         QVERIFY(shown.size() >= 2);
         for (const QString &keys : std::as_const(shown))
-            QVERIFY(keys.contains(QStringLiteral("Alt+Down")));
+            QVERIFY(keys.contains(word("Alt+Down")));
     }
 
     void switchesTheExplorerMenu()
@@ -175,7 +176,7 @@ private Q_SLOTS:
         QVERIFY(dialogs.said.isEmpty());
 
         options.dialog.show();
-        options.registry.refused = QStringLiteral("Software\\Classes\\Directory\\shell\\VelmoraAsLeft");
+        options.registry.refused = word("Software\\Classes\\Directory\\shell\\VelmoraAsLeft");
         check->setChecked(true);
         options.apply();
         QCOMPARE(dialogs.said,
@@ -183,21 +184,21 @@ private Q_SLOTS:
                                             "Check permissions and the executable path.")});
         QVERIFY(check->isChecked() && options.dialog.isVisible());
         const OptionsDialog nothingToSwitch(false, {});
-        QVERIFY(!nothingToSwitch.findChild<QCheckBox *>(QStringLiteral("optionExplorer"))->isEnabled());
+        QVERIFY(!nothingToSwitch.findChild<QCheckBox *>(word("optionExplorer"))->isEnabled());
     }
 
     void writesTheExplorerVerbs()
     {
         MemoryRegistry registry;
         QVERIFY(!isExplorerMenuRegistered(registry));
-        QVERIFY(registerExplorerMenu(registry, QStringLiteral("/opt/velmora")));
+        QVERIFY(registerExplorerMenu(registry, word("/opt/velmora")));
         QStringList lines;
         for (auto key = registry.values.constBegin(); key != registry.values.constEnd(); ++key) {
             for (auto value = key->constBegin(); value != key->constEnd(); ++value)
-                lines.append(QStringLiteral("%1|%2|%3").arg(key.key(), value.key(), value.value()));
+                lines.append(word("%1|%2|%3").arg(key.key(), value.key(), value.value()));
         }
         QString expected;
-        for (const QString &root : {QStringLiteral("*"), QStringLiteral("Directory")}) {
+        for (const QString &root : {word("*"), word("Directory")}) {
             expected += QString::fromUtf8(R"(
 Software\Classes\ROOT\shell\VelmoraAsLeft||用 Velmora 选为比较左侧
 Software\Classes\ROOT\shell\VelmoraAsLeft|Icon|PROGRAM,0
@@ -207,7 +208,7 @@ Software\Classes\ROOT\shell\VelmoraAsRight|Icon|PROGRAM,0
 Software\Classes\ROOT\shell\VelmoraAsRight\command||"PROGRAM" --as-right "%1")")
                             .replace(QLatin1String("ROOT"), root);
         }
-        expected.replace(QLatin1String("PROGRAM"), QDir::toNativeSeparators(QStringLiteral("/opt/velmora")));
+        expected.replace(QLatin1String("PROGRAM"), QDir::toNativeSeparators(word("/opt/velmora")));
         QCOMPARE(lines.join(u'\n'), expected.trimmed());
     }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "core/recovery_store.h"
-#include "session/session_host.h"
 #include "session/session_widget.h"
 
 #include <QStringList>
@@ -54,11 +53,4 @@ public:
     bool unlocked = false;
     bool unsaved = false;
     bool takesDrops = true;
-};
-
-/// A window that sessions may talk to and that does nothing.
-class SilentHost final : public velmora::SessionHost {
-public:
-    void openSession(const QString & /*kind*/, const velmora::SessionPaths & /*paths*/) override {}
-    void showStatus(const QString & /*message*/, int /*milliseconds*/) override {}
 };

@@ -4,6 +4,8 @@
 #include "app/session_tabs.h"
 #include "app/tarnwick.h"
 #include "core/recovery_store.h"
+#include "support/files.h"
+#include "support/recording_host.h"
 #include "support/scripted_dialogs.h"
 #include "support/test_main.h"
 
@@ -15,6 +17,8 @@
 #include <QTemporaryDir>
 
 using namespace velmora;
+using velmora::test::word;
+using velmora::test::words;
 
 namespace {
 
@@ -22,38 +26,19 @@ enum Answer { Later, Restore, Discard };
 
 RecoveryRecord recordOf(const QString &left, const QString &right, const QByteArray &leftText)
 {
-    const QJsonObject side{{QStringLiteral("side"), QStringLiteral("left")},
-                           {QStringLiteral("path"), left},
-                           {QStringLiteral("charset"), QStringLiteral("UTF-8")},
-                           {QStringLiteral("mark"), false},
-                           {QStringLiteral("fileSize"), 4},
-                           {QStringLiteral("fileModified"), 0}};
-    return {{{QStringLiteral("kind"), QStringLiteral("text")},
-             {QStringLiteral("left"), left},
-             {QStringLiteral("right"), right},
-             {QStringLiteral("sides"), QJsonArray{side}}},
-            {leftText}};
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
-
-bool write(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly) &&
-           file.write(bytes) == bytes.size();
+    const QJsonObject side{{word("side"), word("left")}, {word("path"), left},  {word("charset"), word("UTF-8")},
+                           {word("mark"), false},        {word("fileSize"), 4}, {word("fileModified"), 0}};
+    return {
+        {{word("kind"), word("text")}, {word("left"), left}, {word("right"), right}, {word("sides"), QJsonArray{side}}},
+        {leftText}};
 }
 
 /// A folder with two left records, one of an unknown kind, and a damaged file.
 struct Remains {
     Remains()
     {
-        const QString left = folder.filePath(QStringLiteral("run/"));
-        whole = {left + QStringLiteral("a.unsaved"), left + QStringLiteral("b.unsaved")};
+        const QString left = folder.filePath(word("run/"));
+        whole = {left + word("a.unsaved"), left + word("b.unsaved")};
         for (const QString &file : whole) {
             if (!QDir().mkpath(left) || !writeRecoveryRecord(file, recordOf(file, {}, "text\n")).ok())
                 qFatal("cannot write");
@@ -73,7 +58,7 @@ struct Remains {
     QTemporaryDir folder;
     QStringList whole;
     QStringList opened;
-    SilentHost host;
+    test::RecordingHost host;
     std::vector<std::unique_ptr<ProbeSession>> sessions;
     test::ScriptedDialogs dialogs;
 };
@@ -115,7 +100,7 @@ private Q_SLOTS:
         Remains r;
         r.dialogs.answerNumber(Restore);
         r.offer();
-        QCOMPARE(r.opened, (QStringList{QStringLiteral("text ") + r.whole[0], QStringLiteral("text ") + r.whole[1]}));
+        QCOMPARE(r.opened, (QStringList{word("text ") + r.whole[0], word("text ") + r.whole[1]}));
         QCOMPARE(r.sessions[0]->recovered, recordOf(r.whole[0], {}, "text\n"));
         QVERIFY(QFileInfo::exists(r.whole[0]));
         r.sessions[0]->recoveredIsKept();
@@ -126,14 +111,14 @@ private Q_SLOTS:
     void saysWhatIsDamagedAndLeavesWhatItDoesNotKnow()
     {
         Remains r;
-        const QString unknown = r.folder.filePath(QStringLiteral("run/c.unsaved"));
-        QVERIFY(writeRecoveryRecord(unknown, {{{QStringLiteral("kind"), QStringLiteral("later")}}, {}}).ok());
+        const QString unknown = r.folder.filePath(word("run/c.unsaved"));
+        QVERIFY(writeRecoveryRecord(unknown, {{{word("kind"), word("later")}}, {}}).ok());
         QFile half(r.whole[1]);
         QVERIFY(half.resize(half.size() - 1));
         r.dialogs.answerNumber(Discard);
         r.offer();
         QCOMPARE(r.dialogs.asked().size(), 2);
-        const QString aside = r.folder.filePath(QStringLiteral("b.damaged"));
+        const QString aside = r.folder.filePath(word("b.damaged"));
         QVERIFY(r.dialogs.asked().first().text.contains(QDir::toNativeSeparators(aside)));
         QVERIFY(QFileInfo::exists(aside));
         QVERIFY(!QFileInfo::exists(r.whole[0]));
@@ -145,10 +130,9 @@ private Q_SLOTS:
     void whatIsSavedByNowIsNotOffered()
     {
         Remains r;
-        QVERIFY(write(r.folder.filePath(QStringLiteral("saved.txt")), "text\n"));
+        QVERIFY(test::makeFile(r.folder.filePath(word("saved.txt")), "text\n"));
         for (const QString &file : r.whole)
-            QVERIFY(
-                writeRecoveryRecord(file, recordOf(r.folder.filePath(QStringLiteral("saved.txt")), {}, "text\n")).ok());
+            QVERIFY(writeRecoveryRecord(file, recordOf(r.folder.filePath(word("saved.txt")), {}, "text\n")).ok());
         r.offer();
         QVERIFY(r.dialogs.asked().isEmpty());
         QVERIFY(!QFileInfo::exists(r.whole[0]) && !QFileInfo::exists(r.whole[1]));
@@ -157,17 +141,16 @@ private Q_SLOTS:
     void theWindowBringsBackEditedTexts()
     {
         const QTemporaryDir folder;
-        const QString left = folder.filePath(QStringLiteral("left.txt"));
-        const QString right = folder.filePath(QStringLiteral("right.txt"));
-        QVERIFY(write(left, "old\n") && write(right, "right\n"));
-        const QString root =
-            QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + QStringLiteral("/recovery");
-        const QString kept = root + QStringLiteral("/run/a.unsaved");
-        QVERIFY(QDir().mkpath(root + QStringLiteral("/run")));
+        const QString left = folder.filePath(word("left.txt"));
+        const QString right = folder.filePath(word("right.txt"));
+        QVERIFY(test::makeFile(left, "old\n") && test::makeFile(right, "right\n"));
+        const QString root = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + word("/recovery");
+        const QString kept = root + word("/run/a.unsaved");
+        QVERIFY(QDir().mkpath(root + word("/run")));
         QVERIFY(writeRecoveryRecord(kept, recordOf(left, right, "edited\r\nlines")).ok());
         const auto files = [&root] {
             QStringList names;
-            QDirIterator all(root, {QStringLiteral("*.unsaved")}, QDir::Files, QDirIterator::Subdirectories);
+            QDirIterator all(root, {word("*.unsaved")}, QDir::Files, QDirIterator::Subdirectories);
             while (all.hasNext())
                 names.append(all.next());
             return names;
@@ -184,7 +167,7 @@ private Q_SLOTS:
             QTRY_VERIFY(!QFileInfo::exists(kept));
             QVERIFY(session->hasUnsavedChanges());
             QCOMPARE(files().size(), 1); // kept anew
-            QCOMPARE(contentOf(left), QByteArray("old\n"));
+            QCOMPARE(test::contentsOf(left), QByteArray("old\n"));
 
             // The file is not as it was when the text was read from it.
             dialogs.answerNumber(1); // save
@@ -192,9 +175,8 @@ private Q_SLOTS:
             std::optional<bool> mayClose;
             session->confirmClose([&mayClose](bool may) { mayClose = may; });
             QTRY_COMPARE(mayClose, true);
-            QCOMPARE(dialogs.titles().mid(1),
-                     (QStringList{QStringLiteral("Unsaved changes"), QStringLiteral("External file changed")}));
-            QCOMPARE(contentOf(left), QByteArray("edited\r\nlines"));
+            QCOMPARE(dialogs.titles().mid(1), words("Unsaved changes|External file changed"));
+            QCOMPARE(test::contentsOf(left), QByteArray("edited\r\nlines"));
             QTRY_COMPARE(files(), QStringList());
         }
     }

@@ -7,21 +7,18 @@
 #include "app/session_tabs.h"
 #include "app/tarnwick.h"
 #include "core/settings_store.h"
+#include "support/files.h"
 #include "support/test_main.h"
 
 #include <QTemporaryDir>
 
 using namespace velmora;
+using velmora::test::contentsOf;
+using velmora::test::word;
 
 namespace {
 
 constexpr char casesFolder[] = VELMORA_SOURCE_DIR "/tests/app/cases";
-
-QByteArray contentsOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 /// Options that differ from what a session of the kind has by itself, in a form that it understands.
 QJsonObject changedOptions(const SessionWidget &session)
@@ -86,18 +83,15 @@ private Q_SLOTS:
         QFETCH(QString, told);
         QFETCH(QByteArray, content);
         const QString path = m_folder.filePath(name);
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-        file.close();
-
+        QVERIFY(test::makeFile(path, content));
         ScriptedDialogs dialogs;
         SessionTabs tabs;
         SessionHistory history;
-        history.add(QStringLiteral("text"), QStringLiteral("kept"), {QStringLiteral("/k"), {}, {}});
+        history.add(word("text"), word("kept"), {word("/k"), {}, {}});
         SessionLibrary library(tabs, history, &tabs);
         QStringList opened;
-        connect(&library, &SessionLibrary::recordOpened, this, [&] { opened.append(QStringLiteral("opened")); });
-        connect(&library, &SessionLibrary::recordRestored, this, [&] { opened.append(QStringLiteral("restored")); });
+        connect(&library, &SessionLibrary::recordOpened, this, [&] { opened.append(word("opened")); });
+        connect(&library, &SessionLibrary::recordRestored, this, [&] { opened.append(word("restored")); });
         connect(&library, &SessionLibrary::statusMessage, this,
                 [&](const QString &text) { dialogs.said.append(text); });
         dialogs.answers = {1, 1, 1};
@@ -121,8 +115,8 @@ private Q_SLOTS:
     void everyKindComesBackAsItWas()
     {
         QFETCH(QString, kind);
-        const QString sessionFile = m_folder.filePath(kind + QStringLiteral(".kvsession"));
-        const QString workspaceFile = m_folder.filePath(kind + QStringLiteral(".kvworkspace"));
+        const QString sessionFile = m_folder.filePath(kind + word(".kvsession"));
+        const QString workspaceFile = m_folder.filePath(kind + word(".kvworkspace"));
         ScriptedDialogs dialogs;
         SessionRecord saved;
         {
@@ -133,22 +127,24 @@ private Q_SLOTS:
             SessionWidget *session = tabs->currentSession();
             QJsonObject options = changedOptions(*session);
             if (options.isEmpty())
-                options = {{QStringLiteral("probe"), 1}};
+                options = {{word("probe"), 1}};
             session->setOptions(options);
-            session->setPaths({.left = row.sides > 0 ? m_folder.filePath(QStringLiteral("l & <b> ä")) : QString(),
-                               .right = row.sides > 1 ? m_folder.filePath(QStringLiteral("r %1")) : QString(),
-                               .base = row.sides > 2 ? m_folder.filePath(QStringLiteral("b")) : QString()});
+            session->setPaths({.left = row.sides > 0 ? m_folder.filePath(word("l & <b> ä")) : QString(),
+                               .right = row.sides > 1 ? m_folder.filePath(word("r %1")) : QString(),
+                               .base = row.sides > 2 ? m_folder.filePath(word("b")) : QString()});
             saved = session->record();
             QCOMPARE(saved.type, kind);
             QVERIFY2(saved.options.isEmpty() || saved.options == options, "the options were not taken up whole");
-            saved.name = QStringLiteral("A & B");
+            saved.name = word("A & B");
             saved.timestamp = {};
             QVERIFY(writeJsonFile(sessionFile, sessionToJson(saved)));
             Q_EMIT session->tabTitleChanged(saved.name);
             if (row.remote)
                 dialogs.answers = {1}; // it is asked about first
-            window.handleArguments({QStringLiteral("velmora"), sessionFile});
+            // A session file wins on the command line.
+            window.handleArguments({word("velmora"), word("--binary"), word("/p"), sessionFile, word("/q")});
             QCOMPARE(tabs->count(), 3);
+            QCOMPARE(tabs->titleAt(2), saved.name);
             compare(tabs, 2, saved);
             tabs->closeTab(1);
             QTRY_COMPARE(tabs->count(), 2);

@@ -9,20 +9,23 @@
 #include "app/tab_restorer.h"
 #include "app/tarnwick.h"
 #include "core/settings_store.h"
+#include "support/files.h"
+#include "support/recording_host.h"
 #include "support/test_main.h"
 
 #include <QSignalSpy>
-#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTreeWidget>
 
 using namespace velmora;
+using velmora::test::word;
+using velmora::test::words;
 
 namespace {
 
 SessionRecord makeRecord(const QString &type, const QString &left, const QString &right = {})
 {
-    return {.name = left + QStringLiteral(" name"),
+    return {.name = left + word(" name"),
             .type = type,
             .paths = {.left = left, .right = right, .base = {}},
             .options = {},
@@ -42,8 +45,8 @@ struct Shelf {
     Shelf()
     {
         auto *home = new QWidget;
-        home->setObjectName(QStringLiteral("homePage"));
-        tabs.addHome(home, {}, QStringLiteral("Home"));
+        home->setObjectName(word("homePage"));
+        tabs.addHome(home, {}, word("Home"));
         QObject::connect(&library, &SessionLibrary::recordOpened, &tabs, [this](const SessionRecord &record) {
             opened.append(record.type + u' ' + record.name);
             add(record.name);
@@ -90,7 +93,7 @@ struct Shelf {
     }
 
     ScriptedDialogs dialogs;
-    SilentHost host;
+    test::RecordingHost host;
     SessionTabs tabs;
     SessionHistory history;
     SessionLibrary library{tabs, history, &tabs};
@@ -115,17 +118,17 @@ private Q_SLOTS:
     void remembersASessionOnceInARow()
     {
         SessionHistory history;
-        const SessionPaths a{QStringLiteral("a"), {}, {}};
-        const SessionPaths b{QStringLiteral("b"), {}, {}};
-        const QString text = QStringLiteral("text");
-        history.add(text, QStringLiteral("one"), a);
-        history.add(text, QStringLiteral("other name"), a);
-        history.add(text, {}, {QStringLiteral("a/"), {}, {}}); // the same folder
+        const SessionPaths a{word("a"), {}, {}};
+        const SessionPaths b{word("b"), {}, {}};
+        const QString text = word("text");
+        history.add(text, word("one"), a);
+        history.add(text, word("other name"), a);
+        history.add(text, {}, {word("a/"), {}, {}}); // the same folder
         QCOMPARE(history.entries().size(), 1);
         history.add(text, {}, b);
         history.add(text, {}, a);
-        history.add(QStringLiteral("binary"), {}, a);
-        QCOMPARE(lefts(history).join(u' '), QStringLiteral("a b a a"));
+        history.add(word("binary"), {}, a);
+        QCOMPARE(lefts(history).join(u' '), word("a b a a"));
     }
 
     // Storing a hundred times over makes the settings file a hundred times.
@@ -137,41 +140,41 @@ private Q_SLOTS:
             const SessionHistory::Batch outer(history);
             const SessionHistory::Batch inner(history);
             for (int i = 0; i < 101; ++i)
-                history.add(QStringLiteral("text"), {}, {QString::number(i), {}, {}});
+                history.add(word("text"), {}, {QString::number(i), {}, {}});
         }
         const SessionHistory::Batch idle(history);
         QCOMPARE(changed.count(), 1);
         const QStringList stored = lefts(SessionHistory());
         QCOMPARE(stored.size(), 100);
-        QCOMPARE(stored.constFirst(), QStringLiteral("1"));
-        QCOMPARE(stored.constLast(), QStringLiteral("100"));
+        QCOMPARE(stored.constFirst(), word("1"));
+        QCOMPARE(stored.constLast(), word("100"));
     }
 
     void storesEachChange()
     {
         SessionHistory history;
         QSignalSpy changed(&history, &SessionHistory::changed);
-        const SessionRecord record = makeRecord(QStringLiteral("merge"), QStringLiteral("l"), QStringLiteral("r"));
-        history.replaceAll({record, makeRecord(QStringLiteral("text"), QStringLiteral("b")), record});
+        const SessionRecord record = makeRecord(word("merge"), word("l"), word("r"));
+        history.replaceAll({record, makeRecord(word("text"), word("b")), record});
         const quint64 id = history.entries()[1].id;
         history.remove(id);
         history.remove(id);
         QVERIFY(!history.find(id));
         SessionRecord edited = record;
-        edited.paths.base = QStringLiteral("base, with\ta \"quote\"");
+        edited.paths.base = word("base, with\ta \"quote\"");
         history.replace(history.entries()[0].id, edited);
         QCOMPARE(changed.count(), 3);
         QCOMPARE(SessionHistory().records(), (QList<SessionRecord>{edited, record}));
-        QCOMPARE(InterfaceSettings().value(QStringLiteral("sessions/size")).toInt(), 2);
-        QVERIFY(!InterfaceSettings().contains(QStringLiteral("sessions/3/name")));
+        QCOMPARE(InterfaceSettings().value(word("sessions/size")).toInt(), 2);
+        QVERIFY(!InterfaceSettings().contains(word("sessions/3/name")));
     }
 
     void makesNothingOfStrangeSettings()
     {
-        const std::pair<const char *, QVariant> strange[] = {{"sessions", QStringLiteral("text")},
+        const std::pair<const char *, QVariant> strange[] = {{"sessions", word("text")},
                                                              {"sessions/size", 2'000'000'000},
                                                              {"sessions/size", -5},
-                                                             {"sessions/size", QStringLiteral("many")}};
+                                                             {"sessions/size", word("many")}};
         for (const auto &[key, value] : strange) {
             InterfaceSettings().setValue(QLatin1String(key), value);
             QVERIFY2(SessionHistory().entries().isEmpty(), qPrintable(value.toString()));
@@ -184,13 +187,13 @@ private Q_SLOTS:
         const auto text = [](const QJsonObject &object) {
             return QJsonDocument(object).toJson(QJsonDocument::Compact);
         };
-        SessionRecord record = makeRecord(QStringLiteral("text"), QStringLiteral("/l"), QStringLiteral("/r"));
+        SessionRecord record = makeRecord(word("text"), word("/l"), word("/r"));
         const QByteArray fields = R"("basePath":"","leftPath":"/l","name":"/l name",)";
         const QByteArray rest = R"("rightPath":"/r",)";
         const QByteArray last = R"("timestamp":"2026-03-07T10:20:30","type":"text")";
         QCOMPARE(text(sessionToJson(record)), '{' + fields + rest + last + R"(,"version":1})");
         Workspace workspace{.sessions = {record}, .openTabs = {{record, 3}}, .activeTabIndex = 3};
-        workspace.openTabs[0].record.options = {{QStringLiteral("ignoreCase"), true}};
+        workspace.openTabs[0].record.options = {{word("ignoreCase"), true}};
         const QByteArray tab = fields + R"("options":{"ignoreCase":true},)" + rest + R"("tabIndex":3,)" + last;
         QCOMPARE(text(workspaceToJson(workspace)), R"({"activeTabIndex":3,"openTabs":[{)" + tab +
                                                        R"(,"version":2}],"sessions":[{)" + fields + rest + last +
@@ -200,8 +203,7 @@ private Q_SLOTS:
 
     void readsSparseJson()
     {
-        QCOMPARE(sessionFromJson({{QStringLiteral("name"), 3}, {QStringLiteral("options"), QStringLiteral("x")}}),
-                 SessionRecord());
+        QCOMPARE(sessionFromJson({{word("name"), 3}, {word("options"), word("x")}}), SessionRecord());
         const auto document =
             QJsonDocument::fromJson(R"({"sessions":[{"type":"text"},{"name":"no type"},7],"openTabs":[{},"x"]})");
         const Workspace sparse = workspaceFromJson(document.object());
@@ -223,88 +225,86 @@ private Q_SLOTS:
     {
         Shelf shelf;
         shelf.library.saveSession();
-        QCOMPARE(shelf.takeSaid(), QStringList{QStringLiteral("Switch to a compare or tool tab first")});
+        QCOMPARE(shelf.takeSaid(), words("Switch to a compare or tool tab first"));
 
-        shelf.add(QStringLiteral("R&D"))->sides = {QStringLiteral("/l"), QStringLiteral("/r"), {}};
+        shelf.add(word("R&D"))->sides = {word("/l"), word("/r"), {}};
         shelf.library.saveSession();
         QVERIFY(shelf.dialog());
-        QCOMPARE(shelf.dialog()->windowTitle(), QStringLiteral("Save session file as"));
-        const QString path = m_folder.filePath(QStringLiteral("saved"));
+        QCOMPARE(shelf.dialog()->windowTitle(), word("Save session file as"));
+        const QString path = m_folder.filePath(word("saved"));
         shelf.dialogs.paths = {path};
         shelf.dialog()->accept();
-        QCOMPARE(shelf.takeSaid(), (QStringList{QStringLiteral("Save session </> Velmora session (*.kvsession)"),
-                                                QStringLiteral("Session saved: %1.kvsession").arg(path)}));
+        QCOMPARE(shelf.takeSaid(), (QStringList{word("Save session </> Velmora session (*.kvsession)"),
+                                                word("Session saved: %1.kvsession").arg(path)}));
         QTRY_VERIFY(!shelf.dialog());
 
-        shelf.library.openSessionFile(path + QStringLiteral(".kvsession"));
-        QCOMPARE(shelf.opened, QStringList{QStringLiteral("text R&D")});
-        QCOMPARE(shelf.takeSaid(), QStringList{QStringLiteral("Session opened: R&D")});
+        shelf.library.openSessionFile(path + word(".kvsession"));
+        QCOMPARE(shelf.opened, words("text R&D"));
+        QCOMPARE(shelf.takeSaid(), words("Session opened: R&D"));
 
-        shelf.dialogs.paths = {m_folder.filePath(QStringLiteral("missing/x.KVSESSION"))};
+        shelf.dialogs.paths = {m_folder.filePath(word("missing/x.KVSESSION"))};
         shelf.library.saveSession();
         shelf.dialog()->accept();
-        QCOMPARE(shelf.takeSaid().constLast(), QStringLiteral("Failed to save session"));
+        QCOMPARE(shelf.takeSaid().constLast(), word("Failed to save session"));
     }
 
     void opensAChosenFile()
     {
         Shelf shelf;
         const QString path = write("my files.kvsession", R"({"type":"folder","leftPath":"/a"})");
-        shelf.dialogs.paths = {path, m_folder.filePath(QStringLiteral("not there"))};
+        shelf.dialogs.paths = {path, m_folder.filePath(word("not there"))};
         shelf.library.chooseSession();
-        QCOMPARE(shelf.opened, QStringList{QStringLiteral("folder my files")}); // named after its file
+        QCOMPARE(shelf.opened, words("folder my files")); // named after its file
         shelf.library.chooseSession();
         QCOMPARE(shelf.dialogs.said.constFirst(),
-                 QStringLiteral("Open session file <> Velmora session (*.kvsession);;All files (*.*)"));
-        QCOMPARE(shelf.dialogs.said.constLast(), QStringLiteral("Open session: Cannot open session file"));
+                 word("Open session file <> Velmora session (*.kvsession);;All files (*.*)"));
+        QCOMPARE(shelf.dialogs.said.constLast(), word("Open session: Cannot open session file"));
         QCOMPARE(shelf.opened.size(), 1);
-        shelf.dialogs.paths = {m_folder.filePath(QStringLiteral("not there"))};
+        shelf.dialogs.paths = {m_folder.filePath(word("not there"))};
         shelf.library.chooseWorkspace();
-        QCOMPARE(shelf.dialogs.said.constLast(), QStringLiteral("Cannot open workspace file"));
+        QCOMPARE(shelf.dialogs.said.constLast(), word("Cannot open workspace file"));
     }
 
     void savesAndRestoresAWorkspace()
     {
-        const QString path = m_folder.filePath(QStringLiteral("desk"));
+        const QString path = m_folder.filePath(word("desk"));
         {
             Shelf shelf;
-            shelf.history.add(QStringLiteral("folder"), QStringLiteral("old"), {QStringLiteral("/o"), {}, {}});
-            shelf.add(QStringLiteral("first"));
-            shelf.add(QStringLiteral("second"));
+            shelf.history.add(word("folder"), word("old"), {word("/o"), {}, {}});
+            shelf.add(word("first"));
+            shelf.add(word("second"));
             shelf.tabs.setCurrentIndex(1);
             shelf.dialogs.paths = {path};
             shelf.library.saveWorkspace();
-            QCOMPARE(
-                shelf.takeSaid(),
-                (QStringList{QStringLiteral("Save workspace <workspace.kvworkspace> Velmora workspace (*.kvworkspace)"),
-                             QStringLiteral("Workspace saved: %1.kvworkspace (2 open tabs)").arg(path)}));
-            shelf.dialogs.paths = {m_folder.filePath(QStringLiteral("missing/desk"))};
+            QCOMPARE(shelf.takeSaid(),
+                     (QStringList{word("Save workspace <workspace.kvworkspace> Velmora workspace (*.kvworkspace)"),
+                                  word("Workspace saved: %1.kvworkspace (2 open tabs)").arg(path)}));
+            shelf.dialogs.paths = {m_folder.filePath(word("missing/desk"))};
             shelf.library.saveWorkspace();
-            QCOMPARE(shelf.takeSaid().constLast(), QStringLiteral("Failed to save workspace"));
+            QCOMPARE(shelf.takeSaid().constLast(), word("Failed to save workspace"));
         }
         InterfaceSettings().clear();
 
         Shelf shelf;
-        shelf.history.add(QStringLiteral("text"), QStringLiteral("mine"), {QStringLiteral("/m"), {}, {}});
-        const QString file = path + QStringLiteral(".kvworkspace");
+        shelf.history.add(word("text"), word("mine"), {word("/m"), {}, {}});
+        const QString file = path + word(".kvworkspace");
         shelf.dialogs.paths = {file};
         shelf.dialogs.answers = {0};
         shelf.library.chooseWorkspace();
         QCOMPARE(
             shelf.takeSaid(),
-            (QStringList{QStringLiteral("Open workspace <> Velmora workspace (*.kvworkspace);;All files (*.*)"),
+            (QStringList{word("Open workspace <> Velmora workspace (*.kvworkspace);;All files (*.*)"),
                          QStringLiteral("Open workspace: Replace current session history with 1 session(s) from the "
                                         "workspace? [Yes]")}));
-        QCOMPARE(lefts(shelf.history), QStringList{QStringLiteral("/m")});
+        QCOMPARE(lefts(shelf.history), words("/m"));
 
         shelf.dialogs.paths = {file};
         shelf.dialogs.answers = {1, 1};
         shelf.library.chooseWorkspace();
-        QCOMPARE(shelf.takeSaid().mid(2),
-                 (QStringList{QStringLiteral("Open workspace: Restore 2 saved open tab(s)? [No]"),
-                              QStringLiteral("Workspace loaded: %1").arg(file)}));
-        QCOMPARE(lefts(shelf.history), QStringList{QStringLiteral("/o")});
-        QCOMPARE(shelf.opened, (QStringList{QStringLiteral("text first"), QStringLiteral("text second")}));
+        QCOMPARE(shelf.takeSaid().mid(2), (QStringList{word("Open workspace: Restore 2 saved open tab(s)? [No]"),
+                                                       word("Workspace loaded: %1").arg(file)}));
+        QCOMPARE(lefts(shelf.history), words("/o"));
+        QCOMPARE(shelf.opened, words("text first|text second"));
         QCOMPARE(shelf.tabs.currentIndex(), 1);
     }
 
@@ -317,9 +317,9 @@ private Q_SLOTS:
         shelf.dialogs.answers = {1};
         shelf.library.openWorkspace(path);
         QCOMPARE(shelf.takeSaid(),
-                 (QStringList{QStringLiteral("Open workspace: Open 2 session(s) from the workspace as tabs? [No]"),
-                              QStringLiteral("Workspace loaded: %1").arg(path)}));
-        QCOMPARE(shelf.opened, (QStringList{QStringLiteral("text a"), QStringLiteral("sync b")}));
+                 (QStringList{word("Open workspace: Open 2 session(s) from the workspace as tabs? [No]"),
+                              word("Workspace loaded: %1").arg(path)}));
+        QCOMPARE(shelf.opened, words("text a|sync b"));
         QCOMPARE(shelf.tabs.currentIndex(), 0);
         QVERIFY(shelf.started().isEmpty());
     }
@@ -328,8 +328,8 @@ private Q_SLOTS:
     {
         const QString file = write("many.kvworkspace", manyTabs(60, 57));
         Shelf shelf;
-        shelf.history.add(QStringLiteral("text"), {}, {QStringLiteral("/m"), {}, {}});
-        shelf.add(QStringLiteral("open before"));
+        shelf.history.add(word("text"), {}, {word("/m"), {}, {}});
+        shelf.add(word("open before"));
         QSignalSpy stored(&shelf.history, &SessionHistory::changed);
         QSignalSpy current(&shelf.tabs, &QTabWidget::currentChanged);
         QSignalSpy progressed(&shelf.library, &SessionLibrary::restoreProgressed);
@@ -338,15 +338,15 @@ private Q_SLOTS:
         QTRY_COMPARE(finished.count(), 1);
         QCOMPARE(shelf.tabs.count(), 62);
         // The session that was in front is so again, although other tabs stand before it; no other came to the front.
-        QCOMPARE(shelf.tabs.titleAt(shelf.tabs.currentIndex()), QStringLiteral("tab 57"));
+        QCOMPARE(shelf.tabs.titleAt(shelf.tabs.currentIndex()), word("tab 57"));
         QCOMPARE(current.count(), 1);
-        QCOMPARE(shelf.started(), QStringList{QStringLiteral("tab 57")});
+        QCOMPARE(shelf.started(), words("tab 57"));
         QCOMPARE(progressed.constFirst(), (QVariantList{QVariant::fromValue(TabRestorer::perTurn), qsizetype(60)}));
         QCOMPARE(stored.count(), 1); // the history of the file
         shelf.tabs.setCurrentIndex(2);
         shelf.tabs.showHome();
         shelf.tabs.setCurrentIndex(2);
-        QCOMPARE(shelf.started(), (QStringList{QStringLiteral("tab 1"), QStringLiteral("tab 57")}));
+        QCOMPARE(shelf.started(), words("tab 1|tab 57"));
         QCOMPARE(qobject_cast<ProbeSession *>(shelf.tabs.sessionAt(2))->log.size(), 1);
     }
 
@@ -364,7 +364,7 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(shelf.tabs.count(), there);
         QCOMPARE(shelf.tabs.currentIndex(), 0);
-        QCOMPARE(shelf.takeSaid().constLast(), QStringLiteral("Workspace loaded: %1").arg(file));
+        QCOMPARE(shelf.takeSaid().constLast(), word("Workspace loaded: %1").arg(file));
     }
 
     void theWindowMayCloseWhileItRestores()
@@ -380,10 +380,9 @@ private Q_SLOTS:
     {
         Shelf shelf;
         shelf.library.editNewestEntry();
-        QCOMPARE(shelf.takeSaid(), QStringList{QStringLiteral("No recent session to edit")});
+        QCOMPARE(shelf.takeSaid(), words("No recent session to edit"));
 
-        shelf.history.replaceAll({makeRecord(QStringLiteral("text"), QStringLiteral("/a")),
-                                  makeRecord(QStringLiteral("merge"), QStringLiteral("/b"))});
+        shelf.history.replaceAll({makeRecord(word("text"), word("/a")), makeRecord(word("merge"), word("/b"))});
         shelf.library.editNewestEntry();
         QVERIFY(shelf.line("recordBase")->isVisibleTo(shelf.dialog()));
         shelf.dialog()->reject();
@@ -391,28 +390,27 @@ private Q_SLOTS:
 
         const quint64 id = shelf.history.entries()[0].id;
         shelf.library.editEntry(id);
-        QCOMPARE(shelf.dialog()->windowTitle(), QStringLiteral("Edit session"));
+        QCOMPARE(shelf.dialog()->windowTitle(), word("Edit session"));
         QVERIFY(!shelf.line("recordBase")->isVisibleTo(shelf.dialog()));
-        shelf.line("recordLeft")->setText(QStringLiteral("  /new  "));
+        shelf.line("recordLeft")->setText(word("  /new  "));
         shelf.dialog()->accept();
         const SessionRecord &record = shelf.history.find(id)->record;
-        QCOMPARE(record.paths.left, QStringLiteral("/new"));
+        QCOMPARE(record.paths.left, word("/new"));
         QVERIFY(qAbs(record.timestamp.secsTo(QDateTime::currentDateTime())) < 60);
-        QCOMPARE(shelf.opened, QStringList{QStringLiteral("text /a name")});
+        QCOMPARE(shelf.opened, words("text /a name"));
     }
 
     void deletesAnEntryWhenAsked()
     {
         Shelf shelf;
-        shelf.history.replaceAll({makeRecord(QStringLiteral("text"), QStringLiteral("/a"))});
+        shelf.history.replaceAll({makeRecord(word("text"), word("/a"))});
         const quint64 id = shelf.history.entries()[0].id;
         shelf.library.deleteEntry(id);
-        QCOMPARE(shelf.takeSaid(),
-                 QStringList{QStringLiteral("Delete session: Remove \"/a name\" from auto-save history? [No]")});
+        QCOMPARE(shelf.takeSaid(), words("Delete session: Remove \"/a name\" from auto-save history? [No]"));
         QCOMPARE(shelf.history.entries().size(), 1);
         shelf.dialogs.answers = {1};
         shelf.library.deleteEntry(id);
-        QCOMPARE(shelf.takeSaid().constLast(), QStringLiteral("Session removed from auto-save"));
+        QCOMPARE(shelf.takeSaid().constLast(), word("Session removed from auto-save"));
         QVERIFY(shelf.history.entries().isEmpty());
         shelf.library.openEntry(id);
         shelf.library.editEntry(id);
@@ -423,15 +421,15 @@ private Q_SLOTS:
     void groupsTheHistoryByDays()
     {
         const QDate today(2026, 3, 8);
-        QCOMPARE(historyDayLabel(today, today), QStringLiteral("Today"));
-        QCOMPARE(historyDayLabel(QDate(2026, 3, 7), today), QStringLiteral("Yesterday"));
-        QCOMPARE(historyDayLabel(QDate(2026, 3, 6), today), QStringLiteral("2026/3/6"));
+        QCOMPARE(historyDayLabel(today, today), word("Today"));
+        QCOMPARE(historyDayLabel(QDate(2026, 3, 7), today), word("Yesterday"));
+        QCOMPARE(historyDayLabel(QDate(2026, 3, 6), today), word("2026/3/6"));
 
         SessionPanel panel;
         SessionHistory history;
-        SessionRecord old = makeRecord(QStringLiteral("folder"), QStringLiteral("/o"));
-        SessionRecord recent = makeRecord(QStringLiteral("merge"), QStringLiteral("/l"), QStringLiteral("/r"));
-        recent.paths.base = QStringLiteral("/b");
+        SessionRecord old = makeRecord(word("folder"), word("/o"));
+        SessionRecord recent = makeRecord(word("merge"), word("/l"), word("/r"));
+        recent.paths.base = word("/b");
         recent.timestamp = QDateTime::currentDateTime();
         history.replaceAll({old, recent, recent, old});
         panel.setHistory(history.entries());
@@ -442,13 +440,13 @@ private Q_SLOTS:
             for (int k = 0; k < root->child(i)->childCount(); ++k)
                 lines.append(QLatin1Char(' ') + root->child(i)->child(k)->text(0));
         }
-        QCOMPARE(lines.join(u'|'), QStringLiteral("2026/3/7| /o name|Today| /l name| /l name|2026/3/7| /o name"));
+        QCOMPARE(lines.join(u'|'), word("2026/3/7| /o name|Today| /l name| /l name|2026/3/7| /o name"));
         const QTreeWidgetItem *item = root->child(1)->child(0);
-        QCOMPARE(item->toolTip(0), QDir::toNativeSeparators(QStringLiteral("/b\n/l\n/r")));
-        QCOMPARE(root->child(0)->child(0)->toolTip(0), QDir::toNativeSeparators(QStringLiteral("/o\n")));
+        QCOMPARE(item->toolTip(0), QDir::toNativeSeparators(word("/b\n/l\n/r")));
+        QCOMPARE(root->child(0)->child(0)->toolTip(0), QDir::toNativeSeparators(word("/o\n")));
         QCOMPARE(SessionPanel::entryOf(item), std::optional(history.entries()[2].id));
         QCOMPARE(SessionPanel::entryOf(root), std::nullopt);
-        QCOMPARE(item->data(0, SessionPanel::kindRole).toString(), QStringLiteral("merge"));
+        QCOMPARE(item->data(0, SessionPanel::kindRole).toString(), word("merge"));
         QVERIFY(!item->icon(0).isNull());
 
         // The keys go on from the entry in the place of one that is gone.
@@ -465,7 +463,7 @@ private Q_SLOTS:
         auto *tabs = window.findChild<SessionTabs *>();
         const auto names = [panel] {
             QStringList result;
-            const auto items = panel->tree()->findItems(QStringLiteral("*"), Qt::MatchWildcard | Qt::MatchRecursive);
+            const auto items = panel->tree()->findItems(word("*"), Qt::MatchWildcard | Qt::MatchRecursive);
             for (const QTreeWidgetItem *item : items) {
                 if (SessionPanel::entryOf(item))
                     result.append(item->text(0));
@@ -474,13 +472,13 @@ private Q_SLOTS:
         };
         window.onNewFolderCompare();
         QVERIFY(names().isEmpty());
-        window.openCompare(QStringLiteral("sync"), QStringLiteral("/x/a"), QStringLiteral("/x/b"));
-        QCOMPARE(names(), QStringList{QStringLiteral("Sync a <-> b")});
-        Q_EMIT tabs->currentSession()->comparisonFinished(QStringLiteral("/x/a"), QStringLiteral("/x/b"));
+        window.openCompare(word("sync"), word("/x/a"), word("/x/b"));
+        QCOMPARE(names(), words("Sync a <-> b"));
+        Q_EMIT tabs->currentSession()->comparisonFinished(word("/x/a"), word("/x/b"));
         QCOMPARE(names().size(), 1);
-        Q_EMIT tabs->currentSession()->tabTitleChanged(QStringLiteral("b <-> c"));
-        Q_EMIT tabs->currentSession()->comparisonFinished(QStringLiteral("/x/b"), QStringLiteral("/x/c"));
-        QCOMPARE(names(), (QStringList{QStringLiteral("b <-> c"), QStringLiteral("Sync a <-> b")}));
+        Q_EMIT tabs->currentSession()->tabTitleChanged(word("b <-> c"));
+        Q_EMIT tabs->currentSession()->comparisonFinished(word("/x/b"), word("/x/c"));
+        QCOMPARE(names(), words("b <-> c|Sync a <-> b"));
 
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -505,36 +503,18 @@ private Q_SLOTS:
             return entries.join(u'|');
         };
         QCOMPARE(menuAt(panel->tree()->topLevelItem(1)), QString());
-        QCOMPARE(menuAt(panel->tree()->topLevelItem(1)->child(0)->child(0)),
-                 QStringLiteral("Open|Edit|Save as...|Delete"));
+        QCOMPARE(menuAt(panel->tree()->topLevelItem(1)->child(0)->child(0)), word("Open|Edit|Save as...|Delete"));
 
         // A click opens the entry again; a recent session on the home page does so too.
         auto *item = panel->tree()->topLevelItem(1)->child(0)->child(1);
         window.onSessionItemClicked(item, 0);
-        QCOMPARE(tabs->titleAt(tabs->currentIndex()), QStringLiteral("Sync a <-> b"));
-        QCOMPARE(tabs->currentSession()->kind(), QStringLiteral("sync"));
+        QCOMPARE(tabs->titleAt(tabs->currentIndex()), word("Sync a <-> b"));
+        QCOMPARE(tabs->currentSession()->kind(), word("sync"));
         QCOMPARE(names().size(), 3);
-        const auto recent = window.findChildren<QAbstractButton *>(QStringLiteral("recentSession"));
+        const auto recent = window.findChildren<QAbstractButton *>(word("recentSession"));
         QCOMPARE(recent.size(), 2);
         recent[1]->click();
-        QCOMPARE(tabs->titleAt(tabs->currentIndex()), QStringLiteral("b <-> c"));
-    }
-
-    void aSessionFileWinsOnTheCommandLine()
-    {
-        const SessionPaths paths{m_folder.filePath(QStringLiteral("a")), m_folder.filePath(QStringLiteral("b")), {}};
-        const SessionRecord record{QStringLiteral("Named"), QStringLiteral("sync"), paths, {}, {}};
-        const QString path = write("x.kvsession", QJsonDocument(sessionToJson(record)).toJson());
-        ScriptedDialogs dialogs;
-        Tarnwick window;
-        window.handleArguments(
-            {QStringLiteral("velmora"), QStringLiteral("--binary"), QStringLiteral("/p"), path, QStringLiteral("/q")});
-        const auto *tabs = window.findChild<SessionTabs *>();
-        QCOMPARE(tabs->count(), 2);
-        QCOMPARE(tabs->titleAt(1), QStringLiteral("Named"));
-        QCOMPARE(tabs->currentSession()->paths(), paths);
-        QCOMPARE(window.statusBar()->currentMessage(), QStringLiteral("Session opened: Named"));
-        QVERIFY(dialogs.said.isEmpty());
+        QCOMPARE(tabs->titleAt(tabs->currentIndex()), word("b <-> c"));
     }
 
     // Whoever wrote the file: what it would open is shown before another machine is asked for it; all else is opened.
@@ -542,8 +522,8 @@ private Q_SLOTS:
     {
         Shelf shelf;
         const auto open = [&](const char *type, const char *field, const char *path) {
-            const QJsonObject object{{QStringLiteral("name"), QStringLiteral("Mine")},
-                                     {QStringLiteral("type"), QLatin1String(type)},
+            const QJsonObject object{{word("name"), word("Mine")},
+                                     {word("type"), QLatin1String(type)},
                                      {QLatin1String(field), QString::fromUtf8(path)}};
             shelf.library.openNamedSessionFile(write("x.kvsession", QJsonDocument(object).toJson()));
             return !shelf.takeSaid().constFirst().startsWith(QLatin1String("Session opened"));
@@ -562,7 +542,7 @@ private Q_SLOTS:
     void saysWhatWouldLeadToAnotherMachine()
     {
         Shelf shelf;
-        const QString left = QDir::toNativeSeparators(QStringLiteral("//host/a"));
+        const QString left = QDir::toNativeSeparators(word("//host/a"));
         // Nothing in a path can hide what it is.
         const QString path =
             write("x.kvsession",
@@ -590,10 +570,10 @@ private Q_SLOTS:
             shelf.library.openNamedSessionFile(write(name, R"({"type":"text","leftPath":"\/\/host/a"})"));
         for (const char *name : {"1", "2", "3"}) {
             QCOMPARE(shelf.dialogs.waiting.size(), 1);
-            QVERIFY(shelf.dialogs.said.constLast().contains(QStringLiteral("\"%1\"").arg(QLatin1String(name))));
+            QVERIFY(shelf.dialogs.said.constLast().contains(word("\"%1\"").arg(QLatin1String(name))));
             shelf.dialogs.waiting.takeFirst()(1);
         }
-        QCOMPARE(shelf.opened.join(u'|'), QStringLiteral("text 1|text 2|text 3"));
+        QCOMPARE(shelf.opened.join(u'|'), word("text 1|text 2|text 3"));
     }
 
 private:
@@ -601,11 +581,11 @@ private:
     static QByteArray manyTabs(int count, int front)
     {
         Workspace workspace;
-        workspace.sessions = {makeRecord(QStringLiteral("text"), QStringLiteral("/a"))};
+        workspace.sessions = {makeRecord(word("text"), word("/a"))};
         workspace.activeTabIndex = front;
         for (int i = 1; i <= count; ++i) {
-            SessionRecord record = makeRecord(QStringLiteral("text"), QString::number(i));
-            record.name = QStringLiteral("tab %1").arg(i);
+            SessionRecord record = makeRecord(word("text"), QString::number(i));
+            record.name = word("tab %1").arg(i);
             workspace.openTabs.append({record, i});
         }
         return QJsonDocument(workspaceToJson(workspace)).toJson();

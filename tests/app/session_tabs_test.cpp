@@ -4,6 +4,8 @@
 #include "app/session_tabs.h"
 #include "app/tab_names.h"
 #include "session/session_host.h"
+#include "support/files.h"
+#include "support/recording_host.h"
 #include "support/test_main.h"
 
 #include <QClipboard>
@@ -13,6 +15,8 @@
 #include <QTabBar>
 
 using namespace velmora;
+using velmora::test::word;
+using velmora::test::words;
 
 namespace {
 
@@ -21,9 +25,9 @@ struct Desk {
     Desk()
     {
         auto *home = new QWidget;
-        home->setObjectName(QStringLiteral("homePage"));
-        tabs->addHome(home, {}, QStringLiteral("Home"));
-        session = add(QStringLiteral("First"));
+        home->setObjectName(word("homePage"));
+        tabs->addHome(home, {}, word("Home"));
+        session = add(word("First"));
         window.setCentralWidget(tabs);
         window.resize(800, 600);
         window.show();
@@ -41,7 +45,7 @@ struct Desk {
         QTest::mouseClick(tabs->tabBar(), Qt::MiddleButton, Qt::NoModifier, tabs->tabBar()->tabRect(index).center());
     }
 
-    SilentHost host;
+    test::RecordingHost host;
     QMainWindow window;
     SessionTabs *tabs = new SessionTabs;
     ProbeSession *session;
@@ -71,15 +75,15 @@ private Q_SLOTS:
     {
         Desk desk;
         QCOMPARE(desk.tabs->currentSession(), desk.session);
-        Q_EMIT desk.session->tabTitleChanged(QStringLiteral("R&D <-> x"));
-        QCOMPARE(desk.tabs->titleAt(1), QStringLiteral("R&D <-> x"));
-        QCOMPARE(desk.tabs->tabText(1), QStringLiteral("R&&D <-> x"));
+        Q_EMIT desk.session->tabTitleChanged(word("R&D <-> x"));
+        QCOMPARE(desk.tabs->titleAt(1), word("R&D <-> x"));
+        QCOMPARE(desk.tabs->tabText(1), word("R&&D <-> x"));
 
         // Moved tabs are found by their session, not by where they were.
-        ProbeSession *second = desk.add(QStringLiteral("Second"));
+        ProbeSession *second = desk.add(word("Second"));
         desk.tabs->tabBar()->moveTab(2, 0);
-        Q_EMIT second->tabTitleChanged(QStringLiteral("moved"));
-        QCOMPARE(desk.tabs->titleAt(0), QStringLiteral("moved"));
+        Q_EMIT second->tabTitleChanged(word("moved"));
+        QCOMPARE(desk.tabs->titleAt(0), word("moved"));
         QCOMPARE(desk.tabs->homeIndex(), 1);
     }
 
@@ -87,7 +91,7 @@ private Q_SLOTS:
     {
         Desk desk;
         connect(desk.tabs, &QTabWidget::tabCloseRequested, desk.tabs, &SessionTabs::closeTab);
-        const QPointer<ProbeSession> second = desk.add(QStringLiteral("Second"));
+        const QPointer<ProbeSession> second = desk.add(word("Second"));
         QVERIFY(!desk.tabs->tabBar()->tabButton(0, QTabBar::RightSide));
         desk.tabs->closeTab(0);
         desk.tabs->closeTab(-1);
@@ -106,7 +110,7 @@ private Q_SLOTS:
     void aSessionDecidesWhetherItMayGo()
     {
         Desk desk;
-        ProbeSession *second = desk.add(QStringLiteral("Second"));
+        ProbeSession *second = desk.add(word("Second"));
         desk.session->unsaved = true;
         const QPointer<ProbeSession> session = desk.session;
         desk.tabs->closeTab(1);
@@ -131,50 +135,46 @@ private Q_SLOTS:
                 sessions.append({title, {pair.section(u'|', 0, 0), pair.section(u'|', 1), {}}});
             QStringList parts = tabTexts(sessions);
             for (QString &text : parts)
-                text = text.section(QStringLiteral(" — "), 1);
+                text = text.section(word(" — "), 1);
             return parts.join(u'|');
         };
-        const QString same = QStringLiteral("a.c <-> a.c");
-        QCOMPARE(texts(same, {QStringLiteral("/p/v1/a.c|/p/v2/a.c")}), QString());
-        QCOMPARE(texts(same, {QStringLiteral("/v1/a.c|/v9/a.c"), QStringLiteral("/v2/a.c|/v9/a.c")}),
-                 QStringLiteral("v1|v2"));
-        QCOMPARE(texts(same, {QStringLiteral("/v1/a.c|/v3/a.c"), QStringLiteral("/v2/a.c|/v4/a.c")}),
-                 QStringLiteral("v1 <-> v3|v2 <-> v4"));
-        QCOMPARE(texts(same, {QStringLiteral("/x/src/a.c|/y/a.c"), QStringLiteral("/z/src/a.c|/y/a.c")}),
-                 QStringLiteral("x/…|z/…"));
-        QCOMPARE(texts(same, {QStringLiteral("/x/s/a.c|/y/a.c"), QStringLiteral("/z/s/a.c|/y/a.c"),
-                              QStringLiteral("/z/t/a.c|/y/a.c")}),
-                 QStringLiteral("x/s|z/s|z/t"));
-        QCOMPARE(texts(same, {QStringLiteral("/a.c|/a.c"), QStringLiteral("/a.c|/a.c")}), QStringLiteral("|"));
-        QCOMPARE(tabTexts({{QStringLiteral("a\nb"), {}}}), QStringList(QStringLiteral("a[LF]b")));
+        const QString same = word("a.c <-> a.c");
+        QCOMPARE(texts(same, {word("/p/v1/a.c|/p/v2/a.c")}), QString());
+        QCOMPARE(texts(same, {word("/v1/a.c|/v9/a.c"), word("/v2/a.c|/v9/a.c")}), word("v1|v2"));
+        QCOMPARE(texts(same, {word("/v1/a.c|/v3/a.c"), word("/v2/a.c|/v4/a.c")}), word("v1 <-> v3|v2 <-> v4"));
+        QCOMPARE(texts(same, {word("/x/src/a.c|/y/a.c"), word("/z/src/a.c|/y/a.c")}), word("x/…|z/…"));
+        QCOMPARE(texts(same, {word("/x/s/a.c|/y/a.c"), word("/z/s/a.c|/y/a.c"), word("/z/t/a.c|/y/a.c")}),
+                 word("x/s|z/s|z/t"));
+        QCOMPARE(texts(same, {word("/a.c|/a.c"), word("/a.c|/a.c")}), word("|"));
+        QCOMPARE(tabTexts({{word("a\nb"), {}}}), words("a[LF]b"));
     }
 
     void manyTabsStayReadableAndSayTheirPaths()
     {
         Desk desk;
         for (int i = 0; i < 20; ++i)
-            desk.add(QStringLiteral("a rather long title of a session"));
+            desk.add(word("a rather long title of a session"));
         QVERIFY(desk.tabs->tabBar()->tabRect(5).width() > 18 * desk.tabs->fontMetrics().averageCharWidth());
-        desk.session->sides = {QStringLiteral("/early/x"), QStringLiteral("/later/x"), {}};
+        desk.session->sides = {word("/early/x"), word("/later/x"), {}};
         Q_EMIT desk.session->tabTitleChanged(desk.tabs->titleAt(2));
         desk.tabs->setCurrentIndex(1);
         DrawnTexts drawn;
         desk.tabs->tabBar()->setStyle(&drawn);
         desk.tabs->tabBar()->grab();
-        QCOMPARE(drawn.texts.filter(QStringLiteral("…")).filter(QStringLiteral(" — early <-> later")).size(), 1);
-        desk.session->sides = {QStringLiteral("/<b>/x"), QStringLiteral("/y"), {}};
-        Q_EMIT desk.session->tabTitleChanged(QStringLiteral("<i>"));
-        QCOMPARE(desk.tabs->tabToolTip(1), QStringLiteral("<p style='white-space:pre'>&lt;i&gt;\n%1\n%2</p>")
-                                               .arg(QDir::toNativeSeparators(QStringLiteral("/&lt;b&gt;/x")),
-                                                    QDir::toNativeSeparators(QStringLiteral("/y"))));
+        QCOMPARE(drawn.texts.filter(word("…")).filter(word(" — early <-> later")).size(), 1);
+        desk.session->sides = {word("/<b>/x"), word("/y"), {}};
+        Q_EMIT desk.session->tabTitleChanged(word("<i>"));
+        QCOMPARE(desk.tabs->tabToolTip(1),
+                 word("<p style='white-space:pre'>&lt;i&gt;\n%1\n%2</p>")
+                     .arg(QDir::toNativeSeparators(word("/&lt;b&gt;/x")), QDir::toNativeSeparators(word("/y"))));
     }
 
     void theMenuOfATabClosesTheOthersAndKnowsThePaths()
     {
         Desk desk;
-        const QPointer<ProbeSession> second = desk.add(QStringLiteral("Second"));
-        const QPointer<ProbeSession> third = desk.add(QStringLiteral("Third"));
-        desk.session->sides = {QStringLiteral("/x"), QStringLiteral("/y"), {}};
+        const QPointer<ProbeSession> second = desk.add(word("Second"));
+        const QPointer<ProbeSession> third = desk.add(word("Third"));
+        desk.session->sides = {word("/x"), word("/y"), {}};
         const auto choose = [&desk](int tab, const char *text) {
             const QPoint place = desk.tabs->tabBar()->tabRect(tab).center();
             QContextMenuEvent event(QContextMenuEvent::Mouse, place, desk.tabs->tabBar()->mapToGlobal(place));
@@ -191,7 +191,7 @@ private Q_SLOTS:
             return chosen;
         };
         QVERIFY(choose(1, "Copy paths"));
-        QCOMPARE(QGuiApplication::clipboard()->text(), QDir::toNativeSeparators(QStringLiteral("/x\n/y")));
+        QCOMPARE(QGuiApplication::clipboard()->text(), QDir::toNativeSeparators(word("/x\n/y")));
         QVERIFY(!choose(2, "Copy paths")); // it has none
         third->unsaved = true;
         QVERIFY(choose(1, "Close other tabs"));
@@ -208,8 +208,8 @@ private Q_SLOTS:
     void asksAllSessionsWithUnsavedChangesInTurn()
     {
         Desk desk;
-        ProbeSession *saved = desk.add(QStringLiteral("Saved"));
-        ProbeSession *third = desk.add(QStringLiteral("Third"));
+        ProbeSession *saved = desk.add(word("Saved"));
+        ProbeSession *third = desk.add(word("Third"));
         QVERIFY(!desk.tabs->hasUnsavedChanges());
         int done = 0;
         desk.tabs->confirmCloseAll([&done] { ++done; });
@@ -252,7 +252,7 @@ private Q_SLOTS:
         QVERIFY(!entry("Redo")->isEnabled());
         entry("Redo right")->trigger();
         entry("Undo")->trigger();
-        QCOMPARE(desk.session->log, (QStringList{QStringLiteral("edit 5"), QStringLiteral("edit 0")}));
+        QCOMPARE(desk.session->log, words("edit 5|edit 0"));
 
         entry("Enable editing")->trigger();
         QVERIFY(desk.session->unlocked);
@@ -277,7 +277,7 @@ private Q_SLOTS:
         child->setGeometry(100, 50, 200, 30);
         child->show();
         QMimeData files;
-        files.setUrls({QUrl::fromLocalFile(QStringLiteral("/a")), QUrl::fromLocalFile(QStringLiteral("/b"))});
+        files.setUrls({QUrl::fromLocalFile(word("/a")), QUrl::fromLocalFile(word("/b"))});
         const auto sent = [](QWidget *to, QPoint at, const QMimeData &data) {
             QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
             enter.ignore();
@@ -290,14 +290,13 @@ private Q_SLOTS:
 
         QVERIFY(sent(child, {5, 6}, files));
         QVERIFY(sent(&desk.window, desk.session->mapTo(&desk.window, QPoint(7, 8)), files));
-        QCOMPARE(desk.session->log,
-                 (QStringList{QStringLiteral("drop /a /b at 105,56"), QStringLiteral("drop /a /b at 7,8")}));
+        QCOMPARE(desk.session->log, words("drop /a /b at 105,56|drop /a /b at 7,8"));
 
         // Beside the session, without files, in another window, and when the session does not want them.
         desk.session->log.clear();
         QVERIFY(!sent(&desk.window, {2, 2}, files));
         QMimeData text;
-        text.setText(QStringLiteral("text"));
+        text.setText(word("text"));
         QVERIFY(!sent(child, {5, 6}, text));
         QWidget other;
         QVERIFY(!sent(&other, {5, 6}, files));

@@ -6,6 +6,7 @@
 #include "session/dialogs.h"
 #include "session/theme.h"
 #include "session/translate.h"
+#include "support/files.h"
 #include "support/test_main.h"
 
 #include <QColorDialog>
@@ -22,6 +23,7 @@
 #include <QToolTip>
 
 using namespace velmora;
+using velmora::test::word;
 
 class StartUpTest : public QObject {
     Q_OBJECT
@@ -41,23 +43,19 @@ private Q_SLOTS:
         struct {
             QVariant locale, language;
             const char *expected;
-        } const profiles[] = {{{}, {}, "en_US"},
-                              {{}, 0, "zh_CN"},
-                              {{}, 1, "en_US"},
-                              {{}, 7, "en_US"},
-                              {QStringLiteral("en_GB"), 0, "en_GB"},
-                              {QString(), 0, "en_US"}};
+        } const profiles[] = {{{}, {}, "en_US"},           {{}, 0, "zh_CN"},       {{}, 1, "en_US"}, {{}, 7, "en_US"},
+                              {word("en_GB"), 0, "en_GB"}, {QString(), 0, "en_US"}};
         for (const auto &[locale, language, expected] : profiles) {
             InterfaceSettings settings;
             settings.clear();
             if (locale.isValid())
-                settings.setValue(QStringLiteral("uiLocale"), locale);
+                settings.setValue(word("uiLocale"), locale);
             if (language.isValid())
-                settings.setValue(QStringLiteral("uiLanguage"), language);
+                settings.setValue(word("uiLanguage"), language);
             QCOMPARE(loadLocale(), QLatin1String(expected));
             saveLocale();
-            QCOMPARE(InterfaceSettings().value(QStringLiteral("uiLocale")).toString(), QLatin1String(expected));
-            QVERIFY(!InterfaceSettings().contains(QStringLiteral("uiLanguage")));
+            QCOMPARE(InterfaceSettings().value(word("uiLocale")).toString(), QLatin1String(expected));
+            QVERIFY(!InterfaceSettings().contains(word("uiLanguage")));
         }
     }
 
@@ -66,7 +64,7 @@ private Q_SLOTS:
         for (const char *code : {"en_US", "en_GB", "zh_CN", "xx_XX"}) {
             setCurrentLocale(QLatin1String(code));
             installTranslator();
-            QCOMPARE(Velmora::tr("Folder compare") == QStringLiteral("Folder compare"),
+            QCOMPARE(Velmora::tr("Folder compare") == word("Folder compare"),
                      QLatin1String(code) != QLatin1String("zh_CN"));
             QCOMPARE(QLocale().language(), QLocale(QLatin1String(code)).language()); // of dates and numbers
         }
@@ -75,7 +73,7 @@ private Q_SLOTS:
     void aFileCalledLikeMarkupIsShownByItsName()
     {
         const PlainTexts texts;
-        const QString name = QStringLiteral("<b>bold</b>");
+        const QString name = word("<b>bold</b>");
         QLabel label(name);
         label.setToolTip(name);
         label.show();
@@ -83,7 +81,7 @@ private Q_SLOTS:
         QCOMPARE(label.textFormat(), Qt::PlainText);
         QHelpEvent hover(QEvent::ToolTip, {1, 1}, label.mapToGlobal(QPoint(1, 1)));
         QApplication::sendEvent(&label, &hover);
-        QCOMPARE(QToolTip::text(), QStringLiteral("<p style='white-space:pre'>&lt;b&gt;bold&lt;/b&gt;</p>"));
+        QCOMPARE(QToolTip::text(), word("<p style='white-space:pre'>&lt;b&gt;bold&lt;/b&gt;</p>"));
         QToolTip::hideText();
     }
 
@@ -93,20 +91,20 @@ private Q_SLOTS:
         QWidget window;
         QTemporaryDir folder;
         const auto dialog = [&window] {
-            Dialogs().saveFile(&window, {}, QStringLiteral("a.txt"), {}, [](const QString &) {});
+            Dialogs().saveFile(&window, {}, word("a.txt"), {}, [](const QString &) {});
             return std::unique_ptr<QFileDialog>(window.findChild<QFileDialog *>());
         };
         auto first = dialog();
         QVERIFY(first->directory() != QDir::current());
-        Q_EMIT first->fileSelected(folder.filePath(QStringLiteral("b.txt")));
+        Q_EMIT first->fileSelected(folder.filePath(word("b.txt")));
         first.reset();
         const auto next = dialog();
-        QCOMPARE(next->selectedFiles(), QStringList{folder.filePath(QStringLiteral("a.txt"))});
+        QCOMPARE(next->selectedFiles(), QStringList{folder.filePath(word("a.txt"))});
     }
 
     void theToolkitsDialogsAreChineseToo()
     {
-        setCurrentLocale(QStringLiteral("zh_CN"));
+        setCurrentLocale(word("zh_CN"));
         installTranslator();
         QFileDialog files;
         files.setOption(QFileDialog::DontUseNativeDialog);
@@ -134,44 +132,44 @@ private Q_SLOTS:
         for (int column = 0; column < model->columnCount(); ++column)
             texts << model->headerData(column, Qt::Horizontal).toString();
         QVERIFY(texts.size() > 60);
-        const QRegularExpression word(QStringLiteral("[A-Za-z]{2}")); // mnemonics are single letters
-        texts.removeIf([&word](const QString &text) { return !text.contains(word); });
-        texts.removeAll(QStringLiteral("HTML(&H)："));
-        texts.removeAll(QStringLiteral("#ffffff"));
+        const QRegularExpression letters(word("[A-Za-z]{2}")); // mnemonics are single letters
+        texts.removeIf([&letters](const QString &text) { return !text.contains(letters); });
+        texts.removeAll(word("HTML(&H)："));
+        texts.removeAll(word("#ffffff"));
         QCOMPARE(texts.join(u'|'), QString());
     }
 
     void choosesTheFontForTheLanguage()
     {
-        const QString old = QStringLiteral("Microsoft YaHei");
-        const QString current = QStringLiteral("Microsoft YaHei UI");
+        const QString old = word("Microsoft YaHei");
+        const QString current = word("Microsoft YaHei UI");
         const auto family = [](const char *locale, const QStringList &families) {
             return interfaceFont(QLatin1String(locale), families).family();
         };
-        QCOMPARE(family("en_US", {old, current}), QStringLiteral("Segoe UI"));
+        QCOMPARE(family("en_US", {old, current}), word("Segoe UI"));
         QCOMPARE(family("zh_CN", {old, current}), current);
         QCOMPARE(family("zh_CN", {old}), old);
-        QCOMPARE(family("zh_CN", {}), QStringLiteral("Segoe UI"));
-        QCOMPARE(interfaceFont(QStringLiteral("zh_CN"), {old}).pointSize(), 9);
+        QCOMPARE(family("zh_CN", {}), word("Segoe UI"));
+        QCOMPARE(interfaceFont(word("zh_CN"), {old}).pointSize(), 9);
     }
 
     void theSwitchesOfTheStartAreStored()
     {
         QCOMPARE(applyStartSwitches({}), std::nullopt);
-        QVERIFY(!SessionSettings().contains(QStringLiteral("theme")));
-        QVERIFY(!InterfaceSettings().contains(QStringLiteral("uiLocale")));
+        QVERIFY(!SessionSettings().contains(word("theme")));
+        QVERIFY(!InterfaceSettings().contains(word("uiLocale")));
 
-        QCOMPARE(applyStartSwitches({StartSwitches::Theme::Dark, QStringLiteral("zh_CN")}), std::optional(true));
+        QCOMPARE(applyStartSwitches({StartSwitches::Theme::Dark, word("zh_CN")}), std::optional(true));
         QVERIFY(isDarkTheme());
         // The theme of one run is not the theme of the options.
-        QCOMPARE(SessionSettings().value(QStringLiteral("theme")), QVariant(1));
-        QVERIFY(!InterfaceSettings().contains(QStringLiteral("theme")));
-        QCOMPARE(InterfaceSettings().value(QStringLiteral("uiLocale")).toString(), QStringLiteral("zh_CN"));
-        QVERIFY(Velmora::tr("Folder compare") != QStringLiteral("Folder compare"));
+        QCOMPARE(SessionSettings().value(word("theme")), QVariant(1));
+        QVERIFY(!InterfaceSettings().contains(word("theme")));
+        QCOMPARE(InterfaceSettings().value(word("uiLocale")).toString(), word("zh_CN"));
+        QVERIFY(Velmora::tr("Folder compare") != word("Folder compare"));
 
         QCOMPARE(applyStartSwitches({StartSwitches::Theme::Light, QString()}), std::optional(false));
         QVERIFY(!isDarkTheme());
-        QCOMPARE(SessionSettings().value(QStringLiteral("theme")).toInt(), 0);
+        QCOMPARE(SessionSettings().value(word("theme")).toInt(), 0);
         SessionSettings().clear();
     }
 
@@ -185,9 +183,9 @@ private Q_SLOTS:
         applyTheme(true);
         QVERIFY(style); // made once
         QCOMPARE(style->styleHint(QStyle::SH_DialogButtonLayout), int(QDialogButtonBox::WinLayout));
-        QCOMPARE(QCoreApplication::applicationName(), QStringLiteral("Ostrafen"));
-        QCOMPARE(QGuiApplication::applicationDisplayName(), QStringLiteral("Velmora"));
-        QCOMPARE(QCoreApplication::applicationVersion(), QStringLiteral("1.0.0"));
+        QCOMPARE(QCoreApplication::applicationName(), word("Ostrafen"));
+        QCOMPARE(QGuiApplication::applicationDisplayName(), word("Velmora"));
+        QCOMPARE(QCoreApplication::applicationVersion(), word("1.0.0"));
         QVERIFY(!QApplication::windowIcon().isNull());
         QCOMPARE(QApplication::font().pointSize(), 9);
         QApplication::setFont(before);

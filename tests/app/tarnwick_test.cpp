@@ -10,6 +10,7 @@
 #include "core/settings_store.h"
 #include "session/session_widget.h"
 #include "session/theme.h"
+#include "support/files.h"
 #include "support/test_main.h"
 
 #include <QImageReader>
@@ -23,42 +24,38 @@
 #include <QTreeWidget>
 
 using namespace velmora;
+using velmora::test::word;
+using velmora::test::words;
 
 namespace {
 
 /// The main window with what tests look at.
 struct Shell {
     Tarnwick window;
-    SessionTabs *tabs = window.findChild<SessionTabs *>(QStringLiteral("tabHost"));
+    SessionTabs *tabs = window.findChild<SessionTabs *>(word("tabHost"));
 
     [[nodiscard]] QString title() const { return tabs->titleAt(tabs->currentIndex()); }
     [[nodiscard]] QString kind() const
     {
-        return tabs->currentSession() ? tabs->currentSession()->kind() : QStringLiteral("home");
+        return tabs->currentSession() ? tabs->currentSession()->kind() : word("home");
     }
     [[nodiscard]] QString status() const { return window.statusBar()->currentMessage(); }
-    void run(const QStringList &arguments)
-    {
-        window.handleArguments(QStringList{QStringLiteral("velmora")} + arguments);
-    }
+    void run(const QStringList &arguments) { window.handleArguments(words("velmora") + arguments); }
 };
 
-/// Menus as text: one line for each entry, submenus indented, separators as "|".
-QStringList menuLines(const QWidget *menu, const QString &indent = {})
+/// A menu as text: its entries with their keys, submenus in brackets, separators as "|".
+QString drawn(const QWidget *menu)
 {
-    QStringList lines;
-    const QList<QAction *> actions = menu->actions();
-    for (const QAction *action : actions) {
-        if (action->isSeparator()) {
-            lines.append(indent + QStringLiteral("|"));
-            continue;
-        }
+    QStringList entries;
+    for (const QAction *action : menu->actions()) {
         const QString keys = action->shortcut().toString(QKeySequence::PortableText);
-        lines.append(indent + action->text() + (keys.isEmpty() ? QString() : QLatin1Char(' ') + keys));
+        entries.append(action->isSeparator() ? word("|") : action->text());
+        if (!keys.isEmpty())
+            entries.last() += u' ' + keys;
         if (action->menu())
-            lines += menuLines(action->menu(), indent + QStringLiteral("  "));
+            entries.last() += word(" [") + drawn(action->menu()) + u']';
     }
-    return lines;
+    return entries.join(word(", "));
 }
 
 } // namespace
@@ -71,7 +68,7 @@ private Q_SLOTS:
     {
         // A server of its own, so that a running program hears nothing of the tests.
         qputenv("USERNAME", "velmora-test-" + QByteArray::number(QCoreApplication::applicationPid()));
-        QGuiApplication::setApplicationDisplayName(QStringLiteral("Velmora"));
+        QGuiApplication::setApplicationDisplayName(word("Velmora"));
         QVERIFY(m_folder.isValid());
         for (const char *name : {"a.txt", "b.txt"}) {
             QFile file(path(name));
@@ -101,7 +98,7 @@ private Q_SLOTS:
             QVERIFY(&other == &kind || (other.id != kind.id && other.alias != kind.id));
             QVERIFY(&other == &kind || QLatin1String(other.slot) != QLatin1String(kind.slot));
         }
-        QVERIFY(sessionKindIcon(QStringLiteral("nothing")).isNull() && sessionKindIcon({}).isNull());
+        QVERIFY(sessionKindIcon(word("nothing")).isNull() && sessionKindIcon({}).isNull());
         for (const bool dark : {false, true}) {
             applyTheme(dark);
             QVERIFY2(QImageReader(themedIconPath(QString::fromLatin1(kind.icon))).canRead(), kind.icon);
@@ -113,7 +110,7 @@ private Q_SLOTS:
         QVERIFY2(QMetaObject::invokeMethod(&shell.window, kind.slot), kind.slot);
         QCOMPARE(shell.kind(), QString(kind.id));
         QCOMPARE(shell.title(), QString::fromLatin1(kind.tabTitle).arg(1));
-        const SessionPaths paths{QStringLiteral("/x/left"), QStringLiteral("/x/right"), {}};
+        const SessionPaths paths{word("/x/left"), word("/x/right"), {}};
         shell.window.openSession(kind.id, paths);
         QCOMPARE(shell.kind(), QString(kind.id));
         QCOMPARE(shell.title(), sessionTitle(kind, paths));
@@ -122,101 +119,46 @@ private Q_SLOTS:
     void hasItsMenus()
     {
         Shell shell;
-        QCOMPARE(menuLines(shell.window.menuBar()).join(u'\n'),
-                 QString::fromUtf8(R"(Session(&S)
-  New session(&N)
-    Folder compare(&F)
-    Text compare(&I)
-    Text merge(&E)
-    Table compare(&T)
-    Hex compare(&H)
-    Image compare(&P)
-    MP3 compare(&M)
-    |
-    Folder merge(&O)
-    Folder sync(&Y)
-    |
-    Registry compare(&R)
-    Version compare(&V)
-    |
-    Git compare(&G)
-    Archive compare(&A)
-    Checksum(&K)
-    |
-    Duplicate finder(&D)
-    Folder snapshot(&N)
-    Environment compare(&E)
-    Disk usage(&U)
-    Services snapshot(&S)
-    Startup items(&T)
-    SFTP/SSH folder compare(&H)
-  New tab(&I) Ctrl+T
-  |
-  Save workspace as(&V)...
-  Open workspace(&O)...
-  Open session file(&N)...
-  Save current session as(&S)...
-  |
-  Close tab Ctrl+W
-  E&xit Ctrl+Q
-&Edit
-  Enable editing
-  |
-  Undo Ctrl+Z
-  Redo %1
-  |
-  Undo left Ctrl+Alt+Z
-  Redo left Ctrl+Alt+Y
-  Undo right Ctrl+Alt+Shift+Z
-  Redo right Ctrl+Alt+Shift+Y
-&Tools
-  Archive browse
-  |
-  Duplicates
-  Snapshot
-  Environment
-  Disk usage
-  Services
-  Startup
-  SFTP compare
-  |
-  Options...
-  |
-  Past operations...
-&Help
-  &Legend
-  &Keyboard shortcuts F1
-  |
-  &About)")
+        QCOMPARE(drawn(shell.window.menuBar()),
+                 QStringLiteral(
+                     "Session(&S) [New session(&N) [Folder compare(&F), Text compare(&I), Text merge(&E), "
+                     "Table compare(&T), Hex compare(&H), Image compare(&P), MP3 compare(&M), |, Folder merge(&O), "
+                     "Folder sync(&Y), |, Registry compare(&R), Version compare(&V), |, Git compare(&G), "
+                     "Archive compare(&A), Checksum(&K), |, Duplicate finder(&D), Folder snapshot(&N), "
+                     "Environment compare(&E), Disk usage(&U), Services snapshot(&S), Startup items(&T), "
+                     "SFTP/SSH folder compare(&H)], New tab(&I) Ctrl+T, |, Save workspace as(&V)..., "
+                     "Open workspace(&O)..., Open session file(&N)..., Save current session as(&S)..., |, "
+                     "Close tab Ctrl+W, E&xit Ctrl+Q], &Edit [Enable editing, |, Undo Ctrl+Z, Redo %1, |, "
+                     "Undo left Ctrl+Alt+Z, Redo left Ctrl+Alt+Y, Undo right Ctrl+Alt+Shift+Z, "
+                     "Redo right Ctrl+Alt+Shift+Y], &Tools [Archive browse, |, Duplicates, Snapshot, Environment, "
+                     "Disk usage, Services, Startup, SFTP compare, |, Options..., |, Past operations...], "
+                     "&Help [&Legend, &Keyboard shortcuts F1, |, &About]")
                      .arg(QKeySequence(QKeySequence::Redo).toString(QKeySequence::PortableText)));
-
         const QAction *tools = shell.window.menuBar()->actions()[2];
         tools->menu()->actions().constFirst()->trigger();
-        QCOMPARE(shell.title(), QStringLiteral("Archive browse 1"));
+        QCOMPARE(shell.title(), word("Archive browse 1"));
     }
 
     void opensWithTheHomePage()
     {
         Shell shell;
-        QCOMPARE(shell.window.windowTitle(), QStringLiteral("Velmora 1.0.0"));
+        QCOMPARE(shell.window.windowTitle(), word("Velmora 1.0.0"));
         QCOMPARE(shell.window.minimumSize(), QSize(1280, 800));
         QCOMPARE(shell.window.size(), QSize(1280, 800));
         QVERIFY(shell.window.acceptDrops());
-        QCOMPARE(shell.status(), QStringLiteral("Ready"));
+        QCOMPARE(shell.status(), word("Ready"));
         QCOMPARE(shell.tabs->count(), 1);
-        QCOMPARE(shell.tabs->tabText(0), QStringLiteral("Home"));
+        QCOMPARE(shell.tabs->tabText(0), word("Home"));
         QVERIFY(shell.tabs->tabsClosable() && shell.tabs->isMovable() && shell.tabs->documentMode());
-        const auto *panel = shell.window.findChild<QWidget *>(QStringLiteral("sessionPanel"));
+        const auto *panel = shell.window.findChild<QWidget *>(word("sessionPanel"));
         QCOMPARE(panel->minimumWidth(), 180);
         QCOMPARE(panel->maximumWidth(), 320);
-        QVERIFY(panel->findChild<QWidget *>(QStringLiteral("sessionHeader")));
+        QVERIFY(panel->findChild<QWidget *>(word("sessionHeader")));
     }
 
     void comesBackWithThePlaceAndThePanelItHad()
     {
-        const auto panelOf = [](const Shell &shell) {
-            return shell.window.findChild<QWidget *>(QStringLiteral("sessionPanel"));
-        };
+        const auto panelOf = [](const Shell &shell) { return shell.window.findChild<QWidget *>(word("sessionPanel")); };
         {
             Shell shell;
             shell.window.show();
@@ -231,7 +173,7 @@ private Q_SLOTS:
         Shell again;
         again.window.show();
         QVERIFY(!panelOf(again)->isVisible());
-        again.window.findChild<QToolButton *>(QStringLiteral("panelSwitch"))->click();
+        again.window.findChild<QToolButton *>(word("panelSwitch"))->click();
         QVERIFY(panelOf(again)->isVisible());
         QCOMPARE(panelOf(again)->width(), 260);
         InterfaceSettings().clear();
@@ -250,13 +192,13 @@ private Q_SLOTS:
     {
         Shell shell;
         shell.window.onNewTextCompare();
-        QCOMPARE(shell.title(), QStringLiteral("Text compare 1"));
+        QCOMPARE(shell.title(), word("Text compare 1"));
         shell.window.onNewFolderCompare();
-        QCOMPARE(shell.title(), QStringLiteral("Folder compare 2"));
+        QCOMPARE(shell.title(), word("Folder compare 2"));
         shell.window.onCloseCurrentTab();
-        shell.window.openCompare(QStringLiteral("text"), path("a.txt"), path("b.txt"));
+        shell.window.openCompare(word("text"), path("a.txt"), path("b.txt"));
         shell.window.onNewFolderCompare();
-        QCOMPARE(shell.title(), QStringLiteral("Folder compare 3"));
+        QCOMPARE(shell.title(), word("Folder compare 3"));
         shell.tabs->showHome();
         shell.window.onCloseCurrentTab();
         QCOMPARE(shell.tabs->count(), 4);
@@ -316,15 +258,14 @@ private Q_SLOTS:
             QCOMPARE(session->paths().right, paths.value(1));
         } else {
             QCOMPARE(shell.tabs->count(), 1);
-            QCOMPARE(shell.status().contains(paths.value(0)),
-                     !paths.isEmpty() || shell.status() == QStringLiteral("Ready"));
+            QCOMPARE(shell.status().contains(paths.value(0)), !paths.isEmpty() || shell.status() == word("Ready"));
         }
     }
 
     void pairsTheSidesThatExplorerNames()
     {
         Shell shell;
-        shell.run({QStringLiteral("--as-left"), path("one")});
+        shell.run({word("--as-left"), path("one")});
         QCOMPARE(shell.status(),
                  QStringLiteral("Left folder selected: %1 — right-click another item and choose Velmora: set "
                                 "as right side")
@@ -332,44 +273,44 @@ private Q_SLOTS:
         QStatusTipEvent tip({}); // as of a walk through the menus
         QApplication::sendEvent(&shell.window, &tip);
         QVERIFY(!shell.status().isEmpty());
-        shell.run({QStringLiteral("--as-right"), path("two")});
-        QCOMPARE(shell.kind(), QStringLiteral("folder"));
-        QCOMPARE(shell.title(), QStringLiteral("one <-> two"));
-        QCOMPARE(shell.status(), QStringLiteral("Compare opened"));
+        shell.run({word("--as-right"), path("two")});
+        QCOMPARE(shell.kind(), word("folder"));
+        QCOMPARE(shell.title(), word("one <-> two"));
+        QCOMPARE(shell.status(), word("Compare opened"));
 
         // The pair is used up; a right side alone becomes the left one.
-        shell.run({QStringLiteral("--as-right"), path("a.txt")});
+        shell.run({word("--as-right"), path("a.txt")});
         QCOMPARE(shell.status(),
                  QStringLiteral("Left file selected: %1 — right-click another item and choose Velmora: set "
                                 "as right side")
                      .arg(path("a.txt")));
         QCOMPARE(shell.tabs->count(), 2);
-        shell.run({QStringLiteral("--as-right"), path("one")});
-        QCOMPARE(shell.kind(), QStringLiteral("text"));
-        QCOMPARE(shell.title(), QStringLiteral("a.txt <-> one"));
+        shell.run({word("--as-right"), path("one")});
+        QCOMPARE(shell.kind(), word("text"));
+        QCOMPARE(shell.title(), word("a.txt <-> one"));
 
         // Two paths on one command line clear what was pending.
-        shell.run({QStringLiteral("--as-left"), path("one")});
+        shell.run({word("--as-left"), path("one")});
         shell.run({path("a.txt"), path("b.txt")});
-        shell.run({QStringLiteral("--as-right"), path("two")});
+        shell.run({word("--as-right"), path("two")});
         QCOMPARE(shell.tabs->count(), 4);
     }
 
     void dropsBecomeSides()
     {
-        QCOMPARE(pathName(QStringLiteral("/")), QStringLiteral("/"));
+        QCOMPARE(pathName(word("/")), word("/"));
         Shell shell;
         const auto dropped = [&shell](const char *kind, const QStringList &paths) {
             shell.window.openDropped(sessionKind(QLatin1String(kind)), paths);
             return shell.tabs->currentSession()->paths();
         };
-        const QString a = QStringLiteral("/a");
-        const QString b = QStringLiteral("/b");
-        const QString c = QStringLiteral("/c");
+        const QString a = word("/a");
+        const QString b = word("/b");
+        const QString c = word("/c");
         QCOMPARE(dropped("text", {a}), (SessionPaths{a, {}, {}}));
-        QCOMPARE(shell.title(), QStringLiteral("a"));
+        QCOMPARE(shell.title(), word("a"));
         QCOMPARE(dropped("folder", {a, b, c}), (SessionPaths{a, b, {}}));
-        QCOMPARE(shell.status(), QStringLiteral("3 paths dropped; this session takes 2"));
+        QCOMPARE(shell.status(), word("3 paths dropped; this session takes 2"));
         QCOMPARE(dropped("diskusage", {a, b}), (SessionPaths{a, {}, {}}));
         QCOMPARE(dropped("merge", {a, b}), (SessionPaths{a, b, {}}));
         QCOMPARE(dropped("merge", {a, b, c}), (SessionPaths{b, c, a}));
@@ -383,7 +324,7 @@ private Q_SLOTS:
         auto *panel = shell.window.findChild<SessionPanel *>();
         QTreeWidget *tree = panel->tree();
         const QTreeWidgetItem *root = tree->topLevelItem(0);
-        QCOMPARE(root->data(0, SessionPanel::idRole).toString(), QStringLiteral("category_new"));
+        QCOMPARE(root->data(0, SessionPanel::idRole).toString(), word("category_new"));
         QVERIFY(root->isExpanded());
         QStringList names;
         for (int i = 0; i < root->childCount(); ++i)
@@ -397,11 +338,11 @@ private Q_SLOTS:
 
         const QPoint folderSync = tree->visualItemRect(root->child(2)).center();
         QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, folderSync);
-        QCOMPARE(shell.title(), QStringLiteral("Folder sync 1"));
+        QCOMPARE(shell.title(), word("Folder sync 1"));
         QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, folderSync);
-        QCOMPARE(shell.title(), QStringLiteral("Folder sync 1"));
+        QCOMPARE(shell.title(), word("Folder sync 1"));
         QTest::keyClick(tree, Qt::Key_Return);
-        QCOMPARE(shell.title(), QStringLiteral("Folder sync 2"));
+        QCOMPARE(shell.title(), word("Folder sync 2"));
         QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, tree->visualItemRect(root).center());
         QCOMPARE(shell.tabs->count(), 3);
     }
@@ -417,8 +358,8 @@ private Q_SLOTS:
             QFile text(name);
             QVERIFY(text.open(QIODevice::WriteOnly) && text.write("words\n") > 0);
         }
-        const QStringList arguments = {QStringLiteral("velmora"), QStringLiteral("--report"), file("report.html"),
-                                       file("one"), file("two")};
+        const QStringList arguments = {word("velmora"), word("--report"), file("report.html"), file("one"),
+                                       file("two")};
         // From another thread, as from another process: this one must be free to read what that one writes.
         const std::unique_ptr<QThread> other(QThread::create([&] {
             if (handOver(singleInstanceServerName(), arguments, std::chrono::seconds(20)))
@@ -429,20 +370,20 @@ private Q_SLOTS:
         QTRY_VERIFY(other->isFinished());
         QVERIFY(!QFileInfo::exists(file("one")));
         QTRY_VERIFY(QFileInfo::exists(file("report.html")));
-        QCOMPARE(shell.title(), QStringLiteral("one <-> two"));
+        QCOMPARE(shell.title(), word("one <-> two"));
         QVERIFY(shell.window.isVisible());
         QVERIFY(!shell.window.isMinimized());
     }
 
     void theThemeOfTheRunOverrulesTheStoredOne()
     {
-        InterfaceSettings().setValue(QStringLiteral("theme"), 1);
+        InterfaceSettings().setValue(word("theme"), 1);
         const Shell stored;
         QVERIFY(isDarkTheme());
         const Tarnwick light(false);
         QVERIFY(!isDarkTheme());
-        QCOMPARE(InterfaceSettings().value(QStringLiteral("theme")).toInt(), 1);
-        InterfaceSettings().remove(QStringLiteral("theme"));
+        QCOMPARE(InterfaceSettings().value(word("theme")).toInt(), 1);
+        InterfaceSettings().remove(word("theme"));
     }
 
     void saysWhatItIs()
@@ -451,12 +392,12 @@ private Q_SLOTS:
         shell.window.onAbout();
         const auto *box = shell.window.findChild<QMessageBox *>();
         QVERIFY(box);
-        QCOMPARE(box->windowTitle(), QStringLiteral("About Velmora"));
+        QCOMPARE(box->windowTitle(), word("About Velmora"));
         QVERIFY(
             box->text().startsWith(QLatin1String("<h2>Velmora</h2><p>File and folder comparison for Windows.</p>")));
-        QVERIFY(box->text().endsWith(QStringLiteral("<p>Version 1.0.0<br/>build %1<br/>Qt %2</p>")
-                                         .arg(buildStamp(), QString::fromLatin1(qVersion()))));
-        const QRegularExpression stamp(QStringLiteral("^[A-Z][a-z]{2} [ \\d]\\d \\d{4} \\d\\d:\\d\\d:\\d\\d$"));
+        QVERIFY(box->text().endsWith(
+            word("<p>Version 1.0.0<br/>build %1<br/>Qt %2</p>").arg(buildStamp(), QString::fromLatin1(qVersion()))));
+        const QRegularExpression stamp(word("^[A-Z][a-z]{2} [ \\d]\\d \\d{4} \\d\\d:\\d\\d:\\d\\d$"));
         QVERIFY(stamp.match(buildStamp()).hasMatch());
     }
 

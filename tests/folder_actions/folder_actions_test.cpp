@@ -50,7 +50,8 @@ private Q_SLOTS:
     void replacingIsAskedWhereMuchIsAtStake()
     {
         ActionsFixture f;
-        f.make("right/one=old right/two=old right/late=old left/one=new left/two=new left/late=new");
+        f.make("right/one=old right/two=old right/three=old right/late=old left/one=new left/two=new left/three=new "
+               "left/late=new");
         f.files.setTime(word("right/late"), 1000000);
         f.compare();
         f.carryOut(Command::CopyToRight, lines("one")); // an older file goes, and it can be undone
@@ -65,9 +66,9 @@ private Q_SLOTS:
         }
 
         f.answers.answerNumber(2);
-        f.carryOut(Command::CopyToRight, lines("late two"));
+        f.carryOut(Command::CopyToRight, lines("three two")); // each alone would not be asked about
         QCOMPARE(f.asked(), word("2 files will be replaced.\n\nRight side: right"));
-        QCOMPARE(f.rows().mid(1), lines("late two"));
+        QCOMPARE(f.rows().mid(1), lines("three two"));
         f.click("planCancel");
         QVERIFY(f.has("right/two=old"));
         f.answers.answerNumber(1);

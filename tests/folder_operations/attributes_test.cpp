@@ -34,13 +34,16 @@ private Q_SLOTS:
     void copiesAndUndoingCarryAttributesAndAccessLists()
     {
         OperationFixture tree(QDir::tempPath());
-        tree.make("left/dir/noted=1 left/dir/listed=1 left/dir/plain=1 right/dir/listed=old right/gone/x=1");
+        tree.make("left/dir/noted=1 left/dir/listed=1 left/dir/plain=1 right/dir/listed=old right/gone/x=1 "
+                  "left/made/ left/bare/");
         const QString left = tree.path("left/dir");
         const bool isTaken = setAttribute(left + QStringLiteral("/noted"), "user.note", note) &&
                              setAttribute(left + QStringLiteral("/noted"), "user.empty", {}) &&
                              setAttribute(left + QStringLiteral("/listed"), accessListName, accessListOf(4, 0, 0)) &&
                              setAttribute(left, defaultListName, accessListOf(6, 4, 0)) &&
-                             setAttribute(left, "user.folder", note);
+                             setAttribute(left, "user.folder", note) &&
+                             setAttribute(tree.path("left/made"), accessListName, accessListOf(4, 0, 0)) &&
+                             setAttribute(tree.path("left/made"), defaultListName, accessListOf(6, 4, 0));
         if (!isTaken)
             QSKIP("the file system for temporary files has no such attributes");
         for (const char *old : {"right/dir/listed", "right/gone", "right/gone/x"}) {
@@ -55,7 +58,7 @@ private Q_SLOTS:
         ScriptedLayer layer(betweenVolumes());
         OperationJournal journal(layer, tree.journalFolder());
         QCOMPARE(tree.problems(tree.execute(tree.mirror(), journal, layer)), QStringList());
-        for (const char *name : {"/dir/noted", "/dir/listed", "/dir/plain"}) {
+        for (const char *name : {"/dir/noted", "/dir/listed", "/dir/plain", "/made", "/bare"}) {
             QCOMPARE(attributesOf(tree.right() + QLatin1String(name)), attributesOf(tree.left() + QLatin1String(name)));
             QCOMPARE(statusOf(tree.right() + QLatin1String(name)).st_mode,
                      statusOf(tree.left() + QLatin1String(name)).st_mode);
@@ -67,20 +70,6 @@ private Q_SLOTS:
         QCOMPARE(attributesOf(tree.path("right/dir/listed")), replaced);
         for (const char *old : {"right/gone", "right/gone/x"})
             QCOMPARE(attributesOf(tree.path(old)), deleted);
-    }
-
-    void newFoldersTakeTheListsOfTheirModel()
-    {
-        OperationFixture tree(QDir::tempPath());
-        tree.make("left/listed/ left/plain/");
-        const QString listed = tree.path("left/listed");
-        if (!setAttribute(listed, accessListName, accessListOf(4, 0, 0)) ||
-            !setAttribute(listed, defaultListName, accessListOf(6, 4, 0)))
-            QSKIP("the file system for temporary files has no access lists");
-        QVERIFY(setAttribute(tree.right(), defaultListName, accessListOf(6, 6, 6)));
-        QVERIFY(tree.execute(tree.mirror()).isComplete());
-        QCOMPARE(attributesOf(tree.path("right/listed")), attributesOf(listed));
-        QCOMPARE(attributesOf(tree.path("right/plain")), (QMap<QByteArray, QByteArray>()));
     }
 
     /// The permission bits for the group are the list's mask: given as they are they would open the file.

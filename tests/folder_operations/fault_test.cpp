@@ -17,65 +17,45 @@ struct Case {
     MakePlan plan;
 };
 
-PlanSelection everything(const PlanInput &input)
-{
-    PlanSelection all;
-    for (qsizetype i = 0; i < input.items.size(); ++i)
-        all.append(i);
-    return all;
-}
-
 const QString otherName = QStringLiteral("other");
 
 const std::vector<Case> &cases()
 {
+    using Tree = const OperationFixture &;
     static const char *const mixture =
         "left/a=new-a left/dir/b=new-b left/dir/c=new-c right/dir/b=old-b right/gone/d=old-d "
         "right/gone/deep/e=old-e right/f=old-f";
+    static const char *const hidden = "left/dir/a=1 left/dir/.b=2 left/dir/deep/c=3";
+    constexpr auto left = PlanSide::Left;
+    const auto mirror = [](DeleteManner manner) {
+        return [manner](Tree tree) { return planMirror(tree.input(), PlanSide::Left, manner); };
+    };
+    const auto deletion = [](DeleteManner manner) {
+        return [manner](Tree tree) {
+            return planDelete(tree.input(), {0}, PlanSide::Left, manner, DeleteScope::WholeFolder);
+        };
+    };
     static const std::vector<Case> all{
         {"copy", "left/a=1 left/dir/b=2", false, false,
-         [](const OperationFixture &tree) {
-             const PlanInput input = tree.input();
-             return planCopyToOtherSide(input, everything(input), PlanSide::Left);
+         [](Tree tree) {
+             return planCopyToOtherSide(tree.input(), {0, 1, 2}, left);
          }},
-        {"replace", "right/a=old left/a=new", false, false,
-         [](const OperationFixture &tree) { return planUpdate(tree.input(), PlanSide::Left); }},
+        {"replace", "right/a=old left/a=new", false, false, [](Tree tree) { return planUpdate(tree.input(), left); }},
 #ifdef Q_OS_UNIX
-        {"link", "left/a->nowhere/b left/b->.. right/c=1", false, false,
-         [](const OperationFixture &tree) { return planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood); }},
+        {"link", "left/a->nowhere/b left/b->.. right/c=1", false, false, mirror(DeleteManner::ForGood)},
 #endif
-        {"mirror", mixture, false, false,
-         [](const OperationFixture &tree) { return planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood); }},
-        {"mirror with bin", mixture, false, true,
-         [](const OperationFixture &tree) {
-             return planMirror(tree.input(), PlanSide::Left, DeleteManner::ToRecycleBin);
-         }},
+        {"mirror", mixture, false, false, mirror(DeleteManner::ForGood)},
+        {"mirror with bin", mixture, false, true, mirror(DeleteManner::ToRecycleBin)},
         {"move", "left/dir/a=1 left/dir/deep/b=2 right/dir/a=old", false, false,
-         [](const OperationFixture &tree) {
-             const PlanInput input = tree.input();
-             return planMoveToOtherSide(input, {0}, PlanSide::Left);
-         }},
+         [](Tree tree) { return planMoveToOtherSide(tree.input(), {0}, left); }},
         {"move to a place", "left/dir/a=1 left/dir/deep/b=2 other/dir/a=old", false, false,
-         [](const OperationFixture &tree) {
-             const PlanInput input = tree.input();
-             return planMoveTo(input, {0}, PlanSide::Left, tree.path(otherName), IfPresent::Replace);
-         }},
+         [](Tree tree) { return planMoveTo(tree.input(), {0}, left, tree.path(otherName), IfPresent::Replace); }},
         {"rename", "left/dir/a=1", true, false,
-         [](const OperationFixture &tree) {
-             return planRename(tree.input(), 0, PlanSide::Left, QStringLiteral("new"));
-         }},
+         [](Tree tree) { return planRename(tree.input(), 0, left, QStringLiteral("new")); }},
         {"new folder", "left/a=1", false, false,
-         [](const OperationFixture &tree) {
-             return planNewFolder(tree.input(), PlanSide::Right, QStringLiteral("new"));
-         }},
-        {"delete whole", "left/dir/a=1 left/dir/.b=2 left/dir/deep/c=3", false, false,
-         [](const OperationFixture &tree) {
-             return planDelete(tree.input(), {0}, PlanSide::Left, DeleteManner::ForGood, DeleteScope::WholeFolder);
-         }},
-        {"recycle whole", "left/dir/a=1 left/dir/.b=2 left/dir/deep/c=3", false, true,
-         [](const OperationFixture &tree) {
-             return planDelete(tree.input(), {0}, PlanSide::Left, DeleteManner::ToRecycleBin, DeleteScope::WholeFolder);
-         }},
+         [](Tree tree) { return planNewFolder(tree.input(), PlanSide::Right, QStringLiteral("new")); }},
+        {"delete whole", hidden, false, false, deletion(DeleteManner::ForGood)},
+        {"recycle whole", hidden, false, true, deletion(DeleteManner::ToRecycleBin)},
     };
     return all;
 }

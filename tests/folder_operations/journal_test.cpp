@@ -1,6 +1,7 @@
 #include "folder/operations/journal_lines.h"
 #include "folder_operations/operation_fixture.h"
 #include "folder_operations/scripted_layer.h"
+#include "support/bytes_source.h"
 #include "support/test_main.h"
 
 #include <QDir>
@@ -12,24 +13,6 @@ using namespace velmora::test;
 namespace {
 
 const QString journalOf = QStringLiteral("journal/runs/%1/journal.jsonl");
-
-/// Bytes as a file that is read.
-class BytesSource final : public FileSource {
-public:
-    explicit BytesSource(QByteArray bytes) : m_bytes(std::move(bytes)) {}
-    NodeResult state() override { return {}; }
-    FilePiece read(char *buffer, qint64 length) override
-    {
-        const qint64 count = std::min(length, m_bytes.size() - m_at);
-        std::copy_n(m_bytes.constData() + m_at, count, buffer);
-        m_at += count;
-        return {count, false};
-    }
-
-private:
-    QByteArray m_bytes;
-    qint64 m_at = 0;
-};
 
 /// The last run's identifier.
 QString lastId(const OperationJournal &journal)

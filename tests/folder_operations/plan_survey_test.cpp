@@ -1,4 +1,5 @@
 #include "folder_operations/operation_fixture.h"
+#include "folder_operations/scripted_layer.h"
 #include "support/test_main.h"
 
 #include <QRegularExpression>
@@ -32,17 +33,19 @@ private Q_SLOTS:
     void leavesOutWhatHasChanged()
     {
         OperationFixture tree;
-        tree.make("left/changed=1 left/gone=1 left/taken=1 left/dir/x=1 right/old=1 right/back=1");
+        tree.make(
+            "left/changed=1 left/gone=1 right/lost=0 left/lost=1 left/taken=1 left/dir/x=1 right/old=1 right/back=1");
         const PlanInput input = tree.input();
         tree.make("left/changed=2 right/taken=2 right/dir=file left/back=2");
         tree.remove("left/gone");
+        tree.remove("right/lost");
         const OperationPlan plan = tree.surveyed(planMirror(input, PlanSide::Left, DeleteManner::ForGood));
         QCOMPARE(drawn(plan), lines("delete(1:old)"));
-        QCOMPARE(
-            tree.leftOut(plan),
-            (QStringList{said(Reason::ChangedSinceCompared, "left/changed"), said(Reason::TargetExists, "right/dir"),
-                         said(Reason::ChangedSinceCompared, "left/gone"), said(Reason::TargetExists, "right/taken"),
-                         said(Reason::ChangedSinceCompared, "left/back")}));
+        QCOMPARE(tree.leftOut(plan),
+                 (QStringList{
+                     said(Reason::ChangedSinceCompared, "left/changed"), said(Reason::TargetExists, "right/dir"),
+                     said(Reason::ChangedSinceCompared, "left/gone"), said(Reason::ChangedSinceCompared, "right/lost"),
+                     said(Reason::TargetExists, "right/taken"), said(Reason::ChangedSinceCompared, "left/back")}));
     }
 
     void foldersThatHoldMoreStay()
@@ -95,6 +98,38 @@ private Q_SLOTS:
         const OperationPlan same =
             tree.surveyed(planCopyTo(input, all, PlanSide::Left, tree.left(), IfPresent::Replace));
         QVERIFY(same.steps.isEmpty());
+    }
+
+    /// What a failed call leaves unknown is named, and not taken for missing, empty or unchanged.
+    void whatCannotBeLookedAtIsLeftAlone()
+    {
+        OperationFixture tree;
+        tree.make("right/a=old left/a=new left/dir/b=2 left/dir/deep/.c=3 right/gone/d=4 right/gone/deep/.e=5 "
+                  "right/x=6");
+        const PlanInput input = tree.input();
+        const qsizetype dir = tree.indexOf(input, "dir");
+        const qsizetype gone = tree.indexOf(input, "gone");
+        for (const OperationPlan &made :
+             {planMirror(input, PlanSide::Left, DeleteManner::ForGood),
+              planMoveToOtherSide(input, {dir}, PlanSide::Left),
+              planDelete(input, {gone}, PlanSide::Right, DeleteManner::ForGood, DeleteScope::WholeFolder),
+              planCopyTo(input, {dir}, PlanSide::Left, tree.path("other"), IfPresent::LeaveOut)}) {
+            const OperationPlan whole = tree.surveyed(made);
+            for (int failing = 1;; ++failing) {
+                ScriptedLayer layer([failing](int number, QLatin1String) {
+                    return number == failing ? FileError{FileErrorKind::Denied, {}} : FileError();
+                });
+                Progress progress;
+                const OperationPlan plan = surveyPlan(made, layer, {}, progress);
+                if (layer.calls() < failing)
+                    break;
+                QStringList steps = drawn(plan);
+                const bool isWhole = steps == drawn(whole);
+                steps.removeIf([all = drawn(whole)](const QString &step) { return all.contains(step); });
+                QCOMPARE(steps, QStringList());
+                QVERIFY(isWhole || plan.refusal != PlanRefusal::None || plan.leftOut.size() > whole.leftOut.size());
+            }
+        }
     }
 
     void missingRootsRefuse()
@@ -188,6 +223,9 @@ private Q_SLOTS:
         QCOMPARE(plan.steps[1].fromSeen.kind, NodeKind::Link);
         // What is behind the link cannot be copied as if it were in the folder.
         QCOMPARE(tree.leftOut(plan), QStringList(said(Reason::BelowLink, "left/mixed")));
+        QCOMPARE(tree.problems(tree.execute(plan)), QStringList());
+        QCOMPARE(tree.picture("right"), lines("mixed/ mixed/file=different new->../other/target"));
+        QCOMPARE(tree.picture("other"), lines("target/ target/file=precious"));
     }
 #endif
 };

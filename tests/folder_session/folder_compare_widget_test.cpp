@@ -12,7 +12,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
-#include <QFile>
 #include <QHeaderView>
 #include <QJsonArray>
 #include <QJsonObject>
@@ -376,16 +375,13 @@ private Q_SLOTS:
         const QString pending = f.disk.path(word("pending.html"));
         QVERIFY(f.session.setPendingReport(pending));
         f.compare();
-        const auto read = [](const QString &path) {
-            QFile file(path);
-            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-        };
-        QTRY_VERIFY(read(pending).contains("Total: 3 items | Same: 0 | Different: 1 | Left only: 1 | Right only: 1"));
-        QVERIFY(read(pending).contains("sub/a&amp;1"));
+        QTRY_VERIFY(
+            contentsOf(pending).contains("Total: 3 items | Same: 0 | Different: 1 | Left only: 1 | Right only: 1"));
+        QVERIFY(contentsOf(pending).contains("sub/a&amp;1"));
         const QString chosen = f.disk.path(word("chosen.html"));
         f.dialogs.answerPath(chosen);
         f.session.onExportHtml();
-        QTRY_VERIFY(read(chosen).contains("status-rightonly"));
+        QTRY_VERIFY(contentsOf(chosen).contains("status-rightonly"));
         QCOMPARE(f.dialogs.asked().last().start, f.disk.path(word("folder_diff_report.html")));
     }
 

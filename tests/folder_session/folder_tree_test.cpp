@@ -1,9 +1,11 @@
 #include "core/natural_order.h"
-#include "folder/compare/folder_tree.h"
+#include "folder/compare/folder_rows.h"
 #include "folder/engine/item_list.h"
 #include "made_trees.h"
 #include "support/diff_items.h"
 #include "support/test_main.h"
+
+#include <QElapsedTimer>
 
 using namespace velmora;
 using namespace velmora::test;
@@ -206,13 +208,8 @@ private Q_SLOTS:
             QCOMPARE(tree.counts().hidden, hidden);
             QCOMPARE(tree.size() - hidden, shown.size());
         }
-        FolderTree tree(largeResult(400));
-        QSet<QString> all;
-        for (qint32 i = 0; i < tree.size(); ++i) {
-            if (!tree.item(i).isDir)
-                all.insert(tree.bareName(i).toString());
-        }
-        tree.setVerdicts(FolderTree::judge(tree.items(), FolderFilter({}), all));
+        FolderTree tree(madeItems("!a/|!a/x|<a/y|!a/b/|>a/b/z"));
+        tree.setVerdicts(FolderTree::judge(tree.items(), FolderFilter({}), {word("x"), word("y"), word("z")}));
         tree.rollUp();
         QCOMPARE(tree.state(0), RowState::Same);
     }
@@ -248,22 +245,44 @@ private Q_SLOTS:
 
     void theNewerSideOfAFileMarksItsFolders()
     {
-        QList<FolderDiffItem> items = largeResult(50);
-        for (FolderDiffItem &item : items) {
-            if (!item.isDir && item.diffStatus() != FolderDiffStatus::Different)
-                item.setDiffStatus(FolderDiffStatus::Same);
-            if (item.isDir || item.diffStatus() == FolderDiffStatus::Same) {
-                item.leftPath = QStringLiteral("/l");
-                item.rightPath = QStringLiteral("/r");
-            }
-            if (item.diffStatus() == FolderDiffStatus::Different)
-                item.rightTime = item.leftTime.addSecs(60);
-        }
-        const FolderTree tree(items);
+        const FolderTree tree(madeItems("!a/ 1 1|=a/in/ 1 1|!a/in/f 1 61|=a/s 1 1"));
         QVERIFY(tree.node(0).left.has(FolderMark::Older));
         QVERIFY(!tree.node(0).left.has(FolderMark::Newer));
         QVERIFY(tree.node(0).right.has(FolderMark::Newer));
         QVERIFY(!tree.node(0).right.has(FolderMark::Unique));
+    }
+
+    /// What the interface thread does with a very large result, each in one go. The bound is that of a stall a person
+    /// does not notice, several times over: machines that run tests are slow and busy. benchmarks/folder_view measures.
+    void stepsOnTheInterfaceThreadAreShort()
+    {
+        constexpr int entries = 200'000;
+        FolderTree tree(largeResult(entries));
+        FolderViewLimits limits;
+        limits.masks = word("*1*");
+        const FolderTree::Verdicts verdicts = FolderTree::judge(tree.items(), FolderFilter({}, {}, limits), {});
+        const auto branch = std::make_shared<const FolderTree>(QList<FolderDiffItem>{tree.item(2)});
+        const std::vector<FolderTree::Patch> patches{{tree.item(2).name, branch}};
+        const std::initializer_list<std::function<void()>> steps{
+            [&] { tree.setAllExpanded(true); },
+            [&] { QCOMPARE(int(visibleRows(tree, RowsView::All).size()), entries); },
+            [&] { QVERIFY(!visibleRows(tree, RowsView::Differences).empty()); },
+            [&] {
+                tree.setVerdicts(verdicts);
+                tree.rollUp();
+            },
+            [&] { QCOMPARE(int(tree.apply(patches).size()), entries); }};
+        for (const auto &step : steps) {
+            // The shortest of some runs: what the work costs, whatever else the machine does.
+            qint64 shortest = std::numeric_limits<qint64>::max();
+            for (int round = 0; round < 5; ++round) {
+                QElapsedTimer timer;
+                timer.start();
+                step();
+                shortest = std::min(shortest, timer.elapsed());
+            }
+            QVERIFY(shortest < 250);
+        }
     }
 
 private:

@@ -4,44 +4,18 @@
 #include "settings/options/folder_session_options.h"
 #include "settings/options/text_importance_file.h"
 #include "settings/options/text_session_options.h"
+#include "support/bytes_source.h"
 #include "system/engine/snapshot_file.h"
 
 #include <QFile>
 #include <QJsonDocument>
 #include <QTemporaryDir>
 
-#include <algorithm>
-#include <cstring>
-
 namespace velmora::fuzz {
-
-namespace {
-
-/// A file of which only the bytes are known.
-class BytesSource final : public FileSource {
-public:
-    explicit BytesSource(QByteArray bytes) : m_bytes(std::move(bytes)) {}
-
-    NodeResult state() override { return {}; }
-    FilePiece read(char *buffer, qint64 length) override
-    {
-        FilePiece piece;
-        piece.length = std::min<qint64>(length, m_bytes.size() - m_read);
-        std::memcpy(buffer, m_bytes.constData() + m_read, size_t(piece.length));
-        m_read += piece.length;
-        return piece;
-    }
-
-private:
-    QByteArray m_bytes;
-    qint64 m_read = 0;
-};
-
-} // namespace
 
 void journal(const QByteArray &input)
 {
-    BytesSource source(input);
+    test::BytesSource source(input);
     FileError error;
     const std::optional<JournalRecord> record = readJournal(source, {}, error);
     if (!record)

@@ -3,7 +3,9 @@
 #include "settings/options/folder_presets.h"
 #include "settings/options/kept_copies.h"
 #include "settings/settings_fixture.h"
+#include "support/files.h"
 #include "support/test_main.h"
+#include "support/unusual_folder_options.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -12,32 +14,11 @@
 #include <QTableView>
 
 using namespace velmora;
+using velmora::test::word;
+using velmora::test::words;
 using Hands = velmora::test::SettingsHands<FolderSessionSettingsDialog>;
 
 namespace {
-
-/// Options of which no field has its default value.
-FolderSessionOptions unusualOptions()
-{
-    FolderSessionOptions options;
-    options.leftReadOnly = true;
-    options.rightReadOnly = true;
-    options.includeFiles = {QStringLiteral("*.cpp"), QStringLiteral("a;b")};
-    options.excludeFiles = {QStringLiteral(" *.o "), QString()};
-    options.includeFolders = {QStringLiteral("src[")};
-    options.excludeFolders = {QStringLiteral(".git"), QStringLiteral("a/b")};
-    options.otherExclude = {QStringLiteral("~*"), QStringLiteral("[")};
-    options.excludeOsFiles = false;
-    options.showHidden = true;
-    options.alignOverrides = {{QStringLiteral("*.c"), QStringLiteral("*.cpp")}, {QStringLiteral("x"), QString()}};
-    options.compareBasis = 2;
-    options.timeToleranceSec = 90;
-    options.showLogPanel = false;
-    options.showFilterBar = false;
-    options.fileFormats = {{QStringLiteral("Notes"), QStringLiteral("*.md;*.txt"), true},
-                           {QStringLiteral("Logs"), QStringLiteral("*.log"), false}};
-    return options;
-}
 
 FolderSettingsStore storeOf(QSettings &settings)
 {
@@ -65,7 +46,7 @@ private Q_SLOTS:
 
     void shownOptionsComeBackAsTheyWere()
     {
-        QVERIFY(Hands(unusualOptions()).dialog.options() == unusualOptions());
+        QVERIFY(Hands(test::unusualFolderOptions()).dialog.options() == test::unusualFolderOptions());
         QVERIFY(Hands(FolderSessionOptions()).dialog.options() == FolderSessionOptions());
         // What files may hold and no control can show.
         FolderSessionOptions strange;
@@ -86,21 +67,21 @@ private Q_SLOTS:
             f.click(box);
         expected.leftReadOnly = expected.rightReadOnly = expected.showHidden = true;
         expected.excludeOsFiles = expected.showLogPanel = expected.showFilterBar = false;
-        f.get<QComboBox>("compareBasis").setCurrentText(QStringLiteral("Binary compare (N)"));
+        f.get<QComboBox>("compareBasis").setCurrentText(word("Binary compare (N)"));
         expected.compareBasis = 2;
         auto &tolerance = f.get<QSpinBox>("timeTolerance");
         tolerance.setValue(3601);
-        QCOMPARE(tolerance.text(), QStringLiteral("3600 sec"));
+        QCOMPARE(tolerance.text(), word("3600 sec"));
         tolerance.setValue(2);
         expected.timeToleranceSec = 2;
-        f.type("includeFiles", QStringLiteral(" *.h ;; *.cpp;"));
-        f.type("excludeFiles", QStringLiteral("b"));
-        f.type("includeFolders", QStringLiteral("c"));
-        f.type("excludeFolders", QStringLiteral("d"));
-        expected.includeFiles = {QStringLiteral("*.h"), QStringLiteral("*.cpp")};
-        expected.excludeFiles = {QStringLiteral("b")};
-        expected.includeFolders = {QStringLiteral("c")};
-        expected.excludeFolders = {QStringLiteral("d")};
+        f.type("includeFiles", word(" *.h ;; *.cpp;"));
+        f.type("excludeFiles", word("b"));
+        f.type("includeFolders", word("c"));
+        f.type("excludeFolders", word("d"));
+        expected.includeFiles = {word("*.h"), word("*.cpp")};
+        expected.excludeFiles = {word("b")};
+        expected.includeFolders = {word("c")};
+        expected.excludeFolders = {word("d")};
         QVERIFY(f.dialog.options() == expected);
 
         f.click("clearFilters");
@@ -117,24 +98,24 @@ private Q_SLOTS:
         auto &verdict = f.get<QLabel>("excludeFilesVerdict");
         auto &line = f.get<QLineEdit>("excludeFiles");
         line.setFocus();
-        QTest::keyClicks(&line, QStringLiteral("*.o;[ab"));
-        QVERIFY(verdict.text().contains(QStringLiteral("\"[ab\"")));
+        QTest::keyClicks(&line, word("*.o;[ab"));
+        QVERIFY(verdict.text().contains(word("\"[ab\"")));
         QVERIFY(f.get<QLabel>("includeFilesVerdict").text().isEmpty());
-        QTest::keyClicks(&line, QStringLiteral("]"));
+        QTest::keyClicks(&line, word("]"));
         QCOMPARE(verdict.text(), QString());
-        QTest::keyClicks(&line, QStringLiteral(";out/*"));
-        QVERIFY(verdict.text().contains(QStringLiteral("\"out/*\"")));
+        QTest::keyClicks(&line, word(";out/*"));
+        QVERIFY(verdict.text().contains(word("\"out/*\"")));
     }
 
     void exclusionRulesAreAddedEditedAndDeletedTogether()
     {
         Hands f(FolderSessionOptions{}, SessionPaths{}, FolderSessionSettingsDialog::OtherFilters);
-        QCOMPARE(f.get<QPushButton>("otherExcludeAdd").text(), QStringLiteral("Add exclusion rule"));
+        QCOMPARE(f.get<QPushButton>("otherExcludeAdd").text(), word("Add exclusion rule"));
         QVERIFY(!f.get<QPushButton>("otherExcludeRemove").isEnabled());
         for (const char *mask : {"*.bak", "*.tmp", "*.old"}) {
             f.click("otherExcludeAdd");
             QVERIFY(!f.get<QPushButton>("settingsOk", f.opened()).isEnabled());
-            f.type("exclusionMask", QStringLiteral("["), f.opened());
+            f.type("exclusionMask", word("["), f.opened());
             QVERIFY(!f.get<QPushButton>("settingsOk", f.opened()).isEnabled());
             f.type("exclusionMask", QLatin1Char(' ') + QLatin1String(mask), f.opened());
             f.click("settingsOk", f.opened());
@@ -142,20 +123,19 @@ private Q_SLOTS:
         }
         f.select("otherExcludeList", 1);
         f.click("otherExcludeEdit");
-        QCOMPARE(f.get<QLineEdit>("exclusionMask", f.opened()).text(), QStringLiteral("*.tmp"));
-        f.type("exclusionMask", QStringLiteral("*.temp"), f.opened());
+        QCOMPARE(f.get<QLineEdit>("exclusionMask", f.opened()).text(), word("*.tmp"));
+        f.type("exclusionMask", word("*.temp"), f.opened());
         f.click("settingsOk", f.opened());
-        QCOMPARE(f.dialog.options().otherExclude,
-                 QStringList({QStringLiteral("*.bak"), QStringLiteral("*.temp"), QStringLiteral("*.old")}));
+        QCOMPARE(f.dialog.options().otherExclude, words("*.bak|*.temp|*.old"));
 
         auto &list = f.get<QListView>("otherExcludeList");
         QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(0, 0)).center());
         QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier,
                           list.visualRect(list.model()->index(2, 0)).center());
         QVERIFY(!f.get<QPushButton>("otherExcludeEdit").isEnabled());
-        QCOMPARE(f.get<QPushButton>("otherExcludeRemove").text(), QStringLiteral("Delete selected rules"));
+        QCOMPARE(f.get<QPushButton>("otherExcludeRemove").text(), word("Delete selected rules"));
         f.click("otherExcludeRemove");
-        QCOMPARE(f.dialog.options().otherExclude, QStringList(QStringLiteral("*.temp")));
+        QCOMPARE(f.dialog.options().otherExclude, words("*.temp"));
     }
 
     void fileFormatsAreCheckedInTheirTable()
@@ -163,10 +143,10 @@ private Q_SLOTS:
         Hands f(FolderSessionOptions{}, SessionPaths{}, FolderSessionSettingsDialog::OtherFilters);
         auto &table = f.get<QTableView>("fileFormats");
         const QAbstractItemModel &model = *table.model();
-        QCOMPARE(model.headerData(0, Qt::Horizontal).toString(), QStringLiteral("Name"));
-        QCOMPARE(model.headerData(1, Qt::Horizontal).toString(), QStringLiteral("Mask"));
+        QCOMPARE(model.headerData(0, Qt::Horizontal).toString(), word("Name"));
+        QCOMPARE(model.headerData(1, Qt::Horizontal).toString(), word("Mask"));
         QCOMPARE(model.rowCount(), int(defaultFileFormats().size()));
-        QCOMPARE(model.index(2, 1).data().toString(), QStringLiteral("*.csv"));
+        QCOMPARE(model.index(2, 1).data().toString(), word("*.csv"));
         table.setCurrentIndex(model.index(2, 0));
         QTest::keyClick(&table, Qt::Key_Space);
         FolderSessionOptions expected;
@@ -184,19 +164,19 @@ private Q_SLOTS:
         QVERIFY(!f.get<QPushButton>("fileFormatsEdit").isEnabled());
         QVERIFY(!f.get<QPushButton>("fileFormatsRestore").isEnabled());
         QTest::keyClick(&table, Qt::Key_Insert);
-        f.type("formatName", QStringLiteral(" html "), f.opened());
-        f.type("formatMasks", QStringLiteral("*.md"), f.opened());
+        f.type("formatName", word(" html "), f.opened());
+        f.type("formatMasks", word("*.md"), f.opened());
         QVERIFY(!ok()); // there is one of this name, whatever its case
-        f.type("formatName", QStringLiteral(" Notes "), f.opened());
-        f.type("formatMasks", QStringLiteral(" ; "), f.opened());
+        f.type("formatName", word(" Notes "), f.opened());
+        f.type("formatMasks", word(" ; "), f.opened());
         QVERIFY(!ok());
-        f.type("formatMasks", QStringLiteral("*.md;[a"), f.opened());
+        f.type("formatMasks", word("*.md;[a"), f.opened());
         QVERIFY(!ok());
-        f.type("formatMasks", QStringLiteral("*.md ;; *.txt;"), f.opened());
+        f.type("formatMasks", word("*.md ;; *.txt;"), f.opened());
         f.click("settingsOk", f.opened());
         QTRY_VERIFY(!f.opened());
         FolderSessionOptions expected;
-        expected.fileFormats.append({QStringLiteral("Notes"), QStringLiteral("*.md;*.txt"), true});
+        expected.fileFormats.append({word("Notes"), word("*.md;*.txt"), true});
         QVERIFY(f.dialog.options() == expected);
 
         // A double click on the masks edits; the name that the format has is not taken.
@@ -205,11 +185,11 @@ private Q_SLOTS:
         QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, masks);
         QTest::mouseDClick(table.viewport(), Qt::LeftButton, {}, masks);
         QVERIFY(f.opened() && ok());
-        QCOMPARE(f.get<QLineEdit>("formatName", f.opened()).text(), QStringLiteral("HTML"));
-        f.type("formatMasks", QStringLiteral("*.html"), f.opened());
+        QCOMPARE(f.get<QLineEdit>("formatName", f.opened()).text(), word("HTML"));
+        f.type("formatMasks", word("*.html"), f.opened());
         f.click("settingsOk", f.opened());
         QTRY_VERIFY(!f.opened());
-        expected.fileFormats[6].mask = QStringLiteral("*.html");
+        expected.fileFormats[6].mask = word("*.html");
         QVERIFY(f.dialog.options() == expected);
 
         table.setCurrentIndex(table.model()->index(0, 0));
@@ -225,20 +205,19 @@ private Q_SLOTS:
     void alignmentOverridesAreAddedEditedMovedAndRemoved()
     {
         FolderSessionOptions options;
-        options.alignOverrides = {{QStringLiteral("a%2"), QStringLiteral("b")}};
+        options.alignOverrides = {{word("a%2"), word("b")}};
         Hands f(options, SessionPaths{}, FolderSessionSettingsDialog::Handling);
-        QCOMPARE(f.rows("alignOverridesList"), QStringList(QStringLiteral("a%2  <->  b")));
+        QCOMPARE(f.rows("alignOverridesList"), words("a%2  <->  b"));
         f.click("alignOverridesAdd");
-        QCOMPARE(f.opened()->windowTitle(), QStringLiteral("Alignment override"));
-        f.type("alignLeftMask", QStringLiteral("*.[c"), f.opened());
+        QCOMPARE(f.opened()->windowTitle(), word("Alignment override"));
+        f.type("alignLeftMask", word("*.[c"), f.opened());
         QVERIFY(!f.get<QPushButton>("settingsOk", f.opened()).isEnabled());
-        f.type("alignRightMask", QStringLiteral("x/y"), f.opened());
+        f.type("alignRightMask", word("x/y"), f.opened());
         QVERIFY(!f.get<QPushButton>("settingsOk", f.opened()).isEnabled());
-        f.type("alignRightMask", QStringLiteral("*.h"), f.opened());
+        f.type("alignRightMask", word("*.h"), f.opened());
         f.click("settingsOk", f.opened());
         f.click("alignOverridesUp");
-        const QList<ManualAlignRule> wanted{{QStringLiteral("*.[c"), QStringLiteral("*.h")},
-                                            {QStringLiteral("a%2"), QStringLiteral("b")}};
+        const QList<ManualAlignRule> wanted{{word("*.[c"), word("*.h")}, {word("a%2"), word("b")}};
         QVERIFY(f.dialog.options().alignOverrides == wanted);
         QTest::keyClick(&f.get<QListView>("alignOverridesList"), Qt::Key_Delete);
         QVERIFY(f.dialog.options() == options);
@@ -247,29 +226,29 @@ private Q_SLOTS:
     void builtInPresetsChangeWhatTheyNameAndNothingElse()
     {
         for (const FolderPreset &preset : folderPresets()) {
-            Hands f(unusualOptions());
+            Hands f(test::unusualFolderOptions());
             f.choose("applyPreset", QLatin1String(preset.name));
-            FolderSessionOptions expected = unusualOptions();
+            FolderSessionOptions expected = test::unusualFolderOptions();
             QVERIFY(applyFolderPreset(QLatin1String(preset.name), expected));
             QVERIFY2(f.dialog.options() == expected, preset.name);
             QCOMPARE(f.preset(), QLatin1String("Preset: ") + QLatin1String(preset.menuText));
             QCOMPARE(f.get<QLabel>("settingsModified").text(), QString());
         }
-        QCOMPARE(Hands(FolderSessionOptions{}).preset(), QStringLiteral("Preset: Custom"));
+        QCOMPARE(Hands(FolderSessionOptions{}).preset(), word("Preset: Custom"));
     }
 
     void presetsAreMadeLoadedReplacedAndDeleted()
     {
-        const QString name = QStringLiteral("Build & test");
+        const QString name = word("Build & test");
         {
-            Hands f(unusualOptions());
-            f.get<QPlainTextEdit>("description").setPlainText(QStringLiteral("for the night"));
+            Hands f(test::unusualFolderOptions());
+            f.get<QPlainTextEdit>("description").setPlainText(word("for the night"));
             f.answers.answerText(QLatin1Char(' ') + name);
             f.click("addPreset");
-            QCOMPARE(f.answers.asked().last().text, QStringLiteral("Preset name:"));
+            QCOMPARE(f.answers.asked().last().text, word("Preset name:"));
             QCOMPARE(f.preset(), QLatin1String("Preset: ") + name);
             const QString modified = f.get<QLabel>("settingsModified").text();
-            const QString format = QStringLiteral("'Last modified: 'yyyy/M/d h:mm:ss");
+            const QString format = word("'Last modified: 'yyyy/M/d h:mm:ss");
             const QDateTime shown = QDateTime::fromString(modified, format);
             QVERIFY2(qAbs(shown.secsTo(QDateTime::currentDateTime())) < 60, qPrintable(modified));
             f.click("showLogPanel");
@@ -277,11 +256,10 @@ private Q_SLOTS:
             f.dialog.reject(); // a preset stays all the same
         }
         Hands f(FolderSessionOptions{});
-        QCOMPARE(menuEntries(f).mid(3),
-                 QStringList({QStringLiteral("Build && test"), QStringLiteral("Delete preset")}));
+        QCOMPARE(menuEntries(f).mid(3), words("Build && test|Delete preset"));
         f.choose("applyPreset", name);
-        QVERIFY(f.dialog.options() == unusualOptions());
-        QCOMPARE(f.get<QPlainTextEdit>("description").toPlainText(), QStringLiteral("for the night"));
+        QVERIFY(f.dialog.options() == test::unusualFolderOptions());
+        QCOMPARE(f.get<QPlainTextEdit>("description").toPlainText(), word("for the night"));
 
         f.click("leftReadOnly");
         for (const int answer : {0, 1}) {
@@ -291,14 +269,14 @@ private Q_SLOTS:
             SessionSettings settings;
             QCOMPARE(storeOf(settings).preset(name)->options.leftReadOnly, answer == 0);
         }
-        f.answers.answerText(QStringLiteral("  "));
+        f.answers.answerText(word("  "));
         f.click("addPreset");
         QCOMPARE(menuEntries(f).size(), 5);
 
         for (const int answer : {0, 1}) {
             f.answers.answerNumber(answer);
             f.choose("applyPreset", QLatin1String("delete ") + name);
-            QCOMPARE(menuEntries(f).contains(QStringLiteral("Build && test")), answer == 0);
+            QCOMPARE(menuEntries(f).contains(word("Build && test")), answer == 0);
         }
         QCOMPARE(menuEntries(f).size(), 3);
     }
@@ -307,24 +285,24 @@ private Q_SLOTS:
     {
         SessionSettings settings;
         {
-            Hands f(unusualOptions());
+            Hands f(test::unusualFolderOptions());
             f.click("settingsOk");
             QVERIFY(storeOf(settings).defaults().options == FolderSessionOptions());
         }
-        Hands f(unusualOptions());
+        Hands f(test::unusualFolderOptions());
         auto &scope = f.get<QComboBox>("settingsScope");
-        QCOMPARE(scope.itemText(0), QStringLiteral("Only for this view"));
-        scope.setCurrentText(QStringLiteral("Save as default settings"));
-        f.get<QPlainTextEdit>("description").setPlainText(QStringLiteral("mine"));
+        QCOMPARE(scope.itemText(0), word("Only for this view"));
+        scope.setCurrentText(word("Save as default settings"));
+        f.get<QPlainTextEdit>("description").setPlainText(word("mine"));
         f.dialog.reject();
         QVERIFY(storeOf(settings).defaults().options == FolderSessionOptions());
         f.dialog.open();
         f.click("settingsOk");
         settings.sync();
-        QVERIFY(storeOf(settings).defaults().options == unusualOptions());
-        Hands again(unusualOptions());
-        QCOMPARE(again.preset(), QStringLiteral("Preset: Default settings"));
-        QCOMPARE(again.get<QPlainTextEdit>("description").toPlainText(), QStringLiteral("mine"));
+        QVERIFY(storeOf(settings).defaults().options == test::unusualFolderOptions());
+        Hands again(test::unusualFolderOptions());
+        QCOMPARE(again.preset(), word("Preset: Default settings"));
+        QCOMPARE(again.get<QPlainTextEdit>("description").toPlainText(), word("mine"));
     }
 
     void keptCopiesAreSetForAllSessions()
@@ -341,8 +319,8 @@ private Q_SLOTS:
         }
         SessionSettings settings;
         QVERIFY(loadKeptCopies(settings) == (KeptCopies{qint64(3000) * 1024 * 1024, 7}));
-        settings.setValue(QStringLiteral("FolderCompare/KeptCopies/bytes"), QStringLiteral("-5"));
-        settings.setValue(QStringLiteral("FolderCompare/KeptCopies/days"), QStringLiteral("x"));
+        settings.setValue(word("FolderCompare/KeptCopies/bytes"), word("-5"));
+        settings.setValue(word("FolderCompare/KeptCopies/days"), word("x"));
         QVERIFY(loadKeptCopies(settings) == KeptCopies());
 
         // What no control can show stays.
@@ -361,11 +339,11 @@ private Q_SLOTS:
             QCOMPARE(f.get<QTabWidget>("settingsTabs").currentIndex(), shown);
         }
         Hands f(FolderSessionOptions{});
-        QCOMPARE(f.dialog.windowTitle(), QStringLiteral("Session settings — folder compare"));
+        QCOMPARE(f.dialog.windowTitle(), word("Session settings — folder compare"));
         QStringList titles;
         for (int tab = 0; tab < f.get<QTabWidget>("settingsTabs").count(); ++tab)
             titles.append(f.get<QTabWidget>("settingsTabs").tabText(tab));
-        QCOMPARE(titles.join(u'|'), QStringLiteral("Spec|Compare|Handling|Name filters|Other filters|Misc"));
+        QCOMPARE(titles.join(u'|'), word("Spec|Compare|Handling|Name filters|Other filters|Misc"));
     }
 
     void mnemonicsAreUniqueOnEveryTab()

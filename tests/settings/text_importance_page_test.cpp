@@ -1,5 +1,6 @@
 #include "settings/options/text_importance_file.h"
 #include "settings/settings_fixture.h"
+#include "support/files.h"
 #include "support/test_main.h"
 
 #include <QCheckBox>
@@ -11,6 +12,8 @@
 using namespace velmora;
 using velmora::test::acceptedDefaults;
 using velmora::test::SettingsFixture;
+using velmora::test::word;
+using velmora::test::words;
 
 namespace {
 
@@ -32,7 +35,7 @@ private Q_SLOTS:
     {
         SettingsFixture f({}, importanceTab);
         f.click("editGrammar");
-        QCOMPARE(f.opened()->windowTitle(), QStringLiteral("Edit Grammar"));
+        QCOMPARE(f.opened()->windowTitle(), word("Edit Grammar"));
         QVERIFY(f.get<QCheckBox>("importantCharacterCase", f.opened()).isChecked());
         f.click("importantCharacterCase", f.opened());
         f.click("settingsCancel", f.opened());
@@ -47,37 +50,35 @@ private Q_SLOTS:
         QVERIFY(f.dialog.options().importantTrailingWhitespace);
         QVERIFY(!f.dialog.options().importantCharacterCase);
         QVERIFY(f.dialog.options().ignoreCase);
-        QCOMPARE(f.preset(), QStringLiteral("Preset: Custom"));
+        QCOMPARE(f.preset(), word("Preset: Custom"));
     }
 
     void unimportantTextsAreAddedEditedAndRemoved()
     {
-        SettingsFixture f(withUnimportant({QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three")}),
-                          importanceTab);
+        SettingsFixture f(withUnimportant({word("one"), word("two"), word("three")}), importanceTab);
         QVERIFY(!f.get<QPushButton>("unimportantRemove").isEnabled());
         auto &list = f.get<QListView>("unimportantList");
         f.select("unimportantList", 1);
         QTest::keyClick(&list, Qt::Key_Delete);
-        QCOMPARE(f.rows("unimportantList"), QStringList({QStringLiteral("one"), QStringLiteral("three")}));
+        QCOMPARE(f.rows("unimportantList"), words("one|three"));
 
         // The rule that has moved up is selected.
         const QPoint place = list.visualRect(list.currentIndex()).center();
         QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
         QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place);
         QVERIFY(f.opened());
-        QCOMPARE(f.opened()->windowTitle(), QStringLiteral("Unimportant text"));
-        QCOMPARE(f.get<QLineEdit>("unimportantRule", f.opened()).text(), QStringLiteral("three"));
-        f.type("unimportantRule", QStringLiteral("3"), f.opened());
+        QCOMPARE(f.opened()->windowTitle(), word("Unimportant text"));
+        QCOMPARE(f.get<QLineEdit>("unimportantRule", f.opened()).text(), word("three"));
+        f.type("unimportantRule", word("3"), f.opened());
         f.click("settingsOk", f.opened());
 
         f.select("unimportantList", 0);
         QTest::keyClick(&list, Qt::Key_Insert);
-        f.type("unimportantRule", QStringLiteral("   "), f.opened());
+        f.type("unimportantRule", word("   "), f.opened());
         QVERIFY(!f.get<QPushButton>("settingsOk", f.opened()).isEnabled());
-        f.type("unimportantRule", QStringLiteral("new"), f.opened());
+        f.type("unimportantRule", word("new"), f.opened());
         f.click("settingsOk", f.opened());
-        QCOMPARE(f.dialog.options().unimportantText,
-                 QStringList({QStringLiteral("one"), QStringLiteral("3"), QStringLiteral("new")}));
+        QCOMPARE(f.dialog.options().unimportantText, words("one|3|new"));
         QCOMPARE(list.currentIndex().row(), 2);
 
         for (int row = 0; row < 3; ++row)
@@ -91,49 +92,48 @@ private Q_SLOTS:
         SettingsFixture f({}, importanceTab);
         f.click("unimportantAdd");
         auto &verdict = f.get<QLabel>("unimportantVerdict", f.opened());
-        f.type("unimportantRule", QStringLiteral("^#.*"), f.opened());
+        f.type("unimportantRule", word("^#.*"), f.opened());
         QVERIFY(verdict.text().isEmpty());
-        f.type("unimportantRule", QStringLiteral("(TODO"), f.opened());
-        QVERIFY(verdict.text().contains(QStringLiteral("Not a regular expression")));
+        f.type("unimportantRule", word("(TODO"), f.opened());
+        QVERIFY(verdict.text().contains(word("Not a regular expression")));
         f.click("settingsOk", f.opened());
-        QCOMPARE(f.dialog.options().unimportantText, QStringList(QStringLiteral("(TODO")));
+        QCOMPARE(f.dialog.options().unimportantText, words("(TODO"));
     }
 
     void theListGoesThroughTheClipboard()
     {
         QClipboard *clipboard = QGuiApplication::clipboard();
-        SettingsFixture f(withUnimportant({QStringLiteral("one"), QStringLiteral(" two")}), importanceTab);
-        f.choose("unimportantClipboard", QStringLiteral("copyUnimportant"));
-        QCOMPARE(clipboard->text(), QStringLiteral("one\n two"));
+        SettingsFixture f(withUnimportant({word("one"), word(" two")}), importanceTab);
+        f.choose("unimportantClipboard", word("copyUnimportant"));
+        QCOMPARE(clipboard->text(), word("one\n two"));
 
-        clipboard->setText(QStringLiteral("a\r\n\r\nb \n c"));
+        clipboard->setText(word("a\r\n\r\nb \n c"));
         f.answers.answerNumber(0);
-        f.choose("unimportantClipboard", QStringLiteral("pasteUnimportant"));
-        QCOMPARE(f.answers.asked().last().text, QStringLiteral("Replace the list with text from the clipboard?"));
+        f.choose("unimportantClipboard", word("pasteUnimportant"));
+        QCOMPARE(f.answers.asked().last().text, word("Replace the list with text from the clipboard?"));
         QCOMPARE(f.rows("unimportantList").size(), 2);
 
         f.answers.answerNumber(1);
-        f.choose("unimportantClipboard", QStringLiteral("pasteUnimportant"));
-        QCOMPARE(f.dialog.options().unimportantText,
-                 QStringList({QStringLiteral("a"), QStringLiteral("b "), QStringLiteral(" c")}));
+        f.choose("unimportantClipboard", word("pasteUnimportant"));
+        QCOMPARE(f.dialog.options().unimportantText, words("a|b | c"));
 
-        clipboard->setText(QStringLiteral("\n"));
-        f.choose("unimportantClipboard", QStringLiteral("pasteUnimportant"));
+        clipboard->setText(word("\n"));
+        f.choose("unimportantClipboard", word("pasteUnimportant"));
         QCOMPARE(f.answers.asked().size(), 2);
     }
 
     void rulesGoThroughAFile()
     {
-        const QString path = m_folder.filePath(QStringLiteral("rules.json"));
-        SettingsFixture source(withUnimportant({QStringLiteral("^;")}), importanceTab);
+        const QString path = m_folder.filePath(word("rules.json"));
+        SettingsFixture source(withUnimportant({word("^;")}), importanceTab);
         source.click("importantCharacterCase");
         source.click("ignoreBlankLines");
         source.answers.answerPath(path);
         source.click("exportRules");
         const auto &asked = source.answers.asked().last();
-        QCOMPARE(asked.title, QStringLiteral("Export importance rules"));
-        QCOMPARE(asked.start, QStringLiteral("text-importance.json"));
-        QCOMPARE(asked.text, QStringLiteral("Text importance rules (*.json);;All files (*.*)"));
+        QCOMPARE(asked.title, word("Export importance rules"));
+        QCOMPARE(asked.start, word("text-importance.json"));
+        QCOMPARE(asked.text, word("Text importance rules (*.json);;All files (*.*)"));
         QCOMPARE(source.answers.asked().size(), 1);
 
         SettingsFixture target({}, importanceTab);
@@ -141,12 +141,12 @@ private Q_SLOTS:
         target.click("alignMyers");
         target.answers.answerPath(path);
         target.click("importRules");
-        QCOMPARE(target.answers.titles(), QStringList(QStringLiteral("Import importance rules")));
+        QCOMPARE(target.answers.titles(), words("Import importance rules"));
         TextSessionOptions expected = source.dialog.options();
         expected.leftReadOnly = true;
         expected.alignAlgorithm = 1;
         QVERIFY(target.dialog.options() == expected);
-        QCOMPARE(target.preset(), QStringLiteral("Preset: Custom"));
+        QCOMPARE(target.preset(), word("Preset: Custom"));
     }
 
     void filesThatCannotBeUsedAreToldAndChangeNothing()
@@ -155,9 +155,9 @@ private Q_SLOTS:
         const auto told = [&f](const char *button, const QString &path) {
             f.answers.answerPath(path);
             f.click(button);
-            return f.answers.titles().last() + QStringLiteral(" | ") + f.answers.asked().last().text;
+            return f.answers.titles().last() + word(" | ") + f.answers.asked().last().text;
         };
-        const QString path = m_folder.filePath(QStringLiteral("broken.json"));
+        const QString path = m_folder.filePath(word("broken.json"));
         for (const auto &[content, reason] :
              {std::pair("{", "Invalid JSON: unterminated object"),
               std::pair(R"({"schema":"Tarnwick.TextImportance/2","importantCharacterCase":false})",
@@ -169,10 +169,10 @@ private Q_SLOTS:
             QCOMPARE(told("importRules", path), QLatin1String("Import failed | ") + QLatin1String(reason));
             QVERIFY(f.dialog.options() == acceptedDefaults());
         }
-        const QString missing = m_folder.filePath(QStringLiteral("none/rules.json"));
+        const QString missing = m_folder.filePath(word("none/rules.json"));
         const QString shown = QDir::toNativeSeparators(missing);
-        QCOMPARE(told("importRules", missing), QStringLiteral("Import failed | Cannot read file: ") + shown);
-        QCOMPARE(told("exportRules", missing), QStringLiteral("Export failed | Cannot write file: ") + shown);
+        QCOMPARE(told("importRules", missing), word("Import failed | Cannot read file: ") + shown);
+        QCOMPARE(told("exportRules", missing), word("Export failed | Cannot write file: ") + shown);
     }
 
 private:

@@ -2,6 +2,7 @@
 #include "settings/options/text_defaults.h"
 #include "settings/options/text_presets.h"
 #include "settings/settings_fixture.h"
+#include "support/files.h"
 #include "support/test_main.h"
 #include "support/unusual_text_options.h"
 
@@ -19,6 +20,8 @@
 using namespace velmora;
 using velmora::test::acceptedDefaults;
 using velmora::test::SettingsFixture;
+using velmora::test::word;
+using velmora::test::words;
 
 namespace {
 
@@ -26,9 +29,9 @@ namespace {
 TextSessionOptions unusualOptions()
 {
     TextSessionOptions options = test::unusualTextOptions();
-    options.leftPath = QStringLiteral("/a/left.txt");
-    options.rightPath = QStringLiteral("/b/right.txt");
-    options.description = QStringLiteral("first line\nsecond line");
+    options.leftPath = word("/a/left.txt");
+    options.rightPath = word("/b/right.txt");
+    options.description = word("first line\nsecond line");
     return options;
 }
 
@@ -94,62 +97,62 @@ private Q_SLOTS:
     void pathsAreCopiedAndSwapped()
     {
         TextSessionOptions options;
-        options.leftPath = QStringLiteral("/a");
-        options.rightPath = QStringLiteral("/b");
+        options.leftPath = word("/a");
+        options.rightPath = word("/b");
         options.leftReadOnly = true;
         SettingsFixture f(options);
         f.click("swapPaths");
-        QCOMPARE(f.dialog.options().leftPath, QStringLiteral("/b"));
-        QCOMPARE(f.dialog.options().rightPath, QStringLiteral("/a"));
+        QCOMPARE(f.dialog.options().leftPath, word("/b"));
+        QCOMPARE(f.dialog.options().rightPath, word("/a"));
         QVERIFY(f.dialog.options().leftReadOnly);
         f.click("copyLeftPath");
-        QCOMPARE(f.dialog.options().rightPath, QStringLiteral("/b"));
+        QCOMPARE(f.dialog.options().rightPath, word("/b"));
     }
 
     void storedWordsHaveOtherNamesOnScreen()
     {
         const TextSessionOptions builtIn;
         SettingsFixture f;
-        QCOMPARE(f.get<QComboBox>("leftFileType").currentText(), QStringLiteral("Everything else"));
-        QCOMPARE(f.get<QComboBox>("leftEncoding").currentText(), QStringLiteral("Auto detect"));
-        f.get<QComboBox>("leftEncoding").setCurrentText(QStringLiteral("Shift-JIS"));
-        QCOMPARE(f.dialog.options().leftEncoding, QStringLiteral("Shift-JIS"));
-        f.get<QComboBox>("leftEncoding").setCurrentText(QStringLiteral("Auto detect"));
+        QCOMPARE(f.get<QComboBox>("leftFileType").currentText(), word("Everything else"));
+        QCOMPARE(f.get<QComboBox>("leftEncoding").currentText(), word("Auto detect"));
+        f.get<QComboBox>("leftEncoding").setCurrentText(word("Shift-JIS"));
+        QCOMPARE(f.dialog.options().leftEncoding, word("Shift-JIS"));
+        f.get<QComboBox>("leftEncoding").setCurrentText(word("Auto detect"));
         QCOMPARE(f.dialog.options().leftEncoding, builtIn.leftEncoding);
 
         TextSessionOptions other;
-        other.leftEncoding = QStringLiteral("auto");
-        other.leftFileType = QStringLiteral("Detected: Python");
-        other.rightFileType = QStringLiteral("Everything else");
+        other.leftEncoding = word("auto");
+        other.leftFileType = word("Detected: Python");
+        other.rightFileType = word("Everything else");
         SettingsFixture g(other);
-        QCOMPARE(g.get<QComboBox>("leftEncoding").currentText(), QStringLiteral("Auto detect"));
-        QCOMPARE(g.dialog.options().leftEncoding, QStringLiteral("auto"));
-        QCOMPARE(g.dialog.options().leftFileType, QStringLiteral("Everything else"));
-        QCOMPARE(g.dialog.options().rightFileType, QStringLiteral("Everything else"));
+        QCOMPARE(g.get<QComboBox>("leftEncoding").currentText(), word("Auto detect"));
+        QCOMPARE(g.dialog.options().leftEncoding, word("auto"));
+        QCOMPARE(g.dialog.options().leftFileType, word("Everything else"));
+        QCOMPARE(g.dialog.options().rightFileType, word("Everything else"));
     }
 
     void storedWordsAreTheSameInEveryLanguage()
     {
         OtherLanguage language;
         TextSessionOptions options;
-        options.rightFileType = QStringLiteral("[Detected]: Python");
+        options.rightFileType = word("[Detected]: Python");
         SettingsFixture f(options);
-        QCOMPARE(f.get<QComboBox>("leftFileType").currentText(), QStringLiteral("[Everything else]"));
-        QCOMPARE(f.get<QComboBox>("leftEncoding").currentText(), QStringLiteral("[Auto detect]"));
+        QCOMPARE(f.get<QComboBox>("leftFileType").currentText(), word("[Everything else]"));
+        QCOMPARE(f.get<QComboBox>("leftEncoding").currentText(), word("[Auto detect]"));
         QVERIFY(f.dialog.options() == acceptedDefaults());
     }
 
     void aDetectedTypeIsShownAndNotStored()
     {
         TextSessionOptions options;
-        options.leftPath = QStringLiteral("/somewhere/main.py");
-        options.rightPath = QStringLiteral("/somewhere/unknown");
+        options.leftPath = word("/somewhere/main.py");
+        options.rightPath = word("/somewhere/unknown");
         SettingsFixture f(options);
-        QCOMPARE(f.get<QComboBox>("leftFileType").currentText(), QStringLiteral("Detected: Python"));
-        QCOMPARE(f.get<QComboBox>("rightFileType").currentText(), QStringLiteral("Everything else"));
-        QCOMPARE(f.dialog.options().leftFileType, QStringLiteral("Everything else"));
-        f.get<QComboBox>("leftFileType").setCurrentText(QStringLiteral("Rust"));
-        QCOMPARE(f.dialog.options().leftFileType, QStringLiteral("Rust"));
+        QCOMPARE(f.get<QComboBox>("leftFileType").currentText(), word("Detected: Python"));
+        QCOMPARE(f.get<QComboBox>("rightFileType").currentText(), word("Everything else"));
+        QCOMPARE(f.dialog.options().leftFileType, word("Everything else"));
+        f.get<QComboBox>("leftFileType").setCurrentText(word("Rust"));
+        QCOMPARE(f.dialog.options().leftFileType, word("Rust"));
     }
 
     void rightFormatRestsWhileItFollowsTheLeft()
@@ -186,16 +189,16 @@ private Q_SLOTS:
         TextSessionOptions start = unusualOptions();
         for (const TextPreset &preset : textPresets()) {
             SettingsFixture f(start, TextSessionSettingsDialog::Importance);
-            QCOMPARE(f.preset(), QStringLiteral("Preset: Custom"));
+            QCOMPARE(f.preset(), word("Preset: Custom"));
             f.choose("applyPreset", QLatin1String(preset.name));
             TextSessionOptions expected = start;
             QVERIFY(applyTextPreset(QLatin1String(preset.name), expected));
             QVERIFY2(f.dialog.options() == expected, preset.name);
             QCOMPARE(f.preset(), QLatin1String("Preset: ") + QLatin1String(preset.menuText));
             f.click("alignUnaligned");
-            QCOMPARE(f.preset(), QStringLiteral("Preset: Custom"));
+            QCOMPARE(f.preset(), word("Preset: Custom"));
         }
-        QCOMPARE(SettingsFixture().preset(), QStringLiteral("Preset: Ignore whitespace"));
+        QCOMPARE(SettingsFixture().preset(), word("Preset: Ignore whitespace"));
     }
 
     void defaultsAreStoredOnlyWhenChosen()
@@ -206,7 +209,7 @@ private Q_SLOTS:
             QVERIFY(loadDefaultTextOptions() == TextSessionOptions());
         }
         SettingsFixture f(unusualOptions());
-        f.get<QComboBox>("settingsScope").setCurrentText(QStringLiteral("Save as default settings"));
+        f.get<QComboBox>("settingsScope").setCurrentText(word("Save as default settings"));
         QSignalSpy accepted(&f.dialog, &QDialog::accepted);
         f.dialog.reject();
         QVERIFY(loadDefaultTextOptions() == TextSessionOptions());
@@ -232,7 +235,7 @@ private Q_SLOTS:
         settings.setValue(keys.first(), stored.chopped(1));
         settings.sync();
         QVERIFY(loadDefaultTextOptions() == TextSessionOptions());
-        settings.setValue(keys.first(), QStringLiteral("{\"importantCharacterCase\":\"no\",\"ignoreCase\":true}"));
+        settings.setValue(keys.first(), word("{\"importantCharacterCase\":\"no\",\"ignoreCase\":true}"));
         settings.sync();
         QVERIFY(!loadDefaultTextOptions().importantCharacterCase);
     }
@@ -251,51 +254,51 @@ private Q_SLOTS:
     void replacementRulesAreAddedEditedAndRemoved()
     {
         TextSessionOptions options;
-        options.leftReplaceFind = {QStringLiteral("%2"), QStringLiteral("gone")};
-        options.leftReplaceWith = {QStringLiteral("two")};
+        options.leftReplaceFind = {word("%2"), word("gone")};
+        options.leftReplaceWith = {word("two")};
         SettingsFixture f(options, TextSessionSettingsDialog::Replacements);
-        QCOMPARE(f.rows("leftReplaceList"), QStringList({QStringLiteral("%2  ->  two"), QStringLiteral("gone  ->  ")}));
+        QCOMPARE(f.rows("leftReplaceList"), words("%2  ->  two|gone  ->  "));
         QVERIFY(!f.get<QPushButton>("leftReplaceEdit").isEnabled());
 
         f.click("leftReplaceAdd");
-        QCOMPARE(f.opened()->windowTitle(), QStringLiteral("Replacement rule"));
+        QCOMPARE(f.opened()->windowTitle(), word("Replacement rule"));
         QVERIFY(!f.get<QPushButton>("settingsOk", f.opened()).isEnabled());
-        f.type("replacementFind", QStringLiteral("a b"), f.opened());
-        f.type("replacementWith", QStringLiteral(" c"), f.opened());
+        f.type("replacementFind", word("a b"), f.opened());
+        f.type("replacementWith", word(" c"), f.opened());
         f.click("settingsOk", f.opened());
 
         f.select("leftReplaceList", 0);
         QTest::keyClick(&f.get<QListView>("leftReplaceList"), Qt::Key_Delete);
         f.click("leftReplaceEdit");
-        f.type("replacementWith", QStringLiteral("kept"), f.opened());
+        f.type("replacementWith", word("kept"), f.opened());
         f.click("settingsOk", f.opened());
         f.click("leftReplaceEdit");
-        f.type("replacementWith", QStringLiteral("not kept"), f.opened());
+        f.type("replacementWith", word("not kept"), f.opened());
         f.click("settingsCancel", f.opened());
 
-        QCOMPARE(f.dialog.options().leftReplaceFind, QStringList({QStringLiteral("gone"), QStringLiteral("a b")}));
-        QCOMPARE(f.dialog.options().leftReplaceWith, QStringList({QStringLiteral("kept"), QStringLiteral(" c")}));
+        QCOMPARE(f.dialog.options().leftReplaceFind, words("gone|a b"));
+        QCOMPARE(f.dialog.options().leftReplaceWith, words("kept| c"));
         QVERIFY(f.dialog.options().rightReplaceFind.isEmpty());
     }
 
     void replacementRulesChangeTheirOrder()
     {
         TextSessionOptions options;
-        options.rightReplaceFind = {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")};
-        options.rightReplaceWith = {QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")};
+        options.rightReplaceFind = {word("a"), word("b"), word("c")};
+        options.rightReplaceWith = {word("1"), word("2"), word("3")};
         SettingsFixture f(options, TextSessionSettingsDialog::Replacements);
         QVERIFY(!f.get<QAbstractButton>("rightReplaceUp").isEnabled());
         QVERIFY(!f.get<QAbstractButton>("rightReplaceDown").isEnabled());
         f.select("rightReplaceList", 0);
         f.click("rightReplaceDown");
         f.click("rightReplaceDown");
-        QCOMPARE(f.dialog.options().rightReplaceFind.join(QString()), QStringLiteral("bca"));
+        QCOMPARE(f.dialog.options().rightReplaceFind.join(QString()), word("bca"));
         QVERIFY(!f.get<QAbstractButton>("rightReplaceDown").isEnabled());
         auto &list = f.get<QListView>("rightReplaceList");
         QTest::keyClick(&list, Qt::Key_Down, Qt::AltModifier);
         QTest::keyClick(&list, Qt::Key_Up, Qt::AltModifier);
-        QCOMPARE(f.dialog.options().rightReplaceFind.join(QString()), QStringLiteral("bac"));
-        QCOMPARE(f.dialog.options().rightReplaceWith.join(QString()), QStringLiteral("213"));
+        QCOMPARE(f.dialog.options().rightReplaceFind.join(QString()), word("bac"));
+        QCOMPARE(f.dialog.options().rightReplaceWith.join(QString()), word("213"));
         QCOMPARE(list.currentIndex().row(), 1);
     }
 };

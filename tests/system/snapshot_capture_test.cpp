@@ -1,5 +1,6 @@
 #include "core/child_process.h"
 #include "core/runner.h"
+#include "support/files.h"
 #include "support/test_main.h"
 #include "system/engine/snapshot_capture.h"
 #include "system_fixture.h"
@@ -39,14 +40,14 @@ private Q_SLOTS:
     void takesEveryVariable()
     {
         qputenv("VELMORA_TEST_EMPTY", "");
-        qputenv("VELMORA_TEST_TEXT", QStringLiteral("a=b;ä").toLocal8Bit());
+        qputenv("VELMORA_TEST_TEXT", word("a=b;ä").toLocal8Bit());
         const Snapshot snapshot = captureEnvironment();
-        QCOMPARE(snapshot.value(QStringLiteral("VELMORA_TEST_TEXT")).value, QStringLiteral("a=b;ä"));
+        QCOMPARE(snapshot.value(word("VELMORA_TEST_TEXT")).value, word("a=b;ä"));
 #ifndef Q_OS_WIN // where an empty variable is none
-        QVERIFY(snapshot.contains(QStringLiteral("VELMORA_TEST_EMPTY")));
+        QVERIFY(snapshot.contains(word("VELMORA_TEST_EMPTY")));
 #endif
         qunsetenv("VELMORA_TEST_TEXT");
-        QVERIFY(!captureEnvironment().contains(QStringLiteral("VELMORA_TEST_TEXT")));
+        QVERIFY(!captureEnvironment().contains(word("VELMORA_TEST_TEXT")));
     }
 
     void readsTheServiceList_data()
@@ -91,7 +92,7 @@ private Q_SLOTS:
         const SnapshotCapture capture =
             parseServiceList("[{\"Name\":\"a\",\"State\":\"R\",\"DisplayName\":\"\x84\xF6\"}]");
         QVERIFY(capture.ok());
-        QCOMPARE(lines(capture.snapshot), QStringList(QStringLiteral("a -> R / ")));
+        QCOMPARE(lines(capture.snapshot), words("a -> R / "));
         QVERIFY(!capture.snapshot.first().displayName.isEmpty());
     }
 
@@ -108,7 +109,7 @@ private Q_SLOTS:
         QVERIFY(capture.ok());
         QCOMPARE(capture.snapshot.size(), 20000);
         QCOMPARE(shell.call(),
-                 (QStringList{QStringLiteral("-NoProfile"), QStringLiteral("-Command"),
+                 (QStringList{word("-NoProfile"), word("-Command"),
                               QStringLiteral("Get-CimInstance Win32_Service | Select-Object Name, State, StartMode, "
                                              "DisplayName | ConvertTo-Json -Compress")}));
     }
@@ -118,7 +119,7 @@ private Q_SLOTS:
         FakePowerShell shell;
         SnapshotCapture capture = captureNow();
         QCOMPARE(capture.fault, CaptureFault::NotJson);
-        QCOMPARE(capture.detail, QStringLiteral("Get-CimInstance: access denied"));
+        QCOMPARE(capture.detail, word("Get-CimInstance: access denied"));
 
         shell.hangs();
         capture = captureNow(shortLimit);
@@ -149,22 +150,20 @@ private Q_SLOTS:
         FakePowerShell shell;
         shell.says(QByteArray(1'000'000, 'x'));
         Progress progress;
-        const QString program = findProgram(QStringLiteral("powershell.exe"), qEnvironmentVariable("PATH"));
+        const QString program = findProgram(word("powershell.exe"), qEnvironmentVariable("PATH"));
         const ChildRun run = runChild({program, {}, std::chrono::milliseconds(60000), 1000}, {}, progress);
         // It may have ended by itself before anybody looked; what it wrote is there then.
         QVERIFY(run.end == ChildEnd::TooMuchOutput || run.output.size() == 1'000'000);
-        QCOMPARE(runChild({program + QStringLiteral("-none"), {}, shortLimit}, {}, progress).end,
-                 ChildEnd::CannotStart);
+        QCOMPARE(runChild({program + word("-none"), {}, shortLimit}, {}, progress).end, ChildEnd::CannotStart);
     }
 
     void handsAChildItsInputAndVariables()
     {
         const FakePowerShell shell;
         Progress progress;
-        ChildCall call{findProgram(QStringLiteral("powershell.exe"), qEnvironmentVariable("PATH")),
-                       {},
-                       std::chrono::milliseconds(60000)};
-        call.variables = {{QStringLiteral("VELMORA_FAKE_ECHO"), QStringLiteral("1")}};
+        ChildCall call{
+            findProgram(word("powershell.exe"), qEnvironmentVariable("PATH")), {}, std::chrono::milliseconds(60000)};
+        call.variables = {{word("VELMORA_FAKE_ECHO"), word("1")}};
         call.input = QByteArray(300'000, 'y'); // more than a pipe holds
         const ChildRun run = runChild(call, {}, progress);
         QCOMPARE(run.end, ChildEnd::Finished);
@@ -176,12 +175,10 @@ private Q_SLOTS:
     void killsWhatAChildHasStarted()
     {
         Progress progress;
-        const ChildRun run = runChild({QStringLiteral("/bin/sh"),
-                                       {QStringLiteral("-c"), QStringLiteral("sleep 300 & echo $!; wait")},
-                                       shortLimit},
-                                      {}, progress);
+        const ChildRun run =
+            runChild({word("/bin/sh"), {word("-c"), word("sleep 300 & echo $!; wait")}, shortLimit}, {}, progress);
         QCOMPARE(run.end, ChildEnd::TimedOut);
-        QFile state(QStringLiteral("/proc/%1/stat").arg(run.output.toInt()));
+        QFile state(word("/proc/%1/stat").arg(run.output.toInt()));
         // Gone, or dead and not yet collected.
         QTRY_VERIFY(!state.open(QIODevice::ReadOnly) || state.readAll().contains(") Z ") || (state.close(), false));
     }
@@ -190,23 +187,23 @@ private Q_SLOTS:
     void looksForProgramsOnTheSearchPathOnly()
     {
         TestFiles files;
-        const QString name = QStringLiteral("powershell.exe");
-        const QString program = files.write(QStringLiteral("bin/powershell.exe"), "x");
+        const QString name = word("powershell.exe");
+        const QString program = files.write(word("bin/powershell.exe"), "x");
         QVERIFY(QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-        files.write(QStringLiteral("empty/other"), "x");
-        QVERIFY(QDir().mkpath(files.path(QStringLiteral("folder/powershell.exe"))));
+        files.write(word("empty/other"), "x");
+        QVERIFY(QDir().mkpath(files.path(word("folder/powershell.exe"))));
         const auto search = [&](const QStringList &folders) {
             return findProgram(name, folders.join(QDir::listSeparator()));
         };
-        const QString bin = files.path(QStringLiteral("bin"));
-        QCOMPARE(search({files.path(QStringLiteral("none")), files.path(QStringLiteral("empty")),
-                         files.path(QStringLiteral("folder")), QDir::toNativeSeparators(bin)}),
+        const QString bin = files.path(word("bin"));
+        QCOMPARE(search({files.path(word("none")), files.path(word("empty")), files.path(word("folder")),
+                         QDir::toNativeSeparators(bin)}),
                  program);
         QCOMPARE(search({u'"' + bin + u'"'}), program);
         QCOMPARE(search({}), QString());
         const QString before = QDir::currentPath();
         QVERIFY(QDir::setCurrent(bin));
-        const QString found = search({QString(), QStringLiteral("."), QStringLiteral("../bin")});
+        const QString found = search({QString(), word("."), word("../bin")});
         QVERIFY(QDir::setCurrent(before));
         QCOMPARE(found, QString());
     }
@@ -214,22 +211,21 @@ private Q_SLOTS:
     void namesStartupItemsBySource()
     {
         TestFiles files;
-        files.write(QStringLiteral("user/Notes.lnk"), "x");
-        files.write(QStringLiteral("user/both.bat"), "x");
-        files.write(QStringLiteral("user/folder/inside.bat"), "x");
-        files.write(QStringLiteral("common/both.bat"), "x");
-        StartupSources sources{QStringLiteral("Software\\VelmoraNone"), QStringLiteral("Software\\VelmoraNone"),
-                               files.path(QStringLiteral("user")), files.path(QStringLiteral("common"))};
-        const QString hidden = files.write(QStringLiteral("user/.hidden"), "x");
-        QStringList expected = {QStringLiteral("CommonStartup\\both.bat -> ") +
-                                    files.path(QStringLiteral("common/both.bat")),
-                                QStringLiteral("Startup\\Notes.lnk -> ") + files.path(QStringLiteral("user/Notes.lnk")),
-                                QStringLiteral("Startup\\both.bat -> ") + files.path(QStringLiteral("user/both.bat"))};
+        files.write(word("user/Notes.lnk"), "x");
+        files.write(word("user/both.bat"), "x");
+        files.write(word("user/folder/inside.bat"), "x");
+        files.write(word("common/both.bat"), "x");
+        StartupSources sources{word("Software\\VelmoraNone"), word("Software\\VelmoraNone"), files.path(word("user")),
+                               files.path(word("common"))};
+        const QString hidden = files.write(word("user/.hidden"), "x");
+        QStringList expected = {word("CommonStartup\\both.bat -> ") + files.path(word("common/both.bat")),
+                                word("Startup\\Notes.lnk -> ") + files.path(word("user/Notes.lnk")),
+                                word("Startup\\both.bat -> ") + files.path(word("user/both.bat"))};
 #ifdef Q_OS_WIN
         QVERIFY(SetFileAttributesW(hidden.toStdWString().c_str(), FILE_ATTRIBUTE_HIDDEN));
-        const QString desktop = files.write(QStringLiteral("user/desktop.ini"), "x");
+        const QString desktop = files.write(word("user/desktop.ini"), "x");
         QVERIFY(SetFileAttributesW(desktop.toStdWString().c_str(), FILE_ATTRIBUTE_SYSTEM));
-        const QString key = QStringLiteral("Software\\VelmoraStartupTest");
+        const QString key = word("Software\\VelmoraStartupTest");
         HKEY handle = nullptr;
         QCOMPARE(RegCreateKeyExW(HKEY_CURRENT_USER, key.toStdWString().c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
                                  KEY_SET_VALUE, nullptr, &handle, nullptr),
@@ -247,33 +243,19 @@ private Q_SLOTS:
         set(L"bytes", REG_BINARY, "\x01\xAB", 2);
         RegCloseKey(handle);
         sources.currentUserKey = key;
-        expected += {QStringLiteral("HKCU\\Run\\ -> unnamed"),
-                     QStringLiteral("HKCU\\Run\\a/b\\c -> %X%\\p"),
-                     QStringLiteral("HKCU\\Run\\bytes -> 01 ab"),
-                     QStringLiteral("HKCU\\Run\\list -> one\ntwo"),
-                     QStringLiteral("HKCU\\Run\\long -> ") + QString(10000, u'x'),
-                     QStringLiteral("HKCU\\Run\\number -> 4000000000")};
+        expected += {word("HKCU\\Run\\ -> unnamed"),
+                     word("HKCU\\Run\\a/b\\c -> %X%\\p"),
+                     word("HKCU\\Run\\bytes -> 01 ab"),
+                     word("HKCU\\Run\\list -> one\ntwo"),
+                     word("HKCU\\Run\\long -> ") + QString(10000, u'x'),
+                     word("HKCU\\Run\\number -> 4000000000")};
         expected.sort();
 #endif
         QCOMPARE(lines(captureStartup(sources)), expected);
-        sources.userFolder = files.path(QStringLiteral("none"));
+        sources.userFolder = files.path(word("none"));
         sources.commonFolder.clear();
         sources.currentUserKey = sources.localMachineKey;
         QVERIFY(captureStartup(sources).isEmpty());
-    }
-
-    void knowsWhereThisSystemKeepsStartupItems()
-    {
-        const StartupSources sources = StartupSources::ofThisSystem();
-        QCOMPARE(sources.currentUserKey, QStringLiteral("Software\\Microsoft\\Windows\\CurrentVersion\\Run"));
-        QCOMPARE(sources.localMachineKey, sources.currentUserKey);
-        QCOMPARE(sources.userFolder,
-                 QDir::homePath() + QStringLiteral("/AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Startup"));
-#ifdef Q_OS_WIN
-        QCOMPARE(sources.commonFolder, QStringLiteral("C:/ProgramData/Microsoft/Windows/Start Menu/Programs/Startup"));
-#else
-        QVERIFY(sources.commonFolder.isEmpty());
-#endif
     }
 };
 

@@ -1,3 +1,4 @@
+#include "support/files.h"
 #include "support/test_main.h"
 #include "system/engine/snapshot_compare.h"
 #include "system/engine/snapshot_file.h"
@@ -28,8 +29,8 @@ QString picture(const QList<SnapshotRow> &rows)
 {
     QStringList lines;
     for (const SnapshotRow &row : rows) {
-        const QChar sign = QStringLiteral("=~<>")[int(row.status)];
-        lines.append(QStringLiteral("%1%2(%3|%4)").arg(QString(sign), row.key, row.left, row.right));
+        const QChar sign = word("=~<>")[int(row.status)];
+        lines.append(word("%1%2(%3|%4)").arg(QString(sign), row.key, row.left, row.right));
     }
     return lines.join(u' ');
 }
@@ -84,15 +85,13 @@ private Q_SLOTS:
 
     void countsAndNamesServices()
     {
-        const Snapshot left{{QStringLiteral("W32Time"),
-                             serviceItem(QStringLiteral("Time"), QStringLiteral("Running"), QStringLiteral("Auto"))}};
-        const Snapshot right{
-            {QStringLiteral("W32Time"), serviceItem({}, QStringLiteral("Running"), QStringLiteral("Manual"))},
-            {QStringLiteral("Spooler"), serviceItem(QStringLiteral("Print"), QStringLiteral("Stopped"), {})}};
+        const Snapshot left{{word("W32Time"), serviceItem(word("Time"), word("Running"), word("Auto"))}};
+        const Snapshot right{{word("W32Time"), serviceItem({}, word("Running"), word("Manual"))},
+                             {word("Spooler"), serviceItem(word("Print"), word("Stopped"), {})}};
         const QList<SnapshotRow> rows = compareSnapshots(left, right, KeyMatch::Exact);
-        QCOMPARE(picture(rows), QStringLiteral(">Spooler(|Stopped / ) ~W32Time(Running / Auto|Running / Manual)"));
-        QCOMPARE(rows[0].note, QStringLiteral("Print"));
-        QCOMPARE(rows[1].note, QStringLiteral("Time"));
+        QCOMPARE(picture(rows), word(">Spooler(|Stopped / ) ~W32Time(Running / Auto|Running / Manual)"));
+        QCOMPARE(rows[0].note, word("Print"));
+        QCOMPARE(rows[1].note, word("Time"));
         QCOMPARE(countRows(rows), (SnapshotCounts{0, 1, 0, 1}));
     }
 
@@ -143,7 +142,7 @@ private Q_SLOTS:
         QFETCH(QString, detail);
         QFETCH(QString, items);
         TestFiles files;
-        const SnapshotReading reading = loadSnapshot(files.write(QStringLiteral("file"), bytes), form);
+        const SnapshotReading reading = loadSnapshot(files.write(word("file"), bytes), form);
         QCOMPARE(int(reading.fault), fault);
         if (!detail.isEmpty())
             QCOMPARE(reading.detail, detail);
@@ -153,7 +152,7 @@ private Q_SLOTS:
     void tellsWhatCannotBeOpened()
     {
         TestFiles files;
-        for (const QString &path : {files.path(QStringLiteral("missing")), files.path({}), QString()}) {
+        for (const QString &path : {files.path(word("missing")), files.path({}), QString()}) {
             const SnapshotReading reading = loadSnapshot(path, SnapshotForm::TextObject);
             QCOMPARE(reading.fault, SnapshotFault::CannotOpen);
             QVERIFY(!reading.detail.isEmpty());
@@ -167,7 +166,7 @@ private Q_SLOTS:
                           SnapshotForm::ServiceArray);
         QVERIFY(reading.ok());
         QCOMPARE(reading.repeated, 1);
-        QCOMPARE(reading.snapshot[QStringLiteral("a")].state, QStringLiteral("Stopped"));
+        QCOMPARE(reading.snapshot[word("a")].state, word("Stopped"));
     }
 
     void writesWhatItReads()
@@ -176,7 +175,7 @@ private Q_SLOTS:
         const auto text = [&random] {
             QString result;
             for (quint32 length = random.bounded(12U); length > 0; --length)
-                result += QStringLiteral("aÄ\"\\\n\t{}: 漢")[int(random.bounded(11U))];
+                result += word("aÄ\"\\\n\t{}: 漢")[int(random.bounded(11U))];
             return result;
         };
         for (int i = 0; i < 200; ++i) {
@@ -192,10 +191,8 @@ private Q_SLOTS:
             QVERIFY(comesBack(snapshot, SnapshotForm::TextObject));
             QVERIFY(comesBack(services, SnapshotForm::ServiceArray));
         }
-        const QJsonDocument document = QJsonDocument::fromJson(
-            snapshotToJson({{QStringLiteral("a"),
-                             serviceItem(QStringLiteral("A"), QStringLiteral("Running"), QStringLiteral("Auto"))}},
-                           SnapshotForm::ServiceArray));
+        const QJsonDocument document = QJsonDocument::fromJson(snapshotToJson(
+            {{word("a"), serviceItem(word("A"), word("Running"), word("Auto"))}}, SnapshotForm::ServiceArray));
         QCOMPARE(document, QJsonDocument::fromJson(
                                json("[{'name': 'a', 'displayName': 'A', 'state': 'Running', 'startMode': 'Auto'}]")));
     }
@@ -206,9 +203,9 @@ private Q_SLOTS:
         const auto mayOthersRead = [&files](const QString &name) {
             return QFile::permissions(files.path(name)) & (QFile::ReadGroup | QFile::ReadOther);
         };
-        const QString open = files.write(QStringLiteral("open"), "old");
+        const QString open = files.write(word("open"), "old");
         QVERIFY(QFile::setPermissions(open, QFile::permissions(open) | QFile::ReadGroup | QFile::ReadOther));
-        if (!(mayOthersRead(QStringLiteral("open"))))
+        if (!(mayOthersRead(word("open"))))
             QSKIP("This file system has no access bits.");
         const Snapshot snapshot = snapshotOf("TOKEN=secret");
         for (const char *name : {"open", "new"}) {
@@ -224,11 +221,11 @@ private Q_SLOTS:
     void leavesTheFileThatItCannotReplace()
     {
         TestFiles files;
-        const QString folder = files.path(QStringLiteral("folder"));
+        const QString folder = files.path(word("folder"));
         QVERIFY(QDir().mkpath(folder));
         for (const SnapshotReaders readers : {SnapshotReaders::Everybody, SnapshotReaders::OwnerOnly}) {
             QVERIFY(!saveSnapshot(folder, {}, SnapshotForm::TextObject, readers).ok());
-            QVERIFY(!saveSnapshot(files.path(QStringLiteral("none/x")), {}, SnapshotForm::TextObject, readers).ok());
+            QVERIFY(!saveSnapshot(files.path(word("none/x")), {}, SnapshotForm::TextObject, readers).ok());
         }
         QVERIFY(QFileInfo(folder).isDir());
     }
@@ -273,10 +270,10 @@ private Q_SLOTS:
             return picture(alignEntries(list(left), list(right)));
         };
         QCOMPARE(aligned("", ""), QString());
-        QCOMPARE(aligned("a b c", "a b c"), QStringLiteral("=a=b=c"));
-        QCOMPARE(aligned("a b c", "a x c"), QStringLiteral("=a<b>x=c"));
-        QCOMPARE(aligned("a b", "b a"), QStringLiteral("<a=b>a"));
-        QCOMPARE(aligned("a a", "a"), QStringLiteral("=a<a"));
+        QCOMPARE(aligned("a b c", "a b c"), word("=a=b=c"));
+        QCOMPARE(aligned("a b c", "a x c"), word("=a<b>x=c"));
+        QCOMPARE(aligned("a b", "b a"), word("<a=b>a"));
+        QCOMPARE(aligned("a a", "a"), word("=a<a"));
         // Two lists that share much are not taken for foreign, and those that are too long for the table keep all.
         QStringList left;
         QStringList right;

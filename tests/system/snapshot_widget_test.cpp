@@ -1,5 +1,6 @@
 #include "session/session_record.h"
 #include "session/theme.h"
+#include "support/files.h"
 #include "support/recording_host.h"
 #include "support/scripted_dialogs.h"
 #include "support/test_main.h"
@@ -46,7 +47,7 @@ public:
     /// Clicks the button of an action and waits until what it began has ended.
     void click(const char *name)
     {
-        auto *button = session.template findChild<QToolButton *>(QLatin1String(name) + QStringLiteral("Button"));
+        auto *button = session.template findChild<QToolButton *>(QLatin1String(name) + word("Button"));
         if (!button)
             qFatal("no button %s", name);
         QTest::mouseClick(button, Qt::LeftButton);
@@ -124,9 +125,9 @@ class Compared : public EnvFixture {
 public:
     Compared()
     {
-        left = files.write(QStringLiteral("left.kvenv"),
+        left = files.write(word("left.kvenv"),
                            json("{'HOME': '/home/a', 'LANG': 'C', 'ONLY_L': 'x', 'PATH': '/bin:/usr/bin:/opt'}"));
-        right = files.write(QStringLiteral("right.kvenv"),
+        right = files.write(word("right.kvenv"),
                             json("{'HOME': '/home/a', 'LANG': 'de', 'ONLY_R': 'a\\nb', 'PATH': '/bin:/sbin:/opt'}"));
         compareFiles(left, right);
     }
@@ -155,89 +156,86 @@ private Q_SLOTS:
         EnvFixture f;
         QSignalSpy finished(&f.session, &SessionWidget::comparisonFinished);
         QSignalSpy title(&f.session, &SessionWidget::tabTitleChanged);
-        const QString left =
-            f.files.write(QStringLiteral("a.kvenv"), json("{'A': '1', 'B': '1', 'C': '1', 'PATH': '/x'}"));
-        const QString right =
-            f.files.write(QStringLiteral("b.kvenv"), json("{'B': '1', 'C': '2', 'D': '', 'PATH': '/x'}"));
+        const QString left = f.files.write(word("a.kvenv"), json("{'A': '1', 'B': '1', 'C': '1', 'PATH': '/x'}"));
+        const QString right = f.files.write(word("b.kvenv"), json("{'B': '1', 'C': '2', 'D': '', 'PATH': '/x'}"));
         f.type("leftSnapshot", QDir::toNativeSeparators(left));
         f.enter("leftSnapshot");
-        QCOMPARE(f.session.status(), QStringLiteral("Loaded 4 item(s)"));
+        QCOMPARE(f.session.status(), word("Loaded 4 item(s)"));
         f.type("rightSnapshot", u'"' + right + u'"');
         f.key(Qt::Key_F5);
-        QCOMPARE(f.rows(), (QStringList{QStringLiteral("Left only|A|1|"), QStringLiteral("Same|B|1|1"),
-                                        QStringLiteral("Changed|C|1|2"), QStringLiteral("Right only|D||"),
-                                        QStringLiteral("Same|PATH|/x|/x")}));
-        QCOMPARE(f.session.status(), QStringLiteral("Compare finished (5 item(s))"));
-        QCOMPARE(f.label("countsLabel"), QStringLiteral("Same: 2   Changed: 1   Left only: 1   Right only: 1"));
+        QCOMPARE(f.rows(), (QStringList{word("Left only|A|1|"), word("Same|B|1|1"), word("Changed|C|1|2"),
+                                        word("Right only|D||"), word("Same|PATH|/x|/x")}));
+        QCOMPARE(f.session.status(), word("Compare finished (5 item(s))"));
+        QCOMPARE(f.label("countsLabel"), word("Same: 2   Changed: 1   Left only: 1   Right only: 1"));
         QCOMPARE(finished.size(), 1);
         QCOMPARE(finished[0], (QVariantList{left, right}));
         QCOMPARE(title.size(), 1);
-        QCOMPARE(title[0][0].toString(), QStringLiteral("a.kvenv <-> b.kvenv"));
+        QCOMPARE(title[0][0].toString(), word("a.kvenv <-> b.kvenv"));
 
         // A file that has changed is read again, one that is gone is not.
-        f.files.write(QStringLiteral("a.kvenv"), json("{'NEW': '1'}"));
+        f.files.write(word("a.kvenv"), json("{'NEW': '1'}"));
         QVERIFY(QFile::remove(right));
         f.key(Qt::Key_F5);
-        QCOMPARE(f.rows().value(3), QStringLiteral("Left only|NEW|1|"));
+        QCOMPARE(f.rows().value(3), word("Left only|NEW|1|"));
         QCOMPARE(f.rows().size(), 5);
 
         // The tab is called after what is compared.
         f.click("captureRightAction");
         f.key(Qt::Key_F5);
-        QCOMPARE(title.last()[0].toString(), QStringLiteral("a.kvenv <-> [Current environment]"));
+        QCOMPARE(title.last()[0].toString(), word("a.kvenv <-> [Current environment]"));
         f.type("leftSnapshot", QString());
         f.key(Qt::Key_F5);
-        QCOMPARE(title.last()[0].toString(), QStringLiteral("Environment variables compare"));
+        QCOMPARE(title.last()[0].toString(), word("Environment variables compare"));
     }
 
     void comparesTheLiveEnvironmentWhereASideIsEmpty()
     {
         EnvFixture f;
-        QCOMPARE(f.session.findChild<QLineEdit *>(QStringLiteral("leftSnapshot"))->placeholderText(),
-                 QStringLiteral("Leave empty for current process environment"));
+        QCOMPARE(f.session.findChild<QLineEdit *>(word("leftSnapshot"))->placeholderText(),
+                 word("Leave empty for current process environment"));
         f.click("captureLeftAction");
         const qsizetype count = captureEnvironment().size();
-        QCOMPARE(f.session.status(), QStringLiteral("Captured %1 variable(s)").arg(count));
-        QCOMPARE(f.field("leftSnapshot"), QStringLiteral("[Current environment]"));
+        QCOMPARE(f.session.status(), word("Captured %1 variable(s)").arg(count));
+        QCOMPARE(f.field("leftSnapshot"), word("[Current environment]"));
         qputenv("VELMORA_TEST_VARIABLE", "second");
-        const auto variable = [&f] { return f.rows().filter(QStringLiteral("VELMORA_TEST_VARIABLE")).value(0); };
+        const auto variable = [&f] { return f.rows().filter(word("VELMORA_TEST_VARIABLE")).value(0); };
         f.key(Qt::Key_F5); // the right side is what it is now, the left what it was
-        QCOMPARE(variable(), QStringLiteral("Changed|VELMORA_TEST_VARIABLE|first|second"));
+        QCOMPARE(variable(), word("Changed|VELMORA_TEST_VARIABLE|first|second"));
         QCOMPARE(f.field("rightSnapshot"), QString());
-        QCOMPARE(f.session.status(), QStringLiteral("Compare finished (%1 item(s))").arg(count));
+        QCOMPARE(f.session.status(), word("Compare finished (%1 item(s))").arg(count));
         qunsetenv("VELMORA_TEST_VARIABLE");
         f.key(Qt::Key_F5);
-        QCOMPARE(variable(), QStringLiteral("Left only|VELMORA_TEST_VARIABLE|first|"));
+        QCOMPARE(variable(), word("Left only|VELMORA_TEST_VARIABLE|first|"));
 
         // A record says what was live, and opening it captures anew.
         const SessionRecord record = f.session.record();
-        QCOMPARE(record.paths, (SessionPaths{QStringLiteral("[Current environment]"), {}, {}}));
+        QCOMPARE(record.paths, (SessionPaths{word("[Current environment]"), {}, {}}));
         qputenv("VELMORA_TEST_VARIABLE", "third");
         EnvFixture again;
         again.compareFiles(record.paths.left, record.paths.right);
-        QCOMPARE(again.rows().filter(QStringLiteral("VELMORA_TEST_VARIABLE")).value(0),
-                 QStringLiteral("Same|VELMORA_TEST_VARIABLE|third|third"));
+        QCOMPARE(again.rows().filter(word("VELMORA_TEST_VARIABLE")).value(0),
+                 word("Same|VELMORA_TEST_VARIABLE|third|third"));
     }
 
     void savesWhatItHolds()
     {
         EnvFixture f;
-        const QString path = f.files.path(QStringLiteral("saved.kvenv"));
+        const QString path = f.files.path(word("saved.kvenv"));
         f.dialogs.answerPath(path);
         f.click("saveRightAction"); // an empty side stands for this process
-        QCOMPARE(f.session.status(), QStringLiteral("Saved %1").arg(QDir::toNativeSeparators(path)));
+        QCOMPARE(f.session.status(), word("Saved %1").arg(QDir::toNativeSeparators(path)));
         QCOMPARE(loadSnapshot(path, SnapshotForm::TextObject).snapshot, captureEnvironment());
-        QCOMPARE(f.dialogs.asked().last().start, QStringLiteral("environment.kvenv"));
-        QCOMPARE(f.dialogs.asked().last().text, QStringLiteral("Environment snapshot (*.kvenv)"));
+        QCOMPARE(f.dialogs.asked().last().start, word("environment.kvenv"));
+        QCOMPARE(f.dialogs.asked().last().text, word("Environment snapshot (*.kvenv)"));
 
         f.dialogs.answerPath(path);
         f.click("loadLeftAction");
-        QCOMPARE(f.dialogs.asked().last().text, QStringLiteral("Environment snapshot (*.kvenv);;All files (*.*)"));
+        QCOMPARE(f.dialogs.asked().last().text, word("Environment snapshot (*.kvenv);;All files (*.*)"));
         QCOMPARE(f.session.paths().left, path);
-        const QString folder = f.files.path(QStringLiteral("none/x.kvenv"));
+        const QString folder = f.files.path(word("none/x.kvenv"));
         f.dialogs.answerPath(folder);
         f.key(Qt::Key_S, Qt::ControlModifier);
-        QCOMPARE(f.session.status(), QStringLiteral("Cannot write: %1").arg(QDir::toNativeSeparators(folder)));
+        QCOMPARE(f.session.status(), word("Cannot write: %1").arg(QDir::toNativeSeparators(folder)));
         QVERIFY(!f.label("statusDetail").isEmpty());
     }
 
@@ -245,14 +243,14 @@ private Q_SLOTS:
     {
         Compared f;
         const QStringList before = f.rows();
-        const QString bad = f.files.write(QStringLiteral("bad.kvenv"), "[]");
-        const QString missing = f.files.path(QStringLiteral("missing.kvenv"));
-        const QString cannotOpen = QStringLiteral("Cannot open: %1").arg(QDir::toNativeSeparators(missing));
+        const QString bad = f.files.write(word("bad.kvenv"), "[]");
+        const QString missing = f.files.path(word("missing.kvenv"));
+        const QString cannotOpen = word("Cannot open: %1").arg(QDir::toNativeSeparators(missing));
         QSignalSpy finished(&f.session, &SessionWidget::comparisonFinished);
 
         f.dialogs.answerPath(bad);
         f.click("loadLeftAction");
-        QCOMPARE(f.session.status(), QStringLiteral("Invalid environment snapshot format"));
+        QCOMPARE(f.session.status(), word("Invalid environment snapshot format"));
         QVERIFY(!f.label("statusDetail").isEmpty());
         QCOMPARE(f.session.paths().left, f.left);
         f.type("rightSnapshot", missing);
@@ -274,69 +272,69 @@ private Q_SLOTS:
     {
         Compared f;
         f.view().setFocus();
-        QCOMPARE(f.current(), QStringLiteral("HOME"));
+        QCOMPARE(f.current(), word("HOME"));
         const auto walk = [&f](int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
             f.key(key, modifiers);
             return f.current();
         };
-        QCOMPARE(walk(Qt::Key_F8), QStringLiteral("LANG"));
-        QCOMPARE(walk(Qt::Key_F8), QStringLiteral("ONLY_L"));
-        QCOMPARE(walk(Qt::Key_Up, Qt::AltModifier), QStringLiteral("LANG"));
-        QCOMPARE(walk(Qt::Key_F8, Qt::ShiftModifier), QStringLiteral("LANG"));
-        QCOMPARE(f.session.status(), QStringLiteral("No earlier difference"));
+        QCOMPARE(walk(Qt::Key_F8), word("LANG"));
+        QCOMPARE(walk(Qt::Key_F8), word("ONLY_L"));
+        QCOMPARE(walk(Qt::Key_Up, Qt::AltModifier), word("LANG"));
+        QCOMPARE(walk(Qt::Key_F8, Qt::ShiftModifier), word("LANG"));
+        QCOMPARE(f.session.status(), word("No earlier difference"));
 
         f.key(Qt::Key_D, Qt::ControlModifier);
         QCOMPARE(f.rows().size(), 4);
-        QCOMPARE(f.current(), QStringLiteral("LANG")); // what was current stays so
-        QVERIFY(f.label("countsLabel").endsWith(QStringLiteral("Hidden: 1")));
-        QCOMPARE(f.session.options(), (QJsonObject{{QStringLiteral("onlyDifferences"), true}}));
+        QCOMPARE(f.current(), word("LANG")); // what was current stays so
+        QVERIFY(f.label("countsLabel").endsWith(word("Hidden: 1")));
+        QCOMPARE(f.session.options(), (QJsonObject{{word("onlyDifferences"), true}}));
         f.key(Qt::Key_A, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(f.rows().size(), 5);
         QVERIFY(f.session.options().isEmpty());
-        f.session.setOptions({{QStringLiteral("onlyDifferences"), true}});
+        f.session.setOptions({{word("onlyDifferences"), true}});
         QVERIFY(f.action("showDifferencesAction").isChecked());
 
         f.key(Qt::Key_F, Qt::ControlModifier);
-        QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("rowFilter"));
-        f.type("rowFilter", QStringLiteral("only RIGHT"));
-        QCOMPARE(f.rows(), QStringList(QStringLiteral("Right only|ONLY_R||a \u21b5 b")));
-        f.type("rowFilter", QStringLiteral("nothing"));
+        QCOMPARE(QApplication::focusWidget()->objectName(), word("rowFilter"));
+        f.type("rowFilter", word("only RIGHT"));
+        QCOMPARE(f.rows(), QStringList(word("Right only|ONLY_R||a \u21b5 b")));
+        f.type("rowFilter", word("nothing"));
         QVERIFY(f.rows().isEmpty());
-        QCOMPARE(f.view().notice(), QStringLiteral("No row holds these words."));
+        QCOMPARE(f.view().notice(), word("No row holds these words."));
         f.type("rowFilter", QString());
 
         f.session.setOptions({});
         f.view().header()->setSortIndicator(SnapshotRowsModel::Key, Qt::DescendingOrder);
-        QVERIFY(f.rows().first().startsWith(QStringLiteral("Changed|PATH|")));
+        QVERIFY(f.rows().first().startsWith(word("Changed|PATH|")));
         f.view().header()->setSortIndicator(SnapshotRowsModel::Status, Qt::AscendingOrder);
-        QVERIFY(f.rows().first().startsWith(QStringLiteral("Same|HOME|")));
+        QVERIFY(f.rows().first().startsWith(word("Same|HOME|")));
         f.view().header()->setSortIndicator(-1, Qt::AscendingOrder);
-        QVERIFY(f.rows().last().startsWith(QStringLiteral("Changed|PATH|")));
+        QVERIFY(f.rows().last().startsWith(word("Changed|PATH|")));
     }
 
     void showsAndCopiesWholeValues()
     {
         Compared f;
         f.view().goToRow(4);
-        QCOMPARE(f.label("detailsTitle"), QStringLiteral("PATH"));
-        QCOMPARE(f.box("leftValue"), QStringLiteral("/bin\n/usr/bin\n\n/opt"));
-        QCOMPARE(f.box("rightValue"), QStringLiteral("/bin\n\n/sbin\n/opt"));
+        QCOMPARE(f.label("detailsTitle"), word("PATH"));
+        QCOMPARE(f.box("leftValue"), word("/bin\n/usr/bin\n\n/opt"));
+        QCOMPARE(f.box("rightValue"), word("/bin\n\n/sbin\n/opt"));
         f.view().goToRow(3);
         QCOMPARE(f.box("leftValue"), QString(u'\n'));
-        QCOMPARE(f.box("rightValue"), QStringLiteral("a\nb"));
+        QCOMPARE(f.box("rightValue"), word("a\nb"));
         f.key(Qt::Key_Up, Qt::ShiftModifier);
         f.key(Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(QGuiApplication::clipboard()->text(),
-                 QStringLiteral("Left only\tONLY_L\tx\t\nRight only\tONLY_R\t\t\"a\nb\"\n"));
+                 word("Left only\tONLY_L\tx\t\nRight only\tONLY_R\t\t\"a\nb\"\n"));
 
         // No value is taken for markup.
-        const QString bold = f.files.write(QStringLiteral("b.kvenv"), json("{'A': '<b>x</b>'}"));
+        const QString bold = f.files.write(word("b.kvenv"), json("{'A': '<b>x</b>'}"));
         f.compareFiles(bold, bold);
         QVERIFY(f.session.rows()
                     .index(0, SnapshotRowsModel::Left)
                     .data(Qt::ToolTipRole)
                     .toString()
-                    .contains(QStringLiteral("&lt;b&gt;")));
+                    .contains(word("&lt;b&gt;")));
     }
 
     void takesDroppedFiles()
@@ -344,7 +342,7 @@ private Q_SLOTS:
         Compared f;
         f.session.setPaths({});
         QVERIFY(f.session.acceptsDroppedPaths());
-        const auto *right = f.session.findChild<QLineEdit *>(QStringLiteral("rightSnapshot"));
+        const auto *right = f.session.findChild<QLineEdit *>(word("rightSnapshot"));
         const QPoint onRight = right->mapTo(&f.session, right->rect().center());
         f.session.dropPaths({f.left}, onRight);
         f.wait();
@@ -366,60 +364,60 @@ private Q_SLOTS:
         ServiceFixture f;
         QVERIFY(!f.action("compareAction").isEnabled());
         QCOMPARE(f.action("compareAction").toolTip(),
-                 QStringLiteral("The left side holds nothing yet: capture it or load a file first"));
+                 word("The left side holds nothing yet: capture it or load a file first"));
         QVERIFY(!f.action("saveLeftAction").isEnabled());
         f.key(Qt::Key_1, Qt::ControlModifier);
-        QCOMPARE(f.session.status(), QStringLiteral("Captured 1 service(s)"));
+        QCOMPARE(f.session.status(), word("Captured 1 service(s)"));
         QVERIFY(!f.action("compareAction").isEnabled());
-        f.dialogs.answerPath(f.files.write(QStringLiteral("new.kvsvc"), services("Manual")));
+        f.dialogs.answerPath(f.files.write(word("new.kvsvc"), services("Manual")));
         f.click("loadRightAction");
         f.key(Qt::Key_F5);
-        QCOMPARE(f.rows(), QStringList(QStringLiteral("Changed|Spooler|Running / Auto|Running / Manual")));
-        QCOMPARE(f.session.status(), QStringLiteral("Services compare finished (1 item(s))"));
-        QCOMPARE(f.session.paths().left, QStringLiteral("[Current services]"));
+        QCOMPARE(f.rows(), QStringList(word("Changed|Spooler|Running / Auto|Running / Manual")));
+        QCOMPARE(f.session.status(), word("Services compare finished (1 item(s))"));
+        QCOMPARE(f.session.paths().left, word("[Current services]"));
 
-        const QString saved = f.files.path(QStringLiteral("saved.kvsvc"));
+        const QString saved = f.files.path(word("saved.kvsvc"));
         f.dialogs.answerPath(saved);
         f.click("saveLeftAction");
         QCOMPARE(loadSnapshot(saved, SnapshotForm::ServiceArray).snapshot.first(),
-                 serviceItem(QStringLiteral("Print Spooler"), QStringLiteral("Running"), QStringLiteral("Auto")));
+                 serviceItem(word("Print Spooler"), word("Running"), word("Auto")));
 
         // Both sides of a record are what the system says now, and it is asked once.
         ServiceFixture again;
         shell.says("[]");
         shell.listens();
-        again.compareFiles(QStringLiteral("[Current services]"), QStringLiteral("[Current services]"));
-        QCOMPARE(again.session.status(), QStringLiteral("Services compare finished (0 item(s))"));
-        QCOMPARE(again.view().notice(), QStringLiteral("Neither side holds an item."));
-        QCOMPARE(shell.call().count(QStringLiteral("-NoProfile")), 1);
+        again.compareFiles(word("[Current services]"), word("[Current services]"));
+        QCOMPARE(again.session.status(), word("Services compare finished (0 item(s))"));
+        QCOMPARE(again.view().notice(), word("Neither side holds an item."));
+        QCOMPARE(shell.call().count(word("-NoProfile")), 1);
     }
 
     void saysWhyThereAreNoServices()
     {
         FakePowerShell shell;
         ServiceFixture f;
-        f.dialogs.answerPath(f.files.write(QStringLiteral("a.kvsvc"), services("Auto")));
+        f.dialogs.answerPath(f.files.write(word("a.kvsvc"), services("Auto")));
         f.click("loadLeftAction");
         f.click("captureLeftAction"); // ends with an error
-        QCOMPARE(f.session.status(), QStringLiteral("Cannot parse service list JSON"));
-        QCOMPARE(f.label("statusDetail"), QStringLiteral("Get-CimInstance: access denied"));
-        QVERIFY(f.view().notice().startsWith(QStringLiteral("Cannot parse service list JSON\n")));
+        QCOMPARE(f.session.status(), word("Cannot parse service list JSON"));
+        QCOMPARE(f.label("statusDetail"), word("Get-CimInstance: access denied"));
+        QVERIFY(f.view().notice().startsWith(word("Cannot parse service list JSON\n")));
         f.enter("leftSnapshot");
-        QCOMPARE(f.session.status(), QStringLiteral("Loaded 1 item(s)"));
-        QVERIFY(!f.view().notice().contains(QStringLiteral("JSON")));
-        QCOMPARE(f.session.paths().left, f.files.path(QStringLiteral("a.kvsvc")));
+        QCOMPARE(f.session.status(), word("Loaded 1 item(s)"));
+        QVERIFY(!f.view().notice().contains(word("JSON")));
+        QCOMPARE(f.session.paths().left, f.files.path(word("a.kvsvc")));
         FakePowerShell::goes();
         f.click("captureRightAction");
-        QCOMPARE(f.session.status(), QStringLiteral("Cannot parse service list JSON"));
-        QVERIFY(f.label("statusDetail").contains(QStringLiteral("powershell.exe")));
+        QCOMPARE(f.session.status(), word("Cannot parse service list JSON"));
+        QVERIFY(f.label("statusDetail").contains(word("powershell.exe")));
         QCOMPARE(f.field("rightSnapshot"), QString());
-        f.dialogs.answerPath(f.files.write(QStringLiteral("bad.kvsvc"), "{}"));
+        f.dialogs.answerPath(f.files.write(word("bad.kvsvc"), "{}"));
         f.click("loadRightAction");
-        QCOMPARE(f.session.status(), QStringLiteral("Invalid service snapshot format"));
+        QCOMPARE(f.session.status(), word("Invalid service snapshot format"));
 
         for (const auto &[fault, text] :
-             {std::pair(CaptureFault::TimedOut, QStringLiteral("PowerShell timed out")),
-              std::pair(CaptureFault::CannotStart, QStringLiteral("Cannot parse service list JSON"))}) {
+             {std::pair(CaptureFault::TimedOut, word("PowerShell timed out")),
+              std::pair(CaptureFault::CannotStart, word("Cannot parse service list JSON"))}) {
             SnapshotKind kind = serviceSnapshots();
             kind.capture = [fault = fault](const CancelFlag &, Progress &) { return SnapshotCapture{{}, fault}; };
             SnapshotWidget session(kind, f.host);
@@ -435,10 +433,10 @@ private Q_SLOTS:
         ServiceFixture f;
         f.session.onCaptureLeft();
         QVERIFY(f.session.isBusy());
-        QTRY_VERIFY(f.session.status().startsWith(QStringLiteral("Asking PowerShell for the services")));
+        QTRY_VERIFY(f.session.status().startsWith(word("Asking PowerShell for the services")));
         QVERIFY(!f.action("captureRightAction").isEnabled());
         f.key(Qt::Key_Escape);
-        QCOMPARE(f.session.status(), QStringLiteral("Cancelled"));
+        QCOMPARE(f.session.status(), word("Cancelled"));
         QVERIFY(f.action("captureRightAction").isEnabled());
         QVERIFY(!f.action("cancelAction").isEnabled());
         f.session.onCaptureLeft(); // closing the session does not wait for it
@@ -448,22 +446,22 @@ private Q_SLOTS:
     {
         StartupFixture f;
         QDir home = QDir::home();
-        const QString folder = QStringLiteral("AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Startup");
+        const QString folder = word("AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Startup");
         QVERIFY(home.mkpath(folder));
-        QFile item(home.filePath(folder + QStringLiteral("/notes.bat")));
+        QFile item(home.filePath(folder + word("/notes.bat")));
         QVERIFY(item.open(QIODevice::WriteOnly));
         item.close();
         f.click("captureRightAction");
-        QVERIFY(f.session.status().startsWith(QStringLiteral("Captured ")));
-        QCOMPARE(f.field("rightSnapshot"), QStringLiteral("[Current startup]"));
+        QVERIFY(f.session.status().startsWith(word("Captured ")));
+        QCOMPARE(f.field("rightSnapshot"), word("[Current startup]"));
         f.type("leftSnapshot",
-               f.files.write(QStringLiteral("old.kvstartup"), json("{'CommonStartup\\\\old.lnk': 'C:/old.lnk'}")));
+               f.files.write(word("old.kvstartup"), json("{'CommonStartup\\\\old.lnk': 'C:/old.lnk'}")));
         f.key(Qt::Key_F5);
-        QCOMPARE(f.rows().first(), QStringLiteral("Left only|CommonStartup\\old.lnk|C:/old.lnk|"));
-        QVERIFY(f.rows().contains(QStringLiteral("Right only|Startup\\notes.bat||") + item.fileName()));
-        f.dialogs.answerPath(f.files.path(QStringLiteral("none/x")));
+        QCOMPARE(f.rows().first(), word("Left only|CommonStartup\\old.lnk|C:/old.lnk|"));
+        QVERIFY(f.rows().contains(word("Right only|Startup\\notes.bat||") + item.fileName()));
+        f.dialogs.answerPath(f.files.path(word("none/x")));
         f.click("saveRightAction");
-        QCOMPARE(f.session.status(), QStringLiteral("Cannot write file"));
+        QCOMPARE(f.session.status(), word("Cannot write file"));
         QVERIFY(item.remove());
     }
 
