@@ -326,25 +326,29 @@ private Q_SLOTS:
 
     void aRunUndoneInPartIsTriedAgainForTheRest()
     {
-        OperationFixture tree;
-        tree.make("left/a=1 left/b=new right/b=old right/c=1");
-        const QStringList before = tree.picture();
-        OperationJournal journal(FileLayer::native(), tree.journalFolder());
-        QVERIFY(tree.execute(tree.mirror(), journal).isComplete());
-        tree.make("right/c=in-the-way");
-        const auto undo = [&] {
-            const UndoPlan plan = journal.planUndo();
-            journal.setNext({}, plan.id);
-            (void)tree.execute(plan.plan, journal);
-            return plan.plan.leftOut.size();
-        };
-        QCOMPARE(undo(), 1);
-        QVERIFY(journal.mayUndo() && !journal.entries().entries[0].undone);
-        QVERIFY(journal.entries().entries[0].undoneInPart);
-        tree.remove("right/c");
-        QCOMPARE(undo(), 0);
-        QCOMPARE(tree.picture(), before);
-        QVERIFY(!journal.mayUndo() && journal.entries().entries[0].undone);
+        for (const DeleteManner manner : {DeleteManner::ForGood, DeleteManner::ToRecycleBin}) {
+            OperationFixture tree;
+            if (manner == DeleteManner::ToRecycleBin && !tree.hasRecycleBin())
+                QSKIP("no recycle bin here");
+            tree.make("left/a=1 left/b=new right/b=old right/c=1 right/d=1");
+            const QStringList before = tree.picture();
+            OperationJournal journal(FileLayer::native(), tree.journalFolder());
+            QVERIFY(tree.execute(tree.mirror(manner), journal).isComplete());
+            tree.make("right/c=in-the-way");
+            const auto undo = [&] {
+                const UndoPlan plan = journal.planUndo();
+                journal.setNext({}, plan.id);
+                (void)tree.execute(plan.plan, journal);
+                return plan.plan.leftOut.size();
+            };
+            QCOMPARE(undo(), 1);
+            QVERIFY(journal.mayUndo() && !journal.entries().entries[0].undone);
+            QVERIFY(journal.entries().entries[0].undoneInPart);
+            tree.remove("right/c");
+            QCOMPARE(undo(), 0);
+            QCOMPARE(tree.picture(), before);
+            QVERIFY(!journal.mayUndo() && journal.entries().entries[0].undone);
+        }
     }
 
     void undoingNeedsNoSpace()
