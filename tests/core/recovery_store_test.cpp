@@ -63,13 +63,12 @@ private Q_SLOTS:
             QVERIFY(makeFile(file, changed));
             QVERIFY2(!readRecoveryRecord(file), qPrintable(QString::number(at)));
         }
-        for (const QByteArray &bytes : {whole + "x", QByteArray("Velmora recovery 1\n{}\n"),
-                                        QByteArray("Velmora recovery 2\n{}\n"), QByteArray(R"(Velmora recovery 1
-{"description":{"a":1},"texts":[{"size":1e300,"crc32":0}]}
-)"),
-                                        QByteArray(R"(Velmora recovery 1
-{"description":{"a":1},"texts":[{"size":-1,"crc32":0}]}
-)")}) {
+        const QByteArray sized = R"(Velmora recovery 1
+{"description":{"a":1},"texts":[{"size":%1,"crc32":0}]}
+)";
+        for (const QByteArray &bytes :
+             {whole + "x", QByteArray("Velmora recovery 1\n{}\n"), QByteArray("Velmora recovery 2\n{}\n"),
+              QByteArray(sized).replace("%1", "1e300"), QByteArray(sized).replace("%1", "-1")}) {
             QVERIFY(makeFile(file, bytes));
             QVERIFY(!readRecoveryRecord(file));
         }

@@ -3,9 +3,9 @@
 #include "core/text_file.h"
 #include "core/text_pair.h"
 #include "core/text_scan.h"
+#include "support/files.h"
 #include "support/test_main.h"
 
-#include <QDir>
 #include <QFile>
 #include <QRandomGenerator>
 #include <QStringDecoder>
@@ -17,6 +17,7 @@
 #endif
 
 using namespace velmora;
+using namespace velmora::test;
 
 namespace {
 
@@ -172,30 +173,24 @@ private Q_SLOTS:
 
     void obeysAnExplicitEncoding()
     {
-        QCOMPARE(described(decodeText("a\xE9"
-                                      "b",
-                                      named("UTF-8"))),
-                 QStringLiteral("UTF-8 bad=1@0 a\uFFFDb"));
-        QCOMPARE(described(decodeText("a\n\xC3\xA9", named("ASCII"))), QStringLiteral("ASCII bad=2@1 a\n\uFFFD\uFFFD"));
-        QCOMPARE(described(decodeText("\xEF\xBB\xBFx", named("UTF-8"))), QStringLiteral("UTF-8 bad=0@-1 x"));
-        QCOMPARE(described(decodeText("\xFF\xFEx", named("ISO-8859-1"))), QStringLiteral("ISO-8859-1 bad=0@-1 ÿþx"));
-        QCOMPARE(described(decodeText("\xA4\xA4\xA4\xE5", named("big5"))), QStringLiteral("Big5 bad=0@-1 中文"));
-        QCOMPARE(described(decodeText("\x93\xFA\\", named("Shift_JIS"))), QStringLiteral("Shift-JIS bad=0@-1 日\\"));
-        // The last character of the text is cut off.
-        QCOMPARE(described(decodeText("\xA4\xA4\n\xA4", named("Big5"))), QStringLiteral("Big5 bad=1@1 中\n\uFFFD"));
-        QCOMPARE(described(decodeText("\xD6\xD0\xFF\n", named("gb18030"))),
-                 QStringLiteral("GB18030 bad=1@0 中\uFFFD\n"));
-    }
-
-    void replacesLoneSurrogates()
-    {
-        // High, high + low, low, and a high one at the end of the text.
-        const QByteArray raw("\x3D\xD8\x3D\xD8\x00\xDE\x00\xDE\x0A\x00\x3D\xD8", 12);
-        const DecodedText text = decodeText(raw, named("UTF-16 LE"));
-        QCOMPARE(wholeText(text), QString::fromUtf8("\uFFFD😀\uFFFD\n\uFFFD"));
-        QCOMPARE(text.undecodable, 3);
-        QCOMPARE(text.firstUndecodableLine, 0);
-        QVERIFY(decodeText(QByteArray("\0\0\x11\0", 4), named("UTF-32 LE")).undecodable == 1);
+        const std::tuple<QByteArray, const char *, const char *> cases[] = {
+            {"a\xE9_", "UTF-8", "UTF-8 bad=1@0 a\uFFFD_"},
+            {"a\n\xC3\xA9", "ASCII", "ASCII bad=2@1 a\n\uFFFD\uFFFD"},
+            {"\xEF\xBB\xBFx", "UTF-8", "UTF-8 bad=0@-1 x"},
+            {"\xFF\xFEx", "ISO-8859-1", "ISO-8859-1 bad=0@-1 ÿþx"},
+            {"\xA4\xA4\xA4\xE5", "big5", "Big5 bad=0@-1 中文"},
+            {"\x93\xFA\\", "Shift_JIS", "Shift-JIS bad=0@-1 日\\"},
+            {"\xA4\xA4\n\xA4", "Big5", "Big5 bad=1@1 中\n\uFFFD"}, // the last character is cut off
+            {"\xD6\xD0\xFF\n", "gb18030", "GB18030 bad=1@0 中\uFFFD\n"},
+            // Surrogates: high, high + low, low, and a high one at the end of the text.
+            {QByteArray::fromHex("3dd83dd800de00de0a003dd8"), "UTF-16 LE",
+             "UTF-16 LE+mark bad=3@0 \uFFFD😀\uFFFD\n\uFFFD"},
+            {QByteArray::fromHex("3dd800d800e0"), "UTF-16 LE", "UTF-16 LE+mark bad=2@0 \uFFFD\uFFFD\uE000"},
+            {QByteArray::fromHex("0000110000d80000"), "UTF-32 LE", "UTF-32 LE+mark bad=2@0 \uFFFD\uFFFD"},
+            {QByteArray::fromHex("6100000062"), "UTF-32 LE", "UTF-32 LE+mark bad=1@0 a\uFFFD"},
+        };
+        for (const auto &[raw, encoding, expected] : cases)
+            QCOMPARE(described(decodeText(raw, named(encoding))), QString::fromUtf8(expected));
     }
 
     void agreesWithTheToolkitOnRandomUtf8()
@@ -285,11 +280,8 @@ private Q_SLOTS:
     {
         QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("file"));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
         const QByteArray bytes = QByteArray("0123456789").repeated(2'000'000);
-        QCOMPARE(file.write(bytes), bytes.size());
-        file.close();
+        QVERIFY(makeFile(path, bytes));
         QVERIFY(readFile(path).bytes == bytes);
 
         CancelFlag cancel;

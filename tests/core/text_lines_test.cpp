@@ -57,7 +57,7 @@ class TextLinesTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cutsEverySmallText()
+    void cutsAndConvertsEverySmallText()
     {
         // All texts over these letters up to a length at which every meeting of line ends has occurred.
         const QByteArray alphabet = "a\r\n";
@@ -66,7 +66,17 @@ private Q_SLOTS:
             const QByteArray text = texts[index];
             const TextLines lines = TextLines::split(text);
             QCOMPARE(cut(lines), cutPlainly(text));
-            QCOMPARE(QByteArray(lines.bytes().data(), qsizetype(lines.bytes().size())), text);
+            QCOMPARE(toBytes(lines), text);
+            // And with all line ends made one.
+            const QByteArray plain = QByteArray(text).replace("\r\n", "\n").replace('\r', '\n');
+            for (const auto &[style, end] : {std::pair(LineEndStyle::Lf, "\n"), std::pair(LineEndStyle::Cr, "\r"),
+                                             std::pair(LineEndStyle::CrLf, "\r\n")}) {
+                const QByteArray expected = QByteArray(plain).replace('\n', end);
+                const TextLines converted = withLineEnds(lines, style);
+                QCOMPARE(toBytes(converted), expected);
+                QCOMPARE(cut(converted), cutPlainly(expected));
+            }
+            QCOMPARE(toBytes(withLineEnds(lines, LineEndStyle::Mixed)), text);
             if (text.size() < 6) {
                 for (const char letter : alphabet)
                     texts.append(text + letter);
@@ -137,30 +147,6 @@ private Q_SLOTS:
             QCOMPARE(counts.ascii, !part.contains('\x80'));
             const QByteArray oneMore = text.mid(qsizetype(begin), qsizetype(end - begin) + 1);
             QCOMPARE(counts.crLfPairs, part.isEmpty() ? 0 : oneMore.count("\r\n"));
-        }
-    }
-
-    /// All texts up to six bytes of a letter and both bytes that end lines.
-    void convertsAllLineEnds()
-    {
-        const QByteArray alphabet("a\r\n");
-        for (int size = 0, count = 1; size <= 6; ++size, count *= 3) {
-            for (int number = 0; number < count; ++number) {
-                QByteArray text;
-                for (int k = 0, rest = number; k < size; ++k, rest /= 3)
-                    text += alphabet[rest % 3];
-                QByteArray plain = text;
-                plain.replace("\r\n", "\n").replace('\r', '\n');
-                const TextLines lines = TextLines::split(text);
-                for (const auto style : {LineEndStyle::Lf, LineEndStyle::CrLf, LineEndStyle::Cr}) {
-                    const QByteArray end = style == LineEndStyle::Lf ? "\n" : style == LineEndStyle::Cr ? "\r" : "\r\n";
-                    const QByteArray expected = QByteArray(plain).replace('\n', end);
-                    const TextLines converted = withLineEnds(lines, style);
-                    QCOMPARE(toBytes(converted), expected);
-                    QCOMPARE(cut(converted), cutPlainly(expected));
-                }
-                QCOMPARE(toBytes(withLineEnds(lines, LineEndStyle::Mixed)), text);
-            }
         }
     }
 

@@ -6,7 +6,6 @@
 #include "support/test_main.h"
 #include "support/unusual_text_options.h"
 
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
