@@ -1,9 +1,7 @@
 #include "cli_fixture.h"
 #include "support/test_main.h"
 
-#include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 
 using namespace velmora;
 using namespace velmora::test;
@@ -15,11 +13,10 @@ private Q_SLOTS:
     void init()
     {
         m_files.emplace(); // the old one goes first
-        CliFiles::write("l.kvenv", "{\"A\": \"1\", \"B\": \"1\", \"C\": \"1\"}");
-        CliFiles::write("r.kvenv", "{\"B\": \"1\", \"C\": \"2\", \"D\": \"\"}");
-        CliFiles::write("l.kvsvc", "[{\"name\": \"s\", \"state\": \"Running\", \"startMode\": \"Auto\"}]");
-        CliFiles::write("r.kvsvc",
-                        "[{\"name\": \"s\"}, {\"name\": \"s\", \"state\": \"Running\", \"startMode\": \"Auto\"}]");
+        CliFiles::write("l.kvenv", R"({"A": "1", "B": "1", "C": "1"})");
+        CliFiles::write("r.kvenv", R"({"B": "1", "C": "2", "D": ""})");
+        CliFiles::write("l.kvsvc", R"([{"name": "s", "state": "Running", "startMode": "Auto"}])");
+        CliFiles::write("r.kvsvc", R"([{"name": "s"}, {"name": "s", "state": "Running", "startMode": "Auto"}])");
     }
 
     void writesEachFormat()
