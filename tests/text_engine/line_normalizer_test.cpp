@@ -22,6 +22,17 @@ InternedLines interned(const Source &left, const Source &right)
     return internLines(leftSide, rightSide, poll);
 }
 
+std::string_view viewOf(const QByteArray &utf8)
+{
+    return {utf8.constData(), size_t(utf8.size())};
+}
+
+QByteArray keyOf(LineNormalizer<char> &normalizer, const QByteArray &utf8)
+{
+    const std::string_view key = normalizer.key(viewOf(utf8));
+    return {key.data(), qsizetype(key.size())};
+}
+
 } // namespace
 
 class LineNormalizerTest : public QObject {
@@ -37,10 +48,8 @@ private Q_SLOTS:
             const QByteArray expected = plain::key(line, options).toUtf8();
             LineNormalizer<char16_t> wide(KeyRules::of(options));
             LineNormalizer<char> narrow(KeyRules::of(options));
-            const QByteArray utf8 = line.toUtf8();
-            const std::string_view key = narrow.key({utf8.constData(), size_t(utf8.size())});
             QCOMPARE(toQString(wide.key({QStringView(line).utf16(), size_t(line.size())})).toUtf8(), expected);
-            QCOMPARE(QByteArray(key.data(), qsizetype(key.size())), expected);
+            QCOMPARE(keyOf(narrow, line.toUtf8()), expected);
         }
     }
 
@@ -58,15 +67,13 @@ private Q_SLOTS:
             for (const QString &middle : {QStringLiteral("b"), QStringLiteral("bcdefghijklmnopqrs")}) {
                 const QString line = QStringLiteral("a") + character + middle + character + middle;
                 const QByteArray utf8 = line.toUtf8();
-                const std::string_view text(utf8.constData(), size_t(utf8.size()));
                 std::u16string units;
-                appendUtf16(text, units);
+                appendUtf16(viewOf(utf8), units);
                 QCOMPARE(toQString(units), line);
-                const std::string_view key = narrow.key(text);
-                QCOMPARE(QByteArray(key.data(), qsizetype(key.size())), plain::key(line, options).toUtf8());
+                QCOMPARE(keyOf(narrow, utf8), plain::key(line, options).toUtf8());
             }
             const QByteArray alone = QString(character).toUtf8();
-            QCOMPARE(isBlank(std::string_view(alone.constData(), size_t(alone.size()))), QChar::isSpace(code));
+            QCOMPARE(isBlank(viewOf(alone)), QChar::isSpace(code));
         }
     }
 
@@ -81,9 +88,7 @@ private Q_SLOTS:
                 for (const char *piece : {"  ", "x\t", "X ", "\xC3\x84", "\xC2\xA0"}) {
                     QByteArray line(size, 'x');
                     line.replace(place, 2, piece);
-                    const std::string_view key = narrow.key({line.constData(), size_t(size)});
-                    QCOMPARE(QByteArray(key.data(), qsizetype(key.size())),
-                             plain::key(QString::fromUtf8(line), options).toUtf8());
+                    QCOMPARE(keyOf(narrow, line), plain::key(QString::fromUtf8(line), options).toUtf8());
                 }
             }
         }

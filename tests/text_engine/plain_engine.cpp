@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <map>
 
 namespace velmora::plain {
 
@@ -39,60 +38,39 @@ std::vector<MatchPair> tableMatch(const std::vector<qint32> &a, const std::vecto
 
 namespace {
 
-struct BlockSearch {
-    const std::vector<qint32> &a;
-    std::map<qint32, std::vector<qint32>> positions;
-    std::vector<MatchPair> pairs;
-
-    void visit(qint32 alo, qint32 ahi, qint32 blo, qint32 bhi)
-    {
-        while (alo < ahi && blo < bhi) {
-            qint32 bestI = 0;
-            qint32 bestJ = 0;
-            qint32 best = 0;
-            std::map<qint32, qint32> previous;
-            for (qint32 i = alo; i < ahi; ++i) {
-                std::map<qint32, qint32> current;
-                const auto found = positions.find(a[size_t(i)]);
-                if (found != positions.end()) {
-                    for (const qint32 j : found->second) {
-                        if (j < blo)
-                            continue;
-                        if (j >= bhi)
-                            break;
-                        const auto before = previous.find(j - 1);
-                        const qint32 k = (before == previous.end() ? 0 : before->second) + 1;
-                        current[j] = k;
-                        if (k > best) {
-                            bestI = i - k + 1;
-                            bestJ = j - k + 1;
-                            best = k;
-                        }
-                    }
-                }
-                previous = std::move(current);
+/// The longest common block of what lies between `from` and `to`, of several the first in `a` and then in `b`; and the
+/// same before and behind it.
+void matchBetween(const std::vector<qint32> &a, const std::vector<qint32> &b, MatchPair from, MatchPair to,
+                  std::vector<MatchPair> &pairs)
+{
+    MatchPair best = from;
+    qint32 length = 0;
+    for (qint32 i = from.i; i < to.i; ++i) {
+        for (qint32 j = from.j; j < to.j; ++j) {
+            qint32 same = 0;
+            while (i + same < to.i && j + same < to.j && a[size_t(i + same)] == b[size_t(j + same)])
+                ++same;
+            if (same > length) {
+                best = {i, j};
+                length = same;
             }
-            if (best == 0)
-                return;
-            if (bestI > alo && bestJ > blo)
-                visit(alo, bestI, blo, bestJ);
-            for (qint32 k = 0; k < best; ++k)
-                pairs.push_back({bestI + k, bestJ + k});
-            alo = bestI + best;
-            blo = bestJ + best;
         }
     }
-};
+    if (length == 0)
+        return;
+    matchBetween(a, b, from, best, pairs);
+    for (qint32 k = 0; k < length; ++k)
+        pairs.push_back({best.i + k, best.j + k});
+    matchBetween(a, b, {best.i + length, best.j + length}, to, pairs);
+}
 
 } // namespace
 
 std::vector<MatchPair> blockMatch(const std::vector<qint32> &a, const std::vector<qint32> &b)
 {
-    BlockSearch search{a, {}, {}};
-    for (size_t j = 0; j < b.size(); ++j)
-        search.positions[b[j]].push_back(qint32(j));
-    search.visit(0, qint32(a.size()), 0, qint32(b.size()));
-    return search.pairs;
+    std::vector<MatchPair> pairs;
+    matchBetween(a, b, {0, 0}, {qint32(a.size()), qint32(b.size())}, pairs);
+    return pairs;
 }
 
 std::vector<MatchPair> match(const std::vector<qint32> &a, const std::vector<qint32> &b, qint64 tableLimit)
@@ -116,31 +94,13 @@ double similarity(const QString &left, const QString &right)
 
 QString key(QString line, const TextSessionOptions &options)
 {
-    if (!options.importantLeadingWhitespace) {
-        while (!line.isEmpty() && line.front().isSpace())
-            line.remove(0, 1);
-    }
-    if (!options.importantTrailingWhitespace) {
-        while (!line.isEmpty() && line.back().isSpace())
-            line.chop(1);
-    }
-    if (!options.importantEmbeddedWhitespace) {
-        QString rebuilt;
-        bool space = false;
-        for (const QChar unit : line) {
-            if (unit.isSpace()) {
-                space = true;
-                continue;
-            }
-            if (space && !rebuilt.isEmpty())
-                rebuilt.append(u' ');
-            space = false;
-            rebuilt.append(unit);
-        }
-        if (space && !rebuilt.isEmpty())
-            rebuilt.append(u' ');
-        line = rebuilt;
-    }
+    // A letter at the other end keeps the white space there.
+    if (!options.importantLeadingWhitespace)
+        line = (line + u'x').trimmed().chopped(1);
+    if (!options.importantTrailingWhitespace)
+        line = (u'x' + line).trimmed().mid(1);
+    if (!options.importantEmbeddedWhitespace)
+        line = (line + u'x').simplified().chopped(1);
     if (!options.importantCharacterCase)
         line = line.toLower();
     if (!options.importantEverythingElse)
@@ -164,6 +124,18 @@ bool unimportant(const QString &line, const TextSessionOptions &options)
 }
 
 namespace {
+
+/// `i` and `j` may be -1 for no line.
+DiffLine rowOf(DiffLineKind kind, const QStringList &left, qsizetype i, const QStringList &right, qsizetype j)
+{
+    DiffLine row;
+    row.kind = kind;
+    row.leftLine = i < 0 ? -1 : qint32(i + 1);
+    row.rightLine = j < 0 ? -1 : qint32(j + 1);
+    row.leftText = left.value(i);
+    row.rightText = right.value(j);
+    return row;
+}
 
 class Aligner {
 public:
@@ -214,20 +186,7 @@ private:
             emitRow(Removed, m_i++, -1);
     }
 
-    void emitRow(DiffLineKind kind, qsizetype i, qsizetype j)
-    {
-        DiffLine row;
-        row.kind = kind;
-        if (i >= 0) {
-            row.leftText = m_left[i];
-            row.leftLine = qint32(i + 1);
-        }
-        if (j >= 0) {
-            row.rightText = m_right[j];
-            row.rightLine = qint32(j + 1);
-        }
-        m_rows.append(row);
-    }
+    void emitRow(DiffLineKind kind, qsizetype i, qsizetype j) { m_rows.append(rowOf(kind, m_left, i, m_right, j)); }
 
     const QStringList &m_left;
     const QStringList &m_right;
@@ -258,22 +217,12 @@ QList<DiffLine> byIndex(const QStringList &left, const QStringList &right)
 {
     QList<DiffLine> rows;
     for (qsizetype k = 0; k < std::max(left.size(), right.size()); ++k) {
-        DiffLine row;
-        if (k < left.size()) {
-            row.leftText = left[k];
-            row.leftLine = qint32(k + 1);
-        }
-        if (k < right.size()) {
-            row.rightText = right[k];
-            row.rightLine = qint32(k + 1);
-        }
         if (k >= left.size())
-            row.kind = Added;
+            rows.append(rowOf(Added, left, -1, right, k));
         else if (k >= right.size())
-            row.kind = Removed;
+            rows.append(rowOf(Removed, left, k, right, -1));
         else
-            row.kind = left[k] == right[k] ? Equal : Modified;
-        rows.append(row);
+            rows.append(rowOf(left[k] == right[k] ? Equal : Modified, left, k, right, k));
     }
     return rows;
 }
@@ -352,10 +301,7 @@ QList<DiffLine> compare(const QStringList &left, const QStringList &right, const
 QList<CharRange> intraLine(const QString &a, const QString &b, qint64 tableLimit)
 {
     const auto units = [](const QString &text) {
-        std::vector<qint32> result;
-        for (const QChar unit : text)
-            result.push_back(unit.unicode());
-        return result;
+        return std::vector<qint32>(text.utf16(), text.utf16() + text.size());
     };
     std::vector<bool> matched(size_t(b.size()), false);
     for (const MatchPair &pair : match(units(a), units(b), tableLimit))

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <functional>
 
 namespace velmora::test {
 
@@ -60,119 +59,81 @@ std::vector<std::vector<qint32>> allSequences(qint32 alphabet, qint32 longest)
 
 namespace {
 
-using Make = std::function<qint32(qint32)>;
+/// The value at a place of a sequence of so many.
+using Value = qint32 (*)(qint32 place, qint32 size);
 
-std::vector<qint32> made(qint32 size, const Make &make)
+struct Shape {
+    const char *name;
+    Value first;
+    Value second;
+    qint32 firstChanged = 0; ///< every so many are other values; 0 for none
+    qint32 secondChanged = 0;
+};
+
+std::vector<qint32> made(qint32 size, Value value, qint32 changed, qint32 other)
 {
     std::vector<qint32> values;
-    for (qint32 index = 0; index < size; ++index)
-        values.push_back(make(index));
+    for (qint32 place = 0; place < size; ++place)
+        values.push_back(changed > 0 && place % changed == changed / 2 ? other + place : value(place, size));
     return values;
 }
 
-/// Runs of one value, of the lengths L, L-1, L-2, …, each closed by `closing(run)`.
-std::vector<qint32> fallingRuns(qint32 size, const Make &closing)
+template <qint32 period, qint32 shift = 0>
+qint32 periodic(qint32 place, qint32)
+{
+    return (place + shift) % period;
+}
+
+/// Of the Fibonacci word 0100101001001…
+template <qint32 shift = 0>
+qint32 fibonacci(qint32 place, qint32)
+{
+    constexpr double ratio = 1.6180339887498949;
+    return 2 + qint32(ratio * (place + shift + 1)) - qint32(ratio * (place + shift + 2));
+}
+
+template <quint64 seed>
+qint32 eitherOf(qint32 place, qint32)
+{
+    return qint32(Random(seed + quint64(place)).below(2));
+}
+
+/// Runs of one value, of the lengths L, L-1, L-2, …, each closed by a value of its own.
+template <qint32 closing>
+qint32 fallingRuns(qint32 place, qint32 size)
 {
     qint32 length = 1;
     while ((length + 1) * (length + 4) / 2 <= size)
         ++length;
-    std::vector<qint32> values;
     for (qint32 run = 0; length > 0; --length, ++run) {
-        values.insert(values.end(), size_t(length), 0);
-        values.push_back(closing(run));
+        if (place <= length)
+            return place < length ? 0 : closing + 2 * run;
+        place -= length + 1;
     }
-    return values;
+    return 0;
 }
 
-std::vector<qint32> fibonacciWord(qint32 size)
+qint32 movedBlocks(qint32 place, qint32 size)
 {
-    std::vector<qint32> shorter{1};
-    std::vector<qint32> word{0};
-    while (qint32(word.size()) < size) {
-        std::vector<qint32> longer = word;
-        longer.insert(longer.end(), shorter.begin(), shorter.end());
-        shorter = std::move(word);
-        word = std::move(longer);
-    }
-    word.resize(size_t(size));
-    return word;
+    const qint32 block = std::max(size / 6, 1);
+    return (5 - std::min(place / block, 5)) * block + place % block;
 }
 
-std::vector<qint32> replacedEvery(std::vector<qint32> values, qint32 distance, qint32 first)
-{
-    for (size_t index = size_t(distance / 2); index < values.size(); index += size_t(distance))
-        values[index] = first + qint32(index);
-    return values;
-}
+constexpr qint32 never = 10'000'000;
 
-struct Shape {
-    const char *name;
-    SequencePair (*make)(qint32 size);
-};
-
-std::vector<qint32> counted(qint32 size, qint32 period)
-{
-    return made(size, [period](qint32 k) { return k % period; });
-}
-
-const std::array<Shape, shapeCount> shapes{{
-    {"one value",
-     [](qint32 size) {
-         return SequencePair{counted(size, 1), counted(size * 9 / 10, 1)};
-     }},
-    {"periodic",
-     [](qint32 size) {
-         const std::vector<qint32> plain = counted(size + 3, 7);
-         return SequencePair{{plain.begin(), plain.end() - 3}, {plain.begin() + 3, plain.end()}};
-     }},
-    {"two periods",
-     [](qint32 size) {
-         return SequencePair{counted(size, 5), counted(size, 6)};
-     }},
-    {"periodic with changes",
-     [](qint32 size) {
-         return SequencePair{counted(size, 4), replacedEvery(counted(size, 4), 13, 100)};
-     }},
-    {"periodic with changes on both sides",
-     [](qint32 size) {
-         const std::vector<qint32> plain = counted(size, 3);
-         return SequencePair{replacedEvery(plain, 17, 100), replacedEvery(plain, 11, 10000)};
-     }},
-    {"Fibonacci word",
-     [](qint32 size) {
-         const std::vector<qint32> word = fibonacciWord(size + 5);
-         return SequencePair{{word.begin(), word.end() - 5}, {word.begin() + 5, word.end()}};
-     }},
-    {"Fibonacci word with changes",
-     [](qint32 size) {
-         return SequencePair{fibonacciWord(size), replacedEvery(fibonacciWord(size), 19, 100)};
-     }},
-    {"few random values",
-     [](qint32 size) {
-         Random random(5);
-         const auto value = [&random](qint32) { return qint32(random.below(2)); };
-         std::vector<qint32> first = made(size, value);
-         return SequencePair{std::move(first), made(size, value)};
-     }},
-    {"everything different",
-     [](qint32 size) {
-         return SequencePair{counted(size, size), made(size, [size](qint32 k) { return size + k; })};
-     }},
-    {"blocks moved",
-     [](qint32 size) {
-         const qint32 block = std::max(size / 6, 1);
-         const auto moved = [=](qint32 k) { return (5 - std::min(k / block, 5)) * block + k % block; };
-         return SequencePair{counted(size, size), made(size, moved)};
-     }},
-    {"runs of falling length",
-     [](qint32 size) {
-         return SequencePair{fallingRuns(size, [](qint32 run) { return 1 + 2 * run; }),
-                             fallingRuns(size, [](qint32 run) { return 2 + 2 * run; })};
-     }},
-    {"every second one changed",
-     [](qint32 size) {
-         return SequencePair{counted(size, size), replacedEvery(counted(size, size), 2, size)};
-     }},
+constexpr std::array<Shape, shapeCount> shapes{{
+    {"one value", periodic<1>, periodic<1>},
+    {"periodic", periodic<7>, periodic<7, 3>},
+    {"two periods", periodic<5>, periodic<6>},
+    {"periodic with changes", periodic<4>, periodic<4>, 0, 13},
+    {"periodic with changes on both sides", periodic<3>, periodic<3>, 17, 11},
+    {"Fibonacci word", fibonacci<>, fibonacci<5>},
+    {"Fibonacci word with changes", fibonacci<>, fibonacci<>, 0, 19},
+    {"few random values", eitherOf<0>, eitherOf<never>},
+    {"everything different", periodic<never>, periodic<2 * never, never>},
+    {"blocks moved", periodic<never>, movedBlocks},
+    {"runs of falling length", fallingRuns<1>, fallingRuns<2>},
+    {"every second one changed", periodic<never>, periodic<never>, 0, 2},
 }};
 
 } // namespace
@@ -184,7 +145,8 @@ const char *shapeName(int shape)
 
 SequencePair shapedPair(int shape, qint32 size)
 {
-    return shapes[size_t(shape)].make(size);
+    const auto &[name, first, second, firstChanged, secondChanged] = shapes[size_t(shape)];
+    return {made(size, first, firstChanged, never), made(size * 9 / 10, second, secondChanged, 2 * never)};
 }
 
 } // namespace velmora::test
