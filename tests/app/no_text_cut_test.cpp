@@ -83,20 +83,17 @@ private Q_SLOTS:
         installTranslator();
     }
 
-    void everythingIsReadable_data()
+    void everythingIsReadable()
     {
-        QTest::addColumn<QString>("locale");
-        QTest::addColumn<int>("percent");
         for (const char *locale : {"en_US", "zh_CN"}) {
             for (const int percent : {100, 150})
-                QTest::addRow("%s at %d", locale, percent) << QString::fromLatin1(locale) << percent;
+                checkAll(QLatin1String(locale), percent);
         }
     }
 
-    void everythingIsReadable()
+private:
+    void checkAll(const QString &locale, int percent) const
     {
-        QFETCH(QString, locale);
-        QFETCH(int, percent);
         setCurrentLocale(locale);
         installTranslator();
         QFont font = m_font;
@@ -129,7 +126,6 @@ private Q_SLOTS:
         QCOMPARE(cutBelow(*window.findChild<QMessageBox *>()).join(u'\n'), QString());
     }
 
-private:
     QFont m_font;
 };
 

@@ -204,61 +204,53 @@ private Q_SLOTS:
         QCOMPARE(shell.tabs->count(), 4);
     }
 
-    void opensPairsOfPaths_data()
-    {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("kind");
-        QTest::addColumn<QString>("title");
-        const auto row = [](const char *typed, const char *kind, const char *title) {
-            QTest::newRow(typed) << QString::fromLatin1(typed) << QString::fromLatin1(kind)
-                                 << QString::fromLatin1(title);
-        };
-        row("one two", "folder", "one <-> two");
-        row("one a.txt", "text", "one <-> a.txt");
-        row("a.txt missing", "text", "a.txt <-> missing");
-        row("--diff one two", "text", "one <-> two");
-        row("--folder a.txt b.txt", "folder", "a.txt <-> b.txt");
-        row("--sync one/ two", "sync", "Sync one <-> two");
-        row("--git one two", "git", "Git: one");
-        row("%2 %1", "text", "%2 <-> %1");
-        row("--checksum a.txt b.txt", "checksum", "a.txt <-> b.txt");
-        row("--version-compare a.txt b.txt", "version", "a.txt <-> b.txt");
-        row("--duplicate one two", "folder", "one <-> two");
-        row("--browse a.txt b.txt", "text", "a.txt <-> b.txt");
-        row("--git one", "git", "Git: one");
-        row("--checksum a.txt", "checksum", "a.txt");
-        row("--duplicate one", "duplicate", "Duplicates: one");
-        row("--diskusage one", "diskusage", "Disk usage: one");
-        row("--browse a.txt", "archivebrowse", "Browse: a.txt");
-        row("--duplicate a.txt", "home", "Home");
-        row("--browse one", "home", "Home");
-        row("--folder one", "home", "Home");
-        row("", "home", "Home");
-    }
-
     void opensPairsOfPaths()
     {
-        QFETCH(QString, typed);
-        QFETCH(QString, kind);
-        QFETCH(QString, title);
-        Shell shell;
-        QStringList arguments = typed.split(u' ', Qt::SkipEmptyParts);
-        QStringList paths;
-        for (QString &argument : arguments) {
-            if (!argument.startsWith(u'-')) {
-                argument = m_folder.filePath(argument);
-                paths.append(QDir::cleanPath(argument));
+        struct {
+            const char *typed, *kind, *title;
+        } const cases[] = {
+            {"one two", "folder", "one <-> two"},
+            {"one a.txt", "text", "one <-> a.txt"},
+            {"a.txt missing", "text", "a.txt <-> missing"},
+            {"--diff one two", "text", "one <-> two"},
+            {"--folder a.txt b.txt", "folder", "a.txt <-> b.txt"},
+            {"--sync one/ two", "sync", "Sync one <-> two"},
+            {"--git one two", "git", "Git: one"},
+            {"%2 %1", "text", "%2 <-> %1"},
+            {"--checksum a.txt b.txt", "checksum", "a.txt <-> b.txt"},
+            {"--version-compare a.txt b.txt", "version", "a.txt <-> b.txt"},
+            {"--duplicate one two", "folder", "one <-> two"},
+            {"--browse a.txt b.txt", "text", "a.txt <-> b.txt"},
+            {"--git one", "git", "Git: one"},
+            {"--checksum a.txt", "checksum", "a.txt"},
+            {"--duplicate one", "duplicate", "Duplicates: one"},
+            {"--diskusage one", "diskusage", "Disk usage: one"},
+            {"--browse a.txt", "archivebrowse", "Browse: a.txt"},
+            {"--duplicate a.txt", "home", "Home"},
+            {"--browse one", "home", "Home"},
+            {"--folder one", "home", "Home"},
+            {"", "home", "Home"},
+        };
+        for (const auto &[typed, kind, title] : cases) {
+            Shell shell;
+            QStringList arguments = word(typed).split(u' ', Qt::SkipEmptyParts);
+            QStringList paths;
+            for (QString &argument : arguments) {
+                if (!argument.startsWith(u'-')) {
+                    argument = m_folder.filePath(argument);
+                    paths.append(QDir::cleanPath(argument));
+                }
             }
-        }
-        shell.run(arguments);
-        QCOMPARE(shell.kind(), kind);
-        if (const SessionWidget *session = shell.tabs->currentSession()) {
-            QCOMPARE(shell.title(), title);
-            QCOMPARE(QDir::cleanPath(session->paths().left), paths[0]);
-            QCOMPARE(session->paths().right, paths.value(1));
-        } else {
-            QCOMPARE(shell.tabs->count(), 1);
-            QCOMPARE(shell.status().contains(paths.value(0)), !paths.isEmpty() || shell.status() == word("Ready"));
+            shell.run(arguments);
+            QCOMPARE(shell.kind(), word(kind));
+            if (const SessionWidget *session = shell.tabs->currentSession()) {
+                QCOMPARE(shell.title(), word(title));
+                QCOMPARE(QDir::cleanPath(session->paths().left), paths[0]);
+                QCOMPARE(session->paths().right, paths.value(1));
+            } else {
+                QCOMPARE(shell.tabs->count(), 1);
+                QCOMPARE(shell.status().contains(paths.value(0)), !paths.isEmpty() || shell.status() == word("Ready"));
+            }
         }
     }
 

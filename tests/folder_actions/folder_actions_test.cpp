@@ -360,65 +360,54 @@ private Q_SLOTS:
     }
 
     /// Each failure of the file system while a command runs is told with the command's own words, and nothing is lost.
-    void failuresAreToldInTheCommandsWords_data()
-    {
-        QTest::addColumn<int>("command");
-        QTest::addColumn<QString>("call");
-        QTest::addColumn<int>("journalCalls"); // the calls of that name before, which write the journal
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("text");
-        const auto row = [](const char *name, Command command, const char *call, int journalCalls, const char *title,
-                            const char *text) {
-            QTest::newRow(name) << int(command) << QString::fromLatin1(call) << journalCalls
-                                << QString::fromLatin1(title) << QString::fromLatin1(text);
-        };
-        row("copy from", Command::CopyToRight, "openFile", 0, "Copy failed", "Cannot copy: left/a");
-        row("copy to", Command::CopyToRight, "createFile", 1, "Copy failed", "Cannot copy to: right/a");
-        row("delete", Command::DeleteForGood, "createFile", 1, "Delete failed", "Cannot delete: left/a");
-        row("rename", Command::Rename, "move", 0, "Rename failed", "Cannot rename: left/a");
-        row("new folder", Command::NewFolder, "makeFolder", 2, "New folder failed", "Cannot create: left/name");
-        row("mirror", Command::MirrorToRight, "createFile", 1, "Mirror sync failed", "Mirror failed: left -> right");
-        row("update", Command::UpdateRight, "createFile", 1, "Update sync failed", "Update failed: left -> right");
-        row("update both", Command::UpdateBoth, "createFile", 1, "Update sync failed",
-            "Update both sides failed: left <-> right");
-        row("move across", Command::MoveToRight, "move", 0, "Move failed", "Cannot move to: right/a");
-        row("move to", Command::MoveTo, "move", 0, "Move failed", "Cannot move to: other/a");
-    }
-
     void failuresAreToldInTheCommandsWords()
     {
-        QFETCH(const int, command);
-        QFETCH(const QString, call);
-        QFETCH(const int, journalCalls);
-        QFETCH(const QString, title);
-        QFETCH(const QString, text);
-        bool fails = false;
-        int calls = 0;
-        ActionsFixture f([&](int, QLatin1String name) {
-            // What cannot be moved away is copied.
-            if (fails && command == int(Command::DeleteForGood) && name == QLatin1String("move"))
-                return FileError{FileErrorKind::OtherVolume, word("scripted")};
-            return fails && name == call && ++calls == journalCalls + 1
-                       ? FileError{FileErrorKind::Denied, word("scripted")}
-                       : FileError();
-        });
-        f.make("left/a=1 other/");
-        if (command == int(Command::MoveTo))
-            f.answers.answerPath(f.files.path(word("other")));
-        else if (command == int(Command::Rename) || command == int(Command::NewFolder))
-            f.answers.answerText(word("name"));
-        else
-            f.answers.answerNumber(1);
-        fails = true;
-        f.carryOut(Command(command), command == int(Command::NewFolder) ? FolderSelection{{}, FolderSides::Left}
-                                                                        : f.select(lines("a"), FolderSides::Both));
-        if (f.opened())
-            f.click("planStart");
-        QCOMPARE(f.askedTitle(), title);
-        QCOMPARE(f.asked().section(u'\n', 0, 0), text);
-        QVERIFY2(f.asked().contains(QLatin1String("scripted")), qPrintable(f.asked()));
-        QCOMPARE(f.log().last(), word("Done: 0 succeeded, 1 failed"));
-        QVERIFY(f.has("left/a=1"));
+        struct {
+            Command command;
+            const char *call;
+            int journalCalls; ///< the calls of that name before, which write the journal
+            const char *title, *text;
+        } const cases[] = {
+            {Command::CopyToRight, "openFile", 0, "Copy failed", "Cannot copy: left/a"},
+            {Command::CopyToRight, "createFile", 1, "Copy failed", "Cannot copy to: right/a"},
+            {Command::DeleteForGood, "createFile", 1, "Delete failed", "Cannot delete: left/a"},
+            {Command::Rename, "move", 0, "Rename failed", "Cannot rename: left/a"},
+            {Command::NewFolder, "makeFolder", 2, "New folder failed", "Cannot create: left/name"},
+            {Command::MirrorToRight, "createFile", 1, "Mirror sync failed", "Mirror failed: left -> right"},
+            {Command::UpdateRight, "createFile", 1, "Update sync failed", "Update failed: left -> right"},
+            {Command::UpdateBoth, "createFile", 1, "Update sync failed", "Update both sides failed: left <-> right"},
+            {Command::MoveToRight, "move", 0, "Move failed", "Cannot move to: right/a"},
+            {Command::MoveTo, "move", 0, "Move failed", "Cannot move to: other/a"},
+        };
+        for (const auto &[command, call, journalCalls, title, text] : cases) {
+            bool fails = false;
+            int calls = 0;
+            ActionsFixture f([&, command = command, call = call, journalCalls = journalCalls](int, QLatin1String name) {
+                // What cannot be moved away is copied.
+                if (fails && command == Command::DeleteForGood && name == QLatin1String("move"))
+                    return FileError{FileErrorKind::OtherVolume, word("scripted")};
+                return fails && name == QLatin1String(call) && ++calls == journalCalls + 1
+                           ? FileError{FileErrorKind::Denied, word("scripted")}
+                           : FileError();
+            });
+            f.make("left/a=1 other/");
+            if (command == Command::MoveTo)
+                f.answers.answerPath(f.files.path(word("other")));
+            else if (command == Command::Rename || command == Command::NewFolder)
+                f.answers.answerText(word("name"));
+            else
+                f.answers.answerNumber(1);
+            fails = true;
+            f.carryOut(command, command == Command::NewFolder ? FolderSelection{{}, FolderSides::Left}
+                                                              : f.select(lines("a"), FolderSides::Both));
+            if (f.opened())
+                f.click("planStart");
+            QCOMPARE(f.askedTitle(), word(title));
+            QCOMPARE(f.asked().section(u'\n', 0, 0), word(text));
+            QVERIFY2(f.asked().contains(QLatin1String("scripted")), qPrintable(f.asked()));
+            QCOMPARE(f.log().last(), word("Done: 0 succeeded, 1 failed"));
+            QVERIFY(f.has("left/a=1"));
+        }
     }
 
     void manyFailuresAreListed()

@@ -367,19 +367,6 @@ private Q_SLOTS:
         QCOMPARE(tree.picture("journal").filter(QStringLiteral("00000001/kept/")).size(), 1); // the empty folder
     }
 
-    void whatIsToKeepNothingKeepsNothing()
-    {
-        OperationFixture tree;
-        tree.make("right/gone=1");
-        OperationJournal journal(FileLayer::native(), tree.journalFolder());
-        const ExecutionReport report = tree.execute(tree.mirror(), {false, &journal, false});
-        QVERIFY(report.isComplete());
-        QCOMPARE(report.notUndoable, 1);
-        QVERIFY(tree.picture("journal").filter(QStringLiteral("kept/")).size() <= 1); // the empty folder
-        QCOMPARE(tree.leftOut(journal.planUndo().plan),
-                 QStringList(said(LeftOutReason::OldContentsGone, "right/gone")));
-    }
-
 #ifdef Q_OS_UNIX
     void theCopyOfAProtectedFolderIsUndone()
     {

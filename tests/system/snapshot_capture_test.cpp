@@ -50,40 +50,31 @@ private Q_SLOTS:
         QVERIFY(!captureEnvironment().contains(word("VELMORA_TEST_TEXT")));
     }
 
-    void readsTheServiceList_data()
-    {
-        QTest::addColumn<QByteArray>("output");
-        QTest::addColumn<int>("fault");
-        QTest::addColumn<QStringList>("services");
-        const auto row = [](const char *name, const QByteArray &output, const char *services,
-                            CaptureFault fault = CaptureFault::None) {
-            QTest::newRow(name) << output << int(fault) << QString::fromUtf8(services).split(u'|', Qt::SkipEmptyParts);
-        };
-        row("a list",
-            json("[{'Name':'b','State':'Running','StartMode':'Auto','DisplayName':'B'},"
-                 "{'Name':'a','State':'Stopped','StartMode':'Manual','DisplayName':'A'}]"),
-            "a -> Stopped / Manual|b -> Running / Auto");
-        row("one service", json("{'Name':'a','State':'Running','StartMode':'Auto','DisplayName':'A'}"),
-            "a -> Running / Auto");
-        row("no service", "[]", "");
-        row("mark and line ends", "\xEF\xBB\xBF\r\n[{\"Name\":\"a\"}]\r\n", "a ->  / ");
-        row("numbers and nulls", json("[{'Name':'a','State':4,'StartMode':null},{'Name':null},{'State':'x'}]"),
-            "a -> 4 / ");
-        row("UTF-8", "[{\"Name\":\"\xC3\xA4\"}]", "ä ->  / ");
-        row("nothing", "", "", CaptureFault::NotJson);
-        row("words", "Get-CimInstance : The term is not recognised", "", CaptureFault::NotJson);
-        row("cut short", json("[{'Name':'a'"), "", CaptureFault::NotJson);
-        row("names alone", json("['a','b']"), "", CaptureFault::NotJson);
-    }
-
     void readsTheServiceList()
     {
-        QFETCH(QByteArray, output);
-        QFETCH(int, fault);
-        QFETCH(QStringList, services);
-        const SnapshotCapture capture = parseServiceList(output);
-        QCOMPARE(int(capture.fault), fault);
-        QCOMPARE(lines(capture.snapshot), services);
+        struct {
+            QByteArray output;
+            const char *services;
+            CaptureFault fault = CaptureFault::None;
+        } const cases[] = {
+            {json("[{'Name':'b','State':'Running','StartMode':'Auto','DisplayName':'B'},"
+                  "{'Name':'a','State':'Stopped','StartMode':'Manual','DisplayName':'A'}]"),
+             "a -> Stopped / Manual|b -> Running / Auto"},
+            {json("{'Name':'a','State':'Running','StartMode':'Auto','DisplayName':'A'}"), "a -> Running / Auto"},
+            {"[]", ""},
+            {"\xEF\xBB\xBF\r\n[{\"Name\":\"a\"}]\r\n", "a ->  / "}, // mark and line ends
+            {json("[{'Name':'a','State':4,'StartMode':null},{'Name':null},{'State':'x'}]"), "a -> 4 / "},
+            {"[{\"Name\":\"\xC3\xA4\"}]", "ä ->  / "},
+            {"", "", CaptureFault::NotJson},
+            {"Get-CimInstance : The term is not recognised", "", CaptureFault::NotJson},
+            {json("[{'Name':'a'"), "", CaptureFault::NotJson}, // cut short
+            {json("['a','b']"), "", CaptureFault::NotJson},    // names alone
+        };
+        for (const auto &[output, services, fault] : cases) {
+            const SnapshotCapture capture = parseServiceList(output);
+            QCOMPARE(capture.fault, fault);
+            QCOMPARE(lines(capture.snapshot), words(services));
+        }
     }
 
     void understandsOtherCodePages()

@@ -49,38 +49,27 @@ class SnapshotEngineTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void pairsKeys_data()
-    {
-        QTest::addColumn<QByteArray>("left");
-        QTest::addColumn<QByteArray>("right");
-        QTest::addColumn<QString>("exact");
-        QTest::addColumn<QString>("ignoringCase");
-        const auto row = [](const char *name, const char *left, const char *right, const char *exact,
-                            const char *ignoringCase = nullptr) {
-            QTest::newRow(name) << QByteArray(left) << QByteArray(right) << QString::fromLatin1(exact)
-                                << QString::fromLatin1(ignoringCase ? ignoringCase : exact);
-        };
-        row("nothing", "", "", "");
-        row("each status", "A=1 B=1 C=1", "B=1 C=2 D=2", "<A(1|) =B(1|1) ~C(1|2) >D(|2)");
-        row("an empty value is a value", "A=", "A= B=", "=A(|) >B(|)");
-        row("values keep their case", "A=x", "A=X", "~A(x|X)");
-        row("spellings", "Path=1", "PATH=1", ">PATH(|1) <Path(1|)", "=Path(1|1)");
-        row("order of keys", "b=1 C=1", "a=1", "<C(1|) >a(|1) <b(1|)", ">a(|1) <b(1|) <C(1|)");
-        row("same spelling first", "PATH=1 path=2", "Path=3 path=4", "<PATH(1|) >Path(|3) ~path(2|4)",
-            "~path(2|4) ~PATH(1|3)");
-        row("more spellings than the other side", "A=1", "A=1 a=2", "=A(1|1) >a(|2)");
-    }
-
     void pairsKeys()
     {
-        QFETCH(QByteArray, left);
-        QFETCH(QByteArray, right);
-        QFETCH(QString, exact);
-        QFETCH(QString, ignoringCase);
-        const Snapshot a = snapshotOf(left);
-        const Snapshot b = snapshotOf(right);
-        QCOMPARE(picture(compareSnapshots(a, b, KeyMatch::Exact)), exact);
-        QCOMPARE(picture(compareSnapshots(a, b, KeyMatch::IgnoringCase)), ignoringCase);
+        struct {
+            const char *left, *right, *exact, *ignoringCase;
+        } const cases[] = {
+            {"", "", "", ""},
+            {"A=1 B=1 C=1", "B=1 C=2 D=2", "<A(1|) =B(1|1) ~C(1|2) >D(|2)", "<A(1|) =B(1|1) ~C(1|2) >D(|2)"},
+            {"A=", "A= B=", "=A(|) >B(|)", "=A(|) >B(|)"}, // an empty value is a value
+            {"A=x", "A=X", "~A(x|X)", "~A(x|X)"},          // values keep their case
+            {"Path=1", "PATH=1", ">PATH(|1) <Path(1|)", "=Path(1|1)"},
+            {"b=1 C=1", "a=1", "<C(1|) >a(|1) <b(1|)", ">a(|1) <b(1|) <C(1|)"}, // order of keys
+            {"PATH=1 path=2", "Path=3 path=4", "<PATH(1|) >Path(|3) ~path(2|4)",
+             "~path(2|4) ~PATH(1|3)"},                              // the same spelling first
+            {"A=1", "A=1 a=2", "=A(1|1) >a(|2)", "=A(1|1) >a(|2)"}, // more spellings than the other side
+        };
+        for (const auto &[left, right, exact, ignoringCase] : cases) {
+            const Snapshot a = snapshotOf(left);
+            const Snapshot b = snapshotOf(right);
+            QCOMPARE(picture(compareSnapshots(a, b, KeyMatch::Exact)), word(exact));
+            QCOMPARE(picture(compareSnapshots(a, b, KeyMatch::IgnoringCase)), word(ignoringCase));
+        }
     }
 
     void countsAndNamesServices()
@@ -230,35 +219,26 @@ private Q_SLOTS:
         QVERIFY(QFileInfo(folder).isDir());
     }
 
-    void splitsListsIntoEntries_data()
-    {
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<QStringList>("entries");
-        const auto row = [](const char *value, const char *entries) {
-            QTest::newRow(value) << QString::fromLatin1(value)
-                                 << QString::fromLatin1(entries).split(u'|', Qt::SkipEmptyParts);
-        };
-        row("/usr/bin:/bin", "/usr/bin|/bin");
-        row("~/bin:$HOME/x:/a b", "~/bin|$HOME/x|/a b");
-        row("C:\\Windows;%HOME%\\bin;\\\\server\\x;.", "C:\\Windows|%HOME%\\bin|\\\\server\\x|.");
-        row(".COM;.EXE", ".COM|.EXE");
-        row("line\nother: line", "line|other: line");
-        // What is no list:
-        row("/usr/bin", "");
-        row("C:\\Windows", "");
-        row(":0", "");
-        row("https://x/y:80", "");
-        row("rs=0:di=01;34:*.tar=01;31", "");
-        row("a;b", "");
-        row(":", "");
-        row("", "");
-    }
-
     void splitsListsIntoEntries()
     {
-        QFETCH(QString, value);
-        QFETCH(QStringList, entries);
-        QCOMPARE(valueEntries(value), entries);
+        const std::pair<const char *, const char *> lists[] = {
+            {"/usr/bin:/bin", "/usr/bin|/bin"},
+            {"~/bin:$HOME/x:/a b", "~/bin|$HOME/x|/a b"},
+            {"C:\\Windows;%HOME%\\bin;\\\\server\\x;.", "C:\\Windows|%HOME%\\bin|\\\\server\\x|."},
+            {".COM;.EXE", ".COM|.EXE"},
+            {"line\nother: line", "line|other: line"},
+            // What is no list:
+            {"/usr/bin", ""},
+            {"C:\\Windows", ""},
+            {":0", ""},
+            {"https://x/y:80", ""},
+            {"rs=0:di=01;34:*.tar=01;31", ""},
+            {"a;b", ""},
+            {":", ""},
+            {"", ""},
+        };
+        for (const auto &[value, entries] : lists)
+            QVERIFY2(valueEntries(word(value)) == words(entries), value);
     }
 
     void alignsEntries()
