@@ -62,10 +62,7 @@ private Q_SLOTS:
         qputenv("USERNAME", "velmora-program-" + QByteArray::number(QCoreApplication::applicationPid()));
     }
 
-    void cleanup()
-    {
-        qputenv("TMPDIR", m_temporary);
-    }
+    void cleanup() { qputenv("TMPDIR", m_temporary); }
 
     // It asked for a display first, and a window that was open took the question and said nothing.
     void answersOnTheConsoleWithoutADisplay()
