@@ -1,6 +1,7 @@
 #include "core/hidden_characters.h"
 #include "row_picture.h"
 #include "session/diff_colours.h"
+#include "support/files.h"
 #include "support/test_main.h"
 #include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
@@ -18,37 +19,18 @@
 #include <QWheelEvent>
 
 using namespace velmora;
-using velmora::test::rowsOf;
+using namespace velmora::test;
 
 namespace {
 
-/// Counts how often lines are asked for.
-class CountingSource final : public LineSource {
-public:
-    explicit CountingSource(TextLines lines) : m_lines(std::move(lines)) {}
-
-    [[nodiscard]] qsizetype count() const override { return m_lines.count(); }
-    [[nodiscard]] std::string_view bytes(qsizetype line) const override
-    {
-        ++fetched;
-        return m_lines.line(line);
-    }
-
-    mutable std::atomic<qint64> fetched = 0;
-
-private:
-    TextLines m_lines;
-};
-
-std::shared_ptr<const LineSource> sourceOf(const QByteArray &text)
+/// So many lines "x" on both sides; rows n, 2n and so on count as different.
+std::shared_ptr<const DiffDocument> everyNth(int count, int n)
 {
-    return std::make_shared<TextLinesSource>(TextLines::split(text));
-}
-
-std::shared_ptr<const DiffDocument> documentOf(const QByteArray &picture, const QByteArray &left,
-                                               const QByteArray &right)
-{
-    return std::make_shared<DiffDocument>(rowsOf(picture), sourceOf(left), sourceOf(right));
+    QByteArray picture(count, '=');
+    for (int row = n; row < count; row += n)
+        picture[row] = '~';
+    const QByteArray text = QByteArray("x\n").repeated(count);
+    return documentOf(picture, text, text);
 }
 
 QImage imageOf(QWidget &widget)
@@ -74,7 +56,7 @@ public:
     void put(Side side, TextPosition at) { scene.setCaret({side, at, at}); }
     [[nodiscard]] QString caret() const
     {
-        const auto text = [](TextPosition at) { return QStringLiteral("%1:%2").arg(at.row).arg(at.unit); };
+        const auto text = [](TextPosition at) { return word("%1:%2").arg(at.row).arg(at.unit); };
         const TextCaret &now = scene.caret();
         return now.hasSelection() ? text(now.anchor) + u'>' + text(now.position) : text(now.position);
     }
@@ -104,8 +86,8 @@ private Q_SLOTS:
             text += QByteArray::number(k) + '\n';
             rows.append({k % 10 == 0 ? Modified : Equal, k, k});
         }
-        auto left = std::make_shared<CountingSource>(TextLines::split(text));
-        auto right = std::make_shared<CountingSource>(TextLines::split(text));
+        auto left = std::make_shared<CountingSource>(text);
+        auto right = std::make_shared<CountingSource>(text);
         Shown v(std::make_shared<DiffDocument>(rows, left, right), {900, 600});
         const auto fetchedFor = [&](auto change) {
             change();
@@ -185,10 +167,7 @@ private Q_SLOTS:
 
     void theOverviewShowsAndLeadsToEveryPlace()
     {
-        QByteArray picture(100'000, '=');
-        picture[50'000] = '~';
-        const QByteArray text = QByteArray("x\n").repeated(100'000);
-        Shown v(picture, text, text);
+        Shown v(everyNth(100'000, 50'000));
         auto *strip = v.view.findChild<OverviewStrip *>();
         const QImage image = imageOf(*strip);
         int marked = -1;
@@ -203,12 +182,8 @@ private Q_SLOTS:
 
     void keepsTheCaretInSightWhenTheFilterChanges()
     {
-        QByteArray picture(1000, '=');
-        for (int row = 0; row < 1000; row += 10)
-            picture[row] = '~';
-        const QByteArray text = QByteArray("x\n").repeated(1000);
-        Shown v(picture, text, text);
-        v.scene.goToBlock(50);
+        Shown v(everyNth(1000, 10));
+        v.scene.goToBlock(49);
         v.scene.setFilter(RowFilter::Differences);
         const auto caretIsInSight = [&v] {
             return v.inSight().contains(v.layout.indexOf(v.scene.caret().position.row));
@@ -226,48 +201,39 @@ private Q_SLOTS:
 
     void movesTheCaretByKeys()
     {
-        const QByteArray left = "alpha beta\n\tx\n" + QStringLiteral("e\u0301😀z\n").toUtf8();
+        const QByteArray left = "alpha beta\n\tx\n" + word("e\u0301😀z\n").toUtf8();
         Shown v("==+=", left, "alpha beta\n\tx\nnew\nend\n");
-        QWidget &pane = v.left;
-        const auto press = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-            QTest::keyClick(&pane, key, modifiers);
-            return v.caret();
+        const std::pair<const char *, const char *> keys[] = {
+            {"Ctrl+Right", "0:6"}, {"End", "0:10"}, {"Right", "1:0"},
+            {"Left", "0:10"},      {"Down", "1:2"}, {"Down", "2:0"}, // only the right side has a line here
+            {"Up", "1:2"},         {"Up", "0:10"},                   // the place that it came from
+            {"Ctrl+End", "3:5"},   {"Left", "3:4"}, {"Left", "3:2"}, // a surrogate pair is one step
+            {"Left", "3:0"},                                         // so is a letter with its accent
+            {"Ctrl+Home", "0:0"},  {"Left", "0:0"}, {"Shift+PgDown", "0:0>3:0"},
         };
-        QCOMPARE(press(Qt::Key_Right, Qt::ControlModifier), QStringLiteral("0:6"));
-        QCOMPARE(press(Qt::Key_End), QStringLiteral("0:10"));
-        QCOMPARE(press(Qt::Key_Right), QStringLiteral("1:0"));
-        QCOMPARE(press(Qt::Key_Left), QStringLiteral("0:10"));
-        QCOMPARE(press(Qt::Key_Down), QStringLiteral("1:2"));
-        QCOMPARE(press(Qt::Key_Down), QStringLiteral("2:0")); // only the right side has a line here
-        QCOMPARE(press(Qt::Key_Up), QStringLiteral("1:2"));
-        QCOMPARE(press(Qt::Key_Up), QStringLiteral("0:10")); // the place that it came from
-        QCOMPARE(press(Qt::Key_End, Qt::ControlModifier), QStringLiteral("3:5"));
-        QCOMPARE(press(Qt::Key_Left), QStringLiteral("3:4"));
-        QCOMPARE(press(Qt::Key_Left), QStringLiteral("3:2")); // a surrogate pair is one step
-        QCOMPARE(press(Qt::Key_Left), QStringLiteral("3:0")); // so is a letter with its accent
-        QCOMPARE(press(Qt::Key_Home, Qt::ControlModifier), QStringLiteral("0:0"));
-        QCOMPARE(press(Qt::Key_Left), QStringLiteral("0:0"));
-        QCOMPARE(press(Qt::Key_PageDown, Qt::ShiftModifier), QStringLiteral("0:0>3:0"));
+        for (const auto &[key, place] : keys) {
+            const QKeyCombination pressed = QKeySequence(word(key))[0];
+            QTest::keyClick(&v.left, pressed.key(), pressed.keyboardModifiers());
+            QCOMPARE(v.caret(), word(place));
+        }
     }
 
     void copiesWhatIsSelected()
     {
-        Shown v("=-+~", "first line\nonly left\nchanged\n", "first line\nonly right\nchanges\n");
-        DiffPane &left = v.left;
-        left.selectAll();
-        left.copy();
-        QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("first line\nonly left\nchanged"));
-        DiffPane &right = v.right;
-        right.selectAll();
-        right.copy();
-        QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("first line\nonly right\nchanges"));
+        Shown v("=-+~=", "first line\nonly left\nchanged\nend\n", "first line\nonly right\nchanges\nend\n");
+        const auto copied = [](DiffPane &pane) {
+            pane.copy();
+            return QApplication::clipboard()->text();
+        };
+        v.left.selectAll();
+        QCOMPARE(copied(v.left), word("first line\nonly left\nchanged\nend"));
+        v.right.selectAll();
+        QCOMPARE(copied(v.right), word("first line\nonly right\nchanges\nend"));
         v.scene.setCaret({Side::Left, {3, 3}, {0, 6}}); // backwards
-        left.copy();
-        QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("line\nonly left\ncha"));
+        QCOMPARE(copied(v.left), word("line\nonly left\ncha"));
         v.scene.setFilter(RowFilter::Identical);
-        left.selectAll();
-        left.copy();
-        QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("first line"));
+        v.left.selectAll();
+        QCOMPARE(copied(v.left), word("first line\nend"));
     }
 
     void selectsByMouse()
@@ -282,17 +248,17 @@ private Q_SLOTS:
                           int(row) * height + height / 2);
         };
         QTest::mouseDClick(&pane, Qt::LeftButton, {}, at(0, 7));
-        QCOMPARE(v.scene.selectedText(), QStringLiteral("some_name"));
+        QCOMPARE(v.scene.selectedText(), word("some_name"));
         QTest::mousePress(&pane, Qt::LeftButton, {}, at(0, 7)); // the third click
-        QCOMPARE(v.scene.selectedText(), QStringLiteral("int some_name = 3;"));
+        QCOMPARE(v.scene.selectedText(), word("int some_name = 3;"));
         QTest::mouseRelease(&pane, Qt::LeftButton, {}, at(0, 7));
         QTest::mouseClick(&pane, Qt::LeftButton, {}, at(1, 0)); // a press on the selection would drag it
         QTest::mousePress(&pane, Qt::LeftButton, {}, at(0, 4));
         QTest::mouseMove(&pane, at(1, 2));
         QTest::mouseRelease(&pane, Qt::LeftButton, {}, at(1, 2));
-        QCOMPARE(v.scene.selectedText(), QStringLiteral("some_name = 3;\nne"));
+        QCOMPARE(v.scene.selectedText(), word("some_name = 3;\nne"));
         QTest::mouseClick(&pane, Qt::LeftButton, Qt::ShiftModifier, at(0, 8));
-        QCOMPARE(v.scene.selectedText(), QStringLiteral("some"));
+        QCOMPARE(v.scene.selectedText(), word("some"));
     }
 
     void aClickIntoADifferenceMakesItTheCurrentOne()
@@ -316,17 +282,17 @@ private Q_SLOTS:
         QVERIFY(left && right);
         QVERIFY(left->text(QAccessible::Name) != right->text(QAccessible::Name));
         v.put(Side::Right, {1, 0});
-        QCOMPARE(right->text(QAccessible::Value), QStringLiteral("Line 2, added: two"));
-        QCOMPARE(left->text(QAccessible::Value), QStringLiteral("No line here, added"));
+        QCOMPARE(right->text(QAccessible::Value), word("Line 2, added: two"));
+        QCOMPARE(left->text(QAccessible::Value), word("No line here, added"));
         v.scene.goToBlock(0);
         QCOMPARE(right->text(QAccessible::Description),
-                 QStringLiteral("Difference block 1 of 1, added: no line on the left, right line 2"));
+                 word("Difference block 1 of 1, added: no line on the left, right line 2"));
 
         QAccessibleTextInterface *text = right->textInterface();
         QVERIFY(text);
-        QCOMPARE(text->text(0, text->characterCount()), QStringLiteral("two"));
+        QCOMPARE(text->text(0, text->characterCount()), word("two"));
         text->setSelection(0, 1, 3);
-        QCOMPARE(v.scene.selectedText(), QStringLiteral("wo"));
+        QCOMPARE(v.scene.selectedText(), word("wo"));
         QCOMPARE(text->selectionCount(), 1);
         QCOMPARE(text->cursorPosition(), 3);
         text->setCursorPosition(1);
@@ -345,7 +311,7 @@ private Q_SLOTS:
         QCOMPARE(small.right, (QList<CharRange>{{12, 2}}));
 
         // Too long to match character by character: what both ends have in common is no change.
-        const QByteArray body = QStringLiteral("ä€😀").repeated(100'000).toUtf8();
+        const QByteArray body = word("ä€😀").repeated(100'000).toUtf8();
         const auto longRow = documentOf("~", body + "12" + body, body + "3" + body);
         const qint32 before = 4 * 100'000;
         const RowChanges large = findRowChanges(*longRow, 0);
@@ -353,8 +319,7 @@ private Q_SLOTS:
         QCOMPARE(large.right, (QList<CharRange>{{before, 1}}));
 
         // Characters that share bytes are not cut apart.
-        const auto cut =
-            documentOf("~", body + QStringLiteral("é").toUtf8() + body, body + QStringLiteral("è").toUtf8() + body);
+        const auto cut = documentOf("~", body + word("é").toUtf8() + body, body + word("è").toUtf8() + body);
         QCOMPARE(findRowChanges(*cut, 0).left, (QList<CharRange>{{before, 1}}));
     }
 
@@ -438,28 +403,26 @@ private Q_SLOTS:
 
     void takesCharactersWithoutAPictureOutOfTheText()
     {
-        const auto taken = [](QString text) {
-            const QString before = text;
-            QStringList list;
-            const auto hidden = takeHiddenCharacters(text);
-            for (const HiddenCharacter &character : hidden) {
-                list.append(QStringLiteral("%1:%2").arg(QString::number(character.unit),
-                                                        hiddenCharacterCode(character.character)));
-            }
-            if (text.size() != before.size())
-                list.append(QStringLiteral("length changed"));
-            return list.join(u' ');
+        const std::pair<QString, const char *> texts[] = {
+            {word("a\tb 漢字\u3000é 😀 \u2764\ufe0f عربي"), ""},
+            {word("\x01\r\x7f\u0085\u009c"), "0:SOH 1:CR 2:DEL 3:NEL 4:9C"},
+            {word("x\u202ey\u2066\u2028\u00a0\u202f\u2009\u00ad\ufeff"),
+             "1:RLO 3:LRI 4:LS 5:NBSP 6:NNBS 7:2009 8:SHY 9:BOM"},
+            {word("a\U000E0041\u200d\u3164"), "1:E0041 3:ZWJ 4:3164"},
         };
-        QCOMPARE(taken(QStringLiteral("a\tb 漢字\u3000é 😀 \u2764\ufe0f عربي")), QString());
-        QCOMPARE(taken(QStringLiteral("\x01\r\x7f\u0085\u009c")), QStringLiteral("0:SOH 1:CR 2:DEL 3:NEL 4:9C"));
-        QCOMPARE(taken(QStringLiteral("x\u202ey\u2066\u2028\u00a0\u202f\u2009\u00ad\ufeff")),
-                 QStringLiteral("1:RLO 3:LRI 4:LS 5:NBSP 6:NNBS 7:2009 8:SHY 9:BOM"));
-        QCOMPARE(taken(QStringLiteral("a\U000E0041\u200d\u3164")), QStringLiteral("1:E0041 3:ZWJ 4:3164"));
+        for (const auto &[text, expected] : texts) {
+            QString rest = text;
+            QStringList taken;
+            for (const HiddenCharacter &hidden : takeHiddenCharacters(rest))
+                taken.append(QString::number(hidden.unit) + u':' + hiddenCharacterCode(hidden.character));
+            QCOMPARE(taken.join(u' '), word(expected));
+            QCOMPARE(rest.size(), text.size());
+        }
     }
 
     void boxesLeaveTheOrderOfTheirNeighboursAlone()
     {
-        const QString tricky = QStringLiteral("ab\u202ecd\u2066ef\U000E0041gh");
+        const QString tricky = word("ab\u202ecd\u2066ef\U000E0041gh");
         Shown v("=", tricky.toUtf8(), tricky.toUtf8());
         LineRenderer &renderer = v.scene.renderer(Side::Left);
         const qreal cell = renderer.cellWidth();
@@ -469,7 +432,7 @@ private Q_SLOTS:
             if (tricky.at(unit).isLowSurrogate())
                 continue;
             const qreal x = renderer.xOf(0, unit);
-            QVERIFY2(std::abs(x - qreal(column) * cell) < 1, qPrintable(QStringLiteral("%1: %2").arg(unit).arg(x)));
+            QVERIFY2(std::abs(x - qreal(column) * cell) < 1, qPrintable(word("%1: %2").arg(unit).arg(x)));
             const char32_t character = tricky.at(unit).isHighSurrogate()
                                            ? QChar::surrogateToUcs4(tricky.at(unit), tricky.at(unit + 1))
                                            : tricky.at(unit).unicode();
@@ -507,7 +470,7 @@ private Q_SLOTS:
             QVERIFY(std::abs(place.x - v.scene.renderer(Side::Left).cellWidth()) < 1);
         }
         QTest::keyClick(&pane, Qt::Key_Down);
-        QCOMPARE(v.caret(), QStringLiteral("2:1"));
+        QCOMPARE(v.caret(), word("2:1"));
 
         // A click finds the character that it hits.
         const QPoint inThird(pane.textArea().left() + 8, (1 + 2) * v.layout.rowHeight() + 3);
@@ -531,10 +494,7 @@ private Q_SLOTS:
 
     void opensFoldedRowsByMouseAndKey()
     {
-        QByteArray picture(100, '=');
-        picture[50] = '~';
-        const QByteArray text = QByteArray("x\n").repeated(100);
-        Shown v(picture, text, text);
+        Shown v(everyNth(100, 50));
         v.scene.setFilter(RowFilter::Differences);
         QCOMPARE(v.layout.count(), 9);
         DiffPane &pane = v.left;
@@ -545,13 +505,13 @@ private Q_SLOTS:
         QTest::keyClick(&pane, Qt::Key_End, Qt::ControlModifier);
         QTest::keyClick(&pane, Qt::Key_Home);
         QCOMPARE(v.scene.caret().position.row, 54);
-        QVERIFY(pane.describeCurrentRow().contains(QStringLiteral("46")));
+        QVERIFY(pane.describeCurrentRow().contains(word("46")));
         QTest::keyClick(&pane, Qt::Key_Left);
-        QCOMPARE(v.caret(), QStringLiteral("53:1"));
+        QCOMPARE(v.caret(), word("53:1"));
         QTest::keyClick(&pane, Qt::Key_Right);
         QTest::keyClick(&pane, Qt::Key_Return);
         QCOMPARE(v.layout.count(), 100);
-        QCOMPARE(v.caret(), QStringLiteral("54:0"));
+        QCOMPARE(v.caret(), word("54:0"));
 
         // A line that is gone to is shown.
         v.scene.setFilter(RowFilter::All);
@@ -559,7 +519,7 @@ private Q_SLOTS:
         QCOMPARE(v.layout.count(), 9);
         v.scene.goToLine(Side::Right, 10);
         QVERIFY(v.layout.isShown(9));
-        QCOMPARE(v.caret(), QStringLiteral("9:0"));
+        QCOMPARE(v.caret(), word("9:0"));
     }
 
     /// What both sides have outside their changes is the same text.
@@ -574,7 +534,7 @@ private Q_SLOTS:
         const auto text = [&random] {
             QString made;
             for (int k = random.bounded(30); k > 0; --k)
-                made += QStringLiteral("one;two(é😀 ").mid(random.bounded(9), random.bounded(1, 4));
+                made += word("one;two(é😀 ").mid(random.bounded(9), random.bounded(1, 4));
             return made;
         };
         for (int round = 0; round < 2000; ++round) {
@@ -621,19 +581,17 @@ private Q_SLOTS:
     void stepsFromTheCaret()
     {
         Shown v("=~=~=~=", "1\n2\n3\n4\n5\n6\n7\n", "1\na\n3\nb\n5\nc\n7\n");
-        QCOMPARE(v.scene.nextBlock(), 0);
-        v.put(Side::Left, {4, 0}); // as after the difference there was merged
-        QCOMPARE(v.scene.currentBlock(), -1);
-        QCOMPARE(v.scene.nextBlock(), 2);
-        QCOMPARE(v.scene.previousBlock(), 1);
+        const auto steps = [&v](qsizetype row) {
+            if (row >= 0)
+                v.put(Side::Left, {row, 0});
+            return word("%1<%2>%3").arg(v.scene.previousBlock()).arg(v.scene.currentBlock()).arg(v.scene.nextBlock());
+        };
+        QCOMPARE(steps(-1), word("-1<-1>0"));
+        QCOMPARE(steps(4), word("1<-1>2")); // as after the difference there was merged
         v.scene.goToBlock(2);
-        QCOMPARE(v.scene.nextBlock(), -1);
-        QCOMPARE(v.scene.previousBlock(), 1);
-        v.put(Side::Left, {2, 0}); // away from the current difference
-        QCOMPARE(v.scene.nextBlock(), 1);
-        QCOMPARE(v.scene.previousBlock(), 0);
-        v.put(Side::Left, {6, 0});
-        QCOMPARE(v.scene.nextBlock(), -1);
+        QCOMPARE(steps(-1), word("1<2>-1"));
+        QCOMPARE(steps(2), word("0<2>1")); // away from the current difference
+        QCOMPARE(steps(6), word("2<2>-1"));
     }
 };
 

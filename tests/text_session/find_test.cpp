@@ -1,3 +1,4 @@
+#include "row_picture.h"
 #include "session_fixture.h"
 #include "support/test_main.h"
 #include "text/view/text_replace.h"
@@ -7,7 +8,6 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSignalSpy>
 
 using namespace velmora;
 using namespace velmora::test;
@@ -19,14 +19,8 @@ QString listed(const std::vector<TextMatch> &matches)
 {
     QStringList list;
     for (const TextMatch &match : matches)
-        list.append(QStringLiteral("%1:%2+%3").arg(match.row).arg(match.unit).arg(match.length));
+        list.append(word("%1:%2+%3").arg(match.row).arg(match.unit).arg(match.length));
     return list.join(u' ');
-}
-
-DiffDocument documentOf(const QList<AlignedRow> &rows, const QByteArray &left, const QByteArray &right)
-{
-    return {rows, std::make_shared<TextLinesSource>(TextLines::split(left)),
-            std::make_shared<TextLinesSource>(TextLines::split(right))};
 }
 
 /// A session on the screen that compares two texts and has its find bar open.
@@ -43,10 +37,10 @@ public:
     void lookForExpression(const QString &text)
     {
         for (QCheckBox *box : session.findChildren<QCheckBox *>())
-            box->setChecked(box->text() == QStringLiteral("Regular expression"));
+            box->setChecked(box->text() == word("Regular expression"));
         lookFor(text);
     }
-    [[nodiscard]] QString found() const { return label(QStringLiteral("findPosition")); }
+    [[nodiscard]] QString found() const { return label("findPosition"); }
 };
 
 } // namespace
@@ -60,12 +54,12 @@ private Q_SLOTS:
     {
         const QByteArray slow = QByteArray(60, 'a') + "!\n";
         FindFixture f("aaa\n" + slow + "b aa\n" + slow, "x\n");
-        const SearchQuery query{QStringLiteral("(a+)+$"), false, false, true};
+        const SearchQuery query{word("(a+)+$"), false, false, true};
         const TextMatches matches = findMatches(*f.scene().document(), query);
         QCOMPARE(matches.linesGivenUp, 2);
         QCOMPARE(matches.left.size(), std::size_t(2));
         f.lookForExpression(query.text);
-        QTRY_VERIFY(f.found().endsWith(QStringLiteral("too slow an expression for 2 lines")));
+        QTRY_VERIFY(f.found().endsWith(word("too slow an expression for 2 lines")));
     }
 
     void findsInTheLinesOfEachSide_data()
@@ -73,24 +67,23 @@ private Q_SLOTS:
         QTest::addColumn<SearchQuery>("query");
         QTest::addColumn<QString>("left");
         QTest::addColumn<QString>("right");
-        const auto text = [](const char *t) { return QString::fromUtf8(t); };
         QTest::newRow("nothing") << SearchQuery{} << QString() << QString();
-        QTest::newRow("any case") << SearchQuery{text("cat")} << text("0:0+3 0:4+3 1:3+3") << text("0:0+3 2:0+3");
-        QTest::newRow("case") << SearchQuery{text("Cat"), true} << text("0:0+3") << text("0:0+3");
-        QTest::newRow("words") << SearchQuery{text("cat"), false, true} << text("0:0+3 0:4+3") << text("0:0+3 2:0+3");
-        QTest::newRow("expression") << SearchQuery{text("c.t\\b"), false, false, true} << text("0:0+3 0:4+3 1:3+3")
-                                    << text("0:0+3 2:0+3");
-        QTest::newRow("empty matches") << SearchQuery{text("x*"), false, false, true} << QString() << QString();
-        QTest::newRow("no expression") << SearchQuery{text("(cat"), false, false, true} << QString() << QString();
-        QTest::newRow("not overlapping") << SearchQuery{text("aa")} << text("2:0+2") << QString();
-        QTest::newRow("signs of expressions") << SearchQuery{text("(*)"), false, false} << text("2:4+3") << QString();
+        QTest::newRow("any case") << SearchQuery{word("cat")} << word("0:0+3 0:4+3 1:3+3 1:7+3") << word("0:0+3 2:0+3");
+        QTest::newRow("case") << SearchQuery{word("Cat"), true} << word("0:0+3") << word("0:0+3");
+        QTest::newRow("words") << SearchQuery{word("cat"), false, true} << word("0:0+3 0:4+3") << word("0:0+3 2:0+3");
+        QTest::newRow("expression") << SearchQuery{word("c.t\\b"), false, false, true} << word("0:0+3 0:4+3 1:3+3")
+                                    << word("0:0+3 2:0+3");
+        QTest::newRow("empty matches") << SearchQuery{word("x*"), false, false, true} << QString() << QString();
+        QTest::newRow("no expression") << SearchQuery{word("(cat"), false, false, true} << QString() << QString();
+        QTest::newRow("not overlapping") << SearchQuery{word("aa")} << word("2:0+2") << QString();
+        QTest::newRow("signs of expressions") << SearchQuery{word("(*)"), false, false} << word("2:4+3") << QString();
     }
 
     void findsInTheLinesOfEachSide()
     {
         QFETCH(SearchQuery, query);
-        const DiffDocument document = documentOf({{Modified, 1, 1}, {Equal, 2, -1}, {Modified, 3, 2}},
-                                                 "Cat cat\nbobcat\naaa (*)\n", "Cat\ncat\n");
+        const DiffDocument document({{Modified, 1, 1}, {Equal, 2, -1}, {Modified, 3, 2}},
+                                    sourceOf("Cat cat\nbobcat cats\naaa (*)\n"), sourceOf("Cat\ncat\n"));
         const TextMatches matches = findMatches(document, query);
         QTEST(listed(matches.left), "left");
         QTEST(listed(matches.right), "right"); // a line shown for the other side is not searched
@@ -100,57 +93,50 @@ private Q_SLOTS:
     {
         FindFixture f("one\ntwo one\nthree\nOne\n", "one\nthree\n");
         DiffScene &scene = f.scene();
-        const auto found = [&] {
-            return QStringLiteral("%1 %2").arg(f.found()).arg(scene.caret().selectionStart().row);
-        };
-        f.lookFor(QStringLiteral("one"));
-        QTRY_COMPARE(found(), QStringLiteral("1 of 3 0"));
-        QCOMPARE(scene.selectedText(), QStringLiteral("one"));
+        const auto found = [&] { return word("%1 %2").arg(f.found()).arg(scene.caret().selectionStart().row); };
+        f.lookFor(word("one"));
+        QTRY_COMPARE(found(), word("1 of 3 0"));
+        QCOMPARE(scene.selectedText(), word("one"));
         f.session.onFindNext();
-        QCOMPARE(found(), QStringLiteral("2 of 3 1"));
+        QCOMPARE(found(), word("2 of 3 1"));
         f.session.onFindNext();
         f.session.onFindNext(); // behind the last comes the first
-        QCOMPARE(found(), QStringLiteral("1 of 3 0"));
+        QCOMPARE(found(), word("1 of 3 0"));
         f.session.onFindPrev();
-        QCOMPARE(found(), QStringLiteral("3 of 3 3"));
+        QCOMPARE(found(), word("3 of 3 3"));
 
         // Rows that are not shown are passed over.
         f.session.onShowIdentical();
         f.session.onFindNext();
-        QCOMPARE(found(), QStringLiteral("1 of 3 0"));
+        QCOMPARE(found(), word("1 of 3 0"));
         f.session.onFindNext();
-        QCOMPARE(found(), QStringLiteral("1 of 3 0"));
+        QCOMPARE(found(), word("1 of 3 0"));
         f.session.onShowAll();
 
         // More letters stay where the search began, if they can.
-        f.lookFor(QStringLiteral("t"));
-        QTRY_COMPARE(f.found(), QStringLiteral("1 of 2"));
-        f.lookFor(QStringLiteral("thr"));
-        QTRY_COMPARE(found(), QStringLiteral("1 of 1 2"));
-        f.lookFor(QStringLiteral("thrx"));
-        QTRY_COMPARE(f.found(), QStringLiteral("No match"));
+        f.lookFor(word("t"));
+        QTRY_COMPARE(f.found(), word("1 of 2"));
+        f.lookFor(word("thr"));
+        QTRY_COMPARE(found(), word("1 of 1 2"));
+        f.lookFor(word("thrx"));
+        QTRY_COMPARE(f.found(), word("No match"));
         f.session.onFindNext();
 
         f.session.onFindClose();
         QVERIFY(scene.search().matches().left.empty());
     }
 
-    void saysWhatIsWrongWithAnExpression()
-    {
-        FindFixture f("one\n", "one\n");
-        f.lookForExpression(QStringLiteral("(o"));
-        QVERIFY(f.found().startsWith(QStringLiteral("Not a regular expression: ")));
-    }
-
     void looksForTheSameInTheNextResult()
     {
         FindFixture f("one\n", "one\n");
-        f.lookFor(QStringLiteral("one"));
-        QTRY_COMPARE(f.found(), QStringLiteral("1 of 1"));
-        f.file(QStringLiteral("a"), "one\none\n");
+        f.lookFor(word("one"));
+        QTRY_COMPARE(f.found(), word("1 of 1"));
+        f.file("a", "one\none\n");
         f.session.onReloadBoth();
         f.wait();
-        QTRY_COMPARE(f.found(), QStringLiteral("Matches: 2"));
+        QTRY_COMPARE(f.found(), word("Matches: 2"));
+        f.lookForExpression(word("(o"));
+        QVERIFY(f.found().startsWith(word("Not a regular expression: ")));
     }
 
     void replacesByExpressionsAndPlainly_data()
@@ -164,6 +150,7 @@ private Q_SLOTS:
         QTest::newRow("groups") << expression("(\\w)=(\\d)") << "$2=\\1\\$\\0"
                                 << QByteArray("1=x$x=1\r\na.c abc\nlast");
         QTest::newRow("parts lines") << expression("[= ]") << "\\n" << QByteArray("x\r\n1\r\na.c\nabc\nlast");
+        QTest::newRow("parts the last line") << expression("s") << "\\n" << QByteArray("x=1\r\na.c abc\nla\nt");
         QTest::newRow("last line") << expression("st$") << "\\t$" << QByteArray("x=1\r\na.c abc\nla\t$");
         QTest::newRow("none") << expression("(z") << "y" << QByteArray();
         QTest::newRow("no match") << expression("(\\w+)+!") << "y" << QByteArray();
@@ -189,13 +176,12 @@ private Q_SLOTS:
     {
         FindFixture f(QByteArray(60, 'a') + "!\naaa\n", "x\n");
         f.child<QAction>("replaceAction")->trigger();
-        f.lookForExpression(QStringLiteral("(a+)+$"));
-        f.child<QLineEdit>("replaceText")->setText(QStringLiteral("b"));
+        f.lookForExpression(word("(a+)+$"));
+        f.child<QLineEdit>("replaceText")->setText(word("b"));
         QTRY_VERIFY(f.child<QPushButton>("replaceAll")->isEnabled());
         f.child<QPushButton>("replaceAll")->click();
-        QTRY_VERIFY(f.status().contains(QStringLiteral("too slow for 1 lines")));
-        const LineSource &left = f.scene().document()->source(Side::Left);
-        QCOMPARE(left.text(0) + left.text(1), QString(60, u'a') + QStringLiteral("!b"));
+        QTRY_VERIFY(f.status().contains(word("too slow for 1 lines")));
+        QCOMPARE(f.text(Side::Left, 0) + f.text(Side::Left, 1), QString(60, u'a') + word("!b"));
     }
 
     void replacesOneAfterTheOtherOrAllAsOneStep()
@@ -203,33 +189,29 @@ private Q_SLOTS:
         FindFixture f("one\ntwo one\none one\n", "one\n");
         f.child<QAction>("replaceAction")->trigger();
         auto *with = f.child<QLineEdit>("replaceText");
-        f.lookFor(QStringLiteral("one"));
-        QTRY_COMPARE(f.found(), QStringLiteral("1 of 4"));
+        f.lookFor(word("one"));
+        QTRY_COMPARE(f.found(), word("1 of 4"));
         with->setFocus();
-        QTest::keyClicks(with, QStringLiteral("1\\n"));
+        QTest::keyClicks(with, word("1\\n"));
         QTest::keyClick(with, Qt::Key_Return);
-        QTRY_COMPARE(f.found(), QStringLiteral("1 of 3")); // on to the next one
-        const LineSource *left = &f.scene().document()->source(Side::Left);
-        QCOMPARE(left->text(0), QStringLiteral("1\\n"));
+        QTRY_COMPARE(f.found(), word("1 of 3")); // on to the next one
+        QCOMPARE(f.text(Side::Left, 0), word("1\\n"));
         const TextPosition next = f.scene().caret().position;
         QCOMPARE(f.scene().document()->lineNumber(next.row, Side::Left), 2);
         QCOMPARE(next.unit, 7);
         f.child<QPushButton>("replaceAll")->click();
-        QTRY_VERIFY(f.status().startsWith(QStringLiteral("Replaced matches: 3 | Compare done")));
-        left = &f.scene().document()->source(Side::Left);
-        QCOMPARE(left->text(2), QStringLiteral("1\\n 1\\n"));
-        QCOMPARE(f.scene().document()->source(Side::Right).text(0), QStringLiteral("one"));
+        QTRY_VERIFY(f.status().startsWith(word("Replaced matches: 3 | Compare done")));
+        QCOMPARE(f.text(Side::Left, 2), word("1\\n 1\\n"));
+        QCOMPARE(f.text(Side::Right, 0), word("one"));
         f.session.edit(EditCommand::UndoLeft);
-        QCOMPARE(f.scene().document()->source(Side::Left).text(2), QStringLiteral("one one"));
-        QCOMPARE(f.scene().document()->source(Side::Left).text(0), QStringLiteral("1\\n"));
+        QCOMPARE(f.text(Side::Left, 2), word("one one"));
+        QCOMPARE(f.text(Side::Left, 0), word("1\\n"));
     }
 
     void opensWithTheSelectionAndClosesByEscape()
     {
-        SessionFixture f;
-        const QString file = f.file(QStringLiteral("a"), "one two\n");
-        f.compare(file, file);
-        f.session.show();
+        FindFixture f("one two\n", "one two\n");
+        f.session.onFindClose();
         f.session.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&f.session));
         DiffPane &pane = f.pane(Side::Left);
@@ -238,8 +220,8 @@ private Q_SLOTS:
         QTest::keyClick(&pane, Qt::Key_F, Qt::ControlModifier);
         auto *text = f.child<QLineEdit>("findText");
         QVERIFY(text->hasFocus());
-        QCOMPARE(text->text(), QStringLiteral("two"));
-        QTRY_COMPARE(f.label(QStringLiteral("findPosition")), QStringLiteral("1 of 1"));
+        QCOMPARE(text->text(), word("two"));
+        QTRY_COMPARE(f.found(), word("1 of 1"));
         QTest::keyClick(text, Qt::Key_Escape);
         QVERIFY(!text->isVisible());
         QVERIFY(pane.hasFocus());
@@ -250,23 +232,20 @@ private Q_SLOTS:
         SessionFixture f;
         f.session.onGotoLine(); // nothing to go to, nothing to ask
         QVERIFY(f.dialogs.asked().isEmpty());
-        QByteArray text;
-        for (int k = 1; k <= 300; ++k)
-            text += QByteArray::number(k) + '\n';
-        f.compare(f.file(QStringLiteral("a"), text), f.file(QStringLiteral("b"), "new\n" + text));
+        f.compareTexts(numberedLines(300, ""), "new\n" + numberedLines(300, ""));
         f.dialogs.answerNumber(250);
         f.session.onGotoLine();
-        QCOMPARE(f.dialogs.asked().last().title, QStringLiteral("Go to line"));
-        QCOMPARE(f.dialogs.asked().last().text, QStringLiteral("Line number (1 - 300):"));
+        QCOMPARE(f.dialogs.asked().last().title, word("Go to line"));
+        QCOMPARE(f.question(), word("Line number (1 - 300):"));
         DiffScene &scene = f.scene();
-        QCOMPARE(scene.document()->text(scene.caret().position.row, Side::Left), QStringLiteral("250"));
+        QCOMPARE(scene.document()->text(scene.caret().position.row, Side::Left), word("250"));
         QVERIFY(scene.layout().inSight(scene.top(), scene.viewportHeight()).contains(scene.caret().position.row));
 
         scene.setCaret({Side::Right, {0, 0}, {0, 0}});
         f.dialogs.answerNumber(301);
         f.session.onGotoLine();
-        QCOMPARE(f.dialogs.asked().last().text, QStringLiteral("Line number (1 - 301):"));
-        QCOMPARE(scene.document()->text(scene.caret().position.row, Side::Right), QStringLiteral("300"));
+        QCOMPARE(f.question(), word("Line number (1 - 301):"));
+        QCOMPARE(scene.document()->text(scene.caret().position.row, Side::Right), word("300"));
     }
 };
 

@@ -66,10 +66,10 @@ private Q_SLOTS:
             pairs.takeEdit(Side::Left, change);
             return QString::fromUtf8(QJsonDocument(pairs.toJson()).toJson(QJsonDocument::Compact));
         };
-        QCOMPARE(after({0, 0, 3, {}}), QStringLiteral("[[5,7],[8,9]]"));
-        QCOMPARE(after({1, 1, 1, {}}), QStringLiteral("[[2,7],[5,9]]"));
-        QCOMPARE(after({1, 2, 0, {}}), QStringLiteral("[[3,9]]"));
-        QCOMPARE(after({2, 1, 4, {}}), QStringLiteral("[[2,7],[8,9]]"));
+        QCOMPARE(after({0, 0, 3, {}}), word("[[5,7],[8,9]]"));
+        QCOMPARE(after({1, 1, 1, {}}), word("[[2,7],[5,9]]"));
+        QCOMPARE(after({1, 2, 0, {}}), word("[[3,9]]"));
+        QCOMPARE(after({2, 1, 4, {}}), word("[[2,7],[8,9]]"));
     }
 
     void linesAreAlignedByKeysAndKeptWithTheSession()
@@ -78,10 +78,10 @@ private Q_SLOTS:
         const QStringList before = f.rows();
         f.put(Side::Left, {1, 0}); // "x"
         f.child<QAction>("alignLinesAction")->trigger();
-        QVERIFY(f.status().startsWith(QStringLiteral("Left line 2 is chosen")));
+        QVERIFY(f.status().startsWith(word("Left line 2 is chosen")));
         f.put(Side::Right, {f.scene().document()->rowOfLine(Side::Right, 3), 0}); // "y"
         f.child<QAction>("alignLinesAction")->trigger();
-        QTRY_COMPARE(f.rows().join(u','), QStringLiteral("=a|a,+-|b,~x|y,-b|-"));
+        QTRY_COMPARE(f.picture(), word("=a|a,+-|b,~x|y,-b|-"));
         const QJsonObject kept = f.session.options();
 
         SessionFixture again;
@@ -91,13 +91,13 @@ private Q_SLOTS:
 
         f.put(Side::Left, {0, 0});
         QTest::keyClick(&f.pane(Side::Left), Qt::Key_Return); // the pair moves down with its line
-        QTRY_VERIFY(f.rows().contains(QStringLiteral("~x|y")));
-        QCOMPARE(f.session.options().value(QStringLiteral("alignedLines")).toArray().at(0).toArray().at(0).toInt(), 3);
+        QTRY_VERIFY(f.rows().contains(word("~x|y")));
+        QCOMPARE(f.session.options().value(word("alignedLines")).toArray().at(0).toArray().at(0).toInt(), 3);
         f.session.edit(EditCommand::UndoLeft);
         f.put(Side::Left, {f.scene().document()->rowOfLine(Side::Left, 2), 0});
         f.child<QAction>("releaseLinesAction")->trigger();
         QTRY_COMPARE(f.rows(), before);
-        QVERIFY(!f.session.options().contains(QStringLiteral("alignedLines")));
+        QVERIFY(!f.session.options().contains(word("alignedLines")));
     }
 };
 

@@ -1,9 +1,11 @@
 #pragma once
 
-#include "text/engine/diff_line.h"
+#include "text/view/diff_document.h"
 
 #include <QByteArray>
 #include <QList>
+
+#include <atomic>
 
 namespace velmora::test {
 
@@ -23,5 +25,34 @@ inline QList<AlignedRow> rowsOf(const QByteArray &picture)
     }
     return rows;
 }
+
+inline std::shared_ptr<const LineSource> sourceOf(const QByteArray &text)
+{
+    return std::make_shared<TextLinesSource>(TextLines::split(text));
+}
+
+inline std::shared_ptr<const DiffDocument> documentOf(const QByteArray &picture, const QByteArray &left,
+                                                      const QByteArray &right)
+{
+    return std::make_shared<DiffDocument>(rowsOf(picture), sourceOf(left), sourceOf(right));
+}
+
+/// Counts how often lines are asked for.
+class CountingSource final : public LineSource {
+public:
+    explicit CountingSource(const QByteArray &text) : m_lines(TextLines::split(text)) {}
+
+    [[nodiscard]] qsizetype count() const override { return m_lines.count(); }
+    [[nodiscard]] std::string_view bytes(qsizetype line) const override
+    {
+        ++fetched;
+        return m_lines.line(line);
+    }
+
+    mutable std::atomic<qint64> fetched = 0;
+
+private:
+    TextLines m_lines;
+};
 
 } // namespace velmora::test

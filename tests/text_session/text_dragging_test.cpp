@@ -1,4 +1,5 @@
 #include "edit_fixture.h"
+#include "row_picture.h"
 #include "support/test_main.h"
 #include "text/view/diff_editor.h"
 
@@ -37,28 +38,23 @@ class TextDraggingTest : public QObject {
 private Q_SLOTS:
     void movesTheSelectionWithinASide()
     {
-        const TextLines text = TextLines::split("alpha\nbeta\ngamma\n");
-        const auto source = std::make_shared<TextLinesSource>(text);
         DiffScene scene;
-        scene.setDocument(std::make_shared<DiffDocument>(QList<AlignedRow>{{Equal, 1, 1}, {Equal, 2, 2}, {Equal, 3, 3}},
-                                                         source, source));
+        scene.setDocument(documentOf("===", "alpha\nbeta\ngamma\n", "alpha\nbeta\ngamma\n"));
         DiffEditor editor(scene, nullptr);
+        const TextLines text = TextLines::split("alpha\nbeta\ngamma\n");
         editor.setTexts(text, text, {});
         editor.setEnabled(true);
         const auto lines = [&editor] {
-            QStringList list;
-            for (qsizetype line = 0; line < editor.buffer(Side::Left).count(); ++line)
-                list.append(editor.buffer(Side::Left).snapshot()->text(line));
-            return list.join(u'|');
+            const TextLines now = editor.buffer(Side::Left).snapshot()->toLines();
+            return QString::fromUtf8(now.bytes());
         };
         scene.setCaret({Side::Left, {0, 0}, {1, 0}});
-        const qsizetype last = scene.document()->rowOfLine(Side::Left, 3);
-        QVERIFY(editor.moveSelection(Side::Left, {last, 5}));
-        QCOMPARE(lines(), QStringLiteral("beta|gammaalpha|"));
-        QCOMPARE(scene.selectedText(), QStringLiteral("alpha\n"));
+        QVERIFY(editor.moveSelection(Side::Left, {scene.document()->rowOfLine(Side::Left, 3), 5}));
+        QCOMPARE(lines(), word("beta\ngammaalpha\n\n"));
+        QCOMPARE(scene.selectedText(), word("alpha\n"));
         QVERIFY(!editor.moveSelection(Side::Left, scene.caret().position)); // into itself
         editor.undo(Side::Left);
-        QCOMPARE(lines(), QStringLiteral("alpha|beta|gamma"));
+        QCOMPARE(lines(), word("alpha\nbeta\ngamma\n"));
         QVERIFY(!editor.buffer(Side::Left).canUndo()); // it was one step
     }
 
@@ -66,10 +62,10 @@ private Q_SLOTS:
     {
         EditFixture f("alpha\nbeta\n", "alpha\nbeta\n");
         QMimeData data;
-        data.setText(QStringLiteral("new "));
+        data.setText(word("new "));
         dragAndDrop(f.pane(Side::Right), pointOf(f, Side::Right, {1, 0}), data);
-        QCOMPARE(f.rows().join(u','), QStringLiteral("=alpha|alpha,~beta|new beta"));
-        QCOMPARE(f.scene().selectedText(), QStringLiteral("new "));
+        QCOMPARE(f.picture(), word("=alpha|alpha,~beta|new beta"));
+        QCOMPARE(f.scene().selectedText(), word("new "));
         QCOMPARE(f.session.view().activeSide(), Side::Right);
         f.session.edit(EditCommand::UndoRight);
         QVERIFY(!f.session.hasUnsavedChanges());
@@ -78,14 +74,14 @@ private Q_SLOTS:
         f.session.setEditingEnabled(false);
         dragAndDrop(f.pane(Side::Left), pointOf(f, Side::Left, {0, 2}), data);
         QVERIFY(!f.session.hasUnsavedChanges());
-        QVERIFY2(f.status().contains(QStringLiteral("locked")), qPrintable(f.status()));
+        QVERIFY2(f.status().contains(word("locked")), qPrintable(f.status()));
     }
 
     void leavesFilesToTheSession()
     {
         EditFixture f("a\n", "b\n");
         QMimeData data;
-        const QString other = f.file(QStringLiteral("other.txt"), "c\n");
+        const QString other = f.file("other.txt", "c\n");
         data.setUrls({QUrl::fromLocalFile(other)});
         dragAndDrop(f.pane(Side::Left), {100, 5}, data);
         QVERIFY(QList<QString>({f.session.paths().left, f.session.paths().right}).contains(other));

@@ -19,7 +19,7 @@ public:
     [[nodiscard]] QStringList files() const
     {
         QStringList files;
-        QDirIterator all(folder.path(), {QStringLiteral("*.unsaved")}, QDir::Files, QDirIterator::Subdirectories);
+        QDirIterator all(folder.path(), {word("*.unsaved")}, QDir::Files, QDirIterator::Subdirectories);
         while (all.hasNext())
             files.append(all.next());
         return files;
@@ -43,6 +43,27 @@ public:
     RecoveryStore store{folder.path()};
 };
 
+/// A session that compares two files, with "x" typed into the left one, and the record of that.
+class UnsavedFixture : public RecoveryTest, public EditFixture {
+public:
+    UnsavedFixture(const QByteArray &leftBytes, const QByteArray &unsaved) : EditFixture(leftBytes, "b\n", &store)
+    {
+        typeAt(Side::Left, 1, word("x"));
+        record = recordOf(unsaved);
+        [this] { QVERIFY(record); }();
+    }
+
+    std::optional<RecoveryRecord> record;
+};
+
+/// Brings a record back and waits until it is kept anew.
+void recover(SessionFixture &f, const RecoveryRecord &record)
+{
+    bool kept = false;
+    f.session.recover(record, [&kept] { kept = true; });
+    QTRY_VERIFY(kept);
+}
+
 } // namespace
 
 class TextRecoveryTest : public QObject {
@@ -51,47 +72,40 @@ class TextRecoveryTest : public QObject {
 private Q_SLOTS:
     void keepsWhatIsUnsavedAndNothingElse()
     {
-        RecoveryTest r;
-        EditFixture f("a\r\nb", "b\n", &r.store);
-        f.typeAt(Side::Left, 1, QStringLiteral("x"));
-        const auto record = r.recordOf("xa\r\nb");
-        QVERIFY(record);
-        QCOMPARE(record->texts.size(), 1);
-        QCOMPARE(record->description.value(QStringLiteral("left")).toString(), f.left);
-        QCOMPARE(contentOf(f.left), QByteArray("a\r\nb"));
+        UnsavedFixture f("a\r\nb", "xa\r\nb");
+        QCOMPARE(f.record->texts.size(), 1);
+        QCOMPARE(f.record->description.value(word("left")).toString(), f.left);
+        QCOMPARE(contentsOf(f.left), QByteArray("a\r\nb"));
 
-        QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("y"));
-        QVERIFY(r.recordOf("xya\r\nb"));
+        QTest::keyClicks(&f.pane(Side::Left), word("y"));
+        QVERIFY(f.recordOf("xya\r\nb"));
         f.save(Side::Left);
-        QTRY_COMPARE(r.files(), QStringList());
+        QTRY_COMPARE(f.files(), QStringList());
 
-        f.typeAt(Side::Right, 1, QStringLiteral("z"));
-        QVERIFY(r.recordOf("zb\n"));
+        f.typeAt(Side::Right, 1, word("z"));
+        QVERIFY(f.recordOf("zb\n"));
         f.session.edit(EditCommand::UndoRight);
-        QTRY_COMPARE(r.files(), QStringList());
+        QTRY_COMPARE(f.files(), QStringList());
     }
 
     void keepsItLaterWhatCannotBeKeptNow()
     {
-        RecoveryTest r;
-        EditFixture f("a\n", "b\n", &r.store);
-        f.typeAt(Side::Left, 1, QStringLiteral("x"));
-        QVERIFY(r.recordOf("xa\n"));
-        const QString file = r.files().constFirst();
+        UnsavedFixture f("a\n", "xa\n");
+        const QString file = f.files().constFirst();
         QVERIFY(QFile::remove(file) && QDir().mkdir(file));
-        QTest::keyClicks(&f.pane(Side::Left), QStringLiteral("y"));
-        QTRY_VERIFY(f.status().startsWith(QStringLiteral("Unsaved changes cannot be kept for a restart: ")));
+        QTest::keyClicks(&f.pane(Side::Left), word("y"));
+        QTRY_VERIFY(f.status().startsWith(word("Unsaved changes cannot be kept for a restart: ")));
         QVERIFY(QDir().rmdir(file));
-        QVERIFY(r.recordOf("xya\n"));
+        QVERIFY(f.recordOf("xya\n"));
     }
 
     void goesWithItsSession()
     {
         RecoveryTest r;
         auto f = std::make_unique<EditFixture>("a\n", "b\n", &r.store);
-        f->typeAt(Side::Left, 1, QStringLiteral("x"));
+        f->typeAt(Side::Left, 1, word("x"));
         QVERIFY(r.recordOf("xa\n"));
-        QTest::keyClicks(&f->pane(Side::Left), QStringLiteral("y"));
+        QTest::keyClicks(&f->pane(Side::Left), word("y"));
         f.reset();
         QCOMPARE(r.files(), QStringList());
     }
@@ -100,29 +114,26 @@ private Q_SLOTS:
     {
         RecoveryTest r;
         EditFixture f(QByteArray::fromHex("fffe61000d000a00"), "b\n", &r.store);
-        QGuiApplication::clipboard()->setText(QStringLiteral("pasted\n"));
+        QGuiApplication::clipboard()->setText(word("pasted\n"));
         f.session.useClipboardText(Side::Right);
         f.wait();
-        f.typeAt(Side::Left, 1, QStringLiteral("x"));
+        f.typeAt(Side::Left, 1, word("x"));
         const auto record = r.recordOf("xa\r\n");
         QVERIFY(record);
         QCOMPARE(record->texts.size(), 2); // nobody else has the pasted text
 
         RecoveryTest later;
         SessionFixture again(&later.store);
-        bool kept = false;
-        again.session.recover(*record, [&kept] { kept = true; });
-        QTRY_VERIFY(kept);
+        recover(again, *record);
         QVERIFY(later.recordOf("xa\r\n"));
         QVERIFY(again.session.hasUnsavedChanges());
-        QCOMPARE(again.session.paths(), (SessionPaths{f.left, QStringLiteral("[Clipboard]"), {}}));
-        const DiffDocument &document = *again.scene().document();
-        QCOMPARE(document.source(Side::Left).text(0), QStringLiteral("xa"));
-        QCOMPARE(document.source(Side::Right).text(0), QStringLiteral("pasted"));
+        QCOMPARE(again.session.paths(), (SessionPaths{f.left, word("[Clipboard]"), {}}));
+        QCOMPARE(again.text(Side::Left, 0), word("xa"));
+        QCOMPARE(again.text(Side::Right, 0), word("pasted"));
 
         again.session.onSaveLeft();
         QTRY_VERIFY(!again.session.hasUnsavedChanges());
-        QCOMPARE(contentOf(f.left), QByteArray::fromHex("fffe780061000d000a00"));
+        QCOMPARE(contentsOf(f.left), QByteArray::fromHex("fffe780061000d000a00"));
         QTRY_COMPARE(later.files(), QStringList());
     }
 
@@ -131,8 +142,8 @@ private Q_SLOTS:
     {
         RecoveryTest r;
         EditFixture f(QByteArray::fromHex("fffe61000d000a00"), "b\n", &r.store);
-        f.typeAt(Side::Left, 1, QStringLiteral("x"));
-        f.typeAt(Side::Right, 1, QStringLiteral("y"));
+        f.typeAt(Side::Left, 1, word("x"));
+        f.typeAt(Side::Right, 1, word("y"));
         std::optional<RecoveryRecord> record;
         QVERIFY(QTest::qWaitFor(
             [&] { return (record = r.recordOf("xa\r\n")) && record->texts.value(1) == QByteArray("yb\n"); }, 30000));
@@ -141,7 +152,7 @@ private Q_SLOTS:
         SessionFixture again;
         again.session.recover(*record, [] {});
         again.wait();
-        QCOMPARE(again.scene().document()->source(Side::Left).text(0), QStringLiteral("xa"));
+        QCOMPARE(again.text(Side::Left, 0), word("xa"));
         QVERIFY(!again.session.canEdit(EditCommand::UndoLeft));
         QVERIFY(again.session.hasUnsavedChanges());
 
@@ -149,47 +160,37 @@ private Q_SLOTS:
         QVERIFY(!holdsUnsavedText(*record));
         RecoveryTest later;
         SessionFixture both(&later.store);
-        bool kept = false;
-        both.session.recover(*record, [&kept] { kept = true; });
-        QTRY_VERIFY(kept);
+        recover(both, *record);
         QVERIFY(!both.session.hasUnsavedChanges());
         QCOMPARE(later.files(), QStringList());
     }
 
     void bringsBackATextWhoseFileIsGone()
     {
-        RecoveryTest r;
-        EditFixture f("a\n", "b\n", &r.store);
-        f.typeAt(Side::Left, 1, QStringLiteral("x"));
-        const auto record = r.recordOf("xa\n");
-        QVERIFY(record);
+        UnsavedFixture f("a\n", "xa\n");
         QVERIFY(QFile::remove(f.left) && QFile::remove(f.right));
         SessionFixture again;
-        again.session.recover(*record, [] {});
+        again.session.recover(*f.record, [] {});
         again.wait();
         QVERIFY(again.session.hasUnsavedChanges());
-        QCOMPARE(again.scene().document()->source(Side::Left).text(0), QStringLiteral("xa"));
+        QCOMPARE(again.text(Side::Left, 0), word("xa"));
         again.dialogs.answerNumber(1); // write it anew
         again.session.onSaveLeft();
         QTRY_VERIFY(!again.session.hasUnsavedChanges());
-        QCOMPARE(contentOf(f.left), QByteArray("xa\n"));
+        QCOMPARE(contentsOf(f.left), QByteArray("xa\n"));
     }
 
     void refusesARecordThatIsNoneOfItsOwn()
     {
-        RecoveryTest r;
-        EditFixture f("a\n", "b\n", &r.store);
-        f.typeAt(Side::Left, 1, QStringLiteral("x"));
-        const auto record = r.recordOf("xa\n");
-        QVERIFY(record);
-        RecoveryRecord otherKind = *record;
-        otherKind.description[QStringLiteral("kind")] = QStringLiteral("table");
-        RecoveryRecord fewerTexts = *record;
+        UnsavedFixture f("a\n", "xa\n");
+        RecoveryRecord otherKind = *f.record;
+        otherKind.description[word("kind")] = word("table");
+        RecoveryRecord fewerTexts = *f.record;
         fewerTexts.texts.clear();
-        RecoveryRecord noText = *record;
+        RecoveryRecord noText = *f.record;
         noText.texts.first() = "\xFF\n";
-        RecoveryRecord oddSides = *record;
-        oddSides.description[QStringLiteral("sides")] = QJsonArray{1};
+        RecoveryRecord oddSides = *f.record;
+        oddSides.description[word("sides")] = QJsonArray{1};
         for (const RecoveryRecord &bad : {otherKind, fewerTexts, noText}) {
             SessionFixture again;
             again.session.recover(bad, [] { QFAIL("kept what it cannot show"); });

@@ -1,88 +1,64 @@
-#include "core/text_lines.h"
+#include "core/text_encode.h"
 #include "edit_fixture.h"
 #include "support/test_main.h"
 #include "text/syntax/syntax_checkpoints.h"
 #include "text/text_saver.h"
 #include "text/view/intra_line_changes.h"
 
-#include <QJsonObject>
-
 using namespace velmora;
 using namespace velmora::test;
 
 namespace {
 
-/// An encoding as bytes: how three lines, the letter "x" and the characters of line ends are stored.
+/// An encoding, and three lines that it can store.
 struct Stored {
     const char *name;
-    QString chosen; ///< in the session; empty for automatic detection
-    QByteArray mark;
-    QList<QByteArray> lines;
-    std::function<QByteArray(const QByteArray &ascii)> ascii;
+    QStringList lines;
+    bool isDetected = true; ///< else it is chosen in the session
+    bool hasMark = true;    ///< where the encoding has one
 };
-
-template <int size, bool bigEndian>
-QByteArray widened(const QByteArray &ascii)
-{
-    QByteArray wide;
-    for (const char character : ascii) {
-        QByteArray unit(size, '\0');
-        unit[bigEndian ? size - 1 : 0] = character;
-        wide += unit;
-    }
-    return wide;
-}
-
-QByteArray same(const QByteArray &ascii)
-{
-    return ascii;
-}
 
 QList<Stored> encodings()
 {
-    const auto hex = [](const char *digits) { return QByteArray::fromHex(digits); };
-    const QList<QByteArray> utf8{"caf\xC3\xA9", "\xE4\xB8\xAD", "\xF0\x9F\x98\x80 end"};
-    // "ab", a Chinese character, a character outside the first plane
-    const QList<QByteArray> le16{hex("61006200"), hex("2d4e"), hex("3dd800de")};
-    const QList<QByteArray> be16{hex("00610062"), hex("4e2d"), hex("d83dde00")};
-    const QList<QByteArray> le32{hex("6100000062000000"), hex("2d4e0000"), hex("00f60100")};
-    const QList<QByteArray> be32{hex("0000006100000062"), hex("00004e2d"), hex("0001f600")};
-    const QList<QByteArray> plainLe{hex("610062006300640065006600"), hex("670068006900"), hex("6a006b006c00")};
-    const QList<QByteArray> plainBe{hex("006100620063006400650066"), hex("006700680069"), hex("006a006b006c")};
+    const QStringList any = words("café|中|😀 end");
+    const QStringList plain = words("abcdef|ghi|jkl");
     return {
-        {"utf-8", {}, {}, utf8, same},
-        {"utf-8 with mark", {}, "\xEF\xBB\xBF", utf8, same},
-        {"utf-16 le", {}, "\xFF\xFE", le16, widened<2, false>},
-        {"utf-16 be", {}, "\xFE\xFF", be16, widened<2, true>},
-        {"utf-16 le without mark", {}, {}, plainLe, widened<2, false>},
-        {"utf-16 be without mark", {}, {}, plainBe, widened<2, true>},
-        {"utf-32 le", {}, hex("fffe0000"), le32, widened<4, false>},
-        {"utf-32 be", {}, hex("0000feff"), be32, widened<4, true>},
-        {"ascii", QStringLiteral("ASCII"), {}, {"one", "two~", "three"}, same},
+        {"UTF-8", any},
+        {"UTF-8 BOM", any},
+        {"UTF-16 LE", any},
+        {"UTF-16 BE", any},
+        {"UTF-16 LE", plain, true, false},
+        {"UTF-16 BE", plain, true, false},
+        {"UTF-32 LE", any},
+        {"UTF-32 BE", any},
+        {"ASCII", words("one|two~|three"), false},
         // The second byte of a character may be a backslash or a bar.
-        {"big5", QStringLiteral("Big5"), {}, {"\xa4\xa4\xa4\xe5", "\xb3\x5c\xa5\x5c", "\xa4\x40 z"}, same},
-        {"shift-jis", QStringLiteral("Shift-JIS"), {}, {"\x93\xfa\x96\x7b", "\x95\x5c\xb1\xb2", "\x83\x7c z"}, same},
-        {"latin-1", QStringLiteral("ISO-8859-1"), {}, {"caf\xE9", "\x80\xFF", "na\xEFve"}, same},
+        {"Big5", words("中文|許功|一 z"), false},
+        {"Shift-JIS", words("日本|表ｱｲ|ポ z"), false},
+        {"ISO-8859-1", words("café|\u0080ÿ|naïve"), false},
     };
 }
 
 struct Ends {
     const char *name;
-    QByteArray first;
-    QByteArray second;
-    QByteArray last; ///< empty when the text ends without one
+    const char *first;
+    const char *second;
+    const char *last; ///< empty when the text ends without one
 };
 
 const Ends endStyles[] = {
-    {"LF", "\n", "\n", "\n"},         {"LF, none at the end", "\n", "\n", {}},
-    {"CRLF", "\r\n", "\r\n", "\r\n"}, {"CRLF, none at the end", "\r\n", "\r\n", {}},
+    {"LF", "\n", "\n", "\n"},         {"LF, none at the end", "\n", "\n", ""},
+    {"CRLF", "\r\n", "\r\n", "\r\n"}, {"CRLF, none at the end", "\r\n", "\r\n", ""},
     {"mixed", "\n", "\r\n", "\n"},    {"mixed, return at the end", "\r\n", "\n", "\r"},
 };
 
-QByteArray fileOf(const Stored &stored, const Ends &ends, const QByteArray &typed)
+QByteArray fileOf(const Stored &stored, const Ends &ends, const char *typed)
 {
-    return stored.mark + stored.lines[0] + stored.ascii(ends.first) + stored.ascii(typed) + stored.lines[1] +
-           stored.ascii(ends.second) + stored.lines[2] + stored.ascii(ends.last);
+    const QStringList &lines = stored.lines;
+    const QString text =
+        lines[0] + word(ends.first) + word(typed) + lines[1] + word(ends.second) + lines[2] + word(ends.last);
+    const TextEncoding encoding = TextEncoding::fromName(word(stored.name));
+    return encodeText(text, encoding).bytes.mid(stored.hasMark ? 0 : encoding.markBytes().size());
 }
 
 TextSaveResult save(const QByteArray &utf8, const QString &encoding, const QString &path)
@@ -108,31 +84,28 @@ private Q_SLOTS:
     {
         EditFixture f("", "other\n");
         for (const Stored &stored : encodings()) {
-            QJsonObject options = f.session.options();
-            options[QStringLiteral("leftEncoding")] = stored.chosen.isEmpty() ? QStringLiteral("auto") : stored.chosen;
-            options[QStringLiteral("rightEncoding")] = QStringLiteral("auto");
-            options[QStringLiteral("sameAsLeftFileFormat")] = false;
-            f.session.setOptions(options);
+            f.setOptions(R"({"leftEncoding": "auto", "rightEncoding": "auto", "sameAsLeftFileFormat": false})");
+            if (!stored.isDetected)
+                f.session.setOptions({{word("leftEncoding"), word(stored.name)}});
             for (const Ends &ends : endStyles) {
-                const QByteArray bytes = fileOf(stored, ends, {});
+                const QByteArray bytes = fileOf(stored, ends, "");
                 const QByteArray which = QByteArray(stored.name) + ", " + ends.name;
-                const QString path = f.file(QStringLiteral("left.txt"), bytes);
+                const QString path = f.file("left.txt", bytes);
                 f.session.setPaths({path, f.right, {}});
                 f.session.onReloadBoth();
                 f.wait();
                 QCOMPARE(f.scene().document()->source(Side::Left).count(), 3);
                 f.save(Side::Left);
-                QVERIFY2(contentOf(path) == bytes, (which + ", untouched: " + contentOf(path).toHex()).constData());
+                QCOMPARE(which + ", untouched: " + contentsOf(path).toHex(), which + ", untouched: " + bytes.toHex());
 
-                f.typeAt(Side::Left, 2, QStringLiteral("x"));
+                f.typeAt(Side::Left, 2, word("x"));
                 QVERIFY2(f.session.hasUnsavedChanges(), (which + ": " + f.status().toUtf8()).constData());
                 f.save(Side::Left);
-                QVERIFY2(contentOf(path) == fileOf(stored, ends, "x"),
-                         (which + ": " + contentOf(path).toHex()).constData());
+                QCOMPARE(which + contentsOf(path).toHex(), which + fileOf(stored, ends, "x").toHex());
                 QVERIFY(!f.session.hasUnsavedChanges());
                 f.session.edit(EditCommand::UndoLeft);
                 f.save(Side::Left);
-                QVERIFY2(contentOf(path) == bytes, (which + ", undone: " + contentOf(path).toHex()).constData());
+                QCOMPARE(which + contentsOf(path).toHex(), which + bytes.toHex());
             }
         }
         QVERIFY(f.dialogs.asked().isEmpty());
@@ -141,25 +114,25 @@ private Q_SLOTS:
     void keepsAFilesMarkThatItsEncodingDoesNotMention()
     {
         SessionFixture f;
-        const QString path = f.file(QStringLiteral("f"), "\xEF\xBB\xBFold\n");
-        QCOMPARE(save("new\n", QStringLiteral("UTF-8"), path).end, TextSaveResult::End::Saved);
-        QCOMPARE(contentOf(path), QByteArray("\xEF\xBB\xBFnew\n"));
+        const QString path = f.file("f", "\xEF\xBB\xBFold\n");
+        QCOMPARE(save("new\n", word("UTF-8"), path).end, TextSaveResult::End::Saved);
+        QCOMPARE(contentsOf(path), QByteArray("\xEF\xBB\xBFnew\n"));
     }
 
     /// Some encodings store a character in two ways, and only one of them is written.
     void refusesToWriteUneditedLinesInOtherBytes()
     {
         const QList<std::pair<QString, QByteArray>> cases{
-            {QStringLiteral("Shift-JIS"), "\xFA\x4A and \x87\x54\n"}, // both the Roman numeral one
-            {QStringLiteral("UTF-7"), "a and +AGE-\n"}};
+            {word("Shift-JIS"), "\xFA\x4A and \x87\x54\n"}, // both the Roman numeral one
+            {word("UTF-7"), "a and +AGE-\n"}};
         SessionFixture f;
         for (const auto &[encoding, twice] : cases) {
             if (!TextEncoding::isKnownName(encoding)) // to this system
                 continue;
-            const QString path = f.file(QStringLiteral("f"), twice);
+            const QString path = f.file("f", twice);
             const TextSaveResult result = save("edited\n", encoding, path);
             QCOMPARE(result.end, TextSaveResult::End::NotFaithful);
-            QCOMPARE(contentOf(path), twice);
+            QCOMPARE(contentsOf(path), twice);
         }
     }
 
@@ -167,13 +140,13 @@ private Q_SLOTS:
     {
         SessionFixture f;
         for (const char *encoding : {"ASCII", "Big5", "windows-1252", "EUC-KR"}) {
-            const QString path = f.file(QStringLiteral("f"), "old\n");
+            const QString path = f.file("f", "old\n");
             const TextSaveResult result =
                 save("one\ntw\xEF\xBB\xBFo\nthree\nfour\n", QString::fromLatin1(encoding), path);
             QVERIFY2(result.end == TextSaveResult::End::NotEncodable, encoding);
             QCOMPARE(result.character, QString(QChar(QChar::ByteOrderMark)));
             QCOMPARE(result.line, 1);
-            QCOMPARE(contentOf(path), QByteArray("old\n"));
+            QCOMPARE(contentsOf(path), QByteArray("old\n"));
         }
     }
 

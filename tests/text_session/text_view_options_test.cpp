@@ -11,15 +11,6 @@
 using namespace velmora;
 using namespace velmora::test;
 
-namespace {
-
-QAction *actionOf(SessionFixture &f, const QString &name)
-{
-    return f.session.findChild<QAction *>(name);
-}
-
-} // namespace
-
 class TextViewOptionsTest : public QObject {
     Q_OBJECT
 
@@ -28,33 +19,32 @@ private Q_SLOTS:
 
     void remembersHowTheTextsAreShown()
     {
-        const QStringList names = {QStringLiteral("wrapLinesAction"), QStringLiteral("showBlanksAction"),
-                                   QStringLiteral("lineDetailAction"), QStringLiteral("ignoreMinorAction")};
+        const auto names = {"wrapLinesAction", "showBlanksAction", "lineDetailAction", "ignoreMinorAction"};
         QList<bool> before;
         {
             SessionFixture f;
-            for (const QString &name : names) {
-                before.append(actionOf(f, name)->isChecked());
-                actionOf(f, name)->trigger();
+            for (const char *name : names) {
+                before.append(f.child<QAction>(name)->isChecked());
+                f.child<QAction>(name)->trigger();
             }
             f.session.view().zoomBy(3);
             f.session.view().setLeftShare(0.3);
             f.scene().setContextRows(10);
-            actionOf(f, QStringLiteral("zoomInAction"))->trigger();
+            f.child<QAction>("zoomInAction")->trigger();
         }
         SessionFixture f;
-        for (qsizetype k = 0; k < names.size(); ++k)
-            QCOMPARE(actionOf(f, names.at(k))->isChecked(), !before.at(k));
+        for (const char *name : names)
+            QCOMPARE(f.child<QAction>(name)->isChecked(), !before.takeFirst());
         DiffView &view = f.session.view();
         QVERIFY(view.scene().wraps());
         QVERIFY(view.scene().countsMinor());
         QCOMPARE(view.scene().layout().context(), 10);
         QCOMPARE(view.fontPointSize(), 14.0);
         QVERIFY(std::abs(view.leftShare() - 0.3) < 0.05);
-        for (const QString &name : names)
-            actionOf(f, name)->trigger();
+        for (const char *name : names)
+            f.child<QAction>(name)->trigger();
         view.setLeftShare(0.5);
-        actionOf(f, QStringLiteral("resetZoomAction"))->trigger();
+        f.child<QAction>("resetZoomAction")->trigger();
     }
 
     void takesUpWhatWasChosenForAllSessions()
@@ -85,46 +75,43 @@ private Q_SLOTS:
     {
         SessionFixture f;
         f.compareTexts("one\ntwo\nthree\n", "one \ntwo\n3\n");
-        QCOMPARE(f.position(), QStringLiteral("Diff 0/1"));
+        QCOMPARE(f.position(), word("Diff 0/1"));
         f.session.onIgnoreMinor();
-        QVERIFY(!actionOf(f, QStringLiteral("ignoreMinorAction"))->isChecked());
-        QCOMPARE(f.position(), QStringLiteral("Diff 0/2"));
+        QVERIFY(!f.child<QAction>("ignoreMinorAction")->isChecked());
+        QCOMPARE(f.position(), word("Diff 0/2"));
         f.session.onNextDiff();
         QCOMPARE(f.scene().caret().position.row, 0);
         f.session.onIgnoreMinor();
-        QCOMPARE(f.position(), QStringLiteral("Diff 0/1"));
+        QCOMPARE(f.position(), word("Diff 0/1"));
     }
 
     void copiesDifferencesAsAUnifiedDiff()
     {
         SessionFixture f;
-        const QString left = f.file(QStringLiteral("a"), "1\n2\n3\n4\n");
-        const QString right = f.file(QStringLiteral("b"), "1\nB\n3\nD\n");
-        f.compare(left, right);
+        f.compareTexts("1\n2\n3\n4\n", "1\nB\n3\nD\n");
         const auto copied = [&f] {
             QGuiApplication::clipboard()->clear();
-            actionOf(f, QStringLiteral("copyPatchAction"))->trigger();
+            f.child<QAction>("copyPatchAction")->trigger();
             [] { QTRY_VERIFY(!QGuiApplication::clipboard()->text().isEmpty()); }();
             return QGuiApplication::clipboard()->text();
         };
-        const QString names = QStringLiteral("--- %1\n+++ %2\n").arg(left, right);
-        QCOMPARE(copied(), names + QStringLiteral("@@ -1,4 +1,4 @@\n 1\n-2\n+B\n 3\n-4\n+D\n"));
+        const QString names = word("--- %1\n+++ %2\n").arg(f.path("a"), f.path("b"));
+        QCOMPARE(copied(), names + word("@@ -1,4 +1,4 @@\n 1\n-2\n+B\n 3\n-4\n+D\n"));
 
         // The selected lines only, as they have been edited.
         f.session.setEditingEnabled(true);
         DiffScene &scene = f.scene();
         const qsizetype last = scene.layout().count() - 1;
         scene.setCaret({Side::Right, {scene.layout().rowAt(last), 0}, {scene.layout().rowAt(last), 0}});
-        QTest::keyClicks(&f.pane(Side::Right), QStringLiteral("x"));
+        QTest::keyClicks(&f.pane(Side::Right), word("x"));
         scene.setCaret({Side::Right, {scene.layout().rowAt(last), 0}, {scene.layout().rowAt(last), 2}});
-        QVERIFY(copied().endsWith(QStringLiteral("+xD\n")));
-        QVERIFY(!copied().contains(QStringLiteral("+B")));
+        QVERIFY(copied().endsWith(word("+xD\n")));
+        QVERIFY(!copied().contains(word("+B")));
 
-        const QString same = f.file(QStringLiteral("c"), "1\n2\n3\n4\n");
         SessionFixture equal;
-        equal.compare(left, same);
-        actionOf(equal, QStringLiteral("copyPatchAction"))->trigger();
-        QTRY_COMPARE(equal.status(), QStringLiteral("There is no difference to copy"));
+        equal.compareTexts("1\n", "1\n");
+        equal.child<QAction>("copyPatchAction")->trigger();
+        QTRY_COMPARE(equal.status(), word("There is no difference to copy"));
     }
 
     void changesNothingThatIsNotShown()
@@ -136,9 +123,9 @@ private Q_SLOTS:
         DiffPane &pane = f.pane(Side::Left);
         pane.selectAll();
         QTest::keyClick(&pane, Qt::Key_Delete);
-        QTest::keyClicks(&pane, QStringLiteral("x"));
+        QTest::keyClicks(&pane, word("x"));
         QVERIFY(!f.session.hasUnsavedChanges());
-        QVERIFY2(f.status().contains(QStringLiteral("not shown")), qPrintable(f.status()));
+        QVERIFY2(f.status().contains(word("not shown")), qPrintable(f.status()));
         f.session.onShowAll();
         pane.selectAll();
         QTest::keyClick(&pane, Qt::Key_Delete);

@@ -3,6 +3,7 @@
 #include "support/test_main.h"
 #include "text/view/syntax_colouring.h"
 #include "text_session/edit_fixture.h"
+#include "text_session/row_picture.h"
 #include "text_syntax/syntax_pictures.h"
 
 #include <QAction>
@@ -13,33 +14,9 @@ using namespace velmora::test;
 
 namespace {
 
-/// Counts how often lines are asked for.
-class CountingSource final : public LineSource {
-public:
-    explicit CountingSource(TextLines lines) : m_lines(std::move(lines)) {}
-
-    [[nodiscard]] qsizetype count() const override { return m_lines.count(); }
-    [[nodiscard]] std::string_view bytes(qsizetype line) const override
-    {
-        ++fetched;
-        return m_lines.line(line);
-    }
-
-    mutable std::atomic<qint64> fetched = 0;
-
-private:
-    TextLines m_lines;
-};
-
 std::shared_ptr<const DiffDocument> documentOf(std::shared_ptr<const LineSource> left)
 {
-    return std::make_shared<DiffDocument>(QList<AlignedRow>(), std::move(left),
-                                          std::make_shared<TextLinesSource>(TextLines()));
-}
-
-std::shared_ptr<const LineSource> sourceOf(const QByteArray &text)
-{
-    return std::make_shared<TextLinesSource>(TextLines::split(text));
+    return std::make_shared<DiffDocument>(QList<AlignedRow>(), std::move(left), sourceOf({}));
 }
 
 /// Colours lines as a frame does, and returns the picture of the last one.
@@ -85,8 +62,7 @@ class SyntaxColouringTest : public QObject {
 private Q_SLOTS:
     void linesInSightAreColouredAtOnceAndOthersNotRead()
     {
-        const auto source =
-            std::make_shared<CountingSource>(TextLines::split(QByteArray("int x;\n").repeated(500'000)));
+        const auto source = std::make_shared<CountingSource>(QByteArray("int x;\n").repeated(500'000));
         SyntaxColouring colouring(Side::Left);
         colouring.setDefinition(library().named(QStringLiteral("C/C++")));
         colouring.setDocument(documentOf(source));
@@ -94,6 +70,10 @@ private Q_SLOTS:
         QCOMPARE(frame(colouring, 0, 60), QStringLiteral("ttt"));
         QCOMPARE(frame(colouring, 3, 63), QStringLiteral("ttt"));
         QVERIFY(source->fetched < 200);
+        colouring.setDefinition(nullptr);
+        QCOMPARE(frame(colouring, 0, 60), QString());
+        colouring.setDefinition(library().named(QStringLiteral("Diff")));
+        QCOMPARE(frame(colouring, 0, 60), QString());
     }
 
     void colourFollowsAJumpAcrossTheText()
@@ -109,21 +89,6 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(frame(colouring, 299'980, 300'001), QStringLiteral("cc ttt"), 60'000);
         QVERIFY(!arrived.isEmpty());
         QCOMPARE(frame(colouring, 300'002, 300'002), QStringLiteral("ttt"));
-    }
-
-    void linesBehindAnEditAreColouredAnew()
-    {
-        const QByteArray rest = QByteArray("int\n").repeated(100);
-        SyntaxColouring colouring(Side::Left);
-        colouring.setDefinition(library().named(QStringLiteral("C/C++")));
-        colouring.setDocument(documentOf(sourceOf("int\n" + rest)));
-        QCOMPARE(frame(colouring, 0, 80), QStringLiteral("ttt"));
-        colouring.takeEdit(documentOf(sourceOf("int /*\n\n" + rest)), 0, 1, 2);
-        QCOMPARE(frame(colouring, 0, 80), QStringLiteral("ccc"));
-        colouring.takeEdit(documentOf(sourceOf("int\n" + rest)), 0, 2, 1);
-        QCOMPARE(frame(colouring, 70, 80), QStringLiteral("ttt"));
-        colouring.setDefinition(nullptr);
-        QCOMPARE(frame(colouring, 0, 80), QString());
     }
 
     void longLinesAreColouredFrameByFrame()
@@ -145,53 +110,45 @@ private Q_SLOTS:
     void theTypeIsThatOfTheOptionsOrOfTheFile()
     {
         SessionFixture f;
-        DiffScene &scene = f.session.view().scene();
-        f.compare(f.file(QStringLiteral("a.py"), "x = 1\n"), f.file(QStringLiteral("b.rs"), "x = 1\n"));
-        QCOMPARE(typeOf(scene, Side::Left), QStringLiteral("Python"));
-        QCOMPARE(typeOf(scene, Side::Right), QStringLiteral("Rust"));
-        f.compare(f.path(QStringLiteral("a.py")), f.file(QStringLiteral("a.old"), "x = 1\n"));
-        QCOMPARE(typeOf(scene, Side::Right), QStringLiteral("Python"));
-        f.compare(f.file(QStringLiteral("a"), "#!/bin/sh\n"), f.file(QStringLiteral("b"), "text\n"));
-        QCOMPARE(typeOf(scene, Side::Left), QStringLiteral("Shell"));
-
-        QJsonObject options = f.session.options();
-        options.insert(QStringLiteral("leftFileType"), QStringLiteral("SQL"));
-        options.insert(QStringLiteral("rightFileType"), QStringLiteral("Everything else"));
-        options.insert(QStringLiteral("sameAsLeftFileFormat"), false);
-        f.session.setOptions(options);
-        f.compare(f.path(QStringLiteral("a.py")), f.path(QStringLiteral("b.rs")));
-        QCOMPARE(typeOf(scene, Side::Left), QStringLiteral("SQL"));
-        QCOMPARE(typeOf(scene, Side::Right), QStringLiteral("Rust"));
-        options.insert(QStringLiteral("leftFileType"), QStringLiteral("A type from elsewhere"));
-        options.insert(QStringLiteral("sameAsLeftFileFormat"), true);
-        f.session.setOptions(options);
-        f.compare(f.path(QStringLiteral("a.py")), f.path(QStringLiteral("b.rs")));
-        QCOMPARE(typeOf(scene, Side::Left), QString());
-        QCOMPARE(typeOf(scene, Side::Right), QString());
+        for (const auto &[name, text] :
+             {std::pair("a.py", "x = 1\n"), std::pair("b.rs", "x = 1\n"), std::pair("a.old", "x = 1\n"),
+              std::pair("a", "#!/bin/sh\n"), std::pair("b", "text\n")})
+            f.file(name, text);
+        const auto types = [&f](const char *left, const char *right) {
+            f.compare(f.path(left), f.path(right));
+            return typeOf(f.scene(), Side::Left) + u'|' + typeOf(f.scene(), Side::Right);
+        };
+        QCOMPARE(types("a.py", "b.rs"), word("Python|Rust"));
+        QCOMPARE(types("a.py", "a.old"), word("Python|Python"));
+        QCOMPARE(types("a", "b"), word("Shell|Shell"));
+        f.setOptions(R"({"leftFileType": "SQL", "rightFileType": "Everything else", "sameAsLeftFileFormat": false})");
+        QCOMPARE(types("a.py", "b.rs"), word("SQL|Rust"));
+        f.setOptions(R"({"leftFileType": "A type from elsewhere", "sameAsLeftFileFormat": true})");
+        QCOMPARE(types("a.py", "b.rs"), word("|"));
     }
 
     void typingColoursTheLinesBehind()
     {
         SessionFixture f;
-        const QByteArray text = "one\n" + QByteArray("int\n").repeated(200);
-        f.compare(f.file(QStringLiteral("a.cpp"), text), f.file(QStringLiteral("b.cpp"), text));
+        const QByteArray text = "one\n" + QByteArray("int\n").repeated(1200);
+        f.compare(f.file("a.cpp", text), f.file("b.cpp", text));
         f.session.show();
         f.session.setEditingEnabled(true);
         DiffView &view = f.session.view();
-        QCOMPARE(frame(view.scene().colouring(Side::Left), 0, 150), QStringLiteral("ttt"));
+        QCOMPARE(frame(view.scene().colouring(Side::Left), 1000, 1010), QStringLiteral("ttt"));
         QTest::keyClicks(&view.pane(Side::Left), QStringLiteral("/*"));
-        QCOMPARE(frame(view.scene().colouring(Side::Left), 0, 150), QStringLiteral("ccc"));
-        QCOMPARE(frame(view.scene().colouring(Side::Right), 0, 150), QStringLiteral("ttt"));
+        QCOMPARE(frame(view.scene().colouring(Side::Left), 1000, 1010), QStringLiteral("ccc"));
+        QCOMPARE(frame(view.scene().colouring(Side::Right), 1000, 1010), QStringLiteral("ttt"));
         QTest::keyClicks(&view.pane(Side::Left), QStringLiteral("*/"));
         QTest::keyClick(&view.pane(Side::Left), Qt::Key_Return);
-        QCOMPARE(frame(view.scene().colouring(Side::Left), 0, 151), QStringLiteral("ttt"));
+        QCOMPARE(frame(view.scene().colouring(Side::Left), 1000, 1010), QStringLiteral("ttt"));
     }
 
     void keywordsShowTheirInkUntilSwitchedOff()
     {
         SessionFixture f;
         const QByteArray text = QByteArray("return return return return\n").repeated(20);
-        f.compare(f.file(QStringLiteral("a.cpp"), text), f.file(QStringLiteral("b.cpp"), text));
+        f.compare(f.file("a.cpp", text), f.file("b.cpp", text));
         f.session.show();
         const QColor ink = syntaxInks(isDarkTheme())[std::size_t(SyntaxRole::Keyword)];
         const qreal usualSize = f.session.view().fontPointSize();
@@ -199,7 +156,7 @@ private Q_SLOTS:
         DiffPane &pane = f.session.view().pane(Side::Left);
         const int inked = pixelsIn(pane, ink);
         QVERIFY(inked > 500);
-        QAction *toggle = f.session.findChild<QAction *>(QStringLiteral("syntaxColoursAction"));
+        auto *toggle = f.child<QAction>("syntaxColoursAction");
         toggle->trigger();
         QVERIFY(pixelsIn(pane, ink) < 50);
         {
