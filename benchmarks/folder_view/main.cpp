@@ -9,7 +9,7 @@
 #include "folder/compare/folder_comparison.h"
 #include "folder/compare/folder_view.h"
 #include "folder/compare/tree_line_tree_widget.h"
-#include "folder_session/made_trees.h"
+#include "folder_engine/made_trees.h"
 #include "platform/thread_end.h"
 
 #include <QAbstractEventDispatcher>

@@ -6,8 +6,8 @@
 #include "core/output_buffer.h"
 #include "core/visible_name.h"
 #include "folder/engine/folder_engine.h"
-#include "folder/engine/folder_filter.h"
 #include "folder/engine/folder_report.h"
+#include "folder/engine/folder_tree.h"
 
 #include <QIODevice>
 
@@ -68,6 +68,20 @@ QList<FolderDiffItem> engineItems(const FolderRequest &request, const FolderRunR
                              options.alignOverrides, report, hiddenEntries(options));
 }
 
+QList<FolderDiffItem> filteredItems(const FolderRequest &request, QList<FolderDiffItem> items)
+{
+    FolderTree tree = FolderTree::inGivenOrder(std::move(items));
+    tree.setVerdicts(FolderTree::judge(tree.items(), FolderFilter(request.options), {}));
+    tree.rollUp();
+    QList<FolderDiffItem> shown = shownItems(tree);
+    // A list of mere presence says nothing of what is in a folder.
+    for (qsizetype i = 0; i < shown.size() && request.isOfPresence(); ++i) {
+        if (isPair(shown.at(i)))
+            shown[i].setDiffStatus(FolderDiffStatus::Same);
+    }
+    return shown;
+}
+
 Comparison compare(const FolderRequest &request)
 {
     Comparison comparison;
@@ -75,7 +89,7 @@ Comparison compare(const FolderRequest &request)
     if (request.readsUnread)
         readUnread(comparison.items, {}, {nullptr, &comparison.problems});
     if (request.filtered)
-        comparison.items = shownItems(comparison.items, FolderFilter(request.options));
+        comparison.items = filteredItems(request, std::move(comparison.items));
     return comparison;
 }
 

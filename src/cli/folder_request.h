@@ -26,6 +26,8 @@ struct FolderRequest {
     bool readsUnread = false; ///< files are read even when their sizes and times agree
     bool filtered = false;    ///< some entries are not asked for
 
+    [[nodiscard]] bool isOfPresence() const { return scope == Scope::Structure || scope == Scope::StructureLevel; }
+
     /// Reads the arguments; returns what is wrong with them, empty when nothing is.
     [[nodiscard]] QString take(const Arguments &arguments);
 };

@@ -76,6 +76,8 @@ private Q_SLOTS:
         const QList<std::pair<QByteArray, QByteArray>> cases{
             {"--level", "! both.txt\n> neü.h\n= sub/\n"},
             {"--structure", "= both.txt\n> neü.h\n= sub/\n< sub/deep/\n< sub/deep/only.o\n= sub/equal\n"},
+            {"--structure --exclude *.none",
+             "= both.txt\n> neü.h\n= sub/\n< sub/deep/\n< sub/deep/only.o\n= sub/equal\n"},
             {"--structure --level", "= both.txt\n> neü.h\n= sub/\n"},
             {"--level --tolerance 3600", "~ both.txt\n> neü.h\n= sub/\n"},
             {"--level --tolerance 3600 --read", "! both.txt\n> neü.h\n= sub/\n"},

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "folder/actions/folder_actions.h"
-#include "folder/compare/folder_jobs.h"
+#include "folder/engine/folder_jobs.h"
 #include "session/session_record.h"
 
 #include <QObject>

@@ -305,7 +305,7 @@ void FolderCompareWidget::onExportHtml()
     Dialogs::instance().saveFile(
         this, Velmora::tr("Export diff report"), besideFile(m_loaded.left, QStringLiteral("folder_diff_report.html")),
         QStringLiteral("HTML (*.html)"),
-        [this](const QString &path) { m_reports->write(itemsForReport(m_comparison.tree()), m_loaded, path); });
+        [this](const QString &path) { m_reports->write(shownItems(m_comparison.tree()), m_loaded, path); });
 }
 
 } // namespace velmora

@@ -152,7 +152,7 @@ void FolderCompareWidget::onFolderCompareFinished(quint64 generation, const QLis
     showNotice();
     Q_EMIT comparisonFinished(m_loaded.left, m_loaded.right);
     if (!m_pendingReport.isEmpty())
-        m_reports->write(itemsForReport(m_comparison.tree()), m_loaded, std::exchange(m_pendingReport, {}));
+        m_reports->write(shownItems(m_comparison.tree()), m_loaded, std::exchange(m_pendingReport, {}));
 }
 
 // Levels --------------------------------------------------------------------------------------------------------------

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "core/runner.h"
-#include "folder/compare/folder_jobs.h"
-#include "folder/compare/folder_tree.h"
+#include "folder/engine/folder_jobs.h"
+#include "folder/engine/folder_tree.h"
 
 #include <QObject>
 

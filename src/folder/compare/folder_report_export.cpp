@@ -1,7 +1,6 @@
 #include "folder/compare/folder_report_export.h"
 
 #include "core/safe_file.h"
-#include "folder/compare/folder_tree.h"
 #include "folder/engine/folder_report.h"
 #include "session/fault_text.h"
 #include "session/translate.h"
@@ -29,41 +28,7 @@ FolderReportLabels labelsFor(const SessionPaths &folders)
     return labels;
 }
 
-FolderDiffStatus reportStatus(RowState state)
-{
-    switch (state) {
-    case RowState::LeftOnly:
-        return FolderDiffStatus::LeftOnly;
-    case RowState::RightOnly:
-        return FolderDiffStatus::RightOnly;
-    case RowState::Different:
-    case RowState::Unknown:
-    case RowState::Scanning:
-        return FolderDiffStatus::Different;
-    case RowState::Same:
-    case RowState::Filtered:
-        break;
-    }
-    return FolderDiffStatus::Same;
-}
-
 } // namespace
-
-QList<FolderDiffItem> itemsForReport(const FolderTree &tree)
-{
-    QList<FolderDiffItem> items;
-    for (qint32 node = 0; node < tree.size(); ++node) {
-        if (tree.node(node).hidden) {
-            node = tree.node(node).end - 1;
-            continue;
-        }
-        FolderDiffItem item = tree.item(node);
-        if (isPair(item))
-            item.setDiffStatus(reportStatus(tree.state(node)));
-        items.append(std::move(item));
-    }
-    return items;
-}
 
 FolderReportExport::FolderReportExport(QObject *parent) : QObject(parent) {}
 

@@ -8,11 +8,6 @@
 
 namespace velmora {
 
-class FolderTree;
-
-/// The items of a tree that filters do not hide, in display order, folders with the status of what is shown of them.
-[[nodiscard]] QList<FolderDiffItem> itemsForReport(const FolderTree &tree);
-
 /// Writes HTML reports of folder comparisons on a worker, one after the other.
 class FolderReportExport final : public QObject {
     Q_OBJECT

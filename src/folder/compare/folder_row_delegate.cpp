@@ -3,6 +3,7 @@
 #include "core/visible_name.h"
 #include "folder/compare/folder_rows_model.h"
 #include "session/diff_colours.h"
+#include "session/folder_colours.h"
 #include "session/theme.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "folder/compare/folder_rows.h"
+#include "folder/engine/folder_rows.h"
 
 #include <QAbstractTableModel>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "folder/compare/folder_tree.h"
+#include "folder/engine/folder_tree.h"
 
 #include <QFrame>
 #include <QTimer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "folder/compare/folder_jobs.h"
+#include "folder/engine/folder_jobs.h"
 
 #include <QFrame>
 

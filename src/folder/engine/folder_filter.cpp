@@ -1,12 +1,9 @@
 #include "folder/engine/folder_filter.h"
 
-#include "folder/engine/item_list.h"
-
 #include <QHash>
 
 #include <algorithm>
 #include <memory>
-#include <vector>
 
 namespace velmora {
 
@@ -99,35 +96,6 @@ bool FolderFilter::isInDateRange(const FolderDiffItem &item) const
     const QDateTime &time = item.leftTime.isValid() ? item.leftTime : item.rightTime;
     return time.isValid() && (!m_limits.from.isValid() || time >= m_limits.from) &&
            (!m_limits.to.isValid() || time <= m_limits.to);
-}
-
-QList<FolderDiffItem> shownItems(const QList<FolderDiffItem> &items, const FolderFilter &filter)
-{
-    const std::vector<qint32> parents = parentsByName(items);
-    std::vector<bool> hasContents(parents.size());
-    for (const qint32 parent : parents) {
-        if (parent >= 0)
-            hasContents[std::size_t(parent)] = true;
-    }
-
-    ItemList shown;
-    std::vector<qint32> places(parents.size(), -1); // where each item went, -1 for nowhere
-    for (std::size_t i = 0; i < parents.size(); ++i) {
-        const FolderDiffItem &item = items.at(qsizetype(i));
-        const qint32 parent = parents[i] >= 0 ? places[std::size_t(parents[i])] : -1;
-        if ((parents[i] >= 0 && parent < 0) || !filter.shows(item))
-            continue;
-        places[i] = qint32(shown.items.size());
-        shown.parents.push_back(parent);
-        shown.items.append(item);
-        // Contents that are all the same stay so whatever is hidden of them; in a list of mere presence all folders
-        // are.
-        if (hasContents[i] && item.diffStatus() != FolderDiffStatus::Same && !item.leftPath.isEmpty() &&
-            !item.rightPath.isEmpty())
-            shown.items.last().status = UndecidedFolder;
-    }
-    rollUpStatuses(shown);
-    return shown.items;
 }
 
 } // namespace velmora

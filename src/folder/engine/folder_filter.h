@@ -57,8 +57,4 @@ private:
     SystemFileTest m_isSystemFile;
 };
 
-/// The items of a comparison in pre-order that are shown; a hidden folder hides what is in it. Folders on both sides
-/// that have contents get the status which the contents that are shown have together; sizes and times stay.
-[[nodiscard]] QList<FolderDiffItem> shownItems(const QList<FolderDiffItem> &items, const FolderFilter &filter);
-
 } // namespace velmora

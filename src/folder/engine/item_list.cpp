@@ -54,12 +54,6 @@ private:
     Time m_deadline = Time::max();
 };
 
-void takeLater(QDateTime &time, const QDateTime &other)
-{
-    if (other.isValid() && (!time.isValid() || time < other))
-        time = other;
-}
-
 } // namespace
 
 ItemList takeItems(WalkNode &root, const CancelFlag &cancel)
@@ -103,30 +97,36 @@ void cutAtUndecided(ItemList &list)
     list.parents.resize(std::size_t(kept));
 }
 
+void takeLater(QDateTime &time, const QDateTime &other)
+{
+    if (other.isValid() && (!time.isValid() || time < other))
+        time = other;
+}
+
+FolderDiffStatus statusTogether(unsigned bits)
+{
+    for (const FolderDiffStatus side : {FolderDiffStatus::LeftOnly, FolderDiffStatus::RightOnly}) {
+        if (bits == statusBit(side))
+            return side;
+    }
+    return (bits & ~statusBit(FolderDiffStatus::Same)) != 0 ? FolderDiffStatus::Different : FolderDiffStatus::Same;
+}
+
 void rollUpStatuses(ItemList &list)
 {
     // The statuses that occur under each item, one bit for each, and one for what is unread.
     std::vector<quint8> under(list.parents.size(), 0);
-    const auto bit = [](FolderDiffStatus status) { return 1U << unsigned(status); };
     constexpr unsigned unread = 0x80;
     FolderDiffItem *const items = list.items.data();
     for (std::size_t i = list.parents.size(); i-- > 0;) {
         FolderDiffItem &item = items[i];
         if (item.status == UndecidedFolder) {
-            const unsigned statuses = under[i] & ~unread;
-            if (statuses == bit(FolderDiffStatus::LeftOnly))
-                item.setDiffStatus(FolderDiffStatus::LeftOnly);
-            else if (statuses == bit(FolderDiffStatus::RightOnly))
-                item.setDiffStatus(FolderDiffStatus::RightOnly);
-            else if ((statuses & ~bit(FolderDiffStatus::Same)) != 0)
-                item.setDiffStatus(FolderDiffStatus::Different);
-            else
-                item.setDiffStatus(FolderDiffStatus::Same);
+            item.setDiffStatus(statusTogether(under[i] & ~unread));
             item.isUnread = item.diffStatus() == FolderDiffStatus::Same && (under[i] & unread) != 0;
         }
         if (list.parents[i] >= 0) {
             quint8 &above = under[std::size_t(list.parents[i])];
-            above = quint8(above | under[i] | bit(item.diffStatus()) | (item.isUnread ? unread : 0));
+            above = quint8(above | under[i] | statusBit(item.diffStatus()) | (item.isUnread ? unread : 0));
         }
     }
 }

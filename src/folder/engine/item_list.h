@@ -29,10 +29,22 @@ struct ItemList {
 /// Cuts the list before the first pair of files that is undecided.
 void cutAtUndecided(ItemList &list);
 
-/// Gives each `UndecidedFolder` the status that everything under it has together: `Same` when there is nothing, the
-/// common status when all is on the left or all on the right only, `Same` when all is the same, else `Different`; and
-/// tells of one that is the same whether anything in it is unread. Linear.
+/// One bit for each status, to tell which of them occur.
+[[nodiscard]] constexpr unsigned statusBit(FolderDiffStatus status)
+{
+    return 1U << unsigned(status);
+}
+
+/// The status of a folder in which these occur: `Same` when there is nothing, the common status when all is on the left
+/// or all on the right only, `Same` when all is the same, else `Different`.
+[[nodiscard]] FolderDiffStatus statusTogether(unsigned bits);
+
+/// Gives each `UndecidedFolder` the status that everything under it has together, and tells of one that is the same
+/// whether anything in it is unread. Linear.
 void rollUpStatuses(ItemList &list);
+
+/// Makes `time` the later of the two; an invalid one is none.
+void takeLater(QDateTime &time, const QDateTime &other);
 
 /// Adds to each folder the sizes of its direct children, and gives it the latest of their times and its own. Since
 /// children come first, that makes totals of everything under it. Linear.

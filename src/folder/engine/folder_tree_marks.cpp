@@ -1,10 +1,33 @@
-#include "folder/compare/folder_tree.h"
+#include "folder/engine/folder_tree.h"
+#include "folder/engine/item_list.h"
 
 #include <QHash>
 
 #include <algorithm>
 
 namespace velmora {
+
+namespace {
+
+FolderDiffStatus shownStatus(RowState state)
+{
+    switch (state) {
+    case RowState::LeftOnly:
+        return FolderDiffStatus::LeftOnly;
+    case RowState::RightOnly:
+        return FolderDiffStatus::RightOnly;
+    case RowState::Different:
+    case RowState::Unknown:
+    case RowState::Scanning:
+        return FolderDiffStatus::Different;
+    case RowState::Same:
+    case RowState::Filtered:
+        break;
+    }
+    return FolderDiffStatus::Same;
+}
+
+} // namespace
 
 RowState FolderTree::state(qint32 number) const
 {
@@ -174,7 +197,6 @@ void FolderTree::rollUp()
     std::vector<quint8> under(m_nodes.size(), 0);
     constexpr quint8 undecided = 0x80;
     constexpr quint8 unread = 0x40;
-    const auto bit = [](FolderDiffStatus status) { return quint8(1U << unsigned(status)); };
     for (qint32 i = 0; i < size(); ++i) {
         if (item(i).isDir) {
             at(i).left = MarkSet();
@@ -188,14 +210,8 @@ void FolderTree::rollUp()
             markFile(i);
         } else {
             markFolder(i, inside != 0);
-            if (isPair(entry) && inside != 0 && (inside & undecided) == 0) {
-                const FolderDiffStatus status = inside == bit(FolderDiffStatus::LeftOnly) ? FolderDiffStatus::LeftOnly
-                                                : inside == bit(FolderDiffStatus::RightOnly)
-                                                    ? FolderDiffStatus::RightOnly
-                                                : inside == bit(FolderDiffStatus::Same) ? FolderDiffStatus::Same
-                                                                                        : FolderDiffStatus::Different;
-                setStatus(i, qint32(status));
-            }
+            if (isPair(entry) && inside != 0 && (inside & undecided) == 0)
+                setStatus(i, qint32(statusTogether(inside)));
             const bool isUnread = isPair(entry) && (under[std::size_t(i)] & unread) != 0;
             if (item(i).isUnread != isUnread)
                 m_items[i].isUnread = isUnread;
@@ -205,7 +221,7 @@ void FolderTree::rollUp()
             continue;
         quint8 &above = under[std::size_t(node.parent)];
         const bool decided = item(i).status != unknownStatus && !node.unsure && !(node.unloaded && isPair(entry));
-        above = quint8(above | (decided ? bit(item(i).diffStatus()) : undecided));
+        above = quint8(above | (decided ? statusBit(item(i).diffStatus()) : undecided));
         if (!node.hidden && !node.ignored && item(i).isUnread)
             above = quint8(above | unread);
         Node &parent = at(node.parent);
@@ -227,6 +243,24 @@ void FolderTree::rollUp()
             count(i);
         }
     }
+}
+
+QList<FolderDiffItem> shownItems(const FolderTree &tree)
+{
+    QList<FolderDiffItem> items;
+    for (qint32 node = 0; node < tree.size(); ++node) {
+        if (tree.node(node).hidden) {
+            node = tree.node(node).end - 1;
+            continue;
+        }
+        FolderDiffItem item = tree.item(node);
+        if (isPair(item)) {
+            item.setDiffStatus(shownStatus(tree.state(node)));
+            item.isUnread = tree.isUnread(node);
+        }
+        items.append(std::move(item));
+    }
+    return items;
 }
 
 } // namespace velmora

@@ -1,19 +1,10 @@
-#include "folder/compare/folder_tree.h"
+#include "folder/engine/folder_tree.h"
+#include "folder/engine/item_list.h"
 
 #include <algorithm>
 #include <numeric>
 
 namespace velmora {
-
-namespace {
-
-void takeLater(QDateTime &time, const QDateTime &other)
-{
-    if (other.isValid() && (!time.isValid() || time < other))
-        time = other;
-}
-
-} // namespace
 
 qint32 FolderTree::placeFor(const FolderDiffItem &item, qint32 parent) const
 {

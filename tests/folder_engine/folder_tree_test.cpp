@@ -1,7 +1,8 @@
 #include "core/natural_order.h"
-#include "folder/compare/folder_rows.h"
+#include "folder/engine/folder_rows.h"
 #include "folder/engine/item_list.h"
-#include "made_trees.h"
+#include "folder_engine/made_trees.h"
+#include "folder_engine/test_tree.h"
 #include "support/diff_items.h"
 #include "support/test_main.h"
 
@@ -191,8 +192,19 @@ private Q_SLOTS:
             const FolderFilter filter({}, {QStringLiteral("b")}, limits);
             tree.setVerdicts(FolderTree::judge(tree.items(), filter, {}));
             tree.rollUp();
-            // The engine's own answer for the list of what is shown.
-            const FolderTree shown(shownItems(tree.items(), filter));
+            // What is shown, alone in a tree.
+            QList<FolderDiffItem> left;
+            for (qint32 i = 0; i < tree.size(); ++i) {
+                if (!filter.shows(tree.item(i))) {
+                    i = tree.node(i).end - 1;
+                    continue;
+                }
+                left.append(tree.item(i));
+                // For its contents to decide; the same when none are left.
+                if (isPair(left.last()) && tree.node(i).end > i + 1)
+                    left.last().setDiffStatus(FolderDiffStatus::Same);
+            }
+            const FolderTree shown(left);
             qint32 hidden = 0;
             for (qint32 i = 0; i < tree.size(); ++i) {
                 if (tree.node(i).hidden) {
@@ -207,6 +219,7 @@ private Q_SLOTS:
             }
             QCOMPARE(tree.counts().hidden, hidden);
             QCOMPARE(tree.size() - hidden, shown.size());
+            QCOMPARE(drawn(shownItems(tree)), drawn(shown.items()));
         }
         FolderTree tree(madeItems("!a/|!a/x|<a/y|!a/b/|>a/b/z"));
         tree.setVerdicts(FolderTree::judge(tree.items(), FolderFilter({}), {word("x"), word("y"), word("z")}));

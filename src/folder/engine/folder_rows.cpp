@@ -1,4 +1,4 @@
-#include "folder/compare/folder_rows.h"
+#include "folder/engine/folder_rows.h"
 
 namespace velmora {
 

@@ -3,7 +3,7 @@
 #include "core/cancel_flag.h"
 #include "folder/engine/folder_diff_item.h"
 #include "folder/engine/folder_filter.h"
-#include "session/folder_colours.h"
+#include "folder/engine/folder_mark.h"
 
 #include <QList>
 #include <QSet>
@@ -23,26 +23,6 @@ enum class RowState : quint8 {
     RightOnly,
     Different,
     Filtered, ///< a folder of which filters hide everything
-};
-
-/// Several marks at once, as a folder has them for what is in it.
-class MarkSet {
-public:
-    MarkSet() = default;
-    explicit MarkSet(FolderMark mark) { add(mark); }
-
-    void add(FolderMark mark) noexcept { m_bits = quint8(m_bits | bit(mark)); }
-    void add(MarkSet other) noexcept { m_bits = quint8(m_bits | other.m_bits); }
-    void remove(FolderMark mark) noexcept { m_bits = quint8(m_bits & ~unsigned(bit(mark))); }
-    [[nodiscard]] bool has(FolderMark mark) const noexcept { return (m_bits & bit(mark)) != 0; }
-    [[nodiscard]] bool isEmpty() const noexcept { return m_bits == 0; }
-
-    friend bool operator==(MarkSet, MarkSet) = default;
-
-private:
-    [[nodiscard]] static quint8 bit(FolderMark mark) noexcept { return quint8(1U << unsigned(mark)); }
-
-    quint8 m_bits = 0;
 };
 
 /// How many files stand how, and what filters hide.
@@ -97,6 +77,8 @@ public:
     FolderTree() = default;
     /// From items in pre-order, whatever the order of siblings. Names are relative to one root.
     explicit FolderTree(QList<FolderDiffItem> items);
+    /// The same with siblings in the order in which they come: for `judge`, `rollUp` and `shownItems`, not for patches.
+    [[nodiscard]] static FolderTree inGivenOrder(QList<FolderDiffItem> items);
 
     [[nodiscard]] qint32 size() const noexcept { return qint32(m_nodes.size()); }
     [[nodiscard]] bool isEmpty() const noexcept { return m_nodes.empty(); }
@@ -179,6 +161,10 @@ private:
     std::vector<Node> m_nodes; ///< parallel to the items
     FolderCounts m_counts;
 };
+
+/// The items that filters do not hide, in the order of the tree; a hidden folder hides what is in it. Folders on both
+/// sides have the status of what is shown of their contents; sizes and times stay.
+[[nodiscard]] QList<FolderDiffItem> shownItems(const FolderTree &tree);
 
 /// True when entry `left` is listed before its sibling `right`.
 [[nodiscard]] bool comesBefore(const FolderDiffItem &left, const FolderDiffItem &right);

@@ -1,4 +1,4 @@
-#include "folder/compare/folder_tree.h"
+#include "folder/engine/folder_tree.h"
 
 #include "core/natural_order.h"
 #include "folder/engine/item_list.h"
@@ -79,6 +79,16 @@ FolderTree::FolderTree(QList<FolderDiffItem> items)
     const std::vector<qint32> parents = parentsByName(items);
     takeInOrder(std::move(items), displayOrder(items, parents), parents);
     rollUp();
+}
+
+FolderTree FolderTree::inGivenOrder(QList<FolderDiffItem> items)
+{
+    const std::vector<qint32> parents = parentsByName(items);
+    std::vector<qint32> order(parents.size());
+    std::iota(order.begin(), order.end(), 0);
+    FolderTree tree;
+    tree.takeInOrder(std::move(items), order, parents);
+    return tree;
 }
 
 void FolderTree::takeInOrder(QList<FolderDiffItem> items, const std::vector<qint32> &order,

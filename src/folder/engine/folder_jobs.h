@@ -2,8 +2,8 @@
 
 #include "core/cancel_flag.h"
 #include "core/progress.h"
-#include "folder/compare/folder_tree.h"
 #include "folder/engine/folder_engine.h"
+#include "folder/engine/folder_tree.h"
 #include "platform/file_access.h"
 
 #include <QHash>

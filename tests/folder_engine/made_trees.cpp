@@ -1,4 +1,4 @@
-#include "made_trees.h"
+#include "folder_engine/made_trees.h"
 
 #include "folder/engine/item_list.h"
 

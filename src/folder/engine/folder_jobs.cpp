@@ -1,4 +1,4 @@
-#include "folder/compare/folder_jobs.h"
+#include "folder/engine/folder_jobs.h"
 
 #include "core/content_compare.h"
 #include "folder/engine/folder_engine_internal.h"

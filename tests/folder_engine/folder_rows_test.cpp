@@ -1,5 +1,5 @@
-#include "folder/compare/folder_rows.h"
-#include "made_trees.h"
+#include "folder/engine/folder_rows.h"
+#include "folder_engine/made_trees.h"
 #include "support/diff_items.h"
 #include "support/test_main.h"
 
