@@ -11,6 +11,7 @@
 #include "folder/compare/tree_line_tree_widget.h"
 #include "folder_engine/made_trees.h"
 #include "platform/thread_end.h"
+#include "vfs/local_folder.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
@@ -62,9 +63,7 @@ int main(int argc, char **argv)
     view.resize(1280, 800);
     view.show();
     FolderSpec spec;
-    spec.left = QStringLiteral("/l");
-    spec.right = QStringLiteral("/r");
-    spec.isSystemFile = makeSharedSystemFileTest();
+    spec.roots = localFolders(QStringLiteral("/l"), QStringLiteral("/r"));
     FolderSpec masked = spec;
     masked.limits.masks = QStringLiteral("*1*");
 

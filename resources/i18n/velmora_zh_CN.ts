@@ -2904,6 +2904,10 @@ Restore them? The files themselves stay as they are until you save.</source>
         <translation>不允许使用此名称。</translation>
     </message>
     <message>
+        <source>This works on files in folders of this computer only.</source>
+        <translation>此操作仅适用于本机文件夹中的文件。</translation>
+    </message>
+    <message>
         <source>New files: %1 (%2)</source>
         <translation>新文件：%1（%2）</translation>
     </message>
@@ -3010,6 +3014,14 @@ Restore them? The files themselves stay as they are until you save.</source>
     <message>
         <source>The right side is read-only</source>
         <translation>右侧为只读</translation>
+    </message>
+    <message>
+        <source>The left side shows a fixed state, which cannot be changed</source>
+        <translation>左侧显示的是固定状态，无法更改</translation>
+    </message>
+    <message>
+        <source>The right side shows a fixed state, which cannot be changed</source>
+        <translation>右侧显示的是固定状态，无法更改</translation>
     </message>
     <message>
         <source>Choose both folders first</source>

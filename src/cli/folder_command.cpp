@@ -49,23 +49,18 @@ struct Comparison {
     QList<FolderProblem> problems;
 };
 
-QList<FolderDiffItem> engineItems(const FolderRequest &request, const FolderRunReport &report)
+QList<FolderDiffItem> engineItems(const FolderRequest &request, const FolderInput &input, const FolderRunReport &report)
 {
-    const FolderSessionOptions &options = request.options;
-    const CompareMethod method = compareMethod(options.compareBasis);
     switch (request.scope) {
     case FolderRequest::Scope::Tree:
         break;
     case FolderRequest::Scope::Level:
-        return compareFolderLevel(request.left, request.right, method, {}, options.timeToleranceSec,
-                                  options.alignOverrides, report, hiddenEntries(options));
+        return compareFolderLevel(input, {}, report);
     case FolderRequest::Scope::Structure:
     case FolderRequest::Scope::StructureLevel:
-        return listFolderStructure(request.left, request.right, request.scope == FolderRequest::Scope::Structure, {},
-                                   options.alignOverrides, report, hiddenEntries(options));
+        return listFolderStructure(input, request.scope == FolderRequest::Scope::Structure, {}, report);
     }
-    return compareFolderTree(request.left, request.right, {}, method, {}, options.timeToleranceSec,
-                             options.alignOverrides, report, hiddenEntries(options));
+    return compareFolderTree(input, {}, report);
 }
 
 QList<FolderDiffItem> filteredItems(const FolderRequest &request, QList<FolderDiffItem> items)
@@ -85,9 +80,10 @@ QList<FolderDiffItem> filteredItems(const FolderRequest &request, QList<FolderDi
 Comparison compare(const FolderRequest &request)
 {
     Comparison comparison;
-    comparison.items = engineItems(request, {nullptr, &comparison.problems});
+    const FolderInput input = FolderInput::of(request.folders, request.options);
+    comparison.items = engineItems(request, input, {nullptr, &comparison.problems});
     if (request.readsUnread)
-        readUnread(comparison.items, {}, {nullptr, &comparison.problems});
+        readUnread(input, comparison.items, {}, {nullptr, &comparison.problems});
     if (request.filtered)
         comparison.items = filteredItems(request, std::move(comparison.items));
     return comparison;
@@ -150,8 +146,8 @@ bool writeHtml(QIODevice &device, const FolderRequest &request, const Comparison
     FolderReportLabels labels;
     labels.title = QStringLiteral("Velmora — folder diff report");
     labels.heading = QStringLiteral("Velmora folder diff report");
-    labels.left = QLatin1String("Left: ") + request.left;
-    labels.right = QLatin1String("Right: ") + request.right;
+    labels.left = QLatin1String("Left: ") + request.folders.left.path;
+    labels.right = QLatin1String("Right: ") + request.folders.right.path;
     labels.generatedAt = QStringLiteral("Generated at");
     labels.columns = {QStringLiteral("Name"),       QStringLiteral("Status"),        QStringLiteral("Left size"),
                       QStringLiteral("Right size"), QStringLiteral("Left modified"), QStringLiteral("Right modified")};

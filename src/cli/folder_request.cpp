@@ -2,10 +2,7 @@
 
 #include "cli/choices.h"
 #include "core/wildcard.h"
-#include "platform/file_access.h"
-
-#include <QDir>
-#include <QFileInfo>
+#include "vfs/local_folder.h"
 
 #include <array>
 
@@ -32,10 +29,11 @@ constexpr std::array maskOptions{
     MaskOption{"exclude-folders", &FolderSessionOptions::excludeFolders},
 };
 
-QString takeFolder(const QString &given, QString &folder)
+QString takeFolder(const QString &given, TreeFolder &folder)
 {
-    folder = given.isEmpty() ? QString() : QDir::cleanPath(QFileInfo(given).absoluteFilePath());
-    const std::optional<FolderEntry> entry = FileAccess::native().describe(folder);
+    folder = localFolder(given);
+    const std::optional<FolderEntry> entry =
+        folder.isThere() ? folder.source->describe(folder.path, HiddenEntries::Listed) : std::nullopt;
     if (!entry)
         return QStringLiteral("%1: there is no such folder").arg(given);
     return entry->kind == EntryKind::Folder ? QString() : QStringLiteral("%1: is not a folder").arg(given);
@@ -95,9 +93,9 @@ QString FolderRequest::take(const Arguments &arguments)
     else
         scope = level ? Scope::Level : Scope::Tree;
 
-    if (const QString error = takeFolder(arguments.paths().at(0), left); !error.isEmpty())
+    if (const QString error = takeFolder(arguments.paths().at(0), folders.left); !error.isEmpty())
         return error;
-    return takeFolder(arguments.paths().at(1), right);
+    return takeFolder(arguments.paths().at(1), folders.right);
 }
 
 } // namespace velmora::cli

@@ -2,6 +2,7 @@
 
 #include "cli/arguments.h"
 #include "settings/options/folder_session_options.h"
+#include "vfs/tree_source.h"
 
 #include <QString>
 
@@ -19,8 +20,7 @@ struct FolderRequest {
         StructureLevel, ///< one level, names only
     };
 
-    QString left; ///< absolute
-    QString right;
+    Sides<TreeFolder> folders;
     Scope scope = Scope::Tree;
     FolderSessionOptions options;
     bool readsUnread = false; ///< files are read even when their sizes and times agree

@@ -14,6 +14,12 @@ namespace {
 constexpr qint64 probeSize = 8 * 1024 * 1024;
 static_assert(probeSize % pieceSize == 0);
 
+bool isOneFile(const OpenFile &left, const OpenFile &right)
+{
+    const std::optional<FileIdentity> identity = left.identity();
+    return identity && identity == right.identity();
+}
+
 class Stopwatch {
 public:
     /// True when `bytes` since the start are fewer than any memory gives in the time; the bound is above what disks do.
@@ -102,35 +108,31 @@ private:
     bool m_slow = false;
 };
 
-ContentComparer::ContentComparer(const FileAccess &files, CancelFlag cancel, SlowDeviceGate *gate)
-    : m_leftOpener(files.makeOpener()), m_rightOpener(files.makeOpener()), m_cancel(std::move(cancel)), m_gate(gate)
+ContentComparer::ContentComparer(Sides<std::unique_ptr<FileOpener>> openers, CancelFlag cancel, SlowDeviceGate *gate)
+    : m_openers(std::move(openers)), m_cancel(std::move(cancel)), m_gate(gate)
 {}
 
-std::unique_ptr<OpenFile> ContentComparer::opened(FileOpener &opener, const QString &path, OpenHint hint) const
-{
-    std::unique_ptr<OpenFile> file = opener.open(path, hint);
-    if (!file && hint == OpenHint::ListedAsFile && m_failed)
-        m_failed(path);
-    return file;
-}
+ContentComparer::ContentComparer(const FileAccess &files, CancelFlag cancel)
+    : ContentComparer({files.makeOpener(), files.makeOpener()}, std::move(cancel))
+{}
 
-FilePiece ContentComparer::piece(OpenFile &file, const QString &path, qint64 offset, const AlignedBuffer &buffer) const
+std::unique_ptr<OpenFile> ContentComparer::opened(Side side, const QString &path, OpenHint hint) const
 {
-    const FilePiece read = file.readAt(offset, buffer.data(), pieceSize);
-    if (read.failed && m_failed)
-        m_failed(path);
-    return read;
+    std::unique_ptr<OpenFile> file = m_openers[side]->open(path, hint);
+    if (!file && hint == OpenHint::ListedAsFile)
+        fail(side, path);
+    return file;
 }
 
 bool ContentComparer::sameByRule(const QString &left, const QString &right, OpenHint hint, PieceRule rule)
 {
-    const std::unique_ptr<OpenFile> leftFile = opened(*m_leftOpener, left, hint);
+    const std::unique_ptr<OpenFile> leftFile = opened(Side::Left, left, hint);
     if (!leftFile)
         return false;
-    const std::unique_ptr<OpenFile> rightFile = opened(*m_rightOpener, right, hint);
+    const std::unique_ptr<OpenFile> rightFile = opened(Side::Right, right, hint);
     if (!rightFile || m_cancel.isCancelled())
         return false;
-    if (leftFile->identity() == rightFile->identity())
+    if (isOneFile(*leftFile, *rightFile))
         return true;
 
     const PairScan scan(*leftFile, *rightFile, rule, m_cancel);
@@ -145,10 +147,10 @@ bool ContentComparer::sameByRule(const QString &left, const QString &right, Open
         end = scan.walkWithCrew(probeSize, m_buffers, counted);
     if (!end)
         return false;
-    if (end->leftFailed && m_failed)
-        m_failed(left);
-    if (end->rightFailed && m_failed)
-        m_failed(right);
+    if (end->leftFailed)
+        fail(Side::Left, left);
+    if (end->rightFailed)
+        fail(Side::Right, right);
     return end->same;
 }
 
@@ -165,8 +167,12 @@ bool ContentComparer::sameByBlocks(const QString &left, const QString &right, Op
 /// The CRC-32 of one file on its way through it.
 class ContentComparer::CrcRun {
 public:
-    CrcRun(ContentComparer &comparer, OpenFile &file, const QString &path, const AlignedBuffer &buffer)
-        : m_comparer(comparer), m_file(file), m_path(path), m_buffer(buffer)
+    CrcRun(ContentComparer &comparer, OpenFile &file, Side side, const QString &path)
+        : m_comparer(comparer),
+          m_file(file),
+          m_side(side),
+          m_path(path),
+          m_buffer(side == Side::Left ? comparer.m_buffers.left : comparer.m_buffers.right)
     {}
 
     /// Goes on up to `end` or the end of the file, and counts the bytes.
@@ -202,7 +208,9 @@ private:
     void advance(qint64 end, Count count)
     {
         while (!m_complete && m_offset < end && !m_comparer.m_cancel.isCancelled()) {
-            const FilePiece read = m_comparer.piece(m_file, m_path, m_offset, m_buffer);
+            const FilePiece read = m_file.readAt(m_offset, m_buffer.data(), pieceSize);
+            if (read.failed)
+                m_comparer.fail(m_side, m_path);
             m_crc.update(QByteArrayView(m_buffer.data(), read.length));
             m_offset += read.length;
             count(read.length);
@@ -212,6 +220,7 @@ private:
 
     ContentComparer &m_comparer;
     OpenFile &m_file;
+    Side m_side;
     const QString &m_path;
     const AlignedBuffer &m_buffer;
     Crc32 m_crc;
@@ -221,15 +230,15 @@ private:
 
 bool ContentComparer::sameByCrc32(const QString &left, const QString &right, OpenHint hint)
 {
-    const std::unique_ptr<OpenFile> leftFile = opened(*m_leftOpener, left, hint);
-    const std::unique_ptr<OpenFile> rightFile = opened(*m_rightOpener, right, hint);
+    const std::unique_ptr<OpenFile> leftFile = opened(Side::Left, left, hint);
+    const std::unique_ptr<OpenFile> rightFile = opened(Side::Right, right, hint);
     if (m_cancel.isCancelled() || !leftFile || !rightFile)
         return m_cancel.isCancelled() || (!leftFile && !rightFile);
-    if (leftFile->identity() == rightFile->identity())
+    if (isOneFile(*leftFile, *rightFile))
         return true;
 
-    CrcRun leftRun(*this, *leftFile, left, m_buffers.left);
-    CrcRun rightRun(*this, *rightFile, right, m_buffers.right);
+    CrcRun leftRun(*this, *leftFile, Side::Left, left);
+    CrcRun rightRun(*this, *rightFile, Side::Right, right);
     StreamTurn turn(m_gate);
     const Stopwatch stopwatch;
     leftRun.advance(probeSize);
@@ -248,10 +257,10 @@ bool ContentComparer::sameByCrc32(const QString &left, const QString &right, Ope
 
 QByteArray ContentComparer::crc32(const QString &path)
 {
-    const std::unique_ptr<OpenFile> file = opened(*m_leftOpener, path, OpenHint::Unknown);
+    const std::unique_ptr<OpenFile> file = opened(Side::Left, path, OpenHint::Unknown);
     if (!file)
         return {};
-    CrcRun run(*this, *file, path, m_buffers.left);
+    CrcRun run(*this, *file, Side::Left, path);
     run.complete();
     return run.value();
 }

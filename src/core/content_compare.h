@@ -2,6 +2,7 @@
 
 #include "core/cancel_flag.h"
 #include "core/pair_scan.h"
+#include "core/sides.h"
 #include "platform/file_access.h"
 
 #include <QByteArray>
@@ -32,8 +33,10 @@ private:
 /// cancel flag within the time that reading 256 KiB takes. Paths are absolute.
 class ContentComparer {
 public:
-    /// `files` must outlive the object; `gate`, where there is one, too.
-    ContentComparer(const FileAccess &files, CancelFlag cancel, SlowDeviceGate *gate = nullptr);
+    /// Reads the files of each side through its opener. `gate`, where there is one, must outlive the object.
+    ContentComparer(Sides<std::unique_ptr<FileOpener>> openers, CancelFlag cancel, SlowDeviceGate *gate = nullptr);
+    /// For files of one kind on both sides. `files` must outlive the object.
+    ContentComparer(const FileAccess &files, CancelFlag cancel);
 
     /// Called with the number of bytes whenever that many more have been compared, of one side, or gone into a CRC.
     void setBytesListener(std::function<void(qint64)> listener) { m_listener = std::move(listener); }
@@ -54,17 +57,20 @@ public:
     /// See `fileCrc32`.
     [[nodiscard]] QByteArray crc32(const QString &path);
 
-    /// Called with the path of each file that was listed as one and cannot be opened, or of which a part cannot be
-    /// read.
-    void setFailureListener(std::function<void(const QString &path)> listener) { m_failed = std::move(listener); }
+    /// Takes a file that was listed as one and cannot be opened, or of which a part cannot be read.
+    using FailureListener = std::function<void(Side side, const QString &path)>;
+    void setFailureListener(FailureListener listener) { m_failed = std::move(listener); }
 
 private:
     class CrcRun;
     class Pace;
 
-    [[nodiscard]] std::unique_ptr<OpenFile> opened(FileOpener &opener, const QString &path, OpenHint hint) const;
-    [[nodiscard]] FilePiece piece(OpenFile &file, const QString &path, qint64 offset,
-                                  const AlignedBuffer &buffer) const;
+    [[nodiscard]] std::unique_ptr<OpenFile> opened(Side side, const QString &path, OpenHint hint) const;
+    void fail(Side side, const QString &path) const
+    {
+        if (m_failed)
+            m_failed(side, path);
+    }
     [[nodiscard]] bool sameByRule(const QString &left, const QString &right, OpenHint hint, PieceRule rule);
     void count(qint64 bytes) const
     {
@@ -72,12 +78,11 @@ private:
             m_listener(bytes);
     }
 
-    std::unique_ptr<FileOpener> m_leftOpener;
-    std::unique_ptr<FileOpener> m_rightOpener;
+    Sides<std::unique_ptr<FileOpener>> m_openers;
     CancelFlag m_cancel;
     SlowDeviceGate *m_gate;
     std::function<void(qint64)> m_listener;
-    std::function<void(const QString &)> m_failed;
+    FailureListener m_failed;
     PieceBuffers m_buffers;
 };
 

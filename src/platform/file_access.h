@@ -64,7 +64,8 @@ public:
     /// Tells the system that the range will be read soon. May do nothing.
     virtual void expect(qint64 offset, qint64 length) = 0;
 
-    [[nodiscard]] virtual FileIdentity identity() const = 0;
+    /// Nothing for a file that is none of this system.
+    [[nodiscard]] virtual std::optional<FileIdentity> identity() const = 0;
 };
 
 /// What a caller of `FileOpener::open` already knows about the path.

@@ -53,7 +53,7 @@ public:
 #endif
     }
 
-    FileIdentity identity() const override
+    std::optional<FileIdentity> identity() const override
     {
         return m_identity;
     }

@@ -64,7 +64,7 @@ public:
 
     void expect(qint64, qint64) override {} // the sequential flag of the handle says it already
 
-    FileIdentity identity() const override { return m_identity; }
+    std::optional<FileIdentity> identity() const override { return m_identity; }
 
 private:
     Handle m_handle;

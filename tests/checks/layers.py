@@ -14,7 +14,7 @@ import sys
 FLOORS = [
     r"platform",
     r"core",
-    r"settings/options",
+    r"settings/options|vfs",
     r"(.*/)?engine|text/syntax",
     r"folder/operations",
     r"cli",

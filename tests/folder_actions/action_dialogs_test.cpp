@@ -90,9 +90,10 @@ private Q_SLOTS:
     {
         OperationFixture files;
         files.make("left/sub/a=12345 left/sub/deep/b=1 left/c=22 right/only/d=333 right/sub/x=9");
-        const QList<FolderDiffItem> all = compareFolderTree(files.left(), files.right(), {}, CompareMethod::Binary);
+        const FolderInput input = between(files.left(), files.right(), CompareMethod::Binary);
+        const QList<FolderDiffItem> all = compareFolderTree(input);
         // What lies in a selected folder is selected with it, and counts once.
-        CompareContentsDialog dialog(all, CompareMethod::Crc);
+        CompareContentsDialog dialog(sourcesOf(input.roots), all, CompareMethod::Crc);
         dialog.open();
         QCOMPARE(dialog.windowTitle(), word("Compare contents"));
         QTRY_COMPARE(get<QLabel>(dialog, "contentsTotals").text(), word("4 files, 3 folders, 11 bytes"));
@@ -104,7 +105,7 @@ private Q_SLOTS:
         click(dialog, "contentsStart");
         QCOMPARE(accepted.size(), 1);
         QCOMPARE(dialog.method(), CompareMethod::Rules);
-        QVERIFY(!CompareContentsDialog(all, CompareMethod::Binary).showsResults());
+        QVERIFY(!CompareContentsDialog(sourcesOf(input.roots), all, CompareMethod::Binary).showsResults());
     }
 
     void closingEndsTheCounting()
@@ -112,8 +113,8 @@ private Q_SLOTS:
         OperationFixture files;
         for (int i = 0; i < 300; ++i)
             files.make(qPrintable(word("left/sub%1/f=1").arg(i)));
-        CompareContentsDialog dialog(compareFolderLevel(files.left(), files.right(), CompareMethod::Rules),
-                                     CompareMethod::Rules);
+        const FolderInput input = between(files.left(), files.right());
+        CompareContentsDialog dialog(sourcesOf(input.roots), compareFolderLevel(input), CompareMethod::Rules);
         dialog.open();
         dialog.reject();
         QCoreApplication::processEvents();

@@ -1,6 +1,7 @@
 #include "folder_actions/actions_fixture.h"
 
 #include "folder/engine/folder_engine.h"
+#include "vfs/local_folder.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -10,8 +11,7 @@ namespace velmora::test {
 ActionsFixture::ActionsFixture(ScriptedLayer::Script script)
     : layer(std::move(script)), actions(window, layer, files.journalFolder())
 {
-    context.leftRoot = files.left();
-    context.rightRoot = files.right();
+    context.roots = localFolders(files.left(), files.right());
     context.options.compareBasis = qint32(CompareMethod::Binary);
     QObject::connect(&actions, &FolderActions::logLine, &window, [this](const QString &line) { lines.append(line); });
     QObject::connect(&actions, &FolderActions::statusChanged, &window, [this](const QString &text) { status = text; });
@@ -32,15 +32,13 @@ void ActionsFixture::make(const char *words)
 
 void ActionsFixture::compare()
 {
-    context.items =
-        compareFolderTree(context.leftRoot, context.rightRoot, {}, compareMethod(context.options.compareBasis), {}, 0,
-                          context.options.alignOverrides);
+    context.items = compareFolderTree(FolderInput::of(context.roots, context.options));
     actions.setContext(context);
 }
 
-FolderSelection ActionsFixture::select(const QStringList &names, FolderSides sides) const
+FolderSelection ActionsFixture::select(const QStringList &names, std::optional<Side> side) const
 {
-    FolderSelection selection{{}, sides};
+    FolderSelection selection{{}, side};
     for (const FolderDiffItem &item : context.items) {
         if (names.contains(item.name))
             selection.items.append(item);
@@ -58,9 +56,9 @@ void ActionsFixture::carryOut(FolderCommand command, const FolderSelection &sele
     settle();
 }
 
-void ActionsFixture::carryOut(FolderCommand command, const QStringList &names, FolderSides sides)
+void ActionsFixture::carryOut(FolderCommand command, const QStringList &names, std::optional<Side> side)
 {
-    carryOut(command, select(names, sides));
+    carryOut(command, select(names, side));
 }
 
 QDialog *ActionsFixture::opened() const

@@ -25,10 +25,10 @@ public:
     /// Compares the folders anew and tells the controller.
     void compare();
 
-    [[nodiscard]] FolderSelection select(const QStringList &names, FolderSides sides = FolderSides::Both) const;
+    [[nodiscard]] FolderSelection select(const QStringList &names, std::optional<Side> side = {}) const;
     /// Carries out a command up to its end, or until a window of it is open.
     void carryOut(FolderCommand command, const FolderSelection &selection = {});
-    void carryOut(FolderCommand command, const QStringList &names, FolderSides sides = FolderSides::Both);
+    void carryOut(FolderCommand command, const QStringList &names, std::optional<Side> side = {});
 
     /// The window that a command has opened, or null.
     [[nodiscard]] QDialog *opened() const;

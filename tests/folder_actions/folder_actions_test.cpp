@@ -1,6 +1,7 @@
 #include "core/settings_store.h"
 #include "folder/engine/folder_engine.h"
 #include "folder_actions/actions_fixture.h"
+#include "folder_engine/memory_tree.h"
 #include "settings/options/kept_copies.h"
 #include "support/test_main.h"
 
@@ -43,7 +44,7 @@ private Q_SLOTS:
         f.click("planStart");
         QCOMPARE(f.picture("right"), word("out/ out/b.o=3 src/ src/a.c=1"));
         f.compare();
-        f.carryOut(Command::Delete, lines("out"), FolderSides::Right);
+        f.carryOut(Command::Delete, lines("out"), Side::Right);
         QVERIFY(f.has("right/out/b.o=3"));
     }
 
@@ -115,7 +116,7 @@ private Q_SLOTS:
             QSKIP("no recycle bin here");
         f.make("left/a=1 left/sub/b=2 right/a=1 right/c=3");
         const QStringList before = f.files.picture();
-        f.carryOut(Command::Delete, lines("a"), FolderSides::Left);
+        f.carryOut(Command::Delete, lines("a"), Side::Left);
         QCOMPARE(f.askedTitle(), word("Delete"));
         QVERIFY(f.asked().startsWith(QLatin1String("Delete a?\nLeft side: left/a\n")));
         QCOMPARE(f.files.picture(), before);
@@ -123,7 +124,7 @@ private Q_SLOTS:
 
         for (const Command command : {Command::Delete, Command::DeleteForGood}) {
             f.answers.answerNumber(1);
-            f.carryOut(command, lines("a"), FolderSides::Left);
+            f.carryOut(command, lines("a"), Side::Left);
             QCOMPARE(f.log(), words("delete: left/a|Done: 1 succeeded, 0 failed"));
             QVERIFY(!f.has("left/a=1"));
             f.carryOut(Command::UndoLast);
@@ -178,14 +179,14 @@ private Q_SLOTS:
         QCOMPARE(f.askedTitle(), word("New folder"));
         QCOMPARE(f.log().first(2), words("new folder: left/new|new folder: right/new"));
         f.answers.answerText(word("in"));
-        f.carryOut(Command::NewFolder, lines("sub"), FolderSides::Left);
+        f.carryOut(Command::NewFolder, lines("sub"), Side::Left);
         f.answers.answerText(word("beside"));
-        f.carryOut(Command::NewFolder, lines("sub/a"), FolderSides::Left);
+        f.carryOut(Command::NewFolder, lines("sub/a"), Side::Left);
         QCOMPARE(f.files.picture().join(u' '),
                  QStringLiteral("left/new/ left/sub/ left/sub/a=1 left/sub/beside/ left/sub/in/ right/new/ "
                                 "right/other=2"));
         f.answers.answerText(word("other"));
-        f.carryOut(Command::NewFolder, FolderSelection{{}, FolderSides::Right});
+        f.carryOut(Command::NewFolder, FolderSelection{{}, Side::Right});
         QCOMPARE(f.askedTitle(), word("New folder failed"));
         QVERIFY(f.asked().startsWith(QLatin1String("Cannot create: right/other\n\n")));
     }
@@ -298,7 +299,7 @@ private Q_SLOTS:
 
         f.answers.answerPath(other);
         f.answers.answerNumber(1); // replace
-        f.carryOut(Command::MoveTo, lines("a"), FolderSides::Right);
+        f.carryOut(Command::MoveTo, lines("a"), Side::Right);
         QCOMPARE(f.picture("other"), word("a=9 r=3 sub/ sub/b=2"));
         QCOMPARE(f.log().first(), word("move: right/a -> other/a"));
         QCOMPARE(f.picture("right"), word("r=3"));
@@ -308,7 +309,7 @@ private Q_SLOTS:
         f.compare();
         f.answers.answerPath(f.files.left());
         f.answers.answerNumber(1);
-        f.carryOut(Command::MoveTo, lines("a"), FolderSides::Left);
+        f.carryOut(Command::MoveTo, lines("a"), Side::Left);
         QCOMPARE(f.picture("left"), word("a=1 sub/ sub/b=2"));
     }
 
@@ -342,14 +343,14 @@ private Q_SLOTS:
             QSKIP("no recycle bin here");
         f.make("left/sub/deep/a=1 right/sub/b=2 right/gone/c=3 left/x=1 right/x=2");
         f.context.isWhole = false;
-        f.context.items = compareFolderLevel(f.files.left(), f.files.right(), CompareMethod::Binary);
+        f.context.items = compareFolderLevel(FolderInput::of(f.context.roots, f.context.options));
         f.context.isHidden = [](const FolderDiffItem &item) { return item.name == QLatin1String("sub/b"); };
         f.actions.setContext(f.context);
         f.carryOut(Command::CopyToRight, lines("sub"));
         QCOMPARE(f.picture("right/sub"), word("b=2 deep/ deep/a=1"));
         QCOMPARE(f.log().first(), word("copy: left/sub -> right/sub"));
         QVERIFY(f.touched.contains(word("sub/deep/a")));
-        f.carryOut(Command::Delete, lines("sub"), FolderSides::Right); // holds what is hidden
+        f.carryOut(Command::Delete, lines("sub"), Side::Right); // holds what is hidden
         if (f.opened())
             f.click("planStart");
         QVERIFY(f.has("right/sub/b=2"));
@@ -398,8 +399,8 @@ private Q_SLOTS:
             else
                 f.answers.answerNumber(1);
             fails = true;
-            f.carryOut(command, command == Command::NewFolder ? FolderSelection{{}, FolderSides::Left}
-                                                              : f.select(lines("a"), FolderSides::Both));
+            f.carryOut(command, command == Command::NewFolder ? FolderSelection{{}, Side::Left}
+                                                              : f.select(lines("a"), std::nullopt));
             if (f.opened())
                 f.click("planStart");
             QCOMPARE(f.askedTitle(), word(title));
@@ -493,7 +494,7 @@ private Q_SLOTS:
         for (const Command command : {Command::CopyToLeft, Command::MirrorToLeft, Command::UpdateLeft, Command::CopyTo,
                                       Command::Properties, Command::ShowInFileManager})
             QCOMPARE(f.actions.whyNot(command, pair), QString());
-        const FolderSelection left = f.select(lines("a"), FolderSides::Left);
+        const FolderSelection left = f.select(lines("a"), Side::Left);
         for (const Command command : {Command::Delete, Command::Rename, Command::NewFolder, Command::MoveTo})
             QCOMPARE(f.actions.whyNot(command, left), QString());
 
@@ -525,11 +526,16 @@ private Q_SLOTS:
         const FolderSelection both = f.select(lines("a b"));
         QCOMPARE(f.actions.whyNot(Command::Delete, nothing), word("Nothing is selected"));
         QCOMPARE(f.actions.whyNot(Command::CopyToLeft, left), word("Nothing of the selection is on the right side"));
-        QCOMPARE(f.actions.whyNot(Command::Delete, f.select(lines("a"), FolderSides::Right)),
+        QCOMPARE(f.actions.whyNot(Command::Delete, f.select(lines("a"), Side::Right)),
                  word("The selection is not on this side"));
         QCOMPARE(f.actions.whyNot(Command::Rename, both), word("Select one entry only"));
         QCOMPARE(f.actions.whyNot(Command::MirrorToLeft, nothing), QString());
-        f.context.rightRoot.clear();
+        const MemoryTree tree;
+        f.context.roots.right = tree.at();
+        f.actions.setContext(f.context);
+        QCOMPARE(f.actions.whyNot(Command::MirrorToRight, nothing),
+                 word("The right side shows a fixed state, which cannot be changed"));
+        f.context.roots.right = {};
         f.actions.setContext(f.context);
         QCOMPARE(f.actions.whyNot(Command::MirrorToLeft, nothing), word("Choose both folders first"));
         QCOMPARE(f.actions.whyNot(Command::Delete, left), QString());
@@ -566,11 +572,11 @@ private Q_SLOTS:
         });
         f.make("left/a=1 left/b=2 left/c=3 left/d=4");
         f.answers.answerNumber(2);
-        f.carryOut(Command::DeleteForGood, lines("a"), FolderSides::Left);
+        f.carryOut(Command::DeleteForGood, lines("a"), Side::Left);
         QVERIFY2(f.asked().contains(QLatin1String("kept for up to 30 days")), qPrintable(f.asked()));
         QVERIFY(f.log().contains(word("not kept for undoing: 1")));
 
-        f.carryOut(Command::DeleteForGood, lines("b c"), FolderSides::Left);
+        f.carryOut(Command::DeleteForGood, lines("b c"), Side::Left);
         f.opened()->findChild<QAbstractButton *>(word("planOffer"))->setChecked(true);
         f.click("planStart");
         QVERIFY(f.log().contains(word("not kept for undoing: 2")));
@@ -580,13 +586,13 @@ private Q_SLOTS:
         isFull = true;
         f.compare();
         f.answers.answerNumber(1);
-        f.carryOut(Command::DeleteForGood, lines("d"), FolderSides::Left);
+        f.carryOut(Command::DeleteForGood, lines("d"), Side::Left);
         const auto &asked = f.answers.asked();
         QVERIFY(asked[asked.size() - 2].text.contains(QLatin1String("Go on without it?"))); // then what went wrong
         QVERIFY(f.has("left/d=4"));
         f.answers.answerNumber(1);
         f.answers.answerNumber(1);
-        f.carryOut(Command::DeleteForGood, lines("d"), FolderSides::Left);
+        f.carryOut(Command::DeleteForGood, lines("d"), Side::Left);
         QCOMPARE(f.picture("left"), QString());
     }
 

@@ -116,7 +116,7 @@ private Q_SLOTS:
         });
         OperationJournal journal(dying, f.files.journalFolder());
         journal.setNext(QStringLiteral("Update"));
-        (void)f.files.execute(planUpdate(f.files.input(), PlanSide::Left), {false, &journal}, dying);
+        (void)f.files.execute(planUpdate(f.files.input(), Side::Left), {false, &journal}, dying);
         const QStringList ids = PastOperationsDialog::interruptedRuns(FileLayer::native(), f.files.journalFolder());
         QCOMPARE(ids.size(), 1);
         OperationJournal(FileLayer::native(), f.files.journalFolder()).markTold(ids[0]);

@@ -4,7 +4,7 @@
 #include "core/crew.h"
 #include "core/pair_scan.h"
 #include "folder/engine/folder_engine.h"
-#include "folder_engine/memory_files.h"
+#include "folder_engine/memory_tree.h"
 #include "folder_engine/plain_engine.h"
 #include "folder_engine/test_tree.h"
 #include "support/test_main.h"
@@ -129,9 +129,9 @@ private Q_SLOTS:
         const QByteArray bytes = randomBytes(18 * block, 3);
         PieceBuffers buffers;
         for (int round = 0; round < 60; ++round) {
-            MemoryFiles files;
-            MemoryFiles::File &left = files.addFile(word("/l"), bytes);
-            MemoryFiles::File &right = files.addFile(word("/r"), bytes);
+            MemoryTree files;
+            MemoryTree::File &left = files.addFile(word("/l"), bytes);
+            MemoryTree::File &right = files.addFile(word("/r"), bytes);
             for (qint64 n = below(3); n > 0; --n)
                 right.bytes[below(bytes.size())] = 'x';
             for (qint64 n = below(12); n > 0; --n) {

@@ -1,8 +1,7 @@
 #include "folder/engine/folder_engine.h"
-#include "folder/engine/folder_engine_internal.h"
 #include "folder_engine/plain_engine.h"
 #include "folder_engine/test_tree.h"
-#include "platform/file_access.h"
+#include "support/diff_items.h"
 #include "support/test_main.h"
 
 #include <random>
@@ -76,18 +75,20 @@ private Q_SLOTS:
             for (const QList<ManualAlignRule> &rules : ruleSets) {
                 const QString prefix = seed % 2 == 0 ? QString() : word("up/here");
                 const QStringList expected = dumped(plain::compareTree(left, right, prefix, method, tolerance, rules));
-                for (const int threads : {1, 3})
-                    QCOMPARE(dumped(compareFolderTree({FileAccess::native(), threads}, left, right, prefix, method, {},
-                                                      tolerance, rules, {})),
-                             expected);
-                QCOMPARE(dumped(compareFolderLevel(left, right, method, {}, tolerance, rules)),
+                FolderInput input = between(left, right, method, tolerance, rules);
+                QCOMPARE(dumped(compareFolderLevel(input)),
                          dumped(plain::compareLevel(left, right, method, tolerance, rules)));
                 for (const bool recursive : {false, true})
-                    QCOMPARE(dumped(listFolderStructure(left, right, recursive, {}, rules)),
+                    QCOMPARE(dumped(listFolderStructure(input, recursive)),
                              dumped(plain::listStructure(left, right, recursive, rules)));
+                input.prefix = prefix;
+                for (const int threads : {1, 3}) {
+                    input.threads = threads;
+                    QCOMPARE(dumped(compareFolderTree(input)), expected);
+                }
             }
-            QCOMPARE(countFolderContents(left), plain::countContents(left));
-            for (const FolderDiffItem &item : compareFolderLevel(left, right, method)) {
+            QCOMPARE(countFolderContents(localFolder(left)), plain::countContents(left));
+            for (const FolderDiffItem &item : compareFolderLevel(between(left, right, method))) {
                 const QFileInfo l(item.leftPath);
                 const QFileInfo r(item.rightPath);
                 if (!l.isFile() || !r.isFile())
@@ -108,11 +109,11 @@ private Q_SLOTS:
         tree.file(word("left/f"), "1");
         const QString nowhere = tree.path(word("nowhere"));
         for (const QString &missing : {nowhere, QString(), tree.path(word("left/f"))}) {
-            QCOMPARE(compareFolderTree(missing, missing, {}, CompareMethod::Rules), {});
-            QCOMPARE(drawn(compareFolderTree(tree.left(), missing, {}, CompareMethod::Rules)), words("<f 1 0"));
-            QCOMPARE(drawn(compareFolderLevel(missing, tree.left(), CompareMethod::Crc)), words(">f 0 1"));
-            QCOMPARE(listFolderStructure(missing, nowhere, true), {});
-            QCOMPARE(countFolderContents(missing), FolderTotals());
+            QCOMPARE(compareFolderTree(between(missing, missing)), {});
+            QCOMPARE(drawn(compareFolderTree(between(tree.left(), missing))), words("<f 1 0"));
+            QCOMPARE(drawn(compareFolderLevel(between(missing, tree.left(), CompareMethod::Crc))), words(">f 0 1"));
+            QCOMPARE(listFolderStructure(between(missing, nowhere), true), {});
+            QCOMPARE(countFolderContents(localFolder(missing)), FolderTotals());
         }
     }
 
@@ -134,15 +135,16 @@ private Q_SLOTS:
             }
             return names;
         };
-        QVERIFY(unread(compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Crc)).isEmpty());
-        QList<FolderDiffItem> items = compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Rules);
+        QVERIFY(unread(compareFolderTree(between(tree.left(), tree.right(), CompareMethod::Crc))).isEmpty());
+        const FolderInput input = between(tree.left(), tree.right());
+        QList<FolderDiffItem> items = compareFolderTree(input);
         QCOMPARE(unread(items), words("d|d/in|d/in/lies|d/same"));
         const CancelFlag cancelled;
         cancelled.cancel();
         QList<FolderDiffItem> partly = items;
-        readUnread(partly, cancelled);
+        readUnread(input, partly, cancelled);
         QCOMPARE(partly, items);
-        readUnread(items);
+        readUnread(input, items);
         QVERIFY(unread(items).isEmpty());
         QCOMPARE(drawn(items), words("!d/ 2 2|!d/in/ 1 1|!d/in/lies 1 1|=d/same 1 1|=empty|=read 1 1"));
     }
@@ -153,13 +155,15 @@ private Q_SLOTS:
         tree.file(word("left/.git/config"), "1");
         tree.file(word("left/a"), "1");
         const auto compared = [&](HiddenEntries hidden) {
-            return drawn(compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Rules, {}, 0, {}, {}, hidden));
+            FolderInput input = between(tree.left(), tree.right());
+            input.hidden = hidden;
+            return drawn(compareFolderTree(input));
         };
 #ifndef Q_OS_WIN // where names do not hide
         QCOMPARE(compared(HiddenEntries::LeftOut), words("<a 1 0"));
 #endif
         QCOMPARE(compared(HiddenEntries::Listed), words("<.git/ 1 0|<.git/config 1 0|<a 1 0"));
-        QCOMPARE(countFolderContents(tree.left(), {}, {}, HiddenEntries::Listed), (FolderTotals{2, 1, 2}));
+        QCOMPARE(countFolderContents(localFolder(tree.left()), {}, {}, HiddenEntries::Listed), (FolderTotals{2, 1, 2}));
     }
 
     void takesUnreadableFilesAsTheMethodHasIt()
@@ -198,10 +202,10 @@ private Q_SLOTS:
         const QString right = tree.right();
         const CancelFlag cancel;
         cancel.cancel();
-        QCOMPARE(compareFolderTree(left, right, {}, CompareMethod::Rules, cancel), {});
-        QCOMPARE(compareFolderLevel(left, right, CompareMethod::Rules, cancel), {});
-        QCOMPARE(listFolderStructure(left, right, true, cancel), {});
-        QCOMPARE(countFolderContents(left, cancel), FolderTotals());
+        QCOMPARE(compareFolderTree(between(left, right), cancel), {});
+        QCOMPARE(compareFolderLevel(between(left, right), cancel), {});
+        QCOMPARE(listFolderStructure(between(left, right), true, cancel), {});
+        QCOMPARE(countFolderContents(localFolder(left), cancel), FolderTotals());
         const QFileInfo l(left + QLatin1String("/f"));
         const QFileInfo r(right + QLatin1String("/f"));
         QVERIFY(!compareFilePair(l, r, CompareMethod::Rules, cancel));

@@ -1,6 +1,6 @@
 #include "core/content_compare.h"
-#include "folder/engine/folder_engine_internal.h"
-#include "folder_engine/memory_files.h"
+#include "folder/engine/folder_engine.h"
+#include "folder_engine/memory_tree.h"
 #include "folder_engine/test_tree.h"
 #include "support/test_main.h"
 
@@ -17,14 +17,15 @@ namespace {
 const QString leftRoot = QStringLiteral("/l");
 const QString rightRoot = QStringLiteral("/r");
 
-QList<FolderDiffItem> compare(const MemoryFiles &files, CompareMethod method, int threads = 1,
+QList<FolderDiffItem> compare(const MemoryTree &files, CompareMethod method, int threads = 1,
                               const CancelFlag &cancel = {}, const FolderRunReport &report = {})
 {
-    return compareFolderTree({files, threads}, leftRoot, rightRoot, {}, method, cancel, 0, {}, report);
+    return compareFolderTree({.roots = {files.at(leftRoot), files.at(rightRoot)}, .method = method, .threads = threads},
+                             cancel, report);
 }
 
 /// Some folders of a few files each; in every third pair the contents differ.
-void fill(MemoryFiles &files)
+void fill(MemoryTree &files)
 {
     for (int folder = 0; folder < 12; ++folder) {
         for (int n = 0; n < 5; ++n) {
@@ -44,7 +45,7 @@ class FolderFaultTest : public QObject {
 private Q_SLOTS:
     void goesOnAfterAnUnreadableFolder()
     {
-        MemoryFiles files;
+        MemoryTree files;
         for (const char *path : {"/l/closed/f", "/r/closed/f", "/l/open", "/r/open"})
             files.addFile(word(path), "1");
         files.setUnreadable(word("/l/closed"));
@@ -56,7 +57,7 @@ private Q_SLOTS:
 
     void goesOnAfterFilesThatVanish()
     {
-        MemoryFiles files;
+        MemoryTree files;
         for (const char *root : {"/l/", "/r/"}) {
             files.addFile(word(root) + word("both"), "1", root[1]).opens = false;
             files.addFile(word(root) + word("one"), "1", root[1]).opens = root[1] == 'l';
@@ -66,7 +67,7 @@ private Q_SLOTS:
         QCOMPARE(drawn(compare(files, CompareMethod::Rules, 1, {}, {nullptr, &problems})),
                  words("!both 1 1|!one 1 1|=rest 1 1"));
         QCOMPARE(problems, (QList<FolderProblem>{{FolderProblem::Kind::UnreadableFile, word("/l/both")},
-                                                 {FolderProblem::Kind::UnreadableFile, word("/r/one")}}));
+                                                 {FolderProblem::Kind::UnreadableFile, word("/r/one"), Side::Right}}));
         QCOMPARE(drawn(compare(files, CompareMethod::Crc)), words("=both 1 1|!one 1 1|=rest 1 1"));
     }
 
@@ -81,21 +82,22 @@ private Q_SLOTS:
         for (const Case &failing : {Case{-1, -1, true}, Case{300'000, -1, false}, Case{300'000, 300'000, true},
                                     Case{300'000, 300'001, false}, Case{262'144, -1, false}, // where a piece begins
                                     Case{400'000, -1, true}}) {                              // behind the last byte
-            MemoryFiles files;
+            MemoryTree files;
             files.addFile(word("/l/f"), bytes, 1).failsAt = failing.leftFailsAt;
             files.addFile(word("/r/f"), bytes, 2).failsAt = failing.rightFailsAt;
             for (const CompareMethod method : {CompareMethod::Rules, CompareMethod::Binary})
                 QCOMPARE(compare(files, method).first().status == 0, failing.same);
         }
-        MemoryFiles files;
+        MemoryTree files;
         files.addFile(word("/l/f"), bytes, 1).failsAt = 200'000;
         files.addFile(word("/r/f"), bytes.first(200'000), 2); // whose end is none
-        QVERIFY(!ContentComparer(files, {}).sameByDigest(word("/l/f"), word("/r/f")));
+        QVERIFY(
+            !ContentComparer({files.makeOpener(), files.makeOpener()}, {}).sameByDigest(word("/l/f"), word("/r/f")));
     }
 
     void readsNoFurtherThanTheFirstDifference()
     {
-        MemoryFiles files;
+        MemoryTree files;
         QByteArray bytes(8'000'000, 'x');
         files.addFile(word("/l/f"), bytes, 1);
         bytes[1000] = 'y';
@@ -109,13 +111,13 @@ private Q_SLOTS:
     void returnsWhatItHasWhenCancelled()
     {
         for (const int threads : {1, 3}) {
-            MemoryFiles all;
+            MemoryTree all;
             fill(all);
             const QList<FolderDiffItem> whole = compare(all, CompareMethod::Rules);
             const int operations = all.operations();
             qsizetype longest = 0;
             for (int stopAt = 1; stopAt <= operations; stopAt += 7) {
-                MemoryFiles files;
+                MemoryTree files;
                 fill(files);
                 const CancelFlag cancel;
                 files.setWatcher([&](int number) {
@@ -137,7 +139,7 @@ private Q_SLOTS:
 
     void rollsUpOverWhatACancelLeft()
     {
-        MemoryFiles files;
+        MemoryTree files;
         for (const QString &name : words("/d/1|/d/2")) {
             files.addFile(leftRoot + name, "same", 1);
             files.addFile(rightRoot + name, name.endsWith(u'2') ? "othr" : "same", 2);
@@ -154,7 +156,7 @@ private Q_SLOTS:
     void obeysACancelInsideAHugeFile()
     {
         for (const auto method : {CompareMethod::Rules, CompareMethod::Crc, CompareMethod::Binary}) {
-            MemoryFiles files;
+            MemoryTree files;
             files.addZeros(word("/l/f"), qint64(1) << 50U, 1);
             files.addZeros(word("/r/f"), qint64(1) << 50U, 2);
             const CancelFlag cancel;
@@ -177,11 +179,11 @@ private Q_SLOTS:
 
     void streamsOnePairAtATimeFromASlowDevice()
     {
-        MemoryFiles files;
+        MemoryTree files;
         std::array<std::atomic<int>, 2> readers{};
         for (int pair = 0; pair < 2; ++pair) {
             for (const QString &root : {leftRoot, rightRoot}) {
-                MemoryFiles::File &file =
+                MemoryTree::File &file =
                     files.addZeros(root + QStringLiteral("/f%1").arg(pair), 20 * 1024 * 1024, root.at(1).unicode());
                 file.delay = std::chrono::milliseconds(1);
                 file.readers = &readers[std::size_t(pair)];
@@ -200,7 +202,7 @@ private Q_SLOTS:
     {
         for (const int threads : {1, 3}) {
             for (const int failAt : {1, 20, 80}) {
-                MemoryFiles files;
+                MemoryTree files;
                 fill(files);
                 files.setWatcher([&](int number) {
                     if (number >= failAt)
@@ -213,7 +215,7 @@ private Q_SLOTS:
 
     void reportsItsProgress()
     {
-        MemoryFiles files;
+        MemoryTree files;
         fill(files);
         files.addZeros(word("/l/large"), 3'000'000, 1);
         files.addZeros(word("/r/large"), 3'000'000, 2);

@@ -18,7 +18,7 @@ struct Setting {
     [[nodiscard]] FolderFilter filter() const
     {
         return FolderFilter(options, excludedNames, limits,
-                            [files = systemFiles](const QString &path) { return files.contains(path); });
+                            [files = systemFiles](Side, const QString &path) { return files.contains(path); });
     }
 };
 
@@ -116,21 +116,6 @@ private Q_SLOTS:
         QVERIFY(setting.filter().shows(entry));
         entry.rightTime = {};
         QVERIFY(!setting.filter().shows(entry));
-    }
-
-    void asksForAnAttributeOnce()
-    {
-        QStringList asked;
-        const SystemFileTest test = makeCachedTest([&asked](const QString &path) {
-            asked.append(path);
-            return path == QLatin1String("s");
-        });
-        const SystemFileTest copy = test;
-        for (int i = 0; i < 2; ++i) {
-            QVERIFY(test(word("s")));
-            QVERIFY(!copy(word("t")));
-        }
-        QCOMPARE(asked, words("s|t"));
     }
 
     void keepsWhatIsShownConsistent()

@@ -235,7 +235,7 @@ private Q_SLOTS:
             item.rightPath.replace(QLatin1String("/r/"), QLatin1String("/r/other/"));
         const auto states = [&items](const QList<FolderProblem> &problems) {
             FolderTree tree(items);
-            tree.markUnreadable(problems, QStringLiteral("/l"), QStringLiteral("/r/other"));
+            tree.markUnreadable(problems, {QStringLiteral("/l"), QStringLiteral("/r/other")});
             tree.rollUp();
             QList<RowState> all;
             for (qint32 node = 0; node < tree.size(); ++node)
@@ -247,11 +247,11 @@ private Q_SLOTS:
         QCOMPARE(states({}),
                  std::pair(QList<RowState>({Different, LeftOnly, LeftOnly, RightOnly, LeftOnly}), qint64(0)));
         // Of the two sides only one is in doubt.
-        QCOMPARE(states({{unreadable, QStringLiteral("/r/other/a")}}),
+        QCOMPARE(states({{unreadable, QStringLiteral("/r/other/a"), Side::Right}}),
                  std::pair(QList<RowState>({Unknown, Unknown, Unknown, RightOnly, LeftOnly}), qint64(1)));
         QCOMPARE(states({{unreadable, QStringLiteral("/l/a")}}).first.at(3), Unknown);
         // A root that failed after it was begun.
-        QCOMPARE(states({{unreadable, QStringLiteral("/r/other")}}),
+        QCOMPARE(states({{unreadable, QStringLiteral("/r/other"), Side::Right}}),
                  std::pair(QList<RowState>({Unknown, Unknown, Unknown, RightOnly, Unknown}), qint64(2)));
         QCOMPARE(states({{FolderProblem::Kind::UnreadableFile, QStringLiteral("/l/b")}}).first.at(4), LeftOnly);
     }

@@ -1,6 +1,7 @@
 #include "folder/engine/folder_engine.h"
 #include "folder_engine/test_tree.h"
 #include "platform/file_access.h"
+#include "support/diff_items.h"
 #include "support/test_main.h"
 
 #include <random>
@@ -32,7 +33,7 @@ private Q_SLOTS:
         tree.file(word("left/half"), {});
         tree.link(word("right/half"), word("pipe"));
         // It returns, that is the point: a pipe would wait for a writer, the device would never end.
-        const auto items = compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Crc);
+        const auto items = compareFolderTree(between(tree.left(), tree.right(), CompareMethod::Crc));
         QCOMPARE(drawn(items), words("!half|=to device|=to pipe"));
         const QString pipe = tree.left() + word("/pipe");
         QCOMPARE(fileCrc32(pipe), QByteArray());
@@ -50,12 +51,12 @@ private Q_SLOTS:
         tree.link(word("left/up"), tree.left());
         tree.file(word("right/up/x"), "22");
         QList<FolderProblem> problems;
-        QCOMPARE(drawn(compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Crc, {}, 0, {},
-                                         {nullptr, &problems})),
-                 words("=a/ 1 1|=a/b/ 1 1|=a/b/f 1 1|=a/b/root/|=a/self/|>up/ 0 2|>up/x 0 2"));
+        QCOMPARE(
+            drawn(compareFolderTree(between(tree.left(), tree.right(), CompareMethod::Crc), {}, {nullptr, &problems})),
+            words("=a/ 1 1|=a/b/ 1 1|=a/b/f 1 1|=a/b/root/|=a/self/|>up/ 0 2|>up/x 0 2"));
         QCOMPARE(problems.size(), 5);
         QCOMPARE(problems.at(2), (FolderProblem{FolderProblem::Kind::LinkCycle, tree.left() + word("/up")}));
-        QCOMPARE(countFolderContents(tree.left()), (FolderTotals{1, 5, 1}));
+        QCOMPARE(countFolderContents(localFolder(tree.left())), (FolderTotals{1, 5, 1}));
     }
 
     void comparesTwoThousandLevels()
@@ -77,7 +78,7 @@ private Q_SLOTS:
             }
             ::close(at);
         }
-        const auto items = compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Crc);
+        const auto items = compareFolderTree(between(tree.left(), tree.right(), CompareMethod::Crc));
         QCOMPARE(items.size(), levels + 3);
         QCOMPARE(items.first().leftSize, 3);
         const FolderDiffItem &last = items.last();
@@ -86,7 +87,7 @@ private Q_SLOTS:
         QVERIFY(sameContentByBlocks(last.leftPath, items.at(levels).leftPath));
         QCOMPARE(fileStatus(QFileInfo(last.leftPath), QFileInfo(last.rightPath), CompareMethod::Binary),
                  FolderDiffStatus::Different);
-        QCOMPARE(countFolderContents(tree.left()), (FolderTotals{3, levels, 3}));
+        QCOMPARE(countFolderContents(localFolder(tree.left())), (FolderTotals{3, levels, 3}));
         tree.removeHostile();
     }
 
@@ -102,7 +103,7 @@ private Q_SLOTS:
                 ::close(file);
             }
         }
-        const auto items = compareFolderTree(tree.left(), tree.right(), {}, CompareMethod::Crc);
+        const auto items = compareFolderTree(between(tree.left(), tree.right(), CompareMethod::Crc));
         QCOMPARE(items.size(), names.size());
         for (const FolderDiffItem &item : items) {
             const QByteArray name = QByteArray::fromStdString(nativeName(item.name));
@@ -115,7 +116,7 @@ private Q_SLOTS:
 
         tree.file(word("left/f"), "1");
         QCOMPARE(fileCrc32(tree.left() + word("/f") + QChar(u'\0') + u'x'), QByteArray());
-        QCOMPARE(countFolderContents(tree.left() + QChar(u'\0')), FolderTotals());
+        QCOMPARE(countFolderContents(localFolder(tree.left() + QChar(u'\0'))), FolderTotals());
     }
 
     void mapsNamesToStringsAndBack()

@@ -51,7 +51,7 @@ private Q_SLOTS:
         QVERIFY(QFile::setPermissions(tree.path("left/dir"), open));
         const QFile::Permissions before = QFileInfo(tree.path("left/dir")).permissions();
         tree.remove("right/dir");
-        QVERIFY(tree.execute(planMoveToOtherSide(tree.input(), {0}, PlanSide::Left)).isComplete());
+        QVERIFY(tree.execute(planMoveToOtherSide(tree.input(), {0}, Side::Left)).isComplete());
         QCOMPARE(tree.picture("left"), QStringList());
         QCOMPARE(QFileInfo(tree.path("right/dir")).permissions(), before);
         QCOMPARE(tree.time("right/dir"), folderTime);
@@ -160,7 +160,7 @@ private Q_SLOTS:
         for (const bool isSurveyed : {false, true}) {
             OperationFixture tree;
             tree.make("left/dir/ right/dir/a=1");
-            const OperationPlan made = planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood);
+            const OperationPlan made = planMirror(tree.input(), Side::Left, DeleteManner::ForGood);
             const OperationPlan plan = isSurveyed ? tree.surveyed(made) : made;
             tree.remove("left/dir");
             tree.make("left/dir=1");
@@ -209,7 +209,7 @@ private Q_SLOTS:
             return call == QLatin1String("settle") ? FileError{FileErrorKind::Other, {}} : otherVolumes(number, call);
         };
         ScriptedLayer moving(withoutEnd);
-        const ExecutionReport moved = tree.execute(planMoveToOtherSide(tree.input(), {0}, PlanSide::Left), {}, moving);
+        const ExecutionReport moved = tree.execute(planMoveToOtherSide(tree.input(), {0}, Side::Left), {}, moving);
         QCOMPARE(moved.problems.last().code, Code::SourceStays);
         ScriptedLayer mirroring(withoutEnd);
         QCOMPARE(tree.execute(tree.mirror(), {}, mirroring).problems.last().code, Code::TroubleInBranch);
@@ -222,7 +222,7 @@ private Q_SLOTS:
         tree.make("left/dir/a=a left/dir/sub/b=b left/ok/c=c right/ok/c=old left/dir/.hidden=h");
         const PlanInput input = tree.input();
         const OperationPlan plan = tree.surveyed(
-            planMoveToOtherSide(input, {tree.indexOf(input, "dir"), tree.indexOf(input, "ok")}, PlanSide::Left));
+            planMoveToOtherSide(input, {tree.indexOf(input, "dir"), tree.indexOf(input, "ok")}, Side::Left));
         tree.make("right/dir/a=mine");
         QVERIFY(!tree.execute(plan).isComplete());
         QCOMPARE(tree.picture(), lines("left/dir/ left/dir/a=a right/dir/ right/dir/.hidden=h right/dir/a=mine "
@@ -234,7 +234,7 @@ private Q_SLOTS:
         OperationFixture tree;
         tree.make("left/dir/a=a left/dir/b=b right/dir/b=old");
         ScriptedLayer layer(betweenVolumes());
-        const ExecutionReport report = tree.execute(planMoveToOtherSide(tree.input(), {0}, PlanSide::Left), {}, layer);
+        const ExecutionReport report = tree.execute(planMoveToOtherSide(tree.input(), {0}, Side::Left), {}, layer);
         QCOMPARE(tree.problems(report), QStringList());
         QCOMPARE(tree.picture(), lines("right/dir/ right/dir/a=a right/dir/b=b"));
         QCOMPARE(report.done.writtenFiles, 1);

@@ -26,14 +26,13 @@ const std::vector<Case> &cases()
         "left/a=new-a left/dir/b=new-b left/dir/c=new-c right/dir/b=old-b right/gone/d=old-d "
         "right/gone/deep/e=old-e right/f=old-f";
     static const char *const hidden = "left/dir/a=1 left/dir/.b=2 left/dir/deep/c=3";
-    constexpr auto left = PlanSide::Left;
+    constexpr auto left = Side::Left;
     const auto mirror = [](DeleteManner manner) {
-        return [manner](Tree tree) { return planMirror(tree.input(), PlanSide::Left, manner); };
+        return [manner](Tree tree) { return planMirror(tree.input(), Side::Left, manner); };
     };
     const auto deletion = [](DeleteManner manner) {
-        return [manner](Tree tree) {
-            return planDelete(tree.input(), {0}, PlanSide::Left, manner, DeleteScope::WholeFolder);
-        };
+        return
+            [manner](Tree tree) { return planDelete(tree.input(), {0}, Side::Left, manner, DeleteScope::WholeFolder); };
     };
     static const std::vector<Case> all{
         {"copy", "left/a=1 left/dir/b=2", false, false,
@@ -53,7 +52,7 @@ const std::vector<Case> &cases()
         {"rename", "left/dir/a=1", true, false,
          [](Tree tree) { return planRename(tree.input(), 0, left, QStringLiteral("new")); }},
         {"new folder", "left/a=1", false, false,
-         [](Tree tree) { return planNewFolder(tree.input(), PlanSide::Right, QStringLiteral("new")); }},
+         [](Tree tree) { return planNewFolder(tree.input(), Side::Right, QStringLiteral("new")); }},
         {"delete whole", hidden, false, false, deletion(DeleteManner::ForGood)},
         {"recycle whole", hidden, false, true, deletion(DeleteManner::ToRecycleBin)},
     };

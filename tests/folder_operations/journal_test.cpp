@@ -44,7 +44,7 @@ private Q_SLOTS:
         const QStringList before = tree.picture();
         OperationJournal journal(FileLayer::native(), tree.journalFolder());
         journal.setNext(QStringLiteral("mirror"));
-        const OperationPlan plan = planMirror(tree.input(), PlanSide::Left, manner);
+        const OperationPlan plan = planMirror(tree.input(), Side::Left, manner);
         const ExecutionReport report = tree.execute(plan, {true, &journal});
         QCOMPARE(tree.problems(report), QStringList());
         QCOMPARE(report.done, report.plan.totals());
@@ -101,10 +101,10 @@ private Q_SLOTS:
         limits.keptBytes = 8;
         OperationJournal journal(FileLayer::native(), tree.journalFolder(), limits);
         tree.make("right/before=1");
-        QVERIFY(tree.execute(planDelete(tree.input(), {0}, PlanSide::Right, DeleteManner::ForGood,
-                                        DeleteScope::ListedEntries),
-                             journal)
-                    .isComplete());
+        QVERIFY(
+            tree.execute(planDelete(tree.input(), {0}, Side::Right, DeleteManner::ForGood, DeleteScope::ListedEntries),
+                         journal)
+                .isComplete());
         const ExecutionReport report = tree.execute(tree.mirror(), journal);
         QVERIFY(report.isComplete());
         QCOMPARE(report.notUndoable, 1);
@@ -403,7 +403,7 @@ private Q_SLOTS:
             return isDead ? FileError{FileErrorKind::Other, {}} : FileError();
         });
         OperationJournal crashed(dying, tree.journalFolder());
-        (void)tree.execute(planUpdate(tree.input(), PlanSide::Left), {false, &crashed}, dying);
+        (void)tree.execute(planUpdate(tree.input(), Side::Left), {false, &crashed}, dying);
         const auto copies = [&tree] { return tree.picture("right").filter(QStringLiteral(".tmp")); };
         QCOMPARE(copies().size(), 1);
 
@@ -420,7 +420,7 @@ private Q_SLOTS:
         OperationJournal journal(FileLayer::native(), tree.journalFolder());
         const auto copiesAfterARun = [&](const char *newFile) {
             tree.make(newFile);
-            (void)tree.execute(planUpdate(tree.input(), PlanSide::Left), journal);
+            (void)tree.execute(planUpdate(tree.input(), Side::Left), journal);
             return copies();
         };
         {
@@ -445,7 +445,7 @@ private Q_SLOTS:
             return FileError();
         });
         OperationJournal journal(layer, tree.journalFolder());
-        QVERIFY(tree.execute(planUpdate(tree.input(), PlanSide::Left), journal, layer).isComplete());
+        QVERIFY(tree.execute(planUpdate(tree.input(), Side::Left), journal, layer).isComplete());
         QCOMPARE(journal.planUndo().plan.steps.size(), 2);
         OperationJournal(FileLayer::native(), tree.journalFolder(), none).prune();
         QCOMPARE(journal.planUndo().refusal, UndoRefusal::NothingToUndo);

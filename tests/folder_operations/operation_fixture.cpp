@@ -1,6 +1,7 @@
 #include "folder_operations/operation_fixture.h"
 
 #include "folder/engine/folder_engine.h"
+#include "vfs/local_folder.h"
 
 #include <QDir>
 #include <QTest>
@@ -146,9 +147,9 @@ bool OperationFixture::hasRecycleBin()
 PlanInput OperationFixture::input() const
 {
     PlanInput input;
-    input.leftRoot = left();
-    input.rightRoot = right();
-    input.items = compareFolderTree(left(), right(), {}, CompareMethod::Crc, {}, 0, {}, {nullptr, &input.problems});
+    input.roots = localFolders(left(), right());
+    input.items =
+        compareFolderTree({.roots = input.roots, .method = CompareMethod::Crc}, {}, {nullptr, &input.problems});
     return input;
 }
 
@@ -161,7 +162,7 @@ qsizetype OperationFixture::indexOf(const PlanInput &input, const Name &name)
 
 OperationPlan OperationFixture::mirror(DeleteManner manner) const
 {
-    return surveyed(planMirror(input(), PlanSide::Left, manner));
+    return surveyed(planMirror(input(), Side::Left, manner));
 }
 
 OperationPlan OperationFixture::surveyed(const OperationPlan &plan)

@@ -1,3 +1,4 @@
+#include "folder_engine/memory_tree.h"
 #include "folder_operations/operation_fixture.h"
 #include "support/diff_items.h"
 #include "support/test_main.h"
@@ -11,8 +12,7 @@ PlanInput inputOf(const char *listing)
 {
     PlanInput input;
     input.items = madeItems(listing);
-    input.leftRoot = word("/l");
-    input.rightRoot = word("/r");
+    input.roots = localFolders(word("/l"), word("/r"));
     return input;
 }
 
@@ -31,7 +31,7 @@ class PlanBuildersTest : public QObject {
 private Q_SLOTS:
     void mirrorMakesIdentical()
     {
-        const OperationPlan plan = planMirror(variety(), PlanSide::Left, DeleteManner::ForGood);
+        const OperationPlan plan = planMirror(variety(), Side::Left, DeleteManner::ForGood);
         QCOMPARE(drawn(plan), lines("replace(0:both/newer,1:both/newer) replace(0:both/older,1:both/older) "
                                     "make(0:new,1:new) make(0:new/deep,1:new/deep) "
                                     "copy(0:new/deep/file,1:new/deep/file) replace(0:timeless,1:timeless) "
@@ -47,14 +47,14 @@ private Q_SLOTS:
         QCOMPARE(totals.madeFolders, 2);
         QVERIFY(!plan.sourceIsEmpty);
 
-        QCOMPARE(drawn(planMirror(variety(), PlanSide::Right, DeleteManner::ToRecycleBin)).mid(3),
+        QCOMPARE(drawn(planMirror(variety(), Side::Right, DeleteManner::ToRecycleBin)).mid(3),
                  lines("copy(1:old/file,0:old/file) replace(1:timeless,0:timeless) "
                        "recycle(0:new/deep/file) recycle(0:new/deep) recycle(0:new)"));
     }
 
     void mirrorFromNothingIsMarked()
     {
-        const OperationPlan plan = planMirror(inputOf(">a|>b"), PlanSide::Left, DeleteManner::ForGood);
+        const OperationPlan plan = planMirror(inputOf(">a|>b"), Side::Left, DeleteManner::ForGood);
         QVERIFY(plan.sourceIsEmpty);
         QCOMPARE(plan.steps.size(), 2);
     }
@@ -65,7 +65,7 @@ private Q_SLOTS:
         input.shows = [](const FolderDiffItem &entry) {
             return !entry.name.endsWith(QLatin1String(".log")) && entry.name != QLatin1String("hidden");
         };
-        const OperationPlan plan = planMirror(input, PlanSide::Left, DeleteManner::ForGood);
+        const OperationPlan plan = planMirror(input, Side::Left, DeleteManner::ForGood);
         QCOMPARE(drawn(plan), lines("delete(1:dir/other)"));
         QCOMPARE(plan.leftOut, (QList<LeftOutEntry>{{LeftOutReason::HoldsHiddenEntries, word("/r/dir"), {}}}));
     }
@@ -74,7 +74,7 @@ private Q_SLOTS:
     {
         PlanInput input = inputOf(">dir/ 1 1|>dir/file|>gone");
         input.problems = {{FolderProblem::Kind::UnreadableFolder, word("/l/dir")}};
-        const OperationPlan plan = planMirror(input, PlanSide::Left, DeleteManner::ForGood);
+        const OperationPlan plan = planMirror(input, Side::Left, DeleteManner::ForGood);
         QCOMPARE(drawn(plan), lines("delete(1:gone)"));
         QCOMPARE(plan.leftOut.size(), 1);
         QCOMPARE(plan.leftOut[0].reason, LeftOutReason::NotReadable);
@@ -82,10 +82,10 @@ private Q_SLOTS:
 
     void updatesCopyNewAndNewer()
     {
-        QCOMPARE(drawn(planUpdate(variety(), PlanSide::Left)),
+        QCOMPARE(drawn(planUpdate(variety(), Side::Left)),
                  lines("replace(0:both/newer,1:both/newer) make(0:new,1:new) make(0:new/deep,1:new/deep) "
                        "copy(0:new/deep/file,1:new/deep/file)"));
-        QCOMPARE(drawn(planUpdate(variety(), PlanSide::Right)),
+        QCOMPARE(drawn(planUpdate(variety(), Side::Right)),
                  lines("replace(1:both/older,0:both/older) make(1:old,0:old) copy(1:old/file,0:old/file)"));
 
         const OperationPlan both = planUpdateBoth(variety());
@@ -98,15 +98,15 @@ private Q_SLOTS:
 
         PlanInput tolerant = variety();
         tolerant.toleranceSec = 8;
-        QCOMPARE(planUpdate(tolerant, PlanSide::Left).steps.size(), 3);
+        QCOMPARE(planUpdate(tolerant, Side::Left).steps.size(), 3);
     }
 
     void aFileNeverReplacesAFolder()
     {
         const PlanInput input = inputOf("!x/ 1 2|<y");
         for (const OperationPlan &plan :
-             {planMirror(input, PlanSide::Left, DeleteManner::ForGood), planUpdate(input, PlanSide::Left),
-              planUpdateBoth(input), planCopyToOtherSide(input, {0, 1}, PlanSide::Left)}) {
+             {planMirror(input, Side::Left, DeleteManner::ForGood), planUpdate(input, Side::Left),
+              planUpdateBoth(input), planCopyToOtherSide(input, {0, 1}, Side::Left)}) {
             QCOMPARE(drawn(plan), lines("copy(0:y,1:y)"));
             QCOMPARE(plan.leftOut.size(), 1);
             QCOMPARE(plan.leftOut[0].reason, LeftOutReason::FileAgainstFolder);
@@ -118,7 +118,7 @@ private Q_SLOTS:
         PlanInput input = inputOf("!docs/ 1 1|!docs/a.txt 2 1|<docs/new/|<docs/new/b");
         input.items[0].rightPath = word("/r/Documents");
         input.items[1].rightPath = word("/r/Documents/A.TXT");
-        QCOMPARE(drawn(planMirror(input, PlanSide::Left, DeleteManner::ForGood)),
+        QCOMPARE(drawn(planMirror(input, Side::Left, DeleteManner::ForGood)),
                  lines("replace(0:docs/a.txt,1:Documents/A.TXT) make(0:docs/new,1:Documents/new) "
                        "copy(0:docs/new/b,1:Documents/new/b)"));
     }
@@ -126,71 +126,86 @@ private Q_SLOTS:
     void selectionsAreFoldersWithTheirContents()
     {
         const PlanInput input = variety();
-        QCOMPARE(drawn(planCopyToOtherSide(input, {0}, PlanSide::Left)),
+        QCOMPARE(drawn(planCopyToOtherSide(input, {0}, Side::Left)),
                  lines("replace(0:both/newer,1:both/newer) replace(0:both/older,1:both/older)"));
         // A selected file is copied though it is equal; folders that it needs are made.
-        QCOMPARE(drawn(planCopyToOtherSide(input, {3, 6}, PlanSide::Left)),
+        QCOMPARE(drawn(planCopyToOtherSide(input, {3, 6}, Side::Left)),
                  lines("replace(0:both/same,1:both/same) make(0:new,1:new) make(0:new/deep,1:new/deep) "
                        "copy(0:new/deep/file,1:new/deep/file)"));
-        QCOMPARE(drawn(planMoveToOtherSide(input, {4}, PlanSide::Left)),
+        QCOMPARE(drawn(planMoveToOtherSide(input, {4}, Side::Left)),
                  lines("make(0:new,1:new) make(0:new/deep,1:new/deep) "
                        "move(0:new/deep/file,1:new/deep/file) delete(0:new/deep) delete(0:new)"));
-        QCOMPARE(planCopyToOtherSide(input, {7}, PlanSide::Left).leftOut[0].reason, LeftOutReason::NoPlaceOnThisSide);
+        QCOMPARE(planCopyToOtherSide(input, {7}, Side::Left).leftOut[0].reason, LeftOutReason::NoPlaceOnThisSide);
     }
 
     void copiesToAnyPlace()
     {
         const PlanInput input = inputOf("<a/|<a/x|<b/|<b/x");
-        QCOMPARE(drawn(planCopyTo(input, {0, 1}, PlanSide::Left, word("/d"), IfPresent::LeaveOut)),
+        QCOMPARE(drawn(planCopyTo(input, {0, 1}, Side::Left, word("/d"), IfPresent::LeaveOut)),
                  lines("make(0:a,1:a) copy(0:a/x,1:a/x)"));
-        const OperationPlan clash = planCopyTo(input, {1, 3}, PlanSide::Left, word("/d"), IfPresent::LeaveOut);
+        const OperationPlan clash = planCopyTo(input, {1, 3}, Side::Left, word("/d"), IfPresent::LeaveOut);
         QCOMPARE(drawn(clash), lines("copy(0:a/x,1:x)"));
         QCOMPARE(clash.leftOut[0].reason, LeftOutReason::NameTaken);
-        const OperationPlan inside = planCopyTo(input, {0, 3}, PlanSide::Left, word("/l/a/deep"), IfPresent::LeaveOut);
+        const OperationPlan inside = planCopyTo(input, {0, 3}, Side::Left, word("/l/a/deep"), IfPresent::LeaveOut);
         QCOMPARE(drawn(inside), lines("copy(0:b/x,1:x)"));
         QCOMPARE(inside.leftOut[0].reason, LeftOutReason::IntoItself);
-        QCOMPARE(drawn(planMoveTo(input, {2}, PlanSide::Left, word("/d"), IfPresent::LeaveOut)),
+        QCOMPARE(drawn(planMoveTo(input, {2}, Side::Left, word("/d"), IfPresent::LeaveOut)),
                  lines("make(0:b,1:b) move(0:b/x,1:b/x) delete(0:b)"));
     }
 
     void refusesWhatCannotBeRight()
     {
         PlanInput input = variety();
-        input.rightReadOnly = true;
-        QCOMPARE(planMirror(input, PlanSide::Left, DeleteManner::ForGood).refusal, PlanRefusal::ReadOnlySide);
-        QCOMPARE(planDelete(input, {0}, PlanSide::Right, DeleteManner::ForGood, DeleteScope::ListedEntries).refusal,
+        input.readOnly.right = true;
+        QCOMPARE(planMirror(input, Side::Left, DeleteManner::ForGood).refusal, PlanRefusal::ReadOnlySide);
+        QCOMPARE(planDelete(input, {0}, Side::Right, DeleteManner::ForGood, DeleteScope::ListedEntries).refusal,
                  PlanRefusal::ReadOnlySide);
-        QCOMPARE(planMoveToOtherSide(input, {7}, PlanSide::Right).refusal, PlanRefusal::ReadOnlySide);
-        QCOMPARE(planMoveTo(input, {7}, PlanSide::Right, word("/d"), IfPresent::LeaveOut).refusal,
+        QCOMPARE(planMoveToOtherSide(input, {7}, Side::Right).refusal, PlanRefusal::ReadOnlySide);
+        QCOMPARE(planMoveTo(input, {7}, Side::Right, word("/d"), IfPresent::LeaveOut).refusal,
                  PlanRefusal::ReadOnlySide);
         QVERIFY(drawn(planUpdateBoth(input)).filter(word("-> 1:")).isEmpty());
 
         for (const char *root : {"/l", "/l/inner", "/"}) {
             PlanInput overlapping = variety();
-            overlapping.rightRoot = word(root);
-            const OperationPlan plan = planMirror(overlapping, PlanSide::Left, DeleteManner::ForGood);
+            overlapping.roots.right = localFolder(word(root));
+            const OperationPlan plan = planMirror(overlapping, Side::Left, DeleteManner::ForGood);
             QCOMPARE(plan.refusal, PlanRefusal::OverlappingRoots);
             QVERIFY(plan.steps.isEmpty());
         }
         for (const char *name : {"", ".", "..", "a/b"})
-            QCOMPARE(planRename(variety(), 1, PlanSide::Left, word(name)).refusal, PlanRefusal::NameNotAllowed);
-        QCOMPARE(planNewFolder(variety(), PlanSide::Left, word("a/../../b")).refusal, PlanRefusal::NameNotAllowed);
+            QCOMPARE(planRename(variety(), 1, Side::Left, word(name)).refusal, PlanRefusal::NameNotAllowed);
+        QCOMPARE(planNewFolder(variety(), Side::Left, word("a/../../b")).refusal, PlanRefusal::NameNotAllowed);
+    }
+
+    void treesThatAreNoFoldersAreNeitherWrittenNorTakenForPaths()
+    {
+        const MemoryTree tree;
+        PlanInput input = inputOf("<new|>old");
+        input.roots.right = tree.at();
+        const auto refusal = [](const OperationPlan &plan) {
+            return plan.steps.isEmpty() ? plan.refusal : PlanRefusal::None;
+        };
+        QCOMPARE(refusal(planMirror(input, Side::Left, DeleteManner::ForGood)), PlanRefusal::ReadOnlySide);
+        QCOMPARE(refusal(planMirror(input, Side::Right, DeleteManner::ForGood)), PlanRefusal::NoLocalFolder);
+        QCOMPARE(refusal(planCopyToOtherSide(input, {1}, Side::Right)), PlanRefusal::NoLocalFolder);
+        QCOMPARE(refusal(planCopyTo(input, {1}, Side::Right, word("/d"), IfPresent::LeaveOut)),
+                 PlanRefusal::NoLocalFolder);
+        const OperationPlan own = planDelete(input, {0}, Side::Left, DeleteManner::ForGood, DeleteScope::ListedEntries);
+        QCOMPARE(drawn(own), lines("delete(0:new)"));
     }
 
     void deletionsAndNames()
     {
         const PlanInput input = variety();
-        QCOMPARE(
-            drawn(planDelete(input, {0, 7}, PlanSide::Right, DeleteManner::ToRecycleBin, DeleteScope::ListedEntries)),
-            lines("recycle(1:old/file) recycle(1:old) recycle(1:both/same) recycle(1:both/older) "
-                  "recycle(1:both/newer) recycle(1:both)"));
+        QCOMPARE(drawn(planDelete(input, {0, 7}, Side::Right, DeleteManner::ToRecycleBin, DeleteScope::ListedEntries)),
+                 lines("recycle(1:old/file) recycle(1:old) recycle(1:both/same) recycle(1:both/older) "
+                       "recycle(1:both/newer) recycle(1:both)"));
         const OperationPlan whole =
-            planDelete(input, {7, 8}, PlanSide::Right, DeleteManner::ForGood, DeleteScope::WholeFolder);
+            planDelete(input, {7, 8}, Side::Right, DeleteManner::ForGood, DeleteScope::WholeFolder);
         QCOMPARE(drawn(whole), lines("delete(1:old)"));
         QVERIFY(whole.steps[0].wholeTree);
-        QCOMPARE(drawn(planRename(input, 6, PlanSide::Left, word("name"))),
-                 lines("move(0:new/deep/file,0:new/deep/name)"));
-        QCOMPARE(drawn(planNewFolder(input, PlanSide::Right, word("old/inner"))), lines("make(1:old/inner)"));
+        QCOMPARE(drawn(planRename(input, 6, Side::Left, word("name"))), lines("move(0:new/deep/file,0:new/deep/name)"));
+        QCOMPARE(drawn(planNewFolder(input, Side::Right, word("old/inner"))), lines("make(1:old/inner)"));
         const OperationPlan files =
             planDeleteFiles(word("/d"), {word("/d/a/b"), word("/e/c"), word("/d/../e/c")}, DeleteManner::ForGood);
         QCOMPARE(drawn(files), lines("delete(0:a/b)"));

@@ -39,7 +39,7 @@ private Q_SLOTS:
         tree.make("left/changed=2 right/taken=2 right/dir=file left/back=2");
         tree.remove("left/gone");
         tree.remove("right/lost");
-        const OperationPlan plan = tree.surveyed(planMirror(input, PlanSide::Left, DeleteManner::ForGood));
+        const OperationPlan plan = tree.surveyed(planMirror(input, Side::Left, DeleteManner::ForGood));
         QCOMPARE(drawn(plan), lines("delete(1:old)"));
         QCOMPARE(tree.leftOut(plan),
                  (QStringList{
@@ -67,14 +67,14 @@ private Q_SLOTS:
         OperationFixture tree;
         tree.make("right/dir/inner/.hidden=12 right/dir/x=1");
         const PlanInput input = tree.input();
-        const OperationPlan recycled = tree.surveyed(
-            planDelete(input, {0}, PlanSide::Right, DeleteManner::ToRecycleBin, DeleteScope::WholeFolder));
+        const OperationPlan recycled =
+            tree.surveyed(planDelete(input, {0}, Side::Right, DeleteManner::ToRecycleBin, DeleteScope::WholeFolder));
         QCOMPARE(drawn(recycled), lines("recycle(1:dir)"));
         QCOMPARE(recycled.totals().deletedFiles, 2);
         QCOMPARE(recycled.totals().deletedUnlisted, 1);
         QCOMPARE(recycled.totals().deletedBytes, 3);
         const OperationPlan deleted =
-            tree.surveyed(planDelete(input, {0}, PlanSide::Right, DeleteManner::ForGood, DeleteScope::WholeFolder));
+            tree.surveyed(planDelete(input, {0}, Side::Right, DeleteManner::ForGood, DeleteScope::WholeFolder));
         QCOMPARE(deleted.steps.size(), 4);
         QCOMPARE(drawn(deleted).last(), QStringLiteral("delete(1:dir)"));
         QCOMPARE(deleted.totals().deletedFolders, 2);
@@ -88,15 +88,14 @@ private Q_SLOTS:
         const PlanInput input = tree.input();
         const PlanSelection all{tree.indexOf(input, "dir"), tree.indexOf(input, "c")};
         const QString other = tree.path("other");
-        const OperationPlan spared = tree.surveyed(planCopyTo(input, all, PlanSide::Left, other, IfPresent::LeaveOut));
+        const OperationPlan spared = tree.surveyed(planCopyTo(input, all, Side::Left, other, IfPresent::LeaveOut));
         QCOMPARE(drawn(spared), lines("copy(0:dir/b,1:dir/b)"));
         QCOMPARE(tree.leftOut(spared),
                  (QStringList{said(Reason::TargetExists, "other/c"), said(Reason::TargetExists, "other/dir/a")}));
-        const OperationPlan replaced = tree.surveyed(planCopyTo(input, all, PlanSide::Left, other, IfPresent::Replace));
+        const OperationPlan replaced = tree.surveyed(planCopyTo(input, all, Side::Left, other, IfPresent::Replace));
         QCOMPARE(drawn(replaced), lines("replace(0:dir/a,1:dir/a) copy(0:dir/b,1:dir/b)"));
         // Where it already is, an entry cannot be copied to.
-        const OperationPlan same =
-            tree.surveyed(planCopyTo(input, all, PlanSide::Left, tree.left(), IfPresent::Replace));
+        const OperationPlan same = tree.surveyed(planCopyTo(input, all, Side::Left, tree.left(), IfPresent::Replace));
         QVERIFY(same.steps.isEmpty());
     }
 
@@ -111,11 +110,10 @@ private Q_SLOTS:
         const qsizetype dir = tree.indexOf(input, "dir");
         const qsizetype gone = tree.indexOf(input, "gone");
         for (const OperationPlan &made :
-             {planMirror(input, PlanSide::Left, DeleteManner::ForGood),
-              planMoveToOtherSide(input, {dir}, PlanSide::Left),
-              planDelete(input, {gone}, PlanSide::Right, DeleteManner::ForGood, DeleteScope::WholeFolder),
-              planDelete(input, {gone}, PlanSide::Right, DeleteManner::ToRecycleBin, DeleteScope::WholeFolder),
-              planCopyTo(input, {dir}, PlanSide::Left, tree.path("other"), IfPresent::LeaveOut)}) {
+             {planMirror(input, Side::Left, DeleteManner::ForGood), planMoveToOtherSide(input, {dir}, Side::Left),
+              planDelete(input, {gone}, Side::Right, DeleteManner::ForGood, DeleteScope::WholeFolder),
+              planDelete(input, {gone}, Side::Right, DeleteManner::ToRecycleBin, DeleteScope::WholeFolder),
+              planCopyTo(input, {dir}, Side::Left, tree.path("other"), IfPresent::LeaveOut)}) {
             const OperationPlan whole = tree.surveyed(made);
             for (int failing = 1;; ++failing) {
                 ScriptedLayer layer([failing](int number, QLatin1String) {
@@ -140,12 +138,12 @@ private Q_SLOTS:
         tree.make("right/a=1");
         PlanInput input = tree.input();
         tree.remove("left");
-        const OperationPlan plan = tree.surveyed(planMirror(input, PlanSide::Left, DeleteManner::ForGood));
+        const OperationPlan plan = tree.surveyed(planMirror(input, Side::Left, DeleteManner::ForGood));
         QCOMPARE(plan.refusal, PlanRefusal::RootMissing);
         QVERIFY(plan.steps.isEmpty());
         // What needs one side only does not mind.
         const OperationPlan one =
-            tree.surveyed(planDelete(input, {0}, PlanSide::Right, DeleteManner::ForGood, DeleteScope::ListedEntries));
+            tree.surveyed(planDelete(input, {0}, Side::Right, DeleteManner::ForGood, DeleteScope::ListedEntries));
         QCOMPARE(one.steps.size(), 1);
     }
 
@@ -194,15 +192,15 @@ private Q_SLOTS:
             all.sort();
             QCOMPARE(out.filter(QStringLiteral("dir")), all);
         };
-        judge(planCopyToOtherSide(input, dir, PlanSide::Left), copied);
-        judge(planMirror(input, PlanSide::Left, DeleteManner::ForGood), mirrored);
-        judge(planUpdate(input, PlanSide::Left), mirrored);
+        judge(planCopyToOtherSide(input, dir, Side::Left), copied);
+        judge(planMirror(input, Side::Left, DeleteManner::ForGood), mirrored);
+        judge(planUpdate(input, Side::Left), mirrored);
         judge(planUpdateBoth(input), mirrored);
-        judge(planCopyTo(input, dir, PlanSide::Left, other, IfPresent::LeaveOut), copied);
-        judge(planMoveToOtherSide(input, dir, PlanSide::Left), moved, Reason::HoldsHiddenEntries);
-        judge(planMoveTo(input, dir, PlanSide::Left, other, IfPresent::LeaveOut), moved, Reason::HoldsUnlistedEntries);
+        judge(planCopyTo(input, dir, Side::Left, other, IfPresent::LeaveOut), copied);
+        judge(planMoveToOtherSide(input, dir, Side::Left), moved, Reason::HoldsHiddenEntries);
+        judge(planMoveTo(input, dir, Side::Left, other, IfPresent::LeaveOut), moved, Reason::HoldsUnlistedEntries);
         // One entry of it is not the folder, even where nothing else is listed, and a rule that spares one spares it.
-        QCOMPARE(drawn(tree.surveyed(planCopyToOtherSide(input, {tree.indexOf(input, "dir/a")}, PlanSide::Left))),
+        QCOMPARE(drawn(tree.surveyed(planCopyToOtherSide(input, {tree.indexOf(input, "dir/a")}, Side::Left))),
                  lines("make(0:dir,1:dir) copy(0:dir/a,1:dir/a)"));
         input.shows = {};
         const auto sparing = [](const FolderDiffItem &item) {

@@ -1,6 +1,7 @@
 #include "folder/compare/folder_comparison.h"
 #include "folder_engine/test_tree.h"
 #include "support/test_main.h"
+#include "vfs/local_folder.h"
 
 #include <QDir>
 #include <QFile>
@@ -26,10 +27,7 @@ struct Fixture {
     TestTree disk;
     FolderComparison comparison;
 
-    [[nodiscard]] FolderSpec spec() const
-    {
-        return {disk.left(), disk.right(), {}, {}, {}, {}, makeSharedSystemFileTest(), {}};
-    }
+    [[nodiscard]] FolderSpec spec() const { return {localFolders(disk.left(), disk.right()), {}, {}, {}, {}, {}}; }
 
     void load(bool whole = false)
     {

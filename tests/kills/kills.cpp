@@ -38,39 +38,39 @@ PlanSelection everything(const PlanInput &input)
 
 OperationPlan mirrorForGood(const OperationFixture &tree)
 {
-    return planMirror(tree.input(), PlanSide::Left, DeleteManner::ForGood);
+    return planMirror(tree.input(), Side::Left, DeleteManner::ForGood);
 }
 
 OperationPlan mirrorToBin(const OperationFixture &tree)
 {
-    return planMirror(tree.input(), PlanSide::Left, DeleteManner::ToRecycleBin);
+    return planMirror(tree.input(), Side::Left, DeleteManner::ToRecycleBin);
 }
 
 OperationPlan moveAll(const OperationFixture &tree)
 {
     const PlanInput input = tree.input();
-    return planMoveToOtherSide(input, everything(input), PlanSide::Left);
+    return planMoveToOtherSide(input, everything(input), Side::Left);
 }
 
 const std::vector<Operation> operations{
     {"copy",
      [](const OperationFixture &tree) {
          const PlanInput input = tree.input();
-         return planCopyToOtherSide(input, everything(input), PlanSide::Left);
+         return planCopyToOtherSide(input, everything(input), Side::Left);
      }},
     {"mirror", mirrorForGood},
     {"mirror with bin", mirrorToBin},
-    {"update", [](const OperationFixture &tree) { return planUpdate(tree.input(), PlanSide::Left); }},
+    {"update", [](const OperationFixture &tree) { return planUpdate(tree.input(), Side::Left); }},
     {"move", moveAll},
     {"delete",
      [](const OperationFixture &tree) {
          const PlanInput input = tree.input();
-         return planDelete(input, everything(input), PlanSide::Right, DeleteManner::ForGood, DeleteScope::WholeFolder);
+         return planDelete(input, everything(input), Side::Right, DeleteManner::ForGood, DeleteScope::WholeFolder);
      }},
     {"delete to the bin",
      [](const OperationFixture &tree) {
          const PlanInput input = tree.input();
-         return planDelete(input, everything(input), PlanSide::Right, DeleteManner::ToRecycleBin,
+         return planDelete(input, everything(input), Side::Right, DeleteManner::ToRecycleBin,
                            DeleteScope::ListedEntries);
      }},
     {"undo of a mirror", mirrorForGood, true},
@@ -253,7 +253,7 @@ private:
     /// The next run, whatever it does, removes a copy that was being made.
     static void clearLeftover(const OperationFixture &tree, OperationJournal &journal)
     {
-        (void)OperationFixture::execute(planNewFolder(tree.input(), PlanSide::Right, QStringLiteral("next")), journal);
+        (void)OperationFixture::execute(planNewFolder(tree.input(), Side::Right, QStringLiteral("next")), journal);
         QDir(tree.right()).rmdir(QStringLiteral("next"));
     }
 

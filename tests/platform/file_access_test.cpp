@@ -2,6 +2,7 @@
 #include "folder/engine/folder_engine.h"
 #include "platform/file_access.h"
 #include "platform/raw_file.h"
+#include "support/diff_items.h"
 #include "support/files.h"
 #include "support/test_main.h"
 
@@ -54,11 +55,11 @@ private Q_SLOTS:
         QVERIFY((left() + file).size() > 350);
         QVERIFY(makeRawFile(left() + file, "one") && makeRawFile(right() + file, "two"));
 
-        const auto compared = [&] { return compareFolderTree(left(), right(), {}, CompareMethod::Binary).last(); };
+        const auto compared = [&] { return compareFolderTree(between(left(), right(), CompareMethod::Binary)).last(); };
         QCOMPARE(compared().name, file.mid(1));
         QCOMPARE(compared().diffStatus(), FolderDiffStatus::Different);
         QCOMPARE(fileCrc32(left() + file), QByteArray::fromHex("7a6c86f1"));
-        QCOMPARE(countFolderContents(left()), (FolderTotals{1, 12, 3}));
+        QCOMPARE(countFolderContents(localFolder(left())), (FolderTotals{1, 12, 3}));
 
         QVERIFY(saveFile(right() + file, "one").ok());
         QCOMPARE(compared().diffStatus(), FolderDiffStatus::Same);
@@ -74,8 +75,8 @@ private Q_SLOTS:
         }
         const QStringList expected = words("=aux|=com1.txt|!con|=ends in .|=nul|=trailing ");
         for (const CompareMethod method : {CompareMethod::Crc, CompareMethod::Binary}) {
-            QCOMPARE(drawn(compareFolderTree(left(), right(), {}, method)), expected);
-            QCOMPARE(drawn(compareFolderLevel(left(), right(), method)), expected);
+            QCOMPARE(drawn(compareFolderTree(between(left(), right(), method))), expected);
+            QCOMPARE(drawn(compareFolderLevel(between(left(), right(), method))), expected);
         }
     }
 
@@ -88,10 +89,10 @@ private Q_SLOTS:
         QVERIFY(makeRawFile(left() + QLatin1String("/sub/f"), "1"));
         QVERIFY(makeRawFile(right() + QLatin1String("/Sub/f"), "1"));
         // Also where the file system takes them for one and would find each on both sides.
-        QCOMPARE(drawn(compareFolderTree(left(), right(), {}, CompareMethod::Crc)),
+        QCOMPARE(drawn(compareFolderTree(between(left(), right(), CompareMethod::Crc))),
                  words(">README.txt|<Readme.txt|>Sub|>Sub/f|<sub|<sub/f"));
-        const auto level = compareFolderLevel(left(), right(), CompareMethod::Crc, {}, 0,
-                                              {{QStringLiteral("read*"), QStringLiteral("read*")}});
+        const auto level = compareFolderLevel(
+            between(left(), right(), CompareMethod::Crc, 0, {{QStringLiteral("read*"), QStringLiteral("read*")}}));
         QCOMPARE(drawn(level), words("=Readme.txt|>Sub|<sub"));
     }
 
@@ -137,12 +138,9 @@ private Q_SLOTS:
             QVERIFY(write(left() + name, moment) && write(right() + name, moment + apart));
         }
         // Equal sizes: the times alone decide, and only beyond the tolerance the contents, which differ.
-        QCOMPARE(drawn(compareFolderTree(left(), right(), {}, CompareMethod::Rules, {}, 2)),
+        QCOMPARE(drawn(compareFolderTree(between(left(), right(), CompareMethod::Rules, 2))),
                  words("=2000 ms apart|=2999 ms apart|!3000 ms apart"));
-        QCOMPARE(drawn(compareFolderTree(left(), right(), {}, CompareMethod::Rules, {}, 0))
-                     .filter(QStringLiteral("="))
-                     .size(),
-                 0);
+        QCOMPARE(drawn(compareFolderTree(between(left(), right()))).filter(QStringLiteral("=")).size(), 0);
     }
 
     void saysWhyAFolderGivesNothing()

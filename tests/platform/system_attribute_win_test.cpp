@@ -1,7 +1,8 @@
 #include "folder/engine/folder_engine.h"
-#include "folder/engine/folder_tree.h"
+#include "folder/engine/folder_jobs.h"
 #include "platform/long_path_win.h"
 #include "platform/system_attribute.h"
+#include "support/diff_items.h"
 #include "support/test_main.h"
 
 #include <QTemporaryDir>
@@ -35,13 +36,14 @@ private Q_SLOTS:
         QVERIFY(!isSystemFile(path("folder")));
         QVERIFY(!isSystemFile(path("nothing")));
 
-        const auto items = compareFolderLevel(folder.path(), path("nothing"), CompareMethod::Binary);
+        const auto items = compareFolderLevel(between(folder.path(), path("nothing"), CompareMethod::Binary));
         QCOMPARE(names(items), QStringLiteral("folder plain system"));
         FolderSessionOptions options;
         options.excludeOsFiles = true;
         const auto shown = [&] {
             FolderTree tree = FolderTree::inGivenOrder(items);
-            tree.setVerdicts(FolderTree::judge(items, FolderFilter(options), {}));
+            tree.setVerdicts(FolderTree::judge(
+                items, FolderSpec{localFolders(folder.path(), {}), options, {}, {}, {}, {}}.filter(), {}));
             return names(shownItems(tree));
         };
         QCOMPARE(shown(), QStringLiteral("folder plain"));

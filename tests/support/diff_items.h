@@ -1,9 +1,18 @@
 #pragma once
 
-#include "folder/engine/folder_diff_item.h"
+#include "folder/engine/folder_engine.h"
 #include "support/files.h"
+#include "vfs/local_folder.h"
 
 namespace velmora::test {
+
+/// Two local folders as the engine takes them.
+[[nodiscard]] inline FolderInput between(const QString &left, const QString &right,
+                                         CompareMethod method = CompareMethod::Rules, qint32 toleranceSec = 0,
+                                         const QList<ManualAlignRule> &rules = {})
+{
+    return {.roots = localFolders(left, right), .method = method, .toleranceSec = toleranceSec, .alignRules = rules};
+}
 
 /// Entries of a comparison of "/l" and "/r", in parts between "|": a sign for the status ("=", "<", ">", "!"), the
 /// name, a "/" after folders. Behind it " LEFT RIGHT" may give the times, in seconds, of an entry that is on both sides

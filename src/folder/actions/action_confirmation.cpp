@@ -43,12 +43,12 @@ bool isPlainReplacement(const OperationPlan &plan, qint64 keptBytes)
 }
 
 /// Precondition: something is replaced.
-QString replacementText(const OperationPlan &plan, PlanSide side)
+QString replacementText(const OperationPlan &plan, Side side)
 {
     const qint64 files = plan.totals().replacedFiles;
     if (files > 1)
         return Velmora::tr("%1 files will be replaced.").arg(QLocale().toString(files)) + QLatin1String("\n\n") +
-               sideLine(side, plan.roots[side == PlanSide::Left ? 0 : 1].path);
+               sideLine(side, plan.roots[side == Side::Left ? 0 : 1].path);
     const auto step = std::find_if(plan.steps.begin(), plan.steps.end(), replaces);
     const QString text =
         step->replacesProtected ? Velmora::tr("A read-only file will be replaced.")
@@ -206,7 +206,7 @@ private:
         const QString from = sourceLines(m_request);
         if (m_request.command == FolderCommand::UpdateBoth)
             return from;
-        const PlanSide target = otherSide(sourceOf(m_request.command));
+        const Side target = otherSide(sourceOf(m_request.command));
         const QString to = m_request.destination.isEmpty() ? sideLine(target, rootOn(m_request.context, target))
                                                            : shownPath(m_request.destination);
         return from + QStringLiteral("\n→ ") + to;

@@ -90,7 +90,7 @@ private:
         }
         const std::vector<Way> ways = sortedWays();
         for (const FolderDiffItem &item : m_request.selection.items) {
-            for (const PlanSide side : {PlanSide::Left, PlanSide::Right}) {
+            for (const Side side : bothSides) {
                 const QString &path = pathOn(item, side);
                 const auto first = std::lower_bound(ways.begin(), ways.end(), Way{path, {}});
                 const auto inside = std::lower_bound(ways.begin(), ways.end(), Way{path + u'/', {}});
@@ -126,7 +126,7 @@ private:
     }
 
     /// Where a folder went that needed no step of its own, since it was there on both sides.
-    [[nodiscard]] QString folderTarget(const FolderDiffItem &item, PlanSide side) const
+    [[nodiscard]] QString folderTarget(const FolderDiffItem &item, Side side) const
     {
         const QString &path = pathOn(item, side);
         const bool endsWithSlash = m_request.destination.endsWith(u'/');
@@ -150,7 +150,7 @@ private:
         const FolderActionContext &context = m_request.context;
         QHash<QString, QString> names;
         for (const FolderDiffItem &item : context.items) {
-            for (const PlanSide side : {PlanSide::Left, PlanSide::Right}) {
+            for (const Side side : bothSides) {
                 if (!pathOn(item, side).isEmpty())
                     names.insert(pathOn(item, side), item.name);
             }
@@ -178,7 +178,7 @@ private:
 
     [[nodiscard]] QString relativeName(const QString &path) const
     {
-        for (const PlanSide side : {PlanSide::Left, PlanSide::Right}) {
+        for (const Side side : bothSides) {
             QString root = rootOn(m_request.context, side);
             if (!root.endsWith(u'/'))
                 root += u'/';

@@ -2,7 +2,6 @@
 
 #include "folder/engine/folder_engine.h"
 #include "folder/operations/plan_survey.h"
-#include "platform/file_access.h"
 
 #include <algorithm>
 #include <limits>
@@ -61,17 +60,15 @@ bool needsContents(FolderCommand command)
 class Completion {
 public:
     Completion(FolderActionContext &context, FolderCommand command, const CancelFlag &cancel, Progress &progress)
-        : m_context(context), m_cancel(cancel), m_report{&progress, &context.problems}
-    {
-        if (!needsContents(command))
-            return;
-        m_method = compareMethod(context.options.compareBasis);
-        m_toleranceSec = context.options.timeToleranceSec;
-    }
+        : m_context(context),
+          m_cancel(cancel),
+          m_report{&progress, &context.problems},
+          m_readsFiles(needsContents(command))
+    {}
 
     void listEverything()
     {
-        m_context.items = compare(m_context.leftRoot, m_context.rightRoot, {});
+        m_context.items = compare(rootOn(m_context, Side::Left), rootOn(m_context, Side::Right), {});
         m_context.isWhole = true;
     }
 
@@ -92,8 +89,8 @@ public:
                 continue;
             within = item.name;
             const QList<FolderDiffItem> contents =
-                compare(tree.placeOf(item, PlanSide::Left, m_context.leftRoot),
-                        tree.placeOf(item, PlanSide::Right, m_context.rightRoot), item.name);
+                compare(tree.placeOf(item, Side::Left, rootOn(m_context, Side::Left)),
+                        tree.placeOf(item, Side::Right, rootOn(m_context, Side::Right)), item.name);
             rollUp(items.last(), contents);
             items.append(contents);
         }
@@ -103,20 +100,27 @@ public:
 private:
     QList<FolderDiffItem> compare(const QString &left, const QString &right, const QString &prefix)
     {
-        return compareFolderTree(left, right, prefix, m_method, m_cancel, m_toleranceSec,
-                                 m_context.options.alignOverrides, m_report, hiddenEntries(m_context.options));
+        FolderInput input = FolderInput::of(m_context.roots, m_context.options);
+        input.roots.left.path = left;
+        input.roots.right.path = right;
+        input.prefix = prefix;
+        if (!m_readsFiles) {
+            // What is equal in size is taken for the same whatever its time.
+            input.method = CompareMethod::Rules;
+            input.toleranceSec = std::numeric_limits<qint32>::max();
+        }
+        return compareFolderTree(input, m_cancel, m_report);
     }
 
     /// A folder, on both sides if it is on both: a file against a folder has no contents to be compared.
-    [[nodiscard]] static bool isFolderPair(const FolderDiffItem &item)
+    [[nodiscard]] bool isFolderPair(const FolderDiffItem &item) const
     {
-        const auto isFolder = [](const QString &path) {
-            if (path.isEmpty())
-                return true;
-            const std::optional<FolderEntry> entry = FileAccess::native().describe(path);
-            return entry && entry->kind == EntryKind::Folder;
-        };
-        return isFolder(item.leftPath) && isFolder(item.rightPath);
+        return std::all_of(bothSides.begin(), bothSides.end(), [&](Side side) {
+            const QString &path = pathOn(item, side);
+            const std::optional<FolderEntry> entry =
+                path.isEmpty() ? std::nullopt : m_context.roots[side].source->describe(path, HiddenEntries::Listed);
+            return path.isEmpty() || (entry && entry->kind == EntryKind::Folder);
+        });
     }
 
     static void rollUp(FolderDiffItem &folder, const QList<FolderDiffItem> &contents)
@@ -133,9 +137,7 @@ private:
     FolderActionContext &m_context;
     const CancelFlag &m_cancel;
     FolderRunReport m_report;
-    // These two read no file: what is equal in size is taken for the same whatever its time.
-    CompareMethod m_method = CompareMethod::Rules;
-    qint32 m_toleranceSec = std::numeric_limits<qint32>::max();
+    bool m_readsFiles;
 };
 
 void complete(FolderActionContext &context, const ActionRequest &request, const CancelFlag &cancel, Progress &progress)
@@ -154,10 +156,9 @@ PlanInput inputOf(const FolderActionContext &context)
 {
     PlanInput input;
     input.items = context.items;
-    input.leftRoot = context.leftRoot;
-    input.rightRoot = context.rightRoot;
-    input.leftReadOnly = context.options.leftReadOnly;
-    input.rightReadOnly = context.options.rightReadOnly;
+    input.roots = context.roots;
+    for (const Side side : bothSides)
+        input.readOnly[side] = isReadOnly(context, side);
     if (context.isHidden)
         input.shows = [isHidden = context.isHidden](const FolderDiffItem &item) { return !isHidden(item); };
     input.problems = context.problems;
@@ -188,7 +189,7 @@ QList<FolderDiffItem> restrictedTo(const QList<FolderDiffItem> &selection, const
 }
 
 /// The selected entries that are on `side`, by their indexes; with `only`, those that are not on the other one, too.
-PlanSelection indexesOn(const ActionRequest &request, const ItemTree &tree, PlanSide side, bool only = false)
+PlanSelection indexesOn(const ActionRequest &request, const ItemTree &tree, Side side, bool only = false)
 {
     PlanSelection selection;
     for (const FolderDiffItem &item : request.selection.items) {
@@ -204,7 +205,7 @@ OperationPlan planSynchronising(const ActionRequest &request, PlanInput input)
 {
     if (!request.selection.items.isEmpty())
         input.items = restrictedTo(request.selection.items, input.items);
-    const PlanSide source = sourceOf(request.command);
+    const Side source = sourceOf(request.command);
     switch (request.command) {
     case FolderCommand::MirrorToRight:
     case FolderCommand::MirrorToLeft:
@@ -217,7 +218,7 @@ OperationPlan planSynchronising(const ActionRequest &request, PlanInput input)
 }
 
 OperationPlan planToFolder(const ActionRequest &request, const PlanInput &input, const PlanSelection &selection,
-                           PlanSide source)
+                           Side source)
 {
     return request.command == FolderCommand::MoveTo
                ? planMoveTo(input, selection, source, request.destination, request.ifPresent)
@@ -225,13 +226,13 @@ OperationPlan planToFolder(const ActionRequest &request, const PlanInput &input,
 }
 
 /// The plan of one side, for the commands that mean one or both.
-OperationPlan planOn(PlanSide side, const ActionRequest &request, const PlanInput &input, const ItemTree &tree)
+OperationPlan planOn(Side side, const ActionRequest &request, const PlanInput &input, const ItemTree &tree)
 {
     switch (request.command) {
     case FolderCommand::CopyTo:
     case FolderCommand::MoveTo: {
         // Of a pair the left entry goes, where both are meant: they would get in each other's way.
-        const bool leftFirst = request.selection.sides == FolderSides::Both && side == PlanSide::Right;
+        const bool leftFirst = !request.selection.side && side == Side::Right;
         return planToFolder(request, input, indexesOn(request, tree, side, leftFirst), side);
     }
     case FolderCommand::Rename:
@@ -250,13 +251,13 @@ OperationPlan planOf(const ActionRequest &request, const FolderActionContext &co
         return planSynchronising(request, input);
     const ItemTree tree(context.items);
     if (goesToOtherSide(request.command)) {
-        const PlanSide source = sourceOf(request.command);
+        const Side source = sourceOf(request.command);
         const PlanSelection selection = indexesOn(request, tree, source);
         return isMove(request.command) ? planMoveToOtherSide(input, selection, source)
                                        : planCopyToOtherSide(input, selection, source);
     }
     OperationPlan plan;
-    for (const PlanSide side : sidesOf(request.selection.sides)) {
+    for (const Side side : sidesOf(request.selection)) {
         const bool needsEntry = request.command != FolderCommand::NewFolder;
         if (needsEntry && indexesOn(request, tree, side).isEmpty())
             continue;

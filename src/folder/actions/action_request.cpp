@@ -2,17 +2,9 @@
 
 namespace velmora {
 
-QList<PlanSide> sidesOf(FolderSides sides)
+QList<Side> sidesOf(const FolderSelection &selection)
 {
-    switch (sides) {
-    case FolderSides::Left:
-        return {PlanSide::Left};
-    case FolderSides::Right:
-        return {PlanSide::Right};
-    case FolderSides::Both:
-        break;
-    }
-    return {PlanSide::Left, PlanSide::Right};
+    return selection.side ? QList<Side>{*selection.side} : QList<Side>{Side::Left, Side::Right};
 }
 
 bool goesToOtherSide(FolderCommand command)
@@ -34,20 +26,20 @@ bool isMove(FolderCommand command)
            command == FolderCommand::MoveToLeft;
 }
 
-PlanSide sourceOf(FolderCommand command)
+Side sourceOf(FolderCommand command)
 {
     switch (command) {
     case FolderCommand::CopyToLeft:
     case FolderCommand::MoveToLeft:
     case FolderCommand::MirrorToLeft:
     case FolderCommand::UpdateLeft:
-        return PlanSide::Right;
+        return Side::Right;
     default:
-        return PlanSide::Left;
+        return Side::Left;
     }
 }
 
-QString newFolderPath(const ActionRequest &request, PlanSide side)
+QString newFolderPath(const ActionRequest &request, Side side)
 {
     if (request.selection.items.isEmpty())
         return request.name;
@@ -67,7 +59,7 @@ ItemTree::ItemTree(const QList<FolderDiffItem> &items) : m_items(items)
         m_byName.insert(items[i].name, i);
 }
 
-QString ItemTree::placeOf(const FolderDiffItem &item, PlanSide side, const QString &root) const
+QString ItemTree::placeOf(const FolderDiffItem &item, Side side, const QString &root) const
 {
     const QString &there = pathOn(item, side);
     if (!there.isEmpty())

@@ -27,23 +27,19 @@ struct ActionRequest {
     Keeping keeping = Keeping::OldContents;
 };
 
-[[nodiscard]] inline const QString &pathOn(const FolderDiffItem &item, PlanSide side)
+[[nodiscard]] inline const QString &rootOn(const FolderActionContext &context, Side side)
 {
-    return side == PlanSide::Left ? item.leftPath : item.rightPath;
+    return context.roots[side].path;
 }
 
-[[nodiscard]] inline const QString &rootOn(const FolderActionContext &context, PlanSide side)
+/// What a person has said of the side.
+[[nodiscard]] inline bool isReadOnly(const FolderActionContext &context, Side side)
 {
-    return side == PlanSide::Left ? context.leftRoot : context.rightRoot;
-}
-
-[[nodiscard]] inline bool isReadOnly(const FolderActionContext &context, PlanSide side)
-{
-    return side == PlanSide::Left ? context.options.leftReadOnly : context.options.rightReadOnly;
+    return side == Side::Left ? context.options.leftReadOnly : context.options.rightReadOnly;
 }
 
 /// The sides that a selection means, of which there may be one or two.
-[[nodiscard]] QList<PlanSide> sidesOf(FolderSides sides);
+[[nodiscard]] QList<Side> sidesOf(const FolderSelection &selection);
 
 /// True for the commands that copy or move to the other side.
 [[nodiscard]] bool goesToOtherSide(FolderCommand command);
@@ -51,10 +47,10 @@ struct ActionRequest {
 [[nodiscard]] bool isMove(FolderCommand command);
 
 /// The side that a command copies, moves or mirrors from; for those that have one.
-[[nodiscard]] PlanSide sourceOf(FolderCommand command);
+[[nodiscard]] Side sourceOf(FolderCommand command);
 
 /// Where the new folder of `NewFolder` goes on `side`, relative to the root.
-[[nodiscard]] QString newFolderPath(const ActionRequest &request, PlanSide side);
+[[nodiscard]] QString newFolderPath(const ActionRequest &request, Side side);
 
 /// The items as a tree, to find entries and the places that they would have on the other side.
 class ItemTree {
@@ -65,7 +61,7 @@ public:
     /// -1 when there is none. `name` is relative to the roots.
     [[nodiscard]] qsizetype indexOf(const QString &name) const { return m_byName.value(name, -1); }
     /// Where the entry is on `side`, or would be: below the place of the folder that it lies in.
-    [[nodiscard]] QString placeOf(const FolderDiffItem &item, PlanSide side, const QString &root) const;
+    [[nodiscard]] QString placeOf(const FolderDiffItem &item, Side side, const QString &root) const;
 
 private:
     const QList<FolderDiffItem> &m_items;

@@ -156,6 +156,8 @@ QString refusalText(PlanRefusal refusal)
         return Velmora::tr("A folder is missing or cannot be opened.");
     case PlanRefusal::NameNotAllowed:
         return Velmora::tr("This name is not allowed.");
+    case PlanRefusal::NoLocalFolder:
+        return Velmora::tr("This works on files in folders of this computer only.");
     case PlanRefusal::None:
     case PlanRefusal::Cancelled:
         return {};

@@ -9,37 +9,35 @@ namespace velmora {
 
 namespace {
 
-bool hasRoot(const FolderActionContext &context, PlanSide side)
+bool hasRoot(const FolderActionContext &context, Side side)
 {
     return !rootOn(context, side).isEmpty();
 }
 
-QString readOnlyReason(PlanSide side)
+QString whyNotWritable(const FolderActionContext &context, const QList<Side> &sides)
 {
-    return side == PlanSide::Left ? Velmora::tr("The left side is read-only")
-                                  : Velmora::tr("The right side is read-only");
-}
-
-QString whyNotWritable(const FolderActionContext &context, const QList<PlanSide> &sides)
-{
-    for (const PlanSide side : sides) {
+    for (const Side side : sides) {
         if (isReadOnly(context, side))
-            return readOnlyReason(side);
+            return side == Side::Left ? Velmora::tr("The left side is read-only")
+                                      : Velmora::tr("The right side is read-only");
+        if (hasRoot(context, side) && context.roots[side].source->writeBar() != WriteBar::None)
+            return side == Side::Left ? Velmora::tr("The left side shows a fixed state, which cannot be changed")
+                                      : Velmora::tr("The right side shows a fixed state, which cannot be changed");
     }
     return {};
 }
 
-bool isAnyOn(const FolderSelection &selection, PlanSide side)
+bool isAnyOn(const FolderSelection &selection, Side side)
 {
     return std::any_of(selection.items.begin(), selection.items.end(),
                        [side](const FolderDiffItem &item) { return !pathOn(item, side).isEmpty(); });
 }
 
 /// Of the sides that the selection means, those on which something of it is.
-QList<PlanSide> occupiedSides(const FolderSelection &selection)
+QList<Side> occupiedSides(const FolderSelection &selection)
 {
-    QList<PlanSide> sides;
-    for (const PlanSide side : sidesOf(selection.sides)) {
+    QList<Side> sides;
+    for (const Side side : sidesOf(selection)) {
         if (isAnyOn(selection, side))
             sides.append(side);
     }
@@ -48,7 +46,7 @@ QList<PlanSide> occupiedSides(const FolderSelection &selection)
 
 QString whyNotBothFolders(const FolderActionContext &context)
 {
-    const bool both = hasRoot(context, PlanSide::Left) && hasRoot(context, PlanSide::Right);
+    const bool both = hasRoot(context, Side::Left) && hasRoot(context, Side::Right);
     return both ? QString() : Velmora::tr("Choose both folders first");
 }
 
@@ -69,10 +67,10 @@ QString whyNotOne(const FolderSelection &selection)
 
 QString whyNotToOtherSide(FolderCommand command, const FolderActionContext &context, const FolderSelection &selection)
 {
-    const PlanSide source = sourceOf(command);
+    const Side source = sourceOf(command);
     if (const QString reason = whyNotBothFolders(context); !reason.isEmpty())
         return reason;
-    QList<PlanSide> written{otherSide(source)};
+    QList<Side> written{otherSide(source)};
     if (isMove(command))
         written.append(source);
     if (const QString reason = whyNotWritable(context, written); !reason.isEmpty())
@@ -81,11 +79,11 @@ QString whyNotToOtherSide(FolderCommand command, const FolderActionContext &cont
         return Velmora::tr("Nothing is selected");
     if (isAnyOn(selection, source))
         return {};
-    return source == PlanSide::Left ? Velmora::tr("Nothing of the selection is on the left side")
-                                    : Velmora::tr("Nothing of the selection is on the right side");
+    return source == Side::Left ? Velmora::tr("Nothing of the selection is on the left side")
+                                : Velmora::tr("Nothing of the selection is on the right side");
 }
 
-QString whyNotSynchronised(const FolderActionContext &context, const QList<PlanSide> &written)
+QString whyNotSynchronised(const FolderActionContext &context, const QList<Side> &written)
 {
     const QString reason = whyNotBothFolders(context);
     return reason.isEmpty() ? whyNotWritable(context, written) : reason;
@@ -100,11 +98,11 @@ QString whyNotNewFolder(const FolderActionContext &context, const FolderSelectio
 {
     if (selection.items.size() > 1)
         return Velmora::tr("Select one entry only");
-    for (const PlanSide side : sidesOf(selection.sides)) {
+    for (const Side side : sidesOf(selection)) {
         if (!hasRoot(context, side))
             return Velmora::tr("Choose both folders first");
     }
-    return whyNotWritable(context, sidesOf(selection.sides));
+    return whyNotWritable(context, sidesOf(selection));
 }
 
 } // namespace
@@ -133,7 +131,7 @@ QString whyNotPossible(FolderCommand command, const FolderActionContext &context
     case FolderCommand::UpdateLeft:
         return whyNotSynchronised(context, {otherSide(sourceOf(command))});
     case FolderCommand::UpdateBoth:
-        return whyNotSynchronised(context, {PlanSide::Left, PlanSide::Right});
+        return whyNotSynchronised(context, {Side::Left, Side::Right});
     case FolderCommand::Properties:
     case FolderCommand::ShowInFileManager:
         return whyNotOne(selection);

@@ -95,7 +95,7 @@ bool isAboutRoots(FolderCommand command)
 
 std::pair<QString, QString> rootsFromTo(const ActionRequest &request)
 {
-    const PlanSide source = sourceOf(request.command);
+    const Side source = sourceOf(request.command);
     return {shownPath(rootOn(request.context, source)), shownPath(rootOn(request.context, otherSide(source)))};
 }
 
@@ -120,10 +120,10 @@ QString selectionTitle(const ActionRequest &request)
     return visibleName(QStringView(items.first().name).mid(items.first().name.lastIndexOf(u'/') + 1));
 }
 
-QString sideLine(PlanSide side, const QString &path)
+QString sideLine(Side side, const QString &path)
 {
-    return Velmora::tr(side == PlanSide::Left ? QT_TRANSLATE_NOOP("Velmora", "Left side: %1")
-                                              : QT_TRANSLATE_NOOP("Velmora", "Right side: %1"))
+    return Velmora::tr(side == Side::Left ? QT_TRANSLATE_NOOP("Velmora", "Left side: %1")
+                                          : QT_TRANSLATE_NOOP("Velmora", "Right side: %1"))
         .arg(shownPath(path));
 }
 
@@ -132,8 +132,7 @@ QString sourceLines(const ActionRequest &request)
     const bool hasSource = isAboutRoots(request.command) || goesToOtherSide(request.command);
     const bool isOneSided = hasSource && request.command != FolderCommand::UpdateBoth;
     QStringList lines;
-    for (const PlanSide side :
-         isOneSided ? QList<PlanSide>{sourceOf(request.command)} : sidesOf(request.selection.sides)) {
+    for (const Side side : isOneSided ? QList<Side>{sourceOf(request.command)} : sidesOf(request.selection)) {
         const auto isThere = [side](const FolderDiffItem &item) { return !pathOn(item, side).isEmpty(); };
         const QList<FolderDiffItem> &items = request.selection.items;
         const qsizetype count = std::count_if(items.begin(), items.end(), isThere);

@@ -34,7 +34,7 @@ struct CommandWords {
 [[nodiscard]] QString selectionTitle(const ActionRequest &request);
 
 /// Names a side and a full path on it.
-[[nodiscard]] QString sideLine(PlanSide side, const QString &path);
+[[nodiscard]] QString sideLine(Side side, const QString &path);
 
 /// For each side that a command takes entries from, or deletes them on, a line that names the side and the full path.
 [[nodiscard]] QString sourceLines(const ActionRequest &request);

@@ -25,7 +25,8 @@ const QString showResultsKey = QStringLiteral("FolderCompare/showContentResults"
 
 /// What lies in the selection, of pairs on the left. What is selected together with a folder that it lies in counts
 /// once.
-FolderTotals totalsOf(const QList<FolderDiffItem> &selection, const CancelFlag &cancel, Progress &progress)
+FolderTotals totalsOf(const SourcePair &sources, const QList<FolderDiffItem> &selection, const CancelFlag &cancel,
+                      Progress &progress)
 {
     FolderTotals totals;
     QString counted; // the last selected folder, with "/"
@@ -34,10 +35,10 @@ FolderTotals totalsOf(const QList<FolderDiffItem> &selection, const CancelFlag &
             break;
         if (!counted.isEmpty() && item.name.startsWith(counted))
             continue;
-        const bool onLeft = !item.leftPath.isEmpty();
+        const Side side = item.leftPath.isEmpty() ? Side::Right : Side::Left;
         if (!item.isDir) {
             ++totals.files;
-            totals.bytes += quint64(onLeft ? item.leftSize : item.rightSize);
+            totals.bytes += quint64(sizeOn(item, side));
             continue;
         }
         counted = item.name + u'/';
@@ -46,8 +47,7 @@ FolderTotals totalsOf(const QList<FolderDiffItem> &selection, const CancelFlag &
         Progress whole([&progress, before](const ProgressState &state) {
             progress.report(state.phase, before + state.done, 0, state.item);
         });
-        const FolderTotals within =
-            countFolderContents(onLeft ? item.leftPath : item.rightPath, cancel, {&whole, nullptr});
+        const FolderTotals within = countFolderContents({sources[side], pathOn(item, side)}, cancel, {&whole, nullptr});
         totals.files += within.files;
         totals.folders += within.folders;
         totals.bytes += within.bytes;
@@ -57,8 +57,8 @@ FolderTotals totalsOf(const QList<FolderDiffItem> &selection, const CancelFlag &
 
 } // namespace
 
-CompareContentsDialog::CompareContentsDialog(const QList<FolderDiffItem> &selection, CompareMethod method,
-                                             QWidget *parent)
+CompareContentsDialog::CompareContentsDialog(const SourcePair &sources, const QList<FolderDiffItem> &selection,
+                                             CompareMethod method, QWidget *parent)
     : QDialog(parent),
       m_totals(new QLabel),
       m_methods(new QButtonGroup(this)),
@@ -93,7 +93,7 @@ CompareContentsDialog::CompareContentsDialog(const QList<FolderDiffItem> &select
     whole->addWidget(m_results);
     whole->addStretch(1);
     whole->addLayout(buttons);
-    count(selection);
+    count(sources, selection);
     resize(usualWidth, sizeHint().height());
 }
 
@@ -132,20 +132,20 @@ QGroupBox *CompareContentsDialog::makeMethods(CompareMethod chosen)
     return group;
 }
 
-void CompareContentsDialog::count(const QList<FolderDiffItem> &selection)
+void CompareContentsDialog::count(const SourcePair &sources, const QList<FolderDiffItem> &selection)
 {
     m_totals->setText(Velmora::tr("Counting..."));
-    m_runner.start(
-        [selection](const CancelFlag &cancel, Progress &progress) { return totalsOf(selection, cancel, progress); },
-        [this](RunOutcome<FolderTotals> &&outcome) {
-            if (outcome.end == RunEnd::Done)
-                showTotals(*outcome.value);
-            else
-                m_totals->setText(Velmora::tr("not counted"));
-        },
-        [this](const ProgressState &state) {
-            m_totals->setText(Velmora::tr("Counting... %1").arg(QLocale().toString(state.done)));
-        });
+    m_runner.start([sources, selection](const CancelFlag &cancel,
+                                        Progress &progress) { return totalsOf(sources, selection, cancel, progress); },
+                   [this](RunOutcome<FolderTotals> &&outcome) {
+                       if (outcome.end == RunEnd::Done)
+                           showTotals(*outcome.value);
+                       else
+                           m_totals->setText(Velmora::tr("not counted"));
+                   },
+                   [this](const ProgressState &state) {
+                       m_totals->setText(Velmora::tr("Counting... %1").arg(QLocale().toString(state.done)));
+                   });
 }
 
 void CompareContentsDialog::showTotals(const FolderTotals &totals)

@@ -3,6 +3,7 @@
 #include "core/runner.h"
 #include "folder/engine/folder_diff_item.h"
 #include "settings/options/folder_session_options.h"
+#include "vfs/tree_source.h"
 
 #include <QDialog>
 #include <QList>
@@ -22,7 +23,8 @@ class CompareContentsDialog final : public QDialog {
     Q_OBJECT
 public:
     /// `method` is the choice to begin with.
-    CompareContentsDialog(const QList<FolderDiffItem> &selection, CompareMethod method, QWidget *parent = nullptr);
+    CompareContentsDialog(const SourcePair &sources, const QList<FolderDiffItem> &selection, CompareMethod method,
+                          QWidget *parent = nullptr);
 
     [[nodiscard]] CompareMethod method() const;
     /// Remembered from one dialog to the next.
@@ -33,7 +35,7 @@ public Q_SLOTS:
 
 private:
     [[nodiscard]] QGroupBox *makeMethods(CompareMethod chosen);
-    void count(const QList<FolderDiffItem> &selection);
+    void count(const SourcePair &sources, const QList<FolderDiffItem> &selection);
     void showTotals(const FolderTotals &totals);
 
     QLabel *m_totals;

@@ -20,9 +20,9 @@ namespace velmora {
 
 namespace {
 
-QString bareName(const FolderDiffItem &item, FolderSides sides)
+QString bareName(const FolderDiffItem &item, std::optional<Side> side)
 {
-    const bool left = !item.leftPath.isEmpty() && sides != FolderSides::Right;
+    const bool left = !item.leftPath.isEmpty() && side != Side::Right;
     const QString &path = left ? item.leftPath : item.rightPath;
     return path.mid(path.lastIndexOf(u'/') + 1);
 }
@@ -136,8 +136,8 @@ void FolderActions::carryOut(FolderCommand command, const FolderSelection &selec
 void FolderActions::showEntry(FolderCommand command, const FolderSelection &selection)
 {
     const FolderDiffItem &item = selection.items.first();
-    const QString left = selection.sides == FolderSides::Right ? QString() : item.leftPath;
-    const QString right = selection.sides == FolderSides::Left ? QString() : item.rightPath;
+    const QString left = selection.side == Side::Right ? QString() : item.leftPath;
+    const QString right = selection.side == Side::Left ? QString() : item.rightPath;
     if (command == FolderCommand::Properties) {
         auto *dialog = new PropertiesDialog(left, right, &m_window);
         dialog->setAttribute(Qt::WA_DeleteOnClose);
@@ -164,7 +164,7 @@ void FolderActions::askDestination(const ActionRequest &request)
 void FolderActions::askName(const ActionRequest &request)
 {
     const bool renames = request.command == FolderCommand::Rename;
-    const QString current = renames ? bareName(request.selection.items.first(), request.selection.sides) : QString();
+    const QString current = renames ? bareName(request.selection.items.first(), request.selection.side) : QString();
     Dialogs::instance().askText(&m_window, renames ? Velmora::tr("Rename") : Velmora::tr("New folder"),
                                 renames ? Velmora::tr("New name:") : Velmora::tr("Folder name:"), current,
                                 [self = QPointer(this), request, current](const QString &name) {

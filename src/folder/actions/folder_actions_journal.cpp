@@ -21,7 +21,7 @@ namespace {
 /// The side that a plan would write to although it is read-only, as undoing may.
 bool writesReadOnly(const OperationPlan &plan, const FolderActionContext &context)
 {
-    for (const PlanSide side : {PlanSide::Left, PlanSide::Right}) {
+    for (const Side side : bothSides) {
         if (!isReadOnly(context, side) || rootOn(context, side).isEmpty())
             continue;
         const QString below = rootOn(context, side) + u'/';

@@ -2,6 +2,7 @@
 
 #include "folder/engine/folder_diff_item.h"
 #include "settings/options/folder_session_options.h"
+#include "vfs/tree_source.h"
 
 #include <QList>
 #include <QString>
@@ -34,19 +35,15 @@ enum class FolderCommand {
     ContinueRun,       ///< goes on with an operation that was interrupted; for `FolderActions` itself
 };
 
-/// Which side's entries a command means, where it can mean one or both.
-enum class FolderSides { Left, Right, Both };
-
 /// What a command works on.
 struct FolderSelection {
     QList<FolderDiffItem> items; ///< of the comparison, in its order; what lies in a selected folder need not be there
-    FolderSides sides = FolderSides::Both;
+    std::optional<Side> side = {}; ///< whose entries are meant, of a command that can mean one or, without it, both
 };
 
 /// What `FolderActions` knows of a comparison. A value; the items are shared, not copied.
 struct FolderActionContext {
-    QString leftRoot; ///< absolute, with "/"; empty when the side has no folder yet
-    QString rightRoot;
+    Sides<TreeFolder> roots;       ///< none when the side has no folder yet
     FolderSessionOptions options;  ///< the read-only flags, method, tolerance and alignments count
     QList<FolderDiffItem> items;   ///< all, hidden ones too, in pre-order and named relative to the roots
     QList<FolderProblem> problems; ///< of the comparison: what could not be looked at is never taken for missing

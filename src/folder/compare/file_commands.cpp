@@ -70,7 +70,7 @@ FileCommands::FileCommands(FolderCompareBar &bar, FolderView &view, FolderCompar
         Q_EMIT runningChanged();
     });
     connect(m_actions, &FolderActions::finished, this, [this](const QStringList &touched) {
-        if (m_roots.left == m_comparison.spec().left && m_roots.right == m_comparison.spec().right)
+        if (m_roots == rootPaths())
             m_comparison.recompare(touched);
         else
             Q_EMIT othersTouched();
@@ -86,8 +86,7 @@ FolderActionContext FileCommands::context(bool withItems) const
 {
     const FolderSpec &spec = m_comparison.spec();
     FolderActionContext context;
-    context.leftRoot = spec.left;
-    context.rightRoot = spec.right;
+    context.roots = spec.roots;
     context.options = spec.options;
     if (withItems) {
         context.items = m_comparison.tree().items();
@@ -111,7 +110,7 @@ FolderSelection FileCommands::selectionOf(const QList<qint32> &nodes) const
     // Of the side that a person works on; of the other where only that one has the entries.
     const bool left = m_view.activePane().firstColumn() != FolderColumn::RightName;
     const bool there = left ? onLeft : onRight;
-    selection.sides = left == (there || nodes.isEmpty()) ? FolderSides::Left : FolderSides::Right;
+    selection.side = left == (there || nodes.isEmpty()) ? Side::Left : Side::Right;
     return selection;
 }
 
@@ -120,9 +119,14 @@ FolderSelection FileCommands::selection() const
     return selectionOf(m_view.selectedNodes());
 }
 
+Sides<QString> FileCommands::rootPaths() const
+{
+    return {m_comparison.spec().roots.left.path, m_comparison.spec().roots.right.path};
+}
+
 void FileCommands::carryOut(FolderCommand command)
 {
-    m_roots = {m_comparison.spec().left, m_comparison.spec().right, {}};
+    m_roots = rootPaths();
     m_actions->setContext(context(true));
     m_actions->carryOut(command, selection());
     // A list that is shared would be copied at the next change of the tree.

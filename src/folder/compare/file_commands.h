@@ -2,7 +2,6 @@
 
 #include "folder/actions/folder_actions.h"
 #include "folder/engine/folder_jobs.h"
-#include "session/session_record.h"
 
 #include <QObject>
 #include <QTimer>
@@ -54,12 +53,13 @@ private:
 
     void showPossible();
     [[nodiscard]] FolderActionContext context(bool withItems) const;
+    [[nodiscard]] Sides<QString> rootPaths() const;
     [[nodiscard]] FolderSelection selectionOf(const QList<qint32> &nodes) const;
 
     FolderView &m_view;
     FolderComparison &m_comparison;
     FolderActions *m_actions;
-    SessionPaths m_roots; ///< of the command that began last
+    Sides<QString> m_roots; ///< of the command that began last
     QList<Button> m_buttons;
     QTimer m_updater;
 };

@@ -149,7 +149,7 @@ void FolderCompareWidget::askContentsCompare()
             items.append(tree.item(node));
         }
     }
-    auto *dialog = new CompareContentsDialog(items, m_contentsMethod, this);
+    auto *dialog = new CompareContentsDialog(sourcesOf(m_comparison.spec().roots), items, m_contentsMethod, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(dialog, &QDialog::accepted, this, [this, dialog, names] {
         m_contentsMethod = dialog->method();
@@ -194,8 +194,8 @@ void FolderCompareWidget::onContentsCompareStarted(CompareMethod method)
     const QString word = methodWord(method);
     showMessage(Velmora::tr("Comparing contents (%1)...").arg(word));
     log(Velmora::tr("%1 content compare (%2): %3 <-> %4")
-            .arg(logTime(QTime::currentTime()), word, QDir::toNativeSeparators(m_comparison.spec().left),
-                 QDir::toNativeSeparators(m_comparison.spec().right)));
+            .arg(logTime(QTime::currentTime()), word, m_comparison.spec().roots.left.shown(),
+                 m_comparison.spec().roots.right.shown()));
 }
 
 void FolderCompareWidget::readUnread()
@@ -264,7 +264,7 @@ void FolderCompareWidget::alignPair(const QString &leftName, const QString &righ
     }
     m_comparison.refilter(spec());
     m_comparison.recompare(QList<BranchTask>{
-        {tree.item(left).name, tree.item(left).leftPath, tree.item(right).rightPath}, {tree.item(right).name, {}, {}}});
+        {tree.item(left).name, {tree.item(left).leftPath, tree.item(right).rightPath}}, {tree.item(right).name, {}}});
     m_view->selectNames({tree.item(left).name});
 }
 

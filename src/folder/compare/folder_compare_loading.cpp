@@ -7,6 +7,7 @@
 #include "folder/compare/folder_view.h"
 #include "session/translate.h"
 #include "settings/options/folder_settings_store.h"
+#include "vfs/local_folder.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -16,16 +17,11 @@ namespace velmora {
 
 namespace {
 
-QString absoluteFolder(const QString &path)
-{
-    return path.isEmpty() ? QString() : QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-}
-
 /// The folder around, empty when there is none.
 QString parentFolder(const QString &folder)
 {
     // By the text alone: the way up must be there for folders that are gone, too.
-    const QString inner = absoluteFolder(folder);
+    const QString inner = localFolder(folder).path;
     const QString around = QFileInfo(inner).path();
     return folder.isEmpty() || QDir(inner).isRoot() || around == inner ? QString() : around;
 }
@@ -41,14 +37,7 @@ QString folderName(const QString &path)
 FolderSpec FolderCompareWidget::spec() const
 {
     const SessionPaths folders = paths();
-    return {absoluteFolder(folders.left),
-            absoluteFolder(folders.right),
-            m_options,
-            m_excludedNames,
-            m_ignoredNames,
-            m_limits,
-            m_isSystemFile,
-            {}};
+    return {localFolders(folders.left, folders.right), m_options, m_excludedNames, m_ignoredNames, m_limits, {}};
 }
 
 void FolderCompareWidget::onCompare()
@@ -61,8 +50,7 @@ void FolderCompareWidget::onCompare()
     }
     const FolderSpec wanted = spec();
     log(Velmora::tr("%1 load dirs: %2 <-> %3")
-            .arg(logTime(QTime::currentTime()), QDir::toNativeSeparators(wanted.left),
-                 QDir::toNativeSeparators(wanted.right)));
+            .arg(logTime(QTime::currentTime()), wanted.roots.left.shown(), wanted.roots.right.shown()));
     loadCurrentLevel();
 }
 
@@ -74,12 +62,11 @@ void FolderCompareWidget::onRefresh()
 void FolderCompareWidget::loadCurrentLevel()
 {
     const FolderSpec wanted = spec();
-    const bool otherFolders = m_loaded.left != wanted.left || m_loaded.right != wanted.right;
-    m_loaded = {wanted.left, wanted.right, {}};
+    const SessionPaths before = std::exchange(m_loaded, {wanted.roots.left.path, wanted.roots.right.path, {}});
     m_hasResult = false;
     m_contentsToRead.clear();
     m_cancelAsked = false;
-    if (otherFolders) {
+    if (m_loaded != before) {
         m_comparison.clear();
         rememberPaths();
     }
@@ -174,7 +161,7 @@ void FolderCompareWidget::onNavigateUp()
         showMessage(Velmora::tr("There is no folder above both sides"));
         return;
     }
-    m_cameFrom = folderName(absoluteFolder(folders.left));
+    m_cameFrom = folderName(localFolder(folders.left).path);
     navigate(left, right);
 }
 

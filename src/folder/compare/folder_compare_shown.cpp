@@ -47,16 +47,15 @@ void FolderCompareWidget::tellCancelled()
     log(Velmora::tr("%1 compare cancelled").arg(logTime(QTime::currentTime())));
 }
 
-void FolderCompareWidget::showRootsUnreadable(FolderRead left, FolderRead right)
+void FolderCompareWidget::showRootsUnreadable(const Sides<FolderRead> &roots)
 {
     m_startTeller.stop();
     QStringList lines;
-    for (const bool isLeft : {true, false}) {
-        const FolderRead read = isLeft ? left : right;
-        const QString path = QDir::toNativeSeparators(isLeft ? m_loaded.left : m_loaded.right);
-        if (read == FolderRead::Missing)
+    for (const Side side : bothSides) {
+        const QString &path = m_comparison.spec().roots[side].shown();
+        if (roots[side] == FolderRead::Missing)
             lines.append(Velmora::tr("Folder not found: %1").arg(path));
-        else if (read == FolderRead::Unreadable)
+        else if (roots[side] == FolderRead::Unreadable)
             lines.append(Velmora::tr("Cannot read folder: %1").arg(path));
     }
     for (const QString &line : lines)

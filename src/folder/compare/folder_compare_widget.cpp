@@ -40,7 +40,6 @@ FolderSessionOptions defaultOptions()
 FolderCompareWidget::FolderCompareWidget(SessionHost &window, QWidget *parent)
     : SessionWidget(window, parent),
       m_options(defaultOptions()),
-      m_isSystemFile(makeSharedSystemFileTest()),
       m_bar(new FolderCompareBar(this)),
       m_filterBar(new FolderFilterBar(this)),
       m_timeShifts(new TimeShiftBar(this)),

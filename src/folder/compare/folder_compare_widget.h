@@ -120,7 +120,7 @@ private:
     void loadWritten();
     void loadCurrentLevel();
     void navigate(const QString &left, const QString &right);
-    void showRootsUnreadable(FolderRead left, FolderRead right);
+    void showRootsUnreadable(const Sides<FolderRead> &roots);
     void tellProblems();
     void rememberPaths();
     void tellCancelled();
@@ -164,7 +164,6 @@ private:
     QSet<QString> m_excludedNames;
     QSet<QString> m_ignoredNames;
     FolderViewLimits m_limits;
-    SystemFileTest m_isSystemFile;
     QString m_pendingReport;
     QString m_cameFrom; ///< what is to be selected once the level is there
     SessionPaths m_loaded;

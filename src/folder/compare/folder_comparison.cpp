@@ -64,13 +64,12 @@ void FolderComparison::load(const FolderSpec &spec, bool wholeTree)
                 endLoad(true); // what was there before is more than the beginning of a list
                 return;
             }
-            const FolderRead left = outcome.value->leftRead;
-            const FolderRead right = outcome.value->rightRead;
+            const Sides<FolderRead> roots = outcome.value->roots;
             takeListing(std::move(*outcome.value));
-            if (!isReadable(left) || !isReadable(right)) {
+            if (!isReadable(roots.left) || !isReadable(roots.right)) {
                 m_stage = Stage::None;
                 Q_EMIT runningChanged();
-                Q_EMIT rootsUnreadable(left, right);
+                Q_EMIT rootsUnreadable(roots);
             } else if (m_isCancelled) {
                 endLoad(true);
             } else {

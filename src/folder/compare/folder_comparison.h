@@ -82,7 +82,7 @@ Q_SIGNALS:
     /// The judgement of the filters is in the tree.
     void filtered();
     /// A load has ended at once since one of the two folders is not there or cannot be read.
-    void rootsUnreadable(velmora::FolderRead left, velmora::FolderRead right);
+    void rootsUnreadable(const velmora::Sides<velmora::FolderRead> &roots);
     /// The files of the top level, or the whole trees, are compared.
     void levelKnown();
     /// A load has ended. `tree()` holds what it found.

@@ -4,41 +4,27 @@
 
 namespace velmora {
 
-namespace {
-
-QString joined(const QString &folder, QStringView name)
-{
-    return folder.isEmpty() ? QString() : folder + u'/' + name.toString();
-}
-
-} // namespace
-
 BranchTask FolderComparison::taskFor(const QString &name) const
 {
     const qsizetype slash = name.lastIndexOf(u'/');
     const qint32 node = m_tree.find(name);
     const qint32 parent = node >= 0 ? m_tree.node(node).parent : slash < 0 ? -1 : m_tree.find(name.left(slash));
-    QString left = m_spec.left;
-    QString right = m_spec.right;
-    if (parent >= 0) {
-        left = m_tree.item(parent).leftPath;
-        right = m_tree.item(parent).rightPath;
-        // A folder that is missing on one side may have been made there meanwhile.
-        const BranchTask folder = left.isEmpty() || right.isEmpty() ? taskFor(m_tree.item(parent).name) : BranchTask();
-        if (left.isEmpty())
-            left = folder.left;
-        if (right.isEmpty())
-            right = folder.right;
-    } else if (slash >= 0) {
-        left = joined(left, QStringView(name).left(slash));
-        right = joined(right, QStringView(name).left(slash));
+    // A folder that is missing on one side may have been made there meanwhile.
+    const BranchTask folder =
+        parent >= 0 && !isPair(m_tree.item(parent)) ? taskFor(m_tree.item(parent).name) : BranchTask();
+    BranchTask task{name, {}};
+    for (const Side side : bothSides) {
+        QString within = m_spec.roots[side].path;
+        if (parent >= 0)
+            within =
+                pathOn(m_tree.item(parent), side).isEmpty() ? folder.paths[side] : pathOn(m_tree.item(parent), side);
+        else if (slash >= 0)
+            within = entryPath(within, name.left(slash));
+        task.paths[side] = within.isEmpty() ? QString() : entryPath(within, bareNameOf(name).toString());
+        // Entries that were aligned have names of their own.
+        if (node >= 0 && !pathOn(m_tree.item(node), side).isEmpty())
+            task.paths[side] = pathOn(m_tree.item(node), side);
     }
-    BranchTask task{name, joined(left, bareNameOf(name)), joined(right, bareNameOf(name))};
-    // Entries that were aligned have names of their own.
-    if (node >= 0 && !m_tree.item(node).leftPath.isEmpty())
-        task.left = m_tree.item(node).leftPath;
-    if (node >= 0 && !m_tree.item(node).rightPath.isEmpty())
-        task.right = m_tree.item(node).rightPath;
     return task;
 }
 
@@ -87,12 +73,11 @@ void FolderComparison::recompare(const QList<BranchTask> &tasks)
 void FolderComparison::forgetProblems(const QList<BranchTask> &tasks)
 {
     m_problems.removeIf([&tasks](const FolderProblem &problem) {
-        const auto isIn = [&problem](const QString &path) {
+        return std::any_of(tasks.begin(), tasks.end(), [&problem](const BranchTask &task) {
+            const QString &path = task.paths[problem.side];
             return !path.isEmpty() && problem.path.startsWith(path) &&
                    (problem.path.size() == path.size() || problem.path.at(path.size()) == u'/');
-        };
-        return std::any_of(tasks.begin(), tasks.end(),
-                           [&isIn](const BranchTask &task) { return isIn(task.left) || isIn(task.right); });
+        });
     });
 }
 
@@ -202,8 +187,8 @@ void FolderComparison::startContents(std::optional<CompareMethod> method)
         pairs.append(m_tree.item(node));
     m_contentsRevision = m_revision;
     m_contents.start(
-        [pairs, method, tolerance = m_spec.options.timeToleranceSec](const CancelFlag &cancel, Progress &progress) {
-            return compareContentsOf(pairs, method, tolerance, cancel, progress);
+        [spec = m_spec, pairs, method](const CancelFlag &cancel, Progress &progress) {
+            return compareContentsOf(spec, pairs, method, cancel, progress);
         },
         [this](RunOutcome<ContentsResult> &&outcome) {
             if (!outcome.value) {

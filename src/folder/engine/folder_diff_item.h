@@ -1,10 +1,12 @@
 #pragma once
 
+#include "core/sides.h"
+
 #include <QDateTime>
 #include <QList>
 #include <QString>
 
-#include <compare>
+#include <utility>
 
 namespace velmora {
 
@@ -41,6 +43,27 @@ struct FolderDiffItem {
     friend bool operator==(const FolderDiffItem &, const FolderDiffItem &) = default;
 };
 
+/// True when the entry is on both sides.
+[[nodiscard]] inline bool isPair(const FolderDiffItem &item)
+{
+    return !item.leftPath.isEmpty() && !item.rightPath.isEmpty();
+}
+
+[[nodiscard]] inline const QString &pathOn(const FolderDiffItem &item, Side side)
+{
+    return side == Side::Left ? item.leftPath : item.rightPath;
+}
+
+[[nodiscard]] inline const QDateTime &timeOn(const FolderDiffItem &item, Side side)
+{
+    return side == Side::Left ? item.leftTime : item.rightTime;
+}
+
+[[nodiscard]] inline qint64 sizeOn(const FolderDiffItem &item, Side side)
+{
+    return side == Side::Left ? item.leftSize : item.rightSize;
+}
+
 /// What lies under a folder.
 struct FolderTotals {
     quint32 files = 0;
@@ -60,13 +83,14 @@ struct FolderProblem {
 
     Kind kind = Kind::UnreadableFolder;
     QString path;
+    Side side = Side::Left; ///< paths of the two sides may be the same, of trees that are no folders of this system
 
     friend bool operator==(const FolderProblem &, const FolderProblem &) = default;
-    friend auto operator<=>(const FolderProblem &left, const FolderProblem &right)
+    /// By path.
+    friend bool operator<(const FolderProblem &left, const FolderProblem &right)
     {
-        return left.path == right.path
-                   ? left.kind <=> right.kind
-                   : (left.path < right.path ? std::strong_ordering::less : std::strong_ordering::greater);
+        return left.path != right.path ? left.path < right.path
+                                       : std::pair(left.kind, left.side) < std::pair(right.kind, right.side);
     }
 };
 

@@ -2,13 +2,11 @@
 
 #include "core/content_compare.h"
 #include "core/crew.h"
-#include "folder/engine/folder_engine_internal.h"
 #include "folder/engine/folder_walk.h"
 #include "folder/engine/item_list.h"
 #include "folder/engine/name_pairing.h"
 #include "folder/engine/pair_decisions.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QStringBuilder>
 
@@ -22,10 +20,7 @@ namespace velmora {
 namespace {
 
 /// The folders of an entry that are looked into.
-struct Descent {
-    const FolderEntry *left = nullptr;
-    const FolderEntry *right = nullptr;
-};
+using Descent = Sides<const FolderEntry *>;
 
 /// Gives `item` its status and folder flag, and may change its sizes, which are those of the entries before.
 using EntryRule = std::function<Descent(const PairedEntry &pair, FolderDiffItem &item)>;
@@ -117,7 +112,7 @@ void fillSide(const WalkSide &folder, const FolderEntry *entry, QString &path, q
 {
     if (!entry)
         return;
-    path = FolderWalk::joined(folder.path, entry->name);
+    path = entryPath(folder.path, entry->name);
     size = entry->size;
     time = QDateTime::fromMSecsSinceEpoch(entry->modifiedMs, Qt::UTC);
 }
@@ -133,58 +128,53 @@ std::vector<WalkDescent> makeItems(WalkNode &node, const std::vector<PairedEntry
             break;
         FolderDiffItem item;
         item.name = node.name.isEmpty() ? pair.name : QString(node.name % u'/' % pair.name);
-        fillSide(node.left, pair.left, item.leftPath, item.leftSize, item.leftTime);
-        fillSide(node.right, pair.right, item.rightPath, item.rightSize, item.rightTime);
+        fillSide(node.sides.left, pair.left, item.leftPath, item.leftSize, item.leftTime);
+        fillSide(node.sides.right, pair.right, item.rightPath, item.rightSize, item.rightTime);
         const Descent descent = rule(pair, item);
         if (descent.left || descent.right)
-            descents.push_back({item.name, descent.left, descent.right, node.items.size()});
+            descents.push_back({item.name, descent, node.items.size()});
         node.items.push_back(std::move(item));
     }
     return descents;
 }
 
-/// The form in which a folder goes into a run; empty for "none".
-QString rootPath(const QString &path)
+int threadsOf(const FolderInput &input)
 {
-    return path.isEmpty() ? QString() : QDir::cleanPath(QDir(path).absolutePath());
+    return input.threads > 0 ? input.threads : crewSize();
 }
 
-/// What a listing is made from and by.
-struct ListRequest {
-    const FolderRunResources &resources;
-    const QString &left;
-    const QString &right;
-    QString prefix;
+/// One listing: what an entry becomes, and how it is carried out.
+struct Listing {
+    const FolderInput &input;
     EntryRule rule;
-    const QList<ManualAlignRule> &alignRules;
     const CancelFlag &cancel;
     const FolderRunReport &report;
 };
 
 /// Lists; pairs of files that contents decide are left as they are, unless there is a `decider` for them.
-ItemList listItems(const ListRequest &request, PairDecider *decider)
+ItemList listItems(const Listing &listing, PairDecider *decider)
 {
-    const NamePairing pairing(request.alignRules);
-    const auto visitor = [&](int worker, WalkNode &node, FolderWalk::Entries &left, FolderWalk::Entries &right) {
+    const NamePairing pairing(listing.input.alignRules);
+    const auto visitor = [&](int worker, WalkNode &node, Sides<FolderWalk::Entries> &entries) {
         std::vector<WalkDescent> descents =
-            makeItems(node, pairing.pair(left, right, request.cancel), request.rule, request.cancel);
-        node.complete = !request.cancel.isCancelled();
+            makeItems(node, pairing.pair(entries.left, entries.right, listing.cancel), listing.rule, listing.cancel);
+        node.complete = !listing.cancel.isCancelled();
         if (decider)
             decider->decideNow(worker, node.items);
         return descents;
     };
-    FolderWalk walk(request.resources.files, request.cancel, visitor, request.resources.threads);
-    WalkNode *const root = walk.run(rootPath(request.left), rootPath(request.right), request.prefix, request.report);
-    return takeItems(*root, request.cancel);
+    FolderWalk walk(listing.input, threadsOf(listing.input), listing.cancel, visitor);
+    return takeItems(*walk.run(listing.report), listing.cancel);
 }
 
 /// Lists and decides every pair.
-ItemList compareItems(const ListRequest &request, CompareMethod method)
+ItemList compareItems(const Listing &listing)
 {
-    PairDecider decider(request.resources.files, request.resources.threads, method, request.cancel);
-    ItemList list = listItems(request, &decider);
-    decider.decideRest(list.items, request.report);
-    decider.tellProblems(request.report);
+    const FolderInput &input = listing.input;
+    PairDecider decider(sourcesOf(input.roots), threadsOf(input), input.method, listing.cancel);
+    ItemList list = listItems(listing, &decider);
+    decider.decideRest(list.items, listing.report);
+    decider.tellProblems(listing.report);
     cutAtUndecided(list);
     return list;
 }
@@ -223,56 +213,49 @@ bool sameContentOf(const QFileInfo &left, const QFileInfo &right, CompareMethod 
 
 } // namespace
 
-FolderRunResources FolderRunResources::standard(HiddenEntries hidden)
+FolderInput FolderInput::of(const Sides<TreeFolder> &roots, const FolderSessionOptions &options)
 {
-    return {hidden == HiddenEntries::Listed ? FileAccess::nativeWithHidden() : FileAccess::native(), crewSize()};
+    return {.roots = roots,
+            .method = compareMethod(options.compareBasis),
+            .toleranceSec = options.timeToleranceSec,
+            .alignRules = options.alignOverrides,
+            .hidden = hiddenEntries(options)};
 }
 
-QList<FolderDiffItem> compareFolderTree(const FolderRunResources &resources, const QString &leftRoot,
-                                        const QString &rightRoot, const QString &relativePrefix, CompareMethod method,
-                                        const CancelFlag &cancel, qint32 toleranceSec,
-                                        const QList<ManualAlignRule> &alignRules, const FolderRunReport &report)
+QList<FolderDiffItem> compareFolderTree(const FolderInput &input, const CancelFlag &cancel,
+                                        const FolderRunReport &report)
 {
-    ItemList list = compareItems(
-        {resources, leftRoot, rightRoot, relativePrefix, treeRule(method, toleranceSec), alignRules, cancel, report},
-        method);
+    ItemList list = compareItems({input, treeRule(input.method, input.toleranceSec), cancel, report});
     rollUpStatuses(list);
     addChildTotals(list);
     return list.items;
 }
 
-QList<FolderDiffItem> compareFolderLevel(const FolderRunResources &resources, const QString &leftFolder,
-                                         const QString &rightFolder, CompareMethod method, const CancelFlag &cancel,
-                                         qint32 toleranceSec, const QList<ManualAlignRule> &alignRules,
+QList<FolderDiffItem> compareFolderLevel(const FolderInput &input, const CancelFlag &cancel,
                                          const FolderRunReport &report)
 {
-    return compareItems(
-               {resources, leftFolder, rightFolder, {}, levelRule(method, toleranceSec), alignRules, cancel, report},
-               method)
-        .items;
+    return compareItems({input, levelRule(input.method, input.toleranceSec), cancel, report}).items;
 }
 
-QList<FolderDiffItem> listFolderStructure(const FolderRunResources &resources, const QString &leftFolder,
-                                          const QString &rightFolder, bool recursive, const CancelFlag &cancel,
-                                          const QList<ManualAlignRule> &alignRules, const FolderRunReport &report)
+QList<FolderDiffItem> listFolderStructure(const FolderInput &input, bool recursive, const CancelFlag &cancel,
+                                          const FolderRunReport &report)
 {
-    return listItems({resources, leftFolder, rightFolder, {}, structureRule(recursive), alignRules, cancel, report},
-                     nullptr)
-        .items;
+    return listItems({input, structureRule(recursive), cancel, report}, nullptr).items;
 }
 
-FolderTotals countFolderContents(const FolderRunResources &resources, const QString &folder, const CancelFlag &cancel,
-                                 const FolderRunReport &report)
+FolderTotals countFolderContents(const TreeFolder &folder, const CancelFlag &cancel, const FolderRunReport &report,
+                                 HiddenEntries hidden)
 {
     std::atomic<quint32> files{0};
     std::atomic<quint32> folders{0};
     std::atomic<quint64> bytes{0};
-    const auto visitor = [&](int, WalkNode &, FolderWalk::Entries &entries, FolderWalk::Entries &) {
+    const FolderInput input{.roots = {folder, {}}, .hidden = hidden};
+    const auto visitor = [&](int, WalkNode &, Sides<FolderWalk::Entries> &entries) {
         std::vector<WalkDescent> descents;
-        for (const FolderEntry &entry : entries) {
+        for (const FolderEntry &entry : entries.left) {
             if (entry.kind == EntryKind::Folder) {
                 ++folders;
-                descents.push_back({{}, &entry, nullptr, 0});
+                descents.push_back({{}, {&entry, nullptr}, 0});
             } else {
                 ++files;
                 bytes += quint64(entry.size);
@@ -280,43 +263,12 @@ FolderTotals countFolderContents(const FolderRunResources &resources, const QStr
         }
         return descents;
     };
-    FolderWalk(resources.files, cancel, visitor, resources.threads).run(rootPath(folder), {}, {}, report);
+    FolderWalk(input, threadsOf(input), cancel, visitor).run(report);
     return {files, folders, bytes};
 }
 
-QList<FolderDiffItem> compareFolderTree(const QString &leftRoot, const QString &rightRoot,
-                                        const QString &relativePrefix, CompareMethod method, const CancelFlag &cancel,
-                                        qint32 toleranceSec, const QList<ManualAlignRule> &alignRules,
-                                        const FolderRunReport &report, HiddenEntries hidden)
-{
-    return compareFolderTree(FolderRunResources::standard(hidden), leftRoot, rightRoot, relativePrefix, method, cancel,
-                             toleranceSec, alignRules, report);
-}
-
-QList<FolderDiffItem> compareFolderLevel(const QString &leftFolder, const QString &rightFolder, CompareMethod method,
-                                         const CancelFlag &cancel, qint32 toleranceSec,
-                                         const QList<ManualAlignRule> &alignRules, const FolderRunReport &report,
-                                         HiddenEntries hidden)
-{
-    return compareFolderLevel(FolderRunResources::standard(hidden), leftFolder, rightFolder, method, cancel,
-                              toleranceSec, alignRules, report);
-}
-
-QList<FolderDiffItem> listFolderStructure(const QString &leftFolder, const QString &rightFolder, bool recursive,
-                                          const CancelFlag &cancel, const QList<ManualAlignRule> &alignRules,
-                                          const FolderRunReport &report, HiddenEntries hidden)
-{
-    return listFolderStructure(FolderRunResources::standard(hidden), leftFolder, rightFolder, recursive, cancel,
-                               alignRules, report);
-}
-
-FolderTotals countFolderContents(const QString &folder, const CancelFlag &cancel, const FolderRunReport &report,
-                                 HiddenEntries hidden)
-{
-    return countFolderContents(FolderRunResources::standard(hidden), folder, cancel, report);
-}
-
-void readUnread(QList<FolderDiffItem> &items, const CancelFlag &cancel, const FolderRunReport &report)
+void readUnread(const FolderInput &input, QList<FolderDiffItem> &items, const CancelFlag &cancel,
+                const FolderRunReport &report)
 {
     ItemList list;
     list.parents = parentsByName(items);
@@ -329,8 +281,7 @@ void readUnread(QList<FolderDiffItem> &items, const CancelFlag &cancel, const Fo
             unread.push_back(i);
         }
     }
-    const FolderRunResources resources = FolderRunResources::standard();
-    PairDecider decider(resources.files, resources.threads, CompareMethod::Rules, cancel);
+    PairDecider decider(sourcesOf(input.roots), threadsOf(input), CompareMethod::Rules, cancel);
     decider.decideRest(list.items, report);
     decider.tellProblems(report);
     for (const qsizetype i : unread) {

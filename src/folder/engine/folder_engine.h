@@ -5,12 +5,13 @@
 #include "core/progress.h"
 #include "folder/engine/folder_diff_item.h"
 #include "settings/options/folder_session_options.h"
+#include "vfs/tree_source.h"
 
 #include <QFileInfo>
 
 namespace velmora {
 
-/// The folder comparison: plain, reentrant operations over the file system. They read and never write.
+/// The folder comparison: plain, reentrant operations over two trees. They read and never write.
 ///
 /// Entries are paired by names that are equal with case, unless a `ManualAlignRule` joins them, and come in the order
 /// of the UTF-16 code units of their names. Broken links, pipes, sockets and devices are left out, and hidden entries
@@ -37,49 +38,50 @@ struct FolderRunReport {
     QList<FolderProblem> *problems = nullptr; ///< those of this run are appended: of folders, then of files, by path
 };
 
-/// Whether listings hold hidden files and folders: those of a name that begins with a dot on Unix, with the attribute
-/// on Windows.
-enum class HiddenEntries : quint8 { LeftOut, Listed };
-
 [[nodiscard]] inline HiddenEntries hiddenEntries(const FolderSessionOptions &options)
 {
     return options.showHidden ? HiddenEntries::Listed : HiddenEntries::LeftOut;
 }
 
-/// Compares two trees. `relativePrefix` is put before all names, with a "/" between; empty for the roots of a
-/// comparison. The result is in pre-order. A folder on both sides has the status that its contents have together; every
-/// folder's sizes and times are the totals and the latest of what is in it. Costs about 0.5 KiB an entry.
-[[nodiscard]] QList<FolderDiffItem> compareFolderTree(const QString &leftRoot, const QString &rightRoot,
-                                                      const QString &relativePrefix, CompareMethod method,
-                                                      const CancelFlag &cancel = {}, qint32 toleranceSec = 0,
-                                                      const QList<ManualAlignRule> &alignRules = {},
-                                                      const FolderRunReport &report = {},
-                                                      HiddenEntries hidden = HiddenEntries::LeftOut);
+/// What is compared, and by which rules. A value.
+struct FolderInput {
+    Sides<TreeFolder> roots; ///< either may be none
+    QString prefix = {};     ///< is put before all names, with a "/" between; empty for the roots of a comparison
+    CompareMethod method = CompareMethod::Rules;
+    qint32 toleranceSec = 0;
+    QList<ManualAlignRule> alignRules = {};
+    HiddenEntries hidden = HiddenEntries::LeftOut;
+    int threads = 0; ///< at most so many; 0: as many as are good here
 
-/// Compares one level of two folders. A folder on both sides is `Same`, whatever is in it; sizes of folders are what
-/// the file system says.
-[[nodiscard]] QList<FolderDiffItem> compareFolderLevel(const QString &leftFolder, const QString &rightFolder,
-                                                       CompareMethod method, const CancelFlag &cancel = {},
-                                                       qint32 toleranceSec = 0,
-                                                       const QList<ManualAlignRule> &alignRules = {},
-                                                       const FolderRunReport &report = {},
-                                                       HiddenEntries hidden = HiddenEntries::LeftOut);
+    /// What a session with these options compares.
+    [[nodiscard]] static FolderInput of(const Sides<TreeFolder> &roots, const FolderSessionOptions &options);
+};
+
+/// Compares two trees. The result is in pre-order. A folder on both sides has the status that its contents have
+/// together; every folder's sizes and times are the totals and the latest of what is in it. Costs about 0.5 KiB an
+/// entry.
+[[nodiscard]] QList<FolderDiffItem> compareFolderTree(const FolderInput &input, const CancelFlag &cancel = {},
+                                                      const FolderRunReport &report = {});
+
+/// Compares one level of two folders; names are bare. A folder on both sides is `Same`, whatever is in it; sizes of
+/// folders are what the source says.
+[[nodiscard]] QList<FolderDiffItem> compareFolderLevel(const FolderInput &input, const CancelFlag &cancel = {},
+                                                       const FolderRunReport &report = {});
 
 /// Lists which names exist on which side. No contents are compared: what exists on both sides is `Same`.
-[[nodiscard]] QList<FolderDiffItem> listFolderStructure(const QString &leftFolder, const QString &rightFolder,
-                                                        bool recursive, const CancelFlag &cancel = {},
-                                                        const QList<ManualAlignRule> &alignRules = {},
-                                                        const FolderRunReport &report = {},
-                                                        HiddenEntries hidden = HiddenEntries::LeftOut);
+[[nodiscard]] QList<FolderDiffItem> listFolderStructure(const FolderInput &input, bool recursive,
+                                                        const CancelFlag &cancel = {},
+                                                        const FolderRunReport &report = {});
 
 /// Counts what lies under `folder`.
-[[nodiscard]] FolderTotals countFolderContents(const QString &folder, const CancelFlag &cancel = {},
+[[nodiscard]] FolderTotals countFolderContents(const TreeFolder &folder, const CancelFlag &cancel = {},
                                                const FolderRunReport &report = {},
                                                HiddenEntries hidden = HiddenEntries::LeftOut);
 
 /// Reads the files of those pairs that are unread, and no others, and gives them and the folders around them the status
-/// that follows. `items` are in pre-order. Cancelled, it leaves the rest unread.
-void readUnread(QList<FolderDiffItem> &items, const CancelFlag &cancel = {}, const FolderRunReport &report = {});
+/// that follows. `items` are in pre-order, of the trees that `input` tells. Cancelled, it leaves the rest unread.
+void readUnread(const FolderInput &input, QList<FolderDiffItem> &items, const CancelFlag &cancel = {},
+                const FolderRunReport &report = {});
 
 /// True when two present files are equal under `method`.
 [[nodiscard]] bool compareFilePair(const QFileInfo &left, const QFileInfo &right, CompareMethod method,

@@ -1,9 +1,6 @@
 #include "folder/engine/folder_filter.h"
 
-#include <QHash>
-
 #include <algorithm>
-#include <memory>
 
 namespace velmora {
 
@@ -39,14 +36,6 @@ bool passes(const WildcardList &include, const WildcardList &exclude, QStringVie
 
 } // namespace
 
-SystemFileTest makeCachedTest(SystemFileTest ask)
-{
-    return [known = std::make_shared<QHash<QString, bool>>(), ask = std::move(ask)](const QString &path) {
-        const auto entry = known->constFind(path);
-        return entry != known->constEnd() ? *entry : *known->insert(path, ask(path));
-    };
-}
-
 FolderFilter::FolderFilter(const FolderSessionOptions &options, QSet<QString> excludedNames, FolderViewLimits limits,
                            SystemFileTest isSystemFile)
     : m_excludedNames(std::move(excludedNames)),
@@ -78,8 +67,9 @@ bool FolderFilter::showsFile(QStringView name, const FolderDiffItem &item) const
 
 bool FolderFilter::carriesSystemAttribute(const FolderDiffItem &item) const
 {
-    const auto carriesIt = [this](const QString &path) { return !path.isEmpty() && m_isSystemFile(path); };
-    return m_excludeOsFiles && (carriesIt(item.leftPath) || carriesIt(item.rightPath));
+    return m_excludeOsFiles && m_isSystemFile && std::any_of(bothSides.begin(), bothSides.end(), [&](Side side) {
+               return !pathOn(item, side).isEmpty() && m_isSystemFile(side, pathOn(item, side));
+           });
 }
 
 bool FolderFilter::isInSizeRange(const FolderDiffItem &item) const

@@ -2,7 +2,6 @@
 
 #include "core/wildcard.h"
 #include "folder/engine/folder_diff_item.h"
-#include "platform/system_attribute.h"
 #include "settings/options/folder_session_options.h"
 
 #include <QDateTime>
@@ -22,20 +21,18 @@ struct FolderViewLimits {
     QDateTime to;           ///< the latest one
 };
 
-/// Tells whether a path is a file with the operating system's "system" attribute.
-using SystemFileTest = std::function<bool(const QString &path)>;
-
-/// Asks `ask` once for each path. Copies share what they know; for one thread at a time.
-[[nodiscard]] SystemFileTest makeCachedTest(SystemFileTest ask = isSystemFile);
+/// Tells whether a path of one side is a file with the operating system's "system" attribute.
+using SystemFileTest = std::function<bool(Side side, const QString &path)>;
 
 /// Decides which entries of a comparison are shown: one answer for the session, its report and the command line.
 ///
-/// Immutable. The masks are matched without regard to case against bare names. Switched-on file formats are further
-/// masks of files to include. Folders are only ever hidden by the excluded names and by the two lists of folder masks.
+/// Immutable; without a test no file is the system's. The masks are matched without regard to case against bare names.
+/// Switched-on file formats are further masks of files to include. Folders are only ever hidden by the excluded names
+/// and by the two lists of folder masks.
 class FolderFilter {
 public:
     explicit FolderFilter(const FolderSessionOptions &options, QSet<QString> excludedNames = {},
-                          FolderViewLimits limits = {}, SystemFileTest isSystemFile = makeCachedTest());
+                          FolderViewLimits limits = {}, SystemFileTest isSystemFile = {});
 
     [[nodiscard]] bool shows(const FolderDiffItem &item) const;
 

@@ -1,21 +1,17 @@
 #include "folder/engine/folder_jobs.h"
 
-#include "core/content_compare.h"
-#include "folder/engine/folder_engine_internal.h"
+#include "core/crew.h"
 #include "folder/engine/item_list.h"
 #include "folder/engine/pair_decisions.h"
-
-#include <QFileInfo>
-
-#include <mutex>
 
 namespace velmora {
 
 namespace {
 
-/// Items as a tree with the filter's verdicts.
-FolderTree filtered(FolderTree tree, const FolderSpec &spec)
+/// The tree with what could not be read marked, and the filter's verdicts.
+FolderTree marked(FolderTree tree, const FolderSpec &spec, const QList<FolderProblem> &problems)
 {
+    tree.markUnreadable(problems, {spec.roots.left.path, spec.roots.right.path});
     tree.setVerdicts(FolderTree::judge(tree.items(), spec.filter(), spec.ignoredNames));
     tree.rollUp();
     return tree;
@@ -70,23 +66,26 @@ void leaveUnreachedUnloaded(FolderTree &tree, const Unreached &unreached)
 FolderListing listed(FolderTree tree, const FolderSpec &spec, QList<FolderProblem> problems)
 {
     const TimeShifts shifts = countTimeShifts(tree.items());
-    tree.markUnreadable(problems, spec.left, spec.right);
-    return {filtered(std::move(tree), spec), std::move(problems), shifts};
-}
-
-QDateTime timeOf(const FolderEntry &entry)
-{
-    return QDateTime::fromMSecsSinceEpoch(entry.modifiedMs, Qt::UTC);
+    return {marked(std::move(tree), spec, problems), std::move(problems), shifts, {}};
 }
 
 /// What one side has of an entry, as a listing would see it.
-std::optional<FolderEntry> seen(const FileAccess &files, const QString &path, HiddenEntries hidden)
+std::optional<FolderEntry> seen(const TreeFolder &place, HiddenEntries hidden)
 {
-    if (path.isEmpty() || (hidden == HiddenEntries::LeftOut && QFileInfo(path).isHidden()))
-        return std::nullopt;
-    std::optional<FolderEntry> entry = files.describe(path);
+    std::optional<FolderEntry> entry = place.isThere() ? place.source->describe(place.path, hidden) : std::nullopt;
     const bool counts = entry.has_value() && entry->kind != EntryKind::Special;
     return counts ? entry : std::nullopt;
+}
+
+bool isFolder(const std::optional<FolderEntry> &entry)
+{
+    return entry && entry->kind == EntryKind::Folder;
+}
+
+void takeOver(const FolderEntry &entry, Side side, FolderDiffItem &item)
+{
+    (side == Side::Left ? item.leftSize : item.rightSize) = item.isDir ? 0 : entry.size;
+    (side == Side::Left ? item.leftTime : item.rightTime) = QDateTime::fromMSecsSinceEpoch(entry.modifiedMs, Qt::UTC);
 }
 
 /// The status of two files by size and time, `UndecidedFiles` where the contents decide; marks `item` where nobody
@@ -104,28 +103,23 @@ class BranchRun {
 public:
     BranchRun(const FolderSpec &spec, const CancelFlag &cancel, Progress &progress)
         : m_spec(spec),
-          m_resources(FolderRunResources::standard(hiddenEntries(spec.options))),
           m_cancel(cancel),
-          m_comparer(m_resources.files, cancel),
+          m_decider(sourcesOf(spec.roots), 1, compareMethod(spec.options.compareBasis), cancel),
           m_report{&progress, &m_problems}
-    {
-        m_comparer.setFailureListener([this](const QString &path) {
-            m_problems.append({FolderProblem::Kind::UnreadableFile, path});
-        });
-    }
+    {}
 
     [[nodiscard]] FolderTree::Patch compare(const BranchTask &task)
     {
-        const std::optional<FolderEntry> left = seen(m_resources.files, task.left, hiddenEntries(m_spec.options));
-        const std::optional<FolderEntry> right = seen(m_resources.files, task.right, hiddenEntries(m_spec.options));
-        if (!left && !right)
+        Sides<std::optional<FolderEntry>> entries;
+        for (const Side side : bothSides)
+            entries[side] = seen(placeOf(task, side), hiddenEntries(m_spec.options));
+        if (!entries.left && !entries.right)
             return {task.name, nullptr};
-        FolderDiffItem item = itemFor(task, left, right);
-        const bool leftIsFolder = left && left->kind == EntryKind::Folder;
-        const bool rightIsFolder = right && right->kind == EntryKind::Folder;
-        const bool goesIn = left && right ? leftIsFolder && rightIsFolder : item.isDir;
+        FolderDiffItem item = itemFor(task, entries);
+        const bool isBoth = isPair(item);
+        const bool goesIn = isBoth ? isFolder(entries.left) && isFolder(entries.right) : item.isDir;
         if (!goesIn) {
-            if (left && right)
+            if (isBoth)
                 decide(item);
             return patch(task.name, FolderTree({item}));
         }
@@ -136,25 +130,26 @@ public:
     [[nodiscard]] const TimeShifts &shifts() const { return m_shifts; }
 
 private:
-    [[nodiscard]] static FolderDiffItem itemFor(const BranchTask &task, const std::optional<FolderEntry> &left,
-                                                const std::optional<FolderEntry> &right)
+    [[nodiscard]] TreeFolder placeOf(const BranchTask &task, Side side) const
+    {
+        return {m_spec.roots[side].source, task.paths[side]};
+    }
+
+    [[nodiscard]] static FolderDiffItem itemFor(const BranchTask &task,
+                                                const Sides<std::optional<FolderEntry>> &entries)
     {
         FolderDiffItem item;
         item.name = task.name;
-        item.isDir = (left && left->kind == EntryKind::Folder) || (right && right->kind == EntryKind::Folder);
-        if (left) {
-            item.leftPath = task.left;
-            item.leftSize = item.isDir ? 0 : left->size;
-            item.leftTime = timeOf(*left);
+        item.isDir = isFolder(entries.left) || isFolder(entries.right);
+        for (const Side side : bothSides) {
+            if (!entries[side])
+                continue;
+            (side == Side::Left ? item.leftPath : item.rightPath) = task.paths[side];
+            takeOver(*entries[side], side, item);
         }
-        if (right) {
-            item.rightPath = task.right;
-            item.rightSize = item.isDir ? 0 : right->size;
-            item.rightTime = timeOf(*right);
-        }
-        item.setDiffStatus(!right  ? FolderDiffStatus::LeftOnly
-                           : !left ? FolderDiffStatus::RightOnly
-                                   : FolderDiffStatus::Same);
+        item.setDiffStatus(!entries.right  ? FolderDiffStatus::LeftOnly
+                           : !entries.left ? FolderDiffStatus::RightOnly
+                                           : FolderDiffStatus::Same);
         return item;
     }
 
@@ -167,12 +162,20 @@ private:
         }
         if (m_spec.takeDecision(item))
             return;
-        const CompareMethod method = compareMethod(m_spec.options.compareBasis);
-        item.status = statusNow(item, method, m_spec.options.timeToleranceSec);
-        if (item.status == UndecidedFiles)
-            item.setDiffStatus(sameContent(m_comparer, method, item.leftPath, item.rightPath, OpenHint::Unknown)
-                                   ? FolderDiffStatus::Same
-                                   : FolderDiffStatus::Different);
+        item.status = statusNow(item, compareMethod(m_spec.options.compareBasis), m_spec.options.timeToleranceSec);
+        if (item.status != UndecidedFiles)
+            return;
+        m_decider.decide(0, item);
+        m_decider.tellProblems(m_report);
+    }
+
+    /// What is to be compared of the folder that `item` is.
+    [[nodiscard]] FolderInput within(const FolderDiffItem &item) const
+    {
+        FolderInput input = m_spec.input();
+        for (const Side side : bothSides)
+            input.roots[side].path = pathOn(item, side);
+        return input;
     }
 
     void keepDecisions(QList<FolderDiffItem> &items) const
@@ -183,10 +186,9 @@ private:
 
     [[nodiscard]] FolderTree::Patch wholeFolder(const BranchTask &task, FolderDiffItem item)
     {
-        const FolderSessionOptions &options = m_spec.options;
-        QList<FolderDiffItem> contents =
-            compareFolderTree(item.leftPath, item.rightPath, task.name, compareMethod(options.compareBasis), m_cancel,
-                              options.timeToleranceSec, options.alignOverrides, m_report, hiddenEntries(options));
+        FolderInput input = within(item);
+        input.prefix = task.name;
+        QList<FolderDiffItem> contents = compareFolderTree(input, m_cancel, m_report);
         keepDecisions(contents);
         ItemList list;
         list.items.reserve(contents.size() + 1);
@@ -204,11 +206,8 @@ private:
 
     [[nodiscard]] FolderTree::Patch level(const BranchTask &task, FolderDiffItem item)
     {
-        const FolderSessionOptions &options = m_spec.options;
+        QList<FolderDiffItem> contents = compareFolderLevel(within(item), m_cancel, m_report);
         QList<FolderDiffItem> items{std::move(item)};
-        QList<FolderDiffItem> contents = compareFolderLevel(
-            items.first().leftPath, items.first().rightPath, compareMethod(options.compareBasis), m_cancel,
-            options.timeToleranceSec, options.alignOverrides, m_report, hiddenEntries(options));
         for (FolderDiffItem &entry : contents) {
             entry.name.prepend(task.name + u'/');
             items.append(std::move(entry));
@@ -226,20 +225,25 @@ private:
         const TimeShifts shifts = countTimeShifts(tree.items());
         m_shifts.hour += shifts.hour;
         m_shifts.twoSeconds += shifts.twoSeconds;
-        tree.markUnreadable(m_problems, m_spec.left, m_spec.right);
-        return {name, std::make_shared<const FolderTree>(filtered(std::move(tree), m_spec))};
+        return {name, std::make_shared<const FolderTree>(marked(std::move(tree), m_spec, m_problems))};
     }
 
     const FolderSpec &m_spec;
-    FolderRunResources m_resources;
     CancelFlag m_cancel;
-    ContentComparer m_comparer;
+    PairDecider m_decider;
     QList<FolderProblem> m_problems;
     FolderRunReport m_report;
     TimeShifts m_shifts;
 };
 
 } // namespace
+
+FolderFilter FolderSpec::filter() const
+{
+    return FolderFilter(options, excludedNames, limits, [sources = sourcesOf(roots)](Side side, const QString &path) {
+        return sources[side] && sources[side]->isSystemFile(path);
+    });
+}
 
 bool FolderSpec::takeDecision(FolderDiffItem &pair) const
 {
@@ -254,18 +258,6 @@ bool FolderSpec::takeDecision(FolderDiffItem &pair) const
         pair.isUnread = at->isUnread;
     }
     return holds;
-}
-
-SystemFileTest makeSharedSystemFileTest()
-{
-    struct Memory {
-        std::mutex mutex;
-        SystemFileTest test = makeCachedTest();
-    };
-    return [memory = std::make_shared<Memory>()](const QString &path) {
-        const std::lock_guard lock(memory->mutex);
-        return memory->test(path);
-    };
 }
 
 TimeShifts countTimeShifts(const QList<FolderDiffItem> &items)
@@ -288,19 +280,17 @@ TimeShifts countTimeShifts(const QList<FolderDiffItem> &items)
 
 FolderListing listTopLevel(const FolderSpec &spec, const CancelFlag &cancel, Progress &progress)
 {
-    const FileAccess &files = FolderRunResources::standard().files;
-    const auto probe = [&files](const QString &path) {
-        return files.readFolder(path, [](FolderEntry &&) { return false; });
-    };
+    Sides<FolderRead> reads;
+    for (const Side side : bothSides) {
+        const TreeFolder &root = spec.roots[side];
+        reads[side] = root.source->readFolder(root.path, HiddenEntries::LeftOut, [](FolderEntry &&) { return false; });
+    }
     const auto isThere = [](FolderRead read) { return read == FolderRead::Complete || read == FolderRead::Stopped; };
-    const FolderRead left = probe(spec.left);
-    const FolderRead right = probe(spec.right);
-    if (!isThere(left) || !isThere(right))
-        return {{}, {}, {}, left, right};
+    if (!isThere(reads.left) || !isThere(reads.right))
+        return {{}, {}, {}, reads};
 
     QList<FolderProblem> problems;
-    QList<FolderDiffItem> items = listFolderStructure(spec.left, spec.right, false, cancel, spec.options.alignOverrides,
-                                                      {&progress, &problems}, hiddenEntries(spec.options));
+    QList<FolderDiffItem> items = listFolderStructure(spec.input(), false, cancel, {&progress, &problems});
     for (FolderDiffItem &item : items) {
         if (isPair(item))
             item.status = FolderTree::unknownStatus;
@@ -316,9 +306,7 @@ FolderListing compareTopLevel(const FolderSpec &spec, const QList<FolderDiffItem
                               Progress &progress)
 {
     QList<FolderProblem> problems;
-    QList<FolderDiffItem> items = compareFolderLevel(spec.left, spec.right, compareMethod(spec.options.compareBasis),
-                                                     cancel, spec.options.timeToleranceSec, spec.options.alignOverrides,
-                                                     {&progress, &problems}, hiddenEntries(spec.options));
+    QList<FolderDiffItem> items = compareFolderLevel(spec.input(), cancel, {&progress, &problems});
     if (cancel.isCancelled())
         addUnreached(items, known);
     FolderTree tree(std::move(items));
@@ -330,9 +318,7 @@ FolderListing compareWholeTree(const FolderSpec &spec, const QList<FolderDiffIte
                                Progress &progress)
 {
     QList<FolderProblem> problems;
-    QList<FolderDiffItem> items = compareFolderTree(spec.left, spec.right, {}, compareMethod(spec.options.compareBasis),
-                                                    cancel, spec.options.timeToleranceSec, spec.options.alignOverrides,
-                                                    {&progress, &problems}, hiddenEntries(spec.options));
+    QList<FolderDiffItem> items = compareFolderTree(spec.input(), cancel, {&progress, &problems});
     if (!cancel.isCancelled())
         return listed(FolderTree(std::move(items)), spec, std::move(problems));
     const Unreached unreached = addUnreached(items, known);
@@ -362,37 +348,35 @@ BranchResult compareBranches(const FolderSpec &spec, QList<BranchTask> tasks, st
     return result;
 }
 
-ContentsResult compareContentsOf(QList<FolderDiffItem> pairs, std::optional<CompareMethod> method, qint32 toleranceSec,
-                                 const CancelFlag &cancel, Progress &progress)
+ContentsResult compareContentsOf(const FolderSpec &spec, QList<FolderDiffItem> pairs,
+                                 std::optional<CompareMethod> method, const CancelFlag &cancel, Progress &progress)
 {
-    const FolderRunResources resources = FolderRunResources::standard();
     std::vector<bool> isPairOfFiles(std::size_t(pairs.size()), false);
     for (qsizetype i = 0; i < pairs.size() && !cancel.isCancelled(); ++i) {
         FolderDiffItem &pair = pairs[i];
-        const std::optional<FolderEntry> left = seen(resources.files, pair.leftPath, HiddenEntries::Listed);
-        const std::optional<FolderEntry> right = seen(resources.files, pair.rightPath, HiddenEntries::Listed);
-        if (!left || !right || left->kind != EntryKind::File || right->kind != EntryKind::File)
+        Sides<std::optional<FolderEntry>> entries;
+        for (const Side side : bothSides)
+            entries[side] = seen({spec.roots[side].source, pathOn(pair, side)}, HiddenEntries::Listed);
+        if (!entries.left || !entries.right || isFolder(entries.left) || isFolder(entries.right))
             continue;
         isPairOfFiles[std::size_t(i)] = true;
-        pair.leftSize = left->size;
-        pair.rightSize = right->size;
-        pair.leftTime = timeOf(*left);
-        pair.rightTime = timeOf(*right);
+        for (const Side side : bothSides)
+            takeOver(*entries[side], side, pair);
         pair.isUnread = false;
-        pair.status = method ? statusNow(pair, *method, toleranceSec) : qint32(UndecidedFiles);
+        pair.status = method ? statusNow(pair, *method, spec.options.timeToleranceSec) : qint32(UndecidedFiles);
     }
     ContentsResult result;
-    PairDecider decider(resources.files, resources.threads, method.value_or(CompareMethod::Rules), cancel);
+    PairDecider decider(sourcesOf(spec.roots), crewSize(), method.value_or(CompareMethod::Rules), cancel);
     const FolderRunReport report{&progress, &result.problems};
     decider.decideRest(pairs, report);
     decider.tellProblems(report);
-    QSet<QString> unreadable;
+    Sides<QSet<QString>> unreadable;
     for (const FolderProblem &problem : std::as_const(result.problems))
-        unreadable.insert(problem.path);
+        unreadable[problem.side].insert(problem.path);
     for (qsizetype i = 0; i < pairs.size(); ++i) {
         if (!isPairOfFiles[std::size_t(i)] || pairs.at(i).status == UndecidedFiles)
             pairs[i].status = FolderTree::unknownStatus;
-        else if (!unreadable.contains(pairs.at(i).leftPath) && !unreadable.contains(pairs.at(i).rightPath))
+        else if (!unreadable.left.contains(pairs.at(i).leftPath) && !unreadable.right.contains(pairs.at(i).rightPath))
             result.decided.insert(pairs.at(i).name, pairs.at(i));
     }
     result.pairs = std::move(pairs);

@@ -4,7 +4,6 @@
 #include "core/progress.h"
 #include "folder/engine/folder_engine.h"
 #include "folder/engine/folder_tree.h"
-#include "platform/file_access.h"
 
 #include <QHash>
 #include <QList>
@@ -16,26 +15,23 @@
 
 namespace velmora {
 
-/// Two folders and how they are compared and shown. Paths are absolute with "/".
+/// Two folders and how they are compared and shown.
 struct FolderSpec {
-    QString left;
-    QString right;
+    Sides<TreeFolder> roots;
     FolderSessionOptions options;
     QSet<QString> excludedNames; ///< bare names of entries that are not shown
     QSet<QString> ignoredNames;  ///< bare names of entries that are shown and count as no difference
     FolderViewLimits limits;
-    SystemFileTest isSystemFile; ///< usable from several threads
     /// Pairs of files that need not be decided again, by their names: by another method than the session's, or because
     /// they were only looked at. It holds as long as both files have the size and the time of then.
     QHash<QString, FolderDiffItem> decided;
 
     /// Gives the pair the status that `decided` has for it, if that still holds; else false.
     bool takeDecision(FolderDiffItem &pair) const;
-    [[nodiscard]] FolderFilter filter() const { return FolderFilter(options, excludedNames, limits, isSystemFile); }
+    /// Usable from any thread.
+    [[nodiscard]] FolderFilter filter() const;
+    [[nodiscard]] FolderInput input() const { return FolderInput::of(roots, options); }
 };
-
-/// As `makeCachedTest`, for several threads at a time.
-[[nodiscard]] SystemFileTest makeSharedSystemFileTest();
 
 /// Pairs of files of one content and two times, the same way apart: a change of the clocks for summer, or a file system
 /// that rounds times.
@@ -52,10 +48,9 @@ struct FolderListing {
     FolderTree tree;
     QList<FolderProblem> problems;
     TimeShifts shifts;
-    // How reading the two folders themselves went, after `listTopLevel`: `Missing` and `Unreadable` leave nothing to
-    // compare.
-    FolderRead leftRead = FolderRead::Complete;
-    FolderRead rightRead = FolderRead::Complete;
+    /// How reading the two folders themselves went, after `listTopLevel`: `Missing` and `Unreadable` leave nothing to
+    /// compare.
+    Sides<FolderRead> roots;
 };
 
 /// The jobs of a folder session, for a worker each. They obey `cancel` as the engine does, and return what they have.
@@ -75,9 +70,8 @@ struct FolderListing {
 
 /// An entry that is to be compared anew, with all that is in it.
 struct BranchTask {
-    QString name; ///< relative
-    QString left; ///< where each side is, or would be
-    QString right;
+    QString name;         ///< relative
+    Sides<QString> paths; ///< where each side is, or would be
     bool contents = true; ///< false: of a folder only its own level
 };
 
@@ -93,15 +87,16 @@ struct BranchResult {
                                            std::chrono::milliseconds budget, const CancelFlag &cancel,
                                            Progress &progress);
 
-/// Decides pairs of files by another method, or by their contents whatever their sizes and times where there is none,
-/// and whatever was known of them. Reports bytes. Pairs that are no longer two
-/// files, and those that a cancelled run did not reach, have `FolderTree::unknownStatus`.
+/// Decides pairs of files of the two folders by another method, or by their contents whatever their sizes and times
+/// where there is none, and whatever was known of them. Reports bytes. Pairs that are no longer two files, and those
+/// that a cancelled run did not reach, have `FolderTree::unknownStatus`.
 struct ContentsResult {
     QList<FolderDiffItem> pairs;
     QList<FolderProblem> problems;
     QHash<QString, FolderDiffItem> decided; ///< those of the pairs that were, as `FolderSpec` has them
 };
-[[nodiscard]] ContentsResult compareContentsOf(QList<FolderDiffItem> pairs, std::optional<CompareMethod> method,
-                                               qint32 toleranceSec, const CancelFlag &cancel, Progress &progress);
+[[nodiscard]] ContentsResult compareContentsOf(const FolderSpec &spec, QList<FolderDiffItem> pairs,
+                                               std::optional<CompareMethod> method, const CancelFlag &cancel,
+                                               Progress &progress);
 
 } // namespace velmora

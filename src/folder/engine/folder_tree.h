@@ -107,7 +107,7 @@ public:
     void setScanning(qint32 node, bool scanning) { at(node).scanning = scanning; }
     /// Marks what these problems are about: a folder that cannot be read may look empty, and what is on the other side
     /// alone is not known to be missing. Looks at every node when there is a problem.
-    void markUnreadable(const QList<FolderProblem> &problems, const QString &leftRoot, const QString &rightRoot);
+    void markUnreadable(const QList<FolderProblem> &problems, const Sides<QString> &roots);
     /// `status` is a `FolderDiffStatus` or `unknownStatus`.
     void setStatus(qint32 node, qint32 status);
     /// Replaces what is known of an entry whose kind has not changed.
@@ -152,7 +152,7 @@ private:
     void addTotalsAbove(const std::vector<qint32> &touched);
     void addTotals(qint32 folder);
     /// Of what is in a folder, or of everything for -1.
-    void markUnsure(qint32 folder, bool missingOnLeft);
+    void markUnsure(qint32 folder, Side missing);
     void markFile(qint32 node);
     void markFolder(qint32 node, bool hasContents);
     void count(qint32 node);
@@ -168,12 +168,6 @@ private:
 
 /// True when entry `left` is listed before its sibling `right`.
 [[nodiscard]] bool comesBefore(const FolderDiffItem &left, const FolderDiffItem &right);
-
-/// True when the entry is on both sides.
-[[nodiscard]] inline bool isPair(const FolderDiffItem &item)
-{
-    return !item.leftPath.isEmpty() && !item.rightPath.isEmpty();
-}
 
 /// The last part of a relative name.
 [[nodiscard]] QStringView bareNameOf(const QString &relativeName);

@@ -58,33 +58,32 @@ RowState FolderTree::state(qint32 number) const
     return has(FolderMark::Filtered) ? RowState::Filtered : RowState::Same;
 }
 
-void FolderTree::markUnreadable(const QList<FolderProblem> &problems, const QString &leftRoot, const QString &rightRoot)
+void FolderTree::markUnreadable(const QList<FolderProblem> &problems, const Sides<QString> &roots)
 {
     if (problems.isEmpty())
         return;
-    QHash<QString, qint32> places;
+    Sides<QHash<QString, qint32>> places;
     for (qint32 i = 0; i < size(); ++i) {
-        for (const QString &path : {item(i).leftPath, item(i).rightPath}) {
-            if (!path.isEmpty())
-                places.insert(path, i);
+        for (const Side side : bothSides) {
+            if (const QString &path = pathOn(item(i), side); !path.isEmpty())
+                places[side].insert(path, i);
         }
     }
     for (const FolderProblem &problem : problems) {
-        const qint32 node = places.value(problem.path, -1);
+        const qint32 node = places[problem.side].value(problem.path, -1);
         if (node >= 0)
             at(node).unreadable = true;
-        const bool isRoot = problem.path == leftRoot || problem.path == rightRoot;
-        if (problem.kind == FolderProblem::Kind::UnreadableFile || (node < 0 && !isRoot))
-            continue;
-        markUnsure(node, node < 0 ? problem.path == leftRoot : problem.path == item(node).leftPath);
+        const bool isRoot = problem.path == roots[problem.side];
+        if (problem.kind != FolderProblem::Kind::UnreadableFile && (node >= 0 || isRoot))
+            markUnsure(node, problem.side);
     }
 }
 
-void FolderTree::markUnsure(qint32 folder, bool missingOnLeft)
+void FolderTree::markUnsure(qint32 folder, Side missing)
 {
     const qint32 end = folder < 0 ? size() : node(folder).end;
     for (qint32 i = folder + 1; i < end; ++i) {
-        if ((missingOnLeft ? item(i).leftPath : item(i).rightPath).isEmpty())
+        if (pathOn(item(i), missing).isEmpty())
             at(i).unsure = true;
     }
 }

@@ -4,8 +4,6 @@
 #include "core/progress.h"
 #include "folder/engine/folder_engine.h"
 
-#include <QStringBuilder>
-
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
@@ -82,25 +80,18 @@ private:
     bool m_closed = false;
 };
 
-FolderWalk::FolderWalk(const FileAccess &files, CancelFlag cancel, Visitor visitor, int threads)
-    : m_files(files), m_cancel(std::move(cancel)), m_visitor(std::move(visitor)), m_threads(threads)
+FolderWalk::FolderWalk(const FolderInput &input, int threads, CancelFlag cancel, Visitor visitor)
+    : m_input(input), m_threads(threads), m_cancel(std::move(cancel)), m_visitor(std::move(visitor))
 {}
 
-QString FolderWalk::joined(const QString &folder, const QString &name)
+WalkNode *FolderWalk::run(const FolderRunReport &report)
 {
-    return folder.endsWith(u'/') ? QString(folder % name) : QString(folder % u'/' % name);
-}
-
-WalkNode *FolderWalk::run(const QString &leftRoot, const QString &rightRoot, const QString &name,
-                          const FolderRunReport &report)
-{
-    const auto rootSide = [this](const QString &path) {
-        return WalkSide{path, path.isEmpty() ? std::nullopt : m_files.identity(path)};
-    };
     WalkNode *const root = &m_nodes.emplace_back();
-    root->name = name;
-    root->left = rootSide(leftRoot);
-    root->right = rootSide(rightRoot);
+    root->name = m_input.prefix;
+    for (const Side side : bothSides) {
+        root->sides[side].path = m_input.roots[side].path;
+        root->sides[side].identity = identityOf(root->sides[side], side);
+    }
 
     const auto tell = [&](const QString &path) {
         if (report.progress)
@@ -119,7 +110,7 @@ WalkNode *FolderWalk::run(const QString &leftRoot, const QString &rightRoot, con
                 if (!node)
                     return;
                 if (worker == 0)
-                    tell(latest = node->left.isThere() ? node->left.path : node->right.path);
+                    tell(latest = node->sides[node->sides.left.isThere() ? Side::Left : Side::Right].path);
                 process(worker, *node, stack);
                 stack.finishOne();
             }
@@ -145,13 +136,12 @@ void FolderWalk::process(int worker, WalkNode &node, Stack &stack)
 {
     if (m_cancel.isCancelled())
         return;
-    Entries left = read(node.left);
-    Entries right = read(node.right);
+    Sides<Entries> entries{read(node.sides.left, Side::Left), read(node.sides.right, Side::Right)};
     if (m_cancel.isCancelled())
         return;
-    m_entries += qint64(left.size() + right.size());
+    m_entries += qint64(entries.left.size() + entries.right.size());
 
-    const std::vector<WalkDescent> descents = m_visitor(worker, node, left, right);
+    const std::vector<WalkDescent> descents = m_visitor(worker, node, entries);
     std::vector<WalkNode *> found;
     found.reserve(descents.size());
     node.children.reserve(descents.size());
@@ -159,9 +149,9 @@ void FolderWalk::process(int worker, WalkNode &node, Stack &stack)
         WalkNode next;
         next.parent = &node;
         next.name = descent.name;
-        next.left = descend(node, &WalkNode::left, descent.left);
-        next.right = descend(node, &WalkNode::right, descent.right);
-        if (!next.left.isThere() && !next.right.isThere())
+        for (const Side side : bothSides)
+            next.sides[side] = descend(node, descent.entries[side], side);
+        if (!next.sides.left.isThere() && !next.sides.right.isThere())
             continue;
         const std::lock_guard lock(m_mutex);
         WalkNode *const kept = &m_nodes.emplace_back(std::move(next));
@@ -171,53 +161,58 @@ void FolderWalk::process(int worker, WalkNode &node, Stack &stack)
     stack.push(found);
 }
 
-FolderWalk::Entries FolderWalk::read(const WalkSide &side)
+FolderWalk::Entries FolderWalk::read(const WalkSide &folder, Side side)
 {
     Entries entries;
-    if (!side.isThere())
+    if (!folder.isThere())
         return entries;
-    const FolderRead result = m_files.readFolder(side.path, [&](FolderEntry &&entry) {
+    const auto take = [&](FolderEntry &&entry) {
         entries.push_back(std::move(entry));
         return !m_cancel.isCancelled();
-    });
-    if (result == FolderRead::Unreadable)
-        note(FolderProblem::Kind::UnreadableFolder, side.path);
+    };
+    if (m_input.roots[side].source->readFolder(folder.path, m_input.hidden, take) == FolderRead::Unreadable)
+        note(FolderProblem::Kind::UnreadableFolder, folder.path, side);
     return entries;
 }
 
-WalkSide FolderWalk::descend(const WalkNode &node, WalkSide WalkNode::*side, const FolderEntry *entry)
+WalkSide FolderWalk::descend(const WalkNode &node, const FolderEntry *entry, Side side)
 {
     if (!entry)
         return {};
-    WalkSide next{joined((node.*side).path, entry->name), entry->identity};
-    if (!closesCycle(node, side, next, entry->isLink))
+    WalkSide next{entryPath(node.sides[side].path, entry->name), entry->identity};
+    if (!closesCycle(node, next, entry->isLink, side))
         return next;
-    note(FolderProblem::Kind::LinkCycle, next.path);
+    note(FolderProblem::Kind::LinkCycle, next.path, side);
     return {};
 }
 
-bool FolderWalk::closesCycle(const WalkNode &node, WalkSide WalkNode::*side, const WalkSide &next, bool isLink) const
+bool FolderWalk::closesCycle(const WalkNode &node, const WalkSide &next, bool isLink, Side side) const
 {
     // Where the listing gives no identities, only a link is worth asking for them.
     if (!next.identity && !isLink)
         return false;
-    const auto identityOf = [this](const WalkSide &place) {
-        return place.identity ? place.identity : m_files.identity(place.path);
-    };
-    const std::optional<FileIdentity> identity = identityOf(next);
+    const std::optional<FileIdentity> identity = identityOf(next, side);
     if (!identity)
         return false;
-    for (const WalkNode *ancestor = &node; ancestor && (ancestor->*side).isThere(); ancestor = ancestor->parent) {
-        if (identityOf(ancestor->*side) == identity)
+    for (const WalkNode *ancestor = &node; ancestor && ancestor->sides[side].isThere(); ancestor = ancestor->parent) {
+        if (identityOf(ancestor->sides[side], side) == identity)
             return true;
     }
     return false;
 }
 
-void FolderWalk::note(FolderProblem::Kind kind, const QString &path)
+std::optional<FileIdentity> FolderWalk::identityOf(const WalkSide &folder, Side side) const
+{
+    if (folder.identity || !folder.isThere())
+        return folder.identity;
+    const std::optional<FolderEntry> entry = m_input.roots[side].source->describe(folder.path, HiddenEntries::Listed);
+    return entry ? entry->identity : std::nullopt;
+}
+
+void FolderWalk::note(FolderProblem::Kind kind, const QString &path, Side side)
 {
     const std::lock_guard lock(m_mutex);
-    m_problems.append({kind, path});
+    m_problems.append({kind, path, side});
 }
 
 } // namespace velmora

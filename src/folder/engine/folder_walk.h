@@ -13,6 +13,7 @@
 
 namespace velmora {
 
+struct FolderInput;
 struct FolderRunReport;
 
 /// One side of a folder pair on the way down.
@@ -27,8 +28,7 @@ struct WalkSide {
 struct WalkNode {
     const WalkNode *parent = nullptr;
     QString name; ///< relative name, empty at the root unless it has a prefix
-    WalkSide left;
-    WalkSide right;
+    Sides<WalkSide> sides;
 
     /// What the visitor made of the contents; `children` are the folders among them, in the same order.
     std::vector<FolderDiffItem> items;
@@ -43,9 +43,8 @@ struct WalkNode {
 /// A folder that a visitor found and wants to be visited.
 struct WalkDescent {
     QString name;
-    const FolderEntry *left = nullptr; ///< null where that side is not to be looked at
-    const FolderEntry *right = nullptr;
-    std::size_t item = 0; ///< the index of its item in the node
+    Sides<const FolderEntry *> entries; ///< null where that side is not to be looked at
+    std::size_t item = 0;               ///< the index of its item in the node
 };
 
 /// Reads pairs of folders from the root down, on as many threads as are good for it, without recursion.
@@ -57,34 +56,30 @@ class FolderWalk {
 public:
     using Entries = std::vector<FolderEntry>;
     /// Sets `node.complete` when it was not cancelled.
-    using Visitor = std::function<std::vector<WalkDescent>(int worker, WalkNode &node, Entries &left, Entries &right)>;
+    using Visitor = std::function<std::vector<WalkDescent>(int worker, WalkNode &node, Sides<Entries> &entries)>;
 
-    FolderWalk(const FileAccess &files, CancelFlag cancel, Visitor visitor, int threads);
+    /// Of `input`, which outlives the walk, the roots, the prefix and the hidden entries count.
+    FolderWalk(const FolderInput &input, int threads, CancelFlag cancel, Visitor visitor);
     FolderWalk(const FolderWalk &) = delete;
     FolderWalk &operator=(const FolderWalk &) = delete;
 
-    /// Walks down from the two roots (absolute, either may be empty) and returns the node for them, which lives as long
-    /// as the walk. Call once.
-    WalkNode *run(const QString &leftRoot, const QString &rightRoot, const QString &name,
-                  const FolderRunReport &report);
-
-    /// The path of an entry in a folder.
-    [[nodiscard]] static QString joined(const QString &folder, const QString &name);
+    /// Walks down and returns the node of the roots, which lives as long as the walk. Call once.
+    WalkNode *run(const FolderRunReport &report);
 
 private:
     class Stack;
 
     void process(int worker, WalkNode &node, Stack &stack);
-    [[nodiscard]] Entries read(const WalkSide &side);
-    [[nodiscard]] WalkSide descend(const WalkNode &node, WalkSide WalkNode::*side, const FolderEntry *entry);
-    [[nodiscard]] bool closesCycle(const WalkNode &node, WalkSide WalkNode::*side, const WalkSide &next,
-                                   bool isLink) const;
-    void note(FolderProblem::Kind kind, const QString &path);
+    [[nodiscard]] Entries read(const WalkSide &folder, Side side);
+    [[nodiscard]] WalkSide descend(const WalkNode &node, const FolderEntry *entry, Side side);
+    [[nodiscard]] bool closesCycle(const WalkNode &node, const WalkSide &next, bool isLink, Side side) const;
+    [[nodiscard]] std::optional<FileIdentity> identityOf(const WalkSide &folder, Side side) const;
+    void note(FolderProblem::Kind kind, const QString &path, Side side);
 
-    const FileAccess &m_files;
+    const FolderInput &m_input;
+    int m_threads;
     CancelFlag m_cancel;
     Visitor m_visitor;
-    int m_threads;
     std::mutex m_mutex; ///< guards the two below
     std::deque<WalkNode> m_nodes;
     QList<FolderProblem> m_problems;

@@ -66,8 +66,20 @@ bool sameContent(ContentComparer &comparer, CompareMethod method, const QString 
     return comparer.sameByDigest(left, right, hint);
 }
 
-PairDecider::PairDecider(const FileAccess &files, int threads, CompareMethod method, const CancelFlag &cancel)
-    : m_files(files), m_method(method), m_cancel(cancel), m_comparers(std::size_t(threads))
+std::optional<bool> sameByIdentity(CompareMethod method, const Sides<std::optional<ContentIdentity>> &known)
+{
+    if (!known.left || !known.right || known.left->algorithm != known.right->algorithm)
+        return std::nullopt;
+    const bool equal = known.left->value == known.right->value;
+    const bool isCrc = known.left->algorithm == ContentIdentity::Algorithm::Crc32;
+    if (equal)
+        return isCrc && method != CompareMethod::Crc ? std::nullopt : std::optional(true);
+    const bool decides = method == CompareMethod::Rules || (isCrc && method == CompareMethod::Crc);
+    return decides ? std::optional(false) : std::nullopt;
+}
+
+PairDecider::PairDecider(SourcePair sources, int threads, CompareMethod method, const CancelFlag &cancel)
+    : m_sources(std::move(sources)), m_method(method), m_cancel(cancel), m_comparers(std::size_t(threads))
 {}
 
 PairDecider::~PairDecider() = default;
@@ -76,10 +88,12 @@ ContentComparer &PairDecider::comparer(int worker)
 {
     std::unique_ptr<ContentComparer> &comparer = m_comparers[std::size_t(worker)];
     if (!comparer) {
-        comparer = std::make_unique<ContentComparer>(m_files, m_cancel, &m_gate);
-        comparer->setFailureListener([this](const QString &path) {
+        comparer = std::make_unique<ContentComparer>(
+            Sides<std::unique_ptr<FileOpener>>{m_sources.left->makeOpener(), m_sources.right->makeOpener()}, m_cancel,
+            &m_gate);
+        comparer->setFailureListener([this](Side side, const QString &path) {
             const std::lock_guard lock(m_mutex);
-            m_problems.append({FolderProblem::Kind::UnreadableFile, path});
+            m_problems.append({FolderProblem::Kind::UnreadableFile, path, side});
         });
     }
     return *comparer;
@@ -88,7 +102,9 @@ ContentComparer &PairDecider::comparer(int worker)
 void PairDecider::decide(int worker, FolderDiffItem &item)
 {
     const OpenHint hint = item.status == UndecidedFiles ? OpenHint::ListedAsFile : OpenHint::Unknown;
-    const bool same = sameContent(comparer(worker), m_method, item.leftPath, item.rightPath, hint);
+    const std::optional<bool> known = sameByIdentity(
+        m_method, {m_sources.left->contentIdentity(item.leftPath), m_sources.right->contentIdentity(item.rightPath)});
+    const bool same = known ? *known : sameContent(comparer(worker), m_method, item.leftPath, item.rightPath, hint);
     if (!m_cancel.isCancelled()) // else what was read may not be the whole
         item.setDiffStatus(same ? FolderDiffStatus::Same : FolderDiffStatus::Different);
 }
@@ -158,7 +174,7 @@ void PairDecider::tellProblems(const FolderRunReport &report)
     if (!report.problems)
         return;
     std::sort(m_problems.begin(), m_problems.end());
-    report.problems->append(m_problems);
+    report.problems->append(std::exchange(m_problems, {}));
 }
 
 } // namespace velmora

@@ -3,8 +3,8 @@
 #include "core/cancel_flag.h"
 #include "core/content_compare.h"
 #include "folder/engine/item_list.h"
-#include "platform/file_access.h"
 #include "settings/options/folder_session_options.h"
+#include "vfs/tree_source.h"
 
 #include <memory>
 #include <mutex>
@@ -29,14 +29,23 @@ struct FolderRunReport;
 [[nodiscard]] bool sameContent(ContentComparer &comparer, CompareMethod method, const QString &left,
                                const QString &right, OpenHint hint);
 
+/// What the sources' own knowledge of two contents says under `method`; nothing when they must be read. Contents of one
+/// CRC-32 may differ, and the binary method takes some for equal that differ.
+[[nodiscard]] std::optional<bool> sameByIdentity(CompareMethod method,
+                                                 const Sides<std::optional<ContentIdentity>> &known);
+
 /// Gives pairs of files whose contents decide their status, for one run. Workers are numbered from 0, which is the
 /// thread of the run itself.
 class PairDecider {
 public:
-    PairDecider(const FileAccess &files, int threads, CompareMethod method, const CancelFlag &cancel);
+    /// Without a source on one side there is nothing to decide.
+    PairDecider(SourcePair sources, int threads, CompareMethod method, const CancelFlag &cancel);
     ~PairDecider();
     PairDecider(const PairDecider &) = delete;
     PairDecider &operator=(const PairDecider &) = delete;
+
+    /// Decides one undecided pair. When cancelled, it may stay so.
+    void decide(int worker, FolderDiffItem &item);
 
     /// Decides those pairs of one folder that are soon read, while the system still has it at hand. What is large or
     /// beyond a certain amount is left for all workers to share. When cancelled, what is undecided stays so. Different
@@ -46,14 +55,13 @@ public:
     /// Decides all that is left, on all threads. When cancelled, the rest stays undecided.
     void decideRest(QList<FolderDiffItem> &items, const FolderRunReport &report);
 
-    /// Appends what could not be read, ordered by path. After everything else.
+    /// Appends what could not be read since the last time, ordered by path. Not while others decide.
     void tellProblems(const FolderRunReport &report);
 
 private:
     [[nodiscard]] ContentComparer &comparer(int worker);
-    void decide(int worker, FolderDiffItem &item);
 
-    const FileAccess &m_files;
+    SourcePair m_sources;
     CompareMethod m_method;
     CancelFlag m_cancel;
     SlowDeviceGate m_gate;

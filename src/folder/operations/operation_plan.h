@@ -138,6 +138,7 @@ enum class PlanRefusal : quint8 {
     OverlappingRoots, ///< the two folders are the same, or one lies in the other
     RootMissing,      ///< a folder that was chosen is not there or cannot be opened
     NameNotAllowed,   ///< no entry can have the name asked for
+    NoLocalFolder,    ///< the entries of a side are no files of this system
     Cancelled,        ///< the survey was stopped
 };
 

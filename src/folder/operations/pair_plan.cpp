@@ -16,8 +16,8 @@ PairPlan::PairPlan(const PlanInput &input) : m_input(input), m_entries(input)
     m_going.resize(count, UnlistedEntries::Stay);
     m_made.resize(count, notMade);
     m_plan.showsUnlisted = unlistedFilter(input);
-    m_plan.roots = {{m_entries.root(PlanSide::Left), std::nullopt, !input.leftReadOnly},
-                    {m_entries.root(PlanSide::Right), std::nullopt, !input.rightReadOnly}};
+    for (const Side side : bothSides)
+        m_plan.roots.append({m_entries.root(side), std::nullopt, !input.isReadOnly(side)});
 }
 
 bool PairPlan::needsSidesApart()
@@ -25,28 +25,29 @@ bool PairPlan::needsSidesApart()
     m_plan.rootsMustBeApart = true;
     const QString &left = m_plan.roots[0].path;
     const QString &right = m_plan.roots[1].path;
-    if (pathLiesIn(left, right) || pathLiesIn(right, left))
+    const bool areLocal = m_input.isLocal(Side::Left) && m_input.isLocal(Side::Right);
+    if (areLocal && (pathLiesIn(left, right) || pathLiesIn(right, left)))
         m_plan.refusal = PlanRefusal::OverlappingRoots;
     return m_plan.refusal == PlanRefusal::None;
 }
 
-bool PairPlan::needsWritable(PlanSide side)
+bool PairPlan::needsWritable(Side side)
 {
-    if (isReadOnly(side))
+    if (m_input.isReadOnly(side))
         m_plan.refusal = PlanRefusal::ReadOnlySide;
     return m_plan.refusal == PlanRefusal::None;
 }
 
-void PairPlan::leaveOut(const PlanEntry &entry, LeftOutReason reason, PlanSide side)
+void PairPlan::leaveOut(const PlanEntry &entry, LeftOutReason reason, Side side)
 {
     const QString &path = pathOn(*entry.item, side);
     m_plan.leftOut.append({reason, path.isEmpty() ? pathOn(*entry.item, otherSide(side)) : path, {}});
 }
 
-void PairPlan::copy(int index, PlanSide source, OperationKind kind)
+void PairPlan::copy(int index, Side source, OperationKind kind)
 {
     const PlanEntry &entry = m_entries.at(index);
-    const PlanSide target = otherSide(source);
+    const Side target = otherSide(source);
     if (!canWrite(entry, target))
         return;
     if (!entry.on(source).isThere) {
@@ -73,7 +74,7 @@ void PairPlan::copy(int index, PlanSide source, OperationKind kind)
     m_plan.steps.append(step);
 }
 
-void PairPlan::remove(int index, PlanSide side, DeleteManner manner, bool followsMissing)
+void PairPlan::remove(int index, Side side, DeleteManner manner, bool followsMissing)
 {
     const PlanEntry &entry = m_entries.at(index);
     if (!canWrite(entry, side))
@@ -105,27 +106,32 @@ OperationPlan PairPlan::finished()
     markWholeFolders();
     std::reverse(m_deletions.begin(), m_deletions.end());
     m_plan.steps.append(m_deletions);
+    for (const Side side : bothSides) {
+        const auto isAbout = [root = rootOf(side)](const OperationStep &step) {
+            return step.from.root == root || step.to.root == root || step.counterpart.root == root;
+        };
+        if (!m_input.isLocal(side) && std::any_of(m_plan.steps.begin(), m_plan.steps.end(), isAbout))
+            m_plan.refusal = PlanRefusal::NoLocalFolder;
+    }
+    if (m_plan.refusal == PlanRefusal::NoLocalFolder)
+        m_plan.steps.clear();
     return std::move(m_plan);
 }
 
-Place PairPlan::placeOf(const PlanEntry &entry, PlanSide side)
+Place PairPlan::placeOf(const PlanEntry &entry, Side side)
 {
     return {rootOf(side), entry.on(side).relative};
 }
 
-bool PairPlan::isReadOnly(PlanSide side) const
+bool PairPlan::canWrite(const PlanEntry &entry, Side side)
 {
-    return side == PlanSide::Left ? m_input.leftReadOnly : m_input.rightReadOnly;
-}
-
-bool PairPlan::canWrite(const PlanEntry &entry, PlanSide side)
-{
-    if (isReadOnly(side))
+    const bool isReadOnly = m_input.isReadOnly(side);
+    if (isReadOnly)
         leaveOut(entry, LeftOutReason::ReadOnlySide, side);
-    return !isReadOnly(side);
+    return !isReadOnly;
 }
 
-void PairPlan::makeFolders(int index, PlanSide source)
+void PairPlan::makeFolders(int index, Side source)
 {
     if (index < 0 || m_made[std::size_t(index)] != notMade)
         return;
@@ -156,11 +162,12 @@ void PairPlan::markWholeFolders()
     }
 }
 
-bool PairPlan::isBelowProblem(const PlanEntry &entry, PlanSide side) const
+bool PairPlan::isBelowProblem(const PlanEntry &entry, Side side) const
 {
     const QString path = m_plan.pathOf(placeOf(entry, side));
     return std::any_of(m_input.problems.begin(), m_input.problems.end(), [&](const FolderProblem &problem) {
-        return problem.kind != FolderProblem::Kind::UnreadableFile && pathLiesIn(path, problem.path);
+        return problem.side == side && problem.kind != FolderProblem::Kind::UnreadableFile &&
+               pathLiesIn(path, problem.path);
     });
 }
 

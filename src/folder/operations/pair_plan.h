@@ -15,16 +15,16 @@ public:
 
     /// Both are false, with the refusal in the plan, when nothing can be done at all.
     bool needsSidesApart();
-    bool needsWritable(PlanSide side);
+    bool needsWritable(Side side);
 
-    void leaveOut(const PlanEntry &entry, LeftOutReason reason, PlanSide side);
+    void leaveOut(const PlanEntry &entry, LeftOutReason reason, Side side);
 
     /// Copies, or moves, one entry to the other side; of a folder only the folder itself.
-    void copy(int index, PlanSide source, OperationKind kind = OperationKind::Copy);
+    void copy(int index, Side source, OperationKind kind = OperationKind::Copy);
 
     /// Deletions must be asked for in the order of the items. `followsMissing`: the entry goes because it is missing on
     /// the other side.
-    void remove(int index, PlanSide side, DeleteManner manner, bool followsMissing);
+    void remove(int index, Side side, DeleteManner manner, bool followsMissing);
     /// The latest deletion takes what the comparison does not list as well.
     void takeWholeFolder() { m_deletions.last().wholeTree = true; }
     [[nodiscard]] qsizetype deletions() const { return m_deletions.size(); }
@@ -32,16 +32,15 @@ public:
     /// The plan, which the object has no longer.
     [[nodiscard]] OperationPlan finished();
 
-    [[nodiscard]] static Place placeOf(const PlanEntry &entry, PlanSide side);
+    [[nodiscard]] static Place placeOf(const PlanEntry &entry, Side side);
 
 private:
-    [[nodiscard]] bool isReadOnly(PlanSide side) const;
-    bool canWrite(const PlanEntry &entry, PlanSide side);
+    bool canWrite(const PlanEntry &entry, Side side);
     /// Makes the folder `index` and those that it lies in where the other side lacks them.
-    void makeFolders(int index, PlanSide source);
+    void makeFolders(int index, Side source);
     /// A folder that was asked for goes over whole when everything goes that is listed in it and that filters show.
     void markWholeFolders();
-    [[nodiscard]] bool isBelowProblem(const PlanEntry &entry, PlanSide side) const;
+    [[nodiscard]] bool isBelowProblem(const PlanEntry &entry, Side side) const;
 
     const PlanInput &m_input;
     PlanEntries m_entries;

@@ -2,14 +2,15 @@
 
 namespace velmora {
 
-PlacePlan::PlacePlan(const PlanInput &input, PlanSide source, const QString &destination, OperationKind kind,
+PlacePlan::PlacePlan(const PlanInput &input, Side source, const QString &destination, OperationKind kind,
                      IfPresent ifPresent)
     : m_entries(input), m_source(source), m_kind(kind), m_mayReplace(ifPresent == IfPresent::Replace)
 {
-    const bool isLeft = source == PlanSide::Left;
     m_plan.showsUnlisted = unlistedFilter(input);
-    m_plan.roots = {{m_entries.root(source), std::nullopt, !(isLeft ? input.leftReadOnly : input.rightReadOnly)},
-                    {cleanRoot(destination), std::nullopt, true}};
+    m_plan.roots = {{m_entries.root(source), std::nullopt, !input.isReadOnly(source)},
+                    {Location::ofFolder(destination).place, std::nullopt, true}};
+    if (!input.isLocal(source))
+        m_plan.refusal = PlanRefusal::NoLocalFolder;
     if (kind == OperationKind::Move && !m_plan.roots[0].writable)
         m_plan.refusal = PlanRefusal::ReadOnlySide;
 }

@@ -10,8 +10,7 @@ namespace velmora {
 class PlacePlan {
 public:
     /// `kind` is `Copy` or `Move`.
-    PlacePlan(const PlanInput &input, PlanSide source, const QString &destination, OperationKind kind,
-              IfPresent ifPresent);
+    PlacePlan(const PlanInput &input, Side source, const QString &destination, OperationKind kind, IfPresent ifPresent);
 
     [[nodiscard]] OperationPlan build(const PlanSelection &selection);
 
@@ -20,7 +19,7 @@ private:
     void append(const PlanEntry &entry, const QString &target);
 
     PlanEntries m_entries;
-    PlanSide m_source;
+    Side m_source;
     OperationKind m_kind;
     bool m_mayReplace;
     OperationPlan m_plan;

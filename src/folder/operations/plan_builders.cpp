@@ -16,14 +16,14 @@ int newerSide(const FolderDiffItem &item, qint32 toleranceSec)
     return difference < 0 ? -1 : 1;
 }
 
-EntryAction copyFrom(PlanSide source)
+EntryAction copyFrom(Side source)
 {
-    return source == PlanSide::Left ? EntryAction::CopyToRight : EntryAction::CopyToLeft;
+    return source == Side::Left ? EntryAction::CopyToRight : EntryAction::CopyToLeft;
 }
 
-EntryAction deleteOn(PlanSide side)
+EntryAction deleteOn(Side side)
 {
-    return side == PlanSide::Left ? EntryAction::DeleteLeft : EntryAction::DeleteRight;
+    return side == Side::Left ? EntryAction::DeleteLeft : EntryAction::DeleteRight;
 }
 
 void act(PairPlan &builder, int index, EntryAction action, DeleteManner manner)
@@ -34,11 +34,11 @@ void act(PairPlan &builder, int index, EntryAction action, DeleteManner manner)
         break;
     case EntryAction::CopyToLeft:
     case EntryAction::CopyToRight:
-        builder.copy(index, action == EntryAction::CopyToRight ? PlanSide::Left : PlanSide::Right);
+        builder.copy(index, action == EntryAction::CopyToRight ? Side::Left : Side::Right);
         break;
     case EntryAction::DeleteLeft:
     case EntryAction::DeleteRight: {
-        const PlanSide side = action == EntryAction::DeleteLeft ? PlanSide::Left : PlanSide::Right;
+        const Side side = action == EntryAction::DeleteLeft ? Side::Left : Side::Right;
         if (entry.isFileAgainstFolder())
             builder.leaveOut(entry, LeftOutReason::FileAgainstFolder, side);
         else if (!entry.isOnBoth())
@@ -63,7 +63,7 @@ OperationPlan planByRule(PairPlan &builder, const ActionRule &actionOf, DeleteMa
     return builder.finished();
 }
 
-bool isOnlyOn(const PlanEntry &entry, PlanSide side)
+bool isOnlyOn(const PlanEntry &entry, Side side)
 {
     return entry.on(side).isThere && !entry.on(otherSide(side)).isThere;
 }
@@ -78,7 +78,7 @@ OperationPlan planActions(const PlanInput &input, const std::function<EntryActio
         builder, [&](const PlanEntry &entry) { return actionOf(*entry.item); }, manner);
 }
 
-OperationPlan planMirror(const PlanInput &input, PlanSide source, DeleteManner manner)
+OperationPlan planMirror(const PlanInput &input, Side source, DeleteManner manner)
 {
     PairPlan builder(input);
     builder.plan().sourceIsEmpty =
@@ -94,7 +94,7 @@ OperationPlan planMirror(const PlanInput &input, PlanSide source, DeleteManner m
         manner);
 }
 
-OperationPlan planUpdate(const PlanInput &input, PlanSide source)
+OperationPlan planUpdate(const PlanInput &input, Side source)
 {
     PairPlan builder(input);
     if (!builder.needsWritable(otherSide(source)))
@@ -103,7 +103,7 @@ OperationPlan planUpdate(const PlanInput &input, PlanSide source)
         builder,
         [&](const PlanEntry &entry) {
             const int newer = newerSide(*entry.item, input.toleranceSec);
-            const bool isNewer = source == PlanSide::Left ? newer > 0 : newer < 0;
+            const bool isNewer = source == Side::Left ? newer > 0 : newer < 0;
             const bool copies =
                 isOnlyOn(entry, source) || (entry.isOnBoth() && (isNewer || entry.isFileAgainstFolder()));
             return copies ? copyFrom(source) : EntryAction::Nothing;
@@ -118,24 +118,24 @@ OperationPlan planUpdateBoth(const PlanInput &input)
         builder,
         [&](const PlanEntry &entry) {
             if (!entry.isOnBoth())
-                return copyFrom(isOnlyOn(entry, PlanSide::Left) ? PlanSide::Left : PlanSide::Right);
+                return copyFrom(isOnlyOn(entry, Side::Left) ? Side::Left : Side::Right);
             if (entry.isFileAgainstFolder()) {
-                builder.leaveOut(entry, LeftOutReason::FileAgainstFolder, PlanSide::Left);
+                builder.leaveOut(entry, LeftOutReason::FileAgainstFolder, Side::Left);
                 return EntryAction::Nothing;
             }
             if (entry.isFolder())
                 return EntryAction::Nothing;
             const int newer = newerSide(*entry.item, input.toleranceSec);
             if (newer == 0) {
-                builder.leaveOut(entry, LeftOutReason::TimesAreEqual, PlanSide::Left);
+                builder.leaveOut(entry, LeftOutReason::TimesAreEqual, Side::Left);
                 return EntryAction::Nothing;
             }
-            return copyFrom(newer > 0 ? PlanSide::Left : PlanSide::Right);
+            return copyFrom(newer > 0 ? Side::Left : Side::Right);
         },
         DeleteManner::ToRecycleBin);
 }
 
-OperationPlan planCopyToOtherSide(const PlanInput &input, const PlanSelection &selection, PlanSide source)
+OperationPlan planCopyToOtherSide(const PlanInput &input, const PlanSelection &selection, Side source)
 {
     PairPlan builder(input);
     if (!builder.needsWritable(otherSide(source)) || !builder.needsSidesApart())
@@ -152,7 +152,7 @@ OperationPlan planCopyToOtherSide(const PlanInput &input, const PlanSelection &s
     return builder.finished();
 }
 
-OperationPlan planMoveToOtherSide(const PlanInput &input, const PlanSelection &selection, PlanSide source)
+OperationPlan planMoveToOtherSide(const PlanInput &input, const PlanSelection &selection, Side source)
 {
     PairPlan builder(input);
     if (!builder.needsWritable(otherSide(source)) || !builder.needsWritable(source) || !builder.needsSidesApart())
@@ -170,19 +170,19 @@ OperationPlan planMoveToOtherSide(const PlanInput &input, const PlanSelection &s
     return builder.finished();
 }
 
-OperationPlan planCopyTo(const PlanInput &input, const PlanSelection &selection, PlanSide source,
+OperationPlan planCopyTo(const PlanInput &input, const PlanSelection &selection, Side source,
                          const QString &destination, IfPresent ifPresent)
 {
     return PlacePlan(input, source, destination, OperationKind::Copy, ifPresent).build(selection);
 }
 
-OperationPlan planMoveTo(const PlanInput &input, const PlanSelection &selection, PlanSide source,
+OperationPlan planMoveTo(const PlanInput &input, const PlanSelection &selection, Side source,
                          const QString &destination, IfPresent ifPresent)
 {
     return PlacePlan(input, source, destination, OperationKind::Move, ifPresent).build(selection);
 }
 
-OperationPlan planDelete(const PlanInput &input, const PlanSelection &selection, PlanSide side, DeleteManner manner,
+OperationPlan planDelete(const PlanInput &input, const PlanSelection &selection, Side side, DeleteManner manner,
                          DeleteScope scope)
 {
     PairPlan builder(input);
@@ -209,7 +209,7 @@ OperationPlan planDelete(const PlanInput &input, const PlanSelection &selection,
     return builder.finished();
 }
 
-OperationPlan planRename(const PlanInput &input, qsizetype index, PlanSide side, const QString &newName)
+OperationPlan planRename(const PlanInput &input, qsizetype index, Side side, const QString &newName)
 {
     PairPlan builder(input);
     if (!builder.needsWritable(side) || index < 0 || index >= input.items.size())
@@ -232,7 +232,7 @@ OperationPlan planRename(const PlanInput &input, qsizetype index, PlanSide side,
     return builder.finished();
 }
 
-OperationPlan planNewFolder(const PlanInput &input, PlanSide side, const QString &relative)
+OperationPlan planNewFolder(const PlanInput &input, Side side, const QString &relative)
 {
     PairPlan builder(input);
     if (!builder.needsWritable(side))

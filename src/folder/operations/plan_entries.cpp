@@ -1,6 +1,5 @@
 #include "folder/operations/plan_entries.h"
 
-#include <QDir>
 #include <QStringBuilder>
 
 namespace velmora {
@@ -20,26 +19,16 @@ QString bareName(const QString &path)
     return path.mid(path.lastIndexOf(u'/') + 1);
 }
 
-QString cleanRoot(const QString &path)
-{
-    return QDir::cleanPath(QDir(path).absolutePath());
-}
-
-const QString &pathOn(const FolderDiffItem &item, PlanSide side)
-{
-    return side == PlanSide::Left ? item.leftPath : item.rightPath;
-}
-
-SeenEntry seenOn(const PlanEntry &entry, PlanSide side)
+SeenEntry seenOn(const PlanEntry &entry, Side side)
 {
     SeenEntry seen;
     if (entry.isFileAgainstFolder()) // which is which is not told
         return seen;
     const FolderDiffItem &item = *entry.item;
-    const QDateTime &time = side == PlanSide::Left ? item.leftTime : item.rightTime;
+    const QDateTime &time = timeOn(item, side);
     seen.state = SeenEntry::State::Listed;
     seen.kind = item.isDir ? NodeKind::Folder : NodeKind::File;
-    seen.size = item.isDir ? 0 : (side == PlanSide::Left ? item.leftSize : item.rightSize);
+    seen.size = item.isDir ? 0 : sizeOn(item, side);
     seen.files = item.isDir ? 0 : 1;
     seen.modifiedNs = time.isValid() ? time.toMSecsSinceEpoch() * 1'000'000 : 0;
     return seen;
@@ -61,8 +50,7 @@ std::function<bool(const QString &path, const NodeState &node)> unlistedFilter(c
     };
 }
 
-PlanEntries::PlanEntries(const PlanInput &input)
-    : m_input(input), m_roots{cleanRoot(input.leftRoot), cleanRoot(input.rightRoot)}
+PlanEntries::PlanEntries(const PlanInput &input) : m_input(input)
 {
     m_entries.reserve(std::size_t(input.items.size()));
     std::vector<int> open; // the folders that the item lies in
@@ -97,7 +85,7 @@ std::vector<char> PlanEntries::covered(const PlanSelection &selection) const
 
 void PlanEntries::place(PlanEntry &entry) const
 {
-    for (const PlanSide side : bothSides) {
+    for (const Side side : bothSides) {
         const QString &path = pathOn(*entry.item, side);
         const QString &root = this->root(side);
         SideEntry &here = entry.on(side);

@@ -1,15 +1,3 @@
 #pragma once
 
-#include <QtGlobal>
-
-namespace velmora {
-
-/// One of the two texts that stand side by side.
-enum class Side : quint8 { Left, Right };
-
-[[nodiscard]] constexpr Side otherSide(Side side) noexcept
-{
-    return side == Side::Left ? Side::Right : Side::Left;
-}
-
-} // namespace velmora
+#include "core/side.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/cancel_flag.h"
-#include "platform/file_access.h"
+#include "vfs/tree_source.h"
 
 #include <QMap>
 #include <QSet>
@@ -13,10 +13,14 @@
 
 namespace velmora::test {
 
-/// A file system in memory whose parts can be made to fail, to be slow or to stop the run. Filled before the run; paths
-/// are absolute.
-class MemoryFiles final : public FileAccess {
+/// A tree in memory whose parts can be made to fail, to be slow or to stop the run. Filled before the run.
+class MemoryTree final : public TreeSource {
 public:
+    MemoryTree() : TreeSource({Location::Kind::OtherTree, QStringLiteral("memory"), QStringLiteral("a tree in memory")})
+    {
+        addFolder(QStringLiteral("/"));
+    }
+
     struct File {
         QByteArray bytes;
         qint64 size = -1;                    ///< of a file of zeros, instead of `bytes`
@@ -24,6 +28,7 @@ public:
         bool opens = true;                   ///< false: it has vanished since it was listed
         std::chrono::milliseconds delay{0};  ///< of each read
         std::atomic<int> *readers = nullptr; ///< counted up while the later part of the file is read
+        std::optional<ContentIdentity> identity;
         [[nodiscard]] qint64 length() const { return size >= 0 ? size : bytes.size(); }
     };
 
@@ -37,9 +42,14 @@ public:
 
     [[nodiscard]] int operations() const { return m_operations; }
     [[nodiscard]] qint64 bytesRead() const { return m_bytesRead; }
-    [[nodiscard]] FolderRead readFolder(const QString &path, const Sink &sink) const override;
+    /// As a side of a comparison, which the tree must outlive.
+    [[nodiscard]] TreeFolder at(const QString &path = QStringLiteral("/")) const;
+
+    [[nodiscard]] FolderRead readFolder(const QString &path, HiddenEntries hidden,
+                                        const FileAccess::Sink &sink) const override;
     [[nodiscard]] std::unique_ptr<FileOpener> makeOpener() const override;
-    [[nodiscard]] std::optional<FolderEntry> describe(const QString &path) const override;
+    [[nodiscard]] std::optional<FolderEntry> describe(const QString &path, HiddenEntries hidden) const override;
+    [[nodiscard]] std::optional<ContentIdentity> contentIdentity(const QString &path) const override;
 
 private:
     class Opener;

@@ -1,15 +1,13 @@
-#include "folder_engine/memory_files.h"
+#include "folder_engine/memory_tree.h"
 
 #include <cstring>
 #include <thread>
 
 namespace velmora::test {
 
-class MemoryFiles::Reader final : public OpenFile {
+class MemoryTree::Reader final : public OpenFile {
 public:
-    Reader(const MemoryFiles &files, std::shared_ptr<File> file, const FileIdentity &identity)
-        : m_files(files), m_file(std::move(file)), m_identity(identity)
-    {}
+    Reader(const MemoryTree &files, std::shared_ptr<File> file) : m_files(files), m_file(std::move(file)) {}
 
     FilePiece readAt(qint64 offset, char *buffer, qint64 length) override
     {
@@ -35,17 +33,16 @@ public:
     }
 
     void expect(qint64, qint64) override {}
-    FileIdentity identity() const override { return m_identity; }
+    std::optional<FileIdentity> identity() const override { return std::nullopt; }
 
 private:
-    const MemoryFiles &m_files;
+    const MemoryTree &m_files;
     std::shared_ptr<File> m_file;
-    FileIdentity m_identity;
 };
 
-class MemoryFiles::Opener final : public FileOpener {
+class MemoryTree::Opener final : public FileOpener {
 public:
-    explicit Opener(const MemoryFiles &files) : m_files(files) {}
+    explicit Opener(const MemoryTree &files) : m_files(files) {}
 
     std::unique_ptr<OpenFile> open(const QString &path, OpenHint) override
     {
@@ -53,28 +50,30 @@ public:
         const auto node = m_files.m_nodes.constFind(path);
         if (node == m_files.m_nodes.constEnd() || !node->file || !node->file->opens)
             return nullptr;
-        return std::make_unique<Reader>(m_files, node->file, *node->entry.identity);
+        return std::make_unique<Reader>(m_files, node->file);
     }
 
 private:
-    const MemoryFiles &m_files;
+    const MemoryTree &m_files;
 };
 
-void MemoryFiles::addFolder(const QString &path)
+void MemoryTree::addFolder(const QString &path)
 {
-    if (path.isEmpty() || m_nodes.contains(path))
+    if (m_nodes.contains(path))
         return;
-    const QString parent = path.section(u'/', 0, -2);
-    addFolder(parent);
+    const QString parent = path.left(std::max<qsizetype>(path.lastIndexOf(u'/'), 1));
+    if (path != parent)
+        addFolder(parent);
     Node node;
     node.entry.name = path.section(u'/', -1);
     node.entry.kind = EntryKind::Folder;
     node.entry.identity = FileIdentity{1, quint64(m_nodes.size())};
     m_nodes.insert(path, node);
-    m_children[parent].append(path);
+    if (path != parent)
+        m_children[parent].append(path);
 }
 
-MemoryFiles::File &MemoryFiles::addFile(const QString &path, const QByteArray &bytes, qint64 modifiedMs)
+MemoryTree::File &MemoryTree::addFile(const QString &path, const QByteArray &bytes, qint64 modifiedMs)
 {
     addFolder(path);
     Node &node = m_nodes[path];
@@ -86,7 +85,7 @@ MemoryFiles::File &MemoryFiles::addFile(const QString &path, const QByteArray &b
     return *node.file;
 }
 
-MemoryFiles::File &MemoryFiles::addZeros(const QString &path, qint64 size, qint64 modifiedMs)
+MemoryTree::File &MemoryTree::addZeros(const QString &path, qint64 size, qint64 modifiedMs)
 {
     File &file = addFile(path, {}, modifiedMs);
     file.size = size;
@@ -94,14 +93,19 @@ MemoryFiles::File &MemoryFiles::addZeros(const QString &path, qint64 size, qint6
     return file;
 }
 
-void MemoryFiles::step() const
+void MemoryTree::step() const
 {
     const int number = ++m_operations;
     if (m_watcher)
         m_watcher(number);
 }
 
-FolderRead MemoryFiles::readFolder(const QString &path, const Sink &sink) const
+TreeFolder MemoryTree::at(const QString &path) const
+{
+    return {std::shared_ptr<const TreeSource>(std::shared_ptr<void>(), this), path};
+}
+
+FolderRead MemoryTree::readFolder(const QString &path, HiddenEntries hidden, const FileAccess::Sink &sink) const
 {
     step();
     const auto node = m_nodes.constFind(path);
@@ -111,21 +115,28 @@ FolderRead MemoryFiles::readFolder(const QString &path, const Sink &sink) const
         return FolderRead::Unreadable;
     for (const QString &child : m_children.value(path)) {
         FolderEntry entry = m_nodes[child].entry;
-        if (!sink(std::move(entry)))
+        const bool isShown = hidden == HiddenEntries::Listed || !entry.name.startsWith(u'.');
+        if (isShown && !sink(std::move(entry)))
             return FolderRead::Stopped;
     }
     return FolderRead::Complete;
 }
 
-std::unique_ptr<FileOpener> MemoryFiles::makeOpener() const
+std::unique_ptr<FileOpener> MemoryTree::makeOpener() const
 {
     return std::make_unique<Opener>(*this);
 }
 
-std::optional<FolderEntry> MemoryFiles::describe(const QString &path) const
+std::optional<FolderEntry> MemoryTree::describe(const QString &path, HiddenEntries /*hidden*/) const
 {
     const auto node = m_nodes.constFind(path);
     return node == m_nodes.constEnd() ? std::nullopt : std::optional(node->entry);
+}
+
+std::optional<ContentIdentity> MemoryTree::contentIdentity(const QString &path) const
+{
+    const auto node = m_nodes.constFind(path);
+    return node == m_nodes.constEnd() || !node->file ? std::nullopt : node->file->identity;
 }
 
 } // namespace velmora::test

@@ -1,0 +1,73 @@
+#include "vfs/tree_source.h"
+
+#include "core/safe_file.h"
+
+#include <QIODevice>
+#include <QStringBuilder>
+#include <QTemporaryDir>
+
+#include <algorithm>
+
+namespace velmora {
+
+namespace {
+
+/// Whether a name leads nowhere but into the folder that it is put in, on any system. Windows gives ":" a meaning of
+/// its own, and takes dots and blanks at the end away.
+bool canStandInFolder(QStringView name)
+{
+    const bool endsPlainly = !name.isEmpty() && name.back() != u'.' && name.back() != u' ';
+    return endsPlainly && std::none_of(name.begin(), name.end(), [](QChar unit) {
+               return unit < u' ' || QStringView(u"/\\:*?\"<>|").contains(unit);
+           });
+}
+
+enum class Copied : quint8 { Whole, Unreadable, Unwritten };
+
+Copied copyTo(QIODevice &device, OpenFile &file, const CancelFlag &cancel)
+{
+    QByteArray buffer(256 * 1024, Qt::Uninitialized);
+    for (qint64 offset = 0; !cancel.isCancelled();) {
+        const FilePiece piece = file.readAt(offset, buffer.data(), buffer.size());
+        if (piece.failed)
+            return Copied::Unreadable;
+        if (device.write(buffer.constData(), piece.length) != piece.length)
+            break;
+        if (piece.length < buffer.size())
+            return Copied::Whole;
+        offset += piece.length;
+    }
+    return Copied::Unwritten;
+}
+
+} // namespace
+
+QString entryPath(const QString &folder, const QString &name)
+{
+    return folder.endsWith(u'/') ? QString(folder % name) : QString(folder % u'/' % name);
+}
+
+LaidOutFile TreeSource::layOut(const QString &path, const QString &folder, const CancelFlag &cancel) const
+{
+    const QString name = path.mid(path.lastIndexOf(u'/') + 1);
+    const std::unique_ptr<FileOpener> opener = makeOpener();
+    const std::unique_ptr<OpenFile> file = canStandInFolder(name) ? opener->open(path, OpenHint::Unknown) : nullptr;
+    if (!file)
+        return {};
+    QTemporaryDir own(folder + QLatin1String("/XXXXXX"));
+    if (!own.isValid())
+        return {{}, own.errorString()};
+    const QString target = own.filePath(name);
+    Copied copied = Copied::Unwritten;
+    const auto write = [&](QIODevice &device) {
+        copied = copyTo(device, *file, cancel);
+        return copied == Copied::Whole;
+    };
+    const SaveResult saved = saveFile(target, write, cancel);
+    if (!saved.ok())
+        return {{}, copied == Copied::Unreadable ? QString() : saved.error};
+    own.setAutoRemove(false);
+    return {target, {}};
+}
+
+} // namespace velmora
