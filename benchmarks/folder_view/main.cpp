@@ -65,7 +65,7 @@ int main(int argc, char **argv)
     FolderSpec spec;
     spec.roots = localFolders(QStringLiteral("/l"), QStringLiteral("/r"));
     FolderSpec masked = spec;
-    masked.limits.masks = QStringLiteral("*1*");
+    masked.filters.limits.masks = QStringLiteral("*1*");
 
     bool filtered = true;
     QObject::connect(&comparison, &FolderComparison::filtered, &view, [&filtered] { filtered = true; });

@@ -37,6 +37,7 @@ constexpr SessionKindRow rows[] = {
      .displayName = QT_TRANSLATE_NOOP("Velmora", "Folder compare"),
      .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Folder compare %1"),
      .opensPairs = true,
+     .purpose = SessionHost::Purpose::CompareFolders,
      .icon = ":/icons/sessions/FolderCompare.ico",
      .slot = "onNewFolderCompare",
      .summary = QT_TRANSLATE_NOOP("Velmora", "See which files two folders share, lack or hold in different versions."),
@@ -50,6 +51,7 @@ constexpr SessionKindRow rows[] = {
      .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Text compare %1"),
      .opensPairs = true,
      .filesOnly = true,
+     .purpose = SessionHost::Purpose::CompareTexts,
      .icon = ":/icons/sessions/TextCompare.ico",
      .slot = "onNewTextCompare",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Compare two text files line by line and edit them side by side."),
@@ -96,6 +98,7 @@ constexpr SessionKindRow rows[] = {
      .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Binary compare %1"),
      .opensPairs = true,
      .filesOnly = true,
+     .purpose = SessionHost::Purpose::CompareBytes,
      .icon = ":/icons/sessions/HexCompare.ico",
      .slot = "onNewBinaryCompare",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Compare two files of any kind byte by byte."),
@@ -141,6 +144,7 @@ constexpr SessionKindRow rows[] = {
      .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Folder sync %1"),
      .pairTitle = QT_TRANSLATE_NOOP("Velmora", "Sync %1 <-> %2"),
      .opensPairs = true,
+     .purpose = SessionHost::Purpose::SyncFolders,
      .icon = ":/icons/sessions/FolderSync.ico",
      .slot = "onNewFolderSync",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Bring two folders to the same state, after a look at the plan."),
@@ -338,6 +342,13 @@ const SessionKindRow *findSessionKind(const QString &kind)
     const auto *row = std::find_if(std::begin(rows), std::end(rows),
                                    [&id](const SessionKindRow &r) { return r.id == id || r.alias == id; });
     return row == std::end(rows) ? nullptr : row;
+}
+
+QString kindFor(SessionHost::Purpose purpose)
+{
+    const auto *row =
+        std::find_if(std::begin(rows), std::end(rows), [&](const SessionKindRow &r) { return r.purpose == purpose; });
+    return row == std::end(rows) ? QString() : QString(row->id);
 }
 
 const SessionKindRow &sessionKind(QLatin1String id)

@@ -1,15 +1,17 @@
 #pragma once
 
+#include "session/session_host.h"
+
 #include <QIcon>
 #include <QString>
 
+#include <optional>
 #include <span>
 
 class QWidget;
 
 namespace velmora {
 
-class SessionHost;
 class SessionWidget;
 struct RecoveryRecord;
 struct SessionPaths;
@@ -38,11 +40,12 @@ struct SessionKindRow {
     const char *loneTitle = "%1";                                      ///< of a session on one path; takes its name
     bool opensPairs = false; ///< two paths on the command line or from Explorer may open this kind
     LonePath lonePath = LonePath::None;
-    bool filesOnly = false; ///< folders dropped on its tile are refused
-    bool remote = false;    ///< leads to another machine, whatever its paths are
-    const char *icon;       ///< a resource path, which a theme may override
-    const char *slot;       ///< the main window's slot that opens an empty session
-    const char *summary;    ///< one sentence: what the session is for
+    bool filesOnly = false;                           ///< folders dropped on its tile are refused
+    std::optional<SessionHost::Purpose> purpose = {}; ///< what other sessions ask for to get this kind
+    bool remote = false;                              ///< leads to another machine, whatever its paths are
+    const char *icon;                                 ///< a resource path, which a theme may override
+    const char *slot;                                 ///< the main window's slot that opens an empty session
+    const char *summary;                              ///< one sentence: what the session is for
     Factory create;
     /// Tells a recovery record of the kind that holds what is not saved from one that was left behind; null for a kind
     /// that keeps none.
@@ -58,6 +61,9 @@ struct SessionKindRow {
 /// The row of a kind, found by identifier or alias, whatever its letter case and the blanks around it; null for a kind
 /// that nobody knows.
 [[nodiscard]] const SessionKindRow *findSessionKind(const QString &kind);
+
+/// The kind for what a session asks for; empty when there is none.
+[[nodiscard]] QString kindFor(SessionHost::Purpose purpose);
 
 /// The row of a kind that is known to be there. The program ends when it is not.
 [[nodiscard]] const SessionKindRow &sessionKind(QLatin1String id);

@@ -58,6 +58,8 @@ public:
 
     void openSession(const QString &kind, const SessionPaths &paths) override;
     [[nodiscard]] bool isBuilt(const QString &kind) const override;
+    [[nodiscard]] QString kindFor(Purpose purpose) const override;
+    [[nodiscard]] KindTest kindTest() const override;
     void showStatus(const QString &message, int milliseconds = 0) override;
     void showLegend() override;
     RecoveryStore *recovery() override { return &m_recovery; }

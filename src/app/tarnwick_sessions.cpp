@@ -1,4 +1,5 @@
 #include "app/command_line.h"
+#include "app/file_kind.h"
 #include "app/recovery_offer.h"
 #include "app/session_kinds.h"
 #include "app/session_library.h"
@@ -120,6 +121,16 @@ void Tarnwick::startSession(SessionWidget *session)
         connect(
             session, &SessionWidget::readingEnded, session, [held = m_sender] {}, Qt::SingleShotConnection);
     }
+}
+
+QString Tarnwick::kindFor(Purpose purpose) const
+{
+    return velmora::kindFor(purpose);
+}
+
+SessionHost::KindTest Tarnwick::kindTest() const
+{
+    return [](const Sides<QString> &files) { return builtKindOfPair(files.left, files.right); };
 }
 
 bool Tarnwick::isBuilt(const QString &kind) const

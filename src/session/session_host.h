@@ -1,6 +1,10 @@
 #pragma once
 
+#include "core/sides.h"
+
 #include <QString>
+
+#include <functional>
 
 namespace velmora {
 
@@ -18,6 +22,19 @@ public:
     /// Opens a session of `kind` on `paths` in a new tab and starts it. An unknown kind becomes "folder" when both
     /// sides are folders, and "text" otherwise.
     virtual void openSession(const QString &kind, const SessionPaths &paths) = 0;
+
+    /// What sessions ask for without knowing which kinds there are.
+    enum class Purpose : quint8 { CompareTexts, CompareBytes, CompareFolders, SyncFolders };
+    /// The kind of sessions for that; empty when there is none.
+    [[nodiscard]] virtual QString kindFor(Purpose /*purpose*/) const { return {}; }
+
+    /// Tells the kind of sessions for two files, of which one may be missing, that suits what is in them. For workers:
+    /// it reads the files, and owns what it needs. Without an answer `openSession` finds one.
+    using KindTest = std::function<QString(const Sides<QString> &files)>;
+    [[nodiscard]] virtual KindTest kindTest() const
+    {
+        return [](const Sides<QString> &) { return QString(); };
+    }
 
     /// Whether sessions of `kind` do their work in this version; the others only say that they do not yet.
     [[nodiscard]] virtual bool isBuilt(const QString & /*kind*/) const { return true; }

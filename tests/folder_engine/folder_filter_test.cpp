@@ -17,7 +17,7 @@ struct Setting {
 
     [[nodiscard]] FolderFilter filter() const
     {
-        return FolderFilter(options, excludedNames, limits,
+        return FolderFilter(options, {excludedNames, {}, limits},
                             [files = systemFiles](Side, const QString &path) { return files.contains(path); });
     }
 };
@@ -91,6 +91,21 @@ private Q_SLOTS:
         check("above the maximum", false, true, [](Setting &s) { s.limits.maximumSize = 99; });
         check("from later", false, true, [](Setting &s) { s.limits.from = TestTree::moment(1); });
         check("to earlier", false, true, [](Setting &s) { s.limits.to = TestTree::moment(-1); });
+    }
+
+    void rangesLeaveTheMasksAndIgnoringGoesBothWays()
+    {
+        ViewFilters filters;
+        filters.limits.masks = word("*.c");
+        FolderViewLimits ranges;
+        ranges.minimumSize = 1;
+        QVERIFY(!filters.hasRanges());
+        filters.takeRanges(ranges);
+        QVERIFY(filters.hasRanges());
+        QCOMPARE(filters.limits.masks, word("*.c"));
+        filters.toggleIgnored(words("a|b"));
+        filters.toggleIgnored(words("b|c"));
+        QCOMPARE(filters.ignoredNames, (QSet<QString>{word("a"), word("c")}));
     }
 
     void aSystemFileOnTheRightOnlyIsHidden()

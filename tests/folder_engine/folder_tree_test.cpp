@@ -189,7 +189,7 @@ private Q_SLOTS:
             FolderTree tree(items);
             FolderViewLimits limits;
             limits.masks = QStringLiteral("*a*");
-            const FolderFilter filter({}, {QStringLiteral("b")}, limits);
+            const FolderFilter filter({}, {{QStringLiteral("b")}, {}, limits});
             tree.setVerdicts(FolderTree::judge(tree.items(), filter, {}));
             tree.rollUp();
             // What is shown, alone in a tree.
@@ -273,7 +273,7 @@ private Q_SLOTS:
         FolderTree tree(largeResult(entries));
         FolderViewLimits limits;
         limits.masks = word("*1*");
-        const FolderTree::Verdicts verdicts = FolderTree::judge(tree.items(), FolderFilter({}, {}, limits), {});
+        const FolderTree::Verdicts verdicts = FolderTree::judge(tree.items(), FolderFilter({}, {{}, {}, limits}), {});
         const auto branch = std::make_shared<const FolderTree>(QList<FolderDiffItem>{tree.item(2)});
         const std::vector<FolderTree::Patch> patches{{tree.item(2).name, branch}};
         const std::initializer_list<std::function<void()>> steps{

@@ -101,7 +101,7 @@ private Q_SLOTS:
                 tree.apply(compareBranches(spec, tasks, std::chrono::minutes(1), {}, progress).patches);
                 return withoutPlaces(tree.items());
             };
-            QCOMPARE(filled({inMemory.roots, {}, {}, {}, {}, {}}), filled({onDisk.roots, {}, {}, {}, {}, {}}));
+            QCOMPARE(filled({inMemory.roots, {}, {}, {}}), filled({onDisk.roots, {}, {}, {}}));
         }
     }
 
@@ -142,7 +142,7 @@ private Q_SLOTS:
         for (const Side side : bothSides)
             twins.file(side, word("/d/f"), QByteArray(400'000, 'x'), side == Side::Left ? 1 : 2);
         twins.memory.right.addFile(word("/d/f"), QByteArray(400'000, 'x'), 9000).failsAt = 300'000;
-        FolderSpec spec{{localFolder(twins.disk.left()), twins.memory.right.at()}, {}, {}, {}, {}, {}};
+        FolderSpec spec{{localFolder(twins.disk.left()), twins.memory.right.at()}, {}, {}, {}};
         QList<FolderProblem> problems;
         QCOMPARE(drawn(compareFolderTree(spec.input(), {}, {nullptr, &problems})).last(), word("!d/f 400000 400000"));
         const QList<FolderProblem> told{{FolderProblem::Kind::UnreadableFile, word("/d/f"), Side::Right}};

@@ -94,10 +94,6 @@ private Q_SLOTS:
         f.key(Qt::Key_Return);
         QTRY_COMPARE(f.host.opened.size(), 2);
         QCOMPARE(f.host.opened.last().first, word("binary"));
-        f.host.unbuilt = {word("binary")};
-        f.key(Qt::Key_Return);
-        QTRY_COMPARE(f.host.opened.size(), 3);
-        QCOMPARE(f.host.opened.last().first, word("text"));
     }
 
     void viewsAndDifferences()

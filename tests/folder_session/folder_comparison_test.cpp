@@ -27,7 +27,7 @@ struct Fixture {
     TestTree disk;
     FolderComparison comparison;
 
-    [[nodiscard]] FolderSpec spec() const { return {localFolders(disk.left(), disk.right()), {}, {}, {}, {}, {}}; }
+    [[nodiscard]] FolderSpec spec() const { return {localFolders(disk.left(), disk.right()), {}, {}, {}}; }
 
     void load(bool whole = false)
     {
@@ -139,7 +139,7 @@ private Q_SLOTS:
         Fixture f;
         f.fill();
         FolderSpec spec = f.spec();
-        spec.excludedNames = {QStringLiteral("a")};
+        spec.filters.excludedNames = {QStringLiteral("a")};
         f.comparison.load(f.spec(), false);
         f.comparison.refilter(spec);
         f.wait();

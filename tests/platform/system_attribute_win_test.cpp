@@ -43,7 +43,7 @@ private Q_SLOTS:
         const auto shown = [&] {
             FolderTree tree = FolderTree::inGivenOrder(items);
             tree.setVerdicts(FolderTree::judge(
-                items, FolderSpec{localFolders(folder.path(), {}), options, {}, {}, {}, {}}.filter(), {}));
+                items, FolderSpec{localFolders(folder.path(), {}), options, {}, {}}.filter(), {}));
             return names(shownItems(tree));
         };
         QCOMPARE(shown(), QStringLiteral("folder plain"));

@@ -3,8 +3,11 @@
 #include "session/session_host.h"
 #include "session/session_record.h"
 
+#include <QFile>
 #include <QList>
 #include <QStringList>
+
+#include <array>
 
 namespace velmora::test {
 
@@ -14,6 +17,19 @@ public:
     explicit RecordingHost(RecoveryStore *recoveryStore = nullptr) : store(recoveryStore) {}
 
     void openSession(const QString &kind, const SessionPaths &paths) override { opened.append({kind, paths}); }
+    [[nodiscard]] QString kindFor(Purpose purpose) const override
+    {
+        return QString::fromLatin1(std::array{"text", "binary", "folder", "sync"}[std::size_t(purpose)]);
+    }
+    /// Files that begin with a zero byte are no texts.
+    [[nodiscard]] KindTest kindTest() const override
+    {
+        return [](const Sides<QString> &files) {
+            QFile file(files.left.isEmpty() ? files.right : files.left);
+            const bool isText = !file.open(QIODevice::ReadOnly) || !file.read(1).startsWith('\0');
+            return isText ? QStringLiteral("text") : QStringLiteral("binary");
+        };
+    }
     [[nodiscard]] bool isBuilt(const QString &kind) const override { return !unbuilt.contains(kind); }
     void showStatus(const QString &message, int) override { messages.append(message); }
     RecoveryStore *recovery() override { return store; }

@@ -100,17 +100,15 @@ FolderActionContext FileCommands::context(bool withItems) const
 FolderSelection FileCommands::selectionOf(const QList<qint32> &nodes) const
 {
     FolderSelection selection;
-    bool onLeft = false;
-    bool onRight = false;
+    Sides<bool> isOn;
     for (const qint32 node : nodes) {
         selection.items.append(m_comparison.tree().item(node));
-        onLeft = onLeft || !selection.items.last().leftPath.isEmpty();
-        onRight = onRight || !selection.items.last().rightPath.isEmpty();
+        for (const Side side : bothSides)
+            isOn[side] = isOn[side] || !pathOn(selection.items.last(), side).isEmpty();
     }
     // Of the side that a person works on; of the other where only that one has the entries.
-    const bool left = m_view.activePane().firstColumn() != FolderColumn::RightName;
-    const bool there = left ? onLeft : onRight;
-    selection.side = left == (there || nodes.isEmpty()) ? Side::Left : Side::Right;
+    const Side active = sideOf(m_view.activePane().firstColumn());
+    selection.side = isOn[active] || nodes.isEmpty() ? active : otherSide(active);
     return selection;
 }
 

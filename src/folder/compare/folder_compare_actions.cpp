@@ -1,64 +1,20 @@
 #include "folder/actions/action_words.h"
-#include "folder/actions/compare_contents_dialog.h"
-#include "folder/actions/contents_results_dialog.h"
 #include "folder/actions/manual_alignment_dialog.h"
+#include "folder/compare/contents_run.h"
 #include "folder/compare/file_commands.h"
 #include "folder/compare/folder_compare_bar.h"
 #include "folder/compare/folder_compare_widget.h"
-#include "folder/compare/folder_status_bar.h"
 #include "folder/compare/folder_view.h"
 #include "session/dialogs.h"
 #include "session/translate.h"
 
 #include <QDir>
-#include <QLocale>
 #include <QMenu>
 #include <QTime>
 
 namespace velmora {
 
-namespace {
-
-/// What a method is called in the log and the status line.
-QString methodWord(CompareMethod method)
-{
-    switch (method) {
-    case CompareMethod::Crc:
-        return Velmora::tr("CRC");
-    case CompareMethod::Binary:
-        return Velmora::tr("binary");
-    case CompareMethod::Rules:
-        break;
-    }
-    return Velmora::tr("rules");
-}
-
-} // namespace
-
 // Files ---------------------------------------------------------------------------------------------------------------
-
-void FolderCompareWidget::connectFileCommands()
-{
-    connect(m_fileCommands, &FileCommands::logLine, this, &FolderCompareWidget::log);
-    connect(m_fileCommands, &FileCommands::statusChanged, this,
-            [this](const QString &text) { showMessage(text.isEmpty() ? m_summary : text); });
-    connect(m_fileCommands, &FileCommands::progressed, m_statusBar,
-            [this](qint64 done, qint64 total) { m_statusBar->showProgress(done, total, {}); });
-    connect(m_fileCommands, &FileCommands::runningChanged, this, [this] {
-        showRunning();
-        Q_EMIT editStateChanged();
-    });
-    connect(m_fileCommands, &FileCommands::othersTouched, this, &FolderCompareWidget::onRefresh);
-    connect(m_bar->compareContents, &QAction::triggered, this, &FolderCompareWidget::askContentsCompare);
-    connect(m_bar->align, &QAction::triggered, this, &FolderCompareWidget::onManualAlign);
-    connect(&m_comparison, &FolderComparison::contentsCompared, this, &FolderCompareWidget::takeContents);
-    connect(m_statusBar, &FolderStatusBar::readWanted, this, &FolderCompareWidget::readUnread);
-    connect(&m_comparison, &FolderComparison::recompared, this, [this] {
-        if (!m_contentsToRead.isEmpty())
-            startContentCompare(std::exchange(m_contentsToRead, {}), m_contentsMethod);
-    });
-    fillActionsMenu();
-}
 
 void FolderCompareWidget::fillActionsMenu()
 {
@@ -125,70 +81,6 @@ void FolderCompareWidget::edit(EditCommand command)
 
 // Contents ------------------------------------------------------------------------------------------------------------
 
-QStringList FolderCompareWidget::selectedNames() const
-{
-    QStringList names;
-    for (const qint32 node : m_view->selectedNodes())
-        names.append(m_comparison.tree().item(node).name);
-    return names;
-}
-
-void FolderCompareWidget::askContentsCompare()
-{
-    const FolderTree &tree = m_comparison.tree();
-    if (tree.isEmpty()) {
-        showMessage(Velmora::tr("Select two folders to compare"));
-        return;
-    }
-    // Without a selection everything is meant.
-    QStringList names = selectedNames();
-    QList<FolderDiffItem> items = m_fileCommands->selection().items;
-    if (names.isEmpty()) {
-        for (qint32 node = 0; node < tree.size(); node = tree.node(node).end) {
-            names.append(tree.item(node).name);
-            items.append(tree.item(node));
-        }
-    }
-    auto *dialog = new CompareContentsDialog(sourcesOf(m_comparison.spec().roots), items, m_contentsMethod, this);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &QDialog::accepted, this, [this, dialog, names] {
-        m_contentsMethod = dialog->method();
-        m_showsContentsResults = dialog->showsResults();
-        startContentCompare(names, m_contentsMethod);
-    });
-    dialog->open();
-}
-
-void FolderCompareWidget::startContentCompare(const QStringList &names, CompareMethod method)
-{
-    const FolderTree &tree = m_comparison.tree();
-    QList<qint32> nodes;
-    QStringList unread;
-    for (const QString &name : names) {
-        if (const qint32 node = tree.find(name); node >= 0)
-            nodes.append(node);
-    }
-    std::sort(nodes.begin(), nodes.end());
-    m_contentsUnmatched = 0;
-    qint32 reached = 0;
-    for (const qint32 node : std::as_const(nodes)) {
-        for (qint32 i = std::max(node, reached); i < tree.node(node).end; ++i) {
-            if (tree.node(i).unloaded)
-                unread.append(tree.item(i).name);
-            else if (!tree.item(i).isDir && !isPair(tree.item(i)))
-                ++m_contentsUnmatched;
-        }
-        reached = std::max(reached, tree.node(node).end);
-    }
-    onContentsCompareStarted(method);
-    if (unread.isEmpty()) {
-        m_comparison.compareContents(nodes, method);
-        return;
-    }
-    m_contentsToRead = names;
-    m_comparison.recompare(unread);
-}
-
 void FolderCompareWidget::onContentsCompareStarted(CompareMethod method)
 {
     const QString word = methodWord(method);
@@ -196,47 +88,6 @@ void FolderCompareWidget::onContentsCompareStarted(CompareMethod method)
     log(Velmora::tr("%1 content compare (%2): %3 <-> %4")
             .arg(logTime(QTime::currentTime()), word, m_comparison.spec().roots.left.shown(),
                  m_comparison.spec().roots.right.shown()));
-}
-
-void FolderCompareWidget::readUnread()
-{
-    m_contentsUnmatched = 0;
-    m_showsContentsResults = false;
-    showMessage(Velmora::tr("Reading files of the same size and time..."));
-    log(Velmora::tr("%1 read files of the same size and time: %2")
-            .arg(logTime(QTime::currentTime()), QLocale().toString(m_comparison.tree().counts().unread)));
-    m_comparison.readUnread();
-}
-
-void FolderCompareWidget::takeContents(const ContentsResult &result, bool cancelled)
-{
-    ContentsResults shown;
-    shown.cancelled = cancelled;
-    shown.unmatched = m_contentsUnmatched;
-    for (const FolderDiffItem &pair : result.pairs) {
-        if (pair.status == FolderTree::unknownStatus)
-            continue;
-        if (pair.diffStatus() == FolderDiffStatus::Same) {
-            ++shown.same;
-        } else {
-            ++shown.different;
-            shown.differing.append(pair.name);
-        }
-    }
-    for (const FolderProblem &problem : result.problems)
-        shown.unreadable.append(QDir::toNativeSeparators(problem.path));
-    if (cancelled) {
-        tellCancelled();
-    } else {
-        const QLocale locale;
-        showMessage(Velmora::tr("Contents compared: %1 same, %2 different")
-                        .arg(locale.toString(shown.same), locale.toString(shown.different)));
-    }
-    if (m_showsContentsResults) {
-        auto *dialog = new ContentsResultsDialog(shown, this);
-        dialog->setAttribute(Qt::WA_DeleteOnClose);
-        dialog->open();
-    }
 }
 
 // Alignment -----------------------------------------------------------------------------------------------------------

@@ -1,5 +1,5 @@
 #include "folder/actions/advanced_filters_dialog.h"
-#include "folder/compare/file_kind.h"
+#include "folder/compare/entry_opener.h"
 #include "folder/compare/folder_compare_bar.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/compare/folder_filter_bar.h"
@@ -7,13 +7,11 @@
 #include "folder/compare/folder_view.h"
 #include "folder/compare/tree_line_tree_widget.h"
 #include "session/dialogs.h"
-#include "session/session_host.h"
 #include "session/translate.h"
 #include "settings/dialogs/folder_session_settings_dialog.h"
 
 #include <QClipboard>
 #include <QDir>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMenu>
 
@@ -37,7 +35,7 @@ void FolderCompareWidget::openNode(qint32 node)
     if (mixedKinds) {
         showMessage(Velmora::tr("A folder and a file of the same name cannot be compared"));
     } else if (!item.isDir) {
-        openFiles(item);
+        m_opener->open(sourcesOf(m_comparison.spec().roots), item);
     } else if (isPair(item)) {
         navigate(item.leftPath, item.rightPath);
     } else {
@@ -53,65 +51,26 @@ void FolderCompareWidget::showEvent(QShowEvent *event)
 {
     SessionWidget::showEvent(event);
     // Back from the tabs of some entries: what was changed there is to be seen here, and they may be gone back to.
-    if (!m_hasResult || m_openedPaths.isEmpty())
-        return;
-    const QSet<QString> opened(m_openedPaths.begin(), m_openedPaths.end());
-    QStringList names;
-    for (const FolderDiffItem &item : m_comparison.tree().items()) {
-        if (opened.contains(item.leftPath) || opened.contains(item.rightPath))
-            names.append(item.name);
-    }
-    m_comparison.recheck(names);
+    if (m_hasResult)
+        m_comparison.recheck(m_opener->openedOf(m_comparison.tree().items()));
 }
 
-void FolderCompareWidget::rememberOpened(const FolderDiffItem &item)
+void FolderCompareWidget::openFor(SessionHost::Purpose purpose, const FolderDiffItem &item)
 {
-    constexpr qsizetype mostRemembered = 200;
-    for (const QString &path : {item.leftPath, item.rightPath}) {
-        m_openedPaths.removeOne(path);
-        if (!path.isEmpty())
-            m_openedPaths.append(path);
-    }
-    while (m_openedPaths.size() > mostRemembered)
-        m_openedPaths.removeFirst();
+    m_opener->openAs(host().kindFor(purpose), sourcesOf(m_comparison.spec().roots), item);
 }
 
-void FolderCompareWidget::openAs(const QString &kind, const FolderDiffItem &item)
+void FolderCompareWidget::openIn(const QString &kind, const QString &left, const QString &right)
 {
-    rememberOpened(item);
-    if (kind == QLatin1String("text"))
-        Q_EMIT openTextCompare(item.leftPath, item.rightPath);
-    else if (kind == QLatin1String("folder"))
-        Q_EMIT openFolderCompare(item.leftPath, item.rightPath);
-    else if (kind == QLatin1String("sync"))
-        Q_EMIT openFolderSync(item.leftPath, item.rightPath);
+    using enum SessionHost::Purpose;
+    if (kind == host().kindFor(CompareTexts))
+        Q_EMIT openTextCompare(left, right);
+    else if (kind == host().kindFor(CompareFolders))
+        Q_EMIT openFolderCompare(left, right);
+    else if (kind == host().kindFor(SyncFolders))
+        Q_EMIT openFolderSync(left, right);
     else
-        host().openSession(kind, {item.leftPath, item.rightPath, {}});
-}
-
-void FolderCompareWidget::openFiles(const FolderDiffItem &item)
-{
-    struct Answer {
-        QString gone; ///< what is no longer there
-        QString kind;
-    };
-    m_opener.start(
-        [left = item.leftPath, right = item.rightPath](const CancelFlag &, Progress &) {
-            for (const QString &path : {left, right}) {
-                if (!path.isEmpty() && !QFileInfo::exists(path))
-                    return Answer{path, {}};
-            }
-            return Answer{{}, kindOfPair(left, right)};
-        },
-        [this, item](RunOutcome<Answer> &&outcome) {
-            const Answer answer = outcome.value.value_or(Answer{{}, QStringLiteral("text")});
-            if (answer.gone.isEmpty()) {
-                openAs(host().isBuilt(answer.kind) ? answer.kind : QStringLiteral("text"), item);
-                return;
-            }
-            m_comparison.recompare({item.name});
-            showMessage(Velmora::tr("No longer there: %1").arg(QDir::toNativeSeparators(answer.gone)));
-        });
+        host().openSession(kind, {left, right, {}});
 }
 
 void FolderCompareWidget::goToDifference(bool forward)
@@ -161,19 +120,17 @@ void FolderCompareWidget::applyFilters()
 
 void FolderCompareWidget::onNameFilterChanged()
 {
-    m_limits.masks = m_filterBar->masks();
+    m_filters.limits.masks = m_filterBar->masks();
     applyFilters();
 }
 
 void FolderCompareWidget::onAdvancedFilter()
 {
-    auto *dialog = new AdvancedFiltersDialog(m_limits, this);
+    auto *dialog = new AdvancedFiltersDialog(m_filters.limits, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(dialog, &QDialog::accepted, this, [this, dialog] {
-        const QString masks = m_limits.masks;
-        m_limits = dialog->limits();
-        m_limits.masks = masks;
-        log(advancedFiltersLogLine(m_limits, QTime::currentTime()));
+        m_filters.takeRanges(dialog->limits());
+        log(advancedFiltersLogLine(m_filters.limits, QTime::currentTime()));
         applyFilters();
     });
     dialog->open();
@@ -197,36 +154,23 @@ void FolderCompareWidget::onSessionSettings(int initialTab)
     dialog->open();
 }
 
-void FolderCompareWidget::copyPaths(bool left)
+void FolderCompareWidget::copyPaths(Side side)
 {
     QStringList paths;
     for (const qint32 node : m_view->selectedNodes()) {
-        const FolderDiffItem &item = m_comparison.tree().item(node);
-        const QString &path = left ? item.leftPath : item.rightPath;
-        if (!path.isEmpty())
+        if (const QString &path = pathOn(m_comparison.tree().item(node), side); !path.isEmpty())
             paths.append(QDir::toNativeSeparators(path));
     }
     if (!paths.isEmpty())
         QGuiApplication::clipboard()->setText(paths.join(u'\n'));
 }
 
-void FolderCompareWidget::excludeSelectedNames()
+QStringList FolderCompareWidget::selectedBareNames() const
 {
-    const FolderTree &tree = m_comparison.tree();
+    QStringList names;
     for (const qint32 node : m_view->selectedNodes())
-        m_excludedNames.insert(tree.bareName(node).toString());
-    applyFilters();
-}
-
-void FolderCompareWidget::ignoreSelectedNames()
-{
-    const FolderTree &tree = m_comparison.tree();
-    for (const qint32 node : m_view->selectedNodes()) {
-        const QString name = tree.bareName(node).toString();
-        if (!m_ignoredNames.remove(name))
-            m_ignoredNames.insert(name);
-    }
-    applyFilters();
+        names.append(m_comparison.tree().bareName(node).toString());
+    return names;
 }
 
 // The menu of a row ---------------------------------------------------------------------------------------------------
@@ -237,53 +181,14 @@ void FolderCompareWidget::onTreeContextMenu(const QPoint &point)
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->setToolTipsVisible(true);
-    if (node >= 0) {
-        const FolderTree &tree = m_comparison.tree();
-        const FolderDiffItem item = tree.item(node);
-        // A key of the panes, not of an action: it is shown and nothing else.
-        const QString key = QKeySequence(Qt::Key_Return).toString(QKeySequence::NativeText);
-        menu->addAction(Velmora::tr("Open") + u'\t' + key, this, [this, node] { openNode(node); });
-        if (item.isDir && isPair(item)) {
-            menu->addAction(Velmora::tr("Open in a new tab"), this,
-                            [this, item] { openAs(QStringLiteral("folder"), item); })
-                ->setObjectName(QStringLiteral("openInNewTabAction"));
-            menu->addAction(Velmora::tr("Synchronise these folders"), this,
-                            [this, item] { openAs(QStringLiteral("sync"), item); });
-        } else if (!item.isDir) {
-            menu->addAction(Velmora::tr("Open as text"), this, [this, item] { openAs(QStringLiteral("text"), item); });
-            QAction *hex = menu->addAction(Velmora::tr("Open as hex"), this,
-                                           [this, item] { openAs(QStringLiteral("binary"), item); });
-            hex->setEnabled(host().isBuilt(QStringLiteral("binary")));
-            if (!hex->isEnabled())
-                hex->setToolTip(Velmora::tr("This session is not part of this version yet."));
-        }
-        menu->addSeparator();
-        menu->addActions({m_bar->copyToRight, m_bar->copyToLeft, m_bar->copyTo});
-        menu->addActions({m_bar->moveToRight, m_bar->moveToLeft, m_bar->moveTo});
-        menu->addActions({m_bar->deleteSelected, m_bar->rename});
-        menu->addSeparator();
-        menu->addActions({m_bar->compareContents, m_bar->align});
-        menu->addSeparator();
-        menu->addAction(Velmora::tr("Exclude by name"), this, &FolderCompareWidget::excludeSelectedNames)
-            ->setObjectName(QStringLiteral("excludeByNameAction"));
-        QAction *ignore =
-            menu->addAction(Velmora::tr("Ignore by name"), this, &FolderCompareWidget::ignoreSelectedNames);
-        ignore->setObjectName(QStringLiteral("ignoreByNameAction"));
-        ignore->setCheckable(true);
-        ignore->setChecked(tree.node(node).ignored);
-        ignore->setToolTip(Velmora::tr("Entries of this name are shown and count as no difference"));
-        for (const bool left : {true, false}) {
-            if (!(left ? item.leftPath : item.rightPath).isEmpty())
-                menu->addAction(left ? Velmora::tr("Copy left path") : Velmora::tr("Copy right path"), this,
-                                [this, left] { copyPaths(left); });
-        }
-        menu->addSeparator();
-    }
-    if (!m_excludedNames.isEmpty()) {
-        menu->addAction(Velmora::tr("Show excluded names again (%1)").arg(m_excludedNames.size()), this, [this] {
-            m_excludedNames.clear();
-            applyFilters();
-        });
+    if (node >= 0)
+        fillEntryMenu(*menu, node);
+    if (!m_filters.excludedNames.isEmpty()) {
+        menu->addAction(Velmora::tr("Show excluded names again (%1)").arg(m_filters.excludedNames.size()), this,
+                        [this] {
+                            m_filters.excludedNames.clear();
+                            applyFilters();
+                        });
     }
     menu->addActions({m_bar->newFolder, m_bar->expandAll, m_bar->collapseAll, m_bar->refresh});
     if (node >= 0) {
@@ -291,6 +196,55 @@ void FolderCompareWidget::onTreeContextMenu(const QPoint &point)
         menu->addActions({m_bar->showInFileManager, m_bar->properties});
     }
     menu->popup(point);
+}
+
+void FolderCompareWidget::fillEntryMenu(QMenu &menu, qint32 node)
+{
+    using enum SessionHost::Purpose;
+    const FolderDiffItem item = m_comparison.tree().item(node);
+    const auto addOpening = [&](const QString &text, SessionHost::Purpose purpose) {
+        return menu.addAction(text, this, [this, purpose, item] { openFor(purpose, item); });
+    };
+    // A key of the panes, not of an action: it is shown and nothing else.
+    const QString key = QKeySequence(Qt::Key_Return).toString(QKeySequence::NativeText);
+    menu.addAction(Velmora::tr("Open") + u'\t' + key, this, [this, node] { openNode(node); });
+    if (item.isDir && isPair(item)) {
+        addOpening(Velmora::tr("Open in a new tab"), CompareFolders)
+            ->setObjectName(QStringLiteral("openInNewTabAction"));
+        addOpening(Velmora::tr("Synchronise these folders"), SyncFolders);
+    } else if (!item.isDir) {
+        addOpening(Velmora::tr("Open as text"), CompareTexts);
+        QAction *hex = addOpening(Velmora::tr("Open as hex"), CompareBytes);
+        hex->setEnabled(host().isBuilt(host().kindFor(CompareBytes)));
+        if (!hex->isEnabled())
+            hex->setToolTip(Velmora::tr("This session is not part of this version yet."));
+    }
+    menu.addSeparator();
+    menu.addActions({m_bar->copyToRight, m_bar->copyToLeft, m_bar->copyTo});
+    menu.addActions({m_bar->moveToRight, m_bar->moveToLeft, m_bar->moveTo});
+    menu.addActions({m_bar->deleteSelected, m_bar->rename});
+    menu.addSeparator();
+    menu.addActions({m_bar->compareContents, m_bar->align});
+    menu.addSeparator();
+    QAction *exclude = menu.addAction(Velmora::tr("Exclude by name"), this, [this] {
+        m_filters.exclude(selectedBareNames());
+        applyFilters();
+    });
+    exclude->setObjectName(QStringLiteral("excludeByNameAction"));
+    QAction *ignore = menu.addAction(Velmora::tr("Ignore by name"), this, [this] {
+        m_filters.toggleIgnored(selectedBareNames());
+        applyFilters();
+    });
+    ignore->setObjectName(QStringLiteral("ignoreByNameAction"));
+    ignore->setCheckable(true);
+    ignore->setChecked(m_comparison.tree().node(node).ignored);
+    ignore->setToolTip(Velmora::tr("Entries of this name are shown and count as no difference"));
+    for (const Side side : bothSides) {
+        if (!pathOn(item, side).isEmpty())
+            menu.addAction(side == Side::Left ? Velmora::tr("Copy left path") : Velmora::tr("Copy right path"), this,
+                           [this, side] { copyPaths(side); });
+    }
+    menu.addSeparator();
 }
 
 // Report --------------------------------------------------------------------------------------------------------------
@@ -303,9 +257,9 @@ void FolderCompareWidget::onExportHtml()
         return;
     }
     Dialogs::instance().saveFile(
-        this, Velmora::tr("Export diff report"), besideFile(m_loaded.left, QStringLiteral("folder_diff_report.html")),
-        QStringLiteral("HTML (*.html)"),
-        [this](const QString &path) { m_reports->write(shownItems(m_comparison.tree()), m_loaded, path); });
+        this, Velmora::tr("Export diff report"),
+        besideFile(m_place.folders().left, QStringLiteral("folder_diff_report.html")), QStringLiteral("HTML (*.html)"),
+        [this](const QString &path) { m_reports->write(shownItems(m_comparison.tree()), m_place.folders(), path); });
 }
 
 } // namespace velmora

@@ -13,41 +13,41 @@
 
 namespace velmora {
 
-void FolderCompareWidget::browse(bool left)
+void FolderCompareWidget::browse(Side side)
 {
-    Dialogs::instance().openFolder(this, left ? Velmora::tr("Select left folder") : Velmora::tr("Select right folder"),
-                                   left ? paths().left : paths().right,
-                                   [this, left](const QString &path) { takeSidePath(left, path); });
+    Dialogs::instance().openFolder(
+        this, side == Side::Left ? Velmora::tr("Select left folder") : Velmora::tr("Select right folder"),
+        m_view->head(side).path(), [this, side](const QString &path) { takeSidePath(side, path); });
 }
 
 void FolderCompareWidget::onBrowseLeft()
 {
-    browse(true);
+    browse(Side::Left);
 }
 
 void FolderCompareWidget::onBrowseRight()
 {
-    browse(false);
+    browse(Side::Right);
 }
 
-void FolderCompareWidget::takeSidePath(bool left, const QString &path)
+void FolderCompareWidget::takeSidePath(Side side, const QString &path)
 {
-    (left ? m_view->leftSide() : m_view->rightSide()).setPath(path);
-    pathsChanged(left);
+    m_view->head(side).setPath(path);
+    pathsChanged(side);
 }
 
-void FolderCompareWidget::pathsChanged(bool leftWritten)
+void FolderCompareWidget::pathsChanged(Side written)
 {
-    tellWritten(leftWritten);
+    tellWritten(written);
     loadWritten();
 }
 
-void FolderCompareWidget::tellWritten(bool left)
+void FolderCompareWidget::tellWritten(Side side)
 {
-    const QString written = left ? paths().left : paths().right;
-    const QString side = left ? Velmora::tr("left") : Velmora::tr("right");
+    const QString written = m_view->head(side).path();
+    const QString word = side == Side::Left ? Velmora::tr("left") : Velmora::tr("right");
     if (!written.isEmpty())
-        log(Velmora::tr("Wrote %1 side path: %2").arg(side, QDir::toNativeSeparators(written)));
+        log(Velmora::tr("Wrote %1 side path: %2").arg(word, QDir::toNativeSeparators(written)));
 }
 
 void FolderCompareWidget::loadWritten()
@@ -103,12 +103,12 @@ void FolderCompareWidget::dropPaths(const QStringList &dropped, QPoint position)
     }
     if (dropped.size() >= 2) {
         setPaths({dropped.at(0), dropped.at(1), {}});
-        tellWritten(true);
-        tellWritten(false);
+        tellWritten(Side::Left);
+        tellWritten(Side::Right);
         loadWritten();
         return;
     }
-    takeSidePath(m_view->isLeft(m_view->mapFrom(this, position)), dropped.first());
+    takeSidePath(m_view->sideAt(m_view->mapFrom(this, position)), dropped.first());
 }
 
 void FolderCompareWidget::onSwapSides()

@@ -1,5 +1,6 @@
 #include "core/settings_store.h"
 #include "folder/actions/action_words.h"
+#include "folder/compare/contents_run.h"
 #include "folder/compare/file_commands.h"
 #include "folder/compare/folder_compare_side_pane.h"
 #include "folder/compare/folder_compare_widget.h"
@@ -10,34 +11,14 @@
 #include "vfs/local_folder.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QTime>
 
 namespace velmora {
 
-namespace {
-
-/// The folder around, empty when there is none.
-QString parentFolder(const QString &folder)
-{
-    // By the text alone: the way up must be there for folders that are gone, too.
-    const QString inner = localFolder(folder).path;
-    const QString around = QFileInfo(inner).path();
-    return folder.isEmpty() || QDir(inner).isRoot() || around == inner ? QString() : around;
-}
-
-QString folderName(const QString &path)
-{
-    const QString name = QDir(path).dirName();
-    return name.isEmpty() ? QDir::toNativeSeparators(path) : name;
-}
-
-} // namespace
-
 FolderSpec FolderCompareWidget::spec() const
 {
     const SessionPaths folders = paths();
-    return {localFolders(folders.left, folders.right), m_options, m_excludedNames, m_ignoredNames, m_limits, {}};
+    return {localFolders(folders.left, folders.right), m_options, m_filters, {}};
 }
 
 void FolderCompareWidget::onCompare()
@@ -62,18 +43,17 @@ void FolderCompareWidget::onRefresh()
 void FolderCompareWidget::loadCurrentLevel()
 {
     const FolderSpec wanted = spec();
-    const SessionPaths before = std::exchange(m_loaded, {wanted.roots.left.path, wanted.roots.right.path, {}});
     m_hasResult = false;
-    m_contentsToRead.clear();
+    m_contents->forget();
     m_cancelAsked = false;
-    if (m_loaded != before) {
+    if (m_place.enter({wanted.roots.left.path, wanted.roots.right.path, {}})) {
         m_comparison.clear();
         rememberPaths();
     }
     showMessage(Velmora::tr("Reading directories..."));
     // A report tells of the whole trees.
     m_comparison.load(wanted, m_treeMode || !m_pendingReport.isEmpty());
-    Q_EMIT tabTitleChanged(title());
+    Q_EMIT tabTitleChanged(m_place.title());
     // What is over at once is not worth a word in the window.
     constexpr int tellingMs = 400;
     m_startTeller.start(tellingMs);
@@ -85,15 +65,10 @@ void FolderCompareWidget::rememberPaths()
 {
     SessionSettings settings;
     FolderSettingsStore store(settings);
-    store.addRecentPath(m_loaded.right);
-    store.addRecentPath(m_loaded.left);
+    store.addRecentPath(m_place.folders().right);
+    store.addRecentPath(m_place.folders().left);
     for (FolderCompareSidePane *side : {&m_view->leftSide(), &m_view->rightSide()})
         side->setRecentPaths(store.recentPaths());
-}
-
-QString FolderCompareWidget::title() const
-{
-    return Velmora::tr("%1 <-> %2").arg(folderName(m_loaded.left), folderName(m_loaded.right));
 }
 
 void FolderCompareWidget::onCancelCompare()
@@ -104,7 +79,7 @@ void FolderCompareWidget::onCancelCompare()
         return;
     showMessage(Velmora::tr("Cancelling..."));
     m_cancelAsked = true;
-    m_contentsToRead.clear();
+    m_contents->forget();
     m_comparison.cancel();
     showRunning();
 }
@@ -137,9 +112,9 @@ void FolderCompareWidget::onFolderCompareFinished(quint64 generation, const QLis
     m_summary = summary();
     showMessage(m_summary);
     showNotice();
-    Q_EMIT comparisonFinished(m_loaded.left, m_loaded.right);
+    Q_EMIT comparisonFinished(m_place.folders().left, m_place.folders().right);
     if (!m_pendingReport.isEmpty())
-        m_reports->write(shownItems(m_comparison.tree()), m_loaded, std::exchange(m_pendingReport, {}));
+        m_reports->write(shownItems(m_comparison.tree()), m_place.folders(), std::exchange(m_pendingReport, {}));
 }
 
 // Levels --------------------------------------------------------------------------------------------------------------
@@ -154,15 +129,10 @@ void FolderCompareWidget::navigate(const QString &left, const QString &right)
 
 void FolderCompareWidget::onNavigateUp()
 {
-    const SessionPaths folders = paths();
-    const QString left = parentFolder(folders.left);
-    const QString right = parentFolder(folders.right);
-    if (left.isEmpty() || right.isEmpty()) {
+    if (const std::optional<SessionPaths> above = m_place.goUp(paths()))
+        navigate(above->left, above->right);
+    else
         showMessage(Velmora::tr("There is no folder above both sides"));
-        return;
-    }
-    m_cameFrom = folderName(localFolder(folders.left).path);
-    navigate(left, right);
 }
 
 void FolderCompareWidget::onItemExpanded(const QModelIndex &item)

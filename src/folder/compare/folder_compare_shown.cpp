@@ -112,9 +112,7 @@ void FolderCompareWidget::showCounts()
 {
     const FolderCounts &counts = m_comparison.tree().counts();
     m_statusBar->showCounts(counts);
-    const bool limits =
-        m_limits.minimumSize > 0 || m_limits.maximumSize > 0 || m_limits.from.isValid() || m_limits.to.isValid();
-    m_filterBar->showEffect(counts.hidden, limits);
+    m_filterBar->showEffect(counts.hidden, m_filters.hasRanges());
     m_timeShifts->show(m_comparison.shifts(), m_options);
     // Entries that were compared anew, aligned or filtered since change the sum; any other message stays.
     if (m_hasResult) {

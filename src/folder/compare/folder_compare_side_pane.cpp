@@ -12,14 +12,15 @@
 
 namespace velmora {
 
-FolderCompareSidePane::FolderCompareSidePane(bool left, QWidget *parent)
+FolderCompareSidePane::FolderCompareSidePane(Side side, QWidget *parent)
     : QWidget(parent),
-      m_edit(new PathEdit(left ? Velmora::tr("Left folder path...") : Velmora::tr("Right folder path..."),
-                          left ? Velmora::tr("Browse left folder") : Velmora::tr("Browse right folder"), this)),
+      m_edit(new PathEdit(side == Side::Left ? Velmora::tr("Left folder path...") : Velmora::tr("Right folder path..."),
+                          side == Side::Left ? Velmora::tr("Browse left folder") : Velmora::tr("Browse right folder"),
+                          this)),
       m_up(new QToolButton(this)),
       m_lock(new QLabel(this))
 {
-    setObjectName(left ? QStringLiteral("leftPathPane") : QStringLiteral("rightPathPane"));
+    setObjectName(side == Side::Left ? QStringLiteral("leftPathPane") : QStringLiteral("rightPathPane"));
     m_up->setAutoRaise(true);
     m_up->setFocusPolicy(Qt::TabFocus);
     m_up->setToolTip(Velmora::tr("Go up to the folders around (Backspace)"));

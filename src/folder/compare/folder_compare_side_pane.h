@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/side.h"
+
 #include <QWidget>
 
 class QLabel;
@@ -14,7 +16,7 @@ class PathEdit;
 class FolderCompareSidePane final : public QWidget {
     Q_OBJECT
 public:
-    FolderCompareSidePane(bool left, QWidget *parent = nullptr);
+    FolderCompareSidePane(Side side, QWidget *parent = nullptr);
 
     [[nodiscard]] QString path() const;
     void setPath(const QString &path);

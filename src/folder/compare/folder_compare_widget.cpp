@@ -1,6 +1,8 @@
 #include "folder/compare/folder_compare_widget.h"
 
 #include "core/settings_store.h"
+#include "folder/compare/contents_run.h"
+#include "folder/compare/entry_opener.h"
 #include "folder/compare/file_commands.h"
 #include "folder/compare/folder_compare_bar.h"
 #include "folder/compare/folder_compare_side_pane.h"
@@ -14,7 +16,6 @@
 #include "session/dialogs.h"
 #include "session/fault_text.h"
 #include "session/path_edit.h"
-#include "session/session_host.h"
 #include "session/translate.h"
 #include "settings/options/folder_presets.h"
 #include "settings/options/folder_settings_store.h"
@@ -48,33 +49,16 @@ FolderCompareWidget::FolderCompareWidget(SessionHost &window, QWidget *parent)
       m_statusBar(new FolderStatusBar(this)),
       m_splitter(new QSplitter(Qt::Vertical, this)),
       m_reports(new FolderReportExport(this)),
-      m_fileCommands(new FileCommands(*m_bar, *m_view, m_comparison, *this))
+      m_fileCommands(new FileCommands(*m_bar, *m_view, m_comparison, *this)),
+      m_contents(new ContentsRun(m_comparison, *this)),
+      m_opener(new EntryOpener(window, this))
 {
     setAcceptDrops(true);
     buildLayout();
     connectBar();
     connectView();
     connectComparison();
-    connectFileCommands();
-    connect(this, &FolderCompareWidget::openTextCompare, this, [this](const QString &left, const QString &right) {
-        host().openSession(QStringLiteral("text"), {left, right, {}});
-    });
-    connect(this, &FolderCompareWidget::openFolderCompare, this, [this](const QString &left, const QString &right) {
-        host().openSession(QStringLiteral("folder"), {left, right, {}});
-    });
-    connect(this, &FolderCompareWidget::openFolderSync, this, [this](const QString &left, const QString &right) {
-        host().openSession(QStringLiteral("sync"), {left, right, {}});
-    });
-    connect(m_reports, &FolderReportExport::written, this, [this](const QString &path) {
-        constexpr int shownFor = 5000;
-        host().showStatus(Velmora::tr("Report written: %1").arg(QDir::toNativeSeparators(path)), shownFor);
-    });
-    connect(m_reports, &FolderReportExport::failed, this, [this](const QString &path, const QString &reason) {
-        const QString message = Velmora::tr("Cannot write file: %1").arg(QDir::toNativeSeparators(path));
-        showMessage(message);
-        Dialogs::instance().tell(this, Dialogs::Tone::Warning, Velmora::tr("Export"),
-                                 reason.isEmpty() ? message : message + u'\n' + reason);
-    });
+    connectCommands();
     m_startTeller.setSingleShot(true);
     connect(&m_startTeller, &QTimer::timeout, this, &SessionWidget::comparisonStarted);
     takeOptions(m_options);
@@ -85,6 +69,7 @@ FolderCompareWidget::FolderCompareWidget(SessionHost &window, QWidget *parent)
 // The controller looks at the comparison as it goes, and children outlive members.
 FolderCompareWidget::~FolderCompareWidget()
 {
+    delete m_contents;
     delete m_fileCommands;
     delete m_splitter;
 }
@@ -187,11 +172,11 @@ void FolderCompareWidget::fillPresetMenu()
 
 void FolderCompareWidget::connectView()
 {
-    for (const bool left : {true, false}) {
-        FolderCompareSidePane &side = left ? m_view->leftSide() : m_view->rightSide();
-        connect(&side, &FolderCompareSidePane::browseRequested, this, [this, left] { browse(left); });
-        connect(&side, &FolderCompareSidePane::submitted, this, [this, left] { pathsChanged(left); });
-        connect(&side, &FolderCompareSidePane::upRequested, this, &FolderCompareWidget::onNavigateUp);
+    for (const Side side : bothSides) {
+        FolderCompareSidePane &pane = m_view->head(side);
+        connect(&pane, &FolderCompareSidePane::browseRequested, this, [this, side] { browse(side); });
+        connect(&pane, &FolderCompareSidePane::submitted, this, [this, side] { pathsChanged(side); });
+        connect(&pane, &FolderCompareSidePane::upRequested, this, &FolderCompareWidget::onNavigateUp);
     }
     connect(m_view, &FolderView::openWanted, this,
             [this](const QModelIndex &index) { onItemDoubleClicked(index, index.column()); });
@@ -217,7 +202,7 @@ void FolderCompareWidget::connectComparison()
             log(Velmora::tr("%1 hidden by filters").arg(hidden));
     });
     connect(&m_comparison, &FolderComparison::levelKnown, this, [this] {
-        if (const qint32 node = m_comparison.tree().find(std::exchange(m_cameFrom, {})); node >= 0)
+        if (const qint32 node = m_comparison.tree().find(m_place.takeOrigin()); node >= 0)
             m_view->goToNode(node);
     });
     connect(&m_comparison, &FolderComparison::loadFinished, this, [this](quint64 generation, bool cancelled) {
@@ -239,11 +224,63 @@ void FolderCompareWidget::connectComparison()
     });
 }
 
+void FolderCompareWidget::connectCommands()
+{
+    connect(m_fileCommands, &FileCommands::logLine, this, &FolderCompareWidget::log);
+    connect(m_fileCommands, &FileCommands::statusChanged, this,
+            [this](const QString &text) { showMessage(text.isEmpty() ? m_summary : text); });
+    connect(m_fileCommands, &FileCommands::progressed, m_statusBar,
+            [this](qint64 done, qint64 total) { m_statusBar->showProgress(done, total, {}); });
+    connect(m_fileCommands, &FileCommands::runningChanged, this, [this] {
+        showRunning();
+        Q_EMIT editStateChanged();
+    });
+    connect(m_fileCommands, &FileCommands::othersTouched, this, &FolderCompareWidget::onRefresh);
+    connect(m_bar->compareContents, &QAction::triggered, this, [this] { m_contents->ask(m_view->selectedNodes()); });
+    connect(m_bar->align, &QAction::triggered, this, &FolderCompareWidget::onManualAlign);
+    connect(m_statusBar, &FolderStatusBar::readWanted, m_contents, &ContentsRun::readUnread);
+    connect(m_contents, &ContentsRun::started, this, &FolderCompareWidget::onContentsCompareStarted);
+    connect(m_contents, &ContentsRun::logLine, this, &FolderCompareWidget::log);
+    connect(m_contents, &ContentsRun::statusChanged, this, &FolderCompareWidget::showMessage);
+    connect(m_contents, &ContentsRun::cancelled, this, &FolderCompareWidget::tellCancelled);
+    connect(m_opener, &EntryOpener::wanted, this, &FolderCompareWidget::openIn);
+    connect(m_opener, &EntryOpener::gone, this, [this](const QString &name, const QString &path) {
+        m_comparison.recompare(QStringList{name});
+        showMessage(Velmora::tr("No longer there: %1").arg(QDir::toNativeSeparators(path)));
+    });
+    connect(m_opener, &EntryOpener::unreadable, this, [this](const QString &path) {
+        showMessage(Velmora::tr("Cannot read file: %1").arg(QDir::toNativeSeparators(path)));
+    });
+    using enum SessionHost::Purpose;
+    const std::pair<void (FolderCompareWidget::*)(const QString &, const QString &), SessionHost::Purpose> openings[] =
+        {
+            {&FolderCompareWidget::openTextCompare, CompareTexts},
+            {&FolderCompareWidget::openFolderCompare, CompareFolders},
+            {&FolderCompareWidget::openFolderSync, SyncFolders},
+        };
+    for (const auto &[signal, purpose] : openings) {
+        connect(this, signal, this, [this, wanted = purpose](const QString &left, const QString &right) {
+            host().openSession(host().kindFor(wanted), {left, right, {}});
+        });
+    }
+    connect(m_reports, &FolderReportExport::written, this, [this](const QString &path) {
+        constexpr int shownFor = 5000;
+        host().showStatus(Velmora::tr("Report written: %1").arg(QDir::toNativeSeparators(path)), shownFor);
+    });
+    connect(m_reports, &FolderReportExport::failed, this, [this](const QString &path, const QString &reason) {
+        const QString message = Velmora::tr("Cannot write file: %1").arg(QDir::toNativeSeparators(path));
+        showMessage(message);
+        Dialogs::instance().tell(this, Dialogs::Tone::Warning, Velmora::tr("Export"),
+                                 reason.isEmpty() ? message : message + u'\n' + reason);
+    });
+    fillActionsMenu();
+}
+
 // The session as the window knows it ----------------------------------------------------------------------------------
 
 QString FolderCompareWidget::kind() const
 {
-    return QStringLiteral("folder");
+    return host().kindFor(SessionHost::Purpose::CompareFolders);
 }
 
 SessionPaths FolderCompareWidget::paths() const
@@ -268,7 +305,7 @@ void FolderCompareWidget::start()
 
 QJsonObject FolderCompareWidget::options() const
 {
-    return toJson(m_options, m_excludedNames, m_ignoredNames);
+    return toJson(m_options, m_filters.excludedNames, m_filters.ignoredNames);
 }
 
 void FolderCompareWidget::setOptions(const QJsonObject &options)
@@ -276,7 +313,7 @@ void FolderCompareWidget::setOptions(const QJsonObject &options)
     FolderSessionOptions changed = m_options;
     // Only sessions that show hidden entries say so.
     changed.showHidden = options.isEmpty() && changed.showHidden;
-    fromJson(options, changed, m_excludedNames, m_ignoredNames);
+    fromJson(options, changed, m_filters.excludedNames, m_filters.ignoredNames);
     takeOptions(changed);
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "core/runner.h"
 #include "folder/compare/folder_comparison.h"
+#include "folder/compare/folder_place.h"
+#include "session/session_host.h"
 #include "session/session_widget.h"
 #include "settings/options/folder_session_options.h"
 
@@ -9,10 +10,13 @@
 #include <QModelIndex>
 #include <QTimer>
 
+class QMenu;
 class QSplitter;
 
 namespace velmora {
 
+class ContentsRun;
+class EntryOpener;
 class FileCommands;
 class FolderCompareBar;
 class FolderFilterBar;
@@ -23,7 +27,7 @@ class FolderView;
 class TimeShiftBar;
 enum class RowsView;
 
-/// The session of kind "folder": two folders are compared and shown side by side as one tree in three columns.
+/// The session that compares folders: two are compared and shown side by side as one tree in three columns.
 ///
 /// The folders of the level are shown first and filled in one after the other; expanding everything compares the whole
 /// trees at once (tree mode) if they are not known yet. Results stay when a run is cancelled. What was touched by an
@@ -108,14 +112,15 @@ private:
     void connectBar();
     void connectView();
     void connectComparison();
+    void connectCommands();
     void fillPresetMenu();
 
     // Inputs and loading
     [[nodiscard]] FolderSpec spec() const;
-    void browse(bool left);
-    void takeSidePath(bool left, const QString &path);
-    void pathsChanged(bool leftWritten);
-    void tellWritten(bool left);
+    void browse(Side side);
+    void takeSidePath(Side side, const QString &path);
+    void pathsChanged(Side written);
+    void tellWritten(Side side);
     /// Loads what the two path fields say, or waits for the other one.
     void loadWritten();
     void loadCurrentLevel();
@@ -134,50 +139,33 @@ private:
     void showMessage(const QString &message);
     void log(const QString &line);
     void logExpanded(qint32 node);
-    [[nodiscard]] QString title() const;
 
     // Commands
     void openNode(qint32 node);
-    void openFiles(const FolderDiffItem &item);
-    /// Asks for a session of that kind on the entry, which is compared anew when a person comes back.
-    void openAs(const QString &kind, const FolderDiffItem &item);
-    void rememberOpened(const FolderDiffItem &item);
+    /// Asks for a session on the entry, which is compared anew when a person comes back.
+    void openFor(SessionHost::Purpose purpose, const FolderDiffItem &item);
+    void openIn(const QString &kind, const QString &left, const QString &right);
     void goToDifference(bool forward);
     void takeOptions(const FolderSessionOptions &options);
     void applyFilters();
     /// Puts the paths of the selected entries, one a line, into the clipboard.
-    void copyPaths(bool left);
-    void excludeSelectedNames();
-    void ignoreSelectedNames();
+    void copyPaths(Side side);
+    [[nodiscard]] QStringList selectedBareNames() const;
+    void fillEntryMenu(QMenu &menu, qint32 node);
     void setView(RowsView view);
-    void connectFileCommands();
     void fillActionsMenu();
-    /// The selected entries with what each needs to be found again in a tree that has changed.
-    [[nodiscard]] QStringList selectedNames() const;
-    void askContentsCompare();
-    void startContentCompare(const QStringList &names, CompareMethod method);
-    void readUnread();
-    void takeContents(const ContentsResult &result, bool cancelled);
     void alignPair(const QString &leftName, const QString &rightName, const QString &folder);
 
     FolderSessionOptions m_options;
-    QSet<QString> m_excludedNames;
-    QSet<QString> m_ignoredNames;
-    FolderViewLimits m_limits;
+    ViewFilters m_filters;
     QString m_pendingReport;
-    QString m_cameFrom; ///< what is to be selected once the level is there
-    SessionPaths m_loaded;
+    FolderPlace m_place;
     bool m_treeMode = false;
     bool m_expandAllWhenLoaded = false; ///< folders that are still to come open as they come
     bool m_hasResult = false;
     bool m_cancelAsked = false; ///< and not yet told as done
     QString m_summary;          ///< the last one that was shown
     QTimer m_startTeller;
-    CompareMethod m_contentsMethod = CompareMethod::Binary;
-    bool m_showsContentsResults = false;
-    int m_contentsUnmatched = 0; ///< files on one side only, of the contents that are being compared
-    QStringList m_openedPaths;   ///< what was opened elsewhere and may be changed there, whatever is compared meanwhile
-    QStringList m_contentsToRead; ///< names that wait for their folders to be read before their contents are compared
 
     FolderComparison m_comparison;
     FolderCompareBar *m_bar;
@@ -189,7 +177,8 @@ private:
     QSplitter *m_splitter;
     FolderReportExport *m_reports;
     FileCommands *m_fileCommands;
-    Runner m_opener;
+    ContentsRun *m_contents;
+    EntryOpener *m_opener;
     qint64 m_toldHidden = 0;        ///< what the log said last of the entries that filters hide
     QElapsedTimer m_comparingSince; ///< of the bytes that the progress counts
 };

@@ -119,9 +119,7 @@ void FolderComparison::startBranches()
 void FolderComparison::refilter(const FolderSpec &spec)
 {
     m_spec.options = spec.options;
-    m_spec.excludedNames = spec.excludedNames;
-    m_spec.ignoredNames = spec.ignoredNames;
-    m_spec.limits = spec.limits;
+    m_spec.filters = spec.filters;
     m_filterIsStale = true;
     startFilter();
 }
@@ -130,7 +128,7 @@ void FolderComparison::startFilter()
 {
     m_filterer.start(
         [items = m_tree.items(), spec = m_spec](const CancelFlag &cancel, Progress &) {
-            return FolderTree::judge(items, spec.filter(), spec.ignoredNames, cancel);
+            return FolderTree::judge(items, spec.filter(), spec.filters.ignoredNames, cancel);
         },
         [this, revision = m_revision](RunOutcome<FolderTree::Verdicts> &&outcome) {
             if (!outcome.value) {

@@ -44,16 +44,6 @@ QList<FolderMark> shownMarks(MarkSet marks)
     return shown.isEmpty() ? QList<FolderMark>{strongest(marks)} : shown;
 }
 
-MarkSet marksOf(const FolderTree &tree, qint32 node, bool left)
-{
-    return left ? tree.node(node).left : tree.node(node).right;
-}
-
-const QString &pathOf(const FolderDiffItem &item, bool left)
-{
-    return left ? item.leftPath : item.rightPath;
-}
-
 QPainterPath folderShape(const QRectF &box)
 {
     QPainterPath shape;
@@ -147,11 +137,11 @@ QRect FolderRowDelegate::toggleRect(const QRect &cell, int row) const
     return {cell.left() + indentOf(node) - step, cell.top(), step, cell.height()};
 }
 
-QColor FolderRowDelegate::ink(qint32 node, bool left) const
+QColor FolderRowDelegate::ink(qint32 node, Side side) const
 {
     if (m_model.tree().node(node).ignored)
         return folderMarkColour(FolderMark::Filtered);
-    return folderMarkColour(strongest(marksOf(m_model.tree(), node, left)));
+    return folderMarkColour(strongest(m_model.tree().node(node).on(side)));
 }
 
 void FolderRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
@@ -163,8 +153,7 @@ void FolderRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     painter->setFont(option.font);
     painter->setClipRect(option.rect);
     const auto column = FolderColumn(index.column());
-    const bool isThere =
-        column == FolderColumn::Sign || !pathOf(m_model.tree().item(node), isLeftColumn(column)).isEmpty();
+    const bool isThere = column == FolderColumn::Sign || !pathOn(m_model.tree().item(node), sideOf(column)).isEmpty();
     paintBackground(*painter, option, isThere);
     if (column == FolderColumn::Sign)
         paintSign(*painter, option, node);
@@ -175,7 +164,7 @@ void FolderRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     painter->restore();
 }
 
-void FolderRowDelegate::paintTree(QPainter &painter, const QRect &cell, int row, bool isLeft) const
+void FolderRowDelegate::paintTree(QPainter &painter, const QRect &cell, int row, Side side) const
 {
     const qint32 node = m_model.nodeAt(row);
     const FolderTree &tree = m_model.tree();
@@ -190,7 +179,7 @@ void FolderRowDelegate::paintTree(QPainter &painter, const QRect &cell, int row,
         if ((lines >> (level + 1)) & 1)
             painter.drawLine(middleOf(level), cell.top(), middleOf(level), cell.bottom());
     }
-    if (pathOf(tree.item(node), isLeft).isEmpty())
+    if (pathOn(tree.item(node), side).isEmpty())
         return; // nothing hangs on a line where nothing is
     const bool expandable = tree.isExpandable(node);
     if (depth > 0) {
@@ -212,12 +201,12 @@ void FolderRowDelegate::paintTree(QPainter &painter, const QRect &cell, int row,
     painter.drawPolyline(sign);
 }
 
-void FolderRowDelegate::paintPicture(QPainter &painter, const QRect &box, qint32 node, bool left) const
+void FolderRowDelegate::paintPicture(QPainter &painter, const QRect &box, qint32 node, Side side) const
 {
     const FolderTree &tree = m_model.tree();
     painter.setRenderHint(QPainter::Antialiasing);
     if (!tree.item(node).isDir) {
-        const QColor colour = ink(node, left);
+        const QColor colour = ink(node, side);
         painter.setPen(QPen(blended(colour, painter.background().color(), 0.85), 1));
         painter.setBrush(Qt::NoBrush);
         painter.drawPath(fileShape(QRectF(box).adjusted(2.5, 1.5, -3.5, -1.5)));
@@ -225,7 +214,7 @@ void FolderRowDelegate::paintPicture(QPainter &painter, const QRect &box, qint32
     }
     const QRectF shapeBox = QRectF(box).adjusted(0.5, 1.5, -0.5, -2.5);
     const QPainterPath shape = folderShape(shapeBox);
-    const MarkSet marks = marksOf(tree, node, left);
+    const MarkSet marks = tree.node(node).on(side);
     const QList<FolderMark> shown = shownMarks(marks);
     painter.setPen(Qt::NoPen);
     painter.save();
@@ -245,20 +234,20 @@ void FolderRowDelegate::paintName(QPainter &painter, const QStyleOptionViewItem 
     const int row = index.row();
     const qint32 node = m_model.nodeAt(row);
     const FolderDiffItem &item = m_model.tree().item(node);
-    const bool left = isLeftColumn(FolderColumn(index.column()));
-    paintTree(painter, option.rect, row, left);
-    if (pathOf(item, left).isEmpty())
+    const Side side = sideOf(FolderColumn(index.column()));
+    paintTree(painter, option.rect, row, side);
+    if (pathOn(item, side).isEmpty())
         return;
 
     const int x = option.rect.left() + indentOf(node);
-    paintPicture(painter, {x, option.rect.center().y() - picture / 2 + 1, picture, picture}, node, left);
+    paintPicture(painter, {x, option.rect.center().y() - picture / 2 + 1, picture, picture}, node, side);
     QRect textBox = option.rect;
     textBox.setLeft(x + picture + gap);
     textBox.setRight(option.rect.right() - margin);
-    const QString name = visibleName(sideName(item, left));
-    const QColor colour = ink(node, left);
+    const QString name = visibleName(sideName(item, side));
+    const QColor colour = ink(node, side);
     painter.setPen(colour);
-    const QString other = isPair(item) ? visibleName(sideName(item, !left)) : name;
+    const QString other = isPair(item) ? visibleName(sideName(item, otherSide(side))) : name;
     if (name == other || option.fontMetrics.horizontalAdvance(name) > textBox.width()) {
         const QString shown = option.fontMetrics.elidedText(name, Qt::ElideMiddle, textBox.width());
         painter.drawText(textBox, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shown);
@@ -332,19 +321,19 @@ void FolderRowDelegate::paintDetail(QPainter &painter, const QStyleOptionViewIte
     const auto column = FolderColumn(index.column());
     const qint32 node = m_model.nodeAt(index.row());
     const FolderDiffItem &item = m_model.tree().item(node);
-    const bool left = isLeftColumn(column);
+    const Side side = sideOf(column);
     const bool isTime = column == FolderColumn::LeftTime || column == FolderColumn::RightTime;
     QFont font = option.font;
     QColor colour = diffColour(DiffColour::MutedText);
     if (isPair(item) && !item.isDir) {
-        const QDateTime &mine = left ? item.leftTime : item.rightTime;
-        const QDateTime &other = left ? item.rightTime : item.leftTime;
+        const QDateTime &mine = timeOn(item, side);
+        const QDateTime &other = timeOn(item, otherSide(side));
         // The newer of two files, even of two that are equal.
         const bool newer = isTime && mine.isValid() && other.isValid() && other < mine;
         const bool differs = m_model.tree().state(node) == RowState::Different;
         font.setBold(newer);
         if (differs && (newer || (!isTime && item.leftSize != item.rightSize)))
-            colour = ink(node, left);
+            colour = ink(node, side);
         else if (newer)
             colour = option.palette.color(QPalette::Text);
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/side.h"
+
 #include <QStyledItemDelegate>
 
 namespace velmora {
@@ -24,11 +26,11 @@ public:
 
 private:
     void paintName(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const;
-    void paintTree(QPainter &painter, const QRect &cell, int row, bool isLeft) const;
-    void paintPicture(QPainter &painter, const QRect &box, qint32 node, bool left) const;
+    void paintTree(QPainter &painter, const QRect &cell, int row, Side side) const;
+    void paintPicture(QPainter &painter, const QRect &box, qint32 node, Side side) const;
     void paintSign(QPainter &painter, const QStyleOptionViewItem &option, qint32 node) const;
     void paintDetail(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const;
-    [[nodiscard]] QColor ink(qint32 node, bool left) const;
+    [[nodiscard]] QColor ink(qint32 node, Side side) const;
     [[nodiscard]] int indentOf(qint32 node) const;
 
     const FolderRowsModel &m_model;

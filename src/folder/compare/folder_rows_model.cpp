@@ -12,19 +12,19 @@ namespace velmora {
 
 namespace {
 
-QString sizeText(const FolderTree &tree, qint32 node, bool left)
+QString sizeText(const FolderTree &tree, qint32 node, Side side)
 {
     const FolderDiffItem &item = tree.item(node);
-    if ((left ? item.leftPath : item.rightPath).isEmpty())
+    if (pathOn(item, side).isEmpty())
         return {};
     if (item.isDir) {
         // The total of a folder counts only once all of it is known.
         const FolderTree::Node &here = tree.node(node);
-        const MarkSet marks = left ? here.left : here.right;
+        const MarkSet marks = here.on(side);
         if (here.unloaded || marks.has(FolderMark::Unknown) || marks.has(FolderMark::Scanning))
             return {};
     }
-    return QLocale().toString(left ? item.leftSize : item.rightSize);
+    return QLocale().toString(sizeOn(item, side));
 }
 
 QString timeText(const QDateTime &time, QLocale::FormatType format)
@@ -49,9 +49,9 @@ QString contentsWords(MarkSet marks)
 
 } // namespace
 
-QString sideName(const FolderDiffItem &item, bool left)
+QString sideName(const FolderDiffItem &item, Side side)
 {
-    const QString &path = left ? item.leftPath : item.rightPath;
+    const QString &path = pathOn(item, side);
     return path.mid(path.lastIndexOf(u'/') + 1);
 }
 
@@ -162,10 +162,10 @@ QString FolderRowsModel::text(qint32 node, FolderColumn column) const
     switch (column) {
     case FolderColumn::LeftName:
     case FolderColumn::RightName:
-        return visibleName(sideName(item, isLeftColumn(column)));
+        return visibleName(sideName(item, sideOf(column)));
     case FolderColumn::LeftSize:
     case FolderColumn::RightSize:
-        return sizeText(tree(), node, isLeftColumn(column));
+        return sizeText(tree(), node, sideOf(column));
     case FolderColumn::LeftTime:
         return timeText(item.leftTime, QLocale::ShortFormat);
     case FolderColumn::RightTime:
@@ -182,8 +182,8 @@ QString FolderRowsModel::hint(qint32 node, FolderColumn column) const
     if (column == FolderColumn::Sign)
         return words;
     const FolderDiffItem &item = tree().item(node);
-    const bool left = isLeftColumn(column);
-    const QString &path = left ? item.leftPath : item.rightPath;
+    const Side side = sideOf(column);
+    const QString &path = pathOn(item, side);
     if (path.isEmpty())
         return words;
     QStringList lines{visibleName(QDir::toNativeSeparators(path)), words};
@@ -191,10 +191,10 @@ QString FolderRowsModel::hint(qint32 node, FolderColumn column) const
         lines.append(Velmora::tr("Could not be read, or not to its end"));
     if (tree().node(node).ignored)
         lines.append(Velmora::tr("Ignored: counts as no difference"));
-    const QString size = sizeText(tree(), node, left);
+    const QString size = sizeText(tree(), node, side);
     if (!size.isEmpty())
         lines.append(Velmora::tr("Size: %1 bytes").arg(size));
-    lines.append(Velmora::tr("Modified: %1").arg(timeText(left ? item.leftTime : item.rightTime, QLocale::LongFormat)));
+    lines.append(Velmora::tr("Modified: %1").arg(timeText(timeOn(item, side), QLocale::LongFormat)));
     return lines.join(u'\n');
 }
 

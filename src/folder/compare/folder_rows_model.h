@@ -62,14 +62,14 @@ private:
     RowsView m_view = RowsView::All;
 };
 
-/// The side whose column it is: true for the left one. Not for `Sign`.
-[[nodiscard]] constexpr bool isLeftColumn(FolderColumn column)
+/// The side whose column it is. Not for `Sign`.
+[[nodiscard]] constexpr Side sideOf(FolderColumn column)
 {
-    return column < FolderColumn::Sign;
+    return column < FolderColumn::Sign ? Side::Left : Side::Right;
 }
 
 /// What one side of an entry is called: its own name there, which an alignment may pair with another.
-[[nodiscard]] QString sideName(const FolderDiffItem &item, bool left);
+[[nodiscard]] QString sideName(const FolderDiffItem &item, Side side);
 
 /// The sign of a row between the two sides, and what it means in words.
 [[nodiscard]] QString stateSign(const FolderTree &tree, qint32 node);

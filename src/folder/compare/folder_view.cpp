@@ -43,8 +43,8 @@ FolderView::FolderView(FolderComparison &comparison, QWidget *parent)
       m_centre(new TreeLineTreeWidget(*m_rows, {FolderColumn::Sign}, this)),
       m_right(new TreeLineTreeWidget(
           *m_rows, {FolderColumn::RightName, FolderColumn::RightSize, FolderColumn::RightTime}, this)),
-      m_leftSide(new FolderCompareSidePane(true, this)),
-      m_rightSide(new FolderCompareSidePane(false, this)),
+      m_leftSide(new FolderCompareSidePane(Side::Left, this)),
+      m_rightSide(new FolderCompareSidePane(Side::Right, this)),
       m_notice(new FolderNotice(this)),
       m_splitter(new QSplitter(Qt::Horizontal, this))
 {
@@ -172,7 +172,8 @@ void FolderView::connectPane(TreeLineTreeWidget &pane)
     connect(&pane, &TreeLineTreeWidget::expandWanted, this, &FolderView::expandWanted);
     connect(&pane, &TreeLineTreeWidget::collapseWanted, this, &FolderView::collapseWanted);
     connect(&pane, &TreeLineTreeWidget::contextMenuWanted, this, &FolderView::contextMenuWanted);
-    connect(&pane, &TreeLineTreeWidget::pathsWanted, this, [this, &pane] { Q_EMIT pathsWanted(&pane != m_right); });
+    connect(&pane, &TreeLineTreeWidget::pathsWanted, this,
+            [this, &pane] { Q_EMIT pathsWanted(&pane != m_right ? Side::Left : Side::Right); });
     connect(&pane, &TreeLineTreeWidget::otherPaneWanted, this, [this, &pane] {
         TreeLineTreeWidget *const other = &pane == m_right ? m_left : m_right;
         other->setFocus(Qt::TabFocusReason);
@@ -358,9 +359,9 @@ void FolderView::restoreNames()
     activePane().scrollTo(current);
 }
 
-bool FolderView::isLeft(QPoint place) const
+Side FolderView::sideAt(QPoint place) const
 {
-    return place.x() < m_centre->mapTo(this, QPoint()).x() + m_centre->width() / 2;
+    return place.x() < m_centre->mapTo(this, QPoint()).x() + m_centre->width() / 2 ? Side::Left : Side::Right;
 }
 
 // Look ----------------------------------------------------------------------------------------------------------------

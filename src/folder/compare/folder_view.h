@@ -29,6 +29,7 @@ public:
     [[nodiscard]] TreeLineTreeWidget &rightPane() { return *m_right; }
     [[nodiscard]] FolderCompareSidePane &leftSide() { return *m_leftSide; }
     [[nodiscard]] FolderCompareSidePane &rightSide() { return *m_rightSide; }
+    [[nodiscard]] FolderCompareSidePane &head(Side side) { return side == Side::Left ? *m_leftSide : *m_rightSide; }
     [[nodiscard]] FolderNotice &notice() { return *m_notice; }
     /// The pane that has the keyboard, or had it last.
     [[nodiscard]] TreeLineTreeWidget &activePane();
@@ -41,8 +42,8 @@ public:
     /// Selects what has these names, as far as it is shown.
     void selectNames(const QStringList &names);
 
-    /// True for a place, in the coordinates of this widget, on the left side.
-    [[nodiscard]] bool isLeft(QPoint place) const;
+    /// The side of a place in the coordinates of this widget.
+    [[nodiscard]] Side sideAt(QPoint place) const;
 
     /// Takes up a changed theme.
     void refreshTheme();
@@ -52,7 +53,7 @@ Q_SIGNALS:
     void upWanted();
     void swapWanted();
     /// The paths of the selected entries shall be copied, those of the left side or of the right.
-    void pathsWanted(bool left);
+    void pathsWanted(velmora::Side side);
     void expandWanted(const QModelIndex &index);
     void collapseWanted(const QModelIndex &index);
     void contextMenuWanted(const QModelIndex &index, QPoint global);

@@ -146,13 +146,13 @@ void TreeLineTreeWidget::keyboardSearch(const QString &search)
     // The same letter again and again goes from one name to the next.
     const bool repeats = m_search.count(m_search.at(0)) == m_search.size();
     const QString wanted = repeats ? m_search.left(1) : m_search;
-    const bool left = m_columns.first() != FolderColumn::RightName;
+    const Side side = m_columns.first() == FolderColumn::RightName ? Side::Right : Side::Left;
     const int count = m_rows.rowCount();
     const int start = std::max(currentIndex().row(), 0) + (goesOn && !repeats ? 0 : 1);
     for (int i = 0; i < count; ++i) {
         const int row = (start + i) % count;
         const FolderDiffItem &item = m_rows.tree().item(m_rows.nodeAt(row));
-        const QString &path = left ? item.leftPath : item.rightPath;
+        const QString &path = pathOn(item, side);
         if (!path.isEmpty() &&
             QStringView(path).mid(path.lastIndexOf(u'/') + 1).startsWith(wanted, Qt::CaseInsensitive))
             return goToRow(row);

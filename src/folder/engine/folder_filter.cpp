@@ -36,17 +36,41 @@ bool passes(const WildcardList &include, const WildcardList &exclude, QStringVie
 
 } // namespace
 
-FolderFilter::FolderFilter(const FolderSessionOptions &options, QSet<QString> excludedNames, FolderViewLimits limits,
-                           SystemFileTest isSystemFile)
-    : m_excludedNames(std::move(excludedNames)),
+void ViewFilters::exclude(const QStringList &names)
+{
+    excludedNames.unite({names.begin(), names.end()});
+}
+
+void ViewFilters::toggleIgnored(const QStringList &names)
+{
+    for (const QString &name : names) {
+        if (!ignoredNames.remove(name))
+            ignoredNames.insert(name);
+    }
+}
+
+void ViewFilters::takeRanges(const FolderViewLimits &ranges)
+{
+    const QString masks = limits.masks;
+    limits = ranges;
+    limits.masks = masks;
+}
+
+bool ViewFilters::hasRanges() const
+{
+    return limits.minimumSize > 0 || limits.maximumSize > 0 || limits.from.isValid() || limits.to.isValid();
+}
+
+FolderFilter::FolderFilter(const FolderSessionOptions &options, const ViewFilters &filters, SystemFileTest isSystemFile)
+    : m_excludedNames(filters.excludedNames),
       m_includeFiles(includedMasks(options)),
       m_excludeFiles(options.excludeFiles),
       m_includeFolders(options.includeFolders),
       m_excludeFolders(options.excludeFolders),
       m_otherExclude(options.otherExclude),
-      m_viewMasks(viewMasks(limits.masks)),
+      m_viewMasks(viewMasks(filters.limits.masks)),
       m_excludeOsFiles(options.excludeOsFiles),
-      m_limits(std::move(limits)),
+      m_limits(filters.limits),
       m_isSystemFile(std::move(isSystemFile))
 {}
 

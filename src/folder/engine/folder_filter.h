@@ -7,6 +7,7 @@
 #include <QDateTime>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -21,6 +22,20 @@ struct FolderViewLimits {
     QDateTime to;           ///< the latest one
 };
 
+/// What a person sees of a comparison beside what its options say. A value.
+struct ViewFilters {
+    QSet<QString> excludedNames; ///< bare names of entries that are not shown
+    QSet<QString> ignoredNames;  ///< bare names of entries that are shown and count as no difference
+    FolderViewLimits limits;
+
+    void exclude(const QStringList &names);
+    /// Ignores those that are not ignored, and no longer those that are.
+    void toggleIgnored(const QStringList &names);
+    /// All but the masks, which are those of the filter bar.
+    void takeRanges(const FolderViewLimits &ranges);
+    [[nodiscard]] bool hasRanges() const;
+};
+
 /// Tells whether a path of one side is a file with the operating system's "system" attribute.
 using SystemFileTest = std::function<bool(Side side, const QString &path)>;
 
@@ -31,8 +46,8 @@ using SystemFileTest = std::function<bool(Side side, const QString &path)>;
 /// and by the two lists of folder masks.
 class FolderFilter {
 public:
-    explicit FolderFilter(const FolderSessionOptions &options, QSet<QString> excludedNames = {},
-                          FolderViewLimits limits = {}, SystemFileTest isSystemFile = {});
+    explicit FolderFilter(const FolderSessionOptions &options, const ViewFilters &filters = {},
+                          SystemFileTest isSystemFile = {});
 
     [[nodiscard]] bool shows(const FolderDiffItem &item) const;
 

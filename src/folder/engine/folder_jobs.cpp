@@ -12,7 +12,7 @@ namespace {
 FolderTree marked(FolderTree tree, const FolderSpec &spec, const QList<FolderProblem> &problems)
 {
     tree.markUnreadable(problems, {spec.roots.left.path, spec.roots.right.path});
-    tree.setVerdicts(FolderTree::judge(tree.items(), spec.filter(), spec.ignoredNames));
+    tree.setVerdicts(FolderTree::judge(tree.items(), spec.filter(), spec.filters.ignoredNames));
     tree.rollUp();
     return tree;
 }
@@ -240,7 +240,7 @@ private:
 
 FolderFilter FolderSpec::filter() const
 {
-    return FolderFilter(options, excludedNames, limits, [sources = sourcesOf(roots)](Side side, const QString &path) {
+    return FolderFilter(options, filters, [sources = sourcesOf(roots)](Side side, const QString &path) {
         return sources[side] && sources[side]->isSystemFile(path);
     });
 }

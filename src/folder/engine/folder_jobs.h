@@ -19,9 +19,7 @@ namespace velmora {
 struct FolderSpec {
     Sides<TreeFolder> roots;
     FolderSessionOptions options;
-    QSet<QString> excludedNames; ///< bare names of entries that are not shown
-    QSet<QString> ignoredNames;  ///< bare names of entries that are shown and count as no difference
-    FolderViewLimits limits;
+    ViewFilters filters;
     /// Pairs of files that need not be decided again, by their names: by another method than the session's, or because
     /// they were only looked at. It holds as long as both files have the size and the time of then.
     QHash<QString, FolderDiffItem> decided;

@@ -66,6 +66,8 @@ public:
         bool ignored = false;    ///< shown, and no difference whatever it is
         bool unreadable = false; ///< it, or all of what is in it, could not be read
         bool unsure = false;     ///< on one side, and nobody could look for it on the other
+
+        [[nodiscard]] MarkSet on(Side side) const noexcept { return side == Side::Left ? left : right; }
     };
 
     /// What now stands in place of an entry: nothing, or the entry itself followed by what is in it.

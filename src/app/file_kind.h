@@ -13,4 +13,7 @@ namespace velmora {
 /// first KiB of each; a file that cannot be read says nothing. Empty paths are allowed.
 [[nodiscard]] QString kindOfPair(const QString &left, const QString &right);
 
+/// The same among the kinds that do their work in this version: "text" for the others.
+[[nodiscard]] QString builtKindOfPair(const QString &left, const QString &right);
+
 } // namespace velmora

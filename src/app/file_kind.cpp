@@ -1,5 +1,6 @@
-#include "folder/compare/file_kind.h"
+#include "app/file_kind.h"
 
+#include "app/session_kinds.h"
 #include "core/text_detect.h"
 #include "core/text_file.h"
 #include "platform/file_access.h"
@@ -72,6 +73,13 @@ QString kindOfPair(const QString &left, const QString &right)
         return kinds.first();
     const bool texts = !kinds.contains(QStringLiteral("binary")) && !kinds.contains(QStringLiteral("image"));
     return texts ? QStringLiteral("text") : QStringLiteral("binary");
+}
+
+QString builtKindOfPair(const QString &left, const QString &right)
+{
+    const QString kind = kindOfPair(left, right);
+    const SessionKindRow *row = findSessionKind(kind);
+    return row && isBuilt(*row) ? kind : QStringLiteral("text");
 }
 
 } // namespace velmora

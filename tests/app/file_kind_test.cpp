@@ -1,4 +1,5 @@
-#include "folder/compare/file_kind.h"
+#include "app/file_kind.h"
+#include "app/session_kinds.h"
 #include "support/files.h"
 #include "support/test_main.h"
 
@@ -53,6 +54,8 @@ private Q_SLOTS:
         QCOMPARE(kindOfPair(picture, text), word("binary"));
         QCOMPARE(kindOfPair(picture, {}), word("image"));
         QCOMPARE(kindOfPair({}, folder.filePath(word("gone"))), word("text"));
+        const bool hexIsBuilt = isBuilt(*findSessionKind(word("binary")));
+        QCOMPARE(builtKindOfPair(text, binary), hexIsBuilt ? word("binary") : word("text"));
     }
 };
 
