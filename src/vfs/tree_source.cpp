@@ -1,9 +1,9 @@
 #include "vfs/tree_source.h"
 
+#include "core/path_names.h"
 #include "core/safe_file.h"
 
 #include <QIODevice>
-#include <QStringBuilder>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -42,14 +42,9 @@ Copied copyTo(QIODevice &device, OpenFile &file, const CancelFlag &cancel)
 
 } // namespace
 
-QString entryPath(const QString &folder, const QString &name)
-{
-    return folder.endsWith(u'/') ? QString(folder % name) : QString(folder % u'/' % name);
-}
-
 LaidOutFile TreeSource::layOut(const QString &path, const QString &folder, const CancelFlag &cancel) const
 {
-    const QString name = path.mid(path.lastIndexOf(u'/') + 1);
+    const QString name = bareName(path);
     const std::unique_ptr<FileOpener> opener = makeOpener();
     const std::unique_ptr<OpenFile> file = canStandInFolder(name) ? opener->open(path, OpenHint::Unknown) : nullptr;
     if (!file)

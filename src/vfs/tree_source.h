@@ -104,9 +104,6 @@ struct TreeFolder {
     [[nodiscard]] QString shown() const { return source ? source->location().shown : QString(); }
 };
 
-/// The path of an entry in a folder.
-[[nodiscard]] QString entryPath(const QString &folder, const QString &name);
-
 /// What paths of the two sides lead to.
 using SourcePair = Sides<std::shared_ptr<const TreeSource>>;
 

@@ -1,4 +1,6 @@
 #include "core/crc32.h"
+
+#include "core/path_names.h"
 #include "folder/engine/folder_jobs.h"
 #include "folder_engine/memory_tree.h"
 #include "folder_engine/test_tree.h"
@@ -97,7 +99,7 @@ private Q_SLOTS:
                 for (const FolderDiffItem &item : tree.items())
                     tasks.append(
                         {item.name,
-                         {entryPath(spec.roots.left.path, item.name), entryPath(spec.roots.right.path, item.name)}});
+                         {joinedPath(spec.roots.left.path, item.name), joinedPath(spec.roots.right.path, item.name)}});
                 tree.apply(compareBranches(spec, tasks, std::chrono::minutes(1), {}, progress).patches);
                 return withoutPlaces(tree.items());
             };

@@ -244,38 +244,27 @@ void confirmPlan(QWidget &window, const ActionRequest &request, const OperationP
                  const PlanAnswered &answered)
 {
     const Confirmation confirmation(window, request, plan, limits, answered);
-    switch (request.command) {
-    case FolderCommand::MirrorToRight:
-    case FolderCommand::MirrorToLeft:
-        confirmation.askMirror();
-        break;
-    case FolderCommand::UpdateRight:
-    case FolderCommand::UpdateLeft:
-    case FolderCommand::UpdateBoth:
-        confirmation.askUpdate();
-        break;
-    case FolderCommand::Delete:
-    case FolderCommand::DeleteForGood:
-        confirmation.askDelete();
-        break;
-    case FolderCommand::CopyTo:
-    case FolderCommand::MoveTo:
-        if (const qsizetype taken = presentTargets(plan); taken > 0)
-            confirmation.askReplacingThere(taken);
-        else if (leavesKindsBehind(plan))
-            confirmation.askIncomplete();
-        else
-            answered(PlanAnswer::CarryOut);
-        break;
+    const bool goesToPlace = request.command == FolderCommand::CopyTo || request.command == FolderCommand::MoveTo;
+    const qsizetype taken = goesToPlace ? presentTargets(plan) : 0;
+    switch (kindOf(request.command)) {
+    case CommandKind::Mirror:
+        return confirmation.askMirror();
+    case CommandKind::Update:
+    case CommandKind::UpdateBoth:
+        return confirmation.askUpdate();
+    case CommandKind::Delete:
+        return confirmation.askDelete();
     default:
-        if (leavesKindsBehind(plan))
-            confirmation.askIncomplete();
-        else if (isPlainReplacement(plan, limits.keptBytes))
-            answered(PlanAnswer::CarryOut);
-        else
-            confirmation.askReplacing();
         break;
     }
+    if (taken > 0)
+        confirmation.askReplacingThere(taken);
+    else if (leavesKindsBehind(plan))
+        confirmation.askIncomplete();
+    else if (goesToPlace || isPlainReplacement(plan, limits.keptBytes))
+        answered(PlanAnswer::CarryOut);
+    else
+        confirmation.askReplacing();
 }
 
 void previewPlan(QWidget &window, const OperationPlan &plan, const QString &title, const QString &question,

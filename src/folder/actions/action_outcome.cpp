@@ -272,22 +272,13 @@ QString doneText(const ActionOutcome &outcome)
 
 bool countsAsFailure(const ActionRequest &request, LeftOutReason reason)
 {
-    switch (request.command) {
-    case FolderCommand::CopyToRight:
-    case FolderCommand::CopyToLeft:
-    case FolderCommand::CopyTo:
-    case FolderCommand::MoveTo:
-    case FolderCommand::MoveToRight:
-    case FolderCommand::MoveToLeft:
-    case FolderCommand::Rename:
-    case FolderCommand::NewFolder:
-        if (reason == LeftOutReason::TargetExists && request.ifPresent == IfPresent::LeaveOut)
-            return false;
-        // A link is copied as a link: what it leads to is not meant.
-        return reason != LeftOutReason::HiddenByFilter && reason != LeftOutReason::BelowLink;
-    default:
+    const CommandKind kind = kindOf(request.command);
+    if (kind == CommandKind::Delete || kind > CommandKind::NewFolder)
         return false; // the preview has shown them
-    }
+    if (reason == LeftOutReason::TargetExists && request.ifPresent == IfPresent::LeaveOut)
+        return false;
+    // A link is copied as a link: what it leads to is not meant.
+    return reason != LeftOutReason::HiddenByFilter && reason != LeftOutReason::BelowLink;
 }
 
 } // namespace velmora

@@ -1,5 +1,6 @@
 #include "folder/actions/action_planner.h"
 
+#include "core/path_names.h"
 #include "folder/engine/folder_engine.h"
 #include "folder/operations/plan_survey.h"
 
@@ -9,25 +10,6 @@
 namespace velmora {
 
 namespace {
-
-bool isSynchronising(FolderCommand command)
-{
-    switch (command) {
-    case FolderCommand::MirrorToRight:
-    case FolderCommand::MirrorToLeft:
-    case FolderCommand::UpdateRight:
-    case FolderCommand::UpdateLeft:
-    case FolderCommand::UpdateBoth:
-        return true;
-    default:
-        return false;
-    }
-}
-
-bool liesIn(const QString &name, const QString &folder)
-{
-    return name.size() > folder.size() && name.startsWith(folder) && name[folder.size()] == u'/';
-}
 
 /// The names selected, without those that lie in a selected folder.
 QStringList outermost(const QList<FolderDiffItem> &selection)
@@ -44,7 +26,7 @@ QStringList outermost(const QList<FolderDiffItem> &selection)
     });
     QStringList outer;
     for (const QString &name : names) {
-        if (outer.isEmpty() || (name != outer.last() && !liesIn(name, outer.last())))
+        if (outer.isEmpty() || (name != outer.last() && !isInside(name, outer.last())))
             outer.append(name);
     }
     return outer;
@@ -53,7 +35,7 @@ QStringList outermost(const QList<FolderDiffItem> &selection)
 /// Whether it matters for a command which files are the same.
 bool needsContents(FolderCommand command)
 {
-    return isSynchronising(command) || goesToOtherSide(command);
+    return isAboutRoots(command) || goesToOtherSide(command);
 }
 
 /// Lists what a context that is not whole lacks for a command.
@@ -81,7 +63,7 @@ public:
         QList<FolderDiffItem> items;
         QString within; // the folder listed last
         for (const FolderDiffItem &item : m_context.items) {
-            if (!within.isEmpty() && liesIn(item.name, within))
+            if (!within.isEmpty() && isInside(item.name, within))
                 continue;
             within.clear();
             items.append(item);
@@ -146,7 +128,7 @@ void complete(FolderActionContext &context, const ActionRequest &request, const 
     if (context.isWhole || listsNothing)
         return;
     Completion completion(context, request.command, cancel, progress);
-    if (isSynchronising(request.command) && request.selection.items.isEmpty())
+    if (isAboutRoots(request.command) && request.selection.items.isEmpty())
         completion.listEverything();
     else
         completion.listWithin(request.selection.items);
@@ -181,7 +163,7 @@ QList<FolderDiffItem> restrictedTo(const QList<FolderDiffItem> &selection, const
     for (const FolderDiffItem &item : items) {
         if (selected.contains(item.name))
             within = item.name;
-        const bool isCovered = item.name == within || (!within.isEmpty() && liesIn(item.name, within));
+        const bool isCovered = item.name == within || (!within.isEmpty() && isInside(item.name, within));
         if (isCovered || ancestors.contains(item.name))
             covered.append(item);
     }
@@ -206,15 +188,10 @@ OperationPlan planSynchronising(const ActionRequest &request, PlanInput input)
     if (!request.selection.items.isEmpty())
         input.items = restrictedTo(request.selection.items, input.items);
     const Side source = sourceOf(request.command);
-    switch (request.command) {
-    case FolderCommand::MirrorToRight:
-    case FolderCommand::MirrorToLeft:
-        return planMirror(input, source, request.manner);
-    case FolderCommand::UpdateBoth:
+    if (request.command == FolderCommand::UpdateBoth)
         return planUpdateBoth(input);
-    default:
-        return planUpdate(input, source);
-    }
+    return kindOf(request.command) == CommandKind::Mirror ? planMirror(input, source, request.manner)
+                                                          : planUpdate(input, source);
 }
 
 OperationPlan planToFolder(const ActionRequest &request, const PlanInput &input, const PlanSelection &selection,
@@ -247,7 +224,7 @@ OperationPlan planOn(Side side, const ActionRequest &request, const PlanInput &i
 OperationPlan planOf(const ActionRequest &request, const FolderActionContext &context)
 {
     const PlanInput input = inputOf(context);
-    if (isSynchronising(request.command))
+    if (isAboutRoots(request.command))
         return planSynchronising(request, input);
     const ItemTree tree(context.items);
     if (goesToOtherSide(request.command)) {

@@ -1,42 +1,61 @@
 #include "folder/actions/action_request.h"
 
+#include <iterator>
+
 namespace velmora {
+
+namespace {
+
+struct Traits {
+    CommandKind kind;
+    Side source = Side::Left;
+    bool goesOver = false; ///< to the other side
+};
+
+/// By `FolderCommand`.
+constexpr Traits commands[] = {
+    Traits{CommandKind::Copy, Side::Left, true},
+    Traits{CommandKind::Copy, Side::Right, true},
+    Traits{CommandKind::Move, Side::Left, true},
+    Traits{CommandKind::Move, Side::Right, true},
+    Traits{CommandKind::Copy},
+    Traits{CommandKind::Move},
+    Traits{CommandKind::Delete},
+    Traits{CommandKind::Delete},
+    Traits{CommandKind::Rename},
+    Traits{CommandKind::NewFolder},
+    Traits{CommandKind::Mirror},
+    Traits{CommandKind::Mirror, Side::Right},
+    Traits{CommandKind::Update},
+    Traits{CommandKind::Update, Side::Right},
+    Traits{CommandKind::UpdateBoth},
+    Traits{CommandKind::Show},
+    Traits{CommandKind::Show},
+    Traits{CommandKind::Undo},
+    Traits{CommandKind::Continue},
+};
+static_assert(std::size(commands) == std::size_t(FolderCommand::ContinueRun) + 1);
+
+} // namespace
 
 QList<Side> sidesOf(const FolderSelection &selection)
 {
     return selection.side ? QList<Side>{*selection.side} : QList<Side>{Side::Left, Side::Right};
 }
 
-bool goesToOtherSide(FolderCommand command)
+CommandKind kindOf(FolderCommand command)
 {
-    switch (command) {
-    case FolderCommand::CopyToRight:
-    case FolderCommand::CopyToLeft:
-    case FolderCommand::MoveToRight:
-    case FolderCommand::MoveToLeft:
-        return true;
-    default:
-        return false;
-    }
+    return commands[std::size_t(command)].kind;
 }
 
-bool isMove(FolderCommand command)
+bool goesToOtherSide(FolderCommand command)
 {
-    return command == FolderCommand::MoveTo || command == FolderCommand::MoveToRight ||
-           command == FolderCommand::MoveToLeft;
+    return commands[std::size_t(command)].goesOver;
 }
 
 Side sourceOf(FolderCommand command)
 {
-    switch (command) {
-    case FolderCommand::CopyToLeft:
-    case FolderCommand::MoveToLeft:
-    case FolderCommand::MirrorToLeft:
-    case FolderCommand::UpdateLeft:
-        return Side::Right;
-    default:
-        return Side::Left;
-    }
+    return commands[std::size_t(command)].source;
 }
 
 QString newFolderPath(const ActionRequest &request, Side side)

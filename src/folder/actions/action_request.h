@@ -41,10 +41,34 @@ struct ActionRequest {
 /// The sides that a selection means, of which there may be one or two.
 [[nodiscard]] QList<Side> sidesOf(const FolderSelection &selection);
 
+/// What a command does, whatever way it goes. The first ones have texts of their own.
+enum class CommandKind : quint8 {
+    Copy,
+    Move,
+    Delete,
+    Rename,
+    NewFolder,
+    Mirror,
+    Update,
+    UpdateBoth,
+    Undo,
+    Continue,
+    Show
+};
+[[nodiscard]] CommandKind kindOf(FolderCommand command);
+
 /// True for the commands that copy or move to the other side.
 [[nodiscard]] bool goesToOtherSide(FolderCommand command);
 /// True for the commands after which the entries are no longer where they were.
-[[nodiscard]] bool isMove(FolderCommand command);
+[[nodiscard]] inline bool isMove(FolderCommand command)
+{
+    return kindOf(command) == CommandKind::Move;
+}
+/// True for the commands that are about the two folders as a whole, and whose texts name these instead of entries.
+[[nodiscard]] inline bool isAboutRoots(FolderCommand command)
+{
+    return kindOf(command) >= CommandKind::Mirror && kindOf(command) <= CommandKind::UpdateBoth;
+}
 
 /// The side that a command copies, moves or mirrors from; for those that have one.
 [[nodiscard]] Side sourceOf(FolderCommand command);

@@ -8,120 +8,82 @@
 #include <QLocale>
 #include <QStringList>
 
+#include <array>
+
 namespace velmora {
 
 namespace {
 
-const char *reasonText(LeftOutReason reason)
-{
-    switch (reason) {
-    case LeftOutReason::FileAgainstFolder:
-        return QT_TRANSLATE_NOOP("Velmora", "A file on one side is a folder on the other; delete one of them first");
-    case LeftOutReason::HiddenByFilter:
-        return QT_TRANSLATE_NOOP("Velmora", "Hidden by a filter");
-    case LeftOutReason::HoldsHiddenEntries:
-        return QT_TRANSLATE_NOOP("Velmora", "The folder stays, since a filter hides something in it");
-    case LeftOutReason::HoldsUnlistedEntries:
-        return QT_TRANSLATE_NOOP("Velmora", "The folder stays, since it holds something that is not listed");
-    case LeftOutReason::ReadOnlySide:
-        return QT_TRANSLATE_NOOP("Velmora", "The side is read-only");
-    case LeftOutReason::TimesAreEqual:
-        return QT_TRANSLATE_NOOP("Velmora", "The files differ, and neither is newer");
-    case LeftOutReason::NameTaken:
-        return QT_TRANSLATE_NOOP("Velmora", "Another selected entry has the same name");
-    case LeftOutReason::TargetExists:
-        return QT_TRANSLATE_NOOP("Velmora", "Something of this name is there already");
-    case LeftOutReason::IntoItself:
-        return QT_TRANSLATE_NOOP("Velmora", "A folder cannot go into itself");
-    case LeftOutReason::BelowLink:
-        return QT_TRANSLATE_NOOP("Velmora", "It is reached through a link only");
-    case LeftOutReason::ChangedSinceCompared:
-        return QT_TRANSLATE_NOOP("Velmora", "It has changed since it was compared; refresh first");
-    case LeftOutReason::NotReadable:
-        return QT_TRANSLATE_NOOP("Velmora", "It cannot be read");
-    case LeftOutReason::UnsupportedKind:
-        return QT_TRANSLATE_NOOP("Velmora", "It is neither a file nor a folder nor a link");
-    case LeftOutReason::NameNotAllowed:
-        return QT_TRANSLATE_NOOP("Velmora", "The name is not allowed there");
-    case LeftOutReason::OldContentsGone:
-        return QT_TRANSLATE_NOOP("Velmora", "What was there before has not been kept");
-    case LeftOutReason::InRecycleBin:
-        return QT_TRANSLATE_NOOP("Velmora", "It is in the recycle bin; take it out there");
-    case LeftOutReason::NotInRecycleBin:
-        return QT_TRANSLATE_NOOP("Velmora", "It is no longer in the recycle bin");
-    case LeftOutReason::OtherInRecycleBin:
-        return QT_TRANSLATE_NOOP("Velmora", "Another entry lies at its place in the recycle bin; it stays there");
-    case LeftOutReason::NoPlaceOnThisSide:
-        return QT_TRANSLATE_NOOP("Velmora", "It is not on this side");
-    }
-    return "";
-}
+/// By `LeftOutReason`.
+constexpr std::array<const char *, 19> reasonTexts{
+    QT_TRANSLATE_NOOP("Velmora", "A file on one side is a folder on the other; delete one of them first"),
+    QT_TRANSLATE_NOOP("Velmora", "Hidden by a filter"),
+    QT_TRANSLATE_NOOP("Velmora", "The folder stays, since a filter hides something in it"),
+    QT_TRANSLATE_NOOP("Velmora", "The folder stays, since it holds something that is not listed"),
+    QT_TRANSLATE_NOOP("Velmora", "The side is read-only"),
+    QT_TRANSLATE_NOOP("Velmora", "The files differ, and neither is newer"),
+    QT_TRANSLATE_NOOP("Velmora", "Another selected entry has the same name"),
+    QT_TRANSLATE_NOOP("Velmora", "Something of this name is there already"),
+    QT_TRANSLATE_NOOP("Velmora", "A folder cannot go into itself"),
+    QT_TRANSLATE_NOOP("Velmora", "It is reached through a link only"),
+    QT_TRANSLATE_NOOP("Velmora", "It has changed since it was compared; refresh first"),
+    QT_TRANSLATE_NOOP("Velmora", "It cannot be read"),
+    QT_TRANSLATE_NOOP("Velmora", "It is neither a file nor a folder nor a link"),
+    QT_TRANSLATE_NOOP("Velmora", "The name is not allowed there"),
+    QT_TRANSLATE_NOOP("Velmora", "It is not on this side"),
+    QT_TRANSLATE_NOOP("Velmora", "What was there before has not been kept"),
+    QT_TRANSLATE_NOOP("Velmora", "It is in the recycle bin; take it out there"),
+    QT_TRANSLATE_NOOP("Velmora", "It is no longer in the recycle bin"),
+    QT_TRANSLATE_NOOP("Velmora", "Another entry lies at its place in the recycle bin; it stays there"),
+};
+static_assert(reasonTexts.size() == std::size_t(LeftOutReason::OtherInRecycleBin) + 1);
 
-const char *errorText(OperationErrorCode code)
-{
-    switch (code) {
-    case OperationErrorCode::None:
-        return "";
-    case OperationErrorCode::RootMissing:
-        return QT_TRANSLATE_NOOP("Velmora", "The folder is gone or is another one now");
-    case OperationErrorCode::SourceMissing:
-        return QT_TRANSLATE_NOOP("Velmora", "It is no longer there");
-    case OperationErrorCode::SourceChanged:
-        return QT_TRANSLATE_NOOP("Velmora", "It has changed meanwhile");
-    case OperationErrorCode::TargetChanged:
-        return QT_TRANSLATE_NOOP("Velmora", "The file to be replaced has changed meanwhile");
-    case OperationErrorCode::TargetAppeared:
-        return QT_TRANSLATE_NOOP("Velmora", "Something of this name has appeared meanwhile");
-    case OperationErrorCode::CounterpartAppeared:
-        return QT_TRANSLATE_NOOP("Velmora", "It is on the other side by now, or cannot be looked for there");
-    case OperationErrorCode::LeadsOutside:
-        return QT_TRANSLATE_NOOP("Velmora", "A link stands where a folder was; links are not followed");
-    case OperationErrorCode::FolderNotEmpty:
-        return QT_TRANSLATE_NOOP("Velmora", "The folder is not empty");
-    case OperationErrorCode::TroubleInBranch:
-        return QT_TRANSLATE_NOOP("Velmora", "Nothing is deleted in a folder in which something went wrong");
-    case OperationErrorCode::NameNotAllowed:
-        return QT_TRANSLATE_NOOP("Velmora", "The name is not allowed there");
-    case OperationErrorCode::NotReadable:
-        return QT_TRANSLATE_NOOP("Velmora", "It cannot be read");
-    case OperationErrorCode::NotWritable:
-        return QT_TRANSLATE_NOOP("Velmora", "It cannot be written: protected, or in use by another program");
-    case OperationErrorCode::NoSpace:
-        return QT_TRANSLATE_NOOP("Velmora", "The disk is full");
-    case OperationErrorCode::NotTheSame:
-        return QT_TRANSLATE_NOOP("Velmora", "The copy was not the same and has been removed");
-    case OperationErrorCode::NotKept:
-        return QT_TRANSLATE_NOOP("Velmora", "The old contents could not be kept for undoing; nothing was changed");
-    case OperationErrorCode::NotJournalled:
-        return QT_TRANSLATE_NOOP("Velmora", "The journal of operations cannot be written; nothing was changed");
-    case OperationErrorCode::NoRecycleBin:
-        return QT_TRANSLATE_NOOP("Velmora", "There is no recycle bin for it");
-    case OperationErrorCode::OtherInBin:
-        return reasonText(LeftOutReason::OtherInRecycleBin);
-    case OperationErrorCode::SourceStays:
-        return QT_TRANSLATE_NOOP("Velmora", "The copy is in place, and the source could not be removed");
-    case OperationErrorCode::AttributesLost:
-        return QT_TRANSLATE_NOOP("Velmora", "Done, but its time or permissions could not be kept");
-    case OperationErrorCode::NotOnDiskForSure:
-        return QT_TRANSLATE_NOOP("Velmora", "Done, but the system could not confirm that it has reached the disk");
-    case OperationErrorCode::Unsupported:
-        return QT_TRANSLATE_NOOP("Velmora", "This cannot be done with such an entry");
-    case OperationErrorCode::Cancelled:
-        return QT_TRANSLATE_NOOP("Velmora", "Cancelled in the middle; what was begun has been taken back");
-    }
-    return "";
-}
+/// By `OperationErrorCode`.
+constexpr std::array<const char *, 24> errorTexts{
+    "",
+    QT_TRANSLATE_NOOP("Velmora", "The folder is gone or is another one now"),
+    QT_TRANSLATE_NOOP("Velmora", "It is no longer there"),
+    QT_TRANSLATE_NOOP("Velmora", "It has changed meanwhile"),
+    QT_TRANSLATE_NOOP("Velmora", "The file to be replaced has changed meanwhile"),
+    QT_TRANSLATE_NOOP("Velmora", "Something of this name has appeared meanwhile"),
+    QT_TRANSLATE_NOOP("Velmora", "It is on the other side by now, or cannot be looked for there"),
+    QT_TRANSLATE_NOOP("Velmora", "A link stands where a folder was; links are not followed"),
+    QT_TRANSLATE_NOOP("Velmora", "The folder is not empty"),
+    QT_TRANSLATE_NOOP("Velmora", "Nothing is deleted in a folder in which something went wrong"),
+    QT_TRANSLATE_NOOP("Velmora", "The name is not allowed there"),
+    QT_TRANSLATE_NOOP("Velmora", "It cannot be read"),
+    QT_TRANSLATE_NOOP("Velmora", "It cannot be written: protected, or in use by another program"),
+    QT_TRANSLATE_NOOP("Velmora", "The disk is full"),
+    QT_TRANSLATE_NOOP("Velmora", "The copy was not the same and has been removed"),
+    QT_TRANSLATE_NOOP("Velmora", "The old contents could not be kept for undoing; nothing was changed"),
+    QT_TRANSLATE_NOOP("Velmora", "The journal of operations cannot be written; nothing was changed"),
+    QT_TRANSLATE_NOOP("Velmora", "There is no recycle bin for it"),
+    reasonTexts[std::size_t(LeftOutReason::OtherInRecycleBin)],
+    QT_TRANSLATE_NOOP("Velmora", "The copy is in place, and the source could not be removed"),
+    QT_TRANSLATE_NOOP("Velmora", "Done, but its time or permissions could not be kept"),
+    QT_TRANSLATE_NOOP("Velmora", "Done, but the system could not confirm that it has reached the disk"),
+    QT_TRANSLATE_NOOP("Velmora", "This cannot be done with such an entry"),
+    QT_TRANSLATE_NOOP("Velmora", "Cancelled in the middle; what was begun has been taken back"),
+};
+static_assert(errorTexts.size() == std::size_t(OperationErrorCode::Cancelled) + 1);
+
+/// By `PlanRefusal`.
+constexpr std::array<const char *, 7> refusalTexts{
+    "",
+    QT_TRANSLATE_NOOP("Velmora", "The side to be written is read-only."),
+    QT_TRANSLATE_NOOP("Velmora", "The two folders are the same, or one lies in the other."),
+    QT_TRANSLATE_NOOP("Velmora", "A folder is missing or cannot be opened."),
+    QT_TRANSLATE_NOOP("Velmora", "This name is not allowed."),
+    QT_TRANSLATE_NOOP("Velmora", "This works on files in folders of this computer only."),
+    "",
+};
+static_assert(refusalTexts.size() == std::size_t(PlanRefusal::Cancelled) + 1);
 
 /// With the system's own words behind it.
 QString withReason(const char *text, const QString &reason)
 {
     const QString said = Velmora::tr(text);
     return reason.isEmpty() ? said : Velmora::tr("%1 (%2)").arg(said, reason);
-}
-
-QString filesText(qint64 files, qint64 bytes, const char *text)
-{
-    return Velmora::tr(text).arg(QLocale().toString(files), sizeText(bytes));
 }
 
 } // namespace
@@ -142,27 +104,13 @@ QString entrySizeText(bool isFolder, qint64 bytes)
 
 QString leftOutText(const LeftOutEntry &entry)
 {
-    return withReason(reasonText(entry.reason), entry.detail);
+    return withReason(reasonTexts[std::size_t(entry.reason)], entry.detail);
 }
 
 QString refusalText(PlanRefusal refusal)
 {
-    switch (refusal) {
-    case PlanRefusal::ReadOnlySide:
-        return Velmora::tr("The side to be written is read-only.");
-    case PlanRefusal::OverlappingRoots:
-        return Velmora::tr("The two folders are the same, or one lies in the other.");
-    case PlanRefusal::RootMissing:
-        return Velmora::tr("A folder is missing or cannot be opened.");
-    case PlanRefusal::NameNotAllowed:
-        return Velmora::tr("This name is not allowed.");
-    case PlanRefusal::NoLocalFolder:
-        return Velmora::tr("This works on files in folders of this computer only.");
-    case PlanRefusal::None:
-    case PlanRefusal::Cancelled:
-        return {};
-    }
-    return {};
+    const char *const text = refusalTexts[std::size_t(refusal)];
+    return *text ? Velmora::tr(text) : QString();
 }
 
 QString problemText(const OperationProblem &problem)
@@ -170,7 +118,7 @@ QString problemText(const OperationProblem &problem)
     if (problem.steps > 1)
         return Velmora::tr("Something went wrong in it, so %1 deletions have been left undone")
             .arg(QLocale().toString(problem.steps));
-    return withReason(errorText(problem.code), problem.reason);
+    return withReason(errorTexts[std::size_t(problem.code)], problem.reason);
 }
 
 QString endText(RunEnd end, const RunFault &fault)
@@ -183,22 +131,20 @@ QString endText(RunEnd end, const RunFault &fault)
 QString totalsText(const OperationTotals &totals)
 {
     QStringList parts;
-    if (totals.writtenFiles > 0)
-        parts.append(
-            filesText(totals.writtenFiles, totals.writtenBytes, QT_TRANSLATE_NOOP("Velmora", "New files: %1 (%2)")));
-    if (totals.replacedFiles > 0)
-        parts.append(
-            filesText(totals.replacedFiles, totals.replacedBytes, QT_TRANSLATE_NOOP("Velmora", "Replaced: %1 (%2)")));
-    if (totals.deletedFiles > 0)
-        parts.append(
-            filesText(totals.deletedFiles, totals.deletedBytes, QT_TRANSLATE_NOOP("Velmora", "Deleted: %1 (%2)")));
-    if (totals.madeFolders > 0)
-        parts.append(Velmora::tr("New folders: %1").arg(QLocale().toString(totals.madeFolders)));
-    if (totals.deletedFolders > 0)
-        parts.append(Velmora::tr("Deleted folders: %1").arg(QLocale().toString(totals.deletedFolders)));
-    if (totals.deletedUnlisted > 0)
-        parts.append(
-            Velmora::tr("Deleted although hidden or not listed: %1").arg(QLocale().toString(totals.deletedUnlisted)));
+    const auto add = [&parts](qint64 number, const char *text, qint64 bytes) {
+        if (number > 0)
+            parts.append(Velmora::tr(text).arg(QLocale().toString(number), sizeText(bytes)));
+    };
+    add(totals.writtenFiles, QT_TRANSLATE_NOOP("Velmora", "New files: %1 (%2)"), totals.writtenBytes);
+    add(totals.replacedFiles, QT_TRANSLATE_NOOP("Velmora", "Replaced: %1 (%2)"), totals.replacedBytes);
+    add(totals.deletedFiles, QT_TRANSLATE_NOOP("Velmora", "Deleted: %1 (%2)"), totals.deletedBytes);
+    const auto addPlain = [&parts](qint64 number, const char *text) {
+        if (number > 0)
+            parts.append(Velmora::tr(text).arg(QLocale().toString(number)));
+    };
+    addPlain(totals.madeFolders, QT_TRANSLATE_NOOP("Velmora", "New folders: %1"));
+    addPlain(totals.deletedFolders, QT_TRANSLATE_NOOP("Velmora", "Deleted folders: %1"));
+    addPlain(totals.deletedUnlisted, QT_TRANSLATE_NOOP("Velmora", "Deleted although hidden or not listed: %1"));
     return parts.join(totalsSeparator);
 }
 

@@ -109,35 +109,30 @@ QString whyNotNewFolder(const FolderActionContext &context, const FolderSelectio
 
 QString whyNotPossible(FolderCommand command, const FolderActionContext &context, const FolderSelection &selection)
 {
-    switch (command) {
-    case FolderCommand::CopyToRight:
-    case FolderCommand::CopyToLeft:
-    case FolderCommand::MoveToRight:
-    case FolderCommand::MoveToLeft:
-        return whyNotToOtherSide(command, context, selection);
-    case FolderCommand::CopyTo:
-        return whyNotOccupied(selection);
-    case FolderCommand::MoveTo:
-    case FolderCommand::Delete:
-    case FolderCommand::DeleteForGood:
+    switch (kindOf(command)) {
+    case CommandKind::Copy:
+    case CommandKind::Move:
+        if (goesToOtherSide(command))
+            return whyNotToOtherSide(command, context, selection);
+        if (!isMove(command))
+            return whyNotOccupied(selection);
+        [[fallthrough]];
+    case CommandKind::Delete:
         return firstOf(whyNotOccupied(selection), whyNotWritable(context, occupiedSides(selection)));
-    case FolderCommand::Rename:
+    case CommandKind::Rename:
         return firstOf(whyNotOne(selection), whyNotWritable(context, occupiedSides(selection)));
-    case FolderCommand::NewFolder:
+    case CommandKind::NewFolder:
         return whyNotNewFolder(context, selection);
-    case FolderCommand::MirrorToRight:
-    case FolderCommand::MirrorToLeft:
-    case FolderCommand::UpdateRight:
-    case FolderCommand::UpdateLeft:
+    case CommandKind::Mirror:
+    case CommandKind::Update:
         return whyNotSynchronised(context, {otherSide(sourceOf(command))});
-    case FolderCommand::UpdateBoth:
+    case CommandKind::UpdateBoth:
         return whyNotSynchronised(context, {Side::Left, Side::Right});
-    case FolderCommand::Properties:
-    case FolderCommand::ShowInFileManager:
+    case CommandKind::Show:
         return whyNotOne(selection);
-    case FolderCommand::UndoLast:
-    case FolderCommand::ContinueRun:
-        return {};
+    case CommandKind::Undo:
+    case CommandKind::Continue:
+        break;
     }
     return {};
 }

@@ -1,5 +1,6 @@
 #include "folder/actions/command_words.h"
 
+#include "core/path_names.h"
 #include "core/visible_name.h"
 #include "folder/actions/action_words.h"
 #include "session/translate.h"
@@ -7,90 +8,53 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <iterator>
 
 namespace velmora {
 
 namespace {
 
-constexpr CommandWords copyWords{
-    QT_TRANSLATE_NOOP("Velmora", "Copy"), QT_TRANSLATE_NOOP("Velmora", "%1 copy: %2 -> %3"),
-    QT_TRANSLATE_NOOP("Velmora", "Cannot copy: %1"), QT_TRANSLATE_NOOP("Velmora", "Cannot copy to: %1"),
-    QT_TRANSLATE_NOOP("Velmora", "Copy failed")};
-constexpr CommandWords moveWords{
-    QT_TRANSLATE_NOOP("Velmora", "Move"), QT_TRANSLATE_NOOP("Velmora", "%1 move: %2 -> %3"),
-    QT_TRANSLATE_NOOP("Velmora", "Cannot move: %1"), QT_TRANSLATE_NOOP("Velmora", "Cannot move to: %1"),
-    QT_TRANSLATE_NOOP("Velmora", "Move failed")};
-constexpr CommandWords deleteWords{
-    QT_TRANSLATE_NOOP("Velmora", "Delete"), QT_TRANSLATE_NOOP("Velmora", "%1 delete: %2"),
-    QT_TRANSLATE_NOOP("Velmora", "Cannot delete: %1"), nullptr, QT_TRANSLATE_NOOP("Velmora", "Delete failed")};
-constexpr CommandWords renameWords{
-    QT_TRANSLATE_NOOP("Velmora", "Rename"), QT_TRANSLATE_NOOP("Velmora", "%1 rename: %2 -> %3"),
-    QT_TRANSLATE_NOOP("Velmora", "Cannot rename: %1"), nullptr, QT_TRANSLATE_NOOP("Velmora", "Rename failed")};
-constexpr CommandWords newFolderWords{
-    QT_TRANSLATE_NOOP("Velmora", "New folder"), QT_TRANSLATE_NOOP("Velmora", "%1 new folder: %2"),
-    QT_TRANSLATE_NOOP("Velmora", "Cannot create: %1"), nullptr, QT_TRANSLATE_NOOP("Velmora", "New folder failed")};
-constexpr CommandWords mirrorWords{QT_TRANSLATE_NOOP("Velmora", "Mirror"),
-                                   QT_TRANSLATE_NOOP("Velmora", "%1 mirror: %2 -> %3"),
-                                   QT_TRANSLATE_NOOP("Velmora", "Mirror failed: %1 -> %2"), nullptr,
-                                   QT_TRANSLATE_NOOP("Velmora", "Mirror sync failed")};
-constexpr CommandWords updateWords{QT_TRANSLATE_NOOP("Velmora", "Update"),
-                                   QT_TRANSLATE_NOOP("Velmora", "%1 update: %2 -> %3"),
-                                   QT_TRANSLATE_NOOP("Velmora", "Update failed: %1 -> %2"), nullptr,
-                                   QT_TRANSLATE_NOOP("Velmora", "Update sync failed")};
-constexpr CommandWords updateBothWords{QT_TRANSLATE_NOOP("Velmora", "Update both sides"),
-                                       QT_TRANSLATE_NOOP("Velmora", "%1 update both: %2 <-> %3"),
-                                       QT_TRANSLATE_NOOP("Velmora", "Update both sides failed: %1 <-> %2"), nullptr,
-                                       QT_TRANSLATE_NOOP("Velmora", "Update sync failed")};
-constexpr CommandWords undoWords{QT_TRANSLATE_NOOP("Velmora", "Undo"), QT_TRANSLATE_NOOP("Velmora", "%1 undo: %2"),
-                                 QT_TRANSLATE_NOOP("Velmora", "Cannot undo: %1"), nullptr,
-                                 QT_TRANSLATE_NOOP("Velmora", "Undo failed")};
-constexpr CommandWords continueWords{
-    QT_TRANSLATE_NOOP("Velmora", "Continue"), QT_TRANSLATE_NOOP("Velmora", "%1 continue: %2"),
-    QT_TRANSLATE_NOOP("Velmora", "Cannot continue: %1"), nullptr, QT_TRANSLATE_NOOP("Velmora", "Continuing failed")};
+/// By `CommandKind`.
+constexpr CommandWords words[] = {
+    CommandWords{QT_TRANSLATE_NOOP("Velmora", "Copy"), QT_TRANSLATE_NOOP("Velmora", "%1 copy: %2 -> %3"),
+                 QT_TRANSLATE_NOOP("Velmora", "Cannot copy: %1"), QT_TRANSLATE_NOOP("Velmora", "Cannot copy to: %1"),
+                 QT_TRANSLATE_NOOP("Velmora", "Copy failed")},
+    CommandWords{QT_TRANSLATE_NOOP("Velmora", "Move"), QT_TRANSLATE_NOOP("Velmora", "%1 move: %2 -> %3"),
+                 QT_TRANSLATE_NOOP("Velmora", "Cannot move: %1"), QT_TRANSLATE_NOOP("Velmora", "Cannot move to: %1"),
+                 QT_TRANSLATE_NOOP("Velmora", "Move failed")},
+    CommandWords{QT_TRANSLATE_NOOP("Velmora", "Delete"), QT_TRANSLATE_NOOP("Velmora", "%1 delete: %2"),
+                 QT_TRANSLATE_NOOP("Velmora", "Cannot delete: %1"), nullptr,
+                 QT_TRANSLATE_NOOP("Velmora", "Delete failed")},
+    CommandWords{QT_TRANSLATE_NOOP("Velmora", "Rename"), QT_TRANSLATE_NOOP("Velmora", "%1 rename: %2 -> %3"),
+                 QT_TRANSLATE_NOOP("Velmora", "Cannot rename: %1"), nullptr,
+                 QT_TRANSLATE_NOOP("Velmora", "Rename failed")},
+    CommandWords{QT_TRANSLATE_NOOP("Velmora", "New folder"), QT_TRANSLATE_NOOP("Velmora", "%1 new folder: %2"),
+                 QT_TRANSLATE_NOOP("Velmora", "Cannot create: %1"), nullptr,
+                 QT_TRANSLATE_NOOP("Velmora", "New folder failed")},
+    CommandWords{QT_TRANSLATE_NOOP("Velmora", "Mirror"), QT_TRANSLATE_NOOP("Velmora", "%1 mirror: %2 -> %3"),
+                 QT_TRANSLATE_NOOP("Velmora", "Mirror failed: %1 -> %2"), nullptr,
+                 QT_TRANSLATE_NOOP("Velmora", "Mirror sync failed")},
+    CommandWords{QT_TRANSLATE_NOOP("Velmora", "Update"), QT_TRANSLATE_NOOP("Velmora", "%1 update: %2 -> %3"),
+                 QT_TRANSLATE_NOOP("Velmora", "Update failed: %1 -> %2"), nullptr,
+                 QT_TRANSLATE_NOOP("Velmora", "Update sync failed")},
+    CommandWords{QT_TRANSLATE_NOOP("Velmora", "Update both sides"),
+                 QT_TRANSLATE_NOOP("Velmora", "%1 update both: %2 <-> %3"),
+                 QT_TRANSLATE_NOOP("Velmora", "Update both sides failed: %1 <-> %2"), nullptr,
+                 QT_TRANSLATE_NOOP("Velmora", "Update sync failed")},
+    CommandWords{QT_TRANSLATE_NOOP("Velmora", "Undo"), QT_TRANSLATE_NOOP("Velmora", "%1 undo: %2"),
+                 QT_TRANSLATE_NOOP("Velmora", "Cannot undo: %1"), nullptr, QT_TRANSLATE_NOOP("Velmora", "Undo failed")},
+    CommandWords{QT_TRANSLATE_NOOP("Velmora", "Continue"), QT_TRANSLATE_NOOP("Velmora", "%1 continue: %2"),
+                 QT_TRANSLATE_NOOP("Velmora", "Cannot continue: %1"), nullptr,
+                 QT_TRANSLATE_NOOP("Velmora", "Continuing failed")},
+};
+static_assert(std::size(words) == std::size_t(CommandKind::Show));
 
 } // namespace
 
 const CommandWords &wordsOf(FolderCommand command)
 {
-    switch (command) {
-    case FolderCommand::CopyToRight:
-    case FolderCommand::CopyToLeft:
-    case FolderCommand::CopyTo:
-        return copyWords;
-    case FolderCommand::MoveTo:
-    case FolderCommand::MoveToRight:
-    case FolderCommand::MoveToLeft:
-        return moveWords;
-    case FolderCommand::Rename:
-        return renameWords;
-    case FolderCommand::NewFolder:
-        return newFolderWords;
-    case FolderCommand::MirrorToRight:
-    case FolderCommand::MirrorToLeft:
-        return mirrorWords;
-    case FolderCommand::UpdateRight:
-    case FolderCommand::UpdateLeft:
-        return updateWords;
-    case FolderCommand::UpdateBoth:
-        return updateBothWords;
-    case FolderCommand::UndoLast:
-        return undoWords;
-    case FolderCommand::ContinueRun:
-        return continueWords;
-    default:
-        return deleteWords;
-    }
-}
-
-bool isAboutRun(FolderCommand command)
-{
-    return command == FolderCommand::UndoLast || command == FolderCommand::ContinueRun;
-}
-
-bool isAboutRoots(FolderCommand command)
-{
-    const CommandWords &words = wordsOf(command);
-    return &words == &mirrorWords || &words == &updateWords || &words == &updateBothWords;
+    const CommandKind kind = kindOf(command);
+    return words[std::size_t(kind == CommandKind::Show ? CommandKind::Delete : kind)];
 }
 
 std::pair<QString, QString> rootsFromTo(const ActionRequest &request)
@@ -117,7 +81,7 @@ QString selectionTitle(const ActionRequest &request)
     const QList<FolderDiffItem> &items = request.selection.items;
     if (items.size() != 1)
         return Velmora::tr("%1 entries").arg(QLocale().toString(items.size()));
-    return visibleName(QStringView(items.first().name).mid(items.first().name.lastIndexOf(u'/') + 1));
+    return visibleName(bareName(items.first().name));
 }
 
 QString sideLine(Side side, const QString &path)

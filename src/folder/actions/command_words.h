@@ -19,10 +19,10 @@ struct CommandWords {
 [[nodiscard]] const CommandWords &wordsOf(FolderCommand command);
 
 /// True for the commands that are about an operation of the past.
-[[nodiscard]] bool isAboutRun(FolderCommand command);
-
-/// True for the commands whose texts name the two roots instead of entries.
-[[nodiscard]] bool isAboutRoots(FolderCommand command);
+[[nodiscard]] inline bool isAboutRun(FolderCommand command)
+{
+    return kindOf(command) == CommandKind::Undo || kindOf(command) == CommandKind::Continue;
+}
 
 /// The roots as the texts of a synchronising command name them: from, to.
 [[nodiscard]] std::pair<QString, QString> rootsFromTo(const ActionRequest &request);

@@ -1,5 +1,6 @@
 #include "folder/actions/folder_actions.h"
 
+#include "core/path_names.h"
 #include "folder/actions/action_confirmation.h"
 #include "folder/actions/action_planner.h"
 #include "folder/actions/action_words.h"
@@ -20,11 +21,9 @@ namespace velmora {
 
 namespace {
 
-QString bareName(const FolderDiffItem &item, std::optional<Side> side)
+QString ownName(const FolderDiffItem &item, std::optional<Side> side)
 {
-    const bool left = !item.leftPath.isEmpty() && side != Side::Right;
-    const QString &path = left ? item.leftPath : item.rightPath;
-    return path.mid(path.lastIndexOf(u'/') + 1);
+    return bareName(item.leftPath.isEmpty() || side == Side::Right ? item.rightPath : item.leftPath);
 }
 
 /// How far listing and looking at places is, in words.
@@ -164,7 +163,7 @@ void FolderActions::askDestination(const ActionRequest &request)
 void FolderActions::askName(const ActionRequest &request)
 {
     const bool renames = request.command == FolderCommand::Rename;
-    const QString current = renames ? bareName(request.selection.items.first(), request.selection.side) : QString();
+    const QString current = renames ? ownName(request.selection.items.first(), request.selection.side) : QString();
     Dialogs::instance().askText(&m_window, renames ? Velmora::tr("Rename") : Velmora::tr("New folder"),
                                 renames ? Velmora::tr("New name:") : Velmora::tr("Folder name:"), current,
                                 [self = QPointer(this), request, current](const QString &name) {

@@ -1,5 +1,6 @@
 #include "folder/actions/manual_alignment_dialog.h"
 
+#include "core/path_names.h"
 #include "folder/actions/action_words.h"
 #include "session/dialogs.h"
 #include "session/translate.h"
@@ -37,10 +38,9 @@ bool areOpposite(const FolderDiffItem &one, const FolderDiffItem &other)
            levelOf(one) == levelOf(other);
 }
 
-QString bareName(const FolderDiffItem &item)
+QString ownName(const FolderDiffItem &item)
 {
-    const QString &path = item.leftPath.isEmpty() ? item.rightPath : item.leftPath;
-    return path.mid(path.lastIndexOf(u'/') + 1);
+    return bareName(item.leftPath.isEmpty() ? item.rightPath : item.leftPath);
 }
 
 /// Neighbouring characters, without regard to case.
@@ -68,9 +68,9 @@ void tellPair(const FolderDiffItem &one, const FolderDiffItem &other,
               const std::function<void(const QString &, const QString &)> &aligned)
 {
     if (one.leftPath.isEmpty())
-        aligned(bareName(other), bareName(one));
+        aligned(ownName(other), ownName(one));
     else
-        aligned(bareName(one), bareName(other));
+        aligned(ownName(one), ownName(other));
 }
 
 } // namespace
@@ -82,11 +82,11 @@ QList<FolderDiffItem> alignmentCandidates(const FolderDiffItem &item, const QLis
         bool otherSort;
         double likeness;
     };
-    const QSet<QString> pairs = pairsOf(bareName(item));
+    const QSet<QString> pairs = pairsOf(ownName(item));
     std::vector<Candidate> found;
     for (const FolderDiffItem &other : items) {
         if (areOpposite(item, other))
-            found.push_back({&other, other.isDir != item.isDir, similarity(pairs, pairsOf(bareName(other)))});
+            found.push_back({&other, other.isDir != item.isDir, similarity(pairs, pairsOf(ownName(other)))});
     }
     std::stable_sort(found.begin(), found.end(), [](const Candidate &left, const Candidate &right) {
         return left.otherSort != right.otherSort ? right.otherSort : left.likeness > right.likeness;
@@ -105,7 +105,7 @@ ManualAlignmentDialog::ManualAlignmentDialog(const QList<FolderDiffItem> &candid
     QStringList rows;
     for (const FolderDiffItem &item : candidates) {
         const QString size = entrySizeText(item.isDir, item.leftPath.isEmpty() ? item.rightSize : item.leftSize);
-        rows.append(Velmora::tr("%1  (%2)").arg(bareName(item), size));
+        rows.append(Velmora::tr("%1  (%2)").arg(ownName(item), size));
     }
     m_list->setObjectName(QStringLiteral("alignmentCandidates"));
     m_list->setModel(new QStringListModel(rows, m_list));

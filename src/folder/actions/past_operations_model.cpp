@@ -61,14 +61,7 @@ QVariant PastOperationsModel::headerData(int section, Qt::Orientation orientatio
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
-    switch (section) {
-    case Title:
-        return Velmora::tr("Operation");
-    case Time:
-        return Velmora::tr("Time");
-    default:
-        return Velmora::tr("State");
-    }
+    return section == Title ? Velmora::tr("Operation") : section == Time ? Velmora::tr("Time") : Velmora::tr("State");
 }
 
 QString PastOperationsModel::stateText(int row) const

@@ -105,14 +105,7 @@ QVariant PlanPreviewModel::headerData(int section, Qt::Orientation orientation, 
         return int(Qt::AlignTrailing | Qt::AlignVCenter);
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
-    switch (section) {
-    case Name:
-        return Velmora::tr("Name");
-    case Size:
-        return Velmora::tr("Size");
-    default:
-        return Velmora::tr("Details");
-    }
+    return section == Name ? Velmora::tr("Name") : section == Size ? Velmora::tr("Size") : Velmora::tr("Details");
 }
 
 void PlanPreviewModel::sort(int column, Qt::SortOrder order)

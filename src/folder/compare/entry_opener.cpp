@@ -1,17 +1,8 @@
 #include "folder/compare/entry_opener.h"
 
-#include <QTemporaryDir>
-
 namespace velmora {
 
 EntryOpener::EntryOpener(const SessionHost &host, QObject *parent) : QObject(parent), m_host(host) {}
-
-EntryOpener::~EntryOpener() = default;
-
-void EntryOpener::open(const SourcePair &sources, const FolderDiffItem &item)
-{
-    start({}, sources, item);
-}
 
 void EntryOpener::openAs(const QString &kind, const SourcePair &sources, const FolderDiffItem &item)
 {
@@ -36,11 +27,13 @@ void EntryOpener::start(const QString &kind, const SourcePair &sources, const Fo
                 const QString &path = pathOn(item, side);
                 if (path.isEmpty())
                     continue;
-                if (!sources[side]->describe(path, HiddenEntries::Listed))
-                    return Answer{.gone = path, .unreadable = {}, .kind = {}, .paths = {}};
-                answer.paths[side] = sources[side]->layOut(path, copies, cancel).path;
-                if (answer.paths[side].isEmpty())
-                    return Answer{.gone = {}, .unreadable = path, .kind = {}, .paths = {}};
+                answer.isGone = !sources[side]->describe(path, HiddenEntries::Listed);
+                if (!answer.isGone)
+                    answer.paths[side] = sources[side]->layOut(path, copies, cancel).path;
+                if (answer.paths[side].isEmpty()) {
+                    answer.missing = path;
+                    return answer;
+                }
             }
             answer.kind = kind.isEmpty() ? test(answer.paths) : kind;
             return answer;
@@ -48,14 +41,14 @@ void EntryOpener::start(const QString &kind, const SourcePair &sources, const Fo
         [this, item](RunOutcome<Answer> &&outcome) {
             if (outcome.end == RunEnd::Cancelled)
                 return;
-            const Answer answer = outcome.value.value_or(Answer{{}, {}, {}, {item.leftPath, item.rightPath}});
-            if (!answer.gone.isEmpty()) {
-                Q_EMIT gone(item.name, answer.gone);
-            } else if (!answer.unreadable.isEmpty()) {
-                Q_EMIT unreadable(answer.unreadable);
-            } else {
+            const Answer answer = outcome.value.value_or(Answer{{}, {item.leftPath, item.rightPath}, {}, false});
+            if (answer.missing.isEmpty()) {
                 remember(item);
                 Q_EMIT wanted(answer.kind, answer.paths.left, answer.paths.right);
+            } else if (answer.isGone) {
+                Q_EMIT gone(item.name, answer.missing);
+            } else {
+                Q_EMIT unreadable(answer.missing);
             }
         });
 }

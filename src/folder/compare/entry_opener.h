@@ -6,10 +6,9 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QTemporaryDir>
 
 #include <memory>
-
-class QTemporaryDir;
 
 namespace velmora {
 
@@ -18,11 +17,10 @@ class EntryOpener final : public QObject {
     Q_OBJECT
 public:
     explicit EntryOpener(const SessionHost &host, QObject *parent = nullptr);
-    ~EntryOpener() override;
 
     /// Opens files in the session that suits what is in them, on a worker, which also lays out what has no path. The
     /// latest call counts.
-    void open(const SourcePair &sources, const FolderDiffItem &item);
+    void open(const SourcePair &sources, const FolderDiffItem &item) { start({}, sources, item); }
     /// The same in sessions of `kind`; folders as well.
     void openAs(const QString &kind, const SourcePair &sources, const FolderDiffItem &item);
 
@@ -38,10 +36,10 @@ Q_SIGNALS:
 
 private:
     struct Answer {
-        QString gone;
-        QString unreadable;
         QString kind;
         Sides<QString> paths;
+        QString missing; ///< what is no longer there, or cannot be read
+        bool isGone = false;
     };
 
     void start(const QString &kind, const SourcePair &sources, const FolderDiffItem &item);

@@ -31,16 +31,6 @@ void FolderCompareWidget::fillActionsMenu()
     menu.addActions({m_bar->undoLast, m_bar->showInFileManager, m_bar->properties});
 }
 
-void FolderCompareWidget::onCopyToRight()
-{
-    copySelectedToSide(true);
-}
-
-void FolderCompareWidget::onCopyToLeft()
-{
-    copySelectedToSide(false);
-}
-
 void FolderCompareWidget::copySelectedToSide(bool leftToRight)
 {
     m_fileCommands->carryOut(leftToRight ? FolderCommand::CopyToRight : FolderCommand::CopyToLeft);

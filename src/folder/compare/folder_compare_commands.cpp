@@ -113,11 +113,6 @@ void FolderCompareWidget::onShowIdentical()
     setView(RowsView::Same);
 }
 
-void FolderCompareWidget::applyFilters()
-{
-    m_comparison.refilter(spec());
-}
-
 void FolderCompareWidget::onNameFilterChanged()
 {
     m_filters.limits.masks = m_filterBar->masks();

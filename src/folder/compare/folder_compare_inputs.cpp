@@ -20,16 +20,6 @@ void FolderCompareWidget::browse(Side side)
         m_view->head(side).path(), [this, side](const QString &path) { takeSidePath(side, path); });
 }
 
-void FolderCompareWidget::onBrowseLeft()
-{
-    browse(Side::Left);
-}
-
-void FolderCompareWidget::onBrowseRight()
-{
-    browse(Side::Right);
-}
-
 void FolderCompareWidget::takeSidePath(Side side, const QString &path)
 {
     m_view->head(side).setPath(path);

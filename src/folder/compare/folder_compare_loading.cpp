@@ -35,11 +35,6 @@ void FolderCompareWidget::onCompare()
     loadCurrentLevel();
 }
 
-void FolderCompareWidget::onRefresh()
-{
-    onCompare();
-}
-
 void FolderCompareWidget::loadCurrentLevel()
 {
     const FolderSpec wanted = spec();

@@ -317,12 +317,6 @@ void FolderCompareWidget::setOptions(const QJsonObject &options)
     takeOptions(changed);
 }
 
-bool FolderCompareWidget::setPendingReport(const QString &path)
-{
-    m_pendingReport = path;
-    return true;
-}
-
 void FolderCompareWidget::refreshTheme()
 {
     m_bar->refreshTheme();

@@ -45,7 +45,11 @@ public:
     [[nodiscard]] bool isReading() const override { return m_comparison.isRunning(); }
     [[nodiscard]] QJsonObject options() const override;
     void setOptions(const QJsonObject &options) override;
-    bool setPendingReport(const QString &path) override;
+    bool setPendingReport(const QString &path) override
+    {
+        m_pendingReport = path;
+        return true;
+    }
     [[nodiscard]] bool acceptsDroppedPaths() const override { return true; }
     void dropPaths(const QStringList &paths, QPoint position) override;
     void refreshTheme() override;
@@ -70,21 +74,21 @@ Q_SIGNALS:
     void openFolderSync(const QString &leftPath, const QString &rightPath);
 
 public Q_SLOTS:
-    void onBrowseLeft();
-    void onBrowseRight();
+    void onBrowseLeft() { browse(Side::Left); }
+    void onBrowseRight() { browse(Side::Right); }
     void onCompare();
     void onShowAll();
     void onShowDifferences();
     void onShowIdentical();
-    void onRefresh();
+    void onRefresh() { onCompare(); }
     void onSwapSides();
     void onNavigateUp();
     /// Opens the row: a pair of folders in place, files in the session that suits them.
     void onItemDoubleClicked(const QModelIndex &item, int column);
     /// Opens the menu of the current row at a place of the screen.
     void onTreeContextMenu(const QPoint &point);
-    void onCopyToRight();
-    void onCopyToLeft();
+    void onCopyToRight() { copySelectedToSide(true); }
+    void onCopyToLeft() { copySelectedToSide(false); }
     void onDeleteSelected();
     void copySelectedToSide(bool leftToRight);
     void onNameFilterChanged();
@@ -147,7 +151,7 @@ private:
     void openIn(const QString &kind, const QString &left, const QString &right);
     void goToDifference(bool forward);
     void takeOptions(const FolderSessionOptions &options);
-    void applyFilters();
+    void applyFilters() { m_comparison.refilter(spec()); }
     /// Puts the paths of the selected entries, one a line, into the clipboard.
     void copyPaths(Side side);
     [[nodiscard]] QStringList selectedBareNames() const;

@@ -1,3 +1,4 @@
+#include "core/path_names.h"
 #include "folder/compare/folder_comparison.h"
 
 #include <algorithm>
@@ -19,8 +20,8 @@ BranchTask FolderComparison::taskFor(const QString &name) const
             within =
                 pathOn(m_tree.item(parent), side).isEmpty() ? folder.paths[side] : pathOn(m_tree.item(parent), side);
         else if (slash >= 0)
-            within = entryPath(within, name.left(slash));
-        task.paths[side] = within.isEmpty() ? QString() : entryPath(within, bareNameOf(name).toString());
+            within = joinedPath(within, name.left(slash));
+        task.paths[side] = within.isEmpty() ? QString() : joinedPath(within, bareName(name));
         // Entries that were aligned have names of their own.
         if (node >= 0 && !pathOn(m_tree.item(node), side).isEmpty())
             task.paths[side] = pathOn(m_tree.item(node), side);
@@ -75,8 +76,7 @@ void FolderComparison::forgetProblems(const QList<BranchTask> &tasks)
     m_problems.removeIf([&tasks](const FolderProblem &problem) {
         return std::any_of(tasks.begin(), tasks.end(), [&problem](const BranchTask &task) {
             const QString &path = task.paths[problem.side];
-            return !path.isEmpty() && problem.path.startsWith(path) &&
-                   (problem.path.size() == path.size() || problem.path.at(path.size()) == u'/');
+            return !path.isEmpty() && (problem.path == path || isInside(problem.path, path));
         });
     });
 }

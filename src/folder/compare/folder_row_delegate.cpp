@@ -268,29 +268,10 @@ void FolderRowDelegate::paintSign(QPainter &painter, const QStyleOptionViewItem 
 {
     const FolderTree &tree = m_model.tree();
     const RowState state = tree.state(node);
-    FolderMark mark = FolderMark::Same;
-    switch (state) {
-    case RowState::Unknown:
-        mark = FolderMark::Unknown;
-        break;
-    case RowState::Scanning:
-        mark = FolderMark::Scanning;
-        break;
-    case RowState::LeftOnly:
-    case RowState::RightOnly:
-        mark = FolderMark::Unique;
-        break;
-    case RowState::Different:
-        mark = FolderMark::Newer;
-        break;
-    case RowState::Filtered:
-        mark = FolderMark::Filtered;
-        break;
-    case RowState::Same:
-        break;
-    }
-    if (tree.node(node).ignored)
-        mark = FolderMark::Filtered;
+    using enum FolderMark;
+    static constexpr FolderMark byState[] = {Unknown, Scanning, Same, Unique, Unique, Newer, Filtered};
+    static_assert(std::size(byState) == std::size_t(RowState::Filtered) + 1);
+    const FolderMark mark = tree.node(node).ignored ? Filtered : byState[std::size_t(state)];
     QColor colour = folderMarkColour(mark);
     if (state == RowState::Same)
         colour = diffColour(DiffColour::MutedText);

@@ -1,5 +1,6 @@
 #include "folder/compare/folder_rows_model.h"
 
+#include "core/path_names.h"
 #include "core/visible_name.h"
 #include "folder/compare/folder_comparison.h"
 #include "session/plain_text.h"
@@ -51,29 +52,14 @@ QString contentsWords(MarkSet marks)
 
 QString sideName(const FolderDiffItem &item, Side side)
 {
-    const QString &path = pathOn(item, side);
-    return path.mid(path.lastIndexOf(u'/') + 1);
+    return bareName(pathOn(item, side));
 }
 
 QString stateSign(const FolderTree &tree, qint32 node)
 {
-    switch (tree.state(node)) {
-    case RowState::Unknown:
-        return QStringLiteral("?");
-    case RowState::Scanning:
-        return QStringLiteral("…");
-    case RowState::Same:
-        return tree.isUnread(node) ? QStringLiteral("≈") : QStringLiteral("=");
-    case RowState::LeftOnly:
-        return QStringLiteral("←");
-    case RowState::RightOnly:
-        return QStringLiteral("→");
-    case RowState::Different:
-        return QStringLiteral("≠");
-    case RowState::Filtered:
-        return QStringLiteral("-");
-    }
-    return {};
+    constexpr QStringView signs = u"?…=←→≠-"; // by `RowState`
+    static_assert(signs.size() == qsizetype(RowState::Filtered) + 1);
+    return tree.isUnread(node) ? QStringLiteral("≈") : QString(signs[qsizetype(tree.state(node))]);
 }
 
 QString stateWords(const FolderTree &tree, qint32 node)
@@ -233,20 +219,10 @@ QVariant FolderRowsModel::headerData(int section, Qt::Orientation orientation, i
     }
     if (role != Qt::DisplayRole)
         return {};
-    switch (column) {
-    case FolderColumn::LeftName:
-    case FolderColumn::RightName:
-        return Velmora::tr("Name");
-    case FolderColumn::LeftSize:
-    case FolderColumn::RightSize:
-        return Velmora::tr("Size");
-    case FolderColumn::LeftTime:
-    case FolderColumn::RightTime:
-        return Velmora::tr("Modified");
-    case FolderColumn::Sign:
-        break;
-    }
-    return QString();
+    if (column == FolderColumn::Sign)
+        return QString();
+    const QString names[] = {Velmora::tr("Name"), Velmora::tr("Size"), Velmora::tr("Modified")};
+    return names[column < FolderColumn::Sign ? section : section - int(FolderColumn::RightName)];
 }
 
 // Changes -------------------------------------------------------------------------------------------------------------

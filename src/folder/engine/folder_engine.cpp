@@ -2,6 +2,7 @@
 
 #include "core/content_compare.h"
 #include "core/crew.h"
+#include "core/path_names.h"
 #include "folder/engine/folder_walk.h"
 #include "folder/engine/item_list.h"
 #include "folder/engine/name_pairing.h"
@@ -112,7 +113,7 @@ void fillSide(const WalkSide &folder, const FolderEntry *entry, QString &path, q
 {
     if (!entry)
         return;
-    path = entryPath(folder.path, entry->name);
+    path = joinedPath(folder.path, entry->name);
     size = entry->size;
     time = QDateTime::fromMSecsSinceEpoch(entry->modifiedMs, Qt::UTC);
 }

@@ -1,15 +1,12 @@
 #include "folder/engine/folder_filter.h"
 
+#include "core/path_names.h"
+
 #include <algorithm>
 
 namespace velmora {
 
 namespace {
-
-QStringView bareName(const QString &name)
-{
-    return QStringView(name).mid(name.lastIndexOf(u'/') + 1);
-}
 
 QStringList includedMasks(const FolderSessionOptions &options)
 {
@@ -76,8 +73,8 @@ FolderFilter::FolderFilter(const FolderSessionOptions &options, const ViewFilter
 
 bool FolderFilter::shows(const FolderDiffItem &item) const
 {
-    const QStringView name = bareName(item.name);
-    if (!m_excludedNames.isEmpty() && m_excludedNames.contains(name.toString()))
+    const QString name = bareName(item.name);
+    if (!m_excludedNames.isEmpty() && m_excludedNames.contains(name))
         return false;
     return item.isDir ? passes(m_includeFolders, m_excludeFolders, name) : showsFile(name, item);
 }

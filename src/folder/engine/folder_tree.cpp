@@ -10,6 +10,11 @@ namespace velmora {
 
 namespace {
 
+QStringView bareNameOf(const QString &relativeName)
+{
+    return QStringView(relativeName).mid(relativeName.lastIndexOf(u'/') + 1);
+}
+
 /// The items' numbers in display order. Keys are made once: comparing names anew at each step of the sort would fold
 /// and cut each of them some twenty times.
 std::vector<qint32> displayOrder(const QList<FolderDiffItem> &items, const std::vector<qint32> &parents)
@@ -61,11 +66,6 @@ std::vector<qint32> displayOrder(const QList<FolderDiffItem> &items, const std::
 }
 
 } // namespace
-
-QStringView bareNameOf(const QString &relativeName)
-{
-    return QStringView(relativeName).mid(relativeName.lastIndexOf(u'/') + 1);
-}
 
 bool comesBefore(const FolderDiffItem &left, const FolderDiffItem &right)
 {

@@ -171,7 +171,4 @@ private:
 /// True when entry `left` is listed before its sibling `right`.
 [[nodiscard]] bool comesBefore(const FolderDiffItem &left, const FolderDiffItem &right);
 
-/// The last part of a relative name.
-[[nodiscard]] QStringView bareNameOf(const QString &relativeName);
-
 } // namespace velmora

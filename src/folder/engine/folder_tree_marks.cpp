@@ -4,27 +4,19 @@
 #include <QHash>
 
 #include <algorithm>
+#include <iterator>
 
 namespace velmora {
 
 namespace {
 
+/// What a report says of an entry on both sides: what nobody has decided may differ.
 FolderDiffStatus shownStatus(RowState state)
 {
-    switch (state) {
-    case RowState::LeftOnly:
-        return FolderDiffStatus::LeftOnly;
-    case RowState::RightOnly:
-        return FolderDiffStatus::RightOnly;
-    case RowState::Different:
-    case RowState::Unknown:
-    case RowState::Scanning:
-        return FolderDiffStatus::Different;
-    case RowState::Same:
-    case RowState::Filtered:
-        break;
-    }
-    return FolderDiffStatus::Same;
+    const bool isKnown = state >= RowState::Same && state <= RowState::Different;
+    return isKnown                       ? FolderDiffStatus(int(state) - int(RowState::Same))
+           : state == RowState::Filtered ? FolderDiffStatus::Same
+                                         : FolderDiffStatus::Different;
 }
 
 } // namespace
@@ -92,37 +84,29 @@ void FolderTree::markFile(qint32 number)
 {
     const FolderDiffItem &entry = item(number);
     Node &node = at(number);
-    node.left = MarkSet();
-    node.right = MarkSet();
+    const auto mark = [&node](FolderMark left, FolderMark right) {
+        node.left = MarkSet(left);
+        node.right = MarkSet(right);
+    };
     switch (state(number)) {
     case RowState::LeftOnly:
-        node.left.add(FolderMark::Unique);
-        return;
     case RowState::RightOnly:
-        node.right.add(FolderMark::Unique);
+        node.left = node.right = MarkSet();
+        (state(number) == RowState::LeftOnly ? node.left : node.right).add(FolderMark::Unique);
         return;
     case RowState::Different:
-        if (entry.leftTime.isValid() && entry.rightTime.isValid() && entry.leftTime != entry.rightTime) {
-            const bool leftIsNewer = entry.rightTime < entry.leftTime;
-            node.left.add(leftIsNewer ? FolderMark::Newer : FolderMark::Older);
-            node.right.add(leftIsNewer ? FolderMark::Older : FolderMark::Newer);
-            return;
-        }
-        node.left.add(FolderMark::Newer);
-        node.right.add(FolderMark::Newer);
-        return;
+        if (!entry.leftTime.isValid() || !entry.rightTime.isValid() || entry.leftTime == entry.rightTime)
+            return mark(FolderMark::Newer, FolderMark::Newer);
+        return entry.rightTime < entry.leftTime ? mark(FolderMark::Newer, FolderMark::Older)
+                                                : mark(FolderMark::Older, FolderMark::Newer);
     case RowState::Unknown:
     case RowState::Scanning: {
-        const FolderMark mark = node.scanning ? FolderMark::Scanning : FolderMark::Unknown;
-        node.left.add(mark);
-        node.right.add(mark);
-        return;
+        const FolderMark both = node.scanning ? FolderMark::Scanning : FolderMark::Unknown;
+        return mark(both, both);
     }
     case RowState::Same:
     case RowState::Filtered:
-        node.left.add(FolderMark::Same);
-        node.right.add(FolderMark::Same);
-        return;
+        return mark(FolderMark::Same, FolderMark::Same);
     }
 }
 
@@ -164,30 +148,14 @@ void FolderTree::markFolder(qint32 number, bool hasContents)
 
 void FolderTree::count(qint32 number)
 {
-    if (item(number).isDir) {
-        ++m_counts.folders;
-        return;
-    }
-    switch (state(number)) {
-    case RowState::Same:
-    case RowState::Filtered:
-        ++m_counts.same;
-        m_counts.unread += item(number).isUnread ? 1 : 0;
-        break;
-    case RowState::LeftOnly:
-        ++m_counts.leftOnly;
-        break;
-    case RowState::RightOnly:
-        ++m_counts.rightOnly;
-        break;
-    case RowState::Different:
-        ++m_counts.different;
-        break;
-    case RowState::Unknown:
-    case RowState::Scanning:
-        ++m_counts.unknown;
-        break;
-    }
+    using Counts = FolderCounts;
+    static constexpr qint64 Counts::*byState[] = {&Counts::unknown,  &Counts::unknown,   &Counts::same,
+                                                  &Counts::leftOnly, &Counts::rightOnly, &Counts::different,
+                                                  &Counts::same};
+    static_assert(std::size(byState) == std::size_t(RowState::Filtered) + 1);
+    ++(m_counts.*(item(number).isDir ? &Counts::folders : byState[std::size_t(state(number))]));
+    if (!item(number).isDir && isUnread(number))
+        ++m_counts.unread;
 }
 
 void FolderTree::rollUp()

@@ -1,6 +1,7 @@
 #include "folder/engine/folder_walk.h"
 
 #include "core/crew.h"
+#include "core/path_names.h"
 #include "core/progress.h"
 #include "folder/engine/folder_engine.h"
 
@@ -179,7 +180,7 @@ WalkSide FolderWalk::descend(const WalkNode &node, const FolderEntry *entry, Sid
 {
     if (!entry)
         return {};
-    WalkSide next{entryPath(node.sides[side].path, entry->name), entry->identity};
+    WalkSide next{joinedPath(node.sides[side].path, entry->name), entry->identity};
     if (!closesCycle(node, next, entry->isLink, side))
         return next;
     note(FolderProblem::Kind::LinkCycle, next.path, side);

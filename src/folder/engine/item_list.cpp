@@ -152,6 +152,7 @@ std::vector<qint32> parentsByName(const QList<FolderDiffItem> &items)
     std::vector<qint32> path;
     for (qsizetype i = 0; i < items.size(); ++i) {
         const QString &name = items.at(i).name;
+        // Called for every entry: without a text made for it.
         const auto isUnder = [&name](const QString &folder) {
             return name.size() > folder.size() && name.at(folder.size()) == u'/' && name.startsWith(folder);
         };

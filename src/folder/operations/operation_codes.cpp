@@ -1,5 +1,8 @@
 #include "folder/operations/operation_codes.h"
 
+#include <algorithm>
+#include <array>
+
 namespace velmora {
 
 OperationErrorCode sourceCode(FileErrorKind kind)
@@ -49,21 +52,10 @@ OperationErrorCode targetCode(FileErrorKind kind)
 
 bool isSkip(OperationErrorCode code)
 {
-    switch (code) {
-    case OperationErrorCode::RootMissing:
-    case OperationErrorCode::SourceMissing:
-    case OperationErrorCode::SourceChanged:
-    case OperationErrorCode::TargetChanged:
-    case OperationErrorCode::TargetAppeared:
-    case OperationErrorCode::CounterpartAppeared:
-    case OperationErrorCode::LeadsOutside:
-    case OperationErrorCode::FolderNotEmpty:
-    case OperationErrorCode::TroubleInBranch:
-    case OperationErrorCode::OtherInBin:
-        return true;
-    default:
-        return false;
-    }
+    using enum OperationErrorCode;
+    constexpr std::array skips{RootMissing,         SourceMissing, SourceChanged,  TargetChanged,   TargetAppeared,
+                               CounterpartAppeared, LeadsOutside,  FolderNotEmpty, TroubleInBranch, OtherInBin};
+    return std::find(skips.begin(), skips.end(), code) != skips.end();
 }
 
 } // namespace velmora

@@ -26,7 +26,7 @@ bool PairPlan::needsSidesApart()
     const QString &left = m_plan.roots[0].path;
     const QString &right = m_plan.roots[1].path;
     const bool areLocal = m_input.isLocal(Side::Left) && m_input.isLocal(Side::Right);
-    if (areLocal && (pathLiesIn(left, right) || pathLiesIn(right, left)))
+    if (areLocal && (isOrIsInside(left, right) || isOrIsInside(right, left)))
         m_plan.refusal = PlanRefusal::OverlappingRoots;
     return m_plan.refusal == PlanRefusal::None;
 }
@@ -167,7 +167,7 @@ bool PairPlan::isBelowProblem(const PlanEntry &entry, Side side) const
     const QString path = m_plan.pathOf(placeOf(entry, side));
     return std::any_of(m_input.problems.begin(), m_input.problems.end(), [&](const FolderProblem &problem) {
         return problem.side == side && problem.kind != FolderProblem::Kind::UnreadableFile &&
-               pathLiesIn(path, problem.path);
+               isOrIsInside(path, problem.path);
     });
 }
 

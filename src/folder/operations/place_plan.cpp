@@ -51,7 +51,7 @@ void PlacePlan::take(std::size_t index, const std::vector<char> &marks)
         m_plan.leftOut.append({LeftOutReason::NameTaken, path, {}});
         return;
     }
-    if (entry.isFolder() && pathLiesIn(m_plan.roots[1].path, path)) {
+    if (entry.isFolder() && isOrIsInside(m_plan.roots[1].path, path)) {
         m_plan.leftOut.append({LeftOutReason::IntoItself, path, {}});
         return;
     }

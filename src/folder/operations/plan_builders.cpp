@@ -257,7 +257,7 @@ OperationPlan planDeleteFiles(const QString &root, const QStringList &paths, Del
         OperationStep step;
         step.kind = manner == DeleteManner::ToRecycleBin ? OperationKind::Recycle : OperationKind::Delete;
         step.from = {0, path.mid(root.endsWith(u'/') ? root.size() : root.size() + 1)};
-        if (path != root && pathLiesIn(path, root) && isCleanRelative(step.from.relative))
+        if (path != root && isOrIsInside(path, root) && isCleanRelative(step.from.relative))
             plan.steps.append(step);
         else
             plan.leftOut.append({LeftOutReason::NameNotAllowed, path, {}});

@@ -4,21 +4,6 @@
 
 namespace velmora {
 
-QString joinedPath(const QString &folder, const QString &name)
-{
-    return folder.isEmpty() ? name : QString(folder % u'/' % name);
-}
-
-bool pathLiesIn(const QString &path, const QString &folder)
-{
-    return path == folder || path.startsWith(folder.endsWith(u'/') ? folder : QString(folder % u'/'));
-}
-
-QString bareName(const QString &path)
-{
-    return path.mid(path.lastIndexOf(u'/') + 1);
-}
-
 SeenEntry seenOn(const PlanEntry &entry, Side side)
 {
     SeenEntry seen;
@@ -55,7 +40,7 @@ PlanEntries::PlanEntries(const PlanInput &input) : m_input(input)
     m_entries.reserve(std::size_t(input.items.size()));
     std::vector<int> open; // the folders that the item lies in
     for (const FolderDiffItem &item : input.items) {
-        while (!open.empty() && !pathLiesIn(item.name, m_entries[std::size_t(open.back())].item->name))
+        while (!open.empty() && !isOrIsInside(item.name, m_entries[std::size_t(open.back())].item->name))
             open.pop_back();
         PlanEntry entry;
         entry.item = &item;
@@ -90,7 +75,7 @@ void PlanEntries::place(PlanEntry &entry) const
         const QString &root = this->root(side);
         SideEntry &here = entry.on(side);
         here.isThere = !path.isEmpty();
-        if (here.isThere && pathLiesIn(path, root)) {
+        if (here.isThere && isOrIsInside(path, root)) {
             here.relative = path.mid(root.endsWith(u'/') ? root.size() : root.size() + 1);
             continue;
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/path_names.h"
 #include "folder/operations/plan_builders.h"
 
 #include <vector>
@@ -12,10 +13,11 @@ namespace velmora {
     return side == Side::Left ? 0 : 1;
 }
 
-[[nodiscard]] QString joinedPath(const QString &folder, const QString &name);
 /// True when `path` is `folder` or below it, by the text alone.
-[[nodiscard]] bool pathLiesIn(const QString &path, const QString &folder);
-[[nodiscard]] QString bareName(const QString &path);
+[[nodiscard]] inline bool isOrIsInside(const QString &path, const QString &folder)
+{
+    return path == folder || isInside(path, folder);
+}
 
 /// What a comparison says of one entry of one side.
 struct SideEntry {
