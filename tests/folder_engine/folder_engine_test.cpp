@@ -149,23 +149,6 @@ private Q_SLOTS:
         QCOMPARE(drawn(items), words("!d/ 2 2|!d/in/ 1 1|!d/in/lies 1 1|=d/same 1 1|=empty|=read 1 1"));
     }
 
-    void listsHiddenEntriesWhenAskedTo()
-    {
-        TestTree tree;
-        tree.file(word("left/.git/config"), "1");
-        tree.file(word("left/a"), "1");
-        const auto compared = [&](HiddenEntries hidden) {
-            FolderInput input = between(tree.left(), tree.right());
-            input.hidden = hidden;
-            return drawn(compareFolderTree(input));
-        };
-#ifndef Q_OS_WIN // where names do not hide
-        QCOMPARE(compared(HiddenEntries::LeftOut), words("<a 1 0"));
-#endif
-        QCOMPARE(compared(HiddenEntries::Listed), words("<.git/ 1 0|<.git/config 1 0|<a 1 0"));
-        QCOMPARE(countFolderContents(localFolder(tree.left()), {}, {}, HiddenEntries::Listed), (FolderTotals{2, 1, 2}));
-    }
-
     void takesUnreadableFilesAsTheMethodHasIt()
     {
         TestTree tree;

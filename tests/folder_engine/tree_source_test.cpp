@@ -1,5 +1,4 @@
 #include "core/crc32.h"
-
 #include "core/path_names.h"
 #include "folder/engine/folder_jobs.h"
 #include "folder_engine/memory_tree.h"
@@ -14,6 +13,12 @@ using namespace velmora;
 using namespace velmora::test;
 
 namespace {
+
+#ifdef Q_OS_WIN // where names do not hide
+constexpr QChar hidingSign = u'_';
+#else
+constexpr QChar hidingSign = u'.';
+#endif
 
 /// The same files and folders on disk and in memory.
 struct TwinTrees {
@@ -31,10 +36,10 @@ struct TwinTrees {
     {
         for (const Side side : bothSides) {
             for (int i = 0; i < 40; ++i) {
-                const QString folder = QStringLiteral("/d%1/e%2").arg(random.bounded(3)).arg(random.bounded(3));
-                const QString name = word(random.bounded(4) == 0 ? "/.hid" : "/f") + QString::number(random.bounded(6));
-                file(side, folder.left(3 * random.bounded(3)) + name, QByteArray::number(random.bounded(2)),
-                     random.bounded(3));
+                const QString folder = words("/d1|/d2|/*d|/d1/e|/*d/e").value(random.bounded(6));
+                const QString name = folder + word(random.bounded(4) == 0 ? "/*f" : "/f");
+                file(side, QString(name).replace(u'*', hidingSign) + QString::number(random.bounded(6)),
+                     QByteArray::number(random.bounded(2)), random.bounded(3));
             }
         }
     }
