@@ -1,5 +1,7 @@
 #include "core/path_names.h"
 
+#include <QStringBuilder>
+
 namespace velmora {
 
 QString bareName(const QString &path)
@@ -15,7 +17,8 @@ QString parentPath(const QString &path)
 
 QString joinedPath(const QString &folder, const QString &name)
 {
-    return folder.isEmpty() || folder.endsWith(u'/') ? folder + name : folder + u'/' + name;
+    // At once, so that no room is left in paths of which there are many.
+    return folder.isEmpty() || folder.endsWith(u'/') ? QString(folder % name) : QString(folder % u'/' % name);
 }
 
 bool isInside(const QString &path, const QString &folder)
