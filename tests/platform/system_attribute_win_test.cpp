@@ -42,8 +42,8 @@ private Q_SLOTS:
         options.excludeOsFiles = true;
         const auto shown = [&] {
             FolderTree tree = FolderTree::inGivenOrder(items);
-            tree.setVerdicts(FolderTree::judge(
-                items, FolderSpec{localFolders(folder.path(), {}), options, {}, {}}.filter(), {}));
+            tree.setVerdicts(
+                FolderTree::judge(items, FolderSpec{localFolders(folder.path(), {}), options, {}, {}}.filter(), {}));
             return names(shownItems(tree));
         };
         QCOMPARE(shown(), QStringLiteral("folder plain"));
