@@ -3,6 +3,7 @@
 #include "app/build_stamp.h"
 #include "session/translate.h"
 
+#include <QApplication>
 #include <QMessageBox>
 
 namespace velmora {

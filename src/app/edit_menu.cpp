@@ -4,6 +4,8 @@
 #include "session/session_widget.h"
 #include "session/translate.h"
 
+#include <QMenu>
+
 namespace velmora {
 
 EditMenu::EditMenu(QMenu *menu, SessionTabs *tabs) : QObject(menu)

@@ -8,6 +8,7 @@
 
 #include <QFileInfo>
 #include <QMimeData>
+#include <QPainter>
 
 namespace velmora {
 

@@ -7,8 +7,12 @@
 #include "session/dialogs.h"
 #include "session/translate.h"
 
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
 #include <QFormLayout>
 #include <QGroupBox>
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QStackedWidget>

@@ -5,6 +5,8 @@
 #include "session/session_host.h"
 #include "session/translate.h"
 
+#include <QDir>
+#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 

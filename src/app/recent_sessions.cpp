@@ -8,7 +8,10 @@
 #include "session/theme.h"
 #include "session/translate.h"
 
+#include <QDir>
 #include <QGridLayout>
+#include <QLabel>
+#include <QPainter>
 
 namespace velmora {
 

@@ -4,6 +4,9 @@
 #include "session/translate.h"
 
 #include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 
 namespace velmora {
 

@@ -11,6 +11,8 @@
 #include "text/text_compare_widget.h"
 #include "text/text_recovery.h"
 
+#include <QDir>
+
 namespace velmora {
 
 namespace {

@@ -11,6 +11,8 @@
 #include "session/session_widget.h"
 #include "session/translate.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 
 namespace velmora {

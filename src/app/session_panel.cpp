@@ -6,7 +6,9 @@
 #include "session/theme.h"
 #include "session/translate.h"
 
+#include <QDir>
 #include <QHeaderView>
+#include <QLabel>
 #include <QShortcut>
 #include <QTreeWidget>
 #include <QVBoxLayout>

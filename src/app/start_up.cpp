@@ -14,9 +14,11 @@
 #include "session/theme.h"
 #include "session/translate.h"
 
+#include <QApplication>
 #include <QCommandLineParser>
 #include <QFileInfo>
 #include <QFontDatabase>
+#include <QTimer>
 
 #include <algorithm>
 #include <cstdlib>

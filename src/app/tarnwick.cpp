@@ -23,6 +23,7 @@
 #include "session/theme.h"
 #include "session/translate.h"
 
+#include <QApplication>
 #include <QLoggingCategory>
 #include <QMenuBar>
 #include <QSplitter>

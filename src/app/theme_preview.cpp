@@ -3,6 +3,7 @@
 #include "session/diff_colours.h"
 
 #include <QFontDatabase>
+#include <QPainter>
 
 namespace velmora {
 

@@ -3,6 +3,8 @@
 #include "app/tile_button.h"
 #include "session/theme.h"
 
+#include <QPainter>
+
 namespace velmora {
 
 namespace {

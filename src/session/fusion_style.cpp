@@ -3,6 +3,7 @@
 #include "session/theme.h"
 
 #include <QDialogButtonBox>
+#include <QPainter>
 #include <QStyleFactory>
 #include <QStyleOption>
 

@@ -5,6 +5,7 @@
 #include "session/translate.h"
 
 #include <QDir>
+#include <QWidget>
 
 namespace velmora {
 

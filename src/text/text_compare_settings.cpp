@@ -8,6 +8,7 @@
 #include "text/view/diff_view.h"
 
 #include <QMenu>
+#include <QToolButton>
 
 namespace velmora {
 

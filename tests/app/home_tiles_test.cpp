@@ -7,7 +7,10 @@
 #include "support/files.h"
 #include "support/test_main.h"
 
+#include <QLabel>
+#include <QLineEdit>
 #include <QMimeData>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QSignalSpy>
 

@@ -14,8 +14,11 @@
 #include "support/test_main.h"
 #include "text/text_appearance.h"
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTreeWidget>

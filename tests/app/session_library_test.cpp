@@ -13,9 +13,13 @@
 #include "support/recording_host.h"
 #include "support/test_main.h"
 
+#include <QAbstractButton>
+#include <QJsonDocument>
+#include <QLineEdit>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTreeWidget>
+#include <QVariantList>
 
 using namespace velmora;
 using velmora::test::word;

@@ -9,7 +9,11 @@
 #include "support/test_main.h"
 
 #include <QClipboard>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenu>
 #include <QMimeData>
+#include <QPainter>
 #include <QProxyStyle>
 #include <QStyleOption>
 #include <QTabBar>

@@ -15,10 +15,12 @@
 #include <QFileSystemModel>
 #include <QHelpEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProgressDialog>
+#include <QStyle>
 #include <QTemporaryDir>
 #include <QToolTip>
 

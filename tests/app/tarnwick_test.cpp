@@ -21,6 +21,7 @@
 #include <QTabBar>
 #include <QTemporaryDir>
 #include <QThread>
+#include <QToolButton>
 #include <QTreeWidget>
 
 using namespace velmora;

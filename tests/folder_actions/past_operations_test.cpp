@@ -3,6 +3,7 @@
 #include "folder_actions/actions_fixture.h"
 #include "support/test_main.h"
 
+#include <QPushButton>
 #include <QStackedWidget>
 
 using namespace velmora;

@@ -1,5 +1,7 @@
 #include "folder_operations/scripted_layer.h"
 
+#include <QStringList>
+
 namespace velmora::test {
 
 namespace {

@@ -10,6 +10,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QGroupBox>
+#include <QJsonObject>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QSignalSpy>

@@ -13,8 +13,12 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QJsonObject>
+#include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QSignalSpy>
+#include <QToolButton>
+#include <QVariantList>
 
 using namespace velmora;
 using namespace velmora::test;

@@ -13,6 +13,7 @@
 #include <QScrollBar>
 #include <QSplitter>
 #include <QToolButton>
+#include <QVariantList>
 
 namespace velmora {
 

@@ -2,6 +2,8 @@
 
 #include "core/html.h"
 
+#include <QIODevice>
+
 #include <algorithm>
 #include <string_view>
 

@@ -14,6 +14,7 @@
 #include "settings/options/folder_presets.h"
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QScreen>

@@ -3,6 +3,8 @@
 #include "core/html.h"
 #include "text/engine/line_marks.h"
 
+#include <QIODevice>
+
 #include <algorithm>
 
 namespace velmora {

@@ -3,6 +3,8 @@
 #include "core/html.h"
 #include "text/engine/line_diff_engine.h"
 
+#include <QIODevice>
+
 #include <string_view>
 
 namespace velmora {
