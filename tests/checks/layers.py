@@ -10,7 +10,8 @@ import pathlib
 import re
 import sys
 
-# From the ground up. A folder sees itself and the floors under it; a neighbour of the same floor only as listed below.
+# From the ground up. A folder sees itself and the floors under it; a neighbour of the same floor only as listed below. So a
+# session uses the kits of session/ and never another session, and a kit knows neither a session nor another kit.
 FLOORS = [
     r"platform",
     r"core",
@@ -19,6 +20,7 @@ FLOORS = [
     r"folder/operations",
     r"cli",
     r"session",
+    r"session/(frame|list|pane)",
     r"settings/dialogs",
     r"text|merge|system|settings|(folder|filetypes)(/\w+)?",
     r"app",
@@ -44,7 +46,7 @@ def room(path):
         return "/".join(parts[: parts.index("engine") + 1])
     if parts[:2] == ["text", "syntax"]:
         return "text/syntax"
-    return "/".join(parts[: 2 if parts and parts[0] in ("settings", "folder", "filetypes") else 1])
+    return "/".join(parts[: 2 if parts and parts[0] in ("session", "settings", "folder", "filetypes") else 1])
 
 
 def floor(name):
