@@ -894,16 +894,32 @@ The editor has unsaved changes; re-comparing without reloading may discard disk 
         <translation>有 %1 行仅在此方面不同</translation>
     </message>
     <message>
+        <source>1 row differs only in that</source>
+        <translation>有 1 行仅在此方面不同</translation>
+    </message>
+    <message>
         <source>%1 rows differ only in what is ignored, and count here</source>
         <translation>有 %1 行仅在被忽略的方面不同，此处计入</translation>
+    </message>
+    <message>
+        <source>1 row differs only in what is ignored, and counts here</source>
+        <translation>有 1 行仅在被忽略的方面不同，此处计入</translation>
     </message>
     <message>
         <source>%1 rows that count as equal are indented differently, which has meaning in %2</source>
         <translation>有 %1 行视为相同但缩进不同，而缩进在 %2 中有意义</translation>
     </message>
     <message>
+        <source>1 row that counts as equal is indented differently, which has meaning in %1</source>
+        <translation>有 1 行视为相同但缩进不同，而缩进在 %1 中有意义</translation>
+    </message>
+    <message>
         <source>%1 unimportant rows count, too</source>
         <translation>另计入 %1 行不重要的差异</translation>
+    </message>
+    <message>
+        <source>1 unimportant row counts, too</source>
+        <translation>另计入 1 行不重要的差异</translation>
     </message>
     <message>
         <source>The lines are equal, their ends are not.</source>
@@ -912,6 +928,10 @@ The editor has unsaved changes; re-comparing without reloading may discard disk 
     <message>
         <source>Line ends differ in %1 rows</source>
         <translation>有 %1 行的换行符不同</translation>
+    </message>
+    <message>
+        <source>Line ends differ in 1 row</source>
+        <translation>有 1 行的换行符不同</translation>
     </message>
     <message>
         <source>The last line feed is missing on the left</source>
@@ -992,6 +1012,14 @@ The editor has unsaved changes; re-comparing without reloading may discard disk 
     <message>
         <source>%1 rows in %2 blocks</source>
         <translation>%2 块共 %1 行</translation>
+    </message>
+    <message>
+        <source>%1 rows in 1 block</source>
+        <translation>1 块共 %1 行</translation>
+    </message>
+    <message>
+        <source>1 row in 1 block</source>
+        <translation>1 块共 1 行</translation>
     </message>
     <message>
         <source>A block is a run of rows that differ; the bar above counts and steps through blocks</source>

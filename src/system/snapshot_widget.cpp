@@ -1,5 +1,6 @@
 #include "system/snapshot_widget.h"
 
+#include "session/frame/status_line.h"
 #include "session/session_host.h"
 #include "session/translate.h"
 #include "system/snapshot_bar.h"
@@ -7,7 +8,6 @@
 #include "system/snapshot_failure.h"
 #include "system/snapshot_rows_model.h"
 #include "system/snapshot_side.h"
-#include "system/snapshot_status_bar.h"
 #include "system/snapshot_view.h"
 
 #include <QClipboard>
@@ -24,6 +24,20 @@ namespace {
 
 constexpr QLatin1String onlyDifferencesKey("onlyDifferences");
 
+QString describeCounts(const SnapshotCounts &counts, qsizetype shown)
+{
+    const QLocale locale;
+    const auto number = [&locale](qsizetype value) { return locale.toString(qint64(value)); };
+    const qsizetype all = counts.same + counts.differences();
+    QStringList parts{Velmora::tr("Same: %1").arg(number(counts.same)),
+                      Velmora::tr("Changed: %1").arg(number(counts.changed)),
+                      Velmora::tr("Left only: %1").arg(number(counts.leftOnly)),
+                      Velmora::tr("Right only: %1").arg(number(counts.rightOnly))};
+    if (shown < all)
+        parts.append(Velmora::tr("Hidden: %1").arg(number(all - shown)));
+    return parts.join(QStringLiteral("   "));
+}
+
 } // namespace
 
 SnapshotWidget::SnapshotWidget(SnapshotKind kind, SessionHost &window, QWidget *parent)
@@ -33,7 +47,8 @@ SnapshotWidget::SnapshotWidget(SnapshotKind kind, SessionHost &window, QWidget *
       m_rows(new SnapshotRowsModel(Velmora::tr(m_kind.keyColumn), this)),
       m_view(new SnapshotView(*m_rows, this)),
       m_details(new SnapshotDetails(this)),
-      m_status(new SnapshotStatusBar(this)),
+      m_status(new StatusLine(this)),
+      m_counts(m_status->addFact(QStringLiteral("countsLabel"))),
       m_filter(new QLineEdit(this)),
       m_splitter(new QSplitter(Qt::Vertical, this))
 {
@@ -232,11 +247,6 @@ void SnapshotWidget::refreshTheme()
     m_status->refreshTheme();
 }
 
-QString SnapshotWidget::status() const
-{
-    return m_status->message();
-}
-
 // What is shown -------------------------------------------------------------------------------------------------------
 
 void SnapshotWidget::showState()
@@ -263,8 +273,10 @@ void SnapshotWidget::showState()
 
 void SnapshotWidget::showProgress(const ProgressState &state)
 {
-    if (!m_runner.isCancelling())
-        m_status->showProgress(capturingText(m_kind, state), state);
+    if (m_runner.isCancelling())
+        return;
+    m_status->showMessage(capturingText(m_kind, state));
+    m_status->showProgress(state);
 }
 
 void SnapshotWidget::showNotice()
@@ -283,7 +295,7 @@ void SnapshotWidget::showShownCount()
 {
     if (!m_hasResult)
         return;
-    m_status->showCounts(countRows(m_rows->allRows()), m_rows->rowCount());
+    m_counts->setText(describeCounts(countRows(m_rows->allRows()), m_rows->rowCount()));
     showNotice();
     showState();
 }

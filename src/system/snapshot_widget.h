@@ -15,8 +15,8 @@ class SnapshotBar;
 class SnapshotDetails;
 class SnapshotRowsModel;
 class SnapshotSide;
-class SnapshotStatusBar;
 class SnapshotView;
+class StatusLine;
 
 /// A session that compares a piece of system state between two sides, each captured from this system or loaded from a
 /// file. The kinds of state differ in their `SnapshotKind` alone.
@@ -42,7 +42,6 @@ public:
     void refreshTheme() final;
 
     [[nodiscard]] bool isBusy() const { return m_runner.isRunning(); }
-    [[nodiscard]] QString status() const;
     [[nodiscard]] const SnapshotRowsModel &rows() const { return *m_rows; }
 
 public Q_SLOTS:
@@ -93,7 +92,8 @@ private:
     SnapshotRowsModel *m_rows;
     SnapshotView *m_view;
     SnapshotDetails *m_details;
-    SnapshotStatusBar *m_status;
+    StatusLine *m_status;
+    QLabel *m_counts;
     QLineEdit *m_filter;
     QSplitter *m_splitter;
     SnapshotSide *m_left = nullptr;

@@ -1,11 +1,11 @@
 #include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/fault_text.h"
+#include "session/frame/status_line.h"
 #include "session/translate.h"
 #include "system/snapshot_failure.h"
 #include "system/snapshot_rows_model.h"
 #include "system/snapshot_side.h"
-#include "system/snapshot_status_bar.h"
 #include "system/snapshot_view.h"
 #include "system/snapshot_widget.h"
 

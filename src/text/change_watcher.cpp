@@ -1,7 +1,7 @@
 #include "text/change_watcher.h"
 
+#include "session/frame/notice_bar.h"
 #include "session/translate.h"
-#include "text/change_bar.h"
 #include "text/text_editing.h"
 #include "text/text_inputs.h"
 
@@ -9,15 +9,16 @@
 
 namespace velmora {
 
-ChangeWatcher::ChangeWatcher(ChangeBar &bar, const TextInputs &inputs, TextEditing &editing, QObject *parent)
+ChangeWatcher::ChangeWatcher(NoticeBar &bar, const TextInputs &inputs, TextEditing &editing, QObject *parent)
     : QObject(parent), m_bar(bar), m_inputs(inputs), m_editing(editing)
 {
+    bar.setClosable(Velmora::tr("Keep the text that is shown"));
     connect(&m_watch, &FileWatch::changed, this, &ChangeWatcher::check);
     // Queued: a save has ended before its input says what the file holds.
     connect(&editing.saving(), &TextSaving::savingChanged, this, &ChangeWatcher::follow, Qt::QueuedConnection);
-    connect(&bar, &ChangeBar::reloadWanted, this,
+    connect(&bar, &NoticeBar::actionWanted, this,
             [this] { Q_EMIT reloadWanted(hasNews(Side::Left), hasNews(Side::Right)); });
-    connect(&bar, &ChangeBar::dismissed, this, [this] {
+    connect(&bar, &NoticeBar::closed, this, [this] {
         for (const Side side : {Side::Left, Side::Right})
             dismissed(side) = FileStamp::of(m_inputs.at(side).loadedPath());
         m_hasDismissed = true;
@@ -46,7 +47,8 @@ void ChangeWatcher::check()
     const bool right = hasNews(Side::Right);
     const auto isThere = [this](Side side) { return FileStamp::of(m_inputs.at(side).loadedPath()).isFile(); };
     const bool canReload = (left && isThere(Side::Left)) || (right && isThere(Side::Right));
-    m_bar.say(left || right ? describe(left, right) : QString(), canReload);
+    m_bar.setAction(canReload ? Velmora::tr("&Reload") : QString());
+    m_bar.tell(left || right ? describe(left, right) : QString(), NoticeBar::Tone::Warning);
 }
 
 bool ChangeWatcher::hasNews(Side side) const

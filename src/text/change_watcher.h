@@ -8,7 +8,7 @@
 
 namespace velmora {
 
-class ChangeBar;
+class NoticeBar;
 class TextEditing;
 class TextInputs;
 
@@ -19,7 +19,7 @@ class ChangeWatcher final : public QObject {
     Q_OBJECT
 public:
     /// All outlive the watcher.
-    ChangeWatcher(ChangeBar &bar, const TextInputs &inputs, TextEditing &editing, QObject *parent);
+    ChangeWatcher(NoticeBar &bar, const TextInputs &inputs, TextEditing &editing, QObject *parent);
 
     /// Watches the files that are shown now, and looks.
     void follow();
@@ -35,7 +35,7 @@ private:
     [[nodiscard]] QString describe(bool left, bool right) const;
     [[nodiscard]] FileStamp &dismissed(Side side) { return side == Side::Left ? m_leftDismissed : m_rightDismissed; }
 
-    ChangeBar &m_bar;
+    NoticeBar &m_bar;
     const TextInputs &m_inputs;
     TextEditing &m_editing;
     FileWatch m_watch;

@@ -1,8 +1,8 @@
 #include "text/find_bar.h"
 
+#include "session/frame/elided_label.h"
 #include "session/theme.h"
 #include "session/translate.h"
-#include "text/elided_label.h"
 
 #include <QBoxLayout>
 #include <QCheckBox>

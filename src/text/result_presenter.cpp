@@ -1,15 +1,15 @@
 #include "text/result_presenter.h"
 
+#include "session/frame/notice_bar.h"
+#include "session/frame/notice_card.h"
 #include "session/session_host.h"
 #include "session/translate.h"
 #include "text/syntax/syntax_definition.h"
-#include "text/verdict_bar.h"
 #include "text/view/diff_view.h"
-#include "text/view/pane_notice.h"
 
 namespace velmora {
 
-ResultPresenter::ResultPresenter(SessionHost &host, DiffView &view, VerdictBar &bar, QObject *parent)
+ResultPresenter::ResultPresenter(SessionHost &host, DiffView &view, NoticeBar &bar, QObject *parent)
     : QObject(parent), m_host(host), m_view(view), m_bar(bar)
 {
     connect(&view.scene(), &DiffScene::documentChanged, this, &ResultPresenter::showVerdict);
@@ -73,9 +73,25 @@ void ResultPresenter::showVerdict()
         return &scene.document()->source(side) == &m_result.document->source(side);
     };
     const bool isShown = m_result.document && scene.document() && showsText(Side::Left) && showsText(Side::Right);
-    m_bar.show(isShown ? judge(m_findings, m_result.left, m_result.right, m_result.options,
-                               {scene.countsMinor(), indentedType()})
-                       : Verdict());
+    if (!isShown) {
+        m_bar.clear();
+        return;
+    }
+    const Verdict verdict =
+        judge(m_findings, m_result.left, m_result.right, m_result.options, {scene.countsMinor(), indentedType()});
+    switch (verdict.offer) {
+    case Verdict::Offer::None:
+        m_bar.setAction({});
+        break;
+    case Verdict::Offer::CountUnimportant:
+        m_bar.setAction(Velmora::tr("Count them"),
+                        Velmora::tr("Count and step to unimportant differences, too (Alt+M)"));
+        break;
+    case Verdict::Offer::IgnoreUnimportant:
+        m_bar.setAction(Velmora::tr("Ignore them"), Velmora::tr("Ignore unimportant differences again (Alt+M)"));
+        break;
+    }
+    m_bar.tell(verdict.text, verdict.warns ? NoticeBar::Tone::Warning : NoticeBar::Tone::Verdict);
 }
 
 QString ResultPresenter::indentedType() const
@@ -90,7 +106,7 @@ QString ResultPresenter::indentedType() const
 
 void ResultPresenter::presentSide(Side side, bool hidesText)
 {
-    PaneNotice &notice = m_view.notice(side);
+    NoticeCard &notice = m_view.notice(side);
     bool says = true;
     if (!m_result.document) {
         notice.setTexts(Velmora::tr("Drop a file here"), Velmora::tr("or choose one above, then press Compare (F5)"));
@@ -109,7 +125,7 @@ void ResultPresenter::presentSide(Side side, bool hidesText)
 
 void ResultPresenter::offerBinary(Side side)
 {
-    PaneNotice &notice = m_view.notice(side);
+    NoticeCard &notice = m_view.notice(side);
     const QString hex = QStringLiteral("binary");
     if (m_host.isBuilt(hex)) {
         notice.setTexts(Velmora::tr("Binary content"),

@@ -10,15 +10,15 @@
 namespace velmora {
 
 class DiffView;
+class NoticeBar;
 class SessionHost;
-class VerdictBar;
 
 /// Decides what is shown of a result: the rows, a card on a side that has no text to show, and the verdict above.
 class ResultPresenter final : public QObject {
     Q_OBJECT
 public:
     /// All outlive the presenter.
-    ResultPresenter(SessionHost &host, DiffView &view, VerdictBar &bar, QObject *parent);
+    ResultPresenter(SessionHost &host, DiffView &view, NoticeBar &bar, QObject *parent);
 
     struct Result {
         std::shared_ptr<const DiffDocument> document;
@@ -51,7 +51,7 @@ private:
 
     SessionHost &m_host;
     DiffView &m_view;
-    VerdictBar &m_bar;
+    NoticeBar &m_bar;
     Findings m_findings;
     Result m_result;       ///< without a document before the first
     SessionPaths m_asText; ///< the files whose binary content a person wants to see as text

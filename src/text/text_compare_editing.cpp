@@ -1,10 +1,10 @@
 #include "session/frame/progress_strip.h"
+#include "session/frame/status_line.h"
 #include "session/translate.h"
 #include "text/change_watcher.h"
 #include "text/manual_alignment.h"
 #include "text/result_presenter.h"
 #include "text/side_description.h"
-#include "text/status_foot.h"
 #include "text/text_compare_bar.h"
 #include "text/text_compare_widget.h"
 #include "text/text_editing.h"
@@ -43,7 +43,7 @@ void TextCompareWidget::connectEditing()
                 m_presenter->takeEdited(document, left, right);
                 showCounts();
                 if (const QString replaced = std::exchange(m_replaced, {}); !replaced.isEmpty())
-                    showMessage(replaced + QStringLiteral(" | ") + m_foot->message());
+                    showMessage(replaced + QStringLiteral(" | ") + m_message);
             });
     connect(&editor, &DiffEditor::stateChanged, this, [this] {
         const DiffEditor &changed = m_editing->editor();
@@ -85,7 +85,7 @@ void TextCompareWidget::takeSaved(Side side)
     (side == Side::Left ? m_compared.paths.left : m_compared.paths.right) = m_inputs->at(side).loadedPath();
     m_formatText = describeFormats(m_inputs->at(Side::Left).loaded(), m_inputs->at(Side::Right).loaded());
     if (!m_runner.isRunning())
-        m_foot->showFormat(m_formatText);
+        m_format->setText(m_formatText);
 }
 
 void TextCompareWidget::connectChanges()

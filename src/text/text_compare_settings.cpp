@@ -66,9 +66,9 @@ void TextCompareWidget::addReportForms()
     auto *menu = new QMenu(this);
     menu->addAction(Velmora::tr("All lines"), this, &TextCompareWidget::onExportHtml);
     menu->addAction(Velmora::tr("All lines, with marks and links"), this,
-                    [this] { exportReport(ReportExport::markedForm({})); });
+                    [this] { exportReport(markedReportForm({})); });
     menu->addAction(Velmora::tr("Differing parts, with marks and links"), this,
-                    [this] { exportReport(ReportExport::markedForm(m_view->scene().layout().context())); });
+                    [this] { exportReport(markedReportForm(m_view->scene().layout().context())); });
     m_bar->exportReport->setMenu(menu);
     if (auto *button = qobject_cast<QToolButton *>(m_bar->widgetForAction(m_bar->exportReport)))
         button->setPopupMode(QToolButton::MenuButtonPopup);

@@ -4,7 +4,6 @@
 #include "text/manual_alignment.h"
 #include "text/patch_copy.h"
 #include "text/side_description.h"
-#include "text/status_foot.h"
 #include "text/text_compare_bar.h"
 #include "text/text_compare_widget.h"
 #include "text/text_editing.h"
@@ -15,21 +14,37 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLocale>
 #include <QMenu>
 
 namespace velmora {
 
+namespace {
+
+QString describeBlocks(qsizetype rows, qsizetype blocks)
+{
+    if (rows == 1)
+        return Velmora::tr("1 row in 1 block");
+    if (blocks == 1)
+        return Velmora::tr("%1 rows in 1 block").arg(rows);
+    return Velmora::tr("%1 rows in %2 blocks").arg(rows).arg(blocks);
+}
+
+} // namespace
+
 void TextCompareWidget::showPosition()
 {
     DiffScene &scene = m_view->scene();
     m_bar->showPosition({scene.currentBlock(), scene.layout().blockCount(), scene.canStep(false), scene.canStep(true)});
-    m_foot->showBlocks(scene.layout().rowsInBlocks(), scene.layout().blockCount());
+    const qsizetype blocks = scene.layout().blockCount();
+    m_blocks->setText(describeBlocks(scene.layout().rowsInBlocks(), blocks));
+    m_blocks->setVisible(blocks > 0);
 }
 
 void TextCompareWidget::showCaret()
 {
-    m_foot->showPlace(describePlace(m_view->scene().document(), m_view->scene().caret()));
+    m_place->setText(describePlace(m_view->scene().document(), m_view->scene().caret()));
 }
 
 void TextCompareWidget::tellOfUnwrapped()

@@ -3,12 +3,13 @@
 #include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/fault_text.h"
+#include "session/frame/notice_bar.h"
 #include "session/frame/progress_strip.h"
+#include "session/frame/status_line.h"
 #include "session/session_host.h"
 #include "session/translate.h"
 #include "settings/dialogs/text_session_settings_dialog.h"
 #include "settings/options/text_defaults.h"
-#include "text/change_bar.h"
 #include "text/change_watcher.h"
 #include "text/find_bar.h"
 #include "text/find_controller.h"
@@ -19,13 +20,11 @@
 #include "text/result_presenter.h"
 #include "text/side_description.h"
 #include "text/slowness_remark.h"
-#include "text/status_foot.h"
 #include "text/syntax_choice.h"
 #include "text/text_compare_bar.h"
 #include "text/text_editing.h"
 #include "text/text_inputs.h"
 #include "text/text_view_options.h"
-#include "text/verdict_bar.h"
 #include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
 #include "text/view/line_detail.h"
@@ -52,7 +51,7 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
       m_bar(new TextCompareBar(this)),
       m_inputs(new TextInputs(this)),
       m_progress(new ProgressStrip(this)),
-      m_verdict(new VerdictBar(this)),
+      m_verdict(new NoticeBar(QStringLiteral("verdictBar"), this)),
       m_view(new DiffView(this)),
       m_presenter(new ResultPresenter(window, *m_view, *m_verdict, this)),
       m_editing(new TextEditing(*m_view, *m_inputs, this)),
@@ -61,13 +60,18 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
       m_finder(new FindController(*m_findBar, *m_view, this)),
       m_replacer(new ReplaceController(*m_findBar, *m_finder, *m_view, *m_editing, this)),
       m_alignment(new ManualAlignment(*m_view, m_editing->editor(), this)),
-      m_changeBar(new ChangeBar(this)),
+      m_changeBar(new NoticeBar(QStringLiteral("changeBar"), this)),
       m_changes(new ChangeWatcher(*m_changeBar, *m_inputs, *m_editing, this)),
-      m_foot(new StatusFoot(this)),
+      m_foot(new StatusLine(this)),
+      m_blocks(m_foot->addFact(QStringLiteral("blocksLabel"))),
+      m_place(m_foot->addFact(QStringLiteral("placeLabel"))),
+      m_format(m_foot->addFact(QStringLiteral("formatLabel"))),
       m_keeper(new RecoveryKeeper(window.recovery(), this))
 {
     setAcceptDrops(true);
-    m_foot->showMessage(Velmora::tr("Ready"));
+    m_blocks->setToolTip(
+        Velmora::tr("A block is a run of rows that differ; the bar above counts and steps through blocks"));
+    showMessage(Velmora::tr("Ready"));
     buildLayout();
     connectBar();
     connectInputs();
@@ -87,16 +91,16 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
     connect(&m_view->scene(), &DiffScene::caretMoved, this, &TextCompareWidget::showPosition);
     connect(&m_view->scene(), &DiffScene::caretMoved, this, &TextCompareWidget::showCaret);
     connect(&m_view->scene().changes(), &IntraLineChanges::arrived, this, &TextCompareWidget::showPosition);
-    connect(m_verdict, &VerdictBar::offerTaken, this, &TextCompareWidget::onIgnoreMinor);
+    connect(m_verdict, &NoticeBar::actionWanted, this, &TextCompareWidget::onIgnoreMinor);
     connect(m_bar->ignoreMinor, &QAction::toggled, this, &TextCompareWidget::showCounts);
     connect(m_view, &DiffView::panesMoved, m_inputs,
             [this] { m_inputs->alignTo(m_view->pane(Side::Left), m_view->pane(Side::Right)); });
     connect(m_view, &DiffView::contextMenuWanted, this, &TextCompareWidget::showContextMenu);
-    connect(&m_reports, &ReportExport::written, this, [this](const QString &path) {
+    connect(&m_reports, &ReportSaver::written, this, [this](const QString &path) {
         constexpr int shownFor = 5000;
         host().showStatus(Velmora::tr("Report written: %1").arg(QDir::toNativeSeparators(path)), shownFor);
     });
-    connect(&m_reports, &ReportExport::failed, this, [this](const QString &path, const QString &reason) {
+    connect(&m_reports, &ReportSaver::failed, this, [this](const QString &path, const QString &reason) {
         const QString message = Velmora::tr("Cannot write file: %1").arg(visibleName(QDir::toNativeSeparators(path)));
         showMessage(message);
         Dialogs::instance().tell(this, Dialogs::Tone::Warning, Velmora::tr("Export diff report"),
@@ -230,6 +234,7 @@ void TextCompareWidget::refreshTheme()
     m_findBar->refreshTheme();
     m_changeBar->refreshTheme();
     m_verdict->refreshTheme();
+    m_foot->refreshTheme();
     m_view->refreshTheme();
     m_viewOptions->takeAppearance();
 }
@@ -319,7 +324,7 @@ void TextCompareWidget::takeOutcome(RunOutcome<TextCompareResult> &&outcome)
                           QFileInfo(m_running.paths.left).suffix(), QFileInfo(m_running.paths.right).suffix(),
                           cancelled, result.left, result.right);
     if (!cancelled && result.remarks.expressionsGivenUp > 0)
-        showMessage(m_foot->message() + QStringLiteral(" | ") + slownessRemark(result.remarks));
+        showMessage(m_message + QStringLiteral(" | ") + slownessRemark(result.remarks));
 }
 
 void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::shared_ptr<const DiffDocument> &diff,
@@ -338,7 +343,7 @@ void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::sha
     m_inputs->at(Side::Left).setLoaded(leftRaw, paths.left);
     m_inputs->at(Side::Right).setLoaded(rightRaw, paths.right);
     m_formatText = encodingLabel;
-    m_foot->showFormat(encodingLabel);
+    m_format->setText(encodingLabel);
     chooseSyntax(m_view->scene(), *diff, m_running.options, paths);
     m_presenter->show({diff, leftRaw, rightRaw, paths, m_running.options});
 
@@ -351,7 +356,7 @@ void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::sha
     if (m_recovered)
         keepRecovered();
     if (!m_pendingReport.isEmpty())
-        m_reports.write(m_compared, std::exchange(m_pendingReport, {}));
+        m_reports.write(std::exchange(m_pendingReport, {}), textReportWriter(m_compared));
 }
 
 void TextCompareWidget::showProgress(const ProgressState &state)
@@ -370,7 +375,7 @@ void TextCompareWidget::showProgress(const ProgressState &state)
     const QLocale locale;
     const QString text =
         state.phase == 1 ? Velmora::tr("Reading lines: %1 of %2") : Velmora::tr("Matching lines: %1 of %2");
-    m_foot->showFormat(text.arg(locale.toString(state.done), locale.toString(state.total)));
+    m_format->setText(text.arg(locale.toString(state.done), locale.toString(state.total)));
 }
 
 void TextCompareWidget::showRunning()
@@ -379,12 +384,13 @@ void TextCompareWidget::showRunning()
     m_presenter->showRunning(m_runner.isRunning());
     if (!m_runner.isRunning()) {
         m_progress->clear();
-        m_foot->showFormat(m_formatText);
+        m_format->setText(m_formatText);
     }
 }
 
 void TextCompareWidget::showMessage(const QString &message)
 {
+    m_message = message;
     m_foot->showMessage(message);
     Q_EMIT statusMessage(message);
 }
@@ -403,9 +409,9 @@ void TextCompareWidget::exportReport(const std::optional<MarkedReportForm> &form
     Dialogs::instance().saveFile(this, Velmora::tr("Export diff report"),
                                  besideFile(m_compared.paths.left, QStringLiteral("diff_report.html")),
                                  QStringLiteral("HTML (*.html)"), [this, form](const QString &path) {
-                                     ReportExport::Content content = m_compared;
+                                     TextReportContent content = m_compared;
                                      content.marked = form;
-                                     m_reports.write(content, path);
+                                     m_reports.write(path, textReportWriter(content));
                                  });
 }
 

@@ -3,30 +3,31 @@
 #include "core/runner.h"
 #include "session/session_widget.h"
 #include "settings/options/text_session_options.h"
-#include "text/report_export.h"
 #include "text/text_compare_job.h"
+#include "text/text_report_content.h"
 #include "text/view/row_layout.h"
+
+class QLabel;
 
 namespace velmora {
 
-class ChangeBar;
 class ChangeWatcher;
 class DiffView;
 class FindBar;
 class FindController;
 class ManualAlignment;
+class NoticeBar;
 class PatchCopy;
 class ProgressStrip;
 class RecoveryKeeper;
 class ReplaceController;
 class ResultPresenter;
-class StatusFoot;
+class StatusLine;
 class TextCompareBar;
 class TextEditing;
 class TextInputs;
 class TextSide;
 class TextViewOptions;
-class VerdictBar;
 struct UnsavedTexts;
 enum class ChangedFile;
 
@@ -172,17 +173,18 @@ private:
     void copyAsPatch();
 
     TextSessionOptions m_options;
-    Request m_running;                ///< the comparison that was started last
-    ReportExport::Content m_compared; ///< the result that is shown, without a document before the first
+    Request m_running;            ///< the comparison that was started last
+    TextReportContent m_compared; ///< the result that is shown, without a document before the first
     QString m_pendingReport;
     QString m_formatText;
+    QString m_message; ///< in the status line
     QString m_title;
     QString m_replaced; ///< to be told once more beside the comparison that follows
 
     TextCompareBar *m_bar;
     TextInputs *m_inputs;
     ProgressStrip *m_progress;
-    VerdictBar *m_verdict;
+    NoticeBar *m_verdict;
     DiffView *m_view;
     ResultPresenter *m_presenter;
     TextEditing *m_editing;
@@ -192,12 +194,15 @@ private:
     FindController *m_finder;
     ReplaceController *m_replacer;
     ManualAlignment *m_alignment;
-    ChangeBar *m_changeBar;
+    NoticeBar *m_changeBar;
     ChangeWatcher *m_changes;
-    StatusFoot *m_foot;
+    StatusLine *m_foot;
+    QLabel *m_blocks;
+    QLabel *m_place;
+    QLabel *m_format;
     RecoveryKeeper *m_keeper;
     std::function<void()> m_recovered; ///< to be called when recovered texts are shown and kept again
-    ReportExport m_reports;
+    ReportSaver m_reports;
     Runner m_runner;
 };
 

@@ -90,19 +90,26 @@ Verdict judge(const Findings &findings, const LoadedSide &left, const LoadedSide
         sentences.append(describeEqualRows(findings, options));
     if (scope.countsUnimportant) {
         if (!differs && findings.unimportantRows > 0) {
-            sentences.append(
-                Velmora::tr("%1 rows differ only in what is ignored, and count here").arg(findings.unimportantRows));
+            sentences.append(findings.unimportantRows == 1
+                                 ? Velmora::tr("1 row differs only in what is ignored, and counts here")
+                                 : Velmora::tr("%1 rows differ only in what is ignored, and count here")
+                                       .arg(findings.unimportantRows));
             verdict.offer = Verdict::Offer::IgnoreUnimportant;
         }
     } else {
         const bool isIndented = !scope.indentedType.isEmpty() && findings.reindentedRows > 0;
         if (isIndented) {
             sentences.append(
-                Velmora::tr("%1 rows that count as equal are indented differently, which has meaning in %2")
-                    .arg(findings.reindentedRows)
-                    .arg(scope.indentedType));
+                findings.reindentedRows == 1
+                    ? Velmora::tr("1 row that counts as equal is indented differently, which has meaning in %1")
+                          .arg(scope.indentedType)
+                    : Velmora::tr("%1 rows that count as equal are indented differently, which has meaning in %2")
+                          .arg(findings.reindentedRows)
+                          .arg(scope.indentedType));
         } else if (!differs && findings.unimportantRows > 0) {
-            sentences.append(Velmora::tr("%1 rows differ only in that").arg(findings.unimportantRows));
+            sentences.append(findings.unimportantRows == 1
+                                 ? Velmora::tr("1 row differs only in that")
+                                 : Velmora::tr("%1 rows differ only in that").arg(findings.unimportantRows));
         }
         verdict.warns = isIndented;
         if (isIndented || (!differs && findings.unimportantRows > 0))
@@ -134,7 +141,8 @@ QStringList describeLineEnds(const LineEndCounts &counts)
 {
     QStringList found;
     if (counts.rows > 0)
-        found.append(Velmora::tr("Line ends differ in %1 rows").arg(counts.rows));
+        found.append(counts.rows == 1 ? Velmora::tr("Line ends differ in 1 row")
+                                      : Velmora::tr("Line ends differ in %1 rows").arg(counts.rows));
     if (counts.lastFeedMissesLeft)
         found.append(Velmora::tr("The last line feed is missing on the left"));
     if (counts.lastFeedMissesRight)
@@ -155,7 +163,9 @@ QString describeCounts(const Findings &findings, bool countsUnimportant)
             .arg(counts.rightLines)};
     parts += describeLineEnds(findings.lineEnds);
     if (countsUnimportant && findings.unimportantRows > 0)
-        parts.append(Velmora::tr("%1 unimportant rows count, too").arg(findings.unimportantRows));
+        parts.append(findings.unimportantRows == 1
+                         ? Velmora::tr("1 unimportant row counts, too")
+                         : Velmora::tr("%1 unimportant rows count, too").arg(findings.unimportantRows));
     return parts.join(Velmora::tr(" | "));
 }
 

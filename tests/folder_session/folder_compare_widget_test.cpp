@@ -1,10 +1,9 @@
 #include "core/settings_store.h"
 #include "folder/actions/advanced_filters_dialog.h"
 #include "folder/compare/folder_compare_side_pane.h"
-#include "folder/compare/folder_notice.h"
-#include "folder/compare/folder_status_bar.h"
 #include "folder/compare/time_shift_bar.h"
 #include "folder_session_fixture.h"
+#include "session/frame/notice_card.h"
 #include "session/path_edit.h"
 #include "settings/dialogs/folder_session_settings_dialog.h"
 #include "support/test_main.h"
@@ -257,18 +256,18 @@ private Q_SLOTS:
         f.session.onCompare();
         QCOMPARE(f.session.status(), word("Select two folders to compare"));
         f.compare();
-        QCOMPARE(f.session.view().notice().text(), word("Both folders are empty."));
+        QCOMPARE(f.session.view().notice().title(), word("Both folders are empty."));
         f.disk.file(word("left/a"), "a");
         f.disk.file(word("right/a"), "a");
         f.compare();
-        QVERIFY(f.session.view().notice().text().isEmpty());
+        QVERIFY(f.session.view().notice().title().isEmpty());
         f.session.onShowDifferences();
-        QCOMPARE(f.session.view().notice().text(), word("There are no differences."));
+        QCOMPARE(f.session.view().notice().title(), word("There are no differences."));
         f.session.view().notice().findChild<QPushButton *>()->click();
         QCOMPARE(f.rows().size(), 1);
         QVERIFY(QDir(f.disk.right()).removeRecursively());
         f.session.onRefresh();
-        QTRY_VERIFY(f.session.view().notice().text().startsWith(word("Folder not found: ")));
+        QTRY_VERIFY(f.session.view().notice().title().startsWith(word("Folder not found: ")));
     }
 
     void cancelSaysSo()
@@ -308,11 +307,11 @@ private Q_SLOTS:
         QVERIFY(QDir(f.disk.path(word("right/src"))).removeRecursively());
         f.goTo(word("src"));
         f.key(Qt::Key_Return);
-        QTRY_VERIFY(f.session.view().notice().text().startsWith(word("Folder not found: ")));
-        QVERIFY(f.session.view().notice().text().endsWith(word("src")));
+        QTRY_VERIFY(f.session.view().notice().title().startsWith(word("Folder not found: ")));
+        QVERIFY(f.session.view().notice().title().endsWith(word("src")));
         f.key(Qt::Key_Backspace);
         f.wait();
-        QVERIFY(f.session.view().notice().text().isEmpty());
+        QVERIFY(f.session.view().notice().title().isEmpty());
         QCOMPARE(f.rows().at(1), word("src ← "));
     }
 
@@ -353,7 +352,7 @@ private Q_SLOTS:
         auto *bar = f.session.findChild<TimeShiftBar *>();
         QVERIFY(!bar->isHidden());
         QVERIFY(bar->findChild<QLabel *>()->text().startsWith(word("1 ")));
-        bar->findChild<QPushButton *>(word("treatAsEqual"))->click();
+        bar->findChild<QPushButton *>(word("timeShiftBarAction"))->click();
         f.wait();
         QVERIFY(bar->isHidden());
         QCOMPARE(f.session.options().value(word("timeToleranceSec")).toInt(), 3600);

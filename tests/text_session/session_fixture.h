@@ -91,7 +91,7 @@ public:
     [[nodiscard]] QString status() const { return label("statusLabel"); }
     [[nodiscard]] QString format() const { return label("formatLabel"); }
     [[nodiscard]] QString position() const { return label("differencePosition"); }
-    [[nodiscard]] QString banner() const { return label("diffBanner"); }
+    [[nodiscard]] QString banner() const { return label("verdictBarText"); }
     /// What was asked last.
     [[nodiscard]] QString question() const { return dialogs.asked().last().text; }
 

@@ -1,9 +1,9 @@
 #include "core/workers.h"
 #include "edit_fixture.h"
+#include "session/frame/notice_card.h"
 #include "settings/dialogs/text_session_settings_dialog.h"
 #include "support/test_main.h"
 #include "text/external_change.h"
-#include "text/view/pane_notice.h"
 
 #include <QAction>
 #include <QCheckBox>

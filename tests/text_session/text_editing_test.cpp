@@ -207,8 +207,8 @@ private Q_SLOTS:
             const QString beside = f.file("beside", text);
             QVERIFY(QFile::remove(f.right) && QFile::rename(beside, f.right));
             QTRY_VERIFY(bar->isVisible());
-            QVERIFY(f.label("changeText").contains(QDir::toNativeSeparators(f.right)));
-            f.child<QAbstractButton>("changeReload")->click();
+            QVERIFY(f.label("changeBarText").contains(QDir::toNativeSeparators(f.right)));
+            f.child<QAbstractButton>("changeBarAction")->click();
             f.wait();
             QVERIFY(!bar->isVisible());
             QCOMPARE(f.text(Side::Right, 0) + u'\n', QString::fromUtf8(text));
@@ -216,17 +216,17 @@ private Q_SLOTS:
         f.typeAt(Side::Left, 1, word("x"));
         f.file("left.txt", "other\n");
         QTRY_VERIFY(bar->isVisible());
-        f.child<QAbstractButton>("changeReload")->click(); // a question, and no answer
+        f.child<QAbstractButton>("changeBarAction")->click(); // a question, and no answer
         QCOMPARE(f.question(), word("The left side has unsaved changes. Reload from disk?"));
         QVERIFY(f.session.hasUnsavedChanges() && bar->isVisible());
-        f.child<QAbstractButton>("changeDismiss")->click();
+        f.child<QAbstractButton>("changeBarClose")->click();
         QVERIFY(!bar->isVisible());
         f.dialogs.answerNumber(1);
         f.save(Side::Left); // writes over it, and is no news
         f.waitForSave();
         QVERIFY(!QTest::qWaitFor([bar] { return bar->isVisible(); }, 500));
         QVERIFY(QFile::remove(f.left));
-        QTRY_VERIFY(bar->isVisible() && f.label("changeText").contains(word("no longer")));
+        QTRY_VERIFY(bar->isVisible() && f.label("changeBarText").contains(word("no longer")));
     }
 
     void swapsWithEdits()

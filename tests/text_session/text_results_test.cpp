@@ -1,8 +1,8 @@
 #include "session/diff_colours.h"
+#include "session/frame/notice_bar.h"
+#include "session/frame/notice_card.h"
 #include "session_fixture.h"
 #include "support/test_main.h"
-#include "text/verdict_bar.h"
-#include "text/view/pane_notice.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -21,7 +21,7 @@ namespace {
 
 bool warns(SessionFixture &f)
 {
-    const auto *bar = f.session.findChild<VerdictBar *>();
+    const auto *bar = f.session.findChild<NoticeBar *>(word("verdictBar"));
     return bar->palette().color(QPalette::Window) == diffColour(DiffColour::Modified);
 }
 
@@ -128,18 +128,18 @@ private Q_SLOTS:
         QCOMPARE(f.banner(), word("The texts are identical; only their encodings differ"));
         f.compare(left, f.file("b", "x  y\n"));
         const QString rules = word("No differences under the rules of this comparison, which ignore: white space | ");
-        QCOMPARE(f.banner(), rules + word("1 rows differ only in that"));
+        QCOMPARE(f.banner(), rules + word("1 row differs only in that"));
         QCOMPARE(f.position(), word("Diff 0/0"));
         QVERIFY(!warns(f));
 
         // Bar, banner and foot agree when such rows count, as they do after one click.
         const QString counts = f.status();
-        auto *offer = f.child<QPushButton>("verdictOffer");
+        auto *offer = f.child<QPushButton>("verdictBarAction");
         QTest::mouseClick(offer, Qt::LeftButton);
-        QCOMPARE(f.banner(), rules + word("1 rows differ only in what is ignored, and count here"));
+        QCOMPARE(f.banner(), rules + word("1 row differs only in what is ignored, and counts here"));
         QCOMPARE(f.position(), word("Diff 0/1"));
-        QCOMPARE(f.label("blocksLabel"), word("1 rows in 1 blocks"));
-        QCOMPARE(f.status(), counts + word(" | 1 unimportant rows count, too"));
+        QCOMPARE(f.label("blocksLabel"), word("1 row in 1 block"));
+        QCOMPARE(f.status(), counts + word(" | 1 unimportant row counts, too"));
         QTest::mouseClick(offer, Qt::LeftButton);
         QCOMPARE(f.status(), counts);
         f.compare(left, f.file("c", "x z\n"));
@@ -169,9 +169,9 @@ private Q_SLOTS:
                       f.file(u'b' + word(suffix), "if x:\n  y()\nZ \n"));
             const bool isWarning = *type != '\0';
             const QString warning =
-                word("1 rows that count as equal are indented differently, which has meaning in %1").arg(word(type));
+                word("1 row that counts as equal is indented differently, which has meaning in %1").arg(word(type));
             QCOMPARE(f.banner(), isWarning ? warning : QString());
-            QCOMPARE(!f.child<QPushButton>("verdictOffer")->isHidden(), isWarning);
+            QCOMPARE(!f.child<QPushButton>("verdictBarAction")->isHidden(), isWarning);
             QCOMPARE(warns(f), isWarning);
         }
     }
@@ -189,9 +189,9 @@ private Q_SLOTS:
         };
         compare("a\nb\nc\n", "a\r\nb\r\nc\r\n");
         QCOMPARE(f.diffs(), 0);
-        QCOMPARE(found(), word("Diff 0/1|3 rows in 1 blocks|Line ends differ in 3 rows"));
+        QCOMPARE(found(), word("Diff 0/1|3 rows in 1 block|Line ends differ in 3 rows"));
         compare("a\nb\nc", "a\nb\nc\n");
-        QCOMPARE(found(), word("Diff 0/1|1 rows in 1 blocks|The last line feed is missing on the left"));
+        QCOMPARE(found(), word("Diff 0/1|1 row in 1 block|The last line feed is missing on the left"));
         QCOMPARE(f.banner(),
                  word("The lines are equal, their ends are not. | The last line feed is missing on the left"));
 

@@ -183,6 +183,7 @@ void ChecksumWidget::dropPaths(const QStringList &paths, QPoint position)
 void ChecksumWidget::refreshTheme()
 {
     m_inputs->refreshTheme();
+    m_status->refreshTheme();
     showMatch();
 }
 
@@ -293,7 +294,10 @@ void ChecksumWidget::showMatch()
 void ChecksumWidget::tellRunning()
 {
     m_cancel->setEnabled(m_runner.isRunning());
-    m_status->setBusy(m_runner.isRunning());
+    if (m_runner.isRunning())
+        m_status->showProgress({});
+    else
+        m_status->clearProgress();
 }
 
 } // namespace velmora

@@ -3,7 +3,7 @@
 #include "folder/compare/folder_compare_bar.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/compare/folder_filter_bar.h"
-#include "folder/compare/folder_report_export.h"
+#include "folder/compare/folder_report_content.h"
 #include "folder/compare/folder_view.h"
 #include "folder/compare/tree_line_tree_widget.h"
 #include "session/dialogs.h"
@@ -251,10 +251,12 @@ void FolderCompareWidget::onExportHtml()
                                  Velmora::tr("No comparison result to export"));
         return;
     }
-    Dialogs::instance().saveFile(
-        this, Velmora::tr("Export diff report"),
-        besideFile(m_place.folders().left, QStringLiteral("folder_diff_report.html")), QStringLiteral("HTML (*.html)"),
-        [this](const QString &path) { m_reports->write(shownItems(m_comparison.tree()), m_place.folders(), path); });
+    Dialogs::instance().saveFile(this, Velmora::tr("Export diff report"),
+                                 besideFile(m_place.folders().left, QStringLiteral("folder_diff_report.html")),
+                                 QStringLiteral("HTML (*.html)"), [this](const QString &path) {
+                                     m_reports->write(
+                                         path, folderReportWriter(shownItems(m_comparison.tree()), m_place.folders()));
+                                 });
 }
 
 } // namespace velmora

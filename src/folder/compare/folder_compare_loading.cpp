@@ -4,7 +4,7 @@
 #include "folder/compare/file_commands.h"
 #include "folder/compare/folder_compare_side_pane.h"
 #include "folder/compare/folder_compare_widget.h"
-#include "folder/compare/folder_report_export.h"
+#include "folder/compare/folder_report_content.h"
 #include "folder/compare/folder_view.h"
 #include "session/translate.h"
 #include "settings/options/folder_settings_store.h"
@@ -109,7 +109,8 @@ void FolderCompareWidget::onFolderCompareFinished(quint64 generation, const QLis
     showNotice();
     Q_EMIT comparisonFinished(m_place.folders().left, m_place.folders().right);
     if (!m_pendingReport.isEmpty())
-        m_reports->write(shownItems(m_comparison.tree()), m_place.folders(), std::exchange(m_pendingReport, {}));
+        m_reports->write(std::exchange(m_pendingReport, {}),
+                         folderReportWriter(shownItems(m_comparison.tree()), m_place.folders()));
 }
 
 // Levels --------------------------------------------------------------------------------------------------------------

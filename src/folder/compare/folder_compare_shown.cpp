@@ -5,18 +5,44 @@
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/compare/folder_filter_bar.h"
 #include "folder/compare/folder_log_panel.h"
-#include "folder/compare/folder_notice.h"
-#include "folder/compare/folder_status_bar.h"
 #include "folder/compare/folder_view.h"
 #include "folder/compare/time_shift_bar.h"
+#include "session/frame/notice_card.h"
+#include "session/frame/status_line.h"
 #include "session/translate.h"
 
 #include <QDir>
+#include <QLabel>
 #include <QLocale>
 #include <QTime>
 #include <QTimer>
+#include <QToolButton>
 
 namespace velmora {
+
+namespace {
+
+QString describeCounts(const FolderCounts &counts)
+{
+    const QLocale locale;
+    QStringList parts;
+    const auto add = [&](const QString &text, qint64 number) { parts.append(text.arg(locale.toString(number))); };
+    if (counts.files() > 0 || counts.folders > 0) {
+        add(Velmora::tr("Same: %1"), counts.same);
+        if (counts.unread > 0)
+            add(Velmora::tr("of these not read: %1"), counts.unread);
+        add(Velmora::tr("Different: %1"), counts.different);
+        add(Velmora::tr("Left only: %1"), counts.leftOnly);
+        add(Velmora::tr("Right only: %1"), counts.rightOnly);
+    }
+    if (counts.unknown > 0)
+        add(Velmora::tr("Not compared: %1"), counts.unknown);
+    if (counts.hidden > 0)
+        add(Velmora::tr("Hidden: %1"), counts.hidden);
+    return parts.join(QStringLiteral("   "));
+}
+
+} // namespace
 
 void FolderCompareWidget::tellProblems()
 {
@@ -66,7 +92,7 @@ void FolderCompareWidget::showRootsUnreadable(const Sides<FolderRead> &roots)
 
 void FolderCompareWidget::showNotice()
 {
-    FolderNotice &notice = m_view->notice();
+    NoticeCard &notice = m_view->notice();
     const SessionPaths folders = paths();
     const FolderTree &tree = m_comparison.tree();
     if (folders.left.isEmpty() || folders.right.isEmpty()) {
@@ -111,12 +137,13 @@ QString FolderCompareWidget::summary() const
 void FolderCompareWidget::showCounts()
 {
     const FolderCounts &counts = m_comparison.tree().counts();
-    m_statusBar->showCounts(counts);
+    m_counts->setText(describeCounts(counts));
+    m_readUnread->setVisible(counts.unread > 0);
     m_filterBar->showEffect(counts.hidden, m_filters.hasRanges());
     m_timeShifts->show(m_comparison.shifts(), m_options);
     // Entries that were compared anew, aligned or filtered since change the sum; any other message stays.
     if (m_hasResult) {
-        const bool isShown = m_statusBar->message() == m_summary;
+        const bool isShown = m_message == m_summary;
         m_summary = summary();
         if (isShown)
             showMessage(m_summary);
@@ -129,7 +156,7 @@ void FolderCompareWidget::showProgress(const ProgressState &state)
     const QLocale locale;
     if (state.phase == int(FolderPhase::Reading)) {
         m_comparingSince.invalidate();
-        m_statusBar->showProgress(0, 0, Velmora::tr("%1 entries read").arg(locale.toString(state.done)));
+        m_status->showProgress({}, Velmora::tr("%1 entries read").arg(locale.toString(state.done)));
         return;
     }
     QString text = Velmora::tr("%1 of %2 compared").arg(sizeText(state.done), sizeText(state.total));
@@ -143,7 +170,7 @@ void FolderCompareWidget::showProgress(const ProgressState &state)
         const QString left = QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar(u'0'));
         text += u' ' + Velmora::tr("(about %1 left)").arg(left);
     }
-    m_statusBar->showProgress(state.done, state.total, text);
+    m_status->showProgress(state, text);
 }
 
 void FolderCompareWidget::showRunning()
@@ -151,9 +178,9 @@ void FolderCompareWidget::showRunning()
     const bool running = m_comparison.isRunning() || m_fileCommands->isRunning();
     m_bar->showRunning(running, m_comparison.isCancelling());
     if (running)
-        m_statusBar->showProgress(0, 0, {});
+        m_status->showProgress({});
     else
-        m_statusBar->clearProgress();
+        m_status->clearProgress();
     m_comparingSince.invalidate();
     // A load and a comparison of contents tell their end themselves, right after this.
     QTimer::singleShot(0, this, [this] {
@@ -165,16 +192,14 @@ void FolderCompareWidget::showRunning()
 void FolderCompareWidget::showSelection()
 {
     const QList<qint32> nodes = m_view->selectedNodes();
-    if (nodes.size() < 2) {
-        m_statusBar->showSelection({});
-        return;
-    }
-    m_statusBar->showSelection(Velmora::tr("%1 selected").arg(QLocale().toString(nodes.size())));
+    m_selection->setVisible(nodes.size() > 1);
+    m_selection->setText(Velmora::tr("%1 selected").arg(QLocale().toString(nodes.size())));
 }
 
 void FolderCompareWidget::showMessage(const QString &message)
 {
-    m_statusBar->showMessage(visibleName(message));
+    m_message = message;
+    m_status->showMessage(message);
     Q_EMIT statusMessage(visibleName(message));
 }
 

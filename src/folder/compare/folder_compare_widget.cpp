@@ -8,13 +8,13 @@
 #include "folder/compare/folder_compare_side_pane.h"
 #include "folder/compare/folder_filter_bar.h"
 #include "folder/compare/folder_log_panel.h"
-#include "folder/compare/folder_report_export.h"
-#include "folder/compare/folder_status_bar.h"
 #include "folder/compare/folder_view.h"
 #include "folder/compare/time_shift_bar.h"
 #include "folder/compare/tree_line_tree_widget.h"
 #include "session/dialogs.h"
 #include "session/fault_text.h"
+#include "session/frame/report_saver.h"
+#include "session/frame/status_line.h"
 #include "session/path_edit.h"
 #include "session/translate.h"
 #include "settings/options/folder_presets.h"
@@ -23,8 +23,10 @@
 #include <QBoxLayout>
 #include <QDir>
 #include <QJsonObject>
+#include <QLabel>
 #include <QMenu>
 #include <QSplitter>
+#include <QToolButton>
 
 namespace velmora {
 
@@ -46,9 +48,12 @@ FolderCompareWidget::FolderCompareWidget(SessionHost &window, QWidget *parent)
       m_timeShifts(new TimeShiftBar(this)),
       m_view(new FolderView(m_comparison, this)),
       m_logPanel(new FolderLogPanel(this)),
-      m_statusBar(new FolderStatusBar(this)),
+      m_status(new StatusLine(this)),
+      m_selection(m_status->addFact(QStringLiteral("selectionLabel"))),
+      m_counts(m_status->addFact(QStringLiteral("countsLabel"))),
+      m_readUnread(new QToolButton),
       m_splitter(new QSplitter(Qt::Vertical, this)),
-      m_reports(new FolderReportExport(this)),
+      m_reports(new ReportSaver(this)),
       m_fileCommands(new FileCommands(*m_bar, *m_view, m_comparison, *this)),
       m_contents(new ContentsRun(m_comparison, *this)),
       m_opener(new EntryOpener(window, this))
@@ -92,7 +97,16 @@ void FolderCompareWidget::buildLayout()
     column->addWidget(m_filterBar);
     column->addWidget(m_timeShifts);
     column->addWidget(m_splitter, 1);
-    column->addWidget(m_statusBar);
+    column->addWidget(m_status);
+    m_counts->setToolTip(Velmora::tr("Files that are shown, and entries that filters hide"));
+    m_readUnread->setObjectName(QStringLiteral("readUnreadButton"));
+    m_readUnread->setText(Velmora::tr("Read them"));
+    m_readUnread->setToolTip(Velmora::tr("Read the files that are the same by size and time alone"));
+    m_readUnread->setAccessibleName(m_readUnread->toolTip());
+    m_readUnread->setFocusPolicy(Qt::TabFocus);
+    m_status->addPart(m_readUnread);
+    m_readUnread->hide();
+    m_selection->hide();
     setFocusProxy(&m_view->leftSide().edit());
 }
 
@@ -229,8 +243,9 @@ void FolderCompareWidget::connectCommands()
     connect(m_fileCommands, &FileCommands::logLine, this, &FolderCompareWidget::log);
     connect(m_fileCommands, &FileCommands::statusChanged, this,
             [this](const QString &text) { showMessage(text.isEmpty() ? m_summary : text); });
-    connect(m_fileCommands, &FileCommands::progressed, m_statusBar,
-            [this](qint64 done, qint64 total) { m_statusBar->showProgress(done, total, {}); });
+    connect(m_fileCommands, &FileCommands::progressed, m_status, [this](qint64 done, qint64 total) {
+        m_status->showProgress({0, done, total, {}});
+    });
     connect(m_fileCommands, &FileCommands::runningChanged, this, [this] {
         showRunning();
         Q_EMIT editStateChanged();
@@ -238,7 +253,7 @@ void FolderCompareWidget::connectCommands()
     connect(m_fileCommands, &FileCommands::othersTouched, this, &FolderCompareWidget::onRefresh);
     connect(m_bar->compareContents, &QAction::triggered, this, [this] { m_contents->ask(m_view->selectedNodes()); });
     connect(m_bar->align, &QAction::triggered, this, &FolderCompareWidget::onManualAlign);
-    connect(m_statusBar, &FolderStatusBar::readWanted, m_contents, &ContentsRun::readUnread);
+    connect(m_readUnread, &QToolButton::clicked, m_contents, &ContentsRun::readUnread);
     connect(m_contents, &ContentsRun::started, this, &FolderCompareWidget::onContentsCompareStarted);
     connect(m_contents, &ContentsRun::logLine, this, &FolderCompareWidget::log);
     connect(m_contents, &ContentsRun::statusChanged, this, &FolderCompareWidget::showMessage);
@@ -263,11 +278,11 @@ void FolderCompareWidget::connectCommands()
             host().openSession(host().kindFor(wanted), {left, right, {}});
         });
     }
-    connect(m_reports, &FolderReportExport::written, this, [this](const QString &path) {
+    connect(m_reports, &ReportSaver::written, this, [this](const QString &path) {
         constexpr int shownFor = 5000;
         host().showStatus(Velmora::tr("Report written: %1").arg(QDir::toNativeSeparators(path)), shownFor);
     });
-    connect(m_reports, &FolderReportExport::failed, this, [this](const QString &path, const QString &reason) {
+    connect(m_reports, &ReportSaver::failed, this, [this](const QString &path, const QString &reason) {
         const QString message = Velmora::tr("Cannot write file: %1").arg(QDir::toNativeSeparators(path));
         showMessage(message);
         Dialogs::instance().tell(this, Dialogs::Tone::Warning, Velmora::tr("Export"),
@@ -322,6 +337,8 @@ void FolderCompareWidget::refreshTheme()
     m_bar->refreshTheme();
     m_filterBar->refreshTheme();
     m_logPanel->refreshTheme();
+    m_timeShifts->refreshTheme();
+    m_status->refreshTheme();
     m_view->refreshTheme();
 }
 
@@ -332,7 +349,7 @@ QString FolderCompareWidget::logText() const
 
 QString FolderCompareWidget::status() const
 {
-    return m_statusBar->message();
+    return m_message;
 }
 
 void FolderCompareWidget::takeOptions(const FolderSessionOptions &options)

@@ -11,7 +11,9 @@
 #include <QTimer>
 
 class QMenu;
+class QLabel;
 class QSplitter;
+class QToolButton;
 
 namespace velmora {
 
@@ -21,9 +23,9 @@ class FileCommands;
 class FolderCompareBar;
 class FolderFilterBar;
 class FolderLogPanel;
-class FolderReportExport;
-class FolderStatusBar;
 class FolderView;
+class ReportSaver;
+class StatusLine;
 class TimeShiftBar;
 enum class RowsView;
 
@@ -169,6 +171,7 @@ private:
     bool m_hasResult = false;
     bool m_cancelAsked = false; ///< and not yet told as done
     QString m_summary;          ///< the last one that was shown
+    QString m_message;          ///< in the status line
     QTimer m_startTeller;
 
     FolderComparison m_comparison;
@@ -177,9 +180,12 @@ private:
     TimeShiftBar *m_timeShifts;
     FolderView *m_view;
     FolderLogPanel *m_logPanel;
-    FolderStatusBar *m_statusBar;
+    StatusLine *m_status;
+    QLabel *m_selection;
+    QLabel *m_counts;
+    QToolButton *m_readUnread;
     QSplitter *m_splitter;
-    FolderReportExport *m_reports;
+    ReportSaver *m_reports;
     FileCommands *m_fileCommands;
     ContentsRun *m_contents;
     EntryOpener *m_opener;

@@ -3,8 +3,8 @@
 #include "core/settings_store.h"
 #include "folder/compare/folder_compare_side_pane.h"
 #include "folder/compare/folder_comparison.h"
-#include "folder/compare/folder_notice.h"
 #include "folder/compare/tree_line_tree_widget.h"
+#include "session/frame/notice_card.h"
 #include "session/translate.h"
 
 #include <QBoxLayout>
@@ -46,7 +46,7 @@ FolderView::FolderView(FolderComparison &comparison, QWidget *parent)
           *m_rows, {FolderColumn::RightName, FolderColumn::RightSize, FolderColumn::RightTime}, this)),
       m_leftSide(new FolderCompareSidePane(Side::Left, this)),
       m_rightSide(new FolderCompareSidePane(Side::Right, this)),
-      m_notice(new FolderNotice(this)),
+      m_notice(new NoticeCard(this)),
       m_splitter(new QSplitter(Qt::Horizontal, this))
 {
     m_left->setObjectName(QStringLiteral("folderSideLeft"));

@@ -13,7 +13,7 @@ class QSplitter;
 namespace velmora {
 
 class FolderCompareSidePane;
-class FolderNotice;
+class NoticeCard;
 class TreeLineTreeWidget;
 
 /// The three columns of a folder comparison: the left pane, the signs, the right pane. They show the same rows, scroll
@@ -30,7 +30,7 @@ public:
     [[nodiscard]] FolderCompareSidePane &leftSide() { return *m_leftSide; }
     [[nodiscard]] FolderCompareSidePane &rightSide() { return *m_rightSide; }
     [[nodiscard]] FolderCompareSidePane &head(Side side) { return side == Side::Left ? *m_leftSide : *m_rightSide; }
-    [[nodiscard]] FolderNotice &notice() { return *m_notice; }
+    [[nodiscard]] NoticeCard &notice() { return *m_notice; }
     /// The pane that has the keyboard, or had it last.
     [[nodiscard]] TreeLineTreeWidget &activePane();
 
@@ -97,7 +97,7 @@ private:
     TreeLineTreeWidget *m_right;
     FolderCompareSidePane *m_leftSide;
     FolderCompareSidePane *m_rightSide;
-    FolderNotice *m_notice;
+    NoticeCard *m_notice;
     QSplitter *m_splitter;
     bool m_rightIsActive = false;
     bool m_sharingWidth = false;

@@ -1,17 +1,13 @@
 #pragma once
 
 #include "folder/engine/folder_jobs.h"
-
-#include <QFrame>
-
-class QLabel;
-class QPushButton;
+#include "session/frame/notice_bar.h"
 
 namespace velmora {
 
 /// A remark above the rows: many files have the same contents and times that are apart in a way that has a reason. One
 /// click makes such times count as equal.
-class TimeShiftBar final : public QFrame {
+class TimeShiftBar final : public NoticeBar {
     Q_OBJECT
 public:
     explicit TimeShiftBar(QWidget *parent = nullptr);
@@ -26,8 +22,6 @@ Q_SIGNALS:
     void toleranceWanted(int seconds);
 
 private:
-    QLabel *m_text;
-    QPushButton *m_accept;
     int m_seconds = 0;
     bool m_dismissed = false;
 };

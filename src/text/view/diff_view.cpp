@@ -1,9 +1,9 @@
 #include "text/view/diff_view.h"
 
+#include "session/frame/notice_card.h"
 #include "text/view/diff_pane.h"
 #include "text/view/merge_splitter.h"
 #include "text/view/overview_strip.h"
-#include "text/view/pane_notice.h"
 #include "text/view/pane_painter.h"
 #include "text/view/text_font.h"
 
@@ -32,8 +32,8 @@ DiffView::DiffView(QWidget *parent)
       m_overview(new OverviewStrip(m_scene, this)),
       m_vertical(new QScrollBar(Qt::Vertical, this)),
       m_horizontal(new QScrollBar(Qt::Horizontal, this)),
-      m_leftNotice(new PaneNotice(m_left)),
-      m_rightNotice(new PaneNotice(m_right))
+      m_leftNotice(new NoticeCard(m_left)),
+      m_rightNotice(new NoticeCard(m_right))
 {
     m_splitter->addWidget(m_left);
     m_splitter->addWidget(m_right);

@@ -11,7 +11,7 @@ namespace velmora {
 class DiffPane;
 class MergeSplitter;
 class OverviewStrip;
-class PaneNotice;
+class NoticeCard;
 
 /// Two texts side by side, row by row: the panes, a splitter between them, one pair of scroll bars for both, the
 /// overview of all differences, and cards for what is to be said about a side.
@@ -37,7 +37,7 @@ public:
     void switchPane();
 
     /// The card on a side; hidden until shown.
-    [[nodiscard]] PaneNotice &notice(Side side) { return side == Side::Left ? *m_leftNotice : *m_rightNotice; }
+    [[nodiscard]] NoticeCard &notice(Side side) { return side == Side::Left ? *m_leftNotice : *m_rightNotice; }
     void showNotice(Side side, bool shown);
 
     /// The size of the texts in points; clamped to 6 to 40.
@@ -78,8 +78,8 @@ private:
     OverviewStrip *m_overview;
     QScrollBar *m_vertical;
     QScrollBar *m_horizontal;
-    PaneNotice *m_leftNotice;
-    PaneNotice *m_rightNotice;
+    NoticeCard *m_leftNotice;
+    NoticeCard *m_rightNotice;
     QString m_fontFamily;
     qreal m_usualPoints = 10;
     QPoint m_wheelRest; ///< angle that did not yet make a row or a column

@@ -1,4 +1,4 @@
-#include "text/elided_label.h"
+#include "session/frame/elided_label.h"
 
 #include <QHelpEvent>
 #include <QPainter>

@@ -1,4 +1,4 @@
-#include "text/view/pane_notice.h"
+#include "session/frame/notice_card.h"
 
 #include "session/diff_colours.h"
 
@@ -13,7 +13,8 @@ namespace velmora {
 namespace {
 
 constexpr int margin = 24;
-constexpr int textWidth = 280;
+constexpr int textWidth = 280; // fits into half of a small window
+constexpr int shortText = 60;  // characters that read well in large letters
 constexpr qreal corner = 6;
 
 QLabel *makeLabel(QWidget *parent)
@@ -21,12 +22,14 @@ QLabel *makeLabel(QWidget *parent)
     auto *label = new QLabel(parent);
     label->setAlignment(Qt::AlignCenter);
     label->setWordWrap(true);
+    label->setTextFormat(Qt::PlainText); // a file may be called "<b>"
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return label;
 }
 
 } // namespace
 
-PaneNotice::PaneNotice(QWidget *parent) : QWidget(parent), m_title(makeLabel(this)), m_text(makeLabel(this))
+NoticeCard::NoticeCard(QWidget *parent) : QWidget(parent), m_title(makeLabel(this)), m_text(makeLabel(this))
 {
     setCursor(Qt::ArrowCursor);
     QFont strong = m_title->font();
@@ -43,12 +46,14 @@ PaneNotice::PaneNotice(QWidget *parent) : QWidget(parent), m_title(makeLabel(thi
     refresh();
 }
 
-void PaneNotice::setTexts(const QString &title, const QString &text)
+void NoticeCard::setTexts(const QString &title, const QString &text)
 {
+    m_told.clear();
     m_title->setText(title);
+    m_title->setVisible(!title.isEmpty());
     m_text->setText(text);
     m_text->setVisible(!text.isEmpty());
-    setAccessibleName(text.isEmpty() ? title : title + QStringLiteral(". ") + text);
+    setAccessibleName(title.isEmpty() || text.isEmpty() ? title + text : title + QStringLiteral(". ") + text);
     while (QLayoutItem *item = m_buttons->takeAt(0)) {
         if (QWidget *button = item->widget()) {
             button->hide();
@@ -59,7 +64,7 @@ void PaneNotice::setTexts(const QString &title, const QString &text)
     m_buttons->setContentsMargins(0, 0, 0, 0);
 }
 
-void PaneNotice::addButton(const QString &text, std::function<void()> pressed)
+void NoticeCard::addButton(const QString &text, std::function<void()> pressed)
 {
     auto *button = new QPushButton(text, this);
     connect(button, &QPushButton::clicked, this, [pressed = std::move(pressed)] { pressed(); });
@@ -67,33 +72,69 @@ void PaneNotice::addButton(const QString &text, std::function<void()> pressed)
     m_buttons->addWidget(button, 0, Qt::AlignCenter);
 }
 
-QString PaneNotice::title() const
+void NoticeCard::tell(const QString &text, const QString &button, std::function<void()> pressed)
+{
+    // Told anew after each refresh, it must not take the focus from the button that a person is at.
+    const QString told = text + u'\0' + button;
+    if (told == m_told)
+        return;
+    const bool isTitle = text.size() <= shortText && !text.contains(u'\n');
+    setTexts(isTitle ? text : QString(), isTitle ? QString() : text);
+    if (!button.isEmpty())
+        addButton(button, std::move(pressed));
+    m_told = told;
+    place();
+    show();
+    raise();
+}
+
+void NoticeCard::clear()
+{
+    setTexts({}, {});
+    hide();
+}
+
+QString NoticeCard::title() const
 {
     return m_title->text();
 }
 
-QSize PaneNotice::sizeHint() const
+QSize NoticeCard::sizeHint() const
 {
     const int width = std::max(textWidth + 2 * margin, minimumSizeHint().width());
     return {width, layout()->totalHeightForWidth(width)};
 }
 
-void PaneNotice::place()
+QRect NoticeCard::room() const
 {
-    const QRect pane = parentWidget()->rect();
-    const int width = std::min(sizeHint().width(), pane.width() - 16);
-    const int height = layout()->totalHeightForWidth(width);
-    setGeometry((pane.width() - width) / 2, std::max((pane.height() - height) * 2 / 5, 8), width, height);
+    return m_room.isValid() ? m_room : parentWidget()->rect();
 }
 
-bool PaneNotice::event(QEvent *event)
+void NoticeCard::setRoom(const QRect &room)
+{
+    m_room = room;
+    place();
+}
+
+void NoticeCard::place()
+{
+    constexpr int wide = 700; // where longer lines read better than more of them
+    const QRect room = this->room();
+    const int wanted = room.width() < wide ? sizeHint().width() : sizeHint().width() * 3 / 2;
+    const int width = std::min(wanted, room.width() - 16);
+    const int height = layout()->totalHeightForWidth(width);
+    setGeometry(room.x() + (room.width() - width) / 2, room.y() + std::max((room.height() - height) * 2 / 5, 8), width,
+                height);
+}
+
+bool NoticeCard::event(QEvent *event)
 {
     if (event->type() == QEvent::LayoutRequest)
         place();
     return QWidget::event(event);
 }
 
-void PaneNotice::refresh()
+void NoticeCard::refresh()
 {
     const auto colourLabel = [](QLabel *label, DiffColour role) {
         QPalette palette = label->palette();
@@ -105,7 +146,7 @@ void PaneNotice::refresh()
     update();
 }
 
-void PaneNotice::paintEvent(QPaintEvent *)
+void NoticeCard::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);

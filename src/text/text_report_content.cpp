@@ -1,8 +1,6 @@
-#include "text/report_export.h"
+#include "text/text_report_content.h"
 
-#include "core/safe_file.h"
 #include "core/visible_name.h"
-#include "session/fault_text.h"
 #include "session/translate.h"
 #include "text/engine/text_report.h"
 #include "text/verdict.h"
@@ -15,7 +13,7 @@ namespace velmora {
 
 namespace {
 
-TextReportLabels labelsFor(const ReportExport::Content &content)
+TextReportLabels labelsFor(const TextReportContent &content)
 {
     const DiffCounts counts = countRows(content.document->rows());
     TextReportLabels labels;
@@ -37,7 +35,7 @@ TextReportLabels labelsFor(const ReportExport::Content &content)
 
 } // namespace
 
-MarkedReportForm ReportExport::markedForm(std::optional<qsizetype> context)
+MarkedReportForm markedReportForm(std::optional<qsizetype> context)
 {
     const auto shade = [](DiffColour role) { return ReportColour(diffColour(role).rgb() & 0xFFFFFF); };
     MarkedReportForm form;
@@ -62,43 +60,17 @@ MarkedReportForm ReportExport::markedForm(std::optional<qsizetype> context)
     return form;
 }
 
-ReportExport::ReportExport(QObject *parent) : QObject(parent) {}
-
-void ReportExport::write(const Content &content, const QString &path)
+ReportSaver::Writer textReportWriter(const TextReportContent &content)
 {
-    m_orders.append({content, path});
-    if (!m_runner.isRunning())
-        startNext();
-}
-
-void ReportExport::startNext()
-{
-    if (m_orders.isEmpty())
-        return;
-    const Order &order = m_orders.first();
-    m_runner.start(
-        [order, labels = labelsFor(order.content)](const CancelFlag &cancel, Progress &) {
-            const Content &content = order.content;
-            return saveFile(order.path, [&](QIODevice &device) {
-                if (content.marked) {
-                    return writeMarkedReport(device,
-                                             {content.document->rows(), content.document->lineEndRows(), content.left,
-                                              content.right, content.options},
-                                             labels, *content.marked, QDateTime::currentDateTime(), cancel);
-                }
-                return writeTextReport(device, content.document->rows(), content.left, content.right, content.options,
-                                       labels, QDateTime::currentDateTime(), cancel);
-            });
-        },
-        [this](RunOutcome<SaveResult> &&outcome) {
-            const QString path = m_orders.takeFirst().path;
-            startNext();
-            if (outcome.value && outcome.value->ok())
-                Q_EMIT written(path);
-            else
-                Q_EMIT failed(path, outcome.value ? outcome.value->error
-                                                  : faultText(outcome.fault, Velmora::tr("Not enough memory")));
-        });
+    return [content, labels = labelsFor(content)](QIODevice &device, const CancelFlag &cancel) {
+        const QDateTime now = QDateTime::currentDateTime();
+        const QList<AlignedRow> &rows = content.document->rows();
+        if (!content.marked)
+            return writeTextReport(device, rows, content.left, content.right, content.options, labels, now, cancel);
+        return writeMarkedReport(device,
+                                 {rows, content.document->lineEndRows(), content.left, content.right, content.options},
+                                 labels, *content.marked, now, cancel);
+    };
 }
 
 } // namespace velmora
