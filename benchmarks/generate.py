@@ -47,15 +47,25 @@ def one_percent(rng):
     return left, right
 
 
-def repeated_log(rng):
+def repeated_log(rng, lines=500_000, edits=5_000):
     """Half a million lines of which only 34 are distinct, as from a program that says the same over and over."""
     messages = [padded(f"{WORDS[number]}: {sentence(rng)}") for number in range(34)]
-    left = [messages[min(int(rng.expovariate(0.15)), 33)] for _ in range(500_000)]
+    left = [messages[min(int(rng.expovariate(0.15)), 33)] for _ in range(lines)]
     right = list(left)
-    for _ in range(5_000):
+    for _ in range(edits):
         place = rng.randrange(len(right))
         right[place : place + 1] = [messages[rng.randrange(34)]] * rng.randrange(3)
     return left, right
+
+
+def scattered_log(rng):
+    """The same with so many scattered changes that every sixth row differs."""
+    return repeated_log(rng, edits=62_000)
+
+
+def scattered_short_log(rng):
+    """The same in 200 KB."""
+    return repeated_log(rng, lines=200_000 // WIDTH, edits=62_000 * 200_000 // WIDTH // 500_000)
 
 
 def one_value(rng):
@@ -111,6 +121,8 @@ def short_lines(rng):
 PAIRS = {
     "50mb-1-percent": one_percent,
     "log-34-lines": repeated_log,
+    "log-34-lines-scattered": scattered_log,
+    "log-34-lines-scattered-200kb": scattered_short_log,
     "hostile-one-value": one_value,
     "hostile-periodic": periodic,
     "hostile-fibonacci": fibonacci,

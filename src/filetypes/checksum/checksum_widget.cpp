@@ -1,19 +1,15 @@
 #include "filetypes/checksum/checksum_widget.h"
 
-#include "core/visible_name.h"
 #include "platform/file_access.h"
-#include "session/fault_text.h"
-#include "session/frame/paths_bar.h"
-#include "session/frame/status_line.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
 #include <QApplication>
-#include <QBoxLayout>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QJsonObject>
 #include <QLabel>
 #include <QPushButton>
@@ -57,54 +53,26 @@ QLabel *valueLabel(const char *name)
     return label;
 }
 
-bool isWhole(const std::optional<FileChecksum> &checksum)
-{
-    return checksum && checksum->end == FileChecksum::End::Whole;
-}
-
 QString failureOf(const FileChecksum &checksum, const QString &path)
 {
     const QString words = checksum.end == FileChecksum::End::Broken ? Velmora::tr("Cannot read to the end: %1")
                                                                     : Velmora::tr("Cannot open: %1");
-    return words.arg(visibleName(QDir::toNativeSeparators(path)));
+    return words.arg(QDir::toNativeSeparators(path));
 }
 
 } // namespace
 
 ChecksumWidget::ChecksumWidget(SessionHost &host, QWidget *parent)
-    : SessionWidget(host, parent),
+    : FilesSession(host,
+                   {{&SessionPaths::left, Velmora::tr("Left file:"), Velmora::tr("Drop or browse file…"),
+                     Velmora::tr("Select file")},
+                    {&SessionPaths::right, Velmora::tr("Right file:"), Velmora::tr("Optional: compare checksum…"),
+                     Velmora::tr("Select file")}},
+                   parent),
       m_algorithm(new QComboBox),
-      m_inputs(new PathsBar({{&SessionPaths::left, Velmora::tr("Left file:"), Velmora::tr("Drop or browse file…"),
-                              Velmora::tr("Select file")},
-                             {&SessionPaths::right, Velmora::tr("Right file:"),
-                              Velmora::tr("Optional: compare checksum…"), Velmora::tr("Select file")}})),
       m_left(valueLabel("leftValueLabel")),
       m_right(valueLabel("rightValueLabel")),
-      m_match(valueLabel("matchLabel")),
-      m_status(new StatusLine)
-{
-    auto *content = new QVBoxLayout;
-    content->setContentsMargins(12, 12, 12, 8);
-    content->setSpacing(8);
-    for (QWidget *part : {makeInputs(), makeButtons(), static_cast<QWidget *>(m_left), static_cast<QWidget *>(m_right),
-                          static_cast<QWidget *>(m_match)})
-        content->addWidget(part);
-    content->addStretch();
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->addLayout(content);
-    column->addWidget(m_status);
-
-    m_left->setText(Velmora::tr(leftNoValue));
-    m_right->setText(Velmora::tr(rightNoValue));
-    setFocusProxy(m_inputs);
-    connect(m_algorithm, &QComboBox::activated, this, &ChecksumWidget::chooseAlgorithm);
-    connect(m_inputs, &PathsBar::submitted, this, &ChecksumWidget::onCompute);
-    connect(&m_runner, &Runner::runningChanged, this, &ChecksumWidget::tellRunning);
-    tellRunning();
-}
-
-QWidget *ChecksumWidget::makeInputs()
+      m_match(valueLabel("matchLabel"))
 {
     for (const ChecksumAlgorithm algorithm : checksumAlgorithms)
         m_algorithm->addItem(labelOf(algorithm));
@@ -112,54 +80,27 @@ QWidget *ChecksumWidget::makeInputs()
     m_algorithm->setObjectName(QStringLiteral("algorithmBox"));
     auto *label = new QLabel(Velmora::tr("Algorithm:"));
     label->setBuddy(m_algorithm);
-    m_inputs->grid().addWidget(label, 0, 0);
-    m_inputs->grid().addWidget(m_algorithm, 0, 1, Qt::AlignLeft);
-    return m_inputs;
-}
-
-QWidget *ChecksumWidget::makeButtons()
-{
-    auto *row = new QWidget;
-    auto *buttons = new QHBoxLayout(row);
-    buttons->setContentsMargins(0, 0, 0, 0);
-    connect(addButton(Velmora::tr("Compute/compare"), "computeButton", *row), &QPushButton::clicked, this,
+    inputs().grid().addWidget(label, 0, 0);
+    inputs().grid().addWidget(m_algorithm, 0, 1, Qt::AlignLeft);
+    connect(m_algorithm, &QComboBox::activated, this, [this] {
+        if (!paths().left.isEmpty())
+            onCompute();
+    });
+    connect(addCommand(Velmora::tr("Compute/compare"), QStringLiteral("computeButton")), &QPushButton::clicked, this,
             &ChecksumWidget::onCompute);
-    const auto addCopy = [&](const QString &text, const char *name, const QLabel *label) {
-        connect(addButton(text, name, *row), &QPushButton::clicked, this, [label] {
-            if (const QString value = valueOf(*label); !value.isEmpty())
-                QApplication::clipboard()->setText(value);
+    const auto addCopy = [this](const QString &text, const QString &name, const QLabel *value) {
+        connect(addCommand(text, name), &QPushButton::clicked, this, [value] {
+            if (const QString shown = valueOf(*value); !shown.isEmpty())
+                QApplication::clipboard()->setText(shown);
         });
     };
-    addCopy(Velmora::tr("Copy left"), "copyLeftButton", m_left);
-    addCopy(Velmora::tr("Copy right"), "copyRightButton", m_right);
-    m_cancel = addButton(Velmora::tr("Cancel"), "cancelButton", *row);
-    m_cancel->setShortcut(Qt::Key_Escape);
-    connect(m_cancel, &QPushButton::clicked, this, &ChecksumWidget::onCancel);
-    buttons->addStretch();
-    return row;
-}
-
-QPushButton *ChecksumWidget::addButton(const QString &text, const char *name, QWidget &row)
-{
-    auto *button = new QPushButton(text);
-    button->setObjectName(QLatin1String(name));
-    row.layout()->addWidget(button);
-    return button;
-}
-
-QString ChecksumWidget::kind() const
-{
-    return QStringLiteral("checksum");
-}
-
-SessionPaths ChecksumWidget::paths() const
-{
-    return m_inputs->paths();
-}
-
-void ChecksumWidget::setPaths(const SessionPaths &paths)
-{
-    m_inputs->setPaths(paths);
+    addCopy(Velmora::tr("Copy left"), QStringLiteral("copyLeftButton"), m_left);
+    addCopy(Velmora::tr("Copy right"), QStringLiteral("copyRightButton"), m_right);
+    for (QLabel *value : {m_left, m_right, m_match})
+        content().addWidget(value);
+    content().addStretch();
+    m_left->setText(Velmora::tr(leftNoValue));
+    m_right->setText(Velmora::tr(rightNoValue));
 }
 
 QJsonObject ChecksumWidget::options() const
@@ -174,99 +115,46 @@ void ChecksumWidget::setOptions(const QJsonObject &options)
         m_algorithm->setCurrentIndex(index);
 }
 
-void ChecksumWidget::dropPaths(const QStringList &paths, QPoint position)
-{
-    m_inputs->take(paths, m_inputs->mapFrom(this, position));
-    onCompute();
-}
-
 void ChecksumWidget::refreshTheme()
 {
-    m_inputs->refreshTheme();
-    m_status->refreshTheme();
+    FilesSession::refreshTheme();
     showMatch();
-}
-
-void ChecksumWidget::chooseAlgorithm()
-{
-    if (!paths().left.isEmpty())
-        onCompute();
 }
 
 void ChecksumWidget::onCompute()
 {
-    const Results orders{checksumAlgorithms.at(std::size_t(m_algorithm->currentIndex())), paths(), {}, {}};
-    if (orders.paths.left.isEmpty() && orders.paths.right.isEmpty()) {
-        m_status->showMessage(Velmora::tr("Select at least one file"));
+    const SessionPaths files = paths();
+    if (files.left.isEmpty() && files.right.isEmpty()) {
+        status().showMessage(Velmora::tr("Select at least one file"));
         return;
     }
-    m_runner.start([orders](const CancelFlag &cancel, Progress &progress) { return compute(orders, cancel, progress); },
-                   [this](RunOutcome<Results> &&outcome) {
-                       if (outcome.end == RunEnd::Done)
-                           take(*outcome.value);
-                       else if (outcome.end == RunEnd::Cancelled)
-                           m_status->showMessage(Velmora::tr("Cancelled"));
-                       else
-                           m_status->showMessage(faultText(outcome.fault, Velmora::tr("Not enough memory")));
-                   },
-                   [this](const ProgressState &state) {
-                       m_status->showProgress(
-                           state, Velmora::tr("Reading %1").arg(visibleName(QDir::toNativeSeparators(state.item))));
-                   });
+    const ChecksumAlgorithm algorithm = checksumAlgorithms.at(std::size_t(m_algorithm->currentIndex()));
+    run(
+        [files, algorithm](const CancelFlag &cancel, Progress &progress) {
+            return fileChecksums(files.left, files.right, algorithm, FileAccess::native(), cancel, progress);
+        },
+        [this, files, algorithm](const ChecksumPair &results) { take(results, files, labelOf(algorithm)); });
 }
 
-void ChecksumWidget::onCancel()
+void ChecksumWidget::take(const ChecksumPair &results, const SessionPaths &files, const QString &algorithm)
 {
-    m_runner.cancel();
-}
-
-ChecksumWidget::Results ChecksumWidget::compute(Results orders, const CancelFlag &cancel, Progress &progress)
-{
-    const SessionPaths &files = orders.paths;
-    const qint64 total = QFileInfo(files.left).size() + QFileInfo(files.right).size();
-    qint64 before = 0;
-    const auto checksum = [&](const QString &path) -> std::optional<FileChecksum> {
-        if (path.isEmpty())
-            return std::nullopt;
-        qint64 done = 0;
-        const auto tell = [&](qint64 bytes) {
-            done = bytes;
-            progress.report(0, before + done, total, path);
-        };
-        const FileChecksum result = fileChecksum(path, orders.algorithm, FileAccess::native(), cancel, tell);
-        before += done;
-        return result;
-    };
-    orders.left = checksum(files.left);
-    if (files.left.isEmpty() || isWhole(orders.left))
-        orders.right = checksum(files.right);
-    return orders;
-}
-
-void ChecksumWidget::take(const Results &results)
-{
-    const QString algorithm = labelOf(results.algorithm);
     const auto show = [&](QLabel &label, const std::optional<FileChecksum> &checksum, const QString &value,
                           const QString &error, const char *none) {
-        label.setText(!checksum           ? Velmora::tr(none)
-                      : isWhole(checksum) ? value.arg(algorithm, checksum->text())
-                                          : error);
+        label.setText(!checksum             ? Velmora::tr(none)
+                      : checksum->isWhole() ? value.arg(algorithm, checksum->text())
+                                            : error);
     };
     show(*m_left, results.left, Velmora::tr("Left (%1): %2"), Velmora::tr("Left: error"), leftNoValue);
     show(*m_right, results.right, Velmora::tr("Right (%1): %2"), Velmora::tr("Right: error"), rightNoValue);
-    const SessionPaths &files = results.paths;
-    if (results.left && !isWhole(results.left)) {
-        m_match->clear();
-        m_status->showMessage(failureOf(*results.left, files.left));
-        return;
-    }
-    if (results.right && !isWhole(results.right)) {
-        m_match->clear();
-        m_status->showMessage(failureOf(*results.right, files.right));
-        return;
+    for (const auto &[checksum, path] : {std::pair(results.left, files.left), std::pair(results.right, files.right)}) {
+        if (checksum && !checksum->isWhole()) {
+            m_match->clear();
+            status().showMessage(failureOf(*checksum, path));
+            return;
+        }
     }
     showMatch();
-    m_status->showMessage(Velmora::tr("Computed %1").arg(algorithm));
+    status().showMessage(Velmora::tr("Computed %1").arg(algorithm));
     const QString leftName = QFileInfo(files.left).fileName();
     const QString rightName = QFileInfo(files.right).fileName();
     if (results.left && results.right) {
@@ -289,15 +177,6 @@ void ChecksumWidget::showMatch()
     const QString light = match ? QStringLiteral("#0a7a0a") : QStringLiteral("#c03030");
     m_match->setText(match ? Velmora::tr("Checksums match") : Velmora::tr("Checksums differ"));
     m_match->setStyleSheet(QStringLiteral("color: %1; font-weight: 600;").arg(isDarkTheme() ? dark : light));
-}
-
-void ChecksumWidget::tellRunning()
-{
-    m_cancel->setEnabled(m_runner.isRunning());
-    if (m_runner.isRunning())
-        m_status->showProgress({});
-    else
-        m_status->clearProgress();
 }
 
 } // namespace velmora

@@ -88,4 +88,28 @@ FileChecksum fileChecksum(const QString &path, ChecksumAlgorithm algorithm, cons
     }
 }
 
+ChecksumPair fileChecksums(const QString &left, const QString &right, ChecksumAlgorithm algorithm,
+                           const FileAccess &files, const CancelFlag &cancel, Progress &progress)
+{
+    const qint64 total = QFileInfo(left).size() + QFileInfo(right).size();
+    qint64 before = 0;
+    const auto checksum = [&](const QString &path) -> std::optional<FileChecksum> {
+        if (path.isEmpty())
+            return std::nullopt;
+        qint64 done = 0;
+        const auto advanced = [&](qint64 bytes) {
+            done = bytes;
+            progress.report(0, before + done, total, path);
+        };
+        const FileChecksum result = fileChecksum(path, algorithm, files, cancel, advanced);
+        before += done;
+        return result;
+    };
+    ChecksumPair pair;
+    pair.left = checksum(left);
+    if (!pair.left || pair.left->isWhole())
+        pair.right = checksum(right);
+    return pair;
+}
+
 } // namespace velmora

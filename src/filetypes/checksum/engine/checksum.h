@@ -1,12 +1,14 @@
 #pragma once
 
 #include "core/cancel_flag.h"
+#include "core/progress.h"
 
 #include <QByteArray>
 #include <QString>
 
 #include <array>
 #include <functional>
+#include <optional>
 
 namespace velmora {
 
@@ -30,6 +32,7 @@ struct FileChecksum {
     End end = End::NotOpened;
     QByteArray digest = {}; ///< most significant byte first; empty unless `end` is Whole
 
+    [[nodiscard]] bool isWhole() const noexcept { return end == End::Whole; }
     /// The form in which people read it: upper-case hexadecimal.
     [[nodiscard]] QString text() const { return QString::fromLatin1(digest.toHex().toUpper()); }
 };
@@ -39,5 +42,15 @@ struct FileChecksum {
 /// read so far. Pipes and devices, which may never end, are not opened.
 [[nodiscard]] FileChecksum fileChecksum(const QString &path, ChecksumAlgorithm algorithm, const FileAccess &files,
                                         const CancelFlag &cancel, const std::function<void(qint64)> &advanced = {});
+
+/// The checksums of the files of two sides; none for an empty path, and of the right side when the left one failed.
+struct ChecksumPair {
+    std::optional<FileChecksum> left;
+    std::optional<FileChecksum> right;
+};
+
+/// Computes both, one after the other. Progress counts the bytes of both files and names the one that is read.
+[[nodiscard]] ChecksumPair fileChecksums(const QString &left, const QString &right, ChecksumAlgorithm algorithm,
+                                         const FileAccess &files, const CancelFlag &cancel, Progress &progress);
 
 } // namespace velmora
