@@ -9,6 +9,9 @@ velmora_build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-l10n-tools
 # For anything that shows or measures text: one font with Latin and one with Chinese letters.
 velmora_font_packages=(fonts-dejavu-core fonts-wqy-microhei)
 
+# For the checks of formatting and of the sources lately changed; other versions than 14 decide differently.
+velmora_lint_packages=(clang-format-14 clang-tidy-14)
+
 say() { printf '%s\n' "$*" >&2; }
 
 # fail LINE…: says the lines and ends the script.
@@ -103,6 +106,17 @@ need_packages() {
     offered=$(apt-cache policy qt6-base-dev | awk '$1 == "Candidate:" && $2 != "(none)" {print $2}')
     [[ -z $offered ]] || refuse_old_qt "$offered"
     apt_get install -y --no-install-recommends "${missing[@]}"
+}
+
+# need_offered_packages NAME…: those of them that this system has at all; whatever uses them does without.
+need_offered_packages() {
+    local offered=() name
+    for name in "$@"; do
+        if [[ -n "$(apt-cache search --names-only "^$name\$" 2>/dev/null)" ]]; then
+            offered+=("$name")
+        fi
+    done
+    ((${#offered[@]} == 0)) || need_packages "${offered[@]}"
 }
 
 # The presets share what they compile alike, although each does so in a folder of its own.

@@ -15,7 +15,7 @@ constexpr std::array<std::string_view, 128> makeReferences()
     for (size_t control = 0; control < 0x20; ++control)
         references[control] = "\xEF\xBF\xBD";
     for (const char allowed : {'\t', '\n', '\f', '\r'})
-        references[size_t(allowed)] = {};
+        references[size_t(uchar(allowed))] = {};
     references[0x7F] = "\xEF\xBF\xBD";
     references['&'] = "&amp;";
     references['<'] = "&lt;";

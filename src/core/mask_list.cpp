@@ -13,7 +13,8 @@ namespace {
 /// expression knows, too.
 std::u32string_view nameAt(std::u32string_view mask, std::size_t at)
 {
-    if (at + 1 >= mask.size() || mask[at] != U'[' || std::u32string_view(U":.=").find(mask[at + 1]) == mask.npos)
+    if (at + 1 >= mask.size() || mask[at] != U'[' ||
+        std::u32string_view(U":.=").find(mask[at + 1]) == std::u32string_view::npos)
         return {};
     const char32_t sign = mask[at + 1];
     for (std::size_t end = at + 2; end + 1 < mask.size() && mask[end] != U']' && mask[end] != U'\\'; ++end) {
