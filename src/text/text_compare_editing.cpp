@@ -14,6 +14,7 @@
 #include "text/view/merge_splitter.h"
 
 #include <QFileInfo>
+#include <QLabel>
 
 namespace velmora {
 

@@ -7,6 +7,7 @@
 
 #include <QFileInfo>
 #include <QSignalSpy>
+#include <QVariantList>
 
 using namespace velmora;
 using namespace velmora::test;
