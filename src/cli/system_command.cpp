@@ -6,7 +6,6 @@
 #include "core/visible_name.h"
 #include "platform/environment_names.h"
 #include "system/engine/snapshot_capture.h"
-#include "system/engine/snapshot_compare.h"
 #include "system/engine/snapshot_file.h"
 
 #include <QIODevice>
@@ -55,8 +54,8 @@ struct Request {
 /// What is compared, and how it compares.
 struct Comparison {
     Request request;
-    QList<SnapshotRow> rows;
-    SnapshotCounts counts;
+    QList<KeyedRow> rows;
+    PairCounts counts;
 };
 
 /// Null for a file whose name does not tell.
@@ -116,7 +115,7 @@ QString faultText(const SnapshotReading &reading)
 
 bool writeSummary(QIODevice &device, const Comparison &comparison)
 {
-    const SnapshotCounts &counts = comparison.counts;
+    const PairCounts &counts = comparison.counts;
     const QByteArray line =
         QStringLiteral("Total: %1 items | Same: %2 | Changed: %3 | Left only: %4 | Right only: %5\n")
             .arg(comparison.rows.size())
@@ -129,7 +128,7 @@ bool writeSummary(QIODevice &device, const Comparison &comparison)
 }
 
 /// The numbers of statuses that folder comparisons have.
-int statusNumber(SnapshotStatus status)
+int statusNumber(PairStatus status)
 {
     static constexpr std::array numbers{0, 3, 1, 2};
     return numbers[std::size_t(status)];
@@ -138,7 +137,7 @@ int statusNumber(SnapshotStatus status)
 bool writeList(QIODevice &device, const Comparison &comparison)
 {
     OutputBuffer output(device);
-    for (const SnapshotRow &row : comparison.rows) {
+    for (const KeyedRow &row : comparison.rows) {
         static constexpr std::string_view signs = "=!<>";
         const QByteArray key = visibleName(row.key).toUtf8();
         output << signs[std::size_t(row.status)] << ' ' << std::string_view(key.constData(), std::size_t(key.size()))
@@ -167,12 +166,12 @@ bool writeJson(QIODevice &device, const Comparison &comparison)
     writeText(json, "right", request.right, !request.right.isEmpty());
     json.key("items");
     json.beginList();
-    for (const SnapshotRow &row : comparison.rows) {
+    for (const KeyedRow &row : comparison.rows) {
         json.beginObject();
         json.text("key", row.key);
         json.number("status", statusNumber(row.status));
-        writeText(json, "left", row.left, row.status != SnapshotStatus::RightOnly);
-        writeText(json, "right", row.right, row.status != SnapshotStatus::LeftOnly);
+        writeText(json, "left", row.left, isOn(row.status, Side::Left));
+        writeText(json, "right", row.right, isOn(row.status, Side::Right));
         json.endObject();
     }
     json.endList();

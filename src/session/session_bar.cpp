@@ -1,9 +1,11 @@
 #include "session/session_bar.h"
 
+#include "session/difference_keys.h"
 #include "session/field_keys.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
+#include <QActionGroup>
 #include <QToolButton>
 
 namespace velmora {
@@ -20,9 +22,10 @@ QAction *SessionBar::add(const Look &look)
 {
     auto *action = new QAction(look.text, this);
     action->setObjectName(QLatin1String(look.objectName));
-    action->setShortcuts(look.keys);
+    const QList<QKeySequence> keys = differenceKeys(QLatin1String(look.objectName)) + look.keys;
+    action->setShortcuts(keys);
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    action->setToolTip(hintWithKeys(look.hint.isEmpty() ? look.text : look.hint, look.keys));
+    action->setToolTip(hintWithKeys(look.hint.isEmpty() ? look.text : look.hint, keys));
     parentWidget()->addAction(action);
     if (look.icon.isEmpty())
         return action;
@@ -37,13 +40,22 @@ void SessionBar::addDifferenceSteps()
     previousDifference = add({"previousAction",
                               Velmora::tr("Previous"),
                               QStringLiteral("prev_diff.png"),
-                              {Qt::SHIFT | Qt::Key_F8, Qt::ALT | Qt::Key_Up},
+                              {},
                               Velmora::tr("Previous difference")});
-    nextDifference = add({"nextAction",
-                          Velmora::tr("Next"),
-                          QStringLiteral("next_diff.png"),
-                          {Qt::Key_F8, Qt::ALT | Qt::Key_Down},
-                          Velmora::tr("Next difference")});
+    nextDifference =
+        add({"nextAction", Velmora::tr("Next"), QStringLiteral("next_diff.png"), {}, Velmora::tr("Next difference")});
+}
+
+void SessionBar::addChoice(const QList<std::pair<QAction **, Look>> &choice)
+{
+    auto *group = new QActionGroup(this);
+    for (const auto &[action, look] : choice) {
+        *action = add(look);
+        (*action)->setCheckable(true);
+        showTextBeside(*action);
+        group->addAction(*action);
+    }
+    group->actions().constFirst()->setChecked(true);
 }
 
 void SessionBar::showTextBeside(QAction *action)

@@ -28,16 +28,18 @@ protected:
     struct Look {
         const char *objectName;
         QString text;
-        QString icon = {}; ///< of the button and the menu entry
-        QList<QKeySequence> keys = {};
-        QString hint = {};     ///< instead of the text in the tool tip
-        bool hasButton = true; ///< where there is an icon
+        QString icon = {};             ///< of the button and the menu entry
+        QList<QKeySequence> keys = {}; ///< beside those of `differenceKeys`
+        QString hint = {};             ///< instead of the text in the tool tip
+        bool hasButton = true;         ///< where there is an icon
     };
 
     /// A new action, with a button or only in menus and by its keys.
     [[nodiscard]] QAction *add(const Look &look);
     /// Adds the two that every comparison has, with the same keys everywhere.
     void addDifferenceSteps();
+    /// Adds commands of which one is on, at first the first; their buttons have texts.
+    void addChoice(const QList<std::pair<QAction **, Look>> &choice);
     /// Gives an action that has an icon another one.
     void changeIcon(QAction *action, const QString &icon);
     /// Lets the keys of all actions added so far work wherever the focus is in the window, as long as the session is in

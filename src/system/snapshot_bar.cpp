@@ -2,15 +2,13 @@
 
 #include "session/translate.h"
 
-#include <QActionGroup>
-
 namespace velmora {
 
-SnapshotBar::SnapshotBar(const QString &saveHint, QWidget *session) : SessionBar(session)
+SnapshotBar::SnapshotBar(const QString &saveHint, QWidget *session) : ListBar(session)
 {
     addComparing();
     addSeparator();
-    addViews();
+    addListCommands();
     addSides(saveHint);
     refreshTheme();
 }
@@ -20,52 +18,15 @@ void SnapshotBar::addComparing()
     compare = add({"compareAction",
                    Velmora::tr("Compare"),
                    QStringLiteral("compare.png"),
-                   {Qt::Key_F5, Qt::CTRL | Qt::Key_Return},
+                   {Qt::CTRL | Qt::Key_Return},
                    Velmora::tr("Compare the two sides")});
     m_compareHint = compare->toolTip();
     showTextBeside(compare);
     cancel = add({"cancelAction",
                   Velmora::tr("Cancel"),
                   QStringLiteral("stop.png"),
-                  {Qt::Key_Escape},
+                  {},
                   Velmora::tr("Cancel what is being done")});
-    addSeparator();
-    addDifferenceSteps();
-}
-
-void SnapshotBar::addViews()
-{
-    showAll = add({"showAllAction",
-                   Velmora::tr("All"),
-                   QStringLiteral("all.png"),
-                   {Qt::CTRL | Qt::SHIFT | Qt::Key_A},
-                   Velmora::tr("Show all rows")});
-    showDifferences = add({"showDifferencesAction",
-                           Velmora::tr("Diff"),
-                           QStringLiteral("diff.png"),
-                           {Qt::CTRL | Qt::Key_D},
-                           Velmora::tr("Show only the rows that differ")});
-    auto *views = new QActionGroup(this);
-    for (QAction *action : {showAll, showDifferences}) {
-        action->setCheckable(true);
-        showTextBeside(action);
-        views->addAction(action);
-    }
-    showAll->setChecked(true);
-    addSeparator();
-    copyRows = add({"copyAction",
-                    Velmora::tr("Copy"),
-                    QStringLiteral("copy.png"),
-                    {QKeySequence(QKeySequence::Copy)},
-                    Velmora::tr("Copy the selected rows, their columns separated by tabs")});
-    showDetails = add({"showDetailsAction",
-                       Velmora::tr("Details"),
-                       QStringLiteral("info.png"),
-                       {QKeySequence(Qt::Key_F4)},
-                       Velmora::tr("Show the values of the current row in full")});
-    showDetails->setCheckable(true);
-    showDetails->setChecked(true);
-    focusFilter = add({"focusFilterAction", Velmora::tr("Filter"), {}, {QKeySequence(QKeySequence::Find)}});
 }
 
 void SnapshotBar::addSides(const QString &saveHint)

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "session/session_bar.h"
+#include "session/list/list_bar.h"
 
 namespace velmora {
 
 /// The commands of a snapshot session. Those of the two sides have their buttons beside the sides' fields.
-class SnapshotBar final : public SessionBar {
+class SnapshotBar final : public ListBar {
     Q_OBJECT
 public:
     /// The commands of one side.
@@ -20,11 +20,6 @@ public:
 
     QAction *compare = nullptr;
     QAction *cancel = nullptr;
-    QAction *showAll = nullptr;
-    QAction *showDifferences = nullptr;
-    QAction *showDetails = nullptr;
-    QAction *copyRows = nullptr;
-    QAction *focusFilter = nullptr;
     QAction *focusLeft = nullptr;
     QAction *focusRight = nullptr;
     SideActions left;
@@ -35,7 +30,6 @@ public:
 
 private:
     void addComparing();
-    void addViews();
     void addSides(const QString &saveHint);
 
     QString m_compareHint;

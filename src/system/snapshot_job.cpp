@@ -32,20 +32,14 @@ SideResult capture(const SnapshotKind &kind, const CancelFlag &cancel, Progress 
 
 SideResult get(const SideOrder &order, const SnapshotKind &kind, const CancelFlag &cancel, Progress &progress)
 {
-    switch (order.source) {
-    case SideOrder::Source::None:
-        break;
-    case SideOrder::Source::Keep: {
-        SideResult kept;
-        kept.snapshot = order.kept;
-        return kept;
-    }
-    case SideOrder::Source::Load:
-        return load(order.path, kind.form, cancel);
-    case SideOrder::Source::Capture:
-        return capture(kind, cancel, progress);
-    }
-    return {};
+    SideResult result;
+    if (order.source == SideOrder::Source::Keep)
+        result.snapshot = order.kept;
+    else if (order.source == SideOrder::Source::Load)
+        result = load(order.path, kind.form, cancel);
+    else if (order.source == SideOrder::Source::Capture)
+        result = capture(kind, cancel, progress);
+    return result;
 }
 
 } // namespace

@@ -46,7 +46,7 @@ struct SnapshotOrder {
 struct SnapshotOutcome {
     SideResult left;
     SideResult right;
-    std::optional<QList<SnapshotRow>> rows; ///< of a comparison that was ordered, where both sides are there
+    std::optional<QList<KeyedRow>> rows; ///< of a comparison that was ordered, where both sides are there
 };
 
 /// Gets the snapshots of both sides and compares them if that is asked for. When both sides are to be captured, it is

@@ -3,7 +3,6 @@
 #include "core/cancel_flag.h"
 #include "core/progress.h"
 #include "system/engine/snapshot_capture.h"
-#include "system/engine/snapshot_compare.h"
 #include "system/engine/snapshot_file.h"
 
 #include <QString>

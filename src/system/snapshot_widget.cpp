@@ -1,22 +1,16 @@
 #include "system/snapshot_widget.h"
 
 #include "session/frame/status_line.h"
+#include "session/list/list_pane.h"
 #include "session/session_host.h"
 #include "session/translate.h"
 #include "system/snapshot_bar.h"
-#include "system/snapshot_details.h"
 #include "system/snapshot_failure.h"
-#include "system/snapshot_rows_model.h"
 #include "system/snapshot_side.h"
-#include "system/snapshot_view.h"
 
-#include <QClipboard>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
-#include <QSplitter>
 
 namespace velmora {
 
@@ -24,48 +18,27 @@ namespace {
 
 constexpr QLatin1String onlyDifferencesKey("onlyDifferences");
 
-QString describeCounts(const SnapshotCounts &counts, qsizetype shown)
-{
-    const QLocale locale;
-    const auto number = [&locale](qsizetype value) { return locale.toString(qint64(value)); };
-    const qsizetype all = counts.same + counts.differences();
-    QStringList parts{Velmora::tr("Same: %1").arg(number(counts.same)),
-                      Velmora::tr("Changed: %1").arg(number(counts.changed)),
-                      Velmora::tr("Left only: %1").arg(number(counts.leftOnly)),
-                      Velmora::tr("Right only: %1").arg(number(counts.rightOnly))};
-    if (shown < all)
-        parts.append(Velmora::tr("Hidden: %1").arg(number(all - shown)));
-    return parts.join(QStringLiteral("   "));
-}
-
 } // namespace
 
 SnapshotWidget::SnapshotWidget(SnapshotKind kind, SessionHost &window, QWidget *parent)
     : SessionWidget(window, parent),
       m_kind(std::move(kind)),
       m_bar(new SnapshotBar(Velmora::tr(m_kind.saveHint), this)),
-      m_rows(new SnapshotRowsModel(Velmora::tr(m_kind.keyColumn), this)),
-      m_view(new SnapshotView(*m_rows, this)),
-      m_details(new SnapshotDetails(this)),
+      m_list(new ListPane(*m_bar, std::make_unique<KeyedList>(Velmora::tr(m_kind.keyColumn)), this)),
       m_status(new StatusLine(this)),
-      m_counts(m_status->addFact(QStringLiteral("countsLabel"))),
-      m_filter(new QLineEdit(this)),
-      m_splitter(new QSplitter(Qt::Vertical, this))
+      m_counts(m_status->addFact(QStringLiteral("countsLabel")))
 {
     buildLayout();
     connectBar();
-    connectView();
     connectSides();
+    connect(m_list, &ListPane::shownRowsChanged, this, [this] { m_counts->setText(m_list->countsText()); });
+    connect(m_list, &ListPane::told, this, [this](const QString &message) { m_status->showMessage(message); });
     connect(&m_runner, &Runner::runningChanged, this, &SnapshotWidget::showState);
     showState();
-    showNotice();
+    inviteFiles();
 }
 
-// The view tells of its rows as it goes, and children outlive members.
-SnapshotWidget::~SnapshotWidget()
-{
-    m_view->disconnect(this);
-}
+SnapshotWidget::~SnapshotWidget() = default;
 
 // Layout --------------------------------------------------------------------------------------------------------------
 
@@ -95,93 +68,36 @@ QWidget *SnapshotWidget::buildHead()
     return head;
 }
 
-QWidget *SnapshotWidget::buildFilterRow()
-{
-    auto *bar = new QWidget(this);
-    auto *label = new QLabel(Velmora::tr("Filter:"), bar);
-    label->setBuddy(m_filter);
-    m_filter->setObjectName(QStringLiteral("rowFilter"));
-    m_filter->setPlaceholderText(Velmora::tr("Words in names and values"));
-    m_filter->setToolTip(Velmora::tr("Shows the rows that hold all of these words (Ctrl+F)"));
-    m_filter->setClearButtonEnabled(true);
-    m_filter->setAcceptDrops(false);
-    constexpr int widestFilter = 420;
-    m_filter->setMaximumWidth(widestFilter);
-    auto *row = new QHBoxLayout(bar);
-    row->setContentsMargins(10, 0, 10, 6);
-    row->setSpacing(6);
-    row->addWidget(label);
-    row->addWidget(m_filter, 1);
-    row->addStretch(1);
-    return bar;
-}
-
 void SnapshotWidget::buildLayout()
 {
-    m_splitter->addWidget(m_view);
-    m_splitter->addWidget(m_details);
-    m_splitter->setStretchFactor(0, 1);
-    m_splitter->setStretchFactor(1, 0);
-    m_splitter->setCollapsible(0, false);
-    m_splitter->setHandleWidth(3);
-    constexpr int detailsHeight = 150;
-    m_splitter->setSizes({10000, detailsHeight});
-
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(m_bar);
     column->addWidget(buildHead());
-    column->addWidget(buildFilterRow());
-    column->addWidget(m_splitter, 1);
+    column->addWidget(m_list, 1);
     column->addWidget(m_status);
     setFocusProxy(&m_left->field());
 }
 
 void SnapshotWidget::connectBar()
 {
-    const auto onTrigger = [this](QAction *action, auto slot) { connect(action, &QAction::triggered, this, slot); };
-    onTrigger(m_bar->compare, &SnapshotWidget::onCompare);
-    onTrigger(m_bar->cancel, &SnapshotWidget::onCancel);
-    onTrigger(m_bar->left.capture, &SnapshotWidget::onCaptureLeft);
-    onTrigger(m_bar->right.capture, &SnapshotWidget::onCaptureRight);
-    onTrigger(m_bar->left.load, &SnapshotWidget::onLoadLeft);
-    onTrigger(m_bar->right.load, &SnapshotWidget::onLoadRight);
-    onTrigger(m_bar->left.save, &SnapshotWidget::onSaveLeft);
-    onTrigger(m_bar->right.save, &SnapshotWidget::onSaveRight);
-    onTrigger(m_bar->previousDifference, [this] { goToDifference(false); });
-    onTrigger(m_bar->nextDifference, [this] { goToDifference(true); });
-    onTrigger(m_bar->showAll, [this] { setOnlyDifferences(false); });
-    onTrigger(m_bar->showDifferences, [this] { setOnlyDifferences(true); });
-    onTrigger(m_bar->copyRows, [this] { copyRows(); });
-    onTrigger(m_bar->focusLeft, [this] { m_left->field().setFocus(Qt::ShortcutFocusReason); });
-    onTrigger(m_bar->focusRight, [this] { m_right->field().setFocus(Qt::ShortcutFocusReason); });
-    onTrigger(m_bar->focusFilter, [this] {
-        m_filter->setFocus(Qt::ShortcutFocusReason);
-        m_filter->selectAll();
-    });
-    connect(m_bar->showDetails, &QAction::toggled, m_details, &QWidget::setVisible);
-}
-
-void SnapshotWidget::connectView()
-{
-    connect(m_filter, &QLineEdit::textChanged, this, [this](const QString &words) {
-        m_rows->setFilter(words);
-        showShownCount();
-    });
-    connect(m_filter, &QLineEdit::returnPressed, this, [this] { m_view->setFocus(); });
-    connect(m_view, &SnapshotView::currentRowChanged, this, &SnapshotWidget::showCurrentRow);
-    connect(m_view, &SnapshotView::selectedRowsChanged, this,
-            [this] { m_bar->copyRows->setEnabled(m_view->selectionModel()->hasSelection()); });
-    connect(m_view, &QTreeView::activated, this, [this] { m_bar->showDetails->setChecked(true); });
-    connect(m_view, &QWidget::customContextMenuRequested, this, &SnapshotWidget::onTreeContextMenu);
+    connect(m_bar->compare, &QAction::triggered, this, &SnapshotWidget::onCompare);
+    connect(m_bar->cancel, &QAction::triggered, this, [this] { m_runner.cancel(); });
+    for (const auto &[focus, side] : {std::pair(m_bar->focusLeft, m_left), std::pair(m_bar->focusRight, m_right)}) {
+        connect(focus, &QAction::triggered, this, [side = side] { side->field().setFocus(Qt::ShortcutFocusReason); });
+    }
 }
 
 void SnapshotWidget::connectSides()
 {
-    for (SnapshotSide *side : {m_left, m_right}) {
-        connect(side, &SnapshotSide::edited, this, &SnapshotWidget::showState);
-        connect(side, &SnapshotSide::submitted, this, [this, side] { submit(*side); });
+    for (const auto &[side, actions] : {std::pair(m_left, &m_bar->left), std::pair(m_right, &m_bar->right)}) {
+        SnapshotSide &own = *side;
+        connect(&own, &SnapshotSide::edited, this, &SnapshotWidget::showState);
+        connect(&own, &SnapshotSide::submitted, this, [this, &own] { submit(own); });
+        connect(actions->capture, &QAction::triggered, this, [this, &own] { fetch(own, own.livePlace()); });
+        connect(actions->load, &QAction::triggered, this, [this, &own] { askForFile(own); });
+        connect(actions->save, &QAction::triggered, this, [this, &own] { askWhereToSave(own); });
     }
 }
 
@@ -211,12 +127,12 @@ void SnapshotWidget::start()
 
 QJsonObject SnapshotWidget::options() const
 {
-    return m_rows->onlyDifferences() ? QJsonObject{{onlyDifferencesKey, true}} : QJsonObject();
+    return rows().view() == RowsView::Differences ? QJsonObject{{onlyDifferencesKey, true}} : QJsonObject();
 }
 
 void SnapshotWidget::setOptions(const QJsonObject &options)
 {
-    setOnlyDifferences(options.value(onlyDifferencesKey).toBool());
+    m_list->setRowsView(options.value(onlyDifferencesKey).toBool() ? RowsView::Differences : RowsView::All);
 }
 
 void SnapshotWidget::dropPaths(const QStringList &paths, QPoint position)
@@ -235,15 +151,13 @@ void SnapshotWidget::dropPaths(const QStringList &paths, QPoint position)
         }
         return m_left->place().isEmpty() || !m_right->place().isEmpty() ? *m_left : *m_right;
     };
-    load(sideAt(), paths.value(0));
+    fetch(sideAt(), paths.value(0));
 }
 
 void SnapshotWidget::refreshTheme()
 {
     m_bar->refreshTheme();
-    m_rows->refreshTheme();
-    m_view->viewport()->update();
-    m_details->refreshTheme();
+    m_list->refreshTheme();
     m_status->refreshTheme();
 }
 
@@ -266,9 +180,6 @@ void SnapshotWidget::showState()
     else if (!m_right->isFilled())
         missing = Velmora::tr("The right side holds nothing yet: capture it or load a file first");
     m_bar->allowCompare(!busy && missing.isEmpty(), missing);
-    m_bar->previousDifference->setEnabled(m_hasResult);
-    m_bar->nextDifference->setEnabled(m_hasResult);
-    m_bar->copyRows->setEnabled(m_view->selectionModel()->hasSelection());
 }
 
 void SnapshotWidget::showProgress(const ProgressState &state)
@@ -279,84 +190,14 @@ void SnapshotWidget::showProgress(const ProgressState &state)
     m_status->showProgress(state);
 }
 
-void SnapshotWidget::showNotice()
+void SnapshotWidget::inviteFiles()
 {
-    if (!m_hasResult)
-        m_view->setNotice(Velmora::tr("Snapshot files can be dropped here, too."));
-    else if (m_rows->allRows().isEmpty())
-        m_view->setNotice(Velmora::tr("Neither side holds an item."));
-    else if (m_filter->text().trimmed().isEmpty())
-        m_view->setNotice(Velmora::tr("Both sides are the same."));
-    else
-        m_view->setNotice(Velmora::tr("No row holds these words."));
+    m_list->setNotice(Velmora::tr("Snapshot files can be dropped here, too."));
 }
 
-void SnapshotWidget::showShownCount()
+const ListModel &SnapshotWidget::rows() const
 {
-    if (!m_hasResult)
-        return;
-    m_counts->setText(describeCounts(countRows(m_rows->allRows()), m_rows->rowCount()));
-    showNotice();
-    showState();
-}
-
-void SnapshotWidget::showCurrentRow()
-{
-    const int row = m_view->currentIndex().row();
-    if (row >= 0)
-        m_details->showRow(m_rows->rowAt(row));
-    else
-        m_details->clear();
-}
-
-void SnapshotWidget::setOnlyDifferences(bool only)
-{
-    (only ? m_bar->showDifferences : m_bar->showAll)->setChecked(true);
-    m_rows->setOnlyDifferences(only);
-    showShownCount();
-}
-
-void SnapshotWidget::goToDifference(bool forward)
-{
-    const int row = m_rows->nextDifference(m_view->currentIndex().row(), forward);
-    if (row < 0) {
-        m_status->showMessage(forward ? Velmora::tr("No further difference") : Velmora::tr("No earlier difference"));
-        return;
-    }
-    m_view->goToRow(row);
-    m_view->setFocus();
-}
-
-// Copying -------------------------------------------------------------------------------------------------------------
-
-void SnapshotWidget::copyText(const QString &text)
-{
-    QGuiApplication::clipboard()->setText(text);
-}
-
-void SnapshotWidget::copyRows()
-{
-    copyText(m_rows->text(m_view->selectedRows()));
-}
-
-void SnapshotWidget::onTreeContextMenu(const QPoint &point)
-{
-    auto *menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(m_bar->copyRows);
-    if (const QModelIndex index = m_view->indexAt(point); index.isValid()) {
-        const SnapshotRow row = m_rows->rowAt(index.row());
-        menu->addAction(Velmora::tr("Copy the name"), this, [this, row] { copyText(row.key); });
-        menu->addAction(Velmora::tr("Copy the left value"), this, [this, row] { copyText(row.left); })
-            ->setEnabled(row.status != SnapshotStatus::RightOnly);
-        menu->addAction(Velmora::tr("Copy the right value"), this, [this, row] { copyText(row.right); })
-            ->setEnabled(row.status != SnapshotStatus::LeftOnly);
-    }
-    menu->addSeparator();
-    menu->addAction(m_bar->showAll);
-    menu->addAction(m_bar->showDifferences);
-    menu->addAction(m_bar->showDetails);
-    menu->popup(m_view->viewport()->mapToGlobal(point));
+    return m_list->model();
 }
 
 } // namespace velmora

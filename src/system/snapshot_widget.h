@@ -6,16 +6,13 @@
 #include "system/snapshot_kind.h"
 
 class QLabel;
-class QLineEdit;
-class QSplitter;
 
 namespace velmora {
 
+class ListModel;
+class ListPane;
 class SnapshotBar;
-class SnapshotDetails;
-class SnapshotRowsModel;
 class SnapshotSide;
-class SnapshotView;
 class StatusLine;
 
 /// A session that compares a piece of system state between two sides, each captured from this system or loaded from a
@@ -42,30 +39,20 @@ public:
     void refreshTheme() final;
 
     [[nodiscard]] bool isBusy() const { return m_runner.isRunning(); }
-    [[nodiscard]] const SnapshotRowsModel &rows() const { return *m_rows; }
+    [[nodiscard]] const ListModel &rows() const;
 
 public Q_SLOTS:
     void onCompare();
-    void onCaptureLeft();
-    void onCaptureRight();
-    void onLoadLeft();
-    void onLoadRight();
-    void onSaveLeft();
-    void onSaveRight();
-    void onCancel();
-    void onTreeContextMenu(const QPoint &point);
 
 private:
     void buildLayout();
     [[nodiscard]] QWidget *buildHead();
-    [[nodiscard]] QWidget *buildFilterRow();
     void connectBar();
-    void connectView();
     void connectSides();
 
-    void capture(SnapshotSide &side);
     void askForFile(SnapshotSide &side);
-    void load(SnapshotSide &side, const QString &path);
+    /// Loads the file at `place`, or captures for the side's live place.
+    void fetch(SnapshotSide &side, const QString &place);
     void askWhereToSave(SnapshotSide &side);
     void save(const QString &path, const Snapshot &snapshot);
     /// Runs an order, then `done` with what it brought; not when it was cancelled or there was no memory for it.
@@ -78,27 +65,16 @@ private:
 
     void showState();
     void showProgress(const ProgressState &state);
-    void showNotice();
-    void showCurrentRow();
-    void showShownCount();
-    void goToDifference(bool forward);
-    void copyRows();
-    void copyText(const QString &text);
-    void setOnlyDifferences(bool only);
-    [[nodiscard]] bool isLeft(const SnapshotSide &side) const { return &side == m_left; }
+    /// In place of an earlier failure.
+    void inviteFiles();
 
     const SnapshotKind m_kind;
     SnapshotBar *m_bar;
-    SnapshotRowsModel *m_rows;
-    SnapshotView *m_view;
-    SnapshotDetails *m_details;
+    ListPane *m_list;
     StatusLine *m_status;
     QLabel *m_counts;
-    QLineEdit *m_filter;
-    QSplitter *m_splitter;
     SnapshotSide *m_left = nullptr;
     SnapshotSide *m_right = nullptr;
-    bool m_hasResult = false;
     QString m_title; ///< of the tab, where a comparison has changed it
     Runner m_runner;
 };

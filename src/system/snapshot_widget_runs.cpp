@@ -2,11 +2,10 @@
 #include "session/dialogs.h"
 #include "session/fault_text.h"
 #include "session/frame/status_line.h"
+#include "session/list/list_pane.h"
 #include "session/translate.h"
 #include "system/snapshot_failure.h"
-#include "system/snapshot_rows_model.h"
 #include "system/snapshot_side.h"
-#include "system/snapshot_view.h"
 #include "system/snapshot_widget.h"
 
 #include <QDir>
@@ -16,44 +15,9 @@ namespace velmora {
 
 // Capturing, loading, saving ------------------------------------------------------------------------------------------
 
-void SnapshotWidget::onCaptureLeft()
-{
-    capture(*m_left);
-}
-
-void SnapshotWidget::onCaptureRight()
-{
-    capture(*m_right);
-}
-
-void SnapshotWidget::onLoadLeft()
-{
-    askForFile(*m_left);
-}
-
-void SnapshotWidget::onLoadRight()
-{
-    askForFile(*m_right);
-}
-
-void SnapshotWidget::onSaveLeft()
-{
-    askWhereToSave(*m_left);
-}
-
-void SnapshotWidget::onSaveRight()
-{
-    askWhereToSave(*m_right);
-}
-
-void SnapshotWidget::onCancel()
-{
-    m_runner.cancel();
-}
-
 void SnapshotWidget::run(SnapshotOrder order, std::function<void(SnapshotOutcome &&)> done)
 {
-    showNotice(); // in place of an earlier failure
+    inviteFiles();
     m_runner.start(
         [order = std::move(order), kind = m_kind](const CancelFlag &cancel, Progress &progress) {
             return carryOut(order, kind, cancel, progress);
@@ -71,38 +35,29 @@ void SnapshotWidget::run(SnapshotOrder order, std::function<void(SnapshotOutcome
         [this](const ProgressState &state) { showProgress(state); });
 }
 
-void SnapshotWidget::capture(SnapshotSide &side)
-{
-    SnapshotOrder order;
-    (isLeft(side) ? order.left : order.right).source = SideOrder::Source::Capture;
-    run(std::move(order), [this, &side](SnapshotOutcome &&outcome) {
-        const SideResult &result = isLeft(side) ? outcome.left : outcome.right;
-        if (tellFailure(result, {}))
-            return;
-        side.take(side.livePlace(), result);
-        m_status->showMessage(Velmora::tr(m_kind.captured).arg(result.snapshot->size()));
-    });
-}
-
 void SnapshotWidget::askForFile(SnapshotSide &side)
 {
     const QString place = side.place();
     const QString filter = Velmora::tr(m_kind.fileFilter) + QStringLiteral(";;") + Velmora::tr("All files (*.*)");
     Dialogs::instance().openFile(
-        this, isLeft(side) ? Velmora::tr("Load the left side") : Velmora::tr("Load the right side"),
-        side.isLive() ? QString() : place, filter, [this, &side](const QString &path) { load(side, path); });
+        this, &side == m_left ? Velmora::tr("Load the left side") : Velmora::tr("Load the right side"),
+        side.isLive() ? QString() : place, filter, [this, &side](const QString &path) { fetch(side, path); });
 }
 
-void SnapshotWidget::load(SnapshotSide &side, const QString &path)
+void SnapshotWidget::fetch(SnapshotSide &side, const QString &place)
 {
-    SnapshotOrder order;
-    (isLeft(side) ? order.left : order.right) = {SideOrder::Source::Load, path, {}};
-    run(std::move(order), [this, &side, path](SnapshotOutcome &&outcome) {
-        const SideResult &result = isLeft(side) ? outcome.left : outcome.right;
-        if (tellFailure(result, path))
+    const bool captures = place == side.livePlace();
+    const SideOrder wanted =
+        captures ? SideOrder{SideOrder::Source::Capture, {}, {}} : SideOrder{SideOrder::Source::Load, place, {}};
+    const bool left = &side == m_left;
+    run(left ? SnapshotOrder{wanted, {}} : SnapshotOrder{{}, wanted}, [this, &side, place, captures,
+                                                                       left](SnapshotOutcome &&outcome) {
+        const SideResult &result = left ? outcome.left : outcome.right;
+        if (tellFailure(result, place))
             return;
-        side.take(path, result);
-        m_status->showMessage(Velmora::tr("Loaded %1 item(s)").arg(result.snapshot->size()),
+        side.take(place, result);
+        const QString text = captures ? Velmora::tr(m_kind.captured) : Velmora::tr("Loaded %1 item(s)");
+        m_status->showMessage(text.arg(result.snapshot->size()),
                               result.repeated > 0
                                   ? Velmora::tr("%1 name(s) more than once; the last one counts").arg(result.repeated)
                                   : QString());
@@ -111,12 +66,8 @@ void SnapshotWidget::load(SnapshotSide &side, const QString &path)
 
 void SnapshotWidget::submit(SnapshotSide &side)
 {
-    if (m_runner.isRunning() || side.place().isEmpty())
-        return;
-    if (side.isLive())
-        capture(side);
-    else
-        load(side, side.place());
+    if (!m_runner.isRunning() && !side.place().isEmpty())
+        fetch(side, side.place());
 }
 
 void SnapshotWidget::askWhereToSave(SnapshotSide &side)
@@ -125,7 +76,7 @@ void SnapshotWidget::askWhereToSave(SnapshotSide &side)
     Progress none;
     const Snapshot snapshot = side.holdsSnapshot() ? side.snapshot() : m_kind.capture({}, none).snapshot;
     Dialogs::instance().saveFile(
-        this, isLeft(side) ? Velmora::tr("Save the left side") : Velmora::tr("Save the right side"),
+        this, &side == m_left ? Velmora::tr("Save the left side") : Velmora::tr("Save the right side"),
         besideFile(side.isLive() ? QString() : side.place(), QLatin1String(m_kind.suggestedFile)),
         Velmora::tr(m_kind.fileFilter), [this, snapshot](const QString &path) { save(path, snapshot); });
 }
@@ -154,8 +105,7 @@ bool SnapshotWidget::tellFailure(const SideResult &result, const QString &place)
     if (failure.text.isEmpty())
         return false;
     m_status->showFailure(failure.text, failure.detail);
-    if (!m_hasResult)
-        m_view->setNotice(failure.detail.isEmpty() ? failure.text : failure.text + u'\n' + failure.detail);
+    m_list->setNotice(failure.detail.isEmpty() ? failure.text : failure.text + u'\n' + failure.detail);
     return true;
 }
 
@@ -177,13 +127,10 @@ void SnapshotWidget::takeComparison(SnapshotOutcome &&outcome)
     if (tellFailure(outcome.left, compared.left) || tellFailure(outcome.right, compared.right))
         return;
     const qsizetype count = outcome.rows->size();
-    m_hasResult = true;
-    m_rows->setRows(std::move(*outcome.rows));
-    showNotice();
-    showShownCount();
+    m_list->setResult(std::make_unique<KeyedList>(Velmora::tr(m_kind.keyColumn), std::move(*outcome.rows)));
     m_status->showMessage(Velmora::tr(m_kind.finished).arg(count));
     if (QWidget *focus = focusWidget(); !focus || focus == &m_left->field() || focus == &m_right->field())
-        m_view->setFocus();
+        m_list->setFocus();
     showTitle();
     Q_EMIT comparisonFinished(compared.left, compared.right);
 }

@@ -12,16 +12,9 @@ namespace velmora {
 
 TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_position(new QLabel(this))
 {
-    const auto filter = [this](const Look &look) {
-        QAction *action = add(look);
-        action->setCheckable(true);
-        showTextBeside(action);
-        return action;
-    };
-
-    compare = add({"compareAction", Velmora::tr("Compare"), QStringLiteral("compare.png"), {Qt::Key_F5}, {}});
+    compare = add({"compareAction", Velmora::tr("Compare"), QStringLiteral("compare.png"), {}, {}});
     showTextBeside(compare);
-    cancel = add({"cancelAction", Velmora::tr("Cancel"), {}, {Qt::Key_Escape}, {}});
+    cancel = add({"cancelAction", Velmora::tr("Cancel"), {}, {}, {}});
     reload = add({"reloadAction",
                   Velmora::tr("Reload"),
                   QStringLiteral("reload.png"),
@@ -34,25 +27,20 @@ TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_positi
     m_position->setToolTip(Velmora::tr("The current difference block, and how many there are"));
     addWidget(m_position);
     addSeparator();
-    showAll = filter({"showAllAction",
-                      Velmora::tr("All"),
-                      QStringLiteral("all.png"),
-                      {Qt::ALT | Qt::Key_1},
-                      Velmora::tr("Show all lines")});
-    showDifferences = filter({"showDifferencesAction",
-                              Velmora::tr("Differences"),
-                              QStringLiteral("diff.png"),
-                              {Qt::ALT | Qt::Key_2},
-                              Velmora::tr("Show lines that differ")});
-    showIdentical = filter({"showIdenticalAction",
-                            Velmora::tr("Identical"),
-                            QStringLiteral("same.png"),
-                            {Qt::ALT | Qt::Key_3},
-                            Velmora::tr("Show lines that are identical")});
-    auto *filters = new QActionGroup(this);
-    for (QAction *action : {showAll, showDifferences, showIdentical})
-        filters->addAction(action);
-    showAll->setChecked(true);
+    addChoice({{&showAll,
+                {"showAllAction", Velmora::tr("All"), QStringLiteral("all.png"), {}, Velmora::tr("Show all lines")}},
+               {&showDifferences,
+                {"showDifferencesAction",
+                 Velmora::tr("Differences"),
+                 QStringLiteral("diff.png"),
+                 {},
+                 Velmora::tr("Show lines that differ")}},
+               {&showIdentical,
+                {"showIdenticalAction",
+                 Velmora::tr("Identical"),
+                 QStringLiteral("same.png"),
+                 {},
+                 Velmora::tr("Show lines that are identical")}}});
     ignoreMinor = add({"ignoreMinorAction",
                        Velmora::tr("Ignore unimportant differences"),
                        QStringLiteral("minor.png"),
@@ -68,16 +56,16 @@ TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_positi
     copyToRight = add({"copyToRightAction",
                        Velmora::tr("Copy to the right"),
                        QStringLiteral("copy_right.png"),
-                       {Qt::ALT | Qt::Key_Right, Qt::CTRL | Qt::ALT | Qt::Key_Right},
+                       {Qt::CTRL | Qt::ALT | Qt::Key_Right},
                        Velmora::tr("Copy the selected lines or the current difference to the right side")});
     copyToLeft = add({"copyToLeftAction",
                       Velmora::tr("Copy to the left"),
                       QStringLiteral("copy_left.png"),
-                      {Qt::ALT | Qt::Key_Left, Qt::CTRL | Qt::ALT | Qt::Key_Left},
+                      {Qt::CTRL | Qt::ALT | Qt::Key_Left},
                       Velmora::tr("Copy the selected lines or the current difference to the left side")});
     addSaving();
     addSeparator();
-    find = add({"findAction", Velmora::tr("Find"), QStringLiteral("find.png"), {Qt::CTRL | Qt::Key_F}, {}});
+    find = add({"findAction", Velmora::tr("Find"), QStringLiteral("find.png"), {}, {}});
     replace = add({"replaceAction", Velmora::tr("Replace"), {}, {Qt::CTRL | Qt::Key_H}, {}});
     goToLine =
         add({"goToLineAction", Velmora::tr("Go to line"), QStringLiteral("goto_line.png"), {Qt::CTRL | Qt::Key_G}, {}});
@@ -92,7 +80,7 @@ TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_positi
     lineDetail = add({"lineDetailAction",
                       Velmora::tr("Line details"),
                       QStringLiteral("align.png"),
-                      {Qt::Key_F9},
+                      {},
                       Velmora::tr("Show the two current lines one above the other")});
     lineDetail->setCheckable(true);
     showBlanks = add({"showBlanksAction",
@@ -102,25 +90,22 @@ TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_positi
                       {}});
     showBlanks->setCheckable(true);
     addSeparator();
-    swapSides = add({"swapAction",
-                     Velmora::tr("Swap"),
-                     QStringLiteral("swap.png"),
-                     {Qt::CTRL | Qt::Key_F6},
-                     Velmora::tr("Swap left and right")});
+    swapSides =
+        add({"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, Velmora::tr("Swap left and right")});
     exportReport = add({"exportAction",
                         Velmora::tr("Report"),
                         QStringLiteral("report.png"),
-                        {Qt::CTRL | Qt::SHIFT | Qt::Key_E},
+                        {},
                         Velmora::tr("Export an HTML report of the differences")});
     settings = add({"settingsAction",
                     Velmora::tr("Session settings"),
                     QStringLiteral("settings.png"),
-                    {Qt::CTRL | Qt::Key_Comma},
+                    {},
                     Velmora::tr("What counts as a difference, formats, alignment and replacements")});
 
     findNext = add({"findNextAction", Velmora::tr("Next match"), {}, {Qt::Key_F3}, {}});
     findPrevious = add({"findPreviousAction", Velmora::tr("Previous match"), {}, {Qt::SHIFT | Qt::Key_F3}, {}});
-    switchPane = add({"switchPaneAction", Velmora::tr("Switch to the other side"), {}, {Qt::Key_F6}, {}});
+    switchPane = add({"switchPaneAction", Velmora::tr("Switch to the other side"), {}, {}, {}});
     zoomIn =
         add({"zoomInAction", Velmora::tr("Larger text"), {}, {Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal}, {}});
     zoomOut = add({"zoomOutAction", Velmora::tr("Smaller text"), {}, {Qt::CTRL | Qt::Key_Minus}, {}});

@@ -147,9 +147,17 @@ private Q_SLOTS:
         };
         QCOMPARE(keysOf(word("Everywhere"), word("New tab")), word("Ctrl+T"));
         QCOMPARE(keysOf(word("Everywhere"), word("Sessions panel")), word("Ctrl+Shift+P"));
-        QCOMPARE(keysOf(word("Text compare"), word("Next")), word("F8, Alt+Down"));
-        QVERIFY(keysOf(word("Folder compare"), word("Next")).startsWith(word("F8")));
-        QVERIFY(!keysOf(word("Services"), word("Next")).isEmpty());
+        // A command has the same keys in every session, which may give it some of its own beside them.
+        for (const QString &title : {word("Text compare"), word("Folder compare"), word("Services")}) {
+            QCOMPARE(keysOf(title, word("Next")), word("F8, Alt+Down"));
+            QVERIFY(keysOf(title, word("All")).startsWith(word("Ctrl+Shift+A, Alt+1")));
+        }
+        for (const KeyGroup &group : groups) { // a key with two meanings would have none
+            QStringList keys;
+            for (const KeyEntry &entry : group.entries)
+                keys += entry.keys.split(word(", "));
+            QCOMPARE(keys.removeDuplicates(), 0);
+        }
 
         KeyListDialog dialog(groups);
         dialog.findChild<QLineEdit *>(word("keySearch"))->setText(word("alt+down"));

@@ -1,8 +1,7 @@
+#include "core/value_entries.h"
 #include "support/files.h"
 #include "support/test_main.h"
-#include "system/engine/snapshot_compare.h"
 #include "system/engine/snapshot_file.h"
-#include "system/engine/value_entries.h"
 #include "system_fixture.h"
 
 #include <QJsonArray>
@@ -25,10 +24,10 @@ Snapshot snapshotOf(const QByteArray &items)
 }
 
 /// One line for each row: sign, key, and the values on both sides.
-QString picture(const QList<SnapshotRow> &rows)
+QString picture(const QList<KeyedRow> &rows)
 {
     QStringList lines;
-    for (const SnapshotRow &row : rows) {
+    for (const KeyedRow &row : rows) {
         const QChar sign = word("=~<>")[int(row.status)];
         lines.append(word("%1%2(%3|%4)").arg(QString(sign), row.key, row.left, row.right));
     }
@@ -77,11 +76,11 @@ private Q_SLOTS:
         const Snapshot left{{word("W32Time"), serviceItem(word("Time"), word("Running"), word("Auto"))}};
         const Snapshot right{{word("W32Time"), serviceItem({}, word("Running"), word("Manual"))},
                              {word("Spooler"), serviceItem(word("Print"), word("Stopped"), {})}};
-        const QList<SnapshotRow> rows = compareSnapshots(left, right, KeyMatch::Exact);
+        const QList<KeyedRow> rows = compareSnapshots(left, right, KeyMatch::Exact);
         QCOMPARE(picture(rows), word(">Spooler(|Stopped / ) ~W32Time(Running / Auto|Running / Manual)"));
         QCOMPARE(rows[0].note, word("Print"));
         QCOMPARE(rows[1].note, word("Time"));
-        QCOMPARE(countRows(rows), (SnapshotCounts{0, 1, 0, 1}));
+        QCOMPARE(countRows(rows), (PairCounts{0, 1, 0, 1}));
     }
 
     void readsFiles_data()

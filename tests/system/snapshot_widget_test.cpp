@@ -1,3 +1,5 @@
+#include "session/list/list_model.h"
+#include "session/list/list_view.h"
 #include "session/session_record.h"
 #include "session/theme.h"
 #include "support/files.h"
@@ -5,8 +7,6 @@
 #include "support/scripted_dialogs.h"
 #include "support/test_main.h"
 #include "system/engine/snapshot_file.h"
-#include "system/snapshot_rows_model.h"
-#include "system/snapshot_view.h"
 #include "system/snapshot_widget.h"
 #include "system_fixture.h"
 
@@ -40,21 +40,20 @@ public:
 
     void wait() { QTRY_VERIFY_WITH_TIMEOUT(!session.isBusy(), 30000); }
 
-    [[nodiscard]] QAction &action(const char *name)
+    template <typename Part>
+    [[nodiscard]] Part &part(const QString &name)
     {
-        auto *found = session.template findChild<QAction *>(QLatin1String(name));
+        auto *found = session.template findChild<Part *>(name);
         if (!found)
-            qFatal("no action %s", name);
+            qFatal("no %s", qPrintable(name));
         return *found;
     }
+    [[nodiscard]] QAction &action(const char *name) { return part<QAction>(word(name)); }
 
     /// Clicks the button of an action and waits until what it began has ended.
     void click(const char *name)
     {
-        auto *button = session.template findChild<QToolButton *>(QLatin1String(name) + word("Button"));
-        if (!button)
-            qFatal("no button %s", name);
-        QTest::mouseClick(button, Qt::LeftButton);
+        QTest::mouseClick(&part<QToolButton>(QLatin1String(name) + word("Button")), Qt::LeftButton);
         wait();
     }
 
@@ -66,29 +65,20 @@ public:
 
     void type(const char *field, const QString &text)
     {
-        auto *line = session.template findChild<QLineEdit *>(QLatin1String(field));
-        line->selectAll();
-        QTest::keyClick(line, Qt::Key_Delete);
-        QTest::keyClicks(line, text);
+        auto &line = part<QLineEdit>(word(field));
+        line.selectAll();
+        QTest::keyClick(&line, Qt::Key_Delete);
+        QTest::keyClicks(&line, text);
     }
     void enter(const char *field)
     {
-        QTest::keyClick(session.template findChild<QLineEdit *>(QLatin1String(field)), Qt::Key_Return);
+        QTest::keyClick(&part<QLineEdit>(word(field)), Qt::Key_Return);
         wait();
     }
-    [[nodiscard]] QString field(const char *name)
-    {
-        return session.template findChild<QLineEdit *>(QLatin1String(name))->text();
-    }
-    [[nodiscard]] QString label(const char *name)
-    {
-        return session.template findChild<QLabel *>(QLatin1String(name))->text();
-    }
-    [[nodiscard]] QString box(const char *name)
-    {
-        return session.template findChild<QPlainTextEdit *>(QLatin1String(name))->toPlainText();
-    }
-    [[nodiscard]] SnapshotView &view() { return *session.template findChild<SnapshotView *>(); }
+    [[nodiscard]] QString field(const char *name) { return part<QLineEdit>(word(name)).text(); }
+    [[nodiscard]] QString label(const char *name) { return part<QLabel>(word(name)).text(); }
+    [[nodiscard]] QString box(const char *name) { return part<QPlainTextEdit>(word(name)).toPlainText(); }
+    [[nodiscard]] ListView &view() { return *session.template findChild<ListView *>(); }
 
     /// The rows as a person sees them.
     [[nodiscard]] QStringList rows()
@@ -96,16 +86,13 @@ public:
         QStringList lines;
         for (int row = 0; row < session.rows().rowCount(); ++row) {
             QStringList columns;
-            for (int column = 0; column < SnapshotRowsModel::ColumnCount; ++column)
+            for (int column = 0; column < session.rows().columnCount(); ++column)
                 columns.append(session.rows().index(row, column).data().toString());
             lines.append(columns.join(u'|'));
         }
         return lines;
     }
-    [[nodiscard]] QString current()
-    {
-        return view().currentIndex().siblingAtColumn(SnapshotRowsModel::Key).data().toString();
-    }
+    [[nodiscard]] QString current() { return view().currentIndex().siblingAtColumn(RowSource::Key).data().toString(); }
 
     void compareFiles(const QString &left, const QString &right)
     {
@@ -308,9 +295,9 @@ private Q_SLOTS:
         f.type("rowFilter", QString());
 
         f.session.setOptions({});
-        f.view().header()->setSortIndicator(SnapshotRowsModel::Key, Qt::DescendingOrder);
+        f.view().header()->setSortIndicator(RowSource::Key, Qt::DescendingOrder);
         QVERIFY(f.rows().first().startsWith(word("Changed|PATH|")));
-        f.view().header()->setSortIndicator(SnapshotRowsModel::Status, Qt::AscendingOrder);
+        f.view().header()->setSortIndicator(RowSource::Status, Qt::AscendingOrder);
         QVERIFY(f.rows().first().startsWith(word("Same|HOME|")));
         f.view().header()->setSortIndicator(-1, Qt::AscendingOrder);
         QVERIFY(f.rows().last().startsWith(word("Changed|PATH|")));
@@ -334,11 +321,8 @@ private Q_SLOTS:
         // No value is taken for markup.
         const QString bold = f.files.write(word("b.kvenv"), json("{'A': '<b>x</b>'}"));
         f.compareFiles(bold, bold);
-        QVERIFY(f.session.rows()
-                    .index(0, SnapshotRowsModel::Left)
-                    .data(Qt::ToolTipRole)
-                    .toString()
-                    .contains(word("&lt;b&gt;")));
+        QVERIFY(
+            f.session.rows().index(0, RowSource::Left).data(Qt::ToolTipRole).toString().contains(word("&lt;b&gt;")));
     }
 
     void takesDroppedFiles()
@@ -425,7 +409,7 @@ private Q_SLOTS:
             SnapshotKind kind = serviceSnapshots();
             kind.capture = [fault = fault](const CancelFlag &, Progress &) { return SnapshotCapture{{}, fault}; };
             SnapshotWidget session(kind, f.host);
-            session.onCaptureLeft();
+            session.findChild<QAction *>(QStringLiteral("captureLeftAction"))->trigger();
             QTRY_COMPARE(session.findChild<QLabel *>(QStringLiteral("statusLabel"))->text(), text);
         }
     }
@@ -435,7 +419,7 @@ private Q_SLOTS:
         FakePowerShell shell;
         FakePowerShell::hangs();
         ServiceFixture f;
-        f.session.onCaptureLeft();
+        f.action("captureLeftAction").trigger();
         QVERIFY(f.session.isBusy());
         QTRY_VERIFY(f.label("statusLabel").startsWith(word("Asking PowerShell for the services")));
         QVERIFY(!f.action("captureRightAction").isEnabled());
@@ -443,7 +427,7 @@ private Q_SLOTS:
         QCOMPARE(f.label("statusLabel"), word("Cancelled"));
         QVERIFY(f.action("captureRightAction").isEnabled());
         QVERIFY(!f.action("cancelAction").isEnabled());
-        f.session.onCaptureLeft(); // closing the session does not wait for it
+        f.action("captureLeftAction").trigger(); // closing the session does not wait for it
     }
 
     void comparesStartupItems()
@@ -473,7 +457,7 @@ private Q_SLOTS:
     {
         Compared f;
         const auto colour = [&f] {
-            return f.session.rows().index(1, SnapshotRowsModel::Left).data(Qt::BackgroundRole).value<QBrush>().color();
+            return f.session.rows().index(1, RowSource::Left).data(Qt::BackgroundRole).value<QBrush>().color();
         };
         const QColor light = colour();
         applyTheme(true);

@@ -2,7 +2,6 @@
 
 #include "session/translate.h"
 
-#include <QActionGroup>
 #include <QMenu>
 #include <QToolButton>
 
@@ -27,47 +26,36 @@ void FolderCompareBar::addNavigation()
     refresh = add({"refreshAction",
                    Velmora::tr("Refresh"),
                    QStringLiteral("reload.png"),
-                   {Qt::Key_F5},
+                   {},
                    Velmora::tr("Reload folder listing")});
     showTextBeside(refresh);
     cancel = add({"cancelAction",
                   Velmora::tr("Cancel"),
                   QStringLiteral("stop.png"),
-                  {Qt::Key_Escape},
+                  {},
                   Velmora::tr("Cancel the current comparison")});
-    swapSides = add({"swapAction",
-                     Velmora::tr("Swap"),
-                     QStringLiteral("swap.png"),
-                     {Qt::CTRL | Qt::Key_F6},
-                     Velmora::tr("Swap left and right sides")});
+    swapSides = add(
+        {"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, Velmora::tr("Swap left and right sides")});
     addSeparator();
     addDifferenceSteps();
 }
 
 void FolderCompareBar::addViews()
 {
-    showAll = add({"showAllAction",
-                   Velmora::tr("All"),
-                   QStringLiteral("all.png"),
-                   {Qt::CTRL | Qt::SHIFT | Qt::Key_A},
-                   Velmora::tr("Show all entries")});
-    showDifferences = add({"showDifferencesAction",
-                           Velmora::tr("Diff"),
-                           QStringLiteral("diff.png"),
-                           {Qt::CTRL | Qt::Key_D},
-                           Velmora::tr("Show entries that differ, and the folders around them")});
-    showIdentical = add({"showIdenticalAction",
-                         Velmora::tr("Same"),
-                         QStringLiteral("same.png"),
-                         {Qt::CTRL | Qt::SHIFT | Qt::Key_D},
-                         Velmora::tr("Show files that are the same")});
-    auto *views = new QActionGroup(this);
-    for (QAction *action : {showAll, showDifferences, showIdentical}) {
-        action->setCheckable(true);
-        showTextBeside(action);
-        views->addAction(action);
-    }
-    showAll->setChecked(true);
+    addChoice({{&showAll,
+                {"showAllAction", Velmora::tr("All"), QStringLiteral("all.png"), {}, Velmora::tr("Show all entries")}},
+               {&showDifferences,
+                {"showDifferencesAction",
+                 Velmora::tr("Diff"),
+                 QStringLiteral("diff.png"),
+                 {},
+                 Velmora::tr("Show entries that differ, and the folders around them")}},
+               {&showIdentical,
+                {"showIdenticalAction",
+                 Velmora::tr("Same"),
+                 QStringLiteral("same.png"),
+                 {},
+                 Velmora::tr("Show files that are the same")}}});
     addSeparator();
     expandAll = add({"expandAllAction",
                      Velmora::tr("Expand"),
@@ -131,8 +119,7 @@ void FolderCompareBar::addFileCommands()
     align = hidden({"alignAction", Velmora::tr("Align with other side"), QStringLiteral("align.png")});
     syncFolders = hidden({"syncFoldersAction", Velmora::tr("Synchronise these folders"), QStringLiteral("sync.png")});
     advancedFilters = hidden({"advancedFiltersAction", Velmora::tr("Size and date filters...")});
-    focusFilter = hidden(
-        {"focusFilterAction", Velmora::tr("Filter by name"), QStringLiteral("filter.png"), {Qt::CTRL | Qt::Key_F}});
+    focusFilter = hidden({"focusFilterAction", Velmora::tr("Filter by name"), QStringLiteral("filter.png")});
 }
 
 void FolderCompareBar::addCommands()
@@ -146,7 +133,7 @@ void FolderCompareBar::addCommands()
     rules = add({"rulesAction",
                  Velmora::tr("Rules"),
                  QStringLiteral("rules.png"),
-                 {Qt::CTRL | Qt::Key_Comma},
+                 {},
                  Velmora::tr("Session settings: rules, filters, handling")});
     preset = add({"presetAction",
                   Velmora::tr("Preset"),

@@ -3,6 +3,7 @@
 #include "core/path_names.h"
 #include "core/visible_name.h"
 #include "folder/compare/folder_comparison.h"
+#include "session/list/steps.h"
 #include "session/plain_text.h"
 #include "session/translate.h"
 
@@ -330,13 +331,7 @@ qint32 FolderRowsModel::nextDifference(qint32 node, bool forward) const
         }
         return false;
     };
-    const qint32 step = forward ? 1 : -1;
-    qint32 at = node < 0 ? (forward ? 0 : all.size() - 1) : node + step;
-    for (; at >= 0 && at < all.size(); at += step) {
-        if (isOne(at) && !isHidden(at))
-            return at;
-    }
-    return -1;
+    return stepTo(node, all.size(), forward, [&](qint32 at) { return isOne(at) && !isHidden(at); });
 }
 
 } // namespace velmora

@@ -130,8 +130,9 @@ void TreeLineTreeWidget::keyPressEvent(QKeyEvent *event)
     }
     if (event->matches(QKeySequence::Copy))
         return take([this] { Q_EMIT pathsWanted(); });
-    // Keys with Ctrl belong to the session's commands, except for those that select.
-    if (event->modifiers() == Qt::ControlModifier && (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right)) {
+    // Keys with Ctrl or Alt belong to the session's commands, except for those that select.
+    const bool isCommand = event->modifiers() == Qt::ControlModifier || event->modifiers() == Qt::AltModifier;
+    if (isCommand && (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right)) {
         event->ignore();
         return;
     }

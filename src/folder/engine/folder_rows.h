@@ -1,17 +1,11 @@
 #pragma once
 
+#include "core/rows_view.h"
 #include "folder/engine/folder_tree.h"
 
 #include <vector>
 
 namespace velmora {
-
-/// Which entries a folder view shows, apart from what filters hide.
-enum class RowsView {
-    All,
-    Differences, ///< what differs, or may do so once it is known, and the folders on the way to it
-    Same,        ///< files that are the same, and the folders on the way to them
-};
 
 /// One row of the view.
 struct FolderRow {

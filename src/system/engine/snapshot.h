@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/keyed_rows.h"
+
 #include <QMap>
 #include <QString>
 
@@ -21,5 +23,8 @@ using Snapshot = QMap<QString, SnapshotItem>;
 
 /// The item of a service: its value is "STATE / START MODE".
 [[nodiscard]] SnapshotItem serviceItem(const QString &displayName, const QString &state, const QString &startMode);
+
+/// The keys of both snapshots, each with its status; a service's display name is its note.
+[[nodiscard]] QList<KeyedRow> compareSnapshots(const Snapshot &left, const Snapshot &right, KeyMatch match);
 
 } // namespace velmora

@@ -59,11 +59,6 @@ SnapshotReading readServices(const QJsonArray &array)
 
 } // namespace
 
-SnapshotItem serviceItem(const QString &displayName, const QString &state, const QString &startMode)
-{
-    return {state + QLatin1String(" / ") + startMode, displayName, state, startMode};
-}
-
 SnapshotReading parseSnapshot(const QByteArray &bytes, SnapshotForm form)
 {
     if (bytes.size() > largestSnapshotFile)

@@ -1,4 +1,4 @@
-#include "system/snapshot_view.h"
+#include "session/list/list_view.h"
 
 #include "session/diff_colours.h"
 #include "session/translate.h"
@@ -44,9 +44,9 @@ private:
 
 } // namespace
 
-SnapshotView::SnapshotView(SnapshotRowsModel &rows, QWidget *parent) : QTreeView(parent), m_rows(rows)
+ListView::ListView(ListModel &rows, QWidget *parent) : QTreeView(parent), m_rows(rows)
 {
-    setObjectName(QStringLiteral("snapshotRows"));
+    setObjectName(QStringLiteral("listRows"));
     setAccessibleName(Velmora::tr("Result of the comparison"));
     setModel(&rows);
     setItemDelegate(new RowDelegate(this));
@@ -65,28 +65,28 @@ SnapshotView::SnapshotView(SnapshotRowsModel &rows, QWidget *parent) : QTreeView
     header()->setSectionsMovable(false);
     header()->setStretchLastSection(true);
 
-    connect(&rows, &QAbstractItemModel::modelAboutToBeReset, this, &SnapshotView::keepPlace);
-    connect(&rows, &QAbstractItemModel::modelReset, this, &SnapshotView::restorePlace);
-    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, &SnapshotView::currentRowChanged);
-    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &SnapshotView::selectedRowsChanged);
+    connect(&rows, &QAbstractItemModel::modelAboutToBeReset, this, &ListView::keepPlace);
+    connect(&rows, &QAbstractItemModel::modelReset, this, &ListView::restorePlace);
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, &ListView::currentRowChanged);
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &ListView::selectedRowsChanged);
 }
 
-void SnapshotView::setNotice(const QString &notice)
+void ListView::setNotice(const QString &notice)
 {
     m_notice = notice;
     viewport()->update();
 }
 
-void SnapshotView::goToRow(int row)
+void ListView::goToRow(int row)
 {
     if (row < 0)
         return;
-    const QModelIndex index = m_rows.index(row, SnapshotRowsModel::Key);
+    const QModelIndex index = m_rows.index(row, RowSource::Key);
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     scrollTo(m_rows.index(row, 0));
 }
 
-std::vector<int> SnapshotView::selectedRows() const
+std::vector<int> ListView::selectedRows() const
 {
     std::vector<int> rows;
     for (const QModelIndex &index : selectionModel()->selectedRows())
@@ -95,42 +95,45 @@ std::vector<int> SnapshotView::selectedRows() const
     return rows;
 }
 
-void SnapshotView::keepPlace()
+void ListView::keepPlace()
 {
     if (currentIndex().isValid())
         m_keptKey = m_rows.rowAt(currentIndex().row()).key;
 }
 
-void SnapshotView::restorePlace()
+void ListView::restorePlace()
 {
     const int row = m_rows.find(m_keptKey);
     if (row >= 0)
         goToRow(row);
     else if (m_rows.rowCount() > 0) // the keyboard needs a row to start from
-        selectionModel()->setCurrentIndex(m_rows.index(0, SnapshotRowsModel::Key), QItemSelectionModel::NoUpdate);
+        selectionModel()->setCurrentIndex(m_rows.index(0, RowSource::Key), QItemSelectionModel::NoUpdate);
     Q_EMIT currentRowChanged();
     Q_EMIT selectedRowsChanged();
 }
 
-void SnapshotView::showEvent(QShowEvent *event)
+void ListView::showEvent(QShowEvent *event)
 {
     QTreeView::showEvent(event);
     if (std::exchange(m_columnsPlaced, true))
         return;
     const QFontMetrics metrics = header()->fontMetrics();
     int widest = 0;
-    for (const SnapshotStatus status :
-         {SnapshotStatus::Same, SnapshotStatus::Changed, SnapshotStatus::LeftOnly, SnapshotStatus::RightOnly})
-        widest = std::max(widest, metrics.horizontalAdvance(snapshotStatusText(status)));
+    for (int status = int(PairStatus::Same); status <= int(PairStatus::RightOnly); ++status)
+        widest = std::max(widest, metrics.horizontalAdvance(statusText(PairStatus(status))));
     constexpr int statusRoom = 36;
     const int statusWidth = widest + statusRoom;
+    header()->resizeSection(0, statusWidth);
+    const auto share = [this](int column) { return m_rows.source().side(column) ? 38 : 24; };
+    int shares = 0;
+    for (int column = RowSource::Key; column < header()->count(); ++column)
+        shares += share(column);
     const int rest = std::max(400, viewport()->width() - statusWidth);
-    header()->resizeSection(SnapshotRowsModel::Status, statusWidth);
-    header()->resizeSection(SnapshotRowsModel::Key, rest * 24 / 100);
-    header()->resizeSection(SnapshotRowsModel::Left, rest * 38 / 100);
+    for (int column = RowSource::Key; column < header()->count() - 1; ++column)
+        header()->resizeSection(column, rest * share(column) / shares);
 }
 
-void SnapshotView::paintEvent(QPaintEvent *event)
+void ListView::paintEvent(QPaintEvent *event)
 {
     QTreeView::paintEvent(event);
     if (m_rows.rowCount() > 0 || m_notice.isEmpty())

@@ -1,4 +1,4 @@
-#include "system/engine/value_entries.h"
+#include "core/value_entries.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "system/engine/snapshot_compare.h"
+#include "core/keyed_rows.h"
 
 #include <QWidget>
 
@@ -11,12 +11,12 @@ namespace velmora {
 
 /// Both values of one row in full, side by side. Lists, as the folders of a search path, stand with one entry in a
 /// line, aligned, so that what only one side has faces an empty line.
-class SnapshotDetails final : public QWidget {
+class RowDetails final : public QWidget {
     Q_OBJECT
 public:
-    explicit SnapshotDetails(QWidget *parent = nullptr);
+    explicit RowDetails(QWidget *parent = nullptr);
 
-    void showRow(const SnapshotRow &row);
+    void showRow(const KeyedRow &row);
     void clear();
 
     /// Takes up a changed theme.
@@ -24,13 +24,12 @@ public:
 
 private:
     void showLists(const QStringList &left, const QStringList &right);
-    void showTexts(const SnapshotRow &row);
 
     QLabel *m_title;
     QLabel *m_note;
     QPlainTextEdit *m_left;
     QPlainTextEdit *m_right;
-    SnapshotRow m_row;
+    KeyedRow m_row;
     bool m_empty = true;
 };
 

@@ -1,9 +1,9 @@
-#include "system/snapshot_details.h"
+#include "session/list/row_details.h"
 
+#include "core/value_entries.h"
 #include "session/diff_colours.h"
+#include "session/list/row_source.h"
 #include "session/translate.h"
-#include "system/engine/value_entries.h"
-#include "system/snapshot_rows_model.h"
 
 #include <QBoxLayout>
 #include <QFontDatabase>
@@ -32,35 +32,56 @@ QPlainTextEdit *valueBox(const char *name, const QString &title, QWidget *parent
     return box;
 }
 
-/// Lays colours behind whole lines.
-void colourLines(QPlainTextEdit &box, const std::vector<std::optional<DiffColour>> &colours)
+/// One side of a row: what stands in a line, and the colour behind the whole of it.
+struct Line {
+    QString text;
+    std::optional<DiffColour> colour;
+};
+
+void showLines(QPlainTextEdit &box, const QList<Line> &lines)
 {
+    QStringList texts;
+    for (const Line &line : lines)
+        texts.append(line.text);
+    box.setPlainText(texts.join(u'\n'));
     QList<QTextEdit::ExtraSelection> selections;
     QTextBlock block = box.document()->firstBlock();
-    for (std::size_t line = 0; line < colours.size() && block.isValid(); ++line, block = block.next()) {
-        if (!colours[line])
-            continue;
-        QTextEdit::ExtraSelection selection;
-        selection.cursor = QTextCursor(block);
-        selection.format.setBackground(diffColour(*colours[line]));
-        if (*colours[line] != DiffColour::Filler)
-            selection.format.setForeground(diffColour(DiffColour::Text));
-        selection.format.setProperty(QTextFormat::FullWidthSelection, true);
-        selections.append(selection);
+    for (const Line &line : lines) {
+        if (line.colour) {
+            QTextEdit::ExtraSelection selection;
+            selection.cursor = QTextCursor(block);
+            selection.format.setBackground(diffColour(*line.colour));
+            if (*line.colour != DiffColour::Filler)
+                selection.format.setForeground(diffColour(DiffColour::Text));
+            selection.format.setProperty(QTextFormat::FullWidthSelection, true);
+            selections.append(selection);
+        }
+        block = block.next();
     }
     box.setExtraSelections(selections);
 }
 
+/// The value of a side that is no list.
+QList<Line> wholeValue(const KeyedRow &row, Side side, DiffColour alone)
+{
+    const QString &value = side == Side::Left ? row.left : row.right;
+    if (!isOn(row.status, side))
+        return {{value, DiffColour::Filler}};
+    if (row.status == PairStatus::Same)
+        return {{value, std::nullopt}};
+    return {{value, row.status == PairStatus::Changed ? DiffColour::Modified : alone}};
+}
+
 } // namespace
 
-SnapshotDetails::SnapshotDetails(QWidget *parent)
+RowDetails::RowDetails(QWidget *parent)
     : QWidget(parent),
       m_title(new QLabel(this)),
       m_note(new QLabel(this)),
       m_left(valueBox("leftValue", Velmora::tr("Left value"), this)),
       m_right(valueBox("rightValue", Velmora::tr("Right value"), this))
 {
-    setObjectName(QStringLiteral("snapshotDetails"));
+    setObjectName(QStringLiteral("rowDetails"));
     m_title->setObjectName(QStringLiteral("detailsTitle"));
     m_title->setTextFormat(Qt::PlainText);
     m_title->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -96,65 +117,46 @@ SnapshotDetails::SnapshotDetails(QWidget *parent)
     clear();
 }
 
-void SnapshotDetails::showRow(const SnapshotRow &row)
+void RowDetails::showRow(const KeyedRow &row)
 {
     if (!m_empty && row == m_row)
         return;
     m_empty = false;
     m_row = row;
     m_title->setText(row.key);
-    m_note->setText(row.note.isEmpty() ? snapshotStatusText(row.status)
-                                       : row.note + QStringLiteral("  \u00b7  ") + snapshotStatusText(row.status));
+    m_note->setText(row.note.isEmpty() ? statusText(row.status)
+                                       : row.note + QStringLiteral("  \u00b7  ") + statusText(row.status));
     const QStringList left = valueEntries(row.left);
     const QStringList right = valueEntries(row.right);
-    if (left.isEmpty() && right.isEmpty())
-        showTexts(row);
-    else
+    const bool areLists = !left.isEmpty() || !right.isEmpty();
+    for (QPlainTextEdit *box : {m_left, m_right}) // the lines of lists stay level
+        box->setLineWrapMode(areLists ? QPlainTextEdit::NoWrap : QPlainTextEdit::WidgetWidth);
+    if (areLists) {
         showLists(left.isEmpty() && !row.left.isEmpty() ? QStringList(row.left) : left,
                   right.isEmpty() && !row.right.isEmpty() ? QStringList(row.right) : right);
+    } else {
+        showLines(*m_left, wholeValue(row, Side::Left, DiffColour::Removed));
+        showLines(*m_right, wholeValue(row, Side::Right, DiffColour::Added));
+    }
 }
 
-void SnapshotDetails::showTexts(const SnapshotRow &row)
+void RowDetails::showLists(const QStringList &left, const QStringList &right)
 {
-    for (QPlainTextEdit *box : {m_left, m_right})
-        box->setLineWrapMode(QPlainTextEdit::WidgetWidth);
-    m_left->setPlainText(row.left);
-    m_right->setPlainText(row.right);
-    const auto colourOf = [&row](SnapshotStatus lacking, DiffColour alone) -> std::optional<DiffColour> {
-        if (row.status == lacking)
-            return DiffColour::Filler;
-        if (row.status == SnapshotStatus::Same)
-            return std::nullopt;
-        return row.status == SnapshotStatus::Changed ? DiffColour::Modified : alone;
-    };
-    colourLines(*m_left, {colourOf(SnapshotStatus::RightOnly, DiffColour::Removed)});
-    colourLines(*m_right, {colourOf(SnapshotStatus::LeftOnly, DiffColour::Added)});
-}
-
-void SnapshotDetails::showLists(const QStringList &left, const QStringList &right)
-{
-    QStringList leftLines;
-    QStringList rightLines;
-    std::vector<std::optional<DiffColour>> leftColours;
-    std::vector<std::optional<DiffColour>> rightColours;
-    const auto put = [](bool here, bool there, const QString &text, DiffColour alone, QStringList &lines,
-                        std::vector<std::optional<DiffColour>> &colours) {
-        lines.append(here ? text : QString());
-        colours.push_back(here && there ? std::nullopt : std::optional(here ? alone : DiffColour::Filler));
+    QList<Line> leftLines;
+    QList<Line> rightLines;
+    const auto put = [](bool here, bool there, const QString &text, DiffColour alone, QList<Line> &lines) {
+        lines.append(
+            {here ? text : QString(), here && there ? std::nullopt : std::optional(here ? alone : DiffColour::Filler)});
     };
     for (const EntryRow &row : alignEntries(left, right)) {
-        put(row.onLeft, row.onRight, row.text, DiffColour::Removed, leftLines, leftColours);
-        put(row.onRight, row.onLeft, row.text, DiffColour::Added, rightLines, rightColours);
+        put(row.onLeft, row.onRight, row.text, DiffColour::Removed, leftLines);
+        put(row.onRight, row.onLeft, row.text, DiffColour::Added, rightLines);
     }
-    for (QPlainTextEdit *box : {m_left, m_right})
-        box->setLineWrapMode(QPlainTextEdit::NoWrap); // so that the lines of both sides stay level
-    m_left->setPlainText(leftLines.join(u'\n'));
-    m_right->setPlainText(rightLines.join(u'\n'));
-    colourLines(*m_left, leftColours);
-    colourLines(*m_right, rightColours);
+    showLines(*m_left, leftLines);
+    showLines(*m_right, rightLines);
 }
 
-void SnapshotDetails::clear()
+void RowDetails::clear()
 {
     m_empty = true;
     m_title->setText(Velmora::tr("Details"));
@@ -165,7 +167,7 @@ void SnapshotDetails::clear()
     }
 }
 
-void SnapshotDetails::refreshTheme()
+void RowDetails::refreshTheme()
 {
     if (!std::exchange(m_empty, true))
         showRow(m_row);

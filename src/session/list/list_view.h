@@ -1,16 +1,16 @@
 #pragma once
 
-#include "system/snapshot_rows_model.h"
+#include "session/list/list_model.h"
 
 #include <QTreeView>
 
 namespace velmora {
 
-/// The result of a comparison as a table, or a few words where there is nothing to show.
-class SnapshotView final : public QTreeView {
+/// The rows of a comparison as a table, or a few words where there is nothing to show.
+class ListView final : public QTreeView {
     Q_OBJECT
 public:
-    explicit SnapshotView(SnapshotRowsModel &rows, QWidget *parent = nullptr);
+    explicit ListView(ListModel &rows, QWidget *parent = nullptr);
 
     /// What is said in place of rows.
     void setNotice(const QString &notice);
@@ -32,7 +32,7 @@ private:
     void keepPlace();
     void restorePlace();
 
-    SnapshotRowsModel &m_rows;
+    ListModel &m_rows;
     QString m_notice;
     QString m_keptKey; ///< of the current row, over a change of what is shown
     bool m_columnsPlaced = false;

@@ -1,0 +1,35 @@
+#include "session/list/list_bar.h"
+
+#include "session/translate.h"
+
+namespace velmora {
+
+void ListBar::addListCommands()
+{
+    addDifferenceSteps();
+    addSeparator();
+    addChoice(
+        {{&showAll, {"showAllAction", Velmora::tr("All"), QStringLiteral("all.png"), {}, Velmora::tr("Show all rows")}},
+         {&showDifferences,
+          {"showDifferencesAction",
+           Velmora::tr("Diff"),
+           QStringLiteral("diff.png"),
+           {},
+           Velmora::tr("Show only the rows that differ")}}});
+    addSeparator();
+    copyRows = add({"copyAction",
+                    Velmora::tr("Copy"),
+                    QStringLiteral("copy.png"),
+                    {},
+                    Velmora::tr("Copy the selected rows, their columns separated by tabs")});
+    showDetails = add({"showDetailsAction",
+                       Velmora::tr("Details"),
+                       QStringLiteral("info.png"),
+                       {QKeySequence(Qt::Key_F4)},
+                       Velmora::tr("Show the values of the current row in full")});
+    showDetails->setCheckable(true);
+    showDetails->setChecked(true);
+    focusFilter = add({"focusFilterAction", Velmora::tr("Filter")});
+}
+
+} // namespace velmora

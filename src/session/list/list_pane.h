@@ -1,0 +1,66 @@
+#pragma once
+
+#include "session/list/list_model.h"
+
+#include <QWidget>
+
+class QLineEdit;
+
+namespace velmora {
+
+class ListBar;
+class ListView;
+class RowDetails;
+
+/// The list of a session with its filter above and the details of the current row below it, and what the list's
+/// commands in the session's bar do.
+class ListPane final : public QWidget {
+    Q_OBJECT
+public:
+    /// `source`: without rows, for the headings.
+    ListPane(ListBar &bar, std::unique_ptr<const RowSource> source, QWidget *parent);
+    ~ListPane() override;
+
+    /// Shows the result of a comparison.
+    void setResult(std::unique_ptr<const RowSource> source);
+    [[nodiscard]] bool hasResult() const { return m_hasResult; }
+    void setRowsView(RowsView view);
+
+    /// What is said in place of rows until there is a result.
+    void setNotice(const QString &notice);
+    /// How many rows there are of each status, and how many are not shown.
+    [[nodiscard]] QString countsText() const;
+
+    [[nodiscard]] const ListModel &model() const { return *m_model; }
+    [[nodiscard]] ListView &view() { return *m_view; }
+
+    /// Takes up a changed theme.
+    void refreshTheme();
+
+Q_SIGNALS:
+    /// The counts of a result may be others.
+    void shownRowsChanged();
+    /// Something to be said by the session.
+    void told(const QString &message);
+
+private:
+    [[nodiscard]] QWidget *makeFilterRow();
+    void connectBar();
+    void connectView();
+    void showNotice();
+    void showCurrentRow();
+    void showSelection();
+    void takeShownRows();
+    void goToDifference(bool forward);
+    void openMenu(const QPoint &point);
+
+    ListBar &m_bar;
+    ListModel *m_model;
+    ListView *m_view;
+    RowDetails *m_details;
+    QLineEdit *m_filter;
+    QString m_notice;
+    bool m_hasResult = false;
+};
+
+} // namespace velmora
