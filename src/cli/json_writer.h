@@ -12,7 +12,8 @@ namespace velmora::cli {
 /// Writes one JSON object, value by value. Its members stand on lines of their own, and so do the items of a list that
 /// is one of them; everything deeper stays on its line.
 ///
-/// Keys are plain ASCII without quotes and backslashes. Objects and lists are ended by who began them.
+/// A surrogate without its partner, as in names that are no text, is written as an escape, so that every string can be
+/// read back. Keys are plain ASCII without quotes and backslashes. Objects and lists are ended by who began them.
 class JsonWriter final {
 public:
     explicit JsonWriter(OutputBuffer &output) : m_output(output) {}

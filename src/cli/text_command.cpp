@@ -198,15 +198,12 @@ MarkedReportForm markedForm(const TextRequest &request)
 Written writeHtml(QIODevice &device, const TextRequest &request, CompareRemarks &remarks)
 {
     const Comparison comparison = compare(request, remarks);
-    const TextLines &left = request.left.text.lines;
-    const TextLines &right = request.right.text.lines;
+    const ReportedTexts texts{comparison.rows, comparison.lineEnds, request.left.text.lines, request.right.text.lines,
+                              request.options};
     const TextReportLabels labels = reportLabels(request, comparison);
     const QDateTime now = QDateTime::currentDateTime();
-    const bool ok =
-        request.marksReport
-            ? writeMarkedReport(device, {comparison.rows, comparison.lineEnds, left, right, request.options}, labels,
-                                markedForm(request), now)
-            : writeTextReport(device, comparison.rows, left, right, request.options, labels, now);
+    const bool ok = request.marksReport ? writeMarkedReport(device, texts, labels, markedForm(request), now)
+                                        : writeTextReport(device, texts, labels, now);
     return {ok, comparison.differs()};
 }
 

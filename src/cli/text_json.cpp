@@ -1,6 +1,7 @@
 #include "cli/text_json.h"
 
-#include "cli/json_text.h"
+#include "cli/json_writer.h"
+#include "core/line_ends.h"
 #include "text/engine/line_diff_engine.h"
 
 namespace velmora::cli {
@@ -9,56 +10,50 @@ namespace {
 
 constexpr qsizetype rowsAtOnce = 1024;
 
-void writeSide(OutputBuffer &output, std::string_view name, const TextInput &input)
+void writeSide(JsonWriter &json, std::string_view name, const TextInput &input)
 {
-    output << '"' << name << "\":{\"path\":";
-    writeJsonString(output, input.path);
-    output << ",\"encoding\":";
-    writeJsonString(output, input.text.encoding.name());
-    output << ",\"lineEnds\":";
-    writeJsonString(output, lineEndStyleName(input.text.lineEnds));
     const TextLines &lines = input.text.lines;
     const LineEnd lastEnd = lines.isEmpty() ? LineEnd::None : lines.lineEnd(lines.count() - 1);
-    const bool endsWithFeed = lastEnd == LineEnd::Lf || lastEnd == LineEnd::CrLf;
-    output << ",\"lastLineFeed\":" << (endsWithFeed ? "true" : "false") << ",\"lines\":" << qint64(lines.count())
-           << ",\"undecodable\":" << input.text.undecodable << '}';
+    json.key(name);
+    json.beginObject();
+    json.text("path", input.path);
+    json.text("encoding", input.text.encoding.name());
+    json.text("lineEnds", lineEndStyleName(input.text.lineEnds));
+    json.boolean("lastLineFeed", lastEnd == LineEnd::Lf || lastEnd == LineEnd::CrLf);
+    json.number("lines", lines.count());
+    json.number("undecodable", input.text.undecodable);
+    json.endObject();
 }
 
-void writeCounts(OutputBuffer &output, const DiffCounts &counts, const LineEndCounts &ends)
+void writeCounts(JsonWriter &json, const DiffCounts &counts, const LineEndCounts &ends)
 {
-    output << "\"counts\":{\"differences\":" << counts.differences() << ",\"added\":" << counts.added
-           << ",\"removed\":" << counts.removed << ",\"modified\":" << counts.modified
-           << ",\"leftLines\":" << counts.leftLines << ",\"rightLines\":" << counts.rightLines
-           << ",\"lineEnds\":" << ends.rows
-           << ",\"missingLastLineFeeds\":" << qint64(ends.lastFeedMissesLeft) + qint64(ends.lastFeedMissesRight) << '}';
-}
-
-std::string_view nameOf(LineEnd end)
-{
-    switch (end) {
-    case LineEnd::None:
-        break;
-    case LineEnd::Lf:
-        return "LF";
-    case LineEnd::CrLf:
-        return "CRLF";
-    case LineEnd::Cr:
-        return "CR";
-    }
-    return "";
+    json.key("counts");
+    json.beginObject();
+    json.number("differences", counts.differences());
+    json.number("added", counts.added);
+    json.number("removed", counts.removed);
+    json.number("modified", counts.modified);
+    json.number("leftLines", counts.leftLines);
+    json.number("rightLines", counts.rightLines);
+    json.number("lineEnds", ends.rows);
+    json.number("missingLastLineFeeds", qint64(ends.lastFeedMissesLeft) + qint64(ends.lastFeedMissesRight));
+    json.endObject();
 }
 
 /// `ends` is null for lines that end the same.
-void writeRow(OutputBuffer &output, const DiffLine &row, const LineEndRow *ends)
+void writeRow(JsonWriter &json, const DiffLine &row, const LineEndRow *ends)
 {
-    output << "{\"kind\":" << qint64(row.kind) << ",\"leftLine\":" << qint64(row.leftLine)
-           << ",\"rightLine\":" << qint64(row.rightLine) << ",\"leftText\":";
-    writeJsonString(output, row.leftText);
-    output << ",\"rightText\":";
-    writeJsonString(output, row.rightText);
-    if (ends)
-        output << ",\"leftEnd\":\"" << nameOf(ends->left) << "\",\"rightEnd\":\"" << nameOf(ends->right) << '"';
-    output << '}';
+    json.beginObject();
+    json.number("kind", row.kind);
+    json.number("leftLine", row.leftLine);
+    json.number("rightLine", row.rightLine);
+    json.text("leftText", row.leftText);
+    json.text("rightText", row.rightText);
+    if (ends) {
+        json.text("leftEnd", lineEndName(ends->left));
+        json.text("rightEnd", lineEndName(ends->right));
+    }
+    json.endObject();
 }
 
 } // namespace
@@ -66,35 +61,36 @@ void writeRow(OutputBuffer &output, const DiffLine &row, const LineEndRow *ends)
 void writeTextJson(OutputBuffer &output, const TextInput &left, const TextInput &right, const QList<AlignedRow> &rows,
                    const std::vector<LineEndRow> &lineEnds, const TextSessionOptions &options)
 {
-    output << "{\n";
-    writeSide(output, "left", left);
-    output << ",\n";
-    writeSide(output, "right", right);
-    output << ",\n\"binary\":false,\n";
-    writeCounts(output, countRows(rows), countLineEnds(lineEnds));
-    output << ",\n\"rows\":[";
-    std::string_view separator = "\n";
+    JsonWriter json(output);
+    json.beginObject();
+    writeSide(json, "left", left);
+    writeSide(json, "right", right);
+    json.boolean("binary", false);
+    writeCounts(json, countRows(rows), countLineEnds(lineEnds));
+    json.key("rows");
+    json.beginList();
     auto ends = lineEnds.begin();
     for (qsizetype index = 0; index < rows.size(); index += rowsAtOnce) {
         const QList<DiffLine> texts =
             withTexts(rows.mid(index, rowsAtOnce), left.text.lines, right.text.lines, options);
         for (qsizetype k = 0; k < texts.size(); ++k) {
             const bool hasEnds = ends != lineEnds.end() && ends->row == index + k;
-            output << separator;
-            writeRow(output, texts[k], hasEnds ? &*ends++ : nullptr);
-            separator = ",\n";
+            writeRow(json, texts[k], hasEnds ? &*ends++ : nullptr);
         }
     }
-    output << "\n]\n}\n";
+    json.endList();
+    json.endObject();
 }
 
 void writeBinaryJson(OutputBuffer &output, const TextInput &left, const TextInput &right)
 {
-    output << "{\n";
-    writeSide(output, "left", left);
-    output << ",\n";
-    writeSide(output, "right", right);
-    output << ",\n\"binary\":true,\n\"identical\":" << (left.raw == right.raw ? "true" : "false") << "\n}\n";
+    JsonWriter json(output);
+    json.beginObject();
+    writeSide(json, "left", left);
+    writeSide(json, "right", right);
+    json.boolean("binary", true);
+    json.boolean("identical", left.raw == right.raw);
+    json.endObject();
 }
 
 } // namespace velmora::cli

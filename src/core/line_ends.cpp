@@ -33,6 +33,21 @@ std::optional<LineEndStyle> lineEndStyleFromName(const QString &name)
     return std::nullopt;
 }
 
+QString lineEndName(LineEnd end)
+{
+    switch (end) {
+    case LineEnd::None:
+        break;
+    case LineEnd::Lf:
+        return QStringLiteral("LF");
+    case LineEnd::CrLf:
+        return QStringLiteral("CRLF");
+    case LineEnd::Cr:
+        return QStringLiteral("CR");
+    }
+    return {};
+}
+
 TextLines withLineEnds(const TextLines &text, LineEndStyle style)
 {
     if (style == LineEndStyle::Mixed || text.isEmpty())

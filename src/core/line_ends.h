@@ -12,6 +12,9 @@ namespace velmora {
 /// earlier versions. Nothing for any other name, "PC" among them, which stands for leaving a text as it is.
 [[nodiscard]] std::optional<LineEndStyle> lineEndStyleFromName(const QString &name);
 
+/// "LF", "CRLF" or "CR"; empty for none.
+[[nodiscard]] QString lineEndName(LineEnd end);
+
 /// The same text with every line end of `style`; a last line without an end stays without. A carriage return within a
 /// line ends it, too. With `LineEndStyle::Cr` the result is a single line, as reading it would give; `Mixed` changes
 /// nothing.

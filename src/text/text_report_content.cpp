@@ -63,13 +63,11 @@ MarkedReportForm markedReportForm(std::optional<qsizetype> context)
 ReportSaver::Writer textReportWriter(const TextReportContent &content)
 {
     return [content, labels = labelsFor(content)](QIODevice &device, const CancelFlag &cancel) {
+        const ReportedTexts texts{content.document->rows(), content.document->lineEndRows(), content.left,
+                                  content.right, content.options};
         const QDateTime now = QDateTime::currentDateTime();
-        const QList<AlignedRow> &rows = content.document->rows();
-        if (!content.marked)
-            return writeTextReport(device, rows, content.left, content.right, content.options, labels, now, cancel);
-        return writeMarkedReport(device,
-                                 {rows, content.document->lineEndRows(), content.left, content.right, content.options},
-                                 labels, *content.marked, now, cancel);
+        return content.marked ? writeMarkedReport(device, texts, labels, *content.marked, now, cancel)
+                              : writeTextReport(device, texts, labels, now, cancel);
     };
 }
 

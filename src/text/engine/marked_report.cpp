@@ -1,6 +1,8 @@
 #include "text/engine/marked_report.h"
 
 #include "core/html.h"
+#include "core/line_ends.h"
+#include "core/output_buffer.h"
 #include "text/engine/line_marks.h"
 
 #include <QIODevice>
@@ -47,34 +49,9 @@ QByteArray styleSheet(const ReportColours &colours)
            rule(".n", behind(colours.minorMark));
 }
 
-std::string_view rowClass(DiffLineKind kind)
-{
-    switch (kind) {
-    case Equal:
-        break;
-    case Added:
-        return "add";
-    case Removed:
-        return "del";
-    case Modified:
-        return "mod";
-    }
-    return "eq";
-}
-
 QString endName(LineEnd end)
 {
-    switch (end) {
-    case LineEnd::None:
-        break;
-    case LineEnd::Lf:
-        return QStringLiteral("LF");
-    case LineEnd::CrLf:
-        return QStringLiteral("CRLF");
-    case LineEnd::Cr:
-        return QStringLiteral("CR");
-    }
-    return QStringLiteral("\u2205");
+    return end == LineEnd::None ? QStringLiteral("\u2205") : lineEndName(end);
 }
 
 /// Consecutive rows [first, end).
@@ -127,11 +104,7 @@ public:
             writeGap(m_texts.rows.size() - written);
         else
             writeRows({0, m_texts.rows.size()});
-        m_page << "</table>\n";
-        writeHtmlElement(m_page, "<div class=\"summary\">", labels.summary, "</div>\n");
-        for (const QString &sentence : labels.lineEnds)
-            writeHtmlElement(m_page, "<div class=\"summary\">", sentence, "</div>\n");
-        m_page << "</body>\n</html>\n";
+        writeReportEnd(m_page, labels);
         return m_page.finish() && !m_cancel.isCancelled();
     }
 
@@ -141,11 +114,8 @@ private:
         m_page << "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n";
         writeHtmlElement(m_page, "<title>", labels.title, "</title>\n<style>\n");
         m_page.bytes() += styleSheet(m_form.colours);
-        writeHtmlElement(m_page, "</style>\n</head>\n<body>\n<h1>", labels.heading, "</h1>\n");
-        writeHtmlElement(m_page, "<div class=\"info\">", labels.left, "<br>");
-        writeHtmlElement(m_page, "", labels.right, "<br>");
-        writeHtmlElement(m_page, "", labels.generatedAt, ": ");
-        writeHtmlElement(m_page, "", time.toString(u"yyyy-MM-dd hh:mm:ss"), "</div>\n");
+        m_page << "</style>\n</head>\n<body>\n";
+        writeReportHeading(m_page, labels, time);
         writeHtmlElement(m_page, "<table>\n<tr><th class=\"nav\"></th><th class=\"ln\">#</th><th>", labels.leftColumn,
                          "</th>");
         writeHtmlElement(m_page, "<th class=\"ln\">#</th><th>", labels.rightColumn, "</th></tr>\n");
@@ -171,7 +141,7 @@ private:
     void writeRow(qsizetype row, const DiffLine &line)
     {
         const LineEndRow *ends = endsOf(row);
-        m_page << "<tr class=\"" << rowClass(line.kind) << '"';
+        m_page << "<tr class=\"" << reportRowClass(line.kind) << '"';
         const bool startsDifference = m_next < m_differences.size() && m_differences[m_next].first == row;
         if (startsDifference)
             m_page << " id=\"d" << qint64(++m_next) << '"';

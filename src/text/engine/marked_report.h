@@ -1,10 +1,8 @@
 #pragma once
 
-#include "text/engine/line_ends.h"
 #include "text/engine/text_report.h"
 
 #include <optional>
-#include <vector>
 
 namespace velmora {
 
@@ -34,15 +32,6 @@ struct MarkedReportForm {
     QString previous; ///< "Previous difference"
     QString next;     ///< "Next difference"
     QString folded;   ///< "⋯ %1 equal lines"
-};
-
-/// What a report is about.
-struct ReportedTexts {
-    const QList<AlignedRow> &rows;
-    const std::vector<LineEndRow> &lineEnds;
-    const TextLines &left;
-    const TextLines &right;
-    const TextSessionOptions &options;
 };
 
 /// Writes the comparison as one HTML page in UTF-8, part by part. False when it could not be written or `cancel` is

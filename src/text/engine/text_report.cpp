@@ -1,11 +1,10 @@
 #include "text/engine/text_report.h"
 
 #include "core/html.h"
+#include "core/output_buffer.h"
 #include "text/engine/line_diff_engine.h"
 
 #include <QIODevice>
-
-#include <string_view>
 
 namespace velmora {
 
@@ -30,100 +29,72 @@ constexpr std::string_view styleSheet =
 
 constexpr std::string_view noBreakSpace = "&nbsp;";
 
-std::string_view rowClass(DiffLineKind kind)
+void writeSide(OutputBuffer &page, qint32 line, const QString &text)
 {
-    switch (kind) {
-    case Equal:
-        break;
-    case Added:
-        return "add";
-    case Removed:
-        return "del";
-    case Modified:
-        return "mod";
-    }
-    return "eq";
+    const bool present = line >= 1;
+    page << "<td class=\"ln\">";
+    if (present)
+        page << qint64(line);
+    else
+        page << noBreakSpace;
+    page << "</td><td>";
+    if (present || !text.isEmpty())
+        writeHtmlElement(page, {}, text, {});
+    else
+        page << noBreakSpace;
+    page << "</td>";
 }
 
 } // namespace
 
-TextReportWriter::TextReportWriter(QIODevice &device) : m_page(device) {}
-
-void TextReportWriter::begin(const TextReportLabels &labels, const QDateTime &time)
+std::string_view reportRowClass(DiffLineKind kind)
 {
-    m_page << "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n";
-    writeHtmlElement(m_page, "<title>", labels.title, "</title>\n");
-    m_page << "<style>\n" << styleSheet << "</style>\n</head>\n<body>\n";
-    writeHtmlElement(m_page, "<h1>", labels.heading, "</h1>\n");
-    writeHtmlElement(m_page, "<div class=\"info\">", labels.left, "<br>");
-    writeHtmlElement(m_page, "", labels.right, "<br>");
-    writeHtmlElement(m_page, "", labels.generatedAt, ": ");
-    writeHtmlElement(m_page, "", time.toString(u"yyyy-MM-dd hh:mm:ss"), "</div>\n");
-    writeHtmlElement(m_page, "<table>\n<tr><th class=\"ln\">#</th><th>", labels.leftColumn, "</th>");
-    writeHtmlElement(m_page, "<th class=\"ln\">#</th><th>", labels.rightColumn, "</th></tr>\n");
+    constexpr std::string_view classes[] = {"eq", "add", "del", "mod"};
+    return classes[kind];
 }
 
-void TextReportWriter::addRow(const DiffLine &row)
+void writeReportHeading(OutputBuffer &page, const TextReportLabels &labels, const QDateTime &time)
 {
-    m_page << "<tr class=\"" << rowClass(row.kind) << "\">";
-    addSide(row.leftLine, row.leftText);
-    addSide(row.rightLine, row.rightText);
-    m_page << "</tr>\n";
+    writeHtmlElement(page, "<h1>", labels.heading, "</h1>\n");
+    writeHtmlElement(page, "<div class=\"info\">", labels.left, "<br>");
+    writeHtmlElement(page, "", labels.right, "<br>");
+    writeHtmlElement(page, "", labels.generatedAt, ": ");
+    writeHtmlElement(page, "", time.toString(u"yyyy-MM-dd hh:mm:ss"), "</div>\n");
 }
 
-void TextReportWriter::addSide(qint32 line, const QString &text)
+void writeReportEnd(OutputBuffer &page, const TextReportLabels &labels)
 {
-    const bool present = line >= 1;
-    m_page << "<td class=\"ln\">";
-    if (present)
-        m_page << qint64(line);
-    else
-        m_page << noBreakSpace;
-    m_page << "</td><td>";
-    if (present || !text.isEmpty())
-        writeHtmlElement(m_page, {}, text, {});
-    else
-        m_page << noBreakSpace;
-    m_page << "</td>";
-}
-
-bool TextReportWriter::finish(const TextReportLabels &labels)
-{
-    m_page << "</table>\n";
-    writeHtmlElement(m_page, "<div class=\"summary\">", labels.summary, "</div>\n");
+    page << "</table>\n";
+    writeHtmlElement(page, "<div class=\"summary\">", labels.summary, "</div>\n");
     for (const QString &sentence : labels.lineEnds)
-        writeHtmlElement(m_page, "<div class=\"summary\">", sentence, "</div>\n");
-    m_page << "</body>\n</html>\n";
-    return m_page.finish();
+        writeHtmlElement(page, "<div class=\"summary\">", sentence, "</div>\n");
+    page << "</body>\n</html>\n";
 }
 
-bool writeTextReport(QIODevice &device, const QList<DiffLine> &rows, const TextReportLabels &labels,
+bool writeTextReport(QIODevice &device, const ReportedTexts &texts, const TextReportLabels &labels,
                      const QDateTime &time, const CancelFlag &cancel)
 {
-    TextReportWriter writer(device);
-    writer.begin(labels, time);
-    for (qsizetype index = 0; index < rows.size(); ++index) {
-        if (index % rowsAtOnce == 0 && cancel.isCancelled())
-            return false;
-        writer.addRow(rows[index]);
-    }
-    return writer.finish(labels);
-}
-
-bool writeTextReport(QIODevice &device, const QList<AlignedRow> &rows, const TextLines &left, const TextLines &right,
-                     const TextSessionOptions &options, const TextReportLabels &labels, const QDateTime &time,
-                     const CancelFlag &cancel)
-{
-    TextReportWriter writer(device);
-    writer.begin(labels, time);
-    for (qsizetype index = 0; index < rows.size(); index += rowsAtOnce) {
+    OutputBuffer page(device);
+    page << "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n";
+    writeHtmlElement(page, "<title>", labels.title, "</title>\n");
+    page << "<style>\n" << styleSheet << "</style>\n</head>\n<body>\n";
+    writeReportHeading(page, labels, time);
+    writeHtmlElement(page, "<table>\n<tr><th class=\"ln\">#</th><th>", labels.leftColumn, "</th>");
+    writeHtmlElement(page, "<th class=\"ln\">#</th><th>", labels.rightColumn, "</th></tr>\n");
+    for (qsizetype index = 0; index < texts.rows.size(); index += rowsAtOnce) {
         if (cancel.isCancelled())
             return false;
-        const QList<DiffLine> texts = withTexts(rows.mid(index, rowsAtOnce), left, right, options);
-        for (const DiffLine &row : texts)
-            writer.addRow(row);
+        const QList<DiffLine> lines =
+            withTexts(texts.rows.mid(index, rowsAtOnce), texts.left, texts.right, texts.options);
+        for (const DiffLine &row : lines) {
+            page << "<tr class=\"" << reportRowClass(row.kind) << "\">";
+            writeSide(page, row.leftLine, row.leftText);
+            writeSide(page, row.rightLine, row.rightText);
+            page << "</tr>\n";
+        }
     }
-    return writer.finish(labels);
+    writeReportEnd(page, labels);
+    return page.finish();
 }
 
 } // namespace velmora

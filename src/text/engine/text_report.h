@@ -1,19 +1,23 @@
 #pragma once
 
 #include "core/cancel_flag.h"
-#include "core/output_buffer.h"
 #include "core/text_lines.h"
 #include "text/engine/diff_line.h"
+#include "text/engine/line_ends.h"
 
 #include <QDateTime>
 #include <QList>
 #include <QString>
 #include <QStringList>
 
+#include <string_view>
+#include <vector>
+
 class QIODevice;
 
 namespace velmora {
 
+class OutputBuffer;
 struct TextSessionOptions;
 
 /// The texts of a report, as they are shown: translated and filled in.
@@ -29,35 +33,29 @@ struct TextReportLabels {
     QStringList lineEnds; ///< what differs in line ends, a sentence each; each stands below the summary
 };
 
-/// Writes the result of a text comparison as one HTML page in UTF-8, row by row, so that a long one is never in memory
-/// whole. Used by one thread; the device outlives the writer.
-class TextReportWriter {
-public:
-    explicit TextReportWriter(QIODevice &device);
-
-    /// First.
-    void begin(const TextReportLabels &labels, const QDateTime &time);
-
-    void addRow(const DiffLine &row);
-
-    /// Last. False when any part of the page could not be written.
-    [[nodiscard]] bool finish(const TextReportLabels &labels);
-
-private:
-    void addSide(qint32 line, const QString &text);
-
-    OutputBuffer m_page;
+/// What a report is about.
+struct ReportedTexts {
+    const QList<AlignedRow> &rows;
+    const std::vector<LineEndRow> &lineEnds;
+    const TextLines &left;
+    const TextLines &right;
+    const TextSessionOptions &options;
 };
 
-/// The whole report for rows that the caller holds with their texts. False when it could not be written or `cancel` is
-/// set.
-[[nodiscard]] bool writeTextReport(QIODevice &device, const QList<DiffLine> &rows, const TextReportLabels &labels,
+/// Writes the result of a text comparison as one HTML page in UTF-8, row by row, so that a long one is never in memory
+/// whole. False when it could not be written or `cancel` is set.
+[[nodiscard]] bool writeTextReport(QIODevice &device, const ReportedTexts &texts, const TextReportLabels &labels,
                                    const QDateTime &time, const CancelFlag &cancel = {});
 
-/// The whole report for rows of `compareTexts`.
-[[nodiscard]] bool writeTextReport(QIODevice &device, const QList<AlignedRow> &rows, const TextLines &left,
-                                   const TextLines &right, const TextSessionOptions &options,
-                                   const TextReportLabels &labels, const QDateTime &time,
-                                   const CancelFlag &cancel = {});
+// What both reports of a text comparison have in common.
+
+/// The class of a row in the style sheet.
+[[nodiscard]] std::string_view reportRowClass(DiffLineKind kind);
+
+/// Heading, both sides and the time, behind the style sheet.
+void writeReportHeading(OutputBuffer &page, const TextReportLabels &labels, const QDateTime &time);
+
+/// What stands below the table, to the end of the page.
+void writeReportEnd(OutputBuffer &page, const TextReportLabels &labels);
 
 } // namespace velmora
