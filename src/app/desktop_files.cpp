@@ -1,5 +1,6 @@
 #include "app/desktop_files.h"
 
+#include "core/path_names.h"
 #include "core/safe_file.h"
 #include "platform/desktop_integration.h"
 
@@ -23,11 +24,6 @@ QStringList cachePaths()
         paths.append(QStringLiteral("mime/application/x-velmora-%1.xml").arg(QLatin1String(type)));
     paths.append(QStringLiteral("mime/application"));
     return paths;
-}
-
-QString parentOf(const QString &path)
-{
-    return path.left(path.lastIndexOf(u'/'));
 }
 
 bool isEmptyFolder(const QString &path, const QStringList &names)
@@ -60,7 +56,7 @@ bool DesktopFiles::install() const
 
     // Written down before anything is made, so that an end on the way leaves nothing that is not known.
     const QByteArray list = (made + caches).join(u'\n').toUtf8();
-    bool complete = QDir().mkpath(parentOf(whole(listPath))) && saveFile(whole(listPath), list).ok();
+    bool complete = QDir().mkpath(parentPath(whole(listPath))) && saveFile(whole(listPath), list).ok();
     for (const DesktopFile &file : m_files)
         complete = complete && write(file);
     if (!complete) {
@@ -104,14 +100,14 @@ void DesktopFiles::removeCaches(const QStringList &made) const
 
 QString DesktopFiles::whole(const QString &path) const
 {
-    return m_folder + u'/' + path;
+    return joinedPath(m_folder, path);
 }
 
 QStringList DesktopFiles::missingParents(const QString &path) const
 {
     QStringList missing;
     for (QString parent = path; parent.contains(u'/');) {
-        parent = parentOf(parent);
+        parent = parentPath(parent);
         if (!QFile::exists(whole(parent)))
             missing.append(parent);
     }
@@ -131,7 +127,7 @@ QStringList DesktopFiles::readList() const
 bool DesktopFiles::write(const DesktopFile &file) const
 {
     const QString path = whole(file.path);
-    if (!QDir().mkpath(parentOf(path)) || !saveFile(path, file.contents).ok())
+    if (!QDir().mkpath(parentPath(path)) || !saveFile(path, file.contents).ok())
         return false;
     constexpr QFile::Permissions forAll = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
     constexpr QFile::Permissions toRun = QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther;

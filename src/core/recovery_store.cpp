@@ -1,6 +1,7 @@
 #include "core/recovery_store.h"
 
 #include "core/crc32.h"
+#include "core/path_names.h"
 #include "core/text_file.h"
 
 #include <QDateTime>
@@ -138,11 +139,11 @@ QString RecoveryStore::newFile()
     // Another instance may take a folder for an abandoned one before it is locked.
     constexpr int attempts = 5;
     for (int attempt = 0; !m_own.lock && attempt < attempts; ++attempt) {
-        m_own.folder = m_folder + u'/' + uniqueName();
+        m_own.folder = joinedPath(m_folder, uniqueName());
         if (makePrivateFolder(m_own.folder))
             m_own.lock = tryLock(m_own.folder);
     }
-    return m_own.lock ? m_own.folder + u'/' + uniqueName() + suffix() : QString();
+    return m_own.lock ? joinedPath(m_own.folder, uniqueName() + suffix()) : QString();
 }
 
 QStringList RecoveryStore::abandonedFiles()
@@ -169,7 +170,7 @@ QStringList RecoveryStore::abandonedFiles()
 
 QString RecoveryStore::setAside(const QString &file) const
 {
-    const QString aside = m_folder + u'/' + QFileInfo(file).completeBaseName() + QStringLiteral(".damaged");
+    const QString aside = joinedPath(m_folder, QFileInfo(file).completeBaseName() + QStringLiteral(".damaged"));
     return QFile::rename(file, aside) ? aside : file;
 }
 

@@ -1,5 +1,6 @@
 #include "session/dialogs.h"
 
+#include "core/path_names.h"
 #include "session/translate.h"
 
 #include <QDir>
@@ -66,8 +67,7 @@ void askForPath(QWidget *parent, const QString &title, const QString &start, con
 
 QString besideFile(const QString &path, const QString &name)
 {
-    const QString inside = QDir::fromNativeSeparators(path);
-    return inside.left(inside.lastIndexOf(u'/') + 1) + name;
+    return joinedPath(parentPath(QDir::fromNativeSeparators(path)), name);
 }
 
 Dialogs::~Dialogs() = default;
