@@ -3,10 +3,10 @@
 //   benchmark_text_session        prints a table; the exit status is 1 when a bound is passed
 
 #include "platform/thread_end.h"
+#include "session/pane/text_pane.h"
 #include "session/session_host.h"
 #include "session/session_record.h"
 #include "text/text_compare_widget.h"
-#include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
 
 #include <QAction>
@@ -195,7 +195,7 @@ Costs measure(int lines)
         costs.memory = (memoryInUse() - before) / bytes;
 
         DiffView &view = session.view();
-        DiffPane &pane = view.pane(Side::Left);
+        TextPane &pane = view.pane(Side::Left);
         Times steps;
         for (int frame = 0; frame < frames; ++frame) {
             // Somewhere else each time, so that nothing is at hand from before.

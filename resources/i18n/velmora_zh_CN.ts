@@ -632,6 +632,10 @@
         <translation>第 %1 行，%2：%3</translation>
     </message>
     <message>
+        <source>Line %1: %2</source>
+        <translation>第 %1 行：%2</translation>
+    </message>
+    <message>
         <source>Overview of all differences; press or drag to go there</source>
         <translation>所有差异的概览；按下或拖动可跳转</translation>
     </message>

@@ -1,7 +1,7 @@
 #include "app/text_appearance_fields.h"
 
+#include "session/pane/text_font.h"
 #include "session/translate.h"
-#include "text/view/text_font.h"
 
 #include <QFontComboBox>
 #include <QFontInfo>

@@ -50,4 +50,13 @@ QColor diffColour(DiffColour role)
     return diffColour(role, isDarkTheme());
 }
 
+QColor markColour(bool minor, const QColor &background, const QColor &strong)
+{
+    if (!minor)
+        return strong;
+    const auto between = [](int back, int front) { return (3 * back + 2 * front) / 5; };
+    return {between(background.red(), strong.red()), between(background.green(), strong.green()),
+            between(background.blue(), strong.blue())};
+}
+
 } // namespace velmora

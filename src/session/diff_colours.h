@@ -38,4 +38,7 @@ inline constexpr int diffColourCount = int(DiffColour::SelectedText) + 1;
 /// The colour of `role` in the theme that the application wears.
 [[nodiscard]] QColor diffColour(DiffColour role);
 
+/// What is behind changed characters: `strong`, or for those that do not matter a shade between it and the background.
+[[nodiscard]] QColor markColour(bool minor, const QColor &background, const QColor &strong);
+
 } // namespace velmora

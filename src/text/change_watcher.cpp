@@ -20,7 +20,7 @@ ChangeWatcher::ChangeWatcher(NoticeBar &bar, const TextInputs &inputs, TextEditi
             [this] { Q_EMIT reloadWanted(hasNews(Side::Left), hasNews(Side::Right)); });
     connect(&bar, &NoticeBar::closed, this, [this] {
         for (const Side side : {Side::Left, Side::Right})
-            dismissed(side) = FileStamp::of(m_inputs.at(side).loadedPath());
+            m_dismissed[side] = FileStamp::of(m_inputs.at(side).loadedPath());
         m_hasDismissed = true;
         check();
     });
@@ -55,8 +55,7 @@ bool ChangeWatcher::hasNews(Side side) const
 {
     if (!m_inputs.at(side).isChangedOnDisk())
         return false;
-    const FileStamp &known = side == Side::Left ? m_leftDismissed : m_rightDismissed;
-    return !m_hasDismissed || FileStamp::of(m_inputs.at(side).loadedPath()) != known;
+    return !m_hasDismissed || FileStamp::of(m_inputs.at(side).loadedPath()) != m_dismissed[side];
 }
 
 QString ChangeWatcher::describe(bool left, bool right) const

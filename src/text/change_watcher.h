@@ -1,8 +1,8 @@
 #pragma once
 
+#include "core/sides.h"
 #include "text/file_stamp.h"
 #include "text/file_watch.h"
-#include "text/view/side.h"
 
 #include <QObject>
 
@@ -33,14 +33,12 @@ Q_SIGNALS:
 private:
     [[nodiscard]] bool hasNews(Side side) const;
     [[nodiscard]] QString describe(bool left, bool right) const;
-    [[nodiscard]] FileStamp &dismissed(Side side) { return side == Side::Left ? m_leftDismissed : m_rightDismissed; }
 
     NoticeBar &m_bar;
     const TextInputs &m_inputs;
     TextEditing &m_editing;
     FileWatch m_watch;
-    FileStamp m_leftDismissed; ///< a state of the file that nobody wants to hear of any more
-    FileStamp m_rightDismissed;
+    Sides<FileStamp> m_dismissed; ///< a state of the file that nobody wants to hear of any more
     bool m_hasDismissed = false;
 };
 

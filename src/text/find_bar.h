@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/view/text_search.h"
+#include "session/pane/text_search.h"
 
 #include <QWidget>
 

@@ -1,7 +1,7 @@
 #include "text/find_controller.h"
 
+#include "session/pane/text_pane.h"
 #include "text/find_bar.h"
-#include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
 
 namespace velmora {
@@ -10,7 +10,7 @@ FindController::FindController(FindBar &bar, DiffView &view, QObject *parent)
     : QObject(parent), m_bar(bar), m_view(view)
 {
     connect(&view.scene().search(), &TextSearch::changed, this, &FindController::showMatches);
-    connect(&view.scene(), &DiffScene::caretMoved, this, &FindController::showPosition);
+    connect(&view.scene(), &PaneScene::caretMoved, this, &FindController::showPosition);
     m_bar.hide();
 }
 
@@ -56,8 +56,8 @@ void FindController::step(bool forward)
     }
     const TextCaret &caret = m_view.scene().caret();
     const TextSearch &search = m_view.scene().search();
-    const qsizetype next = forward ? search.firstFrom(caret.side, caret.selectionEnd())
-                                   : search.lastBefore(caret.side, caret.selectionStart());
+    const qsizetype next = forward ? search.firstFrom(caret.pane, caret.selectionEnd())
+                                   : search.firstFrom(caret.pane, caret.selectionStart()) - 1;
     select(shownMatch(next, forward));
     m_start = caret.selectionStart();
 }
@@ -86,7 +86,7 @@ void FindController::select(qsizetype number)
 {
     if (number < 0)
         return;
-    DiffScene &scene = m_view.scene();
+    PaneScene &scene = m_view.scene();
     const Side side = m_view.activeSide();
     const TextMatch &match = scene.search().matches().of(side)[std::size_t(number)];
     scene.setCaret({side, {match.row, match.unit}, {match.row, match.unit + match.length}});
@@ -118,8 +118,8 @@ void FindController::showPosition()
     if (m_bar.isHidden() || search.isSearching())
         return;
     const TextCaret &caret = m_view.scene().caret();
-    const auto &matches = search.matches().of(caret.side);
-    const qsizetype number = search.firstFrom(caret.side, caret.selectionStart());
+    const auto &matches = search.matches().of(caret.pane);
+    const qsizetype number = search.firstFrom(caret.pane, caret.selectionStart());
     const bool isCurrent =
         number < qsizetype(matches.size()) &&
         TextPosition{matches[std::size_t(number)].row, matches[std::size_t(number)].unit} == caret.selectionStart() &&

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/view/text_caret.h"
+#include "session/pane/text_caret.h"
 
 #include <QObject>
 

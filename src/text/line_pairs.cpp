@@ -86,26 +86,27 @@ LinePairs LinePairs::fromJson(const QJsonArray &array)
     return pairs;
 }
 
-QList<AlignedRow> compareAligned(const TextLines &left, const TextLines &right, const TextSessionOptions &options,
-                                 const LinePairs &pairs, const CancelFlag &cancel, Progress &progress,
-                                 CompareRemarks &remarks)
+AlignedTexts compareAligned(const TextLines &left, const TextLines &right, const TextSessionOptions &options,
+                            const LinePairs &pairs, const CancelFlag &cancel, Progress &progress)
 {
-    if (pairs.isEmpty())
-        return compareTexts(left, right, options, cancel, progress, &remarks);
-    QList<AlignedRow> rows;
+    AlignedTexts result;
+    if (pairs.isEmpty()) {
+        result.rows = compareTexts(left, right, options, cancel, progress, &result.remarks);
+        return result;
+    }
     LinePair at; // lines before it are done
     const auto compareUntil = [&](const LinePair &end, bool isPair) {
         CompareRemarks part;
         QList<AlignedRow> found = compareTexts(cut(left, at.left, end.left), cut(right, at.right, end.right), options,
                                                cancel, progress, &part);
-        remarks.expressionsGivenUp += part.expressionsGivenUp;
+        result.remarks.expressionsGivenUp += part.expressionsGivenUp;
         if (isPair)
             found = joined(found);
         for (AlignedRow &row : found) {
             row.leftLine += row.leftLine >= 1 ? at.left : 0;
             row.rightLine += row.rightLine >= 1 ? at.right : 0;
         }
-        rows += found;
+        result.rows += found;
         at = end;
     };
     for (const LinePair &pair : pairs.list()) {
@@ -115,7 +116,9 @@ QList<AlignedRow> compareAligned(const TextLines &left, const TextLines &right, 
         compareUntil(pair, true);
     }
     compareUntil({qint32(left.count()), qint32(right.count())}, false);
-    return cancel.isCancelled() ? QList<AlignedRow>() : rows;
+    if (cancel.isCancelled())
+        result.rows.clear();
+    return result;
 }
 
 } // namespace velmora

@@ -2,10 +2,10 @@
 
 #include "core/cancel_flag.h"
 #include "core/progress.h"
+#include "core/side.h"
 #include "core/text_lines.h"
+#include "session/pane/edit_buffer.h"
 #include "text/engine/line_diff_engine.h"
-#include "text/view/edit_buffer.h"
-#include "text/view/side.h"
 
 #include <QJsonArray>
 #include <QList>
@@ -48,10 +48,16 @@ private:
     QList<LinePair> m_pairs;
 };
 
+/// The rows of a comparison, and what is to be said about how it went.
+struct AlignedTexts {
+    QList<AlignedRow> rows;
+    CompareRemarks remarks = {};
+};
+
 /// `compareTexts` with the pairs of `pairs` each in one row: what lies between two of them is compared for itself.
 /// Pairs of lines that a text does not have are passed over.
-[[nodiscard]] QList<AlignedRow> compareAligned(const TextLines &left, const TextLines &right,
-                                               const TextSessionOptions &options, const LinePairs &pairs,
-                                               const CancelFlag &cancel, Progress &progress, CompareRemarks &remarks);
+[[nodiscard]] AlignedTexts compareAligned(const TextLines &left, const TextLines &right,
+                                          const TextSessionOptions &options, const LinePairs &pairs,
+                                          const CancelFlag &cancel, Progress &progress);
 
 } // namespace velmora

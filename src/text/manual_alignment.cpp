@@ -1,18 +1,18 @@
 #include "text/manual_alignment.h"
 
+#include "session/pane/pane_editor.h"
 #include "session/translate.h"
-#include "text/view/diff_editor.h"
 #include "text/view/diff_view.h"
 
 #include <utility>
 
 namespace velmora {
 
-ManualAlignment::ManualAlignment(DiffView &view, DiffEditor &editor, QObject *parent) : QObject(parent), m_view(view)
+ManualAlignment::ManualAlignment(DiffView &view, PaneEditor &editor, QObject *parent) : QObject(parent), m_view(view)
 {
-    connect(&editor, &DiffEditor::linesChanged, this, [this](Side side, const LineChange &change) {
+    connect(&editor, &PaneEditor::linesChanged, this, [this](PaneIndex pane, const LineChange &change) {
         m_chosen.reset();
-        m_pairs.takeEdit(side, change);
+        m_pairs.takeEdit(sideOf(pane), change);
         showPairs();
     });
 }
@@ -34,9 +34,9 @@ void ManualAlignment::showPairs()
 
 qint32 ManualAlignment::caretLine() const
 {
-    const DiffDocument *document = m_view.scene().document();
+    const DiffDocument *document = m_view.document();
     const TextCaret &caret = m_view.scene().caret();
-    return document && caret.position.row < document->rowCount() ? document->lineNumber(caret.position.row, caret.side)
+    return document && caret.position.row < document->rowCount() ? document->lineNumber(caret.position.row, caret.pane)
                                                                  : -1;
 }
 

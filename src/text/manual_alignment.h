@@ -8,7 +8,7 @@
 
 namespace velmora {
 
-class DiffEditor;
+class PaneEditor;
 class DiffView;
 
 /// Lets a person align a line of one side with a line of the other, and undo that. A command says which line: it is
@@ -18,7 +18,7 @@ class ManualAlignment final : public QObject {
     Q_OBJECT
 public:
     /// Both outlive this object.
-    ManualAlignment(DiffView &view, DiffEditor &editor, QObject *parent);
+    ManualAlignment(DiffView &view, PaneEditor &editor, QObject *parent);
 
     [[nodiscard]] const LinePairs &pairs() const noexcept { return m_pairs; }
     void setPairs(const LinePairs &pairs);

@@ -2,10 +2,10 @@
 
 #include "core/output_buffer.h"
 #include "session/fault_text.h"
+#include "session/pane/row_layout.h"
 #include "session/translate.h"
 #include "text/engine/text_patch.h"
 #include "text/view/diff_document.h"
-#include "text/view/row_layout.h"
 
 #include <QBuffer>
 #include <QClipboard>
@@ -20,16 +20,6 @@ struct Patch {
     qint64 changes = 0;
 };
 
-/// The lines before `row` on `side`.
-qsizetype linesBefore(const DiffDocument &document, qsizetype row, Side side)
-{
-    for (qsizetype above = row - 1; above >= 0; --above) {
-        if (document.lineNumber(above, side) >= 1)
-            return document.lineNumber(above, side);
-    }
-    return 0;
-}
-
 Patch makePatch(const PatchCopy::Content &content, RowRange rows, const CancelFlag &cancel)
 {
     const DiffDocument &document = *content.document;
@@ -40,9 +30,9 @@ Patch makePatch(const PatchCopy::Content &content, RowRange rows, const CancelFl
     if (cancel.isCancelled())
         return {};
     if (!isWhole) {
-        changes = changesWithin(
-            changes, {linesBefore(document, rows.first, Side::Left), linesBefore(document, rows.end(), Side::Left),
-                      linesBefore(document, rows.first, Side::Right), linesBefore(document, rows.end(), Side::Right)});
+        const auto before = [&document](qsizetype row, Side side) { return document.linesBefore(row, side); };
+        changes = changesWithin(changes, {before(rows.first, Side::Left), before(rows.end(), Side::Left),
+                                          before(rows.first, Side::Right), before(rows.end(), Side::Right)});
     }
     QBuffer device;
     device.open(QIODevice::WriteOnly);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "core/runner.h"
+#include "session/pane/edit_buffer.h"
 #include "session/session_record.h"
-#include "text/view/edit_buffer.h"
 
 #include <QObject>
 

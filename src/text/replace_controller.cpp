@@ -31,20 +31,20 @@ bool ReplaceController::mayReplace()
 
 void ReplaceController::replaceOne()
 {
-    const DiffScene &scene = m_view.scene();
+    const PaneScene &scene = m_view.scene();
     const TextCaret caret = scene.caret();
     const TextPosition start = caret.selectionStart();
     const SearchQuery query = m_bar.query();
     QRegularExpressionMatch match;
     if (scene.document() && caret.hasSelection() && start.row == caret.selectionEnd().row)
-        match = query.expression().match(scene.document()->text(start.row, caret.side), start.unit);
+        match = query.expression().match(scene.document()->text(start.row, caret.pane), start.unit);
     const bool isSelected =
         match.hasMatch() && match.capturedStart() == start.unit && match.capturedEnd() == caret.selectionEnd().unit;
     if (!isSelected) {
         m_finder.step(true);
         return;
     }
-    if (mayReplace() && m_editing.editor().insert(caret.side, replacementFor(match, query, m_bar.replacement())))
+    if (mayReplace() && m_editing.editor().insert(caret.pane, replacementFor(match, query, m_bar.replacement())))
         m_finder.continueFromCaret();
 }
 
@@ -76,7 +76,7 @@ void ReplaceController::take(Side side, const std::shared_ptr<const EditSnapshot
         Q_EMIT message(outcome.value ? tooLong : faultText(outcome.fault, tooLong));
         return;
     }
-    DiffEditor &editor = m_editing.editor();
+    PaneEditor &editor = m_editing.editor();
     if (outcome.end != RunEnd::Done || editor.buffer(side).snapshot() != before) {
         Q_EMIT message(Velmora::tr("Nothing was replaced"));
         return;

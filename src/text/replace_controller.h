@@ -1,8 +1,8 @@
 #pragma once
 
 #include "core/runner.h"
-#include "text/view/side.h"
-#include "text/view/text_replace.h"
+#include "core/side.h"
+#include "session/pane/text_replace.h"
 
 #include <QObject>
 

@@ -12,13 +12,8 @@ namespace velmora {
 ResultPresenter::ResultPresenter(SessionHost &host, DiffView &view, NoticeBar &bar, QObject *parent)
     : QObject(parent), m_host(host), m_view(view), m_bar(bar)
 {
-    connect(&view.scene(), &DiffScene::documentChanged, this, &ResultPresenter::showVerdict);
+    connect(&view.scene(), &PaneScene::documentChanged, this, &ResultPresenter::showVerdict);
     present();
-}
-
-const LoadedSide &ResultPresenter::loaded(Side side) const
-{
-    return side == Side::Left ? m_result.left : m_result.right;
 }
 
 void ResultPresenter::showRunning(bool running)
@@ -42,7 +37,7 @@ void ResultPresenter::show(Result result)
 
 void ResultPresenter::present(bool keepsPlace)
 {
-    const bool isBinary = m_result.left.text.binary || m_result.right.text.binary;
+    const bool isBinary = m_result.sides.left.text.binary || m_result.sides.right.text.binary;
     const bool hidesText = isBinary && m_asText != m_result.paths;
     const std::shared_ptr<const DiffDocument> shown = hidesText ? nullptr : m_result.document;
     if (keepsPlace) {
@@ -59,8 +54,8 @@ void ResultPresenter::takeEdited(std::shared_ptr<const DiffDocument> document, c
                                  const TextLines &right)
 {
     m_result.document = std::move(document);
-    m_result.left.text.lines = left;
-    m_result.right.text.lines = right;
+    m_result.sides.left.text.lines = left;
+    m_result.sides.right.text.lines = right;
     m_findings = findingsOf(*m_result.document);
     showVerdict();
 }
@@ -68,7 +63,7 @@ void ResultPresenter::takeEdited(std::shared_ptr<const DiffDocument> document, c
 void ResultPresenter::showVerdict()
 {
     // Of a text that is being edited, or not shown at all, nothing is known.
-    const DiffScene &scene = m_view.scene();
+    const PaneScene &scene = m_view.scene();
     const auto showsText = [&](Side side) {
         return &scene.document()->source(side) == &m_result.document->source(side);
     };
@@ -77,8 +72,8 @@ void ResultPresenter::showVerdict()
         m_bar.clear();
         return;
     }
-    const Verdict verdict =
-        judge(m_findings, m_result.left, m_result.right, m_result.options, {scene.countsMinor(), indentedType()});
+    const Verdict verdict = judge(m_findings, m_result.sides.left, m_result.sides.right, m_result.options,
+                                  {scene.countsMinor(), indentedType()});
     switch (verdict.offer) {
     case Verdict::Offer::None:
         m_bar.setAction({});
@@ -110,11 +105,11 @@ void ResultPresenter::presentSide(Side side, bool hidesText)
     bool says = true;
     if (!m_result.document) {
         notice.setTexts(Velmora::tr("Drop a file here"), Velmora::tr("or choose one above, then press Compare (F5)"));
-    } else if (hidesText && loaded(side).text.binary) {
+    } else if (hidesText && m_result.sides[side].text.binary) {
         offerBinary(side);
     } else if (hidesText) {
         notice.setTexts(Velmora::tr("Not shown"), Velmora::tr("The other side is no text."));
-    } else if (loaded(side).missing) {
+    } else if (m_result.sides[side].missing) {
         notice.setTexts(Velmora::tr("No file on this side"),
                         Velmora::tr("The other side is compared with an empty text."));
     } else {

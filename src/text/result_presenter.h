@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/sides.h"
 #include "session/session_record.h"
 #include "text/verdict.h"
 
@@ -22,8 +23,7 @@ public:
 
     struct Result {
         std::shared_ptr<const DiffDocument> document;
-        LoadedSide left;
-        LoadedSide right;
+        Sides<LoadedSide> sides;
         SessionPaths paths;
         TextSessionOptions options;
     };
@@ -41,7 +41,6 @@ public:
     [[nodiscard]] const Findings &findings() const noexcept { return m_findings; }
 
 private:
-    [[nodiscard]] const LoadedSide &loaded(Side side) const;
     void present(bool keepsPlace = false);
     void presentSide(Side side, bool hidesText);
     void offerBinary(Side side);

@@ -47,10 +47,10 @@ QString describePlace(const DiffDocument *document, const TextCaret &caret)
     if (!document || row >= document->rowCount())
         return {};
     const QLocale locale;
-    const qint32 line = document->lineNumber(row, caret.side);
+    const qint32 line = document->lineNumber(row, caret.pane);
     if (line < 1)
         return Velmora::tr("No line here");
-    const DiffDocument::Cell cell = document->cell(row, caret.side);
+    const DiffDocument::Cell cell = document->cell(row, caret.pane);
     qsizetype column = caret.position.unit;
     if (qsizetype(cell.source->bytes(cell.line).size()) <= longestCounted) {
         const QString text = cell.source->text(cell.line).left(column);
@@ -66,6 +66,20 @@ QString lossOfSaving(const LoadedSide &loaded)
     if (loaded.text.undecodable > 0)
         return Velmora::tr("This side holds bytes that its encoding does not know: saving would lose them");
     return {};
+}
+
+QString leftOutRemark(const QStringList &expressions)
+{
+    return Velmora::tr("Too slow and left out of this comparison, unimportant text: %1")
+        .arg(expressions.join(QStringLiteral(" · ")));
+}
+
+QString slownessRemark(const CompareRemarks &remarks)
+{
+    if (!remarks.expressionsLeftOut.isEmpty())
+        return leftOutRemark(remarks.expressionsLeftOut);
+    return Velmora::tr("An expression of the unimportant text is too slow for %1 lines, which count as important")
+        .arg(remarks.expressionsGivenUp);
 }
 
 } // namespace velmora

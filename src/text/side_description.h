@@ -1,7 +1,7 @@
 #pragma once
 
+#include "session/pane/text_caret.h"
 #include "text/text_compare_job.h"
-#include "text/view/text_caret.h"
 
 #include <QString>
 
@@ -17,5 +17,11 @@ namespace velmora {
 
 /// Why the text that was read cannot be written again without loss; empty when it can.
 [[nodiscard]] QString lossOfSaving(const LoadedSide &loaded);
+
+/// That `expressions` of the unimportant text are too slow to be looked for in the rest of the lines.
+[[nodiscard]] QString leftOutRemark(const QStringList &expressions);
+
+/// What is to be said of expressions that gave up, which some have done.
+[[nodiscard]] QString slownessRemark(const CompareRemarks &remarks);
 
 } // namespace velmora

@@ -1,9 +1,10 @@
 #include "text/syntax_choice.h"
 
+#include "session/pane/pane_scene.h"
 #include "session/session_record.h"
 #include "settings/options/text_session_options.h"
 #include "text/syntax/syntax_library.h"
-#include "text/view/diff_scene.h"
+#include "text/view/diff_document.h"
 
 #include <QFileInfo>
 
@@ -21,7 +22,7 @@ Definition detect(const QString &path, const LineSource &text)
 
 } // namespace
 
-void chooseSyntax(DiffScene &scene, const DiffDocument &document, const TextSessionOptions &options,
+void chooseSyntax(PaneScene &scene, const DiffDocument &document, const TextSessionOptions &options,
                   const SessionPaths &paths)
 {
     const QString rightType = options.sameAsLeftFileFormat ? options.leftFileType : options.rightFileType;

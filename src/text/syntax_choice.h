@@ -3,7 +3,7 @@
 namespace velmora {
 
 class DiffDocument;
-class DiffScene;
+class PaneScene;
 struct SessionPaths;
 struct TextSessionOptions;
 
@@ -11,7 +11,7 @@ struct TextSessionOptions;
 ///
 /// A side has the file type of the options. Where these leave it open, its name decides, or else its first line; a side
 /// of which neither says anything is coloured as the other one. A type that is not known leaves its side plain.
-void chooseSyntax(DiffScene &scene, const DiffDocument &document, const TextSessionOptions &options,
+void chooseSyntax(PaneScene &scene, const DiffDocument &document, const TextSessionOptions &options,
                   const SessionPaths &paths);
 
 } // namespace velmora

@@ -82,7 +82,6 @@ public:
         bool hasNext = false;
     };
     void showPosition(const Position &position);
-    [[nodiscard]] QString positionText() const;
 
     /// Puts a menu beside the button of `action`.
     void offerBeside(QAction *action, QMenu *menu);

@@ -1,5 +1,6 @@
 #include "session/frame/progress_strip.h"
 #include "session/frame/status_line.h"
+#include "session/pane/text_pane.h"
 #include "session/translate.h"
 #include "text/change_watcher.h"
 #include "text/manual_alignment.h"
@@ -9,7 +10,6 @@
 #include "text/text_compare_widget.h"
 #include "text/text_editing.h"
 #include "text/text_inputs.h"
-#include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
 #include "text/view/merge_splitter.h"
 
@@ -20,11 +20,11 @@ namespace velmora {
 
 void TextCompareWidget::connectEditing()
 {
-    DiffEditor &editor = m_editing->editor();
+    PaneEditor &editor = m_editing->editor();
     m_view->pane(Side::Left).setEditor(&editor);
     m_view->pane(Side::Right).setEditor(&editor);
     for (const Side side : {Side::Left, Side::Right}) {
-        connect(&m_view->pane(side), &DiffPane::pastedBeforeATextIsThere, this,
+        connect(&m_view->pane(side), &TextPane::pastedBeforeATextIsThere, this,
                 [this, side] { useClipboardText(side); });
     }
     connect(m_editing, &TextEditing::message, this, &TextCompareWidget::showMessage);
@@ -46,8 +46,8 @@ void TextCompareWidget::connectEditing()
                 if (const QString replaced = std::exchange(m_replaced, {}); !replaced.isEmpty())
                     showMessage(replaced + QStringLiteral(" | ") + m_message);
             });
-    connect(&editor, &DiffEditor::stateChanged, this, [this] {
-        const DiffEditor &changed = m_editing->editor();
+    connect(&editor, &PaneEditor::stateChanged, this, [this] {
+        const PaneEditor &changed = m_editing->editor();
         m_bar->showEditing(changed.isEnabled());
         m_bar->saveLeft->setEnabled(m_editing->saving().needsSaving(Side::Left));
         m_bar->saveRight->setEnabled(m_editing->saving().needsSaving(Side::Right));
@@ -62,12 +62,7 @@ void TextCompareWidget::connectEditing()
     });
     m_bar->saveLeft->setEnabled(false);
     m_bar->saveRight->setEnabled(false);
-    connect(&m_view->splitter(), &MergeSplitter::copyWanted, this, [this](Side from, qsizetype row) {
-        if (from == Side::Left)
-            onArrowCopyLeftToRight(int(row));
-        else
-            onArrowCopyRightToLeft(int(row));
-    });
+    connect(&m_view->splitter(), &MergeSplitter::copyWanted, this, &TextCompareWidget::copyDifference);
     connect(m_bar->edit, &QAction::triggered, this, &TextCompareWidget::setEditingEnabled);
     connect(m_bar->copyToRight, &QAction::triggered, this, &TextCompareWidget::onCopyLeftToRight);
     connect(m_bar->copyToLeft, &QAction::triggered, this, &TextCompareWidget::onCopyRightToLeft);
@@ -87,11 +82,6 @@ void TextCompareWidget::takeSaved(Side side)
     m_formatText = describeFormats(m_inputs->at(Side::Left).loaded(), m_inputs->at(Side::Right).loaded());
     if (!m_runner.isRunning())
         m_format->setText(m_formatText);
-}
-
-void TextCompareWidget::connectChanges()
-{
-    connect(m_changes, &ChangeWatcher::reloadWanted, this, &TextCompareWidget::reload);
 }
 
 void TextCompareWidget::changeEvent(QEvent *event)
@@ -135,51 +125,34 @@ QString TextCompareWidget::title() const
 
 namespace {
 
-struct SideCommand {
-    Side side;
-    bool isUndo;
-};
-
-SideCommand sideCommand(EditCommand command, Side active)
+/// The side that a command is for, and whether it undoes.
+std::pair<Side, bool> sideCommand(EditCommand command, Side active)
 {
-    switch (command) {
-    case EditCommand::Undo:
-        return {active, true};
-    case EditCommand::Redo:
-        return {active, false};
-    case EditCommand::UndoLeft:
-        return {Side::Left, true};
-    case EditCommand::RedoLeft:
-        return {Side::Left, false};
-    case EditCommand::UndoRight:
-        return {Side::Right, true};
-    case EditCommand::RedoRight:
-        return {Side::Right, false};
-    }
-    return {active, true};
+    using enum EditCommand;
+    const bool isLeft = command == UndoLeft || command == RedoLeft;
+    const bool isRight = command == UndoRight || command == RedoRight;
+    return {isLeft    ? Side::Left
+            : isRight ? Side::Right
+                      : active,
+            command == Undo || command == UndoLeft || command == UndoRight};
 }
 
 } // namespace
 
 bool TextCompareWidget::canEdit(EditCommand command) const
 {
-    const SideCommand asked = sideCommand(command, m_view->activeSide());
-    const EditBuffer &buffer = m_editing->editor().buffer(asked.side);
-    return isEditingEnabled() && (asked.isUndo ? buffer.canUndo() : buffer.canRedo());
+    const auto [side, undoes] = sideCommand(command, m_view->activeSide());
+    const EditBuffer &buffer = m_editing->editor().buffer(side);
+    return isEditingEnabled() && (undoes ? buffer.canUndo() : buffer.canRedo());
 }
 
 void TextCompareWidget::edit(EditCommand command)
 {
-    const SideCommand asked = sideCommand(command, m_view->activeSide());
-    if (asked.isUndo)
-        m_editing->editor().undo(asked.side);
+    const auto [side, undoes] = sideCommand(command, m_view->activeSide());
+    if (undoes)
+        m_editing->editor().undo(side);
     else
-        m_editing->editor().redo(asked.side);
-}
-
-bool TextCompareWidget::canEnableEditing() const
-{
-    return true;
+        m_editing->editor().redo(side);
 }
 
 bool TextCompareWidget::isEditingEnabled() const
@@ -221,7 +194,7 @@ void TextCompareWidget::showSaving()
 void TextCompareWidget::copyFrom(Side from)
 {
     focusTexts();
-    const DiffScene &scene = m_view->scene();
+    const PaneScene &scene = m_view->scene();
     const TextCaret &caret = scene.caret();
     if (caret.hasSelection()) {
         const TextPosition end = caret.selectionEnd();
@@ -253,7 +226,7 @@ void TextCompareWidget::copyDifference(Side from, qsizetype row)
 void TextCompareWidget::copyRows(Side from, RowRange rows)
 {
     m_editing->unlockFor(otherSide(from));
-    if (m_editing->editor().copyRows(from, rows))
+    if (m_editing->editor().copyRows(from, otherSide(from), rows))
         m_view->pane(otherSide(from)).setFocus(); // what undoes and saves the change goes there
 }
 

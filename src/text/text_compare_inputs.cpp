@@ -1,49 +1,32 @@
 #include "session/dialogs.h"
+#include "session/pane/text_pane.h"
 #include "session/translate.h"
 #include "text/manual_alignment.h"
 #include "text/text_compare_widget.h"
 #include "text/text_editing.h"
 #include "text/text_inputs.h"
-#include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
 
-#include <QDragEnterEvent>
 #include <QFileInfo>
-#include <QMimeData>
 
 namespace velmora {
 
-void TextCompareWidget::browse(TextSide &side, const QString &title)
+void TextCompareWidget::browse(Side side)
 {
-    Dialogs::instance().openFile(this, title, side.path(), {}, [&side](const QString &path) { side.setPath(path); });
+    TextSide &input = m_inputs->at(side);
+    Dialogs::instance().openFile(
+        this, side == Side::Left ? Velmora::tr("Select left file") : Velmora::tr("Select right file"), input.path(), {},
+        [&input](const QString &path) { input.setPath(path); });
 }
 
 void TextCompareWidget::onBrowseLeft()
 {
-    browse(m_inputs->at(Side::Left), Velmora::tr("Select left file"));
+    browse(Side::Left);
 }
 
 void TextCompareWidget::onBrowseRight()
 {
-    browse(m_inputs->at(Side::Right), Velmora::tr("Select right file"));
-}
-
-void TextCompareWidget::dragEnterEvent(QDragEnterEvent *event)
-{
-    if (event->mimeData()->hasUrls())
-        event->acceptProposedAction();
-}
-
-void TextCompareWidget::dropEvent(QDropEvent *event)
-{
-    QStringList paths;
-    const QList<QUrl> urls = event->mimeData()->urls();
-    for (const QUrl &url : urls) {
-        if (url.isLocalFile())
-            paths.append(url.toLocalFile());
-    }
-    event->acceptProposedAction();
-    dropPaths(paths, event->position().toPoint());
+    browse(Side::Right);
 }
 
 Side TextCompareWidget::sideUnder(QPoint position) const
@@ -90,7 +73,7 @@ void TextCompareWidget::onSwapSides()
 void TextCompareWidget::swapSides()
 {
     m_inputs->at(Side::Left).swapWith(m_inputs->at(Side::Right));
-    m_editing->editor().swapSides();
+    m_editing->editor().swapTexts(Side::Left, Side::Right);
     if (!m_options.sameAsLeftFileFormat) {
         std::swap(m_options.leftFileType, m_options.rightFileType);
         std::swap(m_options.leftEncoding, m_options.rightEncoding);

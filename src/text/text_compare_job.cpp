@@ -1,8 +1,8 @@
 #include "text/text_compare_job.h"
 
 #include "core/text_pair.h"
+#include "session/pane/edit_buffer.h"
 #include "settings/options/text_replacements.h"
-#include "text/view/edit_buffer.h"
 
 namespace velmora {
 
@@ -85,8 +85,9 @@ TextCompareResult runTextCompare(const TextCompareInput &input, const CancelFlag
     Progress compareProgress([&progress](const ProgressState &state) {
         progress.report(state.phase + 1, state.done, state.total, state.item);
     });
-    QList<AlignedRow> rows =
-        compareAligned(*left, *right, options, input.pairs, cancel, compareProgress, result.remarks);
+    AlignedTexts aligned = compareAligned(*left, *right, options, input.pairs, cancel, compareProgress);
+    QList<AlignedRow> &rows = aligned.rows;
+    result.remarks = std::move(aligned.remarks);
     if (cancel.isCancelled())
         return result;
     std::vector<LineEndRow> lineEnds = differingLineEnds(rows, endedLines(input.left, result.left),

@@ -12,7 +12,7 @@ namespace velmora {
 void TextCompareWidget::connectRecovery()
 {
     m_keeper->setSource([this] { return unsavedTexts(); });
-    connect(&m_editing->editor(), &DiffEditor::stateChanged, m_keeper,
+    connect(&m_editing->editor(), &PaneEditor::stateChanged, m_keeper,
             [this] { m_keeper->takeChange(m_editing->isModified(Side::Left) || m_editing->isModified(Side::Right)); });
     connect(m_keeper, &RecoveryKeeper::failed, this, [this](const QString &why) {
         showMessage(Velmora::tr("Unsaved changes cannot be kept for a restart: %1").arg(why));

@@ -69,9 +69,7 @@ void TextCompareWidget::addReportForms()
                     [this] { exportReport(markedReportForm({})); });
     menu->addAction(Velmora::tr("Differing parts, with marks and links"), this,
                     [this] { exportReport(markedReportForm(m_view->scene().layout().context())); });
-    m_bar->exportReport->setMenu(menu);
-    if (auto *button = qobject_cast<QToolButton *>(m_bar->widgetForAction(m_bar->exportReport)))
-        button->setPopupMode(QToolButton::MenuButtonPopup);
+    m_bar->offerBeside(m_bar->exportReport, menu);
 }
 
 void TextCompareWidget::takeSettings(const TextSessionOptions &chosen)

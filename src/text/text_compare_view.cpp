@@ -1,4 +1,5 @@
 #include "session/dialogs.h"
+#include "session/pane/text_pane.h"
 #include "session/translate.h"
 #include "text/find_controller.h"
 #include "text/manual_alignment.h"
@@ -8,7 +9,6 @@
 #include "text/text_compare_widget.h"
 #include "text/text_editing.h"
 #include "text/text_view_options.h"
-#include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
 
 #include <QClipboard>
@@ -35,7 +35,7 @@ QString describeBlocks(qsizetype rows, qsizetype blocks)
 
 void TextCompareWidget::showPosition()
 {
-    DiffScene &scene = m_view->scene();
+    PaneScene &scene = m_view->scene();
     m_bar->showPosition({scene.currentBlock(), scene.layout().blockCount(), scene.canStep(false), scene.canStep(true)});
     const qsizetype blocks = scene.layout().blockCount();
     m_blocks->setText(describeBlocks(scene.layout().rowsInBlocks(), blocks));
@@ -44,12 +44,12 @@ void TextCompareWidget::showPosition()
 
 void TextCompareWidget::showCaret()
 {
-    m_place->setText(describePlace(m_view->scene().document(), m_view->scene().caret()));
+    m_place->setText(describePlace(m_view->document(), m_view->scene().caret()));
 }
 
 void TextCompareWidget::tellOfUnwrapped()
 {
-    const DiffScene &scene = m_view->scene();
+    const PaneScene &scene = m_view->scene();
     if (scene.wraps() && scene.maximumColumn() > 0) {
         showMessage(Velmora::tr("Lines of more than %1 bytes are not wrapped: they are scrolled sideways")
                         .arg(QLocale().toString(LineRenderer::longestWrapped)));
@@ -88,7 +88,7 @@ void TextCompareWidget::onShowIdentical()
 
 void TextCompareWidget::copyAsPatch()
 {
-    DiffScene &scene = m_view->scene();
+    PaneScene &scene = m_view->scene();
     if (!scene.document()) {
         showMessage(Velmora::tr("There is no difference to copy"));
         return;
@@ -97,9 +97,9 @@ void TextCompareWidget::copyAsPatch()
     RowRange rows{0, scene.document()->rowCount()};
     if (caret.hasSelection())
         rows = {caret.selectionStart().row, caret.selectionEnd().row - caret.selectionStart().row + 1};
-    const DiffEditor &editor = m_editing->editor();
-    m_patches->copy({scene.sharedDocument(), editor.buffer(Side::Left).snapshot(),
-                     editor.buffer(Side::Right).snapshot(), m_compared.paths},
+    const PaneEditor &editor = m_editing->editor();
+    m_patches->copy({std::static_pointer_cast<const DiffDocument>(scene.sharedDocument()),
+                     editor.buffer(Side::Left).snapshot(), editor.buffer(Side::Right).snapshot(), m_compared.paths},
                     rows);
 }
 
@@ -108,19 +108,19 @@ void TextCompareWidget::onIgnoreMinor()
     m_viewOptions->toggleMinor();
 }
 
-void TextCompareWidget::showContextMenu(Side side, QPoint at)
+void TextCompareWidget::showContextMenu(PaneIndex index, QPoint at)
 {
-    DiffPane &pane = m_view->pane(side);
+    TextPane &pane = m_view->pane(index);
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    const bool hasSelection = m_view->scene().caret().hasSelection() && m_view->activeSide() == side;
-    QAction *cut = menu->addAction(Velmora::tr("Cut"), QKeySequence::Cut, &pane, &DiffPane::cut);
+    const bool hasSelection = m_view->scene().caret().hasSelection() && m_view->activePane() == index;
+    QAction *cut = menu->addAction(Velmora::tr("Cut"), QKeySequence::Cut, &pane, &TextPane::cut);
     cut->setEnabled(hasSelection && !pane.isLocked());
-    QAction *copy = menu->addAction(Velmora::tr("Copy"), QKeySequence::Copy, &pane, &DiffPane::copy);
+    QAction *copy = menu->addAction(Velmora::tr("Copy"), QKeySequence::Copy, &pane, &TextPane::copy);
     copy->setEnabled(hasSelection);
-    QAction *paste = menu->addAction(Velmora::tr("Paste"), QKeySequence::Paste, &pane, &DiffPane::paste);
+    QAction *paste = menu->addAction(Velmora::tr("Paste"), QKeySequence::Paste, &pane, &TextPane::paste);
     paste->setEnabled(!pane.isLocked() && !QGuiApplication::clipboard()->text().isEmpty());
-    menu->addAction(Velmora::tr("Select all"), QKeySequence::SelectAll, &pane, &DiffPane::selectAll);
+    menu->addAction(Velmora::tr("Select all"), QKeySequence::SelectAll, &pane, &TextPane::selectAll);
     menu->addAction(m_bar->copyPatch);
     menu->addAction(m_bar->takeClipboard);
     m_bar->alignLines->setText(m_alignment->commandText());
@@ -165,7 +165,7 @@ void TextCompareWidget::keyPressEvent(QKeyEvent *event)
 
 void TextCompareWidget::onGotoLine()
 {
-    const DiffDocument *document = m_view->scene().document();
+    const DiffDocument *document = m_view->document();
     const Side side = m_view->activeSide();
     const int last = document ? int(document->source(side).count()) : 0;
     if (last == 0)

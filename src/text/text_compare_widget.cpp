@@ -6,6 +6,7 @@
 #include "session/frame/notice_bar.h"
 #include "session/frame/progress_strip.h"
 #include "session/frame/status_line.h"
+#include "session/pane/text_pane.h"
 #include "session/session_host.h"
 #include "session/translate.h"
 #include "settings/dialogs/text_session_settings_dialog.h"
@@ -19,13 +20,11 @@
 #include "text/replace_controller.h"
 #include "text/result_presenter.h"
 #include "text/side_description.h"
-#include "text/slowness_remark.h"
 #include "text/syntax_choice.h"
 #include "text/text_compare_bar.h"
 #include "text/text_editing.h"
 #include "text/text_inputs.h"
 #include "text/text_view_options.h"
-#include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
 #include "text/view/line_detail.h"
 
@@ -69,7 +68,6 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
       m_format(m_foot->addFact(QStringLiteral("formatLabel"))),
       m_keeper(new RecoveryKeeper(window.recovery(), this))
 {
-    setAcceptDrops(true);
     m_blocks->setToolTip(
         Velmora::tr("A block is a run of rows that differ; the bar above counts and steps through blocks"));
     showMessage(Velmora::tr("Ready"));
@@ -78,7 +76,7 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
     connectInputs();
     connectEditing();
     connectRecovery();
-    connectChanges();
+    connect(m_changes, &ChangeWatcher::reloadWanted, this, &TextCompareWidget::reload);
     connectAlignment();
     addPresets();
     addReportForms();
@@ -87,10 +85,10 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
         if (!m_runner.isRunning())
             Q_EMIT readingEnded();
     });
-    connect(&m_view->scene(), &DiffScene::currentBlockChanged, this, &TextCompareWidget::showPosition);
-    connect(&m_view->scene(), &DiffScene::documentChanged, this, &TextCompareWidget::showPosition);
-    connect(&m_view->scene(), &DiffScene::caretMoved, this, &TextCompareWidget::showPosition);
-    connect(&m_view->scene(), &DiffScene::caretMoved, this, &TextCompareWidget::showCaret);
+    connect(&m_view->scene(), &PaneScene::currentBlockChanged, this, &TextCompareWidget::showPosition);
+    connect(&m_view->scene(), &PaneScene::documentChanged, this, &TextCompareWidget::showPosition);
+    connect(&m_view->scene(), &PaneScene::caretMoved, this, &TextCompareWidget::showPosition);
+    connect(&m_view->scene(), &PaneScene::caretMoved, this, &TextCompareWidget::showCaret);
     connect(&m_view->scene().changes(), &IntraLineChanges::arrived, this, &TextCompareWidget::showPosition);
     connect(m_verdict, &NoticeBar::actionWanted, this, &TextCompareWidget::onIgnoreMinor);
     connect(m_bar->ignoreMinor, &QAction::toggled, this, &TextCompareWidget::showCounts);
@@ -163,19 +161,15 @@ void TextCompareWidget::connectBar()
             [this] { onSessionSettings(TextSessionSettingsDialog::Importance); });
     connect(m_bar->wrapLines, &QAction::toggled, this, &TextCompareWidget::tellOfUnwrapped);
     onTrigger(m_bar->copyPatch, &TextCompareWidget::copyAsPatch);
-    connect(m_bar->takeClipboard, &QAction::triggered, this, [this] { useClipboardText(m_view->focusedSide()); });
+    connect(m_bar->takeClipboard, &QAction::triggered, this,
+            [this] { useClipboardText(sideOf(m_view->focusedPane())); });
     connect(m_patches, &PatchCopy::message, this, &TextCompareWidget::showMessage);
     connect(m_bar->switchPane, &QAction::triggered, m_view, &DiffView::switchPane);
 }
 
 void TextCompareWidget::connectInputs()
 {
-    connect(m_inputs, &TextInputs::browseRequested, this, [this](Side side) {
-        if (side == Side::Left)
-            onBrowseLeft();
-        else
-            onBrowseRight();
-    });
+    connect(m_inputs, &TextInputs::browseRequested, this, &TextCompareWidget::browse);
     connect(m_inputs, &TextInputs::encodingChosen, this, &TextCompareWidget::chooseEncoding);
     connect(m_inputs, &TextInputs::submitted, this, [this] {
         m_view->setFocus();
@@ -184,11 +178,6 @@ void TextCompareWidget::connectInputs()
 }
 
 // The session as the window knows it ----------------------------------------------------------------------------------
-
-QString TextCompareWidget::kind() const
-{
-    return QStringLiteral("text");
-}
 
 SessionPaths TextCompareWidget::paths() const
 {
@@ -346,7 +335,7 @@ void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::sha
     m_formatText = encodingLabel;
     m_format->setText(encodingLabel);
     chooseSyntax(m_view->scene(), *diff, m_running.options, paths);
-    m_presenter->show({diff, leftRaw, rightRaw, paths, m_running.options});
+    m_presenter->show({diff, {leftRaw, rightRaw}, paths, m_running.options});
 
     m_title = title();
     m_editing->takeComparison({{}, leftRaw, rightRaw, diff, {}, {}}, m_running.options);

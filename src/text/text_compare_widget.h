@@ -1,11 +1,11 @@
 #pragma once
 
 #include "core/runner.h"
+#include "session/pane/row_layout.h"
 #include "session/session_widget.h"
 #include "settings/options/text_session_options.h"
 #include "text/text_compare_job.h"
 #include "text/text_report_content.h"
-#include "text/view/row_layout.h"
 
 class QLabel;
 
@@ -43,7 +43,7 @@ public:
     explicit TextCompareWidget(SessionHost &host, QWidget *parent = nullptr);
     ~TextCompareWidget() override;
 
-    [[nodiscard]] QString kind() const override;
+    [[nodiscard]] QString kind() const override { return QStringLiteral("text"); }
     [[nodiscard]] SessionPaths paths() const override;
     void setPaths(const SessionPaths &paths) override;
     /// Starts anew when a comparison runs already.
@@ -57,7 +57,7 @@ public:
     void refreshTheme() override;
     [[nodiscard]] bool canEdit(EditCommand command) const override;
     void edit(EditCommand command) override;
-    [[nodiscard]] bool canEnableEditing() const override;
+    [[nodiscard]] bool canEnableEditing() const override { return true; }
     [[nodiscard]] bool isEditingEnabled() const override;
     void setEditingEnabled(bool enabled) override;
     [[nodiscard]] bool hasUnsavedChanges() const override;
@@ -115,8 +115,6 @@ public Q_SLOTS:
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void changeEvent(QEvent *event) override;
-    void dragEnterEvent(QDragEnterEvent *event) override;
-    void dropEvent(QDropEvent *event) override;
 
 private:
     /// A comparison as it was started.
@@ -128,7 +126,7 @@ private:
     void buildLayout();
     void connectBar();
     void connectInputs();
-    void browse(TextSide &side, const QString &title);
+    void browse(Side side);
     void chooseEncoding(Side side);
     void swapSides();
     void addPresets();
@@ -146,7 +144,6 @@ private:
     void startComparison(ChangedFile changed);
     void connectEditing();
     void connectRecovery();
-    void connectChanges();
     void connectAlignment();
     void keepRecovered();
     [[nodiscard]] UnsavedTexts unsavedTexts() const;
@@ -168,7 +165,7 @@ private:
     void showCaret();
     /// Says so where lines are too long to be wrapped.
     void tellOfUnwrapped();
-    void showContextMenu(Side side, QPoint at);
+    void showContextMenu(PaneIndex index, QPoint at);
     /// The differences of the selected lines, or all.
     void copyAsPatch();
 

@@ -7,6 +7,7 @@
 #include "text/text_inputs.h"
 #include "text/text_recovery.h"
 #include "text/view/diff_view.h"
+#include "text/view/row_patch.h"
 
 namespace velmora {
 
@@ -35,8 +36,8 @@ TextEditing::TextEditing(DiffView &view, TextInputs &inputs, QWidget *window)
     m_pause.setSingleShot(true);
     m_pause.setInterval(pauseBeforeComparing);
     connect(&m_pause, &QTimer::timeout, this, &TextEditing::compareAgain);
-    connect(&m_editor, &DiffEditor::edited, this, &TextEditing::takeEdit);
-    connect(&m_editor, &DiffEditor::refused, this, &TextEditing::message);
+    connect(&m_editor, &PaneEditor::edited, this, &TextEditing::takeEdit);
+    connect(&m_editor, &PaneEditor::refused, this, &TextEditing::message);
     connect(&m_saving, &TextSaving::message, this, &TextEditing::message);
 }
 
@@ -55,7 +56,7 @@ void TextEditing::takeComparison(const TextCompareResult &result, const TextSess
             return std::nullopt;
         return loaded.text.lines;
     };
-    m_editor.setTexts(newText(Side::Left, result.left), newText(Side::Right, result.right), options);
+    m_editor.setTexts({newText(Side::Left, result.left), newText(Side::Right, result.right)}, diffPatcher(options));
 }
 
 SideInput TextEditing::input(Side side, ChangedFile changed) const
@@ -93,11 +94,11 @@ void TextEditing::unlockFor(Side side)
 
 // Comparing again ---------------------------------------------------------------------------------------------------
 
-void TextEditing::takeEdit(Side side)
+void TextEditing::takeEdit(PaneIndex pane)
 {
     m_runner.abandon();
     m_pause.start();
-    m_view.showNotice(side, false);
+    m_view.showNotice(pane, false);
     Q_EMIT textEdited();
 }
 
@@ -109,7 +110,7 @@ void TextEditing::compareAgain()
         input.edited = m_editor.buffer(side).snapshot();
         return input;
     };
-    const std::shared_ptr<const DiffDocument> &shown = m_view.scene().sharedDocument();
+    const DiffDocument *shown = m_view.document();
     if (!shown)
         return;
     m_pause.stop();
@@ -128,86 +129,61 @@ void TextEditing::compareAgain()
 
 // Questions ---------------------------------------------------------------------------------------------------------
 
-void TextEditing::confirmReload(bool left, bool right, std::function<void()> go)
+void TextEditing::askToDiscard(const QList<Side> &lost, const QString &title, const QString &question,
+                               const std::function<void()> &go)
 {
-    m_saving.whenSaved([this, left, right, go = std::move(go)] { askToReload(left, right, go); });
-}
-
-void TextEditing::askToReload(bool left, bool right, std::function<void()> go)
-{
-    const bool losesLeft = left && isModified(Side::Left) && !m_inputs.at(Side::Left).isClipboard();
-    const bool losesRight = right && isModified(Side::Right) && !m_inputs.at(Side::Right).isClipboard();
-    if (!losesLeft && !losesRight) {
-        go();
-        return;
-    }
-    QString question = Velmora::tr("There are unsaved changes. Reload both sides from disk?");
-    if (!losesRight)
-        question = Velmora::tr("The left side has unsaved changes. Reload from disk?");
-    else if (!losesLeft)
-        question = Velmora::tr("The right side has unsaved changes. Reload from disk?");
-    const auto discardAndGo = [this, losesLeft, losesRight, go = std::move(go)](bool yes) {
+    const auto discardAndGo = [this, lost, go](bool yes) {
         if (!yes)
             return;
-        if (losesLeft)
-            discard(Side::Left);
-        if (losesRight)
-            discard(Side::Right);
+        for (const Side side : lost)
+            discard(side);
         go();
     };
-    Dialogs::instance().askYesNo(m_window, Velmora::tr("Reload"), question, false, discardAndGo);
+    if (lost.isEmpty())
+        go();
+    else
+        Dialogs::instance().askYesNo(m_window, title, question, false, discardAndGo);
+}
+
+void TextEditing::confirmReload(bool left, bool right, std::function<void()> go)
+{
+    m_saving.whenSaved([this, left, right, go = std::move(go)] {
+        QList<Side> lost;
+        for (const Side side : {Side::Left, Side::Right}) {
+            if ((side == Side::Left ? left : right) && isModified(side) && !m_inputs.at(side).isClipboard())
+                lost.append(side);
+        }
+        QString question = Velmora::tr("There are unsaved changes. Reload both sides from disk?");
+        if (lost.size() == 1) {
+            question = lost.first() == Side::Left
+                           ? Velmora::tr("The left side has unsaved changes. Reload from disk?")
+                           : Velmora::tr("The right side has unsaved changes. Reload from disk?");
+        }
+        askToDiscard(lost, Velmora::tr("Reload"), question, go);
+    });
 }
 
 void TextEditing::confirmReplacement(Side side, std::function<void()> go)
 {
-    const auto discardAndGo = [this, side, go = std::move(go)](bool yes) {
-        if (!yes)
-            return;
-        discard(side);
-        go();
-    };
-    m_saving.whenSaved([this, side, discardAndGo] {
-        if (!isModified(side)) {
-            discardAndGo(true);
-            return;
-        }
-        Dialogs::instance().askYesNo(m_window, Velmora::tr("Unsaved changes"),
-                                     side == Side::Left
-                                         ? Velmora::tr("The left side has unsaved changes. Discard them?")
-                                         : Velmora::tr("The right side has unsaved changes. Discard them?"),
-                                     false, discardAndGo);
+    m_saving.whenSaved([this, side, go = std::move(go)] {
+        askToDiscard(isModified(side) ? QList<Side>{side} : QList<Side>(), Velmora::tr("Unsaved changes"),
+                     side == Side::Left ? Velmora::tr("The left side has unsaved changes. Discard them?")
+                                        : Velmora::tr("The right side has unsaved changes. Discard them?"),
+                     go);
     });
 }
 
 void TextEditing::confirmOtherFiles(std::function<void()> go)
 {
-    m_saving.whenSaved([this, go = std::move(go)] { askToDiscard(go); });
-}
-
-void TextEditing::askToDiscard(std::function<void()> go)
-{
-    const auto isLost = [this](Side side) {
-        return isModified(side) && m_inputs.at(side).path() != m_inputs.at(side).loadedPath();
-    };
-    const bool left = isLost(Side::Left);
-    const bool right = isLost(Side::Right);
-    if (!left && !right) {
-        go();
-        return;
-    }
-    const auto discardAndGo = [this, left, right, go = std::move(go)](bool yes) {
-        if (!yes)
-            return;
-        if (left)
-            discard(Side::Left);
-        if (right)
-            discard(Side::Right);
-        go();
-    };
-    Dialogs::instance().askYesNo(m_window, Velmora::tr("Unsaved changes"),
-                                 Velmora::tr("The texts shown have unsaved changes. Discard them and compare other "
-                                             "files?"),
-                                 false, discardAndGo);
+    m_saving.whenSaved([this, go = std::move(go)] {
+        QList<Side> lost;
+        for (const Side side : {Side::Left, Side::Right}) {
+            if (isModified(side) && m_inputs.at(side).path() != m_inputs.at(side).loadedPath())
+                lost.append(side);
+        }
+        askToDiscard(lost, Velmora::tr("Unsaved changes"),
+                     Velmora::tr("The texts shown have unsaved changes. Discard them and compare other files?"), go);
+    });
 }
 
 } // namespace velmora

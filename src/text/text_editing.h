@@ -1,11 +1,11 @@
 #pragma once
 
 #include "core/runner.h"
+#include "session/pane/pane_editor.h"
 #include "settings/options/text_session_options.h"
 #include "text/text_compare_job.h"
 #include "text/text_saving.h"
 #include "text/text_side.h"
-#include "text/view/diff_editor.h"
 
 #include <QObject>
 #include <QTimer>
@@ -27,8 +27,8 @@ public:
     /// `view` and `inputs` outlive this; `window` is what questions belong to.
     TextEditing(DiffView &view, TextInputs &inputs, QWidget *window);
 
-    [[nodiscard]] DiffEditor &editor() noexcept { return m_editor; }
-    [[nodiscard]] const DiffEditor &editor() const noexcept { return m_editor; }
+    [[nodiscard]] PaneEditor &editor() noexcept { return m_editor; }
+    [[nodiscard]] const PaneEditor &editor() const noexcept { return m_editor; }
     [[nodiscard]] TextSaving &saving() noexcept { return m_saving; }
 
     [[nodiscard]] bool isModified(Side side) const { return m_editor.buffer(side).isModified(); }
@@ -71,14 +71,15 @@ Q_SIGNALS:
                     const velmora::TextLines &right);
 
 private:
-    void takeEdit(Side side);
-    void askToReload(bool left, bool right, std::function<void()> go);
-    void askToDiscard(std::function<void()> go);
+    void takeEdit(PaneIndex pane);
+    /// Calls `go` when the edits of the sides `lost` may be given up, and forgets them.
+    void askToDiscard(const QList<Side> &lost, const QString &title, const QString &question,
+                      const std::function<void()> &go);
 
     DiffView &m_view;
     TextInputs &m_inputs;
     QWidget *m_window;
-    DiffEditor m_editor;
+    PaneEditor m_editor;
     TextSaving m_saving;
     TextSessionOptions m_options;
     LinePairs m_pairs;

@@ -15,8 +15,7 @@ constexpr int margin = 6;
 
 TextInputs::TextInputs(QWidget *parent)
     : QWidget(parent),
-      m_left(new TextSide(Side::Left, this)),
-      m_right(new TextSide(Side::Right, this)),
+      m_sides{new TextSide(Side::Left, this), new TextSide(Side::Right, this)},
       m_row(new QHBoxLayout(this))
 {
     m_row->setContentsMargins(margin, 2, margin, 4);
@@ -28,36 +27,36 @@ TextInputs::TextInputs(QWidget *parent)
         connect(&at(side).pathEdit(), &PathEdit::submitted, this, &TextInputs::submitted);
         connect(&at(side), &TextSide::encodingChosen, this, [this, side] { Q_EMIT encodingChosen(side); });
     }
-    setFocusProxy(m_left);
+    setFocusProxy(m_sides.left);
 }
 
 SessionPaths TextInputs::paths() const
 {
-    return {m_left->path(), m_right->path(), {}};
+    return {m_sides.left->path(), m_sides.right->path(), {}};
 }
 
 void TextInputs::setPaths(const SessionPaths &paths)
 {
-    m_left->setPath(paths.left);
-    m_right->setPath(paths.right);
+    m_sides.left->setPath(paths.left);
+    m_sides.right->setPath(paths.right);
 }
 
 void TextInputs::apply(const TextSessionOptions &options)
 {
     const QString right = options.sameAsLeftFileFormat ? options.leftEncoding : options.rightEncoding;
-    m_left->setEncoding(TextEncoding::fromName(options.leftEncoding));
-    m_right->setEncoding(TextEncoding::fromName(right));
-    m_left->pathEdit().setReadOnly(options.leftReadOnly);
-    m_right->pathEdit().setReadOnly(options.rightReadOnly);
+    m_sides.left->setEncoding(TextEncoding::fromName(options.leftEncoding));
+    m_sides.right->setEncoding(TextEncoding::fromName(right));
+    m_sides.left->pathEdit().setReadOnly(options.leftReadOnly);
+    m_sides.right->pathEdit().setReadOnly(options.rightReadOnly);
 }
 
 QString TextInputs::problem() const
 {
-    if (m_left->path().isEmpty() && m_right->path().isEmpty())
+    if (m_sides.left->path().isEmpty() && m_sides.right->path().isEmpty())
         return Velmora::tr("Select at least one file to compare");
-    if (!m_left->exists() && !m_right->exists())
+    if (!m_sides.left->exists() && !m_sides.right->exists())
         return Velmora::tr("Neither file exists");
-    if (m_left->isFileAtLeast(sizeLimit) || m_right->isFileAtLeast(sizeLimit)) {
+    if (m_sides.left->isFileAtLeast(sizeLimit) || m_sides.right->isFileAtLeast(sizeLimit)) {
         return Velmora::tr("File too large (limit %1 MB). Use folder compare or split the file first.")
             .arg(limitInMegabytes);
     }
@@ -67,10 +66,10 @@ QString TextInputs::problem() const
 ExternalChange TextInputs::externalChange() const
 {
     ExternalChange change;
-    if (m_left->isChangedOnDisk())
-        change.leftPath = m_left->path();
-    if (m_right->isChangedOnDisk())
-        change.rightPath = m_right->path();
+    if (m_sides.left->isChangedOnDisk())
+        change.leftPath = m_sides.left->path();
+    if (m_sides.right->isChangedOnDisk())
+        change.rightPath = m_sides.right->path();
     return change;
 }
 
@@ -86,8 +85,8 @@ void TextInputs::alignTo(const QWidget &leftPane, const QWidget &rightPane)
 
 void TextInputs::refreshTheme()
 {
-    m_left->pathEdit().refreshTheme();
-    m_right->pathEdit().refreshTheme();
+    m_sides.left->pathEdit().refreshTheme();
+    m_sides.right->pathEdit().refreshTheme();
 }
 
 } // namespace velmora

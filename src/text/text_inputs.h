@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/sides.h"
 #include "session/session_record.h"
 #include "text/external_change.h"
 #include "text/text_side.h"
@@ -19,8 +20,8 @@ public:
 
     explicit TextInputs(QWidget *parent = nullptr);
 
-    [[nodiscard]] TextSide &at(Side side) { return side == Side::Left ? *m_left : *m_right; }
-    [[nodiscard]] const TextSide &at(Side side) const { return side == Side::Left ? *m_left : *m_right; }
+    [[nodiscard]] TextSide &at(Side side) { return *m_sides[side]; }
+    [[nodiscard]] const TextSide &at(Side side) const { return *m_sides[side]; }
 
     [[nodiscard]] SessionPaths paths() const;
     void setPaths(const SessionPaths &paths);
@@ -47,8 +48,7 @@ Q_SIGNALS:
     void submitted();
 
 private:
-    TextSide *m_left;
-    TextSide *m_right;
+    Sides<TextSide *> m_sides;
     QHBoxLayout *m_row;
 };
 

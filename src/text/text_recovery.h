@@ -1,10 +1,10 @@
 #pragma once
 
 #include "core/recovery_store.h"
+#include "core/side.h"
+#include "session/pane/edit_buffer.h"
 #include "session/session_record.h"
 #include "text/text_compare_job.h"
-#include "text/view/edit_buffer.h"
-#include "text/view/side.h"
 
 #include <memory>
 #include <optional>

@@ -4,7 +4,6 @@
 #include "session/translate.h"
 #include "text/engine/text_report.h"
 #include "text/verdict.h"
-#include "text/view/row_colours.h"
 
 #include <QDateTime>
 #include <QDir>

@@ -2,10 +2,10 @@
 
 #include "core/visible_name.h"
 #include "session/dialogs.h"
+#include "session/pane/pane_editor.h"
 #include "session/translate.h"
 #include "text/side_description.h"
 #include "text/text_inputs.h"
-#include "text/view/diff_editor.h"
 
 #include <QDir>
 
@@ -31,24 +31,14 @@ QString shown(const QString &path)
 
 } // namespace
 
-TextSaving::TextSaving(DiffEditor &editor, TextInputs &inputs, QWidget *window, QObject *parent)
+TextSaving::TextSaving(PaneEditor &editor, TextInputs &inputs, QWidget *window, QObject *parent)
     : QObject(parent), m_editor(editor), m_inputs(inputs), m_window(window)
 {
-    for (Runner *saver : {&m_leftSaver, &m_rightSaver})
+    for (Runner *saver : {&m_savers.left, &m_savers.right})
         connect(saver, &Runner::runningChanged, this, &TextSaving::savingChanged);
 }
 
 // Saving ------------------------------------------------------------------------------------------------------------
-
-void TextSaving::setLineEnds(Side side, std::optional<LineEndStyle> style)
-{
-    (side == Side::Left ? m_leftEnds : m_rightEnds) = style;
-}
-
-std::optional<LineEndStyle> TextSaving::lineEnds(Side side) const
-{
-    return side == Side::Left ? m_leftEnds : m_rightEnds;
-}
 
 bool TextSaving::needsSaving(Side side) const
 {
@@ -57,7 +47,7 @@ bool TextSaving::needsSaving(Side side) const
     const DecodedText &text = m_inputs.at(side).loaded().text;
     const bool hasLineEnd = text.lineEnds != LineEndStyle::Lf || text.lines.count() > 1 ||
                             (!text.lines.isEmpty() && text.lines.lineEnd(0) != LineEnd::None);
-    return hasLineEnd && lineEnds(side).value_or(text.lineEnds) != text.lineEnds && m_editor.obstacle(side).isEmpty();
+    return hasLineEnd && m_ends[side].value_or(text.lineEnds) != text.lineEnds && m_editor.obstacle(side).isEmpty();
 }
 
 void TextSaving::save(Side side, Done done)
@@ -90,7 +80,7 @@ void TextSaving::save(Side side, Done done)
 void TextSaving::saveAs(Side side)
 {
     whenSaved([this, side] {
-        const QString loss = lossOf(side);
+        const QString loss = lossOfSaving(m_inputs.at(side).loaded());
         if (m_editor.hasTexts() && loss.isEmpty())
             saveUnderNewName(side, [](bool) {});
         else
@@ -130,14 +120,9 @@ void TextSaving::saveUnderNewName(Side side, Done done)
                                  });
 }
 
-QString TextSaving::lossOf(Side side) const
-{
-    return lossOfSaving(m_inputs.at(side).loaded());
-}
-
 void TextSaving::convertLineEnds(Side side)
 {
-    const std::optional<LineEndStyle> style = lineEnds(side);
+    const std::optional<LineEndStyle> style = m_ends[side];
     if (!style)
         return;
     const TextLines text = m_editor.buffer(side).snapshot()->toLines();
@@ -153,7 +138,7 @@ void TextSaving::start(Side side, const QString &path, Target target, Done done)
     TextSaveRequest request{m_editor.buffer(side).snapshot(), loaded.text.encoding, path, target, loaded.stamp};
     m_editor.beginSave(side);
     Q_EMIT message(Velmora::tr("Saving %1...").arg(shown(path)));
-    saver(side).start(
+    m_savers[side].start(
         [request = std::move(request)](const CancelFlag &, Progress &progress) { return saveText(request, progress); },
         [this, side, path, done = std::move(done)](RunOutcome<TextSaveResult> &&outcome) {
             finish(side, path, std::move(outcome), done);
@@ -205,7 +190,7 @@ void TextSaving::take(Side side, const QString &path, const TextSaveResult &resu
 {
     LoadedSide loaded = m_inputs.at(side).loaded();
     loaded.text.lines = result.written;
-    loaded.text.lineEnds = lineEnds(side).value_or(loaded.text.lineEnds);
+    loaded.text.lineEnds = m_ends[side].value_or(loaded.text.lineEnds);
     loaded.missing = false;
     loaded.stamp = result.stamp;
     // A path that was chosen for the next comparison stays.
@@ -267,35 +252,34 @@ void TextSaving::whenSaved(std::function<void()> go)
 
 void TextSaving::confirmClose(std::function<void(bool)> answered)
 {
-    whenSaved([this, answered = std::move(answered)] { askToKeep(false, false, answered); });
+    whenSaved([this, answered = std::move(answered)] { askToKeep({Side::Left, Side::Right}, answered); });
 }
 
-void TextSaving::askToKeep(bool leftDiscarded, bool rightDiscarded, std::function<void(bool)> answered)
+void TextSaving::askToKeep(QList<Side> sides, std::function<void(bool)> answered)
 {
-    const bool left = !leftDiscarded && m_editor.buffer(Side::Left).isModified();
-    const bool right = !rightDiscarded && m_editor.buffer(Side::Right).isModified();
-    if (!left && !right) {
+    sides.removeIf([this](Side side) { return !m_editor.buffer(side).isModified(); });
+    if (sides.isEmpty()) {
         answered(true);
         return;
     }
     enum Answer { Cancel, Save, Discard };
-    const Side side = left ? Side::Left : Side::Right;
-    const auto act = [this, side, leftDiscarded, rightDiscarded, answered = std::move(answered)](int answer) {
+    const Side side = sides.first();
+    const auto act = [this, sides, answered = std::move(answered)](int answer) {
         if (answer == Cancel) {
             answered(false);
         } else if (answer == Discard) {
-            askToKeep(leftDiscarded || side == Side::Left, rightDiscarded || side == Side::Right, answered);
+            askToKeep(sides.mid(1), answered);
         } else {
-            save(side, [this, leftDiscarded, rightDiscarded, answered](bool saved) {
+            save(sides.first(), [this, sides, answered](bool saved) {
                 if (saved)
-                    askToKeep(leftDiscarded, rightDiscarded, answered);
+                    askToKeep(sides, answered);
                 else
                     answered(false);
             });
         }
     };
-    const QString question = left ? Velmora::tr("The left side has unsaved changes:\n%1\n\nSave them?")
-                                  : Velmora::tr("The right side has unsaved changes:\n%1\n\nSave them?");
+    const QString question = side == Side::Left ? Velmora::tr("The left side has unsaved changes:\n%1\n\nSave them?")
+                                                : Velmora::tr("The right side has unsaved changes:\n%1\n\nSave them?");
     Dialogs::instance().ask(m_window, Dialogs::Tone::Warning, Velmora::tr("Unsaved changes"),
                             question.arg(shown(m_inputs.at(side).loadedPath())),
                             {{Velmora::tr("&Save"), Save, true, false},

@@ -2,9 +2,10 @@
 
 #include "core/line_ends.h"
 #include "core/runner.h"
+#include "core/sides.h"
 #include "text/text_saver.h"
-#include "text/view/side.h"
 
+#include <QList>
 #include <QObject>
 
 #include <functional>
@@ -15,7 +16,7 @@ class QWidget;
 
 namespace velmora {
 
-class DiffEditor;
+class PaneEditor;
 class TextInputs;
 
 /// Saves the edited texts of a session in the background, and says what kept it from that.
@@ -30,12 +31,12 @@ public:
     using Done = std::function<void(bool saved)>;
 
     /// `editor` and `inputs` outlive this; `window` is what questions belong to.
-    TextSaving(DiffEditor &editor, TextInputs &inputs, QWidget *window, QObject *parent);
+    TextSaving(PaneEditor &editor, TextInputs &inputs, QWidget *window, QObject *parent);
 
-    [[nodiscard]] bool isSaving() const { return m_leftSaver.isRunning() || m_rightSaver.isRunning(); }
+    [[nodiscard]] bool isSaving() const { return m_savers.left.isRunning() || m_savers.right.isRunning(); }
 
     /// The line ends that the side's text is to have when it is saved; nothing for those that it has.
-    void setLineEnds(Side side, std::optional<LineEndStyle> style);
+    void setLineEnds(Side side, std::optional<LineEndStyle> style) { m_ends[side] = style; }
     /// Whether saving would write anything: the text is changed, has no file, or is to have other line ends.
     [[nodiscard]] bool needsSaving(Side side) const;
 
@@ -62,28 +63,22 @@ Q_SIGNALS:
     void progressed(double fraction); ///< 0 to 1
 
 private:
-    [[nodiscard]] Runner &saver(Side side) { return side == Side::Left ? m_leftSaver : m_rightSaver; }
     void saveUnderNewName(Side side, Done done);
     void start(Side side, const QString &path, TextSaveRequest::Target target, Done done);
     void finish(Side side, const QString &path, RunOutcome<TextSaveResult> &&outcome, const Done &done);
     void take(Side side, const QString &path, const TextSaveResult &result);
     void askToWriteOver(Side side, const QString &path, const FileStamp &found, Done done);
     void convertLineEnds(Side side);
-    /// Why the text that was read cannot be written without loss; empty when it can.
-    [[nodiscard]] QString lossOf(Side side) const;
-    [[nodiscard]] std::optional<LineEndStyle> lineEnds(Side side) const;
     void fail(const QString &text, const Done &done);
     void offerOtherName(Side side, const QString &text, const QString &why, Done done);
-    void askToKeep(bool leftDiscarded, bool rightDiscarded, std::function<void(bool)> answered);
+    void askToKeep(QList<Side> sides, std::function<void(bool)> answered);
 
-    DiffEditor &m_editor;
+    PaneEditor &m_editor;
     TextInputs &m_inputs;
     QWidget *m_window;
     std::vector<std::function<void()>> m_waiting; ///< until nothing is being saved
-    std::optional<LineEndStyle> m_leftEnds;
-    std::optional<LineEndStyle> m_rightEnds;
-    Runner m_leftSaver;
-    Runner m_rightSaver;
+    Sides<std::optional<LineEndStyle>> m_ends;
+    Sides<Runner> m_savers;
 };
 
 } // namespace velmora

@@ -18,28 +18,29 @@ QString keyOf(QLatin1String name)
     return QLatin1String("textView/") + name;
 }
 
-bool storedFlag(QLatin1String name, bool usual)
-{
-    return SessionSettings().value(keyOf(name), usual).toBool();
-}
-
 constexpr QLatin1String pointsKey("fontPoints");
 constexpr QLatin1String leftShareKey("leftShare");
-constexpr QLatin1String wrapKey("wrapLines");
-constexpr QLatin1String syntaxKey("syntaxColours");
-constexpr QLatin1String blanksKey("showBlanks");
-constexpr QLatin1String detailKey("lineDetails");
-constexpr QLatin1String ignoreMinorKey("ignoreMinor");
 constexpr QLatin1String contextKey("contextLines");
+
+struct Switch {
+    QAction *TextCompareBar::*action;
+    QLatin1String key;
+    bool usual;
+};
+constexpr Switch switches[] = {{&TextCompareBar::wrapLines, QLatin1String("wrapLines"), false},
+                               {&TextCompareBar::syntaxColours, QLatin1String("syntaxColours"), true},
+                               {&TextCompareBar::showBlanks, QLatin1String("showBlanks"), false},
+                               {&TextCompareBar::lineDetail, QLatin1String("lineDetails"), false},
+                               {&TextCompareBar::ignoreMinor, QLatin1String("ignoreMinor"), true}};
 
 } // namespace
 
 TextViewOptions::TextViewOptions(TextCompareBar &bar, DiffView &view, LineDetail &detail, QObject *parent)
     : QObject(parent), m_bar(bar), m_view(view), m_detail(detail)
 {
-    connect(bar.wrapLines, &QAction::toggled, &view.scene(), &DiffScene::setWraps);
-    connect(bar.syntaxColours, &QAction::toggled, &view.scene(), &DiffScene::setShowsSyntax);
-    connect(bar.showBlanks, &QAction::toggled, &view.scene(), &DiffScene::setShowsBlanks);
+    connect(bar.wrapLines, &QAction::toggled, &view.scene(), &PaneScene::setWraps);
+    connect(bar.syntaxColours, &QAction::toggled, &view.scene(), &PaneScene::setShowsSyntax);
+    connect(bar.showBlanks, &QAction::toggled, &view.scene(), &PaneScene::setShowsBlanks);
     connect(bar.lineDetail, &QAction::toggled, &detail, &QWidget::setVisible);
     connect(bar.ignoreMinor, &QAction::toggled, this,
             [this](bool ignores) { m_view.scene().setCountsMinor(!ignores); });
@@ -49,8 +50,8 @@ TextViewOptions::TextViewOptions(TextCompareBar &bar, DiffView &view, LineDetail
     connect(bar.zoomOut, &QAction::triggered, &view, [this] { m_view.zoomBy(-1); });
     connect(bar.resetZoom, &QAction::triggered, &view, &DiffView::resetZoom);
     restore();
-    for (const QAction *action : {bar.wrapLines, bar.syntaxColours, bar.showBlanks, bar.lineDetail, bar.ignoreMinor})
-        connect(action, &QAction::toggled, this, &TextViewOptions::remember);
+    for (const Switch &one : switches)
+        connect(bar.*one.action, &QAction::toggled, this, &TextViewOptions::remember);
     connect(bar.contextLines, &QActionGroup::triggered, this, &TextViewOptions::remember);
     connect(&view, &DiffView::fontSizeChanged, this, &TextViewOptions::remember);
     connect(&view.splitter(), &QSplitter::splitterMoved, this, &TextViewOptions::remember);
@@ -70,9 +71,9 @@ void TextViewOptions::takeAppearance()
     if (chosen.points != m_appearance.points)
         m_view.resetZoom();
     m_appearance = chosen;
-    DiffScene &scene = m_view.scene();
+    PaneScene &scene = m_view.scene();
     if (scene.document() && scene.document()->tabWidth() != chosen.tabWidth)
-        scene.replaceDocument(std::make_shared<DiffDocument>(*scene.document(), chosen.tabWidth));
+        scene.replaceDocument(std::make_shared<DiffDocument>(*m_view.document(), chosen.tabWidth));
 }
 
 void TextViewOptions::restore()
@@ -81,12 +82,9 @@ void TextViewOptions::restore()
     m_view.setUsualFont(m_appearance.family, m_appearance.points);
     m_view.resetZoom();
     m_detail.hide();
-    m_bar.wrapLines->setChecked(storedFlag(wrapKey, false));
-    m_bar.syntaxColours->setChecked(storedFlag(syntaxKey, true));
-    m_bar.showBlanks->setChecked(storedFlag(blanksKey, false));
-    m_bar.lineDetail->setChecked(storedFlag(detailKey, false));
-    m_bar.ignoreMinor->setChecked(storedFlag(ignoreMinorKey, true));
     const SessionSettings settings;
+    for (const Switch &one : switches)
+        (m_bar.*one.action)->setChecked(settings.value(keyOf(one.key), one.usual).toBool());
     const int context = settings.value(keyOf(contextKey), int(ShownRows::usualContext)).toInt();
     m_view.scene().setContextRows(std::clamp(context, 0, 1000));
     m_bar.showContextLines(int(m_view.scene().layout().context()));
@@ -97,11 +95,8 @@ void TextViewOptions::restore()
 void TextViewOptions::remember() const
 {
     SessionSettings settings;
-    settings.setValue(keyOf(wrapKey), m_bar.wrapLines->isChecked());
-    settings.setValue(keyOf(syntaxKey), m_bar.syntaxColours->isChecked());
-    settings.setValue(keyOf(blanksKey), m_bar.showBlanks->isChecked());
-    settings.setValue(keyOf(detailKey), m_bar.lineDetail->isChecked());
-    settings.setValue(keyOf(ignoreMinorKey), m_bar.ignoreMinor->isChecked());
+    for (const Switch &one : switches)
+        settings.setValue(keyOf(one.key), (m_bar.*one.action)->isChecked());
     settings.setValue(keyOf(contextKey), int(m_view.scene().layout().context()));
     settings.setValue(keyOf(pointsKey), m_view.fontPointSize());
     settings.setValue(keyOf(leftShareKey), m_view.leftShare());

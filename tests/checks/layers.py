@@ -30,6 +30,7 @@ NEIGHBOURS = {
     ("merge/engine", "text/engine"),
     ("filetypes/table/engine", "text/engine"),
     ("folder/compare", "folder/actions"),
+    ("session/pane", "session/frame"),
 }
 # What else of Qt these may see: native windows, and images as values.
 ALSO_GUI = re.compile(r"platform/window_\w+\.(h|cpp)|filetypes/image/engine/.*")

@@ -1,14 +1,14 @@
 #include "core/hidden_characters.h"
 #include "row_picture.h"
 #include "session/diff_colours.h"
+#include "session/pane/intra_line_changes.h"
+#include "session/pane/text_pane.h"
+#include "session/pane/word_changes.h"
 #include "support/files.h"
 #include "support/test_main.h"
-#include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
-#include "text/view/intra_line_changes.h"
 #include "text/view/line_detail.h"
 #include "text/view/overview_strip.h"
-#include "text/view/word_changes.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -63,10 +63,10 @@ public:
     [[nodiscard]] RowRange inSight() const { return layout.inSight(scene.top(), scene.viewportHeight()); }
 
     DiffView view;
-    DiffScene &scene = view.scene();
+    PaneScene &scene = view.scene();
     const RowLayout &layout = scene.layout();
-    DiffPane &left = view.pane(Side::Left);
-    DiffPane &right = view.pane(Side::Right);
+    TextPane &left = view.pane(Side::Left);
+    TextPane &right = view.pane(Side::Right);
 };
 
 } // namespace
@@ -221,7 +221,7 @@ private Q_SLOTS:
     void copiesWhatIsSelected()
     {
         Shown v("=-+~=", "first line\nonly left\nchanged\nend\n", "first line\nonly right\nchanges\nend\n");
-        const auto copied = [](DiffPane &pane) {
+        const auto copied = [](TextPane &pane) {
             pane.copy();
             return QApplication::clipboard()->text();
         };
@@ -240,7 +240,7 @@ private Q_SLOTS:
     {
         Shown v("==", "int some_name = 3;\nnext\n", "a\nb\n");
         imageOf(v.view);
-        DiffPane &pane = v.left;
+        TextPane &pane = v.left;
         const int height = v.layout.rowHeight();
         LineRenderer &renderer = v.scene.renderer(Side::Left);
         const auto at = [&](qsizetype row, qsizetype unit) {
@@ -265,7 +265,7 @@ private Q_SLOTS:
     {
         Shown v("=~==~~=", "1\n2\n3\n4\n5\n6\n7\n", "1\na\n3\n4\nb\nc\n7\n");
         imageOf(v.view);
-        QSignalSpy changes(&v.scene, &DiffScene::currentBlockChanged);
+        QSignalSpy changes(&v.scene, &PaneScene::currentBlockChanged);
         const int height = v.layout.rowHeight();
         QTest::mouseClick(&v.right, Qt::LeftButton, {}, QPoint(200, 5 * height + 2));
         QCOMPARE(v.scene.currentBlock(), 1);
@@ -460,7 +460,7 @@ private Q_SLOTS:
         QCOMPARE(v.layout.yOf(2, {}), qint64(lines + 1) * v.layout.rowHeight());
 
         // The caret goes through the wrapped line part by part and keeps its place on the screen.
-        DiffPane &pane = v.left;
+        TextPane &pane = v.left;
         v.put(Side::Left, {0, 1});
         for (qsizetype part = 0; part < lines; ++part) {
             QTest::keyClick(&pane, Qt::Key_Down);
@@ -489,7 +489,7 @@ private Q_SLOTS:
         v.put(Side::Left, {0, 2'000'000});
         v.scene.showCaret();
         QVERIFY(v.scene.column() < 2'000'000 && v.scene.column() > 1'999'000);
-        QCOMPARE(v.scene.scrolledX(v.scene.document()->cell(1, Side::Left), Side::Left), 0);
+        QCOMPARE(v.scene.scrolledX(v.scene.document()->cell(1, Side::Left)), 0);
     }
 
     void opensFoldedRowsByMouseAndKey()
@@ -497,7 +497,7 @@ private Q_SLOTS:
         Shown v(everyNth(100, 50));
         v.scene.setFilter(RowFilter::Differences);
         QCOMPARE(v.layout.count(), 9);
-        DiffPane &pane = v.left;
+        TextPane &pane = v.left;
         pane.selectAll();
         QCOMPARE(v.scene.selectedText().count(u'x'), 100); // what is folded is selected, too
         QTest::mouseClick(&pane, Qt::LeftButton, {}, QPoint(200, v.layout.rowHeight() / 2));
@@ -542,7 +542,7 @@ private Q_SLOTS:
             const QString right = text();
             const WordChanges changes = wordChanges(left, right);
             QCOMPARE(without(left, changes.left), without(right, changes.right));
-            const QList<qint32> starts = changeStarts({changes.left, changes.right}, Side::Left);
+            const QList<qint32> starts = changeStarts(changes.left, changes.right);
             QVERIFY(std::is_sorted(starts.begin(), starts.end()));
             for (const CharRange &range : changes.left)
                 QVERIFY(starts.contains(range.start));

@@ -63,7 +63,7 @@ public:
     [[nodiscard]] QStringList rows()
     {
         QStringList rows;
-        const DiffDocument &document = *scene().document();
+        const DiffDocument &document = *session.view().document();
         for (qsizetype row = 0; row < document.rowCount(); ++row) {
             const auto cell = [&](Side side) {
                 return document.lineNumber(row, side) >= 1 ? document.text(row, side) : QStringLiteral("-");

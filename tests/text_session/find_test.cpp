@@ -1,8 +1,8 @@
 #include "row_picture.h"
+#include "session/pane/text_replace.h"
+#include "session/pane/text_search.h"
 #include "session_fixture.h"
 #include "support/test_main.h"
-#include "text/view/text_replace.h"
-#include "text/view/text_search.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -57,7 +57,7 @@ private Q_SLOTS:
         const SearchQuery query{word("(a+)+$"), false, false, true};
         const TextMatches matches = findMatches(*f.scene().document(), query);
         QCOMPARE(matches.linesGivenUp, 2);
-        QCOMPARE(matches.left.size(), std::size_t(2));
+        QCOMPARE(matches.of(Side::Left).size(), std::size_t(2));
         f.lookForExpression(query.text);
         QTRY_VERIFY(f.found().endsWith(word("too slow an expression for 2 lines")));
     }
@@ -85,14 +85,14 @@ private Q_SLOTS:
         const DiffDocument document({{Modified, 1, 1}, {Equal, 2, -1}, {Modified, 3, 2}},
                                     sourceOf("Cat cat\nbobcat cats\naaa (*)\n"), sourceOf("Cat\ncat\n"));
         const TextMatches matches = findMatches(document, query);
-        QTEST(listed(matches.left), "left");
-        QTEST(listed(matches.right), "right"); // a line shown for the other side is not searched
+        QTEST(listed(matches.of(Side::Left)), "left");
+        QTEST(listed(matches.of(Side::Right)), "right"); // a line shown for the other side is not searched
     }
 
     void leadsFromMatchToMatch()
     {
         FindFixture f("one\ntwo one\nthree\nOne\n", "one\nthree\n");
-        DiffScene &scene = f.scene();
+        PaneScene &scene = f.scene();
         const auto found = [&] { return word("%1 %2").arg(f.found()).arg(scene.caret().selectionStart().row); };
         f.lookFor(word("one"));
         QTRY_COMPARE(found(), word("1 of 3 0"));
@@ -123,7 +123,7 @@ private Q_SLOTS:
         f.session.onFindNext();
 
         f.session.onFindClose();
-        QVERIFY(scene.search().matches().left.empty());
+        QVERIFY(scene.search().matches().of(Side::Left).empty());
     }
 
     void looksForTheSameInTheNextResult()
@@ -214,7 +214,7 @@ private Q_SLOTS:
         f.session.onFindClose();
         f.session.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&f.session));
-        DiffPane &pane = f.pane(Side::Left);
+        TextPane &pane = f.pane(Side::Left);
         pane.setFocus();
         f.scene().setCaret({Side::Left, {0, 4}, {0, 7}});
         QTest::keyClick(&pane, Qt::Key_F, Qt::ControlModifier);
@@ -237,7 +237,7 @@ private Q_SLOTS:
         f.session.onGotoLine();
         QCOMPARE(f.dialogs.asked().last().title, word("Go to line"));
         QCOMPARE(f.question(), word("Line number (1 - 300):"));
-        DiffScene &scene = f.scene();
+        PaneScene &scene = f.scene();
         QCOMPARE(scene.document()->text(scene.caret().position.row, Side::Left), word("250"));
         QVERIFY(scene.layout().inSight(scene.top(), scene.viewportHeight()).contains(scene.caret().position.row));
 

@@ -40,8 +40,7 @@ private Q_SLOTS:
                 pairs.add({random.bounded(1, 9), random.bounded(1, 9)});
             QCOMPARE(LinePairs::fromJson(pairs.toJson()), pairs);
             Progress nobody;
-            CompareRemarks remarks;
-            const QList<AlignedRow> rows = compareAligned(left, right, options, pairs, {}, nobody, remarks);
+            const QList<AlignedRow> rows = compareAligned(left, right, options, pairs, {}, nobody).rows;
             LinePair last;
             for (const AlignedRow &row : rows) {
                 if (row.leftLine >= 1)
@@ -87,7 +86,7 @@ private Q_SLOTS:
         SessionFixture again;
         again.session.setOptions(kept);
         again.compare(f.left, f.right);
-        QCOMPARE(again.scene().document()->rows(), f.scene().document()->rows());
+        QCOMPARE(again.session.view().document()->rows(), f.session.view().document()->rows());
 
         f.put(Side::Left, {0, 0});
         QTest::keyClick(&f.pane(Side::Left), Qt::Key_Return); // the pair moves down with its line

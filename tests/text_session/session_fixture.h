@@ -1,10 +1,10 @@
 #pragma once
 
+#include "session/pane/text_pane.h"
 #include "support/files.h"
 #include "support/recording_host.h"
 #include "support/scripted_dialogs.h"
 #include "text/text_compare_widget.h"
-#include "text/view/diff_pane.h"
 #include "text/view/diff_view.h"
 
 #include <QJsonDocument>
@@ -82,8 +82,8 @@ public:
     {
         return session.findChild<Child *>(QLatin1String(name));
     }
-    DiffPane &pane(Side side) { return session.view().pane(side); }
-    DiffScene &scene() { return session.view().scene(); }
+    TextPane &pane(Side side) { return session.view().pane(side); }
+    PaneScene &scene() { return session.view().scene(); }
     /// Line `line`, counted from 0, as it is now.
     [[nodiscard]] QString text(Side side, qsizetype line) { return scene().document()->source(side).text(line); }
 

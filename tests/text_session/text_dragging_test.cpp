@@ -1,7 +1,8 @@
 #include "edit_fixture.h"
 #include "row_picture.h"
+#include "session/pane/pane_editor.h"
 #include "support/test_main.h"
-#include "text/view/diff_editor.h"
+#include "text/view/row_patch.h"
 
 #include <QDropEvent>
 #include <QMimeData>
@@ -14,7 +15,7 @@ namespace {
 /// The middle of the character at a place.
 QPoint pointOf(EditFixture &f, Side side, TextPosition at)
 {
-    DiffPane &pane = f.pane(side);
+    TextPane &pane = f.pane(side);
     const RowLayout &layout = f.scene().layout();
     const qreal x = f.scene().renderer(side).xOf(f.scene().document()->cell(at.row, side).line, at.unit);
     const qint64 y = layout.yOf(layout.indexOf(at.row), f.scene().top()) + layout.rowHeight() / 2;
@@ -38,11 +39,11 @@ class TextDraggingTest : public QObject {
 private Q_SLOTS:
     void movesTheSelectionWithinASide()
     {
-        DiffScene scene;
+        PaneScene scene(2);
         scene.setDocument(documentOf("===", "alpha\nbeta\ngamma\n", "alpha\nbeta\ngamma\n"));
-        DiffEditor editor(scene, nullptr);
+        PaneEditor editor(scene, nullptr);
         const TextLines text = TextLines::split("alpha\nbeta\ngamma\n");
-        editor.setTexts(text, text, {});
+        editor.setTexts({text, text}, diffPatcher({}));
         editor.setEnabled(true);
         const auto lines = [&editor] {
             const TextLines now = editor.buffer(Side::Left).snapshot()->toLines();
@@ -77,15 +78,16 @@ private Q_SLOTS:
         QVERIFY2(f.status().contains(word("locked")), qPrintable(f.status()));
     }
 
-    void leavesFilesToTheSession()
+    void leavesFilesToTheWindow()
     {
         EditFixture f("a\n", "b\n");
         QMimeData data;
-        const QString other = f.file("other.txt", "c\n");
-        data.setUrls({QUrl::fromLocalFile(other)});
-        dragAndDrop(f.pane(Side::Left), {100, 5}, data);
-        QVERIFY(QList<QString>({f.session.paths().left, f.session.paths().right}).contains(other));
-        QVERIFY(!f.session.hasUnsavedChanges());
+        data.setText(f.right);
+        data.setUrls({QUrl::fromLocalFile(f.right)});
+        QDragEnterEvent enter({100, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        enter.ignore();
+        QCoreApplication::sendEvent(&f.pane(Side::Left), &enter);
+        QVERIFY(!enter.isAccepted());
     }
 
     void aClickOnTheSelectionEndsIt()

@@ -48,7 +48,7 @@ private Q_SLOTS:
     void typesErasesAndUndoesByKeys()
     {
         EditFixture f("alpha\r\nbeta\r\n", "alpha\r\nbeta\r\n");
-        DiffPane &pane = f.pane(Side::Left);
+        TextPane &pane = f.pane(Side::Left);
         f.put(Side::Left, {0, 5});
         QTest::keyClicks(&pane, word(" one"));
         f.press(Side::Left, "Return|Tab");
@@ -86,7 +86,7 @@ private Q_SLOTS:
     void cutsPastesAndTakesInputMethods()
     {
         EditFixture f("one\ntwo\nthree\n", "one\ntwo\nthree\n");
-        DiffPane &pane = f.pane(Side::Right);
+        TextPane &pane = f.pane(Side::Right);
         f.put(Side::Right, {0, 1}, {2, 2});
         f.press(Side::Right, "Ctrl+X");
         QCOMPARE(QGuiApplication::clipboard()->text(), word("ne\ntwo\nth"));
@@ -121,7 +121,7 @@ private Q_SLOTS:
         f.put(Side::Left, {199, 3});
         const auto top = f.scene().top();
         QTest::keyClicks(&f.pane(Side::Left), word("zzz"));
-        QCOMPARE(f.scene().document()->kind(198), Equal);
+        QCOMPARE(f.session.view().document()->kind(198), Equal);
         QTRY_VERIFY_WITH_TIMEOUT(f.diffs() == 1 || f.diffs() == 2, 10000);
         QVERIFY(f.scene().top() == top);
         QCOMPARE(f.scene().caret().position.unit, 6);

@@ -225,7 +225,7 @@ private Q_SLOTS:
         QByteArray changed = numberedLines(200);
         changed.replace("line 50\n", "").replace("line 120\n", "line 120\nnew\nnew 2\n");
         f.compareTexts(numberedLines(200), changed);
-        DiffScene &scene = f.scene();
+        PaneScene &scene = f.scene();
         QCOMPARE(f.position(), word("Diff 0/2"));
         QCOMPARE(scene.top(), RowPlace());
         f.session.onNextDiff();

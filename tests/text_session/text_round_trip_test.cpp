@@ -1,9 +1,9 @@
 #include "core/text_encode.h"
 #include "edit_fixture.h"
+#include "session/pane/intra_line_changes.h"
 #include "support/test_main.h"
 #include "text/syntax/syntax_checkpoints.h"
 #include "text/text_saver.h"
-#include "text/view/intra_line_changes.h"
 
 using namespace velmora;
 using namespace velmora::test;

@@ -100,7 +100,7 @@ private Q_SLOTS:
 
         // The selected lines only, as they have been edited.
         f.session.setEditingEnabled(true);
-        DiffScene &scene = f.scene();
+        PaneScene &scene = f.scene();
         const qsizetype last = scene.layout().count() - 1;
         scene.setCaret({Side::Right, {scene.layout().rowAt(last), 0}, {scene.layout().rowAt(last), 0}});
         QTest::keyClicks(&f.pane(Side::Right), word("x"));
@@ -120,7 +120,7 @@ private Q_SLOTS:
         f.compareTexts("1\n2\n3\n", "1\nB\n3\n");
         f.session.setEditingEnabled(true);
         f.session.onShowIdentical();
-        DiffPane &pane = f.pane(Side::Left);
+        TextPane &pane = f.pane(Side::Left);
         pane.selectAll();
         QTest::keyClick(&pane, Qt::Key_Delete);
         QTest::keyClicks(&pane, word("x"));

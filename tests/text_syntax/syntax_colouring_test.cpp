@@ -1,7 +1,7 @@
 #include "session/diff_colours.h"
+#include "session/pane/syntax_colouring.h"
 #include "session/theme.h"
 #include "support/test_main.h"
-#include "text/view/syntax_colouring.h"
 #include "text_session/edit_fixture.h"
 #include "text_session/row_picture.h"
 #include "text_syntax/syntax_pictures.h"
@@ -30,14 +30,14 @@ QString frame(SyntaxColouring &colouring, qsizetype first, qsizetype last)
     return drawn;
 }
 
-QString typeOf(DiffScene &scene, Side side)
+QString typeOf(PaneScene &scene, Side side)
 {
     const auto &definition = scene.colouring(side).definition();
     return definition ? definition->name : QString();
 }
 
 /// How many pixels of a pane have the colour, about.
-int pixelsIn(DiffPane &pane, const QColor &colour)
+int pixelsIn(TextPane &pane, const QColor &colour)
 {
     QImage image(pane.size(), QImage::Format_RGB32);
     pane.render(&image);
@@ -153,7 +153,7 @@ private Q_SLOTS:
         const QColor ink = syntaxInks(isDarkTheme())[std::size_t(SyntaxRole::Keyword)];
         const qreal usualSize = f.session.view().fontPointSize();
         f.session.view().setFontPointSize(30); // a thin font shows its ink unmixed only when it is large
-        DiffPane &pane = f.session.view().pane(Side::Left);
+        TextPane &pane = f.session.view().pane(Side::Left);
         const int inked = pixelsIn(pane, ink);
         QVERIFY(inked > 500);
         auto *toggle = f.child<QAction>("syntaxColoursAction");

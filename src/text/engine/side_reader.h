@@ -2,6 +2,7 @@
 
 #include "core/cancel_flag.h"
 #include "core/progress.h"
+#include "core/sides.h"
 #include "text/engine/normalized_side.h"
 
 #include <optional>
@@ -10,10 +11,7 @@ namespace velmora {
 
 /// Both sides of a comparison in their working form.
 template <typename Source>
-struct BothSides {
-    NormalizedSide<Source> left;
-    NormalizedSide<Source> right;
-};
+using BothSides = Sides<NormalizedSide<Source>>;
 
 /// Reads both sides, each on a thread of its own where that pays, and reports the lines read as phase 0 of `progress`.
 /// The lines are taken as they are when `leftRules` is null, else both sets of rules are needed. Incomplete when

@@ -1,5 +1,6 @@
 #include "text/engine/text_comparison.h"
 
+#include "core/sides.h"
 #include "text/engine/alignment.h"
 #include "text/engine/line_diff_engine.h"
 #include "text/engine/line_interner.h"
@@ -22,10 +23,7 @@ bool needsNormalizing(const TextSessionOptions &options)
 }
 
 /// Which lines of both sides are unimportant, not counting a carriage return at their end. Empty lists when none is.
-struct UnimportantLines {
-    std::vector<bool> left;
-    std::vector<bool> right;
-};
+using UnimportantLines = Sides<std::vector<bool>>;
 
 template <typename Source>
 UnimportantLines findUnimportant(const Source &left, const Source &right, UnimportantText &text,

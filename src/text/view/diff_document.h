@@ -1,9 +1,8 @@
 #pragma once
 
+#include "session/pane/pane_document.h"
 #include "text/engine/diff_line.h"
 #include "text/engine/line_ends.h"
-#include "text/view/line_source.h"
-#include "text/view/side.h"
 
 #include <QList>
 
@@ -13,51 +12,46 @@
 
 namespace velmora {
 
-/// A finished comparison as the view shows it: the aligned rows and the lines that they refer to.
-///
-/// Immutable, shared between the view and its workers, usable from any thread. Rows are addressed by their 0-based
-/// position in the result.
-class DiffDocument {
-public:
-    /// The text that a row shows on one side.
-    struct Cell {
-        const LineSource *source = nullptr; ///< null where only the other side has a line
-        qsizetype line = -1;                ///< 0-based in `source`
-        bool own = false;                   ///< false for a line of the other side, shown because it does not matter
-    };
+class PaneScene;
 
+/// A finished comparison of two texts as its two panes show it: the aligned rows and the lines that they refer to.
+class DiffDocument final : public PaneDocument {
+public:
     /// Rows [first, first + removed) of an earlier state, in the place of which stand [first, first + inserted).
     struct RowChange {
         qsizetype first = 0;
         qsizetype removed = 0;
         qsizetype inserted = 0;
+        std::vector<LineEndRow> lineEnds; ///< those of the new rows, counted from 0, whose line ends differ
+        qint64 widest = 0;                ///< columns of the widest line, at most
     };
 
     /// Counts the rows, reads the equal ones and measures the texts. `lineEnds` are the rows whose line ends differ, in
     /// order, where these count; `tabWidth` is the distance of tab stops in columns.
     DiffDocument(QList<AlignedRow> rows, std::shared_ptr<const LineSource> left,
                  std::shared_ptr<const LineSource> right, std::vector<LineEndRow> lineEnds = {}, int tabWidth = 4);
-    /// `before` after a change of some rows and of their lines, for a caller that knows how wide the widest line is, at
-    /// most, and which of the new rows, counted from 0, have `lineEnds` that differ. Looks at the changed rows alone;
-    /// nobody has counted them yet.
+    /// `before` after a change of some rows and of their lines. Looks at the changed rows alone; nobody has counted
+    /// them yet.
     DiffDocument(const DiffDocument &before, const RowChange &change, QList<AlignedRow> rows,
-                 std::shared_ptr<const LineSource> left, std::shared_ptr<const LineSource> right,
-                 const std::vector<LineEndRow> &lineEnds, qint64 widest);
+                 std::shared_ptr<const LineSource> left, std::shared_ptr<const LineSource> right);
 
     /// The same rows and lines with other tab stops.
     DiffDocument(const DiffDocument &other, int tabWidth);
 
     [[nodiscard]] const QList<AlignedRow> &rows() const noexcept { return m_rows; }
-    [[nodiscard]] qsizetype rowCount() const noexcept { return m_rows.size(); }
     [[nodiscard]] DiffLineKind kind(qsizetype row) const { return m_rows.at(row).kind; }
-    [[nodiscard]] const LineSource &source(Side side) const { return side == Side::Left ? *m_left : *m_right; }
-    [[nodiscard]] int tabWidth() const noexcept { return m_tabWidth; }
 
-    /// The line number, 1-based, or -1.
-    [[nodiscard]] qint32 lineNumber(qsizetype row, Side side) const;
-    [[nodiscard]] Cell cell(qsizetype row, Side side) const;
-    /// The text of a cell, empty without one.
-    [[nodiscard]] QString text(qsizetype row, Side side) const;
+    [[nodiscard]] qsizetype rowCount() const override { return m_rows.size(); }
+    [[nodiscard]] qint32 lineNumber(qsizetype row, PaneIndex pane) const override;
+    /// A pane shows the other one's line where a row is equal although it has none of its own.
+    [[nodiscard]] Cell cell(qsizetype row, PaneIndex pane) const override;
+    [[nodiscard]] bool isEqual(qsizetype row) const override { return kind(row) == Equal; }
+    [[nodiscard]] std::vector<TextRowState> states(bool countsMinor) const override;
+    [[nodiscard]] bool hasSameStates(const PaneDocument &other, bool countsMinor) const override;
+    [[nodiscard]] RowLook look(qsizetype row, PaneIndex pane) const override;
+    [[nodiscard]] qint64 columnsBehindLines() const override;
+    [[nodiscard]] QString describeRow(qsizetype row) const override;
+    [[nodiscard]] QString describeBlock(const ShownRows &shown, qsizetype block) const override;
 
     /// True for an equal row whose two lines are not the same text: they differ in a way that does not matter.
     [[nodiscard]] bool differsUnimportantly(qsizetype row) const;
@@ -69,28 +63,20 @@ public:
     /// Those of one row; null when they are the same or do not count.
     [[nodiscard]] const LineEndRow *lineEndsOf(qsizetype row) const;
 
-    /// The row that shows line `number` (1-based) of `side`, or the nearest row before it that shows a line; -1 when no
-    /// row does. Takes the logarithm of the rows, and a step for each row in the longest run of rows without a line.
-    [[nodiscard]] qsizetype rowOfLine(Side side, qint32 number) const;
-
     /// How many rows there are of each kind; nothing where they have not been counted.
     [[nodiscard]] const std::optional<DiffCounts> &counts() const noexcept { return m_counts; }
 
-    /// Columns of the widest line of both sides, or more. Computed at construction, in one pass over the long lines.
-    [[nodiscard]] qint64 widestLine() const noexcept { return m_widest; }
-
 private:
     void addUnimportantRows(qsizetype first, qsizetype end);
-    void takeLineEnds(const DiffDocument &before, const RowChange &change, const std::vector<LineEndRow> &changed);
+    void takeLineEnds(const DiffDocument &before, const RowChange &change);
 
     QList<AlignedRow> m_rows;
-    std::shared_ptr<const LineSource> m_left;
-    std::shared_ptr<const LineSource> m_right;
-    int m_tabWidth;
-    qint64 m_widest = 0;
     std::optional<DiffCounts> m_counts;
     std::vector<qint32> m_unimportantRows;
     std::vector<LineEndRow> m_lineEndRows;
 };
+
+/// The comparison that `scene`, which shows no other documents, shows; null for none.
+[[nodiscard]] const DiffDocument *diffIn(const PaneScene &scene);
 
 } // namespace velmora

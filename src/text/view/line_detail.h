@@ -1,6 +1,7 @@
 #pragma once
 
-#include "text/view/diff_scene.h"
+#include "core/sides.h"
+#include "session/pane/pane_scene.h"
 
 #include <QWidget>
 
@@ -12,7 +13,7 @@ class LineDetail final : public QWidget {
     Q_OBJECT
 public:
     /// `scene` outlives the detail.
-    explicit LineDetail(DiffScene &scene, QWidget *parent = nullptr);
+    explicit LineDetail(PaneScene &scene, QWidget *parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -24,11 +25,9 @@ private:
     void takeFont();
     void paintSide(QPainter &painter, qsizetype row, Side side, const RowChanges *changes);
     [[nodiscard]] QRect lineArea(Side side) const;
-    [[nodiscard]] LineRenderer &rendererOf(Side side) { return side == Side::Left ? m_left : m_right; }
 
-    DiffScene &m_scene;
-    LineRenderer m_left;
-    LineRenderer m_right;
+    PaneScene &m_scene;
+    Sides<LineRenderer> m_renderers;
 };
 
 } // namespace velmora

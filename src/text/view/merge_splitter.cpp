@@ -28,20 +28,20 @@ struct Arrow {
 
 class MergeHandle final : public QSplitterHandle {
 public:
-    MergeHandle(DiffScene &scene, MergeSplitter *splitter)
+    MergeHandle(PaneScene &scene, MergeSplitter *splitter)
         : QSplitterHandle(Qt::Horizontal, splitter), m_scene(scene), m_splitter(*splitter)
     {
         setMouseTracking(true);
         const auto repaint = [this] { update(); };
-        connect(&scene, &DiffScene::documentChanged, this, [this] {
+        connect(&scene, &PaneScene::documentChanged, this, [this] {
             m_hovered.reset(); // the number may be another difference's now
             m_pressed.reset();
             update();
         });
-        connect(&scene, &DiffScene::metricsChanged, this, repaint);
-        connect(&scene, &DiffScene::scrolled, this, repaint);
-        connect(&scene, &DiffScene::currentBlockChanged, this, repaint);
-        connect(&scene, &DiffScene::caretMoved, this, repaint);
+        connect(&scene, &PaneScene::metricsChanged, this, repaint);
+        connect(&scene, &PaneScene::scrolled, this, repaint);
+        connect(&scene, &PaneScene::currentBlockChanged, this, repaint);
+        connect(&scene, &PaneScene::caretMoved, this, repaint);
     }
 
     [[nodiscard]] QSize sizeHint() const override { return {2 * arrowWidth + 2, 0}; }
@@ -60,7 +60,7 @@ private:
     [[nodiscard]] std::optional<Arrow> arrowAt(QPoint point) const;
     void paintArrow(QPainter &painter, const Arrow &arrow, int y) const;
 
-    DiffScene &m_scene;
+    PaneScene &m_scene;
     MergeSplitter &m_splitter;
     std::optional<Arrow> m_hovered;
     std::optional<Arrow> m_pressed;
@@ -203,14 +203,14 @@ bool MergeHandle::event(QEvent *event)
 
 } // namespace
 
-MergeSplitter::MergeSplitter(DiffScene &scene, QWidget *parent) : QSplitter(Qt::Horizontal, parent), m_scene(scene)
+MergeSplitter::MergeSplitter(PaneScene &scene, QWidget *parent) : QSplitter(Qt::Horizontal, parent), m_scene(scene)
 {
     setHandleWidth(2 * arrowWidth + 2);
 }
 
 void MergeSplitter::setCopyable(Side side, bool possible)
 {
-    (side == Side::Left ? m_toLeft : m_toRight) = possible;
+    m_copyable[side] = possible;
     update();
 }
 

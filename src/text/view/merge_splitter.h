@@ -1,6 +1,7 @@
 #pragma once
 
-#include "text/view/diff_scene.h"
+#include "core/sides.h"
+#include "session/pane/pane_scene.h"
 
 #include <QSplitter>
 
@@ -12,11 +13,11 @@ class MergeSplitter final : public QSplitter {
     Q_OBJECT
 public:
     /// `scene` outlives the splitter.
-    explicit MergeSplitter(DiffScene &scene, QWidget *parent = nullptr);
+    explicit MergeSplitter(PaneScene &scene, QWidget *parent = nullptr);
 
     /// Whether copying to `side` is possible at all.
     void setCopyable(Side side, bool possible);
-    [[nodiscard]] bool isCopyable(Side side) const { return side == Side::Left ? m_toLeft : m_toRight; }
+    [[nodiscard]] bool isCopyable(Side side) const { return m_copyable[side]; }
 
 Q_SIGNALS:
     /// The difference that holds `row` is to be copied from side `from` to the other.
@@ -26,9 +27,8 @@ protected:
     QSplitterHandle *createHandle() override;
 
 private:
-    DiffScene &m_scene;
-    bool m_toLeft = true;
-    bool m_toRight = true;
+    PaneScene &m_scene;
+    Sides<bool> m_copyable{true, true};
 };
 
 } // namespace velmora

@@ -18,18 +18,18 @@ constexpr int leastFrameHeight = 8;
 
 } // namespace
 
-OverviewStrip::OverviewStrip(DiffScene &scene, QWidget *parent) : QWidget(parent), m_scene(scene)
+OverviewStrip::OverviewStrip(PaneScene &scene, QWidget *parent) : QWidget(parent), m_scene(scene)
 {
     setObjectName(QStringLiteral("overviewStrip"));
     setFixedWidth(stripWidth);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setToolTip(Velmora::tr("Overview of all differences; press or drag to go there"));
     setAccessibleName(Velmora::tr("Overview of differences"));
-    connect(&scene, &DiffScene::documentChanged, this, &OverviewStrip::refresh);
-    connect(&scene, &DiffScene::metricsChanged, this, &OverviewStrip::refresh);
+    connect(&scene, &PaneScene::documentChanged, this, &OverviewStrip::refresh);
+    connect(&scene, &PaneScene::metricsChanged, this, &OverviewStrip::refresh);
     const auto repaint = [this] { update(); };
-    connect(&scene, &DiffScene::scrolled, this, repaint);
-    connect(&scene, &DiffScene::currentBlockChanged, this, repaint);
+    connect(&scene, &PaneScene::scrolled, this, repaint);
+    connect(&scene, &PaneScene::currentBlockChanged, this, repaint);
 }
 
 void OverviewStrip::refresh()
@@ -70,13 +70,13 @@ void OverviewStrip::paintMarks()
     for (int y = 0; y < height(); ++y) {
         const qsizetype first = y * rowsInAll / height();
         const RowRange rows{first, std::max<qsizetype>((y + 1) * rowsInAll / height() - first, 1)};
-        if (layout.holds(Modified, rows)) {
+        if (layout.holds(TextRowState::Modified, rows)) {
             mark(markInset, y, half, DiffColour::ModifiedStrong);
             mark(rightX, y, half, DiffColour::ModifiedStrong);
         }
-        if (layout.holds(Removed, rows))
+        if (layout.holds(TextRowState::Removed, rows))
             mark(markInset, y, half, DiffColour::RemovedStrong);
-        if (layout.holds(Added, rows))
+        if (layout.holds(TextRowState::Added, rows))
             mark(rightX, y, half, DiffColour::AddedStrong);
     }
 }

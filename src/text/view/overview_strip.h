@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/view/diff_scene.h"
+#include "session/pane/pane_scene.h"
 
 #include <QPixmap>
 #include <QWidget>
@@ -16,7 +16,7 @@ class OverviewStrip final : public QWidget {
     Q_OBJECT
 public:
     /// `scene` outlives the strip.
-    explicit OverviewStrip(DiffScene &scene, QWidget *parent = nullptr);
+    explicit OverviewStrip(PaneScene &scene, QWidget *parent = nullptr);
 
     /// Takes up a changed theme.
     void refresh();
@@ -37,7 +37,7 @@ private:
     void paintMarks();
     void showPlace(int y);
 
-    DiffScene &m_scene;
+    PaneScene &m_scene;
     QPixmap m_marks; ///< null when they have to be painted
 };
 

@@ -3,8 +3,6 @@
 #include "settings/options/text_replacements.h"
 #include "settings/options/text_session_options.h"
 #include "text/engine/line_diff_engine.h"
-#include "text/view/line_segments.h"
-#include "text/view/row_layout.h"
 
 #include <algorithm>
 
@@ -12,61 +10,16 @@ namespace velmora {
 
 namespace {
 
-// An edit that joins or parts lines may shift the pairs of the difference that it is in.
-constexpr qsizetype rowsAround = 100;
 // Beyond this, comparing on the interface thread would be felt.
 constexpr qsizetype linesAtOnce = 2000;
-constexpr std::size_t bytesAtOnce = 1'000'000;
-
-/// The lines [first, first + count), 0-based.
-struct Lines {
-    qsizetype first = 0;
-    qsizetype count = 0;
-};
 
 qint32 &numberOf(AlignedRow &row, Side side)
 {
     return side == Side::Left ? row.leftLine : row.rightLine;
 }
 
-RowRange touchedRows(const DiffDocument &document, Side side, const LineChange &change)
-{
-    RowRange rows;
-    if (change.removed > 0) {
-        rows.first = document.rowOfLine(side, qint32(change.first + 1));
-        rows.count = document.rowOfLine(side, qint32(change.first + change.removed)) - rows.first + 1;
-    } else {
-        // Lines that come in between take the place of the rows that had none.
-        rows.first = document.rowOfLine(side, qint32(change.first)) + 1;
-        const bool atEnd = change.first >= document.source(side).count();
-        const qsizetype next = atEnd ? document.rowCount() : document.rowOfLine(side, qint32(change.first + 1));
-        rows.count = next - rows.first;
-    }
-    if (change.removed == change.inserted)
-        return rows;
-    qsizetype end = rows.end();
-    for (qsizetype k = 0; k < rowsAround && rows.first > 0 && document.kind(rows.first - 1) != Equal; ++k)
-        --rows.first;
-    for (qsizetype k = 0; k < rowsAround && end < document.rowCount() && document.kind(end) != Equal; ++k)
-        ++end;
-    return {rows.first, end - rows.first};
-}
-
-Lines linesIn(const DiffDocument &document, RowRange rows, Side side)
-{
-    Lines lines;
-    for (qsizetype row = rows.first; row < rows.end(); ++row) {
-        const qint32 number = document.lineNumber(row, side);
-        if (number < 1)
-            continue;
-        if (lines.count == 0)
-            lines.first = number - 1;
-        ++lines.count;
-    }
-    return lines;
-}
-
-std::optional<TextLines> cut(const EditSnapshot &text, Lines lines, const QStringList &find, const QStringList &with)
+std::optional<TextLines> cut(const EditSnapshot &text, PaneLines lines, const QStringList &find,
+                             const QStringList &with)
 {
     TextLinesBuilder builder;
     for (qsizetype line = lines.first; line < lines.first + lines.count; ++line)
@@ -74,23 +27,23 @@ std::optional<TextLines> cut(const EditSnapshot &text, Lines lines, const QStrin
     return applyReplacementRules(builder.take(), find, with);
 }
 
-bool isTooLong(const EditSnapshot &text, Lines lines)
+bool isTooLong(const EditSnapshot &text, PaneLines lines)
 {
     std::size_t bytes = 0;
-    for (qsizetype line = lines.first; line < lines.first + lines.count && bytes <= bytesAtOnce; ++line)
+    for (qsizetype line = lines.first; line < lines.first + lines.count && bytes <= bytesLookedAt; ++line)
         bytes += text.bytes(line).size();
-    return bytes > bytesAtOnce;
+    return bytes > bytesLookedAt;
 }
 
 /// The same pairs of lines: where one has another text, the kind is told by their bytes alone.
-QList<AlignedRow> keptPairs(const DiffDocument &before, const EditedTexts &texts, RowRange range)
+QList<AlignedRow> keptPairs(const DiffDocument &before, const PaneTexts &texts, RowRange range)
 {
     QList<AlignedRow> rows = before.rows().sliced(range.first, range.count);
     for (AlignedRow &row : rows) {
         if (row.leftLine < 1 || row.rightLine < 1)
             continue;
-        const std::string_view left = texts.left->bytes(row.leftLine - 1);
-        const std::string_view right = texts.right->bytes(row.rightLine - 1);
+        const std::string_view left = texts[0]->bytes(row.leftLine - 1);
+        const std::string_view right = texts[1]->bytes(row.rightLine - 1);
         if (left != before.source(Side::Left).bytes(row.leftLine - 1) ||
             right != before.source(Side::Right).bytes(row.rightLine - 1))
             row.kind = left == right ? Equal : Modified;
@@ -98,14 +51,14 @@ QList<AlignedRow> keptPairs(const DiffDocument &before, const EditedTexts &texts
     return rows;
 }
 
-QList<AlignedRow> align(const EditedTexts &texts, Lines left, Lines right, const TextSessionOptions &options)
+QList<AlignedRow> align(const PaneTexts &texts, PaneLines left, PaneLines right, const TextSessionOptions &options)
 {
     QList<AlignedRow> rows;
     std::optional<TextLines> leftLines;
     std::optional<TextLines> rightLines;
     if (left.count + right.count <= linesAtOnce) {
-        leftLines = cut(*texts.left, left, options.leftReplaceFind, options.leftReplaceWith);
-        rightLines = cut(*texts.right, right, options.rightReplaceFind, options.rightReplaceWith);
+        leftLines = cut(*texts[0], left, options.leftReplaceFind, options.leftReplaceWith);
+        rightLines = cut(*texts[1], right, options.rightReplaceFind, options.rightReplaceWith);
     }
     if (!leftLines || !rightLines) {
         for (qsizetype k = 0; k < left.count; ++k)
@@ -126,7 +79,7 @@ QList<AlignedRow> align(const EditedTexts &texts, Lines left, Lines right, const
 }
 
 /// The rows of a patch whose lines end differently, counted from 0.
-std::vector<LineEndRow> lineEndsIn(const EditedTexts &texts, const QList<AlignedRow> &rows,
+std::vector<LineEndRow> lineEndsIn(const PaneTexts &texts, const QList<AlignedRow> &rows,
                                    const TextSessionOptions &options)
 {
     std::vector<LineEndRow> found;
@@ -134,8 +87,7 @@ std::vector<LineEndRow> lineEndsIn(const EditedTexts &texts, const QList<Aligned
         const AlignedRow &at = rows[row];
         if (at.leftLine < 1 || at.rightLine < 1)
             continue;
-        const LineEndRow ends{qint32(row), texts.left->lineEnd(at.leftLine - 1),
-                              texts.right->lineEnd(at.rightLine - 1)};
+        const LineEndRow ends{qint32(row), texts[0]->lineEnd(at.leftLine - 1), texts[1]->lineEnd(at.rightLine - 1)};
         if (ends.left != ends.right)
             found.push_back(ends);
     }
@@ -158,46 +110,38 @@ QList<AlignedRow> spliced(const QList<AlignedRow> &before, RowRange replaced, co
     return rows;
 }
 
-/// Columns of the widest line after the change, or some more where measuring would be felt.
-qint64 widest(const DiffDocument &before, const EditSnapshot &text, Side side, const LineChange &change)
-{
-    const int tabWidth = before.tabWidth();
-    qint64 columns = before.widestLine();
-    for (qsizetype line = change.first; line < change.first + change.inserted; ++line) {
-        const std::string_view bytes = text.bytes(line);
-        if (bytes.size() <= bytesAtOnce || change.removed != change.inserted) {
-            columns = std::max(columns, columnCount(bytes, tabWidth));
-        } else {
-            // What came in takes columns, and may push the text behind it to the next stop of a tab.
-            const qint64 growth = qint64(bytes.size()) - qint64(before.source(side).bytes(line).size());
-            columns += std::max<qint64>(growth, 0) * std::max(tabWidth, 3) + tabWidth;
-        }
-    }
-    return columns;
-}
-
 } // namespace
 
-std::shared_ptr<const DiffDocument> patchDocument(const DiffDocument &before, const EditedTexts &texts, Side side,
+std::shared_ptr<const DiffDocument> patchDocument(const DiffDocument &before, const PaneTexts &texts, Side side,
                                                   const LineChange &change, const TextSessionOptions &options)
 {
     const RowRange touched = touchedRows(before, side, change);
-    Lines own = linesIn(before, touched, side);
+    PaneLines own = linesIn(before, touched, side);
     if (own.count == 0)
         own.first = change.first;
     own.count += change.inserted - change.removed;
-    const Lines other = linesIn(before, touched, otherSide(side));
+    const PaneLines other = linesIn(before, touched, otherSide(side));
     const bool isLeft = side == Side::Left;
     const auto shift = qint32(change.inserted - change.removed);
-    const bool isRough = shift == 0 && (own.count + other.count > linesAtOnce || isTooLong(texts.of(side), own) ||
-                                        isTooLong(texts.of(otherSide(side)), other));
-    const QList<AlignedRow> rows =
+    const auto textOf = [&texts](Side of) -> const EditSnapshot & {
+        return *texts[std::size_t(PaneIndex(of).number())];
+    };
+    const bool isRough = shift == 0 && (own.count + other.count > linesAtOnce || isTooLong(textOf(side), own) ||
+                                        isTooLong(textOf(otherSide(side)), other));
+    QList<AlignedRow> rows =
         isRough ? keptPairs(before, texts, touched) : align(texts, isLeft ? own : other, isLeft ? other : own, options);
     const bool sameRows = shift == 0 && before.rows().sliced(touched.first, touched.count) == rows;
-    return std::make_shared<DiffDocument>(before, DiffDocument::RowChange{touched.first, touched.count, rows.size()},
-                                          sameRows ? before.rows() : spliced(before.rows(), touched, rows, side, shift),
-                                          texts.left, texts.right, lineEndsIn(texts, rows, options),
-                                          widest(before, texts.of(side), side, change));
+    const DiffDocument::RowChange patch{touched.first, touched.count, rows.size(), lineEndsIn(texts, rows, options),
+                                        patchedWidth(before, texts, side, change)};
+    rows = sameRows ? before.rows() : spliced(before.rows(), touched, rows, side, shift);
+    return std::make_shared<DiffDocument>(before, patch, std::move(rows), texts[0], texts[1]);
+}
+
+RowPatcher diffPatcher(const TextSessionOptions &options)
+{
+    return [options](const PaneDocument &before, const PaneTexts &texts, PaneIndex pane, const LineChange &change) {
+        return patchDocument(static_cast<const DiffDocument &>(before), texts, sideOf(pane), change, options);
+    };
 }
 
 } // namespace velmora
