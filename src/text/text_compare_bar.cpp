@@ -232,9 +232,4 @@ void TextCompareBar::showPosition(const Position &position)
     nextDifference->setEnabled(position.hasNext);
 }
 
-QString TextCompareBar::positionText() const
-{
-    return m_position->text();
-}
-
 } // namespace velmora

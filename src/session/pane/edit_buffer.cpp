@@ -188,6 +188,7 @@ LineChange EditBuffer::replace(EditPosition start, EditPosition end, const QStri
 
     const LineEnd usual = usualEnd(first.line);
     std::vector<NewLine> lines;
+    lines.reserve(parts.size());
     for (QByteArray &part : parts)
         lines.push_back({std::move(part), usual});
     lines.back().end = m_snapshot->lineEnd(last.line);
@@ -243,6 +244,7 @@ LineChange EditBuffer::insertLines(qsizetype line, const QString &text)
         parts.pop_back();
     const LineEnd usual = usualEnd(at);
     std::vector<NewLine> lines;
+    lines.reserve(parts.size());
     for (QByteArray &part : parts)
         lines.push_back({std::move(part), usual});
     const NewLine &last = lines.back();
