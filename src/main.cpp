@@ -1,4 +1,4 @@
-#include "app/start_up.h"
+#include "app/start/start_up.h"
 #include "core/workers.h"
 #include "platform/process_end.h"
 #include "platform/standard_streams.h"

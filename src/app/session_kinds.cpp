@@ -1,15 +1,15 @@
 #include "app/session_kinds.h"
 
+#include "app/help/picture_icon.h"
 #include "app/pending_session.h"
-#include "app/picture_icon.h"
 #include "filetypes/checksum/checksum_widget.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "session/session_record.h"
 #include "session/theme.h"
 #include "session/translate.h"
 #include "system/snapshot_widget.h"
+#include "text/editing/text_recovery.h"
 #include "text/text_compare_widget.h"
-#include "text/text_recovery.h"
 
 #include <QDir>
 

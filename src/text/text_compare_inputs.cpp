@@ -1,9 +1,9 @@
 #include "session/dialogs.h"
 #include "session/pane/text_pane.h"
 #include "session/translate.h"
+#include "text/editing/text_editing.h"
 #include "text/manual_alignment.h"
 #include "text/text_compare_widget.h"
-#include "text/text_editing.h"
 #include "text/text_inputs.h"
 #include "text/view/diff_view.h"
 

@@ -3,8 +3,8 @@
 #include "core/progress.h"
 #include "core/text_file.h"
 #include "settings/options/text_session_options.h"
+#include "text/editing/file_stamp.h"
 #include "text/engine/line_diff_engine.h"
-#include "text/file_stamp.h"
 #include "text/line_pairs.h"
 #include "text/view/diff_document.h"
 

@@ -1,7 +1,7 @@
 #include "session/translate.h"
-#include "text/recovery_keeper.h"
+#include "text/editing/recovery_keeper.h"
+#include "text/editing/text_editing.h"
 #include "text/text_compare_widget.h"
-#include "text/text_editing.h"
 #include "text/text_inputs.h"
 #include "text/view/diff_view.h"
 

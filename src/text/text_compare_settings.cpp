@@ -1,9 +1,9 @@
 #include "session/translate.h"
 #include "settings/dialogs/text_session_settings_dialog.h"
 #include "settings/options/text_presets.h"
+#include "text/editing/text_editing.h"
 #include "text/text_compare_bar.h"
 #include "text/text_compare_widget.h"
-#include "text/text_editing.h"
 #include "text/text_inputs.h"
 #include "text/view/diff_view.h"
 

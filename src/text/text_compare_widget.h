@@ -4,8 +4,8 @@
 #include "session/pane/row_layout.h"
 #include "session/session_widget.h"
 #include "settings/options/text_session_options.h"
+#include "text/result/text_report_content.h"
 #include "text/text_compare_job.h"
-#include "text/text_report_content.h"
 
 class QLabel;
 

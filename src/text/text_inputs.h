@@ -2,7 +2,7 @@
 
 #include "core/sides.h"
 #include "session/session_record.h"
-#include "text/external_change.h"
+#include "text/editing/external_change.h"
 #include "text/text_side.h"
 
 #include <QWidget>

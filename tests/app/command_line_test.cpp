@@ -1,5 +1,5 @@
-#include "app/command_line.h"
-#include "app/manual.h"
+#include "app/start/command_line.h"
+#include "app/start/manual.h"
 #include "support/files.h"
 #include "support/test_main.h"
 

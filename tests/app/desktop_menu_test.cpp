@@ -1,5 +1,5 @@
-#include "app/desktop_menu.h"
-#include "app/shell_menu.h"
+#include "app/desktop/desktop_menu.h"
+#include "app/desktop/shell_menu.h"
 #include "platform/desktop_integration.h"
 #include "support/files.h"
 #include "support/test_main.h"

@@ -1,4 +1,4 @@
-#include "app/explorer_menu.h"
+#include "app/desktop/explorer_menu.h"
 #include "platform/user_registry.h"
 #include "support/test_main.h"
 

@@ -1,4 +1,4 @@
-#include "app/single_instance.h"
+#include "app/start/single_instance.h"
 #include "support/test_main.h"
 
 #include <QDir>

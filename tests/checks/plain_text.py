@@ -13,7 +13,7 @@ import sys
 
 MARKUP = re.compile(r"\b(?:setHtml|insertHtml|appendHtml|QTextBrowser|Qt::RichText|Qt::MarkdownText|Qt::AutoText)\b")
 # The text about the program, which holds nothing of anybody else's, and the place that makes labels plain.
-MAY_HOLD_MARKUP = {"app/about.cpp", "app/plain_texts.cpp", "app/plain_texts.h"}
+MAY_HOLD_MARKUP = {"app/help/about.cpp", "app/window/plain_texts.cpp", "app/window/plain_texts.h"}
 ITEM_TIP = re.compile(r"setToolTip\(\d+,|setTabToolTip\(|setItemData\([^;]*ToolTipRole|case Qt::ToolTipRole:|== Qt::ToolTipRole\)")
 ESCAPED = re.compile(r"plainToolTip\(|toolTipText\(|toolTipOf\(|Velmora::tr\(")
 LINES_THAT_MAY_ESCAPE = 3

@@ -1,4 +1,4 @@
-#include "app/session_files.h"
+#include "app/library/session_files.h"
 #include "folder/operations/journal_lines.h"
 #include "fuzz/targets.h"
 #include "settings/options/folder_session_options.h"

@@ -3,7 +3,7 @@
 #include "session/frame/notice_card.h"
 #include "settings/dialogs/text_session_settings_dialog.h"
 #include "support/test_main.h"
-#include "text/external_change.h"
+#include "text/editing/external_change.h"
 
 #include <QAction>
 #include <QCheckBox>

@@ -1,7 +1,7 @@
 #include "core/recovery_store.h"
 #include "edit_fixture.h"
 #include "support/test_main.h"
-#include "text/text_recovery.h"
+#include "text/editing/text_recovery.h"
 
 #include <QClipboard>
 #include <QDirIterator>

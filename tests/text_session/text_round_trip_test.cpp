@@ -2,8 +2,8 @@
 #include "edit_fixture.h"
 #include "session/pane/intra_line_changes.h"
 #include "support/test_main.h"
+#include "text/editing/text_saver.h"
 #include "text/syntax/syntax_checkpoints.h"
-#include "text/text_saver.h"
 
 using namespace velmora;
 using namespace velmora::test;

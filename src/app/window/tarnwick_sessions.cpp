@@ -1,0 +1,257 @@
+#include "app/file_kind.h"
+#include "app/library/recovery_offer.h"
+#include "app/library/session_library.h"
+#include "app/session_kinds.h"
+#include "app/start/command_line.h"
+#include "app/window/session_tabs.h"
+#include "app/window/tarnwick.h"
+#include "session/session_widget.h"
+#include "session/translate.h"
+
+#include <QFileInfo>
+
+// How a session comes to be opened: from paths, records, command lines and the file manager.
+
+namespace velmora {
+
+namespace {
+
+QString absoluteForm(const QString &path)
+{
+    return QFileInfo(path).absoluteFilePath();
+}
+
+/// The kind in which two paths are compared when nobody said which.
+const SessionKindRow &kindForPair(const SessionPaths &paths)
+{
+    const bool folders = QFileInfo(paths.left).isDir() && QFileInfo(paths.right).isDir();
+    return sessionKind(folders ? QLatin1String("folder") : QLatin1String("text"));
+}
+
+const SessionKindRow &kindOf(const SessionRecord &record)
+{
+    const SessionKindRow *known = findSessionKind(record.type);
+    return known ? *known : kindForPair(record.paths);
+}
+
+QString titleOf(const SessionRecord &record)
+{
+    return record.name.isEmpty() ? sessionTitle(kindOf(record), record.paths) : record.name;
+}
+
+/// The dropped paths as the sides of a session: left, right; or base, left, right where the kind has a base and three
+/// came.
+SessionPaths sidesOf(const SessionKindRow &kind, const QStringList &paths)
+{
+    if (kind.sides == 3 && paths.size() >= 3)
+        return {.left = paths[1], .right = paths[2], .base = paths[0]};
+    return {.left = paths.value(0), .right = kind.sides > 1 ? paths.value(1) : QString(), .base = {}};
+}
+
+} // namespace
+
+void Tarnwick::handleArguments(const QStringList &arguments)
+{
+    const CommandLine line = parseCommandLine(arguments);
+    if (!line.report.isEmpty())
+        m_pendingReport = absoluteForm(line.report);
+    for (const ExplorerPick &pick : line.picks) {
+        if (pick.side == ExplorerPick::Side::Left)
+            setExplorerLeft(absoluteForm(pick.path));
+        else
+            setExplorerRight(absoluteForm(pick.path));
+    }
+    for (const QString &file : line.sessionFiles)
+        m_library->openNamedSessionFile(absoluteForm(file));
+    if (line.sessionFiles.isEmpty() && !line.workspace.isEmpty()) {
+        m_library->openNamedWorkspace(absoluteForm(line.workspace));
+    } else if (line.paths.size() == 2) {
+        openCompare(line.mode, absoluteForm(line.paths[0]), absoluteForm(line.paths[1]));
+        m_explorerLeft.clear();
+    } else if (line.paths.size() == 1) {
+        openLonePath(line.mode, absoluteForm(line.paths[0]));
+    }
+}
+
+void Tarnwick::openLonePath(const QString &mode, const QString &path)
+{
+    const SessionKindRow *kind = findSessionKind(mode);
+    const LonePath wanted = kind ? kind->lonePath : LonePath::None;
+    const QFileInfo info(path);
+    if (wanted == LonePath::Any || (wanted == LonePath::Folder && info.isDir()) ||
+        (wanted == LonePath::File && info.isFile()))
+        openSession(kind->id, {.left = path, .right = {}, .base = {}});
+    else
+        setExplorerLeft(path);
+}
+
+void Tarnwick::openCompare(const QString &kind, const QString &leftPath, const QString &rightPath)
+{
+    const SessionPaths paths{.left = leftPath, .right = rightPath, .base = {}};
+    const SessionKindRow *known = findSessionKind(kind);
+    const SessionKindRow &row = known && known->opensPairs ? *known : kindForPair(paths);
+    SessionWidget *session = addSession(row, sessionTitle(row, paths), paths);
+    // The report belongs to this comparison; a kind that writes none must not leave it to a later one.
+    if (!m_pendingReport.isEmpty())
+        session->setPendingReport(std::exchange(m_pendingReport, {}));
+    startSession(session);
+}
+
+void Tarnwick::openSession(const QString &kind, const SessionPaths &paths)
+{
+    const SessionKindRow *known = findSessionKind(kind);
+    const SessionKindRow &row = known ? *known : kindForPair(paths);
+    openRecord({.name = {}, .type = row.id, .paths = paths, .options = {}, .timestamp = {}});
+}
+
+void Tarnwick::openRecord(const SessionRecord &record)
+{
+    const SessionKindRow &row = kindOf(record);
+    SessionWidget *session = addSession(row, titleOf(record), record.paths);
+    if (!record.options.isEmpty())
+        session->setOptions(record.options);
+    startSession(session);
+}
+
+void Tarnwick::startSession(SessionWidget *session)
+{
+    session->start();
+    if (m_sender && session->isReading()) {
+        // Whoever holds the sender keeps it waiting: here the connection, which goes with the session if that closes.
+        connect(
+            session, &SessionWidget::readingEnded, session, [held = m_sender] {}, Qt::SingleShotConnection);
+    }
+}
+
+QString Tarnwick::kindFor(Purpose purpose) const
+{
+    return velmora::kindFor(purpose);
+}
+
+SessionHost::KindTest Tarnwick::kindTest() const
+{
+    return [](const Sides<QString> &files) { return builtKindOfPair(files.left, files.right); };
+}
+
+bool Tarnwick::isBuilt(const QString &kind) const
+{
+    const SessionKindRow *known = findSessionKind(kind);
+    return known && velmora::isBuilt(*known);
+}
+
+void Tarnwick::restoreRecord(const SessionRecord &record)
+{
+    const SessionKindRow &row = kindOf(record);
+    const QString title = titleOf(record);
+    SessionWidget *session = row.create(*this, row, nullptr);
+    m_tabs->addWaitingSession(session, sessionKindIcon(row.id), title);
+    fillSession(session, row, title, record.paths);
+    if (!record.options.isEmpty())
+        session->setOptions(record.options);
+}
+
+void Tarnwick::offerRecovery()
+{
+    velmora::offerRecovery(m_recovery, this, [this](const SessionKindRow &kind, const SessionPaths &paths) {
+        return addSession(kind, sessionTitle(kind, paths));
+    });
+}
+
+void Tarnwick::openEmpty(const SessionKindRow &kind)
+{
+    addSession(kind, Velmora::tr(kind.tabTitle).arg(++m_tabCounter));
+}
+
+void Tarnwick::openEmptyOf(const char *kind)
+{
+    openEmpty(sessionKind(QLatin1String(kind)));
+}
+
+void Tarnwick::openDropped(const SessionKindRow &kind, const QStringList &paths)
+{
+    const SessionPaths sides = sidesOf(kind, paths);
+    SessionWidget *session = addSession(kind, sessionTitle(kind, sides), sides);
+    if (kind.sides == 1 || kind.lonePath == LonePath::Any || !sides.right.isEmpty())
+        session->start();
+    if (paths.size() > kind.sides)
+        showStatus(Velmora::tr("%1 paths dropped; this session takes %2").arg(paths.size()).arg(kind.sides));
+}
+
+SessionWidget *Tarnwick::addSession(const SessionKindRow &kind, const QString &title, const SessionPaths &paths)
+{
+    SessionWidget *session = kind.create(*this, kind, nullptr);
+    m_tabs->addSession(session, sessionKindIcon(kind.id), title);
+    fillSession(session, kind, title, paths);
+    return session;
+}
+
+void Tarnwick::fillSession(SessionWidget *session, const SessionKindRow &kind, const QString &title,
+                           const SessionPaths &paths)
+{
+    if (paths != SessionPaths()) {
+        session->setPaths(paths);
+        recordSession(kind.id, title, paths);
+        m_tabs->refreshNames();
+    }
+    hookSession(session, kind);
+}
+
+void Tarnwick::hookSession(SessionWidget *session, const SessionKindRow &kind)
+{
+    connect(session, &SessionWidget::comparisonStarted, this, &Tarnwick::onFolderCompareStarted);
+    connect(session, &SessionWidget::comparisonFinished, this,
+            [this, session, &kind](const QString &left, const QString &right) {
+                const QString title = m_tabs->titleAt(m_tabs->indexOf(session));
+                recordSession(kind.id, title, {.left = left, .right = right, .base = session->paths().base});
+            });
+}
+
+void Tarnwick::recordSession(const QString &type, const QString &name, const SessionPaths &paths)
+{
+    m_history.add(type, name, paths);
+}
+
+void Tarnwick::onOpenTextCompare(const QString &leftPath, const QString &rightPath)
+{
+    openCompare(QStringLiteral("text"), leftPath, rightPath);
+}
+
+void Tarnwick::onOpenBinaryCompare(const QString &leftPath, const QString &rightPath)
+{
+    openCompare(QStringLiteral("binary"), leftPath, rightPath);
+}
+
+void Tarnwick::onOpenFolderCompare(const QString &leftPath, const QString &rightPath)
+{
+    openCompare(QStringLiteral("folder"), leftPath, rightPath);
+}
+
+void Tarnwick::onOpenFolderSync(const QString &leftPath, const QString &rightPath)
+{
+    openCompare(QStringLiteral("sync"), leftPath, rightPath);
+}
+
+void Tarnwick::setExplorerLeft(const QString &path)
+{
+    m_explorerLeft = path;
+    m_explorerLeftIsFolder = QFileInfo(path).isDir();
+    showStatus(
+        m_explorerLeftIsFolder
+            ? Velmora::tr("Left folder selected: %1 — right-click another item and choose Velmora: set as right side")
+                  .arg(path)
+            : Velmora::tr("Left file selected: %1 — right-click another item and choose Velmora: set as right side")
+                  .arg(path));
+}
+
+void Tarnwick::setExplorerRight(const QString &path)
+{
+    if (m_explorerLeft.isEmpty()) {
+        setExplorerLeft(path);
+        return;
+    }
+    const bool folders = m_explorerLeftIsFolder && QFileInfo(path).isDir();
+    openCompare(folders ? QStringLiteral("folder") : QStringLiteral("text"), std::exchange(m_explorerLeft, {}), path);
+    showStatus(Velmora::tr("Compare opened"), briefly);
+}
+
+} // namespace velmora
