@@ -6,6 +6,8 @@
 #include "session/theme.h"
 #include "session/translate.h"
 
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFileInfo>
 #include <QMimeData>
 #include <QPainter>

@@ -4,6 +4,7 @@
 #include "app/window/session_tabs.h"
 #include "session/session_widget.h"
 
+#include <QApplication>
 #include <QDropEvent>
 
 namespace velmora {

@@ -6,6 +6,8 @@
 #include "session/plain_text.h"
 #include "session/session_widget.h"
 
+#include <QContextMenuEvent>
+#include <QEvent>
 #include <QStyle>
 #include <QStyleOption>
 #include <QTabBar>

@@ -24,6 +24,7 @@
 #include "session/translate.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QLoggingCategory>
 #include <QMenuBar>
 #include <QSplitter>
