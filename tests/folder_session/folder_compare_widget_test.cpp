@@ -256,18 +256,18 @@ private Q_SLOTS:
         f.session.onCompare();
         QCOMPARE(f.session.status(), word("Select two folders to compare"));
         f.compare();
-        QCOMPARE(f.session.view().notice().title(), word("Both folders are empty."));
+        QCOMPARE(f.session.view().notice().accessibleName(), word("Both folders are empty."));
         f.disk.file(word("left/a"), "a");
         f.disk.file(word("right/a"), "a");
         f.compare();
-        QVERIFY(f.session.view().notice().title().isEmpty());
+        QVERIFY(f.session.view().notice().accessibleName().isEmpty());
         f.session.onShowDifferences();
-        QCOMPARE(f.session.view().notice().title(), word("There are no differences."));
+        QCOMPARE(f.session.view().notice().accessibleName(), word("There are no differences."));
         f.session.view().notice().findChild<QPushButton *>()->click();
         QCOMPARE(f.rows().size(), 1);
         QVERIFY(QDir(f.disk.right()).removeRecursively());
         f.session.onRefresh();
-        QTRY_VERIFY(f.session.view().notice().title().startsWith(word("Folder not found: ")));
+        QTRY_VERIFY(f.session.view().notice().accessibleName().startsWith(word("Folder not found: ")));
     }
 
     void cancelSaysSo()
@@ -307,11 +307,11 @@ private Q_SLOTS:
         QVERIFY(QDir(f.disk.path(word("right/src"))).removeRecursively());
         f.goTo(word("src"));
         f.key(Qt::Key_Return);
-        QTRY_VERIFY(f.session.view().notice().title().startsWith(word("Folder not found: ")));
-        QVERIFY(f.session.view().notice().title().endsWith(word("src")));
+        QTRY_VERIFY(f.session.view().notice().accessibleName().startsWith(word("Folder not found: ")));
+        QVERIFY(f.session.view().notice().accessibleName().endsWith(word("src")));
         f.key(Qt::Key_Backspace);
         f.wait();
-        QVERIFY(f.session.view().notice().title().isEmpty());
+        QVERIFY(f.session.view().notice().accessibleName().isEmpty());
         QCOMPARE(f.rows().at(1), word("src ← "));
     }
 
