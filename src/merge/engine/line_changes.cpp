@@ -1,0 +1,156 @@
+#include "merge/engine/line_changes.h"
+
+#include "merge/engine/change_slides.h"
+#include "merge/engine/shortest_edit.h"
+
+#include <algorithm>
+
+namespace velmora {
+
+namespace {
+
+/// How often a line must stand in the other text to count as frequent: about the root of this text's length.
+constexpr qint32 mostForFrequent = 1024;
+/// A frequent line is left out where, this far around it, fewer than one in so many lines that may be left out are
+/// frequent ones.
+constexpr qsizetype linesAround = 100;
+constexpr qsizetype frequentShare = 4;
+
+enum class Counterparts : quint8 { None, Some, Frequent };
+
+/// One text with what its search goes by.
+struct Candidates {
+    std::vector<qint32> lines; ///< their numbers
+    std::vector<qint32> places;
+};
+
+qint32 frequentFrom(size_t lines) noexcept
+{
+    qint32 root = 1;
+    for (; lines > 0; lines >>= 2)
+        root *= 2;
+    return std::min(root, mostForFrequent);
+}
+
+std::vector<qint32> occurrences(std::span<const qint32> lines, qint32 numbers)
+{
+    std::vector<qint32> counts(static_cast<size_t>(numbers));
+    for (const qint32 line : lines)
+        ++counts[size_t(line)];
+    return counts;
+}
+
+/// How many lines to one side of a frequent one, up to the first with some counterparts, have none, and how many of
+/// them are frequent themselves.
+struct Surroundings {
+    qsizetype without = 0;
+    qsizetype frequent = 0;
+
+    template <typename Iterator>
+    static Surroundings of(Iterator from, Iterator to)
+    {
+        Surroundings found;
+        for (; from != to && *from != Counterparts::Some; ++from)
+            ++(*from == Counterparts::None ? found.without : found.frequent);
+        return found;
+    }
+};
+
+bool isAmongNew(const std::vector<Counterparts> &kinds, qsizetype at)
+{
+    const auto here = kinds.begin() + at;
+    const auto begin = kinds.begin() + std::max<qsizetype>(at - linesAround, 0);
+    const auto end = kinds.begin() + std::min<qsizetype>(at + linesAround + 1, qsizetype(kinds.size()));
+    const auto above = Surroundings::of(std::make_reverse_iterator(here), std::make_reverse_iterator(begin));
+    if (above.without == 0)
+        return false;
+    const auto below = Surroundings::of(here + 1, end);
+    if (below.without == 0)
+        return false;
+    // Counted with itself on either side.
+    const qsizetype frequent = above.frequent + below.frequent + 2;
+    return frequent * frequentShare < frequent + above.without + below.without;
+}
+
+Candidates candidates(std::span<const qint32> lines, qsizetype first, qsizetype end,
+                      const std::vector<qint32> &othersOccurrences, CancelPoll &poll)
+{
+    const qint32 frequent = frequentFrom(lines.size());
+    std::vector<Counterparts> kinds;
+    kinds.reserve(size_t(end - first));
+    for (qsizetype index = first; index < end; ++index) {
+        const qint32 count = othersOccurrences[size_t(lines[size_t(index)])];
+        kinds.push_back(count == 0         ? Counterparts::None
+                        : count < frequent ? Counterparts::Some
+                                           : Counterparts::Frequent);
+    }
+    Candidates result;
+    for (qsizetype at = 0; at < qsizetype(kinds.size()) && !poll.stop(4); ++at) {
+        const Counterparts kind = kinds[size_t(at)];
+        if (kind == Counterparts::None || (kind == Counterparts::Frequent && isAmongNew(kinds, at)))
+            continue;
+        result.lines.push_back(lines[size_t(first + at)]);
+        result.places.push_back(qint32(first + at));
+    }
+    return result;
+}
+
+/// Marks of the whole text: all of [first, end) but the candidates that have found a partner.
+std::vector<quint8> marksOf(size_t lines, qsizetype first, qsizetype end, const Candidates &candidates,
+                            const std::vector<quint8> &unpaired)
+{
+    std::vector<quint8> marks(lines);
+    std::fill(marks.begin() + first, marks.begin() + end, quint8(1));
+    for (size_t index = 0; index < candidates.places.size(); ++index)
+        marks[size_t(candidates.places[index])] = unpaired[index];
+    return marks;
+}
+
+std::vector<LineChange> changesOf(const EditMarks &marks)
+{
+    std::vector<LineChange> changes;
+    size_t i = 0;
+    size_t j = 0;
+    while (i < marks.a.size() || j < marks.b.size()) {
+        const size_t iFirst = i;
+        const size_t jFirst = j;
+        while (i < marks.a.size() && marks.a[i])
+            ++i;
+        while (j < marks.b.size() && marks.b[j])
+            ++j;
+        if (i > iFirst || j > jFirst)
+            changes.push_back({{qsizetype(iFirst), qsizetype(i - iFirst)}, {qsizetype(jFirst), qsizetype(j - jFirst)}});
+        // The pair that follows, or the ends.
+        ++i;
+        ++j;
+    }
+    return changes;
+}
+
+} // namespace
+
+std::vector<LineChange> lineChanges(std::span<const qint32> base, std::span<const qint32> other, qint32 numbers,
+                                    CancelPoll &poll)
+{
+    const auto shorter = qsizetype(std::min(base.size(), other.size()));
+    const qsizetype prefix = std::mismatch(base.begin(), base.begin() + shorter, other.begin()).first - base.begin();
+    const qsizetype suffix =
+        std::mismatch(base.rbegin(), base.rbegin() + (shorter - prefix), other.rbegin()).first - base.rbegin();
+    const qsizetype baseEnd = qsizetype(base.size()) - suffix;
+    const qsizetype otherEnd = qsizetype(other.size()) - suffix;
+    if (prefix == baseEnd && prefix == otherEnd)
+        return {};
+
+    const Candidates ofBase = candidates(base, prefix, baseEnd, occurrences(other, numbers), poll);
+    const Candidates ofOther = candidates(other, prefix, otherEnd, occurrences(base, numbers), poll);
+    const EditMarks found = shortestEdit(ofBase.lines, ofOther.lines, poll);
+    if (poll.stopped())
+        return {};
+    EditMarks marks{marksOf(base.size(), prefix, baseEnd, ofBase, found.a),
+                    marksOf(other.size(), prefix, otherEnd, ofOther, found.b)};
+    slideChanges(base, marks.a, marks.b, poll);
+    slideChanges(other, marks.b, marks.a, poll);
+    return poll.stopped() ? std::vector<LineChange>() : changesOf(marks);
+}
+
+} // namespace velmora

@@ -1,0 +1,85 @@
+#include "merge/engine/line_numbers.h"
+
+#include "merge/engine/line_range.h"
+#include "text/engine/line_hash.h"
+#include "text/engine/prefetch.h"
+
+#include <algorithm>
+#include <bit>
+#include <string_view>
+
+namespace velmora {
+
+namespace {
+
+constexpr qint32 none = -1;
+/// Most steps wait for memory; asking some lines ahead overlaps these waits.
+constexpr size_t linesAhead = 12;
+
+/// A hash table from lines to their numbers, with linear probing.
+class LineTable {
+public:
+    explicit LineTable(size_t capacity) : m_slots(std::bit_ceil(capacity + capacity / 2 + 2)) {}
+
+    void prefetchSlot(quint32 hash) const noexcept { prefetch(&m_slots[slotOf(hash)]); }
+
+    qint32 numberOf(std::string_view line, quint32 hash)
+    {
+        size_t at = slotOf(hash);
+        for (; m_slots[at].number != none; at = (at + 1) & (m_slots.size() - 1)) {
+            if (m_slots[at].hash == hash && m_firsts[size_t(m_slots[at].number)] == line)
+                return m_slots[at].number;
+        }
+        m_slots[at] = {hash, count()};
+        m_firsts.push_back(line);
+        return m_slots[at].number;
+    }
+
+    [[nodiscard]] qint32 count() const noexcept { return qint32(m_firsts.size()); }
+
+private:
+    struct Slot {
+        quint32 hash = 0;
+        qint32 number = none;
+    };
+
+    [[nodiscard]] size_t slotOf(quint32 hash) const noexcept { return hash & (m_slots.size() - 1); }
+
+    std::vector<Slot> m_slots;
+    std::vector<std::string_view> m_firsts; ///< by number
+};
+
+std::string_view lineOf(const TextLines &text, qsizetype index, bool withEnd) noexcept
+{
+    return withEnd ? bytesOf(text, {index, 1}) : text.line(index);
+}
+
+} // namespace
+
+NumberedTexts numberLines(const std::array<const TextLines *, 3> &texts, bool withEnds, CancelPoll &poll)
+{
+    const LineHash hash;
+    NumberedTexts result;
+    size_t lines = 0;
+    for (size_t side = 0; side < texts.size(); ++side) {
+        const TextLines &text = *texts[side];
+        std::vector<qint32> &numbers = result.texts[side];
+        numbers.reserve(size_t(text.count()));
+        for (qsizetype index = 0; index < text.count() && !poll.stop(16); ++index)
+            numbers.push_back(qint32(hash(lineOf(text, index, withEnds))));
+        lines = std::max(lines, numbers.size());
+    }
+    LineTable table(3 * lines);
+    for (size_t side = 0; side < texts.size(); ++side) {
+        std::vector<qint32> &numbers = result.texts[side];
+        for (size_t index = 0; index < numbers.size() && !poll.stop(32); ++index) {
+            if (index + linesAhead < numbers.size())
+                table.prefetchSlot(quint32(numbers[index + linesAhead]));
+            numbers[index] = table.numberOf(lineOf(*texts[side], qsizetype(index), withEnds), quint32(numbers[index]));
+        }
+    }
+    result.count = table.count();
+    return result;
+}
+
+} // namespace velmora
