@@ -2,6 +2,10 @@
 #include "support/test_main.h"
 #include "text_engine/sequences.h"
 
+#include <QDirIterator>
+#include <QFile>
+
+#include <algorithm>
 #include <array>
 
 using namespace velmora;
@@ -100,6 +104,26 @@ QByteArray brokenLaw(const TextLines &base, const TextLines &left, const TextLin
     return {};
 }
 
+/// `text` with some of its lines removed, repeated elsewhere, or changed.
+QByteArray editedBytes(Random &random, const QByteArray &text)
+{
+    QList<QByteArray> lines = text.split('\n');
+    for (quint64 change = random.below(9) + 1; change > 0; --change) {
+        const auto at = qsizetype(random.below(quint64(lines.size())));
+        const auto length = qsizetype(random.below(4));
+        if (change % 3 == 0)
+            lines.remove(at, std::min(length, lines.size() - at));
+        else if (change % 3 == 1)
+            lines[at] += " changed";
+        else
+            lines =
+                lines.mid(0, at) + lines.mid(qsizetype(random.below(quint64(lines.size()))), length) + lines.mid(at);
+        if (lines.isEmpty())
+            lines.append({});
+    }
+    return lines.join('\n');
+}
+
 Values split(const char *text)
 {
     Values values;
@@ -162,6 +186,26 @@ private Q_SLOTS:
             const QByteArray broken = brokenLaw(linesOf(values), edited(), edited());
             QVERIFY2(broken.isEmpty(), (broken + " in round " + QByteArray::number(round)).constData());
         }
+    }
+
+    void lawsHoldForEditedFiles()
+    {
+        Random random(3);
+        int files = 0;
+        QDirIterator sources(QStringLiteral(VELMORA_SOURCE_DIR "/src/merge"), QDir::Files,
+                             QDirIterator::Subdirectories);
+        while (sources.hasNext()) {
+            QFile file(sources.next());
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            const QByteArray base = file.readAll();
+            const QByteArray left = editedBytes(random, base);
+            const QByteArray right = editedBytes(random, base);
+            const QByteArray broken =
+                brokenLaw(TextLines::split(base), TextLines::split(left), TextLines::split(right));
+            QVERIFY2(broken.isEmpty(), (broken + ": " + file.fileName().toUtf8()).constData());
+            ++files;
+        }
+        QVERIFY(files > 10);
     }
 
     void chunks()
