@@ -119,7 +119,7 @@ QByteArray editedBytes(Random &random, const QByteArray &text)
             lines =
                 lines.mid(0, at) + lines.mid(qsizetype(random.below(quint64(lines.size()))), length) + lines.mid(at);
         if (lines.isEmpty())
-            lines.append({});
+            lines.append(QByteArray());
     }
     return lines.join('\n');
 }
