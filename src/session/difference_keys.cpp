@@ -13,7 +13,7 @@ struct KeyRow {
 
 QList<QKeySequence> differenceKeys(QLatin1String action)
 {
-    const KeyRow rows[] = {
+    static const KeyRow rows[] = {
         {QLatin1String("compareAction"), {Qt::Key_F5}},
         {QLatin1String("refreshAction"), {Qt::Key_F5}},
         {QLatin1String("cancelAction"), {Qt::Key_Escape}},

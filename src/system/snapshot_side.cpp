@@ -1,10 +1,9 @@
 #include "system/snapshot_side.h"
 
+#include "session/frame/path_edit.h"
+#include "session/frame/paths_bar.h"
 #include "session/translate.h"
 
-#include <QDir>
-#include <QGridLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QToolButton>
 
@@ -26,53 +25,38 @@ QToolButton *buttonFor(QAction *action, Qt::ToolButtonStyle style, QWidget *pare
 
 } // namespace
 
-SnapshotSide::SnapshotSide(const SnapshotKind &kind, bool left, const SnapshotBar::SideActions &actions,
-                           QGridLayout &grid, int row, QWidget *session)
-    : QObject(session),
+SnapshotSide::SnapshotSide(const SnapshotKind &kind, Side side, const SnapshotBar::SideActions &actions, PathsBar &bar,
+                           QObject *parent)
+    : QObject(parent),
       m_live(QLatin1String(kind.liveText)),
       m_shownLive(Velmora::tr(kind.liveText)),
       m_emptyIsLive(kind.emptyIsLive),
-      m_session(session),
-      m_field(new QLineEdit(session))
+      m_field(bar.edit(int(side)))
 {
-    auto *label = new QLabel(Velmora::tr(left ? kind.leftLabel : kind.rightLabel), session);
-    label->setBuddy(m_field);
-    m_field->setObjectName(left ? QStringLiteral("leftSnapshot") : QStringLiteral("rightSnapshot"));
-    m_field->setAccessibleName(label->text());
-    m_field->setClearButtonEnabled(true);
-    m_field->setAcceptDrops(false); // drops are for the session
-    if (kind.placeholder)
-        m_field->setPlaceholderText(Velmora::tr(kind.placeholder));
+    QLineEdit &line = m_field.lineEdit();
+    line.setObjectName(side == Side::Left ? QStringLiteral("leftSnapshot") : QStringLiteral("rightSnapshot"));
+    line.setAccessibleName(Velmora::tr(side == Side::Left ? kind.leftLabel : kind.rightLabel));
+    bar.addBehind(int(side), buttonFor(actions.capture, Qt::ToolButtonTextBesideIcon, &bar));
+    bar.addBehind(int(side), buttonFor(actions.load, Qt::ToolButtonIconOnly, &bar));
+    bar.addBehind(int(side), buttonFor(actions.save, Qt::ToolButtonIconOnly, &bar));
 
-    int column = 0;
-    grid.addWidget(label, row, column++);
-    grid.addWidget(m_field, row, column++);
-    grid.addWidget(buttonFor(actions.capture, Qt::ToolButtonTextBesideIcon, session), row, column++);
-    grid.addWidget(buttonFor(actions.load, Qt::ToolButtonIconOnly, session), row, column++);
-    grid.addWidget(buttonFor(actions.save, Qt::ToolButtonIconOnly, session), row, column++);
-
-    connect(m_field, &QLineEdit::textChanged, this, [this] {
-        m_field->setToolTip(m_field->text());
+    connect(&line, &QLineEdit::textChanged, this, [this, &line] {
+        line.setToolTip(line.text());
         Q_EMIT edited();
     });
-    connect(m_field, &QLineEdit::returnPressed, this, &SnapshotSide::submitted);
+    connect(&m_field, &PathEdit::submitted, this, &SnapshotSide::submitted);
 }
 
 QString SnapshotSide::place() const
 {
-    QString text = m_field->text().trimmed();
-    if (text == m_shownLive || text == m_live)
-        return m_live;
-    // Copied from a file manager, a path often comes in quotes.
-    if (text.size() >= 2 && text.startsWith(u'"') && text.endsWith(u'"'))
-        text = text.mid(1, text.size() - 2);
-    return QDir::fromNativeSeparators(text);
+    const QString place = m_field.path();
+    return place == m_shownLive ? m_live : place;
 }
 
 void SnapshotSide::setPlace(const QString &place)
 {
-    m_field->setText(place == m_live ? m_shownLive : QDir::toNativeSeparators(place));
-    m_field->setCursorPosition(0);
+    m_field.setPath(place == m_live ? m_shownLive : place);
+    m_field.lineEdit().setCursorPosition(0);
 }
 
 SideOrder SnapshotSide::orderForCompare() const
@@ -108,15 +92,9 @@ void SnapshotSide::takeCompared(const SideResult &result)
     Q_EMIT edited();
 }
 
-bool SnapshotSide::isAt(QPoint point) const
-{
-    const int top = m_field->mapTo(m_session, QPoint()).y();
-    return point.y() >= top && point.y() < top + m_field->height();
-}
-
 void SnapshotSide::setBusy(bool busy)
 {
-    m_field->setReadOnly(busy);
+    m_field.lineEdit().setReadOnly(busy);
 }
 
 } // namespace velmora

@@ -8,10 +8,10 @@
 
 #include <optional>
 
-class QGridLayout;
-class QLineEdit;
-
 namespace velmora {
+
+class PathEdit;
+class PathsBar;
 
 /// One side of a snapshot session: the row of its label, field and buttons, and the snapshot that it holds.
 ///
@@ -20,9 +20,9 @@ namespace velmora {
 class SnapshotSide final : public QObject {
     Q_OBJECT
 public:
-    /// Adds its widgets, which belong to `session`, to a row of `grid`.
-    SnapshotSide(const SnapshotKind &kind, bool left, const SnapshotBar::SideActions &actions, QGridLayout &grid,
-                 int row, QWidget *session);
+    /// Takes over a field of `bar` and puts its buttons there; `bar` outlives it.
+    SnapshotSide(const SnapshotKind &kind, Side side, const SnapshotBar::SideActions &actions, PathsBar &bar,
+                 QObject *parent);
 
     [[nodiscard]] QString place() const;
     void setPlace(const QString &place);
@@ -45,9 +45,7 @@ public:
     /// Takes over what a comparison got for this side, unless it was captured for this once.
     void takeCompared(const SideResult &result);
 
-    /// Whether a point of the session is in the row of this side.
-    [[nodiscard]] bool isAt(QPoint point) const;
-    [[nodiscard]] QLineEdit &field() { return *m_field; }
+    [[nodiscard]] PathEdit &field() { return m_field; }
     /// Lets the field be edited or not.
     void setBusy(bool busy);
     /// The place of a side that was captured.
@@ -63,8 +61,7 @@ private:
     QString m_live;
     QString m_shownLive; ///< what stands for it in the field
     bool m_emptyIsLive;
-    QWidget *m_session;
-    QLineEdit *m_field;
+    PathEdit &m_field;
     std::optional<Snapshot> m_snapshot;
     QString m_snapshotPlace;
     SnapshotStamp m_stamp;

@@ -1,5 +1,7 @@
 #include "system/snapshot_widget.h"
 
+#include "session/frame/path_edit.h"
+#include "session/frame/paths_bar.h"
 #include "session/frame/status_line.h"
 #include "session/list/list_pane.h"
 #include "session/session_host.h"
@@ -10,7 +12,6 @@
 
 #include <QGridLayout>
 #include <QLabel>
-#include <QLineEdit>
 
 namespace velmora {
 
@@ -42,13 +43,18 @@ SnapshotWidget::~SnapshotWidget() = default;
 
 // Layout --------------------------------------------------------------------------------------------------------------
 
-QWidget *SnapshotWidget::buildHead()
+PathsBar *SnapshotWidget::buildHead()
 {
-    auto *head = new QWidget(this);
-    auto *grid = new QGridLayout(head);
-    grid->setContentsMargins(10, 8, 10, 6);
-    grid->setHorizontalSpacing(6);
-    grid->setVerticalSpacing(6);
+    const auto field = [this](QString SessionPaths::*member, const char *label) {
+        return PathsBar::Field{member, Velmora::tr(label),
+                               m_kind.placeholder ? Velmora::tr(m_kind.placeholder) : QString()};
+    };
+    auto *head = new PathsBar(
+        {field(&SessionPaths::left, m_kind.leftLabel), field(&SessionPaths::right, m_kind.rightLabel)}, this);
+    QGridLayout &grid = head->grid();
+    grid.setContentsMargins(10, 8, 10, 6);
+    grid.setHorizontalSpacing(6);
+    grid.setVerticalSpacing(6);
     auto *heading = new QLabel(Velmora::tr(m_kind.heading), head);
     heading->setObjectName(QStringLiteral("snapshotHeading"));
     QFont font = heading->font();
@@ -59,12 +65,10 @@ QWidget *SnapshotWidget::buildHead()
     hint->setObjectName(QStringLiteral("chromeHint"));
     hint->setForegroundRole(QPalette::PlaceholderText);
     hint->setWordWrap(true);
-    constexpr int columns = 5;
-    grid->addWidget(heading, 0, 0, 1, columns);
-    m_left = new SnapshotSide(m_kind, true, m_bar->left, *grid, 1, this);
-    m_right = new SnapshotSide(m_kind, false, m_bar->right, *grid, 2, this);
-    grid->addWidget(hint, 3, 0, 1, columns);
-    grid->setColumnStretch(1, 1);
+    m_left = new SnapshotSide(m_kind, Side::Left, m_bar->left, *head, this);
+    m_right = new SnapshotSide(m_kind, Side::Right, m_bar->right, *head, this);
+    grid.addWidget(heading, 0, 0, 1, grid.columnCount());
+    grid.addWidget(hint, grid.rowCount(), 0, 1, grid.columnCount());
     return head;
 }
 
@@ -74,7 +78,8 @@ void SnapshotWidget::buildLayout()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(m_bar);
-    column->addWidget(buildHead());
+    m_inputs = buildHead();
+    column->addWidget(m_inputs);
     column->addWidget(m_list, 1);
     column->addWidget(m_status);
     setFocusProxy(&m_left->field());
@@ -145,10 +150,9 @@ void SnapshotWidget::dropPaths(const QStringList &paths, QPoint position)
         return;
     }
     const auto sideAt = [this, position]() -> SnapshotSide & {
-        for (SnapshotSide *side : {m_left, m_right}) {
-            if (side->isAt(position))
-                return *side;
-        }
+        const int field = m_inputs->fieldAt(m_inputs->mapFrom(this, position));
+        if (field >= 0)
+            return field == 0 ? *m_left : *m_right;
         return m_left->place().isEmpty() || !m_right->place().isEmpty() ? *m_left : *m_right;
     };
     fetch(sideAt(), paths.value(0));
@@ -157,6 +161,7 @@ void SnapshotWidget::dropPaths(const QStringList &paths, QPoint position)
 void SnapshotWidget::refreshTheme()
 {
     m_bar->refreshTheme();
+    m_inputs->refreshTheme();
     m_list->refreshTheme();
     m_status->refreshTheme();
 }

@@ -11,6 +11,7 @@ namespace velmora {
 
 class ListModel;
 class ListPane;
+class PathsBar;
 class SnapshotBar;
 class SnapshotSide;
 class StatusLine;
@@ -46,7 +47,7 @@ public Q_SLOTS:
 
 private:
     void buildLayout();
-    [[nodiscard]] QWidget *buildHead();
+    [[nodiscard]] PathsBar *buildHead();
     void connectBar();
     void connectSides();
 
@@ -73,6 +74,7 @@ private:
     ListPane *m_list;
     StatusLine *m_status;
     QLabel *m_counts;
+    PathsBar *m_inputs = nullptr;
     SnapshotSide *m_left = nullptr;
     SnapshotSide *m_right = nullptr;
     QString m_title; ///< of the tab, where a comparison has changed it

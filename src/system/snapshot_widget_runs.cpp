@@ -1,6 +1,7 @@
 #include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/fault_text.h"
+#include "session/frame/path_edit.h"
 #include "session/frame/status_line.h"
 #include "session/list/list_pane.h"
 #include "session/translate.h"
@@ -13,7 +14,8 @@
 
 namespace velmora {
 
-// Capturing, loading, saving ------------------------------------------------------------------------------------------
+// Capturing, loading, saving
+// ------------------------------------------------------------------------------------------
 
 void SnapshotWidget::run(SnapshotOrder order, std::function<void(SnapshotOutcome &&)> done)
 {
@@ -109,7 +111,8 @@ bool SnapshotWidget::tellFailure(const SideResult &result, const QString &place)
     return true;
 }
 
-// Comparing -----------------------------------------------------------------------------------------------------------
+// Comparing
+// -----------------------------------------------------------------------------------------------------------
 
 void SnapshotWidget::onCompare()
 {
@@ -129,7 +132,8 @@ void SnapshotWidget::takeComparison(SnapshotOutcome &&outcome)
     const qsizetype count = outcome.rows->size();
     m_list->setResult(std::make_unique<KeyedList>(Velmora::tr(m_kind.keyColumn), std::move(*outcome.rows)));
     m_status->showMessage(Velmora::tr(m_kind.finished).arg(count));
-    if (QWidget *focus = focusWidget(); !focus || focus == &m_left->field() || focus == &m_right->field())
+    const QWidget *focus = focusWidget();
+    if (!focus || focus == &m_left->field().lineEdit() || focus == &m_right->field().lineEdit())
         m_list->setFocus();
     showTitle();
     Q_EMIT comparisonFinished(compared.left, compared.right);

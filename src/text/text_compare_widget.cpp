@@ -66,7 +66,8 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
       m_blocks(m_foot->addFact(QStringLiteral("blocksLabel"))),
       m_place(m_foot->addFact(QStringLiteral("placeLabel"))),
       m_format(m_foot->addFact(QStringLiteral("formatLabel"))),
-      m_keeper(new RecoveryKeeper(window.recovery(), this))
+      m_keeper(new RecoveryKeeper(window.recovery(), this)),
+      m_reports(window, *this, Velmora::tr("Export diff report"))
 {
     m_blocks->setToolTip(
         Velmora::tr("A block is a run of rows that differ; the bar above counts and steps through blocks"));
@@ -95,16 +96,7 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
     connect(m_view, &DiffView::panesMoved, m_inputs,
             [this] { m_inputs->alignTo(m_view->pane(Side::Left), m_view->pane(Side::Right)); });
     connect(m_view, &DiffView::contextMenuWanted, this, &TextCompareWidget::showContextMenu);
-    connect(&m_reports, &ReportSaver::written, this, [this](const QString &path) {
-        constexpr int shownFor = 5000;
-        host().showStatus(Velmora::tr("Report written: %1").arg(QDir::toNativeSeparators(path)), shownFor);
-    });
-    connect(&m_reports, &ReportSaver::failed, this, [this](const QString &path, const QString &reason) {
-        const QString message = Velmora::tr("Cannot write file: %1").arg(visibleName(QDir::toNativeSeparators(path)));
-        showMessage(message);
-        Dialogs::instance().tell(this, Dialogs::Tone::Warning, Velmora::tr("Export diff report"),
-                                 reason.isEmpty() ? message : message + u'\n' + reason);
-    });
+    connect(&m_reports, &ReportSaver::failed, this, [this](const QString &message) { showMessage(message); });
     m_inputs->apply(m_options);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/path_edit.h"
+#include "session/frame/path_edit.h"
 #include "text/text_compare_job.h"
 
 #include <QWidget>

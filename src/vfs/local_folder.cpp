@@ -26,9 +26,16 @@ std::unique_ptr<FileOpener> LocalFolder::makeOpener() const
 
 bool LocalFolder::isSystemFile(const QString &path) const
 {
+    {
+        const std::lock_guard lock(m_mutex);
+        const auto known = m_systemFiles.constFind(path);
+        if (known != m_systemFiles.constEnd())
+            return *known;
+    }
+    const bool isSystem = velmora::isSystemFile(path); // a drive that sleeps must not hold up the other threads
     const std::lock_guard lock(m_mutex);
-    const auto known = m_systemFiles.constFind(path);
-    return known != m_systemFiles.constEnd() ? *known : *m_systemFiles.insert(path, velmora::isSystemFile(path));
+    m_systemFiles.insert(path, isSystem);
+    return isSystem;
 }
 
 LaidOutFile LocalFolder::layOut(const QString &path, const QString & /*folder*/, const CancelFlag & /*cancel*/) const

@@ -6,6 +6,7 @@
 
 #include <QClipboard>
 #include <QComboBox>
+#include <QCompleter>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
@@ -170,6 +171,17 @@ private Q_SLOTS:
     }
 
     /// With only a right path, another algorithm computes nothing until it is asked for; browsing computes at once.
+    void offersWhatIsOnTheDiskWhileAPathIsTyped()
+    {
+        ChecksumFixture f;
+        const QString file = f.file(word("firmware.bin"), {});
+        auto *line = f.session.findChild<QLineEdit *>();
+        line->setFocus();
+        QTest::keyClicks(line, QDir::toNativeSeparators(f.folder.filePath(word("firm"))));
+        QVERIFY(line->completer());
+        QTRY_COMPARE(line->completer()->currentCompletion(), QDir::toNativeSeparators(file));
+    }
+
     void waitsWithTheRightFileAloneAndComputesWhatIsBrowsed()
     {
         ChecksumFixture fixture;

@@ -4,7 +4,7 @@
 #include "folder/compare/time_shift_bar.h"
 #include "folder_session_fixture.h"
 #include "session/frame/notice_card.h"
-#include "session/path_edit.h"
+#include "session/frame/path_edit.h"
 #include "settings/dialogs/folder_session_settings_dialog.h"
 #include "support/test_main.h"
 

@@ -254,7 +254,7 @@ void FolderCompareWidget::onExportHtml()
     Dialogs::instance().saveFile(this, Velmora::tr("Export diff report"),
                                  besideFile(m_place.folders().left, QStringLiteral("folder_diff_report.html")),
                                  QStringLiteral("HTML (*.html)"), [this](const QString &path) {
-                                     m_reports->write(
+                                     m_reports.write(
                                          path, folderReportWriter(shownItems(m_comparison.tree()), m_place.folders()));
                                  });
 }

@@ -63,7 +63,7 @@ void FolderCompareWidget::rememberPaths()
     store.addRecentPath(m_place.folders().right);
     store.addRecentPath(m_place.folders().left);
     for (FolderCompareSidePane *side : {&m_view->leftSide(), &m_view->rightSide()})
-        side->setRecentPaths(store.recentPaths());
+        side->edit().setRecentPaths(store.recentPaths());
 }
 
 void FolderCompareWidget::onCancelCompare()
@@ -109,8 +109,8 @@ void FolderCompareWidget::onFolderCompareFinished(quint64 generation, const QLis
     showNotice();
     Q_EMIT comparisonFinished(m_place.folders().left, m_place.folders().right);
     if (!m_pendingReport.isEmpty())
-        m_reports->write(std::exchange(m_pendingReport, {}),
-                         folderReportWriter(shownItems(m_comparison.tree()), m_place.folders()));
+        m_reports.write(std::exchange(m_pendingReport, {}),
+                        folderReportWriter(shownItems(m_comparison.tree()), m_place.folders()));
 }
 
 // Levels --------------------------------------------------------------------------------------------------------------

@@ -87,7 +87,7 @@ void FolderCompareWidget::showRootsUnreadable(const Sides<FolderRead> &roots)
     for (const QString &line : lines)
         log(line);
     showMessage(lines.first());
-    m_view->notice().tell(lines.join(u'\n'), Velmora::tr("Try again"), [this] { onRefresh(); });
+    m_view->notice().tell({{}, lines.join(u'\n'), {{Velmora::tr("Try again"), [this] { onRefresh(); }}}});
 }
 
 void FolderCompareWidget::showNotice()
@@ -96,25 +96,27 @@ void FolderCompareWidget::showNotice()
     const SessionPaths folders = paths();
     const FolderTree &tree = m_comparison.tree();
     if (folders.left.isEmpty() || folders.right.isEmpty()) {
-        notice.tell(folders.left.isEmpty() && folders.right.isEmpty()
-                        ? Velmora::tr("Drop a folder on each side, or enter the two paths above.")
-                        : Velmora::tr("Drop a folder on the other side, or enter its path above."));
+        const bool none = folders.left.isEmpty() && folders.right.isEmpty();
+        notice.tell({{},
+                     none ? Velmora::tr("Drop a folder on each side, or enter the two paths above.")
+                          : Velmora::tr("Drop a folder on the other side, or enter its path above.")});
         return;
     }
     if (m_view->rows().rowCount() > 0 || m_comparison.stage() != FolderComparison::Stage::None || !m_hasResult) {
         notice.clear();
         return;
     }
+    const Notice::Button showAll{Velmora::tr("Show all entries"), [this] { onShowAll(); }};
     if (tree.isEmpty()) {
-        notice.tell(Velmora::tr("Both folders are empty."));
+        notice.tell({Velmora::tr("Both folders are empty."), {}});
     } else if (tree.counts().files() == 0 && tree.counts().folders == 0) {
-        notice.tell(Velmora::tr("Filters hide all %1 entries.").arg(QLocale().toString(tree.counts().hidden)),
-                    Velmora::tr("Session settings..."), [this] { onSessionSettings(0); });
+        notice.tell({Velmora::tr("Filters hide all %1 entries.").arg(QLocale().toString(tree.counts().hidden)),
+                     {},
+                     {{Velmora::tr("Session settings..."), [this] { onSessionSettings(0); }}}});
     } else if (m_view->rows().view() == RowsView::Differences) {
-        notice.tell(Velmora::tr("There are no differences."), Velmora::tr("Show all entries"), [this] { onShowAll(); });
+        notice.tell({Velmora::tr("There are no differences."), {}, {showAll}});
     } else {
-        notice.tell(Velmora::tr("No file is the same on both sides."), Velmora::tr("Show all entries"),
-                    [this] { onShowAll(); });
+        notice.tell({Velmora::tr("No file is the same on both sides."), {}, {showAll}});
     }
 }
 

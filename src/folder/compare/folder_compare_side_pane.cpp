@@ -1,12 +1,9 @@
 #include "folder/compare/folder_compare_side_pane.h"
 
-#include "session/path_edit.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
 #include <QBoxLayout>
-#include <QCompleter>
-#include <QDir>
 #include <QLabel>
 #include <QToolButton>
 
@@ -48,18 +45,6 @@ QString FolderCompareSidePane::path() const
 void FolderCompareSidePane::setPath(const QString &path)
 {
     m_edit->setPath(path);
-}
-
-void FolderCompareSidePane::setRecentPaths(const QStringList &paths)
-{
-    QStringList native;
-    for (const QString &path : paths)
-        native.append(QDir::toNativeSeparators(path));
-    auto *completer = new QCompleter(native, this);
-    completer->setCaseSensitivity(Qt::CaseInsensitive);
-    completer->setFilterMode(Qt::MatchContains);
-    delete m_edit->lineEdit().completer();
-    m_edit->lineEdit().setCompleter(completer);
 }
 
 QList<QWidget *> FolderCompareSidePane::focusParts() const

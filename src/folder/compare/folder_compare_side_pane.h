@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/side.h"
+#include "session/frame/path_edit.h"
 
 #include <QWidget>
 
@@ -8,8 +9,6 @@ class QLabel;
 class QToolButton;
 
 namespace velmora {
-
-class PathEdit;
 
 /// The head of one side of a folder comparison: its path, the button that asks for another, and the one that goes to
 /// the folder around.
@@ -21,9 +20,6 @@ public:
     [[nodiscard]] QString path() const;
     void setPath(const QString &path);
     [[nodiscard]] PathEdit &edit() { return *m_edit; }
-
-    /// Offers these paths while one is typed.
-    void setRecentPaths(const QStringList &paths);
 
     /// What takes the keyboard, from left to right.
     [[nodiscard]] QList<QWidget *> focusParts() const;

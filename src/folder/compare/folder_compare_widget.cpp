@@ -15,7 +15,6 @@
 #include "session/fault_text.h"
 #include "session/frame/report_saver.h"
 #include "session/frame/status_line.h"
-#include "session/path_edit.h"
 #include "session/translate.h"
 #include "settings/options/folder_presets.h"
 #include "settings/options/folder_settings_store.h"
@@ -53,7 +52,7 @@ FolderCompareWidget::FolderCompareWidget(SessionHost &window, QWidget *parent)
       m_counts(m_status->addFact(QStringLiteral("countsLabel"))),
       m_readUnread(new QToolButton),
       m_splitter(new QSplitter(Qt::Vertical, this)),
-      m_reports(new ReportSaver(this)),
+      m_reports(window, *this, Velmora::tr("Export")),
       m_fileCommands(new FileCommands(*m_bar, *m_view, m_comparison, *this)),
       m_contents(new ContentsRun(m_comparison, *this)),
       m_opener(new EntryOpener(window, this))
@@ -278,16 +277,7 @@ void FolderCompareWidget::connectCommands()
             host().openSession(host().kindFor(wanted), {left, right, {}});
         });
     }
-    connect(m_reports, &ReportSaver::written, this, [this](const QString &path) {
-        constexpr int shownFor = 5000;
-        host().showStatus(Velmora::tr("Report written: %1").arg(QDir::toNativeSeparators(path)), shownFor);
-    });
-    connect(m_reports, &ReportSaver::failed, this, [this](const QString &path, const QString &reason) {
-        const QString message = Velmora::tr("Cannot write file: %1").arg(QDir::toNativeSeparators(path));
-        showMessage(message);
-        Dialogs::instance().tell(this, Dialogs::Tone::Warning, Velmora::tr("Export"),
-                                 reason.isEmpty() ? message : message + u'\n' + reason);
-    });
+    connect(&m_reports, &ReportSaver::failed, this, [this](const QString &message) { showMessage(message); });
     fillActionsMenu();
 }
 

@@ -2,6 +2,7 @@
 
 #include "folder/compare/folder_comparison.h"
 #include "folder/compare/folder_place.h"
+#include "session/frame/report_saver.h"
 #include "session/session_host.h"
 #include "session/session_widget.h"
 #include "settings/options/folder_session_options.h"
@@ -24,7 +25,6 @@ class FolderCompareBar;
 class FolderFilterBar;
 class FolderLogPanel;
 class FolderView;
-class ReportSaver;
 class StatusLine;
 class TimeShiftBar;
 enum class RowsView;
@@ -185,7 +185,7 @@ private:
     QLabel *m_counts;
     QToolButton *m_readUnread;
     QSplitter *m_splitter;
-    ReportSaver *m_reports;
+    ReportSaver m_reports;
     FileCommands *m_fileCommands;
     ContentsRun *m_contents;
     EntryOpener *m_opener;

@@ -1,5 +1,7 @@
 #include "session/frame/files_session.h"
 
+#include "session/difference_keys.h"
+
 #include <QBoxLayout>
 #include <QDir>
 #include <QPushButton>
@@ -15,7 +17,8 @@ FilesSession::FilesSession(SessionHost &host, const QList<PathsBar::Field> &fiel
       m_status(new StatusLine)
 {
     m_cancel->setObjectName(QStringLiteral("cancelButton"));
-    m_cancel->setShortcut(Qt::Key_Escape);
+    m_cancel->setShortcut(differenceKeys(QLatin1String("cancelAction")).constFirst());
+    m_cancel->setEnabled(false);
     m_commands->addWidget(m_cancel);
     m_commands->addStretch();
     m_content->setSpacing(8);
@@ -33,7 +36,6 @@ FilesSession::FilesSession(SessionHost &host, const QList<PathsBar::Field> &fiel
     connect(m_inputs, &PathsBar::submitted, this, [this] { start(); });
     connect(m_cancel, &QPushButton::clicked, this, &FilesSession::onCancel);
     connect(&m_runner, &Runner::runningChanged, this, &FilesSession::showRunning);
-    showRunning();
 }
 
 QPushButton *FilesSession::addCommand(const QString &text, const QString &objectName)
@@ -63,13 +65,14 @@ void FilesSession::onCancel()
 
 void FilesSession::showRunning()
 {
-    m_cancel->setEnabled(m_runner.isRunning());
-    if (m_runner.isRunning())
+    const bool runs = m_runner.isRunning();
+    m_cancel->setEnabled(runs);
+    if (runs) {
         m_status->showProgress({});
-    else
+    } else {
         m_status->clearProgress();
-    if (!m_runner.isRunning())
         Q_EMIT readingEnded();
+    }
 }
 
 void FilesSession::showProgress(const ProgressState &state)

@@ -14,7 +14,6 @@ namespace {
 
 constexpr int margin = 24;
 constexpr int textWidth = 280; // fits into half of a small window
-constexpr int shortText = 60;  // characters that read well in large letters
 constexpr qreal corner = 6;
 
 QLabel *makeLabel(QWidget *parent)
@@ -46,43 +45,17 @@ NoticeCard::NoticeCard(QWidget *parent) : QWidget(parent), m_title(makeLabel(thi
     refresh();
 }
 
-void NoticeCard::setTexts(const QString &title, const QString &text)
+void NoticeCard::tell(const Notice &notice)
 {
-    m_told.clear();
-    m_title->setText(title);
-    m_title->setVisible(!title.isEmpty());
-    m_text->setText(text);
-    m_text->setVisible(!text.isEmpty());
-    setAccessibleName(title.isEmpty() || text.isEmpty() ? title + text : title + QStringLiteral(". ") + text);
-    while (QLayoutItem *item = m_buttons->takeAt(0)) {
-        if (QWidget *button = item->widget()) {
-            button->hide();
-            button->deleteLater();
-        }
-        delete item;
-    }
-    m_buttons->setContentsMargins(0, 0, 0, 0);
-}
-
-void NoticeCard::addButton(const QString &text, std::function<void()> pressed)
-{
-    auto *button = new QPushButton(text, this);
-    connect(button, &QPushButton::clicked, this, [pressed = std::move(pressed)] { pressed(); });
-    m_buttons->setContentsMargins(0, 8, 0, 0);
-    m_buttons->addWidget(button, 0, Qt::AlignCenter);
-}
-
-void NoticeCard::tell(const QString &text, const QString &button, std::function<void()> pressed)
-{
+    QStringList words{notice.title, notice.text};
+    for (const Notice::Button &button : notice.buttons)
+        words.append(button.text);
     // Told anew after each refresh, it must not take the focus from the button that a person is at.
-    const QString told = text + u'\0' + button;
-    if (told == m_told)
-        return;
-    const bool isTitle = text.size() <= shortText && !text.contains(u'\n');
-    setTexts(isTitle ? text : QString(), isTitle ? QString() : text);
-    if (!button.isEmpty())
-        addButton(button, std::move(pressed));
-    m_told = told;
+    if (words != m_told) {
+        setTexts(notice.title, notice.text);
+        setButtons(notice.buttons);
+        m_told = words;
+    }
     place();
     show();
     raise();
@@ -90,8 +63,36 @@ void NoticeCard::tell(const QString &text, const QString &button, std::function<
 
 void NoticeCard::clear()
 {
-    setTexts({}, {});
     hide();
+    setTexts({}, {});
+    setButtons({});
+    m_told.clear();
+}
+
+void NoticeCard::setTexts(const QString &title, const QString &text)
+{
+    m_title->setText(title);
+    m_title->setVisible(!title.isEmpty());
+    m_text->setText(text);
+    m_text->setVisible(!text.isEmpty());
+    setAccessibleName(title.isEmpty() || text.isEmpty() ? title + text : title + QStringLiteral(". ") + text);
+}
+
+void NoticeCard::setButtons(const std::vector<Notice::Button> &buttons)
+{
+    while (QLayoutItem *item = m_buttons->takeAt(0)) {
+        if (QWidget *button = item->widget()) {
+            button->hide();
+            button->deleteLater(); // it may be what was pressed
+        }
+        delete item;
+    }
+    m_buttons->setContentsMargins(0, buttons.empty() ? 0 : 8, 0, 0);
+    for (const Notice::Button &wanted : buttons) {
+        auto *button = new QPushButton(wanted.text, this);
+        connect(button, &QPushButton::clicked, this, [pressed = wanted.pressed] { pressed(); });
+        m_buttons->addWidget(button, 0, Qt::AlignCenter);
+    }
 }
 
 QString NoticeCard::title() const

@@ -3,11 +3,24 @@
 #include <QWidget>
 
 #include <functional>
+#include <vector>
 
 class QHBoxLayout;
 class QLabel;
 
 namespace velmora {
+
+/// What a card says, and its buttons. An empty text takes no room.
+struct Notice {
+    struct Button {
+        QString text;
+        std::function<void()> pressed; ///< called for as long as the card says the same
+    };
+
+    QString title; ///< in large letters
+    QString text;
+    std::vector<Button> buttons = {};
+};
 
 /// A card in the middle of a view that has nothing to show: why, and what can be done about it.
 class NoticeCard final : public QWidget {
@@ -15,14 +28,9 @@ class NoticeCard final : public QWidget {
 public:
     explicit NoticeCard(QWidget *parent);
 
-    /// Replaces what the card says and removes its buttons. An empty part takes no room.
-    void setTexts(const QString &title, const QString &text);
-    /// Adds a button; `pressed` is called for as long as the card says the same.
-    void addButton(const QString &text, std::function<void()> pressed);
-
-    /// Shows the card with `text` in plain letters, or as a title when it is short, and a button where there is
-    /// something to do. What is told again in the same words stays as it is, its button too.
-    void tell(const QString &text, const QString &button = {}, std::function<void()> pressed = {});
+    /// Shows the card with this notice. What is told again in the same words stays as it is, its buttons too.
+    void tell(const Notice &notice);
+    /// Hides the card, which says nothing any more.
     void clear();
 
     [[nodiscard]] QString title() const;
@@ -43,12 +51,14 @@ protected:
 
 private:
     [[nodiscard]] QRect room() const;
+    void setTexts(const QString &title, const QString &text);
+    void setButtons(const std::vector<Notice::Button> &buttons);
 
     QLabel *m_title;
     QLabel *m_text;
     QHBoxLayout *m_buttons;
     QRect m_room;
-    QString m_told; ///< with its button, by `tell`
+    QStringList m_told; ///< the words of the notice
 };
 
 } // namespace velmora

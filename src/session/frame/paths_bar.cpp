@@ -1,7 +1,7 @@
 #include "session/frame/paths_bar.h"
 
 #include "session/dialogs.h"
-#include "session/path_edit.h"
+#include "session/frame/path_edit.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -25,7 +25,7 @@ void PathsBar::addField(const Field &field)
     const int row = int(m_rows.size()) + 1;
     m_grid->addWidget(label, row, 0);
     m_grid->addWidget(edit, row, 1);
-    m_rows.append({field.member, edit});
+    m_rows.append({field.member, edit, 2});
     connect(edit, &PathEdit::submitted, this, &PathsBar::submitted);
     connect(edit, &PathEdit::browseRequested, this, [this, edit, title = field.browseTitle] {
         Dialogs::instance().openFile(this, title, edit->path(), {}, [this, edit](const QString &path) {
@@ -33,6 +33,19 @@ void PathsBar::addField(const Field &field)
             Q_EMIT submitted();
         });
     });
+}
+
+void PathsBar::addBehind(int field, QWidget *part)
+{
+    m_grid->addWidget(part, field + 1, m_rows[field].columns++);
+}
+
+int PathsBar::fieldAt(QPoint position) const
+{
+    const auto at = std::find_if(m_rows.cbegin(), m_rows.cend(), [&](const Row &row) {
+        return position.y() >= row.edit->y() && position.y() < row.edit->y() + row.edit->height();
+    });
+    return at == m_rows.cend() ? -1 : int(at - m_rows.cbegin());
 }
 
 SessionPaths PathsBar::paths() const
@@ -52,9 +65,7 @@ void PathsBar::setPaths(const SessionPaths &paths)
 void PathsBar::take(const QStringList &dropped, QPoint position)
 {
     if (dropped.size() == 1) {
-        const auto under = std::find_if(m_rows.cbegin(), m_rows.cend(),
-                                        [&](const Row &row) { return row.edit->geometry().contains(position); });
-        (under == m_rows.cend() ? m_rows.first() : *under).edit->setPath(dropped.first());
+        edit(std::max(0, fieldAt(position))).setPath(dropped.first());
         return;
     }
     for (qsizetype i = 0; i < std::min(dropped.size(), m_rows.size()); ++i)

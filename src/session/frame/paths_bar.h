@@ -11,7 +11,8 @@ namespace velmora {
 
 class PathEdit;
 
-/// The inputs of a session that are files: a labelled path with its browse button for each, one below the other.
+/// The inputs of a session: a labelled path with its browse button for each, one below the other, and what a session
+/// puts behind them.
 class PathsBar final : public QWidget {
     Q_OBJECT
 public:
@@ -20,7 +21,7 @@ public:
         QString SessionPaths::*member = nullptr; ///< what of the session's paths it holds
         QString label;
         QString placeholder;
-        QString browseTitle; ///< of the file dialog, and the button's tool tip
+        QString browseTitle = {}; ///< of the file dialog, and the button's tool tip; none without
     };
 
     explicit PathsBar(const QList<Field> &fields, QWidget *parent = nullptr);
@@ -28,6 +29,13 @@ public:
     [[nodiscard]] SessionPaths paths() const;
     /// Fills the fields; starts nothing.
     void setPaths(const SessionPaths &paths);
+
+    /// The field of that number, from 0 on.
+    [[nodiscard]] PathEdit &edit(int field) { return *m_rows.at(field).edit; }
+    /// Puts a button or the like at the end of a field's row.
+    void addBehind(int field, QWidget *part);
+    /// The field in whose row a point of the bar is, -1 for none.
+    [[nodiscard]] int fieldAt(QPoint position) const;
 
     /// Fills the fields with paths that were dropped: several from the first field on, a single one where `position`,
     /// in the bar's coordinates, is, or into the first field when that is none.
@@ -47,6 +55,7 @@ private:
     struct Row {
         QString SessionPaths::*member;
         PathEdit *edit;
+        int columns; ///< that are taken
     };
 
     void addField(const Field &field);

@@ -1,10 +1,20 @@
 #include "session/frame/report_saver.h"
 
 #include "core/safe_file.h"
+#include "core/visible_name.h"
+#include "session/dialogs.h"
 #include "session/fault_text.h"
+#include "session/session_host.h"
 #include "session/translate.h"
 
+#include <QDir>
+#include <QWidget>
+
 namespace velmora {
+
+ReportSaver::ReportSaver(SessionHost &host, QWidget &window, const QString &title)
+    : m_host(host), m_window(window), m_title(title)
+{}
 
 void ReportSaver::write(const QString &path, Writer writer)
 {
@@ -25,11 +35,25 @@ void ReportSaver::startNext()
             const QString path = m_orders.takeFirst().path;
             startNext();
             if (outcome.value && outcome.value->ok())
-                Q_EMIT written(path);
+                tellWritten(path);
             else
-                Q_EMIT failed(path, outcome.value ? outcome.value->error
-                                                  : faultText(outcome.fault, Velmora::tr("Not enough memory")));
+                tellFailure(path, outcome.value ? outcome.value->error
+                                                : faultText(outcome.fault, Velmora::tr("Not enough memory")));
         });
+}
+
+void ReportSaver::tellWritten(const QString &path)
+{
+    constexpr int shownFor = 5000;
+    m_host.showStatus(Velmora::tr("Report written: %1").arg(QDir::toNativeSeparators(path)), shownFor);
+}
+
+void ReportSaver::tellFailure(const QString &path, const QString &reason)
+{
+    const QString message = Velmora::tr("Cannot write file: %1").arg(visibleName(QDir::toNativeSeparators(path)));
+    Q_EMIT failed(message);
+    Dialogs::instance().tell(&m_window, Dialogs::Tone::Warning, m_title,
+                             reason.isEmpty() ? message : message + u'\n' + reason);
 }
 
 } // namespace velmora

@@ -102,37 +102,34 @@ QString ResultPresenter::indentedType() const
 void ResultPresenter::presentSide(Side side, bool hidesText)
 {
     NoticeCard &notice = m_view.notice(side);
-    bool says = true;
     if (!m_result.document) {
-        notice.setTexts(Velmora::tr("Drop a file here"), Velmora::tr("or choose one above, then press Compare (F5)"));
+        notice.tell({Velmora::tr("Drop a file here"), Velmora::tr("or choose one above, then press Compare (F5)")});
     } else if (hidesText && m_result.sides[side].text.binary) {
         offerBinary(side);
     } else if (hidesText) {
-        notice.setTexts(Velmora::tr("Not shown"), Velmora::tr("The other side is no text."));
+        notice.tell({Velmora::tr("Not shown"), Velmora::tr("The other side is no text.")});
     } else if (m_result.sides[side].missing) {
-        notice.setTexts(Velmora::tr("No file on this side"),
-                        Velmora::tr("The other side is compared with an empty text."));
+        notice.tell(
+            {Velmora::tr("No file on this side"), Velmora::tr("The other side is compared with an empty text.")});
     } else {
-        says = false;
+        notice.clear();
     }
-    m_view.showNotice(side, says);
 }
 
 void ResultPresenter::offerBinary(Side side)
 {
-    NoticeCard &notice = m_view.notice(side);
+    Notice notice{Velmora::tr("Binary content"), Velmora::tr("This file holds bytes that no text has.")};
     const QString hex = QStringLiteral("binary");
     if (m_host.isBuilt(hex)) {
-        notice.setTexts(Velmora::tr("Binary content"),
-                        Velmora::tr("This file holds bytes that no text has. Hex compare shows them one by one."));
-        notice.addButton(Velmora::tr("Open in Hex compare"), [this, hex] { m_host.openSession(hex, m_result.paths); });
-    } else {
-        notice.setTexts(Velmora::tr("Binary content"), Velmora::tr("This file holds bytes that no text has."));
+        notice.text = Velmora::tr("This file holds bytes that no text has. Hex compare shows them one by one.");
+        notice.buttons.push_back(
+            {Velmora::tr("Open in Hex compare"), [this, hex] { m_host.openSession(hex, m_result.paths); }});
     }
-    notice.addButton(Velmora::tr("Show as text"), [this] {
-        m_asText = m_result.paths;
-        present();
-    });
+    notice.buttons.push_back({Velmora::tr("Show as text"), [this] {
+                                  m_asText = m_result.paths;
+                                  present();
+                              }});
+    m_view.notice(side).tell(notice);
 }
 
 } // namespace velmora

@@ -3,18 +3,19 @@
 #include <QLineEdit>
 #include <QWidget>
 
+class QFileSystemModel;
 class QToolButton;
 
 namespace velmora {
 
 /// The line for the path of one input, with the button beside it that asks for a file or folder.
 ///
-/// Shows paths with the system's own separators and hands them out with "/". Drops land on the session behind it, not
-/// here.
+/// Shows paths with the system's own separators and hands them out with "/". Offers how a path that is typed may go on:
+/// from the paths that it was given, or else from what is on the disk. Drops land on the session behind it, not here.
 class PathEdit final : public QWidget {
     Q_OBJECT
 public:
-    /// `placeholder` stands in the empty line, `browseHint` names the button.
+    /// `placeholder` stands in the empty line, `browseHint` names the button; without it there is none.
     PathEdit(const QString &placeholder, const QString &browseHint, QWidget *parent = nullptr);
 
     /// The path without surrounding blanks or quotes, empty when there is none.
@@ -23,6 +24,9 @@ public:
     void setPath(const QString &path);
 
     void setReadOnly(bool readOnly);
+
+    /// Offers these paths while one is typed.
+    void setRecentPaths(const QStringList &paths);
 
     [[nodiscard]] QLineEdit &lineEdit() { return *m_line; }
 
@@ -37,8 +41,11 @@ Q_SIGNALS:
     void submitted();
 
 private:
+    void offerFromDisk();
+
     QLineEdit *m_line;
     QToolButton *m_browse;
+    QFileSystemModel *m_files = nullptr; ///< what a typed path is completed from; null before and with recent paths
 };
 
 } // namespace velmora

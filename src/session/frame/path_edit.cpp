@@ -1,11 +1,14 @@
-#include "session/path_edit.h"
+#include "session/frame/path_edit.h"
 
 #include "core/visible_name.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
 #include <QBoxLayout>
+#include <QCompleter>
 #include <QDir>
+#include <QFileInfo>
+#include <QFileSystemModel>
 #include <QToolButton>
 
 namespace velmora {
@@ -21,6 +24,7 @@ PathEdit::PathEdit(const QString &placeholder, const QString &browseHint, QWidge
     m_browse->setToolTip(browseHint);
     m_browse->setAccessibleName(browseHint);
     m_browse->setFocusPolicy(Qt::TabFocus);
+    m_browse->setVisible(!browseHint.isEmpty());
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -30,6 +34,7 @@ PathEdit::PathEdit(const QString &placeholder, const QString &browseHint, QWidge
     setFocusProxy(m_line);
 
     connect(m_browse, &QToolButton::clicked, this, &PathEdit::browseRequested);
+    connect(m_line, &QLineEdit::textEdited, this, &PathEdit::offerFromDisk);
     connect(m_line, &QLineEdit::textEdited, this, &PathEdit::pathEdited);
     connect(m_line, &QLineEdit::returnPressed, this, &PathEdit::submitted);
     refreshTheme();
@@ -54,6 +59,37 @@ void PathEdit::setReadOnly(bool readOnly)
 {
     m_line->setReadOnly(readOnly);
     m_line->setClearButtonEnabled(!readOnly);
+}
+
+void PathEdit::setRecentPaths(const QStringList &paths)
+{
+    QStringList native;
+    for (const QString &path : paths)
+        native.append(QDir::toNativeSeparators(path));
+    auto *completer = new QCompleter(native, this);
+    completer->setCaseSensitivity(Qt::CaseInsensitive);
+    completer->setFilterMode(Qt::MatchContains);
+    delete m_line->completer();
+    m_line->setCompleter(completer);
+}
+
+void PathEdit::offerFromDisk()
+{
+    const QString path = QDir::fromNativeSeparators(m_line->text());
+    // A host that does not answer would hold up the window.
+    if (!QDir::isAbsolutePath(path) || path.startsWith(QLatin1String("//")))
+        return;
+    if (!m_line->completer()) {
+        // Made with the first letter that is typed: the model has a thread of its own, and most paths are never typed.
+        m_files = new QFileSystemModel(this);
+        m_files->setFilter(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden);
+        m_files->setOption(QFileSystemModel::DontUseCustomDirectoryIcons);
+        auto *completer = new QCompleter(m_files, this);
+        m_line->setCompleter(completer);
+    }
+    if (m_files)
+        m_files->setRootPath(
+            QFileInfo(path).path()); // or nobody reads the folder: the completer only looks at what was read
 }
 
 void PathEdit::refreshTheme()
