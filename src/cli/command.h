@@ -44,6 +44,7 @@ void complain(const Streams &streams, const QString &message);
 [[nodiscard]] int fail(const Streams &streams, const QString &message);
 
 // The rows of the table, each beside what it runs.
+[[nodiscard]] Command binaryCommand();
 [[nodiscard]] Command folderCommand();
 [[nodiscard]] Command systemCommand();
 [[nodiscard]] Command textCommand();

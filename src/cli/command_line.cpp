@@ -104,7 +104,7 @@ int dispatch(const QStringList &arguments, const Streams &streams)
 
 std::span<const Command> commands()
 {
-    static const std::array all{textCommand(), folderCommand(), systemCommand()};
+    static const std::array all{textCommand(), folderCommand(), binaryCommand(), systemCommand()};
     return all;
 }
 

@@ -61,6 +61,13 @@ public:
     /// Reads from `offset` on until `length` bytes are there, the file ends or a byte cannot be read.
     [[nodiscard]] virtual FilePiece readAt(qint64 offset, char *buffer, qint64 length) = 0;
 
+    /// The length of the file now; nothing when that cannot be told.
+    [[nodiscard]] virtual std::optional<qint64> size() const = 0;
+
+    /// The first place from `offset` on that may hold anything but zeros: what lies before it takes no room on the
+    /// medium. The end of the file when there is none, and `offset` where the file system does not tell.
+    [[nodiscard]] virtual qint64 nextData(qint64 offset) const { return offset; }
+
     /// Tells the system that the range will be read soon. May do nothing.
     virtual void expect(qint64 offset, qint64 length) = 0;
 

@@ -1,6 +1,8 @@
 #include "platform/descriptor_unix.h"
 #include "platform/file_access.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <cstring>
 
 #include <dirent.h>
@@ -51,6 +53,24 @@ public:
 #ifdef POSIX_FADV_WILLNEED
         (void)::posix_fadvise(m_descriptor.get(), offset, length, POSIX_FADV_WILLNEED);
 #endif
+    }
+
+    std::optional<qint64> size() const override
+    {
+        struct stat status {};
+        return ::fstat(m_descriptor.get(), &status) == 0 ? std::optional(qint64(status.st_size)) : std::nullopt;
+    }
+
+    qint64 nextData(qint64 offset) const override
+    {
+#ifdef SEEK_DATA
+        const off_t found = ::lseek(m_descriptor.get(), offset, SEEK_DATA);
+        if (found >= 0)
+            return found;
+        if (errno == ENXIO)
+            return std::max(offset, size().value_or(offset));
+#endif
+        return offset;
     }
 
     std::optional<FileIdentity> identity() const override

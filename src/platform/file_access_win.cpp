@@ -62,6 +62,12 @@ public:
         return {total, false};
     }
 
+    std::optional<qint64> size() const override
+    {
+        LARGE_INTEGER size{};
+        return ::GetFileSizeEx(m_handle.get(), &size) ? std::optional(qint64(size.QuadPart)) : std::nullopt;
+    }
+
     void expect(qint64, qint64) override {} // the sequential flag of the handle says it already
 
     std::optional<FileIdentity> identity() const override { return m_identity; }

@@ -32,6 +32,7 @@ public:
         return {count, fails};
     }
 
+    std::optional<qint64> size() const override { return m_file->length(); }
     void expect(qint64, qint64) override {}
     std::optional<FileIdentity> identity() const override { return std::nullopt; }
 

@@ -1,0 +1,228 @@
+#include "core/sides.h"
+#include "filetypes/binary/engine/aligned_range.h"
+#include "filetypes/binary/engine/binary_compare.h"
+#include "support/files.h"
+#include "support/test_main.h"
+
+#include <QElapsedTimer>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+constexpr qint64 mib = 1024 * 1024;
+
+/// A file in memory whose medium can fail, and which can be shortened after it was opened.
+struct FaultyFile {
+    QByteArray bytes;
+    qint64 failsFrom = -1; ///< bytes that cannot be read, to `failsTo`
+    qint64 failsTo = -1;
+    qint64 shortenedTo = -1;
+};
+
+class FaultyOpenFile final : public OpenFile {
+public:
+    explicit FaultyOpenFile(const FaultyFile &file) : m_file(file) {}
+    FilePiece readAt(qint64 offset, char *buffer, qint64 length) override
+    {
+        qint64 end = m_file.shortenedTo < 0 ? m_file.bytes.size() : m_file.shortenedTo;
+        const bool meetsFault = m_file.failsFrom >= 0 && offset < m_file.failsTo;
+        if (meetsFault)
+            end = std::min(end, m_file.failsFrom);
+        const qint64 count = std::clamp<qint64>(end - offset, 0, length);
+        std::copy_n(m_file.bytes.constData() + (count == 0 ? 0 : offset), count, buffer);
+        return {count, meetsFault && offset + count == m_file.failsFrom && count < length};
+    }
+    std::optional<qint64> size() const override { return m_file.bytes.size(); }
+    void expect(qint64, qint64) override {}
+    std::optional<FileIdentity> identity() const override { return std::nullopt; }
+
+private:
+    FaultyFile m_file;
+};
+
+class FaultyAccess final : public FileAccess, public FileOpener {
+public:
+    explicit FaultyAccess(FaultyFile file) : m_file(std::move(file)) {}
+    FolderRead readFolder(const QString &, const Sink &) const override { return FolderRead::Missing; }
+    std::optional<FolderEntry> describe(const QString &) const override { return std::nullopt; }
+    std::unique_ptr<FileOpener> makeOpener() const override { return std::make_unique<FaultyAccess>(m_file); }
+    std::unique_ptr<OpenFile> open(const QString &, OpenHint) override
+    {
+        return std::make_unique<FaultyOpenFile>(m_file);
+    }
+
+private:
+    FaultyFile m_file;
+};
+
+std::shared_ptr<const BinarySource> sourceOf(FaultyFile file)
+{
+    return BinarySource::open(word("file"), FaultyAccess(std::move(file)));
+}
+
+RowComparison compared(const BinarySource &left, const BinarySource &right, Sides<qint64> starts = {})
+{
+    Progress progress;
+    return compareRows({{left, starts.left}, {right, starts.right}}, {}, progress);
+}
+
+RowComparison compared(const QByteArray &left, const QByteArray &right)
+{
+    return compared(*sourceOf({left}), *sourceOf({right}));
+}
+
+using Rows = std::vector<qint64>;
+
+QByteArray randomBytes(qint64 size, quint32 seed)
+{
+    QRandomGenerator random(seed);
+    QByteArray bytes(size, Qt::Uninitialized);
+    std::generate(bytes.begin(), bytes.end(), [&] { return char(random.generate()); });
+    return bytes;
+}
+
+/// What makes rows differ, said as plainly as can be.
+Rows plainRows(const QByteArray &left, const QByteArray &right)
+{
+    Rows rows;
+    for (qsizetype at = 0; at < std::max(left.size(), right.size()); at += rowSize) {
+        if (left.mid(at, rowSize) != right.mid(at, rowSize))
+            rows.push_back(at / rowSize);
+    }
+    return rows;
+}
+
+} // namespace
+
+class BinaryEngineTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void findsRowsThatDiffer()
+    {
+        QCOMPARE(compared("", "").rowCount, 0);
+        QCOMPARE(compared("", "").rate(), 0);
+        const RowComparison oneSided = compared("", QByteArray(17, 'x'));
+        QCOMPARE(oneSided.diffRows, (Rows{0, 1}));
+        QCOMPARE(oneSided.rate(), 100);
+        const QByteArray bytes = randomBytes(3 * mib, 1);
+        QCOMPARE(compared(bytes, bytes).differing, 0);
+        QCOMPARE(compared(bytes, bytes + 'x').diffRows, Rows{3 * mib / 16});
+        QByteArray other = bytes;
+        other[mib - 1] = char(~other[mib - 1]);
+        QCOMPARE(compared(bytes, other).diffRows, Rows{65'535});
+    }
+
+    void agreesWithThePlainForm()
+    {
+        QRandomGenerator random(7);
+        for (int round = 0; round < 60; ++round) {
+            const QByteArray left = randomBytes(random.bounded(round % 3 == 0 ? 9 * mib : 5'000), random.generate());
+            QByteArray right = left.left(left.size() - (round % 2 == 0 ? 0 : random.bounded(40)));
+            for (int k = random.bounded(50); k > 0 && !right.isEmpty(); --k)
+                right[qsizetype(random.bounded(quint32(right.size())))] = 'x';
+            const RowComparison found = round % 4 == 0 ? compared(left, right) : compared(right, left);
+            QCOMPARE(found.diffRows, plainRows(left, right));
+            QCOMPARE(found.differing, qint64(found.diffRows.size()));
+        }
+    }
+
+    void listsNoMoreThanTheLimit()
+    {
+        const QByteArray zeros(40 * mib, '\0');
+        QByteArray other(40 * mib, 'x');
+        other.replace(0, 16, zeros.left(16));
+        for (const RowComparison &found : {compared(zeros, other), compared(zeros.left(16), other)}) {
+            QVERIFY(found.isCapped);
+            QCOMPARE(found.differing, 40 * mib / 16 - 1);
+            QCOMPARE(found.diffRows.size(), RowComparison::listLimit);
+            QVERIFY(std::is_sorted(found.diffRows.begin(), found.diffRows.end()));
+            QCOMPARE(found.diffRows.front(), 1);
+            QCOMPARE(found.diffRows.back(), qint64(RowComparison::listLimit));
+        }
+    }
+
+    void countsBytesThatCannotBeReadAsDifferent()
+    {
+        const QByteArray bytes(mib, '\0');
+        const auto whole = sourceOf({bytes});
+        const auto hurt = sourceOf({bytes, 40'000, 40'010});
+        const Rows lost = compared(*whole, *hurt).diffRows; // to the end of the page
+        QCOMPARE(lost.front(), 2'500);
+        QCOMPARE(lost.back(), 40'960 / 16 - 1);
+        QCOMPARE(compared(*hurt, *hurt).diffRows, lost);
+        const auto cut = sourceOf({bytes, -1, -1, 1'000});
+        QCOMPARE(compared(*cut, *whole).differing, mib / 16 - 62);
+        char byte = 0;
+        QVERIFY(cut->read(999, &byte, 1));
+        QVERIFY(!cut->read(1'000, &byte, 1));
+        QVERIFY(!whole->read(mib, &byte, 1));
+        QVERIFY(!whole->read(-1, &byte, 1));
+    }
+
+    void survivesAFileThatIsShortenedMeanwhile()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(word("shrinks"));
+        QVERIFY(makeFile(path, QByteArray(8 * mib, 'x')));
+        const auto source = BinarySource::open(path);
+        const auto whole = sourceOf({QByteArray(8 * mib, 'x')});
+        QVERIFY(QFile::resize(path, 3 * mib + 5));
+        const RowComparison found = compared(*source, *whole);
+        QCOMPARE(found.rowCount, 8 * mib / 16);
+        QCOMPARE(found.diffRows.front(), 3 * mib / 16);
+        QCOMPARE(found.differing, 5 * mib / 16);
+        QVERIFY(!BinarySource::open(folder.filePath(word("none"))));
+        QVERIFY(!BinarySource::open(folder.path()));
+    }
+
+    void startsWhereItIsTold()
+    {
+        const QByteArray bytes = randomBytes(100'000, 3);
+        const auto left = sourceOf({bytes});
+        const auto right = sourceOf({"abcde" + bytes});
+        QCOMPARE(compared(*left, *right, {0, 5}).differing, 0);
+        QVERIFY(compared(*left, *right).differing > 6'000);
+        QCOMPARE(compared(*left, *right, {200'000, 200'000}).rowCount, 0);
+    }
+
+    void tellsRangesOfBytes()
+    {
+        const auto left = sourceOf({QByteArray(100, 'a')});
+        const auto right = sourceOf({QByteArray(20, 'a') + 'b' + QByteArray(20, 'a')});
+        const SourcePair files{{*left}, {*right}};
+        Progress progress;
+        const std::vector<AlignedRange> expected{{RangeKind::Changed, 16, 84, 16, 25}};
+        QCOMPARE(rangesOfRows(compareRows(files, {}, progress), files), expected);
+    }
+
+    void passesOverHoles()
+    {
+#ifndef Q_OS_UNIX
+        QSKIP("files with holes are made the Unix way");
+#endif
+        const QTemporaryDir folder;
+        constexpr qint64 size = 100LL * 1024 * mib;
+        for (const char *name : {"left", "right"}) {
+            QFile file(folder.filePath(word(name)));
+            QVERIFY(file.open(QIODevice::ReadWrite) && file.resize(size) && file.seek(size / 2 + 5));
+            QCOMPARE(file.write(name, 1), 1);
+        }
+        QElapsedTimer timer;
+        timer.start();
+        const RowComparison found = compared(*BinarySource::open(folder.filePath(word("left"))),
+                                             *BinarySource::open(folder.filePath(word("right"))));
+        QCOMPARE(found.diffRows, Rows{size / 2 / 16});
+        QVERIFY2(timer.elapsed() < 20'000, "reading all of it takes longer");
+    }
+};
+
+VELMORA_TEST(BinaryEngineTest)
+#include "binary_engine_test.moc"
