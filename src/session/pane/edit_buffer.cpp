@@ -29,6 +29,19 @@ void append(std::vector<LineRun> &runs, const LineRun &run)
         runs.push_back(run);
 }
 
+std::vector<LineRun> joined(const std::vector<LineRun> &runs)
+{
+    std::vector<LineRun> result;
+    for (const LineRun &run : runs)
+        append(result, run);
+    return result;
+}
+
+std::vector<LineRun> allOf(const TextLines &text)
+{
+    return {{std::make_shared<const TextLines>(text), 0, text.count()}};
+}
+
 bool endsLine(LineEnd end)
 {
     return end == LineEnd::Lf || end == LineEnd::CrLf;
@@ -131,12 +144,11 @@ bool EditSnapshot::holdsSameAs(const TextLines &text) const
 
 // Editing -----------------------------------------------------------------------------------------------------------
 
-EditBuffer::EditBuffer(const TextLines &text)
-{
-    std::vector<LineRun> runs;
-    append(runs, {std::make_shared<const TextLines>(text), 0, text.count()});
-    m_snapshot = std::make_shared<const EditSnapshot>(std::move(runs));
-}
+EditBuffer::EditBuffer(const TextLines &text) : EditBuffer(allOf(text)) {}
+
+EditBuffer::EditBuffer(const std::vector<LineRun> &runs)
+    : m_snapshot(std::make_shared<const EditSnapshot>(joined(runs)))
+{}
 
 EditBuffer::Spot EditBuffer::spotAt(EditPosition position) const
 {
@@ -231,7 +243,8 @@ EditBuffer::Moved EditBuffer::move(EditPosition start, EditPosition end, EditPos
     const qsizetype insertedLines = removed + count() - before->count();
     m_steps.pop_back();
     m_steps.back() = {
-        first, before->runs(first, removed), m_snapshot->runs(first, insertedLines), end, inserted.caret, Merge::Never};
+        first,        before->runs(first, removed), m_snapshot->runs(first, insertedLines), end, inserted.caret,
+        Merge::Never, m_steps.back().number};
     --m_done;
     return {{first, removed, insertedLines, inserted.caret}, target};
 }
@@ -306,27 +319,34 @@ LineChange EditBuffer::change(qsizetype first, qsizetype removed, std::vector<Ne
         for (const NewLine &line : lines)
             builder.append({line.utf8.constData(), std::size_t(line.utf8.size())}, line.end);
     }
-    return put(first, removed, std::make_shared<const TextLines>(builder.take()), before, after, merge);
+    return put(first, removed, allOf(builder.take()), before, after, merge);
 }
 
 LineChange EditBuffer::replaceLines(qsizetype first, qsizetype removed, const TextLines &with, EditPosition caret)
 {
-    return put(first, removed, std::make_shared<const TextLines>(with), caret, caret, Merge::Never);
+    return put(first, removed, allOf(with), caret, caret, Merge::Never);
 }
 
-LineChange EditBuffer::put(qsizetype first, qsizetype removed, const std::shared_ptr<const TextLines> &text,
-                           EditPosition before, EditPosition after, Merge merge)
+LineChange EditBuffer::replaceLines(qsizetype first, qsizetype removed, const std::vector<LineRun> &with,
+                                    EditPosition caret)
+{
+    return put(first, removed, with, caret, caret, Merge::Never);
+}
+
+LineChange EditBuffer::put(qsizetype first, qsizetype removed, const std::vector<LineRun> &with, EditPosition before,
+                           EditPosition after, Merge merge)
 {
     Step step;
     step.first = first;
     step.removed = m_snapshot->runs(first, removed);
-    append(step.inserted, {text, 0, text->count()});
+    step.inserted = joined(with);
     step.before = before;
     step.after = after;
     step.merge = merge;
     splice(first, removed, step.inserted);
+    const LineChange change{first, removed, lineCount(step.inserted), after};
     remember(std::move(step));
-    return {first, removed, text->count(), after};
+    return change;
 }
 
 void EditBuffer::splice(qsizetype first, qsizetype removed, const std::vector<LineRun> &inserted)
@@ -354,6 +374,7 @@ void EditBuffer::remember(Step step)
         m_steps.back().after = step.after;
         return;
     }
+    step.number = ++m_lastNumber;
     m_steps.push_back(std::move(step));
     ++m_done;
 }

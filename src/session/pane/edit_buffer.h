@@ -75,6 +75,8 @@ public:
 
     EditBuffer() : EditBuffer(TextLines()) {}
     explicit EditBuffer(const TextLines &text);
+    /// A text put together from parts of others, which it shares. Only the very last line may have no end.
+    explicit EditBuffer(const std::vector<LineRun> &runs);
 
     [[nodiscard]] const std::shared_ptr<const EditSnapshot> &snapshot() const noexcept { return m_snapshot; }
     [[nodiscard]] qsizetype count() const { return m_snapshot->count(); }
@@ -102,6 +104,13 @@ public:
     /// Puts the lines of `with`, as they stand, in the place of [first, first + removed). The caret is at `caret`
     /// before and after that.
     LineChange replaceLines(qsizetype first, qsizetype removed, const TextLines &with, EditPosition caret);
+    /// The same with lines of any texts, which are shared.
+    LineChange replaceLines(qsizetype first, qsizetype removed, const std::vector<LineRun> &with, EditPosition caret);
+
+    /// A number for the latest step that is in effect, 0 for none. No two steps ever have the same, and a step keeps
+    /// its own while edits are merged with it and over undo and redo: so who keeps a history beside this one can
+    /// follow.
+    [[nodiscard]] quint64 latestStep() const noexcept { return m_done > 0 ? m_steps[m_done - 1].number : 0; }
 
     [[nodiscard]] bool canUndo() const noexcept { return m_done > 0; }
     [[nodiscard]] bool canRedo() const noexcept { return m_done < m_steps.size(); }
@@ -137,6 +146,7 @@ private:
         EditPosition before; ///< the caret's place
         EditPosition after;
         Merge merge = Merge::Never;
+        quint64 number = 0;
     };
 
     /// A place that exists, and the bytes before it in its line.
@@ -151,8 +161,8 @@ private:
     [[nodiscard]] LineEnd usualEnd(qsizetype line) const;
     LineChange change(qsizetype first, qsizetype removed, std::vector<NewLine> lines, EditPosition before,
                       EditPosition after, Merge merge);
-    LineChange put(qsizetype first, qsizetype removed, const std::shared_ptr<const TextLines> &text,
-                   EditPosition before, EditPosition after, Merge merge);
+    LineChange put(qsizetype first, qsizetype removed, const std::vector<LineRun> &with, EditPosition before,
+                   EditPosition after, Merge merge);
     void splice(qsizetype first, qsizetype removed, const std::vector<LineRun> &inserted);
     void remember(Step step);
 
@@ -163,6 +173,7 @@ private:
     std::vector<Step> m_steps;
     std::size_t m_done = 0; ///< steps that are in effect; the others can be redone
     std::size_t m_clean = 0;
+    quint64 m_lastNumber = 0;
     std::size_t m_saving = nowhere; ///< the steps in effect when the running save began
 };
 

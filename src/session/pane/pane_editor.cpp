@@ -40,6 +40,12 @@ void PaneEditor::restoreText(PaneIndex pane, const TextLines &text)
     Q_EMIT stateChanged();
 }
 
+void PaneEditor::setBuffer(PaneIndex pane, EditBuffer buffer)
+{
+    own(pane) = std::move(buffer);
+    Q_EMIT stateChanged();
+}
+
 void PaneEditor::swapTexts(PaneIndex one, PaneIndex other)
 {
     std::swap(own(one), own(other));
@@ -219,6 +225,11 @@ void PaneEditor::replaceLines(PaneIndex pane, qsizetype first, qsizetype removed
     }
     Q_EMIT edited(pane);
     Q_EMIT stateChanged();
+}
+
+void PaneEditor::replaceLines(PaneIndex pane, qsizetype first, qsizetype removed, const std::vector<LineRun> &with)
+{
+    apply(pane, own(pane).replaceLines(first, removed, with, {first, 0}));
 }
 
 void PaneEditor::undo(PaneIndex pane)

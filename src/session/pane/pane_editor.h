@@ -33,6 +33,8 @@ public:
     void endSave(PaneIndex pane, bool saved);
     /// Takes up a text that no file holds, before a comparison that shows it.
     void restoreText(PaneIndex pane, const TextLines &text);
+    /// Takes up a text that was put together from others, before `setTexts` says how rows follow its edits.
+    void setBuffer(PaneIndex pane, EditBuffer buffer);
     /// Exchanges two texts with their undo steps.
     void swapTexts(PaneIndex one, PaneIndex other);
 
@@ -61,6 +63,8 @@ public:
     /// Puts the lines of `with` in the place of the lines [first, first + removed) of `pane`; one step, which leaves
     /// the caret in its line. Whether the text may be changed is for the caller to know.
     void replaceLines(PaneIndex pane, qsizetype first, qsizetype removed, const TextLines &with);
+    /// The same with lines of any texts; the caret goes to the first of them.
+    void replaceLines(PaneIndex pane, qsizetype first, qsizetype removed, const std::vector<LineRun> &with);
     /// Whether `pane` may be edited now; says why not.
     [[nodiscard]] bool mayEdit(PaneIndex pane);
 
