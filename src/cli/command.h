@@ -24,6 +24,8 @@ struct Command {
     std::span<const OptionSpec> options; ///< its own; those of all commands come with every command
     std::span<const Example> examples;
     int (*run)(const Arguments &arguments, const Streams &streams);
+    const char *exitStatus = nullptr; ///< what its exit statuses mean, where they are not those of a comparison
+    int trouble = Trouble;            ///< the exit status of an error
 };
 
 /// All commands, in the order of the help.
@@ -46,6 +48,7 @@ void complain(const Streams &streams, const QString &message);
 // The rows of the table, each beside what it runs.
 [[nodiscard]] Command binaryCommand();
 [[nodiscard]] Command folderCommand();
+[[nodiscard]] Command mergeCommand();
 [[nodiscard]] Command systemCommand();
 [[nodiscard]] Command textCommand();
 

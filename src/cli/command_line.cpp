@@ -56,7 +56,8 @@ QByteArray programHelp()
 QByteArray commandHelp(const Command &command)
 {
     return QByteArray("Usage: ") + programName + " " + command.name + " " + command.synopsis + "\n" + command.details +
-           "\nOptions:\n" + describeOptions(allOptions(command)) + "\n" + exitStatusText();
+           "\nOptions:\n" + describeOptions(allOptions(command)) + "\n" +
+           (command.exitStatus ? QByteArray("Exit status: ") + command.exitStatus + ".\n" : exitStatusText());
 }
 
 QByteArray versionText()
@@ -64,17 +65,33 @@ QByteArray versionText()
     return QByteArray(programName) + " " + VELMORA_VERSION + "\n";
 }
 
+/// Runs `work` and tells of memory that it lacks, with the exit status `trouble`.
+template <typename Work>
+int guarded(const Streams &streams, int trouble, Work work)
+{
+    try {
+        return work();
+    } catch (const std::bad_alloc &) {
+        complain(streams, QStringLiteral("out of memory"));
+    } catch (const std::length_error &) {
+        complain(streams, QStringLiteral("text too large"));
+    }
+    return trouble;
+}
+
 int runCommand(const Command &command, const QStringList &rest, const Streams &streams)
 {
     const std::vector<OptionSpec> options = allOptions(command);
     const Arguments arguments = Arguments::parse(rest, options);
-    if (!arguments.error().isEmpty())
-        return fail(streams, arguments.error());
+    if (!arguments.error().isEmpty()) {
+        complain(streams, arguments.error());
+        return command.trouble;
+    }
     if (arguments.has("help"))
         return print(streams, commandHelp(command));
     if (arguments.has("version"))
         return print(streams, versionText());
-    return command.run(arguments, streams);
+    return guarded(streams, command.trouble, [&] { return command.run(arguments, streams); });
 }
 
 int dispatch(const QStringList &arguments, const Streams &streams)
@@ -104,7 +121,7 @@ int dispatch(const QStringList &arguments, const Streams &streams)
 
 std::span<const Command> commands()
 {
-    static const std::array all{textCommand(), folderCommand(), binaryCommand(), systemCommand()};
+    static const std::array all{textCommand(), folderCommand(), binaryCommand(), systemCommand(), mergeCommand()};
     return all;
 }
 
@@ -135,13 +152,7 @@ int fail(const Streams &streams, const QString &message)
 
 int run(const QStringList &arguments, const Streams &streams)
 {
-    try {
-        return dispatch(arguments, streams);
-    } catch (const std::bad_alloc &) {
-        return fail(streams, QStringLiteral("out of memory"));
-    } catch (const std::length_error &) {
-        return fail(streams, QStringLiteral("text too large"));
-    }
+    return guarded(streams, Trouble, [&] { return dispatch(arguments, streams); });
 }
 
 } // namespace velmora::cli

@@ -87,6 +87,10 @@ QByteArray manualPage()
         page.term(number, status);
         ++number[0];
     }
+    for (const Command &command : commands()) {
+        if (command.exitStatus)
+            page.term(QByteArray("of ") + command.name, command.exitStatus);
+    }
     page.section("EXAMPLES");
     for (const Command &command : commands()) {
         for (const Example &example : command.examples)

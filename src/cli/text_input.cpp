@@ -112,6 +112,11 @@ FileContents readGivenPath(const QString &path)
     return readFile(path);
 }
 
+FileContents readGivenPath(const QString &path, QIODevice &standardInput)
+{
+    return path == QLatin1String(standardInputName) ? readToEnd(standardInput) : readGivenPath(path);
+}
+
 void readTextInputs(TextInput &left, TextInput &right, QIODevice &standardInput)
 {
     readBoth(left, right, standardInput);

@@ -20,6 +20,8 @@ struct TextInput {
 
 /// Reads a file that the user names, a pipe too: the shell makes one for "<(command)".
 [[nodiscard]] FileContents readGivenPath(const QString &path);
+/// The same, or, for the path "-", all of standard input.
+[[nodiscard]] FileContents readGivenPath(const QString &path, QIODevice &standardInput);
 
 /// Reads and decodes both texts, large ones at the same time. Standard input is read once even when it is both of them.
 void readTextInputs(TextInput &left, TextInput &right, QIODevice &standardInput);

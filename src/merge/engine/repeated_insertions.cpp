@@ -1,7 +1,8 @@
 #include "merge/engine/repeated_insertions.h"
 
+#include "merge/engine/telling_lines.h"
+
 #include <algorithm>
-#include <string_view>
 
 namespace velmora {
 
@@ -18,14 +19,6 @@ struct Insertion {
 bool isBefore(const Insertion &one, const Insertion &other)
 {
     return std::ranges::lexicographical_compare(one.lines, other.lines);
-}
-
-/// Letters beyond ASCII count: their bytes are no signs of a programming language.
-bool isTelling(std::string_view bytes)
-{
-    return std::ranges::any_of(bytes, [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || (c & 0x80) != 0;
-    });
 }
 
 std::vector<Insertion> insertions(std::vector<MergeChunk> &chunks, ChunkKind kind, LineRange MergeChunk::*side,

@@ -1,0 +1,122 @@
+#include "cli/merge_input.h"
+
+#include "cli/text_input.h"
+#include "core/crew.h"
+#include "core/text_file.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <limits>
+
+namespace velmora::cli {
+
+namespace {
+
+/// Reading a shorter file takes less time than starting a thread for it.
+constexpr qint64 worthAThread = 256 * 1024;
+
+using Errors = std::array<QString, 3>;
+
+bool isTooLarge(const MergeInput &input)
+{
+    return input.raw.size() > TextLines::maximumSize || input.lines.count() >= std::numeric_limits<qint32>::max();
+}
+
+void readOne(MergeInput &input, QString &error, QIODevice &standardInput)
+{
+    FileContents contents = readGivenPath(input.path, standardInput);
+    error = contents.error;
+    if (!contents.ok())
+        return;
+    input.raw = std::move(contents.bytes);
+    if (input.raw.size() <= TextLines::maximumSize)
+        input.lines = TextLines::split(input.raw);
+    if (isTooLarge(input))
+        error = QStringLiteral("File too large");
+}
+
+void readAll(MergeInputs &inputs, QIODevice &standardInput)
+{
+    qint64 largest = 0;
+    for (const MergeInput &input : inputs.texts)
+        largest = std::max(largest, QFileInfo(input.path).size());
+    Errors errors;
+    // Each worker takes every so manieth text.
+    const int size = largest < worthAThread ? 1 : std::min(crewSize(), int(inputs.texts.size()));
+    runCrew(
+        size,
+        [&](int worker) {
+            for (auto text = size_t(worker); text < inputs.texts.size(); text += size_t(size))
+                readOne(inputs.texts[text], errors[text], standardInput);
+        },
+        [] {});
+    for (size_t text = 0; text < errors.size() && inputs.error.isEmpty(); ++text) {
+        if (!errors[text].isEmpty())
+            inputs.error = QStringLiteral("%1: %2").arg(inputs.texts[text].path, errors[text]);
+    }
+}
+
+/// Whether the bytes may be those of an encoding in which a line feed is more than one of them.
+bool maybeWide(const QByteArray &raw)
+{
+    return raw.startsWith("\xFF\xFE") || raw.startsWith("\xFE\xFF") || raw.contains('\0');
+}
+
+bool isWide(const TextEncoding &encoding)
+{
+    return encoding.charset().startsWith("UTF-16") || encoding.charset().startsWith("UTF-32");
+}
+
+/// The encoding that left or right has changed that of the base to; that of the left text when both have.
+const TextEncoding &mergedEncoding(const std::array<DecodedText, 3> &texts)
+{
+    const bool leftChanged = texts[1].encoding != texts[0].encoding;
+    return leftChanged ? texts[1].encoding : texts[2].encoding;
+}
+
+void decodeAll(MergeInputs &inputs)
+{
+    std::array<DecodedText, 3> decoded;
+    for (size_t text = 0; text < decoded.size(); ++text) {
+        MergeInput &input = inputs.texts[text];
+        decoded[text] = decodeText(input.raw, {});
+        const bool broken = decoded[text].tooLarge || decoded[text].undecodable > 0;
+        if (broken && inputs.error.isEmpty())
+            inputs.error = QStringLiteral("%1: no text that could be decoded as %2")
+                               .arg(input.path, decoded[text].encoding.name());
+        input.lines = decoded[text].lines;
+    }
+    inputs.encoding = mergedEncoding(decoded);
+}
+
+/// True when one of the texts has to be decoded to be cut into lines. Tells of what is no text at all.
+bool needsDecoding(MergeInputs &inputs)
+{
+    bool wide = false;
+    for (const MergeInput &input : inputs.texts) {
+        if (!maybeWide(input.raw))
+            continue;
+        const DecodedText text = decodeText(input.raw, {});
+        if (isWide(text.encoding))
+            wide = true;
+        else if (text.binary && inputs.error.isEmpty())
+            inputs.error = QStringLiteral("%1: no text but binary data; --text merges it all the same").arg(input.path);
+    }
+    return wide;
+}
+
+} // namespace
+
+MergeInputs readMergeInputs(const std::array<QString, 3> &paths, bool forceText, QIODevice &standardInput)
+{
+    MergeInputs inputs;
+    for (size_t text = 0; text < paths.size(); ++text)
+        inputs.texts[text].path = paths[text];
+    readAll(inputs, standardInput);
+    if (inputs.error.isEmpty() && !forceText && needsDecoding(inputs) && inputs.error.isEmpty())
+        decodeAll(inputs);
+    return inputs;
+}
+
+} // namespace velmora::cli
