@@ -24,6 +24,8 @@ public:
     void start() override {}
     [[nodiscard]] QJsonObject options() const override { return m_options; }
     void setOptions(const QJsonObject &options) override { m_options = options; }
+    /// What it stands in for might have had to be done.
+    [[nodiscard]] int waitStatus() const override { return 1; }
     void refreshTheme() override;
 
 private:

@@ -45,6 +45,13 @@ public:
     /// writes no report.
     virtual bool setPendingReport(const QString & /*path*/) { return false; }
 
+    /// Takes the path that the session's result is to be saved to. False when the kind makes no result.
+    virtual bool setOutput(const QString & /*path*/) { return false; }
+
+    /// The exit status of a process that has waited for this session, asked when its tab is closed for good. A kind
+    /// that makes a result answers 0 only when that has been saved and left nothing open.
+    [[nodiscard]] virtual int waitStatus() const { return 0; }
+
     [[nodiscard]] virtual bool canEdit(EditCommand /*command*/) const { return false; }
     virtual void edit(EditCommand /*command*/) {}
 
