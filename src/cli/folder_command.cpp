@@ -167,28 +167,6 @@ constexpr std::array formats{
     ChoiceOf<Writer>{{"html", "a report for reading"}, writeHtml},
 };
 
-/// Tells about what was not looked at. True when a part of the comparison is missing for it.
-bool complainAbout(const Streams &streams, const QList<FolderProblem> &problems)
-{
-    bool incomplete = false;
-    for (const FolderProblem &problem : problems) {
-        switch (problem.kind) {
-        case FolderProblem::Kind::UnreadableFolder:
-            complain(streams, QStringLiteral("%1: cannot read the folder").arg(visibleName(problem.path)));
-            break;
-        case FolderProblem::Kind::UnreadableFile:
-            complain(streams, QStringLiteral("%1: cannot read the file").arg(visibleName(problem.path)));
-            break;
-        case FolderProblem::Kind::LinkCycle:
-            complain(streams,
-                     QStringLiteral("warning: %1: links to a folder that it is in").arg(visibleName(problem.path)));
-            continue;
-        }
-        incomplete = true;
-    }
-    return incomplete;
-}
-
 int runFolder(const Arguments &arguments, const Streams &streams)
 {
     FolderRequest request;

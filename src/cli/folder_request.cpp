@@ -1,6 +1,8 @@
 #include "cli/folder_request.h"
 
 #include "cli/choices.h"
+#include "cli/command.h"
+#include "core/visible_name.h"
 #include "core/wildcard.h"
 #include "vfs/local_folder.h"
 
@@ -96,6 +98,27 @@ QString FolderRequest::take(const Arguments &arguments)
     if (const QString error = takeFolder(arguments.paths().at(0), folders.left); !error.isEmpty())
         return error;
     return takeFolder(arguments.paths().at(1), folders.right);
+}
+
+bool complainAbout(const Streams &streams, const QList<FolderProblem> &problems)
+{
+    bool incomplete = false;
+    for (const FolderProblem &problem : problems) {
+        switch (problem.kind) {
+        case FolderProblem::Kind::UnreadableFolder:
+            complain(streams, QStringLiteral("%1: cannot read the folder").arg(visibleName(problem.path)));
+            break;
+        case FolderProblem::Kind::UnreadableFile:
+            complain(streams, QStringLiteral("%1: cannot read the file").arg(visibleName(problem.path)));
+            break;
+        case FolderProblem::Kind::LinkCycle:
+            complain(streams,
+                     QStringLiteral("warning: %1: links to a folder that it is in").arg(visibleName(problem.path)));
+            continue;
+        }
+        incomplete = true;
+    }
+    return incomplete;
 }
 
 } // namespace velmora::cli

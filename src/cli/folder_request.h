@@ -1,6 +1,8 @@
 #pragma once
 
 #include "cli/arguments.h"
+#include "cli/command_line.h"
+#include "folder/engine/folder_diff_item.h"
 #include "settings/options/folder_session_options.h"
 #include "vfs/tree_source.h"
 
@@ -31,5 +33,8 @@ struct FolderRequest {
     /// Reads the arguments; returns what is wrong with them, empty when nothing is.
     [[nodiscard]] QString take(const Arguments &arguments);
 };
+
+/// Tells about what a comparison has not looked at. True when a part of it is missing for that.
+bool complainAbout(const Streams &streams, const QList<FolderProblem> &problems);
 
 } // namespace velmora::cli

@@ -14,7 +14,10 @@ public:
 /// settings: it colours one run and leaves the choice made in the options alone.
 class SessionSettings final : public QSettings {
 public:
-    SessionSettings() : QSettings(QStringLiteral("Ostrafen"), QStringLiteral("Ostrafen")) {}
+    SessionSettings() : QSettings(name(), name()) {}
+
+    /// The store's name, under which the system keeps all else that the programs store, too.
+    [[nodiscard]] static QString name() { return QStringLiteral("Ostrafen"); }
 };
 
 } // namespace velmora

@@ -100,7 +100,7 @@ QFont interfaceFont(const QString &locale, const QStringList &families)
 
 void dressApplication()
 {
-    QCoreApplication::setApplicationName(QStringLiteral("Ostrafen"));
+    QCoreApplication::setApplicationName(SessionSettings::name());
     QGuiApplication::setDesktopFileName(QStringLiteral("velmora"));
     loadLocale();
     installTranslator();

@@ -3,18 +3,9 @@
 #include "core/cancel_flag.h"
 #include "core/progress.h"
 #include "folder/actions/action_outcome.h"
-#include "folder/operations/operation_journal.h"
+#include "folder/operations/journal_place.h"
 
 namespace velmora {
-
-/// Where runs are written down, for workers.
-struct JournalPlace {
-    QString folder; ///< absolute
-    JournalLimits limits;
-};
-
-/// Where the program keeps its journal, with the limits that are set.
-[[nodiscard]] JournalPlace standardJournal();
 
 /// Carries out a plan and words what came of it. Waits while another session, or another program, writes to the
 /// journal. Synchronous, for a worker.

@@ -1,0 +1,258 @@
+#include "cli/choices.h"
+#include "cli/command.h"
+#include "cli/folder_request.h"
+#include "cli/json_writer.h"
+#include "cli/output_target.h"
+#include "cli/sync_run.h"
+#include "core/output_buffer.h"
+#include "core/visible_name.h"
+#include "folder/engine/folder_engine.h"
+#include "folder/engine/sync_planner.h"
+#include "folder/operations/sync_run.h"
+
+#include <QIODevice>
+
+#include <array>
+
+namespace velmora::cli {
+
+namespace {
+
+constexpr std::array modes{
+    ChoiceOf<SyncMode>{{"left-to-right", "make RIGHT like LEFT (the default)"}, SyncMode::LeftToRight},
+    ChoiceOf<SyncMode>{{"right-to-left", "make LEFT like RIGHT"}, SyncMode::RightToLeft},
+    ChoiceOf<SyncMode>{{"mirror", "copy both ways; of changed files the newer one wins, of equal times RIGHT's"},
+                       SyncMode::Mirror},
+    ChoiceOf<SyncMode>{{"update", "copy both ways; changed files of equal times are left alone"},
+                       SyncMode::UpdateNewer},
+};
+constexpr auto modeChoices = choicesOf(modes);
+
+const std::array syncOptions{
+    OptionSpec{"mode", "MODE", "which way the folders are made to agree", modeChoices},
+    OptionSpec{"method", "METHOD", "when two files are the same", methodChoices()},
+    OptionSpec{"tolerance", "SECONDS", "times so far apart are equal"},
+    OptionSpec{"hidden", nullptr, "look at hidden files and folders, too"},
+    OptionSpec{"run", nullptr, "carry the plan out; without this it is only told"},
+    OptionSpec{"max-delete", "COUNT",
+               "carry out no plan that deletes more entries than that. Without this, none\n"
+               "that deletes more than half of a side, or all because the other is empty"},
+    OptionSpec{"for-good", nullptr, "delete for good instead of to the recycle bin"},
+};
+
+constexpr const char *syncDetails =
+    "Tell what would make two folders agree, and do it when asked to.\n"
+    "Each file is written beside its place and then takes it in one step. What has changed since it was\n"
+    "compared is left alone and told. A run can be undone in the window, by the list of past operations.\n";
+
+constexpr std::array examples{
+    Example{"See what a backup lacks, then bring it up to date:",
+            "velmora-cli sync ~/work /media/backup/work\nvelmora-cli sync --run ~/work /media/backup/work"},
+};
+
+struct SyncRequest {
+    FolderRequest folders;
+    SyncMode mode = SyncMode::LeftToRight;
+    std::optional<qint64> mostDeletions;
+    DeleteManner manner = DeleteManner::ToRecycleBin;
+    bool runs = false;
+
+    [[nodiscard]] QString take(const Arguments &arguments)
+    {
+        if (const std::optional<QString> most = arguments.value("max-delete")) {
+            bool isNumber = false;
+            mostDeletions = most->toLongLong(&isNumber);
+            if (!isNumber || *mostDeletions < 0)
+                return QStringLiteral("\"%1\" is no number of entries").arg(*most);
+        }
+        mode = chosen(modes, arguments, "mode").value;
+        runs = arguments.has("run");
+        manner = arguments.has("for-good") ? DeleteManner::ForGood : DeleteManner::ToRecycleBin;
+        return folders.take(arguments);
+    }
+};
+
+/// What was found, what is to be done about it, and what came of that.
+struct Synchronisation {
+    PlanInput input;
+    QList<SyncPlanItem> plan;
+    OperationPlan steps;
+    std::optional<SyncOutcome> outcome;
+
+    /// Whether the folders do not agree after all this, as far as the mode wants them to. A folder that both sides have
+    /// is no step, whatever its action is.
+    [[nodiscard]] bool leavesSomething() const { return outcome ? outcome->failed > 0 : !steps.steps.isEmpty(); }
+};
+
+Synchronisation analysed(const SyncRequest &request)
+{
+    const FolderRequest &folders = request.folders;
+    Synchronisation sync;
+    sync.input.roots = folders.folders;
+    sync.input.toleranceSec = folders.options.timeToleranceSec;
+    sync.input.items =
+        compareFolderTree(FolderInput::of(folders.folders, folders.options), {}, {nullptr, &sync.input.problems});
+    sync.plan = planSync(sync.input.items, request.mode);
+    sync.steps = planSyncRun(sync.input, sync.plan, request.manner);
+    return sync;
+}
+
+/// Why the plan is not carried out without being asked for twice; empty when it is.
+QString objection(const SyncRequest &request, const Synchronisation &sync)
+{
+    const Sides<SyncLoss> losses = lossesOf(sync.input.items, sync.plan);
+    if (request.mostDeletions) {
+        const qint64 deleted = losses.left.deleted + losses.right.deleted;
+        return deleted <= *request.mostDeletions
+                   ? QString()
+                   : QStringLiteral("nothing was done: %1 entries would be deleted").arg(deleted);
+    }
+    for (const Side side : bothSides) {
+        const SyncLoss &loss = losses[side];
+        if (loss.isSuspicious()) {
+            return QStringLiteral("nothing was done: %1 of %2 entries of %3 would be deleted (see --max-delete)")
+                .arg(loss.deleted)
+                .arg(loss.present)
+                .arg(visibleName(sync.input.roots[side].path));
+        }
+    }
+    return {};
+}
+
+const char *signOf(SyncAction action)
+{
+    switch (action) {
+    case SyncAction::Skip:
+        break;
+    case SyncAction::CopyToRight:
+        return "->";
+    case SyncAction::CopyToLeft:
+        return "<-";
+    case SyncAction::DeleteRight:
+        return ">x";
+    case SyncAction::DeleteLeft:
+        return "x<";
+    }
+    return "--";
+}
+
+bool writeText(QIODevice &device, const SyncRequest &, const Synchronisation &sync)
+{
+    OutputBuffer output(device);
+    for (const SyncPlanItem &item : sync.plan) {
+        output << signOf(item.syncAction()) << ' ' << visibleName(item.name).toStdString()
+               << (item.isDir ? "/\n" : "\n");
+    }
+    const SyncCounts counts = countSync(sync.plan);
+    output << QStringLiteral("Copy right: %1 | Copy left: %2 | Delete: %3 | Skip: %4 | Total: %5\n")
+                  .arg(counts.copyToRight)
+                  .arg(counts.copyToLeft)
+                  .arg(counts.deletions)
+                  .arg(counts.skipped)
+                  .arg(counts.total)
+                  .toStdString();
+    if (sync.outcome) {
+        output << QStringLiteral("Sync complete. Success: %1, failed: %2\n")
+                      .arg(sync.outcome->succeeded)
+                      .arg(sync.outcome->failed)
+                      .toStdString();
+    }
+    return output.finish();
+}
+
+const char *nameOf(SyncAction action)
+{
+    switch (action) {
+    case SyncAction::Skip:
+        break;
+    case SyncAction::CopyToRight:
+        return "copyToRight";
+    case SyncAction::CopyToLeft:
+        return "copyToLeft";
+    case SyncAction::DeleteRight:
+        return "deleteRight";
+    case SyncAction::DeleteLeft:
+        return "deleteLeft";
+    }
+    return "skip";
+}
+
+void writeOutcome(JsonWriter &json, const SyncOutcome &outcome)
+{
+    json.key("run");
+    json.beginObject();
+    json.number("succeeded", outcome.succeeded);
+    json.number("failed", outcome.failed);
+    json.text("journal", outcome.journalId);
+    json.endObject();
+}
+
+bool writeJson(QIODevice &device, const SyncRequest &request, const Synchronisation &sync)
+{
+    OutputBuffer output(device);
+    JsonWriter json(output);
+    json.beginObject();
+    json.text("left", request.folders.folders.left.path);
+    json.text("right", request.folders.folders.right.path);
+    json.number("mode", qint64(request.mode));
+    json.key("items");
+    json.beginList();
+    for (const SyncPlanItem &item : sync.plan) {
+        json.beginObject();
+        json.text("name", item.name);
+        json.text("action", QLatin1String(nameOf(item.syncAction())));
+        json.number("status", item.status);
+        json.boolean("isDir", item.isDir);
+        json.number("leftSize", item.leftSize);
+        json.number("rightSize", item.rightSize);
+        json.endObject();
+    }
+    json.endList();
+    if (sync.outcome)
+        writeOutcome(json, *sync.outcome);
+    json.endObject();
+    return output.finish();
+}
+
+using Writer = bool (*)(QIODevice &device, const SyncRequest &request, const Synchronisation &sync);
+
+constexpr std::array formats{
+    ChoiceOf<Writer>{
+        {"text", "a line for each entry: -> and <- copied, >x and x< deleted, -- left alone (the default)"}, writeText},
+    ChoiceOf<Writer>{{"json", "every entry with its action, and how the run went"}, writeJson},
+};
+
+int runSyncCommand(const Arguments &arguments, const Streams &streams)
+{
+    SyncRequest request;
+    if (const QString error = request.take(arguments); !error.isEmpty())
+        return fail(streams, error);
+    Synchronisation sync = analysed(request);
+    const bool isIncomplete = complainAbout(streams, sync.input.problems);
+    if (request.runs && sync.leavesSomething()) {
+        if (const QString why = objection(request, sync); !why.isEmpty())
+            return fail(streams, why);
+        sync.outcome = runSync(sync.steps, streams);
+    }
+    const int status = writeTo(arguments.value("output"), streams, [&](QIODevice &device) {
+        return Written{chosen(formats, arguments, "format").value(device, request, sync), sync.leavesSomething()};
+    });
+    return isIncomplete ? Trouble : status;
+}
+
+} // namespace
+
+Command syncCommand()
+{
+    static constexpr auto formatChoices = choicesOf(formats);
+    return {"sync",
+            "[OPTION]... LEFT RIGHT",
+            "make two folders agree",
+            syncDetails,
+            formatChoices,
+            syncOptions,
+            examples,
+            runSyncCommand};
+}
+
+} // namespace velmora::cli

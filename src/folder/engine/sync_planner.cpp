@@ -1,0 +1,122 @@
+#include "folder/engine/sync_planner.h"
+
+#include <algorithm>
+
+namespace velmora {
+
+namespace {
+
+/// Which of two changed files wins where the newer one does.
+SyncAction actionByTime(const FolderDiffItem &item, SyncAction whenEqual)
+{
+    const qint64 left = item.leftTime.toMSecsSinceEpoch();
+    const qint64 right = item.rightTime.toMSecsSinceEpoch();
+    if (left == right)
+        return whenEqual;
+    return left > right ? SyncAction::CopyToRight : SyncAction::CopyToLeft;
+}
+
+/// What happens with entries of each status but `Same`, by mode.
+struct ModeRule {
+    SyncAction leftOnly;
+    SyncAction rightOnly;
+    SyncAction different; ///< whatever the times are, in the modes that do not ask
+};
+
+constexpr ModeRule ruleOf(SyncMode mode)
+{
+    switch (mode) {
+    case SyncMode::LeftToRight:
+        break;
+    case SyncMode::RightToLeft:
+        return {SyncAction::DeleteLeft, SyncAction::CopyToLeft, SyncAction::CopyToLeft};
+    case SyncMode::Mirror:
+        return {SyncAction::CopyToRight, SyncAction::CopyToLeft, SyncAction::CopyToLeft};
+    case SyncMode::UpdateNewer:
+        return {SyncAction::CopyToRight, SyncAction::CopyToLeft, SyncAction::Skip};
+    }
+    return {SyncAction::CopyToRight, SyncAction::DeleteRight, SyncAction::CopyToRight};
+}
+
+constexpr bool asksForTimes(SyncMode mode)
+{
+    return mode == SyncMode::Mirror || mode == SyncMode::UpdateNewer;
+}
+
+} // namespace
+
+SyncMode syncModeOf(qint32 number)
+{
+    return number >= qint32(SyncMode::LeftToRight) && number <= qint32(SyncMode::UpdateNewer) ? SyncMode(number)
+                                                                                              : SyncMode::LeftToRight;
+}
+
+SyncAction syncActionFor(const FolderDiffItem &item, SyncMode mode)
+{
+    const ModeRule rule = ruleOf(mode);
+    switch (item.diffStatus()) {
+    case FolderDiffStatus::LeftOnly:
+        return rule.leftOnly;
+    case FolderDiffStatus::RightOnly:
+        return rule.rightOnly;
+    case FolderDiffStatus::Different:
+        return asksForTimes(mode) ? actionByTime(item, rule.different) : rule.different;
+    case FolderDiffStatus::Same:
+        break;
+    }
+    return SyncAction::Skip;
+}
+
+QList<SyncPlanItem> planSync(const QList<FolderDiffItem> &items, SyncMode mode)
+{
+    QList<SyncPlanItem> plan;
+    for (const FolderDiffItem &item : items) {
+        if (item.diffStatus() != FolderDiffStatus::Same)
+            plan.append({item.name, item.leftPath, item.rightPath, qint32(syncActionFor(item, mode)), item.isDir,
+                         item.leftSize, item.rightSize, item.leftTime, item.rightTime, item.status});
+    }
+    return plan;
+}
+
+SyncCounts countSync(const QList<SyncPlanItem> &plan)
+{
+    SyncCounts counts;
+    counts.total = plan.size();
+    for (const SyncPlanItem &item : plan) {
+        switch (item.syncAction()) {
+        case SyncAction::Skip:
+            ++counts.skipped;
+            break;
+        case SyncAction::CopyToRight:
+            ++counts.copyToRight;
+            break;
+        case SyncAction::CopyToLeft:
+            ++counts.copyToLeft;
+            break;
+        case SyncAction::DeleteRight:
+        case SyncAction::DeleteLeft:
+            ++counts.deletions;
+            break;
+        }
+    }
+    return counts;
+}
+
+Sides<SyncLoss> lossesOf(const QList<FolderDiffItem> &items, const QList<SyncPlanItem> &plan)
+{
+    Sides<SyncLoss> losses;
+    for (const FolderDiffItem &item : items) {
+        for (const Side side : bothSides)
+            losses[side].present += pathOn(item, side).isEmpty() ? 0 : 1;
+    }
+    for (const SyncPlanItem &item : plan) {
+        // A folder that both sides have stays, whatever becomes of what is in it.
+        losses.left.deleted += item.syncAction() == SyncAction::DeleteLeft && item.rightPath.isEmpty() ? 1 : 0;
+        losses.right.deleted += item.syncAction() == SyncAction::DeleteRight && item.leftPath.isEmpty() ? 1 : 0;
+    }
+    losses.left.otherIsEmpty = losses.right.present == 0;
+    losses.right.otherIsEmpty = losses.left.present == 0;
+    return losses;
+}
+
+} // namespace velmora
