@@ -440,6 +440,102 @@
         <translation>选择文件</translation>
     </message>
     <message>
+        <source>Choose a list of checksums as the left file</source>
+        <translation>请选择一个校验和列表作为左侧文件</translation>
+    </message>
+    <message>
+        <source>Choose a folder as the left file</source>
+        <translation>请选择一个文件夹作为左侧文件</translation>
+    </message>
+    <message>
+        <source>Check list</source>
+        <translation>核对列表</translation>
+    </message>
+    <message>
+        <source>Write list...</source>
+        <translation>写入列表...</translation>
+    </message>
+    <message>
+        <source>Compare the files that a list of checksums names: the list is the left file; its files lie beside it, or in the folder that is given as the right one</source>
+        <translation>核对校验和列表所列的文件：列表为左侧文件；所列文件位于列表旁边，或位于右侧给出的文件夹中</translation>
+    </message>
+    <message>
+        <source>Write a list of the checksums of all files in the folder that is given as the left file</source>
+        <translation>为左侧给出的文件夹中的所有文件写入校验和列表</translation>
+    </message>
+    <message>
+        <source>This file is a list of checksums. Its files can be compared with it.</source>
+        <translation>此文件是校验和列表，可以用它核对所列的文件。</translation>
+    </message>
+    <message>
+        <source>This is a folder. A list of the checksums of all its files can be written.</source>
+        <translation>这是一个文件夹，可以为其中所有文件写入校验和列表。</translation>
+    </message>
+    <message>
+        <source>Larger than any list of checksums: %1</source>
+        <translation>文件过大，不是校验和列表：%1</translation>
+    </message>
+    <message>
+        <source>No checksums in: %1</source>
+        <translation>其中没有校验和：%1</translation>
+    </message>
+    <message>
+        <source>Not all files are what the list says.</source>
+        <translation>有文件与列表不符。</translation>
+    </message>
+    <message>
+        <source>All files are what the list says.</source>
+        <translation>所有文件均与列表相符。</translation>
+    </message>
+    <message>
+        <source>Lines that are no checksums: %1, the first is line %2</source>
+        <translation>不是校验和的行：%1，第一处在第 %2 行</translation>
+    </message>
+    <message>
+        <source>Write a list of checksums</source>
+        <translation>写入校验和列表</translation>
+    </message>
+    <message>
+        <source>Lists of checksums (%1)</source>
+        <translation>校验和列表 (%1)</translation>
+    </message>
+    <message>
+        <source>No list was written</source>
+        <translation>未写入列表</translation>
+    </message>
+    <message>
+        <source>Cannot read: %1</source>
+        <translation>无法读取：%1</translation>
+    </message>
+    <message>
+        <source>Differs</source>
+        <translation>不符</translation>
+    </message>
+    <message>
+        <source>Outside the folder</source>
+        <translation>超出文件夹</translation>
+    </message>
+    <message>
+        <source>Not listed</source>
+        <translation>未列出</translation>
+    </message>
+    <message>
+        <source>Listed</source>
+        <translation>列表中</translation>
+    </message>
+    <message>
+        <source>Found</source>
+        <translation>实际</translation>
+    </message>
+    <message>
+        <source>Unreadable</source>
+        <translation>无法读取</translation>
+    </message>
+    <message>
+        <source>All Files (*)</source>
+        <translation>所有文件 (*)</translation>
+    </message>
+    <message>
         <source>Cannot read to the end: %1</source>
         <translation>无法读到末尾：%1</translation>
     </message>

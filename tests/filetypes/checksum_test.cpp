@@ -1,4 +1,7 @@
+#include "core/message_digest.h"
+#include "core/sha_instructions.h"
 #include "filetypes/checksum/checksum_widget.h"
+#include "filetypes/checksum/engine/checksum_check.h"
 #include "platform/file_access.h"
 #include "support/recording_host.h"
 #include "support/scripted_dialogs.h"
@@ -7,15 +10,18 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QCompleter>
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
+#include <QTreeView>
 
 using namespace velmora;
 using namespace velmora::test;
@@ -193,6 +199,110 @@ private Q_SLOTS:
         QTest::mouseClick(fixture.session.findChildren<QToolButton *>(word("pathBrowseBtn")).first(), Qt::LeftButton);
         QTRY_COMPARE(fixture.text("matchLabel"), word("Checksums match"));
         QCOMPARE(fixture.dialogs.titles(), words({"Select file"}));
+    }
+
+    /// Whatever the pieces in which the bytes come, and with the processor's instructions as without.
+    void computesWhatTheToolKitDoes()
+    {
+        QRandomGenerator random(5);
+        QByteArray bytes(5000, Qt::Uninitialized);
+        random.generate(bytes.begin(), bytes.end());
+        constexpr std::array kinds{QCryptographicHash::Md5, QCryptographicHash::Sha1, QCryptographicHash::Sha256};
+        for (int length = 0; length < 400; ++length) {
+            const QByteArrayView view = QByteArrayView(bytes).sliced(length % 7, length);
+            for (std::size_t kind = 0; kind < kinds.size(); ++kind) {
+                MessageDigest digest{MessageDigest::Kind(kind)};
+                for (qsizetype at = 0; at < length;) {
+                    const qsizetype piece = std::min<qsizetype>(random.bounded(1, 150), length - at);
+                    digest.update(view.sliced(at, piece));
+                    at += piece;
+                }
+                QCOMPARE(digest.value(), QCryptographicHash::hash(view.toByteArray(), kinds[kind]));
+            }
+        }
+        if (!hasShaInstructions())
+            return;
+        const auto *blocks = reinterpret_cast<const unsigned char *>(bytes.constData());
+        Sha1State sha1[2] = {{1, 2, 3, 4, 5}, {1, 2, 3, 4, 5}};
+        Sha256State sha256[2] = {{1, 2, 3, 4, 5, 6, 7, 8}, {1, 2, 3, 4, 5, 6, 7, 8}};
+        sha1PlainRounds(sha1[0], blocks, 70);
+        sha1InstructionRounds(sha1[1], blocks, 70);
+        sha256PlainRounds(sha256[0], blocks, 70);
+        sha256InstructionRounds(sha256[1], blocks, 70);
+        QVERIFY(sha1[0] == sha1[1] && sha256[0] == sha256[1]);
+    }
+
+    void comparesWithAPastedChecksum()
+    {
+        ChecksumFixture fixture;
+        const QString one = fixture.file(word("one"), "123456789");
+        const QStringList pasted =
+            words({"cbf43926", "md5: 25f9e794323b453885f5181f1b624d0b",
+                   "25:F9:E7:94:32:3B:45:38:85:F5:18:1F:1B:62:4D:0B", "F7C3BC1D808E04732ADF679965CCC34CA7AE3441  one",
+                   "sha256:15e2b0d3c33891ebb0f1ef609ec419420c20e320ce94c65fbc8c3312448eb225  one"});
+        for (const QString &value : pasted) {
+            fixture.session.setPaths({one, value, {}});
+            fixture.session.start();
+            QTRY_COMPARE(fixture.text("matchLabel"), word("Checksums match"));
+            fixture.session.setPaths({one, QString(value).replace(u'9', u'8'), {}});
+            fixture.session.start();
+            QTRY_COMPARE(fixture.text("matchLabel"), word("Checksums differ"));
+        }
+        for (const char *none : {"", "cbf4392", "hello", "gbf43926"})
+            QVERIFY2(!expectedChecksum(word(none)), none);
+    }
+
+    /// What is written for a folder is found again, and every kind of trouble has its word.
+    void writesAndChecksLists()
+    {
+        ChecksumFixture fixture;
+        QVERIFY(QDir(fixture.folder.path()).mkdir(word("sub")));
+        for (const char *name : {"same", "changed", "gone", "sub/deep\\\nname"})
+            fixture.file(word(name), name);
+        fixture.session.setPaths({fixture.folder.path(), {}, {}});
+        const QString list = fixture.folder.filePath(word("sums.sha256"));
+        fixture.dialogs.answerPath(list);
+        fixture.click("writeListButton");
+        QTRY_VERIFY(QFile::exists(list));
+        QTRY_VERIFY(fixture.text("statusLabel").startsWith(word("Saved")));
+
+        fixture.file(word("changed"), "other");
+        fixture.file(word("added"), "");
+        QVERIFY(QFile::remove(fixture.folder.filePath(word("gone"))));
+        QFile file(list);
+        QVERIFY(file.open(QIODevice::Append));
+        file.write("MD5 (../up) = 25f9e794323b453885f5181f1b624d0b\nnonsense\n");
+        file.close();
+        fixture.session.setPaths({list, {}, {}});
+        fixture.session.start();
+        QTRY_VERIFY(fixture.session.findChild<QPushButton *>(word("checksumOfferAction"))->isVisible());
+        fixture.click("checksumOfferAction");
+        auto *rows = fixture.session.findChild<QTreeView *>();
+        QTRY_VERIFY(rows->isVisible());
+        QTRY_COMPARE(rows->model()->rowCount(), 4); // only what differs
+        QStringList seen;
+        for (int row = 0; row < 4; ++row)
+            seen.append(rows->model()->index(row, 0).data().toString() + u' ' +
+                        rows->model()->index(row, 1).data().toString());
+        QCOMPARE(seen, words({"Differs changed", "Missing gone", "Outside the folder ../up", "Not listed added"}));
+        QCOMPARE(fixture.text("checksumOfferText"), word("Not all files are what the list says."));
+    }
+
+    void readsEachFormOfList()
+    {
+        const QByteArray md5 = "25f9e794323b453885f5181f1b624d0b";
+        const ChecksumList list =
+            parseChecksumList("\xEF\xBB\xBF; note\n" + md5 + " *a  b\r\n\\" + md5 + "  c\\nd\n\nMD5 (e) = f) = " + md5 +
+                              "\nSHA1 (g) = " + md5 + "\n" + "h\\i j CBF43926\nk\n");
+        QStringList names;
+        for (const ChecksumEntry &entry : list.entries)
+            names.append(checksumLine(ChecksumForm::Bsd, entry).startsWith("CRC32") ? entry.name + u'!' : entry.name);
+        QCOMPARE(names, words({"a  b", "c\nd", "e) = f", "h/i j!"}));
+        QCOMPARE(list.badLines, 2);
+        QCOMPARE(list.firstBadLine, 6);
+        for (const char *outside : {"", ".", "..", "../x", "a/../../x", "/x", "a/.."})
+            QVERIFY2(!pathWithin(word(outside)), outside);
+        QCOMPARE(pathWithin(word("./a/../b//c")), word("b/c"));
     }
 };
 

@@ -1,8 +1,10 @@
 #include "core/natural_order.h"
 #include "core/visible_name.h"
 #include "core/wildcard.h"
+#include "filetypes/checksum/engine/checksum_list.h"
 #include "fuzz/targets.h"
 
+#include <QDir>
 #include <QRegularExpression>
 
 namespace velmora::fuzz {
@@ -51,6 +53,28 @@ void name(const QByteArray &input)
     if (leftKey != rightKey)
         require((leftKey < rightKey) == (order < 0), "keys have the order of the names");
     require(!visibleName(left).contains(u'\n'), "a name is shown on one line");
+}
+
+void checksumList(const QByteArray &input)
+{
+    const ChecksumList list = parseChecksumList(input);
+    require((list.badLines > 0) == (list.firstBadLine > 0), "a bad line has a number");
+    for (const ChecksumEntry &entry : list.entries) {
+        require(entry.digest.size() == digestSize(entry.algorithm), "a digest is whole");
+        if (const std::optional<QString> path = pathWithin(entry.name)) {
+            const QString root = QDir::rootPath() + QStringLiteral("list/folder/");
+            require(QDir::cleanPath(root + *path).startsWith(root), "no name leads out of the folder");
+        }
+        for (const ChecksumForm form : {ChecksumForm::Gnu, ChecksumForm::Bsd}) {
+            if (!canHold(form, entry.algorithm))
+                continue;
+            const ChecksumList again = parseChecksumList(checksumLine(form, entry));
+            require(again.entries.size() == 1 && again.badLines == 0 && again.entries.first().name == entry.name &&
+                        again.entries.first().digest == entry.digest,
+                    "an entry is read as it was written");
+        }
+    }
+    (void)expectedChecksum(QString::fromUtf8(input));
 }
 
 } // namespace velmora::fuzz

@@ -18,6 +18,7 @@ std::span<const Target> targets()
         Target{"syntax_definition", syntaxDefinition},
         Target{"name", name},
         Target{"syntax_scanner", syntaxScanner},
+        Target{"checksum_list", checksumList},
         Target{"session_file", sessionFile},
     };
     return all;

@@ -28,6 +28,7 @@ void syntaxDefinition(const QByteArray &input);
 void syntaxScanner(const QByteArray &input);
 void mask(const QByteArray &input);
 void name(const QByteArray &input);
+void checksumList(const QByteArray &input);
 void sessionFile(const QByteArray &input);
 
 } // namespace velmora::fuzz

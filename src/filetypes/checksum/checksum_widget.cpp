@@ -1,10 +1,15 @@
 #include "filetypes/checksum/checksum_widget.h"
 
+#include "core/safe_file.h"
+#include "filetypes/checksum/checksum_list_view.h"
 #include "platform/file_access.h"
+#include "session/dialogs.h"
+#include "session/frame/notice_bar.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
 #include <QApplication>
+#include <QBoxLayout>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDir>
@@ -21,21 +26,6 @@ namespace {
 constexpr QLatin1String algorithmKey{"algorithm"};
 constexpr const char *leftNoValue = QT_TRANSLATE_NOOP("Velmora", "Left : —");
 constexpr const char *rightNoValue = QT_TRANSLATE_NOOP("Velmora", "Right: —");
-
-QString labelOf(ChecksumAlgorithm algorithm)
-{
-    switch (algorithm) {
-    case ChecksumAlgorithm::Md5:
-        return QStringLiteral("MD5");
-    case ChecksumAlgorithm::Sha1:
-        return QStringLiteral("SHA-1");
-    case ChecksumAlgorithm::Sha256:
-        return QStringLiteral("SHA-256");
-    case ChecksumAlgorithm::Crc32:
-        break;
-    }
-    return QStringLiteral("CRC-32");
-}
 
 /// The checksum that a label shows; empty when it shows none.
 QString valueOf(const QLabel &label)
@@ -70,12 +60,15 @@ ChecksumWidget::ChecksumWidget(SessionHost &host, QWidget *parent)
                      Velmora::tr("Select file")}},
                    parent),
       m_algorithm(new QComboBox),
+      m_values(new QWidget),
       m_left(valueLabel("leftValueLabel")),
       m_right(valueLabel("rightValueLabel")),
-      m_match(valueLabel("matchLabel"))
+      m_match(valueLabel("matchLabel")),
+      m_offer(new NoticeBar(QStringLiteral("checksumOffer"))),
+      m_list(new ChecksumListView)
 {
     for (const ChecksumAlgorithm algorithm : checksumAlgorithms)
-        m_algorithm->addItem(labelOf(algorithm));
+        m_algorithm->addItem(checksumLabel(algorithm));
     m_algorithm->setCurrentIndex(int(ChecksumAlgorithm::Sha256));
     m_algorithm->setObjectName(QStringLiteral("algorithmBox"));
     auto *label = new QLabel(Velmora::tr("Algorithm:"));
@@ -96,9 +89,31 @@ ChecksumWidget::ChecksumWidget(SessionHost &host, QWidget *parent)
     };
     addCopy(Velmora::tr("Copy left"), QStringLiteral("copyLeftButton"), m_left);
     addCopy(Velmora::tr("Copy right"), QStringLiteral("copyRightButton"), m_right);
+    const auto command = [this](const QString &text, const char *name, const QString &hint, auto slot) {
+        QPushButton *button = addCommand(text, QLatin1String(name));
+        button->setToolTip(hint);
+        connect(button, &QPushButton::clicked, this, slot);
+    };
+    command(
+        Velmora::tr("Check list"), "checkListButton",
+        Velmora::tr("Compare the files that a list of checksums names: the list is the left file; its files lie beside "
+                    "it, or in the folder that is given as the right one"),
+        &ChecksumWidget::onCheckList);
+    command(Velmora::tr("Write list..."), "writeListButton",
+            Velmora::tr("Write a list of the checksums of all files in the folder that is given as the left file"),
+            &ChecksumWidget::onWriteList);
+    auto *values = new QVBoxLayout(m_values);
+    values->setContentsMargins(0, 0, 0, 0);
     for (QLabel *value : {m_left, m_right, m_match})
-        content().addWidget(value);
-    content().addStretch();
+        values->addWidget(value);
+    values->addStretch();
+    content().addWidget(m_offer);
+    content().addWidget(m_values, 1);
+    content().addWidget(m_list, 1);
+    m_list->hide();
+    connect(m_list, &ChecksumListView::told, this, [this](const QString &text) { status().showMessage(text); });
+    connect(m_offer, &NoticeBar::actionWanted, this,
+            [this] { m_offered == Offer::Check ? onCheckList() : onWriteList(); });
     m_left->setText(Velmora::tr(leftNoValue));
     m_right->setText(Velmora::tr(rightNoValue));
 }
@@ -118,35 +133,62 @@ void ChecksumWidget::setOptions(const QJsonObject &options)
 void ChecksumWidget::refreshTheme()
 {
     FilesSession::refreshTheme();
+    m_offer->refreshTheme();
+    m_list->refreshTheme();
     showMatch();
+}
+
+void ChecksumWidget::start()
+{
+    const SessionPaths files = paths();
+    const bool checks = QFileInfo(files.right).isDir() && QFileInfo(files.left).isFile();
+    checks ? onCheckList() : onCompute();
 }
 
 void ChecksumWidget::onCompute()
 {
-    const SessionPaths files = paths();
+    SessionPaths files = paths();
     if (files.left.isEmpty() && files.right.isEmpty()) {
         status().showMessage(Velmora::tr("Select at least one file"));
         return;
     }
+    QByteArray expected;
+    if (const auto value = QFileInfo::exists(files.right) ? std::nullopt : expectedChecksum(files.right)) {
+        m_algorithm->setCurrentIndex(int(value->algorithm));
+        expected = value->digest;
+        files.right.clear();
+    }
     const ChecksumAlgorithm algorithm = checksumAlgorithms.at(std::size_t(m_algorithm->currentIndex()));
     run(
-        [files, algorithm](const CancelFlag &cancel, Progress &progress) {
-            return fileChecksums(files.left, files.right, algorithm, FileAccess::native(), cancel, progress);
+        [files, expected, algorithm](const CancelFlag &cancel, Progress &progress) {
+            Result result{files, algorithm};
+            result.checksums =
+                fileChecksums(files.left, files.right, algorithm, FileAccess::native(), cancel, progress);
+            result.listed = files.right.isEmpty() && expected.isEmpty() ? looksLikeChecksumList(files.left) : 0;
+            if (!expected.isEmpty())
+                result.checksums.right = FileChecksum{ChecksumEnd::Whole, expected};
+            return result;
         },
-        [this, files, algorithm](const ChecksumPair &results) { take(results, files, labelOf(algorithm)); });
+        [this](const Result &result) { take(result); });
 }
 
-void ChecksumWidget::take(const ChecksumPair &results, const SessionPaths &files, const QString &algorithm)
+void ChecksumWidget::take(const Result &result)
 {
+    const auto &[left, right] = result.checksums;
+    const SessionPaths &files = result.files;
+    const QString algorithm = checksumLabel(result.algorithm);
+    m_list->hide();
+    m_values->show();
+    makeOffer(result);
     const auto show = [&](QLabel &label, const std::optional<FileChecksum> &checksum, const QString &value,
                           const QString &error, const char *none) {
         label.setText(!checksum             ? Velmora::tr(none)
                       : checksum->isWhole() ? value.arg(algorithm, checksum->text())
                                             : error);
     };
-    show(*m_left, results.left, Velmora::tr("Left (%1): %2"), Velmora::tr("Left: error"), leftNoValue);
-    show(*m_right, results.right, Velmora::tr("Right (%1): %2"), Velmora::tr("Right: error"), rightNoValue);
-    for (const auto &[checksum, path] : {std::pair(results.left, files.left), std::pair(results.right, files.right)}) {
+    show(*m_left, left, Velmora::tr("Left (%1): %2"), Velmora::tr("Left: error"), leftNoValue);
+    show(*m_right, right, Velmora::tr("Right (%1): %2"), Velmora::tr("Right: error"), rightNoValue);
+    for (const auto &[checksum, path] : {std::pair(left, files.left), std::pair(right, files.right)}) {
         if (checksum && !checksum->isWhole()) {
             m_match->clear();
             status().showMessage(failureOf(*checksum, path));
@@ -155,14 +197,134 @@ void ChecksumWidget::take(const ChecksumPair &results, const SessionPaths &files
     }
     showMatch();
     status().showMessage(Velmora::tr("Computed %1").arg(algorithm));
+    tellTitle(files);
+}
+
+void ChecksumWidget::tellTitle(const SessionPaths &files)
+{
     const QString leftName = QFileInfo(files.left).fileName();
     const QString rightName = QFileInfo(files.right).fileName();
-    if (results.left && results.right) {
+    if (!files.left.isEmpty() && !files.right.isEmpty()) {
         Q_EMIT tabTitleChanged(Velmora::tr("%1 <-> %2").arg(leftName, rightName));
         Q_EMIT comparisonFinished(files.left, files.right);
     } else {
-        Q_EMIT tabTitleChanged(results.left ? leftName : rightName);
+        Q_EMIT tabTitleChanged(files.left.isEmpty() ? rightName : leftName);
     }
+}
+
+void ChecksumWidget::makeOffer(const Result &result)
+{
+    m_offer->clear();
+    if (result.listed > 0) {
+        m_offered = Offer::Check;
+        m_offer->setAction(Velmora::tr("Check list"));
+        m_offer->tell(Velmora::tr("This file is a list of checksums. Its files can be compared with it."),
+                      NoticeBar::Tone::Remark);
+    } else if (result.files.right.isEmpty() && QFileInfo(result.files.left).isDir()) {
+        m_offered = Offer::Write;
+        m_offer->setAction(Velmora::tr("Write list..."));
+        m_offer->tell(Velmora::tr("This is a folder. A list of the checksums of all its files can be written."),
+                      NoticeBar::Tone::Remark);
+    }
+}
+
+void ChecksumWidget::onCheckList()
+{
+    const SessionPaths files = paths();
+    if (files.left.isEmpty()) {
+        status().showMessage(Velmora::tr("Choose a list of checksums as the left file"));
+        return;
+    }
+    const QString folder = QFileInfo(files.right).isDir() ? files.right : QString();
+    run([files, folder](const CancelFlag &cancel,
+                        Progress &progress) { return checkChecksumList(files.left, folder, cancel, progress); },
+        [this, files, folder](const ChecksumCheck &check) {
+            takeCheck(check, {files.left, folder, {}});
+        });
+}
+
+void ChecksumWidget::takeCheck(const ChecksumCheck &check, const SessionPaths &files)
+{
+    const QString path = QDir::toNativeSeparators(files.left);
+    switch (check.fault) {
+    case ChecksumCheck::Fault::NotOpened:
+        status().showFailure(Velmora::tr("Cannot open: %1").arg(path));
+        return;
+    case ChecksumCheck::Fault::TooLarge:
+        status().showFailure(Velmora::tr("Larger than any list of checksums: %1").arg(path));
+        return;
+    case ChecksumCheck::Fault::NoList:
+        status().showFailure(Velmora::tr("No checksums in: %1").arg(path));
+        return;
+    case ChecksumCheck::Fault::None:
+    case ChecksumCheck::Fault::Cancelled:
+        break;
+    }
+    m_values->hide();
+    m_list->show();
+    m_list->setCheck(check);
+    m_offer->setAction({});
+    if (check.failures() > 0)
+        m_offer->tell(Velmora::tr("Not all files are what the list says."), NoticeBar::Tone::Warning);
+    else
+        m_offer->tell(Velmora::tr("All files are what the list says."), NoticeBar::Tone::Verdict);
+    QString detail;
+    if (check.badLines > 0)
+        detail = Velmora::tr("Lines that are no checksums: %1, the first is line %2")
+                     .arg(check.badLines)
+                     .arg(check.firstBadLine);
+    status().showMessage(checksumCheckText(check), detail);
+    tellTitle(files);
+}
+
+void ChecksumWidget::onWriteList()
+{
+    const QString folder = paths().left;
+    if (!QFileInfo(folder).isDir()) {
+        status().showMessage(Velmora::tr("Choose a folder as the left file"));
+        return;
+    }
+    static constexpr std::array suffixes{"md5", "sha1", "sha256", "sfv"};
+    const ChecksumAlgorithm algorithm = checksumAlgorithms.at(std::size_t(m_algorithm->currentIndex()));
+    const QString suffix = QLatin1String(suffixes[std::size_t(algorithm)]);
+    const QString name = QDir(folder).dirName() + u'.' + suffix;
+    const QString filter = QStringLiteral("*.%1").arg(suffix);
+    Dialogs::instance().saveFile(this, Velmora::tr("Write a list of checksums"), QDir(folder).filePath(name),
+                                 Velmora::tr("Lists of checksums (%1)").arg(filter) + QStringLiteral(";;") +
+                                     Velmora::tr("All Files (*)"),
+                                 [this, folder, algorithm](const QString &path) {
+                                     if (!path.isEmpty())
+                                         writeList(folder, algorithm, path);
+                                 });
+}
+
+void ChecksumWidget::writeList(const QString &folder, ChecksumAlgorithm algorithm, const QString &path)
+{
+    struct Outcome {
+        QStringList unreadable;
+        SaveResult saved;
+    };
+    run(
+        [folder, algorithm, path](const CancelFlag &cancel, Progress &progress) -> Outcome {
+            const FolderChecksums checksums = folderChecksums(folder, {algorithm}, path, cancel, progress);
+            if (!checksums.unreadable.isEmpty() || cancel.isCancelled())
+                return {checksums.unreadable, {}};
+            const ChecksumForm form = canHold(ChecksumForm::Gnu, algorithm) ? ChecksumForm::Gnu : ChecksumForm::Sfv;
+            QByteArray list;
+            for (const ChecksumEntry &entry : checksums.entries)
+                list += checksumLine(form, entry);
+            return {{}, saveFile(path, list)};
+        },
+        [this, path](const Outcome &outcome) {
+            const auto shown = [](const QString &file) { return QDir::toNativeSeparators(file); };
+            if (!outcome.unreadable.isEmpty())
+                status().showFailure(Velmora::tr("Cannot read: %1").arg(shown(outcome.unreadable.first())),
+                                     Velmora::tr("No list was written"));
+            else if (!outcome.saved.ok())
+                status().showFailure(Velmora::tr("Cannot write: %1").arg(shown(path)), outcome.saved.error);
+            else
+                status().showMessage(Velmora::tr("Saved %1").arg(shown(path)));
+        });
 }
 
 void ChecksumWidget::showMatch()

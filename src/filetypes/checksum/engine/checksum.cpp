@@ -2,114 +2,185 @@
 
 #include "core/aligned_buffer.h"
 #include "core/crc32.h"
+#include "core/crew.h"
+#include "core/message_digest.h"
+#include "filetypes/checksum/engine/checksum_list.h"
 #include "platform/file_access.h"
 
-#include <QCryptographicHash>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QtEndian>
+
+#include <algorithm>
+#include <atomic>
+#include <variant>
+#include <vector>
 
 namespace velmora {
 
 namespace {
 
 constexpr qint64 pieceSize = 1024 * 1024;
+/// How far the system may read ahead: as much as a disk brings while a few pieces are computed.
+constexpr qint64 aheadSize = 8 * pieceSize;
 
 /// The digest of bytes that come piece by piece.
 class Digest {
 public:
-    virtual ~Digest() = default;
-    virtual void update(QByteArrayView bytes) = 0;
-    [[nodiscard]] virtual QByteArray value() const = 0;
-};
-
-class ToolkitDigest final : public Digest {
-public:
-    explicit ToolkitDigest(QCryptographicHash::Algorithm algorithm) : m_hash(algorithm) {}
-    void update(QByteArrayView bytes) override { m_hash.addData(bytes); }
-    QByteArray value() const override { return m_hash.result(); }
-
-private:
-    QCryptographicHash m_hash;
-};
-
-class Crc32Digest final : public Digest {
-public:
-    void update(QByteArrayView bytes) override { m_crc.update(bytes); }
-    QByteArray value() const override
+    explicit Digest(ChecksumAlgorithm algorithm)
     {
-        QByteArray bytes(qsizetype(sizeof(quint32)), Qt::Uninitialized);
-        qToBigEndian(m_crc.value(), bytes.data());
+        if (algorithm != ChecksumAlgorithm::Crc32)
+            m_digest.emplace<MessageDigest>(MessageDigest::Kind(algorithm)); // the same order
+    }
+
+    void update(QByteArrayView bytes)
+    {
+        std::visit([bytes](auto &digest) { digest.update(bytes); }, m_digest);
+    }
+
+    [[nodiscard]] QByteArray value() const
+    {
+        if (const auto *digest = std::get_if<MessageDigest>(&m_digest))
+            return digest->value();
+        QByteArray bytes(digestSize(ChecksumAlgorithm::Crc32), Qt::Uninitialized);
+        qToBigEndian(std::get<Crc32>(m_digest).value(), bytes.data());
         return bytes;
     }
 
 private:
-    Crc32 m_crc;
+    std::variant<Crc32, MessageDigest> m_digest;
 };
 
-std::unique_ptr<Digest> digestOf(ChecksumAlgorithm algorithm)
-{
-    switch (algorithm) {
-    case ChecksumAlgorithm::Md5:
-        return std::make_unique<ToolkitDigest>(QCryptographicHash::Md5);
-    case ChecksumAlgorithm::Sha1:
-        return std::make_unique<ToolkitDigest>(QCryptographicHash::Sha1);
-    case ChecksumAlgorithm::Sha256:
-        return std::make_unique<ToolkitDigest>(QCryptographicHash::Sha256);
-    case ChecksumAlgorithm::Crc32:
-        break;
+/// Two files that are read at the same time by two threads.
+class PairRun {
+public:
+    PairRun(std::array<QString, 2> paths, ChecksumAlgorithm algorithm, const FileAccess &files,
+            const CancelFlag &cancel, Progress &progress)
+        : m_paths(std::move(paths)),
+          m_algorithm(algorithm),
+          m_files(files),
+          m_cancel(cancel),
+          m_progress(progress),
+          m_total(QFileInfo(m_paths[0]).size() + QFileInfo(m_paths[1]).size())
+    {}
+
+    ChecksumPair run()
+    {
+        const int size = m_paths[0].isEmpty() || m_paths[1].isEmpty() ? 1 : 2;
+        std::atomic<int> next = 0;
+        runCrew(
+            size,
+            [&](int worker) {
+                for (int side = next++; side < 2; side = next++)
+                    read(side, worker == 0);
+            },
+            [this] { report(); });
+        if (m_results[0] && !m_results[0]->isWhole())
+            m_results[1].reset();
+        return {std::move(m_results[0]), std::move(m_results[1])};
     }
-    return std::make_unique<Crc32Digest>();
-}
+
+private:
+    /// Progress is told by the thread that the run was started on alone.
+    void read(int side, bool tells)
+    {
+        const auto at = std::size_t(side);
+        if (m_paths[at].isEmpty())
+            return;
+        m_results[at] = fileChecksum(m_paths[at], m_algorithm, m_files, m_stop, [&](qint64 bytes) {
+            m_read[at] = bytes;
+            if (m_cancel.isCancelled())
+                m_stop.cancel();
+            if (tells)
+                report();
+        });
+        m_isOver[at] = true;
+        if (side == 0 && !m_results[at]->isWhole())
+            m_stop.cancel(); // the other one is not wanted any more
+    }
+
+    void report()
+    {
+        if (m_cancel.isCancelled())
+            m_stop.cancel();
+        const bool left = !m_paths[0].isEmpty() && !m_isOver[0];
+        m_progress.report(0, m_read[0] + m_read[1], m_total, m_paths[left ? 0 : 1]);
+    }
+
+    std::array<QString, 2> m_paths;
+    ChecksumAlgorithm m_algorithm;
+    const FileAccess &m_files;
+    const CancelFlag &m_cancel;
+    Progress &m_progress;
+    qint64 m_total;
+    CancelFlag m_stop;
+    std::array<std::atomic<qint64>, 2> m_read{};
+    std::array<std::atomic<bool>, 2> m_isOver{};
+    std::array<std::optional<FileChecksum>, 2> m_results;
+};
 
 } // namespace
 
-FileChecksum fileChecksum(const QString &path, ChecksumAlgorithm algorithm, const FileAccess &files,
-                          const CancelFlag &cancel, const std::function<void(qint64)> &advanced)
+FileDigests fileDigests(const QString &path, const QList<ChecksumAlgorithm> &algorithms, const FileAccess &files,
+                        const CancelFlag &cancel, const std::function<void(qint64)> &advanced)
 {
     const std::unique_ptr<FileOpener> opener = files.makeOpener();
     const std::unique_ptr<OpenFile> file = opener->open(QFileInfo(path).absoluteFilePath(), OpenHint::Unknown);
     if (!file)
-        return {FileChecksum::End::NotOpened};
+        return {ChecksumEnd::NotOpened};
 
-    const std::unique_ptr<Digest> digest = digestOf(algorithm);
+    std::vector<Digest> digests(algorithms.cbegin(), algorithms.cend());
     const AlignedBuffer buffer(pieceSize);
     for (qint64 offset = 0;;) {
         if (cancel.isCancelled())
-            return {FileChecksum::End::Cancelled};
+            return {ChecksumEnd::Cancelled};
+        if (offset % aheadSize == 0)
+            file->expect(offset + aheadSize, aheadSize);
         const FilePiece piece = file->readAt(offset, buffer.data(), pieceSize);
         if (piece.failed)
-            return {FileChecksum::End::Broken};
-        digest->update(QByteArrayView(buffer.data(), piece.length));
+            return {ChecksumEnd::Broken};
+        for (Digest &digest : digests)
+            digest.update(QByteArrayView(buffer.data(), piece.length));
         offset += piece.length;
         if (advanced)
             advanced(offset);
         if (piece.length < pieceSize)
-            return {FileChecksum::End::Whole, digest->value()};
+            break;
     }
+    FileDigests result{ChecksumEnd::Whole};
+    for (const Digest &digest : digests)
+        result.digests.append(digest.value());
+    return result;
+}
+
+FileChecksum fileChecksum(const QString &path, ChecksumAlgorithm algorithm, const FileAccess &files,
+                          const CancelFlag &cancel, const std::function<void(qint64)> &advanced)
+{
+    const FileDigests result = fileDigests(path, {algorithm}, files, cancel, advanced);
+    return {result.end, result.digests.value(0)};
 }
 
 ChecksumPair fileChecksums(const QString &left, const QString &right, ChecksumAlgorithm algorithm,
                            const FileAccess &files, const CancelFlag &cancel, Progress &progress)
 {
-    const qint64 total = QFileInfo(left).size() + QFileInfo(right).size();
-    qint64 before = 0;
-    const auto checksum = [&](const QString &path) -> std::optional<FileChecksum> {
-        if (path.isEmpty())
-            return std::nullopt;
-        qint64 done = 0;
-        const auto advanced = [&](qint64 bytes) {
-            done = bytes;
-            progress.report(0, before + done, total, path);
-        };
-        const FileChecksum result = fileChecksum(path, algorithm, files, cancel, advanced);
-        before += done;
-        return result;
-    };
-    ChecksumPair pair;
-    pair.left = checksum(left);
-    if (!pair.left || pair.left->isWhole())
-        pair.right = checksum(right);
-    return pair;
+    return PairRun({left, right}, algorithm, files, cancel, progress).run();
+}
+
+std::optional<ExpectedChecksum> expectedChecksum(const QString &text)
+{
+    constexpr qsizetype longest = 4096; // of a name with its checksum
+    if (text.size() > longest)
+        return std::nullopt;
+    if (const ChecksumList list = parseChecksumList(text.toUtf8()); list.entries.size() == 1)
+        return ExpectedChecksum{list.entries.first().algorithm, list.entries.first().digest};
+    static const QRegularExpression form(
+        QStringLiteral(R"(^\s*(?:[A-Za-z][\w-]*\s*[:=])?\s*([0-9A-Fa-f: ]+?)(?: [ *].*)?$)"));
+    const QString digits = form.match(text).captured(1).remove(u':').remove(u' ');
+    for (const ChecksumAlgorithm algorithm : checksumAlgorithms) {
+        if (digits.size() == 2 * digestSize(algorithm))
+            return ExpectedChecksum{algorithm, QByteArray::fromHex(digits.toLatin1())};
+    }
+    return std::nullopt;
 }
 
 } // namespace velmora

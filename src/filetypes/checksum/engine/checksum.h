@@ -4,6 +4,7 @@
 #include "core/progress.h"
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 
 #include <array>
@@ -20,26 +21,54 @@ enum class ChecksumAlgorithm : quint8 { Md5, Sha1, Sha256, Crc32 };
 inline constexpr std::array checksumAlgorithms{ChecksumAlgorithm::Md5, ChecksumAlgorithm::Sha1,
                                                ChecksumAlgorithm::Sha256, ChecksumAlgorithm::Crc32};
 
+/// The bytes of a digest.
+[[nodiscard]] constexpr qsizetype digestSize(ChecksumAlgorithm algorithm) noexcept
+{
+    constexpr std::array<qsizetype, checksumAlgorithms.size()> sizes{16, 20, 32, 4};
+    return sizes[std::size_t(algorithm)];
+}
+
+/// The form in which people read a digest: upper-case hexadecimal.
+[[nodiscard]] inline QString digestText(const QByteArray &digest)
+{
+    return QString::fromLatin1(digest.toHex().toUpper());
+}
+
+/// How reading a file for its checksum ended.
+enum class ChecksumEnd : quint8 {
+    Whole,     ///< the digest is that of the whole file
+    NotOpened, ///< there is no regular file of this path, or it may not be read
+    Broken,    ///< a part of it could not be read
+    Cancelled,
+};
+
 /// What reading a file for its checksum came to.
 struct FileChecksum {
-    enum class End : quint8 {
-        Whole,     ///< `digest` is that of the whole file
-        NotOpened, ///< there is no regular file of this path, or it may not be read
-        Broken,    ///< a part of it could not be read
-        Cancelled,
-    };
+    using End = ChecksumEnd;
 
     End end = End::NotOpened;
     QByteArray digest = {}; ///< most significant byte first; empty unless `end` is Whole
 
     [[nodiscard]] bool isWhole() const noexcept { return end == End::Whole; }
-    /// The form in which people read it: upper-case hexadecimal.
-    [[nodiscard]] QString text() const { return QString::fromLatin1(digest.toHex().toUpper()); }
+    [[nodiscard]] QString text() const { return digestText(digest); }
 };
 
-/// Computes the checksum of the file at `path`, which may be relative. Reads 1 MiB at a time, so that memory does not
-/// grow with the file, and looks at `cancel` before each. `advanced`, where there is one, is called with the bytes
-/// read so far. Pipes and devices, which may never end, are not opened.
+/// The same for several algorithms.
+struct FileDigests {
+    ChecksumEnd end = ChecksumEnd::NotOpened;
+    QList<QByteArray> digests = {}; ///< one for each algorithm; empty unless `end` is Whole
+
+    [[nodiscard]] bool isWhole() const noexcept { return end == ChecksumEnd::Whole; }
+};
+
+/// Computes the checksums of the file at `path`, which may be relative, in one pass. Reads 1 MiB at a time, so that
+/// memory does not grow with the file, and looks at `cancel` before each; the system is told to read ahead. `advanced`,
+/// where there is one, is called with the bytes read so far. Pipes and devices, which may never end, are not opened.
+[[nodiscard]] FileDigests fileDigests(const QString &path, const QList<ChecksumAlgorithm> &algorithms,
+                                      const FileAccess &files, const CancelFlag &cancel,
+                                      const std::function<void(qint64)> &advanced = {});
+
+/// The same for one algorithm.
 [[nodiscard]] FileChecksum fileChecksum(const QString &path, ChecksumAlgorithm algorithm, const FileAccess &files,
                                         const CancelFlag &cancel, const std::function<void(qint64)> &advanced = {});
 
@@ -49,8 +78,18 @@ struct ChecksumPair {
     std::optional<FileChecksum> right;
 };
 
-/// Computes both, one after the other. Progress counts the bytes of both files and names the one that is read.
+/// Computes both at the same time. Progress counts the bytes of both files and names one that is read.
 [[nodiscard]] ChecksumPair fileChecksums(const QString &left, const QString &right, ChecksumAlgorithm algorithm,
                                          const FileAccess &files, const CancelFlag &cancel, Progress &progress);
+
+/// A checksum that somebody has published.
+struct ExpectedChecksum {
+    ChecksumAlgorithm algorithm = ChecksumAlgorithm::Sha256;
+    QByteArray digest;
+};
+
+/// What a pasted text says: hexadecimal digits, as many as a digest has, maybe in groups, behind a name such as
+/// "sha256:" or before the name of a file, as lists have it. Nothing for any other text.
+[[nodiscard]] std::optional<ExpectedChecksum> expectedChecksum(const QString &text);
 
 } // namespace velmora
