@@ -4,11 +4,11 @@
 #include "app/pending_session.h"
 #include "filetypes/checksum/checksum_widget.h"
 #include "folder/compare/folder_compare_widget.h"
+#include "session/document/text_recovery.h"
 #include "session/session_record.h"
 #include "session/theme.h"
 #include "session/translate.h"
 #include "system/snapshot_widget.h"
-#include "text/editing/text_recovery.h"
 #include "text/text_compare_widget.h"
 
 #include <QDir>

@@ -1,24 +1,17 @@
 #include "text/syntax_choice.h"
 
 #include "session/pane/pane_scene.h"
+#include "session/pane/syntax_detection.h"
 #include "session/session_record.h"
 #include "settings/options/text_session_options.h"
 #include "text/syntax/syntax_library.h"
 #include "text/view/diff_document.h"
-
-#include <QFileInfo>
 
 namespace velmora {
 
 namespace {
 
 using Definition = std::shared_ptr<const SyntaxDefinition>;
-
-Definition detect(const QString &path, const LineSource &text)
-{
-    const QString firstLine = text.count() > 0 ? colouredPart(text.bytes(0)) : QString();
-    return SyntaxLibrary::bundled().detect(QFileInfo(path).fileName(), firstLine);
-}
 
 } // namespace
 
@@ -30,8 +23,8 @@ void chooseSyntax(PaneScene &scene, const DiffDocument &document, const TextSess
     const bool rightIsOpen = leavesFileTypeOpen(rightType);
     const SyntaxLibrary &library = SyntaxLibrary::bundled();
     Definition left =
-        leftIsOpen ? detect(paths.left, document.source(Side::Left)) : library.named(options.leftFileType);
-    Definition right = rightIsOpen ? detect(paths.right, document.source(Side::Right)) : library.named(rightType);
+        leftIsOpen ? detectSyntax(paths.left, document.source(Side::Left)) : library.named(options.leftFileType);
+    Definition right = rightIsOpen ? detectSyntax(paths.right, document.source(Side::Right)) : library.named(rightType);
     if (!left && leftIsOpen)
         left = right;
     else if (!right && rightIsOpen)

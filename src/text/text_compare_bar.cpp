@@ -10,7 +10,7 @@
 
 namespace velmora {
 
-TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_position(new QLabel(this))
+TextCompareBar::TextCompareBar(QWidget *session) : TextBar(session), m_position(new QLabel(this))
 {
     compare = add({"compareAction", Velmora::tr("Compare"), QStringLiteral("compare.png"), {}, {}});
     showTextBeside(compare);
@@ -65,30 +65,15 @@ TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_positi
                       Velmora::tr("Copy the selected lines or the current difference to the left side")});
     addSaving();
     addSeparator();
-    find = add({"findAction", Velmora::tr("Find"), QStringLiteral("find.png"), {}, {}});
-    replace = add({"replaceAction", Velmora::tr("Replace"), {}, {Qt::CTRL | Qt::Key_H}, {}});
-    goToLine =
-        add({"goToLineAction", Velmora::tr("Go to line"), QStringLiteral("goto_line.png"), {Qt::CTRL | Qt::Key_G}, {}});
-    wrapLines = add({"wrapLinesAction",
-                     Velmora::tr("Wrap long lines"),
-                     QStringLiteral("wrap.png"),
-                     {Qt::ALT | Qt::Key_Z},
-                     Velmora::tr("Wrap long lines at the edge of the texts")});
-    wrapLines->setCheckable(true);
-    syntaxColours = add({"syntaxColoursAction", Velmora::tr("Syntax colours"), {}, {Qt::ALT | Qt::Key_X}, {}});
-    syntaxColours->setCheckable(true);
+    addFinding();
+    addWrapping();
     lineDetail = add({"lineDetailAction",
                       Velmora::tr("Line details"),
                       QStringLiteral("align.png"),
                       {},
                       Velmora::tr("Show the two current lines one above the other")});
     lineDetail->setCheckable(true);
-    showBlanks = add({"showBlanksAction",
-                      Velmora::tr("Show blanks and tabs"),
-                      QStringLiteral("whitespace.png"),
-                      {Qt::ALT | Qt::Key_B},
-                      {}});
-    showBlanks->setCheckable(true);
+    addBlanks();
     addSeparator();
     swapSides =
         add({"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, Velmora::tr("Swap left and right")});
@@ -103,13 +88,9 @@ TextCompareBar::TextCompareBar(QWidget *session) : SessionBar(session), m_positi
                     {},
                     Velmora::tr("What counts as a difference, formats, alignment and replacements")});
 
-    findNext = add({"findNextAction", Velmora::tr("Next match"), {}, {Qt::Key_F3}, {}});
-    findPrevious = add({"findPreviousAction", Velmora::tr("Previous match"), {}, {Qt::SHIFT | Qt::Key_F3}, {}});
+    addMatchSteps();
     switchPane = add({"switchPaneAction", Velmora::tr("Switch to the other side"), {}, {}, {}});
-    zoomIn =
-        add({"zoomInAction", Velmora::tr("Larger text"), {}, {Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal}, {}});
-    zoomOut = add({"zoomOutAction", Velmora::tr("Smaller text"), {}, {Qt::CTRL | Qt::Key_Minus}, {}});
-    resetZoom = add({"resetZoomAction", Velmora::tr("Usual text size"), {}, {Qt::CTRL | Qt::Key_0}, {}});
+    addZoom();
 
     copyPatch = add({"copyPatchAction",
                      Velmora::tr("Copy as unified diff"),

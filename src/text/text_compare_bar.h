@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/session_bar.h"
+#include "session/pane/text_bar.h"
 
 class QActionGroup;
 class QLabel;
@@ -11,7 +11,7 @@ namespace velmora {
 /// The commands of a text comparison as buttons and keys, and the label that counts its differences.
 ///
 /// The session connects the actions to its slots; this class knows what they are called and look like.
-class TextCompareBar final : public SessionBar {
+class TextCompareBar final : public TextBar {
     Q_OBJECT
 public:
     /// The actions' keys work everywhere in the window while `session` is shown, which owns the bar.
@@ -34,22 +34,11 @@ public:
     QAction *saveAll;
     QAction *saveLeftAs; ///< in the menu of its button
     QAction *saveRightAs;
-    QAction *find;
-    QAction *replace; ///< by key only
-    QAction *goToLine;
     QAction *lineDetail;
-    QAction *wrapLines;
-    QAction *syntaxColours; ///< checkable; by key only
-    QAction *showBlanks;
     QAction *swapSides;
     QAction *exportReport;
     QAction *settings;
-    QAction *findNext; ///< by key only, as those after it
-    QAction *findPrevious;
-    QAction *switchPane;
-    QAction *zoomIn;
-    QAction *zoomOut;
-    QAction *resetZoom;
+    QAction *switchPane; ///< by key only, as those after it
     QAction *copyPatch;
     QAction *takeClipboard;
     QAction *alignLines;

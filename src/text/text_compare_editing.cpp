@@ -1,8 +1,8 @@
+#include "session/document/change_watcher.h"
 #include "session/frame/progress_strip.h"
 #include "session/frame/status_line.h"
 #include "session/pane/text_pane.h"
 #include "session/translate.h"
-#include "text/editing/change_watcher.h"
 #include "text/editing/text_editing.h"
 #include "text/manual_alignment.h"
 #include "text/result/result_presenter.h"
@@ -76,8 +76,9 @@ void TextCompareWidget::connectEditing()
     connect(m_bar->saveRightAs, &QAction::triggered, saving, [saving] { saving->saveAs(Side::Right); });
 }
 
-void TextCompareWidget::takeSaved(Side side)
+void TextCompareWidget::takeSaved(PaneIndex pane)
 {
+    const Side side = sideOf(pane);
     (side == Side::Left ? m_compared.paths.left : m_compared.paths.right) = m_inputs->at(side).loadedPath();
     m_formatText = describeFormats(m_inputs->at(Side::Left).loaded(), m_inputs->at(Side::Right).loaded());
     if (!m_runner.isRunning())
@@ -168,7 +169,7 @@ void TextCompareWidget::setEditingEnabled(bool enabled)
 
 bool TextCompareWidget::hasUnsavedChanges() const
 {
-    return m_editing->hasUnsavedChanges();
+    return m_editing->texts().hasUnsavedChanges();
 }
 
 void TextCompareWidget::confirmClose(std::function<void(bool)> answered)
@@ -225,7 +226,7 @@ void TextCompareWidget::copyDifference(Side from, qsizetype row)
 
 void TextCompareWidget::copyRows(Side from, RowRange rows)
 {
-    m_editing->unlockFor(otherSide(from));
+    m_editing->editor().unlockFor(otherSide(from));
     if (m_editing->editor().copyRows(from, otherSide(from), rows))
         m_view->pane(otherSide(from)).setFocus(); // what undoes and saves the change goes there
 }

@@ -13,7 +13,7 @@ namespace velmora {
 
 void TextCompareWidget::browse(Side side)
 {
-    TextSide &input = m_inputs->at(side);
+    TextInput &input = m_inputs->at(side);
     Dialogs::instance().openFile(
         this, side == Side::Left ? Velmora::tr("Select left file") : Velmora::tr("Select right file"), input.path(), {},
         [&input](const QString &path) { input.setPath(path); });

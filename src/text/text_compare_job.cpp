@@ -9,28 +9,16 @@ namespace velmora {
 namespace {
 
 /// False when the file could not be read. `raw` gets the bytes of one that was.
-bool load(const SideInput &input, LoadedSide &side, QByteArray &raw, const CancelFlag &cancel)
+bool load(const TextOrigin &origin, LoadedText &side, QByteArray &raw, const CancelFlag &cancel)
 {
-    if (input.loaded) {
-        side = *input.loaded;
-        if (input.edited)
-            side.text.lines = input.edited->toLines();
-        return true;
-    }
-    if (input.path.isEmpty())
-        return true;
-    side.stamp = FileStamp::of(input.path);
-    const FileContents contents = readFile(input.path, cancel);
-    if (!contents.ok())
-        return false;
-    side.missing = false;
-    side.text = decodeText(contents.bytes, input.encoding, cancel);
-    raw = contents.bytes;
-    return true;
+    std::optional<LoadedText> loaded = loadText(origin, raw, cancel);
+    if (loaded)
+        side = *std::move(loaded);
+    return loaded.has_value();
 }
 
 /// Two encodings that were guessed side by side are guessed again, together.
-void settleEncodings(LoadedSide &left, const QByteArray &leftRaw, LoadedSide &right, const QByteArray &rightRaw,
+void settleEncodings(LoadedText &left, const QByteArray &leftRaw, LoadedText &right, const QByteArray &rightRaw,
                      const CancelFlag &cancel)
 {
     if ((!left.text.encodingGuessed && !right.text.encodingGuessed) || left.missing || right.missing)
@@ -42,18 +30,10 @@ void settleEncodings(LoadedSide &left, const QByteArray &leftRaw, LoadedSide &ri
     right.text = std::move(second.text);
 }
 
-/// Where it is the same, an editor keeps its text, and what can be undone in it.
-std::shared_ptr<const EditSnapshot> keptText(const SideInput &input, const LoadedSide &side)
-{
-    if (input.edited)
-        return input.edited;
-    return input.shown && input.shown->holdsSameAs(side.text.lines) ? input.shown : nullptr;
-}
-
 /// Of a text that was edited nobody has counted the line ends.
-EndedLines endedLines(const SideInput &input, const LoadedSide &side)
+EndedLines endedLines(const TextOrigin &origin, const LoadedText &side)
 {
-    return {side.text.lines, input.edited ? LineEndStyle::Mixed : side.text.lineEnds};
+    return {side.text.lines, origin.edited ? LineEndStyle::Mixed : side.text.lineEnds};
 }
 
 } // namespace

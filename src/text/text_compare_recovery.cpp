@@ -1,5 +1,5 @@
+#include "session/document/recovery_keeper.h"
 #include "session/translate.h"
-#include "text/editing/recovery_keeper.h"
 #include "text/editing/text_editing.h"
 #include "text/text_compare_widget.h"
 #include "text/text_inputs.h"
@@ -22,7 +22,7 @@ void TextCompareWidget::connectRecovery()
 void TextCompareWidget::keepRecovered()
 {
     const std::function<void()> kept = std::exchange(m_recovered, {});
-    if (unsavedTexts().sides.empty())
+    if (unsavedTexts().texts.empty())
         kept(); // their files hold them already
     else
         m_keeper->keepNow(kept);
@@ -30,29 +30,22 @@ void TextCompareWidget::keepRecovered()
 
 UnsavedTexts TextCompareWidget::unsavedTexts() const
 {
-    UnsavedTexts texts{paths(), options(), {}};
-    for (const Side side : {Side::Left, Side::Right}) {
-        const TextSide &input = m_inputs->at(side);
-        const EditBuffer &buffer = m_editing->editor().buffer(side);
-        if (buffer.isModified() || input.loadedPath() == TextSide::clipboardPath())
-            texts.sides.push_back({side, input.loadedPath(), input.loaded(), buffer.isModified(), buffer.snapshot()});
-    }
-    return texts;
+    return {kind(), paths(), options(), m_editing->texts().unsaved()};
 }
 
 void TextCompareWidget::recover(const RecoveryRecord &record, std::function<void()> kept)
 {
     const std::optional<UnsavedTexts> texts = fromRecoveryRecord(record);
-    if (!texts)
+    if (!texts || texts->kind != kind())
         return;
     SessionPaths sides = texts->paths;
-    for (const UnsavedText &text : texts->sides)
-        (text.side == Side::Left ? sides.left : sides.right) = text.path;
+    for (const UnsavedText &text : texts->texts)
+        (text.pane == Side::Left ? sides.left : sides.right) = text.path;
     setOptions(texts->options);
     setPaths(sides);
-    for (const UnsavedText &text : texts->sides) {
+    for (const UnsavedText &text : texts->texts) {
         if (!text.isEdited || !isInItsFile(text))
-            m_editing->restore(text);
+            m_editing->texts().restore(text);
     }
     m_recovered = std::move(kept);
     setEditingEnabled(true);

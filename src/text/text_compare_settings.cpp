@@ -35,7 +35,7 @@ void TextCompareWidget::onSessionSettings(int initialTabIndex)
 
 QString TextCompareWidget::ownLineEnds(Side side) const
 {
-    const LoadedSide &loaded = m_inputs->at(side).loaded();
+    const LoadedText &loaded = m_inputs->at(side).loaded();
     const bool isShown = m_compared.document && !loaded.missing;
     return isShown ? lineEndStyleName(loaded.text.lineEnds) : QString();
 }

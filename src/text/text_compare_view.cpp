@@ -1,8 +1,9 @@
-#include "session/dialogs.h"
+#include "session/document/text_description.h"
+#include "session/find/find_controller.h"
+#include "session/pane/pane_menu.h"
 #include "session/pane/text_pane.h"
 #include "session/translate.h"
 #include "text/editing/text_editing.h"
-#include "text/find/find_controller.h"
 #include "text/manual_alignment.h"
 #include "text/result/patch_copy.h"
 #include "text/result/side_description.h"
@@ -11,8 +12,6 @@
 #include "text/text_view_options.h"
 #include "text/view/diff_view.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLocale>
@@ -110,17 +109,9 @@ void TextCompareWidget::onIgnoreMinor()
 
 void TextCompareWidget::showContextMenu(PaneIndex index, QPoint at)
 {
-    TextPane &pane = m_view->pane(index);
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    const bool hasSelection = m_view->scene().caret().hasSelection() && m_view->activePane() == index;
-    QAction *cut = menu->addAction(Velmora::tr("Cut"), QKeySequence::Cut, &pane, &TextPane::cut);
-    cut->setEnabled(hasSelection && !pane.isLocked());
-    QAction *copy = menu->addAction(Velmora::tr("Copy"), QKeySequence::Copy, &pane, &TextPane::copy);
-    copy->setEnabled(hasSelection);
-    QAction *paste = menu->addAction(Velmora::tr("Paste"), QKeySequence::Paste, &pane, &TextPane::paste);
-    paste->setEnabled(!pane.isLocked() && !QGuiApplication::clipboard()->text().isEmpty());
-    menu->addAction(Velmora::tr("Select all"), QKeySequence::SelectAll, &pane, &TextPane::selectAll);
+    addEditCommands(*menu, *m_view, index);
     menu->addAction(m_bar->copyPatch);
     menu->addAction(m_bar->takeClipboard);
     m_bar->alignLines->setText(m_alignment->commandText());
@@ -165,17 +156,7 @@ void TextCompareWidget::keyPressEvent(QKeyEvent *event)
 
 void TextCompareWidget::onGotoLine()
 {
-    const DiffDocument *document = m_view->document();
-    const Side side = m_view->activeSide();
-    const int last = document ? int(document->source(side).count()) : 0;
-    if (last == 0)
-        return;
-    const qint32 here = document->lineNumber(m_view->scene().caret().position.row, side);
-    Dialogs::instance().askNumber(this, Velmora::tr("Go to line"), Velmora::tr("Line number (1 - %1):").arg(last),
-                                  std::max(here, 1), 1, last, [this, side](int line) {
-                                      m_view->scene().goToLine(side, line);
-                                      m_view->pane(side).setFocus();
-                                  });
+    askForLine(*m_view, this);
 }
 
 } // namespace velmora

@@ -2,7 +2,12 @@
 
 #include "core/visible_name.h"
 #include "session/dialogs.h"
+#include "session/document/change_watcher.h"
+#include "session/document/recovery_keeper.h"
 #include "session/fault_text.h"
+#include "session/find/find_bar.h"
+#include "session/find/find_controller.h"
+#include "session/find/replace_controller.h"
 #include "session/frame/notice_bar.h"
 #include "session/frame/progress_strip.h"
 #include "session/frame/status_line.h"
@@ -11,12 +16,7 @@
 #include "session/translate.h"
 #include "settings/dialogs/text_session_settings_dialog.h"
 #include "settings/options/text_defaults.h"
-#include "text/editing/change_watcher.h"
-#include "text/editing/recovery_keeper.h"
 #include "text/editing/text_editing.h"
-#include "text/find/find_bar.h"
-#include "text/find/find_controller.h"
-#include "text/find/replace_controller.h"
 #include "text/manual_alignment.h"
 #include "text/result/patch_copy.h"
 #include "text/result/result_presenter.h"
@@ -56,12 +56,16 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
       m_presenter(new ResultPresenter(window, *m_view, *m_verdict, this)),
       m_editing(new TextEditing(*m_view, *m_inputs, this)),
       m_patches(new PatchCopy(this)),
-      m_findBar(new FindBar(this)),
+      m_findBar(
+          new FindBar({Velmora::tr("Find in this side"),
+                       Velmora::tr("Replace all matches in the whole text of this side, shown or not, as one step")},
+                      this)),
       m_finder(new FindController(*m_findBar, *m_view, this)),
-      m_replacer(new ReplaceController(*m_findBar, *m_finder, *m_view, *m_editing, this)),
+      m_replacer(new ReplaceController(*m_findBar, *m_finder, *m_view, m_editing->editor(), this)),
       m_alignment(new ManualAlignment(*m_view, m_editing->editor(), this)),
       m_changeBar(new NoticeBar(QStringLiteral("changeBar"), this)),
-      m_changes(new ChangeWatcher(*m_changeBar, *m_inputs, *m_editing, this)),
+      m_changes(
+          new ChangeWatcher(*m_changeBar, m_editing->texts(), Velmora::tr("Both files have changed on disk."), this)),
       m_foot(new StatusLine(this)),
       m_blocks(m_foot->addFact(QStringLiteral("blocksLabel"))),
       m_place(m_foot->addFact(QStringLiteral("placeLabel"))),
@@ -77,7 +81,8 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
     connectInputs();
     connectEditing();
     connectRecovery();
-    connect(m_changes, &ChangeWatcher::reloadWanted, this, &TextCompareWidget::reload);
+    connect(m_changes, &ChangeWatcher::reloadWanted, this,
+            [this](const QList<PaneIndex> &panes) { reload(panes.contains(Side::Left), panes.contains(Side::Right)); });
     connectAlignment();
     addPresets();
     addReportForms();
@@ -255,9 +260,9 @@ void TextCompareWidget::checkExternalChange()
             return;
         const bool reloads = answer == ExternalChangeAnswer::Reload;
         if (reloads && !change.leftPath.isEmpty())
-            m_editing->discard(Side::Left);
+            m_editing->texts().discard(Side::Left);
         if (reloads && !change.rightPath.isEmpty())
-            m_editing->discard(Side::Right);
+            m_editing->texts().discard(Side::Right);
         startComparison(answer == ExternalChangeAnswer::Reload ? ChangedFile::Reload : ChangedFile::KeepLoaded);
     });
 }
@@ -269,8 +274,9 @@ void TextCompareWidget::startComparison(ChangedFile changed)
     if (m_compared.document && m_compared.paths != paths() && exchanged != paths())
         m_alignment->setPairs({}); // they were of other files
     m_editing->setPairs(m_alignment->pairs());
-    TextCompareInput input{m_editing->input(Side::Left, changed), m_editing->input(Side::Right, changed), m_options,
-                           m_alignment->pairs(), m_viewOptions->tabWidth()};
+    TextCompareInput input{m_editing->texts().origin(Side::Left, changed),
+                           m_editing->texts().origin(Side::Right, changed), m_options, m_alignment->pairs(),
+                           m_viewOptions->tabWidth()};
     showMessage(Velmora::tr("Comparing..."));
     setFocusProxy(m_view); // from now on the texts are what keys are for
     if (qobject_cast<QLineEdit *>(focusWidget()))
@@ -312,7 +318,7 @@ void TextCompareWidget::takeOutcome(RunOutcome<TextCompareResult> &&outcome)
 void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::shared_ptr<const DiffDocument> &diff,
                                               const QString &encodingLabel, const QString & /*leftSuffix*/,
                                               const QString & /*rightSuffix*/, bool cancelled,
-                                              const LoadedSide &leftRaw, const LoadedSide &rightRaw)
+                                              const LoadedText &leftRaw, const LoadedText &rightRaw)
 {
     if (generation != m_runner.currentNumber())
         return;

@@ -26,7 +26,7 @@ class StatusLine;
 class TextCompareBar;
 class TextEditing;
 class TextInputs;
-class TextSide;
+class TextInput;
 class TextViewOptions;
 struct UnsavedTexts;
 enum class ChangedFile;
@@ -110,7 +110,7 @@ public Q_SLOTS:
     /// Takes up what the run of number `generation` found; one that is no longer the current run is dropped.
     void onTextCompareFinished(quint64 generation, const std::shared_ptr<const velmora::DiffDocument> &diff,
                                const QString &encodingLabel, const QString &leftSuffix, const QString &rightSuffix,
-                               bool cancelled, const velmora::LoadedSide &leftRaw, const velmora::LoadedSide &rightRaw);
+                               bool cancelled, const velmora::LoadedText &leftRaw, const velmora::LoadedText &rightRaw);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -152,7 +152,7 @@ private:
     void copyFrom(Side from);
     void copyDifference(Side from, qsizetype row);
     void copyRows(Side from, RowRange rows);
-    void takeSaved(Side side);
+    void takeSaved(PaneIndex pane);
     void reload(bool left, bool right);
     [[nodiscard]] QString title() const;
     void showCounts();

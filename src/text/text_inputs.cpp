@@ -8,14 +8,25 @@ namespace velmora {
 
 namespace {
 
-constexpr qint64 limitInMegabytes = 50;
 constexpr int margin = 6;
+
+TextInput::Words leftWords()
+{
+    return {QStringLiteral("left"), Velmora::tr("Left file path (drop a file here)..."),
+            Velmora::tr("Select left file"), Velmora::tr("Encoding of the left file")};
+}
+
+TextInput::Words rightWords()
+{
+    return {QStringLiteral("right"), Velmora::tr("Right file path (drop a file here)..."),
+            Velmora::tr("Select right file"), Velmora::tr("Encoding of the right file")};
+}
 
 } // namespace
 
 TextInputs::TextInputs(QWidget *parent)
     : QWidget(parent),
-      m_sides{new TextSide(Side::Left, this), new TextSide(Side::Right, this)},
+      m_sides{new TextInput(leftWords(), this), new TextInput(rightWords(), this)},
       m_row(new QHBoxLayout(this))
 {
     m_row->setContentsMargins(margin, 2, margin, 4);
@@ -25,7 +36,7 @@ TextInputs::TextInputs(QWidget *parent)
         m_row->addWidget(&at(side), 1);
         connect(&at(side).pathEdit(), &PathEdit::browseRequested, this, [this, side] { Q_EMIT browseRequested(side); });
         connect(&at(side).pathEdit(), &PathEdit::submitted, this, &TextInputs::submitted);
-        connect(&at(side), &TextSide::encodingChosen, this, [this, side] { Q_EMIT encodingChosen(side); });
+        connect(&at(side), &TextInput::encodingChosen, this, [this, side] { Q_EMIT encodingChosen(side); });
     }
     setFocusProxy(m_sides.left);
 }
@@ -56,9 +67,9 @@ QString TextInputs::problem() const
         return Velmora::tr("Select at least one file to compare");
     if (!m_sides.left->exists() && !m_sides.right->exists())
         return Velmora::tr("Neither file exists");
-    if (m_sides.left->isFileAtLeast(sizeLimit) || m_sides.right->isFileAtLeast(sizeLimit)) {
+    if (m_sides.left->isFileAtLeast(TextInput::sizeLimit) || m_sides.right->isFileAtLeast(TextInput::sizeLimit)) {
         return Velmora::tr("File too large (limit %1 MB). Use folder compare or split the file first.")
-            .arg(limitInMegabytes);
+            .arg(TextInput::limitInMegabytes);
     }
     return {};
 }

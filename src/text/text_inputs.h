@@ -1,9 +1,10 @@
 #pragma once
 
 #include "core/sides.h"
+#include "session/document/text_input.h"
 #include "session/session_record.h"
+#include "settings/options/text_session_options.h"
 #include "text/editing/external_change.h"
-#include "text/text_side.h"
 
 #include <QWidget>
 
@@ -15,13 +16,10 @@ namespace velmora {
 class TextInputs final : public QWidget {
     Q_OBJECT
 public:
-    /// A file must be smaller than this many bytes.
-    static constexpr qint64 sizeLimit = 52'428'801;
-
     explicit TextInputs(QWidget *parent = nullptr);
 
-    [[nodiscard]] TextSide &at(Side side) { return *m_sides[side]; }
-    [[nodiscard]] const TextSide &at(Side side) const { return *m_sides[side]; }
+    [[nodiscard]] TextInput &at(Side side) { return *m_sides[side]; }
+    [[nodiscard]] const TextInput &at(Side side) const { return *m_sides[side]; }
 
     [[nodiscard]] SessionPaths paths() const;
     void setPaths(const SessionPaths &paths);
@@ -48,7 +46,7 @@ Q_SIGNALS:
     void submitted();
 
 private:
-    Sides<TextSide *> m_sides;
+    Sides<TextInput *> m_sides;
     QHBoxLayout *m_row;
 };
 

@@ -18,7 +18,6 @@ QString keyOf(QLatin1String name)
     return QLatin1String("textView/") + name;
 }
 
-constexpr QLatin1String pointsKey("fontPoints");
 constexpr QLatin1String leftShareKey("leftShare");
 constexpr QLatin1String contextKey("contextLines");
 
@@ -27,28 +26,19 @@ struct Switch {
     QLatin1String key;
     bool usual;
 };
-constexpr Switch switches[] = {{&TextCompareBar::wrapLines, QLatin1String("wrapLines"), false},
-                               {&TextCompareBar::syntaxColours, QLatin1String("syntaxColours"), true},
-                               {&TextCompareBar::showBlanks, QLatin1String("showBlanks"), false},
-                               {&TextCompareBar::lineDetail, QLatin1String("lineDetails"), false},
+constexpr Switch switches[] = {{&TextCompareBar::lineDetail, QLatin1String("lineDetails"), false},
                                {&TextCompareBar::ignoreMinor, QLatin1String("ignoreMinor"), true}};
 
 } // namespace
 
 TextViewOptions::TextViewOptions(TextCompareBar &bar, DiffView &view, LineDetail &detail, QObject *parent)
-    : QObject(parent), m_bar(bar), m_view(view), m_detail(detail)
+    : QObject(parent), m_bar(bar), m_view(view), m_detail(detail), m_panes(bar, view, this)
 {
-    connect(bar.wrapLines, &QAction::toggled, &view.scene(), &PaneScene::setWraps);
-    connect(bar.syntaxColours, &QAction::toggled, &view.scene(), &PaneScene::setShowsSyntax);
-    connect(bar.showBlanks, &QAction::toggled, &view.scene(), &PaneScene::setShowsBlanks);
     connect(bar.lineDetail, &QAction::toggled, &detail, &QWidget::setVisible);
     connect(bar.ignoreMinor, &QAction::toggled, this,
             [this](bool ignores) { m_view.scene().setCountsMinor(!ignores); });
     connect(bar.contextLines, &QActionGroup::triggered, this,
             [this](const QAction *action) { m_view.scene().setContextRows(action->data().toInt()); });
-    connect(bar.zoomIn, &QAction::triggered, &view, [this] { m_view.zoomBy(1); });
-    connect(bar.zoomOut, &QAction::triggered, &view, [this] { m_view.zoomBy(-1); });
-    connect(bar.resetZoom, &QAction::triggered, &view, &DiffView::resetZoom);
     restore();
     for (const Switch &one : switches)
         connect(bar.*one.action, &QAction::toggled, this, &TextViewOptions::remember);
@@ -62,25 +52,8 @@ void TextViewOptions::toggleMinor()
     m_bar.ignoreMinor->toggle();
 }
 
-void TextViewOptions::takeAppearance()
-{
-    const TextAppearance chosen = TextAppearance::load();
-    if (chosen == m_appearance)
-        return;
-    m_view.setUsualFont(chosen.family, chosen.points);
-    if (chosen.points != m_appearance.points)
-        m_view.resetZoom();
-    m_appearance = chosen;
-    PaneScene &scene = m_view.scene();
-    if (scene.document() && scene.document()->tabWidth() != chosen.tabWidth)
-        scene.replaceDocument(std::make_shared<DiffDocument>(*m_view.document(), chosen.tabWidth));
-}
-
 void TextViewOptions::restore()
 {
-    m_appearance = TextAppearance::load();
-    m_view.setUsualFont(m_appearance.family, m_appearance.points);
-    m_view.resetZoom();
     m_detail.hide();
     const SessionSettings settings;
     for (const Switch &one : switches)
@@ -88,7 +61,6 @@ void TextViewOptions::restore()
     const int context = settings.value(keyOf(contextKey), int(ShownRows::usualContext)).toInt();
     m_view.scene().setContextRows(std::clamp(context, 0, 1000));
     m_bar.showContextLines(int(m_view.scene().layout().context()));
-    m_view.setFontPointSize(settings.value(keyOf(pointsKey), m_view.fontPointSize()).toDouble());
     m_view.setLeftShare(settings.value(keyOf(leftShareKey), 0.5).toDouble());
 }
 
@@ -98,7 +70,6 @@ void TextViewOptions::remember() const
     for (const Switch &one : switches)
         settings.setValue(keyOf(one.key), (m_bar.*one.action)->isChecked());
     settings.setValue(keyOf(contextKey), int(m_view.scene().layout().context()));
-    settings.setValue(keyOf(pointsKey), m_view.fontPointSize());
     settings.setValue(keyOf(leftShareKey), m_view.leftShare());
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/text_appearance.h"
+#include "session/pane/pane_options.h"
 
 #include <QObject>
 
@@ -10,12 +10,9 @@ class DiffView;
 class LineDetail;
 class TextCompareBar;
 
-/// How the texts of a session are shown, remembered from one session to the next: text size, place of the splitter,
-/// word wrap, syntax colours, blanks, line details, the context of differences, and whether unimportant differences
-/// count.
-///
-/// A new session starts with what was chosen last in any; sessions that are open keep their own. Lives on the interface
-/// thread.
+/// How a comparison is shown, remembered from one session to the next: what `PaneOptions` has, the place of the
+/// splitter, line details, the context of differences, and whether unimportant differences count. Lives on the
+/// interface thread.
 class TextViewOptions final : public QObject {
     Q_OBJECT
 public:
@@ -23,8 +20,8 @@ public:
     TextViewOptions(TextCompareBar &bar, DiffView &view, LineDetail &detail, QObject *parent);
 
     /// Takes up another font or tab width, when one was chosen for all sessions since the last time.
-    void takeAppearance();
-    [[nodiscard]] int tabWidth() const noexcept { return m_appearance.tabWidth; }
+    void takeAppearance() { m_panes.takeAppearance(); }
+    [[nodiscard]] int tabWidth() const noexcept { return m_panes.tabWidth(); }
 
     /// Counts unimportant differences as equal when they count, and the other way round.
     void toggleMinor();
@@ -36,7 +33,7 @@ private:
     TextCompareBar &m_bar;
     DiffView &m_view;
     LineDetail &m_detail;
-    TextAppearance m_appearance;
+    PaneOptions m_panes;
 };
 
 } // namespace velmora

@@ -8,11 +8,11 @@
 #include "core/settings_store.h"
 #include "platform/user_registry.h"
 #include "session/folder_colours.h"
+#include "session/pane/text_appearance.h"
 #include "session/theme.h"
 #include "support/contrast.h"
 #include "support/files.h"
 #include "support/test_main.h"
-#include "text/text_appearance.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -26,10 +26,10 @@ enum Answer { Later, Restore, Discard };
 
 RecoveryRecord recordOf(const QString &left, const QString &right, const QByteArray &leftText)
 {
-    const QJsonObject side{{word("side"), word("left")}, {word("path"), left},  {word("charset"), word("UTF-8")},
-                           {word("mark"), false},        {word("fileSize"), 4}, {word("fileModified"), 0}};
+    const QJsonObject side{{word("pane"), 0},     {word("path"), left},  {word("charset"), word("UTF-8")},
+                           {word("mark"), false}, {word("fileSize"), 4}, {word("fileModified"), 0}};
     return {
-        {{word("kind"), word("text")}, {word("left"), left}, {word("right"), right}, {word("sides"), QJsonArray{side}}},
+        {{word("kind"), word("text")}, {word("left"), left}, {word("right"), right}, {word("texts"), QJsonArray{side}}},
         {leftText}};
 }
 

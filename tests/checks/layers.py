@@ -21,6 +21,7 @@ FLOORS = [
     r"cli",
     r"session",
     r"session/(frame|list|pane)",
+    r"session/(document|find)",
     r"settings/dialogs",
     r"text|merge|system|settings|(folder|filetypes)(/\w+)?",
     r"app",

@@ -24,6 +24,13 @@ public:
         : PaneDocument({texts.begin(), texts.end()}, 4, widest), m_rows(std::move(rows))
     {}
 
+    std::shared_ptr<const PaneDocument> withTabWidth(int columns) const override
+    {
+        auto other = std::make_shared<TableDocument>(*this);
+        other->setTabWidth(columns);
+        return other;
+    }
+
     /// The document after an edit: new lines stand in rows of their own.
     static std::shared_ptr<const PaneDocument> patched(const PaneDocument &before, const PaneTexts &texts,
                                                        PaneIndex pane, const LineChange &change)

@@ -1,7 +1,7 @@
 #include "core/recovery_store.h"
 #include "edit_fixture.h"
+#include "session/document/text_recovery.h"
 #include "support/test_main.h"
-#include "text/editing/text_recovery.h"
 
 #include <QClipboard>
 #include <QDirIterator>
@@ -189,8 +189,8 @@ private Q_SLOTS:
         fewerTexts.texts.clear();
         RecoveryRecord noText = *f.record;
         noText.texts.first() = "\xFF\n";
-        RecoveryRecord oddSides = *f.record;
-        oddSides.description[word("sides")] = QJsonArray{1};
+        RecoveryRecord oddTexts = *f.record;
+        oddTexts.description[word("texts")] = QJsonArray{1};
         for (const RecoveryRecord &bad : {otherKind, fewerTexts, noText}) {
             SessionFixture again;
             again.session.recover(bad, [] { QFAIL("kept what it cannot show"); });
@@ -198,7 +198,7 @@ private Q_SLOTS:
             QVERIFY(!again.scene().document());
         }
         SessionFixture again;
-        again.session.recover(oddSides, [] {});
+        again.session.recover(oddTexts, [] {});
         again.wait(); // shows what can be shown
     }
 };

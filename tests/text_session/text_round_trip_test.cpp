@@ -1,8 +1,8 @@
 #include "core/text_encode.h"
 #include "edit_fixture.h"
+#include "session/document/text_saver.h"
 #include "session/pane/intra_line_changes.h"
 #include "support/test_main.h"
-#include "text/editing/text_saver.h"
 #include "text/syntax/syntax_checkpoints.h"
 
 using namespace velmora;

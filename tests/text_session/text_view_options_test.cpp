@@ -1,7 +1,7 @@
 #include "core/settings_store.h"
+#include "session/pane/text_appearance.h"
 #include "session_fixture.h"
 #include "support/test_main.h"
-#include "text/text_appearance.h"
 
 #include <QAction>
 #include <QClipboard>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/text_appearance.h"
+#include "session/pane/text_appearance.h"
 
 #include <QObject>
 

@@ -91,6 +91,11 @@ PlainDocument::PlainDocument(const PlainDocument &before, std::shared_ptr<const 
     : PaneDocument({std::move(text)}, before.tabWidth(), widest)
 {}
 
+std::shared_ptr<const PaneDocument> PlainDocument::withTabWidth(int columns) const
+{
+    return std::make_shared<PlainDocument>(sharedSource(0), columns);
+}
+
 bool PlainDocument::hasSameStates(const PaneDocument &other, bool /*countsMinor*/) const
 {
     return rowCount() == other.rowCount();

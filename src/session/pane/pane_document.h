@@ -38,6 +38,8 @@ public:
     [[nodiscard]] int paneCount() const noexcept { return int(m_texts.size()); }
     [[nodiscard]] const LineSource &source(PaneIndex pane) const { return *m_texts[std::size_t(pane.number())]; }
     [[nodiscard]] int tabWidth() const noexcept { return m_tabWidth; }
+    /// The same rows and lines with other tab stops.
+    [[nodiscard]] virtual std::shared_ptr<const PaneDocument> withTabWidth(int columns) const = 0;
     /// Columns of the widest line of all texts, or more.
     [[nodiscard]] qint64 widestLine() const noexcept { return m_widest; }
 
@@ -78,6 +80,12 @@ protected:
     /// Measures the texts: one pass over the long lines.
     void setTabWidth(int columns);
 
+    /// The text, for another document over it.
+    [[nodiscard]] const std::shared_ptr<const LineSource> &sharedSource(PaneIndex pane) const
+    {
+        return m_texts[std::size_t(pane.number())];
+    }
+
 private:
     std::vector<std::shared_ptr<const LineSource>> m_texts;
     int m_tabWidth;
@@ -91,6 +99,7 @@ public:
     /// `text` is that of `before` after an edit; `widest` as in `patchedWidth`.
     PlainDocument(const PlainDocument &before, std::shared_ptr<const LineSource> text, qint64 widest);
 
+    [[nodiscard]] std::shared_ptr<const PaneDocument> withTabWidth(int columns) const override;
     [[nodiscard]] qsizetype rowCount() const override { return source(0).count(); }
     [[nodiscard]] qint32 lineNumber(qsizetype row, PaneIndex /*pane*/) const override { return qint32(row + 1); }
     [[nodiscard]] bool hasSameStates(const PaneDocument &other, bool countsMinor) const override;

@@ -60,6 +60,12 @@ void PaneEditor::setEnabled(bool enabled)
     Q_EMIT stateChanged();
 }
 
+void PaneEditor::unlockFor(PaneIndex pane)
+{
+    if (hasTexts() && obstacle(pane).isEmpty())
+        setEnabled(true);
+}
+
 void PaneEditor::setObstacle(PaneIndex pane, const QString &reason)
 {
     m_lanes[std::size_t(pane.number())].obstacle = reason;
@@ -68,10 +74,10 @@ void PaneEditor::setObstacle(PaneIndex pane, const QString &reason)
 bool PaneEditor::mayEdit(PaneIndex pane)
 {
     QString reason;
-    if (!m_scene.document())
-        reason = Velmora::tr("There is no text to edit yet: compare first");
-    else if (!obstacle(pane).isEmpty())
+    if (!obstacle(pane).isEmpty())
         reason = obstacle(pane);
+    else if (!m_scene.document())
+        reason = Velmora::tr("There is no text to edit yet: compare first");
     else if (!m_enabled)
         reason = Velmora::tr("The texts are locked: switch on \"Enable editing\" to change them");
     if (!reason.isEmpty())

@@ -40,6 +40,8 @@ public:
 
     void setEnabled(bool enabled);
     [[nodiscard]] bool isEnabled() const noexcept { return m_enabled; }
+    /// Enables editing when that is all that keeps `pane` from being changed.
+    void unlockFor(PaneIndex pane);
 
     /// Says why a pane can never be edited; empty when it can.
     void setObstacle(PaneIndex pane, const QString &reason);

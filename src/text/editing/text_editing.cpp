@@ -1,10 +1,8 @@
 #include "text/editing/text_editing.h"
 
 #include "core/line_ends.h"
-#include "session/dialogs.h"
+#include "session/document/text_input.h"
 #include "session/translate.h"
-#include "text/editing/text_recovery.h"
-#include "text/result/side_description.h"
 #include "text/text_inputs.h"
 #include "text/view/diff_view.h"
 #include "text/view/row_patch.h"
@@ -15,12 +13,49 @@ namespace {
 
 constexpr auto pauseBeforeComparing = std::chrono::milliseconds(350);
 
+TextWords leftWords()
+{
+    return {.unnamed = {},
+            .noTextYet = Velmora::tr("There is no text to save yet: compare first"),
+            .noChanges = Velmora::tr("The left side has no unsaved changes"),
+            .saveTitle = Velmora::tr("Save left file"),
+            .saved = Velmora::tr("Left file saved: %1"),
+            .askToSave = Velmora::tr("The left side has unsaved changes:\n%1\n\nSave them?"),
+            .changedOnDisk = Velmora::tr("The left file has changed on disk: %1"),
+            .goneFromDisk = Velmora::tr("The left file is no longer there: %1"),
+            .noText = Velmora::tr("This side holds bytes that no text has and is not edited here"),
+            .undecodable =
+                Velmora::tr("This side holds bytes that its encoding does not know: saving would lose them")};
+}
+
+TextWords rightWords()
+{
+    TextWords words = leftWords();
+    words.noChanges = Velmora::tr("The right side has no unsaved changes");
+    words.saveTitle = Velmora::tr("Save right file");
+    words.saved = Velmora::tr("Right file saved: %1");
+    words.askToSave = Velmora::tr("The right side has unsaved changes:\n%1\n\nSave them?");
+    words.changedOnDisk = Velmora::tr("The right file has changed on disk: %1");
+    words.goneFromDisk = Velmora::tr("The right file is no longer there: %1");
+    return words;
+}
+
 /// Why a text cannot be changed without harm; empty when it can.
-QString obstacleOf(const LoadedSide &loaded, bool isReadOnly)
+QString obstacleOf(const EditedText &text, bool isReadOnly)
 {
     if (isReadOnly)
         return Velmora::tr("This side is read-only by the session's settings");
-    return lossOfSaving(loaded);
+    return describeLoss(text);
+}
+
+QList<PaneIndex> panesOf(bool left, bool right)
+{
+    QList<PaneIndex> panes;
+    if (left)
+        panes.append(Side::Left);
+    if (right)
+        panes.append(Side::Right);
+    return panes;
 }
 
 } // namespace
@@ -29,16 +64,16 @@ TextEditing::TextEditing(DiffView &view, TextInputs &inputs, QWidget *window)
     : QObject(window),
       m_view(view),
       m_inputs(inputs),
-      m_window(window),
-      m_editor(view.scene(), this),
-      m_saving(m_editor, inputs, window, this)
+      m_texts(view.scene(),
+              {{Side::Left, &inputs.at(Side::Left), leftWords()}, {Side::Right, &inputs.at(Side::Right), rightWords()}},
+              window)
 {
     m_pause.setSingleShot(true);
     m_pause.setInterval(pauseBeforeComparing);
     connect(&m_pause, &QTimer::timeout, this, &TextEditing::compareAgain);
-    connect(&m_editor, &PaneEditor::edited, this, &TextEditing::takeEdit);
-    connect(&m_editor, &PaneEditor::refused, this, &TextEditing::message);
-    connect(&m_saving, &TextSaving::message, this, &TextEditing::message);
+    connect(&editor(), &PaneEditor::edited, this, &TextEditing::takeEdit);
+    connect(&editor(), &PaneEditor::refused, this, &TextEditing::message);
+    connect(&saving(), &TextSaving::message, this, &TextEditing::message);
 }
 
 void TextEditing::takeComparison(const TextCompareResult &result, const TextSessionOptions &options)
@@ -46,50 +81,13 @@ void TextEditing::takeComparison(const TextCompareResult &result, const TextSess
     m_runner.abandon();
     m_pause.stop();
     m_options = options;
-    m_editor.setObstacle(Side::Left, obstacleOf(result.left, options.leftReadOnly));
-    m_editor.setObstacle(Side::Right, obstacleOf(result.right, options.rightReadOnly));
-    m_saving.setLineEnds(Side::Left, lineEndStyleFromName(options.leftEol));
-    m_saving.setLineEnds(Side::Right,
+    editor().setObstacle(Side::Left, obstacleOf(m_texts.at(Side::Left), options.leftReadOnly));
+    editor().setObstacle(Side::Right, obstacleOf(m_texts.at(Side::Right), options.rightReadOnly));
+    saving().setLineEnds(Side::Left, lineEndStyleFromName(options.leftEol));
+    saving().setLineEnds(Side::Right,
                          lineEndStyleFromName(options.sameAsLeftFileFormat ? options.leftEol : options.rightEol));
-    const auto newText = [this](Side side, const LoadedSide &loaded) -> std::optional<TextLines> {
-        if (loaded.shown == m_editor.buffer(side).snapshot())
-            return std::nullopt;
-        return loaded.text.lines;
-    };
-    m_editor.setTexts({newText(Side::Left, result.left), newText(Side::Right, result.right)}, diffPatcher(options));
-}
-
-SideInput TextEditing::input(Side side, ChangedFile changed) const
-{
-    SideInput input = m_inputs.at(side).input(changed);
-    input.shown = m_editor.buffer(side).snapshot();
-    if (isModified(side)) {
-        input.loaded = m_inputs.at(side).loaded();
-        input.loaded->missing = false;
-        input.edited = input.shown;
-    }
-    return input;
-}
-
-void TextEditing::restore(const UnsavedText &text)
-{
-    TextSide &input = m_inputs.at(text.side);
-    if (text.path == TextSide::clipboardPath())
-        input.holdText(text.loaded);
-    input.setLoaded(text.loaded, text.path);
-    if (text.isEdited)
-        m_editor.restoreText(text.side, text.loaded.text.lines);
-}
-
-void TextEditing::discard(Side side)
-{
-    m_editor.markClean(side);
-}
-
-void TextEditing::unlockFor(Side side)
-{
-    if (m_view.scene().document() && m_editor.obstacle(side).isEmpty())
-        m_editor.setEnabled(true);
+    editor().setTexts({m_texts.unlessShown(Side::Left, result.left), m_texts.unlessShown(Side::Right, result.right)},
+                      diffPatcher(options));
 }
 
 // Comparing again ---------------------------------------------------------------------------------------------------
@@ -105,10 +103,10 @@ void TextEditing::takeEdit(PaneIndex pane)
 void TextEditing::compareAgain()
 {
     const auto editedSide = [this](Side side) {
-        SideInput input;
-        input.loaded = m_inputs.at(side).loaded();
-        input.edited = m_editor.buffer(side).snapshot();
-        return input;
+        TextOrigin origin;
+        origin.loaded = m_inputs.at(side).loaded();
+        origin.edited = editor().buffer(side).snapshot();
+        return origin;
     };
     const DiffDocument *shown = m_view.document();
     if (!shown)
@@ -129,61 +127,42 @@ void TextEditing::compareAgain()
 
 // Questions ---------------------------------------------------------------------------------------------------------
 
-void TextEditing::askToDiscard(const QList<Side> &lost, const QString &title, const QString &question,
-                               const std::function<void()> &go)
-{
-    const auto discardAndGo = [this, lost, go](bool yes) {
-        if (!yes)
-            return;
-        for (const Side side : lost)
-            discard(side);
-        go();
-    };
-    if (lost.isEmpty())
-        go();
-    else
-        Dialogs::instance().askYesNo(m_window, title, question, false, discardAndGo);
-}
-
 void TextEditing::confirmReload(bool left, bool right, std::function<void()> go)
 {
-    m_saving.whenSaved([this, left, right, go = std::move(go)] {
-        QList<Side> lost;
-        for (const Side side : {Side::Left, Side::Right}) {
-            if ((side == Side::Left ? left : right) && isModified(side) && !m_inputs.at(side).isClipboard())
-                lost.append(side);
-        }
-        QString question = Velmora::tr("There are unsaved changes. Reload both sides from disk?");
-        if (lost.size() == 1) {
-            question = lost.first() == Side::Left
-                           ? Velmora::tr("The left side has unsaved changes. Reload from disk?")
-                           : Velmora::tr("The right side has unsaved changes. Reload from disk?");
-        }
-        askToDiscard(lost, Velmora::tr("Reload"), question, go);
-    });
+    const auto panes = [this, left, right] {
+        QList<PaneIndex> reloaded = panesOf(left, right);
+        reloaded.removeIf([this](PaneIndex pane) { return m_inputs.at(sideOf(pane)).isClipboard(); });
+        return reloaded;
+    };
+    const auto question = [](const QList<PaneIndex> &lost) {
+        if (lost.size() > 1)
+            return Velmora::tr("There are unsaved changes. Reload both sides from disk?");
+        return lost.first() == Side::Left ? Velmora::tr("The left side has unsaved changes. Reload from disk?")
+                                          : Velmora::tr("The right side has unsaved changes. Reload from disk?");
+    };
+    m_texts.confirmDiscard(panes, Velmora::tr("Reload"), question, std::move(go));
 }
 
 void TextEditing::confirmReplacement(Side side, std::function<void()> go)
 {
-    m_saving.whenSaved([this, side, go = std::move(go)] {
-        askToDiscard(isModified(side) ? QList<Side>{side} : QList<Side>(), Velmora::tr("Unsaved changes"),
-                     side == Side::Left ? Velmora::tr("The left side has unsaved changes. Discard them?")
-                                        : Velmora::tr("The right side has unsaved changes. Discard them?"),
-                     go);
-    });
+    const auto question = [side](const QList<PaneIndex> &) {
+        return side == Side::Left ? Velmora::tr("The left side has unsaved changes. Discard them?")
+                                  : Velmora::tr("The right side has unsaved changes. Discard them?");
+    };
+    m_texts.confirmDiscard([side] { return QList<PaneIndex>{side}; }, Velmora::tr("Unsaved changes"), question,
+                           std::move(go));
 }
 
 void TextEditing::confirmOtherFiles(std::function<void()> go)
 {
-    m_saving.whenSaved([this, go = std::move(go)] {
-        QList<Side> lost;
-        for (const Side side : {Side::Left, Side::Right}) {
-            if (isModified(side) && m_inputs.at(side).path() != m_inputs.at(side).loadedPath())
-                lost.append(side);
-        }
-        askToDiscard(lost, Velmora::tr("Unsaved changes"),
-                     Velmora::tr("The texts shown have unsaved changes. Discard them and compare other files?"), go);
-    });
+    const auto panes = [this] {
+        const auto isOther = [this](Side side) { return m_inputs.at(side).path() != m_inputs.at(side).loadedPath(); };
+        return panesOf(isOther(Side::Left), isOther(Side::Right));
+    };
+    const auto question = [](const QList<PaneIndex> &) {
+        return Velmora::tr("The texts shown have unsaved changes. Discard them and compare other files?");
+    };
+    m_texts.confirmDiscard(panes, Velmora::tr("Unsaved changes"), question, std::move(go));
 }
 
 } // namespace velmora

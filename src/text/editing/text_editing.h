@@ -1,11 +1,11 @@
 #pragma once
 
 #include "core/runner.h"
-#include "session/pane/pane_editor.h"
+#include "core/side.h"
+#include "session/document/edited_texts.h"
 #include "settings/options/text_session_options.h"
-#include "text/editing/text_saving.h"
+#include "text/line_pairs.h"
 #include "text/text_compare_job.h"
-#include "text/text_side.h"
 
 #include <QObject>
 #include <QTimer>
@@ -14,10 +14,9 @@ namespace velmora {
 
 class DiffView;
 class TextInputs;
-struct UnsavedText;
 
-/// The edited texts of a session: compares them again in the background after each edit, lets them be saved, and asks
-/// before they are given up.
+/// The edited texts of a comparison: compares them again in the background after each edit, and asks before they are
+/// given up.
 ///
 /// What an edit did to the rows around it is shown at once; the whole is compared when nothing was typed for a moment.
 /// Lives on the interface thread.
@@ -27,34 +26,20 @@ public:
     /// `view` and `inputs` outlive this; `window` is what questions belong to.
     TextEditing(DiffView &view, TextInputs &inputs, QWidget *window);
 
-    [[nodiscard]] PaneEditor &editor() noexcept { return m_editor; }
-    [[nodiscard]] const PaneEditor &editor() const noexcept { return m_editor; }
-    [[nodiscard]] TextSaving &saving() noexcept { return m_saving; }
-
-    [[nodiscard]] bool isModified(Side side) const { return m_editor.buffer(side).isModified(); }
-    /// Also true while changes are on their way to a file.
-    [[nodiscard]] bool hasUnsavedChanges() const
-    {
-        return isModified(Side::Left) || isModified(Side::Right) || m_saving.isSaving();
-    }
+    [[nodiscard]] EditedTexts &texts() noexcept { return m_texts; }
+    [[nodiscard]] const EditedTexts &texts() const noexcept { return m_texts; }
+    [[nodiscard]] PaneEditor &editor() noexcept { return m_texts.editor(); }
+    [[nodiscard]] const PaneEditor &editor() const noexcept { return m_texts.editor(); }
+    [[nodiscard]] TextSaving &saving() noexcept { return m_texts.saving(); }
+    [[nodiscard]] bool isModified(Side side) const { return m_texts.isModified(side); }
 
     /// Takes up a completed comparison that is shown now.
     void takeComparison(const TextCompareResult &result, const TextSessionOptions &options);
 
-    /// What a comparison takes from a side: the edited text, or what the side's input is.
-    [[nodiscard]] SideInput input(Side side, ChangedFile changed) const;
-    /// Takes up a text of an earlier run, before a comparison that shows it.
-    void restore(const UnsavedText &text);
     /// The lines that the next comparisons after edits take as belonging together.
     void setPairs(const LinePairs &pairs) { m_pairs = pairs; }
     /// Compares the texts as they are shown, in the background.
     void compareAgain();
-
-    /// Forgets the edits of a side that will be read again.
-    void discard(Side side);
-
-    /// Enables editing when that is all that keeps `side` from being changed.
-    void unlockFor(Side side);
 
     /// Asks before unsaved edits of the given sides are replaced by what is on disk, and forgets them when it may; `go`
     /// follows a yes, or at once when there are none. A text without a file has nothing to be replaced by and stays.
@@ -72,15 +57,10 @@ Q_SIGNALS:
 
 private:
     void takeEdit(PaneIndex pane);
-    /// Calls `go` when the edits of the sides `lost` may be given up, and forgets them.
-    void askToDiscard(const QList<Side> &lost, const QString &title, const QString &question,
-                      const std::function<void()> &go);
 
     DiffView &m_view;
     TextInputs &m_inputs;
-    QWidget *m_window;
-    PaneEditor m_editor;
-    TextSaving m_saving;
+    EditedTexts m_texts;
     TextSessionOptions m_options;
     LinePairs m_pairs;
     QTimer m_pause; ///< runs while the next edit may follow at once

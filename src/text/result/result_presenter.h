@@ -23,7 +23,7 @@ public:
 
     struct Result {
         std::shared_ptr<const DiffDocument> document;
-        Sides<LoadedSide> sides;
+        Sides<LoadedText> sides;
         SessionPaths paths;
         TextSessionOptions options;
     };

@@ -72,7 +72,7 @@ Findings findingsOf(const DiffDocument &document)
     return findings;
 }
 
-Verdict judge(const Findings &findings, const LoadedSide &left, const LoadedSide &right,
+Verdict judge(const Findings &findings, const LoadedText &left, const LoadedText &right,
               const TextSessionOptions &options, const VerdictScope &scope)
 {
     const bool differs = findings.rows.differences() > 0;

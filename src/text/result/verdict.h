@@ -33,7 +33,7 @@ struct VerdictScope {
     QString indentedType; ///< the name of the texts' file type where indentation has meaning in it, else empty
 };
 
-[[nodiscard]] Verdict judge(const Findings &findings, const LoadedSide &left, const LoadedSide &right,
+[[nodiscard]] Verdict judge(const Findings &findings, const LoadedText &left, const LoadedText &right,
                             const TextSessionOptions &options, const VerdictScope &scope);
 
 /// What `options` ignore, as a list in words; empty when every character counts.

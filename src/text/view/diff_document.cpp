@@ -108,6 +108,11 @@ DiffDocument::DiffDocument(const DiffDocument &other, int tabWidth) : DiffDocume
     setTabWidth(tabWidth);
 }
 
+std::shared_ptr<const PaneDocument> DiffDocument::withTabWidth(int columns) const
+{
+    return std::make_shared<DiffDocument>(*this, columns);
+}
+
 void DiffDocument::addUnimportantRows(qsizetype first, qsizetype end)
 {
     for (qsizetype row = first; row < end; ++row) {

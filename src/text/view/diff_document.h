@@ -35,8 +35,8 @@ public:
     DiffDocument(const DiffDocument &before, const RowChange &change, QList<AlignedRow> rows,
                  std::shared_ptr<const LineSource> left, std::shared_ptr<const LineSource> right);
 
-    /// The same rows and lines with other tab stops.
     DiffDocument(const DiffDocument &other, int tabWidth);
+    [[nodiscard]] std::shared_ptr<const PaneDocument> withTabWidth(int columns) const override;
 
     [[nodiscard]] const QList<AlignedRow> &rows() const noexcept { return m_rows; }
     [[nodiscard]] DiffLineKind kind(qsizetype row) const { return m_rows.at(row).kind; }

@@ -6,16 +6,16 @@
 
 namespace velmora {
 
-class DiffView;
+class PaneView;
 class FindBar;
 
-/// Leads from match to match of what the find bar asks for, on the side that has the caret. Matches in rows that are
+/// Leads from match to match of what the find bar asks for, in the pane that has the caret. Matches in rows that are
 /// not shown are passed over; behind the last one comes the first.
 class FindController final : public QObject {
     Q_OBJECT
 public:
     /// Both outlive the controller.
-    FindController(FindBar &bar, DiffView &view, QObject *parent);
+    FindController(FindBar &bar, PaneView &view, QObject *parent);
 
     /// Opens the bar with what is selected, if that is part of one line.
     void open();
@@ -35,7 +35,7 @@ private:
     void showPosition();
 
     FindBar &m_bar;
-    DiffView &m_view;
+    PaneView &m_view;
     TextPosition m_start; ///< where the search began
     bool m_jumps = false; ///< the query was changed: its first match is to be shown when it is found
 };

@@ -1,4 +1,4 @@
-#include "text/text_appearance.h"
+#include "session/pane/text_appearance.h"
 
 #include "core/settings_store.h"
 

@@ -1,4 +1,4 @@
-#include "text/editing/file_watch.h"
+#include "session/document/file_watch.h"
 
 #include <QFileInfo>
 

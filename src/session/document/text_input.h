@@ -1,7 +1,7 @@
 #pragma once
 
+#include "session/document/loaded_text.h"
 #include "session/frame/path_edit.h"
-#include "text/text_compare_job.h"
 
 #include <QWidget>
 
@@ -11,16 +11,29 @@ class QComboBox;
 
 namespace velmora {
 
-/// What a comparison does with a file that was written by somebody else since it was read.
+/// What a run does with a file that was written by somebody else since it was read.
 enum class ChangedFile { Reload, KeepLoaded };
 
-/// One side of the session, above its text: the path, the encoding that its file is read by, and what was read last.
+/// One text of a session with its file, above its pane: the path, the encoding that the file is read by, and what was
+/// read last.
 ///
-/// A side whose path reads "[Clipboard]" holds a text without a file, which is never checked and never read again.
-class TextSide final : public QWidget {
+/// An input whose path reads "[Clipboard]" holds a text without a file, which is never checked and never read again.
+class TextInput final : public QWidget {
     Q_OBJECT
 public:
-    explicit TextSide(Side side, QWidget *parent = nullptr);
+    /// A file that is read here must be smaller than this many bytes.
+    static constexpr qint64 sizeLimit = 52'428'801;
+    static constexpr qint64 limitInMegabytes = 50;
+
+    /// How an input presents itself; texts are translated.
+    struct Words {
+        QString objectName;   ///< "left" names the fields "leftPathEdit" and "leftEncoding"
+        QString placeholder;  ///< in the empty path
+        QString browseTitle;  ///< of the file dialog, and the button's tool tip
+        QString encodingHint; ///< tool tip of the encoding
+    };
+
+    explicit TextInput(const Words &words, QWidget *parent = nullptr);
 
     [[nodiscard]] PathEdit &pathEdit() { return *m_pathEdit; }
     [[nodiscard]] QString path() const { return m_pathEdit->path(); }
@@ -30,13 +43,13 @@ public:
     /// Offers `encoding` too when it is none of the usual ones. Without a signal.
     void setEncoding(const TextEncoding &encoding);
 
-    /// What the path of a side reads whose text has no file.
+    /// What the path reads of a text that was pasted and has no file.
     [[nodiscard]] static QString clipboardPath();
 
     /// Holds the clipboard's text from now on.
     void takeClipboard();
     /// Holds `text` in the same way.
-    void holdText(const LoadedSide &text);
+    void holdText(const LoadedText &text);
     [[nodiscard]] bool isClipboard() const;
 
     /// Whether there is a text: held, or in an existing regular file.
@@ -46,16 +59,16 @@ public:
     /// Whether the file that was read last is still the one of the path and is no longer the same on disk.
     [[nodiscard]] bool isChangedOnDisk() const;
 
-    /// What the next comparison takes from this side.
-    [[nodiscard]] SideInput input(ChangedFile changed) const;
+    /// What the next run takes from here.
+    [[nodiscard]] TextOrigin origin(ChangedFile changed) const;
 
-    /// What the latest completed comparison has read, and from which path.
-    [[nodiscard]] const LoadedSide &loaded() const { return m_loaded; }
+    /// What the latest completed run has read, and from which path.
+    [[nodiscard]] const LoadedText &loaded() const { return m_loaded; }
     [[nodiscard]] const QString &loadedPath() const { return m_loadedPath; }
-    void setLoaded(const LoadedSide &loaded, const QString &path);
+    void setLoaded(const LoadedText &loaded, const QString &path);
 
     /// Exchanges path and texts, not the encoding.
-    void swapWith(TextSide &other);
+    void swapWith(TextInput &other);
 
 Q_SIGNALS:
     /// A person has chosen another encoding.
@@ -67,8 +80,8 @@ protected:
 private:
     PathEdit *m_pathEdit;
     QComboBox *m_encoding;
-    std::optional<LoadedSide> m_clipboard;
-    LoadedSide m_loaded;
+    std::optional<LoadedText> m_clipboard;
+    LoadedText m_loaded;
     QString m_loadedPath;
 };
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/runner.h"
-#include "text/editing/text_recovery.h"
+#include "session/document/text_recovery.h"
 
 #include <QElapsedTimer>
 #include <QObject>

@@ -3,8 +3,8 @@
 #include "core/progress.h"
 #include "core/text_encoding.h"
 #include "core/text_lines.h"
+#include "session/document/file_stamp.h"
 #include "session/pane/edit_buffer.h"
-#include "text/editing/file_stamp.h"
 
 #include <QString>
 

@@ -1,12 +1,12 @@
-#include "text/find/find_controller.h"
+#include "session/find/find_controller.h"
 
+#include "session/find/find_bar.h"
+#include "session/pane/pane_view.h"
 #include "session/pane/text_pane.h"
-#include "text/find/find_bar.h"
-#include "text/view/diff_view.h"
 
 namespace velmora {
 
-FindController::FindController(FindBar &bar, DiffView &view, QObject *parent)
+FindController::FindController(FindBar &bar, PaneView &view, QObject *parent)
     : QObject(parent), m_bar(bar), m_view(view)
 {
     connect(&view.scene().search(), &TextSearch::changed, this, &FindController::showMatches);
@@ -36,7 +36,7 @@ void FindController::close()
     m_bar.hide();
     m_jumps = false;
     m_view.scene().search().setQuery({});
-    m_view.pane(m_view.activeSide()).setFocus();
+    m_view.pane(m_view.activePane()).setFocus();
 }
 
 void FindController::takeQuery()
@@ -70,7 +70,7 @@ void FindController::continueFromCaret()
 
 qsizetype FindController::shownMatch(qsizetype from, bool forward) const
 {
-    const auto &matches = m_view.scene().search().matches().of(m_view.activeSide());
+    const auto &matches = m_view.scene().search().matches().of(m_view.activePane());
     const auto count = qsizetype(matches.size());
     for (qsizetype tried = 0; tried < count; ++tried) {
         const qsizetype number = ((forward ? from + tried : from - tried) + 2 * count) % count;
@@ -87,9 +87,9 @@ void FindController::select(qsizetype number)
     if (number < 0)
         return;
     PaneScene &scene = m_view.scene();
-    const Side side = m_view.activeSide();
-    const TextMatch &match = scene.search().matches().of(side)[std::size_t(number)];
-    scene.setCaret({side, {match.row, match.unit}, {match.row, match.unit + match.length}});
+    const PaneIndex pane = m_view.activePane();
+    const TextMatch &match = scene.search().matches().of(pane)[std::size_t(number)];
+    scene.setCaret({pane, {match.row, match.unit}, {match.row, match.unit + match.length}});
     scene.showCaretInContext();
 }
 
@@ -108,7 +108,7 @@ void FindController::showMatches()
         return;
     }
     if (std::exchange(m_jumps, false))
-        select(shownMatch(search.firstFrom(m_view.activeSide(), m_start), true));
+        select(shownMatch(search.firstFrom(m_view.activePane(), m_start), true));
     showPosition();
 }
 

@@ -1,4 +1,4 @@
-#include "text/text_side.h"
+#include "session/document/text_input.h"
 
 #include "session/translate.h"
 
@@ -19,16 +19,13 @@ constexpr int usualEncoding = 9; // wide characters: "Auto detect", "UTF-16 LE"
 
 } // namespace
 
-TextSide::TextSide(Side side, QWidget *parent) : QWidget(parent), m_encoding(new QComboBox(this))
+TextInput::TextInput(const Words &words, QWidget *parent) : QWidget(parent), m_encoding(new QComboBox(this))
 {
-    const bool left = side == Side::Left;
-    m_pathEdit = new PathEdit(left ? Velmora::tr("Left file path (drop a file here)...")
-                                   : Velmora::tr("Right file path (drop a file here)..."),
-                              left ? Velmora::tr("Select left file") : Velmora::tr("Select right file"), this);
-    m_pathEdit->lineEdit().setObjectName(left ? QStringLiteral("leftPathEdit") : QStringLiteral("rightPathEdit"));
+    m_pathEdit = new PathEdit(words.placeholder, words.browseTitle, this);
+    m_pathEdit->lineEdit().setObjectName(words.objectName + QStringLiteral("PathEdit"));
 
-    m_encoding->setObjectName(left ? QStringLiteral("leftEncoding") : QStringLiteral("rightEncoding"));
-    m_encoding->setToolTip(left ? Velmora::tr("Encoding of the left file") : Velmora::tr("Encoding of the right file"));
+    m_encoding->setObjectName(words.objectName + QStringLiteral("Encoding"));
+    m_encoding->setToolTip(words.encodingHint);
     m_encoding->setAccessibleName(m_encoding->toolTip());
     m_encoding->setFocusPolicy(Qt::TabFocus);
     // The path has more to say than the longest name of an encoding, which the list shows whole.
@@ -46,23 +43,23 @@ TextSide::TextSide(Side side, QWidget *parent) : QWidget(parent), m_encoding(new
     row->addWidget(m_pathEdit, 1);
     row->addWidget(m_encoding);
     setFocusProxy(m_pathEdit);
-    connect(m_encoding, &QComboBox::activated, this, &TextSide::encodingChosen);
+    connect(m_encoding, &QComboBox::activated, this, &TextInput::encodingChosen);
     connect(&m_pathEdit->lineEdit(), &QLineEdit::textChanged, &m_pathEdit->lineEdit(), &QWidget::setToolTip);
 }
 
-void TextSide::resizeEvent(QResizeEvent * /*event*/)
+void TextInput::resizeEvent(QResizeEvent * /*event*/)
 {
     // A path of which nothing is seen is worse than an encoding that only the settings tell.
     const int pathWidth = shortestPath * fontMetrics().averageCharWidth();
     m_encoding->setVisible(width() >= pathWidth + m_encoding->sizeHint().width());
 }
 
-TextEncoding TextSide::encoding() const
+TextEncoding TextInput::encoding() const
 {
     return TextEncoding::fromName(m_encoding->currentData().toString());
 }
 
-void TextSide::setEncoding(const TextEncoding &encoding)
+void TextInput::setEncoding(const TextEncoding &encoding)
 {
     const QString name = encoding.name();
     if (m_encoding->findData(name) < 0)
@@ -70,68 +67,68 @@ void TextSide::setEncoding(const TextEncoding &encoding)
     m_encoding->setCurrentIndex(m_encoding->findData(name));
 }
 
-QString TextSide::clipboardPath()
+QString TextInput::clipboardPath()
 {
     return QStringLiteral("[Clipboard]");
 }
 
-void TextSide::takeClipboard()
+void TextInput::takeClipboard()
 {
-    LoadedSide text;
+    LoadedText text;
     text.missing = false;
     text.text =
         decodeText(QGuiApplication::clipboard()->text().toUtf8(), TextEncoding::fromName(QStringLiteral("UTF-8")));
     holdText(text);
 }
 
-void TextSide::holdText(const LoadedSide &text)
+void TextInput::holdText(const LoadedText &text)
 {
     m_clipboard = text;
     setPath(clipboardPath());
 }
 
-bool TextSide::isClipboard() const
+bool TextInput::isClipboard() const
 {
     return m_clipboard && path() == clipboardPath();
 }
 
-bool TextSide::exists() const
+bool TextInput::exists() const
 {
     return isClipboard() || (!path().isEmpty() && QFileInfo(path()).isFile());
 }
 
-bool TextSide::isFileAtLeast(qint64 limit) const
+bool TextInput::isFileAtLeast(qint64 limit) const
 {
     return !isClipboard() && exists() && QFileInfo(path()).size() >= limit;
 }
 
-bool TextSide::isChangedOnDisk() const
+bool TextInput::isChangedOnDisk() const
 {
     if (isClipboard() || m_loaded.missing || m_loadedPath != path())
         return false;
     return FileStamp::of(m_loadedPath) != m_loaded.stamp;
 }
 
-SideInput TextSide::input(ChangedFile changed) const
+TextOrigin TextInput::origin(ChangedFile changed) const
 {
-    SideInput input;
-    input.encoding = encoding();
+    TextOrigin origin;
+    origin.encoding = encoding();
     if (isClipboard())
-        input.loaded = m_clipboard;
+        origin.loaded = m_clipboard;
     else if (changed == ChangedFile::KeepLoaded && isChangedOnDisk())
-        input.loaded = m_loaded;
+        origin.loaded = m_loaded;
     else if (exists())
-        input.path = path();
-    return input;
+        origin.path = path();
+    return origin;
 }
 
-void TextSide::setLoaded(const LoadedSide &loaded, const QString &path)
+void TextInput::setLoaded(const LoadedText &loaded, const QString &path)
 {
     m_loaded = loaded;
     m_loadedPath = path;
 }
 
-void TextSide::swapWith(TextSide &other)
+void TextInput::swapWith(TextInput &other)
 {
     const QString own = path();
     setPath(other.path());

@@ -1,4 +1,4 @@
-#include "text/editing/recovery_keeper.h"
+#include "session/document/recovery_keeper.h"
 
 #include <QFile>
 

@@ -1,32 +1,32 @@
-#include "text/find/replace_controller.h"
+#include "session/find/replace_controller.h"
 
 #include "session/fault_text.h"
+#include "session/find/find_bar.h"
+#include "session/find/find_controller.h"
+#include "session/pane/pane_editor.h"
+#include "session/pane/pane_view.h"
 #include "session/translate.h"
-#include "text/editing/text_editing.h"
-#include "text/find/find_bar.h"
-#include "text/find/find_controller.h"
-#include "text/view/diff_view.h"
 
 #include <QLocale>
 
 namespace velmora {
 
-ReplaceController::ReplaceController(FindBar &bar, FindController &finder, DiffView &view, TextEditing &editing,
+ReplaceController::ReplaceController(FindBar &bar, FindController &finder, PaneView &view, PaneEditor &editor,
                                      QObject *parent)
-    : QObject(parent), m_bar(bar), m_finder(finder), m_view(view), m_editing(editing)
+    : QObject(parent), m_bar(bar), m_finder(finder), m_view(view), m_editor(editor)
 {
     connect(&bar, &FindBar::replaceWanted, this, &ReplaceController::replaceOne);
     connect(&bar, &FindBar::replaceAllWanted, this, &ReplaceController::replaceAll);
     connect(&bar, &FindBar::closeWanted, &m_runner, &Runner::cancel);
-    connect(&editing, &TextEditing::textEdited, this, [this] { m_runner.cancel(); });
+    connect(&editor, &PaneEditor::edited, this, [this] { m_runner.cancel(); });
     connect(&m_runner, &Runner::runningChanged, this, [this] { m_bar.showReplacing(m_runner.isRunning()); });
 }
 
 bool ReplaceController::mayReplace()
 {
-    const Side side = m_view.activeSide();
-    m_editing.unlockFor(side);
-    return m_editing.editor().mayEdit(side);
+    const PaneIndex pane = m_view.activePane();
+    m_editor.unlockFor(pane);
+    return m_editor.mayEdit(pane);
 }
 
 void ReplaceController::replaceOne()
@@ -44,7 +44,7 @@ void ReplaceController::replaceOne()
         m_finder.step(true);
         return;
     }
-    if (mayReplace() && m_editing.editor().insert(caret.pane, replacementFor(match, query, m_bar.replacement())))
+    if (mayReplace() && m_editor.insert(caret.pane, replacementFor(match, query, m_bar.replacement())))
         m_finder.continueFromCaret();
 }
 
@@ -54,21 +54,21 @@ void ReplaceController::replaceAll()
         m_runner.cancel();
         return;
     }
-    const Side side = m_view.activeSide();
+    const PaneIndex pane = m_view.activePane();
     if (!mayReplace())
         return;
-    const std::shared_ptr<const EditSnapshot> text = m_editing.editor().buffer(side).snapshot();
+    const std::shared_ptr<const EditSnapshot> text = m_editor.buffer(pane).snapshot();
     m_runner.start(
         [text, query = m_bar.query(), with = m_bar.replacement()](const CancelFlag &cancel, Progress &progress) {
             return replaceMatches(*text, query, with, cancel, progress);
         },
-        [this, side, text](RunOutcome<ReplacedText> &&outcome) { take(side, text, std::move(outcome)); },
+        [this, pane, text](RunOutcome<ReplacedText> &&outcome) { take(pane, text, std::move(outcome)); },
         [this](const ProgressState &state) {
             m_bar.showReplaced(state.total > 0 ? double(state.done) / double(state.total) : 0);
         });
 }
 
-void ReplaceController::take(Side side, const std::shared_ptr<const EditSnapshot> &before,
+void ReplaceController::take(PaneIndex pane, const std::shared_ptr<const EditSnapshot> &before,
                              RunOutcome<ReplacedText> &&outcome)
 {
     if (!outcome.value || outcome.value->tooLong) {
@@ -76,15 +76,14 @@ void ReplaceController::take(Side side, const std::shared_ptr<const EditSnapshot
         Q_EMIT message(outcome.value ? tooLong : faultText(outcome.fault, tooLong));
         return;
     }
-    PaneEditor &editor = m_editing.editor();
-    if (outcome.end != RunEnd::Done || editor.buffer(side).snapshot() != before) {
+    if (outcome.end != RunEnd::Done || m_editor.buffer(pane).snapshot() != before) {
         Q_EMIT message(Velmora::tr("Nothing was replaced"));
         return;
     }
     const ReplacedText &replaced = *outcome.value;
     const QLocale locale;
     if (replaced.matches > 0)
-        editor.replaceLines(side, replaced.first, replaced.removed, replaced.lines);
+        m_editor.replaceLines(pane, replaced.first, replaced.removed, replaced.lines);
     QString text = Velmora::tr("Replaced matches: %1").arg(locale.toString(replaced.matches));
     if (replaced.linesGivenUp > 0) {
         text += QStringLiteral(" | ") + Velmora::tr("The expression is too slow for %1 lines, which stay as they are")

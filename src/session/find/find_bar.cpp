@@ -1,4 +1,4 @@
-#include "text/find/find_bar.h"
+#include "session/find/find_bar.h"
 
 #include "session/frame/elided_label.h"
 #include "session/theme.h"
@@ -31,7 +31,7 @@ QToolButton *makeButton(QWidget *parent, const QString &name, const QString &hin
 
 } // namespace
 
-FindBar::FindBar(QWidget *parent)
+FindBar::FindBar(const Words &words, QWidget *parent)
     : QWidget(parent),
       m_text(new QLineEdit(this)),
       m_matchCase(new QCheckBox(Velmora::tr("Match case"), this)),
@@ -45,11 +45,11 @@ FindBar::FindBar(QWidget *parent)
       m_with(new QLineEdit),
       m_replace(new QPushButton(Velmora::tr("Replace"))),
       m_replaceAll(new QPushButton(Velmora::tr("Replace all"))),
-      m_replaceRow(makeReplaceRow()),
+      m_replaceRow(makeReplaceRow(words.replaceAllHint)),
       m_rows(new QBoxLayout(QBoxLayout::LeftToRight))
 {
     m_text->setObjectName(QStringLiteral("findText"));
-    m_text->setPlaceholderText(Velmora::tr("Find in this side"));
+    m_text->setPlaceholderText(words.placeholder);
     m_text->setAccessibleName(m_text->placeholderText());
     m_text->setClearButtonEnabled(true);
     m_text->setMaximumWidth(textWidth);
@@ -73,7 +73,7 @@ FindBar::FindBar(QWidget *parent)
     refreshTheme();
 }
 
-QWidget *FindBar::makeReplaceRow()
+QWidget *FindBar::makeReplaceRow(const QString &replaceAllHint)
 {
     m_showReplace->setCheckable(true);
     m_with->setObjectName(QStringLiteral("replaceText"));
@@ -87,8 +87,7 @@ QWidget *FindBar::makeReplaceRow()
     m_replace->setObjectName(QStringLiteral("replaceOne"));
     m_replace->setToolTip(Velmora::tr("Replace the selected match and go to the next one"));
     m_replaceAll->setObjectName(QStringLiteral("replaceAll"));
-    m_replaceAll->setToolTip(
-        Velmora::tr("Replace all matches in the whole text of this side, shown or not, as one step"));
+    m_replaceAll->setToolTip(replaceAllHint);
     auto *whole = new QWidget(this);
     auto *row = new QHBoxLayout(whole);
     row->setContentsMargins(0, 0, 0, 0);

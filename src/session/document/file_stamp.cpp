@@ -1,4 +1,4 @@
-#include "text/editing/file_stamp.h"
+#include "session/document/file_stamp.h"
 
 #include <QDateTime>
 #include <QFileInfo>

@@ -1,4 +1,4 @@
-#include "text/editing/text_saver.h"
+#include "session/document/text_saver.h"
 
 #include "core/safe_file.h"
 #include "core/text_encode.h"

@@ -18,7 +18,13 @@ class ElidedLabel;
 class FindBar final : public QWidget {
     Q_OBJECT
 public:
-    explicit FindBar(QWidget *parent = nullptr);
+    /// What depends on how many texts there are; translated.
+    struct Words {
+        QString placeholder;    ///< of what is looked for
+        QString replaceAllHint; ///< tool tip of the button
+    };
+
+    explicit FindBar(const Words &words, QWidget *parent = nullptr);
 
     /// Shows the bar and takes the keyboard; `text` becomes what is looked for unless it is empty.
     void open(const QString &text);
@@ -60,7 +66,7 @@ protected:
 
 private:
     void layOut();
-    [[nodiscard]] QWidget *makeReplaceRow();
+    [[nodiscard]] QWidget *makeReplaceRow(const QString &replaceAllHint);
 
     QLineEdit *m_text;
     QCheckBox *m_matchCase;
