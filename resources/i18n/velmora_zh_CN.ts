@@ -196,6 +196,90 @@
         <translation>二进制比较 %1</translation>
     </message>
     <message>
+        <source>Binary compare</source>
+        <translation>二进制比较</translation>
+    </message>
+    <message>
+        <source>Go to offset</source>
+        <translation>转到偏移</translation>
+    </message>
+    <message>
+        <source>Go to a place in the file by its offset</source>
+        <translation>按偏移转到文件中的位置</translation>
+    </message>
+    <message>
+        <source>Offset (1234, 0x4D2 or 4D2h; +/- counts from the caret):</source>
+        <translation>偏移（1234、0x4D2 或 4D2h；+/- 从光标算起）：</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no offset</source>
+        <translation>“%1”不是偏移</translation>
+    </message>
+    <message>
+        <source>Copy as hex</source>
+        <translation>复制为十六进制</translation>
+    </message>
+    <message>
+        <source>Copy as text</source>
+        <translation>复制为文本</translation>
+    </message>
+    <message>
+        <source>Copy as C array</source>
+        <translation>复制为 C 数组</translation>
+    </message>
+    <message>
+        <source>Too much to copy (limit %1 MB)</source>
+        <translation>复制的内容过多（上限 %1 MB）</translation>
+    </message>
+    <message>
+        <source>Some of these bytes cannot be read</source>
+        <translation>其中有些字节无法读取</translation>
+    </message>
+    <message>
+        <source>%1 | %2 bytes selected</source>
+        <translation>%1 | 已选 %2 字节</translation>
+    </message>
+    <message>
+        <source>Bytes of the left file</source>
+        <translation>左侧文件的字节</translation>
+    </message>
+    <message>
+        <source>Bytes of the right file</source>
+        <translation>右侧文件的字节</translation>
+    </message>
+    <message>
+        <source>Compare done: files are identical</source>
+        <translation>比较完成：文件相同</translation>
+    </message>
+    <message>
+        <source>Compare done: left %1 bytes, right %2 bytes, %3 diffs | diff rate: %4%</source>
+        <translation>比较完成：左 %1 字节，右 %2 字节，%3 处差异 | 差异率：%4%</translation>
+    </message>
+    <message>
+        <source> | diff list capped at %1 for navigation</source>
+        <translation> | 导航用差异列表上限 %1</translation>
+    </message>
+    <message>
+        <source>File too large (limit %1 GB). Use folder compare or checksum first</source>
+        <translation>文件过大（上限 %1 GB）。请先使用文件夹比较或校验和</translation>
+    </message>
+    <message>
+        <source>Cannot open left file</source>
+        <translation>无法打开左侧文件</translation>
+    </message>
+    <message>
+        <source>Cannot open right file</source>
+        <translation>无法打开右侧文件</translation>
+    </message>
+    <message>
+        <source>Paths loaded — click Binary compare to start</source>
+        <translation>路径已载入，点击“二进制比较”开始</translation>
+    </message>
+    <message>
+        <source>Select two files to compare</source>
+        <translation>请选择要比较的两个文件</translation>
+    </message>
+    <message>
         <source>Compare two files of any kind byte by byte.</source>
         <translation>逐字节比较任意类型的两个文件。</translation>
     </message>

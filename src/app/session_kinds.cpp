@@ -2,6 +2,7 @@
 
 #include "app/help/picture_icon.h"
 #include "app/pending_session.h"
+#include "filetypes/binary/binary_compare_widget.h"
 #include "filetypes/checksum/checksum_widget.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "session/document/text_recovery.h"
@@ -104,7 +105,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/HexCompare.ico",
      .slot = "onNewBinaryCompare",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Compare two files of any kind byte by byte."),
-     .create = pending},
+     .create = make<BinaryCompareWidget>},
     {.id = QLatin1String("image"),
      .group = Compare,
      .sides = 2,

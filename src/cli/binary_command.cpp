@@ -38,7 +38,7 @@ struct Comparison {
     Sides<std::shared_ptr<const BinarySource>> sources;
     RowComparison rows;
 
-    [[nodiscard]] SourcePair files() const
+    [[nodiscard]] BinaryPair files() const
     {
         return {{*sources.left, request.starts.left}, {*sources.right, request.starts.right}};
     }

@@ -197,7 +197,7 @@ private Q_SLOTS:
     {
         const auto left = sourceOf({QByteArray(100, 'a')});
         const auto right = sourceOf({QByteArray(20, 'a') + 'b' + QByteArray(20, 'a')});
-        const SourcePair files{{*left}, {*right}};
+        const BinaryPair files{{*left}, {*right}};
         Progress progress;
         const std::vector<AlignedRange> expected{{RangeKind::Changed, 16, 84, 16, 25}};
         QCOMPARE(rangesOfRows(compareRows(files, {}, progress), files), expected);

@@ -8,9 +8,9 @@ namespace velmora {
 
 namespace {
 
-AlignedRange rangeOfRows(const SourcePair &files, qint64 first, qint64 end)
+AlignedRange rangeOfRows(const BinaryPair &files, qint64 first, qint64 end)
 {
-    const auto within = [&](const SourcePart &part, qint64 &offset, qint64 &length) {
+    const auto within = [&](const BinaryPart &part, qint64 &offset, qint64 &length) {
         const qint64 from = std::min(first * rowSize, part.size());
         offset = part.start + from;
         length = std::min(end * rowSize, part.size()) - from;
@@ -24,11 +24,11 @@ AlignedRange rangeOfRows(const SourcePair &files, qint64 first, qint64 end)
 
 } // namespace
 
-std::vector<AlignedRange> rangesOfRows(const RowComparison &comparison, const SourcePair &files)
+std::vector<AlignedRange> rangesOfRows(const RowComparison &comparison, const BinaryPair &files, std::size_t limit)
 {
     std::vector<AlignedRange> ranges;
     const std::vector<qint64> &rows = comparison.diffRows;
-    for (std::size_t at = 0; at < rows.size();) {
+    for (std::size_t at = 0; at < rows.size() && ranges.size() < limit;) {
         std::size_t next = at + 1;
         while (next < rows.size() && rows[next] == rows[next - 1] + 1)
             ++next;

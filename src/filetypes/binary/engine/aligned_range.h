@@ -2,12 +2,13 @@
 
 #include <QtGlobal>
 
+#include <limits>
 #include <vector>
 
 namespace velmora {
 
 struct RowComparison;
-struct SourcePair;
+struct BinaryPair;
 
 enum class RangeKind : quint8 {
     Equal,    ///< both sides have the same bytes
@@ -34,7 +35,8 @@ struct AlignedRange {
 }
 
 /// The listed rows of a comparison as ranges of bytes: rows that follow each other are one, up to the end of the files.
-/// Offsets count from the beginnings of the files.
-[[nodiscard]] std::vector<AlignedRange> rangesOfRows(const RowComparison &comparison, const SourcePair &files);
+/// Offsets count from the beginnings of the files. At most `limit`.
+[[nodiscard]] std::vector<AlignedRange> rangesOfRows(const RowComparison &comparison, const BinaryPair &files,
+                                                     std::size_t limit = std::numeric_limits<std::size_t>::max());
 
 } // namespace velmora

@@ -98,7 +98,7 @@ void judgeRows(qint64 offset, qint64 length, const PieceBuffers &buffers, bool l
     found.count += count;
 }
 
-StretchRows compareStretch(const SourcePair &files, qint64 from, qint64 to, const PieceBuffers &buffers, bool listed,
+StretchRows compareStretch(const BinaryPair &files, qint64 from, qint64 to, const PieceBuffers &buffers, bool listed,
                            const CancelFlag &cancel)
 {
     StretchRows found;
@@ -124,7 +124,7 @@ void addRows(RowComparison &result, qint64 first)
 
 } // namespace
 
-RowComparison compareRows(const SourcePair &files, const CancelFlag &cancel, Progress &progress)
+RowComparison compareRows(const BinaryPair &files, const CancelFlag &cancel, Progress &progress)
 {
     RowComparison result;
     const qint64 longer = std::max(files.left.size(), files.right.size());

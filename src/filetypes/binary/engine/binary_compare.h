@@ -2,7 +2,7 @@
 
 #include "core/cancel_flag.h"
 #include "core/progress.h"
-#include "filetypes/binary/engine/source_pair.h"
+#include "filetypes/binary/engine/binary_pair.h"
 
 #include <vector>
 
@@ -32,6 +32,6 @@ struct RowComparison {
 /// Compares two files row by row, in pieces that are read by as many threads as `runCrew` has; ranges that are holes in
 /// both are passed over. Uses some MB beside the list. What a cancelled comparison returns means nothing. Progress
 /// counts the bytes of one side.
-[[nodiscard]] RowComparison compareRows(const SourcePair &files, const CancelFlag &cancel, Progress &progress);
+[[nodiscard]] RowComparison compareRows(const BinaryPair &files, const CancelFlag &cancel, Progress &progress);
 
 } // namespace velmora

@@ -23,6 +23,20 @@ bool BinarySource::read(qint64 offset, char *buffer, qint64 length) const
     return m_file->readAt(offset, buffer, length).length == length;
 }
 
+RowBytes readRow(const BinarySource &source, qint64 offset, int count)
+{
+    RowBytes row;
+    for (int at = 0; at < count;) {
+        const FilePiece piece = source.readSome(offset + at, row.bytes.data() + at, count - at);
+        for (qint64 k = 0; k < piece.length; ++k)
+            row.readable.set(std::size_t(at + k));
+        at += int(piece.length) + 1; // the byte after the piece cannot be read
+        if (!piece.failed)
+            break;
+    }
+    return row;
+}
+
 FilePiece BinarySource::readSome(qint64 offset, char *buffer, qint64 length) const
 {
     const qint64 wanted = std::clamp<qint64>(m_size - offset, 0, std::max<qint64>(length, 0));

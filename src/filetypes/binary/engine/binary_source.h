@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <array>
+#include <bitset>
 #include <memory>
 
 namespace velmora {
@@ -40,8 +42,17 @@ private:
     qint64 m_size;
 };
 
+/// Up to 16 bytes of a file, of which some may be unreadable.
+struct RowBytes {
+    std::array<char, 16> bytes{};
+    std::bitset<16> readable;
+};
+
+/// Reads `count` bytes, 16 at most, from `offset` on.
+[[nodiscard]] RowBytes readRow(const BinarySource &source, qint64 offset, int count);
+
 /// A file from some place on, where what is compared begins. The source outlives it.
-struct SourcePart {
+struct BinaryPart {
     const BinarySource &source;
     qint64 start = 0; ///< offset in the file, 0 at least; beyond its end nothing is left
 

@@ -6,9 +6,9 @@
 namespace velmora {
 
 /// The parts of two files that are compared with each other, and how they are read.
-struct SourcePair {
-    SourcePart left;
-    SourcePart right;
+struct BinaryPair {
+    BinaryPart left;
+    BinaryPart right;
 
     /// The bytes that both have.
     [[nodiscard]] qint64 common() const noexcept { return std::min(left.size(), right.size()); }

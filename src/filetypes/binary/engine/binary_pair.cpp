@@ -1,4 +1,4 @@
-#include "filetypes/binary/engine/source_pair.h"
+#include "filetypes/binary/engine/binary_pair.h"
 
 #include <algorithm>
 #include <vector>
@@ -13,7 +13,7 @@ struct Gap {
 };
 
 /// What of a piece cannot be read. A medium that fails is asked again after each page: it may have lost one only.
-std::vector<Gap> readAround(const SourcePart &part, qint64 offset, qint64 length, char *buffer)
+std::vector<Gap> readAround(const BinaryPart &part, qint64 offset, qint64 length, char *buffer)
 {
     constexpr qint64 page = 4096;
     std::vector<Gap> gaps;
@@ -37,7 +37,7 @@ void makeDiffer(const std::vector<Gap> &gaps, char *bytes, const char *others)
 
 } // namespace
 
-void SourcePair::read(qint64 offset, qint64 length, const PieceBuffers &buffers) const
+void BinaryPair::read(qint64 offset, qint64 length, const PieceBuffers &buffers) const
 {
     const std::vector<Gap> leftGaps = readAround(left, offset, length, buffers.left.data());
     const std::vector<Gap> rightGaps = readAround(right, offset, length, buffers.right.data());
