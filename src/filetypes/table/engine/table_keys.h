@@ -1,0 +1,22 @@
+#pragma once
+
+#include "filetypes/table/engine/table_text.h"
+
+#include <QList>
+
+namespace velmora {
+
+/// The keys of all rows of a table from `firstRow` on, a line for each: the values of these columns, empty where the
+/// row is shorter. Rows have the same line just when all values are the same. Incomplete when cancelled.
+[[nodiscard]] TextLines rowKeys(const TableText &table, qint32 firstRow, const QList<qint32> &columns,
+                                const CancelFlag &cancel);
+
+/// True when the lines of the text can stand for the rows in a comparison of whole rows.
+[[nodiscard]] bool rowsAreLines(const TableText &table);
+
+/// All rows of a table in a form that does not show how fields were quoted, a line for each: two rows have the same
+/// line just when their values, joined by U+001F, are the same. Where `rowsAreLines` holds these are the rows' own
+/// bytes. Incomplete when cancelled.
+[[nodiscard]] TextLines joinedRows(const TableText &table, const CancelFlag &cancel);
+
+} // namespace velmora

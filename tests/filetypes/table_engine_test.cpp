@@ -1,0 +1,191 @@
+#include "filetypes/table/engine/table_alignment.h"
+#include "support/test_main.h"
+
+#include <QRandomGenerator>
+#include <QTest>
+
+using namespace velmora;
+
+namespace {
+
+TableText cut(const QString &text, QChar delimiter = u',')
+{
+    return {TextLines::split(text.toUtf8()), delimiter};
+}
+
+ParsedTable fieldsOf(const TableText &table)
+{
+    ParsedTable rows;
+    for (qint32 row = 0; row < table.rowCount(); ++row) {
+        rows.append(QStringList());
+        std::string buffer;
+        for (FieldCursor cursor = table.fields(row); cursor.next();)
+            rows.last().append(QString::fromStdString(std::string(fieldValue(cursor.field(), buffer))));
+    }
+    return rows;
+}
+
+TableDiffResult aligned(const QString &left, const QString &right, qint32 key, bool hasHeader, QChar delimiter = u',')
+{
+    Progress progress;
+    return withCells(alignTables(cut(left, delimiter), cut(right, delimiter), {hasHeader, {key}}, {}, progress));
+}
+
+QString dump(const ParsedTable &table)
+{
+    QString text;
+    for (const QStringList &row : table)
+        text += u'[' + row.join(QStringLiteral("][")) + QStringLiteral("]/");
+    return text;
+}
+
+/// Rows as "status left right: cell cell", a cell as its status and both texts.
+QString dump(const TableDiffResult &result)
+{
+    QStringList lines{result.headers.join(u'|')};
+    for (const TableRowDiff &row : result.rows) {
+        QString line = QStringLiteral("%1 %2 %3:").arg(qint32(row.status)).arg(row.leftRow).arg(row.rightRow);
+        for (const TableCellDiff &cell : row.cells)
+            line += QStringLiteral(" %1%2/%3").arg(qint32(cell.status)).arg(cell.left, cell.right);
+        lines.append(line);
+    }
+    lines.append(QStringLiteral("%1 %2 %3 %4")
+                     .arg(result.sameCount)
+                     .arg(result.modifiedCount)
+                     .arg(result.leftOnlyCount)
+                     .arg(result.rightOnlyCount));
+    return lines.join(u'\n');
+}
+
+QString randomText(QRandomGenerator &random, const QStringList &pieces, int length)
+{
+    QString text;
+    for (int k = random.bounded(length + 1); k > 0; --k)
+        text += pieces[random.bounded(int(pieces.size()))];
+    return text;
+}
+
+} // namespace
+
+class TableEngineTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void parses_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("table");
+        const auto row = [](const char *name, const char *text, const char *table) {
+            QTest::newRow(name) << QString::fromUtf8(text) << QString::fromUtf8(table);
+        };
+        row("nothing", "", "");
+        row("last line unended", "a,b\nc", "[a][b]/[c]/");
+        row("empty lines", "\n\na\n", "[]/[]/[a]/");
+        row("trailing delimiter", "a,", "[a][]/");
+        row("quotes and a delimiter", "\"x,\"\"y\"\"\"", "[x,\"y\"]/");
+        row("quoted line break", "\"a\r\nb\",c\r\n", "[a\r\nb][c]/");
+        row("quote within a field", "a\"b,c\"d,e", "[ab,cd][e]/");
+        row("never closed", "a,\"b\nc,d\n", "[a][b\nc,d\n]/");
+        row("returns dropped", "a\rb\r\r\nc\r", "[ab]/[c]/");
+        row("nothing behind the last feed", "a\n\"\"\r", "[a]/");
+        row("only a delimiter behind it", "a\n,", "[a]/[][]/");
+    }
+
+    void parses()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, table);
+        QCOMPARE(dump(parseDelimitedText(text, u',')), table);
+        QCOMPARE(dump(fieldsOf(cut(text))), table);
+    }
+
+    void compares_data()
+    {
+        QTest::addColumn<QString>("left");
+        QTest::addColumn<QString>("right");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<bool>("hasHeader");
+        QTest::addColumn<QString>("rows");
+        const auto row = [](const char *name, const char *left, const char *right, int key, bool hasHeader,
+                            const char *rows) { QTest::newRow(name) << left << right << key << hasHeader << rows; };
+        row("both empty", "", "", -1, true, "\n0 0 0 0");
+        row("one cell", "a,b\n1,2", "a,b\n1,3", -1, true, "a|b\n1 1 1: 01/1 12/3\n0 1 0 0");
+        row("without header", "1,2,3", "1,2,3,4,5", -1, false,
+            "Col1|Col2|Col3|Col4|Col5\n1 0 0: 01/1 02/2 03/3 1/4 1/5\n0 1 0 0");
+        row("headers joined, cells by position", "a,b,a\n1,2,3", "b,c,c\n1,2,3", -1, true,
+            "a|b|a|c\n0 1 1: 01/1 02/2 03/3 0/\n1 0 0 0");
+        row("headers of the right side alone", "", "b,b\n1,2", 0, true, "b|b\n3 -1 1: 2/1 2/2\n0 0 0 1");
+        row("right keys come last", "k,v\nb,1\na,2", "k,v\nx,9\na,2", 0, true,
+            "k|v\n2 1 -1: 3b/ 31/\n0 2 2: 0a/a 02/2\n3 -1 1: 2/x 2/9\n1 0 1 1");
+        row("the last of equal keys", "k,v\na,1\nb,2\na,3", "k,v\na,3", 0, true,
+            "k|v\n0 3 1: 0a/a 03/3\n2 2 -1: 3b/ 32/\n1 0 1 0");
+        row("short rows have an empty key", "k,v\n\n1,2", "k,v\n1", 1, true,
+            "k|v\n1 1 1: 1/1 0/\n2 2 -1: 31/ 32/\n0 1 1 0");
+        row("key out of range", "a\n1", "a\n1", 1, true, "a\n0 1 1: 01/1\n1 0 0 0");
+        row("same cells but no anchor", "h,i\na,b", "h,i\na,b,", -1, true, "h|i\n1 1 1: 0a/a 0b/b\n0 1 0 0");
+        row("quoting alone is no difference", "h,i\n\"a\",b\nc,\"d,e\"", "h,i\na,\"b\"\r\nc,\"d,e\"", -1, true,
+            "h|i\n0 1 1: 0a/a 0b/b\n0 2 2: 0c/c 0d,e/d,e\n2 0 0 0");
+        row("pairs before an anchor", "1\n2\nx", "3\nx\n4\n5", -1, false,
+            "Col1\n1 0 0: 11/3\n2 1 -1: 32/\n0 2 1: 0x/x\n3 -1 2: 2/4\n3 -1 3: 2/5\n1 1 1 2");
+    }
+
+    void compares()
+    {
+        QFETCH(QString, left);
+        QFETCH(QString, right);
+        QFETCH(int, key);
+        QFETCH(bool, hasHeader);
+        QFETCH(QString, rows);
+        QCOMPARE(dump(compareTables(parseDelimitedText(left, u','), parseDelimitedText(right, u','), key, hasHeader)),
+                 rows);
+        QCOMPARE(dump(aligned(left, right, key, hasHeader)), rows);
+    }
+
+    /// The form that leaves fields where they are gives what the plain form gives.
+    void bothFormsAgree()
+    {
+        QRandomGenerator random(20);
+        const QStringList pieces{QStringLiteral("a"),     QStringLiteral("b"),     QStringLiteral("\n"),
+                                 QStringLiteral("\n"),    QStringLiteral("\r\n"),  QString::fromUtf8("é"),
+                                 QStringLiteral("\x1f"),  QStringLiteral("\""),    QStringLiteral("\"\""),
+                                 QStringLiteral("\r"),    QStringLiteral("\"a\""), QStringLiteral("\"a,\""),
+                                 QString::fromUtf8("，"), QStringLiteral(",")};
+        for (int round = 0; round < 6000; ++round) {
+            const QChar delimiter = round % 3 == 0 ? QChar(0xFF0C) : QChar(u',');
+            // Fewer kinds make more rows equal, and now and then there are enough for matching by blocks.
+            const QStringList some = round % 4 < 2 ? pieces : pieces.mid(0, 5) + pieces.mid(12);
+            const int length = round % 300 == 0 ? 6000 : 24;
+            const QString left = randomText(random, some, length);
+            const QString right = randomText(random, some, length);
+            const qint32 key = random.bounded(4) - 1;
+            const bool hasHeader = random.bounded(2) == 0;
+            QCOMPARE(fieldsOf(cut(left, delimiter)), parseDelimitedText(left, delimiter));
+            QCOMPARE(dump(aligned(left, right, key, hasHeader, delimiter)),
+                     dump(compareTables(parseDelimitedText(left, delimiter), parseDelimitedText(right, delimiter), key,
+                                        hasHeader)));
+        }
+    }
+
+    void tellsWhatEqualKeysReplaced()
+    {
+        Progress progress;
+        const TableAlignment result = alignTables(cut(QStringLiteral("k\na\nb\na\nb\na")), cut(QStringLiteral("k\na")),
+                                                  {true, {0}}, {}, progress);
+        QCOMPARE(result.replaced.left, (std::vector<qint32>{1, 2, 3}));
+        QVERIFY(result.replaced.right.empty());
+    }
+
+    void severalKeysDoNotRunTogether()
+    {
+        Progress progress;
+        const TableAlignment result =
+            alignTables(cut(QStringLiteral("a,b\n1,23\n12,3\n1,2")), cut(QStringLiteral("a,b\n12,3\n1,2\n,1")),
+                        {true, {0, 1}}, {}, progress);
+        QCOMPARE(
+            dump(withCells(result)),
+            QStringLiteral("a|b\n2 1 -1: 31/ 323/\n0 2 1: 012/12 03/3\n0 3 2: 01/1 02/2\n3 -1 3: 2/ 2/1\n2 0 1 1"));
+    }
+};
+
+VELMORA_TEST(TableEngineTest)
+#include "table_engine_test.moc"
