@@ -52,6 +52,7 @@ void complain(const Streams &streams, const QString &message);
 [[nodiscard]] Command mergeCommand();
 [[nodiscard]] Command syncCommand();
 [[nodiscard]] Command systemCommand();
+[[nodiscard]] Command tableCommand();
 [[nodiscard]] Command textCommand();
 
 } // namespace velmora::cli

@@ -238,17 +238,6 @@ Written writeBinaryNote(QIODevice &device, const TextRequest &request)
     return {device.write(line) == line.size(), differ};
 }
 
-void warnOfUndecodable(const Streams &streams, const TextInput &input)
-{
-    if (input.text.undecodable == 0)
-        return;
-    complain(streams, QStringLiteral("warning: %1: %2 places are no %3, the first in line %4")
-                          .arg(input.path)
-                          .arg(input.text.undecodable)
-                          .arg(input.text.encoding.name())
-                          .arg(input.text.firstUndecodableLine + 1));
-}
-
 void warnOfSlowExpressions(const Streams &streams, const CompareRemarks &remarks)
 {
     for (const QString &expression : remarks.expressionsLeftOut)

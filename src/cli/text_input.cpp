@@ -1,5 +1,6 @@
 #include "cli/text_input.h"
 
+#include "cli/command.h"
 #include "core/text_pair.h"
 
 #include <QFile>
@@ -121,6 +122,17 @@ void readTextInputs(TextInput &left, TextInput &right, QIODevice &standardInput)
 {
     readBoth(left, right, standardInput);
     settleEncodings(left, right);
+}
+
+void warnOfUndecodable(const Streams &streams, const TextInput &input)
+{
+    if (input.text.undecodable == 0)
+        return;
+    complain(streams, QStringLiteral("warning: %1: %2 places are no %3, the first in line %4")
+                          .arg(input.path)
+                          .arg(input.text.undecodable)
+                          .arg(input.text.encoding.name())
+                          .arg(input.text.firstUndecodableLine + 1));
 }
 
 } // namespace velmora::cli

@@ -9,6 +9,8 @@ class QIODevice;
 
 namespace velmora::cli {
 
+struct Streams;
+
 /// One of the two texts of a comparison.
 struct TextInput {
     QString path;          ///< "-" for standard input
@@ -25,5 +27,8 @@ struct TextInput {
 
 /// Reads and decodes both texts, large ones at the same time. Standard input is read once even when it is both of them.
 void readTextInputs(TextInput &left, TextInput &right, QIODevice &standardInput);
+
+/// Tells on the error stream where a text is not what its encoding knows.
+void warnOfUndecodable(const Streams &streams, const TextInput &input);
 
 } // namespace velmora::cli

@@ -20,6 +20,7 @@ std::span<const Target> targets()
         Target{"syntax_scanner", syntaxScanner},
         Target{"checksum_list", checksumList},
         Target{"session_file", sessionFile},
+        Target{"table", table},
     };
     return all;
 }

@@ -30,5 +30,6 @@ void mask(const QByteArray &input);
 void name(const QByteArray &input);
 void checksumList(const QByteArray &input);
 void sessionFile(const QByteArray &input);
+void table(const QByteArray &input);
 
 } // namespace velmora::fuzz

@@ -1,0 +1,28 @@
+#include "core/text_file.h"
+#include "core/utf8_text.h"
+#include "filetypes/table/engine/table_alignment.h"
+#include "fuzz/targets.h"
+
+namespace velmora::fuzz {
+
+/// The first byte chooses delimiter, header and key; the rest is cut in half for the two tables.
+void table(const QByteArray &input)
+{
+    if (input.isEmpty())
+        return;
+    const auto choice = static_cast<unsigned char>(input[0]);
+    const QChar delimiter = QStringLiteral(",;\t，")[choice % 4];
+    const bool hasHeader = choice & 4;
+    const qint32 key = (choice >> 3) % 4 - 1;
+    const DecodedText left = decodeText(input.sliced(1, (input.size() - 1) / 2), {});
+    const DecodedText right = decodeText(input.sliced(1 + (input.size() - 1) / 2), {});
+    Progress progress;
+    const TableAlignment fast = alignTables(TableText(left.lines, delimiter), TableText(right.lines, delimiter),
+                                            {hasHeader, {key}}, {}, progress);
+    const auto parsed = [delimiter](const DecodedText &text) {
+        return parseDelimitedText(textOfUtf8(text.lines.bytes()), delimiter);
+    };
+    require(withCells(fast) == compareTables(parsed(left), parsed(right), key, hasHeader), "both forms agree");
+}
+
+} // namespace velmora::fuzz
