@@ -72,6 +72,26 @@
         <translation>打开工作区文件</translation>
     </message>
     <message>
+        <source>Text merge mode: left, right and base, in this order</source>
+        <translation>文本合并模式：依次为左侧、右侧和基准</translation>
+    </message>
+    <message>
+        <source>File that the merged text is saved to</source>
+        <translation>保存合并结果的文件</translation>
+    </message>
+    <message>
+        <source>Return only when the opened tabs are closed</source>
+        <translation>打开的标签页关闭后才返回</translation>
+    </message>
+    <message>
+        <source>Base file of a merge</source>
+        <translation>合并的基准文件</translation>
+    </message>
+    <message>
+        <source>the window was lost before its tab was closed</source>
+        <translation>标签页关闭之前窗口已中断</translation>
+    </message>
+    <message>
         <source>unknown option %1 is ignored</source>
         <translation>忽略未知选项 %1</translation>
     </message>

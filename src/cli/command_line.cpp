@@ -121,8 +121,8 @@ int dispatch(const QStringList &arguments, const Streams &streams)
 
 std::span<const Command> commands()
 {
-    static const std::array all{textCommand(),     folderCommand(), syncCommand(),   binaryCommand(),
-                                checksumCommand(), mergeCommand(),  systemCommand(), tableCommand()};
+    static const std::array all{textCommand(),  folderCommand(), syncCommand(),  binaryCommand(),  checksumCommand(),
+                                mergeCommand(), systemCommand(), tableCommand(), gitSetupCommand()};
     return all;
 }
 

@@ -51,12 +51,14 @@ const std::array textOptions{
     OptionSpec{"replace-right", "FIND=WITH", "the same for RIGHT"},
     OptionSpec{"encoding-left", "NAME", "the encoding of LEFT (UTF-8, UTF-16 LE, Big5, GB18030, ...; auto)"},
     OptionSpec{"encoding-right", "NAME", "the encoding of RIGHT"},
+    OptionSpec{"label", "NAME", "the name of LEFT in headers; given once more, that of RIGHT"},
     OptionSpec{"text", nullptr, "compare line by line even what looks like no text"},
 };
 
 constexpr const char *textDetails =
     "Compare two text files line by line. The path - is standard input.\n"
-    "Without options the white space of lines is ignored, and encodings are detected.\n";
+    "Without options the white space of lines is ignored, and encodings are detected.\n"
+    "Called by git, as GIT_EXTERNAL_DIFF or the command of a diff driver, it writes a patch and ends with 0.\n";
 
 constexpr std::array examples{
     Example{"Count the differences, white space included:", "velmora-cli text --preset strict old.c new.c"},
@@ -161,7 +163,7 @@ Written writePatch(QIODevice &device, const TextRequest &request, CompareRemarks
     const TextLines right = rawLines(request.right);
     const std::vector<PatchChange> changes = byteChanges(alignForPatch(request, left, right, remarks), left, right);
     OutputBuffer output(device);
-    writePatch(output, changes, request.left.path, left, request.right.path, right);
+    writePatch(output, changes, request.left.name, left, request.right.name, right);
     return {output.finish(), !changes.empty()};
 }
 
@@ -171,8 +173,8 @@ TextReportLabels reportLabels(const TextRequest &request, const Comparison &comp
     TextReportLabels labels;
     labels.title = QStringLiteral("Velmora — diff report");
     labels.heading = QStringLiteral("Velmora diff report");
-    labels.left = QStringLiteral("Left: %1").arg(request.left.path);
-    labels.right = QStringLiteral("Right: %1").arg(request.right.path);
+    labels.left = QStringLiteral("Left: %1").arg(request.left.name);
+    labels.right = QStringLiteral("Right: %1").arg(request.right.name);
     labels.generatedAt = QStringLiteral("Generated at");
     labels.leftColumn = QStringLiteral("Left side");
     labels.rightColumn = QStringLiteral("Right side");
@@ -232,7 +234,7 @@ Written writeBinaryNote(QIODevice &device, const TextRequest &request)
 {
     const bool differ = request.left.raw != request.right.raw;
     const QByteArray line = QStringLiteral("Binary files %1 and %2 %3\n")
-                                .arg(visibleName(request.left.path), visibleName(request.right.path),
+                                .arg(visibleName(request.left.name), visibleName(request.right.name),
                                      differ ? QStringLiteral("differ") : QStringLiteral("are identical"))
                                 .toUtf8();
     return {device.write(line) == line.size(), differ};
@@ -250,13 +252,23 @@ void warnOfSlowExpressions(const Streams &streams, const CompareRemarks &remarks
     }
 }
 
-int runText(const Arguments &arguments, const Streams &streams)
+/// Git names nothing but the path of a file that has a conflict, which has no two versions.
+bool isUnmergedPath(const Arguments &arguments)
 {
-    const Writer &format = chosen(formats, arguments, "format").value;
-    TextRequest request;
-    if (const QString error = request.take(arguments); !error.isEmpty())
-        return fail(streams, error);
+    return arguments.paths().size() == 1 && qEnvironmentVariableIsSet("GIT_DIFF_PATH_COUNTER");
+}
 
+const Writer &formatOf(const Arguments &arguments, const TextRequest &request)
+{
+    const auto isPatch = [](const auto &format) { return format.value.write == writePatch; };
+    if (request.calledByGit && !arguments.has("format"))
+        return std::find_if(formats.begin(), formats.end(), isPatch)->value;
+    return chosen(formats, arguments, "format").value;
+}
+
+int compareInputs(const Arguments &arguments, TextRequest &request, const Streams &streams)
+{
+    const Writer &format = formatOf(arguments, request);
     readTextInputs(request.left, request.right, streams.input);
     for (const TextInput *input : {&request.left, &request.right}) {
         if (!input->error.isEmpty())
@@ -276,6 +288,20 @@ int runText(const Arguments &arguments, const Streams &streams)
         writeTo(path, streams, [&](QIODevice &device) { return format.write(device, request, remarks); });
     warnOfSlowExpressions(streams, remarks);
     return status;
+}
+
+int runText(const Arguments &arguments, const Streams &streams)
+{
+    if (isUnmergedPath(arguments)) {
+        const QByteArray line = "* Unmerged path " + visibleName(arguments.paths().first()).toUtf8() + '\n';
+        return streams.output.write(line) == line.size() ? NoDifferences : Trouble;
+    }
+    TextRequest request;
+    if (const QString error = request.take(arguments); !error.isEmpty())
+        return fail(streams, error);
+    const int status = compareInputs(arguments, request, streams);
+    // Git takes any other for a failure.
+    return request.calledByGit && status == DifferencesFound ? NoDifferences : status;
 }
 
 } // namespace

@@ -18,6 +18,7 @@ namespace {
 constexpr qint64 worthAThread = 256 * 1024;
 
 constexpr const char *standardInputName = "-";
+constexpr const char *noFile = "/dev/null";
 constexpr const char *tooLargeText = "File too large";
 
 FileContents readToEnd(QIODevice &device)
@@ -107,6 +108,8 @@ void readBoth(TextInput &left, TextInput &right, QIODevice &standardInput)
 
 FileContents readGivenPath(const QString &path)
 {
+    if (path == QLatin1String(noFile))
+        return {};
     const QFileInfo info(path);
     if (info.exists() && !info.isFile() && !info.isDir())
         return readPipe(path);

@@ -14,13 +14,15 @@ struct Streams;
 /// One of the two texts of a comparison.
 struct TextInput {
     QString path;          ///< "-" for standard input
+    QString name;          ///< what it is called in headers
     TextEncoding encoding; ///< as asked for
     QByteArray raw;        ///< the bytes as they were read
     DecodedText text;
     QString error; ///< why there is no text, empty when there is one
 };
 
-/// Reads a file that the user names, a pipe too: the shell makes one for "<(command)".
+/// Reads a file that the user names, a pipe too: the shell makes one for "<(command)". "/dev/null" is empty everywhere:
+/// git names a file so that is not there.
 [[nodiscard]] FileContents readGivenPath(const QString &path);
 /// The same, or, for the path "-", all of standard input.
 [[nodiscard]] FileContents readGivenPath(const QString &path, QIODevice &standardInput);

@@ -13,6 +13,10 @@ namespace velmora::cli {
 
 namespace {
 
+// As git documents them for GIT_EXTERNAL_DIFF.
+constexpr qsizetype gitArguments = 7;
+constexpr qsizetype gitRenameArguments = 9;
+
 struct Replacement {
     QString find;
     QString with;
@@ -43,14 +47,9 @@ std::optional<Replacement> parseReplacement(const QString &text)
 
 QString TextRequest::take(const Arguments &arguments)
 {
-    if (arguments.paths().size() != 2)
-        return QStringLiteral("two paths are needed, %1 given").arg(arguments.paths().size());
-    left.path = arguments.paths()[0];
-    right.path = arguments.paths()[1];
     forceText = arguments.has("text");
-
-    QString error;
-    if (const auto file = arguments.value("options"))
+    QString error = takePaths(arguments);
+    if (const auto file = arguments.value("options"); file && error.isEmpty())
         error = takeOptionsFile(*file);
     if (const auto preset = arguments.value("preset"); preset && error.isEmpty())
         error = takePreset(*preset);
@@ -61,6 +60,38 @@ QString TextRequest::take(const Arguments &arguments)
     if (error.isEmpty())
         error = takeContext(arguments);
     return error.isEmpty() ? takeEncodings(arguments) : error;
+}
+
+QString TextRequest::takePaths(const Arguments &arguments)
+{
+    const QStringList &paths = arguments.paths();
+    const QStringList labels = arguments.values("label");
+    if (paths.size() == gitArguments || paths.size() == gitRenameArguments)
+        takeGitPaths(paths);
+    else if (paths.size() != 2)
+        return QStringLiteral("two paths are needed, %1 given").arg(paths.size());
+    else if (labels.size() > 2)
+        return QStringLiteral("two labels are enough, %1 given").arg(labels.size());
+    if (!calledByGit) {
+        left.path = left.name = paths[0];
+        right.path = right.name = paths[1];
+    }
+    left.name = labels.value(0, left.name);
+    right.name = labels.value(1, right.name);
+    return {};
+}
+
+/// Path, then file, object and mode of the old and the same of the new version; of a renamed file its new path, too.
+void TextRequest::takeGitPaths(const QStringList &paths)
+{
+    calledByGit = true;
+    left.path = paths[1];
+    right.path = paths[4];
+    const auto nameOf = [](const TextInput &input, const char *prefix, const QString &path) {
+        return input.path == QLatin1String("/dev/null") ? input.path : QLatin1String(prefix) + path;
+    };
+    left.name = nameOf(left, "a/", paths[0]);
+    right.name = nameOf(right, "b/", paths.value(gitArguments, paths[0]));
 }
 
 QString TextRequest::takeOptionsFile(const QString &path)

@@ -17,6 +17,7 @@ struct TextRequest {
     TextInput right;
     TextSessionOptions options;
     bool forceText = false;
+    bool calledByGit = false;               ///< as its program for differences, with arguments of its own making
     bool marksReport = false;               ///< an HTML report with marks and links is asked for
     std::optional<qsizetype> reportContext; ///< the equal rows around differences in it; all without
 
@@ -25,6 +26,8 @@ struct TextRequest {
     [[nodiscard]] QString take(const Arguments &arguments);
 
 private:
+    [[nodiscard]] QString takePaths(const Arguments &arguments);
+    void takeGitPaths(const QStringList &paths);
     [[nodiscard]] QString takeOptionsFile(const QString &path);
     [[nodiscard]] QString takePreset(const QString &name);
     [[nodiscard]] QString takeImportance(const QString &path);

@@ -126,6 +126,23 @@ private Q_SLOTS:
         QTRY_VERIFY(stored("Tarnwick").contains("/three"));
     }
 
+    void aWaitingStartStaysUntilItsWindowIsGone()
+    {
+        if (!hasProfile())
+            QSKIP("the settings of whoever runs this would be written to");
+        Program window(*m_home);
+        window.start({});
+        QTRY_VERIFY_WITH_TIMEOUT(isListening(), 20000);
+        Program waiting(*m_home);
+        waiting.start({QStringLiteral("--wait"), QStringLiteral("one"), QStringLiteral("two")});
+        QTRY_VERIFY_WITH_TIMEOUT(stored("Tarnwick").contains("/one"), 20000);
+        QVERIFY(!waiting.process.waitForFinished(1500));
+        window.process.kill();
+        QVERIFY(waiting.process.waitForFinished());
+        QCOMPARE(waiting.process.exitCode(), 1);
+        QVERIFY(waiting.process.readAllStandardError().contains("the window was lost"));
+    }
+
 #ifdef Q_OS_LINUX
     // It went into the window of the other place, where nobody saw it.
     void aStartAtAnotherPlaceOpensItsOwnWindow_data()

@@ -86,6 +86,29 @@ private Q_SLOTS:
         QVERIFY(patch.startsWith("--- with space\t\n+++ \"a\\\"b\\\\c\\012\xC3\xBC\"\n@@ "));
     }
 
+    void gitCallsIt()
+    {
+        const CliFiles files;
+        CliFiles::write("old", "a\n");
+        CliFiles::write("new", "b\n");
+        const CliResult changed = runCli("text dir/x old 78981922 100644 new 61780798 100644");
+        QCOMPARE(changed.status, 0);
+        QCOMPARE(changed.output, QByteArray("--- a/dir/x\n+++ b/dir/x\n@@ -1 +1 @@\n-a\n+b\n"));
+        QCOMPARE(runCli("text x old 0 100644 new 0 100644 y similarity").output.left(16),
+                 QByteArray("--- a/x\n+++ b/y\n"));
+        QCOMPARE(runCli("text x /dev/null . . new 0 100644").output,
+                 QByteArray("--- /dev/null\n+++ b/x\n@@ -0,0 +1 @@\n+b\n"));
+        QCOMPARE(runCli("text --format summary --label L x old 0 0 missing 0 0").status, 2);
+        QCOMPARE(runCli("text old new --format patch --label L --label R").output.left(12),
+                 QByteArray("--- L\n+++ R\n"));
+        QCOMPARE(runCli("text x").status, 2);
+        qputenv("GIT_DIFF_PATH_COUNTER", "1");
+        const CliResult unmerged = runCli("text x");
+        qunsetenv("GIT_DIFF_PATH_COUNTER");
+        QCOMPARE(unmerged.output, QByteArray("* Unmerged path x\n"));
+        QCOMPARE(unmerged.status, 0);
+    }
+
     void rowsMayLeaveLinesOutOrCallThemEqual()
     {
         const TextLines left = TextLines::split("\n\na\nb\n\n");

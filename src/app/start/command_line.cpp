@@ -15,6 +15,11 @@ constexpr char reportSwitch[] = "report";
 constexpr char leftSwitch[] = "as-left";
 constexpr char rightSwitch[] = "as-right";
 constexpr char workspaceSwitch[] = "workspace";
+constexpr char outputSwitch[] = "output";
+constexpr char waitSwitch[] = "wait";
+constexpr char reportToSwitch[] = "report-to";
+constexpr char servesWaitingSwitch[] = "serves-waiting";
+constexpr char mergeMode[] = "merge";
 
 constexpr CommandSwitch switches[] = {
     {.name = languageSwitch,
@@ -35,6 +40,14 @@ constexpr CommandSwitch switches[] = {
     {.name = "version-compare",
      .mode = "version",
      .description = QT_TRANSLATE_NOOP("Velmora", "Version info compare mode")},
+    {.name = "merge",
+     .mode = mergeMode,
+     .description = QT_TRANSLATE_NOOP("Velmora", "Text merge mode: left, right and base, in this order")},
+    {.name = outputSwitch,
+     .value = "file",
+     .valueIsPath = true,
+     .description = QT_TRANSLATE_NOOP("Velmora", "File that the merged text is saved to")},
+    {.name = waitSwitch, .description = QT_TRANSLATE_NOOP("Velmora", "Return only when the opened tabs are closed")},
     {.name = reportSwitch,
      .value = "file",
      .valueIsPath = true,
@@ -51,6 +64,9 @@ constexpr CommandSwitch switches[] = {
      .value = "file",
      .valueIsPath = true,
      .description = QT_TRANSLATE_NOOP("Velmora", "Open a workspace file")},
+    // For the program's own starts.
+    {.name = reportToSwitch, .value = "address", .description = "Where a start waits for its tabs", .isOffered = false},
+    {.name = servesWaitingSwitch, .description = "Close when no tab is left", .isOffered = false},
     {.name = "registry", .mode = "registry", .description = "Registry compare mode", .isOffered = false},
     {.name = "duplicate", .mode = "duplicate", .description = "Duplicate finder mode", .isOffered = false},
     {.name = "snapshot", .mode = "snapshot", .description = "Folder snapshot mode", .isOffered = false},
@@ -123,6 +139,10 @@ void takeFlag(const Element &flag, CommandLine &line)
     const CommandSwitch *known = findSwitch(flag.name);
     if (known && known->mode)
         line.mode = QString::fromLatin1(known->mode);
+    else if (flag.name == QLatin1String(waitSwitch))
+        line.waits = true;
+    else if (flag.name == QLatin1String(servesWaitingSwitch))
+        line.servesWaiting = true;
     else if (known)
         line.ignored.append({IgnoredArgument::Reason::NoValue, flag.value});
     else if (inquiryNamed(flag.value) == Inquiry::None)
@@ -135,6 +155,10 @@ void takeValue(const Element &element, CommandLine &line)
         line.report = element.value;
     else if (element.name == QLatin1String(workspaceSwitch))
         line.workspace = element.value;
+    else if (element.name == QLatin1String(outputSwitch))
+        line.output = element.value;
+    else if (element.name == QLatin1String(reportToSwitch))
+        line.reportTo = element.value;
     else if (element.name == QLatin1String(leftSwitch))
         line.picks.append({ExplorerPick::Side::Left, element.value});
     else if (element.name == QLatin1String(rightSwitch))
@@ -145,7 +169,8 @@ void takeValue(const Element &element, CommandLine &line)
 void settlePaths(CommandLine &line)
 {
     const bool opensFile = !line.sessionFiles.isEmpty() || !line.workspace.isEmpty();
-    const qsizetype taken = opensFile ? 0 : std::min(line.paths.size(), qsizetype(2));
+    const qsizetype sides = line.mode == QLatin1String(mergeMode) ? 3 : 2;
+    const qsizetype taken = opensFile ? 0 : std::min(line.paths.size(), sides);
     for (const QString &path : line.paths.mid(taken))
         line.ignored.append({IgnoredArgument::Reason::SurplusPath, path});
     line.paths.resize(taken);
@@ -216,6 +241,23 @@ QStringList withAbsolutePaths(const QStringList &arguments, const QDir &folder)
     return result;
 }
 
+QStringList withReportTo(const QStringList &arguments, const QString &address)
+{
+    QStringList result = arguments;
+    return result << QStringLiteral("--%1=%2").arg(QLatin1String(reportToSwitch), address);
+}
+
+QStringList windowArguments(const QStringList &arguments)
+{
+    QStringList result{QStringLiteral("--") + QLatin1String(servesWaitingSwitch)};
+    const QList<Element> all = elements(arguments);
+    for (const Element &element : all) {
+        if (element.name == QLatin1String(themeSwitch) || element.name == QLatin1String(languageSwitch))
+            result.append(QStringLiteral("--%1=%2").arg(element.name, element.value));
+    }
+    return result;
+}
+
 void declareCommandLine(QCommandLineParser &parser)
 {
     parser.setApplicationDescription(Velmora::tr("Velmora — file and folder comparison"));
@@ -228,6 +270,7 @@ void declareCommandLine(QCommandLineParser &parser)
     }
     parser.addPositionalArgument(QStringLiteral("left"), Velmora::tr("Left file or folder path"));
     parser.addPositionalArgument(QStringLiteral("right"), Velmora::tr("Right file or folder path"));
+    parser.addPositionalArgument(QStringLiteral("base"), Velmora::tr("Base file of a merge"));
 }
 
 StartSwitches startSwitches(const QStringList &arguments)

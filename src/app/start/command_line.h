@@ -52,7 +52,11 @@ struct CommandLine {
     QString mode = QStringLiteral("auto"); ///< a session kind, or "auto"
     QStringList sessionFiles;              ///< to be opened in place of everything below
     QString workspace;                     ///< a workspace file, likewise; empty when there is none
-    QStringList paths;                     ///< none, one, or the first two
+    QStringList paths;                     ///< none, one, or the first two; for the mode "merge" the first three
+    QString output;                        ///< where the result of a merge is saved to; empty when that is not said
+    bool waits = false;                    ///< the process ends when what it has opened is closed
+    QString reportTo;                      ///< the address of a process that waits; empty when none does
+    bool servesWaiting = false;            ///< the window is opened for those who wait, and goes with their tabs
     QList<IgnoredArgument> ignored;        ///< in the order given
 
     friend bool operator==(const CommandLine &, const CommandLine &) = default;
@@ -71,6 +75,12 @@ enum class Inquiry { None, Help, Version, Manual };
 /// The same argument list with every path in it, as an argument or as the value of a switch, made absolute from
 /// `folder`; order and switches stay. For a process that works in another folder.
 [[nodiscard]] QStringList withAbsolutePaths(const QStringList &arguments, const QDir &folder);
+
+/// The arguments of a hand-over for a process that waits at `address`.
+[[nodiscard]] QStringList withReportTo(const QStringList &arguments, const QString &address);
+
+/// The arguments, without a program, of the window that a start with `arguments` opens when it waits itself.
+[[nodiscard]] QStringList windowArguments(const QStringList &arguments);
 
 /// Gives the standard parser the description, the options and the positional arguments that its help shows.
 void declareCommandLine(QCommandLineParser &parser);

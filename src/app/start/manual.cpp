@@ -28,9 +28,10 @@ void describeSwitches(ManualPage &page)
 QByteArray manualPage()
 {
     ManualPage page("velmora", "compare files and folders side by side", applicationVersion().toLatin1(),
-                    {"OPTION", "FILE", "left", "right", "path", "file", "code", "mode"});
+                    {"OPTION", "FILE", "left", "right", "base", "path", "file", "code", "mode"});
     page.section("SYNOPSIS");
     page.line("velmora [OPTION]... [left [right]]");
+    page.line("velmora [OPTION]... --merge left right base");
     page.line("velmora FILE.kvsession...");
     page.section("DESCRIPTION");
     page.paragraph("Opens a window with a tab for each comparison. With two paths it compares them at once: two "
@@ -40,13 +41,19 @@ QByteArray manualPage()
                    "and brings it to the front. It ends when that window has read the files, so that whoever made "
                    "them may remove them then. A start on another display, or with other settings ($HOME, "
                    "$XDG_CONFIG_HOME), opens a window of its own.");
+    page.paragraph(
+        "With --wait it ends when the tabs are closed that it has opened, whichever window they are in, with "
+        "status 0. After a merge the status is 0 only when the result was saved and nothing in it was left "
+        "open, 1 otherwise, and so it is when the window went down. When no window is open, one is opened "
+        "that closes with the last of these tabs.");
     describeSwitches(page);
     page.section("FILES");
     page.term("~/.config/Tarnwick/Tarnwick.conf", "Language, theme and the history of sessions.");
     page.term("~/.config/Ostrafen/Ostrafen.conf", "Settings of the sessions.");
     page.section("EXAMPLES");
     page.example("Compare two folders in a dark window:", "velmora --folder --theme dark old new");
-    page.example("See the changes of a Git repository:", "git difftool --no-prompt --extcmd velmora");
+    page.example("See the changes of a Git repository:", "git difftool --no-prompt --extcmd \"velmora --wait\"");
+    page.example("Let git use it for difftool and mergetool:", "velmora-cli git-setup --global");
     page.seeAlso({"velmora-cli", "git-difftool"});
     return page.text();
 }

@@ -5,6 +5,7 @@
 #include "app/start/locale.h"
 #include "app/start/manual.h"
 #include "app/start/single_instance.h"
+#include "app/start/waiting_start.h"
 #include "app/window/plain_texts.h"
 #include "app/window/tarnwick.h"
 #include "core/settings_store.h"
@@ -74,12 +75,25 @@ QString told(const IgnoredArgument &ignored)
     return Velmora::tr("surplus path %1 is ignored").arg(ignored.argument);
 }
 
-bool handOverToAnyone(const QStringList &arguments)
+/// Hands `message`, whose paths are absolute, to whatever window is open.
+bool handOverToAnyone(const QStringList &message)
 {
-    const QStringList message = withAbsolutePaths(arguments, QDir::current());
     const QStringList names = singleInstanceServerNames();
     return std::any_of(names.begin(), names.end(),
-                       [&](const QString &name) { return handOver(name, message, readingPatience(arguments)); });
+                       [&](const QString &name) { return handOver(name, message, readingPatience(message)); });
+}
+
+int runWaiting(const QStringList &message)
+{
+    const std::optional<int> status = waitForWindow(message, [](const QStringList &arguments) {
+        // A window that has just been started takes its turn, too, before it can be heard.
+        const StartTurn turn(singleInstanceServerName());
+        return handOverToAnyone(arguments);
+    });
+    if (!status)
+        writeToConsole(QStringLiteral("velmora: ") + Velmora::tr("the window was lost before its tab was closed"),
+                       ConsoleStream::Errors);
+    return status.value_or(EXIT_FAILURE);
 }
 
 } // namespace
@@ -173,13 +187,16 @@ int runApplication()
     const QStringList arguments = QCoreApplication::arguments();
     if (inquires(arguments))
         return showAnswer(answerTo(arguments));
-    const QList<IgnoredArgument> ignored = parseCommandLine(arguments).ignored;
-    for (const IgnoredArgument &argument : ignored)
+    const CommandLine line = parseCommandLine(arguments);
+    for (const IgnoredArgument &argument : line.ignored)
         writeToConsole(QStringLiteral("velmora: ") + told(argument), ConsoleStream::Errors);
 
+    const QStringList message = withAbsolutePaths(arguments, QDir::current());
+    if (line.waits)
+        return runWaiting(message);
     // Of two starts at the same time one has to wait until the other can be heard, or both would open a window.
     StartTurn turn(singleInstanceServerName());
-    if (handOverToAnyone(arguments))
+    if (handOverToAnyone(message))
         return EXIT_SUCCESS;
     Tarnwick window(applyStartSwitches(startSwitches(arguments)));
     turn.end();

@@ -299,6 +299,7 @@ void SessionTabs::removeSession(SessionWidget *session)
     const int index = indexOf(session);
     if (index < 0)
         return;
+    Q_EMIT sessionClosing(session);
     m_waiting.remove(session); // whose address may come to be that of another
     removeTab(index);
     refreshNames();

@@ -55,6 +55,8 @@ public:
 Q_SIGNALS:
     /// Another tab is current; null when it is no session.
     void currentSessionChanged(velmora::SessionWidget *session);
+    /// The session is about to be destroyed with its tab; it is still whole.
+    void sessionClosing(velmora::SessionWidget *session);
 
 private:
     int append(SessionWidget *session, const QIcon &icon, const QString &title);

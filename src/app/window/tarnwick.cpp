@@ -93,6 +93,8 @@ Tarnwick::~Tarnwick()
     // Sessions may report to the window for as long as they live, so they go while it is still whole.
     const QList<SessionWidget *> sessions = m_tabs->sessions();
     m_tabs->disconnect();
+    for (const SessionWidget *session : sessions)
+        reportClosing(session);
     qDeleteAll(sessions);
 }
 
@@ -109,6 +111,10 @@ void Tarnwick::buildCentre()
 
     m_tabs->addHome(m_home, QApplication::windowIcon(), Velmora::tr("Home"));
     connect(m_tabs, &QTabWidget::tabCloseRequested, this, &Tarnwick::onCloseTab);
+    connect(m_tabs, &SessionTabs::sessionClosing, this, [this](const SessionWidget *session) {
+        reportClosing(session);
+        closeWhenServed();
+    });
     connect(m_tabs, &SessionTabs::currentSessionChanged, this, [this](const SessionWidget *session) {
         // What is typed then finds a session; but whoever walks along the tabs by keys goes on to do so.
         if (!session && !m_tabs->tabBar()->hasFocus())

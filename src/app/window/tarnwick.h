@@ -6,6 +6,7 @@
 #include "session/session_host.h"
 #include "session/session_record.h"
 
+#include <QHash>
 #include <QMainWindow>
 
 #include <optional>
@@ -20,6 +21,8 @@ class SessionLibrary;
 class SessionPanel;
 class SessionTabs;
 class SessionWidget;
+class WaitReport;
+struct CommandLine;
 struct SessionKindRow;
 
 /// The main window: tabs, panel, menus and status bar, and the ways in which a session comes to be opened.
@@ -128,7 +131,14 @@ private:
     void openEmptyOf(const char *kind);
     /// Starts a session; the later start that asks for it waits until its files are read.
     void startSession(SessionWidget *session);
+    void openPaths(const CommandLine &line);
     void openLonePath(const QString &mode, const QString &path);
+    /// Opens the merge of `paths`, whose result is to be saved to `output` unless that is empty.
+    void openMerge(const SessionPaths &paths, const QString &output);
+    /// Tells whoever waits for a session what has become of it.
+    void reportClosing(const SessionWidget *session);
+    /// Goes, if the window was opened for those who wait, when they have had their tabs.
+    void closeWhenServed();
     SessionWidget *addSession(const SessionKindRow &kind, const QString &title, const SessionPaths &paths = {});
     /// For a session that has just been added: its paths, if any, are filled in and remembered.
     void fillSession(SessionWidget *session, const SessionKindRow &kind, const QString &title,
@@ -149,7 +159,9 @@ private:
     SessionLibrary *m_library;
     SingleInstanceServer m_instances;
     std::shared_ptr<QLocalSocket> m_sender; ///< of the command line that is being carried out, if it was handed over
-    QDate m_historyDay;                     ///< which the panel calls "Today"
+    std::shared_ptr<WaitReport> m_report;   ///< to whoever waits for what the command line opens
+    QHash<const SessionWidget *, std::shared_ptr<WaitReport>> m_reports; ///< by the sessions that are waited for
+    QDate m_historyDay;                                                  ///< which the panel calls "Today"
     QString m_explorerLeft;
     QString m_pendingReport;
     int m_tabCounter = 0;
@@ -158,6 +170,7 @@ private:
     bool m_darkTheme = false;
     bool m_shown = false;
     bool m_closing = false;
+    bool m_servesWaiting = false; ///< nothing has been opened but for those who wait
 };
 
 } // namespace velmora

@@ -3,12 +3,15 @@
 #include "app/library/session_library.h"
 #include "app/session_kinds.h"
 #include "app/start/command_line.h"
+#include "app/start/waiting_start.h"
 #include "app/window/session_tabs.h"
 #include "app/window/tarnwick.h"
 #include "session/session_widget.h"
 #include "session/translate.h"
 
+#include <QApplication>
 #include <QFileInfo>
+#include <QTimer>
 
 // How a session comes to be opened: from paths, records, command lines and the file manager.
 
@@ -53,6 +56,9 @@ SessionPaths sidesOf(const SessionKindRow &kind, const QStringList &paths)
 void Tarnwick::handleArguments(const QStringList &arguments)
 {
     const CommandLine line = parseCommandLine(arguments);
+    m_servesWaiting = m_servesWaiting || line.servesWaiting;
+    if (!line.reportTo.isEmpty())
+        m_report = std::make_shared<WaitReport>(line.reportTo);
     if (!line.report.isEmpty())
         m_pendingReport = absoluteForm(line.report);
     for (const ExplorerPick &pick : line.picks) {
@@ -63,14 +69,52 @@ void Tarnwick::handleArguments(const QStringList &arguments)
     }
     for (const QString &file : line.sessionFiles)
         m_library->openNamedSessionFile(absoluteForm(file));
-    if (line.sessionFiles.isEmpty() && !line.workspace.isEmpty()) {
+    if (line.sessionFiles.isEmpty() && !line.workspace.isEmpty())
         m_library->openNamedWorkspace(absoluteForm(line.workspace));
-    } else if (line.paths.size() == 2) {
-        openCompare(line.mode, absoluteForm(line.paths[0]), absoluteForm(line.paths[1]));
+    else
+        openPaths(line);
+    m_report.reset();
+}
+
+void Tarnwick::openPaths(const CommandLine &line)
+{
+    QStringList paths;
+    for (const QString &path : line.paths)
+        paths.append(absoluteForm(path));
+    if (line.mode == QLatin1String("merge") && paths.size() >= 2) {
+        openMerge({.left = paths[0], .right = paths[1], .base = paths.value(2)},
+                  line.output.isEmpty() ? QString() : absoluteForm(line.output));
+    } else if (paths.size() == 2) {
+        openCompare(line.mode, paths[0], paths[1]);
         m_explorerLeft.clear();
-    } else if (line.paths.size() == 1) {
-        openLonePath(line.mode, absoluteForm(line.paths[0]));
+    } else if (paths.size() == 1) {
+        openLonePath(line.mode, paths[0]);
     }
+}
+
+void Tarnwick::openMerge(const SessionPaths &paths, const QString &output)
+{
+    const SessionKindRow &row = sessionKind(QLatin1String("merge"));
+    SessionWidget *session = addSession(row, sessionTitle(row, paths), paths);
+    if (!output.isEmpty())
+        session->setOutput(output);
+    startSession(session);
+}
+
+void Tarnwick::reportClosing(const SessionWidget *session)
+{
+    if (const auto report = m_reports.take(session))
+        report->sessionClosed(session->waitStatus());
+}
+
+void Tarnwick::closeWhenServed()
+{
+    // Git comes with the next file in a moment.
+    constexpr int patience = 700;
+    QTimer::singleShot(patience, this, [this] {
+        if (m_servesWaiting && m_tabs->sessions().isEmpty() && !QApplication::activeModalWidget())
+            close();
+    });
 }
 
 void Tarnwick::openLonePath(const QString &mode, const QString &path)
@@ -144,6 +188,7 @@ void Tarnwick::restoreRecord(const SessionRecord &record)
     const SessionKindRow &row = kindOf(record);
     const QString title = titleOf(record);
     SessionWidget *session = row.create(*this, row, nullptr);
+    m_servesWaiting = false;
     m_tabs->addWaitingSession(session, sessionKindIcon(row.id), title);
     fillSession(session, row, title, record.paths);
     if (!record.options.isEmpty())
@@ -180,6 +225,10 @@ void Tarnwick::openDropped(const SessionKindRow &kind, const QStringList &paths)
 SessionWidget *Tarnwick::addSession(const SessionKindRow &kind, const QString &title, const SessionPaths &paths)
 {
     SessionWidget *session = kind.create(*this, kind, nullptr);
+    if (m_report)
+        m_reports.insert(session, m_report);
+    else
+        m_servesWaiting = false;
     m_tabs->addSession(session, sessionKindIcon(kind.id), title);
     fillSession(session, kind, title, paths);
     return session;

@@ -1,0 +1,129 @@
+#include "app/start/command_line.h"
+#include "app/start/waiting_start.h"
+#include "app/window/session_tabs.h"
+#include "app/window/tarnwick.h"
+#include "support/test_main.h"
+
+#include <QLocalSocket>
+#include <QTemporaryDir>
+#include <QTimer>
+
+using namespace std::chrono_literals;
+using namespace velmora;
+
+namespace {
+
+/// What a process hears that waits while `window` does something; -1 when the window was lost.
+int heard(const std::function<void(const QString &address)> &window)
+{
+    WaitingStart waiting;
+    QTimer::singleShot(0, qApp, [&] { window(waiting.address()); });
+    return waiting.wait(500ms).value_or(-1);
+}
+
+QStringList words(const char *text)
+{
+    return QString::fromLatin1(text).split(u' ');
+}
+
+} // namespace
+
+class WaitingStartTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void hearsTheWorstOfItsTabs()
+    {
+        const auto closing = [](const QList<int> &statuses) {
+            return heard([&](const QString &address) {
+                WaitReport report(address);
+                for (const int status : statuses)
+                    report.sessionClosed(status);
+            });
+        };
+        QCOMPARE(closing({0}), 0);
+        QCOMPARE(closing({0, 1, 0}), 1);
+        QCOMPARE(closing({}), 1); // nothing was opened
+    }
+
+    void noticesThatTheWindowIsLost()
+    {
+        QCOMPARE(heard([](const QString &) {}), -1);
+        QCOMPARE(heard([](const QString &address) {
+                     QLocalSocket socket;
+                     socket.connectToServer(address);
+                     socket.write("0"); // went down before it had said it all
+                     socket.flush();
+                 }),
+                 -1);
+    }
+
+    // A message that names any other socket must not make the window write to it.
+    void connectsToNoOtherAddress()
+    {
+        QLocalServer other;
+        QVERIFY(other.listen(QStringLiteral("velmora-test-other-%1").arg(QCoreApplication::applicationPid())));
+        {
+            const WaitReport report(other.fullServerName());
+        }
+        QVERIFY(!other.waitForNewConnection(100));
+    }
+
+    void parses()
+    {
+        const CommandLine line =
+            parseCommandLine(words("velmora --wait --merge l r b surplus --output=o --report-to a"));
+        QVERIFY(line.waits);
+        QCOMPARE(line.mode, QStringLiteral("merge"));
+        QCOMPARE(line.paths, words("l r b"));
+        QCOMPARE(line.output, QStringLiteral("o"));
+        QCOMPARE(line.reportTo, QStringLiteral("a"));
+        QCOMPARE(line.ignored.size(), 1);
+        QCOMPARE(withAbsolutePaths(words("velmora --wait --output o --merge l"), QDir(QStringLiteral("/x"))).join(u' '),
+                 QStringLiteral("velmora --wait --output /x/o --merge /x/l"));
+        QCOMPARE(windowArguments(words("velmora --wait a --theme dark b --lang=zh")),
+                 words("--serves-waiting --theme=dark --lang=zh"));
+    }
+
+    void aWindowReportsItsTabs_data()
+    {
+        QTest::addColumn<QString>("arguments");
+        QTest::addColumn<bool>("closesTheWindow");
+        QTest::addColumn<int>("status");
+        QTest::newRow("tab") << QStringLiteral("velmora left right") << false << 0;
+        QTest::newRow("window") << QStringLiteral("velmora left right") << true << 0;
+        // Nothing has been saved.
+        QTest::newRow("merge") << QStringLiteral("velmora --merge left right base --output out") << false << 1;
+        QTest::newRow("merge, window") << QStringLiteral("velmora --merge left right base") << true << 1;
+        QTest::newRow("merge without a base") << QStringLiteral("velmora --merge left right") << false << 1;
+        QTest::newRow("nothing to open") << QStringLiteral("velmora left") << true << 1;
+    }
+
+    void aWindowReportsItsTabs()
+    {
+        QFETCH(QString, arguments);
+        QFETCH(bool, closesTheWindow);
+        const QTemporaryDir folder;
+        for (const char *name : {"left", "right", "base"}) {
+            QFile file(folder.filePath(QLatin1String(name)));
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write("same\n") > 0);
+        }
+        QTEST(heard([&](const QString &address) {
+                  auto window = std::make_unique<Tarnwick>();
+                  const QStringList asked = withAbsolutePaths(arguments.split(u' '), QDir(folder.path()));
+                  window->handleArguments(withReportTo(asked, address));
+                  auto *tabs = window->findChild<SessionTabs *>();
+                  QTest::qWait(50);
+                  if (!closesTheWindow)
+                      tabs->closeTab(tabs->currentIndex());
+                  else
+                      window.reset();
+                  QTest::qWait(50);
+              }),
+              "status");
+    }
+};
+
+VELMORA_TEST(WaitingStartTest)
+
+#include "waiting_start_test.moc"
