@@ -368,6 +368,286 @@
         <translation>同步 %1 &lt;-&gt; %2</translation>
     </message>
     <message>
+        <source>Left → Right</source>
+        <translation>左 → 右</translation>
+    </message>
+    <message>
+        <source>Right → Left</source>
+        <translation>右 → 左</translation>
+    </message>
+    <message>
+        <source>Mirror sync</source>
+        <translation>镜像同步</translation>
+    </message>
+    <message>
+        <source>Update newer</source>
+        <translation>更新较新的</translation>
+    </message>
+    <message>
+        <source>Make the right side like the left; what only the right has is deleted</source>
+        <translation>使右侧与左侧一致；仅右侧有的内容将被删除</translation>
+    </message>
+    <message>
+        <source>Make the left side like the right; what only the left has is deleted</source>
+        <translation>使左侧与右侧一致；仅左侧有的内容将被删除</translation>
+    </message>
+    <message>
+        <source>Copy both ways; of changed files the newer wins, of equal times the right one</source>
+        <translation>双向复制；有变化的文件以较新者为准，时间相同则以右侧为准</translation>
+    </message>
+    <message>
+        <source>Copy both ways; of changed files the newer wins, of equal times none</source>
+        <translation>双向复制；有变化的文件以较新者为准，时间相同则不处理</translation>
+    </message>
+    <message>
+        <source>File name filter pattern</source>
+        <translation>文件名过滤模式</translation>
+    </message>
+    <message>
+        <source>All files</source>
+        <translation>所有文件</translation>
+    </message>
+    <message>
+        <source>Read files of the same size and time, too, at the next analysis</source>
+        <translation>下次分析时也读取大小和时间相同的文件</translation>
+    </message>
+    <message>
+        <source> Filter: </source>
+        <translation> 过滤: </translation>
+    </message>
+    <message>
+        <source> Direction: </source>
+        <translation> 方向: </translation>
+    </message>
+    <message>
+        <source>Sync plan</source>
+        <translation>同步计划</translation>
+    </message>
+    <message>
+        <source>Enter folder paths on both sides.</source>
+        <translation>请输入两侧的文件夹路径。</translation>
+    </message>
+    <message>
+        <source>Left folder does not exist: %1</source>
+        <translation>左侧文件夹不存在：%1</translation>
+    </message>
+    <message>
+        <source>Right folder does not exist: %1</source>
+        <translation>右侧文件夹不存在：%1</translation>
+    </message>
+    <message>
+        <source>Scanning folders…</source>
+        <translation>正在扫描文件夹…</translation>
+    </message>
+    <message>
+        <source>Analysis cancelled.</source>
+        <translation>分析已取消。</translation>
+    </message>
+    <message>
+        <source>Cancelling analysis…</source>
+        <translation>正在取消分析…</translation>
+    </message>
+    <message>
+        <source>Scan complete. %1 item(s) to sync.</source>
+        <translation>扫描完成。有 %1 项需要同步。</translation>
+    </message>
+    <message>
+        <source> (filter: %1 of %2 shown)</source>
+        <translation> (过滤：显示 %2 项中的 %1 项)</translation>
+    </message>
+    <message>
+        <source>Two folders that should agree</source>
+        <translation>两个应当一致的文件夹</translation>
+    </message>
+    <message>
+        <source>Drop them here or enter their paths above, then press Analyze (F5). Nothing is changed before you have seen the plan.</source>
+        <translation>将它们拖放到此处，或在上方输入路径，然后按“分析” (F5)。在您看到计划之前不会更改任何内容。</translation>
+    </message>
+    <message>
+        <source>The filter hides the whole plan.</source>
+        <translation>过滤器隐藏了整个计划。</translation>
+    </message>
+    <message>
+        <source>Both folders agree.</source>
+        <translation>两个文件夹一致。</translation>
+    </message>
+    <message>
+        <source>No sync actions to run.</source>
+        <translation>没有要执行的同步操作。</translation>
+    </message>
+    <message>
+        <source>Confirm sync</source>
+        <translation>确认同步</translation>
+    </message>
+    <message>
+        <source>About to run %1 sync action(s). Continue?</source>
+        <translation>即将执行 %1 个同步操作。是否继续？</translation>
+    </message>
+    <message>
+        <source>What the filter hides is left as it is.</source>
+        <translation>被过滤器隐藏的内容保持不变。</translation>
+    </message>
+    <message>
+        <source>What is deleted is deleted for good.</source>
+        <translation>删除的内容将被永久删除。</translation>
+    </message>
+    <message>
+        <source>Sync all the same?</source>
+        <translation>仍要同步吗？</translation>
+    </message>
+    <message>
+        <source>Starting sync…</source>
+        <translation>正在开始同步…</translation>
+    </message>
+    <message>
+        <source>Sync complete. Success: %1, failed: %2</source>
+        <translation>同步完成。成功：%1，失败：%2</translation>
+    </message>
+    <message>
+        <source>There is no recycle bin for some of the entries, so that they are still there. Have the next run of this tab delete for good?</source>
+        <translation>部分条目所在位置没有回收站，因此它们仍然存在。要让此标签页的下一次同步永久删除吗？</translation>
+    </message>
+    <message>
+        <source>The sync is still running. Stop it after the current file and close?</source>
+        <translation>同步仍在进行。要在当前文件完成后停止并关闭吗？</translation>
+    </message>
+    <message>
+        <source>Analyze</source>
+        <translation>分析</translation>
+    </message>
+    <message>
+        <source>Scan folders and build a sync plan</source>
+        <translation>扫描文件夹并生成同步计划</translation>
+    </message>
+    <message>
+        <source>Sync now</source>
+        <translation>立即同步</translation>
+    </message>
+    <message>
+        <source>Run sync actions</source>
+        <translation>执行同步操作</translation>
+    </message>
+    <message>
+        <source>Take the last sync of this tab back</source>
+        <translation>撤销此标签页的上一次同步</translation>
+    </message>
+    <message>
+        <source>Copy to right</source>
+        <translation>复制到右侧</translation>
+    </message>
+    <message>
+        <source>Have the selected entries copied to the right</source>
+        <translation>将选中的条目复制到右侧</translation>
+    </message>
+    <message>
+        <source>Copy to left</source>
+        <translation>复制到左侧</translation>
+    </message>
+    <message>
+        <source>Have the selected entries copied to the left</source>
+        <translation>将选中的条目复制到左侧</translation>
+    </message>
+    <message>
+        <source>Delete where it is</source>
+        <translation>在所在侧删除</translation>
+    </message>
+    <message>
+        <source>Have the selected entries deleted that only one side has</source>
+        <translation>删除选中条目中仅一侧有的条目</translation>
+    </message>
+    <message>
+        <source>Skip</source>
+        <translation>跳过</translation>
+    </message>
+    <message>
+        <source>Leave the selected entries as they are</source>
+        <translation>保持选中的条目不变</translation>
+    </message>
+    <message>
+        <source>As planned</source>
+        <translation>按计划</translation>
+    </message>
+    <message>
+        <source>Give the selected entries the actions of the direction again</source>
+        <translation>让选中的条目恢复为同步方向所定的操作</translation>
+    </message>
+    <message>
+        <source>Compare the entry</source>
+        <translation>比较该条目</translation>
+    </message>
+    <message>
+        <source>File name</source>
+        <translation>文件名</translation>
+    </message>
+    <message>
+        <source>Action</source>
+        <translation>操作</translation>
+    </message>
+    <message>
+        <source>Left time</source>
+        <translation>左侧时间</translation>
+    </message>
+    <message>
+        <source>Right time</source>
+        <translation>右侧时间</translation>
+    </message>
+    <message>
+        <source>Delete right</source>
+        <translation>删除右侧</translation>
+    </message>
+    <message>
+        <source>Delete left</source>
+        <translation>删除左侧</translation>
+    </message>
+    <message>
+        <source>→ Copy to right</source>
+        <translation>→ 复制到右侧</translation>
+    </message>
+    <message>
+        <source>← Copy to left</source>
+        <translation>← 复制到左侧</translation>
+    </message>
+    <message>
+        <source>× Delete right</source>
+        <translation>× 删除右侧</translation>
+    </message>
+    <message>
+        <source>× Delete left</source>
+        <translation>× 删除左侧</translation>
+    </message>
+    <message>
+        <source>— Skip</source>
+        <translation>— 跳过</translation>
+    </message>
+    <message>
+        <source>  ✗ Delete failed: %1</source>
+        <translation>  ✗ 删除失败：%1</translation>
+    </message>
+    <message>
+        <source>  ✗ Copy failed: %1</source>
+        <translation>  ✗ 复制失败：%1</translation>
+    </message>
+    <message>
+        <source>  × Deleted on right: %1</source>
+        <translation>  × 已在右侧删除：%1</translation>
+    </message>
+    <message>
+        <source>  × Deleted on left: %1</source>
+        <translation>  × 已在左侧删除：%1</translation>
+    </message>
+    <message>
+        <source>Copy right: %1 | Copy left: %2 | Delete: %3 | Skip: %4 | Total: %5</source>
+        <translation>复制到右：%1 | 复制到左：%2 | 删除：%3 | 跳过：%4 | 总计：%5</translation>
+    </message>
+    <message>
+        <source>%4 has nothing in it, so that all %2 entries of %3 would be deleted. Is a drive missing?</source>
+        <translation>%4 中没有任何内容，因此 %3 的全部 %2 个条目都将被删除。是否有驱动器未连接？</translation>
+    </message>
+    <message>
+        <source>%1 of the %2 entries of %3 would be deleted.</source>
+        <translation>%3 的 %2 个条目中有 %1 个将被删除。</translation>
+    </message>
+    <message>
         <source>Bring two folders to the same state, after a look at the plan.</source>
         <translation>先预览同步计划，再使两个文件夹保持一致。</translation>
     </message>

@@ -5,6 +5,7 @@
 #include "filetypes/binary/binary_compare_widget.h"
 #include "filetypes/checksum/checksum_widget.h"
 #include "folder/compare/folder_compare_widget.h"
+#include "folder/sync/folder_sync_widget.h"
 #include "session/document/text_recovery.h"
 #include "session/session_record.h"
 #include "session/theme.h"
@@ -151,7 +152,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/FolderSync.ico",
      .slot = "onNewFolderSync",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Bring two folders to the same state, after a look at the plan."),
-     .create = pending},
+     .create = make<FolderSyncWidget>},
     {.id = QLatin1String("registry"),
      .group = System,
      .sides = 2,

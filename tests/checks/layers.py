@@ -31,6 +31,7 @@ NEIGHBOURS = {
     ("merge/engine", "text/engine"),
     ("filetypes/table/engine", "text/engine"),
     ("folder/compare", "folder/actions"),
+    ("folder/sync", "folder/actions"),
     ("session/pane", "session/frame"),
 }
 # What else of Qt these may see: native windows, and images as values.

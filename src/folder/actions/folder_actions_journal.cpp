@@ -42,6 +42,7 @@ void FolderActions::undoRun(const QString &id)
     ActionRequest request;
     request.command = FolderCommand::UndoLast;
     request.undoOf = id;
+    request.context = m_context;
     if (!isRunning())
         prepareUndo(request);
 }
@@ -57,6 +58,7 @@ void FolderActions::continueRun(const JournalEntry &run)
     ActionRequest request;
     request.command = FolderCommand::ContinueRun;
     request.name = run.title;
+    request.context = m_context;
     const QString time = QLocale().toString(run.started.toLocalTime(), QLocale::ShortFormat);
     m_runner.start(
         [&files = m_files, place = journal(), id = run.id](const CancelFlag &cancel, Progress &) {

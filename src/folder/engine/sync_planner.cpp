@@ -78,6 +78,23 @@ QList<SyncPlanItem> planSync(const QList<FolderDiffItem> &items, SyncMode mode)
     return plan;
 }
 
+bool isPossible(const SyncPlanItem &item, SyncAction action)
+{
+    switch (action) {
+    case SyncAction::Skip:
+        break;
+    case SyncAction::CopyToRight:
+        return !item.leftPath.isEmpty();
+    case SyncAction::CopyToLeft:
+        return !item.rightPath.isEmpty();
+    case SyncAction::DeleteRight:
+        return item.leftPath.isEmpty();
+    case SyncAction::DeleteLeft:
+        return item.rightPath.isEmpty();
+    }
+    return true;
+}
+
 SyncCounts countSync(const QList<SyncPlanItem> &plan)
 {
     SyncCounts counts;

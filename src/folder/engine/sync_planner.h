@@ -44,6 +44,9 @@ struct SyncPlanItem {
 /// An item for each entry that is not the same, in the order of the entries.
 [[nodiscard]] QList<SyncPlanItem> planSync(const QList<FolderDiffItem> &items, SyncMode mode);
 
+/// Whether an item can have an action: what a side has not is not copied from there, and what both have is not deleted.
+[[nodiscard]] bool isPossible(const SyncPlanItem &item, SyncAction action);
+
 /// How many items have which action.
 struct SyncCounts {
     qint64 copyToRight = 0;

@@ -23,14 +23,6 @@ EntryAction entryActionOf(SyncAction action)
     return EntryAction::Nothing;
 }
 
-/// Of a folder on both sides a copy would make nothing new; of one that only the target has there is nothing to copy.
-bool isPossible(const FolderDiffItem &item, EntryAction action)
-{
-    if (action == EntryAction::CopyToRight)
-        return !item.leftPath.isEmpty();
-    return action != EntryAction::CopyToLeft || !item.rightPath.isEmpty();
-}
-
 } // namespace
 
 OperationPlan planSyncRun(const PlanInput &input, const QList<SyncPlanItem> &plan, DeleteManner manner)
@@ -38,15 +30,12 @@ OperationPlan planSyncRun(const PlanInput &input, const QList<SyncPlanItem> &pla
     QHash<QString, EntryAction> actions;
     actions.reserve(plan.size());
     for (const SyncPlanItem &item : plan) {
-        if (item.syncAction() != SyncAction::Skip)
+        // Of a folder on both sides with all its contents on one, the plan may say to delete it or to copy it back.
+        if (item.syncAction() != SyncAction::Skip && isPossible(item, item.syncAction()))
             actions.insert(item.name, entryActionOf(item.syncAction()));
     }
     return planActions(
-        input,
-        [&actions](const FolderDiffItem &item) {
-            const EntryAction action = actions.value(item.name, EntryAction::Nothing);
-            return isPossible(item, action) ? action : EntryAction::Nothing;
-        },
+        input, [&actions](const FolderDiffItem &item) { return actions.value(item.name, EntryAction::Nothing); },
         manner);
 }
 

@@ -27,11 +27,15 @@ void PathsBar::addField(const Field &field)
     m_grid->addWidget(edit, row, 1);
     m_rows.append({field.member, edit, 2});
     connect(edit, &PathEdit::submitted, this, &PathsBar::submitted);
-    connect(edit, &PathEdit::browseRequested, this, [this, edit, title = field.browseTitle] {
-        Dialogs::instance().openFile(this, title, edit->path(), {}, [this, edit](const QString &path) {
+    connect(edit, &PathEdit::browseRequested, this, [this, edit, field] {
+        const auto take = [this, edit](const QString &path) {
             edit->setPath(path);
             Q_EMIT submitted();
-        });
+        };
+        if (field.picks == Field::Picks::Folder)
+            Dialogs::instance().openFolder(this, field.browseTitle, edit->path(), take);
+        else
+            Dialogs::instance().openFile(this, field.browseTitle, edit->path(), {}, take);
     });
 }
 

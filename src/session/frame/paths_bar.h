@@ -18,10 +18,13 @@ class PathsBar final : public QWidget {
 public:
     /// Texts are translated.
     struct Field {
+        enum class Picks : quint8 { File, Folder };
+
         QString SessionPaths::*member = nullptr; ///< what of the session's paths it holds
         QString label;
         QString placeholder;
-        QString browseTitle = {}; ///< of the file dialog, and the button's tool tip; none without
+        QString browseTitle = {};  ///< of the file dialog, and the button's tool tip; none without
+        Picks picks = Picks::File; ///< what the dialog asks for
     };
 
     explicit PathsBar(const QList<Field> &fields, QWidget *parent = nullptr);

@@ -1,4 +1,4 @@
-#include "folder/compare/folder_log_panel.h"
+#include "folder/actions/folder_log_panel.h"
 
 #include "core/safe_file.h"
 #include "session/dialogs.h"

@@ -1,0 +1,114 @@
+#pragma once
+
+#include "core/runner.h"
+#include "folder/sync/sync_job.h"
+#include "session/session_widget.h"
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QSplitter;
+class QTreeView;
+
+namespace velmora {
+
+class FolderActions;
+class FolderLogPanel;
+class NoticeCard;
+class PathsBar;
+class StatusLine;
+class SyncBar;
+class SyncPlanModel;
+
+/// The session that makes two folders agree: both are compared, what is to be done is shown as a plan that can be
+/// changed entry by entry, and carried out when a person says so. A run can be taken back.
+class FolderSyncWidget final : public SessionWidget {
+    Q_OBJECT
+public:
+    explicit FolderSyncWidget(SessionHost &host, QWidget *parent = nullptr);
+    ~FolderSyncWidget() override;
+
+    [[nodiscard]] QString kind() const override;
+    [[nodiscard]] SessionPaths paths() const override;
+    void setPaths(const SessionPaths &paths) override;
+    void start() override { onAnalyze(); }
+    [[nodiscard]] bool isReading() const override { return m_stage == Stage::Analysing; }
+    [[nodiscard]] QJsonObject options() const override;
+    void setOptions(const QJsonObject &options) override;
+    void confirmClose(std::function<void(bool mayClose)> answered) override;
+    [[nodiscard]] bool hasUnsavedChanges() const override { return m_stage == Stage::Running; }
+    [[nodiscard]] bool acceptsDroppedPaths() const override { return true; }
+    void dropPaths(const QStringList &paths, QPoint position) override;
+    void refreshTheme() override;
+
+public Q_SLOTS:
+    void onAnalyze();
+    void onSync();
+    void onCancel();
+    void onUndo();
+    void onSwap();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    enum class Stage { Idle, Analysing, Running };
+
+    [[nodiscard]] QWidget *buildChoices();
+    void buildView();
+    void buildLayout();
+    void connectBar();
+    void connectUndo();
+
+    [[nodiscard]] SyncMode mode() const;
+    [[nodiscard]] QString problemOfPaths() const;
+    /// What the status line says of a run, for as long as the folders are looked at again.
+    struct Remark {
+        QString text; ///< empty: what was found is said
+        bool isFailure = false;
+    };
+    void analyse(const SessionPaths &folders, const Remark &remark);
+    void takeAnalysis(RunOutcome<SyncAnalysis> &&outcome, const Remark &remark);
+    void tell(const Remark &remark);
+    void planAgain();
+    void showPlan();
+    void showState();
+    void showNotice();
+    void fitNames();
+    void changeSelected(void (SyncPlanModel::*change)(const QModelIndexList &));
+    void setSelected(SyncAction action);
+    void openCurrent();
+    void step(int direction);
+
+    [[nodiscard]] PlanInput inputForRun() const;
+    [[nodiscard]] QString questionFor(qint64 actions) const;
+    void askForLosses(const OperationPlan &plan, const Sides<SyncLoss> &losses);
+    void run(const OperationPlan &plan);
+    void takeRun(RunOutcome<SyncRunResult> &&outcome);
+    void offerDeletingForGood();
+
+    SyncBar *m_bar;
+    PathsBar *m_inputs;
+    QComboBox *m_direction;
+    QComboBox *m_filter;
+    QCheckBox *m_contents;
+    SyncPlanModel *m_model;
+    QTreeView *m_view;
+    NoticeCard *m_notice;
+    FolderLogPanel *m_log;
+    QSplitter *m_splitter;
+    StatusLine *m_status;
+    QLabel *m_summary;
+    FolderActions *m_undoing; ///< takes runs back
+
+    Stage m_stage = Stage::Idle;
+    bool m_hasPlan = false;
+    SessionPaths m_analysed; ///< the folders of the plan
+    PlanInput m_found;       ///< what the plan was made from
+    DeleteManner m_manner = DeleteManner::ToRecycleBin;
+    QString m_journalId; ///< of the last run
+    QString m_undoText;  ///< what was said last of taking it back
+    Runner m_runner;
+};
+
+} // namespace velmora

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "folder/sync/sync_job.h"
+
+namespace velmora {
+
+/// What a sync session says. Pure but for the language.
+
+/// "Copy to right".
+[[nodiscard]] QString syncActionName(SyncAction action);
+/// "→ Copy to right", as it stands in the plan.
+[[nodiscard]] QString syncActionText(SyncAction action);
+
+/// A line of the log.
+[[nodiscard]] QString syncLogLine(const SyncLine &line);
+
+/// "Copy right: %1 | Copy left: %2 | Delete: %3 | Skip: %4 | Total: %5".
+[[nodiscard]] QString syncSummary(const SyncCounts &counts);
+
+/// What is at stake when much of a side goes, in words with numbers; empty when it does not.
+[[nodiscard]] QString syncLossText(const Sides<SyncLoss> &losses, const Sides<QString> &folders);
+
+} // namespace velmora

@@ -1,0 +1,193 @@
+#include "folder/actions/folder_log_panel.h"
+#include "folder/actions/plan_preview_dialog.h"
+#include "folder/sync/folder_sync_widget.h"
+#include "folder_engine/test_tree.h"
+#include "support/recording_host.h"
+#include "support/scripted_dialogs.h"
+#include "support/test_main.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QJsonObject>
+#include <QLabel>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTreeView>
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+/// A sync session on two folders of its own.
+class SyncFixture {
+public:
+    SyncFixture()
+    {
+        session.resize(1000, 700);
+        session.show();
+    }
+
+    void analyse()
+    {
+        QSignalSpy read(&session, &SessionWidget::readingEnded);
+        session.setPaths({disk.left(), disk.right(), {}});
+        action("analyzeAction")->trigger();
+        QTRY_COMPARE(read.count(), 1);
+    }
+    void sync()
+    {
+        action("syncNowAction")->trigger();
+        QTRY_VERIFY(action("analyzeAction")->isEnabled() && !action("cancelAction")->isEnabled());
+    }
+
+    [[nodiscard]] QAction *action(const char *name) { return session.findChild<QAction *>(QLatin1String(name)); }
+    [[nodiscard]] QTreeView &view() { return *session.findChild<QTreeView *>(QStringLiteral("syncPlan")); }
+    [[nodiscard]] QString text(const char *label) { return session.findChild<QLabel *>(QLatin1String(label))->text(); }
+    [[nodiscard]] QString log() { return session.findChild<FolderLogPanel *>()->text(); }
+
+    /// "name: action" of all rows, those within folders after them.
+    [[nodiscard]] QStringList rows()
+    {
+        QStringList lines;
+        const QAbstractItemModel &model = *view().model();
+        for (QModelIndex at = model.index(0, 0); at.isValid(); at = view().indexBelow(at))
+            lines.append(at.data().toString() + QLatin1String(": ") + at.siblingAtColumn(1).data().toString());
+        return lines;
+    }
+    void select(int row)
+    {
+        QModelIndex at = view().model()->index(0, 0);
+        while (row-- > 0)
+            at = view().indexBelow(at);
+        view().setCurrentIndex(at);
+    }
+
+    TestTree disk;
+    ScriptedDialogs dialogs;
+    RecordingHost host;
+    FolderSyncWidget session{host};
+};
+
+} // namespace
+
+class FolderSyncTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void asksForTwoFoldersThatExist()
+    {
+        SyncFixture f;
+        f.action("analyzeAction")->trigger();
+        QCOMPARE(f.text("statusLabel"), word("Enter folder paths on both sides."));
+        f.session.setPaths({f.disk.left(), f.disk.path(word("none")), {}});
+        f.action("analyzeAction")->trigger();
+        QVERIFY(f.text("statusLabel").startsWith(word("Right folder does not exist: ")));
+        QVERIFY(!f.action("syncNowAction")->isEnabled());
+    }
+
+    void plansRunsAndTakesBack()
+    {
+        SyncFixture f;
+        f.disk.file(word("left/a/new"), "1", 0);
+        f.disk.file(word("left/changed"), "left", 5);
+        f.disk.file(word("right/changed"), "other", 9);
+        f.disk.file(word("right/gone"), "22", 0);
+        f.disk.file(word("right/kept"), "3", 0);
+        f.disk.file(word("left/kept"), "3", 0);
+        const auto all = [&f] { return entriesOf(f.disk.left()) + entriesOf(f.disk.right()); };
+        const QStringList before = all();
+        QSignalSpy titles(&f.session, &SessionWidget::tabTitleChanged);
+        f.analyse();
+        QCOMPARE(titles.value(0).value(0).toString(), word("Sync left <-> right"));
+        QCOMPARE(f.text("statusLabel"), word("Scan complete. 4 item(s) to sync."));
+        QCOMPARE(f.rows().join(u'|'),
+                 word("a: → Copy to right|new: → Copy to right|changed: → Copy to right|gone: × Delete right"));
+        QCOMPARE(f.text("summaryLabel"), word("Copy right: 3 | Copy left: 0 | Delete: 1 | Skip: 0 | Total: 4"));
+
+        f.session.findChild<QComboBox *>(word("directionBox"))->setCurrentIndex(3); // planned anew without a scan
+        QCOMPARE(f.rows().mid(2).join(u'|'), word("changed: ← Copy to left|gone: ← Copy to left"));
+        f.session.findChild<QComboBox *>(word("directionBox"))->setCurrentIndex(0);
+
+        f.dialogs.answerNumber(0);
+        f.action("syncNowAction")->trigger();
+        QCOMPARE(f.dialogs.asked().last().title, word("Confirm sync"));
+        QCOMPARE(f.dialogs.asked().last().text, word("About to run 4 sync action(s). Continue?"));
+        QCOMPARE(all(), before);
+
+        f.dialogs.answerNumber(1);
+        f.sync();
+        QTRY_COMPARE(f.text("statusLabel"), word("Sync complete. Success: 4, failed: 0"));
+        QVERIFY(f.log().contains(word("  × Deleted on right: ")));
+        QCOMPARE(contentsOf(f.disk.path(word("right/changed"))), "left");
+        QCOMPARE(entriesOf(f.disk.right()), entriesOf(f.disk.left()));
+        QCOMPARE(f.rows(), QStringList());
+        QVERIFY(!f.action("syncNowAction")->isEnabled());
+
+        f.action("undoRunAction")->trigger();
+        QTRY_VERIFY(f.session.findChild<PlanPreviewDialog *>());
+        f.session.findChild<PlanPreviewDialog *>()->accept();
+        QTRY_COMPARE(f.rows().size(), 4);
+        QCOMPARE(all(), before);
+        QCOMPARE(contentsOf(f.disk.path(word("right/changed"))), "other");
+    }
+
+    /// What is chosen by hand for a folder holds for all in it, as far as it can; the filter leaves out the rest.
+    void runsWhatIsChosenAndShown()
+    {
+        SyncFixture f;
+        f.disk.file(word("left/d/one.txt"), "1", 0);
+        f.disk.file(word("left/d/two.cpp"), "2", 0);
+        f.disk.file(word("right/d/three.txt"), "3", 0);
+        f.analyse();
+        f.select(0);
+        f.action("skipAction")->trigger();
+        f.action("syncNowAction")->trigger();
+        QCOMPARE(f.text("statusLabel"), word("No sync actions to run."));
+        f.action("copyToLeftAction")->trigger();
+        QCOMPARE(f.rows().join(u'|'),
+                 word("d: ← Copy to left|one.txt: — Skip|three.txt: ← Copy to left|two.cpp: — Skip"));
+        f.action("asPlannedAction")->trigger();
+        f.session.findChild<QComboBox *>(word("filterBox"))->setCurrentText(word("*.txt"));
+        QCOMPARE(f.rows().size(), 3);
+        f.dialogs.answerNumber(1);
+        f.dialogs.answerNumber(1); // all that the right side has goes
+        f.sync();
+        QTRY_VERIFY(f.text("statusLabel").startsWith(word("Sync complete")));
+        QCOMPARE(entriesOf(f.disk.path(word("right/d"))), words("one.txt"));
+        QVERIFY(f.rows().isEmpty());
+        QCOMPARE(f.session.options().value(word("filter")).toString(), word("*.txt"));
+    }
+
+    /// The next run must not do what a person has taken out of the last one.
+    void keepsWhatIsChosenByHandAfterARun()
+    {
+        SyncFixture f;
+        for (const char *name : {"left/a", "left/b", "left/c", "right/mine", "right/a", "right/b"})
+            f.disk.file(word(name), "1", 0);
+        f.analyse();
+        QCOMPARE(f.rows().join(u'|'), word("c: → Copy to right|mine: × Delete right"));
+        f.select(1);
+        f.action("skipAction")->trigger();
+        f.dialogs.answerNumber(1);
+        f.sync();
+        QTRY_COMPARE(f.rows(), words("mine: — Skip"));
+        QVERIFY(QFile::exists(f.disk.path(word("right/mine"))));
+    }
+
+    void asksTwiceWhenADriveIsMissing()
+    {
+        SyncFixture f;
+        f.disk.folder(word("left"));
+        for (const char *name : {"right/a", "right/b"})
+            f.disk.file(word(name), "1", 0);
+        f.analyse();
+        f.dialogs.answerNumber(1);
+        f.dialogs.answerNumber(0);
+        f.action("syncNowAction")->trigger();
+        QVERIFY(f.dialogs.asked().last().text.contains(word("so that all 2 entries of ")));
+        QCOMPARE(entriesOf(f.disk.right()), words("a|b"));
+    }
+};
+
+VELMORA_TEST(FolderSyncTest)
+#include "folder_sync_test.moc"
