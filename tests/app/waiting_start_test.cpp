@@ -2,6 +2,7 @@
 #include "app/start/waiting_start.h"
 #include "app/window/session_tabs.h"
 #include "app/window/tarnwick.h"
+#include "session/session_widget.h"
 #include "support/test_main.h"
 
 #include <QLocalSocket>
@@ -121,6 +122,32 @@ private Q_SLOTS:
                   QTest::qWait(50);
               }),
               "status");
+    }
+
+    // Git removes its folders when the process ends, and with them what a text that is still open would be saved to.
+    void whatIsOpenedOutOfAFolderIsWaitedFor()
+    {
+        const QTemporaryDir folder;
+        QVERIFY(QDir(folder.path()).mkpath(QStringLiteral("left")) &&
+                QDir(folder.path()).mkpath(QStringLiteral("right")));
+        bool early = true;
+        WaitingStart waiting;
+        Tarnwick window;
+        auto *tabs = window.findChild<SessionTabs *>();
+        window.handleArguments(
+            withReportTo(withAbsolutePaths(words("velmora left right"), QDir(folder.path())), waiting.address()));
+        window.openSession(QStringLiteral("text"), {.left = folder.filePath(QStringLiteral("left/a")),
+                                                    .right = folder.filePath(QStringLiteral("right/a")),
+                                                    .base = {}});
+        QCOMPARE(tabs->sessions().size(), 2);
+        SessionWidget *outer = tabs->sessions().first();
+        tabs->closeTab(tabs->indexOf(outer));
+        QTimer::singleShot(100, &window, [&] {
+            early = false;
+            tabs->closeTab(tabs->currentIndex());
+        });
+        QCOMPARE(waiting.wait(), 0);
+        QVERIFY(!early);
     }
 };
 

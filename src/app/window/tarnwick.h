@@ -135,6 +135,9 @@ private:
     void openLonePath(const QString &mode, const QString &path);
     /// Opens the merge of `paths`, whose result is to be saved to `output` unless that is empty.
     void openMerge(const SessionPaths &paths, const QString &output);
+    /// To whoever waits for a session on `paths`; null when nobody does. What is opened out of a folder that is waited
+    /// for is waited for as well.
+    [[nodiscard]] std::shared_ptr<WaitReport> reportOn(const SessionPaths &paths) const;
     /// Tells whoever waits for a session what has become of it.
     void reportClosing(const SessionWidget *session);
     /// Goes, if the window was opened for those who wait, when they have had their tabs.

@@ -24,6 +24,12 @@ QString absoluteForm(const QString &path)
     return QFileInfo(path).absoluteFilePath();
 }
 
+bool isWithin(const QString &path, const QString &folder)
+{
+    const QString prefix = folder.endsWith(u'/') ? folder : folder + u'/';
+    return !folder.isEmpty() && path.startsWith(prefix);
+}
+
 /// The kind in which two paths are compared when nobody said which.
 const SessionKindRow &kindForPair(const SessionPaths &paths)
 {
@@ -99,6 +105,18 @@ void Tarnwick::openMerge(const SessionPaths &paths, const QString &output)
     if (!output.isEmpty())
         session->setOutput(output);
     startSession(session);
+}
+
+std::shared_ptr<WaitReport> Tarnwick::reportOn(const SessionPaths &paths) const
+{
+    if (m_report)
+        return m_report;
+    for (auto waited = m_reports.begin(); waited != m_reports.end(); ++waited) {
+        const SessionPaths folders = waited.key()->paths();
+        if (isWithin(paths.left, folders.left) || isWithin(paths.right, folders.right))
+            return waited.value();
+    }
+    return nullptr;
 }
 
 void Tarnwick::reportClosing(const SessionWidget *session)
@@ -225,8 +243,8 @@ void Tarnwick::openDropped(const SessionKindRow &kind, const QStringList &paths)
 SessionWidget *Tarnwick::addSession(const SessionKindRow &kind, const QString &title, const SessionPaths &paths)
 {
     SessionWidget *session = kind.create(*this, kind, nullptr);
-    if (m_report)
-        m_reports.insert(session, m_report);
+    if (const auto report = reportOn(paths))
+        m_reports.insert(session, report);
     else
         m_servesWaiting = false;
     m_tabs->addSession(session, sessionKindIcon(kind.id), title);

@@ -1,5 +1,6 @@
 #include "merge/engine/chunk_merge.h"
 
+#include "core/crew.h"
 #include "merge/engine/line_changes.h"
 #include "merge/engine/line_numbers.h"
 #include "merge/engine/repeated_insertions.h"
@@ -12,6 +13,9 @@
 namespace velmora {
 
 namespace {
+
+/// Comparing fewer takes less time than starting a thread for it.
+constexpr size_t linesWorthAThread = 4096;
 
 enum Text : size_t { Base, Left, Right };
 
@@ -65,6 +69,23 @@ private:
     std::vector<LineChange>::const_iterator m_firstOfGroup;
     qsizetype m_offset = 0;
 };
+
+/// What left and right have changed, found at the same time where that pays.
+std::array<std::vector<LineChange>, 2> changesOf(const NumberedTexts &numbered, const CancelFlag &cancel)
+{
+    std::array<std::vector<LineChange>, 2> changes;
+    const auto size = int(changes.size());
+    const int crew = numbered.texts[Base].size() < linesWorthAThread ? 1 : std::min(size, crewSize());
+    runCrew(
+        crew,
+        [&](int worker) {
+            CancelPoll poll(cancel);
+            for (auto side = size_t(worker); side < changes.size(); side += size_t(crew))
+                changes[side] = lineChanges(numbered.texts[Base], numbered.texts[side + 1], numbered.count, poll);
+        },
+        [] {});
+    return changes;
+}
 
 bool startsBefore(LineRange one, LineRange other) noexcept
 {
@@ -179,15 +200,14 @@ ChunkMerge mergeChunks(const TextLines &base, const TextLines &left, const TextL
         return {};
     const std::array<const TextLines *, 3> texts{&base, &left, &right};
     progress.report(NumberingLines, 0, base.count() + left.count() + right.count());
-    const NumberedTexts numbered = numberLines(texts, options.compareLineEnds, poll);
-    if (poll.stopped())
+    const NumberedTexts numbered = numberLines(texts, options.compareLineEnds, cancel);
+    if (poll.look())
         return {};
     progress.report(ComparingWithBase, 0, 2);
-    std::vector<LineChange> ofLeft = lineChanges(numbered.texts[Base], numbered.texts[Left], numbered.count, poll);
-    progress.report(ComparingWithBase, 1, 2);
-    std::vector<LineChange> ofRight = lineChanges(numbered.texts[Base], numbered.texts[Right], numbered.count, poll);
-    if (poll.stopped())
+    std::array<std::vector<LineChange>, 2> changes = changesOf(numbered, cancel);
+    if (poll.look())
         return {};
+    auto &[ofLeft, ofRight] = changes;
     if (!options.joinTouching) {
         ofLeft = lineByLine(ofLeft, numbered.texts[Base], numbered.texts[Left]);
         ofRight = lineByLine(ofRight, numbered.texts[Base], numbered.texts[Right]);

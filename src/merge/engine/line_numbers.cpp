@@ -1,6 +1,8 @@
 #include "merge/engine/line_numbers.h"
 
+#include "core/crew.h"
 #include "merge/engine/line_range.h"
+#include "text/engine/cancel_poll.h"
 #include "text/engine/line_hash.h"
 #include "text/engine/prefetch.h"
 
@@ -13,6 +15,8 @@ namespace velmora {
 namespace {
 
 constexpr qint32 none = -1;
+/// Reading fewer takes less time than starting a thread for it.
+constexpr size_t bytesWorthAThread = 1024 * 1024;
 /// Most steps wait for memory; asking some lines ahead overlaps these waits.
 constexpr size_t linesAhead = 12;
 
@@ -54,21 +58,38 @@ std::string_view lineOf(const TextLines &text, qsizetype index, bool withEnd) no
     return withEnd ? bytesOf(text, {index, 1}) : text.line(index);
 }
 
-} // namespace
-
-NumberedTexts numberLines(const std::array<const TextLines *, 3> &texts, bool withEnds, CancelPoll &poll)
+/// Of every line of the three texts, which are read at the same time where that pays.
+std::array<std::vector<qint32>, 3> hashes(const std::array<const TextLines *, 3> &texts, bool withEnds,
+                                          const CancelFlag &cancel)
 {
     const LineHash hash;
-    NumberedTexts result;
+    std::array<std::vector<qint32>, 3> result;
+    const bool isWorthIt = texts[0]->bytes().size() >= bytesWorthAThread;
+    const int crew = isWorthIt ? std::min(crewSize(), int(texts.size())) : 1;
+    runCrew(
+        crew,
+        [&](int worker) {
+            CancelPoll poll(cancel);
+            for (auto side = size_t(worker); side < texts.size(); side += size_t(crew)) {
+                const TextLines &text = *texts[side];
+                result[side].reserve(size_t(text.count()));
+                for (qsizetype index = 0; index < text.count() && !poll.stop(16); ++index)
+                    result[side].push_back(qint32(hash(lineOf(text, index, withEnds))));
+            }
+        },
+        [] {});
+    return result;
+}
+
+} // namespace
+
+NumberedTexts numberLines(const std::array<const TextLines *, 3> &texts, bool withEnds, const CancelFlag &cancel)
+{
+    NumberedTexts result{hashes(texts, withEnds, cancel)};
     size_t lines = 0;
-    for (size_t side = 0; side < texts.size(); ++side) {
-        const TextLines &text = *texts[side];
-        std::vector<qint32> &numbers = result.texts[side];
-        numbers.reserve(size_t(text.count()));
-        for (qsizetype index = 0; index < text.count() && !poll.stop(16); ++index)
-            numbers.push_back(qint32(hash(lineOf(text, index, withEnds))));
+    for (const std::vector<qint32> &numbers : result.texts)
         lines = std::max(lines, numbers.size());
-    }
+    CancelPoll poll(cancel);
     LineTable table(3 * lines);
     for (size_t side = 0; side < texts.size(); ++side) {
         std::vector<qint32> &numbers = result.texts[side];

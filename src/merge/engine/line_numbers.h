@@ -1,12 +1,11 @@
 #pragma once
 
+#include "core/cancel_flag.h"
 #include "core/text_lines.h"
-#include "text/engine/cancel_poll.h"
 
 #include <QtGlobal>
 
 #include <array>
-#include <functional>
 #include <vector>
 
 namespace velmora {
@@ -17,7 +16,9 @@ struct NumberedTexts {
     qint32 count = 0;
 };
 
-/// Numbers the lines of `texts`, with their ends or without. Incomplete when `poll` has stopped.
-[[nodiscard]] NumberedTexts numberLines(const std::array<const TextLines *, 3> &texts, bool withEnds, CancelPoll &poll);
+/// Numbers the lines of `texts`, with their ends or without. Incomplete when
+/// cancelled.
+[[nodiscard]] NumberedTexts numberLines(const std::array<const TextLines *, 3> &texts, bool withEnds,
+                                        const CancelFlag &cancel);
 
 } // namespace velmora
