@@ -5,10 +5,12 @@
 #include "core/output_buffer.h"
 #include "core/sides.h"
 #include "filetypes/binary/engine/aligned_range.h"
+#include "filetypes/binary/engine/binary_align.h"
 #include "filetypes/binary/engine/binary_compare.h"
 
 #include <QIODevice>
 
+#include <algorithm>
 #include <array>
 #include <memory>
 
@@ -19,30 +21,35 @@ namespace {
 constexpr const char *binaryDetails = "Compare two files of any kind byte for byte, in rows of 16 bytes.\n";
 
 constexpr std::array binaryOptions{
+    OptionSpec{"align", nullptr, "find bytes again that have moved, behind others that were inserted or deleted"},
     OptionSpec{"left-start", "OFFSET", "leave out so many bytes of LEFT; 0x1f0 is hexadecimal"},
     OptionSpec{"right-start", "OFFSET", "leave out so many bytes of RIGHT"},
 };
 
 constexpr std::array examples{
     Example{"See where two releases of a program differ:", "velmora-cli binary --format list old/app new/app"},
+    Example{"The same where something was inserted:", "velmora-cli binary --align --format list old.img new.img"},
 };
 
 struct Request {
     Sides<QString> paths;
     Sides<qint64> starts;
+    bool aligns = false;
 };
 
 /// What is compared, and how it compares.
 struct Comparison {
     Request request;
     Sides<std::shared_ptr<const BinarySource>> sources;
-    RowComparison rows;
+    RowComparison rows;                    ///< unless the files were aligned
+    std::vector<AlignedRange> differences; ///< that are listed
+    bool isCapped = false;                 ///< not all of them are
 
     [[nodiscard]] BinaryPair files() const
     {
         return {{*sources.left, request.starts.left}, {*sources.right, request.starts.right}};
     }
-    [[nodiscard]] bool differs() const { return rows.differing > 0; }
+    [[nodiscard]] bool differs() const { return !differences.empty(); }
 };
 
 QString takeStart(const Arguments &arguments, const char *option, qint64 &start)
@@ -62,20 +69,37 @@ QString takeRequest(const Arguments &arguments, Request &request)
     if (arguments.paths().size() != 2)
         return QStringLiteral("two paths are needed, %1 given").arg(arguments.paths().size());
     request.paths = {arguments.paths()[0], arguments.paths()[1]};
+    request.aligns = arguments.has("align");
     const QString wrong = takeStart(arguments, "left-start", request.starts.left);
     return wrong.isEmpty() ? takeStart(arguments, "right-start", request.starts.right) : wrong;
 }
 
+QString rowsText(const RowComparison &rows)
+{
+    return QStringLiteral("%1 diffs | diff rate: %2%").arg(rows.differing).arg(rows.rate());
+}
+
+QString rangesText(const std::vector<AlignedRange> &differences)
+{
+    const auto count = [&](RangeKind kind) {
+        return std::count_if(differences.begin(), differences.end(),
+                             [kind](const AlignedRange &range) { return range.kind == kind; });
+    };
+    return QStringLiteral("%1 ranges differ (changed %2, inserted %3, deleted %4)")
+        .arg(differences.size())
+        .arg(count(RangeKind::Changed))
+        .arg(count(RangeKind::Inserted))
+        .arg(count(RangeKind::Deleted));
+}
+
 bool writeSummary(QIODevice &device, const Comparison &comparison)
 {
-    const RowComparison &rows = comparison.rows;
     QString text = QStringLiteral("Compare done: files are identical");
-    if (rows.differing > 0) {
-        text = QStringLiteral("Compare done: left %1 bytes, right %2 bytes, %3 diffs | diff rate: %4%")
+    if (comparison.differs()) {
+        text = QStringLiteral("Compare done: left %1 bytes, right %2 bytes, ")
                    .arg(comparison.sources.left->size())
-                   .arg(comparison.sources.right->size())
-                   .arg(rows.differing)
-                   .arg(rows.rate());
+                   .arg(comparison.sources.right->size()) +
+               (comparison.request.aligns ? rangesText(comparison.differences) : rowsText(comparison.rows));
     }
     const QByteArray line = text.toLatin1() + '\n';
     return device.write(line) == line.size();
@@ -85,7 +109,7 @@ bool writeList(QIODevice &device, const Comparison &comparison)
 {
     static constexpr std::string_view signs = "=!<>";
     OutputBuffer output(device);
-    for (const AlignedRange &range : rangesOfRows(comparison.rows, comparison.files())) {
+    for (const AlignedRange &range : comparison.differences) {
         output << signs[std::size_t(range.kind)] << ' ' << range.left << '+' << range.leftLength << ' ' << range.right
                << '+' << range.rightLength << '\n';
     }
@@ -97,19 +121,21 @@ bool writeJson(QIODevice &device, const Comparison &comparison)
     static constexpr std::array kinds{"equal", "changed", "deleted", "inserted"};
     OutputBuffer output(device);
     JsonWriter json(output);
-    const RowComparison &rows = comparison.rows;
     json.beginObject();
     json.text("left", comparison.request.paths.left);
     json.text("right", comparison.request.paths.right);
     json.number("leftSize", comparison.sources.left->size());
     json.number("rightSize", comparison.sources.right->size());
-    json.number("rowCount", rows.rowCount);
-    json.number("diffRows", rows.differing);
-    json.number("diffRate", rows.rate());
-    json.boolean("capped", rows.isCapped);
+    json.boolean("aligned", comparison.request.aligns);
+    if (!comparison.request.aligns) {
+        json.number("rowCount", comparison.rows.rowCount);
+        json.number("diffRows", comparison.rows.differing);
+        json.number("diffRate", comparison.rows.rate());
+    }
+    json.boolean("capped", comparison.isCapped);
     json.key("ranges");
     json.beginList();
-    for (const AlignedRange &range : rangesOfRows(rows, comparison.files())) {
+    for (const AlignedRange &range : comparison.differences) {
         json.beginObject();
         json.text("kind", QLatin1String(kinds[std::size_t(range.kind)]));
         json.number("left", range.left);
@@ -140,6 +166,22 @@ QString openSource(const QString &path, std::shared_ptr<const BinarySource> &sou
     return source->size() > binarySizeLimit ? QStringLiteral("%1: is larger than 128 GB").arg(path) : QString();
 }
 
+void compare(Comparison &comparison)
+{
+    const BinaryPair files = comparison.files();
+    Progress progress;
+    if (!comparison.request.aligns) {
+        comparison.rows = compareRows(files, {}, progress);
+        comparison.differences = rangesOfRows(comparison.rows, files);
+        comparison.isCapped = comparison.rows.isCapped;
+        return;
+    }
+    Alignment alignment = alignFiles(files, {}, progress);
+    comparison.isCapped = alignment.isCapped;
+    comparison.differences = std::move(alignment.ranges);
+    std::erase_if(comparison.differences, [](const AlignedRange &range) { return range.kind == RangeKind::Equal; });
+}
+
 int runBinary(const Arguments &arguments, const Streams &streams)
 {
     Comparison comparison;
@@ -150,12 +192,9 @@ int runBinary(const Arguments &arguments, const Streams &streams)
             !error.isEmpty())
             return fail(streams, error);
     }
-    Progress progress;
-    comparison.rows = compareRows(comparison.files(), {}, progress);
-    if (comparison.rows.isCapped)
-        complain(
-            streams,
-            QStringLiteral("warning: only the first %1 rows that differ are listed").arg(RowComparison::listLimit));
+    compare(comparison);
+    if (comparison.isCapped)
+        complain(streams, QStringLiteral("warning: there are more differences than are listed"));
     return writeTo(arguments.value("output"), streams, [&](QIODevice &device) {
         return Written{chosen(formats, arguments, "format").value(device, comparison), comparison.differs()};
     });

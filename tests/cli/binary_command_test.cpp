@@ -27,9 +27,15 @@ private Q_SLOTS:
         QCOMPARE(runCli("binary l l").status, 0);
         QCOMPARE(runCli("binary l r --format list").output, "! 16+24 16+54\n");
         QCOMPARE(runCli("binary r l --right-start=0x15 --left-start 21 --format list").output, "! 37+33 37+3\n");
+        CliFiles::write("base", word("the quick brown fox jumps over the lazy dog, and sleeps").toUtf8().repeated(9));
+        CliFiles::write("more", "12345" + contentsOf(word("base")));
+        QCOMPARE(runCli("binary --align base more --format list").output, "> 0+0 0+5\n");
+        QCOMPARE(runCli("binary --align base more").output,
+                 "Compare done: left 495 bytes, right 500 bytes, 1 ranges differ (changed 0, inserted 1, deleted 0)\n");
+        QCOMPARE(runCli("binary --align more more").status, 0);
         const QByteArray expected =
             R"({"left": "l", "right": "r", "leftSize": 40, "rightSize": 70, "rowCount": 5, "diffRows": 4,
-                "diffRate": 80, "capped": false, "ranges": [
+                "diffRate": 80, "aligned": false, "capped": false, "ranges": [
                 {"kind": "changed", "left": 16, "leftLength": 24, "right": 16, "rightLength": 54}]})";
         QCOMPARE(QJsonDocument::fromJson(runCli("binary l r --format json").output), QJsonDocument::fromJson(expected));
     }

@@ -1,5 +1,6 @@
 #include "core/sides.h"
 #include "filetypes/binary/engine/aligned_range.h"
+#include "filetypes/binary/engine/binary_align.h"
 #include "filetypes/binary/engine/binary_compare.h"
 #include "support/files.h"
 #include "support/test_main.h"
@@ -76,6 +77,17 @@ RowComparison compared(const BinarySource &left, const BinarySource &right, Side
 RowComparison compared(const QByteArray &left, const QByteArray &right)
 {
     return compared(*sourceOf({left}), *sourceOf({right}));
+}
+
+Alignment aligned(const BinarySource &left, const BinarySource &right)
+{
+    Progress progress;
+    return alignFiles({{left}, {right}}, {}, progress);
+}
+
+Alignment aligned(const QByteArray &left, const QByteArray &right)
+{
+    return aligned(*sourceOf({left}), *sourceOf({right}));
 }
 
 using Rows = std::vector<qint64>;
@@ -201,6 +213,66 @@ private Q_SLOTS:
         Progress progress;
         const std::vector<AlignedRange> expected{{RangeKind::Changed, 16, 84, 16, 25}};
         QCOMPARE(rangesOfRows(compareRows(files, {}, progress), files), expected);
+    }
+
+    void alignsWhatMoved()
+    {
+        const QByteArray bytes = randomBytes(3 * mib, 5);
+        using Ranges = std::vector<AlignedRange>;
+        const qint64 size = bytes.size();
+        const std::pair<QByteArray, Ranges> cases[] = {
+            {bytes, {{RangeKind::Equal, 0, size, 0, size}}},
+            {randomBytes(mib, 6) + bytes,
+             {{RangeKind::Inserted, 0, 0, 0, mib}, {RangeKind::Equal, 0, size, mib, size}}},
+            {bytes.mid(700), {{RangeKind::Deleted, 0, 700, 0, 0}, {RangeKind::Equal, 700, size - 700, 0, size - 700}}},
+            {bytes.left(mib) + bytes.mid(2 * mib),
+             {{RangeKind::Equal, 0, mib, 0, mib},
+              {RangeKind::Deleted, mib, mib, mib, 0},
+              {RangeKind::Equal, 2 * mib, mib, mib, mib}}},
+            {randomBytes(mib, 8), {{RangeKind::Changed, 0, size, 0, mib}}},
+            {{}, {{RangeKind::Deleted, 0, size, 0, 0}}},
+        };
+        for (const auto &[right, expected] : cases)
+            QCOMPARE(aligned(bytes, right).ranges, expected);
+        QCOMPARE(aligned(*sourceOf({bytes}), *sourceOf({bytes, -1, -1, mib})).ranges,
+                 (Ranges{{RangeKind::Equal, 0, mib, 0, mib}, {RangeKind::Changed, mib, 2 * mib, mib, 2 * mib}}));
+    }
+
+    void alignmentsHoldForAnyEdits()
+    {
+        QRandomGenerator random(11);
+        for (int round = 0; round < 40; ++round) {
+            // Half of them with long runs of one byte, as programs and images have them.
+            QByteArray left = randomBytes(200'000 + random.bounded(200'000), random.generate());
+            if (round % 2 == 0)
+                left.replace(50'000, 60'000, QByteArray(60'000, '\0'));
+            QByteArray right = left;
+            qint64 edited = 0;
+            for (int k = 0; k < round / 2; ++k) {
+                const int length = 1 + int(random.bounded(2'000U));
+                const qsizetype at = random.bounded(quint32(right.size() - 2 * length));
+                right.replace(at, random.bounded(3U) * quint32(length),
+                              randomBytes(random.bounded(quint32(length)), random.generate()));
+                edited += 3 * length;
+            }
+            const Alignment found = aligned(left, right);
+            qint64 leftAt = 0;
+            qint64 rightAt = 0;
+            qint64 unequal = 0;
+            for (const AlignedRange &range : found.ranges) {
+                QCOMPARE(range.left, leftAt);
+                QCOMPARE(range.right, rightAt);
+                leftAt += range.leftLength;
+                rightAt += range.rightLength;
+                if (range.kind != RangeKind::Equal)
+                    unequal += range.leftLength + range.rightLength;
+                else
+                    QCOMPARE(left.mid(range.left, range.leftLength), right.mid(range.right, range.rightLength));
+            }
+            QCOMPARE(leftAt, left.size());
+            QCOMPARE(rightAt, right.size());
+            QVERIFY2(unequal <= edited + round * 100 + (round % 2 == 0 ? 120'000 : 0), qPrintable(QString::number(unequal - edited)));
+        }
     }
 
     void passesOverHoles()

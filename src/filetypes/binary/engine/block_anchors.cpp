@@ -1,0 +1,119 @@
+#include "filetypes/binary/engine/block_anchors.h"
+
+#include "filetypes/binary/engine/sliding_reader.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+
+namespace velmora {
+
+namespace {
+
+constexpr int hashBits = 64;
+
+/// Random numbers by SplitMix64, the same in every run.
+constexpr std::array<quint64, 256> makeGears()
+{
+    std::array<quint64, 256> gears{};
+    quint64 state = 0x9E3779B97F4A7C15;
+    for (quint64 &gear : gears) {
+        state += 0x9E3779B97F4A7C15;
+        quint64 mixed = state;
+        mixed = (mixed ^ (mixed >> 30)) * 0xBF58476D1CE4E5B9;
+        mixed = (mixed ^ (mixed >> 27)) * 0x94D049BB133111EB;
+        gear = mixed ^ (mixed >> 31);
+    }
+    return gears;
+}
+
+constexpr std::array<quint64, 256> gears = makeGears();
+
+struct Group {
+    quint64 hash = 0;
+    qint64 first = 0;
+    bool isAlone = false;
+};
+
+/// The anchors by hash, those of the same hash as one.
+std::vector<Group> grouped(std::vector<Anchor> &anchors)
+{
+    std::sort(anchors.begin(), anchors.end(), [](const Anchor &one, const Anchor &other) {
+        return one.hash != other.hash ? one.hash < other.hash : one.begin < other.begin;
+    });
+    std::vector<Group> groups;
+    for (const Anchor &anchor : anchors) {
+        if (groups.empty() || groups.back().hash != anchor.hash)
+            groups.push_back({anchor.hash, anchor.begin, true});
+        else
+            groups.back().isAlone = false;
+    }
+    return groups;
+}
+
+} // namespace
+
+AnchorRule AnchorRule::of(qint64 window)
+{
+    constexpr qint64 small = 32 * 1024;
+    constexpr qint64 medium = 2 * 1024 * 1024;
+    constexpr qint64 anchors = 8192;
+    constexpr int fewestBits = 3;
+    // A small window is searched for short blocks, as between two changes that are close together.
+    const int hashed = window <= small ? 16 : window <= medium ? 32 : 64;
+    const int bits = std::max(fewestBits, int(std::bit_width(quint64(window / anchors))));
+    return {window, hashed, ~quint64(0) << (hashBits - bits)};
+}
+
+std::vector<Anchor> findAnchors(const BinaryPart &part, qint64 from, const AnchorRule &rule, const CancelFlag &cancel)
+{
+    std::vector<Anchor> anchors;
+    SlidingReader reader(part);
+    const int shift = hashBits / rule.hashedBytes;
+    const qint64 to = std::min(part.size(), from + rule.window);
+    quint64 hash = 0;
+    quint64 lastHash = 0;
+    qint64 offset = from;
+    while (offset < to && !cancel.isCancelled()) {
+        QByteArrayView bytes = reader.from(offset, 1);
+        bytes = bytes.first(std::min(bytes.size(), qsizetype(to - offset)));
+        if (bytes.isEmpty())
+            break;
+        for (const char byte : bytes) {
+            hash = (hash << shift) + gears[uchar(byte)];
+            ++offset;
+            // One byte repeated makes the same hash on and on.
+            if ((hash & rule.mask) != 0 || hash == lastHash || offset - from < rule.hashedBytes)
+                continue;
+            lastHash = hash;
+            anchors.push_back({hash, offset - rule.hashedBytes});
+        }
+    }
+    return anchors;
+}
+
+std::vector<AnchorPair> pairAnchors(std::vector<Anchor> left, std::vector<Anchor> right, std::size_t limit)
+{
+    const std::vector<Group> lefts = grouped(left);
+    const std::vector<Group> rights = grouped(right);
+    std::vector<AnchorPair> alone;
+    std::vector<AnchorPair> first;
+    for (auto l = lefts.begin(), r = rights.begin(); l != lefts.end() && r != rights.end();) {
+        if (l->hash != r->hash) {
+            (l->hash < r->hash ? l : r)++;
+            continue;
+        }
+        (l->isAlone && r->isAlone ? alone : first).push_back({l->first, r->first});
+        ++l;
+        ++r;
+    }
+    std::vector<AnchorPair> &pairs = alone.empty() ? first : alone;
+    const auto last = pairs.begin() + std::ptrdiff_t(std::min(limit, pairs.size()));
+    std::partial_sort(pairs.begin(), last, pairs.end(), [](const AnchorPair &one, const AnchorPair &other) {
+        return one.left + one.right < other.left + other.right;
+    });
+    pairs.erase(last, pairs.end());
+    return std::move(pairs);
+}
+
+} // namespace velmora
