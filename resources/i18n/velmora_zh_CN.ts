@@ -256,6 +256,230 @@
         <translation>其中有些字节无法读取</translation>
     </message>
     <message>
+        <source>Find bytes or text in the side that the caret is in</source>
+        <translation>在光标所在一侧查找字节或文本</translation>
+    </message>
+    <message>
+        <source>Align</source>
+        <translation>对齐</translation>
+    </message>
+    <message>
+        <source>Find bytes again that have moved, behind others that were inserted or deleted</source>
+        <translation>重新找到因插入或删除而移动的字节</translation>
+    </message>
+    <message>
+        <source>Shift the sides</source>
+        <translation>错开两侧</translation>
+    </message>
+    <message>
+        <source>Choose the offsets from which on the sides are compared</source>
+        <translation>选择两侧从哪个偏移开始比较</translation>
+    </message>
+    <message>
+        <source>Compare this side from here on</source>
+        <translation>此侧从这里开始比较</translation>
+    </message>
+    <message>
+        <source>List of differences</source>
+        <translation>差异列表</translation>
+    </message>
+    <message>
+        <source>Show the ranges that differ as a list</source>
+        <translation>以列表显示不同的区段</translation>
+    </message>
+    <message>
+        <source>Values</source>
+        <translation>数值</translation>
+    </message>
+    <message>
+        <source>Show what the bytes at the caret mean as numbers, times and characters</source>
+        <translation>显示光标处字节作为数字、时间和字符的含义</translation>
+    </message>
+    <message>
+        <source>Compare done: left %1 bytes, right %2 bytes, %3 differing ranges | changed %4, inserted %5, deleted %6</source>
+        <translation>比较完成：左 %1 字节，右 %2 字节，%3 个不同区段 | 更改 %4，插入 %5，删除 %6</translation>
+    </message>
+    <message>
+        <source> | too many to tell: the last range is the rest of the files</source>
+        <translation> | 区段过多：最后一个区段为文件的其余部分</translation>
+    </message>
+    <message>
+        <source>The sides must begin at offsets such as 1234, 0x4D2 or 4D2h</source>
+        <translation>两侧的起点必须是偏移，例如 1234、0x4D2 或 4D2h</translation>
+    </message>
+    <message>
+        <source>Difference</source>
+        <translation>差异</translation>
+    </message>
+    <message>
+        <source>Left offset</source>
+        <translation>左侧偏移</translation>
+    </message>
+    <message>
+        <source>Left bytes</source>
+        <translation>左侧字节数</translation>
+    </message>
+    <message>
+        <source>Right offset</source>
+        <translation>右侧偏移</translation>
+    </message>
+    <message>
+        <source>Right bytes</source>
+        <translation>右侧字节数</translation>
+    </message>
+    <message>
+        <source>deleted</source>
+        <translation>已删除</translation>
+    </message>
+    <message>
+        <source>inserted</source>
+        <translation>已插入</translation>
+    </message>
+    <message>
+        <source>changed</source>
+        <translation>已更改</translation>
+    </message>
+    <message>
+        <source>Ranges that differ</source>
+        <translation>不同的区段</translation>
+    </message>
+    <message>
+        <source>Hex bytes</source>
+        <translation>十六进制字节</translation>
+    </message>
+    <message>
+        <source>Text (UTF-8)</source>
+        <translation>文本 (UTF-8)</translation>
+    </message>
+    <message>
+        <source>Text (UTF-16)</source>
+        <translation>文本 (UTF-16)</translation>
+    </message>
+    <message>
+        <source>How the bytes that are looked for are written</source>
+        <translation>要查找的字节的书写方式</translation>
+    </message>
+    <message>
+        <source>Pairs of hexadecimal digits are needed, as in &quot;4D 5A&quot;</source>
+        <translation>需要成对的十六进制数字，例如“4D 5A”</translation>
+    </message>
+    <message>
+        <source>Nothing to look for</source>
+        <translation>没有要查找的内容</translation>
+    </message>
+    <message>
+        <source>Not found</source>
+        <translation>未找到</translation>
+    </message>
+    <message>
+        <source>Found by starting over from the other end</source>
+        <translation>从另一端重新开始后找到</translation>
+    </message>
+    <message>
+        <source>From the beginnings</source>
+        <translation>从开头</translation>
+    </message>
+    <message>
+        <source>Left from offset:</source>
+        <translation>左侧起始偏移：</translation>
+    </message>
+    <message>
+        <source>Right from offset:</source>
+        <translation>右侧起始偏移：</translation>
+    </message>
+    <message>
+        <source>1234, 0x4D2 or 4D2h</source>
+        <translation>1234、0x4D2 或 4D2h</translation>
+    </message>
+    <message>
+        <source>8 bits, signed</source>
+        <translation>8 位有符号</translation>
+    </message>
+    <message>
+        <source>8 bits, unsigned</source>
+        <translation>8 位无符号</translation>
+    </message>
+    <message>
+        <source>16 bits, signed</source>
+        <translation>16 位有符号</translation>
+    </message>
+    <message>
+        <source>16 bits, unsigned</source>
+        <translation>16 位无符号</translation>
+    </message>
+    <message>
+        <source>32 bits, signed</source>
+        <translation>32 位有符号</translation>
+    </message>
+    <message>
+        <source>32 bits, unsigned</source>
+        <translation>32 位无符号</translation>
+    </message>
+    <message>
+        <source>64 bits, signed</source>
+        <translation>64 位有符号</translation>
+    </message>
+    <message>
+        <source>64 bits, unsigned</source>
+        <translation>64 位无符号</translation>
+    </message>
+    <message>
+        <source>Float, 32 bits</source>
+        <translation>32 位浮点数</translation>
+    </message>
+    <message>
+        <source>Float, 64 bits</source>
+        <translation>64 位浮点数</translation>
+    </message>
+    <message>
+        <source>Unix time, 32 bits</source>
+        <translation>32 位 Unix 时间</translation>
+    </message>
+    <message>
+        <source>Unix time, 64 bits</source>
+        <translation>64 位 Unix 时间</translation>
+    </message>
+    <message>
+        <source>Windows file time</source>
+        <translation>Windows 文件时间</translation>
+    </message>
+    <message>
+        <source>DOS date and time</source>
+        <translation>DOS 日期和时间</translation>
+    </message>
+    <message>
+        <source>UTF-8 character</source>
+        <translation>UTF-8 字符</translation>
+    </message>
+    <message>
+        <source>UTF-16 character</source>
+        <translation>UTF-16 字符</translation>
+    </message>
+    <message>
+        <source>Bits</source>
+        <translation>二进制位</translation>
+    </message>
+    <message>
+        <source>What the bytes at the caret mean</source>
+        <translation>光标处字节的含义</translation>
+    </message>
+    <message>
+        <source>Left, little endian</source>
+        <translation>左，小端</translation>
+    </message>
+    <message>
+        <source>Left, big endian</source>
+        <translation>左，大端</translation>
+    </message>
+    <message>
+        <source>Right, little endian</source>
+        <translation>右，小端</translation>
+    </message>
+    <message>
+        <source>Right, big endian</source>
+        <translation>右，大端</translation>
+    </message>
+    <message>
         <source>%1 | %2 bytes selected</source>
         <translation>%1 | 已选 %2 字节</translation>
     </message>

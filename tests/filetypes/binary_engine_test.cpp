@@ -2,6 +2,8 @@
 #include "filetypes/binary/engine/aligned_range.h"
 #include "filetypes/binary/engine/binary_align.h"
 #include "filetypes/binary/engine/binary_compare.h"
+#include "filetypes/binary/engine/byte_text.h"
+#include "filetypes/binary/engine/byte_values.h"
 #include "support/files.h"
 #include "support/test_main.h"
 
@@ -271,8 +273,52 @@ private Q_SLOTS:
             }
             QCOMPARE(leftAt, left.size());
             QCOMPARE(rightAt, right.size());
-            QVERIFY2(unequal <= edited + round * 100 + (round % 2 == 0 ? 120'000 : 0), qPrintable(QString::number(unequal - edited)));
+            QVERIFY2(unequal <= edited + round * 100 + (round % 2 == 0 ? 120'000 : 0),
+                     qPrintable(QString::number(unequal - edited)));
         }
+    }
+
+    void readsWhatPeopleWrite()
+    {
+        for (const char *same : {"0aff41", "0A FF 41", "0x0a, 0xFF,0x41", "\\x0a\\xff\\x41"})
+            QCOMPARE(bytesFromHex(word(same)), std::optional(QByteArray("\x0a\xff\x41")));
+        for (const char *wrong : {"", " ", "0", "0 a", "0ag1", "abc"})
+            QVERIFY(!bytesFromHex(word(wrong)));
+        const std::pair<const char *, qint64> offsets[] = {
+            {"1234", 1'234}, {" 0x4d2 ", 1'234}, {"4D2h", 1'234}, {"+0x10", 116}, {"-100", 0}};
+        for (const auto &[text, offset] : offsets)
+            QCOMPARE(offsetFromText(word(text), 100), std::optional(offset));
+        for (const char *wrong : {"", "x", "-101", "+-1", "0x", "9223372036854775808", "+9223372036854775807"})
+            QVERIFY(!offsetFromText(word(wrong), 100));
+    }
+
+    void tellsWhatBytesMean()
+    {
+        const auto value = [](const char *hex, ByteOrder order, ByteValue kind) {
+            return byteValues(*bytesFromHex(word(hex)), order)[std::size_t(kind)];
+        };
+        using enum ByteValue;
+        const std::tuple<const char *, ByteOrder, ByteValue, const char *> cases[] = {
+            {"ff", ByteOrder::LittleEndian, Int8, "-1"},
+            {"ff", ByteOrder::LittleEndian, Int16, ""},
+            {"0180", ByteOrder::LittleEndian, Int16, "-32767"},
+            {"0180", ByteOrder::BigEndian, UInt16, "384"},
+            {"ffffffffffffffff", ByteOrder::BigEndian, UInt64, "18446744073709551615"},
+            {"0000c03f", ByteOrder::LittleEndian, Float32, "1.5"},
+            {"3ff8000000000000", ByteOrder::BigEndian, Float64, "1.5"},
+            {"00000000", ByteOrder::BigEndian, UnixTime32, "1970-01-01 00:00:00 UTC"},
+            {"ffffffff", ByteOrder::BigEndian, UnixTime32, "1969-12-31 23:59:59 UTC"},
+            {"7fffffffffffffff", ByteOrder::BigEndian, UnixTime64, ""},
+            {"00803ed5deb19d01", ByteOrder::LittleEndian, FileTime, "1970-01-01 00:00:00 UTC"},
+            {"00602158", ByteOrder::LittleEndian, DosTime, "2024-01-01 12:00:00"},
+            {"00000000", ByteOrder::LittleEndian, DosTime, ""},
+            {"e4bda0", ByteOrder::LittleEndian, Utf8, "\u4f60 U+4F60"},
+            {"e4bd", ByteOrder::LittleEndian, Utf8, ""},
+            {"3dd800de", ByteOrder::LittleEndian, Utf16, "\U0001F600 U+1F600"},
+            {"a5", ByteOrder::LittleEndian, Bits, "10100101"},
+        };
+        for (const auto &[bytes, order, kind, text] : cases)
+            QCOMPARE(value(bytes, order, kind), word(text));
     }
 
     void passesOverHoles()

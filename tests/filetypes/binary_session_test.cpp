@@ -11,11 +11,15 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
+#include <QJsonObject>
 #include <QLabel>
+#include <QLineEdit>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTreeView>
 
 using namespace velmora;
 using namespace velmora::test;
@@ -199,6 +203,76 @@ private Q_SLOTS:
         for (const auto &[key, modifiers, place] : moves) {
             QTest::keyClick(left, key, modifiers);
             QCOMPARE(hex.label("placeLabel"), word(place));
+        }
+    }
+
+    void alignsAndShiftsTheSides()
+    {
+        HexFixture hex;
+        const QByteArray text = QByteArray("All is fair in love and war, they say. ").repeated(3);
+        const QByteArray left = text + QByteArray(100, '\1') + text;
+        QVERIFY(hex.compare(left, "12345" + left));
+        hex.action("showListAction")->trigger();
+        QSignalSpy finished(&hex.session, &SessionWidget::comparisonFinished);
+        hex.action("alignAction")->trigger();
+        QVERIFY(finished.wait(20'000));
+        QCOMPARE(hex.status(), word("Compare done: left 334 bytes, right 339 bytes, 1 differing ranges | changed 0, "
+                                    "inserted 1, deleted 0"));
+        const QAbstractItemModel *list = hex.session.findChild<QTreeView *>(word("differenceList"))->model();
+        QCOMPARE(list->rowCount(), 1);
+        QCOMPARE(list->index(0, 0).data().toString(), word("inserted"));
+        QCOMPARE(list->index(0, 4).data().toString(), word("5"));
+        hex.action("nextAction")->trigger();
+        QCOMPARE(hex.status(), word("Diff 1/1"));
+        QVERIFY(hex.view("rightView")->hasFocus());
+        QTest::keyClick(hex.view("rightView"), Qt::Key_Down); // into the row that both sides have
+        QCOMPARE(hex.label("placeLabel"), word("0x5 (5)"));
+        hex.action("alignAction")->trigger();
+        QVERIFY(finished.wait(20'000));
+        hex.dialogs.answerText(word("5"));
+        hex.view("rightView")->setFocus();
+        QTest::keyClick(hex.view("rightView"), Qt::Key_Home, Qt::ControlModifier);
+        hex.action("goToOffsetAction")->trigger();
+        QCOMPARE(hex.label("placeLabel"), word("0x5 (5)"));
+        hex.action("startHereAction")->trigger();
+        QVERIFY(finished.wait(20'000));
+        QCOMPARE(hex.status(), word("Compare done: files are identical"));
+        const QJsonObject options = hex.session.options();
+        QCOMPARE(options.value(word("rightStart")).toInt(), 5);
+        BinaryCompareWidget other(hex.host);
+        other.setOptions(options);
+        QCOMPARE(other.options(), options);
+    }
+
+    void findsBytesAndText()
+    {
+        HexFixture hex;
+        const QByteArray zeros(3'000'000, '\0');
+        QVERIFY(hex.compare(zeros + "needle" + zeros + "needle", "x"));
+        hex.view("leftView")->setFocus();
+        hex.action("findAction")->trigger();
+        auto *text = hex.session.findChild<QLineEdit *>(word("findText"));
+        auto *form = hex.session.findChild<QComboBox *>(word("findForm"));
+        const std::tuple<int, const char *, const char *, const char *> searches[] = {
+            {1, "needle", "findNextAction", "0x2DC6C0 (3,000,000) | 6 bytes selected"},
+            {0, "6E 65 65", "findNextAction", "0x5B8D86 (6,000,006) | 3 bytes selected"},
+            {0, "6e6565", "findNextAction", "0x2DC6C0 (3,000,000) | 3 bytes selected"},
+            {1, "needle", "findPreviousAction", "0x5B8D86 (6,000,006) | 6 bytes selected"},
+            {1, "needle", "findPreviousAction", "0x2DC6C0 (3,000,000) | 6 bytes selected"},
+        };
+        for (const auto &[index, words, action, place] : searches) {
+            form->setCurrentIndex(index);
+            text->setText(word(words));
+            hex.action(action)->trigger();
+            QTRY_COMPARE(hex.label("placeLabel"), word(place));
+        }
+        const std::tuple<int, const char *, const char *> failures[] = {
+            {2, "needle", "Not found"}, {0, "6", "Pairs of hexadecimal digits are needed, as in \"4D 5A\""}};
+        for (const auto &[index, words, message] : failures) {
+            form->setCurrentIndex(index);
+            text->setText(word(words));
+            hex.action("findNextAction")->trigger();
+            QTRY_COMPARE(hex.label("findMessage"), word(message));
         }
     }
 

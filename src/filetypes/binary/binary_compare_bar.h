@@ -20,6 +20,14 @@ public:
 
     QAction *compare = nullptr;
     QAction *cancel = nullptr;
+    QAction *align = nullptr;
+    QAction *showStarts = nullptr;
+    QAction *startHere = nullptr;
+    QAction *find = nullptr;
+    QAction *findNext = nullptr;
+    QAction *findPrevious = nullptr;
+    QAction *showList = nullptr;
+    QAction *showValues = nullptr;
     QAction *goToOffset = nullptr;
     QAction *copyHex = nullptr;
     QAction *copyText = nullptr;
@@ -33,6 +41,8 @@ public:
 
 private:
     void addCompare();
+    void addAlignment();
+    void addPanels();
     void addCopies();
     void addViewKeys();
 };

@@ -14,6 +14,7 @@ namespace velmora {
 struct BinaryRequest {
     Sides<QString> paths;
     Sides<qint64> starts; ///< so many bytes are left out at the beginning
+    bool aligns = false;  ///< bytes that have moved are found again
 };
 
 /// What became of it.
@@ -23,7 +24,7 @@ struct BinaryCompareResult {
     Fault fault = Fault::None;
     Side faultSide = Side::Left;
     std::shared_ptr<const HexDocument> document = {}; ///< null with a fault
-    qint64 differing = 0;                             ///< rows
+    qint64 differing = 0;                             ///< rows, or ranges if aligned
     int rate = 0;                                     ///< their share in per cent
     bool isCapped = false;                            ///< not all of them are listed
 };

@@ -2,31 +2,53 @@
 
 #include "filetypes/binary/binary_compare_bar.h"
 #include "filetypes/binary/binary_hex_view.h"
+#include "filetypes/binary/hex_difference_list.h"
+#include "filetypes/binary/hex_find_bar.h"
+#include "filetypes/binary/hex_finder.h"
 #include "filetypes/binary/hex_overview.h"
 #include "filetypes/binary/hex_scene.h"
-#include "session/dialogs.h"
+#include "filetypes/binary/hex_starts_bar.h"
+#include "filetypes/binary/hex_values_panel.h"
 #include "session/fault_text.h"
 #include "session/frame/pair_inputs.h"
 #include "session/frame/status_line.h"
 #include "session/translate.h"
 
-#include <QApplication>
 #include <QBoxLayout>
-#include <QClipboard>
 #include <QFileInfo>
-#include <QLabel>
-#include <QLocale>
+#include <QJsonObject>
 #include <QMenu>
 #include <QSplitter>
-#include <QWheelEvent>
+
+#include <algorithm>
 
 namespace velmora {
 
 namespace {
 
-QString hexNumber(qint64 number)
+constexpr QLatin1String alignKey("align");
+constexpr QLatin1String leftStartKey("leftStart");
+constexpr QLatin1String rightStartKey("rightStart");
+
+QString alignedText(const BinaryCompareResult &result)
 {
-    return QStringLiteral("0x") + QString::number(number, 16).toUpper();
+    const std::vector<AlignedRange> &found = result.document->differences;
+    const auto count = [&found](RangeKind kind) {
+        return std::count_if(found.begin(), found.end(),
+                             [kind](const AlignedRange &range) { return range.kind == kind; });
+    };
+    QString text =
+        Velmora::tr("Compare done: left %1 bytes, right %2 bytes, %3 differing ranges | changed %4, inserted "
+                    "%5, deleted %6")
+            .arg(result.document->source(Side::Left).size())
+            .arg(result.document->source(Side::Right).size())
+            .arg(result.differing)
+            .arg(count(RangeKind::Changed))
+            .arg(count(RangeKind::Inserted))
+            .arg(count(RangeKind::Deleted));
+    if (result.isCapped)
+        text += Velmora::tr(" | too many to tell: the last range is the rest of the files");
+    return text;
 }
 
 QString resultText(const BinaryCompareResult &result)
@@ -34,6 +56,8 @@ QString resultText(const BinaryCompareResult &result)
     if (result.differing == 0)
         return Velmora::tr("Compare done: files are identical");
     const HexDocument &document = *result.document;
+    if (document.isAligned)
+        return alignedText(result);
     QString text = Velmora::tr("Compare done: left %1 bytes, right %2 bytes, %3 diffs | diff rate: %4%")
                        .arg(document.source(Side::Left).size())
                        .arg(document.source(Side::Right).size())
@@ -68,11 +92,20 @@ BinaryCompareWidget::BinaryCompareWidget(SessionHost &host, QWidget *parent)
       m_scene(new HexScene(this)),
       m_views{new BinaryHexView(*m_scene, Side::Left, this), new BinaryHexView(*m_scene, Side::Right, this)},
       m_overview(new HexOverview(*m_scene, this)),
+      m_starts(new HexStartsBar(this)),
+      m_findBar(new HexFindBar(this)),
+      m_finder(new HexFinder(*m_findBar, *m_scene, this)),
+      m_list(new HexDifferenceList(*m_scene, this)),
+      m_values(new HexValuesPanel(*m_scene, this)),
+      m_parts(new QSplitter(Qt::Vertical, this)),
+      m_panels(new QSplitter(Qt::Horizontal, this)),
       m_status(new StatusLine(this)),
       m_place(m_status->addFact(QStringLiteral("placeLabel")))
 {
     buildLayout();
     connectBar();
+    connectCopies();
+    connectPanels();
     connectViews();
     connect(m_inputs, &PairInputs::submitted, this, &BinaryCompareWidget::start);
     connect(&m_runner, &Runner::runningChanged, this, &BinaryCompareWidget::showRunning);
@@ -96,12 +129,27 @@ void BinaryCompareWidget::buildLayout()
     views->addWidget(splitter, 1);
     views->addWidget(m_overview);
 
+    m_panels->addWidget(m_list);
+    m_panels->addWidget(m_values);
+    m_panels->setChildrenCollapsible(false);
+    showPanels();
+    auto *upper = new QWidget;
+    upper->setLayout(views);
+    views->setContentsMargins(0, 0, 0, 0);
+    m_parts->addWidget(upper);
+    m_parts->addWidget(m_panels);
+    m_parts->setStretchFactor(0, 1);
+    m_parts->setStretchFactor(1, 0);
+    m_parts->setChildrenCollapsible(false);
+
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(2, 2, 2, 2);
     column->setSpacing(2);
     column->addWidget(m_bar);
     column->addWidget(m_inputs);
-    column->addLayout(views, 1);
+    column->addWidget(m_starts);
+    column->addWidget(m_parts, 1);
+    column->addWidget(m_findBar);
     column->addWidget(m_status);
     setFocusProxy(m_inputs);
 }
@@ -115,6 +163,26 @@ void BinaryCompareWidget::connectBar()
     on(m_bar->nextDifference, &BinaryCompareWidget::onNextDiff);
     on(m_bar->goToOffset, &BinaryCompareWidget::onGoToOffset);
     on(m_bar->swapSides, &BinaryCompareWidget::onSwapSides);
+    on(m_bar->align, &BinaryCompareWidget::compareAnew);
+    on(m_bar->startHere, &BinaryCompareWidget::startHere);
+    on(m_bar->find, [this] { m_findBar->open(); });
+    const auto findOr = [this](void (HexFinder::*search)()) {
+        if (m_findBar->isVisible())
+            (m_finder->*search)();
+        else
+            m_findBar->open();
+    };
+    on(m_bar->findNext, [findOr] { findOr(&HexFinder::findNext); });
+    on(m_bar->findPrevious, [findOr] { findOr(&HexFinder::findPrevious); });
+    on(m_bar->switchPane, [this] { focusView(m_views.left->hasFocus() ? Side::Right : Side::Left); });
+    on(m_bar->zoomIn, [this] { zoom(m_views.left->font().pointSize() + 1); });
+    on(m_bar->zoomOut, [this] { zoom(m_views.left->font().pointSize() - 1); });
+    on(m_bar->resetZoom, [this] { zoom(BinaryHexView::usualPoints); });
+}
+
+void BinaryCompareWidget::connectCopies()
+{
+    const auto on = [this](QAction *action, auto slot) { connect(action, &QAction::triggered, this, slot); };
     on(m_bar->copyHex, [this] { copy(ByteForm::Hex); });
     on(m_bar->copyText, [this] { copy(ByteForm::Text); });
     on(m_bar->copyArray, [this] { copy(ByteForm::CArray); });
@@ -123,10 +191,21 @@ void BinaryCompareWidget::connectBar()
         if (m_scene->document() && m_scene->document()->source(side).size() > m_scene->document()->starts[side])
             m_scene->select({side, m_scene->document()->starts[side], m_scene->document()->source(side).size()});
     });
-    on(m_bar->switchPane, [this] { focusView(m_views.left->hasFocus() ? Side::Right : Side::Left); });
-    on(m_bar->zoomIn, [this] { zoom(m_views.left->font().pointSize() + 1); });
-    on(m_bar->zoomOut, [this] { zoom(m_views.left->font().pointSize() - 1); });
-    on(m_bar->resetZoom, [this] { zoom(BinaryHexView::usualPoints); });
+}
+
+void BinaryCompareWidget::connectPanels()
+{
+    connect(m_bar->showStarts, &QAction::toggled, this, [this](bool shown) {
+        m_starts->setVisible(shown);
+        if (shown)
+            m_starts->setFocus();
+    });
+    connect(m_starts, &HexStartsBar::closed, m_bar->showStarts, [this] { m_bar->showStarts->setChecked(false); });
+    connect(m_starts, &HexStartsBar::compareWanted, this, &BinaryCompareWidget::start);
+    for (QAction *panel : {m_bar->showList, m_bar->showValues})
+        connect(panel, &QAction::toggled, this, &BinaryCompareWidget::showPanels);
+    connect(m_list, &HexDifferenceList::rowWanted, this, &BinaryCompareWidget::goToRow);
+    connect(m_findBar, &HexFindBar::closed, this, [this] { focusView(m_scene->caret().side); });
 }
 
 void BinaryCompareWidget::connectViews()
@@ -140,6 +219,17 @@ void BinaryCompareWidget::connectViews()
             menu->popup(at);
         });
     }
+}
+
+void BinaryCompareWidget::showPanels()
+{
+    const bool wereShown = !m_panels->isHidden();
+    m_list->setVisible(m_bar->showList->isChecked());
+    m_values->setVisible(m_bar->showValues->isChecked());
+    m_panels->setVisible(m_bar->showList->isChecked() || m_bar->showValues->isChecked());
+    // A splitter gives what is shown later no more than the least height.
+    if (!wereShown && !m_panels->isHidden())
+        m_parts->setSizes({3 * m_parts->height() / 5, 2 * m_parts->height() / 5});
 }
 
 SessionPaths BinaryCompareWidget::paths() const
@@ -160,8 +250,25 @@ void BinaryCompareWidget::dropPaths(const QStringList &paths, QPoint position)
     m_status->showMessage(Velmora::tr("Paths loaded — click Binary compare to start"));
 }
 
+QJsonObject BinaryCompareWidget::options() const
+{
+    const Sides<qint64> starts = m_starts->starts().value_or(Sides<qint64>());
+    return {{alignKey, m_bar->align->isChecked()}, {leftStartKey, starts.left}, {rightStartKey, starts.right}};
+}
+
+void BinaryCompareWidget::setOptions(const QJsonObject &options)
+{
+    m_bar->align->setChecked(options.value(alignKey).toBool());
+    const Sides<qint64> starts{std::max<qint64>(options.value(leftStartKey).toInteger(), 0),
+                               std::max<qint64>(options.value(rightStartKey).toInteger(), 0)};
+    m_starts->setStarts(starts);
+    m_bar->showStarts->setChecked(starts != Sides<qint64>());
+}
+
 void BinaryCompareWidget::refreshTheme()
 {
+    m_starts->refreshTheme();
+    m_findBar->refreshTheme();
     m_bar->refreshTheme();
     m_inputs->refreshTheme();
     m_status->refreshTheme();
@@ -196,8 +303,13 @@ void BinaryCompareWidget::start()
         m_status->showMessage(Velmora::tr("Select two files to compare"));
         return;
     }
+    const std::optional<Sides<qint64>> starts = m_starts->starts();
+    if (!starts) {
+        m_status->showMessage(Velmora::tr("The sides must begin at offsets such as 1234, 0x4D2 or 4D2h"));
+        return;
+    }
     m_running = files;
-    const BinaryRequest request{{files.left, files.right}, {}};
+    const BinaryRequest request{{files.left, files.right}, *starts, m_bar->align->isChecked()};
     m_status->showMessage(Velmora::tr("Comparing..."));
     Q_EMIT comparisonStarted();
     m_runner.start(
@@ -243,107 +355,6 @@ void BinaryCompareWidget::showRunning()
         m_status->clearProgress();
         Q_EMIT readingEnded();
     }
-}
-
-void BinaryCompareWidget::onNextDiff()
-{
-    showDifference(m_index.next());
-}
-
-void BinaryCompareWidget::onPrevDiff()
-{
-    showDifference(m_index.previous());
-}
-
-void BinaryCompareWidget::showDifference(qsizetype index)
-{
-    if (index < 0)
-        return;
-    m_scene->showRow(m_scene->document()->stops[std::size_t(index)]);
-    m_status->showMessage(Velmora::tr("Diff %1/%2").arg(index + 1).arg(m_index.count()));
-    // Who steps through differences is done with the paths: keys are for the bytes.
-    if (!m_views.left->hasFocus() && !m_views.right->hasFocus())
-        focusView(m_scene->caret().side);
-}
-
-void BinaryCompareWidget::onSwapSides()
-{
-    const SessionPaths files = paths();
-    setPaths({files.right, files.left, {}});
-    if (m_scene->document())
-        start();
-}
-
-void BinaryCompareWidget::onGoToOffset()
-{
-    if (m_scene->rowCount() == 0)
-        return;
-    const qint64 here = std::max<qint64>(m_scene->caret().offset, 0);
-    Dialogs::instance().askText(this, Velmora::tr("Go to offset"),
-                                Velmora::tr("Offset (1234, 0x4D2 or 4D2h; +/- counts from the caret):"),
-                                hexNumber(here), [this, here](const QString &text) {
-                                    const std::optional<qint64> offset = offsetFromText(text, here);
-                                    if (!offset) {
-                                        m_status->showMessage(Velmora::tr("\"%1\" is no offset").arg(text));
-                                        return;
-                                    }
-                                    m_scene->moveCaret(m_scene->caret().side, *offset);
-                                    m_scene->setTop(m_scene->currentRow() - m_scene->visibleRows() / 2);
-                                    focusView(m_scene->caret().side);
-                                });
-}
-
-void BinaryCompareWidget::showPlace()
-{
-    const HexScene::Caret &caret = m_scene->caret();
-    if (caret.offset < 0) {
-        m_place->clear();
-        return;
-    }
-    const ByteRange selected = m_scene->selection();
-    const QString place = QStringLiteral("%1 (%2)").arg(hexNumber(caret.offset), QLocale().toString(caret.offset));
-    m_place->setText(selected.length() > 1
-                         ? Velmora::tr("%1 | %2 bytes selected").arg(place, QLocale().toString(selected.length()))
-                         : place);
-}
-
-void BinaryCompareWidget::copy(ByteForm form)
-{
-    constexpr qint64 limit = 16 * 1024 * 1024;
-    const ByteRange range = m_scene->selection();
-    if (range.length() == 0)
-        return;
-    if (range.length() > limit) {
-        m_status->showMessage(Velmora::tr("Too much to copy (limit %1 MB)").arg(limit >> 20));
-        return;
-    }
-    QByteArray bytes(qsizetype(range.length()), Qt::Uninitialized);
-    if (!m_scene->document()->source(range.side).read(range.begin, bytes.data(), bytes.size())) {
-        m_status->showMessage(Velmora::tr("Some of these bytes cannot be read"));
-        return;
-    }
-    QApplication::clipboard()->setText(writtenBytes(bytes, form));
-}
-
-void BinaryCompareWidget::zoom(int points)
-{
-    for (const Side side : bothSides)
-        m_views[side]->setPointSize(points);
-}
-
-void BinaryCompareWidget::wheelEvent(QWheelEvent *event)
-{
-    if (!event->modifiers().testFlag(Qt::ControlModifier)) {
-        SessionWidget::wheelEvent(event);
-        return;
-    }
-    zoom(m_views.left->font().pointSize() + (event->angleDelta().y() > 0 ? 1 : -1));
-    event->accept();
-}
-
-void BinaryCompareWidget::focusView(Side side)
-{
-    m_views[side]->setFocus();
 }
 
 } // namespace velmora

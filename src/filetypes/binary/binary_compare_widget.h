@@ -7,13 +7,19 @@
 #include "session/session_widget.h"
 
 class QLabel;
+class QSplitter;
 
 namespace velmora {
 
 class BinaryCompareBar;
 class BinaryHexView;
+class HexDifferenceList;
+class HexFindBar;
+class HexFinder;
 class HexOverview;
 class HexScene;
+class HexStartsBar;
+class HexValuesPanel;
 class PairInputs;
 class StatusLine;
 
@@ -36,6 +42,9 @@ public:
     [[nodiscard]] bool acceptsDroppedPaths() const override { return true; }
     /// Fills the paths; starts nothing.
     void dropPaths(const QStringList &paths, QPoint position) override;
+    /// "align": whether bytes that have moved are found again; "leftStart", "rightStart": where the sides begin.
+    [[nodiscard]] QJsonObject options() const override;
+    void setOptions(const QJsonObject &options) override;
     void refreshTheme() override;
 
 public Q_SLOTS:
@@ -54,7 +63,10 @@ protected:
 private:
     void buildLayout();
     void connectBar();
+    void connectCopies();
+    void connectPanels();
     void connectViews();
+    void showPanels();
     void takeOutcome(RunOutcome<BinaryCompareResult> &&outcome);
     void showResult(const BinaryCompareResult &result);
     void showRunning();
@@ -63,12 +75,23 @@ private:
     void copy(ByteForm form);
     void zoom(int points);
     void focusView(Side side);
+    /// Compares anew with what was chosen, once there is something to compare.
+    void compareAnew();
+    void startHere();
+    void goToRow(qint64 row);
 
     BinaryCompareBar *m_bar;
     PairInputs *m_inputs;
     HexScene *m_scene;
     Sides<BinaryHexView *> m_views;
     HexOverview *m_overview;
+    HexStartsBar *m_starts;
+    HexFindBar *m_findBar;
+    HexFinder *m_finder;
+    HexDifferenceList *m_list;
+    HexValuesPanel *m_values;
+    QSplitter *m_parts;  ///< the views, and below them the panels
+    QSplitter *m_panels; ///< the list and the values
     StatusLine *m_status;
     QLabel *m_place;
     SessionPaths m_running; ///< what is being compared

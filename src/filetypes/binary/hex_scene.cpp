@@ -69,7 +69,7 @@ void HexScene::moveCaret(Side side, qint64 offset, bool selects)
 
 void HexScene::select(const ByteRange &range)
 {
-    m_caret = {range.side, range.end - 1, range.begin};
+    m_caret = {range.side, range.begin, range.end - 1};
     m_currentRow = caretRow();
     if (m_currentRow < m_top || m_currentRow >= m_top + m_visibleRows)
         setTop(m_currentRow - m_visibleRows / 2);

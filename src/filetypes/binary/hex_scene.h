@@ -57,7 +57,7 @@ public:
     /// Moves the caret to a byte of the side, or the nearest that there is, and brings it into sight. `selects` keeps
     /// the anchor where it is.
     void moveCaret(Side side, qint64 offset, bool selects = false);
-    /// Selects bytes, with the caret on the last of them, and scrolls its row to the middle if it is out of sight.
+    /// Selects bytes, with the caret on the first of them, and scrolls its row to the middle if it is out of sight.
     void select(const ByteRange &range);
     /// What is selected; without a selection the byte under the caret, or nothing before there is one.
     [[nodiscard]] ByteRange selection() const;
