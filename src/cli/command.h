@@ -51,6 +51,7 @@ void complain(const Streams &streams, const QString &message);
 [[nodiscard]] Command folderCommand();
 [[nodiscard]] Command gitSetupCommand();
 [[nodiscard]] Command mergeCommand();
+[[nodiscard]] Command mergeFoldersCommand();
 [[nodiscard]] Command syncCommand();
 [[nodiscard]] Command systemCommand();
 [[nodiscard]] Command tableCommand();

@@ -121,14 +121,20 @@ int dispatch(const QStringList &arguments, const Streams &streams)
 
 std::span<const Command> commands()
 {
-    static const std::array all{textCommand(),  folderCommand(), syncCommand(),  binaryCommand(),  checksumCommand(),
-                                mergeCommand(), systemCommand(), tableCommand(), gitSetupCommand()};
+    static const std::array all{textCommand(),   folderCommand(),   syncCommand(),  mergeFoldersCommand(),
+                                binaryCommand(), checksumCommand(), mergeCommand(), systemCommand(),
+                                tableCommand(),  gitSetupCommand()};
     return all;
 }
 
 std::vector<OptionSpec> allOptions(const Command &command)
 {
-    std::vector<OptionSpec> options{{"format", "FORMAT", "", command.formats}, outputOption};
+    std::vector<OptionSpec> options{{"format", "FORMAT", "", command.formats}};
+    const bool hasOwnOutput = std::any_of(command.options.begin(), command.options.end(), [](const OptionSpec &option) {
+        return QLatin1String(option.name) == QLatin1String(outputOption.name);
+    });
+    if (!hasOwnOutput)
+        options.push_back(outputOption);
     options.insert(options.end(), command.options.begin(), command.options.end());
     options.insert(options.end(), generalOptions.begin(), generalOptions.end());
     return options;

@@ -2,8 +2,8 @@
 #include "cli/command.h"
 #include "cli/folder_request.h"
 #include "cli/json_writer.h"
+#include "cli/operation_run.h"
 #include "cli/output_target.h"
-#include "cli/sync_run.h"
 #include "core/output_buffer.h"
 #include "core/visible_name.h"
 #include "folder/engine/folder_engine.h"
@@ -77,7 +77,7 @@ struct Synchronisation {
     PlanInput input;
     QList<SyncPlanItem> plan;
     OperationPlan steps;
-    std::optional<SyncOutcome> outcome;
+    std::optional<OperationOutcome> outcome;
 
     /// Whether the folders do not agree after all this, as far as the mode wants them to. A folder that both sides have
     /// is no step, whatever its action is.
@@ -177,7 +177,7 @@ const char *nameOf(SyncAction action)
     return "skip";
 }
 
-void writeOutcome(JsonWriter &json, const SyncOutcome &outcome)
+void writeOutcome(JsonWriter &json, const OperationOutcome &outcome)
 {
     json.key("run");
     json.beginObject();
@@ -232,7 +232,7 @@ int runSyncCommand(const Arguments &arguments, const Streams &streams)
     if (request.runs && sync.leavesSomething()) {
         if (const QString why = objection(request, sync); !why.isEmpty())
             return fail(streams, why);
-        sync.outcome = runSync(sync.steps, streams);
+        sync.outcome = runOperation(sync.steps, QStringLiteral("velmora-cli sync"), streams);
     }
     const int status = writeTo(arguments.value("output"), streams, [&](QIODevice &device) {
         return Written{chosen(formats, arguments, "format").value(device, request, sync), sync.leavesSomething()};

@@ -55,7 +55,7 @@ private Q_SLOTS:
             QVERIFY(help.contains(QByteArray("\n  ") + command.name + ' '));
             QVERIFY(documented.contains(QByteArray("\n## velmora-cli ") + command.name));
             const QByteArray own = runCli(QByteArray(command.name) + " --help").output;
-            const qsizetype from = manual.indexOf(".SH COMMAND " + QByteArray(command.name).toUpper());
+            const qsizetype from = manual.indexOf(".SH COMMAND " + QByteArray(command.name).toUpper() + '\n');
             const QByteArray described = manual.mid(from, manual.indexOf(".SH", from + 1) - from).replace("\\-", "-");
             QVERIFY(from > 0);
             for (const cli::OptionSpec &option : cli::allOptions(command)) {

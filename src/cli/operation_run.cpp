@@ -1,4 +1,4 @@
-#include "cli/sync_run.h"
+#include "cli/operation_run.h"
 
 #include "cli/command.h"
 #include "core/settings_store.h"
@@ -100,14 +100,13 @@ QString sentence(const QString &path, const char *what, const QString &reason)
 
 } // namespace
 
-SyncOutcome runSync(const OperationPlan &plan, const Streams &streams)
+OperationOutcome runOperation(const OperationPlan &plan, const QString &title, const Streams &streams)
 {
     // The window's journal, so that what was done here can be undone there.
     QCoreApplication::setApplicationName(SessionSettings::name());
     Progress silent;
-    const JournalNote note{QStringLiteral("velmora-cli sync")};
-    const ExecutionReport report = executeJournalled(plan, FileLayer::native(), standardJournal(), note, {}, silent);
-    SyncOutcome outcome;
+    const ExecutionReport report = executeJournalled(plan, FileLayer::native(), standardJournal(), {title}, {}, silent);
+    OperationOutcome outcome;
     outcome.journalId = report.journalId;
     if (report.plan.refusal != PlanRefusal::None) {
         complain(streams, QLatin1String(refusalText(report.plan.refusal)));
