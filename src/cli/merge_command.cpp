@@ -51,7 +51,8 @@ constexpr std::array examples{
     Example{"Merge, and see what is left to decide:",
             "velmora-cli merge --style diff3 base.c mine.c theirs.c > merged.c"},
     Example{"Have git merge a kind of file in this way (in .gitattributes: *.po merge=velmora):",
-            "git config merge.velmora.driver 'velmora-cli merge --output %A --marker-size %L %O %A %B'"},
+            "git config merge.velmora.driver 'velmora-cli merge --output %A --marker-size %L --label-left ours "
+            "--label-right theirs %O %A %B'"},
 };
 
 struct MergeRequest {

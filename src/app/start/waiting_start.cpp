@@ -6,7 +6,6 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QFileInfo>
 #include <QLocalSocket>
 #include <QProcess>
 #include <QThread>
@@ -101,7 +100,8 @@ void WaitingStart::listenTo(QLocalSocket *window)
 
 WaitReport::WaitReport(const QString &address) : m_waiting(std::make_unique<QLocalSocket>())
 {
-    if (QFileInfo(address).fileName().startsWith(QLatin1String(addressPrefix)))
+    const qsizetype folder = std::max(address.lastIndexOf(u'/'), address.lastIndexOf(u'\\'));
+    if (address.mid(folder + 1).startsWith(QLatin1String(addressPrefix)))
         m_waiting->connectToServer(address, QIODevice::ReadWrite);
     if (m_waiting->state() == QLocalSocket::ConnectedState &&
         !peerIsSameUser(m_waiting->socketDescriptor(), PeerEnd::Server))

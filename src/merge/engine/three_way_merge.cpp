@@ -1,5 +1,6 @@
 #include "merge/engine/three_way_merge.h"
 
+#include "core/crew.h"
 #include "text/engine/alignment.h"
 #include "text/engine/side_reader.h"
 
@@ -10,6 +11,9 @@ namespace velmora {
 namespace {
 
 constexpr AlignParams mergeParams{.mode = 0, .threshold = 0.35, .lookahead = 0, .skewTolerance = 2000};
+
+/// Comparing fewer takes less time than starting a thread for it.
+constexpr qint32 linesWorthAThread = 4096;
 
 constexpr qint32 kept = -1;
 constexpr qint32 deleted = -2;
@@ -97,9 +101,19 @@ ThreeWayMerge mergeSources(const Source &base, const Source &left, const Source 
                            Progress &progress)
 {
     progress.report(0, 0, 2);
-    const VersionChanges ofLeft = changesOf(base, left, cancel);
-    progress.report(0, 1, 2);
-    const VersionChanges ofRight = changesOf(base, right, cancel);
+    VersionChanges ofLeft;
+    VersionChanges ofRight;
+    const int crew = base.count() < linesWorthAThread ? 1 : std::min(2, crewSize());
+    runCrew(
+        crew,
+        [&](int worker) {
+            if (worker == 0)
+                ofLeft = changesOf(base, left, cancel);
+            if (worker == crew - 1)
+                ofRight = changesOf(base, right, cancel);
+        },
+        [] {});
+    progress.report(0, 2, 2);
     ThreeWayMerge merge;
     if (cancel.isCancelled())
         return merge;
