@@ -8,6 +8,8 @@
 velmora_build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-l10n-tools libgl-dev libuchardet-dev)
 # For anything that shows or measures text: one font with Latin and one with Chinese letters.
 velmora_font_packages=(fonts-dejavu-core fonts-wqy-microhei)
+# For pictures: TIFF and WebP.
+velmora_image_packages=(qt6-image-formats-plugins)
 
 # For the checks of formatting and of the sources lately changed; other versions than 14 decide differently.
 velmora_lint_packages=(clang-format-14 clang-tidy-14)

@@ -1152,6 +1152,338 @@
         <translation>正在读取 %1</translation>
     </message>
     <message>
+        <source>Load and compare the two images</source>
+        <translation>载入并比较两幅图像</translation>
+    </message>
+    <message>
+        <source>Zoom in</source>
+        <translation>放大</translation>
+    </message>
+    <message>
+        <source>Zoom out</source>
+        <translation>缩小</translation>
+    </message>
+    <message>
+        <source>Fit</source>
+        <translation>适应</translation>
+    </message>
+    <message>
+        <source>Original size</source>
+        <translation>原始大小</translation>
+    </message>
+    <message>
+        <source>Exchange left and right</source>
+        <translation>交换左右两侧</translation>
+    </message>
+    <message>
+        <source>What the files say beside the pixels</source>
+        <translation>文件中除像素以外的信息</translation>
+    </message>
+    <message>
+        <source>Export report</source>
+        <translation>导出报告</translation>
+    </message>
+    <message>
+        <source>Write the result as an HTML page</source>
+        <translation>将结果写入 HTML 页面</translation>
+    </message>
+    <message>
+        <source>Next view</source>
+        <translation>下一种视图</translation>
+    </message>
+    <message>
+        <source>Which frame of the animations or page of the files is compared</source>
+        <translation>比较动画的第几帧或文件的第几页</translation>
+    </message>
+    <message>
+        <source>Frame:</source>
+        <translation>帧:</translation>
+    </message>
+    <message>
+        <source>Pixel detail</source>
+        <translation>像素详情</translation>
+    </message>
+    <message>
+        <source>Ignore smoothed edges</source>
+        <translation>忽略平滑边缘</translation>
+    </message>
+    <message>
+        <source>How far red, green and blue may deviate without being a difference</source>
+        <translation>红、绿、蓝偏差多少以内不算差异</translation>
+    </message>
+    <message>
+        <source>Pixels that look like the smoothed edge of a shape are shown in yellow and are no differences</source>
+        <translation>看起来像图形平滑边缘的像素以黄色显示，不算差异</translation>
+    </message>
+    <message>
+        <source>Tolerance:</source>
+        <translation>容差:</translation>
+    </message>
+    <message>
+        <source>Tolerance: %1</source>
+        <translation>容差：%1</translation>
+    </message>
+    <message>
+        <source>Fixed 16×16 px per grid cell</source>
+        <translation>固定每格 16×16 像素</translation>
+    </message>
+    <message>
+        <source>Fit pixel grid to panel</source>
+        <translation>使像素网格适应面板</translation>
+    </message>
+    <message>
+        <source>X:  Y:   RGB:  A:</source>
+        <translation>X:  Y:   RGB:  A:</translation>
+    </message>
+    <message>
+        <source>X:%1 Y:%2  RGB:%3,%4,%5  A:%6</source>
+        <translation>X:%1 Y:%2  RGB:%3,%4,%5  A:%6</translation>
+    </message>
+    <message>
+        <source>%1 (not hovering)</source>
+        <translation>%1（未悬停）</translation>
+    </message>
+    <message>
+        <source>%1  offset (%2, %3)</source>
+        <translation>%1  偏移 (%2, %3)</translation>
+    </message>
+    <message>
+        <source>Left original</source>
+        <translation>左侧原图</translation>
+    </message>
+    <message>
+        <source>Right original</source>
+        <translation>右侧原图</translation>
+    </message>
+    <message>
+        <source>Diff map</source>
+        <translation>差异图</translation>
+    </message>
+    <message>
+        <source>Blink</source>
+        <translation>闪烁</translation>
+    </message>
+    <message>
+        <source>Swipe</source>
+        <translation>滑动</translation>
+    </message>
+    <message>
+        <source>Overlay</source>
+        <translation>叠加</translation>
+    </message>
+    <message>
+        <source>How both images are shown in one place (Ctrl+B)</source>
+        <translation>两幅图像在同一处如何显示 (Ctrl+B)</translation>
+    </message>
+    <message>
+        <source>From the left image to the right one</source>
+        <translation>从左侧图像到右侧图像</translation>
+    </message>
+    <message>
+        <source>Diff map (red = different)</source>
+        <translation>差异图（红色 = 不同）</translation>
+    </message>
+    <message>
+        <source>Left image path...</source>
+        <translation>左侧图像路径...</translation>
+    </message>
+    <message>
+        <source>Right image path...</source>
+        <translation>右侧图像路径...</translation>
+    </message>
+    <message>
+        <source>Select left image</source>
+        <translation>选择左侧图像</translation>
+    </message>
+    <message>
+        <source>Select right image</source>
+        <translation>选择右侧图像</translation>
+    </message>
+    <message>
+        <source>Images (*.png *.jpg *.jpeg *.bmp *.gif *.tiff *.webp);;All Files (*)</source>
+        <translation>图像 (*.png *.jpg *.jpeg *.bmp *.gif *.tiff *.webp);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>Cannot load image</source>
+        <translation>无法加载图像</translation>
+    </message>
+    <message>
+        <source>(not loaded)</source>
+        <translation>(未加载)</translation>
+    </message>
+    <message>
+        <source>Same size (tolerance %1)</source>
+        <translation>尺寸相同（容差 %1）</translation>
+    </message>
+    <message>
+        <source>Other differences...</source>
+        <translation>其他差异...</translation>
+    </message>
+    <message>
+        <source>Difference %1 of %2: %3 × %4 pixels at (%5, %6)</source>
+        <translation>第 %1 处差异，共 %2 处：%3 × %4 像素，位于 (%5, %6)</translation>
+    </message>
+    <message>
+        <source>HTML pages (*.html)</source>
+        <translation>HTML 页面 (*.html)</translation>
+    </message>
+    <message>
+        <source>Image comparison</source>
+        <translation>图像比较</translation>
+    </message>
+    <message>
+        <source>Property</source>
+        <translation>属性</translation>
+    </message>
+    <message>
+        <source>Differing regions: %1</source>
+        <translation>差异区域：%1</translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation>宽度</translation>
+    </message>
+    <message>
+        <source>Height</source>
+        <translation>高度</translation>
+    </message>
+    <message>
+        <source>The first %1 are listed.</source>
+        <translation>仅列出前 %1 个。</translation>
+    </message>
+    <message>
+        <source>Made smaller: %1 × %2 instead of %3 × %4 pixels.</source>
+        <translation>已缩小：%1 × %2，原为 %3 × %4 像素。</translation>
+    </message>
+    <message>
+        <source>Image properties</source>
+        <translation>图像属性</translation>
+    </message>
+    <message>
+        <source>as stored</source>
+        <translation>按存储方向</translation>
+    </message>
+    <message>
+        <source>mirrored</source>
+        <translation>左右翻转</translation>
+    </message>
+    <message>
+        <source>upside down and mirrored</source>
+        <translation>上下翻转</translation>
+    </message>
+    <message>
+        <source>turned by 180°</source>
+        <translation>旋转 180°</translation>
+    </message>
+    <message>
+        <source>turned by 90°</source>
+        <translation>旋转 90°</translation>
+    </message>
+    <message>
+        <source>mirrored and turned by 90°</source>
+        <translation>左右翻转并旋转 90°</translation>
+    </message>
+    <message>
+        <source>mirrored and turned by 270°</source>
+        <translation>左右翻转并旋转 270°</translation>
+    </message>
+    <message>
+        <source>turned by 270°</source>
+        <translation>旋转 270°</translation>
+    </message>
+    <message>
+        <source>Size in pixels</source>
+        <translation>像素尺寸</translation>
+    </message>
+    <message>
+        <source>File size</source>
+        <translation>文件大小</translation>
+    </message>
+    <message>
+        <source>Bits per pixel</source>
+        <translation>每像素位数</translation>
+    </message>
+    <message>
+        <source>Colour table</source>
+        <translation>颜色表</translation>
+    </message>
+    <message>
+        <source>Transparency</source>
+        <translation>透明度</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>是</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>否</translation>
+    </message>
+    <message>
+        <source>Orientation</source>
+        <translation>方向</translation>
+    </message>
+    <message>
+        <source>Colour profile</source>
+        <translation>颜色配置</translation>
+    </message>
+    <message>
+        <source>Resolution</source>
+        <translation>分辨率</translation>
+    </message>
+    <message>
+        <source>%1 dpi</source>
+        <translation>%1 dpi</translation>
+    </message>
+    <message>
+        <source>Frames</source>
+        <translation>帧数</translation>
+    </message>
+    <message>
+        <source>Text: %1</source>
+        <translation>文本：%1</translation>
+    </message>
+    <message>
+        <source>No picture, or of an unknown format: %1</source>
+        <translation>不是图像，或格式未知：%1</translation>
+    </message>
+    <message>
+        <source>Damaged or cut off (%1): %2</source>
+        <translation>已损坏或不完整（%1）：%2</translation>
+    </message>
+    <message>
+        <source>Too large for the memory of this computer (%1 × %2 pixels): %3</source>
+        <translation>图像过大，本机内存不足（%1 × %2 像素）：%3</translation>
+    </message>
+    <message>
+        <source>The files are identical.</source>
+        <translation>两个文件完全相同。</translation>
+    </message>
+    <message>
+        <source>All pixels are identical; the files differ in other bytes.</source>
+        <translation>所有像素相同；文件的其他字节不同。</translation>
+    </message>
+    <message>
+        <source>No pixel differs by more than the tolerance.</source>
+        <translation>没有像素的差异超过容差。</translation>
+    </message>
+    <message>
+        <source>%1 pixels differ (%2 %) in %3 regions.</source>
+        <translation>%1 个像素不同（%2 %），分布在 %3 个区域。</translation>
+    </message>
+    <message>
+        <source>less than %1</source>
+        <translation>小于 %1</translation>
+    </message>
+    <message>
+        <source>Largest deviation: %1.</source>
+        <translation>最大偏差：%1。</translation>
+    </message>
+    <message>
+        <source>Smoothed edges left out: %1.</source>
+        <translation>已忽略的平滑边缘：%1。</translation>
+    </message>
+    <message>
         <source>Compute the checksums of a file and match them with an expected value.</source>
         <translation>计算文件的校验和，并与预期值核对。</translation>
     </message>

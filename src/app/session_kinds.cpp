@@ -4,6 +4,7 @@
 #include "app/pending_session.h"
 #include "filetypes/binary/binary_compare_widget.h"
 #include "filetypes/checksum/checksum_widget.h"
+#include "filetypes/image/image_compare_widget.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/sync/folder_sync_widget.h"
 #include "session/document/text_recovery.h"
@@ -118,7 +119,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/ImageCompare.ico",
      .slot = "onNewImageCompare",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Compare two pictures pixel by pixel, with a tolerance."),
-     .create = pending},
+     .create = make<ImageCompareWidget>},
     {.id = QLatin1String("mp3"),
      .group = Compare,
      .sides = 2,
