@@ -15,6 +15,10 @@ struct RowLook {
     DiffColour background = DiffColour::Background;
     QChar sign;      ///< in the margin beside the line number; null for none
     QString lineEnd; ///< the name of the line's end where it is to be seen behind the line
+    DiffColour strong = DiffColour::ModifiedStrong; ///< behind its changed characters
+    bool isSignFaint = false;
+    DiffColour filler = DiffColour::Filler; ///< behind the missing line; hatched unless it is another colour
+    QString fillerText = {};                ///< in place of the missing line
 };
 
 /// The texts of the panes that scroll together, and how their lines stand side by side: rows, each with at most one

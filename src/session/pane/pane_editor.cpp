@@ -27,6 +27,12 @@ void PaneEditor::markClean(PaneIndex pane)
     Q_EMIT stateChanged();
 }
 
+void PaneEditor::markUnsaved(PaneIndex pane)
+{
+    own(pane).markUnsaved();
+    Q_EMIT stateChanged();
+}
+
 void PaneEditor::endSave(PaneIndex pane, bool saved)
 {
     own(pane).endSave(saved);

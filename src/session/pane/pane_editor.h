@@ -28,6 +28,8 @@ public:
     void setTexts(const std::vector<std::optional<TextLines>> &texts, RowPatcher patcher);
     [[nodiscard]] const EditBuffer &buffer(PaneIndex pane) const { return m_lanes[std::size_t(pane.number())].buffer; }
     void markClean(PaneIndex pane);
+    /// See `EditBuffer`: no file holds the text.
+    void markUnsaved(PaneIndex pane);
     /// See `EditBuffer`: a save of the text runs from the one to the other.
     void beginSave(PaneIndex pane) { own(pane).beginSave(); }
     void endSave(PaneIndex pane, bool saved);

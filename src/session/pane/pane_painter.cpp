@@ -160,6 +160,11 @@ void PanePainter::paintBackground(const Row &row)
 
 void PanePainter::paintFiller(const Row &row)
 {
+    if (row.look.filler != DiffColour::Filler) {
+        m_painter.fillRect(row.text, colour(row.look.filler));
+        paintFillerText(row);
+        return;
+    }
     if (m_hatch.isNull()) {
         m_hatch = hatchTile(colour(DiffColour::Filler), colour(DiffColour::FillerHatch),
                             m_painter.device()->devicePixelRatioF());
@@ -167,6 +172,17 @@ void PanePainter::paintFiller(const Row &row)
     // The pattern belongs to the content, so that it moves with it.
     const qint64 contentY = qint64(row.index) * m_scene.layout().rowHeight();
     m_painter.drawTiledPixmap(row.text, m_hatch, QPointF(row.text.left(), qreal(contentY % hatchSize)));
+}
+
+void PanePainter::paintFillerText(const Row &row)
+{
+    m_painter.save();
+    m_painter.setClipRect(row.text, Qt::IntersectClip);
+    m_painter.setPen(colour(DiffColour::Text));
+    const QRectF area(row.text.left() + paneMetrics::textIndent, row.text.top(), row.text.width(),
+                      m_scene.layout().rowHeight());
+    m_scene.renderer(m_look.pane).drawLabel(m_painter, area, Qt::AlignLeft, row.look.fillerText);
+    m_painter.restore();
 }
 
 void PanePainter::paintGutter(const Row &row)
@@ -190,7 +206,7 @@ void PanePainter::paintGutter(const Row &row)
     const int signWidth = int(std::ceil(labels.cellWidth()));
     const QRectF signs(row.gutter.right() + 1 - signWidth - paneMetrics::padding, row.gutter.top(),
                        signWidth + paneMetrics::padding, m_scene.layout().rowHeight());
-    m_painter.setPen(colour(DiffColour::Text));
+    m_painter.setPen(colour(row.look.isSignFaint ? DiffColour::MutedText : DiffColour::Text));
     if (!row.look.sign.isNull())
         labels.drawLabel(m_painter, signs, Qt::AlignLeft, row.look.sign);
     const qint32 number = m_document.lineNumber(row.row, m_look.pane);
@@ -246,7 +262,7 @@ void PanePainter::paintChanges(const Row &row, QList<Tint> &inks)
                                                   [first = first](const LineMark &mark) { return mark.end() < first; });
         for (auto mark = inSight; mark != marks.end() && mark->start <= last; ++mark) {
             paintUnits(row, std::max<qsizetype>(mark->start, first - 1), std::min<qsizetype>(mark->end(), last + 1),
-                       markColour(mark->minor, colour(row.look.background), colour(DiffColour::ModifiedStrong)));
+                       markColour(mark->minor, colour(row.look.background), colour(row.look.strong)));
             inks.append({mark->start, mark->end(), colour(DiffColour::Text)});
         }
     }

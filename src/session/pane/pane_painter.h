@@ -45,6 +45,7 @@ private:
     void paintGutter(const Row &row);
     void paintBackground(const Row &row);
     void paintFiller(const Row &row);
+    void paintFillerText(const Row &row);
     /// What stands for equal rows that are folded.
     void paintBand(qsizetype index, int y);
     void paintGap(const Row &row);

@@ -87,7 +87,7 @@ public:
     void setWraps(bool wraps);
     [[nodiscard]] bool wraps() const noexcept { return m_wraps; }
 
-    /// The height of the panes, in pixels, and the narrowest one's room for text.
+    /// The height of the lowest pane, in pixels, and the narrowest one's room for text.
     void setViewport(int height, int textWidth);
     [[nodiscard]] int viewportHeight() const noexcept { return m_height; }
 

@@ -99,7 +99,9 @@ PaneIndex PaneView::focusedPane() const
 
 void PaneView::switchPane()
 {
-    const int next = paneWithFocus() ? (activePane().number() + 1) % paneCount() : activePane().number();
+    int next = paneWithFocus() ? (activePane().number() + 1) % paneCount() : activePane().number();
+    while (!pane(next).isVisibleTo(this) && next != activePane().number())
+        next = (next + 1) % paneCount();
     pane(next).setFocus(Qt::ShortcutFocusReason);
 }
 
@@ -148,9 +150,14 @@ void PaneView::refreshTheme()
 void PaneView::fitViewport()
 {
     int room = std::numeric_limits<int>::max();
-    for (const TextPane *shown : m_panes)
+    int height = room;
+    for (const TextPane *shown : m_panes) {
+        if (!shown->isVisibleTo(this))
+            continue;
         room = std::min(room, shown->textArea().width() - paneMetrics::textIndent);
-    m_scene.setViewport(m_panes.front()->height(), std::max(room, 1));
+        height = std::min(height, shown->height());
+    }
+    m_scene.setViewport(height, std::max(room, 1));
     placeNotices();
 }
 
