@@ -188,6 +188,448 @@
         <translation>合并源自同一基准的两个文本文件版本。</translation>
     </message>
     <message>
+        <source>Edited</source>
+        <translation>已编辑</translation>
+    </message>
+    <message>
+        <source>Both</source>
+        <translation>两侧</translation>
+    </message>
+    <message>
+        <source>Conflict</source>
+        <translation>冲突</translation>
+    </message>
+    <message>
+        <source>%1-%2</source>
+        <translation>%1-%2</translation>
+    </message>
+    <message>
+        <source>Lines</source>
+        <translation>行</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>更改</translation>
+    </message>
+    <message>
+        <source>Decision</source>
+        <translation>决定</translation>
+    </message>
+    <message>
+        <source>Decided</source>
+        <translation>决定者</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>文本</translation>
+    </message>
+    <message>
+        <source>%1 (look)</source>
+        <translation>%1（请查看）</translation>
+    </message>
+    <message>
+        <source>Open only</source>
+        <translation>仅未决</translation>
+    </message>
+    <message>
+        <source>All changes of the merge</source>
+        <translation>合并的全部更改</translation>
+    </message>
+    <message>
+        <source>Words in the changes</source>
+        <translation>更改中的文字</translation>
+    </message>
+    <message>
+        <source>Shows the changes that hold all of these words</source>
+        <translation>显示包含所有这些文字的更改</translation>
+    </message>
+    <message>
+        <source>Shows only open conflicts, and what was settled but is worth a look</source>
+        <translation>只显示未决的冲突，以及已解决但值得查看的更改</translation>
+    </message>
+    <message>
+        <source>No version has changed anything.</source>
+        <translation>两个版本都没有更改。</translation>
+    </message>
+    <message>
+        <source>No change holds these words, or none is open.</source>
+        <translation>没有包含这些文字的更改，或没有未决的冲突。</translation>
+    </message>
+    <message>
+        <source>Merge</source>
+        <translation>合并</translation>
+    </message>
+    <message>
+        <source>Previous conflict</source>
+        <translation>上一处冲突</translation>
+    </message>
+    <message>
+        <source>Next conflict</source>
+        <translation>下一处冲突</translation>
+    </message>
+    <message>
+        <source>The current conflict, how many there are, and how many are still open</source>
+        <translation>当前冲突、冲突总数以及未决的数量</translation>
+    </message>
+    <message>
+        <source>Previous change</source>
+        <translation>上一处更改</translation>
+    </message>
+    <message>
+        <source>Next change</source>
+        <translation>下一处更改</translation>
+    </message>
+    <message>
+        <source>Switch to the next text</source>
+        <translation>切换到下一个文本</translation>
+    </message>
+    <message>
+        <source>Take the left for the selected changes or the current one</source>
+        <translation>对所选更改或当前更改采用左侧</translation>
+    </message>
+    <message>
+        <source>Base</source>
+        <translation>基准</translation>
+    </message>
+    <message>
+        <source>Take the base for the selected changes or the current one</source>
+        <translation>对所选更改或当前更改采用基准</translation>
+    </message>
+    <message>
+        <source>Take the right for the selected changes or the current one</source>
+        <translation>对所选更改或当前更改采用右侧</translation>
+    </message>
+    <message>
+        <source>Left, then right</source>
+        <translation>先左后右</translation>
+    </message>
+    <message>
+        <source>Right, then left</source>
+        <translation>先右后左</translation>
+    </message>
+    <message>
+        <source>Left for all open conflicts</source>
+        <translation>所有未决冲突采用左侧</translation>
+    </message>
+    <message>
+        <source>Base for all open conflicts</source>
+        <translation>所有未决冲突采用基准</translation>
+    </message>
+    <message>
+        <source>Right for all open conflicts</source>
+        <translation>所有未决冲突采用右侧</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Save the result</source>
+        <translation>保存结果</translation>
+    </message>
+    <message>
+        <source>Save with conflict markers...</source>
+        <translation>连同冲突标记保存...</translation>
+    </message>
+    <message>
+        <source>Show the base</source>
+        <translation>显示基准</translation>
+    </message>
+    <message>
+        <source>Show the base between the two versions</source>
+        <translation>在两个版本之间显示基准</translation>
+    </message>
+    <message>
+        <source>List of changes</source>
+        <translation>更改列表</translation>
+    </message>
+    <message>
+        <source>Show all changes, what was decided and by whom</source>
+        <translation>显示全部更改、所作的决定以及由谁决定</translation>
+    </message>
+    <message>
+        <source>No conflicts</source>
+        <translation>没有冲突</translation>
+    </message>
+    <message>
+        <source>Conflict %1 of %2, open: %3</source>
+        <translation>冲突 %1/%2，未决：%3</translation>
+    </message>
+    <message>
+        <source>Conflicts: %1, open: %2</source>
+        <translation>冲突：%1，未决：%2</translation>
+    </message>
+    <message>
+        <source>Merge the texts anew</source>
+        <translation>重新合并文本</translation>
+    </message>
+    <message>
+        <source>The versions stay as they are: edit the result</source>
+        <translation>各版本保持不变：请编辑结果</translation>
+    </message>
+    <message>
+        <source>File that both come from (drop it here)...</source>
+        <translation>两者共同的来源文件（拖到此处）...</translation>
+    </message>
+    <message>
+        <source>Select base file</source>
+        <translation>选择基准文件</translation>
+    </message>
+    <message>
+        <source>Encoding of the base file</source>
+        <translation>基准文件的编码</translation>
+    </message>
+    <message>
+        <source>Result</source>
+        <translation>结果</translation>
+    </message>
+    <message>
+        <source>The letter beside a line says where it comes from: L left, B base, R right, = both alike, H by hand</source>
+        <translation>行旁的字母表示该行的来源：L 左侧，B 基准，R 右侧，= 两侧相同，H 手工编辑</translation>
+    </message>
+    <message>
+        <source>not saved yet</source>
+        <translation>尚未保存</translation>
+    </message>
+    <message>
+        <source>Select the versions to merge and their base, or one file with conflict markers</source>
+        <translation>请选择要合并的两个版本及其基准，或一个带冲突标记的文件</translation>
+    </message>
+    <message>
+        <source>Select the right version</source>
+        <translation>请选择右侧版本</translation>
+    </message>
+    <message>
+        <source>There is no such file: %1</source>
+        <translation>没有这个文件：%1</translation>
+    </message>
+    <message>
+        <source>File too large to be merged here (limit %1 MB)</source>
+        <translation>文件过大，无法在此合并（上限 %1 MB）</translation>
+    </message>
+    <message>
+        <source>Merge anew</source>
+        <translation>重新合并</translation>
+    </message>
+    <message>
+        <source>The result has unsaved decisions and edits. Give them up?</source>
+        <translation>结果中有尚未保存的决定和编辑。要放弃它们吗？</translation>
+    </message>
+    <message>
+        <source>Merging...</source>
+        <translation>正在合并...</translation>
+    </message>
+    <message>
+        <source>Merge cancelled</source>
+        <translation>合并已取消</translation>
+    </message>
+    <message>
+        <source>Not enough memory to merge these files</source>
+        <translation>内存不足，无法合并这些文件</translation>
+    </message>
+    <message>
+        <source>Cannot open file: %1</source>
+        <translation>无法打开文件：%1</translation>
+    </message>
+    <message>
+        <source>This file has no complete conflict markers: select the other version and the base</source>
+        <translation>此文件没有完整的冲突标记：请选择另一版本和基准</translation>
+    </message>
+    <message>
+        <source>One conflict is still open: the result has nothing in its place.</source>
+        <translation>还有一处冲突未决：结果中该处没有内容。</translation>
+    </message>
+    <message>
+        <source>%1 conflicts are still open: the result has nothing in their places.</source>
+        <translation>还有 %1 处冲突未决：结果中这些地方没有内容。</translation>
+    </message>
+    <message>
+        <source>Open conflicts</source>
+        <translation>未决的冲突</translation>
+    </message>
+    <message>
+        <source>Save the result all the same?</source>
+        <translation>仍要保存结果吗？</translation>
+    </message>
+    <message>
+        <source>Save with &amp;markers</source>
+        <translation>连同标记保存(&amp;M)</translation>
+    </message>
+    <message>
+        <source>Save &amp;without</source>
+        <translation>不带标记保存(&amp;W)</translation>
+    </message>
+    <message>
+        <source>Saved with conflict markers: %1</source>
+        <translation>已连同冲突标记保存：%1</translation>
+    </message>
+    <message>
+        <source>The encoding of this file cannot hold the result: %1</source>
+        <translation>此文件的编码无法容纳结果：%1</translation>
+    </message>
+    <message>
+        <source>Keep what was decided so far in a file with conflict markers?</source>
+        <translation>要将已作的决定连同冲突标记保存到文件中吗？</translation>
+    </message>
+    <message>
+        <source>the result</source>
+        <translation>结果</translation>
+    </message>
+    <message>
+        <source>There is no result to save yet: merge first</source>
+        <translation>还没有可保存的结果：请先合并</translation>
+    </message>
+    <message>
+        <source>The result is saved already</source>
+        <translation>结果已经保存</translation>
+    </message>
+    <message>
+        <source>Save the merged result?
+%1</source>
+        <translation>要保存合并结果吗？
+%1</translation>
+    </message>
+    <message>
+        <source>The file of the result has changed on disk: %1</source>
+        <translation>结果文件在磁盘上已更改：%1</translation>
+    </message>
+    <message>
+        <source>The file of the result is no longer there: %1</source>
+        <translation>结果文件已不存在：%1</translation>
+    </message>
+    <message>
+        <source>The result&apos;s file holds bytes that no text has</source>
+        <translation>结果文件含有文本中不会出现的字节</translation>
+    </message>
+    <message>
+        <source>The result&apos;s file holds bytes that its encoding does not know</source>
+        <translation>结果文件含有其编码无法识别的字节</translation>
+    </message>
+    <message>
+        <source>Find in this text</source>
+        <translation>在此文本中查找</translation>
+    </message>
+    <message>
+        <source>Replace all matches in the whole result as one step</source>
+        <translation>一步替换整个结果中的所有匹配</translation>
+    </message>
+    <message>
+        <source>No further conflict</source>
+        <translation>后面没有冲突</translation>
+    </message>
+    <message>
+        <source>No earlier conflict</source>
+        <translation>前面没有冲突</translation>
+    </message>
+    <message>
+        <source>No further change</source>
+        <translation>后面没有更改</translation>
+    </message>
+    <message>
+        <source>No earlier change</source>
+        <translation>前面没有更改</translation>
+    </message>
+    <message>
+        <source>Folders are not supported here — use the Folder merge tab.</source>
+        <translation>此处不支持文件夹 — 请使用“文件夹合并”标签页。</translation>
+    </message>
+    <message>
+        <source>Go to a change or select some first</source>
+        <translation>请先转到一处更改或选择若干更改</translation>
+    </message>
+    <message>
+        <source>%1 changes, %2 conflicts, %3 open</source>
+        <translation>%1 处更改，%2 处冲突，%3 处未决</translation>
+    </message>
+    <message>
+        <source>Merge: %1</source>
+        <translation>合并：%1</translation>
+    </message>
+    <message>
+        <source>Open conflict: take the left, the base or the right, or write here</source>
+        <translation>未决的冲突：采用左侧、基准或右侧，或在此输入</translation>
+    </message>
+    <message>
+        <source>Change %1 of %2: %3</source>
+        <translation>更改 %1/%2：%3</translation>
+    </message>
+    <message>
+        <source>Base text</source>
+        <translation>基准文本</translation>
+    </message>
+    <message>
+        <source>Result text</source>
+        <translation>结果文本</translation>
+    </message>
+    <message>
+        <source>unchanged</source>
+        <translation>未更改</translation>
+    </message>
+    <message>
+        <source>changed on the left</source>
+        <translation>左侧已更改</translation>
+    </message>
+    <message>
+        <source>changed on the right</source>
+        <translation>右侧已更改</translation>
+    </message>
+    <message>
+        <source>changed alike on both sides</source>
+        <translation>两侧相同的更改</translation>
+    </message>
+    <message>
+        <source>conflict</source>
+        <translation>冲突</translation>
+    </message>
+    <message>
+        <source>open</source>
+        <translation>未决</translation>
+    </message>
+    <message>
+        <source>taken from the base</source>
+        <translation>取自基准</translation>
+    </message>
+    <message>
+        <source>taken from both</source>
+        <translation>取自两侧</translation>
+    </message>
+    <message>
+        <source>taken from the left</source>
+        <translation>取自左侧</translation>
+    </message>
+    <message>
+        <source>taken from the right</source>
+        <translation>取自右侧</translation>
+    </message>
+    <message>
+        <source>left, then right</source>
+        <translation>先左后右</translation>
+    </message>
+    <message>
+        <source>right, then left</source>
+        <translation>先右后左</translation>
+    </message>
+    <message>
+        <source>taken by hand</source>
+        <translation>手工编辑</translation>
+    </message>
+    <message>
+        <source>by you</source>
+        <translation>您</translation>
+    </message>
+    <message>
+        <source>without asking</source>
+        <translation>自动</translation>
+    </message>
+    <message>
+        <source>Both versions inserted the same lines here; the result has them once</source>
+        <translation>两个版本在此插入了相同的行；结果中保留一次</translation>
+    </message>
+    <message>
+        <source>The other version inserted the same lines elsewhere; the result has them twice</source>
+        <translation>另一版本在别处插入了相同的行；结果中出现两次</translation>
+    </message>
+    <message>
         <source>Table compare(&amp;T)</source>
         <translation>表格比较(&amp;T)</translation>
     </message>

@@ -33,38 +33,45 @@ struct BesideBase {
     std::vector<std::pair<qint32, qint32>> in; ///< first and count of its lines before each, and behind the last
 };
 
+/// Puts the lines of a version that resemble none beside those of the base that none resembles, as far as they reach.
+void fillGap(BesideBase &beside, const LineRange &base, const LineRange &own)
+{
+    const qsizetype paired = std::min(base.count, own.count);
+    for (qsizetype k = 0; k < paired; ++k)
+        beside.pairs[std::size_t(base.first + k)] = qint32(own.first + k);
+    if (own.count > paired)
+        beside.in[std::size_t(base.end())] = {qint32(own.first + paired), qint32(own.count - paired)};
+}
+
 BesideBase besideBase(const MergeTexts &texts, const MergePart &part, MergeSource version, const CancelFlag &cancel)
 {
     const LineRange &base = part.of(MergeSource::Base);
     const LineRange &own = part.of(version);
     BesideBase beside{std::vector<qint32>(std::size_t(base.count), -1),
                       std::vector<std::pair<qint32, qint32>>(std::size_t(base.count) + 1, {0, 0})};
-    qint32 at = 0;
-    const auto take = [&](qint32 baseLine, qint32 line) {
-        if (baseLine >= 0 && line >= 0)
-            beside.pairs[std::size_t(baseLine)] = line;
+    QList<DiffLine> rows;
+    if (base.count > 0 && base.count + own.count <= linesPaired) {
+        // As the merge line by line over the base pairs lines.
+        const AlignParams params{0, 0.35, 0, 2000};
+        rows = diffLinesAligned(textsOf(texts.text(MergeSource::Base), base), textsOf(texts.text(version), own), params,
+                                cancel);
+    }
+    LineRange nextBase;
+    LineRange nextOwn;
+    const auto fillUpTo = [&](qsizetype baseLine, qsizetype ownLine) {
+        nextBase.count = baseLine - nextBase.first;
+        nextOwn.count = ownLine - nextOwn.first;
+        fillGap(beside, nextBase, nextOwn);
+        nextBase.first = baseLine + 1;
+        nextOwn.first = ownLine + 1;
     };
-    if (base.count == 0 || base.count + own.count > linesPaired) {
-        const auto paired = std::min(base.count, own.count);
-        for (; at < paired; ++at)
-            take(at, at);
-        beside.in.back() = {at, qint32(own.count) - at};
-        return beside;
-    }
-    // As the merge line by line over the base pairs lines.
-    const AlignParams params{0, 0.35, 0, 2000};
-    const QList<DiffLine> rows = diffLinesAligned(textsOf(texts.text(MergeSource::Base), base),
-                                                  textsOf(texts.text(version), own), params, cancel);
     for (const DiffLine &row : rows) {
-        if (row.leftLine >= 1) {
-            take(row.leftLine - 1, row.rightLine >= 1 ? row.rightLine - 1 : -1);
-            at = row.leftLine;
-        } else {
-            auto &inserted = beside.in[std::size_t(at)];
-            if (inserted.second++ == 0)
-                inserted.first = row.rightLine - 1;
-        }
+        if (row.leftLine < 1 || row.rightLine < 1)
+            continue;
+        fillUpTo(row.leftLine - 1, row.rightLine - 1);
+        beside.pairs[std::size_t(row.leftLine - 1)] = row.rightLine - 1;
     }
+    fillUpTo(base.count, own.count);
     return beside;
 }
 

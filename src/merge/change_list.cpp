@@ -1,0 +1,199 @@
+#include "merge/change_list.h"
+
+#include "merge/view/merge_words.h"
+#include "session/list/list_model.h"
+#include "session/list/list_view.h"
+#include "session/translate.h"
+
+#include <QBoxLayout>
+#include <QCheckBox>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QScopedValueRollback>
+
+namespace velmora {
+
+namespace {
+
+QString shortKind(const MergePart &part)
+{
+    switch (part.kind) {
+    case ChunkKind::Unchanged:
+        return Velmora::tr("Edited");
+    case ChunkKind::Left:
+        return Velmora::tr("Left");
+    case ChunkKind::Right:
+        return Velmora::tr("Right");
+    case ChunkKind::Both:
+        return Velmora::tr("Both");
+    case ChunkKind::Conflict:
+        return Velmora::tr("Conflict");
+    }
+    return {};
+}
+
+/// The lines of a part in one of its texts, as a person counts them.
+QString lineNumbers(const LineRange &lines)
+{
+    if (lines.count == 0)
+        return {};
+    if (lines.count == 1)
+        return QString::number(lines.first + 1);
+    return Velmora::tr("%1-%2").arg(lines.first + 1).arg(lines.end());
+}
+
+/// The parts of a merge that are worth a row.
+class ChangeRows final : public RowSource {
+public:
+    enum ChangeColumn { Kind, Lines, Choice, Decider, Text };
+
+    explicit ChangeRows(std::shared_ptr<const MergeDocument> merge = {})
+        : RowSource(Velmora::tr("Lines")), m_merge(std::move(merge))
+    {
+        const std::size_t count = m_merge ? m_merge->parts().size() : 0;
+        for (std::size_t part = 0; part < count; ++part) {
+            if (!m_merge->parts()[part].isPlain())
+                m_parts.push_back(qsizetype(part));
+        }
+    }
+
+    [[nodiscard]] qsizetype count() const override { return qsizetype(m_parts.size()); }
+
+    [[nodiscard]] KeyedRow row(qsizetype number) const override
+    {
+        const MergePart &part = at(number);
+        const bool needsLook = part.isOpen() || !warningText(part).isEmpty();
+        KeyedRow row;
+        row.key = QString::number(m_parts[std::size_t(number)]);
+        row.status = needsLook ? PairStatus::Changed : PairStatus::Same;
+        row.note = warningText(part);
+        return row;
+    }
+
+    [[nodiscard]] QStringList headings() const override
+    {
+        return {Velmora::tr("Change"), Velmora::tr("Lines"), Velmora::tr("Decision"), Velmora::tr("Decided"),
+                Velmora::tr("Text")};
+    }
+    [[nodiscard]] std::optional<Side> side(int /*column*/) const override { return std::nullopt; }
+
+    [[nodiscard]] QString text(qsizetype number, int column) const override
+    {
+        const MergePart &part = at(number);
+        switch (column) {
+        case Kind:
+            return warningText(part).isEmpty() ? shortKind(part) : Velmora::tr("%1 (look)").arg(shortKind(part));
+        case Lines:
+            return lineNumbers(shownLines(part).second);
+        case Choice:
+            return choiceText(part);
+        case Decider:
+            return deciderText(part);
+        default:
+            return firstText(part);
+        }
+    }
+
+    [[nodiscard]] bool isBefore(qsizetype one, qsizetype other, int column) const override
+    {
+        if (column == Lines)
+            return m_parts[std::size_t(one)] < m_parts[std::size_t(other)];
+        return RowSource::isBefore(one, other, column);
+    }
+
+private:
+    [[nodiscard]] const MergePart &at(qsizetype number) const
+    {
+        return m_merge->parts()[std::size_t(m_parts[std::size_t(number)])];
+    }
+    /// The lines that stand for a part: those of the first text that has any, a version before the base.
+    [[nodiscard]] static std::pair<MergeSource, LineRange> shownLines(const MergePart &part)
+    {
+        const MergeSource first = part.kind == ChunkKind::Right ? MergeSource::Right : MergeSource::Left;
+        for (const MergeSource source : {first, MergeSource::Right, MergeSource::Base}) {
+            if (part.of(source).count > 0)
+                return {source, part.of(source)};
+        }
+        return {MergeSource::Base, part.of(MergeSource::Base)};
+    }
+    [[nodiscard]] QString firstText(const MergePart &part) const
+    {
+        const auto [source, lines] = shownLines(part);
+        return lines.count > 0 ? m_merge->merged().text(source).text(lines.first).trimmed() : QString();
+    }
+
+    std::shared_ptr<const MergeDocument> m_merge;
+    std::vector<qsizetype> m_parts;
+};
+
+} // namespace
+
+ChangeList::ChangeList(QWidget *parent)
+    : QWidget(parent),
+      m_rows(new ListModel(std::make_unique<ChangeRows>(), this)),
+      m_view(new ListView(*m_rows, this)),
+      m_filter(new QLineEdit(this)),
+      m_openOnly(new QCheckBox(Velmora::tr("Open only"), this))
+{
+    m_view->setObjectName(QStringLiteral("changeRows"));
+    m_view->setAccessibleName(Velmora::tr("All changes of the merge"));
+    m_view->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_filter->setObjectName(QStringLiteral("changeFilter"));
+    m_filter->setPlaceholderText(Velmora::tr("Words in the changes"));
+    m_filter->setToolTip(Velmora::tr("Shows the changes that hold all of these words"));
+    m_filter->setClearButtonEnabled(true);
+    m_filter->setAcceptDrops(false);
+    m_openOnly->setObjectName(QStringLiteral("openOnly"));
+    m_openOnly->setToolTip(Velmora::tr("Shows only open conflicts, and what was settled but is worth a look"));
+    auto *head = new QHBoxLayout;
+    head->setContentsMargins(6, 3, 6, 3);
+    head->setSpacing(8);
+    head->addWidget(m_filter, 1);
+    head->addWidget(m_openOnly);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addLayout(head);
+    column->addWidget(m_view, 1);
+    setFocusProxy(m_view);
+    connect(m_filter, &QLineEdit::textChanged, m_rows, &ListModel::setFilter);
+    connect(m_openOnly, &QCheckBox::toggled, m_rows,
+            [this](bool on) { m_rows->setView(on ? RowsView::Differences : RowsView::All); });
+    connect(m_view, &ListView::currentRowChanged, this, &ChangeList::tellChosen);
+    connect(m_view, &QTreeView::clicked, this, &ChangeList::tellChosen);
+}
+
+// The view tells of its rows as it goes, and children outlive members.
+ChangeList::~ChangeList()
+{
+    m_view->disconnect(this);
+}
+
+void ChangeList::setMerge(std::shared_ptr<const MergeDocument> merge)
+{
+    const QScopedValueRollback<bool> follows(m_follows, true);
+    m_rows->setSource(std::make_unique<ChangeRows>(std::move(merge)));
+    m_view->setNotice(m_rows->source().count() == 0 ? Velmora::tr("No version has changed anything.")
+                                                    : Velmora::tr("No change holds these words, or none is open."));
+}
+
+void ChangeList::showCurrent(qsizetype part)
+{
+    const QScopedValueRollback<bool> follows(m_follows, true);
+    m_view->goToRow(m_rows->find(QString::number(part)));
+}
+
+void ChangeList::tellChosen()
+{
+    const int row = m_view->currentIndex().row();
+    if (!m_follows && row >= 0)
+        Q_EMIT partChosen(m_rows->rowAt(row).key.toLongLong());
+}
+
+void ChangeList::refreshTheme()
+{
+    m_rows->refreshTheme();
+    m_view->viewport()->update();
+}
+
+} // namespace velmora

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "merge/view/merge_document.h"
+
+#include <QWidget>
+
+class QCheckBox;
+class QLineEdit;
+
+namespace velmora {
+
+class ListModel;
+class ListView;
+
+/// All parts of a merge that are not the same in all texts: what each is, what was decided and by whom, and its first
+/// line; to be filtered by words, or to what is open or worth a look.
+class ChangeList final : public QWidget {
+    Q_OBJECT
+public:
+    explicit ChangeList(QWidget *parent);
+    ~ChangeList() override;
+
+    /// Shows the parts of a merge; null for none.
+    void setMerge(std::shared_ptr<const MergeDocument> merge);
+    /// Makes that part the current row, where it is shown.
+    void showCurrent(qsizetype part);
+
+    [[nodiscard]] const ListModel &rows() const { return *m_rows; }
+    /// Takes up a changed theme.
+    void refreshTheme();
+
+Q_SIGNALS:
+    /// A person has chosen this part.
+    void partChosen(qsizetype part);
+
+private:
+    void tellChosen();
+
+    ListModel *m_rows;
+    ListView *m_view;
+    QLineEdit *m_filter;
+    QCheckBox *m_openOnly;
+    bool m_follows = false; ///< the current row is being changed for the panes
+};
+
+} // namespace velmora

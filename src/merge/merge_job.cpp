@@ -1,0 +1,194 @@
+#include "merge/merge_job.h"
+
+#include "core/text_pair.h"
+
+#include <utility>
+
+namespace velmora {
+
+namespace {
+
+using End = MergeResult::End;
+
+struct Reading {
+    MergeResult result;
+    std::array<QByteArray, mergeSourceCount> raw;
+};
+
+LoadedText &sourceIn(MergeResult &result, MergeSource source)
+{
+    return result.sources[std::size_t(source)];
+}
+
+bool read(Reading &reading, const MergeRequest &request, MergeSource source, const CancelFlag &cancel)
+{
+    const auto index = std::size_t(source);
+    std::optional<LoadedText> loaded = loadText(request.sources[index], reading.raw[index], cancel);
+    reading.result.failed = source;
+    if (!loaded) {
+        reading.result.end = End::Unreadable;
+        return false;
+    }
+    reading.result.sources[index] = std::move(*loaded);
+    if (reading.result.sources[index].text.tooLarge)
+        reading.result.end = End::TooLarge;
+    return reading.result.end == End::Merged;
+}
+
+/// Two versions are mostly of one language: what only was guessed of one may be known of another.
+void settleEncodings(Reading &reading, MergeSource one, MergeSource other, const CancelFlag &cancel)
+{
+    LoadedText &first = sourceIn(reading.result, one);
+    LoadedText &second = sourceIn(reading.result, other);
+    if ((!first.text.encodingGuessed && !second.text.encodingGuessed) || first.missing || second.missing)
+        return;
+    RawText firstRaw{reading.raw[std::size_t(one)], std::move(first.text)};
+    RawText secondRaw{reading.raw[std::size_t(other)], std::move(second.text)};
+    settleGuesses(firstRaw, secondRaw, cancel);
+    first.text = std::move(firstRaw.text);
+    second.text = std::move(secondRaw.text);
+}
+
+/// A result without a file of its own is encoded as the left text, or the first of the others that there is.
+void readOutput(MergeResult &result, const MergeRequest &request, const CancelFlag &cancel)
+{
+    for (const MergeSource source : {MergeSource::Left, MergeSource::Right, MergeSource::Base}) {
+        const LoadedText &like = sourceIn(result, source);
+        if (like.missing)
+            continue;
+        result.output.text.encoding = like.text.encoding;
+        result.output.text.lineEnds = like.text.lineEnds;
+        break;
+    }
+    if (request.isMarked)
+        result.output = sourceIn(result, MergeSource::Left);
+    if (request.isMarked || request.output.path.isEmpty())
+        return;
+    QByteArray raw;
+    std::optional<LoadedText> there = loadText(request.output, raw, cancel);
+    if (there && !there->missing)
+        result.output = std::move(*there);
+    else
+        result.output.missing = true;
+}
+
+bool coversAll(const std::vector<MergePart> &parts, const MergeTexts &texts, const TextLines &result)
+{
+    std::array<qsizetype, mergeSourceCount> next{};
+    qsizetype lines = 0;
+    for (const MergePart &part : parts) {
+        for (std::size_t k = 0; k < mergeSourceCount; ++k) {
+            if (part.lines[k].count < 0 || part.lines[k].first != std::exchange(next[k], part.lines[k].end()) ||
+                next[k] > texts.text(MergeSource(k)).count())
+                return false;
+        }
+        if (part.resultCount < 0)
+            return false;
+        lines += part.resultCount;
+    }
+    for (std::size_t k = 0; k < mergeSourceCount; ++k) {
+        if (next[k] != texts.text(MergeSource(k)).count())
+            return false;
+    }
+    return lines == result.count();
+}
+
+/// The runs of a kept result, which share the lines of the texts where those have been taken.
+std::vector<LineRun> keptRuns(const KeptMerge &kept, const MergeTexts &texts)
+{
+    const auto whole = std::make_shared<const TextLines>(kept.result);
+    std::vector<LineRun> runs;
+    qsizetype start = 0;
+    for (const MergePart &part : kept.parts) {
+        if (part.choice == MergeChoice::ByHand)
+            texts.append(runs, LineRun{whole, start, part.resultCount});
+        for (const MergeSource source : sourcesOf(part.choice))
+            texts.append(runs, source, part.of(source));
+        start += part.resultCount;
+    }
+    return runs;
+}
+
+/// Takes a kept merge up; one that does not fit its texts becomes one part by hand, so that nothing of it is lost.
+void takeKept(MergeResult &result, const KeptMerge &kept, const MergeTexts &texts)
+{
+    if (coversAll(kept.parts, texts, kept.result)) {
+        const std::vector<LineRun> runs = keptRuns(kept, texts);
+        if (EditSnapshot(runs).holdsSameAs(kept.result)) {
+            result.parts = MergeParts(kept.parts);
+            result.result = EditBuffer(runs);
+            return;
+        }
+    }
+    MergePart all;
+    all.kind = ChunkKind::Conflict;
+    all.choice = MergeChoice::ByHand;
+    all.isByPerson = true;
+    all.resultCount = kept.result.count();
+    for (std::size_t k = 0; k < mergeSourceCount; ++k)
+        all.lines[k] = {0, texts.text(MergeSource(k)).count()};
+    result.parts = MergeParts({all});
+    result.result = EditBuffer(kept.result);
+}
+
+} // namespace
+
+MergeResult runMerge(const MergeRequest &request, const CancelFlag &cancel, Progress &progress)
+{
+    Reading reading;
+    MergeResult &result = reading.result;
+    progress.report(0, 0, 0);
+    for (const MergeSource source : {MergeSource::Left, MergeSource::Base, MergeSource::Right}) {
+        if (!read(reading, request, source, cancel))
+            return std::move(result);
+    }
+    settleEncodings(reading, MergeSource::Left, MergeSource::Right, cancel);
+    settleEncodings(reading, MergeSource::Left, MergeSource::Base, cancel);
+    reading.raw = {};
+    readOutput(result, request, cancel);
+
+    ChunkMerge merge;
+    std::shared_ptr<const MergeTexts> texts;
+    if (request.isMarked) {
+        std::optional<MarkedMerge> marked = readConflictMarkers(sourceIn(result, MergeSource::Left).text.lines);
+        if (!marked) {
+            result.end = End::NoMarkers;
+            return std::move(result);
+        }
+        texts = std::make_shared<const MergeTexts>(marked->left, marked->base, marked->right);
+        merge = std::move(marked->merge);
+        result.labels = {marked->leftLabel, marked->baseLabel, marked->rightLabel};
+    } else {
+        const auto lines = [&result](MergeSource source) -> const TextLines & {
+            return sourceIn(result, source).text.lines;
+        };
+        texts = std::make_shared<const MergeTexts>(lines(MergeSource::Left), lines(MergeSource::Base),
+                                                   lines(MergeSource::Right));
+        Progress merging([&progress](const ProgressState &state) {
+            progress.report(state.phase + 1, state.done, state.total, state.item);
+        });
+        merge = mergeChunks(lines(MergeSource::Base), lines(MergeSource::Left), lines(MergeSource::Right), {}, cancel,
+                            merging);
+    }
+    if (cancel.isCancelled())
+        return std::move(result);
+    if (request.kept) {
+        takeKept(result, *request.kept, *texts);
+    } else {
+        result.parts = MergeParts(partsOf(merge));
+        result.result = EditBuffer(resultOf(*texts, result.parts.all()));
+    }
+    PaneTexts panes;
+    for (std::size_t k = 0; k < mergeSourceCount; ++k)
+        panes.push_back(EditBuffer(texts->text(MergeSource(k))).snapshot());
+    panes.push_back(result.result.snapshot());
+    MergeRows rows = mergeRows(*texts, result.parts, *result.result.snapshot(), cancel);
+    if (!cancel.isCancelled()) {
+        result.document =
+            std::make_shared<MergeDocument>(texts, std::make_shared<const std::vector<MergePart>>(result.parts.all()),
+                                            std::move(rows), panes, request.tabWidth);
+    }
+    return std::move(result);
+}
+
+} // namespace velmora

@@ -1,0 +1,198 @@
+#include "core/visible_name.h"
+#include "merge/merge_editing.h"
+#include "merge/merge_heads.h"
+#include "merge/three_way_merge_widget.h"
+#include "session/dialogs.h"
+#include "session/document/change_watcher.h"
+#include "session/frame/progress_strip.h"
+#include "session/translate.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace velmora {
+
+namespace {
+
+QString openConflictsText(qsizetype open)
+{
+    return open == 1 ? Velmora::tr("One conflict is still open: the result has nothing in its place.")
+                     : Velmora::tr("%1 conflicts are still open: the result has nothing in their places.").arg(open);
+}
+
+} // namespace
+
+bool ThreeWayMergeWidget::hasUnsavedChanges() const
+{
+    return m_texts->hasUnsavedChanges() || m_markedSaver.isRunning();
+}
+
+void ThreeWayMergeWidget::onSave()
+{
+    save([](bool) {});
+}
+
+void ThreeWayMergeWidget::onSaveAs()
+{
+    m_texts->saving().saveAs(paneOfResult);
+}
+
+void ThreeWayMergeWidget::onSaveMarked()
+{
+    writeMarked([](bool) {});
+}
+
+void ThreeWayMergeWidget::save(Done done)
+{
+    const qsizetype open = m_editing->parts().openConflicts();
+    if (!m_view->document() || open == 0) {
+        saveWithout(std::move(done));
+        return;
+    }
+    enum Answer { Cancel, Marked, Without };
+    Dialogs::instance().ask(this, Dialogs::Tone::Warning, Velmora::tr("Open conflicts"),
+                            openConflictsText(open) + QStringLiteral("\n\n") +
+                                Velmora::tr("Save the result all the same?"),
+                            {{Velmora::tr("Save with &markers"), Marked, false, false},
+                             {Velmora::tr("Save &without"), Without, false, false},
+                             {Velmora::tr("Cancel"), Cancel, true, true}},
+                            [this, done = std::move(done)](int answer) {
+                                if (answer == Marked)
+                                    writeMarked(done);
+                                else if (answer == Without)
+                                    saveWithout(done);
+                                else
+                                    done(false);
+                            });
+}
+
+void ThreeWayMergeWidget::saveWithout(Done done)
+{
+    // What was merged without a question is in no file yet.
+    if (m_view->document() && !m_isSavedWhole)
+        m_texts->editor().markUnsaved(paneOfResult);
+    const bool isWhole = m_editing->parts().openConflicts() == 0;
+    m_texts->saving().save(paneOfResult, [this, isWhole, done = std::move(done)](bool saved) {
+        if (saved)
+            m_isSavedWhole = isWhole;
+        done(saved);
+    });
+}
+
+// Markers -------------------------------------------------------------------------------------------------------------
+
+MarkerLabels ThreeWayMergeWidget::labels() const
+{
+    const auto named = [](const QByteArray &label, const QString &path) {
+        return label.isEmpty() ? visibleName(QFileInfo(path).fileName()).toUtf8() : label;
+    };
+    return {named(m_labels.left, m_merged.left), named(m_labels.base, m_merged.base),
+            named(m_labels.right, m_merged.right)};
+}
+
+void ThreeWayMergeWidget::writeMarked(Done done)
+{
+    m_texts->saving().whenSaved([this, done = std::move(done)] {
+        if (!m_view->document() || m_markedSaver.isRunning()) {
+            done(false);
+        } else if (!m_output.isEmpty()) {
+            writeMarkedTo(m_output, TextSaveRequest::Target::AsRead, done);
+        } else {
+            Dialogs::instance().saveFile(
+                this, Velmora::tr("Save the result"), m_merged.left, QString(),
+                [this, done](const QString &path) { writeMarkedTo(path, TextSaveRequest::Target::Other, done); });
+        }
+    });
+}
+
+void ThreeWayMergeWidget::writeMarkedTo(const QString &path, TextSaveRequest::Target target, Done done)
+{
+    const EditSnapshot &result = *m_texts->editor().buffer(paneOfResult).snapshot();
+    const TextLines marked =
+        withConflictMarkers(m_view->document()->merged(), m_editing->parts().all(), result, labels());
+    const LoadedText &loaded = m_heads->result().loaded();
+    TextSaveRequest request{EditBuffer(marked).snapshot(), loaded.text.encoding, path, target, loaded.stamp};
+    m_texts->editor().beginSave(paneOfResult);
+    m_progress->showBusy();
+    m_markedSaver.start(
+        [request = std::move(request)](const CancelFlag &, Progress &progress) { return saveText(request, progress); },
+        [this, path, done = std::move(done)](RunOutcome<TextSaveResult> &&outcome) {
+            takeMarked(path, std::move(outcome), done);
+        });
+}
+
+void ThreeWayMergeWidget::takeMarked(const QString &path, RunOutcome<TextSaveResult> &&outcome, const Done &done)
+{
+    using End = TextSaveResult::End;
+    m_progress->clear();
+    const End end = outcome.value ? outcome.value->end : End::NotWritten;
+    m_texts->editor().endSave(paneOfResult, end == End::Saved);
+    const QString shown = visibleName(QDir::toNativeSeparators(path));
+    if (end == End::Saved) {
+        m_isSavedWhole = false;
+        m_output = path;
+        LoadedText loaded = m_heads->result().loaded();
+        loaded.text.lines = outcome.value->written;
+        loaded.missing = false;
+        loaded.stamp = outcome.value->stamp;
+        m_heads->result().setPath(path);
+        m_heads->result().setLoaded(loaded, path);
+        m_heads->showResult(path);
+        m_watcher->follow();
+        showTitle();
+        showMessage(Velmora::tr("Saved with conflict markers: %1").arg(shown));
+        done(true);
+        return;
+    }
+    if (end == End::ChangedMeanwhile) {
+        Dialogs::instance().askYesNo(
+            this, Velmora::tr("External file changed"),
+            Velmora::tr("Another program has changed this file since it was read:\n%1\n\nWrite over it?").arg(shown),
+            false, [this, path, done](bool yes) {
+                if (yes)
+                    writeMarkedTo(path, TextSaveRequest::Target::Changed, done);
+                else
+                    done(false);
+            });
+        return;
+    }
+    const QString message = end == End::NotWritten
+                                ? Velmora::tr("Cannot write file: %1").arg(shown)
+                                : Velmora::tr("The encoding of this file cannot hold the result: %1").arg(shown);
+    showMessage(message);
+    Dialogs::instance().tell(this, Dialogs::Tone::Warning, Velmora::tr("Save failed"), message,
+                             [done] { done(false); });
+}
+
+// Closing -------------------------------------------------------------------------------------------------------------
+
+void ThreeWayMergeWidget::confirmClose(std::function<void(bool)> answered)
+{
+    m_texts->saving().whenSaved([this, answered = std::move(answered)] {
+        if (!m_texts->isModified(paneOfResult) || m_editing->parts().openConflicts() == 0) {
+            const bool isWhole = m_editing->parts().openConflicts() == 0;
+            const bool wasModified = m_texts->isModified(paneOfResult);
+            m_texts->saving().confirmClose([this, isWhole, wasModified, answered](bool mayClose) {
+                if (mayClose && wasModified && !m_texts->isModified(paneOfResult))
+                    m_isSavedWhole = isWhole;
+                answered(mayClose);
+            });
+            return;
+        }
+        enum Answer { Cancel, Marked, Discard };
+        Dialogs::instance().ask(this, Dialogs::Tone::Warning, Velmora::tr("Open conflicts"),
+                                openConflictsText(m_editing->parts().openConflicts()) + QStringLiteral("\n\n") +
+                                    Velmora::tr("Keep what was decided so far in a file with conflict markers?"),
+                                {{Velmora::tr("Save with &markers"), Marked, true, false},
+                                 {Velmora::tr("&Discard"), Discard, false, false},
+                                 {Velmora::tr("Cancel"), Cancel, false, true}},
+                                [this, answered](int answer) {
+                                    if (answer == Marked)
+                                        writeMarked(answered);
+                                    else
+                                        answered(answer == Discard);
+                                });
+    });
+}
+
+} // namespace velmora

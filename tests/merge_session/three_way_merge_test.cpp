@@ -1,0 +1,241 @@
+#include "core/recovery_store.h"
+#include "merge/change_list.h"
+#include "merge/merge_editing.h"
+#include "merge/three_way_merge_widget.h"
+#include "session/list/list_model.h"
+#include "session/pane/text_pane.h"
+#include "support/recording_host.h"
+#include "support/scripted_dialogs.h"
+#include "support/test_main.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+QString word(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+QByteArray contentsOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
+}
+
+class MergeFixture {
+public:
+    explicit MergeFixture(RecoveryStore *store = nullptr) : host(store), session(host)
+    {
+        session.resize(1200, 800);
+        session.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&session));
+    }
+
+    [[nodiscard]] QString file(const char *name, const QByteArray &bytes) const
+    {
+        const QString path = folder.filePath(word(name));
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+            qFatal("cannot write %s", name);
+        return path;
+    }
+
+    void merge(const QByteArray &left, const QByteArray &base, const QByteArray &right, const QByteArray &output)
+    {
+        session.setPaths({file("left.txt", left), file("right.txt", right), file("base.txt", base)});
+        out = file("out.txt", output);
+        QVERIFY(session.setOutput(out));
+        session.start();
+        wait();
+    }
+    void wait() { QTRY_VERIFY_WITH_TIMEOUT(!session.isReading() && session.view().document(), 30000); }
+
+    void key(int code, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(&session.view().pane(paneOfResult), Qt::Key(code), modifiers);
+    }
+    void trigger(const char *action) { session.findChild<QAction *>(word(action))->trigger(); }
+    [[nodiscard]] qsizetype open() const { return session.editing().parts().openConflicts(); }
+    [[nodiscard]] QStringList choices() const
+    {
+        const ListModel &rows = session.findChild<ChangeList *>()->rows();
+        QStringList all;
+        for (int row = 0; row < rows.rowCount(); ++row)
+            all.append(rows.index(row, 2).data().toString());
+        return all;
+    }
+    void saved() { QTRY_VERIFY_WITH_TIMEOUT(!session.hasUnsavedChanges(), 30000); }
+
+    QTemporaryDir folder;
+    RecordingHost host;
+    ScriptedDialogs dialogs;
+    ThreeWayMergeWidget session;
+    QString out;
+};
+
+} // namespace
+
+class ThreeWayMergeTest final : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void conflictsAreDecidedByKeysAndSavedWhole()
+    {
+        MergeFixture f;
+        f.merge("1\nl\n3\n4\nL\n6\n7\nl7\n", "1\n2\n3\n4\n5\n6\n7\n", "1\nr\n3\n4\n5\n6\n7\nr7\n", "old\n");
+        QCOMPARE(f.choices(), (QStringList{word("open"), word("taken from the left"), word("open")}));
+        QCOMPARE(f.session.waitStatus(), 1);
+        f.key(Qt::Key_3, Qt::ControlModifier); // a merge begins at its first conflict
+        f.key(Qt::Key_F8);
+        f.key(Qt::Key_4, Qt::ControlModifier);
+        QCOMPARE(f.choices(),
+                 (QStringList{word("taken from the right"), word("taken from the left"), word("left, then right")}));
+        f.session.onSave();
+        f.saved();
+        QCOMPARE(contentsOf(f.out), QByteArray("1\nr\n3\n4\nL\n6\n7\nl7\nr7\n"));
+        QCOMPARE(f.session.waitStatus(), 0);
+        f.key(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(f.open(), 1);
+        QVERIFY(f.session.hasUnsavedChanges());
+        QVERIFY(f.dialogs.asked().isEmpty());
+    }
+
+    void openConflictsAreNeverSavedInSilence()
+    {
+        enum Answer { Cancel, Marked, Without };
+        MergeFixture f;
+        f.merge("1\nl\n", "1\n2\n", "1\nr\n", "old\n");
+        f.dialogs.answerNumber(Cancel);
+        f.session.onSave();
+        QCOMPARE(f.dialogs.titles(), QStringList{word("Open conflicts")});
+        QCOMPARE(contentsOf(f.out), QByteArray("old\n"));
+
+        f.dialogs.answerNumber(Marked);
+        f.session.onSave();
+        const QByteArray marked = "1\n<<<<<<< left.txt\nl\n||||||| base.txt\n2\n=======\nr\n>>>>>>> right.txt\n";
+        QTRY_COMPARE(contentsOf(f.out), marked);
+        QCOMPARE(f.session.waitStatus(), 1);
+
+        f.dialogs.answerNumber(Without);
+        f.session.onSave();
+        QTRY_COMPARE(contentsOf(f.out), QByteArray("1\n"));
+        QCOMPARE(f.session.waitStatus(), 1);
+    }
+
+    void encodingMarkAndLineEndsStayAsTheyWere()
+    {
+        MergeFixture f;
+        const auto utf16 = [](const char *text) {
+            const QString units = word(text);
+            QByteArray bytes("\xff\xfe");
+            for (const QChar unit : units) {
+                bytes += char(unit.unicode() & 0xff);
+                bytes += char(unit.unicode() >> 8);
+            }
+            return bytes;
+        };
+        f.merge(utf16("1\r\nä\n3\r\n4"), utf16("1\r\n2\n3\r\n4"), utf16("1\r\n2\n3\r\nз"), utf16("old"));
+        f.session.onSave();
+        QTRY_COMPARE(contentsOf(f.out), utf16("1\r\nä\n3\r\nз"));
+        QCOMPARE(f.session.waitStatus(), 0);
+    }
+
+    void aFileThatSomebodyElseHasWrittenIsNotWrittenOver()
+    {
+        MergeFixture f;
+        f.merge("1\nl\n", "1\n2\n", "1\n2\n", "old\n");
+        QCOMPARE(f.file("out.txt", "somebody else's\n"), f.out);
+        f.dialogs.answerNumber(0); // no
+        f.session.onSave();
+        QTRY_VERIFY(f.dialogs.titles().contains(word("External file changed")));
+        QCOMPARE(contentsOf(f.out), QByteArray("somebody else's\n"));
+        QCOMPARE(f.session.waitStatus(), 1);
+    }
+
+    void aFileWithMarkersOpensAlone()
+    {
+        MergeFixture f;
+        const QString path = f.file("marked.txt", "1\n<<<<<<< a\nl\n=======\nr\n>>>>>>> b\n3\n");
+        f.session.setPaths({path, {}, {}});
+        f.session.start();
+        f.wait();
+        QCOMPARE(f.open(), 1);
+        f.key(Qt::Key_1, Qt::ControlModifier);
+        f.session.onSave();
+        f.saved();
+        QCOMPARE(contentsOf(path), QByteArray("1\nl\n3\n"));
+        QCOMPARE(f.session.waitStatus(), 0);
+    }
+
+    void closingAsksForWhatWasDecided()
+    {
+        MergeFixture f;
+        f.merge("1\nl\n3\n4\nx\n", "1\n2\n3\n4\n5\n", "1\nr\n3\n4\ny\n", "old\n");
+        bool mayClose = false;
+        f.session.confirmClose([&mayClose](bool may) { mayClose = may; });
+        QVERIFY(mayClose); // nothing was decided yet
+        f.key(Qt::Key_1, Qt::ControlModifier);
+        f.dialogs.answerNumber(0); // cancel
+        f.session.confirmClose([&mayClose](bool may) { mayClose = may; });
+        QVERIFY(!mayClose);
+        QCOMPARE(contentsOf(f.out), QByteArray("old\n"));
+    }
+
+    void aMergeComesBackAfterACrashWithoutItsFiles()
+    {
+        QTemporaryDir kept;
+        RecoveryStore store(kept.path());
+        std::optional<RecoveryRecord> record;
+        {
+            MergeFixture f(&store);
+            f.merge("1\nl\n3\n4\nx\n", "1\n2\n3\n4\n5\n", "1\nr\n3\n4\ny\n", "old\n");
+            f.key(Qt::Key_3, Qt::ControlModifier);
+            f.key(Qt::Key_End, Qt::ControlModifier);
+            f.key(Qt::Key_Up); // from the open conflict to a line that is the same in all texts
+            f.key(Qt::Key_End);
+            QTest::keyClicks(&f.session.view().pane(paneOfResult), word("!"));
+            QVERIFY(QTest::qWaitFor(
+                [&] {
+                    for (const QString &one : QDir(kept.path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+                        const QDir own(kept.filePath(one));
+                        for (const QString &name : own.entryList(QDir::Files)) {
+                            const auto read = readRecoveryRecord(own.filePath(name));
+                            if (read && read->texts.value(0).contains('!'))
+                                record = read;
+                        }
+                    }
+                    return record.has_value();
+                },
+                30000));
+        }
+        MergeFixture later;
+        bool isKept = false;
+        later.session.recover(*record, [&isKept] { isKept = true; });
+        later.wait();
+        QCOMPARE(later.choices(), (QStringList{word("taken from the right"), word("taken by hand"), word("open")}));
+        QVERIFY(later.session.hasUnsavedChanges());
+        QCOMPARE(later.session.view().document()->text(3, paneOfResult), word("4!"));
+    }
+
+    void theBaseIsFoldedAwayAndComesBack()
+    {
+        MergeFixture f;
+        f.merge("1\nl\n", "1\n2\n", "1\nr\n", "old\n");
+        TextPane &base = f.session.view().pane(paneOf(MergeSource::Base));
+        f.trigger("showBaseAction");
+        QVERIFY(!base.isVisible());
+        f.trigger("showBaseAction");
+        QVERIFY(base.isVisible());
+    }
+};
+
+VELMORA_TEST(ThreeWayMergeTest)
+#include "three_way_merge_test.moc"
