@@ -188,6 +188,38 @@
         <translation>合并源自同一基准的两个文本文件版本。</translation>
     </message>
     <message>
+        <source>Take the left</source>
+        <translation>采用左侧</translation>
+    </message>
+    <message>
+        <source>Take the base</source>
+        <translation>采用基准</translation>
+    </message>
+    <message>
+        <source>Take the right</source>
+        <translation>采用右侧</translation>
+    </message>
+    <message>
+        <source>Take left, then right</source>
+        <translation>先采用左侧，再采用右侧</translation>
+    </message>
+    <message>
+        <source>Take right, then left</source>
+        <translation>先采用右侧，再采用左侧</translation>
+    </message>
+    <message>
+        <source>Take the left for all open conflicts</source>
+        <translation>所有未决冲突采用左侧</translation>
+    </message>
+    <message>
+        <source>Take the base for all open conflicts</source>
+        <translation>所有未决冲突采用基准</translation>
+    </message>
+    <message>
+        <source>Take the right for all open conflicts</source>
+        <translation>所有未决冲突采用右侧</translation>
+    </message>
+    <message>
         <source>Edited</source>
         <translation>已编辑</translation>
     </message>
@@ -298,26 +330,6 @@
     <message>
         <source>Take the right for the selected changes or the current one</source>
         <translation>对所选更改或当前更改采用右侧</translation>
-    </message>
-    <message>
-        <source>Left, then right</source>
-        <translation>先左后右</translation>
-    </message>
-    <message>
-        <source>Right, then left</source>
-        <translation>先右后左</translation>
-    </message>
-    <message>
-        <source>Left for all open conflicts</source>
-        <translation>所有未决冲突采用左侧</translation>
-    </message>
-    <message>
-        <source>Base for all open conflicts</source>
-        <translation>所有未决冲突采用基准</translation>
-    </message>
-    <message>
-        <source>Right for all open conflicts</source>
-        <translation>所有未决冲突采用右侧</translation>
     </message>
     <message>
         <source>Save</source>

@@ -7,6 +7,7 @@
 #include "filetypes/image/image_compare_widget.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/sync/folder_sync_widget.h"
+#include "merge/three_way_merge_widget.h"
 #include "session/document/text_recovery.h"
 #include "session/session_record.h"
 #include "session/theme.h"
@@ -78,6 +79,7 @@ constexpr SessionKindRow rows[] = {
      .menuText = QT_TRANSLATE_NOOP("Velmora", "Text merge(&E)"),
      .displayName = QT_TRANSLATE_NOOP("Velmora", "Text merge"),
      .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Three-way merge %1"),
+     .lonePath = LonePath::File,
      .filesOnly = true,
      .icon = ":/icons/sessions/TextMerge.ico",
      .slot = "onNewThreeWayMerge",

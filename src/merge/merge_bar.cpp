@@ -8,6 +8,12 @@
 
 namespace velmora {
 
+namespace {
+
+constexpr int positionMargin = 6;
+
+} // namespace
+
 MergeBar::MergeBar(QWidget *session) : TextBar(session), m_position(new QLabel(this))
 {
     merge = add({"compareAction", Velmora::tr("Merge"), QStringLiteral("compare.png"), {}, {}});
@@ -15,11 +21,16 @@ MergeBar::MergeBar(QWidget *session) : TextBar(session), m_position(new QLabel(t
     cancel = add({"cancelAction", Velmora::tr("Cancel"), {}, {}, {}});
     addSeparator();
     addDifferenceSteps();
+    previousDifference->setText(Velmora::tr("Previous conflict"));
+    nextDifference->setText(Velmora::tr("Next conflict"));
     previousDifference->setToolTip(hintWithKeys(Velmora::tr("Previous conflict"), previousDifference->shortcuts()));
     nextDifference->setToolTip(hintWithKeys(Velmora::tr("Next conflict"), nextDifference->shortcuts()));
     m_position->setObjectName(QStringLiteral("conflictPosition"));
-    m_position->setContentsMargins(6, 0, 6, 0);
+    m_position->setContentsMargins(positionMargin, 0, positionMargin, 0);
     m_position->setToolTip(Velmora::tr("The current conflict, how many there are, and how many are still open"));
+    // The buttons behind it keep their places.
+    const QString longest = Velmora::tr("Conflict %1 of %2, open: %3").arg(99).arg(99).arg(99);
+    m_position->setMinimumWidth(m_position->fontMetrics().horizontalAdvance(longest) + 2 * positionMargin);
     addWidget(m_position);
     addSeparator();
     addTaking();
@@ -43,27 +54,30 @@ MergeBar::MergeBar(QWidget *session) : TextBar(session), m_position(new QLabel(t
 void MergeBar::addTaking()
 {
     takeLeft = add({"takeLeftAction",
-                    Velmora::tr("Left"),
+                    Velmora::tr("Take the left"),
                     QStringLiteral("take_left.png"),
                     {Qt::CTRL | Qt::Key_1},
                     Velmora::tr("Take the left for the selected changes or the current one")});
     takeBase = add({"takeBaseAction",
-                    Velmora::tr("Base"),
+                    Velmora::tr("Take the base"),
                     QStringLiteral("take_base.png"),
                     {Qt::CTRL | Qt::Key_2},
                     Velmora::tr("Take the base for the selected changes or the current one")});
     takeRight = add({"takeRightAction",
-                     Velmora::tr("Right"),
+                     Velmora::tr("Take the right"),
                      QStringLiteral("take_right.png"),
                      {Qt::CTRL | Qt::Key_3},
                      Velmora::tr("Take the right for the selected changes or the current one")});
     takeLeftThenRight =
-        add({"takeLeftThenRightAction", Velmora::tr("Left, then right"), {}, {Qt::CTRL | Qt::Key_4}, {}});
+        add({"takeLeftThenRightAction", Velmora::tr("Take left, then right"), {}, {Qt::CTRL | Qt::Key_4}, {}});
     takeRightThenLeft =
-        add({"takeRightThenLeftAction", Velmora::tr("Right, then left"), {}, {Qt::CTRL | Qt::Key_5}, {}});
-    takeLeftForAll = add({"takeLeftForAllAction", Velmora::tr("Left for all open conflicts"), {}, {}, {}});
-    takeBaseForAll = add({"takeBaseForAllAction", Velmora::tr("Base for all open conflicts"), {}, {}, {}});
-    takeRightForAll = add({"takeRightForAllAction", Velmora::tr("Right for all open conflicts"), {}, {}, {}});
+        add({"takeRightThenLeftAction", Velmora::tr("Take right, then left"), {}, {Qt::CTRL | Qt::Key_5}, {}});
+    takeLeftForAll = add({"takeLeftForAllAction", Velmora::tr("Take the left for all open conflicts"), {}, {}, {}});
+    takeBaseForAll = add({"takeBaseForAllAction", Velmora::tr("Take the base for all open conflicts"), {}, {}, {}});
+    takeRightForAll = add({"takeRightForAllAction", Velmora::tr("Take the right for all open conflicts"), {}, {}, {}});
+    takeLeft->setIconText(Velmora::tr("Left"));
+    takeBase->setIconText(Velmora::tr("Base"));
+    takeRight->setIconText(Velmora::tr("Right"));
     for (QAction *action : {takeLeft, takeBase, takeRight})
         showTextBeside(action);
     auto *separator = new QAction(this);

@@ -72,6 +72,28 @@ void readOutput(MergeResult &result, const MergeRequest &request, const CancelFl
         result.output.missing = true;
 }
 
+/// Where there is no base, or an empty one, all that differs is a conflict, and what is the same stands for the base.
+ChunkMerge mergeWithoutBase(const TextLines &left, const TextLines &right, TextLines &base, const CancelFlag &cancel,
+                            Progress &progress)
+{
+    ChunkMerge merge = mergeChunks(left, left, right, {}, cancel, progress);
+    TextLinesBuilder common;
+    qsizetype lines = 0;
+    for (MergeChunk &chunk : merge.chunks) {
+        chunk.base = {lines, 0};
+        if (chunk.kind != ChunkKind::Unchanged) {
+            chunk.kind = ChunkKind::Conflict;
+            continue;
+        }
+        chunk.base.count = chunk.left.count;
+        lines += chunk.left.count;
+        for (qsizetype line = chunk.left.first; line < chunk.left.end(); ++line)
+            common.append(left.line(line), left.lineEnd(line));
+    }
+    base = common.take();
+    return merge;
+}
+
 bool coversAll(const std::vector<MergePart> &parts, const MergeTexts &texts, const TextLines &result)
 {
     std::array<qsizetype, mergeSourceCount> next{};
@@ -159,16 +181,15 @@ MergeResult runMerge(const MergeRequest &request, const CancelFlag &cancel, Prog
         merge = std::move(marked->merge);
         result.labels = {marked->leftLabel, marked->baseLabel, marked->rightLabel};
     } else {
-        const auto lines = [&result](MergeSource source) -> const TextLines & {
-            return sourceIn(result, source).text.lines;
-        };
-        texts = std::make_shared<const MergeTexts>(lines(MergeSource::Left), lines(MergeSource::Base),
-                                                   lines(MergeSource::Right));
         Progress merging([&progress](const ProgressState &state) {
             progress.report(state.phase + 1, state.done, state.total, state.item);
         });
-        merge = mergeChunks(lines(MergeSource::Base), lines(MergeSource::Left), lines(MergeSource::Right), {}, cancel,
-                            merging);
+        const TextLines &left = sourceIn(result, MergeSource::Left).text.lines;
+        const TextLines &right = sourceIn(result, MergeSource::Right).text.lines;
+        TextLines base = sourceIn(result, MergeSource::Base).text.lines;
+        merge = base.isEmpty() && !request.kept ? mergeWithoutBase(left, right, base, cancel, merging)
+                                                : mergeChunks(base, left, right, {}, cancel, merging);
+        texts = std::make_shared<const MergeTexts>(left, base, right);
     }
     if (cancel.isCancelled())
         return std::move(result);

@@ -137,7 +137,7 @@ void ThreeWayMergeWidget::takeResult(MergeResult &&result)
 {
     m_merged = m_running;
     m_labels = result.labels;
-    m_isSavedWhole = false;
+    m_savedWhole.clear();
     for (std::size_t k = 0; k < mergeSourceCount; ++k)
         m_heads->input(MergeSource(k)).setLoaded(result.sources[k], pathOf(m_running, MergeSource(k)));
     m_heads->result().setPath(m_output);

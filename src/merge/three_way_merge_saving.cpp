@@ -34,7 +34,9 @@ void ThreeWayMergeWidget::onSave()
 
 void ThreeWayMergeWidget::onSaveAs()
 {
-    m_texts->saving().saveAs(paneOfResult);
+    const Done nothing = [](bool) {};
+    askAboutOpen([this, nothing] { askWhereToWriteMarked(nothing); },
+                 [this] { m_texts->saving().saveAs(paneOfResult); }, nothing);
 }
 
 void ThreeWayMergeWidget::onSaveMarked()
@@ -42,39 +44,54 @@ void ThreeWayMergeWidget::onSaveMarked()
     writeMarked([](bool) {});
 }
 
-void ThreeWayMergeWidget::save(Done done)
+void ThreeWayMergeWidget::save(const Done &done)
+{
+    askAboutOpen([this, done] { writeMarked(done); }, [this, done] { saveWithout(done); }, done);
+}
+
+void ThreeWayMergeWidget::askAboutOpen(std::function<void()> saveMarked, std::function<void()> saveAsItIs,
+                                       const Done &refused)
 {
     const qsizetype open = m_editing->parts().openConflicts();
     if (!m_view->document() || open == 0) {
-        saveWithout(std::move(done));
+        saveAsItIs();
         return;
     }
     enum Answer { Cancel, Marked, Without };
-    Dialogs::instance().ask(this, Dialogs::Tone::Warning, Velmora::tr("Open conflicts"),
-                            openConflictsText(open) + QStringLiteral("\n\n") +
-                                Velmora::tr("Save the result all the same?"),
-                            {{Velmora::tr("Save with &markers"), Marked, false, false},
-                             {Velmora::tr("Save &without"), Without, false, false},
-                             {Velmora::tr("Cancel"), Cancel, true, true}},
-                            [this, done = std::move(done)](int answer) {
-                                if (answer == Marked)
-                                    writeMarked(done);
-                                else if (answer == Without)
-                                    saveWithout(done);
-                                else
-                                    done(false);
-                            });
+    Dialogs::instance().ask(
+        this, Dialogs::Tone::Warning, Velmora::tr("Open conflicts"),
+        openConflictsText(open) + QStringLiteral("\n\n") + Velmora::tr("Save the result all the same?"),
+        {{Velmora::tr("Save with &markers"), Marked, false, false},
+         {Velmora::tr("Save &without"), Without, false, false},
+         {Velmora::tr("Cancel"), Cancel, true, true}},
+        [saveMarked = std::move(saveMarked), saveAsItIs = std::move(saveAsItIs), refused](int answer) {
+            if (answer == Marked)
+                saveMarked();
+            else if (answer == Without)
+                saveAsItIs();
+            else
+                refused(false);
+        });
+}
+
+void ThreeWayMergeWidget::takeSaved(bool isWhole)
+{
+    const QString file = m_heads->result().loadedPath();
+    if (isWhole)
+        m_savedWhole = file;
+    else if (m_savedWhole == file)
+        m_savedWhole.clear();
 }
 
 void ThreeWayMergeWidget::saveWithout(Done done)
 {
     // What was merged without a question is in no file yet.
-    if (m_view->document() && !m_isSavedWhole)
+    if (m_view->document() && m_savedWhole.isEmpty())
         m_texts->editor().markUnsaved(paneOfResult);
     const bool isWhole = m_editing->parts().openConflicts() == 0;
     m_texts->saving().save(paneOfResult, [this, isWhole, done = std::move(done)](bool saved) {
         if (saved)
-            m_isSavedWhole = isWhole;
+            takeSaved(isWhole);
         done(saved);
     });
 }
@@ -98,11 +115,19 @@ void ThreeWayMergeWidget::writeMarked(Done done)
         } else if (!m_output.isEmpty()) {
             writeMarkedTo(m_output, TextSaveRequest::Target::AsRead, done);
         } else {
-            Dialogs::instance().saveFile(
-                this, Velmora::tr("Save the result"), m_merged.left, QString(),
-                [this, done](const QString &path) { writeMarkedTo(path, TextSaveRequest::Target::Other, done); });
+            askWhereToWriteMarked(done);
         }
     });
+}
+
+void ThreeWayMergeWidget::askWhereToWriteMarked(const Done &done)
+{
+    const QString start = m_output.isEmpty() ? m_merged.left : m_output;
+    Dialogs::instance().saveFile(
+        this, Velmora::tr("Save the result"), start, QString(), [this, done](const QString &path) {
+            const bool isSame = path == m_heads->result().loadedPath();
+            writeMarkedTo(path, isSame ? TextSaveRequest::Target::Changed : TextSaveRequest::Target::Other, done);
+        });
 }
 
 void ThreeWayMergeWidget::writeMarkedTo(const QString &path, TextSaveRequest::Target target, Done done)
@@ -129,7 +154,6 @@ void ThreeWayMergeWidget::takeMarked(const QString &path, RunOutcome<TextSaveRes
     m_texts->editor().endSave(paneOfResult, end == End::Saved);
     const QString shown = visibleName(QDir::toNativeSeparators(path));
     if (end == End::Saved) {
-        m_isSavedWhole = false;
         m_output = path;
         LoadedText loaded = m_heads->result().loaded();
         loaded.text.lines = outcome.value->written;
@@ -137,6 +161,7 @@ void ThreeWayMergeWidget::takeMarked(const QString &path, RunOutcome<TextSaveRes
         loaded.stamp = outcome.value->stamp;
         m_heads->result().setPath(path);
         m_heads->result().setLoaded(loaded, path);
+        takeSaved(false);
         m_heads->showResult(path);
         m_watcher->follow();
         showTitle();
@@ -174,7 +199,7 @@ void ThreeWayMergeWidget::confirmClose(std::function<void(bool)> answered)
             const bool wasModified = m_texts->isModified(paneOfResult);
             m_texts->saving().confirmClose([this, isWhole, wasModified, answered](bool mayClose) {
                 if (mayClose && wasModified && !m_texts->isModified(paneOfResult))
-                    m_isSavedWhole = isWhole;
+                    takeSaved(isWhole);
                 answered(mayClose);
             });
             return;

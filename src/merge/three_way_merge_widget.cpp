@@ -215,8 +215,15 @@ void ThreeWayMergeWidget::setOptions(const QJsonObject &options)
 bool ThreeWayMergeWidget::setOutput(const QString &path)
 {
     m_output = path;
+    m_wantedOutput = path;
     m_heads->showResult(m_output);
     return true;
+}
+
+int ThreeWayMergeWidget::waitStatus() const
+{
+    const bool isThere = !m_savedWhole.isEmpty() && (m_wantedOutput.isEmpty() || m_savedWhole == m_wantedOutput);
+    return isThere ? 0 : 1;
 }
 
 void ThreeWayMergeWidget::dropPaths(const QStringList &dropped, QPoint position)
@@ -238,7 +245,9 @@ void ThreeWayMergeWidget::dropPaths(const QStringList &dropped, QPoint position)
         *sides[std::size_t(m_heads->sourceUnder(position))] = dropped.first();
     }
     setPaths(next);
-    if (!next.left.isEmpty() && !next.right.isEmpty() && !next.base.isEmpty())
+    const bool isComplete = !next.right.isEmpty() && !next.base.isEmpty();
+    const bool isAlone = next.right.isEmpty() && next.base.isEmpty(); // it may have conflict markers
+    if (!next.left.isEmpty() && (isComplete || isAlone))
         start();
 }
 

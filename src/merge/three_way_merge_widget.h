@@ -44,8 +44,8 @@ public:
     [[nodiscard]] QJsonObject options() const override;
     void setOptions(const QJsonObject &options) override;
     bool setOutput(const QString &path) override;
-    /// 0 when the result was saved and, the last time, without open conflicts.
-    [[nodiscard]] int waitStatus() const override { return m_isSavedWhole ? 0 : 1; }
+    /// 0 when the result was saved where it was to be saved and, the last time, without open conflicts.
+    [[nodiscard]] int waitStatus() const override;
     [[nodiscard]] bool acceptsDroppedPaths() const override { return true; }
     void dropPaths(const QStringList &paths, QPoint position) override;
     void refreshTheme() override;
@@ -95,9 +95,13 @@ private:
     void goTo(bool found, const QString &none);
 
     /// Writes the result when no conflict is open, or after a person has said what is to stand in their place.
-    void save(Done done);
+    void save(const Done &done);
     void saveWithout(Done done);
+    /// Asks what is to become of open conflicts, then calls the one or the other; at once without any.
+    void askAboutOpen(std::function<void()> saveMarked, std::function<void()> saveAsItIs, const Done &refused);
+    void takeSaved(bool isWhole);
     void writeMarked(Done done);
+    void askWhereToWriteMarked(const Done &done);
     void writeMarkedTo(const QString &path, TextSaveRequest::Target target, Done done);
     void takeMarked(const QString &path, RunOutcome<TextSaveResult> &&outcome, const Done &done);
     [[nodiscard]] MarkerLabels labels() const;
@@ -128,7 +132,8 @@ private:
     std::array<std::optional<LoadedText>, mergeSourceCount> m_keptSources; ///< of an earlier run, instead of files
     MarkerLabels m_labels;
     QString m_title;
-    bool m_isSavedWhole = false;
+    QString m_wantedOutput; ///< where somebody waits for the result; empty when nobody said
+    QString m_savedWhole;   ///< the file that holds the result without open conflicts; empty for none
     Runner m_runner;
     Runner m_markedSaver;
 };

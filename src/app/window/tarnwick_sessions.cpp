@@ -234,7 +234,7 @@ void Tarnwick::openDropped(const SessionKindRow &kind, const QStringList &paths)
 {
     const SessionPaths sides = sidesOf(kind, paths);
     SessionWidget *session = addSession(kind, sessionTitle(kind, sides), sides);
-    if (kind.sides == 1 || kind.lonePath == LonePath::Any || !sides.right.isEmpty())
+    if (kind.sides == 1 || kind.lonePath != LonePath::None || !sides.right.isEmpty())
         session->start();
     if (paths.size() > kind.sides)
         showStatus(Velmora::tr("%1 paths dropped; this session takes %2").arg(paths.size()).arg(kind.sides));

@@ -66,7 +66,6 @@ void MergeView::setBaseShown(bool shown)
     m_base->setVisible(shown);
     if (!shown && hadFocus)
         pane(paneOfResult).setFocus();
-    Q_EMIT pane(paneOfResult).resized(); // another room for the narrowest pane
 }
 
 bool MergeView::isBaseShown() const
