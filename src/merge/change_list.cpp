@@ -11,9 +11,14 @@
 #include <QLineEdit>
 #include <QScopedValueRollback>
 
+#include <utility>
+
 namespace velmora {
 
 namespace {
+
+// Beyond this, making the rows anew with each key would be felt.
+constexpr qsizetype rowsAtOnce = 2000;
 
 QString shortKind(const MergePart &part)
 {
@@ -135,6 +140,14 @@ ChangeList::ChangeList(QWidget *parent)
       m_filter(new QLineEdit(this)),
       m_openOnly(new QCheckBox(Velmora::tr("Open only"), this))
 {
+    constexpr int pause = 150;
+    m_pause.setInterval(pause);
+    m_pause.setSingleShot(true);
+    connect(&m_pause, &QTimer::timeout, this, [this] {
+        if (m_shown != (m_merge ? m_merge->sharedParts() : nullptr))
+            showMerge();
+        showCurrentRow();
+    });
     m_view->setObjectName(QStringLiteral("changeRows"));
     m_view->setAccessibleName(Velmora::tr("All changes of the merge"));
     m_view->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -171,16 +184,39 @@ ChangeList::~ChangeList()
 
 void ChangeList::setMerge(std::shared_ptr<const MergeDocument> merge)
 {
+    const bool isSame = m_merge && merge && m_merge->sharedParts() == merge->sharedParts();
+    m_merge = std::move(merge);
+    if (isSame)
+        return;
+    if (m_rows->source().count() > rowsAtOnce)
+        m_pause.start();
+    else
+        showMerge();
+}
+
+void ChangeList::showMerge()
+{
     const QScopedValueRollback<bool> follows(m_follows, true);
-    m_rows->setSource(std::make_unique<ChangeRows>(std::move(merge)));
+    m_shown = m_merge ? m_merge->sharedParts() : nullptr;
+    m_rows->setSource(std::make_unique<ChangeRows>(m_merge));
     m_view->setNotice(m_rows->source().count() == 0 ? Velmora::tr("No version has changed anything.")
                                                     : Velmora::tr("No change holds these words, or none is open."));
 }
 
 void ChangeList::showCurrent(qsizetype part)
 {
+    if (part == std::exchange(m_current, part) && !m_pause.isActive())
+        return;
+    if (m_rows->source().count() > rowsAtOnce)
+        m_pause.start();
+    else
+        showCurrentRow();
+}
+
+void ChangeList::showCurrentRow()
+{
     const QScopedValueRollback<bool> follows(m_follows, true);
-    m_view->goToRow(m_rows->find(QString::number(part)));
+    m_view->goToRow(m_rows->find(QString::number(m_current)));
 }
 
 void ChangeList::tellChosen()

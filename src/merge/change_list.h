@@ -2,6 +2,7 @@
 
 #include "merge/view/merge_document.h"
 
+#include <QTimer>
 #include <QWidget>
 
 class QCheckBox;
@@ -20,7 +21,7 @@ public:
     explicit ChangeList(QWidget *parent);
     ~ChangeList() override;
 
-    /// Shows the parts of a merge; null for none.
+    /// Shows the parts of a merge; null for none. A long list follows when nothing has changed for a moment.
     void setMerge(std::shared_ptr<const MergeDocument> merge);
     /// Makes that part the current row, where it is shown.
     void showCurrent(qsizetype part);
@@ -35,11 +36,17 @@ Q_SIGNALS:
 
 private:
     void tellChosen();
+    void showMerge();
+    void showCurrentRow();
 
     ListModel *m_rows;
     ListView *m_view;
     QLineEdit *m_filter;
     QCheckBox *m_openOnly;
+    std::shared_ptr<const MergeDocument> m_merge; ///< to be shown, at the latest after a pause
+    MergeDocument::Parts m_shown;
+    qsizetype m_current = -1; ///< the part whose row is to be the current one
+    QTimer m_pause;
     bool m_follows = false; ///< the current row is being changed for the panes
 };
 
