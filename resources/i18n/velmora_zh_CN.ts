@@ -658,6 +658,186 @@
         <translation>逐个单元格比较两个 CSV 或 TSV 表格。</translation>
     </message>
     <message>
+        <source>Save the rows that differ as HTML or CSV</source>
+        <translation>将有差异的行保存为 HTML 或 CSV</translation>
+    </message>
+    <message>
+        <source>Copy rows as CSV</source>
+        <translation>将行复制为 CSV</translation>
+    </message>
+    <message>
+        <source>Show rows that differ</source>
+        <translation>显示有差异的行</translation>
+    </message>
+    <message>
+        <source>Show rows that are the same</source>
+        <translation>显示相同的行</translation>
+    </message>
+    <message>
+        <source>Comma (,)</source>
+        <translation>逗号 (,)</translation>
+    </message>
+    <message>
+        <source>Tab (\t)</source>
+        <translation>制表符 (\t)</translation>
+    </message>
+    <message>
+        <source>Semicolon (;)</source>
+        <translation>分号 (;)</translation>
+    </message>
+    <message>
+        <source>Pipe (|)</source>
+        <translation>竖线 (|)</translation>
+    </message>
+    <message>
+        <source>Delimiter:</source>
+        <translation>分隔符：</translation>
+    </message>
+    <message>
+        <source>First row is header</source>
+        <translation>首行为标题</translation>
+    </message>
+    <message>
+        <source>Rows with the same value in this column are compared; takes effect at the next comparison</source>
+        <translation>此列中值相同的行相互比较；下次比较时生效</translation>
+    </message>
+    <message>
+        <source>Key column:</source>
+        <translation>键列：</translation>
+    </message>
+    <message>
+        <source>None (match by row order)</source>
+        <translation>无（按行顺序匹配）</translation>
+    </message>
+    <message>
+        <source>CSV/TSV (*.csv *.tsv *.txt);;All Files (*)</source>
+        <translation>CSV/TSV (*.csv *.tsv *.txt);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>Left CSV/TSV file path...</source>
+        <translation>左侧 CSV/TSV 文件路径...</translation>
+    </message>
+    <message>
+        <source>Right CSV/TSV file path...</source>
+        <translation>右侧 CSV/TSV 文件路径...</translation>
+    </message>
+    <message>
+        <source>Same: %1  |  Modified: %2  |  Left only: %3  |  Right only: %4  |  Total rows: %5</source>
+        <translation>相同：%1  |  已修改：%2  |  仅左侧：%3  |  仅右侧：%4  |  总行数：%5</translation>
+    </message>
+    <message>
+        <source>Velmora — table report</source>
+        <translation>Velmora — 表格报告</translation>
+    </message>
+    <message>
+        <source>Left row</source>
+        <translation>左侧行</translation>
+    </message>
+    <message>
+        <source>Right row</source>
+        <translation>右侧行</translation>
+    </message>
+    <message>
+        <source>Export table report</source>
+        <translation>导出表格报告</translation>
+    </message>
+    <message>
+        <source>Close this remark</source>
+        <translation>关闭此提示</translation>
+    </message>
+    <message>
+        <source>File too large (limit %1 MB)</source>
+        <translation>文件过大（上限 %1 MB）</translation>
+    </message>
+    <message>
+        <source>Cannot read file</source>
+        <translation>无法读取文件</translation>
+    </message>
+    <message>
+        <source>Match by &quot;%1&quot;</source>
+        <translation>按“%1”匹配</translation>
+    </message>
+    <message>
+        <source>Compare again, pairing the rows with the same value in this column</source>
+        <translation>重新比较，将此列中值相同的行配对</translation>
+    </message>
+    <message>
+        <source>The values of the column &quot;%1&quot; are nearly all different: rows can be matched by them, wherever they stand.</source>
+        <translation>列“%1”的值几乎各不相同：无论行在何处，都可按这些值匹配。</translation>
+    </message>
+    <message>
+        <source>%1, hidden by the filter</source>
+        <translation>%1，被筛选隐藏</translation>
+    </message>
+    <message>
+        <source>Drop two tables here or choose them above, then press &quot;Table compare&quot;.</source>
+        <translation>将两个表格拖放到此处，或在上方选择，然后点击“表格比较”。</translation>
+    </message>
+    <message>
+        <source>The tables have no rows.</source>
+        <translation>表格没有行。</translation>
+    </message>
+    <message>
+        <source>No rows differ.</source>
+        <translation>没有有差异的行。</translation>
+    </message>
+    <message>
+        <source>No rows are the same.</source>
+        <translation>没有相同的行。</translation>
+    </message>
+    <message>
+        <source>HTML (*.html);;CSV (*.csv)</source>
+        <translation>HTML (*.html);;CSV (*.csv)</translation>
+    </message>
+    <message>
+        <source>Left table</source>
+        <translation>左侧表格</translation>
+    </message>
+    <message>
+        <source>Right table</source>
+        <translation>右侧表格</translation>
+    </message>
+    <message>
+        <source>%1 (rows %2)</source>
+        <translation>%1（第 %2 行）</translation>
+    </message>
+    <message>
+        <source>Left out, since a later row has the same key: %1 on the left.</source>
+        <translation>因后面的行键值相同而未显示：左侧 %1。</translation>
+    </message>
+    <message>
+        <source>Left out, since a later row has the same key: %1 on the right.</source>
+        <translation>因后面的行键值相同而未显示：右侧 %1。</translation>
+    </message>
+    <message>
+        <source>Left out, since a later row has the same key: %1 on the left, %2 on the right.</source>
+        <translation>因后面的行键值相同而未显示：左侧 %1，右侧 %2。</translation>
+    </message>
+    <message>
+        <source>The left file cannot be read and counts as empty: %1</source>
+        <translation>左侧文件无法读取，视为空：%1</translation>
+    </message>
+    <message>
+        <source>The right file cannot be read and counts as empty: %1</source>
+        <translation>右侧文件无法读取，视为空：%1</translation>
+    </message>
+    <message>
+        <source>The columns are named differently; cells are compared by their position.</source>
+        <translation>列名不同；单元格按位置比较。</translation>
+    </message>
+    <message>
+        <source>Only the first %1 of %2 columns are shown.</source>
+        <translation>仅显示前 %1 列，共 %2 列。</translation>
+    </message>
+    <message>
+        <source>%1 (guessed)</source>
+        <translation>%1（推测）</translation>
+    </message>
+    <message>
+        <source>%1 places are not readable in it</source>
+        <translation>其中 %1 处无法解读</translation>
+    </message>
+    <message>
         <source>Hex compare(&amp;H)</source>
         <translation>十六进制比较(&amp;H)</translation>
     </message>

@@ -5,6 +5,7 @@
 #include "filetypes/binary/binary_compare_widget.h"
 #include "filetypes/checksum/checksum_widget.h"
 #include "filetypes/image/image_compare_widget.h"
+#include "filetypes/table/table_compare_widget.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/sync/folder_sync_widget.h"
 #include "merge/three_way_merge_widget.h"
@@ -97,7 +98,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/TableCompare.ico",
      .slot = "onNewTableCompare",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Compare two CSV or TSV tables cell by cell."),
-     .create = pending},
+     .create = make<TableCompareWidget>},
     {.id = QLatin1String("binary"),
      .group = Compare,
      .sides = 2,

@@ -56,8 +56,10 @@ void Aligner::alignByKeys(const QList<qint32> &columns)
 {
     InternedLines keys;
     {
-        const TextLines left = rowKeys(m_result.tables.left, m_leftStart, columns, m_cancel);
-        const TextLines right = rowKeys(m_result.tables.right, m_rightStart, columns, m_cancel);
+        const TextLines left =
+            rowKeys(m_result.tables.left, m_leftStart, m_result.tables.left.rowCount(), columns, m_cancel);
+        const TextLines right =
+            rowKeys(m_result.tables.right, m_rightStart, m_result.tables.right.rowCount(), columns, m_cancel);
         keys = numbered(left, right);
     }
     if (m_cancel.isCancelled())
@@ -225,7 +227,7 @@ bool CellCursor::next()
 
 std::string_view CellCursor::value(Side side)
 {
-    return fieldValue(side == Side::Left ? m_left.field() : m_right.field(), m_buffers[side]);
+    return fieldValue(field(side), m_buffers[side]);
 }
 
 TableDiffResult withCells(const TableAlignment &alignment)

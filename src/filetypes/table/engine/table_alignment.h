@@ -69,6 +69,11 @@ public:
     [[nodiscard]] TableCellStatus status() const noexcept { return m_status; }
     /// What the cell of a side means; empty where there is none. Valid until the next step.
     [[nodiscard]] std::string_view value(Side side);
+    /// The same as it stands in the table (see `fieldValue`); valid as long as the table.
+    [[nodiscard]] std::string_view field(Side side) const noexcept
+    {
+        return side == Side::Left ? m_left.field() : m_right.field();
+    }
 
 private:
     FieldCursor m_left;

@@ -54,13 +54,15 @@ void appendExchanged(std::string &line, std::string_view value, std::string_view
 
 } // namespace
 
-TextLines rowKeys(const TableText &table, qint32 firstRow, const QList<qint32> &columns, const CancelFlag &cancel)
+TextLines rowKeys(const TableText &table, qint32 firstRow, qint32 endRow, const QList<qint32> &columns,
+                  const CancelFlag &cancel)
 {
+    const qint32 end = std::min(endRow, table.rowCount());
     ValueLines keys;
-    keys.reserve(0, std::max(0, table.rowCount() - firstRow));
+    keys.reserve(0, std::max(0, end - firstRow));
     std::string joined;
     std::string buffer;
-    for (qint32 row = firstRow; row < table.rowCount(); ++row) {
+    for (qint32 row = firstRow; row < end; ++row) {
         if (row % rowsPerLook == 0 && cancel.isCancelled())
             break;
         if (columns.size() == 1)

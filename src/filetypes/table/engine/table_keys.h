@@ -6,9 +6,10 @@
 
 namespace velmora {
 
-/// The keys of all rows of a table from `firstRow` on, a line for each: the values of these columns, empty where the
-/// row is shorter. Rows have the same line just when all values are the same. Incomplete when cancelled.
-[[nodiscard]] TextLines rowKeys(const TableText &table, qint32 firstRow, const QList<qint32> &columns,
+/// The keys of the rows [firstRow, endRow) of a table, as far as there are so many, a line for each: the values of
+/// these columns, empty where the row is shorter. Rows have the same line just when all values are the same. Incomplete
+/// when cancelled.
+[[nodiscard]] TextLines rowKeys(const TableText &table, qint32 firstRow, qint32 endRow, const QList<qint32> &columns,
                                 const CancelFlag &cancel);
 
 /// True when the lines of the text can stand for the rows in a comparison of whole rows.

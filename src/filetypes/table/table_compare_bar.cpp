@@ -1,0 +1,81 @@
+#include "filetypes/table/table_compare_bar.h"
+
+#include "session/translate.h"
+
+#include <QMenu>
+#include <QToolButton>
+
+namespace velmora {
+
+TableCompareBar::TableCompareBar(QWidget *session) : SessionBar(session)
+{
+    addCompare();
+    addSeparator();
+    addDifferenceSteps();
+    addSeparator();
+    addFilters();
+    addSeparator();
+    swapSides =
+        add({"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, Velmora::tr("Swap left and right")});
+    exportReport = add({"exportAction",
+                        Velmora::tr("Report"),
+                        QStringLiteral("report.png"),
+                        {},
+                        Velmora::tr("Save the rows that differ as HTML or CSV")});
+    copyRows = add({"copyAction", Velmora::tr("Copy rows as CSV"), {}, {}, {}});
+    switchPane = add({"switchPaneAction", Velmora::tr("Switch to the other side"), {}, {}, {}});
+    refreshTheme();
+    showRunning(false, false);
+    letKeysWorkInWindow();
+}
+
+void TableCompareBar::addCompare()
+{
+    compare = add({"compareAction", Velmora::tr("Table compare"), QStringLiteral("play.png"), {}, {}});
+    showTextBeside(compare);
+    cancel = add({"cancelAction", Velmora::tr("Cancel"), {}, {}, {}});
+    // As wide as it ever is, so that nothing moves when it changes its name.
+    QWidget *button = widgetForAction(compare);
+    const int usual = button->sizeHint().width();
+    showRunning(true, false);
+    button->setMinimumWidth(std::max(usual, button->sizeHint().width()));
+}
+
+void TableCompareBar::addFilters()
+{
+    addChoice(
+        {{&showAll, {"showAllAction", Velmora::tr("All"), QStringLiteral("all.png"), {}, Velmora::tr("Show all rows")}},
+         {&showDifferences,
+          {"showDifferencesAction",
+           Velmora::tr("Diff"),
+           QStringLiteral("diff.png"),
+           {},
+           Velmora::tr("Show rows that differ")}},
+         {&showIdentical,
+          {"showIdenticalAction",
+           Velmora::tr("Same"),
+           QStringLiteral("same.png"),
+           {},
+           Velmora::tr("Show rows that are the same")}}});
+}
+
+void TableCompareBar::showRunning(bool running, bool cancelling)
+{
+    compare->setText(running ? Velmora::tr("Cancel") : Velmora::tr("Table compare"));
+    compare->setToolTip(hintWithKeys(running ? Velmora::tr("Cancel the comparison") : Velmora::tr("Table compare"),
+                                     running ? cancel->shortcuts() : compare->shortcuts()));
+    compare->setEnabled(!cancelling);
+    cancel->setEnabled(running && !cancelling);
+    changeIcon(compare, running ? QStringLiteral("cancel.png") : QStringLiteral("play.png"));
+}
+
+void TableCompareBar::addTo(QMenu &menu) const
+{
+    menu.addActions({copyRows, exportReport});
+    menu.addSeparator();
+    menu.addActions({previousDifference, nextDifference, switchPane});
+    menu.addSeparator();
+    menu.addActions({showAll, showDifferences, showIdentical});
+}
+
+} // namespace velmora

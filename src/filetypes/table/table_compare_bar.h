@@ -1,0 +1,35 @@
+#pragma once
+
+#include "session/session_bar.h"
+
+class QMenu;
+
+namespace velmora {
+
+/// The commands of a table comparison.
+class TableCompareBar final : public SessionBar {
+    Q_OBJECT
+public:
+    explicit TableCompareBar(QWidget *session);
+
+    /// The command that compares is the one that cancels while a comparison runs.
+    void showRunning(bool running, bool cancelling);
+    /// Fills the menu of a grid.
+    void addTo(QMenu &menu) const;
+
+    QAction *compare = nullptr;
+    QAction *cancel = nullptr;
+    QAction *showAll = nullptr;
+    QAction *showDifferences = nullptr;
+    QAction *showIdentical = nullptr;
+    QAction *swapSides = nullptr;
+    QAction *exportReport = nullptr;
+    QAction *copyRows = nullptr; ///< by key only, as those after it
+    QAction *switchPane = nullptr;
+
+private:
+    void addCompare();
+    void addFilters();
+};
+
+} // namespace velmora

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "core/text_encoding.h"
+#include "filetypes/table/engine/table_alignment.h"
+
+#include <optional>
+
+namespace velmora {
+
+/// How the file of one side was read.
+struct TableSource {
+    TextEncoding encoding;
+    bool encodingGuessed = false;
+    qint64 undecodable = 0; ///< places shown as U+FFFD
+    QString error;          ///< the system's own words, when the file could not be read and counts as empty
+};
+
+/// A comparison as it is shown. Made on a worker, then never changed.
+struct TableDocument {
+    TableAlignment alignment;
+    std::vector<qint32> differences; ///< the rows of the result that differ, rising
+    std::vector<qint32> same;        ///< the others
+    Sides<TableSource> sources;
+    QStringList keyNames;    ///< the fields of the first row that keys are chosen from; empty without header
+    qint32 key = -1;         ///< what rows were paired by, -1 for their order
+    qint32 keyProposal = -1; ///< a column that would be a key, where rows were aligned in their order; -1 for none
+};
+
+} // namespace velmora

@@ -1,0 +1,90 @@
+#include "filetypes/table/table_job.h"
+
+#include "core/text_file.h"
+#include "core/text_pair.h"
+#include "filetypes/table/engine/table_proposal.h"
+
+#include <QFileInfo>
+
+namespace velmora {
+
+namespace {
+
+struct SideText {
+    RawText raw;
+    QString error;
+};
+
+SideText readSide(const QString &path, const CancelFlag &cancel)
+{
+    FileContents contents = readFile(path, cancel);
+    SideText side{{contents.bytes, {}}, contents.error};
+    side.raw.text = decodeText(side.raw.bytes, {}, cancel);
+    return side;
+}
+
+TableSource sourceOf(const SideText &side)
+{
+    const DecodedText &text = side.raw.text;
+    return {text.encoding, text.encodingGuessed, text.undecodable, side.error};
+}
+
+/// The names that a key is chosen from: those of the first table that has any.
+QStringList firstRow(const TableText &left, const TableText &right)
+{
+    const TableText &table = left.isEmpty() ? right : left;
+    QStringList names;
+    if (table.isEmpty())
+        return names;
+    qint32 count = 0;
+    for (FieldCursor cursor = table.fields(0); cursor.next();)
+        ++count;
+    constexpr qint32 most = 1000; // that a person can choose from
+    for (qint32 column = 0; column < std::min(count, most); ++column)
+        names.append(table.value(0, column));
+    return names;
+}
+
+void sortRows(TableDocument &document)
+{
+    const std::vector<AlignedTableRow> &rows = document.alignment.rows;
+    document.differences.reserve(std::size_t(document.alignment.counts.differences()));
+    document.same.reserve(std::size_t(document.alignment.counts.same));
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        std::vector<qint32> &list = rows[row].status == TableRowStatus::Same ? document.same : document.differences;
+        list.push_back(qint32(row));
+    }
+}
+
+} // namespace
+
+TableResult compareTableFiles(const TableRequest &request, const CancelFlag &cancel, Progress &progress)
+{
+    for (const Side side : bothSides) {
+        if (QFileInfo(request.paths[side]).size() > tableSizeLimit)
+            return {TableResult::Fault::TooLarge};
+    }
+    Sides<SideText> texts{readSide(request.paths.left, cancel), readSide(request.paths.right, cancel)};
+    if (texts.left.raw.text.lines.isEmpty() && texts.right.raw.text.lines.isEmpty())
+        return {TableResult::Fault::NothingRead};
+    settleGuesses(texts.left.raw, texts.right.raw, cancel);
+
+    auto document = std::make_shared<TableDocument>();
+    document->sources = {sourceOf(texts.left), sourceOf(texts.right)};
+    const auto cut = [&](const SideText &side) {
+        return TableText(withoutQuotedReturns(side.raw.text.lines, cancel), request.delimiter, cancel);
+    };
+    const TableText left = cut(texts.left);
+    const TableText right = cut(texts.right);
+    texts = {};
+    if (request.hasHeader)
+        document->keyNames = firstRow(left, right);
+    document->key = request.key < document->keyNames.size() ? request.key : -1;
+    document->alignment = alignTables(left, right, {request.hasHeader, {document->key}}, cancel, progress);
+    sortRows(*document);
+    if (document->key < 0 && document->alignment.counts.differences() > 0)
+        document->keyProposal = proposedKey(left, right, qint32(document->keyNames.size()), cancel);
+    return {TableResult::Fault::None, std::move(document)};
+}
+
+} // namespace velmora

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "core/cancel_flag.h"
+#include "core/progress.h"
+#include "filetypes/table/table_document.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace velmora {
+
+/// The largest file that a session compares, in bytes.
+inline constexpr qint64 tableSizeLimit = 52'428'800;
+
+/// What one comparison compares, and how.
+struct TableRequest {
+    Sides<QString> paths;
+    QChar delimiter = u',';
+    bool hasHeader = true;
+    qint32 key = -1; ///< a field of the first row; when there is none of that number, rows are aligned in their order
+};
+
+/// What became of it.
+struct TableResult {
+    enum class Fault : quint8 { None, TooLarge, NothingRead };
+
+    Fault fault = Fault::None;
+    std::shared_ptr<const TableDocument> document = {}; ///< null with a fault
+};
+
+/// Reads both files and compares them. A file that cannot be read is an empty table, unless both are.
+[[nodiscard]] TableResult compareTableFiles(const TableRequest &request, const CancelFlag &cancel, Progress &progress);
+
+} // namespace velmora

@@ -1,0 +1,71 @@
+#include "filetypes/table/table_remarks.h"
+
+#include "filetypes/table/table_scene.h"
+#include "session/translate.h"
+
+#include <QLocale>
+#include <QStringList>
+
+namespace velmora {
+
+namespace {
+
+/// "3 (records 2, 5, 9)", with the first ones only where there are many.
+QString listed(const std::vector<qint32> &rows)
+{
+    constexpr std::size_t most = 5;
+    QStringList records;
+    for (std::size_t k = 0; k < std::min(rows.size(), most); ++k)
+        records.append(QString::number(rows[k] + 1));
+    if (rows.size() > most)
+        records.append(QString(QChar(0x2026)));
+    return Velmora::tr("%1 (rows %2)").arg(QLocale().toString(qint64(rows.size())), records.join(QStringLiteral(", ")));
+}
+
+QString sentenceOfReplaced(const Sides<std::vector<qint32>> &replaced)
+{
+    if (replaced.left.empty() && replaced.right.empty())
+        return {};
+    if (replaced.right.empty())
+        return Velmora::tr("Left out, since a later row has the same key: %1 on the left.").arg(listed(replaced.left));
+    if (replaced.left.empty())
+        return Velmora::tr("Left out, since a later row has the same key: %1 on the right.")
+            .arg(listed(replaced.right));
+    return Velmora::tr("Left out, since a later row has the same key: %1 on the left, %2 on the right.")
+        .arg(listed(replaced.left), listed(replaced.right));
+}
+
+} // namespace
+
+QString tableRemarks(const TableDocument &document)
+{
+    QStringList sentences;
+    if (const QString &error = document.sources.left.error; !error.isEmpty())
+        sentences.append(Velmora::tr("The left file cannot be read and counts as empty: %1").arg(error));
+    if (const QString &error = document.sources.right.error; !error.isEmpty())
+        sentences.append(Velmora::tr("The right file cannot be read and counts as empty: %1").arg(error));
+    if (const QString replaced = sentenceOfReplaced(document.alignment.replaced); !replaced.isEmpty())
+        sentences.append(replaced);
+    if (document.alignment.columns.namesDiffer())
+        sentences.append(Velmora::tr("The columns are named differently; cells are compared by their position."));
+    if (const qint32 columns = document.alignment.columns.count(); columns > TableScene::columnLimit)
+        sentences.append(Velmora::tr("Only the first %1 of %2 columns are shown.")
+                             .arg(QLocale().toString(TableScene::columnLimit), QLocale().toString(columns)));
+    return sentences.join(u' ');
+}
+
+QString tableEncodings(const TableDocument &document)
+{
+    const auto nameOf = [](const TableSource &source) {
+        QString name =
+            source.encodingGuessed ? Velmora::tr("%1 (guessed)").arg(source.encoding.name()) : source.encoding.name();
+        if (source.undecodable > 0)
+            name += QStringLiteral(", ") + Velmora::tr("%1 places are not readable in it").arg(source.undecodable);
+        return name;
+    };
+    const QString left = nameOf(document.sources.left);
+    const QString right = nameOf(document.sources.right);
+    return left == right ? left : left + QStringLiteral(" | ") + right;
+}
+
+} // namespace velmora

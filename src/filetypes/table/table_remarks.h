@@ -1,0 +1,16 @@
+#pragma once
+
+#include "filetypes/table/table_document.h"
+
+#include <QString>
+
+namespace velmora {
+
+/// What a person ought to know of a result beside its rows, in sentences: files that count as empty, rows that others
+/// with their key have replaced, columns named differently or not shown. Empty when there is nothing.
+[[nodiscard]] QString tableRemarks(const TableDocument &document);
+
+/// The encodings of both sides, or the one of both.
+[[nodiscard]] QString tableEncodings(const TableDocument &document);
+
+} // namespace velmora
