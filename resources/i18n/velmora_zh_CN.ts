@@ -1206,6 +1206,182 @@
         <translation>文件夹合并 %1</translation>
     </message>
     <message>
+        <source>Base folder:</source>
+        <translation>基础文件夹:</translation>
+    </message>
+    <message>
+        <source>Common ancestor / base version…</source>
+        <translation>共同祖先 / 基础版本…</translation>
+    </message>
+    <message>
+        <source>Browse the base folder</source>
+        <translation>浏览基础文件夹</translation>
+    </message>
+    <message>
+        <source>Left (mine):</source>
+        <translation>左侧 (我的):</translation>
+    </message>
+    <message>
+        <source>Local modified version…</source>
+        <translation>本地修改版本…</translation>
+    </message>
+    <message>
+        <source>Right (theirs):</source>
+        <translation>右侧 (他人的):</translation>
+    </message>
+    <message>
+        <source>Remote modified version…</source>
+        <translation>远程修改版本…</translation>
+    </message>
+    <message>
+        <source>Enter paths for all three folders</source>
+        <translation>请输入全部三个文件夹的路径</translation>
+    </message>
+    <message>
+        <source>%1 file(s), %2 changed, %3 conflict(s)</source>
+        <translation>%1 个文件，%2 个有变化，%3 个冲突</translation>
+    </message>
+    <message>
+        <source>Three-way merge: %1</source>
+        <translation>三方合并：%1</translation>
+    </message>
+    <message>
+        <source>Open conflicts: %1</source>
+        <translation>未解决的冲突：%1</translation>
+    </message>
+    <message>
+        <source>Some folders could not be read; their files count as deleted</source>
+        <translation>部分文件夹无法读取；其中的文件按已删除处理</translation>
+    </message>
+    <message>
+        <source>Files of the merge</source>
+        <translation>参与合并的文件</translation>
+    </message>
+    <message>
+        <source>Conflicts only</source>
+        <translation>仅冲突</translation>
+    </message>
+    <message>
+        <source>Added only</source>
+        <translation>仅新增</translation>
+    </message>
+    <message>
+        <source>Deleted only</source>
+        <translation>仅删除</translation>
+    </message>
+    <message>
+        <source>File path</source>
+        <translation>文件路径</translation>
+    </message>
+    <message>
+        <source>Base size</source>
+        <translation>基础大小</translation>
+    </message>
+    <message>
+        <source>✗ Leave out</source>
+        <translation>✗ 不写入</translation>
+    </message>
+    <message>
+        <source>Merge to...</source>
+        <translation>合并到...</translation>
+    </message>
+    <message>
+        <source>Write the merged tree into a folder</source>
+        <translation>将合并结果写入文件夹</translation>
+    </message>
+    <message>
+        <source>See what both versions have made of each file of the base</source>
+        <translation>查看两个版本对基础中每个文件所做的更改</translation>
+    </message>
+    <message>
+        <source>Take the last merge of this tab back</source>
+        <translation>撤销此标签页的上一次合并</translation>
+    </message>
+    <message>
+        <source>Previous conflict</source>
+        <translation>上一个冲突</translation>
+    </message>
+    <message>
+        <source>Next conflict</source>
+        <translation>下一个冲突</translation>
+    </message>
+    <message>
+        <source>Take left</source>
+        <translation>取左侧</translation>
+    </message>
+    <message>
+        <source>Take the left version of the selected files</source>
+        <translation>对选中的文件取左侧版本</translation>
+    </message>
+    <message>
+        <source>Take base</source>
+        <translation>取基础</translation>
+    </message>
+    <message>
+        <source>Take the base's version of the selected files</source>
+        <translation>对选中的文件取基础版本</translation>
+    </message>
+    <message>
+        <source>Take right</source>
+        <translation>取右侧</translation>
+    </message>
+    <message>
+        <source>Take the right version of the selected files</source>
+        <translation>对选中的文件取右侧版本</translation>
+    </message>
+    <message>
+        <source>Leave out</source>
+        <translation>不写入</translation>
+    </message>
+    <message>
+        <source>Leave the selected files out of the merged tree</source>
+        <translation>不将选中的文件写入合并结果</translation>
+    </message>
+    <message>
+        <source>As found</source>
+        <translation>按比较结果</translation>
+    </message>
+    <message>
+        <source>Open in Text merge</source>
+        <translation>在文本合并中打开</translation>
+    </message>
+    <message>
+        <source>Merge the three versions of the current file by hand (Enter)</source>
+        <translation>手动合并当前文件的三个版本 (Enter)</translation>
+    </message>
+    <message>
+        <source>A folder and two versions of it</source>
+        <translation>一个文件夹和它的两个版本</translation>
+    </message>
+    <message>
+        <source>Drop the three here or enter their paths above, then press Compare (F5). The merged tree goes into a folder of its own; these three stay as they are.</source>
+        <translation>将三者拖放到此处，或在上方输入路径，然后按“比较” (F5)。合并结果写入单独的文件夹；这三个文件夹保持不变。</translation>
+    </message>
+    <message>
+        <source>There are no files in these folders.</source>
+        <translation>这些文件夹中没有文件。</translation>
+    </message>
+    <message>
+        <source>No file is of this kind.</source>
+        <translation>没有此类文件。</translation>
+    </message>
+    <message>
+        <source>Looking at the target folder…</source>
+        <translation>正在查看目标文件夹…</translation>
+    </message>
+    <message>
+        <source>There are files of the same names in %1. Replace them?</source>
+        <translation>%1 中有同名文件。要替换它们吗？</translation>
+    </message>
+    <message>
+        <source>&amp;Merge</source>
+        <translation>合并(&amp;M)</translation>
+    </message>
+    <message>
+        <source>The merge is still running. Stop it after the current file and close?</source>
+        <translation>合并仍在进行。要在当前文件完成后停止并关闭吗？</translation>
+    </message>
+    <message>
         <source>Merge two versions of a folder that come from one base.</source>
         <translation>合并源自同一基准的两个文件夹版本。</translation>
     </message>
@@ -1296,6 +1472,10 @@
     <message>
         <source>Scanning folders…</source>
         <translation>正在扫描文件夹…</translation>
+    </message>
+    <message>
+        <source>Comparing…</source>
+        <translation>正在比较…</translation>
     </message>
     <message>
         <source>Analysis cancelled.</source>

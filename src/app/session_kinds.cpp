@@ -7,6 +7,7 @@
 #include "filetypes/image/image_compare_widget.h"
 #include "filetypes/table/table_compare_widget.h"
 #include "folder/compare/folder_compare_widget.h"
+#include "folder/merge/folder_merge_widget.h"
 #include "folder/sync/folder_sync_widget.h"
 #include "merge/three_way_merge_widget.h"
 #include "session/document/text_recovery.h"
@@ -82,6 +83,7 @@ constexpr SessionKindRow rows[] = {
      .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Three-way merge %1"),
      .lonePath = LonePath::File,
      .filesOnly = true,
+     .purpose = SessionHost::Purpose::MergeTexts,
      .icon = ":/icons/sessions/TextMerge.ico",
      .slot = "onNewThreeWayMerge",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Merge two versions of a text file that come from one base."),
@@ -144,7 +146,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/FolderMerge.ico",
      .slot = "onNewFolderMerge",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Merge two versions of a folder that come from one base."),
-     .create = pending},
+     .create = make<FolderMergeWidget>},
     {.id = QLatin1String("sync"),
      .group = MergeAndSync,
      .sides = 2,

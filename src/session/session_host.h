@@ -24,7 +24,7 @@ public:
     virtual void openSession(const QString &kind, const SessionPaths &paths) = 0;
 
     /// What sessions ask for without knowing which kinds there are.
-    enum class Purpose : quint8 { CompareTexts, CompareBytes, CompareFolders, SyncFolders };
+    enum class Purpose : quint8 { CompareTexts, CompareBytes, CompareFolders, SyncFolders, MergeTexts };
     /// The kind of sessions for that; empty when there is none.
     [[nodiscard]] virtual QString kindFor(Purpose /*purpose*/) const { return {}; }
 

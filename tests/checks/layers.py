@@ -31,6 +31,7 @@ NEIGHBOURS = {
     ("merge/engine", "text/engine"),
     ("filetypes/table/engine", "text/engine"),
     ("folder/compare", "folder/actions"),
+    ("folder/merge", "folder/actions"),
     ("folder/sync", "folder/actions"),
     ("session/pane", "session/frame"),
 }

@@ -19,7 +19,7 @@ public:
     void openSession(const QString &kind, const SessionPaths &paths) override { opened.append({kind, paths}); }
     [[nodiscard]] QString kindFor(Purpose purpose) const override
     {
-        return QString::fromLatin1(std::array{"text", "binary", "folder", "sync"}[std::size_t(purpose)]);
+        return QString::fromLatin1(std::array{"text", "binary", "folder", "sync", "merge"}[std::size_t(purpose)]);
     }
     /// Files that begin with a zero byte are no texts.
     [[nodiscard]] KindTest kindTest() const override

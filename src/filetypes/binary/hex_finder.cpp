@@ -52,8 +52,7 @@ void HexFinder::takeMatch(RunOutcome<Match> &&outcome, qsizetype length)
     } else {
         const qint64 begin = *outcome.value->offset;
         m_scene.select({m_scene.caret().side, begin, begin + length});
-        m_bar.tell(outcome.value->isBehindEnd ? Velmora::tr("Found by starting over from the other end")
-                                              : QString());
+        m_bar.tell(outcome.value->isBehindEnd ? Velmora::tr("Found by starting over from the other end") : QString());
         Q_EMIT found();
     }
 }

@@ -27,6 +27,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QSplitter>
+#include <QStyle>
 #include <QTreeView>
 
 namespace velmora {
@@ -283,7 +284,9 @@ void FolderSyncWidget::fitNames()
     int others = 0;
     for (int column = SyncPlanModel::Action; column < SyncPlanModel::ColumnCount; ++column)
         others += m_view->header()->sectionSize(column);
-    m_view->header()->resizeSection(SyncPlanModel::Name, std::max(leastWidth, m_view->viewport()->width() - others));
+    // With room for a scroll bar that is still to come.
+    const int room = m_view->width() - m_view->style()->pixelMetric(QStyle::PM_ScrollBarExtent) - 2;
+    m_view->header()->resizeSection(SyncPlanModel::Name, std::max(leastWidth, room - others));
 }
 
 void FolderSyncWidget::refreshTheme()
@@ -398,7 +401,7 @@ void FolderSyncWidget::showPlan()
         m_view->expandToDepth(0);
     if (m_model->rowCount() > 0)
         m_view->setCurrentIndex(m_model->index(0, 0));
-    fitNames(); // a scroll bar may have come
+    fitNames();
     showState();
     showNotice();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/runner.h"
+#include "folder/actions/plan_run.h"
 #include "folder/sync/sync_job.h"
 #include "session/session_widget.h"
 
@@ -84,7 +85,7 @@ private:
     [[nodiscard]] QString questionFor(qint64 actions) const;
     void askForLosses(const OperationPlan &plan, const Sides<SyncLoss> &losses);
     void run(const OperationPlan &plan);
-    void takeRun(RunOutcome<SyncRunResult> &&outcome);
+    void takeRun(RunOutcome<PlanRunResult> &&outcome);
     void offerDeletingForGood();
 
     SyncBar *m_bar;

@@ -80,14 +80,14 @@ void FolderSyncWidget::run(const OperationPlan &plan)
     m_status->showMessage(Velmora::tr("Starting sync…"));
     m_log->show();
     const QString title = Velmora::tr("Sync %1 <-> %2").arg(bareName(m_analysed.left), bareName(m_analysed.right));
-    m_runner.start([plan, title](const CancelFlag &cancel,
-                                 Progress &progress) { return runSyncPlan(plan, title, cancel, progress); },
-                   [this](RunOutcome<SyncRunResult> &&outcome) { takeRun(std::move(outcome)); },
-                   [this](const ProgressState &state) { m_status->showProgress(state, shownPath(state.item)); });
+    m_runner.start(
+        [plan, title](const CancelFlag &cancel, Progress &progress) { return runPlan(plan, title, cancel, progress); },
+        [this](RunOutcome<PlanRunResult> &&outcome) { takeRun(std::move(outcome)); },
+        [this](const ProgressState &state) { m_status->showProgress(state, shownPath(state.item)); });
     showState();
 }
 
-void FolderSyncWidget::takeRun(RunOutcome<SyncRunResult> &&outcome)
+void FolderSyncWidget::takeRun(RunOutcome<PlanRunResult> &&outcome)
 {
     m_stage = Stage::Idle;
     m_status->clearProgress();
@@ -96,8 +96,8 @@ void FolderSyncWidget::takeRun(RunOutcome<SyncRunResult> &&outcome)
         showState();
         return;
     }
-    const SyncRunResult &result = *outcome.value;
-    for (const SyncLine &line : result.lines)
+    const PlanRunResult &result = *outcome.value;
+    for (const PlanLine &line : result.lines)
         m_log->addLine(syncLogLine(line));
     QString done = Velmora::tr("Sync complete. Success: %1, failed: %2").arg(result.succeeded).arg(result.failed);
     if (outcome.end == RunEnd::Cancelled)

@@ -41,21 +41,20 @@ QString syncActionText(SyncAction action)
     return Velmora::tr("— Skip");
 }
 
-QString syncLogLine(const SyncLine &line)
+QString syncLogLine(const PlanLine &line)
 {
     const QString what = line.reason.isEmpty() || line.path.isEmpty()
                              ? line.path + line.reason
                              : line.path + QLatin1String(" (") + line.reason + u')';
-    const bool isDeletion = line.action == SyncAction::DeleteLeft || line.action == SyncAction::DeleteRight;
-    if (line.action == SyncAction::Skip)
-        return QLatin1String("  ✗ ") + what;
+    if (line.isLeftOut)
+        return QStringLiteral("  ✗ ") + what;
     if (!line.done)
-        return (isDeletion ? Velmora::tr("  ✗ Delete failed: %1") : Velmora::tr("  ✗ Copy failed: %1")).arg(what);
-    if (line.action == SyncAction::DeleteRight)
-        return Velmora::tr("  × Deleted on right: %1").arg(what);
-    if (line.action == SyncAction::DeleteLeft)
-        return Velmora::tr("  × Deleted on left: %1").arg(what);
-    return QLatin1String("  ") + syncActionText(line.action) + u' ' + what;
+        return (line.isDeletion ? Velmora::tr("  ✗ Delete failed: %1") : Velmora::tr("  ✗ Copy failed: %1")).arg(what);
+    const bool isRight = line.root == 1;
+    if (line.isDeletion)
+        return (isRight ? Velmora::tr("  × Deleted on right: %1") : Velmora::tr("  × Deleted on left: %1")).arg(what);
+    return QLatin1String("  ") + syncActionText(isRight ? SyncAction::CopyToRight : SyncAction::CopyToLeft) + u' ' +
+           what;
 }
 
 QString syncSummary(const SyncCounts &counts)

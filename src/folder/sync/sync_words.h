@@ -1,6 +1,7 @@
 #pragma once
 
-#include "folder/sync/sync_job.h"
+#include "folder/actions/plan_run.h"
+#include "folder/engine/sync_planner.h"
 
 namespace velmora {
 
@@ -12,7 +13,7 @@ namespace velmora {
 [[nodiscard]] QString syncActionText(SyncAction action);
 
 /// A line of the log.
-[[nodiscard]] QString syncLogLine(const SyncLine &line);
+[[nodiscard]] QString syncLogLine(const PlanLine &line);
 
 /// "Copy right: %1 | Copy left: %2 | Delete: %3 | Skip: %4 | Total: %5".
 [[nodiscard]] QString syncSummary(const SyncCounts &counts);
