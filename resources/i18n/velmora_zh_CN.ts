@@ -662,6 +662,30 @@
         <translation>将有差异的行保存为 HTML 或 CSV</translation>
     </message>
     <message>
+        <source>Find text in the cells of both tables</source>
+        <translation>在两个表格的单元格中查找文本</translation>
+    </message>
+    <message>
+        <source>Find in the cells</source>
+        <translation>在单元格中查找</translation>
+    </message>
+    <message>
+        <source>Use %1</source>
+        <translation>使用%1</translation>
+    </message>
+    <message>
+        <source>Compare again with this delimiter</source>
+        <translation>使用此分隔符重新比较</translation>
+    </message>
+    <message>
+        <source>The fields seem to be separated by another character: %1</source>
+        <translation>字段似乎由另一个字符分隔：%1</translation>
+    </message>
+    <message>
+        <source>Changed cells: %1</source>
+        <translation>有更改的单元格：%1</translation>
+    </message>
+    <message>
         <source>Copy rows as CSV</source>
         <translation>将行复制为 CSV</translation>
     </message>

@@ -151,6 +151,41 @@ private Q_SLOTS:
         QVERIFY(table.session.findChild<QWidget *>(word("proposalBar"))->isHidden());
     }
 
+    void proposesADelimiter()
+    {
+        TableFixture table;
+        QVERIFY(table.compare("a;b\n1;x,y\n", "a;b\n1;z\n"));
+        QSignalSpy finished(&table.session, &SessionWidget::comparisonFinished);
+        QTest::mouseClick(table.session.findChild<QPushButton *>(word("proposalBarAction")), Qt::LeftButton);
+        QVERIFY(finished.wait(20'000));
+        QCOMPARE(table.shown("leftGrid"), word("2: M1 Cx,y"));
+        QCOMPARE(table.session.scene().document()->changedCells, (std::vector<qint32>{0, 1}));
+        QVERIFY(table.session.findChild<QWidget *>(word("proposalBar"))->isHidden());
+    }
+
+    void findsTextInCells()
+    {
+        TableFixture table;
+        QVERIFY(table.compare("a,b\n1,\"say \"\"hi\"\"\"\n2,x\n3,high\n", "a,b\n1,y\n2,x\n3,HI\n"));
+        table.trigger("findAction");
+        auto *text = table.session.findChild<QLineEdit *>(word("findText"));
+        QTest::keyClicks(text, word("hi"));
+        QTRY_COMPARE(table.label("findPosition"), word("1 of 2"));
+        const auto current = [&table] {
+            const QModelIndex cell = table.grid("rightGrid")->currentIndex();
+            return QPoint(cell.column(), cell.row());
+        };
+        QCOMPARE(current(), QPoint(1, 0));
+        QTest::keyClick(text, Qt::Key_Return);
+        QCOMPARE(current(), QPoint(1, 2));
+        table.trigger("findNextAction");
+        QCOMPARE(table.label("findPosition"), word("1 of 2"));
+        QTest::keyClicks(text, word("gh"));
+        QTRY_COMPARE(table.label("findPosition"), word("1 of 1"));
+        QTest::keyClick(text, Qt::Key_Escape);
+        QVERIFY(!text->isVisible());
+    }
+
     void stepsThroughDifferencesAlsoWhereTheyAreHidden()
     {
         TableFixture table;

@@ -22,6 +22,14 @@ TableCompareBar::TableCompareBar(QWidget *session) : SessionBar(session)
                         QStringLiteral("report.png"),
                         {},
                         Velmora::tr("Save the rows that differ as HTML or CSV")});
+    addSeparator();
+    find = add({"findAction",
+                Velmora::tr("Find"),
+                QStringLiteral("find.png"),
+                {},
+                Velmora::tr("Find text in the cells of both tables")});
+    findNext = add({"findNextAction", Velmora::tr("Next match"), {}, {Qt::Key_F3}, {}});
+    findPrevious = add({"findPreviousAction", Velmora::tr("Previous match"), {}, {Qt::SHIFT | Qt::Key_F3}, {}});
     copyRows = add({"copyAction", Velmora::tr("Copy rows as CSV"), {}, {}, {}});
     switchPane = add({"switchPaneAction", Velmora::tr("Switch to the other side"), {}, {}, {}});
     refreshTheme();
@@ -71,7 +79,7 @@ void TableCompareBar::showRunning(bool running, bool cancelling)
 
 void TableCompareBar::addTo(QMenu &menu) const
 {
-    menu.addActions({copyRows, exportReport});
+    menu.addActions({copyRows, exportReport, find});
     menu.addSeparator();
     menu.addActions({previousDifference, nextDifference, switchPane});
     menu.addSeparator();

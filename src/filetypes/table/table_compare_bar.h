@@ -24,7 +24,10 @@ public:
     QAction *showIdentical = nullptr;
     QAction *swapSides = nullptr;
     QAction *exportReport = nullptr;
-    QAction *copyRows = nullptr; ///< by key only, as those after it
+    QAction *find = nullptr;
+    QAction *findNext = nullptr; ///< by key only, as those after it
+    QAction *findPrevious = nullptr;
+    QAction *copyRows = nullptr;
     QAction *switchPane = nullptr;
 
 private:

@@ -1,5 +1,6 @@
 #include "filetypes/table/table_compare_widget.h"
 
+#include "filetypes/table/cell_finder.h"
 #include "filetypes/table/engine/table_report.h"
 #include "filetypes/table/table_compare_bar.h"
 #include "filetypes/table/table_grids.h"
@@ -8,6 +9,7 @@
 #include "filetypes/table/table_scene.h"
 #include "session/dialogs.h"
 #include "session/fault_text.h"
+#include "session/find/find_bar.h"
 #include "session/frame/notice_bar.h"
 #include "session/frame/pair_inputs.h"
 #include "session/frame/path_edit.h"
@@ -21,6 +23,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonObject>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 
@@ -80,6 +83,8 @@ TableCompareWidget::TableCompareWidget(SessionHost &host, QWidget *parent)
       m_proposal(new NoticeBar(QStringLiteral("proposalBar"), this)),
       m_scene(new TableScene(this)),
       m_grids(new TableGrids(*m_scene, this)),
+      m_findBar(new FindBar({Velmora::tr("Find in the cells"), {}}, this)),
+      m_finder(new CellFinder(*m_findBar, *m_scene, *m_grids, this)),
       m_status(new StatusLine(this)),
       m_position(m_status->addFact(QStringLiteral("differencePosition"))),
       m_encodings(m_status->addFact(QStringLiteral("encodingsLabel"))),
@@ -90,7 +95,11 @@ TableCompareWidget::TableCompareWidget(SessionHost &host, QWidget *parent)
     connect(m_inputs, &PairInputs::submitted, this, &TableCompareWidget::start);
     connect(m_grids, &TableGrids::contextMenuWanted, this, &TableCompareWidget::showMenu);
     connect(m_proposal, &NoticeBar::actionWanted, this, [this] {
-        m_choices->setKey(m_scene->document()->keyProposal);
+        const TableDocument &document = *m_scene->document();
+        if (!document.delimiterProposal.isNull())
+            m_choices->setDelimiter(document.delimiterProposal);
+        else
+            m_choices->setKey(document.keyProposal);
         start();
     });
     connect(&m_reports, &ReportSaver::failed, this, [this](const QString &message) { m_status->showFailure(message); });
@@ -118,6 +127,7 @@ void TableCompareWidget::buildLayout()
     column->addWidget(m_remarks);
     column->addWidget(m_proposal);
     column->addWidget(m_grids, 1);
+    column->addWidget(m_findBar);
     column->addWidget(m_status);
     setFocusProxy(m_inputs);
 }
@@ -128,6 +138,14 @@ void TableCompareWidget::resizeEvent(QResizeEvent *event)
     SessionWidget::resizeEvent(event);
     const bool fits = m_bar->sizeHint().width() + m_choices->sizeHint().width() <= contentsRect().width();
     m_head->setDirection(fits ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+}
+
+void TableCompareWidget::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape && m_findBar->isVisible())
+        m_finder->close();
+    else
+        SessionWidget::keyPressEvent(event);
 }
 
 void TableCompareWidget::connectBar()
@@ -142,6 +160,12 @@ void TableCompareWidget::connectBar()
     on(m_bar->showIdentical, &TableCompareWidget::onShowIdentical);
     on(m_bar->swapSides, &TableCompareWidget::onSwapSides);
     on(m_bar->exportReport, &TableCompareWidget::onExport);
+    const auto onFind = [this](QAction *action, void (CellFinder::*slot)()) {
+        connect(action, &QAction::triggered, m_finder, slot);
+    };
+    onFind(m_bar->find, &CellFinder::open);
+    onFind(m_bar->findNext, &CellFinder::next);
+    onFind(m_bar->findPrevious, &CellFinder::previous);
     on(m_bar->copyRows, &TableCompareWidget::copyRows);
     on(m_bar->switchPane, [this] { m_grids->focusOn(otherSide(m_grids->side())); });
 }
@@ -201,6 +225,7 @@ void TableCompareWidget::refreshTheme()
     m_remarks->refreshTheme();
     m_proposal->refreshTheme();
     m_grids->refreshTheme();
+    m_findBar->refreshTheme();
     m_status->refreshTheme();
 }
 
@@ -278,10 +303,24 @@ void TableCompareWidget::showResult(const std::shared_ptr<const TableDocument> &
 void TableCompareWidget::showRemarks(const TableDocument &document)
 {
     m_remarks->tell(tableRemarks(document), NoticeBar::Tone::Warning);
-    if (document.keyProposal < 0) {
+    if (!document.delimiterProposal.isNull())
+        proposeDelimiter(document.delimiterProposal);
+    else if (document.keyProposal >= 0)
+        proposeKey(document);
+    else
         m_proposal->clear();
-        return;
-    }
+}
+
+void TableCompareWidget::proposeDelimiter(QChar delimiter)
+{
+    const QString name = m_choices->delimiterName(delimiter);
+    m_proposal->setAction(Velmora::tr("Use %1").arg(name), Velmora::tr("Compare again with this delimiter"));
+    m_proposal->tell(Velmora::tr("The fields seem to be separated by another character: %1").arg(name),
+                     NoticeBar::Tone::Remark);
+}
+
+void TableCompareWidget::proposeKey(const TableDocument &document)
+{
     const QString name = document.keyNames[document.keyProposal].left(60);
     m_proposal->setAction(Velmora::tr("Match by \"%1\"").arg(name),
                           Velmora::tr("Compare again, pairing the rows with the same value in this column"));

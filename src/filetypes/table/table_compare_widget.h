@@ -12,6 +12,8 @@ class QLabel;
 
 namespace velmora {
 
+class CellFinder;
+class FindBar;
 class NoticeBar;
 class PairInputs;
 class StatusLine;
@@ -64,6 +66,7 @@ public Q_SLOTS:
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void buildLayout();
@@ -71,6 +74,8 @@ private:
     void takeOutcome(RunOutcome<TableResult> &&outcome);
     void showResult(const std::shared_ptr<const TableDocument> &document);
     void showRemarks(const TableDocument &document);
+    void proposeDelimiter(QChar delimiter);
+    void proposeKey(const TableDocument &document);
     void showRunning();
     void showDifference(qsizetype index);
     void showFilter(RowsView filter);
@@ -87,6 +92,8 @@ private:
     NoticeBar *m_proposal; ///< of a key
     TableScene *m_scene;
     TableGrids *m_grids;
+    FindBar *m_findBar;
+    CellFinder *m_finder;
     StatusLine *m_status;
     QLabel *m_position;
     QLabel *m_encodings;

@@ -23,6 +23,8 @@ struct TableDocument {
     Sides<TableSource> sources;
     QStringList keyNames;    ///< the fields of the first row that keys are chosen from; empty without header
     qint32 key = -1;         ///< what rows were paired by, -1 for their order
+    QChar delimiterProposal; ///< one that fits these files, where the one that was chosen does not; null for none
+    std::vector<qint32> changedCells = {}; ///< in each column, of the rows that both sides have
     qint32 keyProposal = -1; ///< a column that would be a key, where rows were aligned in their order; -1 for none
 };
 

@@ -38,6 +38,8 @@ public:
                           option.fontMetrics.elidedText(text, Qt::ElideRight, room.width()));
         if (option.state.testFlag(QStyle::State_Selected))
             paintSelection(*painter, rect);
+        if (index == qobject_cast<const QAbstractItemView *>(parent())->currentIndex())
+            paintCurrent(*painter, rect);
     }
 
 private:
@@ -49,6 +51,14 @@ private:
         painter.setPen(Qt::NoPen);
         painter.setBrush(diffColour(DiffColour::Text));
         painter.drawPolygon(triangle);
+    }
+
+    /// The cell that the keyboard is at, or that was found.
+    static void paintCurrent(QPainter &painter, const QRect &rect)
+    {
+        painter.setPen(diffColour(DiffColour::Accent));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(rect.adjusted(0, 0, -1, -1));
     }
 
     static void paintSelection(QPainter &painter, const QRect &rect)

@@ -81,6 +81,21 @@ void TableGrids::goToRow(qint32 row)
     Q_EMIT currentRowChanged();
 }
 
+void TableGrids::goToCell(qint32 row, qint32 column)
+{
+    goToRow(row);
+    const qint32 place = m_scene.placeOf(row);
+    if (place < 0)
+        return;
+    m_isMirroring = true;
+    for (TableGrid *grid : {m_grids.left, m_grids.right}) {
+        const QModelIndex cell = grid->model()->index(place, column);
+        grid->selectionModel()->setCurrentIndex(cell, QItemSelectionModel::NoUpdate);
+        grid->scrollTo(cell, QAbstractItemView::EnsureVisible);
+    }
+    m_isMirroring = false;
+}
+
 void TableGrids::showCurrentRow()
 {
     if (m_currentRow >= 0 &&

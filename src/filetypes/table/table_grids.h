@@ -28,6 +28,8 @@ public:
     /// Selects a row of the result on both sides and puts it in the middle. One that is hidden is selected as soon as
     /// it is shown.
     void goToRow(qint32 row);
+    /// The same, with the keyboard and the sight on one of its cells.
+    void goToCell(qint32 row, qint32 column);
     /// The row that was gone to or chosen last, -1 for none.
     [[nodiscard]] qint32 currentRow() const noexcept { return m_currentRow; }
     /// The places of the selected rows, rising.

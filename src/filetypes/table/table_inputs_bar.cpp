@@ -60,6 +60,11 @@ void TableInputsBar::setDelimiter(QChar delimiter)
         m_delimiter->setCurrentIndex(index);
 }
 
+QString TableInputsBar::delimiterName(QChar delimiter) const
+{
+    return m_delimiter->itemText(m_delimiter->findData(delimiter));
+}
+
 bool TableInputsBar::hasHeader() const
 {
     return m_header->isChecked();

@@ -17,6 +17,8 @@ public:
     [[nodiscard]] QChar delimiter() const;
     /// Chooses a delimiter that is offered; another one changes nothing.
     void setDelimiter(QChar delimiter);
+    /// How an offered delimiter is called.
+    [[nodiscard]] QString delimiterName(QChar delimiter) const;
     [[nodiscard]] bool hasHeader() const;
     void setHasHeader(bool hasHeader);
     /// The chosen key column, from 0; -1 for none.

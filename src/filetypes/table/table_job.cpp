@@ -3,6 +3,7 @@
 #include "core/text_file.h"
 #include "core/text_pair.h"
 #include "filetypes/table/engine/table_proposal.h"
+#include "filetypes/table/table_scene.h"
 
 #include <QFileInfo>
 
@@ -45,6 +46,23 @@ QStringList firstRow(const TableText &left, const TableText &right)
     return names;
 }
 
+std::vector<qint32> changedCells(const TableDocument &document, const CancelFlag &cancel)
+{
+    const TableAlignment &alignment = document.alignment;
+    std::vector<qint32> counts(std::size_t(std::min(alignment.columns.count(), TableScene::columnLimit)), 0);
+    for (const qint32 index : document.differences) {
+        const AlignedTableRow &row = alignment.rows[std::size_t(index)];
+        if (row.status != TableRowStatus::Modified)
+            continue;
+        if (cancel.isCancelled())
+            break;
+        CellCursor cell(alignment, row);
+        for (qint32 &count : counts)
+            count += cell.next() && cell.status() == TableCellStatus::Modified;
+    }
+    return counts;
+}
+
 void sortRows(TableDocument &document)
 {
     const std::vector<AlignedTableRow> &rows = document.alignment.rows;
@@ -74,6 +92,8 @@ TableResult compareTableFiles(const TableRequest &request, const CancelFlag &can
     const auto cut = [&](const SideText &side) {
         return TableText(withoutQuotedReturns(side.raw.text.lines, cancel), request.delimiter, cancel);
     };
+    document->delimiterProposal =
+        proposedDelimiter(texts.left.raw.text.lines, texts.right.raw.text.lines, request.delimiter);
     const TableText left = cut(texts.left);
     const TableText right = cut(texts.right);
     texts = {};
@@ -82,6 +102,7 @@ TableResult compareTableFiles(const TableRequest &request, const CancelFlag &can
     document->key = request.key < document->keyNames.size() ? request.key : -1;
     document->alignment = alignTables(left, right, {request.hasHeader, {document->key}}, cancel, progress);
     sortRows(*document);
+    document->changedCells = changedCells(*document, cancel);
     if (document->key < 0 && document->alignment.counts.differences() > 0)
         document->keyProposal = proposedKey(left, right, qint32(document->keyNames.size()), cancel);
     return {TableResult::Fault::None, std::move(document)};

@@ -158,7 +158,9 @@ QVariant TableModel::columnHeader(int column, int role) const
     case Qt::DisplayRole:
         return shownField(name.toStdString());
     case Qt::ToolTipRole:
-        return plainToolTip(name.left(toolTipLength));
+        return plainToolTip(
+            name.left(toolTipLength) + u'\n' +
+            Velmora::tr("Changed cells: %1").arg(m_scene.document()->changedCells[std::size_t(column)]));
     case Qt::TextAlignmentRole:
         return int(Qt::AlignLeft | Qt::AlignVCenter);
     default:

@@ -18,6 +18,7 @@ void TableScene::setDocument(std::shared_ptr<const TableDocument> document)
     m_cells.clear();
     m_cellsKept = 0;
     Q_EMIT changed();
+    Q_EMIT documentChanged();
 }
 
 void TableScene::setFilter(RowsView filter)

@@ -46,6 +46,8 @@ public:
     [[nodiscard]] const std::vector<Cell> &cells(qint32 row);
 
 Q_SIGNALS:
+    /// Another result; comes after `changed`.
+    void documentChanged();
     void aboutToChange();
     void changed();
 

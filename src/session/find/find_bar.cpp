@@ -76,6 +76,7 @@ FindBar::FindBar(const Words &words, QWidget *parent)
 QWidget *FindBar::makeReplaceRow(const QString &replaceAllHint)
 {
     m_showReplace->setCheckable(true);
+    m_showReplace->setVisible(!replaceAllHint.isEmpty());
     m_with->setObjectName(QStringLiteral("replaceText"));
     m_with->setPlaceholderText(Velmora::tr("Replace with"));
     m_with->setAccessibleName(m_with->placeholderText());

@@ -21,7 +21,7 @@ public:
     /// What depends on how many texts there are; translated.
     struct Words {
         QString placeholder;    ///< of what is looked for
-        QString replaceAllHint; ///< tool tip of the button
+        QString replaceAllHint; ///< tool tip of the button; without it nothing can be replaced
     };
 
     explicit FindBar(const Words &words, QWidget *parent = nullptr);

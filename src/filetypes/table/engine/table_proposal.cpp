@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <vector>
 
 namespace velmora {
 
@@ -37,7 +38,53 @@ bool isNearlyUnique(const Sample &sample)
            qint64(sample.values.size()) * 100 >= qint64(sample.rows) * 99;
 }
 
+/// The whole lines among the first bytes.
+TextLines beginningOf(const TextLines &text)
+{
+    constexpr std::size_t bytesLookedAt = 64 * 1024;
+    std::string_view bytes = text.bytes().substr(0, bytesLookedAt);
+    if (bytes.size() == bytesLookedAt)
+        bytes = bytes.substr(0, bytes.rfind('\n') + 1);
+    return TextLines::split(QByteArray(bytes.data(), qsizetype(bytes.size())));
+}
+
+/// How many fields each of the first rows has; 0 when they do not have the same number.
+qint32 commonFields(const TextLines &text, QChar delimiter)
+{
+    constexpr qint32 rowsToCount = 30;
+    const TableText table(text, delimiter);
+    qint32 common = 0;
+    for (qint32 row = 0; row < std::min(rowsToCount, table.rowCount()); ++row) {
+        qint32 count = 0;
+        for (FieldCursor cursor = table.fields(row); cursor.next();)
+            ++count;
+        if (row > 0 && count != common)
+            return 0;
+        common = count;
+    }
+    return common;
+}
+
 } // namespace
+
+QChar proposedDelimiter(const TextLines &left, const TextLines &right, QChar delimiter)
+{
+    std::vector<TextLines> samples;
+    for (const TextLines &text : {left, right}) {
+        if (!text.isEmpty())
+            samples.push_back(beginningOf(text));
+    }
+    const auto cutsAll = [&samples](QChar by, auto isGood) {
+        return std::all_of(samples.begin(), samples.end(),
+                           [&](const TextLines &sample) { return isGood(commonFields(sample, by)); });
+    };
+    if (samples.empty() || !cutsAll(delimiter, [](qint32 fields) { return fields <= 1; }))
+        return {};
+    const auto best = std::find_if(usualDelimiters.begin(), usualDelimiters.end(), [&](QChar other) {
+        return cutsAll(other, [](qint32 fields) { return fields >= 2; });
+    });
+    return best == usualDelimiters.end() ? QChar() : *best;
+}
 
 qint32 proposedKey(const TableText &left, const TableText &right, qint32 columns, const CancelFlag &cancel)
 {

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "filetypes/table/table_document.h"
+#include "session/pane/text_search.h"
+
+#include <vector>
+
+namespace velmora {
+
+/// A cell in which a query was found, on either side.
+struct CellMatch {
+    qint32 row = 0; ///< of the result
+    qint32 column = 0;
+
+    friend bool operator==(const CellMatch &, const CellMatch &) = default;
+};
+
+/// The cells of a result that a query is found in, row by row, no more than `TextMatches::most`. Columns from
+/// `columnEnd` on are left out. Usable from any thread; incomplete when cancelled. An invalid or empty query finds
+/// nothing.
+[[nodiscard]] std::vector<CellMatch> findCells(const TableDocument &document, const SearchQuery &query,
+                                               qint32 columnEnd, const CancelFlag &cancel);
+
+} // namespace velmora
