@@ -188,6 +188,30 @@
         <translation>合并源自同一基准的两个文本文件版本。</translation>
     </message>
     <message>
+        <source>line by line</source>
+        <translation>逐行合并</translation>
+    </message>
+    <message>
+        <source>line by line, lines left out: %1</source>
+        <translation>逐行合并，略去的行数：%1</translation>
+    </message>
+    <message>
+        <source>The merge line by line left out lines, which are marked with ! above the result</source>
+        <translation>逐行合并略去了一些行，它们在结果上方以 ! 标出</translation>
+    </message>
+    <message>
+        <source>Line by line over the base</source>
+        <translation>按基准逐行合并</translation>
+    </message>
+    <message>
+        <source>Line by line for all open conflicts</source>
+        <translation>所有未决冲突按基准逐行合并</translation>
+    </message>
+    <message>
+        <source>Settle changes of different lines; lines without one in the base are left out, marked and counted</source>
+        <translation>解决不同行的更改；在基准中没有对应的行会被略去、标出并计数</translation>
+    </message>
+    <message>
         <source>Take the left</source>
         <translation>采用左侧</translation>
     </message>
@@ -482,10 +506,6 @@
     <message>
         <source>Keep what was decided so far in a file with conflict markers?</source>
         <translation>要将已作的决定连同冲突标记保存到文件中吗？</translation>
-    </message>
-    <message>
-        <source>the result</source>
-        <translation>结果</translation>
     </message>
     <message>
         <source>There is no result to save yet: merge first</source>

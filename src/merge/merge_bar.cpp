@@ -72,6 +72,14 @@ void MergeBar::addTaking()
         add({"takeLeftThenRightAction", Velmora::tr("Take left, then right"), {}, {Qt::CTRL | Qt::Key_4}, {}});
     takeRightThenLeft =
         add({"takeRightThenLeftAction", Velmora::tr("Take right, then left"), {}, {Qt::CTRL | Qt::Key_5}, {}});
+    takeLineByLine = add({"takeLineByLineAction",
+                          Velmora::tr("Line by line over the base"),
+                          {},
+                          {Qt::CTRL | Qt::Key_6},
+                          Velmora::tr("Settle changes of different lines; lines without one in the base are left out, "
+                                      "marked and counted")});
+    takeLineByLineForAll =
+        add({"takeLineByLineForAllAction", Velmora::tr("Line by line for all open conflicts"), {}, {}, {}});
     takeLeftForAll = add({"takeLeftForAllAction", Velmora::tr("Take the left for all open conflicts"), {}, {}, {}});
     takeBaseForAll = add({"takeBaseForAllAction", Velmora::tr("Take the base for all open conflicts"), {}, {}, {}});
     takeRightForAll = add({"takeRightForAllAction", Velmora::tr("Take the right for all open conflicts"), {}, {}, {}});
@@ -82,8 +90,8 @@ void MergeBar::addTaking()
         showTextBeside(action);
     auto *separator = new QAction(this);
     separator->setSeparator(true);
-    offerBeside(takeRight,
-                {takeLeftThenRight, takeRightThenLeft, separator, takeLeftForAll, takeBaseForAll, takeRightForAll});
+    offerBeside(takeRight, {takeLeftThenRight, takeRightThenLeft, takeLineByLine, separator, takeLeftForAll,
+                            takeBaseForAll, takeRightForAll, takeLineByLineForAll});
     addSeparator();
 }
 
@@ -146,7 +154,7 @@ void MergeBar::showPosition(const Position &position)
     const bool some = position.count > 0;
     previousDifference->setEnabled(some);
     nextDifference->setEnabled(some);
-    for (QAction *action : {takeLeftForAll, takeBaseForAll, takeRightForAll, saveMarked})
+    for (QAction *action : {takeLeftForAll, takeBaseForAll, takeRightForAll, takeLineByLineForAll, saveMarked})
         action->setEnabled(position.open > 0);
 }
 
@@ -161,7 +169,8 @@ void MergeBar::showRunning(bool running)
 
 void MergeBar::showMerge(bool isThere)
 {
-    for (QAction *action : {takeLeft, takeBase, takeRight, takeLeftThenRight, takeRightThenLeft, save, saveAs})
+    for (QAction *action :
+         {takeLeft, takeBase, takeRight, takeLeftThenRight, takeRightThenLeft, takeLineByLine, save, saveAs})
         action->setEnabled(isThere);
     if (!isThere) {
         showPosition({});
@@ -174,7 +183,7 @@ void MergeBar::showMerge(bool isThere)
 void MergeBar::addTo(QMenu &menu)
 {
     menu.addSeparator();
-    menu.addActions({takeLeft, takeBase, takeRight, takeLeftThenRight, takeRightThenLeft});
+    menu.addActions({takeLeft, takeBase, takeRight, takeLeftThenRight, takeRightThenLeft, takeLineByLine});
     menu.addSeparator();
     menu.addActions({nextDifference, previousDifference, nextChange, previousChange});
     menu.addSeparator();

@@ -25,9 +25,11 @@ public:
     QAction *takeRight;
     QAction *takeLeftThenRight;
     QAction *takeRightThenLeft;
+    QAction *takeLineByLine;
     QAction *takeLeftForAll; ///< open conflicts
     QAction *takeBaseForAll;
     QAction *takeRightForAll;
+    QAction *takeLineByLineForAll;
     QAction *undo;
     QAction *redo;
     QAction *save;

@@ -1,6 +1,7 @@
 #include "merge/merge_job.h"
 
 #include "core/text_pair.h"
+#include "merge/engine/conflict_markers.h"
 
 #include <utility>
 
@@ -122,7 +123,7 @@ std::vector<LineRun> keptRuns(const KeptMerge &kept, const MergeTexts &texts)
     std::vector<LineRun> runs;
     qsizetype start = 0;
     for (const MergePart &part : kept.parts) {
-        if (part.choice == MergeChoice::ByHand)
+        if (sourcesOf(part.choice).empty())
             texts.append(runs, LineRun{whole, start, part.resultCount});
         for (const MergeSource source : sourcesOf(part.choice))
             texts.append(runs, source, part.of(source));

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/progress.h"
-#include "merge/model/conflict_markers.h"
+#include "merge/model/marked_result.h"
 #include "merge/view/merge_document.h"
 #include "session/document/loaded_text.h"
 

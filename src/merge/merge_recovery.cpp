@@ -6,7 +6,7 @@ namespace velmora {
 
 namespace {
 
-constexpr qsizetype fieldCount = 8;
+constexpr qsizetype resultField = 7;
 
 /// The field as a number from 0 to `most`; nothing when it is none.
 std::optional<int> numberAt(const QJsonArray &fields, qsizetype index, int most)
@@ -25,6 +25,7 @@ QJsonArray toJson(const std::vector<MergePart> &parts)
         for (const LineRange &lines : part.lines)
             fields.append(lines.count);
         fields.append(part.resultCount);
+        fields.append(part.leftOut);
         array.append(fields);
     }
     return array;
@@ -39,8 +40,8 @@ std::vector<MergePart> partsFromJson(const QJsonArray &array)
         const QJsonArray fields = value.toArray();
         const std::optional<int> kind = numberAt(fields, 0, int(ChunkKind::Conflict));
         const std::optional<int> mark = numberAt(fields, 1, int(ChunkMark::InsertedTwice));
-        const std::optional<int> choice = numberAt(fields, 2, int(MergeChoice::ByHand));
-        const std::optional<int> result = numberAt(fields, fieldCount - 1, mostLines);
+        const std::optional<int> choice = numberAt(fields, 2, int(MergeChoice::LineByLine));
+        const std::optional<int> result = numberAt(fields, resultField, mostLines);
         if (!kind || !mark || !choice || !result)
             break;
         MergePart part;
@@ -49,6 +50,7 @@ std::vector<MergePart> partsFromJson(const QJsonArray &array)
         part.choice = MergeChoice(*choice);
         part.isByPerson = fields.at(3).toInt() == 1;
         part.resultCount = *result;
+        part.leftOut = numberAt(fields, resultField + 1, mostLines).value_or(0);
         for (std::size_t k = 0; k < mergeSourceCount; ++k) {
             const qsizetype count = numberAt(fields, 4 + qsizetype(k), mostLines).value_or(0);
             part.lines[k] = {next[k], count};

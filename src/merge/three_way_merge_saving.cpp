@@ -10,6 +10,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <utility>
+
 namespace velmora {
 
 namespace {
@@ -35,8 +37,10 @@ void ThreeWayMergeWidget::onSave()
 void ThreeWayMergeWidget::onSaveAs()
 {
     const Done nothing = [](bool) {};
-    askAboutOpen([this, nothing] { askWhereToWriteMarked(nothing); },
-                 [this] { m_texts->saving().saveAs(paneOfResult); }, nothing);
+    whenSaved([this, nothing] {
+        askAboutOpen([this, nothing] { askWhereToWriteMarked(nothing); },
+                     [this] { m_texts->saving().saveAs(paneOfResult); }, nothing);
+    });
 }
 
 void ThreeWayMergeWidget::onSaveMarked()
@@ -46,7 +50,16 @@ void ThreeWayMergeWidget::onSaveMarked()
 
 void ThreeWayMergeWidget::save(const Done &done)
 {
-    askAboutOpen([this, done] { writeMarked(done); }, [this, done] { saveWithout(done); }, done);
+    whenSaved(
+        [this, done] { askAboutOpen([this, done] { writeMarked(done); }, [this, done] { saveWithout(done); }, done); });
+}
+
+void ThreeWayMergeWidget::whenSaved(std::function<void()> go)
+{
+    if (m_markedSaver.isRunning())
+        m_afterMarked.push_back(std::move(go));
+    else
+        m_texts->saving().whenSaved(std::move(go));
 }
 
 void ThreeWayMergeWidget::askAboutOpen(std::function<void()> saveMarked, std::function<void()> saveAsItIs,
@@ -109,8 +122,8 @@ MarkerLabels ThreeWayMergeWidget::labels() const
 
 void ThreeWayMergeWidget::writeMarked(Done done)
 {
-    m_texts->saving().whenSaved([this, done = std::move(done)] {
-        if (!m_view->document() || m_markedSaver.isRunning()) {
+    whenSaved([this, done = std::move(done)] {
+        if (!m_view->document()) {
             done(false);
         } else if (!m_output.isEmpty()) {
             writeMarkedTo(m_output, TextSaveRequest::Target::AsRead, done);
@@ -143,6 +156,8 @@ void ThreeWayMergeWidget::writeMarkedTo(const QString &path, TextSaveRequest::Ta
         [request = std::move(request)](const CancelFlag &, Progress &progress) { return saveText(request, progress); },
         [this, path, done = std::move(done)](RunOutcome<TextSaveResult> &&outcome) {
             takeMarked(path, std::move(outcome), done);
+            for (const auto &go : std::exchange(m_afterMarked, {}))
+                whenSaved(go);
         });
 }
 
@@ -193,7 +208,7 @@ void ThreeWayMergeWidget::takeMarked(const QString &path, RunOutcome<TextSaveRes
 
 void ThreeWayMergeWidget::confirmClose(std::function<void(bool)> answered)
 {
-    m_texts->saving().whenSaved([this, answered = std::move(answered)] {
+    whenSaved([this, answered = std::move(answered)] {
         if (!m_texts->isModified(paneOfResult) || m_editing->parts().openConflicts() == 0) {
             const bool isWhole = m_editing->parts().openConflicts() == 0;
             const bool wasModified = m_texts->isModified(paneOfResult);

@@ -34,7 +34,7 @@ constexpr QLatin1String outputKey("output");
 
 TextWords resultWords()
 {
-    return {Velmora::tr("the result"),
+    return {Velmora::tr("not saved yet"),
             Velmora::tr("There is no result to save yet: merge first"),
             Velmora::tr("The result is saved already"),
             Velmora::tr("Save the result"),
@@ -138,12 +138,14 @@ void ThreeWayMergeWidget::connectTaking()
     onTake(m_bar->takeRight, MergeChoice::Right);
     onTake(m_bar->takeLeftThenRight, MergeChoice::LeftThenRight);
     onTake(m_bar->takeRightThenLeft, MergeChoice::RightThenLeft);
+    onTake(m_bar->takeLineByLine, MergeChoice::LineByLine);
     const auto onTakeAll = [this](QAction *action, MergeChoice choice) {
         connect(action, &QAction::triggered, this, [this, choice] { take(m_editing->takeForAllOpen(choice)); });
     };
     onTakeAll(m_bar->takeLeftForAll, MergeChoice::Left);
     onTakeAll(m_bar->takeBaseForAll, MergeChoice::Base);
     onTakeAll(m_bar->takeRightForAll, MergeChoice::Right);
+    onTakeAll(m_bar->takeLineByLineForAll, MergeChoice::LineByLine);
     connect(m_bar->nextDifference, &QAction::triggered, this,
             [this] { goTo(m_editing->goToConflict(true), Velmora::tr("No further conflict")); });
     connect(m_bar->previousDifference, &QAction::triggered, this,

@@ -97,6 +97,8 @@ private:
     /// Writes the result when no conflict is open, or after a person has said what is to stand in their place.
     void save(const Done &done);
     void saveWithout(Done done);
+    /// Calls `go` when nothing is being saved: at once, or as soon as it is written.
+    void whenSaved(std::function<void()> go);
     /// Asks what is to become of open conflicts, then calls the one or the other; at once without any.
     void askAboutOpen(std::function<void()> saveMarked, std::function<void()> saveAsItIs, const Done &refused);
     void takeSaved(bool isWhole);
@@ -136,6 +138,7 @@ private:
     QString m_savedWhole;   ///< the file that holds the result without open conflicts; empty for none
     Runner m_runner;
     Runner m_markedSaver;
+    std::vector<std::function<void()>> m_afterMarked; ///< until that has ended
 };
 
 } // namespace velmora

@@ -21,6 +21,7 @@ std::span<const Target> targets()
         Target{"checksum_list", checksumList},
         Target{"session_file", sessionFile},
         Target{"table", table},
+        Target{"conflict_markers", conflictMarkers},
     };
     return all;
 }

@@ -31,5 +31,6 @@ void name(const QByteArray &input);
 void checksumList(const QByteArray &input);
 void sessionFile(const QByteArray &input);
 void table(const QByteArray &input);
+void conflictMarkers(const QByteArray &input);
 
 } // namespace velmora::fuzz

@@ -1,4 +1,5 @@
-#include "merge/model/conflict_markers.h"
+#include "merge/engine/conflict_markers.h"
+#include "merge/model/marked_result.h"
 #include "merge/model/merge_rows.h"
 #include "support/test_main.h"
 
@@ -56,7 +57,7 @@ public:
     {
         QByteArray all;
         for (const MergePart &part : parts.all()) {
-            const char letter = "?blrxyh"[int(part.choice)];
+            const char letter = "?blrxyhz"[int(part.choice)];
             all += part.isByPerson ? QChar::fromLatin1(letter).toUpper().toLatin1() : letter;
         }
         return all;
@@ -85,9 +86,10 @@ QByteArray Merge::fault() const
             for (qsizetype line = part.of(source).first; line < part.of(source).end(); ++line)
                 wanted.push_back(texts.text(source).line(line));
         }
-        if (part.choice != MergeChoice::ByHand && qsizetype(wanted.size()) != part.resultCount)
+        const bool isFree = part.choice == MergeChoice::ByHand || part.choice == MergeChoice::LineByLine;
+        if (!isFree && qsizetype(wanted.size()) != part.resultCount)
             return "a part has another number of lines than its choice";
-        for (std::size_t line = 0; line < wanted.size() && part.choice != MergeChoice::ByHand; ++line) {
+        for (std::size_t line = 0; line < wanted.size() && !isFree; ++line) {
             if (result.bytes(parts.resultStart(k) + qsizetype(line)) != wanted[line])
                 return "the result has other lines than were chosen";
         }
@@ -217,6 +219,19 @@ private Q_SLOTS:
         QCOMPARE(merge.text(), QByteArray("1\nr\nl"));
     }
 
+    void lineByLineSettlesTouchingChangesAndCountsWhatItLeavesOut()
+    {
+        Merge merge("one\ntwo left\nthree\n", "one\ntwo\nthree\n", "one\ntwo\nthree right\nnew\n");
+        QCOMPARE(merge.choices(), QByteArray("b?"));
+        merge.take({1}, MergeChoice::LineByLine);
+        QCOMPARE(merge.text(), QByteArray("one\ntwo left\nthree right\n"));
+        QCOMPARE(merge.parts.at(1).leftOut, 1);
+        Merge conflict("the second left\n", "the second\n", "the second right\n");
+        conflict.take({0}, MergeChoice::LineByLine);
+        QCOMPARE(conflict.choices(), QByteArray("?"));
+        QCOMPARE(conflict.fault(), QByteArray());
+    }
+
     void markersAreReadAndWritten_data()
     {
         QTest::addColumn<QByteArray>("text");
@@ -262,6 +277,9 @@ private Q_SLOTS:
 private:
     static void takeStep(Merge &merge, QRandomGenerator &random)
     {
+        constexpr MergeChoice choices[] = {MergeChoice::Base,          MergeChoice::Left,
+                                           MergeChoice::Right,         MergeChoice::LeftThenRight,
+                                           MergeChoice::RightThenLeft, MergeChoice::LineByLine};
         const qsizetype partCount = merge.parts.count();
         const auto line = [&] { return qsizetype(random.bounded(int(merge.buffer.count()) + 1)); };
         switch (random.bounded(7)) {
@@ -273,7 +291,7 @@ private:
                     chosen.push_back(part);
             }
             if (!chosen.empty())
-                merge.take(chosen, MergeChoice(1 + random.bounded(5)));
+                merge.take(chosen, choices[random.bounded(int(std::size(choices)))]);
             break;
         }
         case 2: {

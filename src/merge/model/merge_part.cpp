@@ -120,6 +120,7 @@ std::vector<MergeSource> sourcesOf(MergeChoice choice)
         return {MergeSource::Right, MergeSource::Left};
     case MergeChoice::Open:
     case MergeChoice::ByHand:
+    case MergeChoice::LineByLine:
         break;
     }
     return {};

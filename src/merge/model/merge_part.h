@@ -15,7 +15,7 @@ enum class MergeSource : quint8 { Left, Base, Right };
 inline constexpr std::size_t mergeSourceCount = 3;
 
 /// What the result has in the place of a part.
-enum class MergeChoice : quint8 { Open, Base, Left, Right, LeftThenRight, RightThenLeft, ByHand };
+enum class MergeChoice : quint8 { Open, Base, Left, Right, LeftThenRight, RightThenLeft, ByHand, LineByLine };
 
 /// One part of a merge: consecutive lines of the three texts, and what the result has for them.
 struct MergePart {
@@ -25,6 +25,7 @@ struct MergePart {
     bool isByPerson = false; ///< else it was settled without asking, or is still open
     ChunkMark mark = ChunkMark::None;
     qsizetype resultCount = 0; ///< lines of the result
+    qsizetype leftOut = 0;     ///< lines of the versions that a merge line by line has left out
 
     [[nodiscard]] const LineRange &of(MergeSource source) const { return lines[std::size_t(source)]; }
     [[nodiscard]] bool isOpen() const noexcept { return choice == MergeChoice::Open; }
@@ -78,13 +79,13 @@ private:
     std::array<Text, mergeSourceCount> m_texts;
 };
 
-/// The sources that a choice takes lines from, in order; none for what is open or by hand.
+/// The sources that a choice takes all lines from, in order; none for the other choices.
 [[nodiscard]] std::vector<MergeSource> sourcesOf(MergeChoice choice);
 
 /// The parts that a merge begins with: all but conflicts are settled.
 [[nodiscard]] std::vector<MergePart> partsOf(const ChunkMerge &merge);
 
-/// The result of these parts, none of which is by hand.
+/// The result of these parts, which all are open or take all lines of their sources.
 [[nodiscard]] std::vector<LineRun> resultOf(const MergeTexts &texts, const std::vector<MergePart> &parts);
 
 } // namespace velmora

@@ -1,6 +1,9 @@
 #include "merge/model/merge_parts.h"
 
+#include "merge/model/line_by_line.h"
+
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace velmora {
@@ -27,6 +30,7 @@ MergePart byHand(MergePart part, qsizetype resultCount)
     part.choice = MergeChoice::ByHand;
     part.isByPerson = true;
     part.resultCount = resultCount;
+    part.leftOut = 0;
     return part;
 }
 
@@ -55,14 +59,51 @@ bool isConflict(const MergePart &part)
     return part.kind == ChunkKind::Conflict;
 }
 
+/// A part and its lines of the result after a decision.
+struct Decided {
+    MergePart part;
+    std::vector<LineRun> lines;
+};
+
 MergePart decided(MergePart part, MergeChoice choice)
 {
     part.choice = part.kind == ChunkKind::Unchanged ? MergeChoice::Base : choice;
     part.isByPerson = part.kind != ChunkKind::Unchanged;
     part.resultCount = 0;
+    part.leftOut = 0;
     for (const MergeSource source : sourcesOf(part.choice))
         part.resultCount += part.of(source).count;
     return part;
+}
+
+std::vector<LineRun> taken(const MergeTexts &texts, const MergePart &part)
+{
+    std::vector<LineRun> lines;
+    for (const MergeSource source : sourcesOf(part.choice))
+        texts.append(lines, source, part.of(source));
+    return lines;
+}
+
+qsizetype lineCount(const std::vector<LineRun> &runs)
+{
+    return std::accumulate(runs.begin(), runs.end(), qsizetype(0),
+                           [](qsizetype count, const LineRun &run) { return count + run.count; });
+}
+
+/// Nothing for a part that stays in conflict.
+std::optional<Decided> decide(const MergeTexts &texts, const MergePart &part, MergeChoice choice)
+{
+    if (choice != MergeChoice::LineByLine || part.kind == ChunkKind::Unchanged) {
+        const MergePart after = decided(part, choice);
+        return Decided{after, taken(texts, after)};
+    }
+    LineByLine merged = mergeLineByLine(texts, part);
+    if (merged.hasConflict)
+        return std::nullopt;
+    MergePart after = decided(part, choice);
+    after.resultCount = lineCount(merged.lines);
+    after.leftOut = qsizetype(merged.leftOut.size());
+    return Decided{after, std::move(merged.lines)};
 }
 
 } // namespace
@@ -113,15 +154,14 @@ MergePlan MergeParts::plan(const MergeTexts &texts, const EditSnapshot &result, 
         texts.append(plan.lines, result.runs(plan.firstLine - 1, 1));
     auto next = chosen.begin();
     for (qsizetype part = chosen.front(); part <= chosen.back(); ++part) {
-        if (part != *next) {
-            texts.append(plan.lines, result.runs(resultStart(part), at(part).resultCount));
-            plan.parts.push_back(at(part));
-            continue;
-        }
-        ++next;
-        plan.parts.push_back(decided(at(part), choice));
-        for (const MergeSource source : sourcesOf(plan.parts.back().choice))
-            texts.append(plan.lines, source, plan.parts.back().of(source));
+        const bool isChosen = part == *next;
+        if (isChosen)
+            ++next;
+        std::optional<Decided> after = isChosen ? decide(texts, at(part), choice) : std::nullopt;
+        if (!after)
+            after = Decided{at(part), result.runs(resultStart(part), at(part).resultCount)};
+        texts.append(plan.lines, after->lines);
+        plan.parts.push_back(after->part);
     }
     if (isBehindAll) {
         --plan.firstLine;

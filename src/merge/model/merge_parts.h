@@ -47,8 +47,9 @@ public:
     /// The next open conflict, or else any conflict, behind or before `part`, which may be -1; -1 when there is none.
     [[nodiscard]] qsizetype nextConflict(qsizetype part, bool forward, bool openOnly) const;
 
-    /// What `choice`, which takes lines from sources, does with `chosen`, which are in order. Parts between them stay.
-    /// Precondition: some are chosen, and `result` is the text as the parts have it.
+    /// What `choice` does with `chosen`, which are in order. Parts between them stay, and so do those that a merge line
+    /// by line leaves in conflict. Precondition: some are chosen, by neither an open choice nor one by hand, and
+    /// `result` is the text as the parts have it.
     [[nodiscard]] MergePlan plan(const MergeTexts &texts, const EditSnapshot &result,
                                  const std::vector<qsizetype> &chosen, MergeChoice choice) const;
     /// The next change to follow carries out `plan`.

@@ -97,6 +97,19 @@ bool MergeDocument::differsFromBase(qsizetype row, MergeSource version) const
     return base.source->bytes(base.line) != own.source->bytes(own.line);
 }
 
+/// A line that is taken stands beside itself in the result.
+bool MergeDocument::isLeftOut(qsizetype row, MergeSource version) const
+{
+    if (partAt(row).leftOut == 0 || lineNumber(row, paneOf(version)) < 1)
+        return false;
+    const qint32 number = lineNumber(row, paneOfResult);
+    if (number < 1)
+        return true;
+    const LineRun run = static_cast<const EditSnapshot &>(source(paneOfResult)).runs(number - 1, 1).front();
+    const std::optional<SourceLine> origin = m_merged->originOf(run, 0);
+    return !origin || origin->source != version;
+}
+
 RowLook MergeDocument::look(qsizetype row, PaneIndex pane) const
 {
     if (pane == paneOfResult)
@@ -116,7 +129,9 @@ RowLook MergeDocument::lookOfVersion(qsizetype row, MergeSource version) const
     look.background = isOpen ? DiffColour::Modified : colourOf(version);
     look.strong = isOpen ? DiffColour::ModifiedStrong : strongColourOf(version);
     const MergeRow &lines = m_rows.rows.at(row);
-    if (lines.lines[std::size_t(version)] >= 1)
+    if (isLeftOut(row, version))
+        look.sign = u'!';
+    else if (lines.lines[std::size_t(version)] >= 1)
         look.sign = lines.lines[std::size_t(MergeSource::Base)] >= 1 ? u'~' : u'+';
     return look;
 }

@@ -53,6 +53,7 @@ public:
 private:
     [[nodiscard]] const MergePart &partAt(qsizetype row) const { return (*m_parts)[std::size_t(partOfRow(row))]; }
     [[nodiscard]] bool differsFromBase(qsizetype row, MergeSource version) const;
+    [[nodiscard]] bool isLeftOut(qsizetype row, MergeSource version) const;
     [[nodiscard]] RowLook lookOfVersion(qsizetype row, MergeSource version) const;
     [[nodiscard]] RowLook lookOfBase(qsizetype row) const;
     [[nodiscard]] RowLook lookOfResult(qsizetype row) const;

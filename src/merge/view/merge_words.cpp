@@ -39,6 +39,9 @@ QString choiceText(const MergePart &part)
         return Velmora::tr("right, then left");
     case MergeChoice::ByHand:
         return Velmora::tr("taken by hand");
+    case MergeChoice::LineByLine:
+        return part.leftOut == 0 ? Velmora::tr("line by line")
+                                 : Velmora::tr("line by line, lines left out: %1").arg(part.leftOut);
     }
     return {};
 }
@@ -52,6 +55,8 @@ QString deciderText(const MergePart &part)
 
 QString warningText(const MergePart &part)
 {
+    if (part.leftOut > 0)
+        return Velmora::tr("The merge line by line left out lines, which are marked with ! above the result");
     if (part.isByPerson)
         return {};
     switch (part.mark) {

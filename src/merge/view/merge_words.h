@@ -15,7 +15,7 @@ namespace velmora {
 /// Who decided that; empty while nobody has.
 [[nodiscard]] QString deciderText(const MergePart &part);
 
-/// Why a part that was settled without asking is worth a look; empty when it is not.
+/// Why a settled part is worth a look; empty when it is not.
 [[nodiscard]] QString warningText(const MergePart &part);
 
 } // namespace velmora

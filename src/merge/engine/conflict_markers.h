@@ -1,8 +1,11 @@
 #pragma once
 
-#include "merge/model/merge_part.h"
+#include "core/text_lines.h"
+#include "merge/engine/chunk_merge.h"
 
 #include <QByteArray>
+
+#include <optional>
 
 namespace velmora {
 
@@ -22,16 +25,5 @@ struct MarkedMerge {
 /// of seven characters, alone or before a blank, at the start of a line. Nothing when there is no such block, or when
 /// one is not complete or within another: what cannot be told apart for certain is left to a person. Reentrant.
 [[nodiscard]] std::optional<MarkedMerge> readConflictMarkers(const TextLines &text);
-
-/// What stands behind the markers, UTF-8.
-struct MarkerLabels {
-    QByteArray left;
-    QByteArray base;
-    QByteArray right;
-};
-
-/// `result` with a block of markers, base included, in the place of each open conflict.
-[[nodiscard]] TextLines withConflictMarkers(const MergeTexts &texts, const std::vector<MergePart> &parts,
-                                            const EditSnapshot &result, const MarkerLabels &labels);
 
 } // namespace velmora

@@ -1,12 +1,14 @@
-#include "merge/model/conflict_markers.h"
+#include "merge/engine/conflict_markers.h"
 
 #include <array>
+#include <utility>
 
 namespace velmora {
 
 namespace {
 
 constexpr std::size_t markerLength = 7;
+constexpr std::size_t textCount = 3; // left, base and right
 
 bool isMarker(std::string_view line, char sign)
 {
@@ -93,14 +95,14 @@ private:
         if (!isEmpty)
             m_merge.merge.chunks.push_back(m_chunk);
         m_chunk = {};
-        for (std::size_t k = 0; k < mergeSourceCount; ++k)
+        for (std::size_t k = 0; k < textCount; ++k)
             ranges[k]->first = m_counts[k];
     }
 
     void take(std::string_view line, LineEnd end)
     {
         LineRange *ranges[] = {&m_chunk.left, &m_chunk.base, &m_chunk.right};
-        for (std::size_t k = 0; k < mergeSourceCount; ++k) {
+        for (std::size_t k = 0; k < textCount; ++k) {
             if (m_section != Section::Common && int(m_section) != int(k) + 1)
                 continue;
             m_texts[k].append(line, end);
@@ -111,36 +113,10 @@ private:
 
     MarkedMerge m_merge;
     MergeChunk m_chunk;
-    std::array<TextLinesBuilder, mergeSourceCount> m_texts;
-    std::array<qsizetype, mergeSourceCount> m_counts{};
+    std::array<TextLinesBuilder, textCount> m_texts;
+    std::array<qsizetype, textCount> m_counts{};
     Section m_section = Section::Common;
     qsizetype m_conflicts = 0;
-};
-
-QByteArray markerLine(char sign, const QByteArray &label)
-{
-    const QByteArray marker(qsizetype(markerLength), sign);
-    return label.isEmpty() ? marker : marker + ' ' + label;
-}
-
-/// Puts the lines of a result together, each with an end where others follow.
-class MarkedWriter {
-public:
-    explicit MarkedWriter(const MergeTexts &texts) : m_texts(texts) {}
-
-    void lines(const std::vector<LineRun> &runs) { m_texts.append(m_runs, runs); }
-    void lines(MergeSource source, const LineRange &range) { m_texts.append(m_runs, source, range); }
-    void marker(const QByteArray &line)
-    {
-        TextLinesBuilder builder;
-        builder.append({line.constData(), std::size_t(line.size())}, m_texts.usualEnd());
-        m_texts.append(m_runs, LineRun{std::make_shared<const TextLines>(builder.take()), 0, 1});
-    }
-    [[nodiscard]] TextLines take() { return EditSnapshot(std::move(m_runs)).toLines(); }
-
-private:
-    const MergeTexts &m_texts;
-    std::vector<LineRun> m_runs;
 };
 
 } // namespace
@@ -153,28 +129,6 @@ std::optional<MarkedMerge> readConflictMarkers(const TextLines &text)
             return std::nullopt;
     }
     return reader.finish();
-}
-
-TextLines withConflictMarkers(const MergeTexts &texts, const std::vector<MergePart> &parts, const EditSnapshot &result,
-                              const MarkerLabels &labels)
-{
-    MarkedWriter writer(texts);
-    qsizetype start = 0;
-    for (const MergePart &part : parts) {
-        if (part.isOpen()) {
-            writer.marker(markerLine('<', labels.left));
-            writer.lines(MergeSource::Left, part.of(MergeSource::Left));
-            writer.marker(markerLine('|', labels.base));
-            writer.lines(MergeSource::Base, part.of(MergeSource::Base));
-            writer.marker(markerLine('=', {}));
-            writer.lines(MergeSource::Right, part.of(MergeSource::Right));
-            writer.marker(markerLine('>', labels.right));
-        } else {
-            writer.lines(result.runs(start, part.resultCount));
-        }
-        start += part.resultCount;
-    }
-    return writer.take();
 }
 
 } // namespace velmora
