@@ -1054,16 +1054,20 @@
         <translation>从另一端重新开始后找到</translation>
     </message>
     <message>
-        <source>From the beginnings</source>
-        <translation>从开头</translation>
+        <source>Compare both sides from their beginnings</source>
+        <translation>两侧都从开头比较</translation>
     </message>
     <message>
-        <source>Left from offset:</source>
-        <translation>左侧起始偏移：</translation>
+        <source>Reset</source>
+        <translation>重置</translation>
     </message>
     <message>
-        <source>Right from offset:</source>
-        <translation>右侧起始偏移：</translation>
+        <source>Left from:</source>
+        <translation>左侧起点：</translation>
+    </message>
+    <message>
+        <source>Right from:</source>
+        <translation>右侧起点：</translation>
     </message>
     <message>
         <source>1234, 0x4D2 or 4D2h</source>

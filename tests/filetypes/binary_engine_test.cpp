@@ -338,6 +338,10 @@ private Q_SLOTS:
         const RowComparison found = compared(*BinarySource::open(folder.filePath(word("left"))),
                                              *BinarySource::open(folder.filePath(word("right"))));
         QCOMPARE(found.diffRows, Rows{size / 2 / 16});
+        const Alignment ranges = aligned(*BinarySource::open(folder.filePath(word("left"))),
+                                         *BinarySource::open(folder.filePath(word("right"))));
+        QCOMPARE(ranges.differences(), 1);
+        QCOMPARE(ranges.ranges.at(1), (AlignedRange{RangeKind::Changed, size / 2 + 5, 1, size / 2 + 5, 1}));
         QVERIFY2(timer.elapsed() < 20'000, "reading all of it takes longer");
     }
 };

@@ -215,7 +215,9 @@ void BinaryHexView::wheelEvent(QWheelEvent *event)
     } else if (std::abs(event->angleDelta().x()) > std::abs(steps)) {
         QAbstractScrollArea::wheelEvent(event);
     } else {
-        m_scene.setTop(m_scene.top() - qint64(steps) * rowsPerStep / step);
+        m_wheel += steps * rowsPerStep;
+        m_scene.setTop(m_scene.top() - m_wheel / step);
+        m_wheel %= step;
         event->accept();
     }
 }

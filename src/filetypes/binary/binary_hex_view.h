@@ -53,6 +53,7 @@ private:
     HexScene &m_scene;
     Side m_side;
     HexGeometry m_geometry;
+    int m_wheel = 0;           ///< what the wheel has turned beyond whole rows
     bool m_showsScene = false; ///< the bar is being moved to where the scene is
 };
 

@@ -7,6 +7,9 @@
 #include <QHeaderView>
 #include <QLocale>
 
+#include <algorithm>
+#include <array>
+
 namespace velmora {
 
 namespace {
@@ -93,6 +96,10 @@ HexDifferenceList::HexDifferenceList(HexScene &scene, QWidget *parent) : QTreeVi
     setUniformRowHeights(true);
     setAlternatingRowColors(true);
     setAllColumnsShowFocus(true);
+    int widest = 0;
+    for (int column = 0; column < ColumnCount; ++column)
+        widest = std::max(widest, header()->sectionSizeHint(column));
+    header()->setMinimumSectionSize(widest);
     header()->setSectionResizeMode(QHeaderView::Stretch);
     connect(this, &QTreeView::activated, this, &HexDifferenceList::choose);
     connect(this, &QTreeView::clicked, this, &HexDifferenceList::choose);

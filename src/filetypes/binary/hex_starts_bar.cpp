@@ -16,11 +16,12 @@ namespace velmora {
 HexStartsBar::HexStartsBar(QWidget *parent)
     : QWidget(parent),
       m_fields{new QLineEdit(this), new QLineEdit(this)},
-      m_reset(new QPushButton(Velmora::tr("From the beginnings"), this)),
+      m_reset(new QPushButton(Velmora::tr("Reset"), this)),
       m_close(new QToolButton(this))
 {
     auto *compare = new QPushButton(Velmora::tr("Compare"), this);
     compare->setObjectName(QStringLiteral("startsCompare"));
+    m_reset->setToolTip(Velmora::tr("Compare both sides from their beginnings"));
     m_reset->setObjectName(QStringLiteral("startsReset"));
     m_close->setObjectName(QStringLiteral("startsClose"));
     m_close->setAutoRaise(true);
@@ -28,11 +29,12 @@ HexStartsBar::HexStartsBar(QWidget *parent)
     m_close->setAccessibleName(m_close->toolTip());
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(6, 2, 6, 2);
-    const Sides<QString> labels{Velmora::tr("Left from offset:"), Velmora::tr("Right from offset:")};
+    const Sides<QString> labels{Velmora::tr("Left from:"), Velmora::tr("Right from:")};
     for (const Side side : bothSides) {
         constexpr int fieldWidth = 150;
         auto *label = new QLabel(labels[side], this);
         label->setBuddy(m_fields[side]);
+        m_fields[side]->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("0x0000000000")));
         m_fields[side]->setMaximumWidth(fieldWidth);
         m_fields[side]->setToolTip(Velmora::tr("1234, 0x4D2 or 4D2h"));
         row->addWidget(label);

@@ -50,6 +50,10 @@ HexValuesPanel::HexValuesPanel(HexScene &scene, QWidget *parent)
     setHorizontalHeaderLabels({Velmora::tr("Left, little endian"), Velmora::tr("Left, big endian"),
                                Velmora::tr("Right, little endian"), Velmora::tr("Right, big endian")});
     horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    // The widest values, and some room around them.
+    horizontalHeader()->setMinimumSectionSize(
+        fontMetrics().horizontalAdvance(QStringLiteral("0000-00-00 00:00:00 UTC")) +
+        2 * fontMetrics().horizontalAdvance(u'0'));
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);

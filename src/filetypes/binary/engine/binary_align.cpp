@@ -21,6 +21,7 @@ constexpr qint64 leastMatch = 32;
 constexpr qint64 changeReach = 4096;
 constexpr qint64 firstWindow = 4096;
 constexpr qint64 windowGrowth = 8;
+constexpr qint64 nearbyWindow = firstWindow * windowGrowth;
 /// What is compared before threads are worth their making.
 constexpr qint64 soloReach = 1024 * 1024;
 
@@ -100,7 +101,10 @@ private:
         const std::optional<qint64> changed = findAtSamePlace();
         if (changed && isTelling(m_left.from(m_at.left + *changed, leastMatch).first(leastMatch)))
             return Distance{*changed, *changed};
-        const qint64 longest = std::max(m_files.left.size() - m_at.left, m_files.right.size() - m_at.right);
+        // Bytes that say little, as padding, are trusted unless something nearby contradicts them: to search all that
+        // follows for each change in a long padding would take for ever.
+        const qint64 rest = std::max(m_files.left.size() - m_at.left, m_files.right.size() - m_at.right);
+        const qint64 longest = changed ? std::min(rest, nearbyWindow) : rest;
         for (qint64 window = firstWindow;; window *= windowGrowth) {
             const std::optional<Distance> moved = findMoved(AnchorRule::of(std::min(window, longest)));
             if (moved && changed && moved->left == moved->right)

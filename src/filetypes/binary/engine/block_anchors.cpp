@@ -29,6 +29,38 @@ constexpr std::array<quint64, 256> makeGears()
 
 constexpr std::array<quint64, 256> gears = makeGears();
 
+/// Built for each number of hashed bytes: the loop is as fast as its shift.
+template <int hashedBytes>
+std::vector<Anchor> scan(const BinaryPart &part, qint64 from, const AnchorRule &rule, const CancelFlag &cancel)
+{
+    constexpr int shift = hashBits / hashedBytes;
+    std::vector<Anchor> anchors;
+    SlidingReader reader(part);
+    const qint64 to = std::min(part.size(), from + rule.window);
+    const quint64 mask = rule.mask;
+    quint64 hash = 0;
+    quint64 lastHash = 0;
+    for (qint64 offset = from; offset < to && !cancel.isCancelled();) {
+        // Within a hole every hash is that of the zeros that the hash still sees behind it.
+        offset = std::max(offset, part.nextData(offset) - hashedBytes);
+        const QByteArrayView read = reader.from(offset, 1);
+        const qsizetype length = std::min(read.size(), qsizetype(to - offset));
+        if (length <= 0)
+            break;
+        const char *const bytes = read.data();
+        for (qsizetype k = 0; k < length; ++k) {
+            hash = (hash << shift) + gears[uchar(bytes[k])];
+            // One byte repeated makes the same hash on and on.
+            if ((hash & mask) != 0 || hash == lastHash || offset + k + 1 - from < hashedBytes)
+                continue;
+            lastHash = hash;
+            anchors.push_back({hash, offset + k + 1 - hashedBytes});
+        }
+        offset += length;
+    }
+    return anchors;
+}
+
 struct Group {
     quint64 hash = 0;
     qint64 first = 0;
@@ -67,29 +99,14 @@ AnchorRule AnchorRule::of(qint64 window)
 
 std::vector<Anchor> findAnchors(const BinaryPart &part, qint64 from, const AnchorRule &rule, const CancelFlag &cancel)
 {
-    std::vector<Anchor> anchors;
-    SlidingReader reader(part);
-    const int shift = hashBits / rule.hashedBytes;
-    const qint64 to = std::min(part.size(), from + rule.window);
-    quint64 hash = 0;
-    quint64 lastHash = 0;
-    qint64 offset = from;
-    while (offset < to && !cancel.isCancelled()) {
-        QByteArrayView bytes = reader.from(offset, 1);
-        bytes = bytes.first(std::min(bytes.size(), qsizetype(to - offset)));
-        if (bytes.isEmpty())
-            break;
-        for (const char byte : bytes) {
-            hash = (hash << shift) + gears[uchar(byte)];
-            ++offset;
-            // One byte repeated makes the same hash on and on.
-            if ((hash & rule.mask) != 0 || hash == lastHash || offset - from < rule.hashedBytes)
-                continue;
-            lastHash = hash;
-            anchors.push_back({hash, offset - rule.hashedBytes});
-        }
+    switch (rule.hashedBytes) {
+    case 16:
+        return scan<16>(part, from, rule, cancel);
+    case 32:
+        return scan<32>(part, from, rule, cancel);
+    default:
+        return scan<64>(part, from, rule, cancel);
     }
-    return anchors;
 }
 
 std::vector<AnchorPair> pairAnchors(std::vector<Anchor> left, std::vector<Anchor> right, std::size_t limit)
