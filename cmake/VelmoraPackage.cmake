@@ -4,6 +4,7 @@ include(GNUInstallDirs)
 install(TARGETS velmora-cli)
 if(VELMORA_GUI)
     install(TARGETS velmora)
+    install(TARGETS velmora-cli-image DESTINATION "${CMAKE_INSTALL_LIBEXECDIR}/velmora")
 endif()
 
 if(WIN32 OR APPLE OR NOT VELMORA_GUI)

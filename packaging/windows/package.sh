@@ -19,7 +19,7 @@ stage=$built/stage/$name
 mkdir -p "$stage/licences"
 
 # Out of the folder that the programs start from goes what they load; the rest of Qt stays.
-cp "$built"/bin/{velmora.exe,velmora-cli.exe} "$stage"
+cp "$built"/bin/{velmora.exe,velmora-cli.exe,velmora-cli-image.exe} "$stage"
 for library in Qt6Core Qt6Gui Qt6Network Qt6Widgets libgcc_s_seh-1 libstdc++-6 libwinpthread-1; do
     cp "$built/bin/$library.dll" "$stage"
 done

@@ -2346,6 +2346,10 @@
         <translation>已忽略的平滑边缘：%1。</translation>
     </message>
     <message>
+        <source>Cut off, so that its last pixels are missing: %1</source>
+        <translation>文件不完整，缺少末尾的像素：%1</translation>
+    </message>
+    <message>
         <source>Compute the checksums of a file and match them with an expected value.</source>
         <translation>计算文件的校验和，并与预期值核对。</translation>
     </message>

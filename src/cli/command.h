@@ -49,6 +49,7 @@ void complain(const Streams &streams, const QString &message);
 [[nodiscard]] Command binaryCommand();
 [[nodiscard]] Command checksumCommand();
 [[nodiscard]] Command folderCommand();
+[[nodiscard]] Command imageCommand();
 [[nodiscard]] Command gitSetupCommand();
 [[nodiscard]] Command mergeCommand();
 [[nodiscard]] Command mergeFoldersCommand();

@@ -36,7 +36,7 @@ NEIGHBOURS = {
     ("session/pane", "session/frame"),
 }
 # What else of Qt these may see: native windows, and images as values.
-ALSO_GUI = re.compile(r"platform/window_\w+\.(h|cpp)|filetypes/image/engine/.*")
+ALSO_GUI = re.compile(r"platform/window_\w+\.(h|cpp)|filetypes/image/engine/.*|cli/image_main\.cpp")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"([^"]+)"|<(Q[^>]+|q\w+\.h)>)', re.MULTILINE)
 PLATFORM_CONDITION = re.compile(r"^\s*#\s*(?:el)?if.*\b(Q_OS_\w+|_WIN32|WIN32|__linux__|__unix__|__APPLE__)", re.MULTILINE)

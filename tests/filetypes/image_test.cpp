@@ -195,6 +195,12 @@ private Q_SLOTS:
         QCOMPARE(loadPicture(path, 0, 24).fault, PictureFault::TooLarge);
 
         const QByteArray bytes = contentsOf(path);
+        QVERIFY(!whole.isCutOff);
+        // Most of a picture is either refused or said to lack its end.
+        const QByteArray most = bytes.first(bytes.size() - 2);
+        QVERIFY(makeFile(path, most));
+        const Picture torn = loadPicture(path, 0, plenty);
+        QVERIFY2(!torn.isLoaded() || torn.isCutOff || format == "tiff" || format == "png", "a cut file is noticed");
         QRandomGenerator random(11);
         for (int round = 0; round < 60; ++round) {
             QByteArray damaged = round < 20 ? bytes.first(bytes.size() * round / 20) : bytes;

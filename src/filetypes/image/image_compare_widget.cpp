@@ -282,7 +282,13 @@ void ImageCompareWidget::showVerdict()
         std::any_of(rows.begin(), rows.end(), [](const KeyedRow &row) { return row.status != PairStatus::Same; });
     m_verdict->setAction(differ ? Velmora::tr("Other differences...") : QString(),
                          Velmora::tr("What the files say beside the pixels"));
-    m_verdict->tell(verdictText(m_pair.map.map, m_pair.sameBytes), NoticeBar::Tone::Verdict);
+    const auto &[left, right] = m_pair.pictures;
+    QString verdict = verdictText(m_pair.map.map, m_pair.sameBytes);
+    for (const auto &[picture, path] : {std::pair(&left, m_files.left), std::pair(&right, m_files.right)}) {
+        if (picture->isCutOff)
+            verdict += u' ' + Velmora::tr("Cut off, so that its last pixels are missing: %1").arg(nameOf(path));
+    }
+    m_verdict->tell(verdict, left.isCutOff || right.isCutOff ? NoticeBar::Tone::Warning : NoticeBar::Tone::Verdict);
 }
 
 void ImageCompareWidget::onToleranceChanged(int value)

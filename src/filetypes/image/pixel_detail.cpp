@@ -7,7 +7,9 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSlider>
+#include <QStyle>
 
 namespace velmora {
 
@@ -25,19 +27,7 @@ PixelDetail::PixelDetail(QWidget *parent)
       m_toleranceValue(new QLabel),
       m_antiAliasing(new QCheckBox(Velmora::tr("Ignore smoothed edges")))
 {
-    auto *views = new QHBoxLayout;
-    for (const View &view : {m_left, m_right}) {
-        auto *column = new QVBoxLayout;
-        column->addWidget(view.grid, 1);
-        column->addWidget(view.info);
-        column->setSpacing(2);
-        views->addLayout(column, 1);
-    }
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(6, 4, 6, 6);
-    column->setSpacing(4);
-    column->addLayout(views, 1);
-    column->addLayout(makeSettings());
+    buildLayout();
     connect(m_tolerance, &QSlider::valueChanged, this, [this](int value) {
         m_toleranceValue->setText(QStringLiteral("%1 ").arg(value));
         Q_EMIT toleranceChanged(value);
@@ -45,6 +35,37 @@ PixelDetail::PixelDetail(QWidget *parent)
     connect(m_antiAliasing, &QCheckBox::toggled, this, &PixelDetail::antiAliasingChanged);
     m_toleranceValue->setText(QStringLiteral("%1 ").arg(0));
     onPixelHovered(-1, -1);
+}
+
+void PixelDetail::buildLayout()
+{
+    auto *views = new QHBoxLayout;
+    for (const View &view : {m_left, m_right}) {
+        auto *column = new QVBoxLayout;
+        column->addWidget(view.info);
+        column->addWidget(view.grid, 1);
+        column->setSpacing(2);
+        views->addLayout(column, 1);
+    }
+    // In a small window the grids keep their size, and what is below them is scrolled to.
+    auto *body = new QWidget;
+    auto *column = new QVBoxLayout(body);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(4);
+    column->addLayout(makeSettings());
+    column->addLayout(views, 1);
+    column->addLayout(makeCellButtons());
+    auto *area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setWidget(body);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setMinimumWidth(body->minimumSizeHint().width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+    constexpr int linesInSight = 10; // the tolerance, the pixel and most of the grids
+    area->setMinimumHeight(linesInSight * fontMetrics().lineSpacing());
+    auto *frame = new QVBoxLayout(this);
+    frame->setContentsMargins(6, 4, 6, 6);
+    frame->addWidget(area);
 }
 
 PixelDetail::View PixelDetail::makeView(const QString &caption, const QString &name)
@@ -80,7 +101,11 @@ QLayout *PixelDetail::makeSettings()
     slider->addWidget(m_tolerance, 1);
     slider->addWidget(m_toleranceValue);
     slider->addWidget(m_antiAliasing);
+    return slider;
+}
 
+QLayout *PixelDetail::makeCellButtons()
+{
     auto *fixed = new QPushButton(Velmora::tr("Fixed 16×16 px per grid cell"));
     fixed->setObjectName(QStringLiteral("fixedCellsButton"));
     auto *fit = new QPushButton(Velmora::tr("Fit"));
@@ -92,11 +117,7 @@ QLayout *PixelDetail::makeSettings()
     buttons->addWidget(fixed);
     buttons->addWidget(fit);
     buttons->addStretch();
-
-    auto *rows = new QVBoxLayout;
-    rows->addLayout(slider);
-    rows->addLayout(buttons);
-    return rows;
+    return buttons;
 }
 
 void PixelDetail::setImages(const QImage &left, const QImage &right)

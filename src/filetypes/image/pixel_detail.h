@@ -41,7 +41,9 @@ private:
     };
 
     [[nodiscard]] static View makeView(const QString &caption, const QString &name);
+    void buildLayout();
     [[nodiscard]] QLayout *makeSettings();
+    [[nodiscard]] QLayout *makeCellButtons();
     void showPixel(View &view) const;
 
     View m_left;

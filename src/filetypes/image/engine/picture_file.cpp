@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
+#include <QtEndian>
 
 #include <algorithm>
 #include <array>
@@ -51,6 +52,29 @@ bool goToFrame(QImageReader &reader, int frame)
     return frame == 0;
 }
 
+/// Whether a file lacks its end. Decoders of these formats fill up what is missing and say nothing; the others fail.
+bool lacksItsEnd(QFile &file, const QByteArray &format)
+{
+    constexpr qint64 tailSize = 64 * 1024; // room for what cameras put behind the picture
+    constexpr qint64 bitmapHeader = 14;
+    const auto tail = [&file](qint64 size) {
+        file.seek(std::max<qint64>(file.size() - size, 0));
+        return file.read(size);
+    };
+    if (format == "jpeg" || format == "jpg")
+        return !tail(tailSize).contains("\xFF\xD9");
+    if (format == "gif")
+        return !tail(tailSize).endsWith(';');
+    if (format == "bmp") {
+        file.seek(0);
+        const QByteArray header = file.read(bitmapHeader);
+        constexpr qsizetype sizePlace = 2;
+        return header.size() == bitmapHeader &&
+               file.size() < qFromLittleEndian<quint32>(header.constData() + sizePlace);
+    }
+    return false;
+}
+
 } // namespace
 
 Picture loadPicture(const QString &path, int frame, qint64 memory)
@@ -88,6 +112,7 @@ Picture loadPicture(const QString &path, int frame, qint64 memory)
         return picture;
     }
     takeFacts(image, picture.facts);
+    picture.isCutOff = lacksItsEnd(file, picture.facts.format);
     image.convertTo(QImage::Format_ARGB32);
     picture.fault = image.isNull() ? PictureFault::TooLarge : PictureFault::None;
     picture.image = std::move(image);

@@ -46,6 +46,7 @@ struct Picture {
     QImage image; ///< Format_ARGB32; null when there is a fault
     PictureFault fault = PictureFault::None;
     QString detail;
+    bool isCutOff = false; ///< the file ends too early, and the rest of the picture is whatever its decoder made of it
     PictureFacts facts;
 
     [[nodiscard]] bool isLoaded() const noexcept { return !image.isNull(); }
