@@ -11,6 +11,8 @@
 #include <QSlider>
 #include <QStyle>
 
+#include <algorithm>
+
 namespace velmora {
 
 namespace {
@@ -75,11 +77,10 @@ PixelDetail::View PixelDetail::makeView(const QString &caption, const QString &n
     view.info->setObjectName(name + QStringLiteral("PixelInfo"));
     view.info->setStyleSheet(QStringLiteral("QLabel{font-family:Consolas,Courier New,monospace; padding:3px 4px;}"));
     view.info->setTextFormat(Qt::PlainText);
-    // As wide as the grid above it, however long the numbers are, and as high with any.
+    // As wide as the grid below it, however long the numbers are.
     view.info->setWordWrap(true);
     view.info->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     view.info->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    view.info->setFixedHeight(2 * view.info->fontMetrics().lineSpacing() + 8);
     return view;
 }
 
@@ -118,6 +119,19 @@ QLayout *PixelDetail::makeCellButtons()
     buttons->addWidget(fit);
     buttons->addStretch();
     return buttons;
+}
+
+void PixelDetail::resizeEvent(QResizeEvent *event)
+{
+    QGroupBox::resizeEvent(event);
+    // The lines keep their height whatever they say, so that nothing below them moves with the mouse.
+    constexpr int padding = 8;
+    for (const View &view : {m_left, m_right}) {
+        const QRect room(0, 0, std::max(view.grid->width(), view.grid->minimumWidth()) - padding, height());
+        const QString longest = QStringLiteral("X:99999 Y:99999  RGB:255,255,255  A:255");
+        view.info->setFixedHeight(view.info->fontMetrics().boundingRect(room, Qt::TextWordWrap, longest).height() +
+                                  padding);
+    }
 }
 
 void PixelDetail::setImages(const QImage &left, const QImage &right)
