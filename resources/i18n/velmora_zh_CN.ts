@@ -706,6 +706,22 @@
         <translation>有更改的单元格：%1</translation>
     </message>
     <message>
+        <source>Match columns by name</source>
+        <translation>按名称匹配列</translation>
+    </message>
+    <message>
+        <source>Match columns by position</source>
+        <translation>按位置匹配列</translation>
+    </message>
+    <message>
+        <source>Compare again</source>
+        <translation>重新比较</translation>
+    </message>
+    <message>
+        <source>The columns are named differently; those of the same name are compared.</source>
+        <translation>列名不同；同名的列相互比较。</translation>
+    </message>
+    <message>
         <source>Copy rows as CSV</source>
         <translation>将行复制为 CSV</translation>
     </message>

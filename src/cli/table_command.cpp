@@ -22,6 +22,8 @@ const std::array tableOptions{
                "pair rows by the value in this column, by name or number from 1 on; of rows with the same\n"
                "value the last one counts. Given several times, all these values are the key"},
     OptionSpec{"no-header", nullptr, "the first row is data, not the names of the columns"},
+    OptionSpec{"by-name", nullptr,
+               "compare columns of the same name, wherever they stand, instead of the same position"},
     OptionSpec{"delimiter", "C",
                "what separates fields: one character, or \"tab\"; a tab for names that end in .tsv, else a comma"},
     OptionSpec{"encoding-left", "NAME", "the encoding of LEFT (UTF-8, UTF-16 LE, Big5, GB18030, ...; auto)"},
@@ -38,6 +40,7 @@ struct Request {
     TextInput right;
     QChar delimiter = u',';
     bool hasHeader = true;
+    bool columnsByName = false;
     QStringList keys; ///< as given
 };
 
@@ -74,6 +77,9 @@ QString takeRequest(const Arguments &arguments, Request &request)
     request.left.path = arguments.paths()[0];
     request.right.path = arguments.paths()[1];
     request.hasHeader = !arguments.has("no-header");
+    request.columnsByName = arguments.has("by-name");
+    if (request.columnsByName && !request.hasHeader)
+        return QStringLiteral("--by-name goes without --no-header");
     request.keys = arguments.values("key");
     for (const QString &error :
          {takeDelimiter(arguments, request), takeEncoding(arguments, "encoding-left", request.left),
@@ -98,8 +104,9 @@ QString takeKeys(const Request &request, const TableText &left, const TableText 
 {
     if (request.keys.isEmpty())
         return {};
-    const TableColumns columns =
-        request.hasHeader ? TableColumns::named(left, right, {}) : TableColumns::numbered(left, right, {});
+    const TableColumns columns = !request.hasHeader      ? TableColumns::numbered(left, right, {})
+                                 : request.columnsByName ? TableColumns::pairedByName(left, right, {})
+                                                         : TableColumns::named(left, right, {});
     for (const QString &key : request.keys) {
         const qint32 column = keyColumn(columns, key);
         if (column < 0)
@@ -184,12 +191,14 @@ int runTable(const Arguments &arguments, const Streams &streams)
     }
     const TableText left(withoutQuotedReturns(request.left.text.lines), request.delimiter);
     const TableText right(withoutQuotedReturns(request.right.text.lines), request.delimiter);
-    TableOptions options{request.hasHeader, {}};
+    TableOptions options;
+    options.hasHeader = request.hasHeader;
+    options.columnsByName = request.columnsByName;
     if (const QString error = takeKeys(request, left, right, options); !error.isEmpty())
         return fail(streams, error);
     Progress progress;
     const TableAlignment table = alignTables(left, right, options, {}, progress);
-    if (table.columns.namesDiffer())
+    if (table.columns.namesDiffer() && !request.columnsByName)
         complain(streams, QStringLiteral("warning: the columns are named differently"));
     warnOfReplaced(streams, request.left, table.replaced.left);
     warnOfReplaced(streams, request.right, table.replaced.right);

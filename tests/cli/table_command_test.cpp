@@ -50,6 +50,8 @@ private Q_SLOTS:
         QCOMPARE(runCli("table l.csv l.csv").status, 0);
         CliFiles::write("named.csv", "id,title\n");
         QCOMPARE(runCli("table l.csv named.csv").errors, "velmora-cli: warning: the columns are named differently\n");
+        CliFiles::write("turned.csv", "name,id\nd,2\n\"a\nb\",1\n");
+        QCOMPARE(runCli("table l.csv turned.csv --by-name --key id").status, 0);
         const char *one = "Same: 1  |  Modified: 0  |  Left only: 0  |  Right only: 0  |  Total rows: 1\n";
         QCOMPARE(runCli("table --no-header --key 2 l.TSV -", "x\tc\n").output,
                  QByteArray(one).replace("Same: 1  |  Modified: 0", "Same: 0  |  Modified: 1"));

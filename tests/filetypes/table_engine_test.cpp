@@ -28,7 +28,7 @@ ParsedTable fieldsOf(const TableText &table)
 TableDiffResult aligned(const QString &left, const QString &right, qint32 key, bool hasHeader, QChar delimiter = u',')
 {
     Progress progress;
-    return withCells(alignTables(cut(left, delimiter), cut(right, delimiter), {hasHeader, {key}}, {}, progress));
+    return withCells(alignTables(cut(left, delimiter), cut(right, delimiter), {hasHeader, false, {key}}, {}, progress));
 }
 
 QString dump(const ParsedTable &table)
@@ -166,11 +166,47 @@ private Q_SLOTS:
         }
     }
 
+    /// Columns that stand elsewhere, paired by name, give what the same columns at their place give.
+    void pairsColumnsByName()
+    {
+        QRandomGenerator random(7);
+        const QStringList values{QStringLiteral("a"), QStringLiteral("b"), QString(), QStringLiteral("\"c,\"")};
+        for (int round = 0; round < 800; ++round) {
+            const int first = round % 3;
+            QString left = QStringLiteral("x,y,z\n");
+            QString right = left;
+            QString turned = (QStringLiteral("x,y,z,x,y").mid(2 * first, 5)) + u'\n';
+            for (int row = random.bounded(8); row > 0; --row) {
+                QStringList fields[2];
+                for (QStringList &side : fields) {
+                    for (int column = 0; column < 3; ++column)
+                        side.append(values[random.bounded(int(values.size()))]);
+                }
+                left += fields[0].join(u',') + u'\n';
+                right += fields[1].join(u',') + u'\n';
+                turned += (fields[1] + fields[1]).mid(first, 3).join(u',') + u'\n';
+            }
+            const qint32 key = random.bounded(4) - 1;
+            Progress progress;
+            const TableAlignment byName = alignTables(cut(left), cut(turned), {true, true, {key}}, {}, progress);
+            QCOMPARE(dump(withCells(byName)), dump(aligned(left, right, key, true)));
+        }
+    }
+
+    void keepsColumnsThatOneSideHas()
+    {
+        Progress progress;
+        const TableAlignment result =
+            alignTables(cut(QStringLiteral("a,k,a\n1,2,3,4")), cut(QStringLiteral("c,a,k,k\n9,1,2,8")),
+                        {true, true, {1}}, {}, progress);
+        QCOMPARE(dump(withCells(result)), QStringLiteral("a|k|a|c|k\n1 1 1: 01/1 02/2 13/ 1/9 1/8\n0 1 0 0"));
+    }
+
     void tellsWhatEqualKeysReplaced()
     {
         Progress progress;
         const TableAlignment result = alignTables(cut(QStringLiteral("k\na\nb\na\nb\na")), cut(QStringLiteral("k\na")),
-                                                  {true, {0}}, {}, progress);
+                                                  {true, false, {0}}, {}, progress);
         QCOMPARE(result.replaced.left, (std::vector<qint32>{1, 2, 3}));
         QVERIFY(result.replaced.right.empty());
     }
@@ -180,7 +216,7 @@ private Q_SLOTS:
         Progress progress;
         const TableAlignment result =
             alignTables(cut(QStringLiteral("a,b\n1,23\n12,3\n1,2")), cut(QStringLiteral("a,b\n12,3\n1,2\n,1")),
-                        {true, {0, 1}}, {}, progress);
+                        {true, false, {0, 1}}, {}, progress);
         QCOMPARE(
             dump(withCells(result)),
             QStringLiteral("a|b\n2 1 -1: 31/ 323/\n0 2 1: 012/12 03/3\n0 3 2: 01/1 02/2\n3 -1 3: 2/ 2/1\n2 0 1 1"));

@@ -151,6 +151,18 @@ private Q_SLOTS:
         QVERIFY(table.session.findChild<QWidget *>(word("proposalBar"))->isHidden());
     }
 
+    void pairsColumnsByNameOnRequest()
+    {
+        TableFixture table;
+        QVERIFY(table.compare("a,b\n1,2\n", "b,a\n2,1\n"));
+        QCOMPARE(table.shown("leftGrid"), word("2: C1 C2"));
+        QSignalSpy finished(&table.session, &SessionWidget::comparisonFinished);
+        QTest::mouseClick(table.session.findChild<QPushButton *>(word("remarksBarAction")), Qt::LeftButton);
+        QVERIFY(finished.wait(20'000));
+        QCOMPARE(table.shown("rightGrid"), word("2: =1 =2"));
+        QVERIFY(table.session.options().value(word("columnsByName")).toBool());
+    }
+
     void proposesADelimiter()
     {
         TableFixture table;

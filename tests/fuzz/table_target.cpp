@@ -18,7 +18,9 @@ void table(const QByteArray &input)
     const DecodedText right = decodeText(input.sliced(1 + (input.size() - 1) / 2), {});
     Progress progress;
     const TableAlignment fast = alignTables(TableText(left.lines, delimiter), TableText(right.lines, delimiter),
-                                            {hasHeader, {key}}, {}, progress);
+                                            {hasHeader, false, {key}}, {}, progress);
+    const TableAlignment byName = alignTables(fast.tables.left, fast.tables.right, {true, true, {key}}, {}, progress);
+    require(qsizetype(byName.rows.size()) == withCells(byName).rows.size(), "columns of any names can be paired");
     const auto parsed = [delimiter](const DecodedText &text) {
         return parseDelimitedText(textOfUtf8(text.lines.bytes()), delimiter);
     };

@@ -31,6 +31,8 @@ TableCompareBar::TableCompareBar(QWidget *session) : SessionBar(session)
     findNext = add({"findNextAction", Velmora::tr("Next match"), {}, {Qt::Key_F3}, {}});
     findPrevious = add({"findPreviousAction", Velmora::tr("Previous match"), {}, {Qt::SHIFT | Qt::Key_F3}, {}});
     copyRows = add({"copyAction", Velmora::tr("Copy rows as CSV"), {}, {}, {}});
+    columnsByName = add({"columnsByNameAction", Velmora::tr("Match columns by name"), {}, {}, {}});
+    columnsByName->setCheckable(true);
     switchPane = add({"switchPaneAction", Velmora::tr("Switch to the other side"), {}, {}, {}});
     refreshTheme();
     showRunning(false, false);
@@ -84,6 +86,8 @@ void TableCompareBar::addTo(QMenu &menu) const
     menu.addActions({previousDifference, nextDifference, switchPane});
     menu.addSeparator();
     menu.addActions({showAll, showDifferences, showIdentical});
+    menu.addSeparator();
+    menu.addAction(columnsByName);
 }
 
 } // namespace velmora

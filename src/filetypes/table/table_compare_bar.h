@@ -28,6 +28,7 @@ public:
     QAction *findNext = nullptr; ///< by key only, as those after it
     QAction *findPrevious = nullptr;
     QAction *copyRows = nullptr;
+    QAction *columnsByName = nullptr; ///< checkable: whether columns of the same name are compared
     QAction *switchPane = nullptr;
 
 private:

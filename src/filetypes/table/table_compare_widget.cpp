@@ -33,6 +33,7 @@ namespace {
 
 constexpr QLatin1String delimiterKey("delimiter");
 constexpr QLatin1String headerKey("header");
+constexpr QLatin1String columnsByNameKey("columnsByName");
 constexpr QLatin1String keyKey("key");
 constexpr QLatin1String keyNameKey("keyName");
 
@@ -102,6 +103,7 @@ TableCompareWidget::TableCompareWidget(SessionHost &host, QWidget *parent)
             m_choices->setKey(document.keyProposal);
         start();
     });
+    connect(m_remarks, &NoticeBar::actionWanted, m_bar->columnsByName, &QAction::trigger);
     connect(&m_reports, &ReportSaver::failed, this, [this](const QString &message) { m_status->showFailure(message); });
     connect(&m_runner, &Runner::runningChanged, this, &TableCompareWidget::showRunning);
     m_remarks->setClosable(Velmora::tr("Close this remark"));
@@ -166,6 +168,7 @@ void TableCompareWidget::connectBar()
     onFind(m_bar->find, &CellFinder::open);
     onFind(m_bar->findNext, &CellFinder::next);
     onFind(m_bar->findPrevious, &CellFinder::previous);
+    on(m_bar->columnsByName, [this] { start(); });
     on(m_bar->copyRows, &TableCompareWidget::copyRows);
     on(m_bar->switchPane, [this] { m_grids->focusOn(otherSide(m_grids->side())); });
 }
@@ -185,6 +188,8 @@ void TableCompareWidget::setPaths(const SessionPaths &paths)
 QJsonObject TableCompareWidget::options() const
 {
     QJsonObject options{{delimiterKey, QString(m_choices->delimiter())}, {headerKey, m_choices->hasHeader()}};
+    if (m_bar->columnsByName->isChecked())
+        options.insert(columnsByNameKey, true);
     if (m_choices->key() >= 0) {
         options.insert(keyKey, m_choices->key());
         options.insert(keyNameKey, m_choices->keyName());
@@ -197,6 +202,7 @@ void TableCompareWidget::setOptions(const QJsonObject &options)
     if (const QString delimiter = options.value(delimiterKey).toString(); delimiter.size() == 1)
         m_choices->setDelimiter(delimiter[0]);
     m_choices->setHasHeader(options.value(headerKey).toBool(m_choices->hasHeader()));
+    m_bar->columnsByName->setChecked(options.value(columnsByNameKey).toBool());
     if (const int key = options.value(keyKey).toInt(-1); key >= 0)
         m_choices->offerKey(key, options.value(keyNameKey).toString());
 }
@@ -255,8 +261,11 @@ void TableCompareWidget::start()
     if (files.left.isEmpty() || files.right.isEmpty())
         return;
     m_running = files;
-    const TableRequest request{
-        {files.left, files.right}, m_choices->delimiter(), m_choices->hasHeader(), m_choices->key()};
+    const TableRequest request{{files.left, files.right},
+                               m_choices->delimiter(),
+                               m_choices->hasHeader(),
+                               m_bar->columnsByName->isChecked(),
+                               m_choices->key()};
     m_status->showMessage(Velmora::tr("Comparing..."));
     Q_EMIT comparisonStarted();
     m_runner.start([request](const CancelFlag &cancel,
@@ -302,6 +311,11 @@ void TableCompareWidget::showResult(const std::shared_ptr<const TableDocument> &
 
 void TableCompareWidget::showRemarks(const TableDocument &document)
 {
+    const bool byName = document.alignment.columns.arePairedByName();
+    m_remarks->setAction(!document.alignment.columns.namesDiffer() ? QString()
+                         : byName                                  ? Velmora::tr("Match columns by position")
+                                                                   : Velmora::tr("Match columns by name"),
+                         Velmora::tr("Compare again"));
     m_remarks->tell(tableRemarks(document), NoticeBar::Tone::Warning);
     if (!document.delimiterProposal.isNull())
         proposeDelimiter(document.delimiterProposal);

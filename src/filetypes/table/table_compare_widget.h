@@ -39,7 +39,8 @@ public:
     /// Starts anew when a comparison runs already; does nothing while a path is missing.
     void start() override;
     [[nodiscard]] bool isReading() const override { return m_runner.isRunning(); }
-    /// "delimiter", "header", and where there is a key its column "key" (from 0) and "keyName".
+    /// "delimiter", "header", and where there is a key its column "key" (from 0) and "keyName"; "columnsByName" when
+    /// it is chosen.
     [[nodiscard]] QJsonObject options() const override;
     void setOptions(const QJsonObject &options) override;
     bool setPendingReport(const QString &path) override;

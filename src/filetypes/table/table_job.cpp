@@ -100,7 +100,8 @@ TableResult compareTableFiles(const TableRequest &request, const CancelFlag &can
     if (request.hasHeader)
         document->keyNames = firstRow(left, right);
     document->key = request.key < document->keyNames.size() ? request.key : -1;
-    document->alignment = alignTables(left, right, {request.hasHeader, {document->key}}, cancel, progress);
+    document->alignment =
+        alignTables(left, right, {request.hasHeader, request.columnsByName, {document->key}}, cancel, progress);
     sortRows(*document);
     document->changedCells = changedCells(*document, cancel);
     if (document->key < 0 && document->alignment.counts.differences() > 0)

@@ -18,6 +18,7 @@ struct TableRequest {
     Sides<QString> paths;
     QChar delimiter = u',';
     bool hasHeader = true;
+    bool columnsByName = false; ///< see `TableOptions`
     qint32 key = -1; ///< a field of the first row; when there is none of that number, rows are aligned in their order
 };
 

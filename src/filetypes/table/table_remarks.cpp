@@ -46,7 +46,9 @@ QString tableRemarks(const TableDocument &document)
         sentences.append(Velmora::tr("The right file cannot be read and counts as empty: %1").arg(error));
     if (const QString replaced = sentenceOfReplaced(document.alignment.replaced); !replaced.isEmpty())
         sentences.append(replaced);
-    if (document.alignment.columns.namesDiffer())
+    if (document.alignment.columns.arePairedByName())
+        sentences.append(Velmora::tr("The columns are named differently; those of the same name are compared."));
+    else if (document.alignment.columns.namesDiffer())
         sentences.append(Velmora::tr("The columns are named differently; cells are compared by their position."));
     if (const qint32 columns = document.alignment.columns.count(); columns > TableScene::columnLimit)
         sentences.append(Velmora::tr("Only the first %1 of %2 columns are shown.")

@@ -2,6 +2,7 @@
 
 #include "core/utf8_text.h"
 #include "filetypes/table/engine/table_keys.h"
+#include "filetypes/table/engine/value_lines.h"
 #include "text/engine/line_interner.h"
 #include "text/engine/sequence_matcher.h"
 #include "text/engine/side_reader.h"
@@ -14,6 +15,25 @@ namespace velmora {
 namespace {
 
 constexpr size_t rowsPerReport = 8192;
+
+/// All rows of a table as their cells in the columns of the result, a line for each.
+TextLines joinedCells(const TableAlignment &result, Side side, const CancelFlag &cancel)
+{
+    constexpr char fieldSeparator = 0x1F;
+    ValueLines lines;
+    std::string line;
+    for (qint32 row = 0; row < result.tables[side].rowCount() && !cancel.isCancelled(); ++row) {
+        line.clear();
+        AlignedTableRow alone;
+        (side == Side::Left ? alone.left : alone.right) = row;
+        for (CellCursor cells(result, alone); cells.next();) {
+            line += cells.value(side);
+            line += fieldSeparator;
+        }
+        lines.append(line);
+    }
+    return lines.take();
+}
 
 /// Makes the rows of one result.
 class Aligner {
@@ -54,14 +74,14 @@ InternedLines Aligner::numbered(const TextLines &left, const TextLines &right)
 /// Numbers are given out by first appearance, the left side first, so that they are the order of the rows.
 void Aligner::alignByKeys(const QList<qint32> &columns)
 {
-    InternedLines keys;
-    {
-        const TextLines left =
-            rowKeys(m_result.tables.left, m_leftStart, m_result.tables.left.rowCount(), columns, m_cancel);
-        const TextLines right =
-            rowKeys(m_result.tables.right, m_rightStart, m_result.tables.right.rowCount(), columns, m_cancel);
-        keys = numbered(left, right);
-    }
+    const auto keysOf = [&](Side side, qint32 start) {
+        const TableText &table = m_result.tables[side];
+        QList<qint32> tableFields;
+        for (const qint32 column : columns)
+            tableFields.append(m_result.columns.fieldOf(side, column));
+        return rowKeys(table, start, table.rowCount(), tableFields, m_cancel);
+    };
+    InternedLines keys = numbered(keysOf(Side::Left, m_leftStart), keysOf(Side::Right, m_rightStart));
     if (m_cancel.isCancelled())
         return;
     std::vector<AlignedTableRow> pairs(size_t(keys.count));
@@ -97,7 +117,11 @@ void Aligner::alignByOrder()
     const TableText &leftTable = m_result.tables.left;
     const TableText &rightTable = m_result.tables.right;
     // Only where both sides are in the same form do the same values have the same line.
-    const InternedLines lines = numbered(joinedRows(leftTable, m_cancel), joinedRows(rightTable, m_cancel));
+    const auto linesOf = [this](Side side) {
+        return m_result.columns.arePairedByName() ? joinedCells(m_result, side, m_cancel)
+                                                  : joinedRows(m_result.tables[side], m_cancel);
+    };
+    const InternedLines lines = numbered(linesOf(Side::Left), linesOf(Side::Right));
     if (m_cancel.isCancelled())
         return;
     const auto data = [](const std::vector<qint32> &numbers, qint32 start, qint32 end) {
@@ -131,7 +155,8 @@ void Aligner::alignByOrder()
 void Aligner::appendPair(qint32 left, qint32 right, bool anchored)
 {
     AlignedTableRow row{left, right, TableRowStatus::Modified};
-    if (anchored && m_result.tables.left.row(left) == m_result.tables.right.row(right)) {
+    const bool sameBytes = anchored && m_result.tables.left.row(left) == m_result.tables.right.row(right);
+    if (sameBytes && !m_result.columns.arePairedByName()) {
         row.status = TableRowStatus::Same;
     } else if (anchored) {
         CellCursor cells(m_result, row);
@@ -190,8 +215,9 @@ TableAlignment alignTables(const TableText &left, const TableText &right, const 
     result.tables = {left, right};
     if (left.isEmpty() && right.isEmpty())
         return result;
-    result.columns =
-        options.hasHeader ? TableColumns::named(left, right, cancel) : TableColumns::numbered(left, right, cancel);
+    result.columns = !options.hasHeader      ? TableColumns::numbered(left, right, cancel)
+                     : options.columnsByName ? TableColumns::pairedByName(left, right, cancel)
+                                             : TableColumns::named(left, right, cancel);
     Aligner aligner(result, options, cancel, progress);
     if (const QList<qint32> keys = knownKeys(options, result.columns.count()); !keys.isEmpty())
         aligner.alignByKeys(keys);
@@ -201,24 +227,44 @@ TableAlignment alignTables(const TableText &left, const TableText &right, const 
 }
 
 CellCursor::CellCursor(const TableAlignment &alignment, const AlignedTableRow &row)
-    : m_left(cursorOf(alignment.tables.left, row.left)),
+    : m_columns(alignment.columns),
+      m_left(cursorOf(alignment.tables.left, row.left)),
       m_right(cursorOf(alignment.tables.right, row.right)),
-      m_columnsLeft(alignment.columns.count()),
       m_row(row.status)
-{}
+{
+    if (!m_columns.arePairedByName())
+        return;
+    m_rightFields.resize(size_t(m_columns.count()));
+    for (const qint32 column : m_columns.rightColumns()) {
+        if (!m_right.next())
+            break;
+        m_rightFields[size_t(column)] = m_right.field();
+    }
+}
+
+void CellCursor::step()
+{
+    if (!m_columns.arePairedByName()) {
+        static_cast<void>(m_left.next());
+        static_cast<void>(m_right.next());
+        m_fields = {m_left.field(), m_right.field()};
+        return;
+    }
+    const bool hasLeft = m_columns.fieldOf(Side::Left, m_column) >= 0 && m_left.next();
+    m_fields = {hasLeft ? m_left.field() : std::string_view(), m_rightFields[size_t(m_column)]};
+}
 
 bool CellCursor::next()
 {
-    if (m_columnsLeft == 0)
+    if (m_column + 1 >= m_columns.count())
         return false;
-    --m_columnsLeft;
-    static_cast<void>(m_left.next());
-    static_cast<void>(m_right.next());
+    ++m_column;
+    step();
     if (m_row == TableRowStatus::LeftOnly)
         m_status = TableCellStatus::LeftOnly;
     else if (m_row == TableRowStatus::RightOnly)
         m_status = TableCellStatus::RightOnly;
-    else if (m_left.field() == m_right.field() || value(Side::Left) == value(Side::Right))
+    else if (m_fields.left == m_fields.right || value(Side::Left) == value(Side::Right))
         m_status = TableCellStatus::Same;
     else
         m_status = TableCellStatus::Modified;

@@ -16,7 +16,8 @@ namespace velmora {
 /// What a comparison of tables goes by.
 struct TableOptions {
     bool hasHeader = true;
-    QList<qint32> keys = {}; ///< columns of the result; with none that there is, rows are aligned in their order
+    bool columnsByName = false; ///< with a header: cells are compared in columns of the same name
+    QList<qint32> keys = {};    ///< columns of the result; with none that there is, rows are aligned in their order
 };
 
 /// One row of a result. Indices as in `TableRowDiff`.
@@ -70,15 +71,17 @@ public:
     /// What the cell of a side means; empty where there is none. Valid until the next step.
     [[nodiscard]] std::string_view value(Side side);
     /// The same as it stands in the table (see `fieldValue`); valid as long as the table.
-    [[nodiscard]] std::string_view field(Side side) const noexcept
-    {
-        return side == Side::Left ? m_left.field() : m_right.field();
-    }
+    [[nodiscard]] std::string_view field(Side side) const noexcept { return m_fields[side]; }
 
 private:
+    void step();
+
+    const TableColumns &m_columns;
     FieldCursor m_left;
     FieldCursor m_right;
-    qint32 m_columnsLeft;
+    std::vector<std::string_view> m_rightFields; ///< by column, where columns are paired by name
+    qint32 m_column = -1;
+    Sides<std::string_view> m_fields;
     TableRowStatus m_row;
     TableCellStatus m_status = TableCellStatus::Same;
     Sides<std::string> m_buffers;

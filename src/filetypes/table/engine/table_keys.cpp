@@ -13,6 +13,8 @@ constexpr char fieldSeparator = 0x1F;
 
 std::string_view valueAt(std::string_view row, std::string_view delimiter, qint32 column, std::string &buffer)
 {
+    if (column < 0)
+        return {};
     FieldCursor cursor(row, delimiter);
     for (qint32 at = 0; at <= column; ++at) {
         if (!cursor.next())

@@ -7,8 +7,8 @@
 namespace velmora {
 
 /// The keys of the rows [firstRow, endRow) of a table, as far as there are so many, a line for each: the values of
-/// these columns, empty where the row is shorter. Rows have the same line just when all values are the same. Incomplete
-/// when cancelled.
+/// these columns, empty where the row is shorter or the number is -1. Rows have the same line just when all values are
+/// the same. Incomplete when cancelled.
 [[nodiscard]] TextLines rowKeys(const TableText &table, qint32 firstRow, qint32 endRow, const QList<qint32> &columns,
                                 const CancelFlag &cancel);
 
