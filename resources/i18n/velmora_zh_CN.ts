@@ -188,6 +188,18 @@
         <translation>合并源自同一基准的两个文本文件版本。</translation>
     </message>
     <message>
+        <source>Merge two versions of a text</source>
+        <translation>合并一个文本的两个版本</translation>
+    </message>
+    <message>
+        <source>Choose both versions and the file that they come from, or drop all three here: left, right, base. Of a file with conflict markers, the left place is enough.</source>
+        <translation>请选择两个版本及其来源文件，或将三个文件一起拖到此处：左侧、右侧、基准。带冲突标记的文件只需放在左侧。</translation>
+    </message>
+    <message>
+        <source>The texts end their lines differently: the result ends them with %1</source>
+        <translation>各文本的换行符不同：结果使用 %1</translation>
+    </message>
+    <message>
         <source>line by line</source>
         <translation>逐行合并</translation>
     </message>

@@ -1,5 +1,6 @@
 #include "merge/merge_job.h"
 
+#include "core/line_ends.h"
 #include "core/text_pair.h"
 #include "merge/engine/conflict_markers.h"
 
@@ -95,6 +96,27 @@ ChunkMerge mergeWithoutBase(const TextLines &left, const TextLines &right, TextL
     return merge;
 }
 
+/// Where a version ends all lines in another way than the base, that is a change of its own, which the result takes
+/// over: the lines are merged without it, as every one of them would be a conflict.
+std::optional<LineEndStyle> lineEndsOf(MergeResult &result)
+{
+    // A text without any line end goes along with the others.
+    const auto styleOr = [&result](MergeSource source, LineEndStyle other) {
+        const DecodedText &text = sourceIn(result, source).text;
+        const bool hasEnds =
+            text.lines.count() > 1 || (!text.lines.isEmpty() && text.lines.lineEnd(0) != LineEnd::None);
+        return hasEnds ? text.lineEnds : other;
+    };
+    const LineEndStyle any = styleOr(MergeSource::Right, styleOr(MergeSource::Left, LineEndStyle::Lf));
+    const LineEndStyle base = styleOr(MergeSource::Base, any);
+    const LineEndStyle left = styleOr(MergeSource::Left, base);
+    const LineEndStyle right = styleOr(MergeSource::Right, base);
+    const auto isSimple = [](LineEndStyle one) { return one == LineEndStyle::Lf || one == LineEndStyle::CrLf; };
+    if (!isSimple(left) || !isSimple(right) || !isSimple(base) || (left == base && right == base))
+        return std::nullopt;
+    return left != base ? left : right;
+}
+
 bool coversAll(const std::vector<MergePart> &parts, const MergeTexts &texts, const TextLines &result)
 {
     std::array<qsizetype, mergeSourceCount> next{};
@@ -185,9 +207,15 @@ MergeResult runMerge(const MergeRequest &request, const CancelFlag &cancel, Prog
         Progress merging([&progress](const ProgressState &state) {
             progress.report(state.phase + 1, state.done, state.total, state.item);
         });
-        const TextLines &left = sourceIn(result, MergeSource::Left).text.lines;
-        const TextLines &right = sourceIn(result, MergeSource::Right).text.lines;
-        TextLines base = sourceIn(result, MergeSource::Base).text.lines;
+        result.lineEnds = lineEndsOf(result);
+        const auto lines = [&result](MergeSource source) {
+            const DecodedText &text = sourceIn(result, source).text;
+            const bool isOther = result.lineEnds && text.lineEnds != *result.lineEnds;
+            return isOther ? withLineEnds(text.lines, *result.lineEnds) : text.lines;
+        };
+        const TextLines left = lines(MergeSource::Left);
+        const TextLines right = lines(MergeSource::Right);
+        TextLines base = lines(MergeSource::Base);
         merge = base.isEmpty() && !request.kept ? mergeWithoutBase(left, right, base, cancel, merging)
                                                 : mergeChunks(base, left, right, {}, cancel, merging);
         texts = std::make_shared<const MergeTexts>(left, base, right);

@@ -39,6 +39,8 @@ struct MergeResult {
     MergeParts parts;
     EditBuffer result;
     MarkerLabels labels; ///< those that a marked file has
+    std::optional<LineEndStyle>
+        lineEnds; ///< set where the texts ended their lines differently: all are shown with these
 };
 
 /// Reads, decodes and merges. Runs on a worker. Progress phases: 0 reading the files (not counted), from 1 on those of

@@ -8,6 +8,7 @@
 #include "session/document/recovery_keeper.h"
 #include "session/document/text_description.h"
 #include "session/fault_text.h"
+#include "session/frame/notice_card.h"
 #include "session/frame/progress_strip.h"
 #include "session/pane/pane_options.h"
 #include "session/pane/syntax_detection.h"
@@ -149,6 +150,7 @@ void ThreeWayMergeWidget::takeResult(MergeResult &&result)
     m_format->setText(describeEncoding(result.output.missing ? result.sources[0] : result.output));
     setFocusProxy(m_view);
     m_view->pane(paneOfResult).setFocus();
+    m_view->notice(paneOfResult).clear();
     m_bar->showMerge(true);
     m_title.clear();
     showTitle();
@@ -157,6 +159,9 @@ void ThreeWayMergeWidget::takeResult(MergeResult &&result)
         m_editing->goToPart(m_editing->parts().nextConflict(-1, true, true));
     showPosition();
     showCounts();
+    if (result.lineEnds)
+        showMessage(Velmora::tr("The texts end their lines differently: the result ends them with %1")
+                        .arg(lineEndStyleName(*result.lineEnds)));
     if (m_recovered) {
         m_texts->editor().markUnsaved(paneOfResult);
         m_keeper->keepNow(std::exchange(m_recovered, {}));

@@ -11,6 +11,7 @@
 #include "session/find/find_controller.h"
 #include "session/find/replace_controller.h"
 #include "session/frame/notice_bar.h"
+#include "session/frame/notice_card.h"
 #include "session/frame/progress_strip.h"
 #include "session/frame/status_line.h"
 #include "session/pane/pane_menu.h"
@@ -94,6 +95,10 @@ void ThreeWayMergeWidget::buildLayout()
     column->addWidget(m_findBar);
     column->addWidget(m_foot);
     setFocusProxy(&m_heads->input(MergeSource::Left));
+    m_view->notice(paneOfResult)
+        .tell({Velmora::tr("Merge two versions of a text"),
+               Velmora::tr("Choose both versions and the file that they come from, or drop all three here: left, "
+                           "right, base. Of a file with conflict markers, the left place is enough.")});
 }
 
 void ThreeWayMergeWidget::connectBar()

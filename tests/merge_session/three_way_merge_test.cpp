@@ -149,6 +149,33 @@ private Q_SLOTS:
         QCOMPARE(f.session.waitStatus(), 0);
     }
 
+    void aVersionWithOtherLineEndsIsNoConflictThroughout()
+    {
+        MergeFixture f;
+        f.merge("1\r\n2\r\nl\r\n", "1\n2\n3\n", "r\n2\n3\n", "old\n");
+        QCOMPARE(f.choices(), (QStringList{word("taken from the right"), word("taken from the left")}));
+        f.session.onSave();
+        f.saved();
+        QCOMPARE(contentsOf(f.out), QByteArray("r\r\n2\r\nl\r\n"));
+    }
+
+    void droppedFilesAreLeftRightAndBase()
+    {
+        MergeFixture f;
+        const QString left = f.file("l", "1\nl\n");
+        const QString right = f.file("r", "1\nr\n");
+        f.session.dropPaths({left, right, f.file("b", "1\n2\n")}, {});
+        f.wait();
+        QCOMPARE(f.open(), 1);
+        // Without a base all that differs is open.
+        MergeFixture g;
+        g.session.dropPaths({left, right}, {});
+        g.session.start();
+        g.wait();
+        QCOMPARE(g.choices(), QStringList{word("open")});
+        QCOMPARE(g.session.waitStatus(), 1);
+    }
+
     void aFileThatSomebodyElseHasWrittenIsNotWrittenOver()
     {
         MergeFixture f;
