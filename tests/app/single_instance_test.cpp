@@ -93,6 +93,9 @@ private Q_SLOTS:
         QCOMPARE(server.take().arguments, QStringList{QStringLiteral("again")});
         QCOMPARE(server.take().arguments, QStringList());
         QVERIFY(!handOver(name, {QString(handOverLimit, u'x')})); // it would be refused
+        QTRY_VERIFY(!server.isHearing());
+        server.stop();
+        QVERIFY(!handOver(name, arguments));
     }
 
     // It ended before the window had read the file that its caller then removed.

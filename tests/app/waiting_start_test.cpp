@@ -59,6 +59,23 @@ private Q_SLOTS:
                  -1);
     }
 
+    // It took the arguments of git's next file, and went.
+    void comesBackWhenTheWindowWasClosing()
+    {
+        int attempts = 0;
+        std::unique_ptr<WaitReport> report;
+        const auto handOver = [&](const QStringList &message) {
+            if (++attempts == 2) {
+                report = std::make_unique<WaitReport>(parseCommandLine(message).reportTo);
+                report->sessionClosed(0);
+                QTimer::singleShot(50, qApp, [&report] { report.reset(); });
+            }
+            return true;
+        };
+        QCOMPARE(waitForWindow(words("velmora --wait a b"), handOver, 200ms), 0);
+        QCOMPARE(attempts, 2);
+    }
+
     // A message that names any other socket must not make the window write to it.
     void connectsToNoOtherAddress()
     {
@@ -146,7 +163,7 @@ private Q_SLOTS:
             early = false;
             tabs->closeTab(tabs->currentIndex());
         });
-        QCOMPARE(waiting.wait(), 0);
+        QCOMPARE(waiting.wait(500ms), 0);
         QVERIFY(!early);
     }
 };

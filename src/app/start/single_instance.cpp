@@ -273,6 +273,11 @@ bool SingleInstanceServer::listen(const QString &name)
     return m_server.listen(name);
 }
 
+bool SingleInstanceServer::isHearing() const
+{
+    return m_server.hasPendingConnections() || !m_starts.isEmpty() || !children().isEmpty();
+}
+
 HandedOver SingleInstanceServer::take()
 {
     return m_starts.isEmpty() ? HandedOver() : m_starts.dequeue();

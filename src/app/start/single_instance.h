@@ -84,6 +84,11 @@ public:
     /// a living instance answers there or the system refuses.
     [[nodiscard]] bool listen(const QString &name);
 
+    /// Whether a start is being heard, or has been and is not taken yet.
+    [[nodiscard]] bool isHearing() const;
+    /// Listens no longer: a start that comes now does its work itself. For a window that is about to close.
+    void stop() { m_server.close(); }
+
     /// The oldest start not taken yet; nothing in it when there is none.
     [[nodiscard]] HandedOver take();
 

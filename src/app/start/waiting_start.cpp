@@ -24,6 +24,7 @@ constexpr int nothingOpened = 1;
 constexpr qint64 startTime = 30000;
 constexpr unsigned long lookInterval = 50;
 constexpr int writeTime = 100;
+constexpr int mostAttempts = 4;
 /// Longer than any status.
 constexpr qint64 longestStatus = 16;
 
@@ -38,6 +39,19 @@ bool startWindow(const QStringList &arguments)
     window.setStandardOutputFile(QProcess::nullDevice());
     window.setStandardErrorFile(QProcess::nullDevice());
     return window.startDetached();
+}
+
+/// Hands over to a window that has just been started, once it can be heard.
+bool handOverInTime(const QStringList &message, const std::function<bool(const QStringList &)> &handOver)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!handOver(message)) {
+        if (timer.elapsed() > startTime)
+            return false;
+        QThread::msleep(lookInterval);
+    }
+    return true;
 }
 
 } // namespace
@@ -70,6 +84,7 @@ std::optional<int> WaitingStart::wait(std::chrono::milliseconds patience)
             }
             deadline.stop();
             m_server.close();
+            m_connected = true;
             QObject::connect(window, &QLocalSocket::readyRead, &loop, [this, window] { listenTo(window); });
             QObject::connect(window, &QLocalSocket::disconnected, &loop, [this, window, &loop] {
                 listenTo(window);
@@ -123,24 +138,20 @@ void WaitReport::sessionClosed(int status)
     m_status = std::max(m_status.value_or(0), status);
 }
 
-std::optional<int> waitForWindow(const QStringList &arguments, const std::function<bool(const QStringList &)> &handOver)
+std::optional<int> waitForWindow(const QStringList &arguments, const std::function<bool(const QStringList &)> &handOver,
+                                 std::chrono::milliseconds patience)
 {
     WaitingStart waiting;
     if (waiting.address().isEmpty())
         return std::nullopt;
     const QStringList message = withReportTo(arguments, waiting.address());
-    if (!handOver(message)) {
-        if (!startWindow(arguments))
+    for (int attempt = 0; attempt < mostAttempts && !waiting.isConnected(); ++attempt) {
+        if (!handOver(message) && !(startWindow(arguments) && handOverInTime(message, handOver)))
             return std::nullopt;
-        QElapsedTimer timer;
-        timer.start();
-        while (!handOver(message)) {
-            if (timer.elapsed() > startTime)
-                return std::nullopt;
-            QThread::msleep(lookInterval);
-        }
+        if (const std::optional<int> status = waiting.wait(patience))
+            return status;
     }
-    return waiting.wait();
+    return std::nullopt;
 }
 
 } // namespace velmora

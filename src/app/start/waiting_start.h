@@ -28,8 +28,9 @@ public:
     [[nodiscard]] QString address() const;
 
     /// Runs the event loop until the window has told the status; nothing when it went down, or did not connect within
-    /// `patience`.
-    [[nodiscard]] std::optional<int> wait(std::chrono::milliseconds patience = std::chrono::seconds(30));
+    /// `patience`, which `isConnected` tells apart.
+    [[nodiscard]] std::optional<int> wait(std::chrono::milliseconds patience);
+    [[nodiscard]] bool isConnected() const noexcept { return m_connected; }
 
 private:
     void listenTo(QLocalSocket *window);
@@ -37,6 +38,7 @@ private:
     QLocalServer m_server;
     QByteArray m_heard;
     std::optional<int> m_status;
+    bool m_connected = false;
 };
 
 /// The window's end: tells a waiting process what has become of the sessions that were opened for it.
@@ -60,8 +62,10 @@ private:
 
 /// Runs what `--wait` asks for: has `arguments`, whose paths are absolute, carried out by the window that is open or by
 /// one that is opened for it, and returns the exit status once the tabs are closed; nothing when no window could be
-/// reached or when it went down. `handOver` hands an argument list to a window that is open.
+/// reached or when it went down. `handOver` hands an argument list to a window that is open. A window that took the
+/// arguments but does not connect within `patience` was closing: they are handed to another.
 [[nodiscard]] std::optional<int> waitForWindow(const QStringList &arguments,
-                                               const std::function<bool(const QStringList &)> &handOver);
+                                               const std::function<bool(const QStringList &)> &handOver,
+                                               std::chrono::milliseconds patience = std::chrono::seconds(5));
 
 } // namespace velmora

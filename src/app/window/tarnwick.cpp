@@ -323,6 +323,8 @@ void Tarnwick::showEvent(QShowEvent *event)
 void Tarnwick::closeEvent(QCloseEvent *event)
 {
     if (m_closing || !m_tabs->hasUnsavedChanges()) {
+        // What was handed over now would be opened in a window that goes.
+        m_instances.stop();
         rememberPlace(*this);
         PanelMemory{m_panelShown->isChecked(), m_panelShown->isChecked() ? m_panel->width() : m_panelWidth}.save();
         QMainWindow::closeEvent(event);

@@ -128,9 +128,13 @@ void Tarnwick::reportClosing(const SessionWidget *session)
 void Tarnwick::closeWhenServed()
 {
     // Git comes with the next file in a moment.
-    constexpr int patience = 700;
+    constexpr int patience = 1500;
     QTimer::singleShot(patience, this, [this] {
-        if (m_servesWaiting && m_tabs->sessions().isEmpty() && !QApplication::activeModalWidget())
+        if (!m_servesWaiting || !m_tabs->sessions().isEmpty())
+            return;
+        if (m_instances.isHearing() || QApplication::activeModalWidget())
+            closeWhenServed();
+        else
             close();
     });
 }
