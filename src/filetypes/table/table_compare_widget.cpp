@@ -1,13 +1,11 @@
 #include "filetypes/table/table_compare_widget.h"
 
 #include "filetypes/table/cell_finder.h"
-#include "filetypes/table/engine/table_report.h"
 #include "filetypes/table/table_compare_bar.h"
 #include "filetypes/table/table_grids.h"
 #include "filetypes/table/table_inputs_bar.h"
 #include "filetypes/table/table_remarks.h"
 #include "filetypes/table/table_scene.h"
-#include "session/dialogs.h"
 #include "session/fault_text.h"
 #include "session/find/find_bar.h"
 #include "session/frame/notice_bar.h"
@@ -16,11 +14,7 @@
 #include "session/frame/status_line.h"
 #include "session/translate.h"
 
-#include <QApplication>
 #include <QBoxLayout>
-#include <QClipboard>
-#include <QDateTime>
-#include <QDir>
 #include <QFileInfo>
 #include <QJsonObject>
 #include <QKeyEvent>
@@ -44,33 +38,9 @@ Sides<PairInputs::Field> fields()
             {Velmora::tr("Right CSV/TSV file path..."), Velmora::tr("Select right file"), filter}};
 }
 
-QString countsText(const TableAlignment &alignment)
-{
-    const TableCounts &counts = alignment.counts;
-    return Velmora::tr("Same: %1  |  Modified: %2  |  Left only: %3  |  Right only: %4  |  Total rows: %5")
-        .arg(counts.same)
-        .arg(counts.modified)
-        .arg(counts.leftOnly)
-        .arg(counts.rightOnly)
-        .arg(alignment.rows.size());
-}
-
 bool isTabbed(const QString &path)
 {
     return path.endsWith(QLatin1String(".tsv"), Qt::CaseInsensitive);
-}
-
-TableReportLabels reportLabels(const TableDocument &document, const SessionPaths &files)
-{
-    TableReportLabels labels;
-    labels.title = Velmora::tr("Velmora — table report");
-    labels.left = Velmora::tr("Left: %1").arg(QDir::toNativeSeparators(files.left));
-    labels.right = Velmora::tr("Right: %1").arg(QDir::toNativeSeparators(files.right));
-    labels.generatedAt = Velmora::tr("Generated at");
-    labels.leftRow = Velmora::tr("Left row");
-    labels.rightRow = Velmora::tr("Right row");
-    labels.summary = countsText(document.alignment);
-    return labels;
 }
 
 } // namespace
@@ -207,12 +177,6 @@ void TableCompareWidget::setOptions(const QJsonObject &options)
         m_choices->offerKey(key, options.value(keyNameKey).toString());
 }
 
-bool TableCompareWidget::setPendingReport(const QString &path)
-{
-    m_pendingReport = path;
-    return true;
-}
-
 void TableCompareWidget::dropPaths(const QStringList &paths, QPoint)
 {
     if (paths.isEmpty())
@@ -299,7 +263,7 @@ void TableCompareWidget::showResult(const std::shared_ptr<const TableDocument> &
     m_grids->fitColumns();
     showNotice();
     showRemarks(*document);
-    m_status->showMessage(countsText(document->alignment));
+    m_status->showMessage(tableCounts(document->alignment));
     m_position->setText(Velmora::tr("Diff %1/%2").arg(0).arg(m_index.count()));
     m_encodings->setText(tableEncodings(*document));
     if (!m_pendingReport.isEmpty())
@@ -423,50 +387,6 @@ void TableCompareWidget::onSwapSides()
     const SessionPaths files = paths();
     m_inputs->setPaths({files.right, files.left, {}});
     start();
-}
-
-void TableCompareWidget::onExport()
-{
-    if (!m_scene->document())
-        return;
-    Dialogs::instance().saveFile(
-        this, Velmora::tr("Export table report"), besideFile(m_shown.left, QStringLiteral("table-report.html")),
-        Velmora::tr("HTML (*.html);;CSV (*.csv)"), [this](const QString &path) { writeReport(path); });
-}
-
-void TableCompareWidget::writeReport(const QString &path)
-{
-    const std::shared_ptr<const TableDocument> document = m_scene->document();
-    const TableReportLabels labels = reportLabels(*document, m_shown);
-    const bool isCsv = path.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive);
-    m_reports.write(path, [document, labels, isCsv](QIODevice &device, const CancelFlag &cancel) {
-        return isCsv ? writeTableCsv(device, document->alignment, cancel)
-                     : writeTableReport(device, document->alignment, labels, QDateTime::currentDateTime(), cancel);
-    });
-}
-
-void TableCompareWidget::copyRows()
-{
-    constexpr qsizetype limit = 16 * 1024 * 1024;
-    QByteArray csv;
-    for (const qint32 place : m_grids->selectedPlaces()) {
-        const AlignedTableRow &row = m_scene->row(m_scene->rowAt(place));
-        if (row.row(m_grids->side()) < 0)
-            continue;
-        bool isFirst = true;
-        for (CellCursor cells(m_scene->document()->alignment, row); cells.next(); isFirst = false) {
-            if (!isFirst)
-                csv.append(',');
-            appendCsvField(csv, cells.value(m_grids->side()));
-        }
-        csv.append('\n');
-        if (csv.size() > limit) {
-            m_status->showMessage(Velmora::tr("Too much to copy (limit %1 MB)").arg(limit >> 20));
-            return;
-        }
-    }
-    if (!csv.isEmpty())
-        QApplication::clipboard()->setText(QString::fromUtf8(csv));
 }
 
 void TableCompareWidget::showMenu(QPoint globalPosition)

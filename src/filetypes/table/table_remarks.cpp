@@ -56,6 +56,17 @@ QString tableRemarks(const TableDocument &document)
     return sentences.join(u' ');
 }
 
+QString tableCounts(const TableAlignment &alignment)
+{
+    const TableCounts &counts = alignment.counts;
+    return Velmora::tr("Same: %1  |  Modified: %2  |  Left only: %3  |  Right only: %4  |  Total rows: %5")
+        .arg(counts.same)
+        .arg(counts.modified)
+        .arg(counts.leftOnly)
+        .arg(counts.rightOnly)
+        .arg(alignment.rows.size());
+}
+
 QString tableEncodings(const TableDocument &document)
 {
     const auto nameOf = [](const TableSource &source) {

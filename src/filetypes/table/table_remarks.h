@@ -10,6 +10,9 @@ namespace velmora {
 /// with their key have replaced, columns named differently or not shown. Empty when there is nothing.
 [[nodiscard]] QString tableRemarks(const TableDocument &document);
 
+/// The numbers of rows.
+[[nodiscard]] QString tableCounts(const TableAlignment &alignment);
+
 /// The encodings of both sides, or the one of both.
 [[nodiscard]] QString tableEncodings(const TableDocument &document);
 

@@ -1,0 +1,86 @@
+// What a table comparison hands out: reports, and rows for the clipboard.
+
+#include "filetypes/table/engine/table_report.h"
+#include "filetypes/table/table_compare_widget.h"
+#include "filetypes/table/table_grids.h"
+#include "filetypes/table/table_remarks.h"
+#include "filetypes/table/table_scene.h"
+#include "session/dialogs.h"
+#include "session/frame/status_line.h"
+#include "session/translate.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDateTime>
+#include <QDir>
+
+namespace velmora {
+
+namespace {
+
+TableReportLabels reportLabels(const TableDocument &document, const SessionPaths &files)
+{
+    TableReportLabels labels;
+    labels.title = Velmora::tr("Velmora — table report");
+    labels.left = Velmora::tr("Left: %1").arg(QDir::toNativeSeparators(files.left));
+    labels.right = Velmora::tr("Right: %1").arg(QDir::toNativeSeparators(files.right));
+    labels.generatedAt = Velmora::tr("Generated at");
+    labels.leftRow = Velmora::tr("Left row");
+    labels.rightRow = Velmora::tr("Right row");
+    labels.summary = tableCounts(document.alignment);
+    return labels;
+}
+
+} // namespace
+
+bool TableCompareWidget::setPendingReport(const QString &path)
+{
+    m_pendingReport = path;
+    return true;
+}
+
+void TableCompareWidget::onExport()
+{
+    if (!m_scene->document())
+        return;
+    Dialogs::instance().saveFile(
+        this, Velmora::tr("Export table report"), besideFile(m_shown.left, QStringLiteral("table-report.html")),
+        Velmora::tr("HTML (*.html);;CSV (*.csv)"), [this](const QString &path) { writeReport(path); });
+}
+
+void TableCompareWidget::writeReport(const QString &path)
+{
+    const std::shared_ptr<const TableDocument> document = m_scene->document();
+    const TableReportLabels labels = reportLabels(*document, m_shown);
+    const bool isCsv = path.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive);
+    m_reports.write(path, [document, labels, isCsv](QIODevice &device, const CancelFlag &cancel) {
+        return isCsv ? writeTableCsv(device, document->alignment, cancel)
+                     : writeTableReport(device, document->alignment, labels, QDateTime::currentDateTime(), cancel);
+    });
+}
+
+void TableCompareWidget::copyRows()
+{
+    constexpr qsizetype limit = 16 * 1024 * 1024;
+    QByteArray csv;
+    for (const qint32 place : m_grids->selectedPlaces()) {
+        const AlignedTableRow &row = m_scene->row(m_scene->rowAt(place));
+        if (row.row(m_grids->side()) < 0)
+            continue;
+        bool isFirst = true;
+        for (CellCursor cells(m_scene->document()->alignment, row); cells.next(); isFirst = false) {
+            if (!isFirst)
+                csv.append(',');
+            appendCsvField(csv, cells.value(m_grids->side()));
+        }
+        csv.append('\n');
+        if (csv.size() > limit) {
+            m_status->showMessage(Velmora::tr("Too much to copy (limit %1 MB)").arg(limit >> 20));
+            return;
+        }
+    }
+    if (!csv.isEmpty())
+        QApplication::clipboard()->setText(QString::fromUtf8(csv));
+}
+
+} // namespace velmora
