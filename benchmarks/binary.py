@@ -11,6 +11,7 @@ import random
 import shutil
 import subprocess
 import sys
+import threading
 import time
 
 CHUNK = 1 << 20
@@ -55,18 +56,21 @@ def make_files(folder, size):
     return names
 
 
-def run(command):
+def run(command, limit):
     """Seconds and the most resident memory in MB, which is never told as less than that of this program."""
     # Into a pipe: cmp does not compare to the end when it sees that nobody reads.
     sink = subprocess.Popen(["cat"], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
     start = time.perf_counter()
     process = subprocess.Popen(command, stdout=sink.stdin, stderr=subprocess.DEVNULL)
+    timer = threading.Timer(limit, process.kill)
+    timer.start()
     _, status, usage = os.wait4(process.pid, 0)
     seconds = time.perf_counter() - start
+    timer.cancel()
     sink.stdin.close()
     sink.wait()
     process.returncode = os.waitstatus_to_exitcode(status)
-    if process.returncode not in (0, 1):
+    if process.returncode not in (0, 1) and seconds < limit:
         sys.exit(f"{' '.join(map(str, command))}: status {process.returncode}")
     return seconds, usage.ru_maxrss / 1024
 
@@ -77,6 +81,7 @@ def main():
     parser.add_argument("folder", type=pathlib.Path, help="where the files are, or are made (13 GiB)")
     parser.add_argument("--size", type=int, default=2 << 30)
     parser.add_argument("--rounds", type=int, default=5)
+    parser.add_argument("--limit", type=float, default=30, help="seconds after which a run is given up")
     arguments = parser.parse_args()
     arguments.folder.mkdir(parents=True, exist_ok=True)
     files = make_files(arguments.folder, arguments.size)
@@ -98,14 +103,15 @@ def main():
     best = {}
     for _ in range(arguments.rounds):
         for name, command in runs:
-            # What lists every byte takes minutes; once is enough to see that.
-            if name in best and best[name][0] > 20:
+            # What lists every byte takes minutes.
+            if name in best and best[name][0] >= arguments.limit:
                 continue
-            seconds, memory = run(command)
+            seconds, memory = run(command, arguments.limit)
             known = best.get(name, (seconds, memory))
             best[name] = (min(seconds, known[0]), max(memory, known[1]))
     for name, (seconds, memory) in best.items():
-        print(f"{name:48} {seconds:8.3f} s {memory:8.1f} MB")
+        over = "over " if seconds >= arguments.limit else ""
+        print(f"{name:48} {over + f'{seconds:.3f}':>14} s {memory:8.1f} MB", flush=True)
     plain = best["velmora-cli binary, same"][0]
     print(f"equal pair beside cmp: {plain / best['cmp, same'][0]:.2f}")
     print(f"all different beside equal: {best['velmora-cli binary, other'][0] / plain:.2f}")

@@ -15,6 +15,7 @@ BinaryCompareResult compareInRows(const BinaryPair &files, HexDocument &document
     document.rows = RowMap::unaligned(files);
     document.differences = rangesOfRows(rows, files, HexDocument::differenceLimit);
     document.stops = std::move(rows.diffRows);
+    document.isCapped = rows.isCapped;
     BinaryCompareResult result;
     result.differing = rows.differing;
     result.rate = rows.rate();

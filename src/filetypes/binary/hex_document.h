@@ -14,6 +14,7 @@ struct HexDocument {
     bool isAligned = false;
     RowMap rows;
     std::vector<qint64> stops;             ///< the rows that steps through the differences go to, ascending
+    bool isCapped = false;                 ///< there are more, behind the last
     std::vector<AlignedRange> differences; ///< the first ones
 
     /// The differences that are listed are no more than this.
@@ -23,6 +24,9 @@ struct HexDocument {
     [[nodiscard]] bool differs(qint64 row) const { return differsWithin(row, row + 1); }
     /// Whether any of the rows from `first` on, before `end`, does.
     [[nodiscard]] bool differsWithin(qint64 first, qint64 end) const;
+
+    /// Whether differences from `row` on are not listed, so that nothing is known of it.
+    [[nodiscard]] bool isBeyondList(qint64 row) const { return isCapped && !isAligned && row > stops.back(); }
 
     [[nodiscard]] const BinarySource &source(Side side) const { return *sources[side]; }
 };

@@ -58,7 +58,9 @@ void HexOverview::paintMarks()
     for (int y = 0; document && y < height(); ++y) {
         const qint64 first = qint64(double(y) / height() * double(scale()));
         const qint64 end = std::min(rows, std::max(first + 1, qint64(double(y + 1) / height() * double(scale()))));
-        if (first < end && document->differsWithin(first, end))
+        if (first < end && document->isBeyondList(first))
+            painter.fillRect(inset, y, width() - 2 * inset, 1, diffColour(DiffColour::FillerHatch));
+        else if (first < end && document->differsWithin(first, end))
             painter.fillRect(inset, y, width() - 2 * inset, 2, diffColour(markOf(document->rows.at(first))));
     }
 }

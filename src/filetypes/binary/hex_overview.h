@@ -7,8 +7,8 @@
 
 namespace velmora {
 
-/// All rows at a glance: a mark where any differ, and a frame around those in sight. Pressing or dragging goes there,
-/// however many rows there are.
+/// All rows at a glance: a mark where any differ, grey where differences are no longer listed, and a frame around those
+/// in sight. Pressing or dragging goes there, however many rows there are.
 class HexOverview final : public QWidget {
     Q_OBJECT
 public:

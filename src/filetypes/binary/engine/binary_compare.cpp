@@ -28,12 +28,25 @@ class RowCollector {
 public:
     explicit RowCollector(RowComparison &result) : m_result(result) {}
 
-    /// Whether rows of a stretch that is not begun yet can still come into the list. Stretches are begun in order, so
-    /// those that wait for an earlier one stand before it.
-    [[nodiscard]] bool wantsRows()
+    /// What a thread takes on next.
+    struct Task {
+        qint64 stretch = 0;
+        bool wantsRows = false; ///< its rows can still come into the list
+    };
+
+    /// Hands out one stretch after the other. Those that wait for an earlier one to be done stand before it, so that
+    /// their rows fill the list before its own: what was found when it is handed out decides.
+    [[nodiscard]] Task begin()
     {
         const std::lock_guard lock(m_mutex);
-        return m_result.diffRows.size() + m_waitingRows < RowComparison::listLimit;
+        return {m_begun++, m_result.diffRows.size() + m_waitingRows < RowComparison::listLimit};
+    }
+
+    /// The stretches that were handed out.
+    [[nodiscard]] qint64 begun()
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_begun;
     }
 
     void take(qint64 stretch, StretchRows &&found)
@@ -61,6 +74,7 @@ private:
     RowComparison &m_result;
     std::map<qint64, std::vector<qint64>> m_waiting; ///< by stretch
     std::size_t m_waitingRows = 0;
+    qint64 m_begun = 0;
     qint64 m_next = 0; ///< the first stretch that is not done
 };
 
@@ -137,26 +151,26 @@ RowComparison compareRows(const BinaryPair &files, const CancelFlag &cancel, Pro
     // Made before there are threads, so that a lack of memory meets the caller alone.
     const std::vector<PieceBuffers> buffers{std::size_t(size)};
     RowCollector collector(result);
-    std::atomic<qint64> next{0};
     std::atomic<bool> failed{false};
     const auto work = [&](int worker) {
         try {
             while (!failed && !cancel.isCancelled()) {
-                const qint64 stretch = next.fetch_add(1);
-                const qint64 from = stretch * stretchSize;
+                const RowCollector::Task task = collector.begin();
+                const qint64 from = task.stretch * stretchSize;
                 if (from >= read)
                     return;
                 if (worker == 0)
                     progress.report(0, from, read);
-                collector.take(stretch, compareStretch(files, from, std::min(read, from + stretchSize),
-                                                       buffers[std::size_t(worker)], collector.wantsRows(), cancel));
+                const qint64 to = std::min(read, from + stretchSize);
+                const PieceBuffers &own = buffers[std::size_t(worker)];
+                collector.take(task.stretch, compareStretch(files, from, to, own, task.wantsRows, cancel));
             }
         } catch (...) {
             failed = true;
             throw;
         }
     };
-    runCrew(size, work, [&] { progress.report(0, std::min(read, next * stretchSize), read); });
+    runCrew(size, work, [&] { progress.report(0, std::min(read, collector.begun() * stretchSize), read); });
     if (!sameSize)
         addRows(result, read / rowSize);
     result.isCapped = result.differing > qint64(result.diffRows.size());
