@@ -2010,6 +2010,10 @@
         <translation>不符</translation>
     </message>
     <message>
+        <source>Matches</source>
+        <translation>相符</translation>
+    </message>
+    <message>
         <source>Outside the folder</source>
         <translation>超出文件夹</translation>
     </message>

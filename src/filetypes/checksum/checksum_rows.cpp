@@ -11,7 +11,7 @@ namespace {
 QString listedStatusText(ListedStatus status)
 {
     static constexpr std::array<const char *, listedStatusCount> texts{
-        QT_TRANSLATE_NOOP("Velmora", "OK"),
+        QT_TRANSLATE_NOOP("Velmora", "Matches"),
         QT_TRANSLATE_NOOP("Velmora", "Differs"),
         QT_TRANSLATE_NOOP("Velmora", "Missing"),
         QT_TRANSLATE_NOOP("Velmora", "Unreadable"),

@@ -11,13 +11,37 @@
 #include <QSlider>
 #include <QStyle>
 
-#include <algorithm>
-
 namespace velmora {
 
 namespace {
 
 constexpr int largestTolerance = 50;
+
+/// A line on a pixel, broken where the room is narrow. It keeps its height whatever it says, so that nothing below it
+/// moves with the mouse.
+class PixelLine final : public QLabel {
+public:
+    PixelLine()
+    {
+        setWordWrap(true);
+        setAlignment(Qt::AlignTop | Qt::AlignLeft);
+        setTextFormat(Qt::PlainText);
+        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+        setMinimumWidth(1);
+    }
+
+    [[nodiscard]] bool hasHeightForWidth() const override { return false; }
+
+protected:
+    void resizeEvent(QResizeEvent *event) override
+    {
+        QLabel::resizeEvent(event);
+        constexpr int padding = 8;
+        const QRect room(0, 0, width() - padding, QWIDGETSIZE_MAX);
+        const QString longest = QStringLiteral("X:99999 Y:99999  RGB:255,255,255  A:255");
+        setFixedHeight(fontMetrics().boundingRect(room, Qt::TextWordWrap, longest).height() + padding);
+    }
+};
 
 } // namespace
 
@@ -72,15 +96,10 @@ void PixelDetail::buildLayout()
 
 PixelDetail::View PixelDetail::makeView(const QString &caption, const QString &name)
 {
-    View view{new PixelGrid(caption), new QLabel, {}};
+    View view{new PixelGrid(caption), new PixelLine, {}};
     view.grid->setObjectName(name + QStringLiteral("Grid"));
     view.info->setObjectName(name + QStringLiteral("PixelInfo"));
     view.info->setStyleSheet(QStringLiteral("QLabel{font-family:Consolas,Courier New,monospace; padding:3px 4px;}"));
-    view.info->setTextFormat(Qt::PlainText);
-    // As wide as the grid below it, however long the numbers are.
-    view.info->setWordWrap(true);
-    view.info->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    view.info->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     return view;
 }
 
@@ -119,19 +138,6 @@ QLayout *PixelDetail::makeCellButtons()
     buttons->addWidget(fit);
     buttons->addStretch();
     return buttons;
-}
-
-void PixelDetail::resizeEvent(QResizeEvent *event)
-{
-    QGroupBox::resizeEvent(event);
-    // The lines keep their height whatever they say, so that nothing below them moves with the mouse.
-    constexpr int padding = 8;
-    for (const View &view : {m_left, m_right}) {
-        const QRect room(0, 0, std::max(view.grid->width(), view.grid->minimumWidth()) - padding, height());
-        const QString longest = QStringLiteral("X:99999 Y:99999  RGB:255,255,255  A:255");
-        view.info->setFixedHeight(view.info->fontMetrics().boundingRect(room, Qt::TextWordWrap, longest).height() +
-                                  padding);
-    }
 }
 
 void PixelDetail::setImages(const QImage &left, const QImage &right)

@@ -33,9 +33,6 @@ Q_SIGNALS:
     void toleranceChanged(int value);
     void antiAliasingChanged(bool ignores);
 
-protected:
-    void resizeEvent(QResizeEvent *event) override;
-
 private:
     struct View {
         PixelGrid *grid;
