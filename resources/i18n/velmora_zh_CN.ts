@@ -12,6 +12,10 @@
         <translation>文件夹比较模式</translation>
     </message>
     <message>
+        <source>Text edit mode</source>
+        <translation>文本编辑模式</translation>
+    </message>
+    <message>
         <source>Folder sync mode</source>
         <translation>文件夹同步模式</translation>
     </message>
@@ -4400,6 +4404,226 @@ Write over it?</source>
     <message>
         <source>Save this side as...</source>
         <translation>此侧另存为...</translation>
+    </message>
+    <message>
+        <source>New text</source>
+        <translation>新文本</translation>
+    </message>
+    <message>
+        <source>Begin an empty text in a tab of its own</source>
+        <translation>在新标签页中新建空文本</translation>
+    </message>
+    <message>
+        <source>Open...</source>
+        <translation>打开...</translation>
+    </message>
+    <message>
+        <source>Open a text file</source>
+        <translation>打开一个文本文件</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Read the file again</source>
+        <translation>重新读取文件</translation>
+    </message>
+    <message>
+        <source>Compare with...</source>
+        <translation>比较...</translation>
+    </message>
+    <message>
+        <source>Choose another file and compare this one with it</source>
+        <translation>选择另一个文件与此文件比较</translation>
+    </message>
+    <message>
+        <source>Open text file</source>
+        <translation>打开文本文件</translation>
+    </message>
+    <message>
+        <source>No files were opened yet</source>
+        <translation>尚未打开过文件</translation>
+    </message>
+    <message>
+        <source>Clear this list</source>
+        <translation>清空此列表</translation>
+    </message>
+    <message>
+        <source>A folder is no text: %1</source>
+        <translation>文件夹不是文本：%1</translation>
+    </message>
+    <message>
+        <source>The text has unsaved changes. Discard them and open another file?</source>
+        <translation>文本有未保存的更改。要放弃更改并打开另一个文件吗？</translation>
+    </message>
+    <message>
+        <source>The text has unsaved changes. Reload from disk?</source>
+        <translation>文本有未保存的更改。要从磁盘重新加载吗？</translation>
+    </message>
+    <message>
+        <source>File too large (limit %1 MB).</source>
+        <translation>文件过大（上限 %1 MB）。</translation>
+    </message>
+    <message>
+        <source>Reading %1...</source>
+        <translation>正在读取 %1...</translation>
+    </message>
+    <message>
+        <source>The file is still being read</source>
+        <translation>文件仍在读取中</translation>
+    </message>
+    <message>
+        <source>Not enough memory to open this file</source>
+        <translation>内存不足，无法打开此文件</translation>
+    </message>
+    <message>
+        <source>Cannot open file: %1</source>
+        <translation>无法打开文件：%1</translation>
+    </message>
+    <message>
+        <source>This file is not there yet; saving makes it: %1</source>
+        <translation>此文件尚不存在，保存时将创建：%1</translation>
+    </message>
+    <message>
+        <source>Lines read: %1</source>
+        <translation>已读取行数：%1</translation>
+    </message>
+    <message>
+        <source>Read-only file</source>
+        <translation>只读文件</translation>
+    </message>
+    <message>
+        <source>This file is read-only:
+%1
+
+Save the text under another name?</source>
+        <translation>此文件是只读的：
+%1
+
+要用其他名称保存文本吗？</translation>
+    </message>
+    <message>
+        <source>&amp;Replace the file</source>
+        <translation>替换此文件(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Compare with</source>
+        <translation>比较对象</translation>
+    </message>
+    <message>
+        <source>Compare the &amp;file</source>
+        <translation>比较磁盘上的文件(&amp;F)</translation>
+    </message>
+    <message>
+        <source>A comparison reads the file, which lacks the changes made here. Save them first?</source>
+        <translation>比较读取的是文件，其中没有此处所做的更改。要先保存吗？</translation>
+    </message>
+    <message>
+        <source>Save in encoding</source>
+        <translation>保存时的编码</translation>
+    </message>
+    <message>
+        <source>Save with line ends</source>
+        <translation>保存时的换行符</translation>
+    </message>
+    <message>
+        <source>Syntax</source>
+        <translation>语法</translation>
+    </message>
+    <message>
+        <source>Plain text</source>
+        <translation>纯文本</translation>
+    </message>
+    <message>
+        <source>As it was read</source>
+        <translation>与读取时相同</translation>
+    </message>
+    <message>
+        <source>As each line has it</source>
+        <translation>保持每行原样</translation>
+    </message>
+    <message>
+        <source>By name and content</source>
+        <translation>按名称和内容</translation>
+    </message>
+    <message>
+        <source>Path of the text file (drop a file here)...</source>
+        <translation>文本文件路径（可将文件拖放到此处）...</translation>
+    </message>
+    <message>
+        <source>Select text file</source>
+        <translation>选择文本文件</translation>
+    </message>
+    <message>
+        <source>Encoding that the file is read by</source>
+        <translation>读取文件所用的编码</translation>
+    </message>
+    <message>
+        <source>There is no text to save yet</source>
+        <translation>还没有可保存的文本</translation>
+    </message>
+    <message>
+        <source>The text has no unsaved changes</source>
+        <translation>文本没有未保存的更改</translation>
+    </message>
+    <message>
+        <source>Save text file</source>
+        <translation>保存文本文件</translation>
+    </message>
+    <message>
+        <source>File saved: %1</source>
+        <translation>文件已保存：%1</translation>
+    </message>
+    <message>
+        <source>The text has unsaved changes:
+%1
+
+Save them?</source>
+        <translation>文本有未保存的更改：
+%1
+
+要保存吗？</translation>
+    </message>
+    <message>
+        <source>The file has changed on disk: %1</source>
+        <translation>文件在磁盘上已更改：%1</translation>
+    </message>
+    <message>
+        <source>The file is no longer there: %1</source>
+        <translation>文件已不存在：%1</translation>
+    </message>
+    <message>
+        <source>This file holds bytes that no text has and is not edited here</source>
+        <translation>此文件含有文本中不会出现的字节，不能在此编辑</translation>
+    </message>
+    <message>
+        <source>This file holds bytes that its encoding does not know: saving would lose them. Read it by another encoding to edit it.</source>
+        <translation>此文件含有其编码无法识别的字节，保存会丢失它们。请用其他编码读取后再编辑。</translation>
+    </message>
+    <message>
+        <source>Find in the text</source>
+        <translation>在文本中查找</translation>
+    </message>
+    <message>
+        <source>Replace all matches in the whole text, as one step</source>
+        <translation>替换整个文本中的所有匹配项，作为一步</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>文本</translation>
+    </message>
+    <message>
+        <source>%1 characters selected</source>
+        <translation>已选择 %1 个字符</translation>
+    </message>
+    <message>
+        <source>1 line selected</source>
+        <translation>已选择 1 行</translation>
+    </message>
+    <message>
+        <source>%1 lines selected</source>
+        <translation>已选择 %1 行</translation>
     </message>
     <message>
         <source>Save all</source>

@@ -15,6 +15,7 @@
 #include "session/theme.h"
 #include "session/translate.h"
 #include "system/snapshot_widget.h"
+#include "text/edit/text_edit_widget.h"
 #include "text/text_compare_widget.h"
 
 #include <QDir>
@@ -70,11 +71,13 @@ constexpr SessionKindRow rows[] = {
      .sides = 1,
      .displayName = QT_TRANSLATE_NOOP("Velmora", "Text edit"),
      .tabTitle = QT_TRANSLATE_NOOP("Velmora", "Text edit %1"),
+     .lonePath = LonePath::Any,
      .filesOnly = true,
      .icon = ":/icons/sessions/TextCompare.ico",
      .slot = "onNewTextCompareEdit",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Open, edit and save one text file."),
-     .create = pending},
+     .create = make<TextEditWidget>,
+     .holdsUnsaved = holdsUnsavedText},
     {.id = QLatin1String("merge"),
      .group = Compare,
      .sides = 3,
@@ -385,6 +388,8 @@ QIcon sessionKindIcon(const QString &kind)
 
 QString sessionTitle(const SessionKindRow &kind, const SessionPaths &paths)
 {
+    if (paths == SessionPaths())
+        return Velmora::tr(kind.displayName);
     if (paths.left.isEmpty() || paths.right.isEmpty()) {
         const QString &only = paths.left.isEmpty() ? paths.right : paths.left;
         return Velmora::tr(kind.loneTitle).arg(pathName(only));

@@ -23,7 +23,7 @@ FLOORS = [
     r"session/(frame|list|pane)",
     r"session/(document|find)",
     r"settings/dialogs",
-    r"text|merge|system|settings|(folder|filetypes)(/\w+)?",
+    r"text(/edit)?|merge|system|settings|(folder|filetypes)(/\w+)?",
     r"app",
 ]
 QT_CORE_ONLY = FLOORS[:6]
@@ -48,8 +48,8 @@ def room(path):
     parts = path.split("/")[:-1]
     if "engine" in parts:
         return "/".join(parts[: parts.index("engine") + 1])
-    if parts[:2] == ["text", "syntax"]:
-        return "text/syntax"
+    if parts[:2] in (["text", "syntax"], ["text", "edit"]):
+        return "/".join(parts[:2])
     return "/".join(parts[: 2 if parts and parts[0] in ("session", "settings", "folder", "filetypes") else 1])
 
 

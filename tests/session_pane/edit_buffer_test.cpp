@@ -52,8 +52,11 @@ private Q_SLOTS:
         Model model{word("one\ntwo\n\nfour\nfive\n")};
         QStringList states{model.text};
         const auto randomPlace = [&] {
-            const qsizetype line = random.bounded(int(buffer.count()));
-            return EditPosition{line, random.bounded(int(buffer.snapshot()->text(line).size()) + 1)};
+            const qsizetype count = buffer.count();
+            const bool hasEnd = count == 0 || buffer.snapshot()->lineEnd(count - 1) != LineEnd::None;
+            const qsizetype line = random.bounded(int(count + (hasEnd ? 1 : 0)));
+            return line == count ? EditPosition{line, 0}
+                                 : EditPosition{line, random.bounded(int(buffer.snapshot()->text(line).size()) + 1)};
         };
         for (int round = 0; round < 2000; ++round) {
             EditPosition start = randomPlace();
@@ -97,8 +100,9 @@ private Q_SLOTS:
             const Model before{QString::fromUtf8(text)};
             std::array<EditPosition, 3> places;
             for (EditPosition &place : places) {
-                place.line = random.bounded(5);
-                place.unit = random.bounded(int(buffer.snapshot()->text(place.line).size()) + 1);
+                place.line = random.bounded(6); // the last one is that behind the last line end
+                if (place.line < 5)
+                    place.unit = random.bounded(int(buffer.snapshot()->text(place.line).size()) + 1);
             }
             std::sort(places.begin(), places.end());
             const bool forward = random.bounded(2) != 0;

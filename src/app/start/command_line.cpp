@@ -29,6 +29,7 @@ constexpr CommandSwitch switches[] = {
      .value = "mode",
      .description = QT_TRANSLATE_NOOP("Velmora", "UI theme: light (default) or dark")},
     {.name = "diff", .mode = "text", .description = QT_TRANSLATE_NOOP("Velmora", "Text compare mode")},
+    {.name = "edit", .mode = "textedit", .description = QT_TRANSLATE_NOOP("Velmora", "Text edit mode")},
     {.name = "folder", .mode = "folder", .description = QT_TRANSLATE_NOOP("Velmora", "Folder compare mode")},
     {.name = "sync", .mode = "sync", .description = QT_TRANSLATE_NOOP("Velmora", "Folder sync mode")},
     {.name = "binary", .mode = "binary", .description = QT_TRANSLATE_NOOP("Velmora", "Binary compare mode")},

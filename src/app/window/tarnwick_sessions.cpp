@@ -167,6 +167,10 @@ void Tarnwick::openSession(const QString &kind, const SessionPaths &paths)
 {
     const SessionKindRow *known = findSessionKind(kind);
     const SessionKindRow &row = known ? *known : kindForPair(paths);
+    if (paths == SessionPaths()) {
+        openEmpty(row);
+        return;
+    }
     openRecord({.name = {}, .type = row.id, .paths = paths, .options = {}, .timestamp = {}});
 }
 

@@ -25,6 +25,18 @@ bool keepsBytes(const TextEncoding &encoding, const QByteArray &onDisk)
     return decoded.undecodable > 0 || encodeText(decoded.lines.bytes(), encoding).bytes == onDisk;
 }
 
+/// The encoding that the text was read by, as the file at its place has it.
+TextEncoding encodingOf(const TextSaveRequest &request, const QByteArray &onDisk)
+{
+    const TextEncoding read =
+        request.encoding.isAutomatic() ? TextEncoding::ofCharset("UTF-8", false) : request.encoding;
+    // A file keeps its mark, or its lack of one, also when it was read by an encoding that says otherwise.
+    const QByteArray mark = read.markBytes();
+    if (onDisk.isEmpty() || mark.isEmpty())
+        return read;
+    return TextEncoding::ofCharset(read.charset(), onDisk.startsWith(mark));
+}
+
 SaveResult writeBytes(const QString &path, const QByteArray &bytes, Progress &progress)
 {
     return saveFile(path, [&](QIODevice &device) {
@@ -63,10 +75,7 @@ TextSaveResult saveText(const TextSaveRequest &request, Progress &progress)
         onDisk = readFile(request.path);
     if (!onDisk.ok())
         return notWritten(onDisk.error);
-    TextEncoding encoding = request.encoding.isAutomatic() ? TextEncoding::ofCharset("UTF-8", false) : request.encoding;
-    // A file keeps its mark, or its lack of one, also when it was read by an encoding that says otherwise.
-    if (!onDisk.bytes.isEmpty() && !encoding.markBytes().isEmpty())
-        encoding = TextEncoding::ofCharset(encoding.charset(), onDisk.bytes.startsWith(encoding.markBytes()));
+    const TextEncoding encoding = request.converted.value_or(encodingOf(request, onDisk.bytes));
 
     result.written = request.text->toLines();
     const EncodedText encoded = encodeText(result.written.bytes(), encoding);
@@ -76,7 +85,7 @@ TextSaveResult saveText(const TextSaveRequest &request, Progress &progress)
         result.line = encoded.failedLine;
         return result;
     }
-    if (!keepsBytes(encoding, onDisk.bytes)) {
+    if (!request.converted && !keepsBytes(encoding, onDisk.bytes)) {
         result.end = End::NotFaithful;
         return result;
     }

@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 namespace velmora {
 
@@ -22,10 +23,13 @@ struct TextSaveRequest {
     };
 
     std::shared_ptr<const EditSnapshot> text;
-    TextEncoding encoding; ///< automatic stands for UTF-8
+    TextEncoding encoding; ///< that it was read by; automatic stands for UTF-8
     QString path;
     Target target = Target::Other;
     FileStamp stamp; ///< of the file when the text was read
+    /// The encoding that it is written in, when that is to be another one; with its mark or without, whatever the file
+    /// has.
+    std::optional<TextEncoding> converted = {};
 };
 
 /// How a text was written, or why it was not.

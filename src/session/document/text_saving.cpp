@@ -73,12 +73,18 @@ QList<PaneIndex> TextSaving::modified() const
 
 bool TextSaving::needsSaving(PaneIndex pane) const
 {
-    if (m_editor.buffer(pane).isModified() || text(pane).input->loadedPath() == TextInput::clipboardPath())
-        return true;
+    return m_editor.buffer(pane).isModified() || text(pane).input->loadedPath() == TextInput::clipboardPath() ||
+           (isToBeConverted(pane) && m_editor.obstacle(pane).isEmpty());
+}
+
+bool TextSaving::isToBeConverted(PaneIndex pane) const
+{
     const DecodedText &read = text(pane).input->loaded().text;
+    const Lane &wanted = lane(pane);
     const bool hasLineEnd = read.lineEnds != LineEndStyle::Lf || read.lines.count() > 1 ||
                             (!read.lines.isEmpty() && read.lines.lineEnd(0) != LineEnd::None);
-    return hasLineEnd && lane(pane).ends.value_or(read.lineEnds) != read.lineEnds && m_editor.obstacle(pane).isEmpty();
+    return (hasLineEnd && wanted.ends.value_or(read.lineEnds) != read.lineEnds) ||
+           wanted.encoding.value_or(read.encoding) != read.encoding;
 }
 
 void TextSaving::save(PaneIndex pane, Done done)
@@ -163,6 +169,8 @@ void TextSaving::start(PaneIndex pane, const QString &path, Target target, Done 
     convertLineEnds(pane);
     const LoadedText &loaded = text(pane).input->loaded();
     TextSaveRequest request{m_editor.buffer(pane).snapshot(), loaded.text.encoding, path, target, loaded.stamp};
+    if (lane(pane).encoding != loaded.text.encoding)
+        request.converted = lane(pane).encoding;
     m_editor.beginSave(pane);
     Q_EMIT message(Velmora::tr("Saving %1...").arg(shown(path)));
     lane(pane).saver.start(
@@ -184,7 +192,7 @@ void TextSaving::finish(PaneIndex pane, const QString &path, RunOutcome<TextSave
         result = std::move(*outcome.value);
     else
         result.end = End::NotWritten;
-    const QString encoding = text(pane).input->loaded().text.encoding.name();
+    const QString encoding = lane(pane).encoding.value_or(text(pane).input->loaded().text.encoding).name();
     if (result.end == End::Saved)
         take(pane, path, result);
     m_editor.endSave(pane, result.end == End::Saved);
@@ -219,6 +227,7 @@ void TextSaving::take(PaneIndex pane, const QString &path, const TextSaveResult 
     LoadedText loaded = input.loaded();
     loaded.text.lines = result.written;
     loaded.text.lineEnds = lane(pane).ends.value_or(loaded.text.lineEnds);
+    loaded.text.encoding = lane(pane).encoding.value_or(loaded.text.encoding);
     loaded.missing = false;
     loaded.stamp = result.stamp;
     // A path that was chosen to be read next stays.

@@ -2,6 +2,7 @@
 
 #include "core/line_ends.h"
 #include "core/runner.h"
+#include "core/text_encoding.h"
 #include "session/document/edited_text.h"
 #include "session/document/text_saver.h"
 
@@ -37,7 +38,10 @@ public:
 
     /// The line ends that the text is to have when it is saved; nothing for those that it has.
     void setLineEnds(PaneIndex pane, std::optional<LineEndStyle> style) { lane(pane).ends = style; }
-    /// Whether saving would write anything: the text is changed, has no file, or is to have other line ends.
+    /// The encoding that the text is to have when it is saved; nothing for the one that it was read by.
+    void setEncoding(PaneIndex pane, std::optional<TextEncoding> encoding) { lane(pane).encoding = encoding; }
+    /// Whether saving would write anything: the text is changed, has no file, or is to have other line ends or another
+    /// encoding.
     [[nodiscard]] bool needsSaving(PaneIndex pane) const;
 
     /// Writes the text to its file; one without a file asks for a name. `done` is told whether the file holds the text
@@ -66,6 +70,7 @@ private:
     struct Lane {
         PaneIndex pane;
         std::optional<LineEndStyle> ends;
+        std::optional<TextEncoding> encoding;
         Runner saver;
     };
 
@@ -73,6 +78,7 @@ private:
     [[nodiscard]] const EditedText &text(PaneIndex pane) const { return textIn(pane, m_texts); }
     [[nodiscard]] QList<PaneIndex> modified() const;
     [[nodiscard]] bool hasFile(PaneIndex pane) const;
+    [[nodiscard]] bool isToBeConverted(PaneIndex pane) const;
     void saveInTurn(QList<PaneIndex> panes);
     void saveUnderNewName(PaneIndex pane, Done done);
     void start(PaneIndex pane, const QString &path, TextSaveRequest::Target target, Done done);

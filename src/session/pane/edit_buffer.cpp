@@ -150,10 +150,22 @@ EditBuffer::EditBuffer(const std::vector<LineRun> &runs)
     : m_snapshot(std::make_shared<const EditSnapshot>(joined(runs)))
 {}
 
+bool EditBuffer::isBehindLastEnd(EditPosition position) const
+{
+    return position.line >= count() && (count() == 0 || endsLine(m_snapshot->lineEnd(count() - 1)));
+}
+
+std::string_view EditBuffer::bytesAt(qsizetype line) const
+{
+    return line < count() ? m_snapshot->bytes(line) : std::string_view();
+}
+
 EditBuffer::Spot EditBuffer::spotAt(EditPosition position) const
 {
-    if (count() == 0 || position.line < 0)
+    if (position.line < 0)
         return {};
+    if (isBehindLastEnd(position))
+        return {{count(), 0}, 0};
     const qsizetype line = std::min(position.line, count() - 1);
     const std::string_view bytes = m_snapshot->bytes(line);
     const auto end = qsizetype(bytes.size());
@@ -176,14 +188,12 @@ LineEnd EditBuffer::usualEnd(qsizetype line) const
 
 LineChange EditBuffer::replace(EditPosition start, EditPosition end, const QString &text, Merge merge)
 {
-    if (count() == 0)
-        return insertLines(0, text);
     const Spot from = spotAt(std::min(start, end));
     const Spot until = start == end ? from : spotAt(std::max(start, end));
     const EditPosition first = from.at;
     const EditPosition last = until.at;
-    const std::string_view firstLine = m_snapshot->bytes(first.line);
-    const std::string_view lastLine = m_snapshot->bytes(last.line);
+    const std::string_view firstLine = bytesAt(first.line);
+    const std::string_view lastLine = bytesAt(last.line);
     std::vector<QByteArray> parts = splitLines(text);
     EditPosition after{first.line + qsizetype(parts.size()) - 1,
                        utf16Length({parts.back().constData(), std::size_t(parts.back().size())})};
@@ -203,16 +213,20 @@ LineChange EditBuffer::replace(EditPosition start, EditPosition end, const QStri
     lines.reserve(parts.size());
     for (QByteArray &part : parts)
         lines.push_back({std::move(part), usual});
-    lines.back().end = m_snapshot->lineEnd(last.line);
+    const bool reachesEnd = last.line == count();
+    lines.back().end = reachesEnd ? LineEnd::None : m_snapshot->lineEnd(last.line);
+    if (reachesEnd && lines.back().utf8.isEmpty())
+        lines.pop_back();
     const Merge merged = parts.size() == 1 && first.line == last.line ? merge : Merge::Never;
-    return change(first.line, last.line - first.line + 1, std::move(lines), end, after, merged);
+    const qsizetype behind = reachesEnd ? count() : last.line + 1;
+    return change(first.line, behind - first.line, std::move(lines), end, after, merged);
 }
 
 QString EditBuffer::textBetween(EditPosition start, EditPosition end) const
 {
     QString text;
     for (qsizetype line = start.line; line <= end.line; ++line) {
-        const QString whole = m_snapshot->text(line);
+        const QString whole = textOfUtf8(bytesAt(line));
         const qsizetype first = line == start.line ? start.unit : 0;
         const qsizetype last = line == end.line ? end.unit : whole.size();
         text += QStringView(whole).mid(first, last - first);
@@ -230,7 +244,7 @@ EditBuffer::Moved EditBuffer::move(EditPosition start, EditPosition end, EditPos
     const QString text = textBetween(from, until);
     const std::shared_ptr<const EditSnapshot> before = m_snapshot;
     const qsizetype first = std::min(from.line, target.line);
-    const qsizetype removed = std::max(until.line, target.line) - first + 1;
+    const qsizetype removed = std::min(std::max(until.line, target.line) + 1, count()) - first;
 
     replace(from, until, QString());
     if (target > until) {

@@ -67,7 +67,8 @@ struct LineChange {
 /// A piece table by lines: what was read stays where it is, edited lines are kept beside it, and a state of the text is
 /// a list of runs of both. An edit costs the lines that it touches and the number of runs, whatever the length of the
 /// text. Each line keeps its own end; new lines get the end that is usual around them, and only the last line may have
-/// none. Positions are clamped. Lives on one thread; `snapshot` may be read on any.
+/// none. Behind a last line that has one, {count(), 0} is a place too, where text begins a line without an end.
+/// Positions are clamped. Lives on one thread; `snapshot` may be read on any.
 class EditBuffer {
 public:
     /// Which successive edits become one undo step.
@@ -156,6 +157,9 @@ private:
     };
 
     [[nodiscard]] Spot spotAt(EditPosition position) const;
+    [[nodiscard]] bool isBehindLastEnd(EditPosition position) const;
+    /// Those of the line; none for the place behind the last one.
+    [[nodiscard]] std::string_view bytesAt(qsizetype line) const;
     [[nodiscard]] EditPosition clamped(EditPosition position) const { return spotAt(position).at; }
     [[nodiscard]] QString textBetween(EditPosition start, EditPosition end) const;
     [[nodiscard]] LineEnd usualEnd(qsizetype line) const;

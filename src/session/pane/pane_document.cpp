@@ -1,5 +1,6 @@
 #include "session/pane/pane_document.h"
 
+#include "session/pane/edit_buffer.h"
 #include "session/pane/line_segments.h"
 
 #include <algorithm>
@@ -19,6 +20,26 @@ qint64 widestLineOf(const LineSource &source, int tabWidth)
     }
     return widest;
 }
+
+/// A text with the empty line behind its last line end.
+class WholeText final : public LineSource {
+public:
+    explicit WholeText(std::shared_ptr<const EditSnapshot> text) : m_text(std::move(text)), m_count(m_text->count())
+    {
+        if (m_count == 0 || m_text->lineEnd(m_count - 1) != LineEnd::None)
+            ++m_count;
+    }
+
+    [[nodiscard]] qsizetype count() const override { return m_count; }
+    [[nodiscard]] std::string_view bytes(qsizetype line) const override
+    {
+        return line < m_text->count() ? m_text->bytes(line) : std::string_view();
+    }
+
+private:
+    std::shared_ptr<const EditSnapshot> m_text;
+    qsizetype m_count;
+};
 
 } // namespace
 
@@ -81,19 +102,22 @@ std::vector<TextRowState> PaneDocument::states(bool /*countsMinor*/) const
     return std::vector<TextRowState>(std::size_t(rowCount()), TextRowState::Equal);
 }
 
-PlainDocument::PlainDocument(std::shared_ptr<const LineSource> text, int tabWidth)
-    : PaneDocument({std::move(text)}, tabWidth, 0)
+PlainDocument::PlainDocument(const std::shared_ptr<const EditSnapshot> &text, int tabWidth)
+    : PaneDocument({std::make_shared<WholeText>(text)}, tabWidth, 0)
 {
     setTabWidth(tabWidth);
 }
 
-PlainDocument::PlainDocument(const PlainDocument &before, std::shared_ptr<const LineSource> text, qint64 widest)
-    : PaneDocument({std::move(text)}, before.tabWidth(), widest)
+PlainDocument::PlainDocument(const PlainDocument &before, const std::shared_ptr<const EditSnapshot> &text,
+                             qint64 widest)
+    : PaneDocument({std::make_shared<WholeText>(text)}, before.tabWidth(), widest)
 {}
 
 std::shared_ptr<const PaneDocument> PlainDocument::withTabWidth(int columns) const
 {
-    return std::make_shared<PlainDocument>(sharedSource(0), columns);
+    auto other = std::make_shared<PlainDocument>(*this);
+    other->setTabWidth(columns);
+    return other;
 }
 
 bool PlainDocument::hasSameStates(const PaneDocument &other, bool /*countsMinor*/) const

@@ -10,6 +10,8 @@
 
 namespace velmora {
 
+class EditSnapshot;
+
 /// How a row looks in one pane.
 struct RowLook {
     DiffColour background = DiffColour::Background;
@@ -84,24 +86,19 @@ protected:
     /// Measures the texts: one pass over the long lines.
     void setTabWidth(int columns);
 
-    /// The text, for another document over it.
-    [[nodiscard]] const std::shared_ptr<const LineSource> &sharedSource(PaneIndex pane) const
-    {
-        return m_texts[std::size_t(pane.number())];
-    }
-
 private:
     std::vector<std::shared_ptr<const LineSource>> m_texts;
     int m_tabWidth;
     qint64 m_widest;
 };
 
-/// One text in one pane: each line is a row.
+/// One text in one pane: each line is a row, and where the last line has an end, or there is none, an empty row behind
+/// it is the place to go on.
 class PlainDocument final : public PaneDocument {
 public:
-    explicit PlainDocument(std::shared_ptr<const LineSource> text, int tabWidth = 4);
+    explicit PlainDocument(const std::shared_ptr<const EditSnapshot> &text, int tabWidth = 4);
     /// `text` is that of `before` after an edit; `widest` as in `patchedWidth`.
-    PlainDocument(const PlainDocument &before, std::shared_ptr<const LineSource> text, qint64 widest);
+    PlainDocument(const PlainDocument &before, const std::shared_ptr<const EditSnapshot> &text, qint64 widest);
 
     [[nodiscard]] std::shared_ptr<const PaneDocument> withTabWidth(int columns) const override;
     [[nodiscard]] qsizetype rowCount() const override { return source(0).count(); }

@@ -126,7 +126,7 @@ void ShownRows::findRuns()
 {
     for (auto &runs : m_runs)
         runs.clear();
-    if (m_filter == RowFilter::Identical)
+    if (m_filter == RowFilter::Identical || m_blocks.empty())
         return;
     for (qsizetype index = 0; index < count(); ++index) {
         const qsizetype row = rowAt(index);
