@@ -240,6 +240,7 @@ void ImageCompareWidget::take(const ImagePair &pair, const SessionPaths &files)
                               faultText(isLeft ? left : right, isLeft ? files.left : files.right));
         return;
     }
+    layout()->activate(); // the verdict has taken room from the images
     onZoomFit();
     if (m_pair.map.outOfMemory)
         m_status->showFailure(Velmora::tr("Not enough memory"));
