@@ -131,12 +131,12 @@ private Q_SLOTS:
                   const QStringList asked = withAbsolutePaths(arguments.split(u' '), QDir(folder.path()));
                   window->handleArguments(withReportTo(asked, address));
                   auto *tabs = window->findChild<SessionTabs *>();
-                  QTest::qWait(50);
-                  if (!closesTheWindow)
-                      tabs->closeTab(tabs->currentIndex());
-                  else
-                      window.reset();
-                  QTest::qWait(50);
+                  const SessionWidget *session = tabs->currentSession();
+                  QTRY_VERIFY(!session || !session->isReading());
+                  if (closesTheWindow)
+                      return;
+                  tabs->closeTab(tabs->currentIndex());
+                  QTRY_VERIFY(tabs->sessions().isEmpty());
               }),
               "status");
     }
