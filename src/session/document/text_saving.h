@@ -12,6 +12,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 class QWidget;
@@ -39,7 +40,10 @@ public:
     /// The line ends that the text is to have when it is saved; nothing for those that it has.
     void setLineEnds(PaneIndex pane, std::optional<LineEndStyle> style) { lane(pane).ends = style; }
     /// The encoding that the text is to have when it is saved; nothing for the one that it was read by.
-    void setEncoding(PaneIndex pane, std::optional<TextEncoding> encoding) { lane(pane).encoding = encoding; }
+    void setEncoding(PaneIndex pane, std::optional<TextEncoding> encoding)
+    {
+        lane(pane).encoding = std::move(encoding);
+    }
     /// Whether saving would write anything: the text is changed, has no file, or is to have other line ends or another
     /// encoding.
     [[nodiscard]] bool needsSaving(PaneIndex pane) const;
