@@ -2370,6 +2370,10 @@
         <translation>%1 个像素不同（%2 %），分布在 %3 个区域。</translation>
     </message>
     <message>
+        <source>%1 pixels differ (%2 %) in one region.</source>
+        <translation>%1 个像素不同（%2 %），分布在一个区域。</translation>
+    </message>
+    <message>
         <source>less than %1</source>
         <translation>小于 %1</translation>
     </message>

@@ -230,7 +230,7 @@ private Q_SLOTS:
         QCOMPARE(titles.last().first(), word("one.png <-> two.png"));
         QCOMPARE(finished.size(), 1);
         QCOMPARE(fixture.text("imageVerdictText"),
-                 word("1 pixels differ (less than 0.01 %) in 1 regions. Largest deviation: 5."));
+                 word("1 pixels differ (less than 0.01 %) in one region. Largest deviation: 5."));
         fixture.trigger("nextAction");
         QCOMPARE(fixture.text("statusLabel"), word("Difference 1 of 1: 1 × 1 pixels at (200, 150)"));
 
@@ -301,7 +301,7 @@ private Q_SLOTS:
         fixture.compare(one, two);
         QTRY_VERIFY(contentsOf(page).endsWith("</body></html>\n"));
         const QByteArray html = contentsOf(page);
-        QVERIFY(html.contains("40 pixels differ (16.67 %) in 1 regions."));
+        QVERIFY(html.contains("40 pixels differ (16.67 %) in one region."));
         QVERIFY(html.contains("data:image/png;base64,iVBOR"));
     }
 };

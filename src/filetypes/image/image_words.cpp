@@ -95,11 +95,12 @@ QString verdictText(const DifferenceMap &map, bool sameBytes)
     } else {
         constexpr double percent = 100;
         const double share = percent * double(map.differences()) / double(map.positions());
-        parts.append(Velmora::tr("%1 pixels differ (%2 %) in %3 regions.")
-                         .arg(locale.toString(map.differences()),
-                              share < 0.01 ? Velmora::tr("less than %1").arg(locale.toString(0.01))
-                                           : locale.toString(share, 'f', 2),
-                              locale.toString(map.regions.size())));
+        const QString count = locale.toString(map.differences());
+        const QString shown =
+            share < 0.01 ? Velmora::tr("less than %1").arg(locale.toString(0.01)) : locale.toString(share, 'f', 2);
+        parts.append(map.regions.size() == 1 ? Velmora::tr("%1 pixels differ (%2 %) in one region.").arg(count, shown)
+                                             : Velmora::tr("%1 pixels differ (%2 %) in %3 regions.")
+                                                   .arg(count, shown, locale.toString(map.regions.size())));
     }
     if (map.largestDeviation > 0)
         parts.append(Velmora::tr("Largest deviation: %1.").arg(map.largestDeviation));
