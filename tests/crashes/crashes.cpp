@@ -156,7 +156,7 @@ private:
     [[nodiscard]] ExecutionReport execute(OperationFixture &tree, FileLayer &files) const
     {
         OperationJournal journal(files, tree.journalFolder());
-        return tree.execute(OperationFixture::surveyed(m_operation.plan(tree)), journal, files);
+        return OperationFixture::execute(OperationFixture::surveyed(m_operation.plan(tree)), journal, files);
     }
 
     [[nodiscard]] QString takeBack(OperationFixture &tree, const QString &run) const
@@ -177,7 +177,7 @@ private:
     static QString ended(OperationFixture &tree, const OperationPlan &plan, OperationJournal &journal,
                          const QStringList &wanted)
     {
-        const ExecutionReport report = tree.execute(plan, journal);
+        const ExecutionReport report = OperationFixture::execute(plan, journal);
         if (!report.isComplete())
             return tree.problems(report).join(u'|');
         const QStringList now = world(tree);
