@@ -2,6 +2,7 @@
 #include "cli/command.h"
 #include "cli/json_writer.h"
 #include "cli/output_target.h"
+#include "core/crew.h"
 #include "core/output_buffer.h"
 #include "core/visible_name.h"
 #include "filetypes/checksum/engine/checksum_check.h"
@@ -10,7 +11,9 @@
 #include <QFileInfo>
 #include <QIODevice>
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 
 namespace velmora::cli {
 
@@ -150,6 +153,21 @@ bool tellUnreadable(const Streams &streams, const QStringList &paths)
     return paths.isEmpty();
 }
 
+/// Of all files, several at the same time.
+std::vector<FileDigests> digestsOf(const Request &request)
+{
+    std::vector<FileDigests> results(std::size_t(request.paths.size()));
+    std::atomic<std::size_t> next{0};
+    runCrew(
+        int(std::min<qsizetype>(crewSize(), request.paths.size())),
+        [&](int) {
+            for (std::size_t i = next++; i < results.size(); i = next++)
+                results[i] = fileDigests(request.paths[qsizetype(i)], request.algorithms, FileAccess::native(), {});
+        },
+        [] {});
+    return results;
+}
+
 /// Computes what is asked for; returns the paths that cannot be read.
 QStringList compute(const Request &request, const QString &output, Computed &computed)
 {
@@ -161,8 +179,10 @@ QStringList compute(const Request &request, const QString &output, Computed &com
     }
     QStringList unreadable;
     QList<QList<QByteArray>> digests;
-    for (const QString &path : request.paths) {
-        const FileDigests result = fileDigests(path, request.algorithms, FileAccess::native(), {});
+    const std::vector<FileDigests> results = digestsOf(request);
+    for (std::size_t file = 0; file < results.size(); ++file) {
+        const QString &path = request.paths[qsizetype(file)];
+        const FileDigests &result = results[file];
         if (!result.isWhole()) {
             unreadable.append(path);
             continue;
