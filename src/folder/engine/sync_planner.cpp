@@ -95,27 +95,37 @@ bool isPossible(const SyncPlanItem &item, SyncAction action)
     return true;
 }
 
+bool isStep(const SyncPlanItem &item)
+{
+    const bool isFolderOfBoth = item.isDir && !item.leftPath.isEmpty() && !item.rightPath.isEmpty();
+    return item.syncAction() != SyncAction::Skip && isPossible(item, item.syncAction()) && !isFolderOfBoth;
+}
+
+void addTo(SyncCounts &counts, const SyncPlanItem &item)
+{
+    ++counts.total;
+    switch (item.syncAction()) {
+    case SyncAction::Skip:
+        ++counts.skipped;
+        break;
+    case SyncAction::CopyToRight:
+        ++counts.copyToRight;
+        break;
+    case SyncAction::CopyToLeft:
+        ++counts.copyToLeft;
+        break;
+    case SyncAction::DeleteRight:
+    case SyncAction::DeleteLeft:
+        ++counts.deletions;
+        break;
+    }
+}
+
 SyncCounts countSync(const QList<SyncPlanItem> &plan)
 {
     SyncCounts counts;
-    counts.total = plan.size();
-    for (const SyncPlanItem &item : plan) {
-        switch (item.syncAction()) {
-        case SyncAction::Skip:
-            ++counts.skipped;
-            break;
-        case SyncAction::CopyToRight:
-            ++counts.copyToRight;
-            break;
-        case SyncAction::CopyToLeft:
-            ++counts.copyToLeft;
-            break;
-        case SyncAction::DeleteRight:
-        case SyncAction::DeleteLeft:
-            ++counts.deletions;
-            break;
-        }
-    }
+    for (const SyncPlanItem &item : plan)
+        addTo(counts, item);
     return counts;
 }
 

@@ -47,6 +47,9 @@ struct SyncPlanItem {
 /// Whether an item can have an action: what a side has not is not copied from there, and what both have is not deleted.
 [[nodiscard]] bool isPossible(const SyncPlanItem &item, SyncAction action);
 
+/// Whether carrying an item out does anything: a folder that both sides have is neither made nor removed.
+[[nodiscard]] bool isStep(const SyncPlanItem &item);
+
 /// How many items have which action.
 struct SyncCounts {
     qint64 copyToRight = 0;
@@ -59,6 +62,8 @@ struct SyncCounts {
     friend bool operator==(const SyncCounts &, const SyncCounts &) = default;
 };
 [[nodiscard]] SyncCounts countSync(const QList<SyncPlanItem> &plan);
+/// Counts one item more.
+void addTo(SyncCounts &counts, const SyncPlanItem &item);
 
 /// What a plan takes from one side, to ask again before much is gone.
 struct SyncLoss {

@@ -177,8 +177,7 @@ void FolderMergeWidget::connectUndo()
     });
 }
 
-// The session as the window knows it
-// -----------------------------------------------------------------------------------
+// What the window knows of it ----------------------------------------------------------------------------------------
 
 SessionPaths FolderMergeWidget::paths() const
 {

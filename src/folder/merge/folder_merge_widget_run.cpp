@@ -67,12 +67,14 @@ void FolderMergeWidget::survey(const QString &target)
         return;
     m_stage = Stage::Merging;
     m_status->showMessage(Velmora::tr("Looking at the target folder…"));
-    const OperationPlan plan = planFolderMerge(m_compared, m_model->files(), m_model->sources(), target);
     m_runner.start(
-        [plan, target](const CancelFlag &cancel, Progress &progress) {
-            if (plan.refusal == PlanRefusal::None)
-                QDir().mkpath(target);
-            return plan.refusal == PlanRefusal::None ? surveyPlan(plan, FileLayer::native(), cancel, progress) : plan;
+        [folders = m_compared, files = m_model->files(), sources = m_model->sources(), target](const CancelFlag &cancel,
+                                                                                               Progress &progress) {
+            const OperationPlan plan = planFolderMerge(folders, files, sources, target);
+            if (plan.refusal != PlanRefusal::None)
+                return plan;
+            QDir().mkpath(target);
+            return surveyPlan(plan, FileLayer::native(), cancel, progress);
         },
         [this, target](RunOutcome<OperationPlan> &&outcome) {
             m_stage = Stage::Idle;

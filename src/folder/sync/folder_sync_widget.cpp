@@ -73,7 +73,7 @@ FolderSyncWidget::FolderSyncWidget(SessionHost &host, QWidget *parent)
     connectBar();
     connectUndo();
     connect(m_inputs, &PathsBar::submitted, this, &FolderSyncWidget::onAnalyze);
-    connect(m_model, &SyncPlanModel::actionsChanged, this, &FolderSyncWidget::showState);
+    connect(m_model, &SyncPlanModel::actionsChanged, this, &FolderSyncWidget::showSummary);
     connect(m_log, &FolderLogPanel::closeWanted, m_log, &QWidget::hide);
     m_log->hide();
     showState();
@@ -164,7 +164,7 @@ void FolderSyncWidget::buildView()
         m_bar->fillRowMenu(menu);
         menu.exec(m_view->viewport()->mapToGlobal(at));
     });
-    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &FolderSyncWidget::showState);
+    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &FolderSyncWidget::showRowCommands);
 }
 
 void FolderSyncWidget::buildLayout()
@@ -223,13 +223,12 @@ void FolderSyncWidget::connectUndo()
         m_undoing, &FolderActions::finished, this,
         [this] {
             m_journalId.clear();
-            analyse(m_analysed, {m_undoText});
+            analyse(plannedFolders(), {m_undoText});
         },
         Qt::QueuedConnection);
 }
 
-// The session as the window knows it
-// -----------------------------------------------------------------------------------
+// What the window knows of it ----------------------------------------------------------------------------------------
 
 QString FolderSyncWidget::kind() const
 {
@@ -306,6 +305,11 @@ SyncMode FolderSyncWidget::mode() const
     return syncModeOf(m_direction->currentIndex());
 }
 
+QString FolderSyncWidget::title() const
+{
+    return Velmora::tr("Sync %1 <-> %2").arg(bareName(plannedFolders().left), bareName(plannedFolders().right));
+}
+
 QString FolderSyncWidget::problemOfPaths() const
 {
     const SessionPaths folders = paths();
@@ -327,7 +331,7 @@ void FolderSyncWidget::onAnalyze()
         Q_EMIT readingEnded();
         return;
     }
-    analyse(paths(), {});
+    analyse({paths().left, paths().right}, {});
     Q_EMIT comparisonStarted();
 }
 
@@ -339,7 +343,7 @@ void FolderSyncWidget::tell(const Remark &remark)
         m_status->showMessage(remark.text);
 }
 
-void FolderSyncWidget::analyse(const SessionPaths &folders, const Remark &remark)
+void FolderSyncWidget::analyse(const Sides<QString> &folders, const Remark &remark)
 {
     m_stage = Stage::Analysing;
     tell(remark.text.isEmpty() ? Remark{Velmora::tr("Scanning folders…")} : remark);
@@ -362,7 +366,6 @@ void FolderSyncWidget::takeAnalysis(RunOutcome<SyncAnalysis> &&outcome, const Re
         m_status->showFailure(faultText(outcome.fault, Velmora::tr("Not enough memory")));
     } else {
         m_found = std::move(outcome.value->input);
-        m_analysed = {m_found.roots.left.path, m_found.roots.right.path, {}};
         m_hasPlan = true;
         if (remark.text.isEmpty())
             m_model->setPlan(std::move(outcome.value->plan));
@@ -374,9 +377,8 @@ void FolderSyncWidget::takeAnalysis(RunOutcome<SyncAnalysis> &&outcome, const Re
         tell(remark.text.isEmpty()
                  ? Remark{Velmora::tr("Scan complete. %1 item(s) to sync.").arg(m_model->plan().size())}
                  : remark);
-        Q_EMIT tabTitleChanged(
-            Velmora::tr("Sync %1 <-> %2").arg(bareName(m_analysed.left), bareName(m_analysed.right)));
-        Q_EMIT comparisonFinished(m_analysed.left, m_analysed.right);
+        Q_EMIT tabTitleChanged(title());
+        Q_EMIT comparisonFinished(plannedFolders().left, plannedFolders().right);
     }
     showState();
     Q_EMIT readingEnded();
@@ -403,22 +405,33 @@ void FolderSyncWidget::showPlan()
         m_view->setCurrentIndex(m_model->index(0, 0));
     fitNames();
     showState();
+    showSummary();
     showNotice();
 }
 
 void FolderSyncWidget::showState()
 {
     const bool idle = m_stage == Stage::Idle && !m_undoing->isRunning();
-    const SyncCounts counts = countSync(m_model->shownPlan());
-    const bool hasRows = m_view->selectionModel()->hasSelection();
     m_bar->analyze->setEnabled(m_stage != Stage::Running && !m_undoing->isRunning());
-    m_bar->syncNow->setEnabled(idle && counts.total > 0);
+    m_bar->syncNow->setEnabled(idle && m_model->rowCount() > 0);
     m_bar->cancel->setEnabled(!idle);
     m_bar->undo->setEnabled(idle && !m_journalId.isEmpty());
     m_bar->swapSides->setEnabled(idle);
+    showRowCommands();
+}
+
+/// With each step of the caret, so that it looks at no item.
+void FolderSyncWidget::showRowCommands()
+{
+    const bool idle = m_stage == Stage::Idle && !m_undoing->isRunning();
     for (QAction *action :
          {m_bar->copyToRight, m_bar->copyToLeft, m_bar->deleteOne, m_bar->skip, m_bar->asPlanned, m_bar->open})
-        action->setEnabled(idle && hasRows);
+        action->setEnabled(idle && m_view->selectionModel()->hasSelection());
+}
+
+void FolderSyncWidget::showSummary()
+{
+    const SyncCounts counts = m_model->shownCounts();
     QString summary = m_hasPlan ? syncSummary(counts) : QString();
     if (m_model->isFiltered() && m_hasPlan)
         summary += Velmora::tr(" (filter: %1 of %2 shown)").arg(counts.total).arg(m_model->plan().size());

@@ -62,18 +62,23 @@ private:
     void connectUndo();
 
     [[nodiscard]] SyncMode mode() const;
+    /// The folders that the plan is about.
+    [[nodiscard]] Sides<QString> plannedFolders() const { return {m_found.roots.left.path, m_found.roots.right.path}; }
+    [[nodiscard]] QString title() const;
     [[nodiscard]] QString problemOfPaths() const;
     /// What the status line says of a run, for as long as the folders are looked at again.
     struct Remark {
         QString text; ///< empty: what was found is said
         bool isFailure = false;
     };
-    void analyse(const SessionPaths &folders, const Remark &remark);
+    void analyse(const Sides<QString> &folders, const Remark &remark);
     void takeAnalysis(RunOutcome<SyncAnalysis> &&outcome, const Remark &remark);
     void tell(const Remark &remark);
     void planAgain();
     void showPlan();
     void showState();
+    void showSummary();
+    void showRowCommands();
     void showNotice();
     void fitNames();
     void changeSelected(void (SyncPlanModel::*change)(const QModelIndexList &));
@@ -83,8 +88,8 @@ private:
 
     [[nodiscard]] PlanInput inputForRun() const;
     [[nodiscard]] QString questionFor(qint64 actions) const;
-    void askForLosses(const OperationPlan &plan, const Sides<SyncLoss> &losses);
-    void run(const OperationPlan &plan);
+    void askForLosses(const QList<SyncPlanItem> &plan);
+    void run(const QList<SyncPlanItem> &plan);
     void takeRun(RunOutcome<PlanRunResult> &&outcome);
     void offerDeletingForGood();
 
@@ -104,8 +109,7 @@ private:
 
     Stage m_stage = Stage::Idle;
     bool m_hasPlan = false;
-    SessionPaths m_analysed; ///< the folders of the plan
-    PlanInput m_found;       ///< what the plan was made from
+    PlanInput m_found; ///< what the plan was made from
     DeleteManner m_manner = DeleteManner::ToRecycleBin;
     QString m_journalId; ///< of the last run
     QString m_undoText;  ///< what was said last of taking it back

@@ -15,6 +15,8 @@
 
 #include <QPointer>
 
+#include <algorithm>
+
 namespace velmora {
 
 void FolderSyncWidget::onSync()
@@ -22,17 +24,14 @@ void FolderSyncWidget::onSync()
     if (m_stage != Stage::Idle || m_undoing->isRunning())
         return;
     const QList<SyncPlanItem> shown = m_model->shownPlan();
-    const qint64 actions = countSync(shown).actions();
-    const OperationPlan plan = planSyncRun(inputForRun(), shown, m_manner);
-    if (actions == 0 || (plan.steps.isEmpty() && plan.refusal == PlanRefusal::None)) {
+    if (std::none_of(shown.begin(), shown.end(), isStep)) {
         m_status->showMessage(Velmora::tr("No sync actions to run."));
         return;
     }
-    const Sides<SyncLoss> losses = lossesOf(m_found.items, shown);
-    Dialogs::instance().askYesNo(this, Velmora::tr("Confirm sync"), questionFor(actions), true,
-                                 [self = QPointer(this), plan, losses](bool yes) {
+    Dialogs::instance().askYesNo(this, Velmora::tr("Confirm sync"), questionFor(countSync(shown).actions()), true,
+                                 [self = QPointer(this), shown](bool yes) {
                                      if (self && yes)
-                                         self->askForLosses(plan, losses);
+                                         self->askForLosses(shown);
                                  });
 }
 
@@ -57,9 +56,9 @@ QString FolderSyncWidget::questionFor(qint64 actions) const
     return question;
 }
 
-void FolderSyncWidget::askForLosses(const OperationPlan &plan, const Sides<SyncLoss> &losses)
+void FolderSyncWidget::askForLosses(const QList<SyncPlanItem> &plan)
 {
-    const QString text = syncLossText(losses, {m_analysed.left, m_analysed.right});
+    const QString text = syncLossText(lossesOf(m_found.items, plan), plannedFolders());
     if (text.isEmpty()) {
         run(plan);
         return;
@@ -72,16 +71,18 @@ void FolderSyncWidget::askForLosses(const OperationPlan &plan, const Sides<SyncL
                                  });
 }
 
-void FolderSyncWidget::run(const OperationPlan &plan)
+void FolderSyncWidget::run(const QList<SyncPlanItem> &plan)
 {
     if (m_stage != Stage::Idle || m_undoing->isRunning()) // something began while the question was open
         return;
     m_stage = Stage::Running;
     m_status->showMessage(Velmora::tr("Starting sync…"));
     m_log->show();
-    const QString title = Velmora::tr("Sync %1 <-> %2").arg(bareName(m_analysed.left), bareName(m_analysed.right));
+    // The steps of a large plan take their time as well.
     m_runner.start(
-        [plan, title](const CancelFlag &cancel, Progress &progress) { return runPlan(plan, title, cancel, progress); },
+        [input = inputForRun(), plan, manner = m_manner, name = title()](const CancelFlag &cancel, Progress &progress) {
+            return runPlan(planSyncRun(input, plan, manner), name, cancel, progress);
+        },
         [this](RunOutcome<PlanRunResult> &&outcome) { takeRun(std::move(outcome)); },
         [this](const ProgressState &state) { m_status->showProgress(state, shownPath(state.item)); });
     showState();
@@ -104,7 +105,7 @@ void FolderSyncWidget::takeRun(RunOutcome<PlanRunResult> &&outcome)
         done = Velmora::tr("Cancelled. %1").arg(done);
     m_log->addLine(done);
     m_journalId = result.journalId;
-    analyse(m_analysed, {done, result.failed > 0});
+    analyse(plannedFolders(), {done, result.failed > 0});
     if (result.lacksRecycleBin)
         offerDeletingForGood();
 }

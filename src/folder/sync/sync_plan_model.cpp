@@ -105,6 +105,16 @@ QList<SyncPlanItem> SyncPlanModel::shownPlan() const
     return shown;
 }
 
+SyncCounts SyncPlanModel::shownCounts() const
+{
+    SyncCounts counts;
+    for (qsizetype i = 0; i < m_plan.size(); ++i) {
+        if (m_nodes[std::size_t(i)].row >= 0)
+            addTo(counts, m_plan.at(i));
+    }
+    return counts;
+}
+
 // The tree -----------------------------------------------------------------------------------------------------------
 
 void SyncPlanModel::findParents()

@@ -33,6 +33,8 @@ public:
     [[nodiscard]] const WildcardList &masks() const { return m_masks; }
     /// The items that are shown.
     [[nodiscard]] QList<SyncPlanItem> shownPlan() const;
+    /// What is shown, counted; one look at each item.
+    [[nodiscard]] SyncCounts shownCounts() const;
 
     [[nodiscard]] const SyncPlanItem &itemAt(const QModelIndex &index) const { return m_plan.at(nodeOf(index)); }
 
