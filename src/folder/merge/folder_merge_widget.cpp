@@ -4,6 +4,7 @@
 #include "folder/actions/action_words.h"
 #include "folder/actions/folder_actions.h"
 #include "folder/actions/folder_log_panel.h"
+#include "folder/actions/plan_view.h"
 #include "folder/merge/folder_merge_bar.h"
 #include "folder/merge/folder_merge_model.h"
 #include "session/fault_text.h"
@@ -23,8 +24,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QSplitter>
-#include <QStyle>
-#include <QTreeView>
 
 namespace velmora {
 
@@ -49,8 +48,7 @@ FolderMergeWidget::FolderMergeWidget(SessionHost &host, QWidget *parent)
       m_inputs(new PathsBar(fields(), this)),
       m_filter(new QComboBox),
       m_model(new FolderMergeModel(this)),
-      m_view(new QTreeView),
-      m_notice(new NoticeCard(m_view->viewport())),
+      m_view(new PlanView(QStringLiteral("mergeFiles"), *m_model)),
       m_log(new FolderLogPanel),
       m_splitter(new QSplitter(Qt::Vertical)),
       m_status(new StatusLine),
@@ -79,19 +77,10 @@ FolderMergeWidget::~FolderMergeWidget() = default;
 
 void FolderMergeWidget::buildView()
 {
-    m_view->setObjectName(QStringLiteral("mergeFiles"));
     m_view->setAccessibleName(Velmora::tr("Files of the merge"));
-    m_view->setModel(m_model);
     m_view->setRootIsDecorated(false);
-    m_view->setUniformRowHeights(true);
-    m_view->setAllColumnsShowFocus(true);
-    m_view->setAlternatingRowColors(true);
-    m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_view->setFrameShape(QFrame::NoFrame);
     m_view->setTextElideMode(Qt::ElideMiddle);
-    m_view->setContextMenuPolicy(Qt::CustomContextMenu);
     QHeaderView &header = *m_view->header();
-    header.setStretchLastSection(false);
     const QFontMetrics metrics = m_view->fontMetrics();
     const int sizeWidth = metrics.horizontalAdvance(QStringLiteral("10000000 KB")) + 16;
     const int textWidth = metrics.horizontalAdvance(QStringLiteral("两侧相同修改")) + 24;
@@ -100,10 +89,10 @@ void FolderMergeWidget::buildView()
     for (const int column : {FolderMergeModel::Status, FolderMergeModel::Action})
         header.resizeSection(column, textWidth);
     connect(m_view, &QTreeView::activated, this, [this] { openCurrent(); });
-    connect(m_view, &QWidget::customContextMenuRequested, this, [this](QPoint at) {
+    connect(m_view, &PlanView::menuWanted, this, [this](QPoint at) {
         QMenu menu;
         m_bar->fillRowMenu(menu);
-        menu.exec(m_view->viewport()->mapToGlobal(at));
+        menu.exec(at);
     });
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &FolderMergeWidget::showState);
 }
@@ -115,7 +104,7 @@ void FolderMergeWidget::buildLayout()
                         Velmora::tr("Added only"), Velmora::tr("Deleted only")});
     connect(m_filter, &QComboBox::currentIndexChanged, this, [this](int index) {
         m_model->setView(FolderMergeModel::View(index));
-        fitPaths();
+        m_view->fitFirstColumn();
         showState();
         showNotice();
     });
@@ -202,16 +191,8 @@ void FolderMergeWidget::refreshTheme()
     m_bar->refreshTheme();
     m_inputs->refreshTheme();
     m_log->refreshTheme();
-    m_notice->refresh();
     m_status->refreshTheme();
-    m_view->viewport()->update();
-}
-
-void FolderMergeWidget::resizeEvent(QResizeEvent *event)
-{
-    SessionWidget::resizeEvent(event);
-    fitPaths();
-    showNotice();
+    m_view->refreshTheme();
 }
 
 QString FolderMergeWidget::title() const
@@ -281,7 +262,7 @@ void FolderMergeWidget::takeResult(RunOutcome<FolderMergeResult> &&outcome)
             m_view->setCurrentIndex(m_model->index(0, 0));
         if (const QWidget *focus = focusWidget(); !focus || m_inputs->isAncestorOf(focus))
             m_view->setFocus();
-        fitPaths();
+        m_view->fitFirstColumn();
         Q_EMIT tabTitleChanged(title());
         Q_EMIT comparisonFinished(m_compared.left, m_compared.right);
     }
@@ -308,30 +289,17 @@ void FolderMergeWidget::showState()
 
 void FolderMergeWidget::showNotice()
 {
-    m_notice->setRoom(m_view->viewport()->rect());
+    NoticeCard &notice = m_view->notice();
     if (m_model->rowCount() > 0)
-        m_notice->clear();
+        notice.clear();
     else if (!m_hasResult)
-        m_notice->tell(
-            {Velmora::tr("A folder and two versions of it"),
-             Velmora::tr("Drop the three here or enter their paths above, then press Compare (F5). The merged "
-                         "tree goes into a folder of its own; these three stay as they are.")});
+        notice.tell({Velmora::tr("A folder and two versions of it"),
+                     Velmora::tr("Drop the three here or enter their paths above, then press Compare (F5). The merged "
+                                 "tree goes into a folder of its own; these three stay as they are.")});
     else if (m_model->files().isEmpty())
-        m_notice->tell({Velmora::tr("There are no files in these folders."), {}});
+        notice.tell({Velmora::tr("There are no files in these folders."), {}});
     else
-        m_notice->tell({Velmora::tr("No file is of this kind."), {}});
-}
-
-/// Paths get what the other columns leave, and never too little to be read.
-void FolderMergeWidget::fitPaths()
-{
-    const int leastWidth = 24 * fontMetrics().averageCharWidth();
-    int others = 0;
-    for (int column = FolderMergeModel::BaseSize; column < FolderMergeModel::ColumnCount; ++column)
-        others += m_view->header()->sectionSize(column);
-    // With room for a scroll bar that is still to come.
-    const int room = m_view->width() - m_view->style()->pixelMetric(QStyle::PM_ScrollBarExtent) - 2;
-    m_view->header()->resizeSection(FolderMergeModel::Path, std::max(leastWidth, room - others));
+        notice.tell({Velmora::tr("No file is of this kind."), {}});
 }
 
 void FolderMergeWidget::changeSelected(const std::function<void(const QModelIndexList &)> &change)

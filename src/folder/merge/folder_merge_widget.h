@@ -5,10 +5,11 @@
 #include "folder/engine/folder_merge.h"
 #include "session/session_widget.h"
 
+#include <QModelIndex>
+
 class QComboBox;
 class QLabel;
 class QSplitter;
-class QTreeView;
 
 namespace velmora {
 
@@ -16,8 +17,8 @@ class FolderActions;
 class FolderLogPanel;
 class FolderMergeBar;
 class FolderMergeModel;
-class NoticeCard;
 class PathsBar;
+class PlanView;
 class StatusLine;
 
 /// The session that merges two versions of a folder over the one that both come from, file by file, into another
@@ -49,9 +50,6 @@ Q_SIGNALS:
     /// A person wants to merge the three versions of one file; the path of a version that is missing is empty.
     void openThreeWayMerge(const QString &basePath, const QString &leftPath, const QString &rightPath);
 
-protected:
-    void resizeEvent(QResizeEvent *event) override;
-
 private:
     enum class Stage { Idle, Comparing, Merging };
 
@@ -63,7 +61,6 @@ private:
     void takeResult(RunOutcome<FolderMergeResult> &&outcome);
     void showState();
     void showNotice();
-    void fitPaths();
     void changeSelected(const std::function<void(const QModelIndexList &)> &change);
     void openCurrent();
     void step(int direction);
@@ -79,8 +76,7 @@ private:
     PathsBar *m_inputs;
     QComboBox *m_filter;
     FolderMergeModel *m_model;
-    QTreeView *m_view;
-    NoticeCard *m_notice;
+    PlanView *m_view;
     FolderLogPanel *m_log;
     QSplitter *m_splitter;
     StatusLine *m_status;

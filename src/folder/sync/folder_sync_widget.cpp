@@ -4,6 +4,7 @@
 #include "folder/actions/action_words.h"
 #include "folder/actions/folder_actions.h"
 #include "folder/actions/folder_log_panel.h"
+#include "folder/actions/plan_view.h"
 #include "folder/sync/sync_bar.h"
 #include "folder/sync/sync_plan_model.h"
 #include "folder/sync/sync_words.h"
@@ -27,8 +28,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QSplitter>
-#include <QStyle>
-#include <QTreeView>
 
 namespace velmora {
 
@@ -60,8 +59,7 @@ FolderSyncWidget::FolderSyncWidget(SessionHost &host, QWidget *parent)
       m_filter(new QComboBox),
       m_contents(new QCheckBox(Velmora::tr("Compare contents"))),
       m_model(new SyncPlanModel(this)),
-      m_view(new QTreeView),
-      m_notice(new NoticeCard(m_view->viewport())),
+      m_view(new PlanView(QStringLiteral("syncPlan"), *m_model)),
       m_log(new FolderLogPanel),
       m_splitter(new QSplitter(Qt::Vertical)),
       m_status(new StatusLine),
@@ -135,17 +133,8 @@ QWidget *FolderSyncWidget::buildChoices()
 
 void FolderSyncWidget::buildView()
 {
-    m_view->setObjectName(QStringLiteral("syncPlan"));
     m_view->setAccessibleName(Velmora::tr("Sync plan"));
-    m_view->setModel(m_model);
-    m_view->setUniformRowHeights(true);
-    m_view->setAllColumnsShowFocus(true);
-    m_view->setAlternatingRowColors(true);
-    m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_view->setFrameShape(QFrame::NoFrame);
-    m_view->setContextMenuPolicy(Qt::CustomContextMenu);
     QHeaderView &header = *m_view->header();
-    header.setStretchLastSection(false);
     const QFontMetrics metrics = m_view->fontMetrics();
     const int timeWidth = metrics.horizontalAdvance(QStringLiteral("0000-00-00 00:00:00")) + 20;
     const int sizeWidth = metrics.horizontalAdvance(QStringLiteral("1,023.9 MB")) + 20;
@@ -159,10 +148,10 @@ void FolderSyncWidget::buildView()
           std::pair(SyncPlanModel::RightTime, timeWidth)})
         header.resizeSection(column, width);
     connect(m_view, &QTreeView::activated, this, [this] { openCurrent(); });
-    connect(m_view, &QWidget::customContextMenuRequested, this, [this](QPoint at) {
+    connect(m_view, &PlanView::menuWanted, this, [this](QPoint at) {
         QMenu menu;
         m_bar->fillRowMenu(menu);
-        menu.exec(m_view->viewport()->mapToGlobal(at));
+        menu.exec(at);
     });
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &FolderSyncWidget::showRowCommands);
 }
@@ -269,33 +258,13 @@ void FolderSyncWidget::dropPaths(const QStringList &paths, QPoint position)
         onAnalyze();
 }
 
-void FolderSyncWidget::resizeEvent(QResizeEvent *event)
-{
-    SessionWidget::resizeEvent(event);
-    fitNames();
-    showNotice();
-}
-
-/// Names get what the other columns leave, and never too little to be read.
-void FolderSyncWidget::fitNames()
-{
-    const int leastWidth = 24 * fontMetrics().averageCharWidth();
-    int others = 0;
-    for (int column = SyncPlanModel::Action; column < SyncPlanModel::ColumnCount; ++column)
-        others += m_view->header()->sectionSize(column);
-    // With room for a scroll bar that is still to come.
-    const int room = m_view->width() - m_view->style()->pixelMetric(QStyle::PM_ScrollBarExtent) - 2;
-    m_view->header()->resizeSection(SyncPlanModel::Name, std::max(leastWidth, room - others));
-}
-
 void FolderSyncWidget::refreshTheme()
 {
     m_bar->refreshTheme();
     m_inputs->refreshTheme();
     m_log->refreshTheme();
-    m_notice->refresh();
     m_status->refreshTheme();
-    m_view->viewport()->update();
+    m_view->refreshTheme();
 }
 
 // Analysing ----------------------------------------------------------------------------------------------------------
@@ -403,7 +372,7 @@ void FolderSyncWidget::showPlan()
         m_view->expandToDepth(0);
     if (m_model->rowCount() > 0)
         m_view->setCurrentIndex(m_model->index(0, 0));
-    fitNames();
+    m_view->fitFirstColumn();
     showState();
     showSummary();
     showNotice();
@@ -440,17 +409,17 @@ void FolderSyncWidget::showSummary()
 
 void FolderSyncWidget::showNotice()
 {
-    m_notice->setRoom(m_view->viewport()->rect());
+    NoticeCard &notice = m_view->notice();
     if (m_model->rowCount() > 0)
-        m_notice->clear();
+        notice.clear();
     else if (!m_hasPlan)
-        m_notice->tell({Velmora::tr("Two folders that should agree"),
-                        Velmora::tr("Drop them here or enter their paths above, then press Analyze (F5). Nothing is "
-                                    "changed before you have seen the plan.")});
+        notice.tell({Velmora::tr("Two folders that should agree"),
+                     Velmora::tr("Drop them here or enter their paths above, then press Analyze (F5). Nothing is "
+                                 "changed before you have seen the plan.")});
     else if (m_model->isFiltered() && !m_model->plan().isEmpty())
-        m_notice->tell({Velmora::tr("The filter hides the whole plan."), {}});
+        notice.tell({Velmora::tr("The filter hides the whole plan."), {}});
     else
-        m_notice->tell({Velmora::tr("Both folders agree."), {}});
+        notice.tell({Velmora::tr("Both folders agree."), {}});
 }
 
 void FolderSyncWidget::changeSelected(void (SyncPlanModel::*change)(const QModelIndexList &))

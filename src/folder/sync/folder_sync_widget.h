@@ -5,18 +5,19 @@
 #include "folder/sync/sync_job.h"
 #include "session/session_widget.h"
 
+#include <QModelIndex>
+
 class QCheckBox;
 class QComboBox;
 class QLabel;
 class QSplitter;
-class QTreeView;
 
 namespace velmora {
 
 class FolderActions;
 class FolderLogPanel;
-class NoticeCard;
 class PathsBar;
+class PlanView;
 class StatusLine;
 class SyncBar;
 class SyncPlanModel;
@@ -49,9 +50,6 @@ public Q_SLOTS:
     void onUndo();
     void onSwap();
 
-protected:
-    void resizeEvent(QResizeEvent *event) override;
-
 private:
     enum class Stage { Idle, Analysing, Running };
 
@@ -80,7 +78,6 @@ private:
     void showSummary();
     void showRowCommands();
     void showNotice();
-    void fitNames();
     void changeSelected(void (SyncPlanModel::*change)(const QModelIndexList &));
     void setSelected(SyncAction action);
     void openCurrent();
@@ -99,8 +96,7 @@ private:
     QComboBox *m_filter;
     QCheckBox *m_contents;
     SyncPlanModel *m_model;
-    QTreeView *m_view;
-    NoticeCard *m_notice;
+    PlanView *m_view;
     FolderLogPanel *m_log;
     QSplitter *m_splitter;
     StatusLine *m_status;
