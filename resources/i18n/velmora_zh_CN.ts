@@ -7100,6 +7100,178 @@ Save them?</source>
         <translation>无法写入：%1</translation>
     </message>
     <message>
+        <source>Folder snapshot compare</source>
+        <translation>文件夹快照比较</translation>
+    </message>
+    <message>
+        <source>Left   (folder or .kvsnapshot):</source>
+        <translation>左侧（文件夹或 .kvsnapshot）：</translation>
+    </message>
+    <message>
+        <source>Right(folder or .kvsnapshot):</source>
+        <translation>右侧（文件夹或 .kvsnapshot）：</translation>
+    </message>
+    <message>
+        <source>A folder, or a snapshot of one</source>
+        <translation>文件夹，或文件夹的快照</translation>
+    </message>
+    <message>
+        <source>Browse left</source>
+        <translation>浏览左侧</translation>
+    </message>
+    <message>
+        <source>Browse right</source>
+        <translation>浏览右侧</translation>
+    </message>
+    <message>
+        <source>Relative path</source>
+        <translation>相对路径</translation>
+    </message>
+    <message>
+        <source>Create snapshot from left…</source>
+        <translation>从左侧创建快照…</translation>
+    </message>
+    <message>
+        <source>Record the files of the left folder in a snapshot file</source>
+        <translation>将左侧文件夹中的文件记录到快照文件</translation>
+    </message>
+    <message>
+        <source>Compare the files</source>
+        <translation>比较文件</translation>
+    </message>
+    <message>
+        <source>Compare the files of the current row as they are now (Return)</source>
+        <translation>比较当前行文件的现状（回车键）</translation>
+    </message>
+    <message>
+        <source>Compute SHA-256 when creating/scanning (slower)</source>
+        <translation>创建/扫描时计算 SHA-256（较慢）</translation>
+    </message>
+    <message>
+        <source>Tells also which contents have changed although size and time have not, and which files have moved</source>
+        <translation>还能指出哪些文件大小和时间未变而内容已变，以及哪些文件已移动</translation>
+    </message>
+    <message>
+        <source>Snapshots are JSON (.kvsnapshot). Compare two snapshots or snapshot ↔ live folder.</source>
+        <translation>快照为 JSON 文件（.kvsnapshot）。可比较两个快照，或快照与当前文件夹。</translation>
+    </message>
+    <message>
+        <source>Folders and snapshot files can be dropped here, too.</source>
+        <translation>也可以将文件夹和快照文件拖放到这里。</translation>
+    </message>
+    <message>
+        <source>Snapshot (*.kvsnapshot)</source>
+        <translation>快照 (*.kvsnapshot)</translation>
+    </message>
+    <message>
+        <source>Folder snapshot (*.kvsnapshot)</source>
+        <translation>文件夹快照 (*.kvsnapshot)</translation>
+    </message>
+    <message>
+        <source>Save snapshot</source>
+        <translation>保存快照</translation>
+    </message>
+    <message>
+        <source>Snapshot saved: %1 (%2 file(s))</source>
+        <translation>快照已保存：%1（%2 个文件）</translation>
+    </message>
+    <message>
+        <source>%1 is there already. Replace it?</source>
+        <translation>%1 已存在。要替换它吗？</translation>
+    </message>
+    <message>
+        <source>Enter a folder path on the left to snapshot.</source>
+        <translation>请在左侧输入要创建快照的文件夹路径。</translation>
+    </message>
+    <message>
+        <source>Enter left and right paths</source>
+        <translation>请输入左侧和右侧路径</translation>
+    </message>
+    <message>
+        <source>Folder does not exist</source>
+        <translation>文件夹不存在</translation>
+    </message>
+    <message>
+        <source>Cannot open snapshot: %1</source>
+        <translation>无法打开快照：%1</translation>
+    </message>
+    <message>
+        <source>Invalid snapshot format</source>
+        <translation>快照格式无效</translation>
+    </message>
+    <message>
+        <source>The file is no JSON from byte %1 on.</source>
+        <translation>文件从第 %1 字节起不是 JSON。</translation>
+    </message>
+    <message>
+        <source>It has no list of entries.</source>
+        <translation>其中没有条目列表。</translation>
+    </message>
+    <message>
+        <source>Entry %1 is no file of a folder.</source>
+        <translation>第 %1 个条目不是文件夹中的文件。</translation>
+    </message>
+    <message>
+        <source>Compare finished — right only %1, left only %2, changed %3, same %4</source>
+        <translation>比较完成 — 仅右侧 %1，仅左侧 %2，已更改 %3，相同 %4</translation>
+    </message>
+    <message>
+        <source>Other contents, though size and time are the same: %1</source>
+        <translation>大小和时间相同而内容不同：%1</translation>
+    </message>
+    <message>
+        <source>Other contents, though size and time are the same</source>
+        <translation>大小和时间相同，但内容不同</translation>
+    </message>
+    <message>
+        <source>Only the time is another, the contents are the same</source>
+        <translation>仅时间不同，内容相同</translation>
+    </message>
+    <message>
+        <source>Moved: %1</source>
+        <translation>已移动：%1</translation>
+    </message>
+    <message>
+        <source>Moved to %1</source>
+        <translation>已移动到 %1</translation>
+    </message>
+    <message>
+        <source>Moved from %1</source>
+        <translation>移动自 %1</translation>
+    </message>
+    <message>
+        <source>Could not be read: %1</source>
+        <translation>无法读取：%1</translation>
+    </message>
+    <message>
+        <source>Reading folders: %1 entries</source>
+        <translation>正在读取文件夹：%1 个条目</translation>
+    </message>
+    <message>
+        <source>Computing SHA-256: %1</source>
+        <translation>正在计算 SHA-256：%1</translation>
+    </message>
+    <message>
+        <source>Reading a snapshot</source>
+        <translation>正在读取快照</translation>
+    </message>
+    <message>
+        <source>no time</source>
+        <translation>无时间</translation>
+    </message>
+    <message>
+        <source>Modified: %1</source>
+        <translation>修改时间：%1</translation>
+    </message>
+    <message>
+        <source>Neither side has this file on this computer now</source>
+        <translation>两侧的这个文件目前都不在这台计算机上</translation>
+    </message>
+    <message>
+        <source>Both sides lead to one file, and a snapshot keeps no contents</source>
+        <translation>两侧指向同一个文件，而快照不保存内容</translation>
+    </message>
+    <message>
         <source>Services compare</source>
         <translation>服务比较</translation>
     </message>

@@ -8,6 +8,7 @@
 #include "filetypes/table/table_compare_widget.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/merge/folder_merge_widget.h"
+#include "folder/snapshot/folder_snapshot_widget.h"
 #include "folder/sync/folder_sync_widget.h"
 #include "merge/three_way_merge_widget.h"
 #include "session/document/text_recovery.h"
@@ -254,7 +255,7 @@ constexpr SessionKindRow rows[] = {
      .create = pending},
     {.id = QLatin1String("snapshot"),
      .group = Tools,
-     .sides = 1,
+     .sides = 2,
      .menuText = QT_TRANSLATE_NOOP("Velmora", "Folder snapshot(&N)"),
      .inTools = true,
      .displayName = QT_TRANSLATE_NOOP("Velmora", "Snapshot"),
@@ -262,7 +263,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/snapshot.png",
      .slot = "onNewFolderSnapshot",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Record the state of a folder and see later what has changed."),
-     .create = pending},
+     .create = make<FolderSnapshotWidget>},
     {.id = QLatin1String("env"),
      .group = Tools,
      .sides = 2,

@@ -53,6 +53,7 @@ void complain(const Streams &streams, const QString &message);
 [[nodiscard]] Command gitSetupCommand();
 [[nodiscard]] Command mergeCommand();
 [[nodiscard]] Command mergeFoldersCommand();
+[[nodiscard]] Command snapshotCommand();
 [[nodiscard]] Command syncCommand();
 [[nodiscard]] Command systemCommand();
 [[nodiscard]] Command tableCommand();

@@ -121,9 +121,9 @@ int dispatch(const QStringList &arguments, const Streams &streams)
 
 std::span<const Command> commands()
 {
-    static const std::array all{textCommand(),   folderCommand(),   syncCommand(),    mergeFoldersCommand(),
-                                binaryCommand(), checksumCommand(), imageCommand(),   mergeCommand(),
-                                systemCommand(), tableCommand(),    gitSetupCommand()};
+    static const std::array all{textCommand(),     folderCommand(), syncCommand(),     mergeFoldersCommand(),
+                                snapshotCommand(), binaryCommand(), checksumCommand(), imageCommand(),
+                                mergeCommand(),    systemCommand(), tableCommand(),    gitSetupCommand()};
     return all;
 }
 

@@ -1,4 +1,6 @@
 #include "app/library/session_files.h"
+#include "core/json_reader.h"
+#include "folder/engine/folder_snapshot_file.h"
 #include "folder/operations/journal_lines.h"
 #include "fuzz/targets.h"
 #include "settings/options/folder_session_options.h"
@@ -7,6 +9,7 @@
 #include "support/bytes_source.h"
 #include "system/engine/snapshot_file.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QJsonDocument>
 #include <QTemporaryDir>
@@ -40,6 +43,49 @@ void snapshot(const QByteArray &input)
         const SnapshotReading again = parseSnapshot(written, form);
         require(again.ok() && snapshotToJson(again.snapshot, form) == written, "a snapshot is read as it was written");
     }
+}
+
+namespace {
+
+FolderSnapshotReading readFrom(const QByteArray &bytes)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    Progress silent;
+    require(buffer.open(QIODevice::ReadOnly), "a buffer can be read");
+    return readFolderSnapshot(buffer, {}, silent);
+}
+
+bool isJson(const QByteArray &bytes)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    require(buffer.open(QIODevice::ReadOnly), "a buffer can be read");
+    JsonReader json(buffer);
+    return json.skip(json.next()) && json.next() == JsonReader::Token::End;
+}
+
+} // namespace
+
+void folderSnapshot(const QByteArray &input)
+{
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(input, &error);
+    const bool isDocument = document.isObject() || document.isArray();
+    require(!isDocument || isJson(document.toJson()), "what others write is read");
+    const FolderSnapshotReading read = readFrom(input);
+    require(read.ok() || read.snapshot.entries.empty(), "where a snapshot has a fault nothing is read");
+    if (!read.ok())
+        return;
+    require(document.isObject(), "what is no JSON is no snapshot");
+    for (const FolderSnapshotEntry &entry : read.snapshot.entries)
+        require(entry.size >= 0 && staysInFolder(entry.path), "no entry leaves the folder");
+    QBuffer buffer;
+    require(buffer.open(QIODevice::WriteOnly) && writeFolderSnapshot(buffer, read.snapshot, {}),
+            "a snapshot can be written");
+    const FolderSnapshotReading again = readFrom(buffer.data());
+    require(again.ok() && again.repeated == 0 && again.snapshot.entries == read.snapshot.entries,
+            "a snapshot is read as it was written");
 }
 
 void options(const QByteArray &input)

@@ -12,6 +12,7 @@ std::span<const Target> targets()
         Target{"compare", compare},
         Target{"journal", journal},
         Target{"snapshot", snapshot},
+        Target{"folder_snapshot", folderSnapshot},
         Target{"options", options},
         Target{"importance", importance},
         Target{"mask", mask},

@@ -22,6 +22,7 @@ void text(const QByteArray &input);
 void compare(const QByteArray &input);
 void journal(const QByteArray &input);
 void snapshot(const QByteArray &input);
+void folderSnapshot(const QByteArray &input);
 void options(const QByteArray &input);
 void importance(const QByteArray &input);
 void syntaxDefinition(const QByteArray &input);

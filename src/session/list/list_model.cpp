@@ -78,7 +78,7 @@ void ListModel::setSource(std::unique_ptr<const RowSource> source)
         m_headings = m_source->headings();
         m_counts = {};
         for (qsizetype number = 0; number < m_source->count(); ++number)
-            m_counts.add(m_source->row(number).status);
+            m_counts.add(m_source->status(number));
     });
 }
 
@@ -102,15 +102,10 @@ void ListModel::sort(int column, Qt::SortOrder order)
 
 bool ListModel::isShown(qsizetype number) const
 {
-    const KeyedRow row = m_source->row(number);
-    if (m_view != RowsView::All && (row.status == PairStatus::Same) != (m_view == RowsView::Same))
+    if (m_view != RowsView::All && (m_source->status(number) == PairStatus::Same) != (m_view == RowsView::Same))
         return false;
-    return std::all_of(m_words.begin(), m_words.end(), [&](const QString &word) {
-        bool holds = row.note.contains(word, Qt::CaseInsensitive);
-        for (int column = 0; column < columnCount() && !holds; ++column)
-            holds = m_source->text(number, column).contains(word, Qt::CaseInsensitive);
-        return holds;
-    });
+    return std::all_of(m_words.begin(), m_words.end(),
+                       [&](const QString &word) { return m_source->holds(number, word, columnCount()); });
 }
 
 void ListModel::rebuild()
@@ -130,12 +125,13 @@ void ListModel::rebuild()
 
 int ListModel::find(const QString &key) const
 {
-    return stepTo(-1, rowCount(), true, [&](int row) { return rowAt(row).key == key; });
+    return stepTo(-1, rowCount(), true, [&](int row) { return m_source->key(numberOf(row)) == key; });
 }
 
 int ListModel::nextDifference(int row, bool forward) const
 {
-    return stepTo(row, rowCount(), forward, [this](int next) { return rowAt(next).status != PairStatus::Same; });
+    return stepTo(row, rowCount(), forward,
+                  [this](int next) { return m_source->status(numberOf(next)) != PairStatus::Same; });
 }
 
 QString ListModel::text(const std::vector<int> &rows) const

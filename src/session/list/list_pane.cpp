@@ -106,7 +106,12 @@ void ListPane::connectView()
     connect(m_filter, &QLineEdit::returnPressed, this, [this] { m_view->setFocus(); });
     connect(m_view, &ListView::currentRowChanged, this, &ListPane::showCurrentRow);
     connect(m_view, &ListView::selectedRowsChanged, this, &ListPane::showSelection);
-    connect(m_view, &QTreeView::activated, this, [this] { m_bar.showDetails->setChecked(true); });
+    connect(m_view, &QTreeView::activated, this, [this] {
+        if (m_rowCommands.isEmpty())
+            m_bar.showDetails->setChecked(true);
+        else
+            m_rowCommands.first()->trigger();
+    });
     connect(m_view, &QWidget::customContextMenuRequested, this, &ListPane::openMenu);
 }
 
@@ -164,9 +169,17 @@ QString ListPane::countsText() const
     return parts.join(QStringLiteral("   "));
 }
 
+void ListPane::addRowCommand(QAction *command)
+{
+    m_rowCommands.append(command);
+    showCurrentRow();
+}
+
 void ListPane::showCurrentRow()
 {
     const int row = m_view->currentIndex().row();
+    for (QAction *command : m_rowCommands)
+        command->setEnabled(row >= 0);
     if (row >= 0)
         m_details->showRow(m_model->rowAt(row));
     else
@@ -195,6 +208,7 @@ void ListPane::openMenu(const QPoint &point)
 {
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addActions(m_rowCommands);
     menu->addAction(m_bar.copyRows);
     if (const QModelIndex index = m_view->indexAt(point); index.isValid()) {
         const KeyedRow row = m_model->rowAt(index.row());

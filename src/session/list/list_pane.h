@@ -2,8 +2,10 @@
 
 #include "session/list/list_model.h"
 
+#include <QList>
 #include <QWidget>
 
+class QAction;
 class QLineEdit;
 
 namespace velmora {
@@ -20,6 +22,10 @@ public:
     /// `source`: without rows, for the headings.
     ListPane(ListBar &bar, std::unique_ptr<const RowSource> source, QWidget *parent);
     ~ListPane() override;
+
+    /// Puts a command for the current row into the rows' menu, and lets it be used while there is such a row. The first
+    /// one is also what Return and a double click do, instead of showing the details.
+    void addRowCommand(QAction *command);
 
     /// Shows the result of a comparison.
     void setResult(std::unique_ptr<const RowSource> source);
@@ -59,6 +65,7 @@ private:
     ListView *m_view;
     RowDetails *m_details;
     QLineEdit *m_filter;
+    QList<QAction *> m_rowCommands;
     QString m_notice;
     bool m_hasResult = false;
 };

@@ -17,6 +17,17 @@ QStringList RowSource::headings() const
     return {Velmora::tr("Status"), m_keyHeading, Velmora::tr("Left"), Velmora::tr("Right")};
 }
 
+bool RowSource::holds(qsizetype number, const QString &word, int columns) const
+{
+    if (row(number).note.contains(word, Qt::CaseInsensitive))
+        return true;
+    for (int column = 0; column < columns; ++column) {
+        if (text(number, column).contains(word, Qt::CaseInsensitive))
+            return true;
+    }
+    return false;
+}
+
 std::optional<Side> RowSource::side(int column) const
 {
     if (column == Left)

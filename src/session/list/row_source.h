@@ -27,6 +27,12 @@ public:
     /// By its key a row is found again in other rows; its values are what the details show.
     [[nodiscard]] virtual KeyedRow row(qsizetype number) const = 0;
 
+    // What is asked of all rows at once; a source of many has them without making the row.
+    [[nodiscard]] virtual PairStatus status(qsizetype number) const { return row(number).status; }
+    [[nodiscard]] virtual QString key(qsizetype number) const { return row(number).key; }
+    /// Whether a word, in letters of any case, stands in the note or in the text of one of so many columns.
+    [[nodiscard]] virtual bool holds(qsizetype number, const QString &word, int columns) const;
+
     /// One for each column, translated. The first two columns are those of status and key.
     [[nodiscard]] virtual QStringList headings() const;
     /// The side whose values stand in a column; none for what belongs to both.
