@@ -2,11 +2,14 @@
 # Shared by ./test --windows and the packages for Windows: installs what is missing to build the Windows program on Debian and
 # to run it under Wine, and does so. Sourced after scripts/setup.sh.
 
-# The cross compiler, and what builds libraries from Debian's source packages.
-windows_build_packages=("${velmora_build_packages[@]}" g++-mingw-w64-x86-64-posix dpkg-dev xz-utils)
+# The cross compiler, and what builds libraries from Debian's source packages; the licences of those come from the packages for Linux.
+windows_build_packages=("${velmora_build_packages[@]}" "${velmora_image_packages[@]}" g++-mingw-w64-x86-64-posix dpkg-dev xz-utils)
 # Wine, and a display with what its windows draw through.
 windows_run_packages=("${velmora_font_packages[@]}" wine64 xvfb xauth libgl1 libxcomposite1 libxcursor1 libxi6 libxinerama1
     libxrandr2 libxrender1 libxxf86vm1)
+
+# What is built beside Qt Base, in this order.
+windows_libraries=(uchardet zlib bzip2 xz zstd libarchive taglib imageformats)
 
 # once STEP COMMAND…: runs the command unless it has succeeded before for build/windows-libs.
 once() {
@@ -20,7 +23,10 @@ once() {
 build_windows() {
     mkdir -p build/windows-libs
     once qt packaging/windows/build-qt.sh build/windows-libs
-    once deps packaging/windows/build-deps.sh build/windows-libs
+    local library
+    for library in "${windows_libraries[@]}"; do
+        once "$library" packaging/windows/build-deps.sh build/windows-libs "$library"
+    done
     build "$1"
     packaging/windows/stage.sh build/windows-libs "build/$1/bin"
 }

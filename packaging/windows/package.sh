@@ -23,7 +23,7 @@ cp "$built"/bin/{velmora.exe,velmora-cli.exe,velmora-cli-image.exe} "$stage"
 for library in Qt6Core Qt6Gui Qt6Network Qt6Widgets libgcc_s_seh-1 libstdc++-6 libwinpthread-1; do
     cp "$built/bin/$library.dll" "$stage"
 done
-for plugin in platforms/qwindows styles/qwindowsvistastyle imageformats/qgif imageformats/qico imageformats/qjpeg; do
+for plugin in platforms/qwindows styles/qwindowsvistastyle imageformats/q{gif,ico,jpeg,tiff,webp}; do
     install -D "$built/bin/$plugin.dll" "$stage/$plugin.dll"
 done
 find "$stage" -name '*.dll' -o -name '*.exe' | xargs x86_64-w64-mingw32-strip --strip-unneeded
@@ -45,7 +45,14 @@ dos /usr/share/common-licenses/LGPL-3 licences/LGPL-3.txt
 dos /usr/share/common-licenses/GPL-3 licences/GPL-3.txt
 dos /usr/share/common-licenses/MPL-1.1 licences/MPL-1.1.txt
 dos /usr/share/doc/qt6-base-dev/copyright licences/qt.txt
+dos /usr/share/doc/qt6-image-formats-plugins/copyright licences/qt-image-formats.txt
 dos /usr/share/doc/libuchardet-dev/copyright licences/uchardet.txt
+dos /usr/share/doc/libarchive13/copyright licences/libarchive.txt
+dos /usr/share/doc/zlib1g/copyright licences/zlib.txt
+dos /usr/share/doc/libbz2-1.0/copyright licences/bzip2.txt
+dos /usr/share/doc/liblzma5/copyright licences/xz.txt
+dos /usr/share/doc/libzstd1/copyright licences/zstd.txt
+dos /usr/share/doc/libtag1v5/copyright licences/taglib.txt
 dos /usr/share/doc/gcc-mingw-w64-x86-64-posix-runtime/copyright licences/gcc-runtime.txt
 dos /usr/share/doc/mingw-w64-x86-64-dev/copyright licences/mingw-w64.txt
 dos packaging/windows/readme.txt README.txt
