@@ -7428,6 +7428,338 @@ Save them?</source>
         <translation>也可以将快照文件拖放到这里。</translation>
     </message>
     <message>
+        <source>Choose the left file</source>
+        <translation>请选择左侧文件</translation>
+    </message>
+    <message>
+        <source>Choose the right file</source>
+        <translation>请选择右侧文件</translation>
+    </message>
+    <message>
+        <source>Programs and libraries (*.exe *.dll *.sys *.ocx *.so *.so.*)</source>
+        <translation>程序和库 (*.exe *.dll *.sys *.ocx *.so *.so.*)</translation>
+    </message>
+    <message>
+        <source>Left program or library...</source>
+        <translation>左侧程序或库...</translation>
+    </message>
+    <message>
+        <source>Right program or library...</source>
+        <translation>右侧程序或库...</translation>
+    </message>
+    <message>
+        <source>Choose two programs or libraries, then click Compare. Files can be dropped here, too.</source>
+        <translation>请选择两个程序或库，然后点击“比较”。也可以把文件拖放到这里。</translation>
+    </message>
+    <message>
+        <source>Version resource, fixed numbers</source>
+        <translation>版本资源，固定数字</translation>
+    </message>
+    <message>
+        <source>Version resource, strings</source>
+        <translation>版本资源，字符串</translation>
+    </message>
+    <message>
+        <source>Version resource, languages</source>
+        <translation>版本资源，语言</translation>
+    </message>
+    <message>
+        <source>Dynamic section</source>
+        <translation>动态节</translation>
+    </message>
+    <message>
+        <source>Notes</source>
+        <translation>注释节</translation>
+    </message>
+    <message>
+        <source>File header</source>
+        <translation>文件头</translation>
+    </message>
+    <message>
+        <source>Optional header</source>
+        <translation>可选头</translation>
+    </message>
+    <message>
+        <source>Import table</source>
+        <translation>导入表</translation>
+    </message>
+    <message>
+        <source>Table of delayed imports</source>
+        <translation>延迟导入表</translation>
+    </message>
+    <message>
+        <source>Export table</source>
+        <translation>导出表</translation>
+    </message>
+    <message>
+        <source>Section of comments</source>
+        <translation>编译器注释节</translation>
+    </message>
+    <message>
+        <source>Debug directory</source>
+        <translation>调试目录</translation>
+    </message>
+    <message>
+        <source>Resources</source>
+        <translation>资源</translation>
+    </message>
+    <message>
+        <source>Signature</source>
+        <translation>签名</translation>
+    </message>
+    <message>
+        <source>Section headers</source>
+        <translation>节头</translation>
+    </message>
+    <message>
+        <source>Section contents</source>
+        <translation>节内容</translation>
+    </message>
+    <message>
+        <source>Computed from the file</source>
+        <translation>由文件计算得出</translation>
+    </message>
+    <message>
+        <source>File version</source>
+        <translation>文件版本</translation>
+    </message>
+    <message>
+        <source>Product version</source>
+        <translation>产品版本</translation>
+    </message>
+    <message>
+        <source>Version flags</source>
+        <translation>版本标志</translation>
+    </message>
+    <message>
+        <source>Intended system</source>
+        <translation>目标系统</translation>
+    </message>
+    <message>
+        <source>Type of file</source>
+        <translation>文件类型</translation>
+    </message>
+    <message>
+        <source>Languages</source>
+        <translation>语言</translation>
+    </message>
+    <message>
+        <source>Library name (soname)</source>
+        <translation>库名称（soname）</translation>
+    </message>
+    <message>
+        <source>Build identity</source>
+        <translation>构建标识</translation>
+    </message>
+    <message>
+        <source>Machine</source>
+        <translation>机器</translation>
+    </message>
+    <message>
+        <source>Kind of object</source>
+        <translation>对象类型</translation>
+    </message>
+    <message>
+        <source>Subsystem</source>
+        <translation>子系统</translation>
+    </message>
+    <message>
+        <source>System version needed</source>
+        <translation>所需系统版本</translation>
+    </message>
+    <message>
+        <source>Link time</source>
+        <translation>链接时间</translation>
+    </message>
+    <message>
+        <source>Linker version</source>
+        <translation>链接器版本</translation>
+    </message>
+    <message>
+        <source>Checksum, stored</source>
+        <translation>校验和（存储的）</translation>
+    </message>
+    <message>
+        <source>Checksum, computed</source>
+        <translation>校验和（计算的）</translation>
+    </message>
+    <message>
+        <source>Image base</source>
+        <translation>映像基址</translation>
+    </message>
+    <message>
+        <source>Size of image</source>
+        <translation>映像大小</translation>
+    </message>
+    <message>
+        <source>Entry point</source>
+        <translation>入口点</translation>
+    </message>
+    <message>
+        <source>File flags</source>
+        <translation>文件标志</translation>
+    </message>
+    <message>
+        <source>Library flags</source>
+        <translation>库标志</translation>
+    </message>
+    <message>
+        <source>Needs %1</source>
+        <translation>需要 %1</translation>
+    </message>
+    <message>
+        <source>Search path for libraries</source>
+        <translation>库搜索路径</translation>
+    </message>
+    <message>
+        <source>Interpreter</source>
+        <translation>解释器</translation>
+    </message>
+    <message>
+        <source>Imports from %1</source>
+        <translation>从 %1 导入</translation>
+    </message>
+    <message>
+        <source>Delayed imports from %1</source>
+        <translation>从 %1 延迟导入</translation>
+    </message>
+    <message>
+        <source>Name in exports</source>
+        <translation>导出名称</translation>
+    </message>
+    <message>
+        <source>Exports</source>
+        <translation>导出</translation>
+    </message>
+    <message>
+        <source>Compiler notes</source>
+        <translation>编译器注释</translation>
+    </message>
+    <message>
+        <source>Debug identity</source>
+        <translation>调试标识</translation>
+    </message>
+    <message>
+        <source>Debug file</source>
+        <translation>调试文件</translation>
+    </message>
+    <message>
+        <source>Manifest</source>
+        <translation>清单</translation>
+    </message>
+    <message>
+        <source>Signature, bytes</source>
+        <translation>签名大小（字节）</translation>
+    </message>
+    <message>
+        <source>Signer (not verified)</source>
+        <translation>签名者（未验证）</translation>
+    </message>
+    <message>
+        <source>Section %1: size</source>
+        <translation>节 %1：大小</translation>
+    </message>
+    <message>
+        <source>Section %1: flags</source>
+        <translation>节 %1：标志</translation>
+    </message>
+    <message>
+        <source>Section %1: SHA-256</source>
+        <translation>节 %1：SHA-256</translation>
+    </message>
+    <message>
+        <source>File size, bytes</source>
+        <translation>文件大小（字节）</translation>
+    </message>
+    <message>
+        <source>SHA-256 of the file</source>
+        <translation>文件的 SHA-256</translation>
+    </message>
+    <message>
+        <source>sections</source>
+        <translation>节</translation>
+    </message>
+    <message>
+        <source>version resource</source>
+        <translation>版本资源</translation>
+    </message>
+    <message>
+        <source>resources</source>
+        <translation>资源</translation>
+    </message>
+    <message>
+        <source>imports</source>
+        <translation>导入表</translation>
+    </message>
+    <message>
+        <source>exports</source>
+        <translation>导出表</translation>
+    </message>
+    <message>
+        <source>debug directory</source>
+        <translation>调试目录</translation>
+    </message>
+    <message>
+        <source>signature</source>
+        <translation>签名</translation>
+    </message>
+    <message>
+        <source>dynamic section</source>
+        <translation>动态节</translation>
+    </message>
+    <message>
+        <source>notes</source>
+        <translation>注释节</translation>
+    </message>
+    <message>
+        <source>%1, at %2 on the left and %3 on the right</source>
+        <translation>%1，左侧位于 %2，右侧位于 %3</translation>
+    </message>
+    <message>
+        <source>%1, at %2</source>
+        <translation>%1，位于 %2</translation>
+    </message>
+    <message>
+        <source>Both are the same file, byte for byte.</source>
+        <translation>两个文件逐字节相同。</translation>
+    </message>
+    <message>
+        <source>The same program: only the build identity or the name of the debug file differs.</source>
+        <translation>同一程序：仅构建标识或调试文件名不同。</translation>
+    </message>
+    <message>
+        <source>The same program: only time stamps, the checksum or the signature differ.</source>
+        <translation>同一程序：仅时间戳、校验和或签名不同。</translation>
+    </message>
+    <message>
+        <source>The left file is newer: version %1 against %2.</source>
+        <translation>左侧文件较新：版本 %1 对 %2。</translation>
+    </message>
+    <message>
+        <source>The right file is newer: version %2 against %1.</source>
+        <translation>右侧文件较新：版本 %2 对 %1。</translation>
+    </message>
+    <message>
+        <source>Both say that they are version %1, and their contents differ.</source>
+        <translation>两者都标明版本为 %1，但内容不同。</translation>
+    </message>
+    <message>
+        <source>The contents differ, and not both files say which version they are.</source>
+        <translation>内容不同，且并非两个文件都标明了版本。</translation>
+    </message>
+    <message>
+        <source>Damaged or cut off in %1: %2.</source>
+        <translation>%1 中损坏或被截断的部分：%2。</translation>
+    </message>
+    <message>
+        <source>Neither a program nor a library: %1</source>
+        <translation>既不是程序也不是库：%1</translation>
+    </message>
+    <message>
+        <source>The headers of this program are damaged or cut off: %1</source>
+        <translation>此程序的文件头已损坏或被截断：%1</translation>
+    </message>
+    <message>
         <source>Neither side holds an item.</source>
         <translation>两侧都没有任何项目。</translation>
     </message>

@@ -7,6 +7,7 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <string_view>
 
 namespace velmora {
@@ -28,6 +29,21 @@ bool isPicture(std::string_view head)
     }
     // A bitmap's header says its size, after two letters that a text may begin with, and four zero bytes.
     return head.size() > 14 && head.substr(0, 2) == "BM"sv && head.substr(6, 4) == "\0\0\0\0"sv;
+}
+
+/// Programs and libraries, for Windows and for Unix. Of a header for Windows the place is said far below its first
+/// letters.
+bool isProgram(std::string_view head)
+{
+    constexpr std::size_t headerPointer = 0x3c;
+    if (head.substr(0, 4) == "\x7f"
+                             "ELF"sv)
+        return true;
+    if (head.substr(0, 2) != "MZ"sv || head.size() < headerPointer + 2)
+        return false;
+    const std::size_t at =
+        static_cast<unsigned char>(head[headerPointer]) + 256U * static_cast<unsigned char>(head[headerPointer + 1]);
+    return at < head.size() && head.substr(at, 4) == "PE\0\0"sv;
 }
 
 bool isTable(const QString &path)
@@ -54,6 +70,8 @@ QString kindOfContent(const QString &path, const QByteArray &head)
     const std::string_view bytes(head.constData(), std::size_t(head.size()));
     if (isPicture(bytes))
         return QStringLiteral("image");
+    if (isProgram(bytes))
+        return QStringLiteral("version");
     if (decodeText(head, TextEncoding()).binary)
         return QStringLiteral("binary");
     return isTable(path) ? QStringLiteral("table") : QStringLiteral("text");
@@ -69,9 +87,12 @@ QString kindOfPair(const QString &left, const QString &right)
     }
     if (kinds.isEmpty())
         return QStringLiteral("text");
+    const bool isLoneProgram = kinds.size() == 1 && kinds.first() == QLatin1String("version");
     if (kinds.first() == kinds.last())
-        return kinds.first();
-    const bool texts = !kinds.contains(QStringLiteral("binary")) && !kinds.contains(QStringLiteral("image"));
+        return isLoneProgram ? QStringLiteral("binary") : kinds.first();
+    const bool texts = std::none_of(kinds.begin(), kinds.end(), [](const QString &kind) {
+        return kind == QLatin1String("binary") || kind == QLatin1String("image") || kind == QLatin1String("version");
+    });
     return texts ? QStringLiteral("text") : QStringLiteral("binary");
 }
 

@@ -6,6 +6,7 @@
 #include "filetypes/checksum/checksum_widget.h"
 #include "filetypes/image/image_compare_widget.h"
 #include "filetypes/table/table_compare_widget.h"
+#include "filetypes/version/version_compare_widget.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/merge/folder_merge_widget.h"
 #include "folder/snapshot/folder_snapshot_widget.h"
@@ -186,7 +187,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/VersionCompare.ico",
      .slot = "onNewVersionCompare",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Compare the version information of two programs or libraries."),
-     .create = pending},
+     .create = make<VersionCompareWidget>},
     {.id = QLatin1String("git"),
      .group = Contents,
      .sides = 2,

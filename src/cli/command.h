@@ -58,5 +58,6 @@ void complain(const Streams &streams, const QString &message);
 [[nodiscard]] Command systemCommand();
 [[nodiscard]] Command tableCommand();
 [[nodiscard]] Command textCommand();
+[[nodiscard]] Command versionCommand();
 
 } // namespace velmora::cli

@@ -123,7 +123,8 @@ std::span<const Command> commands()
 {
     static const std::array all{textCommand(),     folderCommand(), syncCommand(),     mergeFoldersCommand(),
                                 snapshotCommand(), binaryCommand(), checksumCommand(), imageCommand(),
-                                mergeCommand(),    systemCommand(), tableCommand(),    gitSetupCommand()};
+                                mergeCommand(),    systemCommand(), tableCommand(),    versionCommand(),
+                                gitSetupCommand()};
     return all;
 }
 

@@ -1,9 +1,8 @@
 #include "cli/choices.h"
 #include "cli/command.h"
-#include "cli/json_writer.h"
+#include "cli/keyed_output.h"
 #include "cli/output_target.h"
 #include "core/output_buffer.h"
-#include "core/visible_name.h"
 #include "platform/environment_names.h"
 #include "system/engine/snapshot_capture.h"
 #include "system/engine/snapshot_file.h"
@@ -115,44 +114,12 @@ QString faultText(const SnapshotReading &reading)
 
 bool writeSummary(QIODevice &device, const Comparison &comparison)
 {
-    const PairCounts &counts = comparison.counts;
-    const QByteArray line =
-        QStringLiteral("Total: %1 items | Same: %2 | Changed: %3 | Left only: %4 | Right only: %5\n")
-            .arg(comparison.rows.size())
-            .arg(counts.same)
-            .arg(counts.changed)
-            .arg(counts.leftOnly)
-            .arg(counts.rightOnly)
-            .toLatin1();
-    return device.write(line) == line.size();
-}
-
-/// The numbers of statuses that folder comparisons have.
-int statusNumber(PairStatus status)
-{
-    static constexpr std::array numbers{0, 3, 1, 2};
-    return numbers[std::size_t(status)];
+    return writeCounts(device, comparison.counts);
 }
 
 bool writeList(QIODevice &device, const Comparison &comparison)
 {
-    OutputBuffer output(device);
-    for (const KeyedRow &row : comparison.rows) {
-        static constexpr std::string_view signs = "=!<>";
-        const QByteArray key = visibleName(row.key).toUtf8();
-        output << signs[std::size_t(row.status)] << ' ' << std::string_view(key.constData(), std::size_t(key.size()))
-               << '\n';
-    }
-    return output.finish();
-}
-
-void writeText(JsonWriter &json, std::string_view key, const QString &text, bool isThere)
-{
-    json.key(key);
-    if (isThere)
-        json.text(text);
-    else
-        json.null();
+    return writeKeys(device, comparison.rows);
 }
 
 bool writeJson(QIODevice &device, const Comparison &comparison)
@@ -169,9 +136,7 @@ bool writeJson(QIODevice &device, const Comparison &comparison)
     for (const KeyedRow &row : comparison.rows) {
         json.beginObject();
         json.text("key", row.key);
-        json.number("status", statusNumber(row.status));
-        writeText(json, "left", row.left, isOn(row.status, Side::Left));
-        writeText(json, "right", row.right, isOn(row.status, Side::Right));
+        writeValues(json, row.status, row.left, row.right);
         json.endObject();
     }
     json.endList();

@@ -27,6 +27,12 @@ private Q_SLOTS:
               {"numbers.CSV", "1,2\n", "table"},
               {"numbers.tsv", QByteArray("\0\1\2\3", 4), "binary"},
               {"a.exe", QByteArray("MZ\0\0\0\0words", 11), "binary"},
+              {"libx.so.1",
+               QByteArray("\x7f"
+                          "ELF\2\1\1\0",
+                          8),
+               "version"},
+              {"b.dll", "MZ" + QByteArray(58, '\0') + QByteArray("\x40\0\0\0PE\0\0", 8), "version"},
               {"picture", QByteArray("\x89PNG\r\n\x1a\n\0\0\0\r", 12), "image"},
               {"photo.txt", "\xFF\xD8\xFF\xE0 and so on", "image"},
               {"BMW.txt", "BMW is a text\n", "text"},
@@ -53,6 +59,12 @@ private Q_SLOTS:
         QCOMPARE(kindOfPair(picture, picture), word("image"));
         QCOMPARE(kindOfPair(picture, text), word("binary"));
         QCOMPARE(kindOfPair(picture, {}), word("image"));
+        const QString program = file("e", QByteArray("\x7f"
+                                                     "ELF\2\1\1\0",
+                                                     8));
+        QCOMPARE(kindOfPair(program, program), word("version"));
+        QCOMPARE(kindOfPair(program, {}), word("binary"));
+        QCOMPARE(kindOfPair(program, text), word("binary"));
         QCOMPARE(kindOfPair({}, folder.filePath(word("gone"))), word("text"));
         const bool hexIsBuilt = isBuilt(*findSessionKind(word("binary")));
         QCOMPARE(builtKindOfPair(text, binary), hexIsBuilt ? word("binary") : word("text"));

@@ -21,7 +21,7 @@ FLOORS = [
     r"cli",
     r"session",
     r"session/(frame|list|pane)",
-    r"session/(document|find)",
+    r"session/(document|fields|find)",
     r"settings/dialogs",
     r"text(/edit)?|merge|system|settings|(folder|filetypes)(/\w+)?",
     r"app",

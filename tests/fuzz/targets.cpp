@@ -23,6 +23,7 @@ std::span<const Target> targets()
         Target{"session_file", sessionFile},
         Target{"table", table},
         Target{"conflict_markers", conflictMarkers},
+        Target{"program", program},
     };
     return all;
 }

@@ -33,5 +33,6 @@ void checksumList(const QByteArray &input);
 void sessionFile(const QByteArray &input);
 void table(const QByteArray &input);
 void conflictMarkers(const QByteArray &input);
+void program(const QByteArray &input);
 
 } // namespace velmora::fuzz

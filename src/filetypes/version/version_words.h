@@ -1,0 +1,23 @@
+#pragma once
+
+#include "filetypes/version/engine/program_file.h"
+#include "filetypes/version/engine/version_compare.h"
+
+namespace velmora {
+
+/// What a fact is called, with its item where it has one.
+[[nodiscard]] QString factText(ProgramFact fact, const QString &item);
+
+/// Where in a file a fact stands, and at which places of both files it does.
+[[nodiscard]] QString placeText(const VersionRow &row);
+
+/// What two programs are to each other, in a sentence.
+[[nodiscard]] QString verdictText(VersionVerdict verdict, const ProgramFacts &left, const ProgramFacts &right);
+
+/// Which tables of a file could not be read, in a sentence; empty where all could.
+[[nodiscard]] QString damageText(const ProgramFacts &facts, const QString &path);
+
+/// Why a file was not read, in a sentence.
+[[nodiscard]] QString faultText(const ProgramReading &reading, const QString &path);
+
+} // namespace velmora
