@@ -9,6 +9,7 @@ package (npm install --prefix benchmarks/data daff); without it its column stays
 """
 
 import argparse
+import multiprocessing
 import pathlib
 import random
 import sys
@@ -55,10 +56,19 @@ def hostile():
 
 
 def prepare():
+    """Has a process of its own make the tables: a contestant counts as peak what this one has used when it starts it."""
+    if (TABLES / "made").exists():
+        return
+    maker = multiprocessing.get_context("spawn").Process(target=make_tables)
+    maker.start()
+    maker.join()
+    if maker.exitcode:
+        sys.exit("the tables cannot be made")
+
+
+def make_tables():
     TABLES.mkdir(parents=True, exist_ok=True)
     made = TABLES / "made"
-    if made.exists():
-        return
     for name, rows, columns in (("200000x12", 200_000, 12), ("1000000x9", 1_000_000, 9)):
         for side, text in zip("lr", keyed_rows(rows, columns, 1, 0.01)):
             (TABLES / f"{name}-{side}.csv").write_text(text)
@@ -121,6 +131,10 @@ def main():
     run = measure({"keyed": table + ["--key", "id"] + files}, options.rounds)["keyed"]
     missed |= shown("1,000,000 x 9", "keyed, s", run.seconds, 1.2)
     missed |= shown("1,000,000 x 9", "memory / both files", run.peak / size, 6)
+    rules = ["--ignore-case", "c1", "--tolerance", "c2=0.5", "--leave-out", "c3"]
+    best = measure({"keyed": table + ["--key", "id"] + files, "rules": table + ["--key", "id"] + rules + files},
+                   options.rounds)
+    print(f"| 1,000,000 x 9 | keyed with three rules / keyed | {best['rules'].seconds / best['keyed'].seconds:.3g} | |")
 
     for way in ([], ["--key", "1"]):
         best = measure({name: table + way + pair(name) for name, *_ in hostile_names()}, max(2, options.rounds // 2))

@@ -722,8 +722,296 @@
         <translation>有更改的单元格：%1</translation>
     </message>
     <message>
+        <source>Key: rows with the same value are compared</source>
+        <translation>键：比较值相同的行</translation>
+    </message>
+    <message>
+        <source>Rule: %1</source>
+        <translation>规则：%1</translation>
+    </message>
+    <message>
+        <source>numbers</source>
+        <translation>数字</translation>
+    </message>
+    <message>
+        <source>numbers, within %1 %</source>
+        <translation>数字，相差不超过 %1 %</translation>
+    </message>
+    <message>
+        <source>numbers, within %1</source>
+        <translation>数字，相差不超过 %1</translation>
+    </message>
+    <message>
+        <source>dates, day first</source>
+        <translation>日期，日在前</translation>
+    </message>
+    <message>
+        <source>dates, month first</source>
+        <translation>日期，月在前</translation>
+    </message>
+    <message>
+        <source>not compared</source>
+        <translation>不比较</translation>
+    </message>
+    <message>
+        <source>any letter case</source>
+        <translation>不分大小写</translation>
+    </message>
+    <message>
+        <source>any white space</source>
+        <translation>忽略空白</translation>
+    </message>
+    <message>
+        <source>Which columns the card shows</source>
+        <translation>卡片显示哪些列</translation>
+    </message>
+    <message>
+        <source>All columns</source>
+        <translation>所有列</translation>
+    </message>
+    <message>
+        <source>Differing columns first</source>
+        <translation>不同的列在前</translation>
+    </message>
+    <message>
+        <source>Only differing columns</source>
+        <translation>仅不同的列</translation>
+    </message>
+    <message>
+        <source>Values of the current row</source>
+        <translation>当前行的值</translation>
+    </message>
+    <message>
+        <source>Row %1, left only</source>
+        <translation>第 %1 行，仅左侧有</translation>
+    </message>
+    <message>
+        <source>Row %1, right only</source>
+        <translation>第 %1 行，仅右侧有</translation>
+    </message>
+    <message>
+        <source>Left row %1, right row %2  |  Differing columns: %3</source>
+        <translation>左侧第 %1 行，右侧第 %2 行  |  不同的列：%3</translation>
+    </message>
+    <message>
+        <source>Row</source>
+        <translation>行</translation>
+    </message>
+    <message>
+        <source>Show all values of the current row below each other</source>
+        <translation>逐列显示当前行的所有值</translation>
+    </message>
+    <message>
+        <source>Column</source>
+        <translation>列</translation>
+    </message>
+    <message>
         <source>Match columns by name</source>
         <translation>按名称匹配列</translation>
+    </message>
+    <message>
+        <source>Columns</source>
+        <translation>列</translation>
+    </message>
+    <message>
+        <source>Choose keys, rules, and which columns are compared and shown</source>
+        <translation>选择键、规则以及要比较和显示的列</translation>
+    </message>
+    <message>
+        <source>Find a column by its name</source>
+        <translation>按名称查找列</translation>
+    </message>
+    <message>
+        <source>Compare columns of the same name, wherever they stand</source>
+        <translation>比较同名的列，无论其位置</translation>
+    </message>
+    <message>
+        <source>Reset all</source>
+        <translation>全部重置</translation>
+    </message>
+    <message>
+        <source>No keys, no rules, all columns shown and compared</source>
+        <translation>没有键和规则，显示并比较所有列</translation>
+    </message>
+    <message>
+        <source>Choose columns to give them a rule.</source>
+        <translation>选择要设置规则的列。</translation>
+    </message>
+    <message>
+        <source>Rule of "%1"</source>
+        <translation>“%1”的规则</translation>
+    </message>
+    <message>
+        <source>Rule of %1 columns</source>
+        <translation>%1 列的规则</translation>
+    </message>
+    <message>
+        <source>Where the column stands in the left table</source>
+        <translation>该列在左表中的位置</translation>
+    </message>
+    <message>
+        <source>Where the column stands in the right table</source>
+        <translation>该列在右表中的位置</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <translation>键</translation>
+    </message>
+    <message>
+        <source>Rows with the same values in the key columns are compared</source>
+        <translation>比较键列的值相同的行</translation>
+    </message>
+    <message>
+        <source>Whether differences in this column count</source>
+        <translation>此列的差异是否计入</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>显示</translation>
+    </message>
+    <message>
+        <source>Whether the column is shown</source>
+        <translation>是否显示该列</translation>
+    </message>
+    <message>
+        <source>Freeze</source>
+        <translation>冻结</translation>
+    </message>
+    <message>
+        <source>The column stands first and stays when the others scroll</source>
+        <translation>该列排在最前，其他列滚动时保持不动</translation>
+    </message>
+    <message>
+        <source>Rule</source>
+        <translation>规则</translation>
+    </message>
+    <message>
+        <source>Which values count as the same</source>
+        <translation>哪些值视为相同</translation>
+    </message>
+    <message>
+        <source>exact</source>
+        <translation>完全相同</translation>
+    </message>
+    <message>
+        <source>How many cells of the column differ</source>
+        <translation>该列有多少单元格不同</translation>
+    </message>
+    <message>
+        <source>Compare values as:</source>
+        <translation>值的比较方式：</translation>
+    </message>
+    <message>
+        <source>Numbers</source>
+        <translation>数字</translation>
+    </message>
+    <message>
+        <source>Dates, day before month</source>
+        <translation>日期，日在月前</translation>
+    </message>
+    <message>
+        <source>Dates, month before day</source>
+        <translation>日期，月在日前</translation>
+    </message>
+    <message>
+        <source>Numbers and dates count as the same however they are written</source>
+        <translation>数字和日期无论写法如何，值相等即视为相同</translation>
+    </message>
+    <message>
+        <source>Numbers that differ by no more than this count as the same</source>
+        <translation>相差不超过此值的数字视为相同</translation>
+    </message>
+    <message>
+        <source>Unit of the tolerance</source>
+        <translation>容差的单位</translation>
+    </message>
+    <message>
+        <source>absolute</source>
+        <translation>绝对值</translation>
+    </message>
+    <message>
+        <source>% of the larger number</source>
+        <translation>%（占较大数的比例）</translation>
+    </message>
+    <message>
+        <source>Ignore letter case</source>
+        <translation>忽略大小写</translation>
+    </message>
+    <message>
+        <source>Ignore white space</source>
+        <translation>忽略空白</translation>
+    </message>
+    <message>
+        <source>At the ends, and how much there is between words</source>
+        <translation>首尾的空白，以及词间空白的多少</translation>
+    </message>
+    <message>
+        <source>Leave out of the comparison</source>
+        <translation>不参与比较</translation>
+    </message>
+    <message>
+        <source>Hide</source>
+        <translation>隐藏</translation>
+    </message>
+    <message>
+        <source>Show all columns</source>
+        <translation>显示所有列</translation>
+    </message>
+    <message>
+        <source>Fit width to content</source>
+        <translation>列宽适应内容</translation>
+    </message>
+    <message>
+        <source>Fit all widths</source>
+        <translation>所有列宽适应内容</translation>
+    </message>
+    <message>
+        <source>Hidden columns: %1</source>
+        <translation>隐藏的列：%1</translation>
+    </message>
+    <message>
+        <source>Columns with rules: %1</source>
+        <translation>有规则的列：%1</translation>
+    </message>
+    <message>
+        <source>There is no column to match rows by: %1.</source>
+        <translation>没有用于匹配行的列：%1。</translation>
+    </message>
+    <message>
+        <source>Duplicate keys</source>
+        <translation>重复的键</translation>
+    </message>
+    <message>
+        <source>Of the rows with one key the last is compared; the others are left out.</source>
+        <translation>键相同的行中比较最后一行，其余行不参与比较。</translation>
+    </message>
+    <message>
+        <source>Side</source>
+        <translation>侧</translation>
+    </message>
+    <message>
+        <source>Rows</source>
+        <translation>行数</translation>
+    </message>
+    <message>
+        <source>Row numbers</source>
+        <translation>行号</translation>
+    </message>
+    <message>
+        <source>%1 (compared)</source>
+        <translation>%1（参与比较）</translation>
+    </message>
+    <message>
+        <source>Go to row</source>
+        <translation>转到行</translation>
+    </message>
+    <message>
+        <source>List...</source>
+        <translation>列表...</translation>
+    </message>
+    <message>
+        <source>Show which rows have the same key</source>
+        <translation>显示哪些行的键相同</translation>
     </message>
     <message>
         <source>Match columns by position</source>
@@ -2115,7 +2403,7 @@
     </message>
     <message>
         <source>Tolerance:</source>
-        <translation>容差:</translation>
+        <translation>容差：</translation>
     </message>
     <message>
         <source>Tolerance: %1</source>

@@ -2,6 +2,7 @@
 #include "cli/command.h"
 #include "cli/output_target.h"
 #include "cli/table_json.h"
+#include "cli/table_rules.h"
 #include "cli/text_input.h"
 #include "filetypes/table/engine/table_report.h"
 
@@ -24,6 +25,14 @@ const std::array tableOptions{
     OptionSpec{"no-header", nullptr, "the first row is data, not the names of the columns"},
     OptionSpec{"by-name", nullptr,
                "compare columns of the same name, wherever they stand, instead of the same position"},
+    OptionSpec{"leave-out", "COLUMN", "do not compare the values of this column; this and the next may be given often"},
+    OptionSpec{"ignore-case", "COLUMN", "the case of letters does not count in this column"},
+    OptionSpec{"ignore-space", "COLUMN", "nor does white space at the ends, or how much there is between words"},
+    OptionSpec{"tolerance", "COLUMN=NUMBER",
+               "numbers that differ by no more are the same, however they are written; with % behind the\n"
+               "number, by no more than this share of the larger one"},
+    OptionSpec{"dates-dmy", "COLUMN", "dates are the same however they are written; 5/3/2024 is in March"},
+    OptionSpec{"dates-mdy", "COLUMN", "the same where 5/3/2024 is in May"},
     OptionSpec{"delimiter", "C",
                "what separates fields: one character, or \"tab\"; a tab for names that end in .tsv, else a comma"},
     OptionSpec{"encoding-left", "NAME", "the encoding of LEFT (UTF-8, UTF-16 LE, Big5, GB18030, ...; auto)"},
@@ -33,6 +42,8 @@ const std::array tableOptions{
 constexpr std::array examples{
     Example{"See which records of an export changed, by their identifier:",
             "velmora-cli table --key id --format csv monday.csv tuesday.csv"},
+    Example{"The same where prices may differ by a cent and the time of the export does not matter:",
+            "velmora-cli table --key id --tolerance price=0.01 --leave-out exported monday.csv tuesday.csv"},
 };
 
 struct Request {
@@ -41,7 +52,6 @@ struct Request {
     QChar delimiter = u',';
     bool hasHeader = true;
     bool columnsByName = false;
-    QStringList keys; ///< as given
 };
 
 QString takeDelimiter(const Arguments &arguments, Request &request)
@@ -80,7 +90,6 @@ QString takeRequest(const Arguments &arguments, Request &request)
     request.columnsByName = arguments.has("by-name");
     if (request.columnsByName && !request.hasHeader)
         return QStringLiteral("--by-name goes without --no-header");
-    request.keys = arguments.values("key");
     for (const QString &error :
          {takeDelimiter(arguments, request), takeEncoding(arguments, "encoding-left", request.left),
           takeEncoding(arguments, "encoding-right", request.right)}) {
@@ -90,30 +99,16 @@ QString takeRequest(const Arguments &arguments, Request &request)
     return {};
 }
 
-/// A name comes before a number: columns may be called "2024".
-qint32 keyColumn(const TableColumns &columns, const QString &key)
+/// What the options say of columns, which must be there.
+QString takeColumns(const Arguments &arguments, const TableColumns &columns, TableOptions &options)
 {
-    if (const qint32 column = columns.find(key); column >= 0)
-        return column;
-    bool isNumber = false;
-    const qint32 number = key.toInt(&isNumber);
-    return isNumber && number >= 1 && number <= columns.count() ? number - 1 : -1;
-}
-
-QString takeKeys(const Request &request, const TableText &left, const TableText &right, TableOptions &options)
-{
-    if (request.keys.isEmpty())
-        return {};
-    const TableColumns columns = !request.hasHeader      ? TableColumns::numbered(left, right, {})
-                                 : request.columnsByName ? TableColumns::pairedByName(left, right, {})
-                                                         : TableColumns::named(left, right, {});
-    for (const QString &key : request.keys) {
-        const qint32 column = keyColumn(columns, key);
+    for (const QString &key : arguments.values("key")) {
+        const qint32 column = columnCalled(columns, key);
         if (column < 0)
             return QStringLiteral("no column \"%1\"").arg(key);
         options.keys.append(column);
     }
-    return {};
+    return takeColumnRules(arguments, columns, options.rules);
 }
 
 QString summaryOf(const TableAlignment &table)
@@ -167,7 +162,7 @@ constexpr std::array formats{
     ChoiceOf<Writer>{{"html", "the rows that differ as a page for reading"}, writeHtml},
 };
 
-void warnOfReplaced(const Streams &streams, const TextInput &input, const std::vector<qint32> &replaced)
+void warnOfReplaced(const Streams &streams, const TextInput &input, const std::vector<ReplacedRow> &replaced)
 {
     if (replaced.empty())
         return;
@@ -175,7 +170,7 @@ void warnOfReplaced(const Streams &streams, const TextInput &input, const std::v
                                      "the first in row %3")
                           .arg(input.path)
                           .arg(replaced.size())
-                          .arg(replaced.front() + 1));
+                          .arg(replaced.front().row + 1));
 }
 
 int runTable(const Arguments &arguments, const Streams &streams)
@@ -194,10 +189,11 @@ int runTable(const Arguments &arguments, const Streams &streams)
     TableOptions options;
     options.hasHeader = request.hasHeader;
     options.columnsByName = request.columnsByName;
-    if (const QString error = takeKeys(request, left, right, options); !error.isEmpty())
+    const TableColumns columns = tableColumns(left, right, options, {});
+    if (const QString error = takeColumns(arguments, columns, options); !error.isEmpty())
         return fail(streams, error);
     Progress progress;
-    const TableAlignment table = alignTables(left, right, options, {}, progress);
+    const TableAlignment table = alignTables(left, right, columns, options, {}, progress);
     if (table.columns.namesDiffer() && !request.columnsByName)
         complain(streams, QStringLiteral("warning: the columns are named differently"));
     warnOfReplaced(streams, request.left, table.replaced.left);

@@ -2,6 +2,7 @@
 
 #include "cli/json_writer.h"
 #include "core/utf8_text.h"
+#include "filetypes/table/engine/cell_cursor.h"
 
 namespace velmora::cli {
 

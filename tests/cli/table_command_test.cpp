@@ -57,6 +57,16 @@ private Q_SLOTS:
                  QByteArray(one).replace("Same: 1  |  Modified: 0", "Same: 0  |  Modified: 1"));
         QCOMPARE(runCli("table --no-header --delimiter , l.TSV -", "a,\"b\tc\"").output, one);
         QCOMPARE(runCli("table --no-header --key 1 --key 2 l.TSV l.TSV").output, one);
+        CliFiles::write("loose.csv", "id,name,price,day\n1,A  B,\"1,000.5\",2024-03-05\n");
+        CliFiles::write("strict.csv", "id,name,price,day\n2,a b,1000,5/3/24\n");
+        QCOMPARE(runCli("table loose.csv strict.csv --leave-out id --ignore-case 2 --ignore-space name "
+                        "--tolerance price=0.1% --dates-dmy day")
+                     .status,
+                 0);
+        QCOMPARE(runCli("table loose.csv strict.csv --leave-out id --ignore-case 2 --ignore-space name "
+                        "--tolerance price=0.4 --dates-dmy day")
+                     .status,
+                 1);
     }
 
     void refusesWhatMakesNoSense()
@@ -65,6 +75,9 @@ private Q_SLOTS:
             {"table l.csv", "two paths are needed, 1 given"},
             {"table l.csv r.csv --key size", "no column \"size\""},
             {"table l.csv r.csv --key 3", "no column \"3\""},
+            {"table l.csv r.csv --ignore-case 3", "no column \"3\""},
+            {"table l.csv r.csv --tolerance size=1", "no column \"size\""},
+            {"table l.csv r.csv --tolerance id=-1", "--tolerance: \"id=-1\" is not COLUMN=NUMBER or COLUMN=NUMBER%"},
             {"table l.csv r.csv --delimiter ,,", "--delimiter: \",,\" is not one character that can separate fields"},
             {"table l.csv r.csv --delimiter \"", "--delimiter: \"\"\" is not one character that can separate fields"},
             {"table l.csv r.csv --encoding-left X", "unknown encoding \"X\""},

@@ -1,4 +1,6 @@
-#include "filetypes/table/engine/table_alignment.h"
+#include "filetypes/table/engine/cell_cursor.h"
+#include "filetypes/table/engine/date_form.h"
+#include "filetypes/table/engine/number_form.h"
 #include "support/test_main.h"
 
 #include <QRandomGenerator>
@@ -207,7 +209,7 @@ private Q_SLOTS:
         Progress progress;
         const TableAlignment result = alignTables(cut(QStringLiteral("k\na\nb\na\nb\na")), cut(QStringLiteral("k\na")),
                                                   {true, false, {0}}, {}, progress);
-        QCOMPARE(result.replaced.left, (std::vector<qint32>{1, 2, 3}));
+        QCOMPARE(result.replaced.left, (std::vector<ReplacedRow>{{1, 5}, {2, 4}, {3, 5}}));
         QVERIFY(result.replaced.right.empty());
     }
 
@@ -220,6 +222,123 @@ private Q_SLOTS:
         QCOMPARE(
             dump(withCells(result)),
             QStringLiteral("a|b\n2 1 -1: 31/ 323/\n0 2 1: 012/12 03/3\n0 3 2: 01/1 02/2\n3 -1 3: 2/ 2/1\n2 0 1 1"));
+    }
+
+    void readsNumbersAndDates()
+    {
+        const std::pair<const char *, const char *> numbers[] = {
+            {"12", "12"},
+            {" +012.500 ", "125e-1"},
+            {"-0.0", "0"},
+            {"1,234", "1234"},
+            {"1.234", "1234e-3"},
+            {"0,125", "125e-3"},
+            {"1.234,5", "12345e-1"},
+            {"1,234,567.5", "12345675e-1"},
+            {"1 234", "1234"},
+            {"1'234'567", "1234567"},
+            {"1,2345", "12345e-4"},
+            {"1.5E3", "15e2"},
+            {"\u22125", "-5"},
+            {".5", "5e-1"},
+            {"12345678901234567891", "12345678901234567891"},
+            {"1,23,456", ""},
+            {"1 2", ""},
+            {"1e", ""},
+            {"", ""},
+            {"-", ""},
+            {"1.2.3", ""},
+            {"0x10", ""},
+            {"nan", ""},
+            {"1-2", ""},
+        };
+        for (const auto &[text, form] : numbers)
+            QVERIFY2(numberForm(text).value_or("") == form, text);
+        const std::pair<const char *, const char *> dates[] = {
+            {"2024-03-05", "2024-03-05T00:00:00Z"},
+            {"20240305", "2024-03-05T00:00:00Z"},
+            {"5.3.24", "2024-03-05T00:00:00Z"},
+            {"05/03/2024", "2024-03-05T00:00:00Z"},
+            {"12/31/1999", "1999-12-31T00:00:00Z"},
+            {"5 March 2024", "2024-03-05T00:00:00Z"},
+            {"Mar 5, 2024", "2024-03-05T00:00:00Z"},
+            {"05-mar-70", "1970-03-05T00:00:00Z"},
+            {"2024年3月5日", "2024-03-05T00:00:00Z"},
+            {"2024-03-05T23:30:15.250-01:00", "2024-03-06T00:30:15.25Z"},
+            {"3/5/2024 12:05 am", "2024-05-03T00:05:00Z"},
+            {"2024-02-30", ""},
+            {"2024-03-05 24:00", ""},
+            {"2024-03-05 12:00 x", ""},
+            {"5/3", ""},
+            {"2024-03/05", ""},
+            {"", ""},
+        };
+        for (const auto &[text, form] : dates)
+            QVERIFY2(dateForm(text, DateOrder::DayFirst).value_or("") == form, text);
+        QCOMPARE(dateForm("05/03/2024", DateOrder::MonthFirst).value(), std::string("2024-05-03T00:00:00Z"));
+    }
+
+    void tellsWhatCountsAsSame()
+    {
+        const ColumnRule loose{.ignoresCase = true, .ignoresSpace = true};
+        const ColumnRule tenth{.meaning = ColumnRule::Meaning::Number, .tolerance = 0.1};
+        const ColumnRule percent{
+            .meaning = ColumnRule::Meaning::Number, .bound = ColumnRule::Bound::Relative, .tolerance = 0.01};
+        const ColumnRule whole{.meaning = ColumnRule::Meaning::Number};
+        QVERIFY(countAsSame(" Ä  b", "ä\u00a0B\n", loose) && !countAsSame("a b", "ab", loose));
+        QVERIFY(countAsSame("1.2", "1.3", tenth) && countAsSame("-1,2", "-1.3", tenth));
+        QVERIFY(!countAsSame("1.2", "1.31", tenth) && !countAsSame("1.2", "1.3 m", tenth));
+        QVERIFY(countAsSame("-200", "-202", percent) && !countAsSame("200", "203", percent));
+        QVERIFY(!countAsSame("0", "0.001", percent) && !countAsSame("1", "-1", percent));
+        QVERIFY(countAsSame("1e400", "10e399", tenth) && !countAsSame("1e400", "2e400", tenth));
+        // More digits than a double has.
+        QVERIFY(!countAsSame("12345678901234567891", "12345678901234567890", whole));
+    }
+
+    /// By any rules and keys the form that leaves fields where they are gives what the plain form gives.
+    void bothFormsAgreeOnRules()
+    {
+        QRandomGenerator random(5);
+        const QStringList pieces{QStringLiteral("a"),      QStringLiteral("A "),      QStringLiteral("\n"),
+                                 QStringLiteral("\n"),     QStringLiteral(","),       QStringLiteral(","),
+                                 QStringLiteral("1"),      QStringLiteral("\"1,0\""), QStringLiteral("1.05"),
+                                 QStringLiteral("2.5"),    QStringLiteral("5.3.24"),  QStringLiteral("2024-03-05"),
+                                 QStringLiteral("3/5/24"), QStringLiteral("\x1f")};
+        for (int round = 0; round < 4000; ++round) {
+            const int length = round % 400 == 0 ? 5000 : 24;
+            const QString left = randomText(random, pieces, length);
+            const QString right = randomText(random, pieces, length);
+            QList<ColumnRule> rules;
+            for (int column = random.bounded(4); column > 0; --column)
+                rules.append({.isLeftOut = random.bounded(4) == 0,
+                              .ignoresCase = random.bounded(2) == 0,
+                              .ignoresSpace = random.bounded(2) == 0,
+                              .meaning = ColumnRule::Meaning(random.bounded(4)),
+                              .bound = ColumnRule::Bound(random.bounded(2)),
+                              .tolerance = random.bounded(3) * 0.05});
+            QList<qint32> keys;
+            for (int key = random.bounded(3); key > 0; --key)
+                keys.append(random.bounded(4) - 1);
+            const bool hasHeader = random.bounded(2) == 0;
+            Progress progress;
+            const TableDiffResult fast =
+                withCells(alignTables(cut(left), cut(right), {hasHeader, false, keys, rules}, {}, progress));
+            QCOMPARE(dump(fast), dump(compareTables(parseDelimitedText(left, u','), parseDelimitedText(right, u','),
+                                                    keys, hasHeader, rules)));
+        }
+    }
+
+    /// Rows that count as the same are paired with each other also where others stand between them.
+    void alignsByRules()
+    {
+        Progress progress;
+        const TableAlignment result = alignTables(
+            cut(QStringLiteral("n,t\n1.0,a\n2.0,b\n3.0,c")), cut(QStringLiteral("n,t\n9,x\n1.01,A\n2.01,B\n3.2,C")),
+            {.rules = {{.meaning = ColumnRule::Meaning::Number, .tolerance = 0.05}, {.ignoresCase = true}}}, {},
+            progress);
+        QCOMPARE(dump(withCells(result)),
+                 QStringLiteral("n|t\n3 -1 1: 2/9 2/x\n0 1 2: 01.0/1.01 0a/A\n0 2 3: 02.0/2.01 0b/B\n"
+                                "1 3 4: 13.0/3.2 0c/C\n2 1 0 1"));
     }
 };
 

@@ -1,3 +1,6 @@
+#include "filetypes/table/columns_model.h"
+#include "filetypes/table/row_card.h"
+#include "filetypes/table/row_card_model.h"
 #include "filetypes/table/table_colours.h"
 #include "filetypes/table/table_compare_widget.h"
 #include "filetypes/table/table_grid.h"
@@ -14,6 +17,8 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDialog>
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
@@ -22,6 +27,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTreeView>
 
 using namespace velmora;
 using namespace velmora::test;
@@ -119,7 +125,7 @@ private Q_SLOTS:
         QVERIFY(table.compareAgain());
         QCOMPARE(table.label("statusLabel"),
                  word("Same: 3  |  Modified: 0  |  Left only: 0  |  Right only: 0  |  Total rows: 3"));
-        QCOMPARE(table.label("remarksBarText"),
+        QCOMPARE(table.label("duplicatesBarText"),
                  word("Left out, since a later row has the same key: 1 (rows 2) on the left."));
         QCOMPARE(table.session.options().value(word("keyName")).toString(), word("id"));
 
@@ -163,6 +169,80 @@ private Q_SLOTS:
         QVERIFY(table.session.options().value(word("columnsByName")).toBool());
     }
 
+    /// Rules, keys and the order of columns are chosen in a dialog, kept with the session, and mean columns by name.
+    void choosesColumnsInADialog()
+    {
+        TableFixture table;
+        QVERIFY(table.compare("id,sub,note,price\n1,a,X,1.00\n1,b,y,2\n2,a,z,3\n2,a,q,3\n",
+                              "id,sub,note,price\n2,a,Q,3.4\n1,b,Y,2.04\n1,a,x,1\n"));
+        table.trigger("settingsAction");
+        auto *dialog = table.session.findChild<QDialog *>(word("columnsDialog"));
+        auto *list = dialog->findChild<QTableView *>(word("columnsList"));
+        const auto check = [list](int line, ColumnsModel::Column column) {
+            list->setCurrentIndex(list->model()->index(line, column));
+            QTest::keyClick(list, Qt::Key_Space);
+        };
+        check(0, ColumnsModel::Key);
+        check(1, ColumnsModel::Key);
+        check(2, ColumnsModel::Shown);
+        list->selectRow(2);
+        dialog->findChild<QAbstractButton *>(word("caseBox"))->click();
+        list->selectRow(3);
+        dialog->findChild<QComboBox *>(word("meaningBox"))->setCurrentIndex(1);
+        QTest::keyClicks(dialog->findChild<QLineEdit *>(word("toleranceEdit")), word("0.05"));
+        check(3, ColumnsModel::Frozen);
+        QSignalSpy finished(&table.session, &SessionWidget::comparisonFinished);
+        dialog->accept();
+        QVERIFY(finished.wait(20'000));
+        QCOMPARE(table.shown("leftGrid"), word("2: =1.00 =1 =a|3: =2 =1 =b|5: C3 M2 Ma"));
+        QCOMPARE(table.box("keyBox")->currentText(), word("id + sub"));
+        QCOMPARE(table.label("columnFacts"), word("Hidden columns: 1  |  Columns with rules: 2"));
+        QVERIFY(table.grid("leftGrid")->findChild<QTableView *>(word("leftGridFrozen"))->isVisible());
+
+        table.session.findChild<QPushButton *>(word("duplicatesBarAction"))->click();
+        auto *duplicates = table.session.findChild<QDialog *>(word("duplicatesDialog"));
+        const QAbstractItemModel &keys = *duplicates->findChild<QTreeView *>(word("duplicatesList"))->model();
+        QCOMPARE(keys.index(0, 0).data().toString() + u':' + keys.index(0, 3).data().toString(),
+                 word("2 + a:4, 5 (compared)"));
+        duplicates->findChild<QPushButton *>(word("goToDuplicate"))->click();
+        QCOMPARE(table.grid("rightGrid")->currentIndex().row(), 2);
+
+        TableCompareWidget later(table.host);
+        later.setPaths(
+            {table.file("l2.csv", "price,sub,id\n1.0,a,1\n"), table.file("r2.csv", "price,sub,id\n1.04,a,1\n"), {}});
+        later.setOptions(table.session.options());
+        QSignalSpy again(&later, &SessionWidget::comparisonFinished);
+        later.start();
+        QVERIFY(again.wait(20'000));
+        QCOMPARE(later.scene().document()->alignment.counts.same, 1);
+        QCOMPARE(later.scene().document()->keys, (QList<ColumnRef>{{2, word("id")}, {1, word("sub")}}));
+        QCOMPARE(later.scene().arrangement(), (ColumnArrangement{{0, 1, 2}, 1}));
+        QCOMPARE(later.options().value(word("columns")), table.session.options().value(word("columns")));
+    }
+
+    void showsARowAsACard()
+    {
+        TableFixture table;
+        QVERIFY(table.compare("a,b,c\n1,house,x\n2,\"two\nlines\",y\n", "a,b,c\n1,mouse,x\n2,\"two\nlines\",z\n"));
+        table.trigger("showDetailsAction");
+        table.trigger("nextAction");
+        const auto *view = table.session.findChild<QTreeView *>(word("rowCardView"));
+        const QAbstractItemModel &card = *view->model();
+        QCOMPARE(card.rowCount(), 3);
+        QCOMPARE(card.index(1, RowCardModel::Left).data(RowCardModel::ChangesRole).value<QList<CharRange>>(),
+                 (QList<CharRange>{{0, 1}}));
+        QCOMPARE(table.label("rowCardTitle"), word("Left row 2, right row 2  |  Differing columns: 1"));
+        table.box("rowCardOrder")->setCurrentIndex(1);
+        QCOMPARE(card.index(0, 0).data().toString(), word("≠ b"));
+        table.box("rowCardOrder")->setCurrentIndex(2);
+        table.trigger("nextAction");
+        QCOMPARE(card.rowCount(), 1);
+        QCOMPARE(card.index(0, RowCardModel::Right).data().toString(), word("z"));
+        table.session.activateWindow();
+        table.session.findChild<RowCard *>(word("rowCard"))->copy();
+        QCOMPARE(QApplication::clipboard()->text(), word("c\ty\tz\n"));
+    }
+
     void proposesADelimiter()
     {
         TableFixture table;
@@ -194,6 +274,11 @@ private Q_SLOTS:
         QCOMPARE(table.label("findPosition"), word("1 of 2"));
         QTest::keyClicks(text, word("gh"));
         QTRY_COMPARE(table.label("findPosition"), word("1 of 1"));
+        // What is hidden is not looked through.
+        table.session.setOptions(
+            {{word("columns"), QJsonArray{QJsonObject{{word("name"), word("b")}, {word("hidden"), true}}}}});
+        QVERIFY(table.compareAgain());
+        QTRY_COMPARE(table.label("findPosition"), word("No match"));
         QTest::keyClick(text, Qt::Key_Escape);
         QVERIFY(!text->isVisible());
     }

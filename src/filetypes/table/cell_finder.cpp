@@ -19,7 +19,7 @@ CellFinder::CellFinder(FindBar &bar, TableScene &scene, TableGrids &grids, QObje
     connect(&bar, &FindBar::nextWanted, this, &CellFinder::next);
     connect(&bar, &FindBar::previousWanted, this, &CellFinder::previous);
     connect(&bar, &FindBar::closeWanted, this, &CellFinder::close);
-    connect(&scene, &TableScene::documentChanged, this, &CellFinder::search);
+    connect(&scene, &TableScene::changed, this, &CellFinder::search);
 }
 
 void CellFinder::open()
@@ -53,8 +53,11 @@ void CellFinder::search()
         return;
     }
     m_bar.showSearching();
-    m_runner.start([document = m_scene.document(), query, columns = m_scene.columnCount()](
-                       const CancelFlag &cancel, Progress &) { return findCells(*document, query, columns, cancel); },
+    CellRange range{m_scene.filter(), std::vector<bool>(std::size_t(m_scene.columnCount()), false)};
+    for (const qint32 column : m_scene.arrangement().shown)
+        range.columns[std::size_t(column)] = true;
+    m_runner.start([document = m_scene.document(), query,
+                    range](const CancelFlag &cancel, Progress &) { return findCells(*document, query, range, cancel); },
                    [this](RunOutcome<std::vector<CellMatch>> &&outcome) {
                        if (outcome.end == RunEnd::Done)
                            take(std::move(*outcome.value));

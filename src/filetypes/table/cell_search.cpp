@@ -1,6 +1,7 @@
 #include "filetypes/table/cell_search.h"
 
 #include "core/utf8_text.h"
+#include "filetypes/table/engine/cell_cursor.h"
 
 namespace velmora {
 
@@ -34,7 +35,7 @@ public:
     [[nodiscard]] bool holds(CellCursor &cell) const
     {
         return matches(cell.value(Side::Left)) ||
-               (cell.status() != TableCellStatus::Same && matches(cell.value(Side::Right)));
+               (cell.field(Side::Left) != cell.field(Side::Right) && matches(cell.value(Side::Right)));
     }
 
 private:
@@ -50,7 +51,7 @@ private:
 
 } // namespace
 
-std::vector<CellMatch> findCells(const TableDocument &document, const SearchQuery &query, qint32 columnEnd,
+std::vector<CellMatch> findCells(const TableDocument &document, const SearchQuery &query, const CellRange &range,
                                  const CancelFlag &cancel)
 {
     std::vector<CellMatch> found;
@@ -58,15 +59,18 @@ std::vector<CellMatch> findCells(const TableDocument &document, const SearchQuer
     if (query.text.isEmpty() || !search.isValid())
         return found;
     const std::vector<AlignedTableRow> &rows = document.alignment.rows;
-    for (std::size_t row = 0; row < rows.size() && found.size() < TextMatches::most; ++row) {
-        if (row % rowsPerLook == 0 && cancel.isCancelled())
+    const std::vector<qint32> *some = document.rowsOf(range.rows);
+    const std::size_t count = some ? some->size() : rows.size();
+    for (std::size_t place = 0; place < count && found.size() < TextMatches::most; ++place) {
+        if (place % rowsPerLook == 0 && cancel.isCancelled())
             break;
-        if (!search.mayHold(rows[row]))
+        const qint32 row = some ? (*some)[place] : qint32(place);
+        if (!search.mayHold(rows[std::size_t(row)]))
             continue;
-        CellCursor cell(document.alignment, rows[row]);
-        for (qint32 column = 0; column < columnEnd && cell.next(); ++column) {
-            if (search.holds(cell))
-                found.push_back({qint32(row), column});
+        CellCursor cell(document.alignment, rows[std::size_t(row)]);
+        for (std::size_t column = 0; column < range.columns.size() && cell.next(); ++column) {
+            if (range.columns[column] && search.holds(cell))
+                found.push_back({row, qint32(column)});
         }
     }
     return found;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/rows_view.h"
 #include "filetypes/table/table_document.h"
 #include "session/pane/text_search.h"
 
@@ -15,10 +16,15 @@ struct CellMatch {
     friend bool operator==(const CellMatch &, const CellMatch &) = default;
 };
 
-/// The cells of a result that a query is found in, row by row, no more than `TextMatches::most`. Columns from
-/// `columnEnd` on are left out. Usable from any thread; incomplete when cancelled. An invalid or empty query finds
-/// nothing.
+/// Where is searched.
+struct CellRange {
+    RowsView rows = RowsView::All;
+    std::vector<bool> columns; ///< whether a column is searched, by column; those behind are not
+};
+
+/// The cells of a result that a query is found in, row by row, no more than `TextMatches::most`. Usable from any
+/// thread; incomplete when cancelled. An invalid or empty query finds nothing.
 [[nodiscard]] std::vector<CellMatch> findCells(const TableDocument &document, const SearchQuery &query,
-                                               qint32 columnEnd, const CancelFlag &cancel);
+                                               const CellRange &range, const CancelFlag &cancel);
 
 } // namespace velmora

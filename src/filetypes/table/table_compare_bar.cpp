@@ -28,6 +28,17 @@ TableCompareBar::TableCompareBar(QWidget *session) : SessionBar(session)
                 QStringLiteral("find.png"),
                 {},
                 Velmora::tr("Find text in the cells of both tables")});
+    chooseColumns = add({"settingsAction",
+                         Velmora::tr("Columns"),
+                         QStringLiteral("settings.png"),
+                         {},
+                         Velmora::tr("Choose keys, rules, and which columns are compared and shown")});
+    showCard = add({"showDetailsAction",
+                    Velmora::tr("Row"),
+                    QStringLiteral("info.png"),
+                    {},
+                    Velmora::tr("Show all values of the current row below each other")});
+    showCard->setCheckable(true);
     findNext = add({"findNextAction", Velmora::tr("Next match"), {}, {Qt::Key_F3}, {}});
     findPrevious = add({"findPreviousAction", Velmora::tr("Previous match"), {}, {Qt::SHIFT | Qt::Key_F3}, {}});
     copyRows = add({"copyAction", Velmora::tr("Copy rows as CSV"), {}, {}, {}});
@@ -82,6 +93,8 @@ void TableCompareBar::showRunning(bool running, bool cancelling)
 void TableCompareBar::addTo(QMenu &menu) const
 {
     menu.addActions({copyRows, exportReport, find});
+    menu.addSeparator();
+    menu.addActions({showCard, chooseColumns});
     menu.addSeparator();
     menu.addActions({previousDifference, nextDifference, switchPane});
     menu.addSeparator();

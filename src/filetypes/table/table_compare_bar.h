@@ -29,6 +29,8 @@ public:
     QAction *findPrevious = nullptr;
     QAction *copyRows = nullptr;
     QAction *columnsByName = nullptr; ///< checkable: whether columns of the same name are compared
+    QAction *chooseColumns = nullptr; ///< opens the list of columns
+    QAction *showCard = nullptr;      ///< checkable: the current row as a card
     QAction *switchPane = nullptr;
 
 private:

@@ -1,6 +1,8 @@
 // What a table comparison hands out: reports, and rows for the clipboard.
 
+#include "filetypes/table/engine/cell_cursor.h"
 #include "filetypes/table/engine/table_report.h"
+#include "filetypes/table/row_card.h"
 #include "filetypes/table/table_compare_widget.h"
 #include "filetypes/table/table_grids.h"
 #include "filetypes/table/table_remarks.h"
@@ -29,6 +31,25 @@ TableReportLabels reportLabels(const TableDocument &document, const SessionPaths
     labels.rightRow = Velmora::tr("Right row");
     labels.summary = tableCounts(document.alignment);
     return labels;
+}
+
+/// Appends a row of one side as it is shown: without hidden columns, frozen ones first.
+void appendRow(QByteArray &csv, const TableAlignment &alignment, const AlignedTableRow &row, Side side,
+               const ColumnArrangement &arrangement)
+{
+    std::vector<std::string_view> fields;
+    for (CellCursor cells(alignment, row); cells.next();)
+        fields.push_back(cells.field(side));
+    std::string buffer;
+    const auto append = [&](qint32 column) {
+        appendCsvField(csv, fieldValue(fields[std::size_t(column)], buffer));
+        csv.append(',');
+    };
+    for (const qint32 column : arrangement.shown)
+        append(column);
+    for (qint32 column = TableScene::columnLimit; column < alignment.columns.count(); ++column)
+        append(column);
+    csv.chop(1);
 }
 
 } // namespace
@@ -61,18 +82,17 @@ void TableCompareWidget::writeReport(const QString &path)
 
 void TableCompareWidget::copyRows()
 {
+    if (m_card->hasKeyboard()) {
+        m_card->copy();
+        return;
+    }
     constexpr qsizetype limit = 16 * 1024 * 1024;
     QByteArray csv;
     for (const qint32 place : m_grids->selectedPlaces()) {
         const AlignedTableRow &row = m_scene->row(m_scene->rowAt(place));
         if (row.row(m_grids->side()) < 0)
             continue;
-        bool isFirst = true;
-        for (CellCursor cells(m_scene->document()->alignment, row); cells.next(); isFirst = false) {
-            if (!isFirst)
-                csv.append(',');
-            appendCsvField(csv, cells.value(m_grids->side()));
-        }
+        appendRow(csv, m_scene->document()->alignment, row, m_grids->side(), m_scene->arrangement());
         csv.append('\n');
         if (csv.size() > limit) {
             m_status->showMessage(Velmora::tr("Too much to copy (limit %1 MB)").arg(limit >> 20));

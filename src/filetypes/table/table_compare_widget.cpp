@@ -1,6 +1,7 @@
 #include "filetypes/table/table_compare_widget.h"
 
 #include "filetypes/table/cell_finder.h"
+#include "filetypes/table/row_card.h"
 #include "filetypes/table/table_compare_bar.h"
 #include "filetypes/table/table_grids.h"
 #include "filetypes/table/table_inputs_bar.h"
@@ -16,20 +17,14 @@
 
 #include <QBoxLayout>
 #include <QFileInfo>
-#include <QJsonObject>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QSplitter>
 
 namespace velmora {
 
 namespace {
-
-constexpr QLatin1String delimiterKey("delimiter");
-constexpr QLatin1String headerKey("header");
-constexpr QLatin1String columnsByNameKey("columnsByName");
-constexpr QLatin1String keyKey("key");
-constexpr QLatin1String keyNameKey("keyName");
 
 Sides<PairInputs::Field> fields()
 {
@@ -52,12 +47,15 @@ TableCompareWidget::TableCompareWidget(SessionHost &host, QWidget *parent)
       m_inputs(new PairInputs(fields(), this)),
       m_remarks(new NoticeBar(QStringLiteral("remarksBar"), this)),
       m_proposal(new NoticeBar(QStringLiteral("proposalBar"), this)),
+      m_duplicates(new NoticeBar(QStringLiteral("duplicatesBar"), this)),
       m_scene(new TableScene(this)),
       m_grids(new TableGrids(*m_scene, this)),
+      m_card(new RowCard(*m_scene, this)),
       m_findBar(new FindBar({Velmora::tr("Find in the cells"), {}}, this)),
       m_finder(new CellFinder(*m_findBar, *m_scene, *m_grids, this)),
       m_status(new StatusLine(this)),
       m_position(m_status->addFact(QStringLiteral("differencePosition"))),
+      m_columnFacts(m_status->addFact(QStringLiteral("columnFacts"))),
       m_encodings(m_status->addFact(QStringLiteral("encodingsLabel"))),
       m_reports(host, *this, Velmora::tr("Export table report"))
 {
@@ -70,16 +68,25 @@ TableCompareWidget::TableCompareWidget(SessionHost &host, QWidget *parent)
         if (!document.delimiterProposal.isNull())
             m_choices->setDelimiter(document.delimiterProposal);
         else
-            m_choices->setKey(document.keyProposal);
+            m_choices->setKeys({{document.keyProposal, {}}});
         start();
     });
     connect(m_remarks, &NoticeBar::actionWanted, m_bar->columnsByName, &QAction::trigger);
     connect(&m_reports, &ReportSaver::failed, this, [this](const QString &message) { m_status->showFailure(message); });
     connect(&m_runner, &Runner::runningChanged, this, &TableCompareWidget::showRunning);
+    connect(m_duplicates, &NoticeBar::actionWanted, this, &TableCompareWidget::openDuplicates);
+    connect(m_grids, &TableGrids::columnMenuWanted, this, &TableCompareWidget::showColumnMenu);
+    connect(m_grids, &TableGrids::currentRowChanged, this, [this] {
+        if (m_bar->showCard->isChecked())
+            m_card->showRow(m_grids->currentRow());
+    });
+    m_duplicates->setClosable(Velmora::tr("Close this remark"));
+    m_duplicates->setAction(Velmora::tr("List..."), Velmora::tr("Show which rows have the same key"));
     m_remarks->setClosable(Velmora::tr("Close this remark"));
     m_proposal->setClosable(Velmora::tr("Close this remark"));
     m_index.reset(0);
     m_bar->exportReport->setEnabled(false);
+    m_bar->chooseColumns->setEnabled(false);
     showNotice();
 }
 
@@ -98,7 +105,15 @@ void TableCompareWidget::buildLayout()
     column->addWidget(m_inputs);
     column->addWidget(m_remarks);
     column->addWidget(m_proposal);
-    column->addWidget(m_grids, 1);
+    column->addWidget(m_duplicates);
+    auto *views = new QSplitter(Qt::Vertical, this);
+    views->setChildrenCollapsible(false);
+    views->addWidget(m_grids);
+    views->addWidget(m_card);
+    views->setStretchFactor(0, 3);
+    views->setStretchFactor(1, 2);
+    m_card->hide();
+    column->addWidget(views, 1);
     column->addWidget(m_findBar);
     column->addWidget(m_status);
     setFocusProxy(m_inputs);
@@ -140,6 +155,11 @@ void TableCompareWidget::connectBar()
     onFind(m_bar->findPrevious, &CellFinder::previous);
     on(m_bar->columnsByName, [this] { start(); });
     on(m_bar->copyRows, &TableCompareWidget::copyRows);
+    on(m_bar->chooseColumns, &TableCompareWidget::openColumns);
+    connect(m_bar->showCard, &QAction::toggled, this, [this](bool isShown) {
+        m_card->showRow(isShown ? m_grids->currentRow() : -1);
+        m_card->setVisible(isShown);
+    });
     on(m_bar->switchPane, [this] { m_grids->focusOn(otherSide(m_grids->side())); });
 }
 
@@ -153,28 +173,6 @@ void TableCompareWidget::setPaths(const SessionPaths &paths)
     m_inputs->setPaths(paths);
     if (isTabbed(paths.left) || isTabbed(paths.right))
         m_choices->setDelimiter(u'\t');
-}
-
-QJsonObject TableCompareWidget::options() const
-{
-    QJsonObject options{{delimiterKey, QString(m_choices->delimiter())}, {headerKey, m_choices->hasHeader()}};
-    if (m_bar->columnsByName->isChecked())
-        options.insert(columnsByNameKey, true);
-    if (m_choices->key() >= 0) {
-        options.insert(keyKey, m_choices->key());
-        options.insert(keyNameKey, m_choices->keyName());
-    }
-    return options;
-}
-
-void TableCompareWidget::setOptions(const QJsonObject &options)
-{
-    if (const QString delimiter = options.value(delimiterKey).toString(); delimiter.size() == 1)
-        m_choices->setDelimiter(delimiter[0]);
-    m_choices->setHasHeader(options.value(headerKey).toBool(m_choices->hasHeader()));
-    m_bar->columnsByName->setChecked(options.value(columnsByNameKey).toBool());
-    if (const int key = options.value(keyKey).toInt(-1); key >= 0)
-        m_choices->offerKey(key, options.value(keyNameKey).toString());
 }
 
 void TableCompareWidget::dropPaths(const QStringList &paths, QPoint)
@@ -194,6 +192,8 @@ void TableCompareWidget::refreshTheme()
     m_inputs->refreshTheme();
     m_remarks->refreshTheme();
     m_proposal->refreshTheme();
+    m_duplicates->refreshTheme();
+    m_card->refreshTheme();
     m_grids->refreshTheme();
     m_findBar->refreshTheme();
     m_status->refreshTheme();
@@ -225,11 +225,8 @@ void TableCompareWidget::start()
     if (files.left.isEmpty() || files.right.isEmpty())
         return;
     m_running = files;
-    const TableRequest request{{files.left, files.right},
-                               m_choices->delimiter(),
-                               m_choices->hasHeader(),
-                               m_bar->columnsByName->isChecked(),
-                               m_choices->key()};
+    const TableRequest request{{files.left, files.right},         m_choices->delimiter(), m_choices->hasHeader(),
+                               m_bar->columnsByName->isChecked(), m_choices->keys(),      m_columns};
     m_status->showMessage(Velmora::tr("Comparing..."));
     Q_EMIT comparisonStarted();
     m_runner.start([request](const CancelFlag &cancel,
@@ -255,14 +252,16 @@ void TableCompareWidget::takeOutcome(RunOutcome<TableResult> &&outcome)
 void TableCompareWidget::showResult(const std::shared_ptr<const TableDocument> &document)
 {
     m_shown = m_running;
-    m_choices->offerKeys(document->keyNames);
+    m_choices->offerKeys(document->keyNames, document->keys);
     m_bar->exportReport->setEnabled(true);
+    m_bar->chooseColumns->setEnabled(true);
     m_index.reset(qsizetype(document->differences.size()));
-    m_scene->setDocument(document);
+    m_scene->setDocument(document, arrangementOf(m_columns, document->alignment.columns, TableScene::columnLimit));
     m_grids->goToRow(-1);
     m_grids->fitColumns();
     showNotice();
     showRemarks(*document);
+    showColumnFacts();
     m_status->showMessage(tableCounts(document->alignment));
     m_position->setText(Velmora::tr("Diff %1/%2").arg(0).arg(m_index.count()));
     m_encodings->setText(tableEncodings(*document));
@@ -281,6 +280,7 @@ void TableCompareWidget::showRemarks(const TableDocument &document)
                                                                    : Velmora::tr("Match columns by name"),
                          Velmora::tr("Compare again"));
     m_remarks->tell(tableRemarks(document), NoticeBar::Tone::Warning);
+    m_duplicates->tell(tableDuplicates(document), NoticeBar::Tone::Warning);
     if (!document.delimiterProposal.isNull())
         proposeDelimiter(document.delimiterProposal);
     else if (document.keyProposal >= 0)

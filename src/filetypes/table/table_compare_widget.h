@@ -7,15 +7,20 @@
 #include "session/frame/report_saver.h"
 #include "session/session_widget.h"
 
+#include <functional>
+
 class QBoxLayout;
 class QLabel;
+class QSplitter;
 
 namespace velmora {
 
 class CellFinder;
+struct TableColumnSettings;
 class FindBar;
 class NoticeBar;
 class PairInputs;
+class RowCard;
 class StatusLine;
 class TableCompareBar;
 class TableGrids;
@@ -39,8 +44,9 @@ public:
     /// Starts anew when a comparison runs already; does nothing while a path is missing.
     void start() override;
     [[nodiscard]] bool isReading() const override { return m_runner.isRunning(); }
-    /// "delimiter", "header", and where there is a key its column "key" (from 0) and "keyName"; "columnsByName" when
-    /// it is chosen.
+    /// "delimiter", "header"; where there is a key its column "key" (from 0) and "keyName", or where there are several
+    /// "keys", objects with "column" and "name"; "columnsByName" when it is chosen; "columns" (see `columnsToJson`)
+    /// where something is chosen for any; "card", the order of the card's columns, where it is shown.
     [[nodiscard]] QJsonObject options() const override;
     void setOptions(const QJsonObject &options) override;
     bool setPendingReport(const QString &path) override;
@@ -82,6 +88,16 @@ private:
     void showFilter(RowsView filter);
     void showNotice();
     void copyRows();
+    void openColumns();
+    void openDuplicates();
+    void takeColumns(const TableColumnSettings &settings);
+    /// Shows the columns that are to be shown, in their order.
+    void arrangeColumns();
+    void showColumnFacts();
+    void showColumnMenu(int place, QPoint globalPosition);
+    /// Chooses keys, by name, and compares again.
+    void compareBy(const QList<ColumnRef> &keys);
+    void changeColumn(qint32 column, const std::function<void(ColumnChoice &)> &change);
     void writeReport(const QString &path);
     void showMenu(QPoint globalPosition);
 
@@ -90,15 +106,19 @@ private:
     QBoxLayout *m_head = nullptr; ///< of both
     PairInputs *m_inputs;
     NoticeBar *m_remarks;
-    NoticeBar *m_proposal; ///< of a key
+    NoticeBar *m_proposal;   ///< of a key
+    NoticeBar *m_duplicates; ///< of rows that are left out for others with their key
     TableScene *m_scene;
     TableGrids *m_grids;
+    RowCard *m_card;
     FindBar *m_findBar;
     CellFinder *m_finder;
     StatusLine *m_status;
     QLabel *m_position;
+    QLabel *m_columnFacts;
     QLabel *m_encodings;
-    SessionPaths m_running; ///< what is being compared
+    QList<ColumnChoice> m_columns; ///< what is chosen for columns, also of other tables
+    SessionPaths m_running;        ///< what is being compared
     SessionPaths m_shown;
     DifferenceIndex m_index;
     QString m_pendingReport;

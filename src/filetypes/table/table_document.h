@@ -1,6 +1,9 @@
 #pragma once
 
+#include "core/rows_view.h"
 #include "core/text_encoding.h"
+#include "filetypes/table/column_choices.h"
+#include "filetypes/table/engine/duplicate_keys.h"
 #include "filetypes/table/engine/table_alignment.h"
 
 #include <optional>
@@ -22,10 +25,20 @@ struct TableDocument {
     std::vector<qint32> same;        ///< the others
     Sides<TableSource> sources;
     QStringList keyNames;    ///< the fields of the first row that keys are chosen from; empty without header
-    qint32 key = -1;         ///< what rows were paired by, -1 for their order
+    QList<ColumnRef> keys;   ///< what rows were paired by, none for their order
+    QStringList missingKeys; ///< names of columns that rows were to be paired by, and that are not there
     QChar delimiterProposal; ///< one that fits these files, where the one that was chosen does not; null for none
-    std::vector<qint32> changedCells = {}; ///< in each column, of the rows that both sides have
+    std::vector<DuplicateKey> duplicates = {}; ///< the first ones of each side
+    std::vector<qint32> changedCells = {};     ///< in each column, of the rows that both sides have
     qint32 keyProposal = -1; ///< a column that would be a key, where rows were aligned in their order; -1 for none
+
+    /// The rows of the result that a filter leaves; null for all.
+    [[nodiscard]] const std::vector<qint32> *rowsOf(RowsView view) const noexcept
+    {
+        if (view == RowsView::All)
+            return nullptr;
+        return view == RowsView::Differences ? &differences : &same;
+    }
 };
 
 } // namespace velmora

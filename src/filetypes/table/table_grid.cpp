@@ -1,5 +1,6 @@
 #include "filetypes/table/table_grid.h"
 
+#include "filetypes/table/frozen_columns.h"
 #include "filetypes/table/table_colours.h"
 #include "filetypes/table/table_model.h"
 #include "session/diff_colours.h"
@@ -7,6 +8,7 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
@@ -31,7 +33,8 @@ public:
         painter->fillRect(rect, tableColour(TableColour(index.data(TableModel::ColourRole).toInt())));
         if (index.data(TableModel::ChangedRole).toBool())
             paintCorner(*painter, rect);
-        painter->setPen(diffColour(DiffColour::Text));
+        painter->setPen(
+            diffColour(index.data(TableModel::LeftOutRole).toBool() ? DiffColour::MutedText : DiffColour::Text));
         const QRect room = rect.adjusted(textMargin, 0, -textMargin, 0);
         const QString text = index.data(Qt::DisplayRole).toString();
         painter->drawText(room, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
@@ -72,8 +75,9 @@ private:
 
 } // namespace
 
-TableGrid::TableGrid(TableModel &rows, QWidget *parent) : QTableView(parent)
+TableGrid::TableGrid(TableModel &rows, const QString &objectName, QWidget *parent) : QTableView(parent)
 {
+    setObjectName(objectName);
     setModel(&rows);
     setItemDelegate(new CellDelegate(this));
     setEditTriggers(NoEditTriggers);
@@ -91,8 +95,47 @@ TableGrid::TableGrid(TableModel &rows, QWidget *parent) : QTableView(parent)
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setHighlightSections(false);
     verticalHeader()->setHighlightSections(false);
+    horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(horizontalHeader(), &QHeaderView::customContextMenuRequested, this, [this](QPoint position) {
+        const int column = horizontalHeader()->logicalIndexAt(position);
+        if (column >= 0)
+            Q_EMIT columnMenuWanted(column, horizontalHeader()->viewport()->mapToGlobal(position));
+    });
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     fitRows();
+    m_frozen = new FrozenColumns(*this);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
+        if (column < m_frozenCount)
+            m_frozen->cover(m_frozenCount);
+    });
+}
+
+void TableGrid::freeze(int columns)
+{
+    m_frozenCount = columns;
+    m_frozen->cover(columns);
+}
+
+void TableGrid::updateGeometries()
+{
+    QTableView::updateGeometries();
+    if (m_frozen)
+        m_frozen->cover(m_frozenCount);
+}
+
+void TableGrid::scrollTo(const QModelIndex &index, ScrollHint hint)
+{
+    const int before = horizontalScrollBar()->value();
+    QTableView::scrollTo(index, hint);
+    if (m_frozenCount == 0 || !index.isValid())
+        return;
+    if (index.column() < m_frozenCount) {
+        horizontalScrollBar()->setValue(before);
+        return;
+    }
+    const int hidden = m_frozen->width() - columnViewportPosition(index.column());
+    if (hidden > 0)
+        horizontalScrollBar()->setValue(horizontalScrollBar()->value() - hidden);
 }
 
 void TableGrid::setNotice(const QString &notice)
@@ -109,7 +152,9 @@ int TableGrid::wantedWidth(int column) const
     constexpr int widest = 300;
     const QString name = model()->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
     int width = horizontalHeader()->fontMetrics().horizontalAdvance(name) + headerRoom;
-    for (int row = 0; row < std::min(rowsLookedAt, model()->rowCount()) && width < widest; ++row) {
+    const int first = std::max(0, rowAt(0));
+    const int end = std::min(first + rowsLookedAt, model()->rowCount());
+    for (int row = first; row < end && width < widest; ++row) {
         const QString text = model()->index(row, column).data().toString();
         width = std::max(width, fontMetrics().horizontalAdvance(text) + 2 * textMargin + 4);
     }

@@ -18,11 +18,10 @@ TableGrids::TableGrids(TableScene &scene, QWidget *parent)
     : QSplitter(Qt::Horizontal, parent),
       m_scene(scene),
       m_models{new TableModel(scene, Side::Left, this), new TableModel(scene, Side::Right, this)},
-      m_grids{new TableGrid(*m_models.left, this), new TableGrid(*m_models.right, this)}
+      m_grids{new TableGrid(*m_models.left, QStringLiteral("leftGrid"), this),
+              new TableGrid(*m_models.right, QStringLiteral("rightGrid"), this)}
 {
-    m_grids.left->setObjectName(QStringLiteral("leftGrid"));
     m_grids.left->setAccessibleName(Velmora::tr("Left table"));
-    m_grids.right->setObjectName(QStringLiteral("rightGrid"));
     m_grids.right->setAccessibleName(Velmora::tr("Right table"));
     setChildrenCollapsible(false);
     for (const Side side : bothSides) {
@@ -30,6 +29,8 @@ TableGrids::TableGrids(TableScene &scene, QWidget *parent)
         setStretchFactor(indexOf(m_grids[side]), 1);
         connectGrid(side);
     }
+    connect(&scene, &TableScene::aboutToChange, this, &TableGrids::keepWidths);
+    connect(&scene, &TableScene::changed, this, &TableGrids::restoreWidths);
     connect(&scene, &TableScene::changed, this, &TableGrids::showCurrentRow);
 }
 
@@ -47,6 +48,10 @@ void TableGrids::connectGrid(Side side)
             other->setColumnWidth(column, width);
     });
     connect(grid, &TableGrid::contextMenuWanted, this, &TableGrids::contextMenuWanted);
+    connect(grid, &TableGrid::columnMenuWanted, this, [this, side](int place, QPoint position) {
+        m_side = side;
+        Q_EMIT columnMenuWanted(place, position);
+    });
     connect(grid->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this, side] { mirrorSelection(side); });
     connect(grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex &current) {
@@ -85,11 +90,12 @@ void TableGrids::goToCell(qint32 row, qint32 column)
 {
     goToRow(row);
     const qint32 place = m_scene.placeOf(row);
-    if (place < 0)
+    const qint32 columnPlace = m_scene.placeOfColumn(column);
+    if (place < 0 || columnPlace < 0)
         return;
     m_isMirroring = true;
     for (TableGrid *grid : {m_grids.left, m_grids.right}) {
-        const QModelIndex cell = grid->model()->index(place, column);
+        const QModelIndex cell = grid->model()->index(place, columnPlace);
         grid->selectionModel()->setCurrentIndex(cell, QItemSelectionModel::NoUpdate);
         grid->scrollTo(cell, QAbstractItemView::EnsureVisible);
     }
@@ -154,12 +160,21 @@ void TableGrids::setNotice(const QString &notice)
 void TableGrids::fitColumns()
 {
     constexpr int columnsInSight = 200;
-    for (int column = 0; column < std::min(columnsInSight, m_scene.columnCount()); ++column) {
-        const int width = std::max(m_grids.left->wantedWidth(column), m_grids.right->wantedWidth(column));
-        for (const Side side : bothSides)
-            m_grids[side]->setColumnWidth(column, width);
-    }
-    // As wide on both sides, or the same columns would not have the same room.
+    for (int place = 0; place < std::min(columnsInSight, m_scene.columnPlaces()); ++place)
+        fitColumn(place);
+    fitHeaders();
+}
+
+void TableGrids::fitColumn(int place)
+{
+    const int width = std::max(m_grids.left->wantedWidth(place), m_grids.right->wantedWidth(place));
+    for (const Side side : bothSides)
+        m_grids[side]->setColumnWidth(place, width);
+}
+
+/// The numbers of rows have as much room on both sides, or the same columns would not have the same.
+void TableGrids::fitHeaders()
+{
     int headerWidth = 0;
     for (const Side side : bothSides) {
         m_grids[side]->verticalHeader()->setMinimumWidth(0);
@@ -167,6 +182,26 @@ void TableGrids::fitColumns()
     }
     for (const Side side : bothSides)
         m_grids[side]->verticalHeader()->setMinimumWidth(headerWidth);
+}
+
+void TableGrids::keepWidths()
+{
+    // The last one on the screen fills what room there is, and has no width of its own.
+    for (int place = 0; place + 1 < m_scene.columnPlaces(); ++place)
+        m_widths[m_scene.columnAt(place)] = m_grids.left->columnWidth(place);
+}
+
+void TableGrids::restoreWidths()
+{
+    for (int place = 0; place < m_scene.columnPlaces(); ++place) {
+        const auto width = m_widths.find(m_scene.columnAt(place));
+        for (const Side side : bothSides) {
+            if (width != m_widths.end())
+                m_grids[side]->setColumnWidth(place, width->second);
+        }
+    }
+    for (const Side side : bothSides)
+        m_grids[side]->freeze(m_scene.arrangement().frozen);
 }
 
 void TableGrids::refreshTheme()

@@ -4,6 +4,9 @@
 
 #include <QSplitter>
 
+#include <unordered_map>
+#include <vector>
+
 class QItemSelection;
 
 namespace velmora {
@@ -39,12 +42,16 @@ public:
     void setNotice(const QString &notice);
     /// Gives each column the width of what is in it.
     void fitColumns();
+    /// The same for one, by its place.
+    void fitColumn(int place);
     /// Takes up a changed theme.
     void refreshTheme();
 
 Q_SIGNALS:
     void currentRowChanged();
     void contextMenuWanted(QPoint globalPosition);
+    /// `place`: that of the column.
+    void columnMenuWanted(int place, QPoint globalPosition);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -53,6 +60,9 @@ private:
     void connectGrid(Side side);
     void showCurrentRow();
     void mirrorSelection(Side from);
+    void keepWidths();
+    void restoreWidths();
+    void fitHeaders();
 
     TableScene &m_scene;
     Sides<TableModel *> m_models;
@@ -60,6 +70,7 @@ private:
     Side m_side = Side::Left;
     qint32 m_currentRow = -1;
     bool m_isMirroring = false;
+    std::unordered_map<qint32, int> m_widths; ///< by column, of those that were shown
 };
 
 } // namespace velmora

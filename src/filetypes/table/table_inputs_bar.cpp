@@ -1,12 +1,27 @@
 #include "filetypes/table/table_inputs_bar.h"
 
+#include "session/plain_text.h"
 #include "session/translate.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 
+#include <algorithm>
+
 namespace velmora {
+
+namespace {
+
+constexpr int severalKeys = -2;            ///< the data of the entry for several columns
+constexpr int nameRole = Qt::UserRole + 1; ///< what a column is called, where it was chosen by name
+
+QString keyHint()
+{
+    return Velmora::tr("Rows with the same value in this column are compared; takes effect at the next comparison");
+}
+
+} // namespace
 
 TableInputsBar::TableInputsBar(QWidget *parent)
     : QToolBar(parent), m_delimiter(new QComboBox(this)), m_header(new QCheckBox(this)), m_key(new QComboBox(this))
@@ -33,9 +48,8 @@ TableInputsBar::TableInputsBar(QWidget *parent)
     m_key->setMinimumWidth(120);
     m_key->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_key->setMinimumContentsLength(20);
-    m_key->setToolTip(Velmora::tr("Rows with the same value in this column are compared; takes effect at the next "
-                                  "comparison"));
-    offerKeys({});
+    m_key->setToolTip(keyHint());
+    offerKeys({}, {});
     addLabel(Velmora::tr("Key column:"), m_key);
     addWidget(m_key);
 }
@@ -75,37 +89,60 @@ void TableInputsBar::setHasHeader(bool hasHeader)
     m_header->setChecked(hasHeader);
 }
 
-qint32 TableInputsBar::key() const
+QList<ColumnRef> TableInputsBar::keys() const
 {
-    return m_key->currentData().toInt();
+    const int data = m_key->currentData().toInt();
+    if (data == severalKeys)
+        return m_several;
+    return data < 0 ? QList<ColumnRef>() : QList<ColumnRef>{{data, m_key->currentData(nameRole).toString()}};
 }
 
-QString TableInputsBar::keyName() const
+QStringList TableInputsBar::keyNames() const
 {
-    return key() < 0 ? QString() : m_key->currentText();
+    const QList<ColumnRef> keys = this->keys();
+    if (keys.size() == 1)
+        return {m_key->currentText()};
+    QStringList names;
+    for (const ColumnRef &key : keys)
+        names.append(key.name);
+    return names;
 }
 
-void TableInputsBar::setKey(qint32 key)
+void TableInputsBar::setKeys(const QList<ColumnRef> &keys)
 {
-    if (const int index = m_key->findData(key); index >= 0)
-        m_key->setCurrentIndex(index);
+    const int data = keys.isEmpty() ? -1 : keys.size() == 1 ? int(keys.first().column) : severalKeys;
+    if (const int old = m_key->findData(severalKeys); old >= 0)
+        m_key->removeItem(old);
+    m_several = keys.size() > 1 ? keys : QList<ColumnRef>();
+    if (data == severalKeys) {
+        QStringList names;
+        for (const ColumnRef &key : keys)
+            names.append(key.name);
+        m_key->addItem(names.join(QStringLiteral(" + ")), severalKeys);
+    } else if (data >= 0 && m_key->findData(data) < 0) {
+        m_key->addItem(keys.first().name, data);
+    }
+    const int index = m_key->findData(data);
+    if (data >= 0)
+        m_key->setItemData(index, keys.first().name, nameRole);
+    m_key->setCurrentIndex(index);
+    m_key->setToolTip(plainToolTip(keyHint() + (keys.size() > 1 ? u'\n' + m_key->currentText() : QString())));
 }
 
-void TableInputsBar::offerKeys(const QStringList &names)
+void TableInputsBar::offerKeys(const QStringList &names, const QList<ColumnRef> &found)
 {
     const QVariant chosen = m_key->currentData();
+    const QList<ColumnRef> keys = this->keys();
+    const bool isByName =
+        std::any_of(keys.begin(), keys.end(), [](const ColumnRef &key) { return !key.name.isEmpty(); });
     m_key->clear();
     m_key->addItem(Velmora::tr("None (match by row order)"), -1);
     for (qsizetype column = 0; column < names.size(); ++column)
         m_key->addItem(names[column], int(column));
-    m_key->setCurrentIndex(std::max(0, m_key->findData(chosen)));
-}
-
-void TableInputsBar::offerKey(qint32 key, const QString &name)
-{
-    if (m_key->findData(key) < 0)
-        m_key->addItem(name, key);
-    setKey(key);
+    if (isByName)
+        setKeys(found);
+    else
+        m_key->setCurrentIndex(std::max(0, m_key->findData(chosen)));
 }
 
 } // namespace velmora

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "filetypes/table/column_choices.h"
+
 #include <QStringList>
 #include <QToolBar>
 
@@ -21,14 +23,15 @@ public:
     [[nodiscard]] QString delimiterName(QChar delimiter) const;
     [[nodiscard]] bool hasHeader() const;
     void setHasHeader(bool hasHeader);
-    /// The chosen key column, from 0; -1 for none.
-    [[nodiscard]] qint32 key() const;
-    [[nodiscard]] QString keyName() const;
-    void setKey(qint32 key);
-    /// Offers these columns as keys, by their number; what was chosen stays chosen if it is still there.
-    void offerKeys(const QStringList &names);
-    /// Offers and chooses one column before the others are known.
-    void offerKey(qint32 key, const QString &name);
+    /// The chosen key columns; one that was chosen here, or offered without a name, has none.
+    [[nodiscard]] QList<ColumnRef> keys() const;
+    /// How they are called, also where they have no name.
+    [[nodiscard]] QStringList keyNames() const;
+    /// Chooses columns, also ones that are not offered.
+    void setKeys(const QList<ColumnRef> &keys);
+    /// Offers these columns as keys, by their number; what was chosen stays chosen if it is still there. Columns that
+    /// were chosen by name become those of `found`, where they were looked for.
+    void offerKeys(const QStringList &names, const QList<ColumnRef> &found);
 
 private:
     void addLabel(const QString &text, QWidget *buddy);
@@ -36,6 +39,7 @@ private:
     QComboBox *m_delimiter;
     QCheckBox *m_header;
     QComboBox *m_key;
+    QList<ColumnRef> m_several; ///< what the entry for several columns stands for
 };
 
 } // namespace velmora

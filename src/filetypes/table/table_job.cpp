@@ -2,6 +2,7 @@
 
 #include "core/text_file.h"
 #include "core/text_pair.h"
+#include "filetypes/table/engine/cell_cursor.h"
 #include "filetypes/table/engine/table_proposal.h"
 #include "filetypes/table/table_scene.h"
 
@@ -10,6 +11,8 @@
 namespace velmora {
 
 namespace {
+
+constexpr std::size_t duplicatesListed = 20'000; // more than anyone goes through
 
 struct SideText {
     RawText raw;
@@ -74,6 +77,23 @@ void sortRows(TableDocument &document)
     }
 }
 
+/// The key columns that are there, by which rows will be paired.
+QList<qint32> takeKeys(const TableRequest &request, const TableColumns &columns, TableDocument &document)
+{
+    QList<qint32> keys;
+    for (const ColumnRef &ref : request.keys) {
+        const qint32 column = columnOf(ref, columns);
+        if (column < 0 || column >= document.keyNames.size()) {
+            if (!ref.name.isEmpty())
+                document.missingKeys.append(ref.name);
+            continue;
+        }
+        keys.append(column);
+        document.keys.append({column, columns.name(column)});
+    }
+    return keys;
+}
+
 } // namespace
 
 TableResult compareTableFiles(const TableRequest &request, const CancelFlag &cancel, Progress &progress)
@@ -99,12 +119,15 @@ TableResult compareTableFiles(const TableRequest &request, const CancelFlag &can
     texts = {};
     if (request.hasHeader)
         document->keyNames = firstRow(left, right);
-    document->key = request.key < document->keyNames.size() ? request.key : -1;
-    document->alignment =
-        alignTables(left, right, {request.hasHeader, request.columnsByName, {document->key}}, cancel, progress);
+    TableOptions options{request.hasHeader, request.columnsByName};
+    const TableColumns columns = tableColumns(left, right, options, cancel);
+    options.keys = takeKeys(request, columns, *document);
+    options.rules = rulesOf(request.columns, columns);
+    document->alignment = alignTables(left, right, columns, options, cancel, progress);
     sortRows(*document);
+    document->duplicates = duplicateKeys(document->alignment, duplicatesListed);
     document->changedCells = changedCells(*document, cancel);
-    if (document->key < 0 && document->alignment.counts.differences() > 0)
+    if (document->keys.isEmpty() && document->alignment.counts.differences() > 0)
         document->keyProposal = proposedKey(left, right, qint32(document->keyNames.size()), cancel);
     return {TableResult::Fault::None, std::move(document)};
 }

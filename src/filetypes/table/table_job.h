@@ -18,8 +18,9 @@ struct TableRequest {
     Sides<QString> paths;
     QChar delimiter = u',';
     bool hasHeader = true;
-    bool columnsByName = false; ///< see `TableOptions`
-    qint32 key = -1; ///< a field of the first row; when there is none of that number, rows are aligned in their order
+    bool columnsByName = false;       ///< see `TableOptions`
+    QList<ColumnRef> keys = {};       ///< fields of the first row; without any rows are aligned in their order
+    QList<ColumnChoice> columns = {}; ///< of which rules are looked at
 };
 
 /// What became of it.

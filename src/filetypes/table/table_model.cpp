@@ -1,7 +1,7 @@
 #include "filetypes/table/table_model.h"
 
-#include "core/utf8_text.h"
-#include "core/visible_name.h"
+#include "filetypes/table/column_words.h"
+#include "filetypes/table/field_text.h"
 #include "filetypes/table/table_colours.h"
 #include "filetypes/table/table_scene.h"
 #include "session/diff_colours.h"
@@ -15,23 +15,7 @@ namespace velmora {
 
 namespace {
 
-/// Of a field that may have megabytes this much is looked at, and of that so many characters are shown.
-constexpr std::size_t bytesLookedAt = 8192;
-constexpr qsizetype shownLength = 400;
 constexpr qsizetype toolTipLength = 2000;
-
-QString beginningOf(std::string_view field, qsizetype length)
-{
-    std::string_view begin = field.substr(0, bytesLookedAt);
-    // Not within a character.
-    while (begin.size() < field.size() && !begin.empty() && (field[begin.size()] & 0xC0) == 0x80)
-        begin.remove_suffix(1);
-    std::string buffer;
-    QString text = textOfUtf8(fieldValue(begin, buffer));
-    const bool isCut = begin.size() < field.size() || text.size() > length;
-    text.truncate(text.size() > length && text[length - 1].isHighSurrogate() ? length - 1 : length);
-    return isCut ? text + QChar(0x2026) : text;
-}
 
 QChar signOf(TableRowStatus status)
 {
@@ -65,14 +49,6 @@ QIcon drawnSign(QChar sign)
 
 } // namespace
 
-QString shownField(std::string_view field)
-{
-    QString text = beginningOf(field, shownLength);
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    text.replace(u'\n', QChar(0x21B5));
-    return visibleName(text);
-}
-
 TableModel::TableModel(TableScene &scene, Side side, QObject *parent)
     : QAbstractTableModel(parent), m_scene(scene), m_side(side)
 {
@@ -88,7 +64,7 @@ int TableModel::rowCount(const QModelIndex &parent) const
 
 int TableModel::columnCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : m_scene.columnCount();
+    return parent.isValid() ? 0 : m_scene.columnPlaces();
 }
 
 QVariant TableModel::data(const QModelIndex &index, int role) const
@@ -97,7 +73,7 @@ QVariant TableModel::data(const QModelIndex &index, int role) const
         return {};
     const qint32 row = m_scene.rowAt(index.row());
     const AlignedTableRow &aligned = m_scene.row(row);
-    const TableScene::Cell &cell = m_scene.cells(row)[std::size_t(index.column())];
+    const TableScene::Cell &cell = m_scene.cells(row)[std::size_t(m_scene.columnAt(index.column()))];
     switch (role) {
     case Qt::DisplayRole:
         return aligned.row(m_side) < 0 ? QString() : shownField(cell.fields[m_side]);
@@ -107,6 +83,10 @@ QVariant TableModel::data(const QModelIndex &index, int role) const
         return int(tableColourOf(aligned.status, cell.status, aligned.row(m_side) >= 0));
     case ChangedRole:
         return cell.status == TableCellStatus::Modified;
+    case LeftOutRole: {
+        const ColumnRule *rule = m_scene.document()->alignment.ruleOf(m_scene.columnAt(index.column()));
+        return rule && rule->isLeftOut;
+    }
     default:
         return {};
     }
@@ -115,13 +95,13 @@ QVariant TableModel::data(const QModelIndex &index, int role) const
 QString TableModel::fullText(const QModelIndex &index) const
 {
     const qint32 row = m_scene.rowAt(index.row());
-    const TableScene::Cell &cell = m_scene.cells(row)[std::size_t(index.column())];
+    const TableScene::Cell &cell = m_scene.cells(row)[std::size_t(m_scene.columnAt(index.column()))];
     QString text;
     if (cell.status == TableCellStatus::Modified) {
-        text = Velmora::tr("Left: %1").arg(beginningOf(cell.fields.left, toolTipLength)) + u'\n' +
-               Velmora::tr("Right: %1").arg(beginningOf(cell.fields.right, toolTipLength));
+        text = Velmora::tr("Left: %1").arg(beginningOfField(cell.fields.left, toolTipLength)) + u'\n' +
+               Velmora::tr("Right: %1").arg(beginningOfField(cell.fields.right, toolTipLength));
     } else if (m_scene.row(row).row(m_side) >= 0) {
-        text = beginningOf(cell.fields[m_side], toolTipLength);
+        text = beginningOfField(cell.fields[m_side], toolTipLength);
     }
     return text;
 }
@@ -149,18 +129,16 @@ QVariant TableModel::rowHeader(int place, int role) const
     }
 }
 
-QVariant TableModel::columnHeader(int column, int role) const
+QVariant TableModel::columnHeader(int place, int role) const
 {
-    if (column < 0 || column >= m_scene.columnCount())
+    if (place < 0 || place >= m_scene.columnPlaces())
         return {};
-    const QString name = m_scene.document()->alignment.columns.name(column);
+    const qint32 column = m_scene.columnAt(place);
     switch (role) {
     case Qt::DisplayRole:
-        return shownField(name.toStdString());
+        return shownField(m_scene.document()->alignment.columns.name(column).toStdString());
     case Qt::ToolTipRole:
-        return plainToolTip(
-            name.left(toolTipLength) + u'\n' +
-            Velmora::tr("Changed cells: %1").arg(m_scene.document()->changedCells[std::size_t(column)]));
+        return plainToolTip(columnHint(*m_scene.document(), column));
     case Qt::TextAlignmentRole:
         return int(Qt::AlignLeft | Qt::AlignVCenter);
     default:

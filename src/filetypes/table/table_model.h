@@ -18,6 +18,7 @@ public:
     enum Role {
         ColourRole = Qt::UserRole, ///< a TableColour
         ChangedRole,               ///< whether the cell differs from that of the other side
+        LeftOutRole,               ///< whether its column is not compared
     };
 
     TableModel(TableScene &scene, Side side, QObject *parent = nullptr);
@@ -33,14 +34,11 @@ public:
 private:
     [[nodiscard]] QString fullText(const QModelIndex &index) const;
     [[nodiscard]] QVariant rowHeader(int place, int role) const;
-    [[nodiscard]] QVariant columnHeader(int column, int role) const;
+    [[nodiscard]] QVariant columnHeader(int place, int role) const;
 
     TableScene &m_scene;
     Side m_side;
     std::array<QIcon, 4> m_signs; ///< by status of a row
 };
-
-/// What a field means, on one line with what is invisible made visible, and cut where it is long.
-[[nodiscard]] QString shownField(std::string_view field);
 
 } // namespace velmora

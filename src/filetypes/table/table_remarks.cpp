@@ -11,19 +11,22 @@ namespace velmora {
 namespace {
 
 /// "3 (records 2, 5, 9)", with the first ones only where there are many.
-QString listed(const std::vector<qint32> &rows)
+QString listed(const std::vector<ReplacedRow> &rows)
 {
     constexpr std::size_t most = 5;
     QStringList records;
     for (std::size_t k = 0; k < std::min(rows.size(), most); ++k)
-        records.append(QString::number(rows[k] + 1));
+        records.append(QString::number(rows[k].row + 1));
     if (rows.size() > most)
         records.append(QString(QChar(0x2026)));
     return Velmora::tr("%1 (rows %2)").arg(QLocale().toString(qint64(rows.size())), records.join(QStringLiteral(", ")));
 }
 
-QString sentenceOfReplaced(const Sides<std::vector<qint32>> &replaced)
+} // namespace
+
+QString tableDuplicates(const TableDocument &document)
 {
+    const Sides<std::vector<ReplacedRow>> &replaced = document.alignment.replaced;
     if (replaced.left.empty() && replaced.right.empty())
         return {};
     if (replaced.right.empty())
@@ -35,8 +38,6 @@ QString sentenceOfReplaced(const Sides<std::vector<qint32>> &replaced)
         .arg(listed(replaced.left), listed(replaced.right));
 }
 
-} // namespace
-
 QString tableRemarks(const TableDocument &document)
 {
     QStringList sentences;
@@ -44,8 +45,9 @@ QString tableRemarks(const TableDocument &document)
         sentences.append(Velmora::tr("The left file cannot be read and counts as empty: %1").arg(error));
     if (const QString &error = document.sources.right.error; !error.isEmpty())
         sentences.append(Velmora::tr("The right file cannot be read and counts as empty: %1").arg(error));
-    if (const QString replaced = sentenceOfReplaced(document.alignment.replaced); !replaced.isEmpty())
-        sentences.append(replaced);
+    if (!document.missingKeys.isEmpty())
+        sentences.append(Velmora::tr("There is no column to match rows by: %1.")
+                             .arg(document.missingKeys.join(QStringLiteral(", "))));
     if (document.alignment.columns.arePairedByName())
         sentences.append(Velmora::tr("The columns are named differently; those of the same name are compared."));
     else if (document.alignment.columns.namesDiffer())

@@ -6,9 +6,12 @@
 
 namespace velmora {
 
-/// What a person ought to know of a result beside its rows, in sentences: files that count as empty, rows that others
-/// with their key have replaced, columns named differently or not shown. Empty when there is nothing.
+/// What a person ought to know of a result beside its rows, in sentences: files that count as empty, keys that are not
+/// there, columns named differently or not shown. Empty when there is nothing.
 [[nodiscard]] QString tableRemarks(const TableDocument &document);
+
+/// Which rows others with their key have replaced; empty for none.
+[[nodiscard]] QString tableDuplicates(const TableDocument &document);
 
 /// The numbers of rows.
 [[nodiscard]] QString tableCounts(const TableAlignment &alignment);

@@ -1,5 +1,7 @@
 #include "filetypes/table/table_scene.h"
 
+#include "filetypes/table/engine/cell_cursor.h"
+
 #include <algorithm>
 
 namespace velmora {
@@ -11,14 +13,29 @@ constexpr std::size_t cellsToKeep = 500'000;
 
 } // namespace
 
-void TableScene::setDocument(std::shared_ptr<const TableDocument> document)
+void TableScene::setDocument(std::shared_ptr<const TableDocument> document, ColumnArrangement arrangement)
 {
     Q_EMIT aboutToChange();
     m_document = std::move(document);
+    m_arrangement = std::move(arrangement);
     m_cells.clear();
     m_cellsKept = 0;
     Q_EMIT changed();
-    Q_EMIT documentChanged();
+}
+
+void TableScene::setArrangement(ColumnArrangement arrangement)
+{
+    if (arrangement == m_arrangement)
+        return;
+    Q_EMIT aboutToChange();
+    m_arrangement = std::move(arrangement);
+    Q_EMIT changed();
+}
+
+qint32 TableScene::placeOfColumn(qint32 column) const noexcept
+{
+    const auto place = std::find(m_arrangement.shown.begin(), m_arrangement.shown.end(), column);
+    return place == m_arrangement.shown.end() ? -1 : qint32(place - m_arrangement.shown.begin());
 }
 
 void TableScene::setFilter(RowsView filter)
@@ -32,9 +49,7 @@ void TableScene::setFilter(RowsView filter)
 
 const std::vector<qint32> *TableScene::filtered() const noexcept
 {
-    if (m_filter == RowsView::All)
-        return nullptr;
-    return m_filter == RowsView::Differences ? &m_document->differences : &m_document->same;
+    return m_document->rowsOf(m_filter);
 }
 
 qint32 TableScene::placeCount() const noexcept

@@ -1,6 +1,6 @@
 #include "filetypes/table/engine/table_alignment.h"
 
-#include "core/utf8_text.h"
+#include "filetypes/table/engine/cell_cursor.h"
 #include "filetypes/table/engine/table_keys.h"
 #include "filetypes/table/engine/value_lines.h"
 #include "text/engine/line_interner.h"
@@ -16,18 +16,22 @@ namespace {
 
 constexpr size_t rowsPerReport = 8192;
 
-/// All rows of a table as their cells in the columns of the result, a line for each.
+/// All rows of a table as their cells in the columns of the result, or what stands for them by the rules of these, a
+/// line for each.
 TextLines joinedCells(const TableAlignment &result, Side side, const CancelFlag &cancel)
 {
     constexpr char fieldSeparator = 0x1F;
     ValueLines lines;
     std::string line;
+    std::string buffer;
     for (qint32 row = 0; row < result.tables[side].rowCount() && !cancel.isCancelled(); ++row) {
         line.clear();
-        AlignedTableRow alone;
-        (side == Side::Left ? alone.left : alone.right) = row;
-        for (CellCursor cells(result, alone); cells.next();) {
-            line += cells.value(side);
+        const AlignedTableRow alone = side == Side::Left ? AlignedTableRow{row, -1, TableRowStatus::LeftOnly}
+                                                         : AlignedTableRow{-1, row, TableRowStatus::RightOnly};
+        CellCursor cells(result, alone);
+        for (qint32 column = 0; cells.next(); ++column) {
+            const ColumnRule *rule = result.ruleOf(column);
+            line += rule ? roughForm(cells.value(side), *rule, buffer) : cells.value(side);
             line += fieldSeparator;
         }
         lines.append(line);
@@ -51,6 +55,7 @@ public:
 
 private:
     [[nodiscard]] InternedLines numbered(const TextLines &left, const TextLines &right);
+    void noteReplaced(Side side, qint32 row, qint32 last);
     void appendPair(qint32 left, qint32 right, bool anchored);
     void append(const AlignedTableRow &row);
 
@@ -59,8 +64,6 @@ private:
     Progress &m_progress;
     qint32 m_leftStart; ///< the first row of data
     qint32 m_rightStart;
-    std::string m_leftBuffer;
-    std::string m_rightBuffer;
     size_t m_expected = 0; ///< rows
 };
 
@@ -76,29 +79,23 @@ void Aligner::alignByKeys(const QList<qint32> &columns)
 {
     const auto keysOf = [&](Side side, qint32 start) {
         const TableText &table = m_result.tables[side];
-        QList<qint32> tableFields;
+        QList<KeyField> fields;
         for (const qint32 column : columns)
-            tableFields.append(m_result.columns.fieldOf(side, column));
-        return rowKeys(table, start, table.rowCount(), tableFields, m_cancel);
+            fields.append({m_result.columns.fieldOf(side, column), m_result.ruleOf(column)});
+        return rowKeys(table, start, table.rowCount(), fields, m_cancel);
     };
     InternedLines keys = numbered(keysOf(Side::Left, m_leftStart), keysOf(Side::Right, m_rightStart));
     if (m_cancel.isCancelled())
         return;
     std::vector<AlignedTableRow> pairs(size_t(keys.count));
-    for (size_t k = 0; k < keys.left.size(); ++k) {
-        qint32 &row = pairs[size_t(keys.left[k])].left;
-        if (row >= 0)
-            m_result.replaced.left.push_back(row);
-        row = qint32(k) + m_leftStart;
-    }
-    for (size_t k = 0; k < keys.right.size(); ++k) {
-        qint32 &row = pairs[size_t(keys.right[k])].right;
-        if (row >= 0)
-            m_result.replaced.right.push_back(row);
-        row = qint32(k) + m_rightStart;
-    }
-    std::sort(m_result.replaced.left.begin(), m_result.replaced.left.end());
-    std::sort(m_result.replaced.right.begin(), m_result.replaced.right.end());
+    for (size_t k = 0; k < keys.left.size(); ++k)
+        pairs[size_t(keys.left[k])].left = qint32(k) + m_leftStart;
+    for (size_t k = 0; k < keys.right.size(); ++k)
+        pairs[size_t(keys.right[k])].right = qint32(k) + m_rightStart;
+    for (size_t k = 0; k < keys.left.size(); ++k)
+        noteReplaced(Side::Left, qint32(k) + m_leftStart, pairs[size_t(keys.left[k])].left);
+    for (size_t k = 0; k < keys.right.size(); ++k)
+        noteReplaced(Side::Right, qint32(k) + m_rightStart, pairs[size_t(keys.right[k])].right);
     keys = {};
     m_expected = pairs.size();
     m_result.rows.reserve(pairs.size());
@@ -112,14 +109,21 @@ void Aligner::alignByKeys(const QList<qint32> &columns)
     }
 }
 
+void Aligner::noteReplaced(Side side, qint32 row, qint32 last)
+{
+    if (row != last)
+        m_result.replaced[side].push_back({row, last});
+}
+
 void Aligner::alignByOrder()
 {
     const TableText &leftTable = m_result.tables.left;
     const TableText &rightTable = m_result.tables.right;
     // Only where both sides are in the same form do the same values have the same line.
     const auto linesOf = [this](Side side) {
-        return m_result.columns.arePairedByName() ? joinedCells(m_result, side, m_cancel)
-                                                  : joinedRows(m_result.tables[side], m_cancel);
+        return m_result.columns.arePairedByName() || !m_result.rules.isEmpty()
+                   ? joinedCells(m_result, side, m_cancel)
+                   : joinedRows(m_result.tables[side], m_cancel);
     };
     const InternedLines lines = numbered(linesOf(Side::Left), linesOf(Side::Right));
     if (m_cancel.isCancelled())
@@ -155,10 +159,12 @@ void Aligner::alignByOrder()
 void Aligner::appendPair(qint32 left, qint32 right, bool anchored)
 {
     AlignedTableRow row{left, right, TableRowStatus::Modified};
-    const bool sameBytes = anchored && m_result.tables.left.row(left) == m_result.tables.right.row(right);
+    // With rules rows that are the same by them need not be found to be alike.
+    const bool canBeSame = anchored || !m_result.rules.isEmpty();
+    const bool sameBytes = canBeSame && m_result.tables.left.row(left) == m_result.tables.right.row(right);
     if (sameBytes && !m_result.columns.arePairedByName()) {
         row.status = TableRowStatus::Same;
-    } else if (anchored) {
+    } else if (canBeSame) {
         CellCursor cells(m_result, row);
         bool same = true;
         while (same && cells.next())
@@ -201,23 +207,35 @@ QList<qint32> knownKeys(const TableOptions &options, qint32 columns)
     return keys;
 }
 
-FieldCursor cursorOf(const TableText &table, qint32 row)
+/// Those of columns that there are, none where all are exact.
+QList<ColumnRule> knownRules(const TableOptions &options, qint32 columns)
 {
-    return row >= 0 ? table.fields(row) : FieldCursor({}, table.delimiter());
+    const QList<ColumnRule> rules = options.rules.first(std::min(options.rules.size(), qsizetype(columns)));
+    const bool areExact =
+        std::all_of(rules.begin(), rules.end(), [](const ColumnRule &rule) { return rule.isExact(); });
+    return areExact ? QList<ColumnRule>() : rules;
 }
 
 } // namespace
 
-TableAlignment alignTables(const TableText &left, const TableText &right, const TableOptions &options,
-                           const CancelFlag &cancel, Progress &progress)
+TableColumns tableColumns(const TableText &left, const TableText &right, const TableOptions &options,
+                          const CancelFlag &cancel)
+{
+    if (!options.hasHeader)
+        return TableColumns::numbered(left, right, cancel);
+    return options.columnsByName ? TableColumns::pairedByName(left, right, cancel)
+                                 : TableColumns::named(left, right, cancel);
+}
+
+TableAlignment alignTables(const TableText &left, const TableText &right, const TableColumns &columns,
+                           const TableOptions &options, const CancelFlag &cancel, Progress &progress)
 {
     TableAlignment result;
     result.tables = {left, right};
     if (left.isEmpty() && right.isEmpty())
         return result;
-    result.columns = !options.hasHeader      ? TableColumns::numbered(left, right, cancel)
-                     : options.columnsByName ? TableColumns::pairedByName(left, right, cancel)
-                                             : TableColumns::named(left, right, cancel);
+    result.columns = columns;
+    result.rules = knownRules(options, columns.count());
     Aligner aligner(result, options, cancel, progress);
     if (const QList<qint32> keys = knownKeys(options, result.columns.count()); !keys.isEmpty())
         aligner.alignByKeys(keys);
@@ -226,73 +244,10 @@ TableAlignment alignTables(const TableText &left, const TableText &right, const 
     return result;
 }
 
-CellCursor::CellCursor(const TableAlignment &alignment, const AlignedTableRow &row)
-    : m_columns(alignment.columns),
-      m_left(cursorOf(alignment.tables.left, row.left)),
-      m_right(cursorOf(alignment.tables.right, row.right)),
-      m_row(row.status)
+TableAlignment alignTables(const TableText &left, const TableText &right, const TableOptions &options,
+                           const CancelFlag &cancel, Progress &progress)
 {
-    if (!m_columns.arePairedByName())
-        return;
-    m_rightFields.resize(size_t(m_columns.count()));
-    for (const qint32 column : m_columns.rightColumns()) {
-        if (!m_right.next())
-            break;
-        m_rightFields[size_t(column)] = m_right.field();
-    }
-}
-
-void CellCursor::step()
-{
-    if (!m_columns.arePairedByName()) {
-        static_cast<void>(m_left.next());
-        static_cast<void>(m_right.next());
-        m_fields = {m_left.field(), m_right.field()};
-        return;
-    }
-    const bool hasLeft = m_columns.fieldOf(Side::Left, m_column) >= 0 && m_left.next();
-    m_fields = {hasLeft ? m_left.field() : std::string_view(), m_rightFields[size_t(m_column)]};
-}
-
-bool CellCursor::next()
-{
-    if (m_column + 1 >= m_columns.count())
-        return false;
-    ++m_column;
-    step();
-    if (m_row == TableRowStatus::LeftOnly)
-        m_status = TableCellStatus::LeftOnly;
-    else if (m_row == TableRowStatus::RightOnly)
-        m_status = TableCellStatus::RightOnly;
-    else if (m_fields.left == m_fields.right || value(Side::Left) == value(Side::Right))
-        m_status = TableCellStatus::Same;
-    else
-        m_status = TableCellStatus::Modified;
-    return true;
-}
-
-std::string_view CellCursor::value(Side side)
-{
-    return fieldValue(field(side), m_buffers[side]);
-}
-
-TableDiffResult withCells(const TableAlignment &alignment)
-{
-    TableDiffResult result;
-    for (qint32 column = 0; column < alignment.columns.count(); ++column)
-        result.headers.append(alignment.columns.name(column));
-    for (const AlignedTableRow &row : alignment.rows) {
-        TableRowDiff diff{row.status, row.left, row.right, {}};
-        for (CellCursor cells(alignment, row); cells.next();)
-            diff.cells.append(
-                {cells.status(), textOfUtf8(cells.value(Side::Left)), textOfUtf8(cells.value(Side::Right))});
-        result.rows.append(diff);
-    }
-    result.sameCount = qint32(alignment.counts.same);
-    result.modifiedCount = qint32(alignment.counts.modified);
-    result.leftOnlyCount = qint32(alignment.counts.leftOnly);
-    result.rightOnlyCount = qint32(alignment.counts.rightOnly);
-    return result;
+    return alignTables(left, right, tableColumns(left, right, options, cancel), options, cancel, progress);
 }
 
 } // namespace velmora

@@ -3,6 +3,7 @@
 #include "core/cancel_flag.h"
 #include "core/progress.h"
 #include "core/sides.h"
+#include "filetypes/table/engine/column_rule.h"
 #include "filetypes/table/engine/table_columns.h"
 #include "filetypes/table/engine/table_compare.h"
 #include "filetypes/table/engine/table_text.h"
@@ -16,8 +17,17 @@ namespace velmora {
 /// What a comparison of tables goes by.
 struct TableOptions {
     bool hasHeader = true;
-    bool columnsByName = false; ///< with a header: cells are compared in columns of the same name
-    QList<qint32> keys = {};    ///< columns of the result; with none that there is, rows are aligned in their order
+    bool columnsByName = false;   ///< with a header: cells are compared in columns of the same name
+    QList<qint32> keys = {};      ///< columns of the result; with none that there is, rows are aligned in their order
+    QList<ColumnRule> rules = {}; ///< by column of the result, as far as there are any; see `compareTables`
+};
+
+/// A row that is not in a result, since a later one has the same key.
+struct ReplacedRow {
+    qint32 row = 0;
+    qint32 by = 0; ///< the last row with that key, which is in the result
+
+    friend bool operator==(const ReplacedRow &, const ReplacedRow &) = default;
 };
 
 /// One row of a result. Indices as in `TableRowDiff`.
@@ -44,10 +54,16 @@ struct TableCounts {
 struct TableAlignment {
     Sides<TableText> tables;
     TableColumns columns;
+    QList<ColumnRule> rules;           ///< empty when no column has one
     std::vector<AlignedTableRow> rows; ///< in display order
     TableCounts counts;
-    /// The rows of each table that are not in the result, since a later one has the same key, in rising order.
-    Sides<std::vector<qint32>> replaced;
+    Sides<std::vector<ReplacedRow>> replaced; ///< rising
+
+    /// The rule of a column; null when only the same bytes count as the same there.
+    [[nodiscard]] const ColumnRule *ruleOf(qint32 column) const noexcept
+    {
+        return column < rules.size() && !rules[column].isExact() ? &rules[column] : nullptr;
+    }
 };
 
 /// What the phases of the progress of `alignTables` count.
@@ -59,35 +75,12 @@ enum TablePhase { ReadingRows = 0, MatchingRows = 1, ComparingRows = 2 };
 [[nodiscard]] TableAlignment alignTables(const TableText &left, const TableText &right, const TableOptions &options,
                                          const CancelFlag &cancel, Progress &progress);
 
-/// Walks over the cells of one row of a result, column by column.
-class CellCursor {
-public:
-    /// `alignment` outlives the cursor, which stands before the first column.
-    CellCursor(const TableAlignment &alignment, const AlignedTableRow &row);
+/// The same for columns that are known already: those of `tableColumns`.
+[[nodiscard]] TableAlignment alignTables(const TableText &left, const TableText &right, const TableColumns &columns,
+                                         const TableOptions &options, const CancelFlag &cancel, Progress &progress);
 
-    /// Moves on; false behind the last column of the result.
-    bool next();
-    [[nodiscard]] TableCellStatus status() const noexcept { return m_status; }
-    /// What the cell of a side means; empty where there is none. Valid until the next step.
-    [[nodiscard]] std::string_view value(Side side);
-    /// The same as it stands in the table (see `fieldValue`); valid as long as the table.
-    [[nodiscard]] std::string_view field(Side side) const noexcept { return m_fields[side]; }
-
-private:
-    void step();
-
-    const TableColumns &m_columns;
-    FieldCursor m_left;
-    FieldCursor m_right;
-    std::vector<std::string_view> m_rightFields; ///< by column, where columns are paired by name
-    qint32 m_column = -1;
-    Sides<std::string_view> m_fields;
-    TableRowStatus m_row;
-    TableCellStatus m_status = TableCellStatus::Same;
-    Sides<std::string> m_buffers;
-};
-
-/// The result with a string for each cell.
-[[nodiscard]] TableDiffResult withCells(const TableAlignment &alignment);
+/// The columns of a comparison with these options, whose keys and rules are not looked at.
+[[nodiscard]] TableColumns tableColumns(const TableText &left, const TableText &right, const TableOptions &options,
+                                        const CancelFlag &cancel);
 
 } // namespace velmora

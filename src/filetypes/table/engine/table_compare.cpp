@@ -1,11 +1,13 @@
 #include "filetypes/table/engine/table_compare.h"
 
+#include "core/utf8_text.h"
 #include "text/engine/sequence_matcher.h"
 
 #include <QHash>
 #include <QSet>
 
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
 namespace velmora {
@@ -48,41 +50,57 @@ QStringList headersOf(const ParsedTable &left, const ParsedTable &right, bool ha
 
 class Comparison {
 public:
-    Comparison(const ParsedTable &left, const ParsedTable &right, bool hasHeader) : m_left(left), m_right(right)
+    Comparison(const ParsedTable &left, const ParsedTable &right, bool hasHeader, const QList<ColumnRule> &rules)
+        : m_left(left), m_right(right), m_rules(rules)
     {
         m_result.headers = headersOf(left, right, hasHeader);
         m_leftStart = hasHeader && !left.isEmpty() ? 1 : 0;
         m_rightStart = hasHeader && !right.isEmpty() ? 1 : 0;
+        m_rules.resize(std::min(m_rules.size(), columns()));
+        m_hasRules =
+            std::any_of(m_rules.begin(), m_rules.end(), [](const ColumnRule &rule) { return !rule.isExact(); });
     }
 
-    [[nodiscard]] TableDiffResult byKey(qint32 keyColumn);
+    [[nodiscard]] TableDiffResult byKeys(const QList<qint32> &columns);
     [[nodiscard]] TableDiffResult byOrder();
     [[nodiscard]] qsizetype columns() const { return m_result.headers.size(); }
 
 private:
     struct Keys {
-        QStringList order; ///< distinct, by first appearance
-        QHash<QString, qint32> lastRows;
+        QList<QStringList> order; ///< distinct, by first appearance
+        QHash<QStringList, qint32> lastRows;
     };
 
-    static Keys keysOf(const ParsedTable &table, qsizetype start, qint32 keyColumn);
-    static QStringList joinedRows(const ParsedTable &table, qsizetype start);
+    [[nodiscard]] Keys keysOf(const ParsedTable &table, qsizetype start, const QList<qint32> &columns) const;
+    [[nodiscard]] QString formOf(const QString &value, qsizetype column) const;
+    [[nodiscard]] QStringList joinedRows(const ParsedTable &table, qsizetype start) const;
+    [[nodiscard]] QString joinedForms(const QStringList &row) const;
     void emitPair(qsizetype left, qsizetype right, bool anchored);
     void emitLeft(qsizetype row);
     void emitRight(qsizetype row);
 
     const ParsedTable &m_left;
     const ParsedTable &m_right;
+    QList<ColumnRule> m_rules;
+    bool m_hasRules = false;   ///< any but exact ones
     qsizetype m_leftStart = 0; ///< the first row of data
     qsizetype m_rightStart = 0;
     TableDiffResult m_result;
 };
 
-Comparison::Keys Comparison::keysOf(const ParsedTable &table, qsizetype start, qint32 keyColumn)
+QString Comparison::formOf(const QString &value, qsizetype column) const
+{
+    std::string buffer;
+    return textOfUtf8(valueForm(value.toStdString(), m_rules.value(column), buffer));
+}
+
+Comparison::Keys Comparison::keysOf(const ParsedTable &table, qsizetype start, const QList<qint32> &columns) const
 {
     Keys keys;
     for (qsizetype row = start; row < table.size(); ++row) {
-        const QString key = table[row].value(keyColumn);
+        QStringList key;
+        for (const qint32 column : columns)
+            key.append(formOf(table[row].value(column), column));
         if (!keys.lastRows.contains(key))
             keys.order.append(key);
         keys.lastRows.insert(key, qint32(row));
@@ -90,28 +108,38 @@ Comparison::Keys Comparison::keysOf(const ParsedTable &table, qsizetype start, q
     return keys;
 }
 
-TableDiffResult Comparison::byKey(qint32 keyColumn)
+TableDiffResult Comparison::byKeys(const QList<qint32> &columns)
 {
-    const Keys left = keysOf(m_left, m_leftStart, keyColumn);
-    const Keys right = keysOf(m_right, m_rightStart, keyColumn);
-    for (const QString &key : left.order) {
+    const Keys left = keysOf(m_left, m_leftStart, columns);
+    const Keys right = keysOf(m_right, m_rightStart, columns);
+    for (const QStringList &key : left.order) {
         if (right.lastRows.contains(key))
             emitPair(left.lastRows.value(key), right.lastRows.value(key), true);
         else
             emitLeft(left.lastRows.value(key));
     }
-    for (const QString &key : right.order) {
+    for (const QStringList &key : right.order) {
         if (!left.lastRows.contains(key))
             emitRight(right.lastRows.value(key));
     }
     return m_result;
 }
 
-QStringList Comparison::joinedRows(const ParsedTable &table, qsizetype start)
+QString Comparison::joinedForms(const QStringList &row) const
+{
+    QString joined;
+    std::string buffer;
+    for (qsizetype column = 0; column < columns(); ++column)
+        joined +=
+            textOfUtf8(roughForm(row.value(column).toStdString(), m_rules.value(column), buffer)) + fieldSeparator;
+    return joined;
+}
+
+QStringList Comparison::joinedRows(const ParsedTable &table, qsizetype start) const
 {
     QStringList rows;
     for (qsizetype row = start; row < table.size(); ++row)
-        rows.append(table[row].join(fieldSeparator));
+        rows.append(m_hasRules ? joinedForms(table[row]) : table[row].join(fieldSeparator));
     return rows;
 }
 
@@ -147,11 +175,11 @@ TableDiffResult Comparison::byOrder()
 void Comparison::emitPair(qsizetype left, qsizetype right, bool anchored)
 {
     TableRowDiff row{TableRowStatus::Same, qint32(left), qint32(right), {}};
-    bool same = anchored;
+    bool same = anchored || m_hasRules;
     for (qsizetype column = 0; column < columns(); ++column) {
         const QString leftText = m_left[left].value(column);
         const QString rightText = m_right[right].value(column);
-        const bool equal = leftText == rightText;
+        const bool equal = countAsSame(leftText.toStdString(), rightText.toStdString(), m_rules.value(column));
         same = same && equal;
         row.cells.append({equal ? TableCellStatus::Same : TableCellStatus::Modified, leftText, rightText});
     }
@@ -214,10 +242,19 @@ ParsedTable parseDelimitedText(const QString &text, QChar delimiter)
 
 TableDiffResult compareTables(const ParsedTable &left, const ParsedTable &right, qint32 keyColumn, bool hasHeader)
 {
+    return compareTables(left, right, {keyColumn}, hasHeader, {});
+}
+
+TableDiffResult compareTables(const ParsedTable &left, const ParsedTable &right, const QList<qint32> &keyColumns,
+                              bool hasHeader, const QList<ColumnRule> &rules)
+{
     if (left.isEmpty() && right.isEmpty())
         return {};
-    Comparison comparison(left, right, hasHeader);
-    return keyColumn >= 0 && keyColumn < comparison.columns() ? comparison.byKey(keyColumn) : comparison.byOrder();
+    Comparison comparison(left, right, hasHeader, rules);
+    QList<qint32> keys;
+    std::copy_if(keyColumns.begin(), keyColumns.end(), std::back_inserter(keys),
+                 [&](qint32 key) { return key >= 0 && key < comparison.columns(); });
+    return keys.isEmpty() ? comparison.byOrder() : comparison.byKeys(keys);
 }
 
 } // namespace velmora

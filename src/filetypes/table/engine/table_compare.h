@@ -1,5 +1,7 @@
 #pragma once
 
+#include "filetypes/table/engine/column_rule.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -56,5 +58,13 @@ struct TableDiffResult {
 /// Every cell is a string of its own; `alignTables` is the form for large tables.
 [[nodiscard]] TableDiffResult compareTables(const ParsedTable &left, const ParsedTable &right, qint32 keyColumn,
                                             bool hasHeader);
+
+/// The same with any number of key columns, all of whose values make the key, and with rules by column of the result,
+/// as far as there are any: cells whose values count as the same are `Same`. With a rule that is not exact rows are
+/// aligned in their order by what stands for their cells (see `roughForm`), and a pair whose cells all count as the
+/// same is `Same` however it was found.
+[[nodiscard]] TableDiffResult compareTables(const ParsedTable &left, const ParsedTable &right,
+                                            const QList<qint32> &keyColumns, bool hasHeader,
+                                            const QList<ColumnRule> &rules);
 
 } // namespace velmora

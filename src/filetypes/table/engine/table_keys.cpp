@@ -11,31 +11,45 @@ namespace {
 constexpr qint32 rowsPerLook = 4096;
 constexpr char fieldSeparator = 0x1F;
 
-std::string_view valueAt(std::string_view row, std::string_view delimiter, qint32 column, std::string &buffer)
-{
-    if (column < 0)
-        return {};
-    FieldCursor cursor(row, delimiter);
-    for (qint32 at = 0; at <= column; ++at) {
-        if (!cursor.next())
-            return {};
-    }
-    return fieldValue(cursor.field(), buffer);
-}
+/// Takes the keys of a table's rows, field by field.
+class KeyReader {
+public:
+    explicit KeyReader(const TableText &table) : m_table(table) {}
 
-/// The values one after the other, each behind its length, so that no two lists look alike.
-void appendKey(ValueLines &keys, const TableText &table, qint32 row, const QList<qint32> &columns, std::string &joined,
-               std::string &buffer)
-{
-    joined.clear();
-    for (const qint32 column : columns) {
-        const std::string_view value = valueAt(table.row(row), table.delimiter(), column, buffer);
-        joined += std::to_string(value.size());
-        joined += ':';
-        joined += value;
+    /// Valid until the next call.
+    std::string_view value(qint32 row, const KeyField &key)
+    {
+        if (key.field < 0)
+            return {};
+        FieldCursor cursor = m_table.fields(row);
+        for (qint32 at = 0; at <= key.field; ++at) {
+            if (!cursor.next())
+                return {};
+        }
+        const std::string_view value = fieldValue(cursor.field(), m_value);
+        return key.rule ? valueForm(value, *key.rule, m_form) : value;
     }
-    keys.append(joined);
-}
+
+    /// The values one after the other, each behind its length, so that no two lists look alike. Valid until the next
+    /// call.
+    std::string_view values(qint32 row, const QList<KeyField> &keys)
+    {
+        m_joined.clear();
+        for (const KeyField &key : keys) {
+            const std::string_view value = this->value(row, key);
+            m_joined += std::to_string(value.size());
+            m_joined += ':';
+            m_joined += value;
+        }
+        return m_joined;
+    }
+
+private:
+    const TableText &m_table;
+    std::string m_value;
+    std::string m_form;
+    std::string m_joined;
+};
 
 /// Appends `value` with delimiter and separator exchanged, so that a row whose bytes hold no separator is its own
 /// bytes.
@@ -56,21 +70,17 @@ void appendExchanged(std::string &line, std::string_view value, std::string_view
 
 } // namespace
 
-TextLines rowKeys(const TableText &table, qint32 firstRow, qint32 endRow, const QList<qint32> &columns,
+TextLines rowKeys(const TableText &table, qint32 firstRow, qint32 endRow, const QList<KeyField> &fields,
                   const CancelFlag &cancel)
 {
     const qint32 end = std::min(endRow, table.rowCount());
     ValueLines keys;
     keys.reserve(0, std::max(0, end - firstRow));
-    std::string joined;
-    std::string buffer;
+    KeyReader reader(table);
     for (qint32 row = firstRow; row < end; ++row) {
         if (row % rowsPerLook == 0 && cancel.isCancelled())
             break;
-        if (columns.size() == 1)
-            keys.append(valueAt(table.row(row), table.delimiter(), columns.first(), buffer));
-        else
-            appendKey(keys, table, row, columns, joined, buffer);
+        keys.append(fields.size() == 1 ? reader.value(row, fields.first()) : reader.values(row, fields));
     }
     return keys.take();
 }

@@ -1,15 +1,24 @@
 #pragma once
 
+#include "filetypes/table/engine/column_rule.h"
 #include "filetypes/table/engine/table_text.h"
 
 #include <QList>
 
+#include <string>
+
 namespace velmora {
 
+/// A field that is part of a key.
+struct KeyField {
+    qint32 field = -1;                ///< -1 for none, whose value is empty
+    const ColumnRule *rule = nullptr; ///< what stands for the value (see `valueForm`); null for itself. Not owned
+};
+
 /// The keys of the rows [firstRow, endRow) of a table, as far as there are so many, a line for each: the values of
-/// these columns, empty where the row is shorter or the number is -1. Rows have the same line just when all values are
-/// the same. Incomplete when cancelled.
-[[nodiscard]] TextLines rowKeys(const TableText &table, qint32 firstRow, qint32 endRow, const QList<qint32> &columns,
+/// these fields, empty where the row is shorter. Rows have the same line just when all values, or what stands for them,
+/// are the same. Incomplete when cancelled.
+[[nodiscard]] TextLines rowKeys(const TableText &table, qint32 firstRow, qint32 endRow, const QList<KeyField> &fields,
                                 const CancelFlag &cancel);
 
 /// True when the lines of the text can stand for the rows in a comparison of whole rows.

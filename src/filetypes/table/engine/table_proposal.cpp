@@ -89,8 +89,8 @@ QChar proposedDelimiter(const TextLines &left, const TextLines &right, QChar del
 qint32 proposedKey(const TableText &left, const TableText &right, qint32 columns, const CancelFlag &cancel)
 {
     for (qint32 column = 0; column < std::min(columns, columnsLookedAt) && !cancel.isCancelled(); ++column) {
-        const TextLines leftKeys = rowKeys(left, 1, rowsLookedAt, {column}, cancel);
-        const TextLines rightKeys = rowKeys(right, 1, rowsLookedAt, {column}, cancel);
+        const TextLines leftKeys = rowKeys(left, 1, rowsLookedAt, {{column}}, cancel);
+        const TextLines rightKeys = rowKeys(right, 1, rowsLookedAt, {{column}}, cancel);
         const Sample leftSample = sampleOf(leftKeys);
         const Sample rightSample = sampleOf(rightKeys);
         if (!isNearlyUnique(leftSample) || !isNearlyUnique(rightSample))

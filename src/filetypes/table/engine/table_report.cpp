@@ -2,6 +2,7 @@
 
 #include "core/html.h"
 #include "core/output_buffer.h"
+#include "filetypes/table/engine/cell_cursor.h"
 
 #include <QIODevice>
 
