@@ -978,6 +978,10 @@
         <translation>没有用于匹配行的列：%1。</translation>
     </message>
     <message>
+        <source>Some rows have more fields than the first one has names: what stands behind the last column is not compared.</source>
+        <translation>有些行的字段比首行的列名多：最后一列之后的内容不参与比较。</translation>
+    </message>
+    <message>
         <source>Duplicate keys</source>
         <translation>重复的键</translation>
     </message>

@@ -4,6 +4,7 @@
 #include "cli/table_json.h"
 #include "cli/table_rules.h"
 #include "cli/text_input.h"
+#include "filetypes/table/engine/table_proposal.h"
 #include "filetypes/table/engine/table_report.h"
 
 #include <QIODevice>
@@ -196,6 +197,8 @@ int runTable(const Arguments &arguments, const Streams &streams)
     const TableAlignment table = alignTables(left, right, columns, options, {}, progress);
     if (table.columns.namesDiffer() && !request.columnsByName)
         complain(streams, QStringLiteral("warning: the columns are named differently"));
+    if (options.hasHeader && (hasLongerRows(left, columns.count()) || hasLongerRows(right, columns.count())))
+        complain(streams, QStringLiteral("warning: fields behind the last column that has a name are not compared"));
     warnOfReplaced(streams, request.left, table.replaced.left);
     warnOfReplaced(streams, request.right, table.replaced.right);
     const Writer write = chosen(formats, arguments, "format").value;

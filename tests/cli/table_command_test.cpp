@@ -48,6 +48,9 @@ private Q_SLOTS:
     void goesByItsOptions()
     {
         QCOMPARE(runCli("table l.csv l.csv").status, 0);
+        CliFiles::write("long.csv", "id\n1,2\n");
+        QCOMPARE(runCli("table long.csv long.csv").errors,
+                 "velmora-cli: warning: fields behind the last column that has a name are not compared\n");
         CliFiles::write("named.csv", "id,title\n");
         QCOMPARE(runCli("table l.csv named.csv").errors, "velmora-cli: warning: the columns are named differently\n");
         CliFiles::write("turned.csv", "name,id\nd,2\n\"a\nb\",1\n");

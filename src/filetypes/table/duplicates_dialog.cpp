@@ -18,6 +18,7 @@ DuplicatesDialog::DuplicatesDialog(const std::shared_ptr<const TableDocument> &d
 {
     constexpr QSize usualSize(620, 380);
     constexpr int widestKey = 240;
+    constexpr int spare = 20;
     setObjectName(QStringLiteral("duplicatesDialog"));
     setWindowTitle(Velmora::tr("Duplicate keys"));
     auto *model = new DuplicatesModel(document, this);
@@ -31,9 +32,10 @@ DuplicatesDialog::DuplicatesDialog(const std::shared_ptr<const TableDocument> &d
     list->setRootIsDecorated(false);
     list->setUniformRowHeights(true);
     list->setAllColumnsShowFocus(true);
-    for (int column = 0; column < DuplicatesModel::Rows; ++column)
+    for (int column = 0; column < DuplicatesModel::Rows; ++column) {
         list->resizeColumnToContents(column);
-    list->setColumnWidth(0, std::clamp(list->columnWidth(0) + 12, 80, widestKey));
+        list->setColumnWidth(column, std::min(widestKey, list->columnWidth(column) + spare));
+    }
     list->setCurrentIndex(model->index(0, 0));
     auto *go = new QPushButton(Velmora::tr("Go to row"), this);
     go->setObjectName(QStringLiteral("goToDuplicate"));

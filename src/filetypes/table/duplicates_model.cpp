@@ -10,6 +10,15 @@
 
 namespace velmora {
 
+namespace {
+
+int alignmentOf(int column)
+{
+    return int((column == DuplicatesModel::Count ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+}
+
+} // namespace
+
 DuplicatesModel::DuplicatesModel(std::shared_ptr<const TableDocument> document, QObject *parent)
     : QAbstractTableModel(parent), m_document(std::move(document))
 {}
@@ -41,7 +50,7 @@ QVariant DuplicatesModel::data(const QModelIndex &index, int role) const
         return {};
     const DuplicateKey &key = m_document->duplicates[std::size_t(index.row())];
     if (role == Qt::TextAlignmentRole)
-        return int((index.column() == Count ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+        return alignmentOf(index.column());
     if (role != Qt::DisplayRole)
         return {};
     switch (index.column()) {
@@ -65,8 +74,10 @@ QVariant DuplicatesModel::data(const QModelIndex &index, int role) const
 
 QVariant DuplicatesModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+    if (orientation != Qt::Horizontal || (role != Qt::DisplayRole && role != Qt::TextAlignmentRole))
         return {};
+    if (role == Qt::TextAlignmentRole)
+        return alignmentOf(section);
     const std::array<QString, ColumnsCount> headings{Velmora::tr("Key"), Velmora::tr("Side"), Velmora::tr("Rows"),
                                                      Velmora::tr("Row numbers")};
     return headings[std::size_t(section)];

@@ -24,10 +24,11 @@ struct TableDocument {
     std::vector<qint32> differences; ///< the rows of the result that differ, rising
     std::vector<qint32> same;        ///< the others
     Sides<TableSource> sources;
-    QStringList keyNames;    ///< the fields of the first row that keys are chosen from; empty without header
-    QList<ColumnRef> keys;   ///< what rows were paired by, none for their order
-    QStringList missingKeys; ///< names of columns that rows were to be paired by, and that are not there
-    QChar delimiterProposal; ///< one that fits these files, where the one that was chosen does not; null for none
+    QStringList keyNames;       ///< the fields of the first row that keys are chosen from; empty without header
+    QList<ColumnRef> keys;      ///< what rows were paired by, none for their order
+    bool hasLongerRows = false; ///< fields behind the last column are not compared
+    QStringList missingKeys;    ///< names of columns that rows were to be paired by, and that are not there
+    QChar delimiterProposal;    ///< one that fits these files, where the one that was chosen does not; null for none
     std::vector<DuplicateKey> duplicates = {}; ///< the first ones of each side
     std::vector<qint32> changedCells = {};     ///< in each column, of the rows that both sides have
     qint32 keyProposal = -1; ///< a column that would be a key, where rows were aligned in their order; -1 for none

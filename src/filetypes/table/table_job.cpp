@@ -121,6 +121,8 @@ TableResult compareTableFiles(const TableRequest &request, const CancelFlag &can
         document->keyNames = firstRow(left, right);
     TableOptions options{request.hasHeader, request.columnsByName};
     const TableColumns columns = tableColumns(left, right, options, cancel);
+    document->hasLongerRows =
+        request.hasHeader && (hasLongerRows(left, columns.count()) || hasLongerRows(right, columns.count()));
     options.keys = takeKeys(request, columns, *document);
     options.rules = rulesOf(request.columns, columns);
     document->alignment = alignTables(left, right, columns, options, cancel, progress);

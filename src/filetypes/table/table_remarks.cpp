@@ -52,6 +52,10 @@ QString tableRemarks(const TableDocument &document)
         sentences.append(Velmora::tr("The columns are named differently; those of the same name are compared."));
     else if (document.alignment.columns.namesDiffer())
         sentences.append(Velmora::tr("The columns are named differently; cells are compared by their position."));
+    if (document.hasLongerRows)
+        sentences.append(
+            Velmora::tr("Some rows have more fields than the first one has names: what stands behind the last "
+                        "column is not compared."));
     if (const qint32 columns = document.alignment.columns.count(); columns > TableScene::columnLimit)
         sentences.append(Velmora::tr("Only the first %1 of %2 columns are shown.")
                              .arg(QLocale().toString(TableScene::columnLimit), QLocale().toString(columns)));

@@ -7,7 +7,7 @@
 namespace velmora {
 
 /// What a person ought to know of a result beside its rows, in sentences: files that count as empty, keys that are not
-/// there, columns named differently or not shown. Empty when there is nothing.
+/// there, columns named differently, not compared or not shown. Empty when there is nothing.
 [[nodiscard]] QString tableRemarks(const TableDocument &document);
 
 /// Which rows others with their key have replaced; empty for none.

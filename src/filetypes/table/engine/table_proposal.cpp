@@ -67,6 +67,18 @@ qint32 commonFields(const TextLines &text, QChar delimiter)
 
 } // namespace
 
+bool hasLongerRows(const TableText &table, qint32 columns)
+{
+    for (qint32 row = 1; row < std::min(rowsLookedAt, table.rowCount()); ++row) {
+        qint32 field = 0;
+        for (FieldCursor cursor = table.fields(row); cursor.next(); ++field) {
+            if (field >= columns && !cursor.field().empty())
+                return true;
+        }
+    }
+    return false;
+}
+
 QChar proposedDelimiter(const TextLines &left, const TextLines &right, QChar delimiter)
 {
     std::vector<TextLines> samples;

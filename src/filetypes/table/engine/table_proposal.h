@@ -12,6 +12,10 @@ namespace velmora {
 [[nodiscard]] qint32 proposedKey(const TableText &left, const TableText &right, qint32 columns,
                                  const CancelFlag &cancel);
 
+/// Whether rows among the first ones of a table, but for its header, have anything in fields behind its last column,
+/// which are not compared.
+[[nodiscard]] bool hasLongerRows(const TableText &table, qint32 columns);
+
 /// The characters that separate fields in most tables.
 inline constexpr std::array usualDelimiters{QChar(u','), QChar(u'\t'), QChar(u';'), QChar(u'|')};
 
