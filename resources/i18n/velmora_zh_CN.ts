@@ -974,6 +974,14 @@
         <translation>有规则的列：%1</translation>
     </message>
     <message>
+        <source>Rules of columns: %1</source>
+        <translation>列的规则：%1</translation>
+    </message>
+    <message>
+        <source>"%1": %2</source>
+        <translation>“%1”：%2</translation>
+    </message>
+    <message>
         <source>There is no column to match rows by: %1.</source>
         <translation>没有用于匹配行的列：%1。</translation>
     </message>

@@ -53,6 +53,7 @@ struct Request {
     QChar delimiter = u',';
     bool hasHeader = true;
     bool columnsByName = false;
+    QString rules; ///< as they were given
 };
 
 QString takeDelimiter(const Arguments &arguments, Request &request)
@@ -89,6 +90,7 @@ QString takeRequest(const Arguments &arguments, Request &request)
     request.right.path = arguments.paths()[1];
     request.hasHeader = !arguments.has("no-header");
     request.columnsByName = arguments.has("by-name");
+    request.rules = givenRules(arguments);
     if (request.columnsByName && !request.hasHeader)
         return QStringLiteral("--by-name goes without --no-header");
     for (const QString &error :
@@ -151,6 +153,8 @@ bool writeHtml(QIODevice &device, const TableAlignment &table, const Request &re
     labels.leftRow = QStringLiteral("Left row");
     labels.rightRow = QStringLiteral("Right row");
     labels.summary = summaryOf(table);
+    if (!request.rules.isEmpty())
+        labels.rules = QStringLiteral("Rules of columns: %1").arg(request.rules);
     return writeTableReport(device, table, labels, QDateTime::currentDateTime());
 }
 
@@ -174,6 +178,15 @@ void warnOfReplaced(const Streams &streams, const TextInput &input, const std::v
                           .arg(replaced.front().row + 1));
 }
 
+void warnOfDelimiter(const Streams &streams, const Request &request)
+{
+    const QChar other = proposedDelimiter(request.left.text.lines, request.right.text.lines, request.delimiter);
+    if (other.isNull())
+        return;
+    const QString name = other == u'\t' ? QStringLiteral("tab") : QString(other);
+    complain(streams, QStringLiteral("warning: fields seem to be separated otherwise: --delimiter \"%1\"").arg(name));
+}
+
 int runTable(const Arguments &arguments, const Streams &streams)
 {
     Request request;
@@ -185,6 +198,8 @@ int runTable(const Arguments &arguments, const Streams &streams)
             return fail(streams, QStringLiteral("%1: %2").arg(input->path, input->error));
         warnOfUndecodable(streams, *input);
     }
+    if (!arguments.has("delimiter"))
+        warnOfDelimiter(streams, request);
     const TableText left(withoutQuotedReturns(request.left.text.lines), request.delimiter);
     const TableText right(withoutQuotedReturns(request.right.text.lines), request.delimiter);
     TableOptions options;

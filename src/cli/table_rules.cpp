@@ -54,6 +54,16 @@ qint32 columnCalled(const TableColumns &columns, const QString &name)
     return isNumber && number >= 1 && number <= columns.count() ? number - 1 : -1;
 }
 
+QString givenRules(const Arguments &arguments)
+{
+    QStringList rules;
+    for (const char *option : {"leave-out", "ignore-case", "ignore-space", "tolerance", "dates-dmy", "dates-mdy"}) {
+        for (const QString &value : arguments.values(option))
+            rules.append(QStringLiteral("--%1 %2").arg(QLatin1String(option), value));
+    }
+    return rules.join(QStringLiteral(", "));
+}
+
 QString takeColumnRules(const Arguments &arguments, const TableColumns &columns, QList<ColumnRule> &rules)
 {
     const auto change = [&](const char *option, auto apply) {

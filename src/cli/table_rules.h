@@ -13,6 +13,9 @@ namespace velmora::cli {
 /// called "2024".
 [[nodiscard]] qint32 columnCalled(const TableColumns &columns, const QString &name);
 
+/// The options on columns that were given, as they were; empty for none.
+[[nodiscard]] QString givenRules(const Arguments &arguments);
+
 /// Takes what the options "leave-out", "ignore-case", "ignore-space", "tolerance", "dates-dmy" and "dates-mdy" say of
 /// columns. Returns what is wrong with them, empty when nothing is.
 [[nodiscard]] QString takeColumnRules(const Arguments &arguments, const TableColumns &columns,

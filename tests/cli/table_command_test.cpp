@@ -51,6 +51,10 @@ private Q_SLOTS:
         CliFiles::write("long.csv", "id\n1,2\n");
         QCOMPARE(runCli("table long.csv long.csv").errors,
                  "velmora-cli: warning: fields behind the last column that has a name are not compared\n");
+        CliFiles::write("points.csv", "id;n\n1;2\n");
+        QCOMPARE(runCli("table points.csv points.csv").errors,
+                 "velmora-cli: warning: fields seem to be separated otherwise: --delimiter \";\"\n");
+        QVERIFY(runCli("table long.csv points.csv --format html --ignore-case 1").output.contains("--ignore-case 1"));
         CliFiles::write("named.csv", "id,title\n");
         QCOMPARE(runCli("table l.csv named.csv").errors, "velmora-cli: warning: the columns are named differently\n");
         CliFiles::write("turned.csv", "name,id\nd,2\n\"a\nb\",1\n");

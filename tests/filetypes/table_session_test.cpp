@@ -196,6 +196,10 @@ private Q_SLOTS:
         QVERIFY(finished.wait(20'000));
         QCOMPARE(table.shown("leftGrid"), word("2: =1.00 =1 =a|3: =2 =1 =b|5: C3 M2 Ma"));
         QCOMPARE(table.box("keyBox")->currentText(), word("id + sub"));
+        const QString report = table.folder.filePath(word("rules.html"));
+        table.dialogs.answerPath(report);
+        table.trigger("exportAction");
+        QTRY_VERIFY(contentsOf(report).contains("&quot;price&quot;: numbers, within 0.05"));
         QCOMPARE(table.label("columnFacts"), word("Hidden columns: 1  |  Columns with rules: 2"));
         QVERIFY(table.grid("leftGrid")->findChild<QTableView *>(word("leftGridFrozen"))->isVisible());
 

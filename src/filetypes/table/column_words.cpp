@@ -46,6 +46,16 @@ QString ruleWords(const ColumnRule &rule)
     return words.join(QStringLiteral("; "));
 }
 
+QString allRules(const TableDocument &document)
+{
+    QStringList rules;
+    for (qint32 column = 0; column < document.alignment.rules.size(); ++column) {
+        if (const ColumnRule *rule = document.alignment.ruleOf(column))
+            rules.append(Velmora::tr("\"%1\": %2").arg(document.alignment.columns.name(column), ruleWords(*rule)));
+    }
+    return rules.isEmpty() ? QString() : Velmora::tr("Rules of columns: %1").arg(rules.join(QStringLiteral(", ")));
+}
+
 QString columnHint(const TableDocument &document, qint32 column)
 {
     constexpr qsizetype longestName = 2000;

@@ -1,5 +1,6 @@
 // What a table comparison hands out: reports, and rows for the clipboard.
 
+#include "filetypes/table/column_words.h"
 #include "filetypes/table/engine/cell_cursor.h"
 #include "filetypes/table/engine/table_report.h"
 #include "filetypes/table/row_card.h"
@@ -30,6 +31,7 @@ TableReportLabels reportLabels(const TableDocument &document, const SessionPaths
     labels.leftRow = Velmora::tr("Left row");
     labels.rightRow = Velmora::tr("Right row");
     labels.summary = tableCounts(document.alignment);
+    labels.rules = allRules(document);
     return labels;
 }
 

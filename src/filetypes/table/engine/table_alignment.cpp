@@ -88,14 +88,19 @@ void Aligner::alignByKeys(const QList<qint32> &columns)
     if (m_cancel.isCancelled())
         return;
     std::vector<AlignedTableRow> pairs(size_t(keys.count));
-    for (size_t k = 0; k < keys.left.size(); ++k)
-        pairs[size_t(keys.left[k])].left = qint32(k) + m_leftStart;
-    for (size_t k = 0; k < keys.right.size(); ++k)
-        pairs[size_t(keys.right[k])].right = qint32(k) + m_rightStart;
-    for (size_t k = 0; k < keys.left.size(); ++k)
-        noteReplaced(Side::Left, qint32(k) + m_leftStart, pairs[size_t(keys.left[k])].left);
-    for (size_t k = 0; k < keys.right.size(); ++k)
-        noteReplaced(Side::Right, qint32(k) + m_rightStart, pairs[size_t(keys.right[k])].right);
+    for (const Side side : bothSides) {
+        const std::vector<qint32> &numbers = side == Side::Left ? keys.left : keys.right;
+        const qint32 start = side == Side::Left ? m_leftStart : m_rightStart;
+        bool hasDuplicates = false;
+        for (size_t k = 0; k < numbers.size(); ++k) {
+            AlignedTableRow &pair = pairs[size_t(numbers[k])];
+            qint32 &row = side == Side::Left ? pair.left : pair.right;
+            hasDuplicates = hasDuplicates || row >= 0;
+            row = qint32(k) + start;
+        }
+        for (size_t k = 0; hasDuplicates && k < numbers.size(); ++k)
+            noteReplaced(side, qint32(k) + start, pairs[size_t(numbers[k])].row(side));
+    }
     keys = {};
     m_expected = pairs.size();
     m_result.rows.reserve(pairs.size());

@@ -100,7 +100,10 @@ bool writeTableReport(QIODevice &device, const TableAlignment &alignment, const 
     writeHtmlElement(page, "", labels.right, "<br>");
     writeHtmlElement(page, "", labels.generatedAt, ": ");
     writeHtmlElement(page, "", time.toString(u"yyyy-MM-dd hh:mm:ss"), "</div>\n");
-    writeHtmlElement(page, "<div class=\"summary\">", labels.summary, "</div>\n<table>\n");
+    writeHtmlElement(page, "<div class=\"summary\">", labels.summary, "</div>\n");
+    if (!labels.rules.isEmpty())
+        writeHtmlElement(page, "<div class=\"summary\">", labels.rules, "</div>\n");
+    page << "<table>\n";
     writeHtmlElement(page, "<tr><th>", labels.leftRow, "</th>");
     writeHtmlElement(page, "<th>", labels.rightRow, "</th>");
     for (qint32 column = 0; column < alignment.columns.count(); ++column)

@@ -19,6 +19,7 @@ struct TableReportLabels {
     QString leftRow;     ///< above the record numbers of the left table
     QString rightRow;
     QString summary; ///< the counts
+    QString rules;   ///< by which columns were compared; empty for none
 };
 
 /// Writes the rows that differ as one HTML page in UTF-8, row by row. A changed cell has both values. False when it
