@@ -87,7 +87,7 @@ int main(int argc, char **argv)
     const Step steps[] = {
         {"take a delivered result", [&] { delivered = FolderTree(test::largeResult(entries)); },
          [&] { comparison.show(spec, std::move(delivered)); }, always},
-        {"expand all", nothing, [&] { rows.setAllExpanded(true); }, always},
+        {"expand all", nothing, [&] { rows.setAllExpanded(-1, true); }, always},
         {"show differences", nothing, [&] { rows.setView(RowsView::Differences); }, always},
         {"show all", nothing, [&] { rows.setView(RowsView::All); }, always},
         {"filter by a mask", nothing, [&] { filterBy(masked); }, isFiltered},
@@ -103,7 +103,7 @@ int main(int argc, char **argv)
          always},
         {"patch one entry", nothing, [&] { comparison.recompare(QStringList{QStringLiteral("nowhere")}); },
          [&] { return !comparison.isRunning(); }},
-        {"collapse all", nothing, [&] { rows.setAllExpanded(false); }, always},
+        {"collapse all", nothing, [&] { rows.setAllExpanded(-1, false); }, always},
     };
     QTextStream out(stdout);
     out << entries << " entries, longest turn of the event loop in ms: least and most of " << rounds << " rounds\n";

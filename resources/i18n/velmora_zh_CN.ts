@@ -2762,6 +2762,274 @@
         <translation>磁盘占用：%1</translation>
     </message>
     <message>
+        <source>Folder:</source>
+        <translation>文件夹：</translation>
+    </message>
+    <message>
+        <source>Choose or drop a folder…</source>
+        <translation>选择或拖放一个文件夹…</translation>
+    </message>
+    <message>
+        <source>Select folder</source>
+        <translation>选择文件夹</translation>
+    </message>
+    <message>
+        <source>Max depth:</source>
+        <translation>最大深度：</translation>
+    </message>
+    <message>
+        <source>No limit</source>
+        <translation>不限</translation>
+    </message>
+    <message>
+        <source>How many levels of folders are entered; what lies deeper does not count</source>
+        <translation>进入多少层文件夹；更深处的内容不计入</translation>
+    </message>
+    <message>
+        <source>Show files</source>
+        <translation>显示文件</translation>
+    </message>
+    <message>
+        <source>List files too, not only folders</source>
+        <translation>除文件夹外也列出文件</translation>
+    </message>
+    <message>
+        <source>Hidden files</source>
+        <translation>隐藏文件</translation>
+    </message>
+    <message>
+        <source>Count hidden files and folders too</source>
+        <translation>隐藏的文件和文件夹也计入</translation>
+    </message>
+    <message>
+        <source>Colours by kind of file</source>
+        <translation>按文件类型着色</translation>
+    </message>
+    <message>
+        <source>Colours by growth</source>
+        <translation>按增长着色</translation>
+    </message>
+    <message>
+        <source>Growth is that since the scan before of the same folder in this tab</source>
+        <translation>增长是指与本标签页中上一次扫描同一文件夹相比</translation>
+    </message>
+    <message>
+        <source>Scan</source>
+        <translation>扫描</translation>
+    </message>
+    <message>
+        <source>Measure the folder (F5)</source>
+        <translation>统计该文件夹（F5）</translation>
+    </message>
+    <message>
+        <source>Export CSV</source>
+        <translation>导出 CSV</translation>
+    </message>
+    <message>
+        <source>Write the tree to a file</source>
+        <translation>将树写入文件</translation>
+    </message>
+    <message>
+        <source>CSV (*.csv)</source>
+        <translation>CSV (*.csv)</translation>
+    </message>
+    <message>
+        <source>Exported: %1</source>
+        <translation>已导出：%1</translation>
+    </message>
+    <message>
+        <source>Where did the space go?</source>
+        <translation>空间用到哪里去了？</translation>
+    </message>
+    <message>
+        <source>Choose a folder or drop one here, and scan it.</source>
+        <translation>选择一个文件夹或将其拖放到这里，然后扫描。</translation>
+    </message>
+    <message>
+        <source>Enter a valid folder path</source>
+        <translation>请输入有效的文件夹路径</translation>
+    </message>
+    <message>
+        <source>Scanning…</source>
+        <translation>正在扫描…</translation>
+    </message>
+    <message>
+        <source>Scan cancelled (%1 ms)</source>
+        <translation>扫描已取消（%1 毫秒）</translation>
+    </message>
+    <message>
+        <source>Done — %1 total, %2 files, %3 subfolders, %4 ms</source>
+        <translation>完成 — 共 %1，%2 个文件，%3 个子文件夹，%4 毫秒</translation>
+    </message>
+    <message>
+        <source>Disk: %1</source>
+        <translation>磁盘：%1</translation>
+    </message>
+    <message>
+        <source>What the files take on the disk; a file with several names counts once</source>
+        <translation>文件在磁盘上占用的空间；有多个名称的文件只计一次</translation>
+    </message>
+    <message>
+        <source>Folders not read: %1</source>
+        <translation>未读取的文件夹：%1</translation>
+    </message>
+    <message>
+        <source>Hard links counted once: %1</source>
+        <translation>只计一次的硬链接：%1</translation>
+    </message>
+    <message>
+        <source>Links not followed: %1</source>
+        <translation>未跟随的链接：%1</translation>
+    </message>
+    <message>
+        <source>Share %</source>
+        <translation>占比 %</translation>
+    </message>
+    <message>
+        <source>Files</source>
+        <translation>文件数</translation>
+    </message>
+    <message>
+        <source>Subfolders</source>
+        <translation>子文件夹数</translation>
+    </message>
+    <message>
+        <source>On disk</source>
+        <translation>磁盘占用</translation>
+    </message>
+    <message>
+        <source>Growth</source>
+        <translation>增长</translation>
+    </message>
+    <message>
+        <source>Growth: %1</source>
+        <translation>增长：%1</translation>
+    </message>
+    <message>
+        <source>This file has several names; its room on the disk counts at another one</source>
+        <translation>此文件有多个名称；其磁盘占用计在另一个名称下</translation>
+    </message>
+    <message>
+        <source>%1, %2 %</source>
+        <translation>%1，%2 %</translation>
+    </message>
+    <message>
+        <source>Words in names</source>
+        <translation>名称中的词</translation>
+    </message>
+    <message>
+        <source>Shows the files and folders whose names hold all of these words</source>
+        <translation>显示名称中包含所有这些词的文件和文件夹</translation>
+    </message>
+    <message>
+        <source>Files and folders by size</source>
+        <translation>按大小排列的文件和文件夹</translation>
+    </message>
+    <message>
+        <source>Map</source>
+        <translation>分布图</translation>
+    </message>
+    <message>
+        <source>Map of the space</source>
+        <translation>空间分布图</translation>
+    </message>
+    <message>
+        <source>Largest files</source>
+        <translation>最大的文件</translation>
+    </message>
+    <message>
+        <source>Pictures</source>
+        <translation>图片</translation>
+    </message>
+    <message>
+        <source>Sound</source>
+        <translation>声音</translation>
+    </message>
+    <message>
+        <source>Films</source>
+        <translation>视频</translation>
+    </message>
+    <message>
+        <source>Documents</source>
+        <translation>文档</translation>
+    </message>
+    <message>
+        <source>Archives</source>
+        <translation>压缩包</translation>
+    </message>
+    <message>
+        <source>Programs</source>
+        <translation>程序</translation>
+    </message>
+    <message>
+        <source>Source code</source>
+        <translation>源代码</translation>
+    </message>
+    <message>
+        <source>Other</source>
+        <translation>其他</translation>
+    </message>
+    <message>
+        <source>Grown</source>
+        <translation>增大</translation>
+    </message>
+    <message>
+        <source>As before</source>
+        <translation>未变</translation>
+    </message>
+    <message>
+        <source>Shrunk</source>
+        <translation>减小</translation>
+    </message>
+    <message>
+        <source>Show alone in the map</source>
+        <translation>在分布图中单独显示</translation>
+    </message>
+    <message>
+        <source>Show the whole in the map</source>
+        <translation>在分布图中显示全部</translation>
+    </message>
+    <message>
+        <source>There is no file manager to be had</source>
+        <translation>没有可用的文件管理器</translation>
+    </message>
+    <message>
+        <source>Delete to the recycle bin…</source>
+        <translation>删除到回收站…</translation>
+    </message>
+    <message>
+        <source>Select files or folders below the scanned folder</source>
+        <translation>请选择所扫描文件夹之下的文件或文件夹</translation>
+    </message>
+    <message>
+        <source>There is nothing to be deleted</source>
+        <translation>没有可删除的内容</translation>
+    </message>
+    <message>
+        <source>Move these files and folders to the recycle bin?</source>
+        <translation>将这些文件和文件夹移到回收站吗？</translation>
+    </message>
+    <message>
+        <source>Deleted from %1</source>
+        <translation>从 %1 删除</translation>
+    </message>
+    <message>
+        <source>Deleted: %1</source>
+        <translation>已删除：%1</translation>
+    </message>
+    <message>
+        <source>Could not be deleted: %1</source>
+        <translation>无法删除：%1</translation>
+    </message>
+    <message>
+        <source>There is no recycle bin here, so nothing was deleted</source>
+        <translation>此处没有回收站，因此没有删除任何内容</translation>
+    </message>
+    <message>
+        <source>Files are still being deleted. Cancel that first.</source>
+        <translation>仍在删除文件。请先取消。</translation>
+    </message>
+    <message>
         <source>See which files and folders take up the space of a folder tree.</source>
         <translation>查看文件夹树中哪些文件和文件夹占用了空间。</translation>
     </message>

@@ -11,6 +11,7 @@
 #include "folder/merge/folder_merge_widget.h"
 #include "folder/snapshot/folder_snapshot_widget.h"
 #include "folder/sync/folder_sync_widget.h"
+#include "folder/usage/disk_usage_widget.h"
 #include "merge/three_way_merge_widget.h"
 #include "session/document/text_recovery.h"
 #include "session/session_record.h"
@@ -288,7 +289,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/disk.png",
      .slot = "onNewDiskUsage",
      .summary = QT_TRANSLATE_NOOP("Velmora", "See which files and folders take up the space of a folder tree."),
-     .create = pending},
+     .create = make<DiskUsageWidget>},
     {.id = QLatin1String("service"),
      .group = Tools,
      .sides = 2,

@@ -58,6 +58,7 @@ void complain(const Streams &streams, const QString &message);
 [[nodiscard]] Command systemCommand();
 [[nodiscard]] Command tableCommand();
 [[nodiscard]] Command textCommand();
+[[nodiscard]] Command usageCommand();
 [[nodiscard]] Command versionCommand();
 
 } // namespace velmora::cli

@@ -33,6 +33,7 @@ NEIGHBOURS = {
     ("folder/compare", "folder/actions"),
     ("folder/merge", "folder/actions"),
     ("folder/sync", "folder/actions"),
+    ("folder/usage", "folder/actions"),
     ("session/pane", "session/frame"),
 }
 # What else of Qt these may see: native windows, and images as values.

@@ -278,8 +278,12 @@ private Q_SLOTS:
         const std::vector<FolderTree::Patch> patches{{tree.item(2).name, branch}};
         const std::initializer_list<std::function<void()>> steps{
             [&] { tree.setAllExpanded(true); },
-            [&] { QCOMPARE(int(visibleRows(tree, RowsView::All).size()), entries); },
-            [&] { QVERIFY(!visibleRows(tree, RowsView::Differences).empty()); },
+            [&] {
+                int shown = 0;
+                for (qint32 node = 0; node < tree.size(); ++node)
+                    shown += int(isInView(tree, node, RowsView::Differences));
+                QVERIFY(shown > 0 && shown < entries);
+            },
             [&] {
                 tree.setVerdicts(verdicts);
                 tree.rollUp();

@@ -1,5 +1,5 @@
-#include "folder/engine/folder_rows.h"
-#include "folder_engine/made_trees.h"
+#include "folder/compare/folder_comparison.h"
+#include "folder/compare/folder_rows_model.h"
 #include "support/diff_items.h"
 #include "support/test_main.h"
 
@@ -8,23 +8,28 @@ using namespace velmora::test;
 
 namespace {
 
-/// The rows as a drawing: lines, then the name and a sign for the state.
-QStringList drawn(const FolderTree &tree, const std::vector<FolderRow> &rows)
+/// The rows of a tree as a drawing: lines, then the name and a sign for the state.
+QString drawn(const FolderTree &tree, RowsView view)
 {
+    FolderComparison comparison;
+    FolderRowsModel model(comparison);
+    comparison.show({}, tree);
+    model.setView(view);
     QStringList lines;
-    for (const FolderRow &row : rows) {
+    for (int row = 0; row < model.rowCount(); ++row) {
+        const qint32 node = model.nodeAt(row);
         QString line;
-        const int depth = tree.node(row.node).depth;
+        const int depth = tree.node(node).depth;
         for (int level = 1; level <= depth; ++level) {
-            const bool goesOn = (row.lines >> level) & 1;
+            const bool goesOn = (model.row(row).lines >> level) & 1;
             line += level == depth ? (goesOn ? QStringLiteral("+") : QStringLiteral("`"))
                                    : (goesOn ? QStringLiteral("|") : QStringLiteral(" "));
         }
-        line += tree.bareName(row.node).toString();
-        line += u' ' + QStringLiteral("?.=<>!-").at(int(tree.state(row.node)));
+        line += tree.bareName(node).toString();
+        line += u' ' + QStringLiteral("?.=<>!-").at(int(tree.state(node)));
         lines.append(line);
     }
-    return lines;
+    return lines.join(u'\n');
 }
 
 FolderTree smallTree()
@@ -43,17 +48,15 @@ private Q_SLOTS:
     void showsOpenFoldersWithLines()
     {
         const FolderTree tree = smallTree();
-        QCOMPARE(drawn(tree, visibleRows(tree, RowsView::All)).join(u'\n'),
+        QCOMPARE(drawn(tree, RowsView::All),
                  QStringLiteral("docs =\n`a =\nsrc !\n+lib !\n|+b !\n|`c =\n+new <\n|`d <\n`z =\ntop >"));
     }
 
     void differencesKeepTheFoldersThatLeadToThem()
     {
         const FolderTree tree = smallTree();
-        QCOMPARE(drawn(tree, visibleRows(tree, RowsView::Differences)).join(u'\n'),
-                 QStringLiteral("src !\n+lib !\n|`b !\n`new <\n `d <\ntop >"));
-        QCOMPARE(drawn(tree, visibleRows(tree, RowsView::Same)).join(u'\n'),
-                 QStringLiteral("docs =\n`a =\nsrc !\n+lib !\n|`c =\n`z ="));
+        QCOMPARE(drawn(tree, RowsView::Differences), QStringLiteral("src !\n+lib !\n|`b !\n`new <\n `d <\ntop >"));
+        QCOMPARE(drawn(tree, RowsView::Same), QStringLiteral("docs =\n`a =\nsrc !\n+lib !\n|`c =\n`z ="));
     }
 
     void closedAndHiddenFoldersShowNothingInside()
@@ -64,29 +67,8 @@ private Q_SLOTS:
         options.excludeFolders = words("new");
         tree.setVerdicts(FolderTree::judge(tree.items(), FolderFilter(options), {QStringLiteral("top")}));
         tree.rollUp();
-        QCOMPARE(drawn(tree, visibleRows(tree, RowsView::All)).join(u'\n'),
-                 QStringLiteral("docs =\n`a =\nsrc !\n+lib !\n`z =\ntop >"));
-        QCOMPARE(drawn(tree, visibleRows(tree, RowsView::Differences)).join(u'\n'), QStringLiteral("src !\n`lib !"));
-    }
-
-    void linesAgreeWithThePlainForm()
-    {
-        QRandomGenerator random(21);
-        for (int round = 0; round < 200; ++round) {
-            FolderTree tree(randomResult(random, 60));
-            for (qint32 i = 0; i < tree.size(); ++i)
-                tree.setExpanded(i, random.bounded(3) > 0);
-            const std::vector<FolderRow> rows = visibleRows(tree, RowsView::All);
-            for (std::size_t i = 0; i < rows.size(); ++i) {
-                // Down from row i: is there another row at this depth before the folder around ends?
-                for (int depth = 0; depth <= tree.node(rows[i].node).depth; ++depth) {
-                    bool goesOn = false;
-                    for (std::size_t k = i + 1; k < rows.size() && tree.node(rows[k].node).depth >= depth; ++k)
-                        goesOn = goesOn || tree.node(rows[k].node).depth == depth;
-                    QCOMPARE(bool((rows[i].lines >> depth) & 1), goesOn);
-                }
-            }
-        }
+        QCOMPARE(drawn(tree, RowsView::All), QStringLiteral("docs =\n`a =\nsrc !\n+lib !\n`z =\ntop >"));
+        QCOMPARE(drawn(tree, RowsView::Differences), QStringLiteral("src !\n`lib !"));
     }
 
     void veryDeepTreesAreShown()
@@ -96,7 +78,7 @@ private Q_SLOTS:
             listing += "|=" + QByteArray("d/").repeated(depth);
         FolderTree tree(madeItems(listing.constData()));
         tree.setAllExpanded(true);
-        QCOMPARE(visibleRows(tree, RowsView::All).size(), 100u);
+        QCOMPARE(drawn(tree, RowsView::All).count(u'\n'), 99);
     }
 };
 

@@ -107,7 +107,7 @@ FolderSelection FileCommands::selectionOf(const QList<qint32> &nodes) const
             isOn[side] = isOn[side] || !pathOn(selection.items.last(), side).isEmpty();
     }
     // Of the side that a person works on; of the other where only that one has the entries.
-    const Side active = sideOf(m_view.activePane().firstColumn());
+    const Side active = sideOf(FolderColumn(m_view.activePane().firstColumn()));
     selection.side = isOn[active] || nodes.isEmpty() ? active : otherSide(active);
     return selection;
 }

@@ -87,7 +87,7 @@ void FolderCompareWidget::onFolderCompareFinished(quint64 generation, const QLis
     m_hasResult = true;
     m_startTeller.stop();
     if (std::exchange(m_expandAllWhenLoaded, false))
-        m_view->rows().setAllExpanded(true);
+        m_view->rows().setAllExpanded(-1, true);
     if (m_treeMode && !cancelled) {
         const auto folders = std::count_if(items.begin(), items.end(), [](const auto &item) { return item.isDir; });
         const auto nested =
@@ -133,12 +133,6 @@ void FolderCompareWidget::onNavigateUp()
 
 void FolderCompareWidget::onItemExpanded(const QModelIndex &item)
 {
-    const qint32 node = m_view->rows().nodeAt(item.row());
-    if (node < 0)
-        return;
-    const FolderTree &tree = m_comparison.tree();
-    if (!tree.node(node).unloaded && tree.isExpandable(node) && !tree.node(node).expanded)
-        logExpanded(node);
     m_view->rows().setExpanded(item.row(), true);
 }
 
@@ -160,7 +154,7 @@ void FolderCompareWidget::onExpandAll()
     log(Velmora::tr("%1 expand all subfolders recursively").arg(logTime(QTime::currentTime())));
     m_treeMode = true;
     m_expandAllWhenLoaded = !m_comparison.isWhole();
-    m_view->rows().setAllExpanded(true);
+    m_view->rows().setAllExpanded(-1, true);
     // A run that is under way finds everything; one that was cancelled has left something out.
     if (m_expandAllWhenLoaded && m_hasResult && !m_comparison.isRunning())
         loadCurrentLevel();
@@ -170,7 +164,7 @@ void FolderCompareWidget::onCollapseAll()
 {
     m_treeMode = false;
     m_expandAllWhenLoaded = false;
-    m_view->rows().setAllExpanded(false);
+    m_view->rows().setAllExpanded(-1, false);
 }
 
 } // namespace velmora

@@ -196,8 +196,10 @@ void FolderCompareWidget::connectView()
     connect(m_view, &FolderView::upWanted, this, &FolderCompareWidget::onNavigateUp);
     connect(m_view, &FolderView::pathsWanted, this, &FolderCompareWidget::copyPaths);
     connect(m_view, &FolderView::swapWanted, this, &FolderCompareWidget::onSwapSides);
-    connect(m_view, &FolderView::expandWanted, this, &FolderCompareWidget::onItemExpanded);
-    connect(m_view, &FolderView::collapseWanted, this, &FolderCompareWidget::onItemCollapsed);
+    connect(&m_view->rows(), &FolderRowsModel::expandedChanged, this, [this](qint32 node, bool expanded) {
+        if (expanded && !m_comparison.tree().node(node).unloaded)
+            logExpanded(node);
+    });
     connect(m_view, &FolderView::contextMenuWanted, this,
             [this](const QModelIndex &, QPoint global) { onTreeContextMenu(global); });
     connect(m_view, &FolderView::selectionChanged, this, &FolderCompareWidget::showSelection);

@@ -4,21 +4,15 @@
 #include "folder/compare/folder_rows_model.h"
 #include "session/diff_colours.h"
 #include "session/folder_colours.h"
+#include "session/list/row_pictures.h"
 #include "session/theme.h"
 
-#include <QApplication>
 #include <QPainter>
 #include <QPainterPath>
 
 namespace velmora {
 
 namespace {
-
-constexpr int margin = 6;
-constexpr int step = 16; ///< per depth; also the room for the sign that opens a folder
-constexpr int picture = 16;
-constexpr int gap = 5;
-constexpr int deepest = 24; ///< deeper rows are not indented further, so that names keep some room
 
 /// The marks of a side from the one that matters most.
 constexpr FolderMark byWeight[] = {FolderMark::Newer,   FolderMark::Unique, FolderMark::Older,   FolderMark::Scanning,
@@ -44,36 +38,6 @@ QList<FolderMark> shownMarks(MarkSet marks)
     return shown.isEmpty() ? QList<FolderMark>{strongest(marks)} : shown;
 }
 
-QPainterPath folderShape(const QRectF &box)
-{
-    QPainterPath shape;
-    const qreal tab = box.height() * 0.22;
-    shape.moveTo(box.left(), box.top() + 1);
-    shape.lineTo(box.left() + box.width() * 0.38, box.top() + 1);
-    shape.lineTo(box.left() + box.width() * 0.52, box.top() + tab);
-    shape.lineTo(box.right(), box.top() + tab);
-    shape.lineTo(box.right(), box.bottom());
-    shape.lineTo(box.left(), box.bottom());
-    shape.closeSubpath();
-    return shape;
-}
-
-QPainterPath fileShape(const QRectF &box)
-{
-    QPainterPath shape;
-    const qreal fold = box.width() * 0.36;
-    shape.moveTo(box.left(), box.top());
-    shape.lineTo(box.right() - fold, box.top());
-    shape.lineTo(box.right(), box.top() + fold);
-    shape.lineTo(box.right(), box.bottom());
-    shape.lineTo(box.left(), box.bottom());
-    shape.closeSubpath();
-    shape.moveTo(box.right() - fold, box.top());
-    shape.lineTo(box.right() - fold, box.top() + fold);
-    shape.lineTo(box.right(), box.top() + fold);
-    return shape;
-}
-
 /// The part of `name` in which it is not like `other`: the lengths of the common beginning and end.
 std::pair<qsizetype, qsizetype> commonEnds(const QString &name, const QString &other)
 {
@@ -87,25 +51,15 @@ std::pair<qsizetype, qsizetype> commonEnds(const QString &name, const QString &o
     return {front, back};
 }
 
-void paintBackground(QPainter &painter, const QStyleOptionViewItem &option, bool isThere)
-{
-    const bool selected = option.state.testFlag(QStyle::State_Selected);
-    QColor colour = isThere ? option.palette.color(QPalette::Base) : diffColour(DiffColour::Gutter);
-    if (selected)
-        colour =
-            blended(diffColour(DiffColour::Accent), colour, option.state.testFlag(QStyle::State_Active) ? 0.24 : 0.14);
-    painter.fillRect(option.rect, colour);
-}
-
 } // namespace
 
 FolderRowDelegate::FolderRowDelegate(const FolderRowsModel &model, QObject *parent)
-    : QStyledItemDelegate(parent), m_model(model)
+    : TreeDelegate(model, parent), m_model(model)
 {}
 
-int FolderRowDelegate::rowHeight(const QFontMetrics &metrics)
+bool FolderRowDelegate::hasTree(int column) const
 {
-    return std::max(metrics.height() + 6, picture + 6);
+    return FolderColumn(column) == FolderColumn::LeftName || FolderColumn(column) == FolderColumn::RightName;
 }
 
 QSize FolderRowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
@@ -113,7 +67,7 @@ QSize FolderRowDelegate::sizeHint(const QStyleOptionViewItem &option, const QMod
     QSize size = QStyledItemDelegate::sizeHint(option, index);
     const auto column = FolderColumn(index.column());
     const qint32 node = m_model.nodeAt(index.row());
-    if (node >= 0 && (column == FolderColumn::LeftName || column == FolderColumn::RightName))
+    if (node >= 0 && hasTree(index.column()))
         size.rwidth() += indentOf(node) + picture + gap;
     if (column == FolderColumn::LeftTime || column == FolderColumn::RightTime) { // the newer one is bold
         QFont bold = option.font;
@@ -122,19 +76,6 @@ QSize FolderRowDelegate::sizeHint(const QStyleOptionViewItem &option, const QMod
     }
     size.setHeight(rowHeight(option.fontMetrics));
     return size;
-}
-
-int FolderRowDelegate::indentOf(qint32 node) const
-{
-    return margin + step * (std::min<int>(m_model.tree().node(node).depth, deepest) + 1);
-}
-
-QRect FolderRowDelegate::toggleRect(const QRect &cell, int row) const
-{
-    const qint32 node = m_model.nodeAt(row);
-    if (node < 0 || !m_model.tree().isExpandable(node))
-        return {};
-    return {cell.left() + indentOf(node) - step, cell.top(), step, cell.height()};
 }
 
 QColor FolderRowDelegate::ink(qint32 node, Side side) const
@@ -154,51 +95,14 @@ void FolderRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     painter->setClipRect(option.rect);
     const auto column = FolderColumn(index.column());
     const bool isThere = column == FolderColumn::Sign || !pathOn(m_model.tree().item(node), sideOf(column)).isEmpty();
-    paintBackground(*painter, option, isThere);
+    paintBackground(*painter, option, isThere ? option.palette.color(QPalette::Base) : diffColour(DiffColour::Gutter));
     if (column == FolderColumn::Sign)
         paintSign(*painter, option, node);
-    else if (column == FolderColumn::LeftName || column == FolderColumn::RightName)
+    else if (hasTree(index.column()))
         paintName(*painter, option, index);
     else if (isThere)
         paintDetail(*painter, option, index);
     painter->restore();
-}
-
-void FolderRowDelegate::paintTree(QPainter &painter, const QRect &cell, int row, Side side) const
-{
-    const qint32 node = m_model.nodeAt(row);
-    const FolderTree &tree = m_model.tree();
-    const quint64 lines = m_model.row(row).lines;
-    const int depth = std::min<int>(tree.node(node).depth, deepest);
-    const auto middleOf = [&](int level) { return cell.left() + margin + step * level + step / 2; };
-    const int middle = cell.center().y();
-    painter.setRenderHint(QPainter::Antialiasing, false);
-    painter.setPen(diffColour(DiffColour::Rule));
-    for (int level = 0; level < depth; ++level) {
-        // The line of a level hangs below the sign of the folder one level up.
-        if ((lines >> (level + 1)) & 1)
-            painter.drawLine(middleOf(level), cell.top(), middleOf(level), cell.bottom());
-    }
-    if (pathOn(tree.item(node), side).isEmpty())
-        return; // nothing hangs on a line where nothing is
-    const bool expandable = tree.isExpandable(node);
-    if (depth > 0) {
-        const int x = middleOf(depth - 1);
-        painter.drawLine(x, cell.top(), x, middle);
-        painter.drawLine(x, middle, middleOf(depth) - (expandable ? step / 2 - 2 : -step / 2 + 2), middle);
-    }
-    if (!expandable)
-        return;
-    const bool open = tree.node(node).expanded;
-    if (open)
-        painter.drawLine(middleOf(depth), middle + 5, middleOf(depth), cell.bottom());
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(diffColour(DiffColour::MutedText), 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    const QPointF centre(middleOf(depth) + 0.5, middle + 0.5);
-    const QPolygonF sign =
-        open ? QPolygonF({centre + QPointF(-3.5, -2), centre + QPointF(0, 1.5), centre + QPointF(3.5, -2)})
-             : QPolygonF({centre + QPointF(-1.5, -3.5), centre + QPointF(2, 0), centre + QPointF(-1.5, 3.5)});
-    painter.drawPolyline(sign);
 }
 
 void FolderRowDelegate::paintPicture(QPainter &painter, const QRect &box, qint32 node, Side side) const
@@ -235,9 +139,10 @@ void FolderRowDelegate::paintName(QPainter &painter, const QStyleOptionViewItem 
     const qint32 node = m_model.nodeAt(row);
     const FolderDiffItem &item = m_model.tree().item(node);
     const Side side = sideOf(FolderColumn(index.column()));
-    paintTree(painter, option.rect, row, side);
+    paintLines(painter, option.rect, row);
     if (pathOn(item, side).isEmpty())
-        return;
+        return; // nothing hangs on a line where nothing is
+    paintBranch(painter, option.rect, row);
 
     const int x = option.rect.left() + indentOf(node);
     paintPicture(painter, {x, option.rect.center().y() - picture / 2 + 1, picture, picture}, node, side);

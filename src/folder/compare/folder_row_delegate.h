@@ -1,16 +1,14 @@
 #pragma once
 
 #include "core/side.h"
-
-#include <QStyledItemDelegate>
+#include "session/list/tree_delegate.h"
 
 namespace velmora {
 
 class FolderRowsModel;
 
-/// Draws the cells of a folder comparison: the tree with its lines and signs, names in the ink of what they are, and
-/// what a time says of its side.
-class FolderRowDelegate final : public QStyledItemDelegate {
+/// Draws the cells of a folder comparison: names in the ink of what they are, and what a time says of its side.
+class FolderRowDelegate final : public TreeDelegate {
     Q_OBJECT
 public:
     explicit FolderRowDelegate(const FolderRowsModel &model, QObject *parent = nullptr);
@@ -18,20 +16,15 @@ public:
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
-    /// Where a row's sign that opens and closes it is, in the coordinates of its cell; empty for a row without one.
-    [[nodiscard]] QRect toggleRect(const QRect &cell, int row) const;
-
-    /// The height of a row for a font.
-    [[nodiscard]] static int rowHeight(const QFontMetrics &metrics);
+protected:
+    [[nodiscard]] bool hasTree(int column) const override;
 
 private:
     void paintName(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const;
-    void paintTree(QPainter &painter, const QRect &cell, int row, Side side) const;
     void paintPicture(QPainter &painter, const QRect &box, qint32 node, Side side) const;
     void paintSign(QPainter &painter, const QStyleOptionViewItem &option, qint32 node) const;
     void paintDetail(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const;
     [[nodiscard]] QColor ink(qint32 node, Side side) const;
-    [[nodiscard]] int indentOf(qint32 node) const;
 
     const FolderRowsModel &m_model;
 };

@@ -3,8 +3,8 @@
 #include "core/path_names.h"
 #include "core/visible_name.h"
 #include "folder/compare/folder_comparison.h"
+#include "folder/engine/folder_rows.h"
 #include "session/list/steps.h"
-#include "session/plain_text.h"
 #include "session/translate.h"
 
 #include <QDir>
@@ -100,51 +100,40 @@ QString stateWords(const FolderTree &tree, qint32 node)
     return Velmora::tr("Different");
 }
 
-FolderRowsModel::FolderRowsModel(FolderComparison &comparison, QObject *parent)
-    : QAbstractTableModel(parent), m_comparison(comparison)
-{
-    connect(&comparison, &FolderComparison::treeReplaced, this, &FolderRowsModel::rebuild);
-    connect(&comparison, &FolderComparison::treeChanged, this,
-            [this](const std::vector<qint32> &places) { update(&places); });
-    connect(&comparison, &FolderComparison::statesChanged, this, [this] { update(); });
-    connect(&comparison, &FolderComparison::filtered, this, [this] { update(); });
-}
-
-const FolderTree &FolderRowsModel::tree() const
+const FolderTree &FolderRowTree::tree() const
 {
     return m_comparison.tree();
 }
 
-int FolderRowsModel::rowCount(const QModelIndex &parent) const
+void FolderRowTree::setExpanded(qint32 node, bool expanded)
 {
-    return parent.isValid() ? 0 : int(m_rows.size());
+    m_comparison.setExpanded(node, expanded);
 }
 
-int FolderRowsModel::columnCount(const QModelIndex &parent) const
+void FolderRowTree::setAllExpanded(qint32 node, bool expanded)
 {
-    return parent.isValid() ? 0 : folderColumnCount;
+    if (node < 0)
+        m_comparison.setAllExpanded(expanded);
+    else
+        RowTree::setAllExpanded(node, expanded);
 }
 
-qint32 FolderRowsModel::nodeAt(int row) const
+bool FolderRowTree::isShown(qint32 node) const
 {
-    return row >= 0 && row < rowCount() ? m_rows[std::size_t(row)].node : -1;
-}
-
-int FolderRowsModel::rowOf(qint32 node) const
-{
-    for (; node >= 0; node = tree().node(node).parent) {
-        const auto at = std::lower_bound(m_rows.begin(), m_rows.end(), node,
-                                         [](const FolderRow &row, qint32 wanted) { return row.node < wanted; });
-        if (at != m_rows.end() && at->node == node)
-            return int(at - m_rows.begin());
-    }
-    return -1;
+    return !tree().node(node).hidden && isInView(tree(), node, m_view);
 }
 
 // Texts ---------------------------------------------------------------------------------------------------------------
 
-QString FolderRowsModel::text(qint32 node, FolderColumn column) const
+QStringList FolderRowTree::headings() const
 {
+    const QStringList side{Velmora::tr("Name"), Velmora::tr("Size"), Velmora::tr("Modified")};
+    return side + QStringList(QString()) + side;
+}
+
+QString FolderRowTree::text(qint32 node, int number) const
+{
+    const auto column = FolderColumn(number);
     const FolderDiffItem &item = tree().item(node);
     switch (column) {
     case FolderColumn::LeftName:
@@ -163,8 +152,9 @@ QString FolderRowsModel::text(qint32 node, FolderColumn column) const
     return {};
 }
 
-QString FolderRowsModel::hint(qint32 node, FolderColumn column) const
+QString FolderRowTree::hint(qint32 node, int number) const
 {
+    const auto column = FolderColumn(number);
     const QString words = stateWords(tree(), node);
     if (column == FolderColumn::Sign)
         return words;
@@ -185,130 +175,43 @@ QString FolderRowsModel::hint(qint32 node, FolderColumn column) const
     return lines.join(u'\n');
 }
 
-QVariant FolderRowsModel::data(const QModelIndex &index, int role) const
+Qt::Alignment FolderRowTree::alignment(int number) const
 {
-    const qint32 node = nodeAt(index.row());
-    if (node < 0)
-        return {};
-    const auto column = FolderColumn(index.column());
-    switch (role) {
-    case Qt::DisplayRole:
-        return text(node, column);
-    case Qt::ToolTipRole:
-        return plainToolTip(hint(node, column));
-    case Qt::AccessibleTextRole:
-        return column == FolderColumn::Sign ? stateWords(tree(), node) : text(node, column);
-    case Qt::TextAlignmentRole:
-        if (column == FolderColumn::Sign)
-            return int(Qt::AlignCenter);
-        if (column == FolderColumn::LeftSize || column == FolderColumn::RightSize)
-            return int(Qt::AlignRight | Qt::AlignVCenter);
-        return int(Qt::AlignLeft | Qt::AlignVCenter);
-    default:
-        return {};
-    }
-}
-
-QVariant FolderRowsModel::headerData(int section, Qt::Orientation orientation, int role) const
-{
-    if (orientation != Qt::Horizontal)
-        return {};
-    const auto column = FolderColumn(section);
-    if (role == Qt::TextAlignmentRole) {
-        const bool size = column == FolderColumn::LeftSize || column == FolderColumn::RightSize;
-        return int((size ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
-    }
-    if (role != Qt::DisplayRole)
-        return {};
+    const auto column = FolderColumn(number);
     if (column == FolderColumn::Sign)
-        return QString();
-    const QString names[] = {Velmora::tr("Name"), Velmora::tr("Size"), Velmora::tr("Modified")};
-    return names[column < FolderColumn::Sign ? section : section - int(FolderColumn::RightName)];
+        return Qt::AlignCenter;
+    const bool isSize = column == FolderColumn::LeftSize || column == FolderColumn::RightSize;
+    return (isSize ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
 }
 
-// Changes -------------------------------------------------------------------------------------------------------------
-
-void FolderRowsModel::rebuild()
+QVariant FolderRowTree::data(qint32 node, int column, int role) const
 {
-    beginResetModel();
-    m_rows = visibleRows(tree(), m_view);
-    endResetModel();
+    const bool isSign = role == Qt::AccessibleTextRole && FolderColumn(column) == FolderColumn::Sign;
+    return isSign ? QVariant(stateWords(tree(), node)) : QVariant();
 }
 
-void FolderRowsModel::update(const std::vector<qint32> *places)
-{
-    std::vector<FolderRow> next = visibleRows(tree(), m_view);
-    if (places) {
-        for (FolderRow &row : m_rows)
-            row.node = row.node < 0 ? -1 : (*places)[std::size_t(row.node)];
-    }
-    const auto sameNode = [](const FolderRow &a, const FolderRow &b) { return a.node == b.node; };
-    const std::size_t both = std::min(m_rows.size(), next.size());
-    const auto prefix = std::size_t(
-        std::mismatch(m_rows.begin(), m_rows.begin() + qsizetype(both), next.begin(), sameNode).first - m_rows.begin());
-    const auto suffix = std::size_t(
-        std::mismatch(m_rows.rbegin(), m_rows.rbegin() + qsizetype(both - prefix), next.rbegin(), sameNode).first -
-        m_rows.rbegin());
-    const std::size_t gone = m_rows.size() - prefix - suffix;
-    const std::size_t come = next.size() - prefix - suffix;
-    if (gone > 0 && come > 0) {
-        beginResetModel();
-        m_rows = std::move(next);
-        endResetModel();
-        return;
-    }
-    if (gone > 0)
-        beginRemoveRows({}, int(prefix), int(prefix + gone) - 1);
-    else if (come > 0)
-        beginInsertRows({}, int(prefix), int(prefix + come) - 1);
-    m_rows = std::move(next);
-    if (gone > 0)
-        endRemoveRows();
-    else if (come > 0)
-        endInsertRows();
-    refresh();
-}
+// Model ---------------------------------------------------------------------------------------------------------------
 
-void FolderRowsModel::refresh()
+FolderRowsModel::FolderRowsModel(FolderComparison &comparison, QObject *parent)
+    : FolderRowsModel(new FolderRowTree(comparison), comparison, parent)
+{}
+
+FolderRowsModel::FolderRowsModel(FolderRowTree *shown, FolderComparison &comparison, QObject *parent)
+    : TreeModel(std::unique_ptr<RowTree>(shown), parent), m_shown(*shown)
 {
-    if (!m_rows.empty())
-        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, folderColumnCount - 1));
+    connect(&comparison, &FolderComparison::treeReplaced, this, &FolderRowsModel::rebuild);
+    connect(&comparison, &FolderComparison::treeChanged, this,
+            [this](const std::vector<qint32> &places) { update(&places); });
+    connect(&comparison, &FolderComparison::statesChanged, this, [this] { update(); });
+    connect(&comparison, &FolderComparison::filtered, this, [this] { update(); });
 }
 
 void FolderRowsModel::setView(RowsView view)
 {
-    if (m_view == view)
+    if (m_shown.view() == view)
         return;
-    m_view = view;
+    m_shown.setView(view);
     update();
-}
-
-void FolderRowsModel::setExpanded(int row, bool expanded)
-{
-    const qint32 node = nodeAt(row);
-    if (node < 0 || !tree().isExpandable(node) || tree().node(node).expanded == expanded)
-        return;
-    m_comparison.setExpanded(node, expanded);
-    update();
-}
-
-void FolderRowsModel::setAllExpanded(bool expanded)
-{
-    m_comparison.setAllExpanded(expanded);
-    update();
-}
-
-void FolderRowsModel::reveal(qint32 node)
-{
-    bool any = false;
-    for (qint32 folder = node < 0 ? -1 : tree().node(node).parent; folder >= 0; folder = tree().node(folder).parent) {
-        if (!tree().node(folder).expanded) {
-            m_comparison.setExpanded(folder, true);
-            any = true;
-        }
-    }
-    if (any)
-        update();
 }
 
 qint32 FolderRowsModel::nextDifference(qint32 node, bool forward) const

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "folder/engine/folder_rows.h"
-
-#include <QAbstractTableModel>
+#include "core/rows_view.h"
+#include "folder/engine/folder_tree.h"
+#include "session/list/tree_model.h"
 
 namespace velmora {
 
@@ -13,53 +13,56 @@ enum class FolderColumn { LeftName, LeftSize, LeftTime, Sign, RightName, RightSi
 
 inline constexpr int folderColumnCount = int(FolderColumn::RightTime) + 1;
 
-/// The rows of a folder comparison as views see them: one flat list, in which open folders are followed by what is in
-/// them. The three panes show different columns of it.
-///
-/// Follows the comparison, which outlives it. Nothing is kept for a row but its node, and texts are made when they are
-/// asked for. What changes without moving other rows is told as rows that come or go; anything else as a reset.
-class FolderRowsModel final : public QAbstractTableModel {
+/// The tree of a comparison as its rows show it, which outlives it.
+class FolderRowTree final : public RowTree {
+public:
+    explicit FolderRowTree(FolderComparison &comparison) : m_comparison(comparison) {}
+
+    [[nodiscard]] qint32 count() const override { return tree().size(); }
+    [[nodiscard]] qint32 parent(qint32 node) const override { return tree().node(node).parent; }
+    [[nodiscard]] qint32 end(qint32 node) const override { return tree().node(node).end; }
+    [[nodiscard]] int depth(qint32 node) const override { return tree().node(node).depth; }
+    [[nodiscard]] bool isExpandable(qint32 node) const override { return tree().isExpandable(node); }
+    [[nodiscard]] bool isExpanded(qint32 node) const override { return tree().node(node).expanded; }
+    void setExpanded(qint32 node, bool expanded) override;
+    void setAllExpanded(qint32 node, bool expanded) override;
+    [[nodiscard]] bool isShown(qint32 node) const override;
+
+    [[nodiscard]] QStringList headings() const override;
+    [[nodiscard]] QString text(qint32 node, int column) const override;
+    [[nodiscard]] Qt::Alignment alignment(int column) const override;
+    [[nodiscard]] QString hint(qint32 node, int column) const override;
+    [[nodiscard]] QVariant data(qint32 node, int column, int role) const override;
+
+    [[nodiscard]] const FolderTree &tree() const;
+    [[nodiscard]] RowsView view() const noexcept { return m_view; }
+    void setView(RowsView view) { m_view = view; }
+
+private:
+    FolderComparison &m_comparison;
+    RowsView m_view = RowsView::All;
+};
+
+/// The rows of a folder comparison, which the three panes show different columns of. Follows the comparison, which
+/// outlives it.
+class FolderRowsModel final : public TreeModel {
     Q_OBJECT
 public:
     explicit FolderRowsModel(FolderComparison &comparison, QObject *parent = nullptr);
 
-    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
-    [[nodiscard]] int columnCount(const QModelIndex &parent = {}) const override;
-    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
-    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-
-    [[nodiscard]] const FolderTree &tree() const;
-    [[nodiscard]] const FolderRow &row(int row) const { return m_rows[std::size_t(row)]; }
-    /// The node of a row, -1 for no row.
-    [[nodiscard]] qint32 nodeAt(int row) const;
-    /// The row of a node, or of the nearest folder around it that has one; -1 when there is none.
-    [[nodiscard]] int rowOf(qint32 node) const;
-
-    [[nodiscard]] RowsView view() const noexcept { return m_view; }
+    [[nodiscard]] const FolderTree &tree() const { return m_shown.tree(); }
+    [[nodiscard]] RowsView view() const noexcept { return m_shown.view(); }
     void setView(RowsView view);
-
-    void setExpanded(int row, bool expanded);
-    void setAllExpanded(bool expanded);
-    /// Opens all folders around a node.
-    void reveal(qint32 node);
 
     /// The next or previous node that differs and is no folder that leads to one, from `node` on, also in closed
     /// folders; -1 when there is none. A folder on one side counts as one difference.
     [[nodiscard]] qint32 nextDifference(qint32 node, bool forward) const;
 
-    /// Shows the rows anew in another theme or locale.
-    void refresh();
-
 private:
-    /// Works out the rows anew; `places` as `FolderComparison::treeChanged` has them, null when no number changed.
-    void update(const std::vector<qint32> *places = nullptr);
-    void rebuild();
-    [[nodiscard]] QString text(qint32 node, FolderColumn column) const;
-    [[nodiscard]] QString hint(qint32 node, FolderColumn column) const;
+    /// Takes over what it shows.
+    FolderRowsModel(FolderRowTree *shown, FolderComparison &comparison, QObject *parent);
 
-    FolderComparison &m_comparison;
-    std::vector<FolderRow> m_rows;
-    RowsView m_view = RowsView::All;
+    FolderRowTree &m_shown; ///< the model's tree
 };
 
 /// The side whose column it is. Not for `Sign`.

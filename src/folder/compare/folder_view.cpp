@@ -79,7 +79,7 @@ FolderView::FolderView(FolderComparison &comparison, QWidget *parent)
         m_keptNames.reset();
         // The keyboard needs a row to start from; nothing is selected by that.
         if (currentNode() < 0 && m_rows->rowCount() > 0)
-            m_left->selectionModel()->setCurrentIndex(m_rows->index(0, int(activePane().firstColumn())),
+            m_left->selectionModel()->setCurrentIndex(m_rows->index(0, activePane().firstColumn()),
                                                       QItemSelectionModel::NoUpdate);
     });
     connect(&comparison, &FolderComparison::treeAboutToBeReplaced, this, [this] {
@@ -170,10 +170,8 @@ void FolderView::connectPane(TreeLineTreeWidget &pane)
 {
     connect(&pane, &TreeLineTreeWidget::openWanted, this, &FolderView::openWanted);
     connect(&pane, &TreeLineTreeWidget::upWanted, this, &FolderView::upWanted);
-    connect(&pane, &TreeLineTreeWidget::expandWanted, this, &FolderView::expandWanted);
-    connect(&pane, &TreeLineTreeWidget::collapseWanted, this, &FolderView::collapseWanted);
     connect(&pane, &TreeLineTreeWidget::contextMenuWanted, this, &FolderView::contextMenuWanted);
-    connect(&pane, &TreeLineTreeWidget::pathsWanted, this,
+    connect(&pane, &TreeLineTreeWidget::copyWanted, this,
             [this, &pane] { Q_EMIT pathsWanted(&pane != m_right ? Side::Left : Side::Right); });
     connect(&pane, &TreeLineTreeWidget::otherPaneWanted, this, [this, &pane] {
         TreeLineTreeWidget *const other = &pane == m_right ? m_left : m_right;
@@ -259,91 +257,41 @@ void FolderView::fitColumns()
 
 QList<qint32> FolderView::selectedNodes() const
 {
-    QList<qint32> nodes;
-    // By range: a selection of everything is one.
-    for (const QItemSelectionRange &range : m_left->selectionModel()->selection()) {
-        for (int row = range.top(); row <= range.bottom(); ++row)
-            nodes.append(m_rows->nodeAt(row));
-    }
-    std::sort(nodes.begin(), nodes.end());
-    nodes.erase(std::unique(nodes.begin(), nodes.end()), nodes.end());
-    if (!nodes.isEmpty() && nodes.first() < 0)
-        nodes.removeFirst();
-    return nodes;
+    return m_left->selectedNodes();
 }
 
 qint32 FolderView::currentNode() const
 {
-    return m_rows->nodeAt(m_left->currentIndex().row());
+    return m_left->currentNode();
 }
 
 void FolderView::goToNode(qint32 node)
 {
-    if (node < 0)
-        return;
-    m_rows->reveal(node);
-    activePane().goToRow(m_rows->rowOf(node));
-}
-
-void FolderView::select(const std::vector<int> &rows)
-{
-    QItemSelection selection;
-    for (std::size_t i = 0; i < rows.size();) {
-        std::size_t end = i + 1;
-        while (end < rows.size() && rows[end] == rows[end - 1] + 1)
-            ++end;
-        selection.select(m_rows->index(rows[i], 0), m_rows->index(rows[end - 1], folderColumnCount - 1));
-        i = end;
-    }
-    m_left->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    activePane().goToNode(node);
 }
 
 void FolderView::selectNames(const QStringList &names)
 {
-    std::vector<int> rows;
+    std::vector<qint32> nodes;
     for (const QString &name : names) {
-        const qint32 node = m_comparison.tree().find(name);
-        const int row = node < 0 ? -1 : m_rows->rowOf(node);
-        if (row >= 0 && m_rows->nodeAt(row) == node)
-            rows.push_back(row);
+        if (const qint32 node = m_comparison.tree().find(name); node >= 0)
+            nodes.push_back(node);
     }
-    std::sort(rows.begin(), rows.end());
-    select(rows);
+    m_left->selectRows(m_rows->rowsOf(nodes));
 }
 
 void FolderView::keepPlace()
 {
-    m_kept = {};
-    if (m_treeIsNew)
-        return; // the numbers of a tree that is gone mean nothing
-    m_kept.current = currentNode();
-    for (const qint32 node : selectedNodes()) {
-        if (m_kept.selected.size() < mostKept)
-            m_kept.selected.push_back(node);
-    }
-    m_kept.scrolled = m_left->verticalScrollBar()->value();
+    // The numbers of a tree that is gone mean nothing.
+    m_kept = m_treeIsNew ? TreePlace() : m_left->place();
 }
 
 void FolderView::restorePlace()
 {
-    if (std::exchange(m_treeIsNew, false)) {
+    if (std::exchange(m_treeIsNew, false))
         restoreNames();
-        return;
-    }
-    std::vector<int> rows;
-    for (const qint32 node : m_kept.selected) {
-        const int row = m_rows->rowOf(node);
-        if (row >= 0 && m_rows->nodeAt(row) == node)
-            rows.push_back(row);
-    }
-    const int current = m_rows->rowOf(m_kept.current);
-    const int column = int(activePane().firstColumn());
-    if (current >= 0)
-        m_left->selectionModel()->setCurrentIndex(m_rows->index(current, column), QItemSelectionModel::NoUpdate);
-    select(rows);
-    m_left->verticalScrollBar()->setValue(m_kept.scrolled);
-    if (current >= 0)
-        activePane().scrollTo(m_rows->index(current, column));
+    else
+        activePane().setPlace(m_kept);
 }
 
 void FolderView::restoreNames()
@@ -355,7 +303,7 @@ void FolderView::restoreNames()
     m_left->verticalScrollBar()->setValue(place.scrolled);
     if (row < 0 || m_rows->nodeAt(row) != node)
         return;
-    const QModelIndex current = m_rows->index(row, int(activePane().firstColumn()));
+    const QModelIndex current = m_rows->index(row, activePane().firstColumn());
     m_left->selectionModel()->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
     activePane().scrollTo(current);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "folder/compare/folder_rows_model.h"
+#include "session/list/tree_view.h"
 
 #include <QStringList>
 #include <QWidget>
@@ -54,8 +55,6 @@ Q_SIGNALS:
     void swapWanted();
     /// The paths of the selected entries shall be copied, those of the left side or of the right.
     void pathsWanted(velmora::Side side);
-    void expandWanted(const QModelIndex &index);
-    void collapseWanted(const QModelIndex &index);
     void contextMenuWanted(const QModelIndex &index, QPoint global);
     void selectionChanged();
 
@@ -64,12 +63,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    /// What is current and selected, to be found again after the rows were made anew.
-    struct Place {
-        qint32 current = -1;
-        std::vector<qint32> selected;
-        int scrolled = 0;
-    };
+    /// What is current and selected, to be found again in another tree.
     struct NamedPlace {
         QString current;
         QStringList selected;
@@ -81,7 +75,6 @@ private:
     void keepPlace();
     void restorePlace();
     void restoreNames();
-    void select(const std::vector<int> &rows);
     void restoreColumns();
     void columnResized(int section, int width);
     /// Hides times, then sizes, where they would leave too little room for the names.
@@ -101,8 +94,8 @@ private:
     QSplitter *m_splitter;
     bool m_rightIsActive = false;
     bool m_sharingWidth = false;
-    std::array<int, 2> m_widths{}; ///< of sizes and times, whether they are shown or not
-    Place m_kept;
+    std::array<int, 2> m_widths{};         ///< of sizes and times, whether they are shown or not
+    TreePlace m_kept;                      ///< over a change of what is shown
     std::optional<NamedPlace> m_keptNames; ///< of the tree before the load that is under way
     bool m_treeIsNew = false;              ///< the numbers of the nodes mean nothing until the rows were made anew
 };

@@ -1,85 +1,13 @@
 #include "folder/engine/folder_walk.h"
 
-#include "core/crew.h"
 #include "core/path_names.h"
 #include "core/progress.h"
+#include "core/work_stack.h"
 #include "folder/engine/folder_engine.h"
 
 #include <algorithm>
-#include <chrono>
-#include <condition_variable>
-#include <limits>
 
 namespace velmora {
-
-namespace {
-
-/// Folders that are read before other threads are called in: what is quickly done alone is.
-constexpr int foldersReadAlone = 16;
-
-} // namespace
-
-/// The folders still to be read. The latest found comes first, so that reading goes about in the order of the result.
-class FolderWalk::Stack {
-public:
-    void push(const std::vector<WalkNode *> &nodes)
-    {
-        if (nodes.empty())
-            return;
-        const std::lock_guard lock(m_mutex);
-        m_waiting.insert(m_waiting.end(), nodes.rbegin(), nodes.rend());
-        m_changed.notify_all();
-    }
-
-    /// The next folder; null when there will be none. While others may still find some, waits, calling `tick` at times.
-    WalkNode *next(const std::function<void()> &tick)
-    {
-        std::unique_lock lock(m_mutex);
-        while (!m_closed) {
-            if (!m_waiting.empty()) {
-                WalkNode *const node = m_waiting.back();
-                m_waiting.pop_back();
-                ++m_inWork;
-                return node;
-            }
-            if (m_inWork == 0)
-                return nullptr;
-            if (m_changed.wait_for(lock, std::chrono::milliseconds(100)) == std::cv_status::timeout) {
-                lock.unlock();
-                tick();
-                lock.lock();
-            }
-        }
-        return nullptr;
-    }
-
-    void finishOne()
-    {
-        const std::lock_guard lock(m_mutex);
-        if (--m_inWork == 0 && m_waiting.empty())
-            m_changed.notify_all();
-    }
-
-    void close()
-    {
-        const std::lock_guard lock(m_mutex);
-        m_closed = true;
-        m_changed.notify_all();
-    }
-
-    [[nodiscard]] bool isEmpty()
-    {
-        const std::lock_guard lock(m_mutex);
-        return m_waiting.empty();
-    }
-
-private:
-    std::mutex m_mutex;
-    std::condition_variable m_changed;
-    std::vector<WalkNode *> m_waiting;
-    int m_inWork = 0;
-    bool m_closed = false;
-};
 
 FolderWalk::FolderWalk(const FolderInput &input, int threads, CancelFlag cancel, Visitor visitor)
     : m_input(input), m_threads(threads), m_cancel(std::move(cancel)), m_visitor(std::move(visitor))
@@ -98,33 +26,17 @@ WalkNode *FolderWalk::run(const FolderRunReport &report)
         if (report.progress)
             report.progress->report(int(FolderPhase::Reading), m_entries, 0, path);
     };
-    Stack stack;
+    QString latest; // of the calling thread
+    WorkStack<WalkNode *> stack;
     stack.push({root});
-    const auto work = [&](int worker, int limit) {
-        try {
-            QString latest;
-            for (int count = 0; count < limit; ++count) {
-                WalkNode *const node = stack.next([&] {
-                    if (worker == 0)
-                        tell(latest);
-                });
-                if (!node)
-                    return;
-                if (worker == 0)
-                    tell(latest = node->sides[node->sides.left.isThere() ? Side::Left : Side::Right].path);
-                process(worker, *node, stack);
-                stack.finishOne();
-            }
-        } catch (...) {
-            stack.close();
-            throw;
-        }
-    };
-    constexpr int noLimit = std::numeric_limits<int>::max();
-    work(0, m_threads > 1 ? foldersReadAlone : noLimit);
-    if (!stack.isEmpty())
-        runCrew(
-            m_threads, [&work](int worker) { work(worker, noLimit); }, [&tell] { tell({}); });
+    stack.workOff(
+        m_threads,
+        [&](int worker, WalkNode *node) {
+            if (worker == 0)
+                tell(latest = node->sides[node->sides.left.isThere() ? Side::Left : Side::Right].path);
+            process(worker, *node, stack);
+        },
+        [&] { tell(latest); });
 
     if (report.problems) {
         std::sort(m_problems.begin(), m_problems.end());
@@ -133,7 +45,7 @@ WalkNode *FolderWalk::run(const FolderRunReport &report)
     return root;
 }
 
-void FolderWalk::process(int worker, WalkNode &node, Stack &stack)
+void FolderWalk::process(int worker, WalkNode &node, WorkStack<WalkNode *> &stack)
 {
     if (m_cancel.isCancelled())
         return;

@@ -15,6 +15,8 @@ namespace velmora {
 
 struct FolderInput;
 struct FolderRunReport;
+template <typename Item>
+class WorkStack;
 
 /// One side of a folder pair on the way down.
 struct WalkSide {
@@ -67,9 +69,7 @@ public:
     WalkNode *run(const FolderRunReport &report);
 
 private:
-    class Stack;
-
-    void process(int worker, WalkNode &node, Stack &stack);
+    void process(int worker, WalkNode &node, WorkStack<WalkNode *> &stack);
     [[nodiscard]] Entries read(const WalkSide &folder, Side side);
     [[nodiscard]] WalkSide descend(const WalkNode &node, const FolderEntry *entry, Side side);
     [[nodiscard]] bool closesCycle(const WalkNode &node, const WalkSide &next, bool isLink, Side side) const;

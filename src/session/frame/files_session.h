@@ -48,6 +48,10 @@ protected:
     template <typename Job, typename Done>
     void run(Job job, Done done);
 
+    /// The same for a job whose result counts, too, when it was cancelled: `ended` then finds the words.
+    template <typename Job, typename Ended>
+    void runToEnd(Job job, Ended ended);
+
 private:
     void showRunning();
     void showProgress(const ProgressState &state);
@@ -70,6 +74,20 @@ void FilesSession::run(Job job, Done done)
                 done(*outcome.value);
             else if (outcome.end == RunEnd::Cancelled)
                 m_status->showMessage(Velmora::tr("Cancelled"));
+            else
+                m_status->showFailure(faultText(outcome.fault, Velmora::tr("Not enough memory")));
+        },
+        [this](const ProgressState &state) { showProgress(state); });
+}
+
+template <typename Job, typename Ended>
+void FilesSession::runToEnd(Job job, Ended ended)
+{
+    m_runner.start(
+        std::move(job),
+        [this, ended = std::move(ended)](auto &&outcome) {
+            if (outcome.value)
+                ended(*outcome.value);
             else
                 m_status->showFailure(faultText(outcome.fault, Velmora::tr("Not enough memory")));
         },

@@ -230,6 +230,12 @@ bool TreeView::takePlainKey(QKeyEvent *event)
         if (current.isValid())
             m_rows.setAllExpanded(currentNode(), true);
         return true;
+    case Qt::Key_Home:
+        goToRow(m_rows.rowCount() > 0 ? 0 : -1);
+        return true;
+    case Qt::Key_End:
+        goToRow(m_rows.rowCount() - 1);
+        return true;
     case Qt::Key_F6:
         Q_EMIT otherPaneWanted();
         return true;

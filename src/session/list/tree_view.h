@@ -24,7 +24,8 @@ struct TreePlace {
 ///
 /// A table view, since the rows are one flat list and all of one height, which costs nothing however many there are. It
 /// adds the keys and clicks of a tree and finds rows by typing their names. Keys: left and right close, open and walk
-/// the levels, plus and minus open and close, an asterisk opens everything in the current node, Space ticks.
+/// the levels, plus and minus open and close, an asterisk opens everything in the current node, Home and End go to the
+/// first and the last row, Space ticks.
 class TreeView : public QTableView {
     Q_OBJECT
 public:

@@ -1,0 +1,167 @@
+#include "cli/choices.h"
+#include "cli/command.h"
+#include "cli/json_writer.h"
+#include "cli/output_target.h"
+#include "core/output_buffer.h"
+#include "core/progress.h"
+#include "core/visible_name.h"
+#include "folder/engine/disk_usage_scan.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QIODevice>
+
+#include <array>
+
+namespace velmora::cli {
+
+namespace {
+
+constexpr const char *usageDetails =
+    "Measure how the space in FOLDER is divided among the folders in it, the largest first. Links are not\n"
+    "followed, and a file with several names takes its room on the medium once.\n";
+
+constexpr std::array usageOptions{
+    OptionSpec{"depth", "LEVELS", "go no further down; what is below does not count (default: no limit)"},
+    OptionSpec{"files", nullptr, "list files, not only folders"},
+    OptionSpec{"hidden", nullptr, "count hidden files and folders"},
+};
+
+constexpr std::array examples{
+    Example{"See where the space in the home folder went:", "velmora-cli usage --hidden ~ | head -20"},
+};
+
+enum class Format : quint8 { Summary, Json };
+
+constexpr std::array formats{
+    ChoiceOf<Format>{{"summary", "a line for each folder: bytes, share, files and name (the default)"},
+                     Format::Summary},
+    ChoiceOf<Format>{{"json", "the tree with all figures, and the largest files, as JSON"}, Format::Json},
+};
+
+void append(OutputBuffer &output, const QByteArray &text)
+{
+    output << std::string_view(text.constData(), std::size_t(text.size()));
+}
+
+void writeLines(OutputBuffer &output, const UsageTree &tree)
+{
+    constexpr int sizeWidth = 15;
+    constexpr int shareWidth = 6;
+    constexpr int countWidth = 9;
+    for (qint32 node = 0; node < tree.size(); ++node) {
+        const UsageTree::Node &here = tree.node(node);
+        append(output, QByteArray::number(here.size).rightJustified(sizeWidth) + ' ' +
+                           shareText(tree.share(node)).toLatin1().rightJustified(shareWidth) + "% " +
+                           (here.isFolder ? QByteArray::number(here.files) : QByteArray()).rightJustified(countWidth) +
+                           "  " + QByteArray(2 * here.depth, ' ') + visibleName(tree.name(node).toString()).toUtf8() +
+                           (here.isFolder ? "/\n" : "\n"));
+    }
+}
+
+void writeNode(JsonWriter &json, const UsageTree &tree, qint32 node)
+{
+    const UsageTree::Node &here = tree.node(node);
+    json.beginObject();
+    json.text("name", tree.name(node).toString());
+    json.number("depth", here.depth);
+    json.boolean("folder", here.isFolder);
+    json.number("size", here.size);
+    json.number("onDisk", here.allocated);
+    json.text("percent", shareText(tree.share(node)));
+    if (here.isFolder) {
+        json.number("files", here.files);
+        json.number("folders", here.folders);
+    }
+    if (here.countsElsewhere)
+        json.boolean("countsElsewhere", true);
+    json.endObject();
+}
+
+void writeJson(OutputBuffer &output, const DiskUsage &usage)
+{
+    JsonWriter json(output);
+    json.beginObject();
+    json.text("folder", usage.tree.rootPath());
+    json.number("links", usage.links);
+    json.number("sharedFiles", usage.sharedFiles);
+    json.number("milliseconds", usage.milliseconds);
+    json.key("unreadable");
+    json.beginList();
+    for (const QString &path : usage.unreadable)
+        json.text(path);
+    json.endList();
+    json.key("largest");
+    json.beginList();
+    for (const LargeFile &file : usage.largest) {
+        json.beginObject();
+        json.text("path", file.path);
+        json.number("size", file.size);
+        json.endObject();
+    }
+    json.endList();
+    json.key("nodes");
+    json.beginList();
+    for (qint32 node = 0; node < usage.tree.size(); ++node)
+        writeNode(json, usage.tree, node);
+    json.endList();
+    json.endObject();
+}
+
+/// Reads the arguments; returns what is wrong with them, empty when nothing is.
+QString takeRequest(const Arguments &arguments, DiskUsageRequest &request)
+{
+    if (arguments.paths().size() != 1)
+        return QStringLiteral("one folder is needed, %1 given").arg(arguments.paths().size());
+    const QString &given = arguments.paths().first();
+    if (!QFileInfo(given).isDir())
+        return QStringLiteral("%1: is no folder").arg(given);
+    request.folder = QDir::cleanPath(QDir(QDir::fromNativeSeparators(given)).absolutePath());
+    request.listsFiles = arguments.has("files");
+    request.withHidden = arguments.has("hidden");
+    if (const std::optional<QString> depth = arguments.value("depth")) {
+        bool isNumber = false;
+        request.maxDepth = depth->toInt(&isNumber);
+        if (!isNumber || request.maxDepth < 0)
+            return QStringLiteral("\"%1\" is no number of levels").arg(*depth);
+    }
+    return {};
+}
+
+int runUsage(const Arguments &arguments, const Streams &streams)
+{
+    DiskUsageRequest request;
+    if (const QString error = takeRequest(arguments, request); !error.isEmpty())
+        return fail(streams, error);
+    Progress progress;
+    const DiskUsage usage = scanDiskUsage(request, {}, progress);
+    for (const QString &path : usage.unreadable)
+        complain(streams, QStringLiteral("%1: cannot be read").arg(path));
+    const int status = writeTo(arguments.value("output"), streams, [&](QIODevice &device) {
+        OutputBuffer output(device);
+        if (chosen(formats, arguments, "format").value == Format::Json)
+            writeJson(output, usage);
+        else
+            writeLines(output, usage.tree);
+        return Written{output.finish(), false};
+    });
+    return usage.unreadable.isEmpty() ? status : int(Trouble);
+}
+
+} // namespace
+
+Command usageCommand()
+{
+    static constexpr auto formatChoices = choicesOf(formats);
+    return {"usage",
+            "[OPTION]... FOLDER",
+            "measure where the space in a folder went",
+            usageDetails,
+            formatChoices,
+            usageOptions,
+            examples,
+            runUsage,
+            "0 when all of it was read, 2 when something was not"};
+}
+
+} // namespace velmora::cli

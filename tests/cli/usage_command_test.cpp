@@ -1,0 +1,30 @@
+#include "cli_fixture.h"
+#include "support/test_main.h"
+
+using namespace velmora;
+using namespace velmora::test;
+
+class UsageCommandTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void answersByOutputAndStatus()
+    {
+        const CliFiles files;
+        QVERIFY(QDir().mkpath(word("d/in")));
+        CliFiles::write("d/in/a", "123456");
+        CliFiles::write("d/b", "12");
+        const auto lines = [](const CliResult &result) { return QString::fromUtf8(result.output).simplified(); };
+        QCOMPARE(lines(runCli("usage d")), word("8 100.0% 2 d/ 6 75.0% 1 in/"));
+        QCOMPARE(lines(runCli("usage d --files --depth 1")), word("8 100.0% 2 d/ 6 75.0% 1 in/ 6 75.0% a 2 25.0% b"));
+        const CliResult json = runCli("usage d --files --format json");
+        QCOMPARE(json.status, 0);
+        QVERIFY(json.output.contains("\n{\"name\":\"in\",\"depth\":1,\"folder\":true,\"size\":6,"));
+        QVERIFY(runCli("usage none").errors.endsWith("none: is no folder\n"));
+        QCOMPARE(runCli("usage d --depth x").status, 2);
+        QCOMPARE(runCli("usage").status, 2);
+    }
+};
+
+VELMORA_TEST(UsageCommandTest)
+#include "usage_command_test.moc"
