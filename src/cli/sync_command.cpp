@@ -7,6 +7,8 @@
 #include "core/output_buffer.h"
 #include "core/visible_name.h"
 #include "folder/engine/folder_engine.h"
+#include "folder/engine/name_conflicts.h"
+#include "folder/engine/sync_moves.h"
 #include "folder/engine/sync_planner.h"
 #include "folder/operations/sync_run.h"
 
@@ -33,6 +35,8 @@ const std::array syncOptions{
     OptionSpec{"method", "METHOD", "when two files are the same", methodChoices()},
     OptionSpec{"tolerance", "SECONDS", "times so far apart are equal"},
     OptionSpec{"hidden", nullptr, "look at hidden files and folders, too"},
+    OptionSpec{"moves", nullptr, "read files of one side only, and move what the other side has elsewhere"},
+    OptionSpec{"ignore-hours", nullptr, "times that are whole hours apart are equal"},
     OptionSpec{"run", nullptr, "carry the plan out; without this it is only told"},
     OptionSpec{"max-delete", "COUNT",
                "carry out no plan that deletes more entries than that. Without this, none\n"
@@ -52,7 +56,8 @@ constexpr std::array examples{
 
 struct SyncRequest {
     FolderRequest folders;
-    SyncMode mode = SyncMode::LeftToRight;
+    SyncRules rules;
+    bool findsMoves = false;
     std::optional<qint64> mostDeletions;
     DeleteManner manner = DeleteManner::ToRecycleBin;
     bool runs = false;
@@ -65,7 +70,8 @@ struct SyncRequest {
             if (!isNumber || *mostDeletions < 0)
                 return QStringLiteral("\"%1\" is no number of entries").arg(*most);
         }
-        mode = chosen(modes, arguments, "mode").value;
+        rules = {chosen(modes, arguments, "mode").value, arguments.has("ignore-hours")};
+        findsMoves = arguments.has("moves");
         runs = arguments.has("run");
         manner = arguments.has("for-good") ? DeleteManner::ForGood : DeleteManner::ToRecycleBin;
         return folders.take(arguments);
@@ -90,9 +96,14 @@ Synchronisation analysed(const SyncRequest &request)
     Synchronisation sync;
     sync.input.roots = folders.folders;
     sync.input.toleranceSec = folders.options.timeToleranceSec;
-    sync.input.items =
-        compareFolderTree(FolderInput::of(folders.folders, folders.options), {}, {nullptr, &sync.input.problems});
-    sync.plan = planSync(sync.input.items, request.mode);
+    FolderInput input = FolderInput::of(folders.folders, folders.options);
+    input.ignoresHours = request.rules.ignoresHours;
+    sync.input.items = compareFolderTree(input, {}, {nullptr, &sync.input.problems});
+    sync.plan = planSync(sync.input.items, request.rules);
+    if (request.findsMoves) {
+        Progress silent;
+        sync.plan = withMoves(sync.plan, findMovedFiles(folders.folders, sync.input.items, {}, silent));
+    }
     sync.steps = planSyncRun(sync.input, sync.plan, request.manner);
     return sync;
 }
@@ -132,6 +143,10 @@ const char *signOf(SyncAction action)
         return ">x";
     case SyncAction::DeleteLeft:
         return "x<";
+    case SyncAction::MoveOnRight:
+        return ">>";
+    case SyncAction::MoveOnLeft:
+        return "<<";
     }
     return "--";
 }
@@ -140,8 +155,10 @@ bool writeText(QIODevice &device, const SyncRequest &, const Synchronisation &sy
 {
     OutputBuffer output(device);
     for (const SyncPlanItem &item : sync.plan) {
-        output << signOf(item.syncAction()) << ' ' << visibleName(item.name).toStdString()
-               << (item.isDir ? "/\n" : "\n");
+        output << signOf(item.syncAction()) << ' ' << visibleName(item.name).toStdString() << (item.isDir ? "/" : "");
+        if (isMove(item))
+            output << " (from " << visibleName(item.movedFrom).toStdString() << ')';
+        output << '\n';
     }
     const SyncCounts counts = countSync(sync.plan);
     output << QStringLiteral("Copy right: %1 | Copy left: %2 | Delete: %3 | Skip: %4 | Total: %5\n")
@@ -151,6 +168,8 @@ bool writeText(QIODevice &device, const SyncRequest &, const Synchronisation &sy
                   .arg(counts.skipped)
                   .arg(counts.total)
                   .toStdString();
+    if (counts.moves > 0)
+        output << QStringLiteral("Move: %1\n").arg(counts.moves).toStdString();
     if (sync.outcome) {
         output << QStringLiteral("Sync complete. Success: %1, failed: %2\n")
                       .arg(sync.outcome->succeeded)
@@ -173,6 +192,10 @@ const char *nameOf(SyncAction action)
         return "deleteRight";
     case SyncAction::DeleteLeft:
         return "deleteLeft";
+    case SyncAction::MoveOnRight:
+        return "moveOnRight";
+    case SyncAction::MoveOnLeft:
+        return "moveOnLeft";
     }
     return "skip";
 }
@@ -194,13 +217,15 @@ bool writeJson(QIODevice &device, const SyncRequest &request, const Synchronisat
     json.beginObject();
     json.text("left", request.folders.folders.left.path);
     json.text("right", request.folders.folders.right.path);
-    json.number("mode", qint64(request.mode));
+    json.number("mode", qint64(request.rules.mode));
     json.key("items");
     json.beginList();
     for (const SyncPlanItem &item : sync.plan) {
         json.beginObject();
         json.text("name", item.name);
         json.text("action", QLatin1String(nameOf(item.syncAction())));
+        if (isMove(item))
+            json.text("movedFrom", item.movedFrom);
         json.number("status", item.status);
         json.boolean("isDir", item.isDir);
         json.number("leftSize", item.leftSize);
@@ -214,11 +239,29 @@ bool writeJson(QIODevice &device, const SyncRequest &request, const Synchronisat
     return output.finish();
 }
 
+QString textOf(const NameConflict &conflict)
+{
+    const QString name = visibleName(conflict.name);
+    switch (conflict.kind) {
+    case NameConflict::Kind::Case:
+        break;
+    case NameConflict::Kind::Form:
+        return QStringLiteral("%1: looks like %2").arg(name, visibleName(conflict.other));
+    case NameConflict::Kind::NotAllowed:
+        return QStringLiteral("%1: Windows cannot hold this name").arg(name);
+    case NameConflict::Kind::TooLong:
+        return QStringLiteral("%1: this name is too long for most file systems").arg(name);
+    }
+    return QStringLiteral("%1: differs from %2 by case only").arg(name, visibleName(conflict.other));
+}
+
 using Writer = bool (*)(QIODevice &device, const SyncRequest &request, const Synchronisation &sync);
 
 constexpr std::array formats{
     ChoiceOf<Writer>{
-        {"text", "a line for each entry: -> and <- copied, >x and x< deleted, -- left alone (the default)"}, writeText},
+        {"text",
+         "a line for each entry: -> and <- copied, >x and x< deleted, >> and << moved, -- left alone (the default)"},
+        writeText},
     ChoiceOf<Writer>{{"json", "every entry with its action, and how the run went"}, writeJson},
 };
 
@@ -229,6 +272,8 @@ int runSyncCommand(const Arguments &arguments, const Streams &streams)
         return fail(streams, error);
     Synchronisation sync = analysed(request);
     const bool isIncomplete = complainAbout(streams, sync.input.problems);
+    for (const NameConflict &conflict : findNameConflicts(sync.input.items, sync.plan))
+        complain(streams, textOf(conflict));
     if (request.runs && sync.leavesSomething()) {
         if (const QString why = objection(request, sync); !why.isEmpty())
             return fail(streams, why);

@@ -41,13 +41,27 @@ FolderDiffStatus oneSidedStatus(const PairedEntry &pair)
     return pair.left ? FolderDiffStatus::LeftOnly : FolderDiffStatus::RightOnly;
 }
 
+/// By what pairs of files are judged.
+struct FileRule {
+    CompareMethod method;
+    qint32 toleranceSec;
+    bool ignoresHours;
+};
+
+FileRule fileRuleOf(const FolderInput &input)
+{
+    return {input.method, input.toleranceSec, input.ignoresHours};
+}
+
 /// Gives `item` the status of two files, or what stands for it until their contents have been read.
-void judgeFiles(const PairedEntry &pair, CompareMethod method, qint32 toleranceSec, FolderDiffItem &item)
+void judgeFiles(const PairedEntry &pair, const FileRule &rule, FolderDiffItem &item)
 {
     const FolderEntry &left = *pair.left;
     const FolderEntry &right = *pair.right;
+    const bool isShifted = rule.ignoresHours && areWholeHoursApart(left.modifiedMs, right.modifiedMs);
     const std::optional<FolderDiffStatus> status =
-        statusByAttributes(method, left.size, right.size, left.modifiedMs, right.modifiedMs, toleranceSec);
+        statusByAttributes(rule.method, left.size, right.size, left.modifiedMs,
+                           isShifted ? left.modifiedMs : right.modifiedMs, rule.toleranceSec);
     if (status) {
         item.setDiffStatus(*status);
         item.isUnread = *status == FolderDiffStatus::Same && left.size > 0;
@@ -57,9 +71,9 @@ void judgeFiles(const PairedEntry &pair, CompareMethod method, qint32 toleranceS
     item.status = regular ? UndecidedFiles : UndecidedSpecial;
 }
 
-EntryRule treeRule(CompareMethod method, qint32 toleranceSec)
+EntryRule treeRule(const FileRule &rule)
 {
-    return [method, toleranceSec](const PairedEntry &pair, FolderDiffItem &item) {
+    return [rule](const PairedEntry &pair, FolderDiffItem &item) {
         const Descent folders = foldersOf(pair);
         item.isDir = folders.left || folders.right;
         if (pair.left && pair.right && isFolder(pair.left) != isFolder(pair.right)) {
@@ -75,14 +89,14 @@ EntryRule treeRule(CompareMethod method, qint32 toleranceSec)
         else if (item.isDir)
             item.status = UndecidedFolder;
         else
-            judgeFiles(pair, method, toleranceSec, item);
+            judgeFiles(pair, rule, item);
         return folders;
     };
 }
 
-EntryRule levelRule(CompareMethod method, qint32 toleranceSec)
+EntryRule levelRule(const FileRule &rule)
 {
-    return [method, toleranceSec](const PairedEntry &pair, FolderDiffItem &item) {
+    return [rule](const PairedEntry &pair, FolderDiffItem &item) {
         item.isDir = isFolder(pair.left ? pair.left : pair.right);
         if (!pair.left || !pair.right)
             item.setDiffStatus(oneSidedStatus(pair));
@@ -91,7 +105,7 @@ EntryRule levelRule(CompareMethod method, qint32 toleranceSec)
         else if (item.isDir)
             item.setDiffStatus(FolderDiffStatus::Same);
         else
-            judgeFiles(pair, method, toleranceSec, item);
+            judgeFiles(pair, rule, item);
         return Descent{};
     };
 }
@@ -226,7 +240,7 @@ FolderInput FolderInput::of(const Sides<TreeFolder> &roots, const FolderSessionO
 QList<FolderDiffItem> compareFolderTree(const FolderInput &input, const CancelFlag &cancel,
                                         const FolderRunReport &report)
 {
-    ItemList list = compareItems({input, treeRule(input.method, input.toleranceSec), cancel, report});
+    ItemList list = compareItems({input, treeRule(fileRuleOf(input)), cancel, report});
     rollUpStatuses(list);
     addChildTotals(list);
     return list.items;
@@ -235,7 +249,7 @@ QList<FolderDiffItem> compareFolderTree(const FolderInput &input, const CancelFl
 QList<FolderDiffItem> compareFolderLevel(const FolderInput &input, const CancelFlag &cancel,
                                          const FolderRunReport &report)
 {
-    return compareItems({input, levelRule(input.method, input.toleranceSec), cancel, report}).items;
+    return compareItems({input, levelRule(fileRuleOf(input)), cancel, report}).items;
 }
 
 QList<FolderDiffItem> listFolderStructure(const FolderInput &input, bool recursive, const CancelFlag &cancel,

@@ -51,7 +51,8 @@ struct FolderInput {
     qint32 toleranceSec = 0;
     QList<ManualAlignRule> alignRules = {};
     HiddenEntries hidden = HiddenEntries::LeftOut;
-    int threads = 0; ///< at most so many; 0: as many as are good here
+    bool ignoresHours = false; ///< times that are whole hours apart (`areWholeHoursApart`) are equal
+    int threads = 0;           ///< at most so many; 0: as many as are good here
 
     /// What a session with these options compares.
     [[nodiscard]] static FolderInput of(const Sides<TreeFolder> &roots, const FolderSessionOptions &options);

@@ -40,6 +40,16 @@ bool timesMatch(qint64 leftMs, qint64 rightMs, qint32 toleranceSec)
     return toleranceSec > 0 ? std::abs((rightMs - leftMs) / 1000) <= toleranceSec : leftMs == rightMs;
 }
 
+bool areWholeHoursApart(qint64 leftMs, qint64 rightMs)
+{
+    constexpr qint64 hourMs = 3'600'000;
+    constexpr qint64 roundedMs = 2'000;
+    constexpr qint64 mostHours = 26; // from the first zone to the last
+    const qint64 apart = std::abs(leftMs - rightMs);
+    const qint64 hours = (apart + hourMs / 2) / hourMs;
+    return hours >= 1 && hours <= mostHours && std::abs(apart - hours * hourMs) <= roundedMs;
+}
+
 std::optional<FolderDiffStatus> statusByAttributes(CompareMethod method, qint64 leftSize, qint64 rightSize,
                                                    qint64 leftMs, qint64 rightMs, qint32 toleranceSec)
 {

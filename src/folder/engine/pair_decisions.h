@@ -20,6 +20,10 @@ struct FolderRunReport;
 /// is not above 0.
 [[nodiscard]] bool timesMatch(qint64 leftMs, qint64 rightMs, qint32 toleranceSec);
 
+/// True when two times are one hour apart or more of them, a day and two hours at most, as clocks are that were changed
+/// for summer or stand in another zone; give or take the two seconds that some file systems round to.
+[[nodiscard]] bool areWholeHoursApart(qint64 leftMs, qint64 rightMs);
+
 /// What sizes and times alone say of two files; nothing when the contents must be read. Both times are valid.
 [[nodiscard]] std::optional<FolderDiffStatus> statusByAttributes(CompareMethod method, qint64 leftSize,
                                                                  qint64 rightSize, qint64 leftMs, qint64 rightMs,

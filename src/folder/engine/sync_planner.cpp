@@ -1,5 +1,7 @@
 #include "folder/engine/sync_planner.h"
 
+#include "folder/engine/pair_decisions.h"
+
 #include <algorithm>
 
 namespace velmora {
@@ -7,11 +9,11 @@ namespace velmora {
 namespace {
 
 /// Which of two changed files wins where the newer one does.
-SyncAction actionByTime(const FolderDiffItem &item, SyncAction whenEqual)
+SyncAction actionByTime(const FolderDiffItem &item, SyncAction whenEqual, bool ignoresHours)
 {
     const qint64 left = item.leftTime.toMSecsSinceEpoch();
     const qint64 right = item.rightTime.toMSecsSinceEpoch();
-    if (left == right)
+    if (left == right || (ignoresHours && areWholeHoursApart(left, right)))
         return whenEqual;
     return left > right ? SyncAction::CopyToRight : SyncAction::CopyToLeft;
 }
@@ -51,31 +53,48 @@ SyncMode syncModeOf(qint32 number)
                                                                                               : SyncMode::LeftToRight;
 }
 
-SyncAction syncActionFor(const FolderDiffItem &item, SyncMode mode)
+SyncAction syncActionFor(const FolderDiffItem &item, const SyncRules &rules)
 {
-    const ModeRule rule = ruleOf(mode);
+    const ModeRule rule = ruleOf(rules.mode);
     switch (item.diffStatus()) {
     case FolderDiffStatus::LeftOnly:
         return rule.leftOnly;
     case FolderDiffStatus::RightOnly:
         return rule.rightOnly;
     case FolderDiffStatus::Different:
-        return asksForTimes(mode) ? actionByTime(item, rule.different) : rule.different;
+        return asksForTimes(rules.mode) ? actionByTime(item, rule.different, rules.ignoresHours) : rule.different;
     case FolderDiffStatus::Same:
         break;
     }
     return SyncAction::Skip;
 }
 
-QList<SyncPlanItem> planSync(const QList<FolderDiffItem> &items, SyncMode mode)
+QList<SyncPlanItem> planSync(const QList<FolderDiffItem> &items, const SyncRules &rules)
 {
     QList<SyncPlanItem> plan;
     for (const FolderDiffItem &item : items) {
         if (item.diffStatus() != FolderDiffStatus::Same)
-            plan.append({item.name, item.leftPath, item.rightPath, qint32(syncActionFor(item, mode)), item.isDir,
-                         item.leftSize, item.rightSize, item.leftTime, item.rightTime, item.status});
+            plan.append({item.name,
+                         item.leftPath,
+                         item.rightPath,
+                         qint32(syncActionFor(item, rules)),
+                         item.isDir,
+                         item.leftSize,
+                         item.rightSize,
+                         item.leftTime,
+                         item.rightTime,
+                         item.status,
+                         {}});
     }
     return plan;
+}
+
+qint64 countWholeHours(const QList<FolderDiffItem> &items)
+{
+    return std::count_if(items.begin(), items.end(), [](const FolderDiffItem &item) {
+        return !item.isDir && !item.leftPath.isEmpty() && !item.rightPath.isEmpty() &&
+               areWholeHoursApart(item.leftTime.toMSecsSinceEpoch(), item.rightTime.toMSecsSinceEpoch());
+    });
 }
 
 bool isPossible(const SyncPlanItem &item, SyncAction action)
@@ -91,6 +110,10 @@ bool isPossible(const SyncPlanItem &item, SyncAction action)
         return item.leftPath.isEmpty();
     case SyncAction::DeleteLeft:
         return item.rightPath.isEmpty();
+    case SyncAction::MoveOnRight:
+        return item.rightPath.isEmpty() && !item.movedFrom.isEmpty();
+    case SyncAction::MoveOnLeft:
+        return item.leftPath.isEmpty() && !item.movedFrom.isEmpty();
     }
     return true;
 }
@@ -117,6 +140,10 @@ void addTo(SyncCounts &counts, const SyncPlanItem &item)
     case SyncAction::DeleteRight:
     case SyncAction::DeleteLeft:
         ++counts.deletions;
+        break;
+    case SyncAction::MoveOnRight:
+    case SyncAction::MoveOnLeft:
+        ++counts.moves;
         break;
     }
 }

@@ -17,7 +17,15 @@ enum class SyncMode : qint32 {
 [[nodiscard]] SyncMode syncModeOf(qint32 number);
 
 /// What happens with one entry (the numbers are stored and shown).
-enum class SyncAction : qint32 { Skip = 0, CopyToRight = 1, CopyToLeft = 2, DeleteRight = 3, DeleteLeft = 4 };
+enum class SyncAction : qint32 {
+    Skip = 0,
+    CopyToRight = 1,
+    CopyToLeft = 2,
+    DeleteRight = 3,
+    DeleteLeft = 4,
+    MoveOnRight = 5, ///< the right side's file `movedFrom` goes to where the left side has it
+    MoveOnLeft = 6,  ///< the mirror case
+};
 
 /// One entry that does not agree, and what is to happen with it. Of a folder only the folder itself is meant: what is
 /// in it has items of its own, right behind.
@@ -32,20 +40,36 @@ struct SyncPlanItem {
     QDateTime leftTime;   ///< last modification; invalid when absent
     QDateTime rightTime;  ///< the same for the right side
     qint32 status = 0;    ///< a `FolderDiffStatus`
+    QString movedFrom;    ///< relative; where the side that lacks the file has the same one; empty: nowhere
 
     [[nodiscard]] SyncAction syncAction() const noexcept { return SyncAction(action); }
 
     friend bool operator==(const SyncPlanItem &, const SyncPlanItem &) = default;
 };
 
-/// What `mode` does with an entry of a comparison that is not the same on both sides.
-[[nodiscard]] SyncAction syncActionFor(const FolderDiffItem &item, SyncMode mode);
+/// How a plan is made. A value.
+struct SyncRules {
+    SyncMode mode = SyncMode::LeftToRight;
+    bool ignoresHours = false; ///< times that are whole hours apart are equal, and neither file is newer
+};
+
+/// What the rules do with an entry of a comparison that is not the same on both sides.
+[[nodiscard]] SyncAction syncActionFor(const FolderDiffItem &item, const SyncRules &rules);
 
 /// An item for each entry that is not the same, in the order of the entries.
-[[nodiscard]] QList<SyncPlanItem> planSync(const QList<FolderDiffItem> &items, SyncMode mode);
+[[nodiscard]] QList<SyncPlanItem> planSync(const QList<FolderDiffItem> &items, const SyncRules &rules);
+
+/// How many files of both sides have times that are whole hours apart: where the clocks were changed, it is all of
+/// them.
+[[nodiscard]] qint64 countWholeHours(const QList<FolderDiffItem> &items);
 
 /// Whether an item can have an action: what a side has not is not copied from there, and what both have is not deleted.
 [[nodiscard]] bool isPossible(const SyncPlanItem &item, SyncAction action);
+
+[[nodiscard]] inline bool isMove(const SyncPlanItem &item)
+{
+    return item.syncAction() == SyncAction::MoveOnRight || item.syncAction() == SyncAction::MoveOnLeft;
+}
 
 /// Whether carrying an item out does anything: a folder that both sides have is neither made nor removed.
 [[nodiscard]] bool isStep(const SyncPlanItem &item);
@@ -55,6 +79,7 @@ struct SyncCounts {
     qint64 copyToRight = 0;
     qint64 copyToLeft = 0;
     qint64 deletions = 0;
+    qint64 moves = 0;
     qint64 skipped = 0;
     qint64 total = 0;
 

@@ -73,8 +73,8 @@ struct OperationStep {
     Place to;
     SeenEntry fromSeen;
     SeenEntry toSeen;
-    /// Of a deletion that follows from a missing counterpart: where that must still be missing. Such a deletion is
-    /// skipped, too, when anything went wrong in a folder that it lies in.
+    /// Of a deletion or a move that follows from a missing counterpart: where that must still be missing. Such a step
+    /// is skipped, too, when anything went wrong in a folder that it lies in.
     Place counterpart;
     QString binPath;
     /// Of `Recycle` and `Delete` of a folder, until the survey: what the comparison does not list goes as well.

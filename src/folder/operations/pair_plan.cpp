@@ -74,6 +74,36 @@ void PairPlan::copy(int index, Side source, OperationKind kind)
     m_plan.steps.append(step);
 }
 
+void PairPlan::moveWithin(Side side, int from, int to)
+{
+    const PlanEntry &source = m_entries.at(from);
+    const PlanEntry &target = m_entries.at(to);
+    const Side other = otherSide(side);
+    if (!canWrite(target, side))
+        return;
+    if (source.item->isDir || target.item->isDir || source.isOnBoth() || target.isOnBoth() ||
+        !source.on(side).isThere || !target.on(other).isThere) {
+        leaveOut(target, LeftOutReason::ChangedSinceCompared, other);
+        return;
+    }
+    if (source.isHidden || isBelowProblem(source, other)) {
+        leaveOut(source, source.isHidden ? LeftOutReason::HiddenByFilter : LeftOutReason::NotReadable, side);
+        return;
+    }
+    m_going[std::size_t(to)] = UnlistedEntries::AreCopied;
+    makeFolders(target.parent, other);
+    OperationStep step;
+    step.kind = OperationKind::Move;
+    step.from = placeOf(source, side);
+    step.fromSeen = seenOn(source, side);
+    step.to = placeOf(target, side);
+    step.toSeen = SeenEntry::absent();
+    // Where letters have no case, the other side's file has both names when only their case differs.
+    if (step.from.relative.compare(step.to.relative, Qt::CaseInsensitive) != 0)
+        step.counterpart = placeOf(source, other);
+    m_plan.steps.append(step);
+}
+
 void PairPlan::remove(int index, Side side, DeleteManner manner, bool followsMissing)
 {
     const PlanEntry &entry = m_entries.at(index);

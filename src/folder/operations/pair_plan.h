@@ -22,6 +22,10 @@ public:
     /// Copies, or moves, one entry to the other side; of a folder only the folder itself.
     void copy(int index, Side source, OperationKind kind = OperationKind::Copy);
 
+    /// Moves the file of the entry `from` to where the other side has that of the entry `to`, on one side. Only while
+    /// the other side lacks the one and this side the other.
+    void moveWithin(Side side, int from, int to);
+
     /// Deletions must be asked for in the order of the items. `followsMissing`: the entry goes because it is missing on
     /// the other side.
     void remove(int index, Side side, DeleteManner manner, bool followsMissing);

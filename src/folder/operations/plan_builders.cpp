@@ -3,6 +3,8 @@
 #include "folder/operations/pair_plan.h"
 #include "folder/operations/place_plan.h"
 
+#include <QSet>
+
 namespace velmora {
 
 namespace {
@@ -26,7 +28,7 @@ EntryAction deleteOn(Side side)
     return side == Side::Left ? EntryAction::DeleteLeft : EntryAction::DeleteRight;
 }
 
-void act(PairPlan &builder, int index, EntryAction action, DeleteManner manner)
+void act(PairPlan &builder, int index, EntryAction action, DeleteManner manner, int movedFrom = -1)
 {
     const PlanEntry &entry = builder.entries().at(index);
     switch (action) {
@@ -45,20 +47,38 @@ void act(PairPlan &builder, int index, EntryAction action, DeleteManner manner)
             builder.remove(index, side, manner, true);
         break;
     }
+    case EntryAction::MoveOnLeft:
+    case EntryAction::MoveOnRight:
+        if (movedFrom >= 0)
+            builder.moveWithin(action == EntryAction::MoveOnLeft ? Side::Left : Side::Right, movedFrom, index);
+        break;
     }
 }
 
 using ActionRule = std::function<EntryAction(const PlanEntry &)>;
 
-OperationPlan planByRule(PairPlan &builder, const ActionRule &actionOf, DeleteManner manner)
+/// The index of each entry of which `names` has the name.
+QHash<QString, int> indexesOf(const PairPlan &builder, const QSet<QString> &names)
+{
+    QHash<QString, int> indexes;
+    for (int i = 0; !names.isEmpty() && i < int(builder.entries().all().size()); ++i) {
+        if (const QString &name = builder.entries().at(i).item->name; names.contains(name))
+            indexes.insert(name, i);
+    }
+    return indexes;
+}
+
+OperationPlan planByRule(PairPlan &builder, const ActionRule &actionOf, DeleteManner manner,
+                         const QHash<QString, QString> &movedFrom = {})
 {
     if (!builder.needsSidesApart())
         return builder.finished();
+    const QHash<QString, int> sources = indexesOf(builder, QSet(movedFrom.begin(), movedFrom.end()));
     for (int i = 0; i < int(builder.entries().all().size()); ++i) {
         const PlanEntry &entry = builder.entries().at(i);
         const bool differs = !entry.isOnBoth() || entry.item->diffStatus() != FolderDiffStatus::Same;
         if (!entry.isHidden && differs)
-            act(builder, i, actionOf(entry), manner);
+            act(builder, i, actionOf(entry), manner, sources.value(movedFrom.value(entry.item->name), -1));
     }
     return builder.finished();
 }
@@ -71,11 +91,11 @@ bool isOnlyOn(const PlanEntry &entry, Side side)
 } // namespace
 
 OperationPlan planActions(const PlanInput &input, const std::function<EntryAction(const FolderDiffItem &)> &actionOf,
-                          DeleteManner manner)
+                          DeleteManner manner, const QHash<QString, QString> &movedFrom)
 {
     PairPlan builder(input);
     return planByRule(
-        builder, [&](const PlanEntry &entry) { return actionOf(*entry.item); }, manner);
+        builder, [&](const PlanEntry &entry) { return actionOf(*entry.item); }, manner, movedFrom);
 }
 
 OperationPlan planMirror(const PlanInput &input, Side source, DeleteManner manner)

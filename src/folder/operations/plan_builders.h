@@ -4,6 +4,7 @@
 #include "folder/operations/operation_plan.h"
 #include "vfs/tree_source.h"
 
+#include <QHash>
 #include <QStringList>
 
 #include <functional>
@@ -36,7 +37,7 @@ struct PlanInput {
 };
 
 /// What shall happen with one entry. Of a folder only the folder itself: what is in it has actions of its own.
-enum class EntryAction : quint8 { Nothing, CopyToLeft, CopyToRight, DeleteLeft, DeleteRight };
+enum class EntryAction : quint8 { Nothing, CopyToLeft, CopyToRight, DeleteLeft, DeleteRight, MoveOnLeft, MoveOnRight };
 
 /// How deletions are done.
 enum class DeleteManner : quint8 { ToRecycleBin, ForGood };
@@ -52,10 +53,11 @@ enum class IfPresent : quint8 { LeaveOut, Replace };
 
 /// The general form: `actionOf` is asked for every shown item that is on both sides unequal or on one side only.
 /// Folders on both sides are never deleted; folders that entries need are made. A deletion happens only while the
-/// entry is missing on the other side. For synchronising.
+/// entry is missing on the other side, and so does a move: of the file of the item that `movedFrom` names for the item
+/// that the move is asked for, on the side that lacks it. For synchronising.
 [[nodiscard]] OperationPlan planActions(const PlanInput &input,
                                         const std::function<EntryAction(const FolderDiffItem &)> &actionOf,
-                                        DeleteManner manner);
+                                        DeleteManner manner, const QHash<QString, QString> &movedFrom = {});
 
 /// Makes the other side identical to `source`. `OperationPlan::sourceIsEmpty` tells when there is nothing to mirror.
 [[nodiscard]] OperationPlan planMirror(const PlanInput &input, Side source, DeleteManner manner);
