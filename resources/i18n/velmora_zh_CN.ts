@@ -1662,6 +1662,34 @@
         <translation>✗ 不写入</translation>
     </message>
     <message>
+        <source>✓ Merged text</source>
+        <translation>✓ 合并后的文本</translation>
+    </message>
+    <message>
+        <source>Select the folder</source>
+        <translation>选择所在文件夹</translation>
+    </message>
+    <message>
+        <source>Select all files of the current one's folder; again, of the folder around it</source>
+        <translation>选择当前文件所在文件夹的所有文件；再次执行则选择上一级文件夹</translation>
+    </message>
+    <message>
+        <source>Take merged texts</source>
+        <translation>采用合并后的文本</translation>
+    </message>
+    <message>
+        <source>Has the merged tree get the texts that both versions make together</source>
+        <translation>合并结果采用两个版本合并而成的文本</translation>
+    </message>
+    <message>
+        <source>%1 conflicts merge cleanly line by line</source>
+        <translation>%1 个冲突可逐行合并而无冲突</translation>
+    </message>
+    <message>
+        <source>Merged by hand: %1</source>
+        <translation>已手动合并：%1</translation>
+    </message>
+    <message>
         <source>Merge to...</source>
         <translation>合并到...</translation>
     </message>
@@ -1824,6 +1852,114 @@
     <message>
         <source>Read files of the same size and time, too, at the next analysis</source>
         <translation>下次分析时也读取大小和时间相同的文件</translation>
+    </message>
+    <message>
+        <source>Find moved and renamed files</source>
+        <translation>查找移动和重命名的文件</translation>
+    </message>
+    <message>
+        <source>More</source>
+        <translation>更多</translation>
+    </message>
+    <message>
+        <source>Read files that are on one side only, and move those that the other side has elsewhere instead of copying and deleting them</source>
+        <translation>读取仅一侧存在的文件；另一侧在别处有相同内容时，移动文件而不是复制再删除</translation>
+    </message>
+    <message>
+        <source>Ignore whole hours between times</source>
+        <translation>忽略相差整小时的时间</translation>
+    </message>
+    <message>
+        <source>Files of equal size whose times are whole hours apart count as equal without being read, and neither of two such files is newer</source>
+        <translation>大小相同、时间相差整小时的文件不读取内容即视为相同，且两者都不算较新</translation>
+    </message>
+    <message>
+        <source>Look for moved files</source>
+        <translation>查找移动的文件</translation>
+    </message>
+    <message>
+        <source>Reads them, and moves what has the same contents instead of copying and deleting</source>
+        <translation>读取这些文件，内容相同的改为移动，而不是复制再删除</translation>
+    </message>
+    <message>
+        <source>Ignore whole hours</source>
+        <translation>忽略整小时</translation>
+    </message>
+    <message>
+        <source>Counts such times as equal: files of equal size are not read then, and neither of two files is newer</source>
+        <translation>将这样的时间视为相同：大小相同的文件不再读取，且两者都不算较新</translation>
+    </message>
+    <message>
+        <source>List them</source>
+        <translation>列出</translation>
+    </message>
+    <message>
+        <source>Writes the names into the log below the plan</source>
+        <translation>将这些名称写入计划下方的日志</translation>
+    </message>
+    <message>
+        <source>%1 names may be in conflict with others, or on other systems</source>
+        <translation>%1 个名称可能与其他名称冲突，或在其他系统上无法使用</translation>
+    </message>
+    <message>
+        <source>%1 files may only have been moved or renamed</source>
+        <translation>%1 个文件可能只是被移动或重命名</translation>
+    </message>
+    <message>
+        <source>%1 files have times that are whole hours apart on the two sides</source>
+        <translation>%1 个文件两侧的时间相差整小时</translation>
+    </message>
+    <message>
+        <source>Move on right</source>
+        <translation>在右侧移动</translation>
+    </message>
+    <message>
+        <source>Move on left</source>
+        <translation>在左侧移动</translation>
+    </message>
+    <message>
+        <source>↷ Move on right</source>
+        <translation>↷ 在右侧移动</translation>
+    </message>
+    <message>
+        <source>↷ Move on left</source>
+        <translation>↷ 在左侧移动</translation>
+    </message>
+    <message>
+        <source>  ✗ Move failed: %1</source>
+        <translation>  ✗ 移动失败：%1</translation>
+    </message>
+    <message>
+        <source>  ↷ Moved on right: %1</source>
+        <translation>  ↷ 已在右侧移动：%1</translation>
+    </message>
+    <message>
+        <source>  ↷ Moved on left: %1</source>
+        <translation>  ↷ 已在左侧移动：%1</translation>
+    </message>
+    <message>
+        <source> | Move: %1</source>
+        <translation> | 移动：%1</translation>
+    </message>
+    <message>
+        <source>%1 (from %2)</source>
+        <translation>%1（来自 %2）</translation>
+    </message>
+    <message>
+        <source>%1 looks like %2, and is written in other Unicode characters</source>
+        <translation>%1 与 %2 看起来相同，但 Unicode 写法不同</translation>
+    </message>
+    <message>
+        <source>%1 has a name that Windows cannot hold</source>
+        <translation>%1 的名称在 Windows 上无法使用</translation>
+    </message>
+    <message>
+        <source>%1 has a name that is too long for most file systems</source>
+        <translation>%1 的名称对大多数文件系统来说太长</translation>
+    </message>
+    <message>
+        <source>%1 and %2 are one name where the case of letters does not count</source>
+        <translation>在不区分大小写的系统上，%1 与 %2 是同一个名称</translation>
     </message>
     <message>
         <source> Filter: </source>

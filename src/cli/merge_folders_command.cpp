@@ -6,11 +6,14 @@
 #include "core/output_buffer.h"
 #include "core/visible_name.h"
 #include "folder/operations/merge_run.h"
+#include "folder/operations/text_conflicts.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QIODevice>
+#include <QTemporaryDir>
 
+#include <algorithm>
 #include <array>
 
 namespace velmora::cli {
@@ -19,6 +22,7 @@ namespace {
 
 const std::array mergeOptions{
     OptionSpec{"output", "FOLDER", "write the merged tree there; the folder is made when it is missing"},
+    OptionSpec{"merge-texts", nullptr, "merge conflicts of texts line by line; those that come out clean are none"},
     OptionSpec{"replace", nullptr, "write it, too, where the folder holds something already"},
 };
 
@@ -30,13 +34,14 @@ constexpr const char *mergeDetails =
 constexpr std::array examples{
     Example{"See where two branches of a tree meet, and write what can be merged:",
             "velmora-cli merge-folders base mine theirs\n"
-            "velmora-cli merge-folders --output merged base mine theirs"},
+            "velmora-cli merge-folders --merge-texts --output merged base mine theirs"},
 };
 
 struct MergeRequest {
     MergeVersions<QString> folders;
     QString target; ///< empty: nothing is written
     bool replaces = false;
+    bool mergesTexts = false;
 
     [[nodiscard]] QString take(const Arguments &arguments)
     {
@@ -49,6 +54,7 @@ struct MergeRequest {
             folders[allMergeVersions[i]] = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
         }
         replaces = arguments.has("replace");
+        mergesTexts = arguments.has("merge-texts");
         if (const std::optional<QString> output = arguments.value("output"))
             target = QDir::cleanPath(QFileInfo(*output).absoluteFilePath());
         return target.isEmpty() ? QString() : problemOfTarget();
@@ -68,8 +74,14 @@ private:
 /// What was found, and what came of writing it.
 struct Merge {
     FolderMergeResult result;
+    TextConflicts texts;
     std::optional<OperationOutcome> outcome;
 };
+
+bool isMergedText(const Merge &merge, qsizetype file)
+{
+    return std::binary_search(merge.texts.clean.begin(), merge.texts.clean.end(), file);
+}
 
 const char *signOf(FolderMergeStatus status)
 {
@@ -80,15 +92,19 @@ const char *signOf(FolderMergeStatus status)
 bool writeText(QIODevice &device, const MergeRequest &, const Merge &merge)
 {
     OutputBuffer output(device);
-    for (const FolderMergeFile &file : merge.result.files) {
+    for (qsizetype i = 0; i < merge.result.files.size(); ++i) {
+        const FolderMergeFile &file = merge.result.files.at(i);
         if (file.status != FolderMergeStatus::Unchanged)
-            output << signOf(file.status) << ' ' << visibleName(file.path).toStdString() << '\n';
+            output << (isMergedText(merge, i) ? "~~" : signOf(file.status)) << ' '
+                   << visibleName(file.path).toStdString() << '\n';
     }
     output << QStringLiteral("%1 file(s), %2 changed, %3 conflict(s)\n")
                   .arg(merge.result.files.size())
                   .arg(merge.result.changed)
                   .arg(merge.result.conflicts)
                   .toStdString();
+    if (!merge.texts.clean.empty())
+        output << QStringLiteral("%1 conflict(s) merged as texts\n").arg(merge.texts.clean.size()).toStdString();
     if (merge.outcome) {
         output << QStringLiteral("Merge complete. Success: %1, failed: %2\n")
                       .arg(merge.outcome->succeeded)
@@ -110,10 +126,13 @@ bool writeJson(QIODevice &device, const MergeRequest &request, const Merge &merg
     json.number("conflicts", merge.result.conflicts);
     json.key("files");
     json.beginList();
-    for (const FolderMergeFile &file : merge.result.files) {
+    for (qsizetype i = 0; i < merge.result.files.size(); ++i) {
+        const FolderMergeFile &file = merge.result.files.at(i);
         json.beginObject();
         json.text("path", file.path);
         json.number("status", qint64(file.status));
+        if (isMergedText(merge, i))
+            json.boolean("mergedText", true);
         json.number("baseSize", file.sizes.base);
         json.number("leftSize", file.sizes.left);
         json.number("rightSize", file.sizes.right);
@@ -140,13 +159,24 @@ constexpr std::array formats{
     ChoiceOf<Writer>{{"json", "every file with its status and sizes"}, writeJson},
 };
 
+OperationPlan planOf(const MergeRequest &request, const Merge &merge, const QString &texts)
+{
+    MergeSources sources = mergeSourcesOf(merge.result.files);
+    for (const qsizetype file : merge.texts.clean)
+        sources[std::size_t(file)] = MergeSource::Text;
+    return planFolderMerge(request.folders, merge.result.files, sources, request.target, texts);
+}
+
 int runMergeFolders(const Arguments &arguments, const Streams &streams)
 {
     MergeRequest request;
     if (const QString error = request.take(arguments); !error.isEmpty())
         return fail(streams, error);
     Progress silent;
-    Merge merge{mergeFolderTrees(request.folders, {}, silent), {}};
+    Merge merge{mergeFolderTrees(request.folders, {}, silent), {}, {}};
+    const QTemporaryDir texts;
+    if (request.mergesTexts && texts.isValid())
+        merge.texts = mergeTextConflicts(request.folders, merge.result.files, texts.path(), {}, silent);
     for (const QString &folder : merge.result.unreadable)
         complain(streams, QStringLiteral("%1: cannot read the folder").arg(visibleName(folder)));
     // What could not be listed would count as deleted.
@@ -155,12 +185,11 @@ int runMergeFolders(const Arguments &arguments, const Streams &streams)
     if (!request.target.isEmpty()) {
         if (!QDir().mkpath(request.target))
             return fail(streams, QStringLiteral("%1: cannot make the folder").arg(request.target));
-        const FolderMergeResult &result = merge.result;
         merge.outcome =
-            runOperation(planFolderMerge(request.folders, result.files, mergeSourcesOf(result.files), request.target),
-                         QStringLiteral("velmora-cli merge-folders"), streams);
+            runOperation(planOf(request, merge, texts.path()), QStringLiteral("velmora-cli merge-folders"), streams);
     }
-    const bool isOpen = merge.result.conflicts > 0 || (merge.outcome && merge.outcome->failed > 0);
+    const bool isOpen =
+        merge.result.conflicts > qint64(merge.texts.clean.size()) || (merge.outcome && merge.outcome->failed > 0);
     const int status = writeTo(std::nullopt, streams, [&](QIODevice &device) {
         return Written{chosen(formats, arguments, "format").value(device, request, merge), isOpen};
     });

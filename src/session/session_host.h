@@ -23,6 +23,13 @@ public:
     /// sides are folders, and "text" otherwise.
     virtual void openSession(const QString &kind, const SessionPaths &paths) = 0;
 
+    /// Opens a merge of three texts in a new tab and starts it; the result is to be saved to `output`. Of a version
+    /// that is missing the path is empty.
+    virtual void openMerge(const SessionPaths &paths, const QString & /*output*/)
+    {
+        openSession(kindFor(Purpose::MergeTexts), paths);
+    }
+
     /// What sessions ask for without knowing which kinds there are.
     enum class Purpose : quint8 { CompareTexts, CompareBytes, CompareFolders, SyncFolders, MergeTexts };
     /// The kind of sessions for that; empty when there is none.

@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QComboBox>
 #include <QLabel>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -148,6 +149,51 @@ private Q_SLOTS:
         QCOMPARE(f.host.opened.size(), 1);
         QCOMPARE(f.host.opened.first().first, word("merge"));
         QCOMPARE(f.host.opened.first().second.base, f.path("base/both"));
+    }
+
+    /// Clean merges are offered; the others come back when they are saved elsewhere.
+    void takesMergedTexts()
+    {
+        MergeFixture f;
+        f.write("base/sub/text", "1\n2\n3\n");
+        f.write("left/sub/text", "one\n2\n3\n");
+        f.write("right/sub/text", "1\n2\nthree\n");
+        f.compare();
+        QCOMPARE(f.text("textsBarText"), word("1 conflicts merge cleanly line by line"));
+        QCOMPARE(f.text("openConflictsLabel"), word("Open conflicts: 2"));
+        f.session.findChild<QPushButton *>(word("textsBarAction"))->click();
+        QCOMPARE(f.text("openConflictsLabel"), word("Open conflicts: 1"));
+        QCOMPARE(f.rows().last(), word("sub/text|6 B|8 B|10 B|冲突|✓ Merged text"));
+
+        f.view().setCurrentIndex(f.view().model()->index(0, 0));
+        f.action("openMergeAction")->trigger();
+        QVERIFY(f.host.outputs.value(0).endsWith(word("/both")));
+        QVERIFY(makeFile(f.host.outputs.first(), "by hand"));
+        QTRY_COMPARE(f.rows().first(), word("both|3 B|3 B|3 B|冲突|✓ Merged text"));
+        f.merge();
+        QTRY_COMPARE(f.lastAsked(), words("合并完成|已复制 4 个文件，跳过 0 个"));
+        QCOMPARE(contentsOf(f.path("out/sub/text")), "one\n2\nthree\n");
+        QCOMPARE(contentsOf(f.path("out/both")), "by hand");
+    }
+
+    void takesWholeFolders()
+    {
+        MergeFixture f;
+        f.write("left/sub/deep/a", "1");
+        f.write("left/sub/deep/b", "1");
+        f.write("left/sub-/c", "1");
+        f.compare();
+        const auto row = [&f](const char *path) {
+            int at = 0;
+            while (f.view().model()->index(at, 0).data().toString() != QLatin1String(path))
+                ++at;
+            return f.view().model()->index(at, 0);
+        };
+        f.view().setCurrentIndex(row("sub/deep/a"));
+        for (const int selected : {2, 3, int(f.rows().size())}) {
+            f.action("selectFolderAction")->trigger();
+            QCOMPARE(f.view().selectionModel()->selectedRows().size(), selected);
+        }
     }
 
     void refusesATargetWithinTheFolders()

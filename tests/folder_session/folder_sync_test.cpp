@@ -1,18 +1,24 @@
 #include "folder/actions/folder_log_panel.h"
 #include "folder/actions/plan_preview_dialog.h"
 #include "folder/sync/folder_sync_widget.h"
+#include "folder/sync/sync_drop_line_edit.h"
 #include "folder_engine/test_tree.h"
 #include "support/recording_host.h"
 #include "support/scripted_dialogs.h"
 #include "support/test_main.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
+#include <QDropEvent>
 #include <QJsonObject>
 #include <QLabel>
+#include <QMimeData>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTreeView>
+#include <QUrl>
 
 using namespace velmora;
 using namespace velmora::test;
@@ -172,6 +178,77 @@ private Q_SLOTS:
         f.sync();
         QTRY_COMPARE(f.rows(), words("mine: — Skip"));
         QVERIFY(QFile::exists(f.disk.path(word("right/mine"))));
+    }
+
+    /// One item in the place of a copy and a deletion, once a person has asked for it; taken back as any other.
+    void movesWhatHasMoved()
+    {
+        SyncFixture f;
+        f.disk.file(word("left/new/name.txt"), "the same", 4);
+        f.disk.file(word("right/old.txt"), "the same", 4);
+        f.disk.file(word("left/other"), "1", 4);
+        const QStringList before = entriesOf(f.disk.right());
+        f.analyse();
+        QCOMPARE(f.rows().join(u'|'), word("new: → Copy to right|name.txt: → Copy to right|old.txt: × Delete right|"
+                                           "other: → Copy to right"));
+        QCOMPARE(f.text("movesBarText"), word("1 files may only have been moved or renamed"));
+        QSignalSpy read(&f.session, &SessionWidget::readingEnded);
+        f.session.findChild<QPushButton *>(word("movesBarAction"))->click();
+        QTRY_COMPARE(read.count(), 1);
+        QCOMPARE(f.rows().join(u'|'),
+                 word("new: → Copy to right|name.txt (from old.txt): ↷ Move on right|other: → Copy to right"));
+        QVERIFY(f.text("summaryLabel").endsWith(word(" | Move: 1")));
+        QVERIFY(f.session.options().value(word("findMoves")).toBool());
+
+        f.dialogs.answerNumber(1);
+        f.sync();
+        QTRY_COMPARE(f.text("statusLabel"), word("Sync complete. Success: 3, failed: 0"));
+        QVERIFY(f.log().contains(word("  ↷ Moved on right: ")));
+        QCOMPARE(entriesOf(f.disk.right()), entriesOf(f.disk.left()));
+        f.action("undoRunAction")->trigger();
+        QTRY_VERIFY(f.session.findChild<PlanPreviewDialog *>());
+        f.session.findChild<PlanPreviewDialog *>()->accept();
+        QTRY_COMPARE(f.rows().size(), 3);
+        QCOMPARE(entriesOf(f.disk.right()), before);
+    }
+
+    /// On the line itself: a folder, or that of a file; several are for the session behind it.
+    void takesFoldersThatAreDroppedOnItsLines()
+    {
+        SyncFixture f;
+        f.disk.file(word("left/sub/file"), "1", 0);
+        f.disk.folder(word("right"));
+        const auto drop = [&f](int line, const QStringList &paths) {
+            QMimeData data;
+            QList<QUrl> urls;
+            for (const QString &path : paths)
+                urls.append(QUrl::fromLocalFile(path));
+            data.setUrls(urls);
+            QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(f.session.findChildren<SyncDropLineEdit *>().at(line), &event);
+            return event.isAccepted();
+        };
+        QVERIFY(!drop(0, {f.disk.left(), f.disk.right()}));
+        QVERIFY(drop(1, {f.disk.right()}));
+        QVERIFY(!f.session.isReading());
+        QVERIFY(drop(0, {f.disk.path(word("left/sub/file"))}));
+        QTRY_COMPARE(f.rows(), words("file: → Copy to right"));
+        QCOMPARE(f.session.paths().left, f.disk.path(word("left/sub")));
+    }
+
+    void warnsOfNamesBeforeARun()
+    {
+        SyncFixture f;
+        f.disk.file(word("left/Readme"), "1", 0);
+        f.disk.file(word("left/README"), "2", 0);
+        f.disk.file(word("left/what?"), "3", 0);
+        f.analyse();
+        QCOMPARE(f.text("nameConflictsBarText"), word("3 names may be in conflict with others, or on other systems"));
+        f.session.findChild<QPushButton *>(word("nameConflictsBarAction"))->click();
+        QVERIFY(f.log().contains(word("what? has a name that Windows cannot hold")));
+        f.dialogs.answerNumber(0);
+        f.action("syncNowAction")->trigger();
+        QVERIFY(f.dialogs.asked().last().text.contains(word("3 names may be in conflict")));
     }
 
     void asksTwiceWhenADriveIsMissing()

@@ -17,6 +17,11 @@ public:
     explicit RecordingHost(RecoveryStore *recoveryStore = nullptr) : store(recoveryStore) {}
 
     void openSession(const QString &kind, const SessionPaths &paths) override { opened.append({kind, paths}); }
+    void openMerge(const SessionPaths &paths, const QString &output) override
+    {
+        SessionHost::openMerge(paths, output);
+        outputs.append(output);
+    }
     [[nodiscard]] QString kindFor(Purpose purpose) const override
     {
         return QString::fromLatin1(std::array{"text", "binary", "folder", "sync", "merge"}[std::size_t(purpose)]);
@@ -35,6 +40,7 @@ public:
     RecoveryStore *recovery() override { return store; }
 
     QList<std::pair<QString, SessionPaths>> opened;
+    QStringList outputs; ///< of the merges among them
     QStringList messages;
     QStringList unbuilt; ///< kinds that do nothing yet
     RecoveryStore *store = nullptr;

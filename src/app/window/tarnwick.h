@@ -60,6 +60,8 @@ public:
     void openDropped(const SessionKindRow &kind, const QStringList &paths);
 
     void openSession(const QString &kind, const SessionPaths &paths) override;
+    /// The same without an `output`.
+    void openMerge(const SessionPaths &paths, const QString &output) override;
     [[nodiscard]] bool isBuilt(const QString &kind) const override;
     [[nodiscard]] QString kindFor(Purpose purpose) const override;
     [[nodiscard]] KindTest kindTest() const override;
@@ -133,8 +135,6 @@ private:
     void startSession(SessionWidget *session);
     void openPaths(const CommandLine &line);
     void openLonePath(const QString &mode, const QString &path);
-    /// Opens the merge of `paths`, whose result is to be saved to `output` unless that is empty.
-    void openMerge(const SessionPaths &paths, const QString &output);
     /// To whoever waits for a session on `paths`; null when nobody does. What is opened out of a folder that is waited
     /// for is waited for as well.
     [[nodiscard]] std::shared_ptr<WaitReport> reportOn(const SessionPaths &paths) const;

@@ -56,8 +56,7 @@ void addSteps(const ExecutionReport &report, PlanRunResult &result)
         const bool done = report.ends.at(i) == StepEnd::Done;
         ++(done ? result.succeeded : result.failed);
         const Place &place = changedPlace(step);
-        result.lines.append(
-            {shownPath(report.plan.pathOf(place)), reasons.at(i), done, false, isDeletion(step), place.root});
+        result.lines.append({shownPath(report.plan.pathOf(place)), reasons.at(i), done, false, step.kind, place.root});
     }
 }
 

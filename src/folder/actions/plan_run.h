@@ -14,9 +14,9 @@ struct PlanLine {
     QString path;   ///< of the place that changes, native; empty for the run as a whole
     QString reason; ///< in words, of what failed or is done with a reservation
     bool done = false;
-    bool isLeftOut = false; ///< no step: the two below mean nothing
-    bool isDeletion = false;
-    int root = -1; ///< index into the plan's roots
+    bool isLeftOut = false;                   ///< no step: what is below means nothing
+    OperationKind kind = OperationKind::Copy; ///< what the step was to do
+    int root = -1;                            ///< index into the plan's roots
 };
 
 /// How the run of a session that shows its own plan went.

@@ -63,6 +63,11 @@ void FolderMergeBar::addChoices()
                     {Qt::Key_Delete},
                     Velmora::tr("Leave the selected files out of the merged tree")});
     asFound = add({"asFoundAction", Velmora::tr("As found"), {}, {Qt::CTRL | Qt::Key_Backspace}});
+    selectFolder = add({"selectFolderAction",
+                        Velmora::tr("Select the folder"),
+                        {},
+                        {Qt::CTRL | Qt::SHIFT | Qt::Key_A},
+                        Velmora::tr("Select all files of the current one's folder; again, of the folder around it")});
     openMerge = add({"openMergeAction",
                      Velmora::tr("Open in Text merge"),
                      QStringLiteral("edit.png"),
@@ -74,7 +79,7 @@ void FolderMergeBar::fillRowMenu(QMenu &menu) const
 {
     menu.addActions({takeLeft, takeBase, takeRight, leaveOut, asFound});
     menu.addSeparator();
-    menu.addAction(openMerge);
+    menu.addActions({selectFolder, openMerge});
 }
 
 } // namespace velmora

@@ -21,6 +21,7 @@ public:
     QAction *takeRight = nullptr;
     QAction *leaveOut = nullptr;
     QAction *asFound = nullptr;
+    QAction *selectFolder = nullptr;
     QAction *openMerge = nullptr;
 
     /// What can be done with the selected rows.

@@ -8,6 +8,8 @@
 
 #include <QFont>
 
+#include <algorithm>
+
 namespace velmora {
 
 namespace {
@@ -115,34 +117,62 @@ qint64 FolderMergeModel::openConflicts() const
     return open;
 }
 
+std::pair<int, int> FolderMergeModel::rowsBelow(const QString &folder) const
+{
+    const QString start = folder.isEmpty() ? QString() : folder + u'/';
+    // The paths are sorted, so that all with one beginning stand together.
+    const auto first = std::find_if(m_rows.begin(), m_rows.end(),
+                                    [&](qsizetype file) { return m_files.at(file).path.startsWith(start); });
+    const auto last =
+        std::find_if(first, m_rows.end(), [&](qsizetype file) { return !m_files.at(file).path.startsWith(start); });
+    return {int(first - m_rows.begin()), int(last - m_rows.begin())};
+}
+
 // Choosing ----------------------------------------------------------------------------------------------------------
 
-void FolderMergeModel::choose(const QModelIndexList &rows, std::optional<MergeVersion> version, bool byHand)
+void FolderMergeModel::choose(qsizetype file, MergeSource source, bool byHand)
 {
-    for (const QModelIndex &row : rows) {
-        const qsizetype file = m_rows[std::size_t(row.row())];
-        if (version && m_files.at(file).sizes[*version] < 0)
-            continue;
-        m_sources[std::size_t(file)] = byHand ? version : mergeSourceOf(m_files.at(file).status);
-        m_byHand[std::size_t(file)] = byHand;
-        Q_EMIT dataChanged(index(row.row(), 0), index(row.row(), ColumnCount - 1));
-    }
+    m_sources[std::size_t(file)] = source;
+    m_byHand[std::size_t(file)] = byHand;
+}
+
+void FolderMergeModel::tellChoices()
+{
+    if (!m_rows.empty())
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
     Q_EMIT choicesChanged();
 }
 
 void FolderMergeModel::take(const QModelIndexList &rows, MergeVersion version)
 {
-    choose(rows, version, true);
+    for (const QModelIndex &row : rows) {
+        if (fileAt(row.row()).sizes[version] >= 0)
+            choose(indexAt(row.row()), mergeSource(version), true);
+    }
+    tellChoices();
+}
+
+void FolderMergeModel::takeTexts(const std::vector<qsizetype> &files)
+{
+    for (const qsizetype file : files)
+        choose(file, MergeSource::Text, true);
+    tellChoices();
 }
 
 void FolderMergeModel::leaveOut(const QModelIndexList &rows)
 {
-    choose(rows, std::nullopt, true);
+    for (const QModelIndex &row : rows)
+        choose(indexAt(row.row()), MergeSource::LeftOut, true);
+    tellChoices();
 }
 
 void FolderMergeModel::takeAsFound(const QModelIndexList &rows)
 {
-    choose(rows, std::nullopt, false);
+    for (const QModelIndex &row : rows) {
+        const qsizetype file = indexAt(row.row());
+        choose(file, mergeSourcesOf({m_files.at(file)}).front(), false);
+    }
+    tellChoices();
 }
 
 // The model ---------------------------------------------------------------------------------------------------------
@@ -161,15 +191,16 @@ QString FolderMergeModel::actionText(qsizetype file) const
 {
     if (!m_byHand[std::size_t(file)])
         return QString::fromUtf8(wordsOf(m_files.at(file).status).action);
-    const std::optional<MergeVersion> source = m_sources[std::size_t(file)];
-    if (!source)
+    switch (m_sources[std::size_t(file)]) {
+    case MergeSource::LeftOut:
         return Velmora::tr("✗ Leave out");
-    switch (*source) {
-    case MergeVersion::Base:
+    case MergeSource::Text:
+        return Velmora::tr("✓ Merged text");
+    case MergeSource::Base:
         break;
-    case MergeVersion::Left:
+    case MergeSource::Left:
         return QString::fromUtf8(wordsOf(FolderMergeStatus::LeftChanged).action);
-    case MergeVersion::Right:
+    case MergeSource::Right:
         return QString::fromUtf8(wordsOf(FolderMergeStatus::RightChanged).action);
     }
     return QString::fromUtf8(wordsOf(FolderMergeStatus::Unchanged).action);

@@ -22,14 +22,19 @@ public:
     [[nodiscard]] const QList<FolderMergeFile> &files() const { return m_files; }
     [[nodiscard]] const MergeSources &sources() const { return m_sources; }
     [[nodiscard]] const FolderMergeFile &fileAt(int row) const { return m_files.at(m_rows[std::size_t(row)]); }
+    [[nodiscard]] qsizetype indexAt(int row) const { return m_rows[std::size_t(row)]; }
     /// A conflict for which nobody has chosen a version.
     [[nodiscard]] bool isOpenAt(int row) const;
+    /// The first row below `folder` and the one behind the last.
+    [[nodiscard]] std::pair<int, int> rowsBelow(const QString &folder) const;
     [[nodiscard]] qint64 openConflicts() const;
 
     /// Chooses a version for these rows, as far as it has the file.
     void take(const QModelIndexList &rows, MergeVersion version);
     /// Has these files not be written.
     void leaveOut(const QModelIndexList &rows);
+    /// Has the merged texts of these files be taken; indexes into `files`.
+    void takeTexts(const std::vector<qsizetype> &files);
     /// Goes back to what the statuses say.
     void takeAsFound(const QModelIndexList &rows);
 
@@ -42,7 +47,8 @@ Q_SIGNALS:
     void choicesChanged();
 
 private:
-    void choose(const QModelIndexList &rows, std::optional<MergeVersion> version, bool byHand);
+    void choose(qsizetype file, MergeSource source, bool byHand);
+    void tellChoices();
     [[nodiscard]] bool shows(const FolderMergeFile &file) const;
     [[nodiscard]] QString actionText(qsizetype file) const;
     void fillRows();

@@ -2,15 +2,13 @@
 
 #include "core/path_names.h"
 #include "folder/actions/action_words.h"
-#include "folder/actions/folder_actions.h"
 #include "folder/actions/folder_log_panel.h"
 #include "folder/actions/plan_view.h"
+#include "folder/merge/awaited_texts.h"
 #include "folder/merge/folder_merge_bar.h"
 #include "folder/merge/folder_merge_model.h"
-#include "session/fault_text.h"
+#include "session/frame/notice_bar.h"
 #include "session/frame/notice_card.h"
-#include "session/frame/path_edit.h"
-#include "session/frame/paths_bar.h"
 #include "session/frame/status_line.h"
 #include "session/session_host.h"
 #include "session/translate.h"
@@ -19,11 +17,10 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
-#include <QGridLayout>
 #include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QLabel>
 #include <QMenu>
-#include <QSplitter>
 
 namespace velmora {
 
@@ -43,30 +40,29 @@ QList<PathsBar::Field> fields()
 } // namespace
 
 FolderMergeWidget::FolderMergeWidget(SessionHost &host, QWidget *parent)
-    : SessionWidget(host, parent),
+    : PlanSession(host, fields(), QStringLiteral("mergeFiles"), new FolderMergeModel, parent),
       m_bar(new FolderMergeBar(this)),
-      m_inputs(new PathsBar(fields(), this)),
       m_filter(new QComboBox),
-      m_model(new FolderMergeModel(this)),
-      m_view(new PlanView(QStringLiteral("mergeFiles"), *m_model)),
-      m_log(new FolderLogPanel),
-      m_splitter(new QSplitter(Qt::Vertical)),
-      m_status(new StatusLine),
-      m_open(m_status->addFact(QStringLiteral("openConflictsLabel"))),
-      m_undoing(new FolderActions(*this, this))
+      m_model(static_cast<FolderMergeModel *>(view().model())),
+      m_offer(new NoticeBar(QStringLiteral("textsBar"))),
+      m_open(status().addFact(QStringLiteral("openConflictsLabel")))
 {
+    auto *choices = new QWidget;
+    auto *row = new QHBoxLayout(choices);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(m_filter);
+    row->addStretch();
+    layOut(*m_bar, Velmora::tr("Filter:"), choices);
+    addAboveRows(m_offer);
     buildView();
-    buildLayout();
+    connectFilter();
     connectBar();
-    connectUndo();
-    connect(m_inputs, &PathsBar::submitted, this, &FolderMergeWidget::onCompare);
     connect(m_model, &FolderMergeModel::choicesChanged, this, &FolderMergeWidget::showState);
-    connect(m_log, &FolderLogPanel::closeWanted, m_log, &QWidget::hide);
-    connect(this, &FolderMergeWidget::openThreeWayMerge, this,
-            [this](const QString &base, const QString &left, const QString &right) {
-                this->host().openSession(this->host().kindFor(SessionHost::Purpose::MergeTexts), {left, right, base});
-            });
-    m_log->hide();
+    connect(&runs(), &PlanRuns::stageChanged, this, &FolderMergeWidget::showState);
+    m_offer->setAction(Velmora::tr("Take merged texts"),
+                       Velmora::tr("Has the merged tree get the texts that both versions make together"));
+    m_offer->setClosable(Velmora::tr("Hide this remark"));
+    connect(m_offer, &NoticeBar::actionWanted, this, &FolderMergeWidget::takeCleanTexts);
     showState();
     showNotice();
 }
@@ -77,58 +73,31 @@ FolderMergeWidget::~FolderMergeWidget() = default;
 
 void FolderMergeWidget::buildView()
 {
-    m_view->setAccessibleName(Velmora::tr("Files of the merge"));
-    m_view->setRootIsDecorated(false);
-    m_view->setTextElideMode(Qt::ElideMiddle);
-    QHeaderView &header = *m_view->header();
-    const QFontMetrics metrics = m_view->fontMetrics();
+    view().setAccessibleName(Velmora::tr("Files of the merge"));
+    view().setRootIsDecorated(false);
+    view().setTextElideMode(Qt::ElideMiddle);
+    QHeaderView &header = *view().header();
+    const QFontMetrics metrics = view().fontMetrics();
     const int sizeWidth = metrics.horizontalAdvance(QStringLiteral("10000000 KB")) + 16;
     const int textWidth = metrics.horizontalAdvance(QStringLiteral("两侧相同修改")) + 24;
     for (const int column : {FolderMergeModel::BaseSize, FolderMergeModel::LeftSize, FolderMergeModel::RightSize})
         header.resizeSection(column, sizeWidth);
     for (const int column : {FolderMergeModel::Status, FolderMergeModel::Action})
         header.resizeSection(column, textWidth);
-    connect(m_view, &QTreeView::activated, this, [this] { openCurrent(); });
-    connect(m_view, &PlanView::menuWanted, this, [this](QPoint at) {
-        QMenu menu;
-        m_bar->fillRowMenu(menu);
-        menu.exec(at);
-    });
-    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &FolderMergeWidget::showState);
+    connect(view().selectionModel(), &QItemSelectionModel::selectionChanged, this, &FolderMergeWidget::showState);
 }
 
-void FolderMergeWidget::buildLayout()
+void FolderMergeWidget::connectFilter()
 {
     m_filter->setObjectName(QStringLiteral("filterBox"));
     m_filter->addItems({Velmora::tr("All"), Velmora::tr("Conflicts only"), Velmora::tr("Changed"),
                         Velmora::tr("Added only"), Velmora::tr("Deleted only")});
     connect(m_filter, &QComboBox::currentIndexChanged, this, [this](int index) {
         m_model->setView(FolderMergeModel::View(index));
-        m_view->fitFirstColumn();
+        view().fitFirstColumn();
         showState();
         showNotice();
     });
-    QGridLayout &grid = m_inputs->grid();
-    grid.setContentsMargins(10, 8, 10, 8);
-    grid.setVerticalSpacing(6);
-    auto *label = new QLabel(Velmora::tr("Filter:"));
-    label->setBuddy(m_filter);
-    const int row = grid.rowCount();
-    grid.addWidget(label, row, 0);
-    grid.addWidget(m_filter, row, 1, Qt::AlignLeft);
-    m_splitter->addWidget(m_view);
-    m_splitter->addWidget(m_log);
-    m_splitter->setStretchFactor(0, 4);
-    m_splitter->setStretchFactor(1, 1);
-    m_splitter->setChildrenCollapsible(false);
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    column->addWidget(m_bar);
-    column->addWidget(m_inputs);
-    column->addWidget(m_splitter, 1);
-    column->addWidget(m_status);
-    setFocusProxy(&m_inputs->edit(0));
 }
 
 void FolderMergeWidget::connectBar()
@@ -151,48 +120,18 @@ void FolderMergeWidget::connectBar()
               [this] { changeSelected([this](const QModelIndexList &rows) { m_model->leaveOut(rows); }); });
     onTrigger(m_bar->asFound,
               [this] { changeSelected([this](const QModelIndexList &rows) { m_model->takeAsFound(rows); }); });
+    onTrigger(m_bar->selectFolder, &FolderMergeWidget::selectFolder);
     onTrigger(m_bar->openMerge, &FolderMergeWidget::openCurrent);
 }
 
-void FolderMergeWidget::connectUndo()
+void FolderMergeWidget::fillRowMenu(QMenu &menu)
 {
-    connect(m_undoing, &FolderActions::logLine, m_log, &FolderLogPanel::addLine);
-    connect(m_undoing, &FolderActions::statusChanged, this,
-            [this](const QString &text) { m_status->showMessage(text); });
-    connect(m_undoing, &FolderActions::runningChanged, this, &FolderMergeWidget::showState);
-    connect(m_undoing, &FolderActions::finished, this, [this] {
-        m_journalId.clear();
-        showState();
-    });
+    m_bar->fillRowMenu(menu);
 }
 
-// What the window knows of it ----------------------------------------------------------------------------------------
-
-SessionPaths FolderMergeWidget::paths() const
+QString FolderMergeWidget::closeQuestion() const
 {
-    return m_inputs->paths();
-}
-
-void FolderMergeWidget::setPaths(const SessionPaths &paths)
-{
-    m_inputs->setPaths(paths);
-}
-
-void FolderMergeWidget::dropPaths(const QStringList &paths, QPoint position)
-{
-    m_inputs->take(paths, m_inputs->mapFrom(this, position));
-    const SessionPaths folders = this->paths();
-    if (!folders.base.isEmpty() && !folders.left.isEmpty() && !folders.right.isEmpty())
-        onCompare();
-}
-
-void FolderMergeWidget::refreshTheme()
-{
-    m_bar->refreshTheme();
-    m_inputs->refreshTheme();
-    m_log->refreshTheme();
-    m_status->refreshTheme();
-    m_view->refreshTheme();
+    return Velmora::tr("The merge is still running. Stop it after the current file and close?");
 }
 
 QString FolderMergeWidget::title() const
@@ -202,94 +141,106 @@ QString FolderMergeWidget::title() const
 
 // Comparing ----------------------------------------------------------------------------------------------------------
 
+QString FolderMergeWidget::problemOfPaths() const
+{
+    const SessionPaths given = paths();
+    if (given.base.isEmpty() || given.left.isEmpty() || given.right.isEmpty())
+        return Velmora::tr("Enter paths for all three folders");
+    for (const QString &folder : {given.base, given.left, given.right}) {
+        if (!QFileInfo(folder).isDir())
+            return Velmora::tr("Folder not found: %1").arg(shownPath(folder));
+    }
+    return {};
+}
+
 void FolderMergeWidget::onCompare()
 {
-    if (m_stage == Stage::Merging || m_undoing->isRunning())
+    if (!runs().mayRead())
         return;
-    const SessionPaths given = paths();
-    QString problem;
-    if (given.base.isEmpty() || given.left.isEmpty() || given.right.isEmpty())
-        problem = Velmora::tr("Enter paths for all three folders");
-    for (const QString &folder : {given.base, given.left, given.right}) {
-        if (problem.isEmpty() && !QFileInfo(folder).isDir())
-            problem = Velmora::tr("Folder not found: %1").arg(shownPath(folder));
-    }
-    if (!problem.isEmpty()) {
-        m_status->showFailure(problem);
+    if (const QString problem = problemOfPaths(); !problem.isEmpty()) {
+        status().showFailure(problem);
         Q_EMIT readingEnded();
         return;
     }
-    m_stage = Stage::Comparing;
+    const SessionPaths given = paths();
     const MergeVersions<QString> folders{QDir::cleanPath(given.base), QDir::cleanPath(given.left),
                                          QDir::cleanPath(given.right)};
-    m_status->showMessage(Velmora::tr("Comparing…"));
-    m_runner.start(
-        [folders](const CancelFlag &cancel, Progress &progress) { return mergeFolderTrees(folders, cancel, progress); },
-        [this, folders](RunOutcome<FolderMergeResult> &&outcome) {
-            if (outcome.end == RunEnd::Done)
-                m_compared = folders;
-            takeResult(std::move(outcome));
+    status().showMessage(Velmora::tr("Comparing…"));
+    // The worker may still write into it when the session has gone.
+    const std::shared_ptr<AwaitedTexts> texts(new AwaitedTexts, [](AwaitedTexts *gone) { gone->deleteLater(); });
+    runs().read(
+        [folders, texts, into = texts->folder()](const CancelFlag &cancel, Progress &progress) {
+            Result result{mergeFolderTrees(folders, cancel, progress), {}};
+            if (!into.isEmpty() && !cancel.isCancelled())
+                result.conflicts = mergeTextConflicts(folders, result.trees.files, into, cancel, progress);
+            return result;
         },
-        [this](const ProgressState &state) { m_status->showProgress(state); });
-    showState();
+        [this, folders, texts](RunOutcome<Result> &&outcome) {
+            if (outcome.end == RunEnd::Done) {
+                m_compared = folders;
+                m_texts = texts;
+                connect(m_texts.get(), &AwaitedTexts::saved, this, &FolderMergeWidget::takeText);
+            }
+            takeResult(std::move(outcome));
+        });
     Q_EMIT comparisonStarted();
 }
 
-void FolderMergeWidget::takeResult(RunOutcome<FolderMergeResult> &&outcome)
+void FolderMergeWidget::takeResult(RunOutcome<Result> &&outcome)
 {
-    m_stage = Stage::Idle;
-    m_status->clearProgress();
     if (outcome.end == RunEnd::Cancelled) {
-        m_status->showMessage(Velmora::tr("Cancelled"));
-    } else if (!outcome.value) {
-        m_status->showFailure(faultText(outcome.fault, Velmora::tr("Not enough memory")));
-    } else {
-        const FolderMergeResult &result = *outcome.value;
+        status().showMessage(Velmora::tr("Cancelled"));
+    } else if (outcome.value) {
         m_hasResult = true;
-        m_model->setFiles(result.files);
-        for (const QString &folder : result.unreadable)
-            m_log->addLine(Velmora::tr("Cannot read folder: %1").arg(shownPath(folder)));
-        m_log->setVisible(m_log->isVisibleTo(this) || !result.unreadable.isEmpty());
-        const QString found = Velmora::tr("%1 file(s), %2 changed, %3 conflict(s)")
-                                  .arg(result.files.size())
-                                  .arg(result.changed)
-                                  .arg(result.conflicts);
-        if (result.unreadable.isEmpty())
-            m_status->showMessage(found);
-        else
-            m_status->showFailure(found, Velmora::tr("Some folders could not be read; their files count as deleted"));
+        m_clean = outcome.value->conflicts.clean;
+        m_model->setFiles(outcome.value->trees.files);
+        tell(outcome.value->trees);
+        showOffer();
         if (m_model->rowCount() > 0)
-            m_view->setCurrentIndex(m_model->index(0, 0));
-        if (const QWidget *focus = focusWidget(); !focus || m_inputs->isAncestorOf(focus))
-            m_view->setFocus();
-        m_view->fitFirstColumn();
+            view().setCurrentIndex(m_model->index(0, 0));
+        focusRows();
+        view().fitFirstColumn();
         Q_EMIT tabTitleChanged(title());
         Q_EMIT comparisonFinished(m_compared.left, m_compared.right);
     }
-    showState();
     showNotice();
     Q_EMIT readingEnded();
+}
+
+void FolderMergeWidget::tell(const FolderMergeResult &result)
+{
+    for (const QString &folder : result.unreadable)
+        log().addLine(Velmora::tr("Cannot read folder: %1").arg(shownPath(folder)));
+    showLog(!result.unreadable.isEmpty());
+    const QString found = Velmora::tr("%1 file(s), %2 changed, %3 conflict(s)")
+                              .arg(result.files.size())
+                              .arg(result.changed)
+                              .arg(result.conflicts);
+    if (result.unreadable.isEmpty())
+        status().showMessage(found);
+    else
+        status().showFailure(found, Velmora::tr("Some folders could not be read; their files count as deleted"));
 }
 
 // What is shown ------------------------------------------------------------------------------------------------------
 
 void FolderMergeWidget::showState()
 {
-    const bool idle = m_stage == Stage::Idle && !m_undoing->isRunning();
-    const bool hasRows = m_view->selectionModel()->hasSelection();
-    m_bar->compare->setEnabled(m_stage != Stage::Merging && !m_undoing->isRunning());
+    const bool idle = runs().isIdle();
+    const bool hasRows = view().selectionModel()->hasSelection();
+    m_bar->compare->setEnabled(runs().mayRead());
     m_bar->mergeTo->setEnabled(idle);
     m_bar->cancel->setEnabled(!idle);
-    m_bar->undo->setEnabled(idle && !m_journalId.isEmpty());
-    for (QAction *action :
-         {m_bar->takeLeft, m_bar->takeBase, m_bar->takeRight, m_bar->leaveOut, m_bar->asFound, m_bar->openMerge})
+    m_bar->undo->setEnabled(runs().mayUndo());
+    for (QAction *action : {m_bar->takeLeft, m_bar->takeBase, m_bar->takeRight, m_bar->leaveOut, m_bar->asFound,
+                            m_bar->selectFolder, m_bar->openMerge})
         action->setEnabled(idle && hasRows);
     m_open->setText(m_hasResult ? Velmora::tr("Open conflicts: %1").arg(m_model->openConflicts()) : QString());
 }
 
 void FolderMergeWidget::showNotice()
 {
-    NoticeCard &notice = m_view->notice();
+    NoticeCard &notice = view().notice();
     if (m_model->rowCount() > 0)
         notice.clear();
     else if (!m_hasResult)
@@ -304,29 +255,83 @@ void FolderMergeWidget::showNotice()
 
 void FolderMergeWidget::changeSelected(const std::function<void(const QModelIndexList &)> &change)
 {
-    change(m_view->selectionModel()->selectedRows());
+    change(view().selectionModel()->selectedRows());
 }
 
 void FolderMergeWidget::openCurrent()
 {
-    const QModelIndex current = m_view->currentIndex();
+    const QModelIndex current = view().currentIndex();
     if (!current.isValid())
         return;
     const FolderMergeFile &file = m_model->fileAt(current.row());
     const auto pathOf = [&](MergeVersion version) {
         return file.sizes[version] < 0 ? QString() : joinedPath(m_compared[version], file.path);
     };
-    Q_EMIT openThreeWayMerge(pathOf(MergeVersion::Base), pathOf(MergeVersion::Left), pathOf(MergeVersion::Right));
+    const SessionPaths versions{pathOf(MergeVersion::Left), pathOf(MergeVersion::Right), pathOf(MergeVersion::Base)};
+    Q_EMIT openThreeWayMerge(versions.base, versions.left, versions.right);
+    host().openMerge(versions, m_texts->await(file.path));
+}
+
+/// The merged texts are there already.
+void FolderMergeWidget::showOffer()
+{
+    if (m_clean.empty()) {
+        m_offer->clear();
+        return;
+    }
+    m_offer->tell(Velmora::tr("%1 conflicts merge cleanly line by line").arg(m_clean.size()), NoticeBar::Tone::Remark);
+}
+
+void FolderMergeWidget::takeCleanTexts()
+{
+    m_model->takeTexts(m_clean);
+    m_offer->clear();
+}
+
+void FolderMergeWidget::takeText(const QString &path)
+{
+    const QList<FolderMergeFile> &files = m_model->files();
+    const auto file =
+        std::find_if(files.begin(), files.end(), [&](const FolderMergeFile &f) { return f.path == path; });
+    if (file == files.end())
+        return;
+    m_model->takeTexts({file - files.begin()});
+    status().showMessage(Velmora::tr("Merged by hand: %1").arg(shownPath(path)));
+}
+
+void FolderMergeWidget::showEvent(QShowEvent *event)
+{
+    PlanSession::showEvent(event);
+    if (m_texts)
+        m_texts->look();
+}
+
+/// The folder of the current file; the one around it when all of that is selected already.
+void FolderMergeWidget::selectFolder()
+{
+    const QModelIndex current = view().currentIndex();
+    if (!current.isValid())
+        return;
+    QItemSelectionModel &selection = *view().selectionModel();
+    QString folder = m_model->fileAt(current.row()).path;
+    std::pair<int, int> rows;
+    do {
+        folder = parentPath(folder);
+        rows = m_model->rowsBelow(folder);
+    } while (!folder.isEmpty() && selection.selectedRows().size() >= rows.second - rows.first &&
+             selection.isRowSelected(rows.first));
+    selection.select({m_model->index(rows.first, 0), m_model->index(rows.second - 1, 0)},
+                     QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 /// To the next conflict that nobody has decided.
 void FolderMergeWidget::step(int direction)
 {
-    int row = m_view->currentIndex().row() + direction;
+    int row = view().currentIndex().row() + direction;
     while (row >= 0 && row < m_model->rowCount() && !m_model->isOpenAt(row))
         row += direction;
     if (row >= 0 && row < m_model->rowCount())
-        m_view->setCurrentIndex(m_model->index(row, 0));
+        view().setCurrentIndex(m_model->index(row, 0));
 }
 
 } // namespace velmora

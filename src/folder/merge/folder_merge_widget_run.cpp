@@ -1,9 +1,9 @@
 // How a folder merge session writes the merged tree.
 
 #include "folder/actions/action_words.h"
-#include "folder/actions/folder_actions.h"
 #include "folder/actions/folder_log_panel.h"
 #include "folder/actions/plan_preview_dialog.h"
+#include "folder/merge/awaited_texts.h"
 #include "folder/merge/folder_merge_bar.h"
 #include "folder/merge/folder_merge_model.h"
 #include "folder/merge/folder_merge_widget.h"
@@ -12,7 +12,6 @@
 #include "session/fault_text.h"
 #include "session/frame/status_line.h"
 #include "session/translate.h"
-#include "vfs/local_folder.h"
 
 #include <QDir>
 #include <QPointer>
@@ -31,7 +30,7 @@ QString mergeTitle()
 
 void FolderMergeWidget::onMergeTo()
 {
-    if (m_stage != Stage::Idle || m_undoing->isRunning())
+    if (!runs().isIdle())
         return;
     if (!m_hasResult) {
         Dialogs::instance().tell(this, Dialogs::Tone::Information, mergeTitle(), QStringLiteral("请先执行比较"));
@@ -63,36 +62,30 @@ void FolderMergeWidget::considerTarget(const QString &target)
 /// Looks what the target has already, so that nothing there is replaced unseen.
 void FolderMergeWidget::survey(const QString &target)
 {
-    if (m_stage != Stage::Idle || m_undoing->isRunning()) // something began while the question was open
+    if (!runs().isIdle()) // something began while the question was open
         return;
-    m_stage = Stage::Merging;
-    m_status->showMessage(Velmora::tr("Looking at the target folder…"));
-    m_runner.start(
-        [folders = m_compared, files = m_model->files(), sources = m_model->sources(), target](const CancelFlag &cancel,
-                                                                                               Progress &progress) {
-            const OperationPlan plan = planFolderMerge(folders, files, sources, target);
+    status().showMessage(Velmora::tr("Looking at the target folder…"));
+    runs().prepare(
+        [folders = m_compared, files = m_model->files(), sources = m_model->sources(), target,
+         texts = m_texts->folder()](const CancelFlag &cancel, Progress &progress) {
+            const OperationPlan plan = planFolderMerge(folders, files, sources, target, texts);
             if (plan.refusal != PlanRefusal::None)
                 return plan;
             QDir().mkpath(target);
             return surveyPlan(plan, FileLayer::native(), cancel, progress);
         },
         [this, target](RunOutcome<OperationPlan> &&outcome) {
-            m_stage = Stage::Idle;
-            m_status->clearProgress();
-            showState();
             if (outcome.end == RunEnd::Done)
                 considerPlan(*outcome.value, target);
-            else
-                m_status->showMessage(endText(outcome.end, outcome.fault));
-        },
-        [this](const ProgressState &state) { m_status->showProgress(state); });
-    showState();
+            else if (outcome.value)
+                status().showMessage(endText(outcome.end, outcome.fault));
+        });
 }
 
 void FolderMergeWidget::considerPlan(const OperationPlan &plan, const QString &target)
 {
     if (plan.refusal != PlanRefusal::None) {
-        m_status->showFailure(refusalText(plan.refusal));
+        status().showFailure(refusalText(plan.refusal));
         Dialogs::instance().tell(this, Dialogs::Tone::Warning, mergeTitle(), refusalText(plan.refusal));
         return;
     }
@@ -111,70 +104,29 @@ void FolderMergeWidget::considerPlan(const OperationPlan &plan, const QString &t
 
 void FolderMergeWidget::run(const OperationPlan &plan)
 {
-    if (m_stage != Stage::Idle || m_undoing->isRunning())
+    if (!runs().isIdle())
         return;
-    m_stage = Stage::Merging;
-    m_runner.start([plan, name = title()](const CancelFlag &cancel,
-                                          Progress &progress) { return runPlan(plan, name, cancel, progress); },
-                   [this](RunOutcome<PlanRunResult> &&outcome) { takeRun(std::move(outcome)); },
-                   [this](const ProgressState &state) { m_status->showProgress(state, shownPath(state.item)); });
-    showState();
+    runs().write([plan] { return plan; }, title(),
+                 [this](const PlanRunResult &result, bool wasCancelled) { takeRun(result, wasCancelled); });
 }
 
-void FolderMergeWidget::takeRun(RunOutcome<PlanRunResult> &&outcome)
+void FolderMergeWidget::takeRun(const PlanRunResult &result, bool wasCancelled)
 {
-    m_stage = Stage::Idle;
-    m_status->clearProgress();
-    if (!outcome.value) {
-        m_status->showFailure(faultText(outcome.fault, Velmora::tr("Not enough memory")));
-        showState();
-        return;
-    }
-    const PlanRunResult &result = *outcome.value;
     for (const PlanLine &line : result.lines) {
         if (!line.done)
-            m_log->addLine(QStringLiteral("  ✗ ") + line.path + u' ' + line.reason);
+            log().addLine(QStringLiteral("  ✗ ") + line.path + u' ' + line.reason);
     }
-    m_log->setVisible(m_log->isVisibleTo(this) || result.failed > 0);
-    m_journalId = result.journalId;
+    showLog(result.failed > 0);
     const qint64 skipped = m_model->openConflicts() + result.failed;
     const QString done = QStringLiteral("已复制 %1 个文件，跳过 %2 个").arg(result.files).arg(skipped);
-    const QString title = outcome.end == RunEnd::Cancelled ? Velmora::tr("Cancelled") : QStringLiteral("合并完成");
-    m_log->addLine(done);
+    const QString title = wasCancelled ? Velmora::tr("Cancelled") : QStringLiteral("合并完成");
+    log().addLine(done);
     if (result.failed > 0)
-        m_status->showFailure(done);
+        status().showFailure(done);
     else
-        m_status->showMessage(done);
-    showState();
+        status().showMessage(done);
     Dialogs::instance().tell(this, result.failed > 0 ? Dialogs::Tone::Warning : Dialogs::Tone::Information, title,
                              done);
-}
-
-void FolderMergeWidget::onCancel()
-{
-    m_runner.cancel();
-    m_undoing->cancel();
-}
-
-void FolderMergeWidget::onUndo()
-{
-    if (m_stage != Stage::Idle || m_journalId.isEmpty())
-        return;
-    FolderActionContext context;
-    context.roots.left = localFolder(m_target);
-    m_undoing->setContext(context);
-    m_undoing->undoRun(m_journalId);
-}
-
-void FolderMergeWidget::confirmClose(std::function<void(bool mayClose)> answered)
-{
-    if (m_stage != Stage::Merging) {
-        answered(true);
-        return;
-    }
-    Dialogs::instance().askYesNo(this, Velmora::tr("Close"),
-                                 Velmora::tr("The merge is still running. Stop it after the current file and close?"),
-                                 false, [answered = std::move(answered)](bool yes) { answered(yes); });
 }
 
 } // namespace velmora

@@ -8,12 +8,31 @@ namespace velmora {
 
 namespace {
 
-constexpr int targetRoot = int(allMergeVersions.size()); // behind those of the versions
+/// The root of the plan that a source stands for: versions first, merged texts behind them.
+int rootOf(MergeSource source)
+{
+    return int(source) - int(MergeSource::Base);
+}
+
+bool isThere(const FolderMergeFile &file, MergeSource source)
+{
+    switch (source) {
+    case MergeSource::LeftOut:
+        break;
+    case MergeSource::Text:
+        return true;
+    case MergeSource::Base:
+    case MergeSource::Left:
+    case MergeSource::Right:
+        return file.sizes[allMergeVersions[std::size_t(rootOf(source))]] >= 0;
+    }
+    return false;
+}
 
 /// Has the folders made that a file needs, each once, the outer ones first.
 class NeededFolders {
 public:
-    explicit NeededFolders(OperationPlan &plan) : m_plan(plan) {}
+    NeededFolders(OperationPlan &plan, int root) : m_plan(plan), m_root(root) {}
 
     void make(const QString &folder)
     {
@@ -23,28 +42,36 @@ public:
         m_made.insert(folder);
         OperationStep step;
         step.kind = OperationKind::MakeFolder;
-        step.to = {targetRoot, folder};
+        step.to = {m_root, folder};
         m_plan.steps.append(step);
     }
 
 private:
     OperationPlan &m_plan;
+    int m_root;
     QSet<QString> m_made;
 };
 
 } // namespace
 
+MergeSource mergeSource(MergeVersion version)
+{
+    return MergeSource(int(MergeSource::Base) + int(version));
+}
+
 MergeSources mergeSourcesOf(const QList<FolderMergeFile> &files)
 {
     MergeSources sources;
     sources.reserve(std::size_t(files.size()));
-    for (const FolderMergeFile &file : files)
-        sources.push_back(mergeSourceOf(file.status));
+    for (const FolderMergeFile &file : files) {
+        const std::optional<MergeVersion> version = mergeSourceOf(file.status);
+        sources.push_back(version ? mergeSource(*version) : MergeSource::LeftOut);
+    }
     return sources;
 }
 
 OperationPlan planFolderMerge(const MergeVersions<QString> &folders, const QList<FolderMergeFile> &files,
-                              const MergeSources &sources, const QString &target)
+                              const MergeSources &sources, const QString &target, const QString &texts)
 {
     OperationPlan plan;
     for (const MergeVersion version : allMergeVersions) {
@@ -52,18 +79,21 @@ OperationPlan planFolderMerge(const MergeVersions<QString> &folders, const QList
         if (isOrIsInside(target, folders[version]) || isOrIsInside(folders[version], target))
             plan.refusal = PlanRefusal::OverlappingRoots;
     }
+    if (!texts.isEmpty())
+        plan.roots.append({texts, std::nullopt, false});
+    const int targetRoot = int(plan.roots.size());
     plan.roots.append({target, std::nullopt, true});
     if (plan.refusal != PlanRefusal::None)
         return plan;
-    NeededFolders folderSteps(plan);
+    NeededFolders folderSteps(plan, targetRoot);
     for (qsizetype i = 0; i < files.size(); ++i) {
-        const std::optional<MergeVersion> source = sources[std::size_t(i)];
-        if (!source || files.at(i).sizes[*source] < 0)
+        const MergeSource source = sources[std::size_t(i)];
+        if (!isThere(files.at(i), source) || rootOf(source) >= targetRoot)
             continue;
         folderSteps.make(parentPath(files.at(i).path));
         OperationStep step;
         step.kind = OperationKind::Copy;
-        step.from = {int(*source), files.at(i).path};
+        step.from = {rootOf(source), files.at(i).path};
         step.to = {targetRoot, files.at(i).path};
         step.mayReplace = true;
         plan.steps.append(step);

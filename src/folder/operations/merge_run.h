@@ -3,21 +3,32 @@
 #include "folder/engine/folder_merge.h"
 #include "folder/operations/operation_plan.h"
 
-#include <optional>
 #include <vector>
 
 namespace velmora {
 
-/// For each file of a merge the version that goes into the merged tree; nothing for what is left out.
-using MergeSources = std::vector<std::optional<MergeVersion>>;
+/// Where a file of the merged tree comes from.
+enum class MergeSource : quint8 {
+    LeftOut, ///< from nowhere: it is not written
+    Base,
+    Left,
+    Right,
+    Text, ///< from the folder of merged texts
+};
+[[nodiscard]] MergeSource mergeSource(MergeVersion version);
+
+/// For each file of a merge what goes into the merged tree.
+using MergeSources = std::vector<MergeSource>;
 
 /// What the statuses say, before anything is chosen by hand.
 [[nodiscard]] MergeSources mergeSourcesOf(const QList<FolderMergeFile> &files);
 
 /// The steps that write the merged tree into the folder `target`, which must be there when they are surveyed and may
 /// hold other files: those of the same name are replaced, and nothing is deleted. Only the survey tells what is
-/// replaced. Refused when the target is one of the three folders or lies in one, or the other way round.
+/// replaced. Refused when the target is one of the three folders or lies in one, or the other way round. `texts`: the
+/// folder that has merged texts under the paths of their files; empty when none is among the sources.
 [[nodiscard]] OperationPlan planFolderMerge(const MergeVersions<QString> &folders, const QList<FolderMergeFile> &files,
-                                            const MergeSources &sources, const QString &target);
+                                            const MergeSources &sources, const QString &target,
+                                            const QString &texts = {});
 
 } // namespace velmora

@@ -2,40 +2,29 @@
 
 #include "core/path_names.h"
 #include "folder/actions/action_words.h"
-#include "folder/actions/folder_actions.h"
 #include "folder/actions/folder_log_panel.h"
 #include "folder/actions/plan_view.h"
 #include "folder/sync/sync_bar.h"
+#include "folder/sync/sync_choices.h"
+#include "folder/sync/sync_drop_line_edit.h"
 #include "folder/sync/sync_plan_model.h"
+#include "folder/sync/sync_remarks.h"
 #include "folder/sync/sync_words.h"
-#include "session/fault_text.h"
 #include "session/frame/notice_card.h"
 #include "session/frame/path_edit.h"
-#include "session/frame/paths_bar.h"
 #include "session/frame/status_line.h"
 #include "session/session_host.h"
 #include "session/translate.h"
 
-#include <QBoxLayout>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
-#include <QGridLayout>
 #include <QHeaderView>
-#include <QJsonObject>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
-#include <QSplitter>
 
 namespace velmora {
 
 namespace {
-
-constexpr QLatin1String modeKey("mode");
-constexpr QLatin1String filterKey("filter");
-constexpr QLatin1String contentsKey("compareContents");
 
 /// Opening every folder costs a look at each row.
 constexpr qsizetype mostRowsOpened = 50'000;
@@ -44,141 +33,62 @@ QList<PathsBar::Field> fields()
 {
     using Picks = PathsBar::Field::Picks;
     return {{&SessionPaths::left, Velmora::tr("Left:"), Velmora::tr("Left folder path..."),
-             Velmora::tr("Browse left folder"), Picks::Folder},
+             Velmora::tr("Browse left folder"), Picks::Folder, new SyncDropLineEdit},
             {&SessionPaths::right, Velmora::tr("Right:"), Velmora::tr("Right folder path..."),
-             Velmora::tr("Browse right folder"), Picks::Folder}};
+             Velmora::tr("Browse right folder"), Picks::Folder, new SyncDropLineEdit}};
 }
 
 } // namespace
 
 FolderSyncWidget::FolderSyncWidget(SessionHost &host, QWidget *parent)
-    : SessionWidget(host, parent),
+    : PlanSession(host, fields(), QStringLiteral("syncPlan"), new SyncPlanModel(nullptr), parent),
       m_bar(new SyncBar(this)),
-      m_inputs(new PathsBar(fields(), this)),
-      m_direction(new QComboBox),
-      m_filter(new QComboBox),
-      m_contents(new QCheckBox(Velmora::tr("Compare contents"))),
-      m_model(new SyncPlanModel(this)),
-      m_view(new PlanView(QStringLiteral("syncPlan"), *m_model)),
-      m_log(new FolderLogPanel),
-      m_splitter(new QSplitter(Qt::Vertical)),
-      m_status(new StatusLine),
-      m_summary(m_status->addFact(QStringLiteral("summaryLabel"))),
-      m_undoing(new FolderActions(*this, this))
+      m_choices(new SyncChoices),
+      m_remarks(new SyncRemarks),
+      m_model(static_cast<SyncPlanModel *>(view().model())),
+      m_summary(status().addFact(QStringLiteral("summaryLabel")))
 {
+    layOut(*m_bar, Velmora::tr(" Direction: ").trimmed(), m_choices);
+    addAboveRows(m_remarks);
     buildView();
-    buildLayout();
     connectBar();
-    connectUndo();
-    connect(m_inputs, &PathsBar::submitted, this, &FolderSyncWidget::onAnalyze);
+    connectChoices();
+    for (const SyncDropLineEdit *line : inputs().findChildren<SyncDropLineEdit *>()) {
+        connect(line, &SyncDropLineEdit::folderDropped, this, [this] {
+            if (inputs().isComplete())
+                onAnalyze();
+        });
+    }
     connect(m_model, &SyncPlanModel::actionsChanged, this, &FolderSyncWidget::showSummary);
-    connect(m_log, &FolderLogPanel::closeWanted, m_log, &QWidget::hide);
-    m_log->hide();
+    connect(&runs(), &PlanRuns::stageChanged, this, &FolderSyncWidget::showState);
+    connect(&runs(), &PlanRuns::undone, this, [this](const QString &text) { analyse(plannedFolders(), {text}); });
     showState();
     showNotice();
+    showRemarks();
 }
 
 FolderSyncWidget::~FolderSyncWidget() = default;
 
 // Layout -------------------------------------------------------------------------------------------------------------
 
-QWidget *FolderSyncWidget::buildChoices()
-{
-    m_direction->setObjectName(QStringLiteral("directionBox"));
-    m_direction->addItems({Velmora::tr("Left → Right"), Velmora::tr("Right → Left"), Velmora::tr("Mirror sync"),
-                           Velmora::tr("Update newer")});
-    const QStringList hints{
-        Velmora::tr("Make the right side like the left; what only the right has is deleted"),
-        Velmora::tr("Make the left side like the right; what only the left has is deleted"),
-        Velmora::tr("Copy both ways; of changed files the newer wins, of equal times the right one"),
-        Velmora::tr("Copy both ways; of changed files the newer wins, of equal times none")};
-    for (int i = 0; i < int(hints.size()); ++i)
-        m_direction->setItemData(i, toolTipText(hints.at(i)), Qt::ToolTipRole);
-    m_direction->setToolTip(hints.first());
-    m_filter->setObjectName(QStringLiteral("filterBox"));
-    m_filter->setEditable(true);
-    m_filter->addItems({QString(), QStringLiteral("*.cpp;*.h"), QStringLiteral("*.txt")});
-    m_filter->setToolTip(Velmora::tr("File name filter pattern"));
-    m_filter->setMinimumContentsLength(14);
-    m_filter->lineEdit()->setPlaceholderText(Velmora::tr("All files"));
-    m_contents->setObjectName(QStringLiteral("contentsBox"));
-    m_contents->setToolTip(Velmora::tr("Read files of the same size and time, too, at the next analysis"));
-
-    const auto labelFor = [](const QString &text, QWidget *buddy) {
-        auto *label = new QLabel(text);
-        label->setBuddy(buddy);
-        return label;
-    };
-    auto *choices = new QWidget;
-    auto *row = new QHBoxLayout(choices);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(m_direction);
-    row->addSpacing(8);
-    row->addWidget(labelFor(Velmora::tr(" Filter: "), m_filter));
-    row->addWidget(m_filter);
-    row->addSpacing(8);
-    row->addWidget(m_contents);
-    row->addStretch();
-
-    connect(m_direction, &QComboBox::currentIndexChanged, this, [this, hints](int index) {
-        m_direction->setToolTip(hints.value(index));
-        planAgain();
-    });
-    connect(m_filter, &QComboBox::currentTextChanged, this, [this](const QString &text) {
-        m_model->setFilter(splitMasks(text));
-        showPlan();
-    });
-    return choices;
-}
-
 void FolderSyncWidget::buildView()
 {
-    m_view->setAccessibleName(Velmora::tr("Sync plan"));
-    QHeaderView &header = *m_view->header();
-    const QFontMetrics metrics = m_view->fontMetrics();
+    view().setAccessibleName(Velmora::tr("Sync plan"));
+    QHeaderView &header = *view().header();
+    const QFontMetrics metrics = view().fontMetrics();
     const int timeWidth = metrics.horizontalAdvance(QStringLiteral("0000-00-00 00:00:00")) + 20;
     const int sizeWidth = metrics.horizontalAdvance(QStringLiteral("1,023.9 MB")) + 20;
     int actionWidth = 0;
-    for (const SyncAction action : {SyncAction::Skip, SyncAction::CopyToRight, SyncAction::CopyToLeft,
-                                    SyncAction::DeleteRight, SyncAction::DeleteLeft})
+    for (const SyncAction action :
+         {SyncAction::Skip, SyncAction::CopyToRight, SyncAction::CopyToLeft, SyncAction::DeleteRight,
+          SyncAction::DeleteLeft, SyncAction::MoveOnRight, SyncAction::MoveOnLeft})
         actionWidth = std::max(actionWidth, metrics.horizontalAdvance(syncActionText(action)) + 24);
     for (const auto &[column, width] :
          {std::pair(SyncPlanModel::Action, actionWidth), std::pair(SyncPlanModel::LeftSize, sizeWidth),
           std::pair(SyncPlanModel::LeftTime, timeWidth), std::pair(SyncPlanModel::RightSize, sizeWidth),
           std::pair(SyncPlanModel::RightTime, timeWidth)})
         header.resizeSection(column, width);
-    connect(m_view, &QTreeView::activated, this, [this] { openCurrent(); });
-    connect(m_view, &PlanView::menuWanted, this, [this](QPoint at) {
-        QMenu menu;
-        m_bar->fillRowMenu(menu);
-        menu.exec(at);
-    });
-    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &FolderSyncWidget::showRowCommands);
-}
-
-void FolderSyncWidget::buildLayout()
-{
-    QGridLayout &grid = m_inputs->grid();
-    grid.setContentsMargins(10, 8, 10, 8);
-    grid.setVerticalSpacing(6);
-    auto *direction = new QLabel(Velmora::tr(" Direction: ").trimmed());
-    direction->setBuddy(m_direction);
-    const int row = grid.rowCount();
-    grid.addWidget(direction, row, 0);
-    grid.addWidget(buildChoices(), row, 1);
-    m_splitter->addWidget(m_view);
-    m_splitter->addWidget(m_log);
-    m_splitter->setStretchFactor(0, 4);
-    m_splitter->setStretchFactor(1, 1);
-    m_splitter->setChildrenCollapsible(false);
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    column->addWidget(m_bar);
-    column->addWidget(m_inputs);
-    column->addWidget(m_splitter, 1);
-    column->addWidget(m_status);
-    setFocusProxy(&m_inputs->edit(0));
+    connect(view().selectionModel(), &QItemSelectionModel::selectionChanged, this, &FolderSyncWidget::showRowCommands);
 }
 
 void FolderSyncWidget::connectBar()
@@ -199,22 +109,22 @@ void FolderSyncWidget::connectBar()
     onTrigger(m_bar->open, &FolderSyncWidget::openCurrent);
 }
 
-void FolderSyncWidget::connectUndo()
+void FolderSyncWidget::connectChoices()
 {
-    connect(m_undoing, &FolderActions::logLine, m_log, &FolderLogPanel::addLine);
-    connect(m_undoing, &FolderActions::statusChanged, this, [this](const QString &text) {
-        m_undoText = text;
-        m_status->showMessage(text);
+    connect(m_choices, &SyncChoices::directionChanged, this, &FolderSyncWidget::planAgain);
+    connect(m_choices, &SyncChoices::inputChanged, this, &FolderSyncWidget::analyseAgain);
+    connect(m_choices, &SyncChoices::filterChanged, this, [this](const QStringList &masks) {
+        m_model->setFilter(masks);
+        showPlan();
     });
-    connect(m_undoing, &FolderActions::runningChanged, this, &FolderSyncWidget::showState);
-    // Told while it is still at work.
-    connect(
-        m_undoing, &FolderActions::finished, this,
-        [this] {
-            m_journalId.clear();
-            analyse(plannedFolders(), {m_undoText});
-        },
-        Qt::QueuedConnection);
+    connect(m_remarks, &SyncRemarks::movesWanted, m_choices, &SyncChoices::findMoves);
+    connect(m_remarks, &SyncRemarks::hoursIgnored, m_choices, &SyncChoices::ignoreHours);
+    connect(m_remarks, &SyncRemarks::conflictsWanted, this, &FolderSyncWidget::listConflicts);
+}
+
+void FolderSyncWidget::fillRowMenu(QMenu &menu)
+{
+    m_bar->fillRowMenu(menu);
 }
 
 // What the window knows of it ----------------------------------------------------------------------------------------
@@ -224,55 +134,22 @@ QString FolderSyncWidget::kind() const
     return host().kindFor(SessionHost::Purpose::SyncFolders);
 }
 
-SessionPaths FolderSyncWidget::paths() const
-{
-    return m_inputs->paths();
-}
-
-void FolderSyncWidget::setPaths(const SessionPaths &paths)
-{
-    m_inputs->setPaths(paths);
-}
-
 QJsonObject FolderSyncWidget::options() const
 {
-    QJsonObject options{{modeKey, m_direction->currentIndex()}};
-    if (!m_filter->currentText().trimmed().isEmpty())
-        options.insert(filterKey, m_filter->currentText());
-    if (m_contents->isChecked())
-        options.insert(contentsKey, true);
-    return options;
+    return m_choices->options();
 }
 
 void FolderSyncWidget::setOptions(const QJsonObject &options)
 {
-    m_direction->setCurrentIndex(int(syncModeOf(options.value(modeKey).toInt())));
-    m_filter->setCurrentText(options.value(filterKey).toString());
-    m_contents->setChecked(options.value(contentsKey).toBool());
+    m_choices->setOptions(options);
 }
 
-void FolderSyncWidget::dropPaths(const QStringList &paths, QPoint position)
+QString FolderSyncWidget::closeQuestion() const
 {
-    m_inputs->take(paths, m_inputs->mapFrom(this, position));
-    if (!this->paths().left.isEmpty() && !this->paths().right.isEmpty())
-        onAnalyze();
-}
-
-void FolderSyncWidget::refreshTheme()
-{
-    m_bar->refreshTheme();
-    m_inputs->refreshTheme();
-    m_log->refreshTheme();
-    m_status->refreshTheme();
-    m_view->refreshTheme();
+    return Velmora::tr("The sync is still running. Stop it after the current file and close?");
 }
 
 // Analysing ----------------------------------------------------------------------------------------------------------
-
-SyncMode FolderSyncWidget::mode() const
-{
-    return syncModeOf(m_direction->currentIndex());
-}
 
 QString FolderSyncWidget::title() const
 {
@@ -293,10 +170,10 @@ QString FolderSyncWidget::problemOfPaths() const
 
 void FolderSyncWidget::onAnalyze()
 {
-    if (m_stage == Stage::Running || m_undoing->isRunning())
+    if (!runs().mayRead())
         return;
     if (const QString problem = problemOfPaths(); !problem.isEmpty()) {
-        m_status->showFailure(problem);
+        status().showFailure(problem);
         Q_EMIT readingEnded();
         return;
     }
@@ -307,59 +184,61 @@ void FolderSyncWidget::onAnalyze()
 void FolderSyncWidget::tell(const Remark &remark)
 {
     if (remark.isFailure)
-        m_status->showFailure(remark.text);
+        status().showFailure(remark.text);
     else
-        m_status->showMessage(remark.text);
+        status().showMessage(remark.text);
 }
 
 void FolderSyncWidget::analyse(const Sides<QString> &folders, const Remark &remark)
 {
-    m_stage = Stage::Analysing;
     tell(remark.text.isEmpty() ? Remark{Velmora::tr("Scanning folders…")} : remark);
-    const SyncQuestion question{
-        {QDir::cleanPath(folders.left), QDir::cleanPath(folders.right)}, mode(), m_contents->isChecked()};
-    m_runner.start(
+    const SyncQuestion question{{QDir::cleanPath(folders.left), QDir::cleanPath(folders.right)},
+                                m_choices->rules(),
+                                m_choices->readsContents(),
+                                m_choices->findsMoves()};
+    runs().read(
         [question](const CancelFlag &cancel, Progress &progress) { return analyseFolders(question, cancel, progress); },
-        [this, remark](RunOutcome<SyncAnalysis> &&outcome) { takeAnalysis(std::move(outcome), remark); },
-        [this](const ProgressState &state) { m_status->showProgress(state, shownPath(state.item)); });
-    showState();
+        [this, remark](RunOutcome<SyncAnalysis> &&outcome) { takeAnalysis(std::move(outcome), remark); });
 }
 
 void FolderSyncWidget::takeAnalysis(RunOutcome<SyncAnalysis> &&outcome, const Remark &remark)
 {
-    m_stage = Stage::Idle;
-    m_status->clearProgress();
     if (outcome.end == RunEnd::Cancelled) {
-        m_status->showMessage(Velmora::tr("Analysis cancelled."));
-    } else if (!outcome.value) {
-        m_status->showFailure(faultText(outcome.fault, Velmora::tr("Not enough memory")));
-    } else {
-        m_found = std::move(outcome.value->input);
+        status().showMessage(Velmora::tr("Analysis cancelled."));
+    } else if (outcome.value) {
+        m_found = std::move(*outcome.value);
         m_hasPlan = true;
         if (remark.text.isEmpty())
-            m_model->setPlan(std::move(outcome.value->plan));
+            m_model->setPlan(m_found.proposal.items);
         else
-            m_model->setRest(std::move(outcome.value->plan));
+            m_model->setRest(m_found.proposal.items);
         showPlan();
-        if (const QWidget *focus = focusWidget(); !focus || m_inputs->isAncestorOf(focus))
-            m_view->setFocus();
+        showRemarks();
+        focusRows();
         tell(remark.text.isEmpty()
                  ? Remark{Velmora::tr("Scan complete. %1 item(s) to sync.").arg(m_model->plan().size())}
                  : remark);
         Q_EMIT tabTitleChanged(title());
         Q_EMIT comparisonFinished(plannedFolders().left, plannedFolders().right);
     }
-    showState();
     Q_EMIT readingEnded();
 }
 
 /// What was found is the same whatever the direction.
 void FolderSyncWidget::planAgain()
 {
-    if (!m_hasPlan || m_stage == Stage::Running)
+    if (!m_hasPlan || hasUnsavedChanges())
         return;
-    m_model->setPlan(planSync(m_found.items, mode()));
+    m_found.proposal = proposeSync(m_found.input.items, m_found.moved, m_choices->rules());
+    m_model->setPlan(m_found.proposal.items);
     showPlan();
+    showRemarks();
+}
+
+void FolderSyncWidget::analyseAgain()
+{
+    if (m_hasPlan)
+        onAnalyze();
 }
 
 // What is shown ------------------------------------------------------------------------------------------------------
@@ -367,12 +246,12 @@ void FolderSyncWidget::planAgain()
 void FolderSyncWidget::showPlan()
 {
     if (m_model->plan().size() <= mostRowsOpened)
-        m_view->expandAll();
+        view().expandAll();
     else
-        m_view->expandToDepth(0);
+        view().expandToDepth(0);
     if (m_model->rowCount() > 0)
-        m_view->setCurrentIndex(m_model->index(0, 0));
-    m_view->fitFirstColumn();
+        view().setCurrentIndex(m_model->index(0, 0));
+    view().fitFirstColumn();
     showState();
     showSummary();
     showNotice();
@@ -380,11 +259,11 @@ void FolderSyncWidget::showPlan()
 
 void FolderSyncWidget::showState()
 {
-    const bool idle = m_stage == Stage::Idle && !m_undoing->isRunning();
-    m_bar->analyze->setEnabled(m_stage != Stage::Running && !m_undoing->isRunning());
+    const bool idle = runs().isIdle();
+    m_bar->analyze->setEnabled(runs().mayRead());
     m_bar->syncNow->setEnabled(idle && m_model->rowCount() > 0);
     m_bar->cancel->setEnabled(!idle);
-    m_bar->undo->setEnabled(idle && !m_journalId.isEmpty());
+    m_bar->undo->setEnabled(runs().mayUndo());
     m_bar->swapSides->setEnabled(idle);
     showRowCommands();
 }
@@ -392,10 +271,10 @@ void FolderSyncWidget::showState()
 /// With each step of the caret, so that it looks at no item.
 void FolderSyncWidget::showRowCommands()
 {
-    const bool idle = m_stage == Stage::Idle && !m_undoing->isRunning();
+    const bool idle = runs().isIdle();
     for (QAction *action :
          {m_bar->copyToRight, m_bar->copyToLeft, m_bar->deleteOne, m_bar->skip, m_bar->asPlanned, m_bar->open})
-        action->setEnabled(idle && m_view->selectionModel()->hasSelection());
+        action->setEnabled(idle && view().selectionModel()->hasSelection());
 }
 
 void FolderSyncWidget::showSummary()
@@ -407,9 +286,28 @@ void FolderSyncWidget::showSummary()
     m_summary->setText(summary);
 }
 
+/// Nothing is offered that has been chosen already, or that would change nothing in this direction.
+void FolderSyncWidget::showRemarks()
+{
+    const SyncRules rules = m_choices->rules();
+    const bool deletes = rules.mode == SyncMode::LeftToRight || rules.mode == SyncMode::RightToLeft;
+    SyncRemarks::Facts facts;
+    facts.likelyMoves = deletes && !m_choices->findsMoves() ? m_found.likelyMoves : 0;
+    facts.wholeHours = rules.ignoresHours ? 0 : m_found.wholeHours;
+    facts.conflicts = m_found.proposal.conflicts.size();
+    m_remarks->show(facts);
+}
+
+void FolderSyncWidget::listConflicts()
+{
+    for (const NameConflict &conflict : std::as_const(m_found.proposal.conflicts))
+        log().addLine(QLatin1String("  ! ") + nameConflictText(conflict));
+    showLog(true);
+}
+
 void FolderSyncWidget::showNotice()
 {
-    NoticeCard &notice = m_view->notice();
+    NoticeCard &notice = view().notice();
     if (m_model->rowCount() > 0)
         notice.clear();
     else if (!m_hasPlan)
@@ -424,19 +322,19 @@ void FolderSyncWidget::showNotice()
 
 void FolderSyncWidget::changeSelected(void (SyncPlanModel::*change)(const QModelIndexList &))
 {
-    (m_model->*change)(m_view->selectionModel()->selectedRows());
-    m_view->viewport()->update();
+    (m_model->*change)(view().selectionModel()->selectedRows());
+    view().viewport()->update();
 }
 
 void FolderSyncWidget::setSelected(SyncAction action)
 {
-    m_model->setAction(m_view->selectionModel()->selectedRows(), action);
-    m_view->viewport()->update();
+    m_model->setAction(view().selectionModel()->selectedRows(), action);
+    view().viewport()->update();
 }
 
 void FolderSyncWidget::openCurrent()
 {
-    const QModelIndex current = m_view->currentIndex();
+    const QModelIndex current = view().currentIndex();
     if (!current.isValid())
         return;
     const SyncPlanItem &item = m_model->itemAt(current);
@@ -450,12 +348,12 @@ void FolderSyncWidget::openCurrent()
 /// To the next file that something is done with.
 void FolderSyncWidget::step(int direction)
 {
-    QModelIndex at = m_view->currentIndex();
+    QModelIndex at = view().currentIndex();
     do {
-        at = direction > 0 ? m_view->indexBelow(at) : m_view->indexAbove(at);
+        at = direction > 0 ? view().indexBelow(at) : view().indexAbove(at);
     } while (at.isValid() && m_model->itemAt(at).isDir);
     if (at.isValid())
-        m_view->setCurrentIndex(at);
+        view().setCurrentIndex(at);
 }
 
 void FolderSyncWidget::onSwap()

@@ -1,15 +1,11 @@
 // What a sync session does with its plan.
 
 #include "core/path_names.h"
-#include "folder/actions/action_words.h"
-#include "folder/actions/folder_actions.h"
 #include "folder/actions/folder_log_panel.h"
 #include "folder/sync/folder_sync_widget.h"
-#include "folder/sync/sync_bar.h"
 #include "folder/sync/sync_plan_model.h"
 #include "folder/sync/sync_words.h"
 #include "session/dialogs.h"
-#include "session/fault_text.h"
 #include "session/frame/status_line.h"
 #include "session/translate.h"
 
@@ -21,11 +17,11 @@ namespace velmora {
 
 void FolderSyncWidget::onSync()
 {
-    if (m_stage != Stage::Idle || m_undoing->isRunning())
+    if (!runs().isIdle())
         return;
     const QList<SyncPlanItem> shown = m_model->shownPlan();
     if (std::none_of(shown.begin(), shown.end(), isStep)) {
-        m_status->showMessage(Velmora::tr("No sync actions to run."));
+        status().showMessage(Velmora::tr("No sync actions to run."));
         return;
     }
     Dialogs::instance().askYesNo(this, Velmora::tr("Confirm sync"), questionFor(countSync(shown).actions()), true,
@@ -37,7 +33,7 @@ void FolderSyncWidget::onSync()
 
 PlanInput FolderSyncWidget::inputForRun() const
 {
-    PlanInput input = m_found;
+    PlanInput input = m_found.input;
     if (m_model->isFiltered()) {
         input.shows = [masks = m_model->masks()](const FolderDiffItem &item) {
             return item.isDir || masks.matches(bareName(item.name));
@@ -48,17 +44,19 @@ PlanInput FolderSyncWidget::inputForRun() const
 
 QString FolderSyncWidget::questionFor(qint64 actions) const
 {
-    QString question = Velmora::tr("About to run %1 sync action(s). Continue?").arg(actions);
+    QStringList texts{Velmora::tr("About to run %1 sync action(s). Continue?").arg(actions)};
     if (m_model->isFiltered())
-        question += QLatin1String("\n\n") + Velmora::tr("What the filter hides is left as it is.");
+        texts.append(Velmora::tr("What the filter hides is left as it is."));
     if (m_manner == DeleteManner::ForGood)
-        question += QLatin1String("\n\n") + Velmora::tr("What is deleted is deleted for good.");
-    return question;
+        texts.append(Velmora::tr("What is deleted is deleted for good."));
+    if (const qsizetype conflicts = m_found.proposal.conflicts.size(); conflicts > 0)
+        texts.append(Velmora::tr("%1 names may be in conflict with others, or on other systems").arg(conflicts));
+    return texts.join(QLatin1String("\n\n"));
 }
 
 void FolderSyncWidget::askForLosses(const QList<SyncPlanItem> &plan)
 {
-    const QString text = syncLossText(lossesOf(m_found.items, plan), plannedFolders());
+    const QString text = syncLossText(lossesOf(m_found.input.items, plan), plannedFolders());
     if (text.isEmpty()) {
         run(plan);
         return;
@@ -73,38 +71,22 @@ void FolderSyncWidget::askForLosses(const QList<SyncPlanItem> &plan)
 
 void FolderSyncWidget::run(const QList<SyncPlanItem> &plan)
 {
-    if (m_stage != Stage::Idle || m_undoing->isRunning()) // something began while the question was open
+    if (!runs().isIdle()) // something began while the question was open
         return;
-    m_stage = Stage::Running;
-    m_status->showMessage(Velmora::tr("Starting sync…"));
-    m_log->show();
-    // The steps of a large plan take their time as well.
-    m_runner.start(
-        [input = inputForRun(), plan, manner = m_manner, name = title()](const CancelFlag &cancel, Progress &progress) {
-            return runPlan(planSyncRun(input, plan, manner), name, cancel, progress);
-        },
-        [this](RunOutcome<PlanRunResult> &&outcome) { takeRun(std::move(outcome)); },
-        [this](const ProgressState &state) { m_status->showProgress(state, shownPath(state.item)); });
-    showState();
+    status().showMessage(Velmora::tr("Starting sync…"));
+    showLog(true);
+    runs().write([input = inputForRun(), plan, manner = m_manner] { return planSyncRun(input, plan, manner); }, title(),
+                 [this](const PlanRunResult &result, bool wasCancelled) { takeRun(result, wasCancelled); });
 }
 
-void FolderSyncWidget::takeRun(RunOutcome<PlanRunResult> &&outcome)
+void FolderSyncWidget::takeRun(const PlanRunResult &result, bool wasCancelled)
 {
-    m_stage = Stage::Idle;
-    m_status->clearProgress();
-    if (!outcome.value) {
-        m_status->showFailure(faultText(outcome.fault, Velmora::tr("Not enough memory")));
-        showState();
-        return;
-    }
-    const PlanRunResult &result = *outcome.value;
     for (const PlanLine &line : result.lines)
-        m_log->addLine(syncLogLine(line));
+        log().addLine(syncLogLine(line));
     QString done = Velmora::tr("Sync complete. Success: %1, failed: %2").arg(result.succeeded).arg(result.failed);
-    if (outcome.end == RunEnd::Cancelled)
+    if (wasCancelled)
         done = Velmora::tr("Cancelled. %1").arg(done);
-    m_log->addLine(done);
-    m_journalId = result.journalId;
+    log().addLine(done);
     analyse(plannedFolders(), {done, result.failed > 0});
     if (result.lacksRecycleBin)
         offerDeletingForGood();
@@ -123,31 +105,9 @@ void FolderSyncWidget::offerDeletingForGood()
 
 void FolderSyncWidget::onCancel()
 {
-    if (m_stage == Stage::Analysing)
-        m_status->showMessage(Velmora::tr("Cancelling analysis…"));
-    m_runner.cancel();
-    m_undoing->cancel();
-}
-
-void FolderSyncWidget::onUndo()
-{
-    if (m_stage != Stage::Idle || m_journalId.isEmpty())
-        return;
-    FolderActionContext context;
-    context.roots = m_found.roots;
-    m_undoing->setContext(context);
-    m_undoing->undoRun(m_journalId);
-}
-
-void FolderSyncWidget::confirmClose(std::function<void(bool mayClose)> answered)
-{
-    if (m_stage != Stage::Running) {
-        answered(true);
-        return;
-    }
-    Dialogs::instance().askYesNo(this, Velmora::tr("Close"),
-                                 Velmora::tr("The sync is still running. Stop it after the current file and close?"),
-                                 false, [answered = std::move(answered)](bool yes) { answered(yes); });
+    if (isReading())
+        status().showMessage(Velmora::tr("Cancelling analysis…"));
+    PlanSession::onCancel();
 }
 
 } // namespace velmora

@@ -5,17 +5,30 @@
 
 namespace velmora {
 
+SyncProposal proposeSync(const QList<FolderDiffItem> &items, const QList<MovedFile> &moved, const SyncRules &rules)
+{
+    SyncProposal proposal;
+    proposal.items = withMoves(planSync(items, rules), moved);
+    proposal.conflicts = findNameConflicts(items, proposal.items);
+    return proposal;
+}
+
 SyncAnalysis analyseFolders(const SyncQuestion &question, const CancelFlag &cancel, Progress &progress)
 {
     SyncAnalysis analysis;
     FolderInput input;
     input.roots = localFolders(question.folders.left, question.folders.right);
+    input.ignoresHours = question.rules.ignoresHours;
     const FolderRunReport report{&progress, &analysis.input.problems};
     analysis.input.roots = input.roots;
     analysis.input.items = compareFolderTree(input, cancel, report);
     if (question.readsContents)
         readUnread(input, analysis.input.items, cancel, report);
-    analysis.plan = planSync(analysis.input.items, question.mode);
+    if (question.findsMoves)
+        analysis.moved = findMovedFiles(input.roots, analysis.input.items, cancel, progress);
+    analysis.proposal = proposeSync(analysis.input.items, analysis.moved, question.rules);
+    analysis.likelyMoves = countLikelyMoves(analysis.input.items);
+    analysis.wholeHours = countWholeHours(analysis.input.items);
     return analysis;
 }
 

@@ -27,6 +27,8 @@ QColor actionColour(SyncAction action)
         return folderMarkColour(FolderMark::Newer); // the ink of what wants a look
     case SyncAction::CopyToLeft:
     case SyncAction::CopyToRight:
+    case SyncAction::MoveOnLeft:
+    case SyncAction::MoveOnRight:
         break;
     }
     return diffColour(DiffColour::Text);
@@ -135,12 +137,18 @@ std::vector<char> SyncPlanModel::shownItems() const
     for (std::size_t i = m_nodes.size(); i-- > 0;) {
         const SyncPlanItem &item = m_plan.at(qsizetype(i));
         // Folders come before what is in them, so that by now it is known what that is.
-        if (m_masks.isEmpty() || (!item.isDir && m_masks.matches(bareName(item.name))))
+        if (m_masks.isEmpty() || (!item.isDir && showsFile(item)))
             shown[i] = 1;
         if (shown[i] != 0 && m_nodes[i].parent >= 0)
             shown[std::size_t(m_nodes[i].parent)] = 1;
     }
     return shown;
+}
+
+bool SyncPlanModel::showsFile(const SyncPlanItem &file) const
+{
+    return m_masks.matches(bareName(file.name)) &&
+           (file.movedFrom.isEmpty() || m_masks.matches(bareName(file.movedFrom)));
 }
 
 void SyncPlanModel::buildTree()
@@ -235,7 +243,9 @@ QVariant SyncPlanModel::textAt(const SyncPlanItem &item, int column) const
 {
     switch (column) {
     case Name:
-        return visibleName(bareName(item.name));
+        return isMove(item)
+                   ? Velmora::tr("%1 (from %2)").arg(visibleName(bareName(item.name)), visibleName(item.movedFrom))
+                   : visibleName(bareName(item.name));
     case Action:
         return syncActionText(item.syncAction());
     case LeftSize:

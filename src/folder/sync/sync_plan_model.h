@@ -28,8 +28,6 @@ public:
     /// Shows the files whose names match one of the masks, and the folders that they are in; all without masks.
     void setFilter(const QStringList &masks);
     [[nodiscard]] bool isFiltered() const { return !m_masks.isEmpty(); }
-    /// Whether a file of this bare name is shown.
-    [[nodiscard]] bool shows(QStringView name) const { return m_masks.isEmpty() || m_masks.matches(name); }
     [[nodiscard]] const WildcardList &masks() const { return m_masks; }
     /// The items that are shown.
     [[nodiscard]] QList<SyncPlanItem> shownPlan() const;
@@ -69,6 +67,7 @@ private:
     [[nodiscard]] const std::vector<qint32> &childrenOf(qint32 node) const;
     [[nodiscard]] QVariant textAt(const SyncPlanItem &item, int column) const;
     [[nodiscard]] std::vector<char> shownItems() const;
+    [[nodiscard]] bool showsFile(const SyncPlanItem &file) const;
     void findParents();
     void buildTree();
 

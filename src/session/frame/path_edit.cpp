@@ -13,13 +13,13 @@
 
 namespace velmora {
 
-PathEdit::PathEdit(const QString &placeholder, const QString &browseHint, QWidget *parent)
-    : QWidget(parent), m_line(new QLineEdit(this)), m_browse(new QToolButton(this))
+PathEdit::PathEdit(const QString &placeholder, const QString &browseHint, QWidget *parent, QLineEdit *line)
+    : QWidget(parent), m_line(line ? line : new QLineEdit(this)), m_browse(new QToolButton(this))
 {
     m_line->setPlaceholderText(placeholder);
     m_line->setAccessibleName(placeholder);
     m_line->setClearButtonEnabled(true);
-    m_line->setAcceptDrops(false);
+    m_line->setAcceptDrops(line);
     m_browse->setObjectName(QStringLiteral("pathBrowseBtn"));
     m_browse->setToolTip(browseHint);
     m_browse->setAccessibleName(browseHint);

@@ -15,8 +15,10 @@ namespace velmora {
 class PathEdit final : public QWidget {
     Q_OBJECT
 public:
-    /// `placeholder` stands in the empty line, `browseHint` names the button; without it there is none.
-    PathEdit(const QString &placeholder, const QString &browseHint, QWidget *parent = nullptr);
+    /// `placeholder` stands in the empty line, `browseHint` names the button; without it there is none. `line` becomes
+    /// the line, which takes drops by itself then.
+    PathEdit(const QString &placeholder, const QString &browseHint, QWidget *parent = nullptr,
+             QLineEdit *line = nullptr);
 
     /// The path without surrounding blanks or quotes, empty when there is none.
     [[nodiscard]] QString path() const;

@@ -19,7 +19,7 @@ PathsBar::PathsBar(const QList<Field> &fields, QWidget *parent) : QWidget(parent
 
 void PathsBar::addField(const Field &field)
 {
-    auto *edit = new PathEdit(field.placeholder, field.browseTitle, this);
+    auto *edit = new PathEdit(field.placeholder, field.browseTitle, this, field.line);
     auto *label = new QLabel(field.label, this);
     label->setBuddy(&edit->lineEdit());
     const int row = int(m_rows.size()) + 1;
@@ -58,6 +58,11 @@ SessionPaths PathsBar::paths() const
     for (const Row &row : m_rows)
         paths.*row.member = row.edit->path();
     return paths;
+}
+
+bool PathsBar::isComplete() const
+{
+    return std::none_of(m_rows.begin(), m_rows.end(), [](const Row &row) { return row.edit->path().isEmpty(); });
 }
 
 void PathsBar::setPaths(const SessionPaths &paths)

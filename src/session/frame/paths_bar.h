@@ -6,6 +6,7 @@
 #include <QWidget>
 
 class QGridLayout;
+class QLineEdit;
 
 namespace velmora {
 
@@ -25,11 +26,14 @@ public:
         QString placeholder;
         QString browseTitle = {};  ///< of the file dialog, and the button's tool tip; none without
         Picks picks = Picks::File; ///< what the dialog asks for
+        QLineEdit *line = nullptr; ///< without a parent: the line itself; an ordinary one without
     };
 
     explicit PathsBar(const QList<Field> &fields, QWidget *parent = nullptr);
 
     [[nodiscard]] SessionPaths paths() const;
+    /// Whether no field is empty.
+    [[nodiscard]] bool isComplete() const;
     /// Fills the fields; starts nothing.
     void setPaths(const SessionPaths &paths);
 
