@@ -2,6 +2,7 @@
 // all of it can be taken back or gone on with. Usage: test_crashes [points [seed]]. The exit status is 0 when all went
 // well.
 
+#include "folder/engine/sync_moves.h"
 #include "folder/operations/merge_run.h"
 #include "folder/operations/sync_run.h"
 #include "folder_operations/operation_fixture.h"
@@ -25,6 +26,8 @@ using MakePlan = std::function<OperationPlan(const OperationFixture &)>;
 struct Operation {
     const char *name;
     MakePlan plan;
+    std::vector<const char *> folders = {"left", "right"}; ///< that it reads or writes; the first ones begin with files
+    std::size_t filled = 2;                                ///< so many of them
 };
 
 PlanSelection everything(const PlanInput &input)
@@ -35,11 +38,22 @@ PlanSelection everything(const PlanInput &input)
     return all;
 }
 
+/// With moves in the place of copies and deletions, where files have moved.
+MakePlan synchroniseMoved(SyncMode mode)
+{
+    return [mode](const OperationFixture &tree) {
+        const PlanInput input = tree.input();
+        Progress silent;
+        const QList<MovedFile> moved = findMovedFiles(input.roots, input.items, {}, silent);
+        return planSyncRun(input, withMoves(planSync(input.items, {mode}), moved), DeleteManner::ForGood);
+    };
+}
+
 MakePlan synchronise(SyncMode mode)
 {
     return [mode](const OperationFixture &tree) {
         const PlanInput input = tree.input();
-        return planSyncRun(input, planSync(input.items, mode), DeleteManner::ForGood);
+        return planSyncRun(input, planSync(input.items, {mode}), DeleteManner::ForGood);
     };
 }
 
@@ -69,35 +83,47 @@ const std::vector<Operation> operations{
      }},
     {"sync left to right", synchronise(SyncMode::LeftToRight)},
     {"sync right to left", synchronise(SyncMode::RightToLeft)},
+    {"sync left to right with moves", synchroniseMoved(SyncMode::LeftToRight)},
+    {"sync right to left with moves", synchroniseMoved(SyncMode::RightToLeft)},
     {"sync mirror", synchronise(SyncMode::Mirror)},
     {"sync update", synchronise(SyncMode::UpdateNewer)},
-    {"merge", mergeFolders},
+    {"merge", mergeFolders, {"left", "right", "other", "merged"}, 3},
 };
 
-/// Names that meet on the sides, with contents that nothing else has.
-QByteArray randomFiles(QRandomGenerator &random)
+/// Names that meet in the folders, with contents that nothing else has or, some of them, that another folder may have,
+/// too.
+QByteArray randomFiles(const Operation &operation, QRandomGenerator &random)
 {
-    QByteArray words = "merged/";
+    QByteArray words;
+    for (const char *folder : operation.folders)
+        words += QByteArray(folder) + "/ ";
     int content = 0;
-    for (const char *side : {"left", "right", "other"}) {
-        words += QByteArray(" ") + side + "/";
-        for (quint32 i = 2 + random.bounded(4U); i > 0; --i) {
+    for (std::size_t i = 0; i < operation.filled; ++i) {
+        const QByteArray side = operation.folders[i];
+        for (quint32 files = 2 + random.bounded(4U); files > 0; --files) {
             QByteArray path = side;
             for (quint32 depth = random.bounded(3U); depth > 0; --depth)
                 path += "/d" + QByteArray::number(random.bounded(2));
-            words += ' ' + path + "/f" + QByteArray::number(random.bounded(3)) + '=' + side +
-                     QByteArray::number(++content).rightJustified(int(random.bounded(1U, 4U)), '0');
+            const bool isShared = random.bounded(3) == 0;
+            words +=
+                path + "/f" + QByteArray::number(random.bounded(3)) + '=' +
+                (isShared ? "both" + QByteArray::number(random.bounded(2))
+                          : side + QByteArray::number(++content).rightJustified(int(random.bounded(1U, 4U)), '0')) +
+                ' ';
         }
     }
-    // A file that is at work elsewhere already.
-    return random.bounded(2) == 0 ? words + " merged/f0=merged" : words;
+    // A file that is in the way already.
+    const bool hasMore = operation.folders.size() > operation.filled && random.bounded(2) == 0;
+    return hasMore ? words + operation.folders.back() + "/f0=more" : words;
 }
 
-QStringList world(const OperationFixture &tree)
+QStringList world(const Operation &operation, const OperationFixture &tree)
 {
-    QStringList lines = tree.picture();
-    for (const char *folder : {"other", "merged"})
-        lines += tree.picture(folder);
+    QStringList lines;
+    for (const char *folder : operation.folders) {
+        for (const QString &line : tree.picture(folder))
+            lines.append(QLatin1String(folder) + u'/' + line);
+    }
     lines.removeIf([](const QString &line) { return line.contains(QLatin1String(".velmora-")); });
     return lines;
 }
@@ -118,7 +144,7 @@ public:
     Story(const Operation &operation, quint32 seed) : m_operation(operation)
     {
         QRandomGenerator random(seed);
-        m_files = randomFiles(random);
+        m_files = randomFiles(operation, random);
     }
 
     /// The number of calls that the operation makes.
@@ -126,10 +152,10 @@ public:
     {
         OperationFixture tree;
         tree.make(m_files.constData());
-        m_before = world(tree);
+        m_before = world(m_operation, tree);
         ScriptedLayer counting([](int, QLatin1String) { return FileError(); });
         const ExecutionReport report = execute(tree, counting);
-        m_after = world(tree);
+        m_after = world(m_operation, tree);
         m_makesRun = !report.journalId.isEmpty();
         return counting.calls();
     }
@@ -143,12 +169,14 @@ public:
             return number < call ? FileError() : FileError{FileErrorKind::Other, QStringLiteral("dead")};
         });
         const ExecutionReport report = execute(tree, dying);
-        const QSet<QString> everywhere = contentsIn(world(tree) + tree.picture("data") + tree.picture("journal"));
+        const QSet<QString> everywhere =
+            contentsIn(world(m_operation, tree) + tree.picture("data") + tree.picture("journal"));
         const QSet<QString> lost = contentsIn(m_before) - everywhere;
         if (!lost.isEmpty())
             return QStringLiteral("lost: ") + lost.values().join(u' ');
         if (report.journalId.isEmpty())
-            return world(tree) == m_before || !m_makesRun ? QString() : QStringLiteral("changed without a journal");
+            return world(m_operation, tree) == m_before || !m_makesRun ? QString()
+                                                                       : QStringLiteral("changed without a journal");
         return call % 2 == 0 ? takeBack(tree, report.journalId) : goOn(tree, report.journalId);
     }
 
@@ -174,13 +202,13 @@ private:
         return ended(tree, journal.readRun(run).rest, journal, m_after);
     }
 
-    static QString ended(OperationFixture &tree, const OperationPlan &plan, OperationJournal &journal,
-                         const QStringList &wanted)
+    [[nodiscard]] QString ended(OperationFixture &tree, const OperationPlan &plan, OperationJournal &journal,
+                                const QStringList &wanted) const
     {
         const ExecutionReport report = OperationFixture::execute(plan, journal);
         if (!report.isComplete())
             return tree.problems(report).join(u'|');
-        const QStringList now = world(tree);
+        const QStringList now = world(m_operation, tree);
         return now == wanted ? QString()
                              : QStringLiteral("is ") + now.join(u' ') + QStringLiteral(" and not ") + wanted.join(u' ');
     }
@@ -208,6 +236,10 @@ int main(int argc, char *argv[])
         Story story(operation, seed);
         const int calls = story.learn();
         for (int call = 1; call <= calls && points < wanted; ++call, ++points) {
+            if (constexpr qint64 some = 10'000; points > 0 && points % some == 0) {
+                std::printf("%lld crash points up to seed %u so far\n", points, seed);
+                std::fflush(stdout); // a long run is looked at while it goes
+            }
             const QString wrong = story.dieAt(call);
             if (wrong.isEmpty())
                 continue;
