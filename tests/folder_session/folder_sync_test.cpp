@@ -224,8 +224,13 @@ private Q_SLOTS:
             for (const QString &path : paths)
                 urls.append(QUrl::fromLocalFile(path));
             data.setUrls(urls);
+            SyncDropLineEdit *const edit = f.session.findChildren<SyncDropLineEdit *>().at(line);
+            QDragEnterEvent entering(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(edit, &entering);
+            if (!entering.isAccepted())
+                return false;
             QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-            QApplication::sendEvent(f.session.findChildren<SyncDropLineEdit *>().at(line), &event);
+            QApplication::sendEvent(edit, &event);
             return event.isAccepted();
         };
         QVERIFY(!drop(0, {f.disk.left(), f.disk.right()}));

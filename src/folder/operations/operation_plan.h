@@ -167,7 +167,7 @@ struct OperationPlan {
     PlanRefusal refusal = PlanRefusal::None;
     /// Of a mirror: there is nothing at the source, so that everything at the destination would go.
     bool sourceIsEmpty = false;
-    /// Of folders that are deleted as whole trees: what the comparison lists in them.
+    /// Of folders that go as whole trees: what the comparison lists in them, as far as no step comes from there.
     QList<Place> listed;
     /// Whether the filters would show an entry that the comparison does not list; empty: they show everything.
     std::function<bool(const QString &path, const NodeState &node)> showsUnlisted;

@@ -91,6 +91,7 @@ void PairPlan::moveWithin(Side side, int from, int to)
         return;
     }
     m_going[std::size_t(to)] = UnlistedEntries::AreCopied;
+    m_plan.listed.append(placeOf(target, other)); // no step comes from there, and yet it does not go with its folder
     makeFolders(target.parent, other);
     OperationStep step;
     step.kind = OperationKind::Move;
