@@ -1,7 +1,6 @@
 // What is chosen about the columns of a table comparison, and how that is kept.
 
 #include "filetypes/table/columns_dialog.h"
-#include "filetypes/table/duplicates_dialog.h"
 #include "filetypes/table/row_card.h"
 #include "filetypes/table/table_compare_bar.h"
 #include "filetypes/table/table_compare_widget.h"
@@ -115,8 +114,6 @@ void TableCompareWidget::takeColumns(const TableColumnSettings &settings)
 void TableCompareWidget::arrangeColumns()
 {
     m_scene->setArrangement(arrangementOf(m_columns, m_scene->document()->alignment.columns, TableScene::columnLimit));
-    if (m_bar->showCard->isChecked())
-        m_card->showRow(m_grids->currentRow());
     showColumnFacts();
 }
 
@@ -199,20 +196,6 @@ void TableCompareWidget::showColumnMenu(int place, QPoint globalPosition)
     menu->addSeparator();
     menu->addAction(m_bar->chooseColumns);
     menu->popup(globalPosition);
-}
-
-void TableCompareWidget::openDuplicates()
-{
-    const std::shared_ptr<const TableDocument> document = m_scene->document();
-    if (!document || document->duplicates.empty())
-        return;
-    auto *dialog = new DuplicatesDialog(document, this);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &DuplicatesDialog::rowWanted, this, [this, document](qint32 row) {
-        if (m_scene->document() == document)
-            m_grids->goToRow(row);
-    });
-    dialog->open();
 }
 
 } // namespace velmora

@@ -80,6 +80,10 @@ TableCompareWidget::TableCompareWidget(SessionHost &host, QWidget *parent)
         if (m_bar->showCard->isChecked())
             m_card->showRow(m_grids->currentRow());
     });
+    connect(m_scene, &TableScene::changed, this, [this] {
+        if (m_bar->showCard->isChecked())
+            m_card->showRow(m_grids->currentRow());
+    });
     m_duplicates->setClosable(Velmora::tr("Close this remark"));
     m_duplicates->setAction(Velmora::tr("List..."), Velmora::tr("Show which rows have the same key"));
     m_remarks->setClosable(Velmora::tr("Close this remark"));
@@ -270,42 +274,6 @@ void TableCompareWidget::showResult(const std::shared_ptr<const TableDocument> &
     Q_EMIT tabTitleChanged(
         Velmora::tr("%1 <-> %2").arg(QFileInfo(m_shown.left).fileName(), QFileInfo(m_shown.right).fileName()));
     Q_EMIT comparisonFinished(m_shown.left, m_shown.right);
-}
-
-void TableCompareWidget::showRemarks(const TableDocument &document)
-{
-    const bool byName = document.alignment.columns.arePairedByName();
-    m_remarks->setAction(!document.alignment.columns.namesDiffer() ? QString()
-                         : byName                                  ? Velmora::tr("Match columns by position")
-                                                                   : Velmora::tr("Match columns by name"),
-                         Velmora::tr("Compare again"));
-    m_remarks->tell(tableRemarks(document), NoticeBar::Tone::Warning);
-    m_duplicates->tell(tableDuplicates(document), NoticeBar::Tone::Warning);
-    if (!document.delimiterProposal.isNull())
-        proposeDelimiter(document.delimiterProposal);
-    else if (document.keyProposal >= 0)
-        proposeKey(document);
-    else
-        m_proposal->clear();
-}
-
-void TableCompareWidget::proposeDelimiter(QChar delimiter)
-{
-    const QString name = m_choices->delimiterName(delimiter);
-    m_proposal->setAction(Velmora::tr("Use %1").arg(name), Velmora::tr("Compare again with this delimiter"));
-    m_proposal->tell(Velmora::tr("The fields seem to be separated by another character: %1").arg(name),
-                     NoticeBar::Tone::Remark);
-}
-
-void TableCompareWidget::proposeKey(const TableDocument &document)
-{
-    const QString name = document.keyNames[document.keyProposal].left(60);
-    m_proposal->setAction(Velmora::tr("Match by \"%1\"").arg(name),
-                          Velmora::tr("Compare again, pairing the rows with the same value in this column"));
-    m_proposal->tell(Velmora::tr("The values of the column \"%1\" are nearly all different: rows can be matched by "
-                                 "them, wherever they stand.")
-                         .arg(name),
-                     NoticeBar::Tone::Remark);
 }
 
 void TableCompareWidget::showRunning()

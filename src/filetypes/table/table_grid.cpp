@@ -104,6 +104,7 @@ TableGrid::TableGrid(TableModel &rows, const QString &objectName, QWidget *paren
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     fitRows();
     m_frozen = new FrozenColumns(*this);
+    connect(m_frozen, &FrozenColumns::columnMenuWanted, this, &TableGrid::columnMenuWanted);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
         if (column < m_frozenCount)
             m_frozen->cover(m_frozenCount);

@@ -6,6 +6,7 @@
 #include "filetypes/table/engine/number_form.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -53,27 +54,41 @@ std::optional<std::string> typedForm(std::string_view value, const ColumnRule &r
     return std::nullopt;
 }
 
+std::optional<double> readNumber(std::string_view text)
+{
+    double number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
+}
+
 /// Nothing where the value is no number, or one beyond what a double can hold.
 std::optional<double> numberOf(std::string_view value)
 {
+    // Most numbers are written as `std::from_chars` reads them, which spares their form.
+    const bool isUsual = !value.empty() && value.find_first_not_of("0123456789.-") == std::string_view::npos;
+    if (const std::optional<double> number = isUsual ? readNumber(value) : std::nullopt)
+        return number;
     const std::optional<std::string> form = numberForm(value);
-    double number = 0;
-    if (!form || std::from_chars(form->data(), form->data() + form->size(), number).ec != std::errc())
-        return std::nullopt;
-    return number;
+    return form ? readNumber(*form) : std::nullopt;
 }
 
 /// The number of the step, of several tolerances, that a number is nearest to: few of those that count as the same lie
 /// at two steps.
-std::string nearestStep(double number, const ColumnRule &rule)
+std::string_view nearestStep(double number, const ColumnRule &rule, std::string &buffer)
 {
     constexpr double tolerances = 16;
+    double step = 0;
     if (rule.bound == ColumnRule::Bound::Absolute)
-        return std::to_string(std::round(number / (tolerances * rule.tolerance)));
-    if (number == 0)
-        return "0";
-    const double step = std::round(std::log(std::abs(number)) / std::log1p(tolerances * rule.tolerance));
-    return (number < 0 ? '-' : '+') + std::to_string(step);
+        step = std::round(number / (tolerances * rule.tolerance));
+    else if (number != 0)
+        step = std::round(std::log(std::abs(number)) / std::log1p(tolerances * rule.tolerance));
+    constexpr std::size_t longestDouble = 32;
+    std::array<char, longestDouble> digits{};
+    const char *const end = std::to_chars(digits.data(), digits.data() + digits.size(), step).ptr;
+    buffer.assign(digits.data(), std::size_t(end - digits.data()));
+    if (rule.bound == ColumnRule::Bound::Relative && number != 0)
+        buffer += number < 0 ? '-' : '+';
+    return buffer;
 }
 
 bool isWithin(double left, double right, const ColumnRule &rule)
@@ -103,8 +118,7 @@ std::string_view roughForm(std::string_view value, const ColumnRule &rule, std::
     const std::optional<double> number = rule.hasTolerance() ? numberOf(value) : std::nullopt;
     if (!number)
         return valueForm(value, rule, buffer);
-    buffer = nearestStep(*number, rule);
-    return buffer;
+    return nearestStep(*number, rule, buffer);
 }
 
 bool countAsSame(std::string_view left, std::string_view right, const ColumnRule &rule)

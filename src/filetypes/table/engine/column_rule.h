@@ -44,7 +44,7 @@ struct ColumnRule {
 [[nodiscard]] std::string_view valueForm(std::string_view value, const ColumnRule &rule, std::string &buffer);
 
 /// The same for finding rows that are alike: numbers that count as the same mostly have the same form, as do some that
-/// do not. Empty in a column that is left out.
+/// do not. Empty for an empty value, and in a column that is left out.
 [[nodiscard]] std::string_view roughForm(std::string_view value, const ColumnRule &rule, std::string &buffer);
 
 /// Whether two values, in UTF-8, count as the same.

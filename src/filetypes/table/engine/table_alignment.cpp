@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <span>
+#include <utility>
 
 namespace velmora {
 
@@ -16,26 +17,71 @@ namespace {
 
 constexpr size_t rowsPerReport = 8192;
 
-/// All rows of a table as their cells in the columns of the result, or what stands for them by the rules of these, a
-/// line for each.
-TextLines joinedCells(const TableAlignment &result, Side side, const CancelFlag &cancel)
-{
-    constexpr char fieldSeparator = 0x1F;
-    ValueLines lines;
-    std::string line;
-    std::string buffer;
-    for (qint32 row = 0; row < result.tables[side].rowCount() && !cancel.isCancelled(); ++row) {
-        line.clear();
+/// Writes rows of a table as their cells in the columns of the result, or what stands for them by the rules of these.
+class CellJoiner {
+public:
+    explicit CellJoiner(const TableAlignment &result) : m_result(result) {}
+
+    /// Valid until the next call.
+    std::string_view join(Side side, qint32 row)
+    {
+        m_line.clear();
+        m_empty = 0;
+        if (m_result.columns.arePairedByName())
+            joinCells(side, row);
+        else
+            joinFields(m_result.tables[side].fields(row));
+        return m_line;
+    }
+
+private:
+    void joinCells(Side side, qint32 row)
+    {
         const AlignedTableRow alone = side == Side::Left ? AlignedTableRow{row, -1, TableRowStatus::LeftOnly}
                                                          : AlignedTableRow{-1, row, TableRowStatus::RightOnly};
-        CellCursor cells(result, alone);
-        for (qint32 column = 0; cells.next(); ++column) {
-            const ColumnRule *rule = result.ruleOf(column);
-            line += rule ? roughForm(cells.value(side), *rule, buffer) : cells.value(side);
-            line += fieldSeparator;
-        }
-        lines.append(line);
+        CellCursor cells(m_result, alone);
+        for (qint32 column = 0; cells.next(); ++column)
+            append(column, cells.value(side));
     }
+
+    /// The same where column k is field k, which needs no look at the other side.
+    void joinFields(FieldCursor fields)
+    {
+        for (qint32 column = 0; column < m_result.columns.count() && fields.next(); ++column)
+            append(column, fieldValue(fields.field(), m_value));
+    }
+
+    /// Empty cells at the end are left away, so that a short row of a wide table has a short line.
+    void append(qint32 column, std::string_view value)
+    {
+        constexpr char fieldSeparator = 0x1F;
+        const ColumnRule *rule = m_result.ruleOf(column);
+        const std::string_view form = rule ? roughForm(value, *rule, m_form) : value;
+        if (form.empty()) {
+            ++m_empty;
+            return;
+        }
+        m_line.append(std::exchange(m_empty, 0), fieldSeparator);
+        m_line += form;
+        m_line += fieldSeparator;
+    }
+
+    const TableAlignment &m_result;
+    std::string m_line;
+    std::size_t m_empty = 0; ///< cells that were not written yet
+    std::string m_value;
+    std::string m_form;
+};
+
+/// All rows of a table as their cells, a line for each.
+TextLines joinedCells(const TableAlignment &result, Side side, const CancelFlag &cancel)
+{
+    const TableText &table = result.tables[side];
+    ValueLines lines;
+    lines.reserve(qsizetype(table.text().bytes().size()), table.rowCount());
+    CellJoiner joiner(result);
+    for (qint32 row = 0; row < table.rowCount() && !cancel.isCancelled(); ++row)
+        lines.append(joiner.join(side, row));
     return lines.take();
 }
 

@@ -127,12 +127,13 @@ TableDiffResult Comparison::byKeys(const QList<qint32> &columns)
 
 QString Comparison::joinedForms(const QStringList &row) const
 {
-    QString joined;
+    QStringList forms;
     std::string buffer;
     for (qsizetype column = 0; column < columns(); ++column)
-        joined +=
-            textOfUtf8(roughForm(row.value(column).toStdString(), m_rules.value(column), buffer)) + fieldSeparator;
-    return joined;
+        forms.append(textOfUtf8(roughForm(row.value(column).toStdString(), m_rules.value(column), buffer)));
+    while (!forms.isEmpty() && forms.last().isEmpty())
+        forms.removeLast();
+    return forms.isEmpty() ? QString() : forms.join(fieldSeparator) + fieldSeparator;
 }
 
 QStringList Comparison::joinedRows(const ParsedTable &table, qsizetype start) const
