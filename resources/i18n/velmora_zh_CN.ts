@@ -8456,6 +8456,230 @@ Save them?</source>
         <translation>%1 中损坏或被截断的部分：%2。</translation>
     </message>
     <message>
+        <source>(default)</source>
+        <translation>（默认）</translation>
+    </message>
+    <message>
+        <source>(deletes this key)</source>
+        <translation>（删除此项）</translation>
+    </message>
+    <message>
+        <source>(key)</source>
+        <translation>（项）</translation>
+    </message>
+    <message>
+        <source>(deletes this value)</source>
+        <translation>（删除此值）</translation>
+    </message>
+    <message>
+        <source>the same entries in another order or letter case</source>
+        <translation>条目相同，仅顺序或大小写不同</translation>
+    </message>
+    <message>
+        <source>entries added: %1, removed: %2</source>
+        <translation>增加条目：%1，移除：%2</translation>
+    </message>
+    <message>
+        <source>noise</source>
+        <translation>噪声</translation>
+    </message>
+    <message>
+        <source>Noise</source>
+        <translation>噪声</translation>
+    </message>
+    <message>
+        <source>Noise...</source>
+        <translation>噪声...</translation>
+    </message>
+    <message>
+        <source>Both sides hold the same keys and values.</source>
+        <translation>两侧的项和值相同。</translation>
+    </message>
+    <message>
+        <source>%1 of %2 keys and values differ.</source>
+        <translation>%2 个项和值中有 %1 个不同。</translation>
+    </message>
+    <message>
+        <source>%1 more differ and are taken for noise.</source>
+        <translation>另有 %1 个不同，视为噪声。</translation>
+    </message>
+    <message>
+        <source>Keys in %1 that could not be read and are left out: %2.</source>
+        <translation>%1 中无法读取而略去的项：%2。</translation>
+    </message>
+    <message>
+        <source>Lines of %1 that are no entries and were left out: %2, the first is line %3.</source>
+        <translation>%1 中不是有效条目而略去的行：%2，第一处在第 %3 行。</translation>
+    </message>
+    <message>
+        <source>No file of registry entries: %1</source>
+        <translation>不是注册表文件：%1</translation>
+    </message>
+    <message>
+        <source>Cannot read this key of the registry: %1</source>
+        <translation>无法读取此注册表项：%1</translation>
+    </message>
+    <message>
+        <source>Lists of what was used last</source>
+        <translation>最近使用列表</translation>
+    </message>
+    <message>
+        <source>Places and views of windows</source>
+        <translation>窗口位置和视图</translation>
+    </message>
+    <message>
+        <source>Counters and times of use</source>
+        <translation>计数器和使用时间</translation>
+    </message>
+    <message>
+        <source>Caches</source>
+        <translation>缓存</translation>
+    </message>
+    <message>
+        <source>Masks of your own</source>
+        <translation>自定义掩码</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>值</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>类型</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <translation>项</translation>
+    </message>
+    <message>
+        <source>All keys</source>
+        <translation>所有项</translation>
+    </message>
+    <message>
+        <source>Differences that a ticked profile matches are shown as noise: they are not counted, not stepped to and not part of what is written.</source>
+        <translation>与勾选的方案匹配的差异显示为噪声：不计数，不跳转，也不会写出。</translation>
+    </message>
+    <message>
+        <source>Masks, one a line:</source>
+        <translation>掩码，每行一个：</translation>
+    </message>
+    <message>
+        <source>Each stands for the path of a key, a backslash and the name of a value: * is any run of letters, ? any one</source>
+        <translation>每个掩码对应项的路径、反斜杠和值的名称：* 表示任意多个字符，? 表示任意一个字符</translation>
+    </message>
+    <message>
+        <source>Restore masks</source>
+        <translation>恢复掩码</translation>
+    </message>
+    <message>
+        <source>Choose what changes all the time and is left out</source>
+        <translation>选择经常变化而应略去的内容</translation>
+    </message>
+    <message>
+        <source>Save what makes left into right...</source>
+        <translation>保存使左侧变为右侧的内容...</translation>
+    </message>
+    <message>
+        <source>Write a .reg file with all that differs, noise left out</source>
+        <translation>把所有差异（不含噪声）写入 .reg 文件</translation>
+    </message>
+    <message>
+        <source>Save what makes right into left...</source>
+        <translation>保存使右侧变为左侧的内容...</translation>
+    </message>
+    <message>
+        <source>Write a .reg file with the way back</source>
+        <translation>写入用于还原的 .reg 文件</translation>
+    </message>
+    <message>
+        <source>Write the whole left side as a .reg file</source>
+        <translation>把整个左侧写为 .reg 文件</translation>
+    </message>
+    <message>
+        <source>Write the whole right side as a .reg file</source>
+        <translation>把整个右侧写为 .reg 文件</translation>
+    </message>
+    <message>
+        <source>Write right to the left key...</source>
+        <translation>把右侧写入左侧的项...</translation>
+    </message>
+    <message>
+        <source>Make a live key at the left like the right side, after a look at what that writes</source>
+        <translation>查看将写入的内容后，使左侧的实时项与右侧一致</translation>
+    </message>
+    <message>
+        <source>Write left to the right key...</source>
+        <translation>把左侧写入右侧的项...</translation>
+    </message>
+    <message>
+        <source>Make a live key at the right like the left side, after a look at what that writes</source>
+        <translation>查看将写入的内容后，使右侧的实时项与左侧一致</translation>
+    </message>
+    <message>
+        <source>Save sides, or what makes one into the other</source>
+        <translation>保存各侧，或保存使一侧变为另一侧的内容</translation>
+    </message>
+    <message>
+        <source>Registry entries (*.reg)</source>
+        <translation>注册表文件 (*.reg)</translation>
+    </message>
+    <message>
+        <source>Left .reg file, or a key such as HKCU\Software</source>
+        <translation>左侧 .reg 文件，或注册表项，如 HKCU\Software</translation>
+    </message>
+    <message>
+        <source>Left .reg file...</source>
+        <translation>左侧 .reg 文件...</translation>
+    </message>
+    <message>
+        <source>Right .reg file, or a key such as 32:HKLM\Software</source>
+        <translation>右侧 .reg 文件，或注册表项，如 32:HKLM\Software</translation>
+    </message>
+    <message>
+        <source>Right .reg file...</source>
+        <translation>右侧 .reg 文件...</translation>
+    </message>
+    <message>
+        <source>Choose two .reg files, then click Compare. Files can be dropped here, too.</source>
+        <translation>请选择两个 .reg 文件，然后点击“比较”。也可以把文件拖放到这里。</translation>
+    </message>
+    <message>
+        <source>Write to the registry</source>
+        <translation>写入注册表</translation>
+    </message>
+    <message>
+        <source>This is going to be written to the registry of this system, below %1. What is there now is kept in a .reg file before.</source>
+        <translation>以下内容将写入本系统注册表的 %1 之下。写入前，现有内容会保存到 .reg 文件。</translation>
+    </message>
+    <message>
+        <source>Keep and write...</source>
+        <translation>保存现有内容并写入...</translation>
+    </message>
+    <message>
+        <source>Save what makes left into right</source>
+        <translation>保存使左侧变为右侧的内容</translation>
+    </message>
+    <message>
+        <source>Save what makes right into left</source>
+        <translation>保存使右侧变为左侧的内容</translation>
+    </message>
+    <message>
+        <source>Keep what is in the registry now</source>
+        <translation>保存注册表中现有的内容</translation>
+    </message>
+    <message>
+        <source>The key has changed since it was compared: nothing was written</source>
+        <translation>该项在比较之后已更改：未写入任何内容</translation>
+    </message>
+    <message>
+        <source>Nothing was written to the registry</source>
+        <translation>未向注册表写入任何内容</translation>
+    </message>
+    <message>
+        <source>Writing ended at %1: what was there is in %2</source>
+        <translation>写入在 %1 处中止：原有内容保存在 %2</translation>
+    </message>
+    <message>
         <source>Neither a program nor a library: %1</source>
         <translation>既不是程序也不是库：%1</translation>
     </message>

@@ -5,6 +5,7 @@
 #include "filetypes/binary/binary_compare_widget.h"
 #include "filetypes/checksum/checksum_widget.h"
 #include "filetypes/image/image_compare_widget.h"
+#include "filetypes/registry/registry_compare_widget.h"
 #include "filetypes/table/table_compare_widget.h"
 #include "filetypes/version/version_compare_widget.h"
 #include "folder/compare/folder_compare_widget.h"
@@ -176,7 +177,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/RegistryCompare.ico",
      .slot = "onNewRegistryCompare",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Compare the keys and values of two registry trees."),
-     .create = pending},
+     .create = make<RegistryCompareWidget>},
     {.id = QLatin1String("version"),
      .group = System,
      .sides = 2,

@@ -54,6 +54,7 @@ void complain(const Streams &streams, const QString &message);
 [[nodiscard]] Command mergeCommand();
 [[nodiscard]] Command mergeFoldersCommand();
 [[nodiscard]] Command snapshotCommand();
+[[nodiscard]] Command registryCommand();
 [[nodiscard]] Command syncCommand();
 [[nodiscard]] Command systemCommand();
 [[nodiscard]] Command tableCommand();

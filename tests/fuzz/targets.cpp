@@ -24,6 +24,7 @@ std::span<const Target> targets()
         Target{"table", table},
         Target{"conflict_markers", conflictMarkers},
         Target{"program", program},
+        Target{"registry", registry},
     };
     return all;
 }

@@ -34,5 +34,6 @@ void sessionFile(const QByteArray &input);
 void table(const QByteArray &input);
 void conflictMarkers(const QByteArray &input);
 void program(const QByteArray &input);
+void registry(const QByteArray &input);
 
 } // namespace velmora::fuzz

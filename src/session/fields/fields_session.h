@@ -24,6 +24,8 @@ class FieldsBar;
 class FieldsSession : public SessionWidget {
     Q_OBJECT
 public:
+    ~FieldsSession() override;
+
     [[nodiscard]] SessionPaths paths() const override { return m_inputs->paths(); }
     void setPaths(const SessionPaths &paths) override;
     /// Compares, in place of a comparison that runs; only says what is missing while a path is.
@@ -54,7 +56,6 @@ protected:
 
     /// `makeParts` is called with the session, whose bar it makes.
     FieldsSession(SessionHost &host, const std::function<Parts(QWidget *session)> &makeParts, QWidget *parent);
-    ~FieldsSession() override;
 
     /// Compares two files with `run`.
     virtual void compare(const Sides<QString> &files) = 0;
@@ -70,7 +71,7 @@ protected:
     /// Says why there is nothing to show.
     void showFailure(const QString &text, const QString &detail = {});
 
-    [[nodiscard]] PairInputs &inputs() { return *m_inputs; }
+    [[nodiscard]] PairInputs &inputs() const { return *m_inputs; }
     [[nodiscard]] StatusLine &status() { return *m_status; }
     [[nodiscard]] NoticeBar &verdictBar() { return *m_verdict; }
     [[nodiscard]] ListPane &list() { return *m_list; }

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "core/cancel_flag.h"
+#include "core/text_encoding.h"
+#include "filetypes/registry/engine/reg_reader.h"
+
+#include <QByteArray>
+#include <QString>
+
+namespace velmora {
+
+enum class RegistryFault : quint8 {
+    None,
+    CannotOpen,   ///< `detail`: the system's own words
+    NotRegistry,  ///< does not begin as a file of registry entries does
+    CannotReadKey ///< a live key; `detail` as above
+};
+
+/// The registry entries of one side.
+struct RegistryReading {
+    RegistryTree tree; ///< settled; empty where there is a fault
+    qsizetype badLines = 0;
+    qsizetype firstBadLine = 0; ///< from 1 on
+    RegistryFault fault = RegistryFault::None;
+    QString detail;
+    [[nodiscard]] bool ok() const noexcept { return fault == RegistryFault::None; }
+};
+
+/// Reads the bytes of a `.reg` file: UTF-16 with a mark, as version 5 has it, UTF-8, or the national code page of
+/// version 4, which is found out unless `encoding` says it.
+[[nodiscard]] RegistryReading readRegistry(const QByteArray &bytes, const TextEncoding &encoding = {},
+                                           const CancelFlag &cancel = {});
+
+/// The same with a file.
+[[nodiscard]] RegistryReading loadRegistry(const QString &path, const TextEncoding &encoding = {},
+                                           const CancelFlag &cancel = {});
+
+} // namespace velmora
