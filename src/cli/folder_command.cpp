@@ -1,3 +1,4 @@
+#include "cli/archive_words.h"
 #include "cli/choices.h"
 #include "cli/command.h"
 #include "cli/folder_json.h"
@@ -30,17 +31,22 @@ const std::array folderOptions{
     OptionSpec{"hidden", nullptr, "list hidden files and folders, too"},
     OptionSpec{"read", nullptr, "under the rules, read the files that only have the same size and time"},
     OptionSpec{"structure", nullptr, "look at names only: what is on both sides is the same"},
+    OptionSpec{"password-file", "FILE", "the first line of FILE opens encrypted archives"},
     OptionSpec{"level", nullptr, "compare one level, without going into folders"},
 };
 
 constexpr const char *folderDetails =
     "Compare two folders and all that is in them. Hidden files and folders are left out\n"
     "unless they are asked for.\n"
+    "Either may be an archive (zip, tar, 7z, cab, iso, cpio, deb, rpm, jar and others, told\n"
+    "by content), or a folder in one: a.tar.gz/docs. Nothing is written for that. Between two\n"
+    "archives those within them count as folders. Their links are followed only inside.\n"
     "Link cycles end where they close. Pipes, sockets and devices are never opened.\n";
 
 constexpr std::array examples{
     Example{"List what differs between two trees of sources:",
             "velmora-cli folder --format list --exclude-folders '.git;build' old new | grep -v '^[=~]'"},
+    Example{"See what has changed in a package:", "velmora-cli folder --format list old.deb new.deb"},
 };
 
 /// The answer of the engine, as far as it was asked for.
@@ -146,8 +152,8 @@ bool writeHtml(QIODevice &device, const FolderRequest &request, const Comparison
     FolderReportLabels labels;
     labels.title = QStringLiteral("Velmora — folder diff report");
     labels.heading = QStringLiteral("Velmora folder diff report");
-    labels.left = QLatin1String("Left: ") + request.folders.left.path;
-    labels.right = QLatin1String("Right: ") + request.folders.right.path;
+    labels.left = QLatin1String("Left: ") + request.folders.left.shownPath();
+    labels.right = QLatin1String("Right: ") + request.folders.right.shownPath();
     labels.generatedAt = QStringLiteral("Generated at");
     labels.columns = {QStringLiteral("Name"),       QStringLiteral("Status"),        QStringLiteral("Left size"),
                       QStringLiteral("Right size"), QStringLiteral("Left modified"), QStringLiteral("Right modified")};
@@ -174,7 +180,10 @@ int runFolder(const Arguments &arguments, const Streams &streams)
         return fail(streams, error);
 
     const Comparison comparison = compare(request);
-    const bool incomplete = complainAbout(streams, comparison.problems);
+    bool incomplete = complainAbout(streams, comparison.problems);
+    for (const Side side : bothSides)
+        incomplete =
+            complainAboutArchive(streams, request.folders[side].shown(), request.archiveProblems[side]) || incomplete;
     const bool differences = std::any_of(comparison.items.begin(), comparison.items.end(),
                                          [](const FolderDiffItem &item) { return item.status != 0; });
     const int status = writeTo(arguments.value("output"), streams, [&](QIODevice &device) {
@@ -190,7 +199,7 @@ Command folderCommand()
     static constexpr auto formatChoices = choicesOf(formats);
     return {"folder",
             "[OPTION]... LEFT RIGHT",
-            "compare two folders",
+            "compare two folders or archives",
             folderDetails,
             formatChoices,
             folderOptions,

@@ -78,8 +78,8 @@ void writeFolderJson(OutputBuffer &output, const FolderRequest &request, const Q
 {
     JsonWriter json(output);
     json.beginObject();
-    json.text("left", request.folders.left.path);
-    json.text("right", request.folders.right.path);
+    json.text("left", request.folders.left.shownPath());
+    json.text("right", request.folders.right.shownPath());
     json.number("unread", countUnread(items));
     writeList(json, "problems", problems, writeProblem);
     writeList(json, "items", items, writeItem);

@@ -1,10 +1,14 @@
 #include "cli/folder_request.h"
 
+#include "cli/archive_words.h"
 #include "cli/choices.h"
 #include "cli/command.h"
 #include "core/visible_name.h"
 #include "core/wildcard.h"
-#include "vfs/local_folder.h"
+#include "vfs/archive/tree_path.h"
+
+#include <QFile>
+#include <QFileInfo>
 
 #include <array>
 
@@ -31,14 +35,17 @@ constexpr std::array maskOptions{
     MaskOption{"exclude-folders", &FolderSessionOptions::excludeFolders},
 };
 
-QString takeFolder(const QString &given, TreeFolder &folder)
+/// The first line of a file, without its end.
+std::optional<QByteArray> firstLine(const QString &path)
 {
-    folder = localFolder(given);
-    const std::optional<FolderEntry> entry =
-        folder.isThere() ? folder.source->describe(folder.path, HiddenEntries::Listed) : std::nullopt;
-    if (!entry)
-        return QStringLiteral("%1: there is no such folder").arg(given);
-    return entry->kind == EntryKind::Folder ? QString() : QStringLiteral("%1: is not a folder").arg(given);
+    QFile file(path);
+    constexpr qint64 longest = 4096;
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    QByteArray line = file.readLine(longest);
+    while (line.endsWith('\n') || line.endsWith('\r'))
+        line.chop(1);
+    return line;
 }
 
 QString takeTolerance(const Arguments &arguments, FolderSessionOptions &options)
@@ -95,9 +102,36 @@ QString FolderRequest::take(const Arguments &arguments)
     else
         scope = level ? Scope::Level : Scope::Tree;
 
-    if (const QString error = takeFolder(arguments.paths().at(0), folders.left); !error.isEmpty())
-        return error;
-    return takeFolder(arguments.paths().at(1), folders.right);
+    return takeTrees(arguments);
+}
+
+QString FolderRequest::takeTrees(const Arguments &arguments)
+{
+    Sides<ArchiveRequest> requests;
+    requests.left.path = arguments.paths().at(0);
+    requests.right.path = arguments.paths().at(1);
+    const bool haveFolder = QFileInfo(requests.left.path).isDir() || QFileInfo(requests.right.path).isDir();
+    for (const Side side : bothSides) {
+        if (requests[side].path.isEmpty())
+            return QStringLiteral("\"\": there is no such folder or archive");
+        requests[side].nested = haveFolder ? NestedArchives::StayFiles : NestedArchives::BecomeFolders;
+        requests[side].reading = isOfPresence() ? ArchiveReading::NamesOnly : ArchiveReading::Contents;
+    }
+    if (const std::optional<QString> file = arguments.value("password-file")) {
+        const std::optional<QByteArray> password = firstLine(*file);
+        if (!password)
+            return QStringLiteral("%1: cannot read the file").arg(*file);
+        requests.left.password = requests.right.password = *password;
+    }
+    Progress silent;
+    Sides<TreeAt> trees = treesAt(requests, {}, silent);
+    for (const Side side : bothSides) {
+        if (!trees[side].folder.isThere())
+            return archiveFaultText(requests[side].path, trees[side].opening);
+        folders[side] = std::move(trees[side].folder);
+        archiveProblems[side] = std::move(trees[side].opening.problems);
+    }
+    return {};
 }
 
 bool complainAbout(const Streams &streams, const QList<FolderProblem> &problems)

@@ -4,6 +4,7 @@
 #include "cli/command_line.h"
 #include "folder/engine/folder_diff_item.h"
 #include "settings/options/folder_session_options.h"
+#include "vfs/archive/archive_problem.h"
 #include "vfs/tree_source.h"
 
 #include <QString>
@@ -24,6 +25,7 @@ struct FolderRequest {
 
     Sides<TreeFolder> folders;
     Scope scope = Scope::Tree;
+    Sides<QList<ArchiveProblem>> archiveProblems; ///< of sides that are archives
     FolderSessionOptions options;
     bool readsUnread = false; ///< files are read even when their sizes and times agree
     bool filtered = false;    ///< some entries are not asked for
@@ -32,6 +34,10 @@ struct FolderRequest {
 
     /// Reads the arguments; returns what is wrong with them, empty when nothing is.
     [[nodiscard]] QString take(const Arguments &arguments);
+
+private:
+    /// Opens the two sides.
+    [[nodiscard]] QString takeTrees(const Arguments &arguments);
 };
 
 /// Tells about what a comparison has not looked at. True when a part of it is missing for that.

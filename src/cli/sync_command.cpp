@@ -74,7 +74,13 @@ struct SyncRequest {
         findsMoves = arguments.has("moves");
         runs = arguments.has("run");
         manner = arguments.has("for-good") ? DeleteManner::ForGood : DeleteManner::ToRecycleBin;
-        return folders.take(arguments);
+        if (const QString error = folders.take(arguments); !error.isEmpty())
+            return error;
+        for (const Side side : bothSides) {
+            if (!folders.folders[side].source->isLocal())
+                return QStringLiteral("%1: is not a folder").arg(folders.folders[side].shownPath());
+        }
+        return {};
     }
 };
 

@@ -8,4 +8,7 @@ namespace velmora {
 /// knows no such attribute, and for a path that cannot be asked. One system call.
 [[nodiscard]] bool isSystemFile(const QString &path);
 
+/// Whether a name that begins with a dot hides a file here.
+[[nodiscard]] bool dotHides() noexcept;
+
 } // namespace velmora

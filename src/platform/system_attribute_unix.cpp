@@ -7,4 +7,9 @@ bool isSystemFile(const QString &)
     return false;
 }
 
+bool dotHides() noexcept
+{
+    return true;
+}
+
 } // namespace velmora

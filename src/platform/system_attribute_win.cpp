@@ -12,4 +12,9 @@ bool isSystemFile(const QString &path)
            (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
+bool dotHides() noexcept
+{
+    return false;
+}
+
 } // namespace velmora

@@ -2,25 +2,14 @@
 
 #include "core/path_names.h"
 #include "core/safe_file.h"
+#include "vfs/safe_name.h"
 
 #include <QIODevice>
 #include <QTemporaryDir>
 
-#include <algorithm>
-
 namespace velmora {
 
 namespace {
-
-/// Whether a name leads nowhere but into the folder that it is put in, on any system. Windows gives ":" a meaning of
-/// its own, and takes dots and blanks at the end away.
-bool canStandInFolder(QStringView name)
-{
-    const bool endsPlainly = !name.isEmpty() && name.back() != u'.' && name.back() != u' ';
-    return endsPlainly && std::none_of(name.begin(), name.end(), [](QChar unit) {
-               return unit < u' ' || QStringView(u"/\\:*?\"<>|").contains(unit);
-           });
-}
 
 enum class Copied : quint8 { Whole, Unreadable, Unwritten };
 

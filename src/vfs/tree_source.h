@@ -102,6 +102,13 @@ struct TreeFolder {
     [[nodiscard]] bool isThere() const noexcept { return !path.isEmpty(); }
     /// What people know its tree by; empty for none.
     [[nodiscard]] QString shown() const { return source ? source->location().shown : QString(); }
+    /// With "/", and also where the path leads in the tree: what a person can write for it.
+    [[nodiscard]] QString shownPath() const
+    {
+        if (!source || source->isLocal())
+            return path;
+        return source->location().place + (path == u"/" ? QString() : path);
+    }
 };
 
 /// What paths of the two sides lead to.

@@ -120,9 +120,9 @@ private Q_SLOTS:
             {"folder l", "two paths are needed, 1 given"},
             {"folder l r --tolerance -1", "\"-1\" is no number of seconds"},
             {"folder l r --align a*", "\"a*\" is no pair of masks, LEFT=RIGHT"},
-            {"folder / /no/folder", "/no/folder: there is no such folder"},
+            {"folder / /no/folder", "/no/folder: there is no such folder or archive"},
 #ifdef Q_OS_UNIX
-            {"folder /dev/null /", "/dev/null: is not a folder"},
+            {"folder /dev/null /", "/dev/null: is neither a folder nor an archive"},
 #endif
         };
         for (const auto &[arguments, error] : cases) {

@@ -25,6 +25,7 @@ std::span<const Target> targets()
         Target{"conflict_markers", conflictMarkers},
         Target{"program", program},
         Target{"registry", registry},
+        Target{"archive", archive},
     };
     return all;
 }

@@ -35,5 +35,6 @@ void table(const QByteArray &input);
 void conflictMarkers(const QByteArray &input);
 void program(const QByteArray &input);
 void registry(const QByteArray &input);
+void archive(const QByteArray &input);
 
 } // namespace velmora::fuzz

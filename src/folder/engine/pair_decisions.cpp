@@ -2,6 +2,7 @@
 
 #include "core/crew.h"
 #include "folder/engine/folder_engine.h"
+#include "vfs/blob_name.h"
 
 #include <algorithm>
 #include <atomic>
@@ -88,8 +89,26 @@ std::optional<bool> sameByIdentity(CompareMethod method, const Sides<std::option
     return decides ? std::optional(false) : std::nullopt;
 }
 
+std::optional<ContentIdentity::Algorithm> askedAlgorithm(CompareMethod method,
+                                                         const Sides<std::optional<ContentIdentity>> &known)
+{
+    const auto exact = [&known](Side side) {
+        const bool isExact = known[side] && known[side]->algorithm != ContentIdentity::Algorithm::Crc32;
+        return isExact ? std::optional(known[side]->algorithm) : std::nullopt;
+    };
+    const auto left = exact(Side::Left);
+    const auto right = exact(Side::Right);
+    if (method != CompareMethod::Rules || left.has_value() == right.has_value())
+        return std::nullopt;
+    return left ? left : right;
+}
+
 PairDecider::PairDecider(SourcePair sources, int threads, CompareMethod method, const CancelFlag &cancel)
-    : m_sources(std::move(sources)), m_method(method), m_cancel(cancel), m_comparers(std::size_t(threads))
+    : m_sources(std::move(sources)),
+      m_method(method),
+      m_cancel(cancel),
+      m_comparers(std::size_t(threads)),
+      m_openers(std::size_t(threads))
 {}
 
 PairDecider::~PairDecider() = default;
@@ -101,19 +120,47 @@ ContentComparer &PairDecider::comparer(int worker)
         comparer = std::make_unique<ContentComparer>(
             Sides<std::unique_ptr<FileOpener>>{m_sources.left->makeOpener(), m_sources.right->makeOpener()}, m_cancel,
             &m_gate);
-        comparer->setFailureListener([this](Side side, const QString &path) {
-            const std::lock_guard lock(m_mutex);
-            m_problems.append({FolderProblem::Kind::UnreadableFile, path, side});
-        });
+        comparer->setFailureListener([this](Side side, const QString &path) { noteUnreadable(side, path); });
     }
     return *comparer;
+}
+
+FileOpener &PairDecider::opener(int worker, Side side)
+{
+    std::unique_ptr<FileOpener> &opener = m_openers[std::size_t(worker)][side];
+    if (!opener)
+        opener = m_sources[side]->makeOpener();
+    return *opener;
+}
+
+void PairDecider::noteUnreadable(Side side, const QString &path)
+{
+    const std::lock_guard lock(m_mutex);
+    m_problems.append({FolderProblem::Kind::UnreadableFile, path, side});
+}
+
+std::optional<bool> PairDecider::sameByWhatIsKnown(int worker, const FolderDiffItem &item, OpenHint hint)
+{
+    Sides<std::optional<ContentIdentity>> known{m_sources.left->contentIdentity(item.leftPath),
+                                                m_sources.right->contentIdentity(item.rightPath)};
+    const std::optional<ContentIdentity::Algorithm> asked = askedAlgorithm(m_method, known);
+    if (asked) {
+        const Side side = known.left && known.left->algorithm == *asked ? Side::Right : Side::Left;
+        const std::unique_ptr<OpenFile> file = opener(worker, side).open(pathOn(item, side), hint);
+        known[side] = file ? blobName(*file, *asked, m_cancel) : std::nullopt;
+        if (!known[side]) {
+            if (!m_cancel.isCancelled())
+                noteUnreadable(side, pathOn(item, side));
+            return false;
+        }
+    }
+    return sameByIdentity(m_method, known);
 }
 
 void PairDecider::decide(int worker, FolderDiffItem &item)
 {
     const OpenHint hint = item.status == UndecidedFiles ? OpenHint::ListedAsFile : OpenHint::Unknown;
-    const std::optional<bool> known = sameByIdentity(
-        m_method, {m_sources.left->contentIdentity(item.leftPath), m_sources.right->contentIdentity(item.rightPath)});
+    const std::optional<bool> known = sameByWhatIsKnown(worker, item, hint);
     const bool same = known ? *known : sameContent(comparer(worker), m_method, item.leftPath, item.rightPath, hint);
     if (!m_cancel.isCancelled()) // else what was read may not be the whole
         item.setDiffStatus(same ? FolderDiffStatus::Same : FolderDiffStatus::Different);

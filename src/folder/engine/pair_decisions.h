@@ -38,6 +38,11 @@ struct FolderRunReport;
 [[nodiscard]] std::optional<bool> sameByIdentity(CompareMethod method,
                                                  const Sides<std::optional<ContentIdentity>> &known);
 
+/// The algorithm in which one side alone knows its content exactly: then the other content decides by being read, and
+/// the known one stays unread. Nothing where that is of no use to `method`.
+[[nodiscard]] std::optional<ContentIdentity::Algorithm>
+askedAlgorithm(CompareMethod method, const Sides<std::optional<ContentIdentity>> &known);
+
 /// Gives pairs of files whose contents decide their status, for one run. Workers are numbered from 0, which is the
 /// thread of the run itself.
 class PairDecider {
@@ -64,12 +69,16 @@ public:
 
 private:
     [[nodiscard]] ContentComparer &comparer(int worker);
+    [[nodiscard]] FileOpener &opener(int worker, Side side);
+    [[nodiscard]] std::optional<bool> sameByWhatIsKnown(int worker, const FolderDiffItem &item, OpenHint hint);
+    void noteUnreadable(Side side, const QString &path);
 
     SourcePair m_sources;
     CompareMethod m_method;
     CancelFlag m_cancel;
     SlowDeviceGate m_gate;
     std::vector<std::unique_ptr<ContentComparer>> m_comparers; ///< by worker, made when first needed
+    std::vector<Sides<std::unique_ptr<FileOpener>>> m_openers; ///< the same, for files that are read alone
     std::mutex m_mutex;
     QList<FolderProblem> m_problems; ///< guarded by the mutex
 };

@@ -1,0 +1,79 @@
+#include "cli/archive_words.h"
+
+#include "cli/command.h"
+#include "core/visible_name.h"
+
+namespace velmora::cli {
+
+namespace {
+
+const char *words(ArchiveProblem::Kind kind)
+{
+    switch (kind) {
+    case ArchiveProblem::Kind::NameLeadsOut:
+        return "left out, their names lead out of the archive";
+    case ArchiveProblem::Kind::NameUnfit:
+        return "left out, no system can hold their names";
+    case ArchiveProblem::Kind::TooDeep:
+        return "left out, they are in more than 200 folders within each other";
+    case ArchiveProblem::Kind::LinkLeadsOut:
+        return "links left out, they lead out of the archive";
+    case ArchiveProblem::Kind::SameName:
+        return "hidden by later entries of the same name";
+    case ArchiveProblem::Kind::Overlapping:
+        return "not unpacked, they share bytes of the archive with others";
+    case ArchiveProblem::Kind::Damaged:
+        return "damaged";
+    case ArchiveProblem::Kind::Incomplete:
+        return "the archive is damaged or cut off here; what comes after is not known";
+    case ArchiveProblem::Kind::Encrypted:
+        return "encrypted, not read without the password";
+    case ArchiveProblem::Kind::TooManyEntries:
+        return "there are more than 1,000,000 entries; the rest is left out";
+    case ArchiveProblem::Kind::TooMuchContent:
+        return "unpacking stopped here, at 4 GiB and 250 times the size of the archive";
+    case ArchiveProblem::Kind::NestedUnreadable:
+        return "archives within that stay files, being damaged, too many or too deep";
+    }
+    return "";
+}
+
+} // namespace
+
+QString archiveFaultText(const QString &path, const ArchiveOpening &opening)
+{
+    switch (opening.fault) {
+    case ArchiveFault::Unreadable:
+        return QStringLiteral("%1: cannot read the file").arg(path);
+    case ArchiveFault::NoArchive:
+        return QStringLiteral("%1: is neither a folder nor an archive").arg(path);
+    case ArchiveFault::WrongPassword:
+        return QStringLiteral("%1: the password does not open the archive").arg(path);
+    default:
+        return QStringLiteral("%1: there is no such folder or archive").arg(path);
+    }
+}
+
+bool complainAboutArchive(const Streams &streams, const QString &archive, const QList<ArchiveProblem> &problems)
+{
+    bool hides = false;
+    for (const ArchiveProblem &problem : problems) {
+        const bool isHarmless =
+            problem.kind == ArchiveProblem::Kind::SameName || problem.kind == ArchiveProblem::Kind::LinkLeadsOut ||
+            problem.kind == ArchiveProblem::Kind::NestedUnreadable || problem.kind == ArchiveProblem::Kind::Encrypted;
+        QString line = QStringLiteral("%1%2: %3")
+                           .arg(isHarmless ? QStringLiteral("warning: ") : QString(), visibleName(archive),
+                                QString::fromLatin1(words(problem.kind)));
+        if (!problem.path.isEmpty())
+            line += QStringLiteral(": %1").arg(visibleName(problem.path));
+        if (problem.count > 1)
+            line += QStringLiteral(" and %1 more").arg(problem.count - 1);
+        if (!problem.detail.isEmpty())
+            line += QStringLiteral(" (%1)").arg(visibleName(problem.detail));
+        complain(streams, line);
+        hides = hides || !isHarmless;
+    }
+    return hides;
+}
+
+} // namespace velmora::cli

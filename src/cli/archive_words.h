@@ -1,0 +1,17 @@
+#pragma once
+
+#include "cli/command_line.h"
+#include "vfs/archive/archive_opening.h"
+
+#include <QList>
+#include <QString>
+
+namespace velmora::cli {
+
+/// Why there is no tree at `path`.
+[[nodiscard]] QString archiveFaultText(const QString &path, const ArchiveOpening &opening);
+
+/// Tells what of an archive is not there to see. True when that may hide a difference.
+bool complainAboutArchive(const Streams &streams, const QString &archive, const QList<ArchiveProblem> &problems);
+
+} // namespace velmora::cli

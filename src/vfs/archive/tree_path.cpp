@@ -1,0 +1,73 @@
+#include "vfs/archive/tree_path.h"
+
+#include "core/crew.h"
+#include "core/path_names.h"
+#include "vfs/local_folder.h"
+
+#include <QDir>
+
+namespace velmora {
+
+namespace {
+
+/// The path of the file that `path` is or goes through; empty when there is none.
+QString fileOnTheWay(QString path)
+{
+    while (!path.isEmpty()) {
+        if (const auto entry = FileAccess::native().describe(path))
+            return entry->kind == EntryKind::File ? path : QString();
+        const QString above = parentPath(path);
+        if (above == path)
+            break;
+        path = above;
+    }
+    return {};
+}
+
+} // namespace
+
+TreeAt treeAt(const ArchiveRequest &request, const CancelFlag &cancel, Progress &progress)
+{
+    TreeAt result;
+    const QString path = QDir::cleanPath(QDir(QDir::fromNativeSeparators(request.path)).absolutePath());
+    const std::optional<FolderEntry> entry = FileAccess::native().describe(path);
+    if (entry && entry->kind == EntryKind::Folder) {
+        result.folder = localFolder(path);
+        result.isFolder = true;
+        return result;
+    }
+    ArchiveRequest archive = request;
+    archive.path = fileOnTheWay(path);
+    if (archive.path.isEmpty()) {
+        result.opening.fault = entry ? ArchiveFault::NoArchive : ArchiveFault::Missing;
+        return result;
+    }
+    const QString inside = path.sliced(archive.path.size());
+    if (!inside.isEmpty())
+        archive.nested = NestedArchives::BecomeFolders;
+    result.opening = openArchive(archive, cancel, progress);
+    if (!result.opening.source)
+        return result;
+    const std::optional<FolderEntry> found = result.opening.source->describe(inside, HiddenEntries::Listed);
+    if (inside.isEmpty() || (found && found->kind == EntryKind::Folder))
+        result.folder = {result.opening.source, inside.isEmpty() ? QStringLiteral("/") : inside};
+    else
+        result.opening.fault = ArchiveFault::Missing;
+    return result;
+}
+
+Sides<TreeAt> treesAt(const Sides<ArchiveRequest> &requests, const CancelFlag &cancel, Progress &progress)
+{
+    Sides<TreeAt> trees;
+    const auto open = [&](int worker) {
+        Progress silent; // that of the run belongs to its thread
+        if (worker == 0)
+            trees.left = treeAt(requests.left, cancel, progress);
+        else
+            trees.right = treeAt(requests.right, cancel, silent);
+    };
+    runCrew(2, open, [] {});
+    return trees;
+}
+
+} // namespace velmora

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "core/cancel_flag.h"
+#include "core/progress.h"
+#include "vfs/archive/archive_opening.h"
+#include "vfs/tree_source.h"
+
+#include <QString>
+
+namespace velmora {
+
+/// What stands at a path that a person has given.
+struct TreeAt {
+    TreeFolder folder;      ///< none where there is a fault
+    ArchiveOpening opening; ///< of an archive
+    bool isFolder = false;  ///< a folder of this system
+};
+
+/// The tree at `request.path`: a folder, an archive, or a folder in one ("/home/a.tar.gz/docs"); an archive within an
+/// archive is a folder there. `ArchiveFault::Missing` where the path ends in nothing, or in a file that is no archive.
+/// For a worker.
+[[nodiscard]] TreeAt treeAt(const ArchiveRequest &request, const CancelFlag &cancel, Progress &progress);
+
+/// Both at once, on two threads where there are processors for them.
+[[nodiscard]] Sides<TreeAt> treesAt(const Sides<ArchiveRequest> &requests, const CancelFlag &cancel,
+                                    Progress &progress);
+
+} // namespace velmora
