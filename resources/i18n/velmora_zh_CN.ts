@@ -1682,8 +1682,8 @@
         <translation>合并结果采用两个版本合并而成的文本</translation>
     </message>
     <message>
-        <source>%1 conflicts merge cleanly line by line</source>
-        <translation>%1 个冲突可逐行合并而无冲突</translation>
+        <source>Conflicts that merge cleanly line by line: %1</source>
+        <translation>可逐行合并而无冲突的冲突：%1</translation>
     </message>
     <message>
         <source>Merged by hand: %1</source>
@@ -1898,16 +1898,16 @@
         <translation>将这些名称写入计划下方的日志</translation>
     </message>
     <message>
-        <source>%1 names may be in conflict with others, or on other systems</source>
-        <translation>%1 个名称可能与其他名称冲突，或在其他系统上无法使用</translation>
+        <source>Names in conflict with others, or on other systems: %1</source>
+        <translation>与其他名称冲突或在其他系统上无法使用的名称：%1</translation>
     </message>
     <message>
-        <source>%1 files may only have been moved or renamed</source>
-        <translation>%1 个文件可能只是被移动或重命名</translation>
+        <source>Files that may only have been moved or renamed: %1</source>
+        <translation>可能只是被移动或重命名的文件：%1</translation>
     </message>
     <message>
-        <source>%1 files have times that are whole hours apart on the two sides</source>
-        <translation>%1 个文件两侧的时间相差整小时</translation>
+        <source>Files whose times are whole hours apart on the two sides: %1</source>
+        <translation>两侧时间相差整小时的文件：%1</translation>
     </message>
     <message>
         <source>Move on right</source>

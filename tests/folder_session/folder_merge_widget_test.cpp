@@ -159,7 +159,7 @@ private Q_SLOTS:
         f.write("left/sub/text", "one\n2\n3\n");
         f.write("right/sub/text", "1\n2\nthree\n");
         f.compare();
-        QCOMPARE(f.text("textsBarText"), word("1 conflicts merge cleanly line by line"));
+        QCOMPARE(f.text("textsBarText"), word("Conflicts that merge cleanly line by line: 1"));
         QCOMPARE(f.text("openConflictsLabel"), word("Open conflicts: 2"));
         f.session.findChild<QPushButton *>(word("textsBarAction"))->click();
         QCOMPARE(f.text("openConflictsLabel"), word("Open conflicts: 1"));

@@ -191,7 +191,7 @@ private Q_SLOTS:
         f.analyse();
         QCOMPARE(f.rows().join(u'|'), word("new: → Copy to right|name.txt: → Copy to right|old.txt: × Delete right|"
                                            "other: → Copy to right"));
-        QCOMPARE(f.text("movesBarText"), word("1 files may only have been moved or renamed"));
+        QCOMPARE(f.text("movesBarText"), word("Files that may only have been moved or renamed: 1"));
         QSignalSpy read(&f.session, &SessionWidget::readingEnded);
         f.session.findChild<QPushButton *>(word("movesBarAction"))->click();
         QTRY_COMPARE(read.count(), 1);
@@ -248,12 +248,12 @@ private Q_SLOTS:
         f.disk.file(word("left/README"), "2", 0);
         f.disk.file(word("left/what?"), "3", 0);
         f.analyse();
-        QCOMPARE(f.text("nameConflictsBarText"), word("3 names may be in conflict with others, or on other systems"));
+        QCOMPARE(f.text("nameConflictsBarText"), word("Names in conflict with others, or on other systems: 3"));
         f.session.findChild<QPushButton *>(word("nameConflictsBarAction"))->click();
         QVERIFY(f.log().contains(word("what? has a name that Windows cannot hold")));
         f.dialogs.answerNumber(0);
         f.action("syncNowAction")->trigger();
-        QVERIFY(f.dialogs.asked().last().text.contains(word("3 names may be in conflict")));
+        QVERIFY(f.dialogs.asked().last().text.contains(word("Names in conflict with others, or on other systems: 3")));
     }
 
     void asksTwiceWhenADriveIsMissing()

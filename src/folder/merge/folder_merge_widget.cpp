@@ -279,7 +279,8 @@ void FolderMergeWidget::showOffer()
         m_offer->clear();
         return;
     }
-    m_offer->tell(Velmora::tr("%1 conflicts merge cleanly line by line").arg(m_clean.size()), NoticeBar::Tone::Remark);
+    m_offer->tell(Velmora::tr("Conflicts that merge cleanly line by line: %1").arg(m_clean.size()),
+                  NoticeBar::Tone::Remark);
 }
 
 void FolderMergeWidget::takeCleanTexts()

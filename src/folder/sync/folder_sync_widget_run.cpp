@@ -50,7 +50,7 @@ QString FolderSyncWidget::questionFor(qint64 actions) const
     if (m_manner == DeleteManner::ForGood)
         texts.append(Velmora::tr("What is deleted is deleted for good."));
     if (const qsizetype conflicts = m_found.proposal.conflicts.size(); conflicts > 0)
-        texts.append(Velmora::tr("%1 names may be in conflict with others, or on other systems").arg(conflicts));
+        texts.append(Velmora::tr("Names in conflict with others, or on other systems: %1").arg(conflicts));
     return texts.join(QLatin1String("\n\n"));
 }
 

@@ -46,11 +46,11 @@ SyncRemarks::SyncRemarks(QWidget *parent)
 
 void SyncRemarks::show(const Facts &facts)
 {
-    tell(*m_conflicts, facts.conflicts, Velmora::tr("%1 names may be in conflict with others, or on other systems"),
+    tell(*m_conflicts, facts.conflicts, Velmora::tr("Names in conflict with others, or on other systems: %1"),
          NoticeBar::Tone::Warning);
-    tell(*m_moves, facts.likelyMoves, Velmora::tr("%1 files may only have been moved or renamed"),
+    tell(*m_moves, facts.likelyMoves, Velmora::tr("Files that may only have been moved or renamed: %1"),
          NoticeBar::Tone::Remark);
-    tell(*m_hours, facts.wholeHours, Velmora::tr("%1 files have times that are whole hours apart on the two sides"),
+    tell(*m_hours, facts.wholeHours, Velmora::tr("Files whose times are whole hours apart on the two sides: %1"),
          NoticeBar::Tone::Remark);
 }
 
