@@ -6,6 +6,7 @@
 // The exit status is 1 when a step took more than 50 ms in every round: what happens in one round only is the
 // machine's.
 
+#include "../longest_turn.h"
 #include "folder/compare/folder_comparison.h"
 #include "folder/compare/folder_view.h"
 #include "folder/compare/tree_line_tree_widget.h"
@@ -13,9 +14,7 @@
 #include "platform/thread_end.h"
 #include "vfs/local_folder.h"
 
-#include <QAbstractEventDispatcher>
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QTextStream>
@@ -29,24 +28,6 @@ using namespace velmora;
 namespace {
 
 constexpr double longestAllowed = 50;
-
-/// Turns the event loop until nothing is left to do, and notes the longest turn in milliseconds.
-double longestTurn(const std::function<void()> &step, const std::function<bool()> &isDone)
-{
-    QElapsedTimer turn;
-    qint64 longest = 0;
-    turn.start();
-    step();
-    int idle = 0;
-    while (idle < 3) {
-        QCoreApplication::sendPostedEvents();
-        const bool busy = QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents);
-        longest = std::max(longest, turn.nsecsElapsed());
-        turn.restart();
-        idle = busy || !isDone() ? 0 : idle + 1;
-    }
-    return double(longest) / 1e6;
-}
 
 } // namespace
 

@@ -2946,8 +2946,8 @@
         <translation>按增长着色</translation>
     </message>
     <message>
-        <source>Growth is that since the scan before of the same folder in this tab</source>
-        <translation>增长是指与本标签页中上一次扫描同一文件夹相比</translation>
+        <source>Growth is that since the scan before of the same folder in this tab, or since a snapshot</source>
+        <translation>增长是指与本标签页中上一次扫描同一文件夹相比，或与一个快照相比</translation>
     </message>
     <message>
         <source>Scan</source>
@@ -3040,6 +3040,30 @@
     <message>
         <source>Growth: %1</source>
         <translation>增长：%1</translation>
+    </message>
+    <message>
+        <source>Growth since…</source>
+        <translation>对比快照…</translation>
+    </message>
+    <message>
+        <source>Compare with a folder snapshot: what has grown since it was made</source>
+        <translation>与文件夹快照比较：自创建快照以来增长的内容</translation>
+    </message>
+    <message>
+        <source>Growth since a snapshot</source>
+        <translation>自快照以来的增长</translation>
+    </message>
+    <message>
+        <source>Growth since %1</source>
+        <translation>自 %1 以来的增长</translation>
+    </message>
+    <message>
+        <source>No snapshot of a folder: %1</source>
+        <translation>不是文件夹快照：%1</translation>
+    </message>
+    <message>
+        <source>A snapshot has all levels and no hidden files: scan the whole folder without these first</source>
+        <translation>快照包含所有层级但不含隐藏文件：请先不限深度、不含隐藏文件地扫描该文件夹</translation>
     </message>
     <message>
         <source>This file has several names; its room on the disk counts at another one</source>

@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QIODevice>
 
+#include <algorithm>
 #include <array>
 
 namespace velmora::cli {
@@ -39,23 +40,28 @@ constexpr std::array formats{
     ChoiceOf<Format>{{"json", "the tree with all figures, and the largest files, as JSON"}, Format::Json},
 };
 
-void append(OutputBuffer &output, const QByteArray &text)
+void appendPadded(QByteArray &line, const QByteArray &text, int width)
 {
-    output << std::string_view(text.constData(), std::size_t(text.size()));
+    line.append(std::max<qsizetype>(0, width - text.size()), ' ');
+    line += text;
 }
 
 void writeLines(OutputBuffer &output, const UsageTree &tree)
 {
     constexpr int sizeWidth = 15;
-    constexpr int shareWidth = 6;
+    constexpr int shareWidth = 7;
     constexpr int countWidth = 9;
+    QByteArray &line = output.bytes();
     for (qint32 node = 0; node < tree.size(); ++node) {
         const UsageTree::Node &here = tree.node(node);
-        append(output, QByteArray::number(here.size).rightJustified(sizeWidth) + ' ' +
-                           shareText(tree.share(node)).toLatin1().rightJustified(shareWidth) + "% " +
-                           (here.isFolder ? QByteArray::number(here.files) : QByteArray()).rightJustified(countWidth) +
-                           "  " + QByteArray(2 * here.depth, ' ') + visibleName(tree.name(node).toString()).toUtf8() +
-                           (here.isFolder ? "/\n" : "\n"));
+        appendPadded(line, QByteArray::number(here.size), sizeWidth);
+        appendPadded(line, shareText(tree.share(node)).toLatin1(), shareWidth);
+        line += '%';
+        appendPadded(line, here.isFolder ? QByteArray::number(here.files) : QByteArray(), countWidth);
+        line.append(2 + 2 * qsizetype(here.depth), ' ');
+        line += visibleName(tree.name(node)).toUtf8();
+        line += here.isFolder ? "/\n" : "\n";
+        output.passOn();
     }
 }
 

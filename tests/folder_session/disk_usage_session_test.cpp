@@ -143,6 +143,26 @@ private Q_SLOTS:
         QCOMPARE(f.tree.model()->index(1, UsageRows::Growth).data().toString(), QString());
     }
 
+    void aSnapshotTellsWhatHasGrown()
+    {
+        Fixture f;
+        const QString path = f.disk.path(word("before.kvsnapshot"));
+        QVERIFY(makeFile(path, "{\"entries\": [{\"path\": \"big/a,b\", \"size\": 500}, {\"path\": \"big/gone\", "
+                               "\"size\": 50}, {\"path\": \"small\", \"size\": 200}]}"));
+        f.scan();
+        f.dialogs.answerPath(path);
+        f.press("growthSinceButton");
+        f.wait();
+        const auto grown = [&f](int row) { return f.tree.model()->index(row, UsageRows::Growth).data().toString(); };
+        QCOMPARE(grown(0), word("+250 bytes")); // 100 and 200 more, and 50 less
+        QCOMPARE(grown(1), word("+250 bytes"));
+        QCOMPARE(grown(2), QString());
+        f.dialogs.answerPath(f.disk.path(word("left/small")));
+        f.press("growthSinceButton");
+        f.wait();
+        QCOMPARE(grown(0), word("+250 bytes")); // what is no snapshot changes nothing
+    }
+
     void deletesToTheRecycleBinAndScansAgain()
     {
         Fixture f;

@@ -72,7 +72,8 @@ void DiskUsageWidget::buildOptions()
     m_hidden->setToolTip(Velmora::tr("Count hidden files and folders too"));
     m_colouring->setObjectName(QStringLiteral("colouringBox"));
     m_colouring->addItems({Velmora::tr("Colours by kind of file"), Velmora::tr("Colours by growth")});
-    m_colouring->setToolTip(Velmora::tr("Growth is that since the scan before of the same folder in this tab"));
+    m_colouring->setToolTip(
+        Velmora::tr("Growth is that since the scan before of the same folder in this tab, or since a snapshot"));
     connect(m_colouring, &QComboBox::currentIndexChanged, this,
             [this](int index) { m_view->setColouring(UsageColouring(index)); });
     auto *label = new QLabel(Velmora::tr("Max depth:"));
@@ -100,6 +101,10 @@ void DiskUsageWidget::buildCommands()
     m_export->setToolTip(Velmora::tr("Write the tree to a file"));
     m_export->setEnabled(false);
     connect(m_export, &QPushButton::clicked, this, &DiskUsageWidget::onExportCsv);
+    m_since = addCommand(Velmora::tr("Growth since…"), QStringLiteral("growthSinceButton"));
+    m_since->setToolTip(Velmora::tr("Compare with a folder snapshot: what has grown since it was made"));
+    m_since->setEnabled(false);
+    connect(m_since, &QPushButton::clicked, this, &DiskUsageWidget::onCompareSnapshot);
 }
 
 QJsonObject DiskUsageWidget::options() const
@@ -185,6 +190,7 @@ void DiskUsageWidget::takeScan(const SharedUsage &result)
     if (hadFocus)
         m_view->setFocus();
     m_export->setEnabled(true);
+    m_since->setEnabled(true);
     const DiskUsage &usage = result->usage;
     m_disk->setText(Velmora::tr("Disk: %1").arg(usageSizeText(usage.tree.root().allocated)));
     m_disk->setToolTip(Velmora::tr("What the files take on the disk; a file with several names counts once"));

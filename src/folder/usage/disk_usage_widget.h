@@ -34,6 +34,8 @@ public:
 public Q_SLOTS:
     void onScan();
     void onExportCsv();
+    /// Tells what has grown since a snapshot that is asked for.
+    void onCompareSnapshot();
     void onDelete();
     void onShowInFileManager();
     void onCopyPaths();
@@ -46,6 +48,7 @@ private:
     void tellScan(const DiskUsage &usage);
     void showEmpty();
     void exportTo(const QString &path);
+    void compareSnapshot(const QString &path);
     void openMenu(QPoint global);
 
     void prepareDeletion(const QStringList &paths);
@@ -58,6 +61,7 @@ private:
     QCheckBox *m_hidden;
     QComboBox *m_colouring;
     QPushButton *m_export;
+    QPushButton *m_since;
     UsageView *m_view;
     QLabel *m_disk;
     SharedUsage m_result;

@@ -109,8 +109,8 @@ void UsageView::fitColumns()
     constexpr int fewestLetters = 22; // of a name
     int room = m_tree->viewport()->width() - fewestLetters * fontMetrics().averageCharWidth();
     // What matters most is hidden last.
-    for (const int column : {UsageRows::Size, UsageRows::Share, UsageRows::Growth, UsageRows::Files, UsageRows::OnDisk,
-                             UsageRows::Subfolders}) {
+    for (const int column : {UsageRows::Size, UsageRows::Share, UsageRows::Growth, UsageRows::Files,
+                             UsageRows::Subfolders, UsageRows::OnDisk}) {
         const bool hasTexts = column != UsageRows::Growth || (m_result && !m_result->growth.empty());
         const int width = m_widths[std::size_t(column)];
         m_tree->setColumnHidden(column, !hasTexts || room < width);

@@ -39,7 +39,8 @@ private:
 
     void appendInOrder(std::vector<TreeRow> &rows) const
     {
-        for (qint32 node = 0; node < m_tree.count();) {
+        const qint32 end = m_tree.count();
+        for (qint32 node = 0; node < end;) {
             const bool shown = isShown(node);
             if (shown)
                 rows.push_back({node, 0});
