@@ -8572,8 +8572,12 @@ Save them?</source>
         <translation>类型</translation>
     </message>
     <message>
-        <source>Key</source>
-        <translation>项</translation>
+        <source>Registry key</source>
+        <translation>注册表项</translation>
+    </message>
+    <message>
+        <source>Registry keys</source>
+        <translation>注册表项</translation>
     </message>
     <message>
         <source>All keys</source>

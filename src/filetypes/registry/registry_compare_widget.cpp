@@ -55,7 +55,7 @@ RegistryCompareWidget::RegistryCompareWidget(SessionHost &host, QWidget *parent,
       m_view(new TreeView(*m_keys, this))
 {
     m_view->setObjectName(QStringLiteral("registryKeys"));
-    m_view->setAccessibleName(Velmora::tr("Keys"));
+    m_view->setAccessibleName(Velmora::tr("Registry keys"));
     m_view->setFrameShape(QFrame::NoFrame);
     views().insertWidget(0, m_view);
     views().setStretchFactor(0, 1);
@@ -67,7 +67,7 @@ RegistryCompareWidget::RegistryCompareWidget(SessionHost &host, QWidget *parent,
     constexpr int room = 24; // for the sign of the order
     header.setSectionResizeMode(0, QHeaderView::Stretch);
     header.setSectionResizeMode(1, QHeaderView::Fixed);
-    header.resizeSection(1, header.fontMetrics().horizontalAdvance(Velmora::tr("Differences")) + room);
+    header.resizeSection(1, header.fontMetrics().horizontalAdvance(QStringLiteral("0,000")) + room);
     connectBar();
     allowCommands();
 }

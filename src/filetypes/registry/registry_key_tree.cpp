@@ -97,7 +97,7 @@ bool RegistryKeyTree::isShown(qint32 number) const
 
 QStringList RegistryKeyTree::headings() const
 {
-    return {Velmora::tr("Key"), Velmora::tr("Differences")};
+    return {Velmora::tr("Registry key"), Velmora::tr("Diff")};
 }
 
 QString RegistryKeyTree::text(qint32 number, int column) const

@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QLocale>
 
+#include <array>
+
 namespace velmora {
 
 namespace {

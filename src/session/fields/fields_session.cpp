@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QJsonObject>
 #include <QLabel>
+#include <QLocale>
 #include <QSplitter>
 
 namespace velmora {

@@ -10,6 +10,9 @@
 #include "session/session_widget.h"
 #include "session/translate.h"
 
+#include <functional>
+#include <memory>
+
 class QBoxLayout;
 class QLabel;
 class QSplitter;

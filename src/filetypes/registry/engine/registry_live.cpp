@@ -1,5 +1,7 @@
 #include "filetypes/registry/engine/registry_live.h"
 
+#include <algorithm>
+
 namespace velmora {
 
 namespace {

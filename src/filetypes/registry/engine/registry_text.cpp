@@ -3,6 +3,9 @@
 #include <QMap>
 #include <QtEndian>
 
+#include <algorithm>
+#include <cstdlib>
+
 namespace velmora {
 
 namespace {

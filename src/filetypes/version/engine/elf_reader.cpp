@@ -6,6 +6,9 @@
 #include <QMap>
 #include <QStringList>
 
+#include <algorithm>
+#include <utility>
+
 namespace velmora {
 
 namespace {

@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <QUuid>
 
+#include <algorithm>
+
 namespace velmora {
 
 namespace {
