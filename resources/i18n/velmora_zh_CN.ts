@@ -5746,6 +5746,10 @@ Restore them? The files themselves stay as they are until you save.</source>
         <translation>另一侧已出现该项目，或无法在那里查找</translation>
     </message>
     <message>
+        <source>It is no longer the same as the copy that was to go, which stays</source>
+        <translation>它已与原定要删除的副本不同，该副本予以保留</translation>
+    </message>
+    <message>
         <source>A link stands where a folder was; links are not followed</source>
         <translation>原文件夹的位置现在是一个链接；不会跟随链接</translation>
     </message>

@@ -48,6 +48,7 @@ void complain(const Streams &streams, const QString &message);
 // The rows of the table, each beside what it runs.
 [[nodiscard]] Command binaryCommand();
 [[nodiscard]] Command checksumCommand();
+[[nodiscard]] Command duplicatesCommand();
 [[nodiscard]] Command folderCommand();
 [[nodiscard]] Command imageCommand();
 [[nodiscard]] Command gitSetupCommand();

@@ -121,10 +121,10 @@ int dispatch(const QStringList &arguments, const Streams &streams)
 
 std::span<const Command> commands()
 {
-    static const std::array all{textCommand(),     folderCommand(),  syncCommand(),    mergeFoldersCommand(),
-                                snapshotCommand(), usageCommand(),   binaryCommand(),  checksumCommand(),
-                                imageCommand(),    mergeCommand(),   systemCommand(),  tableCommand(),
-                                registryCommand(), versionCommand(), gitSetupCommand()};
+    static const std::array all{textCommand(),       folderCommand(),   syncCommand(),    mergeFoldersCommand(),
+                                snapshotCommand(),   usageCommand(),    binaryCommand(),  checksumCommand(),
+                                duplicatesCommand(), imageCommand(),    mergeCommand(),   systemCommand(),
+                                tableCommand(),      registryCommand(), versionCommand(), gitSetupCommand()};
     return all;
 }
 

@@ -66,6 +66,8 @@ const char *errorText(OperationErrorCode code)
     case OperationErrorCode::TargetAppeared:
     case OperationErrorCode::CounterpartAppeared:
         return "has changed since it was compared";
+    case OperationErrorCode::KeptCopyChanged:
+        return "is no longer the same as the copy that was to go, which stays";
     case OperationErrorCode::LeadsOutside:
         return "a link leads elsewhere";
     case OperationErrorCode::FolderNotEmpty:

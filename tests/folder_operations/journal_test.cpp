@@ -181,6 +181,8 @@ private Q_SLOTS:
         step.step.fromSeen = SeenEntry::exactly({NodeKind::File, 1LL << 60, -1, FileIdentity{~0ULL, 1}, 0, false});
         step.step.toSeen = SeenEntry::absent();
         step.step.fromSeen.files = 3;
+        step.step.keptCopy = {1, QStringLiteral("stays")};
+        step.step.keptCopySeen = step.step.fromSeen;
         step.kept = QStringLiteral("12");
         step.now = step.step.fromSeen;
         step.end = JournalStep::End::Done;

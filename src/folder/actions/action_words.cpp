@@ -47,6 +47,7 @@ constexpr std::array<const char *, 24> errorTexts{
     QT_TRANSLATE_NOOP("Velmora", "The file to be replaced has changed meanwhile"),
     QT_TRANSLATE_NOOP("Velmora", "Something of this name has appeared meanwhile"),
     QT_TRANSLATE_NOOP("Velmora", "It is on the other side by now, or cannot be looked for there"),
+    QT_TRANSLATE_NOOP("Velmora", "It is no longer the same as the copy that was to go, which stays"),
     QT_TRANSLATE_NOOP("Velmora", "A link stands where a folder was; links are not followed"),
     QT_TRANSLATE_NOOP("Velmora", "The folder is not empty"),
     QT_TRANSLATE_NOOP("Velmora", "Nothing is deleted in a folder in which something went wrong"),

@@ -13,7 +13,7 @@ namespace {
 
 const QLatin1String formatName("velmora operations");
 constexpr int formatVersion = 2;
-constexpr qsizetype mostRoots = 8;
+constexpr qsizetype mostRoots = 64;
 
 bool isText(QStringView text, qsizetype index)
 {
@@ -223,6 +223,9 @@ private:
         step.from = fields.place("from", roots);
         step.to = fields.place("to", roots);
         step.counterpart = fields.place("counterpart", roots);
+        step.keptCopy = fields.place("keptCopy", roots);
+        if (step.keptCopy.isSet())
+            step.keptCopySeen = fields.state("keptCopySeen");
         step.fromSeen = fields.state("fromSeen");
         step.toSeen = fields.state("toSeen");
         step.binPath = fields.text("bin");
@@ -310,6 +313,10 @@ QByteArray planLine(qint64 number, const OperationStep &step)
         object.insert(QStringLiteral("to"), placeJson(step.to));
     if (step.counterpart.isSet())
         object.insert(QStringLiteral("counterpart"), placeJson(step.counterpart));
+    if (step.keptCopy.isSet()) {
+        object.insert(QStringLiteral("keptCopy"), placeJson(step.keptCopy));
+        object.insert(QStringLiteral("keptCopySeen"), stateJson(step.keptCopySeen));
+    }
     if (!step.binPath.isEmpty())
         object.insert(QStringLiteral("bin"), escaped(step.binPath));
     if (step.wholeTree)

@@ -16,7 +16,8 @@ namespace velmora {
 ///     UTC,"undoOf":id,"roots":[path,…],"steps":n}
 ///
 /// Then come all steps of the plan, so that what a crash has kept from being done is known: "plan" with the number,
-/// "kind", the places "from", "to" and "counterpart" as [root, relative path] and the states "fromSeen" and "toSeen".
+/// "kind", the places "from", "to" and "counterpart" as [root, relative path] and the states "fromSeen" and "toSeen";
+/// of the deletion of a copy also "keptCopy", the place of the one that stays, and "keptCopySeen".
 /// Before each step that changes something comes a line with "step", its number, its "kind" where it is done in another
 /// way than planned, and "kept", the name of the old contents in the folder "kept", or "lost" when they are not kept.
 /// Afterwards "ended" with the same number, whether it is "done", the state "now" of what was made or recycled, and its

@@ -24,6 +24,7 @@ enum class OperationErrorCode : quint8 {
     TargetChanged,       ///< it was there and is gone or another
     TargetAppeared,      ///< nothing was there
     CounterpartAppeared, ///< what was missing on the other side is there, or cannot be looked for
+    KeptCopyChanged,     ///< the file that was to stay is gone, or no longer the same as the one that was to go
     LeadsOutside,        ///< a link stands where a folder was
     FolderNotEmpty,      ///< it holds what the plan does not cover
     TroubleInBranch,     ///< something else went wrong in its folder, so nothing is deleted there

@@ -76,6 +76,10 @@ struct OperationStep {
     /// Of a deletion or a move that follows from a missing counterpart: where that must still be missing. Such a step
     /// is skipped, too, when anything went wrong in a folder that it lies in.
     Place counterpart;
+    /// Of a deletion of one of two files of the same contents: the one that stays, in any root, and what was seen of
+    /// it. Right before the deletion both are read; unless every byte is the same, nothing is deleted.
+    Place keptCopy;
+    SeenEntry keptCopySeen;
     QString binPath;
     /// Of `Recycle` and `Delete` of a folder, until the survey: what the comparison does not list goes as well.
     bool wholeTree = false;

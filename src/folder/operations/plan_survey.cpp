@@ -60,7 +60,7 @@ private:
     {
         QSet<int> used;
         for (const OperationStep &step : m_plan.steps)
-            used.unite({step.from.root, step.to.root, step.counterpart.root});
+            used.unite({step.from.root, step.to.root, step.counterpart.root, step.keptCopy.root});
         for (int i = 0; i < surveyed.roots.size(); ++i) {
             FolderHandle *const root = m_chain.root(i);
             if (root)
@@ -172,6 +172,8 @@ private:
         if (step.kind != OperationKind::Restore && step.from.isSet() && !lookAtSource(step))
             return;
         if (step.counterpart.isSet() && !isStillMissing(step.counterpart))
+            return;
+        if (step.keptCopy.isSet() && !lookAtKeptCopy(step))
             return;
         if (step.to.isSet() && !lookAtTarget(step))
             return;
@@ -313,6 +315,23 @@ private:
         if (found.isThere)
             leaveOut(LeftOutReason::ChangedSinceCompared, counterpart);
         return !found.isThere;
+    }
+
+    bool lookAtKeptCopy(OperationStep &step)
+    {
+        const Look found = look(step.keptCopy);
+        if (found.error.isError()) {
+            leaveOutUnreadable(step.keptCopy, found.error);
+            return false;
+        }
+        const bool isFile = found.isThere && found.node.kind == NodeKind::File;
+        if (!isFile || step.fromSeen.kind != NodeKind::File || !step.keptCopySeen.isStill(found.node) ||
+            m_vacated.contains(step.keptCopy)) {
+            leaveOut(LeftOutReason::ChangedSinceCompared, step.keptCopy);
+            return false;
+        }
+        step.keptCopySeen = SeenEntry::exactly(found.node);
+        return true;
     }
 
     bool lookAtTarget(OperationStep &step)

@@ -1,3 +1,4 @@
+#include "folder/operations/kept_copy.h"
 #include "folder/operations/step_work.h"
 #include "folder/operations/tree_summary.h"
 
@@ -47,6 +48,8 @@ StepResult StepRunner::run(qsizetype index)
     StepResult result = reach(work);
     if (result.isDone() && work.step.counterpart.isSet())
         result = checkCounterpart(work.step);
+    if (result.isDone() && work.step.keptCopy.isSet())
+        result = checkKeptCopy(work);
     if (!result.isDone())
         return result;
     const Lifted source(m_plan.liftsProtection ? work.from.folder : nullptr);
@@ -81,7 +84,7 @@ StepResult StepRunner::run(qsizetype index)
 StepResult StepRunner::reach(Work &work) const
 {
     const OperationStep &step = work.step;
-    for (const Place &place : {step.from, step.to, step.counterpart}) {
+    for (const Place &place : {step.from, step.to, step.counterpart, step.keptCopy}) {
         if (place.isSet() && !m_chain.root(place.root))
             return m_problems.failed(OperationErrorCode::RootMissing, {place.root, {}}, m_chain.rootError(place.root));
     }
@@ -154,6 +157,28 @@ StepResult StepRunner::checkCounterpart(const OperationStep &step) const
     const FileError error = place.folder ? place.folder->stat(place.name).error : place.error;
     return isAbsence(error) ? StepResult()
                             : m_problems.failed(OperationErrorCode::CounterpartAppeared, step.counterpart, error);
+}
+
+StepResult StepRunner::checkKeptCopy(const Work &work) const
+{
+    const OperationStep &step = work.step;
+    const ReachedPlace kept = m_chain.reach(step.keptCopy);
+    FileError error = kept.error;
+    const std::unique_ptr<FileSource> stays = kept.folder ? kept.folder->openFile(kept.name, error) : nullptr;
+    if (!stays)
+        return m_problems.failed(OperationErrorCode::KeptCopyChanged, step.keptCopy, error);
+    const std::unique_ptr<FileSource> goes = work.from.folder->openFile(work.from.name, error);
+    if (!goes)
+        return m_problems.failedAtSource(step.from, error);
+    switch (compareCopies({*goes, step.fromSeen}, {*stays, step.keptCopySeen}, m_tick)) {
+    case CopiesFound::Same:
+        return {};
+    case CopiesFound::Stopped:
+        return m_problems.failed(OperationErrorCode::Cancelled, step.from);
+    case CopiesFound::Different:
+        break;
+    }
+    return m_problems.failed(OperationErrorCode::KeptCopyChanged, step.keptCopy);
 }
 
 StepResult StepRunner::checkTree(const Work &work) const

@@ -29,6 +29,7 @@ private:
     [[nodiscard]] StepResult checkSource(Work &work) const;
     [[nodiscard]] StepResult checkTarget(Work &work) const;
     [[nodiscard]] StepResult checkCounterpart(const OperationStep &step) const;
+    [[nodiscard]] StepResult checkKeptCopy(const Work &work) const;
     [[nodiscard]] StepResult checkTree(const Work &work) const;
 
     [[nodiscard]] StepResult makeFolder(Work &work);

@@ -1,8 +1,8 @@
-#include "cli/json_writer.h"
+#include "core/json_writer.h"
 
 #include "core/json_text.h"
 
-namespace velmora::cli {
+namespace velmora {
 
 void JsonWriter::key(std::string_view name)
 {
@@ -70,4 +70,4 @@ void JsonWriter::beginValue()
     m_afterKey = false;
 }
 
-} // namespace velmora::cli
+} // namespace velmora
