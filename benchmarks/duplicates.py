@@ -75,7 +75,8 @@ def main():
     parser.add_argument("--runs", type=int, default=5)
     parser.add_argument("--data", default=str(DATA / "duplicates"))
     options = parser.parse_args()
-    folder = pathlib.Path(options.data)
+    options.program = str(pathlib.Path(options.program).resolve())
+    folder = pathlib.Path(options.data).resolve()
     if not folder.exists():
         make(folder)
     commands = {

@@ -2846,6 +2846,286 @@
         <translation>重复文件：%1</translation>
     </message>
     <message>
+        <source>Scan duplicates</source>
+        <translation>扫描重复文件</translation>
+    </message>
+    <message>
+        <source>Look for files of the same contents</source>
+        <translation>查找内容相同的文件</translation>
+    </message>
+    <message>
+        <source>Add a folder…</source>
+        <translation>添加文件夹…</translation>
+    </message>
+    <message>
+        <source>Look in another folder, too</source>
+        <translation>同时在另一个文件夹中查找</translation>
+    </message>
+    <message>
+        <source>Previous group</source>
+        <translation>上一组</translation>
+    </message>
+    <message>
+        <source>Next group</source>
+        <translation>下一组</translation>
+    </message>
+    <message>
+        <source>Delete extra copies…</source>
+        <translation>删除多余副本…</translation>
+    </message>
+    <message>
+        <source>Choose copies that are to be deleted</source>
+        <translation>选择要删除的副本</translation>
+    </message>
+    <message>
+        <source>Bring back what this tab has deleted last</source>
+        <translation>恢复此标签页上次删除的文件</translation>
+    </message>
+    <message>
+        <source>Open the file</source>
+        <translation>打开文件</translation>
+    </message>
+    <message>
+        <source>Compare two</source>
+        <translation>比较两项</translation>
+    </message>
+    <message>
+        <source>Compare the two selected files or folders, or the selected one with the first of its group</source>
+        <translation>比较选中的两个文件或文件夹，或将选中项与所在组的第一项比较</translation>
+    </message>
+    <message>
+        <source>Export…</source>
+        <translation>导出…</translation>
+    </message>
+    <message>
+        <source>Save all groups as CSV or JSON</source>
+        <translation>将所有组保存为 CSV 或 JSON</translation>
+    </message>
+    <message>
+        <source>Check or uncheck</source>
+        <translation>勾选或取消勾选</translation>
+    </message>
+    <message>
+        <source>Check all copies in this folder</source>
+        <translation>勾选此文件夹中的所有副本</translation>
+    </message>
+    <message>
+        <source>Uncheck all copies in this folder</source>
+        <translation>取消勾选此文件夹中的所有副本</translation>
+    </message>
+    <message>
+        <source>  Folder: </source>
+        <translation>  文件夹： </translation>
+    </message>
+    <message>
+        <source>Folder to scan…</source>
+        <translation>要扫描的文件夹…</translation>
+    </message>
+    <message>
+        <source>Select folder</source>
+        <translation>选择文件夹</translation>
+    </message>
+    <message>
+        <source>Show the groups whose paths hold these words</source>
+        <translation>显示路径中含有这些词的组</translation>
+    </message>
+    <message>
+        <source>Other names of the same files: %1</source>
+        <translation>同一文件的其他名称：%1</translation>
+    </message>
+    <message>
+        <source>Hard links and links: names that lead to files which are counted once</source>
+        <translation>硬链接和链接：指向同一文件的名称，该文件只计一次</translation>
+    </message>
+    <message>
+        <source>What is there more than once?</source>
+        <translation>哪些文件不止一份？</translation>
+    </message>
+    <message>
+        <source>Drop a folder here or enter its path above, then press Scan duplicates (F5). Files of the same contents are shown in groups; nothing is deleted before you say so.</source>
+        <translation>将文件夹拖到此处或在上方输入其路径，然后按“扫描重复文件”（F5）。内容相同的文件按组显示；未经您确认不会删除任何文件。</translation>
+    </message>
+    <message>
+        <source>No group has a path with these words.</source>
+        <translation>没有任何组的路径含有这些词。</translation>
+    </message>
+    <message>
+        <source>There are no duplicates.</source>
+        <translation>没有重复文件。</translation>
+    </message>
+    <message>
+        <source>Cannot open %1</source>
+        <translation>无法打开 %1</translation>
+    </message>
+    <message>
+        <source>Select a valid folder</source>
+        <translation>请选择有效的文件夹</translation>
+    </message>
+    <message>
+        <source>There is no folder %1</source>
+        <translation>文件夹 %1 不存在</translation>
+    </message>
+    <message>
+        <source>Scanning…</source>
+        <translation>正在扫描…</translation>
+    </message>
+    <message>
+        <source>Cancelled. Scanned %1 files, found %2 duplicate groups.</source>
+        <translation>已取消。已扫描 %1 个文件，找到 %2 个重复组。</translation>
+    </message>
+    <message>
+        <source>%1 files, %2 duplicate groups (%3 files involved)</source>
+        <translation>%1 个文件，%2 个重复组（涉及 %3 个文件）</translation>
+    </message>
+    <message>
+        <source>%1 lies in another of the folders and is scanned once</source>
+        <translation>%1 位于另一个文件夹之内，只扫描一次</translation>
+    </message>
+    <message>
+        <source>Keep the copies in this folder</source>
+        <translation>保留此文件夹中的副本</translation>
+    </message>
+    <message>
+        <source>Keep at least one unchecked copy per group.</source>
+        <translation>每组至少保留一个未勾选的副本。</translation>
+    </message>
+    <message>
+        <source>Confirm delete</source>
+        <translation>确认删除</translation>
+    </message>
+    <message>
+        <source>Permanently delete %1 file(s)?</source>
+        <translation>永久删除 %1 个文件？</translation>
+    </message>
+    <message>
+        <source>Deleting…</source>
+        <translation>正在删除…</translation>
+    </message>
+    <message>
+        <source>Deleted %1</source>
+        <translation>已删除 %1</translation>
+    </message>
+    <message>
+        <source>Not deleted: %1 (%2)</source>
+        <translation>未删除：%1（%2）</translation>
+    </message>
+    <message>
+        <source>Delete done: %1 ok, %2 failed</source>
+        <translation>删除完成：成功 %1 个，失败 %2 个</translation>
+    </message>
+    <message>
+        <source>Files are being deleted. Stop after the current one and close?</source>
+        <translation>正在删除文件。要在当前文件之后停止并关闭吗？</translation>
+    </message>
+    <message>
+        <source>CSV (*.csv);;JSON (*.json)</source>
+        <translation>CSV (*.csv);;JSON (*.json)</translation>
+    </message>
+    <message>
+        <source>File/group</source>
+        <translation>文件/组</translation>
+    </message>
+    <message>
+        <source>MD5 hash</source>
+        <translation>MD5 哈希</translation>
+    </message>
+    <message>
+        <source>Same folder (%1 copies, %2 files each)</source>
+        <translation>相同的文件夹（%1 份，各含 %2 个文件）</translation>
+    </message>
+    <message>
+        <source>Duplicate group (%1 copies)</source>
+        <translation>重复组（%1 份）</translation>
+    </message>
+    <message>
+        <source>%1 – none would stay</source>
+        <translation>%1 – 一份也不会保留</translation>
+    </message>
+    <message>
+        <source>One file with %1 names, no copies</source>
+        <translation>有 %1 个名称的同一文件，没有副本</translation>
+    </message>
+    <message>
+        <source>%1 (reference)</source>
+        <translation>%1（参照）</translation>
+    </message>
+    <message>
+        <source>%1 (link to elsewhere)</source>
+        <translation>%1（指向别处的链接）</translation>
+    </message>
+    <message>
+        <source>%1 (+%2 names)</source>
+        <translation>%1（另有 %2 个名称）</translation>
+    </message>
+    <message>
+        <source>The same file under other names:</source>
+        <translation>同一文件的其他名称：</translation>
+    </message>
+    <message>
+        <source>It lies in a reference folder and is not deleted.</source>
+        <translation>位于参照文件夹中，不会被删除。</translation>
+    </message>
+    <message>
+        <source>Look for copies</source>
+        <translation>查找副本</translation>
+    </message>
+    <message>
+        <source>Only as reference</source>
+        <translation>仅作参照</translation>
+    </message>
+    <message>
+        <source>Copies in this folder may be deleted</source>
+        <translation>此文件夹中的副本可以删除</translation>
+    </message>
+    <message>
+        <source>Nothing in this folder is deleted</source>
+        <translation>不删除此文件夹中的任何文件</translation>
+    </message>
+    <message>
+        <source>Do not look in this folder</source>
+        <translation>不在此文件夹中查找</translation>
+    </message>
+    <message>
+        <source>Check copies to delete (keep one per group).</source>
+        <translation>勾选要删除的副本（每组保留一份）。</translation>
+    </message>
+    <message>
+        <source>Check by rule</source>
+        <translation>按规则勾选</translation>
+    </message>
+    <message>
+        <source>Check the other copies of every group that is shown</source>
+        <translation>勾选所显示的每一组中的其余副本</translation>
+    </message>
+    <message>
+        <source>Keep the newest</source>
+        <translation>保留最新的</translation>
+    </message>
+    <message>
+        <source>Keep the oldest</source>
+        <translation>保留最旧的</translation>
+    </message>
+    <message>
+        <source>Keep the shortest path</source>
+        <translation>保留路径最短的</translation>
+    </message>
+    <message>
+        <source>Keep those in a folder…</source>
+        <translation>保留某个文件夹中的…</translation>
+    </message>
+    <message>
+        <source>Uncheck all</source>
+        <translation>全部取消勾选</translation>
+    </message>
+    <message>
+        <source>%1 to delete (%2), %3 of the same groups stay</source>
+        <translation>将删除 %1 个（%2），同组中保留 %3 个</translation>
+    </message>
+    <message>
+        <source>Nothing is checked</source>
+        <translation>尚未勾选</translation>
+    </message>
+    <message>
         <source>Find the files of a folder tree that are there more than once.</source>
         <translation>查找文件夹树中重复出现的文件。</translation>
     </message>

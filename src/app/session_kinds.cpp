@@ -9,6 +9,7 @@
 #include "filetypes/table/table_compare_widget.h"
 #include "filetypes/version/version_compare_widget.h"
 #include "folder/compare/folder_compare_widget.h"
+#include "folder/duplicates/duplicate_finder_widget.h"
 #include "folder/merge/folder_merge_widget.h"
 #include "folder/snapshot/folder_snapshot_widget.h"
 #include "folder/sync/folder_sync_widget.h"
@@ -255,7 +256,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/duplicate.png",
      .slot = "onNewDuplicateFinder",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Find the files of a folder tree that are there more than once."),
-     .create = pending},
+     .create = make<DuplicateFinderWidget>},
     {.id = QLatin1String("snapshot"),
      .group = Tools,
      .sides = 2,

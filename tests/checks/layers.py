@@ -31,6 +31,7 @@ NEIGHBOURS = {
     ("merge/engine", "text/engine"),
     ("filetypes/table/engine", "text/engine"),
     ("folder/compare", "folder/actions"),
+    ("folder/duplicates", "folder/actions"),
     ("folder/merge", "folder/actions"),
     ("folder/sync", "folder/actions"),
     ("folder/usage", "folder/actions"),

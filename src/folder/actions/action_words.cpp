@@ -39,7 +39,7 @@ constexpr std::array<const char *, 19> reasonTexts{
 static_assert(reasonTexts.size() == std::size_t(LeftOutReason::OtherInRecycleBin) + 1);
 
 /// By `OperationErrorCode`.
-constexpr std::array<const char *, 24> errorTexts{
+constexpr std::array<const char *, 25> errorTexts{
     "",
     QT_TRANSLATE_NOOP("Velmora", "The folder is gone or is another one now"),
     QT_TRANSLATE_NOOP("Velmora", "It is no longer there"),

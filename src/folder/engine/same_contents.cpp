@@ -3,9 +3,11 @@
 #include "core/crew.h"
 
 #include <QHash>
+#include <QRandomGenerator>
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <utility>
@@ -80,8 +82,8 @@ std::vector<Strands> splitByBlocks(Strands strands, qint64 length)
 /// Reads files on one thread.
 class SameContents::Worker {
 public:
-    Worker(const ScannedFiles &listed, const QList<DuplicateRoot> &roots, CancelFlag cancel)
-        : m_listed(listed), m_cancel(std::move(cancel)), m_buffer(new char[std::size_t(bufferSize)])
+    Worker(const ScannedFiles &listed, const QList<DuplicateRoot> &roots, CancelFlag cancel, std::size_t seed)
+        : m_listed(listed), m_cancel(std::move(cancel)), m_buffer(new char[std::size_t(bufferSize)]), m_seed(seed)
     {
         for (const DuplicateRoot &root : roots)
             m_openers.push_back(root.folder.source->makeOpener());
@@ -101,7 +103,7 @@ public:
             place += size;
         }
         for (const Strands &members : splitByBlocks(std::move(strands), size))
-            take(members);
+            m_found.push_back(filesOf(members));
     }
 
     /// The key of the first and last blocks; 0 where they cannot be read.
@@ -114,20 +116,27 @@ public:
         char *const block = m_buffer.get();
         if (!open || !read(*open, file, 0, block, head) || !read(*open, file, size - tail, block + head, tail))
             return 0;
-        return quint64(qHashBits(block, std::size_t(head + tail), 0)) | 1U;
+        return quint64(qHashBits(block, std::size_t(head + tail), m_seed)) | 1U;
     }
 
-    [[nodiscard]] QByteArray digest(quint32 file)
+    /// A key of all bytes; 0 where they cannot be read.
+    [[nodiscard]] quint64 readKey(quint32 file)
     {
-        QByteArray digest = duplicateDigest(openerOf(file), m_listed.pathOf(file), m_cancel);
-        if (digest.isEmpty() && !m_cancel.isCancelled())
-            m_unreadable.push_back(file);
-        return digest;
+        const std::unique_ptr<OpenFile> open = this->open(file);
+        std::size_t key = m_seed;
+        for (qint64 offset = 0; open && offset < sizeOf(file); offset += largestBlock) {
+            const qint64 length = std::min(largestBlock, sizeOf(file) - offset);
+            if (m_cancel.isCancelled() || !read(*open, file, offset, m_buffer.get(), length))
+                return 0;
+            key = qHashBits(m_buffer.get(), std::size_t(length), key);
+        }
+        return open ? quint64(key) | 1U : 0;
     }
 
     /// At most `mostSideBySide` files, block by block; those that differ from all others are read no further.
-    void readSideBySide(const FileClass &files)
+    [[nodiscard]] std::vector<FileClass> readSideBySide(const FileClass &files)
     {
+        std::vector<FileClass> found;
         struct Task {
             Strands strands;
             qint64 offset;
@@ -148,13 +157,15 @@ public:
             const qint64 end = task.offset + length;
             for (Strands &members : splitByBlocks(std::move(task.strands), length)) {
                 if (end == size)
-                    take(members);
+                    found.push_back(filesOf(members));
                 else
                     tasks.push_back({std::move(members), end});
             }
         }
+        return found;
     }
 
+    void keep(std::vector<FileClass> found) { std::move(found.begin(), found.end(), std::back_inserter(m_found)); }
     [[nodiscard]] std::vector<FileClass> takeFound() { return std::exchange(m_found, {}); }
     [[nodiscard]] FileClass takeUnreadable() { return std::exchange(m_unreadable, {}); }
 
@@ -197,12 +208,13 @@ private:
         std::erase_if(strands, [](const Strand &strand) { return !strand.block; });
     }
 
-    void take(const Strands &members)
+    static FileClass filesOf(const Strands &members)
     {
-        FileClass &found = m_found.emplace_back();
-        found.reserve(members.size());
+        FileClass files;
+        files.reserve(members.size());
         for (const Strand &strand : members)
-            found.push_back(strand.file);
+            files.push_back(strand.file);
+        return files;
     }
 
     const ScannedFiles &m_listed;
@@ -211,11 +223,16 @@ private:
     std::vector<std::unique_ptr<FileOpener>> m_openers; ///< one for each root
     std::vector<FileClass> m_found;
     FileClass m_unreadable;
+    std::size_t m_seed;
 };
 
 SameContents::SameContents(const ScannedFiles &listed, const QList<DuplicateRoot> &roots, int threads,
                            CancelFlag cancel)
-    : m_listed(listed), m_roots(roots), m_threads(threads), m_cancel(std::move(cancel))
+    : m_listed(listed),
+      m_roots(roots),
+      m_threads(threads),
+      m_cancel(std::move(cancel)),
+      m_seed(QRandomGenerator::global()->generate())
 {}
 
 qint64 SameContents::sizeOf(const FileClass &files) const
@@ -237,8 +254,9 @@ void SameContents::runUnits(const std::vector<Unit> &units, const std::function<
         return;
     const auto size = int(std::min<std::size_t>(std::size_t(m_threads), units.size()));
     std::vector<std::unique_ptr<Worker>> workers;
+    workers.reserve(std::size_t(size));
     for (int i = 0; i < size; ++i)
-        workers.push_back(std::make_unique<Worker>(m_listed, m_roots, m_cancel));
+        workers.push_back(std::make_unique<Worker>(m_listed, m_roots, m_cancel, m_seed));
     std::atomic<std::size_t> next{0};
     const auto work = [&](int worker) {
         try {
@@ -283,24 +301,74 @@ std::vector<FileClass> SameContents::splitByEnds(std::vector<FileClass> classes,
     return left;
 }
 
-void SameContents::splitByDigests(const std::vector<FileClass> &classes, const std::function<void(qint64)> &tell)
+void SameContents::splitMany(const std::vector<FileClass> &classes, const std::function<void(qint64)> &tell)
 {
-    std::vector<std::vector<QByteArray>> digests(classes.size());
+    std::vector<std::vector<quint64>> keys(classes.size());
     std::vector<Unit> units;
     for (std::size_t i = 0; i < classes.size(); ++i) {
-        digests[i].resize(classes[i].size());
+        keys[i].resize(classes[i].size());
         for (std::size_t at = 0; at < classes[i].size(); ++at) {
-            units.push_back([this, file = classes[i][at], &digest = digests[i][at]](Worker &worker) {
-                digest = worker.digest(file);
-                m_settled += m_listed.files[file].size;
-            });
+            units.push_back(
+                [file = classes[i][at], &key = keys[i][at]](Worker &worker) { key = worker.readKey(file); });
         }
     }
     runUnits(units, tell);
+    std::vector<FileClass> alike;
     for (std::size_t i = 0; i < classes.size(); ++i) {
-        for (FileClass &same : splitByKeys(classes[i], digests[i]))
-            m_found.push_back(std::move(same));
+        for (FileClass &same : splitByKeys(classes[i], keys[i]))
+            alike.push_back(std::move(same));
     }
+    while (!alike.empty() && !m_cancel.isCancelled())
+        alike = settleFirsts(alike, tell);
+}
+
+std::vector<FileClass> SameContents::settleFirsts(const std::vector<FileClass> &classes,
+                                                  const std::function<void(qint64)> &tell)
+{
+    struct Batch {
+        std::size_t number; ///< of the class
+        FileClass files;    ///< its first, and others
+        std::vector<FileClass> found = {};
+    };
+    std::vector<Batch> batches;
+    for (std::size_t number = 0; number < classes.size(); ++number) {
+        const FileClass &files = classes[number];
+        for (std::size_t at = 1; at < files.size(); at += mostSideBySide - 1) {
+            Batch &batch = batches.emplace_back(Batch{number, {files.front()}});
+            const std::size_t end = std::min(at + mostSideBySide - 1, files.size());
+            batch.files.insert(batch.files.end(), files.begin() + std::ptrdiff_t(at),
+                               files.begin() + std::ptrdiff_t(end));
+        }
+    }
+    std::vector<Unit> units;
+    units.reserve(batches.size());
+    for (Batch &batch : batches) {
+        units.push_back([this, &batch](Worker &worker) {
+            batch.found = worker.readSideBySide(batch.files);
+            m_settled += sizeOf(batch.files);
+        });
+    }
+    runUnits(units, tell);
+    std::vector<FileClass> same(classes.size());
+    for (const Batch &batch : batches) {
+        for (const FileClass &found : batch.found) {
+            if (found.front() == batch.files.front())
+                same[batch.number].insert(same[batch.number].end(), found.begin() + 1, found.end());
+        }
+    }
+    std::vector<FileClass> rest;
+    for (std::size_t number = 0; number < classes.size(); ++number) {
+        FileClass left;
+        std::set_difference(classes[number].begin() + 1, classes[number].end(), same[number].begin(),
+                            same[number].end(), std::back_inserter(left));
+        if (left.size() > 1)
+            rest.push_back(std::move(left));
+        if (!same[number].empty()) {
+            same[number].insert(same[number].begin(), classes[number].front());
+            m_found.push_back(std::move(same[number]));
+        }
+    }
+    return rest;
 }
 
 std::vector<FileClass> SameContents::split(std::vector<FileClass> classes, const std::function<void(qint64)> &tell)
@@ -321,14 +389,14 @@ std::vector<FileClass> SameContents::split(std::vector<FileClass> classes, const
             many.push_back(std::move(files));
         } else if (!isSmall(files)) {
             units.push_back([this, &files](Worker &worker) {
-                worker.readSideBySide(files);
+                worker.keep(worker.readSideBySide(files));
                 m_settled += sizeOf(files);
             });
         } else {
             classes.push_back(std::move(files));
         }
     }
-    splitByDigests(many, tell);
+    splitMany(many, tell);
     for (const FileClass &files : classes) {
         units.push_back([this, &files](Worker &worker) {
             worker.readWhole(files);

@@ -34,7 +34,11 @@ private:
     void runUnits(const std::vector<Unit> &units, const std::function<void(qint64)> &tell);
     [[nodiscard]] std::vector<FileClass> splitByEnds(std::vector<FileClass> classes,
                                                      const std::function<void(qint64)> &tell);
-    void splitByDigests(const std::vector<FileClass> &classes, const std::function<void(qint64)> &tell);
+    /// Splits classes of more files than are read side by side.
+    void splitMany(const std::vector<FileClass> &classes, const std::function<void(qint64)> &tell);
+    /// Finds the files that are as the first one of their class. Returns the rest of the classes.
+    [[nodiscard]] std::vector<FileClass> settleFirsts(const std::vector<FileClass> &classes,
+                                                      const std::function<void(qint64)> &tell);
     [[nodiscard]] qint64 sizeOf(const FileClass &files) const;
     void collect(Worker &worker);
 
@@ -42,6 +46,7 @@ private:
     const QList<DuplicateRoot> &m_roots;
     int m_threads;
     CancelFlag m_cancel;
+    std::size_t m_seed; ///< of keys, so that nobody can make files whose keys are the same
     std::vector<FileClass> m_found;
     FileClass m_unreadable;
     std::atomic<qint64> m_settled{0}; ///< bytes

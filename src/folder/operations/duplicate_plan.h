@@ -7,7 +7,7 @@ namespace velmora {
 
 /// Of one group the copies that shall go, as indexes into it, in any order.
 struct ExtraCopies {
-    const DuplicateGroup &group;
+    DuplicateGroup group;
     QList<qsizetype> extra;
 };
 
