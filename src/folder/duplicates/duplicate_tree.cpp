@@ -15,6 +15,7 @@ namespace {
 std::vector<qint32> pathCounts(const DuplicateScan &scan)
 {
     std::vector<qint32> counts;
+    counts.reserve(std::size_t(scan.folders.size() + scan.groups.size() + scan.manyNamed.size()));
     for (const DuplicateFolders &folders : scan.folders)
         counts.push_back(qint32(folders.paths.size()));
     for (const DuplicateGroup &group : scan.groups)
