@@ -18,7 +18,10 @@ quint32 crc32BitByBit(quint32 state, QByteArrayView bytes)
 
 void Crc32::update(QByteArrayView bytes)
 {
-    m_register = hasCrc32Folding() ? crc32Folding(m_register, bytes) : crc32BitByBit(m_register, bytes);
+    static const auto fastest = hasCrc32WideFolding() ? crc32WideFolding
+                                : hasCrc32Folding()   ? crc32Folding
+                                                      : crc32BitByBit;
+    m_register = fastest(m_register, bytes);
 }
 
 QByteArray fileCrc32(const QString &path, const CancelFlag &cancel)

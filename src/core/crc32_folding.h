@@ -13,6 +13,12 @@ namespace velmora {
 /// As `crc32BitByBit`, by carry-less multiplication, 64 bytes at a time. Precondition: hasCrc32Folding().
 [[nodiscard]] quint32 crc32Folding(quint32 state, QByteArrayView bytes);
 
+/// True when `crc32WideFolding` may be called on this processor: one with AVX-512 and VPCLMULQDQ.
+[[nodiscard]] bool hasCrc32WideFolding() noexcept;
+
+/// As `crc32Folding`, 256 bytes at a time. Precondition: hasCrc32WideFolding().
+[[nodiscard]] quint32 crc32WideFolding(quint32 state, QByteArrayView bytes);
+
 /// x to the power `exponent` modulo the CRC polynomial, in the bit order of the reflected form and moved up one place,
 /// as the product of two reflected numbers wants it.
 [[nodiscard]] constexpr std::uint64_t crc32FoldingConstant(unsigned exponent) noexcept

@@ -48,15 +48,18 @@ private Q_SLOTS:
         if (!hasCrc32Folding())
             QSKIP("no carry-less multiplication on this processor");
         const QByteArray bytes = randomBytes(1500, 1);
+        const auto wide = hasCrc32WideFolding() ? crc32WideFolding : crc32Folding;
         // All lengths around the lanes and steps, at all alignments, from registers with any bits.
-        for (qsizetype length = 0; length < 300; ++length) {
+        for (qsizetype length = 0; length < 600; ++length) {
             for (qsizetype begin = 0; begin < 17; ++begin) {
                 const QByteArrayView view(bytes.constData() + begin, length);
                 const quint32 state = quint32(length) * 0x9E3779B9U;
                 QCOMPARE(crc32Folding(state, view), crc32BitByBit(state, view));
+                QCOMPARE(wide(state, view), crc32BitByBit(state, view));
             }
         }
         QCOMPARE(crc32Folding(0, bytes), crc32BitByBit(0, bytes));
+        QCOMPARE(wide(0, bytes), crc32BitByBit(0, bytes));
     }
 
     /// The contents of a pair differ at one place, with a common zero at another, around the borders of pieces and
