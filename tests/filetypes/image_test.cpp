@@ -1,4 +1,5 @@
 #include "filetypes/image/engine/anti_aliasing.h"
+#include "filetypes/image/engine/image_levels.h"
 #include "filetypes/image/engine/picture_file.h"
 #include "filetypes/image/engine/pixel_rows.h"
 #include "filetypes/image/image_compare_widget.h"
@@ -82,6 +83,28 @@ class ImageTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void aSmallerCopyHasTheMeansOfFourPixels()
+    {
+        QRandomGenerator random(11);
+        for (int width = 1; width < 24; ++width) {
+            QImage image(width, 1 + width % 5, QImage::Format_ARGB32);
+            random.fillRange(reinterpret_cast<quint32 *>(image.bits()), qsizetype(width) * image.height());
+            const QImage half = halfImage(image);
+            QCOMPARE(half.size(), QSize(width / 2, image.height() / 2).expandedTo({1, 1}));
+            for (int at = 0; at < half.width() * half.height() * 4; ++at) {
+                const int x = at / 4 % half.width();
+                const int y = at / 4 / half.width();
+                int sum = 2;
+                for (const QPoint of : {QPoint(0, 0), QPoint(1, 0), QPoint(0, 1), QPoint(1, 1)}) {
+                    const QPoint place(std::min(2 * x + of.x(), width - 1),
+                                       std::min(2 * y + of.y(), image.height() - 1));
+                    sum += int(image.pixel(place) >> unsigned(at % 4 * 8) & 0xFFU);
+                }
+                QCOMPARE(int(half.pixel(x, y) >> unsigned(at % 4 * 8) & 0xFFU), sum / 4);
+            }
+        }
+    }
+
     /// The map as its definition has it, pixel by pixel, for pictures of any two sizes.
     void mapAgreesWithItsDefinition()
     {
