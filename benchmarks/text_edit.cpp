@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QJsonObject>
 #include <QKeyEvent>
 #include <QTemporaryDir>
 
@@ -125,6 +126,11 @@ int main(int argc, char *argv[])
     for (const KeyStroke &stroke : strokes)
         ok = report(session, stroke) && ok;
     session.onSave();
-    std::printf("%-20s longest %7.2f ms\n", "saving", longestTurn([&session] { return !session.hasUnsavedChanges(); }));
+    const auto saved = [&session] { return !session.hasUnsavedChanges(); };
+    std::printf("%-20s longest %7.2f ms\n", "saving", longestTurn(saved));
+    session.setOptions({{QStringLiteral("savedLineEnds"), QStringLiteral("CRLF")}});
+    double converting = timeOf([&session] { session.onSave(); });
+    converting = std::max(converting, longestTurn(saved));
+    std::printf("%-20s longest %7.2f ms\n", "other line ends", converting);
     return ok ? 0 : 1;
 }

@@ -28,6 +28,21 @@ QString shown(const QString &path)
     return visibleName(QDir::toNativeSeparators(path));
 }
 
+/// A text with other line ends.
+struct Conversion {
+    qsizetype before = 0; ///< lines of the text as it was
+    TextLines lines;
+    bool isOther = false; ///< than the text as it was
+};
+
+Conversion convert(const EditSnapshot &text, LineEndStyle style)
+{
+    const TextLines present = text.toLines();
+    TextLines lines = withLineEnds(present, style);
+    const bool isOther = lines.bytes() != present.bytes();
+    return {present.count(), std::move(lines), isOther};
+}
+
 } // namespace
 
 TextSaving::TextSaving(PaneEditor &editor, const std::vector<EditedText> &texts, QWidget *window, QObject *parent)
@@ -153,26 +168,44 @@ void TextSaving::saveUnderNewName(PaneIndex pane, Done done)
                                  });
 }
 
-void TextSaving::convertLineEnds(PaneIndex pane)
-{
-    const std::optional<LineEndStyle> style = lane(pane).ends;
-    if (!style)
-        return;
-    const TextLines present = m_editor.buffer(pane).snapshot()->toLines();
-    const TextLines converted = withLineEnds(present, *style);
-    if (converted.bytes() != present.bytes())
-        m_editor.replaceLines(pane, 0, present.count(), converted);
-}
-
 void TextSaving::start(PaneIndex pane, const QString &path, Target target, Done done)
 {
-    convertLineEnds(pane);
+    Q_EMIT message(Velmora::tr("Saving %1...").arg(shown(path)));
+    const std::optional<LineEndStyle> style = lane(pane).ends;
+    if (!style) {
+        write(pane, path, target, std::move(done));
+        return;
+    }
+    const std::shared_ptr<const EditSnapshot> present = m_editor.buffer(pane).snapshot();
+    lane(pane).saver.start(
+        [present, style](const CancelFlag &, Progress &progress) {
+            progress.report(0, 0, 0);
+            return convert(*present, *style);
+        },
+        [this, pane, path, target, present, done = std::move(done)](RunOutcome<Conversion> &&outcome) {
+            if (!outcome.value) {
+                RunOutcome<TextSaveResult> failed;
+                failed.end = outcome.end;
+                finish(pane, path, std::move(failed), done);
+                return;
+            }
+            if (m_editor.buffer(pane).snapshot() != present) { // somebody has typed meanwhile
+                start(pane, path, target, done);
+                return;
+            }
+            if (outcome.value->isOther)
+                m_editor.replaceLines(pane, 0, outcome.value->before, outcome.value->lines);
+            write(pane, path, target, done);
+        });
+}
+
+void TextSaving::write(PaneIndex pane, const QString &path, Target target, Done done)
+{
     const LoadedText &loaded = text(pane).input->loaded();
     TextSaveRequest request{m_editor.buffer(pane).snapshot(), loaded.text.encoding, path, target, loaded.stamp};
     if (lane(pane).encoding != loaded.text.encoding)
         request.converted = lane(pane).encoding;
     m_editor.beginSave(pane);
-    Q_EMIT message(Velmora::tr("Saving %1...").arg(shown(path)));
     lane(pane).saver.start(
         [request = std::move(request)](const CancelFlag &, Progress &progress) { return saveText(request, progress); },
         [this, pane, path, done = std::move(done)](RunOutcome<TextSaveResult> &&outcome) {

@@ -85,11 +85,12 @@ private:
     [[nodiscard]] bool isToBeConverted(PaneIndex pane) const;
     void saveInTurn(QList<PaneIndex> panes);
     void saveUnderNewName(PaneIndex pane, Done done);
+    /// Gives the text the line ends that it is to have, and writes it.
     void start(PaneIndex pane, const QString &path, TextSaveRequest::Target target, Done done);
+    void write(PaneIndex pane, const QString &path, TextSaveRequest::Target target, Done done);
     void finish(PaneIndex pane, const QString &path, RunOutcome<TextSaveResult> &&outcome, const Done &done);
     void take(PaneIndex pane, const QString &path, const TextSaveResult &result);
     void askToWriteOver(PaneIndex pane, const QString &path, const FileStamp &found, Done done);
-    void convertLineEnds(PaneIndex pane);
     void fail(const QString &text, const Done &done);
     void offerOtherName(PaneIndex pane, const QString &text, const QString &why, Done done);
     void askToKeep(QList<PaneIndex> panes, std::function<void(bool)> answered);
