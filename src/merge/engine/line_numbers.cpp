@@ -16,27 +16,34 @@ namespace {
 
 constexpr qint32 none = -1;
 /// Reading fewer takes less time than starting a thread for it.
-constexpr size_t bytesWorthAThread = 1024 * 1024;
+constexpr size_t bytesWorthAThread = 512 * 1024;
 /// Most steps wait for memory; asking some lines ahead overlaps these waits.
 constexpr size_t linesAhead = 12;
 
-/// A hash table from lines to their numbers, with linear probing.
+/// A hash table from lines to their numbers, with linear probing. Grows: three versions have little more lines that
+/// differ than one of them has lines.
 class LineTable {
 public:
-    explicit LineTable(size_t capacity) : m_slots(std::bit_ceil(capacity + capacity / 2 + 2)) {}
+    explicit LineTable(size_t expected) : m_slots(std::bit_ceil(expected + expected / 2 + 2))
+    {
+        m_firsts.reserve(expected + expected / 8);
+    }
 
     void prefetchSlot(quint32 hash) const noexcept { prefetch(&m_slots[slotOf(hash)]); }
 
     qint32 numberOf(std::string_view line, quint32 hash)
     {
         size_t at = slotOf(hash);
-        for (; m_slots[at].number != none; at = (at + 1) & (m_slots.size() - 1)) {
+        for (; m_slots[at].number != none; at = next(at)) {
             if (m_slots[at].hash == hash && m_firsts[size_t(m_slots[at].number)] == line)
                 return m_slots[at].number;
         }
-        m_slots[at] = {hash, count()};
+        const qint32 number = count();
+        m_slots[at] = {hash, number};
         m_firsts.push_back(line);
-        return m_slots[at].number;
+        if (m_firsts.size() > m_slots.size() / 3 * 2)
+            grow();
+        return number;
     }
 
     [[nodiscard]] qint32 count() const noexcept { return qint32(m_firsts.size()); }
@@ -48,6 +55,21 @@ private:
     };
 
     [[nodiscard]] size_t slotOf(quint32 hash) const noexcept { return hash & (m_slots.size() - 1); }
+    [[nodiscard]] size_t next(size_t slot) const noexcept { return (slot + 1) & (m_slots.size() - 1); }
+
+    void grow()
+    {
+        std::vector<Slot> smaller(m_slots.size() * 2);
+        smaller.swap(m_slots);
+        for (const Slot &slot : smaller) {
+            if (slot.number == none)
+                continue;
+            size_t at = slotOf(slot.hash);
+            while (m_slots[at].number != none)
+                at = next(at);
+            m_slots[at] = slot;
+        }
+    }
 
     std::vector<Slot> m_slots;
     std::vector<std::string_view> m_firsts; ///< by number
@@ -90,7 +112,7 @@ NumberedTexts numberLines(const std::array<const TextLines *, 3> &texts, bool wi
     for (const std::vector<qint32> &numbers : result.texts)
         lines = std::max(lines, numbers.size());
     CancelPoll poll(cancel);
-    LineTable table(3 * lines);
+    LineTable table(lines);
     for (size_t side = 0; side < texts.size(); ++side) {
         std::vector<qint32> &numbers = result.texts[side];
         for (size_t index = 0; index < numbers.size() && !poll.stop(32); ++index) {
