@@ -220,6 +220,34 @@
         <translation>按基准逐行合并</translation>
     </message>
     <message>
+        <source>Settle touching changes line by line</source>
+        <translation>逐行处理相邻的更改</translation>
+    </message>
+    <message>
+        <source>Changes of different lines are no conflict, even where they touch</source>
+        <translation>不同行的更改即使相邻也不算冲突</translation>
+    </message>
+    <message>
+        <source>Put in</source>
+        <translation>放入</translation>
+    </message>
+    <message>
+        <source>Lines that the merge line by line left out</source>
+        <translation>逐行合并略去的行</translation>
+    </message>
+    <message>
+        <source>Put the selected lines into the result, where they stand in their version (Enter)</source>
+        <translation>将选中的行放入结果，位置与其所在版本相同（Enter）</translation>
+    </message>
+    <message>
+        <source>Lines left out: %1</source>
+        <translation>略去的行：%1</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>行</translation>
+    </message>
+    <message>
         <source>Line by line for all open conflicts</source>
         <translation>所有未决冲突按基准逐行合并</translation>
     </message>
@@ -3786,6 +3814,18 @@ The editor has unsaved changes; re-comparing without reloading may discard disk 
     <message>
         <source>Keep the text that is shown</source>
         <translation>保留显示的文本</translation>
+    </message>
+    <message>
+        <source>&amp;Resolve...</source>
+        <translation>解决(&amp;R)...</translation>
+    </message>
+    <message>
+        <source>Open the file as a merge, in a tab of its own</source>
+        <translation>在单独的标签页中以合并方式打开此文件</translation>
+    </message>
+    <message>
+        <source>%1 has conflict markers.</source>
+        <translation>%1 含有冲突标记。</translation>
     </message>
     <message>
         <source>Both files have changed on disk.</source>

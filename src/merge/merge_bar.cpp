@@ -19,6 +19,13 @@ MergeBar::MergeBar(QWidget *session) : TextBar(session), m_position(new QLabel(t
     merge = add({"compareAction", Velmora::tr("Merge"), QStringLiteral("compare.png"), {}, {}});
     showTextBeside(merge);
     cancel = add({"cancelAction", Velmora::tr("Cancel"), {}, {}, {}});
+    settleTouching = add({"settleTouchingAction",
+                          Velmora::tr("Settle touching changes line by line"),
+                          {},
+                          {},
+                          Velmora::tr("Changes of different lines are no conflict, even where they touch")});
+    settleTouching->setCheckable(true);
+    offerBeside(merge, {settleTouching});
     addSeparator();
     addDifferenceSteps();
     previousDifference->setText(Velmora::tr("Previous conflict"));
@@ -189,7 +196,7 @@ void MergeBar::addTo(QMenu &menu)
     menu.addSeparator();
     menu.addActions({find, goToLine});
     menu.addSeparator();
-    menu.addActions({showBase, showList, wrapLines, syntaxColours, showBlanks});
+    menu.addActions({settleTouching, showBase, showList, wrapLines, syntaxColours, showBlanks});
 }
 
 } // namespace velmora

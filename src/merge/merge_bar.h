@@ -18,6 +18,7 @@ public:
 
     QAction *merge;
     QAction *cancel;         ///< by key only; enabled while a merge runs
+    QAction *settleTouching; ///< checkable: changes that touch are settled line by line, where they can be
     QAction *previousChange; ///< by key only: of all changes
     QAction *nextChange;
     QAction *takeLeft;

@@ -94,14 +94,43 @@ bool MergeEditing::takeFor(const std::vector<qsizetype> &parts, MergeChoice choi
 {
     if (parts.empty() || !m_editor.mayEdit(paneOfResult))
         return false;
-    MergePlan plan = m_parts.plan(document()->merged(), *m_editor.buffer(paneOfResult).snapshot(), parts, choice);
+    carryOut(m_parts.plan(document()->merged(), *m_editor.buffer(paneOfResult).snapshot(), parts, choice));
+    goToPart(std::min(parts.front(), m_parts.count() - 1));
+    return true;
+}
+
+void MergeEditing::carryOut(MergePlan plan)
+{
     const qsizetype firstLine = plan.firstLine;
     const qsizetype removed = plan.removedLines;
     const std::vector<LineRun> lines = plan.lines;
     m_parts.expect(std::move(plan));
     m_editor.replaceLines(paneOfResult, firstLine, removed, lines);
-    goToPart(std::min(parts.front(), m_parts.count() - 1));
+}
+
+bool MergeEditing::putIn(qsizetype part, SourceLine line)
+{
+    if (!document() || part < 0 || part >= m_parts.count() || !m_parts.at(part).leftOut.contains(line) ||
+        !m_editor.mayEdit(paneOfResult))
+        return false;
+    const qsizetype row = document()->rowOf(part, line);
+    carryOut(m_parts.planToPutIn(document()->merged(), *m_editor.buffer(paneOfResult).snapshot(), part, line,
+                                 placeFor(row, part, line.source)));
+    goToLine(part, line);
     return true;
+}
+
+/// The line of the result before which one goes in that stands in a row of a part.
+qsizetype MergeEditing::placeFor(qsizetype row, qsizetype part, MergeSource source) const
+{
+    const qint32 beside = row >= 0 ? document()->lineNumber(row, paneOfResult) : -1;
+    if (beside >= 1)
+        return source == MergeSource::Right ? beside : beside - 1;
+    for (qsizetype above = row - 1; above >= document()->rowsOfPart(part).first; --above) {
+        if (const qint32 number = document()->lineNumber(above, paneOfResult); number >= 1)
+            return number;
+    }
+    return m_parts.resultStart(part);
 }
 
 // Going there ---------------------------------------------------------------------------------------------------------
@@ -120,6 +149,16 @@ void MergeEditing::goToPart(qsizetype part)
     const TextPosition start{row, 0};
     scene.setCaret({scene.caret().pane, start, start});
     scene.showCaretInContext();
+}
+
+void MergeEditing::goToLine(qsizetype part, SourceLine line)
+{
+    const qsizetype row = document() && part >= 0 && part < m_parts.count() ? document()->rowOf(part, line) : -1;
+    if (row < 0)
+        return;
+    const TextPosition start{row, 0};
+    m_view.scene().setCaret({paneOf(line.source), start, start});
+    m_view.scene().showCaretInContext();
 }
 
 bool MergeEditing::goToConflict(bool forward)

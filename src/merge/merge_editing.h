@@ -28,8 +28,13 @@ public:
     bool take(MergeChoice choice);
     /// The same for all open conflicts.
     bool takeForAllOpen(MergeChoice choice);
+    /// Puts a line into the result that a merge line by line has left out of a part, where it stands in its version;
+    /// false when there is no such line.
+    bool putIn(qsizetype part, SourceLine line);
 
     void goToPart(qsizetype part);
+    /// Goes to a line of a version that is in a part, in its pane.
+    void goToLine(qsizetype part, SourceLine line);
     /// Goes to the next open conflict, or any conflict when none is open; false when there is none.
     bool goToConflict(bool forward);
     /// Goes to the next part that is not the same in all texts.
@@ -39,6 +44,8 @@ Q_SIGNALS:
     void partsChanged();
 
 private:
+    void carryOut(MergePlan plan);
+    [[nodiscard]] qsizetype placeFor(qsizetype row, qsizetype part, MergeSource source) const;
     bool takeFor(const std::vector<qsizetype> &parts, MergeChoice choice);
     void follow(PaneIndex pane, const LineChange &change);
     [[nodiscard]] std::shared_ptr<const PaneDocument> patched(const PaneDocument &before, const PaneTexts &texts,

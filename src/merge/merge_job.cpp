@@ -217,7 +217,7 @@ MergeResult runMerge(const MergeRequest &request, const CancelFlag &cancel, Prog
         const TextLines right = lines(MergeSource::Right);
         TextLines base = lines(MergeSource::Base);
         merge = base.isEmpty() && !request.kept ? mergeWithoutBase(left, right, base, cancel, merging)
-                                                : mergeChunks(base, left, right, {}, cancel, merging);
+                                                : mergeChunks(base, left, right, request.options, cancel, merging);
         texts = std::make_shared<const MergeTexts>(left, base, right);
     }
     if (cancel.isCancelled())

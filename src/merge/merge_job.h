@@ -21,6 +21,7 @@ struct MergeRequest {
     TextOrigin output;             ///< the file that the result goes to, as it is now; without a path there is none yet
     bool isMarked = false;         ///< the left text is a file with conflict markers, and all there is
     std::optional<KeptMerge> kept; ///< what is shown instead of a fresh merge of the same texts
+    ChunkMergeOptions options;
     int tabWidth = 4;
 };
 

@@ -15,6 +15,25 @@ std::optional<int> numberAt(const QJsonArray &fields, qsizetype index, int most)
     return number >= 0 && number <= most ? std::optional(number) : std::nullopt;
 }
 
+/// The lines that a part has left out, each as a source and its number in the part; no more of them behind one that it
+/// does not have.
+QList<SourceLine> leftOutOf(const MergePart &part, const QJsonArray &array)
+{
+    QList<SourceLine> lines;
+    for (const QJsonValue &value : array) {
+        const QJsonArray fields = value.toArray();
+        const std::optional<int> source = numberAt(fields, 0, int(MergeSource::Right));
+        if (!source)
+            break;
+        const LineRange &own = part.of(MergeSource(*source));
+        const std::optional<int> line = own.count > 0 ? numberAt(fields, 1, int(own.count - 1)) : std::nullopt;
+        if (!line)
+            break;
+        lines.append({MergeSource(*source), own.first + *line});
+    }
+    return lines;
+}
+
 } // namespace
 
 QJsonArray toJson(const std::vector<MergePart> &parts)
@@ -25,7 +44,10 @@ QJsonArray toJson(const std::vector<MergePart> &parts)
         for (const LineRange &lines : part.lines)
             fields.append(lines.count);
         fields.append(part.resultCount);
-        fields.append(part.leftOut);
+        QJsonArray leftOut;
+        for (const SourceLine &line : part.leftOut)
+            leftOut.append(QJsonArray{int(line.source), line.line - part.of(line.source).first});
+        fields.append(leftOut);
         array.append(fields);
     }
     return array;
@@ -50,12 +72,12 @@ std::vector<MergePart> partsFromJson(const QJsonArray &array)
         part.choice = MergeChoice(*choice);
         part.isByPerson = fields.at(3).toInt() == 1;
         part.resultCount = *result;
-        part.leftOut = numberAt(fields, resultField + 1, mostLines).value_or(0);
         for (std::size_t k = 0; k < mergeSourceCount; ++k) {
             const qsizetype count = numberAt(fields, 4 + qsizetype(k), mostLines).value_or(0);
             part.lines[k] = {next[k], count};
             next[k] += count;
         }
+        part.leftOut = leftOutOf(part, fields.at(resultField + 1).toArray());
         parts.push_back(part);
     }
     return parts;

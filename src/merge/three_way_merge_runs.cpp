@@ -76,11 +76,28 @@ void ThreeWayMergeWidget::onMerge()
         showMessage(why);
         return;
     }
+    mergeAnew([this] { startMerge(ChangedFile::Reload, {}); });
+}
+
+void ThreeWayMergeWidget::mergeAnew(std::function<void()> start)
+{
     m_texts->confirmDiscard([] { return QList<PaneIndex>{paneOfResult}; }, Velmora::tr("Merge anew"),
                             [](const QList<PaneIndex> &) {
                                 return Velmora::tr("The result has unsaved decisions and edits. Give them up?");
                             },
-                            [this] { startMerge(ChangedFile::Reload, {}); });
+                            std::move(start));
+}
+
+void ThreeWayMergeWidget::settleTouching(bool settles)
+{
+    const bool isMerged = m_view->document() || m_runner.isRunning();
+    if (!isMerged || isAlone(paths()) || !problem().isEmpty())
+        return;
+    m_bar->settleTouching->setChecked(!settles); // until it is known that no decisions are in the way
+    mergeAnew([this, settles] {
+        m_bar->settleTouching->setChecked(settles);
+        startMerge(ChangedFile::KeepLoaded, {});
+    });
 }
 
 void ThreeWayMergeWidget::startMerge(ChangedFile changed, std::optional<KeptMerge> kept)
@@ -89,6 +106,7 @@ void ThreeWayMergeWidget::startMerge(ChangedFile changed, std::optional<KeptMerg
     MergeRequest request;
     request.kept = std::move(kept);
     request.isMarked = isAlone(m_running) && !request.kept;
+    request.options.joinTouching = !m_bar->settleTouching->isChecked();
     request.tabWidth = m_paneOptions->tabWidth();
     for (std::size_t k = 0; k < mergeSourceCount; ++k) {
         request.sources[k] = m_heads->input(MergeSource(k)).origin(changed);

@@ -1,6 +1,7 @@
 #include "merge/three_way_merge_widget.h"
 
 #include "merge/change_list.h"
+#include "merge/left_out_list.h"
 #include "merge/merge_bar.h"
 #include "merge/merge_editing.h"
 #include "merge/merge_heads.h"
@@ -26,12 +27,14 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QSplitter>
 
 namespace velmora {
 
 namespace {
 
 constexpr QLatin1String outputKey("output");
+constexpr QLatin1String settleTouchingKey("settleTouching");
 
 TextWords resultWords()
 {
@@ -47,6 +50,15 @@ TextWords resultWords()
             Velmora::tr("The result's file holds bytes that its encoding does not know")};
 }
 
+QWidget *oneAboveTheOther(QWidget *upper, QWidget *lower)
+{
+    auto *lists = new QSplitter(Qt::Vertical);
+    lists->addWidget(upper);
+    lists->addWidget(lower);
+    lists->setChildrenCollapsible(false);
+    return lists;
+}
+
 } // namespace
 
 ThreeWayMergeWidget::ThreeWayMergeWidget(SessionHost &window, QWidget *parent)
@@ -54,8 +66,9 @@ ThreeWayMergeWidget::ThreeWayMergeWidget(SessionHost &window, QWidget *parent)
       m_bar(new MergeBar(this)),
       m_heads(new MergeHeads(this)),
       m_changes(new ChangeList(this)),
-      m_view(new MergeView({m_heads->head(0), m_heads->head(1), m_heads->head(2), m_heads->head(resultPane)}, m_changes,
-                           this)),
+      m_leftOut(new LeftOutList(this)),
+      m_view(new MergeView({m_heads->head(0), m_heads->head(1), m_heads->head(2), m_heads->head(resultPane)},
+                           oneAboveTheOther(m_changes, m_leftOut), this)),
       m_progress(new ProgressStrip(this)),
       m_texts(new EditedTexts(m_view->scene(), {{paneOfResult, &m_heads->result(), resultWords()}}, this)),
       m_editing(new MergeEditing(*m_view, m_texts->editor(), this)),
@@ -106,6 +119,7 @@ void ThreeWayMergeWidget::connectBar()
     const auto onTrigger = [this](QAction *action, auto slot) { connect(action, &QAction::triggered, this, slot); };
     onTrigger(m_bar->merge, &ThreeWayMergeWidget::onMerge);
     onTrigger(m_bar->cancel, &ThreeWayMergeWidget::onMerge);
+    connect(m_bar->settleTouching, &QAction::triggered, this, &ThreeWayMergeWidget::settleTouching);
     onTrigger(m_bar->save, &ThreeWayMergeWidget::onSave);
     onTrigger(m_bar->saveAs, &ThreeWayMergeWidget::onSaveAs);
     onTrigger(m_bar->saveMarked, &ThreeWayMergeWidget::onSaveMarked);
@@ -160,6 +174,8 @@ void ThreeWayMergeWidget::connectTaking()
     connect(m_bar->previousChange, &QAction::triggered, this,
             [this] { goTo(m_editing->goToChange(false), Velmora::tr("No earlier change")); });
     connect(m_changes, &ChangeList::partChosen, m_editing, &MergeEditing::goToPart);
+    connect(m_leftOut, &LeftOutList::lineChosen, m_editing, &MergeEditing::goToLine);
+    connect(m_leftOut, &LeftOutList::lineWanted, m_editing, &MergeEditing::putIn);
 }
 
 void ThreeWayMergeWidget::connectEditing()
@@ -170,7 +186,9 @@ void ThreeWayMergeWidget::connectEditing()
         m_view->pane(pane).setEditor(&editor);
     connect(&editor, &PaneEditor::refused, this, &ThreeWayMergeWidget::showMessage);
     connect(m_editing, &MergeEditing::partsChanged, this, [this] {
-        m_changes->setMerge(std::static_pointer_cast<const MergeDocument>(m_view->scene().sharedDocument()));
+        const auto merge = std::static_pointer_cast<const MergeDocument>(m_view->scene().sharedDocument());
+        m_changes->setMerge(merge);
+        m_leftOut->setMerge(merge);
         showPosition();
         showCounts();
     });
@@ -210,13 +228,19 @@ void ThreeWayMergeWidget::setPaths(const SessionPaths &paths)
 
 QJsonObject ThreeWayMergeWidget::options() const
 {
-    return m_output.isEmpty() ? QJsonObject() : QJsonObject{{outputKey, m_output}};
+    QJsonObject options;
+    if (!m_output.isEmpty())
+        options.insert(outputKey, m_output);
+    if (m_bar->settleTouching->isChecked())
+        options.insert(settleTouchingKey, true);
+    return options;
 }
 
 void ThreeWayMergeWidget::setOptions(const QJsonObject &options)
 {
     m_output = options.value(outputKey).toString();
     m_heads->showResult(m_output);
+    m_bar->settleTouching->setChecked(options.value(settleTouchingKey).toBool());
 }
 
 bool ThreeWayMergeWidget::setOutput(const QString &path)
@@ -263,6 +287,7 @@ void ThreeWayMergeWidget::refreshTheme()
     m_bar->refreshTheme();
     m_heads->refreshTheme();
     m_changes->refreshTheme();
+    m_leftOut->refreshTheme();
     m_findBar->refreshTheme();
     m_changeBar->refreshTheme();
     m_foot->refreshTheme();

@@ -13,6 +13,7 @@ class ChangeList;
 class ChangeWatcher;
 class FindBar;
 class FindController;
+class LeftOutList;
 class MergeBar;
 class MergeEditing;
 class MergeHeads;
@@ -29,7 +30,8 @@ struct UnsavedTexts;
 /// edited directly.
 ///
 /// With a left file alone, which has conflict markers, it takes that file apart, and the result goes back into it.
-/// Options: "output" is the file that the result goes to; without it, saving asks for a name.
+/// Options: "output" is the file that the result goes to; without it, saving asks for a name. "settleTouching": changes
+/// of both versions that touch are settled line by line, where they can be.
 class ThreeWayMergeWidget final : public SessionWidget {
     Q_OBJECT
 public:
@@ -80,6 +82,9 @@ private:
 
     /// Why the inputs cannot be merged, in words; empty when they can.
     [[nodiscard]] QString problem() const;
+    /// Merges anew where there is no doubt that a person wants that.
+    void settleTouching(bool settles);
+    void mergeAnew(std::function<void()> start);
     void startMerge(ChangedFile changed, std::optional<KeptMerge> kept);
     void takeOutcome(RunOutcome<MergeResult> &&outcome);
     void takeResult(MergeResult &&result);
@@ -112,6 +117,7 @@ private:
     MergeBar *m_bar;
     MergeHeads *m_heads;
     ChangeList *m_changes;
+    LeftOutList *m_leftOut;
     MergeView *m_view;
     ProgressStrip *m_progress;
     EditedTexts *m_texts;

@@ -47,6 +47,12 @@ public:
         parts.expect(plan);
         follow(buffer.replaceLines(plan.firstLine, plan.removedLines, plan.lines, {plan.firstLine, 0}));
     }
+    void putIn(qsizetype part, SourceLine line, qsizetype resultLine)
+    {
+        MergePlan plan = parts.planToPutIn(texts, *buffer.snapshot(), part, line, resultLine);
+        parts.expect(plan);
+        follow(buffer.replaceLines(plan.firstLine, plan.removedLines, plan.lines, {plan.firstLine, 0}));
+    }
     [[nodiscard]] QByteArray text() const
     {
         const TextLines all = buffer.snapshot()->toLines();
@@ -219,13 +225,21 @@ private Q_SLOTS:
         QCOMPARE(merge.text(), QByteArray("1\nr\nl"));
     }
 
-    void lineByLineSettlesTouchingChangesAndCountsWhatItLeavesOut()
+    void lineByLineSettlesTouchingChangesAndOffersWhatItLeavesOut()
     {
         Merge merge("one\ntwo left\nthree\n", "one\ntwo\nthree\n", "one\ntwo\nthree right\nnew\n");
         QCOMPARE(merge.choices(), QByteArray("b?"));
         merge.take({1}, MergeChoice::LineByLine);
         QCOMPARE(merge.text(), QByteArray("one\ntwo left\nthree right\n"));
-        QCOMPARE(merge.parts.at(1).leftOut, 1);
+        const SourceLine left{MergeSource::Right, 3};
+        QCOMPARE(merge.parts.at(1).leftOut, QList<SourceLine>{left});
+        merge.putIn(1, left, 3);
+        QCOMPARE(merge.text(), QByteArray("one\ntwo left\nthree right\nnew\n"));
+        QCOMPARE(merge.parts.at(1).leftOut, QList<SourceLine>());
+        merge.follow(merge.buffer.undo());
+        QCOMPARE(merge.parts.at(1).leftOut, QList<SourceLine>{left});
+        merge.follow(merge.buffer.insertLines(2, QStringLiteral("by hand")));
+        QCOMPARE(merge.parts.at(1).leftOut, QList<SourceLine>{left});
         Merge conflict("the second left\n", "the second\n", "the second right\n");
         conflict.take({0}, MergeChoice::LineByLine);
         QCOMPARE(conflict.choices(), QByteArray("?"));

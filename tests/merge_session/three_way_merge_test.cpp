@@ -1,8 +1,10 @@
 #include "core/recovery_store.h"
 #include "merge/change_list.h"
+#include "merge/left_out_list.h"
 #include "merge/merge_editing.h"
 #include "merge/three_way_merge_widget.h"
 #include "session/list/list_model.h"
+#include "session/list/list_view.h"
 #include "session/pane/text_pane.h"
 #include "support/recording_host.h"
 #include "support/scripted_dialogs.h"
@@ -12,6 +14,7 @@
 #include <QDir>
 #include <QFile>
 #include <QJsonObject>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -201,6 +204,51 @@ private Q_SLOTS:
         f.saved();
         QCOMPARE(contentsOf(path), QByteArray("1\nl\n3\n"));
         QCOMPARE(f.session.waitStatus(), 0);
+    }
+
+    void linesLeftOutAreListedAndPutIn()
+    {
+        MergeFixture f;
+        auto *list = f.session.findChild<LeftOutList *>();
+        QVERIFY(!list->isVisible());
+        f.merge("1\ntwo left\nthree\nown\n", "1\ntwo\nthree\n", "1\ntwo\nthree right\nnew\n", "old\n");
+        f.key(Qt::Key_6, Qt::ControlModifier);
+        QVERIFY(list->isVisible());
+        auto *rows = list->findChild<ListView *>();
+        const auto shown = [rows] {
+            QStringList all;
+            for (int row = 0; row < rows->model()->rowCount(); ++row)
+                all.append(rows->model()->index(row, 2).data().toString());
+            return all;
+        };
+        QCOMPARE(shown(), (QStringList{word("own"), word("new")}));
+        rows->goToRow(1);
+        rows->setFocus();
+        QTest::keyClick(rows, Qt::Key_Return);
+        QCOMPARE(shown(), QStringList{word("own")});
+        f.session.findChild<QPushButton *>(word("putInButton"))->click();
+        QVERIFY(!list->isVisible());
+        f.session.onSave();
+        f.saved();
+        QCOMPARE(contentsOf(f.out), QByteArray("1\ntwo left\nthree right\nown\nnew\n"));
+        f.session.edit(EditCommand::Undo);
+        QCOMPARE(shown(), QStringList{word("own")});
+    }
+
+    void touchingChangesAreSettledWhenAskedFor()
+    {
+        MergeFixture f;
+        f.merge("1\nl\n3\n", "1\n2\n3\n", "1\n2\nr\n", "old\n");
+        QCOMPARE(f.open(), 1);
+        f.trigger("settleTouchingAction");
+        f.wait();
+        QCOMPARE(f.choices(), (QStringList{word("taken from the left"), word("taken from the right")}));
+        QVERIFY(f.session.options().value(word("settleTouching")).toBool());
+        f.key(Qt::Key_Down, Qt::ControlModifier | Qt::AltModifier);
+        f.key(Qt::Key_2, Qt::ControlModifier);
+        f.dialogs.answerNumber(0); // decisions are not given up
+        f.trigger("settleTouchingAction");
+        QVERIFY(f.session.options().value(word("settleTouching")).toBool());
     }
 
     void closingAsksForWhatWasDecided()

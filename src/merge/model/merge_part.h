@@ -3,7 +3,10 @@
 #include "merge/engine/chunk_merge.h"
 #include "session/pane/edit_buffer.h"
 
+#include <QList>
+
 #include <array>
+#include <compare>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -17,6 +20,14 @@ inline constexpr std::size_t mergeSourceCount = 3;
 /// What the result has in the place of a part.
 enum class MergeChoice : quint8 { Open, Base, Left, Right, LeftThenRight, RightThenLeft, ByHand, LineByLine };
 
+/// A line of one of the texts that are merged.
+struct SourceLine {
+    MergeSource source = MergeSource::Base;
+    qsizetype line = 0;
+
+    friend auto operator<=>(const SourceLine &, const SourceLine &) = default;
+};
+
 /// One part of a merge: consecutive lines of the three texts, and what the result has for them.
 struct MergePart {
     ChunkKind kind = ChunkKind::Unchanged;
@@ -25,7 +36,7 @@ struct MergePart {
     bool isByPerson = false; ///< else it was settled without asking, or is still open
     ChunkMark mark = ChunkMark::None;
     qsizetype resultCount = 0; ///< lines of the result
-    qsizetype leftOut = 0;     ///< lines of the versions that a merge line by line has left out
+    QList<SourceLine> leftOut; ///< of the versions: what a merge line by line left out and nobody has put in; in order
 
     [[nodiscard]] const LineRange &of(MergeSource source) const { return lines[std::size_t(source)]; }
     [[nodiscard]] bool isOpen() const noexcept { return choice == MergeChoice::Open; }
@@ -35,14 +46,6 @@ struct MergePart {
         return kind == ChunkKind::Unchanged && choice != MergeChoice::ByHand;
     }
     friend bool operator==(const MergePart &, const MergePart &) = default;
-};
-
-/// A line of one of the texts that are merged.
-struct SourceLine {
-    MergeSource source = MergeSource::Base;
-    qsizetype line = 0;
-
-    friend bool operator==(const SourceLine &, const SourceLine &) = default;
 };
 
 /// The three texts, and which lines of a result come from them. Immutable; usable from any thread.

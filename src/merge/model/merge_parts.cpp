@@ -30,7 +30,6 @@ MergePart byHand(MergePart part, qsizetype resultCount)
     part.choice = MergeChoice::ByHand;
     part.isByPerson = true;
     part.resultCount = resultCount;
-    part.leftOut = 0;
     return part;
 }
 
@@ -70,7 +69,7 @@ MergePart decided(MergePart part, MergeChoice choice)
     part.choice = part.kind == ChunkKind::Unchanged ? MergeChoice::Base : choice;
     part.isByPerson = part.kind != ChunkKind::Unchanged;
     part.resultCount = 0;
-    part.leftOut = 0;
+    part.leftOut.clear();
     for (const MergeSource source : sourcesOf(part.choice))
         part.resultCount += part.of(source).count;
     return part;
@@ -102,8 +101,30 @@ std::optional<Decided> decide(const MergeTexts &texts, const MergePart &part, Me
         return std::nullopt;
     MergePart after = decided(part, choice);
     after.resultCount = lineCount(merged.lines);
-    after.leftOut = qsizetype(merged.leftOut.size());
+    after.leftOut = {merged.leftOut.begin(), merged.leftOut.end()};
+    std::sort(after.leftOut.begin(), after.leftOut.end());
     return Decided{after, std::move(merged.lines)};
+}
+
+/// What was the last line may have no end yet; it is put together anew with those that follow.
+void takeLastLineAlong(MergePlan &plan, const MergeTexts &texts, const EditSnapshot &result)
+{
+    if (plan.firstLine != result.count() || plan.firstLine == 0)
+        return;
+    --plan.firstLine;
+    ++plan.removedLines;
+    texts.append(plan.lines, result.runs(plan.firstLine, 1));
+}
+
+/// The lines behind a plan's stay, so that the last one of these needs an end.
+void endLastLine(MergePlan &plan, const MergeTexts &texts, const EditSnapshot &result)
+{
+    const qsizetype behind = plan.firstLine + plan.removedLines;
+    if (behind == result.count() || plan.lines.empty())
+        return;
+    const std::size_t before = plan.lines.size();
+    texts.append(plan.lines, result.runs(behind, 1));
+    plan.lines.resize(std::max(before, plan.lines.size() - 1));
 }
 
 } // namespace
@@ -148,10 +169,7 @@ MergePlan MergeParts::plan(const MergeTexts &texts, const EditSnapshot &result, 
     plan.firstPart = chosen.front();
     plan.firstLine = resultStart(chosen.front());
     plan.removedLines = resultStart(chosen.back() + 1) - plan.firstLine;
-    // What was the last line may have no end yet; it is put together anew with those that follow.
-    const bool isBehindAll = plan.firstLine == result.count() && plan.firstLine > 0;
-    if (isBehindAll)
-        texts.append(plan.lines, result.runs(plan.firstLine - 1, 1));
+    takeLastLineAlong(plan, texts, result);
     auto next = chosen.begin();
     for (qsizetype part = chosen.front(); part <= chosen.back(); ++part) {
         const bool isChosen = part == *next;
@@ -163,17 +181,21 @@ MergePlan MergeParts::plan(const MergeTexts &texts, const EditSnapshot &result, 
         texts.append(plan.lines, after->lines);
         plan.parts.push_back(after->part);
     }
-    if (isBehindAll) {
-        --plan.firstLine;
-        ++plan.removedLines;
-    }
-    // The lines behind stay, so that the last one of these needs an end.
-    const qsizetype behind = plan.firstLine + plan.removedLines;
-    if (behind < result.count() && !plan.lines.empty()) {
-        const std::size_t before = plan.lines.size();
-        texts.append(plan.lines, result.runs(behind, 1));
-        plan.lines.resize(std::max(before, plan.lines.size() - 1));
-    }
+    endLastLine(plan, texts, result);
+    return plan;
+}
+
+MergePlan MergeParts::planToPutIn(const MergeTexts &texts, const EditSnapshot &result, qsizetype part, SourceLine line,
+                                  qsizetype resultLine) const
+{
+    MergePlan plan{resultLine, 0, {}, part, {at(part)}};
+    MergePart &after = plan.parts.front();
+    after.leftOut.removeOne(line);
+    after.isByPerson = true;
+    ++after.resultCount;
+    takeLastLineAlong(plan, texts, result);
+    texts.append(plan.lines, line.source, {line.line, 1});
+    endLastLine(plan, texts, result);
     return plan;
 }
 

@@ -52,6 +52,10 @@ public:
     /// `result` is the text as the parts have it.
     [[nodiscard]] MergePlan plan(const MergeTexts &texts, const EditSnapshot &result,
                                  const std::vector<qsizetype> &chosen, MergeChoice choice) const;
+    /// What puts line `line` of `leftOut` of a part in before line `resultLine`, which the part has or ends with. The
+    /// same preconditions for `result`.
+    [[nodiscard]] MergePlan planToPutIn(const MergeTexts &texts, const EditSnapshot &result, qsizetype part,
+                                        SourceLine line, qsizetype resultLine) const;
     /// The next change to follow carries out `plan`.
     void expect(MergePlan plan) { m_expected = std::move(plan); }
 

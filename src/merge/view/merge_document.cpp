@@ -97,17 +97,21 @@ bool MergeDocument::differsFromBase(qsizetype row, MergeSource version) const
     return base.source->bytes(base.line) != own.source->bytes(own.line);
 }
 
-/// A line that is taken stands beside itself in the result.
 bool MergeDocument::isLeftOut(qsizetype row, MergeSource version) const
 {
-    if (partAt(row).leftOut == 0 || lineNumber(row, paneOf(version)) < 1)
-        return false;
-    const qint32 number = lineNumber(row, paneOfResult);
-    if (number < 1)
-        return true;
-    const LineRun run = static_cast<const EditSnapshot &>(source(paneOfResult)).runs(number - 1, 1).front();
-    const std::optional<SourceLine> origin = m_merged->originOf(run, 0);
-    return !origin || origin->source != version;
+    const QList<SourceLine> &leftOut = partAt(row).leftOut;
+    return std::binary_search(leftOut.begin(), leftOut.end(),
+                              SourceLine{version, lineNumber(row, paneOf(version)) - 1});
+}
+
+qsizetype MergeDocument::rowOf(qsizetype part, SourceLine line) const
+{
+    const RowRange rows = rowsOfPart(part);
+    for (qsizetype row = rows.first; row < rows.first + rows.count; ++row) {
+        if (lineNumber(row, paneOf(line.source)) == line.line + 1)
+            return row;
+    }
+    return -1;
 }
 
 RowLook MergeDocument::look(qsizetype row, PaneIndex pane) const

@@ -39,6 +39,8 @@ public:
     /// The part that a row belongs to; -1 without rows.
     [[nodiscard]] qsizetype partOfRow(qsizetype row) const;
     [[nodiscard]] RowRange rowsOfPart(qsizetype part) const;
+    /// The row of a line that is in a part; -1 for any other line.
+    [[nodiscard]] qsizetype rowOf(qsizetype part, SourceLine line) const;
 
     [[nodiscard]] std::shared_ptr<const PaneDocument> withTabWidth(int columns) const override;
     [[nodiscard]] qsizetype rowCount() const override { return m_rows.rows.size(); }

@@ -40,8 +40,8 @@ QString choiceText(const MergePart &part)
     case MergeChoice::ByHand:
         return Velmora::tr("taken by hand");
     case MergeChoice::LineByLine:
-        return part.leftOut == 0 ? Velmora::tr("line by line")
-                                 : Velmora::tr("line by line, lines left out: %1").arg(part.leftOut);
+        return part.leftOut.isEmpty() ? Velmora::tr("line by line")
+                                      : Velmora::tr("line by line, lines left out: %1").arg(part.leftOut.size());
     }
     return {};
 }
@@ -55,7 +55,7 @@ QString deciderText(const MergePart &part)
 
 QString warningText(const MergePart &part)
 {
-    if (part.leftOut > 0)
+    if (!part.leftOut.isEmpty())
         return Velmora::tr("The merge line by line left out lines, which are marked with ! above the result");
     if (part.isByPerson)
         return {};
