@@ -3,8 +3,10 @@
 #include "app/session_kinds.h"
 #include "core/text_detect.h"
 #include "core/text_file.h"
+#include "merge/engine/conflict_markers.h"
 #include "platform/file_access.h"
 
+#include <QFileInfo>
 #include <QStringList>
 
 #include <algorithm>
@@ -94,6 +96,15 @@ QString kindOfPair(const QString &left, const QString &right)
         return kind == QLatin1String("binary") || kind == QLatin1String("image") || kind == QLatin1String("version");
     });
     return texts ? QStringLiteral("text") : QStringLiteral("binary");
+}
+
+bool isMarkedMerge(const QString &path)
+{
+    // Longer ones would keep the window waiting; where they are opened as texts, they are recognised in passing.
+    constexpr qint64 longest = 4 * 1024 * 1024;
+    if (QFileInfo(path).size() > longest)
+        return false;
+    return hasConflictMarkers(decodeText(readFile(path).bytes, TextEncoding()).lines);
 }
 
 QString builtKindOfPair(const QString &left, const QString &right)

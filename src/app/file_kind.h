@@ -17,4 +17,7 @@ namespace velmora {
 /// The same among the kinds that do their work in this version: "text" for the others.
 [[nodiscard]] QString builtKindOfPair(const QString &left, const QString &right);
 
+/// Whether a file holds conflict markers and is short enough to be asked before it is opened; reads it whole.
+[[nodiscard]] bool isMarkedMerge(const QString &path);
+
 } // namespace velmora

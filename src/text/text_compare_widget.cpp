@@ -3,6 +3,7 @@
 #include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/document/change_watcher.h"
+#include "session/document/conflict_notice.h"
 #include "session/document/recovery_keeper.h"
 #include "session/fault_text.h"
 #include "session/find/find_bar.h"
@@ -64,6 +65,7 @@ TextCompareWidget::TextCompareWidget(SessionHost &window, QWidget *parent)
       m_replacer(new ReplaceController(*m_findBar, *m_finder, *m_view, m_editing->editor(), this)),
       m_alignment(new ManualAlignment(*m_view, m_editing->editor(), this)),
       m_changeBar(new NoticeBar(QStringLiteral("changeBar"), this)),
+      m_conflicts(new ConflictNotice(window, this)),
       m_changes(
           new ChangeWatcher(*m_changeBar, m_editing->texts(), Velmora::tr("Both files have changed on disk."), this)),
       m_foot(new StatusLine(this)),
@@ -116,6 +118,7 @@ void TextCompareWidget::buildLayout()
     column->addWidget(m_inputs);
     column->addWidget(m_progress);
     column->addWidget(m_changeBar);
+    column->addWidget(m_conflicts);
     column->addWidget(m_verdict);
     column->addWidget(m_view, 1);
     auto *detail = new LineDetail(m_view->scene(), this);
@@ -339,6 +342,7 @@ void TextCompareWidget::onTextCompareFinished(quint64 generation, const std::sha
     m_editing->takeComparison({{}, leftRaw, rightRaw, diff, {}, {}}, m_running.options);
     showCounts();
     m_changes->follow();
+    m_conflicts->offer(leftRaw.hasConflictMarkers ? paths.left : rightRaw.hasConflictMarkers ? paths.right : QString());
     Q_EMIT tabTitleChanged(m_title);
     Q_EMIT comparisonFinished(paths.left, paths.right);
     if (m_recovered)

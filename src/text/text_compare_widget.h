@@ -12,6 +12,7 @@ class QLabel;
 namespace velmora {
 
 class ChangeWatcher;
+class ConflictNotice;
 class DiffView;
 class FindBar;
 class FindController;
@@ -192,6 +193,7 @@ private:
     ReplaceController *m_replacer;
     ManualAlignment *m_alignment;
     NoticeBar *m_changeBar;
+    ConflictNotice *m_conflicts;
     ChangeWatcher *m_changes;
     StatusLine *m_foot;
     QLabel *m_blocks;

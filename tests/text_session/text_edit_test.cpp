@@ -13,6 +13,7 @@
 #include <QDirIterator>
 #include <QJsonObject>
 #include <QLabel>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -91,6 +92,18 @@ class TextEditTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void aFileWithConflictMarkersIsOfferedAsAMerge()
+    {
+        Edited e;
+        auto *notice = e.session.findChild<QWidget *>(word("conflictBar"));
+        e.open("<<<<<<<\nno more\n");
+        QVERIFY(!notice->isVisible());
+        const QString path = e.open("<<<<<<< a\nl\n=======\nr\n>>>>>>> b\n");
+        QVERIFY(notice->isVisible());
+        e.session.findChild<QPushButton *>(word("conflictBarAction"))->click();
+        QCOMPARE(e.host.opened, (QList<std::pair<QString, SessionPaths>>{{word("merge"), {path, {}, {}}}}));
+    }
+
     void keepsEveryByteOfLinesThatWereNotEdited()
     {
         const struct {
@@ -233,7 +246,7 @@ private Q_SLOTS:
         f.typeAt(0, word("x"));
         f.dialogs.answerNumber(1); // save
         f.dialogs.answerPath(other);
-        f.session.onCompareWith();
+        f.session.findChild<QAction *>(word("compareWithAction"))->trigger();
         QTRY_COMPARE(f.host.opened.size(), 1);
         QCOMPARE(f.host.opened.first(), (std::pair(word("text"), SessionPaths{path, other, {}})));
         QCOMPARE(contentsOf(path), QByteArray("xa\n"));

@@ -149,6 +149,8 @@ void Tarnwick::openLonePath(const QString &mode, const QString &path)
         openSession(kind->id, {.left = path, .right = {}, .base = {}});
     else
         setExplorerLeft(path);
+    if (!kind && info.isFile() && isMarkedMerge(path))
+        openSession(velmora::kindFor(Purpose::MergeTexts), {.left = path, .right = {}, .base = {}});
 }
 
 void Tarnwick::openCompare(const QString &kind, const QString &leftPath, const QString &rightPath)

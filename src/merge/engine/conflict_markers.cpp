@@ -1,6 +1,7 @@
 #include "merge/engine/conflict_markers.h"
 
 #include <array>
+#include <string_view>
 #include <utility>
 
 namespace velmora {
@@ -129,6 +130,11 @@ std::optional<MarkedMerge> readConflictMarkers(const TextLines &text)
             return std::nullopt;
     }
     return reader.finish();
+}
+
+bool hasConflictMarkers(const TextLines &text)
+{
+    return text.bytes().find("<<<<<<<") != std::string_view::npos && readConflictMarkers(text).has_value();
 }
 
 } // namespace velmora

@@ -1,5 +1,6 @@
 #include "session/document/loaded_text.h"
 
+#include "merge/engine/conflict_markers.h"
 #include "session/pane/edit_buffer.h"
 
 namespace velmora {
@@ -11,6 +12,7 @@ std::optional<LoadedText> loadText(const TextOrigin &origin, QByteArray &raw, co
         loaded = *origin.loaded;
         if (origin.edited)
             loaded.text.lines = origin.edited->toLines();
+        loaded.hasConflictMarkers = hasConflictMarkers(loaded.text.lines);
         return loaded;
     }
     if (origin.path.isEmpty())
@@ -21,6 +23,7 @@ std::optional<LoadedText> loadText(const TextOrigin &origin, QByteArray &raw, co
         return std::nullopt;
     loaded.missing = false;
     loaded.text = decodeText(contents.bytes, origin.encoding, cancel);
+    loaded.hasConflictMarkers = hasConflictMarkers(loaded.text.lines);
     raw = contents.bytes;
     return loaded;
 }

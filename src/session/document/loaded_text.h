@@ -19,6 +19,7 @@ struct LoadedText {
     DecodedText text;
     FileStamp stamp;     ///< of the file, taken before it was read
     bool missing = true; ///< there was no file: `text` is empty
+    bool hasConflictMarkers = false;
     /// What an editor showed when the run began, where `text` is the same.
     std::shared_ptr<const EditSnapshot> shown;
 };

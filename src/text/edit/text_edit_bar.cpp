@@ -1,7 +1,11 @@
 #include "text/edit/text_edit_bar.h"
 
+#include "core/visible_name.h"
 #include "session/translate.h"
+#include "text/edit/recent_texts.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QMenu>
 #include <QToolButton>
 
@@ -20,6 +24,7 @@ TextEditBar::TextEditBar(QWidget *session) : TextBar(session), m_recent(new QMen
                 {QKeySequence::Open},
                 Velmora::tr("Open a text file")});
     m_recent->setToolTipsVisible(true);
+    connect(m_recent, &QMenu::aboutToShow, this, &TextEditBar::fillRecentFiles);
     offerBeside(open, m_recent);
     save = add({"saveAction", Velmora::tr("Save"), QStringLiteral("save.png"), {QKeySequence::Save}, {}});
     saveAs = add({"saveAsAction", Velmora::tr("Save as..."), {}, {Qt::Key_F12, Qt::CTRL | Qt::SHIFT | Qt::Key_S}, {}});
@@ -67,6 +72,24 @@ void TextEditBar::offerBeside(QAction *action, QMenu *menu)
         button->setMenu(menu);
         button->setPopupMode(QToolButton::MenuButtonPopup);
     }
+}
+
+void TextEditBar::fillRecentFiles()
+{
+    m_recent->clear();
+    const QStringList files = RecentTexts::load();
+    for (const QString &file : files) {
+        const QString name = visibleName(QFileInfo(file).fileName());
+        QAction *action = m_recent->addAction(QString(name).replace(u'&', QStringLiteral("&&")));
+        action->setToolTip(visibleName(QDir::toNativeSeparators(file)));
+        connect(action, &QAction::triggered, this, [this, file] { Q_EMIT recentFileChosen(file); });
+    }
+    if (files.isEmpty()) {
+        m_recent->addAction(Velmora::tr("No files were opened yet"))->setEnabled(false);
+        return;
+    }
+    m_recent->addSeparator();
+    m_recent->addAction(Velmora::tr("Clear this list"), this, &RecentTexts::clear);
 }
 
 void TextEditBar::addTo(QMenu &menu)

@@ -23,14 +23,15 @@ public:
     QAction *redo;
     QAction *compareWith;
 
-    /// The menu of the recent files, to be filled whenever it is about to be shown.
-    [[nodiscard]] QMenu &recentFiles() { return *m_recent; }
-
     /// Adds the commands to a context menu, with their keys.
     void addTo(QMenu &menu);
 
+Q_SIGNALS:
+    void recentFileChosen(const QString &path);
+
 private:
     void offerBeside(QAction *action, QMenu *menu);
+    void fillRecentFiles();
 
     QMenu *m_recent;
 };

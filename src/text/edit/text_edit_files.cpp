@@ -2,6 +2,7 @@
 #include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/document/change_watcher.h"
+#include "session/document/conflict_notice.h"
 #include "session/document/edited_texts.h"
 #include "session/document/recovery_keeper.h"
 #include "session/document/text_input.h"
@@ -13,14 +14,13 @@
 #include "session/session_host.h"
 #include "session/translate.h"
 #include "text/edit/recent_texts.h"
-#include "text/edit/text_edit_bar.h"
+#include "text/edit/text_edit_place.h"
 #include "text/edit/text_edit_widget.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QLocale>
-#include <QMenu>
 
 #include <utility>
 
@@ -65,25 +65,6 @@ void TextEditWidget::openFile(const QString &path)
     }
     m_input->setPath(path);
     start();
-}
-
-void TextEditWidget::offerRecentFiles()
-{
-    QMenu &menu = m_bar->recentFiles();
-    menu.clear();
-    const QStringList files = RecentTexts::load();
-    for (const QString &file : files) {
-        const QFileInfo info(file);
-        QAction *action = menu.addAction(QString(visibleName(info.fileName())).replace(u'&', QStringLiteral("&&")));
-        action->setToolTip(shown(file));
-        connect(action, &QAction::triggered, this, [this, file] { openFile(file); });
-    }
-    if (files.isEmpty()) {
-        menu.addAction(Velmora::tr("No files were opened yet"))->setEnabled(false);
-        return;
-    }
-    menu.addSeparator();
-    menu.addAction(Velmora::tr("Clear this list"), this, &RecentTexts::clear);
 }
 
 void TextEditWidget::dropPaths(const QStringList &paths, QPoint /*position*/)
@@ -202,13 +183,14 @@ void TextEditWidget::showText(const LoadedText &loaded, const QString &path,
         m_view->scene().setDocument(std::move(document));
     showLoaded();
     m_changes->follow();
+    m_conflicts->offer(loaded.hasConflictMarkers ? path : QString());
 }
 
 void TextEditWidget::showLoaded()
 {
     chooseSyntax();
     applyWishes();
-    showPlace();
+    m_place->show();
     showState();
 }
 
@@ -281,47 +263,6 @@ void TextEditWidget::remember()
     // The history takes the name from the tab, where unsaved changes leave their mark.
     if (!m_texts->isModified(onlyPane))
         Q_EMIT comparisonFinished(m_input->loadedPath(), {});
-}
-
-// Comparing -----------------------------------------------------------------------------------------------------------
-
-void TextEditWidget::onCompareWith()
-{
-    beforeComparing([this] {
-        Dialogs::instance().openFile(this, Velmora::tr("Compare with"), m_input->loadedPath(), {},
-                                     [this](const QString &other) { compareWith(other); });
-    });
-}
-
-void TextEditWidget::compareWith(const QString &other)
-{
-    host().openSession(host().kindFor(SessionHost::Purpose::CompareTexts), {m_input->loadedPath(), other, {}});
-}
-
-void TextEditWidget::beforeComparing(std::function<void()> go)
-{
-    const bool hasFile = QFileInfo(m_input->loadedPath()).isFile();
-    if (hasFile && !m_texts->isModified(onlyPane)) {
-        go();
-        return;
-    }
-    enum Answer { Cancel, Save, AsItIs };
-    QList<Dialogs::Choice> choices{{Velmora::tr("&Save"), Save, true, false}};
-    if (hasFile)
-        choices.append({Velmora::tr("Compare the &file"), AsItIs, false, false});
-    choices.append({Velmora::tr("Cancel"), Cancel, false, true});
-    Dialogs::instance().ask(this, Dialogs::Tone::Warning, Velmora::tr("Unsaved changes"),
-                            Velmora::tr("A comparison reads the file, which lacks the changes made here. Save them "
-                                        "first?"),
-                            choices, [this, go = std::move(go)](int answer) {
-                                if (answer == AsItIs)
-                                    go();
-                                else if (answer == Save)
-                                    m_texts->saving().save(onlyPane, [go](bool saved) {
-                                        if (saved)
-                                            go();
-                                    });
-                            });
 }
 
 // After a crash -------------------------------------------------------------------------------------------------------

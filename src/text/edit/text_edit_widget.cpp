@@ -1,9 +1,9 @@
 #include "text/edit/text_edit_widget.h"
 
 #include "session/document/change_watcher.h"
+#include "session/document/conflict_notice.h"
 #include "session/document/edited_texts.h"
 #include "session/document/recovery_keeper.h"
-#include "session/document/text_description.h"
 #include "session/document/text_input.h"
 #include "session/find/find_bar.h"
 #include "session/find/find_controller.h"
@@ -19,7 +19,9 @@
 #include "session/session_host.h"
 #include "session/translate.h"
 #include "text/edit/text_edit_bar.h"
+#include "text/edit/text_edit_comparing.h"
 #include "text/edit/text_edit_format.h"
+#include "text/edit/text_edit_place.h"
 #include "text/syntax/syntax_definition.h"
 #include "text/syntax/syntax_library.h"
 
@@ -27,7 +29,6 @@
 #include <QEvent>
 #include <QFileInfo>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
 #include <QMenu>
@@ -72,6 +73,7 @@ TextEditWidget::TextEditWidget(SessionHost &window, QWidget *parent)
       m_input(new TextInput(inputWords(), this)),
       m_progress(new ProgressStrip(this)),
       m_changeBar(new NoticeBar(QStringLiteral("changeBar"), this)),
+      m_conflicts(new ConflictNotice(window, this)),
       m_view(new PaneView(1, {}, this)),
       m_texts(new EditedTexts(m_view->scene(), {{onlyPane, m_input, textWords()}}, this)),
       m_viewOptions(new PaneOptions(*m_bar, *m_view, this)),
@@ -80,14 +82,11 @@ TextEditWidget::TextEditWidget(SessionHost &window, QWidget *parent)
       m_replacer(new ReplaceController(*m_findBar, *m_finder, *m_view, m_texts->editor(), this)),
       m_changes(new ChangeWatcher(*m_changeBar, *m_texts, QString(), this)),
       m_foot(new StatusLine(this)),
-      m_protected(m_foot->addFact(QStringLiteral("protectedLabel"))),
-      m_selection(m_foot->addFact(QStringLiteral("selectionLabel"))),
-      m_place(m_foot->addFact(QStringLiteral("placeLabel"))),
+      m_place(new TextEditPlace(*m_foot, m_view->scene(), this)),
+      m_comparing(new TextEditComparing(window, *m_texts, *m_input, this)),
       m_format(new TextEditFormat(*m_foot, this)),
       m_keeper(new RecoveryKeeper(window.recovery(), this))
 {
-    m_protected->hide();
-    m_selection->hide();
     buildLayout();
     connectBar();
     connectFinding();
@@ -124,6 +123,7 @@ void TextEditWidget::buildLayout()
     column->addWidget(m_input);
     column->addWidget(m_progress);
     column->addWidget(m_changeBar);
+    column->addWidget(m_conflicts);
     column->addWidget(m_view, 1);
     column->addWidget(m_findBar);
     column->addWidget(m_foot);
@@ -140,10 +140,10 @@ void TextEditWidget::connectBar()
     onTrigger(m_bar->save, &TextEditWidget::onSave);
     onTrigger(m_bar->saveAs, &TextEditWidget::onSaveAs);
     onTrigger(m_bar->reload, &TextEditWidget::onReload);
-    onTrigger(m_bar->compareWith, &TextEditWidget::onCompareWith);
+    connect(m_bar->compareWith, &QAction::triggered, m_comparing, &TextEditComparing::chooseFile);
     connect(m_bar->undo, &QAction::triggered, this, [this] { edit(EditCommand::Undo); });
     connect(m_bar->redo, &QAction::triggered, this, [this] { edit(EditCommand::Redo); });
-    connect(&m_bar->recentFiles(), &QMenu::aboutToShow, this, &TextEditWidget::offerRecentFiles);
+    connect(m_bar, &TextEditBar::recentFileChosen, this, &TextEditWidget::openFile);
     connect(m_bar->goToLine, &QAction::triggered, this, [this] { askForLine(*m_view, this); });
     connect(m_bar->wrapLines, &QAction::toggled, this, [this](bool wraps) {
         if (wraps && m_view->scene().maximumColumn() > 0) {
@@ -152,7 +152,6 @@ void TextEditWidget::connectBar()
         }
     });
     connect(m_view, &PaneView::contextMenuWanted, this, [this](PaneIndex, QPoint at) { showContextMenu(at); });
-    connect(&m_view->scene(), &PaneScene::caretMoved, this, &TextEditWidget::showPlace);
 }
 
 void TextEditWidget::connectFinding()
@@ -238,6 +237,7 @@ void TextEditWidget::refreshTheme()
     m_input->pathEdit().refreshTheme();
     m_findBar->refreshTheme();
     m_changeBar->refreshTheme();
+    m_conflicts->refreshTheme();
     m_foot->refreshTheme();
     m_view->refreshTheme();
     m_viewOptions->takeAppearance();
@@ -347,29 +347,7 @@ void TextEditWidget::showFormat()
 {
     m_format->show(m_input->loaded(), m_options, syntaxName());
     m_format->setChangeable(m_texts->editor().obstacle(onlyPane).isEmpty());
-    m_protected->setVisible(isWriteProtected());
-    m_protected->setText(Velmora::tr("Read-only file"));
-}
-
-void TextEditWidget::showPlace()
-{
-    const PaneScene &scene = m_view->scene();
-    const TextCaret &caret = scene.caret();
-    m_place->setText(describePlace(scene.document(), caret));
-    m_selection->setVisible(caret.hasSelection());
-    if (!caret.hasSelection())
-        return;
-    const TextPosition start = caret.selectionStart();
-    const TextPosition end = caret.selectionEnd();
-    const QLocale locale;
-    if (start.row == end.row) {
-        m_selection->setText(Velmora::tr("%1 characters selected").arg(locale.toString(end.unit - start.unit)));
-        return;
-    }
-    // One that ends before the first character of a line does not mean that line.
-    const qsizetype lines = end.row - start.row + (end.unit > 0 ? 1 : 0);
-    m_selection->setText(lines == 1 ? Velmora::tr("1 line selected")
-                                    : Velmora::tr("%1 lines selected").arg(locale.toString(lines)));
+    m_place->setWriteProtected(isWriteProtected());
 }
 
 void TextEditWidget::showMessage(const QString &message)

@@ -5,11 +5,10 @@
 #include "text/edit/text_edit_job.h"
 #include "text/edit/text_edit_options.h"
 
-class QLabel;
-
 namespace velmora {
 
 class ChangeWatcher;
+class ConflictNotice;
 class EditedTexts;
 class FindBar;
 class FindController;
@@ -21,7 +20,9 @@ class RecoveryKeeper;
 class ReplaceController;
 class StatusLine;
 class TextEditBar;
+class TextEditComparing;
 class TextEditFormat;
+class TextEditPlace;
 class TextInput;
 struct UnsavedTexts;
 enum class ChangedFile;
@@ -65,8 +66,6 @@ public Q_SLOTS:
     void onSave();
     void onSaveAs();
     void onReload();
-    /// Asks for another file and opens a comparison with it.
-    void onCompareWith();
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -81,7 +80,6 @@ private:
     void connectFormat();
     /// Opens a file here where nothing was written yet, and in a tab of its own otherwise.
     void openFile(const QString &path);
-    void offerRecentFiles();
     void chooseEncoding();
     void load(ChangedFile changed);
     void takeOutcome(RunOutcome<TextEditResult> &&outcome, const QString &path);
@@ -91,12 +89,8 @@ private:
     void takeSaved();
     /// Lets the window put the file into its history.
     void remember();
-    void compareWith(const QString &other);
-    /// Calls `go` when the file holds the text, or a person wants the file as it is.
-    void beforeComparing(std::function<void()> go);
     void chooseSyntax();
     void showFormat();
-    void showPlace();
     void showTitle();
     void showState();
     void showMessage(const QString &message);
@@ -112,6 +106,7 @@ private:
     TextInput *m_input;
     ProgressStrip *m_progress;
     NoticeBar *m_changeBar;
+    ConflictNotice *m_conflicts;
     PaneView *m_view;
     EditedTexts *m_texts;
     PaneOptions *m_viewOptions;
@@ -120,9 +115,8 @@ private:
     ReplaceController *m_replacer;
     ChangeWatcher *m_changes;
     StatusLine *m_foot;
-    QLabel *m_protected;
-    QLabel *m_selection;
-    QLabel *m_place;
+    TextEditPlace *m_place;
+    TextEditComparing *m_comparing;
     TextEditFormat *m_format;
     RecoveryKeeper *m_keeper;
     QString m_title;                   ///< of the tab, once the session has told one
