@@ -13,6 +13,8 @@ velmora_image_packages=(qt6-image-formats-plugins)
 
 # For the checks of formatting and of the sources lately changed; other versions than 14 decide differently.
 velmora_lint_packages=(clang-format-14 clang-tidy-14)
+# For the tests of remote folders, which start a server of their own on the loopback address.
+velmora_ssh_packages=(openssh-client openssh-server)
 
 say() { printf '%s\n' "$*" >&2; }
 

@@ -8308,6 +8308,242 @@ Save them?</source>
         <translation>正在读取快照</translation>
     </message>
     <message>
+        <source>Lists remote files via OpenSSH (ssh/scp) and compares with local. Requires ssh and scp on PATH and key-based or agent login.</source>
+        <translation>通过 OpenSSH（ssh/scp）列出远程文件并与本地比较。需要 PATH 中有 ssh 和 scp，并使用密钥或代理登录。</translation>
+    </message>
+    <message>
+        <source>Host:</source>
+        <translation>主机：</translation>
+    </message>
+    <message>
+        <source>Port:</source>
+        <translation>端口：</translation>
+    </message>
+    <message>
+        <source>User:</source>
+        <translation>用户：</translation>
+    </message>
+    <message>
+        <source>Remote folder:</source>
+        <translation>远程文件夹：</translation>
+    </message>
+    <message>
+        <source>Local folder:</source>
+        <translation>本地文件夹：</translation>
+    </message>
+    <message>
+        <source>Browse local folder</source>
+        <translation>浏览本地文件夹</translation>
+    </message>
+    <message>
+        <source>A path on the host; a relative one begins in the home folder</source>
+        <translation>主机上的路径；相对路径从主目录开始</translation>
+    </message>
+    <message>
+        <source>Local size</source>
+        <translation>本地大小</translation>
+    </message>
+    <message>
+        <source>Remote size</source>
+        <translation>远程大小</translation>
+    </message>
+    <message>
+        <source>Different size</source>
+        <translation>大小不同</translation>
+    </message>
+    <message>
+        <source>Local only</source>
+        <translation>仅本地</translation>
+    </message>
+    <message>
+        <source>Remote only</source>
+        <translation>仅远程</translation>
+    </message>
+    <message>
+        <source>Local only: %1</source>
+        <translation>仅本地：%1</translation>
+    </message>
+    <message>
+        <source>Remote only: %1</source>
+        <translation>仅远程：%1</translation>
+    </message>
+    <message>
+        <source>Not listed: %1</source>
+        <translation>未列出：%1</translation>
+    </message>
+    <message>
+        <source>Same contents</source>
+        <translation>内容相同</translation>
+    </message>
+    <message>
+        <source>Different contents</source>
+        <translation>内容不同</translation>
+    </message>
+    <message>
+        <source>SFTP %1</source>
+        <translation>SFTP %1</translation>
+    </message>
+    <message>
+        <source>Compare the local folder with the remote one</source>
+        <translation>比较本地文件夹与远程文件夹</translation>
+    </message>
+    <message>
+        <source>Fetch and compare</source>
+        <translation>获取并比较</translation>
+    </message>
+    <message>
+        <source>Fetch the remote file of the current row and compare it with the local one (Return)</source>
+        <translation>获取当前行的远程文件并与本地文件比较（回车键）</translation>
+    </message>
+    <message>
+        <source>Compare the selected files by SHA-256, which the host computes of its own</source>
+        <translation>按 SHA-256 比较选定的文件，远程文件由主机自行计算</translation>
+    </message>
+    <message>
+        <source>Fetch files...</source>
+        <translation>获取文件...</translation>
+    </message>
+    <message>
+        <source>Fetch files into</source>
+        <translation>获取文件到</translation>
+    </message>
+    <message>
+        <source>Copy the selected remote files into a folder of this computer</source>
+        <translation>将选定的远程文件复制到这台计算机的文件夹</translation>
+    </message>
+    <message>
+        <source>How far the clock of the host is from that of this computer</source>
+        <translation>主机时钟与这台计算机时钟的差距</translation>
+    </message>
+    <message>
+        <source>Nothing is compared yet. Name the host, the user and both folders.</source>
+        <translation>尚未比较。请输入主机、用户和两个文件夹。</translation>
+    </message>
+    <message>
+        <source>Enter host, user, and local folder</source>
+        <translation>请输入主机、用户和本地文件夹</translation>
+    </message>
+    <message>
+        <source>Local path is not a folder</source>
+        <translation>本地路径不是文件夹</translation>
+    </message>
+    <message>
+        <source>This is no name or address of a host</source>
+        <translation>这不是主机名或地址</translation>
+    </message>
+    <message>
+        <source>This is no name of a user</source>
+        <translation>这不是用户名</translation>
+    </message>
+    <message>
+        <source>There can be no line feed in the path of the remote folder</source>
+        <translation>远程文件夹的路径中不能有换行符</translation>
+    </message>
+    <message>
+        <source>Scanning local and remote…</source>
+        <translation>正在扫描本地和远程…</translation>
+    </message>
+    <message>
+        <source>Fetching %1…</source>
+        <translation>正在获取 %1…</translation>
+    </message>
+    <message>
+        <source>Fetching files…</source>
+        <translation>正在获取文件…</translation>
+    </message>
+    <message>
+        <source>The host computes SHA-256…</source>
+        <translation>主机正在计算 SHA-256…</translation>
+    </message>
+    <message>
+        <source>%1 executable not found</source>
+        <translation>未找到 %1 可执行文件</translation>
+    </message>
+    <message>
+        <source>%1 cannot be started</source>
+        <translation>无法启动 %1</translation>
+    </message>
+    <message>
+        <source>%1 timed out</source>
+        <translation>%1 超时</translation>
+    </message>
+    <message>
+        <source>%1 failed (code %2)</source>
+        <translation>%1 失败（代码 %2）</translation>
+    </message>
+    <message>
+        <source>The host lists more files than can be shown</source>
+        <translation>主机列出的文件太多，无法显示</translation>
+    </message>
+    <message>
+        <source>The host has another key than before: it was set up anew, or somebody else answers. Ask those who run it. If the new key is right, remove the old one: ssh-keygen -R %1</source>
+        <translation>主机的密钥与以前不同：可能是重新安装过，也可能是别人在应答。请询问主机的管理者。如果新密钥正确，请删除旧密钥：ssh-keygen -R %1</translation>
+    </message>
+    <message>
+        <source>The key of this host is not known here. Connect once in a terminal, compare the fingerprint with that of those who run the host, and accept it: ssh -p %1 %2@%3</source>
+        <translation>这里不认识该主机的密钥。请在终端中连接一次，与主机管理者提供的指纹核对后接受：ssh -p %1 %2@%3</translation>
+    </message>
+    <message>
+        <source>The host does not let you in. Put your key into its list of authorized keys, or into the agent: ssh-add</source>
+        <translation>主机拒绝登录。请将您的密钥加入主机的授权密钥列表，或加入代理：ssh-add</translation>
+    </message>
+    <message>
+        <source>The folder may be missing there, or hold one that may not be read.</source>
+        <translation>该文件夹可能不存在，或其中有无权读取的文件夹。</translation>
+    </message>
+    <message>
+        <source>Not listed, for line feeds or tabs in their names: %1</source>
+        <translation>因名称含换行符或制表符而未列出：%1</translation>
+    </message>
+    <message>
+        <source>If the remote folder is a link, put a / behind it.</source>
+        <translation>如果远程文件夹是链接，请在其后加 /。</translation>
+    </message>
+    <message>
+        <source>Compare finished — %1 local file(s), %2 remote file(s). Double-click a "Different size" row to fetch remote file and compare content.</source>
+        <translation>比较完成 — %1 个本地文件，%2 个远程文件。双击“大小不同”的行可获取远程文件并比较内容。</translation>
+    </message>
+    <message>
+        <source>Host clock: as here</source>
+        <translation>主机时钟：与此处一致</translation>
+    </message>
+    <message>
+        <source>Host clock: %1 s ahead (± %2)</source>
+        <translation>主机时钟：快 %1 秒（± %2）</translation>
+    </message>
+    <message>
+        <source>Host clock: %1 s behind (± %2)</source>
+        <translation>主机时钟：慢 %1 秒（± %2）</translation>
+    </message>
+    <message>
+        <source>Only files that both sides have can be compared</source>
+        <translation>只能比较两侧都有的文件</translation>
+    </message>
+    <message>
+        <source>Local file missing; cannot run text compare</source>
+        <translation>本地文件缺失；无法进行文本比较</translation>
+    </message>
+    <message>
+        <source>Fetched: %1</source>
+        <translation>已获取：%1</translation>
+    </message>
+    <message>
+        <source>Same contents: %1, different: %2</source>
+        <translation>内容相同：%1，不同：%2</translation>
+    </message>
+    <message>
+        <source>Select files that the host has</source>
+        <translation>请选择主机上有的文件</translation>
+    </message>
+    <message>
+        <source>Files fetched: %1</source>
+        <translation>已获取文件：%1</translation>
+    </message>
+    <message>
+        <source>Left as they are, since something has that name: %1</source>
+        <translation>因已有同名项目而保持不变：%1</translation>
+    </message>
+    <message>
         <source>no time</source>
         <translation>无时间</translation>
     </message>

@@ -11,6 +11,7 @@
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/duplicates/duplicate_finder_widget.h"
 #include "folder/merge/folder_merge_widget.h"
+#include "folder/sftp/sftp_compare_widget.h"
 #include "folder/snapshot/folder_snapshot_widget.h"
 #include "folder/sync/folder_sync_widget.h"
 #include "folder/usage/disk_usage_widget.h"
@@ -325,7 +326,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/sftp.png",
      .slot = "onNewSftpCompare",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Compare a local folder with one on a remote host over SSH."),
-     .create = pending},
+     .create = make<SftpCompareWidget>},
 };
 
 /// Icons by resource path, with what has been decoded of them: each kind is shown in half a dozen places.

@@ -30,6 +30,8 @@ QT_CORE_ONLY = FLOORS[:6]
 NEIGHBOURS = {
     ("merge/engine", "text/engine"),
     ("filetypes/table/engine", "text/engine"),
+    ("folder/sftp/engine", "folder/engine"),
+    ("folder/sftp/engine", "filetypes/checksum/engine"),
     ("folder/compare", "folder/actions"),
     ("folder/duplicates", "folder/actions"),
     ("folder/merge", "folder/actions"),

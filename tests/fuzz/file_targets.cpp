@@ -2,6 +2,7 @@
 #include "core/json_reader.h"
 #include "folder/engine/folder_snapshot_file.h"
 #include "folder/operations/journal_lines.h"
+#include "folder/sftp/engine/remote_listing.h"
 #include "fuzz/targets.h"
 #include "settings/options/folder_session_options.h"
 #include "settings/options/text_importance_file.h"
@@ -86,6 +87,21 @@ void folderSnapshot(const QByteArray &input)
     const FolderSnapshotReading again = readFrom(buffer.data());
     require(again.ok() && again.repeated == 0 && again.snapshot.entries == read.snapshot.entries,
             "a snapshot is read as it was written");
+}
+
+void remoteListing(const QByteArray &input)
+{
+    for (const char *folder : {".", "/", "/srv/a", "a"}) {
+        const RemoteListing listing = parseRemoteListing(input, QString::fromLatin1(folder));
+        for (std::size_t i = 0; i < listing.files.size(); ++i) {
+            const ListedSize &file = listing.files[i];
+            require(staysInFolder(file.path) && file.size >= 0, "no file leaves the folder");
+            require(!file.path.contains(u'\t') && !file.path.contains(u'\n'), "a name is on one line");
+            require(i == 0 || listing.files[i - 1].path < file.path, "paths are in order, each once");
+        }
+        require(listing.unlisted + qsizetype(listing.files.size()) <= input.count('\n') + 1,
+                "a line is one file at most");
+    }
 }
 
 void options(const QByteArray &input)

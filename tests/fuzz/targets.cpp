@@ -13,6 +13,7 @@ std::span<const Target> targets()
         Target{"journal", journal},
         Target{"snapshot", snapshot},
         Target{"folder_snapshot", folderSnapshot},
+        Target{"remote_listing", remoteListing},
         Target{"options", options},
         Target{"importance", importance},
         Target{"mask", mask},

@@ -23,6 +23,7 @@ void compare(const QByteArray &input);
 void journal(const QByteArray &input);
 void snapshot(const QByteArray &input);
 void folderSnapshot(const QByteArray &input);
+void remoteListing(const QByteArray &input);
 void options(const QByteArray &input);
 void importance(const QByteArray &input);
 void syntaxDefinition(const QByteArray &input);

@@ -59,6 +59,14 @@ struct FolderSnapshotScan {
 [[nodiscard]] FolderSnapshotScan scanFolderSnapshot(const TreeFolder &folder, FolderSnapshotDigests digests,
                                                     const CancelFlag &cancel, Progress &progress);
 
+/// The same of every regular file, hidden ones too, and of no link, without digests.
+[[nodiscard]] FolderSnapshotScan scanOwnFiles(const TreeFolder &folder, const CancelFlag &cancel, Progress &progress);
+
+/// Computes the digests of entries, files of `folder`, on several threads; those that cannot be read, which are
+/// returned, get none.
+[[nodiscard]] QList<FolderProblem> computeDigests(const TreeFolder &folder, std::vector<FolderSnapshotEntry> &entries,
+                                                  const CancelFlag &cancel, Progress &progress);
+
 /// What is told of a row beside its status.
 enum class FolderSnapshotRemark : quint8 {
     None,

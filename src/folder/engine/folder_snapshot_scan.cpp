@@ -28,10 +28,14 @@ constexpr std::size_t filesInARow = 16;
 /// The files that each worker of a walk finds.
 class Finder {
 public:
-    Finder(const TreeFolder &folder, const CancelFlag &cancel)
-        : m_isLocal(folder.source->isLocal()), m_cancel(cancel), m_found(std::size_t(crewSize()))
+    using Test = bool (*)(const QString &path, const FolderEntry &file);
+
+    /// Takes files that pass `isWanted`.
+    Finder(const TreeFolder &folder, HiddenEntries hidden, Test isWanted, const CancelFlag &cancel)
+        : m_isWanted(isWanted), m_cancel(cancel), m_found(std::size_t(crewSize()))
     {
         m_input.roots.left = folder;
+        m_input.hidden = hidden;
     }
 
     Entries find(const FolderRunReport &report)
@@ -56,7 +60,7 @@ private:
         for (const FolderEntry &entry : entries) {
             QString path = joinedPath(node.name, entry.name);
             if (entry.kind == EntryKind::File) {
-                if (!m_isLocal || !isSystemFile(joinedPath(node.sides.left.path, entry.name)))
+                if (m_isWanted(joinedPath(node.sides.left.path, entry.name), entry))
                     files.push_back({std::move(path), entry.size, entry.modifiedMs});
             } else if (entry.kind == EntryKind::Folder && !entry.isLink) {
                 folders.push_back({std::move(path), {&entry, nullptr}});
@@ -66,7 +70,7 @@ private:
     }
 
     FolderInput m_input;
-    bool m_isLocal;
+    Test m_isWanted;
     CancelFlag m_cancel;
     std::vector<Entries> m_found; ///< one for each worker
 };
@@ -149,20 +153,41 @@ private:
     QList<FolderProblem> m_unreadable; ///< guarded by the mutex
 };
 
-} // namespace
-
-FolderSnapshotScan scanFolderSnapshot(const TreeFolder &folder, FolderSnapshotDigests digests, const CancelFlag &cancel,
-                                      Progress &progress)
+FolderSnapshotScan scanFiles(const TreeFolder &folder, HiddenEntries hidden, Finder::Test isWanted,
+                             const CancelFlag &cancel, Progress &progress)
 {
     static_assert(int(FolderSnapshotPhase::Walking) == int(FolderPhase::Reading)); // the walker reports it
     FolderSnapshotScan scan;
     scan.snapshot.root = folder.path;
     scan.snapshot.created = QDateTime::currentDateTime().toString(Qt::ISODate);
-    scan.snapshot.entries = Finder(folder, cancel).find({&progress, &scan.problems});
-    if (digests == FolderSnapshotDigests::Sha256)
-        scan.problems += Hasher(folder, scan.snapshot.entries, cancel, progress).run();
+    scan.snapshot.entries = Finder(folder, hidden, isWanted, cancel).find({&progress, &scan.problems});
     scan.cancelled = cancel.isCancelled();
     return scan;
+}
+
+} // namespace
+
+QList<FolderProblem> computeDigests(const TreeFolder &folder, std::vector<FolderSnapshotEntry> &entries,
+                                    const CancelFlag &cancel, Progress &progress)
+{
+    return Hasher(folder, entries, cancel, progress).run();
+}
+
+FolderSnapshotScan scanFolderSnapshot(const TreeFolder &folder, FolderSnapshotDigests digests, const CancelFlag &cancel,
+                                      Progress &progress)
+{
+    const auto isNoSystemFile = [](const QString &path, const FolderEntry &) { return !isSystemFile(path); };
+    FolderSnapshotScan scan = scanFiles(folder, HiddenEntries::LeftOut, isNoSystemFile, cancel, progress);
+    if (digests == FolderSnapshotDigests::Sha256)
+        scan.problems += computeDigests(folder, scan.snapshot.entries, cancel, progress);
+    scan.cancelled = cancel.isCancelled();
+    return scan;
+}
+
+FolderSnapshotScan scanOwnFiles(const TreeFolder &folder, const CancelFlag &cancel, Progress &progress)
+{
+    const auto isNoLink = [](const QString &, const FolderEntry &file) { return !file.isLink; };
+    return scanFiles(folder, HiddenEntries::Listed, isNoLink, cancel, progress);
 }
 
 } // namespace velmora

@@ -181,7 +181,7 @@ void ListPane::showCurrentRow()
     for (QAction *command : m_rowCommands)
         command->setEnabled(row >= 0);
     if (row >= 0)
-        m_details->showRow(m_model->rowAt(row));
+        m_details->showRow(m_model->rowAt(row), m_model->index(row, RowSource::Status).data().toString());
     else
         m_details->clear();
 }

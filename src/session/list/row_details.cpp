@@ -2,7 +2,6 @@
 
 #include "core/value_entries.h"
 #include "session/diff_colours.h"
-#include "session/list/row_source.h"
 #include "session/translate.h"
 
 #include <QBoxLayout>
@@ -117,15 +116,16 @@ RowDetails::RowDetails(QWidget *parent)
     clear();
 }
 
-void RowDetails::showRow(const KeyedRow &row)
+void RowDetails::showRow(const KeyedRow &row, const QString &status)
 {
-    if (!m_empty && row == m_row)
+    if (!m_empty && row == m_row && status == m_status)
         return;
     m_empty = false;
     m_row = row;
+    m_status = status;
     m_title->setText(row.key);
-    m_note->setText(row.note.isEmpty() ? statusText(row.status)
-                                       : row.note + QStringLiteral("  \u00b7  ") + statusText(row.status));
+    const bool saysMore = !row.note.isEmpty() && row.note != status;
+    m_note->setText(saysMore ? row.note + QStringLiteral("  \u00b7  ") + status : status);
     const QStringList left = valueEntries(row.left);
     const QStringList right = valueEntries(row.right);
     const bool areLists = !left.isEmpty() || !right.isEmpty();
@@ -170,7 +170,7 @@ void RowDetails::clear()
 void RowDetails::refreshTheme()
 {
     if (!std::exchange(m_empty, true))
-        showRow(m_row);
+        showRow(m_row, m_status);
 }
 
 } // namespace velmora

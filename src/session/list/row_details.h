@@ -16,7 +16,8 @@ class RowDetails final : public QWidget {
 public:
     explicit RowDetails(QWidget *parent = nullptr);
 
-    void showRow(const KeyedRow &row);
+    /// `status`: what the row's status is called.
+    void showRow(const KeyedRow &row, const QString &status);
     void clear();
 
     /// Takes up a changed theme.
@@ -30,6 +31,7 @@ private:
     QPlainTextEdit *m_left;
     QPlainTextEdit *m_right;
     KeyedRow m_row;
+    QString m_status;
     bool m_empty = true;
 };
 
