@@ -1711,7 +1711,7 @@
     </message>
     <message>
         <source>Conflicts that merge cleanly line by line: %1</source>
-        <translation>可逐行合并而无冲突的冲突：%1</translation>
+        <translation>可逐行合并解决的冲突：%1</translation>
     </message>
     <message>
         <source>Merged by hand: %1</source>

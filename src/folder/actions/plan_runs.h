@@ -2,6 +2,7 @@
 
 #include "core/runner.h"
 #include "folder/actions/plan_run.h"
+#include "folder/operations/operation_plan.h"
 
 #include <QObject>
 #include <QString>

@@ -5,6 +5,13 @@
 #include "session/frame/paths_bar.h"
 #include "session/session_widget.h"
 
+#include <QList>
+#include <QPoint>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
 class QAbstractItemModel;
 class QBoxLayout;
 class QMenu;

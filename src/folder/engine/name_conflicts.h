@@ -1,6 +1,10 @@
 #pragma once
 
+#include "folder/engine/folder_diff_item.h"
 #include "folder/engine/sync_planner.h"
+
+#include <QList>
+#include <QString>
 
 namespace velmora {
 

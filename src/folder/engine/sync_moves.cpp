@@ -2,6 +2,7 @@
 
 #include "core/message_digest.h"
 #include "core/path_names.h"
+#include "folder/engine/folder_engine.h"
 
 #include <QHash>
 #include <QMap>
@@ -9,6 +10,9 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
+#include <memory>
+#include <optional>
 #include <vector>
 
 namespace velmora {

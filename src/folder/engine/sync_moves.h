@@ -1,8 +1,14 @@
 #pragma once
 
 #include "core/cancel_flag.h"
-#include "folder/engine/folder_engine.h"
+#include "core/progress.h"
+#include "core/sides.h"
+#include "folder/engine/folder_diff_item.h"
 #include "folder/engine/sync_planner.h"
+#include "vfs/tree_source.h"
+
+#include <QList>
+#include <QString>
 
 namespace velmora {
 

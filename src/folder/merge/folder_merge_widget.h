@@ -1,12 +1,15 @@
 #pragma once
 
+#include "core/runner.h"
 #include "folder/actions/plan_session.h"
 #include "folder/engine/folder_merge.h"
 #include "folder/operations/text_conflicts.h"
 
 #include <QModelIndexList>
 
+#include <functional>
 #include <memory>
+#include <vector>
 
 class QComboBox;
 class QLabel;

@@ -3,6 +3,9 @@
 #include "folder/engine/folder_merge.h"
 #include "folder/operations/operation_plan.h"
 
+#include <QList>
+#include <QString>
+
 #include <vector>
 
 namespace velmora {

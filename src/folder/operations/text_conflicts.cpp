@@ -10,6 +10,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <optional>
 
 namespace velmora {
 

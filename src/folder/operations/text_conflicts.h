@@ -4,6 +4,9 @@
 #include "core/progress.h"
 #include "folder/engine/folder_merge.h"
 
+#include <QList>
+#include <QString>
+
 #include <vector>
 
 namespace velmora {

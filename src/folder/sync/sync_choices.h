@@ -3,6 +3,7 @@
 #include "folder/engine/sync_planner.h"
 
 #include <QJsonObject>
+#include <QStringList>
 #include <QWidget>
 
 class QAction;

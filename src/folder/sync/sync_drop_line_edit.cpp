@@ -1,6 +1,8 @@
 #include "folder/sync/sync_drop_line_edit.h"
 
 #include <QDir>
+#include <QDragEnterEvent>
+#include <QDragMoveEvent>
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QMimeData>
