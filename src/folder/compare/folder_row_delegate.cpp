@@ -64,17 +64,15 @@ bool FolderRowDelegate::hasTree(int column) const
 
 QSize FolderRowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    QSize size = QStyledItemDelegate::sizeHint(option, index);
+    QSize size = TreeDelegate::sizeHint(option, index);
     const auto column = FolderColumn(index.column());
-    const qint32 node = m_model.nodeAt(index.row());
-    if (node >= 0 && hasTree(index.column()))
-        size.rwidth() += indentOf(node) + picture + gap;
+    if (hasTree(index.column()))
+        size.rwidth() += picture + gap;
     if (column == FolderColumn::LeftTime || column == FolderColumn::RightTime) { // the newer one is bold
         QFont bold = option.font;
         bold.setBold(true);
         size.setWidth(QFontMetrics(bold).horizontalAdvance(index.data().toString()) + 2 * margin);
     }
-    size.setHeight(rowHeight(option.fontMetrics));
     return size;
 }
 
