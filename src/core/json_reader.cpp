@@ -216,7 +216,7 @@ bool JsonReader::readText()
     ++m_at; // the quote
     m_bytes.clear();
     m_text.clear();
-    for (int c = peek(); c != ended && c >= 0x20; c = peek()) {
+    for (int c = peek(); c >= 0x20; c = peek()) {
         if (c == '"') {
             ++m_at;
             return flushText();
