@@ -87,7 +87,7 @@ build_imageformats() {
     cross_build qt6-imageformats . -DBUILD_SHARED_LIBS=ON -DQT_BUILD_TESTS=OFF -DQT_BUILD_EXAMPLES=OFF \
         -DINPUT_tiff=qt -DINPUT_webp=qt -DFEATURE_jasper=OFF -DFEATURE_mng=OFF \
         -DCMAKE_MODULE_LINKER_FLAGS="-Wl,--whole-archive $prefix/lib/libz.a -Wl,--no-whole-archive"
-    rm -f "$prefix"/plugins/imageformats/q{icns,tga,wbmp}.dll
+    rm -f "$prefix"/plugins/imageformats/q{icns,tga,wbmp}.dll "$prefix"/lib/cmake/Qt6Gui/Qt6Q{ICNS,Tga,Wbmp}Plugin*
 }
 
 for library in "$@"; do

@@ -1,6 +1,7 @@
 #include "vfs/location.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 namespace velmora {
 
@@ -8,7 +9,8 @@ Location Location::ofFolder(const QString &path)
 {
     if (path.isEmpty())
         return {};
-    const QString place = QDir::cleanPath(QDir(path).absolutePath());
+    // QDir leaves what begins at the root of no drive in particular as it is: "/folder" on Windows.
+    const QString place = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
     return {Kind::LocalFolder, place, QDir::toNativeSeparators(place)};
 }
 

@@ -1,4 +1,5 @@
 #include "core/path_names.h"
+#include "folder/engine/folder_engine.h"
 #include "folder/engine/name_conflicts.h"
 #include "folder/engine/pair_decisions.h"
 #include "folder/engine/sync_moves.h"

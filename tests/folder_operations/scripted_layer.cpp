@@ -208,15 +208,17 @@ FileError ScriptedLayer::restore(const QString &binPath, FolderHandle &to, const
 
 ScriptedLayer::Script betweenVolumes()
 {
-    return [isCopied = false, isSwapped = false](int, QLatin1String call) mutable {
+    return [isCopied = false, isSwapped = false, isTried = false](int, QLatin1String call) mutable {
         // Only the renaming of a finished copy or a link stays within a volume, and the swapping back of two entries.
         isCopied = isCopied || call == QLatin1String("sink.copyFrom") || call == QLatin1String("makeLink");
         bool crosses = call == QLatin1String("makeHardLink");
+        // A system that cannot swap entries is asked to do so in vain, and renames the copy then.
+        const bool wasTried = std::exchange(isTried, call == QLatin1String("exchange") && isCopied);
         if (call == QLatin1String("exchange")) {
             crosses = !std::exchange(isCopied, false) && !isSwapped;
             isSwapped = !crosses;
         } else if (call == QLatin1String("move")) {
-            crosses = !std::exchange(isCopied, false);
+            crosses = !std::exchange(isCopied, false) && !wasTried;
         }
         isSwapped = isSwapped && !crosses;
         return crosses ? FileError{FileErrorKind::OtherVolume, {}} : FileError();

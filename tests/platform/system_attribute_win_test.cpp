@@ -36,7 +36,7 @@ private Q_SLOTS:
         QVERIFY(!isSystemFile(path("folder")));
         QVERIFY(!isSystemFile(path("nothing")));
 
-        const auto items = compareFolderLevel(between(folder.path(), path("nothing"), CompareMethod::Binary));
+        const auto items = compareFolderLevel(test::between(folder.path(), path("nothing"), CompareMethod::Binary));
         QCOMPARE(names(items), QStringLiteral("folder plain system"));
         FolderSessionOptions options;
         options.excludeOsFiles = true;

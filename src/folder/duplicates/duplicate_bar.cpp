@@ -66,7 +66,7 @@ void DuplicateBar::addRowActions()
                      {},
                      Velmora::tr("Save all groups as CSV or JSON")});
     copyPaths = add({"copyPathsAction", Velmora::tr("Copy paths"), {}, {QKeySequence::Copy}});
-    focusFilter = add({"focusFilterAction", Velmora::tr("Filter"), {}, {QKeySequence::Find}});
+    focusFilter = add({"focusFilterAction", Velmora::tr("Filter")});
     toggleTick = add({"toggleTickAction", Velmora::tr("Check or uncheck")});
     tickFolder = add({"tickFolderAction", Velmora::tr("Check all copies in this folder")});
     clearFolder = add({"clearFolderAction", Velmora::tr("Uncheck all copies in this folder")});
