@@ -6966,6 +6966,146 @@ Read-only: %5</source>
         <translation>没有差异。</translation>
     </message>
     <message>
+        <source>Left out, as the name leads out of the archive: %1</source>
+        <translation>已略过，其名称指向压缩包之外：%1</translation>
+    </message>
+    <message>
+        <source>Left out, as no system can hold the name: %1</source>
+        <translation>已略过，系统无法使用此名称：%1</translation>
+    </message>
+    <message>
+        <source>Left out, in more than 200 folders within each other: %1</source>
+        <translation>已略过，嵌套的文件夹超过 200 层：%1</translation>
+    </message>
+    <message>
+        <source>Link left out, as it leads out of the archive: %1</source>
+        <translation>已略过链接，它指向压缩包之外：%1</translation>
+    </message>
+    <message>
+        <source>Hidden by a later entry of the same name: %1</source>
+        <translation>被后面的同名条目取代：%1</translation>
+    </message>
+    <message>
+        <source>Not unpacked, as it shares bytes of the archive with another entry: %1</source>
+        <translation>未解压，它与其他条目共用压缩包中的字节：%1</translation>
+    </message>
+    <message>
+        <source>Damaged: %1</source>
+        <translation>已损坏：%1</translation>
+    </message>
+    <message>
+        <source>The archive is damaged or cut off, and what comes next is not known: %1</source>
+        <translation>压缩包已损坏或不完整，此后的内容未知：%1</translation>
+    </message>
+    <message>
+        <source>Encrypted, and not read without the password: %1</source>
+        <translation>已加密，没有密码无法读取：%1</translation>
+    </message>
+    <message>
+        <source>The archive has more than 1,000,000 entries; the rest is left out: %1</source>
+        <translation>压缩包的条目超过 1,000,000 个，其余已略过：%1</translation>
+    </message>
+    <message>
+        <source>Unpacking stopped at 4 GiB and 250 times the size of the archive: %1</source>
+        <translation>解压已停止，达到 4 GiB 且为压缩包大小的 250 倍：%1</translation>
+    </message>
+    <message>
+        <source>An archive within that stays a file, being damaged, one of too many or too deep: %1</source>
+        <translation>内层压缩包保持为文件，因其已损坏、数量过多或层次过深：%1</translation>
+    </message>
+    <message>
+        <source>Neither an archive nor a folder: %1</source>
+        <translation>既不是压缩包也不是文件夹：%1</translation>
+    </message>
+    <message>
+        <source>The password does not open the archive: %1</source>
+        <translation>密码无法打开压缩包：%1</translation>
+    </message>
+    <message>
+        <source>There is no such archive or folder: %1</source>
+        <translation>没有这样的压缩包或文件夹：%1</translation>
+    </message>
+    <message>
+        <source>%1 and %2 more</source>
+        <translation>%1，另有 %2 项</translation>
+    </message>
+    <message>
+        <source>Unpacking...</source>
+        <translation>正在解压…</translation>
+    </message>
+    <message>
+        <source>Unpacking was cancelled; nothing was written</source>
+        <translation>已取消解压，未写入任何内容</translation>
+    </message>
+    <message>
+        <source>Cannot unpack: %1</source>
+        <translation>无法解压：%1</translation>
+    </message>
+    <message>
+        <source>Archive compare ready: drag archives or folders to the left/right pane.</source>
+        <translation>压缩包比较已就绪：可将压缩包或文件夹拖到左侧或右侧窗格。</translation>
+    </message>
+    <message>
+        <source>Select two archives to compare, or an archive and a folder</source>
+        <translation>请选择要比较的两个压缩包，或一个压缩包和一个文件夹</translation>
+    </message>
+    <message>
+        <source>Drop an archive or a folder on each side, or enter the two paths above.</source>
+        <translation>请在两侧各放入一个压缩包或文件夹，或在上方输入两个路径。</translation>
+    </message>
+    <message>
+        <source>Drop an archive or a folder on the other side, or enter its path above.</source>
+        <translation>请在另一侧放入一个压缩包或文件夹，或在上方输入其路径。</translation>
+    </message>
+    <message>
+        <source>Select left archive</source>
+        <translation>选择左侧压缩包</translation>
+    </message>
+    <message>
+        <source>Select right archive</source>
+        <translation>选择右侧压缩包</translation>
+    </message>
+    <message>
+        <source>Opening the archives...</source>
+        <translation>正在打开压缩包…</translation>
+    </message>
+    <message>
+        <source>Not enough memory to open the archives</source>
+        <translation>内存不足，无法打开压缩包</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>密码</translation>
+    </message>
+    <message>
+        <source>The archive %1 is encrypted. Password:</source>
+        <translation>压缩包 %1 已加密。密码：</translation>
+    </message>
+    <message>
+        <source>Same bytes: the two archives are one and the same</source>
+        <translation>字节相同：两个压缩包完全一样</translation>
+    </message>
+    <message>
+        <source>Different names</source>
+        <translation>名称不同</translation>
+    </message>
+    <message>
+        <source>Same names, different contents</source>
+        <translation>名称相同，内容不同</translation>
+    </message>
+    <message>
+        <source>Same names</source>
+        <translation>名称相同</translation>
+    </message>
+    <message>
+        <source>Same contents: only order, times or packing differ</source>
+        <translation>内容相同：只有顺序、时间或压缩方式不同</translation>
+    </message>
+    <message>
+        <source>%1. %2</source>
+        <translation>%1。%2</translation>
+    </message>
+    <message>
         <source>No file is the same on both sides.</source>
         <translation>没有两侧相同的文件。</translation>
     </message>

@@ -8,6 +8,7 @@
 #include "filetypes/registry/registry_compare_widget.h"
 #include "filetypes/table/table_compare_widget.h"
 #include "filetypes/version/version_compare_widget.h"
+#include "folder/compare/archive_compare_widget.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/duplicates/duplicate_finder_widget.h"
 #include "folder/merge/folder_merge_widget.h"
@@ -217,7 +218,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/archive.png",
      .slot = "onNewArchiveCompare",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Compare the contents of two archives."),
-     .create = pending},
+     .create = make<ArchiveCompareWidget>},
     {.id = QLatin1String("archivebrowse"),
      .alias = QLatin1String("archbrowse"),
      .group = Contents,

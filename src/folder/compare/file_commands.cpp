@@ -124,6 +124,15 @@ Sides<QString> FileCommands::rootPaths() const
 
 void FileCommands::carryOut(FolderCommand command)
 {
+    if (command == FolderCommand::CopyTo) {
+        const FolderSelection wanted = selection();
+        const Side side = wanted.side.value_or(Side::Left);
+        const TreeFolder &root = m_comparison.spec().roots[side];
+        if (root.source && !root.source->isLocal()) {
+            Q_EMIT extractionWanted(root, wanted.items, side);
+            return;
+        }
+    }
     m_roots = rootPaths();
     m_actions->setContext(context(true));
     m_actions->carryOut(command, selection());

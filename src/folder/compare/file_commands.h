@@ -37,6 +37,9 @@ public Q_SLOTS:
     void update();
 
 Q_SIGNALS:
+    /// The entries are to be copied to a folder, and are no files of this system.
+    void extractionWanted(const velmora::TreeFolder &root, const QList<velmora::FolderDiffItem> &items,
+                          velmora::Side side);
     void logLine(const QString &line);
     void statusChanged(const QString &text);
     void progressed(qint64 done, qint64 total);

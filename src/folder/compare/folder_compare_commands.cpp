@@ -37,7 +37,7 @@ void FolderCompareWidget::openNode(qint32 node)
     } else if (!item.isDir) {
         m_opener->open(sourcesOf(m_comparison.spec().roots), item);
     } else if (isPair(item)) {
-        navigate(item.leftPath, item.rightPath);
+        navigate(writtenPath(item, Side::Left), writtenPath(item, Side::Right));
     } else {
         const QModelIndex index = m_view->rows().index(m_view->rows().rowOf(node), 0);
         if (tree.node(node).expanded)
@@ -45,6 +45,19 @@ void FolderCompareWidget::openNode(qint32 node)
         else
             onItemExpanded(index);
     }
+}
+
+QString FolderCompareWidget::writtenPath(const FolderDiffItem &item, Side side) const
+{
+    const QString &path = pathOn(item, side);
+    return path.isEmpty() ? QString() : TreeFolder{m_comparison.spec().roots[side].source, path}.shownPath();
+}
+
+bool FolderCompareWidget::areLocal() const
+{
+    const Sides<TreeFolder> &roots = m_comparison.spec().roots;
+    return std::all_of(bothSides.begin(), bothSides.end(),
+                       [&roots](Side side) { return !roots[side].source || roots[side].source->isLocal(); });
 }
 
 void FolderCompareWidget::showEvent(QShowEvent *event)
@@ -57,6 +70,10 @@ void FolderCompareWidget::showEvent(QShowEvent *event)
 
 void FolderCompareWidget::openFor(SessionHost::Purpose purpose, const FolderDiffItem &item)
 {
+    if (item.isDir && !areLocal()) {
+        host().openSession(kind(), {writtenPath(item, Side::Left), writtenPath(item, Side::Right), {}});
+        return;
+    }
     m_opener->openAs(host().kindFor(purpose), sourcesOf(m_comparison.spec().roots), item);
 }
 
@@ -153,7 +170,7 @@ void FolderCompareWidget::copyPaths(Side side)
 {
     QStringList paths;
     for (const qint32 node : m_view->selectedNodes()) {
-        if (const QString &path = pathOn(m_comparison.tree().item(node), side); !path.isEmpty())
+        if (const QString path = writtenPath(m_comparison.tree().item(node), side); !path.isEmpty())
             paths.append(QDir::toNativeSeparators(path));
     }
     if (!paths.isEmpty())
@@ -206,7 +223,8 @@ void FolderCompareWidget::fillEntryMenu(QMenu &menu, qint32 node)
     if (item.isDir && isPair(item)) {
         addOpening(Velmora::tr("Open in a new tab"), CompareFolders)
             ->setObjectName(QStringLiteral("openInNewTabAction"));
-        addOpening(Velmora::tr("Synchronise these folders"), SyncFolders);
+        if (areLocal())
+            addOpening(Velmora::tr("Synchronise these folders"), SyncFolders);
     } else if (!item.isDir) {
         addOpening(Velmora::tr("Open as text"), CompareTexts);
         QAction *hex = addOpening(Velmora::tr("Open as hex"), CompareBytes);

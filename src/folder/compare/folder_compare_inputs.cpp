@@ -4,6 +4,7 @@
 #include "folder/compare/time_shift_bar.h"
 #include "session/dialogs.h"
 #include "session/translate.h"
+#include "vfs/local_folder.h"
 
 #include <QDir>
 #include <QDragEnterEvent>
@@ -12,6 +13,25 @@
 #include <QUrl>
 
 namespace velmora {
+
+FolderCompareWidget::TreeWords FolderCompareWidget::words() const
+{
+    return {Velmora::tr("Folder compare ready: drag folders from Explorer to the left/right pane."),
+            Velmora::tr("Select two folders to compare"),
+            Velmora::tr("Drop a folder on each side, or enter the two paths above."),
+            Velmora::tr("Drop a folder on the other side, or enter its path above."),
+            Velmora::tr("Only folders can be compared here; this is a file: %1")};
+}
+
+Sides<TreeFolder> FolderCompareWidget::trees(const SessionPaths &paths) const
+{
+    return localFolders(paths.left, paths.right);
+}
+
+bool FolderCompareWidget::takesPath(const QString &path) const
+{
+    return QFileInfo(path).isDir();
+}
 
 void FolderCompareWidget::browse(Side side)
 {
@@ -53,7 +73,7 @@ void FolderCompareWidget::loadWritten()
     m_comparison.clear();
     m_hasResult = false;
     if (folders.left.isEmpty() && folders.right.isEmpty()) {
-        showMessage(Velmora::tr("Select two folders to compare"));
+        showMessage(words().choose);
     } else {
         const QString side = folders.right.isEmpty() ? Velmora::tr("left") : Velmora::tr("right");
         const QString message = Velmora::tr("Waiting for other side (only %1 set)").arg(side);
@@ -85,9 +105,8 @@ void FolderCompareWidget::dropPaths(const QStringList &dropped, QPoint position)
     if (dropped.isEmpty())
         return;
     for (const QString &path : dropped) {
-        if (!QFileInfo(path).isDir()) {
-            showMessage(Velmora::tr("Only folders can be compared here; this is a file: %1")
-                            .arg(QDir::toNativeSeparators(path)));
+        if (!takesPath(path)) {
+            showMessage(words().refused.arg(QDir::toNativeSeparators(path)));
             return;
         }
     }

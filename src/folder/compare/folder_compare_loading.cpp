@@ -1,14 +1,15 @@
 #include "core/settings_store.h"
 #include "folder/actions/action_words.h"
 #include "folder/compare/contents_run.h"
+#include "folder/compare/entry_extraction.h"
 #include "folder/compare/file_commands.h"
 #include "folder/compare/folder_compare_side_pane.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/compare/folder_report_content.h"
 #include "folder/compare/folder_view.h"
+#include "session/frame/notice_card.h"
 #include "session/translate.h"
 #include "settings/options/folder_settings_store.h"
-#include "vfs/local_folder.h"
 
 #include <QDir>
 #include <QTime>
@@ -18,30 +19,45 @@ namespace velmora {
 FolderSpec FolderCompareWidget::spec() const
 {
     const SessionPaths folders = paths();
-    return {localFolders(folders.left, folders.right), m_options, m_filters, {}};
+    return {trees(folders), m_options, m_filters, {}};
 }
 
 void FolderCompareWidget::onCompare()
 {
     const SessionPaths folders = paths();
     if (folders.left.isEmpty() || folders.right.isEmpty()) {
-        showMessage(Velmora::tr("Select two folders to compare"));
+        showMessage(words().choose);
         showNotice();
         return;
     }
-    const FolderSpec wanted = spec();
     log(Velmora::tr("%1 load dirs: %2 <-> %3")
-            .arg(logTime(QTime::currentTime()), wanted.roots.left.shown(), wanted.roots.right.shown()));
+            .arg(logTime(QTime::currentTime()), QDir::toNativeSeparators(folders.left),
+                 QDir::toNativeSeparators(folders.right)));
     loadCurrentLevel();
 }
 
 void FolderCompareWidget::loadCurrentLevel()
 {
+    if (openTrees())
+        loadOpened();
+}
+
+void FolderCompareWidget::tellUnopened(const QString &message)
+{
+    m_comparison.clear();
+    m_hasResult = false;
+    log(message);
+    showMessage(message);
+    m_view->notice().tell({{}, message, {{Velmora::tr("Try again"), [this] { onRefresh(); }}}});
+}
+
+void FolderCompareWidget::loadOpened()
+{
     const FolderSpec wanted = spec();
     m_hasResult = false;
     m_contents->forget();
     m_cancelAsked = false;
-    if (m_place.enter({wanted.roots.left.path, wanted.roots.right.path, {}})) {
+    if (m_place.enter({wanted.roots.left.shownPath(), wanted.roots.right.shownPath(), {}})) {
         m_comparison.clear();
         rememberPaths();
     }
@@ -56,8 +72,15 @@ void FolderCompareWidget::loadCurrentLevel()
     showNotice();
 }
 
+void FolderCompareWidget::readUnread()
+{
+    m_contents->readUnread();
+}
+
 void FolderCompareWidget::rememberPaths()
 {
+    if (!areLocal())
+        return;
     SessionSettings settings;
     FolderSettingsStore store(settings);
     store.addRecentPath(m_place.folders().right);
@@ -70,6 +93,8 @@ void FolderCompareWidget::onCancelCompare()
 {
     if (m_fileCommands->isRunning())
         m_fileCommands->cancel();
+    m_extraction->cancel();
+    cancelOpening();
     if (!m_comparison.isRunning())
         return;
     showMessage(Velmora::tr("Cancelling..."));

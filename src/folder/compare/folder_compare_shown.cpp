@@ -1,6 +1,7 @@
 #include "core/visible_name.h"
 #include "folder/actions/action_words.h"
 #include "folder/actions/folder_log_panel.h"
+#include "folder/compare/entry_extraction.h"
 #include "folder/compare/file_commands.h"
 #include "folder/compare/folder_compare_bar.h"
 #include "folder/compare/folder_compare_widget.h"
@@ -97,9 +98,7 @@ void FolderCompareWidget::showNotice()
     const FolderTree &tree = m_comparison.tree();
     if (folders.left.isEmpty() || folders.right.isEmpty()) {
         const bool none = folders.left.isEmpty() && folders.right.isEmpty();
-        notice.tell({{},
-                     none ? Velmora::tr("Drop a folder on each side, or enter the two paths above.")
-                          : Velmora::tr("Drop a folder on the other side, or enter its path above.")});
+        notice.tell({{}, none ? words().dropBoth : words().dropOther});
         return;
     }
     if (m_view->rows().rowCount() > 0 || m_comparison.stage() != FolderComparison::Stage::None || !m_hasResult) {
@@ -133,7 +132,8 @@ QString FolderCompareWidget::summary() const
         text = Velmora::tr("%1; %2 of the same size and time not read").arg(text, locale.toString(counts.unread));
     if (const qsizetype problems = m_comparison.problems().size(); problems > 0)
         text = Velmora::tr("%1; %2 could not be read").arg(text, locale.toString(problems));
-    return text;
+    const QString whole = verdict();
+    return whole.isEmpty() ? text : Velmora::tr("%1. %2").arg(whole, text);
 }
 
 void FolderCompareWidget::showCounts()
@@ -177,7 +177,7 @@ void FolderCompareWidget::showProgress(const ProgressState &state)
 
 void FolderCompareWidget::showRunning()
 {
-    const bool running = m_comparison.isRunning() || m_fileCommands->isRunning();
+    const bool running = isComparing() || m_fileCommands->isRunning() || m_extraction->isRunning();
     m_bar->showRunning(running, m_comparison.isCancelling());
     if (running)
         m_status->showProgress({});

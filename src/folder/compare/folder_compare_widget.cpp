@@ -3,6 +3,7 @@
 #include "core/settings_store.h"
 #include "folder/actions/folder_log_panel.h"
 #include "folder/compare/contents_run.h"
+#include "folder/compare/entry_extraction.h"
 #include "folder/compare/entry_opener.h"
 #include "folder/compare/file_commands.h"
 #include "folder/compare/folder_compare_bar.h"
@@ -55,7 +56,8 @@ FolderCompareWidget::FolderCompareWidget(SessionHost &window, QWidget *parent)
       m_reports(window, *this, Velmora::tr("Export")),
       m_fileCommands(new FileCommands(*m_bar, *m_view, m_comparison, *this)),
       m_contents(new ContentsRun(m_comparison, *this)),
-      m_opener(new EntryOpener(window, this))
+      m_opener(new EntryOpener(window, this)),
+      m_extraction(new EntryExtraction(*this))
 {
     setAcceptDrops(true);
     buildLayout();
@@ -66,7 +68,12 @@ FolderCompareWidget::FolderCompareWidget(SessionHost &window, QWidget *parent)
     m_startTeller.setSingleShot(true);
     connect(&m_startTeller, &QTimer::timeout, this, &SessionWidget::comparisonStarted);
     takeOptions(m_options);
-    showMessage(Velmora::tr("Folder compare ready: drag folders from Explorer to the left/right pane."));
+    FolderCompareWidget::showReady();
+}
+
+void FolderCompareWidget::showReady()
+{
+    showMessage(words().ready);
     showNotice();
 }
 
@@ -251,6 +258,13 @@ void FolderCompareWidget::connectCommands()
         showRunning();
         Q_EMIT editStateChanged();
     });
+    connect(m_fileCommands, &FileCommands::extractionWanted, m_extraction, &EntryExtraction::start);
+    connect(m_extraction, &EntryExtraction::logLine, this, &FolderCompareWidget::log);
+    connect(m_extraction, &EntryExtraction::statusChanged, this,
+            [this](const QString &text) { showMessage(text.isEmpty() ? m_summary : text); });
+    connect(m_extraction, &EntryExtraction::progressed, m_status,
+            [this](const ProgressState &state) { m_status->showProgress(state); });
+    connect(m_extraction, &EntryExtraction::runningChanged, this, &FolderCompareWidget::showRunning);
     connect(m_fileCommands, &FileCommands::othersTouched, this, &FolderCompareWidget::onRefresh);
     connect(m_bar->compareContents, &QAction::triggered, this, [this] { m_contents->ask(m_view->selectedNodes()); });
     connect(m_bar->align, &QAction::triggered, this, &FolderCompareWidget::onManualAlign);

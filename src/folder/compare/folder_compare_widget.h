@@ -19,6 +19,7 @@ class QToolButton;
 namespace velmora {
 
 class ContentsRun;
+class EntryExtraction;
 class EntryOpener;
 class FileCommands;
 class FolderCompareBar;
@@ -34,7 +35,7 @@ enum class RowsView;
 /// The folders of the level are shown first and filled in one after the other; expanding everything compares the whole
 /// trees at once (tree mode) if they are not known yet. Results stay when a run is cancelled. What was touched by an
 /// operation is compared again, and nothing else.
-class FolderCompareWidget final : public SessionWidget {
+class FolderCompareWidget : public SessionWidget {
     Q_OBJECT
 public:
     explicit FolderCompareWidget(SessionHost &host, QWidget *parent = nullptr);
@@ -44,7 +45,7 @@ public:
     [[nodiscard]] SessionPaths paths() const override;
     void setPaths(const SessionPaths &paths) override;
     void start() override;
-    [[nodiscard]] bool isReading() const override { return m_comparison.isRunning(); }
+    [[nodiscard]] bool isReading() const override { return isComparing(); }
     [[nodiscard]] QJsonObject options() const override;
     void setOptions(const QJsonObject &options) override;
     bool setPendingReport(const QString &path) override
@@ -63,7 +64,7 @@ public:
     [[nodiscard]] bool hasUnsavedChanges() const override;
     void confirmClose(std::function<void(bool mayClose)> answered) override;
 
-    [[nodiscard]] bool isComparing() const { return m_comparison.isRunning(); }
+    [[nodiscard]] bool isComparing() const { return m_comparison.isRunning() || isOpening(); }
     [[nodiscard]] const FolderComparison &comparison() const { return m_comparison; }
     [[nodiscard]] FolderView &view() { return *m_view; }
     [[nodiscard]] QString logText() const;
@@ -113,6 +114,40 @@ protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
 
+    /// What a session asks for, in its own words.
+    struct TreeWords {
+        QString ready;
+        QString choose; ///< two of them
+        QString dropBoth;
+        QString dropOther;
+        QString refused; ///< with the path as %1: it is none
+    };
+    [[nodiscard]] virtual TreeWords words() const;
+    /// What the paths mean; both are written.
+    [[nodiscard]] virtual Sides<TreeFolder> trees(const SessionPaths &paths) const;
+    /// Makes `trees` know the paths of the session. False when that takes a while, or is not possible: `loadOpened`
+    /// then goes on.
+    [[nodiscard]] virtual bool openTrees() { return true; }
+    [[nodiscard]] virtual bool isOpening() const { return false; }
+    virtual void cancelOpening() {}
+    [[nodiscard]] virtual bool takesPath(const QString &path) const;
+    virtual void browse(Side side);
+    /// What is known of the two as a whole; a sentence, or empty.
+    [[nodiscard]] virtual QString verdict() const { return {}; }
+
+    void loadOpened();
+    void takeSidePath(Side side, const QString &path);
+    /// Compares what has only the same size and time.
+    void readUnread();
+    void showRunning();
+    void showMessage(const QString &message);
+    void showReady();
+    void tellUnopened(const QString &message);
+    void log(const QString &line);
+    [[nodiscard]] StatusLine &statusLine() { return *m_status; }
+    [[nodiscard]] FolderCompareBar &bar() { return *m_bar; }
+    [[nodiscard]] const FolderSessionOptions &sessionOptions() const { return m_options; }
+
 private:
     void buildLayout();
     void connectBar();
@@ -123,8 +158,6 @@ private:
 
     // Inputs and loading
     [[nodiscard]] FolderSpec spec() const;
-    void browse(Side side);
-    void takeSidePath(Side side, const QString &path);
     void pathsChanged(Side written);
     void tellWritten(Side side);
     /// Loads what the two path fields say, or waits for the other one.
@@ -140,14 +173,14 @@ private:
     /// How a comparison has gone, in numbers.
     [[nodiscard]] QString summary() const;
     void showProgress(const ProgressState &state);
-    void showRunning();
     void showSelection();
-    void showMessage(const QString &message);
-    void log(const QString &line);
     void logExpanded(qint32 node);
 
     // Commands
     void openNode(qint32 node);
+    /// Where an entry is on a side, as a person would write it; empty where it is not.
+    [[nodiscard]] QString writtenPath(const FolderDiffItem &item, Side side) const;
+    [[nodiscard]] bool areLocal() const;
     /// Asks for a session on the entry, which is compared anew when a person comes back.
     void openFor(SessionHost::Purpose purpose, const FolderDiffItem &item);
     void openIn(const QString &kind, const QString &left, const QString &right);
@@ -189,6 +222,7 @@ private:
     FileCommands *m_fileCommands;
     ContentsRun *m_contents;
     EntryOpener *m_opener;
+    EntryExtraction *m_extraction;
     qint64 m_toldHidden = 0;        ///< what the log said last of the entries that filters hide
     QElapsedTimer m_comparingSince; ///< of the bytes that the progress counts
 };

@@ -1,0 +1,118 @@
+#include "folder/compare/entry_extraction.h"
+
+#include "folder/actions/folder_actions.h"
+#include "folder/compare/archive_words.h"
+#include "folder/engine/folder_engine.h"
+#include "session/translate.h"
+#include "vfs/archive/archive_layout.h"
+#include "vfs/archive/archive_source.h"
+#include "vfs/local_folder.h"
+
+#include <QWidget>
+
+#include <algorithm>
+
+namespace velmora {
+
+namespace {
+
+/// Without what lies in a folder that is among them as well.
+QStringList outermost(const QList<FolderDiffItem> &items, Side side)
+{
+    QStringList paths;
+    for (const FolderDiffItem &item : items) {
+        const QString &path = pathOn(item, side);
+        const bool isCovered = std::any_of(paths.begin(), paths.end(),
+                                           [&path](const QString &known) { return path.startsWith(known + u'/'); });
+        if (!path.isEmpty() && !isCovered)
+            paths.append(path);
+    }
+    return paths;
+}
+
+} // namespace
+
+struct EntryExtraction::LaidOut {
+    LayOutResult result;
+    QList<FolderDiffItem> items; ///< what is there now, as the one side of a comparison
+};
+
+EntryExtraction::EntryExtraction(QWidget &window) : QObject(&window), m_actions(new FolderActions(window, this))
+{
+    connect(&m_runner, &Runner::runningChanged, this, &EntryExtraction::runningChanged);
+    connect(m_actions, &FolderActions::runningChanged, this, &EntryExtraction::runningChanged);
+    connect(m_actions, &FolderActions::logLine, this, &EntryExtraction::logLine);
+    connect(m_actions, &FolderActions::statusChanged, this, &EntryExtraction::statusChanged);
+    connect(m_actions, &FolderActions::progressed, this, [this](const FolderActionProgress &progress) {
+        Q_EMIT progressed({0, progress.bytesDone, progress.bytesTotal, progress.path});
+    });
+}
+
+EntryExtraction::~EntryExtraction() = default;
+
+bool EntryExtraction::isRunning() const
+{
+    return m_runner.isRunning() || m_actions->isRunning();
+}
+
+void EntryExtraction::cancel()
+{
+    m_runner.cancel();
+    if (m_actions->isRunning())
+        m_actions->cancel();
+}
+
+void EntryExtraction::start(const TreeFolder &root, const QList<FolderDiffItem> &items, Side side)
+{
+    const auto archive = std::dynamic_pointer_cast<const ArchiveSource>(root.source);
+    const QStringList paths = outermost(items, side);
+    if (!archive || paths.isEmpty() || isRunning())
+        return;
+    m_folder = std::make_unique<QTemporaryDir>();
+    if (!m_folder->isValid()) {
+        Q_EMIT statusChanged(m_folder->errorString());
+        return;
+    }
+    Q_EMIT statusChanged(Velmora::tr("Unpacking..."));
+    m_runner.start(
+        [archive, paths, folder = m_folder->path()](const CancelFlag &cancel, Progress &progress) {
+            LaidOut laidOut;
+            laidOut.result = layOutEntries(*archive, paths, folder, cancel, progress);
+            FolderInput input{{localFolder(folder), {}}};
+            input.hidden = HiddenEntries::Listed;
+            laidOut.items = compareFolderTree(input, cancel);
+            return laidOut;
+        },
+        [this](RunOutcome<LaidOut> &&outcome) {
+            if (outcome.end == RunEnd::Done && outcome.value)
+                take(*outcome.value);
+            else
+                Q_EMIT statusChanged(Velmora::tr("Unpacking was cancelled; nothing was written"));
+        },
+        [this](const ProgressState &state) { Q_EMIT progressed(state); });
+}
+
+void EntryExtraction::take(const LaidOut &laidOut)
+{
+    for (const ArchiveProblem &problem : laidOut.result.problems)
+        Q_EMIT logLine(archiveProblemText(problem));
+    if (!laidOut.result.error.isEmpty() || laidOut.items.isEmpty()) {
+        const QString reason = laidOut.result.error.isEmpty() && !laidOut.result.problems.isEmpty()
+                                   ? archiveProblemText(laidOut.result.problems.first())
+                                   : laidOut.result.error;
+        Q_EMIT statusChanged(Velmora::tr("Cannot unpack: %1").arg(reason));
+        return;
+    }
+    FolderActionContext context;
+    context.roots.left = localFolder(m_folder->path());
+    context.items = laidOut.items;
+    m_actions->setContext(context);
+    FolderSelection selection;
+    selection.side = Side::Left;
+    std::copy_if(laidOut.items.begin(), laidOut.items.end(), std::back_inserter(selection.items),
+                 [](const FolderDiffItem &item) { return !item.name.contains(u'/'); });
+    Q_EMIT statusChanged({});
+    m_actions->carryOut(FolderCommand::CopyTo, selection);
+}
+
+} // namespace velmora
