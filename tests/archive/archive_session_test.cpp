@@ -60,7 +60,7 @@ private Q_SLOTS:
                      {f.put("a.tgz", packed(plainFiles, "ustar", "gzip")), "Same contents"},
                      {f.put("b.tgz", packed(changed, "ustar", "gzip")), "Same names, different contents"},
                      {f.put("c.zip", packed(plainFiles.first(2), "zip")), "Different names"},
-                     {f.put("cut.tgz", packed(plainFiles, "ustar", "gzip").first(300)), "cut off"}};
+                     {f.put("cut.tgz", packed(plainFiles, "ustar", "gzip").first(300)), "Damaged"}};
         for (const auto &[right, words] : cases) {
             f.compare(zip, right);
             QTRY_VERIFY2_WITH_TIMEOUT(f.session.status().contains(QLatin1String(words)), qPrintable(f.session.status()),
@@ -81,8 +81,11 @@ private Q_SLOTS:
         view.goToNode(f.session.comparison().tree().find(QStringLiteral("docs")));
         QVERIFY(QDir().mkpath(f.path("target")));
         f.dialogs.answerPath(f.path("target"));
-        f.session.findChild<QAction *>(QStringLiteral("copyToAction"))->trigger();
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(f.path("target/docs/deep/b.bin")), 20000);
+        auto *copyTo = f.session.findChild<QAction *>(QStringLiteral("copyToAction"));
+        QTRY_VERIFY(copyTo->isEnabled());
+        copyTo->trigger();
+        QTRY_VERIFY2_WITH_TIMEOUT(QFile::exists(f.path("target/docs/deep/b.bin")),
+                                  qPrintable(f.session.status() + f.session.logText()), 10000);
         QFile unpacked(f.path("target/docs/a.txt"));
         QVERIFY(unpacked.open(QIODevice::ReadOnly));
         QCOMPARE(unpacked.readAll(), QByteArray("alpha\n"));

@@ -39,7 +39,13 @@ bool isFolderPath(const QString &path)
 ArchiveCompareWidget::ArchiveCompareWidget(SessionHost &host, QWidget *parent) : FolderCompareWidget(host, parent)
 {
     bar().syncFolders->setVisible(false);
-    connect(this, &SessionWidget::comparisonFinished, this, &ArchiveCompareWidget::readUnread);
+    connect(this, &SessionWidget::comparisonFinished, this, [this] {
+        if (comparison().tree().counts().unread > 0)
+            readUnread();
+    });
+    // What the two are as a whole says more than how many contents were read for it.
+    connect(&comparison(), &FolderComparison::contentsCompared, this, &ArchiveCompareWidget::showSummary,
+            Qt::QueuedConnection);
     connect(&m_runner, &Runner::runningChanged, this, &ArchiveCompareWidget::showRunning);
     showReady();
 }

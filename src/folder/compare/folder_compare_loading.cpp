@@ -129,8 +129,7 @@ void FolderCompareWidget::onFolderCompareFinished(quint64 generation, const QLis
         showNotice();
         return;
     }
-    m_summary = summary();
-    showMessage(m_summary);
+    showSummary();
     showNotice();
     Q_EMIT comparisonFinished(m_place.folders().left, m_place.folders().right);
     if (!m_pendingReport.isEmpty())

@@ -136,6 +136,12 @@ QString FolderCompareWidget::summary() const
     return whole.isEmpty() ? text : Velmora::tr("%1. %2").arg(whole, text);
 }
 
+void FolderCompareWidget::showSummary()
+{
+    m_summary = summary();
+    showMessage(m_summary);
+}
+
 void FolderCompareWidget::showCounts()
 {
     const FolderCounts &counts = m_comparison.tree().counts();

@@ -136,6 +136,7 @@ protected:
     [[nodiscard]] virtual QString verdict() const { return {}; }
 
     void loadOpened();
+    void showSummary();
     void takeSidePath(Side side, const QString &path);
     /// Compares what has only the same size and time.
     void readUnread();
