@@ -156,7 +156,8 @@ private Q_SLOTS:
             QStringList keys;
             for (const KeyEntry &entry : group.entries) {
                 for (const QString &key : entry.keys.split(word(", "))) {
-                    QVERIFY2(!keys.contains(key), qPrintable(QStringLiteral("%1: %2 %3").arg(group.title, key, entry.command)));
+                    QVERIFY2(!keys.contains(key),
+                             qPrintable(QStringLiteral("%1: %2 %3").arg(group.title, key, entry.command)));
                     keys.append(key);
                 }
             }
