@@ -2,6 +2,8 @@
 
 #include "platform/file_layer.h"
 
+#include <QStringList>
+
 #include <functional>
 
 namespace velmora::test {
