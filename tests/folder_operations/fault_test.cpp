@@ -127,13 +127,13 @@ private Q_SLOTS:
                 QSKIP("no recycle bin here");
             tree.make(tried.files);
             const QStringList before = world(tree);
-            const OperationPlan plan = tree.surveyed(tried.plan(tree));
+            const OperationPlan plan = OperationFixture::surveyed(tried.plan(tree));
             QVERIFY(!plan.steps.isEmpty());
 
             QLatin1String failed;
             ScriptedLayer layer(script(weathers[std::size_t(weather)], failing, failed));
             OperationJournal journal(layer, tree.journalFolder());
-            const ExecutionReport report = tree.execute(plan, journal, layer);
+            const ExecutionReport report = OperationFixture::execute(plan, journal, layer);
             if (failing == 0) {
                 after = world(tree);
                 QVERIFY2(report.isComplete(), qPrintable(tree.problems(report).join(u'|')));
@@ -212,7 +212,7 @@ private:
         QCOMPARE(undo.refusal, UndoRefusal::None);
         const OperationPlan plan = continues ? journal.readRun(report.journalId).rest : undo.plan;
         journal.setNext(QStringLiteral("again"), continues ? QString() : undo.id);
-        const ExecutionReport again = tree.execute(plan, journal, calm);
+        const ExecutionReport again = OperationFixture::execute(plan, journal, calm);
         QVERIFY2(again.isComplete(), qPrintable(tree.problems(again).join(u'|')));
         QCOMPARE(tree.leftOut(plan), QStringList());
         if (!plan.steps.isEmpty()) // else there was no run
