@@ -7,9 +7,7 @@
 
 #include <QBoxLayout>
 #include <QCheckBox>
-#include <QHeaderView>
 #include <QLineEdit>
-#include <QScopedValueRollback>
 
 #include <utility>
 
@@ -134,9 +132,7 @@ private:
 } // namespace
 
 ChangeList::ChangeList(QWidget *parent)
-    : QWidget(parent),
-      m_rows(new ListModel(std::make_unique<ChangeRows>(), this)),
-      m_view(new ListView(*m_rows, this)),
+    : MergeList(std::make_unique<ChangeRows>(), Velmora::tr("All changes of the merge"), parent),
       m_filter(new QLineEdit(this)),
       m_openOnly(new QCheckBox(Velmora::tr("Open only"), this))
 {
@@ -148,9 +144,7 @@ ChangeList::ChangeList(QWidget *parent)
             showMerge();
         showCurrentRow();
     });
-    m_view->setObjectName(QStringLiteral("changeRows"));
-    m_view->setAccessibleName(Velmora::tr("All changes of the merge"));
-    m_view->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    view().setObjectName(QStringLiteral("changeRows"));
     m_filter->setObjectName(QStringLiteral("changeFilter"));
     m_filter->setPlaceholderText(Velmora::tr("Words in the changes"));
     m_filter->setToolTip(Velmora::tr("Shows the changes that hold all of these words"));
@@ -158,28 +152,12 @@ ChangeList::ChangeList(QWidget *parent)
     m_filter->setAcceptDrops(false);
     m_openOnly->setObjectName(QStringLiteral("openOnly"));
     m_openOnly->setToolTip(Velmora::tr("Shows only open conflicts, and what was settled but is worth a look"));
-    auto *head = new QHBoxLayout;
-    head->setContentsMargins(6, 3, 6, 3);
-    head->setSpacing(8);
-    head->addWidget(m_filter, 1);
-    head->addWidget(m_openOnly);
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    column->addLayout(head);
-    column->addWidget(m_view, 1);
-    setFocusProxy(m_view);
-    connect(m_filter, &QLineEdit::textChanged, m_rows, &ListModel::setFilter);
-    connect(m_openOnly, &QCheckBox::toggled, m_rows,
-            [this](bool on) { m_rows->setView(on ? RowsView::Differences : RowsView::All); });
-    connect(m_view, &ListView::currentRowChanged, this, &ChangeList::tellChosen);
-    connect(m_view, &QTreeView::clicked, this, &ChangeList::tellChosen);
-}
-
-// The view tells of its rows as it goes, and children outlive members.
-ChangeList::~ChangeList()
-{
-    m_view->disconnect(this);
+    head().setSpacing(8);
+    head().addWidget(m_filter, 1);
+    head().addWidget(m_openOnly);
+    connect(m_filter, &QLineEdit::textChanged, &model(), &ListModel::setFilter);
+    connect(m_openOnly, &QCheckBox::toggled, &model(),
+            [this](bool on) { model().setView(on ? RowsView::Differences : RowsView::All); });
 }
 
 void ChangeList::setMerge(std::shared_ptr<const MergeDocument> merge)
@@ -188,7 +166,7 @@ void ChangeList::setMerge(std::shared_ptr<const MergeDocument> merge)
     m_merge = std::move(merge);
     if (isSame)
         return;
-    if (m_rows->source().count() > rowsAtOnce)
+    if (rows().source().count() > rowsAtOnce)
         m_pause.start();
     else
         showMerge();
@@ -196,18 +174,18 @@ void ChangeList::setMerge(std::shared_ptr<const MergeDocument> merge)
 
 void ChangeList::showMerge()
 {
-    const QScopedValueRollback<bool> follows(m_follows, true);
+    const auto following = follow();
     m_shown = m_merge ? m_merge->sharedParts() : nullptr;
-    m_rows->setSource(std::make_unique<ChangeRows>(m_merge));
-    m_view->setNotice(m_rows->source().count() == 0 ? Velmora::tr("No version has changed anything.")
-                                                    : Velmora::tr("No change holds these words, or none is open."));
+    model().setSource(std::make_unique<ChangeRows>(m_merge));
+    view().setNotice(rows().source().count() == 0 ? Velmora::tr("No version has changed anything.")
+                                                  : Velmora::tr("No change holds these words, or none is open."));
 }
 
 void ChangeList::showCurrent(qsizetype part)
 {
     if (part == std::exchange(m_current, part) && !m_pause.isActive())
         return;
-    if (m_rows->source().count() > rowsAtOnce)
+    if (rows().source().count() > rowsAtOnce)
         m_pause.start();
     else
         showCurrentRow();
@@ -215,21 +193,13 @@ void ChangeList::showCurrent(qsizetype part)
 
 void ChangeList::showCurrentRow()
 {
-    const QScopedValueRollback<bool> follows(m_follows, true);
-    m_view->goToRow(m_rows->find(QString::number(m_current)));
+    const auto following = follow();
+    view().goToRow(rows().find(QString::number(m_current)));
 }
 
-void ChangeList::tellChosen()
+void ChangeList::tellChosen(int row)
 {
-    const int row = m_view->currentIndex().row();
-    if (!m_follows && row >= 0)
-        Q_EMIT partChosen(m_rows->rowAt(row).key.toLongLong());
-}
-
-void ChangeList::refreshTheme()
-{
-    m_rows->refreshTheme();
-    m_view->viewport()->update();
+    Q_EMIT partChosen(rows().rowAt(row).key.toLongLong());
 }
 
 } // namespace velmora

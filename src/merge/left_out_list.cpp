@@ -5,10 +5,8 @@
 #include "session/translate.h"
 
 #include <QBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
-#include <QScopedValueRollback>
 #include <QShortcut>
 
 #include <algorithm>
@@ -73,45 +71,25 @@ private:
 };
 
 LeftOutList::LeftOutList(QWidget *parent)
-    : QWidget(parent),
-      m_rows(new ListModel(std::make_unique<Rows>(), this)),
-      m_view(new ListView(*m_rows, this)),
+    : MergeList(std::make_unique<Rows>(), Velmora::tr("Lines that the merge line by line left out"), parent),
       m_title(new QLabel(this)),
       m_putIn(new QPushButton(Velmora::tr("Put in"), this))
 {
-    m_view->setObjectName(QStringLiteral("leftOutRows"));
-    m_view->setAccessibleName(Velmora::tr("Lines that the merge line by line left out"));
-    m_view->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    view().setObjectName(QStringLiteral("leftOutRows"));
     m_title->setObjectName(QStringLiteral("leftOutTitle"));
     m_putIn->setObjectName(QStringLiteral("putInButton"));
     m_putIn->setToolTip(
         Velmora::tr("Put the selected lines into the result, where they stand in their version (Enter)"));
     m_putIn->setAutoDefault(false);
-    auto *head = new QHBoxLayout;
-    head->setContentsMargins(6, 3, 6, 3);
-    head->addWidget(m_title, 1);
-    head->addWidget(m_putIn);
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    column->addLayout(head);
-    column->addWidget(m_view, 1);
-    setFocusProxy(m_view);
+    head().addWidget(m_title, 1);
+    head().addWidget(m_putIn);
     hide();
     connect(m_putIn, &QPushButton::clicked, this, &LeftOutList::wantSelected);
-    connect(m_view, &QTreeView::doubleClicked, this, &LeftOutList::wantSelected);
+    connect(&view(), &QTreeView::doubleClicked, this, &LeftOutList::wantSelected);
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Insert}) {
-        auto *shortcut = new QShortcut(key, m_view, this, &LeftOutList::wantSelected);
+        auto *shortcut = new QShortcut(key, &view(), this, &LeftOutList::wantSelected);
         shortcut->setContext(Qt::WidgetShortcut);
     }
-    connect(m_view, &QTreeView::clicked, this, &LeftOutList::tellChosen);
-    connect(m_view, &ListView::currentRowChanged, this, &LeftOutList::tellChosen);
-}
-
-// The view tells of its rows as it goes, and children outlive members.
-LeftOutList::~LeftOutList()
-{
-    m_view->disconnect(this);
 }
 
 void LeftOutList::setMerge(std::shared_ptr<const MergeDocument> merge)
@@ -124,26 +102,23 @@ void LeftOutList::setMerge(std::shared_ptr<const MergeDocument> merge)
     const qsizetype count = rows->count();
     if (count == 0 && isHidden())
         return;
-    const QScopedValueRollback<bool> follows(m_follows, true);
-    const int current = m_view->currentIndex().row();
-    m_rows->setSource(std::move(rows));
+    const auto following = follow();
+    const int current = view().currentIndex().row();
+    model().setSource(std::move(rows));
     m_title->setText(Velmora::tr("Lines left out: %1").arg(count));
     if (count > 0)
-        m_view->goToRow(std::clamp(current, 0, int(count) - 1));
+        view().goToRow(std::clamp(current, 0, int(count) - 1));
     setVisible(count > 0);
 }
 
 LeftOutList::Entry LeftOutList::entryAt(int row) const
 {
-    const auto &rows = static_cast<const Rows &>(m_rows->source());
-    return rows.entry(m_rows->rowAt(row).key.toLongLong());
+    const auto &source = static_cast<const Rows &>(rows().source());
+    return source.entry(rows().rowAt(row).key.toLongLong());
 }
 
-void LeftOutList::tellChosen()
+void LeftOutList::tellChosen(int row)
 {
-    const int row = m_view->currentIndex().row();
-    if (m_follows || row < 0)
-        return;
     const Entry entry = entryAt(row);
     Q_EMIT lineChosen(entry.part, entry.line);
 }
@@ -151,16 +126,10 @@ void LeftOutList::tellChosen()
 void LeftOutList::wantSelected()
 {
     std::vector<Entry> wanted;
-    for (const int row : m_view->selectedRows())
+    for (const int row : view().selectedRows())
         wanted.push_back(entryAt(row));
     for (const Entry &entry : wanted)
         Q_EMIT lineWanted(entry.part, entry.line);
-}
-
-void LeftOutList::refreshTheme()
-{
-    m_rows->refreshTheme();
-    m_view->viewport()->update();
 }
 
 } // namespace velmora

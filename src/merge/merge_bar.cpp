@@ -53,7 +53,7 @@ MergeBar::MergeBar(QWidget *session) : TextBar(session), m_position(new QLabel(t
     nextChange = add({"nextChangeAction", Velmora::tr("Next change"), {}, {Qt::CTRL | Qt::ALT | Qt::Key_Down}, {}});
     switchPane = add({"switchPaneAction", Velmora::tr("Switch to the next text"), {}, {}, {}});
     refreshTheme();
-    showRunning(false);
+    showMerging(false);
     showMerge(false);
     letKeysWorkInWindow();
 }
@@ -165,7 +165,7 @@ void MergeBar::showPosition(const Position &position)
         action->setEnabled(position.open > 0);
 }
 
-void MergeBar::showRunning(bool running)
+void MergeBar::showMerging(bool running)
 {
     merge->setText(running ? Velmora::tr("Cancel") : Velmora::tr("Merge"));
     changeIcon(merge, running ? QStringLiteral("stop.png") : QStringLiteral("compare.png"));

@@ -17,7 +17,6 @@ public:
     explicit MergeBar(QWidget *session);
 
     QAction *merge;
-    QAction *cancel;         ///< by key only; enabled while a merge runs
     QAction *settleTouching; ///< checkable: changes that touch are settled line by line, where they can be
     QAction *previousChange; ///< by key only: of all changes
     QAction *nextChange;
@@ -49,7 +48,7 @@ public:
     void showPosition(const Position &position);
 
     /// Turns the merge button into the one that cancels, and back.
-    void showRunning(bool running);
+    void showMerging(bool running);
     /// Whether there is a merge that the commands can be for.
     void showMerge(bool isThere);
 

@@ -209,7 +209,7 @@ void ThreeWayMergeWidget::showProgress(const ProgressState &state)
 
 void ThreeWayMergeWidget::showRunning()
 {
-    m_bar->showRunning(m_runner.isRunning());
+    m_bar->showMerging(m_runner.isRunning());
     if (m_runner.isRunning())
         return;
     m_progress->clear();

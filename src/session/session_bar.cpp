@@ -8,6 +8,8 @@
 #include <QActionGroup>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace velmora {
 
 SessionBar::SessionBar(QWidget *session) : QToolBar(session)
@@ -33,6 +35,51 @@ QAction *SessionBar::add(const Look &look)
     if (look.hasButton)
         addAction(action);
     return action;
+}
+
+void SessionBar::addCompare(const QString &hint)
+{
+    compare = add(
+        {"compareAction", Velmora::tr("Compare"), QStringLiteral("compare.png"), {Qt::CTRL | Qt::Key_Return}, hint});
+    showTextBeside(compare);
+}
+
+void SessionBar::addCancel(const QString &hint)
+{
+    cancel = add({"cancelAction", Velmora::tr("Cancel"), QStringLiteral("stop.png"), {}, hint});
+    cancel->setEnabled(false);
+}
+
+void SessionBar::addCompareOrCancel(const QString &text, const QString &icon)
+{
+    compare = add({"compareAction", text, icon});
+    showTextBeside(compare);
+    cancel = add({"cancelAction", Velmora::tr("Cancel")});
+    m_compareText = text;
+    m_compareIcon = icon;
+    // As wide as it ever is, so that nothing moves when it changes its name.
+    QWidget *button = widgetForAction(compare);
+    showRunning(true, false);
+    const int running = button->sizeHint().width();
+    showRunning(false, false);
+    button->setMinimumWidth(std::max(running, button->sizeHint().width()));
+}
+
+void SessionBar::addSwapSides(const QString &hint)
+{
+    swapSides = add({"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, hint});
+}
+
+void SessionBar::showRunning(bool running, bool cancelling)
+{
+    cancel->setEnabled(running && !cancelling);
+    if (m_compareText.isEmpty())
+        return;
+    compare->setText(running ? Velmora::tr("Cancel") : m_compareText);
+    compare->setToolTip(hintWithKeys(running ? Velmora::tr("Cancel the comparison") : m_compareText,
+                                     running ? cancel->shortcuts() : compare->shortcuts()));
+    compare->setEnabled(!cancelling);
+    changeIcon(compare, running ? QStringLiteral("cancel.png") : m_compareIcon);
 }
 
 void SessionBar::addDifferenceSteps()

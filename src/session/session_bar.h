@@ -20,6 +20,13 @@ public:
     /// Takes up a changed theme.
     void refreshTheme();
 
+    /// Lets what runs be cancelled until it is asked to stop. A command that compares or cancels changes over.
+    void showRunning(bool running, bool cancelling);
+
+    // Null in a bar without them.
+    QAction *compare = nullptr;
+    QAction *cancel = nullptr; ///< off at first
+    QAction *swapSides = nullptr;
     QAction *previousDifference = nullptr;
     QAction *nextDifference = nullptr;
 
@@ -36,6 +43,13 @@ protected:
 
     /// A new action, with a button or only in menus and by its keys.
     [[nodiscard]] QAction *add(const Look &look);
+    /// Adds the command that compares; its button has a text.
+    void addCompare(const QString &hint);
+    /// Adds the command that cancels, with a button of its own.
+    void addCancel(const QString &hint = {});
+    /// Adds both with one button, which compares, and cancels while that runs.
+    void addCompareOrCancel(const QString &text, const QString &icon);
+    void addSwapSides(const QString &hint);
     /// Adds the two that every comparison has, with the same keys everywhere.
     void addDifferenceSteps();
     /// Adds commands of which one is on, at first the first; their buttons have texts.
@@ -54,6 +68,8 @@ private:
     static void showIcon(QAction *action, const QString &name);
 
     QList<std::pair<QAction *, QString>> m_icons;
+    QString m_compareText; ///< while the button does not cancel; empty for one that never does
+    QString m_compareIcon;
 };
 
 } // namespace velmora

@@ -6,27 +6,13 @@ namespace velmora {
 
 SnapshotBar::SnapshotBar(const QString &saveHint, QWidget *session) : ListBar(session)
 {
-    addComparing();
+    addCompare(Velmora::tr("Compare the two sides"));
+    m_compareHint = compare->toolTip();
+    addCancel(Velmora::tr("Cancel what is being done"));
     addSeparator();
     addListCommands();
     addSides(saveHint);
     refreshTheme();
-}
-
-void SnapshotBar::addComparing()
-{
-    compare = add({"compareAction",
-                   Velmora::tr("Compare"),
-                   QStringLiteral("compare.png"),
-                   {Qt::CTRL | Qt::Key_Return},
-                   Velmora::tr("Compare the two sides")});
-    m_compareHint = compare->toolTip();
-    showTextBeside(compare);
-    cancel = add({"cancelAction",
-                  Velmora::tr("Cancel"),
-                  QStringLiteral("stop.png"),
-                  {},
-                  Velmora::tr("Cancel what is being done")});
 }
 
 void SnapshotBar::addSides(const QString &saveHint)

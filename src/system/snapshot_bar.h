@@ -18,8 +18,6 @@ public:
     /// `saveHint`: what a file that is saved holds, translated.
     SnapshotBar(const QString &saveHint, QWidget *session);
 
-    QAction *compare = nullptr;
-    QAction *cancel = nullptr;
     QAction *focusLeft = nullptr;
     QAction *focusRight = nullptr;
     SideActions left;
@@ -29,7 +27,6 @@ public:
     void allowCompare(bool allowed, const QString &reason);
 
 private:
-    void addComparing();
     void addSides(const QString &saveHint);
 
     QString m_compareHint;

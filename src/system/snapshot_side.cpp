@@ -5,25 +5,8 @@
 #include "session/translate.h"
 
 #include <QLineEdit>
-#include <QToolButton>
 
 namespace velmora {
-
-namespace {
-
-QToolButton *buttonFor(QAction *action, Qt::ToolButtonStyle style, QWidget *parent)
-{
-    auto *button = new QToolButton(parent);
-    button->setDefaultAction(action);
-    button->setToolButtonStyle(style);
-    button->setIconSize(QSize(20, 20));
-    button->setFocusPolicy(Qt::TabFocus);
-    button->setObjectName(action->objectName() + QStringLiteral("Button"));
-    button->setAccessibleName(action->toolTip());
-    return button;
-}
-
-} // namespace
 
 SnapshotSide::SnapshotSide(const SnapshotKind &kind, Side side, const SnapshotBar::SideActions &actions, PathsBar &bar,
                            QObject *parent)
@@ -36,9 +19,9 @@ SnapshotSide::SnapshotSide(const SnapshotKind &kind, Side side, const SnapshotBa
     QLineEdit &line = m_field.lineEdit();
     line.setObjectName(side == Side::Left ? QStringLiteral("leftSnapshot") : QStringLiteral("rightSnapshot"));
     line.setAccessibleName(Velmora::tr(side == Side::Left ? kind.leftLabel : kind.rightLabel));
-    bar.addBehind(int(side), buttonFor(actions.capture, Qt::ToolButtonTextBesideIcon, &bar));
-    bar.addBehind(int(side), buttonFor(actions.load, Qt::ToolButtonIconOnly, &bar));
-    bar.addBehind(int(side), buttonFor(actions.save, Qt::ToolButtonIconOnly, &bar));
+    bar.addBehind(int(side), actions.capture, Qt::ToolButtonTextBesideIcon);
+    bar.addBehind(int(side), actions.load);
+    bar.addBehind(int(side), actions.save);
 
     connect(&line, &QLineEdit::textChanged, this, [this, &line] {
         line.setToolTip(line.text());

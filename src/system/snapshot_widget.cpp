@@ -171,7 +171,7 @@ void SnapshotWidget::refreshTheme()
 void SnapshotWidget::showState()
 {
     const bool busy = m_runner.isRunning();
-    m_bar->cancel->setEnabled(busy && !m_runner.isCancelling());
+    m_bar->showRunning(busy, m_runner.isCancelling());
     for (const auto &[side, actions] : {std::pair(m_left, &m_bar->left), std::pair(m_right, &m_bar->right)}) {
         side->setBusy(busy);
         actions->capture->setEnabled(!busy);

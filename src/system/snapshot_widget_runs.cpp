@@ -2,6 +2,7 @@
 #include "session/dialogs.h"
 #include "session/fault_text.h"
 #include "session/frame/path_edit.h"
+#include "session/frame/run_report.h"
 #include "session/frame/status_line.h"
 #include "session/list/list_pane.h"
 #include "session/translate.h"
@@ -25,14 +26,7 @@ void SnapshotWidget::run(SnapshotOrder order, std::function<void(SnapshotOutcome
             return carryOut(order, kind, cancel, progress);
         },
         [this, done = std::move(done)](RunOutcome<SnapshotOutcome> &&outcome) {
-            m_status->clearProgress();
-            if (outcome.end == RunEnd::Done)
-                done(std::move(*outcome.value));
-            else if (outcome.end == RunEnd::Cancelled)
-                m_status->showMessage(Velmora::tr("Cancelled"));
-            else
-                m_status->showFailure(faultText(outcome.fault, Velmora::tr("Not enough memory for these snapshots")),
-                                      {});
+            handOver(std::move(outcome), *m_status, Velmora::tr("Not enough memory for these snapshots"), done);
         },
         [this](const ProgressState &state) { showProgress(state); });
 }

@@ -12,9 +12,7 @@ namespace velmora {
 
 TextCompareBar::TextCompareBar(QWidget *session) : TextBar(session), m_position(new QLabel(this))
 {
-    compare = add({"compareAction", Velmora::tr("Compare"), QStringLiteral("compare.png"), {}, {}});
-    showTextBeside(compare);
-    cancel = add({"cancelAction", Velmora::tr("Cancel"), {}, {}, {}});
+    addCompareOrCancel(Velmora::tr("Compare"), QStringLiteral("compare.png"));
     reload = add({"reloadAction",
                   Velmora::tr("Reload"),
                   QStringLiteral("reload.png"),
@@ -75,8 +73,7 @@ TextCompareBar::TextCompareBar(QWidget *session) : TextBar(session), m_position(
     lineDetail->setCheckable(true);
     addBlanks();
     addSeparator();
-    swapSides =
-        add({"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, Velmora::tr("Swap left and right")});
+    addSwapSides(Velmora::tr("Swap left and right"));
     exportReport = add({"exportAction",
                         Velmora::tr("Report"),
                         QStringLiteral("report.png"),
@@ -112,9 +109,7 @@ TextCompareBar::TextCompareBar(QWidget *session) : TextBar(session), m_position(
     addContextLines();
 
     refreshTheme();
-    showRunning(false, false);
     showPosition({});
-    reserveCompareWidth();
     letKeysWorkInWindow();
 }
 
@@ -158,30 +153,11 @@ void TextCompareBar::showContextLines(int lines)
         action->setChecked(action->data().toInt() == lines);
 }
 
-void TextCompareBar::reserveCompareWidth()
-{
-    QWidget *button = widgetForAction(compare);
-    const int usual = button->sizeHint().width();
-    showRunning(true, false);
-    button->setMinimumWidth(std::max(usual, button->sizeHint().width()));
-    showRunning(false, false);
-}
-
 void TextCompareBar::showEditing(bool enabled)
 {
     edit->setChecked(enabled);
     edit->setToolTip(enabled ? Velmora::tr("Editing enabled — click to lock text panes")
                              : hintWithKeys(Velmora::tr("Enable editing left and right text"), edit->shortcuts()));
-}
-
-void TextCompareBar::showRunning(bool running, bool cancelling)
-{
-    compare->setText(running ? Velmora::tr("Cancel") : Velmora::tr("Compare"));
-    compare->setToolTip(hintWithKeys(running ? Velmora::tr("Cancel the comparison") : Velmora::tr("Compare"),
-                                     running ? cancel->shortcuts() : compare->shortcuts()));
-    compare->setEnabled(!cancelling);
-    cancel->setEnabled(running && !cancelling);
-    changeIcon(compare, running ? QStringLiteral("cancel.png") : QStringLiteral("compare.png"));
 }
 
 void TextCompareBar::addTo(QMenu &menu, const Alignments &alignments)

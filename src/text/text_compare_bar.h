@@ -17,8 +17,6 @@ public:
     /// The actions' keys work everywhere in the window while `session` is shown, which owns the bar.
     explicit TextCompareBar(QWidget *session);
 
-    QAction *compare;
-    QAction *cancel; ///< by key only; enabled while a comparison runs
     QAction *reload;
     QAction *showAll;
     QAction *showDifferences;
@@ -35,7 +33,6 @@ public:
     QAction *saveLeftAs; ///< in the menu of its button
     QAction *saveRightAs;
     QAction *lineDetail;
-    QAction *swapSides;
     QAction *exportReport;
     QAction *settings;
     QAction *switchPane; ///< by key only, as those after it
@@ -51,9 +48,6 @@ public:
 
     /// Shows whether the texts are unlocked.
     void showEditing(bool enabled);
-
-    /// Turns the compare button into the one that cancels, and back.
-    void showRunning(bool running, bool cancelling);
 
     /// Which alignments by hand there are to be undone.
     struct Alignments {
@@ -78,8 +72,6 @@ public:
 private:
     void addSaving();
     void addContextLines();
-    /// Keeps the other buttons in place when the compare button's text changes.
-    void reserveCompareWidth();
 
     QLabel *m_position;
 };

@@ -3,13 +3,12 @@
 #include "session/translate.h"
 
 #include <QMenu>
-#include <QToolButton>
 
 namespace velmora {
 
 BinaryCompareBar::BinaryCompareBar(QWidget *session) : SessionBar(session)
 {
-    addCompare();
+    addCompareOrCancel(Velmora::tr("Binary compare"), QStringLiteral("compare.png"));
     addSeparator();
     addDifferenceSteps();
     addSeparator();
@@ -30,25 +29,11 @@ BinaryCompareBar::BinaryCompareBar(QWidget *session) : SessionBar(session)
     addSeparator();
     addPanels();
     addSeparator();
-    swapSides =
-        add({"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, Velmora::tr("Swap left and right")});
+    addSwapSides(Velmora::tr("Swap left and right"));
     addCopies();
     addViewKeys();
     refreshTheme();
-    showRunning(false, false);
     letKeysWorkInWindow();
-}
-
-void BinaryCompareBar::addCompare()
-{
-    compare = add({"compareAction", Velmora::tr("Binary compare"), QStringLiteral("compare.png"), {}, {}});
-    showTextBeside(compare);
-    cancel = add({"cancelAction", Velmora::tr("Cancel"), {}, {}, {}});
-    // As wide as it ever is, so that nothing moves when it changes its name.
-    QWidget *button = widgetForAction(compare);
-    const int usual = button->sizeHint().width();
-    showRunning(true, false);
-    button->setMinimumWidth(std::max(usual, button->sizeHint().width()));
 }
 
 void BinaryCompareBar::addAlignment()
@@ -101,16 +86,6 @@ void BinaryCompareBar::addViewKeys()
         add({"zoomInAction", Velmora::tr("Larger text"), {}, {Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal}, {}});
     zoomOut = add({"zoomOutAction", Velmora::tr("Smaller text"), {}, {Qt::CTRL | Qt::Key_Minus}, {}});
     resetZoom = add({"resetZoomAction", Velmora::tr("Usual text size"), {}, {Qt::CTRL | Qt::Key_0}, {}});
-}
-
-void BinaryCompareBar::showRunning(bool running, bool cancelling)
-{
-    compare->setText(running ? Velmora::tr("Cancel") : Velmora::tr("Binary compare"));
-    compare->setToolTip(hintWithKeys(running ? Velmora::tr("Cancel the comparison") : Velmora::tr("Binary compare"),
-                                     running ? cancel->shortcuts() : compare->shortcuts()));
-    compare->setEnabled(!cancelling);
-    cancel->setEnabled(running && !cancelling);
-    changeIcon(compare, running ? QStringLiteral("cancel.png") : QStringLiteral("compare.png"));
 }
 
 void BinaryCompareBar::addTo(QMenu &menu) const

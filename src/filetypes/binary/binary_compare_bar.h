@@ -12,14 +12,9 @@ class BinaryCompareBar final : public SessionBar {
 public:
     explicit BinaryCompareBar(QWidget *session);
 
-    /// The command that compares is the one that cancels while a comparison runs.
-    void showRunning(bool running, bool cancelling);
-
     /// Fills the menu of a view.
     void addTo(QMenu &menu) const;
 
-    QAction *compare = nullptr;
-    QAction *cancel = nullptr;
     QAction *align = nullptr;
     QAction *showStarts = nullptr;
     QAction *startHere = nullptr;
@@ -34,13 +29,11 @@ public:
     QAction *copyArray = nullptr;
     QAction *selectAll = nullptr;
     QAction *switchPane = nullptr;
-    QAction *swapSides = nullptr;
     QAction *zoomIn = nullptr;
     QAction *zoomOut = nullptr;
     QAction *resetZoom = nullptr;
 
 private:
-    void addCompare();
     void addAlignment();
     void addPanels();
     void addCopies();

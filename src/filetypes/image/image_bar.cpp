@@ -10,25 +10,14 @@ namespace velmora {
 
 ImageBar::ImageBar(QWidget *session) : SessionBar(session)
 {
-    compare = add({"compareAction",
-                   Velmora::tr("Compare"),
-                   QStringLiteral("compare.png"),
-                   {Qt::CTRL | Qt::Key_Return},
-                   Velmora::tr("Load and compare the two images")});
-    showTextBeside(compare);
-    cancel = add({"cancelAction",
-                  Velmora::tr("Cancel"),
-                  QStringLiteral("stop.png"),
-                  {},
-                  Velmora::tr("Cancel what is being done")});
-    cancel->setEnabled(false);
+    addCompare(Velmora::tr("Load and compare the two images"));
+    addCancel(Velmora::tr("Cancel what is being done"));
     addSeparator();
     addDifferenceSteps();
     addSeparator();
     addZoom();
     addSeparator();
-    swap = add(
-        {"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, Velmora::tr("Exchange left and right")});
+    addSwapSides(Velmora::tr("Exchange left and right"));
     properties = add({"showDetailsAction",
                       Velmora::tr("Properties"),
                       QStringLiteral("info.png"),

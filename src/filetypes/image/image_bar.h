@@ -12,13 +12,10 @@ class ImageBar final : public SessionBar {
 public:
     explicit ImageBar(QWidget *session);
 
-    QAction *compare = nullptr;
     QAction *zoomIn = nullptr;
     QAction *zoomOut = nullptr;
     QAction *fit = nullptr;
     QAction *originalSize = nullptr;
-    QAction *swap = nullptr;
-    QAction *cancel = nullptr;
     QAction *properties = nullptr;
     QAction *exportReport = nullptr;
     QAction *nextView = nullptr; ///< of the place of the map

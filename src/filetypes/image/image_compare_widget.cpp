@@ -10,6 +10,7 @@
 #include "session/fault_text.h"
 #include "session/frame/notice_bar.h"
 #include "session/frame/path_edit.h"
+#include "session/frame/run_report.h"
 #include "session/frame/status_line.h"
 #include "session/translate.h"
 
@@ -91,7 +92,7 @@ void ImageCompareWidget::connectBar()
     on(m_bar->zoomOut, &ImageCompareWidget::onZoomOut);
     on(m_bar->fit, &ImageCompareWidget::onZoomFit);
     on(m_bar->originalSize, [this] { m_views->setZoom(1); });
-    on(m_bar->swap, &ImageCompareWidget::onSwapSides);
+    on(m_bar->swapSides, &ImageCompareWidget::onSwapSides);
     on(m_bar->previousDifference, [this] { goToRegion(m_region.previous()); });
     on(m_bar->nextDifference, [this] { goToRegion(m_region.next()); });
     on(m_bar->properties, &ImageCompareWidget::showProperties);
@@ -216,12 +217,7 @@ void ImageCompareWidget::onCompare()
             return loadImagePair({files.left, files.right}, frame, options, cancel, progress);
         },
         [this, files](auto &&outcome) {
-            if (outcome.end == RunEnd::Done)
-                take(*outcome.value, files);
-            else if (outcome.end == RunEnd::Cancelled)
-                m_status->showMessage(Velmora::tr("Cancelled"));
-            else
-                m_status->showFailure(faultText(outcome.fault, Velmora::tr("Not enough memory")));
+            handOver(std::move(outcome), *m_status, [&](const ImagePair &pair) { take(pair, files); });
         },
         [this](const ProgressState &state) { m_status->showProgress(state); });
 }

@@ -3,20 +3,18 @@
 #include "session/translate.h"
 
 #include <QMenu>
-#include <QToolButton>
 
 namespace velmora {
 
 TableCompareBar::TableCompareBar(QWidget *session) : SessionBar(session)
 {
-    addCompare();
+    addCompareOrCancel(Velmora::tr("Table compare"), QStringLiteral("play.png"));
     addSeparator();
     addDifferenceSteps();
     addSeparator();
     addFilters();
     addSeparator();
-    swapSides =
-        add({"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, Velmora::tr("Swap left and right")});
+    addSwapSides(Velmora::tr("Swap left and right"));
     exportReport = add({"exportAction",
                         Velmora::tr("Report"),
                         QStringLiteral("report.png"),
@@ -46,20 +44,7 @@ TableCompareBar::TableCompareBar(QWidget *session) : SessionBar(session)
     columnsByName->setCheckable(true);
     switchPane = add({"switchPaneAction", Velmora::tr("Switch to the other side"), {}, {}, {}});
     refreshTheme();
-    showRunning(false, false);
     letKeysWorkInWindow();
-}
-
-void TableCompareBar::addCompare()
-{
-    compare = add({"compareAction", Velmora::tr("Table compare"), QStringLiteral("play.png"), {}, {}});
-    showTextBeside(compare);
-    cancel = add({"cancelAction", Velmora::tr("Cancel"), {}, {}, {}});
-    // As wide as it ever is, so that nothing moves when it changes its name.
-    QWidget *button = widgetForAction(compare);
-    const int usual = button->sizeHint().width();
-    showRunning(true, false);
-    button->setMinimumWidth(std::max(usual, button->sizeHint().width()));
 }
 
 void TableCompareBar::addFilters()
@@ -78,16 +63,6 @@ void TableCompareBar::addFilters()
            QStringLiteral("same.png"),
            {},
            Velmora::tr("Show rows that are the same")}}});
-}
-
-void TableCompareBar::showRunning(bool running, bool cancelling)
-{
-    compare->setText(running ? Velmora::tr("Cancel") : Velmora::tr("Table compare"));
-    compare->setToolTip(hintWithKeys(running ? Velmora::tr("Cancel the comparison") : Velmora::tr("Table compare"),
-                                     running ? cancel->shortcuts() : compare->shortcuts()));
-    compare->setEnabled(!cancelling);
-    cancel->setEnabled(running && !cancelling);
-    changeIcon(compare, running ? QStringLiteral("cancel.png") : QStringLiteral("play.png"));
 }
 
 void TableCompareBar::addTo(QMenu &menu) const

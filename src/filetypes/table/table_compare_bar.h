@@ -12,17 +12,12 @@ class TableCompareBar final : public SessionBar {
 public:
     explicit TableCompareBar(QWidget *session);
 
-    /// The command that compares is the one that cancels while a comparison runs.
-    void showRunning(bool running, bool cancelling);
     /// Fills the menu of a grid.
     void addTo(QMenu &menu) const;
 
-    QAction *compare = nullptr;
-    QAction *cancel = nullptr;
     QAction *showAll = nullptr;
     QAction *showDifferences = nullptr;
     QAction *showIdentical = nullptr;
-    QAction *swapSides = nullptr;
     QAction *exportReport = nullptr;
     QAction *find = nullptr;
     QAction *findNext = nullptr; ///< by key only, as those after it
@@ -34,7 +29,6 @@ public:
     QAction *switchPane = nullptr;
 
 private:
-    void addCompare();
     void addFilters();
 };
 

@@ -17,7 +17,6 @@ FolderCompareBar::FolderCompareBar(QWidget *session)
     addFileCommands();
     addSeparator();
     addCommands();
-    showRunning(false, false);
     refreshTheme();
 }
 
@@ -29,13 +28,8 @@ void FolderCompareBar::addNavigation()
                    {},
                    Velmora::tr("Reload folder listing")});
     showTextBeside(refresh);
-    cancel = add({"cancelAction",
-                  Velmora::tr("Cancel"),
-                  QStringLiteral("stop.png"),
-                  {},
-                  Velmora::tr("Cancel the current comparison")});
-    swapSides = add(
-        {"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, Velmora::tr("Swap left and right sides")});
+    addCancel(Velmora::tr("Cancel the current comparison"));
+    addSwapSides(Velmora::tr("Swap left and right sides"));
     addSeparator();
     addDifferenceSteps();
 }
@@ -183,11 +177,6 @@ void FolderCompareBar::openMenu(QAction *action)
     const QWidget *button = widgetForAction(action);
     const QWidget *below = button && button->isVisible() ? button : this;
     action->menu()->popup(below->mapToGlobal(QPoint(0, below->height())));
-}
-
-void FolderCompareBar::showRunning(bool running, bool cancelling)
-{
-    cancel->setEnabled(running && !cancelling);
 }
 
 } // namespace velmora

@@ -17,8 +17,6 @@ public:
     explicit FolderCompareBar(QWidget *session);
 
     QAction *refresh;
-    QAction *cancel;
-    QAction *swapSides;
     QAction *showAll;
     QAction *showDifferences;
     QAction *showIdentical;
@@ -57,8 +55,6 @@ public:
 
     [[nodiscard]] QMenu &actionsMenu() { return *m_actionsMenu; }
     [[nodiscard]] QMenu &presetMenu() { return *m_presetMenu; }
-
-    void showRunning(bool running, bool cancelling);
 
 private:
     void addNavigation();

@@ -22,7 +22,7 @@ void DuplicateBar::addRun()
                 {Qt::Key_F5},
                 Velmora::tr("Look for files of the same contents")});
     showTextBeside(scan);
-    cancel = add({"cancelAction", Velmora::tr("Cancel"), QStringLiteral("stop.png")});
+    addCancel();
     addFolder = add({"addFolderAction",
                      Velmora::tr("Add a folder…"),
                      QStringLiteral("new_folder.png"),
@@ -54,7 +54,7 @@ void DuplicateBar::addRowActions()
                   Velmora::tr("Show in file manager"),
                   QStringLiteral("folder.png"),
                   {Qt::CTRL | Qt::Key_R}});
-    compare = add(
+    compareFiles = add(
         {"compareEntriesAction",
          Velmora::tr("Compare two"),
          QStringLiteral("compare.png"),
@@ -74,7 +74,7 @@ void DuplicateBar::addRowActions()
 
 void DuplicateBar::fillRowMenu(QMenu &menu) const
 {
-    menu.addActions({open, reveal, compare, copyPaths});
+    menu.addActions({open, reveal, compareFiles, copyPaths});
     menu.addSeparator();
     menu.addActions({toggleTick, tickFolder, clearFolder});
 }

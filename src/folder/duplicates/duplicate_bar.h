@@ -13,12 +13,11 @@ public:
     explicit DuplicateBar(QWidget *session);
 
     QAction *scan = nullptr;
-    QAction *cancel = nullptr;
     QAction *deleteExtra = nullptr; ///< on while check boxes are shown
     QAction *undo = nullptr;
     QAction *open = nullptr;
     QAction *reveal = nullptr;
-    QAction *compare = nullptr;
+    QAction *compareFiles = nullptr;
     QAction *copyPaths = nullptr;
     QAction *exportAll = nullptr;
     QAction *addFolder = nullptr;

@@ -149,7 +149,7 @@ void DuplicateFinderWidget::connectBar()
     onTrigger(m_bar->addFolder, &DuplicateFinderWidget::addFolder);
     onTrigger(m_bar->open, &DuplicateFinderWidget::openFile);
     onTrigger(m_bar->reveal, &DuplicateFinderWidget::reveal);
-    onTrigger(m_bar->compare, &DuplicateFinderWidget::compareTwo);
+    onTrigger(m_bar->compareFiles, &DuplicateFinderWidget::compareTwo);
     onTrigger(m_bar->copyPaths, &DuplicateFinderWidget::copyPaths);
     onTrigger(m_bar->toggleTick, &DuplicateFinderWidget::toggleTicks);
     onTrigger(m_bar->tickFolder, [this] { tickFolder(true); });
@@ -281,7 +281,7 @@ void DuplicateFinderWidget::showRowCommands()
     const bool isTicking = m_bar->deleteExtra->isChecked();
     m_bar->open->setEnabled(rows.size() == 1);
     m_bar->reveal->setEnabled(rows.size() == 1);
-    m_bar->compare->setEnabled(rows.size() == 1 || rows.size() == 2);
+    m_bar->compareFiles->setEnabled(rows.size() == 1 || rows.size() == 2);
     m_bar->copyPaths->setEnabled(hasOne);
     for (QAction *action : {m_bar->toggleTick, m_bar->tickFolder, m_bar->clearFolder}) {
         action->setVisible(isTicking);

@@ -28,7 +28,7 @@ void FolderMergeBar::addRun()
                    {Qt::CTRL | Qt::Key_Return},
                    Velmora::tr("Write the merged tree into a folder")});
     showTextBeside(mergeTo);
-    cancel = add({"cancelAction", Velmora::tr("Cancel"), QStringLiteral("stop.png")});
+    addCancel();
     undo = add({"undoRunAction",
                 Velmora::tr("Undo"),
                 QStringLiteral("undo.png"),

@@ -12,9 +12,7 @@ class FolderMergeBar final : public SessionBar {
 public:
     explicit FolderMergeBar(QWidget *session);
 
-    QAction *compare = nullptr;
     QAction *mergeTo = nullptr;
-    QAction *cancel = nullptr;
     QAction *undo = nullptr;
     QAction *takeLeft = nullptr;
     QAction *takeBase = nullptr;

@@ -6,17 +6,8 @@ namespace velmora {
 
 SftpBar::SftpBar(QWidget *session) : ListBar(session)
 {
-    compare = add({"compareAction",
-                   Velmora::tr("Compare"),
-                   QStringLiteral("compare.png"),
-                   {Qt::CTRL | Qt::Key_Return},
-                   Velmora::tr("Compare the local folder with the remote one")});
-    showTextBeside(compare);
-    cancel = add({"cancelAction",
-                  Velmora::tr("Cancel"),
-                  QStringLiteral("stop.png"),
-                  {},
-                  Velmora::tr("Cancel what is being done")});
+    addCompare(Velmora::tr("Compare the local folder with the remote one"));
+    addCancel(Velmora::tr("Cancel what is being done"));
     addSeparator();
     addListCommands();
     addSeparator();

@@ -10,8 +10,6 @@ class SftpBar final : public ListBar {
 public:
     explicit SftpBar(QWidget *session);
 
-    QAction *compare = nullptr;
-    QAction *cancel = nullptr;
     QAction *open = nullptr;
     QAction *compareContents = nullptr;
     QAction *fetch = nullptr;

@@ -130,7 +130,7 @@ const ListModel &SftpCompareWidget::rows() const
 void SftpCompareWidget::showState()
 {
     const bool busy = m_runner.isRunning();
-    m_bar->cancel->setEnabled(busy && !m_runner.isCancelling());
+    m_bar->showRunning(busy, m_runner.isCancelling());
     m_bar->compare->setEnabled(!busy);
     m_inputs->setReadOnly(busy);
 }

@@ -6,7 +6,7 @@
 #include "folder/sftp/sftp_rows.h"
 #include "folder/sftp/sftp_words.h"
 #include "session/dialogs.h"
-#include "session/fault_text.h"
+#include "session/frame/run_report.h"
 #include "session/frame/status_line.h"
 #include "session/list/list_pane.h"
 #include "session/list/list_view.h"
@@ -27,15 +27,7 @@ void SftpCompareWidget::run(const QString &doing, Job job, Done done)
     m_status->showMessage(doing);
     m_runner.start(
         std::move(job),
-        [this, done = std::move(done)](auto &&outcome) {
-            m_status->clearProgress();
-            if (outcome.end == RunEnd::Done)
-                done(std::move(*outcome.value));
-            else if (outcome.end == RunEnd::Cancelled)
-                m_status->showMessage(Velmora::tr("Cancelled"));
-            else
-                m_status->showFailure(faultText(outcome.fault, Velmora::tr("Not enough memory")));
-        },
+        [this, done = std::move(done)](auto &&outcome) { handOver(std::move(outcome), *m_status, done); },
         [this, doing](const ProgressState &state) {
             // How long the host takes nobody knows.
             const bool isCounted = state.phase > 0;

@@ -22,23 +22,14 @@ FolderSnapshotBar::FolderSnapshotBar(QWidget *session) : ListBar(session)
 
 void FolderSnapshotBar::addRuns()
 {
-    compare = add({"compareAction",
-                   Velmora::tr("Compare"),
-                   QStringLiteral("compare.png"),
-                   {Qt::CTRL | Qt::Key_Return},
-                   Velmora::tr("Compare the two sides")});
-    showTextBeside(compare);
+    addCompare(Velmora::tr("Compare the two sides"));
     create = add({"createAction",
                   Velmora::tr("Create snapshot from left…"),
                   QStringLiteral("capture.png"),
                   {Qt::CTRL | Qt::Key_S},
                   Velmora::tr("Record the files of the left folder in a snapshot file")});
     showTextBeside(create);
-    cancel = add({"cancelAction",
-                  Velmora::tr("Cancel"),
-                  QStringLiteral("stop.png"),
-                  {},
-                  Velmora::tr("Cancel what is being done")});
+    addCancel(Velmora::tr("Cancel what is being done"));
 }
 
 void FolderSnapshotBar::addSides()

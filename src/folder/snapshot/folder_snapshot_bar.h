@@ -11,9 +11,7 @@ class FolderSnapshotBar final : public ListBar {
 public:
     explicit FolderSnapshotBar(QWidget *session);
 
-    QAction *compare = nullptr;
     QAction *create = nullptr;
-    QAction *cancel = nullptr;
     QAction *open = nullptr;
     QAction *showInFileManager = nullptr;
     Sides<QAction *> load;

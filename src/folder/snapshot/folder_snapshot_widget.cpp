@@ -14,7 +14,6 @@
 #include <QGridLayout>
 #include <QJsonObject>
 #include <QLabel>
-#include <QToolButton>
 
 namespace velmora {
 
@@ -31,17 +30,6 @@ QList<PathsBar::Field> fields()
              Velmora::tr("Browse left"), Picks::Folder},
             {&SessionPaths::right, Velmora::tr("Right(folder or .kvsnapshot):"), placeholder,
              Velmora::tr("Browse right"), Picks::Folder}};
-}
-
-QToolButton *buttonFor(QAction *action, QWidget *parent)
-{
-    auto *button = new QToolButton(parent);
-    button->setDefaultAction(action);
-    button->setIconSize(QSize(20, 20));
-    button->setFocusPolicy(Qt::TabFocus);
-    button->setObjectName(action->objectName() + QStringLiteral("Button"));
-    button->setAccessibleName(action->toolTip());
-    return button;
 }
 
 } // namespace
@@ -81,7 +69,7 @@ QWidget *FolderSnapshotWidget::buildHead()
     for (const Side side : bothSides) {
         m_inputs->edit(int(side)).lineEdit().setObjectName(side == Side::Left ? QStringLiteral("leftPath")
                                                                               : QStringLiteral("rightPath"));
-        m_inputs->addBehind(int(side), buttonFor(m_bar->load[side], m_inputs));
+        m_inputs->addBehind(int(side), m_bar->load[side]);
     }
     m_digests->setObjectName(QStringLiteral("digestsBox"));
     m_digests->setToolTip(Velmora::tr("Tells also which contents have changed although size and time have not, and "
@@ -199,7 +187,7 @@ void FolderSnapshotWidget::askForFile(Side side)
 void FolderSnapshotWidget::showState()
 {
     const bool busy = m_runner.isRunning();
-    m_bar->cancel->setEnabled(busy && !m_runner.isCancelling());
+    m_bar->showRunning(busy, m_runner.isCancelling());
     m_bar->compare->setEnabled(!busy);
     m_bar->create->setEnabled(!busy);
     m_digests->setEnabled(!busy);

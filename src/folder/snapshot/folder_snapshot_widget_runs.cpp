@@ -5,7 +5,7 @@
 #include "folder/snapshot/folder_snapshot_words.h"
 #include "platform/file_manager.h"
 #include "session/dialogs.h"
-#include "session/fault_text.h"
+#include "session/frame/run_report.h"
 #include "session/frame/status_line.h"
 #include "session/list/list_pane.h"
 #include "session/list/list_view.h"
@@ -23,13 +23,7 @@ void FolderSnapshotWidget::run(Job job, Done done)
     m_runner.start(
         std::move(job),
         [this, done = std::move(done)](auto &&outcome) {
-            m_status->clearProgress();
-            if (outcome.end == RunEnd::Done)
-                done(std::move(*outcome.value));
-            else if (outcome.end == RunEnd::Cancelled)
-                m_status->showMessage(Velmora::tr("Cancelled"));
-            else
-                m_status->showFailure(faultText(outcome.fault, Velmora::tr("Not enough memory for these snapshots")));
+            handOver(std::move(outcome), *m_status, Velmora::tr("Not enough memory for these snapshots"), done);
         },
         [this](const ProgressState &state) { m_status->showProgress(state, progressText(state)); });
 }

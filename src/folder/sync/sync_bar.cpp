@@ -28,14 +28,13 @@ void SyncBar::addRun()
                    {Qt::CTRL | Qt::Key_Return},
                    Velmora::tr("Run sync actions")});
     showTextBeside(syncNow);
-    cancel = add({"cancelAction", Velmora::tr("Cancel"), QStringLiteral("stop.png")});
+    addCancel();
     undo = add({"undoRunAction",
                 Velmora::tr("Undo"),
                 QStringLiteral("undo.png"),
                 {},
                 Velmora::tr("Take the last sync of this tab back")});
-    swapSides = add(
-        {"swapAction", Velmora::tr("Swap"), QStringLiteral("swap.png"), {}, Velmora::tr("Swap left and right sides")});
+    addSwapSides(Velmora::tr("Swap left and right sides"));
     addSeparator();
     addDifferenceSteps();
 }

@@ -14,7 +14,6 @@ public:
 
     QAction *analyze = nullptr;
     QAction *syncNow = nullptr;
-    QAction *cancel = nullptr;
     QAction *undo = nullptr;
     QAction *copyToRight = nullptr;
     QAction *copyToLeft = nullptr;
@@ -22,7 +21,6 @@ public:
     QAction *skip = nullptr;
     QAction *asPlanned = nullptr;
     QAction *open = nullptr;
-    QAction *swapSides = nullptr;
 
     /// The actions for the selected rows.
     void fillRowMenu(QMenu &menu) const;

@@ -9,10 +9,6 @@ class FieldsBar : public ListBar {
     Q_OBJECT
 public:
     explicit FieldsBar(QWidget *session);
-
-    QAction *compare = nullptr;
-    QAction *cancel = nullptr;
-    QAction *swapSides = nullptr;
 };
 
 } // namespace velmora

@@ -2,9 +2,9 @@
 
 #include "session/fields/fields_bar.h"
 #include "session/frame/path_edit.h"
+#include "session/translate.h"
 
 #include <QBoxLayout>
-#include <QDir>
 #include <QFileInfo>
 #include <QJsonObject>
 #include <QLabel>
@@ -119,20 +119,13 @@ void FieldsSession::onSwapSides()
 void FieldsSession::showRunning()
 {
     const bool runs = m_runner.isRunning();
-    m_bar->cancel->setEnabled(runs && !m_runner.isCancelling());
+    m_bar->showRunning(runs, m_runner.isCancelling());
     if (runs) {
         m_status->showProgress({});
     } else {
         m_status->clearProgress();
         Q_EMIT readingEnded();
     }
-}
-
-void FieldsSession::showProgress(const ProgressState &state)
-{
-    if (!state.item.isEmpty())
-        m_status->showMessage(Velmora::tr("Reading %1").arg(QDir::toNativeSeparators(state.item)));
-    m_status->showProgress(state);
 }
 
 void FieldsSession::showRows(const Sides<QString> &files, std::unique_ptr<const RowSource> rows, const QString &verdict,

@@ -2,13 +2,12 @@
 
 #include "core/runner.h"
 #include "core/sides.h"
-#include "session/fault_text.h"
 #include "session/frame/notice_bar.h"
 #include "session/frame/pair_inputs.h"
+#include "session/frame/run_report.h"
 #include "session/frame/status_line.h"
 #include "session/list/list_pane.h"
 #include "session/session_widget.h"
-#include "session/translate.h"
 
 #include <functional>
 #include <memory>
@@ -87,7 +86,6 @@ protected:
 private:
     void connectParts();
     void showRunning();
-    void showProgress(const ProgressState &state);
 
     FieldsBar *m_bar = nullptr;
     PairInputs *m_inputs = nullptr;
@@ -105,15 +103,8 @@ void FieldsSession::run(Job job, Done done)
 {
     m_runner.start(
         std::move(job),
-        [this, done = std::move(done)](auto &&outcome) {
-            if (outcome.end == RunEnd::Done)
-                done(std::move(*outcome.value));
-            else if (outcome.end == RunEnd::Cancelled)
-                m_status->showMessage(Velmora::tr("Cancelled"));
-            else
-                m_status->showFailure(faultText(outcome.fault, Velmora::tr("Not enough memory")));
-        },
-        [this](const ProgressState &state) { showProgress(state); });
+        [this, done = std::move(done)](auto &&outcome) { handOver(std::move(outcome), *m_status, done); },
+        [this](const ProgressState &state) { reportReading(*m_status, state); });
 }
 
 } // namespace velmora

@@ -3,7 +3,6 @@
 #include "session/difference_keys.h"
 
 #include <QBoxLayout>
-#include <QDir>
 #include <QPushButton>
 
 namespace velmora {
@@ -73,13 +72,6 @@ void FilesSession::showRunning()
         m_status->clearProgress();
         Q_EMIT readingEnded();
     }
-}
-
-void FilesSession::showProgress(const ProgressState &state)
-{
-    if (!state.item.isEmpty())
-        m_status->showMessage(Velmora::tr("Reading %1").arg(QDir::toNativeSeparators(state.item)));
-    m_status->showProgress(state);
 }
 
 } // namespace velmora

@@ -3,6 +3,7 @@
 #include "core/runner.h"
 #include "session/fault_text.h"
 #include "session/frame/paths_bar.h"
+#include "session/frame/run_report.h"
 #include "session/frame/status_line.h"
 #include "session/session_widget.h"
 #include "session/translate.h"
@@ -54,7 +55,6 @@ protected:
 
 private:
     void showRunning();
-    void showProgress(const ProgressState &state);
 
     PathsBar *m_inputs;
     QHBoxLayout *m_commands;
@@ -69,15 +69,8 @@ void FilesSession::run(Job job, Done done)
 {
     m_runner.start(
         std::move(job),
-        [this, done = std::move(done)](auto &&outcome) {
-            if (outcome.end == RunEnd::Done)
-                done(*outcome.value);
-            else if (outcome.end == RunEnd::Cancelled)
-                m_status->showMessage(Velmora::tr("Cancelled"));
-            else
-                m_status->showFailure(faultText(outcome.fault, Velmora::tr("Not enough memory")));
-        },
-        [this](const ProgressState &state) { showProgress(state); });
+        [this, done = std::move(done)](auto &&outcome) { handOver(std::move(outcome), *m_status, done); },
+        [this](const ProgressState &state) { reportReading(*m_status, state); });
 }
 
 template <typename Job, typename Ended>
@@ -91,7 +84,7 @@ void FilesSession::runToEnd(Job job, Ended ended)
             else
                 m_status->showFailure(faultText(outcome.fault, Velmora::tr("Not enough memory")));
         },
-        [this](const ProgressState &state) { showProgress(state); });
+        [this](const ProgressState &state) { reportReading(*m_status, state); });
 }
 
 } // namespace velmora

@@ -3,8 +3,12 @@
 #include "session/dialogs.h"
 #include "session/frame/path_edit.h"
 
+#include <QAction>
 #include <QGridLayout>
 #include <QLabel>
+#include <QToolButton>
+
+#include <algorithm>
 
 namespace velmora {
 
@@ -39,9 +43,16 @@ void PathsBar::addField(const Field &field)
     });
 }
 
-void PathsBar::addBehind(int field, QWidget *part)
+void PathsBar::addBehind(int field, QAction *action, Qt::ToolButtonStyle style)
 {
-    m_grid->addWidget(part, field + 1, m_rows[field].columns++);
+    auto *button = new QToolButton(this);
+    button->setDefaultAction(action);
+    button->setToolButtonStyle(style);
+    button->setIconSize(QSize(20, 20));
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setObjectName(action->objectName() + QStringLiteral("Button"));
+    button->setAccessibleName(action->toolTip());
+    m_grid->addWidget(button, field + 1, m_rows[field].columns++);
 }
 
 int PathsBar::fieldAt(QPoint position) const

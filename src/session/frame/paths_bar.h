@@ -5,6 +5,7 @@
 #include <QList>
 #include <QWidget>
 
+class QAction;
 class QGridLayout;
 class QLineEdit;
 
@@ -39,8 +40,8 @@ public:
 
     /// The field of that number, from 0 on.
     [[nodiscard]] PathEdit &edit(int field) { return *m_rows.at(field).edit; }
-    /// Puts a button or the like at the end of a field's row.
-    void addBehind(int field, QWidget *part);
+    /// Puts a button for a command at the end of a field's row, named after the action.
+    void addBehind(int field, QAction *action, Qt::ToolButtonStyle style = Qt::ToolButtonIconOnly);
     /// The field in whose row a point of the bar is, -1 for none.
     [[nodiscard]] int fieldAt(QPoint position) const;
 
