@@ -51,6 +51,7 @@ void complain(const Streams &streams, const QString &message);
 [[nodiscard]] Command duplicatesCommand();
 [[nodiscard]] Command folderCommand();
 [[nodiscard]] Command imageCommand();
+[[nodiscard]] Command gitCommand();
 [[nodiscard]] Command gitSetupCommand();
 [[nodiscard]] Command mergeCommand();
 [[nodiscard]] Command mergeFoldersCommand();

@@ -33,8 +33,10 @@ void prepare(QProcess &process, const ChildCall &call)
     process.setWorkingDirectory(call.folder.isEmpty() ? QFileInfo(call.program).absolutePath() : call.folder);
     if (call.input.isEmpty())
         process.setStandardInputFile(QProcess::nullDevice());
-    if (!call.variables.isEmpty()) {
+    if (!call.variables.isEmpty() || !call.without.isEmpty()) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const QString &name : call.without)
+            environment.remove(name);
         for (auto variable = call.variables.begin(); variable != call.variables.end(); ++variable)
             environment.insert(variable.key(), variable.value());
         process.setProcessEnvironment(environment);

@@ -24,6 +24,7 @@ struct ChildCall {
     qint64 mostOutput = qint64(64) * 1024 * 1024;
     QString folder = {};                   ///< where it runs; empty: where the program lies
     QMap<QString, QString> variables = {}; ///< on top of those of this process
+    QStringList without = {};              ///< variables of this process that it does not get
     QByteArray input = {};                 ///< what it can read
 };
 

@@ -27,6 +27,7 @@ std::span<const Target> targets()
         Target{"program", program},
         Target{"registry", registry},
         Target{"archive", archive},
+        Target{"git_listing", gitListing},
     };
     return all;
 }

@@ -37,5 +37,6 @@ void conflictMarkers(const QByteArray &input);
 void program(const QByteArray &input);
 void registry(const QByteArray &input);
 void archive(const QByteArray &input);
+void gitListing(const QByteArray &input);
 
 } // namespace velmora::fuzz
