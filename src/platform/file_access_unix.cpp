@@ -1,11 +1,9 @@
-#include "platform/descriptor_unix.h"
 #include "platform/file_access.h"
+#include "platform/folder_listing_unix.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-
-#include <dirent.h>
 
 namespace velmora {
 
@@ -131,10 +129,6 @@ private:
     Descriptor m_descriptor;
 };
 
-struct DirCloser {
-    void operator()(DIR *dir) const { ::closedir(dir); }
-};
-
 void takeOver(const struct stat &status, FolderEntry &entry)
 {
     entry.kind = S_ISDIR(status.st_mode)   ? EntryKind::Folder
@@ -180,30 +174,10 @@ public:
 
     FolderRead readFolder(const QString &path, const Sink &sink) const override
     {
-        const ReachablePath place(path);
-        Descriptor folder;
-        if (place.isReachable())
-            folder = Descriptor(openAgain(place.base(), place.name(), O_RDONLY | O_DIRECTORY | O_NONBLOCK));
-        if (!folder.isOpen())
-            return errno == ENOENT || errno == ENOTDIR ? FolderRead::Missing : FolderRead::Unreadable;
-        const std::unique_ptr<DIR, DirCloser> dir(::fdopendir(folder.get()));
-        if (!dir)
-            return FolderRead::Unreadable;
-        const int fd = folder.release(); // the stream closes it
-
-        for (;;) {
-            errno = 0;
-            const dirent *raw = ::readdir(dir.get());
-            if (!raw)
-                return errno == 0 ? FolderRead::Complete : FolderRead::Unreadable;
+        return listFolder(path, m_listsHidden, [&sink](int folder, const dirent &raw) {
             FolderEntry entry;
-            const std::string_view name(raw->d_name);
-            const bool isLeftOut = m_listsHidden ? name == "." || name == ".." : name.starts_with('.');
-            if (isLeftOut || !describeEntry(fd, *raw, entry))
-                continue;
-            if (!sink(std::move(entry)))
-                return FolderRead::Stopped;
-        }
+            return !describeEntry(folder, raw, entry) || sink(std::move(entry));
+        });
     }
 
     std::unique_ptr<FileOpener> makeOpener() const override { return std::make_unique<UnixOpener>(); }

@@ -1,4 +1,5 @@
 #include "platform/file_access.h"
+#include "platform/folder_listing_win.h"
 #include "platform/handle_win.h"
 #include "platform/long_path_win.h"
 
@@ -113,8 +114,7 @@ bool describeTarget(const QString &path, FolderEntry &entry)
 bool describeEntry(const QString &folder, const WIN32_FIND_DATAW &raw, bool listsHidden, FolderEntry &entry)
 {
     entry.name = QString::fromWCharArray(raw.cFileName);
-    if (entry.name == QLatin1String(".") || entry.name == QLatin1String("..") ||
-        (!listsHidden && (raw.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0))
+    if (!listsHidden && (raw.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0)
         return false;
     entry.kind = (raw.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? EntryKind::Folder : EntryKind::File;
     entry.size = joined(raw.nFileSizeHigh, raw.nFileSizeLow);
@@ -130,37 +130,10 @@ public:
 
     FolderRead readFolder(const QString &path, const Sink &sink) const override
     {
-        std::wstring pattern = longPath(path);
-        if (pattern.empty() || pattern.back() != L'\\')
-            pattern += L'\\';
-        pattern += L'*';
-        WIN32_FIND_DATAW raw{};
-        const HANDLE search = ::FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &raw, FindExSearchNameMatch, nullptr,
-                                                 FIND_FIRST_EX_LARGE_FETCH);
-        if (search == INVALID_HANDLE_VALUE) {
-            switch (::GetLastError()) {
-            case ERROR_FILE_NOT_FOUND: // the root of an empty volume
-                return identity(path) ? FolderRead::Complete : FolderRead::Missing;
-            case ERROR_PATH_NOT_FOUND:
-            case ERROR_DIRECTORY:
-            case ERROR_INVALID_NAME:
-                return FolderRead::Missing;
-            default:
-                return FolderRead::Unreadable;
-            }
-        }
-        FolderRead result = FolderRead::Complete;
-        do {
+        return listFolder(folderPrefix(path), [&](const WIN32_FIND_DATAW &raw) {
             FolderEntry entry;
-            if (describeEntry(path, raw, m_listsHidden, entry) && !sink(std::move(entry))) {
-                result = FolderRead::Stopped;
-                break;
-            }
-        } while (::FindNextFileW(search, &raw));
-        if (result == FolderRead::Complete && ::GetLastError() != ERROR_NO_MORE_FILES)
-            result = FolderRead::Unreadable;
-        ::FindClose(search);
-        return result;
+            return !describeEntry(path, raw, m_listsHidden, entry) || sink(std::move(entry));
+        });
     }
 
     std::unique_ptr<FileOpener> makeOpener() const override { return std::make_unique<WindowsOpener>(); }

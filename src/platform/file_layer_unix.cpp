@@ -1,9 +1,9 @@
 #include "platform/file_streams_unix.h"
+#include "platform/folder_listing_unix.h"
 #include "platform/recycle_bin_unix.h"
 
 #include <cstdio>
 
-#include <dirent.h>
 #ifdef __linux__
 #include <sys/vfs.h>
 #endif
@@ -24,10 +24,6 @@ bool hasLastingIdentities([[maybe_unused]] int folder)
 #endif
     return true;
 }
-
-struct DirCloser {
-    void operator()(DIR *dir) const { ::closedir(dir); }
-};
 
 /// A name in its bytes; one that holds a NUL is none.
 class NativeName {
@@ -82,22 +78,16 @@ public:
         Descriptor folder(openAgain(m_folder.get(), ".", O_RDONLY | O_DIRECTORY));
         if (!folder.isOpen())
             return lastError();
-        const std::unique_ptr<DIR, DirCloser> dir(::fdopendir(folder.get()));
-        if (!dir)
+        EntryReader entries(std::move(folder));
+        if (!entries.isOpen())
             return lastError();
-        const int fd = folder.release(); // the stream closes it
-        for (;;) {
-            errno = 0;
-            const dirent *raw = ::readdir(dir.get());
-            if (!raw)
-                return errno == 0 ? FileError() : lastError();
-            const std::string_view name(raw->d_name);
+        while (const dirent *raw = entries.next()) {
             struct stat status {};
-            if (name == "." || name == ".." || ::fstatat(fd, raw->d_name, &status, AT_SYMLINK_NOFOLLOW) != 0)
-                continue;
-            if (!sink(nameFromNative(name), stateOf(status, m_lastingIdentities)))
+            if (::fstatat(entries.folder(), raw->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+                !sink(nameFromNative(raw->d_name), stateOf(status, m_lastingIdentities)))
                 return {};
         }
+        return errno == 0 ? FileError() : lastError();
     }
 
     bool liesIn(FolderHandle &other) override

@@ -1,5 +1,6 @@
 #include "platform/file_error_win.h"
 #include "platform/file_layer.h"
+#include "platform/folder_listing_win.h"
 #include "platform/handle_win.h"
 #include "platform/long_path_win.h"
 #include "platform/recycle_bin_win.h"
@@ -287,30 +288,19 @@ public:
 
     FileError list(const Sink &sink) override
     {
-        WIN32_FIND_DATAW raw{};
-        const HANDLE search = ::FindFirstFileExW(pathOf(QStringLiteral("*")).c_str(), FindExInfoBasic, &raw,
-                                                 FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
-        if (search == INVALID_HANDLE_VALUE) // the root of an empty volume has no entry at all
-            return ::GetLastError() == ERROR_FILE_NOT_FOUND ? FileError() : lastError();
-        FileError error;
-        do {
-            const QString name = QString::fromWCharArray(raw.cFileName);
-            if (name == QLatin1String(".") || name == QLatin1String(".."))
-                continue;
+        EntrySearch entries(pathOf(QString()));
+        if (!entries.isOpen()) // the root of an empty volume has no entry at all
+            return entries.error() == ERROR_FILE_NOT_FOUND ? FileError() : fileErrorOf(entries.error());
+        while (const WIN32_FIND_DATAW *raw = entries.next()) {
             NodeState node;
-            node.kind = kindOf(raw.dwFileAttributes, raw.dwReserved0);
-            node.size = joined(raw.nFileSizeHigh, raw.nFileSizeLow);
-            node.modifiedNs = nanoseconds(raw.ftLastWriteTime);
-            node.permissions = raw.dwFileAttributes & keptAttributes;
-            if (!sink(name, node)) {
-                ::FindClose(search);
+            node.kind = kindOf(raw->dwFileAttributes, raw->dwReserved0);
+            node.size = joined(raw->nFileSizeHigh, raw->nFileSizeLow);
+            node.modifiedNs = nanoseconds(raw->ftLastWriteTime);
+            node.permissions = raw->dwFileAttributes & keptAttributes;
+            if (!sink(QString::fromWCharArray(raw->cFileName), node))
                 return {};
-            }
-        } while (::FindNextFileW(search, &raw));
-        if (::GetLastError() != ERROR_NO_MORE_FILES)
-            error = lastError();
-        ::FindClose(search);
-        return error;
+        }
+        return entries.error() == NO_ERROR ? FileError() : fileErrorOf(entries.error());
     }
 
     bool liesIn(FolderHandle &other) override

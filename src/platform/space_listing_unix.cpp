@@ -1,20 +1,13 @@
-#include "platform/descriptor_unix.h"
+#include "platform/folder_listing_unix.h"
 #include "platform/space_listing.h"
 
-#include <memory>
-#include <string_view>
-
-#include <dirent.h>
+#include <utility>
 
 namespace velmora {
 
 namespace {
 
 constexpr qint64 blockSize = 512; ///< the unit of `st_blocks`, whatever the file system's own blocks are
-
-struct DirCloser {
-    void operator()(DIR *dir) const { ::closedir(dir); }
-};
 
 enum class Known : quint8 { Nothing, Folder, Link, Left };
 
@@ -73,30 +66,13 @@ bool describe(int folder, const dirent &raw, SpaceEntry &entry)
 
 FolderRead readSpace(const QString &path, bool withHidden, const SpaceSink &sink)
 {
-    const ReachablePath place(path);
-    Descriptor folder;
-    if (place.isReachable())
-        folder = Descriptor(openAgain(place.base(), place.name(), O_RDONLY | O_DIRECTORY | O_NONBLOCK));
-    if (!folder.isOpen())
-        return errno == ENOENT || errno == ENOTDIR ? FolderRead::Missing : FolderRead::Unreadable;
-    const std::unique_ptr<DIR, DirCloser> dir(::fdopendir(folder.get()));
-    if (!dir)
-        return FolderRead::Unreadable;
-    const int fd = folder.release(); // the stream closes it
-
-    for (;;) {
-        errno = 0;
-        const dirent *raw = ::readdir(dir.get());
-        if (!raw)
-            return errno == 0 ? FolderRead::Complete : FolderRead::Unreadable;
-        const std::string_view name(raw->d_name);
+    return listFolder(path, withHidden, [&sink](int folder, const dirent &raw) {
         SpaceEntry entry;
-        if ((withHidden ? name == "." || name == ".." : name.starts_with('.')) || !describe(fd, *raw, entry))
-            continue;
-        entry.name = nameFromNative(name);
-        if (!sink(std::move(entry)))
-            return FolderRead::Stopped;
-    }
+        if (!describe(folder, raw, entry))
+            return true;
+        entry.name = nameFromNative(raw.d_name);
+        return sink(std::move(entry));
+    });
 }
 
 } // namespace velmora

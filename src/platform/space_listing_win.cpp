@@ -1,20 +1,14 @@
-#include "platform/long_path_win.h"
+#include "platform/folder_listing_win.h"
 #include "platform/space_listing.h"
 
-#include <memory>
 #include <string>
-#include <string_view>
+#include <utility>
 
 #include <windows.h>
 
 namespace velmora {
 
 namespace {
-
-struct SearchCloser {
-    using pointer = HANDLE;
-    void operator()(HANDLE search) const { ::FindClose(search); }
-};
 
 qint64 joined(DWORD high, DWORD low)
 {
@@ -55,8 +49,7 @@ bool isLink(const WIN32_FIND_DATAW &raw)
 
 bool isLeftOut(const WIN32_FIND_DATAW &raw, bool withHidden)
 {
-    const std::wstring_view name(raw.cFileName);
-    return name == L"." || name == L".." || (raw.dwFileAttributes & FILE_ATTRIBUTE_SYSTEM) ||
+    return (raw.dwFileAttributes & FILE_ATTRIBUTE_SYSTEM) ||
            (!withHidden && (raw.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN));
 }
 
@@ -64,29 +57,11 @@ bool isLeftOut(const WIN32_FIND_DATAW &raw, bool withHidden)
 
 FolderRead readSpace(const QString &path, bool withHidden, const SpaceSink &sink)
 {
-    std::wstring folder = longPath(path);
-    if (folder.empty() || folder.back() != L'\\')
-        folder += L'\\';
-    WIN32_FIND_DATAW raw{};
-    const HANDLE first = ::FindFirstFileExW((folder + L'*').c_str(), FindExInfoBasic, &raw, FindExSearchNameMatch,
-                                            nullptr, FIND_FIRST_EX_LARGE_FETCH);
-    if (first == INVALID_HANDLE_VALUE) {
-        switch (::GetLastError()) {
-        case ERROR_FILE_NOT_FOUND: // the root of an empty volume
-            return FolderRead::Complete;
-        case ERROR_PATH_NOT_FOUND:
-        case ERROR_DIRECTORY:
-        case ERROR_INVALID_NAME:
-            return FolderRead::Missing;
-        default:
-            return FolderRead::Unreadable;
-        }
-    }
-    const std::unique_ptr<void, SearchCloser> search(first);
+    const std::wstring folder = folderPrefix(path);
     const qint64 cluster = clusterSize(folder);
-    do {
+    return listFolder(folder, [&](const WIN32_FIND_DATAW &raw) {
         if (isLeftOut(raw, withHidden))
-            continue;
+            return true;
         SpaceEntry entry;
         entry.name = QString::fromWCharArray(raw.cFileName);
         if (isLink(raw)) {
@@ -97,10 +72,8 @@ FolderRead readSpace(const QString &path, bool withHidden, const SpaceSink &sink
             entry.size = joined(raw.nFileSizeHigh, raw.nFileSizeLow);
             entry.allocated = allocatedSize(folder + raw.cFileName, raw, entry.size, cluster);
         }
-        if (!sink(std::move(entry)))
-            return FolderRead::Stopped;
-    } while (::FindNextFileW(first, &raw));
-    return ::GetLastError() == ERROR_NO_MORE_FILES ? FolderRead::Complete : FolderRead::Unreadable;
+        return sink(std::move(entry));
+    });
 }
 
 } // namespace velmora
