@@ -1734,14 +1734,6 @@
         <translation>撤销此标签页的上一次合并</translation>
     </message>
     <message>
-        <source>Previous conflict</source>
-        <translation>上一个冲突</translation>
-    </message>
-    <message>
-        <source>Next conflict</source>
-        <translation>下一个冲突</translation>
-    </message>
-    <message>
         <source>Take left</source>
         <translation>取左侧</translation>
     </message>
@@ -2222,8 +2214,8 @@
         <translation>复制到右：%1 | 复制到左：%2 | 删除：%3 | 跳过：%4 | 总计：%5</translation>
     </message>
     <message>
-        <source>%4 has nothing in it, so that all %2 entries of %3 would be deleted. Is a drive missing?</source>
-        <translation>%4 中没有任何内容，因此 %3 的全部 %2 个条目都将被删除。是否有驱动器未连接？</translation>
+        <source>%1 has nothing in it, so that all %2 entries of %3 would be deleted. Is a drive missing?</source>
+        <translation>%1 中没有任何内容，因此 %3 的全部 %2 个条目都将被删除。是否有驱动器未连接？</translation>
     </message>
     <message>
         <source>%1 of the %2 entries of %3 would be deleted.</source>
@@ -3214,10 +3206,6 @@
         <translation>选择或拖放一个文件夹…</translation>
     </message>
     <message>
-        <source>Select folder</source>
-        <translation>选择文件夹</translation>
-    </message>
-    <message>
         <source>Max depth:</source>
         <translation>最大深度：</translation>
     </message>
@@ -3292,10 +3280,6 @@
     <message>
         <source>Enter a valid folder path</source>
         <translation>请输入有效的文件夹路径</translation>
-    </message>
-    <message>
-        <source>Scanning…</source>
-        <translation>正在扫描…</translation>
     </message>
     <message>
         <source>Scan cancelled (%1 ms)</source>
@@ -5474,10 +5458,6 @@ Write over it?</source>
         <translation>打开一个文本文件</translation>
     </message>
     <message>
-        <source>Save</source>
-        <translation>保存</translation>
-    </message>
-    <message>
         <source>Read the file again</source>
         <translation>重新读取文件</translation>
     </message>
@@ -5528,10 +5508,6 @@ Write over it?</source>
     <message>
         <source>Not enough memory to open this file</source>
         <translation>内存不足，无法打开此文件</translation>
-    </message>
-    <message>
-        <source>Cannot open file: %1</source>
-        <translation>无法打开文件：%1</translation>
     </message>
     <message>
         <source>This file is not there yet; saving makes it: %1</source>
@@ -5660,10 +5636,6 @@ Save them?</source>
     <message>
         <source>Replace all matches in the whole text, as one step</source>
         <translation>替换整个文本中的所有匹配项，作为一步</translation>
-    </message>
-    <message>
-        <source>Text</source>
-        <translation>文本</translation>
     </message>
     <message>
         <source>%1 characters selected</source>
@@ -8686,10 +8658,6 @@ Save them?</source>
     <message>
         <source>no time</source>
         <translation>无时间</translation>
-    </message>
-    <message>
-        <source>Modified: %1</source>
-        <translation>修改时间：%1</translation>
     </message>
     <message>
         <source>Neither side has this file on this computer now</source>

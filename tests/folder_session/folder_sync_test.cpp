@@ -2,6 +2,7 @@
 #include "folder/actions/plan_preview_dialog.h"
 #include "folder/sync/folder_sync_widget.h"
 #include "folder/sync/sync_drop_line_edit.h"
+#include "folder/sync/sync_words.h"
 #include "folder_engine/test_tree.h"
 #include "support/recording_host.h"
 #include "support/scripted_dialogs.h"
@@ -135,6 +136,16 @@ private Q_SLOTS:
         QTRY_COMPARE(f.rows().size(), 4);
         QCOMPARE(all(), before);
         QCOMPARE(contentsOf(f.disk.path(word("right/changed"))), "other");
+    }
+
+    /// Each number and each folder stands where the sentence has it, whatever the paths look like.
+    void aLossNamesBothSides()
+    {
+        const Sides<QString> folders{word("/l%1"), word("/r%2")};
+        QCOMPARE(syncLossText({{}, {5, 7, true}}, folders),
+                 word("/l%1 has nothing in it, so that all 7 entries of /r%2 would be deleted. Is a drive missing?"));
+        QCOMPARE(syncLossText({{5, 7, false}, {1, 7, false}}, folders),
+                 word("5 of the 7 entries of /l%1 would be deleted."));
     }
 
     /// What is chosen by hand for a folder holds for all in it, as far as it can; the filter leaves out the rest.

@@ -121,12 +121,16 @@ QString syncLossText(const Sides<SyncLoss> &losses, const Sides<QString> &folder
         const SyncLoss &loss = losses[side];
         if (!loss.isSuspicious())
             continue;
-        const QString text = loss.otherIsEmpty ? Velmora::tr("%4 has nothing in it, so that all %2 entries of %3 would "
-                                                             "be deleted. Is a drive missing?")
-                                               : Velmora::tr("%1 of the %2 entries of %3 would be deleted.");
+        const QString present = locale.toString(loss.present);
+        const QString folder = shownPath(folders[side]);
         // All at once: a path may hold what looks like a place marker.
-        texts.append(text.arg(locale.toString(loss.deleted), locale.toString(loss.present), shownPath(folders[side]),
-                              shownPath(folders[otherSide(side)])));
+        texts.append(
+            loss.otherIsEmpty
+                ? Velmora::tr("%1 has nothing in it, so that all %2 entries of %3 would be deleted. Is a drive "
+                              "missing?")
+                      .arg(shownPath(folders[otherSide(side)]), present, folder)
+                : Velmora::tr("%1 of the %2 entries of %3 would be deleted.")
+                      .arg(locale.toString(loss.deleted), present, folder));
     }
     return texts.join(QLatin1String("\n\n"));
 }
