@@ -20,11 +20,37 @@ TextCompareBar::TextCompareBar(QWidget *session) : TextBar(session), m_position(
                   Velmora::tr("Reload both sides from disk")});
     addSeparator();
     addDifferenceSteps();
+    addPosition();
+    addSeparator();
+    addViews();
+    addSeparator();
+    addEditing();
+    addSeparator();
+    addFinding();
+    addWrapping();
+    addLineDetail();
+    addBlanks();
+    addSeparator();
+    addFileCommands();
+    addMatchSteps();
+    switchPane = add({"switchPaneAction", Velmora::tr("Switch to the other side"), {}, {}, {}});
+    addZoom();
+    addLineCommands();
+    refreshTheme();
+    showPosition({});
+    letKeysWorkInWindow();
+}
+
+void TextCompareBar::addPosition()
+{
     m_position->setObjectName(QStringLiteral("differencePosition"));
     m_position->setContentsMargins(6, 0, 6, 0);
     m_position->setToolTip(Velmora::tr("The current difference block, and how many there are"));
     addWidget(m_position);
-    addSeparator();
+}
+
+void TextCompareBar::addViews()
+{
     addChoice({{&showAll,
                 {"showAllAction", Velmora::tr("All"), QStringLiteral("all.png"), {}, Velmora::tr("Show all lines")}},
                {&showDifferences,
@@ -47,7 +73,10 @@ TextCompareBar::TextCompareBar(QWidget *session) : TextBar(session), m_position(
                                    "count them")});
     ignoreMinor->setCheckable(true);
     ignoreMinor->setChecked(true);
-    addSeparator();
+}
+
+void TextCompareBar::addEditing()
+{
     edit = add({"editAction", Velmora::tr("Edit"), QStringLiteral("edit.png"), {Qt::CTRL | Qt::Key_E}, {}});
     edit->setCheckable(true);
     showEditing(false);
@@ -62,17 +91,20 @@ TextCompareBar::TextCompareBar(QWidget *session) : TextBar(session), m_position(
                       {Qt::CTRL | Qt::ALT | Qt::Key_Left},
                       Velmora::tr("Copy the selected lines or the current difference to the left side")});
     addSaving();
-    addSeparator();
-    addFinding();
-    addWrapping();
+}
+
+void TextCompareBar::addLineDetail()
+{
     lineDetail = add({"lineDetailAction",
                       Velmora::tr("Line details"),
                       QStringLiteral("align.png"),
                       {},
                       Velmora::tr("Show the two current lines one above the other")});
     lineDetail->setCheckable(true);
-    addBlanks();
-    addSeparator();
+}
+
+void TextCompareBar::addFileCommands()
+{
     addSwapSides(Velmora::tr("Swap left and right"));
     exportReport = add({"exportAction",
                         Velmora::tr("Report"),
@@ -84,11 +116,10 @@ TextCompareBar::TextCompareBar(QWidget *session) : TextBar(session), m_position(
                     QStringLiteral("settings.png"),
                     {},
                     Velmora::tr("What counts as a difference, formats, alignment and replacements")});
+}
 
-    addMatchSteps();
-    switchPane = add({"switchPaneAction", Velmora::tr("Switch to the other side"), {}, {}, {}});
-    addZoom();
-
+void TextCompareBar::addLineCommands()
+{
     copyPatch = add({"copyPatchAction",
                      Velmora::tr("Copy as unified diff"),
                      {},
@@ -107,10 +138,6 @@ TextCompareBar::TextCompareBar(QWidget *session) : TextBar(session), m_position(
     releaseLines = add({"releaseLinesAction", Velmora::tr("Undo this alignment"), {}, {Qt::SHIFT | Qt::Key_F7}, {}});
     releaseAllLines = add({"releaseAllLinesAction", Velmora::tr("Undo all alignments"), {}, {}, {}});
     addContextLines();
-
-    refreshTheme();
-    showPosition({});
-    letKeysWorkInWindow();
 }
 
 void TextCompareBar::addSaving()

@@ -70,6 +70,12 @@ public:
     void offerBeside(QAction *action, QMenu *menu);
 
 private:
+    void addPosition();
+    void addViews();
+    void addEditing();
+    void addLineDetail();
+    void addFileCommands();
+    void addLineCommands();
     void addSaving();
     void addContextLines();
 
