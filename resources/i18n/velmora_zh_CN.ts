@@ -2278,6 +2278,298 @@
         <translation>比较 Git 仓库的两个状态。</translation>
     </message>
     <message>
+        <source>Repository:</source>
+        <translation>仓库：</translation>
+    </message>
+    <message>
+        <source>A folder of a Git repository, or a file in it</source>
+        <translation>Git 仓库中的文件夹或文件</translation>
+    </message>
+    <message>
+        <source>Select a Git repository</source>
+        <translation>选择 Git 仓库</translation>
+    </message>
+    <message>
+        <source>State on the left</source>
+        <translation>左侧的状态</translation>
+    </message>
+    <message>
+        <source>State on the right</source>
+        <translation>右侧的状态</translation>
+    </message>
+    <message>
+        <source>Branch, tag, commit, ...</source>
+        <translation>分支、标签、提交，...</translation>
+    </message>
+    <message>
+        <source>Branches</source>
+        <translation>分支</translation>
+    </message>
+    <message>
+        <source>Tags</source>
+        <translation>标签</translation>
+    </message>
+    <message>
+        <source>Stashes</source>
+        <translation>贮藏</translation>
+    </message>
+    <message>
+        <source>Branches of other repositories</source>
+        <translation>其他仓库的分支</translation>
+    </message>
+    <message>
+        <source>Recent</source>
+        <translation>最近使用</translation>
+    </message>
+    <message>
+        <source>Index</source>
+        <translation>暂存区</translation>
+    </message>
+    <message>
+        <source>Work tree</source>
+        <translation>工作区</translation>
+    </message>
+    <message>
+        <source>Folder...</source>
+        <translation>文件夹...</translation>
+    </message>
+    <message>
+        <source>The files as they are on the disk</source>
+        <translation>磁盘上的文件现状</translation>
+    </message>
+    <message>
+        <source>What the next commit would hold</source>
+        <translation>下次提交将包含的内容</translation>
+    </message>
+    <message>
+        <source>The commit that is checked out</source>
+        <translation>当前检出的提交</translation>
+    </message>
+    <message>
+        <source>Any folder of the disk</source>
+        <translation>磁盘上的任意文件夹</translation>
+    </message>
+    <message>
+        <source>Two states of a Git repository</source>
+        <translation>Git 仓库的两个状态</translation>
+    </message>
+    <message>
+        <source>Choose a repository above, or drop a folder of one here, then choose what to compare.</source>
+        <translation>请在上方选择仓库，或将其文件夹拖到此处，再选择要比较的内容。</translation>
+    </message>
+    <message>
+        <source>Compare the two states</source>
+        <translation>比较两个状态</translation>
+    </message>
+    <message>
+        <source>Since they parted</source>
+        <translation>自分叉起</translation>
+    </message>
+    <message>
+        <source>Compare the right side with the commit where it parted from the left one</source>
+        <translation>将右侧与其和左侧分叉处的提交比较</translation>
+    </message>
+    <message>
+        <source>New files</source>
+        <translation>新文件</translation>
+    </message>
+    <message>
+        <source>Show files of the work tree that the repository does not have yet; ignored ones stay left out</source>
+        <translation>显示工作区中仓库尚未收录的文件；被忽略的文件不显示</translation>
+    </message>
+    <message>
+        <source>Unchanged</source>
+        <translation>未更改</translation>
+    </message>
+    <message>
+        <source>Show files that are the same on both sides, too</source>
+        <translation>同时显示两侧相同的文件</translation>
+    </message>
+    <message>
+        <source>Commits</source>
+        <translation>提交</translation>
+    </message>
+    <message>
+        <source>Show the commits between the two sides</source>
+        <translation>显示两侧之间的提交</translation>
+    </message>
+    <message>
+        <source>Expand all</source>
+        <translation>全部展开</translation>
+    </message>
+    <message>
+        <source>Collapse all</source>
+        <translation>全部折叠</translation>
+    </message>
+    <message>
+        <source>Compare byte for byte</source>
+        <translation>逐字节比较</translation>
+    </message>
+    <message>
+        <source>Changed files</source>
+        <translation>已更改的文件</translation>
+    </message>
+    <message>
+        <source>Show files of this status: %1</source>
+        <translation>显示此状态的文件：%1</translation>
+    </message>
+    <message>
+        <source>Added</source>
+        <translation>已添加</translation>
+    </message>
+    <message>
+        <source>Deleted</source>
+        <translation>已删除</translation>
+    </message>
+    <message>
+        <source>Renamed</source>
+        <translation>已重命名</translation>
+    </message>
+    <message>
+        <source>Copied</source>
+        <translation>已复制</translation>
+    </message>
+    <message>
+        <source>Type changed</source>
+        <translation>类型已更改</translation>
+    </message>
+    <message>
+        <source>%1 (%2 % alike)</source>
+        <translation>%1（%2 % 相似）</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>种类</translation>
+    </message>
+    <message>
+        <source>Executable</source>
+        <translation>可执行</translation>
+    </message>
+    <message>
+        <source>Link</source>
+        <translation>链接</translation>
+    </message>
+    <message>
+        <source>Submodule</source>
+        <translation>子模块</translation>
+    </message>
+    <message>
+        <source>The content is the same</source>
+        <translation>内容相同</translation>
+    </message>
+    <message>
+        <source>1 file differs</source>
+        <translation>1 个文件不同</translation>
+    </message>
+    <message>
+        <source>%1 files differ</source>
+        <translation>%1 个文件不同</translation>
+    </message>
+    <message>
+        <source>No differences</source>
+        <translation>没有差异</translation>
+    </message>
+    <message>
+        <source>Both sides hold the same files.</source>
+        <translation>两侧的文件相同。</translation>
+    </message>
+    <message>
+        <source>Lines: +%1 −%2</source>
+        <translation>行：+%1 −%2</translation>
+    </message>
+    <message>
+        <source>Commit</source>
+        <translation>提交</translation>
+    </message>
+    <message>
+        <source>Author</source>
+        <translation>作者</translation>
+    </message>
+    <message>
+        <source>Id</source>
+        <translation>标识</translation>
+    </message>
+    <message>
+        <source>Find commits by words, author or id</source>
+        <translation>按词语、作者或标识查找提交</translation>
+    </message>
+    <message>
+        <source>Commits between the two sides</source>
+        <translation>两侧之间的提交</translation>
+    </message>
+    <message>
+        <source>1 commit between the two sides</source>
+        <translation>两侧之间有 1 个提交</translation>
+    </message>
+    <message>
+        <source>%1 commits between the two sides</source>
+        <translation>两侧之间有 %1 个提交</translation>
+    </message>
+    <message>
+        <source>The latest %1 commits between the two sides</source>
+        <translation>两侧之间最近的 %1 个提交</translation>
+    </message>
+    <message>
+        <source>There are no commits between a commit and a folder</source>
+        <translation>提交与文件夹之间没有提交</translation>
+    </message>
+    <message>
+        <source>Commit %1 compared with its parent: %2</source>
+        <translation>提交 %1 与其父提交的比较：%2</translation>
+    </message>
+    <message>
+        <source>Back to both sides</source>
+        <translation>返回两侧</translation>
+    </message>
+    <message>
+        <source>Compare the states that the two fields name</source>
+        <translation>比较两个字段所指的状态</translation>
+    </message>
+    <message>
+        <source>Names that lead out of their folder or into a repository; they are only listed: %1</source>
+        <translation>指向所在文件夹之外或某个仓库内部的名称，仅列出：%1</translation>
+    </message>
+    <message>
+        <source>A merge has left files open (%1); of them our version is compared</source>
+        <translation>合并留下了未解决的文件（%1 个）；比较的是我方版本</translation>
+    </message>
+    <message>
+        <source>The program git is not on the search path, or cannot be started</source>
+        <translation>搜索路径中没有 git 程序，或无法启动它</translation>
+    </message>
+    <message>
+        <source>No Git repository holds this path: %1</source>
+        <translation>没有 Git 仓库包含此路径：%1</translation>
+    </message>
+    <message>
+        <source>Git refuses the repository, as it belongs to somebody else</source>
+        <translation>Git 拒绝此仓库，因为它属于其他用户</translation>
+    </message>
+    <message>
+        <source>The repository knows no branch, tag, commit or stash of this name: %1</source>
+        <translation>仓库中没有此名称的分支、标签、提交或贮藏：%1</translation>
+    </message>
+    <message>
+        <source>The repository has no work tree</source>
+        <translation>仓库没有工作区</translation>
+    </message>
+    <message>
+        <source>The two sides have no commit in common</source>
+        <translation>两侧没有共同的提交</translation>
+    </message>
+    <message>
+        <source>There are more files, or is more content, than can be compared</source>
+        <translation>文件或内容过多，无法比较</translation>
+    </message>
+    <message>
+        <source>Git did not come to an end</source>
+        <translation>Git 未能结束</translation>
+    </message>
+    <message>
+        <source>Git failed</source>
+        <translation>Git 失败</translation>
+    </message>
+    <message>
         <source>Archive compare(&amp;A)</source>
         <translation>压缩包比较(&amp;A)</translation>
     </message>

@@ -11,6 +11,7 @@
 #include "folder/compare/archive_compare_widget.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/duplicates/duplicate_finder_widget.h"
+#include "folder/git/git_compare_widget.h"
 #include "folder/merge/folder_merge_widget.h"
 #include "folder/sftp/sftp_compare_widget.h"
 #include "folder/snapshot/folder_snapshot_widget.h"
@@ -206,7 +207,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/git.png",
      .slot = "onNewGitCompare",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Compare two states of a Git repository."),
-     .create = pending},
+     .create = make<GitCompareWidget>},
     {.id = QLatin1String("archive"),
      .group = Contents,
      .sides = 2,

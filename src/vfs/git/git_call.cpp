@@ -118,7 +118,7 @@ GitReply GitCaller::call(const QStringList &arguments, const CancelFlag &cancel,
     call.input = extras.input;
     Progress silent;
     ChildRun run = runChild(call, cancel, silent);
-    return {std::move(run.output), faultOf(run, extras.mayFail), run.exitCode};
+    return {std::move(run.output), faultOf(run, extras.mayFail), run.exitCode, ownWords(run.errors)};
 }
 
 } // namespace velmora

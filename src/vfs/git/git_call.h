@@ -38,6 +38,7 @@ struct GitReply {
     QByteArray output;
     GitFault fault;
     int exitCode = 0;
+    QString words = {}; ///< what git wrote beside its output; at most a few lines
 };
 
 /// What one call of git needs beside its arguments.

@@ -17,8 +17,7 @@ QStringList treeCall(const char *format, const GitComparison &comparison)
     return {QStringLiteral("diff-tree"),
             QStringLiteral("-r"),
             QStringLiteral("-z"),
-            QStringLiteral("-M"),
-            QStringLiteral("-C"),
+            QLatin1String(comparison.knowsCopies ? "-C" : "-M"), // the first looks for renames, too
             QStringLiteral("--no-ext-diff"),
             QStringLiteral("--no-textconv"),
             QStringLiteral("--ignore-submodules=none"),
@@ -28,6 +27,20 @@ QStringList treeCall(const char *format, const GitComparison &comparison)
             QString::fromLatin1(comparison.states.left.tree),
             QString::fromLatin1(comparison.states.right.tree),
             QStringLiteral("--")};
+}
+
+/// Whether git gave up on likenesses because it would have had to look at too many pairs (`diff.renameLimit`). Looking
+/// for copies it counts each changed file, too, and would find fewer renames than without.
+bool hasTooManyPairs(const std::vector<GitChange> &changes)
+{
+    constexpr qint64 renameLimit = 1000; // git's own
+    qint64 targets = 0;
+    qint64 sources = 0;
+    for (const GitChange &change : changes) {
+        targets += change.status == GitStatus::Added ? 1 : 0;
+        sources += change.status == GitStatus::Deleted || change.status == GitStatus::Modified ? 1 : 0;
+    }
+    return targets * sources > renameLimit * renameLimit;
 }
 
 class Comparer {
@@ -165,6 +178,15 @@ private:
     }
 
     GitFault compareTrees()
+    {
+        GitFault fault = listChanges();
+        if (fault.isError() || !hasTooManyPairs(m_result.changes))
+            return fault;
+        m_result.knowsCopies = false;
+        return listChanges();
+    }
+
+    GitFault listChanges()
     {
         const GitReply reply =
             m_result.repository.caller().call(treeCall("--raw", m_result), m_cancel, m_result.extras());

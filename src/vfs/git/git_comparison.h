@@ -38,6 +38,7 @@ struct GitComparison {
     std::shared_ptr<const GitScratch> scratch; ///< where contents of the disk are; null when none is
     Sides<GitState> states;
     std::vector<GitChange> changes; ///< in git's order, by their paths
+    bool knowsCopies = true;        ///< false where so much changed that git would give up looking for renames, too
     QStringList oddNames;           ///< paths that lead elsewhere; at most a hundred
     qint64 conflicts = 0;           ///< files that a merge has left open, in the index or the work tree
     GitFault fault;

@@ -19,8 +19,8 @@ QStringList linesOf(const GitReply &reply, qsizetype wanted)
 GitFault unknownTo(const GitReply &reply, const QString &path)
 {
     GitFault fault = reply.fault;
-    if (fault.kind == GitFaultKind::Failed)
-        fault.kind = GitFaultKind::NoRepository;
+    if (!fault.isError())
+        fault = {GitFaultKind::NoRepository, {}, reply.words};
     fault.about = path;
     return fault;
 }
@@ -30,15 +30,17 @@ GitFault unknownTo(const GitReply &reply, const QString &path)
 GitOpening openRepository(const QString &path, const CancelFlag &cancel)
 {
     const QFileInfo given(path);
-    QString folder = given.isDir() ? given.absoluteFilePath() : given.absolutePath();
+    const QString folder = given.isDir() ? given.absoluteFilePath() : given.absolutePath();
     if (path.isEmpty() || !given.exists())
         return {{}, {GitFaultKind::NoRepository, path, {}}};
-    const GitReply reply =
-        GitCaller(folder).call({QStringLiteral("rev-parse"), QStringLiteral("--path-format=absolute"),
-                                QStringLiteral("--git-dir"), QStringLiteral("--git-path"), QStringLiteral("objects"),
-                                QStringLiteral("--show-object-format"), QStringLiteral("--is-inside-work-tree")},
-                               cancel);
-    const QStringList lines = linesOf(reply, 4);
+    GitCallExtras extras;
+    extras.mayFail = true; // without a work tree it fails at the last question
+    const GitReply reply = GitCaller(folder).call(
+        {QStringLiteral("rev-parse"), QStringLiteral("--path-format=absolute"), QStringLiteral("--git-dir"),
+         QStringLiteral("--git-path"), QStringLiteral("objects"), QStringLiteral("--show-object-format"),
+         QStringLiteral("--is-inside-work-tree"), QStringLiteral("--show-toplevel")},
+        cancel, extras);
+    const QStringList lines = linesOf(reply, reply.exitCode == 0 ? 5 : 4);
     if (reply.fault.isError() || lines.isEmpty())
         return {{}, unknownTo(reply, path)};
     GitOpening opening;
@@ -46,15 +48,7 @@ GitOpening openRepository(const QString &path, const CancelFlag &cancel)
     opening.repository.objectsFolder = lines.at(1);
     if (lines.at(2) == u"sha256")
         opening.repository.algorithm = ContentIdentity::Algorithm::GitBlobSha256;
-    if (lines.at(3) != u"true")
-        return opening;
-    const GitReply top = GitCaller(folder).call(
-        {QStringLiteral("rev-parse"), QStringLiteral("--path-format=absolute"), QStringLiteral("--show-toplevel")},
-        cancel);
-    opening.fault = unknownTo(top, path);
-    if (top.fault.kind == GitFaultKind::None)
-        opening.fault = {};
-    opening.repository.workTree = linesOf(top, 1).value(0);
+    opening.repository.workTree = lines.value(4);
     return opening;
 }
 
