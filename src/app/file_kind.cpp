@@ -65,6 +65,23 @@ QByteArray headOf(const QString &path)
     return head;
 }
 
+/// Whether a text of these bytes, in units of whatever width, can hold the first marker of a conflict.
+bool mayHoldConflicts(std::string_view bytes)
+{
+    constexpr std::size_t length = 7;
+    const auto isMarkerAt = [&](std::size_t at, std::size_t width) {
+        std::size_t unit = 0;
+        while (unit < length && at + unit * width < bytes.size() && bytes[at + unit * width] == '<')
+            ++unit;
+        return unit == length;
+    };
+    for (std::size_t at = bytes.find('<'); at != std::string_view::npos; at = bytes.find('<', at + 1)) {
+        if (isMarkerAt(at, 1) || isMarkerAt(at, 2) || isMarkerAt(at, 4))
+            return true;
+    }
+    return false;
+}
+
 } // namespace
 
 QString kindOfContent(const QString &path, const QByteArray &head)
@@ -104,7 +121,9 @@ bool isMarkedMerge(const QString &path)
     constexpr qint64 longest = 4 * 1024 * 1024;
     if (QFileInfo(path).size() > longest)
         return false;
-    return hasConflictMarkers(decodeText(readFile(path).bytes, TextEncoding()).lines);
+    const QByteArray bytes = readFile(path).bytes;
+    return mayHoldConflicts({bytes.constData(), std::size_t(bytes.size())}) &&
+           hasConflictMarkers(decodeText(bytes, TextEncoding()).lines);
 }
 
 QString builtKindOfPair(const QString &left, const QString &right)

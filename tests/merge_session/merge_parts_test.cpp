@@ -269,6 +269,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, left);
         const std::optional<MarkedMerge> read = readConflictMarkers(lines(text));
         QCOMPARE(read.has_value(), !left.isEmpty());
+        QCOMPARE(hasConflictMarkers(lines(text)), read.has_value());
         if (!read)
             return;
         const auto bytes = [](const TextLines &of) {

@@ -27,32 +27,66 @@ QByteArray labelOf(std::string_view line)
 /// Where a line of the marked file belongs.
 enum class Section { Common, Left, Base, Right };
 
+/// Follows the markers of a text, line by line.
+class MarkerOrder {
+public:
+    enum class Step { Line, Marker, Wrong };
+
+    /// What a line is; wrong is a marker that cannot stand here.
+    [[nodiscard]] Step read(std::string_view line)
+    {
+        if (isMarker(line, '<'))
+            return pass(m_section == Section::Common, Section::Left);
+        if (m_section == Section::Common)
+            return Step::Line;
+        if (isMarker(line, '>')) {
+            ++m_conflicts;
+            return pass(m_section == Section::Right, Section::Common);
+        }
+        if (isMarker(line, '|'))
+            return pass(m_section == Section::Left, Section::Base);
+        if (isMarker(line, '='))
+            return pass(m_section == Section::Left || m_section == Section::Base, Section::Right);
+        return Step::Line;
+    }
+
+    [[nodiscard]] Section section() const noexcept { return m_section; }
+    /// Whether a text that ends here holds conflicts, each of them to its end.
+    [[nodiscard]] bool isComplete() const noexcept { return m_section == Section::Common && m_conflicts > 0; }
+
+private:
+    [[nodiscard]] Step pass(bool isInOrder, Section to)
+    {
+        m_section = to;
+        return isInOrder ? Step::Marker : Step::Wrong;
+    }
+
+    Section m_section = Section::Common;
+    qsizetype m_conflicts = 0;
+};
+
 class MarkerReader {
 public:
     /// False for a marker that cannot stand here.
     [[nodiscard]] bool read(std::string_view line, LineEnd end)
     {
-        if (isMarker(line, '<'))
-            return enter(Section::Common, Section::Left, line, m_merge.leftLabel);
-        if (isMarker(line, '>') && m_section != Section::Common)
-            return leave(line);
-        if (isMarker(line, '|') && m_section != Section::Common) {
-            m_merge.hasBase = true;
-            return enter(Section::Left, Section::Base, line, m_merge.baseLabel);
+        switch (m_order.read(line)) {
+        case MarkerOrder::Step::Line:
+            take(line, end);
+            return true;
+        case MarkerOrder::Step::Marker:
+            passMarker(line);
+            return true;
+        case MarkerOrder::Step::Wrong:
+            break;
         }
-        if (isMarker(line, '=') && m_section != Section::Common) {
-            const bool isInOrder = m_section == Section::Left || m_section == Section::Base;
-            m_section = Section::Right;
-            return isInOrder;
-        }
-        take(line, end);
-        return true;
+        return false;
     }
 
     [[nodiscard]] std::optional<MarkedMerge> finish()
     {
         closeChunk();
-        if (m_section != Section::Common || m_conflicts == 0)
+        if (!m_order.isComplete())
             return std::nullopt;
         m_merge.left = m_texts[0].take();
         m_merge.base = m_texts[1].take();
@@ -61,30 +95,31 @@ public:
     }
 
 private:
-    bool enter(Section from, Section to, std::string_view line, QByteArray &label)
+    void passMarker(std::string_view line)
     {
-        if (m_section != from)
-            return false;
-        if (to == Section::Left) {
+        switch (m_order.section()) {
+        case Section::Left:
             closeChunk();
             m_chunk.kind = ChunkKind::Conflict;
+            keepLabel(m_merge.leftLabel, line);
+            break;
+        case Section::Base:
+            m_merge.hasBase = true;
+            keepLabel(m_merge.baseLabel, line);
+            break;
+        case Section::Right:
+            break;
+        case Section::Common:
+            keepLabel(m_merge.rightLabel, line);
+            closeChunk();
+            break;
         }
-        if (label.isEmpty())
-            label = labelOf(line);
-        m_section = to;
-        return true;
     }
 
-    bool leave(std::string_view line)
+    static void keepLabel(QByteArray &label, std::string_view line)
     {
-        if (m_section != Section::Right)
-            return false;
-        ++m_conflicts;
-        if (m_merge.rightLabel.isEmpty())
-            m_merge.rightLabel = labelOf(line);
-        closeChunk();
-        m_section = Section::Common;
-        return true;
+        if (label.isEmpty())
+            label = labelOf(line);
     }
 
     void closeChunk()
@@ -103,8 +138,9 @@ private:
     void take(std::string_view line, LineEnd end)
     {
         LineRange *ranges[] = {&m_chunk.left, &m_chunk.base, &m_chunk.right};
+        const Section section = m_order.section();
         for (std::size_t k = 0; k < textCount; ++k) {
-            if (m_section != Section::Common && int(m_section) != int(k) + 1)
+            if (section != Section::Common && int(section) != int(k) + 1)
                 continue;
             m_texts[k].append(line, end);
             ++m_counts[k];
@@ -112,12 +148,11 @@ private:
         }
     }
 
+    MarkerOrder m_order;
     MarkedMerge m_merge;
     MergeChunk m_chunk;
     std::array<TextLinesBuilder, textCount> m_texts;
     std::array<qsizetype, textCount> m_counts{};
-    Section m_section = Section::Common;
-    qsizetype m_conflicts = 0;
 };
 
 } // namespace
@@ -134,7 +169,14 @@ std::optional<MarkedMerge> readConflictMarkers(const TextLines &text)
 
 bool hasConflictMarkers(const TextLines &text)
 {
-    return text.bytes().find("<<<<<<<") != std::string_view::npos && readConflictMarkers(text).has_value();
+    if (text.bytes().find("<<<<<<<") == std::string_view::npos)
+        return false;
+    MarkerOrder order;
+    for (qsizetype line = 0; line < text.count(); ++line) {
+        if (order.read(text.line(line)) == MarkerOrder::Step::Wrong)
+            return false;
+    }
+    return order.isComplete();
 }
 
 } // namespace velmora

@@ -26,7 +26,7 @@ struct MarkedMerge {
 /// one is not complete or within another: what cannot be told apart for certain is left to a person. Reentrant.
 [[nodiscard]] std::optional<MarkedMerge> readConflictMarkers(const TextLines &text);
 
-/// Whether there is something to take apart. Costs a search where there is not.
+/// Whether there is something to take apart. Costs a search where there is not, and a look at each line otherwise.
 [[nodiscard]] bool hasConflictMarkers(const TextLines &text);
 
 } // namespace velmora
