@@ -127,16 +127,9 @@ void ThreeWayMergeWidget::connectBar()
     onTrigger(m_bar->redo, [this] { edit(EditCommand::Redo); });
     connect(m_bar->showBase, &QAction::toggled, m_view, &MergeView::setBaseShown);
     connect(m_bar->showList, &QAction::toggled, m_changes, &QWidget::setVisible);
-    onTrigger(m_bar->find, [this] { m_finder->open(); });
-    onTrigger(m_bar->replace, [this] { m_finder->openForReplacing(); });
-    onTrigger(m_bar->findNext, [this] { m_finder->step(true); });
-    onTrigger(m_bar->findPrevious, [this] { m_finder->step(false); });
+    m_finder->follow(*m_bar);
     onTrigger(m_bar->goToLine, [this] { askForLine(*m_view, this); });
     onTrigger(m_bar->switchPane, [this] { m_view->switchPane(); });
-    connect(m_findBar, &FindBar::queryChanged, this, [this] { m_finder->takeQuery(); });
-    connect(m_findBar, &FindBar::nextWanted, this, [this] { m_finder->step(true); });
-    connect(m_findBar, &FindBar::previousWanted, this, [this] { m_finder->step(false); });
-    connect(m_findBar, &FindBar::closeWanted, this, [this] { m_finder->close(); });
     connect(m_replacer, &ReplaceController::message, this, &ThreeWayMergeWidget::showMessage);
     connect(m_heads, &MergeHeads::submitted, this, &ThreeWayMergeWidget::start);
     connect(m_heads, &MergeHeads::encodingChosen, this, [this] {

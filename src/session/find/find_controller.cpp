@@ -2,7 +2,10 @@
 
 #include "session/find/find_bar.h"
 #include "session/pane/pane_view.h"
+#include "session/pane/text_bar.h"
 #include "session/pane/text_pane.h"
+
+#include <QAction>
 
 namespace velmora {
 
@@ -12,6 +15,20 @@ FindController::FindController(FindBar &bar, PaneView &view, QObject *parent)
     connect(&view.scene().search(), &TextSearch::changed, this, &FindController::showMatches);
     connect(&view.scene(), &PaneScene::caretMoved, this, &FindController::showPosition);
     m_bar.hide();
+}
+
+void FindController::follow(const TextBar &commands)
+{
+    const auto next = [this] { step(true); };
+    const auto previous = [this] { step(false); };
+    connect(commands.find, &QAction::triggered, this, &FindController::open);
+    connect(commands.replace, &QAction::triggered, this, &FindController::openForReplacing);
+    connect(commands.findNext, &QAction::triggered, this, next);
+    connect(commands.findPrevious, &QAction::triggered, this, previous);
+    connect(&m_bar, &FindBar::queryChanged, this, &FindController::takeQuery);
+    connect(&m_bar, &FindBar::nextWanted, this, next);
+    connect(&m_bar, &FindBar::previousWanted, this, previous);
+    connect(&m_bar, &FindBar::closeWanted, this, &FindController::close);
 }
 
 void FindController::open()

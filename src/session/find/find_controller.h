@@ -6,8 +6,9 @@
 
 namespace velmora {
 
-class PaneView;
 class FindBar;
+class PaneView;
+class TextBar;
 
 /// Leads from match to match of what the find bar asks for, in the pane that has the caret. Matches in rows that are
 /// not shown are passed over; behind the last one comes the first.
@@ -16,6 +17,9 @@ class FindController final : public QObject {
 public:
     /// Both outlive the controller.
     FindController(FindBar &bar, PaneView &view, QObject *parent);
+
+    /// Has the commands of the session's bar and of the find bar lead here.
+    void follow(const TextBar &commands);
 
     /// Opens the bar with what is selected, if that is part of one line.
     void open();

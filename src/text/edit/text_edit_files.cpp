@@ -1,4 +1,3 @@
-#include "core/line_ends.h"
 #include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/document/change_watcher.h"
@@ -16,6 +15,7 @@
 #include "text/edit/recent_texts.h"
 #include "text/edit/text_edit_place.h"
 #include "text/edit/text_edit_widget.h"
+#include "text/edit/text_edit_wishes.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -104,13 +104,12 @@ void TextEditWidget::onReload()
 void TextEditWidget::chooseEncoding()
 {
     const QString name = m_input->encoding().name();
-    m_input->setEncoding(TextEncoding::fromName(m_options.encoding)); // until it is known that no edits are in the way
+    m_wishes->showEncoding(); // until it is known that no edits are in the way
     m_texts->confirmDiscard(
         [] { return QList<PaneIndex>{onlyPane}; }, Velmora::tr("Reload"),
         [](const QList<PaneIndex> &) { return Velmora::tr("The text has unsaved changes. Reload from disk?"); },
         [this, name] {
-            m_options.encoding = name;
-            m_input->setEncoding(TextEncoding::fromName(name));
+            m_wishes->setEncoding(name);
             if (!m_input->loadedPath().isEmpty())
                 load(ChangedFile::Reload);
         });
@@ -188,25 +187,8 @@ void TextEditWidget::showText(const LoadedText &loaded, const QString &path,
 
 void TextEditWidget::showLoaded()
 {
-    chooseSyntax();
-    applyWishes();
+    m_wishes->apply();
     m_place->show();
-    showState();
-}
-
-void TextEditWidget::applyWishes()
-{
-    TextSaving &saving = m_texts->saving();
-    const bool neededSaving = saving.needsSaving(onlyPane);
-    saving.setLineEnds(onlyPane, lineEndStyleFromName(m_options.savedLineEnds));
-    saving.setEncoding(onlyPane, m_options.savedEncoding.isEmpty()
-                                     ? std::nullopt
-                                     : std::optional(TextEncoding::fromName(m_options.savedEncoding)));
-    // Another form of the same text is a change, too, which closing would lose.
-    if (!neededSaving && saving.needsSaving(onlyPane))
-        m_texts->editor().markUnsaved(onlyPane);
-    showFormat();
-    showState();
 }
 
 // Saving --------------------------------------------------------------------------------------------------------------
@@ -246,12 +228,7 @@ void TextEditWidget::onSaveAs()
 
 void TextEditWidget::takeSaved()
 {
-    // What was asked for is done; the next save leaves the text in the form that it has now.
-    if (!m_options.savedEncoding.isEmpty() && m_options.encoding != TextEncoding().name())
-        m_options.encoding = m_input->loaded().text.encoding.name();
-    m_options.savedEncoding.clear();
-    m_options.savedLineEnds.clear();
-    m_input->setEncoding(TextEncoding::fromName(m_options.encoding));
+    m_wishes->takeSaved();
     RecentTexts::add(m_input->loadedPath());
     showLoaded();
     // Later: the save has not quite ended, and the tab's title still says so.

@@ -14,7 +14,6 @@
 #include "session/pane/pane_menu.h"
 #include "session/pane/pane_options.h"
 #include "session/pane/pane_view.h"
-#include "session/pane/syntax_detection.h"
 #include "session/pane/text_pane.h"
 #include "session/session_host.h"
 #include "session/translate.h"
@@ -22,8 +21,7 @@
 #include "text/edit/text_edit_comparing.h"
 #include "text/edit/text_edit_format.h"
 #include "text/edit/text_edit_place.h"
-#include "text/syntax/syntax_definition.h"
-#include "text/syntax/syntax_library.h"
+#include "text/edit/text_edit_wishes.h"
 
 #include <QBoxLayout>
 #include <QEvent>
@@ -85,14 +83,16 @@ TextEditWidget::TextEditWidget(SessionHost &window, QWidget *parent)
       m_place(new TextEditPlace(*m_foot, m_view->scene(), this)),
       m_comparing(new TextEditComparing(window, *m_texts, *m_input, this)),
       m_format(new TextEditFormat(*m_foot, this)),
+      m_wishes(new TextEditWishes({*m_input, *m_texts, m_view->scene(), *m_format}, this)),
       m_keeper(new RecoveryKeeper(window.recovery(), this))
 {
     buildLayout();
     connectBar();
-    connectFinding();
+    m_finder->follow(*m_bar);
+    connect(m_replacer, &ReplaceController::message, this, &TextEditWidget::showMessage);
     connectInput();
     connectTexts();
-    connectFormat();
+    connect(m_wishes, &TextEditWishes::applied, this, &TextEditWidget::showFormat);
     connect(&m_runner, &Runner::runningChanged, this, [this] {
         if (m_runner.isRunning())
             return;
@@ -154,19 +154,6 @@ void TextEditWidget::connectBar()
     connect(m_view, &PaneView::contextMenuWanted, this, [this](PaneIndex, QPoint at) { showContextMenu(at); });
 }
 
-void TextEditWidget::connectFinding()
-{
-    connect(m_bar->find, &QAction::triggered, m_finder, &FindController::open);
-    connect(m_bar->replace, &QAction::triggered, m_finder, &FindController::openForReplacing);
-    connect(m_bar->findNext, &QAction::triggered, m_finder, [this] { m_finder->step(true); });
-    connect(m_bar->findPrevious, &QAction::triggered, m_finder, [this] { m_finder->step(false); });
-    connect(m_findBar, &FindBar::queryChanged, m_finder, &FindController::takeQuery);
-    connect(m_findBar, &FindBar::nextWanted, m_finder, [this] { m_finder->step(true); });
-    connect(m_findBar, &FindBar::previousWanted, m_finder, [this] { m_finder->step(false); });
-    connect(m_findBar, &FindBar::closeWanted, m_finder, &FindController::close);
-    connect(m_replacer, &ReplaceController::message, this, &TextEditWidget::showMessage);
-}
-
 void TextEditWidget::connectTexts()
 {
     connect(&m_texts->editor(), &PaneEditor::stateChanged, this, &TextEditWidget::showState);
@@ -190,23 +177,6 @@ void TextEditWidget::connectTexts()
     });
 }
 
-void TextEditWidget::connectFormat()
-{
-    connect(m_format, &TextEditFormat::savedEncodingChosen, this, [this](const QString &name) {
-        m_options.savedEncoding = name;
-        applyWishes();
-    });
-    connect(m_format, &TextEditFormat::savedLineEndsChosen, this, [this](const QString &name) {
-        m_options.savedLineEnds = name;
-        applyWishes();
-    });
-    connect(m_format, &TextEditFormat::fileTypeChosen, this, [this](const QString &type) {
-        m_options.fileType = type;
-        chooseSyntax();
-        showFormat();
-    });
-}
-
 // The session as the window knows it ----------------------------------------------------------------------------------
 
 SessionPaths TextEditWidget::paths() const
@@ -219,16 +189,16 @@ void TextEditWidget::setPaths(const SessionPaths &paths)
     m_input->setPath(paths.left);
 }
 
+QJsonObject TextEditWidget::options() const
+{
+    return toJson(m_wishes->options());
+}
+
 void TextEditWidget::setOptions(const QJsonObject &options)
 {
-    m_options = textEditOptionsFrom(options);
-    m_input->setEncoding(TextEncoding::fromName(m_options.encoding));
-    setEditingEnabled(!m_options.readOnly);
-    chooseSyntax();
-    if (m_input->loadedPath().isEmpty())
-        showFormat(); // what is wished for is not yet for this text
-    else
-        applyWishes();
+    const TextEditOptions wanted = textEditOptionsFrom(options);
+    setEditingEnabled(!wanted.readOnly);
+    m_wishes->setOptions(wanted);
 }
 
 void TextEditWidget::refreshTheme()
@@ -265,7 +235,7 @@ bool TextEditWidget::isEditingEnabled() const
 
 void TextEditWidget::setEditingEnabled(bool enabled)
 {
-    m_options.readOnly = !enabled;
+    m_wishes->setReadOnly(!enabled);
     m_texts->editor().setEnabled(enabled);
 }
 
@@ -326,28 +296,10 @@ void TextEditWidget::showTitle()
     Q_EMIT tabTitleChanged(title);
 }
 
-void TextEditWidget::chooseSyntax()
-{
-    const PaneDocument *document = m_view->scene().document();
-    std::shared_ptr<const SyntaxDefinition> syntax;
-    if (m_options.fileType == automaticType)
-        syntax = detectSyntax(m_input->loadedPath(), document->source(onlyPane));
-    else if (m_options.fileType != plainType)
-        syntax = SyntaxLibrary::bundled().named(m_options.fileType);
-    m_view->scene().colouring(onlyPane).setDefinition(std::move(syntax));
-}
-
-QString TextEditWidget::syntaxName() const
-{
-    const auto &syntax = m_view->scene().colouring(onlyPane).definition();
-    return syntax ? syntax->name : QString();
-}
-
 void TextEditWidget::showFormat()
 {
-    m_format->show(m_input->loaded(), m_options, syntaxName());
-    m_format->setChangeable(m_texts->editor().obstacle(onlyPane).isEmpty());
     m_place->setWriteProtected(isWriteProtected());
+    showState();
 }
 
 void TextEditWidget::showMessage(const QString &message)

@@ -3,7 +3,6 @@
 #include "core/runner.h"
 #include "session/session_widget.h"
 #include "text/edit/text_edit_job.h"
-#include "text/edit/text_edit_options.h"
 
 namespace velmora {
 
@@ -23,6 +22,7 @@ class TextEditBar;
 class TextEditComparing;
 class TextEditFormat;
 class TextEditPlace;
+class TextEditWishes;
 class TextInput;
 struct UnsavedTexts;
 enum class ChangedFile;
@@ -43,7 +43,7 @@ public:
     /// Reads the file of the path; begins an empty text where there is no path.
     void start() override;
     [[nodiscard]] bool isReading() const override { return m_runner.isRunning(); }
-    [[nodiscard]] QJsonObject options() const override { return toJson(m_options); }
+    [[nodiscard]] QJsonObject options() const override;
     void setOptions(const QJsonObject &options) override;
     [[nodiscard]] bool acceptsDroppedPaths() const override { return true; }
     /// Opens each file; the first one here when nothing was written here yet.
@@ -74,10 +74,8 @@ protected:
 private:
     void buildLayout();
     void connectBar();
-    void connectFinding();
     void connectInput();
     void connectTexts();
-    void connectFormat();
     /// Opens a file here where nothing was written yet, and in a tab of its own otherwise.
     void openFile(const QString &path);
     void chooseEncoding();
@@ -85,11 +83,9 @@ private:
     void takeOutcome(RunOutcome<TextEditResult> &&outcome, const QString &path);
     void showText(const LoadedText &loaded, const QString &path, std::shared_ptr<const PlainDocument> document);
     void showLoaded();
-    void applyWishes();
     void takeSaved();
     /// Lets the window put the file into its history.
     void remember();
-    void chooseSyntax();
     void showFormat();
     void showTitle();
     void showState();
@@ -99,9 +95,7 @@ private:
     [[nodiscard]] UnsavedTexts unsavedTexts() const;
     [[nodiscard]] bool isPristine() const;
     [[nodiscard]] bool isWriteProtected() const;
-    [[nodiscard]] QString syntaxName() const;
 
-    TextEditOptions m_options = usualTextEditOptions();
     TextEditBar *m_bar;
     TextInput *m_input;
     ProgressStrip *m_progress;
@@ -118,6 +112,7 @@ private:
     TextEditPlace *m_place;
     TextEditComparing *m_comparing;
     TextEditFormat *m_format;
+    TextEditWishes *m_wishes;
     RecoveryKeeper *m_keeper;
     QString m_title;                   ///< of the tab, once the session has told one
     std::function<void()> m_recovered; ///< to be called when recovered text is shown and kept again
