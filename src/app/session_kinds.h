@@ -38,6 +38,7 @@ struct SessionKindRow {
     const char *tabTitle;                                              ///< of an empty session; takes the tab number
     const char *pairTitle = QT_TRANSLATE_NOOP("Velmora", "%1 <-> %2"); ///< of a session on two paths; takes their names
     const char *loneTitle = "%1";                                      ///< of a session on one path; takes its name
+    const char *startText = QT_TRANSLATE_NOOP("Velmora", "Comparing..."); ///< what the window says when it begins
     bool opensPairs = false; ///< two paths on the command line or from Explorer may open this kind
     LonePath lonePath = LonePath::None;
     bool filesOnly = false;                           ///< folders dropped on its tile are refused

@@ -275,7 +275,8 @@ void Tarnwick::fillSession(SessionWidget *session, const SessionKindRow &kind, c
 
 void Tarnwick::hookSession(SessionWidget *session, const SessionKindRow &kind)
 {
-    connect(session, &SessionWidget::comparisonStarted, this, &Tarnwick::onFolderCompareStarted);
+    connect(session, &SessionWidget::comparisonStarted, this,
+            [this, &kind] { showStatus(Velmora::tr(kind.startText), briefly); });
     connect(session, &SessionWidget::comparisonFinished, this,
             [this, session, &kind](const QString &left, const QString &right) {
                 const QString title = m_tabs->titleAt(m_tabs->indexOf(session));
