@@ -4,7 +4,6 @@
 
 #include <cerrno>
 #include <memory>
-#include <string_view>
 #include <utility>
 
 #include <dirent.h>
@@ -30,12 +29,17 @@ public:
         for (;;) {
             errno = 0;
             const dirent *raw = ::readdir(m_stream.get());
-            if (!raw || (std::string_view(raw->d_name) != "." && std::string_view(raw->d_name) != ".."))
+            if (!raw || !isItselfOrAbove(raw->d_name))
                 return raw;
         }
     }
 
 private:
+    static bool isItselfOrAbove(const char *name)
+    {
+        return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
+    }
+
     struct Closer {
         void operator()(DIR *stream) const { ::closedir(stream); }
     };
