@@ -123,6 +123,14 @@ bool FolderRowTree::isShown(qint32 node) const
     return !tree().node(node).hidden && isInView(tree(), node, m_view);
 }
 
+NodePlace FolderRowTree::place(qint32 node) const
+{
+    const FolderTree &all = tree();
+    const FolderTree::Node &here = all.node(node);
+    const bool isShown = !here.hidden && (m_view == RowsView::All || isInView(all, node, m_view));
+    return {here.end, here.depth, here.expanded, isShown};
+}
+
 // Texts ---------------------------------------------------------------------------------------------------------------
 
 QStringList FolderRowTree::headings() const

@@ -27,6 +27,7 @@ public:
     void setExpanded(qint32 node, bool expanded) override;
     void setAllExpanded(qint32 node, bool expanded) override;
     [[nodiscard]] bool isShown(qint32 node) const override;
+    [[nodiscard]] NodePlace place(qint32 node) const override;
 
     [[nodiscard]] QStringList headings() const override;
     [[nodiscard]] QString text(qint32 node, int column) const override;

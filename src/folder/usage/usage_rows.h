@@ -35,6 +35,11 @@ public:
     [[nodiscard]] int depth(qint32 node) const override { return tree().node(node).depth; }
     [[nodiscard]] bool isExpanded(qint32 node) const override { return m_expanded[std::size_t(node)]; }
     void setExpanded(qint32 node, bool expanded) override { m_expanded[std::size_t(node)] = expanded; }
+    [[nodiscard]] NodePlace place(qint32 node) const override
+    {
+        const auto &here = tree().node(node);
+        return {here.end, quint16(here.depth), m_expanded[std::size_t(node)], true};
+    }
 
     [[nodiscard]] QStringList headings() const override;
     [[nodiscard]] QString text(qint32 node, int column) const override;

@@ -14,6 +14,11 @@ bool RowTree::isShown(qint32 /*node*/) const
     return true;
 }
 
+NodePlace RowTree::place(qint32 node) const
+{
+    return {end(node), quint16(depth(node)), isExpanded(node), isShown(node)};
+}
+
 Qt::Alignment RowTree::alignment(int /*column*/) const
 {
     return Qt::AlignLeft | Qt::AlignVCenter;

@@ -10,6 +10,14 @@ namespace velmora {
 /// The picture before a name in a tree.
 enum class RowPicture : quint8 { None, Folder, File };
 
+/// Where a node stands, as a pass over many nodes needs it.
+struct NodePlace {
+    qint32 end = 0; ///< as `RowTree` says it, as what follows
+    quint16 depth = 0;
+    bool isExpanded = false;
+    bool isShown = true;
+};
+
 /// What a tree of rows holds: where its nodes stand, and their texts, which are made when they are asked for.
 ///
 /// Nodes are numbered from 0, each before what is in it and siblings in their own order. A session shows such a tree
@@ -49,6 +57,8 @@ public:
     virtual void setAllExpanded(qint32 node, bool expanded);
     /// What is not shown hides what is in it.
     [[nodiscard]] virtual bool isShown(qint32 node) const;
+    /// All of this at once. A tree of very many nodes looks for a node only once.
+    [[nodiscard]] virtual NodePlace place(qint32 node) const;
 
     // What they say.
     /// One for each column, translated.
@@ -78,6 +88,11 @@ public:
     [[nodiscard]] int depth(qint32 node) const override { return m_depths[std::size_t(node)]; }
     [[nodiscard]] bool isExpanded(qint32 node) const override { return m_expanded[std::size_t(node)]; }
     void setExpanded(qint32 node, bool expanded) override { m_expanded[std::size_t(node)] = expanded; }
+    [[nodiscard]] NodePlace place(qint32 node) const override
+    {
+        const auto at = std::size_t(node);
+        return {m_ends[at], m_depths[at], m_expanded[at], isShown(node)};
+    }
 
 protected:
     /// The depths of the nodes in their order: 0 first, and each at most one more than the one before it. Everything is

@@ -12,12 +12,13 @@ namespace {
 class RowsMaker {
 public:
     RowsMaker(const RowTree &tree, const TreeFilter &filter, TreeOrder order)
-        : m_tree(tree), m_filter(filter), m_order(order)
+        : m_tree(tree), m_filter(filter), m_isFiltered(filter.isActive()), m_order(order)
     {}
 
     [[nodiscard]] std::vector<TreeRow> rows() const
     {
         std::vector<TreeRow> rows;
+        rows.reserve(std::size_t(m_tree.count())); // what is not used is never touched
         if (m_order.column < 0)
             appendInOrder(rows);
         else
@@ -27,24 +28,25 @@ public:
     }
 
 private:
-    [[nodiscard]] bool isShown(qint32 node) const
+    /// Of a node in what the filter leaves of the tree.
+    [[nodiscard]] NodePlace place(qint32 node) const
     {
-        return m_tree.isShown(node) && (!m_filter.isActive() || m_filter.isShown(node));
-    }
-
-    [[nodiscard]] bool isOpen(qint32 node) const
-    {
-        return m_filter.isActive() ? m_filter.isExpanded(node) : m_tree.isExpanded(node);
+        NodePlace place = m_tree.place(node);
+        if (m_isFiltered) {
+            place.isShown = place.isShown && m_filter.isShown(node);
+            place.isExpanded = m_filter.isExpanded(node);
+        }
+        return place;
     }
 
     void appendInOrder(std::vector<TreeRow> &rows) const
     {
         const qint32 end = m_tree.count();
         for (qint32 node = 0; node < end;) {
-            const bool shown = isShown(node);
-            if (shown)
-                rows.push_back({node, 0});
-            node = shown && isOpen(node) ? node + 1 : m_tree.end(node);
+            const NodePlace at = place(node);
+            if (at.isShown)
+                rows.push_back({node, at.depth, 0});
+            node = at.isShown && at.isExpanded ? node + 1 : at.end;
         }
     }
 
@@ -55,18 +57,21 @@ private:
         while (!waiting.empty()) {
             const qint32 node = waiting.back();
             waiting.pop_back();
-            rows.push_back({node, 0});
-            if (isOpen(node))
-                pushChildren(waiting, node + 1, m_tree.end(node));
+            const NodePlace at = place(node);
+            rows.push_back({node, at.depth, 0});
+            if (at.isExpanded)
+                pushChildren(waiting, node + 1, at.end);
         }
     }
 
     void pushChildren(std::vector<qint32> &waiting, qint32 from, qint32 end) const
     {
         const auto first = qsizetype(waiting.size());
-        for (qint32 node = from; node < end; node = m_tree.end(node)) {
-            if (isShown(node))
+        for (qint32 node = from; node < end;) {
+            const NodePlace at = place(node);
+            if (at.isShown)
                 waiting.push_back(node);
+            node = at.end;
         }
         const bool ascending = m_order.direction == Qt::AscendingOrder;
         std::stable_sort(waiting.begin() + first, waiting.end(), [&](qint32 one, qint32 other) {
@@ -76,11 +81,11 @@ private:
         std::reverse(waiting.begin() + first, waiting.end());
     }
 
-    void addLines(std::vector<TreeRow> &rows) const
+    static void addLines(std::vector<TreeRow> &rows)
     {
         quint64 open = 0;
         for (std::size_t i = rows.size(); i-- > 0;) {
-            const auto depth = unsigned(m_tree.depth(rows[i].node));
+            const unsigned depth = rows[i].depth;
             constexpr unsigned depths = 64;
             if (depth >= depths) {
                 rows[i].lines = open;
@@ -95,6 +100,7 @@ private:
 
     const RowTree &m_tree;
     const TreeFilter &m_filter;
+    const bool m_isFiltered;
     TreeOrder m_order;
 };
 

@@ -13,6 +13,7 @@ class TreeFilter;
 /// One row that is visible.
 struct TreeRow {
     qint32 node = -1;
+    quint16 depth = 0; ///< of the node
     /// Bit d is set when a further row of depth d, within the same node of depth d - 1, comes below this one: a line is
     /// drawn down there. Depths above 63 have no lines.
     quint64 lines = 0;
