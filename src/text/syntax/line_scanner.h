@@ -1,5 +1,6 @@
 #pragma once
 
+#include "text/syntax/scanned_characters.h"
 #include "text/syntax/syntax_definition.h"
 #include "text/syntax/syntax_state.h"
 
@@ -29,8 +30,14 @@ private:
         qsizetype at; ///< -1 when the line has no stop
     };
 
-    [[nodiscard]] const SyntaxContext &contextOf(const SyntaxFrame &frame) const;
-    [[nodiscard]] const SyntaxContext &context() const;
+    [[nodiscard]] const SyntaxContext &contextOf(const SyntaxFrame &frame) const
+    {
+        return m_definition.contexts[frame.context];
+    }
+    [[nodiscard]] const SyntaxContext &context() const
+    {
+        return m_open.isEmpty() ? m_definition.contexts.front() : contextOf(m_open.constLast());
+    }
     [[nodiscard]] const SyntaxSet &set() const { return m_definition.sets[std::size_t(context().set)]; }
     [[nodiscard]] const QString &endOf(const SyntaxContext &context) const;
 
@@ -52,16 +59,49 @@ private:
     [[nodiscard]] bool takeWord();
     void takePlain(const SyntaxContext &context);
 
-    [[nodiscard]] bool isAt(qsizetype at, const QString &text, bool ignoresCase) const;
+    [[nodiscard]] bool isAt(qsizetype at, const QString &text, bool ignoresCase) const
+    {
+        if (text.size() > m_limit - at)
+            return false;
+        const QStringView here = m_line.sliced(at, text.size());
+        return ignoresCase ? here.compare(text, Qt::CaseInsensitive) == 0 : here == text;
+    }
     [[nodiscard]] bool isPlace(const SyntaxRule &rule) const;
     [[nodiscard]] bool isNext(SyntaxRule::Next next, qsizetype at) const;
     [[nodiscard]] bool closes(const SyntaxRule &rule, qsizetype from);
     [[nodiscard]] std::optional<qsizetype> findEnd(const SyntaxContext &context, qsizetype from, int atMost) const;
-    [[nodiscard]] bool isWordCharacter(qsizetype at) const;
-    [[nodiscard]] qsizetype behindWord(qsizetype from) const;
-    [[nodiscard]] qsizetype behindName(qsizetype from) const;
-    [[nodiscard]] qsizetype behindBlanks(qsizetype from) const;
-    [[nodiscard]] qsizetype nextCharacter(qsizetype at) const;
+    [[nodiscard]] bool isWordCharacter(qsizetype at) const
+    {
+        const QChar unit = m_line[at];
+        if (!isAscii(unit))
+            return unit.isLetterOrNumber() || unit.isMark() || unit.isSurrogate();
+        return set().wordCharacters.test(unit.unicode());
+    }
+    [[nodiscard]] qsizetype behindWord(qsizetype from) const
+    {
+        while (from < m_limit && isWordCharacter(from))
+            ++from;
+        return from;
+    }
+    [[nodiscard]] qsizetype behindName(qsizetype from) const
+    {
+        while (from < m_limit && (m_line[from].isLetterOrNumber() || m_line[from] == u'_'))
+            ++from;
+        return from;
+    }
+    [[nodiscard]] qsizetype behindBlanks(qsizetype from) const
+    {
+        while (from < m_limit && isBlank(m_line[from]))
+            ++from;
+        return from;
+    }
+    [[nodiscard]] qsizetype nextCharacter(qsizetype at) const
+    {
+        if (at >= m_limit)
+            return m_limit;
+        const bool isPair = m_line[at].isHighSurrogate() && at + 1 < m_limit && m_line[at + 1].isLowSurrogate();
+        return at + (isPair ? 2 : 1);
+    }
 
     void take(qsizetype length, SyntaxRole role);
     void push(int context, const QString &end = {});
