@@ -1,6 +1,7 @@
 #include "folder/operations/plan_survey.h"
 
 #include "folder/operations/folder_deletions.h"
+#include "folder/operations/place_look.h"
 
 namespace velmora {
 
@@ -20,7 +21,7 @@ bool isDeletion(const OperationStep &step)
 class Survey {
 public:
     Survey(const OperationPlan &plan, FileLayer &files, const CancelFlag &cancel, Progress &progress)
-        : m_plan(plan), m_chain(files, plan.roots), m_cancel(cancel), m_progress(progress)
+        : m_plan(plan), m_look(files, plan.roots), m_chain(m_look.chain()), m_cancel(cancel), m_progress(progress)
     {}
 
     OperationPlan run()
@@ -202,28 +203,6 @@ private:
                (step.from.isSet() && m_droppedSources.containsFolderOf(step.from));
     }
 
-    struct Look {
-        bool isThere = false;
-        NodeState node;
-        FileError error; ///< other than that nothing is there
-    };
-
-    Look look(const Place &place)
-    {
-        const qsizetype slash = place.relative.lastIndexOf(u'/');
-        const QString folder = keyOf(place.root, QStringView(place.relative).left(std::max<qsizetype>(slash, 0)));
-        if (!m_reached.folder || folder != m_reachedKey) {
-            m_reached = m_chain.reach(place);
-            m_reachedKey = folder;
-        }
-        if (!m_reached.folder)
-            return m_reached.error.kind == FileErrorKind::Missing ? Look() : Look{false, {}, m_reached.error};
-        const NodeResult found = m_reached.folder->stat(place.relative.mid(slash + 1));
-        if (!found.error.isError())
-            return {true, found.node, {}};
-        return found.error.kind == FileErrorKind::Missing ? Look() : Look{false, {}, found.error};
-    }
-
     /// A link on the way is named once, however much is behind it.
     void leaveOutUnreadable(const Place &place, const FileError &error)
     {
@@ -231,7 +210,7 @@ private:
             leaveOut(LeftOutReason::NotReadable, place, error);
             return;
         }
-        const Place link = linkOnTheWay(place);
+        const Place link = m_look.linkOnTheWay(place);
         if (!m_links.contains(link))
             m_links.append(link);
     }
@@ -248,21 +227,9 @@ private:
         }
     }
 
-    Place linkOnTheWay(const Place &place)
-    {
-        for (qsizetype slash = place.relative.indexOf(u'/'); slash > 0;
-             slash = place.relative.indexOf(u'/', slash + 1)) {
-            const Place folder{place.root, place.relative.left(slash)};
-            const ReachedPlace reached = m_chain.reach(folder);
-            if (reached.folder && reached.folder->stat(reached.name).node.kind == NodeKind::Link)
-                return folder;
-        }
-        return place;
-    }
-
     bool lookAtSource(OperationStep &step)
     {
-        const Look found = look(step.from);
+        const FoundEntry found = m_look.entryAt(step.from);
         if (found.error.isError()) {
             leaveOutUnreadable(step.from, found.error);
             return false;
@@ -307,7 +274,7 @@ private:
 
     bool isStillMissing(const Place &counterpart)
     {
-        const Look found = look(counterpart);
+        const FoundEntry found = m_look.entryAt(counterpart);
         if (found.error.isError() && found.error.kind != FileErrorKind::NotAFolder) {
             leaveOutUnreadable(counterpart, found.error);
             return false;
@@ -319,7 +286,7 @@ private:
 
     bool lookAtKeptCopy(OperationStep &step)
     {
-        const Look found = look(step.keptCopy);
+        const FoundEntry found = m_look.entryAt(step.keptCopy);
         if (found.error.isError()) {
             leaveOutUnreadable(step.keptCopy, found.error);
             return false;
@@ -348,7 +315,7 @@ private:
             return false;
         }
         const bool willBeFree = m_vacated.contains(step.to) || m_filled.containsFolderOf(step.to);
-        const Look found = willBeFree ? Look() : look(step.to);
+        const FoundEntry found = willBeFree ? FoundEntry() : m_look.entryAt(step.to);
         if (found.error.isError()) {
             leaveOutUnreadable(step.to, found.error);
             dropBranch(step);
@@ -357,7 +324,7 @@ private:
         return step.kind == OperationKind::MakeFolder ? settleFolder(step, found) : settleFile(step, found);
     }
 
-    bool settleFolder(OperationStep &step, const Look &found)
+    bool settleFolder(OperationStep &step, const FoundEntry &found)
     {
         step.toSeen = SeenEntry::absent();
         if (!found.isThere)
@@ -371,7 +338,7 @@ private:
         return false;
     }
 
-    bool settleFile(OperationStep &step, const Look &found)
+    bool settleFile(OperationStep &step, const FoundEntry &found)
     {
         const bool expectsNothing = step.toSeen.state == SeenEntry::State::Absent;
         const bool isAnything = step.toSeen.state == SeenEntry::State::Unknown;
@@ -452,7 +419,8 @@ private:
     }
 
     const OperationPlan &m_plan;
-    FolderChain m_chain;
+    PlaceLook m_look;
+    const FolderChain &m_chain;
     const CancelFlag &m_cancel;
     Progress &m_progress;
     QList<OperationStep> m_steps;
@@ -465,8 +433,6 @@ private:
     PlaceSet m_dropped;        ///< target folders that will not be made
     PlaceSet m_droppedSources; ///< links that stand for folders
     QList<Place> m_links;      ///< that hid something from the plan
-    ReachedPlace m_reached;    ///< the folder of the last place
-    QString m_reachedKey;
 };
 
 } // namespace
