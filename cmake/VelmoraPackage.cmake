@@ -82,7 +82,7 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1) # the number in packaging/debian/changelog
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS qt6-image-formats-plugins) # which no program links
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-image-formats-plugins, libarchive13 | libarchive13t64") # which no program links
 # Wayland desktops show it through their X server; Qt brings a font with Latin letters along.
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland, fonts-wqy-microhei")
 include(CPack)

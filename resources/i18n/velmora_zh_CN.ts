@@ -6607,7 +6607,7 @@ Restore them? The files themselves stay as they are until you save.</source>
     </message>
     <message>
         <source>%1 files, %2 folders, %3</source>
-        <translation>%1 个文件，%2 个文件夹，%3</translation>
+        <translation>文件：%1，文件夹：%2，%3</translation>
     </message>
     <message>
         <source>The comparison was cancelled; not all files were compared.</source>
@@ -7284,6 +7284,202 @@ Read-only: %5</source>
     <message>
         <source>The password does not open the archive: %1</source>
         <translation>密码无法打开压缩包：%1</translation>
+    </message>
+    <message>
+        <source>Encrypted in a way that cannot be read: %1</source>
+        <translation>加密方式不受支持，无法读取：%1</translation>
+    </message>
+    <message>
+        <source>All of the archive is encrypted, names as well, in a way that cannot be read: %1</source>
+        <translation>整个压缩包（包括名称）均已加密，且加密方式不受支持：%1</translation>
+    </message>
+    <message>
+        <source>Encrypted in a way that cannot be read</source>
+        <translation>加密方式不受支持，无法读取</translation>
+    </message>
+    <message>
+        <source>The archive is damaged or cut off, and nothing of it can be read: %1</source>
+        <translation>压缩包已损坏或不完整，无法读取任何内容：%1</translation>
+    </message>
+    <message>
+        <source>Archive:</source>
+        <translation>压缩包：</translation>
+    </message>
+    <message>
+        <source>Choose or drop an archive…</source>
+        <translation>选择或拖入压缩包…</translation>
+    </message>
+    <message>
+        <source>Select archive</source>
+        <translation>选择压缩包</translation>
+    </message>
+    <message>
+        <source>What is in the archive?</source>
+        <translation>压缩包里有什么？</translation>
+    </message>
+    <message>
+        <source>Choose an archive or drop one here: its entries are shown without unpacking it.</source>
+        <translation>选择压缩包或将其拖到此处：无需解压即可查看其中的条目。</translation>
+    </message>
+    <message>
+        <source>Choose an archive</source>
+        <translation>请选择压缩包</translation>
+    </message>
+    <message>
+        <source>This is a folder, not an archive</source>
+        <translation>这是文件夹，不是压缩包</translation>
+    </message>
+    <message>
+        <source>Opening the archive…</source>
+        <translation>正在打开压缩包…</translation>
+    </message>
+    <message>
+        <source>Read the archive, again where it is open</source>
+        <translation>读取压缩包；已打开时重新读取</translation>
+    </message>
+    <message>
+        <source>Extract…</source>
+        <translation>提取…</translation>
+    </message>
+    <message>
+        <source>Copy the selected entries into a folder, folders with all that is in them</source>
+        <translation>将所选条目复制到文件夹，文件夹连同其全部内容</translation>
+    </message>
+    <message>
+        <source>Extract all…</source>
+        <translation>全部提取…</translation>
+    </message>
+    <message>
+        <source>Copy all entries into a folder</source>
+        <translation>将全部条目复制到文件夹</translation>
+    </message>
+    <message>
+        <source>Test</source>
+        <translation>测试</translation>
+    </message>
+    <message>
+        <source>Read every entry to its end, and see whether its checksum holds</source>
+        <translation>完整读取每个条目，并核对其校验和</translation>
+    </message>
+    <message>
+        <source>Testing…</source>
+        <translation>正在测试…</translation>
+    </message>
+    <message>
+        <source>Files are still being extracted. Cancel that first.</source>
+        <translation>仍在提取文件，请先取消。</translation>
+    </message>
+    <message>
+        <source>Entries of the archive</source>
+        <translation>压缩包的条目</translation>
+    </message>
+    <message>
+        <source>Shows the entries whose names hold all of these words (Ctrl+F)</source>
+        <translation>显示名称包含所有这些词的条目 (Ctrl+F)</translation>
+    </message>
+    <message>
+        <source>What is missing or damaged</source>
+        <translation>缺失或损坏的内容</translation>
+    </message>
+    <message>
+        <source>Packed</source>
+        <translation>压缩后</translation>
+    </message>
+    <message>
+        <source>Ratio</source>
+        <translation>压缩率</translation>
+    </message>
+    <message>
+        <source>Method</source>
+        <translation>压缩方法</translation>
+    </message>
+    <message>
+        <source>Mode</source>
+        <translation>权限</translation>
+    </message>
+    <message>
+        <source>CRC-32; of formats that have none in their directory it is known after a test</source>
+        <translation>CRC-32；目录中不含校验和的格式在测试后显示</translation>
+    </message>
+    <message>
+        <source>Encrypted</source>
+        <translation>已加密</translation>
+    </message>
+    <message>
+        <source>Encrypted, and not read without the password</source>
+        <translation>已加密，没有密码无法读取</translation>
+    </message>
+    <message>
+        <source>Enter the password…</source>
+        <translation>输入密码…</translation>
+    </message>
+    <message>
+        <source>Open all folders</source>
+        <translation>展开所有文件夹</translation>
+    </message>
+    <message>
+        <source>Switch between the tree and the preview</source>
+        <translation>在树与预览之间切换</translation>
+    </message>
+    <message>
+        <source>Close all folders</source>
+        <translation>折叠所有文件夹</translation>
+    </message>
+    <message>
+        <source>Files: %1, folders: %2</source>
+        <translation>文件：%1，文件夹：%2</translation>
+    </message>
+    <message>
+        <source>%1 unpacked, %2 packed (%3)</source>
+        <translation>解压后 %1，压缩后 %2（%3）</translation>
+    </message>
+    <message>
+        <source>Files that cannot be read whole: %1 of %2</source>
+        <translation>%2 个文件中有 %1 个无法完整读取</translation>
+    </message>
+    <message>
+        <source>Stopped at the limit of what is unpacked; files read before it: %1</source>
+        <translation>已达到解压上限而停止；此前的 %1 个文件均可读取</translation>
+    </message>
+    <message>
+        <source>The archive is damaged or cut off; files that are left and can be read: %1</source>
+        <translation>压缩包已损坏或不完整；剩余的 %1 个文件可以读取</translation>
+    </message>
+    <message>
+        <source>All files can be read, and their checksums hold: %1 (%2)</source>
+        <translation>全部 %1 个文件均可读取，且校验和正确 (%2)</translation>
+    </message>
+    <message>
+        <source>All files can be read; the format has no checksums: %1 (%2)</source>
+        <translation>全部 %1 个文件均可读取；该格式没有校验和 (%2)</translation>
+    </message>
+    <message>
+        <source>A pipe or device, which has no content</source>
+        <translation>管道或设备，没有内容</translation>
+    </message>
+    <message>
+        <source>A link to %1</source>
+        <translation>指向 %1 的链接</translation>
+    </message>
+    <message>
+        <source>The file is empty</source>
+        <translation>文件为空</translation>
+    </message>
+    <message>
+        <source>Damaged: nothing of it can be read</source>
+        <translation>已损坏：无法读取任何内容</translation>
+    </message>
+    <message>
+        <source>Damaged: nothing of it can be read (%1)</source>
+        <translation>已损坏：无法读取任何内容（%1）</translation>
+    </message>
+    <message>
+        <source>damaged; only the first %1 can be read</source>
+        <translation>已损坏；仅前 %1 可读取</translation>
+    </message>
+    <message>
+        <source>the first %1</source>
+        <translation>前 %1</translation>
     </message>
     <message>
         <source>There is no such archive or folder: %1</source>

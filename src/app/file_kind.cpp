@@ -5,6 +5,7 @@
 #include "core/text_file.h"
 #include "merge/engine/conflict_markers.h"
 #include "platform/file_access.h"
+#include "vfs/archive/archive_signature.h"
 
 #include <QFileInfo>
 #include <QStringList>
@@ -46,6 +47,13 @@ bool isProgram(std::string_view head)
     const std::size_t at =
         static_cast<unsigned char>(head[headerPointer]) + 256U * static_cast<unsigned char>(head[headerPointer + 1]);
     return at < head.size() && head.substr(at, 4) == "PE\0\0"sv;
+}
+
+/// Texts may begin as some archives do, but hold no control characters.
+bool isArchive(std::string_view head)
+{
+    return beginsLikeArchive({head.data(), qsizetype(head.size())}) &&
+           std::any_of(head.begin(), head.end(), [](char byte) { return byte >= 0 && byte < '\t'; });
 }
 
 bool isTable(const QString &path)
@@ -91,6 +99,8 @@ QString kindOfContent(const QString &path, const QByteArray &head)
         return QStringLiteral("image");
     if (isProgram(bytes))
         return QStringLiteral("version");
+    if (isArchive(bytes))
+        return QStringLiteral("archive");
     if (decodeText(head, TextEncoding()).binary)
         return QStringLiteral("binary");
     return isTable(path) ? QStringLiteral("table") : QStringLiteral("text");
@@ -106,11 +116,14 @@ QString kindOfPair(const QString &left, const QString &right)
     }
     if (kinds.isEmpty())
         return QStringLiteral("text");
-    const bool isLoneProgram = kinds.size() == 1 && kinds.first() == QLatin1String("version");
+    if (kinds.size() == 1 && kinds.first() == QLatin1String("version"))
+        return QStringLiteral("binary");
+    if (kinds.size() == 1 && kinds.first() == QLatin1String("archive"))
+        return QStringLiteral("archivebrowse");
     if (kinds.first() == kinds.last())
-        return isLoneProgram ? QStringLiteral("binary") : kinds.first();
+        return kinds.first();
     const bool texts = std::none_of(kinds.begin(), kinds.end(), [](const QString &kind) {
-        return kind == QLatin1String("binary") || kind == QLatin1String("image") || kind == QLatin1String("version");
+        return kind != QLatin1String("text") && kind != QLatin1String("table");
     });
     return texts ? QStringLiteral("text") : QStringLiteral("binary");
 }

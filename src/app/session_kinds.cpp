@@ -8,6 +8,7 @@
 #include "filetypes/registry/registry_compare_widget.h"
 #include "filetypes/table/table_compare_widget.h"
 #include "filetypes/version/version_compare_widget.h"
+#include "folder/browse/archive_browse_widget.h"
 #include "folder/compare/archive_compare_widget.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/duplicates/duplicate_finder_widget.h"
@@ -236,7 +237,7 @@ constexpr SessionKindRow rows[] = {
      .icon = ":/icons/sessions/archive.png",
      .slot = "onNewArchiveBrowse",
      .summary = QT_TRANSLATE_NOOP("Velmora", "Look into an archive without unpacking it."),
-     .create = pending},
+     .create = make<ArchiveBrowseWidget>},
     {.id = QLatin1String("checksum"),
      .group = Contents,
      .sides = 2,

@@ -5,9 +5,7 @@
 
 namespace velmora::cli {
 
-namespace {
-
-const char *words(ArchiveProblem::Kind kind)
+const char *archiveProblemWords(ArchiveProblem::Kind kind)
 {
     switch (kind) {
     case ArchiveProblem::Kind::NameLeadsOut:
@@ -28,6 +26,8 @@ const char *words(ArchiveProblem::Kind kind)
         return "the archive is damaged or cut off here; what comes after is not known";
     case ArchiveProblem::Kind::Encrypted:
         return "encrypted, not read without the password";
+    case ArchiveProblem::Kind::CannotDecrypt:
+        return "encrypted in a way that cannot be read";
     case ArchiveProblem::Kind::TooManyEntries:
         return "there are more than 1,000,000 entries; the rest is left out";
     case ArchiveProblem::Kind::TooMuchContent:
@@ -38,13 +38,28 @@ const char *words(ArchiveProblem::Kind kind)
     return "";
 }
 
-} // namespace
+QString archiveProblemLine(const ArchiveProblem &problem)
+{
+    QString line = QString::fromLatin1(archiveProblemWords(problem.kind));
+    if (!problem.path.isEmpty())
+        line += QStringLiteral(": %1").arg(visibleName(problem.path));
+    if (problem.count > 1)
+        line += QStringLiteral(" and %1 more").arg(problem.count - 1);
+    if (!problem.detail.isEmpty())
+        line += QStringLiteral(" (%1)").arg(visibleName(problem.detail));
+    return line;
+}
 
 QString archiveFaultText(const QString &path, const ArchiveOpening &opening)
 {
     switch (opening.fault) {
     case ArchiveFault::Unreadable:
         return QStringLiteral("%1: cannot read the file").arg(path);
+    case ArchiveFault::Damaged:
+        return QStringLiteral("%1: the archive is damaged or cut off, and nothing of it can be read").arg(path);
+    case ArchiveFault::HiddenNames:
+        return QStringLiteral("%1: all of the archive is encrypted, names as well, in a way that cannot be read")
+            .arg(path);
     case ArchiveFault::NoArchive:
         return QStringLiteral("%1: is neither a folder nor an archive").arg(path);
     case ArchiveFault::WrongPassword:
@@ -60,17 +75,11 @@ bool complainAboutArchive(const Streams &streams, const QString &archive, const 
     for (const ArchiveProblem &problem : problems) {
         const bool isHarmless =
             problem.kind == ArchiveProblem::Kind::SameName || problem.kind == ArchiveProblem::Kind::LinkLeadsOut ||
-            problem.kind == ArchiveProblem::Kind::NestedUnreadable || problem.kind == ArchiveProblem::Kind::Encrypted;
-        QString line = QStringLiteral("%1%2: %3")
-                           .arg(isHarmless ? QStringLiteral("warning: ") : QString(), visibleName(archive),
-                                QString::fromLatin1(words(problem.kind)));
-        if (!problem.path.isEmpty())
-            line += QStringLiteral(": %1").arg(visibleName(problem.path));
-        if (problem.count > 1)
-            line += QStringLiteral(" and %1 more").arg(problem.count - 1);
-        if (!problem.detail.isEmpty())
-            line += QStringLiteral(" (%1)").arg(visibleName(problem.detail));
-        complain(streams, line);
+            problem.kind == ArchiveProblem::Kind::NestedUnreadable || problem.kind == ArchiveProblem::Kind::Encrypted ||
+            problem.kind == ArchiveProblem::Kind::CannotDecrypt;
+        complain(streams, QStringLiteral("%1%2: %3")
+                              .arg(isHarmless ? QStringLiteral("warning: ") : QString(), visibleName(archive),
+                                   archiveProblemLine(problem)));
         hides = hides || !isHarmless;
     }
     return hides;

@@ -11,6 +11,10 @@ namespace velmora::cli {
 /// Why there is no tree at `path`.
 [[nodiscard]] QString archiveFaultText(const QString &path, const ArchiveOpening &opening);
 
+/// What of an archive is not there to see, in words; those of a kind in the plural.
+[[nodiscard]] const char *archiveProblemWords(ArchiveProblem::Kind kind);
+[[nodiscard]] QString archiveProblemLine(const ArchiveProblem &problem);
+
 /// Tells what of an archive is not there to see. True when that may hide a difference.
 bool complainAboutArchive(const Streams &streams, const QString &archive, const QList<ArchiveProblem> &problems);
 

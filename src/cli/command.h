@@ -46,6 +46,7 @@ void complain(const Streams &streams, const QString &message);
 [[nodiscard]] int fail(const Streams &streams, const QString &message);
 
 // The rows of the table, each beside what it runs.
+[[nodiscard]] Command archiveCommand();
 [[nodiscard]] Command binaryCommand();
 [[nodiscard]] Command checksumCommand();
 [[nodiscard]] Command duplicatesCommand();

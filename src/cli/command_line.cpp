@@ -124,8 +124,8 @@ std::span<const Command> commands()
     static const std::array all{textCommand(),       folderCommand(),   syncCommand(),    mergeFoldersCommand(),
                                 snapshotCommand(),   usageCommand(),    binaryCommand(),  checksumCommand(),
                                 duplicatesCommand(), imageCommand(),    mergeCommand(),   systemCommand(),
-                                tableCommand(),      registryCommand(), versionCommand(), gitCommand(),
-                                gitSetupCommand()};
+                                tableCommand(),      registryCommand(), versionCommand(), archiveCommand(),
+                                gitCommand(),        gitSetupCommand()};
     return all;
 }
 

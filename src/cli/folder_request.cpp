@@ -3,11 +3,11 @@
 #include "cli/archive_words.h"
 #include "cli/choices.h"
 #include "cli/command.h"
+#include "cli/password_file.h"
 #include "core/visible_name.h"
 #include "core/wildcard.h"
 #include "vfs/archive/tree_path.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include <array>
@@ -34,19 +34,6 @@ constexpr std::array maskOptions{
     MaskOption{"include-folders", &FolderSessionOptions::includeFolders},
     MaskOption{"exclude-folders", &FolderSessionOptions::excludeFolders},
 };
-
-/// The first line of a file, without its end.
-std::optional<QByteArray> firstLine(const QString &path)
-{
-    QFile file(path);
-    constexpr qint64 longest = 4096;
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    QByteArray line = file.readLine(longest);
-    while (line.endsWith('\n') || line.endsWith('\r'))
-        line.chop(1);
-    return line;
-}
 
 QString takeTolerance(const Arguments &arguments, FolderSessionOptions &options)
 {
@@ -117,12 +104,9 @@ QString FolderRequest::takeTrees(const Arguments &arguments)
         requests[side].nested = haveFolder ? NestedArchives::StayFiles : NestedArchives::BecomeFolders;
         requests[side].reading = isOfPresence() ? ArchiveReading::NamesOnly : ArchiveReading::Contents;
     }
-    if (const std::optional<QString> file = arguments.value("password-file")) {
-        const std::optional<QByteArray> password = firstLine(*file);
-        if (!password)
-            return QStringLiteral("%1: cannot read the file").arg(*file);
-        requests.left.password = requests.right.password = *password;
-    }
+    if (const QString error = takePassword(arguments, requests.left.password); !error.isEmpty())
+        return error;
+    requests.right.password = requests.left.password;
     Progress silent;
     Sides<TreeAt> trees = treesAt(requests, {}, silent);
     for (const Side side : bothSides) {

@@ -37,6 +37,9 @@ private Q_SLOTS:
               {"photo.txt", "\xFF\xD8\xFF\xE0 and so on", "image"},
               {"BMW.txt", "BMW is a text\n", "text"},
               {"map", QByteArray("BM\x36\0\0\0\0\0\0\0\x36\0\0\0\x28\0", 16), "image"},
+              {"a.zip", QByteArray("PK\3\4\x14\0", 6), "archive"},
+              {"b", QByteArray("\x1F\x8B\x08\0\0", 5), "archive"},
+              {"BZ.txt", "BZhelp is a text\n", "text"},
               {"empty.csv", "", "table"}})
             QVERIFY2(kindOfContent(word(name), bytes) == word(kind), name);
     }
@@ -65,6 +68,10 @@ private Q_SLOTS:
         QCOMPARE(kindOfPair(program, program), word("version"));
         QCOMPARE(kindOfPair(program, {}), word("binary"));
         QCOMPARE(kindOfPair(program, text), word("binary"));
+        const QString archive = file("z", QByteArray("PK\3\4\x14\0", 6));
+        QCOMPARE(kindOfPair(archive, archive), word("archive"));
+        QCOMPARE(kindOfPair(archive, {}), word("archivebrowse"));
+        QCOMPARE(kindOfPair(archive, binary), word("binary"));
         QCOMPARE(kindOfPair({}, folder.filePath(word("gone"))), word("text"));
         const bool hexIsBuilt = isBuilt(*findSessionKind(word("binary")));
         QCOMPARE(builtKindOfPair(text, binary), hexIsBuilt ? word("binary") : word("text"));

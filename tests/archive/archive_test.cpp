@@ -1,3 +1,5 @@
+#include "vfs/archive/archive_test.h"
+
 #include "archive/made_archive.h"
 #include "folder/engine/folder_engine.h"
 #include "support/test_main.h"
@@ -220,6 +222,20 @@ private Q_SLOTS:
                 QList<FolderProblem> unread;
                 if (tree.folder.isThere())
                     QVERIFY(!differences(complete, tree.folder, &unread).isEmpty());
+            }
+        }
+        // What is known by its beginning is never taken for something else.
+        for (const char *format : {"7zip", "zip", "iso9660", "newc", "ustar", "xar", "ar"}) {
+            for (const char *filter : {"none", "gzip", "xz", "zstd", "bzip2", "lz4"}) {
+                const QByteArray whole = packed(plainFiles.mid(0, 2), format, filter);
+                const qsizetype cut = qMax(
+                    qstrcmp(format, "iso9660") == 0 && qstrcmp(filter, "none") == 0 ? 34000 : 270, whole.size() / 2);
+                if (cut >= whole.size())
+                    continue; // too short to be cut
+                const TreeAt tree = opened(folder.put(QStringLiteral("half"), whole.first(cut)));
+                QVERIFY2(tree.folder.isThere() ? !tree.opening.problems.isEmpty()
+                                               : tree.opening.fault == ArchiveFault::Damaged,
+                         qPrintable(QLatin1String(format) + u' ' + QLatin1String(filter)));
             }
         }
         // One changed byte of a content, and two entries on the same bytes.

@@ -21,8 +21,9 @@ inline const QList<Made> plainFiles{{"docs/a.txt", "alpha\n"},
                                     {"empty", ""},
                                     {"link", "", "docs/a.txt"}};
 
-/// An archive of `files`, by the library's names of formats and compressions.
-inline QByteArray packed(const QList<Made> &files, const char *format, const char *filter = "none")
+/// An archive of `files`, by the library's names of formats and compressions; a zip may have a password.
+inline QByteArray packed(const QList<Made> &files, const char *format, const char *filter = "none",
+                         const char *password = nullptr)
 {
     QByteArray bytes(8 << 20, '\0');
     std::size_t used = 0;
@@ -30,6 +31,10 @@ inline QByteArray packed(const QList<Made> &files, const char *format, const cha
     archive_write_set_format_by_name(writer, format);
     if (qstrcmp(filter, "none") != 0)
         archive_write_add_filter_by_name(writer, filter);
+    if (password) {
+        archive_write_set_options(writer, "zip:encryption=aes256");
+        archive_write_set_passphrase(writer, password);
+    }
     archive_write_set_bytes_in_last_block(writer, 1);
     archive_write_open_memory(writer, bytes.data(), std::size_t(bytes.size()), &used);
     for (const Made &file : files) {

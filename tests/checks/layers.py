@@ -32,6 +32,7 @@ NEIGHBOURS = {
     ("filetypes/table/engine", "text/engine"),
     ("folder/sftp/engine", "folder/engine"),
     ("folder/sftp/engine", "filetypes/checksum/engine"),
+    ("folder/browse", "folder/actions"),
     ("folder/compare", "folder/actions"),
     ("folder/duplicates", "folder/actions"),
     ("folder/merge", "folder/actions"),

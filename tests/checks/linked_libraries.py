@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Checks that a program needs no Qt library but Core, neither itself nor through another library.
+"""Checks that a program needs no Qt library but Core, neither itself nor through another library, and that libarchive, which
+is loaded when an archive is met, is not among what it is started with.
 
     linked_libraries.py PROGRAM
 """
@@ -16,6 +17,9 @@ def main():
         sys.exit(f"{sys.argv[1]} does not even need Qt Core:\n{run.stdout}")
     if qt != {"Core"}:
         print(f"{sys.argv[1]} needs {', '.join(sorted('Qt' + name for name in qt))}")
+        return 1
+    if "libarchive.so" in run.stdout:
+        print(f"{sys.argv[1]} loads libarchive at its start")
         return 1
     return 0
 

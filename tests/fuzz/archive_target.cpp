@@ -1,6 +1,7 @@
 #include "fuzz/targets.h"
-#include "vfs/archive/archive_layout.h"
+#include "vfs/archive/archive_listing.h"
 #include "vfs/archive/archive_opening.h"
+#include "vfs/archive/archive_test.h"
 #include "vfs/archive/spool.h"
 
 namespace velmora::fuzz {
@@ -23,6 +24,9 @@ void archive(const QByteArray &input)
         require(!name.isEmpty() && name != u"." && name != u".." && !name.contains(u'/'), "names are one step down");
         require(tree.behind(node) < tree.count(), "links lead to nodes");
     }
+    const ArchiveListing listing(opening.source);
+    for (qint32 row = 0; row < listing.count(); ++row)
+        require(listing.find(listing.path(row)) == row, "rows are found by their paths");
     require(testArchive(*opening.source, {}, progress).bytes <= 64 * (1 << 22), "what is unpacked has a limit");
 }
 

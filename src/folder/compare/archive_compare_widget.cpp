@@ -2,7 +2,7 @@
 
 #include "core/content_compare.h"
 #include "core/path_names.h"
-#include "folder/compare/archive_words.h"
+#include "folder/actions/archive_words.h"
 #include "folder/compare/folder_compare_bar.h"
 #include "session/dialogs.h"
 #include "session/frame/status_line.h"

@@ -129,7 +129,12 @@ void FileCommands::carryOut(FolderCommand command)
         const Side side = wanted.side.value_or(Side::Left);
         const TreeFolder &root = m_comparison.spec().roots[side];
         if (root.source && !root.source->isLocal()) {
-            Q_EMIT extractionWanted(root, wanted.items, side);
+            QStringList paths;
+            for (const FolderDiffItem &item : wanted.items) {
+                if (const QString &path = pathOn(item, side); !path.isEmpty())
+                    paths.append(path);
+            }
+            Q_EMIT extractionWanted(root, paths);
             return;
         }
     }

@@ -4,6 +4,7 @@
 #include "folder/engine/folder_jobs.h"
 
 #include <QObject>
+#include <QStringList>
 #include <QTimer>
 
 class QAction;
@@ -38,8 +39,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     /// The entries are to be copied to a folder, and are no files of this system.
-    void extractionWanted(const velmora::TreeFolder &root, const QList<velmora::FolderDiffItem> &items,
-                          velmora::Side side);
+    void extractionWanted(const velmora::TreeFolder &root, const QStringList &paths);
     void logLine(const QString &line);
     void statusChanged(const QString &text);
     void progressed(qint64 done, qint64 total);

@@ -1,7 +1,7 @@
 #include "core/settings_store.h"
 #include "folder/actions/action_words.h"
+#include "folder/actions/entry_extraction.h"
 #include "folder/compare/contents_run.h"
-#include "folder/compare/entry_extraction.h"
 #include "folder/compare/file_commands.h"
 #include "folder/compare/folder_compare_side_pane.h"
 #include "folder/compare/folder_compare_widget.h"

@@ -1,7 +1,7 @@
 #include "core/visible_name.h"
 #include "folder/actions/action_words.h"
+#include "folder/actions/entry_extraction.h"
 #include "folder/actions/folder_log_panel.h"
-#include "folder/compare/entry_extraction.h"
 #include "folder/compare/file_commands.h"
 #include "folder/compare/folder_compare_bar.h"
 #include "folder/compare/folder_compare_widget.h"

@@ -1,9 +1,9 @@
 #include "folder/compare/folder_compare_widget.h"
 
 #include "core/settings_store.h"
+#include "folder/actions/entry_extraction.h"
 #include "folder/actions/folder_log_panel.h"
 #include "folder/compare/contents_run.h"
-#include "folder/compare/entry_extraction.h"
 #include "folder/compare/entry_opener.h"
 #include "folder/compare/file_commands.h"
 #include "folder/compare/folder_compare_bar.h"
@@ -19,6 +19,7 @@
 #include "session/translate.h"
 #include "settings/options/folder_presets.h"
 #include "settings/options/folder_settings_store.h"
+#include "vfs/archive/archive_source.h"
 
 #include <QBoxLayout>
 #include <QDir>
@@ -258,7 +259,9 @@ void FolderCompareWidget::connectCommands()
         showRunning();
         Q_EMIT editStateChanged();
     });
-    connect(m_fileCommands, &FileCommands::extractionWanted, m_extraction, &EntryExtraction::start);
+    connect(m_fileCommands, &FileCommands::extractionWanted, this, [this](const auto &root, const QStringList &paths) {
+        m_extraction->start(std::dynamic_pointer_cast<const ArchiveSource>(root.source), paths);
+    });
     connect(m_extraction, &EntryExtraction::logLine, this, &FolderCompareWidget::log);
     connect(m_extraction, &EntryExtraction::statusChanged, this,
             [this](const QString &text) { showMessage(text.isEmpty() ? m_summary : text); });

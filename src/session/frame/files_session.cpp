@@ -64,7 +64,7 @@ void FilesSession::onCancel()
 
 void FilesSession::showRunning()
 {
-    const bool runs = m_runner.isRunning();
+    const bool runs = isBusy();
     m_cancel->setEnabled(runs);
     if (runs) {
         m_status->showProgress({});

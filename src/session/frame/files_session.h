@@ -30,7 +30,7 @@ public:
 
 public Q_SLOTS:
     /// Asks the run to stop; what is shown stays.
-    void onCancel();
+    virtual void onCancel();
 
 protected:
     /// `fields` as in `PathsBar`.
@@ -53,9 +53,12 @@ protected:
     template <typename Job, typename Ended>
     void runToEnd(Job job, Ended ended);
 
-private:
+    /// Whether there is something to cancel. A kind that works beside its runs says so, and calls `showRunning` when
+    /// that begins and ends.
+    [[nodiscard]] virtual bool isBusy() const { return m_runner.isRunning(); }
     void showRunning();
 
+private:
     PathsBar *m_inputs;
     QHBoxLayout *m_commands;
     QVBoxLayout *m_content;

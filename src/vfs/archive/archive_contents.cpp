@@ -1,6 +1,7 @@
 #include "vfs/archive/archive_contents.h"
 
 #include "vfs/archive/archive_stream.h"
+#include "vfs/archive/resuming_stream.h"
 #include "vfs/archive/zip_directory.h"
 
 #include <QHash>
@@ -19,6 +20,8 @@ public:
     /// Visits the entry that `stream` has come to. False ends the visit.
     [[nodiscard]] bool take(ArchiveStream &stream, qint32 entry)
     {
+        if (stream.entry().isEncrypted && !stream.canDecrypt())
+            return refuse(entry);
         m_visitor.begin(entry);
         const auto give = [this](QByteArrayView bytes) {
             m_left -= bytes.size();
@@ -110,13 +113,13 @@ public:
 VisitEnd StreamContents::visit(std::span<const qint32> entries, ContentVisitor &visitor, const CancelFlag &cancel) const
 {
     LimitedVisit visit(visitor, m_file.mostUnpacked);
-    ArchiveStream stream(m_file.file, m_file.password, cancel);
+    ResumingStream archive(m_file.file, m_file.password, cancel);
     for (auto wanted = entries.begin(); wanted != entries.end();) {
-        if (stream.next() != ArchiveStream::Step::Entry)
+        if (archive.next() != ArchiveStream::Step::Entry)
             return VisitEnd::Broken;
-        if (stream.entry().position != *wanted)
+        if (archive.stream().entry().position != *wanted)
             continue;
-        if (!visit.take(stream, *wanted))
+        if (!visit.take(archive.stream(), *wanted))
             break;
         ++wanted;
     }
@@ -129,10 +132,10 @@ std::unique_ptr<OpenFile> StreamContents::open(qint32 entry) const
     if (!m_unpacked) {
         auto unpacked = std::make_shared<Unpacked>();
         LimitedVisit visit(unpacked->visitor, m_file.mostUnpacked);
-        ArchiveStream stream(m_file.file, m_file.password, {});
-        while (stream.next() == ArchiveStream::Step::Entry) {
-            const bool hasContent = stream.entry().kind == ArchiveEntryKind::File;
-            if (hasContent && !visit.take(stream, qint32(stream.entry().position)))
+        ResumingStream archive(m_file.file, m_file.password, {});
+        while (archive.next() == ArchiveStream::Step::Entry) {
+            const ArchiveEntry &found = archive.stream().entry();
+            if (found.kind == ArchiveEntryKind::File && !visit.take(archive.stream(), qint32(found.position)))
                 break;
         }
         m_unpacked = std::move(unpacked);

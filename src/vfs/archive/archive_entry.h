@@ -23,7 +23,8 @@ struct ArchiveEntry {
     qint64 packed = -1;    ///< bytes in the archive; -1 where the format does not tell
     qint64 modifiedMs = 0; ///< milliseconds since 1970-01-01 UTC; 0 where the archive does not tell
     qint64 position = 0;   ///< its number in the archive from 0; in a zip with a directory, where its header stands
-    std::optional<quint32> crc; ///< CRC-32 of the content
+    std::optional<quint32> crc;  ///< CRC-32 of the content
+    std::optional<quint32> mode; ///< permissions as `chmod` has them
     ArchiveEntryKind kind = ArchiveEntryKind::File;
     bool isUtf8 = false; ///< the archive says so of the name
     bool isEncrypted = false;

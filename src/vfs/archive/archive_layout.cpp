@@ -142,58 +142,12 @@ private:
     bool m_opens = false;
 };
 
-/// Reads and throws away.
-class TestingVisitor final : public ContentVisitor {
-public:
-    TestingVisitor(const ArchiveSource &archive, const Wanted &wanted, ArchiveTest &test, Progress &progress)
-        : m_archive(archive), m_wanted(wanted), m_test(test), m_progress(progress)
-    {}
-
-    void begin(qint32 entry) override { m_entry = entry; }
-    bool take(QByteArrayView bytes) override
-    {
-        m_test.bytes += bytes.size();
-        m_progress.report(0, m_test.bytes, 0, name());
-        return true;
-    }
-    bool end(bool isWhole, const QString &error) override
-    {
-        using enum ArchiveProblem::Kind;
-        ++m_test.files;
-        const ArchiveEntry &entry = (*m_archive.parts().entries)[std::size_t(m_entry)];
-        if (!isWhole)
-            noteProblem(m_test.problems, entry.isEncrypted ? Encrypted : Damaged, name(), error);
-        return true;
-    }
-
-private:
-    [[nodiscard]] const QString &name() const { return m_wanted.paths.at(m_entry).first(); }
-
-    const ArchiveSource &m_archive;
-    const Wanted &m_wanted;
-    ArchiveTest &m_test;
-    Progress &m_progress;
-    qint32 m_entry = 0;
-};
-
 void noteEnd(VisitEnd end, QList<ArchiveProblem> &problems)
 {
     if (end == VisitEnd::TooMuch)
         noteProblem(problems, ArchiveProblem::Kind::TooMuchContent, {});
     else if (end == VisitEnd::Broken)
         noteProblem(problems, ArchiveProblem::Kind::Incomplete, {});
-}
-
-void collectFiles(const ArchiveSource &archive, const QString &prefix, WantedFiles &files)
-{
-    const ArchiveTree &tree = archive.tree();
-    for (qint32 number = 1; number < tree.count(); ++number) {
-        const ArchiveNode &node = tree.node(number);
-        if (node.kind == ArchiveEntryKind::File)
-            files[&archive].paths[node.entry].append(prefix + tree.path(number));
-        if (const ArchiveSource *inner = archive.within(number))
-            collectFiles(*inner, prefix + tree.path(number), files);
-    }
 }
 
 } // namespace
@@ -227,19 +181,6 @@ LayOutResult layOutEntries(const ArchiveSource &archive, const QStringList &path
             result.laidOut.append(target);
     }
     return result;
-}
-
-ArchiveTest testArchive(const ArchiveSource &archive, const CancelFlag &cancel, Progress &progress)
-{
-    ArchiveTest test;
-    WantedFiles files;
-    collectFiles(archive, {}, files);
-    for (const auto &[source, wanted] : files) {
-        TestingVisitor visitor(*source, wanted, test, progress);
-        noteEnd(source->parts().contents->visit(numbers(wanted), visitor, cancel), test.problems);
-    }
-    test.isComplete = !cancel.isCancelled();
-    return test;
 }
 
 } // namespace velmora

@@ -27,16 +27,4 @@ struct LayOutResult {
 [[nodiscard]] LayOutResult layOutEntries(const ArchiveSource &archive, const QStringList &paths, const QString &folder,
                                          const CancelFlag &cancel, Progress &progress);
 
-/// What came of reading every entry.
-struct ArchiveTest {
-    qint64 files = 0;
-    qint64 bytes = 0;
-    QList<ArchiveProblem> problems;
-    bool isComplete = false; ///< nobody stopped it, and no limit
-};
-
-/// Reads every entry of an archive, and of those within, to its end: the checksums are looked at on the way. Progress
-/// counts bytes.
-[[nodiscard]] ArchiveTest testArchive(const ArchiveSource &archive, const CancelFlag &cancel, Progress &progress);
-
 } // namespace velmora

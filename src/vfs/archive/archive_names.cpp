@@ -8,6 +8,8 @@
 
 #include <QByteArrayView>
 
+#include <algorithm>
+
 namespace velmora {
 
 namespace {
@@ -15,6 +17,18 @@ namespace {
 std::string_view viewOf(const QByteArray &bytes)
 {
     return {bytes.constData(), std::size_t(bytes.size())};
+}
+
+/// Zips of MS-DOS and of Windows have names in the code page of the console, which statistics take for one of the
+/// window system: its letters stand where that has signs which hardly any name holds.
+bool looksLikeCodePage437(const QByteArray &sample, const QByteArray &guess)
+{
+    const bool isWestern = guess == "ISO-8859-1" || guess == "ISO-8859-15" || guess == "WINDOWS-1252" ||
+                           guess == "WINDOWS-1250" || guess == "ISO-8859-2" || guess == "WINDOWS-1257";
+    return isWestern && std::all_of(sample.begin(), sample.end(), [](char byte) {
+               const auto value = static_cast<unsigned char>(byte);
+               return value < 0xA6U || value == 0xE1U; // the last is a sharp s
+           });
 }
 
 /// So many bytes tell the encoding.
@@ -35,7 +49,7 @@ ArchiveNames::ArchiveNames(const std::vector<ArchiveEntry> &entries, bool isZip)
     if (sample.isEmpty())
         return;
     m_charset = encodingByStatistics(viewOf(sample), preferredCharsets()).charset();
-    if (isZip && m_charset == "ISO-8859-1" && canTranscode("IBM437"))
+    if (isZip && looksLikeCodePage437(sample, m_charset) && canTranscode("IBM437"))
         m_charset = "IBM437";
 }
 

@@ -2,7 +2,9 @@
 
 #include "core/message_digest.h"
 #include "core/path_names.h"
+#include "vfs/archive/archive_signature.h"
 #include "vfs/archive/archive_stream.h"
+#include "vfs/archive/resuming_stream.h"
 #include "vfs/archive/zip_directory.h"
 #include "vfs/blob_name.h"
 
@@ -29,6 +31,13 @@ QByteArray nameInside(const QString &place)
     const QString name = bareName(place);
     const qsizetype dot = name.lastIndexOf(u'.');
     return (dot > 0 ? name.first(dot) : name).toUtf8();
+}
+
+QByteArray headOf(OpenFile &file)
+{
+    QByteArray head(longestArchiveHead, Qt::Uninitialized);
+    head.truncate(file.readAt(0, head.data(), head.size()).length);
+    return head;
 }
 
 /// Keeps what it is given, and nothing of what cannot be read whole.
@@ -82,17 +91,17 @@ public:
           m_archivesLeft(request.limits.archives)
     {}
 
-    void loadFile(std::shared_ptr<OpenFile> file)
+    void loadFile(const std::shared_ptr<OpenFile> &file)
     {
         m_unpackedLeft = m_request.limits.unpackedOf(file->size().value_or(0));
         const Location location{Location::Kind::OtherTree, m_request.path, QDir::toNativeSeparators(m_request.path)};
-        m_opening.source = load(std::move(file), location, {}, 0);
+        m_opening.source = load(file, location, {}, 0);
         if (m_cancel.isCancelled() || m_opening.fault != ArchiveFault::None)
             m_opening.source.reset();
         if (m_cancel.isCancelled())
             m_opening.fault = ArchiveFault::Stopped;
         else if (!m_opening.source && m_opening.fault == ArchiveFault::None)
-            m_opening.fault = ArchiveFault::NoArchive;
+            m_opening.fault = beginsLikeArchive(headOf(*file)) ? ArchiveFault::Damaged : ArchiveFault::NoArchive;
     }
 
 private:
@@ -227,15 +236,16 @@ private:
 
     bool readStream(Draft &draft)
     {
-        ArchiveStream stream(draft.file, m_request.password, m_cancel);
-        ArchiveStream::Step step = stream.next();
-        const bool isOneFile = stream.format() == "raw";
+        ResumingStream archive(draft.file, m_request.password, m_cancel);
+        ArchiveStream::Step step = archive.next();
+        const bool isOneFile = archive.stream().format() == "raw";
         if (step == ArchiveStream::Step::Broken || (isOneFile && draft.depth > 0)) {
             if (draft.depth == 0)
-                m_opening.reason = stream.error();
+                takeFault(archive.stream());
             return false;
         }
-        for (; step == ArchiveStream::Step::Entry && m_entriesLeft > 0 && m_unpackedLeft > 0; step = stream.next()) {
+        for (; step == ArchiveStream::Step::Entry && m_entriesLeft > 0 && m_unpackedLeft > 0; step = archive.next()) {
+            const ArchiveStream &stream = archive.stream();
             --m_entriesLeft;
             draft.entries.push_back(stream.entry());
             if (isOneFile)
@@ -243,11 +253,20 @@ private:
             if (draft.entries.size() % 64 == 1)
                 m_progress.report(0, std::min(stream.consumed(), draft.parts.size), draft.parts.size,
                                   QString::fromUtf8(draft.entries.back().name));
-            readEntry(draft, stream, isOneFile);
+            if (!archive.hasResumed()) // else what comes next is hardly better, and names are quick
+                readEntry(draft, archive.stream(), isOneFile);
         }
+        const ArchiveStream &stream = archive.stream();
         draft.parts.format = stream.format() + (stream.compression().isEmpty() ? "" : ", ") + stream.compression();
         noteEnd(draft, stream, step);
         return true;
+    }
+
+    void takeFault(const ArchiveStream &stream)
+    {
+        m_opening.reason = stream.error();
+        if (stream.hidesNames())
+            m_opening.fault = ArchiveFault::HiddenNames;
     }
 
     void noteEnd(const Draft &draft, const ArchiveStream &stream, ArchiveStream::Step step)
@@ -270,8 +289,15 @@ private:
                                    draft.depth < m_request.limits.nesting &&
                                    looksLikeArchive(QString::fromUtf8(entry.name));
         const bool isRead = m_request.reading == ArchiveReading::Contents || mayHoldOthers || entry.size < 0;
-        if (entry.kind != ArchiveEntryKind::File || !isRead)
-            return;
+        if (entry.kind == ArchiveEntryKind::File && entry.isEncrypted && !stream.canDecrypt())
+            note(draft, Kind::CannotDecrypt, QString::fromUtf8(entry.name));
+        else if (entry.kind == ArchiveEntryKind::File && isRead)
+            readContent(draft, stream, mayHoldOthers, sizeIsOpen);
+    }
+
+    void readContent(Draft &draft, ArchiveStream &stream, bool mayHoldOthers, bool sizeIsOpen)
+    {
+        ArchiveEntry &entry = draft.entries.back();
         const auto spool = mayHoldOthers ? std::make_shared<Spool>() : nullptr;
         MessageDigest digest(MessageDigest::Kind::Sha1);
         digest.update(blobHead(entry.size));
@@ -348,7 +374,7 @@ ArchiveOpening openArchiveFile(std::shared_ptr<OpenFile> file, const ArchiveRequ
                                Progress &progress)
 {
     ArchiveOpening opening;
-    Loader(request, cancel, progress, opening).loadFile(std::move(file));
+    Loader(request, cancel, progress, opening).loadFile(file);
     return opening;
 }
 

@@ -35,6 +35,8 @@ enum class ArchiveFault : quint8 {
     Missing,       ///< there is no such file
     Unreadable,    ///< the system refuses it
     NoArchive,     ///< the content is none that is known
+    Damaged,       ///< it begins as an archive does, and nothing of it can be read
+    HiddenNames,   ///< all of it is encrypted, in a way that cannot be read
     WrongPassword, ///< there are entries that the password does not open
     Stopped,
 };

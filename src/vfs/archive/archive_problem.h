@@ -17,6 +17,7 @@ struct ArchiveProblem {
         Damaged,          ///< an entry that cannot be read to its end, or whose checksum does not hold
         Incomplete,       ///< the archive ends or is damaged at `path`: what comes after is unknown
         Encrypted,        ///< entries that need a password, or another one
+        CannotDecrypt,    ///< entries that are encrypted in a way that cannot be read
         TooManyEntries,   ///< the rest is left out
         TooMuchContent,   ///< unpacking ended at the limit
         NestedUnreadable, ///< an archive within that stays a file

@@ -1,10 +1,9 @@
 #include "vfs/archive/archive_stream.h"
 
+#include "vfs/archive/archive_library.h"
+
 #include <algorithm>
 #include <cerrno>
-
-#include <archive.h>
-#include <archive_entry.h>
 
 namespace velmora {
 
@@ -18,11 +17,11 @@ QByteArray orElse(const char *wanted, const char *other)
     return QByteArray(wanted ? wanted : other);
 }
 
-ArchiveEntryKind kindOf(archive_entry *entry)
+ArchiveEntryKind kindOf(const ArchiveLibrary &library, archive_entry *entry)
 {
-    if (archive_entry_hardlink(entry))
+    if (library.archive_entry_hardlink(entry))
         return ArchiveEntryKind::HardLink;
-    switch (archive_entry_filetype(entry)) {
+    switch (library.archive_entry_filetype(entry)) {
     case AE_IFDIR:
         return ArchiveEntryKind::Folder;
     case AE_IFLNK:
@@ -36,50 +35,53 @@ ArchiveEntryKind kindOf(archive_entry *entry)
 }
 
 // The bytes of names that are in no encoding the library knows of; else UTF-8, which is exact on every system.
-ArchiveEntry entryOf(archive_entry *entry)
+ArchiveEntry entryOf(const ArchiveLibrary &library, archive_entry *entry)
 {
     ArchiveEntry result;
-    result.isUtf8 = archive_entry_pathname_utf8(entry) != nullptr;
-    result.name = orElse(archive_entry_pathname_utf8(entry), archive_entry_pathname(entry));
-    result.kind = kindOf(entry);
+    result.isUtf8 = library.archive_entry_pathname_utf8(entry) != nullptr;
+    result.name = orElse(library.archive_entry_pathname_utf8(entry), library.archive_entry_pathname(entry));
+    result.kind = kindOf(library, entry);
     if (result.kind == ArchiveEntryKind::Link)
-        result.target = orElse(archive_entry_symlink_utf8(entry), archive_entry_symlink(entry));
+        result.target = orElse(library.archive_entry_symlink_utf8(entry), library.archive_entry_symlink(entry));
     else if (result.kind == ArchiveEntryKind::HardLink)
-        result.target = orElse(archive_entry_hardlink_utf8(entry), archive_entry_hardlink(entry));
-    result.size = archive_entry_size_is_set(entry) ? std::max<qint64>(archive_entry_size(entry), 0) : -1;
+        result.target = orElse(library.archive_entry_hardlink_utf8(entry), library.archive_entry_hardlink(entry));
+    result.size =
+        library.archive_entry_size_is_set(entry) ? std::max<qint64>(library.archive_entry_size(entry), 0) : -1;
     // Further away than this no calendar goes, and seconds would not fit as milliseconds.
     constexpr qint64 farthest = qint64(1) << 43;
-    if (archive_entry_mtime_is_set(entry)) {
-        const qint64 seconds = std::clamp<qint64>(archive_entry_mtime(entry), -farthest, farthest);
-        result.modifiedMs = seconds * 1000 + archive_entry_mtime_nsec(entry) / 1'000'000;
+    if (library.archive_entry_mtime_is_set(entry)) {
+        const qint64 seconds = std::clamp<qint64>(library.archive_entry_mtime(entry), -farthest, farthest);
+        result.modifiedMs = seconds * 1000 + library.archive_entry_mtime_nsec(entry) / 1'000'000;
     }
-    result.isEncrypted = archive_entry_is_encrypted(entry) > 0;
+    if (library.archive_entry_perm(entry) != 0)
+        result.mode = library.archive_entry_perm(entry) & 07777U;
+    result.isEncrypted = library.archive_entry_is_encrypted(entry) > 0;
     return result;
 }
 
-void supportFormats(archive *reader)
+void supportFormats(const ArchiveLibrary &library, archive *reader)
 {
-    archive_read_support_filter_gzip(reader);
-    archive_read_support_filter_bzip2(reader);
-    archive_read_support_filter_compress(reader);
-    archive_read_support_filter_lzma(reader);
-    archive_read_support_filter_xz(reader);
-    archive_read_support_filter_lzip(reader);
-    archive_read_support_filter_lz4(reader);
-    archive_read_support_filter_zstd(reader);
-    archive_read_support_filter_rpm(reader);
-    archive_read_support_format_tar(reader);
-    archive_read_support_format_zip(reader);
-    archive_read_support_format_7zip(reader);
-    archive_read_support_format_cab(reader);
-    archive_read_support_format_iso9660(reader);
-    archive_read_support_format_cpio(reader);
-    archive_read_support_format_ar(reader);
-    archive_read_support_format_rar(reader);
-    archive_read_support_format_rar5(reader);
-    archive_read_support_format_lha(reader);
-    archive_read_support_format_xar(reader);
-    archive_read_support_format_raw(reader); // takes what nothing else does: one compressed file
+    library.archive_read_support_filter_gzip(reader);
+    library.archive_read_support_filter_bzip2(reader);
+    library.archive_read_support_filter_compress(reader);
+    library.archive_read_support_filter_lzma(reader);
+    library.archive_read_support_filter_xz(reader);
+    library.archive_read_support_filter_lzip(reader);
+    library.archive_read_support_filter_lz4(reader);
+    library.archive_read_support_filter_zstd(reader);
+    library.archive_read_support_filter_rpm(reader);
+    library.archive_read_support_format_tar(reader);
+    library.archive_read_support_format_zip(reader);
+    library.archive_read_support_format_7zip(reader);
+    library.archive_read_support_format_cab(reader);
+    library.archive_read_support_format_iso9660(reader);
+    library.archive_read_support_format_cpio(reader);
+    library.archive_read_support_format_ar(reader);
+    library.archive_read_support_format_rar(reader);
+    library.archive_read_support_format_rar5(reader);
+    library.archive_read_support_format_lha(reader);
+    library.archive_read_support_format_xar(reader);
+    library.archive_read_support_format_raw(reader); // takes what nothing else does: one compressed file
 }
 
 } // namespace
@@ -87,32 +89,34 @@ void supportFormats(archive *reader)
 /// The reader of the library, and where it reads.
 class ArchiveStream::Handle {
 public:
-    Handle(std::shared_ptr<OpenFile> file, CancelFlag cancel)
-        : m_reader(archive_read_new()),
+    Handle(const ArchiveLibrary &library, std::shared_ptr<OpenFile> file, CancelFlag cancel)
+        : m_library(library),
+          m_reader(library.archive_read_new()),
           m_file(std::move(file)),
           m_cancel(std::move(cancel)),
           m_block(inputBlock, Qt::Uninitialized)
     {}
-    ~Handle() { archive_read_free(m_reader); }
+    ~Handle() { m_library.archive_read_free(m_reader); }
     Handle(const Handle &) = delete;
     Handle &operator=(const Handle &) = delete;
 
+    [[nodiscard]] const ArchiveLibrary &library() const { return m_library; }
     [[nodiscard]] archive *reader() const { return m_reader; }
     [[nodiscard]] bool isCancelled() const { return m_cancel.isCancelled(); }
 
     [[nodiscard]] int open()
     {
-        archive_read_set_callback_data(m_reader, this);
-        archive_read_set_read_callback(m_reader, [](archive *, void *self, const void **block) {
+        m_library.archive_read_set_callback_data(m_reader, this);
+        m_library.archive_read_set_read_callback(m_reader, [](archive *, void *self, const void **block) {
             return static_cast<Handle *>(self)->read(block);
         });
-        archive_read_set_seek_callback(m_reader, [](archive *, void *self, la_int64_t offset, int whence) {
+        m_library.archive_read_set_seek_callback(m_reader, [](archive *, void *self, la_int64_t offset, int whence) {
             return static_cast<Handle *>(self)->seek(offset, whence);
         });
-        archive_read_set_skip_callback(m_reader, [](archive *, void *self, la_int64_t length) {
+        m_library.archive_read_set_skip_callback(m_reader, [](archive *, void *self, la_int64_t length) {
             return static_cast<Handle *>(self)->skip(length);
         });
-        return archive_read_open1(m_reader);
+        return m_library.archive_read_open1(m_reader);
     }
 
 private:
@@ -146,10 +150,11 @@ private:
 
     la_ssize_t fail(int number)
     {
-        archive_set_error(m_reader, number, "%s", number == EIO ? "cannot read the file" : "stopped");
+        m_library.archive_set_error(m_reader, number, "%s", number == EIO ? "cannot read the file" : "stopped");
         return -1;
     }
 
+    const ArchiveLibrary &m_library;
     archive *m_reader;
     std::shared_ptr<OpenFile> m_file;
     CancelFlag m_cancel;
@@ -158,11 +163,15 @@ private:
 };
 
 ArchiveStream::ArchiveStream(std::shared_ptr<OpenFile> file, const QByteArray &password, CancelFlag cancel)
-    : m_handle(std::make_unique<Handle>(std::move(file), std::move(cancel)))
 {
-    supportFormats(m_handle->reader());
+    const ArchiveLibrary *library = ArchiveLibrary::get();
+    m_isBroken = !library;
+    if (!library)
+        return;
+    m_handle = std::make_unique<Handle>(*library, std::move(file), std::move(cancel));
+    supportFormats(*library, m_handle->reader());
     if (!password.isEmpty())
-        archive_read_add_passphrase(m_handle->reader(), password.constData());
+        m_handle->library().archive_read_add_passphrase(m_handle->reader(), password.constData());
     m_isBroken = m_handle->open() != ARCHIVE_OK;
 }
 
@@ -173,15 +182,15 @@ ArchiveStream::Step ArchiveStream::next()
     if (m_isBroken)
         return Step::Broken;
     archive_entry *entry = nullptr;
-    const int result = archive_read_next_header(m_handle->reader(), &entry);
+    const int result = m_handle->library().archive_read_next_header(m_handle->reader(), &entry);
     if (result == ARCHIVE_EOF)
         return Step::End;
-    const bool isPlainFile =
-        archive_format(m_handle->reader()) == ARCHIVE_FORMAT_RAW && archive_filter_count(m_handle->reader()) < 2;
+    const bool isPlainFile = m_handle->library().archive_format(m_handle->reader()) == ARCHIVE_FORMAT_RAW &&
+                             m_handle->library().archive_filter_count(m_handle->reader()) < 2;
     m_isBroken = result < ARCHIVE_WARN || m_handle->isCancelled() || isPlainFile;
     if (m_isBroken)
         return Step::Broken;
-    m_entry = entryOf(entry);
+    m_entry = entryOf(m_handle->library(), entry);
     m_entry.position = m_count++;
     return Step::Entry;
 }
@@ -190,7 +199,8 @@ bool ArchiveStream::readContent(const Sink &sink)
 {
     m_buffer.resize(outputBlock);
     while (!m_handle->isCancelled()) {
-        const la_ssize_t count = archive_read_data(m_handle->reader(), m_buffer.data(), std::size_t(m_buffer.size()));
+        const la_ssize_t count =
+            m_handle->library().archive_read_data(m_handle->reader(), m_buffer.data(), std::size_t(m_buffer.size()));
         if (count == 0)
             return true;
         if (count < 0 || !sink(QByteArrayView(m_buffer.constData(), count))) {
@@ -201,28 +211,43 @@ bool ArchiveStream::readContent(const Sink &sink)
     return false;
 }
 
+bool ArchiveStream::canDecrypt() const
+{
+    constexpr int family = 0xFF0000; // of formats
+    return m_handle && (m_handle->library().archive_format(m_handle->reader()) & family) == ARCHIVE_FORMAT_ZIP;
+}
+
+bool ArchiveStream::hidesNames() const
+{
+    return m_isBroken && m_count == 0 && m_handle &&
+           m_handle->library().archive_read_has_encrypted_entries(m_handle->reader()) > 0;
+}
+
 QString ArchiveStream::error() const
 {
-    const char *text = archive_error_string(m_handle->reader());
+    if (!m_handle)
+        return QStringLiteral("libarchive cannot be loaded");
+    const char *text = m_handle->library().archive_error_string(m_handle->reader());
     return text ? QString::fromLocal8Bit(text) : QString();
 }
 
 QByteArray ArchiveStream::format() const
 {
-    return orElse(archive_format_name(m_handle->reader()), "");
+    return m_handle ? orElse(m_handle->library().archive_format_name(m_handle->reader()), "") : QByteArray();
 }
 
 QByteArray ArchiveStream::compression() const
 {
     QByteArray names;
-    for (int i = 0; i + 1 < archive_filter_count(m_handle->reader()); ++i)
-        names += (names.isEmpty() ? "" : ", ") + orElse(archive_filter_name(m_handle->reader(), i), "");
+    for (int i = 0; m_handle && i + 1 < m_handle->library().archive_filter_count(m_handle->reader()); ++i)
+        names +=
+            (names.isEmpty() ? "" : ", ") + orElse(m_handle->library().archive_filter_name(m_handle->reader(), i), "");
     return names;
 }
 
 qint64 ArchiveStream::consumed() const
 {
-    return archive_filter_bytes(m_handle->reader(), -1);
+    return m_handle ? m_handle->library().archive_filter_bytes(m_handle->reader(), -1) : 0;
 }
 
 } // namespace velmora

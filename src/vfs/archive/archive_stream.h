@@ -39,6 +39,13 @@ public:
     /// Gives the content of the entry to `sink`. True when it was whole and its checksum, where it has one, holds.
     [[nodiscard]] bool readContent(const Sink &sink);
 
+    /// Whether nothing more can be read: one content that is damaged may end the reading of all.
+    [[nodiscard]] bool isBroken() const noexcept { return m_isBroken; }
+    /// Whether encrypted contents of this format can be read, given the password.
+    [[nodiscard]] bool canDecrypt() const;
+    /// Whether the names of entries are encrypted, too, in a way that cannot be read.
+    [[nodiscard]] bool hidesNames() const;
+
     /// The library's words about what went wrong last.
     [[nodiscard]] QString error() const;
     /// "ZIP 2.0 (deflation)", "GNU tar format"; known once there is an entry or the end.

@@ -23,6 +23,7 @@ constexpr qsizetype endSize = 22;
 constexpr qsizetype end64Size = 56;
 constexpr qsizetype locatorSize = 20;
 constexpr quint32 inExtra = 0xFFFF'FFFF; ///< the number stands in the field for large ones
+constexpr quint32 unixHost = 3;          ///< an entry was made there
 
 /// Little-endian numbers at any place of bytes; 0 beyond their end.
 class Numbers {
@@ -175,7 +176,6 @@ qint64 dosTime(quint16 date, quint16 time)
 
 ArchiveEntryKind kindOf(const ArchiveEntry &entry, quint16 madeBy, quint32 attributes)
 {
-    constexpr quint32 unixHost = 3;
     const quint32 type = (attributes >> 16U) & 0xF000U;
     const bool isUnix = (madeBy >> 8U) == unixHost;
     if (entry.name.endsWith('/') || (isUnix && type == 0x4000))
@@ -205,6 +205,8 @@ ArchiveEntry entryOf(QByteArrayView bytes, qsizetype nameLength, qsizetype extra
     if (host == 0 || host == 10 || host == 11) // made on MS-DOS or Windows
         entry.name.replace('\\', '/');
     entry.kind = kindOf(entry, head.two(4), head.four(38));
+    if (host == unixHost && head.four(38) >> 16U != 0)
+        entry.mode = (head.four(38) >> 16U) & 07777U;
     return entry;
 }
 

@@ -2,12 +2,10 @@
 
 #include "core/progress.h"
 #include "core/runner.h"
-#include "folder/engine/folder_diff_item.h"
-#include "vfs/tree_source.h"
 
-#include <QList>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -16,9 +14,10 @@ class QWidget;
 
 namespace velmora {
 
+class ArchiveSource;
 class FolderActions;
 
-/// Copies entries that are no files of this system into a folder that is asked for: they are laid out in a private
+/// Copies entries of an archive into a folder that is asked for: they are laid out in a private
 /// folder, on a worker, and go from there like any files, with the plan, the questions and the journal of that.
 class EntryExtraction final : public QObject {
     Q_OBJECT
@@ -27,8 +26,8 @@ public:
     explicit EntryExtraction(QWidget &window);
     ~EntryExtraction() override;
 
-    /// Entries of one side; those that are not there are passed over.
-    void start(const TreeFolder &root, const QList<FolderDiffItem> &items, Side side);
+    /// Entries by their paths in the archive, folders with all that is in them; what lies in one of them goes with it.
+    void start(const std::shared_ptr<const ArchiveSource> &archive, const QStringList &paths);
     void cancel();
     [[nodiscard]] bool isRunning() const;
 

@@ -1,33 +1,39 @@
-#include "folder/compare/entry_extraction.h"
+#include "folder/actions/entry_extraction.h"
 
+#include "folder/actions/archive_words.h"
 #include "folder/actions/folder_actions.h"
-#include "folder/compare/archive_words.h"
 #include "folder/engine/folder_engine.h"
 #include "session/translate.h"
 #include "vfs/archive/archive_layout.h"
 #include "vfs/archive/archive_source.h"
 #include "vfs/local_folder.h"
 
+#include <QSet>
 #include <QWidget>
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
 
 namespace velmora {
 
 namespace {
 
 /// Without what lies in a folder that is among them as well.
-QStringList outermost(const QList<FolderDiffItem> &items, Side side)
+QStringList outermost(const QStringList &paths)
 {
-    QStringList paths;
-    for (const FolderDiffItem &item : items) {
-        const QString &path = pathOn(item, side);
-        const bool isCovered = std::any_of(paths.begin(), paths.end(),
-                                           [&path](const QString &known) { return path.startsWith(known + u'/'); });
-        if (!path.isEmpty() && !isCovered)
-            paths.append(path);
-    }
-    return paths;
+    const QSet<QString> wanted(paths.begin(), paths.end());
+    const auto liesInAnother = [&wanted](QString path) {
+        while (path.lastIndexOf(u'/') > 0) {
+            path.truncate(path.lastIndexOf(u'/'));
+            if (wanted.contains(path))
+                return true;
+        }
+        return false;
+    };
+    QStringList kept;
+    std::copy_if(paths.begin(), paths.end(), std::back_inserter(kept), std::not_fn(liesInAnother));
+    return kept;
 }
 
 } // namespace
@@ -62,10 +68,9 @@ void EntryExtraction::cancel()
         m_actions->cancel();
 }
 
-void EntryExtraction::start(const TreeFolder &root, const QList<FolderDiffItem> &items, Side side)
+void EntryExtraction::start(const std::shared_ptr<const ArchiveSource> &archive, const QStringList &wanted)
 {
-    const auto archive = std::dynamic_pointer_cast<const ArchiveSource>(root.source);
-    const QStringList paths = outermost(items, side);
+    const QStringList paths = outermost(wanted);
     if (!archive || paths.isEmpty() || isRunning())
         return;
     m_folder = std::make_unique<QTemporaryDir>();

@@ -1,4 +1,4 @@
-#include "folder/compare/archive_words.h"
+#include "folder/actions/archive_words.h"
 
 #include "session/translate.h"
 
@@ -30,6 +30,8 @@ QString words(ArchiveProblem::Kind kind)
         return Velmora::tr("The archive is damaged or cut off, and what comes next is not known: %1");
     case ArchiveProblem::Kind::Encrypted:
         return Velmora::tr("Encrypted, and not read without the password: %1");
+    case ArchiveProblem::Kind::CannotDecrypt:
+        return Velmora::tr("Encrypted in a way that cannot be read: %1");
     case ArchiveProblem::Kind::TooManyEntries:
         return Velmora::tr("The archive has more than 1,000,000 entries; the rest is left out: %1");
     case ArchiveProblem::Kind::TooMuchContent:
@@ -48,6 +50,11 @@ QString archiveFaultText(const QString &path, const ArchiveOpening &opening)
     switch (opening.fault) {
     case ArchiveFault::Unreadable:
         return Velmora::tr("Cannot read file: %1").arg(shown);
+    case ArchiveFault::Damaged:
+        return Velmora::tr("The archive is damaged or cut off, and nothing of it can be read: %1").arg(shown);
+    case ArchiveFault::HiddenNames:
+        return Velmora::tr("All of the archive is encrypted, names as well, in a way that cannot be read: %1")
+            .arg(shown);
     case ArchiveFault::NoArchive:
         return Velmora::tr("Neither an archive nor a folder: %1").arg(shown);
     case ArchiveFault::WrongPassword:
