@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
-"""Measures velmora-cli duplicates on 60,000 files beside jdupes, rdfind and rmlint, with warm caches.
+"""Measures velmora-cli duplicates on 60,000 files, or any number, beside jdupes, rdfind and rmlint, with warm caches.
 
-    duplicates.py [--program FILE] [--runs N] [--data FOLDER]
+    duplicates.py [--program FILE] [--runs N] [--data FOLDER] [--files N]
+
+With another number of files (--files 500000) give a folder for them, too: the data are made where there are none.
 
 Runs of all programs take turns, so that whatever else the machine does hits them alike; the best time of each counts. The
 files are like those of a home folder: most are small, sizes repeat, one in three has copies, some of equal size differ in
@@ -20,7 +22,6 @@ import time
 
 from text import DATA, PROGRAM
 
-FILES = 60_000
 AIMS = {"jdupes -Q -r": 0.7, "rdfind": 0.7, "rmlint": 0.7}
 BYTES_PER_FILE = 300
 
@@ -35,10 +36,10 @@ def contents(source, size, distinct):
     return bytes_[:size]
 
 
-def make(folder):
+def make(folder, files):
     source = random.Random(60)
     sizes = [int(2 ** source.uniform(5, 15)) for _ in range(12_000)] + [4096] * 200 + [1 << 20, 3 << 20]
-    for number in range(FILES):
+    for number in range(files):
         place = folder / f"{number % 40}" / f"{number % 1600 // 40}"
         place.mkdir(parents=True, exist_ok=True)
         size = source.choice(sizes) if number % 500 else source.choice([1 << 20, 3 << 20])
@@ -77,11 +78,12 @@ def main():
     parser.add_argument("--program", default=str(PROGRAM))
     parser.add_argument("--runs", type=int, default=5)
     parser.add_argument("--data", default=str(DATA / "duplicates"))
+    parser.add_argument("--files", type=int, default=60_000)
     options = parser.parse_args()
     options.program = str(pathlib.Path(options.program).resolve())
     folder = pathlib.Path(options.data).resolve()
     if not folder.exists():
-        make(folder)
+        make(folder, options.files)
     commands = {
         "velmora-cli": [options.program, "duplicates", folder],
         "jdupes -Q -r": ["jdupes", "-q", "-Q", "-r", folder],
@@ -103,7 +105,7 @@ def main():
     with tempfile.TemporaryDirectory() as empty:
         base = peak([options.program, "duplicates", empty])
     names = sum(2 * (len(file) + 1) for _, _, files in os.walk(folder) for file in files)
-    each = (peak(commands["velmora-cli"]) - base - names) / FILES
+    each = (peak(commands["velmora-cli"]) - base - names) / options.files
     missed |= each > BYTES_PER_FILE
     print(f"memory: {each:.0f} bytes a file and its name (aim {BYTES_PER_FILE})")
     return 1 if missed else 0

@@ -17,9 +17,38 @@ namespace {
 /// What a visitor has made of one folder.
 struct Visited {
     std::vector<ScannedFile> files;
+    QString names;
     std::size_t folders = 0; ///< to go on with
     bool isWhole = true;
 };
+
+/// Rooms exactly as large as what goes into them: there are very many.
+void makeRoom(Visited &visited, const std::vector<FolderEntry> &entries)
+{
+    std::size_t files = 0;
+    qsizetype letters = 0;
+    for (const FolderEntry &entry : entries) {
+        if (entry.kind == EntryKind::File) {
+            ++files;
+            letters += entry.name.size();
+        }
+    }
+    visited.files.reserve(files);
+    visited.names.reserve(letters);
+}
+
+void add(Visited &visited, const FolderEntry &entry)
+{
+    ScannedFile file;
+    file.size = entry.size;
+    file.modifiedMs = entry.modifiedMs;
+    file.identity = entry.identity.value_or(FileIdentity());
+    file.nameStart = quint32(visited.names.size());
+    file.nameLength = quint32(entry.name.size());
+    file.isLink = entry.isLink;
+    visited.files.push_back(file);
+    visited.names += entry.name;
+}
 
 /// Sorts the entries of each folder into files and folders to go on with, on the threads of the walk.
 class Visits {
@@ -31,32 +60,21 @@ public:
         std::sort(entries.begin(), entries.end(),
                   [](const FolderEntry &a, const FolderEntry &b) { return a.name < b.name; });
         Visited visited;
+        makeRoom(visited, entries);
         std::vector<WalkDescent> descents;
         for (const FolderEntry &entry : entries) {
             if (entry.kind == EntryKind::File)
-                visited.files.push_back({entry.name, entry.size, entry.modifiedMs,
-                                         entry.identity.value_or(FileIdentity()), 0, entry.isLink});
+                add(visited, entry);
             else if (entry.kind == EntryKind::Folder && !entry.isLink &&
                      !isRecycleBin(joinedPath(node.sides.left.path, entry.name)))
                 descents.push_back({entry.name, {&entry, nullptr}, descents.size()});
             else
                 visited.isWhole = false;
         }
-        visited.files.shrink_to_fit();
         visited.folders = descents.size();
         m_found[std::size_t(worker)].insert_or_assign(&node, std::move(visited));
         node.complete = true;
         return descents;
-    }
-
-    [[nodiscard]] std::size_t fileCount() const
-    {
-        std::size_t count = 0;
-        for (const auto &found : m_found) {
-            for (const auto &[node, visited] : found)
-                count += visited.files.size();
-        }
-        return count;
     }
 
     [[nodiscard]] Visited takeOut(const WalkNode *node)
@@ -66,7 +84,7 @@ public:
             if (at != found.end())
                 return std::move(at->second);
         }
-        return {{}, 0, false};
+        return {{}, {}, 0, false};
     }
 
 private:
@@ -85,7 +103,6 @@ public:
     {
         m_root = root;
         m_isReference = isReference;
-        m_table.files.reserve(m_table.files.size() + m_visits.fileCount());
         struct Waiting {
             const WalkNode *node;
             qint32 parent;
@@ -112,12 +129,10 @@ private:
         folder.isReference = roleOf(folder.path, parent);
         folder.isWhole = visited.isWhole && node.complete && visited.folders == node.children.size() &&
                          !m_passedOver.contains(folder.path);
-        folder.firstFile = quint32(m_table.files.size());
-        for (ScannedFile &file : visited.files) {
+        folder.files = std::move(visited.files);
+        folder.names = std::move(visited.names);
+        for (ScannedFile &file : folder.files)
             file.folder = index;
-            m_table.files.push_back(std::move(file));
-        }
-        folder.endFile = quint32(m_table.files.size());
         m_table.folders.push_back(std::move(folder));
         return index;
     }
@@ -143,8 +158,21 @@ private:
 
 QString ScannedFiles::pathOf(quint32 file) const
 {
-    const ScannedFile &listed = files[file];
-    return joinedPath(folders[std::size_t(listed.folder)].path, listed.name);
+    const ScannedFolder &folder = folderOf(file);
+    return joinedPath(folder.path, folder.nameOf(this->file(file)).toString());
+}
+
+void ScannedFiles::number()
+{
+    std::size_t count = 0;
+    for (const ScannedFolder &folder : folders)
+        count += folder.files.size();
+    m_files.reserve(count);
+    for (ScannedFolder &folder : folders) {
+        folder.firstFile = quint32(m_files.size());
+        for (const ScannedFile &file : folder.files)
+            m_files.push_back(&file);
+    }
 }
 
 ScannedFiles listForDuplicates(const DuplicateQuestion &question, const QList<DuplicateRoot> &inner,
@@ -168,7 +196,8 @@ ScannedFiles listForDuplicates(const DuplicateQuestion &question, const QList<Du
         TableFiller(table, visits, inner, std::move(passedOver)).fill(top, root, scan.roots.at(root).isReference);
         scan.problems.append(problems);
     }
-    scan.files = qint64(table.files.size());
+    table.number();
+    scan.files = qint64(table.fileCount());
     return table;
 }
 

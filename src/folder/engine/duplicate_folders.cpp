@@ -43,11 +43,12 @@ private:
         Numbered &folder = m_folders[index];
         QByteArray key;
         bool isAlike = m_listed.folders[index].isWhole;
-        for (quint32 i = m_listed.folders[index].firstFile; isAlike && i < m_listed.folders[index].endFile; ++i) {
-            const ScannedFile &file = m_listed.files[i];
-            const qint32 contents = file.size == 0 ? emptyFile : m_contents[i];
+        const ScannedFolder &listed = m_listed.folders[index];
+        for (std::size_t i = 0; isAlike && i < listed.files.size(); ++i) {
+            const ScannedFile &file = listed.files[i];
+            const qint32 contents = file.size == 0 ? emptyFile : m_contents[listed.firstFile + i];
             isAlike = contents != unlike && !file.isLink;
-            add(key, 'f', file.name, contents);
+            add(key, 'f', listed.nameOf(file), contents);
             ++folder.files;
             folder.bytes += file.size;
         }
@@ -69,10 +70,11 @@ private:
     }
 
     /// Names cannot hold a NUL.
-    static void add(QByteArray &key, char kind, const QString &name, qint32 number)
+    static void add(QByteArray &key, char kind, QStringView name, qint32 number)
     {
         key += kind;
-        key.append(reinterpret_cast<const char *>(name.utf16()), (name.size() + 1) * qsizetype(sizeof(char16_t)));
+        key.append(reinterpret_cast<const char *>(name.utf16()), name.size() * qsizetype(sizeof(char16_t)));
+        key.append(2, '\0');
         key.append(reinterpret_cast<const char *>(&number), qsizetype(sizeof number));
     }
 

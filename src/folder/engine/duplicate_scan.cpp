@@ -70,7 +70,7 @@ public:
         std::vector<FileClass> classes = candidates();
         qint64 total = 0;
         for (const FileClass &files : classes)
-            total += m_listed.files[files.front()].size * qint64(files.size());
+            total += m_listed.file(files.front()).size * qint64(files.size());
         SameContents contents(m_listed, m_result.roots, m_threads, m_cancel);
         const std::vector<FileClass> same = contents.split(
             std::move(classes), [&](qint64 settled) { progress.report(int(DuplicatePhase::Reading), settled, total); });
@@ -78,7 +78,7 @@ public:
             m_result.problems.append({FolderProblem::Kind::UnreadableFile, m_listed.pathOf(file), Side::Left});
         std::sort(m_result.problems.begin(), m_result.problems.end());
 
-        m_contents.assign(m_listed.files.size(), -1);
+        m_contents.assign(m_listed.fileCount(), -1);
         for (const FileClass &files : same)
             addGroup(files);
         std::sort(m_result.groups.begin(), m_result.groups.end(), [](const DuplicateGroup &a, const DuplicateGroup &b) {
@@ -94,21 +94,21 @@ private:
     /// Files of a size that others have, one name for each; fills the lists of other names.
     std::vector<FileClass> candidates()
     {
-        FileClass bySize(m_listed.files.size());
+        FileClass bySize(m_listed.fileCount());
         std::iota(bySize.begin(), bySize.end(), 0);
-        std::erase_if(bySize, [this](quint32 file) { return m_listed.files[file].size == 0; });
+        std::erase_if(bySize, [this](quint32 file) { return m_listed.file(file).size == 0; });
         const auto order = [this](quint32 index) {
-            const ScannedFile &file = m_listed.files[index];
+            const ScannedFile &file = m_listed.file(index);
             return std::tuple(file.size, file.identity.volume, file.identity.number, file.isLink, index);
         };
         std::sort(bySize.begin(), bySize.end(), [&](quint32 a, quint32 b) { return order(a) < order(b); });
         std::vector<FileClass> classes;
         FileClass files;
         for (std::size_t i = 0; i < bySize.size(); ++i) {
-            const ScannedFile &file = m_listed.files[bySize[i]];
-            if (i > 0 && file.size != m_listed.files[bySize[i - 1]].size)
+            const ScannedFile &file = m_listed.file(bySize[i]);
+            if (i > 0 && file.size != m_listed.file(bySize[i - 1]).size)
                 closeClass(files, classes);
-            if (!files.empty() && file.hasIdentity() && file.identity == m_listed.files[files.back()].identity)
+            if (!files.empty() && file.hasIdentity() && file.identity == m_listed.file(files.back()).identity)
                 m_otherNames[files.back()].push_back(bySize[i]);
             else
                 files.push_back(bySize[i]);
@@ -133,7 +133,7 @@ private:
         FileClass different;
         std::vector<std::optional<FileIdentity>> known;
         for (const quint32 index : files) {
-            const ScannedFile &file = m_listed.files[index];
+            const ScannedFile &file = m_listed.file(index);
             std::optional<FileIdentity> identity;
             if (!file.hasIdentity()) {
                 const TreeFolder &root = rootOf(index).folder;
@@ -157,7 +157,8 @@ private:
         if (different.size() < 2)
             return;
         DuplicateGroup group;
-        group.size = m_listed.files[different.front()].size;
+        group.size = m_listed.file(different.front()).size;
+        group.copies.reserve(qsizetype(different.size()));
         const auto number = qint32(m_result.groups.size());
         for (const quint32 file : different) {
             m_contents[file] = number;
@@ -168,16 +169,15 @@ private:
 
     [[nodiscard]] DuplicateCopy copyOf(quint32 index)
     {
-        const ScannedFile &file = m_listed.files[index];
-        const ScannedFolder &folder = m_listed.folders[std::size_t(file.folder)];
+        const ScannedFile &file = m_listed.file(index);
+        const ScannedFolder &folder = m_listed.folderOf(index);
         DuplicateCopy copy{m_listed.pathOf(index), file.modifiedMs, folder.root, folder.isReference, file.isLink, {}};
         const auto names = m_otherNames.find(index);
         if (names != m_otherNames.end()) {
             for (const quint32 other : names->second) {
                 copy.otherNames.append(m_listed.pathOf(other));
                 // A reference stays by whatever name it is there.
-                copy.isReference =
-                    copy.isReference || m_listed.folders[std::size_t(m_listed.files[other].folder)].isReference;
+                copy.isReference = copy.isReference || m_listed.folderOf(other).isReference;
             }
             m_result.sameFiles += copy.otherNames.size();
             m_otherNames.erase(names);
@@ -189,7 +189,7 @@ private:
     void addManyNamed()
     {
         for (const auto &[file, others] : m_otherNames) {
-            ManyNamedFile many{m_listed.files[file].size, {m_listed.pathOf(file)}};
+            ManyNamedFile many{m_listed.file(file).size, {m_listed.pathOf(file)}};
             for (const quint32 other : others)
                 many.paths.append(m_listed.pathOf(other));
             many.paths.sort();
@@ -202,7 +202,7 @@ private:
 
     [[nodiscard]] const DuplicateRoot &rootOf(quint32 file) const
     {
-        return m_result.roots.at(m_listed.folders[std::size_t(m_listed.files[file].folder)].root);
+        return m_result.roots.at(m_listed.folderOf(file).root);
     }
 
     const ScannedFiles &m_listed;

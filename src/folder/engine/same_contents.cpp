@@ -170,13 +170,9 @@ public:
     [[nodiscard]] FileClass takeUnreadable() { return std::exchange(m_unreadable, {}); }
 
 private:
-    [[nodiscard]] qint64 sizeOf(quint32 file) const { return m_listed.files[file].size; }
+    [[nodiscard]] qint64 sizeOf(quint32 file) const { return m_listed.file(file).size; }
 
-    [[nodiscard]] FileOpener &openerOf(quint32 file)
-    {
-        const auto folder = std::size_t(m_listed.files[file].folder);
-        return *m_openers[std::size_t(m_listed.folders[folder].root)];
-    }
+    [[nodiscard]] FileOpener &openerOf(quint32 file) { return *m_openers[std::size_t(m_listed.folderOf(file).root)]; }
 
     [[nodiscard]] std::unique_ptr<OpenFile> open(quint32 file)
     {
@@ -237,7 +233,7 @@ SameContents::SameContents(const ScannedFiles &listed, const QList<DuplicateRoot
 
 qint64 SameContents::sizeOf(const FileClass &files) const
 {
-    return m_listed.files[files.front()].size * qint64(files.size());
+    return m_listed.file(files.front()).size * qint64(files.size());
 }
 
 void SameContents::collect(Worker &worker)

@@ -9,7 +9,7 @@
 
 namespace velmora {
 
-/// Indexes into `ScannedFiles::files`, of files that may have, or have, the same contents.
+/// Numbers of files in `ScannedFiles`, of those that may have, or have, the same contents.
 using FileClass = std::vector<quint32>;
 
 /// Splits classes of files of one size into those of the same bytes.
