@@ -6,6 +6,7 @@
 #include "core/progress.h"
 #include "core/visible_name.h"
 #include "folder/engine/disk_usage_scan.h"
+#include "folder/engine/usage_record.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -13,6 +14,9 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
+#include <utility>
+#include <vector>
 
 namespace velmora::cli {
 
@@ -26,17 +30,23 @@ constexpr std::array usageOptions{
     OptionSpec{"depth", "LEVELS", "go no further down; what is below does not count (default: no limit)"},
     OptionSpec{"files", nullptr, "list files, not only folders"},
     OptionSpec{"hidden", nullptr, "count hidden files and folders"},
+    OptionSpec{"since", "FILE",
+               "tell by how much each has grown since: a folder snapshot, or what --format json wrote earlier"},
 };
 
 constexpr std::array examples{
     Example{"See where the space in the home folder went:", "velmora-cli usage --hidden ~ | head -20"},
+    Example{"See a month later what has grown most:",
+            "velmora-cli usage --format json --output usage.json /srv\n"
+            "velmora-cli usage --since usage.json /srv | sort -k4 -rn | head -20"},
 };
 
 enum class Format : quint8 { Summary, Json };
 
 constexpr std::array formats{
-    ChoiceOf<Format>{{"summary", "a line for each folder: bytes, share, files and name (the default)"},
-                     Format::Summary},
+    ChoiceOf<Format>{
+        {"summary", "a line for each folder: bytes, share, files, growth if asked for, and name (the default)"},
+        Format::Summary},
     ChoiceOf<Format>{{"json", "the tree with all figures, and the largest files, as JSON"}, Format::Json},
 };
 
@@ -46,18 +56,34 @@ void appendPadded(QByteArray &line, const QByteArray &text, int width)
     line += text;
 }
 
-void writeLines(OutputBuffer &output, const UsageTree &tree)
+QByteArray growthText(qint64 bytes)
 {
+    return bytes > 0 ? '+' + QByteArray::number(bytes) : QByteArray::number(bytes);
+}
+
+/// What was measured, by which request, and by how much it has grown: a number for each node, or none.
+struct Measured {
+    DiskUsageRequest request;
+    DiskUsage usage;
+    std::vector<qint64> growth = {};
+};
+
+void writeLines(OutputBuffer &output, const Measured &measured)
+{
+    const UsageTree &tree = measured.usage.tree;
     constexpr int sizeWidth = 15;
     constexpr int shareWidth = 7;
     constexpr int countWidth = 9;
+    const QByteArray fileMark(measured.growth.empty() ? "" : "-"); // so that columns can be counted
     QByteArray &line = output.bytes();
     for (qint32 node = 0; node < tree.size(); ++node) {
         const UsageTree::Node &here = tree.node(node);
         appendPadded(line, QByteArray::number(here.size), sizeWidth);
         appendPadded(line, shareText(tree.share(node)).toLatin1(), shareWidth);
         line += '%';
-        appendPadded(line, here.isFolder ? QByteArray::number(here.files) : QByteArray(), countWidth);
+        appendPadded(line, here.isFolder ? QByteArray::number(here.files) : fileMark, countWidth);
+        if (!measured.growth.empty())
+            appendPadded(line, growthText(measured.growth[std::size_t(node)]), sizeWidth);
         line.append(2 + 2 * qsizetype(here.depth), ' ');
         line += visibleName(tree.name(node)).toUtf8();
         line += here.isFolder ? "/\n" : "\n";
@@ -65,8 +91,9 @@ void writeLines(OutputBuffer &output, const UsageTree &tree)
     }
 }
 
-void writeNode(JsonWriter &json, const UsageTree &tree, qint32 node)
+void writeNode(JsonWriter &json, const Measured &measured, qint32 node)
 {
+    const UsageTree &tree = measured.usage.tree;
     const UsageTree::Node &here = tree.node(node);
     json.beginObject();
     json.text("name", tree.name(node).toString());
@@ -81,14 +108,20 @@ void writeNode(JsonWriter &json, const UsageTree &tree, qint32 node)
     }
     if (here.countsElsewhere)
         json.boolean("countsElsewhere", true);
+    if (!measured.growth.empty())
+        json.number("growth", measured.growth[std::size_t(node)]);
     json.endObject();
 }
 
-void writeJson(OutputBuffer &output, const DiskUsage &usage)
+void writeJson(OutputBuffer &output, const Measured &measured)
 {
+    const DiskUsage &usage = measured.usage;
     JsonWriter json(output);
     json.beginObject();
     json.text("folder", usage.tree.rootPath());
+    json.number("depth", measured.request.maxDepth);
+    json.boolean("files", measured.request.listsFiles);
+    json.boolean("hidden", measured.request.withHidden);
     json.number("links", usage.links);
     json.number("sharedFiles", usage.sharedFiles);
     json.number("milliseconds", usage.milliseconds);
@@ -109,7 +142,7 @@ void writeJson(OutputBuffer &output, const DiskUsage &usage)
     json.key("nodes");
     json.beginList();
     for (qint32 node = 0; node < usage.tree.size(); ++node)
-        writeNode(json, usage.tree, node);
+        writeNode(json, measured, node);
     json.endList();
     json.endObject();
 }
@@ -134,21 +167,54 @@ QString takeRequest(const Arguments &arguments, DiskUsageRequest &request)
     return {};
 }
 
+/// Why nothing can be said to have grown since `record`; empty when it can: only what was looked at in the same way.
+QString problemOf(const UsageRecord &record, const DiskUsageRequest &request)
+{
+    switch (record.fault) {
+    case UsageRecord::Fault::CannotOpen:
+        return record.error;
+    case UsageRecord::Fault::Unknown:
+        return QStringLiteral("is neither a folder snapshot nor written by usage --format json");
+    case UsageRecord::Fault::None:
+        break;
+    }
+    if (record.maxDepth != request.maxDepth)
+        return record.maxDepth == 0 ? QStringLiteral("has all levels: leave out --depth")
+                                    : QStringLiteral("was made with --depth %1").arg(record.maxDepth);
+    if (record.withHidden != request.withHidden)
+        return record.withHidden ? QStringLiteral("was made with --hidden")
+                                 : QStringLiteral("has no hidden files: leave out --hidden");
+    if (request.listsFiles && !record.listsFiles)
+        return QStringLiteral("was made without --files");
+    return {};
+}
+
 int runUsage(const Arguments &arguments, const Streams &streams)
 {
-    DiskUsageRequest request;
+    Measured measured;
+    DiskUsageRequest &request = measured.request;
     if (const QString error = takeRequest(arguments, request); !error.isEmpty())
         return fail(streams, error);
     Progress progress;
-    const DiskUsage usage = scanDiskUsage(request, {}, progress);
-    for (const QString &path : usage.unreadable)
-        complain(streams, QStringLiteral("%1: cannot be read").arg(path));
+    UsageRecord earlier;
+    const std::optional<QString> since = arguments.value("since");
+    if (since) {
+        earlier = loadUsageRecord(*since, {}, progress);
+        if (const QString problem = problemOf(earlier, request); !problem.isEmpty())
+            return fail(streams, QStringLiteral("%1: %2").arg(visibleName(*since), problem));
+    }
+    DiskUsage &usage = measured.usage;
+    usage = scanDiskUsage(request, {}, progress);
+    if (since)
+        measured.growth = usageGrowth(usage.tree, earlier.tree);
+    for (const QString &path : std::as_const(usage.unreadable))
+        complain(streams, QStringLiteral("%1: cannot be read").arg(visibleName(path)));
     const int status = writeTo(arguments.value("output"), streams, [&](QIODevice &device) {
         OutputBuffer output(device);
         if (chosen(formats, arguments, "format").value == Format::Json)
-            writeJson(output, usage);
+            writeJson(output, measured);
         else
-            writeLines(output, usage.tree);
+            writeLines(output, measured);
         return Written{output.finish(), false};
     });
     return usage.unreadable.isEmpty() ? status : int(Trouble);

@@ -24,6 +24,28 @@ private Q_SLOTS:
         QCOMPARE(runCli("usage d --depth x").status, 2);
         QCOMPARE(runCli("usage").status, 2);
     }
+
+    void tellsWhatHasGrown()
+    {
+        const CliFiles files;
+        QVERIFY(QDir().mkpath(word("d/in")));
+        CliFiles::write("d/in/a", "123456");
+        CliFiles::write("d/b", "12");
+        QCOMPARE(runCli("usage d --files --format json --output scan.json").status, 0);
+        QCOMPARE(runCli("snapshot create --output d.kvsnapshot d").status, 0);
+        CliFiles::write("d/in/a", "1");
+        CliFiles::write("d/new", "1234");
+        for (const char *since : {"scan.json", "d.kvsnapshot"}) {
+            const CliResult result = runCli(QByteArray("usage d --files --since ") + since);
+            QCOMPARE(QString::fromUtf8(result.output).simplified(),
+                     word("7 100.0% 3 -1 d/ 4 57.1% - +4 new 2 28.6% - 0 b 1 14.3% 1 -5 in/ 1 14.3% - -5 a"));
+            const QByteArray hidden = runCli(QByteArray("usage d --hidden --since ") + since).errors;
+            QVERIFY2(hidden.endsWith("has no hidden files: leave out --hidden\n"), hidden.constData());
+        }
+        QVERIFY(runCli("usage d --since scan.json --format json").output.contains("\"growth\":-5}"));
+        QVERIFY(runCli("usage d --since d/b").errors.contains("is neither a folder snapshot nor"));
+        QCOMPARE(runCli("usage d --since none").status, 2);
+    }
 };
 
 VELMORA_TEST(UsageCommandTest)

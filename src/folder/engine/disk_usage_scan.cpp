@@ -112,7 +112,7 @@ private:
                 inside.append(entry.name);
             return true;
         });
-        folder.unreadable = end == FolderRead::Unreadable || (end == FolderRead::Missing && !folder.parent);
+        folder.unreadable = end == FolderRead::Unreadable || end == FolderRead::Missing;
         m_entries += qint64(folder.files.size());
         addFolders(folder, inside);
         stack.push(folder.folders);

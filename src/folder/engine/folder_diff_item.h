@@ -76,7 +76,7 @@ struct FolderTotals {
 /// Something that a run could not look at, or did not go into.
 struct FolderProblem {
     enum class Kind : quint8 {
-        UnreadableFolder, ///< listed as empty, or as far as it could be read
+        UnreadableFolder, ///< listed as empty, or as far as it could be read; or gone since it was listed itself
         LinkCycle,        ///< a link to a folder that contains it; its contents are not listed
         UnreadableFile,   ///< listed as a file, and its contents could not be read to the end
     };

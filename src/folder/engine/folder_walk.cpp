@@ -49,7 +49,7 @@ void FolderWalk::process(int worker, WalkNode &node, WorkStack<WalkNode *> &stac
 {
     if (m_cancel.isCancelled())
         return;
-    Sides<Entries> entries{read(node.sides.left, Side::Left), read(node.sides.right, Side::Right)};
+    Sides<Entries> entries{read(node, Side::Left), read(node, Side::Right)};
     if (m_cancel.isCancelled())
         return;
     m_entries += qint64(entries.left.size() + entries.right.size());
@@ -74,8 +74,9 @@ void FolderWalk::process(int worker, WalkNode &node, WorkStack<WalkNode *> &stac
     stack.push(found);
 }
 
-FolderWalk::Entries FolderWalk::read(const WalkSide &folder, Side side)
+FolderWalk::Entries FolderWalk::read(const WalkNode &node, Side side)
 {
+    const WalkSide &folder = node.sides[side];
     Entries entries;
     if (!folder.isThere())
         return entries;
@@ -83,7 +84,9 @@ FolderWalk::Entries FolderWalk::read(const WalkSide &folder, Side side)
         entries.push_back(std::move(entry));
         return !m_cancel.isCancelled();
     };
-    if (m_input.roots[side].source->readFolder(folder.path, m_input.hidden, take) == FolderRead::Unreadable)
+    const FolderRead end = m_input.roots[side].source->readFolder(folder.path, m_input.hidden, take);
+    const bool hasVanished = end == FolderRead::Missing && node.parent; // it was listed a moment ago
+    if (end == FolderRead::Unreadable || hasVanished)
         note(FolderProblem::Kind::UnreadableFolder, folder.path, side);
     return entries;
 }

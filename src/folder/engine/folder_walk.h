@@ -70,7 +70,7 @@ public:
 
 private:
     void process(int worker, WalkNode &node, WorkStack<WalkNode *> &stack);
-    [[nodiscard]] Entries read(const WalkSide &folder, Side side);
+    [[nodiscard]] Entries read(const WalkNode &node, Side side);
     [[nodiscard]] WalkSide descend(const WalkNode &node, const FolderEntry *entry, Side side);
     [[nodiscard]] bool closesCycle(const WalkNode &node, const WalkSide &next, bool isLink, Side side) const;
     [[nodiscard]] std::optional<FileIdentity> identityOf(const WalkSide &folder, Side side) const;
