@@ -35,6 +35,7 @@ PlanSession::PlanSession(SessionHost &host, const QList<PathsBar::Field> &fields
     m_model->setParent(this);
     m_log->hide();
     connect(m_inputs, &PathsBar::submitted, this, [this] { start(); });
+    connect(m_runs, &PlanRuns::stageChanged, this, &SessionWidget::editStateChanged);
     connect(m_log, &FolderLogPanel::closeWanted, m_log, &QWidget::hide);
     connect(m_view, &QTreeView::activated, this, [this] { openCurrent(); });
     connect(m_view, &PlanView::menuWanted, this, [this](QPoint at) {
@@ -119,6 +120,17 @@ void PlanSession::onUndo()
     FolderActionContext context;
     context.roots = localFolders(folders.left, folders.right);
     m_runs->undo(context);
+}
+
+bool PlanSession::canEdit(EditCommand command) const
+{
+    return command == EditCommand::Undo && m_runs->mayUndo();
+}
+
+void PlanSession::edit(EditCommand command)
+{
+    if (canEdit(command))
+        onUndo();
 }
 
 void PlanSession::confirmClose(std::function<void(bool mayClose)> answered)

@@ -35,6 +35,9 @@ public:
     [[nodiscard]] bool isReading() const override { return m_runs->stage() == PlanRuns::Stage::Reading; }
     [[nodiscard]] bool hasUnsavedChanges() const override { return m_runs->stage() == PlanRuns::Stage::Writing; }
     void confirmClose(std::function<void(bool mayClose)> answered) override;
+    /// Undo takes the latest run back.
+    [[nodiscard]] bool canEdit(EditCommand command) const override;
+    void edit(EditCommand command) override;
     [[nodiscard]] bool acceptsDroppedPaths() const override { return true; }
     /// Starts when no input is missing any more.
     void dropPaths(const QStringList &paths, QPoint position) override;

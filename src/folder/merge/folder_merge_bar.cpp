@@ -33,7 +33,7 @@ void FolderMergeBar::addRun()
                 Velmora::tr("Undo"),
                 QStringLiteral("undo.png"),
                 {},
-                Velmora::tr("Take the last merge of this tab back")});
+                hintWithKeys(Velmora::tr("Take the last merge of this tab back"), {QKeySequence(QKeySequence::Undo)})});
     addSeparator();
     addDifferenceSteps();
     previousDifference->setToolTip(hintWithKeys(Velmora::tr("Previous conflict"), previousDifference->shortcuts()));

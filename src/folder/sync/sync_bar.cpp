@@ -33,7 +33,7 @@ void SyncBar::addRun()
                 Velmora::tr("Undo"),
                 QStringLiteral("undo.png"),
                 {},
-                Velmora::tr("Take the last sync of this tab back")});
+                hintWithKeys(Velmora::tr("Take the last sync of this tab back"), {QKeySequence(QKeySequence::Undo)})});
     addSwapSides(Velmora::tr("Swap left and right sides"));
     addSeparator();
     addDifferenceSteps();
