@@ -3294,8 +3294,12 @@
         <translation>%1 位于另一个文件夹之内，只扫描一次</translation>
     </message>
     <message>
-        <source>Keep the copies in this folder</source>
-        <translation>保留此文件夹中的副本</translation>
+        <source>Keep the copies in these folders</source>
+        <translation>保留这些文件夹中的副本</translation>
+    </message>
+    <message>
+        <source>What lies in one of these folders or below stays, and the other copies of its group are checked. Groups with no copy there are left as they are.</source>
+        <translation>位于这些文件夹或其子文件夹中的副本会保留，同组的其他副本会被勾选。在其中没有副本的组保持不变。</translation>
     </message>
     <message>
         <source>Keep at least one unchecked copy per group.</source>
@@ -3422,8 +3426,8 @@
         <translation>保留路径最短的</translation>
     </message>
     <message>
-        <source>Keep those in a folder…</source>
-        <translation>保留某个文件夹中的…</translation>
+        <source>Keep those in folders…</source>
+        <translation>保留某些文件夹中的…</translation>
     </message>
     <message>
         <source>Uncheck all</source>

@@ -1,6 +1,7 @@
 #include "folder/actions/plan_preview_dialog.h"
 #include "folder/duplicates/duplicate_finder_widget.h"
 #include "folder/duplicates/duplicate_view.h"
+#include "folder/duplicates/keep_folders_dialog.h"
 #include "folder_engine/test_tree.h"
 #include "support/recording_host.h"
 #include "support/scripted_dialogs.h"
@@ -11,6 +12,7 @@
 #include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -158,6 +160,38 @@ private Q_SLOTS:
         QTRY_COMPARE(f.rows().size(), 6);
         QCOMPARE(contentsOf(f.disk.path(word("left/a"))), "same");
         QCOMPARE(entriesOf(f.disk.left()), words("a|b|n1|n2"));
+    }
+
+    void keepsThoseInSeveralFolders()
+    {
+        Finder f;
+        for (const char *name : {"left/1/a", "left/2/a", "left/3/a", "left/3/b"})
+            f.disk.file(word(name), "same");
+        for (const char *name : {"left/3/c", "left/3/d"})
+            f.disk.file(word(name), "elsewhere");
+        f.session.setPaths({f.disk.left(), {}, {}});
+        f.scan();
+        f.action("deleteExtraAction")->trigger();
+        const auto dialog = [&f] {
+            f.rule(3);
+            return f.session.findChild<KeepFoldersDialog *>();
+        };
+        KeepFoldersDialog *first = dialog();
+        const auto button = [&first](const char *name) { return first->findChild<QPushButton *>(QLatin1String(name)); };
+        QVERIFY(!button("settingsOk")->isEnabled());
+        for (const char *folder : {"left/1", "left/3", "left/2", "left/1"}) {
+            f.dialogs.answerPath(f.disk.path(word(folder)));
+            button("addKeepFolder")->click();
+        }
+        QCOMPARE(first->folders().size(), 3);
+        first->findChild<QListWidget *>()->setCurrentRow(1);
+        button("removeKeepFolder")->click();
+        button("settingsOk")->click();
+        QStringList rows = f.rows();
+        rows.removeIf([](const QString &row) { return !row.contains(word("left/")); });
+        QCOMPARE(rows, words("left/3/c|left/3/d|left/1/a|left/2/a|*left/3/a|*left/3/b"));
+        QTRY_VERIFY(!f.session.findChild<KeepFoldersDialog *>());
+        QCOMPARE(dialog()->folders(), QStringList({f.disk.path(word("left/1")), f.disk.path(word("left/2"))}));
     }
 
     void walksGroupsAndComparesTwo()

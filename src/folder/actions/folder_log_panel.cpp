@@ -12,6 +12,8 @@
 #include <QPlainTextEdit>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace velmora {
 
 FolderLogPanel::FolderLogPanel(QWidget *parent)
@@ -21,7 +23,6 @@ FolderLogPanel::FolderLogPanel(QWidget *parent)
       m_save(new QToolButton(this)),
       m_close(new QToolButton(this))
 {
-    constexpr int mostLines = 5000;
     m_text->setObjectName(QStringLiteral("folderLog"));
     m_text->setReadOnly(true);
     m_text->setMaximumBlockCount(mostLines);
@@ -62,9 +63,10 @@ FolderLogPanel::FolderLogPanel(QWidget *parent)
     refreshTheme();
 }
 
-void FolderLogPanel::addLine(const QString &line)
+void FolderLogPanel::addLines(const QStringList &lines)
 {
-    m_text->appendPlainText(line);
+    if (!lines.isEmpty())
+        m_text->appendPlainText(lines.mid(std::max<qsizetype>(0, lines.size() - mostLines)).join(u'\n'));
 }
 
 QString FolderLogPanel::text() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QStringList>
 #include <QWidget>
 
 class QPlainTextEdit;
@@ -13,7 +14,11 @@ class FolderLogPanel final : public QWidget {
 public:
     explicit FolderLogPanel(QWidget *parent = nullptr);
 
-    void addLine(const QString &line);
+    static constexpr int mostLines = 5000;
+
+    void addLine(const QString &line) { addLines({line}); }
+    /// Very many at once cost no more than those that are kept.
+    void addLines(const QStringList &lines);
     [[nodiscard]] QString text() const;
 
     /// Takes up a changed theme.

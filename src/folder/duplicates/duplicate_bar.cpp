@@ -40,11 +40,12 @@ void DuplicateBar::addRun()
                        Velmora::tr("Choose copies that are to be deleted")});
     deleteExtra->setCheckable(true);
     showTextBeside(deleteExtra);
-    undo = add({"undoRunAction",
-                Velmora::tr("Undo"),
-                QStringLiteral("undo.png"),
-                {},
-                Velmora::tr("Bring back what this tab has deleted last")});
+    undo = add(
+        {"undoRunAction",
+         Velmora::tr("Undo"),
+         QStringLiteral("undo.png"),
+         {},
+         hintWithKeys(Velmora::tr("Bring back what this tab has deleted last"), {QKeySequence(QKeySequence::Undo)})});
 }
 
 void DuplicateBar::addRowActions()

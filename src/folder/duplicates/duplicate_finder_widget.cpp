@@ -260,7 +260,7 @@ void DuplicateFinderWidget::showState()
     const bool hasRows = m_model->rowCount() > 0;
     m_bar->scan->setEnabled(m_stage != Stage::Deleting && !m_undoing->isRunning());
     m_bar->cancel->setEnabled(!idle);
-    m_bar->undo->setEnabled(idle && !m_journalId.isEmpty());
+    m_bar->undo->setEnabled(canEdit(EditCommand::Undo));
     m_bar->deleteExtra->setEnabled(idle && !m_tree->scan().groups.isEmpty());
     m_bar->exportAll->setEnabled(m_hasScan);
     m_bar->previousDifference->setEnabled(hasRows);
@@ -272,6 +272,7 @@ void DuplicateFinderWidget::showState()
     m_names->setToolTip(
         toolTipText(Velmora::tr("Hard links and links: names that lead to files which are counted once")));
     showRowCommands();
+    Q_EMIT editStateChanged();
 }
 
 void DuplicateFinderWidget::showRowCommands()
@@ -308,7 +309,7 @@ void DuplicateFinderWidget::showNotice()
 void DuplicateFinderWidget::showTicks()
 {
     const DuplicateTicks &ticks = m_tree->ticks();
-    m_ticks->showTicks(ticks.files(), ticks.bytes(), m_tree->stayingBesideTicked());
+    m_ticks->showTicks(ticks.files(), ticks.bytes(), ticks.staying());
 }
 
 void DuplicateFinderWidget::openMenu(QPoint at)

@@ -8,7 +8,10 @@
 
 #include <QList>
 #include <QSet>
+#include <QStringList>
 #include <QTimer>
+
+#include <memory>
 
 class QLabel;
 class QLineEdit;
@@ -45,6 +48,9 @@ public:
     void setOptions(const QJsonObject &options) override;
     [[nodiscard]] bool hasUnsavedChanges() const override { return m_stage == Stage::Deleting; }
     void confirmClose(std::function<void(bool mayClose)> answered) override;
+    /// Undo takes the last deletion back.
+    [[nodiscard]] bool canEdit(EditCommand command) const override;
+    void edit(EditCommand command) override;
     [[nodiscard]] bool acceptsDroppedPaths() const override { return true; }
     /// The first one is the folder if there is none yet; the others are looked at, too.
     void dropPaths(const QStringList &paths, QPoint position) override;
@@ -67,7 +73,8 @@ private:
 
     [[nodiscard]] DuplicateQuestion question() const;
     [[nodiscard]] QString problemOfPaths() const;
-    void takeScan(RunOutcome<DuplicateScan> &&outcome);
+    void takeScan(RunOutcome<std::unique_ptr<DuplicateTree>> &&outcome);
+    void tellScan(const DuplicateScan &scan);
     void showState();
     void showRowCommands();
     void showNotice();
@@ -83,11 +90,13 @@ private:
 
     void askToDelete();
     void deleteTicked();
-    /// What became of a deletion, and which copies are no longer there.
+    /// What became of a deletion, and what there is to see then.
     struct Deletion {
         PlanRunResult run;
-        CopyPlaces gone;
+        std::unique_ptr<DuplicateTree> left;
     };
+    static Deletion deletedCopies(const DuplicateScan &scan, const DuplicateTicks &ticks, const QString &title,
+                                  const CancelFlag &cancel, Progress &progress);
     void takeDeletion(RunOutcome<Deletion> &&outcome);
 
     void showTree(std::unique_ptr<DuplicateTree> tree);
@@ -120,8 +129,9 @@ private:
 
     Stage m_stage = Stage::Idle;
     bool m_hasScan = false;
-    QString m_scanned;   ///< the folder of the scan
-    QString m_journalId; ///< of the last deletion
+    QString m_scanned;         ///< the folder of the scan
+    QStringList m_keepFolders; ///< chosen last as those whose copies stay
+    QString m_journalId;       ///< of the last deletion
     QString m_undoText;
     QTimer m_digestDelay;    ///< until the rows in sight stand still
     QSet<qint32> m_digested; ///< groups whose digests were asked for

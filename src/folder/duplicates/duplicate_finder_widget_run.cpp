@@ -2,12 +2,14 @@
 
 #include "core/output_buffer.h"
 #include "core/path_names.h"
+#include "core/visible_name.h"
 #include "folder/actions/action_words.h"
 #include "folder/actions/folder_actions.h"
 #include "folder/actions/folder_log_panel.h"
 #include "folder/duplicates/duplicate_bar.h"
 #include "folder/duplicates/duplicate_finder_widget.h"
 #include "folder/duplicates/duplicate_view.h"
+#include "folder/duplicates/keep_folders_dialog.h"
 #include "folder/duplicates/more_folders.h"
 #include "folder/duplicates/tick_panel.h"
 #include "folder/engine/duplicate_report.h"
@@ -37,6 +39,29 @@ qint64 involvedFiles(const QList<DuplicateGroup> &groups)
 }
 
 } // namespace
+
+/// Deletes the ticked copies, and finds out which are no longer there.
+DuplicateFinderWidget::Deletion DuplicateFinderWidget::deletedCopies(const DuplicateScan &scan,
+                                                                     const DuplicateTicks &ticks, const QString &title,
+                                                                     const CancelFlag &cancel, Progress &progress)
+{
+    QList<ExtraCopies> deletions;
+    CopyPlaces places;
+    for (qint32 number = 0; number < scan.groups.size(); ++number) {
+        const QList<qsizetype> copies = ticks.of(number);
+        if (!copies.isEmpty())
+            deletions.append({scan.groups.at(number), copies});
+        for (const qsizetype copy : copies)
+            places.append({number, copy});
+    }
+    Deletion deletion{runPlan(planDeleteCopies(scan.roots, deletions, DeleteManner::ForGood), title, cancel, progress),
+                      nullptr};
+    places.removeIf([&scan](const CopyPlace &place) {
+        return FileAccess::native().describe(scan.groups.at(place.group).copies.at(place.copy).path).has_value();
+    });
+    deletion.left = treeWithout(scan, ticks, places);
+    return deletion;
+}
 
 // Scanning -----------------------------------------------------------------------------------------------------------
 
@@ -72,15 +97,17 @@ void DuplicateFinderWidget::onScan()
     m_stage = Stage::Scanning;
     m_scanned = QDir::cleanPath(paths().left);
     m_status->showMessage(Velmora::tr("Scanning…"));
-    m_runner.start([question = question()](const CancelFlag &cancel,
-                                           Progress &progress) { return scanDuplicates(question, cancel, progress); },
-                   [this](RunOutcome<DuplicateScan> &&outcome) { takeScan(std::move(outcome)); },
-                   [this](const ProgressState &state) { m_status->showProgress(state, shownPath(state.item)); });
+    m_runner.start(
+        [question = question()](const CancelFlag &cancel, Progress &progress) {
+            return std::make_unique<DuplicateTree>(scanDuplicates(question, cancel, progress));
+        },
+        [this](RunOutcome<std::unique_ptr<DuplicateTree>> &&outcome) { takeScan(std::move(outcome)); },
+        [this](const ProgressState &state) { m_status->showProgress(state, shownPath(state.item)); });
     showState();
     Q_EMIT comparisonStarted();
 }
 
-void DuplicateFinderWidget::takeScan(RunOutcome<DuplicateScan> &&outcome)
+void DuplicateFinderWidget::takeScan(RunOutcome<std::unique_ptr<DuplicateTree>> &&outcome)
 {
     m_stage = Stage::Idle;
     m_status->clearProgress();
@@ -88,27 +115,41 @@ void DuplicateFinderWidget::takeScan(RunOutcome<DuplicateScan> &&outcome)
         m_status->showFailure(faultText(outcome.fault, Velmora::tr("Not enough memory")));
     } else {
         m_hasScan = true;
-        showTree(std::make_unique<DuplicateTree>(std::move(*outcome.value)));
-        const DuplicateScan &scan = m_tree->scan();
-        if (scan.cancelled) {
-            m_status->showMessage(Velmora::tr("Cancelled. Scanned %1 files, found %2 duplicate groups.")
-                                      .arg(scan.files)
-                                      .arg(scan.groups.size()));
-        } else {
-            m_status->showMessage(Velmora::tr("%1 files, %2 duplicate groups (%3 files involved)")
-                                      .arg(scan.files)
-                                      .arg(scan.groups.size())
-                                      .arg(involvedFiles(scan.groups)),
-                                  scan.overlapping.isEmpty()
-                                      ? QString()
-                                      : Velmora::tr("%1 lies in another of the folders and is scanned once")
-                                            .arg(shownPath(scan.overlapping.first())));
+        showTree(std::move(*outcome.value));
+        tellScan(m_tree->scan());
+        if (!m_tree->scan().cancelled)
             Q_EMIT comparisonFinished(m_scanned, {});
-        }
         Q_EMIT tabTitleChanged(Velmora::tr("Duplicates: %1").arg(bareName(m_scanned)));
     }
     showState();
     Q_EMIT readingEnded();
+}
+
+void DuplicateFinderWidget::tellScan(const DuplicateScan &scan)
+{
+    const QString found = scan.cancelled ? Velmora::tr("Cancelled. Scanned %1 files, found %2 duplicate groups.")
+                                               .arg(scan.files)
+                                               .arg(scan.groups.size())
+                                         : Velmora::tr("%1 files, %2 duplicate groups (%3 files involved)")
+                                               .arg(scan.files)
+                                               .arg(scan.groups.size())
+                                               .arg(involvedFiles(scan.groups));
+    QStringList details;
+    if (!scan.problems.isEmpty())
+        details.append(Velmora::tr("Could not be read: %1").arg(scan.problems.size()));
+    if (!scan.overlapping.isEmpty())
+        details.append(Velmora::tr("%1 lies in another of the folders and is scanned once")
+                           .arg(shownPath(scan.overlapping.first())));
+    QStringList lines;
+    for (const FolderProblem &problem : scan.problems)
+        lines.append(Velmora::tr("Cannot read: %1").arg(visibleName(shownPath(problem.path))));
+    m_log->addLines(lines);
+    m_log->setVisible(m_log->isVisible() || !lines.isEmpty());
+    const QString detail = details.join(totalsSeparator);
+    if (lines.isEmpty())
+        m_status->showMessage(found, detail);
+    else
+        m_status->showFailure(found, detail);
 }
 
 void DuplicateFinderWidget::onCancel()
@@ -177,13 +218,14 @@ void DuplicateFinderWidget::tickByRule(KeepRule rule)
         ticksChanged();
         return;
     }
-    Dialogs::instance().openFolder(
-        this, Velmora::tr("Keep the copies in this folder"), m_scanned, [self = QPointer(this)](const QString &folder) {
-            if (!self)
-                return;
-            self->m_tree->tickByRule(self->shownGroups(), KeepRule::InFolders, {QDir::cleanPath(folder)});
-            self->ticksChanged();
-        });
+    auto *dialog = new KeepFoldersDialog(m_keepFolders, m_scanned, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, this, [this, dialog] {
+        m_keepFolders = dialog->folders();
+        m_tree->tickByRule(shownGroups(), KeepRule::InFolders, m_keepFolders);
+        ticksChanged();
+    });
+    dialog->open();
 }
 
 void DuplicateFinderWidget::tick(const QList<qint32> &nodes, bool ticked)
@@ -250,31 +292,10 @@ void DuplicateFinderWidget::deleteTicked()
         return;
     m_stage = Stage::Deleting;
     m_status->showMessage(Velmora::tr("Deleting…"));
-    QList<qint32> numbers;
-    QList<DuplicateGroup> groups;
-    QList<QList<qsizetype>> ticked;
-    for (qint32 number = 0; number < m_tree->scan().groups.size(); ++number) {
-        if (const QList<qsizetype> copies = m_tree->ticks().of(number); !copies.isEmpty()) {
-            numbers.append(number);
-            groups.append(m_tree->scan().groups.at(number));
-            ticked.append(copies);
-        }
-    }
     const QString title = Velmora::tr("Duplicates: %1").arg(bareName(m_scanned));
     m_runner.start(
-        [numbers, groups, ticked, title, roots = m_tree->scan().roots](const CancelFlag &cancel, Progress &progress) {
-            QList<ExtraCopies> deletions;
-            for (qsizetype i = 0; i < groups.size(); ++i)
-                deletions.append({groups.at(i), ticked.at(i)});
-            Deletion deletion{
-                runPlan(planDeleteCopies(roots, deletions, DeleteManner::ForGood), title, cancel, progress), {}};
-            for (qsizetype i = 0; i < groups.size(); ++i) {
-                for (const qsizetype copy : ticked.at(i)) {
-                    if (!FileAccess::native().describe(groups.at(i).copies.at(copy).path))
-                        deletion.gone.append({numbers.at(i), copy});
-                }
-            }
-            return deletion;
+        [scan = m_tree->scan(), ticks = m_tree->ticks(), title](const CancelFlag &cancel, Progress &progress) {
+            return deletedCopies(scan, ticks, title, cancel, progress);
         },
         [this](RunOutcome<Deletion> &&outcome) { takeDeletion(std::move(outcome)); },
         [this](const ProgressState &state) { m_status->showProgress(state, shownPath(state.item)); });
@@ -291,25 +312,42 @@ void DuplicateFinderWidget::takeDeletion(RunOutcome<Deletion> &&outcome)
         return;
     }
     const PlanRunResult &run = outcome.value->run;
-    for (const PlanLine &line : run.lines)
-        m_log->addLine(line.done ? Velmora::tr("Deleted %1").arg(line.path)
-                                 : Velmora::tr("Not deleted: %1 (%2)").arg(line.path, line.reason));
+    const bool tellsAll = run.lines.size() <= FolderLogPanel::mostLines;
+    QStringList lines;
+    for (const PlanLine &line : run.lines) {
+        if (!line.done)
+            lines.append(Velmora::tr("Not deleted: %1 (%2)").arg(line.path, line.reason));
+        else if (tellsAll)
+            lines.append(Velmora::tr("Deleted %1").arg(line.path));
+    }
+    m_log->addLines(lines);
     QString done = Velmora::tr("Delete done: %1 ok, %2 failed").arg(run.succeeded).arg(run.failed);
     if (outcome.end == RunEnd::Cancelled)
         done = Velmora::tr("Cancelled. %1").arg(done);
     m_log->addLine(done);
     m_log->setVisible(m_log->isVisible() || run.failed > 0);
     m_journalId = run.journalId;
-    showTree(m_tree->without(outcome.value->gone));
+    showTree(std::move(outcome.value->left));
     if (run.failed > 0)
         m_status->showFailure(done);
     else
         m_status->showMessage(done);
 }
 
+bool DuplicateFinderWidget::canEdit(EditCommand command) const
+{
+    return command == EditCommand::Undo && m_stage == Stage::Idle && !m_undoing->isRunning() && !m_journalId.isEmpty();
+}
+
+void DuplicateFinderWidget::edit(EditCommand command)
+{
+    if (command == EditCommand::Undo)
+        onUndo();
+}
+
 void DuplicateFinderWidget::onUndo()
 {
-    if (m_stage != Stage::Idle || m_journalId.isEmpty())
+    if (!canEdit(EditCommand::Undo))
         return;
     FolderActionContext context;
     context.roots = {m_tree->scan().roots.first().folder, m_tree->scan().roots.last().folder};

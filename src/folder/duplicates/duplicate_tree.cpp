@@ -2,9 +2,11 @@
 
 #include "core/path_names.h"
 
+#include <QHash>
 #include <QSet>
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace velmora {
@@ -64,6 +66,14 @@ DuplicateTree::DuplicateTree(DuplicateScan scan, DuplicateTicks ticks)
 {
     if (m_ticks.groups() != m_scan.groups.size())
         m_ticks = DuplicateTicks(m_scan.groups);
+    addEntries();
+    setAllExpanded(-1, true);
+    rankNames();
+    findTimes();
+}
+
+void DuplicateTree::addEntries()
+{
     const auto add = [this](Kind kind, qsizetype count) {
         for (qsizetype number = 0; number < count; ++number)
             m_entries.push_back({kind, qint32(number)});
@@ -71,11 +81,48 @@ DuplicateTree::DuplicateTree(DuplicateScan scan, DuplicateTicks ticks)
     add(Kind::Folders, m_scan.folders.size());
     add(Kind::Files, m_scan.groups.size());
     add(Kind::Names, m_scan.manyNamed.size());
-    setAllExpanded(-1, true);
     const std::vector<qint32> counts = pathCounts(m_scan);
     m_entryOf.reserve(std::size_t(count()));
     for (std::size_t entry = 0; entry < counts.size(); ++entry)
         m_entryOf.insert(m_entryOf.end(), std::size_t(counts[entry]) + 1, qint32(entry));
+}
+
+void DuplicateTree::findTimes()
+{
+    m_times.resize(std::size_t(count()));
+    for (qint32 node = 0; node < count(); ++node) {
+        const std::optional<CopyPlace> place = copyAt(node);
+        if (!place)
+            continue;
+        qint64 &latest = m_times[std::size_t(parent(node))];
+        m_times[std::size_t(node)] = at(*place).modifiedMs;
+        latest = std::max(latest, at(*place).modifiedMs);
+    }
+}
+
+/// Names are compared once, here, not whenever rows are sorted.
+void DuplicateTree::rankNames()
+{
+    m_ranks.resize(std::size_t(count()));
+    std::vector<qint32> siblings;
+    const auto rank = [&] {
+        // A group stands where its first file would.
+        const auto name = [this](qint32 node) -> const QString & { return pathAt(isGroup(node) ? node + 1 : node); };
+        std::stable_sort(siblings.begin(), siblings.end(), [&](qint32 one, qint32 other) {
+            return name(one).compare(name(other), Qt::CaseInsensitive) < 0;
+        });
+        for (std::size_t place = 0; place < siblings.size(); ++place)
+            m_ranks[std::size_t(siblings[place])] = qint32(place);
+        siblings.clear();
+    };
+    for (qint32 group = 0; group < count(); group = end(group)) {
+        siblings.resize(std::size_t(pathCount(group)));
+        std::iota(siblings.begin(), siblings.end(), group + 1);
+        rank();
+    }
+    for (qint32 group = 0; group < count(); group = end(group))
+        siblings.push_back(group);
+    rank();
 }
 
 const QString &DuplicateTree::pathAt(qint32 node) const
@@ -142,42 +189,39 @@ void DuplicateTree::clearTicks()
     m_ticks = DuplicateTicks(m_scan.groups);
 }
 
-qint64 DuplicateTree::stayingBesideTicked() const
-{
-    qint64 staying = 0;
-    for (qsizetype group = 0; group < m_scan.groups.size(); ++group) {
-        if (const qsizetype ticked = m_ticks.of(group).size(); ticked > 0)
-            staying += m_scan.groups.at(group).copies.size() - ticked;
-    }
-    return staying;
-}
+// What is left of one -------------------------------------------------------------------------------------------------
 
-std::unique_ptr<DuplicateTree> DuplicateTree::without(const CopyPlaces &gone) const
+std::unique_ptr<DuplicateTree> treeWithout(const DuplicateScan &scan, const DuplicateTicks &ticks,
+                                           const CopyPlaces &gone)
 {
-    DuplicateScan scan = m_scan;
     QHash<qint32, QSet<qsizetype>> removed;
+    QSet<QString> changed; // folders that a copy has gone from, at any depth
     for (const CopyPlace &place : gone) {
         removed[place.group].insert(place.copy);
-        scan.folders.removeIf([path = at(place).path](const DuplicateFolders &folders) {
-            return std::any_of(folders.paths.begin(), folders.paths.end(),
-                               [&](const QString &folder) { return isInside(path, folder); });
-        });
+        QString folder = parentPath(scan.groups.at(place.group).copies.at(place.copy).path);
+        while (!folder.isEmpty() && !changed.contains(folder)) {
+            changed.insert(folder);
+            folder = parentPath(folder);
+        }
     }
-    scan.groups.clear();
+    DuplicateScan left = scan;
+    left.folders.removeIf([&changed](const DuplicateFolders &folders) {
+        return std::any_of(folders.paths.begin(), folders.paths.end(),
+                           [&](const QString &folder) { return changed.contains(folder); });
+    });
+    left.groups.clear();
     QList<QList<qsizetype>> ticked;
-    for (qint32 number = 0; number < m_scan.groups.size(); ++number) {
-        Rest rest = restOf(m_scan.groups.at(number), removed.value(number), m_ticks.of(number));
+    for (qint32 number = 0; number < scan.groups.size(); ++number) {
+        Rest rest = restOf(scan.groups.at(number), removed.value(number), ticks.of(number));
         if (rest.group.copies.size() < 2)
             continue;
-        scan.groups.append(rest.group);
+        left.groups.append(rest.group);
         ticked.append(rest.ticked);
     }
-    DuplicateTicks ticks(scan.groups);
-    for (qsizetype number = 0; number < scan.groups.size(); ++number)
-        ticks.choose(scan.groups.at(number), number, ticked.at(number));
-    auto tree = std::make_unique<DuplicateTree>(std::move(scan), std::move(ticks));
-    tree->setTicking(m_ticking);
-    return tree;
+    DuplicateTicks others(left.groups);
+    for (qsizetype number = 0; number < left.groups.size(); ++number)
+        others.choose(left.groups.at(number), number, ticked.at(number));
+    return std::make_unique<DuplicateTree>(std::move(left), std::move(others));
 }
 
 } // namespace velmora

@@ -18,6 +18,8 @@ using CopyPlaces = QList<CopyPlace>;
 
 /// What a scan has found, as rows of two levels: folders that are the same as a whole, groups of files, files of
 /// several names; and below each its paths. Knows which copies are ticked to be deleted.
+///
+/// Making one takes long where there is much: it may be done on a worker.
 class DuplicateTree final : public FixedRowTree {
 public:
     enum Column { Name, Size, Modified, Digest };
@@ -48,13 +50,6 @@ public:
     /// Ticks, or clears, every copy of these groups that lies in `folder`.
     void tickFolder(const QList<qint32> &groups, const QString &folder, bool ticked);
     void clearTicks();
-    /// Files that stay in groups with ticks.
-    [[nodiscard]] qint64 stayingBesideTicked() const;
-
-    /// The tree without copies that are no longer there, groups of which no two are left, and folders that are no
-    /// longer the same. The other ticks stay.
-    [[nodiscard]] std::unique_ptr<DuplicateTree> without(const CopyPlaces &gone) const;
-
     /// Takes over the digest of a group.
     void setDigest(qint32 group, const QByteArray &digest) { m_scan.groups[group].digest = digest; }
 
@@ -75,13 +70,16 @@ private:
         qint32 number = 0; ///< in the list of the scan
     };
 
+    void addEntries();
+    void rankNames();
+    void findTimes();
+
     [[nodiscard]] const Entry &entryOf(qint32 node) const
     {
         return m_entries[std::size_t(m_entryOf[std::size_t(node)])];
     }
     [[nodiscard]] qint32 pathCount(qint32 group) const { return end(group) - group - 1; }
     [[nodiscard]] qint64 sizeOf(qint32 node) const;
-    [[nodiscard]] qint64 latestOf(qint32 node) const;
     [[nodiscard]] bool losesAll(qint32 node) const;
     [[nodiscard]] QString groupName(qint32 node) const;
     [[nodiscard]] QString copyName(const DuplicateCopy &copy) const;
@@ -94,7 +92,14 @@ private:
     DuplicateTicks m_ticks;
     std::vector<Entry> m_entries;
     std::vector<qint32> m_entryOf; ///< of each node
+    std::vector<qint32> m_ranks;   ///< of each node its place among its siblings by name
+    std::vector<qint64> m_times;   ///< of each node when it was modified; of a group, the latest of its copies
     bool m_ticking = false;
 };
+
+/// What is left of a scan and of the ticks in it when copies are no longer there: without these, groups of which no two
+/// are left, and folders that are no longer the same.
+[[nodiscard]] std::unique_ptr<DuplicateTree> treeWithout(const DuplicateScan &scan, const DuplicateTicks &ticks,
+                                                         const CopyPlaces &gone);
 
 } // namespace velmora

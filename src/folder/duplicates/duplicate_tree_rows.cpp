@@ -10,8 +10,6 @@
 #include <QFont>
 #include <QLocale>
 
-#include <algorithm>
-
 namespace velmora {
 
 QStringList DuplicateTree::headings() const
@@ -139,29 +137,15 @@ qint64 DuplicateTree::sizeOf(qint32 node) const
     return m_scan.manyNamed.at(entry.number).size;
 }
 
-qint64 DuplicateTree::latestOf(qint32 node) const
-{
-    if (const std::optional<CopyPlace> place = copyAt(node))
-        return at(*place).modifiedMs;
-    qint64 latest = 0;
-    if (const qint32 group = groupOf(node); group >= 0) {
-        for (const DuplicateCopy &copy : m_scan.groups.at(group).copies)
-            latest = std::max(latest, copy.modifiedMs);
-    }
-    return latest;
-}
-
 bool DuplicateTree::isBefore(qint32 one, qint32 other, int column) const
 {
-    // A group stands where its first file would.
-    const auto name = [this](qint32 node) -> const QString & { return pathAt(isGroup(node) ? node + 1 : node); };
     switch (column) {
     case Name:
-        return name(one).compare(name(other), Qt::CaseInsensitive) < 0;
+        return m_ranks[std::size_t(one)] < m_ranks[std::size_t(other)];
     case Size:
         return sizeOf(one) < sizeOf(other);
     case Modified:
-        return latestOf(one) < latestOf(other);
+        return m_times[std::size_t(one)] < m_times[std::size_t(other)];
     default:
         return groupOf(one) >= 0 && groupOf(other) >= 0 &&
                m_scan.groups.at(groupOf(one)).digest < m_scan.groups.at(groupOf(other)).digest;

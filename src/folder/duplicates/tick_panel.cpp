@@ -31,7 +31,7 @@ TickPanel::TickPanel(QWidget *parent)
     add(Velmora::tr("Keep the newest"), KeepRule::Newest);
     add(Velmora::tr("Keep the oldest"), KeepRule::Oldest);
     add(Velmora::tr("Keep the shortest path"), KeepRule::ShortestPath);
-    add(Velmora::tr("Keep those in a folder…"), KeepRule::InFolders);
+    add(Velmora::tr("Keep those in folders…"), KeepRule::InFolders);
     menu->addSeparator();
     connect(menu->addAction(Velmora::tr("Uncheck all")), &QAction::triggered, this, &TickPanel::clearWanted);
     m_rules->setMenu(menu);

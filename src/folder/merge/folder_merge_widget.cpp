@@ -209,8 +209,10 @@ void FolderMergeWidget::takeResult(RunOutcome<Result> &&outcome)
 
 void FolderMergeWidget::tell(const FolderMergeResult &result)
 {
+    QStringList lines;
     for (const QString &folder : result.unreadable)
-        log().addLine(Velmora::tr("Cannot read folder: %1").arg(shownPath(folder)));
+        lines.append(Velmora::tr("Cannot read folder: %1").arg(shownPath(folder)));
+    log().addLines(lines);
     showLog(!result.unreadable.isEmpty());
     const QString found = Velmora::tr("%1 file(s), %2 changed, %3 conflict(s)")
                               .arg(result.files.size())

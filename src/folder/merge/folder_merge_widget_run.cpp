@@ -112,10 +112,12 @@ void FolderMergeWidget::run(const OperationPlan &plan)
 
 void FolderMergeWidget::takeRun(const PlanRunResult &result, bool wasCancelled)
 {
+    QStringList lines;
     for (const PlanLine &line : result.lines) {
         if (!line.done)
-            log().addLine(QStringLiteral("  ✗ ") + line.path + u' ' + line.reason);
+            lines.append(QStringLiteral("  ✗ ") + line.path + u' ' + line.reason);
     }
+    log().addLines(lines);
     showLog(result.failed > 0);
     const qint64 skipped = m_model->openConflicts() + result.failed;
     const QString done = QStringLiteral("已复制 %1 个文件，跳过 %2 个").arg(result.files).arg(skipped);

@@ -300,8 +300,10 @@ void FolderSyncWidget::showRemarks()
 
 void FolderSyncWidget::listConflicts()
 {
+    QStringList lines;
     for (const NameConflict &conflict : std::as_const(m_found.proposal.conflicts))
-        log().addLine(QLatin1String("  ! ") + nameConflictText(conflict));
+        lines.append(QLatin1String("  ! ") + nameConflictText(conflict));
+    log().addLines(lines);
     showLog(true);
 }
 

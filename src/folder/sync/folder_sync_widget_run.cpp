@@ -81,8 +81,13 @@ void FolderSyncWidget::run(const QList<SyncPlanItem> &plan)
 
 void FolderSyncWidget::takeRun(const PlanRunResult &result, bool wasCancelled)
 {
-    for (const PlanLine &line : result.lines)
-        log().addLine(syncLogLine(line));
+    const bool tellsAll = result.lines.size() <= FolderLogPanel::mostLines;
+    QStringList lines;
+    for (const PlanLine &line : result.lines) {
+        if (tellsAll || !line.done)
+            lines.append(syncLogLine(line));
+    }
+    log().addLines(lines);
     QString done = Velmora::tr("Sync complete. Success: %1, failed: %2").arg(result.succeeded).arg(result.failed);
     if (wasCancelled)
         done = Velmora::tr("Cancelled. %1").arg(done);
