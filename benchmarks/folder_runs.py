@@ -1,25 +1,29 @@
 #!/usr/bin/env python3
 """Measures velmora-cli sync and merge-folders on the trees "sources" of generate_folders.py, beside rsync and md5sum.
 
-    folder_runs.py [--program FILE] [--runs N]
+    folder_runs.py [--program FILE] [--runs N] [--fsync-runs N] [--target FOLDER]
 
 Rounds of all programs take turns, so that what else the machine does hits them alike; the best time of each is printed as
-Markdown, with the ratio of velmora-cli's to the other's. Copies go to a new folder beside the data, on the same volume, and what
-was written before is on the disk before the clock starts.
+Markdown, with the ratio of velmora-cli's to the other's and the aim for it. Copies go to a new folder beside the data or in FOLDER, on
+the same volume for all, and what was written before is on the disk before the clock starts. `rsync -a --fsync` waits for the disk
+after each file, which may take minutes: it takes part in the first rounds only (--fsync-runs). Memory is that beyond what the same
+command needs for empty folders, for each file and folder that is compared. The exit status is 1 when an aim is missed.
 """
 
 import argparse
 import os
 import pathlib
-import resource
 import shutil
 import subprocess
+import sys
 import tempfile
 import time
 
 from text import DATA, PROGRAM, duration
 
 TREES = DATA / "folders" / "sources"
+AIMS = {"rsync -rcn --delete": 0.7, "rsync -a": 1.2, "rsync -a --fsync": 0.8, "md5sum": 0.5}
+BYTES_PER_ENTRY = 1024
 
 
 def seconds(command, home):
@@ -57,10 +61,12 @@ def classification(program):
     }
 
 
-def best_of(commands, runs, home, target=None):
+def best_of(commands, runs, home, target=None, fsync_runs=0):
     best = {}
-    for _ in range(runs):
+    for turn in range(runs):
         for name, command in commands.items():
+            if "--fsync" in command and turn >= fsync_runs:
+                continue
             if target:
                 shutil.rmtree(target, ignore_errors=True)
                 os.mkdir(target)
@@ -70,29 +76,69 @@ def best_of(commands, runs, home, target=None):
 
 
 def report(case, best):
+    """Prints the rows of a case; whether every aim is reached."""
     own = next(iter(best.values()))
     for name, took in best.items():
-        print(f"| {case} | {name} | {duration(took)} | {own / took:.2f} |", flush=True)
+        print(f"| {case} | {name} | {duration(took)} | {own / took:.2f} | {AIMS.get(name, '')} |", flush=True)
+    return all(own / took <= AIMS.get(name, 1) for name, took in best.items())
+
+
+def peak(command, home):
+    # A process counts what the one that started it had in memory: that has to be a small one.
+    starter = ("import os, subprocess, sys\n"
+               "child = subprocess.Popen(sys.argv[1:], stdout=subprocess.DEVNULL)\n"
+               "print(os.wait4(child.pid, 0)[2].ru_maxrss)")
+    said = subprocess.run([sys.executable, "-c", starter, *command], stdout=subprocess.PIPE, env={**os.environ, "HOME": home}, check=True)
+    return int(said.stdout) * 1024
+
+
+def entries(trees):
+    """How many different names of files and folders there are in the trees."""
+    names = set()
+    for tree in trees:
+        for folder, folders, files in os.walk(tree):
+            names.update(os.path.join(os.path.relpath(folder, tree), name) for name in folders + files)
+    return len(names)
+
+
+def memory(program, home):
+    reached = True
+    for command, sides in (("sync", ("left", "right")), ("merge-folders", ("left", "right", "twin"))):
+        trees = [str(TREES / side) for side in sides]
+        empty = [os.path.join(home, "empty", side) for side in sides]
+        for folder in empty:
+            os.makedirs(folder, exist_ok=True)
+        each = (peak([program, command, *trees], home) - peak([program, command, *empty], home)) / entries(trees)
+        print(f"velmora-cli {command}: {each:.0f} bytes of memory an entry (aim {BYTES_PER_ENTRY})")
+        reached = reached and each <= BYTES_PER_ENTRY
+    return reached
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--program", default=str(PROGRAM), metavar="FILE")
     parser.add_argument("--runs", type=int, default=5, metavar="N")
+    parser.add_argument("--fsync-runs", type=int, default=1, metavar="N")
+    parser.add_argument("--target", default=str(TREES), metavar="FOLDER", help="where copies go (default: beside the data)")
     options = parser.parse_args()
+    options.program = os.path.abspath(options.program)
     files = sum(len(names) for _, _, names in os.walk(TREES / "left"))
     if not files:
         parser.error("no data; see generate_folders.py")
-    print(f"{files} files a tree\n\n| case | program | best | velmora / this |\n|---|---|---|---|")
-    with tempfile.TemporaryDirectory(dir=TREES) as folder:
+    print(f"{files} files a tree\n\n| case | program | best | velmora / this | aim |\n|---|---|---|---|---|")
+    with tempfile.TemporaryDirectory(dir=options.target) as folder:
         home = os.path.join(folder, "home")
         os.mkdir(home)
         target = os.path.join(folder, "target")
-        report("analysis", best_of(analysis(options.program), options.runs, home))
-        report("copying", best_of(copying(options.program, target), options.runs, home, target))
-        report("three trees", best_of(classification(options.program), options.runs, home))
-    print(f"\npeak memory of any of these: {resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss // 1024} MB")
+        reached = [
+            report("analysis", best_of(analysis(options.program), options.runs, home)),
+            report("three trees", best_of(classification(options.program), options.runs, home)),
+            report("copying", best_of(copying(options.program, target), options.runs, home, target, options.fsync_runs)),
+        ]
+        print()
+        reached.append(memory(options.program, home))
+    return 0 if all(reached) else 1
 
 
 if __name__ == "__main__":
-    main()
+    sys.exit(main())

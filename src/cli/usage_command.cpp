@@ -172,7 +172,7 @@ QString problemOf(const UsageRecord &record, const DiskUsageRequest &request)
 {
     switch (record.fault) {
     case UsageRecord::Fault::CannotOpen:
-        return record.error;
+        return record.error.isEmpty() ? QStringLiteral("cannot be opened") : record.error;
     case UsageRecord::Fault::Unknown:
         return QStringLiteral("is neither a folder snapshot nor written by usage --format json");
     case UsageRecord::Fault::None:

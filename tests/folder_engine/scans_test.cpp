@@ -4,10 +4,13 @@
 #include "folder/engine/folder_snapshot_file.h"
 #include "folder/engine/usage_record.h"
 #include "folder_engine/test_tree.h"
+#include "platform/file_access.h"
 #include "support/test_main.h"
 #include "vfs/local_folder.h"
 
 #include <QDir>
+
+#include <string>
 
 #ifdef Q_OS_LINUX
 #include "support/ordinary_user.h"
@@ -74,15 +77,15 @@ private Q_SLOTS:
         for (const char *name : {"left/a", "left/b", "left/closed/c", "left/secret"})
             disk.file(word(name), "same");
         QVERIFY(QFile::setPermissions(disk.path({}), QFile::Permissions(0x5755)));
-        QCOMPARE(::chmod(disk.path(word("left/closed")).toUtf8(), 0), 0);
-        QCOMPARE(::chmod(disk.path(word("left/secret")).toUtf8(), 0), 0);
+        QCOMPARE(::chmod(nativeName(disk.path(word("left/closed"))).c_str(), 0), 0);
+        QCOMPARE(::chmod(nativeName(disk.path(word("left/secret"))).c_str(), 0), 0);
         QStringList told;
         {
             const OrdinaryUser user;
             told = toldOf(disk.left());
         }
         QCOMPARE(told, words("copies 2 /closed /secret|digests 2 /closed /secret|files 3 /closed"));
-        QCOMPARE(::chmod(disk.path(word("left/closed")).toUtf8(), 0700), 0);
+        QCOMPARE(::chmod(nativeName(disk.path(word("left/closed"))).c_str(), 0700), 0);
         QCOMPARE(toldOf(disk.left()), words("copies 4|digests 4|files 4"));
     }
 
@@ -93,7 +96,7 @@ private Q_SLOTS:
         disk.file(word("left/b"), "same");
         disk.link(word("left/in/up"), word(".."));
         disk.link(word("left/self"), word("self"));
-        QCOMPARE(::mkfifo(disk.path(word("left/pipe")).toUtf8(), 0600), 0);
+        QCOMPARE(::mkfifo(nativeName(disk.path(word("left/pipe"))).c_str(), 0600), 0);
         QCOMPARE(toldOf(disk.left()), words("copies 2|digests 2|files 2"));
     }
 
@@ -101,9 +104,9 @@ private Q_SLOTS:
     {
         TestTree disk;
         for (const char *name : {"caf\xE9", "caf\xC3\xA9", "\xFF\xFE"}) {
-            const QByteArray path = disk.left().toUtf8() + '/' + name;
-            QCOMPARE(::mkdir(path, 0700), 0);
-            const int file = ::open(path + "/\x80", O_WRONLY | O_CREAT, 0600);
+            const std::string path = nativeName(disk.left()) + '/' + name;
+            QCOMPARE(::mkdir(path.c_str(), 0700), 0);
+            const int file = ::open((path + "/\x80").c_str(), O_WRONLY | O_CREAT, 0600);
             QCOMPARE(::write(file, "same", 4), 4);
             ::close(file);
         }

@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QFileInfo>
+#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
@@ -95,17 +96,17 @@ void KeepFoldersDialog::add(const QString &folder)
     m_folders.append(clean);
     auto *row = new QListWidgetItem(shownPath(clean), m_list);
     row->setToolTip(toolTipText(shownPath(clean)));
-    m_list->setCurrentItem(row);
+    m_list->setCurrentItem(row, QItemSelectionModel::ClearAndSelect);
     showState();
 }
 
 void KeepFoldersDialog::removeSelected()
 {
-    for (int row = m_list->count() - 1; row >= 0; --row) {
-        if (m_list->item(row)->isSelected()) {
-            delete m_list->takeItem(row);
-            m_folders.removeAt(row);
-        }
+    // Found beforehand: where the current one is taken out, another one becomes selected.
+    const QList<QListWidgetItem *> selected = m_list->selectedItems();
+    for (QListWidgetItem *item : selected) {
+        m_folders.removeAt(m_list->row(item));
+        delete item;
     }
     showState();
 }

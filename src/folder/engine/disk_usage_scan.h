@@ -30,8 +30,8 @@ struct DiskUsage {
     QList<LargeFile> largest; ///< at most 200, the largest first, whether files are nodes or not
     /// Folders that could not be listed, or not to their end, or were gone by then, in the order of their paths.
     QStringList unreadable;
-    qint64 links = 0;         ///< symbolic links and the like, which are not followed and take no part
-    qint64 sharedFiles = 0;   ///< further names of files that have several; their room counts once
+    qint64 links = 0;       ///< symbolic links and the like, which are not followed and take no part
+    qint64 sharedFiles = 0; ///< further names of files that have several; their room counts once
     qint64 milliseconds = 0;
     bool cancelled = false; ///< the tree has what was gathered
 };
