@@ -2502,6 +2502,10 @@
         <translation>两侧之间有 1 个提交</translation>
     </message>
     <message>
+        <source>No commits between the two sides</source>
+        <translation>两侧之间没有提交</translation>
+    </message>
+    <message>
         <source>%1 commits between the two sides</source>
         <translation>两侧之间有 %1 个提交</translation>
     </message>

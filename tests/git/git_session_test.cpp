@@ -14,7 +14,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QToolButton>
 
 using namespace velmora;
 using namespace velmora::test;
@@ -112,9 +111,9 @@ private Q_SLOTS:
         QCOMPARE(f.rows().size(), 4);
 
         // Filters: a status, then words.
-        f.session.findChild<QToolButton *>(QStringLiteral("gitStatus%1").arg(int(GitStatus::Modified)))->click();
+        f.action("gitStatus1")->trigger();
         QCOMPARE(f.rows(), (QStringList{word("src|2|src||+3|"), word("old.txt|Renamed|new.txt|||")}));
-        f.session.findChild<QToolButton *>(QStringLiteral("gitStatus%1").arg(int(GitStatus::Modified)))->click();
+        f.action("gitStatus1")->trigger();
         f.session.findChild<QLineEdit *>(word("gitFilter"))->setText(word("old"));
         QTRY_COMPARE(f.rows().size(), 2);
     }

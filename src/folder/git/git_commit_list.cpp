@@ -115,7 +115,9 @@ void GitCommitList::setCommits(const GitCommits &commits)
     const qint64 count = qint64(commits.commits.size());
     m_rows->setTree(std::make_unique<Rows>(commits.commits));
     const QString number = QLocale().toString(count);
-    if (count == 1)
+    if (count == 0)
+        m_title->setText(Velmora::tr("No commits between the two sides"));
+    else if (count == 1)
         m_title->setText(Velmora::tr("1 commit between the two sides"));
     else
         m_title->setText(commits.areMore ? Velmora::tr("The latest %1 commits between the two sides").arg(number)

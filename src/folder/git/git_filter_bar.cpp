@@ -3,11 +3,12 @@
 #include "folder/git/git_words.h"
 #include "session/translate.h"
 
+#include <QAction>
 #include <QBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QLocale>
-#include <QToolButton>
+#include <QToolBar>
 
 namespace velmora {
 
@@ -21,19 +22,22 @@ GitFilterBar::GitFilterBar(QWidget *parent) : QWidget(parent), m_words(new QLine
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(4);
-    row->addWidget(m_words, 1);
+    row->addWidget(m_words, 2);
+    auto *buttons = new QToolBar;
+    buttons->setToolButtonStyle(Qt::ToolButtonTextOnly);
     for (int status = 0; status < gitStatusCount; ++status) {
-        auto *button = new QToolButton;
-        button->setCheckable(true);
-        button->setChecked(true);
-        button->setObjectName(QStringLiteral("gitStatus%1").arg(status));
-        button->setToolTip(Velmora::tr("Show files of this status: %1").arg(gitStatusText(GitStatus(status))));
-        button->setFocusPolicy(Qt::TabFocus);
-        button->hide();
-        row->addWidget(button);
-        connect(button, &QToolButton::toggled, this, &GitFilterBar::statusesChanged);
-        m_buttons[std::size_t(status)] = button;
+        QAction *action = buttons->addAction(QString());
+        action->setCheckable(true);
+        action->setChecked(true);
+        action->setVisible(false);
+        action->setObjectName(QStringLiteral("gitStatus%1").arg(status));
+        action->setToolTip(Velmora::tr("Show files of this status: %1").arg(gitStatusText(GitStatus(status))));
+        if (QWidget *button = buttons->widgetForAction(action))
+            button->setFocusPolicy(Qt::TabFocus);
+        connect(action, &QAction::toggled, this, &GitFilterBar::statusesChanged);
+        m_actions[std::size_t(status)] = action;
     }
+    row->addWidget(buttons, 3);
     connect(m_words, &QLineEdit::textChanged, this, &GitFilterBar::wordsChanged);
     connect(m_words, &QLineEdit::returnPressed, this, &GitFilterBar::leaveWanted);
 }
@@ -41,9 +45,9 @@ GitFilterBar::GitFilterBar(QWidget *parent) : QWidget(parent), m_words(new QLine
 void GitFilterBar::setCounts(const std::array<qint64, gitStatusCount> &counts)
 {
     for (std::size_t status = 0; status < counts.size(); ++status) {
-        m_buttons[status]->setText(
+        m_actions[status]->setText(
             QStringLiteral("%1 %2").arg(gitStatusText(GitStatus(status)), QLocale().toString(counts[status])));
-        m_buttons[status]->setVisible(counts[status] > 0);
+        m_actions[status]->setVisible(counts[status] > 0);
     }
 }
 
@@ -51,7 +55,7 @@ GitStatusSet GitFilterBar::statuses() const
 {
     GitStatusSet set;
     for (int status = 0; status < gitStatusCount; ++status)
-        set.set(GitStatus(status), m_buttons[std::size_t(status)]->isChecked());
+        set.set(GitStatus(status), m_actions[std::size_t(status)]->isChecked());
     return set;
 }
 

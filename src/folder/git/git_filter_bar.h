@@ -6,12 +6,13 @@
 
 #include <array>
 
+class QAction;
 class QLineEdit;
-class QToolButton;
 
 namespace velmora {
 
-/// What of a Git comparison is shown: a line for words, and a button for each status with the number of its files.
+/// What of a Git comparison is shown: a line for words, and a button for each status with the number of its files, in a
+/// menu where there is no room for them.
 class GitFilterBar final : public QWidget {
     Q_OBJECT
 public:
@@ -32,7 +33,7 @@ protected:
 
 private:
     QLineEdit *m_words;
-    std::array<QToolButton *, gitStatusCount> m_buttons{};
+    std::array<QAction *, gitStatusCount> m_actions{};
 };
 
 } // namespace velmora

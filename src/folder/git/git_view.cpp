@@ -5,6 +5,7 @@
 #include "session/translate.h"
 
 #include <QHeaderView>
+#include <QList>
 
 #include <algorithm>
 
@@ -12,20 +13,26 @@ namespace velmora {
 
 namespace {
 
-/// The columns of a fixed width, those first that go first where room is short, with the longest text that they hold.
+/// Columns of a fixed width, which is that of their longest text.
 struct FixedColumn {
     int column;
     QString widest;
 };
 
-QList<FixedColumn> fixedColumns()
+/// Those that go where room is short: both sizes first.
+QList<QList<FixedColumn>> sparedColumns()
 {
-    return {{GitRowTree::LeftSize, QStringLiteral("88,888,888")},
-            {GitRowTree::RightSize, QStringLiteral("88,888,888")},
-            {GitRowTree::Mode, Velmora::tr("File") + QStringLiteral(" → ") + Velmora::tr("Executable")},
-            {GitRowTree::Added, QStringLiteral("+88,888")},
+    const QString size = QStringLiteral("88,888,888");
+    return {{{GitRowTree::LeftSize, size}, {GitRowTree::RightSize, size}},
+            {{GitRowTree::Mode, Velmora::tr("File") + QStringLiteral(" → ") + Velmora::tr("Executable")}}};
+}
+
+QList<FixedColumn> keptColumns()
+{
+    const QString status = Velmora::tr("%1 (%2 % alike)").arg(Velmora::tr("Renamed")).arg(QStringLiteral("88"));
+    return {{GitRowTree::Added, QStringLiteral("+88,888")},
             {GitRowTree::Removed, QStringLiteral("−88,888")},
-            {GitRowTree::Status, Velmora::tr("%1 (%2 % alike)").arg(Velmora::tr("Renamed")).arg(QStringLiteral("88"))}};
+            {GitRowTree::Status, status}};
 }
 
 } // namespace
@@ -53,26 +60,35 @@ void GitView::resizeEvent(QResizeEvent *event)
 
 void GitView::layOutColumns()
 {
-    constexpr int room = 16;
     constexpr int leastName = 200;
-    int left = viewport()->width();
-    const QList<FixedColumn> columns = fixedColumns();
-    for (const FixedColumn &one : columns) {
-        const int width = fontMetrics().horizontalAdvance(one.widest) + room;
-        horizontalHeader()->resizeSection(one.column, width);
-        left -= width;
-    }
-    for (const FixedColumn &one : columns) {
-        const bool hides = left < 2 * leastName && one.column != GitRowTree::Status &&
-                           one.column != GitRowTree::Added && one.column != GitRowTree::Removed;
-        setColumnHidden(one.column, hides);
-        if (hides)
-            left += fontMetrics().horizontalAdvance(one.widest) + room;
-    }
     constexpr int leastShown = 80;
+    int left = viewport()->width();
+    const QList<FixedColumn> kept = keptColumns();
+    for (const FixedColumn &one : kept)
+        left -= takeWidth(one.column, one.widest);
+    const QList<QList<FixedColumn>> spared = sparedColumns();
+    for (const QList<FixedColumn> &group : spared) {
+        for (const FixedColumn &one : group)
+            left -= takeWidth(one.column, one.widest);
+    }
+    for (const QList<FixedColumn> &group : spared) {
+        const bool hides = left < 2 * leastName;
+        for (const FixedColumn &one : group) {
+            left += hides ? takeWidth(one.column, one.widest) : 0;
+            setColumnHidden(one.column, hides);
+        }
+    }
     const int name = std::max(leastShown, left / 2);
     horizontalHeader()->resizeSection(GitRowTree::LeftName, name);
     horizontalHeader()->resizeSection(GitRowTree::RightName, std::max(leastShown, left - name));
+}
+
+int GitView::takeWidth(int column, const QString &widest)
+{
+    constexpr int room = 16;
+    const int width = fontMetrics().horizontalAdvance(widest) + room;
+    horizontalHeader()->resizeSection(column, width);
+    return width;
 }
 
 } // namespace velmora

@@ -22,6 +22,8 @@ protected:
 private:
     /// Gives both names the same room, and hides columns where that would be too little.
     void layOutColumns();
+    /// Gives a column room for its longest text, and says how much.
+    int takeWidth(int column, const QString &widest);
 
     NoticeCard *m_notice;
 };

@@ -87,7 +87,8 @@ std::optional<std::vector<GitChange>> parseRawChanges(const QByteArray &raw)
         QByteArray path;
         if (!pieces.next(head) || !readHead(head, change) || !pieces.next(path))
             return std::nullopt;
-        change.paths = {pathOf(path), pathOf(path)};
+        change.paths.left = pathOf(path);
+        change.paths.right = change.paths.left;
         if (change.status == GitStatus::Added)
             change.paths.left.clear();
         if (change.status == GitStatus::Deleted)
@@ -148,11 +149,12 @@ std::optional<std::vector<GitFile>> parseTreeListing(const QByteArray &listing)
 
 bool leadsElsewhere(const QString &path)
 {
-    const QList<QStringView> parts = QStringView(path).split(u'/');
-    return std::any_of(parts.begin(), parts.end(), [](QStringView part) {
-        return part.isEmpty() || part == u"." || part == u".." || part.contains(u'\\') ||
-               part.compare(u".git", Qt::CaseInsensitive) == 0;
-    });
+    for (const QStringView part : QStringView(path).tokenize(u'/')) {
+        if (part.isEmpty() || part == u"." || part == u".." || part.contains(u'\\') ||
+            (part.front() == u'.' && part.compare(u".git", Qt::CaseInsensitive) == 0))
+            return true;
+    }
+    return false;
 }
 
 } // namespace velmora
