@@ -370,8 +370,8 @@ bool looksLikeArchive(const QString &name)
     return dot > 0 && archiveEndings().contains(name.sliced(dot + 1), Qt::CaseInsensitive);
 }
 
-ArchiveOpening openArchiveFile(std::shared_ptr<OpenFile> file, const ArchiveRequest &request, const CancelFlag &cancel,
-                               Progress &progress)
+ArchiveOpening openArchiveFile(const std::shared_ptr<OpenFile> &file, const ArchiveRequest &request,
+                               const CancelFlag &cancel, Progress &progress)
 {
     ArchiveOpening opening;
     Loader(request, cancel, progress, opening).loadFile(file);
@@ -389,7 +389,7 @@ ArchiveOpening openArchive(const ArchiveRequest &request, const CancelFlag &canc
         opening.fault = found ? ArchiveFault::Unreadable : ArchiveFault::Missing;
         return opening;
     }
-    return openArchiveFile(std::move(file), request, cancel, progress);
+    return openArchiveFile(file, request, cancel, progress);
 }
 
 } // namespace velmora

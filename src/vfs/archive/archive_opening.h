@@ -53,7 +53,7 @@ struct ArchiveOpening {
 [[nodiscard]] ArchiveOpening openArchive(const ArchiveRequest &request, const CancelFlag &cancel, Progress &progress);
 
 /// The same for the bytes of `file`; `request.path` is what it is called.
-[[nodiscard]] ArchiveOpening openArchiveFile(std::shared_ptr<OpenFile> file, const ArchiveRequest &request,
+[[nodiscard]] ArchiveOpening openArchiveFile(const std::shared_ptr<OpenFile> &file, const ArchiveRequest &request,
                                              const CancelFlag &cancel, Progress &progress);
 
 /// Whether the ending of a name is one that archives have.
