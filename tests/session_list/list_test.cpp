@@ -1,6 +1,10 @@
 #include "session/list/list_view.h"
+#include "session/list/row_ground.h"
+#include "session/theme.h"
 #include "support/files.h"
 #include "support/test_main.h"
+
+#include <algorithm>
 
 using namespace velmora;
 using namespace velmora::test;
@@ -26,6 +30,23 @@ struct ComputedRows final : RowSource {
     }
     static inline qsizetype asked = 0;
 };
+
+/// The colour that most of a picture has, and how well what stands out most from it is read there.
+std::pair<QRgb, double> groundOf(const QImage &picture)
+{
+    QHash<QRgb, int> colours;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x)
+            ++colours[picture.pixel(x, y)];
+    }
+    const QList<QRgb> found = colours.keys();
+    const QRgb ground = *std::max_element(found.begin(), found.end(),
+                                          [&](QRgb one, QRgb other) { return colours[one] < colours[other]; });
+    double best = 1;
+    for (const QRgb colour : found)
+        best = std::max(best, contrast(colour, ground));
+    return {ground, best};
+}
 
 } // namespace
 
@@ -59,6 +80,35 @@ private Q_SLOTS:
         QCOMPARE(model.rowCount(), 25'000);
         QCOMPARE(model.find(word("5")), -1);
         QCOMPARE(model.nextDifference(-1, true), -1);
+    }
+
+    void selectedRowsKeepTheirColoursAndAreRead()
+    {
+        for (const bool dark : {false, true}) {
+            applyTheme(dark);
+            ListModel model(std::make_unique<ComputedRows>(word("Number")));
+            ListView view(model);
+            view.resize(700, 300);
+            view.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&view));
+            QSet<QRgb> grounds;
+            for (const bool selected : {false, true}) {
+                view.clearSelection();
+                view.setCurrentIndex({});
+                for (int row = 0; selected && row < 4; ++row)
+                    view.selectionModel()->select(model.index(row, 0),
+                                                  QItemSelectionModel::Select | QItemSelectionModel::Rows);
+                const QImage picture = view.viewport()->grab().toImage();
+                for (int row = 0; row < 4; ++row) {
+                    const QRect cell = view.visualRect(model.index(row, 0)).adjusted(0, 0, 0, -2);
+                    const auto [ground, best] = groundOf(picture.copy(cell));
+                    grounds.insert(ground);
+                    QVERIFY2(best >= 4.5, qPrintable(QStringLiteral("%1 %2").arg(row).arg(best)));
+                }
+            }
+            QCOMPARE(grounds.size(), 8);
+        }
+        applyTheme(false);
     }
 };
 

@@ -4,6 +4,7 @@
 #include "folder/compare/folder_rows_model.h"
 #include "session/diff_colours.h"
 #include "session/folder_colours.h"
+#include "session/list/row_ground.h"
 #include "session/list/row_pictures.h"
 #include "session/theme.h"
 
@@ -148,8 +149,7 @@ void FolderRowDelegate::paintName(QPainter &painter, const QStyleOptionViewItem 
     textBox.setLeft(x + picture + gap);
     textBox.setRight(option.rect.right() - margin);
     const QString name = visibleName(sideName(item, side));
-    const QColor colour = ink(node, side);
-    painter.setPen(colour);
+    painter.setPen(readableInk(ink(node, side), painter.background().color()));
     const QString other = isPair(item) ? visibleName(sideName(item, otherSide(side))) : name;
     if (name == other || option.fontMetrics.horizontalAdvance(name) > textBox.width()) {
         const QString shown = option.fontMetrics.elidedText(name, Qt::ElideMiddle, textBox.width());
@@ -178,6 +178,7 @@ void FolderRowDelegate::paintSign(QPainter &painter, const QStyleOptionViewItem 
     QColor colour = folderMarkColour(mark);
     if (state == RowState::Same)
         colour = diffColour(DiffColour::MutedText);
+    colour = readableInk(colour, painter.background().color());
     QFont font = option.font;
     font.setBold(state != RowState::Same);
     painter.setFont(font);
@@ -216,13 +217,13 @@ void FolderRowDelegate::paintDetail(QPainter &painter, const QStyleOptionViewIte
         const bool newer = isTime && mine.isValid() && other.isValid() && other < mine;
         const bool differs = m_model.tree().state(node) == RowState::Different;
         font.setBold(newer);
-        if (differs && (newer || (!isTime && item.leftSize != item.rightSize)))
+        if (differs && (newer || (!isTime && index.data() != index.siblingAtColumn(int(otherColumn(column))).data())))
             colour = ink(node, side);
         else if (newer)
             colour = option.palette.color(QPalette::Text);
     }
     painter.setFont(font);
-    painter.setPen(colour);
+    painter.setPen(readableInk(colour, painter.background().color()));
     const QRect box = option.rect.adjusted(margin, 0, -margin, 0);
     const QString text = QFontMetrics(font).elidedText(index.data().toString(), Qt::ElideRight, box.width());
     painter.drawText(box, index.data(Qt::TextAlignmentRole).toInt() | Qt::TextSingleLine, text);

@@ -1,6 +1,7 @@
 #include "session/list/list_view.h"
 
 #include "session/diff_colours.h"
+#include "session/list/row_ground.h"
 #include "session/translate.h"
 
 #include <QHeaderView>
@@ -15,7 +16,7 @@ namespace {
 
 constexpr int noticeWidth = 520;
 
-/// Rows have room to breathe, and a thin line to be told apart by.
+/// Rows have room to breathe, a thin line to be told apart by, and keep their colours when they are selected.
 class RowDelegate final : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -31,6 +32,18 @@ public:
         QStyledItemDelegate::paint(painter, option, index);
         painter->setPen(blendedRule());
         painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (!option->state.testFlag(QStyle::State_Selected))
+            return;
+        const bool isColoured = option->backgroundBrush.style() != Qt::NoBrush;
+        option->backgroundBrush =
+            rowGround(*option, isColoured ? option->backgroundBrush.color() : option->palette.color(QPalette::Base));
+        option->state.setFlag(QStyle::State_Selected, false); // or the style would lay its own colours over them
     }
 
 private:

@@ -1,6 +1,7 @@
 #include "session/list/tree_delegate.h"
 
 #include "session/diff_colours.h"
+#include "session/list/row_ground.h"
 #include "session/list/row_pictures.h"
 #include "session/list/tree_model.h"
 #include "session/theme.h"
@@ -79,18 +80,17 @@ void TreeDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, 
     paintBackground(*painter, option,
                     ground.isValid() ? ground.value<QBrush>().color() : option.palette.color(QPalette::Base));
     const QVariant ink = index.data(Qt::ForegroundRole);
-    painter->setPen(ink.isValid() ? ink.value<QBrush>().color() : option.palette.color(QPalette::Text));
+    painter->setPen(readableInk(ink.isValid() ? ink.value<QBrush>().color() : option.palette.color(QPalette::Text),
+                                painter->background().color()));
     paintCell(*painter, option, index);
     painter->restore();
 }
 
 void TreeDelegate::paintBackground(QPainter &painter, const QStyleOptionViewItem &option, const QColor &base)
 {
-    QColor colour = base;
-    if (option.state.testFlag(QStyle::State_Selected))
-        colour =
-            blended(diffColour(DiffColour::Accent), base, option.state.testFlag(QStyle::State_Active) ? 0.24 : 0.14);
-    painter.fillRect(option.rect, colour);
+    const QColor ground = rowGround(option, base);
+    painter.setBackground(ground);
+    painter.fillRect(option.rect, ground);
 }
 
 void TreeDelegate::paintCell(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const

@@ -34,7 +34,7 @@ protected:
     /// What is in the cell, over its background.
     virtual void paintCell(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const;
 
-    /// Base colour, or that of a selected row laid over it.
+    /// Base colour, or that of a selected row laid over it; it is the background of the painter from then on.
     static void paintBackground(QPainter &painter, const QStyleOptionViewItem &option, const QColor &base);
     /// The lines that pass a row, and what of the row itself hangs on them with its sign.
     void paintLines(QPainter &painter, const QRect &cell, int row) const;
