@@ -32,6 +32,7 @@ const std::array folderOptions{
     OptionSpec{"read", nullptr, "under the rules, read the files that only have the same size and time"},
     OptionSpec{"structure", nullptr, "look at names only: what is on both sides is the same"},
     OptionSpec{"password-file", "FILE", "the first line of FILE opens encrypted archives"},
+    OptionSpec{"versions", nullptr, "in JSON, the versions that programs and libraries of Windows say they are"},
     OptionSpec{"level", nullptr, "compare one level, without going into folders"},
 };
 

@@ -2,8 +2,10 @@
 
 #include "cli/folder_request.h"
 #include "cli/json_writer.h"
+#include "filetypes/version/engine/file_version.h"
 
 #include <algorithm>
+#include <memory>
 
 namespace velmora::cli {
 
@@ -31,7 +33,16 @@ void writeTime(JsonWriter &json, std::string_view key, const QDateTime &time)
         json.null();
 }
 
-void writeItem(JsonWriter &json, const FolderDiffItem &item)
+QString versionOf(const TreeFolder &folder, const QString &path)
+{
+    if (path.isEmpty())
+        return {};
+    const std::unique_ptr<FileOpener> opener = folder.source->makeOpener();
+    const std::unique_ptr<OpenFile> file = opener->open(path, OpenHint::Unknown);
+    return file ? readFileVersion(*file) : QString();
+}
+
+void writeItem(JsonWriter &json, const FolderRequest &request, const FolderDiffItem &item)
 {
     json.beginObject();
     json.text("name", item.name);
@@ -44,6 +55,10 @@ void writeItem(JsonWriter &json, const FolderDiffItem &item)
     writeTime(json, "rightTime", item.rightTime);
     json.boolean("isDir", item.isDir);
     json.boolean("isUnread", item.isUnread);
+    if (request.tellsVersions && !item.isDir) {
+        json.text("leftVersion", versionOf(request.folders.left, item.leftPath));
+        json.text("rightVersion", versionOf(request.folders.right, item.rightPath));
+    }
     json.endObject();
 }
 
@@ -55,13 +70,13 @@ void writeProblem(JsonWriter &json, const FolderProblem &problem)
     json.endObject();
 }
 
-template <typename T>
-void writeList(JsonWriter &json, std::string_view key, const QList<T> &list, void (*writeOne)(JsonWriter &, const T &))
+template <typename T, typename WriteOne>
+void writeList(JsonWriter &json, std::string_view key, const QList<T> &list, WriteOne writeOne)
 {
     json.key(key);
     json.beginList();
     for (const T &one : list)
-        writeOne(json, one);
+        writeOne(one);
     json.endList();
 }
 
@@ -81,8 +96,8 @@ void writeFolderJson(OutputBuffer &output, const FolderRequest &request, const Q
     json.text("left", request.folders.left.shownPath());
     json.text("right", request.folders.right.shownPath());
     json.number("unread", countUnread(items));
-    writeList(json, "problems", problems, writeProblem);
-    writeList(json, "items", items, writeItem);
+    writeList(json, "problems", problems, [&json](const FolderProblem &problem) { writeProblem(json, problem); });
+    writeList(json, "items", items, [&](const FolderDiffItem &item) { writeItem(json, request, item); });
     json.endObject();
 }
 

@@ -78,6 +78,7 @@ QString FolderRequest::take(const Arguments &arguments)
     options.excludeOsFiles = false;
     options.showHidden = arguments.has("hidden");
     readsUnread = arguments.has("read");
+    tellsVersions = arguments.has("versions");
     for (const MaskOption &option : maskOptions) {
         for (const QString &masks : arguments.values(option.name))
             options.*option.masks += splitMasks(masks);

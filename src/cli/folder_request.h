@@ -27,8 +27,9 @@ struct FolderRequest {
     Scope scope = Scope::Tree;
     Sides<QList<ArchiveProblem>> archiveProblems; ///< of sides that are archives
     FolderSessionOptions options;
-    bool readsUnread = false; ///< files are read even when their sizes and times agree
-    bool filtered = false;    ///< some entries are not asked for
+    bool readsUnread = false;   ///< files are read even when their sizes and times agree
+    bool filtered = false;      ///< some entries are not asked for
+    bool tellsVersions = false; ///< of programs and libraries
 
     [[nodiscard]] bool isOfPresence() const { return scope == Scope::Structure || scope == Scope::StructureLevel; }
 

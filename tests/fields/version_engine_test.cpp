@@ -1,3 +1,4 @@
+#include "filetypes/version/engine/file_version.h"
 #include "filetypes/version/engine/program_file.h"
 #include "filetypes/version/engine/version_compare.h"
 #include "support/files.h"
@@ -5,6 +6,7 @@
 #include "support/test_main.h"
 
 #include <QCoreApplication>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace velmora;
@@ -48,6 +50,14 @@ QString valueOf(const ProgramReading &reading, ProgramFact fact, const QString &
             return value.value;
     }
     return QStringLiteral("(none)");
+}
+
+/// The version without reading the whole.
+QString shortVersion(const QString &path)
+{
+    const std::unique_ptr<FileOpener> opener = FileAccess::native().makeOpener();
+    const std::unique_ptr<OpenFile> file = opener->open(path, OpenHint::Unknown);
+    return file ? readFileVersion(*file) : QStringLiteral("(cannot open)");
 }
 
 /// A library for a machine that puts the highest byte first.
@@ -113,6 +123,28 @@ private Q_SLOTS:
         for (const FactValue &value : reading.facts.values) {
             if (value.fact == ProgramFact::FileVersion) // a fact says where it stands
                 QCOMPARE(qFromLittleEndian<quint32>(madeProgram(program).constData() + value.offset), 0x00010002U);
+        }
+    }
+
+    void findsTheVersionWithoutReadingTheWhole()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(word("a.dll"));
+        MadeProgram program;
+        program.code = QByteArray(300'000, '\xcc'); // more than the headers may be
+        const QByteArray whole = madeProgram(program);
+        QVERIFY(makeFile(path, whole));
+        QCOMPARE(shortVersion(path), word("1.2.3.4"));
+        for (const qsizetype size :
+             {qsizetype(0), qsizetype(1), qsizetype(0x100), qsizetype(0x300), whole.size() - 1}) {
+            QVERIFY(makeFile(path, whole.first(size)));
+            QVERIFY(shortVersion(path) == QString() || shortVersion(path) == word("1.2.3.4"));
+        }
+        QDir libraries(word("/usr/lib/x86_64-linux-gnu/wine/x86_64-windows"), word("m*.dll"));
+        for (const QFileInfo &library : libraries.entryInfoList()) {
+            const QString version = shortVersion(library.filePath());
+            const QString read = valueOf(loadProgram(library.filePath()), ProgramFact::FileVersion);
+            QCOMPARE(version.isEmpty() ? word("(none)") : version, read);
         }
     }
 

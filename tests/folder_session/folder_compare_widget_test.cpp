@@ -6,6 +6,7 @@
 #include "session/frame/notice_card.h"
 #include "session/frame/path_edit.h"
 #include "settings/dialogs/folder_session_settings_dialog.h"
+#include "support/made_program.h"
 #include "support/test_main.h"
 
 #include <QCheckBox>
@@ -390,6 +391,33 @@ private Q_SLOTS:
         }
         Filled f;
         QCOMPARE(f.session.view().leftPane().columnWidth(int(FolderColumn::LeftSize)), 77);
+    }
+
+    void fileVersionsAreShownOnRequestAndRememberedSo()
+    {
+        FolderSessionFixture f;
+        MadeProgram newer;
+        ++newer.version;
+        QVERIFY(makeFile(f.disk.left() + word("/a.dll"), madeProgram()));
+        QVERIFY(makeFile(f.disk.right() + word("/a.dll"), madeProgram(newer)));
+        QVERIFY(makeFile(f.disk.right() + word("/b.txt"), "MZ no program"));
+        f.session.show();
+        f.compare();
+        const auto version = [&f](int row, FolderColumn column) {
+            const FolderRowsModel &model = f.session.view().rows();
+            return model.index(row, int(column)).data().toString();
+        };
+        QVERIFY(f.session.view().leftPane().isColumnHidden(int(FolderColumn::LeftVersion)));
+        f.action("showVersionsAction")->trigger();
+        QVERIFY(!f.session.view().leftPane().isColumnHidden(int(FolderColumn::LeftVersion)));
+        QTRY_COMPARE(version(0, FolderColumn::LeftVersion), word("1.2.3.4"));
+        QTRY_COMPARE(version(0, FolderColumn::RightVersion), word("1.2.3.5"));
+        QCOMPARE(version(1, FolderColumn::RightVersion), QString());
+        QVERIFY(makeFile(f.disk.left() + word("/a.dll"), madeProgram(newer) + "more"));
+        f.compare();
+        QTRY_COMPARE(version(0, FolderColumn::LeftVersion), word("1.2.3.5"));
+        const FolderSessionFixture later;
+        QVERIFY(later.session.findChild<QAction *>(word("showVersionsAction"))->isChecked());
     }
 
     void namesKeepTheirRoomInANarrowWindow()

@@ -2,14 +2,42 @@
 #include "filetypes/registry/engine/registry_file.h"
 #include "filetypes/registry/engine/registry_noise.h"
 #include "filetypes/registry/engine/registry_patch.h"
+#include "filetypes/version/engine/file_version.h"
 #include "filetypes/version/engine/program_file.h"
 #include "filetypes/version/engine/version_compare.h"
 #include "fuzz/targets.h"
 
+#include <algorithm>
+
 namespace velmora::fuzz {
+
+namespace {
+
+class BytesFile final : public OpenFile {
+public:
+    explicit BytesFile(QByteArray bytes) : m_bytes(std::move(bytes)) {}
+    FilePiece readAt(qint64 offset, char *buffer, qint64 length) override
+    {
+        require(offset >= 0 && length >= 0, "what is read is a range");
+        const QByteArray piece = m_bytes.mid(offset, length);
+        std::copy(piece.begin(), piece.end(), buffer);
+        return {piece.size(), false};
+    }
+    std::optional<qint64> size() const override { return m_bytes.size(); }
+    void expect(qint64, qint64) override {}
+    std::optional<FileIdentity> identity() const override { return std::nullopt; }
+
+private:
+    QByteArray m_bytes;
+};
+
+} // namespace
 
 void program(const QByteArray &input)
 {
+    BytesFile file(input);
+    const QString version = readFileVersion(file);
+    require(version.isEmpty() || version.count(u'.') == 3, "a version is one or none");
     const ProgramReading reading = readProgram(input);
     require(reading.ok() || reading.facts.values.isEmpty(), "where there is a fault nothing is read");
     for (const FactValue &value : reading.facts.values)

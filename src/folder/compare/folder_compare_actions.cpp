@@ -20,6 +20,7 @@ void FolderCompareWidget::fillActionsMenu()
 {
     QMenu &menu = m_bar->actionsMenu();
     menu.addActions({m_bar->compareContents, m_bar->align, m_bar->advancedFilters, m_bar->focusFilter});
+    menu.addAction(m_bar->showVersions);
     menu.addSeparator();
     menu.addActions({m_bar->copyToRight, m_bar->copyToLeft, m_bar->copyTo});
     menu.addActions({m_bar->moveToRight, m_bar->moveToLeft, m_bar->moveTo});

@@ -113,6 +113,9 @@ void FolderCompareBar::addFileCommands()
     align = hidden({"alignAction", Velmora::tr("Align with other side"), QStringLiteral("align.png")});
     syncFolders = hidden({"syncFoldersAction", Velmora::tr("Synchronise these folders"), QStringLiteral("sync.png")});
     advancedFilters = hidden({"advancedFiltersAction", Velmora::tr("Size and date filters...")});
+    showVersions = hidden({"showVersionsAction", Velmora::tr("File versions")});
+    showVersions->setCheckable(true);
+    showVersions->setToolTip(Velmora::tr("Show what version each program and library says it is"));
     focusFilter = hidden({"focusFilterAction", Velmora::tr("Filter by name"), QStringLiteral("filter.png")});
 }
 

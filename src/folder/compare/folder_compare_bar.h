@@ -51,6 +51,7 @@ public:
     QAction *properties;
     QAction *advancedFilters;
     QAction *focusFilter;
+    QAction *showVersions;
     QAction *syncFolders;
 
     [[nodiscard]] QMenu &actionsMenu() { return *m_actionsMenu; }

@@ -138,6 +138,9 @@ void FolderCompareWidget::connectBar()
     connect(m_bar->legend, &QAction::triggered, this, [this] { host().showLegend(); });
     connect(m_bar->showFilter, &QAction::toggled, m_filterBar, &QWidget::setVisible);
     connect(m_bar->showLog, &QAction::toggled, m_logPanel, &QWidget::setVisible);
+    m_bar->showVersions->setChecked(m_view->showsVersions());
+    connect(m_bar->showVersions, &QAction::toggled, m_view, &FolderView::setVersionsShown);
+    m_view->addHeadingAction(m_bar->showVersions);
     connect(m_bar->focusFilter, &QAction::triggered, this, [this] {
         m_bar->showFilter->setChecked(true);
         m_filterBar->focusMasks();

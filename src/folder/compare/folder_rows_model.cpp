@@ -135,7 +135,8 @@ NodePlace FolderRowTree::place(qint32 node) const
 
 QStringList FolderRowTree::headings() const
 {
-    const QStringList side{Velmora::tr("Name"), Velmora::tr("Size"), Velmora::tr("Modified")};
+    const QStringList side{Velmora::tr("Name"), Velmora::tr("Size"), Velmora::tr("Modified"),
+                           Velmora::tr("File version")};
     return side + QStringList(QString()) + side;
 }
 
@@ -154,10 +155,22 @@ QString FolderRowTree::text(qint32 node, int number) const
         return timeText(item.leftTime, QLocale::ShortFormat);
     case FolderColumn::RightTime:
         return timeText(item.rightTime, QLocale::ShortFormat);
+    case FolderColumn::LeftVersion:
+    case FolderColumn::RightVersion:
+        return versionText(node, sideOf(column));
     case FolderColumn::Sign:
         return stateSign(tree(), node);
     }
     return {};
+}
+
+QString FolderRowTree::versionText(qint32 node, Side side) const
+{
+    const FolderDiffItem &item = tree().item(node);
+    if (item.isDir || pathOn(item, side).isEmpty())
+        return {};
+    return m_versions->of({m_comparison.spec().roots[side].source, pathOn(item, side), sizeOn(item, side),
+                           timeOn(item, side).toMSecsSinceEpoch()});
 }
 
 QString FolderRowTree::hint(qint32 node, int number) const
@@ -212,6 +225,7 @@ FolderRowsModel::FolderRowsModel(FolderRowTree *shown, FolderComparison &compari
             [this](const std::vector<qint32> &places) { update(&places); });
     connect(&comparison, &FolderComparison::statesChanged, this, [this] { update(); });
     connect(&comparison, &FolderComparison::filtered, this, [this] { update(); });
+    connect(&m_shown.versions(), &FileVersions::read, this, &FolderRowsModel::refresh);
 }
 
 void FolderRowsModel::setView(RowsView view)

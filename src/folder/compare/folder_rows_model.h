@@ -1,17 +1,30 @@
 #pragma once
 
 #include "core/rows_view.h"
+#include "folder/compare/file_versions.h"
 #include "folder/engine/folder_tree.h"
 #include "session/list/tree_model.h"
+
+#include <memory>
 
 namespace velmora {
 
 class FolderComparison;
 
 /// What a side shows of its entries.
-enum class FolderColumn { LeftName, LeftSize, LeftTime, Sign, RightName, RightSize, RightTime };
+enum class FolderColumn {
+    LeftName,
+    LeftSize,
+    LeftTime,
+    LeftVersion,
+    Sign,
+    RightName,
+    RightSize,
+    RightTime,
+    RightVersion
+};
 
-inline constexpr int folderColumnCount = int(FolderColumn::RightTime) + 1;
+inline constexpr int folderColumnCount = int(FolderColumn::RightVersion) + 1;
 
 /// The tree of a comparison as its rows show it, which outlives it.
 class FolderRowTree final : public RowTree {
@@ -38,9 +51,14 @@ public:
     [[nodiscard]] const FolderTree &tree() const;
     [[nodiscard]] RowsView view() const noexcept { return m_view; }
     void setView(RowsView view) { m_view = view; }
+    /// Where versions come from as they are asked for.
+    [[nodiscard]] FileVersions &versions() const { return *m_versions; }
 
 private:
+    [[nodiscard]] QString versionText(qint32 node, Side side) const;
+
     FolderComparison &m_comparison;
+    std::unique_ptr<FileVersions> m_versions = std::make_unique<FileVersions>();
     RowsView m_view = RowsView::All;
 };
 
@@ -74,6 +92,13 @@ private:
 
 /// What one side of an entry is called: its own name there, which an alignment may pair with another.
 [[nodiscard]] QString sideName(const FolderDiffItem &item, Side side);
+
+/// The column of the other side that says the same.
+[[nodiscard]] constexpr FolderColumn otherColumn(FolderColumn column)
+{
+    constexpr int apart = int(FolderColumn::RightName) - int(FolderColumn::LeftName);
+    return FolderColumn(int(column) + (column < FolderColumn::Sign ? apart : -apart));
+}
 
 /// The sign of a row between the two sides, and what it means in words.
 [[nodiscard]] QString stateSign(const FolderTree &tree, qint32 node);

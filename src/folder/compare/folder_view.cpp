@@ -27,11 +27,21 @@ QString columnsKey()
     return QStringLiteral("FolderCompare/columnWidths");
 }
 
+QString versionsKey()
+{
+    return QStringLiteral("FolderCompare/showVersions");
+}
+
 /// The columns whose widths a person sets, each as the pair of the two sides.
 constexpr std::pair<FolderColumn, FolderColumn> sizedColumns[] = {
     {FolderColumn::LeftSize, FolderColumn::RightSize},
     {FolderColumn::LeftTime, FolderColumn::RightTime},
+    {FolderColumn::LeftVersion, FolderColumn::RightVersion},
 };
+constexpr std::size_t versions = 2;
+
+/// The same from the one that stays longest where room is scarce: versions are there because somebody asked for them.
+constexpr std::size_t byWeight[] = {versions, 0, 1};
 
 } // namespace
 
@@ -39,11 +49,14 @@ FolderView::FolderView(FolderComparison &comparison, QWidget *parent)
     : QWidget(parent),
       m_comparison(comparison),
       m_rows(new FolderRowsModel(comparison, this)),
-      m_left(new TreeLineTreeWidget(*m_rows, {FolderColumn::LeftName, FolderColumn::LeftSize, FolderColumn::LeftTime},
-                                    this)),
+      m_left(new TreeLineTreeWidget(
+          *m_rows, {FolderColumn::LeftName, FolderColumn::LeftSize, FolderColumn::LeftTime, FolderColumn::LeftVersion},
+          this)),
       m_centre(new TreeLineTreeWidget(*m_rows, {FolderColumn::Sign}, this)),
       m_right(new TreeLineTreeWidget(
-          *m_rows, {FolderColumn::RightName, FolderColumn::RightSize, FolderColumn::RightTime}, this)),
+          *m_rows,
+          {FolderColumn::RightName, FolderColumn::RightSize, FolderColumn::RightTime, FolderColumn::RightVersion},
+          this)),
       m_leftSide(new FolderCompareSidePane(Side::Left, this)),
       m_rightSide(new FolderCompareSidePane(Side::Right, this)),
       m_notice(new NoticeCard(this)),
@@ -209,7 +222,8 @@ void FolderView::restoreColumns()
     const QFontMetrics metrics(bold);
     const int usual[] = {
         metrics.horizontalAdvance(QStringLiteral("9,999,999,999")) + 14,
-        metrics.horizontalAdvance(QLocale().toString(QDateTime({2028, 12, 28}, {22, 28}), QLocale::ShortFormat)) + 24};
+        metrics.horizontalAdvance(QLocale().toString(QDateTime({2028, 12, 28}, {22, 28}), QLocale::ShortFormat)) + 24,
+        metrics.horizontalAdvance(QStringLiteral("10.0.19041.1234")) + 14};
     const QVariantList stored = SessionSettings().value(columnsKey()).toList();
     m_sharingWidth = true;
     for (std::size_t i = 0; i < std::size(sizedColumns); ++i) {
@@ -220,6 +234,25 @@ void FolderView::restoreColumns()
         m_right->setColumnWidth(int(sizedColumns[i].second), used);
     }
     m_sharingWidth = false;
+    m_showsVersions = SessionSettings().value(versionsKey()).toBool();
+    fitColumns();
+}
+
+void FolderView::setVersionsShown(bool shown)
+{
+    if (m_showsVersions == shown)
+        return;
+    m_showsVersions = shown;
+    SessionSettings().setValue(versionsKey(), shown);
+    fitColumns();
+}
+
+void FolderView::addHeadingAction(QAction *action)
+{
+    for (TreeLineTreeWidget *pane : {m_left, m_right}) {
+        pane->horizontalHeader()->setContextMenuPolicy(Qt::ActionsContextMenu);
+        pane->horizontalHeader()->addAction(action);
+    }
 }
 
 void FolderView::columnResized(int section, int width)
@@ -244,9 +277,10 @@ void FolderView::fitColumns()
     constexpr int fewestLetters = 20;
     const int names = fewestLetters * fontMetrics().averageCharWidth();
     int room = std::min(m_left->width(), m_right->width() - m_right->verticalScrollBar()->sizeHint().width()) - names;
-    for (std::size_t i = 0; i < std::size(sizedColumns); ++i) {
-        const bool isHidden = room < m_widths[i];
-        room -= m_widths[i];
+    for (const std::size_t i : byWeight) {
+        const bool isUnwanted = i == versions && !m_showsVersions;
+        const bool isHidden = isUnwanted || room < m_widths[i];
+        room -= isUnwanted ? 0 : m_widths[i];
         const auto [left, right] = sizedColumns[i];
         m_left->setColumnHidden(int(left), isHidden);
         m_right->setColumnHidden(int(right), isHidden);

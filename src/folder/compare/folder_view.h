@@ -46,6 +46,12 @@ public:
     /// The side of a place in the coordinates of this widget.
     [[nodiscard]] Side sideAt(QPoint place) const;
 
+    /// Whether there are columns of the versions that files say; kept for later sessions.
+    [[nodiscard]] bool showsVersions() const noexcept { return m_showsVersions; }
+    void setVersionsShown(bool shown);
+    /// What a right click on the headings offers.
+    void addHeadingAction(QAction *action);
+
     /// Takes up a changed theme.
     void refreshTheme();
 
@@ -77,7 +83,7 @@ private:
     void restoreNames();
     void restoreColumns();
     void columnResized(int section, int width);
-    /// Hides times, then sizes, where they would leave too little room for the names.
+    /// Hides what would leave too little room for the names: times before sizes, and those before versions.
     void fitColumns();
     void orderFocus();
     void placeNotice();
@@ -94,7 +100,8 @@ private:
     QSplitter *m_splitter;
     bool m_rightIsActive = false;
     bool m_sharingWidth = false;
-    std::array<int, 2> m_widths{};         ///< of sizes and times, whether they are shown or not
+    bool m_showsVersions = false;
+    std::array<int, 3> m_widths{};         ///< of sizes, times and versions, whether they are shown or not
     TreePlace m_kept;                      ///< over a change of what is shown
     std::optional<NamedPlace> m_keptNames; ///< of the tree before the load that is under way
     bool m_treeIsNew = false;              ///< the numbers of the nodes mean nothing until the rows were made anew
