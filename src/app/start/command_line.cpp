@@ -1,9 +1,11 @@
 #include "app/start/command_line.h"
 
+#include "platform/live_registry.h"
 #include "session/translate.h"
 
 #include <QCommandLineOption>
 #include <QCommandLineParser>
+#include <QFileInfo>
 
 namespace velmora {
 
@@ -179,7 +181,9 @@ void settlePaths(CommandLine &line)
 
 QString absoluteFrom(const QDir &folder, const QString &path)
 {
-    return path.isEmpty() || QDir::isAbsolutePath(path) ? path : QDir::cleanPath(folder.absoluteFilePath(path));
+    return path.isEmpty() || namesLiveKey(folder, path) || QDir::isAbsolutePath(path)
+               ? path
+               : QDir::cleanPath(folder.absoluteFilePath(path));
 }
 
 } // namespace
@@ -218,6 +222,11 @@ Inquiry inquiryIn(const QStringList &arguments)
             return inquiry;
     }
     return Inquiry::None;
+}
+
+bool namesLiveKey(const QDir &folder, const QString &path)
+{
+    return liveKeyOf(path) && !QFileInfo::exists(folder.absoluteFilePath(path));
 }
 
 QStringList withAbsolutePaths(const QStringList &arguments, const QDir &folder)

@@ -72,8 +72,11 @@ enum class Inquiry { None, Help, Version, Manual };
 /// The first inquiry in an argument list; an argument that is the value of a switch is none.
 [[nodiscard]] Inquiry inquiryIn(const QStringList &arguments);
 
+/// Whether an argument names a key of the registry, and no file in `folder`: no folder is put before it.
+[[nodiscard]] bool namesLiveKey(const QDir &folder, const QString &path);
+
 /// The same argument list with every path in it, as an argument or as the value of a switch, made absolute from
-/// `folder`; order and switches stay. For a process that works in another folder.
+/// `folder`, keys of the registry apart; order and switches stay. For a process that works in another folder.
 [[nodiscard]] QStringList withAbsolutePaths(const QStringList &arguments, const QDir &folder);
 
 /// The arguments of a hand-over for a process that waits at `address`.

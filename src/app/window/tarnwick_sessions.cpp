@@ -10,6 +10,7 @@
 #include "session/translate.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QTimer>
 
@@ -21,7 +22,7 @@ namespace {
 
 QString absoluteForm(const QString &path)
 {
-    return QFileInfo(path).absoluteFilePath();
+    return namesLiveKey(QDir(), path) ? path : QFileInfo(path).absoluteFilePath();
 }
 
 bool isWithin(const QString &path, const QString &folder)
