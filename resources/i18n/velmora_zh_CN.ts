@@ -3922,6 +3922,14 @@
         <translation>版本</translation>
     </message>
     <message>
+        <source>File versions</source>
+        <translation>文件版本</translation>
+    </message>
+    <message>
+        <source>Show what version each program and library says it is</source>
+        <translation>显示各程序和库自述的版本</translation>
+    </message>
+    <message>
         <source>build %1</source>
         <translation>构建于 %1</translation>
     </message>
@@ -9766,6 +9774,22 @@ Save them?</source>
     <message>
         <source>Choose what changes all the time and is left out</source>
         <translation>选择经常变化而应略去的内容</translation>
+    </message>
+    <message>
+        <source>Encoding</source>
+        <translation>编码</translation>
+    </message>
+    <message>
+        <source>Choose the code page of files that are not in Unicode</source>
+        <translation>选择非 Unicode 文件的代码页</translation>
+    </message>
+    <message>
+        <source>%1 is read as %2; "Encoding" has others.</source>
+        <translation>%1 按 %2 读取；“编码”中有其他选择。</translation>
+    </message>
+    <message>
+        <source>Auto detect (%1)</source>
+        <translation>自动检测 (%1)</translation>
     </message>
     <message>
         <source>Save what makes left into right...</source>

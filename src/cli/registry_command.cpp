@@ -166,7 +166,10 @@ int runRegistry(const Arguments &arguments, const Streams &streams)
         RegistryReading reading = readPlace(place, TextEncoding::fromName(encoding));
         if (!reading.ok())
             return fail(streams, QStringLiteral("%1: %2").arg(place, faultText(reading)));
-        if (reading.badLines > 0)
+        if (reading.badLines > 0 && reading.firstBadLine == 0)
+            complain(streams,
+                     QStringLiteral("warning: %1: %2 keys could not be read").arg(place).arg(reading.badLines));
+        else if (reading.badLines > 0)
             complain(streams, QStringLiteral("warning: %1: %2 lines are no entries, the first is line %3")
                                   .arg(place)
                                   .arg(reading.badLines)

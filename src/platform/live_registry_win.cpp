@@ -1,7 +1,8 @@
 #include "platform/live_registry.h"
 
-#include <algorithm>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <windows.h>
@@ -66,27 +67,30 @@ QString belowRoot(const QString &path)
     return path.section(u'\\', 1);
 }
 
-/// Reads the value of that number; false behind the last one.
-bool readValue(HKEY key, DWORD number, LiveValue &value)
+/// Room for one value, which is made once for many.
+struct ValueRoom {
+    /// The longest name of a value that the registry allows, with its closing zero.
+    std::vector<wchar_t> name = std::vector<wchar_t>(16384);
+    std::vector<char> data = std::vector<char>(4096);
+};
+
+/// Reads the value of that number; nothing behind the last one.
+std::optional<LiveValue> readValue(HKEY key, DWORD number, ValueRoom &room)
 {
-    // The longest name of a value that the registry allows, with its closing zero.
-    constexpr DWORD longestName = 16384;
-    std::vector<wchar_t> name(longestName);
-    DWORD size = 4096;
     for (;;) {
-        value.data.resize(qsizetype(size));
-        DWORD nameLength = longestName;
+        auto size = static_cast<DWORD>(room.data.size());
+        auto nameLength = static_cast<DWORD>(room.name.size());
         DWORD type = 0;
-        const LSTATUS status = RegEnumValueW(key, number, name.data(), &nameLength, nullptr, &type,
-                                             reinterpret_cast<BYTE *>(value.data.data()), &size);
-        if (status == ERROR_MORE_DATA && qsizetype(size) > value.data.size())
+        const LSTATUS status = RegEnumValueW(key, number, room.name.data(), &nameLength, nullptr, &type,
+                                             reinterpret_cast<BYTE *>(room.data.data()), &size);
+        if (status == ERROR_MORE_DATA && size > room.data.size()) {
+            room.data.resize(size);
             continue; // it may have grown since the last call, so this may happen again
+        }
         if (status != ERROR_SUCCESS)
-            return false;
-        value.name = QString::fromWCharArray(name.data(), int(nameLength));
-        value.type = type;
-        value.data.truncate(qsizetype(size));
-        return true;
+            return std::nullopt;
+        return LiveValue{QString::fromWCharArray(room.name.data(), int(nameLength)), type,
+                         QByteArray(room.data.data(), qsizetype(size))};
     }
 }
 
@@ -108,6 +112,7 @@ struct Reading {
     const LiveRegistry::Sink &sink;
     REGSAM access;
     qsizetype &unreadable;
+    ValueRoom room = {};
     int depth = 0;
     bool isStopped = false;
 };
@@ -116,9 +121,8 @@ void readKey(Reading &reading, HKEY key, const QString &path)
 {
     constexpr int deepest = 512; // that the registry allows; links could lead on without end
     QList<LiveValue> values;
-    LiveValue value;
-    for (DWORD number = 0; readValue(key, number, value); ++number)
-        values.append(value);
+    for (DWORD number = 0; std::optional<LiveValue> value = readValue(key, number, reading.room); ++number)
+        values.append(std::move(*value));
     reading.isStopped = !reading.sink(path, std::move(values));
     if (reading.isStopped || reading.depth >= deepest)
         return;

@@ -13,10 +13,13 @@
 #include "support/test_main.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QDialog>
+#include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMap>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QRandomGenerator>
 #include <QSignalSpy>
@@ -87,10 +90,18 @@ public:
     QMap<QString, QMap<QString, LiveValue>> keys;
 };
 
-RegistryTree treeOf(const MadeRegistry &registry)
+RegistryTree treeOf(const LiveRegistry &registry)
 {
     Progress none;
     return readLiveKey(registry, {word("HKEY_CURRENT_USER\\S")}, {}, none).tree;
+}
+
+/// Data as every program writes it: a registry may complete a text that has no end.
+QByteArray dataOf(quint32 type, QRandomGenerator &random)
+{
+    const bool isText = type == 1 || type == 2 || type == 7;
+    return isText ? QByteArray("a\0\0\0", 4).replace(0, 1, QByteArray(1, char('a' + random.bounded(2))))
+                  : QByteArray(random.bounded(5), char(random.bounded(2)));
 }
 
 /// Some keys below HKCU\S with some values, out of few, so that two of them share a lot.
@@ -105,8 +116,8 @@ void fill(MadeRegistry &registry, QRandomGenerator &random)
         }
         for (int v = random.bounded(4); v > 0; --v) {
             const QString name = v == 1 ? QString() : QString(QChar(u'v' + random.bounded(3)));
-            const QByteArray data(random.bounded(5), char(random.bounded(2)));
-            registry.keys[path][name] = {name, quint32(random.bounded(13)), data};
+            const quint32 type = random.bounded(13U);
+            registry.keys[path][name] = {name, type, dataOf(type, random)};
         }
     }
 }
@@ -140,6 +151,8 @@ private Q_SLOTS:
             "REGEDIT4\r\n[K\\A]\r\n\"n\"=\"Gr\xfc\xdf"
             "e aus M\xfcnchen\"\r\n\"e\"=hex(2):fc,00\r\n",
             "[K\\A]|e REG_EXPAND_SZ ü|n REG_SZ Grüße aus München");
+        row("version 4 whose letters stand as digits", "REGEDIT4\r\n[K\\A]\r\n\"e\"=hex(2):47,72,fc,df,65,00\r\n",
+            "[K\\A]|e REG_EXPAND_SZ Grüße");
         row("binary", version5("[K\\A]\r\n\"b\"=hex:41,00,ff\r\n"),
             "[K\\A]|b REG_BINARY 41 00 ff                                         A..");
         row("odd data", version5("[K\\A]\r\n\"b\"=hex(1):41\r\n"),
@@ -208,6 +221,58 @@ private Q_SLOTS:
         }
     }
 
+    /// The same in the registry of the system, where there is one: in a key that only this test sees.
+    void patchesWorkInTheRegistryOfTheSystem()
+    {
+        LiveRegistry *const system = LiveRegistry::system();
+        if (!system)
+            QSKIP("this system has no registry");
+        QRandomGenerator random(11);
+        const LiveKey key{word("HKEY_CURRENT_USER\\S")};
+        QCOMPARE(system->createKey(key), QString());
+        for (int round = 0; round < 20; ++round) {
+            MadeRegistry wanted;
+            fill(wanted, random);
+            const RegistryTree before = treeOf(*system);
+            const RegistryComparison comparison = compareRegistry(before, treeOf(wanted), {});
+            const RegistryTree patch = registryPatch(comparison, Side::Left);
+            const RegistryWriting writing = writeToRegistry(*system, RegistryView::Own, patch);
+            QVERIFY2(writing.ok(), qPrintable(writing.error));
+            QCOMPARE(lines(treeOf(*system)), lines(treeOf(wanted)));
+            QVERIFY(writeToRegistry(*system, RegistryView::Own, registryUndo(before, patch)).ok());
+            QCOMPARE(lines(treeOf(*system)), lines(before));
+            QVERIFY(writeToRegistry(*system, RegistryView::Own, patch).ok());
+        }
+        QVERIFY(!system->removeKey({word("HKEY_CURRENT_USER")}).isEmpty());
+        QCOMPARE(system->removeKey(key), QString());
+        QCOMPARE(treeOf(*system).keys.size(), 0U);
+    }
+
+    /// Only with a profile that is thrown away: the keys are those of all users.
+    void theViewsOfTheSystemStayApart()
+    {
+        LiveRegistry *const system = LiveRegistry::system();
+        if (!system || !qEnvironmentVariableIsSet("VELMORA_THROWAWAY_PROFILE"))
+            QSKIP("no registry to write to");
+        const QString name =
+            word("HKLM\\Software\\VelmoraTests-") + QString::number(QCoreApplication::applicationPid());
+        const auto keyIn = [&](const char *view) { return *liveKeyOf(word(view) + name); };
+        const auto linesIn = [&](const char *view) {
+            Progress none;
+            return lines(readLiveKey(*system, keyIn(view), {}, none).tree).mid(1);
+        };
+        for (const auto &[view, letter] : {std::pair("32:", 'a'), std::pair("64:", 'b')}) {
+            QCOMPARE(system->createKey(keyIn(view)), QString());
+            const QByteArray data = QByteArray(1, letter) + QByteArray(3, '\0');
+            QCOMPARE(system->setValue(keyIn(view), {word("v"), 1, data}), QString());
+        }
+        QCOMPARE(linesIn("32:"), words("v REG_SZ a"));
+        QCOMPARE(linesIn("64:"), words("v REG_SZ b"));
+        QCOMPARE(system->removeKey(keyIn("32:")), QString());
+        QCOMPARE(linesIn("64:"), words("v REG_SZ b"));
+        QCOMPARE(system->removeKey(keyIn("64:")), QString());
+    }
+
     void leavesNoiseAlone()
     {
         QList<NoiseProfile> profiles = defaultNoiseProfiles();
@@ -257,12 +322,12 @@ private Q_SLOTS:
         };
         keys->setFocus();
         QTest::keyClick(keys, Qt::Key_Asterisk);
-        QCOMPARE(shownKeys(), words("All keys|H|A|In|B"));
-        keys->goToRow(2);
+        QCOMPARE(shownKeys(), words("H|A|In|B"));
+        keys->goToRow(1);
         QCOMPARE(session.rows().rowCount(), 2);
         QCOMPARE(session.rows().rowAt(1).key, word("In\\n"));
         action("showDifferencesAction")->trigger();
-        QCOMPARE(shownKeys(), words("All keys|H|A|In"));
+        QCOMPARE(shownKeys(), words("H|A|In"));
         QCOMPARE(session.rows().rowCount(), 1);
 
         const QString patch = folder.filePath(word("patch.reg"));
@@ -271,6 +336,35 @@ private Q_SLOTS:
         QTRY_VERIFY(QFile::exists(patch));
         QCOMPARE(lines(readRegistry(contentsOf(patch)).tree), words("[H\\A\\In]|n REG_SZ 2"));
         QVERIFY(!action("writeLeftAction")->isEnabled());
+    }
+
+    void readsAFileByTheCodePageThatIsChosen()
+    {
+        QTemporaryDir folder;
+        const QString old = folder.filePath(word("old.reg"));
+        const QString same = folder.filePath(word("new.reg"));
+        QVERIFY(makeFile(old, "REGEDIT4\r\n[H\\A]\r\n\"n\"=\"\xc4\xc5\"\r\n"));
+        QVERIFY(makeFile(same, version5("[H\\A]\r\n\"n\"=\"ДЕ\"\r\n")));
+        RecordingHost host;
+        RegistryCompareWidget session(host, nullptr, nullptr);
+        session.show();
+        QSignalSpy finished(&session, &SessionWidget::comparisonFinished);
+        session.setPaths({old, same, {}});
+        session.setOptions({{word("leftEncoding"), word("ISO-8859-2")}});
+        session.start();
+        QTRY_COMPARE(finished.size(), 1);
+        QCOMPARE(session.rows().counts().changed, 1);
+        QVERIFY(!session.findChild<QMenu *>(word("rightEncodingMenu"))->isEnabled());
+        for (QAction *action : session.findChild<QMenu *>(word("leftEncodingMenu"))->actions()) {
+            if (action->text() == word("Windows-1251"))
+                action->trigger();
+        }
+        QTRY_COMPARE(finished.size(), 2);
+        QCOMPARE(session.rows().counts().changed, 0);
+        session.onSwapSides();
+        QTRY_COMPARE(finished.size(), 3);
+        QCOMPARE(session.rows().counts().changed, 0);
+        QCOMPARE(session.options(), (QJsonObject{{word("rightEncoding"), word("Windows-1251")}}));
     }
 
     void writesToTheRegistryOnlyWhatWasSeen()

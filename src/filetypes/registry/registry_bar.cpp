@@ -15,6 +15,12 @@ RegistryBar::RegistryBar(QWidget *session) : FieldsBar(session)
                  QStringLiteral("filter.png"),
                  {Qt::CTRL | Qt::SHIFT | Qt::Key_N},
                  Velmora::tr("Choose what changes all the time and is left out")});
+    encoding = addMenu({"encodingAction",
+                        Velmora::tr("Encoding"),
+                        QStringLiteral("file.png"),
+                        {},
+                        Velmora::tr("Choose the code page of files that are not in Unicode")},
+                       new QMenu(this));
     addSaving();
     refreshTheme();
 }
@@ -47,14 +53,21 @@ void RegistryBar::addSaving()
     menu->addSeparator();
     menu->addActions({writeLeft, writeRight});
     menu->setToolTipsVisible(true);
-    QAction *save = add({"saveMenuAction",
-                         Velmora::tr("Save"),
-                         QStringLiteral("save.png"),
-                         {},
-                         Velmora::tr("Save sides, or what makes one into the other")});
-    save->setMenu(menu);
-    if (auto *button = qobject_cast<QToolButton *>(widgetForAction(save)))
+    addMenu({"saveMenuAction",
+             Velmora::tr("Save"),
+             QStringLiteral("save.png"),
+             {},
+             Velmora::tr("Save sides, or what makes one into the other")},
+            menu);
+}
+
+QAction *RegistryBar::addMenu(const Look &look, QMenu *menu)
+{
+    QAction *action = add(look);
+    action->setMenu(menu);
+    if (auto *button = qobject_cast<QToolButton *>(widgetForAction(action)))
         button->setPopupMode(QToolButton::InstantPopup);
+    return action;
 }
 
 } // namespace velmora

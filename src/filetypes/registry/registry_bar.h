@@ -2,6 +2,8 @@
 
 #include "session/fields/fields_bar.h"
 
+class QMenu;
+
 namespace velmora {
 
 /// The commands of a registry session.
@@ -11,6 +13,7 @@ public:
     explicit RegistryBar(QWidget *session);
 
     QAction *noise = nullptr;
+    QAction *encoding = nullptr;   ///< of files of version 4, with an empty menu
     QAction *savePatch = nullptr;  ///< what makes the left side into the right one
     QAction *saveReturn = nullptr; ///< and the way back
     QAction *saveLeft = nullptr;
@@ -20,6 +23,7 @@ public:
 
 private:
     void addSaving();
+    QAction *addMenu(const Look &look, QMenu *menu);
 };
 
 } // namespace velmora

@@ -3,6 +3,7 @@
 #include "filetypes/registry/noise_dialog.h"
 #include "filetypes/registry/noise_settings.h"
 #include "filetypes/registry/registry_bar.h"
+#include "filetypes/registry/registry_encodings.h"
 #include "filetypes/registry/registry_rows.h"
 #include "filetypes/registry/registry_words.h"
 #include "session/frame/path_edit.h"
@@ -10,11 +11,15 @@
 #include "session/list/tree_view.h"
 
 #include <QHeaderView>
+#include <QJsonObject>
 #include <QSplitter>
 
 namespace velmora {
 
 namespace {
+
+constexpr QLatin1String leftEncodingKey("leftEncoding");
+constexpr QLatin1String rightEncodingKey("rightEncoding");
 
 Sides<PairInputs::Field> fields(bool hasLive)
 {
@@ -50,6 +55,7 @@ RegistryCompareWidget::RegistryCompareWidget(SessionHost &host, QWidget *parent,
           },
           parent),
       m_bar(bar),
+      m_encodings(new RegistryEncodings(*bar->encoding, this)),
       m_live(live),
       m_keys(new TreeModel(noKeys(), this)),
       m_view(new TreeView(*m_keys, this))
@@ -84,6 +90,7 @@ void RegistryCompareWidget::connectBar()
     on(m_bar->saveRight, [this] { saveSide(Side::Right); });
     on(m_bar->writeLeft, [this] { write(Side::Left); });
     on(m_bar->writeRight, [this] { write(Side::Right); });
+    connect(m_encodings, &RegistryEncodings::chosen, this, [this] { start(); });
     connect(m_view, &TreeView::placeChanged, this, &RegistryCompareWidget::showKey);
     connect(m_view, &TreeView::openWanted, this, [this] { list().setFocus(); });
 }
@@ -110,9 +117,25 @@ void RegistryCompareWidget::setPaths(const SessionPaths &paths)
     }
 }
 
+QJsonObject RegistryCompareWidget::options() const
+{
+    QJsonObject options = FieldsSession::options();
+    const SessionPaths places = paths();
+    for (const auto &[key, place] :
+         {std::pair(leftEncodingKey, places.left), std::pair(rightEncodingKey, places.right)}) {
+        if (const TextEncoding encoding = m_encodings->of(place); !encoding.isAutomatic())
+            options.insert(key, encoding.name());
+    }
+    return options;
+}
+
 void RegistryCompareWidget::setOptions(const QJsonObject &options)
 {
     FieldsSession::setOptions(options);
+    const SessionPaths places = paths();
+    for (const auto &[key, place] :
+         {std::pair(leftEncodingKey, places.left), std::pair(rightEncodingKey, places.right)})
+        m_encodings->choose(place, TextEncoding::fromName(options.value(key).toString()));
     showOnlyDifferences();
 }
 
@@ -124,9 +147,11 @@ void RegistryCompareWidget::refreshTheme()
 
 void RegistryCompareWidget::compare(const Sides<QString> &places)
 {
+    const Sides<RegistryPlace> sides{{places.left, m_encodings->of(places.left)},
+                                     {places.right, m_encodings->of(places.right)}};
     run(
-        [places, live = m_live, noise = storedNoiseProfiles()](const CancelFlag &cancel, Progress &progress) {
-            return compareRegistrySides(places, live, noise, cancel, progress);
+        [sides, live = m_live, noise = storedNoiseProfiles()](const CancelFlag &cancel, Progress &progress) {
+            return compareRegistrySides(sides, live, noise, cancel, progress);
         },
         [this, places](RegistryResult &&result) { take(places, std::move(result)); });
 }
@@ -142,11 +167,15 @@ void RegistryCompareWidget::take(const Sides<QString> &places, RegistryResult &&
         remarks.append(remarkText(result.readings[side], places[side]));
     }
     remarks.removeAll(QString());
+    m_encodings->show(places, {result.readings.left.charset, result.readings.right.charset});
     m_comparison = std::move(result.comparison);
     m_places = places;
     showTree(std::move(result.nodes));
     const auto tone = remarks.isEmpty() ? NoticeBar::Tone::Verdict : NoticeBar::Tone::Warning;
     remarks.prepend(verdictText(*m_comparison));
+    for (const Side side : bothSides)
+        remarks.append(charsetText(result.readings[side], places[side]));
+    remarks.removeAll(QString());
     showRows(places, rowsOf(m_tree->firstBranch()), remarks.join(u'\n'), tone);
     allowCommands();
 }

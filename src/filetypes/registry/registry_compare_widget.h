@@ -6,6 +6,7 @@
 namespace velmora {
 
 class RegistryBar;
+class RegistryEncodings;
 class TreeModel;
 class TreeView;
 
@@ -22,6 +23,8 @@ public:
     /// A side that is a live key is told by its text (`liveKeyText`).
     [[nodiscard]] SessionPaths paths() const override;
     void setPaths(const SessionPaths &paths) override;
+    /// Those of every list of fields, and "leftEncoding" and "rightEncoding" where a code page was chosen.
+    [[nodiscard]] QJsonObject options() const override;
     void setOptions(const QJsonObject &options) override;
     void refreshTheme() override;
 
@@ -51,6 +54,7 @@ private:
     void tellWritten(const RegistryWriteResult &result, const QString &keptPath);
 
     RegistryBar *m_bar = nullptr;
+    RegistryEncodings *m_encodings;
     LiveRegistry *m_live;
     std::shared_ptr<RegistryComparison> m_comparison; ///< null until there is one
     Sides<QString> m_places;                          ///< that it is of

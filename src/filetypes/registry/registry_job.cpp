@@ -17,14 +17,14 @@ bool areSame(const RegistryTree &one, const RegistryTree &other)
 
 } // namespace
 
-RegistryReading readRegistrySide(const QString &place, const LiveRegistry *live, const CancelFlag &cancel,
+RegistryReading readRegistrySide(const RegistryPlace &place, const LiveRegistry *live, const CancelFlag &cancel,
                                  Progress &progress)
 {
-    const std::optional<LiveKey> key = live ? liveKeyOf(place) : std::nullopt;
-    return key ? readLiveKey(*live, *key, cancel, progress) : loadRegistry(place, {}, cancel);
+    const std::optional<LiveKey> key = live ? liveKeyOf(place.text) : std::nullopt;
+    return key ? readLiveKey(*live, *key, cancel, progress) : loadRegistry(place.text, place.encoding, cancel);
 }
 
-RegistryResult compareRegistrySides(const Sides<QString> &places, const LiveRegistry *live,
+RegistryResult compareRegistrySides(const Sides<RegistryPlace> &places, const LiveRegistry *live,
                                     const QList<NoiseProfile> &noise, const CancelFlag &cancel, Progress &progress)
 {
     RegistryResult result;

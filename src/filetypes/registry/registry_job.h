@@ -18,12 +18,18 @@ struct RegistryResult {
     RegistryKeyNodes nodes;
 };
 
-/// Reads a side: a live key where `place` names one and `live` is there, or else a file.
-[[nodiscard]] RegistryReading readRegistrySide(const QString &place, const LiveRegistry *live, const CancelFlag &cancel,
-                                               Progress &progress);
+/// What a side is read from: a live key where its text names one, or else a file, and what that is encoded in.
+struct RegistryPlace {
+    QString text;
+    TextEncoding encoding = {};
+};
+
+/// `live`: null where no text names a live key.
+[[nodiscard]] RegistryReading readRegistrySide(const RegistryPlace &place, const LiveRegistry *live,
+                                               const CancelFlag &cancel, Progress &progress);
 
 /// Reads both sides at the same time and compares them. On a worker.
-[[nodiscard]] RegistryResult compareRegistrySides(const Sides<QString> &places, const LiveRegistry *live,
+[[nodiscard]] RegistryResult compareRegistrySides(const Sides<RegistryPlace> &places, const LiveRegistry *live,
                                                   const QList<NoiseProfile> &noise, const CancelFlag &cancel,
                                                   Progress &progress);
 

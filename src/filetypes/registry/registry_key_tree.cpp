@@ -38,12 +38,15 @@ public:
     {
         for (const qint32 around : m_numbers)
             m_made.nodes[std::size_t(around)].endRow = rows;
-        return std::move(m_made);
+        return withoutChains();
     }
 
 private:
     void open(const QString &path, qsizetype firstRow = 0)
     {
+        if (!m_numbers.empty())
+            ++m_children[std::size_t(m_numbers.back())];
+        m_children.push_back(0);
         m_made.depths.push_back(quint16(m_open.size()));
         m_numbers.push_back(qint32(m_made.nodes.size()));
         m_made.nodes.push_back({path, firstRow});
@@ -59,8 +62,28 @@ private:
         }
     }
 
+    /// A key that no side names and in which there is only one more stands together with that: the way to where
+    /// something is would take the room of a narrow tree.
+    [[nodiscard]] RegistryKeyNodes withoutChains() const
+    {
+        RegistryKeyNodes kept;
+        std::vector<quint16> below; // of the keys around, the depth of what is in them now
+        for (std::size_t k = 0; k < m_made.nodes.size(); ++k) {
+            below.resize(m_made.depths[k]);
+            const quint16 depth = below.empty() ? quint16(0) : below.back();
+            const bool leadsOn = m_made.nodes[k].pair < 0 && m_children[k] == 1;
+            below.push_back(quint16(leadsOn ? depth : depth + 1));
+            if (leadsOn)
+                continue;
+            kept.nodes.push_back(m_made.nodes[k]);
+            kept.depths.push_back(depth);
+        }
+        return kept;
+    }
+
     RegistryKeyNodes m_made;
-    std::vector<QString> m_open; ///< the paths of the keys that the current one is in
+    std::vector<quint32> m_children; ///< of each node
+    std::vector<QString> m_open;     ///< the paths of the keys that the current one is in
     std::vector<qint32> m_numbers;
 };
 
@@ -105,7 +128,10 @@ QString RegistryKeyTree::text(qint32 number, int column) const
     const RegistryKeyNode &key = node(number);
     if (column == 1)
         return key.differences == 0 ? QString() : QLocale().toString(qint64(key.differences));
-    return key.path.isEmpty() ? Velmora::tr("All keys") : key.path.mid(key.path.lastIndexOf(u'\\') + 1);
+    if (key.path.isEmpty())
+        return Velmora::tr("All keys");
+    const qsizetype around = parent(number) < 0 ? 0 : node(parent(number)).path.size();
+    return key.path.mid(around == 0 ? 0 : around + 1);
 }
 
 Qt::Alignment RegistryKeyTree::alignment(int column) const
@@ -121,7 +147,7 @@ QString RegistryKeyTree::hint(qint32 number, int column) const
 
 RowPicture RegistryKeyTree::picture(qint32 /*node*/) const
 {
-    return RowPicture::Folder;
+    return RowPicture::None; // all are keys
 }
 
 PairStatus RegistryKeyTree::status(qint32 number) const

@@ -7,9 +7,9 @@
 
 namespace velmora {
 
-/// One key of the tree, whether a side names it or it is only what others lie in.
+/// One key of the tree, whether a side names it or it is only what several others lie in.
 struct RegistryKeyNode {
-    QString path;           ///< empty for all keys together, the first node
+    QString path;           ///< of the first node that of all keys; empty for keys of several roots
     qsizetype firstRow = 0; ///< of the comparison: those of the key and of all that is in it
     qsizetype endRow = 0;
     qsizetype differences = 0; ///< of these
@@ -24,7 +24,7 @@ struct RegistryKeyNodes {
 
 [[nodiscard]] RegistryKeyNodes keyNodesOf(const RegistryComparison &comparison);
 
-/// The keys of a comparison as a tree, with all keys together as its root.
+/// The keys of a comparison as a tree with one root.
 class RegistryKeyTree final : public FixedRowTree {
 public:
     RegistryKeyTree(std::shared_ptr<const RegistryComparison> comparison, RegistryKeyNodes nodes);

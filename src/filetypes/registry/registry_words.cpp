@@ -92,6 +92,14 @@ QString verdictText(const RegistryComparison &comparison)
     return text;
 }
 
+QString charsetText(const RegistryReading &reading, const QString &place)
+{
+    if (reading.charset.isEmpty())
+        return {};
+    return Velmora::tr("%1 is read as %2; \"Encoding\" has others.")
+        .arg(shownPath(place), TextEncoding::ofCharset(reading.charset, false).name());
+}
+
 QString remarkText(const RegistryReading &reading, const QString &place)
 {
     if (reading.badLines == 0)

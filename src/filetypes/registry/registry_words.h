@@ -20,6 +20,9 @@ namespace velmora {
 
 [[nodiscard]] QString verdictText(const RegistryComparison &comparison);
 
+/// Which code page a file that is not in Unicode was read by; empty where that says nothing.
+[[nodiscard]] QString charsetText(const RegistryReading &reading, const QString &place);
+
 /// What could not be read of a side, in a sentence; empty where all could.
 [[nodiscard]] QString remarkText(const RegistryReading &reading, const QString &place);
 

@@ -288,6 +288,7 @@ RegReading RegReader::read(const CancelFlag &cancel)
         }
         endLine();
     }
+    m_reading.isVersion4 = m_isOld;
     m_reading.tree.settle();
     return std::move(m_reading);
 }

@@ -12,6 +12,7 @@ namespace velmora {
 struct RegReading {
     RegistryTree tree;          ///< settled
     bool hasHeader = false;     ///< begins as such files do; without, nothing is read
+    bool isVersion4 = false;    ///< its header is "REGEDIT4"
     qsizetype badLines = 0;     ///< that are no entry
     qsizetype firstBadLine = 0; ///< from 1 on; 0 when there is none
 };

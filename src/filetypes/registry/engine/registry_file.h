@@ -21,13 +21,14 @@ struct RegistryReading {
     RegistryTree tree; ///< settled; empty where there is a fault
     qsizetype badLines = 0;
     qsizetype firstBadLine = 0; ///< from 1 on
+    QByteArray charset;         ///< that letters beyond ASCII were read by, in a file of no Unicode; empty for none
     RegistryFault fault = RegistryFault::None;
     QString detail;
     [[nodiscard]] bool ok() const noexcept { return fault == RegistryFault::None; }
 };
 
 /// Reads the bytes of a `.reg` file: UTF-16 with a mark, as version 5 has it, UTF-8, or the national code page of
-/// version 4, which is found out unless `encoding` says it.
+/// version 4, which is found out, by texts that stand as digits where there are no others, unless `encoding` says it.
 [[nodiscard]] RegistryReading readRegistry(const QByteArray &bytes, const TextEncoding &encoding = {},
                                            const CancelFlag &cancel = {});
 
