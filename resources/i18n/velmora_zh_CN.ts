@@ -9632,6 +9632,14 @@ Save them?</source>
         <translation>同一程序：仅时间戳、校验和或签名不同。</translation>
     </message>
     <message>
+        <source>nobody</source>
+        <translation>无人签名</translation>
+    </message>
+    <message>
+        <source>Signed by (not verified): left %1, right %2.</source>
+        <translation>签名者（未验证）：左侧 %1，右侧 %2。</translation>
+    </message>
+    <message>
         <source>The left file is newer: version %1 against %2.</source>
         <translation>左侧文件较新：版本 %1 对 %2。</translation>
     </message>

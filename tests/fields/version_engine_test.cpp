@@ -130,9 +130,13 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         const QString path = folder.filePath(word("a.dll"));
-        MadeProgram program;
-        program.code = QByteArray(300'000, '\xcc'); // more than the headers may be
-        const QByteArray whole = madeProgram(program);
+        // Its resources lie behind more than the headers may be.
+        ByteBuilder made{madeProgram()};
+        constexpr qsizetype headerOfResources = 0x58 + 240 + 2 * 40;
+        const quint32 place = 300'000;
+        made.put(headerOfResources + 20, place);
+        made.fillTo(place).add(madeProgram().mid(0x600));
+        const QByteArray whole = made.bytes;
         QVERIFY(makeFile(path, whole));
         QCOMPARE(shortVersion(path), word("1.2.3.4"));
         for (const qsizetype size :

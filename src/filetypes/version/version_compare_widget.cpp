@@ -53,11 +53,13 @@ void VersionCompareWidget::take(const Sides<QString> &files, const Sides<Program
     }
     const ProgramFacts &left = readings.left.facts;
     const ProgramFacts &right = readings.right.facts;
-    QStringList verdict{verdictText(judgeVersions(left, right), left, right)};
+    QStringList verdict{verdictText(judgeVersions(left, right), left, right), signerText(left, right)};
+    verdict.removeAll(QString());
+    const qsizetype told = verdict.size();
     for (const Side side : bothSides)
         verdict.append(damageText(readings[side].facts, files[side]));
     verdict.removeAll(QString());
-    const bool isDamaged = verdict.size() > 1;
+    const bool isDamaged = verdict.size() > told;
     showRows(files, std::make_unique<VersionRows>(compareVersions(left, right)), verdict.join(u'\n'),
              isDamaged ? NoticeBar::Tone::Warning : NoticeBar::Tone::Verdict);
 }

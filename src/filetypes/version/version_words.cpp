@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QLocale>
 
+#include <algorithm>
 #include <array>
 
 namespace velmora {
@@ -196,6 +197,18 @@ QString verdictText(VersionVerdict verdict, const ProgramFacts &left, const Prog
         break;
     }
     return Velmora::tr("The contents differ, and not both files say which version they are.");
+}
+
+QString signerText(const ProgramFacts &left, const ProgramFacts &right)
+{
+    const auto signer = [](const ProgramFacts &facts) {
+        const auto at = std::find_if(facts.values.begin(), facts.values.end(),
+                                     [](const FactValue &value) { return value.fact == ProgramFact::Signer; });
+        return at == facts.values.end() ? Velmora::tr("nobody") : at->value;
+    };
+    if (signer(left) == signer(right))
+        return {};
+    return Velmora::tr("Signed by (not verified): left %1, right %2.").arg(signer(left), signer(right));
 }
 
 QString damageText(const ProgramFacts &facts, const QString &path)

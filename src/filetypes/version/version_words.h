@@ -14,6 +14,9 @@ namespace velmora {
 /// What two programs are to each other, in a sentence.
 [[nodiscard]] QString verdictText(VersionVerdict verdict, const ProgramFacts &left, const ProgramFacts &right);
 
+/// Who signed each of two programs, in a sentence; empty where that does not tell them apart.
+[[nodiscard]] QString signerText(const ProgramFacts &left, const ProgramFacts &right);
+
 /// Which tables of a file could not be read, in a sentence; empty where all could.
 [[nodiscard]] QString damageText(const ProgramFacts &facts, const QString &path);
 

@@ -40,7 +40,7 @@ constexpr std::pair<FolderColumn, FolderColumn> sizedColumns[] = {
 };
 constexpr std::size_t versions = 2;
 
-/// The same from the one that stays longest where room is scarce: versions are there because somebody asked for them.
+/// The same from the one that stays longest where room is scarce: versions stay, as somebody asked for them.
 constexpr std::size_t byWeight[] = {versions, 0, 1};
 
 } // namespace
@@ -235,7 +235,8 @@ void FolderView::restoreColumns()
     }
     m_sharingWidth = false;
     m_showsVersions = SessionSettings().value(versionsKey()).toBool();
-    fitColumns();
+    m_left->setColumnHidden(int(FolderColumn::LeftVersion), !m_showsVersions);
+    m_right->setColumnHidden(int(FolderColumn::RightVersion), !m_showsVersions);
 }
 
 void FolderView::setVersionsShown(bool shown)
@@ -279,7 +280,7 @@ void FolderView::fitColumns()
     int room = std::min(m_left->width(), m_right->width() - m_right->verticalScrollBar()->sizeHint().width()) - names;
     for (const std::size_t i : byWeight) {
         const bool isUnwanted = i == versions && !m_showsVersions;
-        const bool isHidden = isUnwanted || room < m_widths[i];
+        const bool isHidden = i == versions ? isUnwanted : room < m_widths[i];
         room -= isUnwanted ? 0 : m_widths[i];
         const auto [left, right] = sizedColumns[i];
         m_left->setColumnHidden(int(left), isHidden);

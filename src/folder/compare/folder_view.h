@@ -83,7 +83,7 @@ private:
     void restoreNames();
     void restoreColumns();
     void columnResized(int section, int width);
-    /// Hides what would leave too little room for the names: times before sizes, and those before versions.
+    /// Hides times, then sizes, where they would leave too little room for the names. Versions stay when wanted.
     void fitColumns();
     void orderFocus();
     void placeNotice();
