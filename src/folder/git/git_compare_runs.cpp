@@ -47,7 +47,6 @@ void GitCompareWidget::start()
     const GitRequest wanted = request();
     m_left->setState(wanted.sides.left);
     m_right->setState(wanted.sides.right);
-    Q_EMIT comparisonStarted();
     compare(wanted);
 }
 
@@ -96,10 +95,11 @@ void GitCompareWidget::take(Result &&result)
 
 void GitCompareWidget::remember()
 {
-    // The work tree and the index are always offered.
+    // The work tree, the index and HEAD are always offered.
     for (const Side side : {Side::Right, Side::Left}) {
         const GitSide state = box(side).state();
-        if (state.kind == GitSide::Kind::Revision || state.kind == GitSide::Kind::Folder)
+        const bool isNamed = state.kind == GitSide::Kind::Revision || state.kind == GitSide::Kind::Folder;
+        if (isNamed && state.name != u"HEAD")
             rememberGitState(m_comparison->repository.place(), gitSideText(state));
     }
 }

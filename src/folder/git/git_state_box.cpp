@@ -82,7 +82,6 @@ void GitStateBox::setChoices(const GitRefs &refs, const QStringList &recent, boo
 
 void GitStateBox::addHeading(const QString &text)
 {
-    insertSeparator(count());
     addItem(text);
     auto *items = qobject_cast<QStandardItemModel *>(model());
     QStandardItem *item = items ? items->item(count() - 1) : nullptr;
