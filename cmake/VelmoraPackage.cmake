@@ -2,6 +2,7 @@
 include(GNUInstallDirs)
 
 install(TARGETS velmora-cli)
+install(TARGETS velmora-cli-mp3 DESTINATION "${CMAKE_INSTALL_LIBEXECDIR}/velmora")
 if(VELMORA_GUI)
     install(TARGETS velmora)
     install(TARGETS velmora-cli-image DESTINATION "${CMAKE_INSTALL_LIBEXECDIR}/velmora")

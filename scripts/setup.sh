@@ -5,7 +5,7 @@
 
 # For every build: compiler, build tools, Qt with its translation compiler, the OpenGL headers that Qt Gui asks for, and the
 # detection of encodings.
-velmora_build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-l10n-tools libgl-dev libuchardet-dev libarchive-dev)
+velmora_build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-l10n-tools libgl-dev libuchardet-dev libarchive-dev libtag1-dev)
 # For anything that shows or measures text: one font with Latin and one with Chinese letters.
 velmora_font_packages=(fonts-dejavu-core fonts-wqy-microhei)
 # For pictures: TIFF and WebP.

@@ -20,7 +20,7 @@ trap 'rm -rf "$work"' EXIT
 cross_build() {
     local package=$1 subfolder=$2
     shift 2
-    debian_source "$package" "$work/$package/source"
+    [[ -d $work/$package/source ]] || debian_source "$package" "$work/$package/source"
     cmake -G Ninja -S "$work/$package"/source/*/"$subfolder" -B "$work/$package/build" \
         -DCMAKE_TOOLCHAIN_FILE="$project/cmake/mingw-w64.cmake" -DCMAKE_BUILD_TYPE=Release \
         -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_INSTALL_PREFIX="$prefix" -DBUILD_SHARED_LIBS=OFF "$@"
@@ -72,6 +72,14 @@ build_libarchive() {
         -DZLIB_WINAPI=OFF -DZLIB_WINAPI_WITH_LIB="$prefix/lib/libz.a"
     rm -f "$prefix"/bin/libarchive.dll "$prefix"/lib/libarchive.dll.a
     mv "$prefix"/lib/libarchive_static.a "$prefix"/lib/libarchive.a # the name that CMake looks for
+}
+
+# Debian's TagLib takes utf8cpp from the system; the copy in its source does as well.
+build_taglib() {
+    debian_source taglib "$work/taglib/source"
+    mkdir "$work/include"
+    ln -s "$work"/taglib/source/*/3rdparty/utf8-cpp "$work/include/utf8"
+    cross_build taglib . -DBUILD_EXAMPLES=OFF -DBUILD_TESTING=OFF -DBUILD_BINDINGS=OFF -DCMAKE_CXX_FLAGS="-isystem $work/include"
 }
 
 # TIFF and WebP through the copies of libtiff and libwebp that come with the plug-ins. The zlib in Qt Core is not exported whole, so

@@ -19,7 +19,7 @@ stage=$built/stage/$name
 mkdir -p "$stage/licences"
 
 # Out of the folder that the programs start from goes what they load; the rest of Qt stays.
-cp "$built"/bin/{velmora.exe,velmora-cli.exe,velmora-cli-image.exe} "$stage"
+cp "$built"/bin/{velmora.exe,velmora-cli.exe,velmora-cli-image.exe,velmora-cli-mp3.exe} "$stage"
 for library in Qt6Core Qt6Gui Qt6Network Qt6Widgets libgcc_s_seh-1 libstdc++-6 libwinpthread-1; do
     cp "$built/bin/$library.dll" "$stage"
 done
@@ -48,6 +48,7 @@ dos /usr/share/doc/qt6-base-dev/copyright licences/qt.txt
 dos /usr/share/doc/qt6-image-formats-plugins/copyright licences/qt-image-formats.txt
 dos /usr/share/doc/libuchardet-dev/copyright licences/uchardet.txt
 dos /usr/share/doc/libarchive13/copyright licences/libarchive.txt
+dos /usr/share/doc/libtag1-dev/copyright licences/taglib.txt
 dos /usr/share/doc/zlib1g/copyright licences/zlib.txt
 dos /usr/share/doc/libbz2-1.0/copyright licences/bzip2.txt
 dos /usr/share/doc/liblzma5/copyright licences/xz.txt

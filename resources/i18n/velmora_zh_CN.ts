@@ -1598,8 +1598,8 @@
         <translation>MP3 比较 %1</translation>
     </message>
     <message>
-        <source>Compare the tags of two MP3 files.</source>
-        <translation>比较两个 MP3 文件的标签信息。</translation>
+        <source>Compare the tags and the sound of two pieces of music.</source>
+        <translation>比较两个音乐文件的标签和声音。</translation>
     </message>
     <message>
         <source>Folder merge(&amp;O)</source>
@@ -9658,6 +9658,388 @@ Save them?</source>
     <message>
         <source>Damaged or cut off in %1: %2.</source>
         <translation>%1 中损坏或被截断的部分：%2。</translation>
+    </message>
+    <message>
+        <source>Music (*.mp3 *.flac *.ogg *.oga *.opus *.spx *.m4a *.m4b *.mp4)</source>
+        <translation>音乐 (*.mp3 *.flac *.ogg *.oga *.opus *.spx *.m4a *.m4b *.mp4)</translation>
+    </message>
+    <message>
+        <source>Left music file...</source>
+        <translation>左侧音乐文件...</translation>
+    </message>
+    <message>
+        <source>Right music file...</source>
+        <translation>右侧音乐文件...</translation>
+    </message>
+    <message>
+        <source>Choose two pieces of music, then click Compare. Files can be dropped here, too.</source>
+        <translation>请选择两个音乐文件，然后点击“比较”。也可以把文件拖放到这里。</translation>
+    </message>
+    <message>
+        <source>Edit tags</source>
+        <translation>编辑标签</translation>
+    </message>
+    <message>
+        <source>Let tags be copied from one file to the other; nothing is written until you save</source>
+        <translation>允许把标签从一个文件复制到另一个文件；保存之前不会写入任何内容</translation>
+    </message>
+    <message>
+        <source>Make the selected fields of the right file like those of the left one</source>
+        <translation>使右侧文件中选中的字段与左侧文件相同</translation>
+    </message>
+    <message>
+        <source>Make the selected fields of the left file like those of the right one</source>
+        <translation>使左侧文件中选中的字段与右侧文件相同</translation>
+    </message>
+    <message>
+        <source>Copy all tags to the right</source>
+        <translation>把全部标签复制到右侧</translation>
+    </message>
+    <message>
+        <source>Copy all tags to the left</source>
+        <translation>把全部标签复制到左侧</translation>
+    </message>
+    <message>
+        <source>Write the changed tags into their files; the sound stays as it is</source>
+        <translation>把更改后的标签写入文件；声音保持不变</translation>
+    </message>
+    <message>
+        <source>Texts without a known encoding:</source>
+        <translation>编码未知的文本：</translation>
+    </message>
+    <message>
+        <source>Tags of old programs do not tell the encoding of their texts. Choose one that makes them readable.</source>
+        <translation>旧程序写入的标签没有说明文本的编码。请选择能正常显示的编码。</translation>
+    </message>
+    <message>
+        <source>Tags were changed and are not saved. Read the files again and lose that?</source>
+        <translation>标签已更改但尚未保存。要重新读取文件并放弃更改吗？</translation>
+    </message>
+    <message>
+        <source>Tags were changed and are not saved. Save them?</source>
+        <translation>标签已更改但尚未保存。要保存吗？</translation>
+    </message>
+    <message>
+        <source>Changed the tags of the left file; not saved yet</source>
+        <translation>已更改左侧文件的标签；尚未保存</translation>
+    </message>
+    <message>
+        <source>Changed the tags of the right file; not saved yet</source>
+        <translation>已更改右侧文件的标签；尚未保存</translation>
+    </message>
+    <message>
+        <source>Nothing here can be copied to that side, or it is the same already</source>
+        <translation>这里没有可以复制到那一侧的内容，或者内容已经相同</translation>
+    </message>
+    <message>
+        <source>The tags differ from what is saved</source>
+        <translation>标签与已保存的内容不同</translation>
+    </message>
+    <message>
+        <source>The tags are as they are saved</source>
+        <translation>标签与已保存的内容相同</translation>
+    </message>
+    <message>
+        <source>Save tags</source>
+        <translation>保存标签</translation>
+    </message>
+    <message>
+        <source>Saved; the sound is the same as before</source>
+        <translation>已保存；声音与之前相同</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>时长</translation>
+    </message>
+    <message>
+        <source>Bit rate</source>
+        <translation>比特率</translation>
+    </message>
+    <message>
+        <source>Bit rate mode</source>
+        <translation>比特率模式</translation>
+    </message>
+    <message>
+        <source>Sample rate</source>
+        <translation>采样率</translation>
+    </message>
+    <message>
+        <source>Channels</source>
+        <translation>声道数</translation>
+    </message>
+    <message>
+        <source>Channel mode</source>
+        <translation>声道模式</translation>
+    </message>
+    <message>
+        <source>Bits per sample</source>
+        <translation>采样位数</translation>
+    </message>
+    <message>
+        <source>Encoder</source>
+        <translation>编码器</translation>
+    </message>
+    <message>
+        <source>Silent samples before and behind</source>
+        <translation>首尾的静音采样数</translation>
+    </message>
+    <message>
+        <source>Frames, as the encoder says</source>
+        <translation>帧数（编码器注明）</translation>
+    </message>
+    <message>
+        <source>Sound, bytes</source>
+        <translation>声音大小（字节）</translation>
+    </message>
+    <message>
+        <source>MD5 of the samples, stored</source>
+        <translation>采样数据的 MD5（已存储）</translation>
+    </message>
+    <message>
+        <source>SHA-256 of the sound</source>
+        <translation>声音的 SHA-256</translation>
+    </message>
+    <message>
+        <source>Version of ID3v2</source>
+        <translation>ID3v2 版本</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation>标题</translation>
+    </message>
+    <message>
+        <source>Artist</source>
+        <translation>艺术家</translation>
+    </message>
+    <message>
+        <source>Album</source>
+        <translation>专辑</translation>
+    </message>
+    <message>
+        <source>Album artist</source>
+        <translation>专辑艺术家</translation>
+    </message>
+    <message>
+        <source>Year</source>
+        <translation>年份</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>音轨</translation>
+    </message>
+    <message>
+        <source>Disc</source>
+        <translation>光盘</translation>
+    </message>
+    <message>
+        <source>Genre</source>
+        <translation>流派</translation>
+    </message>
+    <message>
+        <source>Composer</source>
+        <translation>作曲</translation>
+    </message>
+    <message>
+        <source>Comment</source>
+        <translation>注释</translation>
+    </message>
+    <message>
+        <source>Lyrics</source>
+        <translation>歌词</translation>
+    </message>
+    <message>
+        <source>Copyright</source>
+        <translation>版权</translation>
+    </message>
+    <message>
+        <source>Publisher</source>
+        <translation>发行商</translation>
+    </message>
+    <message>
+        <source>Tempo</source>
+        <translation>速度</translation>
+    </message>
+    <message>
+        <source>Part of a compilation</source>
+        <translation>合辑</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>图片</translation>
+    </message>
+    <message>
+        <source>Stereo</source>
+        <translation>立体声</translation>
+    </message>
+    <message>
+        <source>Joint stereo</source>
+        <translation>联合立体声</translation>
+    </message>
+    <message>
+        <source>Two channels</source>
+        <translation>双声道</translation>
+    </message>
+    <message>
+        <source>Mono</source>
+        <translation>单声道</translation>
+    </message>
+    <message>
+        <source>Constant (CBR)</source>
+        <translation>固定 (CBR)</translation>
+    </message>
+    <message>
+        <source>Average (ABR)</source>
+        <translation>平均 (ABR)</translation>
+    </message>
+    <message>
+        <source>Variable (VBR)</source>
+        <translation>可变 (VBR)</translation>
+    </message>
+    <message>
+        <source>%1 kbit/s</source>
+        <translation>%1 kbit/s</translation>
+    </message>
+    <message>
+        <source>%1 Hz</source>
+        <translation>%1 Hz</translation>
+    </message>
+    <message>
+        <source>File icon</source>
+        <translation>文件图标</translation>
+    </message>
+    <message>
+        <source>Front cover</source>
+        <translation>封面</translation>
+    </message>
+    <message>
+        <source>Back cover</source>
+        <translation>封底</translation>
+    </message>
+    <message>
+        <source>Booklet page</source>
+        <translation>小册子页</translation>
+    </message>
+    <message>
+        <source>Medium</source>
+        <translation>介质</translation>
+    </message>
+    <message>
+        <source>Other kind</source>
+        <translation>其他类型</translation>
+    </message>
+    <message>
+        <source>Kind %1</source>
+        <translation>类型 %1</translation>
+    </message>
+    <message>
+        <source>Contradiction: %1</source>
+        <translation>矛盾：%1</translation>
+    </message>
+    <message>
+        <source>Tags of one file that say different things</source>
+        <translation>同一文件中内容不一致的标签</translation>
+    </message>
+    <message>
+        <source>The same sound with the same tags; they are only arranged otherwise in the files.</source>
+        <translation>声音和标签都相同，只是在文件中的排列不同。</translation>
+    </message>
+    <message>
+        <source>The same sound, with other tags.</source>
+        <translation>声音相同，标签不同。</translation>
+    </message>
+    <message>
+        <source>The same sound, encoded otherwise without loss.</source>
+        <translation>声音相同，以不同方式无损编码。</translation>
+    </message>
+    <message>
+        <source>Other sound, with the same tags.</source>
+        <translation>声音不同，标签相同。</translation>
+    </message>
+    <message>
+        <source>Other sound, and other tags.</source>
+        <translation>声音不同，标签也不同。</translation>
+    </message>
+    <message>
+        <source>The tags of %1 contradict each other: %2.</source>
+        <translation>%1 的标签互相矛盾：%2。</translation>
+    </message>
+    <message>
+        <source>The sound of %1 is cut off.</source>
+        <translation>%1 的声音被截断。</translation>
+    </message>
+    <message>
+        <source>The sound of %1 is damaged, places: %2.</source>
+        <translation>%1 的声音已损坏，处数：%2。</translation>
+    </message>
+    <message>
+        <source>No music of a format that is known: %1</source>
+        <translation>不是已知格式的音乐：%1</translation>
+    </message>
+    <message>
+        <source>No sound can be found, as the file is damaged or cut off: %1</source>
+        <translation>文件已损坏或被截断，找不到声音：%1</translation>
+    </message>
+    <message>
+        <source>Of 2 GiB or more, or with tags larger than any that are read: %1</source>
+        <translation>文件达到 2 GiB，或标签过大而无法读取：%1</translation>
+    </message>
+    <message>
+        <source>Not saved, as another program has changed it since it was read: %1</source>
+        <translation>未保存，因为读取之后有其他程序更改了该文件：%1</translation>
+    </message>
+    <message>
+        <source>Not saved, as it has tags that cannot be written again: %1</source>
+        <translation>未保存，因为其中有无法重新写入的标签：%1</translation>
+    </message>
+    <message>
+        <source>Not saved, as that would change the sound: %1</source>
+        <translation>未保存，因为这样会改变声音：%1</translation>
+    </message>
+    <message>
+        <source>Cannot save: %1</source>
+        <translation>无法保存：%1</translation>
+    </message>
+    <message>
+        <source>%1 cannot hold these fields as they ought to be:
+%2
+
+Save it all the same?</source>
+        <translation>%1 无法按原样保存以下字段：
+%2
+
+仍要保存吗？</translation>
+    </message>
+    <message>
+        <source>%1: none</source>
+        <translation>%1：无</translation>
+    </message>
+    <message>
+        <source>This picture cannot be shown.</source>
+        <translation>无法显示此图片。</translation>
+    </message>
+    <message>
+        <source>Only in the left file</source>
+        <translation>仅左侧文件有</translation>
+    </message>
+    <message>
+        <source>Only in the right file</source>
+        <translation>仅右侧文件有</translation>
+    </message>
+    <message>
+        <source>The same picture in both</source>
+        <translation>两侧图片相同</translation>
+    </message>
+    <message>
+        <source>Different pictures</source>
+        <translation>图片不同</translation>
+    </message>
+    <message>
+        <source>The same pixels, stored otherwise</source>
+        <translation>像素相同，存储方式不同</translation>
+    </message>
+    <message>
+        <source>%1 % of the pixels differ</source>
+        <translation>%1 % 的像素不同</translation>
     </message>
     <message>
         <source>(default)</source>

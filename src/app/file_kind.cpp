@@ -56,6 +56,23 @@ bool isArchive(std::string_view head)
            std::any_of(head.begin(), head.end(), [](char byte) { return byte >= 0 && byte < '\t'; });
 }
 
+/// Music in the formats that are compared by their tags, each by what follows its first letters, too.
+bool isMusic(std::string_view head)
+{
+    if (head.size() < 12)
+        return false;
+    if (head.substr(0, 3) == "ID3"sv)
+        return head[3] >= 2 && head[3] <= 4 && head[4] == 0;
+    if (head.substr(0, 5) == "fLaC\0"sv || head.substr(0, 5) == "OggS\0"sv)
+        return true;
+    if (head.substr(4, 7) == "ftypM4A"sv || head.substr(4, 7) == "ftypM4B"sv)
+        return true;
+    // A frame of MPEG layer 3 with a bit rate and a sample rate: no mark of UTF-16 looks like that.
+    const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(head[at]); };
+    return byte(0) == 0xff && (byte(1) & 0xe6U) == 0xe2 && byte(2) >> 4U != 0 && byte(2) >> 4U != 15 &&
+           (byte(2) & 0x0cU) != 0x0c;
+}
+
 bool isTable(const QString &path)
 {
     return path.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive) ||
@@ -101,6 +118,8 @@ QString kindOfContent(const QString &path, const QByteArray &head)
         return QStringLiteral("version");
     if (isArchive(bytes))
         return QStringLiteral("archive");
+    if (isMusic(bytes))
+        return QStringLiteral("mp3");
     if (decodeText(head, TextEncoding()).binary)
         return QStringLiteral("binary");
     return isTable(path) ? QStringLiteral("table") : QStringLiteral("text");
@@ -116,7 +135,9 @@ QString kindOfPair(const QString &left, const QString &right)
     }
     if (kinds.isEmpty())
         return QStringLiteral("text");
-    if (kinds.size() == 1 && kinds.first() == QLatin1String("version"))
+    // Their fields are of use beside those of another only.
+    const bool isOfFields = kinds.first() == QLatin1String("version") || kinds.first() == QLatin1String("mp3");
+    if (kinds.size() == 1 && isOfFields)
         return QStringLiteral("binary");
     if (kinds.size() == 1 && kinds.first() == QLatin1String("archive"))
         return QStringLiteral("archivebrowse");

@@ -5,14 +5,14 @@
 
 namespace velmora {
 
-/// The kind of session that shows a file best: "text", "table", "image", "version", "archive" or "binary". Tables are
-/// known by their names, pictures, programs and archives by their first bytes, and texts by having nothing in these
-/// that no text holds.
+/// The kind of session that shows a file best: "text", "table", "image", "version", "mp3", "archive" or "binary".
+/// Tables are known by their names, pictures, programs, music and archives by their first bytes, and texts by having
+/// nothing in these that no text holds.
 [[nodiscard]] QString kindOfContent(const QString &path, const QByteArray &head);
 
 /// The kind that suits two files: what both are, or "binary" when one is; "text" for a text beside a table,
-/// "binary" for a program alone, which there is no version to compare with, "archivebrowse" for an archive alone. Reads
-/// the first KiB of each; a file that cannot be read says nothing. Empty paths are allowed.
+/// "binary" for a program or music alone, which there is nothing to compare with, "archivebrowse" for an archive alone.
+/// Reads the first KiB of each; a file that cannot be read says nothing. Empty paths are allowed.
 [[nodiscard]] QString kindOfPair(const QString &left, const QString &right);
 
 /// The same among the kinds that do their work in this version: "text" for the others.

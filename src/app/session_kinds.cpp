@@ -5,6 +5,7 @@
 #include "filetypes/binary/binary_compare_widget.h"
 #include "filetypes/checksum/checksum_widget.h"
 #include "filetypes/image/image_compare_widget.h"
+#include "filetypes/mp3/mp3_compare_widget.h"
 #include "filetypes/registry/registry_compare_widget.h"
 #include "filetypes/table/table_compare_widget.h"
 #include "filetypes/version/version_compare_widget.h"
@@ -148,8 +149,8 @@ constexpr SessionKindRow rows[] = {
      .filesOnly = true,
      .icon = ":/icons/sessions/MP3Compare.ico",
      .slot = "onNewMp3Compare",
-     .summary = QT_TRANSLATE_NOOP("Velmora", "Compare the tags of two MP3 files."),
-     .create = pending},
+     .summary = QT_TRANSLATE_NOOP("Velmora", "Compare the tags and the sound of two pieces of music."),
+     .create = make<Mp3CompareWidget>},
     {.id = QLatin1String("foldermerge"),
      .group = MergeAndSync,
      .sides = 3,

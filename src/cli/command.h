@@ -56,6 +56,7 @@ void complain(const Streams &streams, const QString &message);
 [[nodiscard]] Command gitSetupCommand();
 [[nodiscard]] Command mergeCommand();
 [[nodiscard]] Command mergeFoldersCommand();
+[[nodiscard]] Command mp3Command();
 [[nodiscard]] Command snapshotCommand();
 [[nodiscard]] Command registryCommand();
 [[nodiscard]] Command syncCommand();

@@ -121,11 +121,11 @@ int dispatch(const QStringList &arguments, const Streams &streams)
 
 std::span<const Command> commands()
 {
-    static const std::array all{textCommand(),       folderCommand(),   syncCommand(),    mergeFoldersCommand(),
-                                snapshotCommand(),   usageCommand(),    binaryCommand(),  checksumCommand(),
-                                duplicatesCommand(), imageCommand(),    mergeCommand(),   systemCommand(),
-                                tableCommand(),      registryCommand(), versionCommand(), archiveCommand(),
-                                gitCommand(),        gitSetupCommand()};
+    static const std::array all{textCommand(),       folderCommand(), syncCommand(),     mergeFoldersCommand(),
+                                snapshotCommand(),   usageCommand(),  binaryCommand(),   checksumCommand(),
+                                duplicatesCommand(), imageCommand(),  mp3Command(),      mergeCommand(),
+                                systemCommand(),     tableCommand(),  registryCommand(), versionCommand(),
+                                archiveCommand(),    gitCommand(),    gitSetupCommand()};
     return all;
 }
 

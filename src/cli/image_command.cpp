@@ -1,11 +1,6 @@
 #include "cli/choices.h"
 #include "cli/command.h"
-#include "core/child_process.h"
-#include "platform/program_path.h"
-
-#include <QDir>
-#include <QFileInfo>
-#include <QIODevice>
+#include "cli/part_program.h"
 
 #include <array>
 
@@ -34,50 +29,13 @@ constexpr std::array examples{
             "velmora-cli image --tolerance 3 --format png --output map.png before.png after.png"},
 };
 
-/// The program that decodes pictures lies beside this one, or where packages put what nobody starts by hand.
-QString imageProgram()
-{
-    const QFileInfo own(programPath());
-    const QString suffix = own.suffix().isEmpty() ? QString() : u'.' + own.suffix();
-    for (const char *folder : {".", "../libexec/velmora"}) {
-        const QFileInfo program(own.dir().filePath(QLatin1String(folder)) + QStringLiteral("/velmora-cli-image") +
-                                suffix);
-        if (program.isExecutable())
-            return QDir::cleanPath(program.absoluteFilePath());
-    }
-    return {};
-}
-
-/// The arguments as that program takes them.
-QStringList passedOn(const Arguments &arguments)
-{
-    QStringList passed;
-    for (const char *name : {"format", "output", "tolerance", "frame"}) {
-        if (const std::optional<QString> value = arguments.value(name))
-            passed << QStringLiteral("--%1=%2").arg(QLatin1String(name), *value);
-    }
-    if (arguments.has("ignore-antialiasing"))
-        passed << QStringLiteral("--ignore-antialiasing");
-    return passed << QStringLiteral("--") << arguments.paths();
-}
-
 int runImage(const Arguments &arguments, const Streams &streams)
 {
-    const QString program = imageProgram();
-    if (program.isEmpty())
-        return fail(streams, QStringLiteral("the part that decodes pictures, velmora-cli-image, is not installed"));
-    ChildCall call{program, passedOn(arguments), std::chrono::hours(24)};
-    call.folder = QDir::currentPath();
-    call.mostOutput = qint64(1) << 31;
-    Progress progress;
-    const ChildRun run = runChild(call, {}, progress);
-    streams.errors.write(run.errors);
-    if (run.end != ChildEnd::Finished)
-        return fail(streams,
-                    run.reason.isEmpty() ? QStringLiteral("decoding the pictures ended unexpectedly") : run.reason);
-    if (streams.output.write(run.output) != run.output.size())
-        return fail(streams, streams.output.errorString());
-    return run.exitCode;
+    const QStringList passed = passedOn(
+        arguments,
+        {QStringLiteral("format"), QStringLiteral("output"), QStringLiteral("tolerance"), QStringLiteral("frame")},
+        {QStringLiteral("ignore-antialiasing")});
+    return runPart(QStringLiteral("velmora-cli-image"), QStringLiteral("decodes pictures"), passed, streams);
 }
 
 } // namespace

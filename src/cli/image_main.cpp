@@ -1,22 +1,16 @@
 #include "cli/command.h"
 #include "cli/json_writer.h"
 #include "cli/output_target.h"
+#include "cli/part_program.h"
 #include "core/content_compare.h"
 #include "core/output_buffer.h"
 #include "filetypes/image/engine/image_difference.h"
 #include "filetypes/image/engine/picture_file.h"
 #include "platform/memory_size.h"
-#include "platform/standard_streams.h"
-#include "platform/thread_end.h"
 
-#include <QCoreApplication>
-#include <QFile>
 #include <QFileInfo>
 
-#include <new>
-
-// The part of velmora-cli that decodes pictures: a program of its own, since that takes Qt Gui and all that it loads,
-// which would make every other command several times slower to start.
+// The part of velmora-cli that decodes pictures, which takes Qt Gui and all that it loads.
 
 namespace velmora::cli {
 
@@ -155,8 +149,6 @@ QString load(Comparison &comparison, int frame)
 
 int compare(const Arguments &arguments, const Streams &streams)
 {
-    if (!arguments.error().isEmpty())
-        return fail(streams, arguments.error());
     if (arguments.paths().size() != 2)
         return fail(streams, QStringLiteral("two paths are needed, %1 given").arg(arguments.paths().size()));
     constexpr int largestChannel = 255;
@@ -188,22 +180,5 @@ int compare(const Arguments &arguments, const Streams &streams)
 
 int main(int argc, char *argv[])
 {
-    using namespace velmora;
-    orderEndOfThreads();
-    makeStandardStreamsBinary();
-    const QCoreApplication application(argc, argv); // plug-ins are found by it
-    QFile input;
-    QFile output;
-    QFile errors;
-    const QIODevice::OpenMode writing = QIODevice::WriteOnly | QIODevice::Unbuffered;
-    if (!input.open(0, QIODevice::ReadOnly | QIODevice::Unbuffered) || !output.open(1, writing) ||
-        !errors.open(2, writing))
-        return cli::Trouble;
-    const cli::Streams streams{input, output, errors};
-    try {
-        const std::vector<cli::OptionSpec> options = cli::allOptions(cli::imageCommand());
-        return cli::compare(cli::Arguments::parse(programArguments(argc, argv), options), streams);
-    } catch (const std::bad_alloc &) {
-        return cli::fail(streams, QStringLiteral("out of memory"));
-    }
+    return velmora::cli::partMain(argc, argv, velmora::cli::imageCommand(), velmora::cli::compare);
 }

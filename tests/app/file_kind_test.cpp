@@ -40,6 +40,14 @@ private Q_SLOTS:
               {"a.zip", QByteArray("PK\3\4\x14\0", 6), "archive"},
               {"b", QByteArray("\x1F\x8B\x08\0\0", 5), "archive"},
               {"BZ.txt", "BZhelp is a text\n", "text"},
+              {"song", QByteArray("ID3\3\0\0\0\0\0\0\0\0", 12), "mp3"},
+              {"song.txt", "ID3 is a text about music", "text"},
+              {"song", "\xff\xfb\x90\x64 and so on...", "mp3"},
+              {"marked",
+               QByteArray("\xff\xfe"
+                          "a\0b\0c\0d\0e\0f\0",
+                          14),
+               "text"},
               {"empty.csv", "", "table"}})
             QVERIFY2(kindOfContent(word(name), bytes) == word(kind), name);
     }
@@ -72,6 +80,9 @@ private Q_SLOTS:
         QCOMPARE(kindOfPair(archive, archive), word("archive"));
         QCOMPARE(kindOfPair(archive, {}), word("archivebrowse"));
         QCOMPARE(kindOfPair(archive, binary), word("binary"));
+        const QString song = file("s", QByteArray("OggS\0 and so on", 16));
+        QCOMPARE(kindOfPair(song, song), word("mp3"));
+        QCOMPARE(kindOfPair(song, {}), word("binary"));
         QCOMPARE(kindOfPair({}, folder.filePath(word("gone"))), word("text"));
         const bool hexIsBuilt = isBuilt(*findSessionKind(word("binary")));
         QCOMPARE(builtKindOfPair(text, binary), hexIsBuilt ? word("binary") : word("text"));

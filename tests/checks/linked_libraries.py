@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Checks that a program needs no Qt library but Core, neither itself nor through another library, and that libarchive, which
-is loaded when an archive is met, is not among what it is started with.
+"""Checks that a program needs no Qt library but Core, neither itself nor through another library, and that neither libarchive,
+which is loaded when an archive is met, nor TagLib, which velmora-cli-mp3 is for, is among what it is started with.
 
     linked_libraries.py PROGRAM
 """
@@ -20,6 +20,9 @@ def main():
         return 1
     if "libarchive.so" in run.stdout:
         print(f"{sys.argv[1]} loads libarchive at its start")
+        return 1
+    if "libtag" in run.stdout:
+        print(f"{sys.argv[1]} needs TagLib, which velmora-cli-mp3 is for")
         return 1
     return 0
 

@@ -1,3 +1,5 @@
+#include "filetypes/mp3/engine/song_compare.h"
+#include "filetypes/mp3/engine/song_edit.h"
 #include "filetypes/registry/engine/reg_writer.h"
 #include "filetypes/registry/engine/registry_file.h"
 #include "filetypes/registry/engine/registry_noise.h"
@@ -6,6 +8,8 @@
 #include "filetypes/version/engine/program_file.h"
 #include "filetypes/version/engine/version_compare.h"
 #include "fuzz/targets.h"
+
+#include <QBuffer>
 
 #include <algorithm>
 
@@ -59,6 +63,23 @@ void registry(const QByteArray &input)
     const RegistryComparison comparison = compareRegistry(reading.tree, again, {});
     require(comparison.counts.differences() == 0, "and are the same as themselves");
     require(registryPatch(comparison, Side::Left).keys.empty(), "what is the same needs no patch");
+}
+
+void song(const QByteArray &input)
+{
+    QBuffer buffer;
+    buffer.setData(input);
+    buffer.open(QIODevice::ReadOnly);
+    const SongReading reading = readSong(buffer);
+    require(reading.ok() || reading.song.tags.fields.isEmpty(), "where there is a fault nothing is read");
+    if (!reading.ok())
+        return;
+    require(judgeSongs(reading.song, reading.song) == SongVerdict::SameFile, "a song is the same as itself");
+    for (const SongRow &row : compareSongs(reading.song, reading.song, QStringLiteral("GBK")))
+        require(row.status == PairStatus::Same, "a field is the same as itself");
+    const SongTags copied = withAllCopied(reading.song.tags, {}, reading.song.format);
+    require(areSame(withAllCopied(copied, reading.song.tags, reading.song.format), reading.song.tags),
+            "what was copied comes back");
 }
 
 } // namespace velmora::fuzz

@@ -28,6 +28,7 @@ std::span<const Target> targets()
         Target{"registry", registry},
         Target{"archive", archive},
         Target{"git_listing", gitListing},
+        Target{"song", song},
     };
     return all;
 }

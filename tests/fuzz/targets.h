@@ -38,5 +38,6 @@ void program(const QByteArray &input);
 void registry(const QByteArray &input);
 void archive(const QByteArray &input);
 void gitListing(const QByteArray &input);
+void song(const QByteArray &input);
 
 } // namespace velmora::fuzz

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "filetypes/mp3/engine/song_field.h"
+
+#include <QStringList>
+
+namespace velmora {
+
+/// What fields of different tag systems mean alike, in the order in which they are shown.
+enum class CommonField : quint8 {
+    Title,
+    Artist,
+    Album,
+    AlbumArtist,
+    Year,
+    Track,
+    Disc,
+    Genre,
+    Composer,
+    Comment,
+    Lyrics,
+    Copyright,
+    Publisher,
+    Encoder,
+    Tempo,
+    Compilation,
+    Picture,
+    None ///< nothing that several systems have
+};
+
+inline constexpr int commonFieldCount = int(CommonField::None);
+
+/// "title" and so on: the name in the output of programs, which stays.
+[[nodiscard]] const char *commonName(CommonField field);
+
+/// What a field of a tag means.
+[[nodiscard]] CommonField commonField(SongGroup group, const QString &key);
+
+/// The name of a tag system as its users know it: "ID3v2", "APE".
+[[nodiscard]] QString systemName(SongGroup group);
+
+/// Where the tags of one file say different things, a field for each common field; its value has a line "ID3v2: ..."
+/// for each system. A text that ID3v1 has cut off is none, nor one with question marks for what it cannot hold.
+/// `charset` as in `valueIn`.
+[[nodiscard]] QList<SongField> contradictions(const SongTags &tags, const QString &charset);
+
+} // namespace velmora

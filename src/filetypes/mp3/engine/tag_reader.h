@@ -1,0 +1,23 @@
+#pragma once
+
+#include "filetypes/mp3/engine/song_field.h"
+
+#include <QList>
+
+namespace TagLib {
+namespace ID3v2 {
+class Tag;
+}
+} // namespace TagLib
+
+namespace velmora {
+
+class TagFile;
+
+/// Everything that the tags of a file say.
+[[nodiscard]] SongTags readTags(const TagFile &file);
+
+/// The fields of its frames, one for each and in their order.
+[[nodiscard]] QList<SongField> id3v2Fields(const TagLib::ID3v2::Tag &tag);
+
+} // namespace velmora

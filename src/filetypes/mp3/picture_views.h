@@ -1,0 +1,45 @@
+#pragma once
+
+#include "core/cancel_flag.h"
+#include "filetypes/mp3/engine/song_compare.h"
+
+#include <QHash>
+#include <QImage>
+#include <QSize>
+
+#include <utility>
+
+namespace velmora {
+
+/// A picture out of a tag as it is shown.
+struct PictureView {
+    QImage thumbnail; ///< null where it cannot be decoded, or not within bounds
+    QSize size;       ///< of the whole picture; invalid where not even that is known
+};
+
+/// What the pictures in two songs look like; made on a worker.
+class PictureViews {
+public:
+    /// The pixels that differ between two pictures.
+    struct Difference {
+        bool isKnown = false; ///< both were decoded and are of one size
+        double share = 0;     ///< 0 to 1
+    };
+
+    PictureViews() = default;
+    /// Decodes the pictures of the rows, of very many only the first ones.
+    PictureViews(const QList<SongRow> &rows, const CancelFlag &cancel);
+
+    [[nodiscard]] PictureView view(const SongPicture *picture) const { return m_views.value(picture); }
+    [[nodiscard]] Difference difference(const SongPicture *left, const SongPicture *right) const
+    {
+        return m_differences.value({left, right});
+    }
+
+private:
+    QHash<const SongPicture *, PictureView> m_views;
+    QHash<std::pair<const SongPicture *, const SongPicture *>, Difference> m_differences;
+    QList<std::shared_ptr<const SongPicture>> m_pictures; ///< so that no other takes the place of one of them
+};
+
+} // namespace velmora

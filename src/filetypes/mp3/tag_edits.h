@@ -1,0 +1,46 @@
+#pragma once
+
+#include "core/sides.h"
+#include "filetypes/mp3/engine/song_compare.h"
+#include "filetypes/mp3/engine/song_edit.h"
+
+#include <QList>
+
+namespace velmora {
+
+/// Two songs as they are in their files, and their tags as a person has changed them, step by step. Saving is no step:
+/// what was saved can be taken back, too, and is then to be saved again.
+class TagEdits {
+public:
+    /// Begins anew with songs as they were read.
+    void begin(const Sides<Song> &songs);
+
+    [[nodiscard]] const Song &read(Side side) const { return m_songs[side]; }
+    [[nodiscard]] const SongTags &tags(Side side) const { return m_tags[side]; }
+    /// The song with its tags as they are now.
+    [[nodiscard]] Song edited(Side side) const;
+    [[nodiscard]] bool isModified(Side side) const { return !areSame(m_songs[side].tags, m_tags[side]); }
+    [[nodiscard]] bool isModified() const { return isModified(Side::Left) || isModified(Side::Right); }
+
+    /// Makes things of one side like those of the other, in one step. False when that changes nothing.
+    bool copy(Side to, const QList<SongField> &things);
+    bool copyAll(Side to);
+
+    [[nodiscard]] bool canUndo() const { return !m_undo.isEmpty(); }
+    [[nodiscard]] bool canRedo() const { return !m_redo.isEmpty(); }
+    void undo();
+    void redo();
+
+    /// A side was saved, and is now `song`.
+    void takeSaved(Side side, const Song &song);
+
+private:
+    bool change(Side side, const SongTags &tags);
+
+    Sides<Song> m_songs;
+    Sides<SongTags> m_tags;
+    QList<Sides<SongTags>> m_undo;
+    QList<Sides<SongTags>> m_redo;
+};
+
+} // namespace velmora

@@ -1,0 +1,337 @@
+#include "core/child_process.h"
+#include "filetypes/mp3/engine/common_fields.h"
+#include "filetypes/mp3/engine/song_compare.h"
+#include "filetypes/mp3/engine/song_edit.h"
+#include "support/files.h"
+#include "support/made_music.h"
+#include "support/test_main.h"
+
+#include <QBuffer>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+SongReading reading(const QByteArray &bytes)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    return readSong(buffer);
+}
+
+Song song(const QByteArray &bytes)
+{
+    return reading(bytes).song;
+}
+
+SongVerdict judged(const QByteArray &left, const QByteArray &right)
+{
+    return judgeSongs(song(left), song(right));
+}
+
+QString valueOf(const SongTags &tags, SongGroup group, const char *key, const char *charset = "")
+{
+    for (const SongField &field : tags.fields) {
+        if (field.group == group && field.key == QLatin1String(key))
+            return valueIn(field, QLatin1String(charset));
+    }
+    return word("(none)");
+}
+
+QByteArray picture(const QByteArray &bytes)
+{
+    return id3Frame("APIC",
+                    QByteArray(1, '\0') + "image/png" + QByteArray(1, '\0') + "\x03" + QByteArray(1, '\0') + bytes);
+}
+
+QByteArray oggVorbis(const QByteArray &title, int commentPages)
+{
+    const QByteArray ident =
+        "\x01vorbis" + QByteArray(4, '\0') + "\x01" + littleNumber(44100) + QByteArray(12, '\0') + "\xb8\x01";
+    const QByteArray comment = "\x03vorbis" + littleNumber(0) + littleNumber(1) +
+                               littleNumber(quint32(title.size() + 6)) + "TITLE=" + title + "\x01";
+    QByteArray file = oggPage(0, ident);
+    quint32 number = 1;
+    for (int k = 0; k < commentPages - 1; ++k)
+        file += oggPage(number++, QByteArray(255, 'x')); // begins a packet that goes on
+    if (commentPages > 1)
+        file.replace(file.indexOf(QByteArray(255, 'x')), 255, comment + QByteArray(255 - comment.size(), '\0'));
+    file += oggPage(number++, commentPages > 1 ? QByteArray(9, 'y') : comment);
+    file += oggPage(number++, "\x05vorbis setup");
+    return file + oggPage(number, "sound");
+}
+
+QByteArray nested(const QByteArray &name, int levels)
+{
+    QByteArray box;
+    for (int k = 0; k < levels; ++k)
+        box = mp4Box(name.constData(), box);
+    return box;
+}
+
+} // namespace
+
+class Mp3EngineTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void toldApartBySound_data()
+    {
+        QTest::addColumn<QByteArray>("left");
+        QTest::addColumn<QByteArray>("right");
+        QTest::addColumn<SongVerdict>("verdict");
+        const QByteArray sound = madeSound();
+        const QByteArray tag = id3v2(3, id3Text("TIT2", "One"));
+        QByteArray otherNote = sound;
+        otherNote.replace("LAME3.100", "LAME3.99 ");
+        QByteArray otherSound = sound;
+        otherSound.back() = 'z';
+        const auto row = [](const char *name, const QByteArray &left, const QByteArray &right, SongVerdict verdict) {
+            QTest::newRow(name) << left << right << verdict;
+        };
+        row("same", tag + sound, tag + sound, SongVerdict::SameFile);
+        row("no tag", sound, tag + sound, SongVerdict::SameSound);
+        row("two tags", sound, tag + tag + sound, SongVerdict::SameSound);
+        row("padding before the sound", tag + sound, tag + QByteArray(700, '\0') + sound, SongVerdict::SameContents);
+        row("tags behind", tag + sound, tag + sound + apeTag("Title", "One") + id3v1("One", ""),
+            SongVerdict::SameSound);
+        row("lyrics behind", sound, sound + "LYRICSBEGININD0000210000021LYRICS200" + id3v1("a", ""),
+            SongVerdict::SameSound);
+        row("note of the encoder", sound, otherNote, SongVerdict::SameContents);
+        row("other sound", tag + sound, tag + otherSound, SongVerdict::SameTags);
+        row("all other", tag + sound, otherSound, SongVerdict::Different);
+        row("flac", madeFlac("TITLE=a"), madeFlac("TITLE=longer"), SongVerdict::SameSound);
+        row("flac otherwise", madeFlac("TITLE=a"), madeFlac("TITLE=a", "\xff\xf8 other"), SongVerdict::SameSamples);
+        row("flac other", madeFlac("TITLE=a"), madeFlac("TITLE=b", "\xff\xf8 other", 'n'), SongVerdict::Different);
+        row("ogg", oggVorbis("a", 1), oggVorbis("b", 3), SongVerdict::SameSound);
+        row("mp4 moved", madeMp4(), madeMp4("longer"), SongVerdict::SameContents);
+        row("mp4 points elsewhere", madeMp4(), madeMp4({}, 1), SongVerdict::Different);
+    }
+
+    void toldApartBySound()
+    {
+        QFETCH(QByteArray, left);
+        QFETCH(QByteArray, right);
+        for (const QByteArray &bytes : {left, right})
+            QCOMPARE(reading(bytes).fault, SoundFault::None);
+        QTEST(judged(left, right), "verdict");
+    }
+
+    void readsWhatTheSoundIs()
+    {
+        const Song made = song(madeSound(100));
+        QCOMPARE(made.fact(factKey::format), word("MPEG 1 Layer III"));
+        QCOMPARE(made.milliseconds, (100 * 1152 - 576 - 1105) * 1000 / 44100);
+        QCOMPARE(made.fact(factKey::bitRate), word("128"));
+        QCOMPARE(made.fact(factKey::rateMode), word("ABR")); // as LAME notes it
+        QCOMPARE(made.fact(factKey::channelMode), word("joint stereo"));
+        QCOMPARE(made.fact(factKey::encoder), word("LAME3.100"));
+        QCOMPARE(made.fact(factKey::gaps), word("576 + 1105"));
+        QVERIFY(!made.isCutOff && made.damagedPlaces == 0);
+        QCOMPARE(song(madeFrame() + madeFrame(11) + madeFrame()).fact(factKey::rateMode), word("VBR"));
+        // Bad bytes between frames are passed over, and told; so is what is missing at the end.
+        QByteArray damaged = madeSound(20);
+        damaged.insert(417 * 7, "garbage\xff\xfb");
+        QCOMPARE(song(damaged).damagedPlaces, 1);
+        QCOMPARE(song(damaged).fact(factKey::frames), word("20"));
+        QVERIFY(song(madeSound(20).chopped(100)).isCutOff);
+        QVERIFY(song(madeSound(20).chopped(417)).isCutOff);
+        QVERIFY(song(oggVorbis("a", 1).chopped(2)).isCutOff);
+    }
+
+    void readsEveryTagSystem()
+    {
+        const QByteArray frames = id3Text("TIT2", "Song") +
+                                  id3Frame("COMM", QByteArray(1, '\0') + "engabout" + '\0' + "said") +
+                                  id3Frame("USLT", QByteArray(1, '\0') + "eng" + '\0' + "la la") + picture("\x89PNG1") +
+                                  id3Text("TYER", "2004");
+        for (const int minor : {3, 4}) {
+            const SongTags tags =
+                song(id3v2(minor, frames) + madeSound() + apeTag("Artist", "Ape") + id3v1("Song", "V1")).tags;
+            QCOMPARE(tags.id3v2Version, QStringLiteral("2.%1").arg(minor));
+            QCOMPARE(valueOf(tags, SongGroup::Id3v2, "COMM"), word("said"));
+            QCOMPARE(valueOf(tags, SongGroup::Id3v2, "USLT"), word("la la"));
+            QCOMPARE(valueOf(tags, SongGroup::Ape, "ARTIST"), word("Ape"));
+            QCOMPARE(valueOf(tags, SongGroup::Id3v1, "artist"), word("V1"));
+            QCOMPARE(valueOf(tags, SongGroup::Id3v1, "track"), word("7"));
+            const auto found = std::find_if(tags.fields.begin(), tags.fields.end(),
+                                            [](const SongField &field) { return field.picture; });
+            QVERIFY(found != tags.fields.end());
+            QCOMPARE(found->picture->bytes, QByteArray("\x89PNG1"));
+            QCOMPARE(found->picture->kind, 3);
+            QStringList contradicting;
+            for (const SongField &field : contradictions(tags, {}))
+                contradicting.append(field.key + u' ' + field.value);
+            QCOMPARE(contradicting.join(u'|'),
+                     word(minor == 3 ? "artist ID3v1: V1\nAPE: Ape|year ID3v2: 2004\nID3v1: 1999"
+                                     : "artist ID3v1: V1\nAPE: Ape"));
+        }
+        const QByteArray two = QByteArray("TT2") + QByteArray("\0\0\4", 3) + QByteArray(1, '\0') + "Old";
+        const SongTags old = song(id3v2(2, two) + madeSound()).tags;
+        QCOMPARE(old.id3v2Version, word("2.2"));
+        QCOMPARE(valueOf(old, SongGroup::Id3v2, "TIT2"), word("Old"));
+        const QByteArray cutTitle = "A title of more than thirty by";
+        QVERIFY(contradictions(
+                    song(id3v2(3, id3Text("TIT2", cutTitle + "tes")) + madeSound() + id3v1(cutTitle, "")).tags, {})
+                    .isEmpty());
+    }
+
+    void readsOldTextsByChoice()
+    {
+        const QByteArray gbk = "\xd6\xd0\xce\xc4";
+        const SongTags tags = song(id3v2(3, id3Text("TIT2", gbk)) + madeSound() + id3v1(gbk, "plain")).tags;
+        for (const auto &[group, key] : {std::pair(SongGroup::Id3v2, "TIT2"), std::pair(SongGroup::Id3v1, "title")}) {
+            QCOMPARE(valueOf(tags, group, key), QString::fromLatin1(gbk));
+            QCOMPARE(valueOf(tags, group, key, "GBK"), QStringLiteral("\u4e2d\u6587"));
+            QCOMPARE(valueOf(tags, group, key, "windows-1251"), QStringLiteral("\u0426\u0420\u041e\u0414"));
+        }
+        QCOMPARE(valueOf(tags, SongGroup::Id3v1, "artist", "GBK"), word("plain"));
+    }
+
+    void refusesWhatIsHostileOrNoSound()
+    {
+        QCOMPARE(reading("a text").fault, SoundFault::NoSound);
+        QCOMPARE(reading({}).fault, SoundFault::NoSound);
+        QCOMPARE(reading(id3v2(3, id3Text("TIT2", "a"))).fault, SoundFault::Damaged);
+        const QByteArray sound = madeSound();
+        QByteArray chapters;
+        for (int k = 0; k < 2000; ++k)
+            chapters += "CHAP" + QByteArray(22, '\1');
+        const QByteArray packed =
+            QByteArray("TIT2") + synchSafe(300000) + QByteArray("\0\x08", 2) + QByteArray(300000, 'a');
+        QCOMPARE(reading(id3v2(4, chapters) + sound).fault, SoundFault::TooLarge);
+        QCOMPARE(reading(id3v2(4, packed) + sound).fault, SoundFault::TooLarge);
+        QCOMPARE(reading(sound + apeTag("a", "b", 1u << 30)).fault, SoundFault::TooLarge);
+        QCOMPARE(reading(mp4Box("ftyp", "M4A ") + nested("moov", 5000) + mp4Box("mdat", "a")).fault,
+                 SoundFault::TooLarge);
+        QCOMPARE(reading(id3v2(3, QByteArray()).replace(6, 4, QByteArray(4, '\x7f')) + sound).fault,
+                 SoundFault::Damaged);
+        // Cut off anywhere, a file is read as far as it goes or has a fault.
+        const QByteArray all =
+            id3v2(4, id3Text("TIT2", "a") + picture("abc")) + sound + apeTag("a", "b") + id3v1("a", "b");
+        for (const QByteArray &whole : {all, madeFlac("TITLE=a"), oggVorbis("a", 2), madeMp4()}) {
+            for (qsizetype length = 0; length < whole.size(); length += 1 + whole.size() / 200) {
+                const SongReading cut = reading(whole.first(length));
+                QVERIFY(cut.ok() || cut.song.tags.fields.isEmpty());
+            }
+        }
+    }
+
+    void savesBesideAndKeepsTheSound()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(word("a.mp3"));
+        const QByteArray before =
+            id3v2(3, id3Text("TIT2", "Old") + id3Text("TPE1", "Keep")) + madeSound() + id3v1("Old", "x");
+        const Song source =
+            song(id3v2(4, id3Text("TIT2", "\xd6\xd0") + picture("cover")) + madeSound() + apeTag("Title", "New"));
+        QVERIFY(makeFile(path, before));
+        const Song read = loadSong(path).song;
+        SongTags wanted = withCopied(source.tags, read.tags, {SongGroup::Id3v2, word("TIT2")});
+        wanted = withCopied(source.tags, wanted, {SongGroup::Id3v2, word("APIC"), word("3")});
+        wanted = withCopied(source.tags, wanted, {SongGroup::Ape, word("TITLE")});
+        const TagSave saved = saveTags(path, read, wanted, Loss::Refused);
+        QVERIFY(saved.ok());
+        const Song after = loadSong(path).song;
+        QCOMPARE(after.soundHash, read.soundHash);
+        QVERIFY(areSame(after.tags, wanted));
+        QCOMPARE(after.tags.id3v2Version, word("2.3"));
+        QCOMPARE(valueOf(after.tags, SongGroup::Id3v2, "TIT2", "GBK"), QStringLiteral("\u4e2d"));
+        QCOMPARE(valueOf(after.tags, SongGroup::Id3v2, "TPE1"), word("Keep"));
+        QCOMPARE(valueOf(after.tags, SongGroup::Ape, "TITLE"), word("New"));
+        QVERIFY(areSame(saved.song.tags, after.tags));
+        // The way back, and all at once.
+        QVERIFY(saveTags(path, after, read.tags, Loss::Refused).ok());
+        QVERIFY(areSame(loadSong(path).song.tags, read.tags));
+        const Song again = loadSong(path).song;
+        QVERIFY(saveTags(path, again, withAllCopied(source.tags, again.tags, again.format), Loss::Refused).ok());
+        QCOMPARE(judgeSongs(loadSong(path).song, source) == SongVerdict::SameContents, true);
+    }
+
+    void leavesTheFileWhereSavingFails()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(word("a.mp3"));
+        const QByteArray bytes = id3v2(3, id3Text("TIT2", "Old")) + madeSound();
+        QVERIFY(makeFile(path, bytes));
+        const Song read = loadSong(path).song;
+        const Song source = song(id3v2(4, id3Text("TDRC", "2004-05")) + madeSound());
+        const SongTags wanted = withAllCopied(source.tags, read.tags, read.format);
+        const TagSave lossy = saveTags(path, read, wanted, Loss::Refused); // version 2.3 has no month without a day
+        QCOMPARE(lossy.fault, TagSaveFault::WouldLose);
+        QCOMPARE(lossy.lost.first().key, word("TDRC"));
+        QCOMPARE(contentsOf(path), bytes);
+        QVERIFY(makeFile(path, bytes + "more"));
+        QCOMPARE(saveTags(path, read, wanted, Loss::Accepted).fault, TagSaveFault::Changed);
+        QCOMPARE(contentsOf(path), bytes + "more");
+        CancelFlag cancelled;
+        cancelled.cancel();
+        QVERIFY(!saveTags(path, loadSong(path).song, wanted, Loss::Accepted, cancelled).ok());
+        QCOMPARE(contentsOf(path), bytes + "more");
+    }
+
+    void readsWhatEncodersWrite_data()
+    {
+        QTest::addColumn<QStringList>("encoder");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("lame") << QStringList{word("lame"), word("--quiet"), word("--tt"), word("One"),
+                                             word("--add-id3v2")}
+                              << word("a.mp3");
+        QTest::newRow("flac") << QStringList{word("flac"), word("-s"),        word("-f"),
+                                             word("-T"),   word("TITLE=One"), word("-o")}
+                              << word("a.flac");
+        for (const char *name : {"a.m4a", "a.opus", "a.ogg", "b.mp3"})
+            QTest::newRow(name) << QStringList{word("ffmpeg"),    word("-v"),        word("error"),
+                                               word("-metadata"), word("title=One"), word("-y")}
+                                << QString::fromLatin1(name);
+    }
+
+    void readsWhatEncodersWrite()
+    {
+        QFETCH(QStringList, encoder);
+        QFETCH(QString, name);
+        const QString program = QStandardPaths::findExecutable(encoder.takeFirst());
+        if (program.isEmpty())
+            QSKIP("the encoder is not installed");
+        QTemporaryDir folder;
+        const QString wave = folder.filePath(word("a.wav"));
+        const QString path = folder.filePath(name);
+        QByteArray samples;
+        for (int k = 0; k < 44100; ++k)
+            samples += QByteArray(1, '\0') + char(k % 100 < 50 ? 0x10 : -0x10);
+        QVERIFY(makeFile(wave, "RIFF" + littleNumber(quint32(samples.size() + 36)) + "WAVEfmt " + littleNumber(16) +
+                                   QByteArray("\1\0\1\0", 4) + littleNumber(44100) + littleNumber(88200) +
+                                   QByteArray("\2\0\x10\0", 4) + "data" + littleNumber(quint32(samples.size())) +
+                                   samples));
+        if (program.contains(word("ffmpeg")))
+            encoder = QStringList{word("-i"), wave} + encoder + QStringList{path};
+        else
+            encoder += name == word("a.flac") ? QStringList{path, wave} : QStringList{wave, path};
+        Progress progress;
+        const ChildRun run = runChild(ChildCall{program, encoder, std::chrono::seconds(60)}, {}, progress);
+        QVERIFY2(run.end == ChildEnd::Finished && run.exitCode == 0, run.errors.constData());
+        const Song read = loadSong(path).song;
+        QVERIFY2(std::abs(read.milliseconds - 1000) < 60, qPrintable(QString::number(read.milliseconds)));
+        QVERIFY(read.damagedPlaces == 0 && !read.isCutOff);
+        const auto title = std::find_if(read.tags.fields.begin(), read.tags.fields.end(), [](const SongField &field) {
+            return commonField(field.group, field.key) == CommonField::Title;
+        });
+        QVERIFY(title != read.tags.fields.end());
+        QCOMPARE(title->value, word("One"));
+        // Without the title, and with it once more: the sound is left alone each time.
+        SongTags without = read.tags;
+        without.fields.removeIf([&](const SongField &field) { return field.isSameThing(*title); });
+        const TagSave taken = saveTags(path, read, without, Loss::Refused);
+        QVERIFY(taken.ok());
+        QVERIFY(saveTags(path, taken.song, read.tags, Loss::Refused).ok());
+        QVERIFY(areSame(loadSong(path).song.tags, read.tags));
+    }
+};
+
+VELMORA_TEST(Mp3EngineTest)
+#include "mp3_engine_test.moc"
