@@ -219,7 +219,8 @@ bool ArchiveStream::canDecrypt() const
 
 bool ArchiveStream::hidesNames() const
 {
-    return m_isBroken && m_count == 0 && m_handle &&
+    // The library looks for the format, which there is none of when the file could not even be begun.
+    return m_isBroken && m_count == 0 && m_handle && m_handle->library().archive_format(m_handle->reader()) != 0 &&
            m_handle->library().archive_read_has_encrypted_entries(m_handle->reader()) > 0;
 }
 
