@@ -4,11 +4,13 @@
     merge.py [--program FILE] [--engine FILE] [--rounds NUMBER] [BASE LEFT RIGHT]...
 
 Without files it makes texts of 70 bytes a line, of which each version has changed one line in a hundred, at places of its own. The
-two programs take turns, so that a busy machine slows both alike, and the best of the rounds counts. `--engine` names
-benchmark_merge_engine, which is run on each triple, too. The exit status is 1 when velmora-cli takes more than half of git's time.
+two programs take turns, so that a busy machine slows both alike, and the best of the rounds counts: of the time that passes and of
+the processor time, which says more where others run. `--engine` names benchmark_merge_engine, which is run on each triple, too. The
+exit status is 1 when velmora-cli takes more than half of git's time. The first line is about the start of both programs.
 """
 
 import argparse
+import os
 import pathlib
 import random
 import subprocess
@@ -47,9 +49,26 @@ def generated(folder):
 
 
 def taken(command):
+    """The time that passes, the processor time, both in seconds, and the exit status."""
     start = time.perf_counter()
-    process = subprocess.run(command, stdout=subprocess.DEVNULL, check=False)
-    return time.perf_counter() - start, process.returncode
+    process = subprocess.Popen(command, stdout=subprocess.DEVNULL)
+    _, status, usage = os.wait4(process.pid, 0)
+    process.returncode = os.waitstatus_to_exitcode(status)
+    return time.perf_counter() - start, usage.ru_utime + usage.ru_stime, process.returncode
+
+
+def beside(name, rounds, ours, git):
+    """Prints how long both take; returns the share of time that passes."""
+    found = {"velmora-cli": [], "git": []}
+    for _ in range(rounds):
+        found["velmora-cli"].append(taken(ours))
+        found["git"].append(taken(git))
+    passed, used = ({who: min(run[at] for run in runs) for who, runs in found.items()} for at in (0, 1))
+    shares = [times["velmora-cli"] / times["git"] for times in (passed, used)]
+    print(f"{name}: " + ", ".join(f"{who} {passed[who] * 1000:.1f} ms (processor {used[who] * 1000:.1f} ms, status "
+                                  f"{runs[0][2]})" for who, runs in found.items())
+          + f"; {shares[0]:.2f} of it, processor {shares[1]:.2f} (at most {MOST})", flush=True)
+    return shares[0]
 
 
 def main():
@@ -60,20 +79,14 @@ def main():
     parser.add_argument("--rounds", type=int, default=15)
     arguments = parser.parse_args()
     failed = False
+    beside("--version", arguments.rounds, [arguments.program, "--version"], ["git", "--version"])
     with tempfile.TemporaryDirectory() as work:
         given = [(str(arguments.files[at]), arguments.files[at:at + 3]) for at in range(0, len(arguments.files), 3)]
         for name, files in given or generated(pathlib.Path(work)):
             base, left, right = files
             ours = [arguments.program, "merge", "--style", "diff3", base, left, right]
             git = ["git", "merge-file", "-p", "--diff3", left, base, right]
-            best = {"ours": (1e9, 0), "git": (1e9, 0)}
-            for _ in range(arguments.rounds):
-                for who, command in (("ours", ours), ("git", git)):
-                    best[who] = min(best[who], taken(command))
-            share = best["ours"][0] / best["git"][0]
-            failed = failed or share > MOST
-            print(f"{name}: velmora-cli {best['ours'][0] * 1000:.1f} ms, git {best['git'][0] * 1000:.1f} ms, "
-                  f"{share:.2f} of it (at most {MOST}); status {best['ours'][1]} and {best['git'][1]}", flush=True)
+            failed = beside(name, arguments.rounds, ours, git) > MOST or failed
             if arguments.engine:
                 failed = subprocess.run([arguments.engine, base, left, right], check=False).returncode != 0 or failed
     return 1 if failed else 0

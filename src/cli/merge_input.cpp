@@ -3,6 +3,7 @@
 #include "cli/text_input.h"
 #include "core/crew.h"
 #include "core/text_file.h"
+#include "platform/memory_hint.h"
 
 #include <QFileInfo>
 
@@ -15,6 +16,11 @@ namespace {
 
 /// Reading a shorter file takes less time than starting a thread for it.
 constexpr qint64 worthAThread = 256 * 1024;
+
+/// Texts of which the first use of memory is a good part of the time that their merge takes. The merge itself needs
+/// about as much as the texts.
+constexpr qint64 worthPreparing = 256 * 1024;
+constexpr qint64 tooLargeToPrepare = 16 * 1024 * 1024;
 
 using Errors = std::array<QString, 3>;
 
@@ -39,8 +45,14 @@ void readOne(MergeInput &input, QString &error, QIODevice &standardInput)
 void readAll(MergeInputs &inputs, QIODevice &standardInput)
 {
     qint64 largest = 0;
-    for (const MergeInput &input : inputs.texts)
-        largest = std::max(largest, QFileInfo(input.path).size());
+    qint64 together = 0;
+    for (const MergeInput &input : inputs.texts) {
+        const qint64 size = QFileInfo(input.path).size();
+        largest = std::max(largest, size);
+        together += size;
+    }
+    if (together >= worthPreparing && together <= tooLargeToPrepare)
+        expectUse(size_t(2 * together));
     Errors errors;
     // Each worker takes every so manieth text.
     const int size = largest < worthAThread ? 1 : std::min(crewSize(), int(inputs.texts.size()));

@@ -16,6 +16,9 @@ OutputBuffer::OutputBuffer(QIODevice &device) : m_device(device) {}
 
 OutputBuffer &OutputBuffer::operator<<(std::string_view text)
 {
+    // Not beyond its size: growing would copy it.
+    if (m_bytes.size() + qsizetype(text.size()) > pieceSize)
+        write();
     m_bytes.append(text.data(), qsizetype(text.size()));
     passOn();
     return *this;

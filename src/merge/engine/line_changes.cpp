@@ -85,6 +85,8 @@ Candidates candidates(std::span<const qint32> lines, qsizetype first, qsizetype 
                                            : Counterparts::Frequent);
     }
     Candidates result;
+    result.lines.reserve(kinds.size());
+    result.places.reserve(kinds.size());
     for (qsizetype at = 0; at < qsizetype(kinds.size()) && !poll.stop(4); ++at) {
         const Counterparts kind = kinds[size_t(at)];
         if (kind == Counterparts::None || (kind == Counterparts::Frequent && isAmongNew(kinds, at)))

@@ -16,7 +16,7 @@ namespace {
 
 constexpr qint32 none = -1;
 /// Reading fewer takes less time than starting a thread for it.
-constexpr size_t bytesWorthAThread = 512 * 1024;
+constexpr qsizetype bytesWorthAThread = 2 * 1024 * 1024;
 /// Most steps wait for memory; asking some lines ahead overlaps these waits.
 constexpr size_t linesAhead = 12;
 

@@ -24,10 +24,11 @@ struct LineRange {
 {
     if (range.isEmpty())
         return {};
-    const std::string_view all = text.bytes();
     const char *const begin = text.line(range.first).data();
-    const char *const end = range.end() < text.count() ? text.line(range.end()).data() : all.data() + all.size();
-    return {begin, size_t(end - begin)};
+    if (range.end() < text.count())
+        return {begin, size_t(text.line(range.end()).data() - begin)};
+    const std::string_view all = text.bytes();
+    return {begin, size_t(all.data() + all.size() - begin)};
 }
 
 } // namespace velmora
