@@ -138,32 +138,43 @@ bool coversAll(const std::vector<MergePart> &parts, const MergeTexts &texts, con
     return lines == result.count();
 }
 
-/// The runs of a kept result, which share the lines of the texts where those have been taken.
-std::vector<LineRun> keptRuns(const KeptMerge &kept, const MergeTexts &texts)
+/// Whether these are as many lines as the result has, of lines that the texts have.
+bool coverResult(const std::vector<ResultRun> &runs, const MergeTexts &texts, const TextLines &result)
 {
+    qsizetype lines = 0;
+    for (const ResultRun &run : runs) {
+        if (run.source && run.lines.end() > texts.text(*run.source).count())
+            return false;
+        lines += run.lines.count;
+    }
+    return lines == result.count();
+}
+
+/// The result of a kept merge, whose lines share the memory of the texts that they come from.
+EditBuffer keptResult(const KeptMerge &kept, const MergeTexts &texts)
+{
+    if (!coverResult(kept.runs, texts, kept.result))
+        return EditBuffer(kept.result);
     const auto whole = std::make_shared<const TextLines>(kept.result);
     std::vector<LineRun> runs;
     qsizetype start = 0;
-    for (const MergePart &part : kept.parts) {
-        if (sourcesOf(part.choice).empty())
-            texts.append(runs, LineRun{whole, start, part.resultCount});
-        for (const MergeSource source : sourcesOf(part.choice))
-            texts.append(runs, source, part.of(source));
-        start += part.resultCount;
+    for (const ResultRun &run : kept.runs) {
+        if (run.source)
+            texts.append(runs, *run.source, run.lines);
+        else
+            texts.append(runs, LineRun{whole, start, run.lines.count});
+        start += run.lines.count;
     }
-    return runs;
+    return EditSnapshot(runs).holdsSameAs(kept.result) ? EditBuffer(runs) : EditBuffer(kept.result);
 }
 
 /// Takes a kept merge up; one that does not fit its texts becomes one part by hand, so that nothing of it is lost.
 void takeKept(MergeResult &result, const KeptMerge &kept, const MergeTexts &texts)
 {
     if (coversAll(kept.parts, texts, kept.result)) {
-        const std::vector<LineRun> runs = keptRuns(kept, texts);
-        if (EditSnapshot(runs).holdsSameAs(kept.result)) {
-            result.parts = MergeParts(kept.parts);
-            result.result = EditBuffer(runs);
-            return;
-        }
+        result.parts = MergeParts(kept.parts);
+        result.result = keptResult(kept, texts);
+        return;
     }
     MergePart all;
     all.kind = ChunkKind::Conflict;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/progress.h"
+#include "merge/merge_recovery.h"
 #include "merge/model/marked_result.h"
 #include "merge/view/merge_document.h"
 #include "session/document/loaded_text.h"
@@ -13,6 +14,7 @@ namespace velmora {
 struct KeptMerge {
     std::vector<MergePart> parts;
     TextLines result;
+    std::vector<ResultRun> runs; ///< where its lines come from
 };
 
 /// All that a merge reads, copied before it starts.

@@ -7,6 +7,7 @@ namespace velmora {
 namespace {
 
 constexpr qsizetype resultField = 7;
+constexpr int mostLines = std::numeric_limits<int>::max();
 
 /// The field as a number from 0 to `most`; nothing when it is none.
 std::optional<int> numberAt(const QJsonArray &fields, qsizetype index, int most)
@@ -55,7 +56,6 @@ QJsonArray toJson(const std::vector<MergePart> &parts)
 
 std::vector<MergePart> partsFromJson(const QJsonArray &array)
 {
-    constexpr int mostLines = std::numeric_limits<int>::max();
     std::vector<MergePart> parts;
     std::array<qsizetype, mergeSourceCount> next{};
     for (const QJsonValue &value : array) {
@@ -81,6 +81,46 @@ std::vector<MergePart> partsFromJson(const QJsonArray &array)
         parts.push_back(part);
     }
     return parts;
+}
+
+QJsonArray toJson(const MergeTexts &texts, const std::vector<LineRun> &result)
+{
+    std::vector<ResultRun> runs;
+    for (const LineRun &run : result) {
+        const std::optional<SourceLine> origin = texts.originOf(run, 0);
+        ResultRun next{{}, {0, run.count}};
+        if (origin)
+            next = {origin->source, {origin->line, run.count}};
+        const bool continues = !runs.empty() && runs.back().source == next.source &&
+                               (!next.source || runs.back().lines.end() == next.lines.first);
+        if (continues)
+            runs.back().lines.count += next.lines.count;
+        else
+            runs.push_back(next);
+    }
+    QJsonArray array;
+    for (const ResultRun &run : runs)
+        array.append(
+            QJsonArray{run.source ? int(*run.source) : int(mergeSourceCount), run.lines.first, run.lines.count});
+    return array;
+}
+
+std::vector<ResultRun> runsFromJson(const QJsonArray &array)
+{
+    std::vector<ResultRun> runs;
+    for (const QJsonValue &value : array) {
+        const QJsonArray fields = value.toArray();
+        const std::optional<int> source = numberAt(fields, 0, int(mergeSourceCount));
+        const std::optional<int> first = numberAt(fields, 1, mostLines);
+        const std::optional<int> count = numberAt(fields, 2, mostLines);
+        if (!source || !first || !count)
+            break;
+        ResultRun run{{}, {*first, *count}};
+        if (*source < int(mergeSourceCount))
+            run.source = MergeSource(*source);
+        runs.push_back(run);
+    }
+    return runs;
 }
 
 } // namespace velmora

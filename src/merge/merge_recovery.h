@@ -15,4 +15,17 @@ namespace velmora {
 /// The parts in such an array; one that is not in order ends them. Whether they fit any texts is for the caller to see.
 [[nodiscard]] std::vector<MergePart> partsFromJson(const QJsonArray &array);
 
+/// Consecutive lines of a result that come from one text, or were all written by hand.
+struct ResultRun {
+    std::optional<MergeSource> source; ///< nothing for what was written by hand
+    LineRange lines;                   ///< of the source; by hand of no meaning but their number
+};
+
+/// Where the lines of a result come from, as a recovery record holds it: an array for each run with its source (3 for
+/// what was written by hand), first line and count.
+[[nodiscard]] QJsonArray toJson(const MergeTexts &texts, const std::vector<LineRun> &result);
+
+/// The runs in such an array; one that is not in order ends them. Whether they fit any texts is for the caller to see.
+[[nodiscard]] std::vector<ResultRun> runsFromJson(const QJsonArray &array);
+
 } // namespace velmora

@@ -26,6 +26,7 @@ namespace velmora {
 namespace {
 
 constexpr QLatin1String partsKey("parts");
+constexpr QLatin1String runsKey("runs");
 
 QString pathOf(const SessionPaths &paths, MergeSource source)
 {
@@ -235,6 +236,8 @@ UnsavedTexts ThreeWayMergeWidget::unsavedTexts() const
     if (kept.texts.empty())
         return kept;
     kept.options.insert(partsKey, toJson(m_editing->parts().all()));
+    const auto result = m_texts->editor().buffer(paneOfResult).snapshot();
+    kept.options.insert(runsKey, toJson(m_view->document()->merged(), result->runs(0, result->count())));
     for (std::size_t k = 0; k < mergeSourceCount; ++k) {
         const auto source = MergeSource(k);
         kept.texts.push_back({paneOf(source), pathOf(m_merged, source), m_heads->input(source).loaded(), false,
@@ -250,7 +253,9 @@ void ThreeWayMergeWidget::recover(const RecoveryRecord &record, std::function<vo
         return;
     setOptions(texts->options);
     setPaths(texts->paths);
-    KeptMerge merge{partsFromJson(texts->options.value(partsKey).toArray()), {}};
+    KeptMerge merge{partsFromJson(texts->options.value(partsKey).toArray()),
+                    {},
+                    runsFromJson(texts->options.value(runsKey).toArray())};
     for (const UnsavedText &text : texts->texts) {
         if (text.pane == paneOfResult)
             merge.result = text.loaded.text.lines;

@@ -76,6 +76,17 @@ public:
             all.append(rows.index(row, 2).data().toString());
         return all;
     }
+    /// The letters in the margin of the result.
+    [[nodiscard]] QString letters()
+    {
+        QString all;
+        const auto *document = session.view().document();
+        for (qsizetype row = 0; row < document->rowCount(); ++row) {
+            if (document->lineNumber(row, paneOfResult) >= 1)
+                all.append(document->look(row, paneOfResult).sign);
+        }
+        return all;
+    }
     void saved() { QTRY_VERIFY_WITH_TIMEOUT(!session.hasUnsavedChanges(), 30000); }
 
     QTemporaryDir folder;
@@ -272,7 +283,10 @@ private Q_SLOTS:
         std::optional<RecoveryRecord> record;
         {
             MergeFixture f(&store);
-            f.merge("1\nl\n3\n4\nx\n", "1\n2\n3\n4\n5\n", "1\nr\n3\n4\ny\n", "old\n");
+            f.merge("an Apple\na pear\n1\nl\n3\n4\nx\n", "an apple\na pear\n1\n2\n3\n4\n5\n",
+                    "an apple\na Pear\n1\nr\n3\n4\ny\n", "old\n");
+            f.trigger("takeLineByLineAction");
+            f.key(Qt::Key_F8);
             f.key(Qt::Key_3, Qt::ControlModifier);
             f.key(Qt::Key_End, Qt::ControlModifier);
             f.key(Qt::Key_Up); // from the open conflict to a line that is the same in all texts
@@ -291,14 +305,17 @@ private Q_SLOTS:
                     return record.has_value();
                 },
                 30000));
+            QCOMPARE(f.letters(), word("LRBRBH"));
         }
         MergeFixture later;
         bool isKept = false;
         later.session.recover(*record, [&isKept] { isKept = true; });
         later.wait();
-        QCOMPARE(later.choices(), (QStringList{word("taken from the right"), word("taken by hand"), word("open")}));
+        QCOMPARE(later.choices(), (QStringList{word("line by line"), word("taken from the right"),
+                                               word("taken by hand"), word("open")}));
+        QCOMPARE(later.letters(), word("LRBRBH"));
         QVERIFY(later.session.hasUnsavedChanges());
-        QCOMPARE(later.session.view().document()->text(3, paneOfResult), word("4!"));
+        QCOMPARE(later.session.view().document()->text(5, paneOfResult), word("4!"));
     }
 
     void theBaseIsFoldedAwayAndComesBack()
