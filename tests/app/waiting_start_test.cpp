@@ -1,3 +1,4 @@
+#include "app/library/session_history.h"
 #include "app/start/command_line.h"
 #include "app/start/waiting_start.h"
 #include "app/window/session_tabs.h"
@@ -148,6 +149,8 @@ private Q_SLOTS:
         QVERIFY(QDir(folder.path()).mkpath(QStringLiteral("left")) &&
                 QDir(folder.path()).mkpath(QStringLiteral("right")));
         bool early = true;
+        const auto remembered = [] { return SessionHistory().records().size(); };
+        const qsizetype before = remembered();
         WaitingStart waiting;
         Tarnwick window;
         auto *tabs = window.findChild<SessionTabs *>();
@@ -157,6 +160,12 @@ private Q_SLOTS:
                                                     .right = folder.filePath(QStringLiteral("right/a")),
                                                     .base = {}});
         QCOMPARE(tabs->sessions().size(), 2);
+        // What is gone in a moment is not remembered; the same files are when nobody waits.
+        QCOMPARE(remembered(), before);
+        Tarnwick().openSession(QStringLiteral("text"), {.left = folder.filePath(QStringLiteral("left/a")),
+                                                        .right = folder.filePath(QStringLiteral("right/b")),
+                                                        .base = {}});
+        QCOMPARE(remembered(), before + 1);
         SessionWidget *outer = tabs->sessions().first();
         tabs->closeTab(tabs->indexOf(outer));
         QTimer::singleShot(100, &window, [&] {

@@ -148,7 +148,9 @@ private:
                      const SessionPaths &paths);
     /// Connects a session that has just been added: what it compares is remembered.
     void hookSession(SessionWidget *session, const SessionKindRow &kind);
-    void recordSession(const QString &type, const QString &name, const SessionPaths &paths);
+    /// Remembers what a session compares, unless it is waited for and its files are gone when it is closed.
+    void recordSession(const SessionWidget *session, const SessionKindRow &kind, const QString &name,
+                       const SessionPaths &paths);
     void showHistory();
     void applyWindowTheme(bool dark);
 

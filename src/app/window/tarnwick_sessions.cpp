@@ -31,6 +31,14 @@ bool isWithin(const QString &path, const QString &folder)
     return !folder.isEmpty() && path.startsWith(prefix);
 }
 
+/// Whether the files of a session that somebody waits for are gone once it is closed: those that version control lays
+/// out for a comparison, and the versions of a merge, which it writes beside the file that is merged.
+bool isPassing(const SessionKindRow &kind, const SessionPaths &paths)
+{
+    const QString temporary = QDir::tempPath();
+    return kind.sides == 3 || isWithin(paths.left, temporary) || isWithin(paths.right, temporary);
+}
+
 /// The kind in which two paths are compared when nobody said which.
 const SessionKindRow &kindForPair(const SessionPaths &paths)
 {
@@ -268,7 +276,7 @@ void Tarnwick::fillSession(SessionWidget *session, const SessionKindRow &kind, c
 {
     if (paths != SessionPaths()) {
         session->setPaths(paths);
-        recordSession(kind.id, title, paths);
+        recordSession(session, kind, title, paths);
         m_tabs->refreshNames();
     }
     hookSession(session, kind);
@@ -281,13 +289,15 @@ void Tarnwick::hookSession(SessionWidget *session, const SessionKindRow &kind)
     connect(session, &SessionWidget::comparisonFinished, this,
             [this, session, &kind](const QString &left, const QString &right) {
                 const QString title = m_tabs->titleAt(m_tabs->indexOf(session));
-                recordSession(kind.id, title, {.left = left, .right = right, .base = session->paths().base});
+                recordSession(session, kind, title, {.left = left, .right = right, .base = session->paths().base});
             });
 }
 
-void Tarnwick::recordSession(const QString &type, const QString &name, const SessionPaths &paths)
+void Tarnwick::recordSession(const SessionWidget *session, const SessionKindRow &kind, const QString &name,
+                             const SessionPaths &paths)
 {
-    m_history.add(type, name, paths);
+    if (!m_reports.contains(session) || !isPassing(kind, paths))
+        m_history.add(kind.id, name, paths);
 }
 
 void Tarnwick::onOpenTextCompare(const QString &leftPath, const QString &rightPath)
