@@ -28,6 +28,19 @@ QString pathOfPart(const QString &name)
     return {};
 }
 
+/// What the program has said itself: the libraries that decode files add words of their own, one even about whole
+/// files.
+QByteArray ownWords(const QByteArray &errors)
+{
+    const QByteArray beginning = QByteArray(programName) + ": ";
+    QByteArray own;
+    for (const QByteArray &line : errors.split('\n')) {
+        if (line.startsWith(beginning))
+            own += line + '\n';
+    }
+    return own;
+}
+
 } // namespace
 
 int runPart(const QString &name, const QString &purpose, const QStringList &arguments, const Streams &streams)
@@ -40,7 +53,7 @@ int runPart(const QString &name, const QString &purpose, const QStringList &argu
     call.mostOutput = qint64(1) << 31;
     Progress progress;
     const ChildRun run = runChild(call, {}, progress);
-    streams.errors.write(run.errors);
+    streams.errors.write(ownWords(run.errors));
     if (run.end != ChildEnd::Finished)
         return fail(streams, run.reason.isEmpty() ? QStringLiteral("the part that %1 ended unexpectedly").arg(purpose)
                                                   : run.reason);

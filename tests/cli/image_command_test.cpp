@@ -43,6 +43,7 @@ private Q_SLOTS:
         CliFiles::write("l.bmp", bitmap(QByteArray("\x10\x20\x30\xFF\x10\x20\x30\xFF", 8)));
         CliFiles::write("r.bmp", bitmap(QByteArray("\x10\x20\x30\xFF\x10\x20\x35\xFF\0\0\0\xFF", 12)));
         CliFiles::write("x.bmp", "BM no picture");
+        CliFiles::write("x.png", "\x89PNG\r\n\x1A\n no picture");
         const struct {
             QByteArray arguments;
             int status;
@@ -57,12 +58,14 @@ private Q_SLOTS:
             {"image --format png l.bmp r.bmp", 1, "\x89PNG"},
             {"image l.bmp none.bmp", 2, "none.bmp: cannot be read"},
             {"image l.bmp x.bmp", 2, "x.bmp: is "},
+            {"image l.bmp x.png", 2, "x.png: is damaged or cut off"},
             {"image --tolerance 256 l.bmp r.bmp", 2, "--tolerance takes no such number"},
             {"image l.bmp", 2, "two paths are needed, 1 given"},
         };
         for (const auto &[arguments, status, output] : cases) {
             const CliResult result = runCli(arguments);
             QCOMPARE(result.status, status);
+            QVERIFY2(result.errors.count('\n') == (status < 2 ? 0 : 1), result.errors.constData());
             const QByteArray &said = status < 2 ? result.output : result.errors;
             QVERIFY2(said.startsWith(status < 2 ? output : "velmora-cli: " + output), said.constData());
         }
