@@ -2710,8 +2710,8 @@
         <translation>写入列表...</translation>
     </message>
     <message>
-        <source>Compare the files that a list of checksums names: the list is the left file; its files lie beside it, or in the folder that is given as the right one</source>
-        <translation>核对校验和列表所列的文件：列表为左侧文件；所列文件位于列表旁边，或位于右侧给出的文件夹中</translation>
+        <source>Compare the files that a list of checksums names: the list is the left file; its files lie beside it or in a folder above, or in the folder that is given as the right one</source>
+        <translation>核对校验和列表所列的文件：列表为左侧文件；所列文件位于列表旁边或其上层文件夹中，或位于右侧给出的文件夹中</translation>
     </message>
     <message>
         <source>Write a list of the checksums of all files in the folder that is given as the left file</source>
@@ -2744,6 +2744,10 @@
     <message>
         <source>Lines that are no checksums: %1, the first is line %2</source>
         <translation>不是校验和的行：%1，第一处在第 %2 行</translation>
+    </message>
+    <message>
+        <source>Files in: %1</source>
+        <translation>文件位于：%1</translation>
     </message>
     <message>
         <source>Write a list of checksums</source>

@@ -35,8 +35,8 @@ constexpr std::array checksumOptions{
     OptionSpec{"algorithm", "NAME", "may be given several times; the file is read once:", algorithmChoices},
     OptionSpec{"expect", "VALUE", "compare FILE with this checksum, whose length tells the algorithm"},
     OptionSpec{"check", nullptr,
-               "FILE is a list of checksums: compare the files that it names, in its folder or in a\n"
-               "folder given behind it"},
+               "FILE is a list of checksums: compare the files that it names, in its folder, the next\n"
+               "one above that has any of them, or a folder given behind it"},
 };
 
 constexpr std::array examples{

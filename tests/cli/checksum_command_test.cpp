@@ -60,6 +60,12 @@ private Q_SLOTS:
         const CliResult other = runCli("checksum --check d/list d");
         QCOMPARE(other.status, 1);
         QVERIFY2(other.output.startsWith("missing: a\ndiffers: b\nnotListed: c\n"), other.output.constData());
+        // The lists of packages lie below the folder that their names start from.
+        QVERIFY(QDir().mkpath(word("info/sums")));
+        CliFiles::write("info/sums/list", "415290769594460e2e485922904f345d  d/b\n");
+        const CliResult above = runCli("checksum --check info/sums/list");
+        QCOMPARE(above.status, 0);
+        QVERIFY2(above.output.startsWith("Total: 1 | Ok: 1 |"), above.output.constData());
     }
 
 private:

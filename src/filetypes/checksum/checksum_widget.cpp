@@ -97,7 +97,7 @@ ChecksumWidget::ChecksumWidget(SessionHost &host, QWidget *parent)
     command(
         Velmora::tr("Check list"), "checkListButton",
         Velmora::tr("Compare the files that a list of checksums names: the list is the left file; its files lie beside "
-                    "it, or in the folder that is given as the right one"),
+                    "it or in a folder above, or in the folder that is given as the right one"),
         &ChecksumWidget::onCheckList);
     command(Velmora::tr("Write list..."), "writeListButton",
             Velmora::tr("Write a list of the checksums of all files in the folder that is given as the left file"),
@@ -268,12 +268,14 @@ void ChecksumWidget::takeCheck(const ChecksumCheck &check, const SessionPaths &f
         m_offer->tell(Velmora::tr("Not all files are what the list says."), NoticeBar::Tone::Warning);
     else
         m_offer->tell(Velmora::tr("All files are what the list says."), NoticeBar::Tone::Verdict);
-    QString detail;
+    QStringList details;
+    if (check.folder != QFileInfo(files.left).absolutePath())
+        details.append(Velmora::tr("Files in: %1").arg(QDir::toNativeSeparators(check.folder)));
     if (check.badLines > 0)
-        detail = Velmora::tr("Lines that are no checksums: %1, the first is line %2")
-                     .arg(check.badLines)
-                     .arg(check.firstBadLine);
-    status().showMessage(checksumCheckText(check), detail);
+        details.append(Velmora::tr("Lines that are no checksums: %1, the first is line %2")
+                           .arg(check.badLines)
+                           .arg(check.firstBadLine));
+    status().showMessage(checksumCheckText(check), details.join(QStringLiteral(" · ")));
     tellTitle(files);
 }
 

@@ -78,6 +78,29 @@ ListedStatus statusOf(const ReadOrder &order, const ChecksumEntry &entry)
     return order.result.digests.first() == entry.digest ? ListedStatus::Ok : ListedStatus::Differs;
 }
 
+bool hasAnyOf(const QDir &folder, const QList<ChecksumEntry> &entries)
+{
+    constexpr qsizetype most = 100; // of those that a long list begins with, one will do
+    return std::any_of(entries.cbegin(), entries.cbegin() + std::min(entries.size(), most), [&](const auto &entry) {
+        const std::optional<QString> within = pathWithin(entry.name);
+        return within && access().describe(folder.absoluteFilePath(*within));
+    });
+}
+
+/// The folder of a list, or the nearest one above that has any of its files.
+QDir folderOfFiles(const QString &list, const QList<ChecksumEntry> &entries)
+{
+    const QDir own(QFileInfo(list).absolutePath());
+    for (QDir folder = own;;) {
+        if (hasAnyOf(folder, entries))
+            return folder;
+        const QString below = folder.absolutePath();
+        folder.setPath(QFileInfo(below).absolutePath());
+        if (folder.absolutePath() == below)
+            return own;
+    }
+}
+
 /// Files beside those that a list names: relative paths, sorted.
 QStringList unlistedFiles(const QDir &folder, const QSet<QString> &listed, const QString &list)
 {
@@ -144,7 +167,8 @@ ChecksumCheck checkChecksumList(const QString &path, const QString &folder, cons
     check.badLines = list.badLines;
     check.firstBadLine = list.firstBadLine;
 
-    const QDir root(folder.isEmpty() ? QFileInfo(path).absolutePath() : QFileInfo(folder).absoluteFilePath());
+    const QDir root = folder.isEmpty() ? folderOfFiles(path, list.entries) : QDir(QFileInfo(folder).absoluteFilePath());
+    check.folder = root.absolutePath();
     QSet<QString> listed;
     std::vector<ReadOrder> orders;
     std::vector<qsizetype> readFiles; // of each order, its place in check.files
@@ -171,9 +195,11 @@ ChecksumCheck checkChecksumList(const QString &path, const QString &folder, cons
         file.status = statusOf(orders[i], file.entry);
         file.found = orders[i].result.digests.value(0);
     }
-    const QString own = root.relativeFilePath(QFileInfo(path).absoluteFilePath());
-    for (const QString &name : unlistedFiles(root, listed, own))
-        check.files.append({ListedStatus::NotListed, {name, list.entries.first().algorithm, {}}, {}});
+    if (!folder.isEmpty() || root == QDir(QFileInfo(path).absolutePath())) {
+        const QString own = root.relativeFilePath(QFileInfo(path).absoluteFilePath());
+        for (const QString &name : unlistedFiles(root, listed, own))
+            check.files.append({ListedStatus::NotListed, {name, list.entries.first().algorithm, {}}, {}});
+    }
     for (const ListedFile &file : check.files)
         ++check.counts[std::size_t(file.status)];
     return check;

@@ -32,6 +32,7 @@ struct ChecksumCheck {
     };
 
     Fault fault = Fault::None;
+    QString folder;          ///< in which the files were looked for
     QList<ListedFile> files; ///< in the order of the list, then those that are not listed, by name
     qsizetype badLines = 0;
     qsizetype firstBadLine = 0; ///< counted from 1; 0 for none
@@ -45,8 +46,10 @@ struct ChecksumCheck {
     }
 };
 
-/// Reads the list at `path` and all files that it names, several at the same time, below `folder`, which when empty is
-/// the list's own. Progress counts bytes.
+/// Reads the list at `path` and all files that it names, several at the same time, below `folder`. When that is empty
+/// it is the list's own, or the nearest one above in which there is any of the files: lists of packages lie elsewhere
+/// than what they are about, which is then no folder of their own, and no file in it counts as not listed. Progress
+/// counts bytes.
 [[nodiscard]] ChecksumCheck checkChecksumList(const QString &path, const QString &folder, const CancelFlag &cancel,
                                               Progress &progress);
 
