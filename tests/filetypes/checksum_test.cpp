@@ -257,7 +257,12 @@ private Q_SLOTS:
     {
         ChecksumFixture fixture;
         QVERIFY(QDir(fixture.folder.path()).mkdir(word("sub")));
-        for (const char *name : {"same", "changed", "gone", "sub/deep\\\nname"})
+#ifdef Q_OS_WIN // where a name holds neither
+        const char *const odd = "sub/deep name";
+#else
+        const char *const odd = "sub/deep\\\nname";
+#endif
+        for (const char *name : {"same", "changed", "gone", odd})
             fixture.file(word(name), name);
         fixture.session.setPaths({fixture.folder.path(), {}, {}});
         const QString list = fixture.folder.filePath(word("sums.sha256"));
