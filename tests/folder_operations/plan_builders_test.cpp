@@ -8,10 +8,20 @@ using namespace velmora::test;
 
 namespace {
 
+/// The path as a local folder has it: on Windows with the current drive before it.
+QString at(const QString &path)
+{
+    return path.isEmpty() ? path : localFolder(path).path;
+}
+
 PlanInput inputOf(const char *listing)
 {
     PlanInput input;
     input.items = madeItems(listing);
+    for (FolderDiffItem &item : input.items) {
+        item.leftPath = at(item.leftPath);
+        item.rightPath = at(item.rightPath);
+    }
     input.roots = localFolders(word("/l"), word("/r"));
     return input;
 }
@@ -67,13 +77,13 @@ private Q_SLOTS:
         };
         const OperationPlan plan = planMirror(input, Side::Left, DeleteManner::ForGood);
         QCOMPARE(drawn(plan), lines("delete(1:dir/other)"));
-        QCOMPARE(plan.leftOut, (QList<LeftOutEntry>{{LeftOutReason::HoldsHiddenEntries, word("/r/dir"), {}}}));
+        QCOMPARE(plan.leftOut, (QList<LeftOutEntry>{{LeftOutReason::HoldsHiddenEntries, at(word("/r/dir")), {}}}));
     }
 
     void nothingIsTakenForMissingThatCouldNotBeRead()
     {
         PlanInput input = inputOf(">dir/ 1 1|>dir/file|>gone");
-        input.problems = {{FolderProblem::Kind::UnreadableFolder, word("/l/dir")}};
+        input.problems = {{FolderProblem::Kind::UnreadableFolder, at(word("/l/dir"))}};
         const OperationPlan plan = planMirror(input, Side::Left, DeleteManner::ForGood);
         QCOMPARE(drawn(plan), lines("delete(1:gone)"));
         QCOMPARE(plan.leftOut.size(), 1);
@@ -116,8 +126,8 @@ private Q_SLOTS:
     void alignedNamesKeepTheTargetsOwn()
     {
         PlanInput input = inputOf("!docs/ 1 1|!docs/a.txt 2 1|<docs/new/|<docs/new/b");
-        input.items[0].rightPath = word("/r/Documents");
-        input.items[1].rightPath = word("/r/Documents/A.TXT");
+        input.items[0].rightPath = at(word("/r/Documents"));
+        input.items[1].rightPath = at(word("/r/Documents/A.TXT"));
         QCOMPARE(drawn(planMirror(input, Side::Left, DeleteManner::ForGood)),
                  lines("replace(0:docs/a.txt,1:Documents/A.TXT) make(0:docs/new,1:Documents/new) "
                        "copy(0:docs/new/b,1:Documents/new/b)"));
