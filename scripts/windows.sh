@@ -9,7 +9,7 @@ windows_run_packages=("${velmora_font_packages[@]}" wine64 xvfb xauth libgl1 lib
     libxrandr2 libxrender1 libxxf86vm1)
 
 # What is built beside Qt Base, in this order.
-windows_libraries=(uchardet zlib bzip2 xz zstd libarchive taglib imageformats)
+windows_libraries=(uchardet zlib bzip2 xz zstd lz4 libarchive taglib imageformats)
 
 # once STEP COMMAND…: runs the command unless it has succeeded before for build/windows-libs.
 once() {

@@ -61,6 +61,8 @@ build_xz() {
     rm -f "$prefix"/bin/xz.exe "$prefix"/bin/xzdec.exe
 }
 
+build_lz4() { cross_build lz4 build/cmake -DLZ4_BUILD_CLI=OFF -DLZ4_BUILD_LEGACY_LZ4C=OFF -DBUILD_STATIC_LIBS=ON; }
+
 build_zstd() { cross_build libzstd build/cmake -DZSTD_BUILD_PROGRAMS=OFF -DZSTD_BUILD_SHARED=OFF -DZSTD_BUILD_CONTRIB=OFF; }
 
 # Encrypted entries go through what Windows has for that (CNG). The programs of libarchive are not wanted. How zlib was built would be
@@ -68,7 +70,7 @@ build_zstd() { cross_build libzstd build/cmake -DZSTD_BUILD_PROGRAMS=OFF -DZSTD_
 build_libarchive() {
     cross_build libarchive . -DENABLE_TEST=OFF -DENABLE_TAR=OFF -DENABLE_CPIO=OFF -DENABLE_CAT=OFF -DENABLE_WERROR=OFF \
         -DENABLE_OPENSSL=OFF -DENABLE_LIBXML2=OFF -DENABLE_EXPAT=OFF -DENABLE_PCREPOSIX=OFF -DENABLE_ICONV=OFF \
-        -DENABLE_CNG=ON -DENABLE_LZO=OFF -DENABLE_LZ4=OFF \
+        -DENABLE_CNG=ON -DENABLE_LZO=OFF -DENABLE_LZ4=ON \
         -DZLIB_WINAPI=OFF -DZLIB_WINAPI_WITH_LIB="$prefix/lib/libz.a"
     rm -f "$prefix"/bin/libarchive.dll "$prefix"/lib/libarchive.dll.a
     mv "$prefix"/lib/libarchive_static.a "$prefix"/lib/libarchive.a # the name that CMake looks for

@@ -53,6 +53,7 @@ dos /usr/share/doc/zlib1g/copyright licences/zlib.txt
 dos /usr/share/doc/libbz2-1.0/copyright licences/bzip2.txt
 dos /usr/share/doc/liblzma5/copyright licences/xz.txt
 dos /usr/share/doc/libzstd1/copyright licences/zstd.txt
+dos /usr/share/doc/liblz4-1/copyright licences/lz4.txt
 dos /usr/share/doc/gcc-mingw-w64-x86-64-posix-runtime/copyright licences/gcc-runtime.txt
 dos /usr/share/doc/mingw-w64-x86-64-dev/copyright licences/mingw-w64.txt
 dos packaging/windows/readme.txt README.txt
