@@ -67,7 +67,8 @@ public:
         for (int row = 0; row < view().model()->rowCount(); ++row) {
             const QModelIndex at = view().model()->index(row, 0);
             const bool ticked = at.data(Qt::CheckStateRole).toInt() == Qt::Checked;
-            lines.append((ticked ? word("*") : QString()) + at.data().toString().remove(disk.path(QString())));
+            lines.append((ticked ? word("*") : QString()) +
+                         QDir::fromNativeSeparators(at.data().toString()).remove(disk.path(QString())));
         }
         return lines;
     }

@@ -102,7 +102,7 @@ private Q_SLOTS:
         f.dialogs.answerNumber(1);
         f.save(Side::Left);
         f.waitForSave();
-        QCOMPARE(f.dialogs.titles().last(), word("Save failed"));
+        QVERIFY(f.dialogs.titles().contains(word("Save failed"))); // and that it has gone, where that is noticed by now
         QVERIFY(f.session.hasUnsavedChanges());
         QCOMPARE(f.text(Side::Left, 0), word("yxinner"));
     }

@@ -54,7 +54,7 @@ private Q_SLOTS:
         TextAppearance chosen = TextAppearance::load();
         chosen.points = 17;
         chosen.tabWidth = 8;
-        chosen.family = QFontInfo(QFont()).family();
+        chosen.family = word("Courier New"); // whether it is there or not
         chosen.save();
         f.session.refreshTheme();
         QCOMPARE(f.session.view().fontPointSize(), 17.0);
