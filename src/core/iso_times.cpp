@@ -1,7 +1,5 @@
 #include "core/iso_times.h"
 
-#include <QDateTime>
-
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
@@ -170,6 +168,13 @@ std::optional<qint64> IsoTimes::time(QStringView text)
     }
     const QDateTime read = QDateTime::fromString(text.toString(), Qt::ISODateWithMs);
     return read.isValid() ? std::optional(read.toMSecsSinceEpoch()) : std::nullopt;
+}
+
+qint64 IsoTimes::time(QDate day, QTime clock)
+{
+    const qint64 milliseconds = clock.msecsSinceStartOfDay();
+    const Seconds local = (day.toJulianDay() - epochDay) * daySeconds + milliseconds / 1000;
+    return (local - aheadAtLocal(local)) * 1000 + milliseconds % 1000;
 }
 
 } // namespace velmora

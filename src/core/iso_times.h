@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QStringView>
 
 #include <optional>
@@ -20,6 +21,9 @@ public:
     /// The time that a text in any form of ISO 8601 means, to the millisecond; nothing where it has another form. A
     /// text without a zone is local.
     [[nodiscard]] std::optional<qint64> time(QStringView text);
+
+    /// The time when a local calendar and clock show this; both must be valid.
+    [[nodiscard]] qint64 time(QDate day, QTime clock);
 
 private:
     using Seconds = qint64;

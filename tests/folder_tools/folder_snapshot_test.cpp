@@ -252,6 +252,9 @@ private Q_SLOTS:
                 const QDateTime read = QDateTime::fromString(QString::fromLatin1(text), Qt::ISODateWithMs);
                 QCOMPARE(read.toMSecsSinceEpoch(), time);
                 QCOMPARE(times.time(QString::fromLatin1(text)), std::optional(time));
+                const QDateTime local = read.toLocalTime();
+                QCOMPARE(times.time(local.date(), local.time()),
+                         QDateTime(local.date(), local.time()).toMSecsSinceEpoch());
             }
         }
         zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", zone);

@@ -1,6 +1,7 @@
 #include "vfs/archive/zip_directory.h"
 
 #include "core/crc32.h"
+#include "core/iso_times.h"
 
 #include <QDateTime>
 
@@ -167,11 +168,11 @@ private:
 };
 
 /// A time of MS-DOS, which is local.
-qint64 dosTime(quint16 date, quint16 time)
+qint64 dosTime(quint16 date, quint16 time, IsoTimes &times)
 {
     const QDate day(1980 + (date >> 9U), (date >> 5U) & 15U, date & 31U);
     const QTime clock(time >> 11U, (time >> 5U) & 63U, (time & 31U) * 2);
-    return day.isValid() && clock.isValid() ? QDateTime(day, clock).toMSecsSinceEpoch() : 0;
+    return day.isValid() && clock.isValid() ? times.time(day, clock) : 0;
 }
 
 ArchiveEntryKind kindOf(const ArchiveEntry &entry, quint16 madeBy, quint32 attributes)
@@ -185,7 +186,7 @@ ArchiveEntryKind kindOf(const ArchiveEntry &entry, quint16 madeBy, quint32 attri
     return isUnix && type != 0 && type != 0x8000 ? ArchiveEntryKind::Special : ArchiveEntryKind::File;
 }
 
-ArchiveEntry entryOf(QByteArrayView bytes, qsizetype nameLength, qsizetype extraLength)
+ArchiveEntry entryOf(QByteArrayView bytes, qsizetype nameLength, qsizetype extraLength, IsoTimes &times)
 {
     const Numbers head(bytes);
     ArchiveEntry entry;
@@ -194,7 +195,7 @@ ArchiveEntry entryOf(QByteArrayView bytes, qsizetype nameLength, qsizetype extra
     entry.isUtf8 = (flags & 0x800U) != 0;
     entry.isEncrypted = (flags & 1U) != 0;
     entry.method = methodName(head.two(10));
-    entry.modifiedMs = dosTime(head.two(14), head.two(12));
+    entry.modifiedMs = dosTime(head.two(14), head.two(12), times);
     entry.crc = head.four(16);
     entry.packed = head.four(20);
     entry.size = head.four(24);
@@ -315,6 +316,7 @@ std::optional<ZipDirectory> ZipDirectory::read(OpenFile &file, qint64 mostEntrie
         return std::nullopt;
     ZipDirectory directory;
     directory.m_end = place->begin;
+    IsoTimes times;
     for (qsizetype at = 0; at + centralSize <= bytes.size();) {
         const QByteArrayView rest = QByteArrayView(bytes).sliced(at);
         const Numbers head(rest);
@@ -327,7 +329,7 @@ std::optional<ZipDirectory> ZipDirectory::read(OpenFile &file, qint64 mostEntrie
             directory.isCut = true;
             break;
         }
-        directory.entries.push_back(entryOf(rest, names, extra));
+        directory.entries.push_back(entryOf(rest, names, extra, times));
         directory.entries.back().position += place->shift;
         at += centralSize + names + extra + head.two(32);
     }
