@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStandardPaths>
@@ -61,6 +62,19 @@ void askForPath(QWidget *parent, const QString &title, const QString &start, con
         chosen(path);
     });
     dialog->open();
+}
+
+/// Not opened yet.
+QInputDialog *textQuestion(QWidget *parent, const QString &title, const QString &label, Dialogs::TextAnswer answered)
+{
+    auto *dialog = new QInputDialog(parent);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowTitle(title);
+    dialog->setLabelText(label);
+    dialog->setInputMode(QInputDialog::TextInput);
+    dialog->resize(textQuestionWidth, dialog->sizeHint().height());
+    QObject::connect(dialog, &QInputDialog::textValueSelected, parent, std::move(answered));
+    return dialog;
 }
 
 } // namespace
@@ -170,14 +184,15 @@ void Dialogs::askNumber(QWidget *parent, const QString &title, const QString &la
 void Dialogs::askText(QWidget *parent, const QString &title, const QString &label, const QString &value,
                       TextAnswer answered)
 {
-    auto *dialog = new QInputDialog(parent);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle(title);
-    dialog->setLabelText(label);
-    dialog->setInputMode(QInputDialog::TextInput);
+    QInputDialog *dialog = textQuestion(parent, title, label, std::move(answered));
     dialog->setTextValue(value);
-    dialog->resize(textQuestionWidth, dialog->sizeHint().height());
-    QObject::connect(dialog, &QInputDialog::textValueSelected, parent, std::move(answered));
+    dialog->open();
+}
+
+void Dialogs::askPassword(QWidget *parent, const QString &title, const QString &label, TextAnswer answered)
+{
+    QInputDialog *dialog = textQuestion(parent, title, label, std::move(answered));
+    dialog->setTextEchoMode(QLineEdit::Password);
     dialog->open();
 }
 

@@ -60,6 +60,8 @@ public:
     /// `value` stands in the line, selected. What is answered may be empty.
     virtual void askText(QWidget *parent, const QString &title, const QString &label, const QString &value,
                          TextAnswer answered);
+    /// A text that is not shown while it is typed.
+    virtual void askPassword(QWidget *parent, const QString &title, const QString &label, TextAnswer answered);
 };
 
 /// What a save dialog starts with: a file `name` in the folder of the file `path`, where that has one.

@@ -104,6 +104,11 @@ public:
             answered(answer.toString());
     }
 
+    void askPassword(QWidget *parent, const QString &title, const QString &label, TextAnswer answered) override
+    {
+        askText(parent, title, label, {}, std::move(answered));
+    }
+
 private:
     QVariant nextAnswer() { return m_answers.isEmpty() ? QVariant() : m_answers.takeFirst(); }
 

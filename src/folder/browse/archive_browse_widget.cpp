@@ -199,14 +199,14 @@ void ArchiveBrowseWidget::showOpened(const Opened &opened, const QString &path)
 void ArchiveBrowseWidget::onPassword()
 {
     m_askedFor = paths().left;
-    Dialogs::instance().askText(this, Velmora::tr("Password"),
-                                Velmora::tr("The archive %1 is encrypted. Password:").arg(bareName(m_askedFor)), {},
-                                [this](const QString &password) {
-                                    if (password.isEmpty())
-                                        return;
-                                    m_password = password.toUtf8();
-                                    onOpen();
-                                });
+    Dialogs::instance().askPassword(this, Velmora::tr("Password"),
+                                    Velmora::tr("The archive %1 is encrypted. Password:").arg(bareName(m_askedFor)),
+                                    [this](const QString &password) {
+                                        if (password.isEmpty())
+                                            return;
+                                        m_password = password.toUtf8();
+                                        onOpen();
+                                    });
 }
 
 } // namespace velmora

@@ -192,14 +192,14 @@ void ArchiveCompareWidget::tellProblems()
 void ArchiveCompareWidget::askPassword(Side side, const QString &path)
 {
     m_askedFor[side] = path;
-    Dialogs::instance().askText(this, Velmora::tr("Password"),
-                                Velmora::tr("The archive %1 is encrypted. Password:").arg(bareName(path)), {},
-                                [this, side](const QString &password) {
-                                    m_passwords[side] = password.toUtf8();
-                                    m_opened.sides[side] = {};
-                                    if (!password.isEmpty())
-                                        onRefresh();
-                                });
+    Dialogs::instance().askPassword(this, Velmora::tr("Password"),
+                                    Velmora::tr("The archive %1 is encrypted. Password:").arg(bareName(path)),
+                                    [this, side](const QString &password) {
+                                        m_passwords[side] = password.toUtf8();
+                                        m_opened.sides[side] = {};
+                                        if (!password.isEmpty())
+                                            onRefresh();
+                                    });
 }
 
 // What the two are ----------------------------------------------------------------------------------------------------
