@@ -116,20 +116,8 @@
         <translation>右侧文件或文件夹路径</translation>
     </message>
     <message>
-        <source>This session is not part of this version yet.</source>
-        <translation>当前版本尚未提供此会话。</translation>
-    </message>
-    <message>
-        <source>Not built yet</source>
-        <translation>尚未提供</translation>
-    </message>
-    <message>
         <source>Compare as text</source>
         <translation>按文本比较</translation>
-    </message>
-    <message>
-        <source>Compare as folders</source>
-        <translation>按文件夹比较</translation>
     </message>
     <message>
         <source>Folder compare(&amp;F)</source>
@@ -4558,10 +4546,6 @@ The editor has unsaved changes; re-comparing without reloading may discard disk 
     <message>
         <source>This file holds bytes that no text has. Hex compare shows them one by one.</source>
         <translation>此文件含有文本中不会出现的字节。“十六进制比较”可逐字节显示。</translation>
-    </message>
-    <message>
-        <source>This file holds bytes that no text has.</source>
-        <translation>此文件含有文本中不会出现的字节。</translation>
     </message>
     <message>
         <source>Open in Hex compare</source>

@@ -1,6 +1,5 @@
 #include "app/file_kind.h"
 
-#include "app/session_kinds.h"
 #include "core/text_detect.h"
 #include "core/text_file.h"
 #include "merge/engine/conflict_markers.h"
@@ -158,13 +157,6 @@ bool isMarkedMerge(const QString &path)
     const QByteArray bytes = readFile(path).bytes;
     return mayHoldConflicts({bytes.constData(), std::size_t(bytes.size())}) &&
            hasConflictMarkers(decodeText(bytes, TextEncoding()).lines);
-}
-
-QString builtKindOfPair(const QString &left, const QString &right)
-{
-    const QString kind = kindOfPair(left, right);
-    const SessionKindRow *row = findSessionKind(kind);
-    return row && isBuilt(*row) ? kind : QStringLiteral("text");
 }
 
 } // namespace velmora

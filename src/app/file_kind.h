@@ -15,9 +15,6 @@ namespace velmora {
 /// Reads the first KiB of each; a file that cannot be read says nothing. Empty paths are allowed.
 [[nodiscard]] QString kindOfPair(const QString &left, const QString &right);
 
-/// The same among the kinds that do their work in this version: "text" for the others.
-[[nodiscard]] QString builtKindOfPair(const QString &left, const QString &right);
-
 /// Whether a file holds conflict markers and is short enough to be asked before it is opened; reads it whole.
 [[nodiscard]] bool isMarkedMerge(const QString &path);
 

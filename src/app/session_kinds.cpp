@@ -1,7 +1,6 @@
 #include "app/session_kinds.h"
 
 #include "app/help/picture_icon.h"
-#include "app/pending_session.h"
 #include "filetypes/binary/binary_compare_widget.h"
 #include "filetypes/checksum/checksum_widget.h"
 #include "filetypes/image/image_compare_widget.h"
@@ -38,11 +37,6 @@ template <typename Widget>
 SessionWidget *make(SessionHost &host, const SessionKindRow & /*row*/, QWidget *parent)
 {
     return new Widget(host, parent);
-}
-
-SessionWidget *pending(SessionHost &host, const SessionKindRow &row, QWidget *parent)
-{
-    return new PendingSession(host, row, parent);
 }
 
 using enum KindGroup;
@@ -356,11 +350,6 @@ QHash<QString, QIcon> &iconCache()
 std::span<const SessionKindRow> sessionKinds()
 {
     return rows;
-}
-
-bool isBuilt(const SessionKindRow &kind)
-{
-    return kind.create != pending;
 }
 
 const SessionKindRow *findSessionKind(const QString &kind)

@@ -53,9 +53,6 @@ struct SessionKindRow {
     bool (*holdsUnsaved)(const RecoveryRecord &record) = nullptr;
 };
 
-/// Whether sessions of the kind do their work in this version.
-[[nodiscard]] bool isBuilt(const SessionKindRow &kind);
-
 /// All kinds, in the order of the menus.
 [[nodiscard]] std::span<const SessionKindRow> sessionKinds();
 

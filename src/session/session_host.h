@@ -43,9 +43,6 @@ public:
         return [](const Sides<QString> &) { return QString(); };
     }
 
-    /// Whether sessions of `kind` do their work in this version; the others only say that they do not yet.
-    [[nodiscard]] virtual bool isBuilt(const QString & /*kind*/) const { return true; }
-
     /// Shows `message` in the status bar, for `milliseconds` or, when 0, until the next one.
     virtual void showStatus(const QString &message, int milliseconds = 0) = 0;
 

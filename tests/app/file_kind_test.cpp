@@ -1,5 +1,4 @@
 #include "app/file_kind.h"
-#include "app/session_kinds.h"
 #include "support/files.h"
 #include "support/test_main.h"
 
@@ -84,8 +83,6 @@ private Q_SLOTS:
         QCOMPARE(kindOfPair(song, song), word("mp3"));
         QCOMPARE(kindOfPair(song, {}), word("binary"));
         QCOMPARE(kindOfPair({}, folder.filePath(word("gone"))), word("text"));
-        const bool hexIsBuilt = isBuilt(*findSessionKind(word("binary")));
-        QCOMPARE(builtKindOfPair(text, binary), hexIsBuilt ? word("binary") : word("text"));
     }
 };
 

@@ -35,14 +35,12 @@ public:
             return isText ? QStringLiteral("text") : QStringLiteral("binary");
         };
     }
-    [[nodiscard]] bool isBuilt(const QString &kind) const override { return !unbuilt.contains(kind); }
     void showStatus(const QString &message, int) override { messages.append(message); }
     RecoveryStore *recovery() override { return store; }
 
     QList<std::pair<QString, SessionPaths>> opened;
     QStringList outputs; ///< of the merges among them
     QStringList messages;
-    QStringList unbuilt; ///< kinds that do nothing yet
     RecoveryStore *store = nullptr;
 };
 

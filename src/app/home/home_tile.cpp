@@ -73,20 +73,13 @@ HomeTile::HomeTile(const SessionKindRow &row, QWidget *parent)
     setText(Velmora::tr(row.displayName));
     setToolTip(Velmora::tr(row.summary));
     setAccessibleDescription(toolTip());
-    if (!isBuilt(row)) {
-        m_note = Velmora::tr("Not built yet");
-        setToolTip(toolTip() + u'\n' + Velmora::tr("This session is not part of this version yet."));
-        setAccessibleDescription(toolTip());
-    }
     setAcceptDrops(true);
 }
 
 QSize HomeTile::sizeHint() const
 {
-    const int lines = m_note.isEmpty() ? 1 : 2;
-    const int whole = margin + chipSize + captionGap + lines * fontMetrics().height() + margin;
-    const int widest = std::max(fontMetrics().horizontalAdvance(text()), fontMetrics().horizontalAdvance(m_note));
-    return {widest + 2 * margin, (whole + 1) / 2};
+    const int whole = margin + chipSize + captionGap + fontMetrics().height() + margin;
+    return {fontMetrics().horizontalAdvance(text()) + 2 * margin, (whole + 1) / 2};
 }
 
 void HomeTile::refreshTheme()
@@ -97,7 +90,6 @@ void HomeTile::refreshTheme()
 
 QRect HomeTile::chipRect() const
 {
-    // Beside tiles that have a note, one without it keeps its icon in line with theirs.
     return {(width() - chipSize) / 2, margin, chipSize, chipSize};
 }
 
@@ -107,14 +99,6 @@ void HomeTile::paintTexts(QPainter &painter)
     const QRect caption(margin / 2, top, width() - margin, height() - top);
     painter.drawText(caption, Qt::AlignHCenter | Qt::AlignTop,
                      fontMetrics().elidedText(text(), Qt::ElideRight, caption.width()));
-    paintNote(painter, caption.adjusted(0, fontMetrics().height(), 0, 0), Qt::AlignHCenter);
-}
-
-void HomeTile::paintNote(QPainter &painter, const QRect &bounds, Qt::Alignment alignment)
-{
-    painter.setPen(blended(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.72));
-    painter.drawText(bounds, alignment | Qt::AlignTop,
-                     fontMetrics().elidedText(m_note, Qt::ElideRight, bounds.width()));
 }
 
 void HomeTile::paintEvent(QPaintEvent * /*event*/)
@@ -205,7 +189,7 @@ HomeCard::HomeCard(const SessionKindRow &row, QWidget *parent) : HomeTile(row, p
 
 QSize HomeCard::sizeHint() const
 {
-    const int lines = note().isEmpty() ? 3 : 4;
+    constexpr int lines = 3;
     const int texts = QFontMetrics(titleFont(font())).height() + 4 + lines * fontMetrics().lineSpacing();
     return {280, 2 * margin + std::max(chipSize, texts)};
 }
@@ -226,11 +210,10 @@ void HomeCard::paintTexts(QPainter &painter)
     const QFontMetrics headingMetrics(heading);
     const int left = chipRect().right() + margin + 2;
     const int available = width() - left - margin;
-    const QString summary = accessibleDescription().section(u'\n', 0, 0); // in the language of the title, always
+    const QString summary = accessibleDescription(); // in the language of the title, always
     const QRect summaryBounds =
         fontMetrics().boundingRect(QRect(0, 0, available, height()), Qt::AlignLeft | Qt::TextWordWrap, summary);
-    const int noteHeight = note().isEmpty() ? 0 : fontMetrics().lineSpacing();
-    const int content = headingMetrics.height() + 4 + summaryBounds.height() + noteHeight;
+    const int content = headingMetrics.height() + 4 + summaryBounds.height();
     const int top = std::max((height() - content) / 2, margin / 2);
 
     painter.setFont(heading);
@@ -240,7 +223,6 @@ void HomeCard::paintTexts(QPainter &painter)
     painter.setPen(blended(palette().color(QPalette::WindowText), palette().color(QPalette::Window), 0.72));
     const QRect rest(left, top + headingMetrics.height() + 4, available, height() - top - headingMetrics.height() - 8);
     painter.drawText(rest, Qt::AlignLeft | Qt::TextWordWrap, summary);
-    paintNote(painter, rest.adjusted(0, summaryBounds.height(), 0, 0), Qt::AlignLeft);
 }
 
 } // namespace velmora

@@ -19,9 +19,6 @@ public:
 
     [[nodiscard]] const SessionKindRow &row() const noexcept { return m_row; }
 
-    /// What the tile says of a kind that is not built yet; empty for the others.
-    [[nodiscard]] const QString &note() const noexcept { return m_note; }
-
     /// The height is half of what the tile looks best with: a tile flow makes its tiles twice as high as they prefer.
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -36,8 +33,6 @@ protected:
     /// Where the icon stands.
     [[nodiscard]] virtual QRect chipRect() const;
     virtual void paintTexts(QPainter &painter);
-    /// Paints the note in one line at the top of `bounds`.
-    void paintNote(QPainter &painter, const QRect &bounds, Qt::Alignment alignment);
 
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -53,7 +48,6 @@ private:
 
     const SessionKindRow &m_row;
     HomeTileChip *m_chip;
-    QString m_note;
     QString m_dropNote; ///< shown in place of everything else: what is wrong with the files above the tile
     bool m_dropTarget = false;
 };

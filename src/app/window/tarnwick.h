@@ -62,7 +62,6 @@ public:
     void openSession(const QString &kind, const SessionPaths &paths) override;
     /// The same without an `output`.
     void openMerge(const SessionPaths &paths, const QString &output) override;
-    [[nodiscard]] bool isBuilt(const QString &kind) const override;
     [[nodiscard]] QString kindFor(Purpose purpose) const override;
     [[nodiscard]] KindTest kindTest() const override;
     void showStatus(const QString &message, int milliseconds = 0) override;

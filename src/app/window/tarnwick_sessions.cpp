@@ -211,13 +211,7 @@ QString Tarnwick::kindFor(Purpose purpose) const
 
 SessionHost::KindTest Tarnwick::kindTest() const
 {
-    return [](const Sides<QString> &files) { return builtKindOfPair(files.left, files.right); };
-}
-
-bool Tarnwick::isBuilt(const QString &kind) const
-{
-    const SessionKindRow *known = findSessionKind(kind);
-    return known && velmora::isBuilt(*known);
+    return [](const Sides<QString> &files) { return kindOfPair(files.left, files.right); };
 }
 
 void Tarnwick::restoreRecord(const SessionRecord &record)

@@ -227,10 +227,7 @@ void FolderCompareWidget::fillEntryMenu(QMenu &menu, qint32 node)
             addOpening(Velmora::tr("Synchronise these folders"), SyncFolders);
     } else if (!item.isDir) {
         addOpening(Velmora::tr("Open as text"), CompareTexts);
-        QAction *hex = addOpening(Velmora::tr("Open as hex"), CompareBytes);
-        hex->setEnabled(host().isBuilt(host().kindFor(CompareBytes)));
-        if (!hex->isEnabled())
-            hex->setToolTip(Velmora::tr("This session is not part of this version yet."));
+        addOpening(Velmora::tr("Open as hex"), CompareBytes);
     }
     menu.addSeparator();
     menu.addActions({m_bar->copyToRight, m_bar->copyToLeft, m_bar->copyTo});

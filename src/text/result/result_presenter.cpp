@@ -118,13 +118,10 @@ void ResultPresenter::presentSide(Side side, bool hidesText)
 
 void ResultPresenter::offerBinary(Side side)
 {
-    Notice notice{Velmora::tr("Binary content"), Velmora::tr("This file holds bytes that no text has.")};
-    const QString hex = QStringLiteral("binary");
-    if (m_host.isBuilt(hex)) {
-        notice.text = Velmora::tr("This file holds bytes that no text has. Hex compare shows them one by one.");
-        notice.buttons.push_back(
-            {Velmora::tr("Open in Hex compare"), [this, hex] { m_host.openSession(hex, m_result.paths); }});
-    }
+    Notice notice{Velmora::tr("Binary content"),
+                  Velmora::tr("This file holds bytes that no text has. Hex compare shows them one by one.")};
+    notice.buttons.push_back(
+        {Velmora::tr("Open in Hex compare"), [this] { m_host.openSession(QStringLiteral("binary"), m_result.paths); }});
     notice.buttons.push_back({Velmora::tr("Show as text"), [this] {
                                   m_asText = m_result.paths;
                                   present();
