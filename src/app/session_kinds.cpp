@@ -34,7 +34,7 @@ namespace velmora {
 namespace {
 
 template <typename Widget>
-SessionWidget *make(SessionHost &host, const SessionKindRow & /*row*/, QWidget *parent)
+SessionWidget *make(SessionHost &host, QWidget *parent)
 {
     return new Widget(host, parent);
 }

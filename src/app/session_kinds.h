@@ -26,7 +26,7 @@ enum class LonePath { None, Any, File, Folder };
 ///
 /// Texts are English sources of the "Velmora" context; a null text means that the kind does not appear there.
 struct SessionKindRow {
-    using Factory = SessionWidget *(*)(SessionHost &, const SessionKindRow &, QWidget *parent);
+    using Factory = SessionWidget *(*)(SessionHost &, QWidget *parent);
 
     QLatin1String id;         ///< the session kind identifier
     QLatin1String alias = {}; ///< a second identifier that is understood

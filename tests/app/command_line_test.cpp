@@ -87,7 +87,7 @@ private Q_SLOTS:
         QCOMPARE(withAbsolutePaths(typed, folder).join(u' '),
                  QStringLiteral("velmora --diff /home/me/a --report /home/me/r.html --as-left /home/l --theme dark "
                                 "--report=/home/me/q --as-right /r /home/me/b --lang --unknown"));
-        QCOMPARE(withAbsolutePaths(words("velmora --registry 32:HKLM\\Software hkcu\\a HKCUX"), folder).join(u' '),
+        QCOMPARE(withAbsolutePaths(arguments(word("--registry 32:HKLM\\Software hkcu\\a HKCUX")), folder).join(u' '),
                  word("velmora --registry 32:HKLM\\Software hkcu\\a /home/me/HKCUX"));
     }
 

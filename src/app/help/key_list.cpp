@@ -43,7 +43,7 @@ QList<KeyGroup> collectKeys(const QWidget &menuBar, SessionHost &host)
 {
     QList<KeyGroup> groups{{Velmora::tr("Everywhere"), keysIn(menuBar)}};
     for (const SessionKindRow &kind : sessionKinds()) {
-        const std::unique_ptr<QWidget> session(kind.create(host, kind, nullptr));
+        const std::unique_ptr<QWidget> session(kind.create(host, nullptr));
         const QList<KeyEntry> entries = keysIn(*session);
         if (entries.isEmpty())
             continue;

@@ -218,7 +218,7 @@ void Tarnwick::restoreRecord(const SessionRecord &record)
 {
     const SessionKindRow &row = kindOf(record);
     const QString title = titleOf(record);
-    SessionWidget *session = row.create(*this, row, nullptr);
+    SessionWidget *session = row.create(*this, nullptr);
     m_servesWaiting = false;
     m_tabs->addWaitingSession(session, sessionKindIcon(row.id), title);
     fillSession(session, row, title, record.paths);
@@ -255,7 +255,7 @@ void Tarnwick::openDropped(const SessionKindRow &kind, const QStringList &paths)
 
 SessionWidget *Tarnwick::addSession(const SessionKindRow &kind, const QString &title, const SessionPaths &paths)
 {
-    SessionWidget *session = kind.create(*this, kind, nullptr);
+    SessionWidget *session = kind.create(*this, nullptr);
     if (const auto report = reportOn(paths))
         m_reports.insert(session, report);
     else

@@ -192,7 +192,8 @@ QJsonObject GitCompareWidget::options() const
 {
     QJsonObject options;
     for (const Side side : bothSides) {
-        if (!box(side).isBlank())
+        const bool isAmongPaths = side == Side::Right && box(side).state().kind == GitSide::Kind::Folder;
+        if (!box(side).isBlank() && !isAmongPaths)
             options.insert(side == Side::Left ? leftKey : rightKey, gitSideText(box(side).state()));
     }
     options.insert(partingKey, m_bar->sinceParting->isChecked());

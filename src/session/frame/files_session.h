@@ -72,7 +72,9 @@ void FilesSession::run(Job job, Done done)
 {
     m_runner.start(
         std::move(job),
-        [this, done = std::move(done)](auto &&outcome) { handOver(std::forward<decltype(outcome)>(outcome), *m_status, done); },
+        [this, done = std::move(done)](auto &&outcome) {
+            handOver(std::forward<decltype(outcome)>(outcome), *m_status, done);
+        },
         [this](const ProgressState &state) { reportReading(*m_status, state); });
 }
 
