@@ -191,11 +191,9 @@ void GitCompareWidget::setPaths(const SessionPaths &paths)
 QJsonObject GitCompareWidget::options() const
 {
     QJsonObject options;
-    for (const Side side : bothSides) {
-        const bool isAmongPaths = side == Side::Right && box(side).state().kind == GitSide::Kind::Folder;
-        if (!box(side).isBlank() && !isAmongPaths)
-            options.insert(side == Side::Left ? leftKey : rightKey, gitSideText(box(side).state()));
-    }
+    options.insert(leftKey, gitSideText(request().sides.left)); // what stands for a blank one is shown from the start
+    if (!m_right->isBlank() && m_right->state().kind != GitSide::Kind::Folder) // which is one of the paths
+        options.insert(rightKey, gitSideText(m_right->state()));
     options.insert(partingKey, m_bar->sinceParting->isChecked());
     options.insert(untrackedKey, m_bar->untracked->isChecked());
     options.insert(sameKey, m_bar->showSame->isChecked());
