@@ -11,6 +11,8 @@
 #include <QPushButton>
 #include <QStandardPaths>
 
+#include <utility>
+
 namespace velmora {
 
 namespace {
@@ -43,7 +45,7 @@ QString &usualFolder()
     return folder;
 }
 
-void askForPath(QWidget *parent, const QString &title, const QString &start, const Dialogs::PathAnswer &chosen,
+void askForPath(QWidget *parent, const QString &title, const QString &start, Dialogs::PathAnswer chosen,
                 const std::function<void(QFileDialog &)> &prepare)
 {
     auto *dialog = new QFileDialog(parent, title);
@@ -57,7 +59,7 @@ void askForPath(QWidget *parent, const QString &title, const QString &start, con
     if (!isFolder && !start.isEmpty())
         dialog->selectFile(info.fileName());
     prepare(*dialog);
-    QObject::connect(dialog, &QFileDialog::fileSelected, parent, [chosen](const QString &path) {
+    QObject::connect(dialog, &QFileDialog::fileSelected, parent, [chosen = std::move(chosen)](const QString &path) {
         usualFolder() = QFileInfo(path).absolutePath();
         chosen(path);
     });
@@ -142,7 +144,7 @@ void Dialogs::askYesNo(QWidget *parent, const QString &title, const QString &tex
 void Dialogs::openFile(QWidget *parent, const QString &title, const QString &start, const QString &filter,
                        PathAnswer chosen)
 {
-    askForPath(parent, title, start, chosen, [&filter](QFileDialog &dialog) {
+    askForPath(parent, title, start, std::move(chosen), [&filter](QFileDialog &dialog) {
         dialog.setFileMode(QFileDialog::ExistingFile);
         if (!filter.isEmpty())
             dialog.setNameFilters(filter.split(QStringLiteral(";;")));
@@ -151,7 +153,7 @@ void Dialogs::openFile(QWidget *parent, const QString &title, const QString &sta
 
 void Dialogs::openFolder(QWidget *parent, const QString &title, const QString &start, PathAnswer chosen)
 {
-    askForPath(parent, title, start, chosen, [](QFileDialog &dialog) {
+    askForPath(parent, title, start, std::move(chosen), [](QFileDialog &dialog) {
         dialog.setFileMode(QFileDialog::Directory);
         dialog.setOption(QFileDialog::ShowDirsOnly);
     });
@@ -160,7 +162,7 @@ void Dialogs::openFolder(QWidget *parent, const QString &title, const QString &s
 void Dialogs::saveFile(QWidget *parent, const QString &title, const QString &start, const QString &filter,
                        PathAnswer chosen)
 {
-    askForPath(parent, title, start, chosen, [&filter](QFileDialog &dialog) {
+    askForPath(parent, title, start, std::move(chosen), [&filter](QFileDialog &dialog) {
         dialog.setAcceptMode(QFileDialog::AcceptSave);
         if (!filter.isEmpty())
             dialog.setNameFilters(filter.split(QStringLiteral(";;")));

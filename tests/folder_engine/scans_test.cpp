@@ -86,6 +86,7 @@ private Q_SLOTS:
         }
         QCOMPARE(told, words("copies 2 /closed /secret|digests 2 /closed /secret|files 3 /closed"));
         QCOMPARE(::chmod(nativeName(disk.path(word("left/closed"))).c_str(), 0700), 0);
+        QCOMPARE(::chmod(nativeName(disk.path(word("left/secret"))).c_str(), 0600), 0);
         QCOMPARE(toldOf(disk.left()), words("copies 4|digests 4|files 4"));
     }
 

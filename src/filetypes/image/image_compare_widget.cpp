@@ -217,7 +217,8 @@ void ImageCompareWidget::onCompare()
             return loadImagePair({files.left, files.right}, frame, options, cancel, progress);
         },
         [this, files](auto &&outcome) {
-            handOver(std::move(outcome), *m_status, [&](const ImagePair &pair) { take(pair, files); });
+            handOver(std::forward<decltype(outcome)>(outcome), *m_status,
+                     [&](const ImagePair &pair) { take(pair, files); });
         },
         [this](const ProgressState &state) { m_status->showProgress(state); });
 }

@@ -27,7 +27,9 @@ void SftpCompareWidget::run(const QString &doing, Job job, Done done)
     m_status->showMessage(doing);
     m_runner.start(
         std::move(job),
-        [this, done = std::move(done)](auto &&outcome) { handOver(std::move(outcome), *m_status, done); },
+        [this, done = std::move(done)](auto &&outcome) {
+            handOver(std::forward<decltype(outcome)>(outcome), *m_status, done);
+        },
         [this, doing](const ProgressState &state) {
             // How long the host takes nobody knows.
             const bool isCounted = state.phase > 0;

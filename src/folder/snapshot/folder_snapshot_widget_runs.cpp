@@ -23,7 +23,8 @@ void FolderSnapshotWidget::run(Job job, Done done)
     m_runner.start(
         std::move(job),
         [this, done = std::move(done)](auto &&outcome) {
-            handOver(std::move(outcome), *m_status, Velmora::tr("Not enough memory for these snapshots"), done);
+            handOver(std::forward<decltype(outcome)>(outcome), *m_status,
+                     Velmora::tr("Not enough memory for these snapshots"), done);
         },
         [this](const ProgressState &state) { m_status->showProgress(state, progressText(state)); });
 }

@@ -103,7 +103,9 @@ void FieldsSession::run(Job job, Done done)
 {
     m_runner.start(
         std::move(job),
-        [this, done = std::move(done)](auto &&outcome) { handOver(std::move(outcome), *m_status, done); },
+        [this, done = std::move(done)](auto &&outcome) {
+            handOver(std::forward<decltype(outcome)>(outcome), *m_status, done);
+        },
         [this](const ProgressState &state) { reportReading(*m_status, state); });
 }
 
