@@ -9648,8 +9648,8 @@ Save them?</source>
         <translation>%1 中损坏或被截断的部分：%2。</translation>
     </message>
     <message>
-        <source>Music (*.mp3 *.flac *.ogg *.oga *.opus *.spx *.m4a *.m4b *.mp4)</source>
-        <translation>音乐 (*.mp3 *.flac *.ogg *.oga *.opus *.spx *.m4a *.m4b *.mp4)</translation>
+        <source>Music (*.mp3 *.flac *.ogg *.oga *.opus *.spx *.m4a *.m4b *.mp4 *.wav *.aif *.aiff *.aifc)</source>
+        <translation>音乐 (*.mp3 *.flac *.ogg *.oga *.opus *.spx *.m4a *.m4b *.mp4 *.wav *.aif *.aiff *.aifc)</translation>
     </message>
     <message>
         <source>Left music file...</source>
@@ -9922,6 +9922,14 @@ Save them?</source>
     <message>
         <source>Contradiction: %1</source>
         <translation>矛盾：%1</translation>
+    </message>
+    <message>
+        <source>Tag: %1</source>
+        <translation>标签：%1</translation>
+    </message>
+    <message>
+        <source>%1 on the left, %2 on the right</source>
+        <translation>左侧 %1，右侧 %2</translation>
     </message>
     <message>
         <source>Tags of one file that say different things</source>

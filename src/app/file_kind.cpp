@@ -64,6 +64,10 @@ bool isMusic(std::string_view head)
         return head[3] >= 2 && head[3] <= 4 && head[4] == 0;
     if (head.substr(0, 5) == "fLaC\0"sv || head.substr(0, 5) == "OggS\0"sv)
         return true;
+    const std::string_view form = head.substr(8, 4);
+    if ((head.substr(0, 4) == "RIFF"sv && form == "WAVE"sv) ||
+        (head.substr(0, 4) == "FORM"sv && (form == "AIFF"sv || form == "AIFC"sv)))
+        return true;
     if (head.substr(4, 7) == "ftypM4A"sv || head.substr(4, 7) == "ftypM4B"sv)
         return true;
     // A frame of MPEG layer 3 with a bit rate and a sample rate: no mark of UTF-16 looks like that.

@@ -10,7 +10,8 @@ namespace {
 
 constexpr const char *mp3Details =
     "Compare the tags of two pieces of music, what they say of their sound, and the sound itself byte for byte:\n"
-    "MP3 with ID3v1, ID3v2 and APE, FLAC, Ogg (Vorbis, Opus, FLAC, Speex) and MP4 (M4A), told by their contents.\n"
+    "MP3 with ID3v1, ID3v2 and APE, FLAC, Ogg (Vorbis, Opus, FLAC, Speex), MP4 (M4A), WAV and AIFF, told by their "
+    "contents.\n"
     "The exit status is 0 only for the same bytes.\n";
 
 constexpr std::array formats{

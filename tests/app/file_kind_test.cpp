@@ -41,6 +41,7 @@ private Q_SLOTS:
               {"BZ.txt", "BZhelp is a text\n", "text"},
               {"song", QByteArray("ID3\3\0\0\0\0\0\0\0\0", 12), "mp3"},
               {"song.txt", "ID3 is a text about music", "text"},
+              {"song", "RIFF\x10\x10\x10\x10WAVEfmt ", "mp3"},
               {"song", "\xff\xfb\x90\x64 and so on...", "mp3"},
               {"marked",
                QByteArray("\xff\xfe"

@@ -1,7 +1,9 @@
 #include "core/child_process.h"
 #include "filetypes/mp3/engine/common_fields.h"
+#include "filetypes/mp3/engine/field_meaning.h"
 #include "filetypes/mp3/engine/song_compare.h"
 #include "filetypes/mp3/engine/song_edit.h"
+#include "filetypes/mp3/engine/tag_conversion.h"
 #include "support/files.h"
 #include "support/made_music.h"
 #include "support/test_main.h"
@@ -108,6 +110,12 @@ private Q_SLOTS:
         row("flac", madeFlac("TITLE=a"), madeFlac("TITLE=longer"), SongVerdict::SameSound);
         row("flac otherwise", madeFlac("TITLE=a"), madeFlac("TITLE=a", "\xff\xf8 other"), SongVerdict::SameSamples);
         row("flac other", madeFlac("TITLE=a"), madeFlac("TITLE=b", "\xff\xf8 other", 'n'), SongVerdict::Different);
+        const QByteArray info = "LIST" + littleNumber(16) + "INFOINAM" + littleNumber(4) + "One" + QByteArray(1, '\0');
+        row("wav", madeWave(QByteArray(400, 'a')), madeWave(QByteArray(400, 'a'), info), SongVerdict::SameSound);
+        row("wav other", madeWave(QByteArray(400, 'a')), madeWave(QByteArray(400, 'b')), SongVerdict::Different);
+        row("aiff and wav", madeAiff("abcdabcd"), madeWave("badcbadc"), SongVerdict::SameSamples);
+        row("aiff other", madeAiff(QByteArray(400, 'a')), madeAiff(QByteArray(400, 'b')), SongVerdict::Different);
+        row("tags of two systems", id3v2(4, id3Text("TIT2", "a")) + sound, madeFlac("TITLE=a"), SongVerdict::SameTags);
         row("ogg", oggVorbis("a", 1), oggVorbis("b", 3), SongVerdict::SameSound);
         row("mp4 moved", madeMp4(), madeMp4("longer"), SongVerdict::SameContents);
         row("mp4 points elsewhere", madeMp4(), madeMp4({}, 1), SongVerdict::Different);
@@ -214,7 +222,8 @@ private Q_SLOTS:
         // Cut off anywhere, a file is read as far as it goes or has a fault.
         const QByteArray all =
             id3v2(4, id3Text("TIT2", "a") + picture("abc")) + sound + apeTag("a", "b") + id3v1("a", "b");
-        for (const QByteArray &whole : {all, madeFlac("TITLE=a"), oggVorbis("a", 2), madeMp4()}) {
+        for (const QByteArray &whole :
+             {all, madeFlac("TITLE=a"), oggVorbis("a", 2), madeMp4(), madeWave("abcd"), madeAiff("abcd")}) {
             for (qsizetype length = 0; length < whole.size(); length += 1 + whole.size() / 200) {
                 const SongReading cut = reading(whole.first(length));
                 QVERIFY(cut.ok() || cut.song.tags.fields.isEmpty());
@@ -253,6 +262,59 @@ private Q_SLOTS:
         QCOMPARE(judgeSongs(loadSong(path).song, source) == SongVerdict::SameContents, true);
     }
 
+    void convertsBetweenSystems_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("first");
+        QTest::newRow("flac") << madeFlac("TITLE=x") << word("TITLE");
+        QTest::newRow("mp4") << madeMp4() << QStringLiteral("\u00a9nam");
+        QTest::newRow("mp3") << madeSound() << word("TIT2");
+        QTest::newRow("wav") << madeWave("abcd") << word("TIT2");
+        QTest::newRow("aiff") << madeAiff("abcd") << word("TIT2");
+    }
+
+    void convertsBetweenSystems()
+    {
+        QFETCH(QByteArray, file);
+        const Song source =
+            song(id3v2(4, id3Text("TIT2", "\xd6\xd0") + id3Text("TRCK", "3/12") + id3Text("TCON", "17") +
+                              id3Text("TDRC", "2004-05") + id3Text("TBPM", "120") +
+                              id3Text("TPE1", QByteArray("One\0Two", 7)) + id3Text("TSSE", "LAME") +
+                              id3Frame("TXXX", QByteArray("\0MOOD\0calm", 10)) +
+                              id3Frame("COMM", QByteArray("\0eng\0said", 9)) +
+                              id3Frame("USLT", QByteArray("\0eng\0la\nla", 10)) + picture("\x89PNG1")) +
+                 madeSound());
+        QTemporaryDir folder;
+        const QString path = folder.filePath(word("a"));
+        QVERIFY(makeFile(path, file));
+        const Song read = loadSong(path).song;
+        const SongGroup system = mainSystem(read.format);
+        const SystemTags from{source.tags, SongGroup::Id3v2};
+        const SongTags all = withAllConverted(from, {read.tags, system}, word("GBK"));
+        QVERIFY(saveTags(path, read, all, Loss::Refused).ok());
+        const Song saved = loadSong(path).song;
+        QCOMPARE(saved.soundHash, read.soundHash);
+        QVERIFY(areSame(saved.tags, all));
+        QCOMPARE(saved.tags.fields.first().group, system);
+        QStringList said;
+        for (const SongField &field : commonFields(saved.tags, system, {}))
+            said.append(field.key + u'=' + field.value.section(u',', 0, 0));
+        said.sort();
+        QStringList expected{word("artist=One\nTwo"), word("comment=said"),           word("genre=Rock"),
+                             word("lyrics=la\nla"),   word("picture=image/png"),      word("tempo=120"),
+                             word("text=calm"),       QStringLiteral("title=\u4e2d"), word("track=3/12"),
+                             word("year=2004-05")};
+        QCOMPARE(said, expected);
+        // One by one it is the same; the other way, what the source does not have goes.
+        SongTags single = read.tags;
+        for (const SongField &thing : commonFields(source.tags, SongGroup::Id3v2, {}))
+            single = withConverted(from, {single, system}, thing, word("GBK"));
+        QCOMPARE(commonFields(single, system, {}).size(), expected.size() + 1); // with the encoder
+        QFETCH(QString, first);
+        const SongTags none = withConverted({{}, SongGroup::Vorbis}, {all, system}, {system, first}, {});
+        QCOMPARE(none.fields.size(), all.fields.size() - 1);
+    }
+
     void leavesTheFileWhereSavingFails()
     {
         QTemporaryDir folder;
@@ -285,7 +347,7 @@ private Q_SLOTS:
         QTest::newRow("flac") << QStringList{word("flac"), word("-s"),        word("-f"),
                                              word("-T"),   word("TITLE=One"), word("-o")}
                               << word("a.flac");
-        for (const char *name : {"a.m4a", "a.opus", "a.ogg", "b.mp3"})
+        for (const char *name : {"a.m4a", "a.opus", "a.ogg", "b.mp3", "b.wav"})
             QTest::newRow(name) << QStringList{word("ffmpeg"),    word("-v"),        word("error"),
                                                word("-metadata"), word("title=One"), word("-y")}
                                 << QString::fromLatin1(name);
@@ -318,6 +380,7 @@ private Q_SLOTS:
         const Song read = loadSong(path).song;
         QVERIFY2(std::abs(read.milliseconds - 1000) < 60, qPrintable(QString::number(read.milliseconds)));
         QVERIFY(read.damagedPlaces == 0 && !read.isCutOff);
+        QCOMPARE(judgeSongs(loadSong(wave).song, read) == SongVerdict::SameSamples, name == word("a.flac"));
         const auto title = std::find_if(read.tags.fields.begin(), read.tags.fields.end(), [](const SongField &field) {
             return commonField(field.group, field.key) == CommonField::Title;
         });

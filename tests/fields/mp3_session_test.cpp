@@ -143,6 +143,38 @@ private Q_SLOTS:
         QCOMPARE(contentsOf(music.left), before + "x");
         QVERIFY(music.session.hasUnsavedChanges());
     }
+
+    void copiesBetweenFormats()
+    {
+        Music music;
+        music.right = music.folder.filePath(word("right.flac"));
+        QVERIFY(makeFile(music.right, madeFlac("TITLE=Flac")));
+        QVERIFY(music.compare());
+        music.session.setOptions({{word("oldText"), word("GB18030")}});
+        KeyedRow row = music.row("Tag: Title");
+        QCOMPARE(row.left + u' ' + row.right, QStringLiteral("\u4e2d Flac"));
+        QCOMPARE(row.note, word("ID3v2 on the left, Vorbis on the right"));
+        music.session.setEditingEnabled(true);
+        music.select("Tag: Title");
+        music.action("copyToRightAction").trigger();
+        QCOMPARE(music.row("Tag: Title").right, QStringLiteral("\u4e2d"));
+        music.select("Tag: Picture (Front cover)");
+        music.action("copyToRightAction").trigger();
+        QCOMPARE(music.label("pictureDifference"), word("The same picture in both"));
+        music.action("saveAction").trigger();
+        QTRY_VERIFY(!music.session.hasUnsavedChanges());
+        QVERIFY(music.compare());
+        QCOMPARE(music.row("Tag: Title").status, PairStatus::Same);
+        QCOMPARE(music.row("Tag: Picture (Front cover)").status, PairStatus::Same);
+        // What has a tag of its own for the other side, and what has not.
+        music.select("ID3v1: Title");
+        music.action("copyToRightAction").trigger();
+        QCOMPARE(music.row("Tag: Title").right, word("Other"));
+        music.select("Tag: Title");
+        music.action("copyToLeftAction").trigger();
+        QCOMPARE(music.row("Tag: Title").left, word("Other"));
+        QVERIFY(!music.label("verdictBarText").contains(word("contradict")));
+    }
 };
 
 VELMORA_TEST(Mp3SessionTest)

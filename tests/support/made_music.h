@@ -113,6 +113,25 @@ inline QByteArray madeMp4(const QByteArray &padding = {}, int offsetError = 0)
     return brand + movie(before + quint32(offsetError)) + mp4Box("mdat", "the sound");
 }
 
+/// A WAV file of 16 bits in stereo at 44,100 Hz; `more`: chunks behind its samples.
+inline QByteArray madeWave(const QByteArray &samples, const QByteArray &more = {})
+{
+    const QByteArray chunks = "WAVEfmt " + littleNumber(16) + QByteArray("\1\0\2\0", 4) + littleNumber(44100) +
+                              littleNumber(176400) + QByteArray("\4\0\x10\0", 4) + "data" +
+                              littleNumber(quint32(samples.size())) + samples + more;
+    return "RIFF" + littleNumber(quint32(chunks.size())) + chunks;
+}
+
+/// An AIFF file of 16 bits in stereo at 44,100 Hz.
+inline QByteArray madeAiff(const QByteArray &samples)
+{
+    const QByteArray chunks = "AIFFCOMM" + bigNumber(18) + QByteArray("\0\2", 2) +
+                              bigNumber(quint32(samples.size() / 4)) +
+                              QByteArray("\0\x10\x40\x0e\xac\x44\0\0\0\0\0\0", 12) + "SSND" +
+                              bigNumber(quint32(samples.size() + 8)) + QByteArray(8, '\0') + samples;
+    return "FORM" + bigNumber(quint32(chunks.size())) + chunks;
+}
+
 /// A page of Ogg with one packet of fewer than 255 bytes, or the first or last part of one.
 inline QByteArray oggPage(quint32 number, const QByteArray &packet)
 {

@@ -25,8 +25,9 @@ constexpr QLatin1String oldTextKey("oldText");
 
 Sides<PairInputs::Field> fields()
 {
-    const QString filter = Velmora::tr("Music (*.mp3 *.flac *.ogg *.oga *.opus *.spx *.m4a *.m4b *.mp4)") +
-                           QStringLiteral(";;") + Velmora::tr("All files (*.*)");
+    const QString filter =
+        Velmora::tr("Music (*.mp3 *.flac *.ogg *.oga *.opus *.spx *.m4a *.m4b *.mp4 *.wav *.aif *.aiff *.aifc)") +
+        QStringLiteral(";;") + Velmora::tr("All files (*.*)");
     return {{Velmora::tr("Left music file..."), Velmora::tr("Select left file"), filter},
             {Velmora::tr("Right music file..."), Velmora::tr("Select right file"), filter}};
 }
@@ -248,8 +249,11 @@ QList<SongField> Mp3CompareWidget::selectedThings()
     QList<SongField> things;
     for (const int row : list().view().selectedRows()) {
         const qsizetype number = m_numbers.value(rows().rowAt(row).key, -1);
-        if (number >= 0 && isTag(m_rows[number].field.group))
-            things.append(m_rows[number].field);
+        if (number < 0)
+            continue;
+        const SongField &field = m_rows[number].field;
+        if (isTag(field.group) || field.group == SongGroup::Common)
+            things.append(field);
     }
     return things;
 }
@@ -267,12 +271,12 @@ void Mp3CompareWidget::tellChange(bool hasChanged, Side to)
 
 void Mp3CompareWidget::copy(Side to)
 {
-    tellChange(m_edits.copy(to, selectedThings()), to);
+    tellChange(m_edits.copy(to, selectedThings(), charset()), to);
 }
 
 void Mp3CompareWidget::copyAll(Side to)
 {
-    tellChange(m_edits.copyAll(to), to);
+    tellChange(m_edits.copyAll(to, charset()), to);
 }
 
 bool Mp3CompareWidget::canEdit(EditCommand command) const

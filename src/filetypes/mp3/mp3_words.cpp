@@ -91,6 +91,17 @@ QString tagText(const SongField &field)
     return item.isEmpty() ? name : Velmora::tr("%1 (%2)").arg(name, item);
 }
 
+/// The name of what both files say in different systems.
+QString sharedText(const SongField &field)
+{
+    const CommonField common = commonFieldNamed(field.key);
+    if (common == CommonField::None)
+        return field.item;
+    return common == CommonField::Picture
+               ? Velmora::tr("%1 (%2)").arg(commonText(common), pictureKindText(field.item.toInt()))
+               : commonText(common);
+}
+
 QString timeText(qint64 milliseconds)
 {
     constexpr qint64 second = 1000;
@@ -143,15 +154,6 @@ QString lostText(const QList<SongField> &lost)
     return names.join(Velmora::tr(", "));
 }
 
-CommonField commonByName(const QString &name)
-{
-    for (int k = 0; k < commonFieldCount; ++k) {
-        if (name == QLatin1String(commonName(CommonField(k))))
-            return CommonField(k);
-    }
-    return CommonField::None;
-}
-
 } // namespace
 
 QString pictureKindText(int kind)
@@ -181,13 +183,19 @@ QString fieldText(const SongField &field)
 {
     if (isTag(field.group))
         return QStringLiteral("%1: %2").arg(systemName(field.group), visibleName(tagText(field)));
+    if (field.group == SongGroup::Common)
+        return Velmora::tr("Tag: %1").arg(visibleName(sharedText(field)));
     if (field.group == SongGroup::Contradiction)
-        return Velmora::tr("Contradiction: %1").arg(commonText(commonByName(field.key)));
+        return Velmora::tr("Contradiction: %1").arg(commonText(commonFieldNamed(field.key)));
     return wordFor(field.key, factWords);
 }
 
-QString placeText(const SongField &field)
+QString placeText(const SongRow &row)
 {
+    const SongField &field = row.field;
+    if (field.group == SongGroup::Common)
+        return Velmora::tr("%1 on the left, %2 on the right")
+            .arg(systemName(row.systems.left), systemName(row.systems.right));
     if (isTag(field.group))
         return QStringLiteral("%1, %2").arg(systemName(field.group), visibleName(field.key));
     if (field.group == SongGroup::Contradiction)
@@ -199,8 +207,8 @@ QString valueText(const SongRow &row, Side side)
 {
     if (row.pictures[side])
         return pictureText(*row.pictures[side], row.values[side]);
-    return isTag(row.field.group) || row.values[side].isEmpty() ? row.values[side]
-                                                                : factText(row.field, row.values[side]);
+    const bool isFact = row.field.group == SongGroup::Sound || row.field.group == SongGroup::File;
+    return isFact && !row.values[side].isEmpty() ? factText(row.field, row.values[side]) : row.values[side];
 }
 
 QString verdictText(SongVerdict verdict)
@@ -227,7 +235,7 @@ QStringList remarkTexts(const Song &song, const QString &path, const QString &ch
     QStringList remarks;
     QStringList fields;
     for (const SongField &field : contradictions(song.tags, charset))
-        fields.append(commonText(commonByName(field.key)));
+        fields.append(commonText(commonFieldNamed(field.key)));
     if (!fields.isEmpty())
         remarks.append(Velmora::tr("The tags of %1 contradict each other: %2.")
                            .arg(shownPath(path), fields.join(Velmora::tr(", "))));

@@ -9,7 +9,7 @@ namespace velmora {
 [[nodiscard]] QString fieldText(const SongField &field);
 
 /// Where a field stands, with the name that the format has for it: "ID3v2, TIT2".
-[[nodiscard]] QString placeText(const SongField &field);
+[[nodiscard]] QString placeText(const SongRow &row);
 
 /// The value of a side as people read it: times, sizes and pictures in words.
 [[nodiscard]] QString valueText(const SongRow &row, Side side);

@@ -10,8 +10,7 @@ SongRows::SongRows(QList<SongRow> rows) : RowSource(Velmora::tr("Property")), m_
 KeyedRow SongRows::row(qsizetype number) const
 {
     const SongRow &row = m_rows[number];
-    return {fieldText(row.field), row.status, valueText(row, Side::Left), valueText(row, Side::Right),
-            placeText(row.field)};
+    return {fieldText(row.field), row.status, valueText(row, Side::Left), valueText(row, Side::Right), placeText(row)};
 }
 
 } // namespace velmora

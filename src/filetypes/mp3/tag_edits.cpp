@@ -1,5 +1,7 @@
 #include "filetypes/mp3/tag_edits.h"
 
+#include "filetypes/mp3/engine/field_meaning.h"
+
 namespace velmora {
 
 void TagEdits::begin(const Sides<Song> &songs)
@@ -30,19 +32,29 @@ bool TagEdits::change(Side side, const SongTags &tags)
     return true;
 }
 
-bool TagEdits::copy(Side to, const QList<SongField> &things)
+bool TagEdits::copy(Side to, const QList<SongField> &things, const QString &charset)
 {
+    const Side from = otherSide(to);
+    const SoundFormat format = m_songs[to].format;
     SongTags tags = m_tags[to];
     for (const SongField &thing : things) {
-        if (canHold(m_songs[to].format, thing.group))
-            tags = withCopied(m_tags[otherSide(to)], tags, thing);
+        const SongGroup system =
+            thing.group == SongGroup::Common ? usedSystem(m_tags[from], m_songs[from].format) : thing.group;
+        tags = canHold(format, thing.group)
+                   ? withCopied(m_tags[from], tags, thing)
+                   : withConverted({m_tags[from], system}, {tags, mainSystem(format)}, thing, charset);
     }
     return change(to, tags);
 }
 
-bool TagEdits::copyAll(Side to)
+bool TagEdits::copyAll(Side to, const QString &charset)
 {
-    return change(to, withAllCopied(m_tags[otherSide(to)], m_tags[to], m_songs[to].format));
+    const Side from = otherSide(to);
+    const SoundFormat format = m_songs[to].format;
+    const SongGroup system = usedSystem(m_tags[from], m_songs[from].format);
+    return change(to, canHold(format, system)
+                          ? withAllCopied(m_tags[from], m_tags[to], format)
+                          : withAllConverted({m_tags[from], system}, {m_tags[to], mainSystem(format)}, charset));
 }
 
 void TagEdits::undo()

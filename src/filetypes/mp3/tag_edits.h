@@ -3,6 +3,7 @@
 #include "core/sides.h"
 #include "filetypes/mp3/engine/song_compare.h"
 #include "filetypes/mp3/engine/song_edit.h"
+#include "filetypes/mp3/engine/tag_conversion.h"
 
 #include <QList>
 
@@ -22,9 +23,10 @@ public:
     [[nodiscard]] bool isModified(Side side) const { return !areSame(m_songs[side].tags, m_tags[side]); }
     [[nodiscard]] bool isModified() const { return isModified(Side::Left) || isModified(Side::Right); }
 
-    /// Makes things of one side like those of the other, in one step. False when that changes nothing.
-    bool copy(Side to, const QList<SongField> &things);
-    bool copyAll(Side to);
+    /// Makes things of one side like those of the other, in one step; what its format has not, in the way that it has.
+    /// False when that changes nothing. `charset` as in `valueIn`.
+    bool copy(Side to, const QList<SongField> &things, const QString &charset);
+    bool copyAll(Side to, const QString &charset);
 
     [[nodiscard]] bool canUndo() const { return !m_undo.isEmpty(); }
     [[nodiscard]] bool canRedo() const { return !m_redo.isEmpty(); }

@@ -1,7 +1,11 @@
 #include "filetypes/mp3/engine/common_fields.h"
 
+#include "filetypes/mp3/engine/tag_payload.h"
+
 #include <algorithm>
 #include <array>
+
+#include <id3v1genres.h>
 
 namespace velmora {
 
@@ -14,27 +18,28 @@ struct Names {
     const char *ape; ///< in capitals
     const char *vorbis;
     const char *mp4;
+    const char *info;
 };
 
 /// In the order of `CommonField`.
 constexpr std::array<Names, commonFieldCount> commonNames{{
-    {"title", "TIT2", "title", "TITLE", "TITLE", "\u00a9nam"},
-    {"artist", "TPE1", "artist", "ARTIST", "ARTIST", "\u00a9ART"},
-    {"album", "TALB", "album", "ALBUM", "ALBUM", "\u00a9alb"},
-    {"albumArtist", "TPE2", nullptr, "ALBUM ARTIST", "ALBUMARTIST", "aART"},
-    {"year", "TDRC", "year", "YEAR", "DATE", "\u00a9day"},
-    {"track", "TRCK", "track", "TRACK", "TRACKNUMBER", "trkn"},
-    {"disc", "TPOS", nullptr, "DISC", "DISCNUMBER", "disk"},
-    {"genre", "TCON", "genre", "GENRE", "GENRE", "\u00a9gen"},
-    {"composer", "TCOM", nullptr, "COMPOSER", "COMPOSER", "\u00a9wrt"},
-    {"comment", "COMM", "comment", "COMMENT", "COMMENT", "\u00a9cmt"},
-    {"lyrics", "USLT", nullptr, "LYRICS", "LYRICS", "\u00a9lyr"},
-    {"copyright", "TCOP", nullptr, "COPYRIGHT", "COPYRIGHT", "cprt"},
-    {"publisher", "TPUB", nullptr, "PUBLISHER", "ORGANIZATION", nullptr},
-    {"encoder", "TSSE", nullptr, "ENCODER", "ENCODER", "\u00a9too"},
-    {"tempo", "TBPM", nullptr, "BPM", "BPM", "tmpo"},
-    {"compilation", "TCMP", nullptr, "COMPILATION", "COMPILATION", "cpil"},
-    {"picture", "APIC", nullptr, "COVER ART (FRONT)", "PICTURE", "covr"},
+    {"title", "TIT2", "title", "TITLE", "TITLE", "\u00a9nam", "INAM"},
+    {"artist", "TPE1", "artist", "ARTIST", "ARTIST", "\u00a9ART", "IART"},
+    {"album", "TALB", "album", "ALBUM", "ALBUM", "\u00a9alb", "IPRD"},
+    {"albumArtist", "TPE2", nullptr, "ALBUM ARTIST", "ALBUMARTIST", "aART", nullptr},
+    {"year", "TDRC", "year", "YEAR", "DATE", "\u00a9day", "ICRD"},
+    {"track", "TRCK", "track", "TRACK", "TRACKNUMBER", "trkn", "IPRT"},
+    {"disc", "TPOS", nullptr, "DISC", "DISCNUMBER", "disk", nullptr},
+    {"genre", "TCON", "genre", "GENRE", "GENRE", "\u00a9gen", "IGNR"},
+    {"composer", "TCOM", nullptr, "COMPOSER", "COMPOSER", "\u00a9wrt", "IMUS"},
+    {"comment", "COMM", "comment", "COMMENT", "COMMENT", "\u00a9cmt", "ICMT"},
+    {"lyrics", "USLT", nullptr, "LYRICS", "LYRICS", "\u00a9lyr", nullptr},
+    {"copyright", "TCOP", nullptr, "COPYRIGHT", "COPYRIGHT", "cprt", "ICOP"},
+    {"publisher", "TPUB", nullptr, "PUBLISHER", "ORGANIZATION", nullptr, nullptr},
+    {"encoder", "TSSE", nullptr, "ENCODER", "ENCODER", "\u00a9too", "ISFT"},
+    {"tempo", "TBPM", nullptr, "BPM", "BPM", "tmpo", nullptr},
+    {"compilation", "TCMP", nullptr, "COMPILATION", "COMPILATION", "cpil", nullptr},
+    {"picture", "APIC", nullptr, "COVER ART (FRONT)", "PICTURE", "covr", nullptr},
 }};
 
 const char *nameIn(SongGroup group, const Names &names)
@@ -50,6 +55,8 @@ const char *nameIn(SongGroup group, const Names &names)
         return names.vorbis;
     case SongGroup::Mp4:
         return names.mp4;
+    case SongGroup::Info:
+        return names.info;
     default:
         return nullptr;
     }
@@ -63,6 +70,8 @@ QString essenceOf(CommonField field, const QString &value)
         return value.left(yearLength);
     if (field == CommonField::Track)
         return QString::number(value.section(u'/', 0, 0).trimmed().toInt());
+    if (field == CommonField::Genre)
+        return genreText(value);
     return value.trimmed();
 }
 
@@ -122,6 +131,29 @@ const char *commonName(CommonField field)
     return field == CommonField::None ? "" : commonNames[std::size_t(field)].name;
 }
 
+CommonField commonFieldNamed(const QString &name)
+{
+    for (int k = 0; k < commonFieldCount; ++k) {
+        if (name == QLatin1String(commonNames[std::size_t(k)].name))
+            return CommonField(k);
+    }
+    return CommonField::None;
+}
+
+QString commonKey(SongGroup group, CommonField field)
+{
+    const char *name = field == CommonField::None ? nullptr : nameIn(group, commonNames[std::size_t(field)]);
+    return QString::fromUtf8(name);
+}
+
+QString genreText(const QString &value)
+{
+    bool isNumber = false;
+    const int number = value.trimmed().toInt(&isNumber);
+    const QString name = isNumber ? textOf(TagLib::ID3v1::genre(number)) : QString();
+    return name.isEmpty() ? value.trimmed() : name;
+}
+
 CommonField commonField(SongGroup group, const QString &key)
 {
     const QString name = group == SongGroup::Ape || group == SongGroup::Vorbis ? key.toUpper() : key;
@@ -146,6 +178,8 @@ QString systemName(SongGroup group)
         return QStringLiteral("Vorbis");
     case SongGroup::Mp4:
         return QStringLiteral("MP4");
+    case SongGroup::Info:
+        return QStringLiteral("INFO");
     default:
         return {};
     }

@@ -33,6 +33,15 @@ inline constexpr int commonFieldCount = int(CommonField::None);
 /// "title" and so on: the name in the output of programs, which stays.
 [[nodiscard]] const char *commonName(CommonField field);
 
+/// The other way; `None` for any other name.
+[[nodiscard]] CommonField commonFieldNamed(const QString &name);
+
+/// The key that a tag system has for it; empty where it has none.
+[[nodiscard]] QString commonKey(SongGroup group, CommonField field);
+
+/// A genre by its name where it is given by its number in ID3v1's list.
+[[nodiscard]] QString genreText(const QString &value);
+
 /// What a field of a tag means.
 [[nodiscard]] CommonField commonField(SongGroup group, const QString &key);
 

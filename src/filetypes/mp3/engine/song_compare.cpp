@@ -1,9 +1,11 @@
 #include "filetypes/mp3/engine/song_compare.h"
 
 #include "filetypes/mp3/engine/common_fields.h"
+#include "filetypes/mp3/engine/field_meaning.h"
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <vector>
 
 namespace velmora {
@@ -19,6 +21,8 @@ int rankOf(const SongField &field)
         factKey::id3v2Version, factKey::fileSize,       factKey::fileHash};
     if (isTag(field.group))
         return int(commonField(field.group, field.key));
+    if (field.group == SongGroup::Common)
+        return int(commonFieldNamed(field.key));
     const auto found = std::find_if(factOrder.begin(), factOrder.end(),
                                     [&](const char *key) { return field.key == QLatin1String(key); });
     return int(found - factOrder.begin());
@@ -58,9 +62,34 @@ std::vector<Placed> placed(const QList<SongField> &fields)
     return all;
 }
 
-QList<SongField> allFields(const Song &song, const QString &charset)
+/// The fields that only the systems of one side have; of another system what both can say comes as `Common`.
+QList<SongField> allFields(const Song &song, SoundFormat other, const QString &charset)
 {
-    return song.facts + contradictions(song.tags, charset) + song.tags.fields;
+    QList<SongField> fields = song.facts + contradictions(song.tags, charset);
+    if (mainSystem(song.format) == mainSystem(other))
+        return fields + song.tags.fields;
+    const SongGroup system = usedSystem(song.tags, song.format);
+    fields += commonFields(song.tags, system, charset);
+    std::copy_if(song.tags.fields.begin(), song.tags.fields.end(), std::back_inserter(fields),
+                 [&](const SongField &field) { return field.group != system || !meaningOf(field); });
+    return fields;
+}
+
+/// Whether files with different tag systems say the same of all that both can say, and nothing else.
+bool saySame(const Song &left, const Song &right)
+{
+    Sides<QList<SongField>> fields;
+    for (const Side side : bothSides) {
+        const Song &song = side == Side::Left ? left : right;
+        const SongGroup system = usedSystem(song.tags, song.format);
+        fields[side] = commonFields(song.tags, system, {});
+        std::copy_if(song.tags.fields.begin(), song.tags.fields.end(), std::back_inserter(fields[side]),
+                     [&](const SongField &field) { return field.group == system && !meaningOf(field); });
+        fields[side].removeIf([](const SongField &field) {
+            return field.group == SongGroup::Common && commonFieldNamed(field.key) == CommonField::Encoder;
+        });
+    }
+    return areSame({fields.left, {}}, {fields.right, {}});
 }
 
 SongRow rowOf(const SongField *left, const SongField *right, const QString &charset)
@@ -104,18 +133,19 @@ SongVerdict judgeSongs(const Song &left, const Song &right)
 {
     if (left.fileHash == right.fileHash)
         return SongVerdict::SameFile;
-    const bool haveSameTags = areSame(left.tags, right.tags);
+    const bool haveSameTags =
+        mainSystem(left.format) == mainSystem(right.format) ? areSame(left.tags, right.tags) : saySame(left, right);
     if (left.soundHash == right.soundHash)
         return haveSameTags ? SongVerdict::SameContents : SongVerdict::SameSound;
-    if (!left.storedHash.isEmpty() && left.storedHash == right.storedHash)
+    if (!left.samplesHash.isEmpty() && left.samplesHash == right.samplesHash)
         return SongVerdict::SameSamples;
     return haveSameTags && !left.tags.fields.isEmpty() ? SongVerdict::SameTags : SongVerdict::Different;
 }
 
 QList<SongRow> compareSongs(const Song &left, const Song &right, const QString &charset)
 {
-    const QList<SongField> leftFields = allFields(left, charset);
-    const QList<SongField> rightFields = allFields(right, charset);
+    const QList<SongField> leftFields = allFields(left, right.format, charset);
+    const QList<SongField> rightFields = allFields(right, left.format, charset);
     const std::vector<Placed> lefts = placed(leftFields);
     const std::vector<Placed> rights = placed(rightFields);
     QList<SongRow> rows;
@@ -124,6 +154,8 @@ QList<SongRow> compareSongs(const Song &left, const Song &right, const QString &
     while (l != lefts.end() || r != rights.end()) {
         const int sign = l == lefts.end() ? 1 : r == rights.end() ? -1 : order(*l, *r);
         rows.append(rowOf(sign <= 0 ? (l++)->field : nullptr, sign >= 0 ? (r++)->field : nullptr, charset));
+        if (rows.last().field.group == SongGroup::Common)
+            rows.last().systems = {usedSystem(left.tags, left.format), usedSystem(right.tags, right.format)};
     }
     return rows;
 }

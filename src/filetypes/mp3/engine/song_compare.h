@@ -14,6 +14,8 @@ struct SongRow {
     PairStatus status = PairStatus::Same;
     Sides<QString> values = {}; ///< empty where the side has none
     Sides<std::shared_ptr<const SongPicture>> pictures = {};
+    /// Of a field of the group `Common` the systems that it stands in.
+    Sides<SongGroup> systems = {SongGroup::Common, SongGroup::Common};
 };
 
 /// What two songs are to each other; the first that holds.
@@ -21,7 +23,7 @@ enum class SongVerdict : quint8 {
     SameFile,
     SameContents, ///< the same sound and tags, arranged otherwise
     SameSound,    ///< other tags
-    SameSamples,  ///< encoded otherwise without loss: by the MD5 that both FLAC files note
+    SameSamples,  ///< encoded otherwise without loss: by the MD5 that FLAC notes of its samples
     SameTags,     ///< other sound
     Different
 };

@@ -2,6 +2,7 @@
 
 #include "core/message_digest.h"
 #include "core/safe_file.h"
+#include "filetypes/mp3/engine/field_meaning.h"
 #include "filetypes/mp3/engine/tag_file.h"
 #include "filetypes/mp3/engine/tag_stream.h"
 #include "filetypes/mp3/engine/tag_writer.h"
@@ -101,14 +102,15 @@ TagSave replace(const QString &path, QFile &copy, SongReading reading, const Can
 bool canHold(SoundFormat format, SongGroup group)
 {
     switch (group) {
-    case SongGroup::Id3v2:
     case SongGroup::Id3v1:
     case SongGroup::Ape:
         return format == SoundFormat::Mpeg;
+    case SongGroup::Info:
+        return format == SoundFormat::Wav;
+    case SongGroup::Id3v2:
     case SongGroup::Mp4:
-        return format == SoundFormat::Mp4;
     case SongGroup::Vorbis:
-        return format != SoundFormat::Mpeg && format != SoundFormat::Mp4;
+        return mainSystem(format) == group;
     default:
         return false;
     }

@@ -85,7 +85,8 @@ void addMpegFacts(Song &song, const MpegFrames &frames)
 
 QString formatName(SoundFormat format, const TagLib::AudioProperties *properties)
 {
-    static constexpr std::array names{"MPEG", "FLAC", "Ogg Vorbis", "Ogg Opus", "Ogg FLAC", "Ogg Speex", "MP4"};
+    static constexpr std::array names{"MPEG",      "FLAC", "Ogg Vorbis", "Ogg Opus", "Ogg FLAC",
+                                      "Ogg Speex", "MP4",  "WAV",        "AIFF"};
     if (const auto *mp4 = dynamic_cast<const TagLib::MP4::Properties *>(properties)) {
         if (mp4->codec() == TagLib::MP4::Properties::AAC)
             return QStringLiteral("MP4, AAC");
@@ -93,6 +94,19 @@ QString formatName(SoundFormat format, const TagLib::AudioProperties *properties
             return QStringLiteral("MP4, ALAC");
     }
     return QLatin1String(names[std::size_t(format)]);
+}
+
+void addWaveFacts(Song &song, const WaveForm &wave)
+{
+    constexpr qint64 thousand = 1000;
+    const QString name = formatName(song.format, nullptr);
+    addText(song, factKey::format, wave.isPcm ? name + QStringLiteral(", PCM") : name);
+    song.milliseconds = wave.milliseconds;
+    addNumber(song, factKey::length, wave.milliseconds);
+    addNumber(song, factKey::bitRate, wave.bytesPerSecond * 8 / thousand);
+    addNumber(song, factKey::sampleRate, wave.sampleRate);
+    addNumber(song, factKey::channels, wave.channels);
+    addNumber(song, factKey::sampleBits, wave.sampleBits);
 }
 
 void addOtherFacts(Song &song, const TagFile &file)
@@ -120,10 +134,13 @@ void addFacts(Song &song, const SoundLayout &layout, const TagFile &file)
 {
     if (layout.mpeg)
         addMpegFacts(song, *layout.mpeg);
+    else if (layout.wave)
+        addWaveFacts(song, *layout.wave);
     else
         addOtherFacts(song, file);
     addNumber(song, factKey::soundSize, layout.soundSize());
-    addText(song, factKey::storedHash, QLatin1String(layout.storedHash.toHex()));
+    if (song.format == SoundFormat::Flac)
+        addText(song, factKey::storedHash, QLatin1String(layout.samplesHash.toHex()));
     addText(song, factKey::soundHash, QLatin1String(song.soundHash.toHex()));
 }
 

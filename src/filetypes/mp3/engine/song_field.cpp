@@ -9,8 +9,8 @@ namespace velmora {
 
 const char *songGroupName(SongGroup group)
 {
-    static constexpr std::array<const char *, songGroupCount> names{"sound", "contradiction", "id3v2", "id3v1",
-                                                                    "ape",   "vorbis",        "mp4",   "file"};
+    static constexpr std::array<const char *, songGroupCount> names{
+        "sound", "contradiction", "common", "id3v2", "id3v1", "ape", "vorbis", "mp4", "info", "file"};
     return names[std::size_t(group)];
 }
 

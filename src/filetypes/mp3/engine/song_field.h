@@ -12,11 +12,13 @@ namespace velmora {
 enum class SongGroup : quint8 {
     Sound,
     Contradiction, ///< where tags of one file say different things; `key` as in `commonName`
+    Common,        ///< what files with different tag systems both can say; `key` as in `meaningKey`
     Id3v2,
     Id3v1,
     Ape,
     Vorbis,
     Mp4,
+    Info, ///< the list "INFO" of WAV
     File
 };
 
@@ -28,7 +30,7 @@ inline constexpr int songGroupCount = int(SongGroup::File) + 1;
 /// Whether it is one of the tag systems.
 [[nodiscard]] constexpr bool isTag(SongGroup group)
 {
-    return group >= SongGroup::Id3v2 && group <= SongGroup::Mp4;
+    return group >= SongGroup::Id3v2 && group <= SongGroup::Info;
 }
 
 /// A picture in a tag, as it stands there.

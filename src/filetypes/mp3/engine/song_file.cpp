@@ -55,7 +55,7 @@ SongReading readSong(QIODevice &device, const CancelFlag &cancel)
     SongReading reading;
     Song &song = reading.song;
     song.format = layout.format;
-    song.storedHash = layout.storedHash;
+    song.samplesHash = layout.samplesHash;
     song.damagedPlaces = layout.damagedPlaces;
     song.isCutOff = layout.isCutOff;
     song.soundHash = hashOfSound(bytes, layout, cancel);

@@ -16,9 +16,9 @@ struct Song {
     SoundFormat format = SoundFormat::Mpeg;
     QList<SongField> facts; ///< of the sound and of the file; their keys are `factKey`s
     SongTags tags;
-    QByteArray fileHash;   ///< SHA-256
-    QByteArray soundHash;  ///< SHA-256 of the sound, whatever the tags and the notes of encoders say
-    QByteArray storedHash; ///< MD5 of the samples, as FLAC notes it; empty without
+    QByteArray fileHash;    ///< SHA-256
+    QByteArray soundHash;   ///< SHA-256 of the sound, whatever the tags and the notes of encoders say
+    QByteArray samplesHash; ///< MD5 of the samples, as FLAC notes it; empty where it is not known
     qint64 milliseconds = -1;
     qint64 damagedPlaces = 0; ///< where the structure of the sound had to be found again
     bool isCutOff = false;

@@ -3,6 +3,7 @@
 #include "core/message_digest.h"
 #include "filetypes/mp3/engine/mp4_boxes.h"
 #include "filetypes/mp3/engine/ogg_pages.h"
+#include "filetypes/mp3/engine/riff_chunks.h"
 #include "filetypes/mp3/engine/tag_borders.h"
 
 #include <algorithm>
@@ -50,7 +51,7 @@ SoundLayout findFlac(SoundBytes &bytes, qint64 begin, const CancelFlag &cancel)
         if (kind == StreamInfo) {
             const QByteArray md5 = bytes.at(at + 4 + md5At, md5Length).toByteArray();
             if (md5 != QByteArray(md5Length, '\0'))
-                layout.storedHash = md5;
+                layout.samplesHash = md5;
         }
         isLast = (head >> 31) != 0;
         at += 4 + length;
@@ -97,6 +98,11 @@ SoundLayout findSound(SoundBytes &bytes, const CancelFlag &cancel)
         return findOgg(bytes, cancel);
     if (begin == 0 && head.sliced(std::min<qsizetype>(4, head.size())).startsWith("ftyp"))
         return findMp4(bytes, cancel);
+    const QByteArray form = head.mid(8);
+    if (begin == 0 && head.startsWith("RIFF") && form == "WAVE")
+        return findRiff(bytes, false, cancel);
+    if (begin == 0 && head.startsWith("FORM") && (form == "AIFF" || form == "AIFC"))
+        return findRiff(bytes, true, cancel);
     return findMpeg(bytes, begin, cancel);
 }
 

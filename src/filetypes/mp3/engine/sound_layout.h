@@ -12,7 +12,7 @@
 namespace velmora {
 
 /// The formats that are read, told by their contents.
-enum class SoundFormat : quint8 { Mpeg, Flac, OggVorbis, OggOpus, OggFlac, OggSpeex, Mp4 };
+enum class SoundFormat : quint8 { Mpeg, Flac, OggVorbis, OggOpus, OggFlac, OggSpeex, Mp4, Wav, Aiff };
 
 /// Why the sound of a file was not found.
 enum class SoundFault : quint8 {
@@ -23,15 +23,28 @@ enum class SoundFault : quint8 {
     TooLarge, ///< of 2 GiB or more, or with tags made to exhaust the memory
 };
 
+/// What WAV and AIFF say of their sound; 0 where they do not.
+struct WaveForm {
+    bool isPcm = false; ///< samples as they are, not coded further
+    int channels = 0;
+    int sampleRate = 0; ///< hertz
+    int sampleBits = 0;
+    qint64 bytesPerSecond = 0;
+    qint64 milliseconds = 0;
+};
+
 /// Where the sound of a file lies, and what lies around it is tags and the like.
 struct SoundLayout {
     SoundFormat format = SoundFormat::Mpeg;
     SoundFault fault = SoundFault::None;
     QList<SoundRange> sound; ///< in their order in the file
-    /// What else belongs to the sound and depends on no place in the file: of MP4 where each chunk lies in the data.
+    /// What else belongs to the sound and depends on no place in the file: of MP4 where each chunk lies in the data, of
+    /// WAV and AIFF what their samples are.
     QByteArray arrangement;
     std::optional<MpegFrames> mpeg;
-    QByteArray storedHash;    ///< FLAC: the MD5 of the samples, as the encoder has noted it; empty where it has not
+    std::optional<WaveForm> wave;
+    /// The MD5 of the samples: of FLAC as the encoder has noted it, of WAV where FLAC would note the same; else empty.
+    QByteArray samplesHash;
     qint64 damagedPlaces = 0; ///< where the structure had to be found again
     bool isCutOff = false;
 

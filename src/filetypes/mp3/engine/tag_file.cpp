@@ -3,20 +3,61 @@
 #include "filetypes/mp3/engine/chapter_guard.h"
 #include "filetypes/mp3/engine/tag_stream.h"
 
+#include <aifffile.h>
 #include <apetag.h>
 #include <flacfile.h>
 #include <id3v1tag.h>
 #include <id3v2tag.h>
+#include <infotag.h>
 #include <mp4file.h>
 #include <mpegfile.h>
 #include <oggflacfile.h>
 #include <opusfile.h>
+#include <rifffile.h>
 #include <speexfile.h>
 #include <vorbisfile.h>
+#include <wavfile.h>
 
 namespace velmora {
 
 namespace {
+
+/// Texts of the list "INFO" byte for byte, as nothing tells their encoding.
+class InfoBytes final : public TagLib::RIFF::Info::StringHandler {
+public:
+    TagLib::String parse(const TagLib::ByteVector &data) const override { return {data, TagLib::String::Latin1}; }
+    TagLib::ByteVector render(const TagLib::String &text) const override { return text.data(TagLib::String::Latin1); }
+};
+
+/// The chunks of a file as the library finds them, which reads the frames within with a factory of its own.
+class ChunkFile final : public TagLib::RIFF::File {
+public:
+    ChunkFile(TagLib::IOStream *stream, bool isAiff) : TagLib::RIFF::File(stream, isAiff ? BigEndian : LittleEndian) {}
+
+    [[nodiscard]] TagLib::Tag *tag() const override { return nullptr; }
+    [[nodiscard]] TagLib::AudioProperties *audioProperties() const override { return nullptr; }
+    bool save() override { return false; }
+
+    /// Throws `TagRefusal` where a tag has more than tags may.
+    void checkTags(GuardedFrames &frames)
+    {
+        for (unsigned int k = 0; k < chunkCount(); ++k) {
+            const TagLib::ByteVector name = chunkName(k);
+            if (name == "ID3 " || name == "id3 ")
+                const TagLib::ID3v2::Tag read(this, long(chunkOffset(k)), &frames);
+        }
+    }
+};
+
+template <typename File>
+std::unique_ptr<TagLib::File> openChunks(TagLib::IOStream *stream, GuardedFrames &frames, bool isAiff)
+{
+    static const InfoBytes infoBytes;
+    TagLib::RIFF::Info::Tag::setStringHandler(&infoBytes);
+    ChunkFile(stream, isAiff).checkTags(frames);
+    stream->seek(0);                              // where the library takes the file to begin
+    return std::make_unique<File>(stream, false); // what it says of the sound is found by our own walk
+}
 
 std::unique_ptr<TagLib::File> openFile(SoundFormat format, TagLib::IOStream *stream, GuardedFrames *frames,
                                        bool withProperties)
@@ -34,6 +75,10 @@ std::unique_ptr<TagLib::File> openFile(SoundFormat format, TagLib::IOStream *str
         return std::make_unique<TagLib::Ogg::FLAC::File>(stream, withProperties);
     case SoundFormat::OggSpeex:
         return std::make_unique<TagLib::Ogg::Speex::File>(stream, withProperties);
+    case SoundFormat::Wav:
+        return openChunks<TagLib::RIFF::WAV::File>(stream, *frames, false);
+    case SoundFormat::Aiff:
+        return openChunks<TagLib::RIFF::AIFF::File>(stream, *frames, true);
     case SoundFormat::Mp4:
         break;
     }
@@ -69,6 +114,10 @@ TagLib::ID3v2::Tag *TagFile::id3v2(bool make) const
 {
     if (auto *mpeg = dynamic_cast<TagLib::MPEG::File *>(m_file.get()))
         return make || mpeg->hasID3v2Tag() ? mpeg->ID3v2Tag(make) : nullptr;
+    if (auto *wave = dynamic_cast<TagLib::RIFF::WAV::File *>(m_file.get()))
+        return make || wave->hasID3v2Tag() ? wave->ID3v2Tag() : nullptr;
+    if (auto *aiff = dynamic_cast<TagLib::RIFF::AIFF::File *>(m_file.get()))
+        return make || aiff->hasID3v2Tag() ? aiff->tag() : nullptr;
     auto *file = flac();
     return file && file->hasID3v2Tag() ? file->ID3v2Tag() : nullptr;
 }
@@ -99,6 +148,12 @@ TagLib::MP4::Tag *TagFile::mp4() const
     return dynamic_cast<TagLib::MP4::Tag *>(m_file->tag());
 }
 
+TagLib::RIFF::Info::Tag *TagFile::info(bool make) const
+{
+    auto *wave = dynamic_cast<TagLib::RIFF::WAV::File *>(m_file.get());
+    return wave && (make || wave->hasInfoTag()) ? wave->InfoTag() : nullptr;
+}
+
 TagLib::FLAC::File *TagFile::flac() const
 {
     return dynamic_cast<TagLib::FLAC::File *>(m_file.get());
@@ -106,10 +161,13 @@ TagLib::FLAC::File *TagFile::flac() const
 
 bool TagFile::save(int id3v2Minor)
 {
-    if (auto *mpeg = dynamic_cast<TagLib::MPEG::File *>(m_file.get())) {
-        const auto version = id3v2Minor == 3 ? TagLib::ID3v2::v3 : TagLib::ID3v2::v4;
+    const auto version = id3v2Minor == 3 ? TagLib::ID3v2::v3 : TagLib::ID3v2::v4;
+    if (auto *wave = dynamic_cast<TagLib::RIFF::WAV::File *>(m_file.get()))
+        return wave->save(TagLib::RIFF::WAV::File::AllTags, TagLib::File::StripNone, version);
+    if (auto *aiff = dynamic_cast<TagLib::RIFF::AIFF::File *>(m_file.get()))
+        return aiff->save(version);
+    if (auto *mpeg = dynamic_cast<TagLib::MPEG::File *>(m_file.get()))
         return mpeg->save(TagLib::MPEG::File::AllTags, TagLib::File::StripNone, version, TagLib::File::DoNotDuplicate);
-    }
     return m_file->save();
 }
 

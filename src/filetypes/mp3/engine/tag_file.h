@@ -27,6 +27,9 @@ class Tag;
 namespace Ogg {
 class XiphComment;
 }
+namespace RIFF::Info {
+class Tag;
+}
 } // namespace TagLib
 
 namespace velmora {
@@ -69,6 +72,7 @@ public:
     [[nodiscard]] TagLib::APE::Tag *ape(bool make = false) const;
     [[nodiscard]] TagLib::Ogg::XiphComment *vorbis(bool make = false) const;
     [[nodiscard]] TagLib::MP4::Tag *mp4() const;
+    [[nodiscard]] TagLib::RIFF::Info::Tag *info(bool make = false) const;
     [[nodiscard]] TagLib::FLAC::File *flac() const;
 
     /// Writes the tags, those of ID3v2 in version 2.3 or 2.4. False when TagLib did not.

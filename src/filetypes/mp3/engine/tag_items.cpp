@@ -3,11 +3,14 @@
 #include "core/message_digest.h"
 #include "filetypes/mp3/engine/tag_payload.h"
 
+#include <QStringDecoder>
+
 #include <algorithm>
 #include <array>
 #include <utility>
 
 #include <apetag.h>
+#include <infotag.h>
 
 namespace velmora {
 
@@ -20,6 +23,17 @@ QString digestText(const QByteArray &bytes)
     MessageDigest digest(MessageDigest::Kind::Sha256);
     digest.update(bytes);
     return QStringLiteral("%1 bytes, SHA-256 %2").arg(bytes.size()).arg(QLatin1String(digest.value().toHex()));
+}
+
+/// Takes a text that is UTF-8 or in a one-byte encoding that nothing tells.
+void takeUnknownText(SongField &field, const QByteArray &bytes)
+{
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    field.value = decoder(bytes);
+    if (!decoder.hasError())
+        return;
+    field.value = QString::fromLatin1(bytes);
+    field.oldBytes = bytes;
 }
 
 /// Told by how pictures of the two common formats begin, for tags that do not say it.
@@ -52,47 +66,25 @@ void takeBinary(SongField &field, const QByteArray &bytes)
     field.item.clear(); // the key says which it is
 }
 
-/// How an item of MP4 is to be read, which the library knows by its name only.
-enum class ItemKind : quint8 { Text, Pair, Flag, Byte, Number, LongNumber, Int };
-
-ItemKind kindOf(const QString &name)
-{
-    struct Named {
-        const char *name;
-        ItemKind kind;
-    };
-    static constexpr std::array kinds{
-        Named{"trkn", ItemKind::Pair},   Named{"disk", ItemKind::Pair},       Named{"cpil", ItemKind::Flag},
-        Named{"pgap", ItemKind::Flag},   Named{"pcst", ItemKind::Flag},       Named{"shwm", ItemKind::Flag},
-        Named{"stik", ItemKind::Byte},   Named{"rtng", ItemKind::Byte},       Named{"akID", ItemKind::Byte},
-        Named{"tvsn", ItemKind::Number}, Named{"tves", ItemKind::Number},     Named{"cnID", ItemKind::Number},
-        Named{"sfID", ItemKind::Number}, Named{"atID", ItemKind::Number},     Named{"geID", ItemKind::Number},
-        Named{"cmID", ItemKind::Number}, Named{"plID", ItemKind::LongNumber}, Named{"tmpo", ItemKind::Int},
-        Named{"hdvd", ItemKind::Int},    Named{"\u00a9mvi", ItemKind::Int},   Named{"\u00a9mvc", ItemKind::Int}};
-    const auto found = std::find_if(kinds.begin(), kinds.end(),
-                                    [&](const Named &named) { return name == QString::fromUtf8(named.name); });
-    return found == kinds.end() ? ItemKind::Text : found->kind;
-}
-
 QString mp4Text(const QString &name, const MP4::Item &item)
 {
-    switch (kindOf(name)) {
-    case ItemKind::Pair: {
+    switch (mp4KindOf(name)) {
+    case Mp4Kind::Pair: {
         const MP4::Item::IntPair pair = item.toIntPair();
         return pair.second == 0 ? QString::number(pair.first)
                                 : QStringLiteral("%1/%2").arg(pair.first).arg(pair.second);
     }
-    case ItemKind::Flag:
+    case Mp4Kind::Flag:
         return item.toBool() ? QStringLiteral("1") : QStringLiteral("0");
-    case ItemKind::Byte:
+    case Mp4Kind::Byte:
         return QString::number(item.toByte());
-    case ItemKind::Number:
+    case Mp4Kind::Number:
         return QString::number(item.toUInt());
-    case ItemKind::LongNumber:
+    case Mp4Kind::LongNumber:
         return QString::number(item.toLongLong());
-    case ItemKind::Int:
+    case Mp4Kind::Int:
         return QString::number(item.toInt());
-    case ItemKind::Text:
+    case Mp4Kind::Text:
         break;
     }
     if (const StringList texts = item.toStringList(); !texts.isEmpty())
@@ -104,6 +96,25 @@ QString mp4Text(const QString &name, const MP4::Item &item)
 }
 
 } // namespace
+
+Mp4Kind mp4KindOf(const QString &key)
+{
+    struct Named {
+        const char *name;
+        Mp4Kind kind;
+    };
+    static constexpr std::array kinds{
+        Named{"trkn", Mp4Kind::Pair},   Named{"disk", Mp4Kind::Pair},       Named{"cpil", Mp4Kind::Flag},
+        Named{"pgap", Mp4Kind::Flag},   Named{"pcst", Mp4Kind::Flag},       Named{"shwm", Mp4Kind::Flag},
+        Named{"stik", Mp4Kind::Byte},   Named{"rtng", Mp4Kind::Byte},       Named{"akID", Mp4Kind::Byte},
+        Named{"tvsn", Mp4Kind::Number}, Named{"tves", Mp4Kind::Number},     Named{"cnID", Mp4Kind::Number},
+        Named{"sfID", Mp4Kind::Number}, Named{"atID", Mp4Kind::Number},     Named{"geID", Mp4Kind::Number},
+        Named{"cmID", Mp4Kind::Number}, Named{"plID", Mp4Kind::LongNumber}, Named{"tmpo", Mp4Kind::Int},
+        Named{"hdvd", Mp4Kind::Int},    Named{"\u00a9mvi", Mp4Kind::Int},   Named{"\u00a9mvc", Mp4Kind::Int}};
+    const auto found = std::find_if(kinds.begin(), kinds.end(),
+                                    [&](const Named &named) { return key == QString::fromUtf8(named.name); });
+    return found == kinds.end() ? Mp4Kind::Text : found->kind;
+}
 
 QString dataText(const QByteArray &bytes)
 {
@@ -148,15 +159,46 @@ void readVorbis(Ogg::XiphComment &comment, QList<SongField> &fields)
     readPictures(comment.pictureList(), fields);
 }
 
+SongField pictureField(const FLAC::Picture &picture)
+{
+    SongField field{SongGroup::Vorbis, QStringLiteral("PICTURE")};
+    takePicture(field, {int(picture.type()), textOf(picture.mimeType()), textOf(picture.description()),
+                        bytesOf(picture.data())});
+    field.payload = payloadOf(PictureBlock{picture.render()});
+    return field;
+}
+
 void readPictures(const List<FLAC::Picture *> &pictures, QList<SongField> &fields)
 {
-    for (const FLAC::Picture *picture : pictures) {
-        SongField field{SongGroup::Vorbis, QStringLiteral("PICTURE")};
-        takePicture(field, {int(picture->type()), textOf(picture->mimeType()), textOf(picture->description()),
-                            bytesOf(picture->data())});
-        field.payload = payloadOf(PictureBlock{picture->render()});
+    for (const FLAC::Picture *picture : pictures)
+        fields.append(pictureField(*picture));
+}
+
+void readInfo(const RIFF::Info::Tag &tag, QList<SongField> &fields)
+{
+    for (const auto &[name, text] : tag.fieldListMap()) {
+        SongField field{SongGroup::Info, QString::fromLatin1(bytesOf(name))};
+        takeUnknownText(field, bytesOf(text.data(String::Latin1)));
+        field.payload = payloadOf(PlainText{text});
         fields.append(field);
     }
+}
+
+SongField coverField(const MP4::CoverArt &cover)
+{
+    SongField field{SongGroup::Mp4, QStringLiteral("covr")};
+    const QByteArray bytes = bytesOf(cover.data());
+    takePicture(field, {0, mimeOf(bytes), {}, bytes});
+    field.payload = payloadOf(cover);
+    return field;
+}
+
+SongField mp4Field(const QString &key, const MP4::Item &item)
+{
+    SongField field{SongGroup::Mp4, key};
+    field.value = mp4Text(key, item);
+    field.payload = payloadOf(item);
+    return field;
 }
 
 void readMp4(const MP4::Tag &tag, QList<SongField> &fields)
@@ -164,19 +206,11 @@ void readMp4(const MP4::Tag &tag, QList<SongField> &fields)
     for (const auto &[name, item] : tag.itemMap()) {
         const QString key = textOf(name);
         if (key == QLatin1String("covr")) {
-            for (const MP4::CoverArt &cover : item.toCoverArtList()) {
-                SongField field{SongGroup::Mp4, key};
-                const QByteArray bytes = bytesOf(cover.data());
-                takePicture(field, {0, mimeOf(bytes), {}, bytes});
-                field.payload = payloadOf(cover);
-                fields.append(field);
-            }
+            for (const MP4::CoverArt &cover : item.toCoverArtList())
+                fields.append(coverField(cover));
             continue;
         }
-        SongField field{SongGroup::Mp4, key};
-        field.value = mp4Text(key, item);
-        field.payload = payloadOf(item);
-        fields.append(field);
+        fields.append(mp4Field(key, item));
     }
 }
 

@@ -92,21 +92,6 @@ bool takeLinks(SongField &field, const ID3v2::Frame &frame)
     return true;
 }
 
-SongField id3v2Field(ID3v2::Frame &frame)
-{
-    SongField field{SongGroup::Id3v2, QString::fromLatin1(bytesOf(frame.frameID()))};
-    FrameInside::headerOf(frame)->setVersion(4);
-    const ByteVector rendered = frame.render();
-    if (const auto *picture = dynamic_cast<const ID3v2::AttachedPictureFrame *>(&frame)) {
-        takePicture(field, {int(picture->type()), textOf(picture->mimeType()), textOf(picture->description()),
-                            bytesOf(picture->picture())});
-    } else if (!takeTexts(field, frame) && !takeLinks(field, frame)) {
-        field.value = dataText(bytesOf(rendered).mid(10));
-    }
-    field.payload = std::make_shared<TagPayload>(TagPayload{FrameBytes{rendered}});
-    return field;
-}
-
 void readId3v1(const ID3v1::Tag &tag, QList<SongField> &fields)
 {
     const auto add = [&](const char *key, const String &text) {
@@ -128,6 +113,21 @@ void readId3v1(const ID3v1::Tag &tag, QList<SongField> &fields)
 }
 
 } // namespace
+
+SongField id3v2Field(ID3v2::Frame &frame)
+{
+    SongField field{SongGroup::Id3v2, QString::fromLatin1(bytesOf(frame.frameID()))};
+    FrameInside::headerOf(frame)->setVersion(4);
+    const ByteVector rendered = frame.render();
+    if (const auto *picture = dynamic_cast<const ID3v2::AttachedPictureFrame *>(&frame)) {
+        takePicture(field, {int(picture->type()), textOf(picture->mimeType()), textOf(picture->description()),
+                            bytesOf(picture->picture())});
+    } else if (!takeTexts(field, frame) && !takeLinks(field, frame)) {
+        field.value = dataText(bytesOf(rendered).mid(10));
+    }
+    field.payload = std::make_shared<TagPayload>(TagPayload{FrameBytes{rendered}});
+    return field;
+}
 
 QList<SongField> id3v2Fields(const ID3v2::Tag &tag)
 {
@@ -154,6 +154,8 @@ SongTags readTags(const TagFile &file)
         readVorbis(*comment, tags.fields);
     if (FLAC::File *flac = file.flac())
         readPictures(flac->pictureList(), tags.fields);
+    if (const RIFF::Info::Tag *tag = file.info())
+        readInfo(*tag, tags.fields);
     if (const MP4::Tag *tag = file.mp4())
         readMp4(*tag, tags.fields);
     return tags;

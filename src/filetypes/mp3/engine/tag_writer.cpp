@@ -13,6 +13,7 @@
 #include <id3v1tag.h>
 #include <id3v2header.h>
 #include <id3v2tag.h>
+#include <infotag.h>
 
 namespace velmora {
 
@@ -155,6 +156,13 @@ void changeVorbis(TagFile &file, const Change &change)
     }
 }
 
+void changeInfo(RIFF::Info::Tag &tag, const Change &change)
+{
+    const QByteArray name = change.thing.key.toLatin1();
+    const auto *data = change.fields.isEmpty() ? nullptr : dataOf<PlainText>(change.fields.first());
+    tag.setFieldText({name.constData(), static_cast<unsigned int>(name.size())}, data ? data->text : String());
+}
+
 void changeMp4(MP4::Tag &tag, const Change &change)
 {
     const String name = tagText(change.thing.key);
@@ -196,6 +204,9 @@ void writeChanges(TagFile &file, const SongTags &before, const SongTags &after)
             break;
         case SongGroup::Vorbis:
             changeVorbis(file, change);
+            break;
+        case SongGroup::Info:
+            changeIn(file.info(make), change, changeInfo);
             break;
         case SongGroup::Mp4:
             changeIn(file.mp4(), change, changeMp4);
