@@ -3,6 +3,7 @@
 #include "cli/text_input.h"
 #include "core/crew.h"
 #include "core/text_file.h"
+#include "core/text_scan.h"
 #include "platform/memory_hint.h"
 
 #include <QFileInfo>
@@ -36,8 +37,12 @@ void readOne(MergeInput &input, QString &error, QIODevice &standardInput)
     if (!contents.ok())
         return;
     input.raw = std::move(contents.bytes);
-    if (input.raw.size() <= TextLines::maximumSize)
-        input.lines = TextLines::split(input.raw);
+    if (input.raw.size() <= TextLines::maximumSize) {
+        const size_t size = size_t(input.raw.size());
+        const ByteCounts counts = countBytes({input.raw.constData(), size}, 0, size);
+        input.hasZeros = counts.zeros > 0;
+        input.lines = TextLines::split(input.raw, 0, counts, {});
+    }
     if (isTooLarge(input))
         error = QStringLiteral("File too large");
 }
@@ -70,9 +75,9 @@ void readAll(MergeInputs &inputs, QIODevice &standardInput)
 }
 
 /// Whether the bytes may be those of an encoding in which a line feed is more than one of them.
-bool maybeWide(const QByteArray &raw)
+bool maybeWide(const MergeInput &input)
 {
-    return raw.startsWith("\xFF\xFE") || raw.startsWith("\xFE\xFF") || raw.contains('\0');
+    return input.hasZeros || input.raw.startsWith("\xFF\xFE") || input.raw.startsWith("\xFE\xFF");
 }
 
 bool isWide(const TextEncoding &encoding)
@@ -107,7 +112,7 @@ bool needsDecoding(MergeInputs &inputs)
 {
     bool wide = false;
     for (const MergeInput &input : inputs.texts) {
-        if (!maybeWide(input.raw))
+        if (!maybeWide(input))
             continue;
         const DecodedText text = decodeText(input.raw, {});
         if (isWide(text.encoding))

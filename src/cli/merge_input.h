@@ -18,6 +18,7 @@ struct MergeInput {
     QString path; ///< "-" for standard input
     QByteArray raw;
     TextLines lines;
+    bool hasZeros = false; ///< a byte that no text in an encoding of single bytes has
 };
 
 /// The texts of a merge: base, left and right.

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <bit>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace velmora {
 
@@ -16,7 +18,7 @@ namespace {
 
 constexpr qint32 none = -1;
 /// Reading fewer takes less time than starting a thread for it.
-constexpr qsizetype bytesWorthAThread = 2 * 1024 * 1024;
+constexpr qsizetype bytesWorthAThread = 512 * 1024;
 /// Most steps wait for memory; asking some lines ahead overlaps these waits.
 constexpr size_t linesAhead = 12;
 
@@ -31,13 +33,14 @@ public:
 
     void prefetchSlot(quint32 hash) const noexcept { prefetch(&m_slots[slotOf(hash)]); }
 
+    /// `none` for a line that has no number yet.
+    [[nodiscard]] qint32 find(std::string_view line, quint32 hash) const { return m_slots[slotFor(line, hash)].number; }
+
     qint32 numberOf(std::string_view line, quint32 hash)
     {
-        size_t at = slotOf(hash);
-        for (; m_slots[at].number != none; at = next(at)) {
-            if (m_slots[at].hash == hash && m_firsts[size_t(m_slots[at].number)] == line)
-                return m_slots[at].number;
-        }
+        const size_t at = slotFor(line, hash);
+        if (m_slots[at].number != none)
+            return m_slots[at].number;
         const qint32 number = count();
         m_slots[at] = {hash, number};
         m_firsts.push_back(line);
@@ -53,6 +56,15 @@ private:
         quint32 hash = 0;
         qint32 number = none;
     };
+
+    /// The slot that has the line, or the one that it goes to.
+    [[nodiscard]] size_t slotFor(std::string_view line, quint32 hash) const
+    {
+        size_t at = slotOf(hash);
+        while (m_slots[at].number != none && (m_slots[at].hash != hash || m_firsts[size_t(m_slots[at].number)] != line))
+            at = next(at);
+        return at;
+    }
 
     [[nodiscard]] size_t slotOf(quint32 hash) const noexcept { return hash & (m_slots.size() - 1); }
     [[nodiscard]] size_t next(size_t slot) const noexcept { return (slot + 1) & (m_slots.size() - 1); }
@@ -75,52 +87,126 @@ private:
     std::vector<std::string_view> m_firsts; ///< by number
 };
 
-std::string_view lineOf(const TextLines &text, qsizetype index, bool withEnd) noexcept
-{
-    return withEnd ? bytesOf(text, {index, 1}) : text.line(index);
-}
+/// Reads the lines of a text by index.
+struct LineReader {
+    const TextLines &text;
+    bool withEnds;
 
-/// Of every line of the three texts, which are read at the same time where that pays.
-std::array<std::vector<qint32>, 3> hashes(const std::array<const TextLines *, 3> &texts, bool withEnds,
-                                          const CancelFlag &cancel)
+    [[nodiscard]] qsizetype count() const noexcept { return text.count(); }
+    [[nodiscard]] std::string_view operator[](qsizetype index) const noexcept
+    {
+        return withEnds ? bytesOf(text, {index, 1}) : text.line(index);
+    }
+};
+
+/// Of every line of the base. Where it pays, each worker reads a part.
+std::vector<qint32> hashes(const LineReader &base, const LineHash &hash, int crew, const CancelFlag &cancel)
 {
-    const LineHash hash;
-    std::array<std::vector<qint32>, 3> result;
-    const bool isWorthIt = texts[0]->bytes().size() >= bytesWorthAThread;
-    const int crew = isWorthIt ? std::min(crewSize(), int(texts.size())) : 1;
+    std::vector<qint32> result(size_t(base.count()));
     runCrew(
         crew,
         [&](int worker) {
             CancelPoll poll(cancel);
-            for (auto side = size_t(worker); side < texts.size(); side += size_t(crew)) {
-                const TextLines &text = *texts[side];
-                result[side].reserve(size_t(text.count()));
-                for (qsizetype index = 0; index < text.count() && !poll.stop(16); ++index)
-                    result[side].push_back(qint32(hash(lineOf(text, index, withEnds))));
-            }
+            const qsizetype end = base.count() * (worker + 1) / crew;
+            for (qsizetype index = base.count() * worker / crew; index < end && !poll.stop(16); ++index)
+                result[size_t(index)] = qint32(hash(base[index]));
         },
         [] {});
     return result;
+}
+
+/// Gives the lines of the base, of which `lines` has the hashes, their numbers. Returns the first line of each number.
+std::vector<qint32> numberBase(const LineReader &base, std::vector<qint32> &lines, LineTable &table, CancelPoll &poll)
+{
+    std::vector<qint32> firsts;
+    firsts.reserve(lines.size());
+    for (size_t index = 0; index < lines.size() && !poll.stop(32); ++index) {
+        if (index + linesAhead < lines.size())
+            table.prefetchSlot(quint32(lines[index + linesAhead]));
+        lines[index] = table.numberOf(base[qsizetype(index)], quint32(lines[index]));
+        if (lines[index] == qint32(firsts.size()))
+            firsts.push_back(qint32(index));
+    }
+    return firsts;
+}
+
+/// A line that the base does not have.
+struct NewLine {
+    qint32 index = 0;
+    quint32 hash = 0;
+};
+
+/// The base with the numbers of its lines.
+struct NumberedBase {
+    LineReader lines;
+    std::vector<qint32> numbers;
+    std::vector<qint32> firsts; ///< by number
+    const LineTable &table;
+    const LineHash &hash;
+};
+
+/// Gives those lines of a version their numbers that the base has, and returns the others.
+///
+/// Most lines are those of the base in their order. So each is first compared with the one that is next there, which
+/// takes no hash and no search.
+std::vector<NewLine> followBase(const NumberedBase &base, const LineReader &version, std::vector<qint32> &numbers,
+                                CancelPoll &poll)
+{
+    std::vector<NewLine> others;
+    numbers.assign(size_t(version.count()), none);
+    qsizetype next = 0;
+    for (qsizetype index = 0; index < version.count() && !poll.stop(32); ++index) {
+        const std::string_view line = version[index];
+        if (next < base.lines.count() && base.lines[next] == line) {
+            numbers[size_t(index)] = base.numbers[size_t(next++)];
+            continue;
+        }
+        const quint32 hash = base.hash(line);
+        const qint32 number = base.table.find(line, hash);
+        numbers[size_t(index)] = number;
+        if (number == none)
+            others.push_back({qint32(index), hash});
+        else if (base.firsts[size_t(number)] >= next)
+            next = base.firsts[size_t(number)] + 1;
+    }
+    return others;
 }
 
 } // namespace
 
 NumberedTexts numberLines(const std::array<const TextLines *, 3> &texts, bool withEnds, const CancelFlag &cancel)
 {
-    NumberedTexts result{hashes(texts, withEnds, cancel)};
-    size_t lines = 0;
-    for (const std::vector<qint32> &numbers : result.texts)
-        lines = std::max(lines, numbers.size());
+    const LineHash hash;
+    const LineReader base{*texts[0], withEnds};
+    const int crew = texts[0]->bytes().size() >= bytesWorthAThread ? crewSize() : 1;
     CancelPoll poll(cancel);
-    LineTable table(lines);
-    for (size_t side = 0; side < texts.size(); ++side) {
-        std::vector<qint32> &numbers = result.texts[side];
-        for (size_t index = 0; index < numbers.size() && !poll.stop(32); ++index) {
-            if (index + linesAhead < numbers.size())
-                table.prefetchSlot(quint32(numbers[index + linesAhead]));
-            numbers[index] = table.numberOf(lineOf(*texts[side], qsizetype(index), withEnds), quint32(numbers[index]));
+    std::vector<qint32> baseNumbers = hashes(base, hash, crew, cancel);
+    LineTable table(size_t(std::max({texts[0]->count(), texts[1]->count(), texts[2]->count()})));
+    std::vector<qint32> firsts = numberBase(base, baseNumbers, table, poll);
+    if (poll.stopped())
+        return {};
+
+    NumberedBase numbered{base, std::move(baseNumbers), std::move(firsts), table, hash};
+    NumberedTexts result;
+    std::array<std::vector<NewLine>, 3> others;
+    const int followers = std::min(crew, 2);
+    runCrew(
+        followers,
+        [&](int worker) {
+            CancelPoll ownPoll(cancel);
+            for (auto side = size_t(worker) + 1; side < texts.size(); side += size_t(followers))
+                others[side] = followBase(numbered, {*texts[side], withEnds}, result.texts[side], ownPoll);
+        },
+        [] {});
+    for (size_t side = 1; side < texts.size(); ++side) {
+        const LineReader version{*texts[side], withEnds};
+        for (const NewLine &line : others[side]) {
+            if (poll.stop(32))
+                return {};
+            result.texts[side][size_t(line.index)] = table.numberOf(version[line.index], line.hash);
         }
     }
+    result.texts[0] = std::move(numbered.numbers);
     result.count = table.count();
     return result;
 }
