@@ -94,12 +94,29 @@ std::optional<LiveValue> readValue(HKEY key, DWORD number, ValueRoom &room)
     }
 }
 
-QStringList subkeysOf(HKEY key)
+/// How much a key has in it. Asked for once, so that no call is made for what is not there: of most keys that is more
+/// than what is, and each call goes to another process under some systems.
+struct KeyCounts {
+    DWORD values = 0;
+    DWORD subkeys = 0;
+    DWORD largestValue = 0; ///< bytes
+};
+
+KeyCounts countsOf(HKEY key)
+{
+    KeyCounts counts;
+    if (RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &counts.subkeys, nullptr, nullptr, &counts.values, nullptr,
+                         &counts.largestValue, nullptr, nullptr) != ERROR_SUCCESS)
+        return {MAXDWORD, MAXDWORD, 0}; // until there are no more
+    return counts;
+}
+
+QStringList subkeysOf(HKEY key, DWORD count)
 {
     constexpr DWORD longestName = 256; // of a key, with its closing zero
     QStringList names;
     wchar_t name[longestName];
-    for (DWORD number = 0;; ++number) {
+    for (DWORD number = 0; number < count; ++number) {
         DWORD length = longestName;
         if (RegEnumKeyExW(key, number, name, &length, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
             break;
@@ -120,14 +137,21 @@ struct Reading {
 void readKey(Reading &reading, HKEY key, const QString &path)
 {
     constexpr int deepest = 512; // that the registry allows; links could lead on without end
+    const KeyCounts counts = countsOf(key);
+    if (counts.largestValue > reading.room.data.size())
+        reading.room.data.resize(counts.largestValue);
     QList<LiveValue> values;
-    for (DWORD number = 0; std::optional<LiveValue> value = readValue(key, number, reading.room); ++number)
+    for (DWORD number = 0; number < counts.values; ++number) {
+        std::optional<LiveValue> value = readValue(key, number, reading.room);
+        if (!value)
+            break;
         values.append(std::move(*value));
+    }
     reading.isStopped = !reading.sink(path, std::move(values));
     if (reading.isStopped || reading.depth >= deepest)
         return;
     ++reading.depth;
-    const QStringList names = subkeysOf(key);
+    const QStringList names = subkeysOf(key, counts.subkeys);
     for (const QString &name : names) {
         const OpenKey child(key, name, reading.access);
         if (child.status() == ERROR_SUCCESS)

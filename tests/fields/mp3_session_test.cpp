@@ -161,6 +161,7 @@ private Q_SLOTS:
         music.select("Tag: Picture (Front cover)");
         music.action("copyToRightAction").trigger();
         QCOMPARE(music.label("pictureDifference"), word("The same picture in both"));
+        QVERIFY(!music.session.findChild<QLabel *>(word("rightPicture"))->pixmap().isNull());
         music.action("saveAction").trigger();
         QTRY_VERIFY(!music.session.hasUnsavedChanges());
         QVERIFY(music.compare());

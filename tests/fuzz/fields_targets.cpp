@@ -1,5 +1,7 @@
+#include "filetypes/mp3/engine/field_meaning.h"
 #include "filetypes/mp3/engine/song_compare.h"
 #include "filetypes/mp3/engine/song_edit.h"
+#include "filetypes/mp3/engine/tag_conversion.h"
 #include "filetypes/registry/engine/reg_writer.h"
 #include "filetypes/registry/engine/registry_file.h"
 #include "filetypes/registry/engine/registry_noise.h"
@@ -80,6 +82,14 @@ void song(const QByteArray &input)
     const SongTags copied = withAllCopied(reading.song.tags, {}, reading.song.format);
     require(areSame(withAllCopied(copied, reading.song.tags, reading.song.format), reading.song.tags),
             "what was copied comes back");
+    const SystemTags from{reading.song.tags, usedSystem(reading.song.tags, reading.song.format)};
+    for (const SongGroup system : {SongGroup::Id3v2, SongGroup::Vorbis, SongGroup::Mp4}) {
+        const SongTags made = withAllConverted(from, {{}, system}, QStringLiteral("GBK"));
+        for (const SongField &field : made.fields)
+            require(field.group == system && meaningOf(field), "what is converted means something in its system");
+        const SongTags again = withAllConverted({made, system}, {{}, system}, {});
+        require(areSame(again, made), "and means the same there");
+    }
 }
 
 } // namespace velmora::fuzz

@@ -62,7 +62,8 @@ PicturePanel::Half PicturePanel::makeHalf(const char *name)
 void PicturePanel::showRow(const SongRow &row)
 {
     const SongPicture &any = row.pictures.left ? *row.pictures.left : *row.pictures.right;
-    m_title->setText(pictureKindText(any.kind));
+    const bool isCommon = row.field.group == SongGroup::Common; // its kind holds in both systems
+    m_title->setText(pictureKindText(isCommon ? row.field.item.toInt() : any.kind));
     m_difference->setText(differenceText(row));
     for (const Side side : bothSides)
         showHalf(side, row.pictures[side].get());
@@ -77,7 +78,7 @@ void PicturePanel::showHalf(Side side, const SongPicture *picture)
         half.caption->setText(Velmora::tr("%1: none").arg(name));
         return;
     }
-    const PictureView view = m_views.view(picture);
+    const PictureView view = m_views.view(picture->bytes);
     const QLocale locale;
     QStringList facts{picture->mime};
     if (view.size.isValid())
@@ -103,7 +104,7 @@ QString PicturePanel::differenceText(const SongRow &row) const
         return left ? Velmora::tr("Only in the left file") : Velmora::tr("Only in the right file");
     if (left == right || left->bytes == right->bytes)
         return Velmora::tr("The same picture in both");
-    const PictureViews::Difference difference = m_views.difference(left.get(), right.get());
+    const PictureViews::Difference difference = m_views.difference(left->bytes, right->bytes);
     if (!difference.isKnown)
         return Velmora::tr("Different pictures");
     if (difference.share == 0)

@@ -45,7 +45,7 @@ PictureViews::Difference compared(const QImage &left, const QImage &right)
 PictureViews::PictureViews(const QList<SongRow> &rows, const CancelFlag &cancel)
 {
     for (const SongRow &row : rows) {
-        if (cancel.isCancelled() || m_pictures.size() >= mostPictures)
+        if (cancel.isCancelled() || m_views.size() >= mostPictures)
             return;
         Sides<QImage> images;
         for (const Side side : bothSides) {
@@ -57,10 +57,11 @@ PictureViews::PictureViews(const QList<SongRow> &rows, const CancelFlag &cancel)
             if (!images[side].isNull())
                 view.thumbnail = images[side].scaled(images[side].size().boundedTo({thumbnailSide, thumbnailSide}),
                                                      Qt::KeepAspectRatio, Qt::SmoothTransformation);
-            m_views.insert(picture.get(), view);
-            m_pictures.append(picture);
+            m_views.insert(picture->bytes, view);
         }
-        m_differences.insert({row.pictures.left.get(), row.pictures.right.get()}, compared(images.left, images.right));
+        if (row.pictures.left && row.pictures.right)
+            m_differences.insert({row.pictures.left->bytes, row.pictures.right->bytes},
+                                 compared(images.left, images.right));
     }
 }
 

@@ -3,6 +3,7 @@
 #include "core/cancel_flag.h"
 #include "filetypes/mp3/engine/song_compare.h"
 
+#include <QByteArray>
 #include <QHash>
 #include <QImage>
 #include <QSize>
@@ -30,16 +31,16 @@ public:
     /// Decodes the pictures of the rows, of very many only the first ones.
     PictureViews(const QList<SongRow> &rows, const CancelFlag &cancel);
 
-    [[nodiscard]] PictureView view(const SongPicture *picture) const { return m_views.value(picture); }
-    [[nodiscard]] Difference difference(const SongPicture *left, const SongPicture *right) const
+    // By their bytes, as a picture that was copied into other tags is the same one.
+    [[nodiscard]] PictureView view(const QByteArray &picture) const { return m_views.value(picture); }
+    [[nodiscard]] Difference difference(const QByteArray &left, const QByteArray &right) const
     {
         return m_differences.value({left, right});
     }
 
 private:
-    QHash<const SongPicture *, PictureView> m_views;
-    QHash<std::pair<const SongPicture *, const SongPicture *>, Difference> m_differences;
-    QList<std::shared_ptr<const SongPicture>> m_pictures; ///< so that no other takes the place of one of them
+    QHash<QByteArray, PictureView> m_views;
+    QHash<std::pair<QByteArray, QByteArray>, Difference> m_differences;
 };
 
 } // namespace velmora

@@ -6,6 +6,7 @@
 
 #include <QHeaderView>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
@@ -77,6 +78,9 @@ ListView::ListView(ListModel &rows, QWidget *parent) : QTreeView(parent), m_rows
     setSortingEnabled(true);
     header()->setSectionsMovable(false);
     header()->setStretchLastSection(true);
+    connect(header(), &QHeaderView::sectionResized, this, [this](int section) {
+        m_hasOwnWidths = m_hasOwnWidths || (!m_isFitting && section < header()->count() - 1);
+    });
 
     connect(&rows, &QAbstractItemModel::modelAboutToBeReset, this, &ListView::keepPlace);
     connect(&rows, &QAbstractItemModel::modelReset, this, &ListView::restorePlace);
@@ -125,11 +129,16 @@ void ListView::restorePlace()
     Q_EMIT selectedRowsChanged();
 }
 
-void ListView::showEvent(QShowEvent *event)
+void ListView::resizeEvent(QResizeEvent *event)
 {
-    QTreeView::showEvent(event);
-    if (std::exchange(m_columnsPlaced, true))
-        return;
+    QTreeView::resizeEvent(event);
+    if (!m_hasOwnWidths)
+        fitColumns();
+}
+
+void ListView::fitColumns()
+{
+    const QScopedValueRollback fitting(m_isFitting, true);
     const QFontMetrics metrics = header()->fontMetrics();
     int widest = 0;
     for (int status = int(PairStatus::Same); status <= int(PairStatus::RightOnly); ++status)
@@ -141,7 +150,7 @@ void ListView::showEvent(QShowEvent *event)
     int shares = 0;
     for (int column = RowSource::Key; column < header()->count(); ++column)
         shares += share(column);
-    const int rest = std::max(400, viewport()->width() - statusWidth);
+    const int rest = std::max(240, viewport()->width() - statusWidth);
     for (int column = RowSource::Key; column < header()->count() - 1; ++column)
         header()->resizeSection(column, rest * share(column) / shares);
 }

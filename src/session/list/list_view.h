@@ -26,16 +26,18 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
-    void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void fitColumns();
     void keepPlace();
     void restorePlace();
 
     ListModel &m_rows;
     QString m_notice;
-    QString m_keptKey; ///< of the current row, over a change of what is shown
-    bool m_columnsPlaced = false;
+    QString m_keptKey;           ///< of the current row, over a change of what is shown
+    bool m_hasOwnWidths = false; ///< somebody has made a column wider or narrower
+    bool m_isFitting = false;
 };
 
 } // namespace velmora

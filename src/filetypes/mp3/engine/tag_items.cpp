@@ -28,7 +28,7 @@ QString digestText(const QByteArray &bytes)
 /// Takes a text that is UTF-8 or in a one-byte encoding that nothing tells.
 void takeUnknownText(SongField &field, const QByteArray &bytes)
 {
-    QStringDecoder decoder(QStringDecoder::Utf8);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless); // nothing follows
     field.value = decoder(bytes);
     if (!decoder.hasError())
         return;

@@ -125,8 +125,8 @@ bool RegReader::readKey()
     while (end < m_text.size() && !isLineEnd(m_text[end]))
         ++end;
     const qsizetype close = m_text.first(end).lastIndexOf(u']'); // a name may hold brackets itself
-    m_inKey = close > m_at;
-    if (!m_inKey)
+    m_inKey = close > m_at && !isDeletion; // values behind a deletion belong to no key, as for the system's editor
+    if (close <= m_at)
         return false;
     QString path = m_text.sliced(m_at, close - m_at).toString();
     while (path.endsWith(u'\\'))
