@@ -1,7 +1,9 @@
+#include "folder/actions/action_words.h"
 #include "folder/actions/folder_log_panel.h"
 #include "folder/actions/plan_preview_dialog.h"
 #include "folder/sync/folder_sync_widget.h"
 #include "folder/sync/sync_drop_line_edit.h"
+#include "folder/sync/sync_tally.h"
 #include "folder/sync/sync_words.h"
 #include "folder_engine/test_tree.h"
 #include "support/recording_host.h"
@@ -96,8 +98,8 @@ private Q_SLOTS:
     {
         SyncFixture f;
         f.disk.file(word("left/a/new"), "1", 0);
-        f.disk.file(word("left/changed"), "left", 5);
-        f.disk.file(word("right/changed"), "other", 9);
+        f.disk.file(word("left/both/changed"), "left", 5);
+        f.disk.file(word("right/both/changed"), "other", 9);
         f.disk.file(word("right/gone"), "22", 0);
         f.disk.file(word("right/kept"), "3", 0);
         f.disk.file(word("left/kept"), "3", 0);
@@ -106,26 +108,27 @@ private Q_SLOTS:
         QSignalSpy titles(&f.session, &SessionWidget::tabTitleChanged);
         f.analyse();
         QCOMPARE(titles.value(0).value(0).toString(), word("Sync left <-> right"));
-        QCOMPARE(f.text("statusLabel"), word("Scan complete. 4 item(s) to sync."));
+        QCOMPARE(f.text("statusLabel"), word("Scan complete. 5 item(s) to sync."));
         QCOMPARE(f.rows().join(u'|'),
-                 word("a: → Copy to right|new: → Copy to right|changed: → Copy to right|gone: × Delete right"));
-        QCOMPARE(f.text("summaryLabel"), word("Copy right: 3 | Copy left: 0 | Delete: 1 | Skip: 0 | Total: 4"));
+                 word("a: → Copy to right|new: → Copy to right|both: → Copy to right|changed: → Copy to right|gone: × "
+                      "Delete right"));
+        QCOMPARE(f.text("summaryLabel"), word("Copy right: 4 | Copy left: 0 | Delete: 1 | Skip: 0 | Total: 5"));
 
         f.session.findChild<QComboBox *>(word("directionBox"))->setCurrentIndex(3); // planned anew without a scan
-        QCOMPARE(f.rows().mid(2).join(u'|'), word("changed: ← Copy to left|gone: ← Copy to left"));
+        QCOMPARE(f.rows().mid(3).join(u'|'), word("changed: ← Copy to left|gone: ← Copy to left"));
         f.session.findChild<QComboBox *>(word("directionBox"))->setCurrentIndex(0);
 
         f.dialogs.answerNumber(0);
         f.action("syncNowAction")->trigger();
         QCOMPARE(f.dialogs.asked().last().title, word("Confirm sync"));
-        QCOMPARE(f.dialogs.asked().last().text, word("About to run 4 sync action(s). Continue?"));
+        QCOMPARE(f.dialogs.asked().last().text, word("About to run 5 sync action(s). Continue?"));
         QCOMPARE(all(), before);
 
         f.dialogs.answerNumber(1);
         f.sync();
-        QTRY_COMPARE(f.text("statusLabel"), word("Sync complete. Success: 4, failed: 0"));
+        QTRY_COMPARE(f.text("statusLabel"), word("Sync complete. Success: 5, failed: 0"));
         QVERIFY(f.log().contains(word("  × Deleted on right: ")));
-        QCOMPARE(contentsOf(f.disk.path(word("right/changed"))), "left");
+        QCOMPARE(contentsOf(f.disk.path(word("right/both/changed"))), "left");
         QCOMPARE(entriesOf(f.disk.right()), entriesOf(f.disk.left()));
         QCOMPARE(f.rows(), QStringList());
         QVERIFY(!f.action("syncNowAction")->isEnabled());
@@ -138,9 +141,53 @@ private Q_SLOTS:
         if (!QFile::exists(f.disk.path(word("right/gone"))))
             QSKIP("this bin does not tell where things are that went there");
 #endif
-        QTRY_COMPARE(f.rows().size(), 4);
+        QTRY_COMPARE(f.rows().size(), 5);
         QCOMPARE(all(), before);
-        QCOMPARE(contentsOf(f.disk.path(word("right/changed"))), "other");
+        QCOMPARE(contentsOf(f.disk.path(word("right/both/changed"))), "other");
+    }
+
+    /// Asked and told in the same unit: entries, however few steps they take.
+    void whatWasAskedForIsWhatIsCounted()
+    {
+        SyncFixture f;
+        f.disk.file(word("left/new/.hidden"), "1", 0);
+        f.disk.file(word("left/new/file"), "1", 0);
+        f.disk.file(word("right/gone/within/one"), "2", 0);
+        f.disk.file(word("right/gone/two"), "2", 0);
+        f.disk.file(word("right/stays"), "2", 0);
+        f.disk.file(word("left/stays"), "2", 0);
+        for (const QString &name : {word("/more"), word("/even"), word("/further")}) {
+            f.disk.file(word("left") + name, "2", 0);
+            f.disk.file(word("right") + name, "2", 0);
+        }
+        f.analyse();
+        f.dialogs.answerNumber(1);
+        f.sync();
+        QCOMPARE(f.dialogs.asked().first().text, word("About to run 6 sync action(s). Continue?"));
+        QTRY_COMPARE(f.text("statusLabel"), word("Sync complete. Success: 6, failed: 0"));
+        QCOMPARE(entriesOf(f.disk.right()), entriesOf(f.disk.left()));
+    }
+
+    void aFolderThatCouldNotGoFailsWithAllInIt()
+    {
+        const Sides<QString> folders{word("/l"), word("/r")};
+        QList<SyncPlanItem> plan;
+        for (const QString &name : {word("d"), word("d/one"), word("d/two"), word("other")}) {
+            SyncPlanItem item;
+            item.name = name;
+            item.rightPath = word("/r/") + name;
+            item.isDir = name == word("d");
+            item.action = qint32(SyncAction::DeleteRight);
+            plan.append(item);
+        }
+        PlanRunResult result;
+        result.isWhole = true;
+        result.lines = {{shownPath(word("/r/d")), word("in use"), false}, {shownPath(word("/r/other")), {}, true}};
+        QCOMPARE(tallySync(plan, folders, result), (SyncTally{1, 3}));
+        result.lines.append({shownPath(word("/r/d/one")), {}, true});
+        QCOMPARE(tallySync(plan, folders, result), (SyncTally{2, 2}));
+        result.lines.append({shownPath(word("/elsewhere")), word("refused"), false});
+        QCOMPARE(tallySync(plan, folders, result), (SyncTally{2, 3}));
     }
 
     /// Each number and each folder stands where the sentence has it, whatever the paths look like.

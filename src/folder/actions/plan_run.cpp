@@ -83,6 +83,7 @@ PlanRunResult runPlan(const OperationPlan &plan, const QString &title, const Can
     result.files = report.done.writtenFiles + report.done.replacedFiles;
     addSteps(report, result);
     addLeftOut(report, result);
+    result.isWhole = report.plan.refusal == PlanRefusal::None && !report.ends.contains(StepEnd::NotReached);
     result.lacksRecycleBin =
         std::any_of(report.problems.begin(), report.problems.end(),
                     [](const OperationProblem &problem) { return problem.code == OperationErrorCode::NoRecycleBin; });

@@ -24,7 +24,8 @@ struct PlanRunResult {
     QList<PlanLine> lines; ///< in the order of the plan; what was not reached has none
     qint64 succeeded = 0;
     qint64 failed = 0;
-    qint64 files = 0; ///< written, new or over others
+    qint64 files = 0;     ///< written, new or over others
+    bool isWhole = false; ///< every step was come to, whatever became of it
     bool lacksRecycleBin = false;
     QString journalId; ///< empty when nothing was written down
 };

@@ -13,6 +13,7 @@ class SyncBar;
 class SyncChoices;
 class SyncPlanModel;
 class SyncRemarks;
+struct SyncTally;
 
 /// The session that makes two folders agree: both are compared, what is to be done is shown as a plan that can be
 /// changed entry by entry, and carried out when a person says so. A run can be taken back.
@@ -77,7 +78,7 @@ private:
     [[nodiscard]] QString questionFor(qint64 actions) const;
     void askForLosses(const QList<SyncPlanItem> &plan);
     void run(const QList<SyncPlanItem> &plan);
-    void takeRun(const PlanRunResult &result, bool wasCancelled);
+    void takeRun(const PlanRunResult &result, const SyncTally &tally, bool wasCancelled);
     void offerDeletingForGood();
 
     SyncBar *m_bar;

@@ -4,6 +4,7 @@
 #include "folder/actions/folder_log_panel.h"
 #include "folder/sync/folder_sync_widget.h"
 #include "folder/sync/sync_plan_model.h"
+#include "folder/sync/sync_tally.h"
 #include "folder/sync/sync_words.h"
 #include "session/dialogs.h"
 #include "session/frame/status_line.h"
@@ -76,10 +77,12 @@ void FolderSyncWidget::run(const QList<SyncPlanItem> &plan)
     status().showMessage(Velmora::tr("Starting sync…"));
     showLog(true);
     runs().write([input = inputForRun(), plan, manner = m_manner] { return planSyncRun(input, plan, manner); }, title(),
-                 [this](const PlanRunResult &result, bool wasCancelled) { takeRun(result, wasCancelled); });
+                 [this, plan](const PlanRunResult &result, bool wasCancelled) {
+                     takeRun(result, tallySync(plan, plannedFolders(), result), wasCancelled);
+                 });
 }
 
-void FolderSyncWidget::takeRun(const PlanRunResult &result, bool wasCancelled)
+void FolderSyncWidget::takeRun(const PlanRunResult &result, const SyncTally &tally, bool wasCancelled)
 {
     const bool tellsAll = result.lines.size() <= FolderLogPanel::mostLines;
     QStringList lines;
@@ -88,11 +91,11 @@ void FolderSyncWidget::takeRun(const PlanRunResult &result, bool wasCancelled)
             lines.append(syncLogLine(line));
     }
     log().addLines(lines);
-    QString done = Velmora::tr("Sync complete. Success: %1, failed: %2").arg(result.succeeded).arg(result.failed);
+    QString done = Velmora::tr("Sync complete. Success: %1, failed: %2").arg(tally.succeeded).arg(tally.failed);
     if (wasCancelled)
         done = Velmora::tr("Cancelled. %1").arg(done);
     log().addLine(done);
-    analyse(plannedFolders(), {done, result.failed > 0});
+    analyse(plannedFolders(), {done, tally.failed > 0});
     if (result.lacksRecycleBin)
         offerDeletingForGood();
 }

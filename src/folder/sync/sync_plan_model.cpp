@@ -17,9 +17,9 @@ namespace velmora {
 
 namespace {
 
-QColor actionColour(SyncAction action)
+QColor actionColour(const SyncPlanItem &item)
 {
-    switch (action) {
+    switch (isStep(item) ? item.syncAction() : SyncAction::Skip) {
     case SyncAction::Skip:
         return diffColour(DiffColour::MutedText);
     case SyncAction::DeleteLeft:
@@ -259,6 +259,16 @@ QVariant SyncPlanModel::textAt(const SyncPlanItem &item, int column) const
     }
 }
 
+QVariant SyncPlanModel::hintAt(const SyncPlanItem &item, int column)
+{
+    if (column == Name)
+        return toolTipText(visibleName(item.name));
+    if (column == Action && item.isDir && item.syncAction() != SyncAction::Skip && !isStep(item))
+        return toolTipText(
+            Velmora::tr("Both sides have this folder, so that it stays; what is in it has rows of its own."));
+    return {};
+}
+
 QVariant SyncPlanModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid())
@@ -268,11 +278,11 @@ QVariant SyncPlanModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return textAt(item, index.column());
     case Qt::ToolTipRole:
-        return index.column() == Name ? QVariant(toolTipText(visibleName(item.name))) : QVariant();
+        return hintAt(item, index.column());
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(alignmentOf(index.column()));
     case Qt::ForegroundRole:
-        return index.column() == Action ? QVariant(actionColour(item.syncAction())) : QVariant();
+        return index.column() == Action ? QVariant(actionColour(item)) : QVariant();
     case Qt::DecorationRole:
         if (index.column() != Name)
             return {};
