@@ -130,6 +130,8 @@ private Q_SLOTS:
         QVERIFY(past.button("pastContinue")->isEnabled());
         past.agree("pastContinue");
         QTRY_COMPARE(f.picture("right"), QStringLiteral("a=1 b=2 c=3"));
+        QTRY_COMPARE(past.rows("pastList").value(1), QStringLiteral("Update | Continued"));
+        QVERIFY(!past.button("pastContinue")->isEnabled());
     }
 };
 

@@ -25,6 +25,7 @@ struct ActionRequest {
     DeleteManner manner = DeleteManner::ToRecycleBin;
     IfPresent ifPresent = IfPresent::Replace;
     Keeping keeping = Keeping::OldContents;
+    QString restOf; ///< of `ContinueRun`: the run in the journal
 };
 
 [[nodiscard]] inline const QString &rootOn(const FolderActionContext &context, Side side)

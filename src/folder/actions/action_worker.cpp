@@ -7,7 +7,7 @@ namespace velmora {
 ActionOutcome runAction(const ActionRequest &request, const OperationPlan &plan, FileLayer &files,
                         const JournalPlace &place, const CancelFlag &cancel, Progress &progress)
 {
-    const JournalNote note{actionTitle(request), request.undoOf, request.keeping != Keeping::NoNotes,
+    const JournalNote note{actionTitle(request), request.undoOf, request.restOf, request.keeping != Keeping::NoNotes,
                            request.keeping == Keeping::OldContents};
     const ExecutionReport report = executeJournalled(plan, files, place, note, cancel, progress);
     return outcomeOf(request, report, QTime::currentTime());

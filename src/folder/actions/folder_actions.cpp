@@ -105,7 +105,8 @@ void FolderActions::carryOut(FolderCommand command, const FolderSelection &selec
                           {},
                           DeleteManner::ToRecycleBin,
                           IfPresent::Replace,
-                          Keeping::OldContents};
+                          Keeping::OldContents,
+                          {}};
     switch (command) {
     case FolderCommand::Properties:
     case FolderCommand::ShowInFileManager:

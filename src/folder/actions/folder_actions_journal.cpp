@@ -35,6 +35,13 @@ bool writesReadOnly(const OperationPlan &plan, const FolderActionContext &contex
     return false;
 }
 
+/// A crash came after all had been done.
+bool hasNoRest(const PastRun &run)
+{
+    return run.refusal == UndoRefusal::None && !run.done.steps.isEmpty() && run.done.refusal == PlanRefusal::None &&
+           run.rest.steps.isEmpty() && run.rest.leftOut.isEmpty();
+}
+
 } // namespace
 
 void FolderActions::undoRun(const QString &id)
@@ -58,11 +65,16 @@ void FolderActions::continueRun(const JournalEntry &run)
     ActionRequest request;
     request.command = FolderCommand::ContinueRun;
     request.name = run.title;
+    request.restOf = run.id;
     request.context = m_context;
     const QString time = QLocale().toString(run.started.toLocalTime(), QLocale::ShortFormat);
     m_runner.start(
         [&files = m_files, place = journal(), id = run.id](const CancelFlag &cancel, Progress &) {
-            return OperationJournal(files, place.folder, place.limits).readRun(id, cancel);
+            OperationJournal past(files, place.folder, place.limits);
+            PastRun read = past.readRun(id, cancel);
+            if (hasNoRest(read))
+                past.markContinued(id);
+            return read;
         },
         [this, request, time](RunOutcome<PastRun> &&outcome) {
             Q_EMIT statusChanged(endText(outcome.end, outcome.fault));

@@ -75,6 +75,8 @@ QString PastOperationsModel::stateText(int row) const
         return Velmora::tr("Undone");
     if (run.undoneInPart)
         return Velmora::tr("Undone in part");
+    if (run.continued)
+        return Velmora::tr("Continued");
     return run.interrupted ? Velmora::tr("Interrupted") : Velmora::tr("Done");
 }
 

@@ -18,6 +18,7 @@ inline const QString keptBytesName = QStringLiteral("kept-bytes");
 inline const QString undoneMarkName = QStringLiteral("undone");
 inline const QString partlyUndoneMarkName = QStringLiteral("undone-in-part");
 inline const QString interruptedMarkName = QStringLiteral("interrupted");
+inline const QString continuedMarkName = QStringLiteral("continued");
 inline const QString toldMarkName = QStringLiteral("told");
 inline const QString lockName = QStringLiteral("lock");
 

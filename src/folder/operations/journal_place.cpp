@@ -52,7 +52,7 @@ ExecutionReport executeJournalled(const OperationPlan &plan, FileLayer &files, c
         return report;
     }
     OperationJournal journal(files, place.folder, place.limits);
-    journal.setNext(note.title, note.undoOf);
+    journal.setNext(note.title, note.undoOf, note.restOf);
     ExecutionOptions options;
     options.journal = note.isWritten ? &journal : nullptr;
     options.keepsOld = note.keepsOld;

@@ -18,6 +18,7 @@ struct JournalPlace {
 struct JournalNote {
     QString title;         ///< to show the run again
     QString undoOf = {};   ///< the run that this one undoes
+    QString restOf = {};   ///< the interrupted run of which this one does the rest
     bool isWritten = true; ///< false: not at all, so that a full disk does not stand in the way
     bool keepsOld = true;  ///< false: what is replaced or deleted is gone, and its space is free
 };

@@ -28,6 +28,7 @@ std::unique_ptr<JournalRun> JournalRun::start(OperationJournal &journal, const O
     run->m_olderBytes = olderBytes;
     run->m_journalFolder = std::move(folder);
     run->m_undoOf = std::exchange(journal.m_nextUndoOf, {});
+    run->m_restOf = std::exchange(journal.m_nextRestOf, {});
     run->m_keepsOld = keepsOld;
     JournalHeader header{journal.m_nextTitle, QDateTime::currentMSecsSinceEpoch(), run->m_undoOf, {}, 0};
     header.steps = plan.steps.size();
@@ -186,6 +187,8 @@ FileError JournalRun::finish(bool isComplete)
     FileError error = m_lines->flush();
     if (!error.isError())
         error = writeSmallFile(*m_folder, keptBytesName, QByteArray::number(m_keptBytes));
+    if (isComplete && !error.isError() && !m_restOf.isEmpty())
+        m_journal.markContinued(m_restOf);
     return error.isError() || m_undoOf.isEmpty() ? error : markUndone(isComplete);
 }
 

@@ -54,7 +54,8 @@ public:
     void endNothing();
     [[nodiscard]] FileError moved(qint64 number, bool stays);
 
-    /// To be called at the end. `isComplete`: what this run undoes has been undone as a whole.
+    /// To be called at the end. `isComplete`: what this run undoes has been undone as a whole, and what it is the rest
+    /// of has been done.
     [[nodiscard]] FileError finish(bool isComplete);
 
 private:
@@ -70,6 +71,7 @@ private:
     QString m_id;
     std::unique_ptr<QLockFile> m_lock;
     QString m_undoOf;
+    QString m_restOf;
     std::vector<OperationKind> m_planned; ///< by the number of the step
     bool m_keepsOld = true;
     std::unique_ptr<FolderHandle> m_journalFolder;

@@ -57,7 +57,9 @@ void addMarks(JournalEntry &entry, FolderHandle &run, const QString &journalFold
     entry.told = hasMark(run, toldMarkName);
     const bool isFinished = hasMark(run, keptBytesName);
     entry.isAtWork = !isFinished && !lockRun(journalFolder + u'/' + entry.id);
-    entry.interrupted = isFinished ? hasMark(run, interruptedMarkName) : !entry.isAtWork;
+    const bool hasCrashed = isFinished ? hasMark(run, interruptedMarkName) : !entry.isAtWork;
+    entry.continued = hasCrashed && hasMark(run, continuedMarkName);
+    entry.interrupted = hasCrashed && !entry.continued;
 }
 
 } // namespace
@@ -68,10 +70,11 @@ OperationJournal::OperationJournal(FileLayer &files, QString folder, JournalLimi
 
 OperationJournal::~OperationJournal() = default;
 
-void OperationJournal::setNext(const QString &title, const QString &undoOf)
+void OperationJournal::setNext(const QString &title, const QString &undoOf, const QString &restOf)
 {
     m_nextTitle = title;
     m_nextUndoOf = undoOf;
+    m_nextRestOf = restOf;
 }
 
 JournalList OperationJournal::entries() const
@@ -117,11 +120,21 @@ bool OperationJournal::mayUndo() const
 
 void OperationJournal::markTold(const QString &id)
 {
+    markRun(id, toldMarkName);
+}
+
+void OperationJournal::markContinued(const QString &id)
+{
+    markRun(id, continuedMarkName);
+}
+
+void OperationJournal::markRun(const QString &id, const QString &name)
+{
     FileError error;
     const std::unique_ptr<FolderHandle> folder = m_files.openRoot(m_folder, error);
     const std::unique_ptr<FolderHandle> run = folder ? folder->openFolder(id, error) : nullptr;
     if (run)
-        (void)mark(*run, toldMarkName);
+        (void)mark(*run, name);
 }
 
 void OperationJournal::prune()

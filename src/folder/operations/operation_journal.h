@@ -23,7 +23,8 @@ struct JournalEntry {
     bool undone = false;       ///< in full
     bool undoneInPart = false; ///< it can be tried again for the rest
     bool isAtWork = false;     ///< in another process, or another part of this one
-    bool interrupted = false;  ///< a crash ended it
+    bool interrupted = false;  ///< a crash ended it, and the rest has not been done since
+    bool continued = false;    ///< a crash ended it, and the rest has been done since
     bool told = false;         ///< a person has been told of the crash
     QString undoOf;            ///< the run that this one undid
 };
@@ -69,8 +70,9 @@ public:
     OperationJournal(const OperationJournal &) = delete;
     OperationJournal &operator=(const OperationJournal &) = delete;
 
-    /// Of the run that is executed next. `undoOf` marks it as the undoing of another.
-    void setNext(const QString &title, const QString &undoOf = {});
+    /// Of the run that is executed next. `undoOf` marks it as the undoing of another, `restOf` as what another has left
+    /// to be done; that one is marked when all of it has been done.
+    void setNext(const QString &title, const QString &undoOf = {}, const QString &restOf = {});
 
     [[nodiscard]] JournalList entries() const;
 
@@ -79,6 +81,8 @@ public:
 
     /// Remembers that a person has been told that the run was interrupted.
     void markTold(const QString &id);
+    /// Remembers that nothing is left to be done of a run that was interrupted.
+    void markContinued(const QString &id);
 
     /// What takes back the run `id`, or the last one that is neither undone nor an undoing when `id` is empty. Files
     /// that were made are deleted if they are still as they were made, replaced and deleted ones come back, moved and
@@ -97,12 +101,14 @@ public:
 
 private:
     friend class JournalRun;
+    void markRun(const QString &id, const QString &name);
     [[nodiscard]] UndoPlan planUndoOf(const QString &id, const CancelFlag &cancel, Progress &progress) const;
     FileLayer &m_files;
     QString m_folder;
     JournalLimits m_limits;
     QString m_nextTitle;
     QString m_nextUndoOf;
+    QString m_nextRestOf;
 };
 
 } // namespace velmora
