@@ -25,6 +25,8 @@ public:
     [[nodiscard]] qsizetype indexAt(int row) const { return m_rows[std::size_t(row)]; }
     /// A conflict for which nobody has chosen a version.
     [[nodiscard]] bool isOpenAt(int row) const;
+    /// A merged text is taken for it.
+    [[nodiscard]] bool hasTextAt(int row) const { return m_sources[std::size_t(indexAt(row))] == MergeSource::Text; }
     /// The first row below `folder` and the one behind the last.
     [[nodiscard]] std::pair<int, int> rowsBelow(const QString &folder) const;
     [[nodiscard]] qint64 openConflicts() const;

@@ -7,6 +7,7 @@
 #include "folder/merge/awaited_texts.h"
 #include "folder/merge/folder_merge_bar.h"
 #include "folder/merge/folder_merge_model.h"
+#include "session/dialogs.h"
 #include "session/frame/notice_bar.h"
 #include "session/frame/notice_card.h"
 #include "session/frame/status_line.h"
@@ -21,6 +22,7 @@
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QMenu>
+#include <QPointer>
 
 namespace velmora {
 
@@ -266,10 +268,51 @@ void FolderMergeWidget::openCurrent()
     if (!current.isValid())
         return;
     const FolderMergeFile &file = m_model->fileAt(current.row());
+    if (m_model->hasTextAt(current.row()))
+        askWhatToOpen(file);
+    else
+        openMerge(file);
+}
+
+SessionPaths FolderMergeWidget::versionsOf(const FolderMergeFile &file) const
+{
     const auto pathOf = [&](MergeVersion version) {
         return file.sizes[version] < 0 ? QString() : joinedPath(m_compared[version], file.path);
     };
-    const SessionPaths versions{pathOf(MergeVersion::Left), pathOf(MergeVersion::Right), pathOf(MergeVersion::Base)};
+    return {pathOf(MergeVersion::Left), pathOf(MergeVersion::Right), pathOf(MergeVersion::Base)};
+}
+
+/// A merge begins anew: what was made of the file before is worth a look first.
+void FolderMergeWidget::askWhatToOpen(const FolderMergeFile &file)
+{
+    enum Answer : quint8 { Show, Merge, Nothing };
+    Dialogs::instance().ask(
+        this, Dialogs::Tone::Information, Velmora::tr("Merged text"),
+        Velmora::tr("%1 has a merged text already. Look at it, or merge the three versions anew? The "
+                    "text stays until another is saved.")
+            .arg(shownPath(file.path)),
+        {{Velmora::tr("&Look at it"), Show, true},
+         {Velmora::tr("&Merge anew"), Merge},
+         {Velmora::tr("Cancel"), Nothing, false, true}},
+        [self = QPointer(this), file](int answer) {
+            if (self && answer == Show)
+                self->showMergedText(file);
+            else if (self && answer == Merge)
+                self->openMerge(file);
+        });
+}
+
+/// Beside a version that it was made of, where it can be changed.
+void FolderMergeWidget::showMergedText(const FolderMergeFile &file)
+{
+    const SessionPaths versions = versionsOf(file);
+    host().openSession(host().kindFor(SessionHost::Purpose::CompareTexts),
+                       {versions.left.isEmpty() ? versions.right : versions.left, m_texts->await(file.path), {}});
+}
+
+void FolderMergeWidget::openMerge(const FolderMergeFile &file)
+{
+    const SessionPaths versions = versionsOf(file);
     Q_EMIT openThreeWayMerge(versions.base, versions.left, versions.right);
     host().openMerge(versions, m_texts->await(file.path));
 }

@@ -67,6 +67,10 @@ private:
     void takeCleanTexts();
     void takeText(const QString &path);
     void selectFolder();
+    void openMerge(const FolderMergeFile &file);
+    void showMergedText(const FolderMergeFile &file);
+    void askWhatToOpen(const FolderMergeFile &file);
+    [[nodiscard]] SessionPaths versionsOf(const FolderMergeFile &file) const;
     void changeSelected(const std::function<void(const QModelIndexList &)> &change);
     void step(int direction);
 
