@@ -49,19 +49,24 @@ std::optional<Side> sideOfNewName(const SyncPlanItem &item)
 /// Names of one side by what they have in common.
 using NamesByLikeness = QHash<QString, QStringList>;
 
+/// What stands then where the plan brings names to, and where nothing comes to, nothing: most plans bring few.
 Sides<NamesByLikeness> namesThen(const QList<FolderDiffItem> &items, const QList<SyncPlanItem> &plan)
 {
     Sides<NamesByLikeness> names;
-    for (const FolderDiffItem &item : items) {
-        const QString key = likeness(item.name);
-        for (const Side side : bothSides) {
-            if (!pathOn(item, side).isEmpty())
-                names[side][key].append(item.name);
-        }
-    }
     for (const SyncPlanItem &item : plan) {
         if (const std::optional<Side> side = sideOfNewName(item))
             names[*side][likeness(item.name)].append(item.name);
+    }
+    if (names.left.isEmpty() && names.right.isEmpty())
+        return names;
+    for (const FolderDiffItem &item : items) {
+        const QString key = likeness(item.name);
+        for (const Side side : bothSides) {
+            if (pathOn(item, side).isEmpty())
+                continue;
+            if (const auto brought = names[side].find(key); brought != names[side].end())
+                brought->append(item.name);
+        }
     }
     return names;
 }

@@ -76,7 +76,9 @@ void PlanEntries::place(PlanEntry &entry) const
         SideEntry &here = entry.on(side);
         here.isThere = !path.isEmpty();
         if (here.isThere && isOrIsInside(path, root)) {
-            here.relative = path.mid(root.endsWith(u'/') ? root.size() : root.size() + 1);
+            const QStringView relative = QStringView(path).mid(root.endsWith(u'/') ? root.size() : root.size() + 1);
+            // Mostly the same, and then it takes no room of its own.
+            here.relative = relative == entry.item->name ? entry.item->name : relative.toString();
             continue;
         }
         const QString &other = pathOn(*entry.item, otherSide(side));
