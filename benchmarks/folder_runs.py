@@ -7,7 +7,7 @@ Rounds of all programs take turns, so that what else the machine does hits them 
 Markdown, with the ratio of velmora-cli's to the other's and the aim for it. Copies go to a new folder beside the data or in FOLDER, on
 the same volume for all, and what was written before is on the disk before the clock starts. `rsync -a --fsync` waits for the disk
 after each file, which may take minutes: it takes part in the first rounds only (--fsync-runs). Memory is that beyond what the same
-command needs for empty folders, for each file and folder that is compared. The exit status is 1 when an aim is missed.
+command needs for empty folders, for each file and folder of all trees. The exit status is 1 when an aim is missed.
 """
 
 import argparse
@@ -93,23 +93,24 @@ def peak(command, home):
 
 
 def entries(trees):
-    """How many different names of files and folders there are in the trees."""
-    names = set()
-    for tree in trees:
-        for folder, folders, files in os.walk(tree):
-            names.update(os.path.join(os.path.relpath(folder, tree), name) for name in folders + files)
-    return len(names)
+    """How many files and folders there are in the trees."""
+    return sum(len(folders) + len(files) for tree in trees for _, folders, files in os.walk(tree))
 
 
-def memory(program, home):
+def memory(program, home, target):
+    """Prints the memory of each command; whether every one is within the aim."""
+    left, right, twin = (str(TREES / side) for side in ("left", "right", "twin"))
+    shutil.rmtree(target, ignore_errors=True)
+    empty = [os.path.join(home, "empty", side) for side in ("left", "right", "twin")]
+    for folder in [*empty, target]:
+        os.makedirs(folder, exist_ok=True)
+    cases = [(["sync"], [left, right]), (["sync", "--run"], [left, target]), (["merge-folders"], [left, right, twin])]
     reached = True
-    for command, sides in (("sync", ("left", "right")), ("merge-folders", ("left", "right", "twin"))):
-        trees = [str(TREES / side) for side in sides]
-        empty = [os.path.join(home, "empty", side) for side in sides]
-        for folder in empty:
-            os.makedirs(folder, exist_ok=True)
-        each = (peak([program, command, *trees], home) - peak([program, command, *empty], home)) / entries(trees)
-        print(f"velmora-cli {command}: {each:.0f} bytes of memory an entry (aim {BYTES_PER_ENTRY})")
+    for command, trees in cases:
+        count = entries(trees)
+        most = peak([program, *command, *trees], home)
+        each = (most - peak([program, *command, *empty[:len(trees)]], home)) / count
+        print(f"velmora-cli {' '.join(command)}: {each:.0f} bytes of memory an entry of {count:,} (aim {BYTES_PER_ENTRY})")
         reached = reached and each <= BYTES_PER_ENTRY
     return reached
 
@@ -136,7 +137,7 @@ def main():
             report("copying", best_of(copying(options.program, target), options.runs, home, target, options.fsync_runs)),
         ]
         print()
-        reached.append(memory(options.program, home))
+        reached.append(memory(options.program, home, target))
     return 0 if all(reached) else 1
 
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Makes the folder trees and large files for folder.py in benchmarks/data/folders/ (about 9 GB).
+"""Makes the folder trees and large files for folder.py in benchmarks/data/folders/ (about 9 GB), or of them the sets that are named.
 
-    generate_folders.py [--files N]
+    generate_folders.py [--files N] [SET ...]
 
 sources     N real source files (30,000 unless told otherwise) out of /usr/include, the Python libraries and /usr/share of this
             machine, with their folders: "left"; a copy with other times: "right"; a copy with equal times: "twin"
@@ -94,15 +94,19 @@ def make_large(base, rng):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--files", type=int, default=30_000, metavar="N", help="source files (default: %(default)s)")
+    parser.add_argument("sets", nargs="*", metavar="SET", help="sources, small, large (default: all)")
     options = parser.parse_args()
     makers = {
         "sources": lambda base: make_sources(base, options.files),
         "small": lambda base: make_small(base, random.Random("small")),
         "large": lambda base: make_large(base, random.Random("large")),
     }
-    for name, make in makers.items():
+    unknown = set(options.sets) - set(makers)
+    if unknown:
+        parser.error(f"no such set: {', '.join(sorted(unknown))}")
+    for name in options.sets or makers:
         shutil.rmtree(DATA / name, ignore_errors=True)
-        make(DATA / name)
+        makers[name](DATA / name)
         print(name)
 
 
