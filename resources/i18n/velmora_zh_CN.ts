@@ -1682,6 +1682,22 @@
         <translation>✓ 合并后的文本</translation>
     </message>
     <message>
+        <source>Merged text</source>
+        <translation>合并后的文本</translation>
+    </message>
+    <message>
+        <source>%1 has a merged text already. Look at it, or merge the three versions anew? The text stays until another is saved.</source>
+        <translation>%1 已有合并后的文本。查看它，还是重新合并三个版本？在保存新文本之前，现有文本保持不变。</translation>
+    </message>
+    <message>
+        <source>&amp;Look at it</source>
+        <translation>查看(&amp;L)</translation>
+    </message>
+    <message>
+        <source>&amp;Merge anew</source>
+        <translation>重新合并(&amp;M)</translation>
+    </message>
+    <message>
         <source>Select the folder</source>
         <translation>选择所在文件夹</translation>
     </message>
@@ -2164,6 +2180,10 @@
     <message>
         <source>→ Copy to right</source>
         <translation>→ 复制到右侧</translation>
+    </message>
+    <message>
+        <source>Both sides have this folder, so that it stays; what is in it has rows of its own.</source>
+        <translation>两侧都有此文件夹，因此保留；其中的内容各有自己的行。</translation>
     </message>
     <message>
         <source>← Copy to left</source>
@@ -4710,6 +4730,10 @@ The editor has unsaved changes; re-comparing without reloading may discard disk 
     <message>
         <source>Undone in part</source>
         <translation>部分已撤销</translation>
+    </message>
+    <message>
+        <source>Continued</source>
+        <translation>已继续完成</translation>
     </message>
     <message>
         <source>Interrupted</source>
