@@ -97,16 +97,9 @@ void FolderActions::carryOut(FolderCommand command, const FolderSelection &selec
         Q_EMIT statusChanged(reason);
         return;
     }
-    ActionRequest request{command,
-                          m_context,
-                          selection,
-                          {},
-                          {},
-                          {},
-                          DeleteManner::ToRecycleBin,
-                          IfPresent::Replace,
-                          Keeping::OldContents,
-                          {}};
+    ActionRequest request{
+        command, m_context, selection, {}, {}, {}, DeleteManner::ToRecycleBin, IfPresent::Replace, Keeping::OldContents,
+        {}};
     switch (command) {
     case FolderCommand::Properties:
     case FolderCommand::ShowInFileManager:

@@ -259,13 +259,12 @@ QVariant SyncPlanModel::textAt(const SyncPlanItem &item, int column) const
     }
 }
 
-QVariant SyncPlanModel::hintAt(const SyncPlanItem &item, int column)
+QString SyncPlanModel::hintAt(const SyncPlanItem &item, int column)
 {
     if (column == Name)
-        return toolTipText(visibleName(item.name));
+        return visibleName(item.name);
     if (column == Action && item.isDir && item.syncAction() != SyncAction::Skip && !isStep(item))
-        return toolTipText(
-            Velmora::tr("Both sides have this folder, so that it stays; what is in it has rows of its own."));
+        return Velmora::tr("Both sides have this folder, so that it stays; what is in it has rows of its own.");
     return {};
 }
 
@@ -278,7 +277,7 @@ QVariant SyncPlanModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return textAt(item, index.column());
     case Qt::ToolTipRole:
-        return hintAt(item, index.column());
+        return toolTipText(hintAt(item, index.column()));
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(alignmentOf(index.column()));
     case Qt::ForegroundRole:

@@ -66,7 +66,7 @@ private:
     [[nodiscard]] static qint32 nodeOf(const QModelIndex &index) { return qint32(index.internalId()); }
     [[nodiscard]] const std::vector<qint32> &childrenOf(qint32 node) const;
     [[nodiscard]] QVariant textAt(const SyncPlanItem &item, int column) const;
-    [[nodiscard]] static QVariant hintAt(const SyncPlanItem &item, int column);
+    [[nodiscard]] static QString hintAt(const SyncPlanItem &item, int column);
     [[nodiscard]] std::vector<char> shownItems() const;
     [[nodiscard]] bool showsFile(const SyncPlanItem &file) const;
     void findParents();
