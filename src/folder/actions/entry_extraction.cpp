@@ -3,11 +3,13 @@
 #include "folder/actions/archive_words.h"
 #include "folder/actions/folder_actions.h"
 #include "folder/engine/folder_engine.h"
+#include "session/dialogs.h"
 #include "session/translate.h"
 #include "vfs/archive/archive_layout.h"
 #include "vfs/archive/archive_source.h"
 #include "vfs/local_folder.h"
 
+#include <QPointer>
 #include <QSet>
 #include <QWidget>
 
@@ -43,7 +45,8 @@ struct EntryExtraction::LaidOut {
     QList<FolderDiffItem> items; ///< what is there now, as the one side of a comparison
 };
 
-EntryExtraction::EntryExtraction(QWidget &window) : QObject(&window), m_actions(new FolderActions(window, this))
+EntryExtraction::EntryExtraction(QWidget &window)
+    : QObject(&window), m_window(window), m_actions(new FolderActions(window, this))
 {
     connect(&m_runner, &Runner::runningChanged, this, &EntryExtraction::runningChanged);
     connect(m_actions, &FolderActions::runningChanged, this, &EntryExtraction::runningChanged);
@@ -73,6 +76,16 @@ void EntryExtraction::start(const std::shared_ptr<const ArchiveSource> &archive,
     const QStringList paths = outermost(wanted);
     if (!archive || paths.isEmpty() || isRunning())
         return;
+    Dialogs::instance().openFolder(&m_window, Velmora::tr("Select destination folder"), {},
+                                   [self = QPointer(this), archive, paths](const QString &folder) {
+                                       if (self && !self->isRunning())
+                                           self->unpack(archive, paths, folder);
+                                   });
+}
+
+void EntryExtraction::unpack(const std::shared_ptr<const ArchiveSource> &archive, const QStringList &paths,
+                             const QString &destination)
+{
     m_folder = std::make_unique<QTemporaryDir>();
     if (!m_folder->isValid()) {
         Q_EMIT statusChanged(m_folder->errorString());
@@ -88,16 +101,16 @@ void EntryExtraction::start(const std::shared_ptr<const ArchiveSource> &archive,
             laidOut.items = compareFolderTree(input, cancel);
             return laidOut;
         },
-        [this](RunOutcome<LaidOut> &&outcome) {
+        [this, destination](RunOutcome<LaidOut> &&outcome) {
             if (outcome.end == RunEnd::Done && outcome.value)
-                take(*outcome.value);
+                take(*outcome.value, destination);
             else
                 Q_EMIT statusChanged(Velmora::tr("Unpacking was cancelled; nothing was written"));
         },
         [this](const ProgressState &state) { Q_EMIT progressed(state); });
 }
 
-void EntryExtraction::take(const LaidOut &laidOut)
+void EntryExtraction::take(const LaidOut &laidOut, const QString &destination)
 {
     for (const ArchiveProblem &problem : laidOut.result.problems)
         Q_EMIT logLine(archiveProblemText(problem));
@@ -117,7 +130,7 @@ void EntryExtraction::take(const LaidOut &laidOut)
     std::copy_if(laidOut.items.begin(), laidOut.items.end(), std::back_inserter(selection.items),
                  [](const FolderDiffItem &item) { return !item.name.contains(u'/'); });
     Q_EMIT statusChanged({});
-    m_actions->carryOut(FolderCommand::CopyTo, selection);
+    m_actions->copyTo(destination, selection);
 }
 
 } // namespace velmora

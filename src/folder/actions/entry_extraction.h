@@ -17,8 +17,8 @@ namespace velmora {
 class ArchiveSource;
 class FolderActions;
 
-/// Copies entries of an archive into a folder that is asked for: they are laid out in a private
-/// folder, on a worker, and go from there like any files, with the plan, the questions and the journal of that.
+/// Copies entries of an archive into a folder that is asked for first: they are laid out in a private folder, on a
+/// worker, and go from there like any files, with the plan, the questions and the journal of that.
 class EntryExtraction final : public QObject {
     Q_OBJECT
 public:
@@ -40,8 +40,11 @@ Q_SIGNALS:
 private:
     struct LaidOut;
 
-    void take(const LaidOut &laidOut);
+    void unpack(const std::shared_ptr<const ArchiveSource> &archive, const QStringList &paths,
+                const QString &destination);
+    void take(const LaidOut &laidOut, const QString &destination);
 
+    QWidget &m_window;
     Runner m_runner;
     FolderActions *m_actions;
     std::unique_ptr<QTemporaryDir> m_folder; ///< of the last extraction

@@ -91,15 +91,33 @@ void FolderActions::cancel()
     Q_EMIT statusChanged(Velmora::tr("Cancelling..."));
 }
 
+ActionRequest FolderActions::requestFor(FolderCommand command, const FolderSelection &selection) const
+{
+    ActionRequest request;
+    request.command = command;
+    request.context = m_context;
+    request.selection = selection;
+    return request;
+}
+
+void FolderActions::copyTo(const QString &destination, const FolderSelection &selection)
+{
+    if (const QString reason = whyNot(FolderCommand::CopyTo, selection); !reason.isEmpty()) {
+        Q_EMIT statusChanged(reason);
+        return;
+    }
+    ActionRequest request = requestFor(FolderCommand::CopyTo, selection);
+    request.destination = destination;
+    prepare(request);
+}
+
 void FolderActions::carryOut(FolderCommand command, const FolderSelection &selection)
 {
     if (const QString reason = whyNot(command, selection); !reason.isEmpty()) {
         Q_EMIT statusChanged(reason);
         return;
     }
-    ActionRequest request{
-        command, m_context, selection, {}, {}, {}, DeleteManner::ToRecycleBin, IfPresent::Replace, Keeping::OldContents,
-        {}};
+    ActionRequest request = requestFor(command, selection);
     switch (command) {
     case FolderCommand::Properties:
     case FolderCommand::ShowInFileManager:

@@ -51,6 +51,9 @@ public:
     /// Begins `command`. Does nothing but tell the reason in the status where `whyNot` has one.
     void carryOut(FolderCommand command, const FolderSelection &selection);
 
+    /// Begins `CopyTo` into a folder that has been asked for already; `carryOut` asks.
+    void copyTo(const QString &destination, const FolderSelection &selection);
+
     /// A command plans or works; not while it waits for an answer.
     [[nodiscard]] bool isRunning() const;
 
@@ -70,6 +73,7 @@ Q_SIGNALS:
     void finished(const QStringList &touched);
 
 private:
+    [[nodiscard]] ActionRequest requestFor(FolderCommand command, const FolderSelection &selection) const;
     void showEntry(FolderCommand command, const FolderSelection &selection);
     void askDestination(const ActionRequest &request);
     void askName(const ActionRequest &request);
