@@ -202,8 +202,11 @@ int runApplication()
     turn.end();
     window.show();
     window.handleArguments(arguments);
-    window.offerRecovery();
-    PastOperationsDialog::offerInterrupted(window);
+    // Whoever waits, as git does with each file, wants that to be seen and nothing to be asked.
+    if (!line.servesWaiting) {
+        window.offerRecovery();
+        PastOperationsDialog::offerInterrupted(window);
+    }
     return QApplication::exec();
 }
 

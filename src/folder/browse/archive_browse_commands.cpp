@@ -3,6 +3,7 @@
 #include "folder/browse/archive_browse_widget.h"
 #include "folder/browse/archive_view.h"
 #include "folder/browse/archive_view_words.h"
+#include "session/passing_copies.h"
 #include "session/session_host.h"
 #include "vfs/archive/archive_test.h"
 
@@ -101,7 +102,7 @@ void ArchiveBrowseWidget::onOpenEntry()
     if (row < 0 || m_listing->row(row).isFolder)
         return;
     if (!m_copies)
-        m_copies = std::make_unique<QTemporaryDir>();
+        m_copies = std::make_unique<QTemporaryDir>(passingCopiesTemplate());
     const QString path = m_listing->path(row);
     m_opener.start(
         [archive = m_listing->sharedSource(), path, folder = m_copies->path(),

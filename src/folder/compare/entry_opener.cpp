@@ -1,5 +1,7 @@
 #include "folder/compare/entry_opener.h"
 
+#include "session/passing_copies.h"
+
 namespace velmora {
 
 EntryOpener::EntryOpener(const SessionHost &host, QObject *parent) : QObject(parent), m_host(host) {}
@@ -79,7 +81,7 @@ void EntryOpener::remember(const FolderDiffItem &item)
 QString EntryOpener::folderForCopies()
 {
     if (!m_copies)
-        m_copies = std::make_unique<QTemporaryDir>();
+        m_copies = std::make_unique<QTemporaryDir>(passingCopiesTemplate());
     return m_copies->path();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/runner.h"
+#include "session/passing_copies.h"
 #include "session/session_host.h"
 #include "vfs/git/git_comparison.h"
 
@@ -32,7 +33,7 @@ private:
     };
 
     SessionHost &m_host;
-    QTemporaryDir m_copies;
+    QTemporaryDir m_copies{passingCopiesTemplate()};
     Runner m_runner;
 };
 
