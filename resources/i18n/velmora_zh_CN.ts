@@ -2566,6 +2566,22 @@
         <translation>仓库没有工作区</translation>
     </message>
     <message>
+        <source>This state of the repository has no such folder: %1</source>
+        <translation>仓库的此状态中没有这个文件夹：%1</translation>
+    </message>
+    <message>
+        <source>Reading the repository...</source>
+        <translation>正在读取仓库...</translation>
+    </message>
+    <message>
+        <source>As folders</source>
+        <translation>按文件夹比较</translation>
+    </message>
+    <message>
+        <source>Compare the two states as folders: with filters, reports and copies of files</source>
+        <translation>将两个状态作为文件夹比较：可使用过滤、报告和复制文件</translation>
+    </message>
+    <message>
         <source>The two sides have no commit in common</source>
         <translation>两侧没有共同的提交</translation>
     </message>
@@ -7308,6 +7324,10 @@ Read-only: %5</source>
     <message>
         <source>Neither an archive nor a folder: %1</source>
         <translation>既不是压缩包也不是文件夹：%1</translation>
+    </message>
+    <message>
+        <source>The library libarchive, which reads archives, is not installed: %1</source>
+        <translation>未安装读取归档所需的 libarchive 库：%1</translation>
     </message>
     <message>
         <source>The password does not open the archive: %1</source>

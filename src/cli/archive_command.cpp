@@ -9,7 +9,7 @@
 #include "core/visible_name.h"
 #include "vfs/archive/archive_listing.h"
 #include "vfs/archive/archive_test.h"
-#include "vfs/archive/tree_path.h"
+#include "vfs/place/tree_path.h"
 
 #include <QIODevice>
 
@@ -263,7 +263,7 @@ int runArchive(const Arguments &arguments, const Streams &streams)
     if (opened.tree.isFolder)
         return fail(streams, QStringLiteral("%1: is a folder, not an archive").arg(opened.path));
     if (!opened.tree.folder.isThere())
-        return fail(streams, archiveFaultText(opened.path, opened.tree.opening));
+        return fail(streams, treeFaultText(opened.path, opened.tree));
     return action == u"list" ? list(opened, arguments, streams) : test(opened, arguments, streams);
 }
 

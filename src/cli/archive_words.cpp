@@ -1,6 +1,7 @@
 #include "cli/archive_words.h"
 
 #include "cli/command.h"
+#include "cli/git_words.h"
 #include "core/visible_name.h"
 
 namespace velmora::cli {
@@ -50,9 +51,11 @@ QString archiveProblemLine(const ArchiveProblem &problem)
     return line;
 }
 
-QString archiveFaultText(const QString &path, const ArchiveOpening &opening)
+QString treeFaultText(const QString &path, const TreeAt &tree)
 {
-    switch (opening.fault) {
+    if (tree.gitFault.isError())
+        return gitFaultText(tree.gitFault);
+    switch (tree.opening.fault) {
     case ArchiveFault::Unreadable:
         return QStringLiteral("%1: cannot read the file").arg(path);
     case ArchiveFault::Damaged:
@@ -60,6 +63,8 @@ QString archiveFaultText(const QString &path, const ArchiveOpening &opening)
     case ArchiveFault::HiddenNames:
         return QStringLiteral("%1: all of the archive is encrypted, names as well, in a way that cannot be read")
             .arg(path);
+    case ArchiveFault::NoLibrary:
+        return QStringLiteral("%1: cannot be read as an archive, as the library libarchive is not installed").arg(path);
     case ArchiveFault::NoArchive:
         return QStringLiteral("%1: is neither a folder nor an archive").arg(path);
     case ArchiveFault::WrongPassword:

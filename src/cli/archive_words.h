@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/command_line.h"
-#include "vfs/archive/archive_opening.h"
+#include "vfs/place/tree_path.h"
 
 #include <QList>
 #include <QString>
@@ -9,7 +9,7 @@
 namespace velmora::cli {
 
 /// Why there is no tree at `path`.
-[[nodiscard]] QString archiveFaultText(const QString &path, const ArchiveOpening &opening);
+[[nodiscard]] QString treeFaultText(const QString &path, const TreeAt &tree);
 
 /// What of an archive is not there to see, in words; those of a kind in the plural.
 [[nodiscard]] const char *archiveProblemWords(ArchiveProblem::Kind kind);

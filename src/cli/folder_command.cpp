@@ -42,12 +42,17 @@ constexpr const char *folderDetails =
     "Either may be an archive (zip, tar, 7z, cab, iso, cpio, deb, rpm, jar and others, told\n"
     "by content), or a folder in one: a.tar.gz/docs. Nothing is written for that. Between two\n"
     "archives those within them count as folders. Their links are followed only inside.\n"
+    "Or a state of a Git repository: git:STATE:FOLDER, where STATE is a branch, tag, commit, stash,\n"
+    "\":index\" or \":worktree\", and FOLDER one of the repository. Nothing of that is run, nothing is\n"
+    "written, and contents are told apart by the names that Git has for them. A folder whose own name\n"
+    "begins so is written ./git:...\n"
     "Link cycles end where they close. Pipes, sockets and devices are never opened.\n";
 
 constexpr std::array examples{
     Example{"List what differs between two trees of sources:",
             "velmora-cli folder --format list --exclude-folders '.git;build' old new | grep -v '^[=~]'"},
     Example{"See what has changed in a package:", "velmora-cli folder --format list old.deb new.deb"},
+    Example{"See whether an archive holds what was tagged:", "velmora-cli folder --format list git:v1.0:. v1.0.tar.gz"},
 };
 
 /// The answer of the engine, as far as it was asked for.
@@ -200,7 +205,7 @@ Command folderCommand()
     static constexpr auto formatChoices = choicesOf(formats);
     return {"folder",
             "[OPTION]... LEFT RIGHT",
-            "compare two folders or archives",
+            "compare two folders, archives or states of a Git repository",
             folderDetails,
             formatChoices,
             folderOptions,

@@ -6,7 +6,7 @@
 #include "cli/password_file.h"
 #include "core/visible_name.h"
 #include "core/wildcard.h"
-#include "vfs/archive/tree_path.h"
+#include "vfs/place/tree_path.h"
 
 #include <QFileInfo>
 
@@ -112,7 +112,9 @@ QString FolderRequest::takeTrees(const Arguments &arguments)
     Sides<TreeAt> trees = treesAt(requests, {}, silent);
     for (const Side side : bothSides) {
         if (!trees[side].folder.isThere())
-            return archiveFaultText(requests[side].path, trees[side].opening);
+            return treeFaultText(requests[side].path, trees[side]);
+        // What a state knows of contents tells more than times that all its files share.
+        readsUnread = readsUnread || trees[side].isState;
         folders[side] = std::move(trees[side].folder);
         archiveProblems[side] = std::move(trees[side].opening.problems);
     }

@@ -1,5 +1,6 @@
 #include "cli/choices.h"
 #include "cli/command.h"
+#include "cli/git_words.h"
 #include "cli/json_writer.h"
 #include "cli/output_target.h"
 #include "core/output_buffer.h"
@@ -49,28 +50,6 @@ struct Outcome {
 
 /// In the order of `GitStatus`.
 constexpr std::array statusNames{"same", "modified", "added", "deleted", "renamed", "copied", "typeChanged"};
-
-QString faultText(const GitFault &fault)
-{
-    static constexpr std::array texts{
-        "",
-        "git is not on the search path, or cannot be started",
-        "no Git repository holds this path",
-        "the repository belongs to somebody else",
-        "the repository does not know this",
-        "the repository has no work tree",
-        "the two have no commit in common",
-        "cannot be read",
-        "too many files, or too much output",
-        "git did not come to an end",
-        "git failed",
-        "stopped",
-    };
-    QString text = QLatin1String(texts[std::size_t(fault.kind)]);
-    if (!fault.about.isEmpty())
-        text.prepend(visibleName(fault.about) + QLatin1String(": "));
-    return fault.detail.isEmpty() ? text : text + QLatin1String(": ") + visibleName(fault.detail.simplified());
-}
 
 bool isWanted(const GitChange &change, const QString &letters, const WildcardList &include, const WildcardList &exclude)
 {
@@ -253,7 +232,7 @@ int runGit(const Arguments &arguments, const Streams &streams)
             commitsBetween(comparison.repository, comparison.states.left.commit, comparison.states.right.commit, never);
     for (const GitFault &fault : {comparison.fault, outcome.commits.fault}) {
         if (fault.isError())
-            return fail(streams, faultText(fault));
+            return fail(streams, gitFaultText(fault));
     }
     complainOfOddities(streams, comparison);
     const QString letters = arguments.value("status").value_or(QString()).toUpper();

@@ -1,5 +1,6 @@
 #include "core/child_process.h"
 
+#include "core/child_setup.h"
 #include "platform/process_tree.h"
 
 #include <QDir>
@@ -25,24 +26,6 @@ void takeOutput(QProcess &process, ChildRun &run)
     run.errors += errors.left(std::max<qsizetype>(0, mostErrors - run.errors.size()));
 }
 
-void prepare(QProcess &process, const ChildCall &call)
-{
-    process.setProgram(call.program);
-    process.setArguments(call.arguments);
-    // Programs look for libraries in the current folder, too, which may be anybody's.
-    process.setWorkingDirectory(call.folder.isEmpty() ? QFileInfo(call.program).absolutePath() : call.folder);
-    if (call.input.isEmpty())
-        process.setStandardInputFile(QProcess::nullDevice());
-    if (!call.variables.isEmpty() || !call.without.isEmpty()) {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        for (const QString &name : call.without)
-            environment.remove(name);
-        for (auto variable = call.variables.begin(); variable != call.variables.end(); ++variable)
-            environment.insert(variable.key(), variable.value());
-        process.setProcessEnvironment(environment);
-    }
-}
-
 /// Why it should not go on; `Finished` when it may.
 ChildEnd reasonToKill(const ChildCall &call, const ChildRun &run, const QElapsedTimer &time, const CancelFlag &cancel)
 {
@@ -54,6 +37,22 @@ ChildEnd reasonToKill(const ChildCall &call, const ChildRun &run, const QElapsed
 }
 
 } // namespace
+
+void setUpChild(QProcess &process, const ChildCall &call)
+{
+    process.setProgram(call.program);
+    process.setArguments(call.arguments);
+    // Programs look for libraries in the current folder, too, which may be anybody's.
+    process.setWorkingDirectory(call.folder.isEmpty() ? QFileInfo(call.program).absolutePath() : call.folder);
+    if (!call.variables.isEmpty() || !call.without.isEmpty()) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const QString &name : call.without)
+            environment.remove(name);
+        for (auto variable = call.variables.begin(); variable != call.variables.end(); ++variable)
+            environment.insert(variable.key(), variable.value());
+        process.setProcessEnvironment(environment);
+    }
+}
 
 QString findProgram(const QString &name, const QString &searchPath)
 {
@@ -74,7 +73,9 @@ ChildRun runChild(const ChildCall &call, const CancelFlag &cancel, Progress &pro
     QElapsedTimer time;
     time.start();
     QProcess process;
-    prepare(process, call);
+    setUpChild(process, call);
+    if (call.input.isEmpty())
+        process.setStandardInputFile(QProcess::nullDevice());
     ProcessTree tree(process);
     process.start(call.input.isEmpty() ? QIODevice::ReadOnly : QIODevice::ReadWrite);
     if (!process.waitForStarted(int(call.limit.count()))) {

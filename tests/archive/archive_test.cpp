@@ -4,7 +4,7 @@
 #include "folder/engine/folder_engine.h"
 #include "support/test_main.h"
 #include "vfs/archive/archive_layout.h"
-#include "vfs/archive/tree_path.h"
+#include "vfs/place/tree_path.h"
 #include "vfs/safe_name.h"
 
 #include <QDir>

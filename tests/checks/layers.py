@@ -35,6 +35,7 @@ NEIGHBOURS = {
     ("folder/browse", "folder/actions"),
     ("folder/compare", "folder/actions"),
     ("folder/duplicates", "folder/actions"),
+    ("folder/git", "folder/actions"),
     ("folder/merge", "folder/actions"),
     ("folder/sync", "folder/actions"),
     ("folder/usage", "folder/actions"),

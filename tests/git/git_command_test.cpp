@@ -38,6 +38,11 @@ private Q_SLOTS:
         QCOMPARE(json.value(word("files")).toArray().at(1).toObject().value(word("likeness")).toInt(), 100);
         QCOMPARE(json.value(word("commits")).toArray().first().toObject().value(word("subject")).toString(),
                  word("two"));
+        const QString folder = repository.path();
+        QCOMPARE(runCli({word("folder"), word("git:HEAD~1:") + folder, word("git::index:") + folder, word("--format"),
+                         word("list")})
+                     .output,
+                 QByteArray("> docs/\n> docs/b.txt\n= kept\n> new\n< old name\n"));
         const CliResult unknown = run("HEAD none");
         QCOMPARE(unknown.status, 2);
         QCOMPARE(unknown.errors, QByteArray("velmora-cli: none: the repository does not know this\n"));

@@ -2,6 +2,7 @@
 
 #include "platform/live_registry.h"
 #include "session/translate.h"
+#include "vfs/git/git_place.h"
 
 #include <QCommandLineOption>
 #include <QCommandLineParser>
@@ -181,6 +182,8 @@ void settlePaths(CommandLine &line)
 
 QString absoluteFrom(const QDir &folder, const QString &path)
 {
+    if (isGitPlace(path))
+        return gitPlaceText(*gitPlaceOf(path, folder));
     return path.isEmpty() || namesLiveKey(folder, path) || QDir::isAbsolutePath(path)
                ? path
                : QDir::cleanPath(folder.absoluteFilePath(path));

@@ -6,13 +6,17 @@
 #include "app/start/waiting_start.h"
 #include "app/window/session_tabs.h"
 #include "app/window/tarnwick.h"
+#include "session/passing_copies.h"
 #include "session/session_widget.h"
 #include "session/translate.h"
+#include "vfs/git/git_place.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QTimer>
+
+#include <optional>
 
 // How a session comes to be opened: from paths, records, command lines and the file manager.
 
@@ -22,6 +26,8 @@ namespace {
 
 QString absoluteForm(const QString &path)
 {
+    if (const std::optional<GitPlace> place = gitPlaceOf(path))
+        return gitPlaceText(*place);
     return namesLiveKey(QDir(), path) ? path : QFileInfo(path).absoluteFilePath();
 }
 
@@ -42,7 +48,8 @@ bool isPassing(const SessionKindRow &kind, const SessionPaths &paths)
 /// The kind in which two paths are compared when nobody said which.
 const SessionKindRow &kindForPair(const SessionPaths &paths)
 {
-    const bool folders = QFileInfo(paths.left).isDir() && QFileInfo(paths.right).isDir();
+    const auto isFolder = [](const QString &path) { return isGitPlace(path) || QFileInfo(path).isDir(); };
+    const bool folders = isFolder(paths.left) && isFolder(paths.right);
     return sessionKind(folders ? QLatin1String("folder") : QLatin1String("text"));
 }
 
@@ -290,7 +297,8 @@ void Tarnwick::hookSession(SessionWidget *session, const SessionKindRow &kind)
 void Tarnwick::recordSession(const SessionWidget *session, const SessionKindRow &kind, const QString &name,
                              const SessionPaths &paths)
 {
-    if (!m_reports.contains(session) || !isPassing(kind, paths))
+    const bool isCopy = isPassingCopy(paths.left) || isPassingCopy(paths.right) || isPassingCopy(paths.base);
+    if (!isCopy && (!m_reports.contains(session) || !isPassing(kind, paths)))
         m_history.add(kind.id, name, paths);
 }
 

@@ -55,6 +55,8 @@ QString archiveFaultText(const QString &path, const ArchiveOpening &opening)
     case ArchiveFault::HiddenNames:
         return Velmora::tr("All of the archive is encrypted, names as well, in a way that cannot be read: %1")
             .arg(shown);
+    case ArchiveFault::NoLibrary:
+        return Velmora::tr("The library libarchive, which reads archives, is not installed: %1").arg(shown);
     case ArchiveFault::NoArchive:
         return Velmora::tr("Neither an archive nor a folder: %1").arg(shown);
     case ArchiveFault::WrongPassword:

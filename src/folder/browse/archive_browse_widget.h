@@ -3,7 +3,7 @@
 #include "core/runner.h"
 #include "folder/browse/archive_rows.h"
 #include "session/frame/files_session.h"
-#include "vfs/archive/tree_path.h"
+#include "vfs/place/tree_path.h"
 
 #include <QByteArray>
 #include <QList>

@@ -3,10 +3,12 @@
 #include "core/content_compare.h"
 #include "core/path_names.h"
 #include "folder/actions/archive_words.h"
+#include "folder/actions/git_fault_text.h"
 #include "folder/compare/folder_compare_bar.h"
 #include "session/dialogs.h"
 #include "session/frame/status_line.h"
 #include "session/translate.h"
+#include "vfs/git/git_place.h"
 #include "vfs/local_folder.h"
 
 #include <QAction>
@@ -86,7 +88,8 @@ TreeFolder ArchiveCompareWidget::folderAt(Side side, const QString &path) const
     const QString place = placeOf(tree);
     if (isFolderPath(path))
         return localFolder(path);
-    const QString clean = Location::ofFolder(path).place;
+    const std::optional<GitPlace> state = gitPlaceOf(path);
+    const QString clean = state ? gitPlaceText(*state) : Location::ofFolder(path).place;
     if (place.isEmpty() || tree.isFolder || (clean != place && !clean.startsWith(place + u'/')))
         return {};
     const QString inside = clean.sliced(place.size());
@@ -100,6 +103,8 @@ bool ArchiveCompareWidget::isCurrent(Side side, const QString &path) const
 {
     if (isFolderPath(path))
         return true;
+    if (isGitPlace(path)) // a branch may lead to another commit by now
+        return false;
     const TreeFolder folder = folderAt(side, path);
     return folder.isThere() &&
            sameStamp(m_opened.sides[side].stamp, FileAccess::native().describe(folder.source->location().place));
@@ -171,6 +176,10 @@ void ArchiveCompareWidget::take(Opening &&opening, const SessionPaths &wanted)
             askPassword(side, path);
             if (archive.fault == ArchiveFault::None)
                 continue;
+        }
+        if (m_opened.sides[side].tree.gitFault.isError()) {
+            tellUnopened(gitFaultText(m_opened.sides[side].tree.gitFault));
+            return;
         }
         if (archive.fault != ArchiveFault::None) {
             tellUnopened(archiveFaultText(path, archive));

@@ -3,7 +3,7 @@
 #include "core/runner.h"
 #include "core/sides.h"
 #include "folder/compare/folder_compare_widget.h"
-#include "vfs/archive/tree_path.h"
+#include "vfs/place/tree_path.h"
 
 #include <QByteArray>
 #include <QString>

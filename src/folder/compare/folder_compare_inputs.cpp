@@ -1,10 +1,10 @@
 #include "folder/compare/folder_compare_side_pane.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/compare/folder_view.h"
+#include "folder/compare/state_trees.h"
 #include "folder/compare/time_shift_bar.h"
 #include "session/dialogs.h"
 #include "session/translate.h"
-#include "vfs/local_folder.h"
 
 #include <QDir>
 #include <QDragEnterEvent>
@@ -25,7 +25,32 @@ FolderCompareWidget::TreeWords FolderCompareWidget::words() const
 
 Sides<TreeFolder> FolderCompareWidget::trees(const SessionPaths &paths) const
 {
-    return localFolders(paths.left, paths.right);
+    return {m_states->folderAt(Side::Left, paths.left), m_states->folderAt(Side::Right, paths.right)};
+}
+
+bool FolderCompareWidget::openTrees()
+{
+    const SessionPaths wanted = paths();
+    if (!StateTrees::isAny(wanted))
+        return true;
+    showMessage(Velmora::tr("Reading the repository..."));
+    m_states->open(wanted, [this](const QString &error) {
+        if (error.isEmpty())
+            loadOpened();
+        else
+            tellUnopened(error);
+    });
+    return false;
+}
+
+bool FolderCompareWidget::isOpening() const
+{
+    return m_states->isRunning();
+}
+
+void FolderCompareWidget::cancelOpening()
+{
+    m_states->cancel();
 }
 
 bool FolderCompareWidget::takesPath(const QString &path) const

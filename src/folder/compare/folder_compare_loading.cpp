@@ -7,12 +7,16 @@
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/compare/folder_report_content.h"
 #include "folder/compare/folder_view.h"
+#include "folder/compare/state_trees.h"
 #include "session/frame/notice_card.h"
 #include "session/translate.h"
 #include "settings/options/folder_settings_store.h"
 
 #include <QDir>
 #include <QTime>
+
+#include <algorithm>
+#include <optional>
 
 namespace velmora {
 
@@ -132,6 +136,9 @@ void FolderCompareWidget::onFolderCompareFinished(quint64 generation, const QLis
     showSummary();
     showNotice();
     Q_EMIT comparisonFinished(m_place.folders().left, m_place.folders().right);
+    // What a state knows of contents tells more than times that all its files share.
+    if (StateTrees::isAny(m_place.folders()) && m_comparison.tree().counts().unread > 0)
+        readUnread();
     if (!m_pendingReport.isEmpty())
         m_reports.write(std::exchange(m_pendingReport, {}),
                         folderReportWriter(shownItems(m_comparison.tree()), m_place.folders()));
@@ -149,7 +156,12 @@ void FolderCompareWidget::navigate(const QString &left, const QString &right)
 
 void FolderCompareWidget::onNavigateUp()
 {
-    if (const std::optional<SessionPaths> above = m_place.goUp(paths()))
+    const Sides<TreeFolder> &roots = m_comparison.spec().roots;
+    const bool isTop = std::any_of(bothSides.begin(), bothSides.end(), [&](Side side) {
+        return isGitPlace(roots[side].shownPath()) && roots[side].path == u"/";
+    });
+    const std::optional<SessionPaths> above = isTop ? std::nullopt : m_place.goUp(paths());
+    if (above)
         navigate(above->left, above->right);
     else
         showMessage(Velmora::tr("There is no folder above both sides"));

@@ -7,6 +7,7 @@
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/compare/folder_filter_bar.h"
 #include "folder/compare/folder_view.h"
+#include "folder/compare/state_trees.h"
 #include "folder/compare/time_shift_bar.h"
 #include "session/frame/notice_card.h"
 #include "session/frame/status_line.h"
@@ -148,7 +149,11 @@ void FolderCompareWidget::showCounts()
     m_counts->setText(describeCounts(counts));
     m_readUnread->setVisible(counts.unread > 0);
     m_filterBar->showEffect(counts.hidden, m_filters.hasRanges());
-    m_timeShifts->show(m_comparison.shifts(), m_options);
+    // All files of a state have one time, which says nothing of them.
+    if (StateTrees::isAny(m_place.folders()))
+        m_timeShifts->reset();
+    else
+        m_timeShifts->show(m_comparison.shifts(), m_options);
     // Entries that were compared anew, aligned or filtered since change the sum; any other message stays.
     if (m_hasResult) {
         const bool isShown = m_message == m_summary;
@@ -190,6 +195,7 @@ void FolderCompareWidget::showRunning()
     else
         m_status->clearProgress();
     m_comparingSince.invalidate();
+    m_bar->syncFolders->setEnabled(areLocal());
     // A load and a comparison of contents tell their end themselves, right after this.
     QTimer::singleShot(0, this, [this] {
         if (m_cancelAsked && !m_comparison.isRunning())

@@ -26,6 +26,7 @@ class FolderCompareBar;
 class FolderFilterBar;
 class FolderLogPanel;
 class FolderView;
+class StateTrees;
 class StatusLine;
 class TimeShiftBar;
 enum class RowsView;
@@ -127,9 +128,9 @@ protected:
     [[nodiscard]] virtual Sides<TreeFolder> trees(const SessionPaths &paths) const;
     /// Makes `trees` know the paths of the session. False when that takes a while, or is not possible: `loadOpened`
     /// then goes on.
-    [[nodiscard]] virtual bool openTrees() { return true; }
-    [[nodiscard]] virtual bool isOpening() const { return false; }
-    virtual void cancelOpening() {}
+    [[nodiscard]] virtual bool openTrees();
+    [[nodiscard]] virtual bool isOpening() const;
+    virtual void cancelOpening();
     [[nodiscard]] virtual bool takesPath(const QString &path) const;
     virtual void browse(Side side);
     /// What is known of the two as a whole; a sentence, or empty.
@@ -224,6 +225,7 @@ private:
     ContentsRun *m_contents;
     EntryOpener *m_opener;
     EntryExtraction *m_extraction;
+    StateTrees *m_states;
     qint64 m_toldHidden = 0;        ///< what the log said last of the entries that filters hide
     QElapsedTimer m_comparingSince; ///< of the bytes that the progress counts
 };

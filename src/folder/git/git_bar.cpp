@@ -38,6 +38,11 @@ GitBar::GitBar(QWidget *session) : SessionBar(session)
                              {Qt::Key_F4},
                              Velmora::tr("Show the commits between the two sides")},
                             true);
+    openAsFolders = add({"openAsFoldersAction",
+                         Velmora::tr("As folders"),
+                         QStringLiteral("folder.png"),
+                         {Qt::CTRL | Qt::SHIFT | Qt::Key_F},
+                         Velmora::tr("Compare the two states as folders: with filters, reports and copies of files")});
     addSeparator();
     expandAll = add({"expandAllAction", Velmora::tr("Expand all"), QStringLiteral("expand_all.png")});
     collapseAll = add({"collapseAllAction", Velmora::tr("Collapse all"), QStringLiteral("collapse_all.png")});

@@ -17,6 +17,7 @@ public:
     QAction *expandAll = nullptr;
     QAction *collapseAll = nullptr;
     QAction *focusFilter = nullptr;
+    QAction *openAsFolders = nullptr;
     QAction *copyPaths = nullptr;
     QAction *open = nullptr;
     QAction *openAsText = nullptr;

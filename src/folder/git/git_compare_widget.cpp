@@ -17,6 +17,7 @@
 #include "session/list/tree_model.h"
 #include "session/session_host.h"
 #include "session/translate.h"
+#include "vfs/git/git_place.h"
 
 #include <QAction>
 #include <QBoxLayout>
@@ -142,6 +143,7 @@ void GitCompareWidget::connectBar()
     on(m_bar->expandAll, [this] { m_rows->setAllExpanded(-1, true); });
     on(m_bar->collapseAll, [this] { m_rows->setAllExpanded(-1, false); });
     on(m_bar->focusFilter, [this] { m_filterBar->focusWords(); });
+    on(m_bar->openAsFolders, &GitCompareWidget::openAsFolders);
     on(m_bar->copyPaths, &GitCompareWidget::copyPaths);
     on(m_bar->open, [this] { openNode(m_view->currentNode()); });
     on(m_bar->openAsText,
@@ -280,6 +282,29 @@ void GitCompareWidget::openNode(qint32 node, const QString &kind)
     }
 }
 
+QString GitCompareWidget::folderOf(Side side) const
+{
+    const GitState &state = m_comparison->states[side];
+    const QString &repository = m_comparison->repository.place();
+    if (state.side.kind == GitSide::Kind::Folder)
+        return state.side.name;
+    if (state.side.kind == GitSide::Kind::WorkTree)
+        return repository;
+    // Where the two parted has no name of its own, and "v1:docs" is one tree of many.
+    const bool isNamed = state.side.kind == GitSide::Kind::Index ||
+                         (!state.side.name.contains(u':') && !(side == Side::Left && m_bar->sinceParting->isChecked()));
+    const QByteArray &name = state.commit.isEmpty() ? state.tree : state.commit;
+    return gitPlaceText(
+        {isNamed ? state.side : GitSide{GitSide::Kind::Revision, QString::fromLatin1(name)}, repository});
+}
+
+void GitCompareWidget::openAsFolders()
+{
+    if (m_comparison)
+        host().openSession(host().kindFor(SessionHost::Purpose::CompareFolders),
+                           {folderOf(Side::Left), folderOf(Side::Right), {}});
+}
+
 void GitCompareWidget::showEvent(QShowEvent *event)
 {
     SessionWidget::showEvent(event);
@@ -340,7 +365,7 @@ void GitCompareWidget::showMenu(const QModelIndex &index, QPoint global)
         menu.addActions({m_bar->open, m_bar->openAsText, m_bar->openAsBytes});
         menu.addSeparator();
     }
-    menu.addAction(m_bar->copyPaths);
+    menu.addActions({m_bar->openAsFolders, m_bar->copyPaths});
     menu.addSeparator();
     menu.addActions({m_bar->expandAll, m_bar->collapseAll});
     menu.exec(global);

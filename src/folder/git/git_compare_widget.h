@@ -101,6 +101,9 @@ private:
     [[nodiscard]] const GitStateBox &box(Side side) const { return side == Side::Left ? *m_left : *m_right; }
     void browse(Side side);
     void openNode(qint32 node, const QString &kind = {});
+    void openAsFolders();
+    /// What stands for a side of the comparison that is shown where a folder is asked for.
+    [[nodiscard]] QString folderOf(Side side) const;
     void goToPath(const QString &path);
     void goToDifference(bool forward);
     void filterStatuses();

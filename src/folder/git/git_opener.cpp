@@ -1,6 +1,6 @@
 #include "folder/git/git_opener.h"
 
-#include "folder/git/git_words.h"
+#include "folder/actions/git_fault_text.h"
 #include "session/session_record.h"
 #include "session/translate.h"
 #include "vfs/git/git_content.h"

@@ -1,15 +1,11 @@
 #pragma once
 
-#include "vfs/git/git_call.h"
 #include "vfs/git/git_change.h"
 #include "vfs/git/git_side.h"
 
 #include <QString>
 
 namespace velmora {
-
-/// Why something of a repository is not to be had, as a sentence.
-[[nodiscard]] QString gitFaultText(const GitFault &fault);
 
 /// "Modified", "Renamed".
 [[nodiscard]] QString gitStatusText(GitStatus status);

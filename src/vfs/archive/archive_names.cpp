@@ -57,6 +57,8 @@ QString ArchiveNames::text(const QByteArray &name) const
 {
     if (QByteArrayView(name).isValidUtf8())
         return textOfUtf8(viewOf(name));
+    if (m_charset.isEmpty())
+        return nameFromNative(viewOf(name));
     const Utf8Output decoded = transcodeToUtf8(viewOf(name), m_charset, {});
     if (decoded.bytes.isEmpty() || decoded.undecodable > 0)
         return nameFromNative(viewOf(name));

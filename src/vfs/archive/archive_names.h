@@ -15,6 +15,8 @@ namespace velmora {
 /// as `nameFromNative` has them.
 class ArchiveNames {
 public:
+    /// Every name that is no UTF-8 keeps its bytes.
+    ArchiveNames() = default;
     /// `isZip`: names that tell nothing are in code page 437, as the format has it.
     ArchiveNames(const std::vector<ArchiveEntry> &entries, bool isZip);
 

@@ -101,10 +101,17 @@ public:
         if (m_cancel.isCancelled())
             m_opening.fault = ArchiveFault::Stopped;
         else if (!m_opening.source && m_opening.fault == ArchiveFault::None)
-            m_opening.fault = beginsLikeArchive(headOf(*file)) ? ArchiveFault::Damaged : ArchiveFault::NoArchive;
+            m_opening.fault = whyNone(*file);
     }
 
 private:
+    static ArchiveFault whyNone(OpenFile &file)
+    {
+        if (!ArchiveStream::isPossible())
+            return ArchiveFault::NoLibrary;
+        return beginsLikeArchive(headOf(file)) ? ArchiveFault::Damaged : ArchiveFault::NoArchive;
+    }
+
     using Kind = ArchiveProblem::Kind;
 
     /// An archive on its way to a source.

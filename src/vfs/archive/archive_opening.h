@@ -34,6 +34,7 @@ enum class ArchiveFault : quint8 {
     None,
     Missing,       ///< there is no such file
     Unreadable,    ///< the system refuses it
+    NoLibrary,     ///< the system lacks the library that reads archives
     NoArchive,     ///< the content is none that is known
     Damaged,       ///< it begins as an archive does, and nothing of it can be read
     HiddenNames,   ///< all of it is encrypted, in a way that cannot be read

@@ -128,7 +128,7 @@ std::optional<ContentIdentity> ArchiveSource::contentIdentity(const QString &pat
     const ArchiveParts &parts = spot.archive->m_parts;
     const auto digest = parts.digests.constFind(spot.archive->tree().node(spot.node).entry);
     if (digest != parts.digests.constEnd())
-        return ContentIdentity{ContentIdentity::Algorithm::GitBlobSha1, *digest};
+        return ContentIdentity{parts.digestKind, *digest};
     if (!entry->crc)
         return std::nullopt;
     QByteArray value(4, '\0');

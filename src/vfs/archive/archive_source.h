@@ -26,7 +26,8 @@ struct ArchiveParts {
     std::shared_ptr<const std::vector<ArchiveEntry>> entries;
     std::shared_ptr<const ArchiveTree> tree;
     std::shared_ptr<const ArchiveContents> contents;
-    QHash<qint32, QByteArray> digests; ///< by entry: the SHA-1 of the content as that of a Git blob
+    QHash<qint32, QByteArray> digests; ///< by entry: the content's name as that of a Git blob
+    ContentIdentity::Algorithm digestKind = ContentIdentity::Algorithm::GitBlobSha1; ///< of all of them
     /// Archives within that are shown as folders, by node.
     std::map<qint32, std::shared_ptr<const class ArchiveSource>> within;
 };

@@ -162,6 +162,11 @@ private:
     qint64 m_offset = 0;
 };
 
+bool ArchiveStream::isPossible()
+{
+    return ArchiveLibrary::get() != nullptr;
+}
+
 ArchiveStream::ArchiveStream(std::shared_ptr<OpenFile> file, const QByteArray &password, CancelFlag cancel)
 {
     const ArchiveLibrary *library = ArchiveLibrary::get();

@@ -17,6 +17,9 @@ namespace velmora {
 /// the content. Compression that would need another program is not read. Used by one thread; through libarchive.
 class ArchiveStream {
 public:
+    /// False when this system lacks what reads archives.
+    [[nodiscard]] static bool isPossible();
+
     /// Reads `file` as long as the object lives. `password` is UTF-8; empty: none. Only `cancel`, seen at each block
     /// that is read, ends a call early.
     ArchiveStream(std::shared_ptr<OpenFile> file, const QByteArray &password, CancelFlag cancel);

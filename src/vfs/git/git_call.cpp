@@ -99,14 +99,12 @@ GitFault faultOf(const ChildRun &run, bool mayFail)
 
 } // namespace
 
-GitReply GitCaller::call(const QStringList &arguments, const CancelFlag &cancel, const GitCallExtras &extras) const
+ChildCall GitCaller::childCall(const QStringList &arguments, const GitCallExtras &extras) const
 {
     const QString searchPath = qEnvironmentVariable("PATH");
     QString program = findProgram(QStringLiteral("git"), searchPath);
     if (program.isEmpty())
         program = findProgram(QStringLiteral("git.exe"), searchPath);
-    if (program.isEmpty())
-        return {{}, {GitFaultKind::NoProgram, {}, {}}, 0};
     ChildCall call{program, {QStringLiteral("--no-pager"), QStringLiteral("--no-optional-locks")}, callLimit};
     for (const char *setting : harmless)
         call.arguments << QStringLiteral("-c") << QLatin1String(setting);
@@ -116,6 +114,14 @@ GitReply GitCaller::call(const QStringList &arguments, const CancelFlag &cancel,
     call.variables.insert(extras.variables);
     call.without = leading();
     call.input = extras.input;
+    return call;
+}
+
+GitReply GitCaller::call(const QStringList &arguments, const CancelFlag &cancel, const GitCallExtras &extras) const
+{
+    const ChildCall call = childCall(arguments, extras);
+    if (call.program.isEmpty())
+        return {{}, {GitFaultKind::NoProgram, {}, {}}, 0};
     Progress silent;
     ChildRun run = runChild(call, cancel, silent);
     return {std::move(run.output), faultOf(run, extras.mayFail), run.exitCode, ownWords(run.errors)};

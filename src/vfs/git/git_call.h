@@ -17,6 +17,7 @@ enum class GitFaultKind : quint8 {
     NoRepository,   ///< no repository holds the path
     NotOurs,        ///< it belongs to somebody else, and git refuses it
     UnknownState,   ///< what should be compared is not known to the repository; `about` names it
+    NoFolder,       ///< the state has no folder of this path; `about` names it
     NoWorkTree,     ///< the repository has no files beside it
     NoMergeBase,    ///< the two states have nothing in common
     UnreadableFile, ///< a file or folder of the disk; `about` names it
@@ -61,6 +62,8 @@ public:
     /// For a worker. Arguments reach git as they are: names that were not made here stand behind "--end-of-options".
     [[nodiscard]] GitReply call(const QStringList &arguments, const CancelFlag &cancel,
                                 const GitCallExtras &extras = {}) const;
+    /// The same call for somebody else to make; without a program when there is no `git`.
+    [[nodiscard]] ChildCall childCall(const QStringList &arguments, const GitCallExtras &extras = {}) const;
     [[nodiscard]] const QString &folder() const noexcept { return m_folder; }
 
 private:

@@ -151,7 +151,8 @@ bool leadsElsewhere(const QString &path)
 {
     for (const QStringView part : QStringView(path).tokenize(u'/')) {
         if (part.isEmpty() || part == u"." || part == u".." || part.contains(u'\\') ||
-            (part.front() == u'.' && part.compare(u".git", Qt::CaseInsensitive) == 0))
+            part.compare(u".git", Qt::CaseInsensitive) == 0 ||
+            part.compare(u"git~1", Qt::CaseInsensitive) == 0) // what Windows calls it, too
             return true;
     }
     return false;

@@ -1,5 +1,7 @@
 #include "vfs/git/git_comparison.h"
 
+#include "vfs/git/git_tree.h"
+
 #include <QHash>
 #include <QSet>
 
@@ -259,18 +261,7 @@ GitFault findSizes(const GitComparison &comparison, const CancelFlag &cancel, QH
             }
         }
     }
-    if (sizes.isEmpty())
-        return {};
-    const GitReply reply = comparison.repository.caller().call(
-        {QStringLiteral("cat-file"), QStringLiteral("--batch-check=%(objectname) %(objectsize)")}, cancel, extras);
-    for (const QByteArray &line : reply.output.split('\n')) {
-        const qsizetype blank = line.indexOf(' ');
-        bool ok = false;
-        const qint64 size = line.mid(blank + 1).toLongLong(&ok);
-        if (blank > 0 && ok)
-            sizes.insert(line.first(blank), size);
-    }
-    return reply.fault;
+    return findContentSizes(comparison.repository, extras, cancel, sizes);
 }
 
 } // namespace

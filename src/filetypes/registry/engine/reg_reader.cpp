@@ -166,9 +166,7 @@ bool RegReader::readDword(RegistryValue &value)
     value.type = RegistryType::Dword;
     for (int k = 0; k < 4; ++k)
         value.data.append(char(number >> (8 * k)));
-    constexpr int most = 8;
-    const bool isCutOff = atEnd() && digits < most; // editors write all of them
-    return digits > 0 && digits <= most && !isCutOff;
+    return digits > 0 && digits <= 8;
 }
 
 /// A backslash at the end of a line leads on to the next one.
@@ -189,13 +187,12 @@ bool RegReader::skipContinuation()
 
 bool RegReader::readBytes(QByteArray &data)
 {
-    bool goesOn = false; // a comma promises more, which a file that is cut off does not have
     for (;;) {
         skipBlanks();
         while (skipContinuation())
             skipBlanks();
         if (isLineEnd(now()) || now() == u';')
-            return !(goesOn && atEnd());
+            return true;
         int byte = digitOf(now());
         if (byte < 0)
             return false;
@@ -206,8 +203,7 @@ bool RegReader::readBytes(QByteArray &data)
         }
         data.append(char(byte));
         skipBlanks();
-        goesOn = take(u',');
-        if (!goesOn && !isLineEnd(now()) && now() != u';' && now() != u'\\')
+        if (!take(u',') && !isLineEnd(now()) && now() != u';' && now() != u'\\')
             return false;
     }
 }

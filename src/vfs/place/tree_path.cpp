@@ -1,10 +1,14 @@
-#include "vfs/archive/tree_path.h"
+#include "vfs/place/tree_path.h"
 
 #include "core/crew.h"
 #include "core/path_names.h"
 #include "vfs/local_folder.h"
+#include "vfs/place/state_source.h"
 
 #include <QDir>
+
+#include <optional>
+#include <utility>
 
 namespace velmora {
 
@@ -24,10 +28,24 @@ QString fileOnTheWay(QString path)
     return {};
 }
 
+TreeAt stateAt(const GitPlace &place, const ArchiveRequest &request, const CancelFlag &cancel)
+{
+    StateOpening opened = openState(place, {}, cancel, request.limits);
+    TreeAt result;
+    result.isState = true;
+    result.gitFault = std::move(opened.fault);
+    if (!result.gitFault.isError())
+        result.folder = {opened.source, opened.inside.isEmpty() ? QStringLiteral("/") : opened.inside};
+    result.opening = {std::move(opened.source), ArchiveFault::None, {}, std::move(opened.problems)};
+    return result;
+}
+
 } // namespace
 
 TreeAt treeAt(const ArchiveRequest &request, const CancelFlag &cancel, Progress &progress)
 {
+    if (const std::optional<GitPlace> place = gitPlaceOf(request.path))
+        return stateAt(*place, request, cancel);
     TreeAt result;
     const QString path = QDir::cleanPath(QDir(QDir::fromNativeSeparators(request.path)).absolutePath());
     const std::optional<FolderEntry> entry = FileAccess::native().describe(path);

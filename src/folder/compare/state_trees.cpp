@@ -1,0 +1,66 @@
+#include "folder/compare/state_trees.h"
+
+#include "folder/actions/archive_words.h"
+#include "folder/actions/git_fault_text.h"
+#include "session/translate.h"
+#include "vfs/local_folder.h"
+
+#include <optional>
+#include <utility>
+
+namespace velmora {
+
+StateTrees::StateTrees(QObject *parent) : QObject(parent)
+{
+    connect(&m_runner, &Runner::runningChanged, this, &StateTrees::runningChanged);
+}
+
+bool StateTrees::isAny(const SessionPaths &paths)
+{
+    return isGitPlace(paths.left) || isGitPlace(paths.right);
+}
+
+void StateTrees::open(const SessionPaths &paths, std::function<void(const QString &error)> done)
+{
+    m_runner.start(
+        [paths, before = m_opened](const CancelFlag &cancel, Progress &) {
+            Sides<Opened> opened{{paths.left, {}}, {paths.right, {}}};
+            for (const Side side : bothSides) {
+                if (const std::optional<GitPlace> place = gitPlaceOf(opened[side].path))
+                    opened[side].state = openState(*place, before[side].state, cancel);
+            }
+            return opened;
+        },
+        [this, done = std::move(done)](RunOutcome<Sides<Opened>> &&outcome) {
+            if (outcome.end == RunEnd::Done && outcome.value)
+                done(take(std::move(*outcome.value)));
+            else
+                done(outcome.end == RunEnd::Cancelled ? Velmora::tr("Compare cancelled")
+                                                      : Velmora::tr("Not enough memory to compare these folders"));
+        });
+}
+
+QString StateTrees::take(Sides<Opened> &&opened)
+{
+    for (const Side side : bothSides) {
+        const StateOpening &state = opened[side].state;
+        if (state.fault.isError())
+            return gitFaultText(state.fault);
+        for (const ArchiveProblem &problem : state.problems)
+            Q_EMIT logLine(opened[side].path + QLatin1String(": ") + archiveProblemText(problem));
+    }
+    m_opened = std::move(opened);
+    return {};
+}
+
+TreeFolder StateTrees::folderAt(Side side, const QString &path) const
+{
+    if (!isGitPlace(path))
+        return localFolder(path);
+    const Opened &opened = m_opened[side];
+    if (opened.path != path || !opened.state.source)
+        return {};
+    return {opened.state.source, opened.state.inside.isEmpty() ? QStringLiteral("/") : opened.state.inside};
+}
+
+} // namespace velmora
