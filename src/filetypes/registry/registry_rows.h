@@ -21,6 +21,7 @@ public:
     [[nodiscard]] KeyedRow row(qsizetype number) const override;
     [[nodiscard]] PairStatus status(qsizetype number) const override;
     [[nodiscard]] QString key(qsizetype number) const override;
+    [[nodiscard]] bool hasPathKeys() const override { return true; }
     [[nodiscard]] QStringList headings() const override;
     [[nodiscard]] std::optional<Side> side(int column) const override;
     [[nodiscard]] QString text(qsizetype number, int column) const override;

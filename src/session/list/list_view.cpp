@@ -39,6 +39,9 @@ protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
+        const auto *rows = qobject_cast<const ListModel *>(index.model());
+        if (rows && index.column() == RowSource::Key && rows->source().hasPathKeys())
+            option->textElideMode = Qt::ElideLeft;
         if (!option->state.testFlag(QStyle::State_Selected))
             return;
         const bool isColoured = option->backgroundBrush.style() != Qt::NoBrush;
@@ -146,7 +149,10 @@ void ListView::fitColumns()
     constexpr int statusRoom = 36;
     const int statusWidth = widest + statusRoom;
     header()->resizeSection(0, statusWidth);
-    const auto share = [this](int column) { return m_rows.source().side(column) ? 38 : 24; };
+    const auto share = [this](int column) {
+        const bool isWide = m_rows.source().side(column) || (column == RowSource::Key && m_rows.source().hasPathKeys());
+        return isWide ? 38 : 24;
+    };
     int shares = 0;
     for (int column = RowSource::Key; column < header()->count(); ++column)
         shares += share(column);

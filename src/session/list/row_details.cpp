@@ -89,7 +89,8 @@ RowDetails::RowDetails(QWidget *parent)
     m_title->setFont(bold);
     m_note->setTextFormat(Qt::PlainText);
     m_note->setForegroundRole(QPalette::PlaceholderText);
-    // A long name must not make the window wider.
+    // Long names must not make the window wider.
+    m_title->setMinimumWidth(1);
     m_note->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 
     auto *heading = new QHBoxLayout;
@@ -123,7 +124,7 @@ void RowDetails::showRow(const KeyedRow &row, const QString &status)
     m_empty = false;
     m_row = row;
     m_status = status;
-    m_title->setText(row.key);
+    showTitle();
     const bool saysMore = !row.note.isEmpty() && row.note != status;
     m_note->setText(saysMore ? row.note + QStringLiteral("  \u00b7  ") + status : status);
     const QStringList left = valueEntries(row.left);
@@ -138,6 +139,22 @@ void RowDetails::showRow(const KeyedRow &row, const QString &status)
         showLines(*m_left, wholeValue(row, Side::Left, DiffColour::Removed));
         showLines(*m_right, wholeValue(row, Side::Right, DiffColour::Added));
     }
+}
+
+void RowDetails::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    showTitle();
+}
+
+/// A path is told apart by both of its ends.
+void RowDetails::showTitle()
+{
+    constexpr double share = 0.72; // the rest is the note's
+    const QString title = m_empty ? Velmora::tr("Details") : m_row.key;
+    const QString shown = m_title->fontMetrics().elidedText(title, Qt::ElideMiddle, int(width() * share));
+    m_title->setText(shown);
+    m_title->setToolTip(shown == title ? QString() : title);
 }
 
 void RowDetails::showLists(const QStringList &left, const QStringList &right)
@@ -159,7 +176,7 @@ void RowDetails::showLists(const QStringList &left, const QStringList &right)
 void RowDetails::clear()
 {
     m_empty = true;
-    m_title->setText(Velmora::tr("Details"));
+    showTitle();
     m_note->setText(Velmora::tr("Select a row to see its values in full."));
     for (QPlainTextEdit *box : {m_left, m_right}) {
         box->clear();

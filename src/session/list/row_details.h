@@ -23,7 +23,11 @@ public:
     /// Takes up a changed theme.
     void refreshTheme();
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
+    void showTitle();
     void showLists(const QStringList &left, const QStringList &right);
 
     QLabel *m_title;

@@ -30,6 +30,8 @@ public:
     // What is asked of all rows at once; a source of many has them without making the row.
     [[nodiscard]] virtual PairStatus status(qsizetype number) const { return row(number).status; }
     [[nodiscard]] virtual QString key(qsizetype number) const { return row(number).key; }
+    /// Whether keys are paths, which are told apart by their ends.
+    [[nodiscard]] virtual bool hasPathKeys() const { return false; }
     /// Whether a word, in letters of any case, stands in the note or in the text of one of so many columns.
     [[nodiscard]] virtual bool holds(qsizetype number, const QString &word, int columns) const;
 

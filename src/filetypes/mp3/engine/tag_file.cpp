@@ -25,6 +25,9 @@ namespace {
 /// Texts of the list "INFO" byte for byte, as nothing tells their encoding.
 class InfoBytes final : public TagLib::RIFF::Info::StringHandler {
 public:
+    InfoBytes() = default;
+    virtual ~InfoBytes() = default; // which the library's own is not
+    Q_DISABLE_COPY_MOVE(InfoBytes)
     TagLib::String parse(const TagLib::ByteVector &data) const override { return {data, TagLib::String::Latin1}; }
     TagLib::ByteVector render(const TagLib::String &text) const override { return text.data(TagLib::String::Latin1); }
 };
