@@ -45,6 +45,7 @@ private:
     void buildCommands();
     [[nodiscard]] DiskUsageRequest request() const;
     void takeScan(const SharedUsage &result);
+    void goToPlace(QString path);
     void tellScan(const DiskUsage &usage);
     void showEmpty();
     void exportTo(const QString &path);
@@ -52,7 +53,8 @@ private:
     void openMenu(QPoint global);
 
     void prepareDeletion(const QStringList &paths);
-    void considerDeletion(const OperationPlan &plan);
+    void discountListed(OperationPlan &plan) const;
+    void considerDeletion(OperationPlan plan);
     void runDeletion(const OperationPlan &plan);
     void takeDeletion(const PlanRunResult &result);
 

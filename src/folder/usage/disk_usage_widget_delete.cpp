@@ -8,6 +8,8 @@
 #include "folder/usage/usage_view.h"
 #include "platform/file_layer.h"
 
+#include <algorithm>
+
 namespace velmora {
 
 void DiskUsageWidget::onDelete()
@@ -32,8 +34,20 @@ void DiskUsageWidget::prepareDeletion(const QStringList &paths)
         [this](const OperationPlan &surveyed) { considerDeletion(surveyed); });
 }
 
-void DiskUsageWidget::considerDeletion(const OperationPlan &plan)
+/// What the scan has listed goes with its folder; only what it has not is worth a word.
+void DiskUsageWidget::discountListed(OperationPlan &plan) const
 {
+    const UsageTree &tree = m_result->usage.tree;
+    for (OperationStep &step : plan.steps) {
+        const qint32 node = tree.find(plan.pathOf(step.from));
+        if (node >= 0)
+            step.unlisted = std::max<qint64>(0, step.unlisted - tree.node(node).files - tree.node(node).folders);
+    }
+}
+
+void DiskUsageWidget::considerDeletion(OperationPlan plan)
+{
+    discountListed(plan);
     if (plan.refusal != PlanRefusal::None) {
         status().showFailure(refusalText(plan.refusal));
         return;
