@@ -87,6 +87,7 @@ void PlanSession::showLog(bool hasNews)
 
 void PlanSession::focusRows()
 {
+    setFocusProxy(m_view); // whoever comes back from another tab is at work there
     if (const QWidget *focus = focusWidget(); !focus || m_inputs->isAncestorOf(focus))
         m_view->setFocus();
 }
