@@ -6,6 +6,7 @@
 #include "session/plain_text.h"
 #include "session/session_widget.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QEvent>
 #include <QStyle>
@@ -301,8 +302,11 @@ void SessionTabs::removeSession(SessionWidget *session)
         return;
     Q_EMIT sessionClosing(session);
     m_waiting.remove(session); // whose address may come to be that of another
+    const bool hadFocus = session->isAncestorOf(QApplication::focusWidget());
     removeTab(index);
     refreshNames();
+    if (SessionWidget *next = currentSession(); next && hadFocus)
+        (next->focusWidget() ? next->focusWidget() : next)->setFocus(); // as where tabs are switched
     // It may be in the middle of a signal that led here.
     session->hide();
     session->disconnect(this);
