@@ -276,8 +276,10 @@ QVariant SyncPlanModel::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
         return textAt(item, index.column());
-    case Qt::ToolTipRole:
-        return toolTipText(hintAt(item, index.column()));
+    case Qt::ToolTipRole: {
+        const QString hint = hintAt(item, index.column());
+        return hint.isEmpty() ? QVariant() : QVariant(toolTipText(hint));
+    }
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(alignmentOf(index.column()));
     case Qt::ForegroundRole:
