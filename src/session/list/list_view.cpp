@@ -157,7 +157,7 @@ void ListView::fitColumns()
     for (int column = RowSource::Key; column < header()->count(); ++column)
         shares += share(column);
     const int rest = std::max(240, viewport()->width() - statusWidth);
-    for (int column = RowSource::Key; column < header()->count() - 1; ++column)
+    for (int column = RowSource::Key; column < header()->count(); ++column) // the last one shrinks only when told to
         header()->resizeSection(column, rest * share(column) / shares);
 }
 

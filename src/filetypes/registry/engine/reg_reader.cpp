@@ -2,6 +2,7 @@
 
 #include "core/text_transcode.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace velmora {
@@ -125,12 +126,12 @@ bool RegReader::readKey()
     while (end < m_text.size() && !isLineEnd(m_text[end]))
         ++end;
     const qsizetype close = m_text.first(end).lastIndexOf(u']'); // a name may hold brackets itself
-    m_inKey = close > m_at && !isDeletion; // values behind a deletion belong to no key, as for the system's editor
-    if (close <= m_at)
-        return false;
-    QString path = m_text.sliced(m_at, close - m_at).toString();
+    QString path = m_text.sliced(m_at, std::max<qsizetype>(0, close - m_at)).toString();
     while (path.endsWith(u'\\'))
         path.chop(1);
+    m_inKey = !path.isEmpty() && !isDeletion; // values behind a deletion belong to no key, as for the system's editor
+    if (path.isEmpty())
+        return false;
     m_at = close + 1;
     m_reading.tree.keys.push_back({path, isDeletion});
     return restIsBlank();
