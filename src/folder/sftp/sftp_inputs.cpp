@@ -43,6 +43,8 @@ SftpInputs::SftpInputs(QWidget *parent) : QWidget(parent), m_port(new QSpinBox(t
     grid->addWidget(labelFor(Velmora::tr("Port:"), m_port), 0, 2);
     grid->addWidget(m_port, 0, 3);
     m_user = addLine(*grid, 0, 4, Velmora::tr("User:"), "userField");
+    setTabOrder(m_host, m_port);
+    setTabOrder(m_port, m_user);
     m_remote = addLine(*grid, 1, 0, Velmora::tr("Remote folder:"), "remoteField");
     m_remote->setPlaceholderText(Velmora::tr("A path on the host; a relative one begins in the home folder"));
     grid->addWidget(m_remote, 1, 1, 1, widest - 1);
