@@ -7338,6 +7338,10 @@ Read-only: %5</source>
         <translation>加密方式不受支持，无法读取：%1</translation>
     </message>
     <message>
+        <source>What comes next is encrypted in a way that cannot be read, names as well: %1</source>
+        <translation>其后的内容以无法读取的方式加密，名称也是如此：%1</translation>
+    </message>
+    <message>
         <source>All of the archive is encrypted, names as well, in a way that cannot be read: %1</source>
         <translation>整个压缩包（包括名称）均已加密，且加密方式不受支持：%1</translation>
     </message>

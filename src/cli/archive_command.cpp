@@ -223,7 +223,8 @@ bool writeTest(QIODevice &device, const Opened &opened, const ArchiveTest &test,
 bool isDamage(const ArchiveProblem &problem)
 {
     using enum ArchiveProblem::Kind;
-    return problem.kind == Damaged || problem.kind == Incomplete || problem.kind == Overlapping;
+    return problem.kind == Damaged || problem.kind == Incomplete || problem.kind == EndsEncrypted ||
+           problem.kind == Overlapping;
 }
 
 int test(const Opened &opened, const Arguments &arguments, const Streams &streams)

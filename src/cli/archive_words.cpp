@@ -25,6 +25,8 @@ const char *archiveProblemWords(ArchiveProblem::Kind kind)
         return "damaged";
     case ArchiveProblem::Kind::Incomplete:
         return "the archive is damaged or cut off here; what comes after is not known";
+    case ArchiveProblem::Kind::EndsEncrypted:
+        return "what comes after is encrypted in a way that cannot be read, names as well";
     case ArchiveProblem::Kind::Encrypted:
         return "encrypted, not read without the password";
     case ArchiveProblem::Kind::CannotDecrypt:

@@ -28,6 +28,8 @@ QString words(ArchiveProblem::Kind kind)
         return Velmora::tr("Damaged: %1");
     case ArchiveProblem::Kind::Incomplete:
         return Velmora::tr("The archive is damaged or cut off, and what comes next is not known: %1");
+    case ArchiveProblem::Kind::EndsEncrypted:
+        return Velmora::tr("What comes next is encrypted in a way that cannot be read, names as well: %1");
     case ArchiveProblem::Kind::Encrypted:
         return Velmora::tr("Encrypted, and not read without the password: %1");
     case ArchiveProblem::Kind::CannotDecrypt:

@@ -284,7 +284,7 @@ private:
         else if (step == ArchiveStream::Step::Entry)
             note(draft, Kind::TooManyEntries, last);
         else if (step == ArchiveStream::Step::Broken && !m_cancel.isCancelled())
-            note(draft, Kind::Incomplete, last, stream.error());
+            note(draft, stream.endsEncrypted() ? Kind::EndsEncrypted : Kind::Incomplete, last, stream.error());
     }
 
     void readEntry(Draft &draft, ArchiveStream &stream, bool sizeIsOpen)
@@ -293,7 +293,7 @@ private:
         if (entry.kind == ArchiveEntryKind::HardLink && entry.size > 0)
             entry.kind = ArchiveEntryKind::File; // formats that store the content once more
         const bool mayHoldOthers = m_request.nested == NestedArchives::BecomeFolders &&
-                                   draft.depth < m_request.limits.nesting &&
+                                   draft.depth < m_request.limits.nesting && int(draft.inner.size()) < m_archivesLeft &&
                                    looksLikeArchive(QString::fromUtf8(entry.name));
         const bool isRead = m_request.reading == ArchiveReading::Contents || mayHoldOthers || entry.size < 0;
         if (entry.kind == ArchiveEntryKind::File && entry.isEncrypted && !stream.canDecrypt())

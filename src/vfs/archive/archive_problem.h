@@ -16,6 +16,7 @@ struct ArchiveProblem {
         Overlapping,      ///< entries that share bytes of the archive; they are not unpacked
         Damaged,          ///< an entry that cannot be read to its end, or whose checksum does not hold
         Incomplete,       ///< the archive ends or is damaged at `path`: what comes after is unknown
+        EndsEncrypted,    ///< what begins at `path` is encrypted in a way that cannot be read, names as well
         Encrypted,        ///< entries that need a password, or another one
         CannotDecrypt,    ///< entries that are encrypted in a way that cannot be read
         TooManyEntries,   ///< the rest is left out

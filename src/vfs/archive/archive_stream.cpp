@@ -229,6 +229,13 @@ bool ArchiveStream::hidesNames() const
            m_handle->library().archive_read_has_encrypted_entries(m_handle->reader()) > 0;
 }
 
+bool ArchiveStream::endsEncrypted() const
+{
+    // The library has no number for it, and its words are never translated.
+    return m_isBroken && m_handle && m_handle->library().archive_read_has_encrypted_entries(m_handle->reader()) > 0 &&
+           error().contains(QLatin1String("encrypted"));
+}
+
 QString ArchiveStream::error() const
 {
     if (!m_handle)

@@ -48,6 +48,9 @@ public:
     [[nodiscard]] bool canDecrypt() const;
     /// Whether the names of entries are encrypted, too, in a way that cannot be read.
     [[nodiscard]] bool hidesNames() const;
+    /// Whether it could not go on because of an encryption that cannot be read: what a link in a 7z leads to is a
+    /// content like any other.
+    [[nodiscard]] bool endsEncrypted() const;
 
     /// The library's words about what went wrong last.
     [[nodiscard]] QString error() const;
