@@ -25,7 +25,7 @@ struct ArchiveProblem {
     };
 
     Kind kind = Kind::Damaged;
-    QString path;     ///< of the first
+    QString path;     ///< of the first; the middle of a very long one is left out
     QString detail;   ///< the library's own words about the first; may be empty
     qint64 count = 0; ///< entries
 
