@@ -65,7 +65,7 @@ QByteArray oggVorbis(const QByteArray &title, int commentPages)
         file.replace(file.indexOf(QByteArray(255, 'x')), 255, comment + QByteArray(255 - comment.size(), '\0'));
     file += oggPage(number++, commentPages > 1 ? QByteArray(9, 'y') : comment);
     file += oggPage(number++, "\x05vorbis setup");
-    return file + oggPage(number, "sound");
+    return file + oggPage(number, "sound", true);
 }
 
 QByteArray nested(const QByteArray &name, int levels)
@@ -108,8 +108,9 @@ private Q_SLOTS:
         row("other sound", tag + sound, tag + otherSound, SongVerdict::SameTags);
         row("all other", tag + sound, otherSound, SongVerdict::Different);
         row("flac", madeFlac("TITLE=a"), madeFlac("TITLE=longer"), SongVerdict::SameSound);
-        row("flac otherwise", madeFlac("TITLE=a"), madeFlac("TITLE=a", "\xff\xf8 other"), SongVerdict::SameSamples);
-        row("flac other", madeFlac("TITLE=a"), madeFlac("TITLE=b", "\xff\xf8 other", 'n'), SongVerdict::Different);
+        row("flac otherwise", madeFlac("TITLE=a"), madeFlac("TITLE=a", "other"), SongVerdict::SameSamples);
+        row("flac cut off", madeFlac("TITLE=a"), madeFlac("TITLE=a").chopped(1), SongVerdict::SameTags);
+        row("flac other", madeFlac("TITLE=a"), madeFlac("TITLE=b", "other", 'n'), SongVerdict::Different);
         const QByteArray info = "LIST" + littleNumber(16) + "INFOINAM" + littleNumber(4) + "One" + QByteArray(1, '\0');
         row("wav", madeWave(QByteArray(400, 'a')), madeWave(QByteArray(400, 'a'), info), SongVerdict::SameSound);
         row("wav other", madeWave(QByteArray(400, 'a')), madeWave(QByteArray(400, 'b')), SongVerdict::Different);
@@ -149,7 +150,12 @@ private Q_SLOTS:
         QCOMPARE(song(damaged).fact(factKey::frames), word("20"));
         QVERIFY(song(madeSound(20).chopped(100)).isCutOff);
         QVERIFY(song(madeSound(20).chopped(417)).isCutOff);
-        QVERIFY(song(oggVorbis("a", 1).chopped(2)).isCutOff);
+        for (const QByteArray &whole : {oggVorbis("a", 1), madeFlac("TITLE=a")}) {
+            QVERIFY(!song(whole).isCutOff);
+            QVERIFY(song(whole.chopped(2)).isCutOff);
+        }
+        QVERIFY(song(oggVorbis("a", 1).chopped(33)).isCutOff);        // between two pages
+        QVERIFY(song(madeFlac("TITLE=a", "sound", 'm', 2)).isCutOff); // before the second frame
     }
 
     void readsEveryTagSystem()

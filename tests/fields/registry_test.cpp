@@ -22,6 +22,7 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -181,6 +182,29 @@ private Q_SLOTS:
         QCOMPARE(lines(reading.tree), words("[K\\A]|ok REG_SZ 1"));
         QCOMPARE(readRegistry("words\n").fault, RegistryFault::NotRegistry);
         QCOMPARE(readRegistry({}).fault, RegistryFault::NotRegistry);
+    }
+
+    void readsWhatIsLeftOfAFile()
+    {
+        const QByteArray five =
+            version5("[K\\A]\r\n\"d\"=dword:0000002a\r\n\"h\"=hex:41,42,\\\r\n  43\r\n\"t\"=\"text\"\r\n"
+                     "[-K\\B]\r\n[K\\C]\r\n@=hex(7):61,00,00,00,00,00\r\n");
+        const QByteArray four =
+            "REGEDIT4\r\n\r\n[K\\A]\r\n\"d\"=dword:0000002a\r\n\"e\"=hex(2):fc,00\r\n\"t\"=\"\xfc\"\r\n";
+        for (const QByteArray &whole : {five, four}) {
+            const QStringList all = lines(readRegistry(whole).tree);
+            QVERIFY(readRegistry(whole).badLines == 0);
+            for (qsizetype length = 0; length < whole.size(); ++length) {
+                const RegistryReading reading = readRegistry(whole.first(length));
+                QVERIFY(reading.ok() || reading.tree.keys.empty());
+                // What is cut in two is told, but for bytes that end at a byte; all before it is there.
+                QStringList rest = lines(reading.tree);
+                rest.removeIf([&](const QString &line) { return all.contains(line); });
+                QVERIFY2(rest.isEmpty() || (rest.size() == 1 && rest.first().contains(QRegularExpression(
+                                                                    word("REG_(BINARY|MULTI_SZ|EXPAND_SZ)")))),
+                         qPrintable(rest.join(u'|')));
+            }
+        }
     }
 
     void comparesPathsByTheirEntries()

@@ -274,6 +274,22 @@ private Q_SLOTS:
         if (part >= 0)
             QVERIFY(reading.facts.damaged.contains(ProgramPart(part)));
     }
+
+    void readsWhatIsLeftOfAFile()
+    {
+        const QByteArray whole = madeProgram();
+        const ProgramFacts all = readProgram(whole).facts;
+        for (qsizetype length = 0; length < whole.size(); ++length) {
+            const ProgramReading reading = readProgram(whole.first(length));
+            if (!reading.ok()) {
+                QVERIFY(reading.facts.values.isEmpty());
+                continue;
+            }
+            QVERIFY2(!reading.facts.damaged.isEmpty(), qPrintable(QString::number(length)));
+            for (const FactValue &value : reading.facts.values)
+                QVERIFY(value.offset <= length);
+        }
+    }
 };
 
 VELMORA_TEST(VersionEngineTest)

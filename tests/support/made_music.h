@@ -82,15 +82,38 @@ inline QByteArray apeTag(const QByteArray &key, const QByteArray &value, quint32
            QByteArray(12, '\0');
 }
 
-/// A FLAC file with one Vorbis comment; what follows the metadata is no sound that could be decoded.
-inline QByteArray madeFlac(const QByteArray &comment, const QByteArray &sound = "\xff\xf8 sound", char md5 = 'm')
+/// The check that FLAC has for headers and frames, bit by bit.
+inline quint32 flacCheck(const QByteArray &bytes, quint32 polynomial, int width)
+{
+    quint32 check = 0;
+    for (const char byte : bytes) {
+        for (int bit = 7; bit >= 0; --bit) {
+            const quint32 out = (check >> (width - 1) & 1) ^ (quint32(quint8(byte)) >> bit & 1);
+            check = ((check << 1) ^ (out != 0 ? polynomial : 0)) & ((1U << width) - 1);
+        }
+    }
+    return check;
+}
+
+/// The first frame of FLAC, of 4096 samples that nobody could decode.
+inline QByteArray flacFrame(const QByteArray &contents)
+{
+    QByteArray frame = QByteArray("\xff\xf8\xc9\x18\0", 5);
+    frame += char(flacCheck(frame, 0x07, 8));
+    frame += contents + QByteArray(12, 'f');
+    return frame + bigNumber(flacCheck(frame, 0x8005, 16)).right(2);
+}
+
+/// A FLAC file with one Vorbis comment that says how many frames it has, of which the first is there.
+inline QByteArray madeFlac(const QByteArray &comment, const QByteArray &sound = "sound", char md5 = 'm', int frames = 1)
 {
     const QByteArray stream = QByteArray("\x10\x00\x10\x00", 4) + QByteArray(6, '\0') +
-                              QByteArray("\x0a\xc4\x42\xf0\x00\x00\xac\x44", 8) + QByteArray(16, md5);
+                              QByteArray("\x0a\xc4\x42\xf0", 4) + bigNumber(quint32(frames * 4096)) +
+                              QByteArray(16, md5);
     const QByteArray comments =
         littleNumber(4) + "made" + littleNumber(1) + littleNumber(quint32(comment.size())) + comment;
     return "fLaC" + bigNumber(quint32(stream.size())) + stream + bigNumber(0x84000000 | quint32(comments.size())) +
-           comments + sound;
+           comments + flacFrame(sound);
 }
 
 inline QByteArray mp4Box(const char *name, const QByteArray &contents)
@@ -133,10 +156,10 @@ inline QByteArray madeAiff(const QByteArray &samples)
 }
 
 /// A page of Ogg with one packet of fewer than 255 bytes, or the first or last part of one.
-inline QByteArray oggPage(quint32 number, const QByteArray &packet)
+inline QByteArray oggPage(quint32 number, const QByteArray &packet, bool isLast = false)
 {
-    return QByteArray("OggS") + QByteArray(2, '\0') + QByteArray(8, '\0') + littleNumber(7) + littleNumber(number) +
-           QByteArray(4, '\0') + '\x01' + char(packet.size()) + packet;
+    return QByteArray("OggS") + '\0' + (isLast ? '\4' : '\0') + QByteArray(8, '\0') + littleNumber(7) +
+           littleNumber(number) + QByteArray(4, '\0') + '\x01' + char(packet.size()) + packet;
 }
 
 } // namespace velmora::test

@@ -87,7 +87,8 @@ private:
         qint64 length = 0;
         for (qint64 k = 0; k < segments; ++k)
             length += quint8(header[pageHeaderLength + k]);
-        m_layout.isCutOff = at + bodyAt + length > m_bytes.size();
+        constexpr quint8 lastOfStream = 4;
+        m_layout.isCutOff = at + bodyAt + length > m_bytes.size() || (quint8(header[5]) & lastOfStream) == 0;
         takePackets(m_streams[serial], at + bodyAt, QByteArrayView(header).sliced(pageHeaderLength, segments));
         return bodyAt + length;
     }

@@ -137,7 +137,8 @@ SongVerdict judgeSongs(const Song &left, const Song &right)
         mainSystem(left.format) == mainSystem(right.format) ? areSame(left.tags, right.tags) : saySame(left, right);
     if (left.soundHash == right.soundHash)
         return haveSameTags ? SongVerdict::SameContents : SongVerdict::SameSound;
-    if (!left.samplesHash.isEmpty() && left.samplesHash == right.samplesHash)
+    const bool areWhole = !left.isCutOff && !right.isCutOff; // or the noted samples are not those that are there
+    if (areWhole && !left.samplesHash.isEmpty() && left.samplesHash == right.samplesHash)
         return SongVerdict::SameSamples;
     return haveSameTags && !left.tags.fields.isEmpty() ? SongVerdict::SameTags : SongVerdict::Different;
 }

@@ -1,6 +1,7 @@
 #include "filetypes/mp3/engine/sound_layout.h"
 
 #include "core/message_digest.h"
+#include "filetypes/mp3/engine/flac_frames.h"
 #include "filetypes/mp3/engine/mp4_boxes.h"
 #include "filetypes/mp3/engine/ogg_pages.h"
 #include "filetypes/mp3/engine/riff_chunks.h"
@@ -29,6 +30,17 @@ quint64 commentCount(SoundBytes &bytes, qint64 at)
     return littleEndian(bytes.at(at + 4 + qint64(vendor), 4), 0, 4);
 }
 
+FlacStream streamOf(QByteArrayView info)
+{
+    constexpr quint64 sampleBits = 36;
+    const auto least = int(bigEndian(info, 0, 2));
+    FlacStream stream;
+    stream.blockSize = least == int(bigEndian(info, 2, 2)) ? least : 0;
+    stream.mostFrameSize = qint64(bigEndian(info, 7, 3));
+    stream.samples = qint64(bigEndian(info, 10, 8) & ((quint64(1) << sampleBits) - 1));
+    return stream;
+}
+
 SoundLayout findFlac(SoundBytes &bytes, qint64 begin, const CancelFlag &cancel)
 {
     enum Block : quint8 { StreamInfo = 0, Comments = 4 };
@@ -37,6 +49,7 @@ SoundLayout findFlac(SoundBytes &bytes, qint64 begin, const CancelFlag &cancel)
     constexpr int mostBlocks = 4096;
     SoundLayout layout;
     layout.format = SoundFormat::Flac;
+    FlacStream stream;
     qint64 at = begin + 4;
     bool isLast = false;
     for (int count = 0; !isLast && !cancel.isCancelled(); ++count) {
@@ -49,6 +62,7 @@ SoundLayout findFlac(SoundBytes &bytes, qint64 begin, const CancelFlag &cancel)
             (kind == Comments && commentCount(bytes, at + 4) > mostTagParts))
             return failed(SoundFormat::Flac, SoundFault::TooLarge);
         if (kind == StreamInfo) {
+            stream = streamOf(bytes.at(at + 4, length));
             const QByteArray md5 = bytes.at(at + 4 + md5At, md5Length).toByteArray();
             if (md5 != QByteArray(md5Length, '\0'))
                 layout.samplesHash = md5;
@@ -56,7 +70,9 @@ SoundLayout findFlac(SoundBytes &bytes, qint64 begin, const CancelFlag &cancel)
         isLast = (head >> 31) != 0;
         at += 4 + length;
     }
-    layout.sound = {{at, std::max<qint64>(0, tagsBehind(bytes) - at)}};
+    const qint64 end = std::max(at, tagsBehind(bytes));
+    layout.sound = {{at, end - at}};
+    layout.isCutOff = flacIsCutOff(bytes, at, end, stream);
     return layout;
 }
 

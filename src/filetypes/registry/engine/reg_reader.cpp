@@ -167,7 +167,9 @@ bool RegReader::readDword(RegistryValue &value)
     value.type = RegistryType::Dword;
     for (int k = 0; k < 4; ++k)
         value.data.append(char(number >> (8 * k)));
-    return digits > 0 && digits <= 8;
+    constexpr int most = 8;
+    const bool isCutOff = atEnd() && digits < most; // editors write all of them
+    return digits > 0 && digits <= most && !isCutOff;
 }
 
 /// A backslash at the end of a line leads on to the next one.
@@ -188,12 +190,16 @@ bool RegReader::skipContinuation()
 
 bool RegReader::readBytes(QByteArray &data)
 {
+    bool goesOn = false; // a comma promises more, which a file that is cut off does not have
+    bool isContinued = false;
     for (;;) {
         skipBlanks();
-        while (skipContinuation())
+        while (skipContinuation()) {
+            isContinued = true;
             skipBlanks();
+        }
         if (isLineEnd(now()) || now() == u';')
-            return true;
+            return !(atEnd() && (goesOn || isContinued)); // editors end the last line of a long value, too
         int byte = digitOf(now());
         if (byte < 0)
             return false;
@@ -204,7 +210,8 @@ bool RegReader::readBytes(QByteArray &data)
         }
         data.append(char(byte));
         skipBlanks();
-        if (!take(u',') && !isLineEnd(now()) && now() != u';' && now() != u'\\')
+        goesOn = take(u',');
+        if (!goesOn && !isLineEnd(now()) && now() != u';' && now() != u'\\')
             return false;
     }
 }
