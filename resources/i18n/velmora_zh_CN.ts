@@ -1682,6 +1682,10 @@
         <translation>✓ 合并后的文本</translation>
     </message>
     <message>
+        <source>Writing the merged tree…</source>
+        <translation>正在写入合并后的目录树…</translation>
+    </message>
+    <message>
         <source>Merged text</source>
         <translation>合并后的文本</translation>
     </message>

@@ -106,6 +106,7 @@ void FolderMergeWidget::run(const OperationPlan &plan)
 {
     if (!runs().isIdle())
         return;
+    status().showMessage(Velmora::tr("Writing the merged tree…"));
     runs().write([plan] { return plan; }, title(),
                  [this](const PlanRunResult &result, bool wasCancelled) { takeRun(result, wasCancelled); });
 }
