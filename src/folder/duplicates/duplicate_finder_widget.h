@@ -74,6 +74,7 @@ private:
     [[nodiscard]] DuplicateQuestion question() const;
     [[nodiscard]] QString problemOfPaths() const;
     void takeScan(RunOutcome<std::unique_ptr<DuplicateTree>> &&outcome);
+    void focusRows();
     void tellScan(const DuplicateScan &scan);
     void showState();
     void showRowCommands();

@@ -16,6 +16,7 @@
 #include "folder/operations/duplicate_plan.h"
 #include "session/dialogs.h"
 #include "session/fault_text.h"
+#include "session/frame/path_edit.h"
 #include "session/frame/paths_bar.h"
 #include "session/frame/status_line.h"
 #include "session/session_host.h"
@@ -116,6 +117,7 @@ void DuplicateFinderWidget::takeScan(RunOutcome<std::unique_ptr<DuplicateTree>> 
     } else {
         m_hasScan = true;
         showTree(std::move(*outcome.value));
+        focusRows();
         tellScan(m_tree->scan());
         if (!m_tree->scan().cancelled)
             Q_EMIT comparisonFinished(m_scanned, {});
@@ -123,6 +125,14 @@ void DuplicateFinderWidget::takeScan(RunOutcome<std::unique_ptr<DuplicateTree>> 
     }
     showState();
     Q_EMIT readingEnded();
+}
+
+/// The caret goes to the rows, unless a person is at work elsewhere.
+void DuplicateFinderWidget::focusRows()
+{
+    setFocusProxy(m_view);
+    if (const QWidget *focus = focusWidget(); !focus || m_inputs->edit(0).isAncestorOf(focus))
+        m_view->setFocus();
 }
 
 void DuplicateFinderWidget::tellScan(const DuplicateScan &scan)

@@ -19,7 +19,8 @@ QStringList DuplicateTree::headings() const
 
 Qt::Alignment DuplicateTree::alignment(int column) const
 {
-    return Qt::AlignVCenter | (column == Size ? Qt::AlignRight : Qt::AlignLeft);
+    // Times in the middle of their column stand apart from the sizes beside them.
+    return Qt::AlignVCenter | (column == Size ? Qt::AlignRight : column == Modified ? Qt::AlignHCenter : Qt::AlignLeft);
 }
 
 bool DuplicateTree::losesAll(qint32 node) const
