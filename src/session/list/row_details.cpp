@@ -1,6 +1,7 @@
 #include "session/list/row_details.h"
 
 #include "core/value_entries.h"
+#include "core/visible_name.h"
 #include "session/diff_colours.h"
 #include "session/translate.h"
 
@@ -151,7 +152,7 @@ void RowDetails::resizeEvent(QResizeEvent *event)
 void RowDetails::showTitle()
 {
     constexpr double share = 0.72; // the rest is the note's
-    const QString title = m_empty ? Velmora::tr("Details") : m_row.key;
+    const QString title = m_empty ? Velmora::tr("Details") : visibleName(m_row.key);
     const QString shown = m_title->fontMetrics().elidedText(title, Qt::ElideMiddle, int(width() * share));
     m_title->setText(shown);
     m_title->setToolTip(shown == title ? QString() : title);
