@@ -221,6 +221,7 @@ void FolderSyncWidget::takeAnalysis(RunOutcome<SyncAnalysis> &&outcome, const Re
         Q_EMIT tabTitleChanged(title());
         Q_EMIT comparisonFinished(plannedFolders().left, plannedFolders().right);
     }
+    showNotice();
     Q_EMIT readingEnded();
 }
 
