@@ -2,6 +2,7 @@
 
 #include "core/text_detect.h"
 #include "core/text_file.h"
+#include "core/text_lines.h"
 #include "merge/engine/conflict_markers.h"
 #include "platform/file_access.h"
 #include "vfs/archive/archive_signature.h"
@@ -159,8 +160,14 @@ bool isMarkedMerge(const QString &path)
     if (QFileInfo(path).size() > longest)
         return false;
     const QByteArray bytes = readFile(path).bytes;
-    return mayHoldConflicts({bytes.constData(), std::size_t(bytes.size())}) &&
-           hasConflictMarkers(decodeText(bytes, TextEncoding()).lines);
+    if (!mayHoldConflicts({bytes.constData(), std::size_t(bytes.size())}))
+        return false;
+    // Markers are the same bytes in every encoding but the wide ones: all else need not be decoded, which takes a tenth
+    // of a second where the encoding has to be guessed.
+    const bool mayBeWide = bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF") || bytes.contains('\0');
+    constexpr QByteArrayView utf8Mark("\xEF\xBB\xBF");
+    const qsizetype begin = bytes.startsWith(utf8Mark) ? utf8Mark.size() : 0;
+    return hasConflictMarkers(mayBeWide ? decodeText(bytes, TextEncoding()).lines : TextLines::split(bytes, begin));
 }
 
 } // namespace velmora

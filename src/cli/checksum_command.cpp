@@ -220,7 +220,7 @@ constexpr std::array<const char *, listedStatusCount> statusNames{"ok",         
 
 void writeCheckLines(OutputBuffer &output, const ChecksumCheck &check)
 {
-    for (const ListedFile &file : check.files) {
+    for (const CheckedFile &file : check.files) {
         if (file.status == ListedStatus::Ok)
             continue;
         const QByteArray name = visibleName(file.entry.name).toUtf8();
@@ -257,7 +257,7 @@ void writeCheckJson(OutputBuffer &output, const ChecksumCheck &check)
     json.number("badLines", check.badLines);
     json.key("files");
     json.beginList();
-    for (const ListedFile &file : check.files) {
+    for (const CheckedFile &file : check.files) {
         json.beginObject();
         json.text("name", file.entry.name);
         json.text("status", QLatin1String(statusNames[std::size_t(file.status)]));

@@ -98,7 +98,7 @@ struct Merged {
     ChunkMerge merge;
     std::vector<MergeChunk> shown; ///< as the style of the markers has it
 
-    [[nodiscard]] MergeTexts texts() const { return {inputs.base(), inputs.left(), inputs.right()}; }
+    [[nodiscard]] ChunkTexts texts() const { return {inputs.base(), inputs.left(), inputs.right()}; }
     [[nodiscard]] qsizetype conflicts() const
     {
         return std::ranges::count(shown, ChunkKind::Conflict, &MergeChunk::kind);

@@ -163,7 +163,7 @@ OperationPlan planOf(const MergeRequest &request, const Merge &merge, const QStr
 {
     MergeSources sources = mergeSourcesOf(merge.result.files);
     for (const qsizetype file : merge.texts.clean)
-        sources[std::size_t(file)] = MergeSource::Text;
+        sources[std::size_t(file)] = MergedFileSource::Text;
     return planFolderMerge(request.folders, merge.result.files, sources, request.target, texts);
 }
 

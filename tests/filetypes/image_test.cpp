@@ -314,6 +314,25 @@ private Q_SLOTS:
         QCOMPARE(fixture.text("leftPixelInfo"), word("X:  Y:   RGB:  A:"));
     }
 
+    void whatFitsGoesOnToFitUntilItIsZoomed()
+    {
+        ImageFixture fixture;
+        const QString path = fixture.save("one.png", filled(2000, 1000, 0xFF0A141E));
+        fixture.compare(path, path);
+        QTRY_COMPARE(fixture.text("imageVerdictText"), word("The files are identical."));
+        const ImageLabel *left = fixture.label("leftImage");
+        const double before = left->zoom();
+        fixture.session.resize(1400, 1100);
+        QTRY_VERIFY(left->zoom() > 1.3 * before);
+        const QSize room = left->parentWidget()->size() - left->size();
+        QVERIFY(std::min(room.width(), room.height()) >= 4 && std::min(room.width(), room.height()) <= 6);
+        fixture.trigger("zoomInAction");
+        const double chosen = left->zoom();
+        fixture.session.resize(900, 700);
+        QTest::qWait(50);
+        QCOMPARE(left->zoom(), chosen);
+    }
+
     void writesTheReportThatWasAskedFor()
     {
         ImageFixture fixture;

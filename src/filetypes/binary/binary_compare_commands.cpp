@@ -83,7 +83,7 @@ void BinaryCompareWidget::showPlace()
         m_place->clear();
         return;
     }
-    const ByteRange selected = m_scene->selection();
+    const ByteSelection selected = m_scene->selection();
     const QString place = QStringLiteral("%1 (%2)").arg(hexNumber(caret.offset), QLocale().toString(caret.offset));
     m_place->setText(selected.length() > 1
                          ? Velmora::tr("%1 | %2 bytes selected").arg(place, QLocale().toString(selected.length()))
@@ -93,7 +93,7 @@ void BinaryCompareWidget::showPlace()
 void BinaryCompareWidget::copy(ByteForm form)
 {
     constexpr qint64 limit = 16 * 1024 * 1024;
-    const ByteRange range = m_scene->selection();
+    const ByteSelection range = m_scene->selection();
     if (range.length() == 0)
         return;
     if (range.length() > limit) {

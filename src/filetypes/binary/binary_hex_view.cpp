@@ -191,7 +191,7 @@ void BinaryHexView::keyPressEvent(QKeyEvent *event)
 
 void BinaryHexView::mousePressEvent(QMouseEvent *event)
 {
-    const ByteRange selected = m_scene.selection();
+    const ByteSelection selected = m_scene.selection();
     const qint64 offset = offsetAt(event->pos());
     const bool keepsSelection = event->button() == Qt::RightButton && selected.side == m_side &&
                                 offset >= selected.begin && offset < selected.end;

@@ -23,7 +23,7 @@ void HexFinder::find(bool forwards)
     const std::optional<QByteArray> pattern = m_bar.pattern();
     if (!pattern)
         return;
-    const ByteRange selected = m_scene.selection();
+    const ByteSelection selected = m_scene.selection();
     const std::shared_ptr<const BinarySource> source = m_scene.document()->sources[selected.side];
     const qint64 first = m_scene.document()->starts[selected.side];
     const qint64 here = selected.length() == 0 ? first : selected.begin + (forwards ? 1 : 0);

@@ -79,7 +79,7 @@ private:
     HexGeometry m_geometry;
     bool m_isFocused;
     bool m_dark;
-    ByteRange m_selection;
+    ByteSelection m_selection;
 };
 
 } // namespace velmora

@@ -67,7 +67,7 @@ void HexScene::moveCaret(Side side, qint64 offset, bool selects)
     Q_EMIT changed();
 }
 
-void HexScene::select(const ByteRange &range)
+void HexScene::select(const ByteSelection &range)
 {
     m_caret = {range.side, range.begin, range.end - 1};
     m_currentRow = caretRow();
@@ -76,7 +76,7 @@ void HexScene::select(const ByteRange &range)
     Q_EMIT changed();
 }
 
-ByteRange HexScene::selection() const
+ByteSelection HexScene::selection() const
 {
     if (m_caret.offset < 0)
         return {m_caret.side, 0, 0};

@@ -7,7 +7,7 @@
 namespace velmora {
 
 /// Bytes of one file.
-struct ByteRange {
+struct ByteSelection {
     Side side = Side::Left;
     qint64 begin = 0;
     qint64 end = 0;
@@ -58,9 +58,9 @@ public:
     /// the anchor where it is.
     void moveCaret(Side side, qint64 offset, bool selects = false);
     /// Selects bytes, with the caret on the first of them, and scrolls its row to the middle if it is out of sight.
-    void select(const ByteRange &range);
+    void select(const ByteSelection &range);
     /// What is selected; without a selection the byte under the caret, or nothing before there is one.
-    [[nodiscard]] ByteRange selection() const;
+    [[nodiscard]] ByteSelection selection() const;
 
     /// Tells that colours and fonts have changed.
     void refresh() { Q_EMIT changed(); }

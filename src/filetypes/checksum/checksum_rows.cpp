@@ -48,11 +48,11 @@ QString checksumLabel(ChecksumAlgorithm algorithm)
     return labels[std::size_t(algorithm)];
 }
 
-ChecksumRows::ChecksumRows(QList<ListedFile> files) : RowSource(Velmora::tr("File")), m_files(std::move(files)) {}
+ChecksumRows::ChecksumRows(QList<CheckedFile> files) : RowSource(Velmora::tr("File")), m_files(std::move(files)) {}
 
 KeyedRow ChecksumRows::row(qsizetype number) const
 {
-    const ListedFile &file = m_files[number];
+    const CheckedFile &file = m_files[number];
     return {file.entry.name, pairStatus(file.status), digestText(file.entry.digest), digestText(file.found)};
 }
 

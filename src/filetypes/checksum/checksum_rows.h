@@ -11,7 +11,7 @@ namespace velmora {
 /// The files of a checked list as rows: what the list says on the left, what was found on the right.
 class ChecksumRows final : public RowSource {
 public:
-    explicit ChecksumRows(QList<ListedFile> files = {});
+    explicit ChecksumRows(QList<CheckedFile> files = {});
 
     [[nodiscard]] qsizetype count() const override { return m_files.size(); }
     [[nodiscard]] KeyedRow row(qsizetype number) const override;
@@ -20,7 +20,7 @@ public:
     [[nodiscard]] bool isBefore(qsizetype one, qsizetype other, int column) const override;
 
 private:
-    QList<ListedFile> m_files;
+    QList<CheckedFile> m_files;
 };
 
 /// How many files have which status, in words.

@@ -5,6 +5,7 @@
 
 #include <QBoxLayout>
 #include <QComboBox>
+#include <QEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -58,6 +59,7 @@ ImageViews::ImageViews(QWidget *detail, QWidget *parent)
     }
     connectLabels();
     connectScrolling();
+    m_areas.first()->viewport()->installEventFilter(this);
 }
 
 QScrollArea *ImageViews::addArea(QGroupBox *box, ImageLabel *label)
@@ -127,6 +129,7 @@ void ImageViews::connectScrolling()
 
 void ImageViews::takeZoom(double factor)
 {
+    m_fits = m_isFitting;
     for (ImageLabel *label : {m_left, m_right, static_cast<ImageLabel *>(m_map)})
         label->setZoom(factor);
 }
@@ -167,8 +170,21 @@ void ImageViews::zoomToFit()
     const QSize room = m_areas.first()->viewport()->size() - QSize(edge, edge);
     const QSize image = m_left->imageSize().expandedTo({1, 1});
     const double zoom = std::min(double(room.width()) / image.width(), double(room.height()) / image.height());
-    if (zoom > 0)
-        m_left->setZoom(zoom);
+    if (zoom <= 0)
+        return;
+    m_isFitting = true;
+    m_left->setZoom(zoom);
+    m_isFitting = false;
+    m_fits = true;
+}
+
+bool ImageViews::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize && m_fits && !m_isFitting) {
+        zoomToFit();
+        zoomToFit(); // into the room of scroll bars that are gone now
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void ImageViews::setView(ComparisonView view)

@@ -27,7 +27,7 @@ public:
 
     void setZoom(double factor) { m_left->setZoom(factor); }
     [[nodiscard]] double zoom() const { return m_left->zoom(); }
-    /// As large as the left image is shown whole.
+    /// As large as the left image is shown whole, and stays so when there is more or less room, until zoomed.
     void zoomToFit();
 
     void setView(ComparisonView view);
@@ -38,6 +38,9 @@ public:
 
 Q_SIGNALS:
     void hoveredImagePixel(int x, int y);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     QScrollArea *addArea(QGroupBox *box, ImageLabel *label);
@@ -57,6 +60,8 @@ private:
     QSlider *m_share;
     QList<QScrollArea *> m_areas; ///< of left, right, map
     bool m_isScrolling = false;   ///< the others follow the one that is moved
+    bool m_isFitting = false;     ///< the zoom is being set to what fits
+    bool m_fits = false;          ///< the zoom is what fits
 };
 
 } // namespace velmora

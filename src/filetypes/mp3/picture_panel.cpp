@@ -78,7 +78,7 @@ void PicturePanel::showHalf(Side side, const SongPicture *picture)
         half.caption->setText(Velmora::tr("%1: none").arg(name));
         return;
     }
-    const PictureView view = m_views.view(picture->bytes);
+    const ShownPicture view = m_views.view(picture->bytes);
     const QLocale locale;
     QStringList facts{picture->mime};
     if (view.size.isValid())

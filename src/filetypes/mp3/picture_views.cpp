@@ -52,7 +52,7 @@ PictureViews::PictureViews(const QList<SongRow> &rows, const CancelFlag &cancel)
             const std::shared_ptr<const SongPicture> &picture = row.pictures[side];
             if (!picture)
                 continue;
-            PictureView view;
+            ShownPicture view;
             images[side] = decoded(*picture, view.size);
             if (!images[side].isNull())
                 view.thumbnail = images[side].scaled(images[side].size().boundedTo({thumbnailSide, thumbnailSide}),

@@ -13,7 +13,7 @@
 namespace velmora {
 
 /// A picture out of a tag as it is shown.
-struct PictureView {
+struct ShownPicture {
     QImage thumbnail; ///< null where it cannot be decoded, or not within bounds
     QSize size;       ///< of the whole picture; invalid where not even that is known
 };
@@ -32,14 +32,14 @@ public:
     PictureViews(const QList<SongRow> &rows, const CancelFlag &cancel);
 
     // By their bytes, as a picture that was copied into other tags is the same one.
-    [[nodiscard]] PictureView view(const QByteArray &picture) const { return m_views.value(picture); }
+    [[nodiscard]] ShownPicture view(const QByteArray &picture) const { return m_views.value(picture); }
     [[nodiscard]] Difference difference(const QByteArray &left, const QByteArray &right) const
     {
         return m_differences.value({left, right});
     }
 
 private:
-    QHash<QByteArray, PictureView> m_views;
+    QHash<QByteArray, ShownPicture> m_views;
     QHash<std::pair<QByteArray, QByteArray>, Difference> m_differences;
 };
 

@@ -130,7 +130,7 @@ std::pair<int, int> FolderMergeModel::rowsBelow(const QString &folder) const
 
 // Choosing ----------------------------------------------------------------------------------------------------------
 
-void FolderMergeModel::choose(qsizetype file, MergeSource source, bool byHand)
+void FolderMergeModel::choose(qsizetype file, MergedFileSource source, bool byHand)
 {
     m_sources[std::size_t(file)] = source;
     m_byHand[std::size_t(file)] = byHand;
@@ -155,14 +155,14 @@ void FolderMergeModel::take(const QModelIndexList &rows, MergeVersion version)
 void FolderMergeModel::takeTexts(const std::vector<qsizetype> &files)
 {
     for (const qsizetype file : files)
-        choose(file, MergeSource::Text, true);
+        choose(file, MergedFileSource::Text, true);
     tellChoices();
 }
 
 void FolderMergeModel::leaveOut(const QModelIndexList &rows)
 {
     for (const QModelIndex &row : rows)
-        choose(indexAt(row.row()), MergeSource::LeftOut, true);
+        choose(indexAt(row.row()), MergedFileSource::LeftOut, true);
     tellChoices();
 }
 
@@ -192,15 +192,15 @@ QString FolderMergeModel::actionText(qsizetype file) const
     if (!m_byHand[std::size_t(file)])
         return QString::fromUtf8(wordsOf(m_files.at(file).status).action);
     switch (m_sources[std::size_t(file)]) {
-    case MergeSource::LeftOut:
+    case MergedFileSource::LeftOut:
         return Velmora::tr("✗ Leave out");
-    case MergeSource::Text:
+    case MergedFileSource::Text:
         return Velmora::tr("✓ Merged text");
-    case MergeSource::Base:
+    case MergedFileSource::Base:
         break;
-    case MergeSource::Left:
+    case MergedFileSource::Left:
         return QString::fromUtf8(wordsOf(FolderMergeStatus::LeftChanged).action);
-    case MergeSource::Right:
+    case MergedFileSource::Right:
         return QString::fromUtf8(wordsOf(FolderMergeStatus::RightChanged).action);
     }
     return QString::fromUtf8(wordsOf(FolderMergeStatus::Unchanged).action);

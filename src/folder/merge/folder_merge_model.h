@@ -26,7 +26,10 @@ public:
     /// A conflict for which nobody has chosen a version.
     [[nodiscard]] bool isOpenAt(int row) const;
     /// A merged text is taken for it.
-    [[nodiscard]] bool hasTextAt(int row) const { return m_sources[std::size_t(indexAt(row))] == MergeSource::Text; }
+    [[nodiscard]] bool hasTextAt(int row) const
+    {
+        return m_sources[std::size_t(indexAt(row))] == MergedFileSource::Text;
+    }
     /// The first row below `folder` and the one behind the last.
     [[nodiscard]] std::pair<int, int> rowsBelow(const QString &folder) const;
     [[nodiscard]] qint64 openConflicts() const;
@@ -49,7 +52,7 @@ Q_SIGNALS:
     void choicesChanged();
 
 private:
-    void choose(qsizetype file, MergeSource source, bool byHand);
+    void choose(qsizetype file, MergedFileSource source, bool byHand);
     void tellChoices();
     [[nodiscard]] bool shows(const FolderMergeFile &file) const;
     [[nodiscard]] QString actionText(qsizetype file) const;

@@ -9,21 +9,21 @@ namespace velmora {
 namespace {
 
 /// The root of the plan that a source stands for: versions first, merged texts behind them.
-int rootOf(MergeSource source)
+int rootOf(MergedFileSource source)
 {
-    return int(source) - int(MergeSource::Base);
+    return int(source) - int(MergedFileSource::Base);
 }
 
-bool isThere(const FolderMergeFile &file, MergeSource source)
+bool isThere(const FolderMergeFile &file, MergedFileSource source)
 {
     switch (source) {
-    case MergeSource::LeftOut:
+    case MergedFileSource::LeftOut:
         break;
-    case MergeSource::Text:
+    case MergedFileSource::Text:
         return true;
-    case MergeSource::Base:
-    case MergeSource::Left:
-    case MergeSource::Right:
+    case MergedFileSource::Base:
+    case MergedFileSource::Left:
+    case MergedFileSource::Right:
         return file.sizes[allMergeVersions[std::size_t(rootOf(source))]] >= 0;
     }
     return false;
@@ -54,9 +54,9 @@ private:
 
 } // namespace
 
-MergeSource mergeSource(MergeVersion version)
+MergedFileSource mergeSource(MergeVersion version)
 {
-    return MergeSource(int(MergeSource::Base) + int(version));
+    return MergedFileSource(int(MergedFileSource::Base) + int(version));
 }
 
 MergeSources mergeSourcesOf(const QList<FolderMergeFile> &files)
@@ -65,7 +65,7 @@ MergeSources mergeSourcesOf(const QList<FolderMergeFile> &files)
     sources.reserve(std::size_t(files.size()));
     for (const FolderMergeFile &file : files) {
         const std::optional<MergeVersion> version = mergeSourceOf(file.status);
-        sources.push_back(version ? mergeSource(*version) : MergeSource::LeftOut);
+        sources.push_back(version ? mergeSource(*version) : MergedFileSource::LeftOut);
     }
     return sources;
 }
@@ -87,7 +87,7 @@ OperationPlan planFolderMerge(const MergeVersions<QString> &folders, const QList
         return plan;
     NeededFolders folderSteps(plan, targetRoot);
     for (qsizetype i = 0; i < files.size(); ++i) {
-        const MergeSource source = sources[std::size_t(i)];
+        const MergedFileSource source = sources[std::size_t(i)];
         if (!isThere(files.at(i), source) || rootOf(source) >= targetRoot)
             continue;
         folderSteps.make(parentPath(files.at(i).path));

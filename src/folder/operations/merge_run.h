@@ -11,17 +11,17 @@
 namespace velmora {
 
 /// Where a file of the merged tree comes from.
-enum class MergeSource : quint8 {
+enum class MergedFileSource : quint8 {
     LeftOut, ///< from nowhere: it is not written
     Base,
     Left,
     Right,
     Text, ///< from the folder of merged texts
 };
-[[nodiscard]] MergeSource mergeSource(MergeVersion version);
+[[nodiscard]] MergedFileSource mergeSource(MergeVersion version);
 
 /// For each file of a merge what goes into the merged tree.
-using MergeSources = std::vector<MergeSource>;
+using MergeSources = std::vector<MergedFileSource>;
 
 /// What the statuses say, before anything is chosen by hand.
 [[nodiscard]] MergeSources mergeSourcesOf(const QList<FolderMergeFile> &files);

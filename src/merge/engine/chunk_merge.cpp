@@ -27,10 +27,10 @@ Numbers part(Numbers lines, LineRange range)
 }
 
 /// Each change that replaces lines by as many, line by line.
-std::vector<LineChange> lineByLine(const std::vector<LineChange> &changes, Numbers base, Numbers other)
+std::vector<ChangedLines> lineByLine(const std::vector<ChangedLines> &changes, Numbers base, Numbers other)
 {
-    std::vector<LineChange> result;
-    for (const LineChange &change : changes) {
+    std::vector<ChangedLines> result;
+    for (const ChangedLines &change : changes) {
         if (change.base.count != change.other.count) {
             result.push_back(change);
             continue;
@@ -46,7 +46,7 @@ std::vector<LineChange> lineByLine(const std::vector<LineChange> &changes, Numbe
 /// The changes that one text has made, taken one after the other.
 class ChangeQueue {
 public:
-    explicit ChangeQueue(const std::vector<LineChange> &changes) : m_next(changes.begin()), m_end(changes.end()) {}
+    explicit ChangeQueue(const std::vector<ChangedLines> &changes) : m_next(changes.begin()), m_end(changes.end()) {}
 
     [[nodiscard]] bool isEmpty() const noexcept { return m_next == m_end; }
     [[nodiscard]] LineRange next() const noexcept { return m_next->base; }
@@ -59,21 +59,21 @@ public:
     }
 
     [[nodiscard]] qsizetype sizeOfGroup() const noexcept { return m_next - m_firstOfGroup; }
-    [[nodiscard]] const LineChange &firstOfGroup() const noexcept { return *m_firstOfGroup; }
+    [[nodiscard]] const ChangedLines &firstOfGroup() const noexcept { return *m_firstOfGroup; }
     /// How much further down the lines of this text are behind what has been taken.
     [[nodiscard]] qsizetype offset() const noexcept { return m_offset; }
 
 private:
-    std::vector<LineChange>::const_iterator m_next;
-    std::vector<LineChange>::const_iterator m_end;
-    std::vector<LineChange>::const_iterator m_firstOfGroup;
+    std::vector<ChangedLines>::const_iterator m_next;
+    std::vector<ChangedLines>::const_iterator m_end;
+    std::vector<ChangedLines>::const_iterator m_firstOfGroup;
     qsizetype m_offset = 0;
 };
 
 /// What left and right have changed, found at the same time where that pays.
-std::array<std::vector<LineChange>, 2> changesOf(const NumberedTexts &numbered, const CancelFlag &cancel)
+std::array<std::vector<ChangedLines>, 2> changesOf(const NumberedTexts &numbered, const CancelFlag &cancel)
 {
-    std::array<std::vector<LineChange>, 2> changes;
+    std::array<std::vector<ChangedLines>, 2> changes;
     const auto size = int(changes.size());
     const int crew = numbered.texts[Base].size() < linesWorthAThread ? 1 : std::min(size, crewSize());
     runCrew(
@@ -95,8 +95,8 @@ bool startsBefore(LineRange one, LineRange other) noexcept
 /// Puts the changes of both texts together to chunks.
 class Chunker {
 public:
-    Chunker(const NumberedTexts &numbered, const std::vector<LineChange> &left, const std::vector<LineChange> &right,
-            bool joinTouching)
+    Chunker(const NumberedTexts &numbered, const std::vector<ChangedLines> &left,
+            const std::vector<ChangedLines> &right, bool joinTouching)
         : m_numbered(numbered), m_left(left), m_right(right), m_joinTouching(joinTouching)
     {}
 
@@ -204,7 +204,7 @@ ChunkMerge mergeChunks(const TextLines &base, const TextLines &left, const TextL
     if (poll.look())
         return {};
     progress.report(ComparingWithBase, 0, 2);
-    std::array<std::vector<LineChange>, 2> changes = changesOf(numbered, cancel);
+    std::array<std::vector<ChangedLines>, 2> changes = changesOf(numbered, cancel);
     if (poll.look())
         return {};
     auto &[ofLeft, ofRight] = changes;

@@ -108,9 +108,9 @@ std::vector<quint8> marksOf(size_t lines, qsizetype first, qsizetype end, const 
     return marks;
 }
 
-std::vector<LineChange> changesOf(const EditMarks &marks)
+std::vector<ChangedLines> changesOf(const EditMarks &marks)
 {
-    std::vector<LineChange> changes;
+    std::vector<ChangedLines> changes;
     size_t i = 0;
     size_t j = 0;
     while (i < marks.a.size() || j < marks.b.size()) {
@@ -131,8 +131,8 @@ std::vector<LineChange> changesOf(const EditMarks &marks)
 
 } // namespace
 
-std::vector<LineChange> lineChanges(std::span<const qint32> base, std::span<const qint32> other, qint32 numbers,
-                                    CancelPoll &poll)
+std::vector<ChangedLines> lineChanges(std::span<const qint32> base, std::span<const qint32> other, qint32 numbers,
+                                      CancelPoll &poll)
 {
     const auto shorter = qsizetype(std::min(base.size(), other.size()));
     const qsizetype prefix = std::mismatch(base.begin(), base.begin() + shorter, other.begin()).first - base.begin();
@@ -152,7 +152,7 @@ std::vector<LineChange> lineChanges(std::span<const qint32> base, std::span<cons
                     marksOf(other.size(), prefix, otherEnd, ofOther, found.b)};
     slideChanges(base, marks.a, marks.b, poll);
     slideChanges(other, marks.b, marks.a, poll);
-    return poll.stopped() ? std::vector<LineChange>() : changesOf(marks);
+    return poll.stopped() ? std::vector<ChangedLines>() : changesOf(marks);
 }
 
 } // namespace velmora

@@ -9,11 +9,11 @@
 namespace velmora {
 
 /// The lines of `base` that have become those of `other`; one of them may be empty, but not both.
-struct LineChange {
+struct ChangedLines {
     LineRange base;
     LineRange other;
 
-    friend bool operator==(const LineChange &, const LineChange &) = default;
+    friend bool operator==(const ChangedLines &, const ChangedLines &) = default;
 };
 
 /// What differs between two texts, whose lines are given as numbers from 0 to `numbers` - 1: a shortest list of changes
@@ -24,7 +24,7 @@ struct LineChange {
 /// places it stands as far down as it can, or beside the other text's change when it can meet one. Texts that have
 /// little in common get changes that are not the shortest: the search gives up after a number of steps that grows
 /// with the root of their lengths. Empty when `poll` has stopped.
-[[nodiscard]] std::vector<LineChange> lineChanges(std::span<const qint32> base, std::span<const qint32> other,
-                                                  qint32 numbers, CancelPoll &poll);
+[[nodiscard]] std::vector<ChangedLines> lineChanges(std::span<const qint32> base, std::span<const qint32> other,
+                                                    qint32 numbers, CancelPoll &poll);
 
 } // namespace velmora

@@ -22,7 +22,7 @@ TextLines partOf(const TextLines &text, LineRange range)
 }
 
 /// A conflict without what both versions have in common.
-void appendCutUp(Chunks &shown, const MergeChunk &conflict, const MergeTexts &texts)
+void appendCutUp(Chunks &shown, const MergeChunk &conflict, const ChunkTexts &texts)
 {
     const TextLines left = partOf(texts.left, conflict.left);
     Progress silent;
@@ -40,7 +40,7 @@ void appendCutUp(Chunks &shown, const MergeChunk &conflict, const MergeTexts &te
 }
 
 /// A conflict without the lines that both versions begin or end with.
-void appendTrimmed(Chunks &shown, const MergeChunk &conflict, const MergeTexts &texts)
+void appendTrimmed(Chunks &shown, const MergeChunk &conflict, const ChunkTexts &texts)
 {
     const LineRange left = conflict.left;
     const LineRange right = conflict.right;
@@ -123,7 +123,7 @@ EndKind endBefore(const TextLines &text, LineRange range)
     return EndKind::Unknown;
 }
 
-std::string_view endOfMarkers(const MergeTexts &texts, const MergeChunk &conflict)
+std::string_view endOfMarkers(const ChunkTexts &texts, const MergeChunk &conflict)
 {
     const EndKind left = endBefore(texts.left, conflict.left);
     const EndKind right = endBefore(texts.right, conflict.right);
@@ -160,7 +160,7 @@ private:
     std::string_view m_end;
 };
 
-void writeConflict(OutputBuffer &output, const MergeChunk &conflict, const MergeTexts &texts,
+void writeConflict(OutputBuffer &output, const MergeChunk &conflict, const ChunkTexts &texts,
                    const MarkerFormat &format)
 {
     ConflictWriter writer(output, format, endOfMarkers(texts, conflict));
@@ -177,7 +177,7 @@ void writeConflict(OutputBuffer &output, const MergeChunk &conflict, const Merge
 
 } // namespace
 
-std::vector<MergeChunk> shownChunks(const ChunkMerge &merge, const MergeTexts &texts, MarkerStyle style)
+std::vector<MergeChunk> shownChunks(const ChunkMerge &merge, const ChunkTexts &texts, MarkerStyle style)
 {
     if (style == MarkerStyle::Diff3 || merge.isClean())
         return merge.chunks;
@@ -193,7 +193,7 @@ std::vector<MergeChunk> shownChunks(const ChunkMerge &merge, const MergeTexts &t
     return style == MarkerStyle::Merge ? withNearConflictsJoined(shown, texts.left) : shown;
 }
 
-void writeMerge(OutputBuffer &output, const std::vector<MergeChunk> &shown, const MergeTexts &texts,
+void writeMerge(OutputBuffer &output, const std::vector<MergeChunk> &shown, const ChunkTexts &texts,
                 const MarkerFormat &format)
 {
     for (const MergeChunk &chunk : shown) {

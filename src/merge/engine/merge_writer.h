@@ -25,7 +25,7 @@ struct MarkerFormat {
 };
 
 /// The three texts of a merge.
-struct MergeTexts {
+struct ChunkTexts {
     const TextLines &base;
     const TextLines &left;
     const TextLines &right;
@@ -34,12 +34,12 @@ struct MergeTexts {
 /// The chunks as `style` shows them. In `MarkerStyle::Merge` a conflict is cut up by what its two versions have in
 /// common, and conflicts are one that have between them at most three lines, or none with a letter or digit; the lines
 /// of the base are with the first part of a conflict then.
-[[nodiscard]] std::vector<MergeChunk> shownChunks(const ChunkMerge &merge, const MergeTexts &texts, MarkerStyle style);
+[[nodiscard]] std::vector<MergeChunk> shownChunks(const ChunkMerge &merge, const ChunkTexts &texts, MarkerStyle style);
 
 /// Writes the merged text, with markers where there are conflicts. What is taken from a text is taken byte for byte.
 /// A marker ends as the lines before it do in both versions, with CR LF or LF; so does, within a conflict, a last line
 /// without an end.
-void writeMerge(OutputBuffer &output, const std::vector<MergeChunk> &shown, const MergeTexts &texts,
+void writeMerge(OutputBuffer &output, const std::vector<MergeChunk> &shown, const ChunkTexts &texts,
                 const MarkerFormat &format);
 
 } // namespace velmora

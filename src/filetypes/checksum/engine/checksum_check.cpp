@@ -191,7 +191,7 @@ ChecksumCheck checkChecksumList(const QString &path, const QString &folder, cons
         return check;
     }
     for (std::size_t i = 0; i < orders.size(); ++i) {
-        ListedFile &file = check.files[readFiles[i]];
+        CheckedFile &file = check.files[readFiles[i]];
         file.status = statusOf(orders[i], file.entry);
         file.found = orders[i].result.digests.value(0);
     }
@@ -200,7 +200,7 @@ ChecksumCheck checkChecksumList(const QString &path, const QString &folder, cons
         for (const QString &name : unlistedFiles(root, listed, own))
             check.files.append({ListedStatus::NotListed, {name, list.entries.first().algorithm, {}}, {}});
     }
-    for (const ListedFile &file : check.files)
+    for (const CheckedFile &file : check.files)
         ++check.counts[std::size_t(file.status)];
     return check;
 }

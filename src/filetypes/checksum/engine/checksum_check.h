@@ -15,7 +15,7 @@ enum class ListedStatus : quint8 {
 };
 inline constexpr std::size_t listedStatusCount = std::size_t(ListedStatus::NotListed) + 1;
 
-struct ListedFile {
+struct CheckedFile {
     ListedStatus status = ListedStatus::Missing;
     ChecksumEntry entry; ///< without a digest when it is not listed
     QByteArray found;    ///< the digest of the file; empty when it was not read
@@ -32,8 +32,8 @@ struct ChecksumCheck {
     };
 
     Fault fault = Fault::None;
-    QString folder;          ///< in which the files were looked for
-    QList<ListedFile> files; ///< in the order of the list, then those that are not listed, by name
+    QString folder;           ///< in which the files were looked for
+    QList<CheckedFile> files; ///< in the order of the list, then those that are not listed, by name
     qsizetype badLines = 0;
     qsizetype firstBadLine = 0; ///< counted from 1; 0 for none
     std::array<qsizetype, listedStatusCount> counts{};
