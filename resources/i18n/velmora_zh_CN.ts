@@ -602,7 +602,7 @@
         <translation>请先转到一处更改或选择若干更改</translation>
     </message>
     <message>
-        <source>%1 changes, %2 conflicts, %3 open</source>
+        <source>Changes: %1, conflicts: %2, open: %3</source>
         <translation>%1 处更改，%2 处冲突，%3 处未决</translation>
     </message>
     <message>

@@ -334,7 +334,7 @@ void ThreeWayMergeWidget::showCounts()
     const auto changes =
         std::count_if(parts.all().begin(), parts.all().end(), [](const MergePart &part) { return !part.isPlain(); });
     showMessage(
-        Velmora::tr("%1 changes, %2 conflicts, %3 open")
+        Velmora::tr("Changes: %1, conflicts: %2, open: %3")
             .arg(QString::number(changes), QString::number(parts.conflicts()), QString::number(parts.openConflicts())));
 }
 

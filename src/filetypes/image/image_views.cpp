@@ -76,6 +76,7 @@ QScrollArea *ImageViews::addArea(QGroupBox *box, ImageLabel *label)
 QGroupBox *ImageViews::makeSide(const QString &title, ElidedLabel *caption, ImageLabel *label)
 {
     auto *box = new QGroupBox(title);
+    caption->setMinimumHeight(m_view->sizeHint().height()); // so that what fits here fits beside the map's row, too
     columnIn(box)->addWidget(caption);
     addArea(box, label);
     return box;
