@@ -329,7 +329,7 @@ private Q_SLOTS:
         fixture.trigger("zoomInAction");
         const double chosen = left->zoom();
         fixture.session.resize(900, 700);
-        QTest::qWait(50);
+        QCoreApplication::processEvents();
         QCOMPARE(left->zoom(), chosen);
     }
 
