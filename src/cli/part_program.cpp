@@ -1,13 +1,12 @@
 #include "cli/part_program.h"
 
+#include "cli/own_streams.h"
 #include "core/child_process.h"
 #include "platform/program_path.h"
 #include "platform/standard_streams.h"
-#include "platform/thread_end.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <new>
@@ -79,17 +78,11 @@ QStringList passedOn(const Arguments &arguments, const QStringList &options, con
 int partMain(int argc, char *argv[], const Command &command,
              int (*work)(const Arguments &arguments, const Streams &streams))
 {
-    orderEndOfThreads();
-    makeStandardStreamsBinary();
+    OwnStreams own;
     const QCoreApplication application(argc, argv); // plug-ins are found by it
-    QFile input;
-    QFile output;
-    QFile errors;
-    const QIODevice::OpenMode writing = QIODevice::WriteOnly | QIODevice::Unbuffered;
-    if (!input.open(0, QIODevice::ReadOnly | QIODevice::Unbuffered) || !output.open(1, writing) ||
-        !errors.open(2, writing))
+    if (!own.areOpen())
         return Trouble;
-    const Streams streams{input, output, errors};
+    const Streams streams = own.streams();
     try {
         const std::vector<OptionSpec> options = allOptions(command);
         const Arguments arguments = Arguments::parse(programArguments(argc, argv), options);

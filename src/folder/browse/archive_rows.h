@@ -17,7 +17,6 @@ using SharedListing = std::shared_ptr<const ArchiveListing>;
 class ArchiveRows final : public RowTree {
 public:
     enum Column { Name, Size, Packed, Ratio, Modified, Method, Checksum, Mode };
-    static constexpr int columnCount = Mode + 1;
 
     /// Without a listing there are no rows.
     explicit ArchiveRows(SharedListing listing);

@@ -8,13 +8,11 @@
 #include <QStringList>
 #include <QWidget>
 
-#include <array>
-
-class QLineEdit;
 class QSplitter;
 
 namespace velmora {
 
+class FilteredTree;
 class NoticeCard;
 class PreviewPane;
 class TreeModel;
@@ -57,28 +55,23 @@ Q_SIGNALS:
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    [[nodiscard]] QWidget *makeTree();
+    void makeTree();
     void makeProblems();
     void connectTree();
-    void placeColumns();
-    /// Hides columns without texts, and those that would leave too little room for the names.
-    void fitColumns();
+    void showUsedColumns();
 
     SharedListing m_listing;
     QSplitter *m_columns;
     QSplitter *m_rows;
-    QLineEdit *m_filter;
     TreeModel *m_entries;
-    TreeView *m_tree;
+    FilteredTree *m_filtered;
+    TreeView &m_tree;
     PreviewPane *m_preview;
     TreeModel *m_problemRows;
     TreeView *m_problems;
     NoticeCard *m_notice;
-    std::array<int, ArchiveRows::columnCount> m_widths{};
-    std::array<bool, ArchiveRows::columnCount> m_hasTexts{};
 };
 
 } // namespace velmora

@@ -22,7 +22,6 @@ using SharedUsage = std::shared_ptr<const UsageResult>;
 class UsageRows final : public RowTree {
 public:
     enum Column { Name, Size, Share, Files, Subfolders, OnDisk, Growth };
-    static constexpr int columnCount = Growth + 1;
     /// The share in percent, a number.
     static constexpr int shareRole = Qt::UserRole;
 

@@ -4,13 +4,13 @@
 #include "folder/usage/share_percent_delegate.h"
 #include "folder/usage/usage_map.h"
 #include "session/frame/notice_card.h"
+#include "session/list/filtered_tree.h"
 #include "session/list/tree_view.h"
 #include "session/translate.h"
 
 #include <QBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QSplitter>
 #include <QTabWidget>
 
@@ -19,16 +19,17 @@ namespace velmora {
 UsageView::UsageView(QWidget *parent)
     : QWidget(parent),
       m_splitter(new QSplitter),
-      m_filter(new QLineEdit),
       m_rows(new TreeModel(std::make_unique<UsageRows>(nullptr), this)),
-      m_tree(new TreeView(*m_rows)),
+      m_filtered(new FilteredTree(*m_rows, QStringLiteral("usage"))),
+      m_tree(m_filtered->tree()),
       m_largestRows(new TreeModel(std::make_unique<LargestRows>(nullptr), this)),
       m_largest(new TreeView(*m_largestRows)),
       m_side(new QTabWidget),
       m_map(new UsageMap),
       m_notice(new NoticeCard(this))
 {
-    m_splitter->addWidget(makeTree());
+    makeTree();
+    m_splitter->addWidget(m_filtered);
     makeSide();
     m_splitter->addWidget(m_side);
     m_splitter->setChildrenCollapsible(false);
@@ -39,36 +40,30 @@ UsageView::UsageView(QWidget *parent)
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(m_splitter);
     connectTree();
-    setFocusProxy(m_tree);
+    setFocusProxy(m_filtered);
     m_splitter->hide();
 }
 
 // The trees tell of their rows as they go, and children outlive members.
 UsageView::~UsageView()
 {
-    m_tree->disconnect(this);
+    m_tree.disconnect(this);
     m_largest->disconnect(this);
 }
 
-QWidget *UsageView::makeTree()
+void UsageView::makeTree()
 {
-    auto *part = new QWidget;
-    auto *column = new QVBoxLayout(part);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(6);
-    m_filter->setObjectName(QStringLiteral("usageFilter"));
-    m_filter->setPlaceholderText(Velmora::tr("Words in names"));
-    m_filter->setToolTip(Velmora::tr("Shows the files and folders whose names hold all of these words"));
-    m_filter->setClearButtonEnabled(true);
-    m_tree->setObjectName(QStringLiteral("usageTree"));
-    m_tree->setAccessibleName(Velmora::tr("Files and folders by size"));
-    m_tree->setItemDelegateForColumn(UsageRows::Share, new SharePercentDelegate(*m_rows, m_tree));
-    m_tree->setFrameShape(QFrame::StyledPanel);
-    m_tree->installEventFilter(this);
-    column->addWidget(m_filter);
-    column->addWidget(m_tree, 1);
-    placeColumns();
-    return part;
+    m_filtered->setFilterHint(Velmora::tr("Shows the files and folders whose names hold all of these words"));
+    m_tree.setAccessibleName(Velmora::tr("Files and folders by size"));
+    m_tree.setItemDelegateForColumn(UsageRows::Share, new SharePercentDelegate(*m_rows, &m_tree));
+    m_tree.installEventFilter(this);
+    m_filtered->setColumns({{UsageRows::Size, QStringLiteral("1000.0 MB")},
+                            {UsageRows::Share, QStringLiteral("100.0% 100")},
+                            {UsageRows::Growth, QStringLiteral("+1000.0 MB")},
+                            {UsageRows::Files, QStringLiteral("100000")},
+                            {UsageRows::Subfolders, QStringLiteral("10000")},
+                            {UsageRows::OnDisk, QStringLiteral("1000.0 MB")}},
+                           22);
 }
 
 void UsageView::makeSide()
@@ -87,51 +82,12 @@ void UsageView::makeSide()
     header.setSectionResizeMode(LargestRows::Folder, QHeaderView::Stretch);
 }
 
-void UsageView::placeColumns()
-{
-    const auto width = [this](const QString &widest) { return fontMetrics().horizontalAdvance(widest) + 22; };
-    QHeaderView &header = *m_tree->horizontalHeader();
-    const auto fit = [&](int column, const QString &widest) {
-        const QString heading = m_rows->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
-        m_widths[std::size_t(column)] = std::max(width(widest), width(heading));
-        header.resizeSection(column, m_widths[std::size_t(column)]);
-    };
-    fit(UsageRows::Size, QStringLiteral("1000.0 MB"));
-    fit(UsageRows::Share, QStringLiteral("100.0% 100"));
-    fit(UsageRows::Files, QStringLiteral("100000"));
-    fit(UsageRows::Subfolders, QStringLiteral("10000"));
-    fit(UsageRows::OnDisk, QStringLiteral("1000.0 MB"));
-    fit(UsageRows::Growth, QStringLiteral("+1000.0 MB"));
-}
-
-void UsageView::fitColumns()
-{
-    constexpr int fewestLetters = 22; // of a name
-    int room = m_tree->viewport()->width() - fewestLetters * fontMetrics().averageCharWidth();
-    // What matters most is hidden last.
-    for (const int column : {UsageRows::Size, UsageRows::Share, UsageRows::Growth, UsageRows::Files,
-                             UsageRows::Subfolders, UsageRows::OnDisk}) {
-        const bool hasTexts = column != UsageRows::Growth || (m_result && !m_result->growth.empty());
-        const int width = m_widths[std::size_t(column)];
-        m_tree->setColumnHidden(column, !hasTexts || room < width);
-        room -= hasTexts ? width : 0;
-    }
-}
-
 void UsageView::connectTree()
 {
-    connect(m_filter, &QLineEdit::textChanged, m_rows, &TreeModel::setFilter);
-    connect(m_filter, &QLineEdit::returnPressed, m_tree, qOverload<>(&QWidget::setFocus));
-    connect(m_tree, &TreeView::placeChanged, this, [this] { m_map->setCurrentNode(m_tree->currentNode()); });
-    connect(m_map, &UsageMap::currentChanged, m_tree, &TreeView::goToNode);
-    connect(m_tree, &TreeView::openWanted, this, [this](const QModelIndex &index) {
-        const qint32 node = m_rows->nodeAt(index.row());
-        if (m_result->usage.tree.node(node).isFolder)
-            m_rows->setExpanded(index.row(), !m_rows->isExpanded(node));
-        else
-            Q_EMIT openWanted();
-    });
-    connect(m_tree, &TreeView::contextMenuWanted, this, [this](const QModelIndex &index, QPoint global) {
+    connect(&m_tree, &TreeView::placeChanged, this, [this] { m_map->setCurrentNode(m_tree.currentNode()); });
+    connect(m_map, &UsageMap::currentChanged, &m_tree, &TreeView::goToNode);
+    connect(m_filtered, &FilteredTree::fileOpened, this, &UsageView::openWanted);
+    connect(&m_tree, &TreeView::contextMenuWanted, this, [this](const QModelIndex &index, QPoint global) {
         if (index.isValid())
             Q_EMIT contextMenuWanted(global);
     });
@@ -145,7 +101,7 @@ void UsageView::connectTree()
         if (index.isValid())
             Q_EMIT contextMenuWanted(global);
     });
-    for (const TreeView *view : {m_tree, m_largest})
+    for (const TreeView *view : {&m_tree, m_largest})
         connect(view, &TreeView::copyWanted, this, &UsageView::copyWanted);
 }
 
@@ -159,8 +115,8 @@ void UsageView::setResult(const SharedUsage &result)
     m_map->setResult(result);
     m_rows->setTree(std::make_unique<UsageRows>(result));
     m_largestRows->setTree(std::make_unique<LargestRows>(result));
-    fitColumns();
-    m_tree->goToRow(0);
+    m_filtered->setColumnUsed(UsageRows::Growth, result && !result->growth.empty());
+    m_tree.goToRow(0);
 }
 
 void UsageView::setColouring(UsageColouring colouring)
@@ -188,7 +144,7 @@ void UsageView::showLargest()
 
 qint32 UsageView::currentNode() const
 {
-    return m_tree->currentNode();
+    return m_tree.currentNode();
 }
 
 QStringList UsageView::selectedPaths() const
@@ -197,7 +153,7 @@ QStringList UsageView::selectedPaths() const
         return largestPath().isEmpty() ? QStringList() : QStringList(largestPath());
     QStringList paths;
     qint32 end = 0;
-    for (const qint32 node : m_tree->selectedNodes()) {
+    for (const qint32 node : m_tree.selectedNodes()) {
         if (node < end)
             continue;
         paths.append(m_result->usage.tree.path(node));
@@ -208,7 +164,7 @@ QStringList UsageView::selectedPaths() const
 
 void UsageView::goToNode(qint32 node)
 {
-    m_tree->goToNode(node);
+    m_tree.goToNode(node);
 }
 
 void UsageView::zoomTo(qint32 node)
@@ -238,8 +194,6 @@ bool UsageView::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::FocusIn)
         m_largestIsActive = watched == m_largest;
-    else if (event->type() == QEvent::Resize && watched == m_tree)
-        fitColumns();
     if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->matches(QKeySequence::Delete)) {
         Q_EMIT deleteWanted();
         return true;

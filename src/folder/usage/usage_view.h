@@ -6,14 +6,12 @@
 #include <QStringList>
 #include <QWidget>
 
-#include <array>
-
-class QLineEdit;
 class QSplitter;
 class QTabWidget;
 
 namespace velmora {
 
+class FilteredTree;
 class NoticeCard;
 class TreeModel;
 class TreeView;
@@ -53,26 +51,22 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    [[nodiscard]] QWidget *makeTree();
+    void makeTree();
     void makeSide();
     void connectTree();
     [[nodiscard]] QString largestPath() const;
     void showLargest();
-    void placeColumns();
-    /// Hides columns where they would leave too little room for the names.
-    void fitColumns();
 
     SharedUsage m_result;
     QSplitter *m_splitter;
-    QLineEdit *m_filter;
     TreeModel *m_rows;
-    TreeView *m_tree;
+    FilteredTree *m_filtered;
+    TreeView &m_tree;
     TreeModel *m_largestRows;
     TreeView *m_largest;
     QTabWidget *m_side;
     UsageMap *m_map;
     NoticeCard *m_notice;
-    std::array<int, UsageRows::columnCount> m_widths{};
     bool m_largestIsActive = false; ///< it has the keyboard, or had it last
 };
 
