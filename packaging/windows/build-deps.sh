@@ -66,9 +66,13 @@ build_lz4() { cross_build lz4 build/cmake -DLZ4_BUILD_CLI=OFF -DLZ4_BUILD_LEGACY
 build_zstd() { cross_build libzstd build/cmake -DZSTD_BUILD_PROGRAMS=OFF -DZSTD_BUILD_SHARED=OFF -DZSTD_BUILD_CONTRIB=OFF; }
 
 # Encrypted entries go through what Windows has for that (CNG). The programs of libarchive are not wanted. How zlib was built would be
-# found out by a program that is run.
+# found out by a program that is run. Its source asks for "Bcrypt", which is "bcrypt" where case counts.
 build_libarchive() {
-    cross_build libarchive . -DENABLE_TEST=OFF -DENABLE_TAR=OFF -DENABLE_CPIO=OFF -DENABLE_CAT=OFF -DENABLE_WERROR=OFF \
+    mkdir -p "$work/libarchive-names"
+    echo '#include <bcrypt.h>' >"$work/libarchive-names/Bcrypt.h"
+    ln -sf "$(x86_64-w64-mingw32-gcc -print-file-name=libbcrypt.a)" "$work/libarchive-names/libBcrypt.a"
+    cross_build libarchive . -DCMAKE_C_FLAGS="-isystem $work/libarchive-names" -DCMAKE_SHARED_LINKER_FLAGS="-L$work/libarchive-names" \
+        -DENABLE_TEST=OFF -DENABLE_TAR=OFF -DENABLE_CPIO=OFF -DENABLE_CAT=OFF -DENABLE_WERROR=OFF \
         -DENABLE_OPENSSL=OFF -DENABLE_LIBXML2=OFF -DENABLE_EXPAT=OFF -DENABLE_PCREPOSIX=OFF -DENABLE_ICONV=OFF \
         -DENABLE_CNG=ON -DENABLE_LZO=OFF -DENABLE_LZ4=ON \
         -DZLIB_WINAPI=OFF -DZLIB_WINAPI_WITH_LIB="$prefix/lib/libz.a"

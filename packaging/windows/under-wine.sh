@@ -16,6 +16,8 @@ unset XDG_DATA_HOME
 mkdir -p "$HOME/.local/share"
 # Tests may write into the registry's current user, who is nobody here.
 export VELMORA_THROWAWAY_PROFILE=1
+# Every call of every operation fails once in some tests: five minutes, QtTest's own limit, are short for that on a busy machine.
+export QTEST_FUNCTION_TIMEOUT=${QTEST_FUNCTION_TIMEOUT:-1200000}
 # Wine's own messages would mix with the program's. Neither Mono nor Gecko is needed, which it would offer to download, and a
 # test must not put entries into the menus of whoever runs it.
 export WINEDEBUG=${WINEDEBUG:--all}

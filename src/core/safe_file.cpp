@@ -121,6 +121,7 @@ SaveResult saveFile(const QString &path, const std::function<bool(QIODevice &)> 
         file.cancelWriting();
         return {systemWords(std::errc::operation_canceled)};
     }
+    awaitReplaceable(target);
     if (!file.commit())
         return {errorOf(file)};
     bringNameToDisk(target);

@@ -130,10 +130,10 @@ public:
     [[nodiscard]] static const FileAccess &nativeWithHidden();
 };
 
-/// The bytes that stand for a path or name in system calls and in the output of programs. On Unix names are bytes:
-/// those that are valid UTF-8 are text, and every other byte b appears in strings as the lone surrogate U+DC00 + b,
-/// which no text holds. So each name survives the way through a string, and names that differ stay different. On
-/// Windows this is UTF-8.
+/// The bytes that stand for a path or name in system calls, in the output of programs, in archives and repositories,
+/// and on other hosts. There names are bytes: those that are valid UTF-8 are text, and every other byte b appears in
+/// strings as the lone surrogate U+DC00 + b, which no text holds. So each name survives the way through a string, and
+/// names that differ stay different, on Windows as on Unix.
 [[nodiscard]] std::string nativeName(QStringView name);
 
 /// The string form of the bytes of a name; the reverse of `nativeName`.

@@ -162,14 +162,4 @@ const FileAccess &FileAccess::nativeWithHidden()
     return access;
 }
 
-std::string nativeName(QStringView name)
-{
-    return name.toUtf8().toStdString();
-}
-
-QString nameFromNative(std::string_view bytes)
-{
-    return QString::fromUtf8(bytes.data(), qsizetype(bytes.size()));
-}
-
 } // namespace velmora

@@ -3,6 +3,7 @@
 #include "platform/folder_listing_win.h"
 #include "platform/handle_win.h"
 #include "platform/long_path_win.h"
+#include "platform/patient_call_win.h"
 #include "platform/recycle_bin_win.h"
 
 #include <algorithm>
@@ -106,7 +107,8 @@ FileError setAttributes(const std::wstring &path, const NodeState &model)
     return errorUnless(::SetFileAttributesW(path.c_str(), attributes != 0 ? attributes : FILE_ATTRIBUTE_NORMAL));
 }
 
-/// Takes the read-only mark from an entry for as long as a call needs it gone, and gives it back if the call fails.
+/// Makes a call that moves or removes an entry. Takes the read-only mark from it for as long as that needs it gone, and
+/// gives it back if the call fails.
 template <typename Call>
 FileError withoutReadOnlyMark(const std::wstring &path, const Call &call)
 {
@@ -114,7 +116,7 @@ FileError withoutReadOnlyMark(const std::wstring &path, const Call &call)
     const bool isMarked = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
     if (isMarked)
         (void)::SetFileAttributesW(path.c_str(), attributes & ~DWORD(FILE_ATTRIBUTE_READONLY));
-    const FileError error = errorUnless(call());
+    const FileError error = errorUnless(patiently(call));
     if (error.isError() && isMarked)
         (void)::SetFileAttributesW(path.c_str(), attributes);
     return error;
@@ -384,7 +386,7 @@ public:
         const std::wstring source = pathOf(name);
         const std::wstring target = static_cast<WindowsFolder &>(to).pathOf(newName);
         if (ifTaken == IfTaken::Fail)
-            return errorUnless(::MoveFileExW(source.c_str(), target.c_str(), 0));
+            return errorUnless(patiently([&] { return ::MoveFileExW(source.c_str(), target.c_str(), 0); }));
         return withoutReadOnlyMark(
             target, [&] { return ::MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING); });
     }

@@ -17,6 +17,10 @@ namespace velmora {
 /// there, empty otherwise, also where the file system knows no such request. Precondition: `file` is open and flushed.
 [[nodiscard]] QString bringToDisk(QFileDevice &file);
 
+/// Waits, for at most a third of a second, while somebody has the file at `path` open in a way that forbids replacing
+/// it, as programs that look for viruses or index contents do for a moment. Only Windows knows such a way.
+void awaitReplaceable(const QString &path);
+
 /// Asks that the name under which a file was replaced at `path` is on the disk, too.
 void bringNameToDisk(const QString &path);
 

@@ -67,6 +67,8 @@ QString bringToDisk(QFileDevice &file)
     return systemWords(errno);
 }
 
+void awaitReplaceable(const QString & /*path*/) {}
+
 void bringNameToDisk(const QString &path)
 {
     const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());

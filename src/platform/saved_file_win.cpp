@@ -1,5 +1,6 @@
 #include "platform/handle_win.h"
 #include "platform/long_path_win.h"
+#include "platform/patient_call_win.h"
 #include "platform/saved_file.h"
 
 #include <QFileDevice>
@@ -113,6 +114,16 @@ QString bringToDisk(QFileDevice &file)
         return {};
     const DWORD error = ::GetLastError();
     return error == ERROR_INVALID_FUNCTION ? QString() : systemWords(error);
+}
+
+void awaitReplaceable(const QString &path)
+{
+    const std::wstring target = longPath(QFileInfo(path).absoluteFilePath());
+    (void)patiently([&target] {
+        const Handle probe(::CreateFileW(target.c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                         nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+        return BOOL(probe.isOpen());
+    });
 }
 
 void bringNameToDisk(const QString & /*path*/) {}

@@ -9,6 +9,7 @@
 #include "support/test_main.h"
 
 #include <QClipboard>
+#include <QFontDatabase>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
@@ -155,6 +156,8 @@ private Q_SLOTS:
 
     void manyTabsStayReadableAndSayTheirPaths()
     {
+        if (QFontDatabase::families().isEmpty())
+            QSKIP("without fonts no width of a text means anything");
         Desk desk;
         for (int i = 0; i < 20; ++i)
             desk.add(word("a rather long title of a session"));

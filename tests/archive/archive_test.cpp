@@ -1,6 +1,7 @@
 #include "vfs/archive/archive_test.h"
 
 #include "archive/made_archive.h"
+#include "core/preferred_charsets.h"
 #include "folder/engine/folder_engine.h"
 #include "support/test_main.h"
 #include "vfs/archive/archive_layout.h"
@@ -10,6 +11,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 
 #include <utility>
@@ -256,6 +258,8 @@ private Q_SLOTS:
 
     void namesInOldEncodingsAreRead()
     {
+        setInterfaceLanguage(QStringLiteral("zh_CN")); // one name is too little to go by alone
+        const auto restored = qScopeGuard([] { setInterfaceLanguage({}); });
         const Folder folder;
         const QByteArray chinese = QByteArray::fromHex("cec4b5b5cbb5c3f7cae92fd2bbb8f6cec4bcfe2e747874"); // GB 18030
         const TreeAt tree =

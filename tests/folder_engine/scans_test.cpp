@@ -23,6 +23,7 @@
 using namespace velmora;
 using namespace velmora::test;
 
+#ifdef Q_OS_LINUX
 namespace {
 
 /// What each of the three scans says of a folder: what it counted, and below it what could not be read.
@@ -64,6 +65,7 @@ QStringList toldOf(const QString &folder)
 }
 
 } // namespace
+#endif
 
 /// What duplicates, snapshots and usage have to survive in common.
 class ScansTest : public QObject {

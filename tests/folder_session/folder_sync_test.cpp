@@ -194,10 +194,11 @@ private Q_SLOTS:
     void aLossNamesBothSides()
     {
         const Sides<QString> folders{word("/l%1"), word("/r%2")};
+        const auto native = [](const char *text) { return QDir::toNativeSeparators(word(text)); };
         QCOMPARE(syncLossText({{}, {5, 7, true}}, folders),
-                 word("/l%1 has nothing in it, so that all 7 entries of /r%2 would be deleted. Is a drive missing?"));
+                 native("/l%1 has nothing in it, so that all 7 entries of /r%2 would be deleted. Is a drive missing?"));
         QCOMPARE(syncLossText({{5, 7, false}, {1, 7, false}}, folders),
-                 word("5 of the 7 entries of /l%1 would be deleted."));
+                 native("5 of the 7 entries of /l%1 would be deleted."));
     }
 
     /// What is chosen by hand for a folder holds for all in it, as far as it can; the filter leaves out the rest.

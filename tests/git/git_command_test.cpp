@@ -12,6 +12,8 @@ class GitCommandTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { SKIP_WITHOUT_GIT(); }
+
     void tellsWhatChanged()
     {
         const MadeRepository repository;

@@ -85,6 +85,8 @@ class GitSessionTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { SKIP_WITHOUT_GIT(); }
+
     void showsBothSidesAndTheCommitsBetween()
     {
         const MadeRepository repository;

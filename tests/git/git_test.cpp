@@ -129,6 +129,8 @@ class GitTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { SKIP_WITHOUT_GIT(); }
+
     void listsWhatGitLists()
     {
         for (quint32 seed = 1; seed <= 5; ++seed) {

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -32,6 +33,11 @@ inline QByteArray git(const QString &folder, const QStringList &arguments, int *
         *status = ended ? process.exitCode() : -1;
     return process.readAllStandardOutput();
 }
+
+/// For the first function of a test: where there is no git, there is nothing to test.
+#define SKIP_WITHOUT_GIT()                                                                                             \
+    if (QStandardPaths::findExecutable(QStringLiteral("git")).isEmpty())                                               \
+    QSKIP("git is not installed")
 
 /// A repository for one test, with files beside it.
 class MadeRepository {

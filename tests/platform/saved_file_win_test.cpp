@@ -2,8 +2,10 @@
 #include "platform/long_path_win.h"
 #include "support/test_main.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 
+#include <thread>
 #include <vector>
 
 #include <windows.h>
@@ -46,6 +48,30 @@ private Q_SLOTS:
         QVERIFY2(before != usual, qPrintable(usual));
         QVERIFY(saveFile(m_path, "new\r\n").ok());
         QCOMPARE(accessList(m_path), before);
+    }
+
+    /// As the scanners of the system read a file that has just changed.
+    void whoReadsForAMomentIsWaitedFor()
+    {
+        const auto reading = [this] {
+            return ::CreateFileW(native(m_path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                 OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+        };
+        HANDLE reader = reading();
+        QVERIFY(reader != INVALID_HANDLE_VALUE);
+        std::thread scanner([reader] {
+            ::Sleep(150);
+            ::CloseHandle(reader);
+        });
+        const bool saved = saveFile(m_path, "new\r\n").ok();
+        scanner.join();
+        QVERIFY(saved);
+        reader = reading();
+        QVERIFY(!saveFile(m_path, "newer\r\n").ok()); // it never ends
+        ::CloseHandle(reader);
+        QFile file(m_path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("new\r\n"));
     }
 
     /// For instance the mark of what came from the internet.

@@ -69,6 +69,7 @@ public:
         line.selectAll();
         QTest::keyClick(&line, Qt::Key_Delete);
         QTest::keyClicks(&line, text);
+        session.activateWindow(); // which a list of completions has been for a moment, and not every platform goes back
     }
     void enter(const char *field)
     {

@@ -99,6 +99,8 @@ private Q_SLOTS:
 
         f.typeAt(Side::Left, 1, word("y"));
         QVERIFY(QDir(f.path("sub")).removeRecursively());
+        if (QFileInfo::exists(f.path("sub")))
+            QSKIP("a folder that is watched stays until it is watched no longer");
         f.dialogs.answerNumber(1);
         f.save(Side::Left);
         f.waitForSave();
