@@ -76,7 +76,7 @@ ChildRun runChild(const ChildCall &call, const CancelFlag &cancel, Progress &pro
     setUpChild(process, call);
     if (call.input.isEmpty())
         process.setStandardInputFile(QProcess::nullDevice());
-    ProcessTree tree(process);
+    ProcessTree tree(process, call.mostMemory);
     process.start(call.input.isEmpty() ? QIODevice::ReadOnly : QIODevice::ReadWrite);
     if (!process.waitForStarted(int(call.limit.count()))) {
         run.end = ChildEnd::CannotStart;

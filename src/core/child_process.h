@@ -26,6 +26,7 @@ struct ChildCall {
     QMap<QString, QString> variables = {}; ///< on top of those of this process
     QStringList without = {};              ///< variables of this process that it does not get
     QByteArray input = {};                 ///< what it can read
+    qint64 mostMemory = 0;                 ///< bytes that it may use beside what it maps of files; 0: any number
 };
 
 enum class ChildEnd : quint8 { Finished, CannotStart, Crashed, TimedOut, TooMuchOutput, Stopped };
@@ -40,7 +41,7 @@ struct ChildRun {
 
 /// Runs a program without a shell and without a window of its own, and waits until it has ended. For a worker thread.
 /// It is killed, with the programs that it has started, when `cancel` is set, when its time is over or when it writes
-/// too much. Progress counts the milliseconds of the limit.
+/// too much; and when this process ends. Progress counts the milliseconds of the limit.
 [[nodiscard]] ChildRun runChild(const ChildCall &call, const CancelFlag &cancel, Progress &progress);
 
 } // namespace velmora

@@ -9,7 +9,7 @@
 namespace velmora {
 
 struct ChildTalk::Running {
-    explicit Running(const ChildCall &call) : limit(call.limit), tree(process)
+    explicit Running(const ChildCall &call) : limit(call.limit), tree(process, call.mostMemory)
     {
         setUpChild(process, call);
         process.setStandardErrorFile(QProcess::nullDevice());

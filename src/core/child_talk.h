@@ -15,7 +15,7 @@ namespace velmora {
 class ChildTalk {
 public:
     /// Starts it. `call.limit` is how long any answer may keep one waiting; what the program writes to its error stream
-    /// is lost, and the other limits and the input of the call do not count.
+    /// is lost, and the limit of its output and the input of the call do not count.
     explicit ChildTalk(const ChildCall &call);
     ~ChildTalk();
     ChildTalk(const ChildTalk &) = delete;

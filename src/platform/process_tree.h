@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 #include <memory>
 
 class QProcess;
@@ -12,8 +14,9 @@ namespace velmora {
 /// Used on the thread of `process`, which outlives it.
 class ProcessTree {
 public:
-    /// To be called before `process` is started.
-    explicit ProcessTree(QProcess &process);
+    /// To be called before `process` is started. It is killed when the thread or the program that started it ends.
+    /// \param mostMemory bytes that each process may use for itself, beside what it maps of files; 0 for any number
+    explicit ProcessTree(QProcess &process, qint64 mostMemory = 0);
     ~ProcessTree();
     ProcessTree(const ProcessTree &) = delete;
     ProcessTree &operator=(const ProcessTree &) = delete;

@@ -4,7 +4,12 @@
 
 #include <csignal>
 
+#include <sys/resource.h>
 #include <unistd.h>
+
+#ifdef Q_OS_LINUX
+#include <sys/prctl.h>
+#endif
 
 namespace velmora {
 
@@ -12,9 +17,20 @@ struct ProcessTree::System {
     pid_t group = 0;
 };
 
-ProcessTree::ProcessTree(QProcess &process) : m_process(process), m_system(std::make_unique<System>())
+ProcessTree::ProcessTree(QProcess &process, qint64 mostMemory)
+    : m_process(process), m_system(std::make_unique<System>())
 {
-    process.setChildProcessModifier([] { ::setpgid(0, 0); });
+    // Between fork and exec: nothing but calls of the system.
+    process.setChildProcessModifier([mostMemory] {
+        ::setpgid(0, 0);
+#ifdef Q_OS_LINUX
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+#endif
+        if (mostMemory > 0) {
+            const rlimit limit{rlim_t(mostMemory), rlim_t(mostMemory)};
+            (void)::setrlimit(RLIMIT_DATA, &limit);
+        }
+    });
 }
 
 ProcessTree::~ProcessTree() = default;

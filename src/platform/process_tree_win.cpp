@@ -10,9 +10,17 @@ struct ProcessTree::System {
     HANDLE job = nullptr;
 };
 
-ProcessTree::ProcessTree(QProcess &process) : m_process(process), m_system(std::make_unique<System>())
+ProcessTree::ProcessTree(QProcess &process, qint64 mostMemory)
+    : m_process(process), m_system(std::make_unique<System>())
 {
     m_system->job = CreateJobObjectW(nullptr, nullptr);
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+    if (mostMemory > 0) {
+        limits.BasicLimitInformation.LimitFlags |= JOB_OBJECT_LIMIT_PROCESS_MEMORY;
+        limits.ProcessMemoryLimit = SIZE_T(mostMemory);
+    }
+    SetInformationJobObject(m_system->job, JobObjectExtendedLimitInformation, &limits, sizeof limits);
 }
 
 ProcessTree::~ProcessTree()

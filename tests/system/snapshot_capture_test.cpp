@@ -175,6 +175,20 @@ private Q_SLOTS:
     }
 #endif
 
+#ifdef Q_OS_LINUX
+    void aChildGetsNoMoreMemoryThanItMayHave()
+    {
+        // A line has to be kept whole until it ends.
+        ChildCall call{word("/bin/sh"),
+                       {word("-c"), word("head -c 100000000 /dev/zero | tail -n 1 | wc -c")},
+                       std::chrono::milliseconds(60000)};
+        Progress progress;
+        QCOMPARE(runChild(call, {}, progress).output.trimmed(), QByteArray("100000000"));
+        call.mostMemory = qint64(32) << 20;
+        QCOMPARE(runChild(call, {}, progress).output.trimmed(), QByteArray("0"));
+    }
+#endif
+
     void looksForProgramsOnTheSearchPathOnly()
     {
         TestFiles files;

@@ -1,14 +1,18 @@
 #include "vfs/git/git_call.h"
 
 #include "core/progress.h"
+#include "platform/memory_size.h"
 
 #include <QDir>
+
+#include <algorithm>
 
 namespace velmora {
 
 namespace {
 
 constexpr std::chrono::minutes callLimit{10};
+constexpr qint64 leastMemory = qint64(1) << 30;
 constexpr qsizetype mostDetail = 1000;
 
 /// Settings of the repository that would have git run something, each set to nothing.
@@ -92,6 +96,8 @@ GitFault faultOf(const ChildRun &run, bool mayFail)
     // Whatever is asked, git says this first, and the hint with the setting's name in every language.
     if (run.exitCode != 0 && run.errors.contains("safe.directory"))
         return {GitFaultKind::NotOurs, {}, ownWords(run.errors)};
+    if (run.exitCode != 0 && run.errors.contains("Out of memory"))
+        return {GitFaultKind::TooMuch, {}, ownWords(run.errors)};
     if (run.exitCode == 0 || mayFail)
         return {};
     return {GitFaultKind::Failed, {}, ownWords(run.errors)};
@@ -114,6 +120,8 @@ ChildCall GitCaller::childCall(const QStringList &arguments, const GitCallExtras
     call.variables.insert(extras.variables);
     call.without = leading();
     call.input = extras.input;
+    // A few small folders that hold each other many times are a tree of more files than any memory holds.
+    call.mostMemory = std::max(availableMemory() / 2, leastMemory);
     return call;
 }
 
