@@ -205,7 +205,7 @@ void complainOfOddities(const Streams &streams, const GitComparison &comparison)
 
 GitRequest requestOf(const Arguments &arguments)
 {
-    const QStringList paths = arguments.paths();
+    const QStringList &paths = arguments.paths();
     GitRequest request;
     request.path = QDir::fromNativeSeparators(paths.at(0));
     request.sides = {gitSideOf(paths.at(1)), gitSideOf(paths.at(2))};

@@ -2,6 +2,7 @@
 
 #include "archive/made_archive.h"
 #include "core/preferred_charsets.h"
+#include "core/text_transcode.h"
 #include "folder/engine/folder_engine.h"
 #include "support/test_main.h"
 #include "vfs/archive/archive_layout.h"
@@ -258,7 +259,9 @@ private Q_SLOTS:
 
     void namesInOldEncodingsAreRead()
     {
-        setInterfaceLanguage(QStringLiteral("zh_CN")); // one name is too little to go by alone
+        if (!canTranscode("GB18030"))
+            QSKIP("this system does not know the encoding"); // Wine does not
+        setInterfaceLanguage(QStringLiteral("zh_CN"));       // one name is too little to go by alone
         const auto restored = qScopeGuard([] { setInterfaceLanguage({}); });
         const Folder folder;
         const QByteArray chinese = QByteArray::fromHex("cec4b5b5cbb5c3f7cae92fd2bbb8f6cec4bcfe2e747874"); // GB 18030

@@ -26,7 +26,6 @@ struct ArchiveEntry {
     std::optional<quint32> crc;  ///< CRC-32 of the content
     std::optional<quint32> mode; ///< permissions as `chmod` has them
     ArchiveEntryKind kind = ArchiveEntryKind::File;
-    bool isUtf8 = false; ///< the archive says so of the name
     bool isEncrypted = false;
 };
 

@@ -34,17 +34,26 @@ ArchiveEntryKind kindOf(const ArchiveLibrary &library, archive_entry *entry)
     }
 }
 
-// The bytes of names that are in no encoding the library knows of; else UTF-8, which is exact on every system.
-ArchiveEntry entryOf(const ArchiveLibrary &library, archive_entry *entry)
+/// Whether names are bytes in no encoding that the archive tells.
+bool hasBareNames(int format)
 {
+    return format == ARCHIVE_FORMAT_TAR || format == ARCHIVE_FORMAT_TAR_USTAR || format == ARCHIVE_FORMAT_TAR_GNUTAR;
+}
+
+// The bytes of names that are in no encoding the library knows of; else UTF-8, which is exact on every system. Where
+// Windows has a code page of single bytes, the library would take bare names for its own.
+ArchiveEntry entryOf(const ArchiveLibrary &library, archive_entry *entry, bool isBare)
+{
+    const auto text = [isBare](const char *utf8, const char *bytes) {
+        return isBare ? orElse(bytes, utf8) : orElse(utf8, bytes);
+    };
     ArchiveEntry result;
-    result.isUtf8 = library.archive_entry_pathname_utf8(entry) != nullptr;
-    result.name = orElse(library.archive_entry_pathname_utf8(entry), library.archive_entry_pathname(entry));
+    result.name = text(library.archive_entry_pathname_utf8(entry), library.archive_entry_pathname(entry));
     result.kind = kindOf(library, entry);
     if (result.kind == ArchiveEntryKind::Link)
-        result.target = orElse(library.archive_entry_symlink_utf8(entry), library.archive_entry_symlink(entry));
+        result.target = text(library.archive_entry_symlink_utf8(entry), library.archive_entry_symlink(entry));
     else if (result.kind == ArchiveEntryKind::HardLink)
-        result.target = orElse(library.archive_entry_hardlink_utf8(entry), library.archive_entry_hardlink(entry));
+        result.target = text(library.archive_entry_hardlink_utf8(entry), library.archive_entry_hardlink(entry));
     result.size =
         library.archive_entry_size_is_set(entry) ? std::max<qint64>(library.archive_entry_size(entry), 0) : -1;
     // Further away than this no calendar goes, and seconds would not fit as milliseconds.
@@ -195,7 +204,8 @@ ArchiveStream::Step ArchiveStream::next()
     m_isBroken = result < ARCHIVE_WARN || m_handle->isCancelled() || isPlainFile;
     if (m_isBroken)
         return Step::Broken;
-    m_entry = entryOf(m_handle->library(), entry);
+    const ArchiveLibrary &library = m_handle->library();
+    m_entry = entryOf(library, entry, hasBareNames(library.archive_format(m_handle->reader())));
     m_entry.position = m_count++;
     return Step::Entry;
 }

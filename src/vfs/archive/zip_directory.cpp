@@ -155,10 +155,8 @@ private:
         } else if (kind == 0x7075 && field.size() > 5) {
             Crc32 crc;
             crc.update(entry.name);
-            if (crc.value() == numbers.four(1)) { // else the name was changed by somebody who does not know the field
+            if (crc.value() == numbers.four(1)) // else the name was changed by somebody who does not know the field
                 entry.name = field.sliced(5).toByteArray();
-                entry.isUtf8 = true;
-            }
         } else if (kind == 0x9901 && field.size() >= 7) {
             entry.method = methodName(numbers.two(5)) + " AES";
             if (numbers.two(0) == 2)
@@ -192,7 +190,6 @@ ArchiveEntry entryOf(QByteArrayView bytes, qsizetype nameLength, qsizetype extra
     ArchiveEntry entry;
     const quint16 flags = head.two(8);
     entry.name = bytes.sliced(centralSize, nameLength).toByteArray();
-    entry.isUtf8 = (flags & 0x800U) != 0;
     entry.isEncrypted = (flags & 1U) != 0;
     entry.method = methodName(head.two(10));
     entry.modifiedMs = dosTime(head.two(14), head.two(12), times);
