@@ -3146,6 +3146,10 @@
         <translation>所有像素相同；文件的其他字节不同。</translation>
     </message>
     <message>
+        <source>All pixels of this frame are identical; the files differ.</source>
+        <translation>这一帧的所有像素都相同；文件有差异。</translation>
+    </message>
+    <message>
         <source>No pixel differs by more than the tolerance.</source>
         <translation>没有像素的差异超过容差。</translation>
     </message>
@@ -3682,12 +3686,12 @@
         <translation>自 %1 以来的增长</translation>
     </message>
     <message>
-        <source>No snapshot of a folder: %1</source>
-        <translation>不是文件夹快照：%1</translation>
+        <source>Neither a snapshot nor a measurement of a folder: %1</source>
+        <translation>既不是文件夹快照，也不是文件夹的测量结果：%1</translation>
     </message>
     <message>
-        <source>A snapshot has all levels and no hidden files: scan the whole folder without these first</source>
-        <translation>快照包含所有层级但不含隐藏文件：请先不限深度、不含隐藏文件地扫描该文件夹</translation>
+        <source>Levels, files and hidden files have to be chosen as in this file (a snapshot has all levels and files, none hidden): %1</source>
+        <translation>层级、文件和隐藏文件的选择必须与此文件一致（快照包含所有层级和文件，不含隐藏文件）：%1</translation>
     </message>
     <message>
         <source>This file has several names; its room on the disk counts at another one</source>
@@ -8874,6 +8878,14 @@ Save them?</source>
     <message>
         <source>Folder snapshot (*.kvsnapshot)</source>
         <translation>文件夹快照 (*.kvsnapshot)</translation>
+    </message>
+    <message>
+        <source>Folder snapshots and measurements (*.kvsnapshot *.json)</source>
+        <translation>文件夹快照和测量结果 (*.kvsnapshot *.json)</translation>
+    </message>
+    <message>
+        <source>Scan the whole folder first</source>
+        <translation>请先扫描整个文件夹</translation>
     </message>
     <message>
         <source>Save snapshot</source>

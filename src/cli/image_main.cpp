@@ -10,6 +10,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 // The part of velmora-cli that decodes pictures, which takes Qt Gui and all that it loads.
 
 namespace velmora::cli {
@@ -66,10 +68,12 @@ bool writeSummary(QIODevice &device, const Comparison &comparison)
             .arg(map.regions.size())
             .arg(map.largestDeviation)
             .toLatin1();
+    const int frames = std::max(comparison.pictures.left.facts.frames, comparison.pictures.right.facts.frames);
     if (comparison.sameBytes)
         line += " | Identical files";
     else if (map.differences() == 0 && map.largestDeviation == 0)
-        line += " | Identical pixels";
+        line += frames > 1 ? " | Identical pixels in this frame, one of " + QByteArray::number(frames)
+                           : QByteArray(" | Identical pixels");
     line += '\n';
     return device.write(line) == line.size();
 }

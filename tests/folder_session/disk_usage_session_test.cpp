@@ -161,6 +161,16 @@ private Q_SLOTS:
         f.press("growthSinceButton");
         f.wait();
         QCOMPARE(grown(0), word("+250 bytes")); // what is no snapshot changes nothing
+        const auto answered = [&f](const char *json) {
+            QVERIFY(makeFile(f.disk.path(word("earlier.json")), json));
+            f.dialogs.answerPath(f.disk.path(word("earlier.json")));
+            f.press("growthSinceButton");
+            f.wait();
+        };
+        answered(R"({"depth":1,"files":true,"hidden":false,"nodes":[{"name":"d","depth":0,"folder":true,"size":5}]})");
+        QCOMPARE(grown(0), word("+250 bytes")); // measured otherwise
+        answered(R"({"depth":0,"files":true,"hidden":false,"nodes":[{"name":"d","depth":0,"folder":true,"size":5}]})");
+        QVERIFY(grown(0) != word("+250 bytes"));
     }
 
     void deletesToTheRecycleBinAndScansAgain()

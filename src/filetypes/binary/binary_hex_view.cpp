@@ -191,6 +191,7 @@ void BinaryHexView::keyPressEvent(QKeyEvent *event)
 
 void BinaryHexView::mousePressEvent(QMouseEvent *event)
 {
+    setFocus(Qt::MouseFocusReason); // the viewport, which was clicked, takes none
     const ByteSelection selected = m_scene.selection();
     const qint64 offset = offsetAt(event->pos());
     const bool keepsSelection = event->button() == Qt::RightButton && selected.side == m_side &&

@@ -230,7 +230,7 @@ void ImageCompareWidget::take(const ImagePair &pair, const SessionPaths &files)
     showImages();
     showMap();
     const auto &[left, right] = m_pair.pictures;
-    m_bar->setFrameCount(std::max(left.facts.frames, right.facts.frames));
+    m_bar->setFrameCount(frames());
     if (!left.isLoaded() || !right.isLoaded()) {
         const bool isLeft = !left.isLoaded();
         m_status->showFailure(Velmora::tr("Cannot load image"),
@@ -243,7 +243,7 @@ void ImageCompareWidget::take(const ImagePair &pair, const SessionPaths &files)
         m_status->showFailure(Velmora::tr("Not enough memory"));
     else
         m_status->showMessage(sizesText(left.image.size(), right.image.size(), m_detail->tolerance()));
-    Q_EMIT tabTitleChanged(Velmora::tr("%1 <-> %2").arg(nameOf(files.left), nameOf(files.right)));
+    showTitle();
     Q_EMIT comparisonFinished(files.left, files.right);
     if (!m_pendingReport.isEmpty())
         writeReport(std::exchange(m_pendingReport, {}));
@@ -281,7 +281,7 @@ void ImageCompareWidget::showVerdict()
     m_verdict->setAction(differ ? Velmora::tr("Other differences...") : QString(),
                          Velmora::tr("What the files say beside the pixels"));
     const auto &[left, right] = m_pair.pictures;
-    QString verdict = verdictText(m_pair.map.map, m_pair.sameBytes);
+    QString verdict = verdictText(m_pair.map.map, m_pair.sameBytes, frames());
     for (const auto &[picture, path] : {std::pair(&left, m_files.left), std::pair(&right, m_files.right)}) {
         if (picture->isCutOff)
             verdict += u' ' + Velmora::tr("Cut off, so that its last pixels are missing: %1").arg(nameOf(path));
@@ -340,7 +340,18 @@ void ImageCompareWidget::onSwapSides()
     std::swap(m_pair.pictures.left, m_pair.pictures.right);
     std::swap(m_pair.levels.left, m_pair.levels.right);
     showImages();
+    showTitle();
     rebuildMap(QString());
+}
+
+int ImageCompareWidget::frames() const
+{
+    return std::max(m_pair.pictures.left.facts.frames, m_pair.pictures.right.facts.frames);
+}
+
+void ImageCompareWidget::showTitle()
+{
+    Q_EMIT tabTitleChanged(Velmora::tr("%1 <-> %2").arg(nameOf(m_files.left), nameOf(m_files.right)));
 }
 
 // Looking around ------------------------------------------------------------------------------------------------------
@@ -421,7 +432,7 @@ void ImageCompareWidget::writeReport(const QString &path)
     ImageReport report;
     report.captions = {Velmora::tr("Left: %1").arg(captionOf(left, m_files.left)),
                        Velmora::tr("Right: %1").arg(captionOf(right, m_files.right))};
-    report.verdict = verdictText(m_pair.map.map, m_pair.sameBytes);
+    report.verdict = verdictText(m_pair.map.map, m_pair.sameBytes, frames());
     report.tolerance = Velmora::tr("Tolerance: %1").arg(m_detail->tolerance());
     report.properties = propertyRows(left.facts, right.facts);
     report.regions = m_pair.map.map.regions;

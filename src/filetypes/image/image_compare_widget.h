@@ -59,6 +59,9 @@ private:
 
     void take(const ImagePair &pair, const SessionPaths &files);
     void showImages();
+    void showTitle();
+    /// Of the picture that has more.
+    [[nodiscard]] int frames() const;
     void showMap();
     void showVerdict();
     /// Makes the map anew; says `message` when it is done.

@@ -82,7 +82,7 @@ QString faultText(const Picture &picture, const QString &path)
     return {};
 }
 
-QString verdictText(const DifferenceMap &map, bool sameBytes)
+QString verdictText(const DifferenceMap &map, bool sameBytes, int frames)
 {
     const QLocale locale;
     if (sameBytes)
@@ -90,7 +90,8 @@ QString verdictText(const DifferenceMap &map, bool sameBytes)
     QStringList parts;
     if (map.differences() == 0) {
         if (map.largestDeviation == 0)
-            return Velmora::tr("All pixels are identical; the files differ in other bytes.");
+            return frames > 1 ? Velmora::tr("All pixels of this frame are identical; the files differ.")
+                              : Velmora::tr("All pixels are identical; the files differ in other bytes.");
         parts.append(Velmora::tr("No pixel differs by more than the tolerance."));
     } else {
         constexpr double percent = 100;

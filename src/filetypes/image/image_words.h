@@ -11,7 +11,7 @@ namespace velmora {
 [[nodiscard]] QString faultText(const Picture &picture, const QString &path);
 
 /// What comparing two pictures came to, in one line.
-[[nodiscard]] QString verdictText(const DifferenceMap &map, bool sameBytes);
+[[nodiscard]] QString verdictText(const DifferenceMap &map, bool sameBytes, int frames);
 
 /// What is said when both are loaded and compared.
 [[nodiscard]] QString sizesText(QSize left, QSize right, int tolerance);

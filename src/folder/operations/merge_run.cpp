@@ -43,6 +43,7 @@ public:
         OperationStep step;
         step.kind = OperationKind::MakeFolder;
         step.to = {m_root, folder};
+        step.mayReplace = true;
         m_plan.steps.append(step);
     }
 

@@ -83,7 +83,8 @@ struct OperationStep {
     QString binPath;
     /// Of `Recycle` and `Delete` of a folder, until the survey: what the comparison does not list goes as well.
     bool wholeTree = false;
-    /// Of `Copy` and `Move` to a place that nobody has looked at: a file there may be replaced.
+    /// Of `Copy` and `Move` to a place that nobody has looked at: a file there may be replaced. Of `MakeFolder` without
+    /// a source: one that is there serves as well.
     bool mayReplace = false;
     /// Of `MakeFolder` with a source, until the survey, which adds a step for each such entry.
     UnlistedEntries unlistedEntries = UnlistedEntries::Stay;

@@ -332,7 +332,7 @@ private:
         if (found.node.kind != NodeKind::Folder) {
             leaveOut(LeftOutReason::TargetExists, step.to);
             dropBranch(step);
-        } else if (!step.from.isSet()) {
+        } else if (!step.from.isSet() && !step.mayReplace) {
             leaveOut(LeftOutReason::TargetExists, step.to); // asked for by itself
         }
         return false;

@@ -1,8 +1,7 @@
-// How a disk usage session compares what it has found with a snapshot of the folder.
+// How a disk usage session compares what it has found with a snapshot of the folder or an earlier measurement.
 
 #include "core/path_names.h"
-#include "folder/engine/folder_snapshot_file.h"
-#include "folder/engine/snapshot_usage.h"
+#include "folder/engine/usage_record.h"
 #include "folder/usage/disk_usage_widget.h"
 #include "folder/usage/usage_view.h"
 #include "session/dialogs.h"
@@ -17,13 +16,12 @@ void DiskUsageWidget::onCompareSnapshot()
 {
     if (!m_result || isReading())
         return;
-    if (m_scanned.withHidden || m_scanned.maxDepth > 0 || m_result->usage.cancelled) {
-        status().showMessage(
-            Velmora::tr("A snapshot has all levels and no hidden files: scan the whole folder without these first"));
+    if (m_result->usage.cancelled) {
+        status().showMessage(Velmora::tr("Scan the whole folder first"));
         return;
     }
     Dialogs::instance().openFile(this, Velmora::tr("Growth since a snapshot"), parentPath(m_scanned.folder),
-                                 Velmora::tr("Folder snapshot (*.kvsnapshot)"),
+                                 Velmora::tr("Folder snapshots and measurements (*.kvsnapshot *.json)"),
                                  [self = QPointer(this)](const QString &path) {
                                      if (self && !path.isEmpty())
                                          self->compareSnapshot(path);
@@ -34,23 +32,35 @@ void DiskUsageWidget::compareSnapshot(const QString &path)
 {
     if (!m_result || isReading())
         return;
+    struct Grown {
+        SharedUsage result;   ///< null where the record does not serve
+        bool isOther = false; ///< it is a record, but not of what was scanned
+    };
     run(
-        [before = m_result, path](const CancelFlag &cancel, Progress &progress) -> SharedUsage {
-            const FolderSnapshotReading reading = loadFolderSnapshot(path, cancel, progress);
-            if (!reading.ok())
-                return nullptr;
+        [before = m_result, scanned = m_scanned, path](const CancelFlag &cancel, Progress &progress) {
+            const UsageRecord record = loadUsageRecord(path, cancel, progress);
+            const bool isAlike = record.maxDepth == scanned.maxDepth && record.withHidden == scanned.withHidden &&
+                                 (record.listsFiles || !scanned.listsFiles);
+            if (!record.ok() || !isAlike)
+                return Grown{nullptr, record.ok()};
             auto result = std::make_shared<UsageResult>(*before);
-            result->growth = usageGrowth(result->usage.tree, snapshotUsage(reading.snapshot));
-            return result;
+            result->growth = usageGrowth(result->usage.tree, record.tree);
+            return Grown{std::move(result)};
         },
-        [this, path](const SharedUsage &result) {
+        [this, path](const Grown &grown) {
             const QString shown = QDir::toNativeSeparators(path);
-            if (!result) {
-                status().showFailure(Velmora::tr("No snapshot of a folder: %1").arg(shown));
+            if (!grown.result) {
+                status().showFailure(
+                    grown.isOther
+                        ? Velmora::tr(
+                              "Levels, files and hidden files have to be chosen as in this file (a snapshot has "
+                              "all levels and files, none hidden): %1")
+                              .arg(shown)
+                        : Velmora::tr("Neither a snapshot nor a measurement of a folder: %1").arg(shown));
                 return;
             }
-            m_result = result;
-            m_view->setResult(result);
+            m_result = grown.result;
+            m_view->setResult(grown.result);
             m_colouring->setCurrentIndex(int(UsageColouring::Growth));
             status().showMessage(Velmora::tr("Growth since %1").arg(shown));
         });

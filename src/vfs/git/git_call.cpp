@@ -12,7 +12,9 @@ namespace velmora {
 namespace {
 
 constexpr std::chrono::minutes callLimit{10};
+/// A million files take a few hundred megabytes.
 constexpr qint64 leastMemory = qint64(1) << 30;
+constexpr qint64 mostMemory = qint64(4) << 30;
 constexpr qsizetype mostDetail = 1000;
 
 /// Settings of the repository that would have git run something, each set to nothing.
@@ -96,7 +98,7 @@ GitFault faultOf(const ChildRun &run, bool mayFail)
     // Whatever is asked, git says this first, and the hint with the setting's name in every language.
     if (run.exitCode != 0 && run.errors.contains("safe.directory"))
         return {GitFaultKind::NotOurs, {}, ownWords(run.errors)};
-    if (run.exitCode != 0 && run.errors.contains("Out of memory"))
+    if (run.exitCode != 0 && run.errors.contains("ut of memory"))
         return {GitFaultKind::TooMuch, {}, ownWords(run.errors)};
     if (run.exitCode == 0 || mayFail)
         return {};
@@ -121,7 +123,7 @@ ChildCall GitCaller::childCall(const QStringList &arguments, const GitCallExtras
     call.without = leading();
     call.input = extras.input;
     // A few small folders that hold each other many times are a tree of more files than any memory holds.
-    call.mostMemory = std::max(availableMemory() / 2, leastMemory);
+    call.mostMemory = std::clamp(availableMemory() / 2, leastMemory, mostMemory);
     return call;
 }
 
