@@ -242,7 +242,7 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("file");
         QTest::addColumn<int>("fault");
         QTest::addColumn<int>("part");
-        const auto row = [](const char *name, QByteArray file, ProgramFault fault, int part = -1) {
+        const auto row = [](const char *name, const QByteArray &file, ProgramFault fault, int part = -1) {
             QTest::newRow(name) << file << int(fault) << part;
         };
         const QByteArray whole = madeProgram();

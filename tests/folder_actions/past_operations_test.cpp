@@ -117,7 +117,8 @@ private Q_SLOTS:
         });
         OperationJournal journal(dying, f.files.journalFolder());
         journal.setNext(QStringLiteral("Update"));
-        (void)f.files.execute(planUpdate(f.files.input(), Side::Left), {false, &journal}, dying);
+        (void)velmora::test::OperationFixture::execute(planUpdate(f.files.input(), Side::Left), {false, &journal},
+                                                       dying);
         const QStringList ids = PastOperationsDialog::interruptedRuns(FileLayer::native(), f.files.journalFolder());
         QCOMPARE(ids.size(), 1);
         OperationJournal(FileLayer::native(), f.files.journalFolder()).markTold(ids[0]);

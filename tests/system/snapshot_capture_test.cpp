@@ -112,18 +112,18 @@ private Q_SLOTS:
         QCOMPARE(capture.fault, CaptureFault::NotJson);
         QCOMPARE(capture.detail, word("Get-CimInstance: access denied"));
 
-        shell.hangs();
+        FakePowerShell::hangs();
         capture = captureNow(shortLimit);
         QCOMPARE(capture.fault, CaptureFault::TimedOut);
 
-        shell.goes();
+        FakePowerShell::goes();
         QCOMPARE(captureNow().fault, CaptureFault::NoProgram);
     }
 
     void stopsWhenAsked()
     {
         FakePowerShell shell;
-        shell.hangs();
+        FakePowerShell::hangs();
         Runner runner;
         std::optional<CaptureFault> fault;
         runner.start([](const CancelFlag &cancel, Progress &progress) { return captureServices({}, cancel, progress); },
