@@ -1,11 +1,11 @@
 #include "core/crc32_folding.h"
 
 #include "core/crc32.h"
+#include "core/processor_features.h"
 
 // This file is compiled for processors that have the instructions; what is in it runs only after hasCrc32Folding().
 #if defined(_M_X64) && !defined(_M_ARM64EC)
 #define VELMORA_FOLDING 1
-#include <intrin.h>
 #elif (defined(__x86_64__) || defined(__i386__)) && defined(__PCLMUL__)
 #define VELMORA_FOLDING 1
 #endif
@@ -39,16 +39,7 @@ __m128i loaded(const char *bytes)
 
 bool hasCrc32Folding() noexcept
 {
-#if defined(_M_X64)
-    static const bool has = [] {
-        int registers[4];
-        __cpuid(registers, 1);
-        return (registers[2] & 2) != 0;
-    }();
-    return has;
-#else
-    return __builtin_cpu_supports("pclmul") != 0;
-#endif
+    return processorFeatures().carrylessMultiply;
 }
 
 quint32 crc32Folding(quint32 state, QByteArrayView bytes)

@@ -3,6 +3,8 @@
 // This file is compiled for processors that have the instructions; what is in it runs only after hasCrc32WideFolding().
 #if defined(__VPCLMULQDQ__) && defined(__AVX512F__)
 
+#include "core/processor_features.h"
+
 #include <immintrin.h>
 
 namespace velmora {
@@ -29,7 +31,7 @@ __m512i loaded(const char *bytes)
 
 bool hasCrc32WideFolding() noexcept
 {
-    return __builtin_cpu_supports("vpclmulqdq") != 0 && __builtin_cpu_supports("avx512f") != 0 && hasCrc32Folding();
+    return processorFeatures().wideMultiply && hasCrc32Folding();
 }
 
 quint32 crc32WideFolding(quint32 state, QByteArrayView bytes)

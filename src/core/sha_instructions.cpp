@@ -3,13 +3,13 @@
 // This file is compiled for processors that have the instructions; what is in it runs only after hasShaInstructions().
 #if defined(_M_X64) && !defined(_M_ARM64EC)
 #define VELMORA_SHA 1
-#include <intrin.h>
 #elif (defined(__x86_64__) || defined(__i386__)) && defined(__SHA__)
 #define VELMORA_SHA 1
-#include <cpuid.h>
 #endif
 
 #ifdef VELMORA_SHA
+
+#include "core/processor_features.h"
 
 #include <utility>
 
@@ -78,24 +78,7 @@ Schedule wordsOf(const unsigned char *block, __m128i order)
 
 bool hasShaInstructions() noexcept
 {
-    static const bool has = [] {
-        constexpr unsigned shaBit = 1U << 29U; // of EBX in leaf 7
-#if defined(_M_X64)
-        int registers[4];
-        __cpuid(registers, 0);
-        if (registers[0] < 7)
-            return false;
-        __cpuidex(registers, 7, 0);
-        return (unsigned(registers[1]) & shaBit) != 0;
-#else
-        unsigned eax = 0;
-        unsigned ebx = 0;
-        unsigned ecx = 0;
-        unsigned edx = 0;
-        return __get_cpuid_count(7, 0, &eax, &ebx, &ecx, &edx) != 0 && (ebx & shaBit) != 0;
-#endif
-    }();
-    return has;
+    return processorFeatures().shaRounds;
 }
 
 void sha1InstructionRounds(Sha1State &state, const unsigned char *blocks, std::size_t count) noexcept

@@ -39,37 +39,81 @@ qsizetype sumOfBytes(__m128i bytes) noexcept
     return qsizetype(_mm_cvtsi128_si64(sums)) + qsizetype(_mm_cvtsi128_si64(_mm_srli_si128(sums, 8)));
 }
 
-/// Counts whole vectors from `begin` on and returns where it stopped, in front of the last 17 bytes of the range.
-size_t countVectors(ByteCounts &counts, std::string_view text, size_t begin, size_t end) noexcept
+__m128i loadVector(const char *bytes) noexcept
+{
+    return _mm_loadu_si128(reinterpret_cast<const __m128i *>(bytes));
+}
+
+bool isZero(__m128i bytes) noexcept
+{
+    return _mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_setzero_si128())) == 0xFFFF;
+}
+
+/// Counts whole vectors, of which there are at most 255, in a text without carriage returns and zeros. Returns false
+/// for another one, having counted nothing.
+bool countWithoutReturns(ByteCounts &counts, const char *from, const char *to) noexcept
+{
+    const __m128i zero = _mm_setzero_si128();
+    const __m128i lineFeed = _mm_set1_epi8('\n');
+    const __m128i carriageReturn = _mm_set1_epi8('\r');
+    __m128i lineFeeds = zero;
+    __m128i high = zero;
+    __m128i others = zero;
+    for (; from < to; from += 16) {
+        const __m128i bytes = loadVector(from);
+        lineFeeds = _mm_sub_epi8(lineFeeds, _mm_cmpeq_epi8(bytes, lineFeed));
+        others = _mm_or_si128(others, _mm_cmpeq_epi8(bytes, carriageReturn));
+        others = _mm_or_si128(others, _mm_cmpeq_epi8(bytes, zero));
+        high = _mm_or_si128(high, bytes);
+    }
+    if (!isZero(others))
+        return false;
+    counts.lineFeeds += sumOfBytes(lineFeeds);
+    counts.ascii = counts.ascii && _mm_movemask_epi8(high) == 0;
+    return true;
+}
+
+/// The same for any text, of which the byte behind the vectors is read, too. Returns whether it has carriage returns
+/// or zeros.
+bool countAll(ByteCounts &counts, const char *from, const char *to) noexcept
 {
     const __m128i zero = _mm_setzero_si128();
     const __m128i lineFeed = _mm_set1_epi8('\n');
     const __m128i carriageReturn = _mm_set1_epi8('\r');
     __m128i high = zero;
+    __m128i lineFeeds = zero;
+    __m128i carriageReturns = zero;
+    __m128i pairs = zero;
+    __m128i zeros = zero;
+    for (; from < to; from += 16) {
+        const __m128i bytes = loadVector(from);
+        const __m128i returns = _mm_cmpeq_epi8(bytes, carriageReturn);
+        lineFeeds = _mm_sub_epi8(lineFeeds, _mm_cmpeq_epi8(bytes, lineFeed));
+        carriageReturns = _mm_sub_epi8(carriageReturns, returns);
+        pairs = _mm_sub_epi8(pairs, _mm_and_si128(returns, _mm_cmpeq_epi8(loadVector(from + 1), lineFeed)));
+        zeros = _mm_sub_epi8(zeros, _mm_cmpeq_epi8(bytes, zero));
+        high = _mm_or_si128(high, bytes);
+    }
+    counts.lineFeeds += sumOfBytes(lineFeeds);
+    counts.carriageReturns += sumOfBytes(carriageReturns);
+    counts.crLfPairs += sumOfBytes(pairs);
+    counts.zeros += sumOfBytes(zeros);
+    counts.ascii = counts.ascii && _mm_movemask_epi8(high) == 0;
+    return !isZero(_mm_or_si128(carriageReturns, zeros));
+}
+
+/// Counts whole vectors from `begin` on and returns where it stopped, in front of the last 17 bytes of the range.
+size_t countVectors(ByteCounts &counts, std::string_view text, size_t begin, size_t end) noexcept
+{
     size_t at = begin;
+    bool hasOthers = false; // as the part before it had: most texts have carriage returns everywhere or nowhere
     while (at + 17 <= end) {
         // A lane of eight bits holds 255 hits.
         const size_t stop = std::min((end - 1 - at) / 16, size_t(255)) * 16 + at;
-        __m128i lineFeeds = zero;
-        __m128i carriageReturns = zero;
-        __m128i pairs = zero;
-        __m128i zeros = zero;
-        for (; at < stop; at += 16) {
-            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(text.data() + at));
-            const __m128i next = _mm_loadu_si128(reinterpret_cast<const __m128i *>(text.data() + at + 1));
-            const __m128i returns = _mm_cmpeq_epi8(bytes, carriageReturn);
-            lineFeeds = _mm_sub_epi8(lineFeeds, _mm_cmpeq_epi8(bytes, lineFeed));
-            carriageReturns = _mm_sub_epi8(carriageReturns, returns);
-            pairs = _mm_sub_epi8(pairs, _mm_and_si128(returns, _mm_cmpeq_epi8(next, lineFeed)));
-            zeros = _mm_sub_epi8(zeros, _mm_cmpeq_epi8(bytes, zero));
-            high = _mm_or_si128(high, bytes);
-        }
-        counts.lineFeeds += sumOfBytes(lineFeeds);
-        counts.carriageReturns += sumOfBytes(carriageReturns);
-        counts.crLfPairs += sumOfBytes(pairs);
-        counts.zeros += sumOfBytes(zeros);
+        if (hasOthers || !countWithoutReturns(counts, text.data() + at, text.data() + stop))
+            hasOthers = countAll(counts, text.data() + at, text.data() + stop);
+        at = stop;
     }
-    counts.ascii = counts.ascii && _mm_movemask_epi8(high) == 0;
     return at;
 }
 

@@ -1,5 +1,8 @@
 #include "merge/engine/change_slides.h"
 
+#include <algorithm>
+#include <cstring>
+
 namespace velmora {
 
 namespace {
@@ -13,6 +16,17 @@ public:
     [[nodiscard]] bool isEmpty() const noexcept { return m_first == m_end; }
     [[nodiscard]] size_t first() const noexcept { return m_first; }
     [[nodiscard]] size_t end() const noexcept { return m_end; }
+
+    /// How many lines behind the run are unchanged, of the next `most`.
+    [[nodiscard]] size_t unchangedBehind(size_t most) const noexcept
+    {
+        const size_t length = std::min(most, m_changed.size() - m_end);
+        const void *const change = length > 0 ? std::memchr(&m_changed[m_end], 1, length) : nullptr;
+        return change ? size_t(static_cast<const quint8 *>(change) - &m_changed[m_end]) : length;
+    }
+
+    /// As `toNext`, so many times. Precondition: more lines than these are unchanged behind the run.
+    void skip(size_t lines) noexcept { m_first = m_end += lines; }
 
     bool toNext() noexcept
     {
@@ -66,11 +80,24 @@ public:
         do {
             if (!m_run.isEmpty())
                 settle(poll);
+            skipUnchanged();
             m_other.toNext();
         } while (m_run.toNext() && !poll.stop());
     }
 
 private:
+    /// Passes empty runs that both texts have. Looks no further than a step is worth: either text may change often.
+    void skipUnchanged() noexcept
+    {
+        constexpr size_t most = 256;
+        const size_t others = m_other.unchangedBehind(most);
+        const size_t both = others > 1 ? m_run.unchangedBehind(others) : 0;
+        if (both > 1) {
+            m_run.skip(both - 1);
+            m_other.skip(both - 1);
+        }
+    }
+
     bool slideUp() noexcept
     {
         const size_t first = m_run.first();

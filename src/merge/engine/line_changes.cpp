@@ -76,24 +76,23 @@ Candidates candidates(std::span<const qint32> lines, qsizetype first, qsizetype 
                       const std::vector<qint32> &othersOccurrences, CancelPoll &poll)
 {
     const qint32 frequent = frequentFrom(lines.size());
-    std::vector<Counterparts> kinds;
-    kinds.reserve(size_t(end - first));
-    for (qsizetype index = first; index < end; ++index) {
-        const qint32 count = othersOccurrences[size_t(lines[size_t(index)])];
-        kinds.push_back(count == 0         ? Counterparts::None
-                        : count < frequent ? Counterparts::Some
-                                           : Counterparts::Frequent);
+    const auto size = size_t(end - first);
+    std::vector<Counterparts> kinds(size);
+    for (size_t at = 0; at < size; ++at) {
+        const qint32 count = othersOccurrences[size_t(lines[size_t(first) + at])];
+        kinds[at] = count == 0 ? Counterparts::None : count < frequent ? Counterparts::Some : Counterparts::Frequent;
     }
-    Candidates result;
-    result.lines.reserve(kinds.size());
-    result.places.reserve(kinds.size());
-    for (qsizetype at = 0; at < qsizetype(kinds.size()) && !poll.stop(4); ++at) {
-        const Counterparts kind = kinds[size_t(at)];
-        if (kind == Counterparts::None || (kind == Counterparts::Frequent && isAmongNew(kinds, at)))
+    Candidates result{std::vector<qint32>(size), std::vector<qint32>(size)};
+    size_t taken = 0;
+    for (size_t at = 0; at < size && !poll.stop(4); ++at) {
+        const Counterparts kind = kinds[at];
+        if (kind == Counterparts::None || (kind == Counterparts::Frequent && isAmongNew(kinds, qsizetype(at))))
             continue;
-        result.lines.push_back(lines[size_t(first + at)]);
-        result.places.push_back(qint32(first + at));
+        result.lines[taken] = lines[size_t(first) + at];
+        result.places[taken++] = qint32(size_t(first) + at);
     }
+    result.lines.resize(taken);
+    result.places.resize(taken);
     return result;
 }
 
