@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <variant>
 #include <vector>
 
@@ -23,6 +24,38 @@ namespace {
 constexpr qint64 pieceSize = 1024 * 1024;
 /// How far the system may read ahead: as much as a disk brings while a few pieces are computed.
 constexpr qint64 aheadSize = 8 * pieceSize;
+
+/// Reads a file from its start on, and has the system read ahead while that pays: where the bytes are in memory
+/// already, it would look for each page of them a second time, a tenth of the time of a CRC-32.
+class AheadReader {
+public:
+    explicit AheadReader(OpenFile &file) : m_file(file) {}
+
+    FilePiece next(char *buffer)
+    {
+        if (m_offset % aheadSize == 0) {
+            if (m_reading >= slowWindow || m_offset == 0)
+                m_file.expect(m_offset + aheadSize, aheadSize);
+            m_reading = std::chrono::nanoseconds(0);
+        }
+        const auto start = std::chrono::steady_clock::now();
+        const FilePiece piece = m_file.readAt(m_offset, buffer, pieceSize);
+        m_reading += std::chrono::steady_clock::now() - start;
+        m_offset += piece.length;
+        return piece;
+    }
+
+    [[nodiscard]] qint64 offset() const noexcept { return m_offset; }
+
+private:
+    /// What reading `aheadSize` takes where the bytes come from a device: 2 GB in a second, half of what memory brings
+    /// on slow machines.
+    static constexpr std::chrono::nanoseconds slowWindow = std::chrono::milliseconds(4);
+
+    OpenFile &m_file;
+    qint64 m_offset = 0;
+    std::chrono::nanoseconds m_reading{0}; ///< since the system was last told
+};
 
 /// The digest of bytes that come piece by piece.
 class Digest {
@@ -131,19 +164,17 @@ FileDigests fileDigests(const QString &path, const QList<ChecksumAlgorithm> &alg
 
     std::vector<Digest> digests(algorithms.cbegin(), algorithms.cend());
     const AlignedBuffer buffer(pieceSize);
-    for (qint64 offset = 0;;) {
+    AheadReader reader(*file);
+    for (;;) {
         if (cancel.isCancelled())
             return {ChecksumEnd::Cancelled};
-        if (offset % aheadSize == 0)
-            file->expect(offset + aheadSize, aheadSize);
-        const FilePiece piece = file->readAt(offset, buffer.data(), pieceSize);
+        const FilePiece piece = reader.next(buffer.data());
         if (piece.failed)
             return {ChecksumEnd::Broken};
         for (Digest &digest : digests)
             digest.update(QByteArrayView(buffer.data(), piece.length));
-        offset += piece.length;
         if (advanced)
-            advanced(offset);
+            advanced(reader.offset());
         if (piece.length < pieceSize)
             break;
     }

@@ -62,8 +62,9 @@ struct FileDigests {
 };
 
 /// Computes the checksums of the file at `path`, which may be relative, in one pass. Reads 1 MiB at a time, so that
-/// memory does not grow with the file, and looks at `cancel` before each; the system is told to read ahead. `advanced`,
-/// where there is one, is called with the bytes read so far. Pipes and devices, which may never end, are not opened.
+/// memory does not grow with the file, and looks at `cancel` before each; the system is told to read ahead where that
+/// pays. `advanced`, where there is one, is called with the bytes read so far. Pipes and devices, which may never end,
+/// are not opened.
 [[nodiscard]] FileDigests fileDigests(const QString &path, const QList<ChecksumAlgorithm> &algorithms,
                                       const FileAccess &files, const CancelFlag &cancel,
                                       const std::function<void(qint64)> &advanced = {});
