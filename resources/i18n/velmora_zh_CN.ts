@@ -1250,6 +1250,10 @@
         <translation>转到偏移</translation>
     </message>
     <message>
+        <source>%1 is behind the end of this side, which has %2 bytes</source>
+        <translation>%1 超出此侧文件的末尾，该文件有 %2 字节</translation>
+    </message>
+    <message>
         <source>Go to a place in the file by its offset</source>
         <translation>按偏移转到文件中的位置</translation>
     </message>
@@ -2830,6 +2834,14 @@
         <translation>无法读到末尾：%1</translation>
     </message>
     <message>
+        <source>There is no such file</source>
+        <translation>没有这样的文件</translation>
+    </message>
+    <message>
+        <source>There is no such file, and it is no checksum either</source>
+        <translation>没有这样的文件，它也不是校验和</translation>
+    </message>
+    <message>
         <source>Reading %1</source>
         <translation>正在读取 %1</translation>
     </message>
@@ -2964,6 +2976,10 @@
     <message>
         <source>Diff map (red = different)</source>
         <translation>差异图（红色 = 不同）</translation>
+    </message>
+    <message>
+        <source>Both images in one place</source>
+        <translation>两幅图像显示在同一处</translation>
     </message>
     <message>
         <source>Left image path...</source>

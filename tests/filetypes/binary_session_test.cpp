@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDir>
 #include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
@@ -127,6 +128,8 @@ private Q_SLOTS:
             hex.session.setPaths({left, right, {}});
             hex.session.start();
             QTRY_COMPARE(hex.status(), word(message));
+            const QString failed = left == there ? right : left;
+            QCOMPARE(hex.label("statusDetail"), QDir::toNativeSeparators(failed));
         }
         // What is as large as may be is compared; that can be cancelled by the button that began it.
         QVERIFY(large.resize(137'438'953'472));
@@ -204,6 +207,10 @@ private Q_SLOTS:
             QTest::keyClick(left, key, modifiers);
             QCOMPARE(hex.label("placeLabel"), word(place));
         }
+        hex.dialogs.answerText(word("0x72"));
+        hex.action("goToOffsetAction")->trigger();
+        QCOMPARE(hex.label("placeLabel"), word("0x71 (113)"));
+        QCOMPARE(hex.status(), word("0x72 is behind the end of this side, which has 114 bytes"));
     }
 
     void alignsAndShiftsTheSides()

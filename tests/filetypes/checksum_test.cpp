@@ -174,6 +174,13 @@ private Q_SLOTS:
         fixture.session.setPaths({missing, one, {}});
         fixture.session.start();
         QTRY_COMPARE(fixture.shown(), words({"Left: error", "Right: —", ""}));
+        QCOMPARE(fixture.text("statusDetail"), word("There is no such file"));
+        fixture.session.setPaths({one, word("123"), {}});
+        fixture.session.start();
+        QTRY_COMPARE(fixture.text("statusLabel"), word("Cannot open: 123"));
+        QCOMPARE(fixture.text("statusDetail"), word("There is no such file, and it is no checksum either"));
+        fixture.session.setFocus();
+        QVERIFY(qobject_cast<QLineEdit *>(fixture.session.focusWidget())); // paths are what is typed first
     }
 
     /// With only a right path, another algorithm computes nothing until it is asked for; browsing computes at once.
@@ -291,6 +298,11 @@ private Q_SLOTS:
                         rows->model()->index(row, 1).data().toString());
         QCOMPARE(seen, words({"Differs changed", "Missing gone", "Outside the folder ../up", "Not listed added"}));
         QCOMPARE(fixture.text("checksumOfferText"), word("Not all files are what the list says."));
+        const auto *box = fixture.session.findChild<QComboBox *>(word("algorithmBox"));
+        QCOMPARE(box->currentText(), word("SHA-256")); // of a list with several
+        fixture.session.setPaths({fixture.file(word("one.sums"), "51037a4a37730f52c8732586d3aaa316  same\n"), {}, {}});
+        fixture.click("checkListButton");
+        QTRY_COMPARE(box->currentText(), word("MD5"));
     }
 
     void readsEachFormOfList()

@@ -344,7 +344,8 @@ private Q_SLOTS:
         QTRY_VERIFY(contentsOf(page).endsWith("</body></html>\n"));
         const QByteArray html = contentsOf(page);
         QVERIFY(html.contains("40 pixels differ (16.67 %) in one region."));
-        QVERIFY(html.contains("data:image/png;base64,iVBOR"));
+        QCOMPARE(html.count("data:image/png;base64,iVBOR"), 3); // the map and both images
+        QVERIFY(html.contains("<img alt=\"Right original\" src"));
     }
 };
 

@@ -70,10 +70,20 @@ void BinaryCompareWidget::onGoToOffset()
                                         m_status->showMessage(Velmora::tr("\"%1\" is no offset").arg(text));
                                         return;
                                     }
-                                    m_scene->moveCaret(m_scene->caret().side, *offset);
-                                    m_scene->setTop(m_scene->currentRow() - m_scene->visibleRows() / 2);
-                                    focusView(m_scene->caret().side);
+                                    goToOffset(*offset);
                                 });
+}
+
+void BinaryCompareWidget::goToOffset(qint64 offset)
+{
+    const Side side = m_scene->caret().side;
+    const qint64 size = m_scene->document()->source(side).size();
+    m_scene->moveCaret(side, offset);
+    m_scene->setTop(m_scene->currentRow() - m_scene->visibleRows() / 2);
+    focusView(side);
+    if (offset >= size)
+        m_status->showMessage(Velmora::tr("%1 is behind the end of this side, which has %2 bytes")
+                                  .arg(hexNumber(offset), QLocale().toString(size)));
 }
 
 void BinaryCompareWidget::showPlace()

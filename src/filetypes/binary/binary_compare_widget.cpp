@@ -15,6 +15,7 @@
 #include "session/translate.h"
 
 #include <QBoxLayout>
+#include <QDir>
 #include <QFileInfo>
 #include <QJsonObject>
 #include <QMenu>
@@ -327,7 +328,12 @@ void BinaryCompareWidget::takeOutcome(RunOutcome<BinaryCompareResult> &&outcome)
     else if (outcome.value->document)
         showResult(*outcome.value);
     else
-        m_status->showFailure(faultText(*outcome.value));
+        m_status->showFailure(faultText(*outcome.value), failedPath(*outcome.value));
+}
+
+QString BinaryCompareWidget::failedPath(const BinaryCompareResult &result) const
+{
+    return QDir::toNativeSeparators(result.faultSide == Side::Left ? m_running.left : m_running.right);
 }
 
 void BinaryCompareWidget::showResult(const BinaryCompareResult &result)

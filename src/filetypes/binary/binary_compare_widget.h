@@ -68,9 +68,12 @@ private:
     void connectViews();
     void showPanels();
     void takeOutcome(RunOutcome<BinaryCompareResult> &&outcome);
+    [[nodiscard]] QString failedPath(const BinaryCompareResult &result) const;
     void showResult(const BinaryCompareResult &result);
     void showRunning();
     void showDifference(qsizetype index);
+    /// In the side that the caret is in.
+    void goToOffset(qint64 offset);
     void showPlace();
     void copy(ByteForm form);
     void zoom(int points);

@@ -14,6 +14,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
+#include <QFontDatabase>
 #include <QGridLayout>
 #include <QJsonObject>
 #include <QLabel>
@@ -40,6 +41,7 @@ QLabel *valueLabel(const char *name)
     label->setObjectName(QLatin1String(name));
     label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     label->setWordWrap(true);
+    label->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     return label;
 }
 
@@ -48,6 +50,27 @@ QString failureOf(const FileChecksum &checksum, const QString &path)
     const QString words = checksum.end == FileChecksum::End::Broken ? Velmora::tr("Cannot read to the end: %1")
                                                                     : Velmora::tr("Cannot open: %1");
     return words.arg(QDir::toNativeSeparators(path));
+}
+
+/// What may be wrong with a path at which there is nothing. `paste` says whether a checksum could stand there, too.
+QString missingText(bool paste)
+{
+    return paste ? Velmora::tr("There is no such file, and it is no checksum either")
+                 : Velmora::tr("There is no such file");
+}
+
+/// The algorithm of all values of a list, if they have one in common.
+std::optional<ChecksumAlgorithm> commonAlgorithm(const QList<CheckedFile> &files)
+{
+    std::optional<ChecksumAlgorithm> common;
+    for (const CheckedFile &file : files) {
+        if (file.status == ListedStatus::NotListed)
+            continue;
+        if (common.value_or(file.entry.algorithm) != file.entry.algorithm)
+            return std::nullopt;
+        common = file.entry.algorithm;
+    }
+    return common;
 }
 
 } // namespace
@@ -63,7 +86,7 @@ ChecksumWidget::ChecksumWidget(SessionHost &host, QWidget *parent)
       m_values(new QWidget),
       m_left(valueLabel("leftValueLabel")),
       m_right(valueLabel("rightValueLabel")),
-      m_match(valueLabel("matchLabel")),
+      m_match(new QLabel),
       m_offer(new NoticeBar(QStringLiteral("checksumOffer"))),
       m_list(new ChecksumListView)
 {
@@ -110,6 +133,7 @@ ChecksumWidget::ChecksumWidget(SessionHost &host, QWidget *parent)
     content().addWidget(m_offer);
     content().addWidget(m_values, 1);
     content().addWidget(m_list, 1);
+    m_match->setObjectName(QStringLiteral("matchLabel"));
     m_list->hide();
     connect(m_list, &ChecksumListView::told, this, [this](const QString &text) { status().showMessage(text); });
     connect(m_offer, &NoticeBar::actionWanted, this,
@@ -191,7 +215,8 @@ void ChecksumWidget::take(const Result &result)
     for (const auto &[checksum, path] : {std::pair(left, files.left), std::pair(right, files.right)}) {
         if (checksum && !checksum->isWhole()) {
             m_match->clear();
-            status().showMessage(failureOf(*checksum, path));
+            const bool isThere = QFileInfo::exists(path);
+            status().showMessage(failureOf(*checksum, path), isThere ? QString() : missingText(path == files.right));
             return;
         }
     }
@@ -260,6 +285,8 @@ void ChecksumWidget::takeCheck(const ChecksumCheck &check, const SessionPaths &f
     case ChecksumCheck::Fault::Cancelled:
         break;
     }
+    if (const auto algorithm = commonAlgorithm(check.files))
+        m_algorithm->setCurrentIndex(int(*algorithm));
     m_values->hide();
     m_list->show();
     m_list->setCheck(check);

@@ -437,6 +437,7 @@ void ImageCompareWidget::writeReport(const QString &path)
     report.properties = propertyRows(left.facts, right.facts);
     report.regions = m_pair.map.map.regions;
     report.map = m_pair.map.levels;
+    report.images = m_pair.levels;
     m_reports.write(path, [report](QIODevice &device, const CancelFlag &cancel) {
         return writeImageReport(device, report, cancel);
     });

@@ -67,33 +67,33 @@ void writeRegions(OutputBuffer &page, const QList<QRect> &regions)
         writeHtmlElement(page, "<p>", Velmora::tr("The first %1 are listed.").arg(most), "</p>\n");
 }
 
-/// A map no larger than what browsers show and mail takes.
-QImage mapOf(const ImageLevels &levels)
+/// No larger than what browsers show and mail takes.
+QImage shownOf(const ImageLevels &levels)
 {
     constexpr double longest = 4096;
     const QImage &whole = levels.image();
     return levels.levelFor(std::min(1.0, longest / std::max({whole.width(), whole.height(), 1}) * 0.999));
 }
 
-bool writeMap(OutputBuffer &page, const ImageLevels &levels)
+bool writePicture(OutputBuffer &page, const QString &heading, const ImageLevels &levels)
 {
-    const QImage map = mapOf(levels);
+    const QImage image = shownOf(levels);
     QByteArray png;
     QBuffer buffer(&png);
-    if (!buffer.open(QIODevice::WriteOnly) || !map.save(&buffer, "png"))
+    if (!buffer.open(QIODevice::WriteOnly) || !image.save(&buffer, "png"))
         return false;
-    writeHtmlElement(page, "<h2>", Velmora::tr("Diff map (red = different)"), "</h2>\n");
-    if (map.size() != levels.image().size())
+    writeHtmlElement(page, "<h2>", heading, "</h2>\n");
+    if (image.size() != levels.image().size())
         writeHtmlElement(page, "<p>",
                          Velmora::tr("Made smaller: %1 × %2 instead of %3 × %4 pixels.")
-                             .arg(map.width())
-                             .arg(map.height())
+                             .arg(image.width())
+                             .arg(image.height())
                              .arg(levels.image().width())
                              .arg(levels.image().height()),
                          "</p>\n");
     const QByteArray text = png.toBase64();
-    page << "<img alt=\"\" src=\"data:image/png;base64," << std::string_view(text.constData(), std::size_t(text.size()))
-         << "\">\n";
+    writeHtmlElement(page, "<img alt=\"", heading, "\"");
+    page << " src=\"data:image/png;base64," << std::string_view(text.constData(), std::size_t(text.size())) << "\">\n";
     return true;
 }
 
@@ -108,10 +108,15 @@ bool writeImageReport(QIODevice &device, const ImageReport &report, const Cancel
     for (const QString &line : {report.captions.left, report.captions.right, report.tolerance})
         writeHtmlElement(page, "<p>", line, "</p>\n");
     writeHtmlElement(page, "<p><strong>", report.verdict, "</strong></p>\n");
-    if (cancel.isCancelled() || !writeMap(page, *report.map))
+    if (cancel.isCancelled() || !writePicture(page, Velmora::tr("Diff map (red = different)"), *report.map))
         return false;
     writeProperties(page, report);
     writeRegions(page, report.regions);
+    const Sides<QString> headings{Velmora::tr("Left original"), Velmora::tr("Right original")};
+    for (const Side side : bothSides) {
+        if (cancel.isCancelled() || !writePicture(page, headings[side], *report.images[side]))
+            return false;
+    }
     page << "</body></html>\n";
     return page.finish() && !cancel.isCancelled();
 }

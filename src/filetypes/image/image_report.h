@@ -14,10 +14,11 @@ struct ImageReport {
     QList<KeyedRow> properties;
     QList<QRect> regions;
     std::shared_ptr<const ImageLevels> map;
+    Sides<std::shared_ptr<const ImageLevels>> images;
 };
 
-/// Writes a page of HTML that needs no other file: the map is in it as PNG, made smaller when it is very large. False
-/// when the device fails or the run is cancelled. For workers.
+/// Writes a page of HTML that needs no other file: the map and both images are in it as PNG, made smaller when they are
+/// very large. False when the device fails or the run is cancelled. For workers.
 [[nodiscard]] bool writeImageReport(QIODevice &device, const ImageReport &report, const CancelFlag &cancel);
 
 } // namespace velmora

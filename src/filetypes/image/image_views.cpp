@@ -36,6 +36,7 @@ ImageViews::ImageViews(QWidget *detail, QWidget *parent)
       m_left(new ImageLabel),
       m_right(new ImageLabel),
       m_map(new ComparisonLabel),
+      m_mapBox(new QGroupBox),
       m_leftCaption(new ElidedLabel),
       m_rightCaption(new ElidedLabel),
       m_view(new QComboBox),
@@ -94,20 +95,20 @@ QGroupBox *ImageViews::makeMap()
     m_share->setValue(wholeShare / 2);
     m_share->setToolTip(Velmora::tr("From the left image to the right one"));
     m_share->hide();
-    auto *box = new QGroupBox(Velmora::tr("Diff map (red = different)"));
+    m_mapBox->setTitle(Velmora::tr("Diff map (red = different)"));
     auto *row = new QHBoxLayout;
     row->addWidget(m_view);
     row->addWidget(m_share, 1);
     row->addStretch();
-    columnIn(box)->addLayout(row);
-    addArea(box, m_map);
+    columnIn(m_mapBox)->addLayout(row);
+    addArea(m_mapBox, m_map);
     connect(m_view, &QComboBox::currentIndexChanged, this, [this](int view) { setView(ComparisonView(view)); });
     connect(m_share, &QSlider::valueChanged, this, [this](int share) { m_map->setShare(double(share) / wholeShare); });
     connect(m_map, &ComparisonLabel::shareChanged, this, [this](double share) {
         const QSignalBlocker blocker(m_share);
         m_share->setValue(int(share * wholeShare));
     });
-    return box;
+    return m_mapBox;
 }
 
 void ImageViews::connectLabels()
@@ -192,6 +193,8 @@ void ImageViews::setView(ComparisonView view)
 {
     m_view->setCurrentIndex(int(view));
     m_map->setView(view);
+    m_mapBox->setTitle(view == ComparisonView::Map ? Velmora::tr("Diff map (red = different)")
+                                                   : Velmora::tr("Both images in one place"));
     m_share->setVisible(view == ComparisonView::Swipe || view == ComparisonView::Overlay);
 }
 

@@ -54,6 +54,7 @@ private:
     ImageLabel *m_left;
     ImageLabel *m_right;
     ComparisonLabel *m_map;
+    QGroupBox *m_mapBox;
     ElidedLabel *m_leftCaption;
     ElidedLabel *m_rightCaption;
     QComboBox *m_view;

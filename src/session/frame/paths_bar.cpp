@@ -19,6 +19,8 @@ PathsBar::PathsBar(const QList<Field> &fields, QWidget *parent) : QWidget(parent
     m_grid->setColumnStretch(1, 1);
     for (const Field &field : fields)
         addField(field);
+    if (!m_rows.isEmpty())
+        setFocusProxy(m_rows.first().edit);
 }
 
 void PathsBar::addField(const Field &field)
