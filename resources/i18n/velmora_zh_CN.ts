@@ -7942,6 +7942,10 @@ Read-only: %5</source>
         <translation>隐藏：%1</translation>
     </message>
     <message>
+        <source>Noise: %1</source>
+        <translation>噪声：%1</translation>
+    </message>
+    <message>
         <source>Files that are shown, and entries that filters hide</source>
         <translation>显示的文件数，以及被过滤器隐藏的条目数</translation>
     </message>
@@ -9796,6 +9800,14 @@ Save them?</source>
         <translation>已更改右侧文件的标签；尚未保存</translation>
     </message>
     <message>
+        <source>Changed the tags of the left file, its other tags in step; not saved yet</source>
+        <translation>已更改左侧文件的标签，其他标签随之更新；尚未保存</translation>
+    </message>
+    <message>
+        <source>Changed the tags of the right file, its other tags in step; not saved yet</source>
+        <translation>已更改右侧文件的标签，其他标签随之更新；尚未保存</translation>
+    </message>
+    <message>
         <source>Nothing here can be copied to that side, or it is the same already</source>
         <translation>这里没有可以复制到那一侧的内容，或者内容已经相同</translation>
     </message>
@@ -10044,6 +10056,10 @@ Save them?</source>
         <translation>%1 的声音被截断。</translation>
     </message>
     <message>
+        <source>The ID3v2 tag of %1 is damaged: its last %2 bytes cannot be read, and saving leaves them out.</source>
+        <translation>%1 的 ID3v2 标签已损坏：末尾 %2 字节无法读取，保存时会被丢弃。</translation>
+    </message>
+    <message>
         <source>The sound of %1 is damaged, places: %2.</source>
         <translation>%1 的声音已损坏，处数：%2。</translation>
     </message>
@@ -10172,6 +10188,10 @@ Save it all the same?</source>
     <message>
         <source>Lines of %1 that are no entries and were left out: %2, the first is line %3.</source>
         <translation>%1 中不是有效条目而略去的行：%2，第一处在第 %3 行。</translation>
+    </message>
+    <message>
+        <source>%1 does not end with an empty line, as exports do; it may be cut off.</source>
+        <translation>%1 不像导出文件那样以空行结尾，可能已被截断。</translation>
     </message>
     <message>
         <source>No file of registry entries: %1</source>
@@ -10376,6 +10396,14 @@ Save it all the same?</source>
     <message>
         <source>Both sides are the same.</source>
         <translation>两侧相同。</translation>
+    </message>
+    <message>
+        <source>Nothing differs but noise.</source>
+        <translation>除噪声外没有差异。</translation>
+    </message>
+    <message>
+        <source>Nothing is the same on both sides.</source>
+        <translation>两侧没有相同的内容。</translation>
     </message>
     <message>
         <source>No row holds these words.</source>

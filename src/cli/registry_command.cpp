@@ -174,6 +174,10 @@ int runRegistry(const Arguments &arguments, const Streams &streams)
                                   .arg(place)
                                   .arg(reading.badLines)
                                   .arg(reading.firstBadLine));
+        if (reading.mayBeCutOff)
+            complain(streams,
+                     QStringLiteral("warning: %1: does not end with an empty line, as exports do; it may be cut off")
+                         .arg(place));
         trees[side] = std::move(reading.tree);
     }
     comparison.result = compareRegistry(std::move(trees.left), std::move(trees.right), noiseOf(arguments));

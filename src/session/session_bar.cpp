@@ -2,6 +2,7 @@
 
 #include "session/difference_keys.h"
 #include "session/field_keys.h"
+#include "session/line_edit_keys.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
@@ -18,6 +19,7 @@ SessionBar::SessionBar(QWidget *session) : QToolBar(session)
     setMovable(false);
     setFloatable(false);
     setIconSize(QSize(20, 20));
+    new LineEditKeys(session);
 }
 
 QAction *SessionBar::add(const Look &look)

@@ -4,6 +4,7 @@
 #include "session/frame/paths_bar.h"
 #include "session/frame/status_line.h"
 #include "session/list/list_pane.h"
+#include "session/list/rows_view_option.h"
 #include "session/session_host.h"
 #include "session/translate.h"
 #include "system/snapshot_bar.h"
@@ -14,12 +15,6 @@
 #include <QLabel>
 
 namespace velmora {
-
-namespace {
-
-constexpr QLatin1String onlyDifferencesKey("onlyDifferences");
-
-} // namespace
 
 SnapshotWidget::SnapshotWidget(SnapshotKind kind, SessionHost &window, QWidget *parent)
     : SessionWidget(window, parent),
@@ -132,12 +127,14 @@ void SnapshotWidget::start()
 
 QJsonObject SnapshotWidget::options() const
 {
-    return rows().view() == RowsView::Differences ? QJsonObject{{onlyDifferencesKey, true}} : QJsonObject();
+    QJsonObject options;
+    keepRowsView(rows().view(), options);
+    return options;
 }
 
 void SnapshotWidget::setOptions(const QJsonObject &options)
 {
-    m_list->setRowsView(options.value(onlyDifferencesKey).toBool() ? RowsView::Differences : RowsView::All);
+    m_list->setRowsView(keptRowsView(options));
 }
 
 void SnapshotWidget::dropPaths(const QStringList &paths, QPoint position)

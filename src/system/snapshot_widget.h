@@ -32,7 +32,7 @@ public:
     void setPaths(const SessionPaths &paths) final;
     /// Compares if both sides have something to compare.
     void start() final;
-    /// "onlyDifferences": true when rows that are the same are not shown; nothing otherwise.
+    /// Which rows are shown, as `keepRowsView` has it.
     [[nodiscard]] QJsonObject options() const final;
     void setOptions(const QJsonObject &options) final;
     [[nodiscard]] bool acceptsDroppedPaths() const final { return true; }

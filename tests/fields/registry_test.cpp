@@ -5,6 +5,7 @@
 #include "filetypes/registry/engine/registry_text.h"
 #include "filetypes/registry/noise_dialog.h"
 #include "filetypes/registry/registry_compare_widget.h"
+#include "filetypes/registry/registry_rows.h"
 #include "session/list/tree_model.h"
 #include "session/list/tree_view.h"
 #include "support/files.h"
@@ -309,6 +310,26 @@ private Q_SLOTS:
         QCOMPARE(comparison.noise, 1);
         QCOMPARE(comparison.counts.differences(), 1);
         QCOMPARE(lines(registryPatch(comparison, Side::Left)), words("[K\\S]|n REG_SZ 2"));
+        // In the list it is neither a difference nor the same.
+        const auto shared = std::make_shared<const RegistryComparison>(comparison);
+        ListModel model(std::make_unique<RegistryRows>(shared, 0, 2, QString()));
+        QCOMPARE(model.noise(), 1);
+        QCOMPARE(model.counts(), (PairCounts{0, 1, 0, 0}));
+        for (const auto &[view, rows] : {std::pair(RowsView::Same, 0), std::pair(RowsView::Differences, 1)}) {
+            model.setView(view);
+            QCOMPARE(model.rowCount(), rows);
+        }
+    }
+
+    void tellsOfExportsWithoutTheirEnd()
+    {
+        const RegistryTree tree = readRegistry(version5("[H\\A]\r\n\"a\"=\"1\"\r\n[H\\B]\r\n")).tree;
+        const QByteArray file = registryFile(tree);
+        QVERIFY(!readRegistry(file).mayBeCutOff);
+        const QByteArray lineEnd("\r\0\n\0", 4);
+        QVERIFY(readRegistry(file.chopped(lineEnd.size())).mayBeCutOff);
+        QVERIFY(readRegistry(file.chopped(1)).mayBeCutOff);
+        QVERIFY(!readRegistry("REGEDIT4\r\n[H\\A]\r\n").mayBeCutOff); // as people write them
     }
 
     void understandsNamesOfLiveKeys()
@@ -336,7 +357,8 @@ private Q_SLOTS:
         session.dropPaths({one, two}, {});
         QTRY_COMPARE(finished.size(), 1);
         const auto *verdict = session.findChild<QLabel *>(QStringLiteral("verdictBarText"));
-        QVERIFY(verdict->text().startsWith(word("1 of 3 keys and values differ.\nLines of ")));
+        QVERIFY(verdict->text().startsWith(word("1 of 3 keys and values differ.\n")));
+        QVERIFY(verdict->text().contains(word("\nLines of ")));
         auto *keys = session.findChild<TreeView *>(QStringLiteral("registryKeys"));
         const auto shownKeys = [&] {
             QStringList names;
@@ -353,6 +375,11 @@ private Q_SLOTS:
         action("showDifferencesAction")->trigger();
         QCOMPARE(shownKeys(), words("H|A|In"));
         QCOMPARE(session.rows().rowCount(), 1);
+        action("showIdenticalAction")->trigger();
+        QCOMPARE(shownKeys(), words("H|A|B"));
+        QCOMPARE(session.options(), (QJsonObject{{word("onlySame"), true}}));
+        session.setOptions({});
+        QCOMPARE(shownKeys(), words("H|A|In|B"));
 
         const QString patch = folder.filePath(word("patch.reg"));
         dialogs.answerPath(patch);

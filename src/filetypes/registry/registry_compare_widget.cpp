@@ -82,8 +82,8 @@ void RegistryCompareWidget::connectBar()
 {
     const auto on = [this](QAction *action, auto slot) { connect(action, &QAction::triggered, this, slot); };
     on(m_bar->noise, &RegistryCompareWidget::onNoise);
-    on(m_bar->showAll, &RegistryCompareWidget::showOnlyDifferences);
-    on(m_bar->showDifferences, &RegistryCompareWidget::showOnlyDifferences);
+    for (QAction *view : {m_bar->showAll, m_bar->showDifferences, m_bar->showIdentical})
+        on(view, &RegistryCompareWidget::showKeysOfView);
     on(m_bar->savePatch, [this] { savePatch(Side::Left); });
     on(m_bar->saveReturn, [this] { savePatch(Side::Right); });
     on(m_bar->saveLeft, [this] { saveSide(Side::Left); });
@@ -136,7 +136,7 @@ void RegistryCompareWidget::setOptions(const QJsonObject &options)
     for (const auto &[key, place] :
          {std::pair(leftEncodingKey, places.left), std::pair(rightEncodingKey, places.right)})
         m_encodings->choose(place, TextEncoding::fromName(options.value(key).toString()));
-    showOnlyDifferences();
+    showKeysOfView();
 }
 
 void RegistryCompareWidget::refreshTheme()
@@ -164,9 +164,8 @@ void RegistryCompareWidget::take(const Sides<QString> &places, RegistryResult &&
             showFailure(faultText(result.readings[side], places[side]), result.readings[side].detail);
             return;
         }
-        remarks.append(remarkText(result.readings[side], places[side]));
+        remarks += remarkTexts(result.readings[side], places[side]);
     }
-    remarks.removeAll(QString());
     m_encodings->show(places, {result.readings.left.charset, result.readings.right.charset});
     m_comparison = std::move(result.comparison);
     m_places = places;
@@ -184,7 +183,7 @@ void RegistryCompareWidget::showTree(RegistryKeyNodes &&nodes)
 {
     auto tree = std::make_unique<RegistryKeyTree>(m_comparison, std::move(nodes));
     m_tree = tree.get();
-    m_tree->setOnlyDifferences(rows().view() == RowsView::Differences);
+    m_tree->setView(rows().view());
     const QSignalBlocker silent(m_view); // the rows are shown once, with the verdict
     m_keys->setTree(std::move(tree));
     m_view->goToNode(m_tree->firstBranch());
@@ -203,11 +202,11 @@ void RegistryCompareWidget::showKey()
         list().setResult(rowsOf(node));
 }
 
-void RegistryCompareWidget::showOnlyDifferences()
+void RegistryCompareWidget::showKeysOfView()
 {
     if (!m_tree)
         return;
-    m_tree->setOnlyDifferences(rows().view() == RowsView::Differences);
+    m_tree->setView(rows().view());
     const QSignalBlocker silent(m_view); // the same key is shown
     m_keys->update();
 }

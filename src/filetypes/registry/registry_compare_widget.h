@@ -41,7 +41,7 @@ private:
     [[nodiscard]] std::unique_ptr<const RowSource> rowsOf(qint32 node) const;
     void showTree(RegistryKeyNodes &&nodes);
     void showKey();
-    void showOnlyDifferences();
+    void showKeysOfView();
     void allowCommands();
 
     // What is written (registry_saving.cpp).

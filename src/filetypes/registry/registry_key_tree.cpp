@@ -29,9 +29,12 @@ public:
             at = end;
         }
         m_made.nodes.back().pair = number;
-        const qsizetype differences = pair.counts.differences();
-        for (const qint32 around : m_numbers)
-            m_made.nodes[std::size_t(around)].differences += differences;
+        const bool isEmptyOnBoth = pair.rowCount == 0;
+        for (const qint32 around : m_numbers) {
+            RegistryKeyNode &node = m_made.nodes[std::size_t(around)];
+            node.differences += pair.counts.differences();
+            node.same += pair.counts.same + (isEmptyOnBoth ? 1 : 0);
+        }
     }
 
     RegistryKeyNodes finish(qsizetype rows)
@@ -115,7 +118,9 @@ qint32 RegistryKeyTree::firstBranch() const
 
 bool RegistryKeyTree::isShown(qint32 number) const
 {
-    return !m_onlyDifferences || number == 0 || node(number).differences > 0;
+    if (m_view == RowsView::All || number == 0)
+        return true;
+    return (m_view == RowsView::Same ? node(number).same : node(number).differences) > 0;
 }
 
 QStringList RegistryKeyTree::headings() const

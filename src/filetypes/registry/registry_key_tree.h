@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/rows_view.h"
 #include "filetypes/registry/engine/registry_compare.h"
 #include "session/list/row_tree.h"
 
@@ -13,6 +14,7 @@ struct RegistryKeyNode {
     qsizetype firstRow = 0; ///< of the comparison: those of the key and of all that is in it
     qsizetype endRow = 0;
     qsizetype differences = 0; ///< of these
+    qsizetype same = 0;        ///< of these, and keys in which neither side has anything
     qint32 pair = -1;          ///< its number among the pairs of keys; -1 for a key that no side names
 };
 
@@ -32,8 +34,8 @@ public:
     [[nodiscard]] const RegistryKeyNode &node(qint32 number) const { return m_nodes[std::size_t(number)]; }
     /// The key that all others lie in, as far down as there is only one.
     [[nodiscard]] qint32 firstBranch() const;
-    /// Shows only keys in which something differs. `TreeModel::update` follows.
-    void setOnlyDifferences(bool only) { m_onlyDifferences = only; }
+    /// Shows only keys in which there is something of these. `TreeModel::update` follows.
+    void setView(RowsView view) { m_view = view; }
 
     [[nodiscard]] bool isShown(qint32 node) const override;
     [[nodiscard]] QStringList headings() const override;
@@ -49,7 +51,7 @@ private:
 
     std::shared_ptr<const RegistryComparison> m_comparison;
     std::vector<RegistryKeyNode> m_nodes;
-    bool m_onlyDifferences = false;
+    RowsView m_view = RowsView::All;
 };
 
 } // namespace velmora

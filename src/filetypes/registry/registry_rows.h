@@ -21,6 +21,7 @@ public:
     [[nodiscard]] KeyedRow row(qsizetype number) const override;
     [[nodiscard]] PairStatus status(qsizetype number) const override;
     [[nodiscard]] QString key(qsizetype number) const override;
+    [[nodiscard]] bool isNoise(qsizetype number) const override { return at(number).isNoise; }
     [[nodiscard]] bool hasPathKeys() const override { return true; }
     [[nodiscard]] QStringList headings() const override;
     [[nodiscard]] std::optional<Side> side(int column) const override;

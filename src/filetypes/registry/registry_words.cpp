@@ -100,15 +100,19 @@ QString charsetText(const RegistryReading &reading, const QString &place)
         .arg(shownPath(place), TextEncoding::ofCharset(reading.charset, false).name());
 }
 
-QString remarkText(const RegistryReading &reading, const QString &place)
+QStringList remarkTexts(const RegistryReading &reading, const QString &place)
 {
-    if (reading.badLines == 0)
-        return {};
-    if (reading.firstBadLine == 0)
-        return Velmora::tr("Keys in %1 that could not be read and are left out: %2.")
-            .arg(shownPath(place), number(reading.badLines));
-    return Velmora::tr("Lines of %1 that are no entries and were left out: %2, the first is line %3.")
-        .arg(shownPath(place), number(reading.badLines), number(reading.firstBadLine));
+    QStringList remarks;
+    if (reading.badLines > 0 && reading.firstBadLine == 0)
+        remarks.append(Velmora::tr("Keys in %1 that could not be read and are left out: %2.")
+                           .arg(shownPath(place), number(reading.badLines)));
+    else if (reading.badLines > 0)
+        remarks.append(Velmora::tr("Lines of %1 that are no entries and were left out: %2, the first is line %3.")
+                           .arg(shownPath(place), number(reading.badLines), number(reading.firstBadLine)));
+    if (reading.mayBeCutOff)
+        remarks.append(
+            Velmora::tr("%1 does not end with an empty line, as exports do; it may be cut off.").arg(shownPath(place)));
+    return remarks;
 }
 
 QString faultText(const RegistryReading &reading, const QString &place)

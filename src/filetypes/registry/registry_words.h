@@ -23,8 +23,8 @@ namespace velmora {
 /// Which code page a file that is not in Unicode was read by; empty where that says nothing.
 [[nodiscard]] QString charsetText(const RegistryReading &reading, const QString &place);
 
-/// What could not be read of a side, in a sentence; empty where all could.
-[[nodiscard]] QString remarkText(const RegistryReading &reading, const QString &place);
+/// What could not be read of a side or seems to be missing, in a sentence each.
+[[nodiscard]] QStringList remarkTexts(const RegistryReading &reading, const QString &place);
 
 /// Why a side was not read, in a sentence.
 [[nodiscard]] QString faultText(const RegistryReading &reading, const QString &place);

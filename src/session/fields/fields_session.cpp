@@ -2,6 +2,7 @@
 
 #include "session/fields/fields_bar.h"
 #include "session/frame/path_edit.h"
+#include "session/list/rows_view_option.h"
 #include "session/translate.h"
 
 #include <QBoxLayout>
@@ -12,12 +13,6 @@
 #include <QSplitter>
 
 namespace velmora {
-
-namespace {
-
-constexpr QLatin1String onlyDifferencesKey("onlyDifferences");
-
-} // namespace
 
 FieldsSession::FieldsSession(SessionHost &host, const std::function<Parts(QWidget *session)> &makeParts,
                              QWidget *parent)
@@ -85,12 +80,14 @@ void FieldsSession::start()
 
 QJsonObject FieldsSession::options() const
 {
-    return rows().view() == RowsView::Differences ? QJsonObject{{onlyDifferencesKey, true}} : QJsonObject();
+    QJsonObject options;
+    keepRowsView(rows().view(), options);
+    return options;
 }
 
 void FieldsSession::setOptions(const QJsonObject &options)
 {
-    m_list->setRowsView(options.value(onlyDifferencesKey).toBool() ? RowsView::Differences : RowsView::All);
+    m_list->setRowsView(keptRowsView(options));
 }
 
 void FieldsSession::dropPaths(const QStringList &paths, QPoint position)
@@ -138,9 +135,17 @@ void FieldsSession::showRows(const Sides<QString> &files, std::unique_ptr<const 
     const QWidget *focus = focusWidget();
     if (!focus || m_inputs->isAncestorOf(focus))
         m_list->setFocus();
-    Q_EMIT tabTitleChanged(
-        Velmora::tr("%1 <-> %2").arg(QFileInfo(files.left).fileName(), QFileInfo(files.right).fileName()));
+    showTitle(files);
     Q_EMIT comparisonFinished(files.left, files.right);
+}
+
+void FieldsSession::showTitle(const Sides<QString> &files, const Sides<bool> &changed)
+{
+    const auto name = [&](Side side) {
+        const QString file = QFileInfo(files[side]).fileName();
+        return changed[side] ? u'*' + file : file;
+    };
+    Q_EMIT tabTitleChanged(Velmora::tr("%1 <-> %2").arg(name(Side::Left), name(Side::Right)));
 }
 
 void FieldsSession::showFailure(const QString &text, const QString &detail)

@@ -33,7 +33,7 @@ public:
     /// Compares, in place of a comparison that runs; only says what is missing while a path is.
     void start() override;
     [[nodiscard]] bool isReading() const override { return m_runner.isRunning(); }
-    /// "onlyDifferences": true when rows that are the same are not shown; nothing otherwise.
+    /// Which rows are shown, as `keepRowsView` has it.
     [[nodiscard]] QJsonObject options() const override;
     void setOptions(const QJsonObject &options) override;
     [[nodiscard]] bool acceptsDroppedPaths() const override { return true; }
@@ -45,7 +45,7 @@ public:
 
 public Q_SLOTS:
     void onCancel();
-    void onSwapSides();
+    virtual void onSwapSides();
 
 protected:
     /// What a kind brings along. Texts are translated.
@@ -70,6 +70,8 @@ protected:
     /// Shows the rows of a comparison of `files`, and `verdict` above them; names the tab and records the session.
     void showRows(const Sides<QString> &files, std::unique_ptr<const RowSource> rows, const QString &verdict,
                   NoticeBar::Tone tone);
+    /// Names the tab after what is compared, with a star before files that are changed and not saved.
+    void showTitle(const Sides<QString> &files, const Sides<bool> &changed = {});
     /// Says why there is nothing to show.
     void showFailure(const QString &text, const QString &detail = {});
 

@@ -15,7 +15,13 @@ void ListBar::addListCommands()
            Velmora::tr("Diff"),
            QStringLiteral("diff.png"),
            {},
-           Velmora::tr("Show only the rows that differ")}}});
+           Velmora::tr("Show only the rows that differ")}},
+         {&showIdentical,
+          {"showIdenticalAction",
+           Velmora::tr("Same"),
+           QStringLiteral("same.png"),
+           {},
+           Velmora::tr("Show rows that are the same")}}});
     addSeparator();
     copyRows = add({"copyAction",
                     Velmora::tr("Copy"),

@@ -10,6 +10,7 @@ class ListBar : public SessionBar {
 public:
     QAction *showAll = nullptr;
     QAction *showDifferences = nullptr;
+    QAction *showIdentical = nullptr;
     QAction *copyRows = nullptr;
     QAction *showDetails = nullptr;
     QAction *focusFilter = nullptr;

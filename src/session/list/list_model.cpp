@@ -77,8 +77,13 @@ void ListModel::setSource(std::unique_ptr<const RowSource> source)
         m_source = std::move(source);
         m_headings = m_source->headings();
         m_counts = {};
-        for (qsizetype number = 0; number < m_source->count(); ++number)
-            m_counts.add(m_source->status(number));
+        m_noise = 0;
+        for (qsizetype number = 0; number < m_source->count(); ++number) {
+            if (m_source->isNoise(number))
+                ++m_noise;
+            else
+                m_counts.add(m_source->status(number));
+        }
     });
 }
 
@@ -102,8 +107,11 @@ void ListModel::sort(int column, Qt::SortOrder order)
 
 bool ListModel::isShown(qsizetype number) const
 {
-    if (m_view != RowsView::All && (m_source->status(number) == PairStatus::Same) != (m_view == RowsView::Same))
-        return false;
+    if (m_view != RowsView::All) {
+        const bool isSame = m_source->status(number) == PairStatus::Same;
+        if (isSame != (m_view == RowsView::Same) || m_source->isNoise(number))
+            return false;
+    }
     return std::all_of(m_words.begin(), m_words.end(),
                        [&](const QString &word) { return m_source->holds(number, word, columnCount()); });
 }

@@ -19,7 +19,9 @@ public:
 
     void setSource(std::unique_ptr<const RowSource> source);
     [[nodiscard]] const RowSource &source() const { return *m_source; }
+    /// Noise left out.
     [[nodiscard]] const PairCounts &counts() const { return m_counts; }
+    [[nodiscard]] qsizetype noise() const { return m_noise; }
 
     void setView(RowsView view);
     [[nodiscard]] RowsView view() const { return m_view; }
@@ -57,7 +59,8 @@ private:
 
     std::unique_ptr<const RowSource> m_source;
     QStringList m_headings;
-    PairCounts m_counts; ///< of all rows
+    PairCounts m_counts; ///< of all rows but noise
+    qsizetype m_noise = 0;
     std::vector<qsizetype> m_shown;
     QStringList m_words;
     RowsView m_view = RowsView::All;

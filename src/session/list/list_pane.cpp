@@ -15,6 +15,8 @@
 #include <QMenu>
 #include <QSplitter>
 
+#include <algorithm>
+
 namespace velmora {
 
 namespace {
@@ -32,23 +34,22 @@ ListPane::ListPane(ListBar &bar, std::unique_ptr<const RowSource> source, QWidge
       m_model(new ListModel(std::move(source), this)),
       m_view(new ListView(*m_model, this)),
       m_details(new RowDetails(this)),
-      m_filter(new QLineEdit(this))
+      m_filter(new QLineEdit(this)),
+      m_parts(new QSplitter(Qt::Vertical, this))
 {
-    auto *splitter = new QSplitter(Qt::Vertical, this);
-    splitter->addWidget(m_view);
-    splitter->addWidget(m_details);
-    splitter->setStretchFactor(0, 1);
-    splitter->setStretchFactor(1, 0);
-    splitter->setCollapsible(0, false);
-    splitter->setHandleWidth(3);
-    constexpr int detailsHeight = 150;
-    splitter->setSizes({10000, detailsHeight});
+    m_parts->addWidget(m_view);
+    m_parts->addWidget(m_details);
+    m_parts->setStretchFactor(0, 1);
+    m_parts->setStretchFactor(1, 0);
+    m_parts->setCollapsible(0, false);
+    m_parts->setHandleWidth(3);
+    connect(m_parts, &QSplitter::splitterMoved, this, [this] { m_hasOwnHeights = true; });
 
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(makeFilterRow());
-    column->addWidget(splitter, 1);
+    column->addWidget(m_parts, 1);
     setFocusProxy(m_view);
     connectBar();
     connectView();
@@ -59,6 +60,23 @@ ListPane::ListPane(ListBar &bar, std::unique_ptr<const RowSource> source, QWidge
 ListPane::~ListPane()
 {
     m_view->disconnect(this);
+}
+
+void ListPane::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    fitDetails();
+}
+
+/// The list keeps most of the room in a low window.
+void ListPane::fitDetails()
+{
+    constexpr int detailsHeight = 150;
+    constexpr double share = 0.3;
+    const int height = m_parts->height();
+    const int details = std::min(detailsHeight, int(height * share));
+    if (!m_hasOwnHeights)
+        m_parts->setSizes({height - details, details});
 }
 
 QWidget *ListPane::makeFilterRow()
@@ -89,6 +107,7 @@ void ListPane::connectBar()
     onTrigger(m_bar.nextDifference, [this] { goToDifference(true); });
     onTrigger(m_bar.showAll, [this] { setRowsView(RowsView::All); });
     onTrigger(m_bar.showDifferences, [this] { setRowsView(RowsView::Differences); });
+    onTrigger(m_bar.showIdentical, [this] { setRowsView(RowsView::Same); });
     onTrigger(m_bar.copyRows, [this] { copyText(m_model->text(m_view->selectedRows())); });
     onTrigger(m_bar.focusFilter, [this] {
         m_filter->setFocus(Qt::ShortcutFocusReason);
@@ -124,7 +143,8 @@ void ListPane::setResult(std::unique_ptr<const RowSource> source)
 
 void ListPane::setRowsView(RowsView view)
 {
-    (view == RowsView::Differences ? m_bar.showDifferences : m_bar.showAll)->setChecked(true);
+    QAction *narrowed = view == RowsView::Same ? m_bar.showIdentical : m_bar.showDifferences;
+    (view == RowsView::All ? m_bar.showAll : narrowed)->setChecked(true);
     m_model->setView(view);
     takeShownRows();
 }
@@ -149,10 +169,14 @@ void ListPane::showNotice()
         m_view->setNotice(m_notice);
     else if (m_model->source().count() == 0)
         m_view->setNotice(Velmora::tr("Neither side holds an item."));
-    else if (m_filter->text().trimmed().isEmpty())
-        m_view->setNotice(Velmora::tr("Both sides are the same."));
-    else
+    else if (!m_filter->text().trimmed().isEmpty())
         m_view->setNotice(Velmora::tr("No row holds these words."));
+    else if (m_model->view() == RowsView::Same)
+        m_view->setNotice(Velmora::tr("Nothing is the same on both sides."));
+    else if (m_model->noise() > 0)
+        m_view->setNotice(Velmora::tr("Nothing differs but noise."));
+    else
+        m_view->setNotice(Velmora::tr("Both sides are the same."));
 }
 
 QString ListPane::countsText() const
@@ -164,8 +188,10 @@ QString ListPane::countsText() const
                       Velmora::tr("Changed: %1").arg(number(counts.changed)),
                       Velmora::tr("Left only: %1").arg(number(counts.leftOnly)),
                       Velmora::tr("Right only: %1").arg(number(counts.rightOnly))};
-    if (m_model->rowCount() < counts.all())
-        parts.append(Velmora::tr("Hidden: %1").arg(number(counts.all() - m_model->rowCount())));
+    if (m_model->noise() > 0)
+        parts.append(Velmora::tr("Noise: %1").arg(number(m_model->noise())));
+    if (const qsizetype all = m_model->source().count(); m_model->rowCount() < all)
+        parts.append(Velmora::tr("Hidden: %1").arg(number(all - m_model->rowCount())));
     return parts.join(QStringLiteral("   "));
 }
 
@@ -220,7 +246,7 @@ void ListPane::openMenu(const QPoint &point)
         offer(Velmora::tr("Copy the right value"), row.right, isOn(row.status, Side::Right));
     }
     menu->addSeparator();
-    menu->addActions({m_bar.showAll, m_bar.showDifferences, m_bar.showDetails});
+    menu->addActions({m_bar.showAll, m_bar.showDifferences, m_bar.showIdentical, m_bar.showDetails});
     menu->popup(m_view->viewport()->mapToGlobal(point));
 }
 

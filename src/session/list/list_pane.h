@@ -7,6 +7,7 @@
 
 class QAction;
 class QLineEdit;
+class QSplitter;
 
 namespace velmora {
 
@@ -49,6 +50,9 @@ Q_SIGNALS:
     /// Something to be said by the session.
     void told(const QString &message);
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     [[nodiscard]] QWidget *makeFilterRow();
     void connectBar();
@@ -59,15 +63,18 @@ private:
     void takeShownRows();
     void goToDifference(bool forward);
     void openMenu(const QPoint &point);
+    void fitDetails();
 
     ListBar &m_bar;
     ListModel *m_model;
     ListView *m_view;
     RowDetails *m_details;
     QLineEdit *m_filter;
+    QSplitter *m_parts; ///< the list above the details
     QList<QAction *> m_rowCommands;
     QString m_notice;
     bool m_hasResult = false;
+    bool m_hasOwnHeights = false; ///< somebody has moved the border between the two parts
 };
 
 } // namespace velmora

@@ -30,6 +30,9 @@ public:
     // What is asked of all rows at once; a source of many has them without making the row.
     [[nodiscard]] virtual PairStatus status(qsizetype number) const { return row(number).status; }
     [[nodiscard]] virtual QString key(qsizetype number) const { return row(number).key; }
+    /// Whether a row differs in what says nothing. Its status is `Same` then, but it counts neither as that nor as a
+    /// difference.
+    [[nodiscard]] virtual bool isNoise(qsizetype /*number*/) const { return false; }
     /// Whether keys are paths, which are told apart by their ends.
     [[nodiscard]] virtual bool hasPathKeys() const { return false; }
     /// Whether a word, in letters of any case, stands in the note or in the text of one of so many columns.

@@ -41,6 +41,15 @@ QByteArray utf16Data(QStringView text)
     return data;
 }
 
+bool endsWithEmptyLine(QStringView text)
+{
+    if (!text.isEmpty() && text.back() == u'\n')
+        text.chop(1);
+    if (!text.isEmpty() && text.back() == u'\r')
+        text.chop(1);
+    return !text.isEmpty() && isLineEnd(text.back());
+}
+
 class RegReader {
 public:
     RegReader(QStringView text, const QByteArray &charset) : m_text(text), m_charset(charset) {}
@@ -297,6 +306,7 @@ RegReading RegReader::read(const CancelFlag &cancel)
         endLine();
     }
     m_reading.isVersion4 = m_isOld;
+    m_reading.endsEmpty = endsWithEmptyLine(m_text);
     m_reading.tree.settle();
     return std::move(m_reading);
 }

@@ -15,6 +15,7 @@ struct RegReading {
     bool isVersion4 = false;    ///< its header is "REGEDIT4"
     qsizetype badLines = 0;     ///< that are no entry
     qsizetype firstBadLine = 0; ///< from 1 on; 0 when there is none
+    bool endsEmpty = false;     ///< its last line is empty, as editors leave one behind every key
 };
 
 /// Reads a `.reg` file that is decoded: its header, "Windows Registry Editor Version 5.00" or "REGEDIT4", keys in

@@ -36,6 +36,15 @@ QString utf16Text(const QByteArray &bytes, bool isBigEndian)
     return text;
 }
 
+RegistryReading readExport(const QByteArray &bytes, bool isBigEndian, const CancelFlag &cancel)
+{
+    RegReading read = readRegText(utf16Text(bytes, isBigEndian), "UTF-8", cancel);
+    const bool isWhole = read.endsEmpty && bytes.size() % 2 == 0;
+    RegistryReading reading = takeReading(std::move(read));
+    reading.mayBeCutOff = reading.ok() && !isWhole;
+    return reading;
+}
+
 /// The letters beyond ASCII of the texts of a tree that was read as Latin-1: the bytes that stand for them.
 QByteArray foreignBytes(const RegistryTree &tree)
 {
@@ -83,7 +92,7 @@ RegistryReading readRegistry(const QByteArray &bytes, const TextEncoding &encodi
 {
     const bool isLittle = bytes.startsWith("\xff\xfe");
     if (isLittle || bytes.startsWith("\xfe\xff"))
-        return takeReading(readRegText(utf16Text(bytes, !isLittle), "UTF-8", cancel));
+        return readExport(bytes, !isLittle, cancel);
     return readNational(bytes, encoding, cancel);
 }
 

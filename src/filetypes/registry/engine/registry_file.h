@@ -21,6 +21,7 @@ struct RegistryReading {
     RegistryTree tree; ///< settled; empty where there is a fault
     qsizetype badLines = 0;
     qsizetype firstBadLine = 0; ///< from 1 on
+    bool mayBeCutOff = false;   ///< in UTF-16, as exports are, without the empty line that these end with
     QByteArray charset;         ///< that letters beyond ASCII were read by, in a file of no Unicode; empty for none
     RegistryFault fault = RegistryFault::None;
     QString detail;
