@@ -100,6 +100,11 @@ QString faultText(const SongReading &reading)
 
 void warn(const Streams &streams, const QString &path, const Song &song)
 {
+    if (song.unreadTagBytes > 0)
+        complain(streams,
+                 QStringLiteral("warning: %1: its ID3v2 tag is damaged, the last %2 bytes of it cannot be read")
+                     .arg(path)
+                     .arg(song.unreadTagBytes));
     if (song.isCutOff)
         complain(streams, QStringLiteral("warning: %1: is cut off").arg(path));
     if (song.damagedPlaces > 0)

@@ -3,6 +3,7 @@
 #include "filetypes/mp3/engine/field_meaning.h"
 #include "filetypes/mp3/engine/song_compare.h"
 #include "filetypes/mp3/engine/song_edit.h"
+#include "filetypes/mp3/engine/tag_agreement.h"
 #include "filetypes/mp3/engine/tag_conversion.h"
 #include "support/files.h"
 #include "support/made_music.h"
@@ -207,6 +208,29 @@ private Q_SLOTS:
         QCOMPARE(valueOf(tags, SongGroup::Id3v1, "artist", "GBK"), word("plain"));
     }
 
+    void tellsOfDamagedTags()
+    {
+        const auto unread = [](int minor, const QByteArray &frames, char flags = 0) {
+            return song(id3v2(minor, frames).replace(5, 1, QByteArray(1, flags)) + madeSound()).unreadTagBytes;
+        };
+        const QByteArray good = id3Text("TIT2", "Good");
+        const QByteArray beyond = id3Text("TPE1", "Far").replace(6, 1, "\1");
+        const QByteArray old("TT2\0\0\2\0x", 8);
+        for (const int minor : {3, 4}) {
+            QCOMPARE(unread(minor, good + good + QByteArray(20, '\0')), 0);
+            QCOMPARE(unread(minor, good + beyond), beyond.size());
+            QCOMPARE(unread(minor, good + id3Frame("TPE1", "") + good), 10 + good.size());
+            QCOMPARE(unread(minor, good + "no frame is here"), 16);
+        }
+        QCOMPARE(unread(2, old + old + QByteArray(9, '\0')), 0);
+        QCOMPARE(unread(2, old + old.chopped(1)), 7);
+        // Sizes as version 2.3 has them; zeros put in behind 0xff; frames behind more of a header.
+        QCOMPARE(unread(4, id3Text("TIT2", QByteArray(200, 'x')) + good), 0);
+        QCOMPARE(unread(3, id3Frame("PRIV", "a").replace(10, 1, QByteArray("\xff\0", 2)) + good, '\x80'), 0);
+        QCOMPARE(unread(3, bigNumber(6) + QByteArray(6, '\0') + good, '\x40'), 0);
+        QCOMPARE(unread(3, bigNumber(6) + QByteArray(6, '\0') + beyond, '\x40'), beyond.size());
+    }
+
     void refusesWhatIsHostileOrNoSound()
     {
         QCOMPARE(reading("a text").fault, SoundFault::NoSound);
@@ -319,6 +343,34 @@ private Q_SLOTS:
         QFETCH(QString, first);
         const SongTags none = withConverted({{}, SongGroup::Vorbis}, {all, system}, {system, first}, {});
         QCOMPARE(none.fields.size(), all.fields.size() - 1);
+    }
+
+    void keepsSecondaryTagsInStep()
+    {
+        const auto utf8 = [](const char *name, const QByteArray &text) { return id3Frame(name, "\x03" + text); };
+        QTemporaryDir folder;
+        const QString path = folder.filePath(word("a.mp3"));
+        const QByteArray frames = utf8("TIT2", "Thirty letters and some more \xc3\xbc\xe4\xb8\xad") +
+                                  utf8("TPE1", QByteArray("\xe4\xb8\xad\xc3\xbc\0B", 7)) + utf8("TDRC", "2001-05") +
+                                  utf8("TRCK", "300/400") + utf8("TCON", QByteArray("Own\0Jazz", 8));
+        QVERIFY(makeFile(path, id3v2(4, frames) + madeSound() + apeTag("Title", "old") + id3v1("old", "old")));
+        const Song before = loadSong(path).song;
+        SongTags tags = before.tags;
+        for (const CommonField field : {CommonField::Title, CommonField::Artist, CommonField::Year, CommonField::Track,
+                                        CommonField::Genre, CommonField::Composer}) {
+            for (const SongGroup follower : {SongGroup::Id3v1, SongGroup::Ape})
+                tags = withAgreement(std::move(tags), SongGroup::Id3v2, follower, field, {});
+        }
+        // What is made is what is read again, or saving would tell of a loss.
+        QVERIFY(saveTags(path, before, tags, Loss::Refused).ok());
+        tags = loadSong(path).song.tags;
+        QStringList said{valueOf(tags, SongGroup::Ape, "TITLE")};
+        for (const char *key : {"title", "artist", "year", "track", "genre"})
+            said.append(valueOf(tags, SongGroup::Id3v1, key));
+        QCOMPARE(said.join(u'|'),
+                 QStringLiteral("Thirty letters and some more \u00fc\u4e2d|Thirty letters and some more "
+                                "\u00fc|?\u00fc|2001|(none)|Jazz"));
+        QVERIFY(contradictions(tags, {}).isEmpty());
     }
 
     void leavesTheFileWhereSavingFails()

@@ -10,6 +10,7 @@
 #include <QComboBox>
 #include <QImage>
 #include <QLabel>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTreeView>
@@ -107,12 +108,17 @@ private Q_SLOTS:
         music.select("ID3v2: Title");
         QVERIFY(!music.action("copyToLeftAction").isEnabled()); // nothing can be changed by mistake
         music.session.setEditingEnabled(true);
+        QSignalSpy titles(&music.session, &SessionWidget::tabTitleChanged);
         music.action("copyToLeftAction").trigger();
         QCOMPARE(music.row("ID3v2: Title").left, word("Title"));
+        QCOMPARE(music.row("ID3v1: Title").left, word("Title")); // or it would say something else
+        QCOMPARE(titles.last().first().toString(), word("*left.mp3 <-> right.mp3"));
         QCOMPARE(contentsOf(music.left), before);
         QVERIFY(music.session.hasUnsavedChanges());
         music.session.edit(EditCommand::Undo);
         QVERIFY(!music.session.hasUnsavedChanges());
+        QCOMPARE(titles.last().first().toString(), word("left.mp3 <-> right.mp3"));
+        QCOMPARE(music.row("ID3v1: Title").left, word("Other"));
         music.session.edit(EditCommand::Redo);
         music.action("saveAction").trigger();
         QTRY_VERIFY(!music.session.hasUnsavedChanges());
@@ -125,6 +131,9 @@ private Q_SLOTS:
         music.session.edit(EditCommand::Undo);
         QVERIFY(music.session.hasUnsavedChanges());
         ScriptedDialogs dialogs;
+        dialogs.answerNothing();
+        music.session.onSwapSides();
+        QCOMPARE(music.session.paths().left, music.left);
         constexpr int saveAnswer = 1;
         dialogs.answerNumber(saveAnswer);
         bool mayClose = false;

@@ -125,6 +125,22 @@ void Mp3CompareWidget::start()
         FieldsSession::start();
 }
 
+void Mp3CompareWidget::onSwapSides()
+{
+    if (hasUnsavedChanges())
+        askToDiscard([this] { FieldsSession::onSwapSides(); });
+    else
+        FieldsSession::onSwapSides();
+}
+
+void Mp3CompareWidget::dropPaths(const QStringList &paths, QPoint position)
+{
+    if (hasUnsavedChanges())
+        askToDiscard([this, paths, position] { FieldsSession::dropPaths(paths, position); });
+    else
+        FieldsSession::dropPaths(paths, position);
+}
+
 void Mp3CompareWidget::askToDiscard(std::function<void()> discarded)
 {
     Dialogs::instance().askYesNo(
@@ -202,6 +218,7 @@ void Mp3CompareWidget::showSongs(bool isNew)
     } else {
         list().setResult(std::move(rows));
         verdictBar().tell(verdict.join(u'\n'), tone);
+        showTitle(m_files, {m_edits.isModified(Side::Left), m_edits.isModified(Side::Right)});
     }
     showEncodingRow();
     showPictures();
@@ -258,15 +275,21 @@ QList<SongField> Mp3CompareWidget::selectedThings()
     return things;
 }
 
-void Mp3CompareWidget::tellChange(bool hasChanged, Side to)
+void Mp3CompareWidget::tellChange(TagEdits::Copied copied, Side to)
 {
-    if (hasChanged) {
-        showSongs(false);
-        status().showMessage(to == Side::Left ? Velmora::tr("Changed the tags of the left file; not saved yet")
-                                              : Velmora::tr("Changed the tags of the right file; not saved yet"));
-    } else {
+    if (copied == TagEdits::Copied::Nothing) {
         status().showMessage(Velmora::tr("Nothing here can be copied to that side, or it is the same already"));
+        return;
     }
+    showSongs(false);
+    const bool isLeft = to == Side::Left;
+    if (copied == TagEdits::Copied::MoreTags)
+        status().showMessage(
+            isLeft ? Velmora::tr("Changed the tags of the left file, its other tags in step; not saved yet")
+                   : Velmora::tr("Changed the tags of the right file, its other tags in step; not saved yet"));
+    else
+        status().showMessage(isLeft ? Velmora::tr("Changed the tags of the left file; not saved yet")
+                                    : Velmora::tr("Changed the tags of the right file; not saved yet"));
 }
 
 void Mp3CompareWidget::copy(Side to)

@@ -33,9 +33,11 @@ public:
     void setEditingEnabled(bool enabled) override;
     [[nodiscard]] bool hasUnsavedChanges() const override { return m_hasSongs && m_edits.isModified(); }
     void confirmClose(std::function<void(bool mayClose)> answered) override;
+    void dropPaths(const QStringList &paths, QPoint position) override;
 
 public Q_SLOTS:
     void onSave();
+    void onSwapSides() override;
 
 protected:
     void compare(const Sides<QString> &files) override;
@@ -55,7 +57,7 @@ private:
     [[nodiscard]] QList<SongField> selectedThings();
     void copy(Side to);
     void copyAll(Side to);
-    void tellChange(bool hasChanged, Side to);
+    void tellChange(TagEdits::Copied copied, Side to);
     void askToDiscard(std::function<void()> discarded);
 
     // What is saved (mp3_saving.cpp).

@@ -239,6 +239,11 @@ QStringList remarkTexts(const Song &song, const QString &path, const QString &ch
     if (!fields.isEmpty())
         remarks.append(Velmora::tr("The tags of %1 contradict each other: %2.")
                            .arg(shownPath(path), fields.join(Velmora::tr(", "))));
+    if (song.unreadTagBytes > 0)
+        remarks.append(
+            Velmora::tr("The ID3v2 tag of %1 is damaged: its last %2 bytes cannot be read, and saving leaves "
+                        "them out.")
+                .arg(shownPath(path), QLocale().toString(song.unreadTagBytes)));
     if (song.isCutOff)
         remarks.append(Velmora::tr("The sound of %1 is cut off.").arg(shownPath(path)));
     if (song.damagedPlaces > 0)

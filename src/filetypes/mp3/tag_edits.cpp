@@ -1,8 +1,34 @@
 #include "filetypes/mp3/tag_edits.h"
 
 #include "filetypes/mp3/engine/field_meaning.h"
+#include "filetypes/mp3/engine/tag_agreement.h"
+
+#include <algorithm>
 
 namespace velmora {
+
+namespace {
+
+/// `tags` with secondary ones as the main ones have the things that were copied.
+SongTags withFollowers(SongTags tags, SoundFormat format, const QList<SongField> &things, const QString &charset)
+{
+    const SongGroup leader = usedSystem(tags, format);
+    for (const SongField &thing : things) {
+        const std::optional<FieldMeaning> meaning = meaningOf(thing);
+        if (!meaning || (isSecondary(thing.group) && thing.group != leader))
+            continue;
+        for (const SongGroup follower : {SongGroup::Id3v1, SongGroup::Ape}) {
+            const bool isCopied = std::any_of(things.begin(), things.end(), [&](const SongField &other) {
+                return other.group == follower && meaningOf(other) == meaning;
+            });
+            if (follower != leader && !isCopied)
+                tags = withAgreement(std::move(tags), leader, follower, meaning->common, charset);
+        }
+    }
+    return tags;
+}
+
+} // namespace
 
 void TagEdits::begin(const Sides<Song> &songs)
 {
@@ -22,17 +48,17 @@ Song TagEdits::edited(Side side) const
     return song;
 }
 
-bool TagEdits::change(Side side, const SongTags &tags)
+TagEdits::Copied TagEdits::change(Side side, const SongTags &copied, const SongTags &tags)
 {
     if (areSame(m_tags[side], tags))
-        return false;
+        return Copied::Nothing;
     m_undo.append(m_tags);
     m_redo.clear();
     m_tags[side] = tags;
-    return true;
+    return areSame(copied, tags) ? Copied::Tags : Copied::MoreTags;
 }
 
-bool TagEdits::copy(Side to, const QList<SongField> &things, const QString &charset)
+TagEdits::Copied TagEdits::copy(Side to, const QList<SongField> &things, const QString &charset)
 {
     const Side from = otherSide(to);
     const SoundFormat format = m_songs[to].format;
@@ -44,17 +70,20 @@ bool TagEdits::copy(Side to, const QList<SongField> &things, const QString &char
                    ? withCopied(m_tags[from], tags, thing)
                    : withConverted({m_tags[from], system}, {tags, mainSystem(format)}, thing, charset);
     }
-    return change(to, tags);
+    return change(to, tags, withFollowers(tags, format, things, charset));
 }
 
-bool TagEdits::copyAll(Side to, const QString &charset)
+TagEdits::Copied TagEdits::copyAll(Side to, const QString &charset)
 {
     const Side from = otherSide(to);
     const SoundFormat format = m_songs[to].format;
     const SongGroup system = usedSystem(m_tags[from], m_songs[from].format);
-    return change(to, canHold(format, system)
-                          ? withAllCopied(m_tags[from], m_tags[to], format)
-                          : withAllConverted({m_tags[from], system}, {m_tags[to], mainSystem(format)}, charset));
+    if (canHold(format, system)) {
+        const SongTags tags = withAllCopied(m_tags[from], m_tags[to], format);
+        return change(to, tags, tags);
+    }
+    const SongTags tags = withAllConverted({m_tags[from], system}, {m_tags[to], mainSystem(format)}, charset);
+    return change(to, tags, withFollowers(tags, format, commonFields(tags, mainSystem(format), charset), charset));
 }
 
 void TagEdits::undo()

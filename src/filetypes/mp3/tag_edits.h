@@ -23,10 +23,18 @@ public:
     [[nodiscard]] bool isModified(Side side) const { return !areSame(m_songs[side].tags, m_tags[side]); }
     [[nodiscard]] bool isModified() const { return isModified(Side::Left) || isModified(Side::Right); }
 
+    /// What a copy has changed.
+    enum class Copied : quint8 {
+        Nothing,
+        Tags,
+        MoreTags ///< other tags of the file, too, which would have contradicted what was copied
+    };
     /// Makes things of one side like those of the other, in one step; what its format has not, in the way that it has.
-    /// False when that changes nothing. `charset` as in `valueIn`.
-    bool copy(Side to, const QList<SongField> &things, const QString &charset);
-    bool copyAll(Side to, const QString &charset);
+    /// Secondary tags that would contradict them follow, but for things that are copied themselves. `charset` as in
+    /// `valueIn`.
+    Copied copy(Side to, const QList<SongField> &things, const QString &charset);
+    /// All tags as they are, contradictions among them; where the formats differ, as `copy` does it.
+    Copied copyAll(Side to, const QString &charset);
 
     [[nodiscard]] bool canUndo() const { return !m_undo.isEmpty(); }
     [[nodiscard]] bool canRedo() const { return !m_redo.isEmpty(); }
@@ -37,7 +45,7 @@ public:
     void takeSaved(Side side, const Song &song);
 
 private:
-    bool change(Side side, const SongTags &tags);
+    Copied change(Side side, const SongTags &copied, const SongTags &tags);
 
     Sides<Song> m_songs;
     Sides<SongTags> m_tags;

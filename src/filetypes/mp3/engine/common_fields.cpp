@@ -110,7 +110,8 @@ QList<Said> whatIsSaid(const SongTags &tags, CommonField field, const QString &c
             continue;
         if (said.isEmpty() || said.last().group != one.group)
             said.append({one.group, {}});
-        said.last().values.append(valueIn(one, charset));
+        const QString value = valueIn(one, charset);
+        said.last().values += field == CommonField::Comment ? QStringList(value) : value.split(u'\n');
     }
     return said;
 }
@@ -183,6 +184,17 @@ QString systemName(SongGroup group)
     default:
         return {};
     }
+}
+
+bool contradict(const SongTags &tags, CommonField field, const Sides<SongGroup> &systems, const QString &charset)
+{
+    const QList<Said> said = whatIsSaid(tags, field, charset);
+    const auto of = [&](SongGroup group) {
+        return std::find_if(said.begin(), said.end(), [&](const Said &one) { return one.group == group; });
+    };
+    const auto left = of(systems.left);
+    const auto right = of(systems.right);
+    return left != said.end() && right != said.end() && !agree(field, *left, *right);
 }
 
 QList<SongField> contradictions(const SongTags &tags, const QString &charset)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/sides.h"
 #include "filetypes/mp3/engine/song_field.h"
 
 #include <QStringList>
@@ -48,9 +49,13 @@ inline constexpr int commonFieldCount = int(CommonField::None);
 /// The name of a tag system as its users know it: "ID3v2", "APE".
 [[nodiscard]] QString systemName(SongGroup group);
 
+/// Whether two systems of one file both say something of a field, and not the same. A text that ID3v1 has cut off is no
+/// other one, nor one with question marks for what it cannot hold. `charset` as in `valueIn`.
+[[nodiscard]] bool contradict(const SongTags &tags, CommonField field, const Sides<SongGroup> &systems,
+                              const QString &charset);
+
 /// Where the tags of one file say different things, a field for each common field; its value has a line "ID3v2: ..."
-/// for each system. A text that ID3v1 has cut off is none, nor one with question marks for what it cannot hold.
-/// `charset` as in `valueIn`.
+/// for each system. What contradicts is as for `contradict`.
 [[nodiscard]] QList<SongField> contradictions(const SongTags &tags, const QString &charset);
 
 } // namespace velmora

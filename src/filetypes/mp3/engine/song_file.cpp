@@ -2,6 +2,7 @@
 
 #include "core/message_digest.h"
 #include "filetypes/mp3/engine/song_facts.h"
+#include "filetypes/mp3/engine/tag_damage.h"
 #include "filetypes/mp3/engine/tag_file.h"
 #include "filetypes/mp3/engine/tag_reader.h"
 #include "filetypes/mp3/engine/tag_stream.h"
@@ -58,6 +59,7 @@ SongReading readSong(QIODevice &device, const CancelFlag &cancel)
     song.samplesHash = layout.samplesHash;
     song.damagedPlaces = layout.damagedPlaces;
     song.isCutOff = layout.isCutOff;
+    song.unreadTagBytes = layout.format == SoundFormat::Mpeg ? unreadTagBytes(bytes) : 0;
     song.soundHash = hashOfSound(bytes, layout, cancel);
     song.fileHash = hashOfAll(bytes, cancel);
     if (song.soundHash.isEmpty() || song.fileHash.isEmpty())

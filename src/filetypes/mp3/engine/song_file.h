@@ -22,6 +22,7 @@ struct Song {
     qint64 milliseconds = -1;
     qint64 damagedPlaces = 0; ///< where the structure of the sound had to be found again
     bool isCutOff = false;
+    qint64 unreadTagBytes = 0; ///< at the end of an ID3v2 tag that is damaged
 
     /// The value of a fact; empty where there is none.
     [[nodiscard]] QString fact(const char *key) const;
