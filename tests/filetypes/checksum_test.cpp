@@ -7,6 +7,7 @@
 #include "support/scripted_dialogs.h"
 #include "support/test_main.h"
 
+#include <QAbstractItemView>
 #include <QClipboard>
 #include <QComboBox>
 #include <QCompleter>
@@ -193,6 +194,9 @@ private Q_SLOTS:
         QTest::keyClicks(line, QDir::toNativeSeparators(f.folder.filePath(word("firm"))));
         QVERIFY(line->completer());
         QTRY_COMPARE(line->completer()->currentCompletion(), QDir::toNativeSeparators(file));
+        line->completer()->popup()->hide();
+        QTest::keyClick(line, Qt::Key_Tab);
+        QVERIFY(!line->completer()); // or what is found later would be offered over the next field
     }
 
     void waitsWithTheRightFileAloneAndComputesWhatIsBrowsed()

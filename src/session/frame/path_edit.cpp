@@ -11,6 +11,8 @@
 #include <QFileSystemModel>
 #include <QToolButton>
 
+#include <utility>
+
 namespace velmora {
 
 PathEdit::PathEdit(const QString &placeholder, const QString &browseHint, QWidget *parent, QLineEdit *line)
@@ -37,6 +39,17 @@ PathEdit::PathEdit(const QString &placeholder, const QString &browseHint, QWidge
     connect(m_line, &QLineEdit::textEdited, this, &PathEdit::offerFromDisk);
     connect(m_line, &QLineEdit::textEdited, this, &PathEdit::pathEdited);
     connect(m_line, &QLineEdit::returnPressed, this, &PathEdit::submitted);
+    connect(m_line, &QLineEdit::editingFinished, this, [this] {
+        if (!m_files)
+            return;
+        // A folder that is read by now would be offered over the next field, and take what is typed there.
+        QCompleter *const completer = m_line->completer();
+        m_line->setCompleter(nullptr);
+        disconnect(m_files, nullptr, completer, nullptr);
+        completer->deleteLater();
+        m_files->deleteLater();
+        m_files = nullptr;
+    });
     refreshTheme();
 }
 
@@ -70,6 +83,7 @@ void PathEdit::setRecentPaths(const QStringList &paths)
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     completer->setFilterMode(Qt::MatchContains);
     delete m_line->completer();
+    delete std::exchange(m_files, nullptr);
     m_line->setCompleter(completer);
 }
 
