@@ -9712,6 +9712,10 @@ Save them?</source>
         <translation>签名者（未验证）：左侧 %1，右侧 %2。</translation>
     </message>
     <message>
+        <source>For different machines: left %1, right %2.</source>
+        <translation>面向不同的处理器：左侧 %1，右侧 %2。</translation>
+    </message>
+    <message>
         <source>The left file is newer: version %1 against %2.</source>
         <translation>左侧文件较新：版本 %1 对 %2。</translation>
     </message>

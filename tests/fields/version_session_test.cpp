@@ -52,6 +52,13 @@ private Q_SLOTS:
         session.findChild<QAction *>(QStringLiteral("swapAction"))->trigger();
         QTRY_COMPARE(label("verdictBarText"), word("The left file is newer: version 1.2.3.5 against 1.2.3.4."));
 
+        QByteArray narrow = madeProgram(newer);
+        narrow.replace(narrow.indexOf("PE\0\0") + 4, 2, "\x4c\x01");
+        QVERIFY(makeFile(two, narrow));
+        session.start();
+        QTRY_VERIFY(label("verdictBarText")
+                        .contains(word("\nFor different machines: left I386 (0x14c), right AMD64 (0x8664).")));
+
         // What fails leaves what is shown.
         QVERIFY(makeFile(two, madeProgram().first(0x100)));
         session.start();

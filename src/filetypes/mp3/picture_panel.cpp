@@ -5,6 +5,7 @@
 
 #include <QLabel>
 #include <QLocale>
+#include <QPainter>
 #include <QPixmap>
 #include <QVBoxLayout>
 
@@ -15,9 +16,37 @@ namespace {
 constexpr int shownSide = 120; // both fit into a small window
 constexpr int panelWidth = 200;
 
-QLabel *textLabel(const char *name, QWidget *parent)
+/// A picture that becomes smaller where there is little room, whole as it is.
+class PictureLabel final : public QLabel {
+public:
+    using QLabel::QLabel;
+
+    [[nodiscard]] QSize minimumSizeHint() const override
+    {
+        constexpr int least = 40;
+        return pixmap().isNull() ? QLabel::minimumSizeHint() : QSize(least, least);
+    }
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        const QPixmap shown = pixmap();
+        if (shown.isNull()) {
+            QLabel::paintEvent(event);
+            return;
+        }
+        const QSizeF whole = shown.deviceIndependentSize();
+        const QSizeF size = whole.scaled(whole.boundedTo(QSizeF(contentsRect().size())), Qt::KeepAspectRatio);
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawPixmap(QRectF(contentsRect().topLeft(), size), shown, QRectF(shown.rect()));
+    }
+};
+
+template <typename Label = QLabel>
+Label *textLabel(const char *name, QWidget *parent)
 {
-    auto *label = new QLabel(parent);
+    auto *label = new Label(parent);
     label->setObjectName(QLatin1String(name));
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
@@ -54,7 +83,8 @@ PicturePanel::PicturePanel(QWidget *parent)
 PicturePanel::Half PicturePanel::makeHalf(const char *name)
 {
     const QByteArray side(name);
-    Half half{textLabel((side + "Picture").constData(), this), textLabel((side + "PictureCaption").constData(), this)};
+    Half half{textLabel<PictureLabel>((side + "Picture").constData(), this),
+              textLabel((side + "PictureCaption").constData(), this)};
     half.picture->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     return half;
 }

@@ -53,7 +53,8 @@ void VersionCompareWidget::take(const Sides<QString> &files, const Sides<Program
     }
     const ProgramFacts &left = readings.left.facts;
     const ProgramFacts &right = readings.right.facts;
-    QStringList verdict{verdictText(judgeVersions(left, right), left, right), signerText(left, right)};
+    QStringList verdict{verdictText(judgeVersions(left, right), left, right), machineText(left, right),
+                        signerText(left, right)};
     verdict.removeAll(QString());
     const qsizetype told = verdict.size();
     for (const Side side : bothSides)

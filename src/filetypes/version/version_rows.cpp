@@ -10,7 +10,8 @@ VersionRows::VersionRows(QList<VersionRow> rows) : RowSource(Velmora::tr("Proper
 KeyedRow VersionRows::row(qsizetype number) const
 {
     const VersionRow &row = m_rows[number];
-    return {factText(row.fact, row.item), row.status, row.values.left, row.values.right, placeText(row)};
+    return {factText(row.fact, row.item), row.status, valueText(row, Side::Left), valueText(row, Side::Right),
+            placeText(row)};
 }
 
 } // namespace velmora

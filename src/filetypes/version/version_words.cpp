@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace velmora {
 
@@ -146,6 +147,13 @@ QString placeName(const VersionRow &row)
     return language.isEmpty() ? place : Velmora::tr("%1 (%2)").arg(place, language);
 }
 
+std::optional<QString> firstValue(const ProgramFacts &facts, ProgramFact fact)
+{
+    const auto at = std::find_if(facts.values.begin(), facts.values.end(),
+                                 [fact](const FactValue &value) { return value.fact == fact; });
+    return at == facts.values.end() ? std::nullopt : std::optional(at->value);
+}
+
 QString shownPath(const QString &path)
 {
     return visibleName(QDir::toNativeSeparators(path));
@@ -159,6 +167,15 @@ QString factText(ProgramFact fact, const QString &item)
     if (item.isEmpty() && !words.contains(QLatin1String("%1")))
         return words;
     return words.arg(visibleName(fact == ProgramFact::VersionString ? stringName(item) : item));
+}
+
+QString valueText(const VersionRow &row, Side side)
+{
+    const bool isSize = row.fact == ProgramFact::SizeOfImage || row.fact == ProgramFact::SignatureSize ||
+                        row.fact == ProgramFact::SectionSize || row.fact == ProgramFact::FileSize;
+    bool isNumber = false;
+    const qulonglong size = isSize ? row.values[side].toULongLong(&isNumber) : 0;
+    return isNumber ? QLocale().toString(size) : row.values[side];
 }
 
 QString placeText(const VersionRow &row)
@@ -202,13 +219,20 @@ QString verdictText(VersionVerdict verdict, const ProgramFacts &left, const Prog
 QString signerText(const ProgramFacts &left, const ProgramFacts &right)
 {
     const auto signer = [](const ProgramFacts &facts) {
-        const auto at = std::find_if(facts.values.begin(), facts.values.end(),
-                                     [](const FactValue &value) { return value.fact == ProgramFact::Signer; });
-        return at == facts.values.end() ? Velmora::tr("nobody") : at->value;
+        return firstValue(facts, ProgramFact::Signer).value_or(Velmora::tr("nobody"));
     };
     if (signer(left) == signer(right))
         return {};
     return Velmora::tr("Signed by (not verified): left %1, right %2.").arg(signer(left), signer(right));
+}
+
+QString machineText(const ProgramFacts &left, const ProgramFacts &right)
+{
+    const std::optional<QString> one = firstValue(left, ProgramFact::Machine);
+    const std::optional<QString> other = firstValue(right, ProgramFact::Machine);
+    if (!one || !other || *one == *other)
+        return {};
+    return Velmora::tr("For different machines: left %1, right %2.").arg(*one, *other);
 }
 
 QString damageText(const ProgramFacts &facts, const QString &path)
