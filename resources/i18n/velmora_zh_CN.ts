@@ -2582,6 +2582,38 @@
         <translation>正在读取仓库...</translation>
     </message>
     <message>
+        <source>Reading the folder of the host...</source>
+        <translation>正在读取主机上的文件夹...</translation>
+    </message>
+    <message>
+        <source>Not listed, for line feeds in the name</source>
+        <translation>名称中含有换行符，未列出</translation>
+    </message>
+    <message>
+        <source>The host could not list everything</source>
+        <translation>主机未能列出全部内容</translation>
+    </message>
+    <message>
+        <source>A port is a number from 1 to 65535</source>
+        <translation>端口是 1 到 65535 之间的数字</translation>
+    </message>
+    <message>
+        <source>There is no such folder on the host</source>
+        <translation>主机上没有这个文件夹</translation>
+    </message>
+    <message>
+        <source>You may not look into the folder on the host</source>
+        <translation>您无权查看主机上的这个文件夹</translation>
+    </message>
+    <message>
+        <source>The host does not list its files: it must have sh, find and stat</source>
+        <translation>主机没有列出其文件：主机必须有 sh、find 和 stat</translation>
+    </message>
+    <message>
+        <source>%1: no host is named</source>
+        <translation>%1：没有指定主机</translation>
+    </message>
+    <message>
         <source>As folders</source>
         <translation>按文件夹比较</translation>
     </message>

@@ -2,6 +2,7 @@
 
 #include "cli/command.h"
 #include "cli/git_words.h"
+#include "cli/remote_words.h"
 #include "core/visible_name.h"
 
 namespace velmora::cli {
@@ -37,6 +38,10 @@ const char *archiveProblemWords(ArchiveProblem::Kind kind)
         return "unpacking stopped here, at 4 GiB and 250 times the size of the archive";
     case ArchiveProblem::Kind::NestedUnreadable:
         return "archives within that stay files, being damaged, too many or too deep";
+    case ArchiveProblem::Kind::Unlisted:
+        return "not listed, as their names have line feeds";
+    case ArchiveProblem::Kind::NotAllListed:
+        return "the host could not list everything";
     }
     return "";
 }
@@ -57,6 +62,8 @@ QString treeFaultText(const QString &path, const TreeAt &tree)
 {
     if (tree.gitFault.isError())
         return gitFaultText(tree.gitFault);
+    if (tree.remoteFault.isError())
+        return remoteFaultText(tree.remoteFault);
     switch (tree.opening.fault) {
     case ArchiveFault::Unreadable:
         return QStringLiteral("%1: cannot read the file").arg(path);

@@ -46,12 +46,15 @@ constexpr const char *folderDetails =
     "\":index\" or \":worktree\", and FOLDER one of the repository. Nothing of that is run, nothing is\n"
     "written, and contents are told apart by the names that Git has for them. A folder whose own name\n"
     "begins so is written ./git:...\n"
+    "Or a folder of a host that ssh reaches: sftp://[USER@]HOST[:PORT]/FOLDER, with /~/FOLDER for one\n"
+    "of the user's home. Keys or an agent let one in; contents are compared by checksums of the host.\n"
     "Link cycles end where they close. Pipes, sockets and devices are never opened.\n";
 
 constexpr std::array examples{
     Example{"List what differs between two trees of sources:",
             "velmora-cli folder --format list --exclude-folders '.git;build' old new | grep -v '^[=~]'"},
     Example{"See what has changed in a package:", "velmora-cli folder --format list old.deb new.deb"},
+    Example{"See what differs from a copy on a host:", "velmora-cli folder sftp://anna@files.example.com/srv/docs docs"},
     Example{"See whether an archive holds what was tagged:", "velmora-cli folder --format list git:v1.0:. v1.0.tar.gz"},
 };
 

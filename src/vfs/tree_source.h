@@ -73,7 +73,7 @@ public:
     /// `OpenFile::identity`.
     [[nodiscard]] virtual std::unique_ptr<FileOpener> makeOpener() const = 0;
 
-    /// Nothing where the content would have to be read for it. Quick: asked for each pair that contents decide.
+    /// Nothing where the content would have to be read here for it. Asked for each pair that contents decide.
     [[nodiscard]] virtual std::optional<ContentIdentity> contentIdentity(const QString & /*path*/) const
     {
         return std::nullopt;

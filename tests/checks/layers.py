@@ -37,6 +37,7 @@ NEIGHBOURS = {
     ("folder/duplicates", "folder/actions"),
     ("folder/git", "folder/actions"),
     ("folder/merge", "folder/actions"),
+    ("folder/sftp", "folder/actions"),
     ("folder/sync", "folder/actions"),
     ("folder/usage", "folder/actions"),
     ("session/pane", "session/frame"),

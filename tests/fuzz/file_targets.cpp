@@ -9,6 +9,8 @@
 #include "settings/options/text_session_options.h"
 #include "support/bytes_source.h"
 #include "system/engine/snapshot_file.h"
+#include "vfs/archive/archive_tree.h"
+#include "vfs/remote/remote_tree_listing.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -101,6 +103,21 @@ void remoteListing(const QByteArray &input)
         }
         require(listing.unlisted + qsizetype(listing.files.size()) <= input.count('\n') + 1,
                 "a line is one file at most");
+    }
+}
+
+void remoteTree(const QByteArray &input)
+{
+    constexpr qint64 most = 50;
+    const RemoteTreeListing listing = parseTreeListing(input, most);
+    QList<ArchiveProblem> problems;
+    const ArchiveTree tree(listing.entries, ArchiveNames(), ArchiveLimits(), problems);
+    require(qint64(listing.entries.size()) <= most + 1, "a listing ends at the limit");
+    for (const ArchiveEntry &entry : listing.entries)
+        require(entry.size >= 0 && !entry.name.contains('\0'), "an entry has a size and a name");
+    for (qint32 node = 1; node < tree.count(); ++node) {
+        const QString &name = tree.node(node).name;
+        require(!name.isEmpty() && name != u"." && name != u".." && !name.contains(u'/'), "no name leads out");
     }
 }
 

@@ -14,6 +14,7 @@ std::span<const Target> targets()
         Target{"snapshot", snapshot},
         Target{"folder_snapshot", folderSnapshot},
         Target{"remote_listing", remoteListing},
+        Target{"remote_tree", remoteTree},
         Target{"options", options},
         Target{"importance", importance},
         Target{"mask", mask},

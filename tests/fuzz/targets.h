@@ -24,6 +24,7 @@ void journal(const QByteArray &input);
 void snapshot(const QByteArray &input);
 void folderSnapshot(const QByteArray &input);
 void remoteListing(const QByteArray &input);
+void remoteTree(const QByteArray &input);
 void options(const QByteArray &input);
 void importance(const QByteArray &input);
 void syntaxDefinition(const QByteArray &input);

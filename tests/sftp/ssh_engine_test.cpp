@@ -76,7 +76,8 @@ private Q_SLOTS:
         };
         QCOMPARE(fault("DOM\\a.b+c", "files.example.com", "a; rm -rf 'b'"), Fault::None);
         QCOMPARE(fault("u", "fe80::1%eth0", ""), Fault::None);
-        QCOMPARE(fault("", "h", ""), Fault::Missing);
+        QCOMPARE(fault("u", "", ""), Fault::Missing);
+        QCOMPARE(fault("", "h", ""), Fault::NoUser);
         for (const char *user : {"-oProxyCommand=x", "a b", "a;b", "$(x)`", "a\\", "a\nb"})
             QCOMPARE(fault(user, "h", ""), Fault::BadUser);
         for (const char *host : {"-h", "a b", "h;x", "h/x", "h\n", "a@b"})

@@ -2,7 +2,7 @@
 
 #include "platform/live_registry.h"
 #include "session/translate.h"
-#include "vfs/git/git_place.h"
+#include "vfs/place/other_tree.h"
 
 #include <QCommandLineOption>
 #include <QCommandLineParser>
@@ -182,8 +182,8 @@ void settlePaths(CommandLine &line)
 
 QString absoluteFrom(const QDir &folder, const QString &path)
 {
-    if (isGitPlace(path))
-        return gitPlaceText(*gitPlaceOf(path, folder));
+    if (isOtherTree(path))
+        return otherTreeText(path, folder);
     return path.isEmpty() || namesLiveKey(folder, path) || QDir::isAbsolutePath(path)
                ? path
                : QDir::cleanPath(folder.absoluteFilePath(path));

@@ -9,7 +9,7 @@
 #include "session/passing_copies.h"
 #include "session/session_widget.h"
 #include "session/translate.h"
-#include "vfs/git/git_place.h"
+#include "vfs/place/other_tree.h"
 
 #include <QApplication>
 #include <QDir>
@@ -26,8 +26,8 @@ namespace {
 
 QString absoluteForm(const QString &path)
 {
-    if (const std::optional<GitPlace> place = gitPlaceOf(path))
-        return gitPlaceText(*place);
+    if (isOtherTree(path))
+        return otherTreeText(path);
     return namesLiveKey(QDir(), path) ? path : QFileInfo(path).absoluteFilePath();
 }
 
@@ -48,7 +48,7 @@ bool isPassing(const SessionKindRow &kind, const SessionPaths &paths)
 /// The kind in which two paths are compared when nobody said which.
 const SessionKindRow &kindForPair(const SessionPaths &paths)
 {
-    const auto isFolder = [](const QString &path) { return isGitPlace(path) || QFileInfo(path).isDir(); };
+    const auto isFolder = [](const QString &path) { return isOtherTree(path) || QFileInfo(path).isDir(); };
     const bool folders = isFolder(paths.left) && isFolder(paths.right);
     return sessionKind(folders ? QLatin1String("folder") : QLatin1String("text"));
 }

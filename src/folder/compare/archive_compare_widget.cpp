@@ -4,12 +4,13 @@
 #include "core/path_names.h"
 #include "folder/actions/archive_words.h"
 #include "folder/actions/git_fault_text.h"
+#include "folder/actions/remote_words.h"
 #include "folder/compare/folder_compare_bar.h"
 #include "session/dialogs.h"
 #include "session/frame/status_line.h"
 #include "session/translate.h"
-#include "vfs/git/git_place.h"
 #include "vfs/local_folder.h"
+#include "vfs/place/other_tree.h"
 
 #include <QAction>
 #include <QDir>
@@ -88,8 +89,7 @@ TreeFolder ArchiveCompareWidget::folderAt(Side side, const QString &path) const
     const QString place = placeOf(tree);
     if (isFolderPath(path))
         return localFolder(path);
-    const std::optional<GitPlace> state = gitPlaceOf(path);
-    const QString clean = state ? gitPlaceText(*state) : Location::ofFolder(path).place;
+    const QString clean = isOtherTree(path) ? otherTreeText(path) : Location::ofFolder(path).place;
     if (place.isEmpty() || tree.isFolder || (clean != place && !clean.startsWith(place + u'/')))
         return {};
     const QString inside = clean.sliced(place.size());
@@ -103,7 +103,7 @@ bool ArchiveCompareWidget::isCurrent(Side side, const QString &path) const
 {
     if (isFolderPath(path))
         return true;
-    if (isGitPlace(path)) // a branch may lead to another commit by now
+    if (isOtherTree(path)) // a branch may lead to another commit by now, and nobody tells what a host has
         return false;
     const TreeFolder folder = folderAt(side, path);
     return folder.isThere() &&
@@ -179,6 +179,10 @@ void ArchiveCompareWidget::take(Opening &&opening, const SessionPaths &wanted)
         }
         if (m_opened.sides[side].tree.gitFault.isError()) {
             tellUnopened(gitFaultText(m_opened.sides[side].tree.gitFault));
+            return;
+        }
+        if (m_opened.sides[side].tree.remoteFault.isError()) {
+            tellUnopened(remoteFaultText(m_opened.sides[side].tree.remoteFault));
             return;
         }
         if (archive.fault != ArchiveFault::None) {

@@ -31,9 +31,10 @@ Sides<TreeFolder> FolderCompareWidget::trees(const SessionPaths &paths) const
 bool FolderCompareWidget::openTrees()
 {
     const SessionPaths wanted = paths();
-    if (!StateTrees::isAny(wanted))
+    if (!StateTrees::isAnyOther(wanted))
         return true;
-    showMessage(Velmora::tr("Reading the repository..."));
+    showMessage(StateTrees::isAny(wanted) ? Velmora::tr("Reading the repository...")
+                                          : Velmora::tr("Reading the folder of the host..."));
     m_states->open(wanted, [this](const QString &error) {
         if (error.isEmpty())
             loadOpened();

@@ -2,8 +2,10 @@
 
 #include "folder/actions/archive_words.h"
 #include "folder/actions/git_fault_text.h"
+#include "folder/actions/remote_words.h"
 #include "session/translate.h"
 #include "vfs/local_folder.h"
+#include "vfs/place/other_tree.h"
 
 #include <optional>
 #include <utility>
@@ -20,24 +22,36 @@ bool StateTrees::isAny(const SessionPaths &paths)
     return isGitPlace(paths.left) || isGitPlace(paths.right);
 }
 
+bool StateTrees::isAnyOther(const SessionPaths &paths)
+{
+    return isOtherTree(paths.left) || isOtherTree(paths.right);
+}
+
+Sides<StateTrees::Opened> StateTrees::openBoth(const SessionPaths &paths, const Sides<Opened> &before,
+                                               const CancelFlag &cancel, Progress &progress)
+{
+    Sides<Opened> opened{{paths.left, {}, {}}, {paths.right, {}, {}}};
+    for (const Side side : bothSides) {
+        if (const std::optional<GitPlace> place = gitPlaceOf(opened[side].path))
+            opened[side].state = openState(*place, before[side].state, cancel);
+        else if (const std::optional<RemotePlace> host = remotePlaceOf(opened[side].path))
+            opened[side].remote = openRemote(*host, cancel, progress);
+    }
+    return opened;
+}
+
 void StateTrees::open(const SessionPaths &paths, std::function<void(const QString &error)> done)
 {
-    m_runner.start(
-        [paths, before = m_opened](const CancelFlag &cancel, Progress &) {
-            Sides<Opened> opened{{paths.left, {}}, {paths.right, {}}};
-            for (const Side side : bothSides) {
-                if (const std::optional<GitPlace> place = gitPlaceOf(opened[side].path))
-                    opened[side].state = openState(*place, before[side].state, cancel);
-            }
-            return opened;
-        },
-        [this, done = std::move(done)](RunOutcome<Sides<Opened>> &&outcome) {
-            if (outcome.end == RunEnd::Done && outcome.value)
-                done(take(std::move(*outcome.value)));
-            else
-                done(outcome.end == RunEnd::Cancelled ? Velmora::tr("Compare cancelled")
-                                                      : Velmora::tr("Not enough memory to compare these folders"));
-        });
+    m_runner.start([paths, before = m_opened](const CancelFlag &cancel,
+                                              Progress &progress) { return openBoth(paths, before, cancel, progress); },
+                   [this, done = std::move(done)](RunOutcome<Sides<Opened>> &&outcome) {
+                       if (outcome.end == RunEnd::Done && outcome.value)
+                           done(take(std::move(*outcome.value)));
+                       else
+                           done(outcome.end == RunEnd::Cancelled
+                                    ? Velmora::tr("Compare cancelled")
+                                    : Velmora::tr("Not enough memory to compare these folders"));
+                   });
 }
 
 QString StateTrees::take(Sides<Opened> &&opened)
@@ -46,7 +60,10 @@ QString StateTrees::take(Sides<Opened> &&opened)
         const StateOpening &state = opened[side].state;
         if (state.fault.isError())
             return gitFaultText(state.fault);
-        for (const ArchiveProblem &problem : state.problems)
+        const RemoteOpening &remote = opened[side].remote;
+        if (remote.fault.isError())
+            return remoteFaultText(remote.fault);
+        for (const ArchiveProblem &problem : state.problems + remote.problems)
             Q_EMIT logLine(opened[side].path + QLatin1String(": ") + archiveProblemText(problem));
     }
     m_opened = std::move(opened);
@@ -55,9 +72,11 @@ QString StateTrees::take(Sides<Opened> &&opened)
 
 TreeFolder StateTrees::folderAt(Side side, const QString &path) const
 {
-    if (!isGitPlace(path))
+    if (!isOtherTree(path))
         return localFolder(path);
     const Opened &opened = m_opened[side];
+    if (opened.path == path && opened.remote.source)
+        return {opened.remote.source, QStringLiteral("/")};
     if (opened.path != path || !opened.state.source)
         return {};
     return {opened.state.source, opened.state.inside.isEmpty() ? QStringLiteral("/") : opened.state.inside};

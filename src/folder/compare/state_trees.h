@@ -1,8 +1,11 @@
 #pragma once
 
+#include "core/cancel_flag.h"
+#include "core/progress.h"
 #include "core/runner.h"
 #include "core/sides.h"
 #include "session/session_record.h"
+#include "vfs/place/remote_source.h"
 #include "vfs/place/state_source.h"
 #include "vfs/tree_source.h"
 
@@ -13,7 +16,7 @@
 
 namespace velmora {
 
-/// The states of repositories that stand on a side of a comparison of folders, read on a worker.
+/// The states of repositories and folders of hosts that stand on a side of a comparison of folders, read on a worker.
 class StateTrees final : public QObject {
     Q_OBJECT
 public:
@@ -21,10 +24,12 @@ public:
 
     /// Whether one of the two is a state.
     [[nodiscard]] static bool isAny(const SessionPaths &paths);
+    /// Whether one of the two is a state or a folder of a host.
+    [[nodiscard]] static bool isAnyOther(const SessionPaths &paths);
 
-    /// Finds what the states among the paths are now, and calls `done` with a sentence where one is not to be had.
+    /// Finds what these among the paths are now, and calls `done` with a sentence where one is not to be had.
     void open(const SessionPaths &paths, std::function<void(const QString &error)> done);
-    /// The folder of a path as it was opened last; of the disk where it is no state.
+    /// The folder of a path as it was opened last; of the disk where it is neither.
     [[nodiscard]] TreeFolder folderAt(Side side, const QString &path) const;
 
     [[nodiscard]] bool isRunning() const { return m_runner.isRunning(); }
@@ -38,8 +43,11 @@ private:
     struct Opened {
         QString path;
         StateOpening state;
+        RemoteOpening remote;
     };
 
+    [[nodiscard]] static Sides<Opened> openBoth(const SessionPaths &paths, const Sides<Opened> &before,
+                                                const CancelFlag &cancel, Progress &progress);
     [[nodiscard]] QString take(Sides<Opened> &&opened);
 
     Sides<Opened> m_opened;

@@ -45,7 +45,7 @@ SshTarget SftpCompareWidget::target(const RemotePlace &place) const
 
 void SftpCompareWidget::tellFailure(const SshEnd &end, const char *program, const RemotePlace &place)
 {
-    const SftpWords words = faultWords(end, QLatin1String(program), place);
+    const RemoteWords words = faultWords(end, QLatin1String(program), place);
     m_status->showFailure(words.text, words.detail);
     m_list->setNotice(words.detail.isEmpty() ? words.text : words.text + u'\n' + words.detail);
 }
@@ -82,7 +82,7 @@ void SftpCompareWidget::takeComparison(RemoteComparing &&comparing, const Remote
         tellFailure(comparing.end, "ssh", place);
         return;
     }
-    const SftpWords words = resultWords(comparing);
+    const RemoteWords words = resultWords(comparing);
     m_compared = {place,
                   QFileInfo(folder).absoluteFilePath(),
                   std::make_shared<RemoteComparison>(std::move(comparing.comparison)),

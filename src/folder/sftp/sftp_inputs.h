@@ -1,6 +1,6 @@
 #pragma once
 
-#include "folder/sftp/engine/remote_place.h"
+#include "vfs/remote/remote_place.h"
 
 #include <QWidget>
 

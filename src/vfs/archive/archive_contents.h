@@ -5,6 +5,7 @@
 #include "vfs/archive/archive_entry.h"
 #include "vfs/archive/archive_limits.h"
 #include "vfs/archive/spool.h"
+#include "vfs/tree_source.h"
 
 #include <QByteArray>
 #include <QByteArrayView>
@@ -12,6 +13,7 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -51,6 +53,8 @@ public:
                                          const CancelFlag &cancel) const = 0;
     /// Null when the content cannot be read whole.
     [[nodiscard]] virtual std::unique_ptr<OpenFile> open(qint32 entry) const = 0;
+    /// Where that is found out without reading the content here.
+    [[nodiscard]] virtual std::optional<ContentIdentity> identity(qint32 /*entry*/) const { return std::nullopt; }
 };
 
 /// What contents are read from.

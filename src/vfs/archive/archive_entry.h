@@ -27,6 +27,7 @@ struct ArchiveEntry {
     std::optional<quint32> mode; ///< permissions as `chmod` has them
     ArchiveEntryKind kind = ArchiveEntryKind::File;
     bool isEncrypted = false;
+    bool cannotList = false; ///< a folder that nobody may look into: what is in it is not known
 };
 
 } // namespace velmora

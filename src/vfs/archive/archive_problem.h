@@ -22,6 +22,8 @@ struct ArchiveProblem {
         TooManyEntries,   ///< the rest is left out
         TooMuchContent,   ///< unpacking ended at the limit
         NestedUnreadable, ///< an archive within that stays a file
+        Unlisted,         ///< a name that a host cannot tell
+        NotAllListed,     ///< a host could not list everything
     };
 
     Kind kind = Kind::Damaged;

@@ -91,6 +91,8 @@ FolderRead ArchiveSource::readFolder(const QString &path, HiddenEntries hidden, 
     const Spot spot = find(path);
     if (!spot.isThere())
         return FolderRead::Missing;
+    if (const ArchiveEntry *folder = spot.archive->entryOf(spot.node); folder && folder->cannotList)
+        return FolderRead::Unreadable;
     const bool leavesOut = hidden == HiddenEntries::LeftOut && dotHides();
     for (const qint32 child : spot.archive->tree().children(spot.node)) {
         if (leavesOut && spot.archive->tree().node(child).name.startsWith(u'.'))
@@ -130,7 +132,7 @@ std::optional<ContentIdentity> ArchiveSource::contentIdentity(const QString &pat
     if (digest != parts.digests.constEnd())
         return ContentIdentity{parts.digestKind, *digest};
     if (!entry->crc)
-        return std::nullopt;
+        return parts.contents->identity(spot.archive->tree().node(spot.node).entry);
     QByteArray value(4, '\0');
     for (int i = 0; i < 4; ++i)
         value[i] = char((*entry->crc >> (24U - 8U * unsigned(i))) & 0xFFU);

@@ -1,13 +1,12 @@
 #pragma once
 
 #include "core/cancel_flag.h"
+#include "core/child_desk.h"
 #include "vfs/git/git_call.h"
 
 #include <QByteArray>
-#include <QByteArrayView>
-
-#include <functional>
-#include <memory>
+#include <QMap>
+#include <QString>
 
 namespace velmora {
 
@@ -17,22 +16,15 @@ class GitObjects {
 public:
     /// `variables` as `GitCallExtras` has them.
     GitObjects(const GitCaller &caller, const QMap<QString, QString> &variables);
-    /// Nothing may be being read any more.
-    ~GitObjects();
-    GitObjects(const GitObjects &) = delete;
-    GitObjects &operator=(const GitObjects &) = delete;
 
-    /// Takes the bytes as they come; false when no more are wanted.
-    using Sink = std::function<bool(QByteArrayView)>;
+    using Sink = ChildDesk::Sink;
 
     /// True when the content called `name` (hexadecimal) was there, has `size` bytes, and the sink took all of them.
     /// For a worker; the sink is called on the same thread.
     [[nodiscard]] bool read(const QByteArray &name, qint64 size, const Sink &sink, const CancelFlag &cancel) const;
 
 private:
-    class Desk;
-
-    std::unique_ptr<Desk> m_desk;
+    mutable ChildDesk m_desk; ///< guards itself
 };
 
 } // namespace velmora

@@ -3,6 +3,7 @@
 #include "core/crew.h"
 #include "core/path_names.h"
 #include "vfs/local_folder.h"
+#include "vfs/place/remote_source.h"
 #include "vfs/place/state_source.h"
 
 #include <QDir>
@@ -40,12 +41,25 @@ TreeAt stateAt(const GitPlace &place, const ArchiveRequest &request, const Cance
     return result;
 }
 
+TreeAt remoteAt(const RemotePlace &place, const ArchiveRequest &request, const CancelFlag &cancel, Progress &progress)
+{
+    RemoteOpening opened = openRemote(place, cancel, progress, request.limits);
+    TreeAt result;
+    result.remoteFault = std::move(opened.fault);
+    if (opened.source)
+        result.folder = {opened.source, QStringLiteral("/")};
+    result.opening = {std::move(opened.source), ArchiveFault::None, {}, std::move(opened.problems)};
+    return result;
+}
+
 } // namespace
 
 TreeAt treeAt(const ArchiveRequest &request, const CancelFlag &cancel, Progress &progress)
 {
     if (const std::optional<GitPlace> place = gitPlaceOf(request.path))
         return stateAt(*place, request, cancel);
+    if (const std::optional<RemotePlace> place = remotePlaceOf(request.path))
+        return remoteAt(*place, request, cancel, progress);
     TreeAt result;
     const QString path = QDir::cleanPath(QDir(QDir::fromNativeSeparators(request.path)).absolutePath());
     const std::optional<FolderEntry> entry = FileAccess::native().describe(path);

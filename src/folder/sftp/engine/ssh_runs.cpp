@@ -1,6 +1,5 @@
 #include "folder/sftp/engine/ssh_runs.h"
 
-#include "core/child_process.h"
 #include "core/path_names.h"
 #include "filetypes/checksum/engine/checksum_list.h"
 #include "folder/engine/folder_snapshot_file.h"
@@ -27,83 +26,13 @@ constexpr auto copyingLimit = 120s;
 constexpr auto clockLimit = 20s;
 /// The host computes for as long as there are files; a minute in which nothing is answered is not told from that.
 constexpr auto digestLimit = 3600s;
-/// Some million files; what is longer could not be shown.
-constexpr qint64 longestListing = qint64(512) * 1024 * 1024;
-
-/// A program of the person's own may ask; without one nothing does, and above all no terminal that nobody looks at.
-QMap<QString, QString> askingNobody()
-{
-    const QString askpass = qEnvironmentVariable("SSH_ASKPASS");
-    return {{QStringLiteral("SSH_ASKPASS_REQUIRE"), QStringLiteral("force")},
-            {QStringLiteral("SSH_ASKPASS"), askpass.isEmpty() ? QStringLiteral("false") : askpass}};
-}
-
-SshFault faultOfErrors(const QByteArray &errors)
-{
-    if (errors.contains("REMOTE HOST IDENTIFICATION HAS CHANGED"))
-        return SshFault::ChangedHost;
-    if (errors.contains("Host key verification failed"))
-        return SshFault::UnknownHost;
-    return errors.contains("Permission denied (") ? SshFault::NotLetIn : SshFault::Failed;
-}
-
-SshEnd endOf(const ChildRun &run)
-{
-    constexpr int sshOwnFault = 255;
-    switch (run.end) {
-    case ChildEnd::CannotStart:
-        return {SshFault::CannotStart, 0, run.reason};
-    case ChildEnd::TimedOut:
-        return {SshFault::TimedOut};
-    case ChildEnd::TooMuchOutput:
-        return {SshFault::TooMuch};
-    case ChildEnd::Stopped:
-        return {SshFault::Cancelled};
-    case ChildEnd::Finished:
-    case ChildEnd::Crashed:
-        break;
-    }
-    if (run.end == ChildEnd::Finished && run.exitCode == 0)
-        return {};
-    // What the command on the host writes is its own; only ssh itself knows of host keys. scp passes that on as 255
-    // or 1.
-    const bool isOfSsh = run.exitCode == sshOwnFault || run.output.isEmpty();
-    return {isOfSsh ? faultOfErrors(run.errors) : SshFault::Failed, run.exitCode,
-            QString::fromLocal8Bit(run.errors).trimmed()};
-}
-
-struct Answer {
-    SshEnd end;
-    QByteArray output = {};
-};
-
-Answer runProgram(const char *name, const SshTarget &target, ChildCall call, const CancelFlag &cancel,
-                  Progress &progress)
-{
-    call.program = findProgram(QLatin1String(name), target.searchPath);
-    if (call.program.isEmpty())
-        call.program = findProgram(QLatin1String(name) + QLatin1String(".exe"), target.searchPath);
-    if (call.program.isEmpty())
-        return {{SshFault::NoProgram}};
-    call.variables = askingNobody();
-    const ChildRun run = runChild(call, cancel, progress);
-    return {endOf(run), run.output};
-}
-
-Answer ask(const SshTarget &target, const QString &command, std::chrono::milliseconds limit, const CancelFlag &cancel,
-           Progress &progress, const QByteArray &input = {})
-{
-    ChildCall call{{}, sshArguments(target.place, command), limit, longestListing};
-    call.input = input;
-    return runProgram("ssh", target, std::move(call), cancel, progress);
-}
 
 std::optional<ClockSkew> measureClock(const SshTarget &target, const CancelFlag &cancel)
 {
     Progress silent;
     QElapsedTimer time;
     time.start();
-    const Answer answer = ask(target, QStringLiteral("date +%s"), clockLimit, cancel, silent);
+    const HostAnswer answer = askHost(target, QStringLiteral("date +%s"), clockLimit, cancel, silent);
     const double took = double(time.elapsed()) / 1000;
     const double now = double(QDateTime::currentMSecsSinceEpoch()) / 1000;
     bool isNumber = false;
@@ -130,7 +59,7 @@ RemoteComparing compareWithHost(const SshTarget &target, const QString &folder, 
     comparing.isMissing = !QFileInfo(folder).isDir();
     if (comparing.isMissing)
         return comparing;
-    const Answer answer = ask(target, listCommand(target.place.folder), listingLimit, cancel, progress);
+    const HostAnswer answer = askHost(target, listCommand(target.place.folder), listingLimit, cancel, progress);
     comparing.end = answer.end;
     if (!answer.end.ok())
         return comparing;
@@ -153,11 +82,11 @@ RemoteComparing compareWithHost(const SshTarget &target, const QString &folder, 
 SshEnd fetchFile(const SshTarget &target, const QString &file, const QString &path, const CancelFlag &cancel,
                  Progress &progress)
 {
-    const ChildCall call{{}, scpArguments(target.place, file, QDir::toNativeSeparators(path)), copyingLimit};
-    const Answer answer = runProgram("scp", target, call, cancel, progress);
-    if (!answer.end.ok())
+    const SshEnd end = runScp(target, scpArguments(target.place, file, QDir::toNativeSeparators(path)), copyingLimit,
+                              cancel, progress);
+    if (!end.ok())
         QFile::remove(path); // what there is of it
-    return answer.end;
+    return end;
 }
 
 FetchedFiles fetchFiles(const SshTarget &target, const QStringList &files, const QString &folder,
@@ -201,7 +130,7 @@ ContentsComparing compareContents(const SshTarget &target, const QString &folder
     ContentsComparing result;
     if (names.isEmpty())
         return result;
-    const Answer answer = ask(target, digestCommand(target.place.folder), digestLimit, cancel, progress, names);
+    const HostAnswer answer = askHost(target, digestCommand(target.place.folder), digestLimit, cancel, progress, names);
     const ChecksumList list = parseChecksumList(answer.output);
     // A file that has gone meanwhile makes the command fail, and says nothing about the others.
     if (!answer.end.ok() && list.entries.isEmpty()) {

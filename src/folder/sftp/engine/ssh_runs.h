@@ -3,45 +3,14 @@
 #include "core/cancel_flag.h"
 #include "core/progress.h"
 #include "folder/sftp/engine/remote_compare.h"
-#include "folder/sftp/engine/remote_place.h"
+#include "vfs/remote/ssh_call.h"
 
 #include <QStringList>
 
 namespace velmora {
 
-// What is done with a host, by the programs ssh and scp, on a worker. They ask nothing: a password or a host that is
-// not known makes them fail, unless the person has a program of their own for such questions (SSH_ASKPASS). Progress
-// counts as `runChild` does while the host works, and as the scans of `folder_snapshot.h` do while this side does.
-
-/// Why a program did not do its work.
-enum class SshFault : quint8 {
-    None,
-    NoProgram,   ///< it is not on the search path
-    CannotStart, ///< `error` says why
-    TimedOut,
-    TooMuch,     ///< it wrote more than anybody can read
-    UnknownHost, ///< the host's key is not known here
-    ChangedHost, ///< the host has another key than before
-    NotLetIn,    ///< the host accepts neither a key nor an agent
-    Failed,      ///< with `exitCode` and `error`, what it wrote to the error stream
-    LocalFault,  ///< a file of this side cannot be made; `error` says why
-    Cancelled,
-};
-
-/// How a program ended.
-struct SshEnd {
-    SshFault fault = SshFault::None;
-    int exitCode = 0;
-    QString error = {};
-
-    [[nodiscard]] bool ok() const noexcept { return fault == SshFault::None; }
-};
-
-/// Where the programs are looked for, and which place they go to.
-struct SshTarget {
-    RemotePlace place;  ///< without a fault
-    QString searchPath; ///< as the environment variable PATH has it
-};
+// What is done with a host on a worker. Progress counts as `runChild` does while the host works, and as the scans of
+// `folder_snapshot.h` do while this side does.
 
 /// How far the host's clock is ahead of this machine's.
 struct ClockSkew {
