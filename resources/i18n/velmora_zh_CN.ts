@@ -7330,8 +7330,8 @@ Read-only: %5</source>
         <translation>没有差异。</translation>
     </message>
     <message>
-        <source>Left out, as the name leads out of the archive: %1</source>
-        <translation>已略过，其名称指向压缩包之外：%1</translation>
+        <source>Left out, as the name leads out of the tree: %1</source>
+        <translation>已略过，其名称指向这棵树之外：%1</translation>
     </message>
     <message>
         <source>Left out, as no system can hold the name: %1</source>
@@ -7342,8 +7342,8 @@ Read-only: %5</source>
         <translation>已略过，嵌套的文件夹超过 200 层：%1</translation>
     </message>
     <message>
-        <source>Link left out, as it leads out of the archive: %1</source>
-        <translation>已略过链接，它指向压缩包之外：%1</translation>
+        <source>Link left out, as it leads out of the tree: %1</source>
+        <translation>已略过链接，它指向这棵树之外：%1</translation>
     </message>
     <message>
         <source>Hidden by a later entry of the same name: %1</source>
@@ -7366,8 +7366,8 @@ Read-only: %5</source>
         <translation>已加密，没有密码无法读取：%1</translation>
     </message>
     <message>
-        <source>The archive has more than 1,000,000 entries; the rest is left out: %1</source>
-        <translation>压缩包的条目超过 1,000,000 个，其余已略过：%1</translation>
+        <source>There are more than 1,000,000 entries; the rest is left out: %1</source>
+        <translation>条目超过 1,000,000 个，其余已略过：%1</translation>
     </message>
     <message>
         <source>Unpacking stopped at 4 GiB and 250 times the size of the archive: %1</source>

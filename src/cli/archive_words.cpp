@@ -11,13 +11,13 @@ const char *archiveProblemWords(ArchiveProblem::Kind kind)
 {
     switch (kind) {
     case ArchiveProblem::Kind::NameLeadsOut:
-        return "left out, their names lead out of the archive";
+        return "left out, their names lead out of the tree";
     case ArchiveProblem::Kind::NameUnfit:
         return "left out, no system can hold their names";
     case ArchiveProblem::Kind::TooDeep:
         return "left out, they are in more than 200 folders within each other";
     case ArchiveProblem::Kind::LinkLeadsOut:
-        return "links left out, they lead out of the archive";
+        return "links left out, they lead out of the tree";
     case ArchiveProblem::Kind::SameName:
         return "hidden by later entries of the same name";
     case ArchiveProblem::Kind::Overlapping:

@@ -54,7 +54,8 @@ constexpr std::array examples{
     Example{"List what differs between two trees of sources:",
             "velmora-cli folder --format list --exclude-folders '.git;build' old new | grep -v '^[=~]'"},
     Example{"See what has changed in a package:", "velmora-cli folder --format list old.deb new.deb"},
-    Example{"See what differs from a copy on a host:", "velmora-cli folder sftp://anna@files.example.com/srv/docs docs"},
+    Example{"See what differs from a copy on a host:",
+            "velmora-cli folder sftp://anna@files.example.com/srv/docs docs"},
     Example{"See whether an archive holds what was tagged:", "velmora-cli folder --format list git:v1.0:. v1.0.tar.gz"},
 };
 

@@ -121,9 +121,10 @@ private Q_SLOTS:
                         QByteArray::number(entry.modifiedMs) + (entry.cannotList ? " closed" : "") + entry.target;
             return text;
         };
-        const QByteArray found("hello\nvelmora-tree-1\nf 7 1700000000.1239999990\0a\nb\0\0d 4096 1.5\0d\0\0"
-                               "u 1 -2\0d/e\0\0l 3 0.0\0l\0->\0end 0",
-                               109);
+        QByteArray found(
+            "hello\nvelmora-tree-1\nf 7 1700000000.1239999990~a\nb~~d 4096 1.5~d~~u 1 -2~d/e~~l 3 0.0~l~->~"
+            "end 0");
+        found.replace('~', '\0');
         QCOMPARE(read(found), "0 whole|a\nb 7 1700000000123|d/ 0 1500|d/e/ 0 -2000 closed|l 0 0->");
         QCOMPARE(read(found, 1), "0 cut|a\nb 7 1700000000123|d/ 0 1500"); // one more shows that there are too many
         for (qsizetype end = 0; end < found.size(); ++end)
@@ -218,7 +219,7 @@ private Q_SLOTS:
         m_host->setKnown(LocalHost::Known::Another);
         QCOMPARE(faultAt(place), SshFault::ChangedHost);
         m_host->setKnown(LocalHost::Known::ItsOwn);
-        QCOMPARE(opened(word("sftp://-oProxyCommand=touch /x@h/y")).remoteFault.inPlace, RemotePlaceFault::Missing);
+        QCOMPARE(opened(word("sftp://-oProxyCommand=touch /x@h/y")).remoteFault.inPlace, RemotePlaceFault::BadHost);
         const TreeAt tree = opened(place);
         m_host->setKnown(LocalHost::Known::None); // between the listing and the reading
         QVERIFY(makeFile(m_there->filePath(word("late")), "x"));

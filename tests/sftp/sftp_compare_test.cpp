@@ -116,6 +116,7 @@ private Q_SLOTS:
         part<ListView>("listRows").selectAll();
         trigger("compareContentsAction");
         QCOMPARE(message(), word("Same contents: 1, different: 2"));
+        QCOMPARE(part<ListView>("listRows").selectedRows().size(), std::size_t(m_session->rows().rowCount()));
         QCOMPARE(statusOf("other"), word("Different contents"));
         QCOMPARE(statusOf("same"), word("Same contents"));
 

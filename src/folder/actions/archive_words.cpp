@@ -13,13 +13,13 @@ QString words(ArchiveProblem::Kind kind)
 {
     switch (kind) {
     case ArchiveProblem::Kind::NameLeadsOut:
-        return Velmora::tr("Left out, as the name leads out of the archive: %1");
+        return Velmora::tr("Left out, as the name leads out of the tree: %1");
     case ArchiveProblem::Kind::NameUnfit:
         return Velmora::tr("Left out, as no system can hold the name: %1");
     case ArchiveProblem::Kind::TooDeep:
         return Velmora::tr("Left out, in more than 200 folders within each other: %1");
     case ArchiveProblem::Kind::LinkLeadsOut:
-        return Velmora::tr("Link left out, as it leads out of the archive: %1");
+        return Velmora::tr("Link left out, as it leads out of the tree: %1");
     case ArchiveProblem::Kind::SameName:
         return Velmora::tr("Hidden by a later entry of the same name: %1");
     case ArchiveProblem::Kind::Overlapping:
@@ -35,7 +35,7 @@ QString words(ArchiveProblem::Kind kind)
     case ArchiveProblem::Kind::CannotDecrypt:
         return Velmora::tr("Encrypted in a way that cannot be read: %1");
     case ArchiveProblem::Kind::TooManyEntries:
-        return Velmora::tr("The archive has more than 1,000,000 entries; the rest is left out: %1");
+        return Velmora::tr("There are more than 1,000,000 entries; the rest is left out: %1");
     case ArchiveProblem::Kind::TooMuchContent:
         return Velmora::tr("Unpacking stopped at 4 GiB and 250 times the size of the archive: %1");
     case ArchiveProblem::Kind::NestedUnreadable:

@@ -6,6 +6,7 @@
 #include "folder/sftp/sftp_words.h"
 #include "session/frame/status_line.h"
 #include "session/list/list_pane.h"
+#include "session/list/list_view.h"
 #include "session/translate.h"
 
 #include <QBoxLayout>
@@ -40,6 +41,7 @@ SftpCompareWidget::SftpCompareWidget(SessionHost &host, QWidget *parent)
     column->addWidget(m_list, 1);
     column->addWidget(m_status);
     setFocusProxy(m_inputs);
+    m_list->view().setNumberColumns({RowSource::Left, RowSource::Right});
     m_clock->setToolTip(Velmora::tr("How far the clock of the host is from that of this computer"));
     m_list->setNotice(Velmora::tr("Nothing is compared yet. Name the host, the user and both folders."));
     for (QAction *command : {m_bar->open, m_bar->compareContents, m_bar->fetch})

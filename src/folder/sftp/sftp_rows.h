@@ -19,6 +19,7 @@ public:
     [[nodiscard]] KeyedRow row(qsizetype number) const override;
     [[nodiscard]] PairStatus status(qsizetype number) const override;
     [[nodiscard]] QString key(qsizetype number) const override { return at(number).path; }
+    [[nodiscard]] bool hasPathKeys() const override { return true; }
     [[nodiscard]] QStringList headings() const override;
     [[nodiscard]] QString text(qsizetype number, int column) const override;
     [[nodiscard]] bool isBefore(qsizetype one, qsizetype other, int column) const override;

@@ -179,6 +179,8 @@ QVariant ListModel::data(const QModelIndex &index, int role) const
         return inOneLine(text());
     case Qt::ToolTipRole:
         return toolTipText(column == RowSource::Key && !row.note.isEmpty() ? text() + u'\n' + row.note : text());
+    case Qt::TextAlignmentRole:
+        return hasNumbers(column) ? QVariant(int(Qt::AlignRight | Qt::AlignVCenter)) : QVariant();
     case Qt::BackgroundRole:
         return colour(backgrounds[std::size_t(row.status)]);
     case Qt::ForegroundRole:
@@ -190,6 +192,8 @@ QVariant ListModel::data(const QModelIndex &index, int role) const
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
+    if (role == Qt::TextAlignmentRole && hasNumbers(section))
+        return int(Qt::AlignRight | Qt::AlignVCenter);
     return orientation == Qt::Horizontal && role == Qt::DisplayRole ? QVariant(m_headings.value(section)) : QVariant();
 }
 

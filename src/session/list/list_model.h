@@ -4,6 +4,7 @@
 #include "session/list/row_source.h"
 
 #include <QAbstractTableModel>
+#include <QList>
 
 #include <memory>
 #include <vector>
@@ -22,6 +23,10 @@ public:
     /// Noise left out.
     [[nodiscard]] const PairCounts &counts() const { return m_counts; }
     [[nodiscard]] qsizetype noise() const { return m_noise; }
+
+    /// Columns of numbers are aligned to the right.
+    void setNumberColumns(const QList<int> &columns) { m_numberColumns = columns; }
+    [[nodiscard]] bool hasNumbers(int column) const { return m_numberColumns.contains(column); }
 
     void setView(RowsView view);
     [[nodiscard]] RowsView view() const { return m_view; }
@@ -63,6 +68,7 @@ private:
     qsizetype m_noise = 0;
     std::vector<qsizetype> m_shown;
     QStringList m_words;
+    QList<int> m_numberColumns;
     RowsView m_view = RowsView::All;
     int m_sortColumn = -1;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;

@@ -91,6 +91,12 @@ ListView::ListView(ListModel &rows, QWidget *parent) : QTreeView(parent), m_rows
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &ListView::selectedRowsChanged);
 }
 
+void ListView::setNumberColumns(const QList<int> &columns)
+{
+    m_rows.setNumberColumns(columns);
+    fitColumns();
+}
+
 void ListView::setNotice(const QString &notice)
 {
     m_notice = notice;
@@ -119,6 +125,21 @@ void ListView::keepPlace()
 {
     if (currentIndex().isValid())
         m_keptKey = m_rows.rowAt(currentIndex().row()).key;
+    m_keptKeys.clear();
+    const std::vector<int> selected = selectedRows();
+    for (const int row : selected.size() > 1 ? selected : std::vector<int>())
+        m_keptKeys.insert(m_rows.rowAt(row).key);
+}
+
+void ListView::selectKept()
+{
+    QItemSelection kept;
+    for (int row = 0; !m_keptKeys.isEmpty() && row < m_rows.rowCount(); ++row) {
+        if (m_keptKeys.contains(m_rows.rowAt(row).key))
+            kept.select(m_rows.index(row, 0), m_rows.index(row, 0));
+    }
+    if (!kept.isEmpty())
+        selectionModel()->select(kept, QItemSelectionModel::Select | QItemSelectionModel::Rows);
 }
 
 void ListView::restorePlace()
@@ -128,6 +149,7 @@ void ListView::restorePlace()
         goToRow(row);
     else if (m_rows.rowCount() > 0) // the keyboard needs a row to start from
         selectionModel()->setCurrentIndex(m_rows.index(0, RowSource::Key), QItemSelectionModel::NoUpdate);
+    selectKept();
     Q_EMIT currentRowChanged();
     Q_EMIT selectedRowsChanged();
 }
@@ -153,12 +175,23 @@ void ListView::fitColumns()
         const bool isWide = m_rows.source().side(column) || (column == RowSource::Key && m_rows.source().hasPathKeys());
         return isWide ? 38 : 24;
     };
+    const auto numberWidth = [&](int column) {
+        const QString heading = m_rows.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+        const int numbers = metrics.horizontalAdvance(QStringLiteral("888,888,888,888"));
+        return std::max(numbers, metrics.horizontalAdvance(heading)) + statusRoom;
+    };
     int shares = 0;
-    for (int column = RowSource::Key; column < header()->count(); ++column)
-        shares += share(column);
-    const int rest = std::max(240, viewport()->width() - statusWidth);
+    int rest = viewport()->width() - statusWidth;
+    for (int column = RowSource::Key; column < header()->count(); ++column) {
+        if (m_rows.hasNumbers(column))
+            rest -= numberWidth(column);
+        else
+            shares += share(column);
+    }
+    rest = std::max(240, rest);
     for (int column = RowSource::Key; column < header()->count(); ++column) // the last one shrinks only when told to
-        header()->resizeSection(column, rest * share(column) / shares);
+        header()->resizeSection(column,
+                                m_rows.hasNumbers(column) ? numberWidth(column) : rest * share(column) / shares);
 }
 
 void ListView::paintEvent(QPaintEvent *event)

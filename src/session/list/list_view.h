@@ -2,6 +2,8 @@
 
 #include "session/list/list_model.h"
 
+#include <QList>
+#include <QSet>
 #include <QTreeView>
 
 namespace velmora {
@@ -11,6 +13,9 @@ class ListView final : public QTreeView {
     Q_OBJECT
 public:
     explicit ListView(ListModel &rows, QWidget *parent = nullptr);
+
+    /// Columns that hold numbers: aligned to the right and as wide as those need, not as the view has room.
+    void setNumberColumns(const QList<int> &columns);
 
     /// What is said in place of rows.
     void setNotice(const QString &notice);
@@ -32,10 +37,12 @@ private:
     void fitColumns();
     void keepPlace();
     void restorePlace();
+    void selectKept();
 
     ListModel &m_rows;
     QString m_notice;
     QString m_keptKey;           ///< of the current row, over a change of what is shown
+    QSet<QString> m_keptKeys;    ///< of the selected rows, where there are several
     bool m_hasOwnWidths = false; ///< somebody has made a column wider or narrower
     bool m_isFitting = false;
 };

@@ -17,7 +17,7 @@ constexpr QByteArrayView findMark("velmora-tree-1\n");
 constexpr QByteArrayView statMark("velmora-tree-2\n");
 
 /// The command that lists; the folder is the one that it runs in.
-constexpr const char *script = R"sh(if test -z "$(find . -maxdepth 0 -readable -printf '' 2>&1)"; then
+constexpr const char *script = R"sh(if test "$(find . -maxdepth 0 -readable -printf x 2>/dev/null)" = x; then
   printf 'velmora-tree-1\n'
   find . -mindepth 1 -type d '(' ! -readable -o ! -executable ')' -printf 'u %s %T@\0%P\0\0' -prune \
     -o -printf '%y %s %T@\0%P\0%l\0' 2>/dev/null
