@@ -2074,6 +2074,10 @@
         <translation>被过滤器隐藏的内容保持不变。</translation>
     </message>
     <message>
+        <source>Deletions among them: %1</source>
+        <translation>其中删除：%1</translation>
+    </message>
+    <message>
         <source>What is deleted is deleted for good.</source>
         <translation>删除的内容将被永久删除。</translation>
     </message>
@@ -3434,7 +3438,7 @@
         <translation>MD5 哈希</translation>
     </message>
     <message>
-        <source>Same folder (%1 copies, %2 files each)</source>
+        <source>Same folder (%1 copies, %2 file(s) each)</source>
         <translation>相同的文件夹（%1 份，各含 %2 个文件）</translation>
     </message>
     <message>

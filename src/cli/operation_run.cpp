@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <utility>
 
 namespace velmora::cli {
 
@@ -102,12 +103,13 @@ QString sentence(const QString &path, const char *what, const QString &reason)
 
 } // namespace
 
-OperationOutcome runOperation(const OperationPlan &plan, const QString &title, const Streams &streams)
+OperationOutcome runOperation(OperationPlan plan, const QString &title, const Streams &streams)
 {
     // The window's journal, so that what was done here can be undone there.
     QCoreApplication::setApplicationName(SessionSettings::name());
     Progress silent;
-    const ExecutionReport report = executeJournalled(plan, FileLayer::native(), standardJournal(), {title}, {}, silent);
+    const ExecutionReport report =
+        executeJournalled(std::move(plan), FileLayer::native(), standardJournal(), {title}, {}, silent);
     OperationOutcome outcome;
     outcome.journalId = report.journalId;
     if (report.plan.refusal != PlanRefusal::None) {

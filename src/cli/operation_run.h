@@ -13,6 +13,6 @@ struct OperationOutcome {
 };
 
 /// Carries out a plan, which the journal keeps under `title`, and tells what went wrong on the error stream.
-[[nodiscard]] OperationOutcome runOperation(const OperationPlan &plan, const QString &title, const Streams &streams);
+[[nodiscard]] OperationOutcome runOperation(OperationPlan plan, const QString &title, const Streams &streams);
 
 } // namespace velmora::cli

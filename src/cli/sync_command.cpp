@@ -86,8 +86,10 @@ struct SyncRequest {
 
 /// What was found, what is to be done about it, and what came of that.
 struct Synchronisation {
-    PlanInput input;
-    QList<SyncPlanItem> plan;
+    QList<FolderProblem> problems;
+    QList<NameConflict> conflicts;
+    Sides<SyncLoss> losses;
+    QList<SyncPlanItem> plan; ///< without paths
     OperationPlan steps;
     std::optional<OperationOutcome> outcome;
 
@@ -100,24 +102,33 @@ Synchronisation analysed(const SyncRequest &request)
 {
     const FolderRequest &folders = request.folders;
     Synchronisation sync;
-    sync.input.roots = folders.folders;
-    sync.input.toleranceSec = folders.options.timeToleranceSec;
+    PlanInput compared;
+    compared.roots = folders.folders;
+    compared.toleranceSec = folders.options.timeToleranceSec;
     FolderInput input = FolderInput::of(folders.folders, folders.options);
     input.ignoresHours = request.rules.ignoresHours;
-    sync.input.items = compareFolderTree(input, {}, {nullptr, &sync.input.problems});
-    sync.plan = planSync(sync.input.items, request.rules);
+    compared.items = compareFolderTree(input, {}, {nullptr, &compared.problems});
+    sync.problems = compared.problems;
+    sync.plan = planSync(compared.items, request.rules);
     if (request.findsMoves) {
         Progress silent;
-        sync.plan = withMoves(sync.plan, findMovedFiles(folders.folders, sync.input.items, {}, silent));
+        sync.plan = withMoves(sync.plan, findMovedFiles(folders.folders, compared.items, {}, silent));
     }
-    sync.steps = planSyncRun(sync.input, sync.plan, request.manner);
+    sync.conflicts = findNameConflicts(compared.items, sync.plan);
+    sync.losses = lossesOf(compared.items, sync.plan);
+    const SyncActions actions = actionsOf(sync.plan);
+    for (SyncPlanItem &item : sync.plan) { // most of what an entry takes, and nothing that is told later
+        item.leftPath.clear();
+        item.rightPath.clear();
+    }
+    sync.steps = planSyncRun(std::move(compared), actions, request.manner);
     return sync;
 }
 
 /// Why the plan is not carried out without being asked for twice; empty when it is.
 QString objection(const SyncRequest &request, const Synchronisation &sync)
 {
-    const Sides<SyncLoss> losses = lossesOf(sync.input.items, sync.plan);
+    const Sides<SyncLoss> &losses = sync.losses;
     if (request.mostDeletions) {
         const qint64 deleted = losses.left.deleted + losses.right.deleted;
         return deleted <= *request.mostDeletions
@@ -130,7 +141,7 @@ QString objection(const SyncRequest &request, const Synchronisation &sync)
             return QStringLiteral("nothing was done: %1 of %2 entries of %3 would be deleted (see --max-delete)")
                 .arg(loss.deleted)
                 .arg(loss.present)
-                .arg(visibleName(sync.input.roots[side].path));
+                .arg(visibleName(request.folders.folders[side].path));
         }
     }
     return {};
@@ -277,13 +288,13 @@ int runSyncCommand(const Arguments &arguments, const Streams &streams)
     if (const QString error = request.take(arguments); !error.isEmpty())
         return fail(streams, error);
     Synchronisation sync = analysed(request);
-    const bool isIncomplete = complainAbout(streams, sync.input.problems);
-    for (const NameConflict &conflict : findNameConflicts(sync.input.items, sync.plan))
+    const bool isIncomplete = complainAbout(streams, sync.problems);
+    for (const NameConflict &conflict : sync.conflicts)
         complain(streams, textOf(conflict));
     if (request.runs && sync.leavesSomething()) {
         if (const QString why = objection(request, sync); !why.isEmpty())
             return fail(streams, why);
-        sync.outcome = runOperation(sync.steps, QStringLiteral("velmora-cli sync"), streams);
+        sync.outcome = runOperation(std::move(sync.steps), QStringLiteral("velmora-cli sync"), streams);
     }
     const int status = writeTo(arguments.value("output"), streams, [&](QIODevice &device) {
         return Written{chosen(formats, arguments, "format").value(device, request, sync), sync.leavesSomething()};

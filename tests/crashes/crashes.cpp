@@ -45,7 +45,7 @@ MakePlan synchroniseMoved(SyncMode mode)
         const PlanInput input = tree.input();
         Progress silent;
         const QList<MovedFile> moved = findMovedFiles(input.roots, input.items, {}, silent);
-        return planSyncRun(input, withMoves(planSync(input.items, {mode}), moved), DeleteManner::ForGood);
+        return planSyncRun(input, actionsOf(withMoves(planSync(input.items, {mode}), moved)), DeleteManner::ForGood);
     };
 }
 
@@ -53,7 +53,7 @@ MakePlan synchronise(SyncMode mode)
 {
     return [mode](const OperationFixture &tree) {
         const PlanInput input = tree.input();
-        return planSyncRun(input, planSync(input.items, {mode}), DeleteManner::ForGood);
+        return planSyncRun(input, actionsOf(planSync(input.items, {mode})), DeleteManner::ForGood);
     };
 }
 

@@ -181,7 +181,7 @@ private Q_SLOTS:
         step.step.fromSeen = SeenEntry::exactly({NodeKind::File, 1LL << 60, -1, FileIdentity{~0ULL, 1}, 0, false});
         step.step.toSeen = SeenEntry::absent();
         step.step.fromSeen.files = 3;
-        step.step.keptCopy = {1, QStringLiteral("stays")};
+        step.step.keptCopy = Place{1, QStringLiteral("stays")};
         step.step.keptCopySeen = step.step.fromSeen;
         step.kept = QStringLiteral("12");
         step.now = step.step.fromSeen;
@@ -304,11 +304,11 @@ private Q_SLOTS:
             UndoPlan undo = journal.planUndo();
             QCOMPARE(undo.plan.steps.size(), 2);
             for (const OperationStep &step : undo.plan.steps) {
-                QVERIFY(QFile::remove(step.binPath) || QDir(step.binPath).removeRecursively());
+                QVERIFY(QFile::remove(step.binPath) || QDir(step.binPath.get()).removeRecursively());
                 if (step.fromSeen.kind == NodeKind::Folder)
                     QVERIFY(QDir().mkpath(step.binPath));
-                QFile strangers(step.fromSeen.kind == NodeKind::Folder ? step.binPath + QStringLiteral("/b")
-                                                                       : step.binPath);
+                QFile strangers(step.fromSeen.kind == NodeKind::Folder ? step.binPath.get() + QStringLiteral("/b")
+                                                                       : step.binPath.get());
                 QVERIFY(strangers.open(QIODevice::WriteOnly));
                 QCOMPARE(strangers.write("their"), 5);
             }

@@ -46,7 +46,7 @@ private Q_SLOTS:
                                     "make(0:new,1:new) make(0:new/deep,1:new/deep) "
                                     "copy(0:new/deep/file,1:new/deep/file) replace(0:timeless,1:timeless) "
                                     "delete(1:old/file) delete(1:old)"));
-        QCOMPARE(plan.steps.last().counterpart, (Place{0, word("old")}));
+        QCOMPARE(plan.steps.last().counterpart.get(), (Place{0, word("old")}));
         const OperationTotals totals = plan.totals();
         QCOMPARE(totals.writtenFiles, 1);
         QCOMPARE(totals.replacedFiles, 3);

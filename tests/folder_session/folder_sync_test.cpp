@@ -121,7 +121,8 @@ private Q_SLOTS:
         f.dialogs.answerNumber(0);
         f.action("syncNowAction")->trigger();
         QCOMPARE(f.dialogs.asked().last().title, word("Confirm sync"));
-        QCOMPARE(f.dialogs.asked().last().text, word("About to run 5 sync action(s). Continue?"));
+        QCOMPARE(f.dialogs.asked().last().text,
+                 word("About to run 5 sync action(s). Continue?\n\nDeletions among them: 1"));
         QCOMPARE(all(), before);
 
         f.dialogs.answerNumber(1);
@@ -163,7 +164,8 @@ private Q_SLOTS:
         f.analyse();
         f.dialogs.answerNumber(1);
         f.sync();
-        QCOMPARE(f.dialogs.asked().first().text, word("About to run 6 sync action(s). Continue?"));
+        QCOMPARE(f.dialogs.asked().first().text,
+                 word("About to run 6 sync action(s). Continue?\n\nDeletions among them: 4"));
         QTRY_COMPARE(f.text("statusLabel"), word("Sync complete. Success: 6, failed: 0"));
         QCOMPARE(entriesOf(f.disk.right()), entriesOf(f.disk.left()));
     }

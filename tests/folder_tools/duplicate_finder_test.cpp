@@ -204,7 +204,7 @@ private Q_SLOTS:
             f.disk.file(word(name), "1");
         f.session.setPaths({f.disk.left(), {}, {}});
         f.scan();
-        QCOMPARE(f.rows().first(), word("Same folder (2 copies, 1 files each)"));
+        QCOMPARE(f.rows().first(), word("Same folder (2 copies, 1 file(s) each)"));
         f.view().goToRow(0);
         f.action("nextAction")->trigger();
         f.action("nextAction")->trigger();

@@ -272,10 +272,12 @@ OperationPlan joinedPlans(OperationPlan first, const OperationPlan &second)
             same->writable = same->writable || root.writable;
     }
     for (OperationStep step : second.steps) {
-        for (Place *place : {&step.from, &step.to, &step.counterpart}) {
+        Place counterpart = step.counterpart;
+        for (Place *place : {&step.from, &step.to, &counterpart}) {
             if (place->isSet())
                 place->root = numbers[place->root];
         }
+        step.counterpart = counterpart;
         first.steps.append(step);
     }
     for (const Place &place : second.listed)

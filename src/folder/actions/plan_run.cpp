@@ -4,6 +4,7 @@
 #include "folder/operations/journal_place.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace velmora {
 
@@ -74,10 +75,10 @@ void addLeftOut(const ExecutionReport &report, PlanRunResult &result)
 
 } // namespace
 
-PlanRunResult runPlan(const OperationPlan &plan, const QString &title, const CancelFlag &cancel, Progress &progress)
+PlanRunResult runPlan(OperationPlan plan, const QString &title, const CancelFlag &cancel, Progress &progress)
 {
     const ExecutionReport report =
-        executeJournalled(plan, FileLayer::native(), standardJournal(), {title}, cancel, progress);
+        executeJournalled(std::move(plan), FileLayer::native(), standardJournal(), {title}, cancel, progress);
     PlanRunResult result;
     result.journalId = report.journalId;
     result.files = report.done.writtenFiles + report.done.replacedFiles;

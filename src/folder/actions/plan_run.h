@@ -32,7 +32,7 @@ struct PlanRunResult {
 
 /// Carries out a plan, which the program's journal keeps under `title`. Progress as of `executePlan`. Synchronous, for
 /// a worker.
-[[nodiscard]] PlanRunResult runPlan(const OperationPlan &plan, const QString &title, const CancelFlag &cancel,
+[[nodiscard]] PlanRunResult runPlan(OperationPlan plan, const QString &title, const CancelFlag &cancel,
                                     Progress &progress);
 
 } // namespace velmora

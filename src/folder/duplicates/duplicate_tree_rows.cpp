@@ -34,7 +34,7 @@ QString DuplicateTree::groupName(qint32 node) const
     const Entry &entry = entryOf(node);
     switch (entry.kind) {
     case Kind::Folders:
-        return Velmora::tr("Same folder (%1 copies, %2 files each)")
+        return Velmora::tr("Same folder (%1 copies, %2 file(s) each)")
             .arg(pathCount(node))
             .arg(QLocale().toString(m_scan.folders.at(entry.number).files));
     case Kind::Files: {

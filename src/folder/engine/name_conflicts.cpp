@@ -3,10 +3,12 @@
 #include "core/path_names.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <vector>
 
 namespace velmora {
 
@@ -46,19 +48,53 @@ std::optional<Side> sideOfNewName(const SyncPlanItem &item)
     return std::nullopt;
 }
 
+/// What names of one side have in common that is there more than once, by its number: names are many, and few are
+/// alike.
+using CrowdedNames = Sides<QSet<size_t>>;
+
+QSet<size_t> moreThanOnce(std::vector<size_t> numbers)
+{
+    std::sort(numbers.begin(), numbers.end());
+    QSet<size_t> found;
+    for (auto twice = numbers.begin(); (twice = std::adjacent_find(twice, numbers.end())) != numbers.end(); ++twice)
+        found.insert(*twice);
+    return found;
+}
+
+CrowdedNames crowdedNames(const QList<FolderDiffItem> &items, const QList<SyncPlanItem> &plan)
+{
+    Sides<std::vector<size_t>> numbers;
+    for (const SyncPlanItem &item : plan) {
+        if (const std::optional<Side> side = sideOfNewName(item))
+            numbers[*side].push_back(qHash(likeness(item.name)));
+    }
+    const Sides<bool> isBrought{!numbers.left.empty(), !numbers.right.empty()};
+    for (const FolderDiffItem &item : items) {
+        for (const Side side : bothSides) {
+            if (isBrought[side] && !pathOn(item, side).isEmpty())
+                numbers[side].push_back(qHash(likeness(item.name)));
+        }
+    }
+    return {moreThanOnce(std::move(numbers.left)), moreThanOnce(std::move(numbers.right))};
+}
+
 /// Names of one side by what they have in common.
 using NamesByLikeness = QHash<QString, QStringList>;
 
-/// What stands then where the plan brings names to, and where nothing comes to, nothing: most plans bring few.
+/// What stands then where the plan brings names to and there are others like them, and elsewhere nothing.
 Sides<NamesByLikeness> namesThen(const QList<FolderDiffItem> &items, const QList<SyncPlanItem> &plan)
 {
+    const CrowdedNames crowded = crowdedNames(items, plan);
     Sides<NamesByLikeness> names;
-    for (const SyncPlanItem &item : plan) {
-        if (const std::optional<Side> side = sideOfNewName(item))
-            names[*side][likeness(item.name)].append(item.name);
-    }
-    if (names.left.isEmpty() && names.right.isEmpty())
+    if (crowded.left.isEmpty() && crowded.right.isEmpty())
         return names;
+    for (const SyncPlanItem &item : plan) {
+        const std::optional<Side> side = sideOfNewName(item);
+        if (!side)
+            continue;
+        if (const QString key = likeness(item.name); crowded[*side].contains(qHash(key)))
+            names[*side][key].append(item.name);
+    }
     for (const FolderDiffItem &item : items) {
         const QString key = likeness(item.name);
         for (const Side side : bothSides) {
@@ -107,7 +143,7 @@ QList<NameConflict> findNameConflicts(const QList<FolderDiffItem> &items, const 
             conflicts.append({NameConflict::Kind::NotAllowed, item.name, {}});
         if (bare.size() * 3 > longestName && bare.toUtf8().size() > longestName)
             conflicts.append({NameConflict::Kind::TooLong, item.name, {}});
-        const QStringList alike = names[*side].value(likeness(item.name));
+        const QStringList alike = names[*side].isEmpty() ? QStringList() : names[*side].value(likeness(item.name));
         for (const QString &other : alike) {
             if (other != item.name && other != item.movedFrom) {
                 const bool isForm = isOneForm(item.name, other);

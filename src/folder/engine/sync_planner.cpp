@@ -71,9 +71,11 @@ SyncAction syncActionFor(const FolderDiffItem &item, const SyncRules &rules)
 
 QList<SyncPlanItem> planSync(const QList<FolderDiffItem> &items, const SyncRules &rules)
 {
+    const auto differs = [](const FolderDiffItem &item) { return item.diffStatus() != FolderDiffStatus::Same; };
     QList<SyncPlanItem> plan;
+    plan.reserve(std::count_if(items.begin(), items.end(), differs));
     for (const FolderDiffItem &item : items) {
-        if (item.diffStatus() != FolderDiffStatus::Same)
+        if (differs(item))
             plan.append({item.name,
                          item.leftPath,
                          item.rightPath,

@@ -105,3 +105,5 @@ struct SyncLoss {
 [[nodiscard]] Sides<SyncLoss> lossesOf(const QList<FolderDiffItem> &items, const QList<SyncPlanItem> &plan);
 
 } // namespace velmora
+
+Q_DECLARE_TYPEINFO(velmora::SyncPlanItem, Q_RELOCATABLE_TYPE);

@@ -49,7 +49,7 @@ void addGroup(const ExtraCopies &copies, const QList<DuplicateRoot> &roots, Dele
             plan.leftOut.append({LeftOutReason::ReadOnlySide, copy.path, {}});
         else if (copy.isLink)
             plan.leftOut.append({LeftOutReason::BelowLink, copy.path, {}});
-        else if (!step.from.isSet() || !step.keptCopy.isSet())
+        else if (!step.from.isSet() || !step.keptCopy->isSet())
             plan.leftOut.append({LeftOutReason::NameNotAllowed, copy.path, {}});
         else
             plan.steps.append(step);

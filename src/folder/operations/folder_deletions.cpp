@@ -1,5 +1,7 @@
 #include "folder/operations/folder_deletions.h"
 
+#include <QStringBuilder>
+
 namespace velmora {
 
 namespace {
@@ -12,9 +14,11 @@ bool isRecycledIn(const OperationStep &step, const OperationStep &folder)
 
 } // namespace
 
-QList<OperationStep> FolderDeletions::settled(const QList<OperationStep> &steps)
+QList<OperationStep> FolderDeletions::settled(QList<OperationStep> steps)
 {
-    return withJoinedFolders(withoutFullerFolders(steps));
+    dropFullerFolders(steps);
+    joinFolders(steps);
+    return steps;
 }
 
 void FolderDeletions::makeWhole(OperationStep &step, const TreeSummary &summary)
@@ -27,17 +31,21 @@ void FolderDeletions::makeWhole(OperationStep &step, const TreeSummary &summary)
 
 /// Folders that are deleted one by one stay when they hold more than the plan names. The innermost come first, so
 /// that a folder in a folder that stays keeps this, too.
-QList<OperationStep> FolderDeletions::withoutFullerFolders(const QList<OperationStep> &steps)
+void FolderDeletions::dropFullerFolders(QList<OperationStep> &steps)
 {
-    QList<OperationStep> kept;
-    for (const OperationStep &step : steps) {
+    qsizetype kept = 0;
+    for (qsizetype i = 0; i < steps.size(); ++i) {
+        const OperationStep &step = steps.at(i);
         const bool isFolder = step.kind == OperationKind::Delete && step.fromSeen.kind == NodeKind::Folder;
-        if (!isFolder || m_cancel.isCancelled() || holdsNoMore(step))
-            kept.append(step);
-        else
+        if (isFolder && !m_cancel.isCancelled() && !holdsNoMore(step)) {
             m_vacated.remove(step.from);
+            continue;
+        }
+        if (kept != i)
+            steps[kept] = std::move(steps[i]);
+        ++kept;
     }
-    return kept;
+    steps.resize(kept);
 }
 
 bool FolderDeletions::holdsNoMore(const OperationStep &step)
@@ -55,11 +63,12 @@ bool FolderDeletions::holdsNoMore(const OperationStep &step)
 }
 
 /// What goes to the bin in full goes as one, the outermost folder first: from the end.
-QList<OperationStep> FolderDeletions::withJoinedFolders(const QList<OperationStep> &steps)
+void FolderDeletions::joinFolders(QList<OperationStep> &steps)
 {
-    QList<OperationStep> kept;
+    qsizetype kept = steps.size();
     for (qsizetype i = steps.size() - 1; i >= 0; --i) {
-        OperationStep step = steps[i];
+        const qsizetype current = i;
+        OperationStep &step = steps[current];
         const bool isFolder = step.kind == OperationKind::Recycle && step.fromSeen.kind == NodeKind::Folder;
         if (isFolder && !step.wholeTree && !m_cancel.isCancelled()) {
             TreeSummary summary;
@@ -68,13 +77,13 @@ QList<OperationStep> FolderDeletions::withJoinedFolders(const QList<OperationSte
                 continue;
             }
             makeWhole(step, summary);
-            while (i > 0 && isRecycledIn(steps[i - 1], step))
+            while (i > 0 && isRecycledIn(steps.at(i - 1), step))
                 --i;
         }
-        kept.append(step);
+        if (--kept != current)
+            steps[kept] = std::move(step);
     }
-    std::reverse(kept.begin(), kept.end());
-    return kept;
+    steps.remove(0, kept);
 }
 
 bool FolderDeletions::goesInFull(const OperationStep &step, TreeSummary &summary)

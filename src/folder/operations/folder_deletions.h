@@ -19,14 +19,14 @@ public:
     {}
 
     /// The steps without the deletions of folders that stay. Folders that go to the recycle bin in full go as one.
-    [[nodiscard]] QList<OperationStep> settled(const QList<OperationStep> &steps);
+    [[nodiscard]] QList<OperationStep> settled(QList<OperationStep> steps);
 
     /// Makes `step` one that recycles a whole folder, in which there is what `summary` tells.
     static void makeWhole(OperationStep &step, const TreeSummary &summary);
 
 private:
-    [[nodiscard]] QList<OperationStep> withoutFullerFolders(const QList<OperationStep> &steps);
-    [[nodiscard]] QList<OperationStep> withJoinedFolders(const QList<OperationStep> &steps);
+    void dropFullerFolders(QList<OperationStep> &steps);
+    void joinFolders(QList<OperationStep> &steps);
     [[nodiscard]] bool holdsNoMore(const OperationStep &step);
     [[nodiscard]] bool goesInFull(const OperationStep &step, TreeSummary &summary);
     [[nodiscard]] bool told(const OperationStep &step, const FileError &error, bool isAll);

@@ -224,7 +224,7 @@ private:
         step.to = fields.place("to", roots);
         step.counterpart = fields.place("counterpart", roots);
         step.keptCopy = fields.place("keptCopy", roots);
-        if (step.keptCopy.isSet())
+        if (step.keptCopy->isSet())
             step.keptCopySeen = fields.state("keptCopySeen");
         step.fromSeen = fields.state("fromSeen");
         step.toSeen = fields.state("toSeen");
@@ -311,13 +311,13 @@ QByteArray planLine(qint64 number, const OperationStep &step)
         object.insert(QStringLiteral("from"), placeJson(step.from));
     if (step.to.isSet())
         object.insert(QStringLiteral("to"), placeJson(step.to));
-    if (step.counterpart.isSet())
+    if (step.counterpart->isSet())
         object.insert(QStringLiteral("counterpart"), placeJson(step.counterpart));
-    if (step.keptCopy.isSet()) {
+    if (step.keptCopy->isSet()) {
         object.insert(QStringLiteral("keptCopy"), placeJson(step.keptCopy));
         object.insert(QStringLiteral("keptCopySeen"), stateJson(step.keptCopySeen));
     }
-    if (!step.binPath.isEmpty())
+    if (!step.binPath->isEmpty())
         object.insert(QStringLiteral("bin"), escaped(step.binPath));
     if (step.wholeTree)
         object.insert(QStringLiteral("wholeTree"), true);

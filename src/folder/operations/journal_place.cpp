@@ -40,14 +40,14 @@ JournalPlace standardJournal()
     return place;
 }
 
-ExecutionReport executeJournalled(const OperationPlan &plan, FileLayer &files, const JournalPlace &place,
+ExecutionReport executeJournalled(OperationPlan plan, FileLayer &files, const JournalPlace &place,
                                   const JournalNote &note, const CancelFlag &cancel, Progress &progress)
 {
     QDir().mkpath(place.folder);
     QLockFile lock(place.folder + QLatin1String("/lock"));
     if (!lockJournal(lock, cancel)) {
         ExecutionReport report;
-        report.plan = plan;
+        report.plan = std::move(plan);
         report.cancelled = true;
         return report;
     }
@@ -56,7 +56,7 @@ ExecutionReport executeJournalled(const OperationPlan &plan, FileLayer &files, c
     ExecutionOptions options;
     options.journal = note.isWritten ? &journal : nullptr;
     options.keepsOld = note.keepsOld;
-    return executePlan(plan, files, options, cancel, progress);
+    return executePlan(std::move(plan), files, options, cancel, progress);
 }
 
 } // namespace velmora

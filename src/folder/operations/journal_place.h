@@ -25,7 +25,7 @@ struct JournalNote {
 
 /// Carries out a plan as `executePlan`. Waits while another session, or another program, writes to the journal; a run
 /// that is cancelled meanwhile has done nothing. Synchronous, for a worker.
-[[nodiscard]] ExecutionReport executeJournalled(const OperationPlan &plan, FileLayer &files, const JournalPlace &place,
+[[nodiscard]] ExecutionReport executeJournalled(OperationPlan plan, FileLayer &files, const JournalPlace &place,
                                                 const JournalNote &note, const CancelFlag &cancel, Progress &progress);
 
 } // namespace velmora

@@ -57,11 +57,11 @@ bool isDeletion(const OperationStep &step)
 
 class Execution {
 public:
-    Execution(const OperationPlan &plan, FileLayer &files, const ExecutionOptions &options, const CancelFlag &cancel,
+    Execution(OperationPlan plan, FileLayer &files, const ExecutionOptions &options, const CancelFlag &cancel,
               Progress &progress)
         : m_files(files), m_options(options), m_cancel(cancel), m_progress(progress)
     {
-        m_report.plan = surveyPlan(plan, files, cancel, progress);
+        m_report.plan = surveyPlan(std::move(plan), files, cancel, progress);
         m_report.ends.fill(StepEnd::NotReached, m_report.plan.steps.size());
         m_report.cancelled = m_report.plan.refusal == PlanRefusal::Cancelled;
     }
@@ -147,7 +147,7 @@ private:
     /// The folder that keeps a deletion from being done.
     [[nodiscard]] std::optional<Place> troubleOf(const OperationStep &step) const
     {
-        if (step.counterpart.isSet()) {
+        if (step.counterpart->isSet()) {
             if (const std::optional<Place> folder = m_trouble.around(step.from))
                 return folder;
             if (const std::optional<Place> folder = m_trouble.around(step.counterpart))
@@ -272,10 +272,10 @@ private:
 
 } // namespace
 
-ExecutionReport executePlan(const OperationPlan &plan, FileLayer &files, const ExecutionOptions &options,
+ExecutionReport executePlan(OperationPlan plan, FileLayer &files, const ExecutionOptions &options,
                             const CancelFlag &cancel, Progress &progress)
 {
-    return Execution(plan, files, options, cancel, progress).run();
+    return Execution(std::move(plan), files, options, cancel, progress).run();
 }
 
 } // namespace velmora

@@ -96,7 +96,7 @@ constexpr qint64 bytesForEachStep = 4096;
 /// - Deletions wait until the copies before them are on the disk.
 /// - Setting `cancel` ends the run between two steps, or in a copy, within 100 ms; a begun copy is removed.
 /// - After an error nothing that depends on it is deleted; the run goes on with the rest.
-[[nodiscard]] ExecutionReport executePlan(const OperationPlan &plan, FileLayer &files, const ExecutionOptions &options,
+[[nodiscard]] ExecutionReport executePlan(OperationPlan plan, FileLayer &files, const ExecutionOptions &options,
                                           const CancelFlag &cancel, Progress &progress);
 
 } // namespace velmora

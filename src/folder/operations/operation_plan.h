@@ -1,11 +1,13 @@
 #pragma once
 
+#include "core/rare.h"
 #include "platform/file_layer.h"
 
 #include <QList>
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 namespace velmora {
 
@@ -75,22 +77,22 @@ struct OperationStep {
     SeenEntry toSeen;
     /// Of a deletion or a move that follows from a missing counterpart: where that must still be missing. Such a step
     /// is skipped, too, when anything went wrong in a folder that it lies in.
-    Place counterpart;
+    Rare<Place> counterpart;
     /// Of a deletion of one of two files of the same contents: the one that stays, in any root, and what was seen of
     /// it. Right before the deletion both are read; unless every byte is the same, nothing is deleted.
-    Place keptCopy;
-    SeenEntry keptCopySeen;
-    QString binPath;
+    Rare<Place> keptCopy;
+    Rare<SeenEntry> keptCopySeen;
+    Rare<QString> binPath;
     /// Of `Recycle` and `Delete` of a folder, until the survey: what the comparison does not list goes as well.
     bool wholeTree = false;
     /// Of `Copy` and `Move` to a place that nobody has looked at: a file there may be replaced. Of `MakeFolder` without
     /// a source: one that is there serves as well.
     bool mayReplace = false;
+    bool replacesProtected = false; ///< the file at `to` is marked as read-only; the survey tells
     /// Of `MakeFolder` with a source, until the survey, which adds a step for each such entry.
     UnlistedEntries unlistedEntries = UnlistedEntries::Stay;
     /// Of a surveyed `Recycle` or `Delete`: how many of the entries that go the comparison does not list.
     qint64 unlisted = 0;
-    bool replacesProtected = false; ///< the file at `to` is marked as read-only; the survey tells
 
     friend bool operator==(const OperationStep &, const OperationStep &) = default;
 };
@@ -191,3 +193,5 @@ struct OperationPlan {
 [[nodiscard]] bool isCleanRelative(QStringView relative);
 
 } // namespace velmora
+
+Q_DECLARE_TYPEINFO(velmora::OperationStep, Q_RELOCATABLE_TYPE);

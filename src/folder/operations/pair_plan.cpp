@@ -10,14 +10,36 @@ constexpr qint32 isThere = -2; ///< it needs none
 
 } // namespace
 
-PairPlan::PairPlan(const PlanInput &input) : m_input(input), m_entries(input)
+PairPlan::PairPlan(PlanInput input) : m_input(std::move(input)), m_entries(m_input)
 {
     const std::size_t count = m_entries.all().size();
     m_going.resize(count, UnlistedEntries::Stay);
     m_made.resize(count, notMade);
-    m_plan.showsUnlisted = unlistedFilter(input);
+    m_plan.showsUnlisted = unlistedFilter(m_input);
     for (const Side side : bothSides)
-        m_plan.roots.append({m_entries.root(side), std::nullopt, !input.isReadOnly(side)});
+        m_plan.roots.append({m_entries.root(side), std::nullopt, !m_input.isReadOnly(side)});
+    forgetPaths();
+}
+
+/// Absolute paths are most of what a comparison takes, and steps come on top.
+void PairPlan::forgetPaths()
+{
+    if (!m_input.items.isDetached())
+        return;
+    for (qsizetype i = 0; i < m_input.items.size(); ++i) {
+        FolderDiffItem &item = m_input.items[i]; // where it was: nobody shares the list
+        const PlanEntry &entry = m_entries.at(int(i));
+        if (entry.sides.left.isThere && item.leftPath == m_plan.pathOf(placeOf(entry, Side::Left)))
+            item.leftPath.clear();
+        if (entry.sides.right.isThere && item.rightPath == m_plan.pathOf(placeOf(entry, Side::Right)))
+            item.rightPath.clear();
+    }
+}
+
+QString PairPlan::pathOf(const PlanEntry &entry, Side side) const
+{
+    const QString &path = pathOn(*entry.item, side);
+    return path.isEmpty() ? m_plan.pathOf(placeOf(entry, side)) : path;
 }
 
 bool PairPlan::needsSidesApart()
@@ -40,8 +62,7 @@ bool PairPlan::needsWritable(Side side)
 
 void PairPlan::leaveOut(const PlanEntry &entry, LeftOutReason reason, Side side)
 {
-    const QString &path = pathOn(*entry.item, side);
-    m_plan.leftOut.append({reason, path.isEmpty() ? pathOn(*entry.item, otherSide(side)) : path, {}});
+    m_plan.leftOut.append({reason, pathOf(entry, entry.on(side).isThere ? side : otherSide(side)), {}});
 }
 
 void PairPlan::copy(int index, Side source, OperationKind kind)
@@ -139,7 +160,7 @@ OperationPlan PairPlan::finished()
     m_plan.steps.append(m_deletions);
     for (const Side side : bothSides) {
         const auto isAbout = [root = rootOf(side)](const OperationStep &step) {
-            return step.from.root == root || step.to.root == root || step.counterpart.root == root;
+            return step.from.root == root || step.to.root == root || step.counterpart->root == root;
         };
         if (!m_input.isLocal(side) && std::any_of(m_plan.steps.begin(), m_plan.steps.end(), isAbout))
             m_plan.refusal = PlanRefusal::NoLocalFolder;

@@ -5,10 +5,10 @@
 namespace velmora {
 
 /// Puts the steps of a plan between two sides together: what is made and copied first, deletions from the leaves up
-/// last. Used for one plan; the input must outlive it.
+/// last. Used for one plan. Items that nobody else holds lose the paths that follow from their places.
 class PairPlan {
 public:
-    explicit PairPlan(const PlanInput &input);
+    explicit PairPlan(PlanInput input);
 
     [[nodiscard]] const PlanEntries &entries() const { return m_entries; }
     [[nodiscard]] OperationPlan &plan() { return m_plan; }
@@ -45,8 +45,10 @@ private:
     /// A folder that was asked for goes over whole when everything goes that is listed in it and that filters show.
     void markWholeFolders();
     [[nodiscard]] bool isBelowProblem(const PlanEntry &entry, Side side) const;
+    void forgetPaths();
+    [[nodiscard]] QString pathOf(const PlanEntry &entry, Side side) const;
 
-    const PlanInput &m_input;
+    PlanInput m_input;
     PlanEntries m_entries;
     OperationPlan m_plan;
     QList<OperationStep> m_deletions;

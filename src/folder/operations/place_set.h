@@ -2,40 +2,36 @@
 
 #include "folder/operations/operation_plan.h"
 
+#include <QHash>
 #include <QSet>
-#include <QStringBuilder>
 
 namespace velmora {
 
-/// A place as one text. Roots are few, so that a number and a path make a key.
-inline QString keyOf(int root, QStringView relative)
+inline size_t qHash(const Place &place, size_t seed = 0)
 {
-    return QString(QChar(char16_t(root + 1)) % relative);
+    return qHash(place.relative, seed ^ size_t(place.root + 1));
 }
 
-inline QString keyOf(const Place &place)
-{
-    return keyOf(place.root, place.relative);
-}
-
-/// Places, of which some may lie in others.
+/// Places, of which some may lie in others. Their paths are those of the steps and take no room of their own.
 class PlaceSet {
 public:
-    void add(const Place &place) { m_keys.insert(keyOf(place)); }
-    void remove(const Place &place) { m_keys.remove(keyOf(place)); }
-    [[nodiscard]] bool contains(const Place &place) const { return m_keys.contains(keyOf(place)); }
+    void add(const Place &place) { m_places.insert(place); }
+    void remove(const Place &place) { m_places.remove(place); }
+    [[nodiscard]] bool contains(const Place &place) const { return m_places.contains(place); }
     [[nodiscard]] bool containsFolderOf(const Place &place) const
     {
+        if (m_places.isEmpty())
+            return false;
         for (qsizetype slash = place.relative.lastIndexOf(u'/'); slash > 0;
              slash = place.relative.lastIndexOf(u'/', slash - 1)) {
-            if (m_keys.contains(keyOf(place.root, QStringView(place.relative).left(slash))))
+            if (m_places.contains({place.root, QString::fromRawData(place.relative.constData(), slash)}))
                 return true;
         }
         return false;
     }
 
 private:
-    QSet<QString> m_keys;
+    QSet<Place> m_places;
 };
 
 } // namespace velmora

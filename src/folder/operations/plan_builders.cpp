@@ -5,6 +5,8 @@
 
 #include <QSet>
 
+#include <algorithm>
+
 namespace velmora {
 
 namespace {
@@ -73,11 +75,15 @@ OperationPlan planByRule(PairPlan &builder, const ActionRule &actionOf, DeleteMa
 {
     if (!builder.needsSidesApart())
         return builder.finished();
+    const auto isAsked = [](const PlanEntry &entry) {
+        return !entry.isHidden && (!entry.isOnBoth() || entry.item->diffStatus() != FolderDiffStatus::Same);
+    };
+    const std::vector<PlanEntry> &all = builder.entries().all();
+    builder.plan().steps.reserve(std::count_if(all.begin(), all.end(), isAsked));
     const QHash<QString, int> sources = indexesOf(builder, QSet(movedFrom.begin(), movedFrom.end()));
-    for (int i = 0; i < int(builder.entries().all().size()); ++i) {
+    for (int i = 0; i < int(all.size()); ++i) {
         const PlanEntry &entry = builder.entries().at(i);
-        const bool differs = !entry.isOnBoth() || entry.item->diffStatus() != FolderDiffStatus::Same;
-        if (!entry.isHidden && differs)
+        if (isAsked(entry))
             act(builder, i, actionOf(entry), manner, sources.value(movedFrom.value(entry.item->name), -1));
     }
     return builder.finished();
@@ -90,10 +96,10 @@ bool isOnlyOn(const PlanEntry &entry, Side side)
 
 } // namespace
 
-OperationPlan planActions(const PlanInput &input, const std::function<EntryAction(const FolderDiffItem &)> &actionOf,
+OperationPlan planActions(PlanInput input, const std::function<EntryAction(const FolderDiffItem &)> &actionOf,
                           DeleteManner manner, const QHash<QString, QString> &movedFrom)
 {
-    PairPlan builder(input);
+    PairPlan builder(std::move(input));
     return planByRule(
         builder, [&](const PlanEntry &entry) { return actionOf(*entry.item); }, manner, movedFrom);
 }

@@ -54,8 +54,9 @@ enum class IfPresent : quint8 { LeaveOut, Replace };
 /// The general form: `actionOf` is asked for every shown item that is on both sides unequal or on one side only.
 /// Folders on both sides are never deleted; folders that entries need are made. A deletion happens only while the
 /// entry is missing on the other side, and so does a move: of the file of the item that `movedFrom` names for the item
-/// that the move is asked for, on the side that lacks it. For synchronising.
-[[nodiscard]] OperationPlan planActions(const PlanInput &input,
+/// that the move is asked for, on the side that lacks it. `actionOf` goes by names, not paths: they are gone by then
+/// where nobody else holds the items. For synchronising.
+[[nodiscard]] OperationPlan planActions(PlanInput input,
                                         const std::function<EntryAction(const FolderDiffItem &)> &actionOf,
                                         DeleteManner manner, const QHash<QString, QString> &movedFrom = {});
 

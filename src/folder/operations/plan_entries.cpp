@@ -82,10 +82,12 @@ void PlanEntries::place(PlanEntry &entry) const
             continue;
         }
         const QString &other = pathOn(*entry.item, otherSide(side));
-        if (entry.parent >= 0)
-            here.relative = joinedPath(at(entry.parent).on(side).relative, bareName(here.isThere ? path : other));
-        else
-            here.relative = entry.item->name;
+        here.relative = entry.item->name;
+        if (entry.parent < 0)
+            continue;
+        const QString relative = joinedPath(at(entry.parent).on(side).relative, bareName(here.isThere ? path : other));
+        if (relative != here.relative)
+            here.relative = relative;
     }
 }
 

@@ -3,6 +3,10 @@
 #include "folder/operations/folder_deletions.h"
 #include "folder/operations/place_look.h"
 
+#include <QStringBuilder>
+
+#include <deque>
+
 namespace velmora {
 
 namespace {
@@ -20,38 +24,53 @@ bool isDeletion(const OperationStep &step)
 
 class Survey {
 public:
-    Survey(const OperationPlan &plan, FileLayer &files, const CancelFlag &cancel, Progress &progress)
-        : m_plan(plan), m_look(files, plan.roots), m_chain(m_look.chain()), m_cancel(cancel), m_progress(progress)
+    Survey(OperationPlan plan, FileLayer &files, const CancelFlag &cancel, Progress &progress)
+        : m_plan(std::move(plan)),
+          m_look(files, m_plan.roots),
+          m_chain(m_look.chain()),
+          m_cancel(cancel),
+          m_progress(progress)
     {}
 
     OperationPlan run()
     {
         OperationPlan surveyed = m_plan;
         surveyed.isSurveyed = true;
-        surveyed.steps.clear();
+        surveyed.steps = {};
         surveyed.refusal = checkRoots(surveyed);
         if (surveyed.refusal != PlanRefusal::None)
             return surveyed;
         m_leftOut = m_plan.leftOut;
         noteListed();
-        for (qsizetype i = 0; i < m_plan.steps.size(); ++i) {
+        m_steps = std::move(m_plan.steps);
+        const qsizetype count = m_steps.size();
+        qsizetype settled = 0;
+        for (qsizetype i = 0; i < count; ++i) {
             if (m_cancel.isCancelled()) {
                 surveyed.refusal = PlanRefusal::Cancelled;
                 return surveyed;
             }
-            m_progress.report(0, i, m_plan.steps.size());
-            if (isDeletion(m_plan.steps[i]))
+            m_progress.report(0, i, count);
+            const OperationStep step = std::move(m_steps[i]);
+            if (isDeletion(step))
                 clearMovedFolders();
-            surveyWithUnlisted(m_plan.steps[i]);
+            surveyWithUnlisted(step);
+            // In place of those that have been looked at: there may be a million.
+            for (; settled <= i && !m_accepted.empty(); m_accepted.pop_front())
+                m_steps[settled++] = std::move(m_accepted.front());
         }
         clearMovedFolders();
-        m_steps = FolderDeletions(m_plan, m_chain, m_cancel, m_vacated, m_leftOut).settled(m_steps);
+        m_steps.resize(settled);
+        for (OperationStep &step : m_accepted)
+            m_steps.append(std::move(step));
+        m_accepted.clear();
+        m_steps = FolderDeletions(m_plan, m_chain, m_cancel, m_vacated, m_leftOut).settled(std::move(m_steps));
         nameLinks();
         if (m_cancel.isCancelled()) {
             surveyed.refusal = PlanRefusal::Cancelled;
             return surveyed;
         }
-        surveyed.steps = m_steps;
+        surveyed.steps = std::move(m_steps);
         surveyed.leftOut = m_leftOut;
         return surveyed;
     }
@@ -61,7 +80,7 @@ private:
     {
         QSet<int> used;
         for (const OperationStep &step : m_plan.steps)
-            used.unite({step.from.root, step.to.root, step.counterpart.root, step.keptCopy.root});
+            used.unite({step.from.root, step.to.root, step.counterpart->root, step.keptCopy->root});
         for (int i = 0; i < surveyed.roots.size(); ++i) {
             FolderHandle *const root = m_chain.root(i);
             if (root)
@@ -172,9 +191,9 @@ private:
             return;
         if (step.kind != OperationKind::Restore && step.from.isSet() && !lookAtSource(step))
             return;
-        if (step.counterpart.isSet() && !isStillMissing(step.counterpart))
+        if (step.counterpart->isSet() && !isStillMissing(step.counterpart))
             return;
-        if (step.keptCopy.isSet() && !lookAtKeptCopy(step))
+        if (step.keptCopy->isSet() && !lookAtKeptCopy(step))
             return;
         if (step.to.isSet() && !lookAtTarget(step))
             return;
@@ -193,7 +212,7 @@ private:
             m_vacated.remove(step.to);
             m_filled.add(step.to);
         }
-        m_steps.append(step);
+        m_accepted.push_back(step);
     }
 
     /// True for what lies in a folder whose step has been left out or has become one for a link.
@@ -219,8 +238,8 @@ private:
     void nameLinks()
     {
         PlaceSet handled;
-        for (const OperationStep &step : m_steps)
-            handled.add(step.from);
+        for (qsizetype i = 0; i < m_steps.size() && !m_links.isEmpty(); ++i)
+            handled.add(m_steps.at(i).from);
         for (const Place &link : m_links) {
             if (!handled.contains(link))
                 leaveOut(LeftOutReason::BelowLink, link);
@@ -292,7 +311,7 @@ private:
             return false;
         }
         const bool isFile = found.isThere && found.node.kind == NodeKind::File;
-        if (!isFile || step.fromSeen.kind != NodeKind::File || !step.keptCopySeen.isStill(found.node) ||
+        if (!isFile || step.fromSeen.kind != NodeKind::File || !step.keptCopySeen->isStill(found.node) ||
             m_vacated.contains(step.keptCopy)) {
             leaveOut(LeftOutReason::ChangedSinceCompared, step.keptCopy);
             return false;
@@ -418,12 +437,13 @@ private:
         accept(step);
     }
 
-    const OperationPlan &m_plan;
+    OperationPlan m_plan; ///< without its steps once they are looked at
     PlaceLook m_look;
     const FolderChain &m_chain;
     const CancelFlag &m_cancel;
     Progress &m_progress;
     QList<OperationStep> m_steps;
+    std::deque<OperationStep> m_accepted; ///< that have no place among them yet
     QList<LeftOutEntry> m_leftOut;
     PlaceSet m_listed;            ///< what the comparison lists in folders that go whole
     QSet<QString> m_leftOutPaths; ///< what the plan left out from the start
@@ -437,11 +457,11 @@ private:
 
 } // namespace
 
-OperationPlan surveyPlan(const OperationPlan &plan, FileLayer &files, const CancelFlag &cancel, Progress &progress)
+OperationPlan surveyPlan(OperationPlan plan, FileLayer &files, const CancelFlag &cancel, Progress &progress)
 {
     if (plan.refusal != PlanRefusal::None || plan.isSurveyed)
         return plan;
-    return Survey(plan, files, cancel, progress).run();
+    return Survey(std::move(plan), files, cancel, progress).run();
 }
 
 } // namespace velmora

@@ -18,7 +18,7 @@ namespace velmora {
 ///   name, they stay single ones, and the folder stays.
 /// - Steps to an unknown place become `Copy`, `Replace` or nothing by what is there.
 /// - The plan is refused when one of its two roots lies in the other by whatever path, or is missing.
-[[nodiscard]] OperationPlan surveyPlan(const OperationPlan &plan, FileLayer &files, const CancelFlag &cancel,
+[[nodiscard]] OperationPlan surveyPlan(OperationPlan plan, FileLayer &files, const CancelFlag &cancel,
                                        Progress &progress);
 
 } // namespace velmora

@@ -46,9 +46,9 @@ StepResult StepRunner::run(qsizetype index)
 {
     Work work{index, m_plan.steps[index], {}, {}, {}, {}};
     StepResult result = reach(work);
-    if (result.isDone() && work.step.counterpart.isSet())
+    if (result.isDone() && work.step.counterpart->isSet())
         result = checkCounterpart(work.step);
-    if (result.isDone() && work.step.keptCopy.isSet())
+    if (result.isDone() && work.step.keptCopy->isSet())
         result = checkKeptCopy(work);
     if (!result.isDone())
         return result;
@@ -84,9 +84,10 @@ StepResult StepRunner::run(qsizetype index)
 StepResult StepRunner::reach(Work &work) const
 {
     const OperationStep &step = work.step;
-    for (const Place &place : {step.from, step.to, step.counterpart, step.keptCopy}) {
-        if (place.isSet() && !m_chain.root(place.root))
-            return m_problems.failed(OperationErrorCode::RootMissing, {place.root, {}}, m_chain.rootError(place.root));
+    for (const Place *place : {&step.from, &step.to, &step.counterpart.get(), &step.keptCopy.get()}) {
+        if (place->isSet() && !m_chain.root(place->root))
+            return m_problems.failed(OperationErrorCode::RootMissing, {place->root, {}},
+                                     m_chain.rootError(place->root));
     }
     if (step.from.isSet()) {
         const bool leavesIt = step.kind != OperationKind::Move && step.kind != OperationKind::Delete &&

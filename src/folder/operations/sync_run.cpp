@@ -1,6 +1,6 @@
 #include "folder/operations/sync_run.h"
 
-#include <QHash>
+#include <utility>
 
 namespace velmora {
 
@@ -29,21 +29,26 @@ EntryAction entryActionOf(SyncAction action)
 
 } // namespace
 
-OperationPlan planSyncRun(const PlanInput &input, const QList<SyncPlanItem> &plan, DeleteManner manner)
+SyncActions actionsOf(const QList<SyncPlanItem> &plan)
 {
-    QHash<QString, EntryAction> actions;
-    QHash<QString, QString> movedFrom;
-    actions.reserve(plan.size());
+    SyncActions actions;
+    actions.actions.reserve(plan.size());
     for (const SyncPlanItem &item : plan) {
         // Of a folder on both sides with all its contents on one, the plan may say to delete it or to copy it back.
         if (item.syncAction() != SyncAction::Skip && isPossible(item, item.syncAction()))
-            actions.insert(item.name, entryActionOf(item.syncAction()));
+            actions.actions.insert(item.name, entryActionOf(item.syncAction()));
         if (!item.movedFrom.isEmpty())
-            movedFrom.insert(item.name, item.movedFrom);
+            actions.movedFrom.insert(item.name, item.movedFrom);
     }
+    return actions;
+}
+
+OperationPlan planSyncRun(PlanInput input, const SyncActions &actions, DeleteManner manner)
+{
     return planActions(
-        input, [&actions](const FolderDiffItem &item) { return actions.value(item.name, EntryAction::Nothing); },
-        manner, movedFrom);
+        std::move(input),
+        [&actions](const FolderDiffItem &item) { return actions.actions.value(item.name, EntryAction::Nothing); },
+        manner, actions.movedFrom);
 }
 
 } // namespace velmora

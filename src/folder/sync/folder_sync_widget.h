@@ -75,7 +75,7 @@ private:
     void step(int direction);
 
     [[nodiscard]] PlanInput inputForRun() const;
-    [[nodiscard]] QString questionFor(qint64 actions) const;
+    [[nodiscard]] QString questionFor(const SyncCounts &counts) const;
     void askForLosses(const QList<SyncPlanItem> &plan);
     void run(const QList<SyncPlanItem> &plan);
     void takeRun(const PlanRunResult &result, const SyncTally &tally, bool wasCancelled);

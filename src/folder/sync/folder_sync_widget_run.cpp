@@ -25,7 +25,7 @@ void FolderSyncWidget::onSync()
         status().showMessage(Velmora::tr("No sync actions to run."));
         return;
     }
-    Dialogs::instance().askYesNo(this, Velmora::tr("Confirm sync"), questionFor(countSync(shown).actions()), true,
+    Dialogs::instance().askYesNo(this, Velmora::tr("Confirm sync"), questionFor(countSync(shown)), true,
                                  [self = QPointer(this), shown](bool yes) {
                                      if (self && yes)
                                          self->askForLosses(shown);
@@ -43,9 +43,11 @@ PlanInput FolderSyncWidget::inputForRun() const
     return input;
 }
 
-QString FolderSyncWidget::questionFor(qint64 actions) const
+QString FolderSyncWidget::questionFor(const SyncCounts &counts) const
 {
-    QStringList texts{Velmora::tr("About to run %1 sync action(s). Continue?").arg(actions)};
+    QStringList texts{Velmora::tr("About to run %1 sync action(s). Continue?").arg(counts.actions())};
+    if (counts.deletions > 0)
+        texts.append(Velmora::tr("Deletions among them: %1").arg(counts.deletions));
     if (m_model->isFiltered())
         texts.append(Velmora::tr("What the filter hides is left as it is."));
     if (m_manner == DeleteManner::ForGood)
@@ -76,10 +78,12 @@ void FolderSyncWidget::run(const QList<SyncPlanItem> &plan)
         return;
     status().showMessage(Velmora::tr("Starting sync…"));
     showLog(true);
-    runs().write([input = inputForRun(), plan, manner = m_manner] { return planSyncRun(input, plan, manner); }, title(),
-                 [this, plan](const PlanRunResult &result, bool wasCancelled) {
-                     takeRun(result, tallySync(plan, plannedFolders(), result), wasCancelled);
-                 });
+    runs().write(
+        [input = inputForRun(), plan, manner = m_manner] { return planSyncRun(input, actionsOf(plan), manner); },
+        title(),
+        [this, plan](const PlanRunResult &result, bool wasCancelled) {
+            takeRun(result, tallySync(plan, plannedFolders(), result), wasCancelled);
+        });
 }
 
 void FolderSyncWidget::takeRun(const PlanRunResult &result, const SyncTally &tally, bool wasCancelled)
