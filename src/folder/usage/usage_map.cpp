@@ -148,7 +148,10 @@ void UsageMap::mark(qint32 node)
 void UsageMap::mousePressEvent(QMouseEvent *event)
 {
     setFocus(Qt::MouseFocusReason);
-    mark(nodeAt(event->pos()));
+    if (event->button() == Qt::BackButton && m_result)
+        showFolder(tree().node(m_shown).parent);
+    else
+        mark(nodeAt(event->pos()));
 }
 
 void UsageMap::mouseDoubleClickEvent(QMouseEvent *event)
