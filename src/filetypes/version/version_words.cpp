@@ -221,7 +221,9 @@ QString signerText(const ProgramFacts &left, const ProgramFacts &right)
     const auto signer = [](const ProgramFacts &facts) {
         return firstValue(facts, ProgramFact::Signer).value_or(Velmora::tr("nobody"));
     };
-    if (signer(left) == signer(right))
+    const bool isKnown =
+        !left.damaged.contains(ProgramPart::Signature) && !right.damaged.contains(ProgramPart::Signature);
+    if (!isKnown || signer(left) == signer(right))
         return {};
     return Velmora::tr("Signed by (not verified): left %1, right %2.").arg(signer(left), signer(right));
 }

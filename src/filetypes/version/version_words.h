@@ -18,7 +18,8 @@ namespace velmora {
 /// What two programs are to each other, in a sentence.
 [[nodiscard]] QString verdictText(VersionVerdict verdict, const ProgramFacts &left, const ProgramFacts &right);
 
-/// Who signed each of two programs, in a sentence; empty where that does not tell them apart.
+/// Who signed each of two programs, in a sentence; empty where that does not tell them apart or
+/// cannot be read of both.
 [[nodiscard]] QString signerText(const ProgramFacts &left, const ProgramFacts &right);
 
 /// For which machines two programs are, in a sentence; empty where these are the same, or not known of both.
