@@ -2618,6 +2618,14 @@
         <translation>%1：没有指定主机</translation>
     </message>
     <message>
+        <source>Reading the snapshot...</source>
+        <translation>正在读取快照...</translation>
+    </message>
+    <message>
+        <source>The snapshot has no checksums: size and time decide</source>
+        <translation>快照没有校验和：以大小和时间判定</translation>
+    </message>
+    <message>
         <source>As folders</source>
         <translation>按文件夹比较</translation>
     </message>
@@ -6638,6 +6646,18 @@ Restore them? The files themselves stay as they are until you save.</source>
         <translation>右侧显示的是固定状态，无法更改</translation>
     </message>
     <message>
+        <source>A snapshot holds no contents: its files can be compared, and neither opened nor copied</source>
+        <translation>快照不含文件内容：其中的文件可以比较，但不能打开或复制</translation>
+    </message>
+    <message>
+        <source>%1 is no snapshot. %2</source>
+        <translation>%1 不是快照。%2</translation>
+    </message>
+    <message>
+        <source>The snapshot has no such folder: %1</source>
+        <translation>快照中没有此文件夹：%1</translation>
+    </message>
+    <message>
         <source>Choose both folders first</source>
         <translation>请先选择两个文件夹</translation>
     </message>
@@ -7440,6 +7460,10 @@ Read-only: %5</source>
     <message>
         <source>This is a folder, not an archive</source>
         <translation>这是文件夹，不是压缩包</translation>
+    </message>
+    <message>
+        <source>This is a snapshot of a folder, not an archive</source>
+        <translation>这是文件夹的快照，不是压缩包</translation>
     </message>
     <message>
         <source>Opening the archive…</source>

@@ -265,6 +265,8 @@ int runArchive(const Arguments &arguments, const Streams &streams)
         return fail(streams, QStringLiteral("%1: is a folder, not an archive").arg(opened.path));
     if (!opened.tree.folder.isThere())
         return fail(streams, treeFaultText(opened.path, opened.tree));
+    if (!opened.tree.opening.source)
+        return fail(streams, QStringLiteral("%1: is a snapshot, which holds no contents").arg(opened.path));
     return action == u"list" ? list(opened, arguments, streams) : test(opened, arguments, streams);
 }
 

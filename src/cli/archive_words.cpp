@@ -3,6 +3,7 @@
 #include "cli/command.h"
 #include "cli/git_words.h"
 #include "cli/remote_words.h"
+#include "cli/snapshot_words.h"
 #include "core/visible_name.h"
 
 namespace velmora::cli {
@@ -64,6 +65,8 @@ QString treeFaultText(const QString &path, const TreeAt &tree)
         return gitFaultText(tree.gitFault);
     if (tree.remoteFault.isError())
         return remoteFaultText(tree.remoteFault);
+    if (tree.snapshot && !tree.snapshot->reading.ok())
+        return QStringLiteral("%1: %2").arg(path, snapshotFaultText(tree.snapshot->reading));
     switch (tree.opening.fault) {
     case ArchiveFault::Unreadable:
         return QStringLiteral("%1: cannot read the file").arg(path);

@@ -48,6 +48,9 @@ constexpr const char *folderDetails =
     "begins so is written ./git:...\n"
     "Or a folder of a host that ssh reaches: sftp://[USER@]HOST[:PORT]/FOLDER, with /~/FOLDER for one\n"
     "of the user's home. Keys or an agent let one in; contents are compared by checksums of the host.\n"
+    "Or a snapshot file (FILE.kvsnapshot, see \"snapshot\"), or a folder in one. It holds no contents:\n"
+    "its checksums tell them apart, under any method; without them size and time decide. It knows\n"
+    "of no empty folders.\n"
     "Link cycles end where they close. Pipes, sockets and devices are never opened.\n";
 
 constexpr std::array examples{
@@ -56,6 +59,8 @@ constexpr std::array examples{
     Example{"See what has changed in a package:", "velmora-cli folder --format list old.deb new.deb"},
     Example{"See what differs from a copy on a host:",
             "velmora-cli folder sftp://anna@files.example.com/srv/docs docs"},
+    Example{"See what has changed in a folder since a snapshot, contents included:",
+            "velmora-cli folder --read --format list monday.kvsnapshot work"},
     Example{"See whether an archive holds what was tagged:", "velmora-cli folder --format list git:v1.0:. v1.0.tar.gz"},
 };
 
@@ -196,6 +201,11 @@ int runFolder(const Arguments &arguments, const Streams &streams)
             complainAboutArchive(streams, request.folders[side].shown(), request.archiveProblems[side]) || incomplete;
     const bool differences = std::any_of(comparison.items.begin(), comparison.items.end(),
                                          [](const FolderDiffItem &item) { return item.status != 0; });
+    for (const Side side : bothSides) {
+        if (request.folders[side].source->contentAccess() == ContentAccess::None)
+            complain(streams, QStringLiteral("warning: %1: the snapshot has no checksums; size and time decide")
+                                  .arg(visibleName(request.folders[side].shown())));
+    }
     const int status = writeTo(arguments.value("output"), streams, [&](QIODevice &device) {
         return Written{chosen(formats, arguments, "format").value(device, request, comparison), differences};
     });
@@ -209,7 +219,7 @@ Command folderCommand()
     static constexpr auto formatChoices = choicesOf(formats);
     return {"folder",
             "[OPTION]... LEFT RIGHT",
-            "compare two folders, archives or states of a Git repository",
+            "compare two folders, archives, snapshots or states of a Git repository",
             folderDetails,
             formatChoices,
             folderOptions,

@@ -10,6 +10,7 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <array>
 
 namespace velmora::cli {
@@ -98,7 +99,10 @@ QString FolderRequest::takeTrees(const Arguments &arguments)
     Sides<ArchiveRequest> requests;
     requests.left.path = arguments.paths().at(0);
     requests.right.path = arguments.paths().at(1);
-    const bool haveFolder = QFileInfo(requests.left.path).isDir() || QFileInfo(requests.right.path).isDir();
+    // Archives within are files of a folder, and of a snapshot of it.
+    const bool haveFolder = std::any_of(bothSides.begin(), bothSides.end(), [&requests](Side side) {
+        return QFileInfo(requests[side].path).isDir() || snapshotPlaceOf(requests[side].path);
+    });
     for (const Side side : bothSides) {
         if (requests[side].path.isEmpty())
             return QStringLiteral("\"\": there is no such folder or archive");

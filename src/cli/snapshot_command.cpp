@@ -3,11 +3,12 @@
 #include "cli/folder_request.h"
 #include "cli/json_writer.h"
 #include "cli/output_target.h"
+#include "cli/snapshot_words.h"
 #include "core/iso_times.h"
 #include "core/output_buffer.h"
 #include "core/visible_name.h"
 #include "filetypes/checksum/engine/checksum_list.h"
-#include "folder/engine/folder_snapshot_file.h"
+#include "folder/engine/folder_snapshot_sides.h"
 #include "vfs/local_folder.h"
 
 #include <QFileInfo>
@@ -53,24 +54,6 @@ struct Comparison {
     FolderSnapshotComparison found;
     bool verifies = false; ///< the right side is to be what the left one says
 };
-
-QString faultText(const FolderSnapshotReading &reading)
-{
-    switch (reading.fault) {
-    case FolderSnapshotFault::CannotOpen:
-        return reading.error.isEmpty() ? QStringLiteral("cannot be read") : reading.error;
-    case FolderSnapshotFault::NotJson:
-        return QStringLiteral("is no snapshot: no JSON at byte %1").arg(reading.at);
-    case FolderSnapshotFault::NoEntries:
-        return QStringLiteral("is no snapshot: it has no list of entries");
-    case FolderSnapshotFault::BadEntry:
-        return QStringLiteral("is no snapshot: entry %1 is none").arg(reading.at);
-    case FolderSnapshotFault::None:
-    case FolderSnapshotFault::Cancelled:
-        break;
-    }
-    return {};
-}
 
 /// Whether a file is not what the snapshot says of it, for `verify`.
 bool hasFailed(const FolderSnapshotRow &row)
@@ -245,7 +228,7 @@ int runOn(Comparison comparison, FolderSnapshotDigests digests, const Arguments 
         if (one.isMissing)
             return fail(streams, QStringLiteral("%1: is neither a folder nor a snapshot").arg(path));
         if (!one.reading.ok())
-            return fail(streams, QStringLiteral("%1: %2").arg(path, faultText(one.reading)));
+            return fail(streams, QStringLiteral("%1: %2").arg(path, snapshotFaultText(one.reading)));
         if (one.reading.repeated > 0)
             complain(streams, QStringLiteral("warning: %1: %2 paths are there more than once; the last one counts")
                                   .arg(path)
@@ -285,7 +268,7 @@ int runVerify(const Arguments &arguments, const Streams &streams)
         Progress silent;
         const FolderSnapshotReading reading = loadFolderSnapshot(paths[0], {}, silent);
         if (!reading.ok())
-            return fail(streams, QStringLiteral("%1: %2").arg(paths[0], faultText(reading)));
+            return fail(streams, QStringLiteral("%1: %2").arg(paths[0], snapshotFaultText(reading)));
         folder = reading.snapshot.root;
     }
     return runOn({{paths[0], folder}, {}, true}, FolderSnapshotDigests::Sha256, arguments, streams);

@@ -17,9 +17,10 @@ std::optional<ContentIdentity> blobName(OpenFile &file, ContentIdentity::Algorit
     const std::optional<qint64> size = file.size();
     if (!size)
         return std::nullopt;
-    MessageDigest digest(algorithm == ContentIdentity::Algorithm::GitBlobSha256 ? MessageDigest::Kind::Sha256
-                                                                                : MessageDigest::Kind::Sha1);
-    digest.update(blobHead(*size));
+    using enum ContentIdentity::Algorithm;
+    MessageDigest digest(algorithm == GitBlobSha1 ? MessageDigest::Kind::Sha1 : MessageDigest::Kind::Sha256);
+    if (algorithm != Sha256)
+        digest.update(blobHead(*size));
     QByteArray block(std::clamp<qint64>(*size + 1, 1, blockSize), Qt::Uninitialized);
     for (qint64 offset = 0; !cancel.isCancelled();) {
         const FilePiece piece = file.readAt(offset, block.data(), block.size());

@@ -28,4 +28,12 @@ bool canStandInFolder(QStringView name)
                         [](QChar unit) { return unit < u' ' || QStringView(u"/\\:*?\"<>|").contains(unit); });
 }
 
+bool staysInFolder(QStringView relativePath)
+{
+    const auto parts = relativePath.split(u'/');
+    return !relativePath.contains(QChar::Null) && std::all_of(parts.begin(), parts.end(), [](QStringView part) {
+        return !part.isEmpty() && part != u"." && part != u"..";
+    });
+}
+
 } // namespace velmora

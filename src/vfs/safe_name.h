@@ -10,4 +10,7 @@ namespace velmora {
 /// from an archive, a commit or a host.
 [[nodiscard]] bool canStandInFolder(QStringView name);
 
+/// Whether a path with "/" leads to something below the folder that it is relative to.
+[[nodiscard]] bool staysInFolder(QStringView relativePath);
+
 } // namespace velmora

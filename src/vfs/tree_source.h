@@ -23,6 +23,7 @@ struct ContentIdentity {
         Crc32,       ///< as `fileCrc32`: files of one value may still differ
         GitBlobSha1, ///< the name of a blob; this and the next are equal exactly when the contents are
         GitBlobSha256,
+        Sha256, ///< of the bytes alone; the same goes for it
     };
 
     Algorithm algorithm = Algorithm::Crc32;
@@ -35,6 +36,13 @@ struct ContentIdentity {
 enum class WriteBar : quint8 {
     None,       ///< it can be written, as far as the system lets
     FixedState, ///< it shows how things are or were somewhere, and has no way to change them
+};
+
+/// What a source has of the contents of its files.
+enum class ContentAccess : quint8 {
+    Readable,
+    NamesOnly, ///< identities were recorded, not of all files maybe, and no bytes
+    None,      ///< neither
 };
 
 /// Where a program finds a file of a source.
@@ -83,6 +91,8 @@ public:
     [[nodiscard]] virtual bool isSystemFile(const QString & /*path*/) const { return false; }
 
     [[nodiscard]] virtual WriteBar writeBar() const { return WriteBar::FixedState; }
+
+    [[nodiscard]] virtual ContentAccess contentAccess() const { return ContentAccess::Readable; }
 
     /// Lays a file out for a program that needs a path: the file itself where it has one, else a copy under its name in
     /// a new folder within `folder`, which is absolute and private to this user. For a worker; when `cancel` is set, or

@@ -38,6 +38,7 @@ NEIGHBOURS = {
     ("folder/git", "folder/actions"),
     ("folder/merge", "folder/actions"),
     ("folder/sftp", "folder/actions"),
+    ("folder/snapshot", "folder/actions"),
     ("folder/sync", "folder/actions"),
     ("folder/usage", "folder/actions"),
     ("session/pane", "session/frame"),

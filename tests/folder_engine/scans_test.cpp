@@ -1,7 +1,7 @@
 #include "core/progress.h"
 #include "folder/engine/disk_usage_scan.h"
 #include "folder/engine/duplicate_scan.h"
-#include "folder/engine/folder_snapshot_file.h"
+#include "folder/engine/folder_snapshot.h"
 #include "folder/engine/usage_record.h"
 #include "folder_engine/test_tree.h"
 #include "platform/file_access.h"

@@ -1,5 +1,5 @@
 #include "core/iso_times.h"
-#include "folder/engine/folder_snapshot_file.h"
+#include "folder/engine/folder_snapshot_sides.h"
 #include "platform/file_access.h"
 #include "support/files.h"
 #include "support/test_main.h"

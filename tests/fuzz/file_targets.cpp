@@ -1,6 +1,5 @@
 #include "app/library/session_files.h"
 #include "core/json_reader.h"
-#include "folder/engine/folder_snapshot_file.h"
 #include "folder/operations/journal_lines.h"
 #include "folder/sftp/engine/remote_listing.h"
 #include "fuzz/targets.h"
@@ -11,6 +10,8 @@
 #include "system/engine/snapshot_file.h"
 #include "vfs/archive/archive_tree.h"
 #include "vfs/remote/remote_tree_listing.h"
+#include "vfs/safe_name.h"
+#include "vfs/snapshot/folder_snapshot_file.h"
 
 #include <QBuffer>
 #include <QFile>

@@ -10,6 +10,7 @@
 #include "session/session_widget.h"
 #include "session/translate.h"
 #include "vfs/place/other_tree.h"
+#include "vfs/place/snapshot_source.h"
 
 #include <QApplication>
 #include <QDir>
@@ -48,7 +49,9 @@ bool isPassing(const SessionKindRow &kind, const SessionPaths &paths)
 /// The kind in which two paths are compared when nobody said which.
 const SessionKindRow &kindForPair(const SessionPaths &paths)
 {
-    const auto isFolder = [](const QString &path) { return isOtherTree(path) || QFileInfo(path).isDir(); };
+    const auto isFolder = [](const QString &path) {
+        return isOtherTree(path) || QFileInfo(path).isDir() || snapshotPlaceOf(path);
+    };
     const bool folders = isFolder(paths.left) && isFolder(paths.right);
     return sessionKind(folders ? QLatin1String("folder") : QLatin1String("text"));
 }

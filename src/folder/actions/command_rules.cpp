@@ -1,6 +1,7 @@
 #include "folder/actions/command_rules.h"
 
 #include "folder/actions/action_request.h"
+#include "folder/actions/snapshot_words.h"
 #include "session/translate.h"
 
 #include <algorithm>
@@ -25,6 +26,15 @@ QString whyNotWritable(const FolderActionContext &context, const QList<Side> &si
                                       : Velmora::tr("The right side shows a fixed state, which cannot be changed");
     }
     return {};
+}
+
+/// `taken`: the sides whose files are to be read.
+QString whyNotReadable(const FolderActionContext &context, const QList<Side> &taken)
+{
+    const bool areReadable = std::all_of(taken.begin(), taken.end(), [&context](Side side) {
+        return !hasRoot(context, side) || context.roots[side].source->contentAccess() == ContentAccess::Readable;
+    });
+    return areReadable ? QString() : noContentsText();
 }
 
 bool isAnyOn(const FolderSelection &selection, Side side)
@@ -75,6 +85,8 @@ QString whyNotToOtherSide(FolderCommand command, const FolderActionContext &cont
         written.append(source);
     if (const QString reason = whyNotWritable(context, written); !reason.isEmpty())
         return reason;
+    if (const QString reason = whyNotReadable(context, {source}); !reason.isEmpty())
+        return reason;
     if (selection.items.isEmpty())
         return Velmora::tr("Nothing is selected");
     if (isAnyOn(selection, source))
@@ -115,7 +127,7 @@ QString whyNotPossible(FolderCommand command, const FolderActionContext &context
         if (goesToOtherSide(command))
             return whyNotToOtherSide(command, context, selection);
         if (!isMove(command))
-            return whyNotOccupied(selection);
+            return firstOf(whyNotOccupied(selection), whyNotReadable(context, occupiedSides(selection)));
         [[fallthrough]];
     case CommandKind::Delete:
         return firstOf(whyNotOccupied(selection), whyNotWritable(context, occupiedSides(selection)));

@@ -154,6 +154,10 @@ void ArchiveBrowseWidget::take(const Opened &opened, const QString &path)
         status().showFailure(Velmora::tr("This is a folder, not an archive"));
         return;
     }
+    if (opened.tree.snapshot) {
+        status().showFailure(Velmora::tr("This is a snapshot of a folder, not an archive"));
+        return;
+    }
     if (opening.fault == ArchiveFault::WrongPassword) {
         m_password.clear();
         status().showFailure(archiveFaultText(path, opening));

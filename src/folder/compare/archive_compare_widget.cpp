@@ -5,6 +5,7 @@
 #include "folder/actions/archive_words.h"
 #include "folder/actions/git_fault_text.h"
 #include "folder/actions/remote_words.h"
+#include "folder/actions/snapshot_words.h"
 #include "folder/compare/folder_compare_bar.h"
 #include "session/dialogs.h"
 #include "session/frame/status_line.h"
@@ -118,7 +119,9 @@ Sides<TreeFolder> ArchiveCompareWidget::trees(const SessionPaths &paths) const
 bool ArchiveCompareWidget::openTrees()
 {
     const SessionPaths wanted = paths();
-    const bool withFolder = isFolderPath(wanted.left) || isFolderPath(wanted.right);
+    // Archives within are files of a folder, and of a snapshot of it.
+    const auto isOfFiles = [](const QString &path) { return isFolderPath(path) || snapshotPlaceOf(path); };
+    const bool withFolder = isOfFiles(wanted.left) || isOfFiles(wanted.right);
     const bool isSamePairing = m_opened.sides.left.tree.isFolder == isFolderPath(wanted.left) &&
                                m_opened.sides.right.tree.isFolder == isFolderPath(wanted.right);
     if (isSamePairing && isCurrent(Side::Left, wanted.left) && isCurrent(Side::Right, wanted.right))
@@ -183,6 +186,10 @@ void ArchiveCompareWidget::take(Opening &&opening, const SessionPaths &wanted)
         }
         if (m_opened.sides[side].tree.remoteFault.isError()) {
             tellUnopened(remoteFaultText(m_opened.sides[side].tree.remoteFault));
+            return;
+        }
+        if (const auto &snapshot = m_opened.sides[side].tree.snapshot; snapshot && !snapshot->source) {
+            tellUnopened(snapshotFaultText(path, *snapshot));
             return;
         }
         if (archive.fault != ArchiveFault::None) {

@@ -1,4 +1,5 @@
 #include "folder/actions/advanced_filters_dialog.h"
+#include "folder/actions/snapshot_words.h"
 #include "folder/compare/entry_opener.h"
 #include "folder/compare/folder_compare_bar.h"
 #include "folder/compare/folder_compare_widget.h"
@@ -35,7 +36,8 @@ void FolderCompareWidget::openNode(qint32 node)
     if (mixedKinds) {
         showMessage(Velmora::tr("A folder and a file of the same name cannot be compared"));
     } else if (!item.isDir) {
-        m_opener->open(sourcesOf(m_comparison.spec().roots), item);
+        if (canOpen(item))
+            m_opener->open(sourcesOf(m_comparison.spec().roots), item);
     } else if (isPair(item)) {
         navigate(writtenPath(item, Side::Left), writtenPath(item, Side::Right));
     } else {
@@ -60,6 +62,17 @@ bool FolderCompareWidget::areLocal() const
                        [&roots](Side side) { return !roots[side].source || roots[side].source->isLocal(); });
 }
 
+bool FolderCompareWidget::canOpen(const FolderDiffItem &item)
+{
+    const Sides<TreeFolder> &roots = m_comparison.spec().roots;
+    const bool isReadable = std::all_of(bothSides.begin(), bothSides.end(), [&](Side side) {
+        return pathOn(item, side).isEmpty() || roots[side].source->contentAccess() == ContentAccess::Readable;
+    });
+    if (!isReadable)
+        showMessage(noContentsText());
+    return isReadable;
+}
+
 void FolderCompareWidget::showEvent(QShowEvent *event)
 {
     SessionWidget::showEvent(event);
@@ -74,7 +87,8 @@ void FolderCompareWidget::openFor(SessionHost::Purpose purpose, const FolderDiff
         host().openSession(kind(), {writtenPath(item, Side::Left), writtenPath(item, Side::Right), {}});
         return;
     }
-    m_opener->openAs(host().kindFor(purpose), sourcesOf(m_comparison.spec().roots), item);
+    if (item.isDir || canOpen(item))
+        m_opener->openAs(host().kindFor(purpose), sourcesOf(m_comparison.spec().roots), item);
 }
 
 void FolderCompareWidget::openIn(const QString &kind, const QString &left, const QString &right)

@@ -5,6 +5,7 @@
 #include "folder/compare/time_shift_bar.h"
 #include "session/dialogs.h"
 #include "session/translate.h"
+#include "vfs/remote/remote_place.h"
 
 #include <QDir>
 #include <QDragEnterEvent>
@@ -33,8 +34,10 @@ bool FolderCompareWidget::openTrees()
     const SessionPaths wanted = paths();
     if (!StateTrees::isAnyOther(wanted))
         return true;
+    const bool isOfHost = isRemoteAddress(wanted.left) || isRemoteAddress(wanted.right);
     showMessage(StateTrees::isAny(wanted) ? Velmora::tr("Reading the repository...")
-                                          : Velmora::tr("Reading the folder of the host..."));
+                : isOfHost                ? Velmora::tr("Reading the folder of the host...")
+                                          : Velmora::tr("Reading the snapshot..."));
     m_states->open(wanted, [this](const QString &error) {
         if (error.isEmpty())
             loadOpened();
@@ -56,7 +59,7 @@ void FolderCompareWidget::cancelOpening()
 
 bool FolderCompareWidget::takesPath(const QString &path) const
 {
-    return QFileInfo(path).isDir();
+    return QFileInfo(path).isDir() || snapshotPlaceOf(path);
 }
 
 void FolderCompareWidget::browse(Side side)

@@ -158,7 +158,8 @@ void FolderCompareWidget::onNavigateUp()
 {
     const Sides<TreeFolder> &roots = m_comparison.spec().roots;
     const bool isTop = std::any_of(bothSides.begin(), bothSides.end(), [&](Side side) {
-        return isGitPlace(roots[side].shownPath()) && roots[side].path == u"/";
+        const bool isWhole = roots[side].path == u"/" && !roots[side].source->isLocal();
+        return isWhole && (isGitPlace(roots[side].shownPath()) || snapshotPlaceOf(roots[side].shownPath()));
     });
     const std::optional<SessionPaths> above = isTop ? std::nullopt : m_place.goUp(paths());
     if (above)

@@ -20,6 +20,8 @@
 #include <QTimer>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace velmora {
 
 namespace {
@@ -42,6 +44,14 @@ QString describeCounts(const FolderCounts &counts)
     if (counts.hidden > 0)
         add(Velmora::tr("Hidden: %1"), counts.hidden);
     return parts.join(QStringLiteral("   "));
+}
+
+/// Whether a side has nothing that tells contents apart.
+bool hasNoContentNames(const Sides<TreeFolder> &roots)
+{
+    return std::any_of(bothSides.begin(), bothSides.end(), [&roots](Side side) {
+        return roots[side].source && roots[side].source->contentAccess() == ContentAccess::None;
+    });
 }
 
 } // namespace
@@ -120,6 +130,13 @@ void FolderCompareWidget::showNotice()
     }
 }
 
+QString FolderCompareWidget::verdict() const
+{
+    return hasNoContentNames(m_comparison.spec().roots)
+               ? Velmora::tr("The snapshot has no checksums: size and time decide")
+               : QString();
+}
+
 QString FolderCompareWidget::summary() const
 {
     const FolderCounts &counts = m_comparison.tree().counts();
@@ -147,7 +164,7 @@ void FolderCompareWidget::showCounts()
 {
     const FolderCounts &counts = m_comparison.tree().counts();
     m_counts->setText(describeCounts(counts));
-    m_readUnread->setVisible(counts.unread > 0);
+    m_readUnread->setVisible(counts.unread > 0 && !hasNoContentNames(m_comparison.spec().roots));
     m_filterBar->showEffect(counts.hidden, m_filters.hasRanges());
     // All files of a state have one time, which says nothing of them.
     if (StateTrees::isAny(m_place.folders()))

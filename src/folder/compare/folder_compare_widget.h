@@ -134,7 +134,7 @@ protected:
     [[nodiscard]] virtual bool takesPath(const QString &path) const;
     virtual void browse(Side side);
     /// What is known of the two as a whole; a sentence, or empty.
-    [[nodiscard]] virtual QString verdict() const { return {}; }
+    [[nodiscard]] virtual QString verdict() const;
 
     void loadOpened();
     void showSummary();
@@ -183,6 +183,8 @@ private:
     /// Where an entry is on a side, as a person would write it; empty where it is not.
     [[nodiscard]] QString writtenPath(const FolderDiffItem &item, Side side) const;
     [[nodiscard]] bool areLocal() const;
+    /// Tells so where a side that the entry is on holds no contents.
+    [[nodiscard]] bool canOpen(const FolderDiffItem &item);
     /// Asks for a session on the entry, which is compared anew when a person comes back.
     void openFor(SessionHost::Purpose purpose, const FolderDiffItem &item);
     void openIn(const QString &kind, const QString &left, const QString &right);

@@ -3,6 +3,7 @@
 #include "folder/actions/archive_words.h"
 #include "folder/actions/git_fault_text.h"
 #include "folder/actions/remote_words.h"
+#include "folder/actions/snapshot_words.h"
 #include "session/translate.h"
 #include "vfs/local_folder.h"
 #include "vfs/place/other_tree.h"
@@ -24,18 +25,21 @@ bool StateTrees::isAny(const SessionPaths &paths)
 
 bool StateTrees::isAnyOther(const SessionPaths &paths)
 {
-    return isOtherTree(paths.left) || isOtherTree(paths.right);
+    const auto isOther = [](const QString &path) { return isOtherTree(path) || snapshotPlaceOf(path); };
+    return isOther(paths.left) || isOther(paths.right);
 }
 
 Sides<StateTrees::Opened> StateTrees::openBoth(const SessionPaths &paths, const Sides<Opened> &before,
                                                const CancelFlag &cancel, Progress &progress)
 {
-    Sides<Opened> opened{{paths.left, {}, {}}, {paths.right, {}, {}}};
+    Sides<Opened> opened{{paths.left, {}, {}, {}}, {paths.right, {}, {}, {}}};
     for (const Side side : bothSides) {
         if (const std::optional<GitPlace> place = gitPlaceOf(opened[side].path))
             opened[side].state = openState(*place, before[side].state, cancel);
         else if (const std::optional<RemotePlace> host = remotePlaceOf(opened[side].path))
             opened[side].remote = openRemote(*host, cancel, progress);
+        else if (const std::optional<SnapshotPlace> snapshot = snapshotPlaceOf(opened[side].path))
+            opened[side].snapshot = openSnapshot(*snapshot, before[side].snapshot, cancel, progress);
     }
     return opened;
 }
@@ -63,7 +67,10 @@ QString StateTrees::take(Sides<Opened> &&opened)
         const RemoteOpening &remote = opened[side].remote;
         if (remote.fault.isError())
             return remoteFaultText(remote.fault);
-        for (const ArchiveProblem &problem : state.problems + remote.problems)
+        const SnapshotOpening &snapshot = opened[side].snapshot;
+        if (!snapshot.source && (snapshot.stamp || !snapshot.reading.ok()))
+            return snapshotFaultText(opened[side].path, snapshot);
+        for (const ArchiveProblem &problem : state.problems + remote.problems + snapshot.problems)
             Q_EMIT logLine(opened[side].path + QLatin1String(": ") + archiveProblemText(problem));
     }
     m_opened = std::move(opened);
@@ -72,9 +79,11 @@ QString StateTrees::take(Sides<Opened> &&opened)
 
 TreeFolder StateTrees::folderAt(Side side, const QString &path) const
 {
-    if (!isOtherTree(path))
-        return localFolder(path);
     const Opened &opened = m_opened[side];
+    if (opened.path == path && opened.snapshot.source)
+        return opened.snapshot.folder();
+    if (!isOtherTree(path))
+        return snapshotPlaceOf(path) ? TreeFolder() : localFolder(path);
     if (opened.path == path && opened.remote.source)
         return {opened.remote.source, QStringLiteral("/")};
     if (opened.path != path || !opened.state.source)

@@ -6,6 +6,7 @@
 #include "core/sides.h"
 #include "session/session_record.h"
 #include "vfs/place/remote_source.h"
+#include "vfs/place/snapshot_source.h"
 #include "vfs/place/state_source.h"
 #include "vfs/tree_source.h"
 
@@ -16,7 +17,8 @@
 
 namespace velmora {
 
-/// The states of repositories and folders of hosts that stand on a side of a comparison of folders, read on a worker.
+/// The states of repositories, folders of hosts and snapshots that stand on a side of a comparison of folders, read on
+/// a worker.
 class StateTrees final : public QObject {
     Q_OBJECT
 public:
@@ -24,12 +26,12 @@ public:
 
     /// Whether one of the two is a state.
     [[nodiscard]] static bool isAny(const SessionPaths &paths);
-    /// Whether one of the two is a state or a folder of a host.
+    /// Whether one of the two is no folder of the disk.
     [[nodiscard]] static bool isAnyOther(const SessionPaths &paths);
 
     /// Finds what these among the paths are now, and calls `done` with a sentence where one is not to be had.
     void open(const SessionPaths &paths, std::function<void(const QString &error)> done);
-    /// The folder of a path as it was opened last; of the disk where it is neither.
+    /// The folder of a path as it was opened last; of the disk where it is none of these.
     [[nodiscard]] TreeFolder folderAt(Side side, const QString &path) const;
 
     [[nodiscard]] bool isRunning() const { return m_runner.isRunning(); }
@@ -44,6 +46,7 @@ private:
         QString path;
         StateOpening state;
         RemoteOpening remote;
+        SnapshotOpening snapshot;
     };
 
     [[nodiscard]] static Sides<Opened> openBoth(const SessionPaths &paths, const Sides<Opened> &before,

@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QStringBuilder>
 
+#include <algorithm>
 #include <atomic>
 #include <functional>
 #include <optional>
@@ -182,6 +183,28 @@ ItemList listItems(const Listing &listing, PairDecider *decider)
     return takeItems(*walk.run(listing.report), listing.cancel);
 }
 
+/// Judges pairs of which nobody can tell the contents.
+void settleByAttributes(QList<FolderDiffItem> &items, qint32 toleranceSec)
+{
+    for (FolderDiffItem &item : items) {
+        if (item.status != UndecidedFiles && item.status != UndecidedSpecial)
+            continue;
+        const bool isSame =
+            item.leftSize == item.rightSize &&
+            timesMatch(item.leftTime.toMSecsSinceEpoch(), item.rightTime.toMSecsSinceEpoch(), toleranceSec);
+        item.setDiffStatus(isSame ? FolderDiffStatus::Same : FolderDiffStatus::Different);
+        item.isUnread = isSame && item.leftSize > 0;
+    }
+}
+
+bool haveContents(const FolderInput &input)
+{
+    return std::all_of(bothSides.begin(), bothSides.end(), [&input](Side side) {
+        const TreeFolder &root = input.roots[side];
+        return !root.source || root.source->contentAccess() == ContentAccess::Readable;
+    });
+}
+
 /// Lists and decides every pair.
 ItemList compareItems(const Listing &listing)
 {
@@ -190,6 +213,8 @@ ItemList compareItems(const Listing &listing)
     ItemList list = listItems(listing, &decider);
     decider.decideRest(list.items, listing.report);
     decider.tellProblems(listing.report);
+    if (!haveContents(input) && !listing.cancel.isCancelled())
+        settleByAttributes(list.items, input.toleranceSec);
     cutAtUndecided(list);
     return list;
 }

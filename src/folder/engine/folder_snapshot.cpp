@@ -92,11 +92,6 @@ private:
 
 } // namespace
 
-bool FolderSnapshot::hasDigests() const
-{
-    return std::any_of(entries.begin(), entries.end(), [](const auto &entry) { return !entry.digest.isEmpty(); });
-}
-
 const FolderSnapshotEntry *FolderSnapshotComparison::entry(qsizetype row, Side side) const
 {
     const qint32 index = rows[std::size_t(row)].entries[side];

@@ -5,44 +5,17 @@
 #include "core/progress.h"
 #include "core/sides.h"
 #include "folder/engine/folder_diff_item.h"
+#include "vfs/snapshot/folder_snapshot_file.h"
 
-#include <QByteArray>
 #include <QList>
 #include <QString>
 
 #include <memory>
-#include <optional>
 #include <vector>
 
 namespace velmora {
 
 struct TreeFolder;
-
-/// One file as a snapshot records it.
-struct FolderSnapshotEntry {
-    QString path; ///< relative to the root, with "/"
-    qint64 size = 0;
-    std::optional<qint64> modifiedMs; ///< since 1970-01-01 UTC; nothing where a snapshot file has no time
-    QByteArray digest = {};           ///< SHA-256, 32 bytes; empty when it is not known
-
-    friend bool operator==(const FolderSnapshotEntry &, const FolderSnapshotEntry &) = default;
-};
-
-/// The files of a folder and below as they were at one time: no folders, nothing hidden. About 250 bytes an entry.
-struct FolderSnapshot {
-    QString root;                             ///< the absolute path of the folder; of a snapshot file not trusted
-    QString created;                          ///< local time, ISO 8601
-    std::vector<FolderSnapshotEntry> entries; ///< by path, in the order of the code units; no path twice
-
-    [[nodiscard]] bool hasDigests() const;
-};
-
-/// The steps of scanning and reading as `Progress` has them.
-enum class FolderSnapshotPhase : int {
-    Walking, ///< entries, their total is not known
-    Hashing, ///< bytes
-    Loading, ///< bytes of a snapshot file
-};
 
 /// Whether a scan reads the files.
 enum class FolderSnapshotDigests : quint8 { None, Sha256 };

@@ -89,18 +89,22 @@ std::optional<bool> sameByIdentity(CompareMethod method, const Sides<std::option
     return decides ? std::optional(false) : std::nullopt;
 }
 
-std::optional<ContentIdentity::Algorithm> askedAlgorithm(CompareMethod method,
-                                                         const Sides<std::optional<ContentIdentity>> &known)
+std::optional<AskedName> askedName(CompareMethod method, const Sides<std::optional<ContentIdentity>> &known,
+                                   const Sides<bool> &canRead)
 {
-    const auto exact = [&known](Side side) {
-        const bool isExact = known[side] && known[side]->algorithm != ContentIdentity::Algorithm::Crc32;
-        return isExact ? std::optional(known[side]->algorithm) : std::nullopt;
+    const auto isExact = [&known](Side side) {
+        return known[side] && known[side]->algorithm != ContentIdentity::Algorithm::Crc32;
     };
-    const auto left = exact(Side::Left);
-    const auto right = exact(Side::Right);
-    if (method != CompareMethod::Rules || left.has_value() == right.has_value())
-        return std::nullopt;
-    return left ? left : right;
+    for (const Side side : bothSides) {
+        const Side other = side == Side::Left ? Side::Right : Side::Left;
+        if (method != CompareMethod::Rules || !canRead[side] || !isExact(other))
+            continue;
+        const bool isOfUse =
+            canRead[other] ? !isExact(side) : !known[side] || known[side]->algorithm != known[other]->algorithm;
+        if (isOfUse)
+            return AskedName{known[other]->algorithm, side};
+    }
+    return std::nullopt;
 }
 
 PairDecider::PairDecider(SourcePair sources, int threads, CompareMethod method, const CancelFlag &cancel)
@@ -109,7 +113,13 @@ PairDecider::PairDecider(SourcePair sources, int threads, CompareMethod method, 
       m_cancel(cancel),
       m_comparers(std::size_t(threads)),
       m_openers(std::size_t(threads))
-{}
+{
+    for (const Side side : bothSides) {
+        m_canRead[side] = !m_sources[side] || m_sources[side]->contentAccess() == ContentAccess::Readable;
+        if (!m_canRead[side])
+            m_method = CompareMethod::Rules;
+    }
+}
 
 PairDecider::~PairDecider() = default;
 
@@ -143,11 +153,10 @@ std::optional<bool> PairDecider::sameByWhatIsKnown(int worker, const FolderDiffI
 {
     Sides<std::optional<ContentIdentity>> known{m_sources.left->contentIdentity(item.leftPath),
                                                 m_sources.right->contentIdentity(item.rightPath)};
-    const std::optional<ContentIdentity::Algorithm> asked = askedAlgorithm(m_method, known);
-    if (asked) {
-        const Side side = known.left && known.left->algorithm == *asked ? Side::Right : Side::Left;
+    if (const std::optional<AskedName> asked = askedName(m_method, known, m_canRead)) {
+        const Side side = asked->side;
         const std::unique_ptr<OpenFile> file = opener(worker, side).open(pathOn(item, side), hint);
-        known[side] = file ? blobName(*file, *asked, m_cancel) : std::nullopt;
+        known[side] = file ? blobName(*file, asked->algorithm, m_cancel) : std::nullopt;
         if (!known[side]) {
             if (!m_cancel.isCancelled())
                 noteUnreadable(side, pathOn(item, side));
@@ -161,6 +170,8 @@ void PairDecider::decide(int worker, FolderDiffItem &item)
 {
     const OpenHint hint = item.status == UndecidedFiles ? OpenHint::ListedAsFile : OpenHint::Unknown;
     const std::optional<bool> known = sameByWhatIsKnown(worker, item, hint);
+    if (!known && !(m_canRead.left && m_canRead.right))
+        return;
     const bool same = known ? *known : sameContent(comparer(worker), m_method, item.leftPath, item.rightPath, hint);
     if (!m_cancel.isCancelled()) // else what was read may not be the whole
         item.setDiffStatus(same ? FolderDiffStatus::Same : FolderDiffStatus::Different);

@@ -38,10 +38,16 @@ struct FolderRunReport;
 [[nodiscard]] std::optional<bool> sameByIdentity(CompareMethod method,
                                                  const Sides<std::optional<ContentIdentity>> &known);
 
-/// The algorithm in which one side alone knows its content exactly: then the other content decides by being read, and
-/// the known one stays unread. Nothing where that is of no use to `method`.
-[[nodiscard]] std::optional<ContentIdentity::Algorithm>
-askedAlgorithm(CompareMethod method, const Sides<std::optional<ContentIdentity>> &known);
+/// A content that is read to find its name, so that the other one stays unread.
+struct AskedName {
+    ContentIdentity::Algorithm algorithm = ContentIdentity::Algorithm::GitBlobSha1;
+    Side side = Side::Left;
+};
+
+/// The content to name where the other side knows its own exactly, and this one does not or by another algorithm that
+/// the other cannot be asked for; nothing where that is of no use to `method`. `canRead`: the sides that hold contents.
+[[nodiscard]] std::optional<AskedName>
+askedName(CompareMethod method, const Sides<std::optional<ContentIdentity>> &known, const Sides<bool> &canRead);
 
 /// Gives pairs of files whose contents decide their status, for one run. Workers are numbered from 0, which is the
 /// thread of the run itself.
@@ -53,7 +59,8 @@ public:
     PairDecider(const PairDecider &) = delete;
     PairDecider &operator=(const PairDecider &) = delete;
 
-    /// Decides one undecided pair. When cancelled, it may stay so.
+    /// Decides one undecided pair. When cancelled, it may stay so, and so does one that nobody can tell: a side has
+    /// neither its content nor a name of it.
     void decide(int worker, FolderDiffItem &item);
 
     /// Decides those pairs of one folder that are soon read, while the system still has it at hand. What is large or
@@ -74,7 +81,8 @@ private:
     void noteUnreadable(Side side, const QString &path);
 
     SourcePair m_sources;
-    CompareMethod m_method;
+    Sides<bool> m_canRead{true, true};
+    CompareMethod m_method; ///< where a side holds no contents, names decide under any
     CancelFlag m_cancel;
     SlowDeviceGate m_gate;
     std::vector<std::unique_ptr<ContentComparer>> m_comparers; ///< by worker, made when first needed

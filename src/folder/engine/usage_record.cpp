@@ -1,7 +1,7 @@
 #include "folder/engine/usage_record.h"
 
-#include "folder/engine/folder_snapshot_file.h"
 #include "folder/engine/snapshot_usage.h"
+#include "vfs/snapshot/folder_snapshot_file.h"
 
 #include <QFile>
 #include <QJsonArray>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/safe_file.h"
-#include "folder/engine/folder_snapshot_file.h"
+#include "folder/engine/folder_snapshot_sides.h"
 #include "session/session_host.h"
 
 namespace velmora {

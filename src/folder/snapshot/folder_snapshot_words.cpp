@@ -1,6 +1,7 @@
 #include "folder/snapshot/folder_snapshot_words.h"
 
 #include "core/visible_name.h"
+#include "folder/actions/snapshot_words.h"
 #include "session/translate.h"
 
 #include <QDir>
@@ -22,20 +23,6 @@ QString timeText(const FolderSnapshotEntry &entry, IsoTimes &times)
     return QString::fromLatin1(times.text(*entry.modifiedMs)).replace(u'T', u' ');
 }
 
-QString formDetail(const FolderSnapshotReading &reading)
-{
-    switch (reading.fault) {
-    case FolderSnapshotFault::NotJson:
-        return Velmora::tr("The file is no JSON from byte %1 on.").arg(number(reading.at));
-    case FolderSnapshotFault::NoEntries:
-        return Velmora::tr("It has no list of entries.");
-    case FolderSnapshotFault::BadEntry:
-        return Velmora::tr("Entry %1 is no file of a folder.").arg(number(reading.at));
-    default:
-        return {};
-    }
-}
-
 } // namespace
 
 FolderSnapshotWords faultWords(const FolderSnapshotSide &side, const QString &path)
@@ -50,7 +37,7 @@ FolderSnapshotWords faultWords(const FolderSnapshotSide &side, const QString &pa
         return {Velmora::tr("Cannot open snapshot: %1").arg(QDir::toNativeSeparators(path)), side.reading.error};
     default:
         return {Velmora::tr("Invalid snapshot format"),
-                QDir::toNativeSeparators(path) + QStringLiteral("  \u00b7  ") + formDetail(side.reading)};
+                QDir::toNativeSeparators(path) + QStringLiteral("  \u00b7  ") + snapshotFormText(side.reading)};
     }
 }
 

@@ -2,7 +2,7 @@
 
 #include "core/iso_times.h"
 #include "core/progress.h"
-#include "folder/engine/folder_snapshot_file.h"
+#include "folder/engine/folder_snapshot_sides.h"
 
 #include <QString>
 

@@ -52,6 +52,17 @@ TreeAt remoteAt(const RemotePlace &place, const ArchiveRequest &request, const C
     return result;
 }
 
+TreeAt snapshotAt(const SnapshotPlace &place, const ArchiveRequest &request, const CancelFlag &cancel,
+                  Progress &progress)
+{
+    TreeAt result;
+    result.snapshot = openSnapshot(place, {}, cancel, progress, request.limits);
+    result.folder = result.snapshot->folder();
+    result.opening = {
+        nullptr, result.folder.isThere() ? ArchiveFault::None : ArchiveFault::Missing, {}, result.snapshot->problems};
+    return result;
+}
+
 } // namespace
 
 TreeAt treeAt(const ArchiveRequest &request, const CancelFlag &cancel, Progress &progress)
@@ -68,6 +79,8 @@ TreeAt treeAt(const ArchiveRequest &request, const CancelFlag &cancel, Progress 
         result.isFolder = true;
         return result;
     }
+    if (const std::optional<SnapshotPlace> place = snapshotPlaceOf(request.path))
+        return snapshotAt(*place, request, cancel, progress);
     ArchiveRequest archive = request;
     archive.path = fileOnTheWay(path);
     if (archive.path.isEmpty()) {

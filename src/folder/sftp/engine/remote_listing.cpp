@@ -1,7 +1,7 @@
 #include "folder/sftp/engine/remote_listing.h"
 
-#include "folder/engine/folder_snapshot_file.h"
 #include "platform/file_access.h"
+#include "vfs/safe_name.h"
 
 #include <algorithm>
 #include <optional>

@@ -2,9 +2,10 @@
 
 #include "core/path_names.h"
 #include "filetypes/checksum/engine/checksum_list.h"
-#include "folder/engine/folder_snapshot_file.h"
+#include "folder/engine/folder_snapshot.h"
 #include "platform/file_access.h"
 #include "vfs/local_folder.h"
+#include "vfs/safe_name.h"
 
 #include <QDateTime>
 #include <QDir>

@@ -3,11 +3,43 @@
 #include "core/cancel_flag.h"
 #include "core/progress.h"
 #include "core/safe_file.h"
-#include "folder/engine/folder_snapshot.h"
+
+#include <QByteArray>
+#include <QLatin1String>
+#include <QString>
+
+#include <optional>
+#include <vector>
 
 class QIODevice;
 
 namespace velmora {
+
+/// One file as a snapshot records it.
+struct FolderSnapshotEntry {
+    QString path; ///< relative to the root, with "/"
+    qint64 size = 0;
+    std::optional<qint64> modifiedMs; ///< since 1970-01-01 UTC; nothing where a snapshot file has no time
+    QByteArray digest = {};           ///< SHA-256, 32 bytes; empty when it is not known
+
+    friend bool operator==(const FolderSnapshotEntry &, const FolderSnapshotEntry &) = default;
+};
+
+/// The files of a folder and below as they were at one time: no folders, nothing hidden. About 250 bytes an entry.
+struct FolderSnapshot {
+    QString root;                             ///< the absolute path of the folder; of a snapshot file not trusted
+    QString created;                          ///< local time, ISO 8601
+    std::vector<FolderSnapshotEntry> entries; ///< by path, in the order of the code units; no path twice
+
+    [[nodiscard]] bool hasDigests() const;
+};
+
+/// The steps of scanning and reading as `Progress` has them.
+enum class FolderSnapshotPhase : int {
+    Walking, ///< entries, their total is not known
+    Hashing, ///< bytes
+    Loading, ///< bytes of a snapshot file
+};
 
 /// The extension of snapshot files, in small letters.
 inline constexpr QLatin1String folderSnapshotSuffix(".kvsnapshot");
@@ -29,6 +61,7 @@ struct FolderSnapshotReading {
     qint64 at = 0;          ///< of NotJson the byte, of BadEntry the entry, counted from 1
     QString error;          ///< of CannotOpen, in the system's own words
     qsizetype repeated = 0; ///< entries whose path came again; the last one counts
+    QString firstRepeated;  ///< the path of one of them
 
     [[nodiscard]] bool ok() const noexcept { return fault == FolderSnapshotFault::None; }
 };
@@ -54,21 +87,5 @@ struct FolderSnapshotReading {
 
 /// Whether `path` stands for a snapshot file: it has the extension, and there is a file of that name.
 [[nodiscard]] bool isFolderSnapshotFile(const QString &path);
-
-/// Whether a path leads to something below the folder that it is relative to.
-[[nodiscard]] bool staysInFolder(QStringView relativePath);
-
-/// What a comparison has for a side: a folder as it is now, or a snapshot file.
-struct FolderSnapshotSide {
-    FolderSnapshotReading reading;
-    QList<FolderProblem> problems; ///< of a live folder
-    bool isLive = false;
-    bool isMissing = false; ///< there is neither a folder nor a snapshot of that path
-};
-
-/// Gets both sides, files first: a live folder is read for digests only where they can be compared with others.
-[[nodiscard]] Sides<FolderSnapshotSide> readFolderSnapshotSides(const Sides<QString> &paths,
-                                                                FolderSnapshotDigests digests, const CancelFlag &cancel,
-                                                                Progress &progress);
 
 } // namespace velmora

@@ -1,10 +1,10 @@
-#include "folder/engine/folder_snapshot_file.h"
+#include "vfs/snapshot/folder_snapshot_file.h"
 
 #include "core/iso_times.h"
 #include "core/json_reader.h"
 #include "core/json_text.h"
 #include "core/output_buffer.h"
-#include "vfs/local_folder.h"
+#include "vfs/safe_name.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -149,7 +149,8 @@ private:
         std::size_t kept = 0;
         for (std::size_t i = 0; i < entries.size(); ++i) {
             const bool isRepeated = kept > 0 && entries[kept - 1].path == entries[i].path;
-            m_reading.repeated += isRepeated;
+            if (isRepeated && m_reading.repeated++ == 0)
+                m_reading.firstRepeated = entries[i].path;
             kept += !isRepeated;
             if (kept - 1 != i)
                 entries[kept - 1] = std::move(entries[i]);
@@ -165,23 +166,12 @@ private:
     FolderSnapshotReading m_reading;
 };
 
-FolderSnapshotSide readLive(const QString &path, FolderSnapshotDigests digests, const CancelFlag &cancel,
-                            Progress &progress)
-{
-    FolderSnapshotSide side;
-    side.isLive = true;
-    side.isMissing = !QFileInfo(path).isDir();
-    if (side.isMissing)
-        return side;
-    FolderSnapshotScan scan = scanFolderSnapshot(localFolder(path), digests, cancel, progress);
-    side.reading.snapshot = std::move(scan.snapshot);
-    side.problems = std::move(scan.problems);
-    if (scan.cancelled)
-        side.reading.fault = Fault::Cancelled;
-    return side;
-}
-
 } // namespace
+
+bool FolderSnapshot::hasDigests() const
+{
+    return std::any_of(entries.begin(), entries.end(), [](const auto &entry) { return !entry.digest.isEmpty(); });
+}
 
 bool writeFolderSnapshot(QIODevice &device, const FolderSnapshot &snapshot, const CancelFlag &cancel)
 {
@@ -227,38 +217,6 @@ FolderSnapshotReading loadFolderSnapshot(const QString &path, const CancelFlag &
 bool isFolderSnapshotFile(const QString &path)
 {
     return path.endsWith(folderSnapshotSuffix, Qt::CaseInsensitive) && QFileInfo(path).isFile();
-}
-
-bool staysInFolder(QStringView relativePath)
-{
-    const auto parts = relativePath.split(u'/');
-    return !relativePath.contains(QChar::Null) && std::all_of(parts.begin(), parts.end(), [](QStringView part) {
-        return !part.isEmpty() && part != u"." && part != u"..";
-    });
-}
-
-Sides<FolderSnapshotSide> readFolderSnapshotSides(const Sides<QString> &paths, FolderSnapshotDigests digests,
-                                                  const CancelFlag &cancel, Progress &progress)
-{
-    Sides<FolderSnapshotSide> sides;
-    for (const Side side : bothSides) {
-        if (!isFolderSnapshotFile(paths[side])) {
-            sides[side].isLive = true;
-            continue;
-        }
-        sides[side].reading = loadFolderSnapshot(paths[side], cancel, progress);
-        if (!sides[side].reading.ok())
-            return sides;
-        if (!sides[side].reading.snapshot.hasDigests())
-            digests = FolderSnapshotDigests::None;
-    }
-    for (const Side side : bothSides) {
-        if (sides[side].isLive)
-            sides[side] = readLive(paths[side], digests, cancel, progress);
-        if (sides[side].isMissing || !sides[side].reading.ok())
-            break;
-    }
-    return sides;
 }
 
 } // namespace velmora
