@@ -6646,8 +6646,8 @@ Restore them? The files themselves stay as they are until you save.</source>
         <translation>右侧显示的是固定状态，无法更改</translation>
     </message>
     <message>
-        <source>A snapshot holds no contents: its files can be compared, and neither opened nor copied</source>
-        <translation>快照不含文件内容：其中的文件可以比较，但不能打开或复制</translation>
+        <source>A snapshot holds no contents</source>
+        <translation>快照不含文件内容</translation>
     </message>
     <message>
         <source>%1 is no snapshot. %2</source>

@@ -45,7 +45,7 @@ QString snapshotFaultText(const QString &path, const SnapshotOpening &opening)
 
 QString noContentsText()
 {
-    return Velmora::tr("A snapshot holds no contents: its files can be compared, and neither opened nor copied");
+    return Velmora::tr("A snapshot holds no contents");
 }
 
 } // namespace velmora
