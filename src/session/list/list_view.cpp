@@ -177,8 +177,9 @@ void ListView::fitColumns()
     };
     const auto numberWidth = [&](int column) {
         const QString heading = m_rows.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
-        const int numbers = metrics.horizontalAdvance(QStringLiteral("888,888,888,888"));
-        return std::max(numbers, metrics.horizontalAdvance(heading)) + statusRoom;
+        constexpr int room = 16;
+        const int numbers = metrics.horizontalAdvance(QStringLiteral("88,888,888"));
+        return std::max(numbers, metrics.horizontalAdvance(heading) + room) + room;
     };
     int shares = 0;
     int rest = viewport()->width() - statusWidth;
