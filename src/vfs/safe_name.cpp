@@ -1,5 +1,6 @@
 #include "vfs/safe_name.h"
 
+#include <QList>
 #include <QString>
 
 #include <algorithm>
