@@ -4,6 +4,7 @@
 #include "session/theme.h"
 #include "session/translate.h"
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QCompleter>
 #include <QDir>
@@ -39,16 +40,11 @@ PathEdit::PathEdit(const QString &placeholder, const QString &browseHint, QWidge
     connect(m_line, &QLineEdit::textEdited, this, &PathEdit::offerFromDisk);
     connect(m_line, &QLineEdit::textEdited, this, &PathEdit::pathEdited);
     connect(m_line, &QLineEdit::returnPressed, this, &PathEdit::submitted);
-    connect(m_line, &QLineEdit::editingFinished, this, [this] {
-        if (!m_files)
-            return;
-        // A folder that is read by now would be offered over the next field, and take what is typed there.
-        QCompleter *const completer = m_line->completer();
-        m_line->setCompleter(nullptr);
-        disconnect(m_files, nullptr, completer, nullptr);
-        completer->deleteLater();
-        m_files->deleteLater();
-        m_files = nullptr;
+    connect(m_line, &QLineEdit::editingFinished, this, &PathEdit::dropOffer);
+    // An offer that opens while Tab is pressed keeps from the line that it has lost the focus.
+    connect(qApp, &QApplication::focusChanged, this, [this](const QWidget *left) {
+        if (left == m_line)
+            dropOffer();
     });
     refreshTheme();
 }
@@ -104,6 +100,19 @@ void PathEdit::offerFromDisk()
     if (m_files)
         m_files->setRootPath(
             QFileInfo(path).path()); // or nobody reads the folder: the completer only looks at what was read
+}
+
+void PathEdit::dropOffer()
+{
+    if (!m_files)
+        return;
+    // A folder that is read by now would be offered over the next field, and take what is typed there.
+    QCompleter *const completer = m_line->completer();
+    m_line->setCompleter(nullptr);
+    disconnect(m_files, nullptr, completer, nullptr);
+    completer->deleteLater();
+    m_files->deleteLater();
+    m_files = nullptr;
 }
 
 void PathEdit::refreshTheme()

@@ -44,6 +44,7 @@ Q_SIGNALS:
 
 private:
     void offerFromDisk();
+    void dropOffer();
 
     QLineEdit *m_line;
     QToolButton *m_browse;
