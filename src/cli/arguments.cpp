@@ -1,5 +1,7 @@
 #include "cli/arguments.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 #include <string_view>
 
@@ -98,6 +100,15 @@ QStringList Arguments::values(const char *name) const
             values.append(given.value);
     }
     return values;
+}
+
+QString folderFault(const QString &path)
+{
+    const QFileInfo entry(path);
+    if (entry.isDir())
+        return {};
+    return (entry.exists() ? QStringLiteral("%1: is not a folder") : QStringLiteral("%1: there is no such folder"))
+        .arg(path);
 }
 
 QByteArray optionHead(const OptionSpec &spec)

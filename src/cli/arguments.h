@@ -57,6 +57,9 @@ private:
     QString m_error;
 };
 
+/// What is wrong with an argument that is to be a folder of the disk; empty when nothing is.
+[[nodiscard]] QString folderFault(const QString &path);
+
 /// How an option is written: "--name VALUE".
 [[nodiscard]] QByteArray optionHead(const OptionSpec &spec);
 

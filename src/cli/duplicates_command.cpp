@@ -1,3 +1,4 @@
+#include "cli/arguments.h"
 #include "cli/choices.h"
 #include "cli/command.h"
 #include "cli/operation_run.h"
@@ -94,8 +95,8 @@ constexpr std::array formats{
 QString addRoots(const QStringList &paths, bool isReference, DuplicateQuestion &question)
 {
     for (const QString &path : paths) {
-        if (!QFileInfo(path).isDir())
-            return QStringLiteral("%1: there is no such folder").arg(path);
+        if (const QString fault = folderFault(path); !fault.isEmpty())
+            return fault;
         question.roots.append({localFolder(QDir::cleanPath(QFileInfo(path).absoluteFilePath())), isReference});
     }
     return {};

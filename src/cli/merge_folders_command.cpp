@@ -1,3 +1,4 @@
+#include "cli/arguments.h"
 #include "cli/choices.h"
 #include "cli/command.h"
 #include "cli/json_writer.h"
@@ -49,8 +50,8 @@ struct MergeRequest {
             return QStringLiteral("three paths are needed, %1 given").arg(arguments.paths().size());
         for (std::size_t i = 0; i < allMergeVersions.size(); ++i) {
             const QString path = arguments.paths().at(qsizetype(i));
-            if (!QFileInfo(path).isDir())
-                return QStringLiteral("%1: there is no such folder").arg(path);
+            if (const QString fault = folderFault(path); !fault.isEmpty())
+                return fault;
             folders[allMergeVersions[i]] = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
         }
         replaces = arguments.has("replace");

@@ -2,7 +2,7 @@
 
 // The compiler's own question for features asks for all of them whenever a program starts, used or not: some 20 times
 // CPUID, each of which leaves the guest and takes microseconds on a virtual machine.
-#if defined(_M_X64) && !defined(_M_ARM64EC)
+#if defined(_MSC_VER) && defined(_M_X64) && !defined(_M_ARM64EC)
 #define VELMORA_X86 1
 #include <intrin.h>
 #elif defined(__x86_64__) || defined(__i386__)
@@ -31,7 +31,7 @@ struct Leaf {
 Leaf leaf(unsigned number) noexcept
 {
     Leaf result;
-#if defined(_M_X64)
+#ifdef _MSC_VER
     std::array<int, 4> registers{};
     __cpuid(registers.data(), 0);
     if (unsigned(registers[0]) < number)

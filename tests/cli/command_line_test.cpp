@@ -123,6 +123,8 @@ private Q_SLOTS:
             {"folder / /no/folder", "/no/folder: there is no such folder or archive"},
 #ifdef Q_OS_UNIX
             {"folder /dev/null /", "/dev/null: is neither a folder nor an archive"},
+            {"duplicates /dev/null", "/dev/null: is not a folder"},
+            {"merge-folders / / /no/folder", "/no/folder: there is no such folder"},
 #endif
         };
         for (const auto &[arguments, error] : cases) {

@@ -224,20 +224,24 @@ void ArchiveCompareWidget::askPassword(Side side, const QString &path)
 
 // What the two are ----------------------------------------------------------------------------------------------------
 
+QString ArchiveCompareWidget::caution() const
+{
+    for (const Side side : {Side::Right, Side::Left}) {
+        const QList<ArchiveProblem> &problems = m_opened.sides[side].tree.opening.problems;
+        if (!problems.isEmpty())
+            return archiveProblemText(problems.first());
+    }
+    return {};
+}
+
 QString ArchiveCompareWidget::verdict() const
 {
     const FolderCounts &counts = comparison().tree().counts();
-    QString about;
-    for (const Side side : bothSides) {
-        const QList<ArchiveProblem> &problems = m_opened.sides[side].tree.opening.problems;
-        if (!problems.isEmpty())
-            about = archiveProblemText(problems.first());
-    }
     const Sides<TreeFolder> &roots = comparison().spec().roots;
     const bool areWhole = comparison().isWhole() && counts.hidden == 0 && counts.unknown == 0 &&
                           comparison().problems().isEmpty() && roots.left.path == u"/" && roots.right.path == u"/";
-    if (!about.isEmpty() || !areWhole)
-        return about;
+    if (!areWhole || !caution().isEmpty())
+        return {};
     if (m_opened.haveSameBytes)
         return Velmora::tr("Same bytes: the two archives are one and the same");
     if (counts.leftOnly > 0 || counts.rightOnly > 0)

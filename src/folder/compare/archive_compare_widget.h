@@ -31,6 +31,7 @@ protected:
     [[nodiscard]] bool takesPath(const QString &path) const override;
     void browse(Side side) override;
     [[nodiscard]] QString verdict() const override;
+    [[nodiscard]] QString caution() const override;
 
 private:
     /// What has been opened: holds as long as the file stays as it was.

@@ -150,8 +150,10 @@ QString FolderCompareWidget::summary() const
         text = Velmora::tr("%1; %2 of the same size and time not read").arg(text, locale.toString(counts.unread));
     if (const qsizetype problems = m_comparison.problems().size(); problems > 0)
         text = Velmora::tr("%1; %2 could not be read").arg(text, locale.toString(problems));
-    const QString whole = verdict();
-    return whole.isEmpty() ? text : Velmora::tr("%1. %2").arg(whole, text);
+    if (const QString whole = verdict(); !whole.isEmpty())
+        text = Velmora::tr("%1. %2").arg(whole, text);
+    const QString behind = caution();
+    return behind.isEmpty() ? text : Velmora::tr("%1. %2").arg(text, behind);
 }
 
 void FolderCompareWidget::showSummary()

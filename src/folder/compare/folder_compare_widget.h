@@ -135,6 +135,9 @@ protected:
     virtual void browse(Side side);
     /// What is known of the two as a whole; a sentence, or empty.
     [[nodiscard]] virtual QString verdict() const;
+    /// What of the trees is not there to see, or not to be trusted: stands behind the counts. Empty when there is
+    /// nothing.
+    [[nodiscard]] virtual QString caution() const { return {}; }
 
     void loadOpened();
     void showSummary();
