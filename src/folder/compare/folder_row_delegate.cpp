@@ -143,7 +143,7 @@ void FolderRowDelegate::paintName(QPainter &painter, const QStyleOptionViewItem 
         return; // nothing hangs on a line where nothing is
     paintBranch(painter, option.rect, row);
 
-    const int x = option.rect.left() + indentOf(node);
+    const int x = option.rect.left() + indentOf(node, option.rect.width());
     paintPicture(painter, {x, option.rect.center().y() - picture / 2 + 1, picture, picture}, node, side);
     QRect textBox = option.rect;
     textBox.setLeft(x + picture + gap);

@@ -125,6 +125,16 @@ void GitCommitList::setCommits(const GitCommits &commits)
     m_filter->setEnabled(count > 0);
 }
 
+void GitCommitList::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    // The subject has what the others leave.
+    constexpr int leastForAuthor = 720;
+    constexpr int leastForName = 480;
+    m_view->setColumnHidden(Rows::Author, width() < leastForAuthor);
+    m_view->setColumnHidden(Rows::Name, width() < leastForName);
+}
+
 void GitCommitList::setNote(const QString &text)
 {
     m_rows->setTree(std::make_unique<Rows>(std::vector<GitCommit>()));

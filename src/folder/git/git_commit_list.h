@@ -29,6 +29,9 @@ Q_SIGNALS:
     /// A commit was clicked, or Return pressed on it.
     void wanted(const velmora::GitCommit &commit);
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     class Rows;
 

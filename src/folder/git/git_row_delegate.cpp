@@ -35,7 +35,7 @@ void GitRowDelegate::paintName(QPainter &painter, const QStyleOptionViewItem &op
     }
     if (index.data().toString().isEmpty())
         return; // it is on the other side only
-    const int x = option.rect.left() + indentOf(node);
+    const int x = option.rect.left() + indentOf(node, option.rect.width());
     const QRect box(x, option.rect.center().y() - picture / 2 + 1, picture, picture);
     const QColor muted = diffColour(DiffColour::MutedText);
     painter.setRenderHint(QPainter::Antialiasing);

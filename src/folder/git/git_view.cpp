@@ -78,6 +78,11 @@ void GitView::layOutColumns()
             setColumnHidden(one.column, hides);
         }
     }
+    if (left < 2 * leastName) {
+        // The tool tip tells how much is alike.
+        left += columnWidth(GitRowTree::Status);
+        left -= takeWidth(GitRowTree::Status, Velmora::tr("Renamed"));
+    }
     const int name = std::max(leastShown, left / 2);
     horizontalHeader()->resizeSection(GitRowTree::LeftName, name);
     horizontalHeader()->resizeSection(GitRowTree::RightName, std::max(leastShown, left - name));

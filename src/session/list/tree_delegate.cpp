@@ -10,13 +10,15 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <limits>
 
 namespace velmora {
 
 namespace {
 
-constexpr int step = 16;    ///< per depth; also the room for the sign that opens a node
-constexpr int deepest = 24; ///< deeper rows are not indented further, so that names keep some room
+constexpr int step = 16;      ///< per depth; also the room for the sign that opens a node
+constexpr int deepest = 24;   ///< deeper rows are not indented further, so that names keep some room
+constexpr int leastName = 96; ///< what indenting leaves to a name in a narrow column
 
 int middleOf(const QRect &cell, int margin, int level)
 {
@@ -32,9 +34,16 @@ int TreeDelegate::rowHeight(const QFontMetrics &metrics)
     return std::max(metrics.height() + 6, picture + 6);
 }
 
-int TreeDelegate::indentOf(qint32 node) const
+int TreeDelegate::levelOf(qint32 node, int width) const
 {
-    return margin + step * (std::min(m_model.rowTree().depth(node), deepest) + 1);
+    // In a narrow column, of a small window say, deep names would be nothing but dots.
+    const int fitting = std::max(1, (width - leastName) / step - 1);
+    return std::min({m_model.rowTree().depth(node), deepest, fitting});
+}
+
+int TreeDelegate::indentOf(qint32 node, int width) const
+{
+    return margin + step * (levelOf(node, width) + 1);
 }
 
 QSize TreeDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
@@ -42,7 +51,7 @@ QSize TreeDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelInd
     const qint32 node = m_model.nodeAt(index.row());
     int before = margin;
     if (node >= 0 && hasTree(index.column())) {
-        before = indentOf(node);
+        before = indentOf(node, std::numeric_limits<int>::max());
         before += checkRect(QRect(0, 0, 1, 1), index).width();
         before += m_model.rowTree().picture(node) == RowPicture::None ? 0 : picture + gap;
     }
@@ -55,7 +64,7 @@ QRect TreeDelegate::toggleRect(const QRect &cell, const QModelIndex &index) cons
     const qint32 node = m_model.nodeAt(index.row());
     if (node < 0 || !hasTree(index.column()) || !m_model.rowTree().isExpandable(node))
         return {};
-    return {cell.left() + indentOf(node) - step, cell.top(), step, cell.height()};
+    return {cell.left() + indentOf(node, cell.width()) - step, cell.top(), step, cell.height()};
 }
 
 QRect TreeDelegate::checkRect(const QRect &cell, const QModelIndex &index) const
@@ -63,7 +72,7 @@ QRect TreeDelegate::checkRect(const QRect &cell, const QModelIndex &index) const
     const qint32 node = m_model.nodeAt(index.row());
     if (node < 0 || !hasTree(index.column()) || !index.data(Qt::CheckStateRole).isValid())
         return {};
-    return {cell.left() + indentOf(node), cell.top(), picture + gap, cell.height()};
+    return {cell.left() + indentOf(node, cell.width()), cell.top(), picture + gap, cell.height()};
 }
 
 // Painting ------------------------------------------------------------------------------------------------------------
@@ -113,7 +122,7 @@ void TreeDelegate::paintTreeCell(QPainter &painter, const QStyleOptionViewItem &
     const QPen ink = painter.pen();
     paintLines(painter, option.rect, index.row());
     paintBranch(painter, option.rect, index.row());
-    int x = option.rect.left() + indentOf(node);
+    int x = option.rect.left() + indentOf(node, option.rect.width());
     if (const QRect tick = checkRect(option.rect, index); !tick.isEmpty()) {
         QStyleOptionViewItem box = option;
         box.rect = QRect(tick.left(), tick.center().y() - picture / 2 + 1, picture, picture);
@@ -151,7 +160,7 @@ void TreeDelegate::paintPicture(QPainter &painter, const QRect &box, qint32 node
 void TreeDelegate::paintLines(QPainter &painter, const QRect &cell, int row) const
 {
     const TreeRow &here = m_model.row(row);
-    const int depth = std::min(m_model.rowTree().depth(here.node), deepest);
+    const int depth = levelOf(here.node, cell.width());
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setPen(diffColour(DiffColour::Rule));
     for (int level = 0; level < depth; ++level) {
@@ -165,7 +174,7 @@ void TreeDelegate::paintLines(QPainter &painter, const QRect &cell, int row) con
 void TreeDelegate::paintBranch(QPainter &painter, const QRect &cell, int row) const
 {
     const qint32 node = m_model.nodeAt(row);
-    const int depth = std::min(m_model.rowTree().depth(node), deepest);
+    const int depth = levelOf(node, cell.width());
     const int middle = cell.center().y();
     const int sign = middleOf(cell, margin, depth);
     const bool expandable = m_model.rowTree().isExpandable(node);

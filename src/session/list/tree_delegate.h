@@ -41,12 +41,14 @@ protected:
     void paintBranch(QPainter &painter, const QRect &cell, int row) const;
     /// The text of the index within a box, elided.
     static void paintText(QPainter &painter, const QRect &box, const QModelIndex &index, Qt::TextElideMode elide);
-    /// From the left edge of a cell to where the picture of its node begins.
-    [[nodiscard]] int indentOf(qint32 node) const;
+    /// From the left edge of a cell that is `width` wide to where the picture of its node begins.
+    [[nodiscard]] int indentOf(qint32 node, int width) const;
 
 private:
     void paintTreeCell(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const;
     void paintPicture(QPainter &painter, const QRect &box, qint32 node) const;
+    /// How many levels a node is indented by in a cell that is `width` wide.
+    [[nodiscard]] int levelOf(qint32 node, int width) const;
 
     const TreeModel &m_model;
 };
