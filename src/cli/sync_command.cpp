@@ -107,7 +107,7 @@ Synchronisation analysed(const SyncRequest &request)
     compared.toleranceSec = folders.options.timeToleranceSec;
     FolderInput input = FolderInput::of(folders.folders, folders.options);
     input.ignoresHours = request.rules.ignoresHours;
-    compared.items = compareFolderTree(input, {}, {nullptr, &compared.problems});
+    compared.items = compareFolderTreeInShort(input, {}, {nullptr, &compared.problems});
     sync.problems = compared.problems;
     sync.plan = planSync(compared.items, request.rules);
     if (request.findsMoves) {

@@ -2,6 +2,7 @@
 // all of it can be taken back or gone on with. Usage: test_crashes [points [seed]]. The exit status is 0 when all went
 // well.
 
+#include "folder/engine/folder_engine.h"
 #include "folder/engine/sync_moves.h"
 #include "folder/operations/merge_run.h"
 #include "folder/operations/sync_run.h"
@@ -52,7 +53,8 @@ MakePlan synchroniseMoved(SyncMode mode)
 MakePlan synchronise(SyncMode mode)
 {
     return [mode](const OperationFixture &tree) {
-        const PlanInput input = tree.input();
+        PlanInput input = tree.input();
+        input.items = compareFolderTreeInShort({.roots = input.roots, .method = CompareMethod::Crc});
         return planSyncRun(input, actionsOf(planSync(input.items, {mode})), DeleteManner::ForGood);
     };
 }

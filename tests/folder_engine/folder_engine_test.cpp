@@ -1,4 +1,5 @@
 #include "folder/engine/folder_engine.h"
+#include "folder/engine/short_path.h"
 #include "folder_engine/plain_engine.h"
 #include "folder_engine/test_tree.h"
 #include "support/diff_items.h"
@@ -65,6 +66,7 @@ private Q_SLOTS:
     {
         const QList<QList<ManualAlignRule>> ruleSets{
             {}, {{word("a*"), word("B*")}}, {{word("?"), word("*.txt")}, {word("*"), word("*")}}};
+        int shortened = 0;
         for (unsigned seed = 0; seed < 40; ++seed) {
             TestTree tree;
             RandomTree random(tree, seed);
@@ -86,6 +88,13 @@ private Q_SLOTS:
                     input.threads = threads;
                     QCOMPARE(dumped(compareFolderTree(input)), expected);
                 }
+                QList<FolderDiffItem> items = compareFolderTreeInShort(input);
+                for (FolderDiffItem &item : items) {
+                    shortened += item.leftPath == item.name || item.rightPath == item.name ? 1 : 0;
+                    item.leftPath = fullPathOn(item, Side::Left, left);
+                    item.rightPath = fullPathOn(item, Side::Right, right);
+                }
+                QCOMPARE(dumped(items), expected);
             }
             QCOMPARE(countFolderContents(localFolder(left)), plain::countContents(left));
             for (const FolderDiffItem &item : compareFolderLevel(between(left, right, method))) {
@@ -101,6 +110,7 @@ private Q_SLOTS:
                     QCOMPARE(fileStatus(l, r, method, {}, tolerance), same ? Status::Same : Status::Different);
             }
         }
+        QVERIFY(shortened > 100);
     }
 
     void comparesMissingFolders()

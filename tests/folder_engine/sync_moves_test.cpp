@@ -60,7 +60,8 @@ private Q_SLOTS:
             const QList<FolderDiffItem> items = compareFolderTree({.roots = roots});
             QMap<QByteArray, Sides<int>> lone = loneContents(items);
             Progress silent;
-            const QList<MovedFile> moved = findMovedFiles(roots, items, {}, silent);
+            const QList<MovedFile> moved =
+                findMovedFiles(roots, compareFolderTreeInShort({.roots = roots}), {}, silent);
             pairs += moved.size();
             for (const MovedFile &file : moved) {
                 const QByteArray bytes = contentsOf(joinedPath(tree.left(), file.left));

@@ -1,3 +1,5 @@
+#include "folder/engine/short_path.h"
+#include "folder/operations/sync_run.h"
 #include "folder_engine/memory_tree.h"
 #include "folder_operations/operation_fixture.h"
 #include "support/diff_items.h"
@@ -39,6 +41,29 @@ class PlanBuildersTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    /// Where steps are made, where nothing may be written, and where a side could not be read.
+    void plansTheSameFromShortPaths()
+    {
+        PlanInput readOnly = variety();
+        readOnly.readOnly.right = true;
+        PlanInput unread = variety();
+        unread.problems.append({FolderProblem::Kind::UnreadableFolder, at(word("/l/old")), Side::Left});
+        for (const PlanInput &full : {variety(), readOnly, unread}) {
+            PlanInput inShort = full;
+            for (FolderDiffItem &item : inShort.items) {
+                shortenPath(item.leftPath, item.name, full.roots.left.path);
+                shortenPath(item.rightPath, item.name, full.roots.right.path);
+            }
+            QVERIFY(inShort.items != full.items);
+            const SyncActions actions = actionsOf(planSync(inShort.items, {}));
+            const OperationPlan expected = planSyncRun(full, actions, DeleteManner::ForGood);
+            const OperationPlan plan = planSyncRun(inShort, actions, DeleteManner::ForGood);
+            QCOMPARE(plan.steps, expected.steps);
+            QCOMPARE(plan.leftOut, expected.leftOut);
+            QVERIFY(!plan.steps.isEmpty() || !plan.leftOut.isEmpty());
+        }
+    }
+
     void mirrorMakesIdentical()
     {
         const OperationPlan plan = planMirror(variety(), Side::Left, DeleteManner::ForGood);

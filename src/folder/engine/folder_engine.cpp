@@ -7,6 +7,7 @@
 #include "folder/engine/item_list.h"
 #include "folder/engine/name_pairing.h"
 #include "folder/engine/pair_decisions.h"
+#include "folder/engine/short_path.h"
 
 #include <QFileInfo>
 #include <QStringBuilder>
@@ -92,6 +93,18 @@ EntryRule treeRule(const FileRule &rule)
         else
             judgeFiles(pair, rule, item);
         return folders;
+    };
+}
+
+/// Contents are read by the full paths of pairs; of other entries nobody needs one before they are carried somewhere.
+EntryRule withShortPaths(const EntryRule &rule, const Sides<QString> &roots)
+{
+    return [rule, roots](const PairedEntry &pair, FolderDiffItem &item) {
+        if (!pair.right)
+            shortenPath(item.leftPath, item.name, roots.left);
+        else if (!pair.left)
+            shortenPath(item.rightPath, item.name, roots.right);
+        return rule(pair, item);
     };
 }
 
@@ -219,6 +232,14 @@ ItemList compareItems(const Listing &listing)
     return list;
 }
 
+QList<FolderDiffItem> compareTree(const Listing &listing)
+{
+    ItemList list = compareItems(listing);
+    rollUpStatuses(list);
+    addChildTotals(list);
+    return list.items;
+}
+
 struct FileAttributes {
     qint64 size = 0;
     qint64 modifiedMs = 0;
@@ -265,10 +286,14 @@ FolderInput FolderInput::of(const Sides<TreeFolder> &roots, const FolderSessionO
 QList<FolderDiffItem> compareFolderTree(const FolderInput &input, const CancelFlag &cancel,
                                         const FolderRunReport &report)
 {
-    ItemList list = compareItems({input, treeRule(fileRuleOf(input)), cancel, report});
-    rollUpStatuses(list);
-    addChildTotals(list);
-    return list.items;
+    return compareTree({input, treeRule(fileRuleOf(input)), cancel, report});
+}
+
+QList<FolderDiffItem> compareFolderTreeInShort(const FolderInput &input, const CancelFlag &cancel,
+                                               const FolderRunReport &report)
+{
+    const Sides<QString> roots{input.roots.left.path, input.roots.right.path};
+    return compareTree({input, withShortPaths(treeRule(fileRuleOf(input)), roots), cancel, report});
 }
 
 QList<FolderDiffItem> compareFolderLevel(const FolderInput &input, const CancelFlag &cancel,

@@ -64,6 +64,11 @@ struct FolderInput {
 [[nodiscard]] QList<FolderDiffItem> compareFolderTree(const FolderInput &input, const CancelFlag &cancel = {},
                                                       const FolderRunReport &report = {});
 
+/// The same with the paths of entries that are on one side alone in short (`fullPathOn`), which is a quarter of the
+/// memory where most entries are: for plans over whole trees.
+[[nodiscard]] QList<FolderDiffItem> compareFolderTreeInShort(const FolderInput &input, const CancelFlag &cancel = {},
+                                                             const FolderRunReport &report = {});
+
 /// Compares one level of two folders; names are bare. A folder on both sides is `Same`, whatever is in it; sizes of
 /// folders are what the source says.
 [[nodiscard]] QList<FolderDiffItem> compareFolderLevel(const FolderInput &input, const CancelFlag &cancel = {},

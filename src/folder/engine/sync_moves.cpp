@@ -3,6 +3,7 @@
 #include "core/message_digest.h"
 #include "core/path_names.h"
 #include "folder/engine/folder_engine.h"
+#include "folder/engine/short_path.h"
 
 #include <QHash>
 #include <QMap>
@@ -110,7 +111,7 @@ private:
     std::optional<SizeAndDigest> digestOf(const FolderDiffItem &file, qint64 length)
     {
         const Side side = sideOf(file);
-        const QString &path = pathOn(file, side);
+        const QString path = fullPathOn(file, side, m_roots[side].path);
         m_progress.report(int(FolderPhase::Comparing), m_done++, m_total, path);
         const std::optional<FolderEntry> entry = m_roots[side].source->describe(path, HiddenEntries::Listed);
         if (!entry || entry->isLink) // moved, it might lead elsewhere

@@ -1,5 +1,7 @@
 #include "folder/operations/pair_plan.h"
 
+#include "folder/engine/short_path.h"
+
 namespace velmora {
 
 namespace {
@@ -38,7 +40,7 @@ void PairPlan::forgetPaths()
 
 QString PairPlan::pathOf(const PlanEntry &entry, Side side) const
 {
-    const QString &path = pathOn(*entry.item, side);
+    const QString path = fullPathOn(*entry.item, side, m_entries.root(side));
     return path.isEmpty() ? m_plan.pathOf(placeOf(entry, side)) : path;
 }
 

@@ -1,5 +1,7 @@
 #include "folder/operations/plan_entries.h"
 
+#include "folder/engine/short_path.h"
+
 #include <QStringBuilder>
 
 namespace velmora {
@@ -71,8 +73,8 @@ std::vector<char> PlanEntries::covered(const PlanSelection &selection) const
 void PlanEntries::place(PlanEntry &entry) const
 {
     for (const Side side : bothSides) {
-        const QString &path = pathOn(*entry.item, side);
         const QString &root = this->root(side);
+        const QString path = fullPathOn(*entry.item, side, root);
         SideEntry &here = entry.on(side);
         here.isThere = !path.isEmpty();
         if (here.isThere && isOrIsInside(path, root)) {
