@@ -45,7 +45,7 @@ private Q_SLOTS:
         OperationJournal journal(FileLayer::native(), tree.journalFolder());
         journal.setNext(QStringLiteral("mirror"));
         const OperationPlan plan = planMirror(tree.input(), Side::Left, manner);
-        const ExecutionReport report = tree.execute(plan, {true, &journal});
+        const ExecutionReport report = OperationFixture::execute(plan, {true, &journal});
         QCOMPARE(tree.problems(report), QStringList());
         QCOMPARE(report.done, report.plan.totals());
         QCOMPARE(report.ends.count(StepEnd::Done), report.plan.steps.size());
@@ -63,7 +63,7 @@ private Q_SLOTS:
         QCOMPARE(undo.refusal, UndoRefusal::None);
         QVERIFY(undo.plan.leftOut.isEmpty());
         journal.setNext(QStringLiteral("undo"), undo.id);
-        QCOMPARE(tree.problems(tree.execute(undo.plan, journal)), QStringList());
+        QCOMPARE(tree.problems(OperationFixture::execute(undo.plan, journal)), QStringList());
         QCOMPARE(tree.picture(), before);
 #ifdef Q_OS_UNIX
         QVERIFY(tree.picture("data").filter(QStringLiteral("info/")).size() <= 1); // the empty folder
@@ -74,7 +74,7 @@ private Q_SLOTS:
 
         const UndoPlan redo = journal.planUndo(lastId(journal));
         journal.setNext(QStringLiteral("redo"), redo.id);
-        QCOMPARE(tree.problems(tree.execute(redo.plan, journal)), QStringList());
+        QCOMPARE(tree.problems(OperationFixture::execute(redo.plan, journal)), QStringList());
         QCOMPARE(tree.picture(), after);
     }
 
@@ -84,12 +84,12 @@ private Q_SLOTS:
         tree.make("left/new=1 left/replaced=new right/replaced=old right/deleted=1 left/dir/x=1 "
                   "left/fine=1");
         OperationJournal journal(FileLayer::native(), tree.journalFolder());
-        QVERIFY(tree.execute(tree.mirror(), journal).isComplete());
+        QVERIFY(OperationFixture::execute(tree.mirror(), journal).isComplete());
         tree.make("right/new=edited right/replaced=edited right/deleted=again right/dir/y=added");
         const UndoPlan undo = journal.planUndo();
         QCOMPARE(undo.plan.leftOut.size(), 4);
         journal.setNext({}, undo.id);
-        (void)tree.execute(undo.plan, journal);
+        (void)OperationFixture::execute(undo.plan, journal);
         QCOMPARE(tree.picture("right"), lines("deleted=again dir/ dir/y=added new=edited replaced=edited"));
     }
 
@@ -102,16 +102,16 @@ private Q_SLOTS:
         OperationJournal journal(FileLayer::native(), tree.journalFolder(), limits);
         tree.make("right/before=1");
         QVERIFY(
-            tree.execute(planDelete(tree.input(), {0}, Side::Right, DeleteManner::ForGood, DeleteScope::ListedEntries),
-                         journal)
+            OperationFixture::execute(
+                planDelete(tree.input(), {0}, Side::Right, DeleteManner::ForGood, DeleteScope::ListedEntries), journal)
                 .isComplete());
-        const ExecutionReport report = tree.execute(tree.mirror(), journal);
+        const ExecutionReport report = OperationFixture::execute(tree.mirror(), journal);
         QVERIFY(report.isComplete());
         QCOMPARE(report.notUndoable, 1);
         QCOMPARE(journal.entries().entries.size(), 2); // what never fits drives nothing out
         const UndoPlan undo = journal.planUndo();
         QCOMPARE(tree.leftOut(undo.plan), QStringList(said(LeftOutReason::OldContentsGone, "right/big")));
-        QVERIFY(tree.execute(undo.plan).isComplete());
+        QVERIFY(OperationFixture::execute(undo.plan).isComplete());
         QCOMPARE(tree.picture("right"), lines("big=12345678 small=2"));
     }
 
@@ -122,7 +122,8 @@ private Q_SLOTS:
         ScriptedLayer files([](int, QLatin1String) { return FileError(); });
         files.hideBin();
         OperationJournal journal(files, tree.journalFolder());
-        const ExecutionReport report = tree.execute(tree.mirror(DeleteManner::ToRecycleBin), journal, files);
+        const ExecutionReport report =
+            OperationFixture::execute(tree.mirror(DeleteManner::ToRecycleBin), journal, files);
         if (!report.problems.isEmpty() && report.problems.first().code == OperationErrorCode::NoRecycleBin)
             QSKIP("no recycle bin here");
         QVERIFY(report.isComplete());
@@ -130,7 +131,7 @@ private Q_SLOTS:
         const UndoPlan undo = journal.planUndo();
         QCOMPARE(tree.leftOut(undo.plan), QStringList({said(LeftOutReason::InRecycleBin, "right/dir"),
                                                        said(LeftOutReason::InRecycleBin, "right/gone")}));
-        QVERIFY(tree.execute(undo.plan, {}, files).isComplete());
+        QVERIFY(OperationFixture::execute(undo.plan, {}, files).isComplete());
         QCOMPARE(tree.picture("right"), lines("a=old"));
     }
 
@@ -143,7 +144,7 @@ private Q_SLOTS:
         OperationJournal journal(FileLayer::native(), tree.journalFolder(), limits);
         const auto replace = [&](const char *contents) {
             tree.make(contents);
-            QVERIFY(tree.execute(tree.mirror(), journal).isComplete());
+            QVERIFY(OperationFixture::execute(tree.mirror(), journal).isComplete());
         };
         tree.make("right/a=1234");
         for (const char *contents : {"left/a=2345", "left/a=3456", "left/a=4567"})
@@ -220,7 +221,7 @@ private Q_SLOTS:
         OperationFixture tree;
         tree.make("left/a=1 right/b=2");
         OperationJournal journal(FileLayer::native(), tree.journalFolder());
-        QVERIFY(tree.execute(tree.mirror(), journal).isComplete());
+        QVERIFY(OperationFixture::execute(tree.mirror(), journal).isComplete());
         QFile file(tree.path(journalOf.arg(lastId(journal))));
         QVERIFY(file.open(QIODevice::ReadWrite));
         const QByteArray good = file.readAll();
@@ -269,7 +270,7 @@ private Q_SLOTS:
         tree.make("left/a=new right/a=old left/b=b right/c=c");
         const QStringList before = tree.picture();
         OperationJournal journal(FileLayer::native(), tree.journalFolder());
-        QVERIFY(tree.execute(tree.mirror(), journal).isComplete());
+        QVERIFY(OperationFixture::execute(tree.mirror(), journal).isComplete());
         // The lines after the steps have not been written.
         QFile file(tree.path(journalOf.arg(lastId(journal))));
         QVERIFY(file.open(QIODevice::ReadWrite));
@@ -286,7 +287,7 @@ private Q_SLOTS:
         tree.make("journal/runs/00000009/kept/ journal/runs/00000009/journal.jsonl={\"format\":");
         const UndoPlan undo = journal.planUndo();
         QCOMPARE(undo.plan.leftOut.size(), 0);
-        QVERIFY(tree.execute(undo.plan).isComplete());
+        QVERIFY(OperationFixture::execute(undo.plan).isComplete());
         QCOMPARE(tree.picture(), before);
         QCOMPARE(journal.planUndo().refusal, UndoRefusal::NothingToUndo); // all is as it was
     }
@@ -299,7 +300,7 @@ private Q_SLOTS:
         for (const bool isPlanned : {false, true}) { // it gets there before or after the undoing is planned
             tree.make("right/a.txt=mine right/dir/b=mine");
             OperationJournal journal(FileLayer::native(), tree.journalFolder());
-            const ExecutionReport report = tree.execute(tree.mirror(DeleteManner::ToRecycleBin), journal);
+            const ExecutionReport report = OperationFixture::execute(tree.mirror(DeleteManner::ToRecycleBin), journal);
             QVERIFY(report.isComplete());
             UndoPlan undo = journal.planUndo();
             QCOMPARE(undo.plan.steps.size(), 2);
@@ -313,7 +314,7 @@ private Q_SLOTS:
                 QCOMPARE(strangers.write("their"), 5);
             }
             if (isPlanned) {
-                QCOMPARE(tree.problems(tree.execute(undo.plan, journal)),
+                QCOMPARE(tree.problems(OperationFixture::execute(undo.plan, journal)),
                          QStringList({said(OperationErrorCode::OtherInBin, "right/a.txt"),
                                       said(OperationErrorCode::OtherInBin, "right/dir")}));
             } else {
@@ -335,12 +336,12 @@ private Q_SLOTS:
             tree.make("left/a=1 left/b=new right/b=old right/c=1 right/d=1");
             const QStringList before = tree.picture();
             OperationJournal journal(FileLayer::native(), tree.journalFolder());
-            QVERIFY(tree.execute(tree.mirror(manner), journal).isComplete());
+            QVERIFY(OperationFixture::execute(tree.mirror(manner), journal).isComplete());
             tree.make("right/c=in-the-way");
             const auto undo = [&] {
                 const UndoPlan plan = journal.planUndo();
                 journal.setNext({}, plan.id);
-                (void)tree.execute(plan.plan, journal);
+                (void)OperationFixture::execute(plan.plan, journal);
                 return plan.plan.leftOut.size();
             };
             QCOMPARE(undo(), 1);
@@ -359,12 +360,12 @@ private Q_SLOTS:
         tree.make("left/a=new right/a=old right/gone=1");
         const QStringList before = tree.picture();
         OperationJournal journal(FileLayer::native(), tree.journalFolder());
-        QVERIFY(tree.execute(tree.mirror(), journal).isComplete());
+        QVERIFY(OperationFixture::execute(tree.mirror(), journal).isComplete());
         ScriptedLayer full([](int, QLatin1String call) {
             return call == QLatin1String("sink.copyFrom") ? FileError{FileErrorKind::NoSpace, {}} : FileError();
         });
         OperationJournal onFull(full, tree.journalFolder());
-        QCOMPARE(tree.problems(tree.execute(onFull.planUndo().plan, onFull, full)), QStringList());
+        QCOMPARE(tree.problems(OperationFixture::execute(onFull.planUndo().plan, onFull, full)), QStringList());
         QCOMPARE(tree.picture(), before);
         QCOMPARE(tree.picture("journal").filter(QStringLiteral("00000001/kept/")).size(), 1); // the empty folder
     }
@@ -382,14 +383,14 @@ private Q_SLOTS:
         };
         protect(true);
         OperationJournal journal(FileLayer::native(), tree.journalFolder());
-        QVERIFY(tree.execute(tree.mirror(), journal).isComplete());
+        QVERIFY(OperationFixture::execute(tree.mirror(), journal).isComplete());
         int lifted = 0;
         ScriptedLayer watched([&lifted](int, QLatin1String call) {
             lifted += call == QLatin1String("letOwnerWrite") ? 1 : 0;
             return FileError();
         });
         OperationJournal later(watched, tree.journalFolder());
-        QCOMPARE(tree.problems(tree.execute(later.planUndo().plan, later, watched)), QStringList());
+        QCOMPARE(tree.problems(OperationFixture::execute(later.planUndo().plan, later, watched)), QStringList());
         QCOMPARE(tree.picture("right"), QStringList());
         QCOMPARE(lifted, 6); // root could do without: a file, a file and a folder, each opened and closed
         protect(false);
@@ -405,7 +406,7 @@ private Q_SLOTS:
             return isDead ? FileError{FileErrorKind::Other, {}} : FileError();
         });
         OperationJournal crashed(dying, tree.journalFolder());
-        (void)tree.execute(planUpdate(tree.input(), Side::Left), {false, &crashed}, dying);
+        (void)OperationFixture::execute(planUpdate(tree.input(), Side::Left), {false, &crashed}, dying);
         const auto copies = [&tree] { return tree.picture("right").filter(QStringLiteral(".tmp")); };
         QCOMPARE(copies().size(), 1);
 
@@ -422,7 +423,7 @@ private Q_SLOTS:
         OperationJournal journal(FileLayer::native(), tree.journalFolder());
         const auto copiesAfterARun = [&](const char *newFile) {
             tree.make(newFile);
-            (void)tree.execute(planUpdate(tree.input(), Side::Left), journal);
+            (void)OperationFixture::execute(planUpdate(tree.input(), Side::Left), journal);
             return copies();
         };
         {
@@ -447,7 +448,7 @@ private Q_SLOTS:
             return FileError();
         });
         OperationJournal journal(layer, tree.journalFolder());
-        QVERIFY(tree.execute(planUpdate(tree.input(), Side::Left), journal, layer).isComplete());
+        QVERIFY(OperationFixture::execute(planUpdate(tree.input(), Side::Left), journal, layer).isComplete());
         QCOMPARE(journal.planUndo().plan.steps.size(), 2);
         OperationJournal(FileLayer::native(), tree.journalFolder(), none).prune();
         QCOMPARE(journal.planUndo().refusal, UndoRefusal::NothingToUndo);
