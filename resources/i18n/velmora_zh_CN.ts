@@ -3414,6 +3414,10 @@
         <translation>永久删除 %1 个文件？</translation>
     </message>
     <message>
+        <source>Hidden by the filter among them: %1</source>
+        <translation>其中被筛选隐藏的：%1</translation>
+    </message>
+    <message>
         <source>Deleting…</source>
         <translation>正在删除…</translation>
     </message>
@@ -7072,6 +7076,10 @@ Read-only: %5</source>
     <message>
         <source>Copy to folder...</source>
         <translation>复制到文件夹…</translation>
+    </message>
+    <message>
+        <source>This side is no folder of this computer: "Copy to folder..." copies out of it</source>
+        <translation>这一侧不是本机的文件夹：用“复制到文件夹…”可从中复制</translation>
     </message>
     <message>
         <source>Delete...</source>

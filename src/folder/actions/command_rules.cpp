@@ -87,6 +87,8 @@ QString whyNotToOtherSide(FolderCommand command, const FolderActionContext &cont
         return reason;
     if (const QString reason = whyNotReadable(context, {source}); !reason.isEmpty())
         return reason;
+    if (hasRoot(context, source) && !context.roots[source].source->isLocal())
+        return Velmora::tr("This side is no folder of this computer: \"Copy to folder...\" copies out of it");
     if (selection.items.isEmpty())
         return Velmora::tr("Nothing is selected");
     if (isAnyOn(selection, source))

@@ -25,6 +25,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLocale>
 #include <QPointer>
 
 namespace velmora {
@@ -288,8 +289,13 @@ void DuplicateFinderWidget::onDelete()
 
 void DuplicateFinderWidget::askToDelete()
 {
-    Dialogs::instance().askYesNo(this, Velmora::tr("Confirm delete"),
-                                 Velmora::tr("Permanently delete %1 file(s)?").arg(m_tree->ticks().files()), false,
+    QString question = Velmora::tr("Permanently delete %1 file(s)?").arg(m_tree->ticks().files());
+    qint64 hidden = m_tree->ticks().files();
+    for (const qint32 group : shownGroups())
+        hidden -= m_tree->ticks().of(group).size();
+    if (hidden > 0)
+        question += u'\n' + Velmora::tr("Hidden by the filter among them: %1").arg(QLocale().toString(hidden));
+    Dialogs::instance().askYesNo(this, Velmora::tr("Confirm delete"), question, false,
                                  [self = QPointer(this)](bool yes) {
                                      if (self && yes)
                                          self->deleteTicked();

@@ -1,15 +1,13 @@
 #include "session/frame/path_edit.h"
 
 #include "core/visible_name.h"
+#include "session/frame/path_offer.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
-#include <QApplication>
 #include <QBoxLayout>
 #include <QCompleter>
 #include <QDir>
-#include <QFileInfo>
-#include <QFileSystemModel>
 #include <QToolButton>
 
 #include <utility>
@@ -40,12 +38,6 @@ PathEdit::PathEdit(const QString &placeholder, const QString &browseHint, QWidge
     connect(m_line, &QLineEdit::textEdited, this, &PathEdit::offerFromDisk);
     connect(m_line, &QLineEdit::textEdited, this, &PathEdit::pathEdited);
     connect(m_line, &QLineEdit::returnPressed, this, &PathEdit::submitted);
-    connect(m_line, &QLineEdit::editingFinished, this, &PathEdit::dropOffer);
-    // An offer that opens while Tab is pressed keeps from the line that it has lost the focus.
-    connect(qApp, &QApplication::focusChanged, this, [this](const QWidget *left) {
-        if (left == m_line)
-            dropOffer();
-    });
     refreshTheme();
 }
 
@@ -78,41 +70,18 @@ void PathEdit::setRecentPaths(const QStringList &paths)
     auto *completer = new QCompleter(native, this);
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     completer->setFilterMode(Qt::MatchContains);
-    delete m_line->completer();
-    delete std::exchange(m_files, nullptr);
+    const QCompleter *const before = m_line->completer();
     m_line->setCompleter(completer);
+    delete (m_offer ? static_cast<const QObject *>(std::exchange(m_offer, nullptr)) : before);
 }
 
 void PathEdit::offerFromDisk()
 {
-    const QString path = QDir::fromNativeSeparators(m_line->text());
-    // A host that does not answer would hold up the window.
-    if (!QDir::isAbsolutePath(path) || path.startsWith(QLatin1String("//")))
-        return;
-    if (!m_line->completer()) {
-        // Made with the first letter that is typed: the model has a thread of its own, and most paths are never typed.
-        m_files = new QFileSystemModel(this);
-        m_files->setFilter(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden);
-        m_files->setOption(QFileSystemModel::DontUseCustomDirectoryIcons);
-        auto *completer = new QCompleter(m_files, this);
-        m_line->setCompleter(completer);
-    }
-    if (m_files)
-        m_files->setRootPath(
-            QFileInfo(path).path()); // or nobody reads the folder: the completer only looks at what was read
-}
-
-void PathEdit::dropOffer()
-{
-    if (!m_files)
-        return;
-    // A folder that is read by now would be offered over the next field, and take what is typed there.
-    QCompleter *const completer = m_line->completer();
-    m_line->setCompleter(nullptr);
-    disconnect(m_files, nullptr, completer, nullptr);
-    completer->deleteLater();
-    m_files->deleteLater();
-    m_files = nullptr;
+    // Made with the first letter that is typed: most paths are never typed.
+    if (!m_line->completer())
+        m_offer = new PathOffer(*m_line);
+    if (m_offer)
+        m_offer->pathTyped();
 }
 
 void PathEdit::refreshTheme()

@@ -3,10 +3,11 @@
 #include <QLineEdit>
 #include <QWidget>
 
-class QFileSystemModel;
 class QToolButton;
 
 namespace velmora {
+
+class PathOffer;
 
 /// The line for the path of one input, with the button beside it that asks for a file or folder.
 ///
@@ -44,11 +45,10 @@ Q_SIGNALS:
 
 private:
     void offerFromDisk();
-    void dropOffer();
 
     QLineEdit *m_line;
     QToolButton *m_browse;
-    QFileSystemModel *m_files = nullptr; ///< what a typed path is completed from; null before and with recent paths
+    PathOffer *m_offer = nullptr; ///< of the line; null before a letter is typed, and with recent paths
 };
 
 } // namespace velmora

@@ -53,8 +53,11 @@ bool goToFrame(QImageReader &reader, int frame)
 }
 
 /// Whether a file lacks its end. Decoders of these formats fill up what is missing and say nothing; the others fail.
-bool lacksItsEnd(QFile &file, const QByteArray &format)
+bool lacksItsEnd(const QString &path, const QByteArray &format)
 {
+    QFile file(path); // another one: a decoder has begun to read the first
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
     constexpr qint64 tailSize = 64 * 1024; // room for what cameras put behind the picture
     constexpr qint64 bitmapHeader = 14;
     const auto tail = [&file](qint64 size) {
@@ -105,14 +108,19 @@ Picture loadPicture(const QString &path, int frame, qint64 memory)
         return picture;
     }
     const bool isThere = goToFrame(reader, std::min(frame, picture.facts.frames - 1));
+    picture.isCutOff = lacksItsEnd(path, picture.facts.format);
     QImage image;
+    if (picture.isCutOff && size.isValid() && reader.imageFormat() != QImage::Format_Invalid) {
+        // The toolkit takes a picture that fits as it is; in its own, what the file lacks is what was in memory before.
+        image = QImage(size, reader.imageFormat());
+        image.fill(0);
+    }
     if (!isThere || !reader.read(&image) || image.isNull()) {
         picture.fault = PictureFault::Damaged;
         picture.detail = reader.errorString();
         return picture;
     }
     takeFacts(image, picture.facts);
-    picture.isCutOff = lacksItsEnd(file, picture.facts.format);
     image.convertTo(QImage::Format_ARGB32);
     picture.fault = image.isNull() ? PictureFault::TooLarge : PictureFault::None;
     picture.image = std::move(image);
