@@ -6,6 +6,8 @@
 #include "cli/snapshot_words.h"
 #include "core/visible_name.h"
 
+#include <variant>
+
 namespace velmora::cli {
 
 const char *archiveProblemWords(ArchiveProblem::Kind kind)
@@ -61,12 +63,12 @@ QString archiveProblemLine(const ArchiveProblem &problem)
 
 QString treeFaultText(const QString &path, const TreeAt &tree)
 {
-    if (tree.gitFault.isError())
-        return gitFaultText(tree.gitFault);
-    if (tree.remoteFault.isError())
-        return remoteFaultText(tree.remoteFault);
-    if (tree.snapshot && !tree.snapshot->reading.ok())
-        return QStringLiteral("%1: %2").arg(path, snapshotFaultText(tree.snapshot->reading));
+    if (const auto *state = std::get_if<StateOpening>(&tree.other))
+        return gitFaultText(state->fault);
+    if (const auto *remote = std::get_if<RemoteOpening>(&tree.other))
+        return remoteFaultText(remote->fault);
+    if (const auto *snapshot = std::get_if<SnapshotOpening>(&tree.other); snapshot && !snapshot->reading.ok())
+        return QStringLiteral("%1: %2").arg(path, snapshotFaultText(snapshot->reading));
     switch (tree.opening.fault) {
     case ArchiveFault::Unreadable:
         return QStringLiteral("%1: cannot read the file").arg(path);

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <variant>
 
 namespace velmora::cli {
 
@@ -118,7 +119,7 @@ QString FolderRequest::takeTrees(const Arguments &arguments)
         if (!trees[side].folder.isThere())
             return treeFaultText(requests[side].path, trees[side]);
         // What a state knows of contents tells more than times that all its files share.
-        readsUnread = readsUnread || trees[side].isState;
+        readsUnread = readsUnread || std::holds_alternative<StateOpening>(trees[side].other);
         folders[side] = std::move(trees[side].folder);
         archiveProblems[side] = std::move(trees[side].opening.problems);
     }

@@ -2,7 +2,6 @@
 
 #include "session/difference_keys.h"
 #include "session/field_keys.h"
-#include "session/line_edit_keys.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
@@ -19,7 +18,7 @@ SessionBar::SessionBar(QWidget *session) : QToolBar(session)
     setMovable(false);
     setFloatable(false);
     setIconSize(QSize(20, 20));
-    new LineEditKeys(session);
+    new FieldKeys(session);
 }
 
 QAction *SessionBar::add(const Look &look)
@@ -118,7 +117,6 @@ void SessionBar::letKeysWorkInWindow()
     const QList<QAction *> actions = parentWidget()->actions();
     for (QAction *action : actions)
         action->setShortcutContext(Qt::WindowShortcut);
-    new FieldKeys(parentWidget());
 }
 
 QString SessionBar::hintWithKeys(const QString &hint, const QList<QKeySequence> &keys)

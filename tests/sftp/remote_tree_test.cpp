@@ -46,6 +46,11 @@ QByteArray readAll(const TreeSource &source, const QString &path)
     }
 }
 
+RemoteFault faultOf(const TreeAt &tree)
+{
+    return std::get<RemoteOpening>(tree.other).fault;
+}
+
 } // namespace
 
 class RemoteTreeTest : public QObject {
@@ -150,7 +155,7 @@ private Q_SLOTS:
         QVERIFY(QFile::link(word("/etc/passwd"), there.filePath(word("outer"))));
 
         const TreeAt tree = opened(address(m_there->path()));
-        QVERIFY2(tree.folder.isThere(), qPrintable(tree.remoteFault.end.error));
+        QVERIFY2(tree.folder.isThere(), qPrintable(faultOf(tree).end.error));
         const TreeSource &source = *tree.folder.source;
         QCOMPARE(source.writeBar(), WriteBar::FixedState);
         QStringList wanted = words("/inner 5|/large 9000000|/none 0|/sub d|/sub/empty d");
@@ -211,7 +216,7 @@ private Q_SLOTS:
 
     void whatKeepsATreeAwayIsTold()
     {
-        const auto faultAt = [&](const QString &path) { return opened(path).remoteFault.end.fault; };
+        const auto faultAt = [&](const QString &path) { return faultOf(opened(path)).end.fault; };
         const QString place = address(m_there->path());
         QCOMPARE(faultAt(place + word("/missing")), SshFault::NoFolder);
         m_host->setKnown(LocalHost::Known::None);
@@ -219,7 +224,7 @@ private Q_SLOTS:
         m_host->setKnown(LocalHost::Known::Another);
         QCOMPARE(faultAt(place), SshFault::ChangedHost);
         m_host->setKnown(LocalHost::Known::ItsOwn);
-        QCOMPARE(opened(word("sftp://-oProxyCommand=touch /x@h/y")).remoteFault.inPlace, RemotePlaceFault::BadHost);
+        QCOMPARE(faultOf(opened(word("sftp://-oProxyCommand=touch /x@h/y"))).inPlace, RemotePlaceFault::BadHost);
         const TreeAt tree = opened(place);
         m_host->setKnown(LocalHost::Known::None); // between the listing and the reading
         QVERIFY(makeFile(m_there->filePath(word("late")), "x"));

@@ -15,6 +15,7 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <variant>
 
 namespace velmora {
 
@@ -154,7 +155,7 @@ void ArchiveBrowseWidget::take(const Opened &opened, const QString &path)
         status().showFailure(Velmora::tr("This is a folder, not an archive"));
         return;
     }
-    if (opened.tree.snapshot) {
+    if (std::holds_alternative<SnapshotOpening>(opened.tree.other)) {
         status().showFailure(Velmora::tr("This is a snapshot of a folder, not an archive"));
         return;
     }

@@ -3,9 +3,7 @@
 #include "core/content_compare.h"
 #include "core/path_names.h"
 #include "folder/actions/archive_words.h"
-#include "folder/actions/git_fault_text.h"
-#include "folder/actions/remote_words.h"
-#include "folder/actions/snapshot_words.h"
+#include "folder/actions/other_words.h"
 #include "folder/compare/folder_compare_bar.h"
 #include "session/dialogs.h"
 #include "session/frame/status_line.h"
@@ -180,16 +178,8 @@ void ArchiveCompareWidget::take(Opening &&opening, const SessionPaths &wanted)
             if (archive.fault == ArchiveFault::None)
                 continue;
         }
-        if (m_opened.sides[side].tree.gitFault.isError()) {
-            tellUnopened(gitFaultText(m_opened.sides[side].tree.gitFault));
-            return;
-        }
-        if (m_opened.sides[side].tree.remoteFault.isError()) {
-            tellUnopened(remoteFaultText(m_opened.sides[side].tree.remoteFault));
-            return;
-        }
-        if (const auto &snapshot = m_opened.sides[side].tree.snapshot; snapshot && !snapshot->source) {
-            tellUnopened(snapshotFaultText(path, *snapshot));
+        if (const QString fault = otherFaultText(path, m_opened.sides[side].tree.other); !fault.isEmpty()) {
+            tellUnopened(fault);
             return;
         }
         if (archive.fault != ArchiveFault::None) {

@@ -1,7 +1,7 @@
 #include "folder/compare/folder_compare_side_pane.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/compare/folder_view.h"
-#include "folder/compare/state_trees.h"
+#include "folder/compare/other_trees.h"
 #include "folder/compare/time_shift_bar.h"
 #include "session/dialogs.h"
 #include "session/translate.h"
@@ -26,19 +26,19 @@ FolderCompareWidget::TreeWords FolderCompareWidget::words() const
 
 Sides<TreeFolder> FolderCompareWidget::trees(const SessionPaths &paths) const
 {
-    return {m_states->folderAt(Side::Left, paths.left), m_states->folderAt(Side::Right, paths.right)};
+    return {m_otherTrees->folderAt(Side::Left, paths.left), m_otherTrees->folderAt(Side::Right, paths.right)};
 }
 
 bool FolderCompareWidget::openTrees()
 {
     const SessionPaths wanted = paths();
-    if (!StateTrees::isAnyOther(wanted))
+    if (!OtherTrees::isAny(wanted))
         return true;
     const bool isOfHost = isRemoteAddress(wanted.left) || isRemoteAddress(wanted.right);
-    showMessage(StateTrees::isAny(wanted) ? Velmora::tr("Reading the repository...")
-                : isOfHost                ? Velmora::tr("Reading the folder of the host...")
-                                          : Velmora::tr("Reading the snapshot..."));
-    m_states->open(wanted, [this](const QString &error) {
+    showMessage(OtherTrees::isAnyState(wanted) ? Velmora::tr("Reading the repository...")
+                : isOfHost                     ? Velmora::tr("Reading the folder of the host...")
+                                               : Velmora::tr("Reading the snapshot..."));
+    m_otherTrees->open(wanted, [this](const QString &error) {
         if (error.isEmpty())
             loadOpened();
         else
@@ -49,12 +49,12 @@ bool FolderCompareWidget::openTrees()
 
 bool FolderCompareWidget::isOpening() const
 {
-    return m_states->isRunning();
+    return m_otherTrees->isRunning();
 }
 
 void FolderCompareWidget::cancelOpening()
 {
-    m_states->cancel();
+    m_otherTrees->cancel();
 }
 
 bool FolderCompareWidget::takesPath(const QString &path) const

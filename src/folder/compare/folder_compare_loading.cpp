@@ -7,7 +7,7 @@
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/compare/folder_report_content.h"
 #include "folder/compare/folder_view.h"
-#include "folder/compare/state_trees.h"
+#include "folder/compare/other_trees.h"
 #include "session/frame/notice_card.h"
 #include "session/translate.h"
 #include "settings/options/folder_settings_store.h"
@@ -137,7 +137,7 @@ void FolderCompareWidget::onFolderCompareFinished(quint64 generation, const QLis
     showNotice();
     Q_EMIT comparisonFinished(m_place.folders().left, m_place.folders().right);
     // What a state knows of contents tells more than times that all its files share.
-    if (StateTrees::isAny(m_place.folders()) && m_comparison.tree().counts().unread > 0)
+    if (OtherTrees::isAnyState(m_place.folders()) && m_comparison.tree().counts().unread > 0)
         readUnread();
     if (!m_pendingReport.isEmpty())
         m_reports.write(std::exchange(m_pendingReport, {}),

@@ -7,7 +7,7 @@
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/compare/folder_filter_bar.h"
 #include "folder/compare/folder_view.h"
-#include "folder/compare/state_trees.h"
+#include "folder/compare/other_trees.h"
 #include "folder/compare/time_shift_bar.h"
 #include "session/frame/notice_card.h"
 #include "session/frame/status_line.h"
@@ -169,7 +169,7 @@ void FolderCompareWidget::showCounts()
     m_readUnread->setVisible(counts.unread > 0 && !hasNoContentNames(m_comparison.spec().roots));
     m_filterBar->showEffect(counts.hidden, m_filters.hasRanges());
     // All files of a state have one time, which says nothing of them.
-    if (StateTrees::isAny(m_place.folders()))
+    if (OtherTrees::isAnyState(m_place.folders()))
         m_timeShifts->reset();
     else
         m_timeShifts->show(m_comparison.shifts(), m_options);

@@ -10,7 +10,7 @@
 #include "folder/compare/folder_compare_side_pane.h"
 #include "folder/compare/folder_filter_bar.h"
 #include "folder/compare/folder_view.h"
-#include "folder/compare/state_trees.h"
+#include "folder/compare/other_trees.h"
 #include "folder/compare/time_shift_bar.h"
 #include "folder/compare/tree_line_tree_widget.h"
 #include "session/dialogs.h"
@@ -60,7 +60,7 @@ FolderCompareWidget::FolderCompareWidget(SessionHost &window, QWidget *parent)
       m_contents(new ContentsRun(m_comparison, *this)),
       m_opener(new EntryOpener(window, this)),
       m_extraction(new EntryExtraction(*this)),
-      m_states(new StateTrees(this))
+      m_otherTrees(new OtherTrees(this))
 {
     setAcceptDrops(true);
     buildLayout();
@@ -273,8 +273,8 @@ void FolderCompareWidget::connectCommands()
     connect(m_extraction, &EntryExtraction::progressed, m_status,
             [this](const ProgressState &state) { m_status->showProgress(state); });
     connect(m_extraction, &EntryExtraction::runningChanged, this, &FolderCompareWidget::showRunning);
-    connect(m_states, &StateTrees::logLine, this, &FolderCompareWidget::log);
-    connect(m_states, &StateTrees::runningChanged, this, &FolderCompareWidget::showRunning);
+    connect(m_otherTrees, &OtherTrees::logLine, this, &FolderCompareWidget::log);
+    connect(m_otherTrees, &OtherTrees::runningChanged, this, &FolderCompareWidget::showRunning);
     connect(m_fileCommands, &FileCommands::othersTouched, this, &FolderCompareWidget::onRefresh);
     connect(m_bar->compareContents, &QAction::triggered, this, [this] { m_contents->ask(m_view->selectedNodes()); });
     connect(m_bar->align, &QAction::triggered, this, &FolderCompareWidget::onManualAlign);

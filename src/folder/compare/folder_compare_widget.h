@@ -26,7 +26,7 @@ class FolderCompareBar;
 class FolderFilterBar;
 class FolderLogPanel;
 class FolderView;
-class StateTrees;
+class OtherTrees;
 class StatusLine;
 class TimeShiftBar;
 enum class RowsView;
@@ -230,7 +230,7 @@ private:
     ContentsRun *m_contents;
     EntryOpener *m_opener;
     EntryExtraction *m_extraction;
-    StateTrees *m_states;
+    OtherTrees *m_otherTrees;
     qint64 m_toldHidden = 0;        ///< what the log said last of the entries that filters hide
     QElapsedTimer m_comparingSince; ///< of the bytes that the progress counts
 };

@@ -70,9 +70,9 @@ void PathEdit::setRecentPaths(const QStringList &paths)
     auto *completer = new QCompleter(native, this);
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     completer->setFilterMode(Qt::MatchContains);
-    const QCompleter *const before = m_line->completer();
+    delete std::exchange(m_offer, nullptr); // with its completer
+    delete m_line->completer();
     m_line->setCompleter(completer);
-    delete (m_offer ? static_cast<const QObject *>(std::exchange(m_offer, nullptr)) : before);
 }
 
 void PathEdit::offerFromDisk()

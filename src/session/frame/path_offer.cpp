@@ -8,9 +8,6 @@
 #include <QLineEdit>
 #include <QStringList>
 
-#include <algorithm>
-#include <utility>
-
 namespace velmora {
 
 namespace {

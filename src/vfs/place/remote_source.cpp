@@ -38,6 +38,11 @@ std::shared_ptr<const ArchiveSource> sourceOf(const SshTarget &target, std::vect
 
 } // namespace
 
+TreeFolder RemoteOpening::folder() const
+{
+    return source ? TreeFolder{source, QStringLiteral("/")} : TreeFolder();
+}
+
 RemoteOpening openRemote(const RemotePlace &place, const CancelFlag &cancel, Progress &progress,
                          const ArchiveLimits &limits)
 {

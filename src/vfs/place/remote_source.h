@@ -18,6 +18,9 @@ struct RemoteOpening {
     std::shared_ptr<const ArchiveSource> source; ///< null when there is a fault
     QList<ArchiveProblem> problems;
     RemoteFault fault;
+
+    /// The folder of the host; none when there is a fault.
+    [[nodiscard]] TreeFolder folder() const;
 };
 
 /// Lists the folder with all that is below; contents are fetched when they are asked for. For a worker.

@@ -105,6 +105,11 @@ std::shared_ptr<const ArchiveSource> sourceOf(const GitTree &tree, const GitPlac
 
 } // namespace
 
+TreeFolder StateOpening::folder() const
+{
+    return source ? TreeFolder{source, inside.isEmpty() ? QStringLiteral("/") : inside} : TreeFolder();
+}
+
 StateOpening openState(const GitPlace &place, const StateOpening &before, const CancelFlag &cancel,
                        const ArchiveLimits &limits)
 {

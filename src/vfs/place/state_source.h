@@ -23,6 +23,9 @@ struct StateOpening {
     QString inside;                              ///< the folder that the place is, as "/docs"; empty for the root
     QList<ArchiveProblem> problems;
     GitFault fault;
+
+    /// The folder that the place is; none when there is a fault.
+    [[nodiscard]] TreeFolder folder() const;
 };
 
 /// Opens the state of `place`; its contents are read when they are asked for. `before` may be what was opened last, and

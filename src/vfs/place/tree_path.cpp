@@ -3,13 +3,12 @@
 #include "core/crew.h"
 #include "core/path_names.h"
 #include "vfs/local_folder.h"
-#include "vfs/place/remote_source.h"
-#include "vfs/place/state_source.h"
 
 #include <QDir>
 
 #include <optional>
 #include <utility>
+#include <variant>
 
 namespace velmora {
 
@@ -29,37 +28,13 @@ QString fileOnTheWay(QString path)
     return {};
 }
 
-TreeAt stateAt(const GitPlace &place, const ArchiveRequest &request, const CancelFlag &cancel)
-{
-    StateOpening opened = openState(place, {}, cancel, request.limits);
-    TreeAt result;
-    result.isState = true;
-    result.gitFault = std::move(opened.fault);
-    if (!result.gitFault.isError())
-        result.folder = {opened.source, opened.inside.isEmpty() ? QStringLiteral("/") : opened.inside};
-    result.opening = {std::move(opened.source), ArchiveFault::None, {}, std::move(opened.problems)};
-    return result;
-}
-
-TreeAt remoteAt(const RemotePlace &place, const ArchiveRequest &request, const CancelFlag &cancel, Progress &progress)
-{
-    RemoteOpening opened = openRemote(place, cancel, progress, request.limits);
-    TreeAt result;
-    result.remoteFault = std::move(opened.fault);
-    if (opened.source)
-        result.folder = {opened.source, QStringLiteral("/")};
-    result.opening = {std::move(opened.source), ArchiveFault::None, {}, std::move(opened.problems)};
-    return result;
-}
-
-TreeAt snapshotAt(const SnapshotPlace &place, const ArchiveRequest &request, const CancelFlag &cancel,
-                  Progress &progress)
+TreeAt treeOf(OtherOpening &&other)
 {
     TreeAt result;
-    result.snapshot = openSnapshot(place, {}, cancel, progress, request.limits);
-    result.folder = result.snapshot->folder();
-    result.opening = {
-        nullptr, result.folder.isThere() ? ArchiveFault::None : ArchiveFault::Missing, {}, result.snapshot->problems};
+    result.folder = folderOf(other);
+    const bool isMissing = std::holds_alternative<SnapshotOpening>(other) && !result.folder.isThere();
+    result.opening = {archiveOf(other), isMissing ? ArchiveFault::Missing : ArchiveFault::None, {}, problemsOf(other)};
+    result.other = std::move(other);
     return result;
 }
 
@@ -67,10 +42,8 @@ TreeAt snapshotAt(const SnapshotPlace &place, const ArchiveRequest &request, con
 
 TreeAt treeAt(const ArchiveRequest &request, const CancelFlag &cancel, Progress &progress)
 {
-    if (const std::optional<GitPlace> place = gitPlaceOf(request.path))
-        return stateAt(*place, request, cancel);
-    if (const std::optional<RemotePlace> place = remotePlaceOf(request.path))
-        return remoteAt(*place, request, cancel, progress);
+    if (OtherOpening other = openOther(request.path, {}, cancel, progress, request.limits); isThere(other))
+        return treeOf(std::move(other));
     TreeAt result;
     const QString path = QDir::cleanPath(QDir(QDir::fromNativeSeparators(request.path)).absolutePath());
     const std::optional<FolderEntry> entry = FileAccess::native().describe(path);
@@ -79,8 +52,6 @@ TreeAt treeAt(const ArchiveRequest &request, const CancelFlag &cancel, Progress 
         result.isFolder = true;
         return result;
     }
-    if (const std::optional<SnapshotPlace> place = snapshotPlaceOf(request.path))
-        return snapshotAt(*place, request, cancel, progress);
     ArchiveRequest archive = request;
     archive.path = fileOnTheWay(path);
     if (archive.path.isEmpty()) {

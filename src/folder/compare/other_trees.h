@@ -5,9 +5,7 @@
 #include "core/runner.h"
 #include "core/sides.h"
 #include "session/session_record.h"
-#include "vfs/place/remote_source.h"
-#include "vfs/place/snapshot_source.h"
-#include "vfs/place/state_source.h"
+#include "vfs/place/other_opening.h"
 #include "vfs/tree_source.h"
 
 #include <QObject>
@@ -19,15 +17,15 @@ namespace velmora {
 
 /// The states of repositories, folders of hosts and snapshots that stand on a side of a comparison of folders, read on
 /// a worker.
-class StateTrees final : public QObject {
+class OtherTrees final : public QObject {
     Q_OBJECT
 public:
-    explicit StateTrees(QObject *parent);
+    explicit OtherTrees(QObject *parent);
 
     /// Whether one of the two is a state.
-    [[nodiscard]] static bool isAny(const SessionPaths &paths);
+    [[nodiscard]] static bool isAnyState(const SessionPaths &paths);
     /// Whether one of the two is no folder of the disk.
-    [[nodiscard]] static bool isAnyOther(const SessionPaths &paths);
+    [[nodiscard]] static bool isAny(const SessionPaths &paths);
 
     /// Finds what these among the paths are now, and calls `done` with a sentence where one is not to be had.
     void open(const SessionPaths &paths, std::function<void(const QString &error)> done);
@@ -44,9 +42,7 @@ Q_SIGNALS:
 private:
     struct Opened {
         QString path;
-        StateOpening state;
-        RemoteOpening remote;
-        SnapshotOpening snapshot;
+        OtherOpening tree;
     };
 
     [[nodiscard]] static Sides<Opened> openBoth(const SessionPaths &paths, const Sides<Opened> &before,
