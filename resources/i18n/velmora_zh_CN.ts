@@ -10132,6 +10132,58 @@ Save them?</source>
         <translation>%1 的 ID3v2 标签已损坏：末尾 %2 字节无法读取，保存时会被丢弃。</translation>
     </message>
     <message>
+        <source>An ID3v1 tag of %1 is not read: it is cut off, or is not the last thing in the file.</source>
+        <translation>未读取 %1 的一个 ID3v1 标签：它被截断，或不在文件末尾。</translation>
+    </message>
+    <message>
+        <source>The lyrics behind the sound of %1 (Lyrics3) are damaged: they are cut off, or their length is wrong.</source>
+        <translation>%1 声音之后的歌词（Lyrics3）已损坏：被截断，或长度有误。</translation>
+    </message>
+    <message>
+        <source>An APE tag of %1 is not read: it is before the sound, or before other tags.</source>
+        <translation>未读取 %1 的一个 APE 标签：它位于声音之前，或位于其他标签之前。</translation>
+    </message>
+    <message>
+        <source>The APE tag of %1 is damaged: it has a beginning and no end. It is not read, and the tags of this file cannot be saved.</source>
+        <translation>%1 的 APE 标签已损坏：有开头而没有结尾。该标签未读取，此文件的标签无法保存。</translation>
+    </message>
+    <message>
+        <source>The APE tag of %1 is damaged: the length that it gives, %2 bytes, does not lead to its beginning. It is not read, and the tags of this file cannot be saved.</source>
+        <translation>%1 的 APE 标签已损坏：它给出的长度（%2 字节）指不到它的开头。该标签未读取，此文件的标签无法保存。</translation>
+    </message>
+    <message>
+        <source>The APE tag of %1 is damaged: its beginning is missing, or does not agree with its end. The tags of this file cannot be saved.</source>
+        <translation>%1 的 APE 标签已损坏：开头缺失，或与结尾不一致。此文件的标签无法保存。</translation>
+    </message>
+    <message>
+        <source>The APE tag of %1 is damaged: it says that it has %2 fields, and has fewer.</source>
+        <translation>%1 的 APE 标签已损坏：它声称有 %2 个字段，实际没有这么多。</translation>
+    </message>
+    <message>
+        <source>The APE tag of %1 is damaged: %2 bytes in it belong to no field and cannot be read, and saving leaves them out.</source>
+        <translation>%1 的 APE 标签已损坏：其中 %2 字节不属于任何字段，无法读取，保存时会被丢弃。</translation>
+    </message>
+    <message>
+        <source>The APE tag of %1 is damaged: fields with names that are not allowed are not read, and saving leaves them out (%2, the first is "%3").</source>
+        <translation>%1 的 APE 标签已损坏：名称不合规的字段未读取，保存时会被丢弃（共 %2 个，第一个是“%3”）。</translation>
+    </message>
+    <message>
+        <source>The APE tag of %1 is damaged: values lead out of it and are read as far as they are there (%2, the first is "%3").</source>
+        <translation>%1 的 APE 标签已损坏：有的值超出标签范围，只读取了存在的部分（共 %2 个，第一个是“%3”）。</translation>
+    </message>
+    <message>
+        <source>The APE tag of %1 is damaged: of fields with the same name the last is read, and saving leaves the others out (%2, the first is "%3").</source>
+        <translation>%1 的 APE 标签已损坏：同名字段只读取最后一个，保存时其余的会被丢弃（共 %2 个，第一个是“%3”）。</translation>
+    </message>
+    <message>
+        <source>The APE tag of %1 has fields with marks that were never laid down, and saving leaves these out (%2, the first is "%3").</source>
+        <translation>%1 的 APE 标签中有的字段带有从未规定过的标志，保存时这些标志会被丢弃（共 %2 个，第一个是“%3”）。</translation>
+    </message>
+    <message>
+        <source>The APE tag of %1 has texts in an old encoding, which such tags must not have; the tags of this file cannot be saved (%2, the first is "%3").</source>
+        <translation>%1 的 APE 标签中有旧编码的文本，而这类标签不允许这样；此文件的标签无法保存（共 %2 个，第一个是“%3”）。</translation>
+    </message>
+    <message>
         <source>The sound of %1 is damaged, places: %2.</source>
         <translation>%1 的声音已损坏，处数：%2。</translation>
     </message>
@@ -10165,13 +10217,17 @@ Save them?</source>
     </message>
     <message>
         <source>%1 cannot hold these fields as they ought to be:
-%2
-
-Save it all the same?</source>
+%2</source>
         <translation>%1 无法按原样保存以下字段：
-%2
-
-仍要保存吗？</translation>
+%2</translation>
+    </message>
+    <message>
+        <source>The tags of %1 are damaged. What cannot be read of them will no longer be in the file.</source>
+        <translation>%1 的标签已损坏，其中无法读取的内容将不再保留在文件中。</translation>
+    </message>
+    <message>
+        <source>Save it all the same?</source>
+        <translation>仍要保存吗？</translation>
     </message>
     <message>
         <source>%1: none</source>

@@ -33,6 +33,22 @@ constexpr std::array verdictWords{"Same file",
                                   "Other sound, same tags",
                                   "Other sound, other tags"};
 
+/// In the order of `TagFault`; a number follows where there is one.
+constexpr std::array damageWords{"its ID3v2 tag is damaged, bytes that cannot be read",
+                                 "an ID3v1 tag is not read: it is cut off, or is not the last thing in the file",
+                                 "its Lyrics3 are cut off, or their length is wrong",
+                                 "an APE tag is not read: it is before the sound, or before other tags",
+                                 "its APE tag is damaged and not read: it has a beginning and no end",
+                                 "its APE tag is damaged and not read: its length does not lead to its beginning",
+                                 "its APE tag is damaged: its beginning is missing, or does not agree with its end",
+                                 "its APE tag is damaged: it has fewer fields than it says",
+                                 "its APE tag is damaged, bytes that belong to no field",
+                                 "its APE tag is damaged, fields with names that are not allowed",
+                                 "its APE tag is damaged, values that lead out of it",
+                                 "its APE tag is damaged, fields with the name of another one",
+                                 "its APE tag has fields with marks that were never laid down",
+                                 "its APE tag has texts that are not in UTF-8"};
+
 bool writeSummary(QIODevice &device, const Comparison &comparison)
 {
     const QByteArray line = QByteArray(verdictWords[std::size_t(comparison.verdict)]) + '\n';
@@ -100,11 +116,13 @@ QString faultText(const SongReading &reading)
 
 void warn(const Streams &streams, const QString &path, const Song &song)
 {
-    if (song.unreadTagBytes > 0)
-        complain(streams,
-                 QStringLiteral("warning: %1: its ID3v2 tag is damaged, the last %2 bytes of it cannot be read")
-                     .arg(path)
-                     .arg(song.unreadTagBytes));
+    for (const TagDamage &damage : song.tagDamage) {
+        QString text =
+            QStringLiteral("warning: %1: %2").arg(path, QLatin1String(damageWords[std::size_t(damage.fault)]));
+        if (damage.number > 0)
+            text += QStringLiteral(": %1").arg(damage.number);
+        complain(streams, damage.name.isEmpty() ? text : QStringLiteral("%1, first %2").arg(text, damage.name));
+    }
     if (song.isCutOff)
         complain(streams, QStringLiteral("warning: %1: is cut off").arg(path));
     if (song.damagedPlaces > 0)

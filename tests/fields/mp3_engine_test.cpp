@@ -14,6 +14,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <array>
+
 using namespace velmora;
 using namespace velmora::test;
 
@@ -211,7 +213,8 @@ private Q_SLOTS:
     void tellsOfDamagedTags()
     {
         const auto unread = [](int minor, const QByteArray &frames, char flags = 0) {
-            return song(id3v2(minor, frames).replace(5, 1, QByteArray(1, flags)) + madeSound()).unreadTagBytes;
+            const Song read = song(id3v2(minor, frames).replace(5, 1, QByteArray(1, flags)) + madeSound());
+            return read.tagDamage.isEmpty() ? 0 : read.tagDamage.first().number;
         };
         const QByteArray good = id3Text("TIT2", "Good");
         const QByteArray beyond = id3Text("TPE1", "Far").replace(6, 1, "\1");
@@ -231,6 +234,96 @@ private Q_SLOTS:
         QCOMPARE(unread(3, bigNumber(6) + QByteArray(6, '\0') + beyond, '\x40'), beyond.size());
     }
 
+    void tellsOfDamagedTagsBehindTheSound_data()
+    {
+        QTest::addColumn<QByteArray>("behind");
+        QTest::addColumn<QString>("told");
+        QTest::addColumn<TagSaveFault>("saving");
+        const auto row = [](const char *name, const QByteArray &behind, const char *told, TagSaveFault saving) {
+            QTest::newRow(name) << behind << word(told) << saving;
+        };
+        const auto item = [](const QByteArray &name, const QByteArray &value, quint32 flags = 0, int more = 0) {
+            return littleNumber(quint32(value.size() + more)) + littleNumber(flags) + name + '\0' + value;
+        };
+        const auto end = [](qsizetype length, quint32 count, quint32 flags) {
+            return "APETAGEX" + littleNumber(2000) + littleNumber(quint32(length)) + littleNumber(count) +
+                   littleNumber(flags) + QByteArray(8, '\0');
+        };
+        const auto tag = [&](const QByteArray &items, quint32 count, qsizetype more = 0) {
+            return end(items.size() + 32, count, 0xa0000000) + items + end(items.size() + 32 + more, count, 0x80000000);
+        };
+        const auto none = TagSaveFault::None;
+        const auto refused = TagSaveFault::NotPossible;
+        const auto asked = TagSaveFault::WouldLose;
+        const QByteArray one = item("Title", "One");
+        const QByteArray whole = tag(one, 1);
+        const QByteArray v1 = id3v1("a", "b");
+        row("whole", whole, "", none);
+        row("whole, ID3v1 behind", whole + v1, "", none);
+        row("without a header", whole.mid(32).chopped(32) + end(one.size() + 32, 1, 0), "", none);
+        row("without a field", tag({}, 0), "", none);
+        row("out of the file", tag(one, 1, 1 << 24), "ApeLength 16777265", refused);
+        row("into the sound", tag(one, 1, 200), "ApeLength 249", refused);
+        row("over what is before the sound", tag(one, 1, 5003), "ApeLength 5052", refused);
+        row("too short for its end", end(31, 1, 0), "ApeLength 31", refused);
+        row("header alone", whole.first(40), "ApeCutOff 0", refused);
+        row("header at the end", whole.first(32), "ApeCutOff 0", refused);
+        row("header gone", whole.mid(32), "ApeBeginning 0", refused);
+        row("header not told of", whole.chopped(9) + QByteArray(9, '\0'), "ApeBeginning 0", refused);
+        row("header says otherwise", end(one.size() + 32, 2, 0xa0000000) + whole.mid(32), "ApeBeginning 0", refused);
+        row("fewer fields", tag(one, 9), "ApeCount 9", none);
+        row("more fields", tag(one + one, 1), "ApeRest 17", asked);
+        row("nothing ends a name", tag(one + QByteArray(20, 'x'), 2), "ApeRest 20", asked);
+        row("short name", tag(one + item("x", "a") + item("y", "ab"), 3), "ApeName 2 x", asked);
+        row("long name", tag(one + item(QByteArray(256, 'n'), "a"), 2),
+            ("ApeName 1 " + QByteArray(60, 'n')).constData(), asked);
+        row("letters of a name", tag(one + item("a\xe4", "a"), 2), "ApeName 1 a\u00e4", asked);
+        row("forbidden name", tag(one + item("oggs", "a"), 2), "ApeName 1 oggs", asked);
+        row("value leads out", tag(one + item("Year", "1999", 0, 1), 2), "ApeValue 1 Year", none);
+        row("same name", tag(one + item("TITLE", "Two"), 2), "ApeTwice 1 TITLE", asked);
+        row("flags", tag(one + item("Year", "1999", 0x10), 2), "ApeFlags 1 Year", asked);
+        row("binary", tag(one + item("Cover Art (Front)", "a.png\xff\xd8", 2), 2), "", none);
+        row("old text", tag(one + item("Artist", "\xd6\xd0"), 2), "ApeOldText 1 Artist", refused);
+        row("before another", whole + apeTag("Year", "1999"), "ApeUnread 0", none);
+        row("before lyrics", whole + "LYRICSBEGININD0000210000021LYRICS200" + v1, "ApeUnread 0", none);
+        row("ID3v1 cut off", v1.chopped(1), "Id3v1Unread 0", none);
+        row("ID3v1 before another tag", v1 + whole, "Id3v1Unread 0", none);
+        row("lyrics cut off", "LYRICSBEGININD00002100000", "LyricsUnread 0", none);
+        row("lyrics of another length", "LYRICSBEGININD0000210000022LYRICS200", "LyricsUnread 0", none);
+        row("old lyrics", "LYRICSBEGINla laLYRICSEND" + v1, "", none);
+    }
+
+    void tellsOfDamagedTagsBehindTheSound()
+    {
+        static constexpr std::array names{"Id3v2Rest", "Id3v1Unread",  "LyricsUnread", "ApeUnread", "ApeCutOff",
+                                          "ApeLength", "ApeBeginning", "ApeCount",     "ApeRest",   "ApeName",
+                                          "ApeValue",  "ApeTwice",     "ApeFlags",     "ApeOldText"};
+        QFETCH(QByteArray, behind);
+        QFETCH(TagSaveFault, saving);
+        const QByteArray bytes = id3v2(3, id3Text("TIT2", "Old") + id3Text("TPE1", "Keep")) + madeSound() + behind;
+        QTemporaryDir folder;
+        const QString path = folder.filePath(word("a.mp3"));
+        QVERIFY(makeFile(path, bytes));
+        const Song read = loadSong(path).song;
+        QStringList told;
+        for (const TagDamage &damage : read.tagDamage)
+            told.append(QStringLiteral("%1 %2 %3")
+                            .arg(QLatin1String(names[std::size_t(damage.fault)]))
+                            .arg(damage.number)
+                            .arg(damage.name)
+                            .trimmed());
+        QTEST(told.join(u'|'), "told");
+        // The sound is found whatever lengths say, and nothing goes that nobody was asked about.
+        QCOMPARE(read.soundHash, song(madeSound()).soundHash);
+        SongTags wanted = read.tags;
+        wanted.fields.removeFirst();
+        QCOMPARE(saveTags(path, read, wanted, Loss::Refused).fault, saving);
+        if (saving != TagSaveFault::None)
+            QCOMPARE(contentsOf(path), bytes);
+        QCOMPARE(saveTags(path, loadSong(path).song, wanted, Loss::Accepted).ok(), saving != TagSaveFault::NotPossible);
+        QCOMPARE(loadSong(path).song.soundHash, read.soundHash);
+    }
+
     void refusesWhatIsHostileOrNoSound()
     {
         QCOMPARE(reading("a text").fault, SoundFault::NoSound);
@@ -245,6 +338,11 @@ private Q_SLOTS:
         QCOMPARE(reading(id3v2(4, chapters) + sound).fault, SoundFault::TooLarge);
         QCOMPARE(reading(id3v2(4, packed) + sound).fault, SoundFault::TooLarge);
         QCOMPARE(reading(sound + apeTag("a", "b", 1u << 30)).fault, SoundFault::TooLarge);
+        // A text of nothing but ends of texts, and a length that leads back to where it stands.
+        QCOMPARE(reading(sound + apeTag("Title", QByteArray(30'000, '\0'))).fault, SoundFault::TooLarge);
+        QCOMPARE(reading(sound + apeTag("Title", QByteArray(1 << 16, 'x'), 19'999).replace(0, 4, littleNumber(0U - 14)))
+                     .fault,
+                 SoundFault::TooLarge);
         QCOMPARE(reading(mp4Box("ftyp", "M4A ") + nested("moov", 5000) + mp4Box("mdat", "a")).fault,
                  SoundFault::TooLarge);
         QCOMPARE(reading(id3v2(3, QByteArray()).replace(6, 4, QByteArray(4, '\x7f')) + sound).fault,

@@ -1,6 +1,7 @@
 #include "filetypes/mp3/mp3_words.h"
 
 #include "core/visible_name.h"
+#include "filetypes/mp3/damage_words.h"
 #include "filetypes/mp3/engine/common_fields.h"
 #include "session/translate.h"
 
@@ -239,11 +240,8 @@ QStringList remarkTexts(const Song &song, const QString &path, const QString &ch
     if (!fields.isEmpty())
         remarks.append(Velmora::tr("The tags of %1 contradict each other: %2.")
                            .arg(shownPath(path), fields.join(Velmora::tr(", "))));
-    if (song.unreadTagBytes > 0)
-        remarks.append(
-            Velmora::tr("The ID3v2 tag of %1 is damaged: its last %2 bytes cannot be read, and saving leaves "
-                        "them out.")
-                .arg(shownPath(path), QLocale().toString(song.unreadTagBytes)));
+    for (const TagDamage &damage : song.tagDamage)
+        remarks.append(damageText(damage, shownPath(path)));
     if (song.isCutOff)
         remarks.append(Velmora::tr("The sound of %1 is cut off.").arg(shownPath(path)));
     if (song.damagedPlaces > 0)
@@ -285,8 +283,16 @@ QString saveFaultText(const TagSave &save, const QString &path)
 
 QString lossText(const TagSave &save, const QString &path)
 {
-    return Velmora::tr("%1 cannot hold these fields as they ought to be:\n%2\n\nSave it all the same?")
-        .arg(shownPath(path), lostText(save.lost));
+    QStringList losses;
+    if (!save.lost.isEmpty())
+        losses.append(Velmora::tr("%1 cannot hold these fields as they ought to be:\n%2")
+                          .arg(shownPath(path), lostText(save.lost)));
+    if (save.losesUnread)
+        losses.append(
+            Velmora::tr("The tags of %1 are damaged. What cannot be read of them will no longer be in the file.")
+                .arg(shownPath(path)));
+    losses.append(Velmora::tr("Save it all the same?"));
+    return losses.join(QStringLiteral("\n\n"));
 }
 
 } // namespace velmora

@@ -73,6 +73,13 @@ QList<SongField> missing(const SongTags &wanted, const SongTags &there)
     return lost;
 }
 
+template <typename Test>
+bool hasDamage(const Song &song, Test test)
+{
+    return std::any_of(song.tagDamage.begin(), song.tagDamage.end(),
+                       [&](const TagDamage &damage) { return test(damage.fault); });
+}
+
 bool writeInto(QFileDevice &copy, const Song &song, const SongTags &tags)
 {
     TagEditStream stream(copy);
@@ -142,7 +149,7 @@ SongTags withAllCopied(const SongTags &from, SongTags to, SoundFormat format)
 
 TagSave saveTags(const QString &path, const Song &song, const SongTags &tags, Loss loss, const CancelFlag &cancel)
 {
-    if (song.tags.holdsEncrypted)
+    if (song.tags.holdsEncrypted || hasDamage(song, forbidsSaving))
         return failed(TagSaveFault::NotPossible);
     QFile original(path);
     if (!original.open(QIODevice::ReadOnly))
@@ -166,9 +173,11 @@ TagSave saveTags(const QString &path, const Song &song, const SongTags &tags, Lo
     if (!reading.ok() || reading.song.soundHash != song.soundHash)
         return failed(TagSaveFault::SoundChanged);
     const QList<SongField> lost = missing(tags, reading.song.tags);
-    if (!lost.isEmpty() && loss == Loss::Refused) {
+    const bool losesUnread = hasDamage(song, losesBySaving);
+    if ((!lost.isEmpty() || losesUnread) && loss == Loss::Refused) {
         TagSave save = failed(TagSaveFault::WouldLose);
         save.lost = lost;
+        save.losesUnread = losesUnread;
         return save;
     }
     return replace(path, copy, std::move(reading), cancel);

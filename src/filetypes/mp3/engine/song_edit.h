@@ -24,18 +24,20 @@ enum class TagSaveFault : quint8 {
     Changed,      ///< the file is not the one that was read
     NotPossible,  ///< its tags cannot be written again without harm
     SoundChanged, ///< writing would have changed the sound
-    WouldLose     ///< `lost` would not be in the file as they ought to
+    WouldLose     ///< `lost` would not be in the file as they ought to, or what of it is damaged would go
 };
 
 struct TagSave {
     TagSaveFault fault = TagSaveFault::None;
     QString detail;
     QList<SongField> lost;
-    Song song; ///< as it was read again, where it was saved
+    bool losesUnread = false; ///< what could not be read of damaged tags would go
+    Song song;                ///< as it was read again, where it was saved
     [[nodiscard]] bool ok() const noexcept { return fault == TagSaveFault::None; }
 };
 
-/// What becomes of a file whose format cannot hold a field as it ought to be.
+/// What becomes of a file whose format cannot hold a field as it ought to be, or whose damaged tags hold more than was
+/// read.
 enum class Loss : quint8 { Refused, Accepted };
 
 /// Writes `tags` into the file that `song` was read from. They are written into a copy, which is read again; only when

@@ -38,6 +38,20 @@ SongReading failed(SoundFault fault, const QString &detail = {})
     return reading;
 }
 
+/// Puts right what the library takes for fields of APE.
+void takeFindings(SongTags &tags, const TagFindings &findings)
+{
+    if (findings.hasUnreadableApe)
+        tags.fields.removeIf([](const SongField &field) { return field.group == SongGroup::Ape; });
+    for (SongField &field : tags.fields) {
+        const auto old = findings.oldTexts.find(field.key);
+        if (field.group != SongGroup::Ape || old == findings.oldTexts.end())
+            continue;
+        field.value = QString::fromLatin1(*old);
+        field.oldBytes = *old;
+    }
+}
+
 } // namespace
 
 QString Song::fact(const char *key) const
@@ -59,7 +73,12 @@ SongReading readSong(QIODevice &device, const CancelFlag &cancel)
     song.samplesHash = layout.samplesHash;
     song.damagedPlaces = layout.damagedPlaces;
     song.isCutOff = layout.isCutOff;
-    song.unreadTagBytes = layout.format == SoundFormat::Mpeg ? unreadTagBytes(bytes) : 0;
+    TagFindings findings;
+    if (layout.format == SoundFormat::Mpeg)
+        findings = examineTags(bytes, layout.sound.first());
+    if (findings.isTooLarge)
+        return failed(SoundFault::TooLarge);
+    song.tagDamage = findings.damage;
     song.soundHash = hashOfSound(bytes, layout, cancel);
     song.fileHash = hashOfAll(bytes, cancel);
     if (song.soundHash.isEmpty() || song.fileHash.isEmpty())
@@ -70,6 +89,7 @@ SongReading readSong(QIODevice &device, const CancelFlag &cancel)
         if (!file.isValid())
             return failed(SoundFault::Damaged);
         song.tags = readTags(file);
+        takeFindings(song.tags, findings);
         addFacts(song, layout, file);
     } catch (const TagRefusal &) {
         return failed(SoundFault::TooLarge);

@@ -3,8 +3,10 @@
 #include "core/cancel_flag.h"
 #include "filetypes/mp3/engine/song_field.h"
 #include "filetypes/mp3/engine/sound_layout.h"
+#include "filetypes/mp3/engine/tag_damage.h"
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 
 class QIODevice;
@@ -22,7 +24,7 @@ struct Song {
     qint64 milliseconds = -1;
     qint64 damagedPlaces = 0; ///< where the structure of the sound had to be found again
     bool isCutOff = false;
-    qint64 unreadTagBytes = 0; ///< at the end of an ID3v2 tag that is damaged
+    QList<TagDamage> tagDamage;
 
     /// The value of a fact; empty where there is none.
     [[nodiscard]] QString fact(const char *key) const;

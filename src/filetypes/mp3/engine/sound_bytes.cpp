@@ -32,6 +32,18 @@ QByteArrayView SoundBytes::at(qint64 at, qint64 length)
     return QByteArrayView(m_block).sliced(from, std::min<qint64>(length, m_block.size() - from));
 }
 
+QByteArray SoundBytes::allAt(qint64 at, qint64 length)
+{
+    QByteArray all;
+    while (all.size() < length) {
+        const QByteArrayView piece = this->at(at + all.size(), length - all.size());
+        if (piece.isEmpty())
+            break;
+        all += piece;
+    }
+    return all;
+}
+
 quint64 bigEndian(QByteArrayView bytes, qsizetype at, int length)
 {
     quint64 value = 0;

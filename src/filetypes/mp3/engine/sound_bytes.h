@@ -27,6 +27,9 @@ public:
     /// until the next call.
     [[nodiscard]] QByteArrayView at(qint64 at, qint64 length);
 
+    /// The same without the bound: a copy.
+    [[nodiscard]] QByteArray allAt(qint64 at, qint64 length);
+
 private:
     QIODevice &m_device;
     qint64 m_size;

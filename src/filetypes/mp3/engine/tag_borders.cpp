@@ -1,5 +1,6 @@
 #include "filetypes/mp3/engine/tag_borders.h"
 
+#include "filetypes/mp3/engine/ape_tag.h"
 #include "filetypes/mp3/engine/sound_layout.h"
 
 #include <algorithm>
@@ -11,7 +12,6 @@ namespace {
 
 constexpr qint64 id3v1Length = 128;
 constexpr qint64 id3v1ExtensionLength = 227;
-constexpr qint64 apeFooterLength = 32;
 
 /// The length of an ID3v2 tag with its header and footer; 0 where there is none.
 qint64 id3v2Length(QByteArrayView header)
@@ -29,42 +29,38 @@ qint64 id3v2Length(QByteArrayView header)
     return length + headerLength + (hasFooter ? headerLength : 0);
 }
 
-struct ApeTag {
-    qint64 length = 0; ///< with footer and header
-    quint64 items = 0;
-};
-
-std::optional<ApeTag> apeTagBefore(SoundBytes &bytes, qint64 end)
-{
-    const QByteArrayView footer = bytes.at(end - apeFooterLength, apeFooterLength);
-    if (footer.size() < apeFooterLength || !footer.startsWith("APETAGEX"))
-        return std::nullopt;
-    const bool hasHeader = (littleEndian(footer, 20, 4) >> 31) != 0;
-    return ApeTag{qint64(littleEndian(footer, 12, 4)) + (hasHeader ? apeFooterLength : 0), littleEndian(footer, 16, 4)};
-}
-
-/// The length of a Lyrics3 tag of the second version, which has its length before its last letters.
-qint64 lyricsLength(SoundBytes &bytes, qint64 end)
+/// A Lyrics3 tag of the second version, which has its length before its last letters.
+std::optional<TagBehind> lyricsBefore(SoundBytes &bytes, qint64 end)
 {
     constexpr qint64 numberLength = 6;
-    const QByteArrayView tail = bytes.at(end - 9 - numberLength, 9 + numberLength);
-    if (!tail.endsWith("LYRICS200"))
-        return 0;
+    constexpr QByteArrayView last("LYRICS200");
+    constexpr QByteArrayView first("LYRICSBEGIN");
+    const qint64 tail = end - last.size() - numberLength;
+    const QByteArray letters = bytes.at(tail, end - tail).toByteArray();
+    if (!letters.endsWith(last))
+        return std::nullopt;
     bool ok = false;
-    const qint64 length = tail.first(numberLength).toByteArray().toUInt(&ok);
-    return ok ? length + tail.size() : 0;
+    const qint64 length = letters.first(numberLength).toUInt(&ok);
+    const bool isWhole = ok && bytes.at(tail - length, first.size()) == first;
+    return TagBehind{TagBehind::Kind::Lyrics3, isWhole ? tail - length : tail, end, isWhole};
 }
 
-/// The length of the tag that ends there, 0 for none.
-qint64 lengthOfTagBefore(SoundBytes &bytes, qint64 end)
+std::optional<TagBehind> id3v1Before(SoundBytes &bytes, qint64 end)
 {
-    if (end == bytes.size() && bytes.at(end - id3v1Length, id3v1Length).startsWith("TAG")) {
-        const bool isExtended = bytes.at(end - id3v1Length - id3v1ExtensionLength, 4).startsWith("TAG+");
-        return id3v1Length + (isExtended ? id3v1ExtensionLength : 0);
-    }
-    if (const std::optional<ApeTag> ape = apeTagBefore(bytes, end))
-        return ape->length;
-    return lyricsLength(bytes, end);
+    if (end != bytes.size() || !bytes.at(end - id3v1Length, id3v1Length).startsWith("TAG"))
+        return std::nullopt;
+    const bool isExtended = bytes.at(end - id3v1Length - id3v1ExtensionLength, 4).startsWith("TAG+");
+    const qint64 length = id3v1Length + (isExtended ? id3v1ExtensionLength : 0);
+    return TagBehind{TagBehind::Kind::Id3v1, end - length, end};
+}
+
+std::optional<TagBehind> tagBefore(SoundBytes &bytes, qint64 floor, qint64 end)
+{
+    if (const std::optional<TagBehind> id3v1 = id3v1Before(bytes, end))
+        return id3v1;
+    if (const std::optional<ApePlace> ape = apeTagBefore(bytes, floor, end))
+        return TagBehind{TagBehind::Kind::Ape, ape->begin, end, ape->isFound};
+    return lyricsBefore(bytes, end);
 }
 
 } // namespace
@@ -77,23 +73,34 @@ qint64 tagsBefore(SoundBytes &bytes)
     return std::min(at, bytes.size());
 }
 
+QList<TagBehind> tagListBehind(SoundBytes &bytes)
+{
+    QList<TagBehind> tags;
+    const qint64 floor = tagsBefore(bytes);
+    qint64 end = bytes.size();
+    while (tags.size() < mostTagParts) {
+        const std::optional<TagBehind> tag = tagBefore(bytes, floor, end);
+        if (!tag || tag->begin < floor)
+            break;
+        tags.append(*tag);
+        end = tag->begin;
+    }
+    return tags;
+}
+
 qint64 tagsBehind(SoundBytes &bytes)
 {
-    qint64 end = bytes.size();
-    while (const qint64 length = lengthOfTagBefore(bytes, end)) {
-        if (length > end)
-            break;
-        end -= length;
-    }
-    return end;
+    const QList<TagBehind> tags = tagListBehind(bytes);
+    return tags.isEmpty() ? bytes.size() : tags.last().begin;
 }
 
 bool tagsAreOversized(SoundBytes &bytes)
 {
-    const bool hasId3v1 = bytes.at(bytes.size() - id3v1Length, id3v1Length).startsWith("TAG");
+    const bool hasId3v1 = id3v1Before(bytes, bytes.size()).has_value();
     for (const qint64 end : {bytes.size(), bytes.size() - (hasId3v1 ? id3v1Length : 0)}) {
-        const std::optional<ApeTag> ape = apeTagBefore(bytes, end);
-        if (ape && (ape->length > mostTagBytes || ape->items > mostTagParts))
+        const std::optional<ApePlace> ape = apeTagBefore(bytes, 0, end);
+        const bool isInside = ape && ape->statedLength <= bytes.size();
+        if (ape && (ape->statedCount > mostTagParts || (isInside && ape->statedLength > mostTagBytes)))
             return true;
     }
     return false;

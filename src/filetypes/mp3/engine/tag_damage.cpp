@@ -1,6 +1,12 @@
 #include "filetypes/mp3/engine/tag_damage.h"
 
+#include "filetypes/mp3/engine/ape_tag.h"
+#include "filetypes/mp3/engine/id3v2_damage.h"
 #include "filetypes/mp3/engine/sound_layout.h"
+#include "filetypes/mp3/engine/tag_borders.h"
+
+#include <QSet>
+#include <QStringDecoder>
 
 #include <algorithm>
 
@@ -8,108 +14,191 @@ namespace velmora {
 
 namespace {
 
-constexpr qint64 tagHeader = 10;
-
-qint64 synchSafe(QByteArrayView bytes, qsizetype at)
+bool isUtf8(QByteArrayView bytes)
 {
-    qint64 number = 0;
-    for (qsizetype k = at; k < at + 4; ++k)
-        number = number << 7 | (quint8(bytes[k]) & 0x7f);
-    return number;
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = decoder(bytes);
+    return !decoder.hasError();
 }
 
-QByteArray bytesOf(SoundBytes &bytes, qint64 at, qint64 length)
+/// Whether the library takes too much memory or time for these items. It goes on from one to the next in numbers of 32
+/// bits, by which lengths that are made for it lead back to the first ones.
+bool areExhausting(QByteArrayView items, qint64 count)
 {
-    QByteArray all;
-    while (all.size() < length) {
-        const QByteArrayView piece = bytes.at(at + all.size(), std::min(SoundBytes::most, length - all.size()));
-        if (piece.isEmpty())
-            break;
-        all += piece;
+    constexpr qint64 mostWork = 4 * mostTagBytes;
+    qint64 work = 0;
+    qint64 parts = 0;
+    quint32 at = 0;
+    for (qint64 k = 0; k < count && at < items.size(); ++k) {
+        qsizetype behind = at;
+        const std::optional<ApeItem> item = takeApeItem(items, behind);
+        if (!item)
+            return false;
+        work += item->name.size() + item->value.size();
+        parts += item->isText() ? item->value.count('\0') : 0;
+        if (work > mostWork || parts > mostTagParts)
+            return true;
+        at += quint32(item->name.size()) + quint32(item->statedLength) + 9;
     }
-    return all;
+    return false;
 }
 
-class Frames {
+class Examination {
 public:
-    Frames(QByteArrayView bytes, int version) : m_bytes(bytes), m_version(version) {}
+    Examination(SoundBytes &bytes, const SoundRange &sound) : m_bytes(bytes), m_sound(sound) {}
 
-    /// How many bytes are left behind the last frame that can be followed, from `at` on.
-    [[nodiscard]] qint64 rest(qsizetype at) const
+    TagFindings run()
     {
-        while (m_bytes.size() - at >= header()) {
-            if (m_bytes[at] == 0)
-                return 0;
-            const qint64 size = isName(at) ? sizeOf(at) : 0;
-            if (size <= 0 || size > m_bytes.size() - at - header())
-                return m_bytes.size() - at;
-            at += header() + size;
-        }
-        return 0;
+        if (const qint64 rest = unreadTagBytes(m_bytes))
+            add(TagFault::Id3v2Rest, rest);
+        const qint64 floor = tagsBefore(m_bytes);
+        if (isApeEnd(m_bytes, floor))
+            add(TagFault::ApeUnread);
+        if (const std::optional<ApePlace> place = apeTagBefore(m_bytes, floor, placeOfApe()))
+            examineApe(*place);
+        examineBehind();
+        return m_findings;
     }
 
 private:
-    [[nodiscard]] bool isOld() const { return m_version == 2; }
-    [[nodiscard]] qsizetype header() const { return isOld() ? 6 : 10; }
-    [[nodiscard]] bool isName(qsizetype at) const
+    void add(TagFault fault, qint64 number = 0)
     {
-        const QByteArrayView name = m_bytes.sliced(at, 3); // some programs leave the fourth letter out
-        return std::all_of(name.begin(), name.end(), [](char letter) {
-            return (letter >= 'A' && letter <= 'Z') || (letter >= '0' && letter <= '9');
-        });
-    }
-    [[nodiscard]] qint64 sizeOf(qsizetype at) const
-    {
-        if (isOld())
-            return qint64(bigEndian(m_bytes, at + 3, 3));
-        const auto plain = qint64(bigEndian(m_bytes, at + 4, 4));
-        if (m_version == 3)
-            return plain;
-        // Some programs write sizes of version 2.3 there.
-        const qint64 safe = synchSafe(m_bytes, at + 4);
-        return !canFollow(at + header() + safe) && canFollow(at + header() + plain) ? plain : safe;
-    }
-    [[nodiscard]] bool canFollow(qint64 at) const
-    {
-        if (at > m_bytes.size() - header())
-            return at == m_bytes.size();
-        return m_bytes[at] == 0 || isName(at);
+        if (!has(fault))
+            m_findings.damage.append({fault, number, {}});
     }
 
-    QByteArrayView m_bytes;
-    int m_version;
+    [[nodiscard]] bool has(TagFault fault) const
+    {
+        const auto &damage = m_findings.damage;
+        return std::any_of(damage.begin(), damage.end(), [=](const TagDamage &one) { return one.fault == fault; });
+    }
+
+    /// Counts a field with a fault.
+    void count(TagFault fault, QByteArrayView name)
+    {
+        constexpr qsizetype enough = 60;
+        auto &damage = m_findings.damage;
+        auto known =
+            std::find_if(damage.begin(), damage.end(), [=](const TagDamage &one) { return one.fault == fault; });
+        if (known == damage.end())
+            damage.append({fault, 1, QString::fromLatin1(name.first(std::min(enough, name.size())))});
+        else
+            ++known->number;
+    }
+
+    /// Where the only APE tag that is read has its end.
+    [[nodiscard]] qint64 placeOfApe()
+    {
+        constexpr qint64 id3v1 = 128;
+        const qint64 before = m_bytes.size() - id3v1;
+        return m_bytes.at(before, id3v1).startsWith("TAG") ? before : m_bytes.size();
+    }
+
+    void examineBehind()
+    {
+        const QList<TagBehind> tags = tagListBehind(m_bytes);
+        const qint64 readApe = placeOfApe();
+        for (const TagBehind &tag : tags) {
+            if (tag.kind == TagBehind::Kind::Ape && tag.end != readApe)
+                add(TagFault::ApeUnread);
+            if (tag.kind == TagBehind::Kind::Lyrics3 && !tag.isWhole)
+                add(TagFault::LyricsUnread);
+        }
+        const qint64 soundEnd = m_sound.at + m_sound.length;
+        const qint64 length = (tags.isEmpty() ? m_bytes.size() : tags.last().begin) - soundEnd;
+        const auto beginsWith = [&](QByteArrayView mark) {
+            return length >= mark.size() && m_bytes.at(soundEnd, mark.size()) == mark;
+        };
+        if (beginsWith("APETAGEX")) {
+            if (!m_findings.hasUnreadableApe) // else this is its beginning
+                add(TagFault::ApeCutOff);
+        }
+        if (beginsWith("TAG"))
+            add(TagFault::Id3v1Unread);
+        else if (beginsWith("LYRICSBEGIN") && m_bytes.at(soundEnd + length - 9, 9) != QByteArrayView("LYRICSEND"))
+            add(TagFault::LyricsUnread);
+    }
+
+    void examineApe(const ApePlace &place)
+    {
+        m_findings.hasUnreadableApe = !place.isFound;
+        if (place.isHeader)
+            add(TagFault::ApeCutOff);
+        else if (!place.isFound)
+            add(TagFault::ApeLength, place.statedLength);
+        else if (!place.agrees)
+            add(TagFault::ApeBeginning);
+        // The library reads what the length leads to, whatever that is.
+        const qint64 begin = place.end - place.statedLength;
+        if (begin < 0 || begin >= place.footer())
+            return;
+        const QByteArray items = m_bytes.allAt(begin, place.footer() - begin);
+        m_findings.isTooLarge = areExhausting(items, place.statedCount);
+        if (place.isFound && !m_findings.isTooLarge)
+            examineItems(items, place.statedCount);
+    }
+
+    void examineItems(QByteArrayView items, qint64 statedCount)
+    {
+        qsizetype at = 0;
+        qint64 read = 0;
+        for (; read < statedCount; ++read) {
+            const std::optional<ApeItem> item = takeApeItem(items, at);
+            if (!item)
+                break;
+            examineItem(*item, item->value.size() < item->statedLength);
+        }
+        if (at < items.size())
+            add(TagFault::ApeRest, items.size() - at);
+        else if (read < statedCount)
+            add(TagFault::ApeCount, statedCount);
+    }
+
+    void examineItem(const ApeItem &item, bool leadsOut)
+    {
+        constexpr quint32 laidDown = 7;
+        if (leadsOut)
+            count(TagFault::ApeValue, item.name);
+        if (!item.hasGoodName()) {
+            count(TagFault::ApeName, item.name);
+            return;
+        }
+        const QString name = QString::fromLatin1(item.name).toUpper();
+        if (m_names.contains(name))
+            count(TagFault::ApeTwice, item.name);
+        m_names.insert(name);
+        if ((item.flags & ~laidDown) != 0)
+            count(TagFault::ApeFlags, item.name);
+        m_findings.oldTexts.remove(name);
+        if (!item.isText() || isUtf8(item.value))
+            return;
+        count(TagFault::ApeOldText, item.name);
+        m_findings.oldTexts.insert(name, item.value.toByteArray().replace('\0', '\n'));
+    }
+
+    SoundBytes &m_bytes;
+    SoundRange m_sound;
+    TagFindings m_findings;
+    QSet<QString> m_names;
 };
-
-/// Where the first frame is; -1 for a tag that is not followed.
-qint64 firstFrame(QByteArrayView bytes, int version, int flags)
-{
-    constexpr int extended = 0x40; // compressed in version 2.2, in a way that was never laid down
-    if ((flags & extended) == 0)
-        return 0;
-    if (version == 2 || bytes.size() < tagHeader)
-        return -1;
-    const qint64 at = version == 3 ? qint64(bigEndian(bytes, 0, 4)) + 4 : synchSafe(bytes, 0);
-    return at <= bytes.size() ? at : -1;
-}
 
 } // namespace
 
-qint64 unreadTagBytes(SoundBytes &bytes)
+bool forbidsSaving(TagFault fault)
 {
-    const QByteArray header = bytes.at(0, tagHeader).toByteArray();
-    const int version = header.startsWith("ID3") && header.size() == tagHeader ? header[3] : 0;
-    if (version < 2 || version > 4)
-        return 0;
-    const qint64 length = std::min(synchSafe(header, 6), bytes.size() - tagHeader);
-    if (length > mostTagBytes)
-        return 0;
-    QByteArray contents = bytesOf(bytes, tagHeader, length);
-    const int flags = quint8(header[5]);
-    constexpr int unsynchronised = 0x80;
-    if (version < 4 && (flags & unsynchronised) != 0)
-        contents.replace(QByteArrayView("\xff\0", 2), QByteArrayView("\xff"));
-    const qint64 first = firstFrame(contents, version, flags);
-    return first < 0 ? 0 : Frames(contents, version).rest(first);
+    return fault == TagFault::ApeCutOff || fault == TagFault::ApeLength || fault == TagFault::ApeBeginning ||
+           fault == TagFault::ApeOldText;
+}
+
+bool losesBySaving(TagFault fault)
+{
+    return fault == TagFault::Id3v2Rest || fault == TagFault::ApeRest || fault == TagFault::ApeName ||
+           fault == TagFault::ApeTwice || fault == TagFault::ApeFlags;
+}
+
+TagFindings examineTags(SoundBytes &bytes, const SoundRange &sound)
+{
+    return Examination(bytes, sound).run();
 }
 
 } // namespace velmora
