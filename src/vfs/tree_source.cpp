@@ -31,6 +31,12 @@ Copied copyTo(QIODevice &device, OpenFile &file, const CancelFlag &cancel)
 
 } // namespace
 
+std::vector<std::optional<ContentIdentity>>
+TreeSource::contentIdentities(const QStringList &paths, ContentIdentity::Algorithm, const CancelFlag &) const
+{
+    return std::vector<std::optional<ContentIdentity>>(std::size_t(paths.size()));
+}
+
 LaidOutFile TreeSource::layOut(const QString &path, const QString &folder, const CancelFlag &cancel) const
 {
     const QString name = bareName(path);

@@ -6,9 +6,11 @@
 #include "vfs/location.h"
 
 #include <QByteArray>
+#include <QStringList>
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace velmora {
 
@@ -86,6 +88,17 @@ public:
     {
         return std::nullopt;
     }
+
+    /// By which algorithm it knows most contents without reading them; nothing where it knows none.
+    [[nodiscard]] virtual std::optional<ContentIdentity::Algorithm> identityKind() const { return std::nullopt; }
+
+    /// How many contents `contentIdentities` is best asked for at a time; 0 where nothing is won by asking for many.
+    [[nodiscard]] virtual qsizetype identitiesAtOnce() const { return 0; }
+
+    /// As `contentIdentity`, of many, each in the place of its path; those by `algorithm` where there is a choice.
+    /// Where there is nothing, nothing is said: that content may still be asked for alone. For a worker.
+    [[nodiscard]] virtual std::vector<std::optional<ContentIdentity>>
+    contentIdentities(const QStringList &paths, ContentIdentity::Algorithm algorithm, const CancelFlag &cancel) const;
 
     /// Whether a file carries the "system" attribute; false where there is none. May remember the answer.
     [[nodiscard]] virtual bool isSystemFile(const QString & /*path*/) const { return false; }

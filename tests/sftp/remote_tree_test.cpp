@@ -6,6 +6,7 @@
 #include "vfs/local_folder.h"
 #include "vfs/place/other_tree.h"
 #include "vfs/place/tree_path.h"
+#include "vfs/remote/remote_digests.h"
 #include "vfs/remote/remote_tree_listing.h"
 
 using namespace velmora;
@@ -140,6 +141,31 @@ private Q_SLOTS:
         QVERIFY(!parseTreeListing("Welcome!\n", 100).isMarked);
     }
 
+    void textOfDigests()
+    {
+        const std::vector<RemoteFileName> files{{"a", 1}, {"b c", 22}, {"x\ny", 3}, {"a", 1}};
+        const QByteArray sum(64, 'e');
+        const auto read = [&](QByteArray lines) {
+            RemoteDigestTalk talk(files, RemoteDigest::Sha256);
+            for (const QByteArray &line : lines.replace("SUM", sum).split('|')) {
+                if (const auto taken = talk.take(line); taken != RemoteDigestTalk::Taken::Line)
+                    return QByteArray(taken == RemoteDigestTalk::Taken::Odd ? "odd" : "end");
+            }
+            QByteArray told;
+            for (const QByteArray &value : talk.digests())
+                told += value.isEmpty() ? '-' : '+';
+            return told;
+        };
+        QCOMPARE(RemoteDigestTalk(files, RemoteDigest::Sha256).question(), "sha256\n./a\n./b c\n\n");
+        QCOMPARE(read("s1 ./a|s22 ./b c|SUM  ./a|SUM  ./b c|s1 ./a|s22 ./b c"), "++--");
+        QCOMPARE(read("s1 ./a|s22 ./b c|SUM  ./b c|s1 ./a|s23 ./b c"), "----"); // unreadable, and grown
+        QCOMPARE(read("s1 ./a|SUM  ./a|SUM  ./a|s1 ./a"), "----");
+        QCOMPARE(read("SUM  ./a|s1 ./a"), "----");
+        for (const char *odd :
+             {"s1 ./c", "s1./a", "SUM  ./c", "SUM  -", "SUM", "eSUM  ./a", "x", "!|!|!|!|!|!|!|!|!|!"})
+            QCOMPARE(read(odd), "odd");
+    }
+
     void aFolderOfAHostIsATree()
     {
         const QDir there(m_there->path());
@@ -196,6 +222,75 @@ private Q_SLOTS:
         QVERIFY(!source.layOut(word("/inner"), here.path(), {}).ok());
         QCOMPARE(contentsOf(source.layOut(word("/sub/it's"), here.path(), {}).path), "it's");
         QCOMPARE(entriesOf(here.path()).size(), 1);
+    }
+
+    void manyContentsAreToldApartAsOneByOne()
+    {
+        const QTemporaryDir here;
+        QStringList names = words("a b|it's|$HOME|`id`|-rf|--|a\\nb|back\\| ends |\u4e2d|shut|grows|goes|pipe|late")
+                            << word("line\nfeed\n") << word("\n./late") << word("return\r");
+        for (int i = 0; i < 40; ++i)
+            names.append(word("d%1/f%2").arg(i % 3).arg(i));
+        for (int i = 0; i < names.size(); ++i) {
+            for (const QString &root : {m_there->path(), here.path()}) {
+                const bool isOther = root == here.path() && i % 3 == 0;
+                QVERIFY(QDir(root).mkpath(QFileInfo(root + u'/' + names.at(i)).path()));
+                QVERIFY(makeFile(root + u'/' + names.at(i), names.at(i).toUtf8() + (isOther ? 'y' : 'x')));
+                QFile file(root + u'/' + names.at(i));
+                const qint64 time = root == here.path() ? 100'000 : 200'000;
+                QVERIFY(file.open(QIODevice::ReadWrite) &&
+                        file.setFileTime(QDateTime::fromMSecsSinceEpoch(time), QFileDevice::FileModificationTime));
+            }
+        }
+        const TreeAt many = opened(address(m_there->path()));
+        const TreeAt oneByOne = opened(address(m_there->path()));
+        QVERIFY(many.folder.isThere() && oneByOne.folder.isThere());
+        QStringList paths;
+        for (const QString &name : std::as_const(names))
+            paths.append(u'/' + name);
+        using enum ContentIdentity::Algorithm;
+        for (const auto &[algorithm, perl] : {std::pair(Sha256, ""), {GitBlobSha1, ""}, {GitBlobSha1, "exit 1"}}) {
+            m_host->setHostProgram("perl", perl);
+            const TreeAt tree = opened(address(m_there->path()));
+            const auto known = tree.folder.source->contentIdentities(paths, algorithm, {});
+            m_host->setHostProgram("perl", {});
+            for (int i = 0; i < paths.size(); ++i) {
+                const auto file = FileAccess::native().makeOpener()->open(m_there->path() + paths.at(i), {});
+                const bool isPlain =
+                    !paths.at(i).contains(u'\n') && !paths.at(i).contains(u'\r') && !paths.at(i).contains(u'\\');
+                QVERIFY2(known[std::size_t(i)] == (isPlain ? blobName(*file, algorithm, {}) : std::nullopt),
+                         qPrintable(paths.at(i)));
+            }
+        }
+        const QDir there(m_there->path());
+        QVERIFY(makeFile(there.filePath(word("grows")), "longer than it was"));
+        QVERIFY(QFile::remove(there.filePath(word("goes"))) && QFile::remove(there.filePath(word("pipe"))));
+        QCOMPARE(QProcess::execute(word("mkfifo"), {there.filePath(word("pipe"))}), 0);
+        // Nobody is kept from reading who runs this as root.
+        const QByteArray shuts = "case \"$*\" in *shut*) exit 1;; esac\nexec ";
+        m_host->setHostProgram("dd", shuts + "/bin/dd \"$@\"");
+        m_host->setHostProgram("cat", shuts + "/bin/cat \"$@\"");
+        m_host->setHostProgram("sha256sum",
+                               "for f do shift; case $f in ./shut) ;; *) set -- \"$@\" \"$f\";; esac; done\n"
+                               "exec /usr/bin/sha256sum \"$@\"");
+        const auto compared = [&](const TreeAt &tree) {
+            QList<FolderProblem> problems;
+            FolderInput input{{localFolder(here.path()), tree.folder}};
+            QStringList told;
+            for (const FolderDiffItem &item : compareFolderTree(input, {}, {nullptr, &problems}))
+                told.append(word("%1 %2").arg(item.status).arg(item.name));
+            for (const FolderProblem &problem : std::as_const(problems))
+                told.append(problem.path);
+            return told;
+        };
+        const QStringList found = compared(many);
+        m_host->setHostProgram("xargs", "exit 1");
+        const QStringList plain = compared(oneByOne);
+        for (const char *program : {"xargs", "sha256sum", "cat", "dd"})
+            m_host->setHostProgram(program, {});
+        QCOMPARE(found, plain);
+        QCOMPARE(found.last(4), words("/goes|/grows|/pipe|/shut"));
+        QVERIFY(found.contains(word("0 late")) && found.contains(word("3 d0/f0")));
     }
 
     void aHostWithoutTheFindOfGnuTellsTheSame()

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
+#include <utility>
 
 namespace velmora {
 
@@ -33,6 +34,33 @@ qint64 weight(const FolderDiffItem &item, CompareMethod method)
         method == CompareMethod::Crc ? item.leftSize + item.rightSize : std::max(item.leftSize, item.rightSize);
     return bytes + 1;
 }
+
+/// Pairs, handed out to whoever has done the last ones.
+class Shares {
+public:
+    using Share = std::span<FolderDiffItem *const>;
+
+    /// `most` of them at a time, and not too much to be read; 0: one by one.
+    Shares(Share pairs, qsizetype most) : m_pairs(pairs), m_most(std::size_t(std::max<qsizetype>(most, 1))) {}
+
+    /// Empty when nothing is left.
+    Share take()
+    {
+        constexpr qint64 mostBytes = 32 * 1024 * 1024; // between two looks at the progress
+        const std::lock_guard lock(m_mutex);
+        std::size_t count = 0;
+        for (qint64 bytes = 0; count < m_pairs.size() && count < m_most && bytes < mostBytes; ++count)
+            bytes += std::max(m_pairs[count]->leftSize, m_pairs[count]->rightSize);
+        const Share share = m_pairs.first(count);
+        m_pairs = m_pairs.subspan(count);
+        return share;
+    }
+
+private:
+    std::mutex m_mutex;
+    Share m_pairs; ///< guarded by the mutex
+    std::size_t m_most;
+};
 
 } // namespace
 
@@ -115,6 +143,7 @@ PairDecider::PairDecider(SourcePair sources, int threads, CompareMethod method, 
       m_openers(std::size_t(threads))
 {
     for (const Side side : bothSides) {
+        m_atOnce = std::max(m_atOnce, m_sources[side] ? m_sources[side]->identitiesAtOnce() : 0);
         m_canRead[side] = !m_sources[side] || m_sources[side]->contentAccess() == ContentAccess::Readable;
         if (!m_canRead[side])
             m_method = CompareMethod::Rules;
@@ -149,10 +178,33 @@ void PairDecider::noteUnreadable(Side side, const QString &path)
     m_problems.append({FolderProblem::Kind::UnreadableFile, path, side});
 }
 
-std::optional<bool> PairDecider::sameByWhatIsKnown(int worker, const FolderDiffItem &item, OpenHint hint)
+std::vector<PairDecider::Known> PairDecider::askForMany(std::span<FolderDiffItem *const> pairs) const
 {
-    Sides<std::optional<ContentIdentity>> known{m_sources.left->contentIdentity(item.leftPath),
-                                                m_sources.right->contentIdentity(item.rightPath)};
+    std::vector<Known> known(pairs.size());
+    for (const Side side : bothSides) {
+        const TreeSource &source = *m_sources[side];
+        const TreeSource &other = *m_sources[side == Side::Left ? Side::Right : Side::Left];
+        const bool isOfUse = m_method == CompareMethod::Rules || other.identityKind() || other.identitiesAtOnce() > 0;
+        if (source.identitiesAtOnce() == 0 || !isOfUse || m_cancel.isCancelled())
+            continue;
+        QStringList paths;
+        paths.reserve(qsizetype(pairs.size()));
+        for (const FolderDiffItem *pair : pairs)
+            paths.append(pathOn(*pair, side));
+        const ContentIdentity::Algorithm algorithm = other.identityKind().value_or(ContentIdentity::Algorithm::Sha256);
+        const std::vector<std::optional<ContentIdentity>> found = source.contentIdentities(paths, algorithm, m_cancel);
+        for (std::size_t i = 0; i < known.size(); ++i)
+            known[i][side] = found[i];
+    }
+    return known;
+}
+
+std::optional<bool> PairDecider::sameByWhatIsKnown(int worker, const FolderDiffItem &item, OpenHint hint, Known known)
+{
+    for (const Side side : bothSides) {
+        if (!known[side] && !m_cancel.isCancelled())
+            known[side] = m_sources[side]->contentIdentity(pathOn(item, side));
+    }
     if (const std::optional<AskedName> asked = askedName(m_method, known, m_canRead)) {
         const Side side = asked->side;
         const std::unique_ptr<OpenFile> file = opener(worker, side).open(pathOn(item, side), hint);
@@ -168,8 +220,13 @@ std::optional<bool> PairDecider::sameByWhatIsKnown(int worker, const FolderDiffI
 
 void PairDecider::decide(int worker, FolderDiffItem &item)
 {
+    decideKnowing(worker, item, {});
+}
+
+void PairDecider::decideKnowing(int worker, FolderDiffItem &item, Known knownOfSides)
+{
     const OpenHint hint = item.status == UndecidedFiles ? OpenHint::ListedAsFile : OpenHint::Unknown;
-    const std::optional<bool> known = sameByWhatIsKnown(worker, item, hint);
+    const std::optional<bool> known = sameByWhatIsKnown(worker, item, hint, std::move(knownOfSides));
     if (!known && !(m_canRead.left && m_canRead.right))
         return;
     const bool same = known ? *known : sameContent(comparer(worker), m_method, item.leftPath, item.rightPath, hint);
@@ -179,6 +236,8 @@ void PairDecider::decide(int worker, FolderDiffItem &item)
 
 void PairDecider::decideNow(int worker, std::span<FolderDiffItem> items)
 {
+    if (m_atOnce > 0)
+        return; // all that is left is asked for together
     int pairs = 0;
     qint64 bytes = 0;
     for (FolderDiffItem &item : items) {
@@ -197,38 +256,43 @@ void PairDecider::decideNow(int worker, std::span<FolderDiffItem> items)
 
 void PairDecider::decideRest(QList<FolderDiffItem> &items, const FolderRunReport &report)
 {
-    std::vector<qint32> pairs;
+    std::vector<FolderDiffItem *> pairs;
     qint64 total = 0;
-    for (qsizetype i = 0; i < items.size(); ++i) {
-        if (isUndecided(items.at(i))) {
-            pairs.push_back(qint32(i));
-            total += weight(items.at(i), m_method);
+    for (FolderDiffItem &item : items) {
+        if (isUndecided(item)) {
+            pairs.push_back(&item);
+            total += weight(item, m_method);
         }
     }
     if (pairs.empty() || m_cancel.isCancelled())
         return;
 
-    FolderDiffItem *const data = items.data();
-    std::atomic<std::size_t> nextPair{0};
+    Shares shares(pairs, m_atOnce);
     std::atomic<qint64> done{0};
     const auto tell = [&](const QString &path) {
         if (report.progress)
             report.progress->report(int(FolderPhase::Comparing), std::min(done.load(), total), total, path);
     };
-    const auto work = [&](int worker) {
-        for (std::size_t n = nextPair++; n < pairs.size() && !m_cancel.isCancelled(); n = nextPair++) {
-            FolderDiffItem &item = data[pairs[n]];
-            qint64 counted = 0;
-            comparer(worker).setBytesListener([&](qint64 bytes) {
-                counted += bytes;
-                done += bytes;
-                if (worker == 0)
-                    tell(item.leftPath);
-            });
+    const auto decideOne = [&](int worker, FolderDiffItem &item, Known known) {
+        qint64 counted = 0;
+        comparer(worker).setBytesListener([&](qint64 bytes) {
+            counted += bytes;
+            done += bytes;
             if (worker == 0)
                 tell(item.leftPath);
-            decide(worker, item);
-            done += std::max<qint64>(weight(item, m_method) - counted, 0);
+        });
+        if (worker == 0)
+            tell(item.leftPath);
+        decideKnowing(worker, item, std::move(known));
+        done += std::max<qint64>(weight(item, m_method) - counted, 0);
+    };
+    const auto work = [&](int worker) {
+        for (Shares::Share share = shares.take(); !share.empty(); share = shares.take()) {
+            std::vector<Known> known = m_atOnce > 0 ? askForMany(share) : std::vector<Known>(1);
+            for (std::size_t n = 0; n < share.size() && !m_cancel.isCancelled(); ++n)
+                decideOne(worker, *share[n], std::move(known[n]));
+            if (m_cancel.isCancelled())
+                break;
         }
     };
     const bool alone = pairs.size() < pairsReadAlone && total < bytesReadAlone;

@@ -77,12 +77,20 @@ public:
 private:
     [[nodiscard]] ContentComparer &comparer(int worker);
     [[nodiscard]] FileOpener &opener(int worker, Side side);
-    [[nodiscard]] std::optional<bool> sameByWhatIsKnown(int worker, const FolderDiffItem &item, OpenHint hint);
+    using Known = Sides<std::optional<ContentIdentity>>;
+
+    /// What sources that are asked for many say of these pairs, in their order.
+    [[nodiscard]] std::vector<Known> askForMany(std::span<FolderDiffItem *const> pairs) const;
+    void decideKnowing(int worker, FolderDiffItem &item, Known known);
+    /// Adds to `known` what the sources say of one.
+    [[nodiscard]] std::optional<bool> sameByWhatIsKnown(int worker, const FolderDiffItem &item, OpenHint hint,
+                                                        Known known);
     void noteUnreadable(Side side, const QString &path);
 
     SourcePair m_sources;
     Sides<bool> m_canRead{true, true};
     CompareMethod m_method; ///< where a side holds no contents, names decide under any
+    qsizetype m_atOnce = 0; ///< how many pairs a worker takes at a time where sources are asked for many; else 0
     CancelFlag m_cancel;
     SlowDeviceGate m_gate;
     std::vector<std::unique_ptr<ContentComparer>> m_comparers; ///< by worker, made when first needed

@@ -145,4 +145,10 @@ std::unique_ptr<OpenFile> StreamContents::open(qint32 entry) const
                                                         : m_unpacked->visitor.spool->open(part->begin, part->length);
 }
 
+std::vector<std::optional<ContentIdentity>>
+ArchiveContents::identities(std::span<const qint32> entries, ContentIdentity::Algorithm, const CancelFlag &) const
+{
+    return std::vector<std::optional<ContentIdentity>>(entries.size());
+}
+
 } // namespace velmora

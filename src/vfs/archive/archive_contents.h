@@ -55,6 +55,11 @@ public:
     [[nodiscard]] virtual std::unique_ptr<OpenFile> open(qint32 entry) const = 0;
     /// Where that is found out without reading the content here.
     [[nodiscard]] virtual std::optional<ContentIdentity> identity(qint32 /*entry*/) const { return std::nullopt; }
+    /// As `TreeSource::identitiesAtOnce`.
+    [[nodiscard]] virtual qsizetype identitiesAtOnce() const { return 0; }
+    /// As `TreeSource::contentIdentities`, in the order of `entries`, which are files.
+    [[nodiscard]] virtual std::vector<std::optional<ContentIdentity>>
+    identities(std::span<const qint32> entries, ContentIdentity::Algorithm algorithm, const CancelFlag &cancel) const;
 };
 
 /// What contents are read from.

@@ -139,6 +139,32 @@ std::optional<ContentIdentity> ArchiveSource::contentIdentity(const QString &pat
     return ContentIdentity{ContentIdentity::Algorithm::Crc32, value};
 }
 
+std::optional<ContentIdentity::Algorithm> ArchiveSource::identityKind() const
+{
+    return m_parts.digests.isEmpty() ? std::nullopt : std::optional(m_parts.digestKind);
+}
+
+std::vector<std::optional<ContentIdentity>> ArchiveSource::contentIdentities(const QStringList &paths,
+                                                                             ContentIdentity::Algorithm algorithm,
+                                                                             const CancelFlag &cancel) const
+{
+    std::vector<std::optional<ContentIdentity>> known(std::size_t(paths.size()));
+    std::vector<qint32> asked;
+    std::vector<std::size_t> places;
+    for (std::size_t i = 0; i < known.size(); ++i) {
+        const Spot spot = find(paths.at(qsizetype(i)));
+        const bool isFile = spot.archive == this && tree().node(spot.node).kind == ArchiveEntryKind::File;
+        if (isFile && tree().node(spot.node).entry >= 0) {
+            asked.push_back(tree().node(spot.node).entry);
+            places.push_back(i);
+        }
+    }
+    const std::vector<std::optional<ContentIdentity>> found = m_parts.contents->identities(asked, algorithm, cancel);
+    for (std::size_t i = 0; i < found.size(); ++i)
+        known[places[i]] = found[i];
+    return known;
+}
+
 LaidOutFile ArchiveSource::layOut(const QString &path, const QString &folder, const CancelFlag &cancel) const
 {
     QTemporaryDir own(folder + QLatin1String("/XXXXXX"));

@@ -45,6 +45,11 @@ public:
     [[nodiscard]] std::unique_ptr<FileOpener> makeOpener() const override;
     /// The checksum of the directory of a zip; else what was found when the archive was opened for that.
     [[nodiscard]] std::optional<ContentIdentity> contentIdentity(const QString &path) const override;
+    [[nodiscard]] std::optional<ContentIdentity::Algorithm> identityKind() const override;
+    [[nodiscard]] qsizetype identitiesAtOnce() const override { return m_parts.contents->identitiesAtOnce(); }
+    [[nodiscard]] std::vector<std::optional<ContentIdentity>>
+    contentIdentities(const QStringList &paths, ContentIdentity::Algorithm algorithm,
+                      const CancelFlag &cancel) const override;
     [[nodiscard]] LaidOutFile layOut(const QString &path, const QString &folder,
                                      const CancelFlag &cancel) const override;
 

@@ -85,6 +85,33 @@ std::optional<ContentIdentity> RemoteContents::identity(qint32 entry) const
     return ContentIdentity{ContentIdentity::Algorithm::GitBlobSha1, *name};
 }
 
+qsizetype RemoteContents::identitiesAtOnce() const
+{
+    constexpr qsizetype most = 512; // then starting the programs of the host costs less than what they read
+    return m_files->asksForMany() ? most : 0;
+}
+
+std::vector<std::optional<ContentIdentity>> RemoteContents::identities(std::span<const qint32> entries,
+                                                                       ContentIdentity::Algorithm algorithm,
+                                                                       const CancelFlag &cancel) const
+{
+    using enum ContentIdentity::Algorithm;
+    std::vector<std::optional<ContentIdentity>> known(entries.size());
+    if (algorithm != Sha256 && algorithm != GitBlobSha1)
+        return known;
+    std::vector<RemoteFiles::File> files;
+    files.reserve(entries.size());
+    for (const qint32 entry : entries)
+        files.push_back(fileAt(entry));
+    const RemoteDigest digest = algorithm == Sha256 ? RemoteDigest::Sha256 : RemoteDigest::GitBlobSha1;
+    const std::vector<QByteArray> values = m_files->digests(files, digest, cancel);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (!values[i].isEmpty())
+            known[i] = ContentIdentity{algorithm, values[i]};
+    }
+    return known;
+}
+
 bool RemoteContents::read(qint32 entry, const Sink &sink, const CancelFlag &cancel) const
 {
     const RemoteFiles::File file = fileAt(entry);

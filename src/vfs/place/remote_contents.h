@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace velmora {
@@ -17,6 +18,10 @@ public:
     [[nodiscard]] std::unique_ptr<OpenFile> open(qint32 entry) const override;
     /// Computed on the host.
     [[nodiscard]] std::optional<ContentIdentity> identity(qint32 entry) const override;
+    [[nodiscard]] qsizetype identitiesAtOnce() const override;
+    [[nodiscard]] std::vector<std::optional<ContentIdentity>> identities(std::span<const qint32> entries,
+                                                                         ContentIdentity::Algorithm algorithm,
+                                                                         const CancelFlag &cancel) const override;
 
 protected:
     [[nodiscard]] bool read(qint32 entry, const Sink &sink, const CancelFlag &cancel) const override;

@@ -213,6 +213,11 @@ std::optional<ContentIdentity> SnapshotSource::contentIdentity(const QString &pa
     return ContentIdentity{ContentIdentity::Algorithm::Sha256, recorded->digest};
 }
 
+std::optional<ContentIdentity::Algorithm> SnapshotSource::identityKind() const
+{
+    return m_access == ContentAccess::NamesOnly ? std::optional(ContentIdentity::Algorithm::Sha256) : std::nullopt;
+}
+
 // Opening -------------------------------------------------------------------------------------------------------------
 
 std::optional<SnapshotPlace> snapshotPlaceOf(const QString &path)

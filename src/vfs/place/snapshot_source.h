@@ -30,6 +30,7 @@ public:
     /// Opens nothing.
     [[nodiscard]] std::unique_ptr<FileOpener> makeOpener() const override;
     [[nodiscard]] std::optional<ContentIdentity> contentIdentity(const QString &path) const override;
+    [[nodiscard]] std::optional<ContentIdentity::Algorithm> identityKind() const override;
     [[nodiscard]] ContentAccess contentAccess() const override { return m_access; }
 
     [[nodiscard]] const FolderSnapshot &snapshot() const noexcept { return m_snapshot; }

@@ -15,10 +15,11 @@ constexpr const char *greeting = "velmora-files";
 
 /// Questions are two lines: what is wanted, first block, number of blocks, bytes and size; and the name, escaped. dd
 /// tells when a file cannot be read, and what is missing of the bytes then is made up, so that the next answer is
-/// found.
+/// found. What `many` is asked takes any number of lines.
 constexpr const char *script = R"sh(exec 4>&1
 echo velmora-files
 while IFS=' ' read -r what block blocks bytes size && IFS= read -r line; do
+  case $what in sha256 | blobs) many "$what" "$line"; continue ;; esac
   name=$(printf '%bx' "$line"); name=${name%x}
   test -f "$name" && now=$(wc -c 2>/dev/null <"$name") && test "$((now))" -eq "$size" || { echo no; continue; }
   case $what in
@@ -37,8 +38,9 @@ done)sh";
 
 QString commandIn(const QString &folder)
 {
-    return shellCommand(QStringLiteral("unset CDPATH; cd %1 || exit 1\nLC_ALL=C; export LC_ALL\n%2")
-                            .arg(shellQuoted(commandFolder(folder)), QLatin1String(script)));
+    return shellCommand(
+        QStringLiteral("unset CDPATH flag; cd %1 || exit 1\nLC_ALL=C; export LC_ALL\n%2%3")
+            .arg(shellQuoted(commandFolder(folder)), QLatin1String(remoteDigestFunction()), QLatin1String(script)));
 }
 
 /// As the %b of printf takes it, and "./" before it: no name begins with "-".
@@ -123,6 +125,31 @@ std::optional<QByteArray> RemoteFiles::blobName(const File &file, const CancelFl
         return text.size() == digits && name.size() == digits / 2;
     };
     return m_desk.ask(answer, take) ? std::optional(name) : std::nullopt;
+}
+
+std::vector<QByteArray> RemoteFiles::digests(std::span<const File> files, RemoteDigest digest,
+                                             const CancelFlag &cancel) const
+{
+    using Taken = RemoteDigestTalk::Taken;
+    RemoteDigestTalk asked(files, digest);
+    if (asked.asksForNone() || !m_asksForMany)
+        return asked.digests();
+    bool isAnswered = false;
+    const auto answer = [&](ChildTalk &talk, bool isNew, const ChildDesk::Giver &) {
+        if ((isNew && !isReady(talk, cancel)) || !talk.ask(asked.question()))
+            return ChildDesk::Answer::Broken;
+        for (;;) {
+            const QByteArray line = talk.readLine(RemoteDigestTalk::longestLine, cancel);
+            const Taken taken = line.isEmpty() ? Taken::Odd : asked.take(line);
+            isAnswered = taken == Taken::End;
+            if (taken != Taken::Line)
+                return taken == Taken::Odd ? ChildDesk::Answer::Broken : ChildDesk::Answer::Whole;
+        }
+    };
+    (void)m_desk.ask(answer, {});
+    if (!isAnswered && !cancel.isCancelled())
+        m_asksForMany = false;
+    return isAnswered ? asked.digests() : std::vector<QByteArray>(files.size());
 }
 
 } // namespace velmora

@@ -2,11 +2,15 @@
 
 #include "core/cancel_flag.h"
 #include "core/child_desk.h"
+#include "vfs/remote/remote_digests.h"
 #include "vfs/remote/ssh_call.h"
 
 #include <QByteArray>
 
+#include <atomic>
 #include <optional>
+#include <span>
+#include <vector>
 
 namespace velmora {
 
@@ -18,11 +22,8 @@ public:
 
     using Sink = ChildDesk::Sink;
 
-    /// A file as a listing told of it.
-    struct File {
-        QByteArray name; ///< relative to the folder, any bytes but NUL
-        qint64 size = 0;
-    };
+    using File = RemoteFileName;
+
     /// What is asked for at a time.
     static constexpr qint64 pieceSize = qint64(4) * 1024 * 1024;
 
@@ -33,7 +34,15 @@ public:
     /// file has changed.
     [[nodiscard]] std::optional<QByteArray> blobName(const File &file, const CancelFlag &cancel) const;
 
+    /// Digests of many files, computed on the host by one question; empty for a file that has changed, or cannot be
+    /// read, or has a name that cannot be asked for so.
+    [[nodiscard]] std::vector<QByteArray> digests(std::span<const File> files, RemoteDigest digest,
+                                                  const CancelFlag &cancel) const;
+    /// False once the host has shown that it has no answers to such questions.
+    [[nodiscard]] bool asksForMany() const { return m_asksForMany; }
+
 private:
+    mutable std::atomic<bool> m_asksForMany{true};
     mutable ChildDesk m_desk; ///< guards itself
 };
 
