@@ -2,12 +2,14 @@
 
 #include <QThread>
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <exception>
 #include <mutex>
 #include <system_error>
 #include <thread>
+#include <vector>
 
 namespace velmora {
 

@@ -1,9 +1,11 @@
 #include "merge/engine/chunk_merge.h"
+#include "merge/engine/line_numbers.h"
 #include "support/test_main.h"
 #include "text_engine/sequences.h"
 
 #include <QDirIterator>
 #include <QFile>
+#include <QHash>
 
 #include <algorithm>
 #include <array>
@@ -124,6 +126,39 @@ QByteArray editedBytes(Random &random, const QByteArray &text)
     return lines.join('\n');
 }
 
+/// Lines of which some hold a line feed. `other` has the same bytes in as many lines, some of them cut elsewhere.
+TextLines putTogether(const Values &values, bool other)
+{
+    TextLinesBuilder builder;
+    for (const qint32 value : values) {
+        const QByteArray rest = QByteArray::number(value);
+        if (value % 7 == 0) {
+            builder.append(other ? "one" : "one\ntwo", LineEnd::Lf);
+            builder.append(other ? "two\nthree" : "three", LineEnd::Lf);
+        }
+        builder.append({rest.constData(), size_t(rest.size())}, value % 5 == 4 ? LineEnd::CrLf : LineEnd::Lf);
+    }
+    return builder.take();
+}
+
+/// Whether two lines have the same number where they are equal, and nowhere else.
+bool areNumbered(const std::array<const TextLines *, 3> &texts, bool withEnds)
+{
+    const NumberedTexts numbered = numberLines(texts, withEnds, {});
+    QHash<QByteArray, qint32> numbers;
+    for (size_t text = 0; text < texts.size(); ++text) {
+        if (numbered.texts[text].size() != size_t(texts[text]->count()))
+            return false;
+        for (qsizetype index = 0; index < texts[text]->count(); ++index) {
+            const std::string_view line = withEnds ? bytesOf(*texts[text], {index, 1}) : texts[text]->line(index);
+            const qint32 number = numbered.texts[text][size_t(index)];
+            if (numbers.emplace(QByteArray(line.data(), qsizetype(line.size())), number).value() != number)
+                return false;
+        }
+    }
+    return numbers.size() == numbered.count;
+}
+
 Values split(const char *text)
 {
     Values values;
@@ -155,10 +190,28 @@ class ChunkMergeTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void linesHaveTheNumbersOfAPlainMap()
+    {
+        Random random(11);
+        for (int round = 0; round < 200; ++round) {
+            const Values base = random.sequence(300, round % 2 == 0 ? 40 : 4000);
+            const Values left = random.edited(base, int(random.below(12)), 4000);
+            const TextLines baseLines = putTogether(base, false);
+            // The same bytes in other lines, and a last line without an end.
+            const TextLines right = putTogether(base, true);
+            const TextLines leftLines = round % 3 == 0 ? putTogether(left, false) : linesOf(left, round % 3 == 1);
+            for (const bool withEnds : {true, false}) {
+                QVERIFY(areNumbered({&baseLines, &leftLines, &right}, withEnds));
+                QVERIFY(areNumbered({&leftLines, &baseLines, &baseLines}, withEnds));
+            }
+        }
+    }
+
     void lawsHoldForAllShortTexts()
     {
         const std::vector<Values> all = allSequences(2, 4);
         std::vector<TextLines> texts;
+        texts.reserve(all.size());
         for (const Values &values : all)
             texts.push_back(linesOf(values));
         for (const TextLines &base : texts) {

@@ -15,7 +15,7 @@ namespace velmora {
 namespace {
 
 /// Comparing fewer takes less time than starting a thread for it.
-constexpr size_t linesWorthAThread = 4096;
+constexpr size_t linesWorthAThread = 20000;
 
 enum Text : size_t { Base, Left, Right };
 

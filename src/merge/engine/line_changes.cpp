@@ -85,11 +85,13 @@ Candidates candidates(std::span<const qint32> lines, qsizetype first, qsizetype 
     Candidates result{std::vector<qint32>(size), std::vector<qint32>(size)};
     size_t taken = 0;
     for (size_t at = 0; at < size && !poll.stop(4); ++at) {
-        const Counterparts kind = kinds[at];
-        if (kind == Counterparts::None || (kind == Counterparts::Frequent && isAmongNew(kinds, qsizetype(at))))
-            continue;
+        // Written first and counted afterwards: changed lines stand where no processor foretells them.
         result.lines[taken] = lines[size_t(first) + at];
-        result.places[taken++] = qint32(size_t(first) + at);
+        result.places[taken] = qint32(size_t(first) + at);
+        const Counterparts kind = kinds[at];
+        taken += kind == Counterparts::Some;
+        if (kind == Counterparts::Frequent && !isAmongNew(kinds, qsizetype(at)))
+            ++taken;
     }
     result.lines.resize(taken);
     result.places.resize(taken);
@@ -107,23 +109,31 @@ std::vector<quint8> marksOf(size_t lines, qsizetype first, qsizetype end, const 
     return marks;
 }
 
+/// The first line from `from` on with this mark, or the end.
+size_t nextOf(quint8 mark, const std::vector<quint8> &marks, size_t from)
+{
+    return size_t(std::find(marks.begin() + qsizetype(from), marks.end(), mark) - marks.begin());
+}
+
+/// The lines of each text that are not marked are pairs, and as many on both sides.
 std::vector<ChangedLines> changesOf(const EditMarks &marks)
 {
     std::vector<ChangedLines> changes;
-    size_t i = 0;
-    size_t j = 0;
+    size_t i = nextOf(1, marks.a, 0);
+    size_t j = nextOf(1, marks.b, 0);
+    size_t iEnd = 0;
+    size_t jEnd = 0;
     while (i < marks.a.size() || j < marks.b.size()) {
-        const size_t iFirst = i;
-        const size_t jFirst = j;
-        while (i < marks.a.size() && marks.a[i])
-            ++i;
-        while (j < marks.b.size() && marks.b[j])
-            ++j;
-        if (i > iFirst || j > jFirst)
-            changes.push_back({{qsizetype(iFirst), qsizetype(i - iFirst)}, {qsizetype(jFirst), qsizetype(j - jFirst)}});
-        // The pair that follows, or the ends.
-        ++i;
-        ++j;
+        const size_t pairs = std::min(i - iEnd, j - jEnd);
+        const size_t iFirst = iEnd + pairs;
+        const size_t jFirst = jEnd + pairs;
+        iEnd = i == iFirst ? nextOf(0, marks.a, i) : iFirst;
+        jEnd = j == jFirst ? nextOf(0, marks.b, j) : jFirst;
+        changes.push_back(
+            {{qsizetype(iFirst), qsizetype(iEnd - iFirst)}, {qsizetype(jFirst), qsizetype(jEnd - jFirst)}});
+        // The mark behind these lines is searched for once, however many changes of the other side come before it.
+        i = i == iFirst ? nextOf(1, marks.a, iEnd) : i;
+        j = j == jFirst ? nextOf(1, marks.b, jEnd) : j;
     }
     return changes;
 }

@@ -18,7 +18,9 @@ namespace {
 
 constexpr qint32 none = -1;
 /// Reading fewer takes less time than starting a thread for it.
-constexpr qsizetype bytesWorthAThread = 512 * 1024;
+constexpr qsizetype bytesWorthAThread = 2 * 1024 * 1024;
+/// Unchanged lines are compared so many at once: much fewer than stand between two changes of most versions.
+constexpr qsizetype linesAtOnce = 16;
 /// Most steps wait for memory; asking some lines ahead overlaps these waits.
 constexpr size_t linesAhead = 12;
 
@@ -99,6 +101,20 @@ struct LineReader {
     }
 };
 
+/// Whether `linesAtOnce` lines of the two texts from these on are there and the same, ends included.
+bool areSame(const TextLines &one, qsizetype at, const TextLines &other, qsizetype otherAt)
+{
+    if (at + linesAtOnce > one.count() || otherAt + linesAtOnce > other.count())
+        return false;
+    if (bytesOf(one, {at, linesAtOnce}) != bytesOf(other, {otherAt, linesAtOnce}))
+        return false;
+    // A line of a text that was put together may hold line feeds: the same bytes may be other lines.
+    bool same = true;
+    for (qsizetype line = 0; line < linesAtOnce; ++line)
+        same &= bytesOf(one, {at + line, 1}).size() == bytesOf(other, {otherAt + line, 1}).size();
+    return same;
+}
+
 /// Of every line of the base. Where it pays, each worker reads a part.
 std::vector<qint32> hashes(const LineReader &base, const LineHash &hash, int crew, const CancelFlag &cancel)
 {
@@ -147,15 +163,25 @@ struct NumberedBase {
 
 /// Gives those lines of a version their numbers that the base has, and returns the others.
 ///
-/// Most lines are those of the base in their order. So each is first compared with the one that is next there, which
-/// takes no hash and no search.
+/// Most lines are those of the base in their order. So some are first compared with those that are next there, and
+/// then each by itself, which takes no hash and no search.
 std::vector<NewLine> followBase(const NumberedBase &base, const LineReader &version, std::vector<qint32> &numbers,
                                 CancelPoll &poll)
 {
     std::vector<NewLine> others;
     numbers.assign(size_t(version.count()), none);
     qsizetype next = 0;
+    qsizetype nextAtOnce = 0;
     for (qsizetype index = 0; index < version.count() && !poll.stop(32); ++index) {
+        if (index >= nextAtOnce) {
+            if (areSame(version.text, index, base.lines.text, next)) {
+                std::copy_n(base.numbers.begin() + next, linesAtOnce, numbers.begin() + index);
+                next += linesAtOnce;
+                index += linesAtOnce - 1;
+                continue;
+            }
+            nextAtOnce = index + linesAtOnce;
+        }
         const std::string_view line = version[index];
         if (next < base.lines.count() && base.lines[next] == line) {
             numbers[size_t(index)] = base.numbers[size_t(next++)];
