@@ -189,6 +189,25 @@ private Q_SLOTS:
         QVERIFY(!QFileInfo::exists(f.disk.path(word("left/big"))));
     }
 
+    void aPersonStaysWhereTheyAreOverAnotherScan()
+    {
+        Fixture f;
+        f.disk.file(word("left/big/b"), QByteArray(500, 'x'));
+        f.scan();
+        f.tree.goToNode(f.node(word("big")));
+        QTest::keyClick(&f.tree, Qt::Key_Right);
+        const auto currentAfter = [&f](const QString &gone) {
+            QFile::remove(f.disk.path(gone));
+            f.scan();
+            return f.tree.currentIndex().siblingAtColumn(0).data().toString();
+        };
+        f.tree.goToNode(f.node(word("b")));
+        QCOMPARE(currentAfter(word("left/big/b")), word("c")); // what followed
+        QCOMPARE(currentAfter(word("left/big/a,b")), word("c"));
+        QCOMPARE(f.node(word("small")), f.node(word("c")) + 1); // its folder is still open
+        QCOMPARE(currentAfter(word("left/big/c")), word("big"));
+    }
+
     void badInputAndCancellingAreSaid()
     {
         Fixture f;

@@ -184,11 +184,8 @@ void DiskUsageWidget::onScan()
 void DiskUsageWidget::takeScan(const SharedUsage &result)
 {
     const bool hadFocus = isAncestorOf(QApplication::focusWidget());
-    const qint32 current = m_result ? m_view->currentNode() : -1;
-    const QString place = current > 0 ? m_result->usage.tree.path(current) : QString();
     m_result = result;
     m_view->setResult(result);
-    goToPlace(place);
     setFocusProxy(m_view);
     if (hadFocus)
         m_view->setFocus();
@@ -203,19 +200,6 @@ void DiskUsageWidget::takeScan(const SharedUsage &result)
     const QString folder = bareName(m_scanned.folder);
     Q_EMIT tabTitleChanged(Velmora::tr("Disk usage: %1").arg(folder.isEmpty() ? m_scanned.folder : folder));
     Q_EMIT comparisonFinished(paths().left, {});
-}
-
-/// The rows are new: back to where a person was, or to the folder around it.
-void DiskUsageWidget::goToPlace(QString path)
-{
-    const UsageTree &tree = m_result->usage.tree;
-    qint32 node = tree.find(path);
-    while (node < 0 && isInside(path, tree.rootPath())) {
-        path = parentPath(path);
-        node = tree.find(path);
-    }
-    if (node > 0)
-        m_view->goToNode(node);
 }
 
 void DiskUsageWidget::tellScan(const DiskUsage &usage)

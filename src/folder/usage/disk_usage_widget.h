@@ -45,7 +45,6 @@ private:
     void buildCommands();
     [[nodiscard]] DiskUsageRequest request() const;
     void takeScan(const SharedUsage &result);
-    void goToPlace(QString path);
     void tellScan(const DiskUsage &usage);
     void showEmpty();
     void exportTo(const QString &path);

@@ -3,6 +3,7 @@
 #include "folder/usage/largest_rows.h"
 #include "folder/usage/share_percent_delegate.h"
 #include "folder/usage/usage_map.h"
+#include "folder/usage/usage_place.h"
 #include "session/frame/notice_card.h"
 #include "session/list/filtered_tree.h"
 #include "session/list/tree_view.h"
@@ -107,16 +108,24 @@ void UsageView::connectTree()
 
 void UsageView::setResult(const SharedUsage &result)
 {
+    const bool isAgain = m_result && result && m_result->usage.tree.rootPath() == result->usage.tree.rootPath();
+    const UsagePlace place = isAgain ? UsagePlace(m_result->usage.tree, *m_rows, m_tree) : UsagePlace();
     m_result = result;
     m_largestIsActive = false;
     m_splitter->setVisible(result != nullptr);
     if (result)
         m_notice->clear();
     m_map->setResult(result);
-    m_rows->setTree(std::make_unique<UsageRows>(result));
+    auto rows = std::make_unique<UsageRows>(result);
+    if (isAgain)
+        place.openIn(*rows, result->usage.tree);
+    m_rows->setTree(std::move(rows));
     m_largestRows->setTree(std::make_unique<LargestRows>(result));
     m_filtered->setColumnUsed(UsageRows::Growth, result && !result->growth.empty());
-    m_tree.goToRow(0);
+    if (isAgain)
+        m_tree.goToNode(place.currentIn(result->usage.tree));
+    else
+        m_tree.goToRow(0);
 }
 
 void UsageView::setColouring(UsageColouring colouring)

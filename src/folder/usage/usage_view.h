@@ -25,6 +25,7 @@ public:
     explicit UsageView(QWidget *parent = nullptr);
     ~UsageView() override;
 
+    /// Another scan of the same folder leaves open what is open, and a person where they are.
     void setResult(const SharedUsage &result);
     void setColouring(UsageColouring colouring);
     /// What is said in place of rows.
