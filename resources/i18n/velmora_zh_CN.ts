@@ -586,6 +586,14 @@
         <translation>前面没有冲突</translation>
     </message>
     <message>
+        <source>No further conflict; still open above: %1</source>
+        <translation>后面没有冲突了；前面仍未解决：%1</translation>
+    </message>
+    <message>
+        <source>No earlier conflict; still open below: %1</source>
+        <translation>前面没有冲突了；后面仍未解决：%1</translation>
+    </message>
+    <message>
         <source>No further change</source>
         <translation>后面没有更改</translation>
     </message>

@@ -159,9 +159,9 @@ void ThreeWayMergeWidget::connectTaking()
     onTakeAll(m_bar->takeRightForAll, MergeChoice::Right);
     onTakeAll(m_bar->takeLineByLineForAll, MergeChoice::LineByLine);
     connect(m_bar->nextDifference, &QAction::triggered, this,
-            [this] { goTo(m_editing->goToConflict(true), Velmora::tr("No further conflict")); });
+            [this] { goTo(m_editing->goToConflict(true), noConflictText(true)); });
     connect(m_bar->previousDifference, &QAction::triggered, this,
-            [this] { goTo(m_editing->goToConflict(false), Velmora::tr("No earlier conflict")); });
+            [this] { goTo(m_editing->goToConflict(false), noConflictText(false)); });
     connect(m_bar->nextChange, &QAction::triggered, this,
             [this] { goTo(m_editing->goToChange(true), Velmora::tr("No further change")); });
     connect(m_bar->previousChange, &QAction::triggered, this,
@@ -318,6 +318,19 @@ void ThreeWayMergeWidget::goTo(bool found, const QString &none)
         showMessage(none);
     if (m_view->document() && qobject_cast<QLineEdit *>(focusWidget()))
         m_view->pane(paneOfResult).setFocus();
+}
+
+/// That there is none that way, and how many are open the other way.
+QString ThreeWayMergeWidget::noConflictText(bool forward) const
+{
+    const MergeParts &parts = m_editing->parts();
+    const qsizetype part = m_editing->currentPart();
+    const qsizetype others = parts.openConflicts() - (part >= 0 && parts.at(part).isOpen() ? 1 : 0);
+    if (others <= 0)
+        return forward ? Velmora::tr("No further conflict") : Velmora::tr("No earlier conflict");
+    return (forward ? Velmora::tr("No further conflict; still open above: %1")
+                    : Velmora::tr("No earlier conflict; still open below: %1"))
+        .arg(others);
 }
 
 void ThreeWayMergeWidget::showMessage(const QString &message)

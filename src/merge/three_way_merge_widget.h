@@ -98,6 +98,7 @@ private:
     void showContextMenu(PaneIndex pane, QPoint at);
     void take(bool taken);
     void goTo(bool found, const QString &none);
+    [[nodiscard]] QString noConflictText(bool forward) const;
 
     /// Writes the result when no conflict is open, or after a person has said what is to stand in their place.
     void save(const Done &done);

@@ -127,6 +127,17 @@ private Q_SLOTS:
         QCOMPARE(r.dialogs.asked().size(), 2); // each told once
     }
 
+    void aMergeIsAskedAboutByTheNameOfItsResult()
+    {
+        Remains r;
+        RecoveryRecord record = recordOf(word("/a_LOCAL_1.txt"), word("/a_REMOTE_1.txt"), "text\n");
+        record.description.insert(word("options"), QJsonObject{{word("output"), word("/work/a.txt")}});
+        QVERIFY(writeRecoveryRecord(r.whole[0], record).ok());
+        r.offer();
+        QVERIFY(r.dialogs.asked().first().text.contains(word("Merge: a.txt\n")));
+        QVERIFY(!r.dialogs.asked().first().text.contains(word("LOCAL")));
+    }
+
     void whatIsSavedByNowIsNotOffered()
     {
         Remains r;

@@ -14,6 +14,7 @@
 #include <QDir>
 #include <QFile>
 #include <QJsonObject>
+#include <QLabel>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -107,7 +108,12 @@ private Q_SLOTS:
         f.merge("1\nl\n3\n4\nL\n6\n7\nl7\n", "1\n2\n3\n4\n5\n6\n7\n", "1\nr\n3\n4\n5\n6\n7\nr7\n", "old\n");
         QCOMPARE(f.choices(), (QStringList{word("open"), word("taken from the left"), word("open")}));
         QCOMPARE(f.session.waitStatus(), 1);
-        f.key(Qt::Key_3, Qt::ControlModifier); // a merge begins at its first conflict
+        f.key(Qt::Key_F8); // a merge begins at its first conflict
+        f.key(Qt::Key_F8);
+        QCOMPARE(f.session.findChild<QLabel *>(word("statusLabel"))->text(),
+                 word("No further conflict; still open above: 1"));
+        f.key(Qt::Key_F8, Qt::ShiftModifier);
+        f.key(Qt::Key_3, Qt::ControlModifier);
         f.key(Qt::Key_F8);
         f.key(Qt::Key_4, Qt::ControlModifier);
         QCOMPARE(f.choices(),

@@ -9,6 +9,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonValue>
 
 namespace velmora {
 
@@ -49,11 +50,19 @@ FoundWork search(RecoveryStore &store)
     return work;
 }
 
+/// A merge is known by the file that it goes to: version control gives its versions names of its own.
+QString nameOf(const Found &found)
+{
+    const QJsonValue options = found.record.description.value(QLatin1String("options"));
+    const QString output = options[QLatin1String("output")].toString();
+    return output.isEmpty() ? sessionTitle(*found.kind, found.paths) : Velmora::tr("Merge: %1").arg(pathName(output));
+}
+
 QString namesOf(const QList<Found> &found)
 {
     QStringList names;
     for (const Found &one : found.first(std::min(found.size(), mostNames)))
-        names.append(QStringLiteral("  · ") + sessionTitle(*one.kind, one.paths));
+        names.append(QStringLiteral("  · ") + nameOf(one));
     if (found.size() > mostNames)
         names.append(QStringLiteral("  …"));
     return names.join(u'\n');

@@ -40,10 +40,18 @@ bool isWithin(const QString &path, const QString &folder)
 
 /// Whether the files of a session that somebody waits for are gone once it is closed: those that version control lays
 /// out for a comparison, and the versions of a merge, which it writes beside the file that is merged.
-bool isPassing(const SessionKindRow &kind, const SessionPaths &paths)
+bool holdsPassing(const SessionKindRow &kind, const SessionPaths &paths)
 {
     const QString temporary = QDir::tempPath();
     return kind.sides == 3 || isWithin(paths.left, temporary) || isWithin(paths.right, temporary);
+}
+
+/// Whether versions of a text merge are gone: of one that was restored after version control took them away.
+bool isGone(const SessionKindRow &kind, const SessionPaths &paths)
+{
+    const auto isMissing = [](const QString &path) { return !path.isEmpty() && !QFileInfo::exists(path); };
+    return kind.sides == 3 && kind.filesOnly &&
+           (isMissing(paths.left) || isMissing(paths.right) || isMissing(paths.base));
 }
 
 /// The kind in which two paths are compared when nobody said which.
@@ -293,7 +301,9 @@ void Tarnwick::hookSession(SessionWidget *session, const SessionKindRow &kind)
     connect(session, &SessionWidget::comparisonFinished, this,
             [this, session, &kind](const QString &left, const QString &right) {
                 const QString title = m_tabs->titleAt(m_tabs->indexOf(session));
-                recordSession(session, kind, title, {.left = left, .right = right, .base = session->paths().base});
+                const SessionPaths compared{.left = left, .right = right, .base = session->paths().base};
+                if (!isGone(kind, compared))
+                    recordSession(session, kind, title, compared);
             });
 }
 
@@ -301,7 +311,8 @@ void Tarnwick::recordSession(const SessionWidget *session, const SessionKindRow 
                              const SessionPaths &paths)
 {
     const bool isCopy = isPassingCopy(paths.left) || isPassingCopy(paths.right) || isPassingCopy(paths.base);
-    if (!isCopy && (!m_reports.contains(session) || !isPassing(kind, paths)))
+    const bool isPassing = m_reports.contains(session) && holdsPassing(kind, paths);
+    if (!isCopy && !isPassing)
         m_history.add(kind.id, name, paths);
 }
 
