@@ -10546,6 +10546,18 @@ Save them?</source>
         <translation>没有包含这些文字的行。</translation>
     </message>
     <message>
+        <source>No row of this key holds these words.</source>
+        <translation>此项中没有包含这些词的行。</translation>
+    </message>
+    <message>
+        <source>Search all keys</source>
+        <translation>搜索所有项</translation>
+    </message>
+    <message>
+        <source>Show the rows of all keys that hold the words of the filter</source>
+        <translation>显示所有项中包含过滤词的行</translation>
+    </message>
+    <message>
         <source>Copy the name</source>
         <translation>复制名称</translation>
     </message>

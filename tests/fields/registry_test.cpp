@@ -6,6 +6,7 @@
 #include "filetypes/registry/noise_dialog.h"
 #include "filetypes/registry/registry_compare_widget.h"
 #include "filetypes/registry/registry_rows.h"
+#include "session/list/list_view.h"
 #include "session/list/tree_model.h"
 #include "session/list/tree_view.h"
 #include "support/files.h"
@@ -22,6 +23,7 @@
 #include <QMap>
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -372,6 +374,19 @@ private Q_SLOTS:
         keys->goToRow(1);
         QCOMPARE(session.rows().rowCount(), 2);
         QCOMPARE(session.rows().rowAt(1).key, word("In\\n"));
+        // Words that only another key has.
+        auto *filter = session.findChild<QLineEdit *>(word("rowFilter"));
+        const auto *wider = session.findChild<QPushButton *>(word("widerSearchButton"));
+        QVERIFY(!wider->isVisible());
+        filter->setText(word("B\\m"));
+        QCOMPARE(session.rows().rowCount(), 0);
+        QCOMPARE(session.findChild<ListView *>()->notice(), word("No row of this key holds these words."));
+        QVERIFY(wider->isVisible());
+        QTest::keyClick(filter, Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(session.rows().rowAt(0).key, word("B\\m"));
+        QVERIFY(!wider->isVisible());
+        filter->clear();
+        keys->goToRow(1);
         action("showDifferencesAction")->trigger();
         QCOMPARE(shownKeys(), words("H|A|In"));
         QCOMPARE(session.rows().rowCount(), 1);

@@ -21,6 +21,12 @@ RegistryBar::RegistryBar(QWidget *session) : FieldsBar(session)
                         {},
                         Velmora::tr("Choose the code page of files that are not in Unicode")},
                        new QMenu(this));
+    searchAllKeys = add({"searchAllKeysAction",
+                         Velmora::tr("Search all keys"),
+                         {},
+                         {Qt::CTRL | Qt::SHIFT | Qt::Key_F},
+                         Velmora::tr("Show the rows of all keys that hold the words of the filter")});
+    searchAllKeys->setEnabled(false);
     addSaving();
     refreshTheme();
 }

@@ -13,9 +13,10 @@ public:
     explicit RegistryBar(QWidget *session);
 
     QAction *noise = nullptr;
-    QAction *encoding = nullptr;   ///< of files of version 4, with an empty menu
-    QAction *savePatch = nullptr;  ///< what makes the left side into the right one
-    QAction *saveReturn = nullptr; ///< and the way back
+    QAction *searchAllKeys = nullptr; ///< for the words of the filter
+    QAction *encoding = nullptr;      ///< of files of version 4, with an empty menu
+    QAction *savePatch = nullptr;     ///< what makes the left side into the right one
+    QAction *saveReturn = nullptr;    ///< and the way back
     QAction *saveLeft = nullptr;
     QAction *saveRight = nullptr;
     QAction *writeLeft = nullptr; ///< into the live registry, to make the left side like the right one

@@ -74,6 +74,7 @@ RegistryCompareWidget::RegistryCompareWidget(SessionHost &host, QWidget *parent,
     header.setSectionResizeMode(0, QHeaderView::Stretch);
     header.setSectionResizeMode(1, QHeaderView::Fixed);
     header.resizeSection(1, header.fontMetrics().horizontalAdvance(QStringLiteral("0,000")) + room);
+    list().setWiderSearch(m_bar->searchAllKeys, Velmora::tr("No row of this key holds these words."));
     connectBar();
     allowCommands();
 }
@@ -84,6 +85,7 @@ void RegistryCompareWidget::connectBar()
     on(m_bar->noise, &RegistryCompareWidget::onNoise);
     for (QAction *view : {m_bar->showAll, m_bar->showDifferences, m_bar->showIdentical})
         on(view, &RegistryCompareWidget::showKeysOfView);
+    on(m_bar->searchAllKeys, [this] { m_view->goToNode(m_tree->firstBranch()); });
     on(m_bar->savePatch, [this] { savePatch(Side::Left); });
     on(m_bar->saveReturn, [this] { savePatch(Side::Right); });
     on(m_bar->saveLeft, [this] { saveSide(Side::Left); });
@@ -170,6 +172,7 @@ void RegistryCompareWidget::take(const Sides<QString> &places, RegistryResult &&
     m_comparison = std::move(result.comparison);
     m_places = places;
     showTree(std::move(result.nodes));
+    m_bar->searchAllKeys->setEnabled(false);
     const auto tone = remarks.isEmpty() ? NoticeBar::Tone::Verdict : NoticeBar::Tone::Warning;
     remarks.prepend(verdictText(*m_comparison));
     for (const Side side : bothSides)
@@ -198,8 +201,10 @@ std::unique_ptr<const RowSource> RegistryCompareWidget::rowsOf(qint32 node) cons
 void RegistryCompareWidget::showKey()
 {
     const qint32 node = m_tree ? m_view->currentNode() : -1;
-    if (node >= 0)
-        list().setResult(rowsOf(node));
+    if (node < 0)
+        return;
+    m_bar->searchAllKeys->setEnabled(node > m_tree->firstBranch());
+    list().setResult(rowsOf(node));
 }
 
 void RegistryCompareWidget::showKeysOfView()

@@ -2,6 +2,8 @@
 
 #include "session/translate.h"
 
+#include <QToolButton>
+
 namespace velmora {
 
 void ListBar::addListCommands()
@@ -36,6 +38,26 @@ void ListBar::addListCommands()
     showDetails->setCheckable(true);
     showDetails->setChecked(true);
     focusFilter = add({"focusFilterAction", Velmora::tr("Filter")});
+}
+
+void ListBar::resizeEvent(QResizeEvent *event)
+{
+    fitChoice();
+    SessionBar::resizeEvent(event);
+}
+
+/// In a narrow bar the pictures alone tell what is shown, rather than that commands are out of sight.
+void ListBar::fitChoice()
+{
+    const auto show = [this](Qt::ToolButtonStyle style) {
+        for (QAction *action : {showAll, showDifferences, showIdentical}) {
+            if (auto *button = qobject_cast<QToolButton *>(widgetForAction(action)))
+                button->setToolButtonStyle(style);
+        }
+    };
+    show(Qt::ToolButtonTextBesideIcon);
+    if (sizeHint().width() > width())
+        show(Qt::ToolButtonIconOnly);
 }
 
 } // namespace velmora

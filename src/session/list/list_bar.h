@@ -20,6 +20,10 @@ protected:
 
     /// Adds the commands that every list has, those for walking differences first.
     void addListCommands();
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void fitChoice();
 };
 
 } // namespace velmora

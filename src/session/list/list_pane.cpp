@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QMenu>
+#include <QPushButton>
 #include <QSplitter>
 
 #include <algorithm>
@@ -91,13 +92,38 @@ QWidget *ListPane::makeFilterRow()
     m_filter->setAcceptDrops(false);
     constexpr int widestFilter = 420;
     m_filter->setMaximumWidth(widestFilter);
-    auto *row = new QHBoxLayout(bar);
-    row->setContentsMargins(10, 0, 10, 6);
-    row->setSpacing(6);
-    row->addWidget(label);
-    row->addWidget(m_filter, 1);
-    row->addStretch(1);
+    m_filterRow = new QHBoxLayout(bar);
+    m_filterRow->setContentsMargins(10, 0, 10, 6);
+    m_filterRow->setSpacing(6);
+    m_filterRow->addWidget(label);
+    m_filterRow->addWidget(m_filter, 1);
+    m_filterRow->addStretch(1);
     return bar;
+}
+
+void ListPane::setWiderSearch(QAction *search, const QString &notice)
+{
+    auto *button = new QPushButton(search->text(), m_filter->parentWidget());
+    button->setObjectName(QStringLiteral("widerSearchButton"));
+    button->setToolTip(search->toolTip());
+    connect(button, &QPushButton::clicked, search, &QAction::trigger);
+    connect(search, &QAction::changed, this, &ListPane::showNotice);
+    m_filterRow->insertWidget(m_filterRow->indexOf(m_filter) + 1, button);
+    m_widerSearch = search;
+    m_widerButton = button;
+    m_widerNotice = notice;
+    showWiderSearch();
+}
+
+bool ListPane::offersWiderSearch() const
+{
+    return m_widerSearch && m_widerSearch->isEnabled() && m_hasResult && !m_filter->text().trimmed().isEmpty();
+}
+
+void ListPane::showWiderSearch()
+{
+    if (m_widerButton)
+        m_widerButton->setVisible(offersWiderSearch());
 }
 
 void ListPane::connectBar()
@@ -165,12 +191,13 @@ void ListPane::setNotice(const QString &notice)
 
 void ListPane::showNotice()
 {
+    showWiderSearch();
     if (!m_hasResult)
         m_view->setNotice(m_notice);
     else if (m_model->source().count() == 0)
         m_view->setNotice(Velmora::tr("Neither side holds an item."));
     else if (!m_filter->text().trimmed().isEmpty())
-        m_view->setNotice(Velmora::tr("No row holds these words."));
+        m_view->setNotice(offersWiderSearch() ? m_widerNotice : Velmora::tr("No row holds these words."));
     else if (m_model->view() == RowsView::Same)
         m_view->setNotice(Velmora::tr("Nothing is the same on both sides."));
     else if (m_model->noise() > 0)

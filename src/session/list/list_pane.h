@@ -6,6 +6,7 @@
 #include <QWidget>
 
 class QAction;
+class QHBoxLayout;
 class QLineEdit;
 class QSplitter;
 
@@ -33,6 +34,10 @@ public:
     [[nodiscard]] bool hasResult() const { return m_hasResult; }
     void setRowsView(RowsView view);
 
+    /// Has a button beside the filter for `search`, which looks for its words in more than the list has. It stands
+    /// there while there are words and the command is enabled; `notice` is then said where no row holds them.
+    void setWiderSearch(QAction *search, const QString &notice);
+
     /// What is said in place of rows until there is a result.
     void setNotice(const QString &notice);
     /// How many rows there are of each status, and how many are not shown.
@@ -58,6 +63,8 @@ private:
     void connectBar();
     void connectView();
     void showNotice();
+    void showWiderSearch();
+    [[nodiscard]] bool offersWiderSearch() const;
     void showCurrentRow();
     void showSelection();
     void takeShownRows();
@@ -70,8 +77,12 @@ private:
     ListView *m_view;
     RowDetails *m_details;
     QLineEdit *m_filter;
+    QHBoxLayout *m_filterRow = nullptr;
     QSplitter *m_parts; ///< the list above the details
     QList<QAction *> m_rowCommands;
+    QAction *m_widerSearch = nullptr;
+    QWidget *m_widerButton = nullptr;
+    QString m_widerNotice;
     QString m_notice;
     bool m_hasResult = false;
     bool m_hasOwnHeights = false; ///< somebody has moved the border between the two parts
