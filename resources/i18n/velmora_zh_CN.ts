@@ -6430,8 +6430,16 @@ Restore them? The files themselves stay as they are until you save.</source>
         <translation>不在此侧</translation>
     </message>
     <message>
-        <source>The folder is gone or is another one now</source>
-        <translation>文件夹已不存在，或已换成另一个文件夹</translation>
+        <source>The folder %1 is no longer where it was: another one is there now.</source>
+        <translation>文件夹 %1 已不在原处：那里现在是另一个文件夹。</translation>
+    </message>
+    <message>
+        <source>The folder %1 is no longer where it was: %2.</source>
+        <translation>文件夹 %1 已不在原处：%2。</translation>
+    </message>
+    <message>
+        <source>The run has been stopped. Not done: %1</source>
+        <translation>运行已停止。未执行：%1</translation>
     </message>
     <message>
         <source>It is no longer there</source>
@@ -6532,6 +6540,10 @@ Restore them? The files themselves stay as they are until you save.</source>
     <message>
         <source>A folder is missing or cannot be opened.</source>
         <translation>有文件夹不存在或无法打开。</translation>
+    </message>
+    <message>
+        <source>The folder %1 is missing, cannot be opened, or is another one than it was.</source>
+        <translation>文件夹 %1 不存在、无法打开，或者已不是原来的那个。</translation>
     </message>
     <message>
         <source>This name is not allowed.</source>

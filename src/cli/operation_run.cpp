@@ -24,7 +24,7 @@ const char *refusalText(PlanRefusal refusal)
     case PlanRefusal::OverlappingRoots:
         return "one of the two folders is the other, or lies in it";
     case PlanRefusal::RootMissing:
-        return "a folder is not there or cannot be opened";
+        return "the folder is not there, cannot be opened, or is another one than it was";
     case PlanRefusal::NameNotAllowed:
         return "there can be no such name";
     case PlanRefusal::NoLocalFolder:
@@ -67,6 +67,8 @@ const char *errorText(OperationErrorCode code)
     case OperationErrorCode::TargetAppeared:
     case OperationErrorCode::CounterpartAppeared:
         return "has changed since it was compared";
+    case OperationErrorCode::RootMissing:
+        return "the folder is no longer where it was, so the run was stopped";
     case OperationErrorCode::KeptCopyChanged:
         return "is no longer the same as the copy that was to go, which stays";
     case OperationErrorCode::LeadsOutside:
@@ -97,8 +99,14 @@ const char *errorText(OperationErrorCode code)
 
 QString sentence(const QString &path, const char *what, const QString &reason)
 {
-    const QString text = visibleName(path) + QLatin1String(": ") + QLatin1String(what);
+    const QString text = (path.isEmpty() ? QString() : visibleName(path) + QLatin1String(": ")) + QLatin1String(what);
     return reason.isEmpty() ? text : text + QLatin1String(": ") + reason;
+}
+
+QString reasonOf(const OperationProblem &problem)
+{
+    const bool isReplaced = problem.code == OperationErrorCode::RootMissing && problem.reason.isEmpty();
+    return isReplaced ? QStringLiteral("another one is there now") : problem.reason;
 }
 
 } // namespace
@@ -113,15 +121,19 @@ OperationOutcome runOperation(OperationPlan plan, const QString &title, const St
     OperationOutcome outcome;
     outcome.journalId = report.journalId;
     if (report.plan.refusal != PlanRefusal::None) {
-        complain(streams, QLatin1String(refusalText(report.plan.refusal)));
+        complain(streams, sentence(report.plan.refusedAt, refusalText(report.plan.refusal), {}));
         ++outcome.failed;
     }
     for (const LeftOutEntry &entry : report.plan.leftOut)
         complain(streams, sentence(entry.path, reasonText(entry.reason), entry.detail));
     for (const OperationProblem &problem : report.problems)
-        complain(streams, sentence(problem.path, errorText(problem.code), problem.reason));
+        complain(streams, sentence(problem.path, errorText(problem.code), reasonOf(problem)));
     outcome.succeeded = std::count(report.ends.begin(), report.ends.end(), StepEnd::Done);
-    outcome.failed += report.ends.size() - outcome.succeeded + report.plan.leftOut.size();
+    const bool hasLostRoot =
+        std::any_of(report.problems.begin(), report.problems.end(),
+                    [](const OperationProblem &problem) { return problem.code == OperationErrorCode::RootMissing; });
+    const qint64 notDone = std::max<qint64>(report.ends.size() - outcome.succeeded, hasLostRoot ? 1 : 0);
+    outcome.failed += notDone + report.plan.leftOut.size();
     return outcome;
 }
 

@@ -10,6 +10,7 @@
 #include "folder/engine/name_conflicts.h"
 #include "folder/engine/sync_moves.h"
 #include "folder/engine/sync_planner.h"
+#include "folder/operations/folder_chain.h"
 #include "folder/operations/sync_run.h"
 
 #include <QIODevice>
@@ -104,6 +105,7 @@ Synchronisation analysed(const SyncRequest &request)
     Synchronisation sync;
     PlanInput compared;
     compared.roots = folders.folders;
+    compared.identities = identitiesOf(FileLayer::native(), compared.roots);
     compared.toleranceSec = folders.options.timeToleranceSec;
     FolderInput input = FolderInput::of(folders.folders, folders.options);
     input.ignoresHours = request.rules.ignoresHours;

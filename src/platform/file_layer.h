@@ -135,6 +135,9 @@ public:
     [[nodiscard]] virtual FileError list(const Sink &sink) = 0;
     /// True when this folder is `other` or lies in it, by whatever path.
     [[nodiscard]] virtual bool liesIn(FolderHandle &other) = 0;
+    /// Whether `path`, by which this folder was opened, still leads to it: no error when it does or nobody can tell,
+    /// `NotExpected` when it leads to another one, else why it leads nowhere. Costs about one look at an entry.
+    [[nodiscard]] virtual FileError checkPath(const QString & /*path*/) { return {}; }
 
     /// Null with `error` set when it fails.
     [[nodiscard]] virtual std::unique_ptr<FolderHandle> openFolder(const QString &name, FileError &error) = 0;

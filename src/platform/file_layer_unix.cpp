@@ -109,6 +109,18 @@ public:
         return false;
     }
 
+    FileError checkPath(const QString &path) override
+    {
+        const ReachablePath place(path);
+        struct stat here {};
+        struct stat there {};
+        if (!place.isReachable() || ::fstatat(place.base(), place.name(), &there, 0) != 0 ||
+            ::fstat(m_folder.get(), &here) != 0)
+            return lastError();
+        // While a folder is held even file systems without lasting identities give it one.
+        return identityOf(here) == identityOf(there) ? FileError() : FileError{FileErrorKind::NotExpected, {}};
+    }
+
     std::unique_ptr<FolderHandle> openFolder(const QString &name, FileError &error) override
     {
         const NativeName entry(name);

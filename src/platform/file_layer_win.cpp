@@ -312,6 +312,16 @@ public:
         return !inner.isEmpty() && !outer.isEmpty() && inner.startsWith(outer, Qt::CaseInsensitive);
     }
 
+    FileError checkPath(const QString &path) override
+    {
+        const Handle there(openAs(longPath(path), FILE_READ_ATTRIBUTES, shareAll, FILE_FLAG_BACKUP_SEMANTICS));
+        const NodeResult found = there.isOpen() ? describe(there.get()) : NodeResult{{}, lastError()};
+        const NodeResult held = found.error.isError() ? found : self();
+        if (held.error.isError())
+            return held.error;
+        return found.node.identity == held.node.identity ? FileError() : FileError{FileErrorKind::NotExpected, {}};
+    }
+
     std::unique_ptr<FolderHandle> openFolder(const QString &name, FileError &error) override
     {
         if (!canBeReached(name)) {

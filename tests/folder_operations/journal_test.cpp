@@ -172,6 +172,7 @@ private Q_SLOTS:
                              123,
                              QStringLiteral("00000001"),
                              {QStringLiteral("/a b"), QStringLiteral("/") + QChar(char16_t(0xDC80))},
+                             {QStringLiteral("18446744073709551615"), {}},
                              8};
         QCOMPARE(readHeaderLine(headerLine(header)), header);
         JournalStep step;
@@ -416,7 +417,7 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(forged));
         QFile file(forged + QStringLiteral("/journal.jsonl"));
         QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(headerLine({{}, 1, {}, {tree.left(), tree.right()}}) + '\n' +
+        file.write(headerLine({{}, 1, {}, {tree.left(), tree.right()}, {}, 0}) + '\n' +
                    copyingLine({1, QStringLiteral("precious")}) + '\n');
         file.close();
 

@@ -84,6 +84,7 @@ public:
         return made("list", [&] { return m_real->list(sink); });
     }
     bool liesIn(FolderHandle &other) override { return m_real->liesIn(real(other)); }
+    FileError checkPath(const QString &path) override { return m_real->checkPath(path); }
 
     std::unique_ptr<FolderHandle> openFolder(const QString &name, FileError &error) override
     {

@@ -256,7 +256,7 @@ ActionOutcome outcomeOfNothing(const ActionRequest &request, const OperationPlan
     for (const LeftOutEntry &entry : plan.leftOut)
         outcome.problems.append({shownPath(entry.path), leftOutText(entry)});
     if (plan.refusal != PlanRefusal::None)
-        outcome.problems = {{{}, refusalText(plan.refusal)}};
+        outcome.problems = {{{}, refusalText(plan)}};
     outcome.failed = outcome.problems.size();
     if (outcome.problems.size() == 1)
         outcome.headline = failureOf(request, outcome.problems.first().path);

@@ -41,7 +41,7 @@ static_assert(reasonTexts.size() == std::size_t(LeftOutReason::OtherInRecycleBin
 /// By `OperationErrorCode`.
 constexpr std::array<const char *, 25> errorTexts{
     "",
-    QT_TRANSLATE_NOOP("Velmora", "The folder is gone or is another one now"),
+    "", // has more to say
     QT_TRANSLATE_NOOP("Velmora", "It is no longer there"),
     QT_TRANSLATE_NOOP("Velmora", "It has changed meanwhile"),
     QT_TRANSLATE_NOOP("Velmora", "The file to be replaced has changed meanwhile"),
@@ -80,6 +80,17 @@ constexpr std::array<const char *, 7> refusalTexts{
 };
 static_assert(refusalTexts.size() == std::size_t(PlanRefusal::Cancelled) + 1);
 
+/// Why a run has ended before its time.
+QString lostText(const OperationProblem &problem)
+{
+    const QString path = shownPath(problem.path);
+    const QString text =
+        problem.reason.isEmpty()
+            ? Velmora::tr("The folder %1 is no longer where it was: another one is there now.").arg(path)
+            : Velmora::tr("The folder %1 is no longer where it was: %2.").arg(path, problem.reason);
+    return text + u' ' + Velmora::tr("The run has been stopped. Not done: %1").arg(QLocale().toString(problem.steps));
+}
+
 /// With the system's own words behind it.
 QString withReason(const char *text, const QString &reason)
 {
@@ -108,14 +119,19 @@ QString leftOutText(const LeftOutEntry &entry)
     return withReason(reasonTexts[std::size_t(entry.reason)], entry.detail);
 }
 
-QString refusalText(PlanRefusal refusal)
+QString refusalText(const OperationPlan &plan)
 {
-    const char *const text = refusalTexts[std::size_t(refusal)];
+    if (!plan.refusedAt.isEmpty())
+        return Velmora::tr("The folder %1 is missing, cannot be opened, or is another one than it was.")
+            .arg(shownPath(plan.refusedAt));
+    const char *const text = refusalTexts[std::size_t(plan.refusal)];
     return *text ? Velmora::tr(text) : QString();
 }
 
 QString problemText(const OperationProblem &problem)
 {
+    if (problem.code == OperationErrorCode::RootMissing)
+        return lostText(problem);
     if (problem.steps > 1)
         return Velmora::tr("Something went wrong in it, so %1 deletions have been left undone")
             .arg(QLocale().toString(problem.steps));

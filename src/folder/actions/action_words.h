@@ -17,8 +17,8 @@ namespace velmora {
 [[nodiscard]] QString entrySizeText(bool isFolder, qint64 bytes);
 
 [[nodiscard]] QString leftOutText(const LeftOutEntry &entry);
-/// Empty for `None` and `Cancelled`.
-[[nodiscard]] QString refusalText(PlanRefusal refusal);
+/// Why nothing of the plan is done. Empty for `None` and `Cancelled`.
+[[nodiscard]] QString refusalText(const OperationPlan &plan);
 /// What went wrong, with the system's own words where there are any.
 [[nodiscard]] QString problemText(const OperationProblem &problem);
 

@@ -39,7 +39,7 @@ bool writesReadOnly(const OperationPlan &plan, const FolderActionContext &contex
 bool hasNoRest(const PastRun &run)
 {
     return run.refusal == UndoRefusal::None && !run.done.steps.isEmpty() && run.done.refusal == PlanRefusal::None &&
-           run.rest.steps.isEmpty() && run.rest.leftOut.isEmpty();
+           run.rest.steps.isEmpty() && run.rest.leftOut.isEmpty() && run.rest.refusal == PlanRefusal::None;
 }
 
 } // namespace

@@ -68,9 +68,23 @@ void addLeftOut(const ExecutionReport &report, PlanRunResult &result)
             result.lines.append(leftOutLine(shownPath(entry.path), leftOutText(entry)));
     }
     if (report.plan.refusal != PlanRefusal::None && report.plan.refusal != PlanRefusal::Cancelled)
-        result.lines.append(leftOutLine({}, refusalText(report.plan.refusal)));
+        result.lines.append(leftOutLine({}, refusalText(report.plan)));
     result.failed +=
         std::count_if(result.lines.begin(), result.lines.end(), [](const PlanLine &line) { return line.isLeftOut; });
+}
+
+/// What is not done for want of a folder has one line and one reason.
+void addMissingRoot(const ExecutionReport &report, PlanRunResult &result)
+{
+    for (const OperationProblem &problem : report.problems) {
+        if (problem.code != OperationErrorCode::RootMissing)
+            continue;
+        result.missingRoot = problemText(problem);
+        result.lines.append(leftOutLine({}, result.missingRoot));
+        result.failed += problem.steps;
+    }
+    if (report.plan.refusal == PlanRefusal::RootMissing)
+        result.missingRoot = refusalText(report.plan);
 }
 
 } // namespace
@@ -84,6 +98,7 @@ PlanRunResult runPlan(OperationPlan plan, const QString &title, const CancelFlag
     result.files = report.done.writtenFiles + report.done.replacedFiles;
     addSteps(report, result);
     addLeftOut(report, result);
+    addMissingRoot(report, result);
     result.isWhole = report.plan.refusal == PlanRefusal::None && !report.ends.contains(StepEnd::NotReached);
     result.lacksRecycleBin =
         std::any_of(report.problems.begin(), report.problems.end(),

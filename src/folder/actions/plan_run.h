@@ -26,6 +26,7 @@ struct PlanRunResult {
     qint64 failed = 0;
     qint64 files = 0;     ///< written, new or over others
     bool isWhole = false; ///< every step was come to, whatever became of it
+    QString missingRoot;  ///< in words, when a folder was not there any more, which kept the plan from being done
     bool lacksRecycleBin = false;
     QString journalId; ///< empty when nothing was written down
 };

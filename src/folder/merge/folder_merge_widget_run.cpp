@@ -85,8 +85,8 @@ void FolderMergeWidget::survey(const QString &target)
 void FolderMergeWidget::considerPlan(const OperationPlan &plan, const QString &target)
 {
     if (plan.refusal != PlanRefusal::None) {
-        status().showFailure(refusalText(plan.refusal));
-        Dialogs::instance().tell(this, Dialogs::Tone::Warning, mergeTitle(), refusalText(plan.refusal));
+        status().showFailure(refusalText(plan));
+        Dialogs::instance().tell(this, Dialogs::Tone::Warning, mergeTitle(), refusalText(plan));
         return;
     }
     if (plan.totals().replacedFiles == 0) {
@@ -128,8 +128,9 @@ void FolderMergeWidget::takeRun(const PlanRunResult &result, bool wasCancelled)
         status().showFailure(done);
     else
         status().showMessage(done);
+    const QString why = result.missingRoot.isEmpty() ? QString() : result.missingRoot + QLatin1String("\n\n");
     Dialogs::instance().tell(this, result.failed > 0 ? Dialogs::Tone::Warning : Dialogs::Tone::Information, title,
-                             done);
+                             why + done);
 }
 
 } // namespace velmora

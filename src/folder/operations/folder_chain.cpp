@@ -56,4 +56,17 @@ std::unique_ptr<FolderHandle> FolderChain::open(const Place &place, FileError &e
     return reached.folder ? reached.folder->openFolder(reached.name, error) : nullptr;
 }
 
+Sides<std::optional<FileIdentity>> identitiesOf(FileLayer &files, const Sides<TreeFolder> &roots)
+{
+    Sides<std::optional<FileIdentity>> identities;
+    for (const Side side : bothSides) {
+        FileError error;
+        if (roots[side].isThere() && roots[side].source->isLocal()) {
+            const std::unique_ptr<FolderHandle> folder = files.openRoot(roots[side].path, error);
+            identities[side] = folder ? folder->self().node.identity : std::nullopt;
+        }
+    }
+    return identities;
+}
+
 } // namespace velmora

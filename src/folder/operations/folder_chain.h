@@ -1,7 +1,10 @@
 #pragma once
 
+#include "core/sides.h"
 #include "folder/operations/operation_plan.h"
+#include "vfs/tree_source.h"
 
+#include <optional>
 #include <vector>
 
 namespace velmora {
@@ -33,5 +36,8 @@ private:
     std::vector<std::unique_ptr<FolderHandle>> m_roots;
     std::vector<FileError> m_errors;
 };
+
+/// What the folders of this system among `roots` are at the moment; nothing where that cannot be told.
+[[nodiscard]] Sides<std::optional<FileIdentity>> identitiesOf(FileLayer &files, const Sides<TreeFolder> &roots);
 
 } // namespace velmora

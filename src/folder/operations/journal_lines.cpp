@@ -209,6 +209,10 @@ public:
 private:
     static void end(JournalStep &step, Fields &fields)
     {
+        if (fields.flag("doubtful")) {
+            step.end = JournalStep::End::Open;
+            return;
+        }
         step.end = fields.flag("done") ? JournalStep::End::Done : JournalStep::End::Nothing;
         step.binPath = fields.text("bin");
         if (fields.has("now"))
@@ -285,6 +289,11 @@ private:
 
 } // namespace
 
+QString rootNumber(const std::optional<FileIdentity> &identity)
+{
+    return identity ? QString::number(identity->number) : QString();
+}
+
 QByteArray headerLine(const JournalHeader &header)
 {
     QJsonArray roots;
@@ -295,6 +304,7 @@ QByteArray headerLine(const JournalHeader &header)
                        {QStringLiteral("title"), escaped(header.title)},
                        {QStringLiteral("started"), header.startedMs},
                        {QStringLiteral("roots"), roots},
+                       {QStringLiteral("rootNumbers"), QJsonArray::fromStringList(header.rootNumbers)},
                        {QStringLiteral("steps"), header.steps}};
     if (!header.undoOf.isEmpty())
         object.insert(QStringLiteral("undoOf"), escaped(header.undoOf));
@@ -347,6 +357,12 @@ QByteArray endLine(const JournalStep &step)
     return line(object);
 }
 
+QByteArray doubtLine(qint64 number)
+{
+    return line(
+        {{QStringLiteral("ended"), number}, {QStringLiteral("done"), true}, {QStringLiteral("doubtful"), true}});
+}
+
 QByteArray recyclingLine(qint64 number, const QString &binPath)
 {
     return line({{QStringLiteral("recycling"), number}, {QStringLiteral("bin"), escaped(binPath)}});
@@ -377,9 +393,11 @@ std::optional<JournalHeader> readHeaderLine(const QByteArray &line)
     header.startedMs = fields.number("started", 0, qint64(1) << 52U);
     header.undoOf = fields.text("undoOf");
     header.roots = fields.texts("roots");
+    header.rootNumbers = fields.texts("rootNumbers");
     if (fields.has("steps")) // not in the first version
         header.steps = fields.number("steps", 0, std::numeric_limits<int>::max());
-    if (!fields.isValid() || header.roots.isEmpty() || header.roots.size() > mostRoots)
+    const bool knowsNumbers = header.rootNumbers.isEmpty() || header.rootNumbers.size() == header.roots.size();
+    if (!fields.isValid() || header.roots.isEmpty() || header.roots.size() > mostRoots || !knowsNumbers)
         return std::nullopt;
     return header;
 }

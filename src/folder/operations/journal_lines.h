@@ -13,7 +13,7 @@ namespace velmora {
 /// The file of a journalled run: one JSON object on each line. The first line is the header
 ///
 ///     {"format":"velmora operations","version":2,"title":…,"started":ms since 1970
-///     UTC,"undoOf":id,"roots":[path,…],"steps":n}
+///     UTC,"undoOf":id,"roots":[path,…],"rootNumbers":[digits,…],"steps":n}
 ///
 /// Then come all steps of the plan, so that what a crash has kept from being done is known: "plan" with the number,
 /// "kind", the places "from", "to" and "counterpart" as [root, relative path] and the states "fromSeen" and "toSeen";
@@ -21,16 +21,21 @@ namespace velmora {
 /// Before each step that changes something comes a line with "step", its number, its "kind" where it is done in another
 /// way than planned, and "kept", the name of the old contents in the folder "kept", or "lost" when they are not kept.
 /// Afterwards "ended" with the same number, whether it is "done", the state "now" of what was made or recycled, and its
-/// place in the recycle "bin". When the source of a copy is about to be removed comes "moved" with the number, and
-/// again with "stays" when that failed. Before a copy is made beside its target comes "copying" with the place of the
-/// copy, so that one which a crash has left is found; before an entry goes to the bin "recycling" with the number and
-/// the "bin". In version 1 there are no planned steps: all of a step is in its "step" line. Numbers of 64 bits are
-/// strings. In texts "%" and what is no text (see `nativeName`) stand as "%" and four hexadecimal digits.
+/// place in the recycle "bin"; once more with "doubtful" when the root was lost before anybody has looked again. When
+/// the source of a copy is about to be removed comes "moved" with the number, and again with "stays" when that failed.
+/// Before a copy is made beside its target comes "copying" with the place of the copy, so that one which a crash has
+/// left is found; before an entry goes to the bin "recycling" with the number and the "bin". In version 1 there are no
+/// planned steps: all of a step is in its "step" line. Numbers of 64 bits are strings. In texts "%" and what is no text
+/// (see `nativeName`) stand as "%" and four hexadecimal digits.
 struct JournalHeader {
     QString title;
     qint64 startedMs = 0;
     QString undoOf;
     QStringList roots;
+    /// For each root the number that its folder has in its file system, in digits, and nothing where that gives none.
+    /// It outlives the drive's being taken away and put back, unlike the number of the volume. Empty: of an older
+    /// journal.
+    QStringList rootNumbers;
     qint64 steps = 0; ///< of the plan; a crash may have come before all were written down, and then none was begun
 
     friend bool operator==(const JournalHeader &, const JournalHeader &) = default;
@@ -38,7 +43,7 @@ struct JournalHeader {
 
 struct JournalStep {
     enum class End : quint8 {
-        Open, ///< the run ended in the middle of it
+        Open, ///< the run ended in the middle of it, or before anybody knew whether it is still there
         Done,
         Nothing, ///< it failed and changed nothing
     };
@@ -61,6 +66,9 @@ struct JournalRecord {
     std::ptrdiff_t lastCopyStep = -1;   ///< into `steps`: what was begun with that copy; -1: it was not finished
 };
 
+/// What a header says of a root with this identity.
+[[nodiscard]] QString rootNumber(const std::optional<FileIdentity> &identity);
+
 /// Lines without their end.
 [[nodiscard]] QByteArray headerLine(const JournalHeader &header);
 [[nodiscard]] QByteArray planLine(qint64 number, const OperationStep &step);
@@ -68,6 +76,7 @@ struct JournalRecord {
 [[nodiscard]] QByteArray beginLine(const JournalStep &step, OperationKind planned);
 [[nodiscard]] QByteArray recyclingLine(qint64 number, const QString &binPath);
 [[nodiscard]] QByteArray endLine(const JournalStep &step);
+[[nodiscard]] QByteArray doubtLine(qint64 number);
 [[nodiscard]] QByteArray movedLine(qint64 number, bool stays);
 [[nodiscard]] QByteArray copyingLine(const Place &copy);
 

@@ -30,10 +30,12 @@ std::unique_ptr<JournalRun> JournalRun::start(OperationJournal &journal, const O
     run->m_undoOf = std::exchange(journal.m_nextUndoOf, {});
     run->m_restOf = std::exchange(journal.m_nextRestOf, {});
     run->m_keepsOld = keepsOld;
-    JournalHeader header{journal.m_nextTitle, QDateTime::currentMSecsSinceEpoch(), run->m_undoOf, {}, 0};
+    JournalHeader header{journal.m_nextTitle, QDateTime::currentMSecsSinceEpoch(), run->m_undoOf, {}, {}, 0};
     header.steps = plan.steps.size();
-    for (const PlanRoot &root : plan.roots)
+    for (const PlanRoot &root : plan.roots) {
         header.roots.append(root.path);
+        header.rootNumbers.append(rootNumber(root.identity));
+    }
     error = run->open(header, plan);
     if (error.isError()) {
         run->giveUp();

@@ -53,6 +53,9 @@ public:
     /// The same for a step that changed nothing; what was set aside is thrown away.
     void endNothing();
     [[nodiscard]] FileError moved(qint64 number, bool stays);
+    /// Takes back that a step is done: its root was lost, and undoing has to look. Where that cannot be written undoing
+    /// looks all the same, and only the list of what was done has too much.
+    void doubt(qint64 number) { (void)writeLine(doubtLine(number)); }
 
     /// To be called at the end. `isComplete`: what this run undoes has been undone as a whole, and what it is the rest
     /// of has been done.

@@ -22,4 +22,18 @@ OpenedRun openRun(FileLayer &files, const QString &folder, const QString &id, co
     return opened;
 }
 
+void refuseOtherRoots(const JournalHeader &header, const std::set<int> &needed, const FolderChain &chain,
+                      OperationPlan &plan)
+{
+    for (const int root : needed) {
+        FolderHandle *const folder = chain.root(root);
+        const QString number = folder ? rootNumber(folder->self().node.identity) : QString();
+        if (folder && (header.rootNumbers.isEmpty() || header.rootNumbers[root] == number))
+            continue;
+        plan.refusal = PlanRefusal::RootMissing;
+        plan.refusedAt = plan.roots[root].path;
+        return;
+    }
+}
+
 } // namespace velmora

@@ -53,9 +53,8 @@ OperationErrorCode targetCode(FileErrorKind kind)
 bool isSkip(OperationErrorCode code)
 {
     using enum OperationErrorCode;
-    constexpr std::array skips{RootMissing,    SourceMissing,       SourceChanged,   TargetChanged,
-                               TargetAppeared, CounterpartAppeared, KeptCopyChanged, LeadsOutside,
-                               FolderNotEmpty, TroubleInBranch,     OtherInBin};
+    constexpr std::array skips{SourceMissing,   SourceChanged, TargetChanged,  TargetAppeared,  CounterpartAppeared,
+                               KeptCopyChanged, LeadsOutside,  FolderNotEmpty, TroubleInBranch, OtherInBin};
     return std::find(skips.begin(), skips.end(), code) != skips.end();
 }
 

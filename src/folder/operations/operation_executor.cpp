@@ -1,6 +1,7 @@
 #include "folder/operations/operation_executor.h"
 
 #include "folder/operations/plan_survey.h"
+#include "folder/operations/root_watch.h"
 #include "folder/operations/step_runner.h"
 
 #include <QHash>
@@ -55,6 +56,13 @@ bool isDeletion(const OperationStep &step)
     return step.kind == OperationKind::Delete || step.kind == OperationKind::Recycle;
 }
 
+/// True when a step puts something into a root or takes something from it.
+bool changes(const OperationStep &step, int root)
+{
+    const bool takes = isDeletion(step) || step.kind == OperationKind::Move;
+    return step.to.root == root || (takes && step.from.root == root);
+}
+
 class Execution {
 public:
     Execution(OperationPlan plan, FileLayer &files, const ExecutionOptions &options, const CancelFlag &cancel,
@@ -96,27 +104,59 @@ private:
             report(bytes);
             return !m_cancel.isCancelled();
         });
+        m_watch.emplace(plan, chain);
         for (const OperationStep &step : plan.steps)
             m_total += weight(step);
-        for (qsizetype i = 0; i < plan.steps.size() && !m_report.cancelled; ++i) {
+        for (; m_ended < plan.steps.size() && !m_report.cancelled && m_watch->lookNowAndThen(m_ended); ++m_ended) {
             if (m_cancel.isCancelled()) {
                 m_report.cancelled = true;
                 break;
             }
-            m_current = i;
             report(0);
-            runStep(chain, runner, i);
-            m_done += weight(plan.steps[i]);
+            runStep(chain, runner, m_ended);
+            m_done += weight(plan.steps[m_ended]);
         }
         removeMovedSources(chain, runner);
         finishFolders(runner);
         if (!m_report.cancelled) // whoever stops does not want to wait, and all sources of copies are still there
             settle(chain);
-        if (m_journal) {
-            const FileError error = m_journal->finish(m_report.isComplete() && m_report.plan.leftOut.isEmpty());
-            if (error.isError())
-                m_report.problems.append({-1, OperationErrorCode::NotJournalled, {}, error.reason});
+        if (!m_watch->look(m_ended))
+            withdraw(*m_watch->lost());
+        finishJournal();
+    }
+
+    void finishJournal()
+    {
+        if (!m_journal)
+            return;
+        const FileError error = m_journal->finish(m_report.isComplete() && m_report.plan.leftOut.isEmpty());
+        if (error.isError())
+            m_report.problems.append({-1, OperationErrorCode::NotJournalled, {}, error.reason});
+    }
+
+    /// What was written since the last look may be where nobody finds it: it is not called done.
+    void withdraw(const LostRoot &lost)
+    {
+        const QList<OperationStep> &steps = m_report.plan.steps;
+        bool wasChanged = false;
+        m_report.done = {};
+        for (qsizetype i = 0; i < steps.size(); ++i) {
+            if (m_report.ends[i] != StepEnd::Done)
+                continue;
+            const bool isThere = changes(steps[i], lost.index);
+            wasChanged = wasChanged || isThere;
+            if (!isThere || i < m_watch->sure()) {
+                m_report.done.add(steps[i]);
+                continue;
+            }
+            m_report.ends[i] = StepEnd::NotReached;
+            if (m_journal)
+                m_journal->doubt(i);
         }
+        const qint64 notDone = m_report.ends.count(StepEnd::NotReached);
+        if (notDone > 0 || wasChanged)
+            m_report.problems.append({-1, OperationErrorCode::RootMissing, m_report.plan.roots[lost.index].path,
+                                      lost.error.reason, std::max<qint64>(notDone, 1)});
     }
 
     void runStep(const FolderChain &chain, StepRunner &runner, qsizetype index)
@@ -127,6 +167,8 @@ private:
             removeMovedSources(chain, runner);
             finishFolders(runner);
             settle(chain);
+            if (!m_watch->look(m_ended))
+                return;
             if (const std::optional<Place> trouble = troubleOf(step)) {
                 block(index, *trouble);
                 return;
@@ -199,13 +241,18 @@ private:
             return;
         const bool isSettled = !m_cancel.isCancelled() && settle(chain);
         for (const qsizetype index : std::as_const(m_moved)) {
+            const OperationStep &step = m_report.plan.steps[index];
+            const bool mayGo = isSettled && m_watch->look(m_ended);
+            if (m_watch->hasLost(step.to.root)) {
+                m_report.ends[index] = StepEnd::NotReached; // there is the source, and nobody knows of the copy
+                continue;
+            }
             StepResult result;
-            if (isSettled) {
+            if (mayGo) {
                 result = runner.removeSource(index);
             } else {
                 result.end = StepEnd::Failed;
-                result.problems.append(
-                    {-1, OperationErrorCode::SourceStays, m_report.plan.pathOf(m_report.plan.steps[index].from), {}});
+                result.problems.append({-1, OperationErrorCode::SourceStays, m_report.plan.pathOf(step.from), {}});
             }
             take(index, result);
         }
@@ -216,6 +263,8 @@ private:
     void finishFolders(StepRunner &runner)
     {
         for (auto index = m_madeFolders.rbegin(); index != m_madeFolders.rend(); ++index) {
+            if (m_watch->hasLost(m_report.plan.steps[*index].to.root))
+                continue;
             const StepResult result = runner.finishFolder(*index);
             for (OperationProblem problem : result.problems) {
                 problem.step = *index;
@@ -249,7 +298,7 @@ private:
 
     void report(qint64 bytes)
     {
-        const OperationStep &step = m_report.plan.steps[m_current];
+        const OperationStep &step = m_report.plan.steps[m_ended];
         m_progress.report(int(OperationPhase::Working), std::min(m_done + bytes, m_total), m_total,
                           m_report.plan.pathOf(step.to.isSet() ? step.to : step.from));
     }
@@ -265,7 +314,8 @@ private:
     QList<qsizetype> m_moved;             ///< copied to another volume, the sources still there
     QList<qsizetype> m_madeFolders;       ///< whose time and permissions are still to be set
     QList<int> m_unsettled;               ///< roots with files that may not be on the disk yet
-    qsizetype m_current = 0;
+    std::optional<RootWatch> m_watch;
+    qsizetype m_ended = 0; ///< steps that have ended; also the number of the one at work
     qint64 m_done = 0;
     qint64 m_total = 0;
 };

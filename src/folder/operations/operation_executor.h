@@ -10,7 +10,7 @@ class OperationJournal;
 
 /// How a step ended.
 enum class StepEnd : quint8 {
-    NotReached, ///< the run was cancelled before
+    NotReached, ///< the run was cancelled before, or a root was lost, perhaps with what the step had just done
     Done,
     Skipped, ///< the world is no longer what the plan says, or it was not safe to act; nothing was changed
     Failed,  ///< the system refused; nothing was changed unless the error says so
@@ -18,7 +18,7 @@ enum class StepEnd : quint8 {
 
 enum class OperationErrorCode : quint8 {
     None,
-    RootMissing,         ///< a chosen folder is gone, cannot be opened, or is another one now
+    RootMissing,         ///< a chosen folder is gone, or is another one now; that ends the run
     SourceMissing,       ///< it was there when the plan was made
     SourceChanged,       ///< before, or while it was read
     TargetChanged,       ///< it was there and is gone or another
@@ -47,9 +47,11 @@ enum class OperationErrorCode : quint8 {
 struct OperationProblem {
     qsizetype step = -1; ///< index into the executed plan; -1: the run as a whole
     OperationErrorCode code = OperationErrorCode::None;
-    QString path;     ///< absolute
-    QString reason;   ///< the system's own words, where there are any
-    qint64 steps = 1; ///< of `TroubleInBranch`: how many deletions one folder, at `path`, has kept from being done
+    QString path;   ///< absolute
+    QString reason; ///< the system's own words, where there are any
+    /// Of `TroubleInBranch`: how many deletions one folder, at `path`, has kept from being done. Of `RootMissing`,
+    /// where `reason` is empty when another folder is there: how many steps are not done.
+    qint64 steps = 1;
 
     friend bool operator==(const OperationProblem &, const OperationProblem &) = default;
 };
@@ -96,6 +98,9 @@ constexpr qint64 bytesForEachStep = 4096;
 /// - Deletions wait until the copies before them are on the disk.
 /// - Setting `cancel` ends the run between two steps, or in a copy, within 100 ms; a begun copy is removed.
 /// - After an error nothing that depends on it is deleted; the run goes on with the rest.
+/// - Every now and then, before anything is deleted, and at the end it is looked whether the paths of the roots still
+///   lead to the folders that are held. If not, the run ends; what was written to such a folder since the last look is
+///   not called done.
 [[nodiscard]] ExecutionReport executePlan(OperationPlan plan, FileLayer &files, const ExecutionOptions &options,
                                           const CancelFlag &cancel, Progress &progress);
 

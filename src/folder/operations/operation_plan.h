@@ -100,7 +100,7 @@ struct OperationStep {
 /// A folder that a person chose. Nothing outside of the writable ones is ever written.
 struct PlanRoot {
     QString path;                         ///< absolute
-    std::optional<FileIdentity> identity; ///< set by the survey
+    std::optional<FileIdentity> identity; ///< set by the survey, which refuses another folder when it finds one here
     bool writable = true;
     bool isKept = false; ///< where a journal keeps old contents; no person's folder
 
@@ -143,7 +143,7 @@ enum class PlanRefusal : quint8 {
     None,
     ReadOnlySide,     ///< the side to be written is read-only
     OverlappingRoots, ///< the two folders are the same, or one lies in the other
-    RootMissing,      ///< a folder that was chosen is not there or cannot be opened
+    RootMissing,      ///< a folder that was chosen is not there, cannot be opened or is another one by now
     NameNotAllowed,   ///< no entry can have the name asked for
     NoLocalFolder,    ///< the entries of a side are no files of this system
     Cancelled,        ///< the survey was stopped
@@ -172,6 +172,7 @@ struct OperationPlan {
     QList<OperationStep> steps;
     QList<LeftOutEntry> leftOut;
     PlanRefusal refusal = PlanRefusal::None;
+    QString refusedAt; ///< of `RootMissing`: the path of the folder, where it is known
     /// Of a mirror: there is nothing at the source, so that everything at the destination would go.
     bool sourceIsEmpty = false;
     /// Of folders that go as whole trees: what the comparison lists in them, as far as no step comes from there.

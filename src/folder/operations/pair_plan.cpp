@@ -19,7 +19,7 @@ PairPlan::PairPlan(PlanInput input) : m_input(std::move(input)), m_entries(m_inp
     m_made.resize(count, notMade);
     m_plan.showsUnlisted = unlistedFilter(m_input);
     for (const Side side : bothSides)
-        m_plan.roots.append({m_entries.root(side), std::nullopt, !m_input.isReadOnly(side)});
+        m_plan.roots.append({m_entries.root(side), m_input.identities[side], !m_input.isReadOnly(side)});
     forgetPaths();
 }
 

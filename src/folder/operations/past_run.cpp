@@ -25,7 +25,12 @@ public:
     OperationPlan plan()
     {
         m_plan.isSurveyed = true;
-        if (qint64(m_record.planned.size()) != m_record.header.steps)
+        std::set<int> needed;
+        for (const OperationStep &step : m_record.planned)
+            needed.insert({step.from.root, step.to.root});
+        needed.erase(Place().root);
+        refuseOtherRoots(m_record.header, needed, m_look->chain(), m_plan);
+        if (m_plan.refusal != PlanRefusal::None || qint64(m_record.planned.size()) != m_record.header.steps)
             return m_plan;
         for (std::size_t i = 0; i < m_record.planned.size(); ++i) {
             const JournalStep *const begun = m_begun.value(qint64(i), nullptr);

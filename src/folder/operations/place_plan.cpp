@@ -7,7 +7,7 @@ PlacePlan::PlacePlan(const PlanInput &input, Side source, const QString &destina
     : m_entries(input), m_source(source), m_kind(kind), m_mayReplace(ifPresent == IfPresent::Replace)
 {
     m_plan.showsUnlisted = unlistedFilter(input);
-    m_plan.roots = {{m_entries.root(source), std::nullopt, !input.isReadOnly(source)},
+    m_plan.roots = {{m_entries.root(source), input.identities[source], !input.isReadOnly(source)},
                     {Location::ofFolder(destination).place, std::nullopt, true}};
     if (!input.isLocal(source))
         m_plan.refusal = PlanRefusal::NoLocalFolder;

@@ -20,6 +20,9 @@ struct PlanInput {
     /// cover. Folders that an entry lies in must be there as well when their names differ between the sides.
     QList<FolderDiffItem> items;
     Sides<TreeFolder> roots;
+    /// Of the roots when they were compared (`identitiesOf`), where that was looked up: when a path leads to another
+    /// folder by then, the plan is refused.
+    Sides<std::optional<FileIdentity>> identities;
     Sides<bool> readOnly; ///< a person wants nothing written there; what the source says comes on top
     /// True for what filters show; empty: everything is shown. What is hidden, or lies in a hidden folder, is left
     /// alone.

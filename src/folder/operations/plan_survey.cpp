@@ -86,12 +86,18 @@ private:
             if (root)
                 surveyed.roots[i].identity = root->self().node.identity;
             else if (used.contains(i))
-                return PlanRefusal::RootMissing;
+                return missing(surveyed, i);
         }
         if (m_plan.rootsMustBeApart && m_chain.root(0) && m_chain.root(1) &&
             (m_chain.root(0)->liesIn(*m_chain.root(1)) || m_chain.root(1)->liesIn(*m_chain.root(0))))
             return PlanRefusal::OverlappingRoots;
         return PlanRefusal::None;
+    }
+
+    static PlanRefusal missing(OperationPlan &surveyed, int root)
+    {
+        surveyed.refusedAt = surveyed.roots[root].path;
+        return PlanRefusal::RootMissing;
     }
 
     void leaveOut(LeftOutReason reason, const Place &place, const FileError &error = {})

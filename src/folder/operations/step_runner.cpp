@@ -84,11 +84,6 @@ StepResult StepRunner::run(qsizetype index)
 StepResult StepRunner::reach(Work &work) const
 {
     const OperationStep &step = work.step;
-    for (const Place *place : {&step.from, &step.to, &step.counterpart.get(), &step.keptCopy.get()}) {
-        if (place->isSet() && !m_chain.root(place->root))
-            return m_problems.failed(OperationErrorCode::RootMissing, {place->root, {}},
-                                     m_chain.rootError(place->root));
-    }
     if (step.from.isSet()) {
         const bool leavesIt = step.kind != OperationKind::Move && step.kind != OperationKind::Delete &&
                               step.kind != OperationKind::Recycle;

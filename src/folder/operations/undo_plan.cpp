@@ -35,6 +35,9 @@ public:
 
     OperationPlan plan()
     {
+        refuseOtherRoots(m_record.header, changedRoots(), m_look->chain(), m_plan);
+        if (m_plan.refusal != PlanRefusal::None)
+            return m_plan;
         for (auto step = m_record.steps.rbegin(); step != m_record.steps.rend(); ++step) {
             if (step->end != JournalStep::End::Nothing)
                 reverse(*step);
@@ -43,6 +46,23 @@ public:
     }
 
 private:
+    /// Where the run has, or may have, changed something.
+    [[nodiscard]] std::set<int> changedRoots() const
+    {
+        std::set<int> roots;
+        for (const JournalStep &done : m_record.steps) {
+            const OperationStep &step = done.step;
+            if (done.end == JournalStep::End::Nothing)
+                continue;
+            const bool takes = step.kind == OperationKind::Move || !step.to.isSet() || done.isMoved;
+            for (const Place *place : {&step.to, takes ? &step.from : &step.to}) {
+                if (place->isSet() && place->root < m_keptRoot)
+                    roots.insert(place->root);
+            }
+        }
+        return roots;
+    }
+
     void reverse(const JournalStep &done)
     {
         switch (kindOf(done)) {

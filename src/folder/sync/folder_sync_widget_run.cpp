@@ -99,6 +99,12 @@ void FolderSyncWidget::takeRun(const PlanRunResult &result, const SyncTally &tal
     if (wasCancelled)
         done = Velmora::tr("Cancelled. %1").arg(done);
     log().addLine(done);
+    if (!result.missingRoot.isEmpty()) { // a plan for what is there instead would copy everything to the wrong place
+        status().showFailure(done);
+        Dialogs::instance().tell(this, Dialogs::Tone::Warning, title(),
+                                 result.missingRoot + QLatin1String("\n\n") + done);
+        return;
+    }
     analyse(plannedFolders(), {done, tally.failed > 0});
     if (result.lacksRecycleBin)
         offerDeletingForGood();

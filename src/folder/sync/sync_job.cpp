@@ -1,6 +1,7 @@
 #include "folder/sync/sync_job.h"
 
 #include "folder/engine/folder_engine.h"
+#include "folder/operations/folder_chain.h"
 #include "vfs/local_folder.h"
 
 namespace velmora {
@@ -21,6 +22,7 @@ SyncAnalysis analyseFolders(const SyncQuestion &question, const CancelFlag &canc
     input.ignoresHours = question.rules.ignoresHours;
     const FolderRunReport report{&progress, &analysis.input.problems};
     analysis.input.roots = input.roots;
+    analysis.input.identities = identitiesOf(FileLayer::native(), input.roots);
     analysis.input.items = compareFolderTree(input, cancel, report);
     if (question.readsContents)
         readUnread(input, analysis.input.items, cancel, report);

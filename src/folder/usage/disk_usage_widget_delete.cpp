@@ -49,7 +49,7 @@ void DiskUsageWidget::considerDeletion(OperationPlan plan)
 {
     discountListed(plan);
     if (plan.refusal != PlanRefusal::None) {
-        status().showFailure(refusalText(plan.refusal));
+        status().showFailure(refusalText(plan));
         return;
     }
     if (plan.steps.isEmpty()) {
