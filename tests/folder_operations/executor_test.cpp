@@ -37,7 +37,7 @@ private Q_SLOTS:
         QVERIFY(QFile::setPermissions(tree.path("left/dir/private"), QFile::ReadOwner));
         QVERIFY(QFile::setPermissions(tree.path("left/dir"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
         const QDateTime folderTime = tree.time("left/dir");
-        QCOMPARE(tree.problems(tree.execute(tree.mirror(), {true, nullptr})), QStringList());
+        QCOMPARE(tree.problems(OperationFixture::execute(tree.mirror(), {true, nullptr})), QStringList());
         for (const char *name : {"/dir", "/dir/script", "/dir/private"}) {
             const QFileInfo left(tree.left() + QLatin1String(name));
             const QFileInfo right(tree.right() + QLatin1String(name));
@@ -51,7 +51,7 @@ private Q_SLOTS:
         QVERIFY(QFile::setPermissions(tree.path("left/dir"), open));
         const QFile::Permissions before = QFileInfo(tree.path("left/dir")).permissions();
         tree.remove("right/dir");
-        QVERIFY(tree.execute(planMoveToOtherSide(tree.input(), {0}, Side::Left)).isComplete());
+        QVERIFY(OperationFixture::execute(planMoveToOtherSide(tree.input(), {0}, Side::Left)).isComplete());
         QCOMPARE(tree.picture("left"), QStringList());
         QCOMPARE(QFileInfo(tree.path("right/dir")).permissions(), before);
         QCOMPARE(tree.time("right/dir"), folderTime);
@@ -129,7 +129,8 @@ private Q_SLOTS:
                 tree.make(changes.constData());
             ScriptedLayer changing(before(call.constData(), number, [&] { tree.make(changes.constData()); }));
             OperationJournal journal(changing, tree.journalFolder());
-            const ExecutionReport report = tree.execute(plan, {false, isJournalled ? &journal : nullptr}, changing);
+            const ExecutionReport report =
+                OperationFixture::execute(plan, {false, isJournalled ? &journal : nullptr}, changing);
             QTEST(tree.problems(report), "problems");
             QTEST(tree.picture("right").join(u' '), "right");
         }
@@ -150,7 +151,7 @@ private Q_SLOTS:
             tree.remove(file);
             QVERIFY(QFile::rename(tree.path(other), tree.path(file)));
         }
-        QCOMPARE(tree.execute(plan).ends.count(StepEnd::Skipped), 3);
+        QCOMPARE(OperationFixture::execute(plan).ends.count(StepEnd::Skipped), 3);
         QCOMPARE(tree.picture("right"), lines("edited=22 gone=2"));
     }
 
@@ -161,10 +162,10 @@ private Q_SLOTS:
             OperationFixture tree;
             tree.make("left/dir/ right/dir/a=1");
             const OperationPlan made = planMirror(tree.input(), Side::Left, DeleteManner::ForGood);
-            const OperationPlan plan = isSurveyed ? tree.surveyed(made) : made;
+            const OperationPlan plan = isSurveyed ? OperationFixture::surveyed(made) : made;
             tree.remove("left/dir");
             tree.make("left/dir=1");
-            const ExecutionReport report = tree.execute(plan);
+            const ExecutionReport report = OperationFixture::execute(plan);
             QCOMPARE(tree.problems(report) + tree.leftOut(report.plan), QStringList());
             QCOMPARE(tree.picture("right"), lines("dir/"));
         }
@@ -176,7 +177,7 @@ private Q_SLOTS:
         OperationFixture tree;
         tree.make("left/dir/deep/deepest/a=1 left/next/b=1");
         ScriptedLayer watched([](int, QLatin1String) { return FileError(); });
-        QVERIFY(tree.execute(tree.mirror(), {}, watched).isComplete());
+        QVERIFY(OperationFixture::execute(tree.mirror(), {}, watched).isComplete());
         QCOMPARE(watched.finished, lines("next deepest deep dir"));
     }
 
@@ -191,7 +192,7 @@ private Q_SLOTS:
                 calls.append(call);
             return FileError();
         });
-        QVERIFY(tree.execute(plan, {}, watched).isComplete());
+        QVERIFY(OperationFixture::execute(plan, {}, watched).isComplete());
 #ifdef Q_OS_LINUX
         QCOMPARE(calls, lines("move sink.flush exchange removeFile settle removeFile"));
 #else
@@ -209,10 +210,11 @@ private Q_SLOTS:
             return call == QLatin1String("settle") ? FileError{FileErrorKind::Other, {}} : otherVolumes(number, call);
         };
         ScriptedLayer moving(withoutEnd);
-        const ExecutionReport moved = tree.execute(planMoveToOtherSide(tree.input(), {0}, Side::Left), {}, moving);
+        const ExecutionReport moved =
+            OperationFixture::execute(planMoveToOtherSide(tree.input(), {0}, Side::Left), {}, moving);
         QCOMPARE(moved.problems.last().code, Code::SourceStays);
         ScriptedLayer mirroring(withoutEnd);
-        QCOMPARE(tree.execute(tree.mirror(), {}, mirroring).problems.last().code, Code::TroubleInBranch);
+        QCOMPARE(OperationFixture::execute(tree.mirror(), {}, mirroring).problems.last().code, Code::TroubleInBranch);
         QCOMPARE(tree.picture(), lines("left/a=1 left/b=1 right/a=1 right/b=1 right/c=1"));
     }
 
@@ -221,10 +223,10 @@ private Q_SLOTS:
         OperationFixture tree;
         tree.make("left/dir/a=a left/dir/sub/b=b left/ok/c=c right/ok/c=old left/dir/.hidden=h");
         const PlanInput input = tree.input();
-        const OperationPlan plan = tree.surveyed(
-            planMoveToOtherSide(input, {tree.indexOf(input, "dir"), tree.indexOf(input, "ok")}, Side::Left));
+        const OperationPlan plan = OperationFixture::surveyed(planMoveToOtherSide(
+            input, {OperationFixture::indexOf(input, "dir"), OperationFixture::indexOf(input, "ok")}, Side::Left));
         tree.make("right/dir/a=mine");
-        QVERIFY(!tree.execute(plan).isComplete());
+        QVERIFY(!OperationFixture::execute(plan).isComplete());
         QCOMPARE(tree.picture(), lines("left/dir/ left/dir/a=a right/dir/ right/dir/.hidden=h right/dir/a=mine "
                                        "right/dir/sub/ right/dir/sub/b=b right/ok/ right/ok/c=c"));
     }
@@ -234,7 +236,8 @@ private Q_SLOTS:
         OperationFixture tree;
         tree.make("left/dir/a=a left/dir/b=b right/dir/b=old");
         ScriptedLayer layer(betweenVolumes());
-        const ExecutionReport report = tree.execute(planMoveToOtherSide(tree.input(), {0}, Side::Left), {}, layer);
+        const ExecutionReport report =
+            OperationFixture::execute(planMoveToOtherSide(tree.input(), {0}, Side::Left), {}, layer);
         QCOMPARE(tree.problems(report), QStringList());
         QCOMPARE(tree.picture(), lines("right/dir/ right/dir/a=a right/dir/b=b"));
         QCOMPARE(report.done.writtenFiles, 1);
@@ -260,7 +263,7 @@ private Q_SLOTS:
             };
             // The opening before the last is that of the source.
             ScriptedLayer layer(isShort ? before("sink.state", 1, spoil) : before("openFile", 3, spoil));
-            const ExecutionReport report = tree.execute(tree.mirror(), {!isShort, nullptr}, layer);
+            const ExecutionReport report = OperationFixture::execute(tree.mirror(), {!isShort, nullptr}, layer);
             QCOMPARE(tree.problems(report), QStringList(said(Code::NotTheSame, "right/a")));
             QCOMPARE(tree.picture("right"), QStringList());
         }
@@ -314,13 +317,13 @@ private Q_SLOTS:
         const OperationPlan plan = tree.mirror();
         QVERIFY(QDir().rename(tree.right(), tree.path("away")));
         tree.make("right/old=1");
-        const ExecutionReport report = tree.execute(plan);
+        const ExecutionReport report = OperationFixture::execute(plan);
         QCOMPARE(tree.problems(report), QStringList(said(Code::RootMissing, "right") + QLatin1String(" x2")));
         QCOMPARE(tree.picture("right"), lines("old=1"));
 
         const OperationPlan deletion = tree.mirror();
         QVERIFY(QDir().rename(tree.left(), tree.path("unplugged")));
-        QCOMPARE(tree.execute(deletion).ends.count(StepEnd::Done), 0);
+        QCOMPARE(OperationFixture::execute(deletion).ends.count(StepEnd::Done), 0);
         QCOMPARE(tree.picture("right"), lines("old=1"));
     }
 
@@ -340,7 +343,7 @@ private Q_SLOTS:
             if (!*call)
                 swap();
             ScriptedLayer layer(before(call, 1, swap)); // no call has the empty name
-            const ExecutionReport report = tree.execute(plan, {}, layer);
+            const ExecutionReport report = OperationFixture::execute(plan, {}, layer);
             QCOMPARE(tree.picture("other"), outside);
             QVERIFY2(tree.problems(report).contains(said(Code::LeadsOutside, "right/dir/b")), call);
             QVERIFY2(tree.picture("right").contains(QStringLiteral("dir2/gone=old")), call);
@@ -358,12 +361,13 @@ private Q_SLOTS:
               "printf 2 > right/$(printf 'o\\300') && printf 3 > right/d && printf 4 > left/d");
         QCOMPARE(tree.input().items.size(), 4);
         OperationJournal journal(FileLayer::native(), tree.journalFolder());
-        QCOMPARE(tree.problems(tree.execute(tree.mirror(DeleteManner::ToRecycleBin), journal)), QStringList());
+        QCOMPARE(tree.problems(OperationFixture::execute(tree.mirror(DeleteManner::ToRecycleBin), journal)),
+                 QStringList());
         shell("test -f right/$(printf 'd\\377/f\\200') && test ! -e right/$(printf 'o\\300') && cmp left/d right/d");
         const UndoPlan undo = journal.planUndo();
         QVERIFY(undo.plan.leftOut.isEmpty());
         journal.setNext({}, undo.id);
-        QVERIFY(tree.execute(undo.plan, journal).isComplete());
+        QVERIFY(OperationFixture::execute(undo.plan, journal).isComplete());
         shell("test ! -e right/$(printf 'd\\377') && test $(cat right/$(printf 'o\\300')) = 2 && test $(cat right/d) = "
               "3");
         shell("rm -rf left right data journal");
@@ -381,7 +385,7 @@ private Q_SLOTS:
             QVERIFY(folder);
         }
         QVERIFY(!folder->createFile(QStringLiteral("file"), error)->write("deep", 4).isError());
-        const ExecutionReport report = tree.execute(tree.mirror());
+        const ExecutionReport report = OperationFixture::execute(tree.mirror());
         QCOMPARE(report.problems.size(), 0);
         QCOMPARE(report.done.madeFolders, 30);
         const PlanInput after = tree.input();

@@ -84,7 +84,8 @@ private Q_SLOTS:
         PlanInput input = tree.input();
         input.identities = identitiesOf(FileLayer::native(), input.roots);
         QVERIFY(take(tree, QStringLiteral("right"), true));
-        QCOMPARE(tree.surveyed(planMirror(input, Side::Left, DeleteManner::ForGood)).refusedAt, tree.right());
+        QCOMPARE(OperationFixture::surveyed(planMirror(input, Side::Left, DeleteManner::ForGood)).refusedAt,
+                 tree.right());
     }
 
 private:
