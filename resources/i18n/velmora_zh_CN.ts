@@ -2614,6 +2614,10 @@
         <translation>主机上没有这个文件夹</translation>
     </message>
     <message>
+        <source>This is a file on the host, and no folder</source>
+        <translation>这是主机上的一个文件，不是文件夹</translation>
+    </message>
+    <message>
         <source>You may not look into the folder on the host</source>
         <translation>您无权查看主机上的这个文件夹</translation>
     </message>
@@ -2632,6 +2636,10 @@
     <message>
         <source>The snapshot has no checksums: size and time decide</source>
         <translation>快照没有校验和：以大小和时间判定</translation>
+    </message>
+    <message>
+        <source>The snapshot has no checksums and the state of the repository no times: size decides</source>
+        <translation>快照没有校验和，仓库状态没有文件时间：以大小判定</translation>
     </message>
     <message>
         <source>As folders</source>
@@ -6782,6 +6790,14 @@ Restore them? The files themselves stay as they are until you save.</source>
         <translation>无法读取的文件：</translation>
     </message>
     <message>
+        <source>Not compared:</source>
+        <translation>未比较：</translation>
+    </message>
+    <message>
+        <source>A snapshot has neither the contents of these files nor their checksums; they stay as size and time show them.</source>
+        <translation>快照既没有这些文件的内容，也没有它们的校验和；它们保持按大小和时间判定的结果。</translation>
+    </message>
+    <message>
         <source>Preparing... %1</source>
         <translation>正在准备... %1</translation>
     </message>
@@ -7008,6 +7024,50 @@ Read-only: %5</source>
 大小：%3
 修改时间：%4
 只读：%5</translation>
+    </message>
+    <message>
+        <source>Path: %1
+In: %2</source>
+        <translation>路径：%1
+位于：%2</translation>
+    </message>
+    <message>
+        <source>Type: %1
+Size: %2
+Modified: %3
+Read-only: %4</source>
+        <translation>类型：%1
+大小：%2
+修改时间：%3
+只读：%4</translation>
+    </message>
+    <message>
+        <source>the host %1</source>
+        <translation>主机 %1</translation>
+    </message>
+    <message>
+        <source>the state %1 of the repository %2</source>
+        <translation>仓库 %2 的状态 %1</translation>
+    </message>
+    <message>
+        <source>the snapshot %1 of %2</source>
+        <translation>快照 %1（创建于 %2）</translation>
+    </message>
+    <message>
+        <source>the snapshot %1</source>
+        <translation>快照 %1</translation>
+    </message>
+    <message>
+        <source>the archive %1</source>
+        <translation>压缩包 %1</translation>
+    </message>
+    <message>
+        <source>not known: Git keeps no times of files</source>
+        <translation>未知：Git 不保存文件时间</translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation>未知</translation>
     </message>
     <message>
         <source>No</source>
@@ -7974,6 +8034,14 @@ Read-only: %5</source>
         <translation>其中未读取：%1</translation>
     </message>
     <message>
+        <source>not read</source>
+        <translation>未读取</translation>
+    </message>
+    <message>
+        <source>Of the same files these were not read: %1</source>
+        <translation>相同的文件中未读取：%1</translation>
+    </message>
+    <message>
         <source>Read them</source>
         <translation>读取它们</translation>
     </message>
@@ -7986,12 +8054,20 @@ Read-only: %5</source>
         <translation>大小和时间相同，未读取</translation>
     </message>
     <message>
+        <source>Same size, not read</source>
+        <translation>大小相同，未读取</translation>
+    </message>
+    <message>
         <source>Contains files of the same size and time that were not read</source>
         <translation>含有大小和时间相同但未读取的文件</translation>
     </message>
     <message>
         <source>%1; %2 of the same size and time not read</source>
         <translation>%1；%2 个文件大小和时间相同但未读取</translation>
+    </message>
+    <message>
+        <source>%1; %2 of the same size not read</source>
+        <translation>%1；%2 个大小相同但未读取</translation>
     </message>
     <message>
         <source>Reading files of the same size and time...</source>
@@ -8570,6 +8646,10 @@ Save them?</source>
     <message>
         <source>Contents compared: %1 same, %2 different</source>
         <translation>内容已比较：%1 个相同，%2 个不同</translation>
+    </message>
+    <message>
+        <source>%1; %2 not compared: the snapshot has no checksums of them</source>
+        <translation>%1；%2 个未比较：快照没有它们的校验和</translation>
     </message>
     <message>
         <source>%1 manual align: %2 &lt;-&gt; %3</source>

@@ -64,11 +64,7 @@ constexpr std::array examples{
     Example{"See whether an archive holds what was tagged:", "velmora-cli folder --format list git:v1.0:. v1.0.tar.gz"},
 };
 
-/// The answer of the engine, as far as it was asked for.
-struct Comparison {
-    QList<FolderDiffItem> items;
-    QList<FolderProblem> problems;
-};
+using Comparison = FolderAnswer;
 
 QList<FolderDiffItem> engineItems(const FolderRequest &request, const FolderInput &input, const FolderRunReport &report)
 {
@@ -98,6 +94,25 @@ QList<FolderDiffItem> filteredItems(const FolderRequest &request, QList<FolderDi
     return shown;
 }
 
+/// What the window shows as unknown.
+QSet<QString> notComparedNames(const FolderRequest &request, const Comparison &comparison)
+{
+    const bool isAllSeen =
+        std::none_of(comparison.problems.begin(), comparison.problems.end(),
+                     [](const FolderProblem &problem) { return problem.kind != FolderProblem::Kind::UnreadableFile; });
+    if (isAllSeen || request.isOfPresence())
+        return {};
+    FolderTree tree = FolderTree::inGivenOrder(comparison.items);
+    tree.markUnreadable(comparison.problems, {request.folders.left.path, request.folders.right.path});
+    tree.rollUp();
+    QSet<QString> names;
+    for (qint32 node = 0; node < tree.size(); ++node) {
+        if (tree.state(node) == RowState::Unknown)
+            names.insert(tree.item(node).name);
+    }
+    return names;
+}
+
 Comparison compare(const FolderRequest &request)
 {
     Comparison comparison;
@@ -107,31 +122,40 @@ Comparison compare(const FolderRequest &request)
         readUnread(input, comparison.items, {}, {nullptr, &comparison.problems});
     if (request.filtered)
         comparison.items = filteredItems(request, std::move(comparison.items));
+    comparison.notCompared = notComparedNames(request, comparison);
     return comparison;
 }
 
 using Counts = std::array<qint64, 4>; ///< by FolderDiffStatus
 
-Counts countByStatus(const QList<FolderDiffItem> &items)
+Counts countByStatus(const Comparison &comparison)
 {
     Counts counts{};
-    for (const FolderDiffItem &item : items)
-        ++counts[std::size_t(item.status)];
+    for (const FolderDiffItem &item : comparison.items)
+        counts[std::size_t(item.status)] += comparison.notCompared.contains(item.name) ? 0 : 1;
     return counts;
 }
 
 const QString summaryText =
     QStringLiteral("Total: %1 items | Same: %2 | Different: %3 | Left only: %4 | Right only: %5");
 
-QByteArray unreadPart(const QList<FolderDiffItem> &items)
+QByteArray unreadPart(const FolderRequest &request, const QList<FolderDiffItem> &items)
 {
     const qint64 unread = countUnread(items);
-    return unread > 0 ? " | Same size and time, not read: " + QByteArray::number(unread) : QByteArray();
+    const char *text =
+        tellTimes(sourcesOf(request.folders)) ? " | Same size and time, not read: " : " | Same size, not read: ";
+    return unread > 0 ? text + QByteArray::number(unread) : QByteArray();
 }
 
-bool writeSummary(QIODevice &device, const FolderRequest &, const Comparison &comparison)
+QByteArray notComparedPart(const Comparison &comparison)
 {
-    const Counts counts = countByStatus(comparison.items);
+    const qsizetype count = comparison.notCompared.size();
+    return count > 0 ? " | Not compared: " + QByteArray::number(count) : QByteArray();
+}
+
+bool writeSummary(QIODevice &device, const FolderRequest &request, const Comparison &comparison)
+{
+    const Counts counts = countByStatus(comparison);
     const auto count = [&counts](FolderDiffStatus status) { return counts[std::size_t(status)]; };
     const QByteArray line = summaryText.arg(comparison.items.size())
                                 .arg(count(FolderDiffStatus::Same))
@@ -139,7 +163,7 @@ bool writeSummary(QIODevice &device, const FolderRequest &, const Comparison &co
                                 .arg(count(FolderDiffStatus::LeftOnly))
                                 .arg(count(FolderDiffStatus::RightOnly))
                                 .toLatin1() +
-                            unreadPart(comparison.items) + '\n';
+                            unreadPart(request, comparison.items) + notComparedPart(comparison) + '\n';
     return device.write(line) == line.size();
 }
 
@@ -149,8 +173,9 @@ bool writeList(QIODevice &device, const FolderRequest &, const Comparison &compa
     for (const FolderDiffItem &item : comparison.items) {
         static constexpr std::array signs{'=', '<', '>', '!'};
         const bool isUnread = item.isUnread && item.diffStatus() == FolderDiffStatus::Same;
-        output << (isUnread ? '~' : signs[std::size_t(item.status)]) << ' ' << visibleName(item.name).toStdString()
-               << (item.isDir ? "/\n" : "\n");
+        const char sign = isUnread ? '~' : signs[std::size_t(item.status)];
+        output << (comparison.notCompared.contains(item.name) ? '?' : sign) << ' '
+               << visibleName(item.name).toStdString() << (item.isDir ? "/\n" : "\n");
     }
     return output.finish();
 }
@@ -158,7 +183,7 @@ bool writeList(QIODevice &device, const FolderRequest &, const Comparison &compa
 bool writeJson(QIODevice &device, const FolderRequest &request, const Comparison &comparison)
 {
     OutputBuffer output(device);
-    writeFolderJson(output, request, comparison.items, comparison.problems);
+    writeFolderJson(output, request, comparison);
     return output.finish();
 }
 
@@ -175,6 +200,8 @@ bool writeHtml(QIODevice &device, const FolderRequest &request, const Comparison
     labels.statuses = {QStringLiteral("Same"), QStringLiteral("Left only"), QStringLiteral("Right only"),
                        QStringLiteral("Different")};
     labels.summary = summaryText;
+    labels.unread = QStringLiteral("not read");
+    labels.unreadTotal = QStringLiteral("Of the same files these were not read: %1");
     return writeFolderReport(device, comparison.items, labels, QDateTime::currentDateTime());
 }
 
@@ -182,7 +209,8 @@ using Writer = bool (*)(QIODevice &device, const FolderRequest &request, const C
 
 constexpr std::array formats{
     ChoiceOf<Writer>{{"summary", "one line with the numbers of entries (the default)"}, writeSummary},
-    ChoiceOf<Writer>{{"list", "one line for each entry: = same, ~ not read, < left only, > right only, ! different"},
+    ChoiceOf<Writer>{{"list", "one line for each entry: = same, ~ not read, < left only, > right only, ! different, "
+                              "? not compared"},
                      writeList},
     ChoiceOf<Writer>{{"json", "every field of every entry"}, writeJson},
     ChoiceOf<Writer>{{"html", "a report for reading"}, writeHtml},
@@ -203,8 +231,11 @@ int runFolder(const Arguments &arguments, const Streams &streams)
                                          [](const FolderDiffItem &item) { return item.status != 0; });
     for (const Side side : bothSides) {
         if (request.folders[side].source->contentAccess() == ContentAccess::None)
-            complain(streams, QStringLiteral("warning: %1: the snapshot has no checksums; size and time decide")
-                                  .arg(visibleName(request.folders[side].shown())));
+            complain(streams, QStringLiteral("warning: %1: the snapshot has no checksums; %2")
+                                  .arg(visibleName(request.folders[side].shown()),
+                                       tellTimes(sourcesOf(request.folders))
+                                           ? QStringLiteral("size and time decide")
+                                           : QStringLiteral("size decides, as a state of a repository has no times")));
     }
     const int status = writeTo(arguments.value("output"), streams, [&](QIODevice &device) {
         return Written{chosen(formats, arguments, "format").value(device, request, comparison), differences};

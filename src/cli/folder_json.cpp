@@ -88,16 +88,19 @@ qint64 countUnread(const QList<FolderDiffItem> &items)
                          [](const FolderDiffItem &item) { return item.isUnread && !item.isDir; });
 }
 
-void writeFolderJson(OutputBuffer &output, const FolderRequest &request, const QList<FolderDiffItem> &items,
-                     const QList<FolderProblem> &problems)
+void writeFolderJson(OutputBuffer &output, const FolderRequest &request, const FolderAnswer &answer)
 {
+    QStringList notCompared = answer.notCompared.values();
+    notCompared.sort();
     JsonWriter json(output);
     json.beginObject();
     json.text("left", request.folders.left.shownPath());
     json.text("right", request.folders.right.shownPath());
-    json.number("unread", countUnread(items));
-    writeList(json, "problems", problems, [&json](const FolderProblem &problem) { writeProblem(json, problem); });
-    writeList(json, "items", items, [&](const FolderDiffItem &item) { writeItem(json, request, item); });
+    json.number("unread", countUnread(answer.items));
+    writeList(json, "notCompared", notCompared, [&json](const QString &name) { json.text(name); });
+    writeList(json, "problems", answer.problems,
+              [&json](const FolderProblem &problem) { writeProblem(json, problem); });
+    writeList(json, "items", answer.items, [&](const FolderDiffItem &item) { writeItem(json, request, item); });
     json.endObject();
 }
 

@@ -43,6 +43,8 @@ QString endText(const SshEnd &end)
         return QStringLiteral("the host does not let you in, neither by a key nor by the agent");
     case SshFault::NoFolder:
         return QStringLiteral("there is no such folder on the host");
+    case SshFault::OtherThing:
+        return QStringLiteral("this is a file on the host, and no folder");
     case SshFault::NoAccess:
         return QStringLiteral("you may not look into the folder on the host");
     case SshFault::NoListing:

@@ -12,7 +12,8 @@ QString snapshotFaultText(const FolderSnapshotReading &reading)
     case FolderSnapshotFault::NoEntries:
         return QStringLiteral("is no snapshot: it has no list of entries");
     case FolderSnapshotFault::BadEntry:
-        return QStringLiteral("is no snapshot: entry %1 is none").arg(reading.at);
+        return QStringLiteral("is no snapshot: entry %1 has no size, or its path is none within a folder")
+            .arg(reading.at);
     case FolderSnapshotFault::None:
     case FolderSnapshotFault::Cancelled:
         break;

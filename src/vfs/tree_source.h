@@ -105,6 +105,9 @@ public:
 
     [[nodiscard]] virtual WriteBar writeBar() const { return WriteBar::FixedState; }
 
+    /// Whether its files have times of their own, which tell when they were changed.
+    [[nodiscard]] virtual bool hasFileTimes() const { return true; }
+
     [[nodiscard]] virtual ContentAccess contentAccess() const { return ContentAccess::Readable; }
 
     /// Lays a file out for a program that needs a path: the file itself where it has one, else a copy under its name in
@@ -136,6 +139,12 @@ struct TreeFolder {
 
 /// What paths of the two sides lead to.
 using SourcePair = Sides<std::shared_ptr<const TreeSource>>;
+
+/// Whether the times of both sides can be compared; also of a side that is not there.
+[[nodiscard]] inline bool tellTimes(const SourcePair &sources)
+{
+    return (!sources.left || sources.left->hasFileTimes()) && (!sources.right || sources.right->hasFileTimes());
+}
 
 [[nodiscard]] inline SourcePair sourcesOf(const Sides<TreeFolder> &folders)
 {

@@ -88,6 +88,12 @@ private Q_SLOTS:
                 QCOMPARE(verdicts(compareFolderLevel({.roots = {with.folder(), input.roots.right}, .method = method})),
                          verdicts(compareFolderLevel(input)));
             }
+            // Two that have them leave nothing to be read.
+            const SnapshotOpening other = opened(snapshotOf(tree, tree.right(), FolderSnapshotDigests::Sha256));
+            FolderInput both = between(tree.left(), tree.right());
+            const QStringList read = compared(both, both.roots.left, true);
+            both.roots.right = other.folder();
+            QCOMPARE(compared(both, with.folder(), false), read);
             const FolderInput own = between(tree.left(), tree.left());
             QCOMPARE(compared(own, with.folder(), true), compared(own, own.roots.left, true));
         }
@@ -109,6 +115,12 @@ private Q_SLOTS:
             for (const bool reads : {false, true})
                 QCOMPARE(compared(between(tree.left(), tree.right(), method), without.folder(), reads), expected);
         }
+        // Of a time in whole seconds nobody knows the rest.
+        FolderSnapshot finer;
+        finer.entries.push_back({word("other bytes"), 1, TestTree::moment(1).toMSecsSinceEpoch() + 400});
+        FolderInput input = between(tree.left(), tree.right());
+        const TreeFolder snapshot{std::make_shared<const SnapshotSource>(Location(), finer), word("/")};
+        QCOMPARE(compared(input, snapshot, false).first(), expected.first());
     }
 
     void holdsNoContentsAndIsNotWritten()

@@ -14,6 +14,8 @@
 #include "support/diff_items.h"
 #include "support/scripted_dialogs.h"
 #include "support/test_main.h"
+#include "vfs/local_folder.h"
+#include "vfs/place/snapshot_source.h"
 
 #include <QAbstractItemModelTester>
 #include <QCheckBox>
@@ -288,19 +290,33 @@ private Q_SLOTS:
         OperationFixture files;
         files.make("left/sub/a=12345");
         const QString path = files.path(word("left/sub/a"));
-        const QStringList file = propertiesText(path).split(u'\n');
+        const QStringList file = propertiesText(localFolder(path)).split(u'\n');
         QCOMPARE(file[0], QLatin1String("Path: ") + QDir::toNativeSeparators(path));
         QCOMPARE(file[1], word("Type: File"));
         QCOMPARE(file[2], word("Size: 5 bytes"));
         QVERIFY(file[3].startsWith(QLatin1String("Modified: ")) && file[3].size() > 12);
         QCOMPARE(file[4], word("Read-only: No"));
-        const QStringList folder = propertiesText(files.path(word("left/sub"))).split(u'\n');
+        const QStringList folder = propertiesText(localFolder(files.path(word("left/sub")))).split(u'\n');
         QCOMPARE(folder[1], word("Type: Folder"));
         QCOMPARE(folder[2], word("Size: <folder>"));
-        PropertiesDialog dialog(path, {});
+        PropertiesDialog dialog({localFolder(path), {}});
         QCOMPARE(dialog.windowTitle(), word("Properties"));
-        QCOMPARE(get<QLabel>(dialog, "leftProperties").text(), propertiesText(path));
+        QCOMPARE(get<QLabel>(dialog, "leftProperties").text(), file.join(u'\n'));
         QVERIFY(!dialog.findChild<QLabel *>(word("rightProperties")));
+
+        FolderSnapshot snapshot{word("/was"), word("2024-05-06T07:08:09"), {}};
+        snapshot.entries.push_back({word("d/a"), 4321, 1'700'000'000'000});
+        snapshot.entries.push_back({word("d/b"), 0, std::nullopt});
+        Location place = Location::ofFolder(files.path(word("of.kvsnapshot")));
+        place.kind = Location::Kind::OtherTree;
+        const auto source = std::make_shared<const SnapshotSource>(place, snapshot);
+        const QStringList recorded = propertiesText({source, word("/d/a")}).split(u'\n');
+        QCOMPARE(recorded[0], QLatin1String("Path: ") + place.place + QLatin1String("/d/a"));
+        QVERIFY(recorded[1].startsWith(QLatin1String("In: the snapshot ") + place.shown + QLatin1String(" of ")));
+        QCOMPARE(recorded[3], word("Size: %1 bytes").arg(QLocale().toString(4321)));
+        QVERIFY(recorded[4].contains(word("2023")) || recorded[4].contains(word("23")));
+        QCOMPARE(propertiesText({source, word("/d/b")}).split(u'\n')[4], word("Modified: not known"));
+        QCOMPARE(propertiesText({source, word("/d")}).split(u'\n')[2], word("Type: Folder"));
     }
 
     void progressIsCountedInStepsAndBytes()

@@ -19,7 +19,9 @@ QByteArray report(const QList<FolderDiffItem> &items, QIODevice::OpenMode mode, 
                                     word("Generated at"),
                                     {word("N"), word("S"), word("Ls"), word("Rs"), word("Lm"), word("Rm")},
                                     {word("Same"), word("Left only"), word("Right only"), word("Different")},
-                                    word("Total: %1 | Same: %2 | Different: %3 | Left only: %4 | Right only: %5")};
+                                    word("Total: %1 | Same: %2 | Different: %3 | Left only: %4 | Right only: %5"),
+                                    word("not read"),
+                                    word("Not read: %1")};
     QBuffer buffer;
     buffer.open(mode);
     const QDateTime time(QDate(2024, 3, 4), QTime(5, 6, 7));
@@ -43,6 +45,16 @@ private Q_SLOTS:
         };
         QCOMPARE(report(items, QIODevice::WriteOnly),
                  contentsOf(word(VELMORA_SOURCE_DIR "/tests/folder_engine/cases/report.html")));
+    }
+
+    void tellsWhatNobodyHasRead()
+    {
+        FolderDiffItem item{word("f"), word("/l/f"), word("/r/f"), 0, 1, 1, {}, {}, false};
+        QVERIFY(!report({item}, QIODevice::WriteOnly).contains("ot read"));
+        item.isUnread = true;
+        const QByteArray page = report({item}, QIODevice::WriteOnly);
+        QVERIFY(page.contains("<span class=\"tag tag-equal\">Same</span> not read</td>"));
+        QVERIFY(page.contains("Same: 1 |") && page.contains("<div class=\"summary\">Not read: 1</div>\n</body>"));
     }
 
     void saysWhenThePageIsNotWritten()

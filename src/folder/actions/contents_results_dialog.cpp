@@ -56,7 +56,15 @@ ContentsResultsDialog::ContentsResultsDialog(const ContentsResults &results, QWi
     addNumber(*form, Velmora::tr("Same:"), results.same, QStringLiteral("contentsSame"));
     addNumber(*form, Velmora::tr("Different:"), results.different, QStringLiteral("contentsDifferent"));
     addNumber(*form, Velmora::tr("On one side only:"), results.unmatched, QStringLiteral("contentsUnmatched"));
+    if (results.untold > 0)
+        addNumber(*form, Velmora::tr("Not compared:"), results.untold, QStringLiteral("contentsUntold"));
     whole->addLayout(form);
+    if (results.untold > 0) {
+        auto *why = new QLabel(Velmora::tr("A snapshot has neither the contents of these files nor their checksums; "
+                                           "they stay as size and time show them."));
+        why->setWordWrap(true);
+        whole->addWidget(why);
+    }
     addNames(*whole, Velmora::tr("Different files:"), results.differing, QStringLiteral("contentsDifferingList"));
     addNames(*whole, Velmora::tr("Files that could not be read:"), results.unreadable,
              QStringLiteral("contentsUnreadableList"));

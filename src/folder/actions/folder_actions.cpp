@@ -150,7 +150,8 @@ void FolderActions::showEntry(FolderCommand command, const FolderSelection &sele
     const QString left = selection.side == Side::Right ? QString() : item.leftPath;
     const QString right = selection.side == Side::Left ? QString() : item.rightPath;
     if (command == FolderCommand::Properties) {
-        auto *dialog = new PropertiesDialog(left, right, &m_window);
+        const Sides<TreeFolder> entries{{m_context.roots.left.source, left}, {m_context.roots.right.source, right}};
+        auto *dialog = new PropertiesDialog(entries, &m_window);
         dialog->setAttribute(Qt::WA_DeleteOnClose);
         dialog->open();
         return;

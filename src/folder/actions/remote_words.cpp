@@ -71,6 +71,8 @@ RemoteWords faultWords(const SshEnd &end, const QString &program, const RemotePl
                             "agent: ssh-add")};
     case SshFault::NoFolder:
         return {Velmora::tr("There is no such folder on the host"), {}};
+    case SshFault::OtherThing:
+        return {Velmora::tr("This is a file on the host, and no folder"), {}};
     case SshFault::NoAccess:
         return {Velmora::tr("You may not look into the folder on the host"), {}};
     case SshFault::NoListing:

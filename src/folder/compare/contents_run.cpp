@@ -14,6 +14,23 @@
 
 namespace velmora {
 
+namespace {
+
+QString outcomeText(const ContentsResults &results)
+{
+    const QLocale locale;
+    QString text = Velmora::tr("Contents compared: %1 same, %2 different")
+                       .arg(locale.toString(results.same), locale.toString(results.different));
+    if (!results.unreadable.isEmpty())
+        text = Velmora::tr("%1; %2 could not be read").arg(text, locale.toString(results.unreadable.size()));
+    if (results.untold > 0)
+        text = Velmora::tr("%1; %2 not compared: the snapshot has no checksums of them")
+                   .arg(text, locale.toString(results.untold));
+    return text;
+}
+
+} // namespace
+
 QString methodWord(CompareMethod method)
 {
     switch (method) {
@@ -107,9 +124,15 @@ void ContentsRun::take(const ContentsResult &result, bool wasCancelled)
     ContentsResults shown;
     shown.cancelled = wasCancelled;
     shown.unmatched = m_unmatched;
+    const SourcePair sources = sourcesOf(m_comparison.spec().roots);
+    const bool haveContents = std::all_of(bothSides.begin(), bothSides.end(), [&sources](Side side) {
+        return !sources[side] || sources[side]->contentAccess() == ContentAccess::Readable;
+    });
     for (const FolderDiffItem &pair : result.pairs) {
-        if (pair.status == FolderTree::unknownStatus)
+        if (pair.status == FolderTree::unknownStatus) {
+            shown.untold += wasCancelled || haveContents ? 0 : 1;
             continue;
+        }
         if (pair.diffStatus() == FolderDiffStatus::Same) {
             ++shown.same;
         } else {
@@ -122,9 +145,7 @@ void ContentsRun::take(const ContentsResult &result, bool wasCancelled)
     if (wasCancelled) {
         Q_EMIT cancelled();
     } else {
-        const QLocale locale;
-        Q_EMIT statusChanged(Velmora::tr("Contents compared: %1 same, %2 different")
-                                 .arg(locale.toString(shown.same), locale.toString(shown.different)));
+        Q_EMIT statusChanged(outcomeText(shown));
     }
     if (m_showsResults) {
         auto *dialog = new ContentsResultsDialog(shown, &m_window);

@@ -42,6 +42,7 @@ void FolderCompareWidget::onCompare()
 
 void FolderCompareWidget::loadCurrentLevel()
 {
+    m_view->notice().clear(); // what was told of the last run
     if (openTrees())
         loadOpened();
 }

@@ -132,9 +132,12 @@ void FolderCompareWidget::showNotice()
 
 QString FolderCompareWidget::verdict() const
 {
-    return hasNoContentNames(m_comparison.spec().roots)
+    const Sides<TreeFolder> &roots = m_comparison.spec().roots;
+    if (!hasNoContentNames(roots))
+        return {};
+    return tellTimes(sourcesOf(roots))
                ? Velmora::tr("The snapshot has no checksums: size and time decide")
-               : QString();
+               : Velmora::tr("The snapshot has no checksums and the state of the repository no times: size decides");
 }
 
 QString FolderCompareWidget::summary() const
@@ -146,8 +149,12 @@ QString FolderCompareWidget::summary() const
                        ? Velmora::tr("Files compared: %1, no differences").arg(locale.toString(counts.files()))
                        : Velmora::tr("Files compared: %1, differences: %2")
                              .arg(locale.toString(counts.files()), locale.toString(differences));
-    if (counts.unread > 0)
-        text = Velmora::tr("%1; %2 of the same size and time not read").arg(text, locale.toString(counts.unread));
+    if (counts.unread > 0) {
+        const QString unread = locale.toString(counts.unread);
+        text = tellTimes(sourcesOf(m_comparison.spec().roots))
+                   ? Velmora::tr("%1; %2 of the same size and time not read").arg(text, unread)
+                   : Velmora::tr("%1; %2 of the same size not read").arg(text, unread);
+    }
     if (const qsizetype problems = m_comparison.problems().size(); problems > 0)
         text = Velmora::tr("%1; %2 could not be read").arg(text, locale.toString(problems));
     if (const QString whole = verdict(); !whole.isEmpty())

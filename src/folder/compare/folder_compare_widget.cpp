@@ -34,6 +34,11 @@ namespace velmora {
 
 namespace {
 
+/// In the options of a session: which entries it shows.
+constexpr QLatin1String viewKey("view");
+constexpr QLatin1String differencesView("differences");
+constexpr QLatin1String sameView("same");
+
 FolderSessionOptions defaultOptions()
 {
     SessionSettings settings;
@@ -336,7 +341,11 @@ void FolderCompareWidget::start()
 
 QJsonObject FolderCompareWidget::options() const
 {
-    return toJson(m_options, m_filters.excludedNames, m_filters.ignoredNames);
+    QJsonObject json = toJson(m_options, m_filters.excludedNames, m_filters.ignoredNames);
+    // Only sessions that do not show everything say so.
+    if (const RowsView view = m_view->rows().view(); view != RowsView::All)
+        json[viewKey] = view == RowsView::Same ? sameView : differencesView;
+    return json;
 }
 
 void FolderCompareWidget::setOptions(const QJsonObject &options)
@@ -346,6 +355,13 @@ void FolderCompareWidget::setOptions(const QJsonObject &options)
     changed.showHidden = options.isEmpty() && changed.showHidden;
     fromJson(options, changed, m_filters.excludedNames, m_filters.ignoredNames);
     takeOptions(changed);
+    const QString view = options.value(viewKey).toString();
+    if (view == differencesView)
+        onShowDifferences();
+    else if (view == sameView)
+        onShowIdentical();
+    else
+        onShowAll();
 }
 
 void FolderCompareWidget::refreshTheme()

@@ -23,6 +23,8 @@ FolderReportLabels labelsFor(const SessionPaths &folders)
     labels.statuses = {Velmora::tr("Same"), Velmora::tr("Left only"), Velmora::tr("Right only"),
                        Velmora::tr("Different")};
     labels.summary = Velmora::tr("Total: %1 items | Same: %2 | Different: %3 | Left only: %4 | Right only: %5");
+    labels.unread = Velmora::tr("not read");
+    labels.unreadTotal = Velmora::tr("Of the same files these were not read: %1");
     return labels;
 }
 

@@ -49,6 +49,16 @@ QString contentsWords(MarkSet marks)
     return words.isEmpty() ? QString() : Velmora::tr("contains %1").arg(words.join(Velmora::tr(", ")));
 }
 
+/// Where times do not count they may be far apart.
+QString unreadWords(const FolderDiffItem &item)
+{
+    constexpr qint64 roundedMs = 2'000;
+    if (item.isDir)
+        return Velmora::tr("Contains files of the same size and time that were not read");
+    return std::abs(item.leftTime.msecsTo(item.rightTime)) > roundedMs ? Velmora::tr("Same size, not read")
+                                                                       : Velmora::tr("Same size and time, not read");
+}
+
 } // namespace
 
 QString sideName(const FolderDiffItem &item, Side side)
@@ -76,8 +86,7 @@ QString stateWords(const FolderTree &tree, qint32 node)
         return item.isDir ? Velmora::tr("Unknown; scanning") : Velmora::tr("Being compared");
     case RowState::Same:
         if (tree.isUnread(node))
-            return item.isDir ? Velmora::tr("Contains files of the same size and time that were not read")
-                              : Velmora::tr("Same size and time, not read");
+            return unreadWords(item);
         return item.isDir ? Velmora::tr("Contains identical files only") : Velmora::tr("Same");
     case RowState::LeftOnly:
         return isPair(item) ? Velmora::tr("All that is in it is on the left only") : Velmora::tr("Left only");

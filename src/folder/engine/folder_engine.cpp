@@ -188,23 +188,33 @@ ItemList listItems(const Listing &listing, PairDecider *decider)
         std::vector<WalkDescent> descents =
             makeItems(node, pairing.pair(entries.left, entries.right, listing.cancel), listing.rule, listing.cancel);
         node.complete = !listing.cancel.isCancelled();
-        if (decider)
+        if (decider) {
+            decider->decideKnown(node.items);
             decider->decideNow(worker, node.items);
+        }
         return descents;
     };
     FolderWalk walk(listing.input, threadsOf(listing.input), listing.cancel, visitor);
     return takeItems(*walk.run(listing.report), listing.cancel);
 }
 
-/// Judges pairs of which nobody can tell the contents.
-void settleByAttributes(QList<FolderDiffItem> &items, qint32 toleranceSec)
+/// Whether two times are the same as far as the coarser one tells: archives mostly have whole seconds.
+bool mayBeOneTime(qint64 leftMs, qint64 rightMs, qint32 toleranceSec)
 {
+    const bool isCoarse = leftMs % 1000 == 0 || rightMs % 1000 == 0;
+    return timesMatch(leftMs, rightMs, toleranceSec) || (isCoarse && leftMs / 1000 == rightMs / 1000);
+}
+
+/// Judges pairs of which nobody can tell the contents.
+void settleByAttributes(QList<FolderDiffItem> &items, const FolderInput &input)
+{
+    const bool timesTell = tellTimes(sourcesOf(input.roots));
     for (FolderDiffItem &item : items) {
         if (item.status != UndecidedFiles && item.status != UndecidedSpecial)
             continue;
-        const bool isSame =
-            item.leftSize == item.rightSize &&
-            timesMatch(item.leftTime.toMSecsSinceEpoch(), item.rightTime.toMSecsSinceEpoch(), toleranceSec);
+        const bool isSame = item.leftSize == item.rightSize &&
+                            (!timesTell || mayBeOneTime(item.leftTime.toMSecsSinceEpoch(),
+                                                        item.rightTime.toMSecsSinceEpoch(), input.toleranceSec));
         item.setDiffStatus(isSame ? FolderDiffStatus::Same : FolderDiffStatus::Different);
         item.isUnread = isSame && item.leftSize > 0;
     }
@@ -227,7 +237,7 @@ ItemList compareItems(const Listing &listing)
     decider.decideRest(list.items, listing.report);
     decider.tellProblems(listing.report);
     if (!haveContents(input) && !listing.cancel.isCancelled())
-        settleByAttributes(list.items, input.toleranceSec);
+        settleByAttributes(list.items, input);
     cutAtUndecided(list);
     return list;
 }

@@ -163,6 +163,7 @@ private:
         if (m_spec.takeDecision(item))
             return;
         item.status = statusNow(item, compareMethod(m_spec.options.compareBasis), m_spec.options.timeToleranceSec);
+        m_decider.decideKnown({&item, 1});
         if (item.status != UndecidedFiles)
             return;
         m_decider.decide(0, item);
@@ -368,6 +369,7 @@ ContentsResult compareContentsOf(const FolderSpec &spec, QList<FolderDiffItem> p
     ContentsResult result;
     PairDecider decider(sourcesOf(spec.roots), crewSize(), method.value_or(CompareMethod::Rules), cancel);
     const FolderRunReport report{&progress, &result.problems};
+    decider.decideKnown(pairs);
     decider.decideRest(pairs, report);
     decider.tellProblems(report);
     Sides<QSet<QString>> unreadable;

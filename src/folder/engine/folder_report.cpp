@@ -69,7 +69,12 @@ void FolderReportWriter::addRow(const FolderDiffItem &item)
     m_page << "<tr class=\"status-" << classNames[status] << "\"><td>" << (item.isDir ? folderIcon : fileIcon);
     writeHtmlElement(m_page, {}, item.name, {});
     m_page << "</td><td><span class=\"tag tag-" << classNames[status] << "\">";
-    writeHtmlElement(m_page, {}, m_labels.statuses[status], "</span></td>");
+    writeHtmlElement(m_page, {}, m_labels.statuses[status], "</span>");
+    if (item.isUnread && item.diffStatus() == FolderDiffStatus::Same) {
+        m_unread += item.isDir ? 0 : 1;
+        writeHtmlElement(m_page, " ", m_labels.unread, {});
+    }
+    m_page << "</td>";
     addSize(item.leftPath, item.leftSize);
     addSize(item.rightPath, item.rightSize);
     addTime(item.leftTime);
@@ -106,7 +111,10 @@ bool FolderReportWriter::finish()
                                 .arg(count(FolderDiffStatus::LeftOnly))
                                 .arg(count(FolderDiffStatus::RightOnly));
     m_page << "</table>\n";
-    writeHtmlElement(m_page, "<div class=\"summary\">", summary, "</div>\n</body>\n</html>\n");
+    writeHtmlElement(m_page, "<div class=\"summary\">", summary, "</div>\n");
+    if (m_unread > 0)
+        writeHtmlElement(m_page, "<div class=\"summary\">", m_labels.unreadTotal.arg(m_unread), "</div>\n");
+    m_page << "</body>\n</html>\n";
     return m_page.finish();
 }
 

@@ -25,6 +25,8 @@ struct FolderReportLabels {
     std::array<QString, 4> statuses; ///< by `FolderDiffStatus`: "Same", "Left only", "Right only", "Different"
     /// "Total: %1 items | Same: %2 | Different: %3 | Left only: %4 | Right only: %5", to be filled in with the numbers
     QString summary;
+    QString unread;      ///< "not read", behind the status of a file that nobody has read
+    QString unreadTotal; ///< "Of the same files these were not read: %1", to be filled in with their number
 };
 
 /// Writes the entries of a folder comparison as one HTML page in UTF-8, row by row, so that a long one is never in
@@ -50,6 +52,7 @@ private:
     OutputBuffer m_page;
     FolderReportLabels m_labels;
     std::array<qint64, 4> m_counts{}; ///< by status
+    qint64 m_unread = 0;              ///< files
 };
 
 /// The whole report, one row for each item in their order. False when it could not be written or `cancel` is set.

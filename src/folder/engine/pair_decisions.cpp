@@ -148,9 +148,26 @@ PairDecider::PairDecider(SourcePair sources, int threads, CompareMethod method, 
         if (!m_canRead[side])
             m_method = CompareMethod::Rules;
     }
+    const bool areThere = m_sources.left && m_sources.right;
+    const auto kind = areThere ? m_sources.left->identityKind() : std::nullopt;
+    m_bothKnow = kind && kind == m_sources.right->identityKind();
 }
 
 PairDecider::~PairDecider() = default;
+
+void PairDecider::decideKnown(std::span<FolderDiffItem> items) const
+{
+    for (FolderDiffItem &item : items) {
+        if (!m_bothKnow || !item.isUnread || item.isDir)
+            continue;
+        const Known known{m_sources.left->contentIdentity(item.leftPath),
+                          m_sources.right->contentIdentity(item.rightPath)};
+        if (const std::optional<bool> same = sameByIdentity(CompareMethod::Rules, known)) {
+            item.setDiffStatus(*same ? FolderDiffStatus::Same : FolderDiffStatus::Different);
+            item.isUnread = false;
+        }
+    }
+}
 
 ContentComparer &PairDecider::comparer(int worker)
 {

@@ -59,6 +59,9 @@ public:
     PairDecider(const PairDecider &) = delete;
     PairDecider &operator=(const PairDecider &) = delete;
 
+    /// Decides pairs that are the same by size and time alone where both sources know their contents. Reads nothing.
+    void decideKnown(std::span<FolderDiffItem> items) const;
+
     /// Decides one undecided pair. When cancelled, it may stay so, and so does one that nobody can tell: a side has
     /// neither its content nor a name of it.
     void decide(int worker, FolderDiffItem &item);
@@ -89,6 +92,7 @@ private:
 
     SourcePair m_sources;
     Sides<bool> m_canRead{true, true};
+    bool m_bothKnow = false;
     CompareMethod m_method; ///< where a side holds no contents, names decide under any
     qsizetype m_atOnce = 0; ///< how many pairs a worker takes at a time where sources are asked for many; else 0
     CancelFlag m_cancel;

@@ -26,6 +26,7 @@ struct ArchiveParts {
     std::shared_ptr<const std::vector<ArchiveEntry>> entries;
     std::shared_ptr<const ArchiveTree> tree;
     std::shared_ptr<const ArchiveContents> contents;
+    bool hasFileTimes = true;          ///< as `TreeSource::hasFileTimes`
     QHash<qint32, QByteArray> digests; ///< by entry: the content's name as that of a Git blob
     ContentIdentity::Algorithm digestKind = ContentIdentity::Algorithm::GitBlobSha1; ///< of all of them
     /// Archives within that are shown as folders, by node.
@@ -45,6 +46,7 @@ public:
     [[nodiscard]] std::unique_ptr<FileOpener> makeOpener() const override;
     /// The checksum of the directory of a zip; else what was found when the archive was opened for that.
     [[nodiscard]] std::optional<ContentIdentity> contentIdentity(const QString &path) const override;
+    [[nodiscard]] bool hasFileTimes() const override { return m_parts.hasFileTimes; }
     [[nodiscard]] std::optional<ContentIdentity::Algorithm> identityKind() const override;
     [[nodiscard]] qsizetype identitiesAtOnce() const override { return m_parts.contents->identitiesAtOnce(); }
     [[nodiscard]] std::vector<std::optional<ContentIdentity>>

@@ -17,6 +17,8 @@ SshEnd listingEnd(SshEnd end)
 {
     if (end.fault == SshFault::Failed && end.exitCode == noFolderStatus)
         end.fault = SshFault::NoFolder;
+    if (end.fault == SshFault::Failed && end.exitCode == otherThanFolderStatus)
+        end.fault = SshFault::OtherThing;
     if (end.fault == SshFault::Failed && end.exitCode == noAccessStatus)
         end.fault = SshFault::NoAccess;
     return end;

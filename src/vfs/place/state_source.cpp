@@ -94,6 +94,7 @@ std::shared_ptr<const ArchiveSource> sourceOf(const GitTree &tree, const GitPlac
     parts.format = "Git tree";
     parts.entries = std::make_shared<const std::vector<ArchiveEntry>>(std::move(read.entries));
     parts.tree = std::make_shared<const ArchiveTree>(*parts.entries, ArchiveNames(), limits, problems);
+    parts.hasFileTimes = false; // all have that of the commit
     parts.digestKind = tree.repository.algorithm;
     for (std::size_t i = 0; i < read.names.size(); ++i) {
         if ((*parts.entries)[i].kind == ArchiveEntryKind::File)

@@ -197,9 +197,11 @@ QString treeCommand(const QString &folder)
 {
     const QString quoted = shellQuoted(commandFolder(folder));
     return shellCommand(
-        QStringLiteral("unset CDPATH; test -d %1 || exit %2; cd %1 && test -r . || exit %3\n"
-                       "LC_ALL=C; export LC_ALL\n%4")
-            .arg(quoted, QString::number(noFolderStatus), QString::number(noAccessStatus), QLatin1String(script)));
+        QStringLiteral(
+            "unset CDPATH; test -d %1 || { test -e %1 && exit %4; exit %2; }; cd %1 && test -r . || exit %3\n"
+            "LC_ALL=C; export LC_ALL\n%5")
+            .arg(quoted, QString::number(noFolderStatus), QString::number(noAccessStatus),
+                 QString::number(otherThanFolderStatus), QLatin1String(script)));
 }
 
 RemoteTreeListing parseTreeListing(const QByteArray &output, qint64 most)

@@ -17,8 +17,10 @@ struct RemoteTreeListing {
     bool isWhole = false;              ///< nothing failed on the host, and the output ends as it should
 };
 
-/// The status that the command ends with when there is no such folder, and when the user may not look into it.
+/// The status that the command ends with when there is no such folder, when there is something else in its place, and
+/// when the user may not look into it.
 constexpr int noFolderStatus = 91;
+constexpr int otherThanFolderStatus = 92;
 constexpr int noAccessStatus = 93;
 
 /// What lists a folder on the host, links followed to it and none below. With the find of GNU each entry is three words

@@ -26,6 +26,7 @@ enum class SshFault : quint8 {
     ChangedHost, ///< the host has another key than before
     NotLetIn,    ///< the host accepts neither a key nor an agent
     NoFolder,    ///< there is no such folder on the host
+    OtherThing,  ///< there is something of that name on the host, and no folder
     NoAccess,    ///< there is, and the user may not look into it
     NoListing,   ///< the host has not done what it was asked for
     Failed,      ///< with `exitCode` and `error`, what it wrote to the error stream
