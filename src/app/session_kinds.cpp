@@ -26,6 +26,7 @@
 #include "system/snapshot_widget.h"
 #include "text/edit/text_edit_widget.h"
 #include "text/text_compare_widget.h"
+#include "vfs/place/other_tree.h"
 
 #include <QDir>
 
@@ -406,6 +407,9 @@ QString sessionTitle(const SessionKindRow &kind, const SessionPaths &paths)
 
 QString pathName(const QString &path)
 {
+    // Which host or state it is tells more than the name of its folder.
+    if (isOtherTree(path))
+        return otherTreeTitle(path);
     const QString clean = QDir::cleanPath(QDir::fromNativeSeparators(path));
     const QString name = QFileInfo(clean).fileName();
     return name.isEmpty() ? path : name;

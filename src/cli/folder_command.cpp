@@ -223,7 +223,10 @@ int runFolder(const Arguments &arguments, const Streams &streams)
         return fail(streams, error);
 
     const Comparison comparison = compare(request);
-    bool incomplete = complainAbout(streams, comparison.problems);
+    QList<FolderProblem> problems = comparison.problems;
+    for (FolderProblem &problem : problems)
+        problem.path = TreeFolder{request.folders[problem.side].source, problem.path}.shownPath();
+    bool incomplete = complainAbout(streams, problems);
     for (const Side side : bothSides)
         incomplete =
             complainAboutArchive(streams, request.folders[side].shown(), request.archiveProblems[side]) || incomplete;

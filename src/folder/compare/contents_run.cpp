@@ -141,7 +141,7 @@ void ContentsRun::take(const ContentsResult &result, bool wasCancelled)
         }
     }
     for (const FolderProblem &problem : result.problems)
-        shown.unreadable.append(QDir::toNativeSeparators(problem.path));
+        shown.unreadable.append(QDir::toNativeSeparators(TreeFolder{sources[problem.side], problem.path}.shownPath()));
     if (wasCancelled) {
         Q_EMIT cancelled();
     } else {

@@ -61,7 +61,8 @@ void FolderCompareWidget::tellProblems()
     constexpr qsizetype mostTold = 200;
     const QList<FolderProblem> &problems = m_comparison.problems();
     for (const FolderProblem &problem : problems.first(std::min(problems.size(), mostTold))) {
-        const QString path = QDir::toNativeSeparators(problem.path);
+        const TreeFolder place{m_comparison.spec().roots[problem.side].source, problem.path};
+        const QString path = QDir::toNativeSeparators(place.shownPath());
         switch (problem.kind) {
         case FolderProblem::Kind::UnreadableFolder:
             log(Velmora::tr("Cannot read folder: %1").arg(path));
