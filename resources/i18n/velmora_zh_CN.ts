@@ -10000,6 +10000,10 @@ Save them?</source>
         <translation>已保存；声音与之前相同</translation>
     </message>
     <message>
+        <source>Not saved; the file is as it was</source>
+        <translation>未保存；文件保持原样</translation>
+    </message>
+    <message>
         <source>Length</source>
         <translation>时长</translation>
     </message>

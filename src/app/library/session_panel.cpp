@@ -6,6 +6,7 @@
 #include "session/theme.h"
 #include "session/translate.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QHeaderView>
 #include <QLabel>
@@ -85,7 +86,16 @@ SessionPanel::SessionPanel(QWidget *parent) : QWidget(parent), m_tree(new QTreeW
     column->addWidget(m_tree, 1);
 
     connect(m_tree, &QTreeWidget::itemClicked, this, &SessionPanel::chooseOnce);
-    connect(m_tree, &QTreeWidget::itemDoubleClicked, this, [this] { m_secondClick = true; });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *before, QWidget *now) {
+        if (now == m_tree)
+            m_before = before;
+    });
+    connect(m_tree, &QTreeWidget::itemPressed, this, [this] { m_secondClick = false; });
+    connect(m_tree, &QTreeWidget::itemDoubleClicked, this, [this] {
+        m_secondClick = true;
+        if (m_before) // what the first click has opened
+            m_before->setFocus();
+    });
     addKey(Qt::Key_Return, &SessionPanel::chooseCurrent);
     addKey(Qt::Key_Enter, &SessionPanel::chooseCurrent);
     addKey(Qt::Key_F2, &SessionPanel::editCurrent);
@@ -205,7 +215,7 @@ void SessionPanel::deleteCurrent()
 
 void SessionPanel::chooseOnce(QTreeWidgetItem *item, int column)
 {
-    // The second half of a double click is reported as a click of its own.
+    // Some versions of Qt report the second half of a double click as a click of its own.
     if (std::exchange(m_secondClick, false))
         return;
     Q_EMIT itemChosen(item, column);

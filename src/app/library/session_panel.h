@@ -2,6 +2,7 @@
 
 #include "app/library/session_history.h"
 
+#include <QPointer>
 #include <QWidget>
 
 #include <optional>
@@ -63,6 +64,7 @@ private:
     QTreeWidget *m_tree;
     QTreeWidgetItem *m_history;
     bool m_secondClick = false;
+    QPointer<QWidget> m_before; ///< what had the focus before the tree
 };
 
 } // namespace velmora

@@ -33,6 +33,12 @@ Mp3Bar::Mp3Bar(QWidget *session) : FieldsBar(session)
                          QStringLiteral("mirror_left.png"),
                          {Qt::CTRL | Qt::SHIFT | Qt::Key_Left},
                          {}});
+    // Before what the Edit menu has, too, for narrow bars.
+    save = add({"saveAction",
+                Velmora::tr("Save"),
+                QStringLiteral("save.png"),
+                {QKeySequence(QKeySequence::Save)},
+                Velmora::tr("Write the changed tags into their files; the sound stays as it is")});
     undo = add({"undoAction",
                 Velmora::tr("Undo"),
                 QStringLiteral("undo.png"),
@@ -43,11 +49,6 @@ Mp3Bar::Mp3Bar(QWidget *session) : FieldsBar(session)
                 QStringLiteral("redo.png"),
                 {},
                 hintWithKeys(Velmora::tr("Redo"), {QKeySequence(QKeySequence::Redo)})});
-    save = add({"saveAction",
-                Velmora::tr("Save"),
-                QStringLiteral("save.png"),
-                {QKeySequence(QKeySequence::Save)},
-                Velmora::tr("Write the changed tags into their files; the sound stays as it is")});
     refreshTheme();
 }
 

@@ -39,10 +39,12 @@ void Mp3CompareWidget::takeSave(const QList<Side> &sides, TagSave &&save, Saved 
     if (save.fault == TagSaveFault::WouldLose) {
         Dialogs::instance().askYesNo(this, Velmora::tr("Save tags"), lossText(save, m_files[side]), false,
                                      [this, sides, then](bool yes) {
-                                         if (yes)
+                                         if (yes) {
                                              this->save(sides, Loss::Accepted, then);
-                                         else
+                                         } else {
+                                             status().showMessage(Velmora::tr("Not saved; the file is as it was"));
                                              then(false);
+                                         }
                                      });
         showState();
         return;
