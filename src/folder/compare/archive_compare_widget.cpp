@@ -42,7 +42,7 @@ ArchiveCompareWidget::ArchiveCompareWidget(SessionHost &host, QWidget *parent) :
 {
     bar().syncFolders->setVisible(false);
     connect(this, &SessionWidget::comparisonFinished, this, [this] {
-        if (comparison().tree().counts().unread > 0)
+        if (mayReadUnread())
             readUnread();
     });
     // What the two are as a whole says more than how many contents were read for it.

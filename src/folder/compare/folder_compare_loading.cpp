@@ -138,7 +138,7 @@ void FolderCompareWidget::onFolderCompareFinished(quint64 generation, const QLis
     showNotice();
     Q_EMIT comparisonFinished(m_place.folders().left, m_place.folders().right);
     // What a state knows of contents tells more than times that all its files share.
-    if (OtherTrees::isAnyState(m_place.folders()) && m_comparison.tree().counts().unread > 0)
+    if (OtherTrees::isAnyState(m_place.folders()) && mayReadUnread())
         readUnread();
     if (!m_pendingReport.isEmpty())
         m_reports.write(std::exchange(m_pendingReport, {}),

@@ -141,6 +141,11 @@ QString FolderCompareWidget::verdict() const
                : Velmora::tr("The snapshot has no checksums and the state of the repository no times: size decides");
 }
 
+bool FolderCompareWidget::mayReadUnread() const
+{
+    return m_comparison.tree().counts().unread > 0 && !hasNoContentNames(m_comparison.spec().roots);
+}
+
 QString FolderCompareWidget::summary() const
 {
     const FolderCounts &counts = m_comparison.tree().counts();
@@ -174,7 +179,7 @@ void FolderCompareWidget::showCounts()
 {
     const FolderCounts &counts = m_comparison.tree().counts();
     m_counts->setText(describeCounts(counts));
-    m_readUnread->setVisible(counts.unread > 0 && !hasNoContentNames(m_comparison.spec().roots));
+    m_readUnread->setVisible(mayReadUnread());
     m_filterBar->showEffect(counts.hidden, m_filters.hasRanges());
     // All files of a state have one time, which says nothing of them.
     if (OtherTrees::isAnyState(m_place.folders()))

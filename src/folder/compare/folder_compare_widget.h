@@ -144,6 +144,8 @@ protected:
     void takeSidePath(Side side, const QString &path);
     /// Compares what has only the same size and time.
     void readUnread();
+    /// Whether there is such a thing, and anybody can tell more of it.
+    [[nodiscard]] bool mayReadUnread() const;
     void showRunning();
     void showMessage(const QString &message);
     void showReady();

@@ -11,7 +11,7 @@ namespace velmora {
 
 namespace {
 
-constexpr int roomForBoth = 110; // characters: a usual message beside usual facts
+constexpr int roomForBoth = 130; // characters: a usual message beside usual facts
 constexpr int progressWidth = 140;
 constexpr auto moment = std::chrono::milliseconds(200);
 constexpr int spacing = 16;
