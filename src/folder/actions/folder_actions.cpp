@@ -233,7 +233,7 @@ void FolderActions::considerPlan(ActionRequest request, const PreparedAction &pr
 void FolderActions::tellNothingDone(const ActionRequest &request, const OperationPlan &plan)
 {
     const ActionOutcome outcome = outcomeOfNothing(request, plan);
-    Q_EMIT statusChanged(Velmora::tr("There is nothing to do."));
+    Q_EMIT statusChanged(plan.refusal == PlanRefusal::None ? Velmora::tr("There is nothing to do.") : outcome.headline);
     if (outcome.problems.isEmpty())
         Dialogs::instance().tell(&m_window, Dialogs::Tone::Information, actionTitle(request), outcome.headline);
     else

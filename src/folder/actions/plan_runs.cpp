@@ -74,7 +74,8 @@ void PlanRuns::write(MakePlan makePlan, const QString &title, WriteDone done)
         [this, done = std::move(done)](RunOutcome<PlanRunResult> &&outcome) {
             if (!outcome.value)
                 return;
-            m_journalId = outcome.value->journalId;
+            if (!outcome.value->journalId.isEmpty()) // a refused run has done nothing, and the one before can be undone
+                m_journalId = outcome.value->journalId;
             done(*outcome.value, outcome.end == RunEnd::Cancelled);
         });
 }

@@ -25,10 +25,11 @@ void FolderSyncWidget::onSync()
         status().showMessage(Velmora::tr("No sync actions to run."));
         return;
     }
-    Dialogs::instance().askYesNo(this, Velmora::tr("Confirm sync"), questionFor(countSync(shown)), true,
+    const QString loss = syncLossText(lossesOf(m_found.input.items, shown), plannedFolders());
+    Dialogs::instance().askYesNo(this, Velmora::tr("Confirm sync"), questionFor(countSync(shown), loss), loss.isEmpty(),
                                  [self = QPointer(this), shown](bool yes) {
                                      if (self && yes)
-                                         self->askForLosses(shown);
+                                         self->run(shown);
                                  });
 }
 
@@ -43,11 +44,14 @@ PlanInput FolderSyncWidget::inputForRun() const
     return input;
 }
 
-QString FolderSyncWidget::questionFor(const SyncCounts &counts) const
+/// `loss`: what a person should stop at, in words.
+QString FolderSyncWidget::questionFor(const SyncCounts &counts, const QString &loss) const
 {
     QStringList texts{Velmora::tr("About to run %1 sync action(s). Continue?").arg(counts.actions())};
     if (counts.deletions > 0)
         texts.append(Velmora::tr("Deletions among them: %1").arg(counts.deletions));
+    if (!loss.isEmpty())
+        texts.append(loss);
     if (m_model->isFiltered())
         texts.append(Velmora::tr("What the filter hides is left as it is."));
     if (m_manner == DeleteManner::ForGood)
@@ -55,21 +59,6 @@ QString FolderSyncWidget::questionFor(const SyncCounts &counts) const
     if (const qsizetype conflicts = m_found.proposal.conflicts.size(); conflicts > 0)
         texts.append(Velmora::tr("Names in conflict with others, or on other systems: %1").arg(conflicts));
     return texts.join(QLatin1String("\n\n"));
-}
-
-void FolderSyncWidget::askForLosses(const QList<SyncPlanItem> &plan)
-{
-    const QString text = syncLossText(lossesOf(m_found.input.items, plan), plannedFolders());
-    if (text.isEmpty()) {
-        run(plan);
-        return;
-    }
-    Dialogs::instance().askYesNo(this, Velmora::tr("Confirm sync"),
-                                 text + QLatin1String("\n\n") + Velmora::tr("Sync all the same?"), false,
-                                 [self = QPointer(this), plan](bool yes) {
-                                     if (self && yes)
-                                         self->run(plan);
-                                 });
 }
 
 void FolderSyncWidget::run(const QList<SyncPlanItem> &plan)
