@@ -92,6 +92,26 @@ VolumeTop volumeTop(int folder, const std::string &folderPath)
     return top;
 }
 
+std::string ownBinName()
+{
+    return ".Trash-" + std::to_string(::getuid());
+}
+
+/// Removes a bin that was made at the top of a volume and has nothing in it any more. `files`: its folder of entries.
+void removeEmptyBin(int files)
+{
+    const Descriptor bin = openFolderIn(files, "..");
+    const Descriptor top = bin.isOpen() ? openFolderIn(bin.get(), "..") : Descriptor();
+    const std::string name = ownBinName();
+    struct stat held {};
+    struct stat named {};
+    if (!top.isOpen() || ::fstat(bin.get(), &held) != 0 ||
+        ::fstatat(top.get(), name.c_str(), &named, AT_SYMLINK_NOFOLLOW) != 0 || identityOf(held) != identityOf(named))
+        return;
+    if (::unlinkat(bin.get(), "info", AT_REMOVEDIR) == 0 && ::unlinkat(bin.get(), "files", AT_REMOVEDIR) == 0)
+        (void)::unlinkat(top.get(), name.c_str(), AT_REMOVEDIR);
+}
+
 /// The bin at the top of the volume: the one that the administrator made for all if it is safe, else an own one.
 Bin volumeBin(int folder, const std::string &folderPath)
 {
@@ -107,7 +127,7 @@ Bin volumeBin(int folder, const std::string &folderPath)
         if (bin.folder.isOpen() && isOwn(bin.folder.get()))
             return bin;
     }
-    const std::string own = ".Trash-" + user;
+    const std::string own = ownBinName();
     Bin bin{openPrivateFolder(top.folder.get(), own.c_str()), prefix + own, prefix};
     return bin.folder.isOpen() && isOwn(bin.folder.get()) ? std::move(bin) : Bin();
 }
@@ -194,6 +214,7 @@ void forgetInBin(int files, const std::string &name)
     const Descriptor info = openFolderIn(files, "../info");
     if (info.isOpen()) // what remains there without its entry is of no harm
         (void)::unlinkat(info.get(), (name + std::string(infoSuffix)).c_str(), 0);
+    removeEmptyBin(files);
 }
 
 } // namespace velmora

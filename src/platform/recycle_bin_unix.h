@@ -11,7 +11,8 @@ namespace velmora {
 [[nodiscard]] RecycleResult recycleInto(int folder, const std::string &folderPath, const std::string &name,
                                         const FolderHandle::BinNotice &notice);
 
-/// Removes the note of an entry that has been taken out. `files`: the bin's folder of entries.
+/// Removes the note of an entry that has been taken out, and with the last one the bin itself where it lies at the top
+/// of a volume and was made for this user. `files`: the bin's folder of entries.
 void forgetInBin(int files, const std::string &name);
 
 } // namespace velmora

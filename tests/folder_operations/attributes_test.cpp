@@ -122,6 +122,26 @@ private Q_SLOTS:
             QVERIFY(sizeOnDisk(tree.path("right/a")) <= full);
         }
     }
+
+    void aBinThatWasMadeForTheRunGoesWithTheLastEntry()
+    {
+        const OperationFixture tree;
+        FileError error;
+        const std::unique_ptr<FolderHandle> folder = FileLayer::native().openRoot(tree.left(), error);
+        const QString name = QStringLiteral("mine");
+        QVERIFY(!folder->makeFolder(name, nullptr).isError());
+        qputenv("XDG_DATA_HOME", "/dev/null/no/home"); // so that the bin is the one at the top of the volume
+        const RecycleResult recycled = folder->recycle(name, [](const QString &) { return FileError(); });
+        if (recycled.error.isError())
+            QSKIP("there can be no bin at the top of this volume");
+        QVERIFY2(QFileInfo::exists(recycled.binPath), qPrintable(recycled.binPath));
+        QVERIFY(!FileLayer::native()
+                     .restore(recycled.binPath, *folder, name, [](const NodeState &) { return true; })
+                     .isError());
+        QVERIFY(QFileInfo::exists(tree.path("left/mine")));
+        const QDir bin(QFileInfo(QFileInfo(recycled.binPath).path()).path());
+        QVERIFY(!bin.exists() || !bin.isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
+    }
 };
 
 VELMORA_TEST(AttributesTest)
