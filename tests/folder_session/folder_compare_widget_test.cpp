@@ -342,6 +342,11 @@ private Q_SLOTS:
         QCOMPARE(f.rows(), words("noise ← "));
         f.session.onShowDifferences();
         QVERIFY(f.rows().isEmpty());
+        const QJsonObject kept = f.session.options();
+        f.session.setOptions(options);
+        QVERIFY(f.action("showAllAction")->isChecked() && f.rows().size() == 1);
+        f.session.setOptions(kept);
+        QVERIFY(f.action("showDifferencesAction")->isChecked() && f.rows().isEmpty());
     }
 
     void timesOneHourApartAreOfferedAsEqual()

@@ -284,6 +284,12 @@ private Q_SLOTS:
             return told;
         };
         const QStringList found = compared(many);
+        FolderInput byBlocks{{localFolder(here.path()), many.folder}};
+        byBlocks.method = CompareMethod::Binary;
+        QStringList blocks;
+        for (const FolderDiffItem &item : compareFolderTree(byBlocks, {}))
+            blocks.append(word("%1 %2").arg(item.status).arg(item.name));
+        QCOMPARE(blocks, found.first(blocks.size()));
         m_host->setHostProgram("xargs", "exit 1");
         const QStringList plain = compared(oneByOne);
         for (const char *program : {"xargs", "sha256sum", "cat", "dd"})

@@ -328,7 +328,7 @@ FolderListing compareWholeTree(const FolderSpec &spec, const QList<FolderDiffIte
     return listed(std::move(tree), spec, std::move(problems));
 }
 
-BranchResult compareBranches(const FolderSpec &spec, QList<BranchTask> tasks, std::chrono::milliseconds budget,
+BranchResult compareBranches(const FolderSpec &spec, const QList<BranchTask> &tasks, std::chrono::milliseconds budget,
                              const CancelFlag &cancel, Progress &progress)
 {
     const auto end = std::chrono::steady_clock::now() + budget;

@@ -81,7 +81,7 @@ struct BranchResult {
 };
 
 /// Compares entry by entry until `budget` is used up, at least one, so that results can be shown between calls.
-[[nodiscard]] BranchResult compareBranches(const FolderSpec &spec, QList<BranchTask> tasks,
+[[nodiscard]] BranchResult compareBranches(const FolderSpec &spec, const QList<BranchTask> &tasks,
                                            std::chrono::milliseconds budget, const CancelFlag &cancel,
                                            Progress &progress);
 

@@ -201,8 +201,7 @@ std::vector<PairDecider::Known> PairDecider::askForMany(std::span<FolderDiffItem
     for (const Side side : bothSides) {
         const TreeSource &source = *m_sources[side];
         const TreeSource &other = *m_sources[side == Side::Left ? Side::Right : Side::Left];
-        const bool isOfUse = m_method == CompareMethod::Rules || other.identityKind() || other.identitiesAtOnce() > 0;
-        if (source.identitiesAtOnce() == 0 || !isOfUse || m_cancel.isCancelled())
+        if (source.identitiesAtOnce() == 0 || m_cancel.isCancelled())
             continue;
         QStringList paths;
         paths.reserve(qsizetype(pairs.size()));
@@ -222,7 +221,9 @@ std::optional<bool> PairDecider::sameByWhatIsKnown(int worker, const FolderDiffI
         if (!known[side] && !m_cancel.isCancelled())
             known[side] = m_sources[side]->contentIdentity(pathOn(item, side));
     }
-    if (const std::optional<AskedName> asked = askedName(m_method, known, m_canRead)) {
+    // Equal names leave nothing to be read by any method, and a host is slow to read from.
+    const CompareMethod asking = m_atOnce > 0 ? CompareMethod::Rules : m_method;
+    if (const std::optional<AskedName> asked = askedName(asking, known, m_canRead)) {
         const Side side = asked->side;
         const std::unique_ptr<OpenFile> file = opener(worker, side).open(pathOn(item, side), hint);
         known[side] = file ? blobName(*file, asked->algorithm, m_cancel) : std::nullopt;
