@@ -13,6 +13,11 @@ Mp3Bar::Mp3Bar(QWidget *session) : FieldsBar(session)
                    {Qt::CTRL | Qt::Key_E},
                    Velmora::tr("Let tags be copied from one file to the other; nothing is written until you save")});
     editing->setCheckable(true);
+    save = add({"saveAction",
+                Velmora::tr("Save"),
+                QStringLiteral("save.png"),
+                {QKeySequence(QKeySequence::Save)},
+                Velmora::tr("Write the changed tags into their files; the sound stays as it is")});
     copyToRight = add({"copyToRightAction",
                        Velmora::tr("Copy to the right"),
                        QStringLiteral("copy_right.png"),
@@ -33,12 +38,6 @@ Mp3Bar::Mp3Bar(QWidget *session) : FieldsBar(session)
                          QStringLiteral("mirror_left.png"),
                          {Qt::CTRL | Qt::SHIFT | Qt::Key_Left},
                          {}});
-    // Before what the Edit menu has, too, for narrow bars.
-    save = add({"saveAction",
-                Velmora::tr("Save"),
-                QStringLiteral("save.png"),
-                {QKeySequence(QKeySequence::Save)},
-                Velmora::tr("Write the changed tags into their files; the sound stays as it is")});
     undo = add({"undoAction",
                 Velmora::tr("Undo"),
                 QStringLiteral("undo.png"),
