@@ -139,6 +139,7 @@ PlanInput inputOf(const FolderActionContext &context)
     PlanInput input;
     input.items = context.items;
     input.roots = context.roots;
+    input.identities = context.identities;
     for (const Side side : bothSides)
         input.readOnly[side] = isReadOnly(context, side);
     if (context.isHidden)

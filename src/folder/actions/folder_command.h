@@ -1,6 +1,8 @@
 #pragma once
 
+#include "core/sides.h"
 #include "folder/engine/folder_diff_item.h"
+#include "platform/file_access.h"
 #include "settings/options/folder_session_options.h"
 #include "vfs/tree_source.h"
 
@@ -43,8 +45,9 @@ struct FolderSelection {
 
 /// What `FolderActions` knows of a comparison. A value; the items are shared, not copied.
 struct FolderActionContext {
-    Sides<TreeFolder> roots;       ///< none when the side has no folder yet
-    FolderSessionOptions options;  ///< the read-only flags, method, tolerance and alignments count
+    Sides<TreeFolder> roots;                       ///< none when the side has no folder yet
+    Sides<std::optional<FileIdentity>> identities; ///< of the roots when they were compared, where that is known
+    FolderSessionOptions options;                  ///< the read-only flags, method, tolerance and alignments count
     QList<FolderDiffItem> items;   ///< all, hidden ones too, in pre-order and named relative to the roots
     QList<FolderProblem> problems; ///< of the comparison: what could not be looked at is never taken for missing
     /// False while `items` holds only the levels that a person has opened: what a command needs is then listed first.

@@ -87,6 +87,7 @@ FolderActionContext FileCommands::context(bool withItems) const
     const FolderSpec &spec = m_comparison.spec();
     FolderActionContext context;
     context.roots = spec.roots;
+    context.identities = m_comparison.identities();
     context.options = spec.options;
     if (withItems) {
         context.items = m_comparison.tree().items();

@@ -1,8 +1,16 @@
 #include "folder/compare/folder_comparison.h"
 
+#include "folder/operations/folder_chain.h"
+
 namespace velmora {
 
 namespace {
+
+/// What the first job of a comparison brings.
+struct FirstLevel {
+    FolderListing listing;
+    Sides<std::optional<FileIdentity>> identities; ///< looked up before the folders were listed
+};
 
 bool isReadable(FolderRead read)
 {
@@ -53,8 +61,13 @@ void FolderComparison::load(const FolderSpec &spec, bool wholeTree)
     m_shifts = {};
     m_stage = Stage::Listing;
     m_loader.start(
-        [spec](const CancelFlag &cancel, Progress &progress) { return listTopLevel(spec, cancel, progress); },
-        [this](RunOutcome<FolderListing> &&outcome) {
+        [spec](const CancelFlag &cancel, Progress &progress) {
+            FirstLevel level;
+            level.identities = identitiesOf(FileLayer::native(), spec.roots);
+            level.listing = listTopLevel(spec, cancel, progress);
+            return level;
+        },
+        [this](RunOutcome<FirstLevel> &&outcome) {
             if (!outcome.value) {
                 m_stage = Stage::None;
                 Q_EMIT failed(outcome.fault);
@@ -64,8 +77,9 @@ void FolderComparison::load(const FolderSpec &spec, bool wholeTree)
                 endLoad(true); // what was there before is more than the beginning of a list
                 return;
             }
-            const Sides<FolderRead> roots = outcome.value->roots;
-            takeListing(std::move(*outcome.value));
+            const Sides<FolderRead> roots = outcome.value->listing.roots;
+            m_identities = outcome.value->identities;
+            takeListing(std::move(outcome.value->listing));
             if (!isReadable(roots.left) || !isReadable(roots.right)) {
                 m_stage = Stage::None;
                 Q_EMIT runningChanged();
@@ -82,6 +96,7 @@ void FolderComparison::show(const FolderSpec &spec, FolderTree tree)
 {
     clear();
     m_spec = spec;
+    m_identities = {};
     FolderListing listing;
     listing.tree = std::move(tree);
     takeListing(std::move(listing));

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "core/runner.h"
+#include "core/sides.h"
 #include "folder/engine/folder_jobs.h"
 #include "folder/engine/folder_tree.h"
+#include "platform/file_access.h"
 
 #include <QObject>
 
@@ -41,6 +43,8 @@ public:
 
     [[nodiscard]] const FolderTree &tree() const noexcept { return m_tree; }
     [[nodiscard]] const FolderSpec &spec() const noexcept { return m_spec; }
+    /// What the folders of this system were when they were listed.
+    [[nodiscard]] const Sides<std::optional<FileIdentity>> &identities() const noexcept { return m_identities; }
     [[nodiscard]] Stage stage() const noexcept { return m_stage; }
     [[nodiscard]] bool isRunning() const;
     [[nodiscard]] bool isCancelling() const;
@@ -119,6 +123,7 @@ private:
     void report(const ProgressState &state) { Q_EMIT progressed(state); }
 
     FolderSpec m_spec;
+    Sides<std::optional<FileIdentity>> m_identities;
     FolderTree m_tree;
     QList<FolderProblem> m_problems;
     TimeShifts m_shifts;
