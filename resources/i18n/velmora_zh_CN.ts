@@ -5752,6 +5752,18 @@ Stored under HKCU (no admin). Uncheck to remove.</source>
         <translation>此侧在会话设置中设为只读</translation>
     </message>
     <message>
+        <source>This side is a copy and cannot be changed: %1</source>
+        <translation>此侧是副本，无法更改：%1</translation>
+    </message>
+    <message>
+        <source>A copy that cannot be changed here</source>
+        <translation>此处无法更改的副本</translation>
+    </message>
+    <message>
+        <source>This session is on copies that nobody can come back to</source>
+        <translation>此会话使用的是无法再次打开的副本</translation>
+    </message>
+    <message>
         <source>This side holds bytes that no text has and is not edited here</source>
         <translation>此侧含有文本中不会出现的字节，不能在此编辑</translation>
     </message>
@@ -7484,6 +7496,10 @@ Read-only: %4</source>
     <message>
         <source>An archive within that stays a file, being damaged, one of too many or too deep: %1</source>
         <translation>内层压缩包保持为文件，因其已损坏、数量过多或层次过深：%1</translation>
+    </message>
+    <message>
+        <source>An archive within that stays a file, as those within are opened up to 4 GiB in all: %1</source>
+        <translation>内部的压缩包总共最多打开 4 GiB，此压缩包保持为文件：%1</translation>
     </message>
     <message>
         <source>Neither an archive nor a folder: %1</source>

@@ -41,6 +41,8 @@ const char *archiveProblemWords(ArchiveProblem::Kind kind)
         return "unpacking stopped here, at 4 GiB and 250 times the size of the archive";
     case ArchiveProblem::Kind::NestedUnreadable:
         return "archives within that stay files, being damaged, too many or too deep";
+    case ArchiveProblem::Kind::NestedTooLarge:
+        return "archives within that stay files, as they are opened up to 4 GiB in all";
     case ArchiveProblem::Kind::Unlisted:
         return "not listed, as their names have line feeds";
     case ArchiveProblem::Kind::NotAllListed:
@@ -95,7 +97,7 @@ bool complainAboutArchive(const Streams &streams, const QString &archive, const 
         const bool isHarmless =
             problem.kind == ArchiveProblem::Kind::SameName || problem.kind == ArchiveProblem::Kind::LinkLeadsOut ||
             problem.kind == ArchiveProblem::Kind::NestedUnreadable || problem.kind == ArchiveProblem::Kind::Encrypted ||
-            problem.kind == ArchiveProblem::Kind::CannotDecrypt;
+            problem.kind == ArchiveProblem::Kind::NestedTooLarge || problem.kind == ArchiveProblem::Kind::CannotDecrypt;
         complain(streams, QStringLiteral("%1%2: %3")
                               .arg(isHarmless ? QStringLiteral("warning: ") : QString(), visibleName(archive),
                                    archiveProblemLine(problem)));

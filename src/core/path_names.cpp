@@ -1,6 +1,9 @@
 #include "core/path_names.h"
 
+#include <QDir>
 #include <QStringBuilder>
+
+#include <algorithm>
 
 namespace velmora {
 
@@ -25,6 +28,23 @@ bool isInside(const QString &path, const QString &folder)
 {
     const QString start = joinedPath(folder, {});
     return path.size() > start.size() && path.startsWith(start);
+}
+
+bool isAddress(QStringView text)
+{
+    const auto isOfWord = [](QChar c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); };
+    const auto end = std::find_if_not(text.begin(), text.end(), isOfWord);
+    return end != text.end() && *end == u':' && end - text.begin() > 1;
+}
+
+QString nativePath(const QString &path)
+{
+    return isAddress(path) ? path : QDir::toNativeSeparators(path);
+}
+
+QString pathFromNative(const QString &text)
+{
+    return isAddress(text) ? text : QDir::fromNativeSeparators(text);
 }
 
 } // namespace velmora

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
 
 namespace velmora {
 
@@ -18,5 +19,14 @@ namespace velmora {
 
 /// Whether `path` leads to something in `folder` or below; not to `folder` itself. Letters count as they are.
 [[nodiscard]] bool isInside(const QString &path, const QString &folder);
+
+/// Whether a text leads elsewhere by a word before ":", as "sftp://host/folder" and "git:HEAD:folder" do: its "/" is
+/// the same on every system. One letter is a drive.
+[[nodiscard]] bool isAddress(QStringView text);
+
+/// A path as the system writes it, for people; an address as it stands.
+[[nodiscard]] QString nativePath(const QString &path);
+/// The reverse: with "/".
+[[nodiscard]] QString pathFromNative(const QString &text);
 
 } // namespace velmora

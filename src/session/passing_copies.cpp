@@ -1,27 +1,48 @@
 #include "session/passing_copies.h"
 
-#include <QDir>
+#include "core/passing_folder.h"
+#include "session/session_record.h"
+
+#include <QFile>
+#include <QHash>
+#include <QMutex>
+#include <QMutexLocker>
 
 namespace velmora {
 
 namespace {
 
-QString beginOfCopies()
+struct Origins {
+    QMutex mutex; ///< workers put paths into words, too
+    QHash<QString, QString> byCopy;
+};
+
+Origins &origins()
 {
-    return QDir::tempPath() + QLatin1String("/velmora-copies-");
+    static Origins all;
+    return all;
 }
 
 } // namespace
 
-QString passingCopiesTemplate()
+void noteCopy(const QString &path, const QString &origin)
 {
-    return beginOfCopies() + QLatin1String("XXXXXX");
+    if (!isInPassingFolder(path))
+        return;
+    QFile::setPermissions(path, QFileDevice::ReadOwner);
+    const QMutexLocker locker(&origins().mutex);
+    origins().byCopy.insert(path, origin);
 }
 
-bool isPassingCopy(const QString &path)
+QString originOfCopy(const QString &path)
 {
-    // Those of hosts have a name of their own.
-    return path.startsWith(beginOfCopies()) || path.startsWith(QDir::tempPath() + QLatin1String("/velmora-scp-"));
+    const QMutexLocker locker(&origins().mutex);
+    return origins().byCopy.value(path);
+}
+
+bool isOnCopies(const SessionPaths &paths)
+{
+    return isInPassingFolder(paths.left) || isInPassingFolder(paths.right) || isInPassingFolder(paths.base);
 }
 
 } // namespace velmora

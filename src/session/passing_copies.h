@@ -4,13 +4,19 @@
 
 namespace velmora {
 
+struct SessionPaths;
+
 /// Sessions open copies of what has no path of its own: entries of archives, files of a commit or of a host. They lie
-/// in folders that go with the session which made them.
+/// in passing folders (`core/passing_folder.h`), and people know them by where they are from. Callable from any
+/// thread.
 
-/// The template of such a folder, for `QTemporaryDir`.
-[[nodiscard]] QString passingCopiesTemplate();
+/// Notes where the copy at `path` is from, and keeps it from being written. Does nothing for a file that is no copy.
+void noteCopy(const QString &path, const QString &origin);
 
-/// Whether a path is in such a folder, now or of an earlier run: nobody can come back to it.
-[[nodiscard]] bool isPassingCopy(const QString &path);
+/// Where a copy is from, in words for people; empty for what is none.
+[[nodiscard]] QString originOfCopy(const QString &path);
+
+/// Whether a session on these paths cannot be gone back to, as one of them is a copy, of this run or an earlier one.
+[[nodiscard]] bool isOnCopies(const SessionPaths &paths);
 
 } // namespace velmora

@@ -1,6 +1,5 @@
 #include "text/text_compare_widget.h"
 
-#include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/document/change_watcher.h"
 #include "session/document/conflict_notice.h"
@@ -14,6 +13,7 @@
 #include "session/frame/status_line.h"
 #include "session/pane/text_pane.h"
 #include "session/session_host.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 #include "settings/dialogs/text_session_settings_dialog.h"
 #include "settings/options/text_defaults.h"
@@ -30,7 +30,6 @@
 #include "text/view/line_detail.h"
 
 #include <QBoxLayout>
-#include <QDir>
 #include <QFileInfo>
 #include <QJsonObject>
 #include <QLabel>
@@ -300,7 +299,7 @@ void TextCompareWidget::takeOutcome(RunOutcome<TextCompareResult> &&outcome)
     const bool cancelled = outcome.end == RunEnd::Cancelled;
     if (result.unreadable && !cancelled) {
         const bool left = *result.unreadable == Side::Left;
-        const QString path = QDir::toNativeSeparators(left ? m_running.paths.left : m_running.paths.right);
+        const QString path = shownPath(left ? m_running.paths.left : m_running.paths.right);
         showMessage(left ? Velmora::tr("Cannot open left file: %1").arg(path)
                          : Velmora::tr("Cannot open right file: %1").arg(path));
         return;

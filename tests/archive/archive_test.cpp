@@ -204,6 +204,14 @@ private Q_SLOTS:
         limits.expansion = 1;
         QCOMPARE(kinds(opened(bomb, limits).opening.problems), QList{TooMuchContent});
         limits = {};
+        limits.within = 100;
+        for (const char *format : {"zip", "ustar"}) {
+            const QByteArray inner = packed(plainFiles, "ustar");
+            const QString outer =
+                folder.put(QStringLiteral("outer"), packed({{"in.tar", inner}, {"t.tar", inner}}, format));
+            QCOMPARE(kinds(opened(outer, limits).opening.problems), QList{NestedTooLarge});
+        }
+        limits = {};
         limits.entries = 2;
         limits.depth = 1;
         for (const char *format : {"zip", "ustar"}) {

@@ -27,6 +27,11 @@ private Q_SLOTS:
         };
         QVERIFY(inside("a/b", "a") && inside("a/b/c", "a/") && inside("/a", "/") && inside("a", ""));
         QVERIFY(!inside("a", "a") && !inside("ab", "a") && !inside("a/", "a") && !inside("A/b", "a"));
+        for (const char *address : {"sftp://me@host/a/b", "git:HEAD:a/b", "GIT:v1:/a"})
+            QVERIFY(isAddress(QString::fromUtf8(address)) &&
+                    nativePath(QString::fromUtf8(address)) == QString::fromUtf8(address));
+        for (const char *path : {"C:/a", "c:", "/a:b", "a/b:c", "", ":index", "//host/a", "a b:c", "sftp"})
+            QVERIFY2(!isAddress(QString::fromUtf8(path)), path);
     }
 };
 

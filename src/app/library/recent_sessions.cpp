@@ -5,10 +5,10 @@
 #include "app/home/tile_frame.h"
 #include "app/session_kinds.h"
 #include "core/visible_name.h"
+#include "session/shown_path.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
-#include <QDir>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPainter>
@@ -36,7 +36,7 @@ public:
     {
         for (const QString &path : {record.paths.base, record.paths.left, record.paths.right}) {
             if (!path.isEmpty())
-                m_places.append(visibleName(QDir::toNativeSeparators(path)));
+                m_places.append(shownPath(path));
         }
         setObjectName(QStringLiteral("recentSession"));
         setText(visibleName(record.name));

@@ -8,6 +8,7 @@
 #include "app/window/session_tabs.h"
 #include "core/visible_name.h"
 #include "session/dialogs.h"
+#include "session/passing_copies.h"
 #include "session/session_widget.h"
 #include "session/translate.h"
 
@@ -57,6 +58,10 @@ void SessionLibrary::saveSession()
     }
     SessionRecord record = session->record();
     record.name = m_tabs.titleAt(m_tabs.currentIndex());
+    if (isOnCopies(record.paths)) {
+        Q_EMIT statusMessage(Velmora::tr("This session is on copies that nobody can come back to"));
+        return;
+    }
     if (record.type.isEmpty()) {
         Q_EMIT statusMessage(Velmora::tr("Cannot determine session type for this tab"));
         return;
@@ -174,6 +179,8 @@ void SessionLibrary::writeWorkspace(const QString &path)
         if (!session || session->kind().isEmpty())
             continue;
         SessionRecord record = session->record();
+        if (isOnCopies(record.paths))
+            continue;
         record.name = m_tabs.titleAt(i);
         workspace.openTabs.append({record, i});
     }

@@ -3,11 +3,11 @@
 #include "app/session_kinds.h"
 #include "core/visible_name.h"
 #include "session/plain_text.h"
+#include "session/shown_path.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QHeaderView>
 #include <QLabel>
 #include <QShortcut>
@@ -144,10 +144,9 @@ void SessionPanel::rebuildHistory(const QList<SessionHistory::Entry> &history)
         item->setData(0, rightRole, record.paths.right);
         item->setData(0, baseRole, record.paths.base);
         item->setIcon(0, sessionKindIcon(record.type));
-        const auto shown = [](const QString &path) { return visibleName(QDir::toNativeSeparators(path)); };
-        QStringList lines{shown(record.paths.left), shown(record.paths.right)};
+        QStringList lines{shownPath(record.paths.left), shownPath(record.paths.right)};
         if (!record.paths.base.isEmpty())
-            lines.prepend(shown(record.paths.base));
+            lines.prepend(shownPath(record.paths.base));
         item->setToolTip(0, plainToolTip(lines.join(u'\n')));
     }
 }

@@ -8,9 +8,12 @@
 #include "app/start/waiting_start.h"
 #include "app/window/plain_texts.h"
 #include "app/window/tarnwick.h"
+#include "core/passing_folder.h"
 #include "core/settings_store.h"
+#include "core/workers.h"
 #include "folder/actions/past_operations_dialog.h"
 #include "platform/console.h"
+#include "platform/end_signal.h"
 #include "session/dialogs.h"
 #include "session/theme.h"
 #include "session/translate.h"
@@ -191,6 +194,7 @@ int runApplication()
     for (const IgnoredArgument &argument : line.ignored)
         writeToConsole(QStringLiteral("velmora: ") + told(argument), ConsoleStream::Errors);
 
+    beforeEndBySignal(&removePassingFolders);
     const QStringList message = withAbsolutePaths(arguments, QDir::current());
     if (line.waits)
         return runWaiting(message);
@@ -201,6 +205,7 @@ int runApplication()
     Tarnwick window(applyStartSwitches(startSwitches(arguments)));
     turn.end();
     window.show();
+    startWorker(&sweepPassingFolders);
     window.handleArguments(arguments);
     // Whoever waits, as git does with each file, wants that to be seen and nothing to be asked.
     if (!line.servesWaiting) {

@@ -3,6 +3,7 @@
 #include "app/window/session_tabs.h"
 #include "platform/file_manager.h"
 #include "session/dialogs.h"
+#include "session/passing_copies.h"
 #include "session/session_widget.h"
 #include "session/translate.h"
 
@@ -23,17 +24,30 @@ QStringList pathsOf(const SessionPaths &paths)
     return all;
 }
 
+bool isCopy(const QString &path)
+{
+    return !originOfCopy(path).isEmpty();
+}
+
+/// Whether people find there what the path stands for.
+bool isOnDisk(const QString &path)
+{
+    return QDir::isAbsolutePath(path) && !isCopy(path);
+}
+
 void addPathCommands(QMenu &menu, SessionTabs &tabs, const QStringList &paths)
 {
     menu.addSeparator();
     QAction *copy = menu.addAction(Velmora::tr("Copy paths"), &tabs, [paths] {
         QStringList shown;
         for (const QString &path : paths)
-            shown.append(QDir::toNativeSeparators(path));
+            shown.append(isCopy(path) ? originOfCopy(path) : QDir::toNativeSeparators(path));
         QGuiApplication::clipboard()->setText(shown.join(u'\n'));
     });
     QAction *show = menu.addAction(Velmora::tr("Open the folders"), &tabs, [&tabs, paths] {
         for (const QString &path : paths) {
+            if (!isOnDisk(path))
+                continue;
             showInFileManager(path, tabs, [&tabs] {
                 Dialogs::instance().tell(&tabs, Dialogs::Tone::Warning, Velmora::tr("Open the folders"),
                                          Velmora::tr("No file manager could be opened"));
@@ -41,8 +55,7 @@ void addPathCommands(QMenu &menu, SessionTabs &tabs, const QStringList &paths)
         }
     });
     copy->setEnabled(!paths.isEmpty());
-    show->setEnabled(
-        std::any_of(paths.begin(), paths.end(), [](const QString &path) { return QDir::isAbsolutePath(path); }));
+    show->setEnabled(std::any_of(paths.begin(), paths.end(), isOnDisk));
 }
 
 } // namespace

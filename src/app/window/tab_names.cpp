@@ -1,6 +1,8 @@
 #include "app/window/tab_names.h"
 
 #include "core/visible_name.h"
+#include "session/passing_copies.h"
+#include "session/shown_path.h"
 
 #include <QDir>
 #include <QHash>
@@ -18,10 +20,16 @@ const QString sidesMark = QStringLiteral(" <-> ");
 
 using Sides = std::array<QString, 3>; ///< base, left, right
 
+/// Where a person would look for it, with "/".
+QString placeOf(const QString &path)
+{
+    const QString origin = originOfCopy(path);
+    return QDir::fromNativeSeparators(origin.isEmpty() ? path : origin);
+}
+
 Sides sidesOf(const SessionPaths &paths)
 {
-    return {QDir::fromNativeSeparators(paths.base), QDir::fromNativeSeparators(paths.left),
-            QDir::fromNativeSeparators(paths.right)};
+    return {placeOf(paths.base), placeOf(paths.left), placeOf(paths.right)};
 }
 
 /// The last `count` folders around the file or folder `path`; only the first of them where `isShort`.
@@ -126,7 +134,7 @@ QStringList shownPaths(const SessionPaths &paths)
     QStringList shown;
     for (const QString &path : sidesOf(paths)) {
         if (!path.isEmpty())
-            shown.append(visibleName(QDir::toNativeSeparators(path)));
+            shown.append(shownPath(path));
     }
     return shown;
 }

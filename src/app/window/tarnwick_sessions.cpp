@@ -310,9 +310,8 @@ void Tarnwick::hookSession(SessionWidget *session, const SessionKindRow &kind)
 void Tarnwick::recordSession(const SessionWidget *session, const SessionKindRow &kind, const QString &name,
                              const SessionPaths &paths)
 {
-    const bool isCopy = isPassingCopy(paths.left) || isPassingCopy(paths.right) || isPassingCopy(paths.base);
     const bool isPassing = m_reports.contains(session) && holdsPassing(kind, paths);
-    if (!isCopy && !isPassing)
+    if (!isOnCopies(paths) && !isPassing)
         m_history.add(kind.id, name, paths);
 }
 

@@ -12,10 +12,10 @@
 #include "session/fault_text.h"
 #include "session/frame/pair_inputs.h"
 #include "session/frame/status_line.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
 #include <QBoxLayout>
-#include <QDir>
 #include <QFileInfo>
 #include <QJsonObject>
 #include <QMenu>
@@ -333,7 +333,7 @@ void BinaryCompareWidget::takeOutcome(RunOutcome<BinaryCompareResult> &&outcome)
 
 QString BinaryCompareWidget::failedPath(const BinaryCompareResult &result) const
 {
-    return QDir::toNativeSeparators(result.faultSide == Side::Left ? m_running.left : m_running.right);
+    return shownPath(result.faultSide == Side::Left ? m_running.left : m_running.right);
 }
 
 void BinaryCompareWidget::showResult(const BinaryCompareResult &result)

@@ -5,6 +5,7 @@
 #include "platform/file_access.h"
 #include "session/dialogs.h"
 #include "session/frame/notice_bar.h"
+#include "session/shown_path.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
@@ -49,7 +50,7 @@ QString failureOf(const FileChecksum &checksum, const QString &path)
 {
     const QString words = checksum.end == FileChecksum::End::Broken ? Velmora::tr("Cannot read to the end: %1")
                                                                     : Velmora::tr("Cannot open: %1");
-    return words.arg(QDir::toNativeSeparators(path));
+    return words.arg(shownPath(path));
 }
 
 /// What may be wrong with a path at which there is nothing. `paste` says whether a checksum could stand there, too.
@@ -270,7 +271,7 @@ void ChecksumWidget::onCheckList()
 
 void ChecksumWidget::takeCheck(const ChecksumCheck &check, const SessionPaths &files)
 {
-    const QString path = QDir::toNativeSeparators(files.left);
+    const QString path = shownPath(files.left);
     switch (check.fault) {
     case ChecksumCheck::Fault::NotOpened:
         status().showFailure(Velmora::tr("Cannot open: %1").arg(path));
@@ -297,7 +298,7 @@ void ChecksumWidget::takeCheck(const ChecksumCheck &check, const SessionPaths &f
         m_offer->tell(Velmora::tr("All files are what the list says."), NoticeBar::Tone::Verdict);
     QStringList details;
     if (check.folder != QFileInfo(files.left).absolutePath())
-        details.append(Velmora::tr("Files in: %1").arg(QDir::toNativeSeparators(check.folder)));
+        details.append(Velmora::tr("Files in: %1").arg(shownPath(check.folder)));
     if (check.badLines > 0)
         details.append(Velmora::tr("Lines that are no checksums: %1, the first is line %2")
                            .arg(check.badLines)
@@ -345,7 +346,7 @@ void ChecksumWidget::writeList(const QString &folder, ChecksumAlgorithm algorith
             return {{}, saveFile(path, list)};
         },
         [this, path](const Outcome &outcome) {
-            const auto shown = [](const QString &file) { return QDir::toNativeSeparators(file); };
+            const auto shown = [](const QString &file) { return shownPath(file); };
             if (!outcome.unreadable.isEmpty())
                 status().showFailure(Velmora::tr("Cannot read: %1").arg(shown(outcome.unreadable.first())),
                                      Velmora::tr("No list was written"));

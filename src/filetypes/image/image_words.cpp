@@ -1,8 +1,8 @@
 #include "filetypes/image/image_words.h"
 
+#include "session/shown_path.h"
 #include "session/translate.h"
 
-#include <QDir>
 #include <QLocale>
 
 #include <algorithm>
@@ -55,15 +55,12 @@ QString captionOf(const Picture &picture, const QString &path)
 {
     if (!picture.isLoaded())
         return Velmora::tr("(not loaded)");
-    return QStringLiteral("%1x%2  %3")
-        .arg(picture.image.width())
-        .arg(picture.image.height())
-        .arg(QDir::toNativeSeparators(path));
+    return QStringLiteral("%1x%2  %3").arg(picture.image.width()).arg(picture.image.height()).arg(shownPath(path));
 }
 
 QString faultText(const Picture &picture, const QString &path)
 {
-    const QString file = QDir::toNativeSeparators(path);
+    const QString file = shownPath(path);
     switch (picture.fault) {
     case PictureFault::NotOpened:
         return Velmora::tr("Cannot open: %1").arg(file);

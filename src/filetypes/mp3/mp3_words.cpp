@@ -3,9 +3,9 @@
 #include "core/visible_name.h"
 #include "filetypes/mp3/damage_words.h"
 #include "filetypes/mp3/engine/common_fields.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
-#include <QDir>
 #include <QLocale>
 
 #include <algorithm>
@@ -139,11 +139,6 @@ QString factText(const SongField &field, const QString &value)
     const bool isCount =
         is(factKey::frames) || is(factKey::declaredFrames) || is(factKey::soundSize) || is(factKey::fileSize);
     return isCount ? number() : value;
-}
-
-QString shownPath(const QString &path)
-{
-    return visibleName(QDir::toNativeSeparators(path));
 }
 
 QString lostText(const QList<SongField> &lost)

@@ -1,10 +1,9 @@
 #include "filetypes/registry/registry_words.h"
 
-#include "core/visible_name.h"
 #include "filetypes/registry/engine/registry_text.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
-#include <QDir>
 #include <QLocale>
 
 #include <array>
@@ -16,11 +15,6 @@ namespace {
 QString number(qsizetype value)
 {
     return QLocale().toString(qint64(value));
-}
-
-QString shownPath(const QString &path)
-{
-    return visibleName(QDir::toNativeSeparators(path));
 }
 
 } // namespace

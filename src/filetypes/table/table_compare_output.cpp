@@ -10,12 +10,12 @@
 #include "filetypes/table/table_scene.h"
 #include "session/dialogs.h"
 #include "session/frame/status_line.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QDateTime>
-#include <QDir>
 
 namespace velmora {
 
@@ -25,8 +25,8 @@ TableReportLabels reportLabels(const TableDocument &document, const SessionPaths
 {
     TableReportLabels labels;
     labels.title = Velmora::tr("Velmora — table report");
-    labels.left = Velmora::tr("Left: %1").arg(QDir::toNativeSeparators(files.left));
-    labels.right = Velmora::tr("Right: %1").arg(QDir::toNativeSeparators(files.right));
+    labels.left = Velmora::tr("Left: %1").arg(shownPath(files.left));
+    labels.right = Velmora::tr("Right: %1").arg(shownPath(files.right));
     labels.generatedAt = Velmora::tr("Generated at");
     labels.leftRow = Velmora::tr("Left row");
     labels.rightRow = Velmora::tr("Right row");

@@ -1,9 +1,9 @@
 #include "filetypes/version/version_words.h"
 
 #include "core/visible_name.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
-#include <QDir>
 #include <QLocale>
 
 #include <algorithm>
@@ -152,11 +152,6 @@ std::optional<QString> firstValue(const ProgramFacts &facts, ProgramFact fact)
     const auto at = std::find_if(facts.values.begin(), facts.values.end(),
                                  [fact](const FactValue &value) { return value.fact == fact; });
     return at == facts.values.end() ? std::nullopt : std::optional(at->value);
-}
-
-QString shownPath(const QString &path)
-{
-    return visibleName(QDir::toNativeSeparators(path));
 }
 
 } // namespace

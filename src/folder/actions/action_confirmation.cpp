@@ -5,6 +5,7 @@
 #include "folder/actions/command_words.h"
 #include "folder/actions/plan_preview_dialog.h"
 #include "session/dialogs.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
 #include <QLocale>

@@ -2,6 +2,7 @@
 
 #include "folder/actions/action_words.h"
 #include "folder/actions/command_words.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
 #include <algorithm>

@@ -1,10 +1,8 @@
 #include "folder/actions/action_words.h"
 
-#include "core/visible_name.h"
 #include "session/fault_text.h"
 #include "session/translate.h"
 
-#include <QDir>
 #include <QLocale>
 #include <QStringList>
 
@@ -163,11 +161,6 @@ QString totalsText(const OperationTotals &totals)
     addPlain(totals.deletedFolders, QT_TRANSLATE_NOOP("Velmora", "Deleted folders: %1"));
     addPlain(totals.deletedUnlisted, QT_TRANSLATE_NOOP("Velmora", "Deleted although hidden or not listed: %1"));
     return parts.join(totalsSeparator);
-}
-
-QString shownPath(const QString &path)
-{
-    return visibleName(QDir::toNativeSeparators(path));
 }
 
 QString toolTipText(const QString &text)

@@ -31,9 +31,6 @@ inline const QString totalsSeparator = QStringLiteral("   ·   ");
 /// One line with what is written, replaced and deleted, in files and bytes.
 [[nodiscard]] QString totalsText(const OperationTotals &totals);
 
-/// A path as the system writes it.
-[[nodiscard]] QString shownPath(const QString &path);
-
 /// A text as it stands as a tool tip, which would take a name with brackets for markup.
 [[nodiscard]] QString toolTipText(const QString &text);
 

@@ -40,6 +40,8 @@ QString words(ArchiveProblem::Kind kind)
         return Velmora::tr("Unpacking stopped at 4 GiB and 250 times the size of the archive: %1");
     case ArchiveProblem::Kind::NestedUnreadable:
         return Velmora::tr("An archive within that stays a file, being damaged, one of too many or too deep: %1");
+    case ArchiveProblem::Kind::NestedTooLarge:
+        return Velmora::tr("An archive within that stays a file, as those within are opened up to 4 GiB in all: %1");
     case ArchiveProblem::Kind::Unlisted:
         return Velmora::tr("Not listed, for line feeds in the name");
     case ArchiveProblem::Kind::NotAllListed:

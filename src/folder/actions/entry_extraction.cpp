@@ -1,5 +1,6 @@
 #include "folder/actions/entry_extraction.h"
 
+#include "core/passing_folder.h"
 #include "folder/actions/archive_words.h"
 #include "folder/actions/folder_actions.h"
 #include "folder/engine/folder_engine.h"
@@ -86,7 +87,7 @@ void EntryExtraction::start(const std::shared_ptr<const ArchiveSource> &archive,
 void EntryExtraction::unpack(const std::shared_ptr<const ArchiveSource> &archive, const QStringList &paths,
                              const QString &destination)
 {
-    m_folder = std::make_unique<QTemporaryDir>();
+    m_folder = std::make_unique<PassingFolder>();
     if (!m_folder->isValid()) {
         Q_EMIT statusChanged(m_folder->errorString());
         return;

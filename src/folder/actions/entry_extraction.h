@@ -6,7 +6,6 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <QTemporaryDir>
 
 #include <memory>
 
@@ -16,6 +15,7 @@ namespace velmora {
 
 class ArchiveSource;
 class FolderActions;
+class PassingFolder;
 
 /// Copies entries of an archive into a folder that is asked for first: they are laid out in a private folder, on a
 /// worker, and go from there like any files, with the plan, the questions and the journal of that.
@@ -47,7 +47,7 @@ private:
     QWidget &m_window;
     Runner m_runner;
     FolderActions *m_actions;
-    std::unique_ptr<QTemporaryDir> m_folder; ///< of the last extraction
+    std::unique_ptr<PassingFolder> m_folder; ///< of the last extraction
 };
 
 } // namespace velmora

@@ -11,6 +11,7 @@
 #include "folder/actions/properties_dialog.h"
 #include "platform/file_manager.h"
 #include "session/dialogs.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
 #include <QLocale>

@@ -1,6 +1,7 @@
 #include "folder/actions/plan_preview_model.h"
 
 #include "folder/actions/action_words.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
 #include <QFont>

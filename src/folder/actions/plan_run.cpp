@@ -2,6 +2,7 @@
 
 #include "folder/actions/action_words.h"
 #include "folder/operations/journal_place.h"
+#include "session/shown_path.h"
 
 #include <algorithm>
 #include <utility>

@@ -6,6 +6,7 @@
 #include "session/dialogs.h"
 #include "session/fault_text.h"
 #include "session/frame/status_line.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
 #include <QWidget>

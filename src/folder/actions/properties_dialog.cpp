@@ -1,6 +1,7 @@
 #include "folder/actions/properties_dialog.h"
 
 #include "folder/actions/action_words.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 #include "vfs/git/git_place.h"
 #include "vfs/place/snapshot_source.h"

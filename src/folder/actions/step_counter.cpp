@@ -2,6 +2,7 @@
 
 #include "folder/actions/action_words.h"
 #include "folder/operations/operation_executor.h"
+#include "session/shown_path.h"
 
 #include <algorithm>
 

@@ -102,23 +102,25 @@ void ArchiveBrowseWidget::onOpenEntry()
     if (row < 0 || m_listing->row(row).isFolder)
         return;
     if (!m_copies)
-        m_copies = std::make_unique<QTemporaryDir>(passingCopiesTemplate());
+        m_copies = std::make_unique<PassingFolder>();
     const QString path = m_listing->path(row);
+    const auto archive = m_listing->sharedSource();
     m_opener.start(
-        [archive = m_listing->sharedSource(), path, folder = m_copies->path(),
-         test = host().kindTest()](const CancelFlag &cancel, Progress &) {
+        [archive, path, folder = m_copies->path(), test = host().kindTest()](const CancelFlag &cancel, Progress &) {
             OpenedEntry opened;
             opened.file = archive->layOut(path, folder, cancel);
             if (opened.file.ok())
                 opened.kind = test({opened.file.path, {}});
             return opened;
         },
-        [this, path](RunOutcome<OpenedEntry> &&outcome) {
-            if (outcome.end == RunEnd::Done && outcome.value->file.ok())
+        [this, archive, path](RunOutcome<OpenedEntry> &&outcome) {
+            if (outcome.end == RunEnd::Done && outcome.value->file.ok()) {
+                noteCopy(outcome.value->file.path, archive->location().shown + path);
                 host().openSession(outcome.value->kind, {outcome.value->file.path, {}, {}});
-            else if (outcome.end != RunEnd::Cancelled)
+            } else if (outcome.end != RunEnd::Cancelled) {
                 status().showFailure(Velmora::tr("Cannot read file: %1").arg(path),
                                      outcome.value ? outcome.value->file.error : QString());
+            }
         });
 }
 

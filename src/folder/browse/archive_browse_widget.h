@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/passing_folder.h"
 #include "core/runner.h"
 #include "folder/browse/archive_rows.h"
 #include "session/frame/files_session.h"
@@ -7,7 +8,6 @@
 
 #include <QByteArray>
 #include <QList>
-#include <QTemporaryDir>
 
 #include <memory>
 
@@ -79,7 +79,7 @@ private:
     QString m_shownPath;              ///< of the archive that is shown
     QString m_askedFor;               ///< the archive whose password was asked for last
     QByteArray m_password;
-    std::unique_ptr<QTemporaryDir> m_copies; ///< of entries that were opened elsewhere
+    std::unique_ptr<PassingFolder> m_copies; ///< of entries that were opened elsewhere
     Runner m_opener;
 };
 

@@ -40,11 +40,13 @@ void EntryOpener::start(const QString &kind, const SourcePair &sources, const Fo
             answer.kind = kind.isEmpty() ? test(answer.paths) : kind;
             return answer;
         },
-        [this, item](RunOutcome<Answer> &&outcome) {
+        [this, sources, item](RunOutcome<Answer> &&outcome) {
             if (outcome.end == RunEnd::Cancelled)
                 return;
             const Answer answer = outcome.value.value_or(Answer{{}, {item.leftPath, item.rightPath}, {}, false});
             if (answer.missing.isEmpty()) {
+                for (const Side side : bothSides)
+                    noteCopy(answer.paths[side], sources[side]->location().shown + pathOn(item, side));
                 remember(item);
                 Q_EMIT wanted(answer.kind, answer.paths.left, answer.paths.right);
             } else if (answer.isGone) {
@@ -81,7 +83,7 @@ void EntryOpener::remember(const FolderDiffItem &item)
 QString EntryOpener::folderForCopies()
 {
     if (!m_copies)
-        m_copies = std::make_unique<QTemporaryDir>(passingCopiesTemplate());
+        m_copies = std::make_unique<PassingFolder>();
     return m_copies->path();
 }
 

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "core/passing_folder.h"
 #include "core/runner.h"
 #include "folder/engine/folder_jobs.h"
 #include "session/session_host.h"
 
 #include <QObject>
 #include <QStringList>
-#include <QTemporaryDir>
 
 #include <memory>
 
@@ -48,7 +48,7 @@ private:
 
     const SessionHost &m_host;
     QStringList m_opened; ///< paths, the latest last
-    std::unique_ptr<QTemporaryDir> m_copies;
+    std::unique_ptr<PassingFolder> m_copies;
     Runner m_runner;
 };
 

@@ -1,3 +1,4 @@
+#include "core/path_names.h"
 #include "folder/compare/folder_compare_side_pane.h"
 #include "folder/compare/folder_compare_widget.h"
 #include "folder/compare/folder_view.h"
@@ -7,7 +8,6 @@
 #include "session/translate.h"
 #include "vfs/remote/remote_place.h"
 
-#include <QDir>
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QMimeData>
@@ -86,7 +86,7 @@ void FolderCompareWidget::tellWritten(Side side)
     const QString written = m_view->head(side).path();
     const QString word = side == Side::Left ? Velmora::tr("left") : Velmora::tr("right");
     if (!written.isEmpty())
-        log(Velmora::tr("Wrote %1 side path: %2").arg(word, QDir::toNativeSeparators(written)));
+        log(Velmora::tr("Wrote %1 side path: %2").arg(word, nativePath(written)));
 }
 
 void FolderCompareWidget::loadWritten()
@@ -135,7 +135,7 @@ void FolderCompareWidget::dropPaths(const QStringList &dropped, QPoint position)
         return;
     for (const QString &path : dropped) {
         if (!takesPath(path)) {
-            showMessage(words().refused.arg(QDir::toNativeSeparators(path)));
+            showMessage(words().refused.arg(nativePath(path)));
             return;
         }
     }

@@ -1,3 +1,4 @@
+#include "core/path_names.h"
 #include "core/settings_store.h"
 #include "folder/actions/action_words.h"
 #include "folder/actions/entry_extraction.h"
@@ -35,8 +36,7 @@ void FolderCompareWidget::onCompare()
         return;
     }
     log(Velmora::tr("%1 load dirs: %2 <-> %3")
-            .arg(logTime(QTime::currentTime()), QDir::toNativeSeparators(folders.left),
-                 QDir::toNativeSeparators(folders.right)));
+            .arg(logTime(QTime::currentTime()), nativePath(folders.left), nativePath(folders.right)));
     loadCurrentLevel();
 }
 
@@ -149,8 +149,7 @@ void FolderCompareWidget::onFolderCompareFinished(quint64 generation, const QLis
 
 void FolderCompareWidget::navigate(const QString &left, const QString &right)
 {
-    log(Velmora::tr("%1 navigate: %2 <-> %3")
-            .arg(logTime(QTime::currentTime()), QDir::toNativeSeparators(left), QDir::toNativeSeparators(right)));
+    log(Velmora::tr("%1 navigate: %2 <-> %3").arg(logTime(QTime::currentTime()), nativePath(left), nativePath(right)));
     setPaths({left, right, {}});
     loadCurrentLevel();
 }

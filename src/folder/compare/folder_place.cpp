@@ -1,5 +1,6 @@
 #include "folder/compare/folder_place.h"
 
+#include "core/path_names.h"
 #include "session/translate.h"
 #include "vfs/location.h"
 #include "vfs/place/other_tree.h"
@@ -27,7 +28,7 @@ QString folderName(const QString &path)
     if (isOtherTree(path))
         return otherTreeTitle(path);
     const QString name = QDir(path).dirName();
-    return name.isEmpty() ? QDir::toNativeSeparators(path) : name;
+    return name.isEmpty() ? nativePath(path) : name;
 }
 
 } // namespace

@@ -1,10 +1,10 @@
 #include "folder/compare/folder_report_content.h"
 
+#include "core/path_names.h"
 #include "folder/engine/folder_report.h"
 #include "session/translate.h"
 
 #include <QDateTime>
-#include <QDir>
 
 namespace velmora {
 
@@ -15,8 +15,8 @@ FolderReportLabels labelsFor(const SessionPaths &folders)
     FolderReportLabels labels;
     labels.title = Velmora::tr("Velmora — folder diff report");
     labels.heading = Velmora::tr("Velmora folder diff report");
-    labels.left = Velmora::tr("Left: %1").arg(QDir::toNativeSeparators(folders.left));
-    labels.right = Velmora::tr("Right: %1").arg(QDir::toNativeSeparators(folders.right));
+    labels.left = Velmora::tr("Left: %1").arg(nativePath(folders.left));
+    labels.right = Velmora::tr("Right: %1").arg(nativePath(folders.right));
     labels.generatedAt = Velmora::tr("Generated at");
     labels.columns = {Velmora::tr("Name"),       Velmora::tr("Status"),        Velmora::tr("Left size"),
                       Velmora::tr("Right size"), Velmora::tr("Left modified"), Velmora::tr("Right modified")};

@@ -20,6 +20,7 @@
 #include "session/frame/paths_bar.h"
 #include "session/frame/status_line.h"
 #include "session/session_host.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 #include "vfs/local_folder.h"
 

@@ -4,6 +4,7 @@
 #include "folder/actions/action_words.h"
 #include "folder/duplicates/duplicate_tree.h"
 #include "session/diff_colours.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
 #include <QDateTime>

@@ -2,6 +2,7 @@
 
 #include "folder/actions/action_words.h"
 #include "session/dialogs.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 #include "settings/dialogs/confirm_buttons.h"
 

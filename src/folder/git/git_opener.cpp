@@ -1,6 +1,8 @@
 #include "folder/git/git_opener.h"
 
 #include "folder/actions/git_fault_text.h"
+#include "folder/git/git_words.h"
+#include "session/passing_copies.h"
 #include "session/session_record.h"
 #include "session/translate.h"
 #include "vfs/git/git_content.h"
@@ -27,13 +29,17 @@ void GitOpener::open(const std::shared_ptr<const GitComparison> &comparison, con
                 answer.kind = test(answer.paths);
             return answer;
         },
-        [this](RunOutcome<Answer> &&outcome) {
+        [this, comparison, change](RunOutcome<Answer> &&outcome) {
             if (outcome.end != RunEnd::Done)
                 return;
-            if (outcome.value->fault.isError())
+            if (outcome.value->fault.isError()) {
                 Q_EMIT failed(gitFaultText(outcome.value->fault));
-            else
-                m_host.openSession(outcome.value->kind, {outcome.value->paths.left, outcome.value->paths.right, {}});
+                return;
+            }
+            for (const Side side : bothSides)
+                noteCopy(outcome.value->paths[side],
+                         gitSideShown(comparison->states[side].side) + u':' + change.paths[side]);
+            m_host.openSession(outcome.value->kind, {outcome.value->paths.left, outcome.value->paths.right, {}});
         });
 }
 

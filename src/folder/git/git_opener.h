@@ -1,12 +1,11 @@
 #pragma once
 
+#include "core/passing_folder.h"
 #include "core/runner.h"
-#include "session/passing_copies.h"
 #include "session/session_host.h"
 #include "vfs/git/git_comparison.h"
 
 #include <QObject>
-#include <QTemporaryDir>
 
 #include <memory>
 
@@ -33,7 +32,7 @@ private:
     };
 
     SessionHost &m_host;
-    QTemporaryDir m_copies{passingCopiesTemplate()};
+    PassingFolder m_copies;
     Runner m_runner;
 };
 

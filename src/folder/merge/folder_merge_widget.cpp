@@ -12,6 +12,7 @@
 #include "session/frame/notice_card.h"
 #include "session/frame/status_line.h"
 #include "session/session_host.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
 #include <QBoxLayout>

@@ -13,7 +13,6 @@
 #include <QFileInfo>
 #include <QJsonObject>
 #include <QLabel>
-#include <QTemporaryDir>
 
 namespace velmora {
 

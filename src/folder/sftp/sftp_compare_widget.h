@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/passing_folder.h"
 #include "core/runner.h"
 #include "folder/sftp/engine/ssh_runs.h"
 #include "session/session_widget.h"
@@ -7,7 +8,6 @@
 #include <memory>
 
 class QLabel;
-class QTemporaryDir;
 
 namespace velmora {
 
@@ -82,7 +82,7 @@ private:
     QLabel *m_clock;
     QLabel *m_counts;
     Compared m_compared;
-    std::shared_ptr<QTemporaryDir> m_copies; ///< a job that still writes there holds it, too
+    std::shared_ptr<PassingFolder> m_copies; ///< a job that still writes there holds it, too
     int m_copyNumber = 0;
     Runner m_runner;
 };

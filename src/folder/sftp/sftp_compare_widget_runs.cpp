@@ -10,6 +10,7 @@
 #include "session/frame/status_line.h"
 #include "session/list/list_pane.h"
 #include "session/list/list_view.h"
+#include "session/passing_copies.h"
 #include "session/session_host.h"
 #include "session/translate.h"
 
@@ -17,7 +18,6 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTemporaryDir>
 
 namespace velmora {
 
@@ -106,7 +106,7 @@ void SftpCompareWidget::showRows()
 QString SftpCompareWidget::newCopyFolder()
 {
     if (!m_copies)
-        m_copies = std::make_shared<QTemporaryDir>(QDir::tempPath() + QLatin1String("/velmora-scp-XXXXXX"));
+        m_copies = std::make_shared<PassingFolder>(PassingFolder::Purpose::Fetched);
     const QString folder = m_copies->filePath(QString::number(++m_copyNumber));
     return m_copies->isValid() && QDir().mkpath(folder) ? folder : QString();
 }
@@ -138,7 +138,11 @@ void SftpCompareWidget::onFetchAndCompare()
                                                                                       Progress &progress) {
             return fetchFile(target, file, fetched, cancel, progress);
         },
-        [this, local, fetched](const SshEnd &end) { takeFetched(end, local, fetched); });
+        [this, local, fetched, origin = joinedPath(m_compared.place.text(), row.key)](const SshEnd &end) {
+            if (end.ok())
+                noteCopy(fetched, origin);
+            takeFetched(end, local, fetched);
+        });
 }
 
 void SftpCompareWidget::takeFetched(const SshEnd &end, const QString &local, const QString &fetched)

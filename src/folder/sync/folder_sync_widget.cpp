@@ -14,6 +14,7 @@
 #include "session/frame/path_edit.h"
 #include "session/frame/status_line.h"
 #include "session/session_host.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
 #include <QDir>

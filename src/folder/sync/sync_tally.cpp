@@ -2,6 +2,7 @@
 
 #include "core/path_names.h"
 #include "folder/actions/action_words.h"
+#include "session/shown_path.h"
 
 #include <QSet>
 

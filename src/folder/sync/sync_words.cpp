@@ -2,6 +2,7 @@
 
 #include "core/visible_name.h"
 #include "folder/actions/action_words.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
 #include <QLocale>

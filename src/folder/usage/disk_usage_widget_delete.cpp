@@ -7,6 +7,7 @@
 #include "folder/usage/disk_usage_widget.h"
 #include "folder/usage/usage_view.h"
 #include "platform/file_layer.h"
+#include "session/shown_path.h"
 
 #include <algorithm>
 

@@ -3,9 +3,8 @@
 #include "session/document/edited_texts.h"
 #include "session/document/text_input.h"
 #include "session/frame/notice_bar.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
-
-#include <QDir>
 
 #include <algorithm>
 
@@ -76,7 +75,7 @@ QString ChangeWatcher::describe(const QList<PaneIndex> &panes) const
     if (panes.size() == 1) {
         const EditedText &text = m_texts.at(panes.first());
         said = (stampNow(text).isFile() ? text.words.changedOnDisk : text.words.goneFromDisk)
-                   .arg(QDir::toNativeSeparators(text.input->loadedPath()));
+                   .arg(shownPath(text.input->loadedPath()));
     }
     if (std::any_of(panes.begin(), panes.end(), [this](PaneIndex pane) { return m_texts.isModified(pane); }))
         said += u'\n' + Velmora::tr("The text shown has unsaved changes, which stay unless you discard them.");

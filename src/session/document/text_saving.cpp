@@ -1,12 +1,10 @@
 #include "session/document/text_saving.h"
 
-#include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/document/text_input.h"
 #include "session/pane/pane_editor.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
-
-#include <QDir>
 
 #include <algorithm>
 #include <utility>
@@ -21,11 +19,6 @@ QString codePointName(const QString &character)
 {
     const QList<uint> points = character.toUcs4();
     return QStringLiteral("U+%1").arg(points.isEmpty() ? 0 : points.first(), 4, 16, QLatin1Char('0')).toUpper();
-}
-
-QString shown(const QString &path)
-{
-    return visibleName(QDir::toNativeSeparators(path));
 }
 
 /// A text with other line ends.
@@ -170,7 +163,7 @@ void TextSaving::saveUnderNewName(PaneIndex pane, Done done)
 
 void TextSaving::start(PaneIndex pane, const QString &path, Target target, Done done)
 {
-    Q_EMIT message(Velmora::tr("Saving %1...").arg(shown(path)));
+    Q_EMIT message(Velmora::tr("Saving %1...").arg(shownPath(path)));
     const std::optional<LineEndStyle> style = lane(pane).ends;
     if (!style) {
         write(pane, path, target, std::move(done));
@@ -244,7 +237,7 @@ void TextSaving::finish(PaneIndex pane, const QString &path, RunOutcome<TextSave
         askToWriteOver(pane, path, result.stamp, done);
         break;
     case End::NotWritten:
-        offerOtherName(pane, Velmora::tr("Cannot write file: %1").arg(shown(path)), result.error, done);
+        offerOtherName(pane, Velmora::tr("Cannot write file: %1").arg(shownPath(path)), result.error, done);
         break;
     case End::Saved:
         done(true);
@@ -268,7 +261,7 @@ void TextSaving::take(PaneIndex pane, const QString &path, const TextSaveResult 
         input.setPath(path);
     input.setLoaded(loaded, path);
     Q_EMIT saved(pane);
-    Q_EMIT message(text(pane).words.saved.arg(shown(path)));
+    Q_EMIT message(text(pane).words.saved.arg(shownPath(path)));
 }
 
 void TextSaving::askToWriteOver(PaneIndex pane, const QString &path, const FileStamp &found, Done done)
@@ -277,7 +270,7 @@ void TextSaving::askToWriteOver(PaneIndex pane, const QString &path, const FileS
                                  ? Velmora::tr("Another program has changed this file since it was read:\n%1\n\n"
                                                "Write over it?")
                                  : Velmora::tr("This file is no longer there:\n%1\n\nWrite it anew?");
-    Dialogs::instance().askYesNo(m_window, Velmora::tr("External file changed"), question.arg(shown(path)), false,
+    Dialogs::instance().askYesNo(m_window, Velmora::tr("External file changed"), question.arg(shownPath(path)), false,
                                  [this, pane, path, done = std::move(done)](bool yes) {
                                      if (yes)
                                          start(pane, path, Target::Changed, done);
@@ -349,7 +342,7 @@ void TextSaving::askToKeep(QList<PaneIndex> panes, std::function<void(bool)> ans
         }
     };
     Dialogs::instance().ask(m_window, Dialogs::Tone::Warning, Velmora::tr("Unsaved changes"),
-                            first.words.askToSave.arg(path.isEmpty() ? first.words.unnamed : shown(path)),
+                            first.words.askToSave.arg(path.isEmpty() ? first.words.unnamed : shownPath(path)),
                             {{Velmora::tr("&Save"), Save, true, false},
                              {Velmora::tr("&Discard"), Discard, false, false},
                              {Velmora::tr("Cancel"), Cancel, false, true}},

@@ -1,13 +1,15 @@
 #include "session/frame/path_edit.h"
 
+#include "core/path_names.h"
 #include "core/visible_name.h"
 #include "session/frame/path_offer.h"
+#include "session/passing_copies.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
+#include <QAction>
 #include <QBoxLayout>
 #include <QCompleter>
-#include <QDir>
 #include <QToolButton>
 
 #include <utility>
@@ -35,6 +37,7 @@ PathEdit::PathEdit(const QString &placeholder, const QString &browseHint, QWidge
     setFocusProxy(m_line);
 
     connect(m_browse, &QToolButton::clicked, this, &PathEdit::browseRequested);
+    connect(m_line, &QLineEdit::textEdited, this, &PathEdit::showLock);
     connect(m_line, &QLineEdit::textEdited, this, &PathEdit::offerFromDisk);
     connect(m_line, &QLineEdit::textEdited, this, &PathEdit::pathEdited);
     connect(m_line, &QLineEdit::returnPressed, this, &PathEdit::submitted);
@@ -43,17 +46,34 @@ PathEdit::PathEdit(const QString &placeholder, const QString &browseHint, QWidge
 
 QString PathEdit::path() const
 {
+    if (!m_copy.isEmpty() && m_line->text() == m_origin)
+        return m_copy;
     QString text = m_line->text().trimmed();
     // Copied from a file manager, a path often comes in quotes.
     if (text.size() >= 2 && text.startsWith(u'"') && text.endsWith(u'"'))
         text = text.mid(1, text.size() - 2);
-    return QDir::fromNativeSeparators(text);
+    return pathFromNative(text);
 }
 
 void PathEdit::setPath(const QString &path)
 {
-    m_line->setText(QDir::toNativeSeparators(path));
+    const QString origin = originOfCopy(path);
+    m_copy = origin.isEmpty() ? QString() : path;
+    m_origin = origin;
+    m_line->setText(m_copy.isEmpty() ? nativePath(path) : origin);
     m_line->setToolTip(visibleName(m_line->text()));
+    showLock();
+}
+
+void PathEdit::showLock()
+{
+    const bool isCopy = !m_copy.isEmpty() && m_line->text() == m_origin;
+    if (isCopy && !m_lock) {
+        m_lock = m_line->addAction(themedIcon(QStringLiteral("lock.png")), QLineEdit::LeadingPosition);
+        m_lock->setToolTip(Velmora::tr("A copy that cannot be changed here"));
+    }
+    if (m_lock)
+        m_lock->setVisible(isCopy);
 }
 
 void PathEdit::setReadOnly(bool readOnly)
@@ -66,7 +86,7 @@ void PathEdit::setRecentPaths(const QStringList &paths)
 {
     QStringList native;
     for (const QString &path : paths)
-        native.append(QDir::toNativeSeparators(path));
+        native.append(nativePath(path));
     auto *completer = new QCompleter(native, this);
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     completer->setFilterMode(Qt::MatchContains);
@@ -88,6 +108,8 @@ void PathEdit::refreshTheme()
 {
     const QIcon icon = themedIcon(QStringLiteral("open.png"));
     m_browse->setIcon(icon);
+    if (m_lock)
+        m_lock->setIcon(themedIcon(QStringLiteral("lock.png")));
     if (icon.availableSizes().isEmpty())
         m_browse->setText(QStringLiteral("..."));
 }

@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QWidget>
 
+class QAction;
 class QToolButton;
 
 namespace velmora {
@@ -11,8 +12,10 @@ class PathOffer;
 
 /// The line for the path of one input, with the button beside it that asks for a file or folder.
 ///
-/// Shows paths with the system's own separators and hands them out with "/". Offers how a path that is typed may go on:
-/// from the paths that it was given, or else from what is on the disk. Drops land on the session behind it, not here.
+/// Shows paths with the system's own separators and hands them out with "/"; addresses, and what is no path, as they
+/// stand. A passing copy (`session/passing_copies.h`) is shown by where it is from, with a lock before it. Offers how a
+/// path that is typed may go on: from the paths that it was given, or else from what is on the disk. Drops land on the
+/// session behind it, not here.
 class PathEdit final : public QWidget {
     Q_OBJECT
 public:
@@ -45,9 +48,13 @@ Q_SIGNALS:
 
 private:
     void offerFromDisk();
+    void showLock();
 
     QLineEdit *m_line;
     QToolButton *m_browse;
+    QAction *m_lock = nullptr; ///< made for the first copy
+    QString m_copy;            ///< what the line shows as `m_origin`; empty while it shows a path
+    QString m_origin;
     PathOffer *m_offer = nullptr; ///< of the line; null before a letter is typed, and with recent paths
 };
 

@@ -1,13 +1,13 @@
 #include "session/frame/run_report.h"
 
-#include <QDir>
+#include "session/shown_path.h"
 
 namespace velmora {
 
 void reportReading(StatusLine &status, const ProgressState &state)
 {
     if (!state.item.isEmpty())
-        status.showMessage(Velmora::tr("Reading %1").arg(QDir::toNativeSeparators(state.item)));
+        status.showMessage(Velmora::tr("Reading %1").arg(shownPath(state.item)));
     status.showProgress(state);
 }
 

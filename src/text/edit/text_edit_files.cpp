@@ -1,4 +1,3 @@
-#include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/document/change_watcher.h"
 #include "session/document/conflict_notice.h"
@@ -11,13 +10,13 @@
 #include "session/pane/pane_options.h"
 #include "session/pane/pane_view.h"
 #include "session/session_host.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 #include "text/edit/recent_texts.h"
 #include "text/edit/text_edit_place.h"
 #include "text/edit/text_edit_widget.h"
 #include "text/edit/text_edit_wishes.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QLocale>
@@ -29,11 +28,6 @@ namespace velmora {
 namespace {
 
 constexpr int onlyPane = 0;
-
-QString shown(const QString &path)
-{
-    return visibleName(QDir::toNativeSeparators(path));
-}
 
 } // namespace
 
@@ -71,7 +65,7 @@ void TextEditWidget::dropPaths(const QStringList &paths, QPoint /*position*/)
 {
     for (const QString &path : paths) {
         if (QFileInfo(path).isDir())
-            showMessage(Velmora::tr("A folder is no text: %1").arg(shown(path)));
+            showMessage(Velmora::tr("A folder is no text: %1").arg(shownPath(path)));
         else
             openFile(path);
     }
@@ -119,7 +113,7 @@ void TextEditWidget::load(ChangedFile changed)
 {
     const QString path = m_input->path();
     if (QFileInfo(path).isDir()) {
-        showMessage(Velmora::tr("A folder is no text: %1").arg(shown(path)));
+        showMessage(Velmora::tr("A folder is no text: %1").arg(shownPath(path)));
         return;
     }
     if (m_input->isFileAtLeast(TextInput::sizeLimit)) {
@@ -127,7 +121,7 @@ void TextEditWidget::load(ChangedFile changed)
         return;
     }
     if (!path.isEmpty())
-        showMessage(Velmora::tr("Reading %1...").arg(shown(path)));
+        showMessage(Velmora::tr("Reading %1...").arg(shownPath(path)));
     m_progress->showBusy();
     m_texts->editor().setObstacle(onlyPane, Velmora::tr("The file is still being read"));
     m_runner.start(
@@ -144,7 +138,7 @@ void TextEditWidget::takeOutcome(RunOutcome<TextEditResult> &&outcome, const QSt
         return;
     }
     if (!outcome.value->loaded || !outcome.value->document) {
-        showMessage(Velmora::tr("Cannot open file: %1").arg(shown(path)));
+        showMessage(Velmora::tr("Cannot open file: %1").arg(shownPath(path)));
         return;
     }
     const LoadedText &loaded = *outcome.value->loaded;
@@ -152,7 +146,7 @@ void TextEditWidget::takeOutcome(RunOutcome<TextEditResult> &&outcome, const QSt
         m_view->setFocus();
     showText(loaded, path, outcome.value->document);
     if (loaded.missing && !path.isEmpty()) {
-        showMessage(Velmora::tr("This file is not there yet; saving makes it: %1").arg(shown(path)));
+        showMessage(Velmora::tr("This file is not there yet; saving makes it: %1").arg(shownPath(path)));
     } else if (!path.isEmpty()) {
         RecentTexts::add(path);
         const QString obstacle = m_texts->editor().obstacle(onlyPane);
@@ -209,7 +203,7 @@ void TextEditWidget::onSave()
     enum Answer { Cancel, OtherName, Replace };
     Dialogs::instance().ask(this, Dialogs::Tone::Warning, Velmora::tr("Read-only file"),
                             Velmora::tr("This file is read-only:\n%1\n\nSave the text under another name?")
-                                .arg(shown(m_input->loadedPath())),
+                                .arg(shownPath(m_input->loadedPath())),
                             {{Velmora::tr("Save &as..."), OtherName, true, false},
                              {Velmora::tr("&Replace the file"), Replace, false, false},
                              {Velmora::tr("Cancel"), Cancel, false, true}},

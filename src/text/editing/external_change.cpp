@@ -1,10 +1,9 @@
 #include "text/editing/external_change.h"
 
-#include "core/visible_name.h"
 #include "session/dialogs.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
-#include <QDir>
 #include <QWidget>
 
 namespace velmora {
@@ -14,9 +13,9 @@ void askAboutExternalChange(QWidget *parent, const ExternalChange &change,
 {
     QString text = Velmora::tr("Files on disk were modified externally:\n");
     if (!change.leftPath.isEmpty())
-        text += Velmora::tr("  · Left: %1\n").arg(visibleName(QDir::toNativeSeparators(change.leftPath)));
+        text += Velmora::tr("  · Left: %1\n").arg(shownPath(change.leftPath));
     if (!change.rightPath.isEmpty())
-        text += Velmora::tr("  · Right: %1\n").arg(visibleName(QDir::toNativeSeparators(change.rightPath)));
+        text += Velmora::tr("  · Right: %1\n").arg(shownPath(change.rightPath));
     text += Velmora::tr("\nReload from disk before comparing?");
     if (change.unsavedEdits) {
         text +=

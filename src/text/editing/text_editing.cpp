@@ -1,7 +1,9 @@
 #include "text/editing/text_editing.h"
 
 #include "core/line_ends.h"
+#include "core/visible_name.h"
 #include "session/document/text_input.h"
+#include "session/passing_copies.h"
 #include "session/translate.h"
 #include "text/text_inputs.h"
 #include "text/view/diff_view.h"
@@ -45,6 +47,8 @@ QString obstacleOf(const EditedText &text, bool isReadOnly)
 {
     if (isReadOnly)
         return Velmora::tr("This side is read-only by the session's settings");
+    if (const QString origin = originOfCopy(text.input->path()); !origin.isEmpty())
+        return Velmora::tr("This side is a copy and cannot be changed: %1").arg(visibleName(origin));
     return describeLoss(text);
 }
 

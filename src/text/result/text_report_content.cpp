@@ -1,12 +1,11 @@
 #include "text/result/text_report_content.h"
 
-#include "core/visible_name.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 #include "text/engine/text_report.h"
 #include "text/result/verdict.h"
 
 #include <QDateTime>
-#include <QDir>
 
 namespace velmora {
 
@@ -18,8 +17,8 @@ TextReportLabels labelsFor(const TextReportContent &content)
     TextReportLabels labels;
     labels.title = Velmora::tr("Velmora — diff report");
     labels.heading = Velmora::tr("Velmora diff report");
-    labels.left = Velmora::tr("Left: %1").arg(visibleName(QDir::toNativeSeparators(content.paths.left)));
-    labels.right = Velmora::tr("Right: %1").arg(visibleName(QDir::toNativeSeparators(content.paths.right)));
+    labels.left = Velmora::tr("Left: %1").arg(shownPath(content.paths.left));
+    labels.right = Velmora::tr("Right: %1").arg(shownPath(content.paths.right));
     labels.generatedAt = Velmora::tr("Generated at");
     labels.leftColumn = Velmora::tr("Left side");
     labels.rightColumn = Velmora::tr("Right side");

@@ -44,9 +44,11 @@ private:
     qint64 m_left;
 };
 
-/// Puts down what it is given.
+/// Puts down what it is given, as long as that is no more than `most` bytes.
 class SpoolVisitor final : public ContentVisitor {
 public:
+    explicit SpoolVisitor(qint64 most) : m_most(most) {}
+
     struct Part {
         qint64 begin = 0;
         qint64 length = 0;
@@ -57,7 +59,7 @@ public:
         m_entry = entry;
         m_begin = spool->size();
     }
-    bool take(QByteArrayView bytes) override { return spool->add(bytes); }
+    bool take(QByteArrayView bytes) override { return spool->size() + bytes.size() <= m_most && spool->add(bytes); }
     bool end(bool isWhole, const QString &) override
     {
         if (isWhole)
@@ -69,6 +71,7 @@ public:
     QHash<qint32, Part> parts; ///< of the entries that could be read whole
 
 private:
+    qint64 m_most;
     qint32 m_entry = 0;
     qint64 m_begin = 0;
 };
@@ -97,16 +100,19 @@ VisitEnd ZipContents::visit(std::span<const qint32> entries, ContentVisitor &vis
     return visit.end();
 }
 
-std::unique_ptr<OpenFile> ZipContents::open(qint32 entry) const
+std::unique_ptr<OpenFile> ZipContents::open(qint32 entry, const CancelFlag &cancel) const
 {
-    SpoolVisitor visitor;
-    const VisitEnd end = visit(std::span(&entry, 1), visitor, {});
+    // A zip may lie about the size of an entry.
+    SpoolVisitor visitor((*m_entries)[std::size_t(entry)].size);
+    const VisitEnd end = visit(std::span(&entry, 1), visitor, cancel);
     return end == VisitEnd::Done && visitor.parts.contains(entry) ? visitor.spool->open() : nullptr;
 }
 
 /// The contents of all entries.
 class StreamContents::Unpacked {
 public:
+    explicit Unpacked(qint64 most) : visitor(most) {}
+
     SpoolVisitor visitor;
 };
 
@@ -126,18 +132,20 @@ VisitEnd StreamContents::visit(std::span<const qint32> entries, ContentVisitor &
     return visit.end();
 }
 
-std::unique_ptr<OpenFile> StreamContents::open(qint32 entry) const
+std::unique_ptr<OpenFile> StreamContents::open(qint32 entry, const CancelFlag &cancel) const
 {
     const std::lock_guard lock(m_mutex);
     if (!m_unpacked) {
-        auto unpacked = std::make_shared<Unpacked>();
+        auto unpacked = std::make_shared<Unpacked>(m_file.mostUnpacked);
         LimitedVisit visit(unpacked->visitor, m_file.mostUnpacked);
-        ResumingStream archive(m_file.file, m_file.password, {});
+        ResumingStream archive(m_file.file, m_file.password, cancel);
         while (archive.next() == ArchiveStream::Step::Entry) {
             const ArchiveEntry &found = archive.stream().entry();
             if (found.kind == ArchiveEntryKind::File && !visit.take(archive.stream(), qint32(found.position)))
                 break;
         }
+        if (cancel.isCancelled())
+            return nullptr;
         m_unpacked = std::move(unpacked);
     }
     const auto part = m_unpacked->visitor.parts.constFind(entry);

@@ -51,8 +51,8 @@ public:
     /// Visits some entries, whose numbers are in ascending order, in one pass over the archive.
     [[nodiscard]] virtual VisitEnd visit(std::span<const qint32> entries, ContentVisitor &visitor,
                                          const CancelFlag &cancel) const = 0;
-    /// Null when the content cannot be read whole.
-    [[nodiscard]] virtual std::unique_ptr<OpenFile> open(qint32 entry) const = 0;
+    /// Null when the content cannot be read whole, or `cancel` is set first.
+    [[nodiscard]] virtual std::unique_ptr<OpenFile> open(qint32 entry, const CancelFlag &cancel) const = 0;
     /// Where that is found out without reading the content here.
     [[nodiscard]] virtual std::optional<ContentIdentity> identity(qint32 /*entry*/) const { return std::nullopt; }
     /// As `TreeSource::identitiesAtOnce`.
@@ -80,7 +80,7 @@ public:
 
     [[nodiscard]] VisitEnd visit(std::span<const qint32> entries, ContentVisitor &visitor,
                                  const CancelFlag &cancel) const override;
-    [[nodiscard]] std::unique_ptr<OpenFile> open(qint32 entry) const override;
+    [[nodiscard]] std::unique_ptr<OpenFile> open(qint32 entry, const CancelFlag &cancel) const override;
 
 private:
     ArchiveFile m_file;
@@ -96,7 +96,7 @@ public:
 
     [[nodiscard]] VisitEnd visit(std::span<const qint32> entries, ContentVisitor &visitor,
                                  const CancelFlag &cancel) const override;
-    [[nodiscard]] std::unique_ptr<OpenFile> open(qint32 entry) const override;
+    [[nodiscard]] std::unique_ptr<OpenFile> open(qint32 entry, const CancelFlag &cancel) const override;
 
 private:
     class Unpacked;

@@ -11,6 +11,7 @@
 #include <QDir>
 
 #include <algorithm>
+#include <set>
 
 namespace velmora {
 
@@ -88,7 +89,8 @@ public:
           m_progress(progress),
           m_opening(opening),
           m_entriesLeft(request.limits.entries),
-          m_archivesLeft(request.limits.archives)
+          m_archivesLeft(request.limits.archives),
+          m_withinLeft(request.limits.within)
     {}
 
     void loadFile(const std::shared_ptr<OpenFile> &file)
@@ -123,6 +125,7 @@ private:
         std::vector<ArchiveEntry> entries;
         std::vector<std::size_t> blocked;
         std::map<qint32, std::shared_ptr<Spool>> inner; ///< by entry: what may be an archive
+        std::set<qint32> tooLarge;                      ///< entries that may be one, and are not put down
         bool isZip = false;
     };
 
@@ -305,7 +308,7 @@ private:
     void readContent(Draft &draft, ArchiveStream &stream, bool mayHoldOthers, bool sizeIsOpen)
     {
         ArchiveEntry &entry = draft.entries.back();
-        const auto spool = mayHoldOthers ? std::make_shared<Spool>() : nullptr;
+        auto spool = mayHoldOthers ? std::make_shared<Spool>() : nullptr;
         MessageDigest digest(MessageDigest::Kind::Sha1);
         digest.update(blobHead(entry.size));
         qint64 count = 0;
@@ -313,12 +316,18 @@ private:
             digest.update(bytes);
             count += bytes.size();
             m_unpackedLeft -= bytes.size();
+            if (spool && spool->size() + bytes.size() > m_withinLeft) {
+                spool.reset();
+                draft.tooLarge.insert(qint32(entry.position));
+            }
             return m_unpackedLeft > 0 && (!spool || spool->add(bytes));
         });
         if (isWhole && count == entry.size && !sizeIsOpen)
             draft.parts.digests.insert(qint32(entry.position), digest.value());
-        if (isWhole && spool)
+        if (isWhole && spool) {
+            m_withinLeft -= spool->size();
             draft.inner[qint32(entry.position)] = spool;
+        }
         if (entry.size < 0 || sizeIsOpen)
             entry.size = count;
         if (!isWhole && m_unpackedLeft > 0 && !m_cancel.isCancelled())
@@ -336,10 +345,14 @@ private:
             if (node.kind != ArchiveEntryKind::File || !looksLikeArchive(node.name))
                 continue;
             const QString path = tree.path(number);
+            m_progress.report(0, 0, 0, draft.prefix + path);
             std::shared_ptr<OpenFile> file =
                 m_archivesLeft-- > 0 && draft.depth < m_request.limits.nesting ? innerFile(draft, node) : nullptr;
+            if (m_cancel.isCancelled())
+                return;
             if (!file) {
-                note(draft, Kind::NestedUnreadable, path);
+                const bool isTooLarge = draft.tooLarge.contains(node.entry);
+                note(draft, isTooLarge ? Kind::NestedTooLarge : Kind::NestedUnreadable, path);
                 continue;
             }
             const Location &outer = draft.parts.location;
@@ -350,14 +363,20 @@ private:
         }
     }
 
-    std::shared_ptr<OpenFile> innerFile(const Draft &draft, const ArchiveNode &node)
+    std::shared_ptr<OpenFile> innerFile(Draft &draft, const ArchiveNode &node)
     {
         if (!draft.isZip) {
             const auto found = draft.inner.find(node.entry);
             return found == draft.inner.end() ? nullptr : found->second->open();
         }
-        m_unpackedLeft -= (*draft.parts.entries)[std::size_t(node.entry)].size;
-        return m_unpackedLeft > 0 ? draft.parts.contents->open(node.entry) : nullptr;
+        const qint64 size = (*draft.parts.entries)[std::size_t(node.entry)].size;
+        if (size > m_withinLeft) {
+            draft.tooLarge.insert(node.entry);
+            return nullptr;
+        }
+        m_withinLeft -= size;
+        m_unpackedLeft -= size;
+        return m_unpackedLeft > 0 ? draft.parts.contents->open(node.entry, m_cancel) : nullptr;
     }
 
     const ArchiveRequest &m_request;
@@ -367,6 +386,7 @@ private:
     qint64 m_entriesLeft;
     qint64 m_unpackedLeft = 0;
     int m_archivesLeft;
+    qint64 m_withinLeft; ///< bytes of archives within that may still be put down
 };
 
 } // namespace

@@ -22,6 +22,7 @@ struct ArchiveProblem {
         TooManyEntries,   ///< the rest is left out
         TooMuchContent,   ///< unpacking ended at the limit
         NestedUnreadable, ///< an archive within that stays a file
+        NestedTooLarge,   ///< the same, as those within may take no more of the disk
         Unlisted,         ///< a name that a host cannot tell
         NotAllListed,     ///< a host could not list everything
     };

@@ -21,11 +21,11 @@ VisitEnd SingleContents::visit(std::span<const qint32> entries, ContentVisitor &
     return VisitEnd::Done;
 }
 
-std::unique_ptr<OpenFile> SingleContents::open(qint32 entry) const
+std::unique_ptr<OpenFile> SingleContents::open(qint32 entry, const CancelFlag &cancel) const
 {
     const auto spool = std::make_shared<Spool>();
     const auto add = [&spool](QByteArrayView bytes) { return spool->add(bytes); };
-    return entryAt(entry).size <= m_mostRead && read(entry, add, {}) ? spool->open() : nullptr;
+    return entryAt(entry).size <= m_mostRead && read(entry, add, cancel) ? spool->open() : nullptr;
 }
 
 } // namespace velmora

@@ -20,7 +20,7 @@ public:
     [[nodiscard]] VisitEnd visit(std::span<const qint32> entries, ContentVisitor &visitor,
                                  const CancelFlag &cancel) const override;
     /// Reads it whole first.
-    [[nodiscard]] std::unique_ptr<OpenFile> open(qint32 entry) const override;
+    [[nodiscard]] std::unique_ptr<OpenFile> open(qint32 entry, const CancelFlag &cancel) const override;
 
 protected:
     using Sink = ChildDesk::Sink;

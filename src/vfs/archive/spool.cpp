@@ -40,8 +40,9 @@ bool Spool::add(QByteArrayView bytes)
         return true;
     }
     if (!m_file) {
-        m_file = std::make_unique<QTemporaryFile>();
-        if (!m_file->open() || m_file->write(m_bytes) != m_bytes.size())
+        m_folder = std::make_unique<PassingFolder>();
+        m_file = std::make_unique<QFile>(m_folder->filePath(QStringLiteral("bytes")));
+        if (!m_folder->isValid() || !m_file->open(QIODevice::WriteOnly) || m_file->write(m_bytes) != m_bytes.size())
             return false;
         m_bytes.clear();
     }

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "core/passing_folder.h"
 #include "platform/file_access.h"
 
 #include <QByteArray>
 #include <QByteArrayView>
-#include <QTemporaryFile>
+#include <QFile>
 
 #include <memory>
 
@@ -26,7 +27,8 @@ private:
     class Window;
 
     QByteArray m_bytes;
-    std::unique_ptr<QTemporaryFile> m_file;
+    std::unique_ptr<PassingFolder> m_folder; ///< null: in memory
+    std::unique_ptr<QFile> m_file;
     qint64 m_size = 0;
 };
 

@@ -1,9 +1,8 @@
 #pragma once
 
+#include "core/passing_folder.h"
 #include "vfs/git/git_repository.h"
 #include "vfs/git/loose_object.h"
-
-#include <QTemporaryDir>
 
 #include <memory>
 #include <vector>
@@ -54,7 +53,7 @@ public:
                                     const CancelFlag &cancel) const;
 
 private:
-    QTemporaryDir m_folder;
+    PassingFolder m_folder;
     LooseObjects m_objects;
     bool m_isReady = false;
 };

@@ -72,7 +72,7 @@ RemoteFiles::File RemoteContents::fileAt(qint32 entry) const
     return {entryAt(entry).name, entryAt(entry).size};
 }
 
-std::unique_ptr<OpenFile> RemoteContents::open(qint32 entry) const
+std::unique_ptr<OpenFile> RemoteContents::open(qint32 entry, const CancelFlag & /*cancel*/) const
 {
     return std::make_unique<RemoteFile>(m_files, fileAt(entry));
 }

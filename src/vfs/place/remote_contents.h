@@ -15,7 +15,7 @@ class RemoteContents final : public SingleContents {
 public:
     RemoteContents(const SshTarget &target, std::shared_ptr<const std::vector<ArchiveEntry>> entries, qint64 mostRead);
 
-    [[nodiscard]] std::unique_ptr<OpenFile> open(qint32 entry) const override;
+    [[nodiscard]] std::unique_ptr<OpenFile> open(qint32 entry, const CancelFlag &cancel) const override;
     /// Computed on the host.
     [[nodiscard]] std::optional<ContentIdentity> identity(qint32 entry) const override;
     [[nodiscard]] qsizetype identitiesAtOnce() const override;
