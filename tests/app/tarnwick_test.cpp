@@ -75,6 +75,8 @@ private Q_SLOTS:
             QFile file(path(name));
             QVERIFY(file.open(QIODevice::WriteOnly));
         }
+        QFile zip(path("a.zip"));
+        QVERIFY(zip.open(QIODevice::WriteOnly) && zip.write(QByteArray("PK\5\6").leftJustified(22, '\0')) == 22);
         for (const char *name : {"one", "two"})
             QVERIFY(QDir(m_folder.path()).mkdir(QLatin1String(name)));
     }
@@ -215,6 +217,7 @@ private Q_SLOTS:
             {"a.txt missing", "text", "a.txt <-> missing"},
             {"--diff one two", "text", "one <-> two"},
             {"--folder a.txt b.txt", "folder", "a.txt <-> b.txt"},
+            {"--folder one a.zip", "archive", "one <-> a.zip"},
             {"--sync one/ two", "sync", "Sync one <-> two"},
             {"--git one two", "git", "Git: one"},
             {"%2 %1", "text", "%2 <-> %1"},

@@ -220,6 +220,36 @@ private Q_SLOTS:
         }
     }
 
+    /// What is unpacked as it is read is read in any order, and its end only when it is what was packed.
+    void largeEntriesAreReadForwardAndBack()
+    {
+        const Folder folder;
+        QByteArray bytes(40 << 20, Qt::Uninitialized);
+        for (qsizetype i = 0; i < bytes.size(); ++i)
+            bytes[i] = char((i * 7 + i / 1000) & 0x3F);
+        QByteArray zip = packed({{"big", bytes}}, "zip");
+        const auto read = [&](qint64 offset, qint64 length) {
+            const TreeAt found = opened(folder.put(QStringLiteral("zip"), zip));
+            const auto opener = found.opening.source->makeOpener();
+            const auto file = opener->open(QStringLiteral("/big"), OpenHint::Unknown);
+            QByteArray all;
+            for (const qint64 at : {qint64(0), qint64(3000), offset, offset - 100, qint64(1)}) {
+                QByteArray piece(length, '\0');
+                const FilePiece got = file->readAt(at, piece.data(), length);
+                all += got.failed ? QByteArray("failed") : piece.first(got.length);
+            }
+            return all;
+        };
+        for (const qint64 offset : {qint64(bytes.size() - 50), qint64(bytes.size() + 100)}) {
+            QByteArray wanted;
+            for (const qint64 at : {qint64(0), qint64(3000), offset, offset - 100, qint64(1)})
+                wanted += bytes.mid(at, 5000);
+            QCOMPARE(read(offset, 5000), wanted);
+        }
+        zip[zip.size() / 2] = char(zip[zip.size() / 2] ^ 1);
+        QVERIFY(read(bytes.size() - 50, 5000).contains("failed"));
+    }
+
     /// Cut anywhere, an archive says that something is missing; what is there is right.
     void damagedArchivesTellWhatIsMissing()
     {

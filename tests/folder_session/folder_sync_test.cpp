@@ -6,6 +6,7 @@
 #include "folder/sync/sync_tally.h"
 #include "folder/sync/sync_words.h"
 #include "folder_engine/test_tree.h"
+#include "session/shown_path.h"
 #include "support/recording_host.h"
 #include "support/scripted_dialogs.h"
 #include "support/test_main.h"

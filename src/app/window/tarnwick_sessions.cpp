@@ -11,6 +11,7 @@
 #include "session/translate.h"
 #include "vfs/place/other_tree.h"
 #include "vfs/place/snapshot_source.h"
+#include "vfs/place/tree_path.h"
 
 #include <QApplication>
 #include <QDir>
@@ -62,6 +63,17 @@ const SessionKindRow &kindForPair(const SessionPaths &paths)
     };
     const bool folders = isFolder(paths.left) && isFolder(paths.right);
     return sessionKind(folders ? QLatin1String("folder") : QLatin1String("text"));
+}
+
+/// The kind that compares two paths as `asked`: folders of which one lies in an archive are compared as archives are.
+const SessionKindRow &kindForFolders(const SessionKindRow &asked, const SessionPaths &paths)
+{
+    const auto isArchive = [](const QString &path) {
+        const QString file = isOtherTree(path) || snapshotPlaceOf(path) ? QString() : fileOnTheWay(path);
+        return kindOfPair(file, {}) == QLatin1String("archivebrowse");
+    };
+    const bool haveArchive = asked.id == QLatin1String("folder") && (isArchive(paths.left) || isArchive(paths.right));
+    return haveArchive ? sessionKind(QLatin1String("archive")) : asked;
 }
 
 const SessionKindRow &kindOf(const SessionRecord &record)
@@ -184,7 +196,7 @@ void Tarnwick::openCompare(const QString &kind, const QString &leftPath, const Q
 {
     const SessionPaths paths{.left = leftPath, .right = rightPath, .base = {}};
     const SessionKindRow *known = findSessionKind(kind);
-    const SessionKindRow &row = known && known->opensPairs ? *known : kindForPair(paths);
+    const SessionKindRow &row = known && known->opensPairs ? kindForFolders(*known, paths) : kindForPair(paths);
     SessionWidget *session = addSession(row, sessionTitle(row, paths), paths);
     // The report belongs to this comparison; a kind that writes none must not leave it to a later one.
     if (!m_pendingReport.isEmpty())

@@ -1,6 +1,7 @@
 #include "vfs/archive/archive_contents.h"
 
 #include "vfs/archive/archive_stream.h"
+#include "vfs/archive/forward_file.h"
 #include "vfs/archive/resuming_stream.h"
 #include "vfs/archive/zip_directory.h"
 
@@ -84,9 +85,8 @@ VisitEnd ZipContents::visit(std::span<const qint32> entries, ContentVisitor &vis
     for (const qint32 number : entries) {
         if (cancel.isCancelled())
             break;
-        const bool isBlocked = std::binary_search(m_blocked.begin(), m_blocked.end(), std::size_t(number));
         std::shared_ptr<OpenFile> alone =
-            isBlocked ? nullptr : zipOfEntry(m_file.file, (*m_entries)[std::size_t(number)]);
+            isBlocked(number) ? nullptr : zipOfEntry(m_file.file, (*m_entries)[std::size_t(number)]);
         bool goesOn = false;
         if (alone) {
             ArchiveStream stream(std::move(alone), m_file.password, cancel);
@@ -106,6 +106,26 @@ std::unique_ptr<OpenFile> ZipContents::open(qint32 entry, const CancelFlag &canc
     SpoolVisitor visitor((*m_entries)[std::size_t(entry)].size);
     const VisitEnd end = visit(std::span(&entry, 1), visitor, cancel);
     return end == VisitEnd::Done && visitor.parts.contains(entry) ? visitor.spool->open() : nullptr;
+}
+
+std::unique_ptr<OpenFile> ZipContents::openForward(qint32 entry) const
+{
+    constexpr qint64 small = 1024 * 1024; // what a spool keeps in memory
+    const qint64 size = (*m_entries)[std::size_t(entry)].size;
+    std::shared_ptr<OpenFile> alone = size <= small || size > m_file.mostUnpacked || isBlocked(entry)
+                                          ? nullptr
+                                          : zipOfEntry(m_file.file, (*m_entries)[std::size_t(entry)]);
+    if (!alone)
+        return open(entry, {});
+    auto stream = std::make_unique<ArchiveStream>(std::move(alone), m_file.password, CancelFlag());
+    if (stream->next() != ArchiveStream::Step::Entry)
+        return nullptr;
+    return std::make_unique<ForwardFile>(std::move(stream), size, [this, entry] { return open(entry, {}); });
+}
+
+bool ZipContents::isBlocked(qint32 entry) const
+{
+    return std::binary_search(m_blocked.begin(), m_blocked.end(), std::size_t(entry));
 }
 
 /// The contents of all entries.

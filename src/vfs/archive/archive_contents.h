@@ -53,6 +53,9 @@ public:
                                          const CancelFlag &cancel) const = 0;
     /// Null when the content cannot be read whole, or `cancel` is set first.
     [[nodiscard]] virtual std::unique_ptr<OpenFile> open(qint32 entry, const CancelFlag &cancel) const = 0;
+    /// The same for who reads from the beginning to the end: may be unpacked as it is read, and turn out to be not
+    /// whole by then. This object must outlive it.
+    [[nodiscard]] virtual std::unique_ptr<OpenFile> openForward(qint32 entry) const { return open(entry, {}); }
     /// Where that is found out without reading the content here.
     [[nodiscard]] virtual std::optional<ContentIdentity> identity(qint32 /*entry*/) const { return std::nullopt; }
     /// As `TreeSource::identitiesAtOnce`.
@@ -81,8 +84,11 @@ public:
     [[nodiscard]] VisitEnd visit(std::span<const qint32> entries, ContentVisitor &visitor,
                                  const CancelFlag &cancel) const override;
     [[nodiscard]] std::unique_ptr<OpenFile> open(qint32 entry, const CancelFlag &cancel) const override;
+    [[nodiscard]] std::unique_ptr<OpenFile> openForward(qint32 entry) const override;
 
 private:
+    [[nodiscard]] bool isBlocked(qint32 entry) const;
+
     ArchiveFile m_file;
     std::shared_ptr<const std::vector<ArchiveEntry>> m_entries;
     std::vector<std::size_t> m_blocked;

@@ -18,7 +18,8 @@ public:
     {
         const Spot spot = m_archive.find(path);
         const bool isFile = spot.isThere() && spot.archive->tree().node(spot.node).kind == ArchiveEntryKind::File;
-        return isFile ? spot.archive->m_parts.contents->open(spot.archive->tree().node(spot.node).entry, {}) : nullptr;
+        return isFile ? spot.archive->m_parts.contents->openForward(spot.archive->tree().node(spot.node).entry)
+                      : nullptr;
     }
 
 private:

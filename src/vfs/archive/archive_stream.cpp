@@ -213,17 +213,20 @@ ArchiveStream::Step ArchiveStream::next()
 bool ArchiveStream::readContent(const Sink &sink)
 {
     m_buffer.resize(outputBlock);
-    while (!m_handle->isCancelled()) {
-        const la_ssize_t count =
-            m_handle->library().archive_read_data(m_handle->reader(), m_buffer.data(), std::size_t(m_buffer.size()));
-        if (count == 0)
-            return true;
-        if (count < 0 || !sink(QByteArrayView(m_buffer.constData(), count))) {
-            m_isBroken = m_isBroken || count == ARCHIVE_FATAL;
-            return false;
-        }
-    }
-    return false;
+    qint64 count = 0;
+    do
+        count = readSome(m_buffer.data(), m_buffer.size());
+    while (count > 0 && sink(QByteArrayView(m_buffer.constData(), count)));
+    return count == 0;
+}
+
+qint64 ArchiveStream::readSome(char *buffer, qint64 length)
+{
+    if (m_handle->isCancelled())
+        return -1;
+    const la_ssize_t count = m_handle->library().archive_read_data(m_handle->reader(), buffer, std::size_t(length));
+    m_isBroken = m_isBroken || count == ARCHIVE_FATAL;
+    return count < 0 ? -1 : qint64(count);
 }
 
 bool ArchiveStream::canDecrypt() const

@@ -41,6 +41,9 @@ public:
     using Sink = std::function<bool(QByteArrayView bytes)>;
     /// Gives the content of the entry to `sink`. True when it was whole and its checksum, where it has one, holds.
     [[nodiscard]] bool readContent(const Sink &sink);
+    /// The next bytes of it, `length` at most: how many there are, 0 at its end, and -1 when it cannot be read to its
+    /// end or its checksum does not hold.
+    [[nodiscard]] qint64 readSome(char *buffer, qint64 length);
 
     /// Whether nothing more can be read: one content that is damaged may end the reading of all.
     [[nodiscard]] bool isBroken() const noexcept { return m_isBroken; }

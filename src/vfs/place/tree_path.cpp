@@ -14,7 +14,18 @@ namespace velmora {
 
 namespace {
 
-/// The path of the file that `path` is or goes through; empty when there is none.
+TreeAt treeOf(OtherOpening &&other)
+{
+    TreeAt result;
+    result.folder = folderOf(other);
+    const bool isMissing = std::holds_alternative<SnapshotOpening>(other) && !result.folder.isThere();
+    result.opening = {archiveOf(other), isMissing ? ArchiveFault::Missing : ArchiveFault::None, {}, problemsOf(other)};
+    result.other = std::move(other);
+    return result;
+}
+
+} // namespace
+
 QString fileOnTheWay(QString path)
 {
     while (!path.isEmpty()) {
@@ -27,18 +38,6 @@ QString fileOnTheWay(QString path)
     }
     return {};
 }
-
-TreeAt treeOf(OtherOpening &&other)
-{
-    TreeAt result;
-    result.folder = folderOf(other);
-    const bool isMissing = std::holds_alternative<SnapshotOpening>(other) && !result.folder.isThere();
-    result.opening = {archiveOf(other), isMissing ? ArchiveFault::Missing : ArchiveFault::None, {}, problemsOf(other)};
-    result.other = std::move(other);
-    return result;
-}
-
-} // namespace
 
 TreeAt treeAt(const ArchiveRequest &request, const CancelFlag &cancel, Progress &progress)
 {

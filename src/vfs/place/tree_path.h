@@ -18,6 +18,9 @@ struct TreeAt {
     bool isFolder = false;  ///< a folder of this system
 };
 
+/// The file that `path` is or goes through, as it would to lead into an archive; empty when there is none.
+[[nodiscard]] QString fileOnTheWay(QString path);
+
 /// The tree at `request.path`: a folder, an archive, or a folder in one ("/home/a.tar.gz/docs"); an archive within an
 /// archive is a folder there. Other trees are as `openOther` has them. `ArchiveFault::Missing` where the path ends in
 /// nothing, or in a file that is no archive. For a worker.
