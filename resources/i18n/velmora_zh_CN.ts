@@ -7686,6 +7686,10 @@ Read-only: %4</source>
         <translation>全部 %1 个文件均可读取，且校验和正确 (%2)</translation>
     </message>
     <message>
+        <source>%1, and %2 in archives within</source>
+        <translation>%1，内部的压缩包中另有 %2</translation>
+    </message>
+    <message>
         <source>All files can be read; the format has no checksums: %1 (%2)</source>
         <translation>全部 %1 个文件均可读取；该格式没有校验和 (%2)</translation>
     </message>

@@ -214,7 +214,8 @@ bool writeTest(QIODevice &device, const Opened &opened, const ArchiveTest &test,
     }
     output.bytes() +=
         "Files: " + QByteArray::number(test.files) + " | Failed: " + QByteArray::number(test.failed) +
-        " | Bytes: " + QByteArray::number(test.bytes) +
+        " | Bytes: " + QByteArray::number(test.bytes - test.bytesWithin) +
+        (test.bytesWithin > 0 ? " | In archives within: " + QByteArray::number(test.bytesWithin) : QByteArray()) +
         (test.hasChecksums ? " | Checksums hold where a file is not listed\n" : " | The format has no checksums\n");
     return output.finish();
 }

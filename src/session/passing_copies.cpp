@@ -25,13 +25,19 @@ Origins &origins()
 
 } // namespace
 
-void noteCopy(const QString &path, const QString &origin)
+void noteOrigin(const QString &path, const QString &origin)
 {
     if (!isInPassingFolder(path))
         return;
-    QFile::setPermissions(path, QFileDevice::ReadOwner);
     const QMutexLocker locker(&origins().mutex);
     origins().byCopy.insert(path, origin);
+}
+
+void noteCopy(const QString &path, const QString &origin)
+{
+    if (isInPassingFolder(path))
+        QFile::setPermissions(path, QFileDevice::ReadOwner);
+    noteOrigin(path, origin);
 }
 
 QString originOfCopy(const QString &path)

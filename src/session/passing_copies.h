@@ -10,7 +10,9 @@ struct SessionPaths;
 /// in passing folders (`core/passing_folder.h`), and people know them by where they are from. Callable from any
 /// thread.
 
-/// Notes where the copy at `path` is from, and keeps it from being written. Does nothing for a file that is no copy.
+/// Notes where the copy at `path`, which may be a folder, is from. Does nothing for what is no copy.
+void noteOrigin(const QString &path, const QString &origin);
+/// The same of a file, and keeps it from being written.
 void noteCopy(const QString &path, const QString &origin);
 
 /// Where a copy is from, in words for people; empty for what is none.

@@ -1,6 +1,7 @@
 #include "folder/actions/action_words.h"
 
 #include "session/fault_text.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
 #include <QLocale>

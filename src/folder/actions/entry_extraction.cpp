@@ -1,10 +1,12 @@
 #include "folder/actions/entry_extraction.h"
 
 #include "core/passing_folder.h"
+#include "core/path_names.h"
 #include "folder/actions/archive_words.h"
 #include "folder/actions/folder_actions.h"
 #include "folder/engine/folder_engine.h"
 #include "session/dialogs.h"
+#include "session/passing_copies.h"
 #include "session/translate.h"
 #include "vfs/archive/archive_layout.h"
 #include "vfs/archive/archive_source.h"
@@ -102,11 +104,14 @@ void EntryExtraction::unpack(const std::shared_ptr<const ArchiveSource> &archive
             laidOut.items = compareFolderTree(input, cancel);
             return laidOut;
         },
-        [this, destination](RunOutcome<LaidOut> &&outcome) {
-            if (outcome.end == RunEnd::Done && outcome.value)
+        [this, archive, paths, destination](RunOutcome<LaidOut> &&outcome) {
+            if (outcome.end == RunEnd::Done && outcome.value) {
+                for (const QString &path : paths)
+                    noteOrigin(m_folder->filePath(bareName(path)), archive->location().shown + path);
                 take(*outcome.value, destination);
-            else
+            } else {
                 Q_EMIT statusChanged(Velmora::tr("Unpacking was cancelled; nothing was written"));
+            }
         },
         [this](const ProgressState &state) { Q_EMIT progressed(state); });
 }

@@ -73,10 +73,12 @@ QString testText(const ArchiveTest &test, bool isDamaged)
         return Velmora::tr("Stopped at the limit of what is unpacked; files read before it: %1").arg(files);
     if (isDamaged)
         return Velmora::tr("The archive is damaged or cut off; files that are left and can be read: %1").arg(files);
-    return test.hasChecksums ? Velmora::tr("All files can be read, and their checksums hold: %1 (%2)")
-                                   .arg(files, sizeText(test.bytes))
-                             : Velmora::tr("All files can be read; the format has no checksums: %1 (%2)")
-                                   .arg(files, sizeText(test.bytes));
+    QString size = sizeText(test.bytes - test.bytesWithin);
+    if (test.bytesWithin > 0)
+        size = Velmora::tr("%1, and %2 in archives within").arg(size, sizeText(test.bytesWithin));
+    return test.hasChecksums
+               ? Velmora::tr("All files can be read, and their checksums hold: %1 (%2)").arg(files, size)
+               : Velmora::tr("All files can be read; the format has no checksums: %1 (%2)").arg(files, size);
 }
 
 } // namespace velmora

@@ -1,12 +1,12 @@
 #include "folder/compare/contents_run.h"
 
+#include "core/path_names.h"
 #include "folder/actions/action_words.h"
 #include "folder/actions/compare_contents_dialog.h"
 #include "folder/actions/contents_results_dialog.h"
 #include "folder/compare/folder_comparison.h"
 #include "session/translate.h"
 
-#include <QDir>
 #include <QLocale>
 #include <QTime>
 
@@ -141,7 +141,7 @@ void ContentsRun::take(const ContentsResult &result, bool wasCancelled)
         }
     }
     for (const FolderProblem &problem : result.problems)
-        shown.unreadable.append(QDir::toNativeSeparators(TreeFolder{sources[problem.side], problem.path}.shownPath()));
+        shown.unreadable.append(nativePath(TreeFolder{sources[problem.side], problem.path}.shownPath()));
     if (wasCancelled) {
         Q_EMIT cancelled();
     } else {

@@ -1,3 +1,4 @@
+#include "core/path_names.h"
 #include "core/visible_name.h"
 #include "folder/actions/action_words.h"
 #include "folder/actions/entry_extraction.h"
@@ -13,7 +14,6 @@
 #include "session/frame/status_line.h"
 #include "session/translate.h"
 
-#include <QDir>
 #include <QLabel>
 #include <QLocale>
 #include <QTime>
@@ -62,7 +62,7 @@ void FolderCompareWidget::tellProblems()
     const QList<FolderProblem> &problems = m_comparison.problems();
     for (const FolderProblem &problem : problems.first(std::min(problems.size(), mostTold))) {
         const TreeFolder place{m_comparison.spec().roots[problem.side].source, problem.path};
-        const QString path = QDir::toNativeSeparators(place.shownPath());
+        const QString path = nativePath(place.shownPath());
         switch (problem.kind) {
         case FolderProblem::Kind::UnreadableFolder:
             log(Velmora::tr("Cannot read folder: %1").arg(path));

@@ -36,9 +36,15 @@ bool keepsChecksums(const QByteArray &format)
 /// Reads and throws away.
 class TestingVisitor final : public ContentVisitor {
 public:
-    TestingVisitor(const ArchiveSource &archive, const Wanted &wanted, qint64 total, ArchiveTest &test,
+    TestingVisitor(const ArchiveSource &archive, bool isWithin, const Wanted &wanted, qint64 total, ArchiveTest &test,
                    const CancelFlag &cancel, Progress &progress)
-        : m_archive(archive), m_wanted(wanted), m_total(total), m_test(test), m_cancel(cancel), m_progress(progress)
+        : m_archive(archive),
+          m_isWithin(isWithin),
+          m_wanted(wanted),
+          m_total(total),
+          m_test(test),
+          m_cancel(cancel),
+          m_progress(progress)
     {}
 
     void begin(qint32 entry) override
@@ -50,6 +56,7 @@ public:
     {
         m_crc.update(bytes);
         m_test.bytes += bytes.size();
+        m_test.bytesWithin += m_isWithin ? bytes.size() : 0;
         m_progress.report(0, std::min(m_test.bytes, m_total), m_total, path());
         return true;
     }
@@ -86,6 +93,7 @@ private:
     }
 
     const ArchiveSource &m_archive;
+    bool m_isWithin;
     const Wanted &m_wanted;
     qint64 m_total;
     ArchiveTest &m_test;
@@ -119,7 +127,7 @@ ArchiveTest testArchive(const ArchiveSource &archive, const CancelFlag &cancel, 
         numbers.reserve(wanted.size());
         for (const auto &[entry, path] : wanted)
             numbers.push_back(entry);
-        TestingVisitor visitor(*source, wanted, total, test, cancel, progress);
+        TestingVisitor visitor(*source, source != &archive, wanted, total, test, cancel, progress);
         const VisitEnd end = source->parts().contents->visit(numbers, visitor, cancel);
         if (cancel.isCancelled())
             break;

@@ -15,8 +15,9 @@ class ArchiveSource;
 
 /// What came of reading every entry.
 struct ArchiveTest {
-    qint64 files = 0; ///< that were read
-    qint64 bytes = 0;
+    qint64 files = 0;               ///< that were read
+    qint64 bytes = 0;               ///< of all of them
+    qint64 bytesWithin = 0;         ///< of these what is in archives within, which are counted themselves, too
     qint64 failed = 0;              ///< files that cannot be read whole
     QList<ArchiveProblem> problems; ///< one for each of them, and those of the archive; a thousand at most
     /// The CRC-32 of each entry that could be read whole, by its number in the archive that it is in.
