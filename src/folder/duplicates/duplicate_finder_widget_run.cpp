@@ -333,7 +333,8 @@ void DuplicateFinderWidget::takeDeletion(RunOutcome<Deletion> &&outcome)
     QStringList lines;
     for (const PlanLine &line : run.lines) {
         if (!line.done)
-            lines.append(Velmora::tr("Not deleted: %1 (%2)").arg(line.path, line.reason));
+            lines.append(line.path.isEmpty() ? line.reason
+                                             : Velmora::tr("Not deleted: %1 (%2)").arg(line.path, line.reason));
         else if (tellsAll)
             lines.append(Velmora::tr("Deleted %1").arg(line.path));
     }
@@ -343,8 +344,14 @@ void DuplicateFinderWidget::takeDeletion(RunOutcome<Deletion> &&outcome)
         done = Velmora::tr("Cancelled. %1").arg(done);
     m_log->addLine(done);
     m_log->setVisible(m_log->isVisible() || run.failed > 0);
-    m_journalId = run.journalId;
-    showTree(std::move(outcome.value->left));
+    if (!run.journalId.isEmpty())
+        m_journalId = run.journalId;
+    if (run.missingRoot.isEmpty()) {
+        showTree(std::move(outcome.value->left));
+    } else { // on a drive that was taken away nothing can be found, and all of it may be there
+        showState();
+        done = run.missingRoot + u' ' + done;
+    }
     if (run.failed > 0)
         m_status->showFailure(done);
     else

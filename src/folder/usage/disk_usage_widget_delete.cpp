@@ -82,6 +82,8 @@ void DiskUsageWidget::takeDeletion(const PlanRunResult &result)
     m_remark = Velmora::tr("Deleted: %1").arg(result.succeeded);
     if (result.lacksRecycleBin)
         m_remark = Velmora::tr("There is no recycle bin here, so nothing was deleted");
+    else if (!result.missingRoot.isEmpty())
+        m_remark = result.missingRoot;
     else if (result.failed > 0)
         m_remark += QStringLiteral("   ") + Velmora::tr("Could not be deleted: %1").arg(result.failed);
     onScan();
