@@ -36,7 +36,7 @@ private:
 
 } // namespace
 
-bool SlowDeviceGate::enter(const CancelFlag &cancel)
+bool SlowDeviceGate::enter(const CancelFlag &cancel, const std::function<void()> &waiting)
 {
     std::unique_lock lock(m_mutex);
     while (!cancel.isCancelled()) {
@@ -44,6 +44,7 @@ bool SlowDeviceGate::enter(const CancelFlag &cancel)
             m_taken = true;
             return true;
         }
+        waiting();
     }
     return false;
 }
@@ -60,7 +61,8 @@ namespace {
 /// One pair's turn to stream from a slow device; over with the object.
 class StreamTurn {
 public:
-    explicit StreamTurn(SlowDeviceGate *gate) : m_gate(gate) {}
+    /// `waiting` is called now and then while it waits.
+    StreamTurn(SlowDeviceGate *gate, std::function<void()> waiting) : m_gate(gate), m_waiting(std::move(waiting)) {}
     ~StreamTurn()
     {
         if (m_entered)
@@ -70,10 +72,11 @@ public:
     StreamTurn &operator=(const StreamTurn &) = delete;
 
     /// Waits for it.
-    void take(const CancelFlag &cancel) { m_entered = m_gate && m_gate->enter(cancel); }
+    void take(const CancelFlag &cancel) { m_entered = m_gate && m_gate->enter(cancel, m_waiting); }
 
 private:
     SlowDeviceGate *m_gate;
+    std::function<void()> m_waiting;
     bool m_entered = false;
 };
 
@@ -82,7 +85,7 @@ private:
 /// Watches how fast the files of a pair come, and changes the way they are read when they come from a slow device.
 class ContentComparer::Pace {
 public:
-    explicit Pace(SlowDeviceGate *gate) : m_turn(gate) {}
+    Pace(SlowDeviceGate *gate, std::function<void()> waiting) : m_turn(gate, std::move(waiting)) {}
 
     /// Called before the piece at `offset` is read. Blocks while another pair streams from a slow device.
     void before(qint64 offset, OpenFile &left, OpenFile &right, const CancelFlag &cancel)
@@ -137,7 +140,8 @@ bool ContentComparer::sameByRule(const QString &left, const QString &right, Open
 
     const PairScan scan(*leftFile, *rightFile, rule, m_cancel);
     const auto counted = [this](qint64 bytes) { count(bytes); };
-    Pace pace(m_gate);
+    // What others have read meanwhile is told all the same.
+    Pace pace(m_gate, [this] { count(0); });
     const auto keepPace = [&](qint64 offset) {
         pace.before(offset, *leftFile, *rightFile, m_cancel);
         return offset != probeSize || pace.isSlow() || crewSize() == 1;
@@ -239,7 +243,7 @@ bool ContentComparer::sameByCrc32(const QString &left, const QString &right, Ope
 
     CrcRun leftRun(*this, *leftFile, Side::Left, left);
     CrcRun rightRun(*this, *rightFile, Side::Right, right);
-    StreamTurn turn(m_gate);
+    StreamTurn turn(m_gate, [this] { count(0); });
     const Stopwatch stopwatch;
     leftRun.advance(probeSize);
     const bool slow = stopwatch.isSlow(probeSize);

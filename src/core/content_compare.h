@@ -18,8 +18,8 @@ namespace velmora {
 /// less than heads that jump between two. Shared by the comparers of one run; files in memory never meet it.
 class SlowDeviceGate {
 public:
-    /// Waits for its turn. False when the run is cancelled before.
-    [[nodiscard]] bool enter(const CancelFlag &cancel);
+    /// Waits for its turn, and calls `waiting` now and then until it comes. False when the run is cancelled before.
+    [[nodiscard]] bool enter(const CancelFlag &cancel, const std::function<void()> &waiting);
     void leave();
 
 private:
@@ -38,7 +38,8 @@ public:
     /// For files of one kind on both sides. `files` must outlive the object.
     ContentComparer(const FileAccess &files, CancelFlag cancel);
 
-    /// Called with the number of bytes whenever that many more have been compared, of one side, or gone into a CRC.
+    /// Called with the number of bytes whenever that many more have been compared, of one side, or gone into a CRC;
+    /// with 0 now and then while it waits.
     void setBytesListener(std::function<void(qint64)> listener) { m_listener = std::move(listener); }
 
     /// True when both files have the same bytes, which is when a digest of each would agree. False when one cannot be
