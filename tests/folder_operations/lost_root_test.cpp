@@ -77,6 +77,31 @@ private Q_SLOTS:
         }
     }
 
+    void sourcesStayWhenTheOtherVolumeGoes()
+    {
+        for (int k = 1;; ++k) {
+            OperationFixture tree;
+            tree.make("left/a=1 left/b=2 left/dir/c=3 right/there=4");
+            const QStringList before = tree.picture("left");
+            std::optional<QStringList> then; // on the other volume, which has nothing more than that
+            ScriptedLayer layer([&, other = betweenVolumes()](int number, QLatin1String call) {
+                if (number == k && take(tree, QStringLiteral("right"), true))
+                    then = tree.picture("away");
+                return other(number, call);
+            });
+            OperationJournal journal(layer, tree.journalFolder());
+            const OperationPlan plan =
+                OperationFixture::surveyed(planMoveToOtherSide(tree.input(), {0, 1, 2, 3}, Side::Left));
+            const ExecutionReport report = OperationFixture::execute(plan, journal, layer);
+            if (!then)
+                break;
+            QCOMPARE(tree.picture("right"), QStringList());
+            const QStringList left = tree.picture("left") + *then;
+            for (const QString &file : before.filter(QStringLiteral("=")))
+                QVERIFY2(left.contains(file), qPrintable(QStringLiteral("%1 at %2").arg(file).arg(k)));
+        }
+    }
+
     void whatComparedAnotherFolderIsRefused()
     {
         OperationFixture tree;
