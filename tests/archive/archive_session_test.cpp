@@ -1,6 +1,8 @@
 #include "archive/made_archive.h"
 #include "folder/compare/archive_compare_widget.h"
 #include "folder/compare/folder_view.h"
+#include "session/frame/path_edit.h"
+#include "session/passing_copies.h"
 #include "support/recording_host.h"
 #include "support/scripted_dialogs.h"
 #include "support/test_main.h"
@@ -98,6 +100,13 @@ private Q_SLOTS:
         QTRY_COMPARE(f.host.opened.size(), 1);
         QCOMPARE(f.host.opened.first().first, QStringLiteral("text"));
         QVERIFY(QFile::exists(f.host.opened.first().second.left) && QFile::exists(f.host.opened.first().second.right));
+        const SessionPaths copies = f.host.opened.first().second;
+        PathEdit edit({}, {});
+        edit.setPath(copies.left);
+        QCOMPARE(edit.lineEdit().text(), QDir::toNativeSeparators(zip + QStringLiteral("/docs/a.txt")));
+        QVERIFY(edit.path() == copies.left && isOnCopies(copies));
+        edit.lineEdit().setText(QStringLiteral("/elsewhere"));
+        QCOMPARE(edit.path(), QStringLiteral("/elsewhere"));
     }
 };
 
