@@ -2090,6 +2090,10 @@
         <translation>删除的内容将被永久删除。</translation>
     </message>
     <message>
+        <source>Sync all the same?</source>
+        <translation>仍要同步吗？</translation>
+    </message>
+    <message>
         <source>Starting sync…</source>
         <translation>正在开始同步…</translation>
     </message>

@@ -75,7 +75,8 @@ private:
     void step(int direction);
 
     [[nodiscard]] PlanInput inputForRun() const;
-    [[nodiscard]] QString questionFor(const SyncCounts &counts, const QString &loss) const;
+    [[nodiscard]] QString questionFor(const SyncCounts &counts) const;
+    void askForLosses(const QList<SyncPlanItem> &plan);
     void run(const QList<SyncPlanItem> &plan);
     void takeRun(const PlanRunResult &result, const SyncTally &tally, bool wasCancelled);
     void offerDeletingForGood();

@@ -25,11 +25,10 @@ void FolderSyncWidget::onSync()
         status().showMessage(Velmora::tr("No sync actions to run."));
         return;
     }
-    const QString loss = syncLossText(lossesOf(m_found.input.items, shown), plannedFolders());
-    Dialogs::instance().askYesNo(this, Velmora::tr("Confirm sync"), questionFor(countSync(shown), loss), loss.isEmpty(),
+    Dialogs::instance().askYesNo(this, Velmora::tr("Confirm sync"), questionFor(countSync(shown)), true,
                                  [self = QPointer(this), shown](bool yes) {
                                      if (self && yes)
-                                         self->run(shown);
+                                         self->askForLosses(shown);
                                  });
 }
 
@@ -44,14 +43,11 @@ PlanInput FolderSyncWidget::inputForRun() const
     return input;
 }
 
-/// `loss`: what a person should stop at, in words.
-QString FolderSyncWidget::questionFor(const SyncCounts &counts, const QString &loss) const
+QString FolderSyncWidget::questionFor(const SyncCounts &counts) const
 {
     QStringList texts{Velmora::tr("About to run %1 sync action(s). Continue?").arg(counts.actions())};
     if (counts.deletions > 0)
         texts.append(Velmora::tr("Deletions among them: %1").arg(counts.deletions));
-    if (!loss.isEmpty())
-        texts.append(loss);
     if (m_model->isFiltered())
         texts.append(Velmora::tr("What the filter hides is left as it is."));
     if (m_manner == DeleteManner::ForGood)
@@ -59,6 +55,21 @@ QString FolderSyncWidget::questionFor(const SyncCounts &counts, const QString &l
     if (const qsizetype conflicts = m_found.proposal.conflicts.size(); conflicts > 0)
         texts.append(Velmora::tr("Names in conflict with others, or on other systems: %1").arg(conflicts));
     return texts.join(QLatin1String("\n\n"));
+}
+
+void FolderSyncWidget::askForLosses(const QList<SyncPlanItem> &plan)
+{
+    const QString text = syncLossText(lossesOf(m_found.input.items, plan), plannedFolders());
+    if (text.isEmpty()) {
+        run(plan);
+        return;
+    }
+    Dialogs::instance().askYesNo(this, Velmora::tr("Confirm sync"),
+                                 text + QLatin1String("\n\n") + Velmora::tr("Sync all the same?"), false,
+                                 [self = QPointer(this), plan](bool yes) {
+                                     if (self && yes)
+                                         self->run(plan);
+                                 });
 }
 
 void FolderSyncWidget::run(const QList<SyncPlanItem> &plan)
