@@ -16,7 +16,7 @@ namespace velmora::cli {
 namespace {
 
 /// Reading a shorter file takes less time than starting a thread for it.
-constexpr qint64 worthAThread = 2 * 1024 * 1024;
+constexpr qint64 worthAThread = 256 * 1024;
 
 /// Texts of which the first use of memory is a good part of the time that their merge takes. The merge itself needs
 /// about as much as the texts; asking for a third of it is fastest, as what is given is cleared first, used or not.
@@ -38,10 +38,9 @@ void readOne(MergeInput &input, QString &error, QIODevice &standardInput)
         return;
     input.raw = std::move(contents.bytes);
     if (input.raw.size() <= TextLines::maximumSize) {
-        const size_t size = size_t(input.raw.size());
-        const ByteCounts counts = countBytes({input.raw.constData(), size}, 0, size);
+        ByteCounts counts;
+        input.lines = TextLines::splitCounting(input.raw, 0, counts, {});
         input.hasZeros = counts.zeros > 0;
-        input.lines = TextLines::split(input.raw, 0, counts, {});
     }
     if (isTooLarge(input))
         error = QStringLiteral("File too large");

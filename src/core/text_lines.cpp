@@ -16,6 +16,8 @@ namespace velmora {
 namespace {
 
 constexpr size_t cancelInterval = 4 * 1024 * 1024;
+/// Still in the nearest cache when it is read a second time.
+constexpr size_t blockToSplit = 16 * 1024;
 
 LineEnd endOf(std::string_view lineWithEnd) noexcept
 {
@@ -38,6 +40,14 @@ bool isAscii(std::string_view text) noexcept
     return std::all_of(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0x80) == 0; });
 }
 
+/// The lines of its first block foretell those of a text, but not when they are shorter than these: one block of line
+/// feeds shall not ask for more memory than the text has.
+size_t mostForetold(std::string_view text) noexcept
+{
+    constexpr size_t shortLine = 16;
+    return text.size() / shortLine;
+}
+
 } // namespace
 
 std::string_view lineEndBytes(LineEnd end) noexcept
@@ -57,12 +67,35 @@ std::string_view lineEndBytes(LineEnd end) noexcept
 
 TextLines TextLines::split(const QByteArray &utf8, qsizetype begin, const CancelFlag &cancel)
 {
-    const std::string_view text(utf8.constData(), size_t(utf8.size()));
     ByteCounts counts;
-    for (size_t at = size_t(begin); at < text.size() && !cancel.isCancelled(); at += cancelInterval)
-        counts += countBytes(text, at, std::min(at + cancelInterval, text.size()));
-    // A cancelled count is too low to size the table by.
-    return cancel.isCancelled() ? TextLines() : split(utf8, begin, counts, cancel);
+    return splitCounting(utf8, begin, counts, cancel);
+}
+
+TextLines TextLines::splitCounting(const QByteArray &utf8, qsizetype begin, ByteCounts &counts,
+                                   const CancelFlag &cancel)
+{
+    const std::string_view text(utf8.constData(), size_t(utf8.size()));
+    const size_t first = size_t(begin);
+    counts = {};
+    if (first >= text.size())
+        return {};
+
+    auto table = std::make_shared<Table>(1, quint32(first));
+    size_t used = 1;
+    for (size_t at = first; at < text.size() && !cancel.isCancelled(); at += blockToSplit) {
+        const size_t end = std::min(at + blockToSplit, text.size());
+        counts += countBytes(text, at, end);
+        const size_t lines = size_t(counts.lineFeeds);
+        if (at == first)
+            table->reserve(std::min(lines * (text.size() - first) / (end - first) * 9 / 8, mostForetold(text)) + 2);
+        table->resize(lines + 1);
+        quint32 *next = table->data() + used;
+        forEachLineFeed(text, at, end, [&next](size_t offset) { *next++ = quint32(offset) + 1; });
+        used = lines + 1;
+    }
+    if (table->back() < text.size() && !cancel.isCancelled())
+        table->push_back(quint32(text.size()));
+    return TextLines(utf8, std::move(table), counts.ascii);
 }
 
 TextLines TextLines::split(const QByteArray &utf8, qsizetype begin, const ByteCounts &counts, const CancelFlag &cancel)

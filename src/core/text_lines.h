@@ -42,6 +42,10 @@ public:
     /// was cut so far is returned.
     [[nodiscard]] static TextLines split(const QByteArray &utf8, qsizetype begin = 0, const CancelFlag &cancel = {});
 
+    /// The same for a caller that wants to know the counts of the bytes from `begin` on, too.
+    [[nodiscard]] static TextLines splitCounting(const QByteArray &utf8, qsizetype begin, ByteCounts &counts,
+                                                 const CancelFlag &cancel);
+
     /// The same for a caller that has counted the bytes from `begin` on already.
     [[nodiscard]] static TextLines split(const QByteArray &utf8, qsizetype begin, const ByteCounts &counts,
                                          const CancelFlag &cancel);

@@ -72,26 +72,38 @@ bool isAmongNew(const std::vector<Counterparts> &kinds, qsizetype at)
     return frequent * frequentShare < frequent + above.without + below.without;
 }
 
+/// How often the other text has each of these lines.
+std::vector<Counterparts> kindsOf(std::span<const qint32> lines, const std::vector<qint32> &othersOccurrences,
+                                  qint32 frequent)
+{
+    std::vector<Counterparts> kinds(lines.size());
+    for (size_t at = 0; at < lines.size(); ++at) {
+        const qint32 count = othersOccurrences[size_t(lines[at])];
+        kinds[at] = count == 0 ? Counterparts::None : count < frequent ? Counterparts::Some : Counterparts::Frequent;
+    }
+    return kinds;
+}
+
+/// Drops what has no counterpart, and those frequent lines that stand among such.
 Candidates candidates(std::span<const qint32> lines, qsizetype first, qsizetype end,
                       const std::vector<qint32> &othersOccurrences, CancelPoll &poll)
 {
     const qint32 frequent = frequentFrom(lines.size());
-    const auto size = size_t(end - first);
-    std::vector<Counterparts> kinds(size);
-    for (size_t at = 0; at < size; ++at) {
-        const qint32 count = othersOccurrences[size_t(lines[size_t(first) + at])];
-        kinds[at] = count == 0 ? Counterparts::None : count < frequent ? Counterparts::Some : Counterparts::Frequent;
-    }
-    Candidates result{std::vector<qint32>(size), std::vector<qint32>(size)};
+    const std::span<const qint32> part = lines.subspan(size_t(first), size_t(end - first));
+    Candidates result{std::vector<qint32>(part.size()), std::vector<qint32>(part.size())};
+    std::vector<Counterparts> kinds; // made when there is a frequent line; many texts have none
     size_t taken = 0;
-    for (size_t at = 0; at < size && !poll.stop(4); ++at) {
+    for (size_t at = 0; at < part.size() && !poll.stop(4); ++at) {
         // Written first and counted afterwards: changed lines stand where no processor foretells them.
-        result.lines[taken] = lines[size_t(first) + at];
+        result.lines[taken] = part[at];
         result.places[taken] = qint32(size_t(first) + at);
-        const Counterparts kind = kinds[at];
-        taken += kind == Counterparts::Some;
-        if (kind == Counterparts::Frequent && !isAmongNew(kinds, qsizetype(at)))
-            ++taken;
+        const qint32 count = othersOccurrences[size_t(part[at])];
+        taken += count > 0;
+        if (count < frequent)
+            continue;
+        if (kinds.empty())
+            kinds = kindsOf(part, othersOccurrences, frequent);
+        taken -= isAmongNew(kinds, qsizetype(at));
     }
     result.lines.resize(taken);
     result.places.resize(taken);
