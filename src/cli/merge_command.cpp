@@ -13,6 +13,8 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
+#include <utility>
 
 namespace velmora::cli {
 
@@ -196,12 +198,17 @@ int runMerge(const Arguments &arguments, const Streams &streams)
     if (const QString error = take(arguments, request); !error.isEmpty())
         return trouble(streams, error);
     Merged merged;
-    merged.inputs = readMergeInputs(request.paths, request.forceText, streams.input);
+    const ChunkMergeOptions &options = request.options;
+    std::optional<LineNumbering> numbering;
+    merged.inputs = readMergeInputs(request.paths, request.forceText, streams.input, [&](const TextLines &base) {
+        numbering.emplace(base, options.compareLineEnds, CancelFlag());
+    });
     if (!merged.inputs.error.isEmpty())
         return trouble(streams, merged.inputs.error);
     Progress silent;
-    merged.merge =
-        mergeChunks(merged.inputs.base(), merged.inputs.left(), merged.inputs.right(), request.options, {}, silent);
+    if (merged.inputs.encoding) // the base was read as other lines
+        numbering.emplace(merged.inputs.base(), options.compareLineEnds, CancelFlag());
+    merged.merge = mergeChunks(std::move(*numbering), merged.inputs.left(), merged.inputs.right(), options, {}, silent);
     const Writer write = chosen(formats, arguments, "format").value;
     if (write == writeText)
         merged.shown = shownChunks(merged.merge, merged.texts(), request.markers.style);

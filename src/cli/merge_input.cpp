@@ -9,6 +9,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <atomic>
 #include <limits>
 
 namespace velmora::cli {
@@ -46,7 +47,7 @@ void readOne(MergeInput &input, QString &error, QIODevice &standardInput)
         error = QStringLiteral("File too large");
 }
 
-void readAll(MergeInputs &inputs, QIODevice &standardInput)
+void readAll(MergeInputs &inputs, QIODevice &standardInput, const std::function<void(const TextLines &)> &baseRead)
 {
     qint64 largest = 0;
     qint64 together = 0;
@@ -58,12 +59,18 @@ void readAll(MergeInputs &inputs, QIODevice &standardInput)
     if (together >= worthPreparing && together <= tooLargeToPrepare)
         expectUse(size_t(4 * together / 3));
     Errors errors;
-    // Each worker takes every so manieth text.
-    const int size = largest < worthAThread ? 1 : std::min(crewSize(), int(inputs.texts.size()));
+    // The calling thread takes the base, which stands first, and what the other one has not come to when that is done.
+    const int size = largest < worthAThread ? 1 : std::min(crewSize(), 2);
+    std::atomic<size_t> next = 1;
     runCrew(
         size,
         [&](int worker) {
-            for (auto text = size_t(worker); text < inputs.texts.size(); text += size_t(size))
+            if (worker == 0) {
+                readOne(inputs.texts[0], errors[0], standardInput);
+                if (errors[0].isEmpty())
+                    baseRead(inputs.base());
+            }
+            for (size_t text = next++; text < inputs.texts.size(); text = next++)
                 readOne(inputs.texts[text], errors[text], standardInput);
         },
         [] {});
@@ -124,12 +131,13 @@ bool needsDecoding(MergeInputs &inputs)
 
 } // namespace
 
-MergeInputs readMergeInputs(const std::array<QString, 3> &paths, bool forceText, QIODevice &standardInput)
+MergeInputs readMergeInputs(const std::array<QString, 3> &paths, bool forceText, QIODevice &standardInput,
+                            const std::function<void(const TextLines &)> &baseRead)
 {
     MergeInputs inputs;
     for (size_t text = 0; text < paths.size(); ++text)
         inputs.texts[text].path = paths[text];
-    readAll(inputs, standardInput);
+    readAll(inputs, standardInput, baseRead);
     if (inputs.error.isEmpty() && !forceText && needsDecoding(inputs) && inputs.error.isEmpty())
         decodeAll(inputs);
     return inputs;

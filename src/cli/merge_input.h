@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <array>
+#include <functional>
 #include <optional>
 
 class QIODevice;
@@ -37,7 +38,10 @@ struct MergeInputs {
 
 /// Reads the three texts, large ones at the same time. Files that hold zero bytes and are no UTF-16 or UTF-32 are
 /// refused unless `forceText` is set. When the three have different encodings, the result has the one that was changed.
-[[nodiscard]] MergeInputs readMergeInputs(const std::array<QString, 3> &paths, bool forceText,
-                                          QIODevice &standardInput);
+///
+/// `baseRead` is called on the calling thread with the lines of the base when they are there, while the others may
+/// still be read; where the result has an `encoding`, the base has got other lines since.
+[[nodiscard]] MergeInputs readMergeInputs(const std::array<QString, 3> &paths, bool forceText, QIODevice &standardInput,
+                                          const std::function<void(const TextLines &)> &baseRead);
 
 } // namespace velmora::cli

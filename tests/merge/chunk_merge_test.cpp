@@ -144,7 +144,7 @@ TextLines putTogether(const Values &values, bool other)
 /// Whether two lines have the same number where they are equal, and nowhere else.
 bool areNumbered(const std::array<const TextLines *, 3> &texts, bool withEnds)
 {
-    const NumberedTexts numbered = numberLines(texts, withEnds, {});
+    const NumberedTexts numbered = LineNumbering(*texts[0], withEnds, {}).with(*texts[1], *texts[2], {});
     QHash<QByteArray, qint32> numbers;
     for (size_t text = 0; text < texts.size(); ++text) {
         if (numbered.texts[text].size() != size_t(texts[text]->count()))

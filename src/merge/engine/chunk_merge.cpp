@@ -195,12 +195,17 @@ qsizetype ChunkMerge::conflicts() const noexcept
 ChunkMerge mergeChunks(const TextLines &base, const TextLines &left, const TextLines &right,
                        const ChunkMergeOptions &options, const CancelFlag &cancel, Progress &progress)
 {
-    CancelPoll poll(cancel);
-    if (poll.look())
+    if (cancel.isCancelled())
         return {};
-    const std::array<const TextLines *, 3> texts{&base, &left, &right};
     progress.report(NumberingLines, 0, base.count() + left.count() + right.count());
-    const NumberedTexts numbered = numberLines(texts, options.compareLineEnds, cancel);
+    return mergeChunks(LineNumbering(base, options.compareLineEnds, cancel), left, right, options, cancel, progress);
+}
+
+ChunkMerge mergeChunks(LineNumbering &&base, const TextLines &left, const TextLines &right,
+                       const ChunkMergeOptions &options, const CancelFlag &cancel, Progress &progress)
+{
+    const NumberedTexts numbered = std::move(base).with(left, right, cancel);
+    CancelPoll poll(cancel);
     if (poll.look())
         return {};
     progress.report(ComparingWithBase, 0, 2);

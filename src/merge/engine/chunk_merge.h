@@ -3,6 +3,7 @@
 #include "core/cancel_flag.h"
 #include "core/progress.h"
 #include "core/text_lines.h"
+#include "merge/engine/line_numbers.h"
 #include "merge/engine/line_range.h"
 
 #include <vector>
@@ -68,6 +69,11 @@ enum ChunkMergePhase : int {
 /// bytes a line beside the texts, and about linear time unless the texts have little in common. When `cancel` is set
 /// the call ends within 100 ms without chunks.
 [[nodiscard]] ChunkMerge mergeChunks(const TextLines &base, const TextLines &left, const TextLines &right,
+                                     const ChunkMergeOptions &options, const CancelFlag &cancel, Progress &progress);
+
+/// The same for a base that is numbered already, with or without the ends of its lines, which counts instead of
+/// `compareLineEnds`.
+[[nodiscard]] ChunkMerge mergeChunks(LineNumbering &&base, const TextLines &left, const TextLines &right,
                                      const ChunkMergeOptions &options, const CancelFlag &cancel, Progress &progress);
 
 } // namespace velmora

@@ -152,29 +152,45 @@ struct NewLine {
     quint32 hash = 0;
 };
 
-/// The base with the numbers of its lines.
-struct NumberedBase {
-    LineReader lines;
+} // namespace
+
+struct LineNumbering::Base {
+    Base(const TextLines &base, bool endsCount) : text(base), withEnds(endsCount), table(size_t(base.count())) {}
+
+    TextLines text;
+    bool withEnds;
+    LineHash hash;
+    LineTable table;
     std::vector<qint32> numbers;
-    std::vector<qint32> firsts; ///< by number
-    const LineTable &table;
-    const LineHash &hash;
+    std::vector<qint32> firsts; ///< the first line of each number
+    bool isWhole = false;
+
+    [[nodiscard]] LineReader lines() const noexcept { return {text, withEnds}; }
 };
+
+namespace {
+
+int crewFor(const TextLines &text)
+{
+    return text.bytes().size() >= bytesWorthAThread ? crewSize() : 1;
+}
 
 /// Gives those lines of a version their numbers that the base has, and returns the others.
 ///
 /// Most lines are those of the base in their order. So some are first compared with those that are next there, and
 /// then each by itself, which takes no hash and no search.
-std::vector<NewLine> followBase(const NumberedBase &base, const LineReader &version, std::vector<qint32> &numbers,
+template <typename Base>
+std::vector<NewLine> followBase(const Base &base, const LineReader &version, std::vector<qint32> &numbers,
                                 CancelPoll &poll)
 {
+    const LineReader lines = base.lines();
     std::vector<NewLine> others;
     numbers.assign(size_t(version.count()), none);
     qsizetype next = 0;
     qsizetype nextAtOnce = 0;
     for (qsizetype index = 0; index < version.count() && !poll.stop(32); ++index) {
         if (index >= nextAtOnce) {
-            if (areSame(version.text, index, base.lines.text, next)) {
+            if (areSame(version.text, index, lines.text, next)) {
                 std::copy_n(base.numbers.begin() + next, linesAtOnce, numbers.begin() + index);
                 next += linesAtOnce;
                 index += linesAtOnce - 1;
@@ -183,7 +199,7 @@ std::vector<NewLine> followBase(const NumberedBase &base, const LineReader &vers
             nextAtOnce = index + linesAtOnce;
         }
         const std::string_view line = version[index];
-        if (next < base.lines.count() && base.lines[next] == line) {
+        if (next < lines.count() && lines[next] == line) {
             numbers[size_t(index)] = base.numbers[size_t(next++)];
             continue;
         }
@@ -200,41 +216,50 @@ std::vector<NewLine> followBase(const NumberedBase &base, const LineReader &vers
 
 } // namespace
 
-NumberedTexts numberLines(const std::array<const TextLines *, 3> &texts, bool withEnds, const CancelFlag &cancel)
+LineNumbering::LineNumbering(const TextLines &base, bool withEnds, const CancelFlag &cancel)
+    : m_base(std::make_unique<Base>(base, withEnds))
 {
-    const LineHash hash;
-    const LineReader base{*texts[0], withEnds};
-    const int crew = texts[0]->bytes().size() >= bytesWorthAThread ? crewSize() : 1;
     CancelPoll poll(cancel);
-    std::vector<qint32> baseNumbers = hashes(base, hash, crew, cancel);
-    LineTable table(size_t(std::max({texts[0]->count(), texts[1]->count(), texts[2]->count()})));
-    std::vector<qint32> firsts = numberBase(base, baseNumbers, table, poll);
-    if (poll.stopped())
-        return {};
+    m_base->numbers = hashes(m_base->lines(), m_base->hash, crewFor(base), cancel);
+    m_base->firsts = numberBase(m_base->lines(), m_base->numbers, m_base->table, poll);
+    m_base->isWhole = !poll.look();
+}
 
-    NumberedBase numbered{base, std::move(baseNumbers), std::move(firsts), table, hash};
-    NumberedTexts result;
-    std::array<std::vector<NewLine>, 3> others;
-    const int followers = std::min(crew, 2);
+LineNumbering::LineNumbering(LineNumbering &&) noexcept = default;
+LineNumbering &LineNumbering::operator=(LineNumbering &&) noexcept = default;
+LineNumbering::~LineNumbering() = default;
+
+const TextLines &LineNumbering::base() const noexcept
+{
+    return m_base->text;
+}
+
+NumberedTexts LineNumbering::with(const TextLines &left, const TextLines &right, const CancelFlag &cancel) &&
+{
+    const std::unique_ptr<Base> base = std::move(m_base);
+    if (!base->isWhole)
+        return {};
+    const std::array<LineReader, 2> versions{LineReader{left, base->withEnds}, LineReader{right, base->withEnds}};
+    std::array<std::vector<qint32>, 2> numbers;
+    std::array<std::vector<NewLine>, 2> others;
+    const int followers = std::min(crewFor(base->text), int(versions.size()));
     runCrew(
         followers,
         [&](int worker) {
-            CancelPoll ownPoll(cancel);
-            for (auto side = size_t(worker) + 1; side < texts.size(); side += size_t(followers))
-                others[side] = followBase(numbered, {*texts[side], withEnds}, result.texts[side], ownPoll);
+            CancelPoll poll(cancel);
+            for (auto version = size_t(worker); version < versions.size(); version += size_t(followers))
+                others[version] = followBase(*base, versions[version], numbers[version], poll);
         },
         [] {});
-    for (size_t side = 1; side < texts.size(); ++side) {
-        const LineReader version{*texts[side], withEnds};
-        for (const NewLine &line : others[side]) {
+    CancelPoll poll(cancel);
+    for (size_t version = 0; version < versions.size(); ++version) {
+        for (const NewLine &line : others[version]) {
             if (poll.stop(32))
                 return {};
-            result.texts[side][size_t(line.index)] = table.numberOf(version[line.index], line.hash);
+            numbers[version][size_t(line.index)] = base->table.numberOf(versions[version][line.index], line.hash);
         }
     }
-    result.texts[0] = std::move(numbered.numbers);
-    result.count = table.count();
-    return result;
+    return {{std::move(base->numbers), std::move(numbers[0]), std::move(numbers[1])}, base->table.count()};
 }
 
 } // namespace velmora

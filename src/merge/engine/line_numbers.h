@@ -6,6 +6,7 @@
 #include <QtGlobal>
 
 #include <array>
+#include <memory>
 #include <vector>
 
 namespace velmora {
@@ -16,9 +17,26 @@ struct NumberedTexts {
     qint32 count = 0;
 };
 
-/// Numbers the lines of `texts`, with their ends or without. Incomplete when
-/// cancelled.
-[[nodiscard]] NumberedTexts numberLines(const std::array<const TextLines *, 3> &texts, bool withEnds,
-                                        const CancelFlag &cancel);
+/// The numbers of the lines of a base, to which those of its two versions are added: a base can be numbered while its
+/// versions are still being read.
+class LineNumbering {
+public:
+    /// Numbers `base`, its lines with their ends or without; shares the text.
+    LineNumbering(const TextLines &base, bool withEnds, const CancelFlag &cancel);
+    LineNumbering(LineNumbering &&) noexcept;
+    LineNumbering &operator=(LineNumbering &&) noexcept;
+    ~LineNumbering();
+
+    [[nodiscard]] const TextLines &base() const noexcept;
+
+    /// Numbers the versions, too, for the one time that this can be asked for. Incomplete when this or the numbering
+    /// of the base was cancelled.
+    [[nodiscard]] NumberedTexts with(const TextLines &left, const TextLines &right, const CancelFlag &cancel) &&;
+
+private:
+    struct Base;
+
+    std::unique_ptr<Base> m_base;
+};
 
 } // namespace velmora
