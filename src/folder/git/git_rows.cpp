@@ -223,7 +223,10 @@ QString GitRowTree::hint(qint32 number, int /*column*/) const
 
 RowPicture GitRowTree::picture(qint32 number) const
 {
-    return node(number).change < 0 ? RowPicture::Folder : RowPicture::File;
+    const GitChange *const file = change(number);
+    const bool isSubmodule =
+        file && (file->entries.left.mode == GitMode::submodule || file->entries.right.mode == GitMode::submodule);
+    return !file || isSubmodule ? RowPicture::Folder : RowPicture::File;
 }
 
 QVariant GitRowTree::data(qint32 number, int column, int role) const

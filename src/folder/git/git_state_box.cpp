@@ -4,6 +4,7 @@
 #include "session/plain_text.h"
 #include "session/translate.h"
 
+#include <QAbstractItemView>
 #include <QCompleter>
 #include <QDateTime>
 #include <QLineEdit>
@@ -47,7 +48,11 @@ GitStateBox::GitStateBox(QWidget *parent) : QComboBox(parent)
     completer()->setFilterMode(Qt::MatchContains);
     completer()->setCompletionMode(QCompleter::PopupCompletion);
     connect(this, &QComboBox::activated, this, &GitStateBox::take);
-    connect(lineEdit(), &QLineEdit::returnPressed, this, &GitStateBox::submitted);
+    connect(lineEdit(), &QLineEdit::returnPressed, this, [this] {
+        // The field takes Return for itself, and the offered names would stay over what is shown then.
+        completer()->popup()->hide();
+        Q_EMIT submitted();
+    });
     setChoices({}, {}, true);
 }
 
