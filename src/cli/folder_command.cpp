@@ -64,8 +64,6 @@ constexpr std::array examples{
     Example{"See whether an archive holds what was tagged:", "velmora-cli folder --format list git:v1.0:. v1.0.tar.gz"},
 };
 
-using Comparison = FolderAnswer;
-
 QList<FolderDiffItem> engineItems(const FolderRequest &request, const FolderInput &input, const FolderRunReport &report)
 {
     switch (request.scope) {
@@ -95,7 +93,7 @@ QList<FolderDiffItem> filteredItems(const FolderRequest &request, QList<FolderDi
 }
 
 /// What the window shows as unknown.
-QSet<QString> notComparedNames(const FolderRequest &request, const Comparison &comparison)
+QSet<QString> notComparedNames(const FolderRequest &request, const FolderAnswer &comparison)
 {
     const bool isAllSeen =
         std::none_of(comparison.problems.begin(), comparison.problems.end(),
@@ -113,9 +111,9 @@ QSet<QString> notComparedNames(const FolderRequest &request, const Comparison &c
     return names;
 }
 
-Comparison compare(const FolderRequest &request)
+FolderAnswer compare(const FolderRequest &request)
 {
-    Comparison comparison;
+    FolderAnswer comparison;
     const FolderInput input = FolderInput::of(request.folders, request.options);
     comparison.items = engineItems(request, input, {nullptr, &comparison.problems});
     if (request.readsUnread)
@@ -128,7 +126,7 @@ Comparison compare(const FolderRequest &request)
 
 using Counts = std::array<qint64, 4>; ///< by FolderDiffStatus
 
-Counts countByStatus(const Comparison &comparison)
+Counts countByStatus(const FolderAnswer &comparison)
 {
     Counts counts{};
     for (const FolderDiffItem &item : comparison.items)
@@ -147,13 +145,13 @@ QByteArray unreadPart(const FolderRequest &request, const QList<FolderDiffItem> 
     return unread > 0 ? text + QByteArray::number(unread) : QByteArray();
 }
 
-QByteArray notComparedPart(const Comparison &comparison)
+QByteArray notComparedPart(const FolderAnswer &comparison)
 {
     const qsizetype count = comparison.notCompared.size();
     return count > 0 ? " | Not compared: " + QByteArray::number(count) : QByteArray();
 }
 
-bool writeSummary(QIODevice &device, const FolderRequest &request, const Comparison &comparison)
+bool writeSummary(QIODevice &device, const FolderRequest &request, const FolderAnswer &comparison)
 {
     const Counts counts = countByStatus(comparison);
     const auto count = [&counts](FolderDiffStatus status) { return counts[std::size_t(status)]; };
@@ -167,7 +165,7 @@ bool writeSummary(QIODevice &device, const FolderRequest &request, const Compari
     return device.write(line) == line.size();
 }
 
-bool writeList(QIODevice &device, const FolderRequest &, const Comparison &comparison)
+bool writeList(QIODevice &device, const FolderRequest &, const FolderAnswer &comparison)
 {
     OutputBuffer output(device);
     for (const FolderDiffItem &item : comparison.items) {
@@ -180,14 +178,14 @@ bool writeList(QIODevice &device, const FolderRequest &, const Comparison &compa
     return output.finish();
 }
 
-bool writeJson(QIODevice &device, const FolderRequest &request, const Comparison &comparison)
+bool writeJson(QIODevice &device, const FolderRequest &request, const FolderAnswer &comparison)
 {
     OutputBuffer output(device);
     writeFolderJson(output, request, comparison);
     return output.finish();
 }
 
-bool writeHtml(QIODevice &device, const FolderRequest &request, const Comparison &comparison)
+bool writeHtml(QIODevice &device, const FolderRequest &request, const FolderAnswer &comparison)
 {
     FolderReportLabels labels;
     labels.title = QStringLiteral("Velmora — folder diff report");
@@ -205,7 +203,7 @@ bool writeHtml(QIODevice &device, const FolderRequest &request, const Comparison
     return writeFolderReport(device, comparison.items, labels, QDateTime::currentDateTime());
 }
 
-using Writer = bool (*)(QIODevice &device, const FolderRequest &request, const Comparison &comparison);
+using Writer = bool (*)(QIODevice &device, const FolderRequest &request, const FolderAnswer &comparison);
 
 constexpr std::array formats{
     ChoiceOf<Writer>{{"summary", "one line with the numbers of entries (the default)"}, writeSummary},
@@ -222,7 +220,7 @@ int runFolder(const Arguments &arguments, const Streams &streams)
     if (const QString error = request.take(arguments); !error.isEmpty())
         return fail(streams, error);
 
-    const Comparison comparison = compare(request);
+    const FolderAnswer comparison = compare(request);
     QList<FolderProblem> problems = comparison.problems;
     for (FolderProblem &problem : problems)
         problem.path = TreeFolder{request.folders[problem.side].source, problem.path}.shownPath();

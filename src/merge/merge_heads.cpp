@@ -1,12 +1,11 @@
 #include "merge/merge_heads.h"
 
-#include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/frame/elided_label.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
 #include <QBoxLayout>
-#include <QDir>
 #include <QLabel>
 
 namespace velmora {
@@ -91,7 +90,7 @@ bool MergeHeads::isEmpty() const
 
 void MergeHeads::showResult(const QString &path)
 {
-    m_resultPath->setText(path.isEmpty() ? Velmora::tr("not saved yet") : visibleName(QDir::toNativeSeparators(path)));
+    m_resultPath->setText(path.isEmpty() ? Velmora::tr("not saved yet") : shownPath(path));
 }
 
 MergeSource MergeHeads::sourceUnder(QPoint position) const

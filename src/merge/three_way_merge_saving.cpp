@@ -5,9 +5,9 @@
 #include "session/dialogs.h"
 #include "session/document/change_watcher.h"
 #include "session/frame/progress_strip.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 #include <utility>
@@ -167,7 +167,7 @@ void ThreeWayMergeWidget::takeMarked(const QString &path, RunOutcome<TextSaveRes
     m_progress->clear();
     const End end = outcome.value ? outcome.value->end : End::NotWritten;
     m_texts->editor().endSave(paneOfResult, end == End::Saved);
-    const QString shown = visibleName(QDir::toNativeSeparators(path));
+    const QString shown = shownPath(path);
     if (end == End::Saved) {
         m_output = path;
         LoadedText loaded = m_heads->result().loaded();

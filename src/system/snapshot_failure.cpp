@@ -1,9 +1,7 @@
 #include "system/snapshot_failure.h"
 
-#include "core/visible_name.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
-
-#include <QDir>
 
 namespace velmora {
 
@@ -55,7 +53,7 @@ SnapshotFailure captureFailure(const SideResult &result)
 SnapshotFailure describeFailure(const SideResult &result, const SnapshotKind &kind, const QString &place)
 {
     if (result.loadFault == SnapshotFault::CannotOpen)
-        return {Velmora::tr("Cannot open: %1").arg(visibleName(QDir::toNativeSeparators(place))), result.detail};
+        return {Velmora::tr("Cannot open: %1").arg(shownPath(place)), result.detail};
     if (result.loadFault != SnapshotFault::None)
         return {Velmora::tr(kind.wrongShape), shapeDetail(result, kind.form)};
     return captureFailure(result);

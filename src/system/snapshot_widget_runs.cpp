@@ -1,16 +1,15 @@
-#include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/fault_text.h"
 #include "session/frame/path_edit.h"
 #include "session/frame/run_report.h"
 #include "session/frame/status_line.h"
 #include "session/list/list_pane.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 #include "system/snapshot_failure.h"
 #include "system/snapshot_side.h"
 #include "system/snapshot_widget.h"
 
-#include <QDir>
 #include <QLineEdit>
 
 namespace velmora {
@@ -82,7 +81,7 @@ void SnapshotWidget::save(const QString &path, const Snapshot &snapshot)
     m_runner.start([path, snapshot, form = m_kind.form, readers = m_kind.readers](
                        const CancelFlag &, Progress &) { return saveSnapshot(path, snapshot, form, readers); },
                    [this, path](RunOutcome<SaveResult> &&outcome) {
-                       const QString shown = visibleName(QDir::toNativeSeparators(path));
+                       const QString shown = shownPath(path);
                        if (outcome.value && outcome.value->ok()) {
                            m_status->showMessage(Velmora::tr("Saved %1").arg(shown));
                            return;

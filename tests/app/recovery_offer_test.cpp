@@ -131,7 +131,7 @@ private Q_SLOTS:
     {
         Remains r;
         RecoveryRecord record = recordOf(word("/a_LOCAL_1.txt"), word("/a_REMOTE_1.txt"), "text\n");
-        record.description.insert(word("options"), QJsonObject{{word("output"), word("/work/a.txt")}});
+        record.description.insert(word("options"), QJsonObject{{word("output"), word("/project/a.txt")}});
         QVERIFY(writeRecoveryRecord(r.whole[0], record).ok());
         r.offer();
         QVERIFY(r.dialogs.asked().first().text.contains(word("Merge: a.txt\n")));

@@ -2,12 +2,11 @@
 
 #include "app/session_kinds.h"
 #include "core/recovery_store.h"
-#include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/session_widget.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
-#include <QDir>
 #include <QFile>
 #include <QJsonValue>
 
@@ -82,7 +81,7 @@ void offerRecovery(RecoveryStore &store, QWidget *window, const RecoveryOpener &
     if (!work.damaged.isEmpty()) {
         QStringList shown;
         for (const QString &file : work.damaged)
-            shown.append(visibleName(QDir::toNativeSeparators(file)));
+            shown.append(shownPath(file));
         Dialogs::instance().tell(window, Dialogs::Tone::Warning, Velmora::tr("Restore unsaved changes"),
                                  Velmora::tr("Unsaved changes of an earlier run cannot be restored, because what kept "
                                              "them is damaged. It was put aside:\n%1")

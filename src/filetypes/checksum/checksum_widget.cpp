@@ -346,14 +346,13 @@ void ChecksumWidget::writeList(const QString &folder, ChecksumAlgorithm algorith
             return {{}, saveFile(path, list)};
         },
         [this, path](const Outcome &outcome) {
-            const auto shown = [](const QString &file) { return shownPath(file); };
             if (!outcome.unreadable.isEmpty())
-                status().showFailure(Velmora::tr("Cannot read: %1").arg(shown(outcome.unreadable.first())),
+                status().showFailure(Velmora::tr("Cannot read: %1").arg(shownPath(outcome.unreadable.first())),
                                      Velmora::tr("No list was written"));
             else if (!outcome.saved.ok())
-                status().showFailure(Velmora::tr("Cannot write: %1").arg(shown(path)), outcome.saved.error);
+                status().showFailure(Velmora::tr("Cannot write: %1").arg(shownPath(path)), outcome.saved.error);
             else
-                status().showMessage(Velmora::tr("Saved %1").arg(shown(path)));
+                status().showMessage(Velmora::tr("Saved %1").arg(shownPath(path)));
         });
 }
 

@@ -1,21 +1,14 @@
 #include "core/safe_file.h"
-#include "core/visible_name.h"
 #include "filetypes/registry/engine/reg_writer.h"
 #include "filetypes/registry/engine/registry_patch.h"
 #include "filetypes/registry/registry_compare_widget.h"
 #include "filetypes/registry/registry_preview.h"
 #include "session/dialogs.h"
-
-#include <QDir>
+#include "session/shown_path.h"
 
 namespace velmora {
 
 namespace {
-
-QString shown(const QString &path)
-{
-    return visibleName(QDir::toNativeSeparators(path));
-}
 
 QString fileFilter()
 {
@@ -32,9 +25,9 @@ void RegistryCompareWidget::saveTree(const QString &title, const QString &name, 
             run([make, path](const CancelFlag &, Progress &) { return saveFile(path, registryFile(make())); },
                 [this, path](const SaveResult &saved) {
                     if (saved.ok())
-                        status().showMessage(Velmora::tr("Saved %1").arg(shown(path)));
+                        status().showMessage(Velmora::tr("Saved %1").arg(shownPath(path)));
                     else
-                        status().showFailure(Velmora::tr("Cannot write: %1").arg(shown(path)), saved.error);
+                        status().showFailure(Velmora::tr("Cannot write: %1").arg(shownPath(path)), saved.error);
                 });
         });
 }
@@ -89,12 +82,12 @@ void RegistryCompareWidget::tellWritten(const RegistryWriteResult &result, const
                              result.error);
         return;
     case NotKept:
-        status().showFailure(Velmora::tr("Cannot write: %1").arg(shown(keptPath)),
+        status().showFailure(Velmora::tr("Cannot write: %1").arg(shownPath(keptPath)),
                              Velmora::tr("Nothing was written to the registry"));
         return;
     case Failed:
         status().showFailure(
-            Velmora::tr("Writing ended at %1: what was there is in %2").arg(result.writing.failed, shown(keptPath)),
+            Velmora::tr("Writing ended at %1: what was there is in %2").arg(result.writing.failed, shownPath(keptPath)),
             result.error);
         return;
     case Done:

@@ -1,9 +1,7 @@
 #include "folder/actions/git_fault_text.h"
 
-#include "core/visible_name.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
-
-#include <QDir>
 
 namespace velmora {
 
@@ -45,7 +43,7 @@ QString sentence(const GitFault &fault, const QString &about)
 
 QString gitFaultText(const GitFault &fault)
 {
-    return sentence(fault, visibleName(QDir::toNativeSeparators(fault.about)));
+    return sentence(fault, shownPath(fault.about));
 }
 
 } // namespace velmora

@@ -5,9 +5,9 @@
 #include "folder/compare/folder_comparison.h"
 #include "folder/engine/folder_rows.h"
 #include "session/list/steps.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
-#include <QDir>
 #include <QLocale>
 
 namespace velmora {
@@ -193,7 +193,7 @@ QString FolderRowTree::hint(qint32 node, int number) const
     const QString &path = pathOn(item, side);
     if (path.isEmpty())
         return words;
-    QStringList lines{visibleName(QDir::toNativeSeparators(path)), words};
+    QStringList lines{shownPath(path), words};
     if (tree().node(node).unreadable)
         lines.append(Velmora::tr("Could not be read, or not to its end"));
     if (tree().node(node).ignored)

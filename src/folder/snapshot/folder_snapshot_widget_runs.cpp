@@ -1,5 +1,4 @@
 #include "core/path_names.h"
-#include "core/visible_name.h"
 #include "folder/snapshot/folder_snapshot_rows.h"
 #include "folder/snapshot/folder_snapshot_widget.h"
 #include "folder/snapshot/folder_snapshot_words.h"
@@ -9,6 +8,7 @@
 #include "session/frame/status_line.h"
 #include "session/list/list_pane.h"
 #include "session/list/list_view.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
 #include <QDir>
@@ -104,13 +104,12 @@ void FolderSnapshotWidget::saveSnapshot(const QString &folder, const QString &pa
         save(target);
         return;
     }
-    Dialogs::instance().askYesNo(
-        this, Velmora::tr("Save snapshot"),
-        Velmora::tr("%1 is there already. Replace it?").arg(visibleName(QDir::toNativeSeparators(target))), false,
-        [save, target](bool yes) {
-            if (yes)
-                save(target);
-        });
+    Dialogs::instance().askYesNo(this, Velmora::tr("Save snapshot"),
+                                 Velmora::tr("%1 is there already. Replace it?").arg(shownPath(target)), false,
+                                 [save, target](bool yes) {
+                                     if (yes)
+                                         save(target);
+                                 });
 }
 
 void FolderSnapshotWidget::takeRecording(const FolderSnapshotRecording &recording, const QString &target)

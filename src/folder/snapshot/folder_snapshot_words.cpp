@@ -1,7 +1,7 @@
 #include "folder/snapshot/folder_snapshot_words.h"
 
-#include "core/visible_name.h"
 #include "folder/actions/snapshot_words.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
 #include <QDir>
@@ -73,7 +73,7 @@ QString progressText(const ProgressState &state)
     case FolderSnapshotPhase::Walking:
         return Velmora::tr("Reading folders: %1 entries").arg(number(state.done));
     case FolderSnapshotPhase::Hashing:
-        return Velmora::tr("Computing SHA-256: %1").arg(visibleName(QDir::toNativeSeparators(state.item)));
+        return Velmora::tr("Computing SHA-256: %1").arg(shownPath(state.item));
     case FolderSnapshotPhase::Loading:
         return Velmora::tr("Reading a snapshot");
     }

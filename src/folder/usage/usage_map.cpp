@@ -3,11 +3,11 @@
 #include "core/visible_name.h"
 #include "session/diff_colours.h"
 #include "session/plain_text.h"
+#include "session/shown_path.h"
 #include "session/theme.h"
 #include "session/translate.h"
 
 #include <QContextMenuEvent>
-#include <QDir>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLinearGradient>
@@ -221,7 +221,7 @@ bool UsageMap::event(QEvent *event)
         return true;
     }
     const UsageRows rows(m_result);
-    QString text = visibleName(QDir::toNativeSeparators(tree().path(node))) + u'\n' +
+    QString text = shownPath(tree().path(node)) + u'\n' +
                    Velmora::tr("%1, %2 %").arg(rows.text(node, UsageRows::Size), rows.text(node, UsageRows::Share));
     if (const QString growth = rows.text(node, UsageRows::Growth); !growth.isEmpty())
         text += u'\n' + Velmora::tr("Growth: %1").arg(growth);

@@ -3,10 +3,10 @@
 #include "core/natural_order.h"
 #include "core/visible_name.h"
 #include "session/diff_colours.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
 #include <QBrush>
-#include <QDir>
 #include <QLocale>
 
 namespace velmora {
@@ -81,7 +81,7 @@ QString UsageRows::hint(qint32 node, int column) const
         return here.countsElsewhere && column == OnDisk
                    ? Velmora::tr("This file has several names; its room on the disk counts at another one")
                    : text(node, column);
-    QStringList lines{visibleName(QDir::toNativeSeparators(tree().path(node)))};
+    QStringList lines{shownPath(tree().path(node))};
     if (here.unreadable)
         lines.append(Velmora::tr("Could not be read, or not to its end"));
     return lines.join(u'\n');

@@ -152,10 +152,20 @@ struct NewLine {
     quint32 hash = 0;
 };
 
+int crewFor(const TextLines &text)
+{
+    return text.bytes().size() >= bytesWorthAThread ? crewSize() : 1;
+}
+
 } // namespace
 
 struct LineNumbering::Base {
     Base(const TextLines &base, bool endsCount) : text(base), withEnds(endsCount), table(size_t(base.count())) {}
+
+    [[nodiscard]] LineReader lines() const noexcept { return {text, withEnds}; }
+    /// Gives those lines of a version their numbers that the base has, and returns the others.
+    [[nodiscard]] std::vector<NewLine> follow(const LineReader &version, std::vector<qint32> &versionNumbers,
+                                              CancelPoll &poll) const;
 
     TextLines text;
     bool withEnds;
@@ -164,34 +174,21 @@ struct LineNumbering::Base {
     std::vector<qint32> numbers;
     std::vector<qint32> firsts; ///< the first line of each number
     bool isWhole = false;
-
-    [[nodiscard]] LineReader lines() const noexcept { return {text, withEnds}; }
 };
 
-namespace {
-
-int crewFor(const TextLines &text)
-{
-    return text.bytes().size() >= bytesWorthAThread ? crewSize() : 1;
-}
-
-/// Gives those lines of a version their numbers that the base has, and returns the others.
-///
 /// Most lines are those of the base in their order. So some are first compared with those that are next there, and
 /// then each by itself, which takes no hash and no search.
-template <typename Base>
-std::vector<NewLine> followBase(const Base &base, const LineReader &version, std::vector<qint32> &numbers,
-                                CancelPoll &poll)
+std::vector<NewLine> LineNumbering::Base::follow(const LineReader &version, std::vector<qint32> &versionNumbers,
+                                                 CancelPoll &poll) const
 {
-    const LineReader lines = base.lines();
     std::vector<NewLine> others;
-    numbers.assign(size_t(version.count()), none);
+    versionNumbers.assign(size_t(version.count()), none);
     qsizetype next = 0;
     qsizetype nextAtOnce = 0;
     for (qsizetype index = 0; index < version.count() && !poll.stop(32); ++index) {
         if (index >= nextAtOnce) {
-            if (areSame(version.text, index, lines.text, next)) {
-                std::copy_n(base.numbers.begin() + next, linesAtOnce, numbers.begin() + index);
+            if (areSame(version.text, index, text, next)) {
+                std::copy_n(numbers.begin() + next, linesAtOnce, versionNumbers.begin() + index);
                 next += linesAtOnce;
                 index += linesAtOnce - 1;
                 continue;
@@ -199,22 +196,20 @@ std::vector<NewLine> followBase(const Base &base, const LineReader &version, std
             nextAtOnce = index + linesAtOnce;
         }
         const std::string_view line = version[index];
-        if (next < lines.count() && lines[next] == line) {
-            numbers[size_t(index)] = base.numbers[size_t(next++)];
+        if (next < text.count() && lines()[next] == line) {
+            versionNumbers[size_t(index)] = numbers[size_t(next++)];
             continue;
         }
-        const quint32 hash = base.hash(line);
-        const qint32 number = base.table.find(line, hash);
-        numbers[size_t(index)] = number;
+        const quint32 lineHash = hash(line);
+        const qint32 number = table.find(line, lineHash);
+        versionNumbers[size_t(index)] = number;
         if (number == none)
-            others.push_back({qint32(index), hash});
-        else if (base.firsts[size_t(number)] >= next)
-            next = base.firsts[size_t(number)] + 1;
+            others.push_back({qint32(index), lineHash});
+        else if (firsts[size_t(number)] >= next)
+            next = firsts[size_t(number)] + 1;
     }
     return others;
 }
-
-} // namespace
 
 LineNumbering::LineNumbering(const TextLines &base, bool withEnds, const CancelFlag &cancel)
     : m_base(std::make_unique<Base>(base, withEnds))
@@ -228,11 +223,6 @@ LineNumbering::LineNumbering(const TextLines &base, bool withEnds, const CancelF
 LineNumbering::LineNumbering(LineNumbering &&) noexcept = default;
 LineNumbering &LineNumbering::operator=(LineNumbering &&) noexcept = default;
 LineNumbering::~LineNumbering() = default;
-
-const TextLines &LineNumbering::base() const noexcept
-{
-    return m_base->text;
-}
 
 NumberedTexts LineNumbering::with(const TextLines &left, const TextLines &right, const CancelFlag &cancel) &&
 {
@@ -248,7 +238,7 @@ NumberedTexts LineNumbering::with(const TextLines &left, const TextLines &right,
         [&](int worker) {
             CancelPoll poll(cancel);
             for (auto version = size_t(worker); version < versions.size(); version += size_t(followers))
-                others[version] = followBase(*base, versions[version], numbers[version], poll);
+                others[version] = base->follow(versions[version], numbers[version], poll);
         },
         [] {});
     CancelPoll poll(cancel);

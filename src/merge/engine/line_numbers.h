@@ -27,8 +27,6 @@ public:
     LineNumbering &operator=(LineNumbering &&) noexcept;
     ~LineNumbering();
 
-    [[nodiscard]] const TextLines &base() const noexcept;
-
     /// Numbers the versions, too, for the one time that this can be asked for. Incomplete when this or the numbering
     /// of the base was cancelled.
     [[nodiscard]] NumberedTexts with(const TextLines &left, const TextLines &right, const CancelFlag &cancel) &&;

@@ -1,10 +1,10 @@
 #include "session/frame/report_saver.h"
 
 #include "core/safe_file.h"
-#include "core/visible_name.h"
 #include "session/dialogs.h"
 #include "session/fault_text.h"
 #include "session/session_host.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 
 #include <QDir>
@@ -50,7 +50,7 @@ void ReportSaver::tellWritten(const QString &path)
 
 void ReportSaver::tellFailure(const QString &path, const QString &reason)
 {
-    const QString message = Velmora::tr("Cannot write file: %1").arg(visibleName(QDir::toNativeSeparators(path)));
+    const QString message = Velmora::tr("Cannot write file: %1").arg(shownPath(path));
     Q_EMIT failed(message);
     Dialogs::instance().tell(&m_window, Dialogs::Tone::Warning, m_title,
                              reason.isEmpty() ? message : message + u'\n' + reason);

@@ -1,10 +1,10 @@
 #include "text/edit/text_edit_bar.h"
 
 #include "core/visible_name.h"
+#include "session/shown_path.h"
 #include "session/translate.h"
 #include "text/edit/recent_texts.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QMenu>
 #include <QToolButton>
@@ -81,7 +81,7 @@ void TextEditBar::fillRecentFiles()
     for (const QString &file : files) {
         const QString name = visibleName(QFileInfo(file).fileName());
         QAction *action = m_recent->addAction(QString(name).replace(u'&', QStringLiteral("&&")));
-        action->setToolTip(visibleName(QDir::toNativeSeparators(file)));
+        action->setToolTip(shownPath(file));
         connect(action, &QAction::triggered, this, [this, file] { Q_EMIT recentFileChosen(file); });
     }
     if (files.isEmpty()) {
