@@ -160,8 +160,9 @@ private Q_SLOTS:
         // Looked through in turns; what is typed on meanwhile replaces what was sought.
         QSignalSpy filtered(&model, &TreeModel::filtered);
         model.setFilter(word("2999"));
+        const qsizetype endedAtOnce = filtered.size(); // on a fast machine in its first turn
         model.setFilter(word("299999"));
-        QTRY_COMPARE(filtered.size(), 1);
+        QTRY_COMPARE(filtered.size(), endedAtOnce + 1);
         QCOMPARE(rowsOf(model), (std::vector<qint32>{0, many - 1}));
         model.setFilter({});
         QCOMPARE(model.rowCount(), many);
