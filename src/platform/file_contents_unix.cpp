@@ -14,7 +14,6 @@ namespace velmora {
 
 namespace {
 
-constexpr qint64 worthACall = 64 << 10;
 constexpr qint64 toTheEnd = std::numeric_limits<qint64>::max();
 
 /// Chooses pieces that take long enough to be worth a call and short enough to stop between them.
@@ -82,7 +81,7 @@ public:
         if (shareBlocks())
             return m_tick(m_size) ? FileError() : FileError{FileErrorKind::Stopped, {}};
         constexpr qint64 blockSize = 512; // that of st_blocks, whatever the file system's
-        const bool mayHaveHoles = m_size >= worthACall && qint64(status.st_blocks) * blockSize < m_size;
+        const bool mayHaveHoles = m_size > largestThroughMemory && qint64(status.st_blocks) * blockSize < m_size;
         return mayHaveHoles ? copyBetweenHoles() : copyUpTo(toTheEnd);
     }
 
@@ -91,7 +90,7 @@ private:
     [[nodiscard]] bool shareBlocks() const
     {
 #ifdef FICLONE
-        return m_size >= worthACall && ::ioctl(m_to, FICLONE, m_from) == 0;
+        return m_size > largestThroughMemory && ::ioctl(m_to, FICLONE, m_from) == 0;
 #else
         return false;
 #endif
@@ -130,7 +129,7 @@ private:
     FileError copyInSystem([[maybe_unused]] qint64 end)
     {
 #if defined(__linux__) && defined(__GLIBC__)
-        if (m_size < worthACall)
+        if (m_size <= largestThroughMemory)
             return {};
         while (m_copied < end) {
             const qint64 wanted = std::min(m_piece.next(), end - m_copied);
@@ -195,6 +194,13 @@ private:
 FileError copyContents(int from, int to, const FileSink::Tick &tick)
 {
     return ContentCopy(from, to, tick).run();
+}
+
+FileError copyContents(const std::string &from, int to, const FileSink::Tick &tick)
+{
+    const auto length = qint64(from.size());
+    const FileError error = writePiece(to, from.data(), length);
+    return error.isError() || length == 0 || tick(length) ? error : FileError{FileErrorKind::Stopped, {}};
 }
 
 FilePiece readPiece(int file, char *buffer, qint64 length)

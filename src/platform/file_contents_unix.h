@@ -9,6 +9,11 @@ namespace velmora {
 /// Holes stay holes. What is copied is what is there: a file that changes meanwhile is the caller's to notice.
 /// `tick` as that of `FileSink::copyFrom`.
 [[nodiscard]] FileError copyContents(int from, int to, const FileSink::Tick &tick);
+/// The same for a file that has been read.
+[[nodiscard]] FileError copyContents(const std::string &from, int to, const FileSink::Tick &tick);
+
+/// Up to this size the system is not asked to copy: reading and writing takes less time.
+inline constexpr qint64 largestThroughMemory = (64 << 10) - 1;
 
 /// Reads the next bytes of `file`; fewer only at its end or, with errno set, when `failed`.
 [[nodiscard]] FilePiece readPiece(int file, char *buffer, qint64 length);

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace velmora {
 
@@ -76,6 +77,10 @@ public:
 
     /// Reads the next bytes; fewer than asked for at the end of the file only, or when `failed` is set.
     [[nodiscard]] virtual FilePiece read(char *buffer, qint64 length) = 0;
+
+    /// May read a file of up to `most` bytes into memory, for `FileSink::copyFrom`; to be called before anything is
+    /// read. What changes afterwards shows in `state`.
+    virtual void readAhead(qint64 /*most*/) {}
 };
 
 /// A new file that is being written. The destructor closes it and leaves it where it is.
@@ -133,14 +138,26 @@ public:
     [[nodiscard]] virtual NodeResult stat(const QString &name) = 0;
     /// Every entry, hidden ones too, in no order.
     [[nodiscard]] virtual FileError list(const Sink &sink) = 0;
+    /// Takes the name of an entry; false stops the listing.
+    using NameSink = std::function<bool(const QString &name)>;
+    /// `list` without looking at the entries.
+    [[nodiscard]] virtual FileError listNames(const NameSink &sink)
+    {
+        return list([&sink](const QString &name, const NodeState &) { return sink(name); });
+    }
     /// True when this folder is `other` or lies in it, by whatever path.
     [[nodiscard]] virtual bool liesIn(FolderHandle &other) = 0;
+    /// The identities of this folder and of those that it lies in, up to the top; nothing where that cannot be told.
+    /// What has none of them does not hold this folder.
+    [[nodiscard]] virtual std::optional<std::vector<FileIdentity>> lineage() { return std::nullopt; }
     /// Whether `path`, by which this folder was opened, still leads to it: no error when it does or nobody can tell,
     /// `NotExpected` when it leads to another one, else why it leads nowhere. Costs about one look at an entry.
     [[nodiscard]] virtual FileError checkPath(const QString & /*path*/) { return {}; }
 
     /// Null with `error` set when it fails.
     [[nodiscard]] virtual std::unique_ptr<FolderHandle> openFolder(const QString &name, FileError &error) = 0;
+    /// `openFolder` for each part of `relative` in turn, parts being separated by '/'.
+    [[nodiscard]] virtual std::unique_ptr<FolderHandle> openBelow(const QString &relative, FileError &error);
     [[nodiscard]] virtual std::unique_ptr<FileSource> openFile(const QString &name, FileError &error) = 0;
     /// Makes a file that only its owner can read until `keepAttributes`; fails when the name is taken.
     [[nodiscard]] virtual std::unique_ptr<FileSink> createFile(const QString &name, FileError &error) = 0;
@@ -204,6 +221,9 @@ public:
 
     /// Opens a folder by its absolute path, links on the way followed. Null with `error` set when it fails.
     [[nodiscard]] virtual std::unique_ptr<FolderHandle> openRoot(const QString &path, FileError &error) = 0;
+
+    /// True when handles may be used on several threads at once, each on one.
+    [[nodiscard]] virtual bool isForThreads() const { return false; }
 
     /// True when `FolderHandle::settle` works; else every file must be flushed by itself.
     [[nodiscard]] virtual bool canSettle() const = 0;

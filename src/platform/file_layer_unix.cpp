@@ -5,41 +5,57 @@
 #include <cstdio>
 
 #ifdef __linux__
-#include <sys/vfs.h>
+#include <linux/openat2.h>
+#include <sys/syscall.h>
 #endif
 
 namespace velmora {
 
 namespace {
 
-/// False on file systems that number files anew whenever they come into memory.
-bool hasLastingIdentities([[maybe_unused]] int folder)
+bool isPlainBytes(std::string_view name)
 {
-#ifdef __linux__
-    struct statfs status {};
-    if (::fstatfs(folder, &status) == 0) {
-        const auto type = static_cast<unsigned long>(status.f_type);
-        return type != 0x4D44 && type != 0x2011'BAB0; // FAT, exFAT
-    }
-#endif
-    return true;
+    return !name.empty() && name != "." && name != ".." &&
+           name.find_first_of(std::string_view("/\0", 2)) == std::string_view::npos;
 }
 
 /// A name in its bytes; one that holds a NUL is none.
 class NativeName {
 public:
     explicit NativeName(const QString &name) : m_bytes(nativeName(name)) {}
-    [[nodiscard]] bool isPlain() const
-    {
-        return !m_bytes.empty() && m_bytes != "." && m_bytes != ".." &&
-               m_bytes.find_first_of(std::string_view("/\0", 2)) == std::string::npos;
-    }
+    [[nodiscard]] bool isPlain() const { return isPlainBytes(m_bytes); }
     [[nodiscard]] const char *c() const { return m_bytes.c_str(); }
     [[nodiscard]] const std::string &bytes() const { return m_bytes; }
 
 private:
     std::string m_bytes;
 };
+
+/// True when all parts of a path are names.
+bool isPlainPath(const std::string &path)
+{
+    for (std::size_t begin = 0; begin <= path.size();) {
+        const std::size_t end = std::min(path.find('/', begin), path.size());
+        if (!isPlainBytes(std::string_view(path).substr(begin, end - begin)))
+            return false;
+        begin = end + 1;
+    }
+    return true;
+}
+
+/// A folder below `base` that no link leads to on any part of the way, in one call; -1 when that fails, which it always
+/// does before Linux 5.6.
+int openWithoutLinks([[maybe_unused]] int base, [[maybe_unused]] const char *path)
+{
+#ifdef SYS_openat2
+    open_how how{};
+    how.flags = passThroughFlags | O_CLOEXEC;
+    how.resolve = RESOLVE_BENEATH | RESOLVE_NO_SYMLINKS;
+    return int(::syscall(SYS_openat2, base, path, &how, sizeof how));
+#else
+    return -1;
+#endif
+}
 
 FileError notAllowed()
 {
@@ -48,10 +64,8 @@ FileError notAllowed()
 
 class UnixFolder final : public FolderHandle {
 public:
-    UnixFolder(Descriptor folder, std::string path)
-        : m_folder(std::move(folder)),
-          m_path(std::move(path)),
-          m_lastingIdentities(hasLastingIdentities(m_folder.get()))
+    UnixFolder(Descriptor folder, std::string path, const LastingIdentities &identities = {})
+        : m_folder(std::move(folder)), m_path(std::move(path)), m_identities(identities)
     {}
 
     NodeResult self() override
@@ -59,7 +73,7 @@ public:
         struct stat status {};
         if (::fstat(m_folder.get(), &status) != 0)
             return {{}, lastError()};
-        return {stateOf(status, m_lastingIdentities), {}};
+        return {seen(status), {}};
     }
 
     NodeResult stat(const QString &name) override
@@ -70,43 +84,44 @@ public:
             return {{}, notAllowed()};
         if (::fstatat(m_folder.get(), entry.c(), &status, AT_SYMLINK_NOFOLLOW) != 0)
             return {{}, lastError()};
-        return {stateOf(status, m_lastingIdentities), {}};
+        return {seen(status), {}};
     }
 
     FileError list(const Sink &sink) override
     {
-        Descriptor folder(openAgain(m_folder.get(), ".", O_RDONLY | O_DIRECTORY));
-        if (!folder.isOpen())
-            return lastError();
-        EntryReader entries(std::move(folder));
-        if (!entries.isOpen())
-            return lastError();
-        while (const dirent *raw = entries.next()) {
+        return eachEntry([&](int folder, const char *name) {
             struct stat status {};
-            if (::fstatat(entries.folder(), raw->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
-                !sink(nameFromNative(raw->d_name), stateOf(status, m_lastingIdentities)))
-                return {};
-        }
-        return errno == 0 ? FileError() : lastError();
+            return ::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0 ||
+                   sink(nameFromNative(name), seen(status));
+        });
+    }
+
+    FileError listNames(const NameSink &sink) override
+    {
+        return eachEntry([&sink](int, const char *name) { return sink(nameFromNative(name)); });
     }
 
     bool liesIn(FolderHandle &other) override
     {
         struct stat wanted {};
-        struct stat status {};
-        if (::fstat(static_cast<UnixFolder &>(other).m_folder.get(), &wanted) != 0)
-            return false;
-        Descriptor place(openAgain(m_folder.get(), ".", passThroughFlags));
-        while (place.isOpen() && ::fstat(place.get(), &status) == 0) {
-            if (identityOf(status) == identityOf(wanted))
-                return true;
-            Descriptor above(openAgain(place.get(), "..", passThroughFlags));
-            struct stat higher {};
-            if (!above.isOpen() || ::fstat(above.get(), &higher) != 0 || identityOf(higher) == identityOf(status))
-                return false;
-            place = std::move(above);
+        bool isFound = false;
+        if (::fstat(static_cast<UnixFolder &>(other).m_folder.get(), &wanted) == 0) {
+            (void)eachUpwards([&](const FileIdentity &identity) {
+                isFound = identity == identityOf(wanted);
+                return !isFound;
+            });
         }
-        return false;
+        return isFound;
+    }
+
+    std::optional<std::vector<FileIdentity>> lineage() override
+    {
+        std::vector<FileIdentity> identities;
+        const bool reachedTop = eachUpwards([&identities](const FileIdentity &identity) {
+            identities.push_back(identity);
+            return true;
+        });
+        return reachedTop ? std::optional(std::move(identities)) : std::nullopt;
     }
 
     FileError checkPath(const QString &path) override
@@ -136,7 +151,18 @@ public:
                 error.kind = FileErrorKind::LinkOnTheWay;
             return nullptr;
         }
-        return std::make_unique<UnixFolder>(std::move(folder), pathOf(entry));
+        return std::make_unique<UnixFolder>(std::move(folder), pathOf(entry.bytes()), m_identities);
+    }
+
+    std::unique_ptr<FolderHandle> openBelow(const QString &relative, FileError &error) override
+    {
+        const std::string path = nativeName(relative);
+        if (isPlainPath(path)) {
+            Descriptor folder(openWithoutLinks(m_folder.get(), path.c_str()));
+            if (folder.isOpen())
+                return std::make_unique<UnixFolder>(std::move(folder), pathOf(path), m_identities);
+        }
+        return FolderHandle::openBelow(relative, error); // can do it on older systems too, and tells what is in the way
     }
 
     std::unique_ptr<FileSource> openFile(const QString &name, FileError &error) override
@@ -153,7 +179,7 @@ public:
         } else {
             Descriptor file(openAgain(m_folder.get(), entry.c(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY));
             if (file.isOpen() && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode))
-                return std::make_unique<UnixSource>(std::move(file), m_lastingIdentities);
+                return std::make_unique<UnixSource>(std::move(file), m_identities);
             error = file.isOpen() ? FileError{FileErrorKind::NotAFile, {}} : lastError();
         }
         return nullptr;
@@ -175,7 +201,7 @@ public:
             error = lastError();
             return nullptr;
         }
-        return std::make_unique<UnixSink>(std::move(file), m_lastingIdentities);
+        return std::make_unique<UnixSink>(std::move(file), m_identities);
     }
 
     FileError makeFolder(const QString &name, const NodeState *model) override
@@ -280,7 +306,7 @@ public:
         if (!modelFolder.isOpen() || ::fstat(modelFolder.get(), &status) != 0)
             return lastError();
         const CarriedAttributes carried = carryAttributes({modelFolder.get(), nullptr}, folder.get());
-        return setAttributes(folder.get(), stateOf(status, m_lastingIdentities), carried);
+        return setAttributes(folder.get(), seen(status), carried);
     }
 
     FileError removeFile(const QString &name) override
@@ -320,6 +346,43 @@ public:
     }
 
 private:
+    /// `take(folder, name)` for each entry until it returns false.
+    template <typename Take>
+    [[nodiscard]] FileError eachEntry(const Take &take) const
+    {
+        Descriptor folder(openAgain(m_folder.get(), ".", O_RDONLY | O_DIRECTORY));
+        if (!folder.isOpen())
+            return lastError();
+        EntryReader entries(std::move(folder));
+        if (!entries.isOpen())
+            return lastError();
+        while (const dirent *raw = entries.next()) {
+            if (!take(entries.folder(), raw->d_name))
+                return {};
+        }
+        return errno == 0 ? FileError() : lastError();
+    }
+
+    /// `take(identity)` for this folder and each that it lies in, until it returns false; whether the top was reached.
+    template <typename Take>
+    [[nodiscard]] bool eachUpwards(const Take &take) const
+    {
+        struct stat status {};
+        Descriptor place(openAgain(m_folder.get(), ".", passThroughFlags));
+        while (place.isOpen() && ::fstat(place.get(), &status) == 0) {
+            if (!take(identityOf(status)))
+                return false;
+            Descriptor above(openAgain(place.get(), "..", passThroughFlags));
+            struct stat higher {};
+            if (!above.isOpen() || ::fstat(above.get(), &higher) != 0)
+                return false;
+            if (identityOf(higher) == identityOf(status))
+                return true;
+            place = std::move(above);
+        }
+        return false;
+    }
+
     template <typename Call>
     static FileError onName(const QString &name, const Call &call)
     {
@@ -335,14 +398,20 @@ private:
         return Descriptor(openAgain(m_folder.get(), entry.c(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW));
     }
 
-    [[nodiscard]] std::string pathOf(const NativeName &entry) const
+    [[nodiscard]] std::string pathOf(const std::string &below) const
     {
-        return m_path == "/" ? '/' + entry.bytes() : m_path + '/' + entry.bytes();
+        return m_path == "/" ? '/' + below : m_path + '/' + below;
+    }
+
+    /// Of this folder or of an entry in it.
+    [[nodiscard]] NodeState seen(const struct stat &status)
+    {
+        return stateOf(status, m_identities.of(m_folder.get(), status));
     }
 
     Descriptor m_folder;
     std::string m_path;
-    bool m_lastingIdentities;
+    LastingIdentities m_identities;
 };
 
 class UnixLayer final : public FileLayer {
@@ -359,6 +428,8 @@ public:
         }
         return std::make_unique<UnixFolder>(std::move(folder), nativeName(path));
     }
+
+    bool isForThreads() const override { return true; }
 
     bool canSettle() const override
     {

@@ -5,11 +5,28 @@
 
 #include <array>
 
+#ifdef __linux__
+#include <sys/vfs.h>
+#endif
+
 namespace velmora {
 
 namespace {
 
 constexpr qint64 nanoseconds = 1'000'000'000;
+
+/// False on file systems that number files anew whenever they come into memory.
+bool hasLastingIdentities([[maybe_unused]] int place)
+{
+#ifdef __linux__
+    struct statfs status {};
+    if (::fstatfs(place, &status) == 0) {
+        const auto type = static_cast<unsigned long>(status.f_type);
+        return type != 0x4D44 && type != 0x2011'BAB0; // FAT, exFAT
+    }
+#endif
+    return true;
+}
 
 timespec modificationTime(const struct stat &status)
 {
@@ -36,6 +53,19 @@ std::array<timespec, 2> timesOf(const NodeState &model)
 FileError lastError()
 {
     return fileErrorOf(errno);
+}
+
+bool LastingIdentities::of(int place, const struct stat &status)
+{
+    if (m_volume && *m_volume == status.st_dev)
+        return m_last;
+    const bool last = hasLastingIdentities(place);
+    struct stat own {};
+    if (::fstat(place, &own) != 0 || own.st_dev != status.st_dev) // an entry that another volume is mounted on
+        return last;
+    m_volume = own.st_dev;
+    m_last = last;
+    return last;
 }
 
 NodeState stateOf(const struct stat &status, bool lastingIdentities)
@@ -78,12 +108,26 @@ NodeResult UnixSource::state()
     struct stat status {};
     if (::fstat(m_file.get(), &status) != 0)
         return {{}, lastError()};
-    return {stateOf(status, m_lastingIdentities), {}};
+    return {stateOf(status, m_identities.of(m_file.get(), status)), {}};
 }
 
 FilePiece UnixSource::read(char *buffer, qint64 length)
 {
     return readPiece(m_file.get(), buffer, length);
+}
+
+void UnixSource::readAhead(qint64 most)
+{
+    struct stat status {};
+    if (::fstat(m_file.get(), &status) != 0 || status.st_size > std::min(most, largestThroughMemory))
+        return;
+    std::string contents(std::size_t(status.st_size) + 1, '\0'); // one more shows the end
+    const FilePiece piece = readPiece(m_file.get(), contents.data(), qint64(contents.size()));
+    contents.resize(std::size_t(piece.length));
+    if (!piece.failed && piece.length == status.st_size)
+        m_contents = std::move(contents);
+    else // whoever copies it finds out what is the matter
+        (void)::lseek(m_file.get(), 0, SEEK_SET);
 }
 
 FileError UnixSink::write(const char *bytes, qint64 length)
@@ -93,8 +137,10 @@ FileError UnixSink::write(const char *bytes, qint64 length)
 
 FileError UnixSink::copyFrom(FileSource &source, const Tick &tick)
 {
-    const int from = static_cast<UnixSource &>(source).descriptor();
-    const FileError error = copyContents(from, m_file.get(), tick);
+    const auto &file = static_cast<UnixSource &>(source);
+    const int from = file.descriptor();
+    const FileError error =
+        file.contents() ? copyContents(*file.contents(), m_file.get(), tick) : copyContents(from, m_file.get(), tick);
     if (!error.isError())
         m_carried = carryAttributes({from, nullptr}, m_file.get());
     return error;
@@ -119,7 +165,7 @@ NodeResult UnixSink::state()
     struct stat status {};
     if (::fstat(m_file.get(), &status) != 0)
         return {{}, lastError()};
-    return {stateOf(status, m_lastingIdentities), {}};
+    return {stateOf(status, m_identities.of(m_file.get(), status)), {}};
 }
 
 } // namespace velmora

@@ -11,6 +11,18 @@ inline constexpr mode_t permissionBits = 0777; // what acts in the owner's or th
 /// What errno means.
 [[nodiscard]] FileError lastError();
 
+/// Whether a file system keeps the numbers of its files, or gives them anew whenever they come into memory. Asks the
+/// system once for each volume: that takes as long as ten looks at an entry. Copies know what their original knew.
+class LastingIdentities {
+public:
+    /// For `status`, that of what `place` is or of an entry in it.
+    [[nodiscard]] bool of(int place, const struct stat &status);
+
+private:
+    std::optional<dev_t> m_volume;
+    bool m_last = true;
+};
+
 /// `lastingIdentities`: the file system does not number its files anew whenever they come into memory.
 [[nodiscard]] NodeState stateOf(const struct stat &status, bool lastingIdentities);
 
@@ -23,22 +35,26 @@ inline constexpr mode_t permissionBits = 0777; // what acts in the owner's or th
 
 class UnixSource final : public FileSource {
 public:
-    UnixSource(Descriptor file, bool lastingIdentities)
-        : m_file(std::move(file)), m_lastingIdentities(lastingIdentities)
+    UnixSource(Descriptor file, const LastingIdentities &identities) : m_file(std::move(file)), m_identities(identities)
     {}
 
     NodeResult state() override;
     FilePiece read(char *buffer, qint64 length) override;
+    void readAhead(qint64 most) override;
+
     [[nodiscard]] int descriptor() const { return m_file.get(); }
+    /// What `readAhead` has read: all of the file, or null.
+    [[nodiscard]] const std::string *contents() const { return m_contents ? &*m_contents : nullptr; }
 
 private:
     Descriptor m_file;
-    bool m_lastingIdentities;
+    std::optional<std::string> m_contents;
+    LastingIdentities m_identities;
 };
 
 class UnixSink final : public FileSink {
 public:
-    UnixSink(Descriptor file, bool lastingIdentities) : m_file(std::move(file)), m_lastingIdentities(lastingIdentities)
+    UnixSink(Descriptor file, const LastingIdentities &identities) : m_file(std::move(file)), m_identities(identities)
     {}
 
     FileError write(const char *bytes, qint64 length) override;
@@ -50,7 +66,7 @@ public:
 private:
     Descriptor m_file;
     CarriedAttributes m_carried;
-    bool m_lastingIdentities;
+    LastingIdentities m_identities;
 };
 
 } // namespace velmora

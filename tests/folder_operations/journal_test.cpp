@@ -168,7 +168,7 @@ private Q_SLOTS:
 
     void linesSurviveTheWayBack()
     {
-        JournalHeader header{QStringLiteral("50% \"done\"\n"),
+        JournalHeader header{QStringLiteral("50% \"done\"\n\t\x01\\\x7F é"),
                              123,
                              QStringLiteral("00000001"),
                              {QStringLiteral("/a b"), QStringLiteral("/") + QChar(char16_t(0xDC80))},

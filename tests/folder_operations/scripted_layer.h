@@ -4,6 +4,7 @@
 
 #include <QStringList>
 
+#include <atomic>
 #include <functional>
 
 namespace velmora::test {
@@ -18,10 +19,14 @@ public:
     explicit ScriptedLayer(Script script) : m_script(std::move(script)) {}
 
     std::unique_ptr<FolderHandle> openRoot(const QString &path, FileError &error) override;
+    bool isForThreads() const override { return m_isForThreads; }
     bool canSettle() const override { return FileLayer::native().canSettle(); }
     NodeResult statInBin(const QString &binPath) override { return FileLayer::native().statInBin(binPath); }
     FileError restore(const QString &binPath, FolderHandle &to, const QString &name,
                       const NodeTest &isExpected) override;
+
+    /// From now on handles may be used on several threads; the script is responsible for what it does there.
+    void setForThreads() { m_isForThreads = true; }
 
     /// From now on nobody is told where in the recycle bin an entry went.
     void hideBin() { m_tellsBin = false; }
@@ -35,7 +40,8 @@ public:
 
 private:
     Script m_script;
-    int m_calls = 0;
+    std::atomic<int> m_calls = 0;
+    bool m_isForThreads = false;
     bool m_tellsBin = true;
 };
 

@@ -6,6 +6,9 @@
 #include <QDir>
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <vector>
+
 using namespace velmora;
 using namespace velmora::test;
 
@@ -79,6 +82,60 @@ private Q_SLOTS:
         QCOMPARE(contentsOf(path + QLatin1String("/copy")), bytes);
         QVERIFY(!folder->createFile(QStringLiteral("copy"), error));
         QCOMPARE(error.kind, FileErrorKind::Exists);
+    }
+
+    void reachesFoldersBelowAsByTheirParts()
+    {
+        for (const char *folder : {"/a", "/a/b", "/a/b/c", "/outside"})
+            QVERIFY(makeRawFolder(m_root + QLatin1String(folder)));
+        QVERIFY(makeRawFile(m_root + QLatin1String("/a/file"), "1"));
+        const QString part(200, u'p');
+        QString longPath = QStringLiteral("a");
+        std::vector<std::unique_ptr<FolderHandle>> deep;
+#ifdef Q_OS_UNIX
+        QVERIFY(QFile::link(QStringLiteral("b"), m_root + QLatin1String("/a/link")));
+        QVERIFY(QFile::link(QStringLiteral("../outside"), m_root + QLatin1String("/a/out")));
+        deep.push_back(open(m_root + QLatin1String("/a")));
+        for (int level = 0; level < 25; ++level) { // beyond what the system takes as one path
+            FileError error;
+            QVERIFY(!deep.back()->makeFolder(part, nullptr).isError());
+            deep.push_back(deep.back()->openFolder(part, error));
+            longPath += u'/' + part;
+        }
+#endif
+        const auto root = open(m_root);
+        QStringList paths{longPath, {}, QStringLiteral("a/x\u00e9"), QStringLiteral("a") + QChar(u'\0') + u'b'};
+        for (const char *path : {"a",       "a/b",
+                                 "a/b/c",   "a/b/c/missing",
+                                 "missing", "missing/b",
+                                 "a/file",  "a/file/x",
+                                 "a/link",  "a/link/c",
+                                 "a/out",   "..",
+                                 "a/..",    "a/../outside",
+                                 ".",       "a/./b",
+                                 "a//b",    "/",
+                                 "/a",      "a/"})
+            paths.append(QString::fromLatin1(path));
+        int reachable = 0;
+        for (const QString &path : std::as_const(paths)) {
+            FileError error;
+            FileError plainError;
+            const auto folder = root->openBelow(path, error);
+            const auto plain = root->FolderHandle::openBelow(path, plainError);
+            QVERIFY2(bool(folder) == bool(plain), qPrintable(path));
+            QCOMPARE(error.kind, plainError.kind);
+            if (!folder)
+                continue;
+            ++reachable;
+            QCOMPARE(folder->self().node.identity, plain->self().node.identity);
+            QVERIFY(folder->liesIn(*root) && !root->liesIn(*folder));
+            const auto lineage = folder->lineage();
+            QVERIFY(!lineage || (lineage->front() == folder->self().node.identity &&
+                                 std::count(lineage->begin(), lineage->end(), *root->self().node.identity) == 1));
+        }
+        QVERIFY(reachable >= 4);
+        for (; deep.size() > 1; deep.pop_back())
+            QVERIFY(!deep[deep.size() - 2]->removeFolder(part).isError());
     }
 
     void knowsWhichNamesCanBe()

@@ -10,13 +10,13 @@ BesideCopy::BesideCopy(const OperationPlan &plan, FileLayer &files, bool verifie
     : m_problems(plan), m_files(files), m_verifiesContent(verifiesContent), m_tick(std::move(tick))
 {}
 
-StepResult BesideCopy::make(const CopyOrder &order) const
+StepResult BesideCopy::make(CopyOrder order) const
 {
     if (order.source.kind == NodeKind::Special || order.source.kind == NodeKind::Folder)
         return m_problems.failed(OperationErrorCode::Unsupported, order.step.from);
     StepResult result;
     if (order.source.kind == NodeKind::Link) {
-        const FileError error = copyEntry(order.from, order.name, order.source, order.to, order.newName, m_tick);
+        const FileError error = copyEntry(*order.from, order.name, order.source, order.to, order.newName, m_tick);
         if (error.isError())
             result = m_problems.failedAtTarget(order.step.to, error);
     } else {
@@ -27,10 +27,11 @@ StepResult BesideCopy::make(const CopyOrder &order) const
     return result;
 }
 
-StepResult BesideCopy::copyContents(const CopyOrder &order) const
+StepResult BesideCopy::copyContents(CopyOrder &order) const
 {
     FileError error;
-    const std::unique_ptr<FileSource> source = order.from.openFile(order.name, error);
+    const std::unique_ptr<FileSource> source =
+        order.opened ? std::move(order.opened) : order.from->openFile(order.name, error);
     if (!source)
         return m_problems.failedAtSource(order.step.from, error);
     std::unique_ptr<FileSink> sink = order.to.createFile(order.newName, error);
@@ -76,7 +77,7 @@ StepResult BesideCopy::fill(FileSink &sink, FileSource &source, const CopyOrder 
 StepResult BesideCopy::verify(const CopyOrder &order) const
 {
     FileError error;
-    const std::unique_ptr<FileSource> source = order.from.openFile(order.name, error);
+    const std::unique_ptr<FileSource> source = order.from->openFile(order.name, error);
     if (!source)
         return m_problems.failedAtSource(order.step.from, error);
     const std::unique_ptr<FileSource> copy = order.to.openFile(order.newName, error);

@@ -7,8 +7,9 @@ namespace velmora {
 /// A copy that is to be made beside its target. The folders are held open by the caller.
 struct CopyOrder {
     const OperationStep &step;
-    FolderHandle &from;
-    QString name; ///< of the source in `from`
+    FolderHandle *from;
+    QString name;                       ///< of the source in `from`
+    std::unique_ptr<FileSource> opened; ///< the source, when it is open already; `from` is needed to verify it only
     const NodeState &source;
     FolderHandle &to;
     QString newName;            ///< of the copy in `to`
@@ -24,10 +25,10 @@ public:
     BesideCopy(const OperationPlan &plan, FileLayer &files, bool verifiesContent, FileSink::Tick tick);
 
     /// A copy that failed is removed again.
-    [[nodiscard]] StepResult make(const CopyOrder &order) const;
+    [[nodiscard]] StepResult make(CopyOrder order) const;
 
 private:
-    [[nodiscard]] StepResult copyContents(const CopyOrder &order) const;
+    [[nodiscard]] StepResult copyContents(CopyOrder &order) const;
     [[nodiscard]] StepResult fill(FileSink &sink, FileSource &source, const CopyOrder &order) const;
     [[nodiscard]] StepResult verify(const CopyOrder &order) const;
 

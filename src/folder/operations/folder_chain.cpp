@@ -34,18 +34,14 @@ ReachedPlace FolderChain::reach(const Place &place) const
         reached.folder = nullptr;
         return reached;
     }
-    const QStringView path(place.relative);
-    qsizetype begin = 0;
-    for (qsizetype slash = path.indexOf(u'/'); slash >= 0; slash = path.indexOf(u'/', begin)) {
-        std::unique_ptr<FolderHandle> next =
-            reached.folder->openFolder(path.mid(begin, slash - begin).toString(), reached.error);
-        reached.folder = next.get();
-        reached.held = std::move(next);
+    const qsizetype slash = place.relative.lastIndexOf(u'/');
+    if (slash >= 0) {
+        reached.held = reached.folder->openBelow(place.relative.left(slash), reached.error);
+        reached.folder = reached.held.get();
         if (!reached.folder)
             return reached;
-        begin = slash + 1;
     }
-    reached.name = path.mid(begin).toString();
+    reached.name = place.relative.mid(slash + 1);
     return reached;
 }
 

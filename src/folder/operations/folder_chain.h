@@ -17,8 +17,8 @@ struct ReachedPlace {
     FileError error;
 };
 
-/// Opens the folders of a plan's places from the roots down, one part after the other, so that no link below a root is
-/// ever followed. Opens anew for every call: what was true for the last step need not be true for the next.
+/// Opens the folders of a plan's places from the roots down, so that no link below a root is ever followed. Opens anew
+/// for every call: what was true for the last step need not be true for the next.
 class FolderChain {
 public:
     /// Opens all roots; both must outlive the object.

@@ -10,6 +10,10 @@
 
 namespace velmora {
 
+/// What the header of every journal says of its form.
+inline constexpr char journalFormat[] = "velmora operations";
+inline constexpr int journalVersion = 2;
+
 /// The file of a journalled run: one JSON object on each line. The first line is the header
 ///
 ///     {"format":"velmora operations","version":2,"title":…,"started":ms since 1970

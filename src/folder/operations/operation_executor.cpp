@@ -3,9 +3,12 @@
 #include "folder/operations/plan_survey.h"
 #include "folder/operations/root_watch.h"
 #include "folder/operations/step_runner.h"
+#include "folder/operations/write_along.h"
 
 #include <QHash>
 #include <QSet>
+
+#include <algorithm>
 
 namespace velmora {
 
@@ -104,6 +107,11 @@ private:
             report(bytes);
             return !m_cancel.isCancelled();
         });
+        std::unique_ptr<SourceAhead> ahead;
+        if (!m_options.verifyContent && !plan.liftsProtection) // these need the folders of sources
+            ahead = SourceAhead::start(plan, m_files, chain);
+        runner.setAhead(ahead.get());
+        m_along = WriteAlong::start(plan, m_files);
         m_watch.emplace(plan, chain);
         for (const OperationStep &step : plan.steps)
             m_total += weight(step);
@@ -116,6 +124,8 @@ private:
             runStep(chain, runner, m_ended);
             m_done += weight(plan.steps[m_ended]);
         }
+        ahead.reset();
+        runner.setAhead(nullptr);
         removeMovedSources(chain, runner);
         finishFolders(runner);
         if (!m_report.cancelled) // whoever stops does not want to wait, and all sources of copies are still there
@@ -161,7 +171,7 @@ private:
 
     void runStep(const FolderChain &chain, StepRunner &runner, qsizetype index)
     {
-        const OperationStep &step = m_report.plan.steps[index];
+        const OperationStep &step = stepAt(index);
         if (isDeletion(step)) {
             // What was copied is on the disk before anything goes, and new folders are as those that may go now.
             removeMovedSources(chain, runner);
@@ -215,7 +225,7 @@ private:
 
     void take(qsizetype index, const StepResult &result)
     {
-        const OperationStep &step = m_report.plan.steps[index];
+        const OperationStep &step = stepAt(index);
         for (OperationProblem problem : result.problems) {
             problem.step = index;
             if (problem.code == OperationErrorCode::Cancelled)
@@ -241,7 +251,7 @@ private:
             return;
         const bool isSettled = !m_cancel.isCancelled() && settle(chain);
         for (const qsizetype index : std::as_const(m_moved)) {
-            const OperationStep &step = m_report.plan.steps[index];
+            const OperationStep &step = stepAt(index);
             const bool mayGo = isSettled && m_watch->look(m_ended);
             if (m_watch->hasLost(step.to.root)) {
                 m_report.ends[index] = StepEnd::NotReached; // there is the source, and nobody knows of the copy
@@ -263,7 +273,7 @@ private:
     void finishFolders(StepRunner &runner)
     {
         for (auto index = m_madeFolders.rbegin(); index != m_madeFolders.rend(); ++index) {
-            if (m_watch->hasLost(m_report.plan.steps[*index].to.root))
+            if (m_watch->hasLost(stepAt(*index).to.root))
                 continue;
             const StepResult result = runner.finishFolder(*index);
             for (OperationProblem problem : result.problems) {
@@ -277,8 +287,12 @@ private:
     bool settle(const FolderChain &chain)
     {
         bool isSettled = true;
+        const std::map<int, FileError> earlier = m_along ? m_along->end() : std::map<int, FileError>();
+        m_along.reset();
         for (const int root : std::as_const(m_unsettled)) {
-            const FileError error = m_files.canSettle() ? chain.root(root)->settle() : FileError();
+            FileError error = m_files.canSettle() ? chain.root(root)->settle() : FileError();
+            if (const auto told = earlier.find(root); !error.isError() && told != earlier.end())
+                error = told->second;
             if (error.isError()) {
                 isSettled = false;
                 m_trouble.addRoot(root);
@@ -290,6 +304,9 @@ private:
         return isSettled;
     }
 
+    /// Without asking whether the list is shared, which would write to it: `SourceAhead` reads it meanwhile.
+    [[nodiscard]] const OperationStep &stepAt(qsizetype index) const { return m_report.plan.steps.at(index); }
+
     static qint64 weight(const OperationStep &step)
     {
         const bool copies = step.kind == OperationKind::Copy || step.kind == OperationKind::Replace;
@@ -298,7 +315,7 @@ private:
 
     void report(qint64 bytes)
     {
-        const OperationStep &step = m_report.plan.steps[m_ended];
+        const OperationStep &step = stepAt(std::min(m_ended, m_report.plan.steps.size() - 1));
         m_progress.report(int(OperationPhase::Working), std::min(m_done + bytes, m_total), m_total,
                           m_report.plan.pathOf(step.to.isSet() ? step.to : step.from));
     }
@@ -315,7 +332,8 @@ private:
     QList<qsizetype> m_madeFolders;       ///< whose time and permissions are still to be set
     QList<int> m_unsettled;               ///< roots with files that may not be on the disk yet
     std::optional<RootWatch> m_watch;
-    qsizetype m_ended = 0; ///< steps that have ended; also the number of the one at work
+    std::unique_ptr<WriteAlong> m_along; ///< until there is waited for the disk for the first time
+    qsizetype m_ended = 0; ///< steps that have ended; also the number of the one at work, while there is one
     qint64 m_done = 0;
     qint64 m_total = 0;
 };

@@ -94,7 +94,8 @@ constexpr qint64 bytesForEachStep = 4096;
 ///   takes its place in one step. There is never half a file under a name that anybody knows.
 /// - A replaced file's new contents, and those of a move between volumes, are on the disk before the old are given up.
 ///   New copies, whose sources stay, reach the disk together, by the end of the run unless it is
-///   cancelled. Waiting for that is the one thing that cannot be cancelled.
+///   cancelled; other threads open what is copied next, and bring to the disk what has been. Waiting for that in the
+///   end is the one thing that cannot be cancelled.
 /// - Deletions wait until the copies before them are on the disk.
 /// - Setting `cancel` ends the run between two steps, or in a copy, within 100 ms; a begun copy is removed.
 /// - After an error nothing that depends on it is deleted; the run goes on with the rest.

@@ -5,7 +5,9 @@
 
 #include <QStringBuilder>
 
+#include <algorithm>
 #include <deque>
+#include <unordered_map>
 
 namespace velmora {
 
@@ -21,6 +23,20 @@ bool isDeletion(const OperationStep &step)
 {
     return step.kind == OperationKind::Recycle || step.kind == OperationKind::Delete;
 }
+
+/// What a folder is and lies in, asked for once.
+class Lineage {
+public:
+    explicit Lineage(FolderHandle &folder) : m_identities(folder.lineage()) {}
+    [[nodiscard]] bool tells() const { return m_identities.has_value(); }
+    [[nodiscard]] bool has(const FileIdentity &identity) const
+    {
+        return std::find(m_identities->begin(), m_identities->end(), identity) != m_identities->end();
+    }
+
+private:
+    std::optional<std::vector<FileIdentity>> m_identities;
+};
 
 class Survey {
 public:
@@ -139,15 +155,20 @@ private:
         FileError error;
         const std::unique_ptr<FolderHandle> handle = m_chain.open(folder.from, error);
         if (handle) {
-            error = handle->list([&](const QString &name, const NodeState &node) {
-                const OperationStep step = unlistedStep(folder, name, node);
-                const QString path = m_plan.pathOf(step.from);
-                if (m_listed.contains(step.from) || m_leftOutPaths.contains(path))
+            error = handle->listNames([&](const QString &name) {
+                const Place place{folder.from.root, QString(folder.from.relative % u'/' % name)};
+                if (m_listed.contains(place) || m_leftOutPaths.contains(m_plan.pathOf(place)))
                     return true;
-                if (m_plan.showsUnlisted && !m_plan.showsUnlisted(path, node))
-                    leaveOut(LeftOutReason::HiddenByFilter, step.from);
+                const NodeResult found = handle->stat(name);
+                if (found.error.isError()) {
+                    if (found.error.kind != FileErrorKind::Missing)
+                        leaveOut(LeftOutReason::NotReadable, place, found.error);
+                    return true;
+                }
+                if (m_plan.showsUnlisted && !m_plan.showsUnlisted(m_plan.pathOf(place), found.node))
+                    leaveOut(LeftOutReason::HiddenByFilter, place);
                 else
-                    take(step, waiting);
+                    take(unlistedStep(folder, name, found.node), waiting);
                 return !m_cancel.isCancelled();
             });
         }
@@ -273,7 +294,7 @@ private:
             m_droppedSources.add(step.from);
         }
         const bool isFolder = found.node.kind == NodeKind::Folder;
-        if (isFolder && step.kind == OperationKind::MakeFolder && goesIntoItself(step)) {
+        if (isFolder && step.kind == OperationKind::MakeFolder && goesIntoItself(step, found.node)) {
             leaveOut(LeftOutReason::IntoItself, step.from);
             dropBranch(step);
             return false;
@@ -284,11 +305,14 @@ private:
         return true;
     }
 
-    bool goesIntoItself(const OperationStep &step) const
+    bool goesIntoItself(const OperationStep &step, const NodeState &source)
     {
+        const auto &above = m_lineages.try_emplace(step.to.root, *m_chain.root(step.to.root)).first->second;
+        if (source.identity && above.tells() && !above.has(*source.identity))
+            return false;
         FileError error;
-        const std::unique_ptr<FolderHandle> source = m_chain.open(step.from, error);
-        return source && m_chain.root(step.to.root)->liesIn(*source);
+        const std::unique_ptr<FolderHandle> folder = m_chain.open(step.from, error);
+        return folder && m_chain.root(step.to.root)->liesIn(*folder);
     }
 
     void dropBranch(const OperationStep &step)
@@ -443,7 +467,8 @@ private:
         accept(step);
     }
 
-    OperationPlan m_plan; ///< without its steps once they are looked at
+    std::unordered_map<int, Lineage> m_lineages; ///< of the roots that folders are made in
+    OperationPlan m_plan;                        ///< without its steps once they are looked at
     PlaceLook m_look;
     const FolderChain &m_chain;
     const CancelFlag &m_cancel;

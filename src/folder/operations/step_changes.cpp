@@ -73,8 +73,8 @@ StepResult StepRunner::copy(Work &work)
         if (error.isError())
             return m_problems.failed(OperationErrorCode::NotJournalled, to, error);
     }
-    const StepResult copied = m_copier.make(
-        {work.step, *work.from.folder, work.from.name, work.source, *work.to.folder, name, work.targetExists});
+    const StepResult copied = m_copier.make({work.step, work.from.folder, work.from.name, std::move(work.opened),
+                                             work.source, *work.to.folder, name, work.targetExists});
     if (!copied.isDone())
         return copied;
     const StepResult placed = joined(copied, putInPlace(work, name));
@@ -83,10 +83,11 @@ StepResult StepRunner::copy(Work &work)
     return placed;
 }
 
-/// Gives the finished copy `name` the target's name. The target is looked at once more: copying takes its time.
+/// Gives the finished copy `name` the target's name. What is there is looked at once more: copying takes its time.
+/// Where nothing was, taking the name fails when something has appeared.
 StepResult StepRunner::putInPlace(Work &work, const QString &name)
 {
-    StepResult result = checkTarget(work);
+    StepResult result = work.targetExists ? checkTarget(work) : StepResult();
     if (result.isDone())
         result = beginJournal(work, work.targetExists ? &work.target : nullptr);
     if (result.isDone())
@@ -195,7 +196,7 @@ StepResult StepRunner::move(Work &work)
 
 StepResult StepRunner::removeSource(qsizetype index)
 {
-    Work work{index, m_plan.steps[index], {}, {}, {}, {}};
+    Work work{index, m_plan.steps[index], {}, {}, {}, {}, {}};
     work.from = m_chain.reach(work.step.from);
     FileError error = work.from.error;
     if (work.from.folder && !checkSource(work).isDone())

@@ -44,7 +44,7 @@ StepRunner::StepRunner(const OperationPlan &plan, FileLayer &files, const Folder
 
 StepResult StepRunner::run(qsizetype index)
 {
-    Work work{index, m_plan.steps[index], {}, {}, {}, {}};
+    Work work{index, m_plan.steps[index], {}, {}, {}, {}, {}};
     StepResult result = reach(work);
     if (result.isDone() && work.step.counterpart->isSet())
         result = checkCounterpart(work.step);
@@ -89,12 +89,9 @@ StepResult StepRunner::reach(Work &work) const
                               step.kind != OperationKind::Recycle;
         if (!leavesIt && !m_plan.roots[step.from.root].writable)
             return m_problems.failed(OperationErrorCode::NotWritable, step.from);
-        work.from = m_chain.reach(step.from);
-        if (!work.from.folder)
-            return m_problems.failedAtSource(step.from, work.from.error);
-        const StepResult checked = checkSource(work);
-        if (!checked.isDone())
-            return checked;
+        const StepResult reached = reachSource(work);
+        if (!reached.isDone())
+            return reached;
     }
     if (!step.to.isSet())
         return {};
@@ -106,6 +103,17 @@ StepResult StepRunner::reach(Work &work) const
     if (!isPlainName(work.to.name))
         return m_problems.failed(OperationErrorCode::NameNotAllowed, step.to);
     return checkTarget(work);
+}
+
+StepResult StepRunner::reachSource(Work &work) const
+{
+    if (std::optional<OpenedSource> ahead = m_ahead ? m_ahead->take(work.index) : std::nullopt) {
+        work.source = ahead->node;
+        work.opened = std::move(ahead->file);
+        return {};
+    }
+    work.from = m_chain.reach(work.step.from);
+    return work.from.folder ? checkSource(work) : m_problems.failedAtSource(work.step.from, work.from.error);
 }
 
 StepResult StepRunner::checkSource(Work &work) const

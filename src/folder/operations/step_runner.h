@@ -4,6 +4,7 @@
 #include "folder/operations/folder_chain.h"
 #include "folder/operations/journal_run.h"
 #include "folder/operations/operation_executor.h"
+#include "folder/operations/source_ahead.h"
 
 namespace velmora {
 
@@ -13,6 +14,9 @@ public:
     /// `tick` is told of bytes that have been copied in the current step and answers whether to go on.
     StepRunner(const OperationPlan &plan, FileLayer &files, const FolderChain &chain, JournalRun *journal,
                bool verifiesContent, FileSink::Tick tick);
+
+    /// Makes `run` take sources that are open already; steps must come in their order then.
+    void setAhead(SourceAhead *ahead) { m_ahead = ahead; }
 
     [[nodiscard]] StepResult run(qsizetype index);
 
@@ -26,6 +30,7 @@ private:
     struct Work; // a step with the folders that it touches held open
 
     [[nodiscard]] StepResult reach(Work &work) const;
+    [[nodiscard]] StepResult reachSource(Work &work) const;
     [[nodiscard]] StepResult checkSource(Work &work) const;
     [[nodiscard]] StepResult checkTarget(Work &work) const;
     [[nodiscard]] StepResult checkCounterpart(const OperationStep &step) const;
@@ -57,6 +62,7 @@ private:
     StepProblems m_problems;
     BesideCopy m_copier;
     FileSink::Tick m_tick;
+    SourceAhead *m_ahead = nullptr;
 };
 
 } // namespace velmora

@@ -12,6 +12,7 @@ struct StepRunner::Work {
     ReachedPlace to;
     NodeState source;
     NodeState target;
+    std::unique_ptr<FileSource> opened; ///< the source, when it was opened ahead; `from` is not held then
     bool targetExists = false;
     bool isJournalled = false;
     bool isSwapped = false;   ///< and could not be swapped back: what has the temporary name is a person's
