@@ -109,7 +109,10 @@ mode_t withheldWithout(std::string_view list)
 class Carrying {
 public:
     Carrying(const AttributeSource &from, int to)
-        : m_from(from), m_to(to), m_names(namesOf(from)), m_inherited(namesOf({to, nullptr}))
+        : m_from(from),
+          m_to(to),
+          m_names(from.hasNone ? std::vector<std::string>() : namesOf(from)),
+          m_inherited(namesOf({to}))
     {}
 
     CarriedAttributes run()
@@ -169,12 +172,22 @@ private:
 
 } // namespace
 
+bool hasAttributes(int file)
+{
+    return ::flistxattr(file, nullptr, 0) != 0;
+}
+
 CarriedAttributes carryAttributes(const AttributeSource &from, int to)
 {
     return Carrying(from, to).run();
 }
 
 #else
+
+bool hasAttributes(int)
+{
+    return false;
+}
 
 CarriedAttributes carryAttributes(const AttributeSource &, int)
 {

@@ -8,7 +8,11 @@ namespace velmora {
 struct AttributeSource {
     int file = -1;
     const char *path = nullptr; ///< where `file` is -1
+    bool hasNone = false;       ///< `hasAttributes` has said so: saves asking again
 };
+
+/// True when an open file has attributes that `carryAttributes` could carry, or nobody knows.
+[[nodiscard]] bool hasAttributes(int file);
 
 /// What has become of attributes that were to be carried over.
 struct CarriedAttributes {

@@ -305,7 +305,7 @@ public:
         struct stat status {};
         if (!modelFolder.isOpen() || ::fstat(modelFolder.get(), &status) != 0)
             return lastError();
-        const CarriedAttributes carried = carryAttributes({modelFolder.get(), nullptr}, folder.get());
+        const CarriedAttributes carried = carryAttributes({modelFolder.get()}, folder.get());
         return setAttributes(folder.get(), seen(status), carried);
     }
 

@@ -118,6 +118,7 @@ FilePiece UnixSource::read(char *buffer, qint64 length)
 
 void UnixSource::readAhead(qint64 most)
 {
+    m_hasNoAttributes = !hasAttributes(m_file.get());
     struct stat status {};
     if (::fstat(m_file.get(), &status) != 0 || status.st_size > std::min(most, largestThroughMemory))
         return;
@@ -138,11 +139,10 @@ FileError UnixSink::write(const char *bytes, qint64 length)
 FileError UnixSink::copyFrom(FileSource &source, const Tick &tick)
 {
     const auto &file = static_cast<UnixSource &>(source);
-    const int from = file.descriptor();
-    const FileError error =
-        file.contents() ? copyContents(*file.contents(), m_file.get(), tick) : copyContents(from, m_file.get(), tick);
+    const FileError error = file.contents() ? copyContents(*file.contents(), m_file.get(), tick)
+                                            : copyContents(file.descriptor(), m_file.get(), tick);
     if (!error.isError())
-        m_carried = carryAttributes({from, nullptr}, m_file.get());
+        m_carried = carryAttributes(file.attributes(), m_file.get());
     return error;
 }
 

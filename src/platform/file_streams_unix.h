@@ -45,10 +45,13 @@ public:
     [[nodiscard]] int descriptor() const { return m_file.get(); }
     /// What `readAhead` has read: all of the file, or null.
     [[nodiscard]] const std::string *contents() const { return m_contents ? &*m_contents : nullptr; }
+    /// For `carryAttributes`.
+    [[nodiscard]] AttributeSource attributes() const { return {m_file.get(), nullptr, m_hasNoAttributes}; }
 
 private:
     Descriptor m_file;
     std::optional<std::string> m_contents;
+    bool m_hasNoAttributes = false; ///< as far as is known
     LastingIdentities m_identities;
 };
 

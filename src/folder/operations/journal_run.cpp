@@ -96,9 +96,13 @@ void JournalRun::giveUp()
 
 FileError JournalRun::writeLine(const QByteArray &line)
 {
+    return write(std::exchange(m_late, {}) + line + '\n');
+}
+
+FileError JournalRun::write(const QByteArray &bytes)
+{
     if (m_isBroken)
         return {FileErrorKind::Other, {}};
-    const QByteArray bytes = line + '\n';
     const FileError error = m_lines->write(bytes.constData(), bytes.size());
     m_isBroken = error.isError();
     return error;
@@ -165,7 +169,10 @@ FileError JournalRun::endDone(const SeenEntry &now, const QString &binPath)
     m_step.end = JournalStep::End::Done;
     m_step.now = now;
     m_step.binPath = binPath;
-    return writeLine(endLine(m_step));
+    if (m_step.step.kind != OperationKind::Copy)
+        return writeLine(endLine(m_step));
+    m_late = endLine(m_step) + '\n';
+    return {};
 }
 
 void JournalRun::endNothing()
@@ -186,7 +193,9 @@ FileError JournalRun::moved(qint64 number, bool stays)
 
 FileError JournalRun::finish(bool isComplete)
 {
-    FileError error = m_lines->flush();
+    FileError error = m_late.isEmpty() ? FileError() : write(std::exchange(m_late, {}));
+    if (!error.isError())
+        error = m_lines->flush();
     if (!error.isError())
         error = writeSmallFile(*m_folder, keptBytesName, QByteArray::number(m_keptBytes));
     if (isComplete && !error.isError() && !m_restOf.isEmpty())

@@ -48,7 +48,8 @@ public:
         return m_kept->move(m_step.kept, folder, name, FolderHandle::IfTaken::Fail);
     }
 
-    /// Writes the line after the step that was begun last.
+    /// Writes the line after the step that was begun last. That of a copy to where nothing was goes with the next line:
+    /// after a crash in between it is found out on the disk, as when the crash comes before this call.
     [[nodiscard]] FileError endDone(const SeenEntry &now, const QString &binPath = {});
     /// The same for a step that changed nothing; what was set aside is thrown away.
     void endNothing();
@@ -68,6 +69,7 @@ private:
     [[nodiscard]] FileError markUndone(bool isComplete);
     void giveUp();
     [[nodiscard]] FileError writeLine(const QByteArray &line);
+    [[nodiscard]] FileError write(const QByteArray &bytes);
     [[nodiscard]] bool makeRoomFor(qint64 bytes);
 
     OperationJournal &m_journal;
@@ -81,6 +83,7 @@ private:
     std::unique_ptr<FolderHandle> m_folder;
     std::unique_ptr<FolderHandle> m_kept;
     std::unique_ptr<FileSink> m_lines;
+    QByteArray m_late; ///< lines that go with the next, with their ends
     JournalStep m_step;
     qint64 m_nextKept = 1;
     qint64 m_keptBytes = 0;
