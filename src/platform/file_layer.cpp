@@ -15,4 +15,16 @@ std::unique_ptr<FolderHandle> FolderHandle::openBelow(const QString &relative, F
     return reached;
 }
 
+bool isCleanRelative(QStringView relative)
+{
+    for (qsizetype begin = 0, end = 0; begin <= relative.size(); begin = end + 1) {
+        end = relative.indexOf(u'/', begin);
+        end = end < 0 ? relative.size() : end;
+        const QStringView part = relative.mid(begin, end - begin);
+        if (part.isEmpty() || part == QLatin1String(".") || part == QLatin1String("..") || part.contains(QChar(u'\0')))
+            return false;
+    }
+    return true;
+}
+
 } // namespace velmora

@@ -250,4 +250,7 @@ public:
 /// blank or dot.
 [[nodiscard]] bool isPlainName(QStringView name);
 
+/// True when every part of a relative path is neither empty nor "." nor ".." nor holds a NUL.
+[[nodiscard]] bool isCleanRelative(QStringView relative);
+
 } // namespace velmora

@@ -13,35 +13,21 @@ namespace velmora {
 
 namespace {
 
-bool isPlainBytes(std::string_view name)
-{
-    return !name.empty() && name != "." && name != ".." &&
-           name.find_first_of(std::string_view("/\0", 2)) == std::string_view::npos;
-}
-
 /// A name in its bytes; one that holds a NUL is none.
 class NativeName {
 public:
     explicit NativeName(const QString &name) : m_bytes(nativeName(name)) {}
-    [[nodiscard]] bool isPlain() const { return isPlainBytes(m_bytes); }
+    [[nodiscard]] bool isPlain() const
+    {
+        return !m_bytes.empty() && m_bytes != "." && m_bytes != ".." &&
+               m_bytes.find_first_of(std::string_view("/\0", 2)) == std::string::npos;
+    }
     [[nodiscard]] const char *c() const { return m_bytes.c_str(); }
     [[nodiscard]] const std::string &bytes() const { return m_bytes; }
 
 private:
     std::string m_bytes;
 };
-
-/// True when all parts of a path are names.
-bool isPlainPath(const std::string &path)
-{
-    for (std::size_t begin = 0; begin <= path.size();) {
-        const std::size_t end = std::min(path.find('/', begin), path.size());
-        if (!isPlainBytes(std::string_view(path).substr(begin, end - begin)))
-            return false;
-        begin = end + 1;
-    }
-    return true;
-}
 
 /// A folder below `base` that no link leads to on any part of the way, in one call; -1 when that fails, which it always
 /// does before Linux 5.6.
@@ -156,8 +142,8 @@ public:
 
     std::unique_ptr<FolderHandle> openBelow(const QString &relative, FileError &error) override
     {
-        const std::string path = nativeName(relative);
-        if (isPlainPath(path)) {
+        if (isCleanRelative(relative)) {
+            const std::string path = nativeName(relative);
             Descriptor folder(openWithoutLinks(m_folder.get(), path.c_str()));
             if (folder.isOpen())
                 return std::make_unique<UnixFolder>(std::move(folder), pathOf(path), m_identities);

@@ -43,8 +43,8 @@ public:
     void readAhead(qint64 most) override;
 
     [[nodiscard]] int descriptor() const { return m_file.get(); }
-    /// What `readAhead` has read: all of the file, or null.
-    [[nodiscard]] const std::string *contents() const { return m_contents ? &*m_contents : nullptr; }
+    /// What `readAhead` has read: all of the file, or nothing.
+    [[nodiscard]] const std::optional<std::string> &contents() const { return m_contents; }
     /// For `carryAttributes`.
     [[nodiscard]] AttributeSource attributes() const { return {m_file.get(), nullptr, m_hasNoAttributes}; }
 

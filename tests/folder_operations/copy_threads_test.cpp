@@ -2,6 +2,7 @@
 #include "folder/operations/write_along.h"
 #include "folder_operations/operation_fixture.h"
 #include "folder_operations/scripted_layer.h"
+#include "support/files.h"
 #include "support/test_main.h"
 
 #include <QRandomGenerator>
@@ -24,13 +25,6 @@ QByteArray contents(QRandomGenerator &random)
 {
     static constexpr std::array<qsizetype, 8> sizes{0, 1, 100, 5000, (64 << 10) - 1, 64 << 10, (64 << 10) + 1, 300'000};
     return QByteArray(sizes[random.bounded(quint64(sizes.size()))], char('a' + random.bounded(26)));
-}
-
-void write(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), bytes.size());
 }
 
 } // namespace
@@ -68,7 +62,7 @@ private Q_SLOTS:
     {
         OperationFixture tree;
         for (int i = 0; i < 20; ++i)
-            write(tree.path(QStringLiteral("left/%1").arg(i)), "1");
+            QVERIFY(makeFile(tree.path(QStringLiteral("left/%1").arg(i)), "1"));
         const auto starts = [](const OperationPlan &plan, FileLayer &files) {
             const FolderChain chain(files, plan.roots);
             return SourceAhead::start(plan, files, chain) != nullptr;
@@ -103,7 +97,7 @@ private Q_SLOTS:
         OperationFixture tree;
         constexpr int count = 60;
         for (int i = 0; i < count; ++i)
-            write(tree.path(QStringLiteral("left/%1").arg(i, 2, 10, QLatin1Char('0'))), "before");
+            QVERIFY(makeFile(tree.path(QStringLiteral("left/%1").arg(i, 2, 10, QLatin1Char('0'))), "before"));
         const OperationPlan plan = tree.mirror();
         QCOMPARE(plan.steps.size(), count);
         const FolderChain chain(FileLayer::native(), plan.roots);
@@ -114,7 +108,7 @@ private Q_SLOTS:
             for (int i = 0; i < count; ++i) {
                 const bool isChanged = i % 3 == 2;
                 if (isChanged)
-                    write(plan.pathOf(plan.steps[i].from), "afterwards");
+                    QVERIFY(makeFile(plan.pathOf(plan.steps[i].from), "afterwards"));
                 const std::optional<OpenedSource> source = ahead->take(i);
                 if (!source)
                     continue;
@@ -158,11 +152,11 @@ private:
         for (int i = 0; i < 80; ++i) {
             static constexpr std::array folders{"left/", "left/d/", "left/d/e/"};
             const QString name = QLatin1String(folders[random.bounded(quint64(folders.size()))]) + QString::number(i);
-            write(tree.path(name), contents(random));
+            QVERIFY(makeFile(tree.path(name), contents(random)));
             tree.setTime(name, i);
             if (random.bounded(4) == 0 && !name.startsWith(QLatin1String("left/d/e"))) {
                 const QString old = QString(name).replace(QLatin1String("left/"), QLatin1String("right/"));
-                write(tree.path(old), "old");
+                QVERIFY(makeFile(tree.path(old), "old"));
                 tree.setTime(old, i);
             }
         }
@@ -177,16 +171,15 @@ private:
                 const QString path = tree.path(QLatin1String(folder) + name);
                 switch (random.bounded(12)) {
                 case 0:
-                    write(path, "changed since");
+                    QVERIFY(makeFile(path, "changed since"));
                     break;
                 case 1:
                     QVERIFY(QFile::remove(path));
                     break;
-                case 2: {
+                case 2:
                     QVERIFY(QFile::remove(path));
                     QVERIFY(QDir().mkpath(path));
                     break;
-                }
                 default:
                     break;
                 }

@@ -7,9 +7,9 @@ namespace velmora {
 /// A copy that is to be made beside its target. The folders are held open by the caller.
 struct CopyOrder {
     const OperationStep &step;
-    FolderHandle *from;
+    FolderHandle *from;                 ///< may be null where `opened` is set and nothing is verified
     QString name;                       ///< of the source in `from`
-    std::unique_ptr<FileSource> opened; ///< the source, when it is open already; `from` is needed to verify it only
+    std::unique_ptr<FileSource> opened; ///< the source, when it is open already
     const NodeState &source;
     FolderHandle &to;
     QString newName;            ///< of the copy in `to`

@@ -54,18 +54,6 @@ private:
     QSet<QString> m_above;
 };
 
-bool isDeletion(const OperationStep &step)
-{
-    return step.kind == OperationKind::Delete || step.kind == OperationKind::Recycle;
-}
-
-/// True when a step puts something into a root or takes something from it.
-bool changes(const OperationStep &step, int root)
-{
-    const bool takes = isDeletion(step) || step.kind == OperationKind::Move;
-    return step.to.root == root || (takes && step.from.root == root);
-}
-
 class Execution {
 public:
     Execution(OperationPlan plan, FileLayer &files, const ExecutionOptions &options, const CancelFlag &cancel,
@@ -107,10 +95,6 @@ private:
             report(bytes);
             return !m_cancel.isCancelled();
         });
-        std::unique_ptr<SourceAhead> ahead;
-        if (!m_options.verifyContent && !plan.liftsProtection) // these need the folders of sources
-            ahead = SourceAhead::start(plan, m_files, chain);
-        runner.setAhead(ahead.get());
         m_along = WriteAlong::start(plan, m_files);
         m_watch.emplace(plan, chain);
         for (const OperationStep &step : plan.steps)
@@ -124,8 +108,6 @@ private:
             runStep(chain, runner, m_ended);
             m_done += weight(plan.steps[m_ended]);
         }
-        ahead.reset();
-        runner.setAhead(nullptr);
         removeMovedSources(chain, runner);
         finishFolders(runner);
         if (!m_report.cancelled) // whoever stops does not want to wait, and all sources of copies are still there
@@ -153,7 +135,7 @@ private:
         for (qsizetype i = 0; i < steps.size(); ++i) {
             if (m_report.ends[i] != StepEnd::Done)
                 continue;
-            const bool isThere = changes(steps[i], lost.index);
+            const bool isThere = steps[i].changes(lost.index);
             wasChanged = wasChanged || isThere;
             if (!isThere || i < m_watch->sure()) {
                 m_report.done.add(steps[i]);
@@ -172,7 +154,7 @@ private:
     void runStep(const FolderChain &chain, StepRunner &runner, qsizetype index)
     {
         const OperationStep &step = stepAt(index);
-        if (isDeletion(step)) {
+        if (step.deletes()) {
             // What was copied is on the disk before anything goes, and new folders are as those that may go now.
             removeMovedSources(chain, runner);
             finishFolders(runner);
@@ -309,8 +291,7 @@ private:
 
     static qint64 weight(const OperationStep &step)
     {
-        const bool copies = step.kind == OperationKind::Copy || step.kind == OperationKind::Replace;
-        return bytesForEachStep + (copies ? step.fromSeen.size : 0);
+        return bytesForEachStep + (step.copies() ? step.fromSeen.size : 0);
     }
 
     void report(qint64 bytes)

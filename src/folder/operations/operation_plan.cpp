@@ -112,16 +112,4 @@ QString OperationPlan::pathOf(const Place &place) const
     return root.endsWith(u'/') ? root + place.relative : root + u'/' + place.relative;
 }
 
-bool isCleanRelative(QStringView relative)
-{
-    for (qsizetype begin = 0, end = 0; begin <= relative.size(); begin = end + 1) {
-        end = relative.indexOf(u'/', begin);
-        end = end < 0 ? relative.size() : end;
-        const QStringView part = relative.mid(begin, end - begin);
-        if (part.isEmpty() || part == QLatin1String(".") || part == QLatin1String("..") || part.contains(QChar(u'\0')))
-            return false;
-    }
-    return true;
-}
-
 } // namespace velmora

@@ -94,6 +94,13 @@ struct OperationStep {
     /// Of a surveyed `Recycle` or `Delete`: how many of the entries that go the comparison does not list.
     qint64 unlisted = 0;
 
+    [[nodiscard]] bool copies() const { return kind == OperationKind::Copy || kind == OperationKind::Replace; }
+    [[nodiscard]] bool deletes() const { return kind == OperationKind::Recycle || kind == OperationKind::Delete; }
+    /// True when nothing is at `from` any more once the step is done.
+    [[nodiscard]] bool vacates() const { return deletes() || kind == OperationKind::Move; }
+    /// True when it puts something into a root or takes something from it.
+    [[nodiscard]] bool changes(int root) const { return to.root == root || (vacates() && from.root == root); }
+
     friend bool operator==(const OperationStep &, const OperationStep &) = default;
 };
 
@@ -189,9 +196,6 @@ struct OperationPlan {
     /// Absolute; empty when the place is not set.
     [[nodiscard]] QString pathOf(const Place &place) const;
 };
-
-/// True when every part of a relative path is neither empty nor "." nor ".." nor holds a NUL.
-[[nodiscard]] bool isCleanRelative(QStringView relative);
 
 } // namespace velmora
 

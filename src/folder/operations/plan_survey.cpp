@@ -7,36 +7,11 @@
 
 #include <algorithm>
 #include <deque>
-#include <unordered_map>
+#include <map>
 
 namespace velmora {
 
 namespace {
-
-bool vacates(const OperationStep &step)
-{
-    return step.kind == OperationKind::Move || step.kind == OperationKind::Recycle ||
-           step.kind == OperationKind::Delete;
-}
-
-bool isDeletion(const OperationStep &step)
-{
-    return step.kind == OperationKind::Recycle || step.kind == OperationKind::Delete;
-}
-
-/// What a folder is and lies in, asked for once.
-class Lineage {
-public:
-    explicit Lineage(FolderHandle &folder) : m_identities(folder.lineage()) {}
-    [[nodiscard]] bool tells() const { return m_identities.has_value(); }
-    [[nodiscard]] bool has(const FileIdentity &identity) const
-    {
-        return std::find(m_identities->begin(), m_identities->end(), identity) != m_identities->end();
-    }
-
-private:
-    std::optional<std::vector<FileIdentity>> m_identities;
-};
 
 class Survey {
 public:
@@ -68,7 +43,7 @@ public:
             }
             m_progress.report(0, i, count);
             const OperationStep step = std::move(m_steps[i]);
-            if (isDeletion(step))
+            if (step.deletes())
                 clearMovedFolders();
             surveyWithUnlisted(step);
             // In place of those that have been looked at: there may be a million.
@@ -224,7 +199,7 @@ private:
             return;
         if (step.to.isSet() && !lookAtTarget(step))
             return;
-        if (step.wholeTree && step.fromSeen.kind == NodeKind::Folder && isDeletion(step)) {
+        if (step.wholeTree && step.fromSeen.kind == NodeKind::Folder && step.deletes()) {
             takeWholeTree(step);
             return;
         }
@@ -233,7 +208,7 @@ private:
 
     void accept(const OperationStep &step)
     {
-        if (vacates(step))
+        if (step.vacates())
             m_vacated.add(step.from);
         if (step.to.isSet()) {
             m_vacated.remove(step.to);
@@ -307,12 +282,17 @@ private:
 
     bool goesIntoItself(const OperationStep &step, const NodeState &source)
     {
-        const auto &above = m_lineages.try_emplace(step.to.root, *m_chain.root(step.to.root)).first->second;
-        if (source.identity && above.tells() && !above.has(*source.identity))
+        FolderHandle &target = *m_chain.root(step.to.root);
+        const auto [known, isNew] = m_lineages.try_emplace(step.to.root);
+        std::optional<std::vector<FileIdentity>> &lineage = known->second;
+        if (isNew)
+            lineage = target.lineage();
+        if (source.identity && lineage &&
+            std::find(lineage->begin(), lineage->end(), *source.identity) == lineage->end())
             return false;
         FileError error;
         const std::unique_ptr<FolderHandle> folder = m_chain.open(step.from, error);
-        return folder && m_chain.root(step.to.root)->liesIn(*folder);
+        return folder && target.liesIn(*folder);
     }
 
     void dropBranch(const OperationStep &step)
@@ -467,8 +447,8 @@ private:
         accept(step);
     }
 
-    std::unordered_map<int, Lineage> m_lineages; ///< of the roots that folders are made in
-    OperationPlan m_plan;                        ///< without its steps once they are looked at
+    std::map<int, std::optional<std::vector<FileIdentity>>> m_lineages; ///< of the roots that folders are made in
+    OperationPlan m_plan;                                               ///< without its steps once they are looked at
     PlaceLook m_look;
     const FolderChain &m_chain;
     const CancelFlag &m_cancel;

@@ -14,25 +14,14 @@ constexpr qint64 smallFile = 64 << 10;
 /// A thread is not worth its start for a handful.
 constexpr std::size_t fewSteps = 8;
 
-/// For each root whether steps put something there or take something away.
-std::vector<bool> changedRoots(const OperationPlan &plan)
-{
-    std::vector<bool> changed(std::size_t(plan.roots.size()), false);
-    for (const OperationStep &step : plan.steps) {
-        const bool leavesSource = step.kind == OperationKind::Copy || step.kind == OperationKind::Replace ||
-                                  step.kind == OperationKind::MakeFolder;
-        if (step.to.isSet())
-            changed[std::size_t(step.to.root)] = true;
-        if (step.from.isSet() && !leavesSource)
-            changed[std::size_t(step.from.root)] = true;
-    }
-    return changed;
-}
-
 /// For each root whether it stays as it is: neither it nor what it lies in or holds is changed.
 std::vector<bool> restingRoots(const OperationPlan &plan, const FolderChain &chain)
 {
-    const std::vector<bool> changed = changedRoots(plan);
+    std::vector<bool> changed(std::size_t(plan.roots.size()), false);
+    for (const OperationStep &step : plan.steps) {
+        for (int root = 0; root < int(changed.size()); ++root)
+            changed[std::size_t(root)] = changed[std::size_t(root)] || step.changes(root);
+    }
     const auto isApart = [&](int root, int other) {
         FolderHandle *const a = chain.root(root);
         FolderHandle *const b = chain.root(other);
@@ -54,8 +43,7 @@ std::vector<qsizetype> stepsToOpen(const OperationPlan &plan, const FolderChain 
     std::vector<qsizetype> steps;
     for (qsizetype i = 0; i < plan.steps.size(); ++i) {
         const OperationStep &step = plan.steps[i];
-        const bool copies = step.kind == OperationKind::Copy || step.kind == OperationKind::Replace;
-        if (copies && step.fromSeen.kind == NodeKind::File && rests[std::size_t(step.from.root)])
+        if (step.copies() && step.fromSeen.kind == NodeKind::File && rests[std::size_t(step.from.root)])
             steps.push_back(i);
     }
     return steps;

@@ -40,7 +40,10 @@ StepRunner::StepRunner(const OperationPlan &plan, FileLayer &files, const Folder
       m_problems(plan),
       m_copier(plan, files, verifiesContent, tick),
       m_tick(std::move(tick))
-{}
+{
+    if (!verifiesContent && !plan.liftsProtection) // these need the folders of sources
+        m_ahead = SourceAhead::start(plan, files, chain);
+}
 
 StepResult StepRunner::run(qsizetype index)
 {

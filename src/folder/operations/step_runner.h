@@ -8,15 +8,13 @@
 
 namespace velmora {
 
-/// Carries out single steps of a surveyed plan. Used by one thread; everything given to it must outlive it.
+/// Carries out single steps of a surveyed plan, in their order. Used by one thread; everything given to it must outlive
+/// it.
 class StepRunner {
 public:
     /// `tick` is told of bytes that have been copied in the current step and answers whether to go on.
     StepRunner(const OperationPlan &plan, FileLayer &files, const FolderChain &chain, JournalRun *journal,
                bool verifiesContent, FileSink::Tick tick);
-
-    /// Makes `run` take sources that are open already; steps must come in their order then.
-    void setAhead(SourceAhead *ahead) { m_ahead = ahead; }
 
     [[nodiscard]] StepResult run(qsizetype index);
 
@@ -62,7 +60,7 @@ private:
     StepProblems m_problems;
     BesideCopy m_copier;
     FileSink::Tick m_tick;
-    SourceAhead *m_ahead = nullptr;
+    std::unique_ptr<SourceAhead> m_ahead; ///< null where every source is opened at its turn
 };
 
 } // namespace velmora

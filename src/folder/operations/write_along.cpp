@@ -20,8 +20,7 @@ std::vector<int> rootsWithNewFiles(const OperationPlan &plan)
 {
     std::vector<int> roots;
     for (const OperationStep &step : plan.steps) {
-        const bool copies = step.kind == OperationKind::Copy || step.kind == OperationKind::Replace;
-        if (copies && std::find(roots.begin(), roots.end(), step.to.root) == roots.end())
+        if (step.copies() && std::find(roots.begin(), roots.end(), step.to.root) == roots.end())
             roots.push_back(step.to.root);
     }
     return roots;
